@@ -1,0 +1,35 @@
+// Numbered calls beside the virtual operations of an interface.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace orv::rws {
+
+/// Base of every class on the rig interface. An extension is a numbered call that needs no virtual
+/// operation of its own, so that the order of the slots never changes.
+class CExtendable {
+ public:
+  virtual ~CExtendable() = default;
+
+  /// Runs the extension `code`. The meaning of `a` and `b` belongs to the code; 0 means that this
+  /// object does not handle it. The result is wide enough for a pointer.
+  virtual std::intptr_t Extension(int code, void* a, void* b);
+  /// Appends the codes that this object answers.
+  virtual void GetExtensions(std::vector<int>& out);
+  /// Whether GetExtensions lists `code`.
+  virtual bool HasExtension(int code);
+};
+
+/// Extension codes that a CNode answers.
+enum NodeExtension : int {
+  kBeginGroupSelection = 10,  ///< later Select calls add to one host selection
+  kEndGroupSelection = 11,
+  kForgetTransformKeys = 17,  ///< drop the cached key state of the transform
+  kForgetShapeKeys = 18,      ///< drop the cached key state of the shape
+  kHandOver = 31,             ///< hands this node to the CNode in `a`, which acts on it
+  kRename = 32,               ///< `a` points to a std::string with the new name
+  kAdaptorBookkeeping = 37,   ///< the host adaptor's own
+};
+
+}  // namespace orv::rws

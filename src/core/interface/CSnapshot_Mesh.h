@@ -1,0 +1,33 @@
+// Geometry of a node at one time.
+#pragma once
+
+#include "core/interface/CExtendable.h"
+#include "util/CMesh.h"
+#include "util/Vector3.h"
+
+namespace orv::rws {
+
+/// Closest hit of a ray with a mesh. World space.
+struct RayHit {
+  util::Vector3<double> point;
+  util::Vector3<double> normal;  ///< unit, of the triangle's winding
+  double distance = 0.0;         ///< from the ray's origin, along the unit direction (m)
+  int triangle = -1;             ///< index into the triangulated faces
+};
+
+/// Reads the geometry of a mesh node.
+class CSnapshot_Mesh : public CExtendable {
+ public:
+  /// Makes sure that the host mesh is in triangles.
+  virtual void Triangulate() = 0;
+  /// The mesh in the node's own space, by value.
+  virtual util::CMesh GetMesh() = 0;
+  /// Closest hit of the ray from `origin` along `direction` (need not be unit), not farther than
+  /// `maxDistance` (m). Both sides of a triangle count. False when nothing is hit.
+  virtual bool Intersect(const util::Vector3<double>& origin,
+                         const util::Vector3<double>& direction, double maxDistance,
+                         RayHit& hit) = 0;
+  ~CSnapshot_Mesh() override = default;
+};
+
+}  // namespace orv::rws
