@@ -1,0 +1,51 @@
+/// Files that are replaced whole or stay as they were.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace orv::util {
+
+/// Writes a file through a temporary neighbour that is flushed to the disk and renamed by `commit`.
+/// Without a successful `commit` the neighbour is removed and the old file stays untouched.
+///
+/// An existing file's permissions are kept (a write-protected file is refused), and a symbolic link
+/// stays while its target is replaced. A device or pipe is written to directly, as it cannot be
+/// replaced.
+class AtomicFile {
+ public:
+  explicit AtomicFile(const std::string& path);
+  ~AtomicFile();
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
+
+  /// Appends bytes. False after this or any earlier step failed.
+  bool write(const void* data, std::size_t size);
+  bool write(std::string_view text) { return write(text.data(), text.size()); }
+  /// Puts the file in place. False when any step failed; then nothing is left behind.
+  bool commit();
+  /// Names the path and the reason of the first failure; empty while all is well.
+  const std::string& error() const { return m_error; }
+
+ private:
+  bool open();
+  bool openTemporary();
+  bool matchOldFile(const void* oldStatus);
+  bool fail(const char* action);
+  void discard() noexcept;
+
+  std::string m_path;       ///< as the caller named it, for messages
+  std::string m_target;     ///< behind all symbolic links
+  std::string m_temporary;  ///< empty when the target is written directly
+  std::string m_error;
+  int m_descriptor = -1;
+};
+
+/// Writes `bytes` as the whole of a file. On failure `error`, when given, names path and reason.
+bool writeFile(const std::string& path, std::string_view bytes, std::string* error = nullptr);
+
+/// Reads a whole file. On failure `bytes` is empty and `error`, when given, names path and reason.
+bool readFile(const std::string& path, std::string& bytes, std::string* error = nullptr);
+
+}  // namespace orv::util
