@@ -94,14 +94,4 @@ inline void destroy(Control* control) {
   if (control) control->destroy();
 }
 
-/// True if `tag` carries an attribute `name`, be it empty. Tells "any device" from a damaged
-/// element.
-bool hasAttribute(const util::xml::Element& tag, const char* name);
-
-/// The child `control` number `index` of `tag`, or null.
-const util::xml::Element* controlChild(const util::xml::Element& tag, int index);
-
-/// Number of `control` children of `tag`.
-int controlChildCount(const util::xml::Element& tag);
-
 }  // namespace orv::unidevice
