@@ -1,0 +1,192 @@
+// One rig in one scene.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/ConfigTree.h"
+#include "core/InstanceVirtualDevice.h"
+#include "core/interface/CInterface.h"
+#include "unidevice/ControlTarget.h"
+#include "unidevice/PropertyHandler.h"
+#include "util/AVar_Linear.h"
+#include "util/MessageNode.h"
+
+namespace orv::util::xml {
+class Element;
+class Tag;
+}  // namespace orv::util::xml
+
+namespace orv::rws {
+class AdaptorInterface;
+class CCamera;
+}  // namespace orv::rws
+
+namespace orv::rws::core {
+
+class CoreImplementation;
+class CoreNode;
+class Tool;
+
+/// A rig object with all that the core keeps for it: its configuration tree, its inputs as a
+/// device, the recorded input tracks and the blob. Implements what the rig asks of the core.
+/// Owned by its row in the instance tree.
+class Instance : public InstanceVirtualDevice, public CInterface, public util::MessageNode {
+ public:
+  /// A live spinner: an element whose value an input turns during a take.
+  using LiveSpinner = std::pair<int, unidevice::Property*>;
+
+  /// Value of a live spinner's element at both ends of the latest take or resimulation.
+  struct LiveSpinnerSpan {
+    int elementId = -1;
+    double start = 0.0;
+    double end = 0.0;
+  };
+
+  /// What the scene told of a node of this rig when the rig was saved.
+  struct NodeRecord {
+    std::string name;    ///< within the rig
+    std::string handle;  ///< the node's tag
+    std::string parent;  ///< scene name of its parent, empty for the world
+  };
+
+  /// Takes over `rig` (not null). An empty name becomes the tool's id and "_01"; any name is made
+  /// unique by counting up its number.
+  Instance(CoreImplementation& core, Tool* tool, CCamera* rig, const std::string& name);
+  ~Instance() override;
+
+  // What the clock calls. Times are seconds on the frame grid.
+  void Start(double t);
+  void Step(double t);
+  void Stop(double t);
+  void Update(double t);
+
+  CCamera* GetRig() const { return m_pRig; }
+  Tool* GetTool() const { return m_pTool; }
+  const std::string& GetInstanceName() const { return m_name; }
+  /// Renames the instance and its scene nodes, all undoable in an open block. The caller has made
+  /// sure that the name is free.
+  void Rename(const std::string& name);
+  const std::string& GetIconPath() const { return m_iconPath; }
+  const std::string& GetCurrentProfile() const { return m_currentProfile; }
+  void SetCurrentProfile(const std::string& name) { m_currentProfile = name; }
+  bool IsTouched() const { return m_bTouched; }
+  void SetTouched(bool touched) { m_bTouched = touched; }
+
+  ConfigTree& GetConfig() { return m_config; }
+  const ConfigTree& GetConfig() const { return m_config; }
+  unidevice::PropertyHandler& GetProperties() { return m_properties; }
+  /// One track per property, in the properties' order.
+  std::vector<util::AVar_Linear<double>>& GetTracks() { return m_tracks; }
+  const std::vector<LiveSpinner>& GetLiveSpinners() const { return m_liveSpinners; }
+  /// The nodes of this rig that the adaptor knows, in the order of their creation.
+  std::vector<CoreNode*> GetNodes() const;
+
+  /// Writes the record from which the rig can be rebuilt; the caller has run the rig's Store.
+  void WriteRecord(util::xml::Tag& out) const;
+  /// Reads parameters, inputs, tracks and blob from a record, after Define and before Restore.
+  /// An empty text means success, any other names what is damaged.
+  std::string ReadRecord(const util::xml::Element& record);
+
+  // CExtendable
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override;
+
+  // CInterface
+  int PushUndo(CUndo* step) override;
+  unidevice::Property* AddInput(std::string name, std::string label, unsigned flags) override;
+  unidevice::Property* AddInput(std::string name, unsigned flags) override;
+  unidevice::Property* FindInput(std::string name) override;
+  void BeginConfig() override;
+  void EndConfig() override {}
+  void BeginGroup(std::string label, std::string tooltip) override;
+  void* EndGroup() override;
+  void AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max, int step,
+                     int extra, bool asInput, Callback* cb) override;
+  void AddSpinner(std::string label, std::string tooltip, double* value, double min, double max,
+                  double step, int decimals, bool asInput, Callback* cb) override;
+  void AddCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) override;
+  void AddTextBox(std::string label, std::string tooltip, std::string* value,
+                  Callback* cb) override;
+  ComboUpdater* AddComboBox(std::string label, std::string tooltip, std::vector<std::string> items,
+                            int* index, Callback* cb) override;
+  void AddButton(std::string label, std::string tooltip, Callback* cb) override;
+  void RefreshConfig() override;
+  void ShowInputConfig() override;
+  std::string GetDataPath() override;
+  void SetUserData(const void* data, int size) override;
+  const void* GetUserData(int* size) override;
+  void ClearUserData() override;
+  void DeleteNode(CNode* node, bool undoable) override;
+  CNode* FindNode(std::string name) override;
+  CNode* CreateCameraNode(std::string name, CNode* parent, double fieldOfView,
+                          double nearClip) override;
+  CNode* CreateMeshNode(std::string name, CNode* parent, const util::CMesh* mesh,
+                        int flags) override;
+  void Reserved2(std::string, util::CMesh) override {}
+  CSnapshot* GetSnapshot(CNode* node, double time) override;
+  CSnapshot_Helper* GetSnapshotHelper(CNode* node) override;
+  CSnapshot_Mesh* GetSnapshotMesh(CNode* node, double time) override;
+  CSnapshot_Lens* GetSnapshotLens(CNode* node, double time) override;
+  void ReleaseNode(void* object) override;
+  void ReleaseSnapshotLens(CSnapshot_Lens* snapshot) override;
+  void ReleaseSnapshotMesh(CSnapshot_Mesh* snapshot) override;
+  void ReleaseSnapshotHelper(CSnapshot_Helper* snapshot) override;
+  void ReleaseSnapshot(CSnapshot* snapshot) override;
+  double GetTime() override;
+  double GetFrameRate() override;
+  double GetFrameDuration() override;
+  void RefreshViews() override;
+  int MessageBox(std::string title, std::string text, unsigned flags) override;
+
+ private:
+  class COREComboUpdater;
+
+  /// Keeps the control that a resimulation set aside, and forgets it when its device goes.
+  class ControlHolder : public unidevice::ControlTarget {
+   public:
+    ~ControlHolder() override;
+    void hold(unidevice::Control* control);
+    unidevice::Control* get() const { return m_control; }
+    void controlGone(unidevice::Control* control) override;
+
+   private:
+    unidevice::Control* m_control = nullptr;
+  };
+
+  AdaptorInterface& Adaptor() const;
+  NodeRecord* FindNodeRecord(const std::string& name);
+  void PushTakeUndo();
+  void StartLiveSpinners();
+  void StopLiveSpinners();
+  void ApplyLiveSpinners();
+  void UseTemporaryControls();
+  void RestoreControls();
+  void RecordInputs(double t);
+  void FeedInputs(double t);
+  void ReplaceBlob(const void* data, int size);
+
+  CCamera* m_pRig;  ///< owned; ended by its Destroy
+  ConfigTree m_config;
+  std::vector<LiveSpinner> m_liveSpinners;
+  Tool* m_pTool;  ///< not owned
+  bool m_bTouched = false;
+  unidevice::PropertyHandler m_properties;
+  std::vector<util::AVar_Linear<double>> m_tracks;
+  std::vector<ControlHolder> m_savedControls;
+  std::vector<std::unique_ptr<unidevice::Control>> m_temporaryControls;
+  std::string m_currentProfile = "Factory Settings";
+  std::string m_name;
+  std::string m_iconPath;
+  bool m_bHasUserData = false;
+  std::vector<unsigned char> m_userData;
+  std::vector<std::unique_ptr<COREComboUpdater>> m_comboUpdaters;
+  std::vector<LiveSpinnerSpan> m_liveSpinnerSpans;
+  std::vector<NodeRecord> m_nodeRecords;  ///< as loaded; what FindNode resolves by
+  std::shared_ptr<int> m_life;            ///< expires with this instance: undo steps watch it
+  CoreImplementation& m_core;
+};
+
+}  // namespace orv::rws::core
