@@ -1,0 +1,90 @@
+/// Keys of one property of a node.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace orv::rws::adaptor::headless {
+
+/// The property that a channel moves.
+enum class ChannelPath { kTranslation, kRotation, kScale };
+
+/// How a channel goes from key to key.
+enum class Interpolation { kLinear, kStep, kCubicSpline };
+
+/// Number of values of one key: 4 for a rotation (x, y, z, w), else 3.
+constexpr int componentCount(ChannelPath path) {
+  return path == ChannelPath::kRotation ? 4 : 3;
+}
+
+/// Animation of a translation (m), a rotation (unit quaternion) or a scale (factor) over time (s).
+/// Times rise strictly. Before the first and behind the last key the value is held. A value type.
+///
+/// LINEAR goes along the straight line, for rotations along the shorter great circle; at a key's
+/// time the value is exactly the key's. A CUBICSPLINE key has three values: the tangent that comes
+/// in, the value, the tangent that goes out (per second).
+///
+/// Evaluation allocates nothing and remembers the last interval, so that playing in time order
+/// needs no search; because of that a channel must not be evaluated on two threads at once.
+class Channel {
+ public:
+  explicit Channel(ChannelPath path, Interpolation mode = Interpolation::kLinear)
+      : m_path(path), m_mode(mode) {}
+
+  ChannelPath path() const { return m_path; }
+  Interpolation mode() const { return m_mode; }
+  bool empty() const { return m_times.empty(); }
+  std::size_t size() const { return m_times.size(); }
+  const std::vector<double>& times() const { return m_times; }
+  /// All keys' values one after the other, `valuesPerKey()` for each.
+  const std::vector<double>& values() const { return m_values; }
+  int valuesPerKey() const;
+
+  /// Replaces all keys. False, with the channel as it was, when times do not rise strictly, a
+  /// number is not finite, or there are not `valuesPerKey()` values for each time.
+  bool setKeys(std::vector<double> times, std::vector<double> values);
+
+  /// Sets a LINEAR key at `time` (replacing one within kSameTime of it); `value` has
+  /// `componentCount` numbers. A STEP or CUBICSPLINE channel becomes LINEAR first, by its own keys
+  /// and frames (see `bake`).
+  void setKey(double time, const double* value, double frameDuration);
+
+  /// Puts a take's keys into the channel: keys before `start` stay, those from `start` to `end`
+  /// give way to the take's, those behind `end` stay (give infinity to let none stay). Keys within
+  /// kSameTime of the bounds count as inside. `times` rise strictly, `values` holds
+  /// `componentCount` numbers per time. The channel is LINEAR afterwards: of a STEP or CUBICSPLINE
+  /// channel what stays is baked (see `bake`).
+  /// False, with the channel as it was, when the take's keys are not in order or not finite.
+  bool replaceKeys(double start, double end, const std::vector<double>& times,
+                   const std::vector<double>& values, double frameDuration);
+
+  /// Makes a STEP or CUBICSPLINE channel LINEAR: one key at its first and last time and at each
+  /// multiple of `frameDuration` (s, above 0) between. A LINEAR channel stays as it is.
+  void bake(double frameDuration);
+
+  /// Value at `time`: `componentCount(path())` numbers. The channel must not be empty.
+  void evaluate(double time, double* value) const;
+
+  /// Times closer than this are one key (s).
+  static constexpr double kSameTime = 1e-5;
+
+  friend bool operator==(const Channel& a, const Channel& b) {
+    return a.m_path == b.m_path && a.m_mode == b.m_mode && a.m_times == b.m_times &&
+           a.m_values == b.m_values;
+  }
+  friend bool operator!=(const Channel& a, const Channel& b) { return !(a == b); }
+
+ private:
+  std::size_t intervalAt(double time) const;
+  void keyValue(std::size_t key, double* value) const;
+  void interpolateLinear(std::size_t key, double s, double* value) const;
+  void interpolateCubic(std::size_t key, double s, double dt, double* value) const;
+
+  ChannelPath m_path;
+  Interpolation m_mode;
+  std::vector<double> m_times;
+  std::vector<double> m_values;
+  mutable std::size_t m_cursor = 0;  ///< interval of the last evaluation
+};
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,41 @@
+/// Reads glTF 2.0 scenes.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/Scene.h"
+
+namespace orv::rws::adaptor::headless {
+
+struct ReadOptions {
+  /// Name or index of the animation clip to evaluate; empty for the first.
+  std::string clip;
+};
+
+struct ReadResult {
+  std::unique_ptr<Scene> scene;       ///< null when reading failed
+  std::string error;                  ///< "file: place: what is wrong"; empty on success
+  std::vector<std::string> warnings;  ///< what was found odd and how it was taken
+
+  explicit operator bool() const { return scene != nullptr; }
+};
+
+/// Reader of `.glb` and `.gltf`. Nothing in a file is trusted: whatever is wrong gives an error
+/// that names the file and the place, and no scene. No exceptions leave it.
+class GltfReader {
+ public:
+  /// Reads a file and the buffers beside it; the form is told from the content.
+  static ReadResult read(const std::string& path, const ReadOptions& options = {});
+  /// Reads from memory; `name` stands for the file in messages. Buffers beside the file are
+  /// refused.
+  static ReadResult readMemory(std::string bytes, const std::string& name,
+                               const ReadOptions& options = {});
+
+ private:
+  friend class GltfSceneBuilder;
+  GltfReader() = delete;
+};
+
+}  // namespace orv::rws::adaptor::headless

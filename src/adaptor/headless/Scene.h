@@ -1,0 +1,115 @@
+/// The scene of the headless host.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/SceneNode.h"
+
+namespace orv::rws::adaptor::headless {
+
+class GltfDocument;
+
+/// Storage record of one rig, as it stands in the file.
+struct RigRecord {
+  std::string kind;
+  std::string name;
+  std::string record;   ///< text that only the rig's instance understands
+  std::string others;   ///< further members found in the file, as a JSON object; else empty
+  std::string raw;      ///< JSON of a damaged record, written back as it is; else empty
+  std::string problem;  ///< what is wrong with a damaged record and where; else empty
+
+  bool damaged() const { return !problem.empty(); }
+};
+
+/// A tree of nodes with keys, a frame rate, a playback range and the records of the scene's rigs.
+/// It keeps the document that it was read from, so that a save passes on what it does not
+/// understand. Main thread only.
+class Scene {
+ public:
+  Scene();
+  ~Scene();
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  const std::vector<std::unique_ptr<SceneNode>>& roots() const { return m_roots; }
+  /// All nodes, parents before their children, in the order of the tree.
+  std::vector<SceneNode*> nodes() const;
+  std::size_t nodeCount() const { return m_byName.size(); }
+  /// The node of exactly this name, or null.
+  SceneNode* find(const std::string& name) const;
+  /// The first node in the order of the tree with exactly this tag, or null; null for an empty tag.
+  SceneNode* findTagged(const std::string& tag) const;
+
+  /// `wish` when no node has that name, else with "_2", "_3", ... behind it. `except` may keep its
+  /// own name.
+  std::string uniqueName(const std::string& wish, const SceneNode* except = nullptr) const;
+
+  /// Index behind the last child, for `index` arguments.
+  static constexpr std::size_t kLast = static_cast<std::size_t>(-1);
+
+  /// New node at the identity, named `uniqueName(wish)`; null as parent means the world.
+  SceneNode& addNode(const std::string& wish, SceneNode* parent = nullptr,
+                     std::size_t index = kLast);
+  /// Takes a node with all that is below it out of the scene; the caller owns it from here on.
+  std::unique_ptr<SceneNode> detach(SceneNode& node);
+  /// Puts a detached node back. Names that have been given away meanwhile are made unique.
+  SceneNode& attach(std::unique_ptr<SceneNode> node, SceneNode* parent, std::size_t index = kLast);
+  /// Names `node` `uniqueName(wish)` and returns that.
+  const std::string& rename(SceneNode& node, const std::string& wish);
+
+  /// Moves a node below another (null: the world); its local pose and keys stay as they are. False
+  /// when `parent` is `node` or below it.
+  bool move(SceneNode& node, SceneNode* parent, std::size_t index = kLast);
+  /// Moves a node below another (null: the world) so that its world pose stays what it was, at
+  /// `time` for a node without keys, else at each of its keys' times (a STEP or CUBICSPLINE channel
+  /// is baked per frame). Shear that the new parent would cause is lost. False when `parent` is
+  /// `node` or below it, or has no inverse (a scale of 0); nothing has changed then.
+  bool reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index = kLast);
+
+  double frameRate() const { return m_frameRate; }            ///< frames per second
+  double frameDuration() const { return 1.0 / m_frameRate; }  ///< s
+  /// False, with nothing changed, unless `fps` is finite and above 0.
+  bool setFrameRate(double fps);
+  double rangeStart() const { return m_rangeStart; }  ///< s
+  double rangeEnd() const { return m_rangeEnd; }      ///< s
+  /// False, with nothing changed, unless both are finite and end is not before start.
+  bool setRange(double start, double end);
+  /// First and last key time of all nodes (s); false when nothing is keyed.
+  bool keyRange(double& start, double& end) const;
+
+  /// In list order.
+  std::vector<RigRecord>& rigs() { return m_rigs; }
+  const std::vector<RigRecord>& rigs() const { return m_rigs; }
+
+  /// Names of the file's animation clips, in its order ("" for one without a name).
+  const std::vector<std::string>& clips() const { return m_clips; }
+  /// Index of the clip that the nodes' channels come from and keys are written to; -1 when the file
+  /// has none.
+  int evaluatedClip() const { return m_evaluatedClip; }
+
+ private:
+  friend class GltfReader;
+  friend class GltfWriter;
+  friend class SceneNode;
+
+  std::vector<std::unique_ptr<SceneNode>>& siblings(SceneNode* parent);
+  void enter(SceneNode& node);
+  void leave(SceneNode& node);
+
+  std::vector<std::unique_ptr<SceneNode>> m_roots;
+  std::map<std::string, SceneNode*> m_byName;
+  double m_frameRate = 25.0;
+  double m_rangeStart = 0.0;
+  double m_rangeEnd = 10.0;
+  bool m_settingsTouched = false;  ///< rate or range set, or found in the file
+  std::vector<RigRecord> m_rigs;
+  std::vector<std::string> m_clips;
+  int m_evaluatedClip = -1;
+  std::shared_ptr<const GltfDocument> m_document;  ///< null for a scene made in memory
+};
+
+}  // namespace orv::rws::adaptor::headless

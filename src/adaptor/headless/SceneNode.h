@@ -1,0 +1,155 @@
+/// One node of the headless scene.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/Channel.h"
+#include "adaptor/headless/Trs.h"
+#include "util/CMesh.h"
+
+namespace orv::rws::adaptor::headless {
+
+class GltfDocument;
+class Scene;
+
+/// Perspective lens of a camera node. The camera looks along -Z of the node with +Y up.
+struct Lens {
+  double fieldOfView = 45.0;   ///< vertical (degrees)
+  double focusDistance = 5.0;  ///< m
+  double nearClip = 0.1;       ///< m
+  double farClip = 0.0;        ///< m; 0 = infinite
+};
+
+bool operator==(const Lens& a, const Lens& b);
+inline bool operator!=(const Lens& a, const Lens& b) {
+  return !(a == b);
+}
+
+/// Polyline of a curve node in the node's own space (m).
+struct Curve {
+  std::vector<util::Vector3<double>> points;
+  bool closed = false;  ///< a last line leads back to the first point
+};
+
+/// Red, green, blue in [0, 1], linear light.
+using Colour = std::array<float, 3>;
+
+/// The static pose of a node and its keys: what a reparenting or a take changes, so what its undo
+/// keeps.
+struct NodeAnimation {
+  Trs pose;
+  std::array<std::optional<Channel>, 3> channels;  ///< in the order of ChannelPath
+};
+
+/// A node of a Scene: a pose with keys, and perhaps a lens, a curve or a mesh. Space: glTF's, which
+/// is the rigs' own (right-handed, Y up, metres); poses are relative to the parent.
+///
+/// Owned by its parent, or by the scene when it is a root; its address stays the same as long as it
+/// lives, also through Scene::detach and attach. What a setter changes is written anew by the next
+/// save; all else goes back to the file as it was read.
+class SceneNode {
+ public:
+  ~SceneNode();
+  SceneNode(const SceneNode&) = delete;
+  SceneNode& operator=(const SceneNode&) = delete;
+
+  /// Unique in the scene. Scene::rename changes it.
+  const std::string& name() const { return m_name; }
+  /// Null for a root.
+  SceneNode* parent() const { return m_parent; }
+  const std::vector<std::unique_ptr<SceneNode>>& children() const { return m_children; }
+  /// Position among its parent's children or the scene's roots.
+  std::size_t indexInParent() const;
+  /// Null while the node is detached.
+  Scene* scene() const { return m_scene; }
+  /// True when `ancestor` is this node or above it.
+  bool isUnder(const SceneNode& ancestor) const;
+
+  /// The pose where no channel says otherwise.
+  const Trs& pose() const { return m_pose; }
+  void setPose(const Trs& pose);
+  /// Null where the property has no keys.
+  const Channel* channel(ChannelPath path) const;
+  bool hasKeys() const;
+  /// Takes over a whole channel; an empty one removes the property's keys.
+  void setChannel(Channel channel);
+  void removeChannel(ChannelPath path);
+  /// See Channel::replaceKeys; makes the channel when there is none. `frameDuration` in seconds.
+  bool replaceKeys(ChannelPath path, double start, double end, const std::vector<double>& times,
+                   const std::vector<double>& values, double frameDuration);
+  NodeAnimation animation() const;
+  /// Puts pose and keys back to what `animation()` gave; nothing counts as changed that is equal.
+  void setAnimation(const NodeAnimation& animation);
+
+  /// Pose relative to the parent at `time` (s).
+  Trs localTrs(double time) const;
+  util::Matrix<double> localMatrix(double time) const;
+  /// Parent's world matrix times the local one.
+  util::Matrix<double> worldMatrix(double time) const;
+
+  bool visible() const { return m_visible; }
+  void setVisible(bool visible);
+  /// Mark of a node that belongs to a rig; empty for all others.
+  const std::string& tag() const { return m_tag; }
+  void setTag(const std::string& tag);
+
+  /// Null when the node has none.
+  const Lens* lens() const { return m_lens ? &*m_lens : nullptr; }
+  void setLens(const Lens& lens);
+  const Curve* curve() const;
+  void setCurve(const Curve& curve);
+  bool hasMesh() const;
+  /// Triangles in the node's own space; built from the file's data at the first call. Null when the
+  /// node has none.
+  const util::CMesh* mesh() const;
+  void setMesh(const util::CMesh& mesh);
+  /// Display colour of a mesh given by `setMesh`, or the base colour of the file's first material.
+  Colour colour() const { return m_colour; }
+  void setColour(const Colour& colour);
+
+ private:
+  friend class Scene;
+  friend class GltfReader;
+  friend class GltfWriter;
+
+  /// What has changed since the node was read.
+  struct Touched {
+    bool name = false;
+    bool pose = false;
+    bool visible = false;
+    bool tag = false;
+    bool lens = false;
+    bool curve = false;
+    bool mesh = false;
+    bool colour = false;
+    std::array<bool, 3> channels{};
+  };
+
+  explicit SceneNode(std::string name) : m_name(std::move(name)) {}
+  std::optional<Channel>& slot(ChannelPath path);
+
+  std::string m_name;
+  SceneNode* m_parent = nullptr;
+  Scene* m_scene = nullptr;
+  std::vector<std::unique_ptr<SceneNode>> m_children;
+  Trs m_pose;
+  std::array<std::optional<Channel>, 3> m_channels;
+  bool m_visible = true;
+  std::string m_tag;
+  std::optional<Lens> m_lens;
+  mutable std::shared_ptr<const Curve> m_curve;
+  mutable std::shared_ptr<const util::CMesh> m_mesh;
+  Colour m_colour{0.8f, 0.8f, 0.8f};
+  Touched m_touched;
+  /// Where the node was read from; null for a node made in memory.
+  std::shared_ptr<const GltfDocument> m_document;
+  int m_sourceIndex = -1;  ///< in the document's nodes
+  int m_sourceMesh = -1;   ///< in the document's meshes
+};
+
+}  // namespace orv::rws::adaptor::headless

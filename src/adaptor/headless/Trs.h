@@ -1,0 +1,33 @@
+/// A local pose as translation, rotation and scale.
+#pragma once
+
+#include "util/Matrix.h"
+#include "util/Quat.h"
+#include "util/Vector3.h"
+
+namespace orv::rws::adaptor::headless {
+
+/// A node's pose relative to its parent (m; unit quaternion; factors). Scale acts first, then the
+/// rotation, then the translation.
+struct Trs {
+  util::Vector3<double> translation{0.0, 0.0, 0.0};
+  util::Quat<double> rotation;
+  util::Vector3<double> scale{1.0, 1.0, 1.0};
+};
+
+bool operator==(const Trs& a, const Trs& b);
+inline bool operator!=(const Trs& a, const Trs& b) {
+  return !(a == b);
+}
+
+/// The pose as an affine matrix.
+util::Matrix<double> compose(const Trs& pose);
+
+/// The pose whose matrix comes closest to `matrix`: shear is lost, a mirrored matrix gets a
+/// negative scale along X, and an axis of length zero gives scale 0 along it.
+Trs decompose(const util::Matrix<double>& matrix);
+
+/// Inverse of an affine matrix; false, with `result` untouched, when it has none.
+bool invertAffine(const util::Matrix<double>& matrix, util::Matrix<double>& result);
+
+}  // namespace orv::rws::adaptor::headless
