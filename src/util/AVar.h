@@ -86,6 +86,20 @@ class AVar {
   static constexpr std::uint32_t kHeaderSize = 16;
   static constexpr std::uint32_t kVersion = 100;
   static constexpr std::size_t kSampleSize = 8 + FlatForm<T>::size;
+
+  /// Of samples `i` and i + 1, the nearer to `time`.
+  int nearer(int i, double time) const {
+    return time - samples[i].time < samples[i + 1].time - time ? i : i + 1;
+  }
+
+  /// The last sample before `time` if the samples stood evenly, which a take's mostly do; never the
+  /// last one of all. -1 where times that are no numbers allow no guess.
+  int guessBefore(double time) const {
+    const int last = static_cast<int>(samples.size()) - 1;
+    const double start = samples.front().time;
+    const double guess = (time - start) / (samples.back().time - start) * last;
+    return guess >= 0.0 && guess < last ? static_cast<int>(guess) : -1;
+  }
 };
 
 template <class T>
@@ -94,6 +108,9 @@ int AVar<T>::find(double time) const {
   const Sample* const s = samples.data();
   if (s[0].time > time) return 0;
   const int last = static_cast<int>(samples.size()) - 1;
+  if (time >= s[last].time) return last;
+  const int guess = guessBefore(time);
+  if (guess >= 0 && s[guess].time <= time && time <= s[guess + 1].time) return nearer(guess, time);
   int low = 0;
   int high = last;
   while (low <= high) {
@@ -107,7 +124,7 @@ int AVar<T>::find(double time) const {
   }
   if (high >= last) return last;
   if (high < 0) return 0;
-  return time - s[high].time < s[high + 1].time - time ? high : high + 1;
+  return nearer(high, time);
 }
 
 template <class T>
