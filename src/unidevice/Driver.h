@@ -53,6 +53,9 @@ class Driver {
   /// Deletes the driver.
   virtual void destroy();
 
+  /// The native handle of the program's main window, told at each start of polling; may be null.
+  virtual void setWindow(void*) {}
+
   std::string name;              ///< key in the DriverManager
   std::vector<Device*> devices;  ///< owned
 };
