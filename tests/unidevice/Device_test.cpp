@@ -1,0 +1,104 @@
+#include "unidevice/Device.h"
+
+#include <gtest/gtest.h>
+
+#include "TestDevice.h"
+#include "unidevice/DummyDriver.h"
+
+namespace orv::unidevice {
+namespace {
+
+util::xml::Tag controlTag(const std::string& device, const std::string& index,
+                          const std::string& type) {
+  util::xml::Tag tag("control");
+  tag.setAttribute("device", device);
+  tag.setAttribute("index", index);
+  tag.setAttribute("type", type);
+  return tag;
+}
+
+TEST(Device, DetectionPicksTheLargestChangeAndTheEarlierOfEqualOnes) {
+  TestDriver pads("pads"), wheels("wheels");
+  TestDevice* pad = pads.plug("Pad", {"Axis", "Axis", "Axis", "Button"});
+  TestDevice* second = pads.plug("Second", {"Axis"});
+  TestDevice* wheel = wheels.plug("Wheel", {"Axis"});
+  DriverManager& all = DriverManager::instance();
+  EXPECT_EQ(all.detect(nullptr), nullptr);
+  EXPECT_EQ(pad->polls, 1);
+
+  pad->control(0)->previous = 0.25;  // moves by exactly its threshold: not reported
+  pad->control(0)->detectionThreshold = 0.25;
+  EXPECT_EQ(all.detect(nullptr), nullptr);
+  pad->control(0)->detectionThreshold = 0.2499;
+  EXPECT_EQ(all.detect(nullptr), pad->control(0));
+
+  pad->hardware = {0.25, -0.75, 0.75, 0.0};
+  second->hardware = {0.75};
+  wheel->hardware = {0.75};
+  EXPECT_EQ(pad->detectControl(nullptr), pad->control(1));
+  EXPECT_EQ(all.detect(nullptr), pad->control(1));
+  std::vector<Control*> taken = {pad->control(1), pad->control(2)};
+  EXPECT_EQ(all.detect(&taken), second->control(0));
+  taken.push_back(second->control(0));
+  EXPECT_EQ(all.detect(&taken), wheel->control(0));
+  pad->hardware[3] = 1.0;
+  EXPECT_EQ(all.detect(&taken), pad->control(3));
+
+  pad->polls = 0;
+  wheel->usable = false;
+  EXPECT_TRUE(pads.driver->settle());
+  EXPECT_FALSE(wheels.driver->settle());
+  EXPECT_EQ(pad->polls, 1001);
+  EXPECT_EQ(pads.driver->detect(nullptr), nullptr);
+  pad->clear();
+  EXPECT_EQ(pad->control(3)->previous, 0.0);
+  EXPECT_TRUE(pads.driver->activate());
+  EXPECT_FALSE(all.activateAll());
+  EXPECT_TRUE(all.deactivateAll());
+}
+
+TEST(Device, AControlElementFindsItsDeviceOrTheFirstThatMatches) {
+  TestDriver pads("pads"), wheels("wheels");
+  TestDevice* pad = pads.plug("Pad", {"Axis", "Button"});
+  TestDevice* wheel = wheels.plug("Wheel", {"Axis", "Axis", "Button"});
+  DriverManager& all = DriverManager::instance();
+  EXPECT_EQ(all.findControl(controlTag("", "0", "Axis")), pad->control(0));
+  EXPECT_EQ(all.findControl(controlTag("", "1", "Axis")), wheel->control(1));
+  EXPECT_EQ(all.findControl(controlTag("Wheel", "0", "Axis")), wheel->control(0));
+  EXPECT_EQ(all.findControl(controlTag("Pad", "1", "Axis")), nullptr);
+  EXPECT_EQ(all.findControl(controlTag("pad", "0", "Axis")), nullptr);
+  for (const char* index : {"", "x", "0x0", "0 ", "-1", "99999999999"})
+    EXPECT_EQ(all.findControl(controlTag("", index, "Axis")), nullptr) << index;
+  EXPECT_EQ(all.findControl(util::xml::Element::empty()), nullptr);
+  util::xml::Tag saved("");
+  wheel->control(2)->save(saved);
+  EXPECT_EQ(all.findControl(saved), wheel->control(2));
+  wheel->save(saved);
+  EXPECT_EQ(all.findControl(saved.child("control", 1)), wheel->control(1));
+}
+
+TEST(Device, DriversAreListedInOrderUnderUniqueNames) {
+  DriverManager& all = DriverManager::instance();
+  ASSERT_NE(all.find("dummydriver"), nullptr);
+  EXPECT_EQ(all.driver(0), all.find("dummydriver"));
+  EXPECT_NE(all.findDevice("TrinaryEmulator"), nullptr);
+  EXPECT_EQ(all.findDevice("TrinaryEmulator")->state, 0);
+  TestDriver pads("pads");
+  const int count = all.count();
+  EXPECT_FALSE(all.addDriver(std::make_unique<Driver>("pads")));
+  EXPECT_EQ(all.count(), count);
+  EXPECT_EQ(all.find("pads"), pads.driver);
+  EXPECT_EQ(all.find("Pads"), nullptr);
+  EXPECT_FALSE(all.removeDriver("dummydriver"));
+  EXPECT_EQ(all.driver(-1), nullptr);
+  EXPECT_EQ(all.driver(count), nullptr);
+
+  TestDevice* pad = pads.plug("Pad", {"Axis"});
+  EXPECT_TRUE(pads.driver->removeDevice(pad));  // back to us
+  EXPECT_FALSE(pads.driver->removeDevice(pad));
+  EXPECT_EQ(pads.driver->device(0), nullptr);
+  pad->destroy();
+}
+
+}  // namespace
+}  // namespace orv::unidevice

@@ -1,0 +1,320 @@
+#include "unidevice/sdl/SdlDriver.h"
+
+#include <SDL.h>
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <csignal>
+
+#include "unidevice/Control.h"
+#include "unidevice/DriverManager.h"
+#include "unidevice/FFEffect.h"
+#include "unidevice/Property.h"
+#include "unidevice/sdl/SdlDevice.h"
+
+namespace orv::unidevice {
+namespace {
+
+/// What SDL is made to refuse. The two functions below stand before the library's own.
+struct Failures {
+  bool init = false;
+  bool open = false;
+} failures;
+
+template <class Function>
+Function original(const char* name) {
+  return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+struct Rumble {
+  int calls = 0;
+  Uint16 low = 0;
+};
+
+/// A controller plugged into SDL by software. SDL itself must be running.
+class VirtualPad {
+ public:
+  explicit VirtualPad(const char* name, Rumble* rumble = nullptr) {
+    SDL_VirtualJoystickDesc desc;
+    SDL_zero(desc);
+    desc.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
+    desc.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
+    desc.naxes = 3;
+    desc.nbuttons = 4;
+    desc.nhats = 2;
+    desc.name = name;
+    desc.userdata = rumble;
+    if (rumble) {
+      desc.Rumble = [](void* data, Uint16 low, Uint16) {
+        ++static_cast<Rumble*>(data)->calls;
+        static_cast<Rumble*>(data)->low = low;
+        return 0;
+      };
+    }
+    const int index = SDL_JoystickAttachVirtualEx(&desc);
+    EXPECT_GE(index, 0) << SDL_GetError();
+    joystick = SDL_JoystickOpen(index);
+    EXPECT_NE(joystick, nullptr) << SDL_GetError();
+  }
+  ~VirtualPad() {
+    if (joystick) unplug();
+  }
+
+  void unplug() {
+    const SDL_JoystickID id = SDL_JoystickInstanceID(joystick);
+    for (int i = 0; i < SDL_NumJoysticks(); ++i)
+      if (SDL_JoystickGetDeviceInstanceID(i) == id) SDL_JoystickDetachVirtual(i);
+    SDL_JoystickClose(joystick);
+    joystick = nullptr;
+  }
+
+  SDL_Joystick* joystick = nullptr;
+};
+
+/// The driver in the process's list for the time of a test, with no raw USB access.
+struct Sdl {
+  Sdl() {
+    SDL_SetHint(SDL_HINT_JOYSTICK_HIDAPI, "0");
+    auto owned =
+        std::make_unique<SdlDriver>([this](const std::string& line) { log += line + "\n"; });
+    driver = owned.get();
+    EXPECT_TRUE(driver->available()) << driver->error();
+    real = driver->deviceCount();
+    DriverManager::instance().addDriver(std::move(owned));
+  }
+  ~Sdl() {
+    if (driver) DriverManager::instance().removeDriver(SdlDriver::kName);
+  }
+  Device* find(const std::string& name) { return DriverManager::instance().findDevice(name); }
+
+  std::string log;
+  SdlDriver* driver = nullptr;
+  int real = 0;
+};
+
+TEST(SdlDriver, AxesButtonsAndHatsArriveNormalised) {
+  Sdl sdl;
+  VirtualPad pad("Test Pad");
+  sdl.driver->update();
+  Device* device = sdl.find("Test Pad");
+  ASSERT_NE(device, nullptr);
+  EXPECT_NE(sdl.log.find("device \"Test Pad\" is ready: 3 axes, 4 buttons, 2 hats"),
+            std::string::npos);
+  ASSERT_EQ(device->controlCount(), 3 + 4 + 4);
+  EXPECT_EQ(device->control(11), nullptr);
+  EXPECT_EQ(device->control(-1), nullptr);
+
+  const std::pair<Sint16, double> axis[] = {
+      {32767, 1.0}, {-32768, -1.0}, {0, 0.0}, {16384, 16384 / 32767.0}, {-16384, -0.5}};
+  for (const auto& [raw, value] : axis) {
+    SDL_JoystickSetVirtualAxis(pad.joystick, 1, raw);
+    EXPECT_TRUE(device->update());
+    EXPECT_EQ(device->control(1)->current, value);
+    EXPECT_EQ(device->control(0)->current, 0.0);
+  }
+  SDL_JoystickSetVirtualButton(pad.joystick, 3, 1);
+  SDL_JoystickSetVirtualHat(pad.joystick, 0, SDL_HAT_LEFTUP);
+  SDL_JoystickSetVirtualHat(pad.joystick, 1, SDL_HAT_DOWN);
+  sdl.driver->update();
+  const struct {
+    int at;
+    std::uint32_t flags;
+    const char* type;
+    int index;
+    double value;
+  } rows[] = {{0, kInfiniteControl, "Axis", 0, 0.0}, {6, kBinaryControl, "Button", 3, 1.0},
+              {5, kBinaryControl, "Button", 2, 0.0}, {7, kFiniteControl, "Hat", 0, -1.0},
+              {8, kFiniteControl, "Hat", 1, 1.0},    {9, kFiniteControl, "Hat", 2, 0.0},
+              {10, kFiniteControl, "Hat", 3, -1.0}};
+  for (const auto& row : rows) {
+    const Control* control = device->control(row.at);
+    EXPECT_EQ(control->flags, row.flags) << row.at;
+    EXPECT_EQ(control->type, row.type) << row.at;
+    EXPECT_EQ(control->index, row.index) << row.at;
+    EXPECT_EQ(control->current, row.value) << row.at;
+    EXPECT_EQ(control->detectionThreshold, 0.1) << row.at;
+  }
+  EXPECT_TRUE(device->settle());
+  EXPECT_EQ(device->detectControl(nullptr), nullptr);
+  SDL_JoystickSetVirtualAxis(pad.joystick, 2, -9000);
+  EXPECT_EQ(sdl.driver->detect(nullptr), device->control(2));
+}
+
+TEST(SdlDriver, IdenticalDevicesAreToldApartAndComeAndGo) {
+  Sdl sdl;
+  VirtualPad first("Twin"), second("Twin");
+  sdl.driver->update();
+  EXPECT_EQ(sdl.driver->deviceCount(), sdl.real + 2);
+  ASSERT_NE(sdl.find("Twin"), nullptr);
+  ASSERT_NE(sdl.find("Twin #2"), nullptr);
+
+  Property gas("Gas"), brake("Brake");
+  gas.offset = 0.25;
+  gas.deadzone = brake.deadzone = 0.0;
+  gas.assign(sdl.find("Twin")->control(0));
+  brake.assign(sdl.find("Twin #2")->control(0));
+  SDL_JoystickSetVirtualAxis(first.joystick, 0, 32767);
+  SDL_JoystickSetVirtualAxis(second.joystick, 0, -32768);
+  sdl.driver->update();
+  EXPECT_EQ(gas.read(), 1.25);
+  EXPECT_EQ(brake.read(), -1.0);
+
+  // In the middle of a take: one falls back to its offset, the other goes on.
+  const std::uint64_t seen = DriverManager::generation();
+  first.unplug();
+  EXPECT_FALSE(sdl.find("Twin")->update());
+  sdl.driver->update();
+  EXPECT_EQ(sdl.find("Twin"), nullptr);
+  EXPECT_EQ(gas.control, nullptr);
+  EXPECT_EQ(gas.read(), 0.25);
+  EXPECT_EQ(brake.read(), -1.0);
+  EXPECT_NE(DriverManager::generation(), seen);
+  EXPECT_NE(sdl.log.find("device \"Twin\" is gone"), std::string::npos);
+  EXPECT_EQ(sdl.log.find("device \"Twin #2\" is gone"), std::string::npos);
+  EXPECT_FALSE(gas.rebind());
+
+  VirtualPad again("Twin");
+  SDL_JoystickSetVirtualAxis(again.joystick, 0, 32767);
+  sdl.driver->update();
+  EXPECT_TRUE(gas.rebind());
+  EXPECT_EQ(gas.read(), 1.25);
+  EXPECT_EQ(brake.read(), -1.0);
+
+  DriverManager::instance().removeDriver(SdlDriver::kName);
+  sdl.driver = nullptr;
+  EXPECT_EQ(brake.control, nullptr);
+  EXPECT_EQ(brake.read(), 0.0);
+  again.joystick = second.joystick = nullptr;  // SDL has closed them with the last user
+}
+
+TEST(SdlDriver, MovementsDoNotFillTheQueueThatPlugsArriveBy) {
+  Sdl sdl;
+  VirtualPad pad("Busy");
+  sdl.driver->update();
+  for (int i = 0; i < 70000; ++i) {
+    SDL_JoystickSetVirtualAxis(pad.joystick, 0, static_cast<Sint16>(i % 2 ? 32767 : -32768));
+    sdl.find("Busy")->update();
+  }
+  EXPECT_EQ(SDL_PeepEvents(nullptr, 0, SDL_PEEKEVENT, SDL_JOYAXISMOTION, SDL_JOYBUTTONUP), 0);
+  pad.unplug();
+  sdl.driver->update();
+  EXPECT_EQ(sdl.find("Busy"), nullptr);
+}
+
+TEST(SdlDriver, TheProgramKeepsItsOwnInterruptHandler) {
+  struct sigaction before {
+  }, after{};
+  sigaction(SIGINT, nullptr, &before);
+  Sdl sdl;
+  sigaction(SIGINT, nullptr, &after);
+  EXPECT_EQ(before.sa_handler, after.sa_handler);
+}
+
+TEST(SdlDriver, AFailedStartIsReportedAndLeavesAWorkingDriverWithoutDevices) {
+  failures.init = true;
+  std::string log;
+  SdlDriver driver([&log](const std::string& line) { log += line; });
+  failures.init = false;
+  EXPECT_FALSE(driver.available());
+  EXPECT_EQ(driver.error(), log);
+  EXPECT_EQ(log,
+            "joysticks can't be used: no such luck (check that /dev/input is present and may "
+            "be read)");
+  EXPECT_TRUE(driver.update());
+  EXPECT_TRUE(driver.activate());
+  EXPECT_FALSE(driver.settle());
+  EXPECT_EQ(driver.detect(nullptr), nullptr);
+  EXPECT_EQ(driver.deviceCount(), 0);
+}
+
+TEST(SdlDriver, ADeviceThatMayNotBeOpenedIsReportedOnce) {
+  Sdl sdl;
+  VirtualPad pad("Locked");
+  failures.open = true;
+  for (int i = 0; i < 3; ++i) sdl.driver->update();
+  failures.open = false;
+  sdl.driver->update();
+  EXPECT_EQ(sdl.find("Locked"), nullptr);
+  const std::string line = "device \"Locked\" can't be opened: no such luck";
+  EXPECT_NE(sdl.log.find(line), std::string::npos);
+  EXPECT_EQ(sdl.log.find(line), sdl.log.rfind(line));
+}
+
+TEST(SdlDriver, RumbleFollowsItsEffectAndOutlivesItsDevice) {
+  Sdl sdl;
+  Rumble motor;
+  VirtualPad pad("Shaker", &motor), quiet("Quiet");
+  sdl.driver->update();
+  Control* axis = sdl.find("Shaker")->control(0);
+  ASSERT_TRUE(axis->hasForceFeedback());
+  EXPECT_FALSE(sdl.find("Quiet")->control(0)->hasForceFeedback());
+  EXPECT_EQ(sdl.find("Quiet")->control(0)->createEffect(FFKind::kRumble), nullptr);
+  EXPECT_EQ(axis->createEffect(FFKind::kSpring), nullptr);  // a motor is no spring
+
+  Property property("Gas");
+  FFEffect* effect = axis->createEffect(FFKind::kRumble);
+  ASSERT_NE(effect, nullptr);
+  property.effects.push_back(effect);
+  property.bind(axis);
+  EXPECT_TRUE(effect->setMagnitude(0.5));
+  EXPECT_EQ(motor.calls, 0);
+  EXPECT_TRUE(effect->start());
+  EXPECT_EQ(motor.low, 32768);
+  EXPECT_TRUE(effect->setMagnitude(7.0));
+  EXPECT_EQ(effect->magnitude(), 1.0);
+  EXPECT_EQ(motor.low, 65535);
+  EXPECT_TRUE(effect->isPlaying());
+  for (const double bad : {-1.0, std::nan(""), 1e9}) EXPECT_FALSE(effect->setDuration(bad));
+  EXPECT_FALSE(effect->setMagnitude(std::nan("")));
+  EXPECT_FALSE(effect->setPeriod(0.0));
+  EXPECT_TRUE(effect->stop());
+  EXPECT_EQ(motor.low, 0);
+
+  pad.unplug();
+  sdl.driver->update();
+  EXPECT_FALSE(effect->valid);
+  EXPECT_FALSE(effect->start());
+  EXPECT_FALSE(effect->setMagnitude(0.25));
+  EXPECT_EQ(effect->magnitude(), 1.0);
+}
+
+TEST(SdlDriver, EffectsReachSdlInItsOwnUnits) {
+  const double pi = std::acos(-1.0);
+  // SDL names where the force comes from: a push to the right comes from the left (-x), one away
+  // from the user from the user's side (+y).
+  SDL_HapticEffect effect = toSdlEffect(FFKind::kConstant, {0.5, 0.0, 2.0, 0.1});
+  EXPECT_EQ(effect.type, SDL_HAPTIC_CONSTANT);
+  EXPECT_EQ(effect.constant.direction.dir[0], -10000);
+  EXPECT_EQ(effect.constant.direction.dir[1], 0);
+  EXPECT_EQ(effect.constant.length, 2000u);
+  EXPECT_EQ(effect.constant.level, 16384);
+  effect = toSdlEffect(FFKind::kSine, {1.0, pi / 2, 0.0, 0.05});
+  EXPECT_EQ(effect.periodic.direction.dir[0], 0);
+  EXPECT_EQ(effect.periodic.direction.dir[1], 10000);
+  EXPECT_EQ(effect.periodic.length, SDL_HAPTIC_INFINITY);
+  EXPECT_EQ(effect.periodic.period, 50);
+  EXPECT_EQ(effect.periodic.magnitude, 32767);
+  effect = toSdlEffect(FFKind::kDamper, {0.5, 0.0, 0.0, 0.1});
+  EXPECT_EQ(effect.type, SDL_HAPTIC_DAMPER);
+  EXPECT_EQ(effect.condition.left_coeff[1], 16384);
+  effect = toSdlEffect(FFKind::kRumble, {1.0, 0.0, 0.0001, 0.1});
+  EXPECT_EQ(effect.leftright.large_magnitude, 65535);
+  EXPECT_EQ(effect.leftright.length, 1u);  // never 0 by rounding
+}
+
+}  // namespace
+}  // namespace orv::unidevice
+
+extern "C" int SDL_InitSubSystem(Uint32 flags) {
+  if (orv::unidevice::failures.init) return SDL_SetError("no such luck");
+  return orv::unidevice::original<int (*)(Uint32)>("SDL_InitSubSystem")(flags);
+}
+
+extern "C" SDL_Joystick* SDL_JoystickOpen(int index) {
+  if (orv::unidevice::failures.open) {
+    SDL_SetError("no such luck");
+    return nullptr;
+  }
+  return orv::unidevice::original<SDL_Joystick* (*)(int)>("SDL_JoystickOpen")(index);
+}
