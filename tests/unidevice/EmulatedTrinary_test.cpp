@@ -105,9 +105,19 @@ TEST(EmulatedTrinary, IncompleteOrAbsentOrNestedPartsGiveNothing) {
         up + part("device=\"Keyboard\" index=\"0\" type=\"F1\""),
         up + part("device=\"Pad\" index=\"0\" type=\"Down_Arrow\""), up + element(up + down)})
     EXPECT_EQ(rig.resolve(element(children)), nullptr) << children;
+  util::xml::Tag elsewhere = parseTag(element(up + down));
+  elsewhere.setAttribute("device", "Keyboard");  // not the emulator's business
+  EXPECT_EQ(rig.all.findControl(elsewhere), nullptr);
   EXPECT_EQ(rig.emulator.controlCount(), count);
   EXPECT_NE(rig.resolve(element(up + part("device=\"\" index=\"0\" type=\"Down_Arrow\""))),
             nullptr);
+}
+
+TEST(EmulatedTrinary, AControlLeavesItsPartsWhenItGoes) {
+  Control up(kBinaryControl, "Up", 0), tilt(kInfiniteControl, "Axis", 0);
+  destroy(new EmulatedTControl(&up, &tilt, 0, nullptr));
+  EXPECT_TRUE(up.targets.empty());
+  EXPECT_TRUE(tilt.targets.empty());
 }
 
 TEST(EmulatedTrinary, ALostPartUnbindsAndItsReturnBindsAgain) {

@@ -268,6 +268,9 @@ TEST(SdlDriver, RumbleFollowsItsEffectAndOutlivesItsDevice) {
   for (const double bad : {-1.0, std::nan(""), 1e9}) EXPECT_FALSE(effect->setDuration(bad));
   EXPECT_FALSE(effect->setMagnitude(std::nan("")));
   EXPECT_FALSE(effect->setPeriod(0.0));
+  effect->valid = false;  // as when the control is gone and the device is not
+  EXPECT_FALSE(effect->stop());
+  effect->valid = true;
   EXPECT_TRUE(effect->stop());
   EXPECT_EQ(motor.low, 0);
 
