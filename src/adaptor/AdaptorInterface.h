@@ -15,6 +15,7 @@ class Tag;
 
 namespace orv::rws {
 
+class CExtendable;
 class CInterface;
 class CNode;
 class CUndo;
@@ -142,7 +143,12 @@ class AdaptorInterface {
   /// 41 [required] Modal message with one button.
   virtual void ShowMessage(const std::string& title, const std::string& text) = 0;
 
-  // What a host can do beyond the operations above; each may be left as it is.
+  // What a host does or can do beyond the operations above.
+
+  /// [required] Takes back any snapshot that a node gave. Null is ignored.
+  virtual void ReleaseSnapshot(CExtendable* snapshot) = 0;
+  /// [required] Removes a node from the scene for good, with no undo.
+  virtual void DiscardNode(core::CoreNode* node) = 0;
 
   /// [ignorable] The slow factor of the running take, a whole number from 1 up.
   virtual void SetSlowFactor(int) {}
@@ -150,6 +156,11 @@ class AdaptorInterface {
   virtual bool CanShowFramesDuringRun() { return false; }
   /// [ignorable] A take has ended and all is back in place: refresh the lists of nodes.
   virtual void TakeEnded() {}
+  /// [defaulted] A copy of a node's own content (shape, pose, keys; no children) under `parent`, for
+  /// the clone of a rig. Null where the host can't. Undoable in an open block.
+  virtual core::CoreNode* DuplicateNode(core::CoreNode*, const NodeIdentity&, CNode*) {
+    return nullptr;
+  }
   /// [defaulted] The models that a user parented to this node of a rig, for "Low poly on record".
   virtual void GetModelsUnder(core::CoreNode*, util::ReturnValue<std::vector<core::CoreNode*>>&) {}
 };

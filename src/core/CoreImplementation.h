@@ -101,6 +101,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
  private:
   UserInterface* m_pUserInterface = nullptr;
   Hooks* m_pHooks = nullptr;
+  std::vector<int> m_hotKeys;
   LibraryManager m_library;
   Preferences m_preferences;
   int m_lastObjectId = 0;

@@ -35,7 +35,9 @@ class Hooks {
   bool IsWatched(int key) const;
 
  private:
-  std::array<bool, 256> m_watched{};
+  static constexpr int kKeyCount = 256;  ///< one per virtual-key code
+
+  std::array<bool, kKeyCount> m_watched{};
 };
 
 }  // namespace orv::rws::core

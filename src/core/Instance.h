@@ -1,6 +1,7 @@
 // One rig in one scene.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <utility>
@@ -69,6 +70,8 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   /// Renames the instance and its scene nodes, all undoable in an open block. The caller has made
   /// sure that the name is free.
   void Rename(const std::string& name);
+  /// The instance's own name alone.
+  void SetName(const std::string& name);
   const std::string& GetIconPath() const { return m_iconPath; }
   const std::string& GetCurrentProfile() const { return m_currentProfile; }
   void SetCurrentProfile(const std::string& name) { m_currentProfile = name; }
@@ -142,7 +145,10 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   int MessageBox(std::string title, std::string text, unsigned flags) override;
 
  private:
+  friend class LiveSpinnerUndo;
   class COREComboUpdater;
+  /// Every kind of control: an input of any kind can be fed by it.
+  static constexpr unsigned kAnyControl = 65535;
 
   /// Keeps the control that a resimulation set aside, and forgets it when its device goes.
   class ControlHolder : public unidevice::ControlTarget {
@@ -157,8 +163,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   };
 
   AdaptorInterface& Adaptor() const;
-  NodeRecord* FindNodeRecord(const std::string& name);
-  void PushTakeUndo();
+  void AddLiveSpinner(int elementId, const std::string& label);
   void StartLiveSpinners();
   void StopLiveSpinners();
   void ApplyLiveSpinners();
@@ -166,7 +171,6 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void RestoreControls();
   void RecordInputs(double t);
   void FeedInputs(double t);
-  void ReplaceBlob(const void* data, int size);
 
   CCamera* m_pRig;  ///< owned; ended by its Destroy
   ConfigTree m_config;
@@ -175,7 +179,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   bool m_bTouched = false;
   unidevice::PropertyHandler m_properties;
   std::vector<util::AVar_Linear<double>> m_tracks;
-  std::vector<ControlHolder> m_savedControls;
+  std::deque<ControlHolder> m_savedControls;  ///< set aside while a resimulation runs
   std::vector<std::unique_ptr<unidevice::Control>> m_temporaryControls;
   std::string m_currentProfile = "Factory Settings";
   std::string m_name;

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/CoreSubSystem.h"
@@ -39,6 +40,8 @@ class InstanceManager : public CoreSubSystem {
   void RemoveRow(InstanceReference* row);
   /// Last first, until none is left; not undoable.
   void DeleteAll();
+  /// Takes all rows away, last first, and leaves the scene nodes alone: their scene is going.
+  void DropAllRows();
   /// An empty text means success, any other why not. Undoable.
   std::string Rename(InstanceReference* row, const std::string& name);
   /// A copy of rig, parameters, inputs, tracks and nodes under a new name. Undoable. Null, with
@@ -59,17 +62,20 @@ class InstanceManager : public CoreSubSystem {
   InstanceReference& GetRoot() { return m_root; }
   /// `name` itself, or with its number counted up until no instance has it.
   std::string UniqueName(const std::string& name) const;
+  /// Names that no instance may take: those of rigs whose records a scene keeps unopened.
+  void SetReservedNames(std::vector<std::string> names) { m_reservedNames = std::move(names); }
 
  private:
-  class CreateRestore;
-  class DeleteRestore;
-  class RenameRestore;
-  class OrderRestore;
+  friend class InstanceReferenceOrderRestore;
 
   InstanceReference* InsertRow(std::unique_ptr<InstanceReference> row, int index);
+  void MoveRow(int from, int to);
   void ReleaseUserNodes(Instance& instance);
+  bool DuplicateNodes(Instance& source, const std::string& name, util::xml::Element& record,
+                      std::string& problem);
 
   InstanceReference m_root;
+  std::vector<std::string> m_reservedNames;
 };
 
 }  // namespace orv::rws::core

@@ -64,7 +64,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
 
   /// Makes every frame last `duration` instead of what the host says; 0 ends that.
   void SetFixedFrameDuration(double duration);
-  double GetFrameDuration() const;
+  double GetFrameDuration() const;  ///< s
+  double GetFrameRate() const;
   /// The floor of `t` on the frame grid.
   int FrameIndex(double t) const;
   /// `t`, or the nearest frame's time when that is within 1e-5 s.

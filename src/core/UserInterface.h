@@ -64,6 +64,10 @@ class UserInterface {
   virtual ~UserInterface() = default;
   /// Owned by the user interface; null while the main window is closed.
   virtual MainWindowView* GetMainWindow() { return nullptr; }
+  /// Opens the main window under the native window `parent`. False without windows.
+  virtual bool OpenMainWindow(void* /*parent*/) { return false; }
+  virtual void RaiseMainWindow() {}
+  virtual void CloseMainWindow() {}
   virtual CountdownDialog* CreateCountdownDialog() { return nullptr; }
   virtual ResimulationView* CreateResimulationView() { return nullptr; }
   /// Modal message box; flags and answer as CInterface::MessageBox.

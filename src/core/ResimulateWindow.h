@@ -1,0 +1,48 @@
+// Paces a resimulation in slices and tells its progress.
+#pragma once
+
+#include <memory>
+
+#include "core/RecordManager.h"
+#include "core/TimerManager.h"
+#include "core/UserInterface.h"
+#include "util/DynamicObject.h"
+#include "util/MessageNode.h"
+
+namespace orv::rws::core {
+
+/// Steps frames for half a second of each second and leaves the rest to the host's event loop. The
+/// view may be missing: then the run is paced all the same and nothing is shown.
+class RecordManager::ResimulateWindow : public util::DynamicObject,
+                                        public util::MessageNode,
+                                        public TimerManager {
+ public:
+  explicit ResimulateWindow(RecordManager& manager);
+
+  /// Opens the dialog for a run from `from` to `to` (s) and starts the timer.
+  void Open(double from, double to);
+  /// Stops the timer and closes the dialog; the object stays for the next run.
+  void Close();
+  void OnTimer(int id, unsigned elapsedMs) override;
+
+  /// Button 99.
+  void OnStopButton() { m_manager.EndResimulation(); }
+  /// Check box 112; kept in the preferences too.
+  void OnUpdateViewport(bool on);
+
+ private:
+  void UpdateTexts();
+  int FrameAt(double t) const;
+
+  RecordManager& m_manager;
+  std::unique_ptr<ResimulationView> m_pView;
+  float m_lastFrame = 0.0f;        ///< frame shown at the previous update
+  unsigned m_startTick = 0;        ///< ms, start of the run
+  unsigned m_lastRefreshTick = 0;  ///< ms, last viewport refresh
+  bool m_bUpdateViewport = false;
+  int m_remainingSeconds = kUnknownRemaining;
+
+  static constexpr int kUnknownRemaining = (99 * 60 + 59) * 60;
+};
+
+}  // namespace orv::rws::core
