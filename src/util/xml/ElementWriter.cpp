@@ -116,7 +116,8 @@ class Writer {
   }
 
   void beginLine(bool inside) {
-    for (std::size_t i = 0; !inside && i < m_open.size(); ++i) m_out += m_indent;
+    if (inside || m_indent.empty()) return;
+    for (std::size_t i = 0; i < m_open.size(); ++i) m_out += m_indent;
   }
   void endLine(bool inside) {
     if (!inside) m_out += m_lineEnd;

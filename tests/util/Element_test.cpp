@@ -1,0 +1,256 @@
+#include "util/xml/Element.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "util/xml/Tag.h"
+#include "util/xml/TagWithData.h"
+#include "util/xml/Text.h"
+
+namespace orv::util::xml {
+namespace {
+
+Element comment(const std::string& content) {
+  Element element;
+  element.kind = kComment;
+  element.name = content;
+  return element;
+}
+
+Element fromText(std::string_view text) {
+  Element element;
+  EXPECT_EQ(kReadOk, element.loadText(text)) << text;
+  return element;
+}
+
+/// A tag "t" with attribute "v" of this value.
+Tag valued(const std::string& value) {
+  Tag tag("t");
+  tag.setAttribute("v", value);
+  return tag;
+}
+
+Tag exampleProfile() {
+  Tag root("configprofile");
+  root.setAttribute("version", "2.0");
+  root.addChild(comment("by hand"));
+  Element& spinner = root.addChild(Tag("spinner"));
+  spinner.setAttribute("id", "101");
+  spinner.setText("AAAAAAAANEA=");
+  Element& group = root.addChild(Tag("group"));
+  group.addChild(valued("say \"x\""));
+  group.addChild(valued("it's \"x\""));
+  group.addChild(valued("it's <a>\n&\x80"));
+  return root;
+}
+
+constexpr char kExampleText[] =
+    "<configprofile version=\"2.0\">\n"
+    "\t<!-- by hand-- >\n"
+    "\t<spinner id=\"101\">AAAAAAAANEA=</spinner>\n"
+    "\t<group>\n"
+    "\t\t<t v='say \"x\"'/>\n"
+    "\t\t<t v=\"it's &#34;x&#34;\"/>\n"
+    "\t\t<t v=\"it's &#60;a&#62;&#10;&#38;&#128;\"/>\n"
+    "\t</group>\n"
+    "</configprofile>\n";
+
+TEST(Element, WritesTheFormByteForByteAndReadsItBack) {
+  const Tag root = exampleProfile();
+  EXPECT_EQ(kExampleText, root.toText());
+  EXPECT_EQ(root, fromText(root.toText()));
+  EXPECT_EQ(root, fromText(root.toText("", "")));
+  EXPECT_EQ(root,
+            fromText("\xEF\xBB\xBF<?xml version=\"1.0\"?>\r\n" + root.toText("    ", "\r\n")));
+  Tag mixed("p");
+  mixed.addChild(Text("a<b"));
+  mixed.addChild(Tag("c")).addChild(Tag("d"));
+  mixed.addChild(Text("x>y\t"));
+  EXPECT_EQ("<p>a&#60;b<c><d/></c>x>y&#9;</p>\n", mixed.toText());
+  EXPECT_EQ(mixed, fromText(mixed.toText()));
+  Element none;
+  none.kind = 3;
+  none.name = "nothing";
+  EXPECT_EQ("", none.toText());
+}
+
+TEST(Element, KeepsEveryByteOfValuesTextsAndComments) {
+  std::string all;
+  for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+  for (const std::string& content :
+       {all, std::string("  two blanks in front, one behind "), std::string("'"), std::string("\""),
+        std::string("'\"\"'"), std::string("&#65;"), std::string("--"), std::string("-- ")}) {
+    Tag tag = valued(content);
+    tag.addChild(comment(content));
+    tag.addChild(Text(content));
+    EXPECT_EQ(tag, fromText(tag.toText())) << content;
+  }
+}
+
+TEST(Element, ReadsWhatOthersWrite) {
+  const Element root = fromText(
+      "<?xml version=\"1.0\" encoding=\"x\"?><!DOCTYPE r><!-- top --> < r  a='1'b=\"&#x41;&#66\" "
+      ">\n"
+      "<!--plain--> one &amp; &#300;<!----><?skip?> two <e /></r >");
+  EXPECT_EQ("r", root.name);
+  EXPECT_EQ("1", root.attribute("a"));
+  EXPECT_EQ("AB", root.attribute("b"));
+  // Only numeric references of bytes are turned back; blanks before a text are skipped.
+  EXPECT_EQ("one &amp; &#300;two ", root.text());
+  ASSERT_EQ(3u, root.children.size());
+  EXPECT_EQ(comment("plain"), *root.children[0]);
+  EXPECT_EQ(Tag("e"), *root.children[2]);
+  EXPECT_EQ("x", fromText("<a b=\"1\" ? c=2 ><x/></a>").child("x").name) << "a ? ends a mark";
+}
+
+TEST(Element, RefusesDamageWithItsCodeAndKeepsNoTree) {
+  const std::pair<const char*, int> cases[] = {
+      {"", kNoRoot},
+      {"<!-- only -->", kNoRoot},
+      {"text", kOutsideRoot},
+      {"<a/><b/>", kOutsideRoot},
+      {"<a/>b", kOutsideRoot},
+      {"</a>", kWrongClosing},
+      {"<a></b>", kWrongClosing},
+      {"<a", kMalformed},
+      {"<a><b></b>", kMalformed},
+      {"<a b/>", kMalformed},
+      {"<a b =\"1\"/>", kMalformed},
+      {"<a b= \"1\"/>", kMalformed},
+      {"<a b=1/>", kMalformed},
+      {"<a b=\"1'/>", kMalformed},
+      {"<a b=\"x>y\"/>", kMalformed},
+      {"<></>", kBadName},
+      {"<a// ></a//>", kBadName},
+      {"< !a/>", kBadName},
+  };
+  for (const auto& [text, code] : cases) {
+    Element element = valued("old");
+    EXPECT_EQ(code, element.loadText(text)) << text;
+    EXPECT_TRUE(element.isEmpty()) << text;
+    EXPECT_STRNE(errorText(99), errorText(code));
+  }
+  const std::string whole = std::string("<?xml version=\"1.0\"?>\n") + kExampleText;
+  // The last mark may end with the text in place of its ">".
+  for (std::size_t size = 0; size + 2 < whole.size(); ++size) {
+    Element element;
+    EXPECT_NE(kReadOk, element.loadText(whole.substr(0, size))) << size;
+    EXPECT_TRUE(element.isEmpty());
+  }
+}
+
+TEST(Element, TakesDeepTreesWithoutRecursion) {
+  Element deep = Tag("a");
+  for (int i = 0; i < 300000; ++i) {
+    Tag outer("a");
+    outer.emplaceChild(std::move(deep));
+    deep = std::move(outer);
+  }
+  const Element copy(deep);
+  EXPECT_TRUE(copy == deep);
+  Element read;
+  EXPECT_EQ(kTooDeep, read.loadText(deep.toText("", "")));
+
+  const auto nested = [](int levels) {
+    std::string text;
+    for (int i = 0; i < levels; ++i) text += "<a>";
+    for (int i = 0; i < levels; ++i) text += "</a>";
+    return text;
+  };
+  EXPECT_EQ(kReadOk, read.loadText(nested(kMaxReadDepth)));
+  EXPECT_EQ(kTooDeep, read.loadText(nested(kMaxReadDepth + 1)));
+}
+
+TEST(Element, CopiesDeeplyAlsoFromItsOwnParts) {
+  Tag root = exampleProfile();
+  Element copy = root;
+  copy.children[2]->children[0]->setAttribute("v", "changed");
+  EXPECT_EQ(exampleProfile(), root);
+  EXPECT_NE(copy, root);
+  Tag tag("t");
+  static_cast<Element&>(tag) = comment("c");  // the kind comes along, whatever the class
+  EXPECT_EQ(comment("c"), tag);
+
+  root = *root.children[2];
+  EXPECT_EQ("group", root.name);
+  root.addChild(root);
+  EXPECT_EQ(4u, root.children.size());
+  EXPECT_EQ(3u, root.children[3]->children.size());
+  Element& self = root;
+  root = self;
+  EXPECT_EQ(4u, root.children.size());
+  root = std::move(*root.children[3]);
+  EXPECT_EQ(3u, root.children.size());
+}
+
+TEST(Element, ComparesAttributesInOrder) {
+  Tag a("t"), b("t");
+  a.attributes = {{"x", "1"}, {"y", "2"}};
+  b.attributes = {{"y", "2"}, {"x", "1"}};
+  EXPECT_NE(a, b);
+  b.attributes = a.attributes;
+  EXPECT_EQ(a, b);
+  b.addChild(Text("t"));
+  EXPECT_NE(a, b);
+}
+
+TEST(Element, AddsRemovesAndFindsChildren) {
+  Tag root("r");
+  EXPECT_EQ(&root, &root.addChild(Element())) << "nothing is not added";
+  EXPECT_EQ(&root, &root.emplaceChild(Text("")));
+  EXPECT_FALSE(root.removeChild(Tag("x")));
+  root.addChild(Text("x"));
+  root.addChild(Tag("x"));
+  root.addChild(valued("1"));
+  root.addChild(Tag("x")).setAttribute("n", "2");
+  root.addChild(Tag("x"));
+  EXPECT_EQ("2", root.child("x", 1).attribute("n")) << "a text has no name";
+  EXPECT_EQ(&Element::empty(), &root.child("x", 3));
+  EXPECT_EQ(&Element::empty(), &root.child("x", -1));
+  EXPECT_EQ(&Element::empty(), &root.child("absent").child("deeper", 4));
+  EXPECT_TRUE(root.removeChild(Tag("x"))) << "of two equal ones the first goes";
+  EXPECT_EQ("2", root.child("x", 0).attribute("n"));
+  EXPECT_EQ(4u, root.children.size());
+  EXPECT_TRUE(root.removeChild(*root.children[0]));
+  EXPECT_EQ("", root.text());
+  root.addChild(Text("a"));
+  root.addChild(Text("b"));
+  root.setText(root.children.back()->name);
+  EXPECT_EQ("b", root.text());
+  EXPECT_EQ("new", root.setName("new"));
+}
+
+TEST(Element, KeepsBytesInTags) {
+  const double twenty = 20.0;
+  const TagWithData tag("value", &twenty, sizeof twenty);
+  EXPECT_EQ("<value>AAAAAAAANEA=</value>\n", tag.toText());
+  EXPECT_EQ(sizeof twenty, tag.bytes().size());
+}
+
+TEST(Element, SavesAndLoadsFiles) {
+  const std::string folder = ::testing::TempDir() + "orv_element";
+  std::filesystem::create_directories(folder);
+  const std::string path = folder + "/profile.xml";
+  ASSERT_TRUE(exampleProfile().save(path));
+  std::ifstream in(path, std::ios::binary);
+  const std::string bytes((std::istreambuf_iterator<char>(in)), {});
+  EXPECT_EQ(std::string("<?xml version=\"1.0\"?>\n") + kExampleText, bytes);
+  Element back;
+  EXPECT_EQ(kReadOk, back.load(path));
+  EXPECT_EQ(exampleProfile(), back);
+  EXPECT_EQ(kCannotRead, back.load(folder + "/absent.xml"));
+  EXPECT_EQ(kCannotRead, back.load(folder)) << "a folder is no document";
+  EXPECT_TRUE(back.isEmpty());
+  std::string error;
+  EXPECT_FALSE(back.save(folder + "/absent/profile.xml", &error));
+  EXPECT_NE(std::string::npos, error.find("absent/profile.xml")) << error;
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace orv::util::xml

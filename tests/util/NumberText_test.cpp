@@ -1,0 +1,74 @@
+#include "util/NumberText.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <locale>
+
+namespace orv::util {
+namespace {
+
+struct CommaPoint : std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+};
+
+TEST(NumberText, BringsEveryDoubleBackBitForBitInAnyLocale) {
+  const std::locale old = std::locale::global(std::locale(std::locale(), new CommaPoint));
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  std::uint64_t bits = 1;
+  for (int i = 0; i < 20000; ++i) {
+    bits = bits * 6364136223846793005u + 1442695040888963407u;
+    double value = 0;
+    std::memcpy(&value, &bits, sizeof value);
+    if (!std::isfinite(value)) continue;
+    double shortest = 0, exact = 0;
+    ASSERT_TRUE(parseNumber(shortText(value), shortest));
+    ASSERT_TRUE(parseNumber(exactText(value), exact));
+    ASSERT_EQ(0, std::memcmp(&value, &shortest, sizeof value)) << shortText(value);
+    ASSERT_EQ(0, std::memcmp(&value, &exact, sizeof value)) << exactText(value);
+  }
+  EXPECT_EQ("0.1", shortText(0.1));
+  EXPECT_EQ("0.10000000000000001", exactText(0.1));
+  EXPECT_EQ("-0", shortText(-0.0));
+  EXPECT_EQ("5e-324", shortText(std::numeric_limits<double>::denorm_min()));
+  std::setlocale(LC_ALL, "C");
+  std::locale::global(old);
+  char printed[40];
+  for (const double value : {1.0 / 3, 1e22, 123456.0, 1e-7, -2.5e300}) {
+    std::snprintf(printed, sizeof printed, "%.17g", value);
+    EXPECT_EQ(printed, exactText(value));
+  }
+}
+
+TEST(NumberText, ParsesWholeTextsOnly) {
+  double d = 7;
+  for (const char* bad : {"", " 1", "1 ", "1,5", "1.5x", "+-1", "++1", "+", "0x10", "1e", "1e999",
+                          "nan", "inf", "-infinity"}) {
+    EXPECT_FALSE(parseNumber(bad, d)) << bad;
+  }
+  EXPECT_EQ(7, d);
+  EXPECT_TRUE(parseNumber("+.5", d));
+  EXPECT_EQ(0.5, d);
+  EXPECT_TRUE(parseNumber("-inf", d, NonFinite::kAccept));
+  EXPECT_EQ(-std::numeric_limits<double>::infinity(), d);
+  EXPECT_TRUE(parseNumber(shortText(std::nan("")), d, NonFinite::kAccept));
+  EXPECT_TRUE(std::isnan(d));
+
+  int i = 7;
+  for (const char* bad : {"", "1.0", "2147483648", "1e3", "- 1", "nan"}) {
+    EXPECT_FALSE(parseNumber(bad, i)) << bad;
+  }
+  EXPECT_EQ(7, i);
+  EXPECT_TRUE(parseNumber("-2147483648", i));
+  EXPECT_EQ(std::numeric_limits<int>::min(), i);
+  std::int64_t wide = 0;
+  EXPECT_TRUE(parseNumber("9223372036854775807", wide));
+  EXPECT_EQ(std::numeric_limits<std::int64_t>::max(), wide);
+}
+
+}  // namespace
+}  // namespace orv::util
