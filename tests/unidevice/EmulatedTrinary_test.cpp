@@ -85,7 +85,7 @@ TEST(EmulatedTrinary, ASavedControlIsFoundAgainAndNotMadeTwice) {
   const std::string index = std::to_string(control->index);
   const std::string down = part(kDown + kPlus), up = part(kUp + kMinus);
   EXPECT_TRUE(control->matches(parseTag(element(up + down, index))));
-  EXPECT_FALSE(control->matches(parseTag(element(up + down, index + "0"))));
+  EXPECT_FALSE(control->matches(parseTag(element(up + down, "7" + index))));
   EXPECT_FALSE(control->matches(parseTag(element(up + down + down, index))));
   EXPECT_FALSE(control->matches(parseTag(element(down, index))));
   EXPECT_FALSE(
