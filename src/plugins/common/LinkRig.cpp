@@ -1,0 +1,219 @@
+#include "plugins/common/LinkRig.h"
+
+#include <cmath>
+#include <utility>
+
+#include "plugins/common/FrameGrid.h"
+#include "plugins/common/History.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/common/SaveChunk.h"
+#include "unidevice/Control.h"
+#include "unidevice/Property.h"
+#include "util/CMesh_Box.h"
+
+namespace orv::rws::addon {
+
+using Matrix = util::Matrix<double>;
+
+namespace {
+
+/// Edge length of the cage, which shows the way of a translation by its default maximum (m).
+constexpr double kCageSize = 2.0;
+/// Thickness of the cage's bars (m).
+constexpr double kBarSize = 0.02;
+/// No bound for a user, and far from what arithmetic could not hold.
+constexpr double kHuge = 1e18;
+/// A scale this close to 1 is 1: a pose read from the scene has it rounded.
+constexpr double kScaleTolerance = 1e-9;
+
+void Append(util::CMesh& mesh, const util::CMesh& part) {
+  const auto first = static_cast<std::int32_t>(mesh.vertices.size());
+  mesh.vertices.insert(mesh.vertices.end(), part.vertices.begin(), part.vertices.end());
+  for (const std::int32_t index : part.faces) mesh.faces.push_back(first + index);
+}
+
+/// The twelve edges of a cube around the origin.
+util::CMesh CageMesh() {
+  util::CMesh mesh;
+  const double half = kCageSize / 2;
+  for (int axis = 0; axis < 3; ++axis)
+    for (int edge = 0; edge < 4; ++edge) {
+      util::Vector3<double> size(kBarSize, kBarSize, kBarSize);
+      util::Vector3<double> centre;
+      size[axis] = kCageSize + kBarSize;
+      centre[(axis + 1) % 3] = edge & 1 ? half : -half;
+      centre[(axis + 2) % 3] = edge & 2 ? half : -half;
+      Append(mesh, util::CMesh_Box(size.x, size.y, size.z, centre));
+    }
+  return mesh;
+}
+
+util::Vector3<double> ScaleOf(const Matrix& local) {
+  util::Vector3<double> scale = local.rowLengths();
+  for (int i = 0; i < 3; ++i)
+    if (std::abs(scale[i] - 1.0) < kScaleTolerance) scale[i] = 1.0;
+  return scale;
+}
+
+}  // namespace
+
+CRelativeCageNode::CRelativeCageNode(CCamera& rig)
+    : RigMeshNode(rig, "RelativeCageMesh", nullptr, CageMesh()) {}
+
+ActuatorNode::ActuatorNode(CCamera& rig, std::string name, const CRelativeCageNode& cage,
+                           util::CMesh mesh)
+    : RigMeshNode(rig, std::move(name), &cage, std::move(mesh)), m_cage(cage) {}
+
+void ActuatorNode::Write(double time, const Matrix& local) const {
+  WriteKey(time, m_cage.ReadMatrix(time) * local);
+}
+
+LinkRig::LinkRig(const CreationRecord& record, const Kind& kind, util::CMesh actuatorMesh)
+    : CCamera(record),
+      m_cage(*this),
+      m_actuator(*this, kind.actuatorName, m_cage, std::move(actuatorMesh)),
+      m_kind(kind),
+      m_channels(kind.channels.size()),
+      m_histories(kind.channels.size()) {
+  for (std::size_t i = 0; i < m_channels.size(); ++i) {
+    m_channels[i].name = kind.channels[i].name;
+    m_channels[i].filter.settings.maximum = kind.channels[i].maximum;
+  }
+  m_hideModes.Add("Hide Helpers", "Hides the cage and the actuator.", HideModes::kAlways,
+                  {&m_cage, &m_actuator});
+  m_hideModes.Add("Hide Helpers During Recording",
+                  "Hides the cage and the actuator while a take runs.", HideModes::kDuringTakes,
+                  {&m_cage, &m_actuator});
+}
+
+int LinkRig::Define() {
+  m_pInterface->BeginConfig();
+  m_hideModes.Define(*m_pInterface, *this);
+  DefineMore();
+  m_pInterface->BeginGroup("Input Property Parameters", "How each input is turned into movement");
+  for (Channel& channel : m_channels) DefineChannel(channel);
+  m_pInterface->EndGroup();
+  m_pInterface->EndConfig();
+  return 0;
+}
+
+void LinkRig::DefineChannel(Channel& channel) {
+  const unsigned anyKind =
+      unidevice::kBinaryControl | unidevice::kFiniteControl | unidevice::kInfiniteControl;
+  channel.input = m_pInterface->AddInput(channel.name, anyKind);
+  InputFilterSettings& settings = channel.filter.settings;
+  m_pInterface->AddSpinner(channel.name + " Response Factor",
+                           "How quickly the to respond to input value changes.",
+                           &settings.responseFactor, 0.0, 1.0, 0.01, 3, false, this);
+  m_pInterface->AddSpinner(channel.name + " Maximum", "The maximum/minimum value of the input.",
+                           &settings.maximum, -kHuge, kHuge, 0.01, 3, false, this);
+  m_pInterface->AddSpinner(channel.name + " Change Limit",
+                           "This parameter limits the rate of change (the velocity) of the input.",
+                           &settings.fChangeLimit, 0.0, kHuge, 0.1, 3, false, this);
+  m_pInterface->AddCheckBox(
+      channel.name + " Keep Trinary State",
+      "If checked the input value is held until activated again by which it returns to zero. If an "
+      "analog input is used the trigger value is 0.5 (or -0.5).",
+      &settings.bIsTrinaryStateValue, this);
+  m_pInterface->AddCheckBox(
+      channel.name + " Integrate",
+      "If checked the input value is integrated (the value is increased/decreased until the input "
+      "value is zero again).",
+      &settings.bIsIntegratedValue, this);
+}
+
+int LinkRig::Create() {
+  if (m_cage.Create() != 0 || m_actuator.Create() != 0) return 1;
+  return CreateMore();
+}
+
+void LinkRig::Start(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  PushVariableUndo(*m_pInterface, m_histories);
+  for (std::size_t i = 0; i < m_channels.size(); ++i) {
+    InputFilterState& state = m_channels[i].filter.state;
+    state = m_histories[i].At(time);
+    m_histories[i].Cut(FrameAfter(time, dt));
+    // A later start at this time finds what this one settled on, whatever stood around it.
+    m_histories[i].Store(time, state);
+  }
+  if (m_kind.keepsActuatorScale) m_actuatorScale = ScaleOf(m_actuator.ReadLocalMatrix(time));
+  m_hideModes.Start();
+}
+
+void LinkRig::Stop() {
+  m_hideModes.Stop();
+}
+
+void LinkRig::Step(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  for (std::size_t i = 0; i < m_channels.size(); ++i) {
+    Channel& channel = m_channels[i];
+    channel.filter.Step(channel.input->read(), dt);
+    m_histories[i].Store(time, channel.filter.state);
+  }
+  Matrix local = LocalPose();
+  if (m_kind.keepsActuatorScale) ScaleRows(local, m_actuatorScale);
+  m_actuator.Write(time, local);
+}
+
+void LinkRig::Update(double /*time*/) {
+  m_pInterface->RefreshConfig();
+}
+
+int LinkRig::Restore() {
+  if (!m_cage.Find() || !m_actuator.Find()) return 1;
+  RestoreMore();
+  if (LoadBlob() == SaveState::kDamaged)
+    m_pInterface->MessageBox(
+        GetTypeName(),
+        "The memories of a " + GetTypeName() +
+            " in this scene are damaged and start empty. Its keys and recorded "
+            "inputs are untouched: resimulate to rebuild the memories.",
+        kIconWarning);
+  m_hideModes.Restore();
+  return 0;
+}
+
+SaveState LinkRig::LoadBlob() {
+  util::DataChunk chunk;
+  const SaveState state = LoadSaveChunk(*m_pInterface, m_kind.chunkName, kSaveVersion, chunk);
+  if (state != SaveState::kGood) return state;
+  std::vector<InputFilterHistory> histories(m_channels.size());
+  std::vector<InputFilterSettings> settings;
+  const util::DataChunk& all = chunk.getChunk(m_kind.keys.channels);
+  for (std::size_t i = 0; i < m_channels.size(); ++i) {
+    settings.push_back(m_channels[i].filter.settings);
+    SaveReader reader(all.getChunk(m_channels[i].name));
+    histories[i].Load(reader, m_kind.keys);
+    reader.Read(m_kind.keys.isTrinaryStateValue, settings[i].bIsTrinaryStateValue);
+    reader.Read(m_kind.keys.isIntegratedValue, settings[i].bIsIntegratedValue);
+    reader.Read(m_kind.keys.changeLimit, settings[i].fChangeLimit, 0.0, kHuge);
+    if (!reader.IsGood()) return SaveState::kDamaged;
+  }
+  m_histories = std::move(histories);
+  for (std::size_t i = 0; i < m_channels.size(); ++i) m_channels[i].filter.settings = settings[i];
+  return state;
+}
+
+int LinkRig::Store() {
+  util::DataChunk chunk = MakeSaveChunk(m_kind.chunkName, kSaveVersion);
+  util::DataChunk all(m_kind.keys.channels);
+  for (std::size_t i = 0; i < m_channels.size(); ++i) {
+    const InputFilterSettings& settings = m_channels[i].filter.settings;
+    util::DataChunk channel(m_channels[i].name);
+    m_histories[i].Save(channel, m_kind.keys);
+    channel.addValue(m_kind.keys.isTrinaryStateValue, settings.bIsTrinaryStateValue);
+    channel.addValue(m_kind.keys.isIntegratedValue, settings.bIsIntegratedValue);
+    channel.addValue(m_kind.keys.changeLimit, settings.fChangeLimit);
+    all.addChunk(std::move(channel));
+  }
+  chunk.addChunk(std::move(all));
+  return StoreSaveChunk(*m_pInterface, chunk);
+}
+
+void LinkRig::OnCallback(std::string name) {
+  m_hideModes.OnCallback(*m_pInterface, *this, name);
+}
+
+}  // namespace orv::rws::addon

@@ -1,0 +1,30 @@
+// One input that turns a node about an axis of a cage.
+#pragma once
+
+#include <string>
+
+#include "core/interface/CCameraPlugin.h"
+#include "plugins/common/OneChannelRig.h"
+
+namespace orv::rws::addon {
+
+/// The output is the angle about the chosen axis of the cage (rad, right-handed).
+class C1DRotatorObject : public OneChannelRig {
+ public:
+  explicit C1DRotatorObject(const CreationRecord& record);
+
+ protected:
+  util::Matrix<double> LocalPose() const override;
+};
+
+class C1DRotatorPlugin : public CCameraPlugin {
+ public:
+  CCamera* CreateObject(const CreationRecord& record) override;
+  std::string GetId() override { return "1DRotator"; }
+  std::string GetDataFolder() override { return "1drotator"; }
+  std::string GetName() override { return "Orvel 1D rotator"; }
+  std::string GetCategory() override { return "Accessory"; }
+  std::string GetDescription() override;
+};
+
+}  // namespace orv::rws::addon

@@ -1,0 +1,22 @@
+#include "plugins/release/all/AllRigs.h"
+
+#include "plugins/release/1dpositioner/1dpositioner_C1DPositionerObject.h"
+#include "plugins/release/1drotator/1drotator_C1DRotatorObject.h"
+#include "plugins/release/1dscaler/1dscaler_C1DScalerObject.h"
+#include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
+#include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
+#include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
+
+namespace orv::rws::addon {
+
+std::vector<CCameraPlugin*> AllRigs() {
+  static CMotionFilterCamPlugin motionFilterCam;
+  static CSteadyCamPlugin steadyCam;
+  static CDirectInputLinkPlugin directInputLink;
+  static C1DPositionerPlugin positioner;
+  static C1DRotatorPlugin rotator;
+  static C1DScalerPlugin scaler;
+  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner, &rotator, &scaler};
+}
+
+}  // namespace orv::rws::addon

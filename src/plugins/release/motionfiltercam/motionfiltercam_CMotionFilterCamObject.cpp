@@ -1,0 +1,234 @@
+#include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
+
+#include "plugins/common/FrameGrid.h"
+#include "plugins/common/History.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/common/ReplayedEvent.h"
+#include "util/FollowFilters.h"
+
+namespace orv::rws::addon {
+
+using Matrix = util::Matrix<double>;
+using Transform = util::QTransform<double>;
+using Settings = CMotionFilterCamObject::Settings;
+
+namespace {
+
+const char kChunkName[] = "MotionFilterCamDataChunk";
+const char kReInitialize[] = "Re-Initialize";
+const char kSmoothingTip[] =
+    "This factor determines how much the camera will smooth out rebounces at a stop";
+constexpr double kMax = 1e18;
+
+/// The lenses that the nodes were made with, as they lie in the save data.
+struct sDataChunkSaveStruct {
+  LensValues attachedCam;
+  LensValues followCam;
+};
+static_assert(sizeof(sDataChunkSaveStruct) == 32, "the size is part of the format");
+
+struct NumberField {
+  const char* key;
+  double Settings::*value;
+};
+constexpr NumberField kNumbers[] = {
+    {"cMotionFilterCamNode.translationalResponseFactor", &Settings::translationalResponseFactor},
+    {"cMotionFilterCamNode.rotationalResponseFactor", &Settings::rotationalResponseFactor},
+    {"cMotionFilterCamNode.translationalSmoothingFactor", &Settings::translationalSmoothingFactor},
+    {"cMotionFilterCamNode.rotationalSmoothingFactor", &Settings::rotationalSmoothingFactor},
+    {"cMotionFilterCamNode.translationalMaxVel", &Settings::translationalMaxVel},
+    {"cMotionFilterCamNode.rotationalMaxVel", &Settings::rotationalMaxVel},
+};
+
+struct FlagField {
+  const char* key;
+  bool Settings::*value;
+};
+constexpr FlagField kFlags[] = {
+    {"cMotionFilterCamNode.bFixateTranslations", &Settings::bFixateTranslations},
+    {"cMotionFilterCamNode.bFixateRotations", &Settings::bFixateRotations},
+};
+
+util::Vector3<double> AngularVelocity(const Transform& memory) {
+  return {memory.rotation.x, memory.rotation.y, memory.rotation.z};
+}
+
+}  // namespace
+
+CMotionFilterCamObject::CMotionFilterCamNode::CMotionFilterCamNode(CMotionFilterCamObject& rig)
+    : RigCameraNode(rig, "FollowCam", nullptr), m_rig(rig) {}
+
+void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
+  const double dt = Core().GetFrameDuration();
+  const Matrix old = ReadMatrix(FrameBefore(time, dt));
+  Transform current = Transform::fromMatrix(old);
+  const Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
+
+  if (settings.bFixateTranslations)
+    current.position = target.position;
+  else
+    util::SpringFollowPosition(
+        current.position, linearVelocity, target.position, settings.translationalResponseFactor,
+        settings.translationalSmoothingFactor, settings.translationalMaxVel, dt);
+  if (settings.bFixateRotations)
+    current.rotation = target.rotation;
+  else
+    util::SpringFollowRotation(current.rotation, angularVelocity, target.rotation,
+                               settings.rotationalResponseFactor,
+                               settings.rotationalSmoothingFactor, settings.rotationalMaxVel, dt);
+  m_rig.StoreVelocities(time);
+
+  Matrix pose = current.toMatrix();
+  KeepScale(pose, old);
+  WriteKey(time, pose);
+}
+
+CMotionFilterCamObject::CMotionFilterCamObject(const CreationRecord& record)
+    : CCamera(record), m_attachedCam(*this), m_followCam(*this) {}
+
+void CMotionFilterCamObject::Start(double time) {
+  auto& history = m_memory.ancMotionFilterCamNodeqTransMem;
+  PushVariableUndo(*m_pInterface, m_memory);
+  if (m_memory.bFirstTime) {
+    m_followCam.linearVelocity = {};
+    // Only the linear velocity: a camera that spins at Re-Initialize goes on spinning. What it had
+    // last is the latest key, in this run of the program as in any other.
+    m_followCam.angularVelocity =
+        AngularVelocity(history.samples.empty() ? Transform() : history.samples.back().value);
+  } else {
+    const Transform memory = history.value(time);
+    m_followCam.linearVelocity = memory.position;
+    m_followCam.angularVelocity = AngularVelocity(memory);
+  }
+  CutHistory(history, FrameAfter(time, m_pInterface->GetFrameDuration()));
+  m_memory.bFirstTime = false;
+  // A later start at this time finds the same velocities, also where this one was a first time.
+  StoreVelocities(time);
+}
+
+void CMotionFilterCamObject::StoreVelocities(double time) {
+  const util::Vector3<double>& w = m_followCam.angularVelocity;
+  m_memory.ancMotionFilterCamNodeqTransMem.set(
+      time, Transform{m_followCam.linearVelocity, {w.x, w.y, w.z, 1.0}});
+}
+
+void CMotionFilterCamObject::Step(double time) {
+  m_attachedCam.Step(time);
+  m_followCam.Step(time);
+}
+
+void CMotionFilterCamObject::Update(double /*time*/) {
+  m_pInterface->RefreshConfig();
+}
+
+int CMotionFilterCamObject::Define() {
+  m_pInterface->BeginConfig();
+  m_pInterface->BeginGroup("Motion Filter Parameters", "How the FollowCam follows the AttachedCam");
+  DefineTranslations();
+  DefineRotations();
+  m_pInterface->EndGroup();
+  m_pInterface->AddButton(kReInitialize, "The next take starts without the velocity of the last",
+                          this);
+  m_pInterface->EndConfig();
+  return 0;
+}
+
+void CMotionFilterCamObject::DefineTranslations() {
+  Settings& s = m_followCam.settings;
+  m_pInterface->AddCheckBox("Fixate Translations",
+                            "Fixates the camera's translations, ie no filtering",
+                            &s.bFixateTranslations, this);
+  m_pInterface->AddSpinner(
+      "Translation Response Factor",
+      "This factor determines how fast the camera should react to changes in position",
+      &s.translationalResponseFactor, 0.0, kMax, 0.01, 2, true, this);
+  m_pInterface->AddSpinner("Translation Smoothing Factor", kSmoothingTip,
+                           &s.translationalSmoothingFactor, 0.0, kMax, 0.01, 2, true, this);
+  m_pInterface->AddSpinner("Translation Max Velocity",
+                           "This factor determines the maximum translation velocity of the camera",
+                           &s.translationalMaxVel, 0.0, kMax, 0.01, 2, true, this);
+}
+
+void CMotionFilterCamObject::DefineRotations() {
+  Settings& s = m_followCam.settings;
+  m_pInterface->AddCheckBox("Fixate Rotations", "Fixates the camera's rotations, ie no filtering",
+                            &s.bFixateRotations, this);
+  m_pInterface->AddSpinner(
+      "Rotation Response Factor",
+      "This factor determines how fast the camera should react to changes in rotation",
+      &s.rotationalResponseFactor, 0.0, kMax, 0.01, 2, true, this);
+  m_pInterface->AddSpinner("Rotation Smoothing Factor", kSmoothingTip, &s.rotationalSmoothingFactor,
+                           0.0, kMax, 0.01, 2, true, this);
+  m_pInterface->AddSpinner("Rotation Max Velocity",
+                           "This factor determines the maximum rotation velocity of the camera",
+                           &s.rotationalMaxVel, 0.0, kMax, 0.01, 2, true, this);
+}
+
+int CMotionFilterCamObject::Create() {
+  return m_attachedCam.Create() != 0 || m_followCam.Create() != 0 ? 1 : 0;
+}
+
+int CMotionFilterCamObject::Restore() {
+  // Without its AttachedCam the rig goes on, towards the origin; without its FollowCam it is none.
+  m_attachedCam.Find();
+  if (!m_followCam.Find()) return 1;
+  LoadBlob();
+  return 0;
+}
+
+SaveState CMotionFilterCamObject::LoadBlob() {
+  util::DataChunk chunk;
+  const SaveState state = LoadSaveChunk(*m_pInterface, kChunkName, kSaveVersion, chunk);
+  if (state != SaveState::kGood) return state;
+  sDataChunkSaveStruct lenses{m_attachedCam.lens, m_followCam.lens};
+  Memory memory;
+  Settings settings = m_followCam.settings;
+  SaveReader reader(chunk);
+  reader.ReadStruct("sDataChunkSaveStruct", lenses);
+  reader.Read("bFirstTime", memory.bFirstTime);
+  reader.ReadHistory("ancMotionFilterCamNodeqTransMem", memory.ancMotionFilterCamNodeqTransMem);
+  for (const NumberField& field : kNumbers)
+    reader.Read(field.key, settings.*field.value, 0.0, kMax);
+  for (const FlagField& field : kFlags) reader.Read(field.key, settings.*field.value);
+  if (!lenses.attachedCam.IsPossible() || !lenses.followCam.IsPossible()) reader.Refuse();
+  if (!reader.IsGood()) return SaveState::kDamaged;
+  m_attachedCam.lens = lenses.attachedCam;
+  m_followCam.lens = lenses.followCam;
+  m_memory = memory;
+  m_followCam.settings = settings;
+  return state;
+}
+
+int CMotionFilterCamObject::Store() {
+  util::DataChunk chunk = MakeSaveChunk(kChunkName, kSaveVersion);
+  chunk.addValue("sDataChunkSaveStruct",
+                 sDataChunkSaveStruct{m_attachedCam.lens, m_followCam.lens});
+  chunk.addValue("bFirstTime", m_memory.bFirstTime);
+  AddHistory(chunk, "ancMotionFilterCamNodeqTransMem", m_memory.ancMotionFilterCamNodeqTransMem);
+  for (const NumberField& field : kNumbers)
+    chunk.addValue(field.key, m_followCam.settings.*field.value);
+  for (const FlagField& field : kFlags)
+    chunk.addValue(field.key, m_followCam.settings.*field.value);
+  return StoreSaveChunk(*m_pInterface, chunk);
+}
+
+void CMotionFilterCamObject::OnCallback(std::string name) {
+  const ReplayedEvent event(name);
+  // Undo and redo never re-initialise.
+  if (!event.IsReplay() && event.label == kReInitialize) m_memory.bFirstTime = true;
+}
+
+CCamera* CMotionFilterCamPlugin::CreateObject(const CreationRecord& record) {
+  return new CMotionFilterCamObject(record);
+}
+
+std::string CMotionFilterCamPlugin::GetDescription() {
+  return "Orvel MotionFilterCam consists of two cameras. The AttachedCam is attached to an "
+         "animated "
+         "object/camera and the FollowCam will follow the AttachedCam in a smooth or bouncy "
+         "fashion "
+         "by filtering out any sudden or turbulent movements. It is used for both smooth motion as "
+         "well as bouncy action.";
+}
+
+}  // namespace orv::rws::addon
