@@ -47,26 +47,30 @@ class Channel {
   /// Sets a LINEAR key at `time` (replacing one within kSameTime of it); `value` has
   /// `componentCount` numbers. A STEP or CUBICSPLINE channel becomes LINEAR first, by its own keys
   /// and frames (see `bake`).
-  void setKey(double time, const double* value, double frameDuration);
+  /// False, with the channel as it was, when a number is not finite or the channel can't be baked.
+  bool setKey(double time, const double* value, double frameDuration);
 
   /// Puts a take's keys into the channel: keys before `start` stay, those from `start` to `end`
   /// give way to the take's, those behind `end` stay (give infinity to let none stay). Keys within
   /// kSameTime of the bounds count as inside. `times` rise strictly, `values` holds
   /// `componentCount` numbers per time. The channel is LINEAR afterwards: of a STEP or CUBICSPLINE
   /// channel what stays is baked (see `bake`).
-  /// False, with the channel as it was, when the take's keys are not in order or not finite.
+  /// False, with the channel as it was, when the take's keys are not in order or not finite, or
+  /// baking would take more than kMostBakedKeys.
   bool replaceKeys(double start, double end, const std::vector<double>& times,
                    const std::vector<double>& values, double frameDuration);
 
   /// Makes a STEP or CUBICSPLINE channel LINEAR: one key at its first and last time and at each
-  /// multiple of `frameDuration` (s, above 0) between. A LINEAR channel stays as it is.
-  void bake(double frameDuration);
+  /// multiple of `frameDuration` (s, above 0) between. A LINEAR channel stays as it is. False, with
+  /// the channel as it was, when that takes more than kMostBakedKeys.
+  bool bake(double frameDuration);
 
   /// Value at `time`: `componentCount(path())` numbers. The channel must not be empty.
   void evaluate(double time, double* value) const;
 
   /// Times closer than this are one key (s).
   static constexpr double kSameTime = 1e-5;
+  static constexpr double kMostBakedKeys = 1e7;
 
   friend bool operator==(const Channel& a, const Channel& b) {
     return a.m_path == b.m_path && a.m_mode == b.m_mode && a.m_times == b.m_times &&

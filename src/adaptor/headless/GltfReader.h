@@ -34,8 +34,9 @@ class GltfReader {
                                const ReadOptions& options = {});
 
  private:
-  friend class GltfSceneBuilder;
-  GltfReader() = delete;
+  class Builder;
+  static ReadResult build(std::string bytes, const std::string& name, const std::string* folder,
+                          const ReadOptions& options);
 };
 
 }  // namespace orv::rws::adaptor::headless

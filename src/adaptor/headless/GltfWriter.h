@@ -28,7 +28,7 @@ class GltfWriter {
   static WriteResult writeMemory(const Scene& scene, GltfForm form, std::string& bytes);
 
  private:
-  GltfWriter() = delete;
+  class Assembly;
 };
 
 }  // namespace orv::rws::adaptor::headless

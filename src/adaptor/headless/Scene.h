@@ -105,7 +105,8 @@ class Scene {
   double m_frameRate = 25.0;
   double m_rangeStart = 0.0;
   double m_rangeEnd = 10.0;
-  bool m_settingsTouched = false;  ///< rate or range set, or found in the file
+  double m_sourceRange[2] = {0.0, 10.0};  ///< as read or guessed at reading
+  bool m_hadRecord = false;               ///< the file had a record of ours
   std::vector<RigRecord> m_rigs;
   std::vector<std::string> m_clips;
   int m_evaluatedClip = -1;

@@ -43,7 +43,8 @@ using Colour = std::array<float, 3>;
 /// keeps.
 struct NodeAnimation {
   Trs pose;
-  std::array<std::optional<Channel>, 3> channels;  ///< in the order of ChannelPath
+  /// In the order of ChannelPath; null where the property has no keys. Shared, never changed.
+  std::array<std::shared_ptr<const Channel>, 3> channels;
 };
 
 /// A node of a Scene: a pose with keys, and perhaps a lens, a curve or a mesh. Space: glTF's, which
@@ -83,7 +84,7 @@ class SceneNode {
   bool replaceKeys(ChannelPath path, double start, double end, const std::vector<double>& times,
                    const std::vector<double>& values, double frameDuration);
   NodeAnimation animation() const;
-  /// Puts pose and keys back to what `animation()` gave; nothing counts as changed that is equal.
+  /// Puts pose and keys back to what `animation()` gave.
   void setAnimation(const NodeAnimation& animation);
 
   /// Pose relative to the parent at `time` (s).
@@ -101,13 +102,16 @@ class SceneNode {
   /// Null when the node has none.
   const Lens* lens() const { return m_lens ? &*m_lens : nullptr; }
   void setLens(const Lens& lens);
-  const Curve* curve() const;
+  const Curve* curve() const { return m_curve.get(); }
   void setCurve(const Curve& curve);
   bool hasMesh() const;
   /// Triangles in the node's own space; built from the file's data at the first call. Null when the
   /// node has none.
   const util::CMesh* mesh() const;
   void setMesh(const util::CMesh& mesh);
+  /// The same without a copy, as an undo step wants it; null takes the mesh away.
+  void setMesh(std::shared_ptr<const util::CMesh> mesh);
+  std::shared_ptr<const util::CMesh> sharedMesh() const;
   /// Display colour of a mesh given by `setMesh`, or the base colour of the file's first material.
   Colour colour() const { return m_colour; }
   void setColour(const Colour& colour);
@@ -117,39 +121,41 @@ class SceneNode {
   friend class GltfReader;
   friend class GltfWriter;
 
-  /// What has changed since the node was read.
-  struct Touched {
-    bool name = false;
-    bool pose = false;
-    bool visible = false;
-    bool tag = false;
-    bool lens = false;
-    bool curve = false;
-    bool mesh = false;
-    bool colour = false;
-    std::array<bool, 3> channels{};
+  /// How the node was read. What still equals it goes back to the file untouched, also after a
+  /// change was undone.
+  struct Source {
+    std::shared_ptr<const GltfDocument> document;
+    int index = -1;    ///< in the document's nodes
+    int mesh = -1;     ///< in the document's meshes
+    std::string name;  ///< as it was made unique in memory
+    NodeAnimation animation;
+    std::array<bool, 3> exact{};  ///< channels whose exact doubles came with the file
+    std::optional<util::Matrix<double>> matrix;  ///< of a node given by a matrix
+    bool visible = true;
+    std::string tag;
+    std::optional<Lens> lens;
+    std::shared_ptr<const Curve> curve;
+    bool hasTriangles = false;
+    Colour colour{0.8f, 0.8f, 0.8f};
   };
 
   explicit SceneNode(std::string name) : m_name(std::move(name)) {}
-  std::optional<Channel>& slot(ChannelPath path);
+  Channel& ownChannel(ChannelPath path);
 
   std::string m_name;
   SceneNode* m_parent = nullptr;
   Scene* m_scene = nullptr;
   std::vector<std::unique_ptr<SceneNode>> m_children;
   Trs m_pose;
-  std::array<std::optional<Channel>, 3> m_channels;
+  std::array<std::shared_ptr<Channel>, 3> m_channels;
   bool m_visible = true;
   std::string m_tag;
   std::optional<Lens> m_lens;
-  mutable std::shared_ptr<const Curve> m_curve;
-  mutable std::shared_ptr<const util::CMesh> m_mesh;
+  std::shared_ptr<const Curve> m_curve;
+  mutable std::shared_ptr<const util::CMesh> m_mesh;  ///< null until asked for
+  bool m_ownMesh = false;                             ///< given by setMesh
   Colour m_colour{0.8f, 0.8f, 0.8f};
-  Touched m_touched;
-  /// Where the node was read from; null for a node made in memory.
-  std::shared_ptr<const GltfDocument> m_document;
-  int m_sourceIndex = -1;  ///< in the document's nodes
-  int m_sourceMesh = -1;   ///< in the document's meshes
+  std::unique_ptr<const Source> m_source;  ///< null for a node made in memory
 };
 
 }  // namespace orv::rws::adaptor::headless

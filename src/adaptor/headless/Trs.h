@@ -27,7 +27,4 @@ util::Matrix<double> compose(const Trs& pose);
 /// negative scale along X, and an axis of length zero gives scale 0 along it.
 Trs decompose(const util::Matrix<double>& matrix);
 
-/// Inverse of an affine matrix; false, with `result` untouched, when it has none.
-bool invertAffine(const util::Matrix<double>& matrix, util::Matrix<double>& result);
-
 }  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,201 @@
+#include "adaptor/headless/Channel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+#include "util/Quat.h"
+
+namespace orv::rws::adaptor::headless {
+
+namespace {
+
+using util::Quat;
+
+/// Above this cosine the arc is so short that the chord serves better than a division by its sine.
+constexpr double kNearlyParallel = 0.9995;
+
+bool wellFormed(const std::vector<double>& times, const std::vector<double>& values,
+                std::size_t perKey) {
+  if (values.size() != times.size() * perKey) return false;
+  for (std::size_t i = 0; i < times.size(); ++i) {
+    if (!std::isfinite(times[i]) || (i > 0 && !(times[i] > times[i - 1]))) return false;
+  }
+  return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
+}
+
+Quat<double> quatAt(const double* v) {
+  return {v[0], v[1], v[2], v[3]};
+}
+
+void store(const Quat<double>& q, double* v) {
+  v[0] = q.x;
+  v[1] = q.y;
+  v[2] = q.z;
+  v[3] = q.w;
+}
+
+void slerp(const double* a, const double* b, double s, double* out) {
+  const Quat<double> from = quatAt(a).normalized();
+  Quat<double> to = quatAt(b).normalized();
+  double cosine = from.x * to.x + from.y * to.y + from.z * to.z + from.w * to.w;
+  if (cosine < 0.0) {
+    to = -to;
+    cosine = -cosine;
+  }
+  double p = 1.0 - s;
+  double q = s;
+  if (cosine < kNearlyParallel) {
+    const double angle = std::acos(cosine);
+    const double sine = std::sin(angle);
+    p = std::sin(p * angle) / sine;
+    q = std::sin(q * angle) / sine;
+  }
+  Quat<double> r(p * from.x + q * to.x, p * from.y + q * to.y, p * from.z + q * to.z,
+                 p * from.w + q * to.w);
+  r.normalize();
+  store(r, out);
+}
+
+}  // namespace
+
+int Channel::valuesPerKey() const {
+  return componentCount(m_path) * (m_mode == Interpolation::kCubicSpline ? 3 : 1);
+}
+
+bool Channel::setKeys(std::vector<double> times, std::vector<double> values) {
+  if (!wellFormed(times, values, static_cast<std::size_t>(valuesPerKey()))) return false;
+  m_times = std::move(times);
+  m_values = std::move(values);
+  m_cursor = 0;
+  return true;
+}
+
+bool Channel::setKey(double time, const double* value, double frameDuration) {
+  const std::size_t n = static_cast<std::size_t>(componentCount(m_path));
+  if (!std::isfinite(time) ||
+      !std::all_of(value, value + n, [](double v) { return std::isfinite(v); }))
+    return false;
+  if (m_mode != Interpolation::kLinear && !bake(frameDuration)) return false;
+  auto at = std::lower_bound(m_times.begin(), m_times.end(), time - kSameTime);
+  const auto index = static_cast<std::size_t>(at - m_times.begin());
+  const auto first = m_values.begin() + static_cast<std::ptrdiff_t>(index * n);
+  if (at != m_times.end() && *at <= time + kSameTime) {
+    std::copy(value, value + n, first);
+    return true;
+  }
+  m_values.insert(first, value, value + n);
+  m_times.insert(at, time);
+  m_cursor = 0;
+  return true;
+}
+
+bool Channel::replaceKeys(double start, double end, const std::vector<double>& times,
+                          const std::vector<double>& values, double frameDuration) {
+  const std::size_t n = static_cast<std::size_t>(componentCount(m_path));
+  if (!(start <= end) || !wellFormed(times, values, n)) return false;
+  const bool partStays =
+      !empty() && (m_times.front() < start - kSameTime || m_times.back() > end + kSameTime);
+  Channel next(m_path);
+  if (partStays) {
+    next = *this;
+    if (!next.bake(frameDuration)) return false;
+  }
+  const auto from = std::lower_bound(next.m_times.begin(), next.m_times.end(), start - kSameTime);
+  const auto to = std::upper_bound(from, next.m_times.end(), end + kSameTime);
+  const std::ptrdiff_t first = from - next.m_times.begin();
+  const std::ptrdiff_t last = to - next.m_times.begin();
+  const auto width = static_cast<std::ptrdiff_t>(n);
+  next.m_values.erase(next.m_values.begin() + first * width, next.m_values.begin() + last * width);
+  next.m_times.erase(from, to);
+  next.m_values.insert(next.m_values.begin() + first * width, values.begin(), values.end());
+  next.m_times.insert(next.m_times.begin() + first, times.begin(), times.end());
+  // The take's own keys may leave its bounds; then they must still fit between what stays.
+  if (!wellFormed(next.m_times, next.m_values, n)) return false;
+  next.m_cursor = 0;
+  *this = std::move(next);
+  return true;
+}
+
+bool Channel::bake(double frameDuration) {
+  if (m_mode == Interpolation::kLinear) return true;
+  const auto n = static_cast<std::size_t>(componentCount(m_path));
+  std::vector<double> times;
+  if (!empty()) {
+    const double first = m_times.front();
+    const double last = m_times.back();
+    if (!(frameDuration > 0.0) || (last - first) / frameDuration > kMostBakedKeys) return false;
+    times.push_back(first);
+    for (double frame = std::floor(first / frameDuration);; frame += 1.0) {
+      const double time = frame * frameDuration;
+      if (time >= last - kSameTime) break;
+      if (time > first + kSameTime) times.push_back(time);
+    }
+    if (last > first) times.push_back(last);
+  }
+  std::vector<double> values(times.size() * n);
+  for (std::size_t i = 0; i < times.size(); ++i) evaluate(times[i], &values[i * n]);
+  m_mode = Interpolation::kLinear;
+  m_times = std::move(times);
+  m_values = std::move(values);
+  m_cursor = 0;
+  return true;
+}
+
+void Channel::evaluate(double time, double* value) const {
+  // A time that is no number holds the first key.
+  if (!(time > m_times.front())) return keyValue(0, value);
+  if (time >= m_times.back()) return keyValue(m_times.size() - 1, value);
+  const std::size_t key = intervalAt(time);
+  const double t0 = m_times[key];
+  if (time == t0 || m_mode == Interpolation::kStep) return keyValue(key, value);
+  const double dt = m_times[key + 1] - t0;
+  const double s = (time - t0) / dt;
+  if (m_mode == Interpolation::kLinear)
+    interpolateLinear(key, s, value);
+  else
+    interpolateCubic(key, s, dt, value);
+}
+
+/// The key at or before `time`, which lies between the first and the last key.
+std::size_t Channel::intervalAt(double time) const {
+  std::size_t i = m_cursor;
+  if (i + 1 < m_times.size() && m_times[i] <= time) {
+    if (time < m_times[i + 1]) return i;
+    if (i + 2 < m_times.size() && time < m_times[i + 2]) return m_cursor = i + 1;
+  }
+  const auto next = std::upper_bound(m_times.begin(), m_times.end(), time);
+  m_cursor = static_cast<std::size_t>(next - m_times.begin()) - 1;
+  return m_cursor;
+}
+
+void Channel::keyValue(std::size_t key, double* value) const {
+  const auto n = static_cast<std::size_t>(componentCount(m_path));
+  const auto width = static_cast<std::size_t>(valuesPerKey());
+  const std::size_t skip = m_mode == Interpolation::kCubicSpline ? n : 0;
+  std::memcpy(value, &m_values[key * width + skip], n * sizeof(double));
+}
+
+void Channel::interpolateLinear(std::size_t key, double s, double* value) const {
+  const auto n = static_cast<std::size_t>(componentCount(m_path));
+  const double* a = &m_values[key * n];
+  const double* b = a + n;
+  if (m_path == ChannelPath::kRotation) return slerp(a, b, s, value);
+  for (std::size_t i = 0; i < n; ++i) value[i] = a[i] + (b[i] - a[i]) * s;
+}
+
+void Channel::interpolateCubic(std::size_t key, double s, double dt, double* value) const {
+  const auto n = static_cast<std::size_t>(componentCount(m_path));
+  const double* a = &m_values[key * 3 * n];
+  const double* b = a + 3 * n;
+  const double s2 = s * s;
+  const double s3 = s2 * s;
+  for (std::size_t i = 0; i < n; ++i) {
+    value[i] = (2.0 * s3 - 3.0 * s2 + 1.0) * a[n + i] + dt * (s3 - 2.0 * s2 + s) * a[2 * n + i] +
+               (3.0 * s2 - 2.0 * s3) * b[n + i] + dt * (s3 - s2) * b[i];
+  }
+  if (m_path == ChannelPath::kRotation) store(quatAt(value).normalized(), value);
+}
+
+}  // namespace orv::rws::adaptor::headless

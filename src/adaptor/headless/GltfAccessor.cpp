@@ -1,0 +1,129 @@
+#include "adaptor/headless/GltfAccessor.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace orv::rws::adaptor::headless {
+
+namespace {
+
+template <class T>
+T load(const unsigned char* bytes) {
+  T value;
+  std::memcpy(&value, bytes, sizeof value);
+  return value;
+}
+
+double component(const unsigned char* bytes, ComponentType type, bool normalized) {
+  switch (type) {
+    case ComponentType::kByte: {
+      const double v = load<std::int8_t>(bytes);
+      return normalized ? std::max(v / 127.0, -1.0) : v;
+    }
+    case ComponentType::kUnsignedByte: {
+      const double v = load<std::uint8_t>(bytes);
+      return normalized ? v / 255.0 : v;
+    }
+    case ComponentType::kShort: {
+      const double v = load<std::int16_t>(bytes);
+      return normalized ? std::max(v / 32767.0, -1.0) : v;
+    }
+    case ComponentType::kUnsignedShort: {
+      const double v = load<std::uint16_t>(bytes);
+      return normalized ? v / 65535.0 : v;
+    }
+    case ComponentType::kUnsignedInt: {
+      const double v = load<std::uint32_t>(bytes);
+      return normalized ? v / 4294967295.0 : v;
+    }
+    case ComponentType::kFloat:
+      return load<float>(bytes);
+  }
+  return 0.0;
+}
+
+std::uint32_t unsignedAt(const unsigned char* bytes, ComponentType type) {
+  if (type == ComponentType::kUnsignedByte) return load<std::uint8_t>(bytes);
+  if (type == ComponentType::kUnsignedShort) return load<std::uint16_t>(bytes);
+  return load<std::uint32_t>(bytes);
+}
+
+template <class T>
+std::uint32_t largest(const unsigned char* data, std::size_t count, std::size_t stride) {
+  T result = 0;
+  if (stride == sizeof(T)) {
+    for (std::size_t i = 0; i < count; ++i)
+      result = std::max(result, load<T>(data + i * sizeof(T)));
+  } else {
+    for (std::size_t i = 0; i < count; ++i) result = std::max(result, load<T>(data + i * stride));
+  }
+  return result;
+}
+
+}  // namespace
+
+std::size_t sizeOf(ComponentType type) {
+  switch (type) {
+    case ComponentType::kByte:
+    case ComponentType::kUnsignedByte:
+      return 1;
+    case ComponentType::kShort:
+    case ComponentType::kUnsignedShort:
+      return 2;
+    case ComponentType::kUnsignedInt:
+    case ComponentType::kFloat:
+      return 4;
+  }
+  return 0;
+}
+
+std::vector<double> AccessorView::numbers() const {
+  const auto n = static_cast<std::size_t>(components);
+  const std::size_t width = sizeOf(type);
+  std::vector<double> result(count * n, 0.0);
+  if (data != nullptr) {
+    for (std::size_t i = 0; i < count; ++i)
+      for (std::size_t k = 0; k < n; ++k)
+        result[i * n + k] = component(data + i * stride + k * width, type, normalized);
+  }
+  for (std::size_t i = 0; i < sparseCount; ++i) {
+    const std::size_t at = unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType);
+    for (std::size_t k = 0; k < n; ++k)
+      result[at * n + k] = component(sparseValues + (i * n + k) * width, type, normalized);
+  }
+  return result;
+}
+
+std::vector<std::uint32_t> AccessorView::indices() const {
+  std::vector<std::uint32_t> result(count, 0);
+  if (data != nullptr)
+    for (std::size_t i = 0; i < count; ++i) result[i] = unsignedAt(data + i * stride, type);
+  for (std::size_t i = 0; i < sparseCount; ++i)
+    result[unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType)] =
+        unsignedAt(sparseValues + i * sizeOf(type), type);
+  return result;
+}
+
+std::uint32_t AccessorView::largestIndex() const {
+  std::uint32_t result = 0;
+  if (sparseCount > 0) {
+    for (const std::uint32_t index : indices()) result = std::max(result, index);
+  } else if (data != nullptr) {
+    if (type == ComponentType::kUnsignedByte) return largest<std::uint8_t>(data, count, stride);
+    if (type == ComponentType::kUnsignedShort) return largest<std::uint16_t>(data, count, stride);
+    return largest<std::uint32_t>(data, count, stride);
+  }
+  return result;
+}
+
+bool AccessorView::sparseInOrder() const {
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < sparseCount; ++i) {
+    const std::size_t at = unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType);
+    if (at < next || at >= count) return false;
+    next = at + 1;
+  }
+  return true;
+}
+
+}  // namespace orv::rws::adaptor::headless

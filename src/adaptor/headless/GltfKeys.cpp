@@ -1,0 +1,47 @@
+#include "adaptor/headless/GltfKeys.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orv::rws::adaptor::headless {
+
+FloatKeys toFloatKeys(const Channel& channel) {
+  const std::vector<double>& times = channel.times();
+  const std::vector<double>& values = channel.values();
+  const auto width = static_cast<std::size_t>(channel.valuesPerKey());
+  const auto n = static_cast<std::size_t>(componentCount(channel.path()));
+  auto first =
+      static_cast<std::size_t>(std::lower_bound(times.begin(), times.end(), 0.0) - times.begin());
+  FloatKeys keys;
+  keys.times.reserve(times.size() - first + 1);
+  keys.values.reserve((times.size() - first + 1) * width);
+  if (first > 0 && (first == times.size() || times[first] > 0.0)) {
+    double value[4];
+    channel.evaluate(0.0, value);
+    keys.times.push_back(0.0f);
+    // A spline's tangents at the cut stay level.
+    keys.values.resize(width, 0.0f);
+    std::transform(value, value + n, keys.values.begin() + (width == n ? 0 : n),
+                   [](double v) { return static_cast<float>(v); });
+  }
+  for (std::size_t i = first; i < times.size(); ++i) {
+    float time = static_cast<float>(times[i]);
+    if (!keys.times.empty() && time <= keys.times.back())
+      time = std::nextafter(keys.times.back(), std::numeric_limits<float>::infinity());
+    keys.times.push_back(time);
+    for (std::size_t k = 0; k < width; ++k)
+      keys.values.push_back(static_cast<float>(values[i * width + k]));
+  }
+  return keys;
+}
+
+bool fitsFloats(const Channel& channel, const FloatKeys& keys) {
+  const auto same = [](float a, double b) { return static_cast<double>(a) == b; };
+  return std::equal(keys.times.begin(), keys.times.end(), channel.times().begin(),
+                    channel.times().end(), same) &&
+         std::equal(keys.values.begin(), keys.values.end(), channel.values().begin(),
+                    channel.values().end(), same);
+}
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,23 @@
+/// URIs of buffers and images.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orv::rws::adaptor::headless {
+
+bool isDataUri(std::string_view uri);
+/// The bytes of a data: URI, in base64 or percent-encoded. False when it is damaged.
+bool decodeDataUri(std::string_view uri, std::string& bytes);
+std::string encodeDataUri(std::string_view bytes);
+
+/// The path of a relative URI, percent signs decoded. False for other schemes, absolute paths,
+/// damaged percent signs and paths that no file can have.
+bool decodeRelativeUri(std::string_view uri, std::string& path);
+/// A relative path as a URI.
+std::string encodeRelativeUri(std::string_view path);
+
+/// Reads a whole regular file; on failure `error` names it and the reason.
+bool readSideFile(const std::string& path, std::string& bytes, std::string& error);
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,238 @@
+#include "adaptor/headless/Scene.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "adaptor/headless/GltfDocument.h"
+
+namespace orv::rws::adaptor::headless {
+
+using util::Matrix;
+
+namespace {
+
+/// Two poses' numbers closer than this are the same pose (m, factors, quaternion components).
+constexpr double kSamePose = 1e-9;
+
+template <class Visit>
+void visitTree(const std::vector<std::unique_ptr<SceneNode>>& roots, Visit visit) {
+  std::vector<SceneNode*> open;
+  for (auto root = roots.rbegin(); root != roots.rend(); ++root) open.push_back(root->get());
+  while (!open.empty()) {
+    SceneNode* node = open.back();
+    open.pop_back();
+    visit(*node);
+    const auto& children = node->children();
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+      open.push_back(child->get());
+  }
+}
+
+void store(const Trs& pose, ChannelPath path, std::vector<double>& values) {
+  if (path == ChannelPath::kRotation) {
+    const auto& q = pose.rotation;
+    values.insert(values.end(), {q.x, q.y, q.z, q.w});
+  } else {
+    const auto& v = path == ChannelPath::kTranslation ? pose.translation : pose.scale;
+    values.insert(values.end(), {v.x, v.y, v.z});
+  }
+}
+
+bool isConstant(const std::vector<double>& values, std::size_t n) {
+  for (std::size_t i = n; i < values.size(); ++i)
+    if (std::abs(values[i] - values[i % n]) > kSamePose) return false;
+  return true;
+}
+
+}  // namespace
+
+Scene::Scene() = default;
+Scene::~Scene() = default;
+
+std::vector<SceneNode*> Scene::nodes() const {
+  std::vector<SceneNode*> result;
+  result.reserve(m_byName.size());
+  visitTree(m_roots, [&result](SceneNode& node) { result.push_back(&node); });
+  return result;
+}
+
+SceneNode* Scene::find(const std::string& name) const {
+  const auto at = m_byName.find(name);
+  return at == m_byName.end() ? nullptr : at->second;
+}
+
+SceneNode* Scene::findTagged(const std::string& tag) const {
+  if (tag.empty()) return nullptr;
+  SceneNode* found = nullptr;
+  visitTree(m_roots, [&](SceneNode& node) {
+    if (found == nullptr && node.tag() == tag) found = &node;
+  });
+  return found;
+}
+
+std::string Scene::uniqueName(const std::string& wish, const SceneNode* except) const {
+  const std::string base = wish.empty() ? "node" : wish;
+  std::string name = base;
+  for (std::size_t i = 2;; ++i) {
+    const SceneNode* holder = find(name);
+    if (holder == nullptr || holder == except) return name;
+    name = base + "_" + std::to_string(i);
+  }
+}
+
+std::vector<std::unique_ptr<SceneNode>>& Scene::siblings(SceneNode* parent) {
+  return parent != nullptr ? parent->m_children : m_roots;
+}
+
+void Scene::enter(SceneNode& root) {
+  std::vector<SceneNode*> open{&root};
+  while (!open.empty()) {
+    SceneNode* node = open.back();
+    open.pop_back();
+    node->m_name = uniqueName(node->m_name);
+    node->m_scene = this;
+    m_byName.emplace(node->m_name, node);
+    for (auto child = node->m_children.rbegin(); child != node->m_children.rend(); ++child)
+      open.push_back(child->get());
+  }
+}
+
+void Scene::leave(SceneNode& root) {
+  std::vector<SceneNode*> open{&root};
+  while (!open.empty()) {
+    SceneNode* node = open.back();
+    open.pop_back();
+    m_byName.erase(node->m_name);
+    node->m_scene = nullptr;
+    for (auto& child : node->m_children) open.push_back(child.get());
+  }
+}
+
+SceneNode& Scene::addNode(const std::string& wish, SceneNode* parent, std::size_t index) {
+  return attach(std::unique_ptr<SceneNode>(new SceneNode(wish)), parent, index);
+}
+
+std::unique_ptr<SceneNode> Scene::detach(SceneNode& node) {
+  auto& list = siblings(node.m_parent);
+  const auto at = list.begin() + static_cast<std::ptrdiff_t>(node.indexInParent());
+  std::unique_ptr<SceneNode> owned = std::move(*at);
+  list.erase(at);
+  node.m_parent = nullptr;
+  leave(node);
+  return owned;
+}
+
+SceneNode& Scene::attach(std::unique_ptr<SceneNode> node, SceneNode* parent, std::size_t index) {
+  SceneNode& result = *node;
+  auto& list = siblings(parent);
+  list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(index, list.size())),
+              std::move(node));
+  result.m_parent = parent;
+  enter(result);
+  return result;
+}
+
+const std::string& Scene::rename(SceneNode& node, const std::string& wish) {
+  std::string name = uniqueName(wish, &node);
+  m_byName.erase(node.m_name);
+  node.m_name = std::move(name);
+  m_byName.emplace(node.m_name, &node);
+  return node.m_name;
+}
+
+bool Scene::move(SceneNode& node, SceneNode* parent, std::size_t index) {
+  if (parent != nullptr && parent->isUnder(node)) return false;
+  auto& from = siblings(node.m_parent);
+  const auto at = from.begin() + static_cast<std::ptrdiff_t>(node.indexInParent());
+  std::unique_ptr<SceneNode> owned = std::move(*at);
+  from.erase(at);
+  auto& to = siblings(parent);
+  to.insert(to.begin() + static_cast<std::ptrdiff_t>(std::min(index, to.size())), std::move(owned));
+  node.m_parent = parent;
+  return true;
+}
+
+bool Scene::reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index) {
+  if (parent != nullptr && parent->isUnder(node)) return false;
+  const auto poseUnder = [&node, parent](double t, Trs& pose) {
+    Matrix<double> local = node.worldMatrix(t);
+    if (parent != nullptr) {
+      const Matrix<double> inverse = parent->worldMatrix(t).affineInverse();
+      if (inverse[15] == 0.0) return false;
+      local = inverse * local;
+    }
+    pose = decompose(local);
+    return true;
+  };
+
+  const NodeAnimation before = node.animation();
+  std::vector<double> times;
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (!node.m_channels[i]) continue;
+    if (!node.ownChannel(static_cast<ChannelPath>(i)).bake(frameDuration())) {
+      node.setAnimation(before);
+      return false;
+    }
+    const auto& own = node.m_channels[i]->times();
+    times.insert(times.end(), own.begin(), own.end());
+  }
+  std::sort(times.begin(), times.end());
+  times.erase(std::unique(times.begin(), times.end()), times.end());
+
+  NodeAnimation after;
+  std::array<std::vector<double>, 3> values;
+  bool possible = poseUnder(time, after.pose);
+  for (std::size_t k = 0; possible && k < times.size(); ++k) {
+    Trs pose;
+    possible = poseUnder(times[k], pose);
+    for (std::size_t i = 0; i < 3; ++i) store(pose, static_cast<ChannelPath>(i), values[i]);
+  }
+  if (!possible) {
+    node.setAnimation(before);
+    return false;
+  }
+  for (std::size_t i = 0; i < 3; ++i) {
+    const auto path = static_cast<ChannelPath>(i);
+    const auto n = static_cast<std::size_t>(componentCount(path));
+    // A property without keys gets some only when the old or new parent's motion asks for it.
+    if (times.empty() || (!node.m_channels[i] && isConstant(values[i], n))) continue;
+    auto channel = std::make_shared<Channel>(path);
+    channel->setKeys(times, std::move(values[i]));
+    after.channels[i] = std::move(channel);
+  }
+  node.setAnimation(after);
+  return move(node, parent, index);
+}
+
+bool Scene::setFrameRate(double fps) {
+  if (!std::isfinite(fps) || !(fps > 0.0)) return false;
+  m_frameRate = fps;
+  return true;
+}
+
+bool Scene::setRange(double start, double end) {
+  if (!std::isfinite(start) || !std::isfinite(end) || end < start) return false;
+  m_rangeStart = start;
+  m_rangeEnd = end;
+  return true;
+}
+
+bool Scene::keyRange(double& start, double& end) const {
+  double first = std::numeric_limits<double>::infinity();
+  double last = -first;
+  visitTree(m_roots, [&](const SceneNode& node) {
+    for (const auto& channel : node.m_channels) {
+      if (!channel) continue;
+      first = std::min(first, channel->times().front());
+      last = std::max(last, channel->times().back());
+    }
+  });
+  if (first > last) return false;
+  start = first;
+  end = last;
+  return true;
+}
+
+}  // namespace orv::rws::adaptor::headless

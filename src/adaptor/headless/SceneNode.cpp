@@ -1,0 +1,181 @@
+#include "adaptor/headless/SceneNode.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "adaptor/headless/GltfDocument.h"
+#include "adaptor/headless/Scene.h"
+
+namespace orv::rws::adaptor::headless {
+
+using util::CMesh;
+using util::Matrix;
+
+bool operator==(const Lens& a, const Lens& b) {
+  return a.fieldOfView == b.fieldOfView && a.focusDistance == b.focusDistance &&
+         a.nearClip == b.nearClip && a.farClip == b.farClip;
+}
+
+namespace {
+std::size_t indexOf(ChannelPath path) {
+  return static_cast<std::size_t>(path);
+}
+}  // namespace
+
+/// Takes the tree apart level by level, so that a deep one needs no deep stack.
+SceneNode::~SceneNode() {
+  std::vector<std::unique_ptr<SceneNode>> open = std::move(m_children);
+  while (!open.empty()) {
+    std::unique_ptr<SceneNode> node = std::move(open.back());
+    open.pop_back();
+    for (auto& child : node->m_children) open.push_back(std::move(child));
+    node->m_children.clear();
+  }
+}
+
+std::size_t SceneNode::indexInParent() const {
+  if (m_parent == nullptr && m_scene == nullptr) return 0;
+  const auto& list = m_parent != nullptr ? m_parent->m_children : m_scene->roots();
+  const auto at =
+      std::find_if(list.begin(), list.end(), [this](const auto& n) { return n.get() == this; });
+  return static_cast<std::size_t>(at - list.begin());
+}
+
+bool SceneNode::isUnder(const SceneNode& ancestor) const {
+  for (const SceneNode* node = this; node != nullptr; node = node->m_parent)
+    if (node == &ancestor) return true;
+  return false;
+}
+
+void SceneNode::setPose(const Trs& pose) {
+  m_pose = pose;
+}
+
+const Channel* SceneNode::channel(ChannelPath path) const {
+  return m_channels[indexOf(path)].get();
+}
+
+bool SceneNode::hasKeys() const {
+  return std::any_of(m_channels.begin(), m_channels.end(), [](const auto& c) { return !!c; });
+}
+
+/// The channel, made where there is none, and copied where somebody else holds it too.
+Channel& SceneNode::ownChannel(ChannelPath path) {
+  std::shared_ptr<Channel>& channel = m_channels[indexOf(path)];
+  if (!channel)
+    channel = std::make_shared<Channel>(path);
+  else if (channel.use_count() > 1)
+    channel = std::make_shared<Channel>(*channel);
+  return *channel;
+}
+
+void SceneNode::setChannel(Channel channel) {
+  std::shared_ptr<Channel>& slot = m_channels[indexOf(channel.path())];
+  slot = channel.empty() ? nullptr : std::make_shared<Channel>(std::move(channel));
+}
+
+void SceneNode::removeChannel(ChannelPath path) {
+  m_channels[indexOf(path)].reset();
+}
+
+bool SceneNode::replaceKeys(ChannelPath path, double start, double end,
+                            const std::vector<double>& times, const std::vector<double>& values,
+                            double frameDuration) {
+  Channel& channel = ownChannel(path);
+  const bool done = channel.replaceKeys(start, end, times, values, frameDuration);
+  if (channel.empty()) removeChannel(path);
+  return done;
+}
+
+NodeAnimation SceneNode::animation() const {
+  NodeAnimation result;
+  result.pose = m_pose;
+  for (std::size_t i = 0; i < 3; ++i) result.channels[i] = m_channels[i];
+  return result;
+}
+
+void SceneNode::setAnimation(const NodeAnimation& animation) {
+  m_pose = animation.pose;
+  for (std::size_t i = 0; i < 3; ++i) {
+    // Every writer goes through ownChannel, which copies what is shared.
+    m_channels[i] = std::const_pointer_cast<Channel>(animation.channels[i]);
+  }
+}
+
+Trs SceneNode::localTrs(double time) const {
+  Trs pose = m_pose;
+  double v[4];
+  if (const Channel* c = m_channels[0].get()) {
+    c->evaluate(time, v);
+    pose.translation = {v[0], v[1], v[2]};
+  }
+  if (const Channel* c = m_channels[1].get()) {
+    c->evaluate(time, v);
+    pose.rotation = {v[0], v[1], v[2], v[3]};
+  }
+  if (const Channel* c = m_channels[2].get()) {
+    c->evaluate(time, v);
+    pose.scale = {v[0], v[1], v[2]};
+  }
+  return pose;
+}
+
+Matrix<double> SceneNode::localMatrix(double time) const {
+  // A file's matrix may hold what a pose can't (shear): it counts as long as nobody moved the node.
+  if (m_source && m_source->matrix && !hasKeys() && m_pose == m_source->animation.pose)
+    return *m_source->matrix;
+  return compose(localTrs(time));
+}
+
+Matrix<double> SceneNode::worldMatrix(double time) const {
+  return m_parent != nullptr ? m_parent->worldMatrix(time) * localMatrix(time) : localMatrix(time);
+}
+
+void SceneNode::setVisible(bool visible) {
+  m_visible = visible;
+}
+
+void SceneNode::setTag(const std::string& tag) {
+  m_tag = tag;
+}
+
+void SceneNode::setLens(const Lens& lens) {
+  m_lens = lens;
+}
+
+void SceneNode::setCurve(const Curve& curve) {
+  m_curve = std::make_shared<const Curve>(curve);
+}
+
+bool SceneNode::hasMesh() const {
+  return m_ownMesh ? m_mesh != nullptr : m_source && m_source->hasTriangles;
+}
+
+std::shared_ptr<const CMesh> SceneNode::sharedMesh() const {
+  if (!m_mesh && !m_ownMesh && hasMesh()) m_mesh = m_source->document->triangles(m_source->mesh);
+  return m_mesh;
+}
+
+const CMesh* SceneNode::mesh() const {
+  return sharedMesh().get();
+}
+
+void SceneNode::setMesh(const CMesh& mesh) {
+  setMesh(std::make_shared<const CMesh>(mesh));
+}
+
+/// Giving back the mesh that came from the file makes it the file's again.
+void SceneNode::setMesh(std::shared_ptr<const CMesh> mesh) {
+  m_ownMesh = true;
+  if (m_source && m_source->hasTriangles && mesh &&
+      mesh == m_source->document->triangles(m_source->mesh))
+    m_ownMesh = false;
+  if (m_source && !m_source->hasTriangles && !mesh) m_ownMesh = false;
+  m_mesh = std::move(mesh);
+}
+
+void SceneNode::setColour(const Colour& colour) {
+  m_colour = colour;
+}
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,39 @@
+#include "adaptor/headless/Trs.h"
+
+namespace orv::rws::adaptor::headless {
+
+using util::Matrix;
+using util::Quat;
+using util::Vector3;
+
+bool operator==(const Trs& a, const Trs& b) {
+  return a.translation == b.translation && a.rotation == b.rotation && a.scale == b.scale;
+}
+
+Matrix<double> compose(const Trs& pose) {
+  Matrix<double> m = pose.rotation.toMatrix();
+  for (int i = 0; i < 3; ++i) m.setAxisRow(i, m.axisRow(i) * pose.scale[i]);
+  m.setTranslation(pose.translation);
+  return m;
+}
+
+Trs decompose(const Matrix<double>& matrix) {
+  Trs pose;
+  pose.translation = matrix.translation();
+  pose.scale = matrix.rowLengths();
+  Matrix<double> axes = matrix;
+  if (axes.axisRow(0).dot(axes.axisRow(1).cross(axes.axisRow(2))) < 0.0) {
+    pose.scale.x = -pose.scale.x;
+    axes.setAxisRow(0, -axes.axisRow(0));
+  }
+  // An axis of no length takes the direction that the other two leave it.
+  for (int i = 0; i < 3; ++i) {
+    if (pose.scale[i] != 0.0) continue;
+    const Vector3<double> rest = axes.axisRow((i + 1) % 3).cross(axes.axisRow((i + 2) % 3));
+    if (rest.length() > 0.0) axes.setAxisRow(i, rest);
+  }
+  pose.rotation = Quat<double>::fromMatrix(axes);
+  return pose;
+}
+
+}  // namespace orv::rws::adaptor::headless
