@@ -63,7 +63,7 @@ bool AtomicFile::open() {
     m_descriptor = ::open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
     return m_descriptor >= 0 || fail("cannot be opened");
   }
-  return openTemporary() && (!exists || matchOldFile(&old));
+  return openTemporary() && (!exists || matchOldFile(old));
 }
 
 bool AtomicFile::openTemporary() {
@@ -81,8 +81,7 @@ bool AtomicFile::openTemporary() {
   return fail("cannot create a file beside it");
 }
 
-bool AtomicFile::matchOldFile(const void* oldStatus) {
-  const auto& old = *static_cast<const struct stat*>(oldStatus);
+bool AtomicFile::matchOldFile(const struct stat& old) {
   // Only the superuser may give a file away; for all others the owner is the same already.
   if (::fchown(m_descriptor, old.st_uid, old.st_gid) != 0 && errno != EPERM) {
     return fail("cannot keep its owner");

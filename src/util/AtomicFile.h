@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+struct stat;
+
 namespace orv::util {
 
 /// Writes a file through a temporary neighbour that is flushed to the disk and renamed by `commit`.
@@ -31,7 +33,7 @@ class AtomicFile {
  private:
   bool open();
   bool openTemporary();
-  bool matchOldFile(const void* oldStatus);
+  bool matchOldFile(const struct stat& old);
   bool fail(const char* action);
   void discard() noexcept;
 

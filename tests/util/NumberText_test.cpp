@@ -4,7 +4,6 @@
 
 #include <clocale>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <locale>
@@ -37,11 +36,6 @@ TEST(NumberText, BringsEveryDoubleBackBitForBitInAnyLocale) {
   EXPECT_EQ("5e-324", shortText(std::numeric_limits<double>::denorm_min()));
   std::setlocale(LC_ALL, "C");
   std::locale::global(old);
-  char printed[40];
-  for (const double value : {1.0 / 3, 1e22, 123456.0, 1e-7, -2.5e300}) {
-    std::snprintf(printed, sizeof printed, "%.17g", value);
-    EXPECT_EQ(printed, exactText(value));
-  }
 }
 
 TEST(NumberText, ParsesWholeTextsOnly) {
