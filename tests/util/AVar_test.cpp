@@ -99,24 +99,26 @@ TEST(AVar, EachKindReadsItsOwnWayBetweenTwoSamples) {
 
 TEST(AVar, MatricesTurnEvenlyAndScaleLinearly) {
   const auto pose = [](double degrees, const Vector3<double>& scale, double x) {
-    auto m = Matrix<double>::rotationAxisAngle(degrees, 2 / 3.0, -1 / 3.0, 2 / 3.0);
+    auto m = Matrix<double>::rotationAxisAngle(degrees, 2 / 3.0, -1 / 3.0, 2 / 3.0) *
+             Matrix<double>::rotationAxisAngle(70, 0, 0.6, 0.8);
     m.setRowLengths(scale);
     m.setTranslation({x, 2 * x, 0});
     return m;
   };
   AVar_Matrix<double> variable;
-  variable.set(10.0, pose(170, {1, 2, 3}, 0));
-  variable.set(12.0, pose(250, {3, 2, 7}, 4));
+  variable.set(10.0, pose(170, {1, 0.1, 3}, 0));
+  variable.set(12.0, pose(250, {3, 0.7, 7}, 4));
   variable.set(13.0, variable.value(12.0));
   for (const double u : {0.0, 0.25, 0.5, 0.7, 1.0}) {
     const auto m = variable.value(10 + 2 * u);
-    const auto expected = pose(170 + 80 * u, {1 + 2 * u, 2, 3 + 4 * u}, 4 * u);
+    const auto expected = pose(170 + 80 * u, {1 + 2 * u, 0.1 + 0.6 * u, 3 + 4 * u}, 4 * u);
     for (int i = 0; i < 16; ++i) EXPECT_NEAR(m[i], expected[i], 3e-6) << u << " " << i;
   }
   const auto same = variable.value(12.3);
   for (int i = 0; i < 16; ++i) EXPECT_NEAR(same[i], variable.value(12.0)[i], 1e-6);
   // Lengths pass through single precision: a take that was stored so must read so again.
-  EXPECT_EQ(static_cast<float>(variable.value(11.3).rowLengths().x), 2.3f);
+  const double length = static_cast<float>((0.7 - 0.1) * static_cast<double>(0.65f) + 0.1);
+  EXPECT_NEAR(variable.value(11.3).rowLengths().y, length, 1e-14);
 }
 
 TEST(AVar, TheFlatFormIsTheSameBytesEverywhere) {

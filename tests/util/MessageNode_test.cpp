@@ -95,8 +95,10 @@ TEST(MessageNode, ADyingNodeTellsItsListenersThenItsSubjectsThenLeaves) {
 }
 
 TEST(MessageNode, CopyConnectionsTakesTheSamePlaceAndLeavesTheOther) {
-  Recorder node("node"), other("other"), s1("s1"), s2("s2"), l1("l1"), l2("l2"), old("old");
+  Recorder node("node"), other("other"), s1("s1"), s2("s2"), l1("l1"), l2("l2"), old("old"),
+      old2("old2");
   old.connect(&node);
+  old2.connect(&node);
   node.connect(&old);
   other.connect(&s1);
   other.connect(&s2);
@@ -105,7 +107,8 @@ TEST(MessageNode, CopyConnectionsTakesTheSamePlaceAndLeavesTheOther) {
   takeLog();
   node.copyConnections(&other);
   EXPECT_EQ(takeLog(),
-            "old:-2 node>node>-; node:-2 old>old>-; node:-1 l1>l1>-; node:-1 l2>l2>-; "
+            "old:-2 node>node>-; node:-2 old2>old2>-; node:-2 old>old>-; node:-1 l1>l1>-; node:-1 "
+            "l2>l2>-; "
             "s1:-1 node>node>-; s2:-1 node>node>-; ");
   for (Recorder* n : {&node, &other}) {
     EXPECT_TRUE(n->subject(0) == &s1 && n->subject(1) == &s2 && n->subjectCount() == 2);
