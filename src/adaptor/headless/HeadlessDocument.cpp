@@ -1,0 +1,65 @@
+#include "adaptor/headless/HeadlessDocument.h"
+
+#include <utility>
+
+#include "adaptor/headless/GltfWriter.h"
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/Scene.h"
+
+namespace orv::rws::adaptor::headless {
+
+HeadlessDocument::HeadlessDocument()
+    : m_scene(std::make_unique<Scene>()), m_adaptor(std::make_unique<HeadlessAdaptor>(*m_scene)) {}
+
+HeadlessDocument::~HeadlessDocument() = default;
+
+void HeadlessDocument::show(std::unique_ptr<Scene> scene) {
+  m_adaptor->SetScene(*scene);
+  m_scene = std::move(scene);
+}
+
+bool HeadlessDocument::open(const std::string& path, std::string& error,
+                            const ReadOptions& options) {
+  ReadResult read = GltfReader::read(path, options);
+  if (!read) {
+    error = read.error;
+    return false;
+  }
+  show(std::move(read.scene));
+  m_warnings = std::move(read.warnings);
+  std::vector<std::string> kept;
+  for (const RigRecord& record : m_scene->rigs())
+    if (record.damaged() && !record.name.empty()) kept.push_back(record.name);
+  m_adaptor->KeepTagsOf(std::move(kept));
+  return true;
+}
+
+bool HeadlessDocument::save(const std::string& path, std::string& error) {
+  WriteResult written = GltfWriter::write(*m_scene, path);
+  if (!written) {
+    error = written.error;
+    return false;
+  }
+  m_warnings = std::move(written.warnings);
+  for (const std::string& name : m_adaptor->GetNodesWithLensKeys())
+    m_warnings.push_back(
+        "camera " + name +
+        ": the keys of its lens were not saved, a glTF file has no place for them");
+  return true;
+}
+
+void HeadlessDocument::close() {
+  show(std::make_unique<Scene>());
+}
+
+std::vector<RigRecord>& HeadlessDocument::records() {
+  return m_scene->rigs();
+}
+
+std::vector<std::string> HeadlessDocument::takeWarnings() {
+  std::vector<std::string> warnings = std::exchange(m_warnings, {});
+  for (std::string& warning : m_adaptor->TakeWarnings()) warnings.push_back(std::move(warning));
+  return warnings;
+}
+
+}  // namespace orv::rws::adaptor::headless

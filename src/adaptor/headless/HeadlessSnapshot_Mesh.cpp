@@ -1,0 +1,40 @@
+#include "adaptor/headless/HeadlessSnapshot_Mesh.h"
+
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/MeshRays.h"
+
+namespace orv::rws::adaptor::headless {
+
+using util::Matrix;
+using util::Vector3;
+
+util::CMesh HeadlessSnapshot_Mesh::GetMesh() {
+  const util::CMesh* const mesh = m_node->IsValid() ? m_node->GetSceneNode()->mesh() : nullptr;
+  return mesh ? *mesh : util::CMesh();
+}
+
+bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
+                                      const Vector3<double>& direction, double maxDistance,
+                                      RayHit& hit) {
+  const double length = direction.length();
+  const MeshRays* const rays = m_node->GetRays();
+  if (!rays || !(length > 0.0)) return false;
+  const Matrix<double> world = m_node->GetWorldPose(m_time);
+  const Matrix<double> inverse = world.affineInverse();
+  if (inverse[15] == 0.0) return false;  // flattened by a scale of 0: nothing to hit
+  // An affine map keeps the ratio along a line, so a distance along the unit direction stays what
+  // it is in the node's space.
+  const Vector3<double> unit = direction / length;
+  MeshRays::Hit found;
+  if (!rays->Intersect(inverse.transformPoint(origin), inverse.transformVector(unit), maxDistance,
+                       found))
+    return false;
+  hit.distance = found.t;
+  hit.point = origin + unit * found.t;
+  hit.normal =
+      world.transformVector(found.edge1).cross(world.transformVector(found.edge2)).normalized();
+  hit.triangle = found.triangle;
+  return true;
+}
+
+}  // namespace orv::rws::adaptor::headless

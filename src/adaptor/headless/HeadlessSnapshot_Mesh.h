@@ -1,0 +1,32 @@
+// Geometry of a headless mesh node.
+#pragma once
+
+#include "adaptor/headless/SnapshotPool.h"
+#include "core/interface/CSnapshot_Mesh.h"
+
+namespace orv::rws::adaptor::headless {
+
+class HeadlessNode;
+
+/// A mesh as it stands in the world at one time. Pooled by the adaptor.
+class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, HeadlessSnapshot_Mesh> {
+ public:
+  HeadlessSnapshot_Mesh& Bind(HeadlessNode& node, double time) {
+    m_node = &node;
+    m_time = time;
+    m_inUse = true;
+    return *this;
+  }
+
+  /// Nothing to do: the scene's meshes are in triangles from reading on.
+  void Triangulate() override {}
+  util::CMesh GetMesh() override;
+  bool Intersect(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
+                 double maxDistance, RayHit& hit) override;
+
+ private:
+  HeadlessNode* m_node = nullptr;
+  double m_time = 0.0;
+};
+
+}  // namespace orv::rws::adaptor::headless

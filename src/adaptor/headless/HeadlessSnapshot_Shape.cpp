@@ -1,0 +1,60 @@
+#include "adaptor/headless/HeadlessSnapshot_Shape.h"
+
+#include <algorithm>
+
+#include "adaptor/headless/HeadlessNode.h"
+
+namespace orv::rws::adaptor::headless {
+
+using util::Matrix;
+using util::Vector3;
+
+HeadlessSnapshot_Shape& HeadlessSnapshot_Shape::Bind(HeadlessNode& node, double time) {
+  m_inUse = true;
+  const Curve& curve = *node.GetSceneNode()->curve();
+  const Matrix<double> world = node.GetWorldPose(time);
+  if (m_points.empty() || m_world != world || m_closed != curve.closed || m_curve != curve.points)
+    Fill(curve, world);
+  return *this;
+}
+
+void HeadlessSnapshot_Shape::Fill(const Curve& curve, const Matrix<double>& world) {
+  m_curve = curve.points;
+  m_closed = curve.closed;
+  m_world = world;
+  m_points.clear();
+  m_lengths.clear();
+  const auto add = [this](const Vector3<double>& point) {
+    const double step = m_points.empty() ? 0.0 : (point - m_points.back()).length();
+    if (!m_points.empty() && !(step > 0.0)) return;
+    m_lengths.push_back(m_points.empty() ? 0.0 : m_lengths.back() + step);
+    m_points.push_back(point);
+  };
+  for (const Vector3<double>& point : curve.points) add(world.transformPoint(point));
+  if (curve.closed && !m_points.empty()) add(Vector3<double>(m_points.front()));
+}
+
+/// Index of the line's first point; the last line for the whole length.
+std::size_t HeadlessSnapshot_Shape::SegmentAt(double length) const {
+  const auto next = std::upper_bound(m_lengths.begin(), m_lengths.end(), length);
+  const auto index = static_cast<std::size_t>(next - m_lengths.begin());
+  return std::min(std::max<std::size_t>(index, 1), m_lengths.size() - 1) - 1;
+}
+
+Vector3<double> HeadlessSnapshot_Shape::GetPoint(double fraction) {
+  if (m_points.empty()) return {};
+  if (m_points.size() == 1 || !(fraction > 0.0)) return m_points.front();
+  if (fraction >= 1.0) return m_points.back();
+  const double length = fraction * GetLength();
+  const std::size_t i = SegmentAt(length);
+  const double u = (length - m_lengths[i]) / (m_lengths[i + 1] - m_lengths[i]);
+  return m_points[i] + (m_points[i + 1] - m_points[i]) * u;
+}
+
+Vector3<double> HeadlessSnapshot_Shape::GetTangent(double fraction) {
+  if (m_points.size() < 2) return Vector3<double>().normalized();
+  const std::size_t i = SegmentAt(std::clamp(fraction, 0.0, 1.0) * GetLength());
+  return (m_points[i + 1] - m_points[i]).normalized();
+}
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,41 @@
+// A headless curve at one time.
+#pragma once
+
+#include <vector>
+
+#include "adaptor/headless/SnapshotPool.h"
+#include "core/interface/CSnapshot_Shape.h"
+#include "util/Matrix.h"
+
+namespace orv::rws::adaptor::headless {
+
+class HeadlessNode;
+struct Curve;
+
+/// A polyline as it stands in the world at one time, with its arc length summed up. Pooled by the
+/// adaptor; an object that is bound again to the same curve in the same place keeps its sums.
+class HeadlessSnapshot_Shape final
+    : public PooledSnapshot<CSnapshot_Shape, HeadlessSnapshot_Shape> {
+ public:
+  /// The node must hold a curve.
+  HeadlessSnapshot_Shape& Bind(HeadlessNode& node, double time);
+
+  int GetCount() override { return 1; }
+  int GetDegree() override { return 1; }
+  double GetLength() override { return m_lengths.empty() ? 0.0 : m_lengths.back(); }
+  util::Vector3<double> GetPoint(double fraction) override;
+  /// The direction of the line that begins at the fraction; of the last line at the end.
+  util::Vector3<double> GetTangent(double fraction) override;
+
+ private:
+  void Fill(const Curve& curve, const util::Matrix<double>& world);
+  std::size_t SegmentAt(double length) const;
+
+  std::vector<util::Vector3<double>> m_curve;  ///< what the sums were made from, node space
+  bool m_closed = false;
+  util::Matrix<double> m_world;
+  std::vector<util::Vector3<double>> m_points;  ///< world, no two neighbours alike
+  std::vector<double> m_lengths;                ///< arc length up to each point (m)
+};
+
+}  // namespace orv::rws::adaptor::headless

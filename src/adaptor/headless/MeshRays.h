@@ -1,0 +1,64 @@
+// Closest hits of rays with a triangle mesh.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "util/Vector3.h"
+
+namespace orv::util {
+class CMesh;
+}
+
+namespace orv::rws::adaptor::headless {
+
+/// A bounding volume hierarchy over the triangles of one mesh, in the mesh's own space, built once
+/// and read from then on. It holds the geometry itself, so the mesh may change or go behind it.
+/// Triangles without area, with an index outside the mesh or a vertex that is not finite never
+/// count. Results do not depend on the shape of the tree: of several triangles hit at one distance
+/// (a ray through an edge) the one with the lowest index wins.
+class MeshRays {
+ public:
+  struct Hit {
+    double t = 0.0;     ///< distance from the origin in lengths of the direction
+    int triangle = -1;  ///< index into the mesh's faces
+    util::Vector3<double> point;
+    /// Two edges of the triangle; their cross product points along the winding's normal.
+    util::Vector3<double> edge1, edge2;
+  };
+
+  explicit MeshRays(const util::CMesh& mesh);
+
+  /// Closest hit of origin + t * direction with t in [0, maxT]. The direction need not be unit.
+  /// Both sides of a triangle count, and no ray passes between two triangles that share an edge.
+  bool Intersect(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
+                 double maxT, Hit& hit) const;
+
+  int GetTriangleCount() const { return static_cast<int>(m_triangles.size()); }
+
+ private:
+  /// Bounds in single precision, rounded outwards. An inner node's children are `first` and
+  /// `first` + 1; a leaf holds `count` triangles from `first` on.
+  struct Node {
+    float low[3];
+    float high[3];
+    std::int32_t first;
+    std::int32_t count;  ///< 0 for an inner node
+  };
+  static_assert(sizeof(Node) == 32);
+
+  struct Triangle {
+    util::Vector3<double> corner[3];
+    std::int32_t index;
+  };
+
+  struct Builder;
+  struct Ray;
+
+  static bool HitTriangle(const Ray& ray, const Triangle& triangle, double& t);
+
+  std::vector<Node> m_nodes;          ///< the root first; empty for a mesh without triangles
+  std::vector<Triangle> m_triangles;  ///< in leaf order
+};
+
+}  // namespace orv::rws::adaptor::headless

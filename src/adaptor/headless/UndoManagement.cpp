@@ -1,0 +1,113 @@
+#include "adaptor/headless/UndoManagement.h"
+
+#include <utility>
+
+namespace orv::rws::adaptor::headless {
+
+UndoManagement::~UndoManagement() {
+  clearHistory();
+}
+
+void UndoManagement::begin(const std::string& name) {
+  if (busy || open) return;
+  ++currentId;
+  blockName = name;
+  blockEmpty = true;
+  if (lastCommandId != currentId) lastCommandId = -1;
+  open = true;
+}
+
+bool UndoManagement::push(UndoUnitPtr unit) {
+  if (!unit || busy || !open) return false;
+  unit->id = currentId;
+  unit->name = blockName;
+  busy = true;
+  discardTail();
+  busy = false;
+  units.push_back(std::move(unit));
+  ++position;
+  blockEmpty = false;
+  return true;
+}
+
+void UndoManagement::discardTail() {
+  while (static_cast<int>(units.size()) > position) {
+    discarded.push_back(std::move(units.back()));
+    units.pop_back();
+  }
+}
+
+void UndoManagement::commit(const std::string& name) {
+  if (!open || busy) return;
+  open = false;
+  if (blockEmpty) return;
+  lastCommandId = currentId;
+  for (int i = position; i > 0 && units[i - 1]->id == currentId; --i) units[i - 1]->name = name;
+}
+
+void UndoManagement::cancel() {
+  if (busy || !open) return;
+  open = false;
+  if (blockEmpty) return;
+  busy = true;
+  for (; position > 0 && units[position - 1]->id == currentId; --position)
+    units[position - 1]->undo(true);
+  // No entry of the host's queue names these steps, so none may bring them back.
+  discardTail();
+  busy = false;
+}
+
+bool UndoManagement::stepBack() {
+  if (open || busy || position == 0) return false;
+  busy = true;
+  const int id = units[position - 1]->id;
+  for (; position > 0 && units[position - 1]->id == id; --position) units[position - 1]->undo(true);
+  busy = false;
+  return true;
+}
+
+bool UndoManagement::stepForward() {
+  const int count = static_cast<int>(units.size());
+  if (open || busy || position == count) return false;
+  busy = true;
+  const int id = units[position]->id;
+  for (; position < count && units[position]->id == id; ++position) units[position]->redo();
+  busy = false;
+  return true;
+}
+
+void UndoManagement::clearHistory() {
+  // A unit's end may ask for the state of the list.
+  std::vector<UndoUnitPtr> old = std::move(units);
+  std::vector<UndoUnitPtr> oldDiscarded = std::move(discarded);
+  units.clear();
+  discarded.clear();
+  position = 0;
+  for (UndoUnitPtr& unit : old) unit.reset();
+  for (UndoUnitPtr& unit : oldDiscarded) unit.reset();
+  open = false;
+  busy = false;
+  lastCommandId = -1;
+  currentId = 0;
+  blockEmpty = true;
+}
+
+UndoUnit* UndoManagement::lastInBlock() const {
+  return open && !blockEmpty && position > 0 ? units[position - 1].get() : nullptr;
+}
+
+std::vector<std::string> UndoManagement::entryNames() const {
+  std::vector<std::string> names;
+  for (int i = 0; i < position; ++i) {
+    const bool inOpenBlock = open && !blockEmpty && units[i]->id == currentId;
+    const bool firstOfBlock = i == 0 || units[i - 1]->id != units[i]->id;
+    if (firstOfBlock && !inOpenBlock) names.push_back(units[i]->name);
+  }
+  return names;
+}
+
+std::string UndoManagement::redoName() const {
+  return position < static_cast<int>(units.size()) ? units[position]->name : std::string();
+}
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,57 @@
+// The undo list of the headless host.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/UndoUnit.h"
+
+namespace orv::rws::adaptor::headless {
+
+/// All steps in the order of execution, in numbered blocks; a block is one entry of the host's undo
+/// queue. Blocks do not nest here: the adaptor passes on its outermost alone. Main thread only.
+class UndoManagement {
+ public:
+  using UndoUnit = headless::UndoUnit;
+
+  ~UndoManagement();
+
+  /// Opens a block; ignored while one is open or steps run.
+  void begin(const std::string& name);
+  /// Takes the unit. False, with the unit destroyed, while no block is open or steps run. The
+  /// first unit of new work cuts what stands undone off.
+  bool push(UndoUnitPtr unit);
+  /// Closes the block under `name`; an empty one leaves nothing behind.
+  void commit(const std::string& name);
+  /// Closes the block and takes its steps back for good.
+  void cancel();
+  /// Undoes the latest block in force; false when there is none, or one is open.
+  bool stepBack();
+  /// Redoes the block that was undone last; false when there is none, or one is open.
+  bool stepForward();
+  /// Drops all steps; an open block is closed.
+  void clearHistory();
+
+  bool isOpen() const { return open; }
+  /// The latest unit of the open block, or null.
+  UndoUnit* lastInBlock() const;
+  /// Names of the blocks in force, oldest first.
+  std::vector<std::string> entryNames() const;
+  /// Name of the block that stepForward would redo; empty when there is none.
+  std::string redoName() const;
+
+ private:
+  void discardTail();
+
+  bool blockEmpty = true;
+  std::vector<UndoUnitPtr> units;
+  std::vector<UndoUnitPtr> discarded;  ///< cut off by new work; kept until the history is cleared
+  int position = 0;                    ///< units in force; those behind stand undone
+  int lastCommandId = -1;              ///< block of the latest entry, -1 when none
+  int currentId = 0;
+  std::string blockName;
+  bool open = false;
+  bool busy = false;  ///< steps run or the tail is being cut; pushes are refused
+};
+
+}  // namespace orv::rws::adaptor::headless
