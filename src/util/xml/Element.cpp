@@ -43,17 +43,17 @@ const char* errorText(int readError) {
 
 Element::Element(const Element& other) : Element() {
   // A list of what is still to do in place of recursion: depth costs no stack.
-  std::vector<std::pair<const Element*, Element*>> todo = {{&other, this}};
-  while (!todo.empty()) {
-    const auto [from, to] = todo.back();
-    todo.pop_back();
+  std::vector<std::pair<const Element*, Element*>> pending = {{&other, this}};
+  while (!pending.empty()) {
+    const auto [from, to] = pending.back();
+    pending.pop_back();
     to->attributes = from->attributes;
     to->name = from->name;
     to->kind = from->kind;
     to->children.reserve(from->children.size());
     for (const Element* child : from->children) {
       to->children.push_back(new Element);
-      todo.emplace_back(child, to->children.back());
+      pending.emplace_back(child, to->children.back());
     }
   }
 }
@@ -89,16 +89,16 @@ Element::~Element() {
 }
 
 void Element::destroyChildren() noexcept {
-  std::vector<Element*> todo;
-  todo.swap(children);
-  while (!todo.empty()) {
-    Element* element = todo.back();
-    todo.pop_back();
+  std::vector<Element*> pending;
+  pending.swap(children);
+  while (!pending.empty()) {
+    Element* element = pending.back();
+    pending.pop_back();
     for (Element* child : element->children) {
       if (child->children.empty()) {
         delete child;
       } else {
-        todo.push_back(child);
+        pending.push_back(child);
       }
     }
     element->children.clear();
@@ -196,13 +196,13 @@ void Element::setText(std::string_view content) {
 }
 
 bool operator==(const Element& a, const Element& b) {
-  std::vector<std::pair<const Element*, const Element*>> todo = {{&a, &b}};
-  while (!todo.empty()) {
-    const auto [left, right] = todo.back();
-    todo.pop_back();
+  std::vector<std::pair<const Element*, const Element*>> pending = {{&a, &b}};
+  while (!pending.empty()) {
+    const auto [left, right] = pending.back();
+    pending.pop_back();
     if (!equalAlone(*left, *right)) return false;
     for (std::size_t i = 0; i < left->children.size(); ++i) {
-      todo.emplace_back(left->children[i], right->children[i]);
+      pending.emplace_back(left->children[i], right->children[i]);
     }
   }
   return true;
