@@ -42,6 +42,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   // A resimulation: `to` is the last time simulated.
   /// Begins a run and lets the window's timer pace it.
   int Resimulate(double from, double to);
+  /// The window of the last run that Resimulate began.
+  ResimulateWindow& GetResimulateWindow() { return *m_pResimulateWindow; }
   /// Begins a run that the caller paces by StepResimulation and EndResimulation.
   int BeginResimulation(double from, double to);
   /// Steps one frame; false when none is left.

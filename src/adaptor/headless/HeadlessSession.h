@@ -15,6 +15,7 @@ class CoreImplementation;
 namespace orv::rws::adaptor::headless {
 
 class HeadlessAdaptor;
+class HeadlessDocument;
 class Scene;
 
 /// What the command line, the desktop program and most tests work on: the core, its rigs and one
@@ -28,7 +29,7 @@ class HeadlessSession {
 
   /// Opens a `.glb` or `.gltf` in place of what was open. `clip` names the animation that is
   /// evaluated (its name, or its number from 0); empty means the first. On failure `error` names
-  /// file and place and an empty scene is open.
+  /// file and place, and what was open stays.
   bool Open(const std::string& path, std::string& error, const std::string& clip = {});
   /// An empty scene.
   void New();
@@ -38,17 +39,20 @@ class HeadlessSession {
   core::CoreImplementation& GetCore() { return *m_core; }
   HeadlessAdaptor& GetAdaptor();
   Scene& GetScene();
-  /// What the last Open had to say.
-  const std::vector<std::string>& GetWarnings() const { return m_warnings; }
+  /// Hands over, and forgets, what the last calls had to say.
+  std::vector<std::string> TakeWarnings();
 
  private:
-  struct Open_;
+  /// A record that could not be opened, and its place in the list of rigs.
+  struct KeptRecord;
 
-  void Attach();
   void LoadRigs();
+  bool StoreRigs(std::string& error);
+  void Warn(const std::string& text) { m_warnings.push_back(text); }
 
-  std::unique_ptr<Open_> m_open;  ///< document and adaptor of the scene that is open
+  std::unique_ptr<HeadlessDocument> m_document;
   std::unique_ptr<core::CoreImplementation> m_core;
+  std::vector<KeptRecord> m_kept;
   std::vector<std::string> m_warnings;
 };
 

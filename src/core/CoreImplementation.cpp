@@ -1,0 +1,259 @@
+#include "core/CoreImplementation.h"
+
+#include "adaptor/AdaptorInterface.h"
+#include "core/ConfigElement.h"
+#include "core/ConfigProfileManager.h"
+#include "core/CoreLibrary.h"
+#include "core/CoreNode.h"
+#include "core/Instance.h"
+#include "core/Log.h"
+#include "core/ParameterUndo.h"
+#include "core/Tool.h"
+#include "unidevice/DriverManager.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+CoreImplementation* s_pCurrent = nullptr;
+bool s_takeActive = false;
+
+}  // namespace
+
+CoreImplementation::CoreImplementation() {
+  unidevice::DriverManager::instance();  // outlives the core, whose instances are its devices
+  s_pCurrent = this;
+  for (CoreSubSystem* part : OpenList()) part->m_pCore = this;
+  s_listClosed = true;
+  SetHotKeys({70, 107, 187, 109, 189, kKeyEscape, kKeySpace});
+  for (CoreSubSystem* part : OpenList()) part->OnCoreReady();
+}
+
+CoreImplementation::~CoreImplementation() {
+  if (RecordManager::IsResimulating())
+    EndResimulation();
+  else
+    RecordManager::StopRecording();
+  HideMainWindow();
+  SetHooks(nullptr);
+  DropAllRows();
+  s_listClosed = false;
+  if (s_pCurrent == this) s_pCurrent = nullptr;
+}
+
+CoreImplementation* CoreImplementation::Current() {
+  return s_pCurrent;
+}
+
+bool CoreImplementation::IsTakeActive() {
+  return s_takeActive;
+}
+
+void CoreImplementation::SetTakeActive(bool active) {
+  s_takeActive = active;
+}
+
+void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs) {
+  m_library.AddLibrary(std::make_unique<CoreLibrary>(*this, rigs));
+  m_library.Load();
+}
+
+// --- windows and boxes ---
+
+MainWindowView* CoreImplementation::GetMainWindow() const {
+  return m_pUserInterface ? m_pUserInterface->GetMainWindow() : nullptr;
+}
+
+int CoreImplementation::ShowMainWindow(void* parent) {
+  if (IsMainWindowOpen()) {
+    m_pUserInterface->RaiseMainWindow();
+    return kWindowIsOpen;
+  }
+  if (!m_pUserInterface || !m_pUserInterface->OpenMainWindow(parent))
+    LogEntry(LogLevel::kInfo, "There is no main window in this program");
+  return 0;
+}
+
+int CoreImplementation::HideMainWindow() {
+  if (!IsMainWindowOpen()) return kWindowIsNotOpen;
+  m_pUserInterface->CloseMainWindow();
+  return 0;
+}
+
+bool CoreImplementation::IsMainWindowOpen() {
+  return GetMainWindow() != nullptr;
+}
+
+void CoreImplementation::RegisterFactories(void*) {}
+
+void CoreImplementation::RegisterImageAliases(void*) {}
+
+void CoreImplementation::ShowError(const std::string& text) {
+  LogEntry(LogLevel::kError, text);
+}
+
+int CoreImplementation::MessageBox(const std::string& title, const std::string& text,
+                                   unsigned flags) {
+  if (m_pUserInterface) return m_pUserInterface->MessageBox(title, text, flags);
+  LogEntry(LogLevel::kWarning, title + ": " + text);
+  return kAnswerCancel;  // as a box that is closed without a button
+}
+
+bool CoreImplementation::CheckLicence(const std::string&) {
+  return true;
+}
+
+// --- keys ---
+
+void CoreImplementation::SetHooks(Hooks* hooks) {
+  if (m_pHooks) m_pHooks->Uninstall();
+  m_pHooks = hooks;
+  if (!m_pHooks) return;
+  m_pHooks->SetWatched(m_hotKeys);
+  if (!m_pHooks->Install(this)) LogEntry(LogLevel::kWarning, "The keyboard hook is not available");
+}
+
+void CoreImplementation::SetHotKeys(const std::vector<int>& keys) {
+  m_hotKeys = keys;
+  if (m_pHooks) m_pHooks->SetWatched(keys);
+}
+
+void CoreImplementation::OnKeyEvent(int key, bool down, const KeyModifiers& modifiers) {
+  if (!RecordManager::IsRecording() || RecordManager::IsResimulating()) return;
+  const bool controlAlone = modifiers.control && !modifiers.shift && !modifiers.alt;
+  if (key == kKeyZ && down && controlAlone) {
+    RecordManager::StopRecording();
+    if (GetAdaptor()->HostUndo()) RecordManager::StartRecording();
+  } else if ((key == kKeySpace || key == kKeyEscape) && down) {
+    RecordManager::StopRecording();
+  }
+}
+
+// --- take and time ---
+
+void CoreImplementation::GetCountdownSeconds(int& out) {
+  out = m_preferences.countdownSeconds;
+}
+
+void CoreImplementation::StopRecording() {
+  if (RecordManager::IsResimulating())
+    EndResimulation();
+  else
+    RecordManager::StopRecording();
+}
+
+void CoreImplementation::UpdateTime(double time) {
+  const std::vector<Instance*> instances =
+      RecordManager::IsRecording() ? GetTakeInstances() : List(false);
+  for (Instance* instance : instances) {
+    if (CheckLicence(instance->GetTool()->GetLicenceName())) instance->Update(time);
+  }
+}
+
+// --- tools ---
+
+Instance* CoreImplementation::CreateToolFromFactory(const std::string& kind,
+                                                    const std::string& name) {
+  Tool* tool = m_library.Find(kind);
+  return tool ? InstanceManager::Create(tool, name) : nullptr;
+}
+
+std::string CoreImplementation::CreateTool(const std::string& name) {
+  Instance* instance = CreateToolFromFactory(name, {});
+  return instance ? instance->GetInstanceName() : std::string();
+}
+
+void CoreImplementation::DeleteAllTools() {
+  DeleteAll();
+}
+
+InstanceReference* CoreImplementation::FindTool(const std::string& name) {
+  return Find(name);
+}
+
+bool CoreImplementation::DeleteTool(const std::string& name) {
+  InstanceReference* row = Find(name);
+  if (!row) return false;
+  Delete(row, true);
+  return true;
+}
+
+std::string CoreImplementation::CloneTool(const std::string& name, std::string& problem) {
+  InstanceReference* row = Find(name);
+  if (!row) {
+    problem = "there is no rig \"" + name + "\"";
+    return {};
+  }
+  Instance* clone = Clone(row, problem);
+  return clone ? clone->GetInstanceName() : std::string();
+}
+
+std::string CoreImplementation::LoadProfile(const std::string& toolName,
+                                            const std::string& profileName) {
+  Instance* instance = FindInstance(toolName);
+  if (!instance) return "there is no rig \"" + toolName + "\"";
+  GetAdaptor()->BeginUndoBlock("Load profile");
+  instance->PushUndo(new ParameterUndo(*instance));
+  const std::string problem =
+      instance->GetTool()->GetConfigProfiles().Apply(profileName, *instance);
+  if (problem.empty())
+    GetAdaptor()->EndUndoBlock();
+  else
+    GetAdaptor()->CancelUndoBlock();
+  return problem;
+}
+
+bool CoreImplementation::EditParameter(Instance& instance, int elementId, const std::string& text,
+                                       std::string& problem) {
+  ConfigElement* element = instance.GetConfig().find(elementId);
+  if (!element) {
+    problem = "there is no parameter with the id " + std::to_string(elementId);
+    return false;
+  }
+  GetAdaptor()->BeginUndoBlock("Change " + element->label());
+  instance.PushUndo(new ParameterUndo(instance));
+  const bool accepted = element->setValueText(text, problem);
+  if (accepted) element->apply();
+  if (accepted)
+    GetAdaptor()->EndUndoBlock();
+  else
+    GetAdaptor()->CancelUndoBlock();
+  return accepted;
+}
+
+bool CoreImplementation::PressButton(Instance& instance, int elementId) {
+  ConfigElement* element = instance.GetConfig().find(elementId);
+  if (!element || element->kind() != ConfigElement::Kind::kButton) return false;
+  GetAdaptor()->BeginUndoBlock(element->label());
+  element->apply();
+  GetAdaptor()->EndUndoBlock();
+  return true;
+}
+
+// --- the scene ---
+
+void CoreImplementation::SaveScene(XmlSink& out) {
+  for (Instance* instance : List(false)) {
+    std::string problem;
+    const std::string text = SaveInstance(*instance, problem);
+    util::xml::Tag record("");
+    if (text.empty() || record.loadText(text) != 0)
+      LogEntry(LogLevel::kError, problem);
+    else
+      out.emplaceChild(std::move(record));
+  }
+}
+
+void CoreImplementation::GetSceneTools(XmlSink& out) {
+  for (Instance* instance : List(false)) {
+    bool alive = false;
+    for (CoreNode* node : instance->GetNodes()) alive = alive || node->IsValid();
+    if (!alive) continue;
+    util::xml::Tag head("RWT_Plugin");
+    instance->GetTool()->WriteSaveData(head);
+    head.setAttribute("name", instance->GetInstanceName());
+    out.emplaceChild(std::move(head));
+  }
+}
+
+}  // namespace orv::rws::core

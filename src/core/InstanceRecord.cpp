@@ -1,0 +1,175 @@
+// The record from which an instance can be rebuilt.
+#include <algorithm>
+#include <cmath>
+
+#include "adaptor/AdaptorInterface.h"
+#include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/CoreNode.h"
+#include "core/Instance.h"
+#include "core/Tool.h"
+#include "unidevice/Property.h"
+#include "util/NumberText.h"
+#include "util/xml/Base64.h"
+#include "util/xml/Tag.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+using util::xml::Element;
+using util::xml::Tag;
+
+/// Names of the record's tags, each written and read in one place.
+constexpr char kSaveData[] = "savedata";
+constexpr char kConfigProfile[] = "configprofile";
+constexpr char kInputProfile[] = "inputprofile";
+constexpr char kTracks[] = "tracks";
+constexpr char kTrack[] = "track";
+constexpr char kLiveSpinners[] = "livespinners";
+constexpr char kLiveSpinner[] = "livespinner";
+constexpr char kNodeInfo[] = "nodeinfo";
+constexpr char kNode[] = "node";
+
+Tag BlobTag(const char* name, const std::vector<unsigned char>& bytes) {
+  Tag tag(name);
+  tag.setAttribute("size", std::to_string(bytes.size()));
+  tag.setText(util::xml::encodeBase64(bytes.data(), bytes.size()));
+  return tag;
+}
+
+/// False when the text is no base64. The size attribute decides how many bytes are kept.
+bool ReadBlob(const Element& tag, std::vector<unsigned char>& bytes) {
+  if (!util::xml::decodeBase64(tag.text(), bytes)) return false;
+  int size = 0;
+  if (util::parseNumber(tag.attribute("size"), size) && size >= 0)
+    bytes.resize(std::min(bytes.size(), static_cast<std::size_t>(size)));
+  return true;
+}
+
+bool IsSound(const util::AVar_Linear<double>& track) {
+  for (std::size_t i = 0; i < track.samples.size(); ++i) {
+    const auto& sample = track.samples[i];
+    if (!std::isfinite(sample.time) || !std::isfinite(sample.value)) return false;
+    if (i > 0 && !(sample.time > track.samples[i - 1].time)) return false;
+  }
+  return true;
+}
+
+/// Calls `use` with each child tag of this name, in order.
+template <class Use>
+void ForEach(const Element& parent, const char* name, Use use) {
+  for (const Element* child : parent.children) {
+    if (child->kind == util::xml::kTag && child->name == name) use(*child);
+  }
+}
+
+}  // namespace
+
+void Instance::WriteRecord(Tag& out) const {
+  auto& self = const_cast<Instance&>(*this);  // properties note what they save
+  m_pTool->WriteSaveData(out);
+  out.setAttribute("name", m_name);
+  if (m_bHasUserData) out.emplaceChild(BlobTag(kSaveData, m_userData));
+
+  Tag config(kConfigProfile);
+  m_config.write(config);
+  config.setAttribute("name", m_currentProfile);
+  out.emplaceChild(std::move(config));
+
+  Tag inputs(kInputProfile);
+  Tag profile("profile");
+  profile.setAttribute("name", m_name);
+  Tag tracks(kTracks);
+  for (int i = 0; i < m_properties.count(); ++i) {
+    unidevice::Property& property = *self.m_properties.property(i);
+    Tag tag("property");
+    property.save(tag);
+    profile.emplaceChild(std::move(tag));
+    const auto index = static_cast<std::size_t>(i);
+    if (index >= m_tracks.size() || m_tracks[index].samples.empty()) continue;
+    std::vector<unsigned char> bytes(m_tracks[index].flatSize());
+    m_tracks[index].save(bytes.data(), bytes.size());
+    Tag track = BlobTag(kTrack, bytes);
+    track.setAttribute("input", property.name);
+    tracks.emplaceChild(std::move(track));
+  }
+  inputs.emplaceChild(std::move(profile));
+  out.emplaceChild(std::move(inputs));
+  out.emplaceChild(std::move(tracks));
+
+  Tag spinners(kLiveSpinners);
+  for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
+    Tag tag(kLiveSpinner);
+    tag.setAttribute("id", std::to_string(span.elementId));
+    tag.setAttribute("start", util::exactText(span.start));
+    tag.setAttribute("end", util::exactText(span.end));
+    spinners.emplaceChild(std::move(tag));
+  }
+  out.emplaceChild(std::move(spinners));
+
+  Tag nodes(kNodeInfo);
+  for (CoreNode* node : GetNodes()) {
+    Tag tag(kNode);
+    tag.setAttribute("name", node->GetName());
+    tag.setAttribute("handle", node->GetTag());
+    if (auto* parent = static_cast<CoreNode*>(node->GetParent())) {
+      tag.setAttribute("parent", parent->GetSceneName());
+      parent->Release();
+    }
+    nodes.emplaceChild(std::move(tag));
+  }
+  out.emplaceChild(std::move(nodes));
+}
+
+std::string Instance::ReadRecord(const Element& record) {
+  const Element& config = record.child(kConfigProfile);
+  if (!config.isEmpty()) {
+    m_config.read(config);
+    if (config.hasAttribute("name")) m_currentProfile = config.attribute("name");
+  }
+
+  std::string problem;
+  ForEach(record.child(kInputProfile).child("profile"), "property", [&](const Element& tag) {
+    unidevice::Property* property = m_properties.find(tag.attribute("name"));
+    if (property && !property->load(tag))
+      problem = "the mapping of the input \"" + property->name + "\" holds no number";
+  });
+
+  m_tracks.resize(static_cast<std::size_t>(m_properties.count()));
+  ForEach(record.child(kTracks), kTrack, [&](const Element& tag) {
+    const std::string input = tag.attribute("input");
+    for (int i = 0; i < m_properties.count(); ++i) {
+      if (m_properties.property(i)->name != input) continue;
+      auto& track = m_tracks[static_cast<std::size_t>(i)];
+      std::vector<unsigned char> bytes;
+      if (ReadBlob(tag, bytes)) track.load(bytes.data(), bytes.size());
+      if (track.flatSize() == bytes.size() && IsSound(track)) return;
+      track.samples.clear();
+      problem = "the recorded track of the input \"" + input + "\" is damaged";
+    }
+  });
+
+  ForEach(record.child(kLiveSpinners), kLiveSpinner, [&](const Element& tag) {
+    LiveSpinnerSpan span;
+    if (util::parseNumber(tag.attribute("id"), span.elementId) &&
+        util::parseNumber(tag.attribute("start"), span.start) &&
+        util::parseNumber(tag.attribute("end"), span.end))
+      m_liveSpinnerSpans.push_back(span);
+    else
+      problem = "the recorded values of a live spinner are damaged";
+  });
+
+  const Element& saved = record.child(kSaveData);
+  if (!saved.isEmpty()) {
+    m_bHasUserData = true;
+    if (!ReadBlob(saved, m_userData)) problem = "the rig's own data is damaged";
+  }
+  ForEach(record.child(kNodeInfo), kNode, [&](const Element& tag) {
+    m_nodeRecords.push_back(
+        {tag.attribute("name"), tag.attribute("handle"), tag.attribute("parent")});
+  });
+  return problem;
+}
+
+}  // namespace orv::rws::core

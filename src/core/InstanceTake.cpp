@@ -1,0 +1,127 @@
+// What an instance does in a take and in a resimulation.
+#include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/CoreNode.h"
+#include "core/Instance.h"
+#include "core/LiveSpinnerUndo.h"
+#include "core/interface/CCamera.h"
+#include "core/interface/CVariableModUndo.h"
+#include "unidevice/Control.h"
+#include "unidevice/Property.h"
+
+namespace orv::rws::core {
+
+void Instance::Start(double t) {
+  StartLiveSpinners();
+  m_pRig->Start(t);
+  for (CoreNode* node : GetNodes()) node->StartTake(t);
+
+  const auto inputs = static_cast<std::size_t>(m_properties.count());
+  // Never shortened: a rig that gained an input since the last take gets an empty track.
+  if (m_tracks.size() < inputs) m_tracks.resize(inputs);
+  if (m_core.IsResimulating()) {
+    UseTemporaryControls();
+    return;
+  }
+  PushUndo(new CVariableModUndo<std::vector<util::AVar_Linear<double>>>(&m_tracks));
+  for (auto& track : m_tracks) track.cutFrom(t);
+}
+
+void Instance::Step(double t) {
+  if (m_core.IsResimulating())
+    FeedInputs(t);
+  else
+    RecordInputs(t);
+  ApplyLiveSpinners();
+  m_pRig->Step(t);
+}
+
+void Instance::Stop(double) {
+  m_pRig->Stop();
+  StopLiveSpinners();
+  if (m_core.IsResimulating()) RestoreControls();
+}
+
+void Instance::Update(double t) {
+  m_pRig->Update(t);
+}
+
+void Instance::RecordInputs(double t) {
+  for (int i = 0; i < m_properties.count(); ++i)
+    m_tracks[static_cast<std::size_t>(i)].set(t, m_properties.property(i)->raw());
+}
+
+void Instance::FeedInputs(double t) {
+  for (int i = 0; i < m_properties.count(); ++i) {
+    unidevice::Control* control = m_properties.property(i)->control;
+    if (control && static_cast<std::size_t>(i) < m_tracks.size())
+      control->push(m_tracks[static_cast<std::size_t>(i)].value(t));
+  }
+}
+
+void Instance::UseTemporaryControls() {
+  for (int i = 0; i < m_properties.count(); ++i) {
+    const auto index = static_cast<std::size_t>(i);
+    if (m_temporaryControls.size() <= index)
+      m_temporaryControls.push_back(std::make_unique<unidevice::Control>(
+          kAnyControl, "Temporary control", i, "Temporary control"));
+    if (m_savedControls.size() <= index) m_savedControls.emplace_back();
+    unidevice::Control& temporary = *m_temporaryControls[index];
+    temporary.previous = temporary.current = 0.0;
+    unidevice::Property& property = *m_properties.property(i);
+    m_savedControls[index].hold(property.control);
+    property.bind(&temporary);
+  }
+}
+
+void Instance::RestoreControls() {
+  for (int i = 0; i < m_properties.count(); ++i) {
+    const auto index = static_cast<std::size_t>(i);
+    if (index >= m_savedControls.size()) break;
+    m_properties.property(i)->bind(m_savedControls[index].get());
+    m_savedControls[index].hold(nullptr);
+  }
+  m_properties.rebind();  // devices may have come back meanwhile
+}
+
+// --- live spinners ---
+
+void Instance::StartLiveSpinners() {
+  if (m_liveSpinners.empty()) return;
+  PushUndo(new LiveSpinnerUndo(*this));
+  if (m_core.IsResimulating()) {
+    // A parameter that still stands where the take left it goes back to where the take began.
+    // Else the user has set it since, and that is where the run begins.
+    for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
+      ConfigElement* element = m_config.find(span.elementId);
+      if (!element || element->number() != span.end || span.start == span.end) continue;
+      element->setNumber(span.start);
+      element->apply();
+    }
+  }
+  m_liveSpinnerSpans.clear();
+  for (const auto& [id, property] : m_liveSpinners) {
+    if (const ConfigElement* element = m_config.find(id))
+      m_liveSpinnerSpans.push_back({id, element->number(), element->number()});
+  }
+}
+
+void Instance::StopLiveSpinners() {
+  for (LiveSpinnerSpan& span : m_liveSpinnerSpans) {
+    if (const ConfigElement* element = m_config.find(span.elementId)) span.end = element->number();
+  }
+}
+
+void Instance::ApplyLiveSpinners() {
+  for (const auto& [id, property] : m_liveSpinners) {
+    if (!property->control) continue;
+    const double rate = property->control->read();
+    if (rate == 0.0) continue;
+    ConfigElement* element = m_config.find(id);
+    if (!element) continue;
+    element->setNumber(element->number() + rate);
+    element->apply();
+  }
+}
+
+}  // namespace orv::rws::core

@@ -1,0 +1,381 @@
+#include "core/RecordManager.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "adaptor/AdaptorInterface.h"
+#include "core/CoreImplementation.h"
+#include "core/CoreNode.h"
+#include "core/Instance.h"
+#include "core/ResimulateWindow.h"
+#include "core/UserInterface.h"
+#include "unidevice/DriverManager.h"
+#include "util/ReturnValue.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+constexpr double kSnap = 1e-5;            ///< s, how near to a frame a start counts as that frame
+constexpr double kLastFrameSlack = 1e-5;  ///< s, keeps rounding from losing a run's last frame
+constexpr double kMinimumWait = 0.001;    ///< s, floor of the tick's timer
+
+/// Milliseconds since the system's start, low 32 bits.
+unsigned SystemTickCount() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<unsigned>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+}
+
+void RunQtEvents() {
+  if (QCoreApplication::instance()) QCoreApplication::processEvents();
+}
+
+}  // namespace
+
+/// Models under one dummy model of a rig, with the visibility that they had before the take. The
+/// first bit is the dummy model's own.
+struct RecordManager::HiddenModels {
+  CoreNode* dummy = nullptr;
+  std::vector<bool> visible;
+};
+
+RecordManager::RecordManager() : tickCount(SystemTickCount), runEventQueue(RunQtEvents) {}
+
+RecordManager::~RecordManager() = default;
+
+// --- the frame grid ---
+
+double RecordManager::GetFrameDuration() const {
+  return m_bFixedFrameDuration ? m_fixedFrameDuration : GetCore()->GetAdaptor()->GetFrameDuration();
+}
+
+double RecordManager::GetFrameRate() const {
+  return m_bFixedFrameDuration ? 1.0 / m_fixedFrameDuration
+                               : GetCore()->GetAdaptor()->GetFrameRate();
+}
+
+void RecordManager::SetFixedFrameDuration(double duration) {
+  m_bFixedFrameDuration = duration > 0.0;
+  if (m_bFixedFrameDuration) m_fixedFrameDuration = duration;
+}
+
+int RecordManager::FrameIndex(double t) const {
+  const double duration = GetFrameDuration();
+  // A product of index and duration, divided again, may fall short of the index by a rounding.
+  const double nearest = std::round(t / duration);
+  if (std::abs(nearest * duration - t) <= 1e-12 * std::max(1.0, std::abs(t)))
+    return static_cast<int>(nearest);
+  const int cut = static_cast<int>(t / duration);
+  return t < 0.0 && cut * duration > t ? cut - 1 : cut;
+}
+
+double RecordManager::SnapToFrame(double t) const {
+  const double duration = GetFrameDuration();
+  const double onGrid = std::round(t / duration) * duration;
+  return std::abs(onGrid - t) <= kSnap ? onGrid : t;
+}
+
+double RecordManager::GetFrameTime() const {
+  return (m_bResimulating ? m_resimFrame : m_frame) * GetFrameDuration();
+}
+
+// --- begin and end of both kinds of run ---
+
+void RecordManager::BeginTake(const char* undoName) {
+  CoreImplementation& core = *GetCore();
+  core.GetAdaptor()->BeginUndoBlock(undoName);
+  m_bRecording = true;
+  CoreImplementation::SetTakeActive(true);
+}
+
+void RecordManager::StartInstances(double t) {
+  CoreImplementation& core = *GetCore();
+  for (Instance* instance : core.List(false)) instance->SetTouched(true);
+
+  const std::vector<Instance*> active = core.List(true);
+  std::vector<CInterface*> filtered(active.begin(), active.end());
+  util::ReturnValue<std::vector<CInterface*>> result(filtered);
+  core.GetAdaptor()->BeginRecording(t, result);
+  m_instances.clear();
+  for (Instance* instance : active) {
+    CInterface* const asInterface = instance;
+    if (std::find(filtered.begin(), filtered.end(), asInterface) != filtered.end())
+      m_instances.push_back(instance);
+  }
+
+  auto& drivers = unidevice::DriverManager::instance();
+  if (auto* driver = drivers.find("windriver")) {
+    if (MainWindowView* window = core.GetMainWindow()) driver->setWindow(window->GetWindowHandle());
+  }
+  drivers.activateAll();
+  m_deviceGeneration = drivers.generation();
+  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Start(t);
+}
+
+void RecordManager::EndTake() {
+  CoreImplementation& core = *GetCore();
+  unidevice::DriverManager::instance().deactivateAll();
+  m_bRecording = false;
+  m_bResimulating = false;
+  if (MainWindowView* window = core.GetMainWindow()) window->SetRecordState(false);
+  core.GetAdaptor()->EndRecording();
+  core.GetAdaptor()->EndUndoBlock();
+  CoreImplementation::SetTakeActive(false);
+  m_instances.clear();
+}
+
+void RecordManager::Forget(Instance* instance) {
+  m_instances.erase(std::remove(m_instances.begin(), m_instances.end(), instance),
+                    m_instances.end());
+}
+
+// --- a take ---
+
+int RecordManager::StartRecording() {
+  if (m_bRecording) return kTakeRunning;
+  CoreImplementation& core = *GetCore();
+  AdaptorInterface& adaptor = *core.GetAdaptor();
+  HideHighPolyModels();
+  BeginTake("Record");
+  m_startTime = SnapToFrame(adaptor.GetCurrentTime());
+  double rangeStart = 0.0;
+  adaptor.GetTimeRange(rangeStart, m_endTime);
+  m_clock = m_startTime;
+  m_frame = FrameIndex(m_clock);
+  StartInstances(m_startTime);
+  m_bFirstTick = true;
+
+  int countdown = 0;
+  core.GetCountdownSeconds(countdown);
+  m_clock -= countdown;
+  adaptor.SetSlowFactor(static_cast<int>(m_slowFactor));
+  if (!m_pCountdownDialog && core.GetUserInterface())
+    m_pCountdownDialog.reset(core.GetUserInterface()->CreateCountdownDialog());
+  if (countdown != 0 && m_pCountdownDialog) {
+    m_pCountdownDialog->Set(countdown, 0.0);
+    m_pCountdownDialog->Show();
+  }
+  StartTimer(kTakeTimer, GetFrameDuration());
+  if (MainWindowView* window = core.GetMainWindow()) window->SetRecordState(true);
+  return 0;
+}
+
+void RecordManager::StopRecording() {
+  if (!m_bRecording || m_bResimulating) return;
+  HideCountdown();
+  KillTimer(kTakeTimer);
+  m_clock = std::max(m_clock, m_startTime);
+  const double t = m_frame * GetFrameDuration();
+  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Stop(t);
+  EndTake();
+  ShowHighPolyModels();
+  GetCore()->GetAdaptor()->TakeEnded();
+}
+
+void RecordManager::OnTimer(int id, unsigned elapsedMs) {
+  if (id != kTakeTimer) return;
+  if (m_bFirstTick) {
+    m_bFirstTick = false;
+    m_lastTick = elapsedMs;
+  }
+  KillTimer(kTakeTimer);
+  if (!m_bRecording || m_bResimulating) return;
+  m_clock += (elapsedMs - m_lastTick) * 0.001 / m_slowFactor;
+  m_lastTick = elapsedMs;
+
+  const int target = FrameIndex(m_clock) + 1;
+  if (m_clock > m_startTime) HideCountdown();
+  // A frame falls due when the clock has reached the start. Before that none is used up, so that a
+  // take steps the frames that its resimulation steps, wherever it starts.
+  for (int i = 0; i < kMaxFramesPerTick && m_frame < target && m_clock >= m_startTime; ++i) {
+    if (!StepDueFrame()) return;
+  }
+  if (m_clock < m_startTime) ShowCountdown();
+  GetCore()->GetAdaptor()->SetCurrentTime(m_clock);
+
+  // The two counters have different origins, so this nearly always falls to the floor. That is
+  // meant: the take clock alone decides when a frame falls due, not the timer's period.
+  double wait = GetFrameDuration() -
+                (static_cast<double>(tickCount()) - static_cast<double>(elapsedMs)) / 1000.0;
+  if (wait <= 0.0) wait = kMinimumWait;
+  runEventQueue();
+  if (m_bRecording) StartTimer(kTakeTimer, wait);
+}
+
+bool RecordManager::StepDueFrame() {
+  ++m_frame;
+  if (!HandleRangeEnd()) return false;
+  PollDevices();
+  const double t = m_frame * GetFrameDuration();
+  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Step(t);
+  if (!IsBeyondTakeLength(m_frame + 1)) return true;
+  StopRecording();
+  return false;
+}
+
+bool RecordManager::HandleRangeEnd() {
+  // A take of a told length ends by itself within the range, however late its last frames come.
+  const bool endsInRange =
+      m_takeLength > 0.0 && m_startTime + m_takeLength <= m_endTime + kLastFrameSlack;
+  if (m_clock < m_endTime || endsInRange) return true;
+  CoreImplementation& core = *GetCore();
+  bool expand = true;
+  if (MainWindowView* window = core.GetMainWindow())
+    window->GetCheckBox(kAutoExpandTimeline, expand);
+  if (!expand) {
+    StopRecording();
+    return false;
+  }
+  if (m_endTime <= 0.0) return true;  // doubling would not bring it forward
+  double start = 0.0;
+  double end = 0.0;
+  core.GetAdaptor()->GetTimeRange(start, end);
+  m_endTime *= 2.0;
+  core.GetAdaptor()->SetTimeRange(start, m_endTime);
+  return true;
+}
+
+bool RecordManager::IsBeyondTakeLength(int frame) const {
+  return m_takeLength > 0.0 &&
+         frame * GetFrameDuration() > m_startTime + m_takeLength + kLastFrameSlack;
+}
+
+void RecordManager::PollDevices() {
+  auto& drivers = unidevice::DriverManager::instance();
+  drivers.updateAll();
+  if (drivers.generation() == m_deviceGeneration) return;
+  m_deviceGeneration = drivers.generation();
+  for (Instance* instance : m_instances) instance->GetProperties().rebind();
+}
+
+void RecordManager::ShowCountdown() {
+  if (!m_pCountdownDialog) return;
+  const double remaining = m_startTime - m_clock;
+  const int seconds = static_cast<int>(remaining + 0.999);
+  if (seconds < 1)
+    m_pCountdownDialog->Set(1, 0.0);
+  else
+    m_pCountdownDialog->Set(seconds, remaining - std::floor(remaining));
+}
+
+void RecordManager::HideCountdown() {
+  if (m_pCountdownDialog) m_pCountdownDialog->Hide();
+}
+
+// --- "Low poly on record" ---
+
+void RecordManager::HideHighPolyModels() {
+  m_hiddenModels.clear();
+  CoreImplementation& core = *GetCore();
+  bool on = false;
+  MainWindowView* window = core.GetMainWindow();
+  if (!window || !window->GetCheckBox(kLowPolyOnRecord, on) || !on) return;
+  for (Instance* instance : core.List(true)) {
+    for (CoreNode* dummy : instance->GetNodes()) {
+      std::vector<CoreNode*> models;
+      util::ReturnValue<std::vector<CoreNode*>> result(models);
+      core.GetAdaptor()->GetModelsUnder(dummy, result);
+      if (models.empty()) continue;
+      HiddenModels hidden;
+      hidden.dummy = dummy;
+      hidden.visible.push_back(dummy->IsVisible());
+      for (CoreNode* model : models) {
+        hidden.visible.push_back(model->IsVisible());
+        model->Hide();
+      }
+      m_hiddenModels.push_back(std::move(hidden));
+    }
+  }
+  core.GetAdaptor()->RefreshViews();
+}
+
+void RecordManager::ShowHighPolyModels() {
+  if (m_hiddenModels.empty()) return;
+  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  for (const HiddenModels& hidden : m_hiddenModels) {
+    std::vector<CoreNode*> models;
+    util::ReturnValue<std::vector<CoreNode*>> result(models);
+    adaptor.GetModelsUnder(hidden.dummy, result);
+    // Children that came or went: what was noted no longer fits.
+    if (hidden.visible.size() != models.size() + 1) continue;
+    for (std::size_t i = 0; i < models.size(); ++i) {
+      if (hidden.visible[i + 1]) models[i]->Show();
+    }
+  }
+  m_hiddenModels.clear();
+  adaptor.RefreshViews();
+}
+
+// --- slow factor ---
+
+int RecordManager::GetSlowFactorIndex() const {
+  return static_cast<int>(std::floor(std::log(m_slowFactor) / std::log(2.0) + 0.001)) + 1;
+}
+
+void RecordManager::SetSlowFactorIndex(int index) {
+  m_slowFactor = std::pow(2.0, index - 1);
+  ShowSlowFactor();
+  ShowSlowFactor();  // twice: the spinner's own event would else put the old value back
+  if (m_bRecording && !m_bResimulating)
+    GetCore()->GetAdaptor()->SetSlowFactor(static_cast<int>(m_slowFactor));
+}
+
+void RecordManager::ShowSlowFactor() {
+  if (MainWindowView* window = GetCore()->GetMainWindow())
+    window->SetSpinner(kSlowMotionFactor, GetSlowFactorIndex());
+}
+
+// --- a resimulation ---
+
+int RecordManager::Resimulate(double from, double to) {
+  if (const int refused = BeginResimulation(from, to)) return refused;
+  if (!m_pResimulateWindow) m_pResimulateWindow = std::make_unique<ResimulateWindow>(*this);
+  m_pResimulateWindow->Open(m_startTime, m_endTime);
+  return 0;
+}
+
+int RecordManager::BeginResimulation(double from, double to) {
+  if (m_bRecording) return kTakeRunning;
+  BeginTake("Resimulating");
+  m_bResimulating = true;
+  m_startTime = SnapToFrame(from);
+  m_endTime = to;
+  m_resimFrame = FrameIndex(m_startTime) + 1;  // the frame at the start is not simulated again
+  m_resimTime = m_resimFrame * GetFrameDuration();
+  m_resimProgress = 0.0f;
+  m_savedSlowFactor = m_slowFactor;
+  m_slowFactor = 1.0;
+  ShowSlowFactor();
+  StartInstances(m_startTime);
+  return 0;
+}
+
+bool RecordManager::StepResimulation() {
+  if (!m_bResimulating || !(m_resimTime < m_endTime + kLastFrameSlack)) return false;
+  const double length = m_endTime - m_startTime;
+  if (length > 0.0)
+    m_resimProgress =
+        static_cast<float>(std::clamp((m_resimTime - m_startTime) / length, 0.0, 1.0));
+  const double t = m_resimTime;
+  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Step(t);
+  ++m_resimFrame;
+  m_resimTime = m_resimFrame * GetFrameDuration();
+  return true;
+}
+
+void RecordManager::EndResimulation() {
+  if (!m_bResimulating) return;
+  m_resimProgress = 1.0f;
+  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Stop(m_endTime);
+  m_slowFactor = m_savedSlowFactor;
+  EndTake();
+  ShowSlowFactor();
+  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  adaptor.SetCurrentTime(m_startTime);
+  adaptor.TakeEnded();
+  if (m_pResimulateWindow) m_pResimulateWindow->Close();
+}
+
+}  // namespace orv::rws::core

@@ -1,0 +1,233 @@
+// Recording, replay and the memory of live spinners, on a rig without nodes.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/ResimulateWindow.h"
+#include "support/FakeAdaptor.h"
+#include "support/ProbeRig.h"
+#include "unidevice/Control.h"
+#include "unidevice/Property.h"
+
+namespace orv::tests {
+namespace {
+
+using rws::core::ConfigElement;
+using rws::core::CoreImplementation;
+using rws::core::Instance;
+using rws::core::RecordManager;
+
+class Resimulation : public testing::Test {
+ protected:
+  Resimulation() {
+    core.SetAdaptor(&adaptor);
+    core.LoadTools({&plugin});
+    core.runEventQueue = [] {};
+    core.CreateTool("Probe");
+    instance = core.List(false)[0];
+    instance->FindInput("Input")->bind(&stick);
+  }
+
+  ConfigElement& Element(const std::string& label) {
+    return *instance->GetConfig().findAll(label).at(0);
+  }
+
+  /// A take from the host's time on, the stick at a value of each frame's own.
+  void Take(int frames) {
+    plugin.log.inputs.clear();
+    core.StartRecording();
+    for (int i = 0; i < frames; ++i) {
+      stick.current = 0.3 + 0.6 * std::sin(0.37 * i);
+      core.OnTimer(RecordManager::kTakeTimer, static_cast<unsigned>(i * 40));
+    }
+    core.StopRecording();
+  }
+
+  void Resimulate(double from, double to) {
+    plugin.log.inputs.clear();
+    plugin.log.steps.clear();
+    ASSERT_EQ(core.BeginResimulation(from, to), 0);
+    while (core.StepResimulation()) {
+    }
+    core.EndResimulation();
+  }
+
+  FakeAdaptor adaptor;
+  ProbePlugin plugin;
+  unidevice::Control stick{unidevice::kInfiniteControl, "Axis", 0};
+  CoreImplementation core;
+  Instance* instance = nullptr;
+};
+
+TEST_F(Resimulation, FeedsEveryFrameWithTheInputOfTheTakeAndGivesTheControlsBack) {
+  Take(50);
+  const std::vector<double> taken = plugin.log.inputs;
+  ASSERT_EQ(taken.size(), 50u);
+  stick.current = 99.0;
+  core.SetSlowFactorIndex(4);
+  Resimulate(0.0, 2.0);
+  EXPECT_EQ(plugin.log.inputs, taken);
+  EXPECT_EQ(plugin.log.steps.front(), 0.04);
+  EXPECT_EQ(plugin.log.steps.back(), 50 * 0.04);
+  EXPECT_EQ(instance->FindInput("Input")->control, &stick);
+  EXPECT_EQ(core.GetSlowFactorIndex(), 4);
+  EXPECT_EQ(adaptor.time, 0.0);
+  EXPECT_EQ(core.GetProgress(), 1.0f);
+
+  Resimulate(2.0, 2.0);  // the last frame of the range: nothing but start and stop
+  EXPECT_TRUE(plugin.log.steps.empty());
+  EXPECT_EQ(core.GetProgress(), 1.0f);
+}
+
+TEST_F(Resimulation, ATakeFromTheMiddleKeepsTheInputBeforeItAndUndoBringsTheRestBack) {
+  Take(50);
+  const auto whole = instance->GetTracks();
+  adaptor.time = 1.0;
+  Take(10);
+  const auto& track = instance->GetTracks().back();
+  EXPECT_EQ(track.samples.size(), 24u + 10u);  // frames 1 to 24, then 26 to 35
+  EXPECT_EQ(track.samples[23], whole.back().samples[23]);
+  EXPECT_EQ(track.samples[24].time, 26 * 0.04);
+  const auto second = instance->GetTracks();
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(instance->GetTracks(), whole);
+  ASSERT_TRUE(adaptor.HostRedo());
+  EXPECT_EQ(instance->GetTracks(), second);
+}
+
+TEST_F(Resimulation, AControlThatGoesDuringTheRunDoesNotComeBack) {
+  auto gone = std::make_unique<unidevice::Control>(unidevice::kInfiniteControl, "Axis", 0);
+  instance->FindInput("Input")->bind(gone.get());
+  Take(5);
+  core.BeginResimulation(0.0, 0.2);
+  core.StepResimulation();
+  gone.reset();
+  core.EndResimulation();
+  EXPECT_EQ(instance->FindInput("Input")->control, nullptr);
+}
+
+TEST_F(Resimulation, AnInputWithoutATrackReadsItsDefault) {
+  Take(5);
+  instance->AddInput("Late", 7)->offset = 0.25;
+  Resimulate(0.0, 0.2);
+  EXPECT_EQ(plugin.log.steps.size(), 5u);
+  EXPECT_EQ(instance->GetTracks().size(),
+            static_cast<std::size_t>(instance->GetProperties().count()));
+  EXPECT_EQ(instance->FindInput("Late")->read(), 0.25);
+}
+
+TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
+  unidevice::Control dial(unidevice::kInfiniteControl, "Axis", 1);
+  instance->FindInput("Spinner: Gain")->bind(&dial);
+  instance->FindInput("Spinner: Count")->bind(&dial);
+  dial.current = 0.3;
+  Take(10);
+  const double end = plugin.last->gain;
+  EXPECT_NEAR(end, 1.0 + 10 * 0.3, 1e-12);
+  EXPECT_EQ(plugin.last->count, 6);  // a spinner of whole numbers turns too
+
+  // Beyond the take the last input goes on; the next run begins at the same place all the same.
+  Resimulate(0.0, 0.8);
+  const double beyond = plugin.last->gain;
+  EXPECT_NEAR(beyond, 1.0 + 20 * 0.3, 1e-12);
+  Resimulate(0.0, 0.4);
+  EXPECT_EQ(plugin.last->gain, end);
+
+  Element("Gain").setNumber(50.0);
+  Resimulate(0.0, 0.4);
+  EXPECT_NEAR(plugin.last->gain, 53.0, 1e-12);
+
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(plugin.last->gain, 50.0);
+  ASSERT_TRUE(adaptor.HostUndo());
+  ASSERT_TRUE(adaptor.HostUndo());
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(plugin.last->gain, 1.0);
+  EXPECT_EQ(plugin.last->count, 3);
+}
+
+TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
+  adaptor.rangeEnd = 10.0;
+  Take(5);
+  unsigned now = 0;
+  core.tickCount = [&now] { return now += 10; };  // ten milliseconds pass at every look
+  plugin.log.steps.clear();
+  ASSERT_EQ(core.Resimulate(0.0, 4.0), 0);
+  EXPECT_TRUE(plugin.log.steps.empty());
+  core.EndResimulation();  // the stop button in the first second
+  EXPECT_TRUE(plugin.log.steps.empty());
+
+  ASSERT_EQ(core.Resimulate(0.0, 4.0), 0);
+  rws::core::RecordManager::ResimulateWindow& window = core.GetResimulateWindow();
+  window.OnTimer(1, 0);
+  const std::size_t slice = plugin.log.steps.size();
+  EXPECT_EQ(slice, 50u);  // 500 ms of work
+  EXPECT_TRUE(core.IsResimulating());
+  window.OnTimer(2, 0);
+  EXPECT_EQ(plugin.log.steps.size(), slice);
+  window.OnTimer(1, 0);
+  window.OnTimer(1, 0);
+  EXPECT_FALSE(core.IsResimulating());
+  EXPECT_EQ(plugin.log.steps.size(), 100u);
+}
+
+TEST_F(Resimulation, StepsOfARigThatIsGoneDoNothing) {
+  Take(5);
+  plugin.last->m_pInterface->PushUndo(nullptr);
+  core.Delete(core.Find(instance->GetInstanceName()), true);
+  ASSERT_TRUE(adaptor.HostUndo());  // rebuilt from its record, under the same name
+  Instance* rebuilt = core.FindInstance("Probe_01");
+  ASSERT_NE(rebuilt, nullptr);
+  EXPECT_EQ(rebuilt->GetTracks().back().samples.size(), 5u);
+  ASSERT_TRUE(adaptor.HostUndo());  // the take of the rig that was deleted
+  EXPECT_EQ(rebuilt->GetTracks().back().samples.size(), 5u);
+}
+
+TEST_F(Resimulation, NamesCountUpAndRefuseWhatCannotBeAName) {
+  EXPECT_EQ(core.CreateTool("Probe"), "Probe_02");
+  EXPECT_EQ(core.UniqueName("Probe_01"), "Probe_03");
+  EXPECT_EQ(core.UniqueName("Probe_09"), "Probe_09");
+  EXPECT_EQ(core.UniqueName("Free"), "Free");
+  auto* row = core.Find("Probe_02");
+  EXPECT_NE(core.Rename(row, "a.b"), "");
+  EXPECT_NE(core.Rename(row, "Probe_01"), "");
+  EXPECT_EQ(core.Rename(row, "Probe_99"), "");
+  EXPECT_EQ(core.UniqueName("Probe_99"), "Probe_100");
+  EXPECT_EQ(core.List(false)[1]->GetInstanceName(), "Probe_99");
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(core.List(false)[1]->GetInstanceName(), "Probe_02");
+  core.MoveBefore(core.Find("Probe_02"), core.Find("Probe_01"));
+  EXPECT_EQ(core.List(false)[0]->GetInstanceName(), "Probe_02");
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(core.List(false)[0]->GetInstanceName(), "Probe_01");
+}
+
+TEST_F(Resimulation, ARigThatRefusesLeavesNothingBehind) {
+  plugin.failDefine = 1;
+  EXPECT_EQ(core.CreateTool("Probe"), "");
+  EXPECT_EQ(core.CreateTool("Unheard of"), "");
+  EXPECT_EQ(core.List(false).size(), 1u);
+}
+
+TEST_F(Resimulation, TheInterfaceAnswersItsOddCallsAsTold) {
+  int size = 7;
+  plugin.last->m_pInterface->ClearUserData();
+  EXPECT_EQ(instance->GetUserData(&size), nullptr);
+  EXPECT_EQ(size, 0);
+  instance->SetUserData(nullptr, 0);
+  EXPECT_NE(instance->GetUserData(&size), nullptr);
+  EXPECT_EQ(size, 0);
+  EXPECT_EQ(instance->FindNode("none"), nullptr);
+  EXPECT_FALSE(instance->HasExtension(99));
+  std::vector<int> codes;
+  instance->GetExtensions(codes);
+  EXPECT_EQ(codes, (std::vector<int>{41, 43, 58, 38, 39}));
+  EXPECT_EQ(instance->Extension(61, nullptr, nullptr), 0);
+  EXPECT_NE(instance->Extension(43, nullptr, nullptr), 0);
+}
+
+}  // namespace
+}  // namespace orv::tests
