@@ -62,21 +62,16 @@ bool HideModes::OnCallback(CInterface& core, CInterface::Callback& rig, const st
                                   [&](const Box& box) { return box.label == event.label; });
   if (found == m_boxes.end()) return false;
   Box& box = *found;
-  // Both directions of a check box are the same flip. The flag follows what the nodes show, so that
-  // it does not matter whether the core has taken its value back already.
-  if (event.IsReplay())
-    box.on = !box.applied;
-  else if (box.on == box.applied)
-    return true;
+  // The value itself is taken back by the core, before or after this event; what is left to the rig
+  // is to let the nodes match it.
+  if (!event.IsReplay() && box.on == box.applied) return true;
   box.applied = box.on;
   // Outside takes the nodes don't depend on a box that acts in takes only.
   if (box.when == kAlways || m_recording) {
     Apply(box);
     core.RefreshViews();
   }
-  if (event.IsReplay())
-    core.RefreshConfig();
-  else if (box.when == kAlways)
+  if (!event.IsReplay() && box.when == kAlways)
     core.PushUndo(new CREEventUndo(&rig, kRealUndo + box.label, kRealRedo + box.label));
   return true;
 }

@@ -23,7 +23,7 @@ class HideModes {
     When when = kAlways;
     std::vector<RigSceneNode*> nodes;  ///< the rig's own
     bool on = false;                   ///< bound to the check box
-    bool applied = false;              ///< what the nodes show, or showed before an edit
+    bool applied = false;              ///< as at the latest event
   };
 
   /// Adds a box; to be called before Define. The reference stays good.

@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
+#include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
+#include "support/FakeInterface.h"
+#include "util/QTransform.h"
+
+namespace orv::rws::addon {
+namespace {
+
+using tests::FakeWorld;
+using tests::Matrix;
+using util::QTransform;
+using util::Quat;
+using Vector = util::Vector3<double>;
+
+double Wave(double t) {
+  return std::sin(3.0 * t) + 0.3 * std::sin(11.0 * t);
+}
+
+Matrix Turned(const Vector& position, double aboutY) {
+  return QTransform<double>{position, Quat<double>::fromRotationVector({0, aboutY, 0})}.toMatrix();
+}
+
+/// Angle about Y of a rotation about Y, in (-pi, pi].
+double AngleY(const Matrix& m) {
+  return std::atan2(m[8], m[0]);
+}
+
+/// Keys a wavy way on the AttachedCam.
+void Shake(FakeWorld& world, int frames) {
+  for (int i = 0; i <= frames; ++i) {
+    const double t = i * world.core.GetFrameDuration();
+    world.Node("AttachedCam").keys[t] = Turned({Wave(t), 2.0 * t, 0.0}, 0.8 * Wave(t + 1.0));
+  }
+}
+
+double Distance(const Matrix& a, const Matrix& b) {
+  double sum = 0.0;
+  for (int i = 0; i < 16; ++i) sum += std::abs(a[i] - b[i]);
+  return sum;
+}
+
+TEST(FilterCameras, MotionFilterFollowsAnIndependentIntegrator) {
+  CMotionFilterCamPlugin plugin;
+  for (const double fps : {24.0, 25.0, 50.0, 59.94}) {
+    for (const double limit : {0.0, 1.5}) {
+      FakeWorld world(plugin, fps);
+      world.rig->Create();
+      Shake(world, 100);
+      *world.core.Find("Translation Max Velocity").number = limit;
+      *world.core.Find("Rotation Max Velocity").number = limit;
+      *world.core.Find("Rotation Response Factor").number = 80.0;
+      world.Take(0, 100);
+      const double dt = 1.0 / fps, h = dt / 10;
+      double x = 0, v = 0, y = 0, u = 0, angle = 0, w = 0;
+      for (int i = 1; i <= 100; ++i) {
+        const double t = i * dt;
+        x += v * dt;
+        y += u * dt;
+        v += ((Wave(t) - x) * 30.0 - 5.0 * v) * dt;
+        u += ((2.0 * t - y) * 30.0 - 5.0 * u) * dt;
+        const double speed = std::hypot(v, u);
+        if (limit != 0.0 && speed > limit) v *= limit / speed, u *= limit / speed;
+        for (int k = 0; k < 10; ++k) {
+          angle += 2.0 * std::atan(h * w / 2);  // what a renormalised Euler step turns
+          w += ((0.8 * Wave(t + 1.0) - angle) * 80.0 - 5.0 * w) * h;
+          if (limit != 0.0 && std::abs(w) > limit) w = std::copysign(limit, w);
+        }
+        const Matrix pose = world.Node("FollowCam").World(t);
+        ASSERT_NEAR(pose[12], x, 1e-9) << fps << " fps, frame " << i;
+        ASSERT_NEAR(pose[13], y, 1e-9) << fps << " fps, frame " << i;
+        ASSERT_NEAR(std::remainder(AngleY(pose) - angle, 2 * M_PI), 0.0, 1e-7) << i;
+      }
+    }
+  }
+}
+
+TEST(FilterCameras, AZeroResponseOrAFixateFlagFollowsExactly) {
+  CMotionFilterCamPlugin plugin;
+  for (const bool fixate : {false, true}) {
+    FakeWorld world(plugin);
+    world.rig->Create();
+    Shake(world, 40);
+    if (fixate) {
+      *world.core.Find("Fixate Translations").flag = *world.core.Find("Fixate Rotations").flag =
+          true;
+    } else {
+      *world.core.Find("Translation Response Factor").number = 0.0;
+      *world.core.Find("Rotation Response Factor").number = 0.0;
+    }
+    world.Take(0, 40);
+    EXPECT_LT(Distance(world.Node("FollowCam").World(1.6), world.Node("AttachedCam").World(1.6)),
+              1e-12);
+  }
+}
+
+TEST(FilterCameras, SteadyCamApproachesARestingTargetByTheClosedFormAtAnyRate) {
+  CSteadyCamPlugin plugin;
+  const struct {
+    double fps, factor;
+    int n;
+  } cases[] = {{25, 0.3, 2}, {50, 0.3, 1},   {25, 1.0, 2},
+               {50, 1.0, 1}, {12.5, 0.3, 3}, {24, 0.3, 2}};
+  for (const auto& c : cases) {
+    FakeWorld world(plugin, c.fps);
+    world.rig->Create();
+    world.Node("AttachedCam").rest = Turned({1.0, -2.0, 4.0}, 0.0);
+    *world.core.Find("Translation Response Factor").number = c.factor;
+    world.Take(0, 30);  // the first time starts with the first stage on the target
+    const double k = c.factor * (1.0 / c.fps / 0.04) / c.n;
+    for (int i = 1; i <= 30; ++i)
+      ASSERT_NEAR(world.Node("FollowCam").World(i / c.fps)[14],
+                  4.0 - 4.0 * std::pow(1 - k, c.n * i), 1e-12)
+          << c.fps << " fps, factor " << c.factor << ", frame " << i;
+  }
+}
+
+/// Both cameras, by the kind.
+class Both : public testing::TestWithParam<CCameraPlugin*> {};
+CMotionFilterCamPlugin g_motionFilter;
+CSteadyCamPlugin g_steady;
+INSTANTIATE_TEST_SUITE_P(FilterCameras, Both, testing::Values(&g_motionFilter, &g_steady));
+
+TEST_P(Both, KeepTheirScaleAndTurnTheShortWayRound) {
+  FakeWorld world(*GetParam());
+  world.rig->Create();
+  auto& follow = world.Node("FollowCam");
+  follow.rest = Turned({}, 3.0);
+  follow.rest.setRowLengths({2.0, 0.5, 3.0});
+  Matrix target = Turned({5.0, 0.0, 0.0}, -3.0);  // 0.28 rad away, across the flip of signs
+  target.setRowLengths({7.0, 7.0, 7.0});
+  world.Node("AttachedCam").rest = target;
+  world.Take(0, 200);
+  for (const auto& [time, pose] : follow.keys) {
+    EXPECT_NEAR(pose.rowLengths().x, 2.0, 1e-9) << time;
+    EXPECT_NEAR(pose.rowLengths().y, 0.5, 1e-9) << time;
+    EXPECT_NEAR(pose.rowLengths().z, 3.0, 1e-9) << time;
+    EXPECT_LT(std::cos(AngleY(Turned({}, 0)) - std::atan2(pose[8] / 3.0, pose[0] / 2.0)), -0.7)
+        << "turned through the front at " << time;
+  }
+  EXPECT_NEAR(follow.World(8.0)[12], 5.0, 1e-3);
+}
+
+TEST_P(Both, GoOnWithoutAnAttachedCamAndAnswerNoWithoutAFollowCam) {
+  FakeWorld world(*GetParam());
+  world.rig->Create();
+  world.Node("FollowCam").rest = Turned({4.0, 0.0, 0.0}, 0.0);
+  int restored = 0;
+  world.core.nodes.erase("AttachedCam");
+  auto opened = world.Reopen({}, restored);
+  EXPECT_EQ(restored, 0);
+  EXPECT_EQ(opened->Node("FollowCam").rest[12], 4.0) << "a loaded node keeps its place";
+  opened->Take(0, 300);
+  EXPECT_NEAR(opened->Node("FollowCam").World(12.0)[12], 0.0, 1e-3);
+  world.core.nodes.erase("FollowCam");
+  world.Reopen({}, restored);
+  EXPECT_EQ(restored, 1);
+}
+
+TEST(FilterCameras, ReInitializeStopsTheFlightAndKeepsTheSpinAlsoInAReopenedScene) {
+  CMotionFilterCamPlugin plugin;
+  FakeWorld world(plugin);
+  world.rig->Create();
+  Shake(world, 60);
+  world.Take(0, 20);
+  int restored = 1;
+  auto opened = world.Reopen(world.Save(), restored);
+  for (FakeWorld* each : {&world, opened.get()}) {
+    auto& button = each->core.Find("Re-Initialize");
+    button.callback->OnCallback("REALREDORe-Initialize");  // never re-initialises
+    button.callback->OnCallback("Re-Initialize");
+    each->Take(20, 21);
+    const Matrix before = each->Node("FollowCam").World(0.8);
+    const Matrix after = each->Node("FollowCam").World(0.84);
+    EXPECT_EQ(after[12], before[12]) << "no linear velocity is left";
+    EXPECT_GT(std::abs(AngleY(after) - AngleY(before)), 0.01) << "the spin goes on";
+  }
+  EXPECT_EQ(world.Node("FollowCam").keys, opened->Node("FollowCam").keys);
+}
+
+}  // namespace
+}  // namespace orv::rws::addon

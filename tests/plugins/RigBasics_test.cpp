@@ -1,0 +1,199 @@
+// What every rig must hold on a core of its own, before a host comes in.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "plugins/release/all/AllRigs.h"
+#include "support/FakeInterface.h"
+#include "util/DataChunk.h"
+#include "util/QTransform.h"
+
+namespace orv::rws::addon {
+namespace {
+
+using tests::FakeNode;
+using tests::FakeWorld;
+using tests::Matrix;
+using Keys = std::map<std::string, std::map<double, Matrix>>;
+using Quat = util::Quat<double>;
+
+class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
+ protected:
+  /// A new rig with all that has state switched on, in a scene that moves.
+  static std::unique_ptr<FakeWorld> NewWorld(double fps = 25.0) {
+    auto world = std::make_unique<FakeWorld>(*GetParam(), fps);
+    EXPECT_EQ(world->rig->Create(), 0);
+    FakeNode& moved = world->core.nodes.count("AttachedCam") ? world->Node("AttachedCam")
+                                                             : world->Node("RelativeCageMesh");
+    for (int i = 0; i <= 100; ++i)
+      moved.keys[i / fps] = util::QTransform<double>{{std::sin(i / fps * 5.0), i / fps, 0.0},
+                                                     Quat::fromRotationVector({0, i * 0.02, 0})}
+                                .toMatrix();
+    for (auto& element : world->core.elements) {
+      const auto ends = [&](const std::string& end) {
+        return element.label.size() > end.size() &&
+               element.label.compare(element.label.size() - end.size(), end.size(), end) == 0;
+      };
+      if (ends(" Response Factor") && element.max == 1.0) *element.number = 0.3;
+      if (ends(" Change Limit")) *element.number = 4.0;
+      if (ends(" Integrate")) *element.flag = true;
+      if (ends("l Keep Trinary State")) *element.flag = true;
+    }
+    return world;
+  }
+  static void Play(FakeWorld& world, int frame) {
+    double phase = 0.0;
+    for (auto& [name, control] : world.core.controls)
+      control->current = std::sin(frame * 0.37 + phase++);
+  }
+  static void Take(FakeWorld& world, int first, int last) {
+    world.Take(first, last, [&](int frame) { Play(world, frame); });
+  }
+  static Keys KeysOf(FakeWorld& world, double after = 0.0) {
+    Keys keys;
+    for (auto& [name, node] : world.core.nodes)
+      for (auto& [time, key] : node->keys)
+        if (time > after + 1e-9) keys[name][time] = key;
+    return keys;
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(RigBasics, RigBasics, testing::ValuesIn(AllRigs()),
+                         [](const auto& kind) { return "Rig" + kind.param->GetId(); });
+
+TEST_P(RigBasics, ATakeMovesSomethingAndARepeatIsBitIdentical) {
+  for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {
+    auto world = NewWorld(fps);
+    Take(*world, 0, 60);
+    const Keys first = KeysOf(*world);
+    ASSERT_FALSE(first.empty());
+    Take(*world, 30, 45);  // whatever happens in between
+    Take(*world, 0, 60);
+    EXPECT_EQ(KeysOf(*world), first) << fps;
+    auto other = NewWorld(fps);
+    Take(*other, 0, 60);
+    EXPECT_EQ(KeysOf(*other), first) << fps;
+    EXPECT_EQ(world->core.openSnapshots, 0);
+  }
+}
+
+TEST_P(RigBasics, ARetakeFromTheMiddleGoesOnAsIfNothingHadHappened) {
+  auto world = NewWorld();
+  Take(*world, 0, 60);
+  const Keys whole = KeysOf(*world);
+  Take(*world, 25, 60);
+  EXPECT_EQ(KeysOf(*world), whole);
+  // And in a scene that was saved and opened in between.
+  int restored = 1;
+  auto opened = world->Reopen(world->Save(), restored);
+  ASSERT_EQ(restored, 0);
+  Take(*opened, 25, 60);
+  EXPECT_EQ(KeysOf(*opened), whole);
+  EXPECT_EQ(opened->Save(), world->Save());
+}
+
+TEST_P(RigBasics, UndoAndRedoOfATakeRestoreTheSavedStateExactly) {
+  auto world = NewWorld();
+  const auto fresh = world->Save();
+  Take(*world, 0, 40);
+  const auto taken = world->Save();
+  EXPECT_NE(taken, fresh);
+  world->core.UndoAll();
+  EXPECT_EQ(world->Save(), fresh);
+  world->core.RedoAll();
+  EXPECT_EQ(world->Save(), taken);
+  world->core.undo.clear();
+  Take(*world, 20, 30);  // a second take cuts the first one's future
+  EXPECT_LT(world->Save().size(), taken.size());
+  world->core.UndoAll();
+  EXPECT_EQ(world->Save(), taken);
+}
+
+TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
+  auto world = NewWorld();
+  const auto fresh = world->Save();
+  Take(*world, 0, 3);
+  const auto taken = world->Save();
+  const auto savedAfter = [&](const std::vector<unsigned char>& blob) {
+    int restored = 1;
+    auto opened = world->Reopen(blob, restored);
+    EXPECT_EQ(restored, 0);
+    return opened->Save();
+  };
+  EXPECT_EQ(savedAfter(taken), taken);
+  EXPECT_EQ(savedAfter({}), fresh);
+  for (std::size_t size = 0; size < taken.size(); size += 7)
+    EXPECT_EQ(savedAfter({taken.begin(), taken.begin() + static_cast<long>(size)}), fresh) << size;
+
+  util::DataChunk chunk(taken.data(), taken.size());
+  const std::string name = chunk.name;
+  ASSERT_EQ(name.substr(name.size() - 4), "8101");
+  const std::string plain = name.substr(0, name.size() - 4);
+  const std::vector<std::string> others{plain + "8100", "Other8101", plain, name + "x"};
+  for (const std::string& other : others) {
+    chunk.name = other;
+    EXPECT_EQ(savedAfter(chunk.flatten()), fresh) << other;
+  }
+  chunk.name = plain + "8102";  // newer is read
+  EXPECT_EQ(savedAfter(chunk.flatten()), taken);
+  // No byte of a payload can make a history that is out of order or not finite.
+  for (std::size_t at = 60; at < taken.size(); ++at) {
+    auto bent = taken;
+    bent[at] = 0xff;
+    const auto saved = savedAfter(bent);
+    EXPECT_TRUE(saved == savedAfter(saved)) << at;
+  }
+}
+
+TEST_P(RigBasics, NodesAreBoundOnceAndANeededOneThatIsMissingIsTold) {
+  auto world = NewWorld();
+  for (auto& [name, node] : world->core.nodes) EXPECT_EQ(node->keyStatesForgotten, 1) << name;
+  int restored = 0;
+  const std::string needed =
+      world->core.nodes.count("FollowCam") ? "FollowCam" : "RelativeCageMesh";
+  auto taken = std::move(world->core.nodes[needed]);
+  for (auto& [name, node] : world->core.nodes)
+    if (node && node->parent) node->parent = nullptr;
+  world->core.nodes.erase(needed);
+  world->Reopen({}, restored);
+  EXPECT_EQ(restored, 1);
+}
+
+TEST_P(RigBasics, HideBoxesShowAtOnceAndAreReplayedWithoutAFurtherStep) {
+  auto world = NewWorld();
+  for (const std::string label : {"Hide Helpers", "Hide Camera", "Hide AttachedCam"}) {
+    bool known = false;
+    for (auto& element : world->core.elements) known |= element.label == label;
+    if (!known) continue;
+    const auto hidden = [&] {
+      int count = 0;
+      for (auto& [name, node] : world->core.nodes) count += !node->visible;
+      return count;
+    };
+    world->core.undo.clear();
+    world->core.Check(label, true);
+    EXPECT_GT(hidden(), 0) << label;
+    ASSERT_EQ(world->core.undo.size(), 1u) << label;
+    world->core.Check(label, true);  // no change, as when a profile is applied
+    ASSERT_EQ(world->core.undo.size(), 1u) << label;
+    // The core takes its value back and lets the step run.
+    *world->core.Find(label).flag = false;
+    world->core.undo[0]->Undo(true);
+    EXPECT_EQ(hidden(), 0) << label;
+    *world->core.Find(label).flag = true;
+    world->core.undo[0]->Redo();
+    EXPECT_GT(hidden(), 0) << label;
+    EXPECT_EQ(world->core.undo.size(), 1u) << label;
+    int restored = 1;
+    auto opened = world->Reopen(world->Save(), restored);
+    EXPECT_FALSE(std::all_of(opened->core.nodes.begin(), opened->core.nodes.end(),
+                             [](auto& node) { return node.second->visible; }));
+    world->core.Check(label, false);
+    EXPECT_EQ(hidden(), 0) << label;
+  }
+}
+
+}  // namespace
+}  // namespace orv::rws::addon

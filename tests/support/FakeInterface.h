@@ -1,0 +1,296 @@
+// A core for one rig: nodes with keys, inputs, an undo queue and a blob, and nothing else.
+#pragma once
+
+#include <cmath>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/interface/CCamera.h"
+#include "core/interface/CCameraPlugin.h"
+#include "core/interface/CInterface.h"
+#include "core/interface/CNode.h"
+#include "core/interface/CSnapshot.h"
+#include "core/interface/CUndo.h"
+#include "unidevice/Control.h"
+#include "unidevice/Property.h"
+#include "util/CMesh.h"
+#include "util/Matrix.h"
+
+namespace orv::tests {
+
+using Matrix = util::Matrix<double>;
+
+/// Local poses by time, each held until the next; `rest` where there is none.
+class FakeNode : public rws::CNode {
+ public:
+  std::string name;
+  FakeNode* parent = nullptr;
+  Matrix rest;
+  std::map<double, Matrix> keys;
+  bool visible = true;
+  int keyStatesForgotten = 0;
+
+  Matrix Local(double t) const {
+    auto key = keys.upper_bound(t);
+    return key == keys.begin() ? rest : std::prev(key)->second;
+  }
+  Matrix World(double t) const { return parent ? parent->World(t) * Local(t) : Local(t); }
+  Matrix ToLocal(const Matrix& world, double t) const {
+    return parent ? parent->World(t).affineInverse() * world : world;
+  }
+
+  std::intptr_t Extension(int code, void*, void*) override {
+    if (code == rws::kForgetTransformKeys) ++keyStatesForgotten;
+    return code == rws::kForgetTransformKeys;
+  }
+  void Show() override { visible = true; }
+  void Hide() override { visible = false; }
+  bool IsVisible() override { return visible; }
+  void Select() override {}
+  bool IsValid() override { return true; }
+  rws::CNode* GetParent() override { return parent; }
+  int GetChildCount() override { return 0; }
+  rws::CNode* GetChild(int) override { return nullptr; }
+  void Release() override {}
+};
+
+class FakeInterface : public rws::CInterface {
+ public:
+  struct Element {
+    int id;
+    std::string group, label, tooltip;
+    double* number = nullptr;
+    bool* flag = nullptr;
+    int* choice = nullptr;
+    double min = 0.0, max = 0.0;
+    bool asInput = false;
+    Callback* callback = nullptr;
+  };
+
+  double frameRate = 25.0;
+  double time = 0.0;
+  std::map<std::string, std::unique_ptr<FakeNode>> nodes;
+  std::vector<Element> elements;
+  std::map<std::string, std::unique_ptr<unidevice::Control>> controls;  ///< by input
+  std::map<std::string, std::unique_ptr<unidevice::Property>> inputs;   ///< die first
+  std::vector<std::unique_ptr<rws::CUndo>> undo;
+  std::vector<unsigned char> blob;
+  std::vector<std::string> messages;
+  int openSnapshots = 0;
+
+  Element& Find(const std::string& label) {
+    for (Element& element : elements)
+      if (element.label == label) return element;
+    throw std::runtime_error("no element " + label);
+  }
+  /// A user's edit of a check box, or the core's own undo of one.
+  void Check(const std::string& label, bool on) {
+    *Find(label).flag = on;
+    Find(label).callback->OnCallback(label);
+  }
+  void UndoAll() {
+    for (auto step = undo.rbegin(); step != undo.rend(); ++step) (*step)->Undo(true);
+  }
+  void RedoAll() {
+    for (auto& step : undo) step->Redo();
+  }
+
+  int PushUndo(rws::CUndo* step) override {
+    undo.emplace_back(step);
+    return 0;
+  }
+  unidevice::Property* AddInput(std::string name, std::string label, unsigned flags) override {
+    inputs[name] = std::make_unique<unidevice::Property>(name, label, flags);
+    controls[name] = std::make_unique<unidevice::Control>(flags, "Axis", 0);
+    inputs[name]->bind(controls[name].get());
+    inputs[name]->deadzone = 0.0;
+    return inputs[name].get();
+  }
+  unidevice::Property* AddInput(std::string name, unsigned flags) override {
+    return AddInput(name, name, flags);
+  }
+  unidevice::Property* FindInput(std::string name) override { return inputs[name].get(); }
+
+  void BeginConfig() override {}
+  void EndConfig() override {}
+  void BeginGroup(std::string label, std::string) override { m_groups.push_back(label); }
+  void* EndGroup() override {
+    m_groups.pop_back();
+    return nullptr;
+  }
+  void AddSpinnerInt(std::string label, std::string tip, int* value, int min, int max, int, int,
+                     bool asInput, Callback* cb) override {
+    Element& element = Add(label, tip, cb);
+    element.choice = value;
+    element.min = min;
+    element.max = max;
+    element.asInput = asInput;
+  }
+  void AddSpinner(std::string label, std::string tip, double* value, double min, double max, double,
+                  int, bool asInput, Callback* cb) override {
+    Element& element = Add(label, tip, cb);
+    element.number = value;
+    element.min = min;
+    element.max = max;
+    element.asInput = asInput;
+  }
+  void AddCheckBox(std::string label, std::string tip, bool* value, Callback* cb) override {
+    Add(label, tip, cb).flag = value;
+  }
+  void AddTextBox(std::string label, std::string tip, std::string*, Callback* cb) override {
+    Add(label, tip, cb);
+  }
+  ComboUpdater* AddComboBox(std::string label, std::string tip, std::vector<std::string> items,
+                            int* index, Callback* cb) override {
+    Element& element = Add(label, tip, cb);
+    element.choice = index;
+    element.max = static_cast<double>(items.size()) - 1;
+    return nullptr;
+  }
+  void AddButton(std::string label, std::string tip, Callback* cb) override { Add(label, tip, cb); }
+  void RefreshConfig() override {}
+  void ShowInputConfig() override {}
+
+  std::string GetDataPath() override { return {}; }
+  void SetUserData(const void* data, int size) override {
+    const auto* bytes = static_cast<const unsigned char*>(data);
+    blob.assign(bytes, bytes + size);
+  }
+  const void* GetUserData(int* size) override {
+    *size = static_cast<int>(blob.size());
+    return blob.empty() ? nullptr : blob.data();
+  }
+  void ClearUserData() override { blob.clear(); }
+
+  void DeleteNode(rws::CNode* node, bool) override { nodes.erase(Of(node)->name); }
+  rws::CNode* FindNode(std::string name) override {
+    const auto found = nodes.find(name);
+    return found == nodes.end() ? nullptr : found->second.get();
+  }
+  rws::CNode* CreateCameraNode(std::string name, rws::CNode* parent, double, double) override {
+    auto& node = nodes[name] = std::make_unique<FakeNode>();
+    node->name = name;
+    node->parent = Of(parent);
+    return node.get();
+  }
+  rws::CNode* CreateMeshNode(std::string name, rws::CNode* parent, const util::CMesh*,
+                             int) override {
+    return CreateCameraNode(name, parent, 0.0, 0.0);
+  }
+  void Reserved2(std::string, util::CMesh) override {}
+
+  rws::CSnapshot* GetSnapshot(rws::CNode* node, double t) override {
+    if (!node) return nullptr;
+    ++openSnapshots;
+    return new Snapshot(*Of(node), t);
+  }
+  void ReleaseSnapshot(rws::CSnapshot* snapshot) override {
+    if (snapshot) --openSnapshots;
+    delete snapshot;
+  }
+  rws::CSnapshot_Helper* GetSnapshotHelper(rws::CNode*) override { return nullptr; }
+  rws::CSnapshot_Mesh* GetSnapshotMesh(rws::CNode*, double) override { return nullptr; }
+  rws::CSnapshot_Lens* GetSnapshotLens(rws::CNode*, double) override { return nullptr; }
+  void ReleaseNode(void*) override {}
+  void ReleaseSnapshotLens(rws::CSnapshot_Lens*) override {}
+  void ReleaseSnapshotMesh(rws::CSnapshot_Mesh*) override {}
+  void ReleaseSnapshotHelper(rws::CSnapshot_Helper*) override {}
+  double GetTime() override { return time; }
+  double GetFrameRate() override { return frameRate; }
+  double GetFrameDuration() override { return 1.0 / frameRate; }
+  void RefreshViews() override {}
+  int MessageBox(std::string, std::string text, unsigned) override {
+    messages.push_back(text);
+    return 0;
+  }
+
+ private:
+  struct Snapshot : rws::CSnapshot {
+    Snapshot(FakeNode& n, double t) : node(n), time(t) {}
+    void SetMatrix(const double m[16]) override { node.rest = node.ToLocal(From(m), time); }
+    void SetKey(const double m[16]) override { node.keys[time] = node.ToLocal(From(m), time); }
+    void GetLocalMatrix(double m[16]) override { To(node.Local(time), m); }
+    void GetMatrix(double m[16]) override { To(node.World(time), m); }
+    double GetTime() override { return time; }
+    static Matrix From(const double m[16]) {
+      Matrix out;
+      std::copy(m, m + 16, out.data());
+      return out;
+    }
+    static void To(const Matrix& from, double m[16]) { std::copy_n(from.data(), 16, m); }
+    FakeNode& node;
+    double time;
+  };
+
+  static FakeNode* Of(rws::CNode* node) { return static_cast<FakeNode*>(node); }
+  Element& Add(const std::string& label, const std::string& tip, Callback* cb) {
+    Element element{static_cast<int>(elements.size()), {}, label, tip};
+    if (!m_groups.empty()) element.group = m_groups.back();
+    element.callback = cb;
+    elements.push_back(element);
+    return elements.back();
+  }
+
+  std::vector<std::string> m_groups;
+};
+
+/// A rig on a fake core, new or, with a blob and nodes of another, loaded.
+struct FakeWorld {
+  explicit FakeWorld(rws::CCameraPlugin& kind, double frameRate = 25.0) : plugin(kind) {
+    core.frameRate = frameRate;
+    rig.reset(kind.CreateObject({1, kind.GetId()}));
+    rig->m_pInterface = &core;
+    rig->Define();
+  }
+
+  /// What saving and opening this world gives; `restored` is what Restore answered.
+  std::unique_ptr<FakeWorld> Reopen(const std::vector<unsigned char>& blob, int& restored) {
+    auto opened = std::make_unique<FakeWorld>(plugin, core.frameRate);
+    for (std::size_t i = 0; i < core.elements.size(); ++i) {
+      const auto &from = core.elements[i], &to = opened->core.elements[i];
+      if (from.number) *to.number = *from.number;
+      if (from.flag) *to.flag = *from.flag;
+      if (from.choice) *to.choice = *from.choice;
+    }
+    for (const auto& [name, node] : core.nodes) {
+      auto& copy = *static_cast<FakeNode*>(opened->core.CreateCameraNode(name, nullptr, 0, 0));
+      copy.rest = node->rest;
+      copy.keys = node->keys;
+    }
+    for (const auto& [name, node] : core.nodes)
+      if (node->parent)
+        opened->core.nodes[name]->parent = opened->core.nodes[node->parent->name].get();
+    opened->core.blob = blob;
+    restored = opened->rig->Restore();
+    return opened;
+  }
+  std::vector<unsigned char> Save() {
+    rig->Store();
+    return core.blob;
+  }
+
+  /// A take over the frames `first` to `last`; `beforeFrame` gets each stepped frame's index.
+  void Take(int first, int last, const std::function<void(int)>& beforeFrame = {}) {
+    const double dt = core.GetFrameDuration();
+    rig->Start(first * dt);
+    for (int i = first + 1; i <= last; ++i) {
+      if (beforeFrame) beforeFrame(i);
+      rig->Step(i * dt);
+    }
+    rig->Stop();
+  }
+  FakeNode& Node(const std::string& name) { return *core.nodes.at(name); }
+
+  struct End {
+    void operator()(rws::CCamera* camera) const { camera->Destroy(); }
+  };
+  rws::CCameraPlugin& plugin;
+  FakeInterface core;
+  std::unique_ptr<rws::CCamera, End> rig;  ///< dies before its core
+};
+
+}  // namespace orv::tests
