@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "plugins/release/all/AllRigs.h"
+#include "support/FakeInterface.h"
+#include "util/QTransform.h"
+
+namespace orv::rws::addon {
+namespace {
+
+using tests::FakeWorld;
+using tests::Matrix;
+using Vector = util::Vector3<double>;
+using Quat = util::Quat<double>;
+
+CCameraPlugin& Kind(const std::string& id) {
+  for (CCameraPlugin* kind : AllRigs())
+    if (kind->GetId() == id) return *kind;
+  throw std::runtime_error("no kind " + id);
+}
+
+void ExpectNear(const Vector& a, const Vector& b, const std::string& what) {
+  EXPECT_LT((a - b).length(), 1e-12) << what << ": " << a.x << " " << a.y << " " << a.z;
+}
+
+/// One frame with these inputs held.
+Matrix Pose(FakeWorld& world, const std::map<std::string, double>& inputs,
+            const std::string& node = "ActuatorMesh") {
+  for (auto& [name, control] : world.core.controls)
+    control->current = inputs.count(name) ? inputs.at(name) : 0.0;
+  world.Take(0, 1);
+  return world.Node(node).World(0.04);
+}
+
+TEST(LinkRigs, PositiveInputsMeanForwardRightUpAndTurnsToTheRightAndUp) {
+  FakeWorld world(Kind("DirectInputLink"));
+  world.rig->Create();
+  ExpectNear(Pose(world, {{"Forw/Backw Transl", 0.5}}).translation(), {0, 0, -0.5}, "forward");
+  ExpectNear(Pose(world, {{"Right/Left Transl", 0.5}}).translation(), {0.5, 0, 0}, "right");
+  ExpectNear(Pose(world, {{"Up/Down Transl", 0.5}}).translation(), {0, 0.5, 0}, "up");
+  const double c = std::sqrt(0.5);
+  const Vector sight{0, 0, -1}, right{1, 0, 0};
+  // Half an input is an eighth of a turn by default.
+  ExpectNear(Pose(world, {{"Yaw (Right/Left)", 0.5}}).transformVector(sight), {c, 0, -c}, "yaw");
+  ExpectNear(Pose(world, {{"Pitch (Up/Down)", 0.5}}).transformVector(sight), {0, c, -c}, "pitch");
+  ExpectNear(Pose(world, {{"Roll (Right/Left)", 0.5}}).transformVector(right), {c, -c, 0}, "roll");
+  // Pitch turns about the right axis that the yaw has turned; roll leaves the line of sight alone.
+  const Matrix all = Pose(
+      world, {{"Yaw (Right/Left)", 1.0}, {"Pitch (Up/Down)", 0.5}, {"Roll (Right/Left)", 0.7}});
+  ExpectNear(all.transformVector(sight), {c, c, 0}, "yaw, then pitch");
+  // The camera rides on the actuator.
+  EXPECT_EQ(world.Node("Camera").World(0.04), world.Node("ActuatorMesh").World(0.04));
+}
+
+TEST(LinkRigs, AMovedTurnedAndScaledCageCarriesTheMovement) {
+  FakeWorld world(Kind("DirectInputLink"));
+  world.rig->Create();
+  world.Node("ActuatorMesh").rest.setRowLengths({3.0, 3.0, 3.0});
+  const std::map<std::string, double> inputs{
+      {"Forw/Backw Transl", 0.5}, {"Yaw (Right/Left)", 0.3}, {"Roll (Right/Left)", -0.2}};
+  const Matrix plain = Pose(world, inputs);
+  EXPECT_NEAR(plain.rowLengths().x, 3.0, 1e-12) << "the actuator's own scale stays";
+
+  Matrix cage =
+      util::QTransform<double>{{10.0, 0.0, 1.0}, Quat::fromRotationVector({0.3, -1.0, 0.4})}
+          .toMatrix();
+  cage.setRowLengths({2.0, 2.0, 2.0});
+  world.Node("RelativeCageMesh").rest = cage;
+  const auto near = [&](const Matrix& pose) {
+    const Matrix want = cage * plain;
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(pose[i], want[i], 1e-12) << i;
+  };
+  near(world.Node("ActuatorMesh").World(0.04));  // moved after the take
+  near(Pose(world, inputs));                     // and before the next one
+}
+
+TEST(LinkRigs, AnInputWithoutAControlReadsItsOffset) {
+  FakeWorld world(Kind("DirectInputLink"));
+  world.rig->Create();
+  for (auto& [name, input] : world.core.inputs) input->bind(nullptr);
+  world.core.inputs["Up/Down Transl"]->offset = 0.25;
+  world.Take(0, 1);
+  ExpectNear(world.Node("ActuatorMesh").World(0.04).translation(), {0, 0.25, 0}, "offset");
+}
+
+TEST(LinkRigs, TheOneChannelRigsActOnTheChosenAxisAlone) {
+  for (int axis = 0; axis < 3; ++axis) {
+    Vector unit;
+    unit[axis] = 1.0;
+    FakeWorld positioner(Kind("1DPositioner"));
+    positioner.rig->Create();
+    *positioner.core.Find("Axis").choice = axis;
+    ExpectNear(Pose(positioner, {{"Position", -0.5}}).translation(), unit * -0.5, "way");
+
+    FakeWorld rotator(Kind("1DRotator"));
+    rotator.rig->Create();
+    *rotator.core.Find("Axis").choice = axis;
+    const Matrix turned = Pose(rotator, {{"Rotation", 1.0}});
+    ExpectNear(turned.axisRow(axis), unit, "the axis stays");
+    Vector next, last;
+    next[(axis + 1) % 3] = last[(axis + 2) % 3] = 1.0;
+    ExpectNear(turned.transformVector(next), last, "a quarter turn, right-handed");
+
+    FakeWorld scaler(Kind("1DScaler"));
+    scaler.rig->Create();
+    *scaler.core.Find("Axis").choice = axis + 1;
+    ExpectNear(Pose(scaler, {{"Scale", 0.5}}, "DummyMesh").rowLengths(),
+               Vector{1, 1, 1} + unit * 0.5, "one axis");
+  }
+}
+
+TEST(LinkRigs, TheScalerDoesNotReachZeroNorBuildUpOverTakes) {
+  FakeWorld world(Kind("1DScaler"));
+  world.rig->Create();
+  for (int take = 0; take < 3; ++take)
+    ExpectNear(Pose(world, {{"Scale", 1.0}}, "DummyMesh").rowLengths(), {2, 2, 2}, "all axes");
+  *world.core.Find("Scale Maximum").number = 5.0;
+  const Matrix least = Pose(world, {{"Scale", -1.0}}, "DummyMesh");
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(least[5 * i], 0.001);
+}
+
+}  // namespace
+}  // namespace orv::rws::addon

@@ -1,0 +1,214 @@
+// The profile files that come with the rigs, against what the rigs declare.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "plugins/release/all/AllRigs.h"
+#include "support/FakeInterface.h"
+#include "util/NumberText.h"
+#include "util/xml/Base64.h"
+#include "util/xml/Tag.h"
+
+namespace orv::rws::addon {
+namespace {
+
+namespace fs = std::filesystem;
+using tests::FakeInterface;
+using tests::FakeWorld;
+using util::xml::Element;
+using Values = std::map<std::string, double>;  ///< by label
+
+std::vector<fs::path> Files(CCameraPlugin& kind, const std::string& folder) {
+  std::vector<fs::path> files;
+  const fs::path path = fs::path(ORV_SOURCE_DIR) / "data" / kind.GetDataFolder() / folder;
+  if (fs::exists(path))
+    for (const auto& entry : fs::directory_iterator(path)) files.push_back(entry.path());
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+double Value(const Element& item, const FakeInterface::Element& element) {
+  if (!element.number) {
+    int value = -1;
+    EXPECT_TRUE(util::parseNumber(item.text(), value)) << item.text();
+    EXPECT_FALSE(item.hasAttribute("type"));
+    return value;
+  }
+  double value = NAN;
+  const auto bytes = util::xml::decodeBase64(item.text());
+  EXPECT_EQ(item.attribute("type"), "blob");
+  EXPECT_EQ(bytes.size(), 8u);
+  if (bytes.size() == 8) std::memcpy(&value, bytes.data(), 8);
+  return value;
+}
+
+/// Reads one file and checks it against the tree that the rig declares.
+Values Read(const fs::path& file, FakeInterface& core) {
+  Values values;
+  util::xml::Tag root("");
+  EXPECT_EQ(root.load(file.string()), 0) << file;
+  EXPECT_EQ(root.name, "configprofile") << file;
+  EXPECT_EQ(root.attribute("version"), "2.0") << file;
+  EXPECT_EQ(root.attribute("name"), file.stem().string()) << file;
+  for (const Element* group : root.children) {
+    EXPECT_EQ(group->attribute("id"), "-1") << file;
+    for (const Element* item : group->children) {
+      int id = -1;
+      if (!util::parseNumber(item->attribute("id"), id) || id < 0 ||
+          id >= static_cast<int>(core.elements.size())) {
+        ADD_FAILURE() << file << " has an item " << item->attribute("id");
+        continue;
+      }
+      const auto& element = core.elements[static_cast<std::size_t>(id)];
+      EXPECT_EQ(item->attribute("label"), element.label) << file;
+      EXPECT_EQ(group->attribute("label"), element.group) << file;
+      const double value = Value(*item, element);
+      EXPECT_TRUE(value >= element.min && value <= (element.flag ? 1.0 : element.max))
+          << file << ": " << element.label << " is " << value;
+      values[element.label] = value;
+    }
+  }
+  return values;
+}
+
+std::map<std::string, Values> ReadAll(CCameraPlugin& kind) {
+  std::map<std::string, Values> profiles;
+  FakeWorld world(kind);
+  for (const fs::path& file : Files(kind, "configprofiles"))
+    profiles[file.stem().string()] = Read(file, world.core);
+  return profiles;
+}
+
+CCameraPlugin& Kind(const std::string& id) {
+  for (CCameraPlugin* kind : AllRigs())
+    if (kind->GetId() == id) return *kind;
+  throw std::runtime_error("no kind " + id);
+}
+
+TEST(RigProfiles, TheCamerasProfilesHoldTheirTables) {
+  const auto motion = ReadAll(Kind("MotionFilterCam"));
+  const std::map<std::string, std::vector<double>> table = {
+      {"Bouncy", {0, 60, 1, 0, 60, 1, 0}},
+      {"Slightly Bouncy", {0, 30, 5, 0, 30, 5, 0}},
+      {"High Frequency Bouncing", {0, 2000, 5, 0, 2000, 5, 0}},
+      {"Smooth Filtering", {0, 30, 20, 0, 30, 20, 1}},
+      {"Tight", {0, 1000, 20, 0, 1000, 20, 0}},
+      {"Loose FollowCam", {0, 50, 10, 0, 30, 5, 0}},
+      {"Strong FollowCam", {0, 100, 10, 0, 100, 5, 0}},
+      {"Character FollowCam", {0, 100, 10, 0, 10, 5, 0}},
+      {"DriveBy", {0, 30, 5, 0, 10, 5, 0}},
+      {"Driver", {1, 30, 5, 0, 100, 7, 0}},
+      {"Car Iron Rig", {1, 1000, 20, 0, 4000, 20, 0}},
+  };
+  const std::vector<std::string> labels = {
+      "Fixate Translations",  "Translation Response Factor", "Translation Smoothing Factor",
+      "Fixate Rotations",     "Rotation Response Factor",    "Rotation Smoothing Factor",
+      "Rotation Max Velocity"};
+  ASSERT_EQ(motion.size(), table.size());
+  for (const auto& [name, row] : table) {
+    Values want{{"Translation Max Velocity", 0.0}};
+    for (std::size_t i = 0; i < labels.size(); ++i) want[labels[i]] = row[i];
+    EXPECT_EQ(motion.at(name), want) << name;
+  }
+  const auto steady = ReadAll(Kind("SteadyCam"));
+  ASSERT_EQ(steady.size(), 2u);
+  const auto row = [](double translation, double rotation) {
+    return Values{{"Hide AttachedCam", 0},
+                  {"Hide FollowCam", 0},
+                  {"Translation Response Factor", translation},
+                  {"Rotation Response Factor", rotation}};
+  };
+  EXPECT_EQ(steady.at("FollowCam"), row(0.3, 0.4));
+  EXPECT_EQ(steady.at("Character SteadyCam"), row(0.999, 0.7));
+}
+
+TEST(RigProfiles, TheLinksProfilesDeserveTheirNames) {
+  for (const std::string id : {"DirectInputLink", "1DPositioner", "1DRotator", "1DScaler"}) {
+    CCameraPlugin& kind = Kind(id);
+    auto profiles = ReadAll(kind);
+    FakeWorld world(kind);
+    world.rig->Create();
+    const std::string channel = world.core.inputs.begin()->first;
+    const auto is = [&](const std::string& profile, double factor, double limit, bool integrates) {
+      EXPECT_EQ(profiles[profile][channel + " Response Factor"], factor) << id << profile;
+      EXPECT_EQ(profiles[profile][channel + " Change Limit"], limit) << id << profile;
+      EXPECT_EQ(profiles[profile][channel + " Integrate"], integrates) << id << profile;
+    };
+    is("Immediate", 0, 0, false);
+    is("Quick", 0.5, 10, false);
+    is("Integrating Increase", 0.2, 20, true);
+    for (auto& [name, values] : profiles) {
+      EXPECT_EQ(values.size(), world.core.inputs.size() * 5) << id << name;
+      EXPECT_EQ(values[channel + " Keep Trinary State"], name == "Trinary State (Keyboard)");
+    }
+    // Frames until a full push has made nine tenths of its way.
+    int before = 0;
+    for (const char* name : {"Immediate", "Very Quick", "Quick", "Smooth", "Very Smooth"}) {
+      FakeWorld fresh(kind);
+      fresh.rig->Create();
+      for (auto& [label, value] : profiles.at(name)) {
+        auto& element = fresh.core.Find(label);
+        if (element.number) *element.number = value;
+      }
+      for (auto& [input, control] : fresh.core.controls) control->current = 1.0;
+      fresh.Take(0, 200);
+      const std::string node = id == "1DScaler" ? "DummyMesh" : "ActuatorMesh";
+      const auto measure = [&](double t) {
+        const tests::Matrix m = fresh.Node(node).World(t);
+        return id == "1DRotator" ? std::atan2(m[8], m[0]) : id == "1DScaler" ? m[0] : m[12];
+      };
+      const double from = measure(0.0), to = measure(8.0);
+      int frames = 1;
+      while (std::abs(measure(frames * 0.04) - to) > 0.1 * std::abs(to - from)) ++frames;
+      EXPECT_GT(frames, before) << id << ": " << name;
+      before = frames;
+    }
+  }
+  auto noRoll = ReadAll(Kind("DirectInputLink"));
+  ASSERT_EQ(noRoll.size(), 8u);
+  Values smooth = noRoll["Smooth"];
+  smooth["Roll (Right/Left) Maximum"] = 0.0;
+  EXPECT_EQ(noRoll["Smooth (no roll)"], smooth);
+}
+
+TEST(RigProfiles, InputProfilesLoadIntoTheInputsThatTheyName) {
+  for (CCameraPlugin* kind : AllRigs()) {
+    FakeWorld world(*kind);
+    const auto files = Files(*kind, "inputprofiles");
+    if (kind->GetCategory() == "Camera") {
+      util::xml::Tag root("");
+      const auto path =
+          fs::path(ORV_SOURCE_DIR) / "data" / kind->GetDataFolder() / "inputprofile.xml";
+      ASSERT_EQ(root.load(path.string()), 0);
+      EXPECT_EQ(root.name, "unidevice");
+      EXPECT_TRUE(root.children.empty() && files.empty());
+      continue;
+    }
+    EXPECT_EQ(files.size(), 3u) << kind->GetId();
+    for (const fs::path& file : files) {
+      util::xml::Tag root("");
+      ASSERT_EQ(root.load(file.string()), 0) << file;
+      EXPECT_EQ(root.name, "profile");
+      EXPECT_EQ(root.attribute("name"), file.stem().string());
+      EXPECT_EQ(root.attribute("name").rfind("Example", 0), 0u);
+      std::set<std::string> controls;
+      for (const Element* child : root.children) {
+        unidevice::Property* input = world.core.inputs[child->attribute("name")].get();
+        ASSERT_TRUE(input) << file << child->attribute("name");
+        EXPECT_TRUE(input->load(*child)) << file;
+        EXPECT_EQ(input->deadzone, 0.1);
+        const bool down = file.stem() == "Example Hat" && input->name == "Up/Down Transl";
+        EXPECT_EQ(input->multiplier, down ? -1.0 : 1.0) << file;
+        EXPECT_TRUE(controls.insert(input->savedControl.toText()).second) << "two inputs share one";
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orv::rws::addon
