@@ -30,6 +30,8 @@ constexpr double kDegreesPerRadian = 57.295779513082323;
 constexpr std::size_t kDeepestNode = 1000;
 /// A rotation farther from unit length than this is brought back to it.
 constexpr double kUnitTolerance = 1e-5;
+/// Near plane that stands for one that glTF can't tell (m).
+constexpr double kLeastClip = 1e-4;
 constexpr const char* kPathNames[3] = {"translation", "rotation", "scale"};
 
 /// Extensions that change what the parts of a file that we read mean, and that we know.
@@ -278,6 +280,9 @@ class GltfReader::Builder {
       // Degrees do not survive the way through radians to the last bit.
       const double degrees = numberOr(*own, "fieldOfView", lens.fieldOfView);
       if (degrees / kDegreesPerRadian == angle) lens.fieldOfView = degrees;
+      // glTF knows neither a near plane at the eye nor a far one in front of it.
+      const double nearClip = numberOr(*own, "nearClip", lens.nearClip);
+      if (nearClip < lens.nearClip && lens.nearClip == kLeastClip) lens.nearClip = nearClip;
       lens.focusDistance = numberOr(*own, "focusDistance", lens.focusDistance);
     }
     node.m_lens = lens;

@@ -1,0 +1,36 @@
+/// Who refers to whom by index in a glTF file.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/GltfJson.h"
+
+namespace orv::rws::adaptor::headless {
+
+/// The lists of a glTF file whose elements come and go with our own data.
+enum class Table { kMeshes, kCameras, kMaterials, kAccessors, kBufferViews };
+
+/// Calls `visit` with every index into `table` that the file holds, in all places of glTF itself
+/// and of the extensions in `knowsAllExtensions`.
+void visitReferences(Json& json, Table table, const std::function<void(Json&)>& visit);
+
+/// Takes out the elements of `table` that are ours and that nobody refers to, and adapts all
+/// indices. Gives for each old index its new one, -1 for an element that is gone. When the file
+/// uses an extension whose references we can't adapt, nothing is taken out in front of others'
+/// elements.
+std::vector<int> dropUnusedOwn(Json& json, Table table);
+
+/// Adapts all node indices; `map` gives the new index or -1. References from animations to nodes
+/// that are gone go with them; so do animations and samplers that nothing is left of. Skins and
+/// node hierarchies must not refer to nodes that are gone.
+void remapNodes(Json& json, const std::vector<int>& map);
+
+/// Takes out the samplers of an animation that none of its channels uses.
+void dropUnusedSamplers(Json& animation);
+
+/// The first extension in use whose references to nodes or data we do not know; "" for none.
+std::string unknownExtension(const Json& json);
+
+}  // namespace orv::rws::adaptor::headless

@@ -1,0 +1,255 @@
+#include "adaptor/headless/GltfWriter.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <new>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "adaptor/headless/GltfAssembly.h"
+#include "adaptor/headless/GltfDocument.h"
+#include "adaptor/headless/GltfUri.h"
+#include "util/AtomicFile.h"
+
+namespace orv::rws::adaptor::headless {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void appendWord(std::string& bytes, std::size_t value) {
+  for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(value >> shift & 0xFF);
+}
+
+std::size_t paddingTo4(std::size_t size) {
+  return (4 - size % 4) % 4;
+}
+
+/// Takes the file in parts, so that large buffers need no copy.
+using Sink = std::function<bool(std::string_view)>;
+
+bool sendBinary(std::string text, std::string_view foreign, std::string_view own, bool hasChunk,
+                std::string_view furtherChunks, const Sink& sink) {
+  text.append(paddingTo4(text.size()), ' ');
+  const std::size_t bin = foreign.size() + own.size();
+  const std::size_t padding = paddingTo4(bin);
+  const std::size_t total =
+      20 + text.size() + (hasChunk ? 8 + bin + padding : 0) + furtherChunks.size();
+  if (total > std::numeric_limits<std::uint32_t>::max())
+    throw GltfError("", "is larger than the 4 GB that a .glb can hold (write a .gltf)");
+  std::string head = "glTF";
+  appendWord(head, 2);
+  appendWord(head, total);
+  appendWord(head, text.size());
+  head += "JSON";
+  if (!sink(head) || !sink(text)) return false;
+  if (hasChunk) {
+    std::string chunk;
+    appendWord(chunk, bin + padding);
+    chunk += std::string_view("BIN\0", 4);
+    if (!sink(chunk) || !sink(foreign) || !sink(own) || !sink(std::string(padding, '\0')))
+      return false;
+  }
+  return sink(furtherChunks);
+}
+
+/// Files beside the source that a save in another folder takes along.
+class SideFiles {
+ public:
+  SideFiles(const std::string& sourceFolder, const std::string& output)
+      : m_source(sourceFolder), m_folder(fs::path(output).parent_path()) {
+    m_taken.insert(fs::path(output).lexically_normal().string());
+  }
+
+  /// Plans the copy and gives the URI to write; the old one where there is nothing to copy.
+  std::string plan(const std::string& uri, std::vector<std::string>& warnings) {
+    std::string relative;
+    if (isDataUri(uri) || !decodeRelativeUri(uri, relative)) return uri;
+    auto bytes = std::make_shared<std::string>();
+    std::string error;
+    if (!readSideFile(m_source + relative, *bytes, error)) {
+      warnings.push_back(error + ", so it was not copied");
+      return uri;
+    }
+    return place(relative, std::move(bytes));
+  }
+
+  /// The same for bytes in memory.
+  std::string place(const std::string& relative, std::shared_ptr<const std::string> bytes) {
+    fs::path name = fs::path(relative).lexically_normal();
+    if (std::find(name.begin(), name.end(), "..") != name.end()) name = name.filename();
+    const fs::path stem = name.parent_path() / name.stem();
+    for (int i = 2;; ++i) {
+      const fs::path target = (m_folder / name).lexically_normal();
+      const bool planned = m_taken.count(target.string()) > 0;
+      if (!planned && (!exists(target) || holds(target, *bytes))) {
+        m_taken.insert(target.string());
+        m_copies.push_back({target, std::move(bytes)});
+        return encodeRelativeUri(name.generic_string());
+      }
+      name = stem;
+      name += "_" + std::to_string(i) + fs::path(relative).extension().string();
+    }
+  }
+
+  /// Writes the copies; "" or what failed, with nothing new left behind.
+  std::string write() {
+    for (const Copy& copy : m_copies) {
+      if (exists(copy.target)) continue;
+      std::error_code code;
+      fs::create_directories(copy.target.parent_path(), code);
+      std::string error;
+      if (!util::writeFile(copy.target.string(), *copy.bytes, &error)) {
+        takeBack();
+        return error;
+      }
+      m_written.push_back(copy.target);
+    }
+    return {};
+  }
+
+  void takeBack() {
+    std::error_code code;
+    for (const fs::path& path : m_written) fs::remove(path, code);
+    m_written.clear();
+  }
+
+ private:
+  struct Copy {
+    fs::path target;
+    std::shared_ptr<const std::string> bytes;
+  };
+
+  static bool exists(const fs::path& path) {
+    std::error_code code;
+    return fs::exists(fs::symlink_status(path, code));
+  }
+
+  static bool holds(const fs::path& path, const std::string& bytes) {
+    std::error_code code;
+    if (fs::file_size(path, code) != bytes.size() || code) return false;
+    std::string found;
+    std::string error;
+    return readSideFile(path.string(), found, error) && found == bytes;
+  }
+
+  std::string m_source;
+  fs::path m_folder;
+  std::set<std::string> m_taken;
+  std::vector<Copy> m_copies;
+  std::vector<fs::path> m_written;
+};
+
+bool sameFolder(const std::string& a, const std::string& b) {
+  std::error_code code;
+  return fs::equivalent(a.empty() ? "." : a, b.empty() ? "." : b, code) && !code;
+}
+
+void planSideFiles(const GltfDocument& document, const std::vector<int>& bufferSources, Json& json,
+                   SideFiles& files, std::vector<std::string>& warnings) {
+  for (std::size_t i = 0; i < bufferSources.size(); ++i) {
+    if (bufferSources[i] < 0) continue;
+    const auto& buffer = document.buffers()[static_cast<std::size_t>(bufferSources[i])];
+    Json& element = json["buffers"][i];
+    std::string relative;
+    if (buffer.origin == GltfDocument::Origin::kFile && member(element, "uri") != nullptr &&
+        decodeRelativeUri(buffer.uri, relative))
+      element["uri"] = files.place(relative, buffer.storage);
+  }
+  if (!json.contains("images") || !json["images"].is_array()) return;
+  for (Json& image : json["images"]) {
+    const Json* uri = member(image, "uri");
+    if (uri != nullptr && uri->is_string())
+      image["uri"] = files.plan(uri->get<std::string>(), warnings);
+  }
+}
+
+/// The form that a file's extension asks for.
+GltfForm formOf(const std::string& path) {
+  std::string extension = fs::path(path).extension().string();
+  for (char& c : extension)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  if (extension == ".glb") return GltfForm::kBinary;
+  if (extension == ".gltf") return GltfForm::kText;
+  throw GltfError("", "a scene is written as .glb or .gltf (give the file one of these endings)");
+}
+
+/// Runs a save and turns what it throws into a result.
+template <class Work>
+WriteResult guarded(const std::string& name, Work work) {
+  WriteResult result;
+  try {
+    work(result);
+  } catch (const GltfError& e) {
+    result.error = name + ": " + e.what();
+  } catch (const Json::type_error&) {
+    result.error = name + ": a name or a text is not valid UTF-8";
+  } catch (const std::bad_alloc&) {
+    result.error = name + ": not enough memory to write the scene";
+  } catch (const std::exception& e) {
+    result.error = name + ": " + e.what();
+  }
+  return result;
+}
+
+}  // namespace
+
+WriteResult GltfWriter::write(const Scene& scene, const std::string& path) {
+  return guarded(path, [&](WriteResult& result) {
+    const GltfForm form = formOf(path);
+    Assembly assembly(scene, form);
+    assembly.run();
+    result.warnings = assembly.warnings();
+    const GltfDocument* document = scene.m_document.get();
+    const std::string folder = fs::path(path).parent_path().string();
+    SideFiles files(document == nullptr ? "" : document->folder(), path);
+    if (document != nullptr && !document->fromMemory() && !sameFolder(document->folder(), folder))
+      planSideFiles(*document, assembly.bufferSources(), assembly.json(), files, result.warnings);
+
+    util::AtomicFile file(path);
+    const Sink sink = [&file](std::string_view part) { return part.empty() || file.write(part); };
+    // A place that can't be written to is told before anything is copied to it.
+    result.error = file.error();
+    if (!result.error.empty()) return;
+    const bool sent =
+        form == GltfForm::kBinary
+            ? sendBinary(assembly.json().dump(), assembly.foreignBytes(), assembly.ownBytes(),
+                         assembly.hasChunk(),
+                         document == nullptr ? std::string_view() : document->furtherChunks(), sink)
+            : sink(assembly.json().dump(2) + "\n");
+    if (sent) result.error = files.write();
+    if (!result.error.empty()) return;
+    if (sent && file.commit()) return;
+    result.error = file.error();
+    files.takeBack();
+  });
+}
+
+WriteResult GltfWriter::writeMemory(const Scene& scene, GltfForm form, std::string& bytes) {
+  bytes.clear();
+  return guarded("scene", [&](WriteResult& result) {
+    Assembly assembly(scene, form);
+    assembly.run();
+    result.warnings = assembly.warnings();
+    if (form == GltfForm::kText) {
+      bytes = assembly.json().dump(2) + "\n";
+      return;
+    }
+    const GltfDocument* document = scene.m_document.get();
+    sendBinary(assembly.json().dump(), assembly.foreignBytes(), assembly.ownBytes(),
+               assembly.hasChunk(),
+               document == nullptr ? std::string_view() : document->furtherChunks(),
+               [&bytes](std::string_view part) {
+                 bytes.append(part);
+                 return true;
+               });
+  });
+}
+
+}  // namespace orv::rws::adaptor::headless
