@@ -1,0 +1,113 @@
+// One element of a rig's configuration tree.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "core/interface/CInterface.h"
+
+namespace orv::rws::core {
+
+/// What Define declared by one call: a group, a button, or a value bound to a variable of the rig.
+/// The variable stays the rig's; the element reads and writes it, and tells the rig of a user's
+/// change by `apply`. Elements belong to their ConfigTree and keep their address.
+class ConfigElement {
+ public:
+  enum class Kind {
+    kGroup,
+    kSpinnerInt,
+    kSpinner,
+    kCheckBox,
+    kTextBox,
+    kComboBox,
+    kButton,
+    kLabel,
+  };
+
+  /// Limits and display of a spinner.
+  struct Range {
+    double min = 0.0;
+    double max = 0.0;
+    double step = 0.0;
+    int decimals = 0;  ///< digits shown of a real value
+    int extra = 0;     ///< carried for the rig; nothing reads it
+  };
+
+  ConfigElement(const ConfigElement&) = delete;
+  ConfigElement& operator=(const ConfigElement&) = delete;
+
+  Kind kind() const { return m_kind; }
+  /// Number in the order of declaration, from 0; -1 for groups and labels.
+  int id() const { return m_id; }
+  const std::string& label() const { return m_label; }
+  const std::string& tooltip() const { return m_tooltip; }
+  /// The group around this element; null for the root.
+  ConfigElement* parent() const { return m_parent; }
+  /// Elements of a group, in order of declaration.
+  const std::vector<std::unique_ptr<ConfigElement>>& children() const { return m_children; }
+  const Range& range() const { return m_range; }
+  const std::vector<std::string>& items() const { return m_items; }
+  /// Replaces the items of a combo box; the rig's index stays as it is.
+  void setItems(std::vector<std::string> items) { m_items = std::move(items); }
+  /// Name of the input that turns this spinner during a take; empty when none does.
+  const std::string& inputName() const { return m_inputName; }
+  void setInputName(std::string name) { m_inputName = std::move(name); }
+
+  /// True when a variable stands behind the element.
+  bool hasValue() const;
+  /// The value of spinners, check boxes (0 or 1) and combo boxes (index); 0 for all others. A
+  /// spinner of whole numbers gives the fraction too that small increments have added up, as long
+  /// as its variable still is what `setNumber` rounded it to.
+  double number() const;
+  /// Writes the variable, clamped to the range. False, with nothing changed, for a value that is
+  /// not finite and for elements that hold no number. Does not call the rig.
+  bool setNumber(double value);
+
+  /// The value as text, such that `setValueText` brings the same value back. A combo box gives the
+  /// text of its item.
+  std::string valueText() const;
+  /// Writes the variable from text: a number; true, false, on, off, 0 or 1 for a check box; the
+  /// item or its index for a combo box. False, with nothing changed and `problem` filled, when the
+  /// text is no value for this element. A number out of range is clamped: the result is true, and
+  /// `problem` says so (else it is empty). Does not call the rig.
+  bool setValueText(const std::string& text, std::string& problem);
+
+  /// Tells the rig that the user has changed the value or pressed the button.
+  void apply();
+
+ private:
+  friend class ConfigTree;
+  using Variable = std::variant<std::monostate, int*, double*, bool*, std::string*>;
+
+  ConfigElement(Kind kind, int id, std::string label, std::string tooltip)
+      : m_kind(kind), m_id(id), m_label(std::move(label)), m_tooltip(std::move(tooltip)) {}
+
+  template <class T>
+  T* variable() const {
+    T* const* held = std::get_if<T*>(&m_variable);
+    return held ? *held : nullptr;
+  }
+  double clamped(double value) const;
+  bool setFlagText(const std::string& text, std::string& problem);
+  bool setItemText(const std::string& text, std::string& problem);
+  bool setNumberText(const std::string& text, std::string& problem);
+
+  Kind m_kind;
+  int m_id;
+  std::string m_label;
+  std::string m_tooltip;
+  ConfigElement* m_parent = nullptr;
+  std::vector<std::unique_ptr<ConfigElement>> m_children;
+  Variable m_variable;  ///< the rig's, not owned
+  Range m_range;
+  std::vector<std::string> m_items;
+  CInterface::Callback* m_callback = nullptr;  ///< not owned
+  std::string m_inputName;
+  /// What a spinner of whole numbers was last set to, and what its variable then became.
+  double m_exact = 0.0;
+  int m_rounded = 0;
+};
+
+}  // namespace orv::rws::core

@@ -1,0 +1,35 @@
+// All tools of the program.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Library.h"
+#include "util/Singleton.h"
+
+namespace orv::rws::core {
+
+/// Owns the libraries. A core has one of its own; `instance()` serves a program without a core.
+class LibraryManager : public util::Singleton<LibraryManager> {
+ public:
+  LibraryManager();
+  ~LibraryManager();
+
+  void AddLibrary(std::unique_ptr<Library> library);
+  /// Loads the libraries that were added since the last call.
+  void Load();
+
+  /// The tool with this id, of the library that was added first; null when there is none.
+  Tool* Find(const std::string& id) const;
+  /// In order of libraries, and within one of registration.
+  std::vector<Tool*> GetTools() const;
+  /// Categories of all tools, each once, in the order of the tools.
+  std::vector<std::string> GetCategories() const;
+
+ private:
+  std::vector<std::unique_ptr<Library>> m_libraries;
+  std::size_t m_loaded = 0;
+};
+
+}  // namespace orv::rws::core
