@@ -17,6 +17,7 @@
 #include "core/interface/CVariableModUndo.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
+#include "util/CMesh.h"
 #include "util/ReturnValue.h"
 
 namespace orv::rws::core {
@@ -310,6 +311,8 @@ CNode* Instance::CreateMeshNode(std::string nodeName, CNode* parent, const util:
   if (node) Adaptor().TagNode(node, m_name + "/" + nodeName);
   return node;
 }
+
+void Instance::Reserved2(std::string, util::CMesh) {}
 
 CSnapshot* Instance::GetSnapshot(CNode* node, double time) {
   return node ? AsCoreNode(node)->GetSnapshot(time) : nullptr;

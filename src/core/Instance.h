@@ -128,7 +128,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
                           double nearClip) override;
   CNode* CreateMeshNode(std::string name, CNode* parent, const util::CMesh* mesh,
                         int flags) override;
-  void Reserved2(std::string, util::CMesh) override {}
+  void Reserved2(std::string name, util::CMesh mesh) override;
   CSnapshot* GetSnapshot(CNode* node, double time) override;
   CSnapshot_Helper* GetSnapshotHelper(CNode* node) override;
   CSnapshot_Mesh* GetSnapshotMesh(CNode* node, double time) override;

@@ -123,13 +123,13 @@ void Instance::WriteRecord(Tag& out) const {
 }
 
 std::string Instance::ReadRecord(const Element& record) {
+  std::string problem;
   const Element& config = record.child(kConfigProfile);
   if (!config.isEmpty()) {
-    m_config.read(config);
+    problem = m_config.read(config);
     if (config.hasAttribute("name")) m_currentProfile = config.attribute("name");
   }
 
-  std::string problem;
   ForEach(record.child(kInputProfile).child("profile"), "property", [&](const Element& tag) {
     unidevice::Property* property = m_properties.find(tag.attribute("name"));
     if (property && !property->load(tag))

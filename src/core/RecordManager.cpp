@@ -11,6 +11,7 @@
 #include "core/Instance.h"
 #include "core/ResimulateWindow.h"
 #include "core/UserInterface.h"
+#include "unidevice/Driver.h"
 #include "unidevice/DriverManager.h"
 #include "util/ReturnValue.h"
 
