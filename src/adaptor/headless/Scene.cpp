@@ -86,16 +86,22 @@ std::vector<std::unique_ptr<SceneNode>>& Scene::siblings(SceneNode* parent) {
   return parent != nullptr ? parent->m_children : m_roots;
 }
 
+/// Names that are still free stay; only then the others look for new ones.
 void Scene::enter(SceneNode& root) {
   std::vector<SceneNode*> open{&root};
+  std::vector<SceneNode*> nameless;
   while (!open.empty()) {
     SceneNode* node = open.back();
     open.pop_back();
-    node->m_name = uniqueName(node->m_name);
     node->m_scene = this;
-    m_byName.emplace(node->m_name, node);
+    if (node->m_name.empty() || !m_byName.emplace(node->m_name, node).second)
+      nameless.push_back(node);
     for (auto child = node->m_children.rbegin(); child != node->m_children.rend(); ++child)
       open.push_back(child->get());
+  }
+  for (SceneNode* node : nameless) {
+    node->m_name = uniqueName(node->m_name);
+    m_byName.emplace(node->m_name, node);
   }
 }
 
