@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 #include <vector>
+
+#include "plugins/common/SaveChunk.h"
 
 namespace orv::rws::addon {
 namespace {
@@ -96,6 +99,33 @@ TEST(InputFilter, TheFirstStageIsTheSameAt25And50FramesPerSecond) {
     fast.Step(1.0, 0.02);
     EXPECT_DOUBLE_EQ(slow.state.filterMemory1, fast.state.filterMemory1);
   }
+}
+
+TEST(InputFilter, HistoriesThatCantBeAreRefused) {
+  const InputFilterKeys keys{"c",          "limited", "integrated", "memories", "trinary",
+                             "activation", "t",       "i",          "l"};
+  const auto loads = [&](auto history, const char* key, auto samples) {
+    for (const auto& [time, value] : samples) history.samples.push_back({time, value});
+    util::DataChunk chunk;
+    AddHistory(chunk, key, history);
+    SaveReader reader(chunk);
+    InputFilterHistory loaded;
+    loaded.Load(reader, keys);
+    return reader.IsGood();
+  };
+  using Numbers = std::vector<std::pair<double, double>>;
+  using States = std::vector<std::pair<double, int>>;
+  const util::AVar_Linear<double> numbers;
+  const util::AVar_Latest<int> states;
+  EXPECT_TRUE(loads(numbers, "integrated", Numbers{{-1, 7}, {0, 1e300}, {0.04, -3}}));
+  EXPECT_FALSE(loads(numbers, "integrated", Numbers{{0, 1}, {0, 2}}));
+  EXPECT_FALSE(loads(numbers, "integrated", Numbers{{0.04, 1}, {0, 2}}));
+  EXPECT_FALSE(loads(numbers, "limited", Numbers{{0, NAN}}));
+  EXPECT_FALSE(loads(numbers, "limited", Numbers{{INFINITY, 0}}));
+  EXPECT_TRUE(loads(states, "trinary", States{{0, -1}, {1, 0}, {2, 1}}));
+  EXPECT_FALSE(loads(states, "trinary", States{{0, 2}}));
+  EXPECT_FALSE(loads(states, "activation", States{{0, -2}}));
+  EXPECT_FALSE(loads(states, "integrated", States{{0, 1}})) << "samples of another size";
 }
 
 }  // namespace

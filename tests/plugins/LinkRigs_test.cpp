@@ -75,6 +75,32 @@ TEST(LinkRigs, AMovedTurnedAndScaledCageCarriesTheMovement) {
   near(Pose(world, inputs));                     // and before the next one
 }
 
+TEST(LinkRigs, HelpersCanBeHiddenForTheTakeAlone) {
+  FakeWorld world(Kind("DirectInputLink"));
+  world.core.CreateMeshNode("RelativeCageMesh", nullptr, nullptr, 0);
+  world.Node("RelativeCageMesh").rest.setTranslation({5.0, 0.0, 0.0});
+  world.rig->Create();
+  EXPECT_EQ(world.Node("ActuatorMesh").Local(0.0), Matrix()) << "a new node stands on its parent";
+  const auto visible = [&] {
+    return std::vector<bool>{world.Node("RelativeCageMesh").visible,
+                             world.Node("ActuatorMesh").visible, world.Node("Camera").visible};
+  };
+  using Visible = std::vector<bool>;
+  Visible during;
+  const auto take = [&] { world.Take(0, 1, [&](int) { during = visible(); }); };
+  world.Node("ActuatorMesh").visible = false;  // the animator's own doing is left alone
+  take();
+  EXPECT_EQ(visible(), (Visible{true, false, true}));
+  world.core.Check("Hide Helpers During Recording", true);
+  EXPECT_EQ(visible(), (Visible{true, false, true}));
+  take();
+  EXPECT_EQ(during, (Visible{false, false, true}));
+  EXPECT_EQ(visible(), (Visible{true, true, true}));
+  world.core.Check("Hide Helpers", true);
+  take();
+  EXPECT_EQ(visible(), (Visible{false, false, true}));
+}
+
 TEST(LinkRigs, AnInputWithoutAControlReadsItsOffset) {
   FakeWorld world(Kind("DirectInputLink"));
   world.rig->Create();
