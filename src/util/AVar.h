@@ -83,6 +83,13 @@ class AVar {
   ~AVar() = default;
 
  private:
+  /// Makes room by larger steps than a vector's own doubling while there are few samples: most of
+  /// an append's cost is fresh memory and the copy into it.
+  void grow() {
+    const std::size_t count = samples.size();
+    samples.reserve(count < 64 ? 64 : count < 16384 ? count * 4 : count * 2);
+  }
+
   static constexpr std::uint32_t kHeaderSize = 16;
   static constexpr std::uint32_t kVersion = 100;
   static constexpr std::size_t kSampleSize = 8 + FlatForm<T>::size;
@@ -145,6 +152,7 @@ template <class T>
 int AVar<T>::set(double time, const T& value) {
   const int count = static_cast<int>(samples.size());
   if (count == 0 || time > samples.back().time) {
+    if (samples.size() == samples.capacity()) grow();
     samples.push_back({time, value});
     return count;
   }
