@@ -250,6 +250,24 @@ TEST(HeadlessTake, RetakesFromTheMiddleAndRepeatsItselfBitForBit) {
   ExpectSameBits(take.Poses(1, 30), first, "both retakes undone");
 }
 
+TEST(HeadlessTake, TakesSamplesInAnyOrderAndReadsBetweenThem) {
+  TakeScene take(25.0);
+  HeadlessNode* const root = take.chain[0];
+  root->SetParent(nullptr);
+  take.Begin(0);
+  for (const int frame : {1, 3, 7, 5, 3, 4, 6, 2}) take.StepFrame(frame, "0");
+  const auto during = take.Poses(0, 8);
+  util::AVar_Matrix<double> expected;
+  for (int i = 0; i <= 7; ++i) expected.set(take.Frame(i), take.World(root, take.Frame(i)));
+  for (double frame = 0.25; frame < 7.0; frame += 0.5) {
+    const double t = frame * take.adaptor().GetFrameDuration();
+    EXPECT_TRUE(SameBits(take.World(root, t), expected.value(t))) << frame;
+    EXPECT_TRUE(SameBits(root->GetLocalPose(t), expected.value(t))) << frame;
+  }
+  take.End();
+  ExpectSameBits(take.Poses(0, 8), during, "as keys");
+}
+
 TEST(HeadlessTake, RestsUntilTheFrameBeforeALateFirstWrite) {
   TakeScene take(25.0);
   HeadlessNode* const late = take.chain[2];
@@ -258,12 +276,13 @@ TEST(HeadlessTake, RestsUntilTheFrameBeforeALateFirstWrite) {
   for (int i = 1; i <= 20; ++i) take.StepFrame(i, i < 10 ? "01" : "012");
   auto* const born = static_cast<HeadlessNode*>(
       take.adaptor().CreateMeshNode({TakeScene::Rig(), "Shell", "Rig_Shell"}, nullptr, nullptr, 0));
-  take.Write(born, take.Frame(20), true);
+  take.Write(born, take.Frame(20), false);
   take.End();
   EXPECT_TRUE(SameBits(late->GetSceneNode()->localMatrix(take.Frame(9)), rest));
   EXPECT_FALSE(SameBits(late->GetSceneNode()->localMatrix(take.Frame(10)), rest));
-  EXPECT_EQ(born->GetSceneNode()->channel(ChannelPath::kScale)->times(),
-            std::vector<double>{take.Frame(20)});
+  const Channel* const keys = born->GetSceneNode()->channel(ChannelPath::kScale);
+  ASSERT_NE(keys, nullptr) << "a node made in the take belongs to it";
+  EXPECT_EQ(keys->times(), std::vector<double>{take.Frame(20)});
 }
 
 TEST(HeadlessTake, RefusesAloudWhatNoNodeCanHold) {

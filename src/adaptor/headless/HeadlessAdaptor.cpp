@@ -195,14 +195,14 @@ void HeadlessAdaptor::MarkRebuild(CInterface* owner, bool rebuild) {
 
 CoreNode* HeadlessAdaptor::FindNode(CInterface* owner, const std::string& name) {
   for (HeadlessNode* node : nodeList)
-    if (node->owner == owner && node->name == name) return node;
+    if (node->owner == owner && node->name == name && node->IsValid()) return node;
   return nullptr;
 }
 
 void HeadlessAdaptor::GetUnclaimedNodes(util::ReturnValue<std::vector<CoreNode*>>& result) {
   std::vector<CoreNode*> found;
   for (HeadlessNode* node : nodeList)
-    if (!node->claimed) found.push_back(node);
+    if (!node->claimed && node->IsValid()) found.push_back(node);
   result.set(found);
 }
 
@@ -210,7 +210,7 @@ void HeadlessAdaptor::GetNodesOfOwner(CInterface* owner,
                                       util::ReturnValue<std::vector<CoreNode*>>& result) {
   std::vector<CoreNode*> found;
   for (HeadlessNode* node : nodeList)
-    if (node->owner == owner) found.push_back(node);
+    if (node->owner == owner && node->IsValid()) found.push_back(node);
   result.set(found);
 }
 

@@ -156,10 +156,12 @@ class HeadlessAdaptor final : public AdaptorInterface {
   bool IsKept(const std::string& tag) const;
   void WriteKeys(HeadlessNode& node, CPoseRestoreObj& before);
 
-  bool undoOpened = false;              ///< the outermost undo block is this adaptor's own
-  bool undoCancelled = false;           ///< the block is to be rolled back at its end
-  std::vector<std::string> undoNames;   ///< open blocks, outermost first
-  std::vector<HeadlessNode*> nodeList;  ///< known nodes, in the order in which they became known
+  bool undoOpened = false;             ///< the outermost undo block is this adaptor's own
+  bool undoCancelled = false;          ///< the block is to be rolled back at its end
+  std::vector<std::string> undoNames;  ///< open blocks, outermost first
+  /// Known nodes, in the order in which they became known. One that went out of the scene below
+  /// another stays here, unseen until it comes back.
+  std::vector<HeadlessNode*> nodeList;
 
   Scene* m_scene;
   std::vector<std::unique_ptr<HeadlessNode>> m_nodes;  ///< all that were made for this scene

@@ -1,0 +1,183 @@
+#include "adaptor/headless/HeadlessAdaptor.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/HeadlessDocument.h"
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/Scene.h"
+#include "util/ReturnValue.h"
+
+namespace orv::tests {
+namespace {
+
+using namespace rws::adaptor::headless;
+using Nodes = std::vector<HeadlessNode*>;
+using rws::core::CoreNode;
+
+TEST(HeadlessAdaptor, JoinsTheSelectionsOfAGroup) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  Nodes n;
+  for (const char* name : {"a", "b", "c"}) n.push_back(&adaptor.HandOut(scene.addNode(name)));
+  n[0]->Select();
+  n[1]->Extension(rws::kBeginGroupSelection, nullptr, nullptr);
+  n[1]->Select();
+  n[2]->Select();
+  n[2]->Select();
+  n[1]->Extension(rws::kEndGroupSelection, nullptr, nullptr);
+  EXPECT_EQ(adaptor.GetSelection(), (Nodes{n[1], n[2]}));
+  n[2]->Select();
+  EXPECT_EQ(adaptor.GetSelection(), Nodes{n[2]});
+  adaptor.HostUndo();
+  EXPECT_EQ(adaptor.GetSelection(), (Nodes{n[1], n[2]}));
+  adaptor.HostUndo();
+  adaptor.HostUndo();
+  EXPECT_EQ(adaptor.GetSelection(), Nodes{n[0]});
+  adaptor.HostRedo();
+  EXPECT_EQ(adaptor.GetSelection(), Nodes{n[1]});
+  adaptor.DiscardNode(n[1]);
+  EXPECT_TRUE(adaptor.GetSelection().empty());
+}
+
+TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  std::string shown;
+  adaptor.SetMessageHandler([&](const std::string&, const std::string& text) { shown = text; });
+  for (const char* tag : {"Car_01/Body", "Car_01", "Car_011/Body", "XCar_01/Body"})
+    scene.addNode("n").setTag(tag);
+  adaptor.KeepTagsOf({"Boat_01", "Car_01"});
+  adaptor.GatherNodes();
+  EXPECT_NE(scene.findTagged("Car_01/Body"), nullptr);
+  EXPECT_EQ(scene.findTagged("Car_01"), nullptr);
+  EXPECT_EQ(scene.findTagged("Car_011/Body"), nullptr);
+  EXPECT_NE(shown.find("\n\nn_2\nn_3\nn_4\n"), std::string::npos) << shown;
+}
+
+TEST(HeadlessAdaptor, PoolsItsSnapshots) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  HeadlessNode& node = adaptor.HandOut(scene.addNode("a"));
+  rws::CSnapshot* const first = node.GetSnapshot(1.0);
+  rws::CSnapshot* const second = node.GetSnapshot(2.0);
+  EXPECT_NE(first, second);
+  EXPECT_EQ(first->GetTime(), 1.0);
+  node.ReleaseSnapshot(first);
+  node.ReleaseSnapshot(first);
+  EXPECT_EQ(node.GetSnapshot(3.0), first);
+  EXPECT_NE(node.GetSnapshot(4.0), first) << "a snapshot released twice was handed out twice";
+  EXPECT_EQ(second->GetTime(), 2.0);
+}
+
+TEST(HeadlessAdaptor, TellsOfTimeAndUndoesTheWholeSlider) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  std::vector<double> times;
+  adaptor.SetTimeHandler([&](double time) { times.push_back(time); });
+  adaptor.SetCurrentTime(2.0);
+  adaptor.BeginUndoBlock("Range");
+  adaptor.SetTimeRange(1.0, 5.0);
+  adaptor.SetTimeRange(5.0, 1.0);
+  adaptor.EndUndoBlock();
+  EXPECT_EQ(scene.rangeEnd(), 5.0) << "a range that ends before it starts";
+  adaptor.SetCurrentTime(3.0);
+  adaptor.HostUndo();
+  EXPECT_EQ(scene.rangeEnd(), 10.0);
+  EXPECT_EQ(times, (std::vector<double>{2.0, 3.0, 2.0}));
+  adaptor.HostRedo();
+  EXPECT_EQ(scene.rangeStart(), 1.0);
+  EXPECT_EQ(adaptor.GetCurrentTime(), 3.0);
+}
+
+TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  alignas(16) static char identity[16];
+  auto* const rig = reinterpret_cast<rws::CInterface*>(identity);
+  CoreNode* const body = adaptor.CreateMeshNode({rig, "Body", "Body"}, nullptr, nullptr, 0);
+  HeadlessNode& prop = adaptor.HandOut(scene.addNode("Prop", scene.find("Body")));
+  adaptor.BeginUndoBlock("Attributes");
+  prop.Hide();
+  prop.Rename("Thing");
+  prop.SetParent(nullptr);
+  prop.SetParent(body);
+  adaptor.EndUndoBlock();
+  adaptor.BeginUndoBlock("Delete");
+  body->deleteMe();
+  adaptor.EndUndoBlock();
+  scene.addNode("Body");
+  adaptor.HostUndo();
+  EXPECT_EQ(body->GetSceneName(), "Body_2") << "the name was given away meanwhile";
+  EXPECT_TRUE(prop.IsValid());
+  adaptor.HostRedo();
+  EXPECT_FALSE(prop.IsValid());
+  EXPECT_EQ(prop.GetSceneName(), "Thing");
+  adaptor.ClearUndoHistory();
+  EXPECT_EQ(prop.GetSceneName(), "");
+  EXPECT_EQ(prop.GetParent(), nullptr);
+  EXPECT_EQ(prop.GetChildCount(), 0);
+  EXPECT_FALSE(prop.SetParent(nullptr));
+
+  // Steps on a node that was discarded behind their back do nothing.
+  HeadlessNode& gone = adaptor.HandOut(scene.addNode("Gone"));
+  adaptor.BeginUndoBlock("Attributes");
+  gone.Hide();
+  gone.SetParent(adaptor.FindSceneNode("Body"));
+  adaptor.TagNode(&gone, "x");
+  gone.SetWorldPose(0.0, {}, true);
+  adaptor.EndUndoBlock();
+  adaptor.DiscardNode(&gone);
+  EXPECT_TRUE(adaptor.HostUndo());
+  EXPECT_TRUE(adaptor.HostRedo());
+  EXPECT_EQ(scene.nodeCount(), 1u);
+}
+
+TEST(HeadlessAdaptor, KeepsTheOpenDocumentWhenAnotherCannotBeRead) {
+  const std::string path = testing::TempDir() + "document_" + std::to_string(::getpid()) + ".gltf";
+  HeadlessDocument document;
+  Lens lens;
+  document.scene().addNode("Eye").setLens(lens);
+  document.scene().setFrameRate(30.0);
+  std::string error;
+  EXPECT_FALSE(document.open("/nowhere/x.glb", error));
+  EXPECT_NE(error.find("/nowhere/x.glb"), std::string::npos) << error;
+  EXPECT_EQ(document.adaptor().GetFrameRate(), 30.0);
+  error.clear();
+  EXPECT_FALSE(document.save("/nowhere/x.glb", error));
+  EXPECT_NE(error.find("/nowhere/x.glb"), std::string::npos) << error;
+
+  HeadlessNode* const eye = document.adaptor().FindSceneNode("Eye");
+  alignas(16) static char identity[16];
+  auto* const rig = reinterpret_cast<rws::CInterface*>(identity);
+  document.adaptor().TagNode(eye, "Cam/Eye");
+  document.adaptor().ClaimTaggedNodes({rig, "Eye", ""}, "Cam/Eye");
+  std::vector<rws::CInterface*> instances = {rig};
+  util::ReturnValue<std::vector<rws::CInterface*>> result(instances);
+  document.adaptor().BeginRecording(0.0, result);
+  eye->SetLensValue(LensValue::kFocusDistance, 0.5, 9.0);
+  document.adaptor().EndRecording();
+  ASSERT_TRUE(document.save(path, error)) << error;
+  const auto warnings = document.takeWarnings();
+  ASSERT_EQ(warnings.size(), 1u) << "keys that the file can't hold are told of";
+  EXPECT_NE(warnings[0].find("Eye"), std::string::npos);
+
+  document.close();
+  EXPECT_EQ(document.scene().nodeCount(), 0u);
+  ASSERT_TRUE(document.open(path, error)) << error;
+  EXPECT_EQ(document.adaptor().GetFrameRate(), 30.0);
+  std::vector<CoreNode*> roots;
+  util::ReturnValue<std::vector<CoreNode*>> imported(roots);
+  EXPECT_EQ(document.adaptor().ImportNodes(path, "in_", imported), "");
+  ASSERT_EQ(roots.size(), 1u);
+  EXPECT_EQ(roots[0]->GetTag(), "") << "the tag names a rig of the other scene";
+  EXPECT_NE(document.scene().findTagged("Cam/Eye"), nullptr);
+  std::remove(path.c_str());
+}
+
+}  // namespace
+}  // namespace orv::tests
