@@ -1,0 +1,32 @@
+# Compiles one line for a layer with nothing but the layer's include folders: the header ALLOWED must
+# be found, and none of the FORBIDDEN. cmake -D COMPILER= -D FOLDERS= -D ALLOWED= -D FORBIDDEN= -P
+string(REPLACE "," ";" FOLDERS "${FOLDERS}")
+string(REPLACE "," ";" FORBIDDEN "${FORBIDDEN}")
+set(flags)
+foreach(folder ${FOLDERS})
+  list(APPEND flags -I${folder})
+endforeach()
+
+function(compiles header result)
+  file(WRITE ${WORK}/probe.cpp "#include \"${header}\"\n")
+  execute_process(COMMAND ${COMPILER} -std=c++17 -fsyntax-only ${flags} ${WORK}/probe.cpp
+                  RESULT_VARIABLE status OUTPUT_QUIET ERROR_VARIABLE errors)
+  if(status EQUAL 0)
+    set(${result} TRUE PARENT_SCOPE)
+  elseif(errors MATCHES "${header}: No such file")
+    set(${result} FALSE PARENT_SCOPE)
+  else()
+    message(FATAL_ERROR "${header} can't be compiled by itself:\n${errors}")
+  endif()
+endfunction()
+
+compiles(${ALLOWED} found)
+if(NOT found)
+  message(FATAL_ERROR "${ALLOWED} is not visible to its own layer")
+endif()
+foreach(header ${FORBIDDEN})
+  compiles(${header} found)
+  if(found)
+    message(FATAL_ERROR "${header} is visible to the layer of ${ALLOWED}")
+  endif()
+endforeach()
