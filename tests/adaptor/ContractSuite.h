@@ -702,20 +702,26 @@ TEST_P(AdaptorContract, RecordsTheLensInATake) {
     camera->ReleaseSnapshot(lens);
     return value;
   };
-  adaptor.BeginUndoBlock("Record");
-  std::vector<CInterface*> instances = {Owner(0)};
-  util::ReturnValue<std::vector<CInterface*>> result(instances);
-  adaptor.BeginRecording(0.0, result);
-  camera->StartTake(0.0);
-  for (int i = 1; i <= 4; ++i) EXPECT_NEAR(fov(Frame(i), 30.0 + i), 30.0 + i, 1e-6);
-  EXPECT_NEAR(fov(0.0), 30.0, 1e-6);
-  adaptor.EndRecording();
-  adaptor.EndUndoBlock();
+  const auto take = [&](int first, int last) {
+    adaptor.BeginUndoBlock("Record");
+    std::vector<CInterface*> instances = {Owner(0)};
+    util::ReturnValue<std::vector<CInterface*>> result(instances);
+    adaptor.BeginRecording(Frame(first), result);
+    camera->StartTake(Frame(first));
+    for (int i = first + 1; i <= last; ++i) EXPECT_NEAR(fov(Frame(i), 30.0 + i), 30.0 + i, 1e-6);
+    adaptor.EndRecording();
+    adaptor.EndUndoBlock();
+  };
+  take(0, 9);
+  take(1, 4);
+  EXPECT_NEAR(fov(Frame(9)), 34.0, 1e-6) << "keys behind a shorter retake";
   for (int i = 0; i <= 4; ++i) EXPECT_NEAR(fov(Frame(i)), 30.0 + i, 1e-6);
   EXPECT_NEAR(fov(Frame(2), 50.0), 50.0, 1e-6);
   EXPECT_NEAR(fov(Frame(4)), 34.0, 1e-6) << "a keyed lens takes a key where it is set";
   adaptor.HostUndo();
-  for (int i = 0; i <= 4; ++i) EXPECT_NEAR(fov(Frame(i)), 30.0, 1e-6);
+  EXPECT_NEAR(fov(Frame(9)), 39.0, 1e-6);
+  adaptor.HostUndo();
+  for (int i = 0; i <= 9; ++i) EXPECT_NEAR(fov(Frame(i)), 30.0, 1e-6);
 }
 
 TEST_P(AdaptorContract, CopiesANodeAndListsTheModelsBelow) {
