@@ -64,18 +64,17 @@ class ConfigTree {
   /// element alone, and the result names it; numbers out of range are clamped in silence. An empty
   /// result means that all was well.
   std::string read(const util::xml::Element& profile);
-  /// Gives the items of a profile that name elements by label alone their ids.
-  void addIds(util::xml::Element& profile) const;
+  /// Brings the items of a profile that name elements by label alone into the present form.
+  void upgrade(util::xml::Element& profile) const;
 
  private:
   /// A new element at the end of the open group; `takesId` gives it the next id.
   ConfigElement& append(ConfigElement::Kind kind, std::string label, std::string tooltip,
                         bool takesId);
-  const ConfigElement* resolveGroup(const ConfigElement* around, const std::string& label) const;
   ConfigElement* resolveItem(const util::xml::Element& item, const ConfigElement* around) const;
   void readGroup(const util::xml::Element& group, const ConfigElement* around,
                  std::string& problem);
-  void addIdsIn(util::xml::Element& group, const ConfigElement* around) const;
+  void upgradeGroup(util::xml::Element& group, const ConfigElement* around) const;
 
   std::unique_ptr<ConfigElement> m_root;
   ConfigElement* m_open = nullptr;  ///< where the next element goes

@@ -45,7 +45,7 @@ class XMLFileManager {
   };
 
   struct Profile {
-    util::xml::Tag document;
+    util::xml::Tag document{std::string()};
     Origin origin = Origin::kUser;
     std::string path;  ///< file of a user's own profile; empty while it has none
     bool unsaved = false;

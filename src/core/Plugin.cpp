@@ -1,0 +1,92 @@
+#include "core/Plugin.h"
+
+#include <memory>
+
+#include "core/CoreImplementation.h"
+#include "core/DataRoot.h"
+#include "core/Instance.h"
+#include "core/Log.h"
+#include "core/interface/CCamera.h"
+#include "core/interface/CCameraPlugin.h"
+#include "util/xml/Tag.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+/// Version of the records of instances.
+constexpr char kRecordVersion[] = "2.5";
+
+}  // namespace
+
+Plugin::Plugin(CoreImplementation& core, CCameraPlugin& factory)
+    : Tool(factory.GetDataFolder()), m_core(core), m_factory(factory) {
+  const auto mayWrite = [this] { return m_core.CheckLicence(GetLicenceName()); };
+  GetConfigProfiles().SetWriteGate(mayWrite);
+  GetInputProfiles().SetWriteGate(mayWrite);
+}
+
+std::string Plugin::GetLicenceName() {
+  return m_factory.GetLicenceFeature();
+}
+
+std::string Plugin::GetDisplayId() {
+  return m_factory.GetId();
+}
+
+void Plugin::GetCategories(std::vector<std::string>& out) {
+  out.push_back(m_factory.GetCategory());
+}
+
+std::string Plugin::GetDataPath() {
+  return DataRoot::GetDataFolder() + "/" + m_dataFolder;
+}
+
+void Plugin::ShowProductPopup() {
+  LogEntry(LogLevel::kInfo, "There is no window for the product page of " + GetDisplayId());
+}
+
+std::string Plugin::GetDocumentationPage() {
+  return GetDisplayId() + ".html";
+}
+
+std::string Plugin::GetDisplayName() {
+  return m_factory.GetName();
+}
+
+std::string Plugin::GetDescription() {
+  return m_factory.GetDescription();
+}
+
+std::string Plugin::GetCreatedBy() {
+  return m_factory.GetCreatedBy();
+}
+
+Instance* Plugin::MakeInstance(const std::string& name) {
+  CCamera* rig = m_factory.CreateObject({m_core.NextObjectId(), GetDisplayId()});
+  return rig ? new Instance(m_core, this, rig, name) : nullptr;
+}
+
+Instance* Plugin::CreateInstance(const std::string& name) {
+  // An instance that is dropped here ends its rig.
+  std::unique_ptr<Instance> instance(MakeInstance(name));
+  if (!instance || instance->GetRig()->Define() != 0) return nullptr;
+  if (instance->GetRig()->Create() != 0) return nullptr;
+
+  GetConfigProfiles().RecordFactorySettings(instance->GetConfig());
+  GetConfigProfiles().EnsureStartProfile();
+  GetConfigProfiles().Apply(kStartProfile, *instance);
+
+  GetInputProfiles().EnsureStartProfile(instance->GetProperties());
+  GetInputProfiles().Apply(kStartProfile, instance->GetProperties());
+
+  return m_core.AddRow(std::move(instance))->GetInstance();
+}
+
+void Plugin::WriteSaveData(util::xml::Tag& tag) {
+  tag.setName("RWT_Plugin");
+  tag.setAttribute("version", kRecordVersion);
+  tag.setAttribute("type", GetDisplayId());
+}
+
+}  // namespace orv::rws::core
