@@ -9,6 +9,7 @@
 #include "core/Instance.h"
 #include "support/FakeAdaptor.h"
 #include "support/ProbeRig.h"
+#include "support/QtApplication.h"
 #include "unidevice/Control.h"
 
 namespace orv::tests {
@@ -255,6 +256,24 @@ TEST_F(Clock, OnlyCheckedRowsTakePartAndAllAreUpdated) {
   EXPECT_EQ(Steps().size(), 1u);
   core.UpdateTime(0.0);
   EXPECT_EQ(plugin.log.updates, 3);
+}
+
+TEST_F(Clock, TimersCarryIdsOfTheirCallersChoice) {
+  struct Timers : rws::core::TimerManager {
+    std::vector<int> seen;
+    void OnTimer(int id, unsigned) override { seen.push_back(id); }
+  } timers;
+  timers.StartTimer(7, 0.0);
+  timers.StartTimer(7, 0.0);  // in place of the first
+  while (timers.seen.size() < 3) QCoreApplication::processEvents();
+  EXPECT_EQ(timers.seen, (std::vector<int>{7, 7, 7}));
+  timers.KillTimer(7);
+  EXPECT_FALSE(timers.IsTimerRunning(7));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(timers.seen.size(), 3u);
+  timers.startTimer(0);  // one that nobody asked for under an id
+  while (timers.seen.size() < 4) QCoreApplication::processEvents();
+  EXPECT_EQ(timers.seen.back(), -1);
 }
 
 TEST_F(Clock, ATakeWithoutRigsStillRuns) {

@@ -9,6 +9,7 @@
 #include "core/ResimulateWindow.h"
 #include "support/FakeAdaptor.h"
 #include "support/ProbeRig.h"
+#include "support/QtApplication.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 
