@@ -1,0 +1,144 @@
+// One rig on the real core and the headless host, in the words of its user.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessSession.h"
+#include "adaptor/headless/Scene.h"
+#include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "plugins/release/all/AllRigs.h"
+#include "unidevice/Control.h"
+#include "unidevice/Property.h"
+
+namespace orv::tests {
+
+/// A scene with an animated object, a rig on it, and a stick for each of the rig's inputs.
+class RigScene {
+ public:
+  using Matrix = util::Matrix<double>;
+  using Poses = std::map<std::string, std::vector<Matrix>>;  ///< by node, one a frame
+
+  RigScene(const std::string& kind, double fps) : session(rws::addon::AllRigs()) {
+    StartQt();
+    session.GetCore().runEventQueue = [] {};
+    scene().setFrameRate(fps);
+    scene().setRange(0.0, 8.0);
+    auto& mover = scene().addNode("Mover");
+    namespace hl = rws::adaptor::headless;
+    hl::Channel way(hl::ChannelPath::kTranslation), turn(hl::ChannelPath::kRotation);
+    std::vector<double> times, ways, turns;
+    for (int i = 0; i <= 200; ++i) {
+      const double t = i * 0.04, angle = 0.7 * std::sin(t);
+      times.push_back(t);
+      for (const double v : {std::sin(3 * t), 0.3 * std::cos(17 * t), -t}) ways.push_back(v);
+      for (const double v : {0.0, std::sin(angle), 0.0, std::cos(angle)}) turns.push_back(v);
+    }
+    EXPECT_TRUE(way.setKeys(times, ways) && turn.setKeys(times, turns));
+    mover.setChannel(way);
+    mover.setChannel(turn);
+    rig = session.GetCore().CreateToolFromFactory(kind, "Rig");
+    if (!rig) throw std::runtime_error("no rig " + kind);
+    for (const char* bound : {"Rig_AttachedCam", "Rig_RelativeCageMesh"})
+      if (auto* node = scene().find(bound)) scene().reparent(*node, &mover, 0.0);
+    BindSticks();
+  }
+  ~RigScene() { std::remove(m_path.c_str()); }
+
+  rws::core::CoreImplementation& core() { return session.GetCore(); }
+  rws::adaptor::headless::Scene& scene() { return session.GetScene(); }
+  double Frame(int i) { return i * core().GetFrameDuration(); }
+
+  /// A take over the frames `first` to `last`, the sticks moved per frame.
+  void Take(int first, int last) {
+    session.GetAdaptor().SetCurrentTime(Frame(first));
+    ASSERT_EQ(core().StartRecording(), 0);
+    unsigned ms = 0;
+    while (core().IsRecording() && core().FrameIndex(core().GetFrameTime()) < last) {
+      const int next = core().FrameIndex(core().GetFrameTime()) + 1;
+      for (std::size_t i = 0; i < m_sticks.size(); ++i)
+        m_sticks[i]->current = std::sin(0.21 * next + static_cast<double>(i));
+      core().OnTimer(rws::core::RecordManager::kTakeTimer, ms++);
+      ASSERT_LT(ms, 100000u);
+    }
+    core().StopRecording();
+  }
+  void Resimulate(int first, int last) {
+    ASSERT_EQ(core().BeginResimulation(Frame(first), Frame(last)), 0);
+    while (core().StepResimulation()) {
+    }
+    core().EndResimulation();
+  }
+  /// The file that a save writes.
+  std::string Saved() {
+    std::string error;
+    EXPECT_TRUE(session.Save(m_path, error)) << error;
+    std::ifstream in(m_path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  void Reopen() {
+    Saved();
+    std::string error;
+    ASSERT_TRUE(session.Open(m_path, error)) << error;
+    for (const std::string& warning : session.TakeWarnings()) ADD_FAILURE() << warning;
+    rig = core().FindInstance("Rig");
+    ASSERT_TRUE(rig);
+    BindSticks();
+  }
+  Poses PosesOf(int first, int last, const std::string& prefix = "Rig_") {
+    Poses poses;
+    for (auto* node : scene().nodes())
+      if (node->name().rfind(prefix, 0) == 0)
+        for (int i = first; i <= last; ++i)
+          poses[node->name().substr(prefix.size())].push_back(node->worldMatrix(Frame(i)));
+    return poses;
+  }
+  /// A user's edit.
+  void Edit(const std::string& label, const std::string& value) {
+    std::string problem;
+    for (auto* element : rig->GetConfig().findAll(label))
+      EXPECT_TRUE(core().EditParameter(*rig, element->id(), value, problem)) << problem;
+  }
+
+  rws::adaptor::headless::HeadlessSession session;
+  rws::core::Instance* rig = nullptr;
+
+ private:
+  /// Timers of the core want an application; no event loop runs.
+  static void StartQt() {
+    static int count = 1;
+    static char name[] = "test_rigs";
+    static char* names[] = {name, nullptr};
+    static QCoreApplication application(count, names);
+  }
+  void BindSticks() {
+    m_sticks.clear();
+    auto& inputs = rig->GetProperties();
+    for (int i = 0; i < inputs.count(); ++i) {
+      unidevice::Property& input = *inputs.property(i);
+      if (input.name.rfind("Spinner: ", 0) == 0) continue;
+      m_sticks.push_back(
+          std::make_unique<unidevice::Control>(unidevice::kInfiniteControl, "Axis", i));
+      input.bind(m_sticks.back().get());
+    }
+  }
+
+  std::vector<std::unique_ptr<unidevice::Control>> m_sticks;
+  const std::string m_path = testing::TempDir() + "rigs_" + std::to_string(getpid()) + ".glb";
+};
+
+}  // namespace orv::tests

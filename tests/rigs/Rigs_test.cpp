@@ -1,0 +1,138 @@
+// What every rig must hold on the real core: one instantiation per kind of the list.
+#include <gtest/gtest.h>
+
+#include "core/InstanceManager.h"
+#include "core/interface/CCameraPlugin.h"
+#include "rigs/RigSuite.h"
+
+namespace orv::tests {
+namespace {
+
+class Rigs : public testing::TestWithParam<std::string> {
+ protected:
+  /// A rig whose every setting that has a memory is in use.
+  static std::unique_ptr<RigScene> NewScene(double fps = 25.0) {
+    auto world = std::make_unique<RigScene>(GetParam(), fps);
+    for (auto* element : world->rig->GetConfig().elements()) {
+      const std::string& label = element->label();
+      const auto ends = [&](const std::string& end) {
+        return label.size() > end.size() &&
+               label.compare(label.size() - end.size(), end.size(), end) == 0;
+      };
+      if (ends(" Change Limit")) world->Edit(label, "4");
+      if (ends(" Integrate")) world->Edit(label, "1");
+      if (ends("Transl Response Factor")) world->Edit(label, "0.3");
+    }
+    return world;
+  }
+};
+
+std::vector<std::string> Kinds() {
+  std::vector<std::string> kinds;
+  for (auto* kind : rws::addon::AllRigs()) kinds.push_back(kind->GetId());
+  return kinds;
+}
+INSTANTIATE_TEST_SUITE_P(Rigs, Rigs, testing::ValuesIn(Kinds()),
+                         [](const auto& kind) { return "Rig" + kind.param; });
+
+TEST_P(Rigs, AResimulationRepeatsATakeBitForBitAlsoInAReopenedScene) {
+  for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {
+    auto world = NewScene(fps);
+    world->Take(3, 60);
+    const auto taken = world->PosesOf(0, 70);
+    world->Resimulate(3, 60);
+    EXPECT_EQ(world->PosesOf(0, 70), taken) << fps;
+    world->Reopen();
+    EXPECT_EQ(world->PosesOf(0, 70), taken) << fps;
+    world->Resimulate(3, 60);
+    EXPECT_EQ(world->PosesOf(0, 70), taken) << fps;
+    const std::string file = world->Saved();
+    world->Resimulate(3, 60);
+    EXPECT_EQ(world->Saved(), file) << fps;
+  }
+}
+
+TEST_P(Rigs, ARetakeKeepsWhatLiesBeforeItAndRepeatsFromItsStart) {
+  auto world = NewScene();
+  world->Take(0, 60);
+  const auto first = world->PosesOf(0, 30);
+  world->Take(30, 80);
+  EXPECT_EQ(world->PosesOf(0, 30), first);
+  const auto taken = world->PosesOf(0, 80);
+  world->Resimulate(30, 80);
+  EXPECT_EQ(world->PosesOf(0, 80), taken);
+}
+
+TEST_P(Rigs, UndoOfATakeRestoresTheSavedFileByteForByteAndRedoBringsItBack) {
+  auto world = NewScene();
+  auto& adaptor = world->session.GetAdaptor();
+  const std::string fresh = world->Saved();
+  world->Take(0, 30);
+  const std::string taken = world->Saved();
+  EXPECT_NE(taken, fresh);
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(world->Saved(), fresh);
+  ASSERT_TRUE(adaptor.HostRedo());
+  EXPECT_EQ(world->Saved(), taken);
+  world->Take(10, 20);
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(world->Saved(), taken);
+}
+
+TEST_P(Rigs, ARenamedAndAClonedRigGoOnAsTheSame) {
+  auto world = NewScene();
+  world->Take(0, 20);
+  auto& manager = static_cast<rws::core::InstanceManager&>(world->core());
+  std::string problem;
+  rws::core::Instance* clone = manager.Clone(manager.Find("Rig"), problem);
+  ASSERT_TRUE(clone) << problem;
+  const std::string name = clone->GetInstanceName();
+  EXPECT_EQ(manager.Rename(manager.Find("Rig"), "Other"), "");
+  EXPECT_TRUE(world->PosesOf(0, 20, "Rig_Attached").empty());
+  world->Resimulate(0, 20);
+  EXPECT_EQ(world->PosesOf(0, 20, "Other_"), world->PosesOf(0, 20, name + "_"));
+}
+
+TEST_P(Rigs, ADeletedRigLeavesNoNodeAndUndoBringsAllOfItBack) {
+  auto world = NewScene();
+  world->Take(0, 20);
+  const std::string before = world->Saved();
+  auto& manager = static_cast<rws::core::InstanceManager&>(world->core());
+  manager.Delete(manager.Find("Rig"), true);
+  EXPECT_TRUE(world->PosesOf(0, 0).empty());
+  EXPECT_TRUE(manager.List(false).empty());
+  ASSERT_TRUE(world->session.GetAdaptor().HostUndo());
+  EXPECT_EQ(world->Saved(), before);
+  world->Resimulate(0, 20);
+  EXPECT_EQ(world->Saved(), before);
+  // Steps of the rig that was can't reach the one that is.
+  while (world->session.GetAdaptor().HostUndo()) {
+  }
+  EXPECT_TRUE(manager.List(false).empty());
+}
+
+TEST_P(Rigs, HiddenNodesComeBackWithUndoAndAfterATake) {
+  auto world = NewScene();
+  const auto hidden = [&] {
+    int count = 0;
+    for (auto* node : world->scene().nodes()) count += !node->visible();
+    return count;
+  };
+  for (const std::string label : {"Hide Helpers", "Hide Camera", "Hide FollowCam"}) {
+    if (world->rig->GetConfig().findAll(label).empty()) continue;
+    world->Edit(label, "1");
+    EXPECT_GT(hidden(), 0) << label;
+    ASSERT_TRUE(world->session.GetAdaptor().HostUndo());
+    EXPECT_EQ(hidden(), 0) << label;
+    ASSERT_TRUE(world->session.GetAdaptor().HostRedo());
+    EXPECT_GT(hidden(), 0) << label;
+    world->Edit(label, "0");
+    EXPECT_EQ(hidden(), 0) << label;
+  }
+  world->Edit("Hide Helpers During Recording", "1");
+  world->Take(0, 3);
+  EXPECT_EQ(hidden(), 0);
+}
+
+}  // namespace
+}  // namespace orv::tests
