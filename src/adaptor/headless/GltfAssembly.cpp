@@ -60,11 +60,13 @@ std::size_t GltfWriter::Assembly::append(const char* name, Json element) {
 }
 
 void GltfWriter::Assembly::copyDocument() {
-  if (m_document == nullptr) {
+  if (m_document == nullptr)
     m_json["asset"] = Json{{"version", "2.0"}, {"generator", "Orvel Rigwright"}};
-    return;
-  }
-  m_json = m_document->json();
+  else
+    m_json = m_document->json();
+  // All lists are there from the start: a new member would move the others in memory.
+  for (const char* name : kListNames) list(name);
+  if (m_document == nullptr) return;
   Json& views = list("bufferViews");
   m_viewBytes.resize(views.size());
   for (std::size_t i = 0; i < views.size(); ++i) {
@@ -117,7 +119,7 @@ void GltfWriter::Assembly::refuseLostJoints(const std::vector<bool>& removed) {
   const Json& skins = list("skins");
   std::vector<bool> unused(skins.size(), false);
   const auto lost = [&removed](const Json& node) {
-    return node.is_number_unsigned() && node.get<std::size_t>() < removed.size() &&
+    return isIndex(node) && node.get<std::size_t>() < removed.size() &&
            removed[node.get<std::size_t>()];
   };
   for (std::size_t s = 0; s < skins.size(); ++s) {
@@ -152,7 +154,7 @@ void GltfWriter::Assembly::dropSkins(const std::vector<bool>& unused) {
   skins = std::move(kept);
   for (Json& node : list("nodes")) {
     const Json* skin = member(node, "skin");
-    if (skin == nullptr || !skin->is_number_unsigned()) continue;
+    if (skin == nullptr || !isIndex(*skin)) continue;
     const auto old = skin->get<std::size_t>();
     if (old < map.size() && !unused[old]) node["skin"] = map[old];
   }
@@ -189,7 +191,7 @@ void GltfWriter::Assembly::writeRoots() {
       nodes = roots;
     } else if (const Json* old = member(scenes[s], "nodes")) {
       for (const Json& node : *old)
-        if (node.is_number_unsigned() && !isChild[node.get<std::size_t>()]) nodes.push_back(node);
+        if (isIndex(node) && !isChild[node.get<std::size_t>()]) nodes.push_back(node);
     }
     if (nodes.empty())
       scenes[s].erase("nodes");
@@ -325,9 +327,7 @@ void GltfWriter::Assembly::layOutOwn() {
 }
 
 void GltfWriter::Assembly::dropEmptyLists() {
-  for (const char* name : {"accessors", "animations", "buffers", "bufferViews", "cameras", "images",
-                           "materials", "meshes", "nodes", "samplers", "scenes", "skins",
-                           "textures", "extensionsUsed", "extensionsRequired"}) {
+  for (const char* name : kListNames) {
     const auto found = m_json.find(name);
     if (found == m_json.end() || !found->empty()) continue;
     // An empty list that others left stays as they left it.

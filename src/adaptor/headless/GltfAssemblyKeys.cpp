@@ -62,7 +62,10 @@ Json& GltfWriter::Assembly::clip() {
   if (index < 0 && animations.empty())
     animations.push_back(
         Json{{"name", "Rigwright"}, {"channels", Json::array()}, {"samplers", Json::array()}});
-  return animations[static_cast<std::size_t>(std::max(index, 0))];
+  Json& result = animations[static_cast<std::size_t>(std::max(index, 0))];
+  for (const char* part : {"channels", "samplers"})
+    if (member(result, part) == nullptr) result[part] = Json::array();
+  return result;
 }
 
 void GltfWriter::Assembly::writeChannel(const SceneNode& node, ChannelPath path,

@@ -170,6 +170,7 @@ void GltfDocument::parse(std::string_view text) {
 }
 
 void GltfDocument::checkAsset() const {
+  for (const char* name : kListNames) listAt(*m_json, name, Place(""));
   const Place place("asset");
   const Json* asset = objectAt(*m_json, "asset", Place(""));
   if (asset == nullptr) place.fail("is missing: this is no glTF file");

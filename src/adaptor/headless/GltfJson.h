@@ -71,6 +71,16 @@ double finiteAt(const Json& object, const char* key, double fallback, const Plac
 bool numbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
                const Place& place);
 
+/// The lists that a glTF file may have.
+inline constexpr const char* kListNames[] = {"extensionsUsed", "extensionsRequired",
+                                             "scenes",         "nodes",
+                                             "meshes",         "skins",
+                                             "animations",     "cameras",
+                                             "materials",      "textures",
+                                             "samplers",       "images",
+                                             "accessors",      "bufferViews",
+                                             "buffers"};
+
 /// Member of an element's extras under which what is ours is kept.
 inline constexpr const char* kOwnKey = "rigwright";
 /// Member of a node's extras that says to which rig's node it belongs.

@@ -311,9 +311,9 @@ class GltfReader::Builder {
     if (content->hasTriangles) {
       source.mesh = index;
       source.hasTriangles = true;
+      node.m_colour = content->colour;
     }
     node.m_curve = content->curve;
-    node.m_colour = content->colour;
   }
 
   void chooseClip() {

@@ -1,6 +1,7 @@
 #include "adaptor/headless/GltfReferences.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
 
 namespace orv::rws::adaptor::headless {
@@ -37,14 +38,6 @@ const std::set<std::string> kKnownExtensions = {"EXT_mesh_gpu_instancing",
 
 constexpr const char* kTableNames[] = {"meshes", "cameras", "materials", "accessors",
                                        "bufferViews"};
-
-/// Whether a value can be an index; whatever is none is left alone.
-bool isIndex(const Json& value) {
-  if (value.is_number_unsigned()) return true;
-  if (!value.is_number_float()) return false;
-  const double number = value.get<double>();
-  return number >= 0.0 && number < 4294967296.0;
-}
 
 /// Members that are missing or of another type are passed over: others' parts of a file may hold
 /// anything.
@@ -173,6 +166,14 @@ bool remapChannel(Json& channel, const std::vector<int>& map) {
 }
 
 }  // namespace
+
+bool isIndex(const Json& value) {
+  if (value.is_number_unsigned()) return true;
+  if (value.is_number_integer()) return value.get<std::int64_t>() >= 0;
+  if (!value.is_number_float()) return false;
+  const double number = value.get<double>();
+  return number >= 0.0 && number < 4294967296.0;
+}
 
 void visitReferences(Json& json, Table table, const Visit& visit) {
   switch (table) {

@@ -12,6 +12,9 @@ namespace orv::rws::adaptor::headless {
 /// The lists of a glTF file whose elements come and go with our own data.
 enum class Table { kMeshes, kCameras, kMaterials, kAccessors, kBufferViews };
 
+/// Whether a value can be an index; what is none, others may have put there, and is left alone.
+bool isIndex(const Json& value);
+
 /// Calls `visit` with every index into `table` that the file holds, in all places of glTF itself
 /// and of the extensions in `knowsAllExtensions`.
 void visitReferences(Json& json, Table table, const std::function<void(Json&)>& visit);

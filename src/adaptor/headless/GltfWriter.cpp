@@ -188,8 +188,10 @@ WriteResult guarded(const std::string& name, Work work) {
     work(result);
   } catch (const GltfError& e) {
     result.error = name + ": " + e.what();
-  } catch (const Json::type_error&) {
-    result.error = name + ": a name or a text is not valid UTF-8";
+  } catch (const Json::exception& e) {
+    constexpr int kInvalidUtf8 = 316;
+    result.error = name + ": " +
+                   (e.id == kInvalidUtf8 ? "a name or a text is not valid UTF-8" : e.what());
   } catch (const std::bad_alloc&) {
     result.error = name + ": not enough memory to write the scene";
   } catch (const std::exception& e) {

@@ -1,0 +1,533 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <tiny_gltf.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <limits>
+
+#include "ForeignGltf.h"
+#include "adaptor/headless/GltfReader.h"
+#include "adaptor/headless/GltfWriter.h"
+#include "adaptor/headless/Scene.h"
+#include "support/GltfValidator.h"
+#include "util/AtomicFile.h"
+
+namespace {
+
+using namespace orv::rws::adaptor::headless;
+using orv::tests::foreignScene;
+using orv::tests::GltfBuilder;
+using orv::tests::GltfValidator;
+using orv::tests::Json;
+using orv::util::CMesh;
+using orv::util::Vector3;
+
+constexpr double kForever = std::numeric_limits<double>::infinity();
+namespace fs = std::filesystem;
+
+/// A folder of its own for each test.
+class Gltf : public testing::Test {
+ protected:
+  void SetUp() override {
+    m_folder =
+        fs::temp_directory_path() / ("gltf_test_" + std::to_string(getpid()) + "_" +
+                                     testing::UnitTest::GetInstance()->current_test_info()->name());
+    fs::create_directories(m_folder);
+  }
+  void TearDown() override { fs::remove_all(m_folder); }
+
+  std::string path(const std::string& name) const { return (m_folder / name).string(); }
+
+  static std::string contentOf(const std::string& file) {
+    std::string bytes;
+    EXPECT_TRUE(orv::util::readFile(file, bytes)) << file;
+    return bytes;
+  }
+
+  static std::unique_ptr<Scene> open(const std::string& file, const ReadOptions& options = {}) {
+    ReadResult result = GltfReader::read(file, options);
+    EXPECT_TRUE(result) << result.error;
+    for (const auto& warning : result.warnings) ADD_FAILURE() << warning;
+    return std::move(result.scene);
+  }
+
+  static std::unique_ptr<Scene> openBytes(const std::string& bytes) {
+    ReadResult result = GltfReader::readMemory(bytes, "memory");
+    EXPECT_TRUE(result) << result.error;
+    return std::move(result.scene);
+  }
+
+  /// Saves, and has others read the result.
+  std::string save(const Scene& scene, const std::string& name) const {
+    const std::string file = path(name);
+    const WriteResult result = GltfWriter::write(scene, file);
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(GltfValidator::available() ? GltfValidator::errorsOf(file) : "", "");
+    tinygltf::TinyGLTF reader;
+    reader.SetImageLoader([](auto&&...) { return true; }, nullptr);
+    tinygltf::Model model;
+    std::string error;
+    std::string warning;
+    const bool binary = fs::path(name).extension() == ".glb";
+    EXPECT_TRUE(binary ? reader.LoadBinaryFromFile(&model, &error, &warning, file)
+                       : reader.LoadASCIIFromFile(&model, &error, &warning, file))
+        << error;
+    return file;
+  }
+
+  std::string put(const std::string& name, const std::string& bytes) const {
+    EXPECT_TRUE(orv::util::writeFile(path(name), bytes));
+    return path(name);
+  }
+
+  fs::path m_folder;
+};
+
+/// JSON and binary chunk of a `.glb`.
+std::pair<Json, std::string> parts(const std::string& glb) {
+  std::uint32_t length = 0;
+  std::memcpy(&length, glb.data() + 12, 4);
+  const std::string rest = glb.substr(20 + length);
+  return {Json::parse(glb.substr(20, length)), rest.empty() ? "" : rest.substr(8)};
+}
+
+std::vector<double> frames(int first, int count, double rate) {
+  std::vector<double> times;
+  for (int i = 0; i < count; ++i) times.push_back((first + i) / rate);
+  return times;
+}
+
+std::vector<double> wobble(const std::vector<double>& times, bool rotation) {
+  std::vector<double> values;
+  for (const double t : times) {
+    const double a = 0.3 * std::sin(t / 3.0);
+    if (rotation)
+      values.insert(values.end(), {std::sin(a), 0.0, 0.0, std::cos(a)});
+    else
+      values.insert(values.end(), {std::sin(t) / 3.0, std::cos(t) / 7.0, t / 11.0});
+  }
+  return values;
+}
+
+void expectSame(const Scene& a, const Scene& b) {
+  const auto left = a.nodes();
+  const auto right = b.nodes();
+  ASSERT_EQ(left.size(), right.size());
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    SCOPED_TRACE(left[i]->name());
+    EXPECT_EQ(left[i]->name(), right[i]->name());
+    EXPECT_EQ(left[i]->pose(), right[i]->pose());
+    EXPECT_EQ(left[i]->tag(), right[i]->tag());
+    EXPECT_EQ(left[i]->visible(), right[i]->visible());
+    EXPECT_EQ(left[i]->colour(), right[i]->colour());
+    for (const auto path :
+         {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale}) {
+      const Channel* x = left[i]->channel(path);
+      const Channel* y = right[i]->channel(path);
+      ASSERT_EQ(x == nullptr, y == nullptr);
+      EXPECT_TRUE(x == nullptr || *x == *y);
+    }
+    ASSERT_EQ(left[i]->lens() == nullptr, right[i]->lens() == nullptr);
+    EXPECT_TRUE(left[i]->lens() == nullptr || *left[i]->lens() == *right[i]->lens());
+    ASSERT_EQ(left[i]->hasMesh(), right[i]->hasMesh());
+  }
+  EXPECT_EQ(a.frameRate(), b.frameRate());
+  EXPECT_EQ(a.rangeStart(), b.rangeStart());
+  EXPECT_EQ(a.rangeEnd(), b.rangeEnd());
+}
+
+/// What a take leaves: tagged nodes with keys in doubles, a mesh, a lens, a curve, a rig's record.
+void perform(Scene& scene) {
+  SceneNode& rig = scene.addNode("Rig_01_Cam");
+  rig.setTag("Rig_01/Cam");
+  rig.setLens({47.3, 3.21, 0.0, 0.0});
+  const auto times = frames(-3, 40, 25.0);
+  rig.setPose({{1.0 / 3.0, 0.1, -0.0}, {}, {1.0, 1.0, 1.0 / 7.0}});
+  EXPECT_TRUE(rig.replaceKeys(ChannelPath::kTranslation, times.front(), kForever, times,
+                              wobble(times, false), 0.04));
+  EXPECT_TRUE(rig.replaceKeys(ChannelPath::kRotation, times.front(), kForever, times,
+                              wobble(times, true), 0.04));
+  SceneNode& body = scene.addNode("Rig_01_Body", &rig);
+  body.setTag("Rig_01/Body");
+  CMesh mesh;
+  mesh.vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0.1}, {0, 1, 0}};
+  mesh.faces = {0, 1, 2, 0, 2, 3};
+  mesh.texCoords = {{0, 0, 0}, {1, 1, 0}};
+  mesh.texFaces = {0, 1, 1, 0, 0, 1};
+  body.setMesh(mesh);
+  body.setColour({0.25f, 0.5f, 0.75f});
+  body.setVisible(false);
+  SceneNode& rail = scene.addNode("Rig_01_Rail", &rig);
+  rail.setCurve({{{0, 0, 0}, {1, 2, 3}, {4, 5, 6}}, true});
+  scene.addNode("Rig_01_Empty", &rig).setMesh(CMesh());
+  scene.setFrameRate(30.0);
+  scene.setRange(-0.5, 12.5);
+  scene.rigs().push_back(
+      {"steadycam", "Rig_01", "<RWT_Plugin version=\"2.5\"/> \xC3\xA4", "", "", ""});
+}
+
+TEST_F(Gltf, TheValidatorIsAtHand) {
+  if (!GltfValidator::available())
+    GTEST_SKIP()
+        << "*** written files are NOT validated: node, npm or gltf-validator is missing ***";
+}
+
+TEST_F(Gltf, ASceneOfOthersIsSeenAsItIs) {
+  const auto scene = openBytes(foreignScene().glb());
+  ASSERT_TRUE(scene);
+  std::vector<std::string> names;
+  for (const SceneNode* node : scene->nodes()) names.push_back(node->name());
+  EXPECT_EQ(names, (std::vector<std::string>{"Root", "Twin", "node_3", "Twin_2", "Lamp", "Joint",
+                                             "Sheared", "Path", "Strip", "Quantized", "Stepper"}));
+  EXPECT_EQ(scene->clips(), (std::vector<std::string>{"Walk", "Jump"}));
+  EXPECT_EQ(scene->frameRate(), 25.0);
+  EXPECT_EQ(scene->rangeEnd(), 2.0) << "the clip's last key";
+
+  // Half way through the first second: a quarter turn half done, below a turned and moved root.
+  const auto world = scene->find("Twin")->worldMatrix(0.5);
+  EXPECT_NEAR(world[12], 1.0, 1e-7);
+  EXPECT_NEAR(world[14], 3.0 - 2.0, 1e-7);
+  EXPECT_NEAR(world[0], 2.0 * std::cos(M_PI * 0.75), 1e-6);
+  EXPECT_NEAR(scene->find("Lamp")->localTrs(0.5).translation.x, 0.125 * 1.0 + 0.5 * 3.0, 1e-12)
+      << "out of slope 1 at 0, into slope 0 at 3";
+  EXPECT_EQ(scene->find("Stepper")->localTrs(1.99).translation.x, 4.0);
+
+  EXPECT_EQ(scene->find("Sheared")->localMatrix(0.0)[4], 0.5);
+  const Lens& lens = *scene->find("Twin_2")->lens();
+  EXPECT_NEAR(lens.fieldOfView, 0.8 * 180.0 / M_PI, 1e-13);
+  EXPECT_EQ(lens.farClip, 400.0);
+  EXPECT_TRUE(scene->find("Path")->curve()->closed);
+  EXPECT_EQ(scene->find("Path")->curve()->points[2], Vector3<double>(1, 2, 0));
+  EXPECT_EQ(scene->find("Twin")->colour(), (Colour{0.5f, 0.25f, 0.125f}));
+  EXPECT_EQ(scene->find("Twin")->mesh()->faces, (std::vector<std::int32_t>{0, 1, 2, 0, 2, 3}));
+  const CMesh& strip = *scene->find("Strip")->mesh();
+  EXPECT_EQ(strip.faces, (std::vector<std::int32_t>{0, 1, 2, 1, 3, 2, 4, 5, 6, 4, 6, 7, 4, 7, 8}));
+  EXPECT_EQ(strip.vertices[2], Vector3<double>(0, 1, 5)) << "from the sparse accessor";
+  EXPECT_EQ(scene->find("Quantized")->mesh()->vertices[2], Vector3<double>(0, 200, 0));
+
+  const ReadResult jump = GltfReader::readMemory(foreignScene().glb(), "memory", {"Jump"});
+  EXPECT_EQ(jump.scene->find("Twin")->channel(ChannelPath::kTranslation)->mode(),
+            Interpolation::kStep);
+  EXPECT_EQ(GltfReader::readMemory(foreignScene().glb(), "memory", {"1"}).scene->evaluatedClip(),
+            1);
+}
+
+TEST_F(Gltf, WhatNobodyChangedComesBackAsItWas) {
+  const GltfBuilder source = foreignScene();
+  const auto scene = open(put("in.glb", source.glb()));
+  const std::string out = save(*scene, "out.glb");
+  const auto [before, binBefore] = parts(source.glb());
+  const auto [after, binAfter] = parts(contentOf(out));
+  EXPECT_EQ(before, after);
+  EXPECT_EQ(binBefore, binAfter);
+
+  const auto text = open(put("in.gltf", source.text()));
+  EXPECT_EQ(Json::parse(contentOf(save(*text, "out.gltf"))), Json::parse(source.text()));
+  // From one form to the other the bytes stay what they are.
+  expectSame(*scene, *open(save(*text, "from_text.glb")));
+  EXPECT_EQ(parts(contentOf(path("from_text.glb"))).second, binBefore);
+  expectSame(*scene, *open(save(*scene, "from_binary.gltf")));
+}
+
+TEST_F(Gltf, OurChangesLeaveOthersDataAlone) {
+  const GltfBuilder source = foreignScene();
+  auto scene = openBytes(source.glb());
+  perform(*scene);
+  SceneNode& lamp = *scene->find("Lamp");
+  ASSERT_TRUE(lamp.replaceKeys(ChannelPath::kTranslation, 1.0, kForever, {1.0, 1.04},
+                               {1, 1, 1, 2, 2, 2}, 0.04));
+  SceneNode& sheared = *scene->find("Sheared");
+  ASSERT_TRUE(scene->reparent(*scene->find("Twin_2"), &lamp, 0.0));
+  const auto [before, binBefore] = parts(source.glb());
+  const auto [after, binAfter] = parts(contentOf(save(*scene, "out.glb")));
+  EXPECT_EQ(binAfter.compare(0, source.bin.size(), source.bin), 0);
+  for (const char* table : {"materials", "textures", "images", "cameras", "skins", "meshes",
+                            "accessors", "bufferViews"}) {
+    for (std::size_t i = 0; i < before[table].size(); ++i)
+      EXPECT_EQ(before[table][i], after[table][i]) << table << i;
+  }
+  EXPECT_EQ(before["animations"][1], after["animations"][1]);
+  for (const int untouched : {1, 3, 4, 6, 7, 8, 9, 10, 11})
+    EXPECT_EQ(before["nodes"][untouched], after["nodes"][untouched]);
+  EXPECT_EQ(after["nodes"][0]["extras"], before["nodes"][0]["extras"]);
+  for (const char* key : {"asset", "extensions"}) EXPECT_EQ(before[key], after[key]);
+  EXPECT_EQ(after["scenes"][0]["extras"]["mood"], "grey");
+
+  const auto again = open(path("out.glb"));
+  expectSame(*scene, *again);
+  for (int frame = 0; frame < 25; ++frame)
+    EXPECT_NEAR(again->find("Lamp")->localTrs(frame / 25.0).translation.x,
+                openBytes(source.glb())->find("Lamp")->localTrs(frame / 25.0).translation.x, 1e-12);
+  // A matrix gives way to a pose once the node is keyed.
+  ASSERT_TRUE(sheared.replaceKeys(ChannelPath::kScale, 0, 1, {0.0}, {1, 1, 1}, 0.04));
+  EXPECT_EQ(open(save(*scene, "keyed.glb"))->find("Sheared")->pose(), sheared.pose());
+}
+
+TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
+  for (const char* extension : {".glb", ".gltf"}) {
+    SCOPED_TRACE(extension);
+    Scene made;
+    perform(made);
+    const std::string first = save(made, std::string("1") + extension);
+    auto second = open(first);
+    expectSame(made, *second);
+    EXPECT_TRUE(std::signbit(second->find("Rig_01_Cam")->pose().translation.z));
+    EXPECT_EQ(second->find("Rig_01_Rail")->curve()->points,
+              made.find("Rig_01_Rail")->curve()->points);
+    EXPECT_EQ(second->find("Rig_01_Body")->mesh()->faces.size(), 6u);
+    EXPECT_EQ(second->rigs()[0].record, made.rigs()[0].record);
+    const std::string secondFile = save(*second, std::string("2") + extension);
+    EXPECT_EQ(contentOf(first), contentOf(secondFile));
+
+    // Takes over takes, colours, meshes and lenses again and again.
+    std::size_t size = 0;
+    for (int round = 0; round < 4; ++round) {
+      auto scene = open(path(std::string("2") + extension));
+      SceneNode& node = *scene->find("Rig_01_Cam");
+      const auto times = frames(round, 40, 25.0);
+      ASSERT_TRUE(node.replaceKeys(ChannelPath::kTranslation, 0.0, kForever, times,
+                                   wobble(times, false), 0.04));
+      node.setLens({40.0 + round, 1.0, 0.1, 100.0});
+      scene->find("Rig_01_Body")->setColour({0.5f, 0.125f * static_cast<float>(round), 0.0f});
+      scene->find("Rig_01_Rail")->setCurve({{{0, 0, 0}, {1, 1.0 * round, 3}}, false});
+      scene->detach(*scene->find("Rig_01_Empty"));
+      scene->addNode("Rig_01_Empty", &node).setMesh(CMesh());
+      save(*scene, std::string("2") + extension);
+      expectSame(*scene, *open(path(std::string("2") + extension)));
+      const std::size_t now = contentOf(path(std::string("2") + extension)).size();
+      EXPECT_TRUE(round < 2 || now <= size + 64) << size << " bytes grew to " << now;
+      size = now;
+    }
+  }
+}
+
+TEST_F(Gltf, AnUndoneChangeLeavesTheFileAsItWas) {
+  auto scene = openBytes(foreignScene().glb());
+  perform(*scene);
+  scene = open(save(*scene, "a.glb"));
+  const NodeAnimation before = scene->find("Rig_01_Cam")->animation();
+  SceneNode& cam = *scene->find("Rig_01_Cam");
+  cam.replaceKeys(ChannelPath::kRotation, 0.2, kForever, {0.2}, {0, 0, 0, 1}, 0.04);
+  std::unique_ptr<SceneNode> gone = scene->detach(*scene->find("Twin"));
+  scene->attach(std::move(gone), scene->find("Root"), 0);
+  cam.setAnimation(before);
+  EXPECT_EQ(contentOf(save(*scene, "b.glb")), contentOf(path("a.glb")));
+}
+
+TEST_F(Gltf, KeysEditedElsewhereWinAndAreTold) {
+  Scene made;
+  perform(made);
+  std::string glb = contentOf(save(made, "a.glb"));
+  auto [json, bin] = parts(glb);
+  const auto output = json["accessors"][json["animations"][0]["samplers"][0]["output"].get<int>()];
+  const auto at =
+      json["bufferViews"][output["bufferView"].get<int>()]["byteOffset"].get<std::size_t>();
+  const float edited = 42.0f;
+  const std::size_t binAt = glb.size() - bin.size();
+  std::memcpy(&glb[binAt + at], &edited, 4);
+  const ReadResult result = GltfReader::readMemory(glb, "a.glb");
+  ASSERT_TRUE(result) << result.error;
+  ASSERT_EQ(result.warnings.size(), 1u);
+  EXPECT_EQ(result.warnings[0],
+            "a.glb: node \"Rig_01_Cam\": its translation was changed by another program; that "
+            "change is taken over");
+  EXPECT_EQ(result.scene->find("Rig_01_Cam")->channel(ChannelPath::kTranslation)->values()[0],
+            42.0);
+  EXPECT_EQ(*result.scene->find("Rig_01_Cam")->channel(ChannelPath::kRotation),
+            *made.find("Rig_01_Cam")->channel(ChannelPath::kRotation));
+  // A program that merely rounds poses to floats has not edited them.
+  Json rounded = json;
+  for (Json& v : rounded["nodes"][0]["translation"]) v = static_cast<float>(v.get<double>());
+  const std::string moved = GltfBuilder::joined(rounded.dump(), bin);
+  EXPECT_EQ(openBytes(moved)->find("Rig_01_Cam")->pose(), made.find("Rig_01_Cam")->pose());
+}
+
+TEST_F(Gltf, TimesThatFloatsCannotTellApartStillRise) {
+  Scene scene;
+  SceneNode& node = scene.addNode("far");
+  std::vector<double> times;
+  for (int i = 0; i < 50; ++i) times.push_back(40000.0 + i * 0.0005);
+  ASSERT_TRUE(node.replaceKeys(ChannelPath::kTranslation, 0.0, kForever, times,
+                               wobble(times, false), 0.04));
+  expectSame(scene, *open(save(scene, "far.glb")));
+  ASSERT_TRUE(node.replaceKeys(ChannelPath::kTranslation, -1e9, kForever, {-2.0, -1.0},
+                               {0, 0, 0, 1, 1, 1}, 0.04));
+  expectSame(scene, *open(save(scene, "past.glb")));
+}
+
+TEST_F(Gltf, RemovedNodesGoWithTheirReferencesUnlessASkinNeedsThem) {
+  auto scene = openBytes(foreignScene().glb());
+  scene->detach(*scene->find("Lamp"));  // takes the joint along
+  std::string bytes;
+  EXPECT_EQ(
+      GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes).error,
+      "scene: skins[0]: a joint of it was removed, but nodes[3]  is still bound to it (remove "
+      "that node too, or bring the joint back)");
+  scene->detach(*scene->find("node_3"));
+  const WriteResult result = GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes);
+  EXPECT_EQ(result.error, "");
+  ASSERT_EQ(result.warnings.size(), 1u);
+  EXPECT_NE(result.warnings[0].find("VENDOR_unknown"), std::string::npos);
+  save(*scene, "out.glb");
+  const Json json = parts(contentOf(path("out.glb"))).first;
+  EXPECT_EQ(json["nodes"].size(), 9u);
+  EXPECT_FALSE(json.contains("skins"));
+  EXPECT_EQ(json["scenes"][1]["nodes"], Json({7})) << "the other scene's node has moved up";
+  EXPECT_EQ(json["animations"][0]["channels"].size(), 3u);
+  EXPECT_EQ(json["animations"][1]["channels"][1]["target"]["node"], 7);
+  expectSame(*scene, *open(path("out.glb")));
+}
+
+TEST_F(Gltf, SideFilesAreReadAndTakenAlong) {
+  fs::create_directories(m_folder / "a" / "sub dir");
+  fs::create_directories(m_folder / "b");
+  GltfBuilder source = foreignScene();
+  source.json["images"][0]["uri"] = "sub%20dir/t.png";
+  put("a/sub dir/t.png", "picture");
+  put("a/data.bin", source.bin);
+  put("b/data.bin", "somebody else's");
+  put("a/in.gltf", source.text("data.bin"));
+  auto scene = open(path("a/in.gltf"));
+  perform(*scene);
+  const std::string out = save(*scene, "b/out.gltf");
+  EXPECT_EQ(contentOf(path("b/data.bin")), "somebody else's");
+  EXPECT_EQ(contentOf(path("b/data_2.bin")), source.bin);
+  EXPECT_EQ(contentOf(path("b/sub dir/t.png")), "picture");
+  const std::string first = contentOf(out);
+  expectSame(*scene, *open(out));
+  save(*scene, "b/out.gltf");
+  EXPECT_EQ(contentOf(out), first) << "the same files serve again";
+  EXPECT_EQ(std::distance(fs::directory_iterator(m_folder / "b"), {}), 4);
+
+  EXPECT_NE(GltfReader::readMemory(source.text("data.bin"), "m.gltf").error.find("buffers[0].uri"),
+            std::string::npos);
+}
+
+TEST_F(Gltf, DamagedRigRecordsAreToldAndKept) {
+  Scene made;
+  perform(made);
+  std::string text = contentOf(save(made, "a.gltf"));
+  Json json = Json::parse(text);
+  Json& rigs = json["scenes"][0]["extras"]["rigwright"]["rigs"];
+  rigs.push_back({{"kind", 5}, {"name", "Broken"}, {"record", "x"}});
+  rigs.push_back("nonsense");
+  rigs.push_back({{"kind", "k"}, {"name", "n"}, {"record", "r"}, {"future", {1, 2}}});
+  const Json expected = rigs;
+  const ReadResult result = GltfReader::readMemory(json.dump(), "a.gltf");
+  ASSERT_TRUE(result) << result.error;
+  ASSERT_EQ(result.warnings.size(), 2u);
+  EXPECT_EQ(
+      result.warnings[0].rfind("a.gltf: scenes[0].extras.rigwright.rigs[1].kind: is no text", 0),
+      0u);
+  ASSERT_EQ(result.scene->rigs().size(), 4u);
+  EXPECT_TRUE(result.scene->rigs()[1].damaged());
+  EXPECT_EQ(result.scene->rigs()[1].name, "Broken");
+  std::string bytes;
+  ASSERT_TRUE(GltfWriter::writeMemory(*result.scene, GltfForm::kText, bytes));
+  EXPECT_EQ(Json::parse(bytes)["scenes"][0]["extras"]["rigwright"]["rigs"], expected);
+}
+
+TEST_F(Gltf, EachWayOfBeingDamagedIsNamedWithItsPlace) {
+  struct Damage {
+    const char* pointer;
+    const char* value;
+    const char* message;
+  };
+  const Damage table[] = {
+      {"/asset/version", "\"1.0\"", "asset.version: \"1.0\" is not glTF 2"},
+      {"/nodes/4/children", "[5]", "nodes[4]: is in a circle"},
+      {"/nodes/4/children", "[1]", "nodes[4].children[0]: node 1 already has node 0"},
+      {"/nodes/4/children", "[77]", "nodes[4].children[0]: refers to node 77"},
+      {"/nodes/0/translation", "[1, null, 3]", "nodes[0].translation[1]: is no number"},
+      {"/nodes/0/rotation", "[0, 0, 0, 0]", "nodes[0].rotation: is no unit quaternion"},
+      {"/nodes/6/matrix/3", "2", "nodes[6].matrix: is not affine"},
+      {"/nodes/1/mesh", "9", "nodes[1].mesh: refers to 9, but there are only 5"},
+      {"/nodes/2/camera", "-1", "nodes[2].camera: -1 is no whole number"},
+      {"/scenes/0/nodes", "[0, 1]", "scenes[0].nodes[1]: node 1 is a child of node 0"},
+      {"/scenes/0/nodes", "{}", "scenes[0].nodes: is no list"},
+      {"/accessors/0/count", "1000000", "accessors[0]: 1000000 elements reach behind"},
+      {"/accessors/0/count", "1e300", "accessors[0].count: 1e+300 is no whole number"},
+      {"/accessors/0/byteOffset", "18446744073709551615", "accessors[0].byteOffset: "},
+      {"/accessors/0/type", "\"VEC7\"", "accessors[0].type: \"VEC7\""},
+      {"/accessors/1/componentType", "5124", "accessors[1].componentType: 5124"},
+      {"/accessors/1/type", "\"VEC2\"", "accessors[1]: 6 elements reach behind"},
+      {"/accessors/8/sparse/count", "9", "accessors[8].sparse.count: 9 of 5"},
+      {"/bufferViews/0/byteLength", "9999999", "bufferViews[0]: reaches behind the end"},
+      {"/bufferViews/0/buffer", "3", "bufferViews[0].buffer: refers to 3"},
+      {"/buffers/0/byteLength", "9999999", "buffers[0]: has "},
+      {"/meshes/0/primitives/0/indices", "0", "meshes[0].primitives[0].indices: is not of type"},
+      {"/meshes/0/primitives/0/mode", "12", "meshes[0].primitives[0].mode: 12"},
+      {"/meshes/0/primitives/0/attributes/POSITION", "4", "POSITION: is not of type VEC3"},
+      {"/animations/0/channels/0/sampler", "40", "animations[0].channels[0].sampler: refers to 40"},
+      {"/animations/0/samplers/0/output", "0", "accessors[0]: has 4 elements for 3 keys"},
+      {"/animations/0/samplers/0/input", "0", "accessors[0]: is used as key times"},
+      {"/animations/0/samplers/0/interpolation", "\"FLY\"", "samplers[0].interpolation: \"FLY\""}};
+  const Json good = Json::parse(foreignScene().text());
+  for (const Damage& damage : table) {
+    Json bad = good;
+    bad[Json::json_pointer(damage.pointer)] = Json::parse(damage.value);
+    const ReadResult result = GltfReader::readMemory(bad.dump(), "bad.gltf");
+    EXPECT_FALSE(result) << damage.pointer;
+    EXPECT_EQ(result.error.rfind("bad.gltf: ", 0), 0u) << result.error;
+    EXPECT_NE(result.error.find(damage.message), std::string::npos)
+        << damage.pointer << " gave " << result.error;
+  }
+  EXPECT_EQ(
+      GltfReader::readMemory(foreignScene().glb(), "f.glb", {"Fly"}).error,
+      "f.glb: animations: there is no clip \"Fly\" (clips are chosen by name or by number from 0)");
+  put("lost.gltf", foreignScene().text("gone.bin"));
+  EXPECT_EQ(
+      GltfReader::read(path("lost.gltf")).error,
+      path("lost.gltf") + ": buffers[0].uri: " + path("gone.bin") + ": there is no such file");
+}
+
+TEST_F(Gltf, ACutOffOrOverlappingFileIsRefusedWhereverItEnds) {
+  const std::string glb = foreignScene().glb();
+  for (const std::size_t size : {std::size_t{0}, std::size_t{3}, std::size_t{11}, std::size_t{15},
+                                 std::size_t{500}, glb.size() / 2, glb.size() - 1}) {
+    const ReadResult result = GltfReader::readMemory(glb.substr(0, size), "cut.glb");
+    EXPECT_FALSE(result) << size;
+    EXPECT_EQ(result.error.rfind("cut.glb: ", 0), 0u) << result.error;
+  }
+  EXPECT_NE(
+      GltfReader::readMemory(std::string(100000, '['), "deep.gltf").error.find("nested deeper"),
+      std::string::npos);
+  // A small file that shows its few bytes as one huge mesh again and again.
+  GltfBuilder bomb = foreignScene();
+  const int zeros = static_cast<int>(bomb.json["accessors"].size());
+  bomb.json["accessors"].push_back({{"componentType", 5126}, {"count", 1 << 24}, {"type", "VEC3"}});
+  bomb.json["meshes"][0]["primitives"][0]["attributes"]["POSITION"] = zeros;
+  EXPECT_NE(GltfReader::readMemory(bomb.glb(), "bomb.glb").error.find("far more data"),
+            std::string::npos);
+}
+
+TEST_F(Gltf, AFailedSaveNamesTheReasonAndLeavesNothing) {
+  Scene scene;
+  perform(scene);
+  EXPECT_NE(GltfWriter::write(scene, path("out.obj")).error.find(".glb or .gltf"),
+            std::string::npos);
+  EXPECT_NE(GltfWriter::write(scene, path("no/such/out.glb")).error.find("out.glb"),
+            std::string::npos);
+  put("old.glb", "old");
+  scene.find("Rig_01_Rail")->setPose({{NAN, 0, 0}, {}, {1, 1, 1}});
+  EXPECT_NE(GltfWriter::write(scene, path("old.glb")).error.find("Rig_01_Rail"), std::string::npos);
+  scene.find("Rig_01_Rail")->setPose({});
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit small{1024, before.rlim_max};  // as a full disk would
+  signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &small);
+  const WriteResult full = GltfWriter::write(scene, path("old.glb"));
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_NE(full.error.find("old.glb"), std::string::npos);
+  EXPECT_EQ(contentOf(path("old.glb")), "old");
+  EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);
+  scene.rename(*scene.find("Rig_01_Rail"), "\xFF");
+  EXPECT_NE(GltfWriter::write(scene, path("old.glb")).error.find("UTF-8"), std::string::npos);
+}
+
+}  // namespace
