@@ -162,6 +162,17 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
     unidevice::Control* m_control = nullptr;
   };
 
+  /// A temporary control and the track that feeds it.
+  struct Feed {
+    unidevice::Control* control;
+    const util::AVar_Linear<double>* track;
+  };
+  /// A live spinner that something may turn in the running take.
+  struct LiveFeed {
+    ConfigElement* element;
+    unidevice::Property* property;
+  };
+
   AdaptorInterface& Adaptor() const;
   void AddLiveSpinner(int elementId, const std::string& label);
   void StartLiveSpinners();
@@ -169,6 +180,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void ApplyLiveSpinners();
   void UseTemporaryControls();
   void RestoreControls();
+  void PlanFeeds();
   void RecordInputs(double t);
   void FeedInputs(double t);
 
@@ -188,6 +200,9 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::vector<unsigned char> m_userData;
   std::vector<std::unique_ptr<COREComboUpdater>> m_comboUpdaters;
   std::vector<LiveSpinnerSpan> m_liveSpinnerSpans;
+  // Of the running take, so that a frame looks nothing up.
+  std::vector<Feed> m_feeds;  ///< resimulation: inputs whose track holds something
+  std::vector<LiveFeed> m_liveFeeds;
   std::vector<NodeRecord> m_nodeRecords;  ///< as loaded; what FindNode resolves by
   std::shared_ptr<int> m_life;            ///< expires with this instance: undo steps watch it
   CoreImplementation& m_core;

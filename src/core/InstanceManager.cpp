@@ -1,6 +1,7 @@
 #include "core/InstanceManager.h"
 
 #include <algorithm>
+#include <set>
 
 #include "adaptor/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
@@ -86,18 +87,16 @@ std::vector<Instance*> InstanceManager::List(bool onlyChecked) const {
 }
 
 std::string InstanceManager::UniqueName(const std::string& name) const {
-  const auto taken = [this](const std::string& candidate) {
-    return Find(candidate) != nullptr || std::find(m_reservedNames.begin(), m_reservedNames.end(),
-                                                   candidate) != m_reservedNames.end();
-  };
-  if (!taken(name)) return name;
-  NameNumber number = FindNumber(name);
+  std::set<std::string> taken(m_reservedNames.begin(), m_reservedNames.end());
+  for (const Instance* instance : List(false)) taken.insert(instance->GetInstanceName());
+  if (taken.count(name) == 0) return name;
+  const NameNumber number = FindNumber(name);
   const bool numbered = number.position != std::string::npos;
   const std::string stem = numbered ? name.substr(0, number.position) : name + "_";
   const std::size_t digits = numbered ? number.digits : 2;
   for (long long value = number.value + 1;; ++value) {
     const std::string candidate = WithNumber(stem, value, digits);
-    if (!taken(candidate)) return candidate;
+    if (taken.count(candidate) == 0) return candidate;
   }
 }
 

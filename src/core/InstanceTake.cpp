@@ -1,4 +1,6 @@
 // What an instance does in a take and in a resimulation.
+#include <algorithm>
+
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
@@ -21,8 +23,10 @@ void Instance::Start(double t) {
   if (m_tracks.size() < inputs) m_tracks.resize(inputs);
   if (m_core.IsResimulating()) {
     UseTemporaryControls();
+    PlanFeeds();
     return;
   }
+  PlanFeeds();
   PushUndo(new CVariableModUndo<std::vector<util::AVar_Linear<double>>>(&m_tracks));
   for (auto& track : m_tracks) track.cutFrom(t);
 }
@@ -51,12 +55,29 @@ void Instance::RecordInputs(double t) {
     m_tracks[static_cast<std::size_t>(i)].set(t, m_properties.property(i)->raw());
 }
 
-void Instance::FeedInputs(double t) {
-  for (int i = 0; i < m_properties.count(); ++i) {
+/// An input with an empty track reads the track's default in every frame: its control gets that
+/// once, and no frame comes by it again.
+void Instance::PlanFeeds() {
+  m_feeds.clear();
+  m_liveFeeds.clear();
+  const bool resimulating = m_core.IsResimulating();
+  for (int i = 0; resimulating && i < m_properties.count(); ++i) {
     unidevice::Control* control = m_properties.property(i)->control;
-    if (control && static_cast<std::size_t>(i) < m_tracks.size())
-      control->push(m_tracks[static_cast<std::size_t>(i)].value(t));
+    const auto& track = m_tracks[static_cast<std::size_t>(i)];
+    control->push(track.defaultValue);
+    if (!track.samples.empty()) m_feeds.push_back({control, &track});
   }
+  for (const auto& [id, property] : m_liveSpinners) {
+    ConfigElement* element = m_config.find(id);
+    const bool fed =
+        std::any_of(m_feeds.begin(), m_feeds.end(),
+                    [&, p = property](const Feed& feed) { return feed.control == p->control; });
+    if (element && (fed || !resimulating)) m_liveFeeds.push_back({element, property});
+  }
+}
+
+void Instance::FeedInputs(double t) {
+  for (const Feed& feed : m_feeds) feed.control->push(feed.track->value(t));
 }
 
 void Instance::UseTemporaryControls() {
@@ -113,14 +134,12 @@ void Instance::StopLiveSpinners() {
 }
 
 void Instance::ApplyLiveSpinners() {
-  for (const auto& [id, property] : m_liveSpinners) {
-    if (!property->control) continue;
-    const double rate = property->control->read();
+  for (const LiveFeed& feed : m_liveFeeds) {
+    if (!feed.property->control) continue;
+    const double rate = feed.property->control->read();
     if (rate == 0.0) continue;
-    ConfigElement* element = m_config.find(id);
-    if (!element) continue;
-    element->setNumber(element->number() + rate);
-    element->apply();
+    feed.element->setNumber(feed.element->number() + rate);
+    feed.element->apply();
   }
 }
 
