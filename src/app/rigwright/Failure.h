@@ -1,0 +1,39 @@
+// Why a verb could not do its job.
+#pragma once
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace orv::app {
+
+/// Ends the verb with exit status 1. Shown as `rigwright: <what>: <why> (<what to do>)`.
+class Failure : public std::exception {
+ public:
+  /// `hint` says what to do and may be empty.
+  Failure(const std::string& what, const std::string& why, const std::string& hint = {})
+      : m_text((what.empty() ? "" : what + ": ") + why + (hint.empty() ? "" : " (" + hint + ")")) {}
+
+  const char* what() const noexcept override { return m_text.c_str(); }
+
+ private:
+  std::string m_text;
+};
+
+/// The user has ended the verb by a signal; nothing has been written. Exit status 130.
+class Interrupted : public std::exception {
+ public:
+  const char* what() const noexcept override { return "interrupted"; }
+};
+
+/// The command line alone shows that it can't be meant; exit status 2.
+class WrongUsage : public std::exception {
+ public:
+  explicit WrongUsage(std::string text) : m_text(std::move(text)) {}
+  const char* what() const noexcept override { return m_text.c_str(); }
+
+ private:
+  std::string m_text;
+};
+
+}  // namespace orv::app

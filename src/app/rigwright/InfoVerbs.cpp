@@ -1,0 +1,239 @@
+// tools, info.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "adaptor/headless/Scene.h"
+#include "app/rigwright/Program.h"
+#include "app/rigwright/SceneJob.h"
+#include "app/rigwright/Texts.h"
+#include "app/rigwright/Verbs.h"
+#include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/Tool.h"
+#include "unidevice/Property.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using rws::adaptor::headless::SceneNode;
+using rws::core::ConfigElement;
+using rws::core::Instance;
+using unidevice::Property;
+
+// --- tools ---
+
+void runTools(Program& program) {
+  SceneJob job(program);
+  Json list = Json::array();
+  Output& out = program.output();
+  for (rws::core::Tool* tool : job.core().GetLibrary().GetTools()) {
+    std::vector<std::string> categories;
+    tool->GetCategories(categories);
+    list.push_back({{"id", tool->GetDisplayId()},
+                    {"name", tool->GetDisplayName()},
+                    {"category", joined(categories)},
+                    {"description", tool->GetDescription()}});
+    out.line(tool->GetDisplayId() + "  (" + tool->GetDisplayName() + ", " + joined(categories) +
+             ")");
+    out.line(wrapped(tool->GetDescription(), 90, "    "));
+    out.line("");
+  }
+  out.object()["tools"] = list;
+}
+
+// --- info ---
+
+std::string typeOf(const SceneNode& node) {
+  if (node.lens()) return "camera";
+  if (node.curve()) return "curve";
+  return node.hasMesh() ? "mesh" : "transform";
+}
+
+const char* typeOf(const ConfigElement& element) {
+  switch (element.kind()) {
+    case ConfigElement::Kind::kSpinnerInt:
+      return "integer";
+    case ConfigElement::Kind::kSpinner:
+      return "number";
+    case ConfigElement::Kind::kCheckBox:
+      return "check";
+    case ConfigElement::Kind::kTextBox:
+      return "text";
+    case ConfigElement::Kind::kComboBox:
+      return "choice";
+    case ConfigElement::Kind::kButton:
+      return "button";
+    default:
+      return "label";
+  }
+}
+
+bool isSpinner(const ConfigElement& element) {
+  return element.kind() == ConfigElement::Kind::kSpinner ||
+         element.kind() == ConfigElement::Kind::kSpinnerInt;
+}
+
+Json valueOf(const ConfigElement& element) {
+  switch (element.kind()) {
+    case ConfigElement::Kind::kSpinnerInt:
+    case ConfigElement::Kind::kSpinner:
+      return element.number();
+    case ConfigElement::Kind::kCheckBox:
+      return element.number() != 0.0;
+    case ConfigElement::Kind::kTextBox:
+    case ConfigElement::Kind::kComboBox:
+      return element.valueText();
+    default:
+      return Json();
+  }
+}
+
+Json parameterJson(const ConfigElement& element) {
+  Json json = {{"id", element.id()},
+               {"group", groupOf(element)},
+               {"label", element.label()},
+               {"type", typeOf(element)},
+               {"value", valueOf(element)}};
+  if (isSpinner(element)) {
+    json["min"] = element.range().min;
+    json["max"] = element.range().max;
+  }
+  if (!element.items().empty()) json["items"] = element.items();
+  return json;
+}
+
+std::string rangeText(const ConfigElement& element) {
+  if (!element.items().empty()) return joined(element.items(), " | ");
+  if (!isSpinner(element)) return typeOf(element);
+  return util::shortText(element.range().min) + " to " + util::shortText(element.range().max);
+}
+
+std::size_t sampleCount(Instance& rig, std::size_t input) {
+  return input < rig.GetTracks().size() ? rig.GetTracks()[input].samples.size() : 0;
+}
+
+Json mappingJson(const Property& input) {
+  Json json = {{"multiplier", input.multiplier},
+               {"exponent", input.exponent},
+               {"deadzone", input.deadzone},
+               {"offset", input.offset},
+               {"control", Json()}};
+  const auto& control = input.savedControl;
+  if (!control.name.empty()) {
+    json["control"] = {{"device", control.attribute("device")},
+                       {"type", control.attribute("type")},
+                       {"index", control.attribute("index")},
+                       {"description", control.child("description").text()},
+                       {"present", input.control != nullptr}};
+  }
+  return json;
+}
+
+std::string mappingText(const Property& input) {
+  const auto& control = input.savedControl;
+  if (control.name.empty()) return "not mapped";
+  const std::string device = control.attribute("device");
+  return (device.empty() ? "any device" : device) + " " + control.attribute("type") + " " +
+         control.attribute("index") + (input.control ? "" : " (not present)");
+}
+
+std::string curveText(const Property& input) {
+  return "x " + util::shortText(input.multiplier) + ", ^ " + util::shortText(input.exponent) +
+         ", dead " + util::shortText(input.deadzone) + ", + " + util::shortText(input.offset);
+}
+
+Json rigJson(Instance& rig) {
+  Json parameters = Json::array();
+  for (const ConfigElement* element : rig.GetConfig().elements())
+    if (element->id() >= 0) parameters.push_back(parameterJson(*element));
+  Json inputs = Json::array();
+  const auto& entries = rig.GetProperties().entries;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    inputs.push_back({{"name", entries[i].first},
+                      {"mapping", mappingJson(*entries[i].second)},
+                      {"samples", sampleCount(rig, i)}});
+  }
+  return {{"name", rig.GetInstanceName()},
+          {"kind", rig.GetTool()->GetDisplayId()},
+          {"profile", rig.GetCurrentProfile()},
+          {"parameters", parameters},
+          {"inputs", inputs}};
+}
+
+void tellNodes(Output& out, const rws::adaptor::headless::Scene& scene) {
+  Table table;
+  for (const SceneNode* node : scene.nodes()) {
+    std::string indent = "  ";
+    for (const SceneNode* above = node->parent(); above; above = above->parent()) indent += "  ";
+    table.add({indent + node->name(), typeOf(*node), node->tag().empty() ? "" : "rig",
+               node->hasKeys() ? "keys" : ""});
+  }
+  out.line("");
+  out.line("Nodes (" + std::to_string(scene.nodeCount()) + ")");
+  for (const std::string& line : table.lines()) out.line(line);
+}
+
+void tellRig(Output& out, Instance& rig) {
+  out.line("");
+  out.line("Rig " + rig.GetInstanceName() + "  (" + rig.GetTool()->GetDisplayId() + ", profile " +
+           rig.GetCurrentProfile() + ")");
+  Table parameters;
+  for (const ConfigElement* element : rig.GetConfig().elements())
+    if (element->id() >= 0)
+      parameters.add({"#" + std::to_string(element->id()), groupOf(*element), element->label(),
+                      element->valueText(), rangeText(*element)});
+  if (!parameters.empty()) out.line("  Parameters: id, group, label, value, range");
+  for (const std::string& line : parameters.lines("    ")) out.line(line);
+  Table inputs;
+  const auto& entries = rig.GetProperties().entries;
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    inputs.add({entries[i].first, mappingText(*entries[i].second), curveText(*entries[i].second),
+                std::to_string(sampleCount(rig, i)) + " samples"});
+  if (!inputs.empty()) out.line("  Inputs: name, control, curve, recorded");
+  for (const std::string& line : inputs.lines("    ")) out.line(line);
+}
+
+void runInfo(Program& program, const std::string& path) {
+  SceneJob job(program, path);
+  const auto& scene = job.scene();
+  Output& out = program.output();
+  Json& json = out.object();
+  json["frameRate"] = scene.frameRate();
+  json["range"] = {scene.rangeStart(), scene.rangeEnd()};
+  json["clips"] = scene.clips();
+  json["nodes"] = Json::array();
+  for (const SceneNode* node : scene.nodes()) {
+    json["nodes"].push_back({{"name", node->name()},
+                             {"type", typeOf(*node)},
+                             {"parent", node->parent() ? Json(node->parent()->name()) : Json()},
+                             {"rig", !node->tag().empty()},
+                             {"keys", node->hasKeys()}});
+  }
+  json["rigs"] = Json::array();
+  for (Instance* rig : job.core().List(false)) json["rigs"].push_back(rigJson(*rig));
+
+  out.line(path + ": " + util::shortText(scene.frameRate()) + " frames per second, " +
+           util::shortText(scene.rangeStart()) + " to " + util::shortText(scene.rangeEnd()) + " s");
+  if (scene.clips().size() > 1) out.line("Clips: " + joined(scene.clips()));
+  tellNodes(out, scene);
+  for (Instance* rig : job.core().List(false)) tellRig(out, *rig);
+}
+
+}  // namespace
+
+void addInfoVerbs(Program& program) {
+  program.markReadOnly(
+      program.addVerb("tools", "List the kinds of rigs", "rigwright tools", runTools));
+  auto path = std::make_shared<std::string>();
+  CLI::App& info = program.addVerb(
+      "info", "Tell what is in a scene: nodes, rigs, parameters, inputs",
+      "rigwright info examples/shaky.glb", [path](Program& p) { runInfo(p, *path); });
+  addScene(info, *path);
+  program.markReadOnly(info);
+}
+
+}  // namespace orv::app

@@ -1,0 +1,58 @@
+// inputs.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "app/rigwright/Failure.h"
+#include "app/rigwright/InputFile.h"
+#include "app/rigwright/Interrupt.h"
+#include "app/rigwright/Program.h"
+#include "app/rigwright/SceneJob.h"
+#include "app/rigwright/Texts.h"
+#include "app/rigwright/Verbs.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+
+namespace orv::app {
+
+namespace {
+
+struct InputsOptions {
+  std::string scene, rig, output;
+};
+
+void runInputs(Program& program, const InputsOptions& options) {
+  SceneJob job(program, options.scene);
+  const std::vector<rws::core::Instance*> rigs =
+      options.rig.empty() ? job.core().List(false)
+                          : std::vector<rws::core::Instance*>{&job.rig(options.rig)};
+  const unidevice::RecordedInput recorded = recordedInputs(rigs);
+  if (recorded.columns.empty()) {
+    throw Failure(options.scene + (options.rig.empty() ? "" : ": " + options.rig),
+                  "there are no recorded inputs", "record some with rigwright take");
+  }
+  checkInterrupt();
+  std::string error;
+  if (!recorded.save(options.output, error)) throw Failure("", error);
+  std::vector<std::string> names;
+  for (const auto& column : recorded.columns) names.push_back(column.name);
+  program.output().object()["inputs"] = names;
+  program.output().object()["output"] = options.output;
+  program.output().note("inputs: " + joined(names) + ", written to " + options.output);
+}
+
+}  // namespace
+
+void addInputsVerb(Program& program) {
+  auto o = std::make_shared<InputsOptions>();
+  CLI::App& verb = program.addVerb(
+      "inputs", "Write the recorded inputs as an input file (CSV), raw as the controls gave them",
+      "rigwright inputs take.glb -o inputs.csv", [o](Program& p) { runInputs(p, *o); });
+  program.markReadOnly(verb);
+  addScene(verb, o->scene);
+  verb.add_option("RIG", o->rig, "Only this rig's inputs")->type_name("");
+  verb.add_option("-o,--output", o->output, "Input file to write")
+      ->required()
+      ->type_name("FILE.csv");
+}
+
+}  // namespace orv::app

@@ -1,0 +1,42 @@
+#include "app/rigwright/Interrupt.h"
+
+#include <unistd.h>
+
+#include <csignal>
+
+#include "app/rigwright/Failure.h"
+
+namespace orv::app {
+
+namespace {
+
+constexpr int kPatience = 3;             ///< signals until the program ends where it stands
+constexpr int kInterruptedStatus = 130;  ///< what shells expect of a program ended by Ctrl-C
+
+volatile std::sig_atomic_t g_signals = 0;
+
+void noteSignal(int) {
+  g_signals = g_signals + 1;
+  if (g_signals >= kPatience) _exit(kInterruptedStatus);
+}
+
+}  // namespace
+
+void catchInterrupts() {
+  struct sigaction action {};
+  action.sa_handler = noteSignal;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;  // a file that is being written is finished or taken back whole
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isInterrupted() {
+  return g_signals != 0;
+}
+
+void checkInterrupt() {
+  if (isInterrupted()) throw Interrupted();
+}
+
+}  // namespace orv::app

@@ -1,0 +1,44 @@
+// What a plot shows, without how it looks.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "util/Vector3.h"
+
+namespace orv::app {
+
+/// The path of a node through the world: one point (m) per time of the plot.
+struct PlotPath {
+  std::string name;
+  std::vector<util::Vector3<double>> points;
+};
+
+/// A value over time (s).
+struct PlotCurve {
+  std::string name;
+  std::vector<double> times;
+  std::vector<double> values;
+};
+
+/// Curves on one pair of axes.
+struct PlotPanel {
+  std::string title;
+  std::string unit;  ///< of the values; may be empty
+  std::vector<PlotCurve> curves;
+  std::vector<int> colours;  ///< of the curves: numbers of the palette
+};
+
+/// A whole page. Paths and curves of one node share a colour: that of the path's place.
+struct PlotData {
+  std::string title;
+  std::string subtitle;
+  double start = 0.0;  ///< s
+  double end = 0.0;
+  std::vector<double> times;    ///< of all points of the paths, rising
+  std::vector<PlotPath> paths;  ///< chief nodes first, each before what it follows
+  std::vector<bool> chief;      ///< which of the paths carry time marks
+  std::vector<PlotPanel> panels;
+};
+
+}  // namespace orv::app

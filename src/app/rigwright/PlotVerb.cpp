@@ -1,0 +1,262 @@
+// plot.
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/Scene.h"
+#include "app/rigwright/Failure.h"
+#include "app/rigwright/FrameTimes.h"
+#include "app/rigwright/Interrupt.h"
+#include "app/rigwright/PlotData.h"
+#include "app/rigwright/PlotPainter.h"
+#include "app/rigwright/Program.h"
+#include "app/rigwright/RunRigs.h"
+#include "app/rigwright/SceneJob.h"
+#include "app/rigwright/Texts.h"
+#include "app/rigwright/Verbs.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/Tool.h"
+#include "unidevice/Property.h"
+#include "util/AtomicFile.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+namespace {
+
+using rws::adaptor::headless::HeadlessNode;
+using rws::adaptor::headless::SceneNode;
+using rws::core::Instance;
+using Matrix = util::Matrix<double>;
+using Quat = util::Quat<double>;
+using Vector = util::Vector3<double>;
+
+struct PlotOptions {
+  std::string scene, rig, range, output;
+};
+
+constexpr std::size_t kMostInputs = 7;  ///< curves that can be told apart in one panel
+
+/// What a rig moves, and what that follows.
+struct Subject {
+  Instance* rig = nullptr;
+  SceneNode* chief = nullptr;
+  SceneNode* followed = nullptr;  ///< null when there is nothing
+  std::vector<Matrix> chiefPoses, followedPoses;
+};
+
+std::vector<SceneNode*> sceneNodesOf(const Instance& rig) {
+  std::vector<SceneNode*> nodes;
+  for (rws::core::CoreNode* node : rig.GetNodes())
+    if (SceneNode* own = static_cast<HeadlessNode*>(node)->GetSceneNode()) nodes.push_back(own);
+  return nodes;
+}
+
+std::vector<Matrix> posesOf(const SceneNode& node, const std::vector<double>& times) {
+  std::vector<Matrix> poses;
+  for (const double time : times) poses.push_back(node.worldMatrix(time));
+  return poses;
+}
+
+bool moves(const std::vector<Matrix>& poses) {
+  return std::any_of(poses.begin(), poses.end(),
+                     [&](const Matrix& pose) { return pose != poses.front(); });
+}
+
+/// The chief node is the first that the rig has keyed; what it follows, the first other one that
+/// moves without being carried by it.
+Subject subjectOf(Instance& rig, const std::vector<double>& times) {
+  Subject subject;
+  subject.rig = &rig;
+  const std::vector<SceneNode*> nodes = sceneNodesOf(rig);
+  for (SceneNode* node : nodes)
+    if (!subject.chief && node->hasKeys()) subject.chief = node;
+  for (SceneNode* node : nodes)
+    if (!subject.chief && moves(posesOf(*node, times))) subject.chief = node;
+  if (!subject.chief && !nodes.empty()) subject.chief = nodes.front();
+  if (!subject.chief) return subject;
+  subject.chiefPoses = posesOf(*subject.chief, times);
+  for (SceneNode* node : nodes) {
+    if (node->isUnder(*subject.chief)) continue;
+    subject.followedPoses = posesOf(*node, times);
+    if (!moves(subject.followedPoses)) continue;
+    subject.followed = node;
+    break;
+  }
+  return subject;
+}
+
+PlotPath pathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
+  PlotPath path;
+  path.name = node.name();
+  for (const Matrix& pose : poses) path.points.push_back(pose.translation());
+  return path;
+}
+
+void addCurve(PlotPanel& panel, PlotCurve curve, int colour) {
+  panel.curves.push_back(std::move(curve));
+  panel.colours.push_back(colour);
+}
+
+PlotCurve speedCurve(const PlotPath& path, const std::vector<double>& times) {
+  PlotCurve curve;
+  curve.name = path.name;
+  for (std::size_t i = 1; i < times.size(); ++i) {
+    curve.times.push_back(times[i]);
+    curve.values.push_back((path.points[i] - path.points[i - 1]).length() /
+                           (times[i] - times[i - 1]));
+  }
+  return curve;
+}
+
+/// Degrees between two orientations.
+double angleBetween(const Matrix& a, const Matrix& b) {
+  constexpr double kDegrees = 57.295779513082323;
+  const Quat p = Quat::fromMatrix(a);
+  const Quat q = Quat::fromMatrix(b);
+  const Quat turn = p.conjugate() * q;
+  const double sine = Vector(turn.x, turn.y, turn.z).length();
+  return 2.0 * std::atan2(sine, std::abs(turn.w)) * kDegrees;
+}
+
+bool isCamera(const Instance& rig) {
+  std::vector<std::string> categories;
+  rig.GetTool()->GetCategories(categories);
+  return std::find(categories.begin(), categories.end(), "Camera") != categories.end();
+}
+
+/// How far the follower is from what it follows.
+void addDifferences(PlotData& data, const std::vector<Subject>& subjects) {
+  PlotPanel position{"Distance to what it follows", "m", {}, {}};
+  PlotPanel rotation{"Turn against what it follows", "degrees", {}, {}};
+  int colour = 0;
+  for (const Subject& subject : subjects) {
+    if (subject.followed && isCamera(*subject.rig)) {
+      PlotCurve far{subject.chief->name(), data.times, {}};
+      PlotCurve turned = far;
+      for (std::size_t i = 0; i < data.times.size(); ++i) {
+        const Matrix& a = subject.chiefPoses[i];
+        const Matrix& b = subject.followedPoses[i];
+        far.values.push_back((a.translation() - b.translation()).length());
+        turned.values.push_back(angleBetween(a, b));
+      }
+      addCurve(position, std::move(far), colour);
+      addCurve(rotation, std::move(turned), colour);
+    }
+    colour += subject.followed ? 2 : 1;
+  }
+  if (position.curves.empty()) return;
+  data.panels.push_back(std::move(position));
+  data.panels.push_back(std::move(rotation));
+}
+
+void addInputs(PlotData& data, const std::vector<Subject>& subjects, Output& out) {
+  PlotPanel panel{"Recorded inputs", "", {}, {}};
+  std::size_t left = 0;
+  for (const Subject& subject : subjects) {
+    const auto& entries = subject.rig->GetProperties().entries;
+    const auto& tracks = subject.rig->GetTracks();
+    for (std::size_t i = 0; i < entries.size() && i < tracks.size(); ++i) {
+      const auto& samples = tracks[i].samples;
+      const bool silent = std::all_of(samples.begin(), samples.end(),
+                                      [](const auto& sample) { return sample.value == 0.0; });
+      if (silent) continue;
+      if (panel.curves.size() == kMostInputs) {
+        ++left;
+        continue;
+      }
+      PlotCurve curve;
+      curve.name = (subjects.size() > 1 ? subject.rig->GetInstanceName() + ":" : std::string()) +
+                   entries[i].second->displayName;
+      for (const auto& sample : samples) {
+        curve.times.push_back(sample.time);
+        curve.values.push_back(sample.value);
+      }
+      addCurve(panel, std::move(curve), static_cast<int>(panel.curves.size()));
+    }
+  }
+  if (left) out.warn(std::to_string(left) + " more inputs are not drawn (choose a rig by --rig)");
+  if (!panel.curves.empty()) data.panels.push_back(std::move(panel));
+}
+
+PlotData gather(SceneJob& job, const PlotOptions& options) {
+  const auto& scene = job.scene();
+  const TimeSpan span = spanOf(scene, options.range);
+  PlotData data;
+  data.start = span.from;
+  data.end = span.to;
+  const FrameTimes frames(span.from, span.to, scene.frameDuration());
+  for (long i = 0; i < frames.count(); ++i) data.times.push_back(frames.time(frames.first + i));
+  if (data.times.empty()) throw Failure(options.scene, "there is no frame in the range");
+  const std::vector<Instance*> rigs =
+      options.rig.empty() ? job.core().List(false) : std::vector<Instance*>{&job.rig(options.rig)};
+  std::vector<Subject> subjects;
+  for (Instance* rig : rigs) {
+    checkInterrupt();
+    Subject subject = subjectOf(*rig, data.times);
+    if (subject.chief) subjects.push_back(std::move(subject));
+  }
+  if (subjects.empty())
+    throw Failure(options.scene, "the scene has no rig to plot", "create one with rigwright add");
+
+  std::vector<std::string> names;
+  PlotPanel speed{"Speed", "m/s", {}, {}};
+  for (const Subject& subject : subjects) {
+    names.push_back(subject.rig->GetInstanceName());
+    data.paths.push_back(pathOf(*subject.chief, subject.chiefPoses));
+    data.chief.push_back(true);
+    if (!subject.followed) continue;
+    data.paths.push_back(pathOf(*subject.followed, subject.followedPoses));
+    data.chief.push_back(false);
+  }
+  // What is followed is drawn first, so that the follower's curve lies on it.
+  for (std::size_t i = data.paths.size(); i-- > 0;)
+    addCurve(speed, speedCurve(data.paths[i], data.times), static_cast<int>(i));
+  data.title = joined(names);
+  data.subtitle = fileNameOf(options.scene) + ", top view and curves, " +
+                  util::shortText(span.from) + " to " + util::shortText(span.to) + " s at " +
+                  util::shortText(scene.frameRate()) + " frames/s";
+  data.panels.push_back(std::move(speed));
+  addDifferences(data, subjects);
+  addInputs(data, subjects, job.program().output());
+  return data;
+}
+
+void runPlot(Program& program, const PlotOptions& options) {
+  SceneJob job(program, options.scene);
+  const PlotData data = gather(job, options);
+  const std::string picture = endingOf(options.output) == ".svg" ? drawSvg(data) : drawPng(data);
+  if (picture.empty()) throw Failure(options.output, "the picture could not be made");
+  checkInterrupt();
+  std::string error;
+  if (!util::writeFile(options.output, picture, &error)) throw Failure("", error);
+  program.output().object()["output"] = options.output;
+  program.output().note("plot: written to " + options.output);
+}
+
+}  // namespace
+
+void addPlotVerb(Program& program) {
+  auto o = std::make_shared<PlotOptions>();
+  CLI::App& verb = program.addVerb(
+      "plot",
+      "Draw what rigs do: their paths from above with time marks, and curves of speed and inputs",
+      "rigwright plot out.glb --rig Cam -o paths.svg", [o](Program& p) { runPlot(p, *o); });
+  program.markReadOnly(verb);
+  addScene(verb, o->scene);
+  verb.add_option("--rig", o->rig, "Only this rig (default: all)")->type_name("RIG");
+  addRange(verb, o->range, "Seconds from and to (default: the playback range)");
+  verb.add_option("-o,--output", o->output, "Picture to write (.svg or .png)")
+      ->required()
+      ->type_name("FILE")
+      ->check([](const std::string& path) {
+        const std::string ending = endingOf(path);
+        return ending == ".svg" || ending == ".png" ? std::string()
+                                                    : path + " does not end in .svg or .png";
+      });
+}
+
+}  // namespace orv::app

@@ -1,0 +1,225 @@
+#include "app/rigwright/Program.h"
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cmath>
+#include <filesystem>
+#include <utility>
+
+#include "app/rigwright/Failure.h"
+#include "app/rigwright/Interrupt.h"
+#include "app/rigwright/Texts.h"
+#include "core/DataRoot.h"
+#include "core/Log.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+namespace {
+
+enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2, kInterrupted = 130 };
+
+constexpr const char* kAbout =
+    "Rigs for animators: attach a rig to a scene, perform it, and get keys.\n"
+    "A verb that changes a scene writes -o OUT and leaves its input alone; OUT may be the input.";
+
+constexpr const char* kExample =
+    "Example:\n"
+    "  rigwright add shot.glb MotionFilterCam -o shot2.glb\n"
+    "  rigwright VERB --help shows what a verb takes, with an example.\n"
+    "Exit status: 0 done, 1 the job failed, 2 wrong usage, 130 interrupted.";
+
+}  // namespace
+
+Program::Program() : m_app(kAbout, "rigwright") {
+  m_app.set_version_flag("--version", std::string("rigwright ") + RIGWRIGHT_VERSION,
+                         "Print the version and end");
+  m_app.set_help_flag("-h,--help", "Print this help and end");
+  m_app.footer(kExample);
+  m_app.require_subcommand(1);
+  m_app.get_formatter()->column_width(34);
+  m_app.get_formatter()->label("Subcommands", "Verbs");
+  m_app.get_formatter()->label("SUBCOMMAND", "VERB");
+  m_app
+      .add_option("--data-root", m_options.dataRoot,
+                  "Folder of profiles, preferences and the log (default: RIGWRIGHT_DATA_ROOT, "
+                  "else the user's documents)")
+      ->type_name("DIR");
+  m_app
+      .add_option("--clip", m_options.clip,
+                  "Animation clip of the scene to work on, by name or number (default: the first)")
+      ->type_name("CLIP");
+  m_app.add_flag("-q,--quiet", m_output.quiet, "No narration and no progress on stderr");
+  m_app.add_flag("--json", m_output.json, "The result is one JSON object on stdout");
+  m_app.add_flag("-y,--yes", m_options.yes, "Answer yes to questions");
+}
+
+CLI::App& Program::addVerb(const std::string& name, const std::string& description,
+                           const std::string& example, std::function<void(Program&)> run) {
+  return addVerb(m_app, name, description, example, std::move(run));
+}
+
+CLI::App& Program::addVerb(CLI::App& parent, const std::string& name,
+                           const std::string& description, const std::string& example,
+                           std::function<void(Program&)> run) {
+  CLI::App& verb = *parent.add_subcommand(name, description);
+  verb.fallthrough();
+  verb.footer("Example:\n  " + example);
+  m_runs[&verb] = std::move(run);
+  return verb;
+}
+
+CLI::App& Program::addGroup(const std::string& name, const std::string& description) {
+  CLI::App& group = *m_app.add_subcommand(name, description);
+  group.fallthrough();
+  group.require_subcommand(1);
+  return group;
+}
+
+int Program::wrongUsage(const std::string& why) {
+  const CLI::App* verb = chosenVerb();
+  const std::string help = verb ? verb->get_display_name() + " --help" : "--help";
+  m_output.error("wrong usage: " + why + " (see rigwright " +
+                 (verb && verb->get_parent() != &m_app
+                      ? verb->get_parent()->get_display_name() + " "
+                      : std::string()) +
+                 help + ")");
+  return kWrongUsage;
+}
+
+std::string Program::unknownVerb() const {
+  const CLI::App* group = &m_app;
+  if (!m_app.get_subcommands().empty()) group = m_app.get_subcommands().front();
+  if (m_runs.count(group)) return {};
+  const std::vector<std::string> rest = group->remaining();
+  if (rest.empty() || rest.front().rfind('-', 0) == 0) return {};
+  std::vector<std::string> known;
+  for (const CLI::App* verb : group->get_subcommands([](const CLI::App*) { return true; }))
+    known.push_back(verb->get_name());
+  return "unknown verb " + rest.front() + ", " + hintFor(rest.front(), known, "verbs");
+}
+
+bool Program::parse(int argc, char** argv, int& status) {
+  try {
+    m_app.parse(argc, argv);
+    return true;
+  } catch (const CLI::Success& success) {
+    status = m_app.exit(success);
+  } catch (const CLI::ParseError& error) {
+    const std::string verb = unknownVerb();
+    std::string why = verb.empty() ? error.what() : verb;
+    for (char& c : why)
+      if (c == '\n') c = ' ';
+    while (!why.empty() && (why.back() == ' ' || why.back() == '.')) why.pop_back();
+    status = wrongUsage(why);
+  }
+  return false;
+}
+
+CLI::App* Program::chosenVerb() {
+  CLI::App* verb = &m_app;
+  while (!verb->get_subcommands().empty()) verb = verb->get_subcommands().front();
+  return verb == &m_app ? nullptr : verb;
+}
+
+int Program::run(int argc, char** argv) {
+  int status = kDone;
+  if (!parse(argc, argv, status)) return status;
+  catchInterrupts();
+  return runVerb();
+}
+
+void Program::openLog(const CLI::App& verb) {
+  if (!m_options.dataRoot.empty()) rws::core::DataRoot::Set(m_options.dataRoot);
+  rws::core::SetLogListener([this](rws::core::LogLevel level, const std::string& text) {
+    if (level >= rws::core::LogLevel::kWarning) m_output.warn(text);
+  });
+  // The folder comes into being when a user saves something of his own there.
+  std::error_code ignored;
+  const std::string root = rws::core::DataRoot::Get();
+  if (m_readOnly.count(&verb) == 0 && std::filesystem::is_directory(root, ignored))
+    rws::core::NewLog(root + "/core.log");
+}
+
+int Program::runVerb() {
+  try {
+    const CLI::App* verb = chosenVerb();
+    openLog(*verb);
+    m_runs.at(verb)(*this);
+    return m_output.finish() ? kDone : kFailed;
+  } catch (const WrongUsage& usage) {
+    return wrongUsage(usage.what());
+  } catch (const Interrupted&) {
+    m_output.error("interrupted: nothing was written");
+    return kInterrupted;
+  } catch (const Failure& failure) {
+    m_output.error(failure.what());
+    return kFailed;
+  }
+}
+
+CLI::Option* addNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
+                       const std::string& description, NumberCheck check) {
+  const auto read = [&value, name, check](const std::string& text) {
+    double number = 0.0;
+    if (!util::parseNumber(text, number))
+      throw CLI::ValidationError(name, "\"" + text + "\" is not a number");
+    const std::string wrong = check ? check(number) : std::string();
+    if (!wrong.empty()) throw CLI::ValidationError(name, text + " " + wrong);
+    value = number;
+  };
+  return verb.add_option_function<std::string>(name, read, description)->type_name("NUMBER");
+}
+
+CLI::Option* addVector(CLI::App& verb, const std::string& name,
+                       std::optional<util::Vector3<double>>& value,
+                       const std::string& description) {
+  const auto read = [&value, name](const std::string& text) {
+    util::Vector3<double> vector;
+    if (!parseVector(text, vector))
+      throw CLI::ValidationError(name, "\"" + text + "\" is not three numbers such as 0,1.5,-2");
+    value = vector;
+  };
+  return verb.add_option_function<std::string>(name, read, description)->type_name("x,y,z");
+}
+
+CLI::Option* addScene(CLI::App& verb, std::string& path) {
+  return verb.add_option("SCENE", path, "Scene to read (.glb or .gltf)")->required()->type_name("");
+}
+
+std::string checkSceneEnding(const std::string& path) {
+  const std::string ending = endingOf(path);
+  // A name without an ending may be a device or a pipe; the writer decides.
+  if (ending.empty() || ending == ".glb" || ending == ".gltf") return {};
+  return path + " does not end in .glb or .gltf";
+}
+
+CLI::Option* addSceneOutput(CLI::App& verb, std::string& path) {
+  return verb.add_option("-o,--output", path, "Scene to write (.glb or .gltf)")
+      ->required()
+      ->type_name("OUT")
+      ->check([](const std::string& text) { return checkSceneEnding(text); });
+}
+
+CLI::Option* addRange(CLI::App& verb, std::string& text, const std::string& description) {
+  return verb.add_option("--range", text, description)
+      ->type_name("a:b")
+      ->check([](const std::string& given) {
+        double from = 0.0;
+        double to = 0.0;
+        return parseRange(given, from, to)
+                   ? std::string()
+                   : "\"" + given + "\" is no range of seconds such as 0:20, b not before a";
+      });
+}
+
+CLI::Option* addList(CLI::App& verb, const std::string& name, std::vector<std::string>& values,
+                     const std::string& description) {
+  return verb.add_option(name, values, description)->type_size(1)->allow_extra_args(false);
+}
+
+std::string mustBePositive(double value) {
+  return value > 0.0 ? std::string() : "must be above 0";
+}
+
+}  // namespace orv::app

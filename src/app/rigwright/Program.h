@@ -1,0 +1,86 @@
+// The program: its verbs, its options, and how a run ends.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/rigwright/Output.h"
+#include "util/Vector3.h"
+
+namespace orv::app {
+
+/// What every verb is told on the command line.
+struct GlobalOptions {
+  std::string dataRoot;  ///< empty: by the environment, else in the user's documents
+  std::string clip;      ///< animation clip to evaluate; empty: the first
+  bool yes = false;      ///< answer for the questions of message boxes
+};
+
+/// Owner of the command line. Each file of verbs adds its own by `addVerb`.
+class Program {
+ public:
+  Program();
+
+  /// A verb with its description, an example for its help, and what it does. `run` throws Failure,
+  /// WrongUsage or Interrupted when it can't.
+  CLI::App& addVerb(const std::string& name, const std::string& description,
+                    const std::string& example, std::function<void(Program&)> run);
+  /// A verb below another, such as `profile list`.
+  CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& description,
+                    const std::string& example, std::function<void(Program&)> run);
+  /// The verb writes nothing to the data root, not even to the log.
+  void markReadOnly(const CLI::App& verb) { m_readOnly.insert(&verb); }
+  /// A verb that only holds others.
+  CLI::App& addGroup(const std::string& name, const std::string& description);
+
+  /// Reads the command line and runs the verb; the exit status: 0 done, 1 failed, 2 wrong usage,
+  /// 130 interrupted.
+  int run(int argc, char** argv);
+
+  Output& output() { return m_output; }
+  const GlobalOptions& options() const { return m_options; }
+
+ private:
+  bool parse(int argc, char** argv, int& status);
+  int wrongUsage(const std::string& why);
+  std::string unknownVerb() const;
+  int runVerb();
+  void openLog(const CLI::App& verb);
+  CLI::App* chosenVerb();
+
+  CLI::App m_app;
+  Output m_output;
+  GlobalOptions m_options;
+  std::map<const CLI::App*, std::function<void(Program&)>> m_runs;
+  std::set<const CLI::App*> m_readOnly;
+};
+
+// Options whose texts are read the same in every locale.
+
+/// A number option; `check` names what is wrong with a value that can't be, empty for a good one.
+using NumberCheck = std::function<std::string(double)>;
+CLI::Option* addNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
+                       const std::string& description, NumberCheck check = {});
+CLI::Option* addVector(CLI::App& verb, const std::string& name,
+                       std::optional<util::Vector3<double>>& value, const std::string& description);
+/// The positional scene file.
+CLI::Option* addScene(CLI::App& verb, std::string& path);
+/// `-o` for a scene (.glb or .gltf), required.
+CLI::Option* addSceneOutput(CLI::App& verb, std::string& path);
+/// `--range a:b`; what is left out of it stays as it is.
+CLI::Option* addRange(CLI::App& verb, std::string& text, const std::string& description);
+/// An option that may be given several times.
+CLI::Option* addList(CLI::App& verb, const std::string& name, std::vector<std::string>& values,
+                     const std::string& description);
+
+/// "must be above 0" and the like, for NumberCheck.
+std::string mustBePositive(double value);
+/// Refuses a path that the scene writer would not know what to do with; empty when all is well.
+std::string checkSceneEnding(const std::string& path);
+
+}  // namespace orv::app

@@ -1,0 +1,116 @@
+#include "app/rigwright/ProgressBar.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "app/rigwright/Output.h"
+
+namespace orv::app {
+
+namespace {
+
+constexpr double kBarInterval = 0.1;   ///< s between two pictures of the bar
+constexpr double kLineInterval = 1.0;  ///< s between two plain lines
+constexpr int kMaxBarWidth = 40;       ///< characters
+
+int terminalWidth() {
+  winsize size{};
+  if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return 80;
+  return size.ws_col;
+}
+
+int percent(long done, long total) {
+  return total > 0 ? static_cast<int>(100 * std::clamp(done, 0L, total) / total) : 100;
+}
+
+}  // namespace
+
+std::string clockText(double seconds) {
+  const long s = std::lround(std::clamp(seconds, 0.0, 359999.0));
+  const auto two = [](long n) { return (n < 10 ? "0" : "") + std::to_string(n); };
+  const std::string tail = two(s % 60);
+  if (s < 3600) return std::to_string(s / 60) + ":" + tail;
+  return std::to_string(s / 3600) + ":" + two(s / 60 % 60) + ":" + tail;
+}
+
+ProgressBar::ProgressBar(Output& output, std::string title, long total)
+    : m_silent(output.quiet),
+      m_title(std::move(title)),
+      m_total(total),
+      m_start(Clock::now()),
+      m_shownAt(m_start) {}
+
+ProgressBar::~ProgressBar() {
+  clear();
+}
+
+double ProgressBar::seconds() const {
+  return std::chrono::duration<double>(Clock::now() - m_start).count();
+}
+
+bool ProgressBar::isDue(double interval) {
+  const auto now = Clock::now();
+  if (std::chrono::duration<double>(now - m_shownAt).count() < interval) return false;
+  m_shownAt = now;
+  return true;
+}
+
+void ProgressBar::set(long done) {
+  if (m_silent || !isDue(isTerminal() ? kBarInterval : kLineInterval)) return;
+  if (isTerminal())
+    showBar(done);
+  else
+    showLine(done);
+}
+
+std::string ProgressBar::timeLeft(long done) const {
+  if (done <= 0) return "--:--";
+  return clockText(seconds() * static_cast<double>(m_total - done) / static_cast<double>(done));
+}
+
+void ProgressBar::showBar(long done) {
+  const std::string tail = " " + std::to_string(percent(done, m_total)) + " %  " +
+                           std::to_string(done) + "/" + std::to_string(m_total) + "  " +
+                           timeLeft(done) + " left";
+  const int room = terminalWidth() - static_cast<int>(m_title.size() + tail.size()) - 5;
+  std::string bar;
+  if (room >= 4) {
+    const int width = std::min(room, kMaxBarWidth);
+    const int full = width * percent(done, m_total) / 100;
+    bar = " [" + std::string(static_cast<std::size_t>(full), '=') +
+          std::string(static_cast<std::size_t>(width - full), ' ') + "]";
+    if (hasColour()) bar = "\033[36m" + bar + "\033[0m";
+  }
+  std::fputs(("\r\033[K" + m_title + bar + tail).c_str(), stderr);
+  std::fflush(stderr);
+  m_visible = true;
+}
+
+void ProgressBar::showLine(long done) {
+  std::fputs(
+      (m_title + ": " + std::to_string(percent(done, m_total)) + " %, " + std::to_string(done) +
+       " of " + std::to_string(m_total) + ", " + timeLeft(done) + " left\n")
+          .c_str(),
+      stderr);
+}
+
+void ProgressBar::say(const std::string& text) {
+  if (m_silent || text == m_said) return;
+  m_said = text;
+  std::fputs((isTerminal() ? "\r\033[K" + text : text + "\n").c_str(), stderr);
+  std::fflush(stderr);
+  m_visible = isTerminal();
+}
+
+void ProgressBar::clear() {
+  if (!m_visible) return;
+  std::fputs("\r\033[K", stderr);
+  std::fflush(stderr);
+  m_visible = false;
+}
+
+}  // namespace orv::app

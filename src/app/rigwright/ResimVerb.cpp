@@ -1,0 +1,129 @@
+// resim.
+#include <cmath>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "adaptor/headless/Scene.h"
+#include "app/rigwright/Failure.h"
+#include "app/rigwright/InputFile.h"
+#include "app/rigwright/Interrupt.h"
+#include "app/rigwright/Program.h"
+#include "app/rigwright/ProgressBar.h"
+#include "app/rigwright/RunRigs.h"
+#include "app/rigwright/SceneJob.h"
+#include "app/rigwright/Texts.h"
+#include "app/rigwright/Verbs.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+namespace {
+
+struct ResimOptions {
+  std::string scene, inputs, range, output;
+  std::optional<double> fps;
+  std::vector<std::string> assignments, only;
+};
+
+/// Whether some key of the scene stands between the frames.
+bool hasKeysOffTheGrid(const rws::adaptor::headless::Scene& scene) {
+  using rws::adaptor::headless::ChannelPath;
+  constexpr double kNear = 1e-5;  // s
+  for (const auto* node : scene.nodes()) {
+    for (const ChannelPath path :
+         {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale}) {
+      const auto* channel = node->channel(path);
+      if (!channel) continue;
+      for (const double time : channel->times()) {
+        const double onGrid = std::round(time / scene.frameDuration()) * scene.frameDuration();
+        if (std::abs(time - onGrid) > kNear) return true;
+      }
+    }
+  }
+  return false;
+}
+
+void setFrameRate(SceneJob& job, double fps) {
+  const double before = job.scene().frameRate();
+  if (!job.scene().setFrameRate(fps))
+    throw Failure("--fps", util::shortText(fps) + " is no frame rate");
+  if (before != fps && hasKeysOffTheGrid(job.scene())) {
+    job.program().output().warn("the scene ran at " + util::shortText(before) +
+                                " frames per second: keys keep their times, and no longer fall "
+                                "on frames of " +
+                                util::shortText(fps));
+  }
+}
+
+/// Steps all frames; the number of them.
+long runFrames(SceneJob& job, const TimeSpan& span, double& seconds) {
+  auto& core = job.core();
+  const double frames = std::floor((span.to - span.from) * job.scene().frameRate() + 1e-3);
+  ProgressBar bar(job.program().output(), "resim", static_cast<long>(frames));
+  if (core.BeginResimulation(span.from, span.to) != 0)
+    throw Failure("resim", "the run could not begin");
+  long done = 0;
+  while (!isInterrupted() && core.StepResimulation()) {
+    ++done;
+    if (done % 16 == 0) bar.set(done);
+  }
+  core.EndResimulation();
+  seconds = bar.seconds();
+  checkInterrupt();
+  return done;
+}
+
+void runResim(Program& program, const ResimOptions& options) {
+  SceneJob job(program, options.scene);
+  requireRigs(job);
+  for (const std::string& assignment : options.assignments) job.setParameter(assignment);
+  if (options.fps) setFrameRate(job, *options.fps);
+  if (!options.inputs.empty()) InputFile(job, options.inputs).putIntoTracks();
+  const TimeSpan span = spanOf(job.scene(), options.range);
+
+  double seconds = 0.0;
+  long frames = 0;
+  {
+    const OnlyRigs only(job, options.only);
+    frames = runFrames(job, span, seconds);
+  }
+  job.save(options.output);
+  const double rate = seconds > 0.0 ? static_cast<double>(frames) / seconds : 0.0;
+  auto& object = program.output().object();
+  object["frames"] = frames;
+  object["range"] = {span.from, span.to};
+  object["seconds"] = seconds;
+  object["framesPerSecond"] = rate;
+  program.output().note("resim: " + std::to_string(frames) + " frames in " +
+                        util::shortText(std::round(seconds * 1000.0) / 1000.0) + " s (" +
+                        std::to_string(std::lround(rate)) + " frames/s), written to " +
+                        options.output);
+}
+
+}  // namespace
+
+void addResimVerb(Program& program) {
+  auto o = std::make_shared<ResimOptions>();
+  CLI::App& verb = program.addVerb(
+      "resim",
+      "Simulate the rigs again from their recorded inputs, or from a file's, and write the keys\n"
+      "The frame at the start of the range is where the rigs begin; it is not simulated.",
+      "rigwright resim cam.glb --range 0:20 --set \"Cam:Translation Response Factor=50\" "
+      "-o out.glb",
+      [o](Program& p) { runResim(p, *o); });
+  addScene(verb, o->scene);
+  verb.add_option("--inputs", o->inputs, "Input file (CSV) whose columns replace recorded tracks")
+      ->type_name("FILE");
+  addRange(verb, o->range, "Seconds from and to (default: the playback range)");
+  addNumber(verb, "--fps", o->fps, "New frame rate of the scene", mustBePositive);
+  addList(verb, "--set", o->assignments, "Set a parameter first; may be repeated")
+      ->type_name("RIG:LABEL=VALUE")
+      ->check(checkAssignment);
+  addList(verb, "--only", o->only, "Step only this rig; may be repeated")->type_name("RIG");
+  addSceneOutput(verb, o->output);
+}
+
+}  // namespace orv::app

@@ -1,0 +1,202 @@
+// add, remove, rename, clone, order.
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/Scene.h"
+#include "app/rigwright/Failure.h"
+#include "app/rigwright/Program.h"
+#include "app/rigwright/SceneJob.h"
+#include "app/rigwright/Texts.h"
+#include "app/rigwright/Verbs.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/NameRules.h"
+#include "core/Tool.h"
+
+namespace orv::app {
+
+namespace {
+
+using Matrix = util::Matrix<double>;
+using Vector = util::Vector3<double>;
+using rws::adaptor::headless::HeadlessNode;
+using rws::core::Instance;
+
+struct AddOptions {
+  std::string scene, kind, name, profile, output;
+  std::optional<Vector> translate;
+  std::optional<double> scale;
+};
+
+/// Moves the rig so that its first node stands at `position` (m; nothing: where it is) and is
+/// `scale` times as large; the rig's other nodes come along.
+void placeRig(SceneJob& job, Instance& rig, const std::optional<Vector>& position, double scale) {
+  const double now = job.adaptor().GetCurrentTime();
+  std::vector<HeadlessNode*> tops;
+  Matrix change;
+  bool first = true;
+  for (rws::core::CoreNode* node : rig.GetNodes()) {
+    auto* own = static_cast<HeadlessNode*>(node);
+    if (first) {
+      const Vector here = own->GetWorldPose(now).translation();
+      change.setRowLengths({scale, scale, scale});
+      change.setTranslation(position.value_or(here) - here * scale);
+      first = false;
+    }
+    // A node under another node of the rig is carried by that one.
+    bool carried = false;
+    for (const auto* above = own->GetSceneNode()->parent(); above; above = above->parent())
+      for (rws::core::CoreNode* other : rig.GetNodes())
+        carried = carried || static_cast<HeadlessNode*>(other)->GetSceneNode() == above;
+    if (!carried) tops.push_back(own);
+  }
+  for (HeadlessNode* node : tops) node->SetWorldPose(now, change * node->GetWorldPose(now), false);
+}
+
+void runAdd(Program& program, const AddOptions& options) {
+  SceneJob job(program, options.scene);
+  job.tool(options.kind);
+  std::string wrong;
+  if (!options.name.empty() && !rws::core::IsNameAllowed(options.name, wrong))
+    throw Failure("--name", wrong);
+  if (!options.name.empty() && job.core().FindInstance(options.name)) {
+    throw Failure("--name " + options.name, "a rig of this name is in the scene",
+                  "choose another name");
+  }
+  Instance* rig = job.core().CreateToolFromFactory(options.kind, options.name);
+  if (!rig) throw Failure("kind " + options.kind, "the rig could not be created");
+  if (!options.profile.empty()) {
+    const std::string problem = job.core().LoadProfile(rig->GetInstanceName(), options.profile);
+    if (!problem.empty()) {
+      throw Failure("--profile " + options.profile, problem,
+                    "rigwright profile list tells the profiles");
+    }
+  }
+  if (options.translate || options.scale)
+    placeRig(job, *rig, options.translate, options.scale.value_or(1.0));
+  job.save(options.output);
+  program.output().object()["rig"] = rig->GetInstanceName();
+  program.output().line(rig->GetInstanceName());
+}
+
+void addAdd(Program& program) {
+  auto o = std::make_shared<AddOptions>();
+  CLI::App& verb = program.addVerb(
+      "add", "Create a rig in a scene; prints the rig's name",
+      "rigwright add examples/shaky.glb MotionFilterCam --name Cam --profile \"Loose FollowCam\" "
+      "-o cam.glb",
+      [o](Program& p) { runAdd(p, *o); });
+  addScene(verb, o->scene);
+  verb.add_option("KIND", o->kind, "Kind of the rig (see rigwright tools)")
+      ->required()
+      ->type_name("");
+  verb.add_option("--name", o->name, "Name of the rig (default: the kind and a number)")
+      ->type_name("NAME");
+  addVector(verb, "--translate", o->translate, "Where the rig's first node stands (m)");
+  addNumber(verb, "--scale", o->scale, "Size of the rig (default 1)", mustBePositive);
+  verb.add_option("--profile", o->profile, "Config profile to begin with")->type_name("NAME");
+  addSceneOutput(verb, o->output);
+}
+
+struct RigOptions {
+  std::string scene, rig, other, output;
+  bool last = false;
+};
+
+CLI::Option* addRig(CLI::App& verb, std::string& rig) {
+  return verb.add_option("RIG", rig, "Name of the rig")->required()->type_name("");
+}
+
+void addRemove(Program& program) {
+  auto o = std::make_shared<RigOptions>();
+  CLI::App& verb = program.addVerb(
+      "remove", "Remove a rig and its nodes; your own nodes under them stay where they are",
+      "rigwright remove cam.glb Cam -o plain.glb", [o](Program& p) {
+        SceneJob job(p, o->scene);
+        job.core().Delete(&job.row(o->rig), true);
+        job.save(o->output);
+        p.output().object()["removed"] = o->rig;
+        p.output().note("removed " + o->rig);
+      });
+  addScene(verb, o->scene);
+  addRig(verb, o->rig);
+  addSceneOutput(verb, o->output);
+}
+
+void addRename(Program& program) {
+  auto o = std::make_shared<RigOptions>();
+  CLI::App& verb =
+      program.addVerb("rename", "Give a rig and its nodes another name",
+                      "rigwright rename cam.glb Cam HeroCam -o hero.glb", [o](Program& p) {
+                        SceneJob job(p, o->scene);
+                        const std::string problem = job.core().Rename(&job.row(o->rig), o->other);
+                        if (!problem.empty()) throw Failure("rename to " + o->other, problem);
+                        job.save(o->output);
+                        p.output().object()["rig"] = o->other;
+                        p.output().line(o->other);
+                      });
+  addScene(verb, o->scene);
+  addRig(verb, o->rig);
+  verb.add_option("NEW", o->other, "The new name")->required()->type_name("");
+  addSceneOutput(verb, o->output);
+}
+
+void addClone(Program& program) {
+  auto o = std::make_shared<RigOptions>();
+  CLI::App& verb = program.addVerb(
+      "clone", "Copy a rig with parameters, inputs, tracks and nodes; prints the copy's name",
+      "rigwright clone cam.glb Cam -o two.glb", [o](Program& p) {
+        SceneJob job(p, o->scene);
+        job.row(o->rig);
+        std::string problem;
+        const std::string name = job.core().CloneTool(o->rig, problem);
+        if (name.empty()) throw Failure("clone of " + o->rig, problem);
+        job.save(o->output);
+        p.output().object()["rig"] = name;
+        p.output().line(name);
+      });
+  addScene(verb, o->scene);
+  addRig(verb, o->rig);
+  addSceneOutput(verb, o->output);
+}
+
+void addOrder(Program& program) {
+  auto o = std::make_shared<RigOptions>();
+  CLI::App& verb = program.addVerb(
+      "order", "Change the order in which rigs are stepped (a camera after what it follows)",
+      "rigwright order two.glb Cam_2 --before Cam -o two.glb", [o](Program& p) {
+        SceneJob job(p, o->scene);
+        auto& moved = job.row(o->rig);
+        auto* before = o->last ? nullptr : &job.row(o->other);
+        if (before == &moved)
+          throw Failure("--before " + o->other, "a rig can't stand before itself");
+        job.core().MoveBefore(&moved, before);
+        job.save(o->output);
+        p.output().object()["rigs"] = job.rigNames();
+        p.output().line(joined(job.rigNames(), "\n"));
+      });
+  addScene(verb, o->scene);
+  addRig(verb, o->rig);
+  CLI::Option* before = verb.add_option("--before", o->other, "The rig that it comes before");
+  CLI::Option* last = verb.add_flag("--last", o->last, "It comes last");
+  before->type_name("RIG")->excludes(last);
+  verb.callback([o, before] {
+    if (before->count() == 0 && !o->last) throw CLI::RequiredError("--before RIG or --last");
+  });
+  addSceneOutput(verb, o->output);
+}
+
+}  // namespace
+
+void addRigVerbs(Program& program) {
+  addAdd(program);
+  addRemove(program);
+  addRename(program);
+  addClone(program);
+  addOrder(program);
+}
+
+}  // namespace orv::app

@@ -1,0 +1,87 @@
+// A scene that a verb works on.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/rigwright/CommandLineUi.h"
+
+namespace orv::rws::adaptor::headless {
+class HeadlessAdaptor;
+class HeadlessSession;
+class Scene;
+class SceneNode;
+}  // namespace orv::rws::adaptor::headless
+namespace orv::rws::core {
+class ConfigElement;
+class CoreImplementation;
+class Instance;
+class InstanceReference;
+class Tool;
+}  // namespace orv::rws::core
+namespace orv::unidevice {
+class Property;
+}
+
+namespace orv::app {
+
+class Program;
+
+/// The core with one scene open. What can't be found is refused by a Failure that names what there
+/// is instead.
+class SceneJob {
+ public:
+  /// The core alone, with an empty scene.
+  explicit SceneJob(Program& program);
+  /// Opens `path`; what opening had to say goes to the warnings.
+  SceneJob(Program& program, const std::string& path);
+  ~SceneJob();
+
+  rws::core::CoreImplementation& core();
+  rws::adaptor::headless::HeadlessAdaptor& adaptor();
+  rws::adaptor::headless::Scene& scene();
+  CommandLineUi& ui() { return m_ui; }
+  Program& program() { return m_program; }
+  const std::string& path() const { return m_path; }
+
+  rws::core::Tool& tool(const std::string& kind);
+  rws::core::InstanceReference& row(const std::string& rig);
+  rws::core::Instance& rig(const std::string& name);
+  rws::adaptor::headless::SceneNode& node(const std::string& name);
+  std::vector<std::string> rigNames();
+
+  /// Cuts `text` behind the rig that it begins with, as "RIG:rest". Names may hold colons
+  /// themselves: the longest name that fits counts.
+  rws::core::Instance& rigOf(const std::string& text, std::string& rest);
+  /// The input of "RIG:INPUT", or of "INPUT" when exactly one rig has it. Null, with `why` filled,
+  /// when there is none.
+  unidevice::Property* findInput(const std::string& text, rws::core::Instance*& rig,
+                                 std::string& why);
+  /// The element of a label or "#ID". `buttons` asks for a button, else for a parameter.
+  rws::core::ConfigElement& element(rws::core::Instance& rig, const std::string& label,
+                                    bool buttons);
+  /// Edits one parameter from "RIG:LABEL=VALUE" or "RIG:#ID=VALUE".
+  void setParameter(const std::string& assignment);
+
+  /// Writes the scene, unless the user has interrupted the verb, and tells the object of the
+  /// result where.
+  void save(const std::string& output);
+  /// Hands what session and adaptor had to say to the warnings.
+  void tellWarnings();
+
+ private:
+  Program& m_program;
+  CommandLineUi m_ui;
+  std::string m_path;
+  std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
+};
+
+/// Labels of the groups around an element, outermost first.
+std::string groupOf(const rws::core::ConfigElement& element);
+/// Refuses an assignment that the command line alone shows to be wrong; empty when all is well.
+std::string checkAssignment(const std::string& text);
+/// The same for "RIG:LABEL".
+std::string checkRigPart(const std::string& text);
+
+}  // namespace orv::app
