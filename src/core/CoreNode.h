@@ -1,6 +1,7 @@
 // The core's view of one scene node.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -65,5 +66,18 @@ class CoreNode : public CNode {
   bool claimed = false;
   int id = 0;
 };
+
+/// Hands a node that GetParent or GetChild gave back when it goes out of scope.
+struct ReleaseNode {
+  void operator()(CoreNode* node) const { node->Release(); }
+};
+using NodeHandle = std::unique_ptr<CoreNode, ReleaseNode>;
+
+inline NodeHandle ParentOf(CNode& node) {
+  return NodeHandle(static_cast<CoreNode*>(node.GetParent()));
+}
+inline NodeHandle ChildOf(CNode& node, int index) {
+  return NodeHandle(static_cast<CoreNode*>(node.GetChild(index)));
+}
 
 }  // namespace orv::rws::core

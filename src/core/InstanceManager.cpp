@@ -194,11 +194,11 @@ void InstanceManager::DropAllRows() {
 void InstanceManager::ReleaseUserNodes(Instance& instance) {
   CInterface* const owner = &instance;
   for (CoreNode* node : instance.GetNodes()) {
-    CNode* home = node->GetParent();
-    while (home && static_cast<CoreNode*>(home)->GetOwner() == owner) home = home->GetParent();
+    NodeHandle home = ParentOf(*node);
+    while (home && home->GetOwner() == owner) home = ParentOf(*home);
     for (int i = node->GetChildCount() - 1; i >= 0; --i) {
-      auto* child = static_cast<CoreNode*>(node->GetChild(i));
-      if (child && child->GetOwner() != owner) child->SetParent(home);
+      const NodeHandle child = ChildOf(*node, i);
+      if (child && child->GetOwner() != owner) child->SetParent(home.get());
     }
   }
 }
@@ -246,7 +246,8 @@ bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
   const std::vector<CoreNode*> nodes = source.GetNodes();
   std::vector<CoreNode*> copies;
   for (CoreNode* node : nodes) {
-    CNode* parent = node->GetParent();
+    const NodeHandle original = ParentOf(*node);
+    CNode* parent = original.get();
     for (std::size_t i = 0; i < copies.size(); ++i) {
       if (nodes[i]->IsSame(parent)) parent = copies[i];
     }

@@ -113,10 +113,8 @@ void Instance::WriteRecord(Tag& out) const {
     Tag tag(kNode);
     tag.setAttribute("name", node->GetName());
     tag.setAttribute("handle", node->GetTag());
-    if (auto* parent = static_cast<CoreNode*>(node->GetParent())) {
+    if (const NodeHandle parent = ParentOf(*node))
       tag.setAttribute("parent", parent->GetSceneName());
-      parent->Release();
-    }
     nodes.emplaceChild(std::move(tag));
   }
   out.emplaceChild(std::move(nodes));
