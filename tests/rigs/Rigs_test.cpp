@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/InstanceManager.h"
+#include "core/Resources.h"
 #include "core/interface/CCameraPlugin.h"
 #include "rigs/RigSuite.h"
 
@@ -26,6 +27,12 @@ class Rigs : public testing::TestWithParam<std::string> {
     return world;
   }
 };
+
+std::string DataFolder(const std::string& id) {
+  for (auto* kind : rws::addon::AllRigs())
+    if (kind->GetId() == id) return kind->GetDataFolder();
+  return {};
+}
 
 std::vector<std::string> Kinds() {
   std::vector<std::string> kinds;
@@ -109,6 +116,23 @@ TEST_P(Rigs, ADeletedRigLeavesNoNodeAndUndoBringsAllOfItBack) {
   while (world->session.GetAdaptor().HostUndo()) {
   }
   EXPECT_TRUE(manager.List(false).empty());
+}
+
+TEST_P(Rigs, EveryProfileThatComesWithTheRigCanBeAppliedAndUndone) {
+  auto world = NewScene();
+  const std::string before = world->Saved();
+  const std::string folder = ":/data/" + DataFolder(GetParam()) + "/configprofiles";
+  int applied = 0;
+  for (const std::string& path : rws::core::ListResources(folder, "ocp")) {
+    const std::string name = path.substr(folder.size() + 1, path.size() - folder.size() - 5);
+    EXPECT_EQ(world->core().LoadProfile("Rig", name), "") << name;
+    world->Take(0, 5);
+    ++applied;
+  }
+  EXPECT_GE(applied, 2);
+  while (applied > 0 && world->Saved() != before && world->session.GetAdaptor().HostUndo()) {
+  }
+  EXPECT_EQ(world->Saved(), before);
 }
 
 TEST_P(Rigs, HiddenNodesComeBackWithUndoAndAfterATake) {
