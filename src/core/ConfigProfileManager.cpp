@@ -104,7 +104,7 @@ std::string ConfigProfileManager::Apply(const std::string& name, Instance& insta
   if (!found) return "there is no profile \"" + name + "\"";
   const Tag profile = *found;  // a rig's callback may lead to a change of the list
   const std::string warning = GetVersionWarning(name);
-  if (!warning.empty()) LogEntry(LogLevel::kWarning, name + ": " + warning);
+  if (!warning.empty()) LogEntry(LogLevel::kInfo, name + ": " + warning);
   const std::string problem = instance.GetConfig().read(profile);
   if (!problem.empty()) LogEntry(LogLevel::kWarning, "Profile " + name + ": " + problem);
   instance.SetCurrentProfile(name);

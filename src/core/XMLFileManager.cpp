@@ -72,12 +72,12 @@ std::string XMLFileManager::ParseFile(const std::string& path, std::vector<Tag>&
 bool XMLFileManager::LoadFile(const std::string& path, Origin origin) {
   std::vector<Tag> profiles;
   const std::string problem = ParseFile(path, profiles);
-  if (!problem.empty()) LogEntry(LogLevel::kWarning, "Profile left out: " + problem);
+  // No message to the user: a folder may hold anything.
+  if (!problem.empty()) LogEntry(LogLevel::kInfo, "Profile left out: " + problem);
   for (Tag& document : profiles) {
     const std::string name = document.attribute("name");
     if (name == kFactorySettings) {
-      LogEntry(LogLevel::kWarning,
-               path + ": a profile of this name is not read from files: " + name);
+      LogEntry(LogLevel::kInfo, path + ": a profile of this name is not read from files: " + name);
       continue;
     }
     Profile& profile = m_profiles[name];

@@ -1,0 +1,248 @@
+// The configuration tree: ids, values as numbers and texts, profiles.
+#include "core/ConfigTree.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <locale>
+
+#include "util/xml/Tag.h"
+
+namespace orv::tests {
+namespace {
+
+using rws::core::ConfigElement;
+using rws::core::ConfigTree;
+using util::xml::Tag;
+
+struct GermanPunctuation : std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+/// Numbers of the process are written the German way while this lives.
+struct GermanLocale {
+  GermanLocale() : old(std::locale::global(std::locale(std::locale(), new GermanPunctuation))) {}
+  ~GermanLocale() { std::locale::global(old); }
+  std::locale old;
+};
+
+/// One element of each kind, and a label that two groups share.
+class Rig : public rws::CInterface::Callback {
+ public:
+  Rig() {
+    tree.begin();
+    tree.beginGroup("Motion", "");
+    tree.addCheckBox("Hide Helpers", "", &hide, this);
+    tree.addSpinner("Multiplier", "", &multiplier, -10.0, 10.0, 0.1, 3, this);
+    tree.addSpinnerInt("Steps", "", &steps, 0, 2000000, 1, 7, this);
+    tree.beginGroup("Names", "");
+    tree.addTextBox("Title", "", &title, this);
+    tree.addLabel("Behind the title");
+    tree.endGroup();
+    tree.addComboBox("Mode", "", {"Off", "Slow", "2"}, &mode, this);
+    tree.addButton("Reset", "", this);
+    tree.endGroup();
+    tree.beginGroup("Camera", "");
+    tree.addSpinner("Multiplier", "", &second, 0.0, 1e300, 0.1, 3, this);
+    tree.endGroup();
+  }
+  void OnCallback(std::string name) override { calls.push_back(name); }
+
+  std::string Read(const std::string& text) {
+    Tag profile("");
+    EXPECT_EQ(profile.loadText(text), 0) << text;
+    calls.clear();
+    return tree.read(profile);
+  }
+
+  ConfigTree tree;
+  bool hide = false;
+  double multiplier = 1.0;
+  int steps = 3;
+  std::string title = "None";
+  int mode = 0;
+  double second = 0.5;
+  std::vector<std::string> calls;
+};
+
+TEST(ConfigTree, ElementsTakeIdsInTheOrderOfTheirDeclarationAndGroupsTakeNone) {
+  Rig rig;
+  const char* labels[] = {"Hide Helpers", "Multiplier", "Steps",     "Title",
+                          "Mode",         "Reset",      "Multiplier"};
+  for (int id = 0; id < 7; ++id) EXPECT_EQ(rig.tree.find(id)->label(), labels[id]);
+  EXPECT_EQ(rig.tree.find(-1), nullptr);
+  EXPECT_EQ(rig.tree.find(7), nullptr);
+  EXPECT_EQ(rig.tree.findAll("Multiplier").size(), 2u);
+  EXPECT_TRUE(rig.tree.findAll("Motion").empty());
+  EXPECT_EQ(rig.tree.elements().size(), 11u);
+  EXPECT_EQ(rig.tree.find(3)->parent()->label(), "Names");
+  EXPECT_EQ(rig.tree.find(4)->parent()->label(), "Motion");
+  EXPECT_EQ(rig.tree.endGroup(), rig.tree.root());
+
+  ConfigTree empty;
+  EXPECT_EQ(empty.root(), nullptr);
+  empty.begin();
+  ASSERT_NE(empty.root(), nullptr);
+  EXPECT_TRUE(empty.elements().empty());
+}
+
+TEST(ConfigTree, AProfileIsWrittenInThePresentFormWhateverTheLocale) {
+  const GermanLocale german;
+  Rig rig;
+  rig.hide = true;
+  rig.multiplier = 3.6;
+  rig.steps = 1234567;
+  rig.title = " <a> & \"b\"\n";
+  rig.mode = 2;
+  Tag profile("configprofile");
+  rig.tree.write(profile);
+  EXPECT_EQ(profile.toText("", "\n"), R"(<configprofile version="2.0">
+<group id="-1" label="Motion">
+<item id="0" label="Hide Helpers">1</item>
+<item id="1" type="blob" label="Multiplier">zczMzMzMDEA=</item>
+<item id="2" label="Steps">1234567</item>
+<group id="-1" label="Names">
+<item id="3" type="text" label="Title">&#32;&#60;a> &#38; "b"&#10;</item>
+</group>
+<item id="4" label="Mode">2</item>
+</group>
+<group id="-1" label="Camera">
+<item id="6" type="blob" label="Multiplier">AAAAAAAA4D8=</item>
+</group>
+</configprofile>
+)");
+
+  for (const double value : {0.1, -0.0, 5e-324, 1.0 / 3.0, 9.999999999999998}) {
+    rig.multiplier = value;
+    Tag saved("configprofile");
+    rig.tree.write(saved);
+    Rig other;
+    EXPECT_EQ(other.Read(saved.toText()), "");
+    EXPECT_EQ(other.multiplier, value);
+    EXPECT_EQ(std::signbit(other.multiplier), std::signbit(value));
+    EXPECT_EQ(other.steps, 1234567);
+    EXPECT_EQ(other.title, rig.title);
+    EXPECT_EQ(other.mode, 2);
+    EXPECT_TRUE(other.hide);
+    EXPECT_EQ(other.calls, (std::vector<std::string>{"Hide Helpers", "Multiplier", "Steps", "Title",
+                                                     "Mode", "Multiplier"}));
+  }
+}
+
+TEST(ConfigTree, ItemsGoByIdAndWithoutOneByLabelWithinTheirGroup) {
+  Rig rig;
+  EXPECT_EQ(rig.Read(R"(<configprofile><group label="Elsewhere">
+      <item id="6" label="Wrong">0.25</item><item id="99" label="Steps">9</item>
+      <item id="x" label="Steps">9</item><item label="Steps">9</item>
+      <item id="5" label="Reset">1</item></group></configprofile>)"),
+            "");
+  EXPECT_EQ(rig.second, 0.25);
+  EXPECT_EQ(rig.steps, 3);
+  EXPECT_EQ(rig.calls, std::vector<std::string>{"Multiplier"});
+
+  EXPECT_EQ(rig.Read(R"(<p><group label="Camera"><item label="Multiplier">0.75</item></group>
+      <group label="Motion"><item label="Multiplier"> -2 </item><item label="Title">Deep</item>
+      </group><group label="Names"><item label="Steps">8</item></group></p>)"),
+            "");
+  EXPECT_EQ(rig.second, 0.75);
+  EXPECT_EQ(rig.multiplier, -2.0);
+  EXPECT_EQ(rig.title, "Deep");
+  EXPECT_EQ(rig.steps, 3);  // it stands outside of the group "Names"
+}
+
+TEST(ConfigTree, AnItemThatIsNoValueIsRefusedAloneAndNumbersAreClamped) {
+  Rig rig;
+  // A NaN, an infinity, blobs of a wrong length and alphabet, texts that are no numbers.
+  for (const char* value :
+       {"AAAAAAAA+H8=", "AAAAAAAA8H8=", "AAAA", "AAAAAAAANEA", "?AAAAAAANEA="}) {
+    const std::string problem = rig.Read(std::string(R"(<p><item id="1" type="blob">)") + value +
+                                         R"(</item><item id="2">8</item></p>)");
+    EXPECT_NE(problem.find("Multiplier"), std::string::npos) << value;
+    EXPECT_EQ(rig.multiplier, 1.0) << value;
+    EXPECT_EQ(rig.calls, std::vector<std::string>{"Steps"}) << value;
+  }
+  EXPECT_NE(rig.Read(R"(<p><item id="1">nan</item><item id="2">1e999</item><item id="0">maybe</item>
+      <item id="4">Fast</item><item id="1">0,5</item><item id="1"/></p>)"),
+            "");
+  EXPECT_TRUE(rig.calls.empty());
+  EXPECT_EQ(rig.Read(R"(<p><item id="1">11</item><item id="2">-5</item><item id="4">17</item>
+      <item id="6" type="blob">AAAAAAAA8L8=</item></p>)"),
+            "");
+  EXPECT_EQ(rig.multiplier, 10.0);
+  EXPECT_EQ(rig.steps, 0);
+  EXPECT_EQ(rig.mode, 2);
+  EXPECT_EQ(rig.second, 0.0);
+}
+
+TEST(ConfigTree, SmallIncrementsAddUpInASpinnerOfWholeNumbers) {
+  Rig rig;
+  ConfigElement& steps = *rig.tree.find(2);
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(steps.setNumber(steps.number() + 0.3));
+  EXPECT_NEAR(steps.number(), 6.0, 1e-12);
+  EXPECT_EQ(rig.steps, 6);
+  steps.setNumber(steps.number() + 0.3);
+  EXPECT_EQ(rig.steps, 6);
+  EXPECT_EQ(steps.valueText(), "6");
+  rig.steps = 40;  // the rig's own change wins
+  EXPECT_EQ(steps.number(), 40.0);
+  steps.setNumber(std::numeric_limits<double>::max());
+  EXPECT_EQ(rig.steps, 2000000);
+  EXPECT_FALSE(steps.setNumber(std::nan("")));
+  EXPECT_FALSE(steps.setNumber(std::numeric_limits<double>::infinity()));
+  EXPECT_EQ(rig.steps, 2000000);
+  EXPECT_FALSE(rig.tree.find(5)->setNumber(1.0));
+}
+
+TEST(ConfigTree, TextsSetValuesAndTellWhatTheyClamped) {
+  const GermanLocale german;
+  struct Case {
+    int id;
+    const char* text;
+    bool accepted;
+    const char* value;    ///< afterwards
+    const char* problem;  ///< a part of it
+  };
+  const Case cases[] = {
+      {0, "true", true, "1", ""},
+      {0, "OFF", true, "0", ""},
+      {0, "2", false, "0", "\"2\""},
+      {1, " 2.5 ", true, "2.5", ""},
+      {1, "2,5", false, "2.5", "\"2,5\" is no number"},
+      {1, "nan", false, "2.5", "\"nan\""},
+      {1, "-11", true, "-10", "-11 lies outside of -10 to 10: -10 is taken instead"},
+      {2, "1e3", true, "1000", ""},
+      {2, "2.5", false, "1000", "no whole number"},
+      {2, "99999999999", true, "2000000", "lies outside"},
+      {3, " kept ", true, " kept ", ""},
+      {4, "Slow", true, "Slow", ""},
+      {4, "0", true, "Off", ""},
+      {4, "2", true, "2", ""},
+      {4, "9", true, "2", "no item 9"},
+      {4, "Fast", false, "2", "Off, Slow, 2"},
+      {5, "1", false, "", "a button has no value"},
+  };
+  Rig rig;
+  for (const Case& one : cases) {
+    std::string problem = "stale";
+    ConfigElement& element = *rig.tree.find(one.id);
+    EXPECT_EQ(element.setValueText(one.text, problem), one.accepted) << one.text;
+    EXPECT_EQ(element.valueText(), one.value) << one.text;
+    EXPECT_EQ(problem.empty(), one.accepted && !*one.problem) << problem;
+    EXPECT_NE(problem.find(one.problem), std::string::npos) << problem;
+  }
+  EXPECT_TRUE(rig.calls.empty());
+  rig.multiplier = 0.1 + 0.2;
+  std::string problem;
+  const std::string text = rig.tree.find(1)->valueText();
+  rig.multiplier = 0.0;
+  rig.tree.find(1)->setValueText(text, problem);
+  EXPECT_EQ(rig.multiplier, 0.1 + 0.2);
+  rig.tree.find(5)->apply();
+  EXPECT_EQ(rig.calls, std::vector<std::string>{"Reset"});
+}
+
+}  // namespace
+}  // namespace orv::tests

@@ -1,0 +1,213 @@
+// Tools, their creation of instances, libraries, preferences and the data root.
+#include <gtest/gtest.h>
+
+#include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/DataRoot.h"
+#include "core/Instance.h"
+#include "core/Log.h"
+#include "core/Preferences.h"
+#include "core/Resources.h"
+#include "core/TempFolder.h"
+#include "core/Tool.h"
+#include "support/FakeAdaptor.h"
+#include "support/ProbeRig.h"
+
+namespace orv::tests {
+namespace {
+
+using rws::core::CoreImplementation;
+using rws::core::DataRoot;
+using rws::core::Instance;
+using rws::core::LogLevel;
+using rws::core::Tool;
+
+/// A rig kind of any identity.
+class OtherPlugin : public ProbePlugin {
+ public:
+  OtherPlugin(std::string id, std::string folder, int version = rws::kInterfaceVersion)
+      : id(std::move(id)), folder(std::move(folder)), version(version) {}
+  std::string GetId() override { return id; }
+  std::string GetDataFolder() override { return folder; }
+  int GetInterfaceVersion() override { return version; }
+  std::string id, folder;
+  int version;
+};
+
+class Tools : public testing::Test {
+ protected:
+  Tools() {
+    DataRoot::Set(folder.path);
+    rws::core::SetLogListener([this](LogLevel level, const std::string& text) {
+      if (level == LogLevel::kError) errors.push_back(text);
+    });
+    Start();
+  }
+  ~Tools() override {
+    core.reset();
+    rws::core::SetLogListener({});
+    DataRoot::Set("");
+  }
+  /// A new run of the program.
+  void Start(const std::vector<rws::CCameraPlugin*>& more = {}) {
+    core.reset();
+    core = std::make_unique<CoreImplementation>();
+    core->SetAdaptor(&adaptor);
+    std::vector<rws::CCameraPlugin*> rigs{&plugin};
+    rigs.insert(rigs.end(), more.begin(), more.end());
+    core->LoadTools(rigs);
+    tool = core->GetLibrary().Find("Probe");
+  }
+  Instance& Create() { return *core->FindInstance(core->CreateTool("Probe")); }
+
+  TempFolder folder;
+  std::vector<std::string> errors;
+  FakeAdaptor adaptor;
+  ProbePlugin plugin;
+  std::unique_ptr<CoreImplementation> core;
+  Tool* tool = nullptr;
+};
+
+TEST_F(Tools, ANewInstanceHasItsProfilesInMemoryAndWritesNothing) {
+  Instance& first = Create();
+  EXPECT_EQ(first.GetCurrentProfile(), "Start Profile");
+  EXPECT_EQ(tool->GetConfigProfiles().GetNames(),
+            (std::vector<std::string>{"Factory Settings", "Start Profile"}));
+  EXPECT_EQ(tool->GetInputProfiles().GetNames(), std::vector<std::string>{"Start Profile"});
+  EXPECT_EQ(plugin.log.callbacks, (std::vector<std::string>{"Gain", "Count", "On"}));
+  EXPECT_EQ(tool->GetInstances(), std::vector<Instance*>{&first});
+
+  plugin.last->gain = 9.0;
+  EXPECT_EQ(tool->GetConfigProfiles().Apply("Factory Settings", first), "");
+  EXPECT_EQ(plugin.last->gain, 1.0);
+  EXPECT_NE(tool->GetConfigProfiles().Apply("Absent", first), "");
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path));
+  core->DeleteAllTools();
+  EXPECT_TRUE(tool->GetInstances().empty());
+}
+
+TEST_F(Tools, AStartProfileThatTheUserSavedOutlivesTheProgram) {
+  Instance& first = Create();
+  first.FindInput("Input")->multiplier = -2.5;
+  plugin.last->gain = 33.0;
+  EXPECT_EQ(tool->GetConfigProfiles().SaveStartProfile(first.GetConfig()).message,
+            "Start Profile saved");
+  EXPECT_TRUE(tool->GetInputProfiles().SaveStartProfile(first.GetProperties()).done());
+  EXPECT_TRUE(folder.Has("data/Probe/configprofiles/Start Profile.ocp"));
+  EXPECT_TRUE(folder.Has("data/Probe/inputprofiles/Start Profile.oip"));
+
+  Start();
+  Instance& second = Create();
+  EXPECT_EQ(plugin.last->gain, 33.0);
+  EXPECT_EQ(second.FindInput("Input")->multiplier, -2.5);
+  tool->GetConfigProfiles().Apply("Factory Settings", second);
+  EXPECT_EQ(plugin.last->gain, 1.0);
+}
+
+TEST_F(Tools, TellWhatTheyAre) {
+  EXPECT_TRUE(tool->IsPlugin());
+  EXPECT_EQ(tool->GetDisplayId(), "Probe");
+  EXPECT_EQ(tool->GetDisplayName(), "Orvel Probe");
+  EXPECT_EQ(tool->GetDocumentationPage(), "Probe.html");
+  EXPECT_EQ(tool->GetDataPath(), folder.path + "/data/Probe");
+  util::xml::Tag record("");
+  tool->WriteSaveData(record);
+  EXPECT_EQ(record.toText("", ""), R"(<RWT_Plugin version="2.5" type="Probe"/>)");
+  std::unique_ptr<Instance> made(tool->MakeInstance(""));
+  EXPECT_EQ(made->GetInstanceName(), "Probe_01");
+  EXPECT_EQ(made->GetConfig().root(), nullptr);  // Define did not run
+  EXPECT_TRUE(core->List(false).empty());
+}
+
+TEST_F(Tools, KindsThatCannotBeUsedAreLeftOutAndNamed) {
+  OtherPlugin old("Old", "old", 0x5AA4), twin("Probe", "twin"), nameless("", "nameless");
+  OtherPlugin camera("Camera", "motionfiltercam");
+  camera.category = "Camera";
+  Start({&old, &twin, nullptr, &nameless, &camera});
+  ASSERT_EQ(errors.size(), 4u);
+  EXPECT_NE(errors[0].find("Old"), std::string::npos);
+  EXPECT_NE(errors[0].find("0x5AA4 in place of 0x5AA5"), std::string::npos);
+  EXPECT_NE(errors[1].find("Probe"), std::string::npos);
+  EXPECT_EQ(core->GetLibrary().Find("Old"), nullptr);
+  EXPECT_EQ(core->GetLibrary().GetTools().size(), 2u);
+  EXPECT_EQ(core->GetLibrary().GetCategories(), (std::vector<std::string>{"Accessory", "Camera"}));
+
+  Tool* tool = core->GetLibrary().Find("Camera");
+  ASSERT_NE(tool, nullptr);
+  ASSERT_NE(tool->GetConfigProfiles().Find("Bouncy"), nullptr);
+  EXPECT_TRUE(tool->GetConfigProfiles().IsReadOnly("Bouncy"));
+  core->GetLibrary().Load();  // a library loads once
+  EXPECT_EQ(core->GetLibrary().GetTools().size(), 2u);
+}
+
+TEST_F(Tools, CarryEveryFactoryProfileAndAllOfThemParse) {
+  int files = 0;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(std::string(ORV_SOURCE_DIR) + "/data")) {
+    const bool config = entry.path().extension() == ".ocp";
+    if (!config && entry.path().extension() != ".oip") continue;
+    const auto relative = std::filesystem::relative(entry.path(), ORV_SOURCE_DIR);
+    std::string bytes, error;
+    ASSERT_TRUE(rws::core::ReadResource(":/" + relative.string(), bytes, &error)) << error;
+    util::xml::Tag root("");
+    EXPECT_EQ(root.loadText(bytes), 0) << relative;
+    std::vector<util::xml::Tag> profiles;
+    EXPECT_TRUE(config ? rws::core::ConfigProfileManager::Parse(root, "", profiles)
+                       : rws::core::InputProfileManager::Parse(root, "", profiles))
+        << relative;
+    // Found by name as it was found by file, or a user's copy would not replace it.
+    EXPECT_EQ(profiles.at(0).attribute("name"), entry.path().stem()) << relative;
+    ++files;
+  }
+  EXPECT_GT(files, 40);
+  std::string bytes, error;
+  EXPECT_FALSE(rws::core::ReadResource(":/data/absent.ocp", bytes, &error));
+  EXPECT_NE(error.find(":/data/absent.ocp"), std::string::npos);
+}
+
+TEST_F(Tools, PreferencesAreStoredWhenSavedAndDamageGivesDefaults) {
+  rws::core::Preferences preferences;
+  EXPECT_FALSE(preferences.load());
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path));
+  preferences.countdownSeconds = 5;
+  preferences.updateViewport = false;
+  ASSERT_TRUE(preferences.save());
+  EXPECT_NE(folder.Read("data/core/preferences.xml").find("Start Countdown time"),
+            std::string::npos);
+  rws::core::Preferences other;
+  EXPECT_TRUE(other.load());
+  EXPECT_EQ(other.countdownSeconds, 5);
+  EXPECT_FALSE(other.updateViewport);
+  for (const char* text :
+       {"", "<preferences", "<other/>",
+        R"(<preferences><preference name="Start Countdown time">-1</preference></preferences>)"}) {
+    folder.Write("data/core/preferences.xml", text);
+    EXPECT_FALSE(other.load()) << text;
+    EXPECT_EQ(other.countdownSeconds, 0) << text;
+    EXPECT_TRUE(other.updateViewport) << text;
+  }
+  folder.Write("file", "");
+  DataRoot::Set(folder.path + "/file");
+  std::string error;
+  EXPECT_FALSE(preferences.save(&error));
+  EXPECT_NE(error.find("preferences.xml"), std::string::npos);
+}
+
+TEST_F(Tools, TheDataRootIsTheDocumentsFolderUnlessSaidOtherwise) {
+  EXPECT_EQ(DataRoot::GetDataFolder(), folder.path + "/data");
+  DataRoot::Set("relative/../here/");
+  EXPECT_EQ(DataRoot::Get(), std::filesystem::current_path().string() + "/here");
+  DataRoot::Set("");
+  ASSERT_EQ(setenv("RIGWRIGHT_DATA_ROOT", "/some/where", 1), 0);
+  EXPECT_EQ(DataRoot::Get(), "/some/where");
+  ASSERT_EQ(setenv("RIGWRIGHT_DATA_ROOT", "", 1), 0);
+  const std::string root = DataRoot::Get();
+  unsetenv("RIGWRIGHT_DATA_ROOT");
+  const std::string tail = "/Orvel Motion/rigwright";
+  ASSERT_GT(root.size(), tail.size());
+  EXPECT_EQ(root.substr(root.size() - tail.size()), tail);
+  EXPECT_EQ(root.front(), '/');
+}
+
+}  // namespace
+}  // namespace orv::tests
