@@ -6,9 +6,9 @@
 #include <set>
 
 #include "adaptor/headless/GltfReader.h"
-#include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/CleanScene.h"
+#include "app/rigwright/DeliveryFile.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/FrameTimes.h"
 #include "app/rigwright/Interrupt.h"
@@ -143,9 +143,10 @@ void runClean(Program& program, const ExportOptions& options) {
     baked = cleanScene(scene, keep, span.from, span.to, bar);
   }
   checkInterrupt();
-  const auto written = rws::adaptor::headless::GltfWriter::write(scene, options.output);
-  if (!written) throw Failure("", written.error);
-  for (const std::string& text : written.warnings) out.warn(text);
+  std::vector<std::string> lost;
+  const std::string error = writeDelivery(scene, options.output, lost);
+  if (!error.empty()) throw Failure("", error);
+  for (const std::string& text : lost) out.warn(text);
   out.object()["baked"] = baked;
   out.object()["output"] = options.output;
   out.note("export: " + std::to_string(baked) + (baked == 1 ? " node" : " nodes") +
@@ -154,8 +155,9 @@ void runClean(Program& program, const ExportOptions& options) {
 
 void runExport(Program& program, const ExportOptions& options) {
   const std::string ending = endingOf(options.output);
-  if (options.clean && !checkSceneEnding(options.output).empty())
-    throw WrongUsage("--clean writes a scene, and " + checkSceneEnding(options.output));
+  if (options.clean && ending != ".glb" && ending != ".gltf")
+    throw WrongUsage("--clean writes a scene, and " + options.output +
+                     " does not end in .glb or .gltf");
   if (!options.clean && (ending == ".glb" || ending == ".gltf"))
     throw WrongUsage("export writes a CSV of poses; --clean writes a scene for delivery");
   if (options.clean) return runClean(program, options);

@@ -25,7 +25,7 @@ using Vector = util::Vector3<double>;
 using Quat = util::Quat<double>;
 
 struct NodeOptions {
-  std::string scene, node, parent, output;
+  std::string scene, node, parent, at, output;
   std::optional<Vector> translate, rotate, scale;
   std::optional<double> time;
 };
@@ -100,6 +100,13 @@ void placeProperty(SceneJob& job, SceneNode& node, ChannelPath path, const Trs& 
                               util::shortText(time) + " s, its other keys stay");
 }
 
+/// The local pose by which `node` stands where `other` is at `time` (s).
+Trs poseOver(const SceneNode& node, const SceneNode& other, double time) {
+  util::Matrix<double> local = other.worldMatrix(time);
+  if (node.parent()) local = node.parent()->worldMatrix(time).affineInverse() * local;
+  return rws::adaptor::headless::decompose(local);
+}
+
 void runPlace(Program& program, const NodeOptions& options) {
   SceneJob job(program, options.scene);
   SceneNode& node = job.node(options.node);
@@ -108,8 +115,10 @@ void runPlace(Program& program, const NodeOptions& options) {
   wanted.translation = options.translate.value_or(wanted.translation);
   wanted.scale = options.scale.value_or(wanted.scale);
   if (options.rotate) wanted.rotation = fromDegrees(*options.rotate);
-  if (options.translate) placeProperty(job, node, ChannelPath::kTranslation, wanted, time);
-  if (options.rotate) placeProperty(job, node, ChannelPath::kRotation, wanted, time);
+  const bool at = !options.at.empty();
+  if (at) wanted = poseOver(node, job.node(options.at), time);
+  if (at || options.translate) placeProperty(job, node, ChannelPath::kTranslation, wanted, time);
+  if (at || options.rotate) placeProperty(job, node, ChannelPath::kRotation, wanted, time);
   if (options.scale) placeProperty(job, node, ChannelPath::kScale, wanted, time);
   job.save(options.output);
   program.output().object()["node"] = node.name();
@@ -144,12 +153,16 @@ void addNodeVerbs(Program& program) {
   CLI::Option* translate = addVector(place, "--translate", q->translate, "Position (m)");
   CLI::Option* rotate = addVector(place, "--rotate", q->rotate, "Rotation (degrees, XYZ order)");
   CLI::Option* scale = addVector(place, "--scale", q->scale, "Scale (factors)");
-  addNumber(place, "--time", q->time,
-            "Time of the key where a property has keys (s; default: start of the range)");
+  CLI::Option* at = place.add_option("--at", q->at,
+                                     "Stand where this node is, turned as it is (keeps its scale)");
+  at->type_name("NODE")->excludes(translate)->excludes(rotate)->excludes(scale);
+  addNumber(
+      place, "--time", q->time,
+      "Time of the key where a property has keys, and of --at (s; default: start of the range)");
   addSceneOutput(place, q->output);
-  place.callback([translate, rotate, scale] {
-    if (translate->count() + rotate->count() + scale->count() == 0)
-      throw CLI::RequiredError("--translate, --rotate or --scale");
+  place.callback([translate, rotate, scale, at] {
+    if (translate->count() + rotate->count() + scale->count() + at->count() == 0)
+      throw CLI::RequiredError("--translate, --rotate, --scale or --at");
   });
 }
 

@@ -27,6 +27,7 @@ struct PlotPanel {
   std::string unit;  ///< of the values; may be empty
   std::vector<PlotCurve> curves;
   std::vector<int> colours;  ///< of the curves: numbers of the palette
+  bool fromZero = true;      ///< the axis of the values shows 0
 };
 
 /// A whole page. Paths and curves of one node share a colour: that of the path's place.

@@ -25,7 +25,7 @@ constexpr double kRight = 36.0;
 constexpr double kHeader = 96.0;       ///< title, subtitle and legend
 constexpr double kTopViewMin = 260.0;  ///< height of the top view; long paths get less
 constexpr double kTopViewMax = 620.0;
-constexpr double kPanelHeight = 150.0;
+constexpr double kPanelHeight = 130.0;
 constexpr double kPanelGap = 58.0;  ///< above a panel: its title and legend
 constexpr double kFooter = 56.0;
 
@@ -73,9 +73,19 @@ struct Axis {
 class Labels {
  public:
   void block(const QRectF& area) { m_taken.push_back(area); }
+  /// A line that texts keep off where they can.
+  void avoid(const QPolygonF& line) { m_lines.push_back(line); }
 
-  /// The first of eight places around `point` that is free, at a growing distance.
+  /// The first of eight places around `point` that is free, at a growing distance; one over a line
+  /// only where there is no other.
   bool place(const QPointF& point, const QSizeF& size, const QRectF& inside, QRectF& found) {
+    return placeOnce(point, size, inside, true, found) ||
+           placeOnce(point, size, inside, false, found);
+  }
+
+ private:
+  bool placeOnce(const QPointF& point, const QSizeF& size, const QRectF& inside, bool offLines,
+                 QRectF& found) {
     for (const double distance : {7.0, 14.0, 24.0}) {
       for (int i = 0; i < 8; ++i) {
         const double angle = -0.25 * 3.14159265358979 + i * 0.25 * 3.14159265358979;
@@ -83,7 +93,7 @@ class Labels {
                              point.y() + std::sin(angle) * (distance + size.height() / 2.0));
         const QRectF area(centre.x() - size.width() / 2.0, centre.y() - size.height() / 2.0,
                           size.width(), size.height());
-        if (!inside.contains(area) || isTaken(area)) continue;
+        if (!inside.contains(area) || isTaken(area) || (offLines && isOverLine(area))) continue;
         block(area);
         found = area;
         return true;
@@ -92,14 +102,26 @@ class Labels {
     return false;
   }
 
- private:
   bool isTaken(const QRectF& area) const {
     for (const QRectF& other : m_taken)
       if (other.intersects(area)) return true;
     return false;
   }
 
+  bool isOverLine(const QRectF& area) const {
+    for (const QPolygonF& line : m_lines) {
+      for (int i = 1; i < line.size(); ++i)
+        if (QRectF(line[i - 1], line[i])
+                .normalized()
+                .adjusted(-1.0, -1.0, 1.0, 1.0)
+                .intersects(area))
+          return true;
+    }
+    return false;
+  }
+
   std::vector<QRectF> m_taken;
+  std::vector<QPolygonF> m_lines;
 };
 
 class Page {
@@ -137,7 +159,8 @@ class Page {
   void drawTopView();
   void drawGrid(const Axis& x, const Axis& z, double step);
   void drawScaleBar(double pixelsPerMetre, double metres, Labels& labels);
-  void drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z);
+  void drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
+                Labels& labels);
   void drawTimeMarks(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
                      Labels& labels);
   void drawEnds(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
@@ -236,10 +259,10 @@ void Page::drawTopView() {
   drawScaleBar(scale, step, labels);
   m_painter->save();
   m_painter->setClipRect(m_topView);
-  // What is followed lies below what follows it.
-  for (const bool chief : {false, true})
+  // The thin line of what is followed lies on the broad one of what follows it.
+  for (const bool chief : {true, false})
     for (std::size_t i = 0; i < m_data.paths.size(); ++i)
-      if (m_data.chief[i] == chief) drawPath(m_data.paths[i], i, x, z);
+      if (m_data.chief[i] == chief) drawPath(m_data.paths[i], i, x, z, labels);
   m_painter->restore();
   for (std::size_t i = 0; i < m_data.paths.size(); ++i)
     if (m_data.chief[i]) drawEnds(m_data.paths[i], i, x, z, labels);
@@ -286,7 +309,8 @@ void Page::drawScaleBar(double pixelsPerMetre, double metres, Labels& labels) {
   labels.block(area.adjusted(-8.0, -4.0, 8.0, 26.0));
 }
 
-void Page::drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z) {
+void Page::drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
+                    Labels& labels) {
   if (path.points.empty()) return;
   // Points nearer than a third of a pixel to the last one drawn add nothing to see.
   QPolygonF line;
@@ -296,7 +320,8 @@ void Page::drawPath(const PlotPath& path, std::size_t index, const Axis& x, cons
       continue;
     line << p;
   }
-  const double thickness = m_data.chief[index] ? 2.4 : 1.2;
+  labels.avoid(line);
+  const double thickness = m_data.chief[index] ? 3.2 : 1.1;
   m_painter->setBrush(Qt::NoBrush);
   m_painter->setPen(QPen(colourOf(index), thickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   m_painter->drawPolyline(line);
@@ -357,14 +382,16 @@ void Page::drawPanel(const PlotPanel& panel, const QRectF& area) {
     }
   }
   if (!(low <= high)) low = high = 0.0;
-  low = std::min(low, 0.0);
-  high = std::max(high, 0.0);
+  if (panel.fromZero) {
+    low = std::min(low, 0.0);
+    high = std::max(high, 0.0);
+  }
   // Below a billionth of a unit there is only rounding to see.
   if (high - low < 1e-9) high = low + 1.0;
   const double room = (high - low) * 0.06;
   const double end = m_data.end > m_data.start ? m_data.end : m_data.start + 1.0;
   const Axis t{m_data.start, end, area.left(), area.right()};
-  const Axis v{low < 0.0 ? low - room : 0.0, high + room, area.bottom(), area.top()};
+  const Axis v{low == 0.0 ? 0.0 : low - room, high + room, area.bottom(), area.top()};
 
   const QString title =
       text(panel.title) + (panel.unit.empty() ? QString() : " (" + text(panel.unit) + ")");

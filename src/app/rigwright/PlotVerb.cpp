@@ -112,6 +112,12 @@ PlotCurve speedCurve(const PlotPath& path, const std::vector<double>& times) {
   return curve;
 }
 
+PlotCurve heightCurve(const PlotPath& path, const std::vector<double>& times) {
+  PlotCurve curve{path.name, times, {}};
+  for (const Vector& point : path.points) curve.values.push_back(point.y);
+  return curve;
+}
+
 /// Degrees between two orientations.
 double angleBetween(const Matrix& a, const Matrix& b) {
   constexpr double kDegrees = 57.295779513082323;
@@ -120,6 +126,26 @@ double angleBetween(const Matrix& a, const Matrix& b) {
   const Quat turn = p.conjugate() * q;
   const double sine = Vector(turn.x, turn.y, turn.z).length();
   return 2.0 * std::atan2(sine, std::abs(turn.w)) * kDegrees;
+}
+
+PlotCurve turnSpeedCurve(const std::string& name, const std::vector<Matrix>& poses,
+                         const std::vector<double>& times) {
+  PlotCurve curve;
+  curve.name = name;
+  for (std::size_t i = 1; i < times.size(); ++i) {
+    curve.times.push_back(times[i]);
+    curve.values.push_back(angleBetween(poses[i - 1], poses[i]) / (times[i] - times[i - 1]));
+  }
+  return curve;
+}
+
+/// Whether the curves of a panel show more than rounding.
+bool hasMovement(const PlotPanel& panel) {
+  for (const PlotCurve& curve : panel.curves) {
+    const auto [low, high] = std::minmax_element(curve.values.begin(), curve.values.end());
+    if (low != curve.values.end() && *high - *low > 1e-6) return true;
+  }
+  return false;
 }
 
 bool isCamera(const Instance& rig) {
@@ -182,6 +208,33 @@ void addInputs(PlotData& data, const std::vector<Subject>& subjects, Output& out
   if (!panel.curves.empty()) data.panels.push_back(std::move(panel));
 }
 
+/// Paths, heights and speeds.
+void addMovement(PlotData& data, const std::vector<Subject>& subjects) {
+  std::vector<const std::vector<Matrix>*> poses;
+  for (const Subject& subject : subjects) {
+    data.paths.push_back(pathOf(*subject.chief, subject.chiefPoses));
+    data.chief.push_back(true);
+    poses.push_back(&subject.chiefPoses);
+    if (!subject.followed) continue;
+    data.paths.push_back(pathOf(*subject.followed, subject.followedPoses));
+    data.chief.push_back(false);
+    poses.push_back(&subject.followedPoses);
+  }
+  PlotPanel height{"Height", "m", {}, {}, false};
+  PlotPanel speed{"Speed", "m/s", {}, {}};
+  PlotPanel turn{"Turn speed", "degrees/s", {}, {}};
+  // What is followed is drawn first, so that the follower's curve lies on it.
+  for (std::size_t i = data.paths.size(); i-- > 0;) {
+    const PlotPath& path = data.paths[i];
+    addCurve(height, heightCurve(path, data.times), static_cast<int>(i));
+    addCurve(speed, speedCurve(path, data.times), static_cast<int>(i));
+    addCurve(turn, turnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
+  }
+  if (hasMovement(height)) data.panels.push_back(std::move(height));
+  data.panels.push_back(std::move(speed));
+  if (hasMovement(turn)) data.panels.push_back(std::move(turn));
+}
+
 PlotData gather(SceneJob& job, const PlotOptions& options) {
   const auto& scene = job.scene();
   const TimeSpan span = spanOf(scene, options.range);
@@ -202,24 +255,13 @@ PlotData gather(SceneJob& job, const PlotOptions& options) {
   if (subjects.empty())
     throw Failure(options.scene, "the scene has no rig to plot", "create one with rigwright add");
 
+  addMovement(data, subjects);
   std::vector<std::string> names;
-  PlotPanel speed{"Speed", "m/s", {}, {}};
-  for (const Subject& subject : subjects) {
-    names.push_back(subject.rig->GetInstanceName());
-    data.paths.push_back(pathOf(*subject.chief, subject.chiefPoses));
-    data.chief.push_back(true);
-    if (!subject.followed) continue;
-    data.paths.push_back(pathOf(*subject.followed, subject.followedPoses));
-    data.chief.push_back(false);
-  }
-  // What is followed is drawn first, so that the follower's curve lies on it.
-  for (std::size_t i = data.paths.size(); i-- > 0;)
-    addCurve(speed, speedCurve(data.paths[i], data.times), static_cast<int>(i));
+  for (const Subject& subject : subjects) names.push_back(subject.rig->GetInstanceName());
   data.title = joined(names);
   data.subtitle = fileNameOf(options.scene) + ", top view and curves, " +
                   util::shortText(span.from) + " to " + util::shortText(span.to) + " s at " +
                   util::shortText(scene.frameRate()) + " frames/s";
-  data.panels.push_back(std::move(speed));
   addDifferences(data, subjects);
   addInputs(data, subjects, job.program().output());
   return data;
