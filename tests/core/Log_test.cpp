@@ -57,15 +57,12 @@ TEST_F(Log, ThatCannotBeOpenedIsReportedAndEntriesGoNowhere) {
   EXPECT_NE(error.find("/file/core.log"), std::string::npos);
   EXPECT_FALSE(rws::core::NewLog(folder.path, &error));
   rws::core::LogEntry(LogLevel::kError, "nowhere");
-}
 
-TEST_F(Log, SettingsThatNameNoLevelChangeNothing) {
-  std::vector<std::string> heard;
-  rws::core::SetLogListener([&](LogLevel, const std::string& text) { heard.push_back(text); });
+  std::string heard;
+  rws::core::SetLogListener([&](LogLevel, const std::string& text) { heard += text; });
   folder.Write("data/log.xml", R"(<log level="shrill"/>)");
   ASSERT_TRUE(rws::core::NewLog(folder.path + "/core.log"));
-  ASSERT_EQ(heard.size(), 1u);
-  EXPECT_NE(heard[0].find("log.xml"), std::string::npos);
+  EXPECT_NE(heard.find("log.xml"), std::string::npos);
   rws::core::LogEntry(LogLevel::kInfo, "still here");
   EXPECT_NE(folder.Read("core.log").find("still here"), std::string::npos);
 }

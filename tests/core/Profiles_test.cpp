@@ -62,10 +62,6 @@ class Profiles : public testing::Test {
     EXPECT_EQ(fresh.front, front) << name;
     EXPECT_EQ(fresh.rear, rear) << name;
   }
-  static bool IsUsers(const ConfigProfileManager& manager, const std::string& name) {
-    return manager.Find(name) && !manager.IsReadOnly(name);
-  }
-
   TempFolder folder;
   std::string tool;
   Rig rig;
@@ -196,7 +192,7 @@ TEST_F(Profiles, OfTheFactoryCannotBeChangedButTheUsersOwnFileWins) {
   folder.Write("tool/configprofiles/Bouncy.ocp",
                R"(<configprofile version="2.0" name="Bouncy"><x/></configprofile>)");
   profiles.Reload();
-  EXPECT_TRUE(IsUsers(profiles, "Bouncy"));
+  EXPECT_FALSE(profiles.IsReadOnly("Bouncy"));
   EXPECT_EQ(profiles.Find("Bouncy")->children.size(), 1u);
   EXPECT_TRUE(profiles.Delete("Bouncy", true).done());
   EXPECT_EQ(profiles.Find("Bouncy")->attribute("version"), "1.0");  // the collective file's
