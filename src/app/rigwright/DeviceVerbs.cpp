@@ -110,7 +110,7 @@ void addMap(Program& program) {
       "map",
       "Map an input of a rig to a control of a device, or change how its value is shaped\n"
       "value = sign * (max(|raw| - deadzone, 0) / (1 - deadzone)) ^ exponent * multiplier + offset",
-      "rigwright map link.glb \"Link:X\" any Axis 0 --multiplier -1 -o link.glb",
+      "rigwright map link.glb \"Link:Yaw (Right/Left)\" any Axis 0 --multiplier -1 -o link.glb",
       [o](Program& p) { runMap(p, *o); });
   addScene(verb, o->scene);
   verb.add_option("INPUT", o->input, "RIG:INPUT (see rigwright info)")->required()->type_name("");
@@ -129,7 +129,7 @@ void addMap(Program& program) {
             int number = -1;
             return util::parseNumber(text, number) && number >= 0
                        ? std::string()
-                       : "INDEX: \"" + text + "\" is no whole number from 0 up";
+                       : "\"" + text + "\" is no whole number from 0 up";
           });
   device->needs(type)->needs(index);
   addNumber(verb, "--multiplier", o->multiplier, "Factor of the value");

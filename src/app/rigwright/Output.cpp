@@ -8,6 +8,8 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
+#include "app/rigwright/Texts.h"
+
 namespace orv::app {
 
 namespace {
@@ -37,12 +39,12 @@ void Output::note(const std::string& text) {
 }
 
 void Output::warn(const std::string& text) {
-  m_warnings.push_back(text);
-  toStderr(coloured("33", "rigwright: warning") + ": " + text);
+  m_warnings.push_back(inOneLine(text));
+  toStderr(coloured("33", "rigwright: warning") + ": " + m_warnings.back());
 }
 
 void Output::error(const std::string& text) {
-  toStderr(coloured("31", "rigwright") + ": " + text);
+  toStderr(coloured("31", "rigwright") + ": " + inOneLine(text));
 }
 
 bool Output::finish() {

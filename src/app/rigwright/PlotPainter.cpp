@@ -22,7 +22,8 @@ using util::Vector3;
 constexpr double kPageWidth = 1200.0;
 constexpr double kLeft = 84.0;
 constexpr double kRight = 36.0;
-constexpr double kHeader = 96.0;       ///< title, subtitle and legend
+constexpr double kHeader = 96.0;       ///< title, subtitle and one row of legend
+constexpr double kLegendRow = 22.0;    ///< height of each further row
 constexpr double kTopViewMin = 260.0;  ///< height of the top view; long paths get less
 constexpr double kTopViewMax = 620.0;
 constexpr double kPanelHeight = 130.0;
@@ -68,6 +69,64 @@ struct Axis {
 
   double at(double value) const { return start + (value - from) / (to - from) * (end - start); }
 };
+
+/// Names of lines beside a piece of each, in as many rows as they need.
+struct Legend {
+  struct Entry {
+    std::string name;
+    QColor colour;
+    double thickness;
+    double x;  ///< pixels
+    int row;
+  };
+
+  /// `left` is where the first row begins (pixels); further rows begin at the page's edge.
+  explicit Legend(double left) : m_x(left) {}
+
+  void add(const std::string& name, const QColor& colour, double thickness) {
+    const double width = kSample + textWidthOf(font(13), text(name));
+    if (m_x + width > kPageWidth - kRight && m_x > kLeft) {
+      m_x = kLeft;
+      ++m_row;
+    }
+    entries.push_back({name, colour, thickness, m_x, m_row});
+    m_x += width + kGap;
+  }
+
+  /// Height of the rows behind the first one.
+  double moreHeight() const { return m_row * kLegendRow; }
+
+  static constexpr double kSample = 32.0;  ///< the piece of line and its distance to the name
+  static constexpr double kGap = 26.0;
+
+  std::vector<Entry> entries;
+
+ private:
+  double m_x;
+  int m_row = 0;
+};
+
+Legend pathLegend(const PlotData& data) {
+  Legend legend(kLeft);
+  for (std::size_t i = 0; i < data.paths.size(); ++i)
+    legend.add(data.paths[i].name, colourOf(i), data.chief[i] ? 3.0 : 1.6);
+  return legend;
+}
+
+QString titleOf(const PlotPanel& panel) {
+  return text(panel.title) + (panel.unit.empty() ? QString() : " (" + text(panel.unit) + ")");
+}
+
+Legend panelLegend(const PlotPanel& panel) {
+  Legend legend(kLeft + textWidthOf(font(14, true), titleOf(panel)) + 30.0);
+  for (std::size_t i = 0; i < panel.curves.size(); ++i)
+    legend.add(panel.curves[i].name, colourOf(static_cast<std::size_t>(panel.colours[i])), 2.4);
+  return legend;
+}
+
+double heightOf(const PlotPanel& panel) {
+  return kPanelGap + panelLegend(panel).moreHeight() + kPanelHeight;
+}
 
 /// Places of texts, so that none covers another.
 class Labels {
@@ -130,13 +189,14 @@ class Page {
     findBounds();
     const double width = kPageWidth - kLeft - kRight;
     const double shape = (m_maxZ - m_minZ) / (m_maxX - m_minX);
-    m_topView = QRectF(kLeft, kHeader, width,
+    m_topView = QRectF(kLeft, kHeader + pathLegend(data).moreHeight(), width,
                        std::min(kTopViewMax, std::max(kTopViewMin, width * shape + 40.0)));
   }
 
   double height() const {
-    return m_topView.bottom() + 30.0 +
-           static_cast<double>(m_data.panels.size()) * (kPanelGap + kPanelHeight) + kFooter;
+    double result = m_topView.bottom() + 30.0 + kFooter;
+    for (const PlotPanel& panel : m_data.panels) result += heightOf(panel);
+    return result;
   }
 
   void draw(QPainter& painter) {
@@ -146,10 +206,9 @@ class Page {
     drawHeader();
     drawTopView();
     double y = m_topView.bottom() + 30.0;
-    for (std::size_t i = 0; i < m_data.panels.size(); ++i) {
-      drawPanel(m_data.panels[i],
-                QRectF(kLeft, y + kPanelGap, kPageWidth - kLeft - kRight, kPanelHeight));
-      y += kPanelGap + kPanelHeight;
+    for (const PlotPanel& panel : m_data.panels) {
+      y += heightOf(panel);
+      drawPanel(panel, QRectF(kLeft, y - kPanelHeight, kPageWidth - kLeft - kRight, kPanelHeight));
     }
   }
 
@@ -169,8 +228,7 @@ class Page {
   void drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v);
   void drawCurve(const PlotCurve& curve, const QColor& colour, const QRectF& area, const Axis& t,
                  const Axis& v);
-  double legendEntry(double x, double y, const QColor& colour, double thickness,
-                     const std::string& name);
+  void drawLegend(const Legend& legend, double y);
   void write(const QRectF& area, int flags, const QString& what, const QFont& f,
              const QColor& colour);
   void writeOnPaper(const QRectF& area, const QString& what, const QFont& f, const QColor& colour);
@@ -217,14 +275,14 @@ void Page::writeOnPaper(const QRectF& area, const QString& what, const QFont& f,
   write(area, Qt::AlignCenter, what, f, colour);
 }
 
-double Page::legendEntry(double x, double y, const QColor& colour, double thickness,
-                         const std::string& name) {
-  const QFont f = font(13);
-  m_painter->setPen(QPen(colour, thickness, Qt::SolidLine, Qt::RoundCap));
-  m_painter->drawLine(QPointF(x, y), QPointF(x + 24.0, y));
-  write(QRectF(x + 32.0, y - 10.0, 10.0, 20.0), Qt::AlignLeft | Qt::AlignVCenter, text(name), f,
-        kText);
-  return x + 32.0 + textWidthOf(f, text(name)) + 26.0;
+void Page::drawLegend(const Legend& legend, double y) {
+  for (const Legend::Entry& entry : legend.entries) {
+    const double middle = y + entry.row * kLegendRow;
+    m_painter->setPen(QPen(entry.colour, entry.thickness, Qt::SolidLine, Qt::RoundCap));
+    m_painter->drawLine(QPointF(entry.x, middle), QPointF(entry.x + 24.0, middle));
+    write(QRectF(entry.x + Legend::kSample, middle - 10.0, 10.0, 20.0),
+          Qt::AlignLeft | Qt::AlignVCenter, text(entry.name), font(13), kText);
+  }
 }
 
 void Page::drawHeader() {
@@ -232,15 +290,7 @@ void Page::drawHeader() {
         font(20, true), kText);
   write(QRectF(kPageWidth - kRight - 600.0, 14.0, 600.0, 28.0), Qt::AlignRight | Qt::AlignVCenter,
         text(m_data.subtitle), font(13), kFaint);
-  double x = kLeft;
-  for (std::size_t i = 0; i < m_data.paths.size(); ++i) {
-    if (x > kPageWidth - kRight - 160.0) {
-      write(QRectF(x, 56.0, 60.0, 20.0), Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("..."),
-            font(13), kText);
-      break;
-    }
-    x = legendEntry(x, 66.0, colourOf(i), m_data.chief[i] ? 3.0 : 1.6, m_data.paths[i].name);
-  }
+  drawLegend(pathLegend(m_data), 66.0);
 }
 
 void Page::drawTopView() {
@@ -393,18 +443,14 @@ void Page::drawPanel(const PlotPanel& panel, const QRectF& area) {
   const Axis t{m_data.start, end, area.left(), area.right()};
   const Axis v{low == 0.0 ? 0.0 : low - room, high + room, area.bottom(), area.top()};
 
-  const QString title =
-      text(panel.title) + (panel.unit.empty() ? QString() : " (" + text(panel.unit) + ")");
-  write(QRectF(area.left(), area.top() - 28.0, 300.0, 20.0), Qt::AlignLeft | Qt::AlignVCenter,
-        title, font(14, true), kText);
+  const Legend legend = panelLegend(panel);
+  const double titleY = area.top() - 18.0 - legend.moreHeight();
+  write(QRectF(area.left(), titleY - 10.0, 300.0, 20.0), Qt::AlignLeft | Qt::AlignVCenter,
+        titleOf(panel), font(14, true), kText);
+  drawLegend(legend, titleY);
   drawPanelAxes(area, t, v);
-  double x = area.left() + textWidthOf(font(14, true), title) + 30.0;
-  for (std::size_t i = 0; i < panel.curves.size(); ++i) {
-    const QColor colour = colourOf(static_cast<std::size_t>(panel.colours[i]));
-    drawCurve(panel.curves[i], colour, area, t, v);
-    if (panel.curves.size() > 1 || !panel.curves[i].name.empty())
-      x = legendEntry(x, area.top() - 18.0, colour, 2.4, panel.curves[i].name);
-  }
+  for (std::size_t i = 0; i < panel.curves.size(); ++i)
+    drawCurve(panel.curves[i], colourOf(static_cast<std::size_t>(panel.colours[i])), area, t, v);
 }
 
 void Page::drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v) {

@@ -44,7 +44,7 @@ void requireProfile(const XMLFileManager& profiles, const ProfileOptions& o) {
 }
 
 /// Runs a request, once more with `confirmed` when it asks and --yes answers.
-void request(Program& program, const std::string& what,
+void request(Program& program, const std::string& what, const std::string& done,
              const std::function<ProfileResult(bool confirmed)>& run) {
   checkInterrupt();
   ProfileResult result = run(false);
@@ -54,7 +54,8 @@ void request(Program& program, const std::string& what,
   }
   if (!result.done()) throw Failure(what, result.message);
   program.output().object()["profiles"] = result.names;
-  program.output().note(result.message.empty() ? what + ": done" : result.message);
+  if (!result.message.empty()) program.output().note(result.message);
+  program.output().note(done + " " + (result.names.empty() ? what : joined(result.names)));
 }
 
 void runList(Program& program, const ProfileOptions& o) {
@@ -94,7 +95,7 @@ void runSave(Program& program, const ProfileOptions& o) {
   SceneJob job(program, o.scene);
   Instance& rig = job.rig(o.rig);
   rws::core::Tool& tool = *rig.GetTool();
-  request(program, kindOf(o) + o.name, [&](bool confirmed) {
+  request(program, kindOf(o) + o.name, "saved", [&](bool confirmed) {
     return o.inputs ? tool.GetInputProfiles().Save(o.name, rig.GetProperties(), confirmed)
                     : tool.GetConfigProfiles().Save(o.name, rig.GetConfig(), confirmed);
   });
@@ -104,7 +105,7 @@ void runImport(Program& program, const ProfileOptions& o) {
   SceneJob job(program, o.scene);
   Instance& rig = job.rig(o.rig);
   rws::core::Tool& tool = *rig.GetTool();
-  request(program, o.name, [&](bool confirmed) {
+  request(program, o.name, "imported", [&](bool confirmed) {
     return o.inputs ? tool.GetInputProfiles().Import(o.name, confirmed)
                     : tool.GetConfigProfiles().Import(o.name, rig.GetConfig(), confirmed);
   });
@@ -114,7 +115,8 @@ void runExport(Program& program, const ProfileOptions& o) {
   SceneJob job(program, o.scene);
   const XMLFileManager& profiles = managerOf(job.rig(o.rig), o.inputs);
   requireProfile(profiles, o);
-  request(program, kindOf(o) + o.name, [&](bool) { return profiles.Export(o.name, o.output); });
+  request(program, kindOf(o) + o.name, "exported",
+          [&](bool) { return profiles.Export(o.name, o.output); });
   program.output().object()["output"] = o.output;
 }
 
@@ -122,14 +124,15 @@ void runRename(Program& program, const ProfileOptions& o) {
   SceneJob job(program, o.scene);
   XMLFileManager& profiles = managerOf(job.rig(o.rig), o.inputs);
   requireProfile(profiles, o);
-  request(program, kindOf(o) + o.name, [&](bool) { return profiles.Rename(o.name, o.other); });
+  request(program, kindOf(o) + o.name, "renamed to",
+          [&](bool) { return profiles.Rename(o.name, o.other); });
 }
 
 void runDelete(Program& program, const ProfileOptions& o) {
   SceneJob job(program, o.scene);
   XMLFileManager& profiles = managerOf(job.rig(o.rig), o.inputs);
   requireProfile(profiles, o);
-  request(program, kindOf(o) + o.name,
+  request(program, kindOf(o) + o.name, "deleted",
           [&](bool confirmed) { return profiles.Delete(o.name, confirmed); });
 }
 
@@ -156,7 +159,8 @@ void addName(CLI::App& verb, const std::string& option, std::string& name,
 void addProfileVerbs(Program& program) {
   CLI::App& group = program.addGroup(
       "profile",
-      "Named settings of a kind of rig: config profiles, and with --inputs input profiles");
+      "Named settings of a kind of rig: config profiles, and with --inputs input profiles",
+      "rigwright profile list cam.glb Cam");
   const auto make = [] { return std::make_shared<ProfileOptions>(); };
   auto o = make();
   program.markReadOnly(addProfileVerb(program, group, "list",

@@ -29,6 +29,9 @@ constexpr const char* kExample =
     "  rigwright VERB --help shows what a verb takes, with an example.\n"
     "Exit status: 0 done, 1 the job failed, 2 wrong usage, 130 interrupted.";
 
+constexpr const char* kEverywhere =
+    "\nEvery verb also takes --json, --quiet, --yes, --clip and --data-root: see rigwright --help";
+
 }  // namespace
 
 Program::Program() : m_app(kAbout, "rigwright") {
@@ -38,7 +41,6 @@ Program::Program() : m_app(kAbout, "rigwright") {
   m_app.footer(kExample);
   m_app.require_subcommand(1);
   m_app.get_formatter()->column_width(34);
-  m_app.get_formatter()->label("Subcommands", "Verbs");
   m_app.get_formatter()->label("SUBCOMMAND", "VERB");
   m_app
       .add_option("--data-root", m_options.dataRoot,
@@ -62,17 +64,24 @@ CLI::App& Program::addVerb(const std::string& name, const std::string& descripti
 CLI::App& Program::addVerb(CLI::App& parent, const std::string& name,
                            const std::string& description, const std::string& example,
                            std::function<void(Program&)> run) {
-  CLI::App& verb = *parent.add_subcommand(name, description);
+  const std::size_t lineEnd = description.find('\n');
+  const std::string more =
+      lineEnd == std::string::npos ? std::string() : description.substr(lineEnd + 1) + "\n\n";
+  CLI::App& verb = *parent.add_subcommand(name, description.substr(0, lineEnd));
   verb.fallthrough();
-  verb.footer("Example:\n  " + example);
+  verb.group("Verbs");
+  verb.footer(more + "Example:\n  " + example + kEverywhere);
   m_runs[&verb] = std::move(run);
   return verb;
 }
 
-CLI::App& Program::addGroup(const std::string& name, const std::string& description) {
+CLI::App& Program::addGroup(const std::string& name, const std::string& description,
+                            const std::string& example) {
   CLI::App& group = *m_app.add_subcommand(name, description);
   group.fallthrough();
   group.require_subcommand(1);
+  group.group("Verbs");
+  group.footer("Example:\n  " + example + kEverywhere);
   return group;
 }
 
@@ -91,12 +100,14 @@ std::string Program::unknownVerb() const {
   const CLI::App* group = &m_app;
   if (!m_app.get_subcommands().empty()) group = m_app.get_subcommands().front();
   if (m_runs.count(group)) return {};
-  const std::vector<std::string> rest = group->remaining();
-  if (rest.empty() || rest.front().rfind('-', 0) == 0) return {};
+  std::vector<std::string> rest = group->remaining();
+  if (rest.empty()) rest = m_app.remaining();
+  if (rest.empty()) return "no verb was given";
+  if (rest.front().rfind('-', 0) == 0) return {};
   std::vector<std::string> known;
   for (const CLI::App* verb : group->get_subcommands([](const CLI::App*) { return true; }))
     known.push_back(verb->get_name());
-  return "unknown verb " + rest.front() + ", " + hintFor(rest.front(), known, "verbs");
+  return "unknown verb " + rest.front() + ", " + hintFor(rest.front(), known, "verbs", 20);
 }
 
 bool Program::parse(int argc, char** argv, int& status) {
@@ -108,8 +119,6 @@ bool Program::parse(int argc, char** argv, int& status) {
   } catch (const CLI::ParseError& error) {
     const std::string verb = unknownVerb();
     std::string why = verb.empty() ? error.what() : verb;
-    for (char& c : why)
-      if (c == '\n') c = ' ';
     while (!why.empty() && (why.back() == ' ' || why.back() == '.')) why.pop_back();
     status = wrongUsage(why);
   }

@@ -26,7 +26,8 @@ class Program {
  public:
   Program();
 
-  /// A verb with its description, an example for its help, and what it does. `run` throws Failure,
+  /// A verb with its description (what stands behind its first line is for the verb's own help
+  /// alone), an example for its help, and what it does. `run` throws Failure,
   /// WrongUsage or Interrupted when it can't.
   CLI::App& addVerb(const std::string& name, const std::string& description,
                     const std::string& example, std::function<void(Program&)> run);
@@ -36,7 +37,8 @@ class Program {
   /// The verb writes nothing to the data root, not even to the log.
   void markReadOnly(const CLI::App& verb) { m_readOnly.insert(&verb); }
   /// A verb that only holds others.
-  CLI::App& addGroup(const std::string& name, const std::string& description);
+  CLI::App& addGroup(const std::string& name, const std::string& description,
+                     const std::string& example);
 
   /// Reads the command line and runs the verb; the exit status: 0 done, 1 failed, 2 wrong usage,
   /// 130 interrupted.

@@ -97,9 +97,10 @@ void runResim(Program& program, const ResimOptions& options) {
   object["range"] = {span.from, span.to};
   object["seconds"] = seconds;
   object["framesPerSecond"] = rate;
-  program.output().note("resim: " + std::to_string(frames) + " frames in " +
-                        util::shortText(std::round(seconds * 1000.0) / 1000.0) + " s (" +
-                        std::to_string(std::lround(rate)) + " frames/s), written to " +
+  const std::string time =
+      seconds < 0.01 ? "" : " in " + util::shortText(std::round(seconds * 100.0) / 100.0) + " s";
+  program.output().note("resim: " + std::to_string(frames) + " frames" + time + ", " +
+                        std::to_string(std::lround(rate)) + " frames/s, written to " +
                         options.output);
 }
 

@@ -69,11 +69,13 @@ void runAdd(Program& program, const AddOptions& options) {
   Instance* rig = job.core().CreateToolFromFactory(options.kind, options.name);
   if (!rig) throw Failure("kind " + options.kind, "the rig could not be created");
   if (!options.profile.empty()) {
-    const std::string problem = job.core().LoadProfile(rig->GetInstanceName(), options.profile);
-    if (!problem.empty()) {
-      throw Failure("--profile " + options.profile, problem,
-                    "rigwright profile list tells the profiles");
+    const auto& profiles = rig->GetTool()->GetConfigProfiles();
+    if (!profiles.Find(options.profile)) {
+      throw Failure("--profile " + options.profile, "there is no such profile",
+                    hintFor(options.profile, profiles.GetNames(), "profiles"));
     }
+    const std::string problem = job.core().LoadProfile(rig->GetInstanceName(), options.profile);
+    if (!problem.empty()) throw Failure("--profile " + options.profile, problem);
   }
   if (options.translate || options.scale)
     placeRig(job, *rig, options.translate, options.scale.value_or(1.0));

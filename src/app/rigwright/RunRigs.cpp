@@ -41,13 +41,13 @@ TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& r
   TimeSpan span{scene.rangeStart(), scene.rangeEnd()};
   if (!range.empty()) parseRange(range, span.from, span.to);
   if (span.to < span.from) {
-    throw Failure("--range " + range,
+    throw Failure("--range",
                   "the end, " + util::shortText(span.to) + " s, lies before the start, " +
                       util::shortText(span.from) + " s",
                   "give both, as a:b");
   }
   if (std::max(std::abs(span.from), std::abs(span.to)) * scene.frameRate() > kMostFrames)
-    throw Failure("--range " + range, "there are too many frames", "give a shorter range");
+    throw Failure("--range", "there are too many frames", "give a shorter range");
   return span;
 }
 

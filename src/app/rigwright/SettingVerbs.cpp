@@ -5,6 +5,7 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
+#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
@@ -44,6 +45,7 @@ void addSettingVerbs(Program& program) {
         SceneJob job(p, o->scene);
         for (const std::string& assignment : o->assignments) job.setParameter(assignment);
         job.save(o->output);
+        p.output().note("set " + joined(o->assignments));
       });
   addScene(set, o->scene);
   set.add_option("ASSIGNMENT", o->assignments,

@@ -47,17 +47,28 @@ std::string joined(const std::vector<std::string>& values, const std::string& se
 }
 
 std::string hintFor(const std::string& wanted, const std::vector<std::string>& known,
-                    const std::string& kind) {
-  constexpr std::size_t kMost = 12;
+                    const std::string& kind, std::size_t most) {
   if (known.empty()) return "there are no " + kind;
   std::vector<std::string> near;
   for (const std::string& name : known)
     if (!name.empty() && isNear(wanted, name)) near.push_back(name);
-  if (!near.empty() && near.size() <= kMost) return "did you mean " + joined(near, " or ") + "?";
+  if (!near.empty() && near.size() <= most) return "did you mean " + joined(near, " or ") + "?";
   std::vector<std::string> shown(
-      known.begin(), known.begin() + static_cast<std::ptrdiff_t>(std::min(kMost, known.size())));
+      known.begin(), known.begin() + static_cast<std::ptrdiff_t>(std::min(most, known.size())));
   const std::size_t more = known.size() - shown.size();
   return kind + ": " + joined(shown) + (more ? " and " + std::to_string(more) + " more" : "");
+}
+
+std::string inOneLine(const std::string& text) {
+  std::string result;
+  for (const char c : text) {
+    const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
+    if (!blank)
+      result += c;
+    else if (!result.empty() && result.back() != ' ')
+      result += ' ';
+  }
+  return result;
 }
 
 std::string wrapped(const std::string& text, std::size_t width, const std::string& indent) {

@@ -9,9 +9,11 @@
 namespace orv::app {
 
 /// What to say about a name that is not among `known`: the ones that it comes near to, else all of
-/// them (cut short when they are many). `kind` in the plural, such as "rigs".
+/// them (the first `most`). `kind` in the plural, such as "rigs".
 std::string hintFor(const std::string& wanted, const std::vector<std::string>& known,
-                    const std::string& kind);
+                    const std::string& kind, std::size_t most = 12);
+/// `text` in one line: line ends and runs of blanks become single blanks.
+std::string inOneLine(const std::string& text);
 
 /// `values` separated by commas.
 std::string joined(const std::vector<std::string>& values, const std::string& separator = ", ");
