@@ -28,6 +28,7 @@ constexpr double kFrame = 0.04;
 
 /// A node that wanders for `frames` frames, keyed in position and rotation.
 SceneNode& AddMover(HeadlessSession& session, int frames) {
+  session.GetScene().setRange(0.0, frames * kFrame);
   SceneNode& node = session.GetScene().addNode("Mover");
   std::vector<double> times, places, turns;
   for (int i = 0; i <= frames; ++i) {
@@ -88,7 +89,7 @@ void MotionFilterCams(benchmark::State& state) {
   }
   Resimulate(state, session, frames, rigs);
 }
-BENCHMARK(MotionFilterCams)->Arg(1)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(MotionFilterCams)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 /// The single rig over as many frames as each of the thousand has, the peer of their per-rig cost.
 void MotionFilterCamShort(benchmark::State& state) {

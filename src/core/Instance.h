@@ -63,6 +63,10 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void Step(double t);
   void Stop(double t);
   void Update(double t);
+  /// Asks the processor to fetch what a step of this instance reads; costs no wait. The rig's part
+  /// needs the instance's own to have come.
+  void Prefetch() const;
+  void PrefetchRig() const;
 
   CCamera* GetRig() const { return m_pRig; }
   Tool* GetTool() const { return m_pTool; }

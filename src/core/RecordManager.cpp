@@ -209,11 +209,19 @@ bool RecordManager::StepDueFrame() {
   ++m_frame;
   if (!HandleRangeEnd()) return false;
   PollDevices();
-  const double t = m_frame * GetFrameDuration();
-  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Step(t);
+  StepInstances(m_frame * GetFrameDuration());
   if (!IsBeyondTakeLength(m_frame + 1)) return true;
   StopRecording();
   return false;
+}
+
+void RecordManager::StepInstances(double t) {
+  for (std::size_t i = 0; i < m_instances.size(); ++i) {
+    // In a scene of many rigs most of a step is waiting for memory: the next ones' is fetched now.
+    if (i + 2 < m_instances.size()) m_instances[i + 2]->Prefetch();
+    if (i + 1 < m_instances.size()) m_instances[i + 1]->PrefetchRig();
+    m_instances[i]->Step(t);
+  }
 }
 
 bool RecordManager::HandleRangeEnd() {
@@ -359,8 +367,7 @@ bool RecordManager::StepResimulation() {
   if (length > 0.0)
     m_resimProgress =
         static_cast<float>(std::clamp((m_resimTime - m_startTime) / length, 0.0, 1.0));
-  const double t = m_resimTime;
-  for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Step(t);
+  StepInstances(m_resimTime);
   ++m_resimFrame;
   m_resimTime = m_resimFrame * GetFrameDuration();
   return true;

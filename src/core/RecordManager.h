@@ -91,6 +91,7 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   void EndTake();
   void PollDevices();
   bool StepDueFrame();
+  void StepInstances(double t);
   bool HandleRangeEnd();
   bool IsBeyondTakeLength(int frame) const;
   void ShowCountdown();

@@ -11,6 +11,7 @@
 #include "adaptor/headless/HeadlessDocument.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
+#include "util/AVar_Matrix.h"
 #include "util/ReturnValue.h"
 
 namespace orv::tests {

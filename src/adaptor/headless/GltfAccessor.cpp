@@ -50,13 +50,17 @@ std::uint32_t unsignedAt(const unsigned char* bytes, ComponentType type) {
 
 template <class T>
 std::uint32_t largest(const unsigned char* data, std::size_t count, std::size_t stride) {
-  T result = 0;
+  // Lanes that do not wait for each other: all indices of a file are checked when it is opened.
+  constexpr std::size_t kLanes = 8;
+  T lanes[kLanes] = {};
+  std::size_t i = 0;
   if (stride == sizeof(T)) {
-    for (std::size_t i = 0; i < count; ++i)
-      result = std::max(result, load<T>(data + i * sizeof(T)));
-  } else {
-    for (std::size_t i = 0; i < count; ++i) result = std::max(result, load<T>(data + i * stride));
+    for (; i + kLanes <= count; i += kLanes)
+      for (std::size_t k = 0; k < kLanes; ++k)
+        lanes[k] = std::max(lanes[k], load<T>(data + (i + k) * sizeof(T)));
   }
+  T result = *std::max_element(lanes, lanes + kLanes);
+  for (; i < count; ++i) result = std::max(result, load<T>(data + i * stride));
   return result;
 }
 
@@ -78,30 +82,43 @@ std::size_t sizeOf(ComponentType type) {
 }
 
 std::vector<double> AccessorView::numbers() const {
+  std::vector<double> result(count * static_cast<std::size_t>(components));
+  numbersInto(result.data());
+  return result;
+}
+
+void AccessorView::numbersInto(double* result) const {
   const auto n = static_cast<std::size_t>(components);
   const std::size_t width = sizeOf(type);
-  std::vector<double> result(count * n, 0.0);
-  if (data != nullptr) {
-    for (std::size_t i = 0; i < count; ++i)
-      for (std::size_t k = 0; k < n; ++k)
-        result[i * n + k] = component(data + i * stride + k * width, type, normalized);
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t k = 0; k < n; ++k) {
+      const std::size_t at = i * stride + k * width;
+      if (data == nullptr)
+        result[i * n + k] = 0.0;
+      else
+        result[i * n + k] = type == ComponentType::kFloat ? load<float>(data + at)
+                                                          : component(data + at, type, normalized);
+    }
   }
   for (std::size_t i = 0; i < sparseCount; ++i) {
     const std::size_t at = unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType);
     for (std::size_t k = 0; k < n; ++k)
       result[at * n + k] = component(sparseValues + (i * n + k) * width, type, normalized);
   }
-  return result;
 }
 
 std::vector<std::uint32_t> AccessorView::indices() const {
-  std::vector<std::uint32_t> result(count, 0);
-  if (data != nullptr)
-    for (std::size_t i = 0; i < count; ++i) result[i] = unsignedAt(data + i * stride, type);
+  std::vector<std::uint32_t> result(count);
+  indicesInto(result.data());
+  return result;
+}
+
+void AccessorView::indicesInto(std::uint32_t* result) const {
+  for (std::size_t i = 0; i < count; ++i)
+    result[i] = data == nullptr ? 0 : unsignedAt(data + i * stride, type);
   for (std::size_t i = 0; i < sparseCount; ++i)
     result[unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType)] =
         unsignedAt(sparseValues + i * sizeOf(type), type);
-  return result;
 }
 
 std::uint32_t AccessorView::largestIndex() const {

@@ -38,8 +38,12 @@ struct AccessorView {
 
   /// All components of all elements as numbers, normalised integers as fractions.
   std::vector<double> numbers() const;
+  /// The same into memory for `count * components` numbers.
+  void numbersInto(double* result) const;
   /// All elements of a scalar accessor of unsigned integers.
   std::vector<std::uint32_t> indices() const;
+  /// The same into memory for `count` numbers.
+  void indicesInto(std::uint32_t* result) const;
   /// Largest element of a scalar accessor of unsigned integers, without decoding it.
   std::uint32_t largestIndex() const;
   /// Whether the sparse indices rise and stay below `count`.

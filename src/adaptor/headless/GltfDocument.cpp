@@ -381,10 +381,7 @@ void GltfDocument::spend(std::size_t amount, const Place& place) const {
 
 std::shared_ptr<const util::CMesh> GltfDocument::triangles(int mesh) const {
   std::shared_ptr<const util::CMesh>& result = m_meshes[mesh];
-  if (!result) {
-    result = mesh < 0 ? std::make_shared<util::CMesh>()
-                      : std::make_shared<util::CMesh>(buildTriangles(*this, mesh));
-  }
+  if (!result) result = shareMesh(mesh < 0 ? util::CMesh() : buildTriangles(*this, mesh));
   return result;
 }
 

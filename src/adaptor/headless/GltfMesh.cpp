@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <numeric>
 
 #include "adaptor/headless/GltfAccessor.h"
 #include "adaptor/headless/GltfDocument.h"
@@ -148,17 +149,11 @@ class TriangleBuilder {
     const int texCoords = m_withTexCoords ? texCoordsOf(m_document, primitive, place) : -1;
     const std::int32_t base = vertexBase(position);
     const std::int32_t texBase = m_withTexCoords ? texCoordBase(texCoords) : 0;
-    const std::vector<std::uint32_t> corners =
-        cornersOf(m_document, primitive, m_document.accessor(position).count);
     const PrimitiveMode mode = modeOf(primitive, place);
+    const std::size_t vertices = m_document.accessor(position).count;
+    if (mode == PrimitiveMode::kTriangles) return addTriangles(primitive, vertices, base, texBase);
+    const std::vector<std::uint32_t> corners = cornersOf(m_document, primitive, vertices);
     const std::size_t n = corners.size();
-    if (n < 3) return;
-    if (mode == PrimitiveMode::kTriangles) {
-      m_mesh.faces.reserve(m_mesh.faces.size() + n);
-      for (std::size_t i = 0; i + 2 < n; i += 3)
-        addFace(base, texBase, corners[i], corners[i + 1], corners[i + 2]);
-      return;
-    }
     for (std::size_t i = 0; i + 2 < n; ++i) {
       const std::uint32_t a = mode == PrimitiveMode::kTriangleFan ? corners[0] : corners[i];
       const bool odd = mode == PrimitiveMode::kTriangleStrip && i % 2 == 1;
@@ -176,10 +171,10 @@ class TriangleBuilder {
     const auto [at, isNew] =
         m_bases.emplace(accessor, static_cast<std::int32_t>(m_mesh.vertices.size()));
     if (isNew) {
-      const std::vector<double> numbers = m_document.accessor(accessor).numbers();
-      m_mesh.vertices.reserve(m_mesh.vertices.size() + numbers.size() / 3);
-      for (std::size_t i = 0; i + 2 < numbers.size(); i += 3)
-        m_mesh.vertices.emplace_back(numbers[i], numbers[i + 1], numbers[i + 2]);
+      const AccessorView view = m_document.accessor(accessor);
+      const std::size_t first = m_mesh.vertices.size();
+      m_mesh.vertices.resize(first + view.count);
+      view.numbersInto(&m_mesh.vertices[first].x);
     }
     return at->second;
   }
@@ -201,6 +196,30 @@ class TriangleBuilder {
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
   }
 
+  /// Plain triangles, which big meshes consist of, are read to their place at once.
+  void addTriangles(const Json& primitive, std::size_t vertices, std::int32_t base,
+                    std::int32_t texBase) {
+    const std::size_t first = m_mesh.faces.size();
+    if (const Json* indices = member(primitive, "indices")) {
+      const AccessorView view = m_document.accessor(indices->get<std::size_t>());
+      m_mesh.faces.resize(first + view.count);
+      view.indicesInto(reinterpret_cast<std::uint32_t*>(m_mesh.faces.data() + first));
+    } else {
+      m_mesh.faces.resize(first + vertices);
+      std::iota(m_mesh.faces.begin() + static_cast<std::ptrdiff_t>(first), m_mesh.faces.end(), 0);
+    }
+    std::vector<std::int32_t>& faces = m_mesh.faces;
+    std::size_t kept = first;
+    for (std::size_t i = first; i + 2 < faces.size(); i += 3) {
+      const std::int32_t face[3] = {base + faces[i], base + faces[i + 1], base + faces[i + 2]};
+      if (!finite(face[0]) || !finite(face[1]) || !finite(face[2])) continue;
+      std::copy(face, face + 3, faces.begin() + static_cast<std::ptrdiff_t>(kept));
+      kept += 3;
+      addTexFace(face, texBase - base);
+    }
+    faces.resize(kept);
+  }
+
   void addFace(std::int32_t base, std::int32_t texBase, std::uint32_t a, std::uint32_t b,
                std::uint32_t c) {
     const std::int32_t face[3] = {base + static_cast<std::int32_t>(a),
@@ -208,8 +227,12 @@ class TriangleBuilder {
                                   base + static_cast<std::int32_t>(c)};
     if (!finite(face[0]) || !finite(face[1]) || !finite(face[2])) return;
     m_mesh.faces.insert(m_mesh.faces.end(), face, face + 3);
+    addTexFace(face, texBase - base);
+  }
+
+  void addTexFace(const std::int32_t (&face)[3], std::int32_t shift) {
     if (!m_withTexCoords) return;
-    for (const std::int32_t corner : face) m_mesh.texFaces.push_back(corner - base + texBase);
+    for (const std::int32_t corner : face) m_mesh.texFaces.push_back(corner + shift);
   }
 
   const GltfDocument& m_document;

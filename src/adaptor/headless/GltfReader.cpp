@@ -14,7 +14,6 @@
 #include "adaptor/headless/GltfKeys.h"
 #include "adaptor/headless/GltfMesh.h"
 #include "adaptor/headless/GltfUri.h"
-#include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
 namespace orv::rws::adaptor::headless {
@@ -636,7 +635,7 @@ class GltfReader::Builder {
 ReadResult GltfReader::read(const std::string& path, const ReadOptions& options) {
   ReadResult result;
   std::string bytes;
-  if (!util::readFile(path, bytes, &result.error)) return result;
+  if (!readWhole(path, bytes, result.error)) return result;
   const std::size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
   return build(std::move(bytes), path, &folder, options);

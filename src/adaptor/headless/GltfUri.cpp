@@ -1,6 +1,9 @@
 #include "adaptor/headless/GltfUri.h"
 
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 #include <vector>
 
@@ -87,6 +90,20 @@ std::string encodeRelativeUri(std::string_view path) {
   return result;
 }
 
+bool readWhole(const std::string& path, std::string& bytes, std::string& error) {
+  std::error_code code;
+  const bool regular = std::filesystem::is_regular_file(path, code);
+  const std::uintmax_t size = regular ? std::filesystem::file_size(path, code) : 0;
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
+      regular && !code ? std::fopen(path.c_str(), "rb") : nullptr, &std::fclose);
+  // Pipes, and whatever goes wrong, are told by the general way.
+  if (file == nullptr) return util::readFile(path, bytes, &error);
+  bytes.resize(size);
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  if (std::ferror(file.get()) == 0) return true;
+  return util::readFile(path, bytes, &error);
+}
+
 bool readSideFile(const std::string& path, std::string& bytes, std::string& error) {
   std::error_code code;
   const auto status = std::filesystem::status(path, code);
@@ -98,7 +115,7 @@ bool readSideFile(const std::string& path, std::string& bytes, std::string& erro
     error = path + ": is no regular file";
     return false;
   }
-  return util::readFile(path, bytes, &error);
+  return readWhole(path, bytes, error);
 }
 
 }  // namespace orv::rws::adaptor::headless

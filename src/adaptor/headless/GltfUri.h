@@ -17,7 +17,9 @@ bool decodeRelativeUri(std::string_view uri, std::string& path);
 /// A relative path as a URI.
 std::string encodeRelativeUri(std::string_view path);
 
-/// Reads a whole regular file; on failure `error` names it and the reason.
+/// Reads a whole file in one piece of memory; on failure `error` names it and the reason.
+bool readWhole(const std::string& path, std::string& bytes, std::string& error);
+/// The same for a file that another names; it must be a regular one, which ends.
 bool readSideFile(const std::string& path, std::string& bytes, std::string& error);
 
 }  // namespace orv::rws::adaptor::headless

@@ -190,8 +190,8 @@ WriteResult guarded(const std::string& name, Work work) {
     result.error = name + ": " + e.what();
   } catch (const Json::exception& e) {
     constexpr int kInvalidUtf8 = 316;
-    result.error = name + ": " +
-                   (e.id == kInvalidUtf8 ? "a name or a text is not valid UTF-8" : e.what());
+    result.error =
+        name + ": " + (e.id == kInvalidUtf8 ? "a name or a text is not valid UTF-8" : e.what());
   } catch (const std::bad_alloc&) {
     result.error = name + ": not enough memory to write the scene";
   } catch (const std::exception& e) {

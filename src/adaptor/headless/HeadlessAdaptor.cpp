@@ -19,6 +19,9 @@ using core::CoreNode;
 
 namespace {
 
+/// Samples that a take's buffer makes room for at once, at most.
+constexpr double kMostReserved = 16384.0;
+
 void PrintMessage(const std::string& title, const std::string& text) {
   std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
 }
@@ -439,6 +442,8 @@ void HeadlessAdaptor::BeginRecording(double time,
   m_firstFrame = std::numeric_limits<double>::infinity();
   m_refusedPoses = 0;
   m_recording = true;
+  const double frames = (m_scene->rangeEnd() - time) * m_scene->frameRate();
+  m_expectedSamples = static_cast<std::size_t>(std::clamp(frames, 0.0, kMostReserved)) + 2;
   for (HeadlessNode* node : nodeList) {
     const bool inTake =
         node->owner && std::binary_search(m_takeInstances.begin(), m_takeInstances.end(),

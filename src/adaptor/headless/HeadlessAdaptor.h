@@ -141,6 +141,8 @@ class HeadlessAdaptor final : public AdaptorInterface {
   double GetFrameBefore(double time) const;
   /// Whether `time` is not behind the first frame that this take has written.
   bool IsFirstFrame(double time) const { return time <= m_firstFrame; }
+  /// Samples that a node of this take will have if the take lasts to the end of the range.
+  std::size_t GetExpectedSamples() const { return m_expectedSamples; }
   void NoteFrame(double time) {
     if (!(time > m_frame)) return;
     m_frameBefore = m_frame;
@@ -184,6 +186,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
   double m_frame = 0.0;      ///< latest frame written (s)
   double m_frameBefore = 0.0;
   double m_firstFrame = 0.0;  ///< infinity until something is written
+  std::size_t m_expectedSamples = 0;
   int m_refusedPoses = 0;
   std::string m_firstRefused;
 

@@ -8,6 +8,7 @@
 #include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/RestoreObjects.h"
 #include "adaptor/headless/Scene.h"
+#include "util/AVar_Matrix.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -226,7 +227,7 @@ Matrix<double> HeadlessNode::GetWorldPose(double time) {
   if (!m_sceneNode) return {};
   if (!m_adaptor.IsRecording()) return m_sceneNode->worldMatrix(time);
   Matrix<double> local;
-  if (!GetLocal(time, local)) return recorded.value(time);
+  if (!GetLocal(time, local)) return GetRecordedBetween(time);
   HeadlessNode* const parent = GetParentNode();
   return parent ? parent->GetWorldPose(time) * local : local;
 }
@@ -235,7 +236,7 @@ Matrix<double> HeadlessNode::GetLocalPose(double time) {
   Matrix<double> local;
   if (!m_sceneNode || GetLocal(time, local)) return local;
   HeadlessNode* const parent = GetParentNode();
-  const Matrix<double> world = recorded.value(time);
+  const Matrix<double> world = GetRecordedBetween(time);
   return parent ? parent->GetWorldPose(time).affineInverse() * world : world;
 }
 
@@ -263,12 +264,25 @@ bool HeadlessNode::HoldsStart(double time) const {
 
 /// The sample of exactly this time, or the last one behind it; -1 between two samples.
 int HeadlessNode::SampleAt(double time) const {
-  const auto& samples = recorded.samples;
-  const int last = static_cast<int>(samples.size()) - 1;
-  if (time >= samples[static_cast<std::size_t>(last)].time) return last;
-  if (last > 0 && time == samples[static_cast<std::size_t>(last) - 1].time) return last - 1;
-  const int nearest = recorded.find(time);
-  return samples[static_cast<std::size_t>(nearest)].time == time ? nearest : -1;
+  const int last = static_cast<int>(recordedTimes.size()) - 1;
+  if (time >= recordedTimes[static_cast<std::size_t>(last)]) return last;
+  if (last > 0 && time == recordedTimes[static_cast<std::size_t>(last) - 1]) return last - 1;
+  const auto found = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
+  return *found == time ? static_cast<int>(found - recordedTimes.begin()) : -1;
+}
+
+Matrix<double> HeadlessNode::GetRecordedBetween(double time) {
+  HeadlessNode* const parent = GetParentNode();
+  const auto behind = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
+  const auto sample = [&](std::size_t i) {
+    const double at = recordedTimes[i];
+    const Matrix<double> local = compose(recordedLocal[i]);
+    return util::AVar_Matrix<double>::Sample{at, parent ? parent->GetWorldPose(at) * local : local};
+  };
+  const auto i = static_cast<std::size_t>(behind - recordedTimes.begin());
+  if (i == 0) return sample(0).value;
+  util::AVar_Matrix<double>::Sample out;
+  return util::AVar_Matrix<double>().interpolate(out, sample(i - 1), sample(i), time).value;
 }
 
 bool HeadlessNode::SetWorldPose(double time, const Matrix<double>& world, bool key) {
@@ -308,7 +322,7 @@ void HeadlessNode::WriteStatic(double time, const Trs& local, bool key) {
 // --- the take's buffer ---
 
 void HeadlessNode::BeginBuffering(double time, bool born) {
-  recorded.samples.clear();
+  recordedTimes.clear();
   recordedLocal.clear();
   recordedFocus.samples.clear();
   recordedFocal.samples.clear();
@@ -343,15 +357,23 @@ void HeadlessNode::Record(double time, const Trs& local) {
 }
 
 void HeadlessNode::RecordSample(double time, const Trs& local) {
-  const Matrix<double> localMatrix = compose(local);
-  HeadlessNode* const parent = GetParentNode();
-  const auto count = recorded.samples.size();
-  const auto index = static_cast<std::size_t>(
-      recorded.set(time, parent ? parent->GetWorldPose(time) * localMatrix : localMatrix));
-  if (recorded.samples.size() > count)
-    recordedLocal.insert(recordedLocal.begin() + static_cast<std::ptrdiff_t>(index), local);
-  else
-    recordedLocal[index] = local;
+  if (recordedTimes.empty()) {
+    recordedTimes.reserve(m_adaptor.GetExpectedSamples());
+    recordedLocal.reserve(m_adaptor.GetExpectedSamples());
+  }
+  if (recordedTimes.empty() || time > recordedTimes.back()) {
+    recordedTimes.push_back(time);
+    recordedLocal.push_back(local);
+    return;
+  }
+  const auto at = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
+  const auto index = at - recordedTimes.begin();
+  if (*at == time) {
+    recordedLocal[static_cast<std::size_t>(index)] = local;
+    return;
+  }
+  recordedTimes.insert(at, time);
+  recordedLocal.insert(recordedLocal.begin() + index, local);
 }
 
 bool HeadlessNode::HasRecordedLens() const {
@@ -361,9 +383,7 @@ bool HeadlessNode::HasRecordedLens() const {
 /// Turns the samples into keys: those before the start stay, all from there on give way.
 bool HeadlessNode::WritePoseKeys() {
   if (!HasRecordedPose() || !m_sceneNode) return true;
-  std::vector<double> times;
-  times.reserve(recorded.samples.size());
-  for (const auto& sample : recorded.samples) times.push_back(sample.time);
+  const std::vector<double>& times = recordedTimes;
   bool written = true;
   for (const ChannelPath path : kPaths) {
     std::vector<double> values;
@@ -397,7 +417,7 @@ void HeadlessNode::WriteLensKeys() {
 
 void HeadlessNode::EndBuffering() {
   buffering = false;
-  recorded.samples = {};
+  recordedTimes = {};
   recordedLocal = {};
   recordedFocus.samples = {};
   recordedFocal.samples = {};

@@ -10,7 +10,6 @@
 #include "adaptor/headless/SceneNode.h"
 #include "core/CoreNode.h"
 #include "util/AVar_Linear.h"
-#include "util/AVar_Matrix.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -118,7 +117,9 @@ class HeadlessNode final : public core::CoreNode {
   bool GetLocal(double time, util::Matrix<double>& local) const;
   void Record(double time, const Trs& local);
   void RecordSample(double time, const Trs& local);
-  bool HasRecordedPose() const { return !recorded.samples.empty(); }
+  /// World pose between two samples: their world poses, interpolated.
+  util::Matrix<double> GetRecordedBetween(double time);
+  bool HasRecordedPose() const { return !recordedTimes.empty(); }
   bool HasRecordedLens() const;
   bool WritePoseKeys();
   void WriteLensKeys();
@@ -128,24 +129,24 @@ class HeadlessNode final : public core::CoreNode {
     return which == LensValue::kFieldOfView ? recordedFocal : recordedFocus;
   }
 
+  // What every frame of a take reads comes first, so that it lies together.
   HeadlessAdaptor& m_adaptor;
   SceneNode* m_sceneNode;
   HeadlessNode* m_parent = nullptr;  ///< of the latest look; checked against the scene's
-  bool m_known = false;              ///< stands in the adaptor's list
-  bool m_rebuild = false;
-  int m_keptSerial = -1;  ///< the latest undo step that saved this node's pose
-
-  util::AVar_Matrix<double> recorded;       ///< world poses of the take, as they were written
-  std::vector<Trs> recordedLocal;           ///< the samples' own channels, which is what counts
-  util::AVar_Linear<double> recordedFocus;  ///< focus distances of the take (m)
-  util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)
-  double bufferedFrom = 0.0;                ///< s
+  double bufferedFrom = 0.0;         ///< s
   bool buffering = false;
-  Trs m_noted;                 ///< own channels at the take's start
   bool m_keyedByTake = false;  ///< an earlier take has left keys at the start
   bool m_bornInTake = false;
-  LensKeys m_lensKeys;  ///< by LensValue; empty where there are none
-
+  bool m_known = false;  ///< stands in the adaptor's list
+  bool m_rebuild = false;
+  int m_keptSerial = -1;  ///< the latest undo step that saved this node's pose
+  // The take's poses, one time and one set of own channels per sample, in rising time.
+  std::vector<double> recordedTimes;
+  std::vector<Trs> recordedLocal;
+  Trs m_noted;                              ///< own channels at the take's start
+  util::AVar_Linear<double> recordedFocus;  ///< focus distances of the take (m)
+  util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)
+  LensKeys m_lensKeys;                      ///< by LensValue; empty where there are none
   std::unique_ptr<MeshRays> m_rays;
   std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };

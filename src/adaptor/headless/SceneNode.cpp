@@ -16,6 +16,15 @@ bool operator==(const Lens& a, const Lens& b) {
          a.nearClip == b.nearClip && a.farClip == b.farClip;
 }
 
+std::shared_ptr<const CMesh> shareMesh(CMesh mesh) {
+  struct Holder {
+    CMesh mesh;
+  };
+  // CMesh is not made to be deleted by itself.
+  auto holder = std::make_shared<Holder>(Holder{std::move(mesh)});
+  return {holder, &holder->mesh};
+}
+
 namespace {
 std::size_t indexOf(ChannelPath path) {
   return static_cast<std::size_t>(path);
@@ -161,7 +170,7 @@ const CMesh* SceneNode::mesh() const {
 }
 
 void SceneNode::setMesh(const CMesh& mesh) {
-  setMesh(std::make_shared<const CMesh>(mesh));
+  setMesh(shareMesh(mesh));
 }
 
 /// Giving back the mesh that came from the file makes it the file's again.

@@ -39,6 +39,9 @@ struct Curve {
 /// Red, green, blue in [0, 1], linear light.
 using Colour = std::array<float, 3>;
 
+/// A mesh on the heap that several may hold.
+std::shared_ptr<const util::CMesh> shareMesh(util::CMesh mesh);
+
 /// The static pose of a node and its keys: what a reparenting or a take changes, so what its undo
 /// keeps.
 struct NodeAnimation {
