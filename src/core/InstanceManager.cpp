@@ -309,6 +309,7 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, int index
     problem = "the rig could not be built";
     return nullptr;
   }
+  tool->RecordDefaults(*instance);
   problem = instance->ReadRecord(record);
   if (problem.empty() && instance->GetRig()->Restore() != 0)
     problem = "a node that it needs is missing, or its data is damaged";

@@ -152,10 +152,16 @@ std::string Instance::ReadRecord(const Element& record) {
     LiveSpinnerSpan span;
     if (util::parseNumber(tag.attribute("id"), span.elementId) &&
         util::parseNumber(tag.attribute("start"), span.start) &&
-        util::parseNumber(tag.attribute("end"), span.end))
+        util::parseNumber(tag.attribute("end"), span.end)) {
       m_liveSpinnerSpans.push_back(span);
-    else
+      // The profile holds whole numbers only; the spinner stood between two of them.
+      ConfigElement* element = m_config.find(span.elementId);
+      if (element && element->kind() == ConfigElement::Kind::kSpinnerInt &&
+          static_cast<double>(std::lround(span.end)) == element->number())
+        element->setNumber(span.end);
+    } else {
       problem = "the recorded values of a live spinner are damaged";
+    }
   });
 
   const Element& saved = record.child(kSaveData);

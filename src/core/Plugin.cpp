@@ -73,11 +73,8 @@ Instance* Plugin::CreateInstance(const std::string& name) {
   if (!instance || instance->GetRig()->Define() != 0) return nullptr;
   if (instance->GetRig()->Create() != 0) return nullptr;
 
-  GetConfigProfiles().RecordFactorySettings(instance->GetConfig());
-  GetConfigProfiles().EnsureStartProfile();
+  RecordDefaults(*instance);
   GetConfigProfiles().Apply(kStartProfile, *instance);
-
-  GetInputProfiles().EnsureStartProfile(instance->GetProperties());
   GetInputProfiles().Apply(kStartProfile, instance->GetProperties());
 
   return m_core.AddRow(std::move(instance))->GetInstance();

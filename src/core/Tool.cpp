@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/DataRoot.h"
+#include "core/Instance.h"
 
 namespace orv::rws::core {
 
@@ -17,6 +18,12 @@ Tool::~Tool() = default;
 void Tool::LoadProfiles() {
   m_configProfiles.Reload();
   m_inputProfiles.Reload();
+}
+
+void Tool::RecordDefaults(Instance& instance) {
+  m_configProfiles.RecordFactorySettings(instance.GetConfig());
+  m_configProfiles.EnsureStartProfile();
+  m_inputProfiles.EnsureStartProfile(instance.GetProperties());
 }
 
 void Tool::AddInstance(Instance* instance) {

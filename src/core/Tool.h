@@ -65,6 +65,10 @@ class Tool : public QObject,
   ConfigProfileManager& GetConfigProfiles() { return m_configProfiles; }
   InputProfileManager& GetInputProfiles() { return m_inputProfiles; }
 
+  /// Makes the values of an instance that has just been defined "Factory Settings", and, where
+  /// there is none, "Start Profile". Both live in memory.
+  void RecordDefaults(Instance& instance);
+
   /// Called by an instance at its beginning and its end.
   void AddInstance(Instance* instance);
   void RemoveInstance(Instance* instance);

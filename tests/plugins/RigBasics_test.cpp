@@ -116,16 +116,19 @@ TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
   const auto fresh = world->Save();
   Take(*world, 0, 3);
   const auto taken = world->Save();
+  int restored = 0;
   const auto savedAfter = [&](const std::vector<unsigned char>& blob) {
-    int restored = 1;
-    auto opened = world->Reopen(blob, restored);
-    EXPECT_EQ(restored, 0);
-    return opened->Save();
+    restored = 1;
+    return world->Reopen(blob, restored)->Save();
   };
   EXPECT_EQ(savedAfter(taken), taken);
+  EXPECT_EQ(restored, 0);
   EXPECT_EQ(savedAfter({}), fresh);
-  for (std::size_t size = 0; size < taken.size(); size += 7)
+  EXPECT_EQ(restored, 0);
+  for (std::size_t size = 1; size < taken.size(); size += 7) {
     EXPECT_EQ(savedAfter({taken.begin(), taken.begin() + static_cast<long>(size)}), fresh) << size;
+    EXPECT_EQ(restored, 1) << size;  // told, so that the scene keeps its record
+  }
 
   util::DataChunk chunk(taken.data(), taken.size());
   const std::string name = chunk.name;
@@ -135,6 +138,7 @@ TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
   for (const std::string& other : others) {
     chunk.name = other;
     EXPECT_EQ(savedAfter(chunk.flatten()), fresh) << other;
+    EXPECT_EQ(restored, other == others.front() ? 0 : 1) << other;
   }
   chunk.name = plain + "8102";  // newer is read
   EXPECT_EQ(savedAfter(chunk.flatten()), taken);
@@ -144,6 +148,7 @@ TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
     bent[at] = 0xff;
     const auto saved = savedAfter(bent);
     EXPECT_TRUE(saved == savedAfter(saved)) << at;
+    EXPECT_EQ(restored, 0) << at;
   }
 }
 

@@ -35,7 +35,7 @@ class CCamera : public CExtendable {
   /// Creates the scene nodes of a new rig. Non-zero aborts the creation.
   virtual int Create() = 0;
   /// Finds the nodes of a rig that came with a scene and reads its blob. Returns 1 when a needed
-  /// node is missing; the core then leaves the rig out.
+  /// node is missing or the blob is damaged; the core then leaves the rig out.
   virtual int Restore() = 0;
   /// A save is about to happen: hand the blob to SetUserData. 0 is success.
   virtual int Store() = 0;

@@ -164,13 +164,7 @@ void LinkRig::Update(double /*time*/) {
 int LinkRig::Restore() {
   if (!m_cage.Find() || !m_actuator.Find()) return 1;
   RestoreMore();
-  if (LoadBlob() == SaveState::kDamaged)
-    m_pInterface->MessageBox(
-        GetTypeName(),
-        "The memories of a " + GetTypeName() +
-            " in this scene are damaged and start empty. Its keys and recorded "
-            "inputs are untouched: resimulate to rebuild the memories.",
-        kIconWarning);
+  if (LoadBlob() == SaveState::kDamaged) return 1;
   m_hideModes.Restore();
   return 0;
 }

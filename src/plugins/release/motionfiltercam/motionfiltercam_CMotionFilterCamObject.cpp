@@ -172,7 +172,7 @@ int CMotionFilterCamObject::Restore() {
   // Without its AttachedCam the rig goes on, towards the origin; without its FollowCam it is none.
   m_attachedCam.Find();
   if (!m_followCam.Find()) return 1;
-  LoadBlob();
+  if (LoadBlob() == SaveState::kDamaged) return 1;
   return 0;
 }
 

@@ -131,7 +131,7 @@ int CSteadyCamObject::Restore() {
   // Without its AttachedCam the rig goes on, towards the origin; without its FollowCam it is none.
   m_attachedCam.Find();
   if (!m_followCam.Find()) return 1;
-  LoadBlob();
+  if (LoadBlob() == SaveState::kDamaged) return 1;
   m_hideModes.Restore();
   return 0;
 }
