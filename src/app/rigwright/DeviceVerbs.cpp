@@ -110,7 +110,7 @@ void addMap(Program& program) {
       "map",
       "Map an input of a rig to a control of a device, or change how its value is shaped\n"
       "value = sign * (max(|raw| - deadzone, 0) / (1 - deadzone)) ^ exponent * multiplier + offset",
-      "rigwright map link.glb \"Link:Yaw (Right/Left)\" any Axis 0 --multiplier -1 -o link.glb",
+      "rigwright map hand.glb \"Hand:Yaw (Right/Left)\" any Axis 0 --multiplier -1 -o hand.glb",
       [o](Program& p) { runMap(p, *o); });
   addScene(verb, o->scene);
   verb.add_option("INPUT", o->input, "RIG:INPUT (see rigwright info)")->required()->type_name("");

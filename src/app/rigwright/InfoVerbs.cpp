@@ -229,9 +229,9 @@ void addInfoVerbs(Program& program) {
   program.markReadOnly(
       program.addVerb("tools", "List the kinds of rigs", "rigwright tools", runTools));
   auto path = std::make_shared<std::string>();
-  CLI::App& info = program.addVerb(
-      "info", "Tell what is in a scene: nodes, rigs, parameters, inputs",
-      "rigwright info examples/shaky.glb", [path](Program& p) { runInfo(p, *path); });
+  CLI::App& info =
+      program.addVerb("info", "Tell what is in a scene: nodes, rigs, parameters, inputs",
+                      "rigwright info shaky.glb", [path](Program& p) { runInfo(p, *path); });
   addScene(info, *path);
   program.markReadOnly(info);
 }

@@ -69,7 +69,7 @@ Quat fromDegrees(const Vector& degrees) {
   const Quat x{std::sin(half.x), 0.0, 0.0, std::cos(half.x)};
   const Quat y{0.0, std::sin(half.y), 0.0, std::cos(half.y)};
   const Quat z{0.0, 0.0, std::sin(half.z), std::cos(half.z)};
-  return (z * y * x).normalized();
+  return (x * y * z).normalized();  // of two quaternions the first acts first
 }
 
 /// Sets one property: its static value, or where it has keys a key at `time`.
@@ -131,7 +131,7 @@ void addNodeVerbs(Program& program) {
   auto o = std::make_shared<NodeOptions>();
   CLI::App& parent =
       program.addVerb("parent", "Put a node under another one, keeping its world pose",
-                      "rigwright parent cam.glb Cam_AttachedCam Shaky -o cam.glb",
+                      "rigwright parent cam.glb Cam_AttachedCam Carrier -o cam.glb",
                       [o](Program& p) { runParent(p, *o); });
   addScene(parent, o->scene);
   parent.add_option("CHILD", o->node, "Node to move")->required()->type_name("");

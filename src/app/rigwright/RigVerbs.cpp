@@ -88,7 +88,7 @@ void addAdd(Program& program) {
   auto o = std::make_shared<AddOptions>();
   CLI::App& verb = program.addVerb(
       "add", "Create a rig in a scene; prints the rig's name",
-      "rigwright add examples/shaky.glb MotionFilterCam --name Cam --profile \"Loose FollowCam\" "
+      "rigwright add shaky.glb MotionFilterCam --name Cam --profile \"Loose FollowCam\" "
       "-o cam.glb",
       [o](Program& p) { runAdd(p, *o); });
   addScene(verb, o->scene);
@@ -169,7 +169,7 @@ void addOrder(Program& program) {
   auto o = std::make_shared<RigOptions>();
   CLI::App& verb = program.addVerb(
       "order", "Change the order in which rigs are stepped (a camera after what it follows)",
-      "rigwright order two.glb Cam_2 --before Cam -o two.glb", [o](Program& p) {
+      "rigwright order two.glb Cam_01 --before Cam -o two.glb", [o](Program& p) {
         SceneJob job(p, o->scene);
         auto& moved = job.row(o->rig);
         auto* before = o->last ? nullptr : &job.row(o->other);

@@ -40,7 +40,7 @@ void addSettingVerbs(Program& program) {
       "set",
       "Set parameters of rigs, as an edit by hand does\n"
       "A value outside its range is clamped to it, which is told on stderr.",
-      "rigwright set cam.glb \"Cam:Translation Response Factor=50\" \"Cam:#5=on\" -o cam.glb",
+      "rigwright set cam.glb \"Cam:Translation Response Factor=50\" \"Cam:#5=20\" -o cam.glb",
       [o](Program& p) {
         SceneJob job(p, o->scene);
         for (const std::string& assignment : o->assignments) job.setParameter(assignment);

@@ -131,7 +131,7 @@ void addTakeVerb(Program& program) {
       "take",
       "Perform a take against the real clock, with the devices that are present\n"
       "Records the inputs, and writes the keys when it ends. Ctrl-C throws it away.",
-      "rigwright take link.glb --seconds 5 --play examples/link.csv -o take.glb",
+      "rigwright take hand.glb --seconds 5 --play hand.csv -o take.glb",
       [o](Program& p) { runTakeVerb(p, *o); });
   addScene(verb, o->scene);
   addNumber(verb, "--seconds", o->seconds, "Length of the take (s)", mustBePositive)->required();

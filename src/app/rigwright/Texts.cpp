@@ -35,7 +35,7 @@ bool isNear(const std::string& wanted, const std::string& name) {
   const std::string b = lower(name);
   if (a.size() >= 3 && (b.find(a) != std::string::npos || a.find(b) != std::string::npos))
     return true;
-  return editDistance(a, b) <= std::max<std::size_t>(1, std::min(a.size(), b.size()) / 3);
+  return editDistance(a, b) <= (std::min(a.size(), b.size()) + 2) / 3;
 }
 
 }  // namespace

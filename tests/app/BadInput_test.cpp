@@ -1,0 +1,143 @@
+// What the program says to wrong command lines and damaged files.
+#include "app/ProgramTest.h"
+
+namespace orv::tests {
+namespace {
+
+struct Case {
+  Words words;
+  int status;
+  Words told;  ///< pieces that stderr must hold
+};
+
+class BadInput : public ProgramTest {
+ protected:
+  void SetUp() override {
+    ok({"add", "shot.glb", "MotionFilterCam", "--name", "Cam", "-o", "cam.glb"});
+    ok({"add", "cam.glb", "DirectInputLink", "--name", "Hand", "-o", "cam.glb"});
+    const std::string glb = folder.Read("cam.glb");
+    folder.Write("cut.glb", glb.substr(0, glb.size() / 2));
+    folder.Write("nobuffer.gltf", R"({"asset":{"version":"2.0"},
+      "buffers":[{"byteLength":8,"uri":"gone.bin"}],
+      "bufferViews":[{"buffer":0,"byteLength":8}]})");
+    folder.Write("unknown.csv", "time,Hand:Yaw (Right/Lift)\n0,1\n");
+    folder.Write("nan.csv", "time,Yaw (Right/Left)\n0,1\n0.1,nan\n");
+    folder.Write("falls.csv", "time,Yaw (Right/Left)\n0,1\n0.2,1\n0.1,1\n");
+  }
+
+  /// Each must fail as told, print nothing on stdout, and leave every file as it was.
+  void expectAll(const std::vector<Case>& cases) {
+    const auto before = files();
+    for (const Case& c : cases) {
+      std::string line;
+      for (const std::string& word : c.words) line += word + " ";
+      const Outcome result = run(c.words);
+      EXPECT_EQ(result.status, c.status) << line << "\n" << result.err;
+      EXPECT_EQ(result.out, "") << line;
+      EXPECT_EQ(result.err.rfind("rigwright: ", 0), 0u) << line << "\n" << result.err;
+      for (const std::string& piece : c.told)
+        EXPECT_NE(result.err.find(piece), std::string::npos)
+            << line << "must tell \"" << piece << "\"\n"
+            << result.err;
+    }
+    EXPECT_TRUE(files() == before) << "no file may have changed or been left behind";
+  }
+};
+
+TEST_F(BadInput, WhatTheCommandLineAloneShowsEndsWithTwo) {
+  expectAll({
+      {{}, 2, {"no verb", "--help"}},
+      {{"inof", "cam.glb"}, 2, {"unknown verb inof", "info"}},
+      {{"profile", "lst", "cam.glb", "Cam"}, 2, {"unknown verb lst", "list", "profile --help"}},
+      {{"info"}, 2, {"SCENE", "info --help"}},
+      {{"info", "cam.glb", "--nonsense"}, 2, {"--nonsense"}},
+      {{"add", "cam.glb", "MotionFilterCam"}, 2, {"--output"}},
+      {{"add", "cam.glb", "MotionFilterCam", "-o", "x.obj"}, 2, {"x.obj", ".glb"}},
+      {{"add", "cam.glb", "MotionFilterCam", "--translate", "1,2", "-o", "x.glb"}, 2, {"1,2"}},
+      {{"add", "cam.glb", "MotionFilterCam", "--scale", "-1", "-o", "x.glb"}, 2, {"above 0"}},
+      {{"place", "cam.glb", "Wall", "-o", "x.glb"}, 2, {"--translate"}},
+      {{"order", "cam.glb", "Cam", "-o", "x.glb"}, 2, {"--before"}},
+      {{"set", "cam.glb", "Cam", "-o", "x.glb"}, 2, {"RIG:LABEL=VALUE"}},
+      {{"press", "cam.glb", "Cam", "-o", "x.glb"}, 2, {"RIG:LABEL"}},
+      {{"resim", "cam.glb", "--range", "5:1", "-o", "x.glb"}, 2, {"5:1"}},
+      {{"resim", "cam.glb", "--range", "0:1e999", "-o", "x.glb"}, 2, {"1e999"}},
+      {{"resim", "cam.glb", "--fps", "0", "-o", "x.glb"}, 2, {"above 0"}},
+      {{"take", "cam.glb", "-o", "x.glb"}, 2, {"--seconds"}},
+      {{"take", "cam.glb", "--seconds", "1,5", "-o", "x.glb"}, 2, {"1,5"}},
+      {{"take", "cam.glb", "--seconds", "1", "--slow", "11", "-o", "x.glb"}, 2, {"1 to 10"}},
+      {{"map", "cam.glb", "Hand:X", "any", "Axis", "-1", "-o", "x.glb"}, 2, {"INDEX"}},
+      {{"export", "cam.glb", "-o", "x.glb"}, 2, {"--clean"}},
+      {{"export", "cam.glb", "--clean", "-o", "x.csv"}, 2, {".glb"}},
+      {{"plot", "cam.glb", "-o", "x.pdf"}, 2, {".svg"}},
+  });
+}
+
+TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
+  expectAll({
+      {{"info", "gone.glb"}, 1, {"gone.glb"}},
+      {{"info", "cut.glb"}, 1, {"cut.glb"}},
+      {{"resim", "cut.glb", "-o", "x.glb"}, 1, {"cut.glb"}},
+      {{"export", "cut.glb", "--clean", "-o", "x.glb"}, 1, {"cut.glb"}},
+      {{"info", "nobuffer.gltf"}, 1, {"nobuffer.gltf", "gone.bin"}},
+      {{"info", "falls.csv"}, 1, {"falls.csv"}},
+      {{"add", "cam.glb", "MotionFilterCan", "-o", "x.glb"}, 1, {"MotionFilterCam"}},
+      {{"add", "cam.glb", "SteadyCam", "--name", "Cam", "-o", "x.glb"}, 1, {"Cam", "another"}},
+      {{"add", "cam.glb", "SteadyCam", "--name", "a:b", "-o", "x.glb"}, 1, {"a:b"}},
+      {{"add", "cam.glb", "MotionFilterCam", "--profile", "Bounzy", "-o", "x.glb"}, 1, {"Bouncy"}},
+      {{"remove", "cam.glb", "Hnad", "-o", "x.glb"}, 1, {"cam.glb", "Hnad", "mean Hand"}},
+      {{"set", "cam.glb", "Cam:Fixate Rotation=1", "-o", "x.glb"}, 1, {"Fixate Rotations"}},
+      {{"set", "cam.glb", "Cam:#99=1", "-o", "x.glb"}, 1, {"#99"}},
+      {{"set", "cam.glb", "Cam:#1=nan", "-o", "x.glb"}, 1, {"nan"}},
+      {{"set", "cam.glb", "Cam:#1=1,5", "-o", "x.glb"}, 1, {"1,5"}},
+      {{"set", "cam.glb", "Cam:Re-Initialize=1", "-o", "x.glb"}, 1, {"Re-Initialize"}},
+      {{"press", "cam.glb", "Cam:Reinitialize", "-o", "x.glb"}, 1, {"Re-Initialize"}},
+      {{"parent", "cam.glb", "Mover", "Lamp", "-o", "x.glb"}, 1, {"Lamp is below Mover"}},
+      {{"parent", "cam.glb", "Lamp", "Wal", "-o", "x.glb"}, 1, {"mean Wall"}},
+      {{"profile", "apply", "cam.glb", "Cam", "Nope", "-o", "x.glb"}, 1, {"Nope", "Bouncy"}},
+      {{"profile", "save", "cam.glb", "Cam", "a/b"}, 1, {"a/b", "not allowed"}},
+      {{"profile", "import", "cam.glb", "Cam", "nan.csv"}, 1, {"nan.csv"}},
+      {{"resim", "shot.glb", "-o", "x.glb"}, 1, {"shot.glb", "no rig"}},
+      {{"resim", "cam.glb", "--only", "Kam", "-o", "x.glb"}, 1, {"mean Cam"}},
+      {{"resim", "cam.glb", "--range", "9:", "-o", "x.glb"}, 1, {"--range"}},
+      {{"resim", "cam.glb", "--inputs", "unknown.csv", "-o", "x.glb"},
+       1,
+       {"unknown.csv", "line 1, column 2", "Hand:Yaw (Right/Left)"}},
+      {{"resim", "cam.glb", "--inputs", "nan.csv", "-o", "x.glb"},
+       1,
+       {"nan.csv", "line 3, column 2"}},
+      {{"take", "cam.glb", "--seconds", "1", "--play", "falls.csv", "-o", "x.glb"},
+       1,
+       {"falls.csv", "line 4, column 1"}},
+      {{"inputs", "cam.glb", "-o", "x.csv"}, 1, {"no recorded inputs"}},
+      {{"resim", "cam.glb", "-o", "no/such/x.glb"}, 1, {"no/such/x.glb"}},
+      {{"export", "cam.glb", "-o", "no/x.csv"}, 1, {"no/x.csv"}},
+      {{"export", "cam.glb", "-o", "/dev/full"}, 1, {"/dev/full", "space"}},
+      {{"export", "cam.glb", "--clean", "-o", "no/x.glb"}, 1, {"no/"}},
+      {{"plot", "cam.glb", "-o", "no/x.svg"}, 1, {"no/x.svg"}},
+      {{"plot", "shot.glb", "-o", "x.svg"}, 1, {"no rig"}},
+  });
+}
+
+TEST_F(BadInput, ADamagedRigRecordIsToldAndKept) {
+  ok({"set", "cam.glb", "Cam:Fixate Rotations=0", "-o", "cam.gltf"});
+  auto document = nlohmann::json::parse(folder.Read("cam.gltf"));
+  auto& rigs = document["scenes"][0]["extras"]["rigwright"]["rigs"];
+  ASSERT_EQ(rigs.size(), 2u);
+  rigs[0]["record"] = "<RWT_Plugin damaged";
+  const auto damaged = rigs[0];
+  folder.Write("cam.gltf", document.dump());
+
+  const auto info = json({"info", "cam.gltf"});
+  ASSERT_EQ(info["rigs"].size(), 1u);
+  EXPECT_EQ(info["rigs"][0]["name"], "Hand");
+  EXPECT_NE(info["warnings"].dump().find("Cam"), std::string::npos);
+  const Outcome set = run({"set", "cam.gltf", "Hand:Hide Camera=1", "-o", "out.gltf"});
+  EXPECT_EQ(set.status, 0);
+  EXPECT_NE(set.err.find("Cam"), std::string::npos) << set.err;
+  document = nlohmann::json::parse(folder.Read("out.gltf"));
+  EXPECT_EQ(document["scenes"][0]["extras"]["rigwright"]["rigs"][0], damaged);
+  EXPECT_EQ(run({"set", "cam.gltf", "Cam:#0=1", "-o", "out.gltf"}).status, 1);
+}
+
+}  // namespace
+}  // namespace orv::tests

@@ -1,0 +1,259 @@
+// The program as an animator uses it, from file to file.
+#include <algorithm>
+
+#include "app/ProgramTest.h"
+#include "support/GltfValidator.h"
+
+namespace orv::tests {
+namespace {
+
+class EndToEnd : public ProgramTest {
+ protected:
+  /// A file that drives all six inputs of the link "Hand" off the frames' times.
+  std::string handInputs() const {
+    const auto info = json({"info", "hand.glb"});
+    std::string csv = "time";
+    for (const auto& input : info["rigs"][0]["inputs"])
+      csv += "," + std::string("Hand:") + input["name"].get<std::string>();
+    for (int i = 0; i < 40; ++i) {
+      csv += "\n" + std::to_string(0.033 * i);
+      for (int k = 0; k < 6; ++k) csv += "," + std::to_string(std::sin(0.033 * i * (3 + k)));
+    }
+    return csv + "\n";
+  }
+
+  std::string exported(const std::string& scene) const {
+    ok({"export", scene, "--range", "0:0.8", "-o", "x.csv"});
+    return folder.Read("x.csv");
+  }
+
+  /// Mover carries the AttachedCam of "Cam", whose FollowCam begins there and carries "Crew".
+  void makeFollowScene() const {
+    ok({"add", "shot.glb", "MotionFilterCam", "--name", "Cam", "-o", "cam.glb"});
+    ok({"parent", "cam.glb", "Cam_AttachedCam", "Mover", "-o", "cam.glb"});
+    ok({"place", "cam.glb", "Cam_AttachedCam", "--translate", "0,0,0", "--rotate=0,0,0", "-o",
+        "cam.glb"});
+    ok({"place", "cam.glb", "Cam_FollowCam", "--at", "Mover", "-o", "cam.glb"});
+    ok({"resim", "cam.glb", "-o", "cam.glb"});
+  }
+};
+
+double distance(const std::vector<double>& a, const std::vector<double>& b) {
+  return std::hypot(a[1] - b[1], a[2] - b[2], a[3] - b[3]);
+}
+
+/// Sum over the frames of how much the velocity changes: how shaky a path is.
+double shake(const std::vector<std::vector<double>>& path) {
+  double sum = 0.0;
+  for (std::size_t i = 2; i < path.size(); ++i)
+    for (int k = 1; k <= 3; ++k)
+      sum += std::abs(path[i][k] - 2.0 * path[i - 1][k] + path[i - 2][k]);
+  return sum;
+}
+
+TEST_F(EndToEnd, APerformedTakeResimulatesBitForBit) {
+  EXPECT_EQ(ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "--translate", "1,2,3",
+                "--scale", "2", "-o", "hand.glb"}),
+            "Hand\n");
+  const auto placed = poses("hand.glb").at("Hand_ActuatorMesh").front();
+  EXPECT_EQ(std::vector<double>(placed.begin() + 1, placed.begin() + 4),
+            (std::vector<double>{1, 2, 3}));
+  EXPECT_NEAR(placed[8], 2.0, 1e-12);
+  const std::string first = json({"info", "hand.glb"})["rigs"][0]["inputs"][0]["name"];
+  ok({"map", "hand.glb", "Hand:" + first, "No such wheel", "Axis", "2", "--multiplier", "-0.5",
+      "-o", "hand.glb"});
+  folder.Write("in.csv", handInputs());
+
+  const auto told = json({"take", "hand.glb", "--seconds", "0.8", "--play", "in.csv", "--countdown",
+                          "0", "-o", "take.glb"});
+  EXPECT_EQ(told["frames"], 20);
+  const auto info = json({"info", "take.glb"})["rigs"][0];
+  for (const auto& input : info["inputs"]) EXPECT_EQ(input["samples"], 20) << input;
+  const auto& mapping = info["inputs"][0]["mapping"];
+  EXPECT_EQ(mapping["control"]["device"], "No such wheel") << "the user's mapping must stay";
+  EXPECT_EQ(mapping["multiplier"], -0.5);
+
+  const std::string expected = exported("take.glb");
+  const auto path = parsePoses(expected).at("Hand_ActuatorMesh");
+  EXPECT_EQ(path.size(), 21u);
+  EXPECT_GT(distance(path[0], path[15]), 0.5) << "the take moved the actuator";
+  ok({"resim", "take.glb", "--range", "0:0.8", "-o", "again.glb"});
+  ok({"resim", "again.glb", "--range", "0:0.8", "-o", "third.glb"});
+  ok({"resim", "hand.glb", "--range", "0:0.8", "--inputs", "in.csv", "-o", "direct.glb"});
+  ok({"inputs", "take.glb", "Hand", "-o", "recorded.csv"});
+  ok({"resim", "hand.glb", "--range", "0:0.8", "--inputs", "recorded.csv", "-o", "back.glb"});
+  for (const char* scene : {"again.glb", "third.glb", "direct.glb", "back.glb"})
+    EXPECT_TRUE(exported(scene) == expected) << scene << " differs from the take";
+  EXPECT_TRUE(folder.Read("again.glb") == folder.Read("third.glb"));
+  ok({"inputs", "back.glb", "-o", "recorded2.csv"});
+  EXPECT_EQ(folder.Read("recorded.csv"), folder.Read("recorded2.csv"));
+}
+
+TEST_F(EndToEnd, AFollowCameraSmoothsAndLeavesTheRestAlone) {
+  makeFollowScene();
+  const Poses before = poses("shot.glb");
+  const Poses after = poses("cam.glb");
+  EXPECT_EQ(after.at("Mover"), before.at("Mover"));
+  EXPECT_EQ(after.at("Wall"), before.at("Wall"));
+  EXPECT_EQ(after.at("Cam_AttachedCam").size(), 51u);
+  EXPECT_NEAR(distance(after.at("Cam_AttachedCam")[20], after.at("Mover")[20]), 0.0, 1e-6);
+  EXPECT_LT(shake(after.at("Cam_FollowCam")), 0.5 * shake(after.at("Mover")));
+  EXPECT_LT(distance(after.at("Cam_FollowCam")[50], after.at("Mover")[50]), 1.5);
+
+  // A stiffer spring keeps nearer; a rig that is not stepped keeps its keys.
+  const std::string stiff = "Cam:Translation Response Factor=400";
+  ok({"resim", "cam.glb", "--set", stiff, "-o", "stiff.glb"});
+  ok({"clone", "cam.glb", "Cam", "-o", "two.glb"});
+  const std::string clone = json({"info", "two.glb"})["rigs"][1]["name"];
+  ok({"resim", "two.glb", "--set", stiff, "--only", clone, "-o", "two.glb"});
+  const auto near = poses("stiff.glb").at("Cam_FollowCam");
+  EXPECT_LT(distance(near[40], after.at("Mover")[40]),
+            distance(after.at("Cam_FollowCam")[40], after.at("Mover")[40]));
+  EXPECT_EQ(poses("two.glb").at("Cam_FollowCam"), after.at("Cam_FollowCam"));
+
+  ok({"order", "two.glb", clone, "--before", "Cam", "-o", "two.glb"});
+  ok({"rename", "two.glb", "Cam", "Hero", "-o", "two.glb"});
+  const auto rigs = json({"info", "two.glb"})["rigs"];
+  EXPECT_EQ(rigs[0]["name"], clone);
+  EXPECT_EQ(rigs[1]["name"], "Hero");
+  EXPECT_EQ(poses("two.glb").count("Hero_FollowCam"), 1u);
+  ok({"remove", "two.glb", "Hero", "-o", "two.glb"});
+  ok({"remove", "two.glb", clone, "-o", "two.glb"});
+  EXPECT_EQ(poses("two.glb"), before);
+}
+
+TEST_F(EndToEnd, InfoTellsWhatSetHasDone) {
+  ok({"add", "shot.glb", "MotionFilterCam", "-o", "cam.glb"});
+  const Outcome clamped = run({"set", "cam.glb", "MotionFilterCam_01:#1=-5",
+                               "MotionFilterCam_01:Fixate Rotations=on", "-o", "cam.glb"});
+  EXPECT_EQ(clamped.status, 0);
+  EXPECT_NE(clamped.err.find("Translation Response Factor"), std::string::npos) << clamped.err;
+  const auto info = json({"info", "cam.glb"});
+  EXPECT_EQ(info["frameRate"], 25.0);
+  EXPECT_EQ(info["range"], nlohmann::json({0.0, 2.0}));
+  EXPECT_EQ(info["warnings"].size(), 0u);
+  std::map<std::string, nlohmann::json> nodes, parameters;
+  for (const auto& node : info["nodes"]) nodes[node["name"]] = node;
+  EXPECT_EQ(nodes["Lamp"]["parent"], "Mover");
+  EXPECT_TRUE(nodes["Wall"]["parent"].is_null());
+  EXPECT_EQ(nodes["MotionFilterCam_01_FollowCam"]["type"], "camera");
+  for (const auto& parameter : info["rigs"][0]["parameters"])
+    parameters[parameter["label"]] = parameter;
+  EXPECT_EQ(parameters["Translation Response Factor"]["value"], 0.0);
+  EXPECT_EQ(parameters["Translation Response Factor"]["id"], 1);
+  EXPECT_EQ(parameters["Fixate Rotations"]["value"], true);
+  EXPECT_NE(ok({"info", "cam.glb"}).find("Rig MotionFilterCam_01"), std::string::npos);
+  EXPECT_FALSE(folder.Has("root")) << "nothing but a user's saving writes to the data root";
+}
+
+TEST_F(EndToEnd, PlaceTurnsAboutXThenYThenZAndKeysWhatIsKeyed) {
+  ok({"place", "shot.glb", "Lamp", "--rotate", "90,90,0", "-o", "out.glb"});
+  ok({"parent", "out.glb", "Lamp", "/", "-o", "out.glb"});
+  const Poses world = poses("out.glb");
+  const Poses before = poses("shot.glb");
+  EXPECT_LT(distance(world.at("Lamp")[0], before.at("Lamp")[0]), 1e-6);
+  // About X first: +Z goes to -Y, which Y leaves alone; Ry * Rx = (0.5, 0.5, -0.5, 0.5).
+  const auto& q = world.at("Lamp")[0];
+  const double wanted[] = {0.5, 0.5, -0.5, 0.5};
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR(q[4 + i], wanted[i], 1e-6);
+
+  const Outcome keyed =
+      run({"place", "shot.glb", "Mover", "--translate", "7,7,7", "--time", "1", "-o", "out.glb"});
+  EXPECT_NE(keyed.err.find("Mover has translation keys"), std::string::npos) << keyed.err;
+  const auto path = poses("out.glb").at("Mover");
+  EXPECT_NEAR(path[25][1], 7.0, 1e-6);
+  EXPECT_NEAR(distance(path[24], before.at("Mover")[24]), 0.0, 1e-4);
+  EXPECT_NEAR(distance(path[26], before.at("Mover")[26]), 0.0, 1e-4);
+}
+
+TEST_F(EndToEnd, ADeliveryHoldsTheUsersNodesBakedAndNothingOfOurs) {
+  makeFollowScene();
+  ok({"parent", "cam.glb", "Wall", "Cam_FollowCam", "-o", "cam.glb"});
+  ok({"parent", "cam.glb", "Lamp", "Wall", "-o", "cam.glb"});
+  const Poses expected = poses("cam.glb");
+  for (const char* name : {"delivery.glb", "delivery.gltf"}) {
+    ok({"export", "cam.glb", "--clean", "-o", name});
+    const std::string bytes = folder.Read(name);
+    for (const char* ours : {"rigwright", "RWT_tag", "Cam_"})
+      EXPECT_EQ(bytes.find(ours), std::string::npos) << name << " holds " << ours;
+    const Poses delivered = poses(name);
+    ASSERT_EQ(delivered.size(), 3u);
+    EXPECT_EQ(delivered.at("Mover"), expected.at("Mover"));
+    for (const char* node : {"Wall", "Lamp"})
+      for (std::size_t i = 0; i <= 50; ++i)
+        for (std::size_t k = 1; k < 11; ++k)
+          EXPECT_NEAR(delivered.at(node)[i][k], expected.at(node)[i][k], 2e-6) << node << i;
+    if (GltfValidator::available()) {
+      EXPECT_EQ(GltfValidator::errorsOf(path(name)), "");
+    }
+  }
+  ok({"export", "cam.glb", "--clean", "--keep", "Cam_FollowCam", "-o", "kept.glb"});
+  const Poses kept = poses("kept.glb");
+  EXPECT_EQ(kept.size(), 4u);
+  EXPECT_LT(distance(kept.at("Wall")[30], expected.at("Wall")[30]), 1e-5);
+  EXPECT_EQ(json({"info", "kept.glb"})["rigs"].size(), 0u);
+}
+
+TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
+  makeFollowScene();
+  ok({"plot", "cam.glb", "-o", "a.svg"});
+  ok({"plot", "cam.glb", "--rig", "Cam", "-o", "b.svg"});
+  const std::string svg = folder.Read("a.svg");
+  EXPECT_TRUE(svg == folder.Read("b.svg"));
+  for (const char* text :
+       {"Cam_FollowCam", "Cam_AttachedCam", "Speed (m/s)", "start", "end", "x (m)"})
+    EXPECT_NE(svg.find(text), std::string::npos) << text;
+  ok({"plot", "cam.glb", "-o", "a.png"});
+  EXPECT_EQ(folder.Read("a.png").substr(0, 8), "\x89PNG\r\n\x1a\n");
+}
+
+TEST_F(EndToEnd, ProfilesAreSavedAppliedAndDeleted) {
+  ok({"add", "shot.glb", "MotionFilterCam", "--name", "Cam", "--profile", "Bouncy", "-o", "a.glb"});
+  EXPECT_EQ(json({"info", "a.glb"})["rigs"][0]["profile"], "Bouncy");
+  ok({"set", "a.glb", "Cam:Translation Response Factor=123", "-o", "a.glb"});
+  ok({"profile", "save", "a.glb", "Cam", "Mine"});
+  EXPECT_EQ(run({"profile", "save", "a.glb", "Cam", "Mine"}).status, 1);
+  ok({"profile", "save", "a.glb", "Cam", "Mine", "--yes"});
+  ok({"profile", "export", "a.glb", "Cam", "Mine", "-o", "mine.ocp"});
+  ok({"profile", "rename", "a.glb", "Cam", "Mine", "Yours"});
+  EXPECT_EQ(run({"profile", "delete", "a.glb", "Cam", "Yours"}).status, 1);
+  ok({"profile", "delete", "a.glb", "Cam", "Yours", "--yes"});
+  EXPECT_EQ(run({"profile", "apply", "a.glb", "Cam", "Yours", "-o", "b.glb"}).status, 1);
+  ok({"profile", "apply", "a.glb", "Cam", "Tight", "-o", "b.glb"});
+  ok({"profile", "import", "b.glb", "Cam", "mine.ocp"});
+  ok({"profile", "apply", "b.glb", "Cam", "Mine", "-o", "b.glb"});
+  EXPECT_EQ(json({"info", "b.glb"})["rigs"][0]["parameters"][1]["value"], 123.0);
+  ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "-o", "c.glb"});
+  ok({"profile", "apply", "c.glb", "Hand", "Example Axes", "--inputs", "-o", "c.glb"});
+  const auto mapping = json({"info", "c.glb"})["rigs"][0]["inputs"][0]["mapping"];
+  EXPECT_EQ(mapping["control"]["type"], "Axis");
+}
+
+TEST_F(EndToEnd, CtrlCLeavesEverythingAsItWas) {
+  ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "-o", "hand.glb"});
+  const auto before = files();
+  const Outcome take = run({"take", "hand.glb", "--seconds", "60", "-o", "hand.glb"}, 0.4);
+  EXPECT_EQ(take.status, 130) << take.err;
+  const Outcome countdown =
+      run({"take", "hand.glb", "--seconds", "1", "--countdown", "60", "-o", "new.glb"}, 0.4);
+  EXPECT_EQ(countdown.status, 130) << countdown.err;
+  const Outcome resim = run({"resim", "hand.glb", "--range", "0:4000000", "-o", "hand.glb"}, 0.4);
+  EXPECT_EQ(resim.status, 130) << resim.err;
+  EXPECT_TRUE(files() == before) << "no file may have changed or been left behind";
+}
+
+TEST_F(EndToEnd, AGermanLocaleChangesNothing) {
+  ok({"add", "shot.glb", "MotionFilterCam", "--name", "Cam", "-o", "cam.glb"});
+  const Words resim = {"resim", "cam.glb", "--fps",
+                       "29.97", "--set",   "Cam:Translation Response Factor=12.5",
+                       "-o",    "out.glb"};
+  ok(resim);
+  const std::string expected = folder.Read("out.glb");
+  for (const char* locale : {"LC_ALL=de_DE.UTF-8", "LC_ALL=de_DE.utf8", "LC_NUMERIC=de_DE"}) {
+    EXPECT_EQ(run(resim, 0.0, {locale}).status, 0);
+    EXPECT_TRUE(folder.Read("out.glb") == expected) << locale;
+  }
+}
+
+}  // namespace
+}  // namespace orv::tests
