@@ -85,7 +85,7 @@ function(orv_tests folder)
       add_test(NAME ${folder}.${suite}
                COMMAND ${program} --gtest_brief=1 "--gtest_filter=${suite}.*:*/${suite}.*:${suite}/*")
       set_tests_properties(${folder}.${suite} PROPERTIES TIMEOUT 600
-                           ENVIRONMENT "QT_QPA_PLATFORM=offscreen;SDL_VIDEODRIVER=dummy")
+                           ENVIRONMENT "QT_QPA_PLATFORM=offscreen;SDL_VIDEODRIVER=dummy;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
     endif()
   endforeach()
   string(REPLACE ";" "," suites "${suites}")
