@@ -368,10 +368,9 @@ TEST_F(Gltf, RemovedNodesGoWithTheirReferencesUnlessASkinNeedsThem) {
   auto scene = openBytes(foreignScene().glb());
   scene->detach(*scene->find("Lamp"));  // takes the joint along
   std::string bytes;
-  EXPECT_EQ(
-      GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes).error,
-      "scene: skins[0]: a joint of it was removed, but nodes[3]  is still bound to it (remove "
-      "that node too, or bring the joint back)");
+  EXPECT_EQ(GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes).error,
+            "scene: skins[0]: a joint of it was removed, but nodes[3] is still bound to it (remove "
+            "that node too, or bring the joint back)");
   scene->detach(*scene->find("node_3"));
   const WriteResult result = GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes);
   EXPECT_EQ(result.error, "");
@@ -385,6 +384,17 @@ TEST_F(Gltf, RemovedNodesGoWithTheirReferencesUnlessASkinNeedsThem) {
   EXPECT_EQ(json["animations"][0]["channels"].size(), 3u);
   EXPECT_EQ(json["animations"][1]["channels"][1]["target"]["node"], 7);
   expectSame(*scene, *open(path("out.glb")));
+}
+
+TEST_F(Gltf, AClipWhoseNodesAreAllGoneGoesAndTheOtherStaysItself) {
+  auto scene = openBytes(foreignScene().glb());
+  for (const char* name : {"Root", "Lamp", "Stepper"}) scene->detach(*scene->find(name));
+  const auto kept = open(save(*scene, "kept.glb"));
+  EXPECT_EQ(kept->clips(), (std::vector<std::string>{"Jump"}));
+  ASSERT_TRUE(scene->find("Path")->replaceKeys(ChannelPath::kScale, 0, 1, {0.5}, {2, 2, 2}, 0.04));
+  const auto keyed = open(save(*scene, "keyed.glb"));
+  EXPECT_EQ(keyed->clips(), (std::vector<std::string>{"Walk", "Jump"}));
+  expectSame(*scene, *keyed);
 }
 
 TEST_F(Gltf, SideFilesAreReadAndTakenAlong) {

@@ -76,6 +76,23 @@ void GltfWriter::Assembly::copyDocument() {
     else
       eraseExtra(views[i], kOwnKey);  // It can't be told from others' bytes any more.
   }
+  dropStrayExactKeys();
+}
+
+/// Scenes that are not shown keep their exact keys as long as these can still be found; the shown
+/// one's are written anew.
+void GltfWriter::Assembly::dropStrayExactKeys() {
+  const Json& views = list("bufferViews");
+  for (Json& scene : list("scenes")) {
+    const Json* own = ownExtras(scene);
+    const Json* exact = own == nullptr ? nullptr : member(*own, "exact");
+    if (exact == nullptr) continue;
+    const Json* view = member(*exact, "bufferView");
+    const bool found = view != nullptr && isIndex(*view) &&
+                       view->get<std::size_t>() < views.size() &&
+                       isOwn(views[view->get<std::size_t>()]);
+    if (!found) scene["extras"][kOwnKey].erase("exact");
+  }
 }
 
 /// Gives each node of the scene its index: nodes of the document in their order, then new ones.
@@ -100,6 +117,7 @@ void GltfWriter::Assembly::placeNodes() {
       if (map[i] >= 0) kept[static_cast<std::size_t>(map[i])] = std::move(nodes[i]);
     nodes = std::move(kept);
     remapNodes(m_json, map);
+    m_keysChanged = true;
   }
   Json& placed = list("nodes");
   for (const SceneNode* node : m_nodes) {
@@ -133,9 +151,9 @@ void GltfWriter::Assembly::refuseLostJoints(const std::vector<bool>& removed) {
       const Json* skin = member(nodes[i], "skin");
       if (removed[i] || skin == nullptr || *skin != s) continue;
       const Json* name = member(nodes[i], "name");
-      const std::string user = name != nullptr && name->is_string() ? name->get<std::string>() : "";
+      const std::string user = name == nullptr ? "" : " " + name->dump();
       throw GltfError("skins[" + std::to_string(s) + "]",
-                      "a joint of it was removed, but nodes[" + std::to_string(i) + "] " + user +
+                      "a joint of it was removed, but nodes[" + std::to_string(i) + "]" + user +
                           " is still bound to it (remove that node too, or bring the joint back)");
     }
     unused[s] = true;

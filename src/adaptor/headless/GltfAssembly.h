@@ -41,6 +41,7 @@ class GltfWriter::Assembly {
   std::size_t append(const char* name, Json element);
 
   void copyDocument();
+  void dropStrayExactKeys();
   void placeNodes();
   void refuseLostJoints(const std::vector<bool>& removed);
   void dropSkins(const std::vector<bool>& unused);
@@ -60,6 +61,7 @@ class GltfWriter::Assembly {
 
   void writeKeys();
   Json& clip();
+  void dropEmptyClips();
   void writeChannel(const SceneNode& node, ChannelPath path, const Channel* channel);
   std::size_t addSampler(const SceneNode& node, const Channel& channel);
   bool channelChanged(const SceneNode& node, ChannelPath path) const;
@@ -92,8 +94,8 @@ class GltfWriter::Assembly {
   std::deque<std::string> m_storage;
   std::map<std::vector<float>, std::size_t> m_timeAccessors;
   std::map<Colour, int> m_materials;
-  bool m_keysChanged = false;
-  bool m_touched = false;  ///< nodes or keys are not as they were read
+  bool m_keysChanged = false;  ///< or channels went with their nodes
+  bool m_touched = false;      ///< nodes or keys are not as they were read
   std::string_view m_foreign;
   std::string m_own;
   bool m_hasChunk = false;

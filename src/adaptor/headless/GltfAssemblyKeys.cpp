@@ -48,11 +48,19 @@ void GltfWriter::Assembly::writeKeys() {
     for (const ChannelPath path :
          {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale})
       if (channelChanged(*node, path)) writeChannel(*node, path, node->channel(path));
-  if (!m_keysChanged) return;
-  dropUnusedSamplers(clip());
-  Json& animations = list("animations");
-  if (clip()["channels"].empty())
-    animations.erase(static_cast<std::size_t>(std::max(m_scene.evaluatedClip(), 0)));
+  if (m_keysChanged) dropEmptyClips();
+}
+
+/// glTF allows no clip without channels.
+void GltfWriter::Assembly::dropEmptyClips() {
+  Json kept = Json::array();
+  for (Json& animation : list("animations")) {
+    const Json* channels = member(animation, "channels");
+    if (channels == nullptr || channels->empty()) continue;
+    dropUnusedSamplers(animation);
+    kept.push_back(std::move(animation));
+  }
+  list("animations") = std::move(kept);
 }
 
 /// The clip that keys go to, made where there is none.

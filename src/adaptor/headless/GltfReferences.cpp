@@ -236,10 +236,7 @@ void remapNodes(Json& json, const std::vector<int>& map) {
     indices(skin, "joints", remap);
     index(skin, "skeleton", remap);
   });
-  const auto animations = json.find("animations");
-  if (animations == json.end() || !animations->is_array()) return;
-  Json kept = Json::array();
-  for (Json& animation : *animations) {
+  each(json, "animations", [&](Json& animation) {
     bool lost = false;
     Json channels = Json::array();
     each(animation, "channels", [&](Json& channel) {
@@ -248,15 +245,10 @@ void remapNodes(Json& json, const std::vector<int>& map) {
       else
         lost = true;
     });
-    if (lost && channels.empty()) continue;
-    if (!channels.empty()) animation["channels"] = std::move(channels);
+    if (channels.empty() && !lost) return;
+    animation["channels"] = std::move(channels);
     if (lost) dropUnusedSamplers(animation);
-    kept.push_back(std::move(animation));
-  }
-  if (kept.empty())
-    json.erase("animations");
-  else
-    *animations = std::move(kept);
+  });
 }
 
 void dropUnusedSamplers(Json& animation) {

@@ -25,9 +25,9 @@ void visitReferences(Json& json, Table table, const std::function<void(Json&)>& 
 /// elements.
 std::vector<int> dropUnusedOwn(Json& json, Table table);
 
-/// Adapts all node indices; `map` gives the new index or -1. References from animations to nodes
-/// that are gone go with them; so do animations and samplers that nothing is left of. Skins and
-/// node hierarchies must not refer to nodes that are gone.
+/// Adapts all node indices; `map` gives the new index or -1. Channels of nodes that are gone go
+/// with them, so do samplers that nobody uses then; a clip may be left without channels. Skins must
+/// not refer to nodes that are gone; in lists of nodes these become -1.
 void remapNodes(Json& json, const std::vector<int>& map);
 
 /// Takes out the samplers of an animation that none of its channels uses.

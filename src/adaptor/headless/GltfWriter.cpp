@@ -210,6 +210,8 @@ WriteResult GltfWriter::write(const Scene& scene, const std::string& path) {
     result.warnings = assembly.warnings();
     const GltfDocument* document = scene.m_document.get();
     const std::string folder = fs::path(path).parent_path().string();
+    if (form == GltfForm::kText && document != nullptr && !document->furtherChunks().empty())
+      result.warnings.push_back(path + ": a .gltf has no place for the source's further chunks");
     SideFiles files(document == nullptr ? "" : document->folder(), path);
     if (document != nullptr && !document->fromMemory() && !sameFolder(document->folder(), folder))
       planSideFiles(*document, assembly.bufferSources(), assembly.json(), files, result.warnings);

@@ -74,6 +74,7 @@ class Scene {
   double frameDuration() const { return 1.0 / m_frameRate; }  ///< s
   /// False, with nothing changed, unless `fps` is finite and above 0.
   bool setFrameRate(double fps);
+  /// Playback range: the file's record, else from the first to the last key, else 0 to 10 s.
   double rangeStart() const { return m_rangeStart; }  ///< s
   double rangeEnd() const { return m_rangeEnd; }      ///< s
   /// False, with nothing changed, unless both are finite and end is not before start.
