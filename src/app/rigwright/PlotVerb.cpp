@@ -288,6 +288,7 @@ void addPlotVerb(Program& program) {
       "Draw what rigs do: their paths from above with time marks, and curves of speed and inputs",
       "rigwright plot out.glb --rig Cam -o paths.svg", [o](Program& p) { runPlot(p, *o); });
   program.markReadOnly(verb);
+  program.markDrawing(verb);
   addScene(verb, o->scene);
   verb.add_option("--rig", o->rig, "Only this rig (default: all)")->type_name("RIG");
   addRange(verb, o->range, "Seconds from and to (default: the playback range)");

@@ -2,8 +2,10 @@
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <QGuiApplication>
 #include <cmath>
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include "app/rigwright/Failure.h"
@@ -153,6 +155,15 @@ void Program::openLog(const CLI::App& verb) {
 int Program::runVerb() {
   try {
     const CLI::App* verb = chosenVerb();
+    // Qt gets arguments of its own: it would take what it knows out of the verb's.
+    char name[] = "rigwright";
+    int count = 1;
+    char* arguments[] = {name, nullptr};
+    std::unique_ptr<QCoreApplication> application;
+    if (m_drawing.count(verb))
+      application = std::make_unique<QGuiApplication>(count, arguments);
+    else
+      application = std::make_unique<QCoreApplication>(count, arguments);
     openLog(*verb);
     m_runs.at(verb)(*this);
     return m_output.finish() ? kDone : kFailed;

@@ -36,6 +36,8 @@ class Program {
                     const std::string& example, std::function<void(Program&)> run);
   /// The verb writes nothing to the data root, not even to the log.
   void markReadOnly(const CLI::App& verb) { m_readOnly.insert(&verb); }
+  /// The verb draws pictures, and so needs fonts.
+  void markDrawing(const CLI::App& verb) { m_drawing.insert(&verb); }
   /// A verb that only holds others.
   CLI::App& addGroup(const std::string& name, const std::string& description,
                      const std::string& example);
@@ -60,6 +62,7 @@ class Program {
   GlobalOptions m_options;
   std::map<const CLI::App*, std::function<void(Program&)>> m_runs;
   std::set<const CLI::App*> m_readOnly;
+  std::set<const CLI::App*> m_drawing;
 };
 
 // Options whose texts are read the same in every locale.

@@ -1,5 +1,6 @@
 // The command line program.
-#include <QGuiApplication>
+#include <QString>
+#include <QtGlobal>
 #include <cstdio>
 #include <exception>
 
@@ -35,11 +36,7 @@ int runProgram(int argc, char** argv) {
 int main(int argc, char** argv) {
   qInstallMessageHandler(hearQt);
   qputenv("QT_QPA_PLATFORM", "offscreen");  // pictures are drawn without any display
-  // Qt takes what it knows out of its own copy of the arguments; a verb's may look the same.
-  int qtArgc = 1;
-  char* qtArgv[] = {argv[0], nullptr};
   try {
-    const QGuiApplication application(qtArgc, qtArgv);
     return runProgram(argc, argv);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rigwright: unexpected failure: %s (nothing was written; please report)\n",
