@@ -77,8 +77,9 @@ class AdaptorInterface {
   /// 14 [required] All known nodes of this owner, in the order in which they became known.
   virtual void GetNodesOfOwner(CInterface* owner,
                                util::ReturnValue<std::vector<core::CoreNode*>>& result) = 0;
-  /// 15 [required] The scene's node with exactly this tag becomes known under `identity` (whose
-  /// sceneName is ignored) and claimed. Null when no node has it.
+  /// 15 [required] The scene's node with exactly this tag becomes known under `identity` and
+  /// claimed. Of several, which copies made elsewhere leave, the one that is called `sceneName`
+  /// counts, else the first. Null when no node has it.
   virtual core::CoreNode* ClaimTaggedNodes(const NodeIdentity& identity,
                                            const std::string& tag) = 0;
   /// 16 [required] Brings the nodes of a scene file in, each name behind `prefix`, and lists those
@@ -156,8 +157,8 @@ class AdaptorInterface {
   virtual bool CanShowFramesDuringRun() { return false; }
   /// [ignorable] A take has ended and all is back in place: refresh the lists of nodes.
   virtual void TakeEnded() {}
-  /// [defaulted] A copy of a node's own content (shape, pose, keys; no children) under `parent`, for
-  /// the clone of a rig. Null where the host can't. Undoable in an open block.
+  /// [defaulted] A copy of a node's own content (shape, pose, keys; no children) under `parent`,
+  /// for the clone of a rig. Null where the host can't. Undoable in an open block.
   virtual core::CoreNode* DuplicateNode(core::CoreNode*, const NodeIdentity&, CNode*) {
     return nullptr;
   }

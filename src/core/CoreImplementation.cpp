@@ -1,5 +1,7 @@
 #include "core/CoreImplementation.h"
 
+#include <new>
+
 #include "adaptor/AdaptorInterface.h"
 #include "core/ConfigElement.h"
 #include "core/ConfigProfileManager.h"
@@ -30,10 +32,12 @@ CoreImplementation::CoreImplementation() {
 }
 
 CoreImplementation::~CoreImplementation() {
-  if (RecordManager::IsResimulating())
-    EndResimulation();
-  else
-    RecordManager::StopRecording();
+  try {
+    StopRecording();
+  } catch (const std::bad_alloc&) {
+    // The keys of a run that filled the memory: the core goes, and with it the run.
+    LogEntry(LogLevel::kError, "There is no memory for the keys of the run that ends");
+  }
   HideMainWindow();
   SetHooks(nullptr);
   DropAllRows();

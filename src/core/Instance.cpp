@@ -291,7 +291,7 @@ CNode* Instance::FindNode(std::string nodeName) {
   if (CoreNode* known = Adaptor().FindNode(this, nodeName)) return known;
   for (const NodeRecord& record : m_nodeRecords) {
     if (record.name == nodeName)
-      return Adaptor().ClaimTaggedNodes({this, nodeName, {}}, record.handle);
+      return Adaptor().ClaimTaggedNodes({this, nodeName, m_name + "_" + nodeName}, record.handle);
   }
   return nullptr;
 }

@@ -87,6 +87,9 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   unidevice::PropertyHandler& GetProperties() { return m_properties; }
   /// One track per property, in the properties' order.
   std::vector<util::AVar_Linear<double>>& GetTracks() { return m_tracks; }
+  /// Replaces a track by one that no take of this instance has recorded: what the latest take noted
+  /// of the input's live spinner goes with the old one.
+  void SetTrack(int index, util::AVar_Linear<double> track);
   const std::vector<LiveSpinner>& GetLiveSpinners() const { return m_liveSpinners; }
   /// The nodes of this rig that the adaptor knows, in the order of their creation.
   std::vector<CoreNode*> GetNodes() const;

@@ -295,6 +295,7 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, int index
     problem = "its record names no kind and no name";
     return nullptr;
   }
+  if (!IsNameAllowed(name, problem)) return nullptr;
   Tool* tool = GetCore()->GetLibrary().Find(kind);
   if (!tool) {
     problem = "there is no rig kind \"" + kind + "\" (rigwright tools lists the kinds)";

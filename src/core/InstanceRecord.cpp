@@ -7,6 +7,7 @@
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/Instance.h"
+#include "core/Log.h"
 #include "core/Tool.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
@@ -137,6 +138,9 @@ std::string Instance::ReadRecord(const Element& record) {
   m_tracks.resize(static_cast<std::size_t>(m_properties.count()));
   ForEach(record.child(kTracks), kTrack, [&](const Element& tag) {
     const std::string input = tag.attribute("input");
+    if (!m_properties.find(input))
+      LogEntry(LogLevel::kWarning, m_name + " has a recorded track of the input \"" + input +
+                                       "\", which this rig does not have: it is left out");
     for (int i = 0; i < m_properties.count(); ++i) {
       if (m_properties.property(i)->name != input) continue;
       auto& track = m_tracks[static_cast<std::size_t>(i)];

@@ -1,5 +1,6 @@
 // What an instance does in a take and in a resimulation.
 #include <algorithm>
+#include <utility>
 
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
@@ -124,6 +125,22 @@ void Instance::RestoreControls() {
     m_savedControls[index].hold(nullptr);
   }
   m_properties.rebind();  // devices may have come back meanwhile
+}
+
+void Instance::SetTrack(int index, util::AVar_Linear<double> track) {
+  if (index < 0 || index >= m_properties.count()) return;
+  if (m_tracks.size() <= static_cast<std::size_t>(index))
+    m_tracks.resize(static_cast<std::size_t>(m_properties.count()));
+  m_tracks[static_cast<std::size_t>(index)] = std::move(track);
+  for (const auto& [id, property] : m_liveSpinners) {
+    if (property != m_properties.property(index)) continue;
+    const auto isOfInput = [element = id](const LiveSpinnerSpan& span) {
+      return span.elementId == element;
+    };
+    m_liveSpinnerSpans.erase(
+        std::remove_if(m_liveSpinnerSpans.begin(), m_liveSpinnerSpans.end(), isOfInput),
+        m_liveSpinnerSpans.end());
+  }
 }
 
 // --- live spinners ---

@@ -215,6 +215,7 @@ TEST(HeadlessTake, AgreesWithTheScenesOwnPosesAndKeepsWhatWasWritten) {
 
 TEST(HeadlessTake, RetakesFromTheMiddleAndRepeatsItselfBitForBit) {
   TakeScene take(30.0);
+  for (HeadlessNode* node : take.chain) node->Extension(rws::kWrittenByRig, nullptr, nullptr);
   const auto run = [&](int first, int last, unsigned seed) {
     TakeScene random(30.0, seed);  // the poses of a run depend on its seed and on what it reads
     std::vector<Matrix<double>> poses;

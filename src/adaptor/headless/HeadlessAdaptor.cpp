@@ -247,7 +247,8 @@ bool HeadlessAdaptor::TagNode(CoreNode* node, const std::string& tag) {
 }
 
 CoreNode* HeadlessAdaptor::ClaimTaggedNodes(const NodeIdentity& identity, const std::string& tag) {
-  SceneNode* const found = m_scene->findTagged(tag);
+  SceneNode* found = m_scene->find(identity.sceneName);
+  if (!found || tag.empty() || found->tag() != tag) found = m_scene->findTagged(tag);
   if (!found) return nullptr;
   HeadlessNode& node = HandOut(*found);
   node.owner = identity.owner;

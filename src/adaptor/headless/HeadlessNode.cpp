@@ -86,6 +86,9 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
     case kForgetTransformKeys:
     case kForgetShapeKeys:
       return 1;  // keys are always read from the scene: nothing is cached
+    case kWrittenByRig:
+      m_writtenByRig = true;
+      return 1;
     case kHandOver:
       return SetParent(static_cast<CNode*>(a)) ? 1 : -1;
     case kRename:
@@ -97,7 +100,7 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
 
 void HeadlessNode::GetExtensions(std::vector<int>& out) {
   out.insert(out.end(), {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys,
-                         kForgetShapeKeys, kHandOver, kRename});
+                         kForgetShapeKeys, kHandOver, kRename, kWrittenByRig});
 }
 
 // --- the tree ---
@@ -255,11 +258,11 @@ bool HeadlessNode::GetLocal(double time, Matrix<double>& local) const {
   return sample >= 0;
 }
 
-/// Whether a read in the take's first frame, before anything was written, gives the pose of the
-/// start. A later take finds the earlier one's keys there, which no earlier take could read: a rig
-/// that reads its own node before it writes would not repeat.
+/// Whether a read ahead of the take's first write gives the pose of the start. Keys that lie there
+/// are about to go, so a rig that reads the node before it is written must not see them: its
+/// resimulation could not.
 bool HeadlessNode::HoldsStart(double time) const {
-  return m_keyedByTake && time > bufferedFrom && m_adaptor.IsFirstFrame(time);
+  return m_writtenByRig && time > bufferedFrom;
 }
 
 /// The sample of exactly this time, or the last one behind it; -1 between two samples.
@@ -335,14 +338,6 @@ void HeadlessNode::StartTake(double time) {
   if (!m_sceneNode) return;
   bufferedFrom = time;
   m_noted = m_sceneNode->localTrs(time);
-  // A take leaves all three properties keyed at the same times, its start among them.
-  const Channel* const first = m_sceneNode->channel(ChannelPath::kTranslation);
-  m_keyedByTake = first && std::binary_search(first->times().begin(), first->times().end(), time);
-  for (const ChannelPath path : kPaths) {
-    const Channel* const channel = m_sceneNode->channel(path);
-    m_keyedByTake = m_keyedByTake && channel && channel->mode() == Interpolation::kLinear &&
-                    channel->times() == first->times();
-  }
 }
 
 void HeadlessNode::Record(double time, const Trs& local) {

@@ -135,7 +135,7 @@ class HeadlessNode final : public core::CoreNode {
   HeadlessNode* m_parent = nullptr;  ///< of the latest look; checked against the scene's
   double bufferedFrom = 0.0;         ///< s
   bool buffering = false;
-  bool m_keyedByTake = false;  ///< an earlier take has left keys at the start
+  bool m_writtenByRig = false;  ///< its rig writes it in every frame of a take
   bool m_bornInTake = false;
   bool m_known = false;  ///< stands in the adaptor's list
   bool m_rebuild = false;

@@ -9,8 +9,25 @@
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
+#include "util/xml/Tag.h"
 
 namespace orv::rws::adaptor::headless {
+
+namespace {
+
+/// The file names a rig beside its record; where the two differ neither can be trusted.
+std::string CompareHeads(const RigRecord& record) {
+  util::xml::Tag tag("");
+  if (tag.loadText(record.record) != 0) return {};  // told by whoever reads the record
+  if (tag.attribute("type") != record.kind)
+    return "its kind is \"" + record.kind + "\", but \"" + tag.attribute("type") +
+           "\" in its record";
+  if (tag.attribute("name") != record.name)
+    return "its record is that of \"" + tag.attribute("name") + "\"";
+  return {};
+}
+
+}  // namespace
 
 struct HeadlessSession::KeptRecord {
   std::size_t place;
@@ -78,7 +95,8 @@ void HeadlessSession::LoadRigs() {
   bool anyNameless = false;
   for (std::size_t i = 0; i < records.size(); ++i) {
     std::string problem = records[i].problem;
-    if (!records[i].damaged() && m_core->LoadInstance(records[i].record, -1, problem)) continue;
+    if (problem.empty()) problem = CompareHeads(records[i]);
+    if (problem.empty() && m_core->LoadInstance(records[i].record, -1, problem)) continue;
     m_kept.push_back({i, records[i]});
     if (!records[i].damaged()) keptNames.push_back(records[i].name);
     anyNameless = anyNameless || records[i].name.empty();

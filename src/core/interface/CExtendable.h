@@ -30,6 +30,8 @@ enum NodeExtension : int {
   kHandOver = 31,             ///< hands this node to the CNode in `a`, which acts on it
   kRename = 32,               ///< `a` points to a std::string with the new name
   kAdaptorBookkeeping = 37,   ///< the host adaptor's own
+  kWrittenByRig = 61,         ///< the rig writes this node in every frame of a take: until it first
+                              ///< does, the node holds the pose of the take's start
 };
 
 }  // namespace orv::rws

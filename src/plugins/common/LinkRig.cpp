@@ -62,7 +62,9 @@ CRelativeCageNode::CRelativeCageNode(CCamera& rig)
 
 ActuatorNode::ActuatorNode(CCamera& rig, std::string name, const CRelativeCageNode& cage,
                            util::CMesh mesh)
-    : RigMeshNode(rig, std::move(name), &cage, std::move(mesh)), m_cage(cage) {}
+    : RigMeshNode(rig, std::move(name), &cage, std::move(mesh)), m_cage(cage) {
+  SetWritten();
+}
 
 void ActuatorNode::Write(double time, const Matrix& local) const {
   WriteKey(time, m_cage.ReadMatrix(time) * local);

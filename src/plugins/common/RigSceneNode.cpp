@@ -21,6 +21,7 @@ CInterface& RigSceneNode::Core() const {
 bool RigSceneNode::Bind(CNode* node) {
   m_node = node;
   if (node) node->Extension(kForgetTransformKeys, nullptr, nullptr);
+  if (node && m_written) node->Extension(kWrittenByRig, nullptr, nullptr);
   return node != nullptr;
 }
 

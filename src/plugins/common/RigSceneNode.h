@@ -26,6 +26,8 @@ class RigSceneNode {
   RigSceneNode& operator=(const RigSceneNode&) = delete;
   virtual ~RigSceneNode() = default;
 
+  /// Says, before Create or Find, that the rig writes this node in every frame of a take.
+  void SetWritten() { m_written = true; }
   /// Finds the node or makes it; a new one stands on its parent's origin. 0 is success.
   int Create();
   /// Finds the node that came with a scene; it keeps its place. False when it is missing.
@@ -59,6 +61,7 @@ class RigSceneNode {
   CCamera& m_rig;
   const RigSceneNode* m_parent;
   CNode* m_node = nullptr;
+  bool m_written = false;
 };
 
 /// Lens with which a camera node is made.

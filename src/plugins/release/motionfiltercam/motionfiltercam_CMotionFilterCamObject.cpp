@@ -2,7 +2,6 @@
 
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
-#include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "util/FollowFilters.h"
 
@@ -56,12 +55,13 @@ util::Vector3<double> AngularVelocity(const Transform& memory) {
 }  // namespace
 
 CMotionFilterCamObject::CMotionFilterCamNode::CMotionFilterCamNode(CMotionFilterCamObject& rig)
-    : RigCameraNode(rig, "FollowCam", nullptr), m_rig(rig) {}
+    : RigCameraNode(rig, "FollowCam", nullptr), m_rig(rig) {
+  SetWritten();
+}
 
 void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
   const double dt = Core().GetFrameDuration();
-  const Matrix old = ReadMatrix(FrameBefore(time, dt));
-  Transform current = Transform::fromMatrix(old);
+  Transform current = Transform::fromMatrix(ReadMatrix(FrameBefore(time, dt)));
   const Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
 
   if (settings.bFixateTranslations)
@@ -79,7 +79,7 @@ void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
   m_rig.StoreVelocities(time);
 
   Matrix pose = current.toMatrix();
-  KeepScale(pose, old);
+  pose.setRowLengths(scale);
   WriteKey(time, pose);
 }
 
@@ -87,6 +87,7 @@ CMotionFilterCamObject::CMotionFilterCamObject(const CreationRecord& record)
     : CCamera(record), m_attachedCam(*this), m_followCam(*this) {}
 
 void CMotionFilterCamObject::Start(double time) {
+  m_followCam.scale = m_followCam.ReadMatrix(time).rowLengths();
   auto& history = m_memory.ancMotionFilterCamNodeqTransMem;
   PushVariableUndo(*m_pInterface, m_memory);
   if (m_memory.bFirstTime) {

@@ -54,6 +54,9 @@ class CMotionFilterCamObject : public CCamera, public CInterface::Callback {
     void Step(double time) override;
 
     Settings settings;
+    /// Lengths of the axis rows that all poses of a take have: the node's at the take's start. Read
+    /// back from each frame they would run away under parents whose shear no node can hold.
+    util::Vector3<double> scale{1.0, 1.0, 1.0};
     util::Vector3<double> linearVelocity;   ///< m/s, world
     util::Vector3<double> angularVelocity;  ///< rad/s, own frame
 

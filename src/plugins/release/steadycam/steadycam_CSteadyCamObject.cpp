@@ -4,7 +4,6 @@
 
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
-#include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "util/FollowFilters.h"
 
@@ -43,12 +42,13 @@ void TakeSide(Quat& q, const Quat& reference) {
 }  // namespace
 
 CSteadyCamObject::CSteadyCamNode::CSteadyCamNode(CSteadyCamObject& rig)
-    : RigCameraNode(rig, "FollowCam", nullptr), m_rig(rig) {}
+    : RigCameraNode(rig, "FollowCam", nullptr), m_rig(rig) {
+  SetWritten();
+}
 
 void CSteadyCamObject::CSteadyCamNode::Step(double time) {
   const double dt = Core().GetFrameDuration();
-  const Matrix old = ReadMatrix(FrameBefore(time, dt));
-  Transform current = Transform::fromMatrix(old);
+  Transform current = Transform::fromMatrix(ReadMatrix(FrameBefore(time, dt)));
   Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
 
   if (target.rotation.w < 0.0) target.rotation = -target.rotation;
@@ -64,7 +64,7 @@ void CSteadyCamObject::CSteadyCamNode::Step(double time) {
   m_rig.m_memory.ancSteadyCamNodeqTransMem.set(time, firstStage);
 
   Matrix pose = current.toMatrix();
-  KeepScale(pose, old);
+  pose.setRowLengths(scale);
   WriteKey(time, pose);
 }
 
@@ -78,6 +78,7 @@ CSteadyCamObject::CSteadyCamObject(const CreationRecord& record)
                                       {&m_followCam})) {}
 
 void CSteadyCamObject::Start(double time) {
+  m_followCam.scale = m_followCam.ReadMatrix(time).rowLengths();
   auto& history = m_memory.ancSteadyCamNodeqTransMem;
   PushVariableUndo(*m_pInterface, m_memory);
   m_followCam.firstStage = history.value(time);

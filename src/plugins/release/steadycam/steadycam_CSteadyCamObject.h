@@ -48,6 +48,9 @@ class CSteadyCamObject : public CCamera, public CInterface::Callback {
     void Step(double time) override;
 
     Settings settings;
+    /// Lengths of the axis rows that all poses of a take have: the node's at the take's start. Read
+    /// back from each frame they would run away under parents whose shear no node can hold.
+    util::Vector3<double> scale{1.0, 1.0, 1.0};
     util::QTransform<double> firstStage;  ///< world
 
    private:
