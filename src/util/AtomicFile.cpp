@@ -4,11 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <system_error>
+#include <utility>
 
 namespace orv::util {
 
@@ -16,6 +18,12 @@ namespace {
 
 constexpr int kMaxLinks = 40;
 constexpr int kMaxNames = 1000;
+constexpr std::size_t kChunk = 1 << 20;  ///< bytes between two looks at the cancel check
+
+std::function<bool()>& cancelCheck() {
+  static std::function<bool()> check;
+  return check;
+}
 
 std::string folderOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');
@@ -46,22 +54,27 @@ AtomicFile::AtomicFile(const std::string& path) : m_path(path), m_target(path) {
   open();
 }
 
+void AtomicFile::setCancelCheck(std::function<bool()> isCancelled) {
+  cancelCheck() = std::move(isCancelled);
+}
+
 AtomicFile::~AtomicFile() {
   discard();
 }
 
 bool AtomicFile::open() {
-  if (!followLinks(m_target)) return fail("cannot follow its links");
+  // Before any link is followed: the one behind /dev/stdout may lead to a pipe without a name.
   struct stat old;
-  const bool exists = ::stat(m_target.c_str(), &old) == 0;
+  const bool exists = ::stat(m_path.c_str(), &old) == 0;
+  if (exists && !S_ISREG(old.st_mode) && !S_ISDIR(old.st_mode)) {
+    m_descriptor = ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
+    return m_descriptor >= 0 || fail("cannot be opened");
+  }
+  if (!followLinks(m_target)) return fail("cannot follow its links");
   if (exists && ::access(m_target.c_str(), W_OK) != 0) return fail("cannot be written");
   if (exists && S_ISDIR(old.st_mode)) {
     errno = EISDIR;
     return fail("cannot be written");
-  }
-  if (exists && !S_ISREG(old.st_mode)) {
-    m_descriptor = ::open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
-    return m_descriptor >= 0 || fail("cannot be opened");
   }
   return openTemporary() && (!exists || matchOldFile(old));
 }
@@ -93,7 +106,8 @@ bool AtomicFile::matchOldFile(const struct stat& old) {
 bool AtomicFile::write(const void* data, std::size_t size) {
   const char* at = static_cast<const char*>(data);
   while (size > 0 && m_descriptor >= 0) {
-    const ssize_t written = ::write(m_descriptor, at, size);
+    if (isCancelled()) return false;
+    const ssize_t written = ::write(m_descriptor, at, std::min(size, kChunk));
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) return fail("cannot be written");
     at += written;
@@ -102,8 +116,15 @@ bool AtomicFile::write(const void* data, std::size_t size) {
   return m_descriptor >= 0;
 }
 
+bool AtomicFile::isCancelled() {
+  if (!cancelCheck() || !cancelCheck()()) return false;
+  errno = ECANCELED;
+  fail("was not written");
+  return true;
+}
+
 bool AtomicFile::commit() {
-  if (m_descriptor < 0) return false;
+  if (m_descriptor < 0 || isCancelled()) return false;
   // A pipe or a terminal has nothing to flush.
   if (::fsync(m_descriptor) != 0 && errno != EINVAL && errno != EROFS) {
     return fail("cannot be flushed to the disk");
@@ -112,6 +133,7 @@ bool AtomicFile::commit() {
   m_descriptor = -1;
   if (::close(descriptor) != 0) return fail("cannot be closed");
   if (m_temporary.empty()) return true;
+  if (isCancelled()) return false;  // a flush may take long
   if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) return fail("cannot be replaced");
   m_temporary.clear();
   // The new name reaches the disk with its folder; the content is safe already if this fails.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -13,14 +14,18 @@ namespace orv::util {
 /// Without a successful `commit` the neighbour is removed and the old file stays untouched.
 ///
 /// An existing file's permissions are kept (a write-protected file is refused), and a symbolic link
-/// stays while its target is replaced. A device or pipe is written to directly, as it cannot be
-/// replaced.
+/// stays while its target is replaced. What exists and is no regular file, such as a device or a
+/// pipe, is written to directly, as it cannot be replaced.
 class AtomicFile {
  public:
   explicit AtomicFile(const std::string& path);
   ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
+
+  /// Asked by all files while they write and before they are put in place; true makes that step
+  /// fail like any other. For the whole process, set while no file is open; empty for none.
+  static void setCancelCheck(std::function<bool()> isCancelled);
 
   /// Appends bytes. False after this or any earlier step failed.
   bool write(const void* data, std::size_t size);
@@ -34,6 +39,7 @@ class AtomicFile {
   bool open();
   bool openTemporary();
   bool matchOldFile(const struct stat& old);
+  bool isCancelled();
   bool fail(const char* action);
   void discard() noexcept;
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <filesystem>
 
@@ -91,6 +93,35 @@ TEST_F(AtomicFile, SaysWhatFailedAndLeavesNothingBehind) {
   EXPECT_EQ(path("scene") + ": cannot be written: File too large", error);
   EXPECT_EQ("old", content("scene"));
   EXPECT_EQ(1, entries());
+}
+
+TEST_F(AtomicFile, StopsWhenItIsCancelledInTheMiddleOrAtTheEnd) {
+  ASSERT_TRUE(writeFile(path("scene"), "old"));
+  // Cancelled at the n-th look, until a write is through without one.
+  int done = 0;
+  for (int limit = 1; done == 0 && limit < 100; ++limit) {
+    int looks = 0;
+    util::AtomicFile::setCancelCheck([&] { return ++looks >= limit; });
+    std::string error;
+    const bool written = writeFile(path("scene"), std::string(5u << 20, 'x'), &error);
+    util::AtomicFile::setCancelCheck({});
+    EXPECT_EQ(written ? 5u << 20 : 3u, content("scene").size()) << limit;
+    EXPECT_EQ(written, error.empty()) << error;
+    EXPECT_EQ(1, entries()) << limit;
+    if (written) done = limit;
+  }
+  EXPECT_GE(done, 8) << "between the chunks and before the renaming";
+}
+
+TEST_F(AtomicFile, WritesIntoAPipeWithoutAName) {
+  int ends[2];
+  ASSERT_EQ(0, ::pipe(ends));
+  EXPECT_TRUE(writeFile("/dev/fd/" + std::to_string(ends[1]), "through"));
+  std::array<char, 16> bytes{};
+  EXPECT_EQ(7, ::read(ends[0], bytes.data(), bytes.size()));
+  EXPECT_STREQ("through", bytes.data());
+  ::close(ends[0]);
+  ::close(ends[1]);
 }
 
 }  // namespace
