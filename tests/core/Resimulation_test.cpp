@@ -11,6 +11,7 @@
 #include "support/ProbeRig.h"
 #include "support/QtApplication.h"
 #include "unidevice/Control.h"
+#include "unidevice/Device.h"
 #include "unidevice/Property.h"
 
 namespace orv::tests {
@@ -110,6 +111,51 @@ TEST_F(Resimulation, AControlThatGoesDuringTheRunDoesNotComeBack) {
   EXPECT_EQ(instance->FindInput("Input")->control, nullptr);
 }
 
+/// A pad with one axis, plugged into the driver without hardware.
+class Pad : public unidevice::Device {
+ public:
+  Pad() : Device(true) { name = "Pad"; }
+  ~Pad() override { delete m_axis; }
+  int controlCount() const override { return 1; }
+  unidevice::Control* control(int i) const override { return i == 0 ? m_axis : nullptr; }
+  bool update() override {
+    m_axis->current = 0.8;
+    return true;
+  }
+
+ private:
+  unidevice::Control* m_axis =
+      new unidevice::Control(unidevice::kInfiniteControl, "Axis", 0, "X-Axis", this);
+};
+
+TEST_F(Resimulation, ADeviceThatIsUnpluggedInATakeLeavesItsInputAtTheOffsetUntilItReturns) {
+  auto* pad = new Pad;
+  unidevice::Property& input = *instance->FindInput("Input");
+  input.offset = 0.125;
+  input.deadzone = 0.0;
+  input.assign(pad->control(0));
+  core.StartRecording();
+  unsigned ms = 0;
+  const auto run = [&](int frames) {
+    for (int i = 0; i < frames; ++i) core.OnTimer(RecordManager::kTakeTimer, ms += 40);
+  };
+  run(3);
+  delete pad;
+  run(3);
+  pad = new Pad;
+  run(3);
+  core.StopRecording();
+  const std::vector<double> expected{0.925, 0.925, 0.925, 0.125, 0.125, 0.125, 0.925, 0.925, 0.925};
+  ASSERT_EQ(plugin.log.inputs.size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i)
+    EXPECT_DOUBLE_EQ(plugin.log.inputs[i], expected[i]) << i;
+  const std::vector<double> taken = plugin.log.inputs;
+  Resimulate(0.0, 0.36);
+  EXPECT_EQ(plugin.log.inputs, taken);
+  EXPECT_EQ(input.control, pad->control(0));
+  delete pad;
+}
+
 TEST_F(Resimulation, AnInputWithoutATrackReadsItsDefault) {
   Take(5);
   instance->AddInput("Late", 7)->offset = 0.25;
@@ -140,6 +186,16 @@ TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
   Element("Gain").setNumber(50.0);
   Resimulate(0.0, 0.4);
   EXPECT_NEAR(plugin.last->gain, 53.0, 1e-12);
+
+  // A track from elsewhere begins at the parameter's present value, as a take with it would.
+  const double present = plugin.last->gain;
+  auto track = instance->GetTracks()[0];
+  ASSERT_EQ(instance->GetProperties().property(0)->name, "Spinner: Gain");
+  instance->SetTrack(0, track);
+  Resimulate(0.0, 0.4);
+  EXPECT_NEAR(plugin.last->gain, present + 3.0, 1e-12);
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(plugin.last->gain, present);
 
   ASSERT_TRUE(adaptor.HostUndo());
   EXPECT_EQ(plugin.last->gain, 50.0);
