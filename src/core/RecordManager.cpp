@@ -21,7 +21,10 @@ namespace {
 
 constexpr double kSnap = 1e-5;            ///< s, how near to a frame a start counts as that frame
 constexpr double kLastFrameSlack = 1e-5;  ///< s, keeps rounding from losing a run's last frame
-constexpr double kMinimumWait = 0.001;    ///< s, floor of the tick's timer
+constexpr int kMostFrames = 2000000000;   ///< where the frame index ends, some 2.5 years at 25 fps
+/// Where typed slow factor indices end: 2^999 still is a number.
+constexpr int kMostSlow = 1000;
+constexpr double kMinimumWait = 0.001;  ///< s, floor of the tick's timer
 
 /// Milliseconds since the system's start, low 32 bits.
 unsigned SystemTickCount() {
@@ -64,6 +67,7 @@ void RecordManager::SetFixedFrameDuration(double duration) {
 
 int RecordManager::FrameIndex(double t) const {
   const double duration = GetFrameDuration();
+  if (!(std::abs(t / duration) < kMostFrames)) return t < 0.0 ? -kMostFrames : kMostFrames;
   // A product of index and duration, divided again, may fall short of the index by a rounding.
   const double nearest = std::round(t / duration);
   if (std::abs(nearest * duration - t) <= 1e-12 * std::max(1.0, std::abs(t)))
@@ -151,7 +155,7 @@ int RecordManager::StartRecording() {
   int countdown = 0;
   core.GetCountdownSeconds(countdown);
   m_clock -= countdown;
-  adaptor.SetSlowFactor(static_cast<int>(m_slowFactor));
+  TellSlowFactor();
   if (!m_pCountdownDialog && core.GetUserInterface())
     m_pCountdownDialog.reset(core.GetUserInterface()->CreateCountdownDialog());
   if (countdown != 0 && m_pCountdownDialog) {
@@ -324,11 +328,15 @@ int RecordManager::GetSlowFactorIndex() const {
 }
 
 void RecordManager::SetSlowFactorIndex(int index) {
-  m_slowFactor = std::pow(2.0, index - 1);
+  m_slowFactor = std::pow(2.0, std::clamp(index, 1, kMostSlow) - 1);
   ShowSlowFactor();
   ShowSlowFactor();  // twice: the spinner's own event would else put the old value back
-  if (m_bRecording && !m_bResimulating)
-    GetCore()->GetAdaptor()->SetSlowFactor(static_cast<int>(m_slowFactor));
+  if (m_bRecording && !m_bResimulating) TellSlowFactor();
+}
+
+void RecordManager::TellSlowFactor() {
+  constexpr double kMost = 1 << 30;
+  GetCore()->GetAdaptor()->SetSlowFactor(static_cast<int>(std::min(m_slowFactor, kMost)));
 }
 
 void RecordManager::ShowSlowFactor() {

@@ -99,6 +99,7 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   void HideHighPolyModels();
   void ShowHighPolyModels();
   void ShowSlowFactor();
+  void TellSlowFactor();
 
   struct HiddenModels;
 

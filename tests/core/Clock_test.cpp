@@ -125,12 +125,19 @@ TEST_F(Clock, SlowFactorSlowsTheClockAndKeepsTheGrid) {
     EXPECT_EQ(Steps()[i], static_cast<double>(i + 1) * 0.04);
   core.SetSlowFactorIndex(3);
   EXPECT_EQ(adaptor.slowFactor, 4);
+  core.SetSlowFactorIndex(10000);  // typed into the spinner: the clock all but stands
+  EXPECT_EQ(adaptor.slowFactor, 1 << 30);
+  Tick(600000);
+  EXPECT_TRUE(core.IsRecording());
+  EXPECT_EQ(Steps().size(), 25u);
 }
 
 TEST_F(Clock, FloorsTimesBelowZeroOnTheGrid) {
   EXPECT_EQ(core.FrameIndex(-0.1), -3);
   EXPECT_EQ(core.FrameIndex(-0.08), -2);
   EXPECT_EQ(core.FrameIndex(0.1), 2);
+  EXPECT_EQ(core.FrameIndex(1e300), 2000000000);
+  EXPECT_EQ(core.FrameIndex(-1e300), -2000000000);
   for (const double rate : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0, 6000.0}) {
     adaptor.frameRate = rate;
     for (int i = -3000; i < 300000; i += 7) ASSERT_EQ(core.FrameIndex(i * (1.0 / rate)), i) << rate;
