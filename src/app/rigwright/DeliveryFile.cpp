@@ -102,12 +102,17 @@ std::string writeDelivery(headless::Scene& scene, const std::string& path,
   roundKeys(scene);
   const std::string folder = path.substr(0, path.size() - fileNameOf(path).size());
   const TemporaryFile marked(folder + ".rigwright-" + std::to_string(getpid()) + endingOf(path));
+  // The user knows the file by the name that he gave.
+  const auto renamed = [&](std::string text) {
+    const std::size_t at = text.find(marked.path());
+    return at == std::string::npos ? text : text.replace(at, marked.path().size(), path);
+  };
   const headless::WriteResult written = headless::GltfWriter::write(scene, marked.path());
-  if (!written) return written.error;
-  warnings = written.warnings;
+  if (!written) return renamed(written.error);
+  for (const std::string& text : written.warnings) warnings.push_back(renamed(text));
   std::string bytes;
   std::string error;
-  if (!util::readFile(marked.path(), bytes, &error)) return error;
+  if (!util::readFile(marked.path(), bytes, &error)) return renamed(error);
   util::writeFile(path, withoutMarks(bytes), &error);
   return error;
 }

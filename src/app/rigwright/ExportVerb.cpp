@@ -15,6 +15,7 @@
 #include "app/rigwright/Program.h"
 #include "app/rigwright/ProgressBar.h"
 #include "app/rigwright/RunRigs.h"
+#include "app/rigwright/SavingNote.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
@@ -98,11 +99,11 @@ long writePoses(SceneJob& job, const ExportOptions& options, const TimeSpan& spa
     poses.evaluate(time);
     std::string rows;
     for (const auto& [place, name] : wanted) rows += poseRow(time, name, poses.world(place));
-    if (!file.write(rows)) throw Failure("", file.error());
+    if (!file.write(rows)) failWriting(file.error());
     bar.set(i);
   }
   checkInterrupt();
-  if (!file.commit()) throw Failure("", file.error());
+  if (!file.commit()) failWriting(file.error());
   return frames.count();
 }
 
@@ -144,8 +145,11 @@ void runClean(Program& program, const ExportOptions& options) {
   }
   checkInterrupt();
   std::vector<std::string> lost;
-  const std::string error = writeDelivery(scene, options.output, lost);
-  if (!error.empty()) throw Failure("", error);
+  {
+    const SavingNote note(out, options.output);
+    const std::string error = writeDelivery(scene, options.output, lost);
+    if (!error.empty()) failWriting(error);
+  }
   for (const std::string& text : lost) out.warn(text);
   out.object()["baked"] = baked;
   out.object()["output"] = options.output;
@@ -193,9 +197,7 @@ void addExportVerb(Program& program) {
           "With --clean: keep this node of a rig, such as its camera; may be repeated")
       ->type_name("NODE")
       ->needs(clean);
-  verb.add_option("-o,--output", o->output, "File to write: .csv, or with --clean .glb or .gltf")
-      ->required()
-      ->type_name("FILE");
+  addOutput(verb, o->output, "File to write: .csv, or with --clean .glb or .gltf");
 }
 
 }  // namespace orv::app

@@ -41,10 +41,9 @@ void InputFile::putIntoTracks() const {
   for (std::size_t i = 0; i < m_targets.size(); ++i) {
     Instance& rig = *m_targets[i].rig;
     const auto& entries = rig.GetProperties().entries;
-    auto& tracks = rig.GetTracks();
-    if (tracks.size() < entries.size()) tracks.resize(entries.size());
     for (std::size_t k = 0; k < entries.size(); ++k)
-      if (entries[k].second == m_targets[i].input) tracks[k] = m_input.columns[i].track;
+      if (entries[k].second == m_targets[i].input)
+        rig.SetTrack(static_cast<int>(k), m_input.columns[i].track);
   }
 }
 

@@ -32,7 +32,7 @@ void runInputs(Program& program, const InputsOptions& options) {
   }
   checkInterrupt();
   std::string error;
-  if (!recorded.save(options.output, error)) throw Failure("", error);
+  if (!recorded.save(options.output, error)) failWriting(error);
   std::vector<std::string> names;
   for (const auto& column : recorded.columns) names.push_back(column.name);
   program.output().object()["inputs"] = names;
@@ -50,9 +50,7 @@ void addInputsVerb(Program& program) {
   program.markReadOnly(verb);
   addScene(verb, o->scene);
   verb.add_option("RIG", o->rig, "Only this rig's inputs")->type_name("");
-  verb.add_option("-o,--output", o->output, "Input file to write")
-      ->required()
-      ->type_name("FILE.csv");
+  addOutput(verb, o->output, "Input file to write")->type_name("FILE.csv");
 }
 
 }  // namespace orv::app

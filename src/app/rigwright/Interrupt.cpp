@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include "app/rigwright/Failure.h"
+#include "util/AtomicFile.h"
 
 namespace orv::app {
 
@@ -26,9 +27,10 @@ void catchInterrupts() {
   struct sigaction action {};
   action.sa_handler = noteSignal;
   sigemptyset(&action.sa_mask);
-  action.sa_flags = SA_RESTART;  // a file that is being written is finished or taken back whole
+  action.sa_flags = SA_RESTART;  // no read or write fails by the signal itself
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
+  util::AtomicFile::setCancelCheck(isInterrupted);
 }
 
 bool isInterrupted() {
@@ -37,6 +39,11 @@ bool isInterrupted() {
 
 void checkInterrupt() {
   if (isInterrupted()) throw Interrupted();
+}
+
+void failWriting(const std::string& error) {
+  checkInterrupt();
+  throw Failure("", error);
 }
 
 }  // namespace orv::app

@@ -1,9 +1,12 @@
 // Ctrl-C and the request to end, as a flag that long work asks for.
 #pragma once
 
+#include <string>
+
 namespace orv::app {
 
-/// From here on SIGINT and SIGTERM set a flag instead of ending the program at once. Whoever does
+/// From here on SIGINT and SIGTERM set a flag instead of ending the program at once; a file that is
+/// being written when it is set is taken back. Whoever does
 /// not want to wait for a step that does not ask sends the signal three times.
 void catchInterrupts();
 
@@ -12,5 +15,8 @@ bool isInterrupted();
 /// Throws Interrupted when the flag is set. Called between steps that leave nothing half done, and
 /// before anything is written.
 void checkInterrupt();
+
+/// For a file that could not be written: throws Interrupted when the flag is why, else a Failure.
+[[noreturn]] void failWriting(const std::string& error);
 
 }  // namespace orv::app

@@ -155,10 +155,15 @@ void addNodeVerbs(Program& program) {
   CLI::Option* scale = addVector(place, "--scale", q->scale, "Scale (factors)");
   CLI::Option* at = place.add_option("--at", q->at,
                                      "Stand where this node is, turned as it is (keeps its scale)");
-  at->type_name("NODE")->excludes(translate)->excludes(rotate)->excludes(scale);
+  at->type_name("NODE")
+      ->check(checkNotEmpty)
+      ->excludes(translate)
+      ->excludes(rotate)
+      ->excludes(scale);
   addNumber(
       place, "--time", q->time,
-      "Time of the key where a property has keys, and of --at (s; default: start of the range)");
+      "Time of the key where a property has keys, and of --at (s; default: start of the range)",
+      mustBeTime);
   addSceneOutput(place, q->output);
   place.callback([translate, rotate, scale, at] {
     if (translate->count() + rotate->count() + scale->count() + at->count() == 0)

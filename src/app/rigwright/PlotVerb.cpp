@@ -1,6 +1,7 @@
 // plot.
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -270,13 +271,22 @@ PlotData gather(SceneJob& job, const PlotOptions& options) {
 void runPlot(Program& program, const PlotOptions& options) {
   SceneJob job(program, options.scene);
   const PlotData data = gather(job, options);
-  const std::string picture = endingOf(options.output) == ".svg" ? drawSvg(data) : drawPng(data);
+  const std::string picture = endingOf(options.output) == ".png" ? drawPng(data) : drawSvg(data);
   if (picture.empty()) throw Failure(options.output, "the picture could not be made");
   checkInterrupt();
   std::string error;
-  if (!util::writeFile(options.output, picture, &error)) throw Failure("", error);
+  if (!util::writeFile(options.output, picture, &error)) failWriting(error);
   program.output().object()["output"] = options.output;
   program.output().note("plot: written to " + options.output);
+}
+
+std::string checkPictureEnding(const std::string& path) {
+  const std::string ending = endingOf(path);
+  if (ending == ".svg" || ending == ".png") return {};
+  std::error_code ignored;
+  const auto status = std::filesystem::status(path, ignored);
+  if (ending.empty() && std::filesystem::is_other(status)) return {};  // such as /dev/stdout
+  return path + " does not end in .svg or .png";
 }
 
 }  // namespace
@@ -290,16 +300,12 @@ void addPlotVerb(Program& program) {
   program.markReadOnly(verb);
   program.markDrawing(verb);
   addScene(verb, o->scene);
-  verb.add_option("--rig", o->rig, "Only this rig (default: all)")->type_name("RIG");
+  verb.add_option("--rig", o->rig, "Only this rig (default: all)")
+      ->type_name("RIG")
+      ->check(checkNotEmpty);
   addRange(verb, o->range, "Seconds from and to (default: the playback range)");
-  verb.add_option("-o,--output", o->output, "Picture to write (.svg or .png)")
-      ->required()
-      ->type_name("FILE")
-      ->check([](const std::string& path) {
-        const std::string ending = endingOf(path);
-        return ending == ".svg" || ending == ".png" ? std::string()
-                                                    : path + " does not end in .svg or .png";
-      });
+  addOutput(verb, o->output, "Picture to write (.svg or .png; SVG into a pipe)")
+      ->check(checkPictureEnding);
 }
 
 }  // namespace orv::app

@@ -12,6 +12,7 @@
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
+#include "util/AtomicFile.h"
 
 namespace orv::app {
 
@@ -52,7 +53,10 @@ void request(Program& program, const std::string& what, const std::string& done,
     if (!program.options().yes) throw Failure(what, result.message, "--yes answers yes");
     result = run(true);
   }
-  if (!result.done()) throw Failure(what, result.message);
+  if (!result.done()) {
+    checkInterrupt();
+    throw Failure(what, result.message);
+  }
   program.output().object()["profiles"] = result.names;
   if (!result.message.empty()) program.output().note(result.message);
   program.output().note(done + " " + (result.names.empty() ? what : joined(result.names)));
@@ -77,15 +81,13 @@ void runApply(Program& program, const ProfileOptions& o) {
   SceneJob job(program, o.scene);
   Instance& rig = job.rig(o.rig);
   requireProfile(managerOf(rig, o.inputs), o);
-  std::string problem;
   if (o.inputs) {
-    problem = rig.GetTool()->GetInputProfiles().Apply(o.name, rig.GetProperties());
+    const std::string problem =
+        rig.GetTool()->GetInputProfiles().Apply(o.name, rig.GetProperties());
+    if (!problem.empty()) throw Failure(kindOf(o) + o.name, problem);
   } else {
-    const std::string old = rig.GetTool()->GetConfigProfiles().GetVersionWarning(o.name);
-    if (!old.empty()) program.output().warn(old);
-    problem = job.core().LoadProfile(rig.GetInstanceName(), o.name);
+    job.loadProfile(rig, o.name);
   }
-  if (!problem.empty()) throw Failure(kindOf(o) + o.name, problem);
   job.save(o.output);
   program.output().object()["profile"] = o.name;
   program.output().note("applied " + o.name + " to " + o.rig);
@@ -106,8 +108,13 @@ void runImport(Program& program, const ProfileOptions& o) {
   Instance& rig = job.rig(o.rig);
   rws::core::Tool& tool = *rig.GetTool();
   request(program, o.name, "imported", [&](bool confirmed) {
-    return o.inputs ? tool.GetInputProfiles().Import(o.name, confirmed)
-                    : tool.GetConfigProfiles().Import(o.name, rig.GetConfig(), confirmed);
+    ProfileResult result =
+        o.inputs ? tool.GetInputProfiles().Import(o.name, confirmed)
+                 : tool.GetConfigProfiles().Import(o.name, rig.GetConfig(), confirmed);
+    std::string bytes, unreadable;
+    if (!result.done() && !util::readFile(o.name, bytes, &unreadable))
+      result.message += " " + unreadable;
+    return result;
   });
 }
 
@@ -182,12 +189,11 @@ void addProfileVerbs(Program& program) {
                          "rigwright profile import cam.glb Cam calm.ocp", runImport, o),
           "FILE", o->name, "Profile file to read");
   o = make();
-  CLI::App& out = addProfileVerb(program, group, "export", "Write a profile to a file",
-                                 "rigwright profile export cam.glb Cam \"Loose FollowCam\" "
-                                 "-o loose.ocp",
-                                 runExport, o);
+  CLI::App& out =
+      addProfileVerb(program, group, "export", "Write a profile to a file",
+                     "rigwright profile export cam.glb Cam Calm -o calm.ocp", runExport, o);
   addName(out, "NAME", o->name, "Name of the profile");
-  out.add_option("-o,--output", o->output, "File to write")->required()->type_name("FILE");
+  addOutput(out, o->output, "File to write");
   program.markReadOnly(out);
   o = make();
   CLI::App& rename =

@@ -3,6 +3,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <QGuiApplication>
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <memory>
@@ -20,6 +21,9 @@ namespace orv::app {
 namespace {
 
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2, kInterrupted = 130 };
+
+constexpr double kMostSeconds = 1e9;    ///< times on the command line are nearer to 0
+constexpr double kMostInVector = 1e12;  ///< m, degrees or factors; beyond it matrices lose digits
 
 constexpr const char* kAbout =
     "Rigs for animators: attach a rig to a scene, perform it, and get keys.\n"
@@ -198,13 +202,27 @@ CLI::Option* addVector(CLI::App& verb, const std::string& name,
     util::Vector3<double> vector;
     if (!parseVector(text, vector))
       throw CLI::ValidationError(name, "\"" + text + "\" is not three numbers such as 0,1.5,-2");
+    if (std::max({std::abs(vector.x), std::abs(vector.y), std::abs(vector.z)}) > kMostInVector) {
+      throw CLI::ValidationError(
+          name, text + " goes beyond " + util::shortText(kMostInVector) + "; give smaller numbers");
+    }
     value = vector;
   };
   return verb.add_option_function<std::string>(name, read, description)->type_name("x,y,z");
 }
 
 CLI::Option* addScene(CLI::App& verb, std::string& path) {
-  return verb.add_option("SCENE", path, "Scene to read (.glb or .gltf)")->required()->type_name("");
+  return verb.add_option("SCENE", path, "Scene to read (.glb or .gltf)")
+      ->required()
+      ->type_name("")
+      ->check(checkNotEmpty);
+}
+
+CLI::Option* addOutput(CLI::App& verb, std::string& path, const std::string& description) {
+  return verb.add_option("-o,--output", path, description)
+      ->required()
+      ->type_name("FILE")
+      ->check(checkNotEmpty);
 }
 
 std::string checkSceneEnding(const std::string& path) {
@@ -215,8 +233,7 @@ std::string checkSceneEnding(const std::string& path) {
 }
 
 CLI::Option* addSceneOutput(CLI::App& verb, std::string& path) {
-  return verb.add_option("-o,--output", path, "Scene to write (.glb or .gltf)")
-      ->required()
+  return addOutput(verb, path, "Scene to write (.glb or .gltf)")
       ->type_name("OUT")
       ->check([](const std::string& text) { return checkSceneEnding(text); });
 }
@@ -227,9 +244,10 @@ CLI::Option* addRange(CLI::App& verb, std::string& text, const std::string& desc
       ->check([](const std::string& given) {
         double from = 0.0;
         double to = 0.0;
-        return parseRange(given, from, to)
-                   ? std::string()
-                   : "\"" + given + "\" is no range of seconds such as 0:20, b not before a";
+        if (!parseRange(given, from, to))
+          return "\"" + given + "\" is no range of seconds such as 0:20, b not before a";
+        const std::string wrong = mustBeTime(std::max(std::abs(from), std::abs(to)));
+        return wrong.empty() ? wrong : given + " " + wrong;
       });
 }
 
@@ -240,6 +258,20 @@ CLI::Option* addList(CLI::App& verb, const std::string& name, std::vector<std::s
 
 std::string mustBePositive(double value) {
   return value > 0.0 ? std::string() : "must be above 0";
+}
+
+std::string mustBeFrom(double value, double least, double most) {
+  if (value >= least && value <= most) return {};
+  return "must be from " + util::shortText(least) + " to " + util::shortText(most);
+}
+
+std::string mustBeTime(double value) {
+  if (std::abs(value) < kMostSeconds) return {};
+  return "must be less than " + util::shortText(kMostSeconds) + " s away from 0";
+}
+
+std::string checkNotEmpty(const std::string& text) {
+  return text.empty() ? "the text is empty" : std::string();
 }
 
 }  // namespace orv::app

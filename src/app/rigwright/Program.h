@@ -71,10 +71,13 @@ class Program {
 using NumberCheck = std::function<std::string(double)>;
 CLI::Option* addNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
                        const std::string& description, NumberCheck check = {});
+/// Three numbers, none of them beyond what a scene can hold.
 CLI::Option* addVector(CLI::App& verb, const std::string& name,
                        std::optional<util::Vector3<double>>& value, const std::string& description);
 /// The positional scene file.
 CLI::Option* addScene(CLI::App& verb, std::string& path);
+/// `-o` for a file, required.
+CLI::Option* addOutput(CLI::App& verb, std::string& path, const std::string& description);
 /// `-o` for a scene (.glb or .gltf), required.
 CLI::Option* addSceneOutput(CLI::App& verb, std::string& path);
 /// `--range a:b`; what is left out of it stays as it is.
@@ -85,6 +88,11 @@ CLI::Option* addList(CLI::App& verb, const std::string& name, std::vector<std::s
 
 /// "must be above 0" and the like, for NumberCheck.
 std::string mustBePositive(double value);
+std::string mustBeFrom(double value, double least, double most);
+/// Refuses times (s) that no scene of any frame rate is about.
+std::string mustBeTime(double value);
+/// For names and paths: an empty one is a slip, such as a variable of a script that is not set.
+std::string checkNotEmpty(const std::string& text);
 /// Refuses a path that the scene writer would not know what to do with; empty when all is well.
 std::string checkSceneEnding(const std::string& path);
 

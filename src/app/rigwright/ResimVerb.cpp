@@ -80,9 +80,12 @@ void runResim(Program& program, const ResimOptions& options) {
   SceneJob job(program, options.scene);
   requireRigs(job);
   for (const std::string& assignment : options.assignments) job.setParameter(assignment);
-  if (options.fps) setFrameRate(job, *options.fps);
-  if (!options.inputs.empty()) InputFile(job, options.inputs).putIntoTracks();
   const TimeSpan span = spanOf(job.scene(), options.range);
+  if (options.fps) {
+    setFrameRate(job, *options.fps);
+    requireFrameNumbers(span, *options.fps, "--fps", "give a lower rate or a shorter --range");
+  }
+  if (!options.inputs.empty()) InputFile(job, options.inputs).putIntoTracks();
 
   double seconds = 0.0;
   long frames = 0;
@@ -117,9 +120,11 @@ void addResimVerb(Program& program) {
       [o](Program& p) { runResim(p, *o); });
   addScene(verb, o->scene);
   verb.add_option("--inputs", o->inputs, "Input file (CSV) whose columns replace recorded tracks")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(checkNotEmpty);
   addRange(verb, o->range, "Seconds from and to (default: the playback range)");
-  addNumber(verb, "--fps", o->fps, "New frame rate of the scene", mustBePositive);
+  addNumber(verb, "--fps", o->fps, "New frame rate of the scene",
+            [](double value) { return mustBeFrom(value, 1e-3, 1e6); });
   addList(verb, "--set", o->assignments, "Set a parameter first; may be repeated")
       ->type_name("RIG:LABEL=VALUE")
       ->check(checkAssignment);

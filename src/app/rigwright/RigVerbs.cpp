@@ -74,8 +74,7 @@ void runAdd(Program& program, const AddOptions& options) {
       throw Failure("--profile " + options.profile, "there is no such profile",
                     hintFor(options.profile, profiles.GetNames(), "profiles"));
     }
-    const std::string problem = job.core().LoadProfile(rig->GetInstanceName(), options.profile);
-    if (!problem.empty()) throw Failure("--profile " + options.profile, problem);
+    job.loadProfile(*rig, options.profile);
   }
   if (options.translate || options.scale)
     placeRig(job, *rig, options.translate, options.scale.value_or(1.0));
@@ -96,10 +95,14 @@ void addAdd(Program& program) {
       ->required()
       ->type_name("");
   verb.add_option("--name", o->name, "Name of the rig (default: the kind and a number)")
-      ->type_name("NAME");
+      ->type_name("NAME")
+      ->check(checkNotEmpty);
   addVector(verb, "--translate", o->translate, "Where the rig's first node stands (m)");
-  addNumber(verb, "--scale", o->scale, "Size of the rig (default 1)", mustBePositive);
-  verb.add_option("--profile", o->profile, "Config profile to begin with")->type_name("NAME");
+  addNumber(verb, "--scale", o->scale, "Size of the rig (default 1)",
+            [](double value) { return mustBeFrom(value, 1e-6, 1e6); });
+  verb.add_option("--profile", o->profile, "Config profile to begin with")
+      ->type_name("NAME")
+      ->check(checkNotEmpty);
   addSceneOutput(verb, o->output);
 }
 

@@ -1,6 +1,5 @@
 #include "app/rigwright/RunRigs.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "adaptor/headless/Scene.h"
@@ -37,6 +36,17 @@ OnlyRigs::~OnlyRigs() {
   for (const auto& [row, checked] : m_before) row->checked = checked;
 }
 
+void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
+                         const std::string& hint) {
+  const double time = std::abs(span.from) > std::abs(span.to) ? span.from : span.to;
+  if (std::abs(time) * frameRate <= kMostFrames) return;
+  throw Failure(what,
+                util::shortText(time) + " s at " + util::shortText(frameRate) +
+                    " frames/s is beyond the last frame that can be numbered, " +
+                    util::shortText(kMostFrames),
+                hint);
+}
+
 TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& range) {
   TimeSpan span{scene.rangeStart(), scene.rangeEnd()};
   if (!range.empty()) parseRange(range, span.from, span.to);
@@ -46,8 +56,8 @@ TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& r
                       util::shortText(span.from) + " s",
                   "give both, as a:b");
   }
-  if (std::max(std::abs(span.from), std::abs(span.to)) * scene.frameRate() > kMostFrames)
-    throw Failure("--range", "there are too many frames", "give a shorter range");
+  requireFrameNumbers(span, scene.frameRate(), range.empty() ? "the playback range" : "--range",
+                      range.empty() ? "give a --range" : "give a range nearer to 0");
   return span;
 }
 

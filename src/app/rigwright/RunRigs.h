@@ -35,6 +35,10 @@ struct TimeSpan {
   double to = 0.0;
 };
 
+/// Refuses times whose frames the engine can't number. `what` is to blame, `hint` says what to do.
+void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
+                         const std::string& hint);
+
 /// "a:b" of the command line, what is missing from it taken from the playback range.
 TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& range);
 

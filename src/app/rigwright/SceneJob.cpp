@@ -8,6 +8,7 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Program.h"
+#include "app/rigwright/SavingNote.h"
 #include "app/rigwright/Texts.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
@@ -180,13 +181,22 @@ void SceneJob::setParameter(const std::string& assignment) {
   if (!problem.empty()) m_program.output().warn(name + ": " + problem);
 }
 
+void SceneJob::loadProfile(Instance& rig, const std::string& name) {
+  const std::string old = rig.GetTool()->GetConfigProfiles().GetVersionWarning(name);
+  if (!old.empty()) m_program.output().warn("profile " + name + ": " + old);
+  const std::string problem = core().LoadProfile(rig.GetInstanceName(), name);
+  if (!problem.empty()) throw Failure("profile " + name, problem);
+}
+
 // --- writing ---
 
 void SceneJob::save(const std::string& output) {
   checkInterrupt();
   std::string error;
-  const bool saved = m_session->Save(output, error);
-  if (!saved) throw Failure("", error);
+  {
+    const SavingNote note(m_program.output(), output);
+    if (!m_session->Save(output, error)) failWriting(error);
+  }
   tellWarnings();
   m_program.output().object()["output"] = output;
 }

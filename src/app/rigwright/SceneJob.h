@@ -64,6 +64,9 @@ class SceneJob {
   /// Edits one parameter from "RIG:LABEL=VALUE" or "RIG:#ID=VALUE".
   void setParameter(const std::string& assignment);
 
+  /// Loads a config profile; one of an older version is told as a warning.
+  void loadProfile(rws::core::Instance& rig, const std::string& name);
+
   /// Writes the scene, unless the user has interrupted the verb, and tells the object of the
   /// result where.
   void save(const std::string& output);

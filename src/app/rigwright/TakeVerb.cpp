@@ -97,6 +97,11 @@ void runTakeVerb(Program& program, const TakeOptions& options) {
   requireRigs(job);
   auto& core = job.core();
   const double start = options.from.value_or(job.scene().rangeStart());
+  const double rate = job.scene().frameRate();
+  requireFrameNumbers({start, start}, rate, options.from ? "--from" : "the playback range",
+                      options.from ? "give a time nearer to 0" : "give a --from");
+  requireFrameNumbers({start, start + *options.seconds}, rate, "--seconds", "give a shorter take");
+  core.GetPreferences().load();
   core.SetTakeLength(*options.seconds);
   if (options.slow) core.SetSlowFactorIndex(static_cast<int>(*options.slow));
   if (options.countdown)
@@ -134,10 +139,15 @@ void addTakeVerb(Program& program) {
       "rigwright take hand.glb --seconds 5 --play hand.csv -o take.glb",
       [o](Program& p) { runTakeVerb(p, *o); });
   addScene(verb, o->scene);
-  addNumber(verb, "--seconds", o->seconds, "Length of the take (s)", mustBePositive)->required();
+  addNumber(verb, "--seconds", o->seconds, "Length of the take (s)", [](double value) {
+    const std::string wrong = mustBePositive(value);
+    return wrong.empty() ? mustBeTime(value) : wrong;
+  })->required();
   verb.add_option("--play", o->play, "Input file (CSV) in place of devices, for its columns")
-      ->type_name("FILE");
-  addNumber(verb, "--from", o->from, "Start of the take (s; default: the playback range's)");
+      ->type_name("FILE")
+      ->check(checkNotEmpty);
+  addNumber(verb, "--from", o->from, "Start of the take (s; default: the playback range's)",
+            mustBeTime);
   addNumber(verb, "--slow", o->slow,
             "Slow motion: 1 is real time, each step up halves the speed (1 to 10)",
             [](double value) { return mustBeWholeUpTo(value, 1.0, 10.0); });

@@ -1,0 +1,33 @@
+#include "app/rigwright/SavingNote.h"
+
+#include <chrono>
+#include <system_error>
+
+#include "app/rigwright/Output.h"
+
+namespace orv::app {
+
+SavingNote::SavingNote(Output& output, const std::string& path) {
+  if (output.quiet) return;
+  try {
+    m_thread = std::thread([this, &output, path] {
+      std::unique_lock<std::mutex> lock(m_mutex);
+      if (!m_change.wait_for(lock, std::chrono::seconds(1), [this] { return m_done; }))
+        output.note("saving " + path);
+    });
+  } catch (const std::system_error&) {
+    // Without a thread to spare the save goes on in silence.
+  }
+}
+
+SavingNote::~SavingNote() {
+  if (!m_thread.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_done = true;
+  }
+  m_change.notify_one();
+  m_thread.join();
+}
+
+}  // namespace orv::app
