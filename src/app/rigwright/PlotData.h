@@ -26,11 +26,11 @@ struct PlotPanel {
   std::string title;
   std::string unit;  ///< of the values; may be empty
   std::vector<PlotCurve> curves;
-  std::vector<int> colours;  ///< of the curves: numbers of the palette
+  std::vector<int> colours;  ///< of the curves: numbers of the pens
   bool fromZero = true;      ///< the axis of the values shows 0
 };
 
-/// A whole page. Paths and curves of one node share a colour: that of the path's place.
+/// A whole page. Paths and curves of one node share a pen: that of the path's place.
 struct PlotData {
   std::string title;
   std::string subtitle;

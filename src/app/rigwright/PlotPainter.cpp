@@ -8,6 +8,7 @@
 #include <QSvgGenerator>
 #include <array>
 #include <limits>
+#include <numeric>
 
 #include "app/rigwright/PlotData.h"
 #include "app/rigwright/PlotScale.h"
@@ -46,6 +47,40 @@ QColor colourOf(std::size_t i) {
   return kPalette[i % kPalette.size()];
 }
 
+/// Where the palette begins again the lines are dashed: in the n-th turn by so many long dashes and
+/// then so many points. Both are without a common divisor, so that no pattern repeats another.
+std::pair<int, int> dashesAndPoints(std::size_t turn) {
+  for (int sum = 1;; ++sum) {
+    for (int points = 0; points <= sum; ++points) {
+      if (std::gcd(sum - points, points) != 1) continue;
+      if (--turn == 0) return {sum - points, points};
+    }
+  }
+}
+
+/// The pen of the i-th line: no two look the same.
+QPen penOf(std::size_t i, double thickness) {
+  constexpr double kDash = 9.0, kPoint = 2.0, kSpace = 3.0;  // pixels
+  const std::size_t turn = i / kPalette.size();
+  QPen pen(colourOf(i), thickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+  if (turn == 0) return pen;
+  const auto [dashes, points] = dashesAndPoints(turn);
+  QVector<qreal> pattern;  // in thicknesses
+  for (int k = 0; k < dashes + points; ++k)
+    pattern << (k < dashes ? kDash : kPoint) / thickness << kSpace / thickness;
+  pen.setCapStyle(Qt::FlatCap);
+  pen.setDashPattern(pattern);
+  return pen;
+}
+
+/// Length of the piece of the i-th line in a legend (pixels): the whole of its pattern.
+double sampleOf(std::size_t i) {
+  constexpr double kSolid = 24.0;
+  if (i < kPalette.size()) return kSolid;
+  const QVector<qreal> pattern = penOf(i, 1.0).dashPattern();
+  return std::max(kSolid, std::accumulate(pattern.begin(), pattern.end(), 0.0));
+}
+
 QFont font(int pixels, bool bold = false) {
   QFont f(QStringLiteral("DejaVu Sans"));
   f.setStyleHint(QFont::SansSerif);
@@ -74,7 +109,7 @@ struct Axis {
 struct Legend {
   struct Entry {
     std::string name;
-    QColor colour;
+    std::size_t line;  ///< its number among the pens
     double thickness;
     double x;  ///< pixels
     int row;
@@ -83,20 +118,20 @@ struct Legend {
   /// `left` is where the first row begins (pixels); further rows begin at the page's edge.
   explicit Legend(double left) : m_x(left) {}
 
-  void add(const std::string& name, const QColor& colour, double thickness) {
-    const double width = kSample + textWidthOf(font(13), text(name));
+  void add(const std::string& name, std::size_t line, double thickness) {
+    const double width = sampleOf(line) + kSpace + textWidthOf(font(13), text(name));
     if (m_x + width > kPageWidth - kRight && m_x > kLeft) {
       m_x = kLeft;
       ++m_row;
     }
-    entries.push_back({name, colour, thickness, m_x, m_row});
+    entries.push_back({name, line, thickness, m_x, m_row});
     m_x += width + kGap;
   }
 
   /// Height of the rows behind the first one.
   double moreHeight() const { return m_row * kLegendRow; }
 
-  static constexpr double kSample = 32.0;  ///< the piece of line and its distance to the name
+  static constexpr double kSpace = 8.0;  ///< between the piece of line and its name
   static constexpr double kGap = 26.0;
 
   std::vector<Entry> entries;
@@ -109,7 +144,7 @@ struct Legend {
 Legend pathLegend(const PlotData& data) {
   Legend legend(kLeft);
   for (std::size_t i = 0; i < data.paths.size(); ++i)
-    legend.add(data.paths[i].name, colourOf(i), data.chief[i] ? 3.0 : 1.6);
+    legend.add(data.paths[i].name, i, data.chief[i] ? 3.0 : 1.6);
   return legend;
 }
 
@@ -120,7 +155,7 @@ QString titleOf(const PlotPanel& panel) {
 Legend panelLegend(const PlotPanel& panel) {
   Legend legend(kLeft + textWidthOf(font(14, true), titleOf(panel)) + 30.0);
   for (std::size_t i = 0; i < panel.curves.size(); ++i)
-    legend.add(panel.curves[i].name, colourOf(static_cast<std::size_t>(panel.colours[i])), 2.4);
+    legend.add(panel.curves[i].name, static_cast<std::size_t>(panel.colours[i]), 2.4);
   return legend;
 }
 
@@ -226,7 +261,7 @@ class Page {
                 Labels& labels);
   void drawPanel(const PlotPanel& panel, const QRectF& area);
   void drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v);
-  void drawCurve(const PlotCurve& curve, const QColor& colour, const QRectF& area, const Axis& t,
+  void drawCurve(const PlotCurve& curve, std::size_t pen, const QRectF& area, const Axis& t,
                  const Axis& v);
   void drawLegend(const Legend& legend, double y);
   void write(const QRectF& area, int flags, const QString& what, const QFont& f,
@@ -278,9 +313,10 @@ void Page::writeOnPaper(const QRectF& area, const QString& what, const QFont& f,
 void Page::drawLegend(const Legend& legend, double y) {
   for (const Legend::Entry& entry : legend.entries) {
     const double middle = y + entry.row * kLegendRow;
-    m_painter->setPen(QPen(entry.colour, entry.thickness, Qt::SolidLine, Qt::RoundCap));
-    m_painter->drawLine(QPointF(entry.x, middle), QPointF(entry.x + 24.0, middle));
-    write(QRectF(entry.x + Legend::kSample, middle - 10.0, 10.0, 20.0),
+    const double length = sampleOf(entry.line);
+    m_painter->setPen(penOf(entry.line, entry.thickness));
+    m_painter->drawLine(QPointF(entry.x, middle), QPointF(entry.x + length, middle));
+    write(QRectF(entry.x + length + Legend::kSpace, middle - 10.0, 10.0, 20.0),
           Qt::AlignLeft | Qt::AlignVCenter, text(entry.name), font(13), kText);
   }
 }
@@ -373,7 +409,7 @@ void Page::drawPath(const PlotPath& path, std::size_t index, const Axis& x, cons
   labels.avoid(line);
   const double thickness = m_data.chief[index] ? 3.2 : 1.1;
   m_painter->setBrush(Qt::NoBrush);
-  m_painter->setPen(QPen(colourOf(index), thickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  m_painter->setPen(penOf(index, thickness));
   m_painter->drawPolyline(line);
 }
 
@@ -450,7 +486,7 @@ void Page::drawPanel(const PlotPanel& panel, const QRectF& area) {
   drawLegend(legend, titleY);
   drawPanelAxes(area, t, v);
   for (std::size_t i = 0; i < panel.curves.size(); ++i)
-    drawCurve(panel.curves[i], colourOf(static_cast<std::size_t>(panel.colours[i])), area, t, v);
+    drawCurve(panel.curves[i], static_cast<std::size_t>(panel.colours[i]), area, t, v);
 }
 
 void Page::drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v) {
@@ -477,8 +513,8 @@ void Page::drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v) {
   m_painter->drawRect(area);
 }
 
-void Page::drawCurve(const PlotCurve& curve, const QColor& colour, const QRectF& area,
-                     const Axis& t, const Axis& v) {
+void Page::drawCurve(const PlotCurve& curve, std::size_t pen, const QRectF& area, const Axis& t,
+                     const Axis& v) {
   QPolygonF line;
   for (std::size_t i = 0; i < curve.times.size(); ++i) {
     if (curve.times[i] < t.from - 1e-9 || curve.times[i] > t.to + 1e-9) continue;
@@ -486,7 +522,7 @@ void Page::drawCurve(const PlotCurve& curve, const QColor& colour, const QRectF&
   }
   m_painter->save();
   m_painter->setClipRect(area);
-  m_painter->setPen(QPen(colour, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  m_painter->setPen(penOf(pen, 1.6));
   m_painter->setBrush(Qt::NoBrush);
   m_painter->drawPolyline(line);
   m_painter->restore();
