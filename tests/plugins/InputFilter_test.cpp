@@ -90,17 +90,6 @@ TEST(InputFilter, FactorsOfZeroAndOneAreInstantAndOthersDecayByTheClosedForm) {
   }
 }
 
-TEST(InputFilter, TheFirstStageIsTheSameAt25And50FramesPerSecond) {
-  InputFilter slow, fast;
-  slow.settings.responseFactor = fast.settings.responseFactor = 0.45;
-  for (int i = 0; i < 30; ++i) {
-    slow.Step(1.0, 0.04);
-    fast.Step(1.0, 0.02);
-    fast.Step(1.0, 0.02);
-    EXPECT_DOUBLE_EQ(slow.state.filterMemory1, fast.state.filterMemory1);
-  }
-}
-
 TEST(InputFilter, HistoriesThatCantBeAreRefused) {
   const InputFilterKeys keys{"c",          "limited", "integrated", "memories", "trinary",
                              "activation", "t",       "i",          "l"};

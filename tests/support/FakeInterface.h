@@ -15,6 +15,7 @@
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot.h"
 #include "core/interface/CUndo.h"
+#include "plugins/release/all/AllRigs.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 #include "util/CMesh.h"
@@ -61,13 +62,11 @@ class FakeNode : public rws::CNode {
 class FakeInterface : public rws::CInterface {
  public:
   struct Element {
-    int id;
-    std::string group, label, tooltip;
+    std::string group, label;
     double* number = nullptr;
     bool* flag = nullptr;
     int* choice = nullptr;
     double min = 0.0, max = 0.0;
-    bool asInput = false;
     Callback* callback = nullptr;
   };
 
@@ -79,7 +78,6 @@ class FakeInterface : public rws::CInterface {
   std::map<std::string, std::unique_ptr<unidevice::Property>> inputs;   ///< die first
   std::vector<std::unique_ptr<rws::CUndo>> undo;
   std::vector<unsigned char> blob;
-  std::vector<std::string> messages;
   int openSnapshots = 0;
 
   Element& Find(const std::string& label) {
@@ -122,36 +120,26 @@ class FakeInterface : public rws::CInterface {
     m_groups.pop_back();
     return nullptr;
   }
-  void AddSpinnerInt(std::string label, std::string tip, int* value, int min, int max, int, int,
-                     bool asInput, Callback* cb) override {
-    Element& element = Add(label, tip, cb);
-    element.choice = value;
-    element.min = min;
-    element.max = max;
-    element.asInput = asInput;
+  void AddSpinnerInt(std::string label, std::string, int* value, int min, int max, int, int, bool,
+                     Callback* cb) override {
+    Add(label, cb, min, max).choice = value;
   }
-  void AddSpinner(std::string label, std::string tip, double* value, double min, double max, double,
-                  int, bool asInput, Callback* cb) override {
-    Element& element = Add(label, tip, cb);
-    element.number = value;
-    element.min = min;
-    element.max = max;
-    element.asInput = asInput;
+  void AddSpinner(std::string label, std::string, double* value, double min, double max, double,
+                  int, bool, Callback* cb) override {
+    Add(label, cb, min, max).number = value;
   }
-  void AddCheckBox(std::string label, std::string tip, bool* value, Callback* cb) override {
-    Add(label, tip, cb).flag = value;
+  void AddCheckBox(std::string label, std::string, bool* value, Callback* cb) override {
+    Add(label, cb, 0.0, 1.0).flag = value;
   }
-  void AddTextBox(std::string label, std::string tip, std::string*, Callback* cb) override {
-    Add(label, tip, cb);
+  void AddTextBox(std::string label, std::string, std::string*, Callback* cb) override {
+    Add(label, cb);
   }
-  ComboUpdater* AddComboBox(std::string label, std::string tip, std::vector<std::string> items,
+  ComboUpdater* AddComboBox(std::string label, std::string, std::vector<std::string> items,
                             int* index, Callback* cb) override {
-    Element& element = Add(label, tip, cb);
-    element.choice = index;
-    element.max = static_cast<double>(items.size()) - 1;
+    Add(label, cb, 0.0, static_cast<double>(items.size()) - 1).choice = index;
     return nullptr;
   }
-  void AddButton(std::string label, std::string tip, Callback* cb) override { Add(label, tip, cb); }
+  void AddButton(std::string label, std::string, Callback* cb) override { Add(label, cb); }
   void RefreshConfig() override {}
   void ShowInputConfig() override {}
 
@@ -203,10 +191,7 @@ class FakeInterface : public rws::CInterface {
   double GetFrameRate() override { return frameRate; }
   double GetFrameDuration() override { return 1.0 / frameRate; }
   void RefreshViews() override {}
-  int MessageBox(std::string, std::string text, unsigned) override {
-    messages.push_back(text);
-    return 0;
-  }
+  int MessageBox(std::string, std::string, unsigned) override { return 0; }
 
  private:
   struct Snapshot : rws::CSnapshot {
@@ -227,16 +212,21 @@ class FakeInterface : public rws::CInterface {
   };
 
   static FakeNode* Of(rws::CNode* node) { return static_cast<FakeNode*>(node); }
-  Element& Add(const std::string& label, const std::string& tip, Callback* cb) {
-    Element element{static_cast<int>(elements.size()), {}, label, tip};
-    if (!m_groups.empty()) element.group = m_groups.back();
-    element.callback = cb;
-    elements.push_back(element);
+  Element& Add(const std::string& label, Callback* cb, double min = 0.0, double max = 0.0) {
+    elements.push_back(
+        {m_groups.empty() ? "" : m_groups.back(), label, nullptr, nullptr, nullptr, min, max, cb});
     return elements.back();
   }
 
   std::vector<std::string> m_groups;
 };
+
+/// The rig kind of this id.
+inline rws::CCameraPlugin& Kind(const std::string& id) {
+  for (rws::CCameraPlugin* kind : rws::addon::AllRigs())
+    if (kind->GetId() == id) return *kind;
+  throw std::runtime_error("no kind " + id);
+}
 
 /// A rig on a fake core, new or, with a blob and nodes of another, loaded.
 struct FakeWorld {
