@@ -322,10 +322,14 @@ void Page::drawLegend(const Legend& legend, double y) {
 }
 
 void Page::drawHeader() {
-  write(QRectF(kLeft, 14.0, 800.0, 28.0), Qt::AlignLeft | Qt::AlignVCenter, text(m_data.title),
-        font(20, true), kText);
+  const QString subtitle = text(m_data.subtitle);
+  const double room = kPageWidth - kLeft - kRight - textWidthOf(font(13), subtitle) - 30.0;
+  const QString title =
+      QFontMetricsF(font(20, true)).elidedText(text(m_data.title), Qt::ElideRight, room);
+  write(QRectF(kLeft, 14.0, room, 28.0), Qt::AlignLeft | Qt::AlignVCenter, title, font(20, true),
+        kText);
   write(QRectF(kPageWidth - kRight - 600.0, 14.0, 600.0, 28.0), Qt::AlignRight | Qt::AlignVCenter,
-        text(m_data.subtitle), font(13), kFaint);
+        subtitle, font(13), kFaint);
   drawLegend(pathLegend(m_data), 66.0);
 }
 
