@@ -24,7 +24,8 @@ int CheckSuites(const std::string& list) {
   for (int i = 0; i < unit.total_test_suite_count(); ++i) {
     const std::string name = unit.GetTestSuite(i)->name();
     if (NamesSuite(list, name)) continue;
-    std::fprintf(stderr, "suite %s is in no file of its name: no CTest entry runs it\n", name.c_str());
+    std::fprintf(stderr, "suite %s is in no file of its name: no CTest entry runs it\n",
+                 name.c_str());
     ++strays;
   }
   std::printf("%d suites checked\n", unit.total_test_suite_count());
