@@ -22,14 +22,6 @@ std::vector<unsigned char> flat(const Variable& variable) {
   return bytes;
 }
 
-/// Index of the nearest time by looking at all of them, the later one on a tie.
-int nearest(const std::vector<double>& times, double time) {
-  int best = -1;
-  for (int i = 0; i < static_cast<int>(times.size()); ++i)
-    if (best < 0 || std::abs(times[i] - time) <= std::abs(times[best] - time)) best = i;
-  return best;
-}
-
 }  // namespace
 
 // Times on a grid of 1/8 s make ties and exact hits common and all arithmetic exact.
@@ -56,7 +48,9 @@ TEST(AVar, AgreesWithALinearScanOnRandomSamplesSetInAnyOrder) {
     }
     for (int i = -8; i < 2 * span + 8; ++i) {
       const double time = i / 16.0;
-      const int n = nearest(times, time);
+      int n = 0;  // the nearest, the later one on a tie
+      for (int k = 1; k < static_cast<int>(times.size()); ++k)
+        if (std::abs(times[k] - time) <= std::abs(times[n] - time)) n = k;
       ASSERT_EQ(near.find(time), n);
       ASSERT_EQ(near.value(time), times[n]);
       const auto after = std::upper_bound(times.begin(), times.end(), time);

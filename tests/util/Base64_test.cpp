@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 namespace orv::util::xml {
 namespace {
 
@@ -12,27 +10,13 @@ std::string decoded(std::string_view text) {
   return {bytes.begin(), bytes.end()};
 }
 
-TEST(Base64, MatchesKnownTexts) {
+TEST(Base64, MatchesKnownTextsAndBringsEveryByteBack) {
   // The vectors of RFC 4648.
-  const char* const pairs[][2] = {{"", ""},
-                                  {"f", "Zg=="},
-                                  {"fo", "Zm8="},
-                                  {"foo", "Zm9v"},
-                                  {"foob", "Zm9vYg=="},
-                                  {"fooba", "Zm9vYmE="},
-                                  {"foobar", "Zm9vYmFy"}};
-  for (const auto& [plain, text] : pairs) {
-    EXPECT_EQ(text, encodeBase64(plain, std::strlen(plain)));
-    EXPECT_EQ(plain, decoded(text));
+  const std::string texts[] = {"", "Zg==", "Zm8=", "Zm9v", "Zm9vYg==", "Zm9vYmE=", "Zm9vYmFy"};
+  for (std::size_t size = 0; size <= 6; ++size) {
+    EXPECT_EQ(texts[size], encodeBase64("foobar", size));
+    EXPECT_EQ(std::string("foobar", size), decoded(texts[size]));
   }
-  double value = 0;
-  const std::vector<unsigned char> bytes = decodeBase64("AAAAAAAANEA=");
-  ASSERT_EQ(sizeof value, bytes.size());
-  std::memcpy(&value, bytes.data(), sizeof value);
-  EXPECT_EQ(20.0, value);
-}
-
-TEST(Base64, BringsEveryByteBack) {
   std::vector<unsigned char> bytes;
   for (int i = 0; i < 1000; ++i) {
     EXPECT_EQ(bytes, decodeBase64(encodeBase64(bytes.data(), bytes.size())));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <map>
 
@@ -88,9 +89,7 @@ TEST(CMesh, LeavesItselfAloneWhenTheTagIsDamaged) {
     }
     return tagOf(chunk);
   };
-  struct Face {
-    std::int32_t a, b, c;
-  };
+  using Face = std::array<std::int32_t, 3>;
   xml::Tag otherName = triangle().toTag();
   otherName.setName("Mesh");
   xml::Tag badText = triangle().toTag();

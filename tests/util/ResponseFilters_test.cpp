@@ -69,16 +69,12 @@ TEST(ResponseFilters, EachFilterHasItsOwnEndsOfTheFactor) {
   EXPECT_EQ(far, 0.1);  // a copy: a walk would lose the small number
   EXPECT_NEAR(left(lowPassClamped, 1.9, 0.04, 1), 0.0025, 1e-15);
 
-  const auto scalar = [](double factor, double rate) {
+  const double rows[][3] = {{0, 0, 11}, {2, 0, 11}, {0, 5, 1}, {2, 5, 1}, {1, 5, 1.15}};
+  for (const auto& [factor, rate, expected] : rows) {
     double c = 1.0;
     ExpFollowScalar(c, 11.0, factor, rate, 0.04);
-    return c;
-  };
-  EXPECT_EQ(scalar(0.0, 0.0), 11.0);
-  EXPECT_EQ(scalar(2.0, 0.0), 11.0);
-  EXPECT_EQ(scalar(0.0, 5.0), 1.0);
-  EXPECT_EQ(scalar(2.0, 5.0), 1.0);
-  EXPECT_NEAR(scalar(1.0, 5.0), 1.0 + 5.0 * 0.04 * 0.75, 1e-15);
+    EXPECT_NEAR(c, expected, 1e-15) << factor << " " << rate;
+  }
 }
 
 TEST(ResponseFilters, QuaternionsWalkTheShortWayWhateverTheirSigns) {
@@ -109,55 +105,27 @@ TEST(ResponseFilters, QuaternionsWalkTheShortWayWhateverTheirSigns) {
 }
 
 TEST(ResponseFilters, TheLimitedRotationTurnsByWhatTheFactorLeaves) {
-  const auto turned = [](double factor, double rate) {
-    const Q start = turn(0.4);
-    Q q = start;
+  // Saturated it lands, whatever the rate; below, a larger factor turns less.
+  const double rows[][3] = {{0, 0, 1},      {2, 3, 1},      {0, 3, 0.12},
+                            {0.4, 0, 0.64}, {1.6, 0, 0.04}, {0.4, 3, 0.12 * 0.64}};
+  for (const auto& [factor, rate, turned] : rows) {
+    Q q = turn(0.4);
     ExpFollowQuaternionLimited(q, -turn(1.4), factor, rate, 0.04);
     EXPECT_NEAR(q.length(), 1.0, 1e-14);
-    EXPECT_NEAR(angleBetween(q, turn(0.4 + angleBetween(start, q))), 0.0, 1e-7);
-    return angleBetween(start, q);
-  };
-  EXPECT_NEAR(turned(0.0, 0.0), 1.0, 1e-12);
-  EXPECT_NEAR(turned(2.0, 3.0), 1.0, 1e-12);  // saturated: lands, whatever the rate
-  EXPECT_NEAR(turned(0.0, 3.0), 0.12, 1e-12);
-  EXPECT_NEAR(turned(0.4, 0.0), 0.64, 1e-12);
-  EXPECT_NEAR(turned(1.6, 0.0), 0.04, 1e-12);  // a larger factor turns less
-  EXPECT_NEAR(turned(0.4, 3.0), 0.12 * 0.64, 1e-12);
+    EXPECT_NEAR(angleBetween(q, turn(0.4)), turned, 1e-12) << factor << " " << rate;
+    EXPECT_NEAR(angleBetween(q, turn(0.4 + turned)), 0.0, 1e-7) << factor << " " << rate;
+  }
   Q plain;
   lowPassLimited(plain, Q(0, 0, 0, -2), 0.0, 0.0, 0.04);
   EXPECT_EQ(plain, Q(0, 0, 0, -2));  // a plain copy, neither turned over nor normalised
 }
 
-TEST(ResponseFilters, TheSpringMovesFirstAndMatchesItsRecurrence) {
+// The springs' way over time is checked with the camera that flies by them.
+TEST(ResponseFilters, SpringsKeepTheirVelocityAtFactorZeroAndTurnInTheirOwnFrame) {
   V p(1, 0, 0), v(0, 1, 0);
-  SpringFollowPosition(p, v, V(0, 0, 2), 10.0, 3.0, 0.0, 0.1);
-  EXPECT_LT((p - V(1, 0.1, 0)).length(), 1e-15);
-  EXPECT_LT((v - V(-1, 1 - 0.1 - 0.3, 2)).length(), 1e-15);
-  SpringFollowPosition(p, v, V(0, 0, 2), 10.0, 3.0, 0.5, 0.1);
-  EXPECT_NEAR(v.length(), 0.5, 1e-15);
-  const V kept = v;
   SpringFollowPosition(p, v, V(7, 8, 9), 0.0, 3.0, 0.0, 0.1);
   EXPECT_EQ(p, V(7, 8, 9));
-  EXPECT_EQ(v, kept);
-}
-
-TEST(ResponseFilters, TheRotationSpringActsAsTheScalarSpringAboutAFixedAxis) {
-  const V axis = V(1, 2, 2) / 3.0;
-  for (const double dt : {0.02, 0.04, 0.08}) {
-    Q q;
-    V w;
-    double angle = 0.0, rate = 0.0;
-    for (int frame = 0; frame < 40; ++frame) {
-      SpringFollowRotation(q, w, -turn(1.2), 30.0, 5.0, 1.5, dt);
-      for (int i = 0; i < 10; ++i) {
-        angle += 2 * std::atan(rate * dt / 20);  // one step of q before it is normalised
-        rate += ((1.2 - angle) * 30.0 - 5.0 * rate) * dt / 10;
-        rate = std::max(-1.5, std::min(1.5, rate));
-      }
-      ASSERT_NEAR(angleBetween(q, turn(angle)), 0.0, 1e-6) << frame;
-      ASSERT_LT((w - axis * rate).length(), 1e-6) << frame;
-    }
-  }
+  EXPECT_EQ(v, V(0, 1, 0));
   // Velocity and pull are in the rotation's own frame: its X is the world's Y here.
   const Q start = Q::fromRotationVector({0, 0, 1.5707963267948966});
   Q q = start;
