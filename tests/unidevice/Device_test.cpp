@@ -8,13 +8,8 @@
 namespace orv::unidevice {
 namespace {
 
-util::xml::Tag controlTag(const std::string& device, const std::string& index,
-                          const std::string& type) {
-  util::xml::Tag tag("control");
-  tag.setAttribute("device", device);
-  tag.setAttribute("index", index);
-  tag.setAttribute("type", type);
-  return tag;
+util::xml::Tag axisTag(const std::string& device, const std::string& index) {
+  return parseTag("<control device='" + device + "' index='" + index + "' type='Axis'/>");
 }
 
 TEST(Device, DetectionPicksTheLargestChangeAndTheEarlierOfEqualOnes) {
@@ -46,15 +41,12 @@ TEST(Device, DetectionPicksTheLargestChangeAndTheEarlierOfEqualOnes) {
 
   pad->polls = 0;
   wheel->usable = false;
-  EXPECT_TRUE(pads.driver->settle());
-  EXPECT_FALSE(wheels.driver->settle());
+  EXPECT_TRUE(pads.driver->settle() && !wheels.driver->settle());
   EXPECT_EQ(pad->polls, 1001);
   EXPECT_EQ(pads.driver->detect(nullptr), nullptr);
   pad->clear();
   EXPECT_EQ(pad->control(3)->previous, 0.0);
-  EXPECT_TRUE(pads.driver->activate());
-  EXPECT_FALSE(all.activateAll());
-  EXPECT_TRUE(all.deactivateAll());
+  EXPECT_TRUE(pads.driver->activate() && !all.activateAll() && all.deactivateAll());
 }
 
 TEST(Device, AControlElementFindsItsDeviceOrTheFirstThatMatches) {
@@ -62,13 +54,13 @@ TEST(Device, AControlElementFindsItsDeviceOrTheFirstThatMatches) {
   TestDevice* pad = pads.plug("Pad", {"Axis", "Button"});
   TestDevice* wheel = wheels.plug("Wheel", {"Axis", "Axis", "Button"});
   DriverManager& all = DriverManager::instance();
-  EXPECT_EQ(all.findControl(controlTag("", "0", "Axis")), pad->control(0));
-  EXPECT_EQ(all.findControl(controlTag("", "1", "Axis")), wheel->control(1));
-  EXPECT_EQ(all.findControl(controlTag("Wheel", "0", "Axis")), wheel->control(0));
-  EXPECT_EQ(all.findControl(controlTag("Pad", "1", "Axis")), nullptr);
-  EXPECT_EQ(all.findControl(controlTag("pad", "0", "Axis")), nullptr);
+  EXPECT_EQ(all.findControl(axisTag("", "0")), pad->control(0));
+  EXPECT_EQ(all.findControl(axisTag("", "1")), wheel->control(1));
+  EXPECT_EQ(all.findControl(axisTag("Wheel", "0")), wheel->control(0));
+  EXPECT_EQ(all.findControl(axisTag("Pad", "1")), nullptr);
+  EXPECT_EQ(all.findControl(axisTag("pad", "0")), nullptr);
   for (const char* index : {"", "x", "0x0", "0 ", "-1", "99999999999"})
-    EXPECT_EQ(all.findControl(controlTag("", index, "Axis")), nullptr) << index;
+    EXPECT_EQ(all.findControl(axisTag("", index)), nullptr) << index;
   EXPECT_EQ(all.findControl(util::xml::Element::empty()), nullptr);
   util::xml::Tag saved("");
   wheel->control(2)->save(saved);
@@ -79,9 +71,8 @@ TEST(Device, AControlElementFindsItsDeviceOrTheFirstThatMatches) {
 
 TEST(Device, DriversAreListedInOrderUnderUniqueNames) {
   DriverManager& all = DriverManager::instance();
-  ASSERT_NE(all.find("dummydriver"), nullptr);
+  ASSERT_TRUE(all.find("dummydriver") && all.findDevice("TrinaryEmulator"));
   EXPECT_EQ(all.driver(0), all.find("dummydriver"));
-  EXPECT_NE(all.findDevice("TrinaryEmulator"), nullptr);
   EXPECT_EQ(all.findDevice("TrinaryEmulator")->state, 0);
   TestDriver pads("pads");
   const int count = all.count();
@@ -90,9 +81,7 @@ TEST(Device, DriversAreListedInOrderUnderUniqueNames) {
   EXPECT_EQ(all.find("pads"), pads.driver);
   EXPECT_EQ(all.find("Pads"), nullptr);
   EXPECT_FALSE(all.removeDriver("dummydriver"));
-  EXPECT_EQ(all.driver(-1), nullptr);
-  EXPECT_EQ(all.driver(count), nullptr);
-
+  EXPECT_TRUE(!all.driver(-1) && !all.driver(count));
   TestDevice* pad = pads.plug("Pad", {"Axis"});
   EXPECT_TRUE(pads.driver->removeDevice(pad));  // back to us
   EXPECT_FALSE(pads.driver->removeDevice(pad));

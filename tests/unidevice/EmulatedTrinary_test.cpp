@@ -59,14 +59,14 @@ TEST(EmulatedTrinary, TwoKeysMakeOneSignedControl) {
 TEST(EmulatedTrinary, DirectionsDecideWhichPartCountsPositive) {
   Rig rig;
   rig.keyboard->control(0)->current = 1.0;
-  const auto sign = [&](const std::string& first, const std::string& second) {
-    return rig.resolve(element(part(kUp + first) + part(kDown + second), "-1"))->read();
-  };
-  EXPECT_EQ(sign(kPlus, kMinus), 1.0);
-  EXPECT_EQ(sign(kMinus, kPlus), -1.0);
-  EXPECT_EQ(sign("", ""), 1.0);
-  EXPECT_EQ(sign(" te_direction=\"Negative\"", kMinus), 1.0);
-  EXPECT_EQ(sign(kMinus, kMinus), -1.0);
+  const std::tuple<std::string, std::string, double> rows[] = {
+      {kPlus, kMinus, 1.0},
+      {kMinus, kPlus, -1.0},
+      {"", "", 1.0},
+      {kMinus, kMinus, -1.0},
+      {" te_direction=\"Negative\"", kMinus, 1.0}};
+  for (const auto& [first, second, sign] : rows)
+    EXPECT_EQ(rig.resolve(element(part(kUp + first) + part(kDown + second), "-1"))->read(), sign);
 }
 
 TEST(EmulatedTrinary, ASavedControlIsFoundAgainAndNotMadeTwice) {
@@ -84,15 +84,13 @@ TEST(EmulatedTrinary, ASavedControlIsFoundAgainAndNotMadeTwice) {
   // Matching needs the index, both directions and exactly two parts.
   const std::string index = std::to_string(control->index);
   const std::string down = part(kDown + kPlus), up = part(kUp + kMinus);
-  EXPECT_TRUE(control->matches(parseTag(element(up + down, index))));
   EXPECT_FALSE(control->matches(parseTag(element(up + down, "7" + index))));
-  EXPECT_FALSE(control->matches(parseTag(element(up + down + down, index))));
-  EXPECT_FALSE(control->matches(parseTag(element(down, index))));
-  EXPECT_FALSE(
-      control->matches(parseTag(element(part(kUp + kPlus) + part(kDown + kMinus), index))));
   // Meant: a part without a direction is taken for the negative one here.
-  EXPECT_TRUE(control->matches(parseTag(element(part(kUp) + down, index))));
-  EXPECT_FALSE(control->matches(parseTag(element(up + part(kDown), index))));
+  for (const std::string& parts : {up + down, part(kUp) + down})
+    EXPECT_TRUE(control->matches(parseTag(element(parts, index)))) << parts;
+  for (const std::string& parts :
+       {up + down + down, down, part(kUp + kPlus) + part(kDown + kMinus), up + part(kDown)})
+    EXPECT_FALSE(control->matches(parseTag(element(parts, index)))) << parts;
 }
 
 TEST(EmulatedTrinary, IncompleteOrAbsentOrNestedPartsGiveNothing) {
@@ -116,8 +114,7 @@ TEST(EmulatedTrinary, IncompleteOrAbsentOrNestedPartsGiveNothing) {
 TEST(EmulatedTrinary, AControlLeavesItsPartsWhenItGoes) {
   Control up(kBinaryControl, "Up", 0), tilt(kInfiniteControl, "Axis", 0);
   destroy(new EmulatedTControl(&up, &tilt, 0, nullptr));
-  EXPECT_TRUE(up.targets.empty());
-  EXPECT_TRUE(tilt.targets.empty());
+  EXPECT_TRUE(up.targets.empty() && tilt.targets.empty());
 }
 
 TEST(EmulatedTrinary, ALostPartUnbindsAndItsReturnBindsAgain) {

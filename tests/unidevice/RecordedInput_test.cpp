@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <random>
 
+#include "TestDevice.h"
 #include "unidevice/Control.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/Property.h"
@@ -22,56 +23,47 @@ RecordedInput::Resolution resolve(const std::string& name) {
   return {false, "", "the scene's inputs are gas and {..} (see rigwright info)"};
 }
 
-struct Damage {
-  const char* name;
-  std::string text;
-  std::string message;  ///< begins like this, behind the file's name
-};
-
 TEST(RecordedInput, EachDamageIsRefusedWithItsPlace) {
   const std::string head = "time,gas,{b}\n";
-  const Damage damages[] = {
-      {"empty", "", "line 1, column 1: the file is empty"},
-      {"only a mark", "\xEF\xBB\xBF", "line 1, column 1: the file is empty"},
-      {"no time", "gas,{b}\n0,1\n", "line 1, column 1: the header begins with \"gas\""},
-      {"semicolons", "time;gas\n0;1\n", "line 1, column 1: the header begins with \"time;gas\""},
-      {"UTF-16", std::string("\xFF\xFEt\0i\0", 6), "line 1, column 1: the header begins with"},
-      {"no inputs", "time\n0\n", "line 1, column 2: the header names no input"},
-      {"unknown", "time,{a},brake\n", "line 1, column 3: unknown column \"brake\": the scene's"},
-      {"no name", "time,gas,\n", "line 1, column 3: unknown column \"\""},
-      {"duplicate", "time,gas,{b},Car_01:gas\n",
-       "line 1, column 4: column \"Car_01:gas\" names the "
-       "same input as column 2"},
-      {"no rows", head, "line 2, column 1: there are no rows"},
-      {"NaN", head + "0,1,2\n0.1,nan,2\n", "line 3, column 2: \"nan\" is not finite"},
-      {"infinity", head + "-inf,1,2\n", "line 2, column 1: \"-inf\" is not finite"},
-      {"a word", head + "0,1,full\n", "line 2, column 3: \"full\" is not a number"},
-      {"two numbers", head + "0,1 2,3\n", "line 2, column 2: \"1 2\" is not a number"},
-      {"hexadecimal", head + "0,0x10,3\n", "line 2, column 2: \"0x10\" is not a number"},
-      {"too large", head + "0,1e999,3\n", "line 2, column 2: \"1e999\" is not a number"},
-      {"empty field", head + "0,,3\n", "line 2, column 2: the field is empty"},
-      {"decimal comma", head + "0,0,5,1\n", "line 2, column 4: the row has 4 fields, the header 3"},
-      {"short row", head + "0,1,2\n1,2\n", "line 3, column 3: the row has 2 fields, the header 3"},
-      {"cut off", head + "0,1,2\n0.04,1", "line 3, column 3: the row has 2 fields"},
-      {"time stands", head + "0,1,2\n0.0,1,2\n",
-       "line 3, column 1: the time \"0.0\" does not rise"},
-      {"time falls", head + "0,1,2\n1,1,2\n0.5,1,2\n",
-       "line 4, column 1: the time \"0.5\" does not"},
-      {"blank line", head + "0,1,2\n\n1,1,2\n", "line 3, column 1: the line is empty"},
-      {"open quote", head + "0,1,\"2\n1,1,2\n", "line 2, column 3: the quote that opens here"},
-      {"behind a quote", head + "0,\"1\"x,2\n", "line 2, column 2: there is text behind"},
-      {"inner quote", head + "0,1\"2,2\n", "line 2, column 2: a quote stands inside"},
-      {"after a name with a line end", "time,\"{a\nb}\"\n0,1\nx,1\n", "line 4, column 1: \"x\" is"},
-      {"after CRLF", "time,gas\r\n0,1\r\n1,?\r\n", "line 3, column 2: \"?\" is not a number"},
+  // A text, and how the message begins behind the file's name.
+  const std::pair<std::string, std::string> damages[] = {
+      {"", "line 1, column 1: the file is empty"},
+      {"\xEF\xBB\xBF", "line 1, column 1: the file is empty"},
+      {"gas,{b}\n0,1\n", "line 1, column 1: the header begins with \"gas\""},
+      {"time;gas\n0;1\n", "line 1, column 1: the header begins with \"time;gas\""},
+      {std::string("\xFF\xFEt\0i\0", 6), "line 1, column 1: the header begins with"},
+      {"time\n0\n", "line 1, column 2: the header names no input"},
+      {"time,{a},brake\n", "line 1, column 3: unknown column \"brake\": the scene's"},
+      {"time,gas,\n", "line 1, column 3: unknown column \"\""},
+      {"time,gas,{b},Car_01:gas\n", "line 1, column 4: column \"Car_01:gas\" names the same"},
+      {head, "line 2, column 1: there are no rows"},
+      {head + "0,1,2\n0.1,nan,2\n", "line 3, column 2: \"nan\" is not finite"},
+      {head + "-inf,1,2\n", "line 2, column 1: \"-inf\" is not finite"},
+      {head + "0,1,full\n", "line 2, column 3: \"full\" is not a number"},
+      {head + "0,1 2,3\n", "line 2, column 2: \"1 2\" is not a number"},
+      {head + "0,0x10,3\n", "line 2, column 2: \"0x10\" is not a number"},
+      {head + "0,1e999,3\n", "line 2, column 2: \"1e999\" is not a number"},
+      {head + "0,,3\n", "line 2, column 2: the field is empty"},
+      {head + "0,0,5,1\n", "line 2, column 4: the row has 4 fields, the header 3"},
+      {head + "0,1,2\n1,2\n", "line 3, column 3: the row has 2 fields, the header 3"},
+      {head + "0,1,2\n0.04,1", "line 3, column 3: the row has 2 fields"},
+      {head + "0,1,2\n0.0,1,2\n", "line 3, column 1: the time \"0.0\" does not rise"},
+      {head + "0,1,2\n1,1,2\n0.5,1,2\n", "line 4, column 1: the time \"0.5\" does not"},
+      {head + "0,1,2\n\n1,1,2\n", "line 3, column 1: the line is empty"},
+      {head + "0,1,\"2\n1,1,2\n", "line 2, column 3: the quote that opens here"},
+      {head + "0,\"1\"x,2\n", "line 2, column 2: there is text behind"},
+      {head + "0,1\"2,2\n", "line 2, column 2: a quote stands inside"},
+      {"time,\"{a\nb}\"\n0,1\nx,1\n", "line 4, column 1: \"x\" is"},
+      {"time,gas\r\n0,1\r\n1,?\r\n", "line 3, column 2: \"?\" is not a number"},
   };
-  for (const Damage& damage : damages) {
+  for (const auto& [text, message] : damages) {
     RecordedInput input;
     input.columns.push_back({"kept", "kept", {}});
     std::string error;
-    EXPECT_FALSE(input.parse(damage.text, "run.csv", resolve, error)) << damage.name;
-    EXPECT_EQ(error.rfind("run.csv: " + damage.message, 0), 0u) << damage.name << ": " << error;
-    EXPECT_EQ(error.back(), ')') << damage.name << ": says not what to do: " << error;
-    EXPECT_EQ(input.columns[0].name, "kept") << damage.name;
+    EXPECT_FALSE(input.parse(text, "run.csv", resolve, error)) << text;
+    EXPECT_EQ(error.rfind("run.csv: " + message, 0), 0u) << text << ": " << error;
+    EXPECT_EQ(error.back(), ')') << text << ": says not what to do: " << error;
+    EXPECT_EQ(input.columns[0].name, "kept") << text;
   }
   std::string error;
   EXPECT_FALSE(RecordedInput().load("/nonexistent/run.csv", resolve, error));
@@ -125,13 +117,10 @@ TEST(RecordedInput, WhatIsWrittenReadsBackBitForBitInAnyLocale) {
 
 TEST(RecordedInput, TracksOfDifferentTimesShareTheRowsOfAFile) {
   RecordedInput input;
-  input.columns.resize(3);
-  input.columns[0].name = "a";
+  for (const char* name : {"a", "b", "never recorded"}) input.columns.push_back({name, name, {}});
   input.columns[0].track.set(0.0, 1.0);
   input.columns[0].track.set(2.0, 3.0);
-  input.columns[1].name = "b";
   input.columns[1].track.set(1.0, 5.0);
-  input.columns[2].name = "never recorded";
   EXPECT_EQ(input.text(), "time,a,b,never recorded\n0,1,5,0\n1,2,5,0\n2,3,5,0\n");
 }
 
@@ -154,10 +143,7 @@ TEST(RecordedInput, TheSoftwareDevicePlaysTheTrackThatAResimulationWouldRead) {
   }
   EXPECT_EQ(device->controlFor("gas"), nullptr);
   // A profile for any device must not pick it by accident.
-  util::xml::Tag any("control");
-  any.setAttribute("index", "0");
-  any.setAttribute("type", "Axis");
-  EXPECT_EQ(all.findControl(any), nullptr);
+  EXPECT_EQ(all.findControl(parseTag("<control index='0' type='Axis'/>")), nullptr);
   device->destroy();
   EXPECT_EQ(all.findDevice(SoftwareDevice::kName), nullptr);
   EXPECT_EQ(property.read(), 0.5);
