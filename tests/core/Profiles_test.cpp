@@ -1,12 +1,11 @@
 // Profiles of every file form, and what the user is told about them.
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <tuple>
 
 #include "core/ConfigProfileManager.h"
 #include "core/ConfigTree.h"
 #include "core/InputProfileManager.h"
-#include "core/NameRules.h"
 #include "core/Resources.h"
 #include "core/TempFolder.h"
 #include "unidevice/Property.h"
@@ -59,8 +58,7 @@ class Profiles : public testing::Test {
     ASSERT_NE(manager.Find(name), nullptr) << name;
     Rig fresh;
     EXPECT_EQ(fresh.tree.read(*manager.Find(name)), "");
-    EXPECT_EQ(fresh.front, front) << name;
-    EXPECT_EQ(fresh.rear, rear) << name;
+    EXPECT_EQ(std::pair(fresh.front, fresh.rear), std::pair(front, rear)) << name;
   }
   TempFolder folder;
   std::string tool;
@@ -90,14 +88,11 @@ TEST_F(Profiles, OfEveryFormGiveTheSameValues) {
     EXPECT_EQ(parsed[0].attribute("version"), "1.0");
     Rig fresh;
     EXPECT_EQ(fresh.tree.read(parsed[0]), "");
-    EXPECT_TRUE(fresh.on);
-    EXPECT_EQ(fresh.front, 12.5) << text;
-    EXPECT_EQ(fresh.rear, 25.0);
-    EXPECT_EQ(fresh.count, 4);
-
+    EXPECT_EQ(std::tuple(fresh.on, fresh.front, fresh.rear, fresh.count),
+              std::tuple(true, 12.5, 25.0, 4))
+        << text;
     // Import turns each into the present form: only ids, and reals as blobs.
-    const std::string path = folder.Write("import.xml", text);
-    ASSERT_TRUE(profiles.Import(path, rig.tree, true).done()) << text;
+    ASSERT_TRUE(profiles.Import(folder.Write("import.xml", text), rig.tree, true).done()) << text;
     const std::string file = folder.Read("tool/configprofiles/A.ocp");
     EXPECT_NE(file.find(R"(<item id="1" type="blob" label="Factor">AAAAAAAAKUA=</item>)"),
               std::string::npos)
@@ -158,21 +153,14 @@ TEST_F(Profiles, NamesFollowTheRules) {
   for (const char c : std::string("\\/:*?\"<>|.,[];\n\x7f")) {
     const std::string name = std::string("a") + c + "b";
     EXPECT_EQ(Save(name).message, name + forbidden);
-    std::string problem;
-    EXPECT_FALSE(rws::core::IsNameAllowed(name, problem));
   }
   for (const char* name : {"", "  "})
     EXPECT_EQ(Save(name).message, "Please select or specify a profile");
-  for (const char* name : {"Smooth (no roll)",
-                           "Stra\xC3\x9F"
-                           "e",
-                           "a'b&c", "-", "Example of mine"})
+  for (const char* name : {"Smooth (no roll)", "Ma\xC3\x9F", "a'b&c", "-", "Example of mine"}) {
     EXPECT_TRUE(Save(name).done()) << name;
-  profiles.Reload();
-  Expect(profiles,
-         "Stra\xC3\x9F"
-         "e",
-         1.0, 2.0);
+    profiles.Reload();
+    Expect(profiles, name, 1.0, 2.0);
+  }
   EXPECT_FALSE(Save(std::string(300, 'x')).done());
   EXPECT_EQ(profiles.Find(std::string(300, 'x')), nullptr);
 }
@@ -180,9 +168,9 @@ TEST_F(Profiles, NamesFollowTheRules) {
 TEST_F(Profiles, OfTheFactoryCannotBeChangedButTheUsersOwnFileWins) {
   ASSERT_NE(profiles.Find("Bouncy"), nullptr);
   const Tag factory = *profiles.Find("Bouncy");
-  EXPECT_EQ(Save("Bouncy", true).message, kReadOnly);
-  EXPECT_EQ(profiles.Delete("Bouncy", true).message, kReadOnly);
-  EXPECT_EQ(profiles.Rename("Bouncy", "Mine").message, kReadOnly);
+  for (const ProfileResult& result :
+       {Save("Bouncy", true), profiles.Delete("Bouncy", true), profiles.Rename("Bouncy", "Mine")})
+    EXPECT_EQ(result.message, kReadOnly);
   const std::string import = folder.Write("x.ocp", R"(<configprofile name="Bouncy"/>)");
   EXPECT_EQ(profiles.Import(import, rig.tree, true).message,
             "The profile already exists and cannot be overwritten.");
@@ -229,10 +217,10 @@ TEST_F(Profiles, FactorySettingsStayInMemoryAndAreNeverChanged) {
   profiles.RecordFactorySettings(rig.tree);
   profiles.EnsureStartProfile();
   rig.front = 50.0;
-  EXPECT_EQ(Save("Factory Settings", true).message, kReadOnly);
-  EXPECT_EQ(profiles.Rename("Factory Settings", "Mine").message, kReadOnly);
-  EXPECT_EQ(profiles.Delete("Factory Settings", true).message, kReadOnly);
-  EXPECT_EQ(profiles.Rename("Bouncy", "Factory Settings").message, kReadOnly);
+  for (const ProfileResult& result :
+       {Save("Factory Settings", true), profiles.Rename("Factory Settings", "Mine"),
+        profiles.Delete("Factory Settings", true), profiles.Rename("Bouncy", "Factory Settings")})
+    EXPECT_EQ(result.message, kReadOnly);
   EXPECT_FALSE(profiles.Export("Factory Settings", folder.path + "/f.ocp").done());
   EXPECT_FALSE(folder.Has("f.ocp"));
   EXPECT_TRUE(Save("Mine").done());  // writes nothing else
@@ -262,20 +250,14 @@ TEST_F(Profiles, ThatAreDamagedAreLeftOutAndCannotBeImported) {
   profiles.Reload();
   EXPECT_EQ(profiles.GetNames(), names);
 
-  const char* garbage[] = {"",
-                           "no tag",
-                           "<configprofile",
-                           "<html/>",
-                           "<ConfigProfile/>",
-                           "<profile name=\"A\"/>",
-                           "<configprofiles/>"};
-  for (const char* text : garbage) {
-    const ProfileResult result = profiles.Import(folder.Write("g.ocp", text), rig.tree, true);
+  for (const char* text : {"", "no tag", "<configprofile", "<html/>", "<ConfigProfile/>",
+                           "<profile name=\"A\"/>", "<configprofiles/>", "absent"}) {
+    const std::string file = folder.Write("g.ocp", text);
+    if (text == std::string("absent")) std::filesystem::remove(file);
+    const ProfileResult result = profiles.Import(file, rig.tree, true);
     EXPECT_EQ(result.answer, Answer::kRefused) << text;
     EXPECT_EQ(result.message, "The profile could not be imported.") << text;
   }
-  EXPECT_EQ(profiles.Import(folder.path + "/absent.ocp", rig.tree, true).message,
-            "The profile could not be imported.");
   EXPECT_EQ(profiles.GetNames(), names);
 }
 
@@ -334,11 +316,9 @@ TEST_F(Profiles, OfInputsGoByNameAndLeaveWhatTheyDoNotHold) {
     auto* brake = properties.add(std::make_unique<unidevice::Property>("Brake", "", 7));
     brake->multiplier = 4.0;
     EXPECT_EQ(inputs.Apply("P", properties), "");
-    EXPECT_EQ(gas->multiplier, -1.0);
-    EXPECT_EQ(gas->exponent, 1.3);
-    EXPECT_EQ(gas->deadzone, 0.1);  // the refused number
-    EXPECT_EQ(gas->offset, 0.5);
-    EXPECT_EQ(gas->control, nullptr);
+    EXPECT_EQ(std::tuple(gas->multiplier, gas->exponent, gas->deadzone, gas->offset),
+              std::tuple(-1.0, 1.3, 0.1, 0.5))
+        << "the refused number stays";
     EXPECT_EQ(brake->multiplier, 4.0);
     EXPECT_NE(inputs.Apply("Absent", properties), "");
 
