@@ -20,6 +20,10 @@ class BadInput : public ProgramTest {
     folder.Write("nobuffer.gltf", R"({"asset":{"version":"2.0"},
       "buffers":[{"byteLength":8,"uri":"gone.bin"}],
       "bufferViews":[{"buffer":0,"byteLength":8}]})");
+    rws::adaptor::headless::Scene late;
+    late.setRange(1e12, 2e12);
+    EXPECT_TRUE(rws::adaptor::headless::GltfWriter::write(late, path("late.glb")));
+    ok({"add", "late.glb", "SteadyCam", "-o", "late.glb"});
     folder.Write("unknown.csv", "time,Hand:Yaw (Right/Lift)\n0,1\n");
     folder.Write("nan.csv", "time,Yaw (Right/Left)\n0,1\n0.1,nan\n");
     folder.Write("falls.csv", "time,Yaw (Right/Left)\n0,1\n0.2,1\n0.1,1\n");
@@ -54,14 +58,19 @@ TEST_F(BadInput, WhatTheCommandLineAloneShowsEndsWithTwo) {
       {{"add", "cam.glb", "MotionFilterCam"}, 2, {"--output"}},
       {{"add", "cam.glb", "MotionFilterCam", "-o", "x.obj"}, 2, {"x.obj", ".glb"}},
       {{"add", "cam.glb", "MotionFilterCam", "--translate", "1,2", "-o", "x.glb"}, 2, {"1,2"}},
-      {{"add", "cam.glb", "MotionFilterCam", "--scale", "-1", "-o", "x.glb"}, 2, {"above 0"}},
+      {{"add", "cam.glb", "MotionFilterCam", "--scale", "-1", "-o", "x.glb"}, 2, {"--scale"}},
+      {{"add", "cam.glb", "MotionFilterCam", "--scale", "2e6", "-o", "x.glb"}, 2, {"1e+06"}},
+      {{"add", "cam.glb", "MotionFilterCam", "-o", ""}, 2, {"--output", "empty"}},
+      {{"export", "cam.glb", "-o", ""}, 2, {"--output", "empty"}},
+      {{"place", "cam.glb", "Wall", "--translate", "0,0,-2e12", "-o", "x.glb"}, 2, {"-2e12"}},
       {{"place", "cam.glb", "Wall", "-o", "x.glb"}, 2, {"--translate"}},
       {{"order", "cam.glb", "Cam", "-o", "x.glb"}, 2, {"--before"}},
       {{"set", "cam.glb", "Cam", "-o", "x.glb"}, 2, {"RIG:LABEL=VALUE"}},
-      {{"press", "cam.glb", "Cam", "-o", "x.glb"}, 2, {"RIG:LABEL"}},
       {{"resim", "cam.glb", "--range", "5:1", "-o", "x.glb"}, 2, {"5:1"}},
       {{"resim", "cam.glb", "--range", "0:1e999", "-o", "x.glb"}, 2, {"1e999"}},
-      {{"resim", "cam.glb", "--fps", "0", "-o", "x.glb"}, 2, {"above 0"}},
+      {{"resim", "cam.glb", "--fps", "1e9", "-o", "x.glb"}, 2, {"--fps"}},
+      {{"take", "cam.glb", "--seconds", "1", "--from=-1e12", "-o", "x.glb"}, 2, {"--from"}},
+      {{"take", "cam.glb", "--seconds", "1e300", "-o", "x.glb"}, 2, {"--seconds"}},
       {{"take", "cam.glb", "-o", "x.glb"}, 2, {"--seconds"}},
       {{"take", "cam.glb", "--seconds", "1,5", "-o", "x.glb"}, 2, {"1,5"}},
       {{"take", "cam.glb", "--seconds", "1", "--slow", "11", "-o", "x.glb"}, 2, {"1 to 10"}},
@@ -76,7 +85,6 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
   expectAll({
       {{"info", "gone.glb"}, 1, {"gone.glb"}},
       {{"info", "cut.glb"}, 1, {"cut.glb"}},
-      {{"resim", "cut.glb", "-o", "x.glb"}, 1, {"cut.glb"}},
       {{"export", "cut.glb", "--clean", "-o", "x.glb"}, 1, {"cut.glb"}},
       {{"info", "nobuffer.gltf"}, 1, {"nobuffer.gltf", "gone.bin"}},
       {{"info", "falls.csv"}, 1, {"falls.csv"}},
@@ -87,18 +95,23 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
       {{"remove", "cam.glb", "Hnad", "-o", "x.glb"}, 1, {"cam.glb", "Hnad", "mean Hand"}},
       {{"set", "cam.glb", "Cam:Fixate Rotation=1", "-o", "x.glb"}, 1, {"Fixate Rotations"}},
       {{"set", "cam.glb", "Cam:#99=1", "-o", "x.glb"}, 1, {"#99"}},
-      {{"set", "cam.glb", "Cam:#1=nan", "-o", "x.glb"}, 1, {"nan"}},
       {{"set", "cam.glb", "Cam:#1=1,5", "-o", "x.glb"}, 1, {"1,5"}},
       {{"set", "cam.glb", "Cam:Re-Initialize=1", "-o", "x.glb"}, 1, {"Re-Initialize"}},
       {{"press", "cam.glb", "Cam:Reinitialize", "-o", "x.glb"}, 1, {"Re-Initialize"}},
       {{"parent", "cam.glb", "Mover", "Lamp", "-o", "x.glb"}, 1, {"Lamp is below Mover"}},
-      {{"parent", "cam.glb", "Lamp", "Wal", "-o", "x.glb"}, 1, {"mean Wall"}},
       {{"profile", "apply", "cam.glb", "Cam", "Nope", "-o", "x.glb"}, 1, {"Nope", "Bouncy"}},
       {{"profile", "save", "cam.glb", "Cam", "a/b"}, 1, {"a/b", "not allowed"}},
       {{"profile", "import", "cam.glb", "Cam", "nan.csv"}, 1, {"nan.csv"}},
+      {{"profile", "import", "cam.glb", "Cam", "gone.ocp"},
+       1,
+       {"could not be imported. gone.ocp: cannot be read"}},
       {{"resim", "shot.glb", "-o", "x.glb"}, 1, {"shot.glb", "no rig"}},
       {{"resim", "cam.glb", "--only", "Kam", "-o", "x.glb"}, 1, {"mean Cam"}},
       {{"resim", "cam.glb", "--range", "9:", "-o", "x.glb"}, 1, {"--range"}},
+      {{"resim", "cam.glb", "--range", "0:1e5", "--fps", "1e5", "-o", "x.glb"}, 1, {"--fps"}},
+      {{"resim", "late.glb", "-o", "x.glb"}, 1, {"the playback range"}},
+      {{"take", "late.glb", "--seconds", "1", "-o", "x.glb"}, 1, {"the playback range"}},
+      {{"take", "cam.glb", "--seconds", "1e8", "-o", "x.glb"}, 1, {"--seconds"}},
       {{"resim", "cam.glb", "--inputs", "unknown.csv", "-o", "x.glb"},
        1,
        {"unknown.csv", "line 1, column 2", "Hand:Yaw (Right/Left)"}},
@@ -110,9 +123,8 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
        {"falls.csv", "line 4, column 1"}},
       {{"inputs", "cam.glb", "-o", "x.csv"}, 1, {"no recorded inputs"}},
       {{"resim", "cam.glb", "-o", "no/such/x.glb"}, 1, {"no/such/x.glb"}},
-      {{"export", "cam.glb", "-o", "no/x.csv"}, 1, {"no/x.csv"}},
       {{"export", "cam.glb", "-o", "/dev/full"}, 1, {"/dev/full", "space"}},
-      {{"export", "cam.glb", "--clean", "-o", "no/x.glb"}, 1, {"no/"}},
+      {{"export", "cam.glb", "--clean", "-o", "no/x.glb"}, 1, {"no/x.glb"}},
       {{"plot", "cam.glb", "-o", "no/x.svg"}, 1, {"no/x.svg"}},
       {{"plot", "shot.glb", "-o", "x.svg"}, 1, {"no rig"}},
   });

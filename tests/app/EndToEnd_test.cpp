@@ -1,7 +1,11 @@
 // The program as an animator uses it, from file to file.
 #include <algorithm>
+#include <regex>
+#include <set>
 
 #include "app/ProgramTest.h"
+#include "core/DataRoot.h"
+#include "core/Preferences.h"
 #include "support/GltfValidator.h"
 
 namespace orv::tests {
@@ -205,6 +209,21 @@ TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
     EXPECT_NE(svg.find(text), std::string::npos) << text;
   ok({"plot", "cam.glb", "-o", "a.png"});
   EXPECT_EQ(folder.Read("a.png").substr(0, 8), "\x89PNG\r\n\x1a\n");
+  EXPECT_TRUE(ok({"plot", "cam.glb", "-o", "/dev/stdout"}) == svg);
+
+  // Ten paths, and so ten pairs of colour and dashes among the legend's lines.
+  for (int i = 0; i < 4; ++i) ok({"clone", "cam.glb", "Cam", "-o", "cam.glb"});
+  for (int i = 1; i <= 4; ++i)
+    ok({"parent", "cam.glb", "Cam_0" + std::to_string(i) + "_AttachedCam", "Mover", "-o",
+        "cam.glb"});
+  const std::string many = ok({"plot", "cam.glb", "-o", "/dev/fd/1"});
+  std::set<std::string> looks;
+  const std::regex line(
+      "stroke=\"(#[0-9a-f]+)\" stroke-opacity=\"1\"( stroke-dasharray=\"[0-9,]+\")?"
+      "[^>]*stroke-width=\"2.4\"");
+  for (std::sregex_iterator at(many.begin(), many.end(), line), end; at != end; ++at)
+    looks.insert((*at)[1].str() + (*at)[2].str());
+  EXPECT_EQ(looks.size(), 10u);
 }
 
 TEST_F(EndToEnd, ProfilesAreSavedAppliedAndDeleted) {
@@ -213,6 +232,13 @@ TEST_F(EndToEnd, ProfilesAreSavedAppliedAndDeleted) {
   ok({"set", "a.glb", "Cam:Translation Response Factor=123", "-o", "a.glb"});
   ok({"profile", "save", "a.glb", "Cam", "Mine"});
   EXPECT_EQ(run({"profile", "save", "a.glb", "Cam", "Mine"}).status, 1);
+  const std::string file = "root/data/motionfiltercam/configprofiles/Mine.ocp";
+  const std::string saved = folder.Read(file);
+  folder.Write(file, std::regex_replace(saved, std::regex("version=\"[0-9.]+\" name"),
+                                        "version=\"0.1\" name"));
+  const Words addOld = {"add", "shot.glb", "MotionFilterCam", "--profile", "Mine", "-o", "b.glb"};
+  for (const Words& words : {addOld, {"profile", "apply", "a.glb", "Cam", "Mine", "-o", "b.glb"}})
+    EXPECT_NE(run(words).err.find("older version"), std::string::npos) << words[0];
   ok({"profile", "save", "a.glb", "Cam", "Mine", "--yes"});
   ok({"profile", "export", "a.glb", "Cam", "Mine", "-o", "mine.ocp"});
   ok({"profile", "rename", "a.glb", "Cam", "Mine", "Yours"});
@@ -240,6 +266,28 @@ TEST_F(EndToEnd, CtrlCLeavesEverythingAsItWas) {
   const Outcome resim = run({"resim", "hand.glb", "--range", "0:4000000", "-o", "hand.glb"}, 0.4);
   EXPECT_EQ(resim.status, 130) << resim.err;
   EXPECT_TRUE(files() == before) << "no file may have changed or been left behind";
+
+  // Wherever the signal comes, also in the middle of a save: all or nothing.
+  int saved = 0;
+  for (double after = 0.2; saved == 0 && after < 30.0; after *= 1.3) {
+    const Outcome late = run({"resim", "hand.glb", "--range", "0:2000", "-o", "new.glb"}, after);
+    saved = folder.Has("new.glb");
+    EXPECT_EQ(late.status, saved ? 0 : 130) << after << late.err;
+    EXPECT_EQ(files().size(), before.size() + static_cast<std::size_t>(saved)) << after;
+  }
+  EXPECT_EQ(saved, 1);
+}
+
+TEST_F(EndToEnd, ATakeCountsDownByThePreference) {
+  ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "-o", "hand.glb"});
+  std::filesystem::create_directories(path("root/data/core"));
+  rws::core::DataRoot::Set(path("root"));
+  rws::core::Preferences preferences;
+  preferences.countdownSeconds = 1;
+  EXPECT_TRUE(preferences.save());
+  const Outcome take = run({"take", "hand.glb", "--seconds", "0.1", "-o", "take.glb"});
+  EXPECT_EQ(take.status, 0) << take.err;
+  EXPECT_NE(take.err.find("starts in 1 s"), std::string::npos) << take.err;
 }
 
 TEST_F(EndToEnd, AGermanLocaleChangesNothing) {

@@ -283,9 +283,11 @@ void runPlot(Program& program, const PlotOptions& options) {
 std::string checkPictureEnding(const std::string& path) {
   const std::string ending = endingOf(path);
   if (ending == ".svg" || ending == ".png") return {};
+  // /dev/stdout may be a file, too.
   std::error_code ignored;
-  const auto status = std::filesystem::status(path, ignored);
-  if (ending.empty() && std::filesystem::is_other(status)) return {};  // such as /dev/stdout
+  const bool device = path.rfind("/dev/", 0) == 0 ||
+                      std::filesystem::is_other(std::filesystem::status(path, ignored));
+  if (ending.empty() && device) return {};
   return path + " does not end in .svg or .png";
 }
 
