@@ -71,21 +71,19 @@ TEST(InputFilter, FactorsOfZeroAndOneAreInstantAndOthersDecayByTheClosedForm) {
     EXPECT_EQ(filter.Step(0.3, 0.04), 0.3);
     EXPECT_EQ(filter.state.filterMemory1, 0.3);
   }
-  const struct {
-    double dt;
-    int n;
-  } cases[] = {{0.02, 1}, {0.04, 2}, {0.08, 3}, {1.0 / 24, 2}, {1.0 / 60, 1}};
-  for (const auto& c : cases) {
+  const std::pair<double, int> cases[] = {
+      {0.02, 1}, {0.04, 2}, {0.08, 3}, {1.0 / 24, 2}, {1.0 / 60, 1}};
+  for (const auto& [dt, n] : cases) {
     InputFilter filter;
     filter.settings.responseFactor = 0.3;
-    const double left = std::pow(1.0 - 0.3 * (c.dt / 0.04) / c.n, c.n);
+    const double left = std::pow(1.0 - 0.3 * (dt / 0.04) / n, n);
     double memory1 = 0.0, memory2 = 0.0;
     for (int frame = 1; frame <= 20; ++frame) {
-      const double output = filter.Step(1.0, c.dt);
+      const double output = filter.Step(1.0, dt);
       memory1 = 1.0 - std::pow(left, frame);
       memory2 = memory1 + (memory2 - memory1) * left;
-      EXPECT_NEAR(filter.state.filterMemory1, memory1, 1e-13) << c.dt;
-      EXPECT_NEAR(output, memory2, 1e-13) << c.dt;
+      EXPECT_NEAR(filter.state.filterMemory1, memory1, 1e-13) << dt;
+      EXPECT_NEAR(output, memory2, 1e-13) << dt;
     }
   }
 }

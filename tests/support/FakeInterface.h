@@ -71,7 +71,6 @@ class FakeInterface : public rws::CInterface {
   };
 
   double frameRate = 25.0;
-  double time = 0.0;
   std::map<std::string, std::unique_ptr<FakeNode>> nodes;
   std::vector<Element> elements;
   std::map<std::string, std::unique_ptr<unidevice::Control>> controls;  ///< by input
@@ -187,7 +186,7 @@ class FakeInterface : public rws::CInterface {
   void ReleaseSnapshotLens(rws::CSnapshot_Lens*) override {}
   void ReleaseSnapshotMesh(rws::CSnapshot_Mesh*) override {}
   void ReleaseSnapshotHelper(rws::CSnapshot_Helper*) override {}
-  double GetTime() override { return time; }
+  double GetTime() override { return 0.0; }
   double GetFrameRate() override { return frameRate; }
   double GetFrameDuration() override { return 1.0 / frameRate; }
   void RefreshViews() override {}
@@ -247,9 +246,8 @@ struct FakeWorld {
       if (from.choice) *to.choice = *from.choice;
     }
     for (const auto& [name, node] : core.nodes) {
-      auto& copy = *static_cast<FakeNode*>(opened->core.CreateCameraNode(name, nullptr, 0, 0));
-      copy.rest = node->rest;
-      copy.keys = node->keys;
+      opened->core.nodes[name] = std::make_unique<FakeNode>(*node);
+      opened->core.nodes[name]->visible = true;
     }
     for (const auto& [name, node] : core.nodes)
       if (node->parent)

@@ -1,6 +1,7 @@
 // A device whose hardware is a vector of numbers.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,11 +20,10 @@ class TestDevice : public Device {
   TestDevice(const std::string& deviceName, const std::vector<std::string>& types) {
     name = deviceName;
     hardware.resize(types.size());
+    std::map<std::string, int> indices;
     for (const std::string& type : types) {
-      int index = 0;
-      for (const auto& other : m_controls) index += other->type == type ? 1 : 0;
       const std::uint32_t flags = type == "Axis" ? kInfiniteControl : kBinaryControl;
-      m_controls.push_back(std::make_unique<Control>(flags, type, index, type, this));
+      m_controls.push_back(std::make_unique<Control>(flags, type, indices[type]++, type, this));
     }
   }
 

@@ -82,11 +82,9 @@ TEST(CMesh, ReadsTheOlderFormWithATagPerItem) {
 TEST(CMesh, LeavesItselfAloneWhenTheTagIsDamaged) {
   const auto damaged = [](const char* key, auto value) {
     DataChunk chunk = triangle().toChunk();
-    for (DataChunk& child : chunk.children) {
-      if (child.name != key) continue;
-      child.payload.resize(sizeof value);
-      std::memcpy(child.payload.data(), &value, sizeof value);
-    }
+    const auto* bytes = reinterpret_cast<const unsigned char*>(&value);
+    for (DataChunk& child : chunk.children)
+      if (child.name == key) child.payload.assign(bytes, bytes + sizeof value);
     return tagOf(chunk);
   };
   using Face = std::array<std::int32_t, 3>;

@@ -60,18 +60,12 @@ TEST(Composite_Dynamic, ChildrenEnterAndLeaveWithTheirHooksInOrder) {
 }
 
 TEST(Composite_Dynamic, ADyingParentDestroysItsChildrenLastFirst) {
-  takeLog();
   Leaf survivor("survivor", true);
-  {
-    auto* root = new Leaf("root");
-    auto* a = new Leaf("a");
-    root->addChild(a);
-    a->addChild(new Leaf("inner"));
-    root->addChild(&survivor);
-    root->addChild(new Leaf("b"));
-    takeLog();
-    root->destroy();
-  }
+  auto *root = new Leaf("root"), *a = new Leaf("a");
+  for (Leaf* child : {a, &survivor, new Leaf("b")}) root->addChild(child);
+  a->addChild(new Leaf("inner"));
+  takeLog();
+  root->destroy();
   EXPECT_EQ(takeLog(), "~root ~b survivor-removing survivor-removed ~a ~inner ");
   EXPECT_EQ(survivor.parent(), nullptr);
 }
