@@ -129,17 +129,14 @@ TEST_F(Profiles, AreSavedInAFileEachAndAskBeforeTheyAreOverwritten) {
   EXPECT_EQ(Save("Mine").message, "This will overwrite the profile");
   Expect(profiles, "Mine", 7.25, 2.0);
   EXPECT_TRUE(Save("Mine", true).done());
-  ConfigProfileManager second(kFactory, tool);
-  second.Reload();
-  Expect(second, "Mine", 8.0, 2.0);
-  EXPECT_EQ(second.GetNames(), profiles.GetNames());
+  profiles.Reload();
+  Expect(profiles, "Mine", 8.0, 2.0);
 
   // A file that is damaged or another profile's is never written over.
   folder.Write("tool/configprofiles/Taken.ocp", "damaged");
   folder.Write("tool/configprofiles/Other.ocp", R"(<configprofile version="2.0" name="Odd"/>)");
   profiles.Reload();
-  EXPECT_TRUE(Save("Taken").done());
-  EXPECT_TRUE(Save("Other").done());
+  EXPECT_TRUE(Save("Taken").done() && Save("Other").done());
   EXPECT_EQ(folder.Read("tool/configprofiles/Taken.ocp"), "damaged");
   profiles.Reload();
   Expect(profiles, "Taken", 8.0, 2.0);
@@ -186,8 +183,7 @@ TEST_F(Profiles, OfTheFactoryCannotBeChangedButTheUsersOwnFileWins) {
   EXPECT_EQ(profiles.Find("Bouncy")->attribute("version"), "1.0");  // the collective file's
   EXPECT_EQ(profiles.Delete("Kept", true).message, kReadOnly);
   EXPECT_EQ(Save("Kept").answer, Answer::kAsk);
-  EXPECT_TRUE(Save("Kept", true).done());
-  EXPECT_TRUE(profiles.Delete("Kept", true).done());
+  EXPECT_TRUE(Save("Kept", true).done() && profiles.Delete("Kept", true).done());
   std::filesystem::remove(tool + "/configprofile.xml");
   profiles.Reload();
   EXPECT_EQ(*profiles.Find("Bouncy"), factory);
@@ -195,9 +191,7 @@ TEST_F(Profiles, OfTheFactoryCannotBeChangedButTheUsersOwnFileWins) {
 }
 
 TEST_F(Profiles, AreRenamedAndDeletedWithTheirFiles) {
-  Save("Old");
-  Save("Other");
-  Save("example one");
+  for (const char* name : {"Old", "Other", "example one"}) Save(name);
   EXPECT_EQ(profiles.Rename("Old", "Other").message, "Other- name already exists.");
   EXPECT_EQ(profiles.Rename("Old", "a.b").message.substr(0, 5), "a.b- ");
   EXPECT_EQ(profiles.Rename("example one", "Mine").message, "Cannot rename example profiles.");

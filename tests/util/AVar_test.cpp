@@ -71,20 +71,14 @@ TEST(AVar, AgreesWithALinearScanOnRandomSamplesSetInAnyOrder) {
 
 TEST(AVar, EachKindReadsItsOwnWayBetweenTwoSamples) {
   AVar_Linear<bool> flag;
-  flag.set(0, false);
-  flag.set(1, true);
-  EXPECT_FALSE(flag.value(0));
-  EXPECT_TRUE(flag.value(0.001));
+  flag.samples = {{0, false}, {1, true}};
+  EXPECT_TRUE(!flag.value(0) && flag.value(0.001));
   AVar_Linear<int> whole;
-  whole.set(0, 0);
-  whole.set(1, 3);
-  whole.set(2, -3);
-  whole.set(3, 0);
+  whole.samples = {{0, 0}, {1, 3}, {2, -3}, {3, 0}};
   EXPECT_EQ(whole.value(0.5), 1);
   EXPECT_EQ(whole.value(2.5), -1);  // towards zero
   AVar_Linear<int> wide;
-  wide.set(0, std::numeric_limits<int>::min());
-  wide.set(1, std::numeric_limits<int>::max());
+  wide.samples = {{0, std::numeric_limits<int>::min()}, {1, std::numeric_limits<int>::max()}};
   EXPECT_EQ(wide.value(0.75), 1073741823);
   AVar_Nearest<bool>::Sample out;
   const AVar_Nearest<bool> nearer;

@@ -24,11 +24,11 @@ TEST(NumberText, BringsEveryDoubleBackBitForBitInAnyLocale) {
     double value = 0;
     std::memcpy(&value, &bits, sizeof value);
     if (!std::isfinite(value)) continue;
-    double shortest = 0, exact = 0;
-    ASSERT_TRUE(parseNumber(shortText(value), shortest));
-    ASSERT_TRUE(parseNumber(exactText(value), exact));
-    ASSERT_EQ(0, std::memcmp(&value, &shortest, sizeof value)) << shortText(value);
-    ASSERT_EQ(0, std::memcmp(&value, &exact, sizeof value)) << exactText(value);
+    for (const std::string& text : {shortText(value), exactText(value)}) {
+      double back = 0;
+      ASSERT_TRUE(parseNumber(text, back));
+      ASSERT_EQ(0, std::memcmp(&value, &back, sizeof value)) << text;
+    }
   }
   EXPECT_EQ("0.1", shortText(0.1));
   EXPECT_EQ("0.10000000000000001", exactText(0.1));
