@@ -62,10 +62,8 @@ TEST(Property, NoNaNOrInfinityIsEverRead) {
       for (const double exponent : odd)
         for (const double multiplier : odd)
           for (const double offset : odd) {
-            property.deadzone = deadzone;
-            property.exponent = exponent;
-            property.multiplier = multiplier;
-            property.offset = offset;
+            property.deadzone = deadzone, property.exponent = exponent;
+            property.multiplier = multiplier, property.offset = offset;
             ASSERT_TRUE(std::isfinite(readAt(property, control, raw)));
           }
 }
@@ -93,10 +91,8 @@ TEST(Property, BindingMovesBetweenControlsAndReportsTheCommonKinds) {
     EXPECT_EQ(axis.targets.size(), 2u);
   }
   EXPECT_EQ(axis.targets, std::vector<ControlTarget*>{&property});
-  axis.push(0.5);
-  axis.push(0.7);
-  EXPECT_EQ(axis.previous, 0.5);
-  EXPECT_EQ(property.raw(), 0.7);
+  for (const double value : {0.5, 0.7}) axis.push(value);
+  EXPECT_TRUE(axis.previous == 0.5 && property.raw() == 0.7);
 }
 
 std::string g_told;

