@@ -1,6 +1,7 @@
 // One rig in one scene.
 #pragma once
 
+#include <array>
 #include <deque>
 #include <memory>
 #include <string>
@@ -210,8 +211,9 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   // Of the running take, so that a frame looks nothing up.
   std::vector<Feed> m_feeds;  ///< resimulation: inputs whose track holds something
   std::vector<LiveFeed> m_liveFeeds;
-  std::vector<NodeRecord> m_nodeRecords;  ///< as loaded; what FindNode resolves by
-  std::shared_ptr<int> m_life;            ///< expires with this instance: undo steps watch it
+  std::array<const CoreNode*, 4> m_prefetchedNodes{};  ///< the first nodes of the rig
+  std::vector<NodeRecord> m_nodeRecords;               ///< as loaded; what FindNode resolves by
+  std::shared_ptr<int> m_life;  ///< expires with this instance: undo steps watch it
   CoreImplementation& m_core;
 };
 

@@ -18,6 +18,8 @@ namespace {
 
 /// Bytes of a rig object that are fetched ahead of its step; most rigs' frames read no more.
 constexpr std::size_t kPrefetchedRigSize = 512;
+/// The same of a scene node.
+constexpr std::size_t kPrefetchedNodeSize = 192;
 
 void PrefetchLines(const void* object, std::size_t size) {
   constexpr std::size_t kLine = 64;
@@ -30,7 +32,10 @@ void PrefetchLines(const void* object, std::size_t size) {
 void Instance::Start(double t) {
   StartLiveSpinners();
   m_pRig->Start(t);
-  for (CoreNode* node : GetNodes()) node->StartTake(t);
+  const std::vector<CoreNode*> nodes = GetNodes();
+  for (CoreNode* node : nodes) node->StartTake(t);
+  for (std::size_t i = 0; i < m_prefetchedNodes.size(); ++i)
+    m_prefetchedNodes[i] = i < nodes.size() ? nodes[i] : nullptr;
 
   const auto inputs = static_cast<std::size_t>(m_properties.count());
   // Never shortened: a rig that gained an input since the last take gets an empty track.
@@ -66,6 +71,8 @@ void Instance::Prefetch() const {
 
 void Instance::PrefetchRig() const {
   PrefetchLines(m_pRig, kPrefetchedRigSize);
+  for (const CoreNode* node : m_prefetchedNodes)
+    if (node) PrefetchLines(node, kPrefetchedNodeSize);
 }
 
 void Instance::Update(double t) {
