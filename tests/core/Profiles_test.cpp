@@ -208,6 +208,7 @@ TEST_F(Profiles, AreRenamedAndDeletedWithTheirFiles) {
 }
 
 TEST_F(Profiles, FactorySettingsStayInMemoryAndAreNeverChanged) {
+  rig.front = 3.0;
   profiles.RecordFactorySettings(rig.tree);
   profiles.EnsureStartProfile();
   rig.front = 50.0;
@@ -222,15 +223,15 @@ TEST_F(Profiles, FactorySettingsStayInMemoryAndAreNeverChanged) {
   folder.Write("tool/configprofiles/F.ocp",
                R"(<configprofile version="2.0" name="Factory Settings"/>)");
   profiles.Reload();
-  Expect(profiles, "Factory Settings", 1.0, 2.0);
-  Expect(profiles, "Start Profile", 1.0, 2.0);
+  Expect(profiles, "Factory Settings", 3.0, 2.0);
+  Expect(profiles, "Start Profile", 3.0, 2.0);
 
   EXPECT_EQ(profiles.SaveStartProfile(rig.tree).message, "Start Profile saved");
   profiles.EnsureStartProfile();
   Expect(profiles, "Start Profile", 50.0, 2.0);
   EXPECT_TRUE(profiles.Delete("Start Profile", true).done());
   profiles.EnsureStartProfile();
-  Expect(profiles, "Start Profile", 1.0, 2.0);
+  Expect(profiles, "Start Profile", 3.0, 2.0);
 }
 
 TEST_F(Profiles, ThatAreDamagedAreLeftOutAndCannotBeImported) {

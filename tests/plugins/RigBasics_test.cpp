@@ -88,7 +88,9 @@ TEST_P(RigBasics, RetakesGoOnAsIfNothingHadHappenedAndUndoRestoresTheSavedState)
     }
     world->core.undo.clear();
     Take(*world, 20, 30);  // cuts the future of the one before
-    EXPECT_LT(world->Save().size(), taken.size());
+    auto shorter = NewWorld(fps);
+    Take(*shorter, 0, 30);
+    EXPECT_EQ(world->Save().size(), shorter->Save().size());
     world->core.UndoAll();
     EXPECT_EQ(world->Save(), taken);
   }
