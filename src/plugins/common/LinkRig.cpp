@@ -23,8 +23,6 @@ constexpr double kCageSize = 2.0;
 constexpr double kBarSize = 0.02;
 /// No bound for a user, and far from what arithmetic could not hold.
 constexpr double kHuge = 1e18;
-/// A scale this close to 1 is 1: a pose read from the scene has it rounded.
-constexpr double kScaleTolerance = 1e-9;
 
 void Append(util::CMesh& mesh, const util::CMesh& part) {
   const auto first = static_cast<std::int32_t>(mesh.vertices.size());
@@ -46,13 +44,6 @@ util::CMesh CageMesh() {
       Append(mesh, util::CMesh_Box(size.x, size.y, size.z, centre));
     }
   return mesh;
-}
-
-util::Vector3<double> ScaleOf(const Matrix& local) {
-  util::Vector3<double> scale = local.rowLengths();
-  for (int i = 0; i < 3; ++i)
-    if (std::abs(scale[i] - 1.0) < kScaleTolerance) scale[i] = 1.0;
-  return scale;
 }
 
 }  // namespace

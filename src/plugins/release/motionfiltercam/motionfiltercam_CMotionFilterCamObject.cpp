@@ -2,6 +2,7 @@
 
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
+#include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "util/FollowFilters.h"
 
@@ -87,7 +88,7 @@ CMotionFilterCamObject::CMotionFilterCamObject(const CreationRecord& record)
     : CCamera(record), m_attachedCam(*this), m_followCam(*this) {}
 
 void CMotionFilterCamObject::Start(double time) {
-  m_followCam.scale = m_followCam.ReadMatrix(time).rowLengths();
+  m_followCam.scale = ScaleOf(m_followCam.ReadMatrix(time));
   auto& history = m_memory.ancMotionFilterCamNodeqTransMem;
   PushVariableUndo(*m_pInterface, m_memory);
   if (m_memory.bFirstTime) {

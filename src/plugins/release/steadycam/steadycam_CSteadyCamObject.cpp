@@ -4,6 +4,7 @@
 
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
+#include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "util/FollowFilters.h"
 
@@ -78,7 +79,7 @@ CSteadyCamObject::CSteadyCamObject(const CreationRecord& record)
                                       {&m_followCam})) {}
 
 void CSteadyCamObject::Start(double time) {
-  m_followCam.scale = m_followCam.ReadMatrix(time).rowLengths();
+  m_followCam.scale = ScaleOf(m_followCam.ReadMatrix(time));
   auto& history = m_memory.ancSteadyCamNodeqTransMem;
   PushVariableUndo(*m_pInterface, m_memory);
   m_followCam.firstStage = history.value(time);
