@@ -211,6 +211,28 @@ TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
   EXPECT_EQ(folder.Read("a.png").substr(0, 8), "\x89PNG\r\n\x1a\n");
   EXPECT_TRUE(ok({"plot", "cam.glb", "-o", "/dev/stdout"}) == svg);
 
+  // Two scenes of which one moves three times as far: side by side, with the same speeds beside
+  // both.
+  ok({"place", "cam.glb", "Cam_FollowCam", "--translate", "0,0,9", "-o", "far.glb"});
+  ok({"resim", "far.glb", "--range", "0:2", "-o", "far.glb"});
+  const std::string both = ok({"plot", "cam.glb", "far.glb", "-o", "/dev/stdout"});
+  const std::string profile = json({"info", "cam.glb"})["rigs"][0]["profile"];
+  for (const std::string& text : {"cam.glb: " + profile, "far.glb: " + profile})
+    EXPECT_NE(both.find(text), std::string::npos) << text;
+  const auto numbersOf = [](const std::string& picture, std::size_t from) {
+    std::vector<std::string> numbers;  // beside the speeds: those that end at the next title
+    const std::size_t title = picture.find("Speed (m/s)", from);
+    const std::string part = picture.substr(title, picture.find("Turn speed", title) - title);
+    const std::regex number(">(-?[0-9.]+)</text>");
+    for (std::sregex_iterator at(part.begin(), part.end(), number), end; at != end; ++at)
+      numbers.push_back((*at)[1]);
+    return numbers;
+  };
+  const auto left = numbersOf(both, 0);
+  EXPECT_GT(left.size(), 2u);
+  EXPECT_EQ(left, numbersOf(both, both.find("Speed (m/s)") + 1));
+  EXPECT_NE(left, numbersOf(svg, 0)) << "alone it has another scale";
+
   // Ten paths, and so ten pairs of colour and dashes among the legend's lines.
   for (int i = 0; i < 4; ++i) ok({"clone", "cam.glb", "Cam", "-o", "cam.glb"});
   for (int i = 1; i <= 4; ++i)
