@@ -147,7 +147,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
 class CCarCamPlugin : public CCameraPlugin {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
-  std::string GetId() override { return "4WheelerExtended"; }
+  std::string GetId() override { return "4WheelerExt"; }
   std::string GetDataFolder() override { return "4wheelerextended"; }
   std::string GetName() override { return "Orvel 4-Wheeler Extended"; }
   std::string GetCategory() override { return "Vehicle"; }
