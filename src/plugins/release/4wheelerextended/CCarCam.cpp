@@ -114,10 +114,10 @@ CCarCam::Vector CCarCam::GetBodyPosition() const {
   const Vector up = GetBodyRotation().rotate({0.0, 1.0, 0.0});
   double height = state.cCarBody.fRelYPos + geometry.dHeight;
   if (geometry.dHeight > 0.1 * GetEffectiveRadius(0)) {
-    Vector mean;
-    for (const CarWheelState& wheel : state.wheels) mean += wheel.bottom * (1.0 / kWheelCount);
-    const double clear = (state.base.position + up * height - mean).dot(up);
-    height += std::max(0.0, car::dMinGroundDistance * geometry.dHeight - clear);
+    // Over the wheels as they stood against the base: in a fall both move on together.
+    double wheels = 0.0;
+    for (const CarWheelState& wheel : state.wheels) wheels += wheel.CurrDelta / kWheelCount;
+    height = std::max(height, wheels + car::dMinGroundDistance * geometry.dHeight);
   }
   return state.base.position + up * height;
 }

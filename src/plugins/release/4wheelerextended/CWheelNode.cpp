@@ -70,8 +70,10 @@ void CWheelNode::Update(double time) {
   const double lastY = wheel.lastCentreY;
   wheel.lastCentreY = wheel.centre.y;
   // Carried onto this frame's line: only the drop along it is filtered, and a fast wheel does not
-  // trail behind its car.
-  const double lastDrop = (m_line.rest - wheel.centre).dot(m_line.y);
+  // trail behind its car. A wheel in the air goes with the body, one on the ground keeps its height.
+  const double restHeight = (m_line.rest - m_line.relocator).dot(m_line.y);
+  const double lastDrop = wheel.bInTheAir() ? restHeight - wheel.localHeight
+                                            : (m_line.rest - wheel.centre).dot(m_line.y);
 
   const int surfaces = m_ground.GetSurfaceCount();
   for (int i = 0; i < surfaces; ++i)
