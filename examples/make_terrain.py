@@ -18,7 +18,7 @@ import math
 import struct
 import sys
 
-PAD = 46.0                            # radius of the level pad; 42 m of it are exactly flat
+PAD = 51.0                            # radius of the level pad; the mesh is exactly flat to 42 m
 KERB, KERB_END = -44.0, -47.5         # the step up; where its top begins to fall
 KERB_HEIGHT = 0.12
 BUMPS, BUMPS_END = -51.0, -58.5
@@ -40,9 +40,9 @@ def smooth(a, b, x):
 def country(x, z):
     """The land around: long swells, higher towards the rim."""
     far = math.hypot(x, z + 40)
-    swell = (1.6 * math.sin(0.031 * x + 0.4 + 0.9 * math.sin(0.019 * z)) * math.cos(0.027 * z + 0.9)
-             + 0.9 * math.sin(0.043 * z + 1.2 * math.sin(0.023 * x) + 2.1)
-             + 0.3 * math.sin(0.089 * x + math.sin(0.05 * z)) * math.sin(0.083 * z + 1))
+    swell = (1.6 * math.sin(0.029 * x + 0.4 + 0.9 * math.sin(0.019 * z)) * math.cos(0.025 * z + 0.9)
+             + 0.8 * math.sin(0.041 * z + 1.2 * math.sin(0.021 * x) + 2.1)
+             + 0.15 * math.sin(0.067 * x + math.sin(0.04 * z)) * math.sin(0.061 * z + 1))
     ridge = 17 * smooth(330, 800, far) * (
         1 + 0.7 * math.sin(0.011 * x + math.sin(0.006 * z)) * math.sin(0.013 * z + 1.9))
     return swell + ridge
@@ -105,7 +105,7 @@ def course(x, z):
     lanes = min(math.hypot(x, z - along), math.hypot(x - BACK_X, z - along))
     if z < CURVE_Z:
         lanes = abs(math.hypot(x - CURVE_X, z - CURVE_Z) - CURVE_RADIUS)
-    return 1 - (1 - smooth(72, PAD, math.hypot(x, z))) * (1 - smooth(40, 14, lanes))
+    return 1 - (1 - smooth(78, PAD, math.hypot(x, z))) * (1 - smooth(40, 14, lanes))
 
 
 def height(x, z):
@@ -121,27 +121,28 @@ def colour(x, z):
             for a, b in zip((0.25, 0.36, 0.17), (0.27, 0.28, 0.30))] + [255]
 
 
-def spread(lines, fine, low, high, rim, growth, widest):
-    """Lines every `fine` between low and high, wider and wider out to the rim, and `lines`."""
+def spread(fine, low, high, rim, edges):
+    """Lines every `fine` from low to high, and wider ones out to the rim, with those at `edges`."""
     count = round((high - low) / fine)
     places = [low + (high - low) * i / count for i in range(count + 1)]
     for sign, end, last in ((-1, low, rim[0]), (1, high, rim[1])):
         step, place = fine, end
         while sign * (last - place) > step * 1.6:
-            step = min(step * growth, widest)
+            # A fast car goes far: only behind the first hills do the lines stand wide.
+            step = min(step * 1.12, 9.0 if abs(place) < 330 else 36.0)
             place += sign * step
             places.append(place)
         places.append(last)
     # A line beside one that is asked for would make needles of triangles.
-    places = [p for p in places if all(abs(p - line) > fine * 0.3 for line in lines)]
-    return sorted(places + lines)
+    places = [p for p in places if all(abs(p - edge) > fine * 0.3 for edge in edges)]
+    return sorted(places + edges)
 
 
 def grid():
-    xs = spread([], 0.8, -44.0, 9.6, (-800.0, 800.0), 1.085, 24.0)
+    xs = spread(0.55, -37.0, 6.5, (-800.0, 800.0), [])
     bump_lines = [BUMPS - 0.25 * i for i in range(round((BUMPS - BUMPS_END) / 0.25) + 1)]
-    zs = spread([KERB, KERB - EDGE, LIP, LIP - EDGE] + bump_lines, 0.75, -118.0, -40.0,
-                (-860.0, 740.0), 1.085, 24.0)
+    zs = spread(0.5, -114.0, -43.0, (-860.0, 740.0),
+                [KERB, KERB - EDGE, LIP, LIP - EDGE] + bump_lines)
     return xs, zs
 
 

@@ -144,7 +144,7 @@ void addInputs(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
       }
       PlotCurve curve;
       curve.name = (subjects.size() > 1 ? subject.rig->GetInstanceName() + ":" : std::string()) +
-                   entries[i].second->displayName;
+                   entries[i].first;
       for (const auto& sample : samples) {
         curve.times.push_back(sample.time);
         curve.values.push_back(sample.value);
