@@ -28,13 +28,14 @@ constexpr double kMoved = 1e-6;
 }  // namespace
 
 CCarCamObject::WheelNodes::WheelNodes(CCarCamObject& rig, int index)
-    : relocator(rig, std::string("WheelRelocatorMesh") + kWheelSuffixes[index], &rig.m_body,
-                CMesh_WheelRelocator()),
+    : relocator(rig, std::string("WheelRelocatorMesh") + kWheelSuffixes[index],
+                &rig.m_chassisRelocator, CMesh_WheelRelocator()),
       center(rig, std::string("WheelCenterMesh") + kWheelSuffixes[index], &relocator,
              CMesh_WheelCenter()),
       suspension(rig, std::string("WheelCenterSuspensionMesh") + kWheelSuffixes[index], &relocator,
                  CMesh_WheelSuspension()),
-      wheel(rig, rig.cCarCam, rig.m_settings, rig.m_gravity, rig.m_body, relocator, index) {
+      wheel(rig, rig.cCarCam, rig.m_settings, rig.m_gravity, rig.m_chassisRelocator, relocator,
+            index) {
   center.SetWritten();
   suspension.SetWritten();
 }
@@ -226,9 +227,8 @@ Matrix CCarCamObject::Scaled(const Transform& pose) const {
 
 void CCarCamObject::WriteBody(double time) {
   m_body.WriteKey(time, Scaled({cCarCam.GetBodyPosition(), cCarCam.GetBodyRotation()}));
-  const Transform& base = cCarCam.state.base;
-  const Vector up = base.rotation.rotate({0.0, cCarCam.geometry.dHeight, 0.0});
-  m_chassisRelocator.WriteKey(time, Scaled({base.position + up, base.rotation}));
+  m_chassisRelocator.WriteKey(time,
+                              Scaled({cCarCam.GetChassisPosition(), cCarCam.state.base.rotation}));
 }
 
 void CCarCamObject::MeetGround(double time) {

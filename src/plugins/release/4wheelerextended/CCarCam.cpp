@@ -108,6 +108,10 @@ CCarCam::Quat CCarCam::GetBodyRotation() const {
          Quat::fromRotationVector({0.0, 0.0, body.fRelZAng}) * state.base.rotation;
 }
 
+CCarCam::Vector CCarCam::GetChassisPosition() const {
+  return state.base.position + state.base.rotation.rotate({0.0, geometry.dHeight, 0.0});
+}
+
 CCarCam::Vector CCarCam::GetBodyPosition() const {
   // Along the body's own up, so that projecting back along it gives the base again exactly: a
   // leaning car that stands must not creep.
@@ -161,17 +165,22 @@ void CCarCam::HandleAir(double dt) {
                                        [](const CarWheelState& w) { return w.bInTheAir(); });
   state.bJustLanded = !allInTheAir && state.bCarInTheAir;
   if (!allInTheAir) {
-    if (state.bJustLanded) {
-      // The chassis goes on falling through its suspension at the speed at which the tyres touched.
-      const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
-      const double fall = std::max(0.0, -state.qTransCarAbsIncr.position.dot(up) / h);
-      for (CarWheelState& wheel : state.wheels) wheel.fallSpeed = fall;
-    }
+    if (state.bJustLanded) Land(h);
     state.bCarInTheAir = false;
     return;
   }
   if (!state.bCarInTheAir) TakeOff(h);
   Fly(dt, h);
+}
+
+/// The tyres touch, but the chassis goes on falling through its suspension until FitBase finds it
+/// on the ground: its fall changes hands.
+void CCarCam::Land(double h) {
+  if (!m_settings.cCarCambGravityOn) return;
+  Vector& increment = state.qTransCarAbsIncr.position;
+  const double fall = std::max(0.0, increment.dot(down) / h);
+  increment -= down * (fall * h);
+  for (CarWheelState& wheel : state.wheels) wheel.fallSpeed = fall;
 }
 
 void CCarCam::TakeOff(double h) {
@@ -182,8 +191,7 @@ void CCarCam::TakeOff(double h) {
     fall += wheel.fallSpeed / kWheelCount;
     wheel.fallSpeed = 0.0;
   }
-  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
-  if (m_settings.cCarCambGravityOn) state.qTransCarAbsIncr.position -= up * (fall * h);
+  if (m_settings.cCarCambGravityOn) state.qTransCarAbsIncr.position += down * (fall * h);
 }
 
 void CCarCam::Fly(double dt, double h) {
@@ -509,26 +517,11 @@ void CCarCam::FinishWheels(double /*dt*/) {
 
 void CCarCam::FitBase(double dt) {
   if (IsFlying()) return;
-  const Quat body = GetBodyRotation();
-  const Vector bodyUp = body.rotate({0.0, 1.0, 0.0});
+  const Vector bodyUp = GetBodyRotation().rotate({0.0, 1.0, 0.0});
   const Vector origin = GetBodyPosition();
   const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
-  const double fall = GetFallAcceleration();
   Vector corner[kWheelCount];
-  for (int i = 0; i < kWheelCount; ++i) {
-    CarWheelState& wheel = state.wheels[i];
-    const double height = (wheel.bottom - state.base.position).dot(up);
-    const double lowest = -(wheel.fallSpeed + fall * dt * 0.5) * dt;
-    corner[i] = wheel.bottom;
-    if (m_settings.cCarCambGravityOn && height < lowest) {
-      corner[i] += up * (lowest - height);
-      wheel.fallSpeed += fall * dt;
-      // A hanging tyre carries nothing, and pulls nothing.
-      wheel.CurrDelta = std::max(wheel.CurrDelta, lowest);
-    } else {
-      wheel.fallSpeed = 0.0;
-    }
-  }
+  FindCorners(dt, up, corner);
   const Vector front = (corner[0] + corner[1]) * 0.5, back = (corner[2] + corner[3]) * 0.5;
   const Vector left = (corner[0] + corner[2]) * 0.5;
   const Vector centre = (front + back) * 0.5;
@@ -540,6 +533,48 @@ void CCarCam::FitBase(double dt) {
   state.base.rotation = state.base.rotation * ShortestArc(up, normal);
   state.base.rotation.normalize();
   state.base.position = origin - bodyUp * ((origin - centre).dot(normal) / slant);
+}
+
+/// Where the plane of the base is to lie at each wheel: on the tyre's bottom, or, where the ground
+/// falls away, as far down as the car falls in a frame. A tyre that hangs carries nothing.
+void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]) {
+  const double fall = GetFallAcceleration();
+  double stopped[kWheelCount] = {};
+  for (int i = 0; i < kWheelCount; ++i) {
+    CarWheelState& wheel = state.wheels[i];
+    corner[i] = wheel.bottom;
+    if (!m_settings.cCarCambGravityOn) continue;
+    if (wheel.bInTheAir()) corner[i] = groundBelow[i];
+    const double height = (corner[i] - state.base.position).dot(up);
+    const double lowest = -(wheel.fallSpeed + fall * dt * 0.5) * dt;
+    if (height < lowest) {
+      corner[i] += up * (lowest - height);
+      wheel.fallSpeed += fall * dt;
+      wheel.CurrDelta = std::max(wheel.CurrDelta, lowest);
+    } else {
+      stopped[i] = wheel.fallSpeed;
+      wheel.fallSpeed = 0.0;
+    }
+  }
+  Squat(stopped);
+}
+
+/// Where the ground stops the falling chassis the body goes on into its springs. `stopped` is the
+/// speed that each wheel's corner had (m/s).
+void CCarCam::Squat(const double stopped[kWheelCount]) {
+  double sum = 0.0, pitch = 0.0, roll = 0.0, zz = 0.0, xx = 0.0;
+  for (int i = 0; i < kWheelCount; ++i) {
+    const CarWheelGeometry& wheel = geometry.wheels[i];
+    sum += stopped[i];
+    pitch += stopped[i] * wheel.zOffset;
+    roll += stopped[i] * wheel.xOffset;
+    zz += wheel.zOffset * wheel.zOffset;
+    xx += wheel.xOffset * wheel.xOffset;
+  }
+  if (sum == 0.0 || zz == 0.0 || xx == 0.0) return;
+  state.cCarBody.fRelYVel -= sum / kWheelCount;
+  state.cCarBody.fRelXAngVel += pitch / zz;
+  state.cCarBody.fRelZAngVel -= roll / xx;
 }
 
 }  // namespace orv::rws::addon

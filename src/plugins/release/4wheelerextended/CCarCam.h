@@ -53,6 +53,8 @@ class CCarCam {
   static double SubStepLength(double dt);
 
   double GetEffectiveRadius(int wheel) const;
+  /// Where the body's origin is at rest (world).
+  Vector GetChassisPosition() const;
   /// Origin of the body (world).
   Vector GetBodyPosition() const;
   Quat GetBodyRotation() const;
@@ -74,11 +76,14 @@ class CCarCam {
   Vector down{0.0, -1.0, 0.0};                ///< unit
   Quat gravityAttitude;                       ///< what a car in the air is drawn to
   ExternalForce externalForce;
+  /// Where each wheel's bottom would stand on the ground below it; far down where there is none.
+  Vector groundBelow[kWheelCount];
   std::array<double, kWheelCount> spin{};  ///< of each wheel in this frame (rad)
 
  private:
   // Update
   void HandleAir(double dt);
+  void Land(double h);
   void TakeOff(double h);
   void Fly(double dt, double h);
   void HandleSkidBrake(double dt);
@@ -99,6 +104,7 @@ class CCarCam {
   // SubStep
   void Drive(double frameDt, double h, double rho);
   void Burn(double frameDt, double h);
+  void HoldDown(Vector& step) const;
   void Step(const Vector& step, double grip, double h);
   void TurnSteeredWheels(double h, double rho);
   void MoveBody(double h);
@@ -107,6 +113,10 @@ class CCarCam {
                  double newAcceleration, double h) const;
   double GetCompression(int wheel) const;
   double MeasureSprings(double h, double& pitchTorque, double& rollTorque);
+
+  // FitBase
+  void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
+  void Squat(const double stopped[kWheelCount]);
 
   bool IsFlying() const { return state.bCarInTheAir && m_settings.cCarCambGravityOn; }
   bool IsFront(int wheel) const { return wheel < 2; }

@@ -85,7 +85,21 @@ void CCarCam::Drive(double frameDt, double h, double rho) {
   const Vector ahead(0.0, 0.0, -1.0);
   const Vector swing = Quat::fromRotationVector({0.0, burnoutYaw * 0.5, 0.0}).rotate(ahead) - ahead;
   step += q.rotate(swing) * (geometry.wheels[0].zOffset + geometry.wheels[1].zOffset);
+  HoldDown(step);
   Step(step, grip, h);
+}
+
+/// While a corner of the chassis still falls to its wheel, the car's nose doesn't tell where it
+/// goes: only the ground may push it up, and that is what the fit of the base does. Else a car that
+/// lands on its back wheels would take off again along its nose.
+void CCarCam::HoldDown(Vector& step) const {
+  if (!m_settings.cCarCambGravityOn) return;
+  if (std::none_of(state.wheels.begin(), state.wheels.end(),
+                   [](const CarWheelState& wheel) { return wheel.fallSpeed > 0.0; }))
+    return;
+  const double rise = -step.dot(down);
+  const double most = std::max(0.0, -state.qTransCarAbsIncr.position.dot(down));
+  if (rise > most) step += down * (rise - most);
 }
 
 /// A burnout spins the back wheels, shakes the body and slows the steering until it has died.

@@ -28,6 +28,8 @@ constexpr double kRayLength = 1000.0;
 /// Room round a wheel, in radii, within which it may be lifted before its neighbourhood is taken
 /// anew.
 constexpr double kNearMargin = 0.25;
+/// How far below a wheel without any ground it is thought to be, in body scales.
+constexpr double kNoGround = 1e6;
 /// Keys of one wheel in one frame; beyond that no eye can follow.
 constexpr int kMostSpinKeys = 100;
 
@@ -42,9 +44,10 @@ Quat Between(const Quat& from, const Quat& to, double part) {
 }  // namespace
 
 CWheelNode::CWheelNode(CCamera& rig, CCarCam& car, const CarSettings& settings,
-                       CGravityDirectionNode& ground, const RigSceneNode& body,
+                       CGravityDirectionNode& ground, const RigSceneNode& chassis,
                        const RigSceneNode& relocator, int index)
-    : RigMeshNode(rig, std::string("WheelMesh") + kWheelSuffixes[index], &body, CMesh_CarWheel()),
+    : RigMeshNode(rig, std::string("WheelMesh") + kWheelSuffixes[index], &chassis,
+                  CMesh_CarWheel()),
       m_car(car),
       m_settings(settings),
       m_ground(ground),
@@ -70,10 +73,12 @@ void CWheelNode::Update(double time) {
   const double lastY = wheel.lastCentreY;
   wheel.lastCentreY = wheel.centre.y;
   // Carried onto this frame's line: only the drop along it is filtered, and a fast wheel does not
-  // trail behind its car. A wheel in the air goes with the body, one on the ground keeps its height.
+  // trail behind its car. A wheel in the air goes with the body, one on the ground keeps its
+  // height.
   const double restHeight = (m_line.rest - m_line.relocator).dot(m_line.y);
-  const double lastDrop = wheel.bInTheAir() ? restHeight - wheel.localHeight
-                                            : (m_line.rest - wheel.centre).dot(m_line.y);
+  const bool wasInTheAir = wheel.bInTheAir();
+  const double lastDrop =
+      wasInTheAir ? restHeight - wheel.localHeight : (m_line.rest - wheel.centre).dot(m_line.y);
 
   const int surfaces = m_ground.GetSurfaceCount();
   for (int i = 0; i < surfaces; ++i)
@@ -84,8 +89,11 @@ void CWheelNode::Update(double time) {
   } else {
     drop = FindDrop(lastDrop, lastY);
     drop = CastExtraRays(drop);
-    drop = RespondToEdges(drop, lastDrop);
+    // A tire that comes down out of the air lands; it doesn't hover above the ground.
+    if (!wasInTheAir || drop < lastDrop) drop = RespondToEdges(drop, lastDrop);
   }
+  m_car.groundBelow[m_index] =
+      m_line.At(wheel.bInTheAir() ? m_groundDrop : drop) - m_line.y * m_line.radius;
   drop = Release(drop);
 
   const util::QTransform<double>& base = m_car.state.base;
@@ -107,7 +115,8 @@ void CWheelNode::FindLine(double time) {
   m_line.rotation = Quat::fromMatrix(pose);
   m_line.radius = m_car.GetEffectiveRadius(m_index);
   m_line.reach = m_line.radius * m_settings.fRelMaxBumperLen;
-  m_line.rest = m_car.GetBodyPosition() + m_line.x * m_car.GetLateralOffset(m_index) +
+  // The wheels hang on the chassis and not on the body that leans on it.
+  m_line.rest = m_car.GetChassisPosition() + m_line.x * m_car.GetLateralOffset(m_index) +
                 m_line.z * m_car.geometry.wheels[m_index].zOffset +
                 m_line.y * (m_line.radius - m_car.geometry.dHeight);
 }
@@ -157,6 +166,7 @@ double CWheelNode::FindDrop(double lastDrop, double lastY) {
   }
   const double reach = m_line.reach;
   State().SetInTheAir(true);
+  m_groundDrop = found ? least : m_car.geometry.scale * kNoGround;
   if (!found) {
     m_normal = m_line.y;
     m_hitPoint = m_line.At(reach) - m_line.y * m_line.radius;
@@ -303,8 +313,10 @@ void CWheelNode::Finish(double time, double dt) {
 void CWheelNode::StandAtRest(double time) {
   const Matrix place = m_relocator.ReadMatrix(time);
   const Vector scale = place.rowLengths();
+  // As large as in a take: what hangs on the wheel keeps its size when one begins.
+  const double radius = scale.y * m_settings.dWheelRadiusMult;
   Matrix pose = Quat::fromMatrix(place).toMatrix();
-  ScaleRows(pose, {scale.x * car::kWheelWidth, scale.y, scale.z});
+  ScaleRows(pose, {scale.x * car::kWheelWidth, radius, radius});
   pose.setTranslation(place.translation());
   Place(time, pose);
 }

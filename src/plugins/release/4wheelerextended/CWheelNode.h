@@ -20,7 +20,7 @@ class CWheelNode : public RigMeshNode {
 
   /// All but `index` belong to the rig.
   CWheelNode(CCamera& rig, CCarCam& car, const CarSettings& settings, CGravityDirectionNode& ground,
-             const RigSceneNode& body, const RigSceneNode& relocator, int index);
+             const RigSceneNode& chassis, const RigSceneNode& relocator, int index);
 
   /// Notes where the wheel stands before the car moves.
   void BeginFrame();
@@ -80,6 +80,7 @@ class CWheelNode : public RigMeshNode {
   const int m_index;
 
   Line m_line;
+  double m_groundDrop = 0.0;  ///< of the wheel if it stood on the ground below (m)
   Vector m_normal{0.0, 1.0, 0.0};
   Vector m_hitPoint;
   Vector m_lastCentre;
