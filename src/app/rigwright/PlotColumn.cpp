@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "app/rigwright/PlotLabels.h"
 #include "app/rigwright/PlotScale.h"
@@ -113,11 +114,11 @@ void PlotColumn::drawTopView(QPainter& painter, const QRectF& view, const PlotBo
   const double halfZ = view.height() / 2.0 / scale;
   const Axis x{middleX - halfX, middleX + halfX, view.left(), view.right()};
   const Axis z{middleZ - halfZ, middleZ + halfZ, view.top(), view.bottom()};
-  const double step = roundStep(110.0 / scale, 1);
+  const double step = roundStep(std::min(110.0, view.width() / 5.0) / scale, 1);
 
   drawGrid(view, x, z, step);
   PlotLabels labels;
-  drawScaleBar(view, scale, step, labels);
+  drawScaleBar(view, x, z, step, labels);
   m_painter->save();
   m_painter->setClipRect(view);
   // The thin line of what is followed lies on the broad one of what follows it.
@@ -157,19 +158,37 @@ void PlotColumn::drawGrid(const QRectF& view, const Axis& x, const Axis& z, doub
         QStringLiteral("z (m) \u2193"), f, kText);
 }
 
-void PlotColumn::drawScaleBar(const QRectF& view, double pixelsPerMetre, double metres,
+/// In the first corner of the view that no path crosses, from the lower right on.
+void PlotColumn::drawScaleBar(const QRectF& view, const Axis& x, const Axis& z, double metres,
                               PlotLabels& labels) {
-  const double width = metres * pixelsPerMetre;
-  const double x = view.right() - 18.0 - width;
-  const double y = view.bottom() - 18.0;
+  const double width = x.at(metres) - x.at(0.0);
+  const auto at = [&](bool right, bool lower) {
+    return QPointF(right ? view.right() - 18.0 - width : view.left() + 18.0,
+                   lower ? view.bottom() - 18.0 : view.top() + 30.0);
+  };
+  const auto areaOf = [&](const QPointF& end) {
+    return QRectF(end.x(), end.y() - 24.0, width, 16.0).adjusted(-8.0, -4.0, 8.0, 26.0);
+  };
+  const auto isFree = [&](const QRectF& area) {
+    for (const PlotPath& path : m_data.paths)
+      for (const Vector3<double>& p : path.points)
+        if (area.contains(QPointF(x.at(p.x), z.at(p.z)))) return false;
+    return true;
+  };
+  QPointF end = at(true, true);
+  for (const auto& [right, lower] :
+       {std::pair{true, true}, {false, true}, {true, false}, {false, false}}) {
+    if (!isFree(areaOf(at(right, lower)))) continue;
+    end = at(right, lower);
+    break;
+  }
   m_painter->setPen(QPen(kText, 2.0, Qt::SolidLine, Qt::FlatCap));
-  m_painter->drawLine(QPointF(x, y), QPointF(x + width, y));
-  m_painter->drawLine(QPointF(x, y - 5.0), QPointF(x, y + 5.0));
-  m_painter->drawLine(QPointF(x + width, y - 5.0), QPointF(x + width, y + 5.0));
-  const QRectF area(x, y - 24.0, width, 16.0);
-  write(area, Qt::AlignCenter, tickText(metres, metres) + QStringLiteral(" m"), plotFont(12),
-        kText);
-  labels.block(area.adjusted(-8.0, -4.0, 8.0, 26.0));
+  m_painter->drawLine(end, end + QPointF(width, 0.0));
+  for (const double mark : {0.0, width})
+    m_painter->drawLine(end + QPointF(mark, -5.0), end + QPointF(mark, 5.0));
+  write(QRectF(end.x(), end.y() - 24.0, width, 16.0), Qt::AlignCenter,
+        tickText(metres, metres) + QStringLiteral(" m"), plotFont(12), kText);
+  labels.block(areaOf(end));
 }
 
 void PlotColumn::drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QRectF>
+#include <algorithm>
 #include <limits>
 
 #include "app/rigwright/PlotData.h"
@@ -63,7 +64,8 @@ class PlotColumn {
   struct Axis;
 
   void drawGrid(const QRectF& view, const Axis& x, const Axis& z, double step);
-  void drawScaleBar(const QRectF& view, double pixelsPerMetre, double metres, PlotLabels& labels);
+  void drawScaleBar(const QRectF& view, const Axis& x, const Axis& z, double metres,
+                    PlotLabels& labels);
   void drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
                 PlotLabels& labels);
   void drawTimeMarks(const PlotPath& path, std::size_t index, const QRectF& view, const Axis& x,
