@@ -8,6 +8,7 @@ class Program;
 void addInfoVerbs(Program& program);     ///< tools, info
 void addRigVerbs(Program& program);      ///< add, remove, rename, clone, order
 void addNodeVerbs(Program& program);     ///< parent, place
+void addFitVerb(Program& program);       ///< fit
 void addSettingVerbs(Program& program);  ///< set, press
 void addProfileVerbs(Program& program);  ///< profile list, apply, save, ...
 void addDeviceVerbs(Program& program);   ///< devices, map

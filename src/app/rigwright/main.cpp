@@ -20,6 +20,7 @@ int runProgram(int argc, char** argv) {
   orv::app::addInfoVerbs(program);
   orv::app::addRigVerbs(program);
   orv::app::addNodeVerbs(program);
+  orv::app::addFitVerb(program);
   orv::app::addSettingVerbs(program);
   orv::app::addProfileVerbs(program);
   orv::app::addDeviceVerbs(program);
