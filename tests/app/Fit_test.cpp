@@ -1,0 +1,284 @@
+// A user's car fitted with a four-wheeler, from file to file.
+#include <functional>
+
+#include "adaptor/headless/GltfReader.h"
+#include "app/ProgramTest.h"
+#include "util/CMesh_Box.h"
+#include "util/CMesh_Cylinder.h"
+
+namespace orv::tests {
+namespace {
+
+using rws::adaptor::headless::GltfReader;
+using rws::adaptor::headless::Scene;
+using rws::adaptor::headless::SceneNode;
+using Matrix = util::Matrix<double>;
+using Vector = util::Vector3<double>;
+using Quat = util::Quat<double>;
+
+const char* const kNames[] = {"FL", "FR", "BL", "BR"};
+const Words kFit = {"--body", "Shell", "--wheels", "FL,FR,BL,BR", "-o", "fit.glb"};
+
+/// A car of 1.3 times these sizes (m) at an odd place and heading, on slightly uneven ground. The
+/// wheels' nodes are turned and stretched in odd ways, and their meshes make up for it.
+class Fit : public ProgramTest {
+ protected:
+  static constexpr double kScale = 1.3, kBase = 2.4, kTrack = 1.5;
+  static double Radius(int i) { return i < 2 ? 0.30 : 0.34; }
+  static double Width(int i) { return i < 2 ? 0.20 : 0.27; }
+
+  Fit() {
+    m_root = Quat::fromRotationVector({0.0, 2.1, 0.0}) * Quat::fromRotationVector({0.03, 0, 0.05});
+    ok({"add", "shot.glb", "SteadyCam", "--name", "Cam", "-o", "cam.glb"});
+    make("car.glb", [](Scene&) {});
+  }
+
+  Matrix root() const {
+    Matrix pose = m_root.toMatrix();
+    for (int i = 0; i < 3; ++i) pose.setAxisRow(i, pose.axisRow(i) * kScale);
+    pose.setTranslation({31.0, -4.0, 17.0});
+    return pose;
+  }
+  /// Wheels stand on one plane: the bigger ones have the higher centres.
+  Vector centre(int i) const {
+    return root().transformPoint(
+        {(i % 2 ? 0.5 : -0.5) * kTrack, Radius(i), (i < 2 ? -0.5 : 0.5) * kBase});
+  }
+
+  static void setMeshAt(SceneNode& node, util::CMesh mesh, const Matrix& meshToParent) {
+    const Matrix inverse = compose(node.pose()).affineInverse() * meshToParent;
+    for (Vector& vertex : mesh.vertices) vertex = inverse.transformPoint(vertex);
+    node.setMesh(mesh);
+  }
+
+  /// The model with a rig "Car" that has not been fitted, after `change`.
+  void make(const std::string& file, const std::function<void(Scene&)>& change) const {
+    Scene scene;
+    scene.setRange(0.0, 2.0);
+    SceneNode& model = scene.addNode("Model");
+    model.setPose(rws::adaptor::headless::decompose(root()));
+    SceneNode& shell = scene.addNode("Shell", &model);
+    shell.setPose({{0.1, 0.7, 0.0}, {}, {1.0, 0.5, 2.0}});
+    shell.setMesh(util::CMesh_Box(1.6, 1.0, 1.8));
+    const Quat turns[] = {Quat::fromRotationVector({0.4, 1.2, -0.7}), Quat(),
+                          Quat::fromRotationVector({-2.0, 0.3, 0.9}),
+                          Quat::fromRotationVector({0.8, 0.0, 0.0})};
+    const Vector scales[] = {{1.0, 3.0, 0.4}, {1.0, 1.0, 1.0}, {0.2, 0.2, 0.9}, {2.0, 0.7, 0.7}};
+    for (int i = 0; i < 4; ++i) {
+      SceneNode& wheel = scene.addNode(kNames[i], &model);
+      wheel.setPose({{0.3 * i, 0.2, -0.5 * i}, turns[i].normalized(), scales[i]});
+      // One wheel is a group: rim and tyre hang below it.
+      SceneNode& tyre = i == 1 ? scene.addNode("Tyre", &wheel) : wheel;
+      Matrix place;
+      place.setTranslation(root().affineInverse().transformPoint(centre(i)));
+      if (i == 1) place = compose(wheel.pose()).affineInverse() * place;
+      setMeshAt(tyre, util::CMesh_Cylinder(Radius(i), Width(i), 9 + 2 * i, 0), place);
+      if (i != 1) continue;
+      setMeshAt(scene.addNode("Rim", &wheel), util::CMesh_Cylinder(0.1, 0.15, 6, 0), place);
+    }
+    scene.addNode("Empty");
+    change(scene);
+    EXPECT_TRUE(rws::adaptor::headless::GltfWriter::write(scene, path(file)));
+    ok({"add", file, "4WheelerExt", "--name", "Car", "-o", file});
+  }
+
+  std::unique_ptr<Scene> open(const std::string& file) const {
+    auto read = GltfReader::read(path(file));
+    EXPECT_TRUE(read) << read.error;
+    return std::move(read.scene);
+  }
+
+  Outcome fit(const std::string& file, Words rest = kFit, const std::string& rig = "Car") const {
+    Words words = {"fit", file, rig};
+    words.insert(words.end(), rest.begin(), rest.end());
+    return run(words);
+  }
+
+  Quat m_root;
+};
+
+double difference(const Matrix& a, const Matrix& b) {
+  double most = 0.0;
+  for (int i = 0; i < 16; ++i) most = std::max(most, std::abs(a[i] - b[i]));
+  return most;
+}
+
+double gap(const nlohmann::json& told, const Vector& wanted) {
+  return (Vector(told[0], told[1], told[2]) - wanted).length();
+}
+
+TEST_F(Fit, OddNodesGiveTheirWheelsExactlyAndKeepTheirPoses) {
+  Words words = {"fit", "car.glb", "Car"};
+  words.insert(words.end(), kFit.begin(), kFit.end());
+  const auto told = json(words);
+  const auto before = open("car.glb"), after = open("fit.glb");
+  EXPECT_NEAR(told["wheelbase"], kScale * kBase, 1e-6);
+  EXPECT_NEAR(told["track"]["front"], kScale * kTrack, 1e-6);
+  EXPECT_LT(gap(told["axes"]["up"], m_root.rotate({0, 1, 0})), 1e-6);
+  EXPECT_LT(gap(told["axes"]["right"], m_root.rotate({1, 0, 0})), 1e-6);
+  // The body's origin: 0.2 wheelbases over the middle of the wheels' bottoms.
+  EXPECT_LT(gap(told["origin"], root().transformPoint({0.0, 0.2 * kBase, 0.0})), 1e-6);
+  const Matrix body = after->find("Car_CarBodyMesh")->worldMatrix(0.0);
+  EXPECT_NEAR(body.rowLengths().x, kScale * kBase, 1e-6);
+  EXPECT_LT(gap(told["origin"], body.translation()), 1e-9);
+
+  for (int i = 0; i < 4; ++i) {
+    const auto& wheel = told["wheels"][i];
+    EXPECT_NEAR(wheel["radius"], kScale * Radius(i), 1e-6) << i;
+    EXPECT_NEAR(wheel["width"], kScale * Width(i), 1e-6) << i;
+    EXPECT_LT(gap(wheel["centre"], centre(i)), 1e-6) << i;
+    const std::string suffix = std::string("_") + kNames[i];
+    const SceneNode& own = *after->find("Car_WheelMesh" + suffix);
+    // The radius that the ground feels is 0.95 of the relocator's.
+    const Vector size = after->find("Car_WheelRelocatorMesh" + suffix)->worldMatrix(0).rowLengths();
+    EXPECT_NEAR(size.y * 0.95, wheel["radius"], 1e-9);
+    EXPECT_NEAR(own.worldMatrix(0).rowLengths().x, wheel["width"], 1e-9);
+    EXPECT_NEAR(own.worldMatrix(0).rowLengths().y, wheel["radius"], 1e-9);
+    EXPECT_TRUE(after->find(kNames[i])->isUnder(own));
+    EXPECT_FALSE(own.hasMesh()) << "the rig's wheel would be seen through the model";
+    EXPECT_TRUE(own.visible()) << "what hangs on it would be hidden too";
+  }
+  EXPECT_EQ(after->find("Shell")->parent()->name(), "Car_CarBodyMesh");
+  EXPECT_FALSE(after->find("Car_CarBodyMesh")->hasMesh());
+  for (const char* name : {"Shell", "FL", "FR", "BL", "BR", "Tyre", "Rim", "Model", "Empty"})
+    EXPECT_LT(difference(before->find(name)->worldMatrix(0.0), after->find(name)->worldMatrix(0.0)),
+              1e-5)
+        << name;
+}
+
+TEST_F(Fit, ATakeCarriesTheModelAndSpinsItsWheels) {
+  ASSERT_EQ(fit("car.glb").status, 0);
+  folder.Write("drive.csv",
+               "time,Car:Gas Pedal (Forw/Backw),Car:Steering Wheel (Right/Left)\n0,1,0.3\n");
+  const std::string out = ok({"resim", "fit.glb", "--inputs", "drive.csv", "-o", "drive.glb"});
+  const auto scene = open("drive.glb");
+  const SceneNode &car = *scene->find("Car_CarBodyMesh"), &shell = *scene->find("Shell");
+  const auto inCar = [&](double t) {
+    return car.worldMatrix(t).affineInverse() * shell.worldMatrix(t);
+  };
+  EXPECT_GT((car.worldMatrix(2.0).translation() - car.worldMatrix(0.0).translation()).length(),
+            2.0 * kBase);
+  for (double t = 0.0; t <= 2.0; t += 0.04) ASSERT_LT(difference(inCar(t), inCar(0.0)), 1e-9) << t;
+
+  for (int i = 0; i < 4; ++i) {
+    const SceneNode& node = *scene->find(i == 1 ? "Tyre" : kNames[i]);
+    const SceneNode& own = *scene->find(std::string("Car_WheelMesh_") + kNames[i]);
+    double turned = 0.0;
+    Vector last;
+    for (double t = 0.0; t <= 2.0; t += 0.04) {
+      // As measured from the mesh alone: a disc of the same size, round the rig's wheel.
+      const Matrix world = node.worldMatrix(t), pose = own.worldMatrix(t);
+      const Vector axis = pose.axisRow(0).normalized(), middle = pose.translation();
+      double radius = 0.0, width = 0.0;
+      for (const Vector& vertex : node.mesh()->vertices) {
+        const Vector arm = world.transformPoint(vertex) - middle;
+        radius = std::max(radius, arm.cross(axis).length());
+        width = std::max(width, 2.0 * std::abs(arm.dot(axis)));
+      }
+      ASSERT_NEAR(radius, kScale * Radius(i), 1e-5) << kNames[i] << " at " << t;
+      ASSERT_NEAR(width, kScale * Width(i), 1e-5) << kNames[i] << " at " << t;
+      const Vector arm =
+          car.worldMatrix(t)
+              .affineInverse()
+              .transformVector(world.transformPoint(node.mesh()->vertices.front()) - middle)
+              .normalized();
+      if (t > 0.0) turned += (arm - last).length();
+      last = arm;
+    }
+    EXPECT_GT(turned, 3.0) << kNames[i] << " must spin with the rig's wheel";
+  }
+  // A second fit would not fit the keys; what is in place stays.
+  const Outcome again = fit("drive.glb");
+  EXPECT_EQ(again.status, 1);
+  EXPECT_NE(again.err.find("keys of a take"), std::string::npos) << again.err;
+}
+
+TEST_F(Fit, WhatIsNoCarIsRefusedWithItsReason) {
+  const auto scaled = [](const char* name, Vector scale) {
+    return [name, scale](Scene& scene) {
+      SceneNode& node = *scene.find(name);
+      auto pose = node.pose();
+      for (int i = 0; i < 3; ++i) pose.scale[i] *= scale[i];
+      node.setPose(pose);
+    };
+  };
+  const auto moved = [](const char* name, Vector by) {
+    return [name, by](Scene& scene) {
+      auto pose = scene.find(name)->pose();
+      pose.translation += by;
+      scene.find(name)->setPose(pose);
+    };
+  };
+  struct Case {
+    std::string name;
+    std::function<void(Scene&)> change;
+    Words told;
+  };
+  const std::vector<Case> cases = {
+      {"oval", scaled("FR", {1.0, 1.0, 1.07}), {"FR", "no disc", "5 %"}},
+      {"drum", scaled("BR", {4.0, 1.0, 1.0}), {"BR", "wider than its diameter"}},
+      {"box",
+       [](Scene& scene) { scene.find("FR")->setMesh(util::CMesh_Box(0.1, 0.6, 0.6)); },
+       {"FR", "no disc"}},
+      {"mirror", scaled("BL", {1.0, 1.0, -1.0}), {"BL", "mirrored"}},
+      {"mirrorRoot", scaled("Model", {-1.0, 1.0, 1.0}), {"mirrored"}},
+      {"shear", scaled("Model", {1.0, 1.0, 1.5}), {"FL", "sheared"}},
+      {"skew", moved("FR", {0.0, 0.0, 0.2}), {"rectangle", "m, diagonals"}},
+      {"keys",
+       [](Scene& scene) {
+         scene.find("FL")->replaceKeys(rws::adaptor::headless::ChannelPath::kTranslation, 0, 1,
+                                       {0.0}, {0.0, 0.0, 0.0}, 0.04);
+       },
+       {"FL", "keys of its own"}},
+      {"steered",
+       [](Scene& scene) {
+         auto pose = scene.find("FR")->pose();
+         pose.rotation = pose.rotation * Quat::fromRotationVector({0.0, 0.2, 0.0});
+         const Vector hub(0.75, 0.30, -1.2);
+         pose.translation = hub + pose.rotation.rotate(pose.translation - hub);
+         scene.find("FR")->setPose(pose);
+       },
+       {"FR", "leans 11.46 degrees", "straight"}},
+  };
+  for (const Case& c : cases) {
+    make("bad.glb", c.change);
+    const Outcome result = fit("bad.glb");
+    EXPECT_EQ(result.status, 1) << c.name << "\n" << result.err;
+    for (const std::string& piece : c.told)
+      EXPECT_NE(result.err.find(piece), std::string::npos) << c.name << "\n" << result.err;
+  }
+  // A wheel that is off by less is taken.
+  make("good.glb", moved("FR", {0.03, 0.0, 0.05}));
+  EXPECT_EQ(fit("good.glb").status, 0);
+  // A body may be the group that the wheels hang on.
+  make("good.glb", [](Scene&) {});
+  EXPECT_EQ(fit("good.glb", {"--body", "Model", "--wheels", "FL,FR,BL,BR", "-o", "fit.glb"}).status,
+            0);
+  EXPECT_EQ(open("fit.glb")->find("Model")->parent()->name(), "Car_CarBodyMesh");
+  std::filesystem::remove(path("fit.glb"));
+
+  ok({"add", "car.glb", "SteadyCam", "--name", "Cam", "-o", "car.glb"});
+  ok({"parent", "car.glb", "BR", "Car_CarBodyMesh", "-o", "hung.glb"});
+  const std::vector<std::pair<Words, Words>> lines = {
+      {{"Shell", "FL,FR,BL"}, {"FL,FR,BL", "four names"}},
+      {{"Shell", "FL,FR,BL,FL"}, {"FL", "named twice"}},
+      {{"Shell", "FL,FR,BL,BQ"}, {"no node \"BQ\""}},
+      {{"Empty", "FL,FR,BL,BR"}, {"Empty", "has a mesh"}},
+      {{"Shell", "FR,FL,BR,BL"}, {"roof", "driver"}},
+      {{"Shell", "FL,FR,BR,BL"}, {"rectangle"}},
+      {{"Shell", "FL,FR,BL,Car_WheelMesh_BR"}, {"Car_WheelMesh_BR", "node of a rig"}},
+  };
+  for (const auto& [given, told] : lines) {
+    const Outcome result =
+        fit("car.glb", {"--body", given[0], "--wheels", given[1], "-o", "fit.glb"});
+    EXPECT_NE(result.status, 0) << given[1];
+    for (const std::string& piece : told)
+      EXPECT_NE(result.err.find(piece), std::string::npos) << result.err;
+  }
+  EXPECT_NE(fit("car.glb", kFit, "Cam").err.find("only a 4WheelerExt"), std::string::npos);
+  EXPECT_NE(fit("hung.glb").err.find("Car_CarBodyMesh, a node of Car"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(path("fit.glb"))) << "nothing may be written";
+}
+
+}  // namespace
+}  // namespace orv::tests
