@@ -143,6 +143,63 @@ TEST(RigProfiles, TheLinksProfilesDeserveTheirNames) {
   EXPECT_EQ(noRoll["Smooth (no roll)"], smooth);
 }
 
+TEST(RigProfiles, TheCarsProfilesHoldTheirTellingRows) {
+  CCameraPlugin& kind = Kind("4WheelerExt");
+  auto profiles = ReadAll(kind);
+  ASSERT_EQ(profiles.size(), 17u);
+  FakeWorld world(kind);
+  // The start profile is a new car with more rays.
+  for (const auto& [label, value] : profiles["Start Profile"]) {
+    const auto& element = world.core.Find(label);
+    const double fresh = element.number ? *element.number
+                         : element.flag ? *element.flag * 1.0
+                                        : *element.choice * 1.0;
+    EXPECT_EQ(value, label == "Ray Multiplier" ? 10.0 : fresh) << label;
+  }
+  for (auto& [name, values] : profiles) {
+    // All but a button and five gauges that the car computes.
+    EXPECT_EQ(values.size(), world.core.elements.size() - 6) << name;
+    EXPECT_EQ(values.count("Current Velocity"), 0u) << name;
+    const bool animatable = name == "Boat (for animatable meshes)";
+    const double rays = values["Ray Multiplier"];
+    EXPECT_TRUE(animatable ? rays == 1.0 : rays == 10.0 || rays == 20.0) << name;
+    const double wheel = values["Wheel Radius Multiplier"];
+    EXPECT_TRUE(wheel >= 0.9 && wheel <= 0.98) << name;
+    EXPECT_EQ(values["Autonomous Mode"], name.rfind("Autonomous mode", 0) == 0) << name;
+    EXPECT_EQ(values["World Avoidance Sphere (scale relative)"],
+              name == "5 unit Avoidance Sphere" ? 5.0 : 0.0);
+    // A body that leans farther than its wheels reach would lift them.
+    const double reach = 0.9 * 0.13 * wheel * values["Suspension Length (Radius Relative)"];
+    EXPECT_LE(values["Maximum Forward Tilt Angle"] * 0.5, reach) << name;
+    EXPECT_LE(values["Maximum Side Tilt Angle"] * 0.29, reach) << name;
+  }
+  const std::map<std::string, Values> rows = {
+      {"F1",
+       {{"Front Stiffness", 8000},
+        {"Back Stiffness", 8000},
+        {"Front Damping", 400},
+        {"Back Damping", 400},
+        {"Gas Pedal (Forw/Backw) Maximum", 15}}},
+      {"Boat",
+       {{"Front Stiffness", 200},
+        {"Back Stiffness", 200},
+        {"Front Damping", 20},
+        {"Back Damping", 20},
+        {"Tire Pressure", 0.3},
+        {"Steering Wheel (Right/Left) Maximum", 0.02},
+        {"Steering Wheel (Right/Left) Response Factor", 1.4},
+        {"Skidding Offset Value", 0.1}}},
+      {"Toony Car", {{"Acceleration (scale relative)", 100}}},
+      {"Autonomous mode - tight", {{"Tire Pressure", 0}}},
+  };
+  for (const auto& [name, row] : rows)
+    for (const auto& [label, value] : row)
+      EXPECT_EQ(profiles[name].at(label), value) << name << ": " << label;
+  Values boat = profiles["Boat"];
+  boat["Ray Multiplier"] = 1.0;
+  EXPECT_EQ(profiles["Boat (for animatable meshes)"], boat);
+}
+
 TEST(RigProfiles, InputProfilesLoadIntoTheInputsThatTheyName) {
   for (CCameraPlugin* kind : AllRigs()) {
     FakeWorld world(*kind);
@@ -164,10 +221,14 @@ TEST(RigProfiles, InputProfilesLoadIntoTheInputsThatTheyName) {
         unidevice::Property* input = world.core.inputs[child->attribute("name")].get();
         ASSERT_TRUE(input) << file << child->attribute("name");
         EXPECT_TRUE(input->load(*child)) << file;
-        EXPECT_EQ(input->deadzone, 0.1);
+        // Without its device a rig rests, whatever its pedals rest at.
+        EXPECT_EQ(input->offset, 0.0) << file;
+        EXPECT_TRUE(controls.insert(input->savedControl.toText()).second) << "two inputs share one";
+        const bool wheel = file.stem() == "Example Wheel";
+        EXPECT_TRUE(wheel ? input->deadzone <= 0.1 : input->deadzone == 0.1) << file;
+        if (kind->GetCategory() == "Vehicle") continue;
         const bool down = file.stem() == "Example Hat" && input->name == "Up/Down Transl";
         EXPECT_EQ(input->multiplier, down ? -1.0 : 1.0) << file;
-        EXPECT_TRUE(controls.insert(input->savedControl.toText()).second) << "two inputs share one";
       }
     }
   }
