@@ -173,14 +173,17 @@ void CCarCam::HandleAir(double dt) {
   Fly(dt, h);
 }
 
-/// The tyres touch, but the chassis goes on falling through its suspension until FitBase finds it
+/// The tires touch, but the chassis goes on falling through its suspension until FitBase finds it
 /// on the ground: its fall changes hands.
 void CCarCam::Land(double h) {
   if (!m_settings.cCarCambGravityOn) return;
   Vector& increment = state.qTransCarAbsIncr.position;
   const double fall = std::max(0.0, increment.dot(down) / h);
   increment -= down * (fall * h);
-  for (CarWheelState& wheel : state.wheels) wheel.fallSpeed = fall;
+  for (CarWheelState& wheel : state.wheels) {
+    wheel.fallSpeed = fall;
+    wheel.released = 1.0;
+  }
 }
 
 void CCarCam::TakeOff(double h) {
@@ -266,7 +269,7 @@ void CCarCam::ReleaseSkidBrake(double h) {
   state.bSkidBreakingOn = false;
   state.bSkidBreakingOnDisableFeatures = false;
   if (state.skidIncrement != Vector()) {
-    // Still sliding: the tyres take hold again little by little.
+    // Still sliding: the tires take hold again little by little.
     state.filtered[kSkidding] = 1.0;
     state.dWantedSkiddingValue = 0.0;
     const double speed =
@@ -535,28 +538,54 @@ void CCarCam::FitBase(double dt) {
   state.base.position = origin - bodyUp * ((origin - centre).dot(normal) / slant);
 }
 
-/// Where the plane of the base is to lie at each wheel: on the tyre's bottom, or, where the ground
-/// falls away, as far down as the car falls in a frame. A tyre that hangs carries nothing.
+/// Where the plane of the base is to lie at each wheel: on the tire's bottom, but above a wheel
+/// that hangs, which carries nothing. A single one is carried by the other three; over more of them
+/// the chassis falls with the car's gravity until the ground is there.
 void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]) {
-  const double fall = GetFallAcceleration();
+  double height[kWheelCount];
+  int hanging = 0, last = 0;
+  for (int i = 0; i < kWheelCount; ++i) {
+    CarWheelState& wheel = state.wheels[i];
+    const bool falls = m_settings.cCarCambGravityOn && wheel.bInTheAir();
+    corner[i] = falls ? groundBelow[i] : wheel.bottom;
+    height[i] = (corner[i] - state.base.position).dot(up);
+    if (!falls) continue;
+    wheel.released = 1.0;
+    ++hanging;
+    last = i;
+  }
+  if (!m_settings.cCarCambGravityOn) return;
   double stopped[kWheelCount] = {};
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
-    corner[i] = wheel.bottom;
-    if (!m_settings.cCarCambGravityOn) continue;
-    if (wheel.bInTheAir()) corner[i] = groundBelow[i];
-    const double height = (corner[i] - state.base.position).dot(up);
+    if (wheel.released == 0.0 || (hanging == 1 && i == last)) continue;
+    const double fall = GetFallAcceleration();
     const double lowest = -(wheel.fallSpeed + fall * dt * 0.5) * dt;
-    if (height < lowest) {
-      corner[i] += up * (lowest - height);
+    if (height[i] < lowest) {
+      Raise(i, up, lowest, height, corner);
       wheel.fallSpeed += fall * dt;
-      wheel.CurrDelta = std::max(wheel.CurrDelta, lowest);
     } else {
       stopped[i] = wheel.fallSpeed;
       wheel.fallSpeed = 0.0;
+      if (!wheel.bInTheAir()) wheel.released = 0.0;
     }
   }
+  if (hanging == 1) {
+    // Wheels 0 and 3 lie across from each other, as 1 and 2 do.
+    const double others = height[0] + height[1] + height[2] + height[3] - height[last];
+    const double across = height[kWheelCount - 1 - last];
+    const double carried = others - 2.0 * across;
+    if (height[last] < carried) Raise(last, up, carried, height, corner);
+    state.wheels[last].fallSpeed = 0.0;
+  }
   Squat(stopped);
+}
+
+void CCarCam::Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
+                    Vector corner[kWheelCount]) {
+  corner[wheel] += up * (to - height[wheel]);
+  height[wheel] = to;
+  state.wheels[wheel].CurrDelta = std::max(state.wheels[wheel].CurrDelta, to);
 }
 
 /// Where the ground stops the falling chassis the body goes on into its springs. `stopped` is the

@@ -38,7 +38,7 @@ class CCarCam {
   /// Turns what the wheels travelled in the frame into spin.
   void FinishWheels(double dt);
   /// Lays the base on the plane of the wheel bottoms, below the body's origin. A corner of the
-  /// chassis whose wheel hangs is not pulled down by the tyre: it falls with the car's gravity
+  /// chassis whose wheel hangs is not pulled down by the tire: it falls with the car's gravity
   /// until the ground holds it, so that a car leaves a crest or a ramp as heavy things do.
   void FitBase(double dt);
   /// Steers towards a point (world, m) instead of by the inputs.
@@ -116,6 +116,8 @@ class CCarCam {
 
   // FitBase
   void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
+  void Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
+             Vector corner[kWheelCount]);
   void Squat(const double stopped[kWheelCount]);
 
   bool IsFlying() const { return state.bCarInTheAir && m_settings.cCarCambGravityOn; }

@@ -95,7 +95,7 @@ void CCarCam::Drive(double frameDt, double h, double rho) {
 void CCarCam::HoldDown(Vector& step) const {
   if (!m_settings.cCarCambGravityOn) return;
   if (std::none_of(state.wheels.begin(), state.wheels.end(),
-                   [](const CarWheelState& wheel) { return wheel.fallSpeed > 0.0; }))
+                   [](const CarWheelState& wheel) { return wheel.released != 0.0; }))
     return;
   const double rise = -step.dot(down);
   const double most = std::max(0.0, -state.qTransCarAbsIncr.position.dot(down));
@@ -124,7 +124,7 @@ void CCarCam::Burn(double frameDt, double h) {
                   m_settings.dBurnoutTiltForce * geometry.scale * geometry.scale / 46875.0;
 }
 
-/// Takes the wanted step as far as the tyres hold.
+/// Takes the wanted step as far as the tires hold.
 void CCarCam::Step(const Vector& step, double grip, double h) {
   Vector& increment = state.qTransCarAbsIncr.position;
   double& memory = state.dWantedSkiddingValue;

@@ -245,6 +245,10 @@ bool CGravityDirectionNode::StoreGroundMesh() {
   };
   CNode* const parent = GetNode() && GetNode()->IsValid() ? GetNode()->GetParent() : nullptr;
   if (!parent) return refuse("No ground mesh available");
+  if (IsOwn(*parent)) {
+    core.ReleaseNode(static_cast<CExtendable*>(parent));
+    return refuse("No ground mesh available");
+  }
   const double now = core.GetTime();
   bool isMesh = false;
   util::CMesh mesh = MeshOf(core, parent, now, isMesh);

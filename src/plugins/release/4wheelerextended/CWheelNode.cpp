@@ -30,6 +30,8 @@ constexpr double kRayLength = 1000.0;
 constexpr double kNearMargin = 0.25;
 /// How far below a wheel without any ground it is thought to be, in body scales.
 constexpr double kNoGround = 1e6;
+/// Difference of two poses, in radii, that is not rounding.
+constexpr double kMoved = 1e-9;
 /// Keys of one wheel in one frame; beyond that no eye can follow.
 constexpr int kMostSpinKeys = 100;
 
@@ -229,7 +231,7 @@ bool CWheelNode::CastExtraRay(int surface, const Vector& centre, const RayAngle&
   const Vector direction = m_line.y * -angle.cosine2 - m_line.x.cross(m_line.y) * angle.sine2;
   const double r = m_line.radius;
   GroundHit hit;
-  // Ground beyond the wheel can't lift it, so the ray ends at the tyre.
+  // Ground beyond the wheel can't lift it, so the ray ends at the tire.
   if (!m_ground.CastNear(surface, centre, direction, r, hit) || hit.distance >= r) return false;
   const double h = hit.distance;
   const double across = std::abs(angle.sine) * h;
@@ -318,7 +320,11 @@ void CWheelNode::StandAtRest(double time) {
   Matrix pose = Quat::fromMatrix(place).toMatrix();
   ScaleRows(pose, {scale.x * car::kWheelWidth, radius, radius});
   pose.setTranslation(place.translation());
-  Place(time, pose);
+  // Only what a user has moved is written: looking at a scene doesn't change it.
+  const Matrix now = ReadMatrix(time);
+  double apart = 0.0;
+  for (int i = 0; i < 16; ++i) apart = std::max(apart, std::abs(pose[i] - now[i]));
+  if (apart > kMoved * scale.y) Place(time, pose);
 }
 
 }  // namespace orv::rws::addon

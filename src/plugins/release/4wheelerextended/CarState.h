@@ -43,7 +43,8 @@ struct CarWheelState {
   double lastCompression = 0.0;  ///< of the sub-step before (m)
   double gravelNoise = 0.0;      ///< m
   double inTheAir = 0.0;         ///< 1 without ground under the wheel, else 0
-  double fallSpeed = 0.0;        ///< of the chassis over this wheel while it falls (m/s)
+  double released = 0.0;   ///< 1 from when the wheel left the ground until it carries again, else 0
+  double fallSpeed = 0.0;  ///< of the released chassis over this wheel (m/s)
   util::Vector3<double> centre;
   util::Vector3<double> bottom;
   double lastCentreY = 0.0;  ///< height of the centre in the frame before (m)
