@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and performs the demo: a follow camera on a shaky object.
-# Leaves out/demo/: the source scene, the scene with the new keys, poses as CSV, and pictures.
+# Installs what is missing, builds, and performs the demo: a follow camera on a shaky object, and a
+# car that is driven over a terrain for 30 s, then once more as an F1 and as a boat from the same
+# inputs. Leaves out/demo/: source scenes, scenes with the new keys, poses as CSV, and pictures.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -25,5 +26,24 @@ python3 examples/make_shaky.py "$source"
 "$rigwright" --quiet export "$scene" -o "$out/poses.csv"
 "$rigwright" --quiet plot "$scene" --rig $rig -o "$out/paths.png"
 "$rigwright" --quiet plot "$scene" --rig $rig -o "$out/paths.svg"
+
+# The ground is what the car's gravity node is parented to.
+car=Car
+python3 examples/make_terrain.py "$out/terrain.glb"
+"$rigwright" --quiet add "$out/terrain.glb" 4WheelerExt --name $car --profile "Start Profile" \
+  --translate 0,0.54,0 -o "$out/drive.glb" >/dev/null
+"$rigwright" --quiet parent "$out/drive.glb" ${car}_GravityDirectionMesh Terrain \
+  -o "$out/drive.glb"
+"$rigwright" resim "$out/drive.glb" --inputs examples/drive_hills.csv -o "$out/drive.glb"
+"$rigwright" --quiet export "$out/drive.glb" -o "$out/drive-poses.csv"
+for profile in F1 Boat; do
+  other=$out/drive-$(tr A-Z a-z <<<$profile).glb
+  "$rigwright" --quiet profile apply "$out/drive.glb" $car $profile -o "$other"
+  "$rigwright" resim "$other" -o "$other"
+done
+"$rigwright" --quiet plot "$out/drive.glb" "$out/drive-f1.glb" "$out/drive-boat.glb" --rig $car \
+  -o "$out/drives.png"
+"$rigwright" --quiet plot "$out/drive.glb" "$out/drive-f1.glb" "$out/drive-boat.glb" --rig $car \
+  -o "$out/drives.svg"
 echo "The demo is in $out:"
 ls -1 "$out"
