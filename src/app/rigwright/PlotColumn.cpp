@@ -19,6 +19,18 @@ QString titleOf(const PlotPanel& panel) {
          (panel.unit.empty() ? QString() : " (" + fromUtf8(panel.unit) + ")");
 }
 
+/// Appends a point unless it adds nothing to see: nearer than a third of a pixel to the last one,
+/// or farther along on a level. The last point of all is always kept.
+void appendVisible(QPolygonF& line, const QPointF& point, bool isLast) {
+  const int n = line.size();
+  if (n > 0 && !isLast && (point - line[n - 1]).manhattanLength() < 0.33) return;
+  if (n > 1 && line[n - 2].y() == point.y() && line[n - 1].y() == point.y() &&
+      (line[n - 1].x() - line[n - 2].x()) * (point.x() - line[n - 1].x()) > 0.0)
+    line[n - 1] = point;
+  else
+    line << point;
+}
+
 }  // namespace
 
 void PlotSpan::include(double value) {
@@ -194,14 +206,10 @@ void PlotColumn::drawScaleBar(const QRectF& view, const Axis& x, const Axis& z, 
 void PlotColumn::drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
                           PlotLabels& labels) {
   if (path.points.empty()) return;
-  // Points nearer than a third of a pixel to the last one drawn add nothing to see.
   QPolygonF line;
-  for (std::size_t i = 0; i < path.points.size(); ++i) {
-    const QPointF p(x.at(path.points[i].x), z.at(path.points[i].z));
-    if (!line.isEmpty() && i + 1 < path.points.size() && (p - line.last()).manhattanLength() < 0.33)
-      continue;
-    line << p;
-  }
+  for (std::size_t i = 0; i < path.points.size(); ++i)
+    appendVisible(line, QPointF(x.at(path.points[i].x), z.at(path.points[i].z)),
+                  i + 1 == path.points.size());
   labels.avoid(line);
   const double thickness = m_data.chief[index] ? 3.2 : 1.1;
   m_painter->setBrush(Qt::NoBrush);
@@ -303,7 +311,8 @@ void PlotColumn::drawCurve(const PlotCurve& curve, std::size_t pen, const QRectF
   QPolygonF line;
   for (std::size_t i = 0; i < curve.times.size(); ++i) {
     if (curve.times[i] < t.from - 1e-9 || curve.times[i] > t.to + 1e-9) continue;
-    line << QPointF(t.at(curve.times[i]), v.at(curve.values[i]));
+    appendVisible(line, QPointF(t.at(curve.times[i]), v.at(curve.values[i])),
+                  i + 1 == curve.times.size());
   }
   m_painter->save();
   m_painter->setClipRect(area);
