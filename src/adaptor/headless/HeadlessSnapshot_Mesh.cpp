@@ -5,12 +5,17 @@
 
 namespace orv::rws::adaptor::headless {
 
-using util::Matrix;
 using util::Vector3;
 
 util::CMesh HeadlessSnapshot_Mesh::GetMesh() {
   const util::CMesh* const mesh = m_node->IsValid() ? m_node->GetSceneNode()->mesh() : nullptr;
   return mesh ? *mesh : util::CMesh();
+}
+
+void HeadlessSnapshot_Mesh::Place() {
+  m_world = m_node->GetWorldPose(m_time);
+  m_inverse = m_world.affineInverse();
+  m_placed = true;
 }
 
 bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
@@ -19,20 +24,19 @@ bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
   const double length = direction.length();
   const MeshRays* const rays = m_node->GetRays();
   if (!rays || !(length > 0.0)) return false;
-  const Matrix<double> world = m_node->GetWorldPose(m_time);
-  const Matrix<double> inverse = world.affineInverse();
-  if (inverse[15] == 0.0) return false;  // flattened by a scale of 0: nothing to hit
+  if (!m_placed) Place();
+  if (m_inverse[15] == 0.0) return false;  // flattened by a scale of 0: nothing to hit
   // An affine map keeps the ratio along a line, so a distance along the unit direction stays what
   // it is in the node's space.
   const Vector3<double> unit = direction / length;
   MeshRays::Hit found;
-  if (!rays->Intersect(inverse.transformPoint(origin), inverse.transformVector(unit), maxDistance,
-                       found))
+  if (!rays->Intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
+                       maxDistance, found))
     return false;
   hit.distance = found.t;
   hit.point = origin + unit * found.t;
   hit.normal =
-      world.transformVector(found.edge1).cross(world.transformVector(found.edge2)).normalized();
+      m_world.transformVector(found.edge1).cross(m_world.transformVector(found.edge2)).normalized();
   hit.triangle = found.triangle;
   return true;
 }

@@ -3,17 +3,20 @@
 
 #include "adaptor/headless/SnapshotPool.h"
 #include "core/interface/CSnapshot_Mesh.h"
+#include "util/Matrix.h"
 
 namespace orv::rws::adaptor::headless {
 
 class HeadlessNode;
 
-/// A mesh as it stands in the world at one time. Pooled by the adaptor.
+/// A mesh as it stands in the world at one time. Rays meet it where it stood at the first of them.
+/// Pooled by the adaptor.
 class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, HeadlessSnapshot_Mesh> {
  public:
   HeadlessSnapshot_Mesh& Bind(HeadlessNode& node, double time) {
     m_node = &node;
     m_time = time;
+    m_placed = false;
     m_inUse = true;
     return *this;
   }
@@ -25,8 +28,14 @@ class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, Headle
                  double maxDistance, RayHit& hit) override;
 
  private:
+  void Place();
+
   HeadlessNode* m_node = nullptr;
   double m_time = 0.0;
+  // Read at the first ray, for all rays of the snapshot.
+  bool m_placed = false;
+  util::Matrix<double> m_world;
+  util::Matrix<double> m_inverse;
 };
 
 }  // namespace orv::rws::adaptor::headless

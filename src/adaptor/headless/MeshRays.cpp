@@ -58,6 +58,13 @@ float RoundUp(double value) {
   return f < value ? std::nextafterf(f, std::numeric_limits<float>::infinity()) : f;
 }
 
+/// Two numbers that are computed with at once, one for each child of a node.
+using Lanes = double __attribute__((vector_size(16)));
+
+Lanes Widen(const float (&pair)[2]) {
+  return Lanes{pair[0], pair[1]};
+}
+
 bool IsFinite(const Vec& v) {
   return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
@@ -72,7 +79,7 @@ struct MeshRays::Builder {
     std::int32_t triangle;  ///< into `source`
   };
   struct Task {
-    std::int32_t node;
+    std::int32_t pair, side;  ///< where the node goes
     int begin, end, depth;
   };
   struct Split {
@@ -83,9 +90,9 @@ struct MeshRays::Builder {
 
   std::vector<Triangle> source;
   std::vector<Reference> references;
-  std::vector<Node>& nodes;
+  std::vector<Pair>& pairs;
 
-  explicit Builder(std::vector<Node>& target) : nodes(target) {}
+  explicit Builder(std::vector<Pair>& target) : pairs(target) {}
 
   void Collect(const util::CMesh& mesh) {
     const std::size_t count = mesh.faces.size() / 3;
@@ -168,11 +175,23 @@ struct MeshRays::Builder {
     return cut > task.begin && cut < task.end ? cut : task.begin + count / 2;
   }
 
+  /// A pair whose children no ray meets.
+  std::int32_t AddPair() {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    Pair pair{};
+    for (int i = 0; i < 3; ++i)
+      for (int side = 0; side < 2; ++side) {
+        pair.bound[0][i][side] = kInfinity;
+        pair.bound[1][i][side] = -kInfinity;
+      }
+    pairs.push_back(pair);
+    return static_cast<std::int32_t>(pairs.size()) - 1;
+  }
+
   void Build() {
     if (references.empty()) return;
-    nodes.reserve(references.size());
-    nodes.emplace_back();
-    std::vector<Task> tasks = {{0, 0, static_cast<int>(references.size()), 0}};
+    pairs.reserve(references.size() / 2 + 1);
+    std::vector<Task> tasks = {{AddPair(), 0, 0, static_cast<int>(references.size()), 0}};
     while (!tasks.empty()) {
       const Task task = tasks.back();
       tasks.pop_back();
@@ -181,32 +200,30 @@ struct MeshRays::Builder {
         whole.Add(references[i].bounds);
         centroids.Add(references[i].centroid);
       }
-      Node node;
-      for (int i = 0; i < 3; ++i) {
-        node.low[i] = RoundDown(whole.low[i]);
-        node.high[i] = RoundUp(whole.high[i]);
-      }
+      std::int32_t first = task.begin, count = task.end - task.begin;
       const int cut = Cut(task, whole, centroids);
-      if (cut == task.end) {
-        node.first = task.begin;
-        node.count = task.end - task.begin;
-      } else {
-        node.first = static_cast<std::int32_t>(nodes.size());
-        node.count = 0;
-        nodes.resize(nodes.size() + 2);
-        tasks.push_back({node.first, task.begin, cut, task.depth + 1});
-        tasks.push_back({node.first + 1, cut, task.end, task.depth + 1});
+      if (cut != task.end) {
+        first = AddPair();
+        count = 0;
+        tasks.push_back({first, 0, task.begin, cut, task.depth + 1});
+        tasks.push_back({first, 1, cut, task.end, task.depth + 1});
       }
-      nodes[task.node] = node;
+      Pair& pair = pairs[static_cast<std::size_t>(task.pair)];
+      for (int i = 0; i < 3; ++i) {
+        pair.bound[0][i][task.side] = RoundDown(whole.low[i]);
+        pair.bound[1][i][task.side] = RoundUp(whole.high[i]);
+      }
+      pair.first[task.side] = first;
+      pair.count[task.side] = count;
     }
   }
 };
 
 MeshRays::MeshRays(const util::CMesh& mesh) {
-  Builder builder(m_nodes);
+  Builder builder(m_pairs);
   builder.Collect(mesh);
   builder.Build();
-  m_nodes.shrink_to_fit();
+  m_pairs.shrink_to_fit();
   m_triangles.reserve(builder.source.size());
   for (const Builder::Reference& reference : builder.references)
     m_triangles.push_back(builder.source[reference.triangle]);
@@ -217,7 +234,7 @@ MeshRays::MeshRays(const util::CMesh& mesh) {
 struct MeshRays::Ray {
   Vec origin;
   double inverse[3];
-  bool negative[3];
+  int negative[3];  ///< 1 where it runs towards lower values, else 0
   int kx, ky, kz;
   double shearX, shearY, shearZ;
 
@@ -239,20 +256,24 @@ struct MeshRays::Ray {
     }
   }
 
-  /// Whether the ray meets the box at a t in [0, limit]; `entry` is where.
-  bool Meets(const Node& node, double limit, double& entry) const {
-    double low = 0.0;
-    double high = limit * kSlabSlack;
+  /// Where the ray enters the boxes of the pair's children and where it leaves them, between 0 and
+  /// `limit`; it meets a box that it enters before it leaves.
+  void Meet(const Pair& pair, double limit, Lanes& enter, Lanes& leave) const {
+    enter = Lanes{0.0, 0.0};
+    leave = Lanes{limit, limit} * kSlabSlack;
     for (int i = 0; i < 3; ++i) {
-      const double a = ((negative[i] ? node.high[i] : node.low[i]) - origin[i]) * inverse[i];
-      const double b =
-          ((negative[i] ? node.low[i] : node.high[i]) - origin[i]) * inverse[i] * kSlabSlack;
-      if (a > low) low = a;
-      if (b < high) high = b;
+      const Lanes a = (Widen(pair.bound[negative[i]][i]) - origin[i]) * inverse[i];
+      const Lanes b = (Widen(pair.bound[1 - negative[i]][i]) - origin[i]) * inverse[i] * kSlabSlack;
+      enter = a > enter ? a : enter;
+      leave = b < leave ? b : leave;
     }
-    entry = low;
-    return low <= high;
   }
+};
+
+/// A node that a ray still has to look into, and where it enters it.
+struct MeshRays::Entry {
+  std::int32_t first, count;  ///< as in its pair
+  double t;
 };
 
 bool MeshRays::HitTriangle(const Ray& ray, const Triangle& triangle, double& t) {
@@ -274,46 +295,42 @@ bool MeshRays::HitTriangle(const Ray& ray, const Triangle& triangle, double& t) 
 }
 
 bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, Hit& hit) const {
-  if (m_nodes.empty() || !IsFinite(origin) || !IsFinite(direction) || !(maxT >= 0.0)) return false;
+  if (m_pairs.empty() || !IsFinite(origin) || !IsFinite(direction) || !(maxT >= 0.0)) return false;
   if (direction.x == 0.0 && direction.y == 0.0 && direction.z == 0.0) return false;
   const Ray ray(origin, direction);
-  struct Entry {
-    std::int32_t node;
-    double t;
-  };
   Entry stack[kStackSize];
   int depth = 0;
   double limit = maxT;
   const Triangle* best = nullptr;
-  double entry = 0.0;
-  if (ray.Meets(m_nodes[0], limit, entry)) stack[depth++] = {0, entry};
-  while (depth > 0) {
-    const Entry top = stack[--depth];
-    if (top.t > limit * kSlabSlack) continue;
-    const Node& node = m_nodes[top.node];
-    if (node.count == 0) {
-      Entry left{node.first, 0.0}, right{node.first + 1, 0.0};
-      const bool meetsLeft = ray.Meets(m_nodes[left.node], limit, left.t);
-      const bool meetsRight = ray.Meets(m_nodes[right.node], limit, right.t);
+  for (Entry node{0, 0, 0.0};; node = stack[--depth]) {
+    while (node.count == 0 && node.t <= limit * kSlabSlack) {
+      const Pair& pair = m_pairs[static_cast<std::size_t>(node.first)];
+      Lanes enter, leave;
+      ray.Meet(pair, limit, enter, leave);
+      const Entry left{pair.first[0], pair.count[0], enter[0]};
+      const Entry right{pair.first[1], pair.count[1], enter[1]};
+      const bool meetsLeft = enter[0] <= leave[0], meetsRight = enter[1] <= leave[1];
       if (meetsLeft && meetsRight) {
-        if (left.t < right.t) std::swap(left, right);
-        stack[depth++] = left;
-        stack[depth++] = right;
-      } else if (meetsLeft) {
-        stack[depth++] = left;
-      } else if (meetsRight) {
-        stack[depth++] = right;
+        const bool leftFirst = left.t < right.t;
+        stack[depth++] = leftFirst ? right : left;
+        node = leftFirst ? left : right;
+      } else if (meetsLeft || meetsRight) {
+        node = meetsLeft ? left : right;
+      } else {
+        break;
       }
-      continue;
     }
-    for (const Triangle *triangle = &m_triangles[node.first], *end = triangle + node.count;
-         triangle != end; ++triangle) {
-      double t;
-      if (!HitTriangle(ray, *triangle, t) || t > limit) continue;
-      if (best && t == limit && best->index < triangle->index) continue;
-      best = triangle;
-      limit = t;
+    if (node.t <= limit * kSlabSlack) {
+      for (int i = node.first; i < node.first + node.count; ++i) {
+        const Triangle& triangle = m_triangles[static_cast<std::size_t>(i)];
+        double t;
+        if (!HitTriangle(ray, triangle, t) || t > limit) continue;
+        if (best && t == limit && best->index < triangle.index) continue;
+        best = &triangle;
+        limit = t;
+      }
     }
+    if (depth == 0) break;
   }
   if (!best) return false;
   hit.t = limit;
