@@ -185,7 +185,6 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
 
   AdaptorInterface& Adaptor() const;
   void AddLiveSpinner(int elementId, const std::string& label);
-  void StartTracks(double t);
   void StartLiveSpinners();
   void StopLiveSpinners();
   void ApplyLiveSpinners();

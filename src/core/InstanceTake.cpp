@@ -33,30 +33,23 @@ void Instance::Start(double t) {
   StartLiveSpinners();
   for (unidevice::Property* output : m_outputs)
     PushUndo(new CVariableModUndo<double>(&output->offset));
-  StartTracks(t);
   m_pRig->Start(t);
   const std::vector<CoreNode*> nodes = GetNodes();
   for (CoreNode* node : nodes) node->StartTake(t);
   for (std::size_t i = 0; i < m_prefetchedNodes.size(); ++i)
     m_prefetchedNodes[i] = i < nodes.size() ? nodes[i] : nullptr;
-}
 
-/// The inputs at the start are part of the take: a rig may begin by them, as a car does that starts
-/// with the pedal down.
-void Instance::StartTracks(double t) {
   const auto inputs = static_cast<std::size_t>(m_properties.count());
   // Never shortened: a rig that gained an input since the last take gets an empty track.
   if (m_tracks.size() < inputs) m_tracks.resize(inputs);
   if (m_core.IsResimulating()) {
     UseTemporaryControls();
     PlanFeeds();
-    FeedInputs(t);
     return;
   }
   PlanFeeds();
   PushUndo(new CVariableModUndo<std::vector<util::AVar_Linear<double>>>(&m_tracks));
   for (auto& track : m_tracks) track.cutFrom(t);
-  RecordInputs(t);
 }
 
 void Instance::Step(double t) {

@@ -42,7 +42,7 @@ double CCarCam::SubStepLength(double dt) {
   return dt / std::max(std::trunc(dt / car::kSubStep), 1.0);
 }
 
-void CCarCam::Reset(const util::QTransform<double>& base, double gas, double subStep) {
+void CCarCam::Reset(const util::QTransform<double>& base) {
   const CarState fresh;
   const int seeds[] = {state.randomValue_gravelShake, state.randomValue_burnout,
                        state.randomValue_steeringNoise};
@@ -51,14 +51,7 @@ void CCarCam::Reset(const util::QTransform<double>& base, double gas, double sub
   state.randomValue_burnout = seeds[1];
   state.randomValue_steeringNoise = seeds[2];
   state.base = base;
-  state.filtered[kGasPedal] = gas;
-  const double maximum = Maximum(kGasPedal);
-  state.gasRawPrevious = gas / maximum;
-  state.gasPedalPrevious = input[kGasPedal];
-  const Vector along = base.rotation.rotate({0.0, 0.0, -1.0});
-  state.qTransCarAbsIncr.position = along * (geometry.scale * gas * subStep);
   state.steeringResponse = m_settings.channels[kSteeringWheel].responseFactor;
-  state.dFollowAccMem = gas;
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
     const CarWheelGeometry& sizes = geometry.wheels[i];
@@ -66,6 +59,14 @@ void CCarCam::Reset(const util::QTransform<double>& base, double gas, double sub
     wheel.centre = wheel.bottom + base.rotation.rotate({0.0, GetEffectiveRadius(i), 0.0});
     wheel.lastCentreY = wheel.centre.y;
   }
+}
+
+void CCarCam::StartAt(double gas, double dt) {
+  state.filtered[kGasPedal] = state.dFollowAccMem = gas;
+  state.gasRawPrevious = gas / Maximum(kGasPedal);
+  state.gasPedalPrevious = input[kGasPedal];
+  const Vector ahead = state.base.rotation.rotate({0.0, 0.0, -1.0});
+  state.qTransCarAbsIncr.position = ahead * (geometry.scale * gas * SubStepLength(dt));
 }
 
 void CCarCam::Carry(const Quat& turn, const Vector& from, const Vector& to) {

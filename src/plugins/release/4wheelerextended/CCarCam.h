@@ -46,8 +46,11 @@ class CCarCam {
 
   /// Moves all that the state holds in world space by a turn about `from`, and on to `to`.
   void Carry(const Quat& turn, const Vector& from, const Vector& to);
-  /// Puts all state at rest on `base` with the filtered gas `gas`.
-  void Reset(const util::QTransform<double>& base, double gas, double subStep);
+  /// Puts all state but the seeds at rest on `base`.
+  void Reset(const util::QTransform<double>& base);
+  /// Gives the car the speed `gas` (body scales a second) straight ahead, in frames of `dt`
+  /// seconds.
+  void StartAt(double gas, double dt);
 
   /// Length of a sub-step in a frame of `dt` seconds.
   static double SubStepLength(double dt);
