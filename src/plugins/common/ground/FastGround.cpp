@@ -25,6 +25,14 @@ Vector FromBullet(const btVector3& v) {
   return {v.x(), v.y(), v.z()};
 }
 
+/// Nothing collides in a world of rays, and room for contacts takes megabytes a car.
+btDefaultCollisionConstructionInfo WithoutContacts() {
+  btDefaultCollisionConstructionInfo info;
+  info.m_defaultMaxPersistentManifoldPoolSize = 1;
+  info.m_defaultMaxCollisionAlgorithmPoolSize = 1;
+  return info;
+}
+
 /// Bullet's own triangle test, so that a gathered triangle answers as the whole shape does.
 struct ClosestHit : btTriangleRaycastCallback {
   using btTriangleRaycastCallback::btTriangleRaycastCallback;
@@ -69,7 +77,7 @@ bool NearGround::Cast(const Vector& origin, const Vector& direction, double leng
 }
 
 struct FastGround::World {
-  btDefaultCollisionConfiguration configuration;
+  btDefaultCollisionConfiguration configuration{WithoutContacts()};
   btCollisionDispatcher dispatcher{&configuration};
   btAxisSweep3 broadphase{btVector3(-kWorldHalfSize, -kWorldHalfSize, -kWorldHalfSize),
                           btVector3(kWorldHalfSize, kWorldHalfSize, kWorldHalfSize), kHandles};
