@@ -102,13 +102,15 @@ void CGravityDirectionNode::RefuseUnsupportedSurface() {
 void CGravityDirectionNode::CaptureSurfaces(double time) {
   CInterface& core = Core();
   m_parentIsOwn = false;
+  util::CMesh parentMesh;
   CNode* const parent = GetNode() && GetNode()->IsValid() ? GetNode()->GetParent() : nullptr;
   if (parent) {
     m_parentIsOwn = IsOwn(*parent);
     bool isMesh = false;
-    if (m_settings.bUseStaticMesh && !HasStoredMesh() && !m_parentIsOwn &&
-        MeshOf(core, parent, time, isMesh).vertices.empty())
-      RefuseUnsupportedSurface();
+    if (m_settings.bUseStaticMesh && !HasStoredMesh() && !m_parentIsOwn) {
+      parentMesh = MeshOf(core, parent, time, isMesh);
+      if (parentMesh.vertices.empty()) RefuseUnsupportedSurface();
+    }
     core.ReleaseNode(static_cast<CExtendable*>(parent));
   }
 
@@ -126,7 +128,7 @@ void CGravityDirectionNode::CaptureSurfaces(double time) {
 
   m_caster = Caster::kHost;
   if (m_settings.bUseStaticMesh)
-    BuildFastGround(time);
+    BuildFastGround(time, std::move(parentMesh));
   else if (HasStoredMesh())
     m_caster = Caster::kTree;
 }
@@ -135,7 +137,7 @@ void CGravityDirectionNode::ReleaseSurfaces() {
   m_fast.reset();
 }
 
-void CGravityDirectionNode::BuildFastGround(double time) {
+void CGravityDirectionNode::BuildFastGround(double time, util::CMesh parentMesh) {
   m_fast = FastGround::Create(m_settings.fGravity);
   if (!m_fast) {
     Core().MessageBox("Error", "Physics World not created", kButtonsOk | kIconCritical);
@@ -155,9 +157,11 @@ void CGravityDirectionNode::BuildFastGround(double time) {
   std::vector<std::pair<util::CMesh, Matrix>> surfaces;
   bool anySurface = false;
   ForEachSurface([&](CNode* surface) {
-    anySurface = true;
     bool isMesh = false;
-    surfaces.emplace_back(MeshOf(Core(), surface, time, isMesh), PoseOf(Core(), surface, time));
+    const bool isParent = !anySurface && !parentMesh.vertices.empty();
+    anySurface = true;
+    surfaces.emplace_back(isParent ? std::move(parentMesh) : MeshOf(Core(), surface, time, isMesh),
+                          PoseOf(Core(), surface, time));
   });
   if (!anySurface) add("DefaultGround", DefaultGround(), Matrix());
   if (!m_parentIsOwn && !surfaces.empty())

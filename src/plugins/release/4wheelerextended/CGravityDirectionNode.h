@@ -78,8 +78,8 @@ class CGravityDirectionNode : public RigMeshNode {
 
   void RefuseUnsupportedSurface();
   bool IsOwn(CNode& node) const;
-  void BuildFastGround(double time);
-  void AddFastSurface(CNode* node, double time);
+  /// `parentMesh` is that of the parent where it is ground.
+  void BuildFastGround(double time, util::CMesh parentMesh);
   template <class Visit>
   void ForEachSurface(Visit visit);
 
