@@ -145,6 +145,7 @@ void CCarCam::Update(double dt) {
   spin.fill(0.0);
   for (int i = 0; i < kWheelCount; ++i) m_lastBottom[i] = state.wheels[i].bottom;
   HandleAir(dt);
+  Fall(dt);
   HandleSkidBrake(dt);
   LatchSkidding();
   FilterInputs(dt);
@@ -185,6 +186,23 @@ void CCarCam::Land(double h) {
     wheel.fallSpeed = fall;
     wheel.released = 1.0;
   }
+}
+
+/// Moves the chassis down where it has left the ground.
+void CCarCam::Fall(double dt) {
+  if (IsFlying()) return;
+  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
+  Vector corner[kWheelCount];
+  bool falls = false;
+  for (int i = 0; i < kWheelCount; ++i) {
+    const CarWheelState& wheel = state.wheels[i];
+    const CarWheelGeometry& sizes = geometry.wheels[i];
+    corner[i] = state.base.position +
+                state.base.rotation.rotate({sizes.xOffset, 0.0, sizes.zOffset}) -
+                up * (wheel.fallSpeed * dt);
+    falls = falls || wheel.fallSpeed > 0.0;
+  }
+  if (falls) LayBase(corner, up, state.base.position, up);
 }
 
 void CCarCam::TakeOff(double h) {
@@ -521,22 +539,36 @@ void CCarCam::FinishWheels(double /*dt*/) {
 
 void CCarCam::FitBase(double dt) {
   if (IsFlying()) return;
+  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
   const Vector bodyUp = GetBodyRotation().rotate({0.0, 1.0, 0.0});
   const Vector origin = GetBodyPosition();
-  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
   Vector corner[kWheelCount];
   FindCorners(dt, up, corner);
+  LayBase(corner, up, origin, bodyUp);
+  // The wheels' extension counts from the chassis as it stands now: what lifts the chassis doesn't
+  // pull them off the ground.
+  for (int i = 0; i < kWheelCount; ++i) {
+    CarWheelState& wheel = state.wheels[i];
+    const Vector place = state.base.rotation.conjugate().rotate(wheel.centre - state.base.position);
+    wheel.localHeight = place.y - GetEffectiveRadius(i);
+  }
+}
+
+/// Puts the base on the plane through the middles of the sides of `corner`, where the line from
+/// `origin` along `axis` meets it.
+void CCarCam::LayBase(const Vector corner[kWheelCount], const Vector& up, const Vector& origin,
+                      const Vector& axis) {
   const Vector front = (corner[0] + corner[1]) * 0.5, back = (corner[2] + corner[3]) * 0.5;
   const Vector left = (corner[0] + corner[2]) * 0.5;
   const Vector centre = (front + back) * 0.5;
   const Vector across = (front - back).cross(left - centre);
   if (across.lengthSquared() == 0.0) return;
   const Vector normal = across.normalized();
-  const double slant = bodyUp.dot(normal);
+  const double slant = axis.dot(normal);
   if (slant <= 0.0 || up.dot(normal) <= -0.999) return;  // overturned by damaged ground
   state.base.rotation = state.base.rotation * ShortestArc(up, normal);
   state.base.rotation.normalize();
-  state.base.position = origin - bodyUp * ((origin - centre).dot(normal) / slant);
+  state.base.position = origin - axis * ((origin - centre).dot(normal) / slant);
 }
 
 /// Where the plane of the base is to lie at each wheel: on the tire's bottom, but above a wheel
@@ -547,26 +579,25 @@ void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount
   int hanging = 0, last = 0;
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
-    const bool falls = m_settings.cCarCambGravityOn && wheel.bInTheAir();
-    corner[i] = falls ? groundBelow[i] : wheel.bottom;
+    const bool hangs = m_settings.cCarCambGravityOn && wheel.bInTheAir();
+    corner[i] = hangs ? groundBelow[i] : wheel.bottom;
     height[i] = (corner[i] - state.base.position).dot(up);
-    if (!falls) continue;
+    if (!hangs) continue;
     wheel.released = 1.0;
     ++hanging;
     last = i;
   }
   if (!m_settings.cCarCambGravityOn) return;
-  double stopped[kWheelCount] = {};
+  double stopped[kWheelCount] = {}, lifted[kWheelCount] = {};
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
     if (wheel.released == 0.0 || (hanging == 1 && i == last)) continue;
-    const double fall = GetFallAcceleration();
-    const double lowest = -(wheel.fallSpeed + fall * dt * 0.5) * dt;
-    if (height[i] < lowest) {
-      Raise(i, up, lowest, height, corner);
-      wheel.fallSpeed += fall * dt;
+    if (height[i] < 0.0) {
+      Raise(i, up, 0.0, height, corner);
+      wheel.fallSpeed += GetFallAcceleration() * dt;
     } else {
       stopped[i] = wheel.fallSpeed;
+      if (wheel.fallSpeed > 0.0) lifted[i] = height[i];
       wheel.fallSpeed = 0.0;
       if (!wheel.bInTheAir()) wheel.released = 0.0;
     }
@@ -579,7 +610,7 @@ void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount
     if (height[last] < carried) Raise(last, up, carried, height, corner);
     state.wheels[last].fallSpeed = 0.0;
   }
-  Squat(stopped);
+  Squat(stopped, lifted);
 }
 
 void CCarCam::Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
@@ -589,22 +620,30 @@ void CCarCam::Raise(int wheel, const Vector& up, double to, double height[kWheel
   state.wheels[wheel].CurrDelta = std::max(state.wheels[wheel].CurrDelta, to);
 }
 
-/// Where the ground stops the falling chassis the body goes on into its springs. `stopped` is the
-/// speed that each wheel's corner had (m/s).
-void CCarCam::Squat(const double stopped[kWheelCount]) {
-  double sum = 0.0, pitch = 0.0, roll = 0.0, zz = 0.0, xx = 0.0;
+/// Where the ground stops the falling chassis the body goes on into its springs, from where it is
+/// and as fast as it was. `stopped` is the speed that each corner had (m/s), `lifted` how far the
+/// ground has taken it back up (m).
+void CCarCam::Squat(const double stopped[kWheelCount], const double lifted[kWheelCount]) {
+  CarBodyState& body = state.cCarBody;
+  Sink(stopped, body.fRelYVel, body.fRelXAngVel, body.fRelZAngVel);
+  Sink(lifted, body.fRelYPos, body.fRelXAng, body.fRelZAng);
+}
+
+/// Takes the mean, the pitch and the roll of what the four corners do out of three numbers.
+void CCarCam::Sink(const double corner[kWheelCount], double& y, double& pitch, double& roll) const {
+  double sum = 0.0, byZ = 0.0, byX = 0.0, zz = 0.0, xx = 0.0;
   for (int i = 0; i < kWheelCount; ++i) {
     const CarWheelGeometry& wheel = geometry.wheels[i];
-    sum += stopped[i];
-    pitch += stopped[i] * wheel.zOffset;
-    roll += stopped[i] * wheel.xOffset;
+    sum += corner[i];
+    byZ += corner[i] * wheel.zOffset;
+    byX += corner[i] * wheel.xOffset;
     zz += wheel.zOffset * wheel.zOffset;
     xx += wheel.xOffset * wheel.xOffset;
   }
   if (sum == 0.0 || zz == 0.0 || xx == 0.0) return;
-  state.cCarBody.fRelYVel -= sum / kWheelCount;
-  state.cCarBody.fRelXAngVel += pitch / zz;
-  state.cCarBody.fRelZAngVel -= roll / xx;
+  y -= sum / kWheelCount;
+  pitch += byZ / zz;
+  roll -= byX / xx;
 }
 
 }  // namespace orv::rws::addon

@@ -87,6 +87,7 @@ class CCarCam {
   // Update
   void HandleAir(double dt);
   void Land(double h);
+  void Fall(double dt);
   void TakeOff(double h);
   void Fly(double dt, double h);
   void HandleSkidBrake(double dt);
@@ -121,7 +122,10 @@ class CCarCam {
   void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
   void Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
              Vector corner[kWheelCount]);
-  void Squat(const double stopped[kWheelCount]);
+  void LayBase(const Vector corner[kWheelCount], const Vector& up, const Vector& origin,
+               const Vector& axis);
+  void Squat(const double stopped[kWheelCount], const double lifted[kWheelCount]);
+  void Sink(const double corner[kWheelCount], double& y, double& pitch, double& roll) const;
 
   bool IsFlying() const { return state.bCarInTheAir && m_settings.cCarCambGravityOn; }
   bool IsFront(int wheel) const { return wheel < 2; }
