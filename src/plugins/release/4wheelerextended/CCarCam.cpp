@@ -165,14 +165,23 @@ void CCarCam::HandleAir(double dt) {
   const double h = SubStepLength(dt);
   const bool allInTheAir = std::all_of(state.wheels.begin(), state.wheels.end(),
                                        [](const CarWheelState& w) { return w.bInTheAir(); });
-  state.bJustLanded = !allInTheAir && state.bCarInTheAir;
-  if (!allInTheAir) {
+  const bool lands = !allInTheAir || FallsToGround(dt);
+  state.bJustLanded = lands && state.bCarInTheAir;
+  if (lands) {
     if (state.bJustLanded) Land(h);
     state.bCarInTheAir = false;
     return;
   }
   if (!state.bCarInTheAir) TakeOff(h);
   Fly(dt, h);
+}
+
+/// Whether a flying car comes down to the ground within this frame.
+bool CCarCam::FallsToGround(double dt) const {
+  if (!IsFlying()) return false;
+  const double fall = state.qTransCarAbsIncr.position.dot(down) / SubStepLength(dt) * dt;
+  return std::any_of(state.wheels.begin(), state.wheels.end(),
+                     [fall](const CarWheelState& wheel) { return wheel.clearance < fall; });
 }
 
 /// The tires touch, but the chassis goes on falling through its suspension until FitBase finds it
@@ -199,7 +208,7 @@ void CCarCam::Fall(double dt) {
     const CarWheelGeometry& sizes = geometry.wheels[i];
     corner[i] = state.base.position +
                 state.base.rotation.rotate({sizes.xOffset, 0.0, sizes.zOffset}) -
-                up * (wheel.fallSpeed * dt);
+                up * std::min(wheel.fallSpeed * dt, wheel.clearance);
     falls = falls || wheel.fallSpeed > 0.0;
   }
   if (falls) LayBase(corner, up, state.base.position, up);
@@ -538,19 +547,22 @@ void CCarCam::FinishWheels(double /*dt*/) {
 }
 
 void CCarCam::FitBase(double dt) {
-  if (IsFlying()) return;
-  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
-  const Vector bodyUp = GetBodyRotation().rotate({0.0, 1.0, 0.0});
-  const Vector origin = GetBodyPosition();
-  Vector corner[kWheelCount];
-  FindCorners(dt, up, corner);
-  LayBase(corner, up, origin, bodyUp);
+  if (!IsFlying()) {
+    const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
+    const Vector bodyUp = GetBodyRotation().rotate({0.0, 1.0, 0.0});
+    const Vector origin = GetBodyPosition();
+    Vector corner[kWheelCount];
+    FindCorners(dt, up, corner);
+    LayBase(corner, up, origin, bodyUp);
+  }
   // The wheels' extension counts from the chassis as it stands now: what lifts the chassis doesn't
   // pull them off the ground.
+  const Quat toBase = state.base.rotation.conjugate();
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
-    const Vector place = state.base.rotation.conjugate().rotate(wheel.centre - state.base.position);
-    wheel.localHeight = place.y - GetEffectiveRadius(i);
+    wheel.localHeight = toBase.rotate(wheel.centre - state.base.position).y - GetEffectiveRadius(i);
+    const Vector& ground = wheel.bInTheAir() ? groundBelow[i] : wheel.bottom;
+    wheel.clearance = std::max(0.0, -toBase.rotate(ground - state.base.position).y);
   }
 }
 

@@ -86,6 +86,7 @@ class CCarCam {
  private:
   // Update
   void HandleAir(double dt);
+  bool FallsToGround(double dt) const;
   void Land(double h);
   void Fall(double dt);
   void TakeOff(double h);

@@ -110,7 +110,7 @@ void VisitWheels(Wheels& wheels, Rows& first, Rows& second, Visit visit) {
       visit(*value, *a++);
     double* b = &second[i * CarMemory::kWheelRow];
     for (auto* value : {&w.localHeight, &w.centre.x, &w.centre.y, &w.centre.z, &w.bottom.x,
-                        &w.bottom.y, &w.bottom.z, &w.released})
+                        &w.bottom.y, &w.bottom.z, &w.released, &w.clearance})
       visit(*value, *b++);
   }
 }

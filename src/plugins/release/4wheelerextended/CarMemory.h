@@ -38,7 +38,7 @@ class SaveReader;
 class CarMemory {
  public:
   /// Numbers of one wheel in each of its two histories.
-  static constexpr std::size_t kWheelRow = 8;
+  static constexpr std::size_t kWheelRow = 9;
   using WheelRows = std::array<double, kWheelRow * kWheelCount>;
 
   CarMemory();

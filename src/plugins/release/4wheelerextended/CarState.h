@@ -45,6 +45,7 @@ struct CarWheelState {
   double inTheAir = 0.0;         ///< 1 without ground under the wheel, else 0
   double released = 0.0;   ///< 1 from when the wheel left the ground until it carries again, else 0
   double fallSpeed = 0.0;  ///< of the released chassis over this wheel (m/s)
+  double clearance = 0.0;  ///< height of the chassis corner over the ground that would carry it (m)
   util::Vector3<double> centre;
   util::Vector3<double> bottom;
   double lastCentreY = 0.0;  ///< height of the centre in the frame before (m)
