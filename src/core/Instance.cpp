@@ -31,7 +31,6 @@ constexpr unsigned kLiveSpinnerKinds = 2 | 4 | 8;
 enum InstanceExtension : int {
   kReadUserData = 38,
   kEraseUserData = 39,
-  kPublishOutput = 40,
   kAppendControl = 41,
   kReservedTemplateCall = 43,
   kReservedTemplateCall2 = 55,
@@ -144,6 +143,9 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
       if (!a) return 0;
       m_outputs.push_back(static_cast<unidevice::Property*>(a));
       return 1;
+    case kRecordInputsAtStart:
+      m_recordStart = true;
+      return 1;
     case kAppendControl:
       return reinterpret_cast<std::intptr_t>(
           AddControl(a ? *static_cast<const std::string*>(a) : std::string()));
@@ -163,8 +165,8 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
 }
 
 void Instance::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(), {kPublishOutput, kAppendControl, kReservedTemplateCall, kPlainCall,
-                         kReadUserData, kEraseUserData});
+  out.insert(out.end(), {kPublishOutput, kRecordInputsAtStart, kAppendControl,
+                         kReservedTemplateCall, kPlainCall, kReadUserData, kEraseUserData});
 }
 
 // --- inputs and configuration ---

@@ -33,23 +33,23 @@ void Instance::Start(double t) {
   StartLiveSpinners();
   for (unidevice::Property* output : m_outputs)
     PushUndo(new CVariableModUndo<double>(&output->offset));
+  const auto inputs = static_cast<std::size_t>(m_properties.count());
+  // Never shortened: a rig that gained an input since the last take gets an empty track.
+  if (m_tracks.size() < inputs) m_tracks.resize(inputs);
+  const bool resimulates = m_core.IsResimulating();
+  if (resimulates) UseTemporaryControls();
+  PlanFeeds();
+  if (resimulates) FeedInputs(t);
+  m_recordStart = false;
   m_pRig->Start(t);
   const std::vector<CoreNode*> nodes = GetNodes();
   for (CoreNode* node : nodes) node->StartTake(t);
   for (std::size_t i = 0; i < m_prefetchedNodes.size(); ++i)
     m_prefetchedNodes[i] = i < nodes.size() ? nodes[i] : nullptr;
-
-  const auto inputs = static_cast<std::size_t>(m_properties.count());
-  // Never shortened: a rig that gained an input since the last take gets an empty track.
-  if (m_tracks.size() < inputs) m_tracks.resize(inputs);
-  if (m_core.IsResimulating()) {
-    UseTemporaryControls();
-    PlanFeeds();
-    return;
-  }
-  PlanFeeds();
+  if (resimulates) return;
   PushUndo(new CVariableModUndo<std::vector<util::AVar_Linear<double>>>(&m_tracks));
   for (auto& track : m_tracks) track.cutFrom(t);
+  if (m_recordStart) RecordInputs(t);
 }
 
 void Instance::Step(double t) {

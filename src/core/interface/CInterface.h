@@ -46,6 +46,13 @@ enum MessageBoxAnswer : int {
   kAnswerNo = 3,
 };
 
+/// Extension codes of CInterface that rigs use.
+enum InterfaceExtension : int {
+  kPublishOutput = 40,        ///< shows the unidevice::Property in `a`, the rig's, as an output
+  kRecordInputsAtStart = 64,  ///< asked for in Start: the inputs at the take's start, by which the
+                              ///< rig begins, are recorded like those of its frames
+};
+
 /// The core as one rig sees it; implemented by the rig's instance, which outlives the rig.
 /// Operations marked elem add to the configuration tree, in the order of the calls.
 class CInterface : public CExtendable {

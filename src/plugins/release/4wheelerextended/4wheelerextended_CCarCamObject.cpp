@@ -102,6 +102,8 @@ void CCarCamObject::Start(double time) {
   m_inTake = true;
   m_reportedSurface = false;
   cCarCam.spin.fill(0.0);
+  m_pInterface->Extension(kRecordInputsAtStart, nullptr, nullptr);
+  ReadInputs();
   if (m_reinitialize || !KeepsHistories()) m_memory.Clear();
   m_reinitialize = false;
   if (time <= m_memory.dStartTime || m_memory.IsEmpty())
@@ -122,15 +124,17 @@ void CCarCamObject::Stop() {
   m_inTake = false;
 }
 
-/// The speed at which a take starts, as filtered gas (body scales a second): how the body moved
-/// before, or else the user's initial velocity.
+/// The speed at which a take starts, as filtered gas (body scales a second): what the pedal asks
+/// for, or else how the body moved before, or else the user's initial velocity.
 double CCarCamObject::StartGas(double time) const {
   const double dt = m_pInterface->GetFrameDuration();
+  const double maximum = m_settings.channels[kGasPedal].maximum;
+  const double pedal = cCarCam.input[kGasPedal];
+  if (std::abs(pedal) > kStartInput) return pedal * maximum;
   const Matrix now = m_body.ReadMatrix(time), before = m_body.ReadMatrix(FrameBefore(time, dt));
   const double forward = -now.axisRow(2).normalized().dot(now.translation() - before.translation());
   const double moved = forward / dt / cCarCam.geometry.scale;
-  if (std::abs(moved) > kStartInput) return moved;
-  return m_settings.dInitialVelocity / 100.0 * m_settings.channels[kGasPedal].maximum;
+  return std::abs(moved) > kStartInput ? moved : m_settings.dInitialVelocity / 100.0 * maximum;
 }
 
 void CCarCamObject::Reset(double time) {
@@ -146,7 +150,6 @@ void CCarCamObject::Reset(double time) {
   state.randomValue_steeringNoise = kSeeds[2] + m_settings.iRandomSeedAdder;
   cCarCam.Reset(FindBase(time, bottoms));
   cCarCam.StartAt(StartGas(time), m_pInterface->GetFrameDuration());
-  m_firstFrame = true;
   for (int i = 0; i < kWheelCount; ++i) {
     const Matrix relocator = m_wheels[i]->relocator.ReadMatrix(time);
     state.wheels[i].bottom = bottoms[i];
@@ -161,7 +164,6 @@ void CCarCamObject::Reset(double time) {
 }
 
 void CCarCamObject::Resume(double time) {
-  m_firstFrame = false;
   cCarCam.geometry = m_memory.geometry;
   cCarCam.state = m_memory.At(time);
   // A user who has moved the whole car since finds the take going on from where it is now.
@@ -195,12 +197,6 @@ void CCarCamObject::Step(double time) {
   const double dt = m_pInterface->GetFrameDuration();
   const double before = FrameBefore(time, dt);
   ReadInputs();
-  // A pedal that is down when a take begins starts the car at its speed. It is the first frame's
-  // input that counts: that of the start itself is not recorded, and no resimulation could see it.
-  const double pedal = cCarCam.input[kGasPedal];
-  if (m_firstFrame && std::abs(pedal) > kStartInput)
-    cCarCam.StartAt(pedal * m_settings.channels[kGasPedal].maximum, dt);
-  m_firstFrame = false;
   if (m_settings.bAutonomousMode)
     cCarCam.SteerTowards(m_target.ReadMatrix(before).translation(), dt);
   ReadGravity(before);

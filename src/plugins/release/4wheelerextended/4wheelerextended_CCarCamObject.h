@@ -126,7 +126,6 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   std::array<unidevice::Property*, kChannelCount> m_inputs{};  ///< the instance's
   std::vector<std::unique_ptr<unidevice::Property>> m_outputs;
   bool m_inTake = false;
-  bool m_firstFrame = false;  ///< of a take that starts anew
   bool m_reinitialize = false;
   bool m_reportedSurface = false;
 

@@ -17,8 +17,6 @@ const char kFastRays[] = "Use Fast Ray Cast";
 const char kStoreGround[] = "Store Ground Mesh Data";
 constexpr double kInputExponent = 1.3;
 constexpr double kMostMaximum = 1e6;
-/// Instance extension by which a rig shows a property as an output.
-constexpr int kPublishOutput = 40;
 
 struct ChannelText {
   const char* name;

@@ -154,6 +154,7 @@ Transform CCarCamObject::FindBase(double time, Vector bottoms[kWheelCount]) cons
 
 void CCarCamObject::WarnOfRigging(double time) {
   for (auto& wheel : m_wheels) {
+    if (!wheel->center.IsBound()) continue;
     const Vector apart = wheel->relocator.ReadMatrix(time).translation() -
                          wheel->center.ReadMatrix(time).translation();
     if (apart.length() <= kRelocated * cCarCam.geometry.scale) continue;
