@@ -17,6 +17,9 @@ namespace {
 constexpr double kWorldHalfSize = 1000.0;  ///< m
 constexpr unsigned short kHandles = 16384;
 constexpr int kSolverIterations = 10;
+/// Part of a triangle's size that a ray may pass beside it and still be put to Bullet's own test,
+/// which forgives ten times less.
+constexpr double kEdgeSlack = 1e-3;
 
 btVector3 ToBullet(const Vector& v) {
   return {v.x, v.y, v.z};
@@ -55,17 +58,45 @@ struct Gatherer : btTriangleCallback {
 }  // namespace
 
 void NearGround::Add(const Vector& a, const Vector& b, const Vector& c) {
-  m_triangles.push_back({{a, b, c}, (b - a).cross(c - a)});
+  Triangle triangle{{a, b, c}, (b - a).cross(c - a), a, a};
+  for (int i = 0; i < 3; ++i) {
+    const auto [low, high] = std::minmax({a[i], b[i], c[i]});
+    triangle.low[i] = low;
+    triangle.high[i] = high;
+  }
+  const double slack = kEdgeSlack * (triangle.high - triangle.low).length();
+  triangle.low -= Vector(slack, slack, slack);
+  triangle.high += Vector(slack, slack, slack);
+  m_triangles.push_back(triangle);
+}
+
+/// Index of the first triangle from `index` on that the ray along `way` may hit.
+std::size_t NearGround::NextCrossed(std::size_t index, const Vector& origin,
+                                    const Vector& way) const {
+  for (; index < m_triangles.size(); ++index) {
+    const Triangle& triangle = m_triangles[index];
+    // Most planes lie beyond the ray's end or behind it, and most others are crossed beside the
+    // triangle.
+    const double above = (origin - triangle.corner[0]).dot(triangle.normal);
+    const double slope = way.dot(triangle.normal);
+    if (above * (above + slope) > 0.0) continue;
+    const Vector at = origin - way * (above / slope);
+    const Vector &low = triangle.low, &high = triangle.high;
+    const bool beside = at.x < low.x || at.x > high.x || at.y < low.y || at.y > high.y ||
+                        at.z < low.z || at.z > high.z;
+    if (!beside) break;
+  }
+  return index;
 }
 
 bool NearGround::Cast(const Vector& origin, const Vector& direction, double length,
                       double& distance, Vector& normal) const {
-  ClosestHit closest(ToBullet(origin), ToBullet(origin + direction * length));
-  for (const Triangle& triangle : m_triangles) {
-    // Most triangles' planes lie beyond the ray's end or behind it.
-    const double above = (origin - triangle.corner[0]).dot(triangle.normal);
-    const double below = above + direction.dot(triangle.normal) * length;
-    if ((above > 0.0) == (below > 0.0) && above != 0.0 && below != 0.0) continue;
+  const Vector way = direction * length;
+  std::size_t index = NextCrossed(0, origin, way);
+  if (index == m_triangles.size()) return false;
+  ClosestHit closest(ToBullet(origin), ToBullet(origin + way));
+  for (; index < m_triangles.size(); index = NextCrossed(index + 1, origin, way)) {
+    const Triangle& triangle = m_triangles[index];
     btVector3 corners[3] = {ToBullet(triangle.corner[0]), ToBullet(triangle.corner[1]),
                             ToBullet(triangle.corner[2])};
     closest.processTriangle(corners, 0, 0);

@@ -26,8 +26,11 @@ class NearGround {
  private:
   struct Triangle {
     Vector corner[3];
-    Vector normal;  ///< not unit
+    Vector normal;     ///< not unit
+    Vector low, high;  ///< its box, with what Bullet's test lets pass beyond its edges
   };
+  std::size_t NextCrossed(std::size_t index, const Vector& origin, const Vector& way) const;
+
   std::vector<Triangle> m_triangles;
 };
 
