@@ -264,6 +264,7 @@ struct FakeWorld {
   /// A take over the frames `first` to `last`; `beforeFrame` gets each stepped frame's index.
   void Take(int first, int last, const std::function<void(int)>& beforeFrame = {}) {
     const double dt = core.GetFrameDuration();
+    if (beforeFrame) beforeFrame(first);
     rig->Start(first * dt);
     for (int i = first + 1; i <= last; ++i) {
       if (beforeFrame) beforeFrame(i);

@@ -99,6 +99,7 @@ bool CCarCamObject::KeepsHistories() const {
 
 void CCarCamObject::Start(double time) {
   PushVariableUndo(*m_pInterface, m_memory);
+  PushVariableUndo(*m_pInterface, m_gauges);
   m_inTake = true;
   m_reportedSurface = false;
   cCarCam.spin.fill(0.0);

@@ -305,6 +305,7 @@ void CCarCamObject::OnCallback(std::string name) {
 }
 
 void CCarCamObject::OnStoreGroundMesh() {
+  if (!m_gravity.IsBound()) return;  // a scene is being opened: its save data brings the mesh
   if (!m_settings.bStoreGroundMeshData)
     m_gravity.DropStoredMesh();
   else if (!m_gravity.StoreGroundMesh())

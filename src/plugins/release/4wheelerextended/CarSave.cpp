@@ -221,7 +221,6 @@ SaveState CCarCamObject::LoadBlob() {
   sDataChunkSaveStruct fixed = Pack(settings, cCarCam.geometry);
   reader.ReadStruct("sDataChunkSaveStruct", fixed);
   if (!reader.IsGood() || !Unpack(fixed, settings, memory.geometry)) return SaveState::kDamaged;
-  ApplyOldDefaults(chunk, version, settings, memory.geometry);
   std::array<bool, kHideBoxes> hidden{};
   for (std::size_t i = 0; i < m_hideModes.GetCount(); ++i) {
     hidden[i] = m_hideModes.GetBox(i).on;
@@ -236,6 +235,9 @@ SaveState CCarCamObject::LoadBlob() {
   reader.ReadStruct("steeringWheelmInit_loc", memory.geometry.steeringWheel);
   reader.ReadStruct("driverCammInit_loc", memory.geometry.driverCam);
   memory.Load(reader);
+  // A car that was never driven has the sizes that the scene gives it.
+  if (memory.IsEmpty()) memory.geometry = cCarCam.geometry;
+  ApplyOldDefaults(chunk, version, settings, memory.geometry);
   settings.iRayMultiplier = std::clamp(settings.iRayMultiplier, 1, 1000);
   if (std::isnan(memory.dStartTime) || !IsFinite(memory.geometry.steeringWheel) ||
       !IsFinite(memory.geometry.driverCam))
