@@ -1,0 +1,185 @@
+// How the wheels meet the ground: edges, gaps, no ground, and the three casters.
+#include "rigs/CarScene.h"
+
+namespace orv::tests {
+namespace {
+
+using Vector = CarScene::Vector;
+
+constexpr double kSide = 0.783;  ///< half track (m)
+constexpr double kHalfWidth = 2.7 * 0.13 * 0.62 / 2;
+
+/// A step up of 0.12 m, 8 m ahead; its face is half a millimetre deep.
+double Kerb(double, double z) {
+  return z < -8.0 ? 0.12 : 0.0;
+}
+util::CMesh KerbMesh() {
+  return GridMesh(Kerb, Rows(-5, 5, 2), {-60, -20, -8.0005, -8, 10});
+}
+
+TEST(CarGround, AKerbIsClimbedAndHardlyEntersTheTyre) {
+  for (const double tirePressure : {0.0, 0.8}) {
+    CarScene car;
+    car.AddGround(KerbMesh());
+    car.Edit("Tire Pressure", tirePressure);
+    car.Drive(12, {{kGas, Always(0.4)}});
+    double deepest = 0.0;
+    for (int i = 0; i <= 300; ++i)
+      for (std::size_t wheel = 0; wheel < 4; ++wheel)
+        deepest = std::min(deepest, car.Clearance(wheel, i, Kerb));
+    for (const char* wheel : CarScene::kWheels)
+      EXPECT_NEAR(car.At(wheel, 300).y, 0.12 + CarScene::kRadius, 1e-4);
+    EXPECT_GT(deepest, -0.12 * CarScene::kRadius);
+    EXPECT_LT(car.At("CarBodyMesh", 300).z, -12.0);
+  }
+}
+
+TEST(CarGround, AWheelBelowTheFloorComesBackUpToTwoBodyLengths) {
+  for (const double depth : {-0.3, -1.0, -4.0}) {
+    CarScene car;
+    car.AddGround(GridMesh(Flat, Rows(-5, 5, 2), Rows(-60, 20, 4)));
+    car.Place({0, depth, 0});
+    car.Drive(6, {{kGas, Always(0.3)}});
+    for (const char* wheel : CarScene::kWheels)
+      EXPECT_NEAR(car.At(wheel, 150).y, CarScene::kRadius, 1e-4) << depth;
+  }
+}
+
+TEST(CarGround, WithoutAnyGroundACarStandsOnThePlaneOfZeroHeight) {
+  for (const Vector& place : {Vector(0, 0, 0), Vector(5000, 0.2, 0), Vector(0, 2.0, -9000)}) {
+    CarScene car;
+    car.Place(place);
+    car.Drive(10, {});
+    for (const char* wheel : CarScene::kWheels)
+      EXPECT_NEAR(car.At(wheel, 250).y, CarScene::kRadius, 1e-4) << place.y;
+  }
+}
+
+TEST(CarGround, TheFastCastersOwnPlaneEndsAtAThousandMetres) {
+  CarScene car;
+  car.Edit("Use Fast Ray Cast", 1);
+  car.Place({0, 0, -960});
+  car.Drive(12, {{kGas, PressedSoon(1)}});
+  for (int i = 1; i <= 300; ++i) {
+    const double z = car.At("CarBodyBaseMesh", i).z;
+    if (z > -998) {
+      ASSERT_EQ(car.air[i], 0) << i;
+      ASSERT_NEAR(car.At("WheelMesh_FL", i).y, CarScene::kRadius, 1e-3);
+    }
+    if (z < -1003) {
+      ASSERT_EQ(car.air[i], 15) << i;
+    }
+  }
+  EXPECT_LT(car.At("CarBodyMesh", 300).y, -5.0);
+  EXPECT_TRUE(car.messages.empty());
+}
+
+TEST(CarGround, AGapNarrowerThanAWheelCarriesIt) {
+  const auto gap = [](double, double z) { return z < -1.30 && z > -1.40 ? -1.0 : 0.0; };
+  CarScene car;
+  car.AddGround(GridMesh(gap, Rows(-5, 5, 2), {-60, -1.4005, -1.3995, -1.3005, -1.2995, 10}));
+  car.Drive(10, {});
+  for (int i = 50; i <= 250; ++i)
+    for (const char* wheel : {"WheelMesh_FL", "WheelMesh_FR"})
+      ASSERT_NEAR(car.At(wheel, i).y, CarScene::kRadius, 0.01) << i;
+  EXPECT_LT((car.At("CarBodyMesh", 250) - car.At("CarBodyMesh", 150)).length(), 1e-6);
+}
+
+TEST(CarGround, AWheelsEdgeAloneOnAKerbHoldsTheWheelByTheEdgeRays) {
+  const double edge = -kSide - kHalfWidth * 0.7;
+  const auto kerb = [&](double x, double) { return x < edge ? 0.1 : 0.0; };
+  for (const int rays : {1, 0}) {
+    CarScene car;
+    car.AddGround(GridMesh(kerb, {-5, edge - 0.0005, edge + 0.0005, 5}, Rows(-60, 10, 2)));
+    car.Edit("Cast Rays at Wheel Edges", rays);
+    car.Drive(5, {});
+    for (const char* wheel : {"WheelMesh_FL", "WheelMesh_BL"})
+      EXPECT_NEAR(car.At(wheel, 125).y, CarScene::kRadius + rays * 0.1, 0.01) << wheel;
+    EXPECT_NEAR(car.At("WheelMesh_FR", 125).y, CarScene::kRadius, 0.01);
+  }
+}
+
+/// A drive over the hills with what a caster needs set by `prepare`.
+std::unique_ptr<CarScene> DriveHills(const std::function<void(CarScene&)>& prepare) {
+  auto car = std::make_unique<CarScene>();
+  car->AddGround(GridMesh(Hills, Rows(-30, 30, 60), Rows(-100, 30, 130)));
+  car->Place({0, Hills(0, 0), 0});
+  prepare(*car);
+  car->Drive(10, {{kGas, PressedSoon(1)}, {kSteer, [](double t) { return 0.6 * std::sin(t); }}});
+  EXPECT_TRUE(car->messages.empty()) << car->messages[0];
+  return car;
+}
+using Path = std::vector<Vector>;
+Path PathOf(CarScene& car) {
+  Path path;
+  for (int i = 0; i <= 250; ++i) {
+    path.push_back(car.At("CarBodyMesh", i));
+    path.push_back(car.At("WheelMesh_FL", i));
+  }
+  return path;
+}
+double Farthest(const Path& a, const Path& b) {
+  double most = 0.0;
+  for (std::size_t i = 0; i < a.size(); ++i) most = std::max(most, (a[i] - b[i]).length());
+  return most;
+}
+
+TEST(CarGround, AllCastersGiveTheSameDriveAlsoFromAStoredMesh) {
+  for (const int rays : {10, 1}) {
+    const auto path = [&](const std::function<void(CarScene&)>& prepare) {
+      return PathOf(*DriveHills([&](CarScene& car) {
+        car.Edit("Ray Multiplier", rays);
+        prepare(car);
+      }));
+    };
+    const Path host = path([](CarScene&) {});
+    EXPECT_LT(Farthest(host, path([](CarScene& car) { car.Edit("Use Fast Ray Cast", 1); })), 1e-6);
+    // The stored ground is where it was, whatever becomes of the one in the scene.
+    const auto store = [](CarScene& car) {
+      car.Edit("Store Ground Mesh Data", 1);
+      EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
+      car.scene().find("Ground")->setPose({{0, -50, 0}, {}, {1, 1, 1}});
+      car.Reopen();
+      EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
+      car.messages.clear();
+    };
+    EXPECT_LT(Farthest(host, path([&](CarScene& car) {
+                         car.Edit("Use Fast Ray Cast", 1);
+                         store(car);
+                       })),
+              1e-6);
+    if (rays == 1) {
+      EXPECT_LT(Farthest(host, path(store)), 1e-6) << "by the tree";
+    }
+  }
+}
+
+TEST(CarGround, FastRaysOffForgetsTheStoredGround) {
+  CarScene car;
+  car.AddGround(KerbMesh());
+  car.Edit("Use Fast Ray Cast", 1);
+  car.Edit("Store Ground Mesh Data", 1);
+  car.Edit("Use Fast Ray Cast", 0);
+  EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 0);
+  EXPECT_TRUE(car.messages.empty());
+}
+
+TEST(CarGround, AGroundThatCannotBeStoredIsToldOf) {
+  CarScene car;
+  const auto refused = [&](const std::string& text) {
+    car.messages.clear();
+    car.Edit("Store Ground Mesh Data", 1);
+    EXPECT_EQ(car.messages, std::vector<std::string>{"Error: " + text});
+    EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 0);
+  };
+  car.scene().reparent(car.Find("GravityDirectionMesh"), nullptr, 0.0);
+  refused("No ground mesh available");
+  auto& locator = car.scene().addNode("Locator");
+  car.Declare(locator);
+  refused("Surface not a mesh");
+  car.AddGround({}, "Empty");
+  refused("Mesh Invalid");
+}
+
+}  // namespace
+}  // namespace orv::tests

@@ -1,0 +1,158 @@
+// The save data of a car, its own and that of older versions.
+#include "plugins/release/4wheelerextended/CarSettings.h"
+#include "rigs/CarScene.h"
+#include "support/FakeInterface.h"
+#include "util/DataChunk.h"
+
+namespace orv::tests {
+namespace {
+
+using util::DataChunk;
+
+/// What opening a car's save data gives, after `age` has made it that of another version.
+class Opened {
+ public:
+  Opened(int version, const std::function<void(DataChunk&)>& age = {})
+      : m_car(Kind("4WheelerExt")) {
+    EXPECT_EQ(m_car.rig->Create(), 0);
+    for (const auto& [label, value] : kEdits) *m_car.core.Find(label).number = value;
+    *m_car.core.Find("Use Fast Ray Cast").flag = true;
+    m_car.Take(0, 2);
+    const auto own = m_car.Save();
+    DataChunk chunk(own.data(), own.size());
+    EXPECT_EQ(chunk.name, "CarCamDataChunk8148");
+    EXPECT_EQ(chunk.getBytes("sDataChunkSaveStruct").size(), 368u);
+    chunk.name = "CarCamDataChunk" + std::to_string(version);
+    if (age) age(chunk);
+    m_opened = m_car.Reopen(chunk.flatten(), restored);
+  }
+  double operator[](const std::string& label) {
+    auto& element = m_opened->core.Find(label);
+    return element.number ? *element.number : element.flag ? *element.flag : *element.choice;
+  }
+  static void Forget(DataChunk& chunk, const std::string& key) {
+    auto& all = chunk.children;
+    all.erase(std::remove_if(all.begin(), all.end(), [&](auto& c) { return c.name == key; }),
+              all.end());
+  }
+
+  const std::map<std::string, double> kEdits{
+      {"Tire Pressure", 0.7},
+      {"Acceleration (scale relative)", 4.5},
+      {"Gravity", 2.5},
+      {"Suspension Length (Radius Relative)", 0.8},
+      {"Skid Brake Stop Factor", 0.25},
+      {"Autonomous mode follow strength", 0.75},
+      {"Back Damping", 123.0},
+      {"Ignore Sphere Radius (length relative)", 0.125},
+      {"Booster Maximum", 7.0},
+      {"Maximum Wheel Extension Velocity (Radius Rel)", 5.0}};
+  int restored = -1;
+
+ private:
+  FakeWorld m_car;
+  std::unique_ptr<FakeWorld> m_opened;
+};
+
+TEST(CarSave, PresentDataKeepsEveryValue) {
+  Opened car(8148);
+  EXPECT_EQ(car.restored, 0);
+  for (const auto& [label, value] : car.kEdits) EXPECT_EQ(car[label], value) << label;
+  EXPECT_EQ(car["Use Fast Ray Cast"], 1.0);
+}
+
+TEST(CarSave, OlderDataIsReadByItsVersion) {
+  // Meant: data of these versions snaps to edges until its user edits the value.
+  for (const int version : {8135, 8140, 8147}) EXPECT_EQ(Opened(version)["Tire Pressure"], 99.0);
+  EXPECT_EQ(Opened(8134)["Tire Pressure"], 0.7);
+  EXPECT_EQ(Opened(8136)["Acceleration (scale relative)"], 4.5);
+  EXPECT_EQ(Opened(8135,
+                   [](DataChunk& chunk) {
+                     Opened::Forget(chunk, "dGasPedalMaxRateOfChange");
+                   })["Acceleration (scale relative)"],
+            99999.0);
+  EXPECT_EQ(Opened(121,
+                   [](DataChunk& chunk) {
+                     Opened::Forget(chunk, "dFollowAccelerationMult");
+                     Opened::Forget(chunk, "dIgnoreSphereRadius");
+                   })["Ignore Sphere Radius (length relative)"],
+            0.2);
+  EXPECT_EQ(Opened(122)["Ignore Sphere Radius (length relative)"], 0.125);
+  // Counted from the body's middle then: the back wheels are half a scale behind it.
+  EXPECT_EQ(Opened(116)["Turn Base (Back Wheel Relative)"], 0.0);
+  EXPECT_NEAR(Opened(115)["Turn Base (Back Wheel Relative)"], 1.0, 1e-12);
+  Opened brakes(8101, [](DataChunk& c) { Opened::Forget(c, "dSkidBrakeStopFactor"); });
+  EXPECT_EQ(brakes["Skid Brake Stop Factor"], 0.5);
+  Opened glued(8101, [](DataChunk& chunk) {
+    Opened::Forget(chunk, "bGroundReleaseOn");
+    Opened::Forget(chunk, "dMaximumSpringChangeVelocityRel");
+  });
+  EXPECT_EQ(glued.restored, 0);
+  EXPECT_EQ(glued["Enable Wheel Ground Release"], 0.0);
+  EXPECT_EQ(glued["Suspension Length (Radius Relative)"], 0.5);
+  EXPECT_EQ(glued["Maximum Wheel Extension Velocity (Radius Rel)"], 3.0);
+}
+
+TEST(CarSave, DataOfOldCarsNeverLeavesTheGround) {
+  // A car that is glued to the ground follows it down any step.
+  const auto cliff = [](double, double z) { return z < -10 ? -3.0 : 0.0; };
+  for (const bool old : {false, true}) {
+    CarScene car;
+    car.AddGround(GridMesh(cliff, Rows(-20, 20, 2), {-90, -10.0005, -10, 20}));
+    if (old) {
+      ASSERT_EQ(car.rig->GetRig()->Store(), 0);
+      int size = 0;
+      const void* data = car.rig->GetUserData(&size);
+      DataChunk chunk(data, static_cast<std::size_t>(size));
+      Opened::Forget(chunk, "bGroundReleaseOn");
+      Opened::Forget(chunk, "cCarCambGravityOn");
+      chunk.name = "CarCamDataChunk8130";
+      const auto bytes = chunk.flatten();
+      car.rig->SetUserData(bytes.data(), static_cast<int>(bytes.size()));
+      ASSERT_EQ(car.rig->GetRig()->Restore(), 0);
+    }
+    car.Drive(6, {{kGas, PressedSoon(1)}});
+    EXPECT_EQ(std::count(car.air.begin(), car.air.end(), 15) == 0, old);
+    EXPECT_NEAR(car.At("WheelMesh_FL", 150).y, CarScene::kRadius - 3.0, 2e-3) << old;
+  }
+}
+
+TEST(CarSave, AStoredGroundIsReadFromVersion8143On) {
+  for (const auto& [version, key, kept] :
+       {std::tuple{8148, "", 1.0}, {8143, "", 1.0}, {8148, "cMesh_storedGroundMesh", 0.0}}) {
+    CarScene car;
+    auto& ground = car.AddGround(GridMesh(Flat, Rows(-20, 20, 2), Rows(-20, 20, 2)));
+    ground.setPose({{0, 2, 0}, {}, {1, 1, 1}});
+    car.Edit("Store Ground Mesh Data", 1);
+    ASSERT_EQ(car.rig->GetRig()->Store(), 0);
+    int size = 0;
+    const void* data = car.rig->GetUserData(&size);
+    DataChunk chunk(data, static_cast<std::size_t>(size));
+    EXPECT_TRUE(chunk.hasChunk("mBulletGroundMesh"));
+    Opened::Forget(chunk, key);
+    chunk.name = "CarCamDataChunk" + std::to_string(version);
+    const auto bytes = chunk.flatten();
+    car.rig->SetUserData(bytes.data(), static_cast<int>(bytes.size()));
+    ASSERT_EQ(car.rig->GetRig()->Restore(), 0);
+    EXPECT_EQ(car.Setting("Store Ground Mesh Data"), kept) << version << key;
+  }
+}
+
+TEST(CarSave, DamagedDataIsRefused) {
+  const auto damage = [](const std::string& key, const std::vector<unsigned char>& bytes) {
+    return Opened(8148,
+                  [&](DataChunk& chunk) {
+                    Opened::Forget(chunk, key);
+                    chunk.addBytes(key, bytes.data(), bytes.size());
+                  })
+        .restored;
+  };
+  EXPECT_EQ(damage("sDataChunkSaveStruct", std::vector<unsigned char>(360)), 1);
+  EXPECT_EQ(damage("sDataChunkSaveStruct", std::vector<unsigned char>(368, 0xff)), 1);
+  EXPECT_EQ(damage("bGroundReleaseOn", {2}), 1);
+  EXPECT_EQ(damage("dDegsPerRay", std::vector<unsigned char>(8, 0xff)), 1);
+  EXPECT_EQ(damage("iRandomSeedAdder", {1, 2}), 1);
+}
+
+}  // namespace
+}  // namespace orv::tests
