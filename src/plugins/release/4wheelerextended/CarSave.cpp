@@ -176,7 +176,9 @@ int ReadVersion(const std::string& name) {
 
 int CCarCamObject::Store() {
   util::DataChunk chunk = MakeSaveChunk(kChunkName, kVersion);
-  chunk.addValue("sDataChunkSaveStruct", Pack(m_settings, m_memory.geometry));
+  // A car that was not driven yet has none of its own: the scene may still change.
+  const CarGeometry geometry = m_memory.IsEmpty() ? CarGeometry() : m_memory.geometry;
+  chunk.addValue("sDataChunkSaveStruct", Pack(m_settings, geometry));
   for (const Field& field : kFields) chunk.addValue(field.key, m_settings.*field.member);
   for (const Flag& flag : kFlags) chunk.addValue(flag.key, m_settings.*flag.member);
   chunk.addValue("iRayMultiplier", m_settings.iRayMultiplier);
@@ -184,8 +186,8 @@ int CCarCamObject::Store() {
   for (std::size_t i = 0; i < m_hideModes.GetCount(); ++i)
     chunk.addValue("bHide" + std::to_string(i), m_hideModes.GetBox(i).on);
   chunk.addValue("dStartTime", m_memory.dStartTime);
-  chunk.addValue("steeringWheelmInit_loc", m_memory.geometry.steeringWheel);
-  chunk.addValue("driverCammInit_loc", m_memory.geometry.driverCam);
+  chunk.addValue("steeringWheelmInit_loc", geometry.steeringWheel);
+  chunk.addValue("driverCammInit_loc", geometry.driverCam);
   m_memory.Save(chunk);
   if (m_settings.bStoreGroundMeshData && m_gravity.HasStoredMesh()) {
     chunk.addText("cMesh_storedGroundMesh", m_gravity.cMesh_storedGroundMesh.toTag().toText());
