@@ -65,7 +65,8 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
   const std::map<std::string, std::uint64_t> golden{
       {"MotionFilterCam", 1959454311059355609u},  {"SteadyCam", 15735258135319098321u},
       {"DirectInputLink", 11983521190051260298u}, {"1DPositioner", 7706366633830842622u},
-      {"1DRotator", 18399534326298479851u},       {"1DScaler", 9117487856127847459u}};
+      {"1DRotator", 18399534326298479851u},       {"1DScaler", 9117487856127847459u},
+      {"4WheelerExt", 14057652315410992247u}};
   auto world = NewScene();
   world->Take(0, 50);
   std::uint64_t hash = 14695981039346656037u;
@@ -162,20 +163,21 @@ TEST_P(Rigs, HiddenNodesComeBackWithUndoAndAfterATake) {
     for (auto* node : world->scene().nodes()) count += !node->visible();
     return count;
   };
+  const int usually = hidden();
   for (const std::string label : {"Hide Helpers", "Hide Camera", "Hide FollowCam"}) {
     if (world->rig->GetConfig().findAll(label).empty()) continue;
     world->Edit(label, "1");
-    EXPECT_GT(hidden(), 0) << label;
+    EXPECT_GT(hidden(), usually) << label;
     ASSERT_TRUE(world->session.GetAdaptor().HostUndo());
-    EXPECT_EQ(hidden(), 0) << label;
+    EXPECT_EQ(hidden(), usually) << label;
     ASSERT_TRUE(world->session.GetAdaptor().HostRedo());
-    EXPECT_GT(hidden(), 0) << label;
+    EXPECT_GT(hidden(), usually) << label;
     world->Edit(label, "0");
-    EXPECT_EQ(hidden(), 0) << label;
+    EXPECT_EQ(hidden(), usually) << label;
   }
   world->Edit("Hide Helpers During Recording", "1");
   world->Take(0, 3);
-  EXPECT_EQ(hidden(), 0);
+  EXPECT_EQ(hidden(), usually);
 }
 
 }  // namespace
