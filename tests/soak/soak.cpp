@@ -13,8 +13,7 @@ namespace {
 
 using Vector = CarScene::Vector;
 
-/// A wheel may be deeper in the ground than its radius for ten frames of 25 a second: a soft tyre
-/// takes its time at every frame rate.
+/// A wheel may be this many frames in a row deeper in the ground than its radius.
 constexpr int kMostSunkFrames = 10;
 constexpr double kHalfGround = 150.0;  ///< m for a car of scale 1
 
@@ -124,7 +123,7 @@ class Watch {
       // Beyond the edge it falls, and may come back below the ground.
       if (std::isnan(ground)) m_onGround = false;
       m_sunk[i] = centre.y < ground ? m_sunk[i] + 1 : 0;
-      if (m_sunk[i] > kMostSunkFrames * std::max(1.0, m_car.core().GetFrameRate() / 25.0))
+      if (m_sunk[i] > kMostSunkFrames)
         return std::string(CarScene::kWheels[i]) + " is " + std::to_string(ground - centre.y) +
                " scales in the ground";
     }

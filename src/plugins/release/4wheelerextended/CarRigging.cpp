@@ -2,7 +2,7 @@
 #include <cmath>
 #include <limits>
 
-#include "plugins/common/FrameGrid.h"
+#include "core/interface/CNode.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 
@@ -165,7 +165,7 @@ Transform CCarCamObject::FindBase(double time, Vector bottoms[kWheelCount]) cons
 
 void CCarCamObject::WarnOfRigging(double time) {
   for (auto& wheel : m_wheels) {
-    if (!wheel->center.IsBound()) continue;
+    if (!wheel->center.IsBound() || !wheel->center.GetNode()->IsValid()) continue;
     const Vector apart = wheel->relocator.ReadMatrix(time).translation() -
                          wheel->center.ReadMatrix(time).translation();
     if (apart.length() <= kRelocated * cCarCam.geometry.scale) continue;
