@@ -58,8 +58,7 @@ TEST(CarRigging, ATargetUnderTheBodyIsToldOf) {
 }
 
 TEST(CarRigging, ACarWithoutAHelperDrivesAndOneWithoutItsBaseIsKeptUnopened) {
-  for (const char* gone :
-       {"TargetMesh", "FollowCam", "WheelCenterSuspensionMesh_FL", "SteeringWheelMesh"}) {
+  for (const char* gone : {"TargetMesh", "FollowCam", "WheelCenterMesh_FL", "SteeringWheelMesh"}) {
     std::unique_ptr<CarScene::Node> node;
     CarScene car;
     car.AddGround(Floor());
