@@ -87,7 +87,7 @@ bool MathScript::Factory::matches(const Element& element) const {
 MathScript* MathScript::Factory::Create(const Element& element) const {
   MathScript* const top = CreateNode(element);
   std::vector<std::pair<MathScript*, const Element*>> open;
-  if (top && TakesChildren()) open.emplace_back(top, &element);
+  if (top && GetOperandCount() != 0) open.emplace_back(top, &element);
   while (!open.empty()) {
     const auto [node, from] = open.back();
     open.pop_back();
@@ -96,7 +96,7 @@ MathScript* MathScript::Factory::Create(const Element& element) const {
       MathScript* child = factory ? factory->CreateNode(*below) : nullptr;
       if (!child) continue;
       node->addChild(child);
-      if (factory->TakesChildren()) open.emplace_back(child, below);
+      if (factory->GetOperandCount() != 0) open.emplace_back(child, below);
     }
   }
   return top;
@@ -215,7 +215,7 @@ class LeafFactory : public MathScript::Factory {
   LeafFactory(std::string keyword, Make make) : m_keyword(std::move(keyword)), m_make(make) {}
   std::string GetKeyword() const override { return m_keyword; }
   MathScript* CreateNode(const Element& element) const override { return m_make(element); }
-  bool TakesChildren() const override { return false; }
+  int GetOperandCount() const override { return 0; }
 
  private:
   const std::string m_keyword;
@@ -225,28 +225,32 @@ class LeafFactory : public MathScript::Factory {
 class SumFactory : public MathScript::Factory {
  public:
   std::string GetKeyword() const override { return "sum"; }
+  int GetOperandCount() const override { return kAnyNumber; }
   MathScript* CreateNode(const Element&) const override { return new Sum; }
 };
 
 template <class T>
 class FunctionFactory : public MathScript::Factory {
  public:
-  explicit FunctionFactory(std::string keyword) : m_keyword(std::move(keyword)) {}
+  FunctionFactory(std::string keyword, int operands)
+      : m_keyword(std::move(keyword)), m_operands(operands) {}
   std::string GetKeyword() const override { return m_keyword; }
+  int GetOperandCount() const override { return m_operands; }
   MathScript* CreateNode(const Element&) const override { return new T(m_keyword); }
 
  private:
   const std::string m_keyword;
+  const int m_operands;
 };
 
 template <class Op>
 void AddBinary(const char* keyword) {
-  Factories::instance().add(new FunctionFactory<BinaryFunction<Op>>(keyword));
+  Factories::instance().add(new FunctionFactory<BinaryFunction<Op>>(keyword, 2));
 }
 
 template <class Op>
 void AddUnary(const char* keyword) {
-  Factories::instance().add(new FunctionFactory<UnaryFunction<Op>>(keyword));
+  Factories::instance().add(new FunctionFactory<UnaryFunction<Op>>(keyword, 1));
 }
 
 bool Register() {

@@ -30,8 +30,9 @@ class MathScript : public util::DynamicObject, public util::Composite_Dynamic<Ma
     virtual std::string GetKeyword() const = 0;
     /// The node of `element` alone, without what stands below it. The caller owns it.
     virtual MathScript* CreateNode(const util::xml::Element& element) const = 0;
-    /// Whether `Create` builds nodes of the element's children.
-    virtual bool TakesChildren() const { return true; }
+    /// Number of children that such a node evaluates, or kAnyNumber. With 0 none are built.
+    virtual int GetOperandCount() const = 0;
+    static constexpr int kAnyNumber = -1;
 
     /// The node of `element` and, below it, the nodes of the element's children. A child whose name
     /// no factory knows adds no child. The caller owns the tree.
