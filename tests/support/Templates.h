@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -15,30 +16,34 @@
 namespace orv::tests {
 
 /// One factory a file; they live as long as the process.
-inline const std::vector<rws::CCameraPlugin*>& ShippedTemplates() {
-  static const std::vector<rws::CCameraPlugin*> kinds = [] {
+inline std::vector<rws::CCameraPlugin*> ShippedTemplates() {
+  struct End {
+    void operator()(rws::CCameraPlugin* kind) const { kind->Destroy(); }
+  };
+  static std::vector<std::unique_ptr<rws::CCameraPlugin, End>> kinds;
+  if (kinds.empty()) {
     std::vector<std::filesystem::path> files;
     for (const auto& entry :
          std::filesystem::directory_iterator(std::string(ORV_SOURCE_DIR) + "/data/templates"))
       if (entry.path().extension() == ".xml") files.push_back(entry.path());
     std::sort(files.begin(), files.end());
-    std::vector<rws::CCameraPlugin*> made;
     for (const auto& file : files) {
       std::ifstream in(file, std::ios::binary);
       std::string element, reason;
-      made.push_back(rws::addon::MakeTemplatePlugin(
+      kinds.emplace_back(rws::addon::MakeTemplatePlugin(
           {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()}, element, reason));
-      if (!made.back()) throw std::runtime_error(file.string() + ": " + element + ": " + reason);
+      if (!kinds.back()) throw std::runtime_error(file.string() + ": " + element + ": " + reason);
     }
-    return made;
-  }();
-  return kinds;
+  }
+  std::vector<rws::CCameraPlugin*> list;
+  for (const auto& kind : kinds) list.push_back(kind.get());
+  return list;
 }
 
 /// The compiled rigs and the templates.
 inline std::vector<rws::CCameraPlugin*> AllKinds() {
   std::vector<rws::CCameraPlugin*> kinds = rws::addon::AllRigs();
-  kinds.insert(kinds.end(), ShippedTemplates().begin(), ShippedTemplates().end());
+  for (rws::CCameraPlugin* kind : ShippedTemplates()) kinds.push_back(kind);
   return kinds;
 }
 
