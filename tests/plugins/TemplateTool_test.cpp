@@ -205,6 +205,20 @@ TEST(TemplateTool, ATakeGoesOnWhereOneStoodAndElseBeginsAtTheStartOrTheNode) {
   EXPECT_NEAR(xAt(92), 0.08 + 9 * 0.04, 1e-9);
 }
 
+TEST(TemplateTool, AChangedFileFindsTheMemoriesOfAnOldSceneByTheirNames) {
+  const std::string way = Output("translate x", kIntegrator);
+  const PluginPtr old = WithOutputs(way);
+  const PluginPtr changed = WithOutputs(Output("translate y", "<before>new</before>") +
+                                        "<output name=\"new\"><before/></output>" + way);
+  NewWorld before(*old), after(*changed);
+  before.Take(0, 10);
+  after.core.blob = before.Save();
+  after.Node("Cam").keys = before.Node("Cam").keys;
+  ASSERT_EQ(after.rig->Restore(), 0);
+  after.Take(10, 12);
+  EXPECT_NEAR(after.Place("Cam", 12).x, 12 * 0.08, 1e-9);
+}
+
 TEST(TemplateTool, WhatIsNoNumberIsPassedOnAndLeavesTheMemoryWhole) {
   const PluginPtr kind = WithOutputs(
       Output("translate x", "<add><before/><inv><parameter>in</parameter></inv></add>") +
