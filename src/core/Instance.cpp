@@ -31,6 +31,7 @@ constexpr unsigned kLiveSpinnerKinds = 2 | 4 | 8;
 enum InstanceExtension : int {
   kReadUserData = 38,
   kEraseUserData = 39,
+  kPublishOutput = 40,
   kAppendControl = 41,
   kReservedTemplateCall = 43,
   kReservedTemplateCall2 = 55,
@@ -139,6 +140,10 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
     case kEraseUserData:
       ClearUserData();
       return 1;
+    case kPublishOutput:
+      if (!a) return 0;
+      m_outputs.push_back(static_cast<unidevice::Property*>(a));
+      return 1;
     case kAppendControl:
       return reinterpret_cast<std::intptr_t>(
           AddControl(a ? *static_cast<const std::string*>(a) : std::string()));
@@ -158,8 +163,8 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
 }
 
 void Instance::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(),
-             {kAppendControl, kReservedTemplateCall, kPlainCall, kReadUserData, kEraseUserData});
+  out.insert(out.end(), {kPublishOutput, kAppendControl, kReservedTemplateCall, kPlainCall,
+                         kReadUserData, kEraseUserData});
 }
 
 // --- inputs and configuration ---

@@ -102,6 +102,8 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::string ReadRecord(const util::xml::Element& record);
 
   // CExtendable
+  /// Read-only numbers that the rig publishes, as properties whose `read` gives them; the rig's.
+  const std::vector<unidevice::Property*>& GetOutputs() const { return m_outputs; }
   std::intptr_t Extension(int code, void* a, void* b) override;
   void GetExtensions(std::vector<int>& out) override;
 
@@ -183,6 +185,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
 
   AdaptorInterface& Adaptor() const;
   void AddLiveSpinner(int elementId, const std::string& label);
+  void StartTracks(double t);
   void StartLiveSpinners();
   void StopLiveSpinners();
   void ApplyLiveSpinners();
@@ -198,6 +201,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   Tool* m_pTool;  ///< not owned
   bool m_bTouched = false;
   unidevice::PropertyHandler m_properties;
+  std::vector<unidevice::Property*> m_outputs;  ///< the rig's
   std::vector<util::AVar_Linear<double>> m_tracks;
   std::deque<ControlHolder> m_savedControls;  ///< set aside while a resimulation runs
   std::vector<std::unique_ptr<unidevice::Control>> m_temporaryControls;

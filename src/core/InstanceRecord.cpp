@@ -27,6 +27,8 @@ constexpr char kConfigProfile[] = "configprofile";
 constexpr char kInputProfile[] = "inputprofile";
 constexpr char kTracks[] = "tracks";
 constexpr char kTrack[] = "track";
+constexpr char kOutputs[] = "outputs";
+constexpr char kOutput[] = "output";
 constexpr char kLiveSpinners[] = "livespinners";
 constexpr char kLiveSpinner[] = "livespinner";
 constexpr char kNodeInfo[] = "nodeinfo";
@@ -55,6 +57,17 @@ bool IsSound(const util::AVar_Linear<double>& track) {
     if (i > 0 && !(sample.time > track.samples[i - 1].time)) return false;
   }
   return true;
+}
+
+Tag OutputsTag(const std::vector<unidevice::Property*>& properties) {
+  Tag outputs(kOutputs);
+  for (const unidevice::Property* property : properties) {
+    Tag tag(kOutput);
+    tag.setAttribute("name", property->name);
+    tag.setAttribute("value", util::exactText(property->read()));
+    outputs.emplaceChild(std::move(tag));
+  }
+  return outputs;
 }
 
 /// Calls `use` with each child tag of this name, in order.
@@ -98,6 +111,7 @@ void Instance::WriteRecord(Tag& out) const {
   inputs.emplaceChild(std::move(profile));
   out.emplaceChild(std::move(inputs));
   out.emplaceChild(std::move(tracks));
+  if (!m_outputs.empty()) out.emplaceChild(OutputsTag(m_outputs));
 
   Tag spinners(kLiveSpinners);
   for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
@@ -149,6 +163,14 @@ std::string Instance::ReadRecord(const Element& record) {
       if (track.flatSize() == bytes.size() && IsSound(track)) return;
       track.samples.clear();
       problem = "the recorded track of the input \"" + input + "\" is damaged";
+    }
+  });
+
+  ForEach(record.child(kOutputs), kOutput, [&](const Element& tag) {
+    for (unidevice::Property* output : m_outputs) {
+      if (output->name != tag.attribute("name")) continue;
+      if (!util::parseNumber(tag.attribute("value"), output->offset))
+        problem = "the output \"" + output->name + "\" holds no number";
     }
   });
 

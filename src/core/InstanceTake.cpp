@@ -31,6 +31,8 @@ void PrefetchLines(const void* object, std::size_t size) {
 
 void Instance::Start(double t) {
   StartLiveSpinners();
+  for (unidevice::Property* output : m_outputs)
+    PushUndo(new CVariableModUndo<double>(&output->offset));
   m_pRig->Start(t);
   const std::vector<CoreNode*> nodes = GetNodes();
   for (CoreNode* node : nodes) node->StartTake(t);

@@ -78,6 +78,7 @@ TEST_F(BadInput, WhatTheCommandLineAloneShowsEndsWithTwo) {
       {{"export", "cam.glb", "-o", "x.glb"}, 2, {"--clean"}},
       {{"export", "cam.glb", "--clean", "-o", "x.csv"}, 2, {".glb"}},
       {{"plot", "cam.glb", "-o", "x.pdf"}, 2, {".svg"}},
+      {{"plot", "a", "b", "c", "d", "e", "f", "g", "h", "i", "-o", "x.svg"}, 2, {"8 scenes"}},
   });
 }
 
@@ -127,6 +128,7 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
       {{"export", "cam.glb", "--clean", "-o", "no/x.glb"}, 1, {"no/x.glb"}},
       {{"plot", "cam.glb", "-o", "no/x.svg"}, 1, {"no/x.svg"}},
       {{"plot", "shot.glb", "-o", "x.svg"}, 1, {"no rig"}},
+      {{"plot", "cam.glb", "shot.glb", "-o", "x.svg"}, 1, {"shot.glb", "no rig"}},
   });
 }
 

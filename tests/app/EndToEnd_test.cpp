@@ -211,6 +211,28 @@ TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
   EXPECT_EQ(folder.Read("a.png").substr(0, 8), "\x89PNG\r\n\x1a\n");
   EXPECT_TRUE(ok({"plot", "cam.glb", "-o", "/dev/stdout"}) == svg);
 
+  // Two scenes of which one moves three times as far: side by side, with the same speeds beside
+  // both.
+  ok({"place", "cam.glb", "Cam_FollowCam", "--translate", "0,0,9", "-o", "far.glb"});
+  ok({"resim", "far.glb", "--range", "0:2", "-o", "far.glb"});
+  const std::string both = ok({"plot", "cam.glb", "far.glb", "-o", "/dev/stdout"});
+  const std::string profile = json({"info", "cam.glb"})["rigs"][0]["profile"];
+  for (const std::string& text : {"cam.glb: " + profile, "far.glb: " + profile})
+    EXPECT_NE(both.find(text), std::string::npos) << text;
+  const auto numbersOf = [](const std::string& picture, std::size_t from) {
+    std::vector<std::string> numbers;  // beside the speeds: those that end at the next title
+    const std::size_t title = picture.find("Speed (m/s)", from);
+    const std::string part = picture.substr(title, picture.find("Turn speed", title) - title);
+    const std::regex number(">(-?[0-9.]+)</text>");
+    for (std::sregex_iterator at(part.begin(), part.end(), number), end; at != end; ++at)
+      numbers.push_back((*at)[1]);
+    return numbers;
+  };
+  const auto left = numbersOf(both, 0);
+  EXPECT_GT(left.size(), 2u);
+  EXPECT_EQ(left, numbersOf(both, both.find("Speed (m/s)") + 1));
+  EXPECT_NE(left, numbersOf(svg, 0)) << "alone it has another scale";
+
   // Ten paths, and so ten pairs of colour and dashes among the legend's lines.
   for (int i = 0; i < 4; ++i) ok({"clone", "cam.glb", "Cam", "-o", "cam.glb"});
   for (int i = 1; i <= 4; ++i)
@@ -224,6 +246,32 @@ TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
   for (std::sregex_iterator at(many.begin(), many.end(), line), end; at != end; ++at)
     looks.insert((*at)[1].str() + (*at)[2].str());
   EXPECT_EQ(looks.size(), 10u);
+}
+
+TEST_F(EndToEnd, ACarLeavesItsGaugesOutputsAndWheelCurves) {
+  folder.Write("gas.csv",
+               "time,Gas Pedal (Forw/Backw),Steering Wheel (Right/Left)\n0,1,0\n2,1,0.6\n");
+  ok({"add", "shot.glb", "4WheelerExt", "--name", "Car", "-o", "car.glb"});
+  for (const auto& output : json({"info", "car.glb"})["rigs"][0]["outputs"])
+    EXPECT_EQ(output["value"], 0.0) << output["name"];
+  ok({"resim", "car.glb", "--inputs", "gas.csv", "--range", "0:2", "-o", "car.glb"});
+  const auto rig = json({"info", "car.glb"})["rigs"][0];
+  ASSERT_EQ(rig["outputs"].size(), 7u);
+  std::map<std::string, double> gauges, outputs;
+  for (const auto& p : rig["parameters"])
+    if (p["value"].is_number()) gauges[p["label"]] = p["value"];
+  for (const auto& output : rig["outputs"]) outputs[output["name"]] = output["value"];
+  EXPECT_GT(outputs.at("Velocity"), 0.0);
+  EXPECT_EQ(outputs.at("Velocity"), gauges.at("Current Velocity"));
+  EXPECT_EQ(outputs.at("Velocity (Percent of Max)"), gauges.at("Current Velocity (% of max)"));
+  EXPECT_GT(outputs.at("Steering Angle"), 0.0) << "to the right";
+  EXPECT_NE(ok({"info", "car.glb"}).find("Outputs: name, value"), std::string::npos);
+
+  const std::string svg = ok({"plot", "car.glb", "-o", "/dev/stdout"});
+  for (const char* text : {"Suspension travel (m)", "Steering of the front wheels", "front left",
+                           "front right", "back left", "back right", "Gas Pedal (Forw/Backw)"})
+    EXPECT_NE(svg.find(text), std::string::npos) << text;
+  EXPECT_EQ(svg.find("ChassisRelocator"), std::string::npos) << "a car follows nothing";
 }
 
 TEST_F(EndToEnd, ProfilesAreSavedAppliedAndDeleted) {

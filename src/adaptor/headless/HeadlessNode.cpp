@@ -91,6 +91,8 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
       return 1;
     case kHandOver:
       return SetParent(static_cast<CNode*>(a)) ? 1 : -1;
+    case kIsSameNode:
+      return IsSame(static_cast<CNode*>(a)) ? 1 : -1;
     case kRename:
       return a && Rename(*static_cast<const std::string*>(a)) ? 1 : -1;
     default:
@@ -100,7 +102,7 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
 
 void HeadlessNode::GetExtensions(std::vector<int>& out) {
   out.insert(out.end(), {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys,
-                         kForgetShapeKeys, kHandOver, kRename, kWrittenByRig});
+                         kForgetShapeKeys, kHandOver, kRename, kWrittenByRig, kIsSameNode});
 }
 
 // --- the tree ---

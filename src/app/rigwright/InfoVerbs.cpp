@@ -164,11 +164,15 @@ Json rigJson(Instance& rig) {
                       {"mapping", mappingJson(*entries[i].second)},
                       {"samples", sampleCount(rig, i)}});
   }
+  Json outputs = Json::array();
+  for (const Property* output : rig.GetOutputs())
+    outputs.push_back({{"name", output->name}, {"value", output->read()}});
   return {{"name", rig.GetInstanceName()},
           {"kind", rig.GetTool()->GetDisplayId()},
           {"profile", rig.GetCurrentProfile()},
           {"parameters", parameters},
-          {"inputs", inputs}};
+          {"inputs", inputs},
+          {"outputs", outputs}};
 }
 
 void tellNodes(Output& out, const rws::adaptor::headless::Scene& scene) {
@@ -202,6 +206,11 @@ void tellRig(Output& out, Instance& rig) {
                 std::to_string(sampleCount(rig, i)) + " samples"});
   if (!inputs.empty()) out.line("  Inputs: name, control, curve, recorded");
   for (const std::string& line : inputs.lines("    ")) out.line(line);
+  Table outputs;
+  for (const Property* output : rig.GetOutputs())
+    outputs.add({output->name, util::shortText(output->read())});
+  if (!outputs.empty()) out.line("  Outputs: name, value in the latest frame");
+  for (const std::string& line : outputs.lines("    ")) out.line(line);
 }
 
 void runInfo(Program& program, const std::string& path) {

@@ -30,16 +30,23 @@ struct PlotPanel {
   bool fromZero = true;      ///< the axis of the values shows 0
 };
 
-/// A whole page. Paths and curves of one node share a pen: that of the path's place.
+/// One scene. Paths and curves of one node share a pen: that of the path's place.
 struct PlotData {
-  std::string title;
-  std::string subtitle;
-  double start = 0.0;  ///< s
+  std::string heading;  ///< over the scene's column; may be empty
+  double start = 0.0;   ///< s
   double end = 0.0;
   std::vector<double> times;    ///< of all points of the paths, rising
   std::vector<PlotPath> paths;  ///< chief nodes first, each before what it follows
   std::vector<bool> chief;      ///< which of the paths carry time marks
   std::vector<PlotPanel> panels;
+};
+
+/// A whole page: scenes side by side. Panels of one title stand in one row and show the same
+/// values.
+struct PlotSheet {
+  std::string title;
+  std::string subtitle;
+  std::vector<PlotData> scenes;  ///< at least one
 };
 
 }  // namespace orv::app

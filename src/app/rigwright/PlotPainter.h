@@ -5,11 +5,12 @@
 
 namespace orv::app {
 
-struct PlotData;
+struct PlotSheet;
 
-/// Draws `data` as SVG. Needs a QGuiApplication. The same data gives the same bytes on one machine.
-std::string drawSvg(const PlotData& data);
+/// Draws `sheet` as SVG. Needs a QGuiApplication. The same data gives the same bytes on one
+/// machine.
+std::string drawSvg(const PlotSheet& sheet);
 /// The same picture as PNG, at twice the resolution. Empty when the encoder failed.
-std::string drawPng(const PlotData& data);
+std::string drawPng(const PlotSheet& sheet);
 
 }  // namespace orv::app

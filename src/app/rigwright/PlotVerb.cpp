@@ -5,13 +5,15 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
+#include "adaptor/headless/SceneNode.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/FrameTimes.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/PlotData.h"
 #include "app/rigwright/PlotPainter.h"
+#include "app/rigwright/PlotSubject.h"
+#include "app/rigwright/PlotWheels.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/RunRigs.h"
 #include "app/rigwright/SceneJob.h"
@@ -19,7 +21,6 @@
 #include "app/rigwright/Verbs.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
-#include "core/Tool.h"
 #include "unidevice/Property.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
@@ -28,7 +29,6 @@ namespace orv::app {
 
 namespace {
 
-using rws::adaptor::headless::HeadlessNode;
 using rws::adaptor::headless::SceneNode;
 using rws::core::Instance;
 using Matrix = util::Matrix<double>;
@@ -36,59 +36,12 @@ using Quat = util::Quat<double>;
 using Vector = util::Vector3<double>;
 
 struct PlotOptions {
-  std::string scene, rig, range, output;
+  std::vector<std::string> scenes;
+  std::string rig, range, output;
 };
 
+constexpr int kMostScenes = 8;          ///< that a page has room for
 constexpr std::size_t kMostInputs = 7;  ///< curves that can be told apart in one panel
-
-/// What a rig moves, and what that follows.
-struct Subject {
-  Instance* rig = nullptr;
-  SceneNode* chief = nullptr;
-  SceneNode* followed = nullptr;  ///< null when there is nothing
-  std::vector<Matrix> chiefPoses, followedPoses;
-};
-
-std::vector<SceneNode*> sceneNodesOf(const Instance& rig) {
-  std::vector<SceneNode*> nodes;
-  for (rws::core::CoreNode* node : rig.GetNodes())
-    if (SceneNode* own = static_cast<HeadlessNode*>(node)->GetSceneNode()) nodes.push_back(own);
-  return nodes;
-}
-
-std::vector<Matrix> posesOf(const SceneNode& node, const std::vector<double>& times) {
-  std::vector<Matrix> poses;
-  for (const double time : times) poses.push_back(node.worldMatrix(time));
-  return poses;
-}
-
-bool moves(const std::vector<Matrix>& poses) {
-  return std::any_of(poses.begin(), poses.end(),
-                     [&](const Matrix& pose) { return pose != poses.front(); });
-}
-
-/// The chief node is the first that the rig has keyed; what it follows, the first other one that
-/// moves without being carried by it.
-Subject subjectOf(Instance& rig, const std::vector<double>& times) {
-  Subject subject;
-  subject.rig = &rig;
-  const std::vector<SceneNode*> nodes = sceneNodesOf(rig);
-  for (SceneNode* node : nodes)
-    if (!subject.chief && node->hasKeys()) subject.chief = node;
-  for (SceneNode* node : nodes)
-    if (!subject.chief && moves(posesOf(*node, times))) subject.chief = node;
-  if (!subject.chief && !nodes.empty()) subject.chief = nodes.front();
-  if (!subject.chief) return subject;
-  subject.chiefPoses = posesOf(*subject.chief, times);
-  for (SceneNode* node : nodes) {
-    if (node->isUnder(*subject.chief)) continue;
-    subject.followedPoses = posesOf(*node, times);
-    if (!moves(subject.followedPoses)) continue;
-    subject.followed = node;
-    break;
-  }
-  return subject;
-}
 
 PlotPath pathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
   PlotPath path;
@@ -149,19 +102,13 @@ bool hasMovement(const PlotPanel& panel) {
   return false;
 }
 
-bool isCamera(const Instance& rig) {
-  std::vector<std::string> categories;
-  rig.GetTool()->GetCategories(categories);
-  return std::find(categories.begin(), categories.end(), "Camera") != categories.end();
-}
-
 /// How far the follower is from what it follows.
-void addDifferences(PlotData& data, const std::vector<Subject>& subjects) {
+void addDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
   PlotPanel position{"Distance to what it follows", "m", {}, {}};
   PlotPanel rotation{"Turn against what it follows", "degrees", {}, {}};
   int colour = 0;
-  for (const Subject& subject : subjects) {
-    if (subject.followed && isCamera(*subject.rig)) {
+  for (const PlotSubject& subject : subjects) {
+    if (subject.followed && isCameraRig(*subject.rig)) {
       PlotCurve far{subject.chief->name(), data.times, {}};
       PlotCurve turned = far;
       for (std::size_t i = 0; i < data.times.size(); ++i) {
@@ -180,10 +127,10 @@ void addDifferences(PlotData& data, const std::vector<Subject>& subjects) {
   data.panels.push_back(std::move(rotation));
 }
 
-void addInputs(PlotData& data, const std::vector<Subject>& subjects, Output& out) {
+void addInputs(PlotData& data, const std::vector<PlotSubject>& subjects, Output& out) {
   PlotPanel panel{"Recorded inputs", "", {}, {}};
   std::size_t left = 0;
-  for (const Subject& subject : subjects) {
+  for (const PlotSubject& subject : subjects) {
     const auto& entries = subject.rig->GetProperties().entries;
     const auto& tracks = subject.rig->GetTracks();
     for (std::size_t i = 0; i < entries.size() && i < tracks.size(); ++i) {
@@ -197,7 +144,7 @@ void addInputs(PlotData& data, const std::vector<Subject>& subjects, Output& out
       }
       PlotCurve curve;
       curve.name = (subjects.size() > 1 ? subject.rig->GetInstanceName() + ":" : std::string()) +
-                   entries[i].second->displayName;
+                   entries[i].first;
       for (const auto& sample : samples) {
         curve.times.push_back(sample.time);
         curve.values.push_back(sample.value);
@@ -210,9 +157,9 @@ void addInputs(PlotData& data, const std::vector<Subject>& subjects, Output& out
 }
 
 /// Paths, heights and speeds.
-void addMovement(PlotData& data, const std::vector<Subject>& subjects) {
+void addMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
   std::vector<const std::vector<Matrix>*> poses;
-  for (const Subject& subject : subjects) {
+  for (const PlotSubject& subject : subjects) {
     data.paths.push_back(pathOf(*subject.chief, subject.chiefPoses));
     data.chief.push_back(true);
     poses.push_back(&subject.chiefPoses);
@@ -236,42 +183,77 @@ void addMovement(PlotData& data, const std::vector<Subject>& subjects) {
   if (hasMovement(turn)) data.panels.push_back(std::move(turn));
 }
 
-PlotData gather(SceneJob& job, const PlotOptions& options) {
+/// The part of a page that shows one scene, and what to say of the whole.
+struct Gathered {
+  PlotData data;
+  std::string rigs;      ///< their names
+  std::string profiles;  ///< of the rigs, as a heading has them
+  std::string frames;    ///< which times are shown
+};
+
+Gathered gather(SceneJob& job, const PlotOptions& options) {
   const auto& scene = job.scene();
   const TimeSpan span = spanOf(scene, options.range);
-  PlotData data;
+  Gathered result;
+  PlotData& data = result.data;
   data.start = span.from;
   data.end = span.to;
   const FrameTimes frames(span.from, span.to, scene.frameDuration());
   for (long i = 0; i < frames.count(); ++i) data.times.push_back(frames.time(frames.first + i));
-  if (data.times.empty()) throw Failure(options.scene, "there is no frame in the range");
+  if (data.times.empty()) throw Failure(job.path(), "there is no frame in the range");
   const std::vector<Instance*> rigs =
       options.rig.empty() ? job.core().List(false) : std::vector<Instance*>{&job.rig(options.rig)};
-  std::vector<Subject> subjects;
+  std::vector<PlotSubject> subjects;
   for (Instance* rig : rigs) {
     checkInterrupt();
-    Subject subject = subjectOf(*rig, data.times);
+    PlotSubject subject = plotSubjectOf(*rig, data.times);
     if (subject.chief) subjects.push_back(std::move(subject));
   }
   if (subjects.empty())
-    throw Failure(options.scene, "the scene has no rig to plot", "create one with rigwright add");
+    throw Failure(job.path(), "the scene has no rig to plot", "create one with rigwright add");
 
   addMovement(data, subjects);
-  std::vector<std::string> names;
-  for (const Subject& subject : subjects) names.push_back(subject.rig->GetInstanceName());
-  data.title = joined(names);
-  data.subtitle = fileNameOf(options.scene) + ", top view and curves, " +
-                  util::shortText(span.from) + " to " + util::shortText(span.to) + " s at " +
-                  util::shortText(scene.frameRate()) + " frames/s";
   addDifferences(data, subjects);
+  addWheels(data, subjects, job.program().output());
   addInputs(data, subjects, job.program().output());
-  return data;
+  std::vector<std::string> names, profiles;
+  for (const PlotSubject& subject : subjects) {
+    names.push_back(subject.rig->GetInstanceName());
+    profiles.push_back(subject.rig->GetCurrentProfile());
+  }
+  result.rigs = joined(names);
+  result.profiles = joined(profiles);
+  result.frames = util::shortText(span.from) + " to " + util::shortText(span.to) + " s at " +
+                  util::shortText(scene.frameRate()) + " frames/s";
+  return result;
+}
+
+PlotSheet sheetOf(Program& program, const PlotOptions& options) {
+  if (options.scenes.size() > kMostScenes)
+    throw WrongUsage("a page has room for " + std::to_string(kMostScenes) + " scenes");
+  PlotSheet sheet;
+  std::vector<std::string> titles;
+  for (const std::string& path : options.scenes) {
+    SceneJob job(program, path);
+    Gathered scene = gather(job, options);
+    if (options.scenes.size() == 1) {
+      sheet.title = scene.rigs;
+      sheet.subtitle = fileNameOf(path) + ", top view and curves, " + scene.frames;
+    } else {
+      scene.data.heading = fileNameOf(path) + ": " + scene.profiles;
+      if (std::find(titles.begin(), titles.end(), scene.rigs) == titles.end())
+        titles.push_back(scene.rigs);
+      sheet.title = joined(titles, "; ");
+      sheet.subtitle = "top view and curves, " + scene.frames;
+    }
+    sheet.scenes.push_back(std::move(scene.data));
+  }
+  return sheet;
 }
 
 void runPlot(Program& program, const PlotOptions& options) {
-  SceneJob job(program, options.scene);
-  const PlotData data = gather(job, options);
-  const std::string picture = endingOf(options.output) == ".png" ? drawPng(data) : drawSvg(data);
+  const PlotSheet sheet = sheetOf(program, options);
+  const std::string picture = endingOf(options.output) == ".png" ? drawPng(sheet) : drawSvg(sheet);
   if (picture.empty()) throw Failure(options.output, "the picture could not be made");
   checkInterrupt();
   std::string error;
@@ -301,7 +283,11 @@ void addPlotVerb(Program& program) {
       "rigwright plot out.glb --rig Cam -o paths.svg", [o](Program& p) { runPlot(p, *o); });
   program.markReadOnly(verb);
   program.markDrawing(verb);
-  addScene(verb, o->scene);
+  verb.add_option("SCENE", o->scenes, "Scene to read (.glb or .gltf); several stand side by side")
+      ->required()
+      ->type_name("")
+      ->expected(-1)
+      ->check(checkNotEmpty);
   verb.add_option("--rig", o->rig, "Only this rig (default: all)")
       ->type_name("RIG")
       ->check(checkNotEmpty);

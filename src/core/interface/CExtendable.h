@@ -32,6 +32,7 @@ enum NodeExtension : int {
   kAdaptorBookkeeping = 37,   ///< the host adaptor's own
   kWrittenByRig = 61,         ///< the rig writes this node in every frame of a take: until it first
                               ///< does, the node holds the pose of the take's start
+  kIsSameNode = 62,           ///< 1 when the CNode in `a` is the same host object, else -1
 };
 
 }  // namespace orv::rws

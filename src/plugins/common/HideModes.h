@@ -28,8 +28,12 @@ class HideModes {
 
   /// Adds a box; to be called before Define. The reference stays good.
   Box& Add(std::string label, std::string tooltip, When when, std::vector<RigSceneNode*> nodes);
+  std::size_t GetCount() const { return m_boxes.size(); }
+  Box& GetBox(std::size_t index) { return m_boxes[index]; }
   /// Declares the group "General Modes" with a check box each.
   void Define(CInterface& core, CInterface::Callback& rig);
+  /// Declares the check boxes alone, within a group of the rig's own.
+  void DefineBoxes(CInterface& core, CInterface::Callback& rig);
   /// A take begins: hides what is to be hidden during it.
   void Start();
   /// A take has ended: shows again what was hidden for it alone.

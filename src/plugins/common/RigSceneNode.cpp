@@ -29,9 +29,7 @@ int RigSceneNode::Create() {
   if (Find()) return 0;
   if (!Bind(MakeNode(Core(), m_parent ? m_parent->GetNode() : nullptr))) return 1;
   const double now = Core().GetTime();
-  const Matrix place = m_parent ? m_parent->ReadMatrix(now) : Matrix();
-  const SnapshotGuard snapshot(Core(), m_node, now);
-  if (snapshot) snapshot->SetMatrix(place.data());
+  Place(now, m_parent ? m_parent->ReadMatrix(now) : Matrix());
   return 0;
 }
 
@@ -42,6 +40,25 @@ bool RigSceneNode::Find() {
 void RigSceneNode::Delete() {
   if (m_node) Core().DeleteNode(m_node, false);
   m_node = nullptr;
+}
+
+bool RigSceneNode::Is(CNode& node) const {
+  if (!m_node) return false;
+  // Not every adaptor hands out one object per node.
+  if (node.HasExtension(kIsSameNode)) return node.Extension(kIsSameNode, m_node, nullptr) > 0;
+  return &node == m_node;
+}
+
+bool RigSceneNode::IsUnder(const RigSceneNode& above) const {
+  if (!m_node || !m_node->IsValid()) return false;
+  for (CNode* parent = m_node->GetParent(); parent;) {
+    const bool found = above.Is(*parent);
+    CNode* const next = found ? nullptr : parent->GetParent();
+    Core().ReleaseNode(static_cast<CExtendable*>(parent));
+    if (found) return true;
+    parent = next;
+  }
+  return false;
 }
 
 Matrix RigSceneNode::ReadMatrix(double time) const {
@@ -61,6 +78,11 @@ Matrix RigSceneNode::ReadLocalMatrix(double time) const {
 void RigSceneNode::WriteKey(double time, const Matrix& matrix) const {
   const SnapshotGuard snapshot(Core(), m_node, time);
   if (snapshot) snapshot->SetKey(matrix.data());
+}
+
+void RigSceneNode::Place(double time, const Matrix& matrix) const {
+  const SnapshotGuard snapshot(Core(), m_node, time);
+  if (snapshot) snapshot->SetMatrix(matrix.data());
 }
 
 void RigSceneNode::SetHidden(bool hidden) const {

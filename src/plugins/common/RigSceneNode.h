@@ -41,17 +41,24 @@ class RigSceneNode {
 
   bool IsBound() const { return m_node != nullptr; }
   CNode* GetNode() const { return m_node; }
+  /// Whether `node` is the scene node that this holds.
+  bool Is(CNode& node) const;
+  /// Whether this stands somewhere below `above` in the scene.
+  bool IsUnder(const RigSceneNode& above) const;
   /// Pose at `time`; the identity when there is none.
   util::Matrix<double> ReadMatrix(double time) const;
   /// The same relative to the node's parent.
   util::Matrix<double> ReadLocalMatrix(double time) const;
   /// Writes the pose at `time`.
   void WriteKey(double time, const util::Matrix<double>& matrix) const;
+  /// Places the node at `time` without a key.
+  void Place(double time, const util::Matrix<double>& matrix) const;
   void SetHidden(bool hidden) const;
 
  protected:
   virtual CNode* MakeNode(CInterface& core, CNode* parent) = 0;
   CInterface& Core() const;
+  CCamera& GetRig() const { return m_rig; }
 
   const std::string m_name;
 

@@ -61,6 +61,11 @@ bool IsFinite(const util::Vector3<double>& value) {
   return std::isfinite(value.x) && std::isfinite(value.y) && std::isfinite(value.z);
 }
 
+bool IsFinite(const util::Matrix<double>& value) {
+  return std::all_of(std::begin(value.m), std::end(value.m),
+                     [](double number) { return std::isfinite(number); });
+}
+
 bool IsFinite(const util::QTransform<double>& value) {
   const util::Quat<double>& q = value.rotation;
   return IsFinite(value.position) && std::isfinite(q.x) && std::isfinite(q.y) &&

@@ -1,6 +1,8 @@
 // A rig's save data: a named chunk with a version.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -70,8 +72,13 @@ class SaveReader {
 bool IsFinite(double value);
 bool IsFinite(const util::Vector3<double>& value);
 bool IsFinite(const util::QTransform<double>& value);
+bool IsFinite(const util::Matrix<double>& value);
 inline bool IsFinite(int) {
   return true;
+}
+template <std::size_t N>
+bool IsFinite(const std::array<double, N>& row) {
+  return std::all_of(row.begin(), row.end(), [](double value) { return IsFinite(value); });
 }
 
 template <class History>

@@ -3,6 +3,7 @@
 #include "plugins/release/1dpositioner/1dpositioner_C1DPositionerObject.h"
 #include "plugins/release/1drotator/1drotator_C1DRotatorObject.h"
 #include "plugins/release/1dscaler/1dscaler_C1DScalerObject.h"
+#include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
@@ -16,7 +17,9 @@ std::vector<CCameraPlugin*> AllRigs() {
   static C1DPositionerPlugin positioner;
   static C1DRotatorPlugin rotator;
   static C1DScalerPlugin scaler;
-  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner, &rotator, &scaler};
+  static CCarCamPlugin fourWheeler;
+  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner,
+          &rotator,         &scaler,    &fourWheeler};
 }
 
 }  // namespace orv::rws::addon

@@ -1,0 +1,80 @@
+#include "app/rigwright/PlotSubject.h"
+
+#include <algorithm>
+
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/SceneNode.h"
+#include "core/Instance.h"
+#include "core/Tool.h"
+
+namespace orv::app {
+
+using rws::adaptor::headless::HeadlessNode;
+using rws::adaptor::headless::SceneNode;
+using rws::core::Instance;
+using Matrix = util::Matrix<double>;
+
+namespace {
+
+std::vector<SceneNode*> sceneNodesOf(const Instance& rig) {
+  std::vector<SceneNode*> nodes;
+  for (rws::core::CoreNode* node : rig.GetNodes())
+    if (SceneNode* own = static_cast<HeadlessNode*>(node)->GetSceneNode()) nodes.push_back(own);
+  return nodes;
+}
+
+bool moves(const std::vector<Matrix>& poses) {
+  return std::any_of(poses.begin(), poses.end(),
+                     [&](const Matrix& pose) { return pose != poses.front(); });
+}
+
+bool isKeyedOrCarried(const SceneNode& node, const std::vector<SceneNode*>& nodes) {
+  return std::any_of(nodes.begin(), nodes.end(), [&](const SceneNode* other) {
+    return other->hasKeys() && node.isUnder(*other);
+  });
+}
+
+}  // namespace
+
+std::vector<Matrix> posesOf(const SceneNode& node, const std::vector<double>& times) {
+  std::vector<Matrix> poses;
+  for (const double time : times) poses.push_back(node.worldMatrix(time));
+  return poses;
+}
+
+SceneNode* rigNode(const Instance& rig, const std::string& name) {
+  for (rws::core::CoreNode* node : rig.GetNodes())
+    if (node->GetName() == name) return static_cast<HeadlessNode*>(node)->GetSceneNode();
+  return nullptr;
+}
+
+bool isCameraRig(const Instance& rig) {
+  std::vector<std::string> categories;
+  rig.GetTool()->GetCategories(categories);
+  return std::find(categories.begin(), categories.end(), "Camera") != categories.end();
+}
+
+PlotSubject plotSubjectOf(Instance& rig, const std::vector<double>& times) {
+  PlotSubject subject;
+  subject.rig = &rig;
+  const std::vector<SceneNode*> nodes = sceneNodesOf(rig);
+  for (SceneNode* node : nodes)
+    if (!subject.chief && node->hasKeys()) subject.chief = node;
+  for (SceneNode* node : nodes)
+    if (!subject.chief && moves(posesOf(*node, times))) subject.chief = node;
+  if (!subject.chief && !nodes.empty()) subject.chief = nodes.front();
+  if (!subject.chief) return subject;
+  subject.chiefPoses = posesOf(*subject.chief, times);
+  const bool isCamera = isCameraRig(rig);
+  for (SceneNode* node : nodes) {
+    if (node->isUnder(*subject.chief)) continue;
+    if (!isCamera && isKeyedOrCarried(*node, nodes)) continue;
+    subject.followedPoses = posesOf(*node, times);
+    if (!moves(subject.followedPoses)) continue;
+    subject.followed = node;
+    break;
+  }
+  return subject;
+}
+
+}  // namespace orv::app

@@ -1,0 +1,37 @@
+// What a plot shows of one rig.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "util/Matrix.h"
+
+namespace orv::rws::adaptor::headless {
+class SceneNode;
+}
+namespace orv::rws::core {
+class Instance;
+}
+
+namespace orv::app {
+
+/// What a rig moves, and what that follows. Poses are world poses, one per time of the plot.
+struct PlotSubject {
+  rws::core::Instance* rig = nullptr;
+  rws::adaptor::headless::SceneNode* chief = nullptr;     ///< null for a rig without nodes
+  rws::adaptor::headless::SceneNode* followed = nullptr;  ///< null when there is nothing
+  std::vector<util::Matrix<double>> chiefPoses, followedPoses;
+};
+
+/// The chief node is the first that the rig has keyed; what it follows, the first other one that
+/// moves without being carried by it. For rigs that are no cameras that one has no keys, and
+/// nothing that the rig keys carries it: a vehicle keys much that it does not follow.
+PlotSubject plotSubjectOf(rws::core::Instance& rig, const std::vector<double>& times);
+
+std::vector<util::Matrix<double>> posesOf(const rws::adaptor::headless::SceneNode& node,
+                                          const std::vector<double>& times);
+/// The rig's node of this name within the rig, such as "FollowCam"; null when there is none.
+rws::adaptor::headless::SceneNode* rigNode(const rws::core::Instance& rig, const std::string& name);
+bool isCameraRig(const rws::core::Instance& rig);
+
+}  // namespace orv::app

@@ -1,0 +1,321 @@
+#include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
+
+#include <cmath>
+
+#include "plugins/common/FrameGrid.h"
+#include "plugins/common/History.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/release/4wheelerextended/DisplayMeshes.h"
+
+namespace orv::rws::addon {
+
+using Matrix = CCarCamObject::Matrix;
+using Vector = CCarCamObject::Vector;
+using Quat = util::Quat<double>;
+using Transform = util::QTransform<double>;
+
+namespace {
+
+/// First seeds of gravel shake, burnout and steering noise.
+constexpr int kSeeds[] = {1000, 10000, 100000};
+/// Turn of the steering wheel for one radian of the front wheels (rad).
+constexpr double kSteeringWheelTurn = -5.0;
+/// Input above which a take starts at the speed that the pedal asks for.
+constexpr double kStartInput = 0.01;
+/// Distance in body scales by which a user has moved a car, and not rounding.
+constexpr double kMoved = 1e-6;
+
+}  // namespace
+
+CCarCamObject::WheelNodes::WheelNodes(CCarCamObject& rig, int index)
+    : relocator(rig, std::string("WheelRelocatorMesh") + kWheelSuffixes[index],
+                &rig.m_chassisRelocator, CMesh_WheelRelocator()),
+      center(rig, std::string("WheelCenterMesh") + kWheelSuffixes[index], &relocator,
+             CMesh_WheelCenter()),
+      suspension(rig, std::string("WheelCenterSuspensionMesh") + kWheelSuffixes[index], &relocator,
+                 CMesh_WheelSuspension()),
+      wheel(rig, rig.cCarCam, rig.m_settings, rig.m_gravity, rig.m_chassisRelocator, relocator,
+            index) {
+  center.SetWritten();
+  suspension.SetWritten();
+}
+
+CCarCamObject::CCarCamObject(const CreationRecord& record, GroundShapePool& shapes)
+    : CCamera(record),
+      cCarCam(m_settings),
+      m_body(*this, "CarBodyMesh", nullptr, CMesh_CarBody()),
+      m_chassisRelocator(*this, "ChassisRelocatorMesh", &m_body, CMesh_ChassisRelocator()),
+      m_turnBase(*this, "TurnBaseMesh", &m_body, CMesh_TurnBase()),
+      m_gravity(*this, m_settings, m_body, shapes),
+      m_bodyBase(*this, "CarBodyBaseMesh", &m_body, CMesh_CarBodyBase()),
+      m_target(*this, "TargetMesh", nullptr, CMesh_Target()),
+      m_force(*this, "ExternalForceMesh", &m_body, CMesh_ExternalForce()),
+      m_steeringWheel(*this, "SteeringWheelMesh", &m_body, CMesh_SteeringWheel()),
+      m_followCam(*this, cCarCam, m_chassisRelocator),
+      m_driverCam(*this, cCarCam, m_body),
+      m_topViewCam(*this, cCarCam, m_chassisRelocator) {
+  for (RigSceneNode* written :
+       {&m_body, &m_chassisRelocator, &m_turnBase, &m_bodyBase, &m_steeringWheel})
+    written->SetWritten();
+  for (int i = 0; i < kWheelCount; ++i) m_wheels[i] = std::make_unique<WheelNodes>(*this, i);
+  for (RigSceneNode* node : AllNodes()) m_gravity.own.push_back(node);
+  const auto hide = [&](const char* label, const char* tooltip, HideModes::When when,
+                        std::vector<RigSceneNode*> nodes) -> HideModes::Box& {
+    return m_hideModes.Add(label, tooltip, when, std::move(nodes));
+  };
+  hide("Hide Helpers", "Hides all nodes but the body, the wheels and the cameras.",
+       HideModes::kAlways, Helpers());
+  hide("Hide Helpers During Recording", "Hides the helpers while a take runs.",
+       HideModes::kDuringTakes, Helpers());
+  hide("Hide Follow Camera", "Hides the FollowCam.", HideModes::kAlways, {&m_followCam}).on = true;
+  hide("Hide Driver Camera", "Hides the DriverCam.", HideModes::kAlways, {&m_driverCam}).on = true;
+  hide("Hide TopView Camera", "Hides the TopViewCam.", HideModes::kAlways, {&m_topViewCam}).on =
+      true;
+}
+
+CCarCamObject::~CCarCamObject() = default;
+
+std::vector<RigSceneNode*> CCarCamObject::Helpers() {
+  std::vector<RigSceneNode*> nodes{&m_chassisRelocator, &m_turnBase, &m_gravity,
+                                   &m_bodyBase,         &m_target,   &m_force};
+  for (auto& wheel : m_wheels)
+    nodes.insert(nodes.end(), {&wheel->relocator, &wheel->center, &wheel->suspension});
+  return nodes;
+}
+
+std::vector<RigSceneNode*> CCarCamObject::AllNodes() {
+  std::vector<RigSceneNode*> nodes{&m_body};
+  for (RigSceneNode* helper : Helpers()) nodes.push_back(helper);
+  for (auto& wheel : m_wheels) nodes.push_back(&wheel->wheel);
+  nodes.insert(nodes.end(), {&m_steeringWheel, &m_followCam, &m_driverCam, &m_topViewCam});
+  return nodes;
+}
+
+// --- a take begins and ends ---
+
+bool CCarCamObject::KeepsHistories() const {
+  return m_settings.bSaveDynamicData || m_settings.bKeyframeOnlyEssential;
+}
+
+void CCarCamObject::Start(double time) {
+  PushVariableUndo(*m_pInterface, m_memory);
+  m_inTake = true;
+  m_reportedSurface = false;
+  cCarCam.spin.fill(0.0);
+  ReadInputs();
+  if (m_reinitialize || !KeepsHistories()) m_memory.Clear();
+  m_reinitialize = false;
+  if (time <= m_memory.dStartTime || m_memory.IsEmpty())
+    Reset(time);
+  else
+    Resume(time);
+  m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
+  if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
+  WarnOfTarget();
+  m_gravity.CaptureSurfaces(time);
+  m_hideModes.Start();
+}
+
+void CCarCamObject::Stop() {
+  m_gravity.EndFrame();
+  m_gravity.ReleaseSurfaces();
+  m_hideModes.Stop();
+  m_inTake = false;
+}
+
+/// The speed at which a take starts, as filtered gas (body scales a second): what the pedal asks
+/// for, or else how the body moved before, or else the user's initial velocity.
+double CCarCamObject::StartGas(double time) const {
+  const double dt = m_pInterface->GetFrameDuration();
+  const double maximum = m_settings.channels[kGasPedal].maximum;
+  const double pedal = cCarCam.input[kGasPedal];
+  if (std::abs(pedal) > kStartInput) return pedal * maximum;
+  const Matrix now = m_body.ReadMatrix(time), before = m_body.ReadMatrix(FrameBefore(time, dt));
+  const double forward = -now.axisRow(2).normalized().dot(now.translation() - before.translation());
+  const double moved = forward / dt / cCarCam.geometry.scale;
+  return std::abs(moved) > kStartInput ? moved : m_settings.dInitialVelocity / 100.0 * maximum;
+}
+
+void CCarCamObject::Reset(double time) {
+  m_memory.Clear();
+  m_memory.dStartTime = time;
+  CheckBodyScale(time);
+  ReadGeometry(time);
+  WarnOfRigging(time);
+  Vector bottoms[kWheelCount];
+  CarState& state = cCarCam.state;
+  state.randomValue_gravelShake = kSeeds[0] + m_settings.iRandomSeedAdder;
+  state.randomValue_burnout = kSeeds[1] + m_settings.iRandomSeedAdder;
+  state.randomValue_steeringNoise = kSeeds[2] + m_settings.iRandomSeedAdder;
+  const Transform base = FindBase(time, bottoms);
+  cCarCam.Reset(base, StartGas(time), CCarCam::SubStepLength(m_pInterface->GetFrameDuration()));
+  for (int i = 0; i < kWheelCount; ++i) {
+    const Matrix relocator = m_wheels[i]->relocator.ReadMatrix(time);
+    state.wheels[i].bottom = bottoms[i];
+    state.wheels[i].centre = relocator.translation();
+    state.wheels[i].lastCentreY = relocator.translation().y;
+  }
+  m_followCam.Reset();
+  m_driverCam.Reset(time);
+  cCarCam.geometry.steeringWheel =
+      m_body.ReadMatrix(time).affineInverse() * m_steeringWheel.ReadMatrix(time);
+  m_memory.geometry = cCarCam.geometry;
+}
+
+void CCarCamObject::Resume(double time) {
+  cCarCam.geometry = m_memory.geometry;
+  cCarCam.state = m_memory.At(time);
+  // A user who has moved the whole car since finds the take going on from where it is now.
+  const Transform here = Transform::fromMatrix(m_bodyBase.ReadMatrix(time));
+  const Transform there = cCarCam.state.base;
+  if ((here.position - there.position).length() > kMoved * cCarCam.geometry.scale)
+    cCarCam.Carry(there.rotation.conjugate() * here.rotation, there.position, here.position);
+}
+
+// --- a frame ---
+
+void CCarCamObject::ReadInputs() {
+  for (std::size_t i = 0; i < kChannelCount; ++i)
+    if (m_inputs[i]) cCarCam.input[i] = m_inputs[i]->read();
+}
+
+void CCarCamObject::ReadGravity(double before) {
+  cCarCam.gravityAttitude = cCarCam.state.base.rotation;
+  cCarCam.down = -m_gravity.ReadMatrix(before).axisRow(1).normalized();
+}
+
+void CCarCamObject::ReadExternalForce(double before) {
+  if (cCarCam.state.filtered[kExternalForce] == 0.0 && m_settings.dForceOffset == 0.0 &&
+      cCarCam.input[kExternalForce] == 0.0)
+    return;
+  const Matrix local = m_body.ReadMatrix(before).affineInverse() * m_force.ReadMatrix(before);
+  cCarCam.externalForce = {local.translation(), local.axisRow(1).normalized()};
+}
+
+void CCarCamObject::Step(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  const double before = FrameBefore(time, dt);
+  ReadInputs();
+  if (m_settings.bAutonomousMode)
+    cCarCam.SteerTowards(m_target.ReadMatrix(before).translation(), dt);
+  ReadGravity(before);
+  ReadExternalForce(before);
+  for (auto& wheel : m_wheels) wheel->wheel.BeginFrame();
+  cCarCam.Update(dt);
+  WriteBody(time);
+  MeetGround(time);
+  if (!m_settings.bKeyframeOnlyEssential) WriteWheelHelpers(time);
+  cCarCam.FinishWheels(dt);
+  for (auto& wheel : m_wheels) wheel->wheel.Finish(time, dt);
+  cCarCam.FitBase(dt);
+  WriteBaseNodes(time);
+  if (!m_settings.bKeyframeOnlyEssential) {
+    m_followCam.Update(time, dt);
+    m_driverCam.Update(time);
+    m_topViewCam.Update(time);
+  }
+  if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
+  ShowGauges();
+}
+
+Matrix CCarCamObject::Scaled(const Transform& pose) const {
+  Matrix matrix = pose.toMatrix();
+  const double scale = cCarCam.geometry.scale;
+  ScaleRows(matrix, {scale, scale, scale});
+  return matrix;
+}
+
+void CCarCamObject::WriteBody(double time) {
+  m_body.WriteKey(time, Scaled({cCarCam.GetBodyPosition(), cCarCam.GetBodyRotation()}));
+  m_chassisRelocator.WriteKey(time,
+                              Scaled({cCarCam.GetChassisPosition(), cCarCam.state.base.rotation}));
+}
+
+void CCarCamObject::MeetGround(double time) {
+  m_gravity.BeginFrame(time);
+  for (auto& wheel : m_wheels) wheel->wheel.Update(time);
+  for (int i = 0; i < m_gravity.GetSurfaceCount(); ++i)
+    if (!m_gravity.IsKnown(i)) ReportUnknownSurface();
+  m_gravity.EndFrame();
+}
+
+/// Once a take: a box for each wheel of each frame would end no take.
+void CCarCamObject::ReportUnknownSurface() {
+  if (m_reportedSurface) return;
+  m_reportedSurface = true;
+  m_pInterface->MessageBox(
+      "Error",
+      "1024 !(parent->cGravityDirectionNode.mParentMesh_inv.size() > iSurface) meaning "
+      "mParentMesh_inv[ iSurface] would crash.\n\n4wheelerextended_CCarCamObject",
+      kButtonsOk | kIconCritical);
+}
+
+/// The center follows the wheel and its steering without its spin; the suspension moves along the
+/// suspension line alone.
+void CCarCamObject::WriteWheelHelpers(double time) {
+  for (int i = 0; i < kWheelCount; ++i) {
+    WheelNodes& nodes = *m_wheels[i];
+    const CarWheelState& wheel = cCarCam.state.wheels[i];
+    const Matrix relocator = nodes.relocator.ReadMatrix(time);
+    const Quat rest = nodes.wheel.GetRelocatorRotation();
+    Vector place = wheel.centre;
+    if (m_settings.bFixateWheelBottomNodes) place = relocator.translation();
+    if (m_settings.bMoveWheelCenterNodeToGroundHitPoint) place = nodes.wheel.GetHitPoint();
+    Quat rotation = Quat::fromRotationVector({0.0, wheel.yaw, 0.0}) * rest;
+    if (m_settings.bAlignWheelCenterToGroundNormal)
+      rotation = rotation * ShortestArc(rotation.rotate({0.0, 1.0, 0.0}), nodes.wheel.GetNormal());
+    const auto write = [&](RigMeshNode& node, const Quat& turn, const Vector& at) {
+      Matrix pose = turn.toMatrix();
+      ScaleRows(pose, relocator.rowLengths());
+      pose.setTranslation(at);
+      node.WriteKey(time, pose);
+    };
+    write(nodes.center, rotation, place);
+    write(nodes.suspension, rest, wheel.centre);
+  }
+}
+
+void CCarCamObject::WriteBaseNodes(double time) {
+  const Transform& base = cCarCam.state.base;
+  const Vector pivot = base.rotation.rotate({0.0, 0.0, cCarCam.GetPivotZ()});
+  m_turnBase.WriteKey(time, Scaled({base.position + pivot, base.rotation}));
+  m_bodyBase.WriteKey(time, Scaled(base));
+  const double turn = cCarCam.state.filtered[kSteeringWheel] * kSteeringWheelTurn *
+                      m_settings.dSteeringWheelRotMult;
+  m_steeringWheel.WriteKey(time, m_body.ReadMatrix(time) * cCarCam.geometry.steeringWheel *
+                                     Quat::fromRotationVector({0.0, 0.0, turn}).toMatrix());
+}
+
+void CCarCamObject::ShowGauges() {
+  const double gas = cCarCam.state.filtered[kGasPedal];
+  const double scale = cCarCam.geometry.scale;
+  m_gauges.velocity = std::abs(gas) < 1e-4 ? 0.0 : scale * m_settings.dVelocityConversionMult * gas;
+  const double percent = 100.0 * gas / m_settings.channels[kGasPedal].maximum;
+  m_gauges.velocityPercent = std::abs(percent) >= 0.01 ? percent : 0.0;
+  // An output is a property that no control drives: what it reads is its offset.
+  m_outputs[kVelocity]->offset = m_gauges.velocity;
+  m_outputs[kVelocityPercent]->offset = m_gauges.velocityPercent;
+  m_outputs[kSteeringAngle]->offset = cCarCam.state.filtered[kSteeringWheel];
+  for (int i = 0; i < kWheelCount; ++i)
+    m_outputs[kFirstWheelInTheAir + i]->offset = cCarCam.state.wheels[i].inTheAir;
+}
+
+void CCarCamObject::Update(double time) {
+  // Until the first take the wheels follow the relocators that the animator moves.
+  if (!m_inTake && m_memory.IsEmpty() && m_memory.dStartTime == CarMemory().dStartTime)
+    for (auto& wheel : m_wheels) wheel->wheel.StandAtRest(time);
+  m_pInterface->RefreshConfig();
+}
+
+CCamera* CCarCamPlugin::CreateObject(const CreationRecord& record) {
+  return new CCarCamObject(record, m_shapes);
+}
+
+std::string CCarCamPlugin::GetDescription() {
+  return "Orvel 4-Wheeler Extended is a car that is driven live. It follows any ground, leans, "
+         "squats, skids, burns its tires, leaves the ground and lands. Move and scale the body and "
+         "the wheels to fit a model, parent the gravity direction mesh to the ground, and drive "
+         "with a wheel, a pad or the keyboard. In autonomous mode it follows a target by itself.";
+}
+
+}  // namespace orv::rws::addon

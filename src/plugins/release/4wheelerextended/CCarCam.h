@@ -1,0 +1,135 @@
+// The car model: a chassis base that the inputs drive over the ground, and a body on springs.
+#pragma once
+
+#include "plugins/release/4wheelerextended/CarSettings.h"
+#include "plugins/release/4wheelerextended/CarState.h"
+
+namespace orv::rws::addon {
+
+/// The turn of the least angle that takes one unit vector to another that is not its opposite.
+util::Quat<double> ShortestArc(const util::Vector3<double>& from, const util::Vector3<double>& to);
+
+/// No rigid-body engine: the base is a moving point that is steered by a turn radius; the body
+/// floats above it with three degrees of freedom (height, pitch, roll) on four spring-dampers; the
+/// wheels' heights come from the ground contact once a frame. World space is right-handed, Y up,
+/// metres; the car's own frame has X to the right, Y up and Z backwards. Deterministic: a frame
+/// follows from the state, the settings and the inputs.
+///
+/// A frame is Update (the motion), then the ground contact of each wheel by its owner, then
+/// FinishWheels and FitBase.
+class CCarCam {
+ public:
+  using Vector = util::Vector3<double>;
+  using Quat = util::Quat<double>;
+
+  /// The External Force mesh in the body's frame, in body scales; `direction` is unit.
+  struct ExternalForce {
+    Vector position;
+    Vector direction{0.0, 1.0, 0.0};
+  };
+
+  /// `settings` belongs to the rig.
+  explicit CCarCam(const CarSettings& settings) : m_settings(settings) {}
+
+  /// Moves base and body by one frame of `dt` seconds.
+  void Update(double dt);
+  /// One sub-step of `h` seconds of a frame of `frameDt`.
+  void SubStep(double frameDt, double h);
+  /// Turns what the wheels travelled in the frame into spin.
+  void FinishWheels(double dt);
+  /// Lays the base on the plane of the wheel bottoms, below the body's origin. A corner of the
+  /// chassis whose wheel hangs is not pulled down by the tyre: it falls with the car's gravity
+  /// until the ground holds it, so that a car leaves a crest or a ramp as heavy things do.
+  void FitBase(double dt);
+  /// Steers towards a point (world, m) instead of by the inputs.
+  void SteerTowards(const Vector& target, double dt);
+
+  /// Moves all that the state holds in world space by a turn about `from`, and on to `to`.
+  void Carry(const Quat& turn, const Vector& from, const Vector& to);
+  /// Puts all state at rest on `base` with the filtered gas `gas`.
+  void Reset(const util::QTransform<double>& base, double gas, double subStep);
+
+  /// Length of a sub-step in a frame of `dt` seconds.
+  static double SubStepLength(double dt);
+
+  double GetEffectiveRadius(int wheel) const;
+  /// Where the body's origin is at rest (world).
+  Vector GetChassisPosition() const;
+  /// Origin of the body (world).
+  Vector GetBodyPosition() const;
+  Quat GetBodyRotation() const;
+  /// The wheel's place right of the body's origin (m): a rolled body spreads its wheels.
+  double GetLateralOffset(int wheel) const;
+  /// Turn of the wheel and its spin against the body; the spin acts first.
+  Quat GetWheelTurn(int wheel) const;
+  /// Behind the base's origin (m): the point that the car turns about stands on a line through it.
+  double GetPivotZ() const;
+  double GetTurnRadius(double steering) const;
+  double GetSpeed() const { return geometry.scale * state.filtered[kGasPedal]; }  ///< m/s
+  /// Fall of the car (m/s²).
+  double GetFallAcceleration() const;
+
+  CarGeometry geometry;
+  CarState state;
+  // Of the present frame:
+  std::array<double, kChannelCount> input{};  ///< as the controls stand
+  Vector down{0.0, -1.0, 0.0};                ///< unit
+  Quat gravityAttitude;                       ///< what a car in the air is drawn to
+  ExternalForce externalForce;
+  /// Where each wheel's bottom would stand on the ground below it; far down where there is none.
+  Vector groundBelow[kWheelCount];
+  std::array<double, kWheelCount> spin{};  ///< of each wheel in this frame (rad)
+
+ private:
+  // Update
+  void HandleAir(double dt);
+  void Land(double h);
+  void TakeOff(double h);
+  void Fly(double dt, double h);
+  void HandleSkidBrake(double dt);
+  void LatchSkidBrake(double dt);
+  void ReleaseSkidBrake(double h);
+  void SlideOnLockedWheels(double dt);
+  void StopAll();
+  void LatchSkidding();
+  void FilterInputs(double dt);
+  double GasRaw(double dt);
+  double SteeringRaw(double dt);
+  double SkiddingRaw(double dt) const;
+  void ApplyBooster(double dt);
+  void ApplyAbs(double dt);
+  void UpdateGravelNoise(double dt);
+  void HoldSprings(double h);
+  bool IsAbsActing() const;
+  // SubStep
+  void Drive(double frameDt, double h, double rho);
+  void Burn(double frameDt, double h);
+  void HoldDown(Vector& step) const;
+  void Step(const Vector& step, double grip, double h);
+  void TurnSteeredWheels(double h, double rho);
+  void MoveBody(double h);
+  void MoveBodyInTheAir();
+  void MoveAngle(double& angle, double& velocity, double& acceleration, double limit,
+                 double newAcceleration, double h) const;
+  double GetCompression(int wheel) const;
+  double MeasureSprings(double h, double& pitchTorque, double& rollTorque);
+
+  // FitBase
+  void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
+  void Squat(const double stopped[kWheelCount]);
+
+  bool IsFlying() const { return state.bCarInTheAir && m_settings.cCarCambGravityOn; }
+  bool IsFront(int wheel) const { return wheel < 2; }
+  double Maximum(CarChannel channel) const;
+  double Mass() const;
+
+  const CarSettings& m_settings;
+  std::array<double, kChannelCount> m_raw{};  ///< inputs as the frame's rules have changed them
+  Vector m_lastBottom[kWheelCount];           ///< of the wheels, in the frame before
+  double m_lastGas = 0.0;                     ///< filtered, at the end of the frame before
+  double m_stiffness[2] = {0.0, 0.0};         ///< front and back, as this frame uses them
+  double m_damping[2] = {0.0, 0.0};
+  double m_burnoutTilt = 0.0;  ///< torque of a burnout (kg m²/s²)
+};
+
+}  // namespace orv::rws::addon

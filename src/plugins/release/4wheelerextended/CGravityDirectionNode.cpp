@@ -1,0 +1,272 @@
+#include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "core/interface/CCamera.h"
+#include "core/interface/CInterface.h"
+#include "core/interface/CNode.h"
+#include "core/interface/CSnapshot_Mesh.h"
+#include "plugins/common/SnapshotGuard.h"
+#include "plugins/common/ground/GroundShapePool.h"
+#include "plugins/release/4wheelerextended/CarSettings.h"
+#include "plugins/release/4wheelerextended/DisplayMeshes.h"
+
+namespace orv::rws::addon {
+
+using Vector = CGravityDirectionNode::Vector;
+using Matrix = CGravityDirectionNode::Matrix;
+
+namespace {
+
+/// Half the side of the ground where there is no surface at all (m).
+constexpr double kDefaultGround = 1000.0;
+
+util::CMesh DefaultGround() {
+  util::CMesh quad;
+  for (const auto& [x, z] : {std::pair{-1.0, -1.0}, {-1.0, 1.0}, {1.0, 1.0}, {1.0, -1.0}})
+    quad.vertices.push_back({x * kDefaultGround, 0.0, z * kDefaultGround});
+  quad.faces = {0, 1, 2, 2, 3, 0};
+  return quad;
+}
+
+Matrix PoseOf(CInterface& core, CNode* node, double time) {
+  Matrix pose;
+  const SnapshotGuard snapshot(core, node, time);
+  if (snapshot) snapshot->GetMatrix(pose.data());
+  return pose;
+}
+
+/// The mesh of a node; empty for one that is no mesh. `isMesh` tells the two apart.
+util::CMesh MeshOf(CInterface& core, CNode* node, double time, bool& isMesh) {
+  util::CMesh mesh;
+  CSnapshot_Mesh* const snapshot = core.GetSnapshotMesh(node, time);
+  isMesh = snapshot != nullptr;
+  if (snapshot) {
+    snapshot->Triangulate();
+    mesh = snapshot->GetMesh();
+  }
+  core.ReleaseSnapshotMesh(snapshot);
+  return mesh;
+}
+
+}  // namespace
+
+CGravityDirectionNode::CGravityDirectionNode(CCamera& rig, CarSettings& settings,
+                                             const RigSceneNode& parent, GroundShapePool& shapes)
+    : RigMeshNode(rig, "GravityDirectionMesh", &parent, CMesh_GravityDirection()),
+      m_settings(settings),
+      m_shapes(shapes) {}
+
+CGravityDirectionNode::~CGravityDirectionNode() = default;
+
+bool CGravityDirectionNode::IsOwn(CNode& node) const {
+  return std::any_of(own.begin(), own.end(),
+                     [&](const RigSceneNode* held) { return held->Is(node); });
+}
+
+/// Calls `visit` with the parent, unless it is the rig's own, and then with each child.
+template <class Visit>
+void CGravityDirectionNode::ForEachSurface(Visit visit) {
+  CNode* const node = GetNode();
+  if (!node || !node->IsValid()) return;
+  if (!m_parentIsOwn) {
+    if (CNode* const parent = node->GetParent()) {
+      visit(parent);
+      Core().ReleaseNode(static_cast<CExtendable*>(parent));
+    }
+  }
+  for (int i = 0; i < node->GetChildCount(); ++i) {
+    CNode* const child = node->GetChild(i);
+    visit(child);
+    Core().ReleaseNode(static_cast<CExtendable*>(child));
+  }
+}
+
+// --- capture ---
+
+void CGravityDirectionNode::RefuseUnsupportedSurface() {
+  Core().MessageBox(
+      "UNSUPPORTED SURFACE TYPE",
+      "Support for this kind of surface has not yet been implemented for FAST RAYCAST for this "
+      "adaptor. Fast raycast is therefore cancelled.\nContact support for more information on "
+      "this issue.",
+      kButtonsOk);
+  m_settings.bUseStaticMesh = false;
+  // Meant: many rays through the host are slow.
+  m_settings.iRayMultiplier = 1;
+  Core().RefreshConfig();
+}
+
+void CGravityDirectionNode::CaptureSurfaces(double time) {
+  CInterface& core = Core();
+  m_parentIsOwn = false;
+  CNode* const parent = GetNode() && GetNode()->IsValid() ? GetNode()->GetParent() : nullptr;
+  if (parent) {
+    m_parentIsOwn = IsOwn(*parent);
+    bool isMesh = false;
+    if (m_settings.bUseStaticMesh && !HasStoredMesh() && !m_parentIsOwn &&
+        MeshOf(core, parent, time, isMesh).vertices.empty())
+      RefuseUnsupportedSurface();
+    core.ReleaseNode(static_cast<CExtendable*>(parent));
+  }
+
+  mParentMesh.clear();
+  if (HasStoredMesh()) {
+    mParentMesh.push_back(mBulletGroundMesh);
+    m_parentIsOwn = false;
+  } else {
+    ForEachSurface([&](CNode* surface) { mParentMesh.push_back(PoseOf(core, surface, time)); });
+  }
+  // The default ground of the fast caster stands for no node.
+  if (mParentMesh.empty() && m_settings.bUseStaticMesh) mParentMesh.emplace_back();
+  mParentMesh_inv.clear();
+  for (const Matrix& pose : mParentMesh) mParentMesh_inv.push_back(pose.affineInverse());
+
+  m_caster = Caster::kHost;
+  if (m_settings.bUseStaticMesh)
+    BuildFastGround(time);
+  else if (HasStoredMesh())
+    m_caster = Caster::kTree;
+}
+
+void CGravityDirectionNode::ReleaseSurfaces() {
+  m_fast.reset();
+}
+
+void CGravityDirectionNode::BuildFastGround(double time) {
+  m_fast = FastGround::Create(m_settings.fGravity);
+  if (!m_fast) {
+    Core().MessageBox("Error", "Physics World not created", kButtonsOk | kIconCritical);
+    return;
+  }
+  m_caster = Caster::kFast;
+  CCamera& rig = GetRig();
+  const auto add = [&](const std::string& name, util::CMesh mesh, const Matrix& pose) {
+    m_fast->Add(std::make_unique<CollisionObjects>(
+        rig, name, pose, m_shapes.Get(std::move(mesh), pose.rowLengths())));
+  };
+  if (HasStoredMesh()) {
+    add("StoredGround", cMesh_storedGroundMesh, mBulletGroundMesh);
+    return;
+  }
+  // The parent goes in last.
+  std::vector<std::pair<util::CMesh, Matrix>> surfaces;
+  bool anySurface = false;
+  ForEachSurface([&](CNode* surface) {
+    anySurface = true;
+    bool isMesh = false;
+    surfaces.emplace_back(MeshOf(Core(), surface, time, isMesh), PoseOf(Core(), surface, time));
+  });
+  if (!anySurface) add("DefaultGround", DefaultGround(), Matrix());
+  if (!m_parentIsOwn && !surfaces.empty())
+    std::rotate(surfaces.begin(), surfaces.begin() + 1, surfaces.end());
+  for (std::size_t i = 0; i < surfaces.size(); ++i)
+    add("Surface" + std::to_string(i), std::move(surfaces[i].first), surfaces[i].second);
+}
+
+// --- frames ---
+
+void CGravityDirectionNode::BeginFrame(double time) {
+  EndFrame();
+  if (m_caster != Caster::kHost) return;
+  ForEachSurface([&](CNode* surface) {
+    if (CSnapshot_Mesh* const mesh = Core().GetSnapshotMesh(surface, time))
+      m_frameMeshes.push_back(mesh);
+  });
+}
+
+void CGravityDirectionNode::EndFrame() {
+  for (CSnapshot_Mesh* mesh : m_frameMeshes) Core().ReleaseSnapshotMesh(mesh);
+  m_frameMeshes.clear();
+}
+
+int CGravityDirectionNode::GetSurfaceCount() const {
+  return m_caster == Caster::kHost ? static_cast<int>(m_frameMeshes.size()) : 1;
+}
+
+bool CGravityDirectionNode::IsKnown(int index) const {
+  return static_cast<std::size_t>(index) < mParentMesh_inv.size();
+}
+
+bool CGravityDirectionNode::Cast(int surface, const Vector& origin, const Vector& direction,
+                                 double length, GroundHit& hit) const {
+  const auto index = static_cast<std::size_t>(surface);
+  if (m_caster == Caster::kFast) {
+    // Its bodies stand in world space, so its rays do too.
+    if (!m_fast->CastRay(origin, direction, length, hit.distance, hit.normal)) return false;
+    hit.point = origin + direction * hit.distance;
+    return true;
+  }
+  if (m_caster == Caster::kHost) {
+    RayHit found;
+    if (!m_frameMeshes[index]->Intersect(origin, direction, length, found)) return false;
+    hit = {found.distance, found.point, found.normal};
+    return true;
+  }
+  const Matrix& inverse = mParentMesh_inv[index];
+  const Vector local = inverse.transformVector(direction).normalized();
+  double distance = 0.0;
+  Vector normal;
+  if (!m_tree || !m_tree->Intersect(inverse.transformPoint(origin), local, distance, normal))
+    return false;
+  const Vector way = mParentMesh[index].transformVector(local * distance);
+  hit.distance = way.length();
+  hit.point = origin + way;
+  // Normals go by the inverse transpose, so that a stretched ground keeps them upright.
+  for (int i = 0; i < 3; ++i) hit.normal[i] = inverse.axisRow(i).dot(normal);
+  hit.normal.normalize();
+  return true;
+}
+
+bool CGravityDirectionNode::PrepareNear(const Vector& centre, double reach) {
+  if (m_caster != Caster::kFast) return true;
+  m_fast->Gather(centre, reach, m_near);
+  return !m_near.IsEmpty();
+}
+
+bool CGravityDirectionNode::CastNear(int surface, const Vector& origin, const Vector& direction,
+                                     double length, GroundHit& hit) const {
+  if (m_caster != Caster::kFast) return Cast(surface, origin, direction, length, hit);
+  if (!m_near.Cast(origin, direction, length, hit.distance, hit.normal)) return false;
+  hit.point = origin + direction * hit.distance;
+  return true;
+}
+
+// --- stored mesh ---
+
+bool CGravityDirectionNode::StoreGroundMesh() {
+  CInterface& core = Core();
+  const auto refuse = [&](const char* text) {
+    core.MessageBox("Error", text, kButtonsOk | kIconCritical);
+    DropStoredMesh();
+    return false;
+  };
+  CNode* const parent = GetNode() && GetNode()->IsValid() ? GetNode()->GetParent() : nullptr;
+  if (!parent) return refuse("No ground mesh available");
+  const double now = core.GetTime();
+  bool isMesh = false;
+  util::CMesh mesh = MeshOf(core, parent, now, isMesh);
+  const Matrix pose = PoseOf(core, parent, now);
+  core.ReleaseNode(static_cast<CExtendable*>(parent));
+  if (!isMesh) return refuse("Surface not a mesh");
+  if (mesh.faces.empty()) return refuse("Mesh Invalid");
+  cMesh_storedGroundMesh = std::move(mesh);
+  mBulletGroundMesh = pose;
+  BuildTree();
+  return true;
+}
+
+void CGravityDirectionNode::DropStoredMesh() {
+  cMesh_storedGroundMesh = util::CMesh();
+  m_tree.reset();
+}
+
+void CGravityDirectionNode::BuildTree() {
+  m_tree.reset();
+  if (!m_settings.bUseStaticMesh && HasStoredMesh())
+    m_tree = std::make_unique<MeshOctreeNode>(cMesh_storedGroundMesh);
+}
+
+}  // namespace orv::rws::addon

@@ -1,0 +1,324 @@
+#include "plugins/release/4wheelerextended/CWheelNode.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/interface/CInterface.h"
+#include "plugins/common/FrameGrid.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/release/4wheelerextended/DisplayMeshes.h"
+#include "util/ResponseFilters.h"
+
+namespace orv::rws::addon {
+
+using Matrix = util::Matrix<double>;
+using Vector = CWheelNode::Vector;
+using Quat = CWheelNode::Quat;
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+/// How far above a wheel at rest its ray starts, in body scales.
+constexpr double kRayStart = 0.96 / 3.5;
+/// How far above its first start a ray may climb to find a surface that the wheel has sunk through,
+/// in body scales.
+constexpr double kMostClimb = 2.0;
+/// Length of the centre ray, in longest drops of the wheel.
+constexpr double kRayLength = 1000.0;
+/// Room round a wheel, in radii, within which it may be lifted before its neighbourhood is taken
+/// anew.
+constexpr double kNearMargin = 0.25;
+/// How far below a wheel without any ground it is thought to be, in body scales.
+constexpr double kNoGround = 1e6;
+/// Keys of one wheel in one frame; beyond that no eye can follow.
+constexpr int kMostSpinKeys = 100;
+
+/// The rotation `part` of the short way from one to the other.
+Quat Between(const Quat& from, const Quat& to, double part) {
+  const double side = from.x * to.x + from.y * to.y + from.z * to.z + from.w * to.w < 0.0 ? -1 : 1;
+  const auto mix = [&](double a, double b) { return a + (side * b - a) * part; };
+  return Quat(mix(from.x, to.x), mix(from.y, to.y), mix(from.z, to.z), mix(from.w, to.w))
+      .normalized();
+}
+
+}  // namespace
+
+CWheelNode::CWheelNode(CCamera& rig, CCarCam& car, const CarSettings& settings,
+                       CGravityDirectionNode& ground, const RigSceneNode& chassis,
+                       const RigSceneNode& relocator, int index)
+    : RigMeshNode(rig, std::string("WheelMesh") + kWheelSuffixes[index], &chassis,
+                  CMesh_CarWheel()),
+      m_car(car),
+      m_settings(settings),
+      m_ground(ground),
+      m_relocator(relocator),
+      m_index(index) {
+  SetWritten();
+}
+
+double CWheelNode::GetDt() const {
+  return Core().GetFrameDuration();
+}
+
+// --- contact ---
+
+void CWheelNode::BeginFrame() {
+  m_lastCentre = State().centre;
+  m_lastYaw = State().yaw;
+}
+
+void CWheelNode::Update(double time) {
+  CarWheelState& wheel = State();
+  FindLine(time);
+  const double lastY = wheel.lastCentreY;
+  wheel.lastCentreY = wheel.centre.y;
+  // Carried onto this frame's line: only the drop along it is filtered, and a fast wheel does not
+  // trail behind its car. A wheel in the air goes with the body, one on the ground keeps its
+  // height.
+  const double restHeight = (m_line.rest - m_line.relocator).dot(m_line.y);
+  const bool wasInTheAir = wheel.bInTheAir();
+  const double lastDrop =
+      wasInTheAir ? restHeight - wheel.localHeight : (m_line.rest - wheel.centre).dot(m_line.y);
+
+  const int surfaces = m_ground.GetSurfaceCount();
+  for (int i = 0; i < surfaces; ++i)
+    if (!m_ground.IsKnown(i)) return;  // reported by the rig
+  double drop = 0.0;
+  if (surfaces == 0) {
+    drop = StandOnPlane();
+  } else {
+    drop = FindDrop(lastDrop, lastY);
+    drop = CastExtraRays(drop);
+    // A tire that comes down out of the air lands; it doesn't hover above the ground.
+    if (!wasInTheAir || drop < lastDrop) drop = RespondToEdges(drop, lastDrop);
+  }
+  m_car.groundBelow[m_index] =
+      m_line.At(wheel.bInTheAir() ? m_groundDrop : drop) - m_line.y * m_line.radius;
+  drop = Release(drop);
+
+  const util::QTransform<double>& base = m_car.state.base;
+  const Vector contact = m_line.At(drop);
+  wheel.CurrDelta = base.rotation.conjugate().rotate(contact - base.position).y - m_line.radius;
+  wheel.localHeight = (contact - m_line.relocator).dot(m_line.y);
+  wheel.centre = contact;
+  if (!wheel.bInTheAir()) wheel.centre += m_line.y * wheel.gravelNoise;
+  wheel.bottom = wheel.centre - m_line.y * m_line.radius;
+}
+
+void CWheelNode::FindLine(double time) {
+  Matrix pose = m_relocator.ReadMatrix(time);
+  m_line.relocator = pose.translation();
+  pose.normalizeRows();
+  m_line.x = pose.axisRow(0);
+  m_line.y = pose.axisRow(1);
+  m_line.z = pose.axisRow(2);
+  m_line.rotation = Quat::fromMatrix(pose);
+  m_line.radius = m_car.GetEffectiveRadius(m_index);
+  m_line.reach = m_line.radius * m_settings.fRelMaxBumperLen;
+  // The wheels hang on the chassis and not on the body that leans on it.
+  m_line.rest = m_car.GetChassisPosition() + m_line.x * m_car.GetLateralOffset(m_index) +
+                m_line.z * m_car.geometry.wheels[m_index].zOffset +
+                m_line.y * (m_line.radius - m_car.geometry.dHeight);
+}
+
+/// Without any ground the plane y = 0 is one, whichever way the vehicle stands.
+double CWheelNode::StandOnPlane() {
+  const double slope = -m_line.y.y;
+  const double drop = slope == 0.0 ? 0.0 : -m_line.rest.y / slope - m_line.radius;
+  State().SetInTheAir(false);
+  m_normal = {0.0, 1.0, 0.0};
+  m_hitPoint = m_line.At(drop) - Vector(0.0, m_line.radius, 0.0);
+  return drop;
+}
+
+/// The ray starts above the wheel and climbs until it hits, so that a wheel that has sunk through
+/// the surface comes out again. `drop` is that of a wheel on the surface.
+bool CWheelNode::CastCentreRay(int surface, double start, double lastDrop, double lastY,
+                               GroundHit& hit, double& drop) const {
+  const double scale = m_car.geometry.scale;
+  // A body lower than its own wheels' radius would leave no climb at all.
+  const double climb = std::max(start, scale * 0.01);
+  double raised = start;
+  const double fall = lastY - m_line.At(lastDrop).y;
+  if (fall > 2.0 * m_line.radius) raised += 2.0 * fall;
+  const double length = (m_settings.fRelMaxBumperLen + 1.0) * m_line.radius * kRayLength;
+  for (;; raised += climb) {
+    if (m_ground.Cast(surface, m_line.rest + m_line.y * raised, -m_line.y, length, hit)) break;
+    if (raised >= kMostClimb * scale) return false;
+  }
+  drop = hit.distance - raised - m_line.radius;
+  return true;
+}
+
+double CWheelNode::FindDrop(double lastDrop, double lastY) {
+  const double start = m_car.geometry.scale * kRayStart + m_car.geometry.dHeight - m_line.radius;
+  bool found = false;
+  double least = 0.0;
+  for (int surface = 0; surface < m_ground.GetSurfaceCount(); ++surface) {
+    GroundHit hit;
+    double drop = 0.0;
+    if (!CastCentreRay(surface, start, lastDrop, lastY, hit, drop)) continue;
+    if (found && drop >= least) continue;
+    found = true;
+    least = drop;
+    m_normal = hit.normal;
+    m_hitPoint = hit.point;
+  }
+  const double reach = m_line.reach;
+  State().SetInTheAir(true);
+  m_groundDrop = found ? least : m_car.geometry.scale * kNoGround;
+  if (!found) {
+    m_normal = m_line.y;
+    m_hitPoint = m_line.At(reach) - m_line.y * m_line.radius;
+    return reach;
+  }
+  if (!m_settings.cCarCambGravityOn || least < reach) {
+    State().SetInTheAir(false);
+    return least;
+  }
+  // In the air, and falling to meet the ground.
+  const double most = m_line.radius * m_settings.dMaximumSpringChangeVelocityRel * GetDt();
+  return most == 0.0 ? reach : std::min(lastDrop + most, reach);
+}
+
+void CWheelNode::PlanExtraRays() {
+  if (m_plannedRays == m_settings.iRayMultiplier && m_plannedStep == m_settings.dDegsPerRay) return;
+  m_plannedRays = m_settings.iRayMultiplier;
+  m_plannedStep = m_settings.dDegsPerRay;
+  const double step = m_plannedStep / 180.0 * kPi;
+  int count = m_plannedRays - 1;
+  if (count * step > kPi / 2.0) count = static_cast<int>(kPi / 2.0 / step);
+  m_angles.clear();
+  for (int k = -count; k <= count; ++k) {
+    const double s = std::sin(k * step), c = std::cos(k * step);
+    m_angles.push_back({k, s, c, 2.0 * s * c, c * c - s * s});
+  }
+}
+
+/// Rays round the wheel, at its middle and its side edges. Each that finds ground within the wheel
+/// lifts it, and the next one starts from the lifted centre.
+double CWheelNode::CastExtraRays(double drop) {
+  if (m_settings.iRayMultiplier <= 1) return drop;
+  PlanExtraRays();
+  const double width = m_car.geometry.wheels[m_index].width;
+  const double margin = m_line.radius * kNearMargin;
+  const double reach = std::hypot(m_line.radius, width * 0.5) + margin;
+  double prepared = drop;
+  bool anyGround = m_ground.PrepareNear(m_line.At(drop), reach);
+  const int edge = m_settings.bAddRaysAtWheelEdges ? 1 : 0;
+  for (int surface = 0; anyGround && surface < m_ground.GetSurfaceCount(); ++surface) {
+    for (int e = -edge; e <= edge; ++e) {
+      for (const RayAngle& angle : m_angles) {
+        if (e == 0 && angle.step == 0) continue;
+        double lift = 0.0;
+        if (!CastExtraRay(surface, m_line.At(drop) + m_line.x * (width * 0.5 * e), angle, lift))
+          continue;
+        drop -= lift;
+        if (prepared - drop <= margin) continue;
+        anyGround = m_ground.PrepareNear(m_line.At(drop), reach);
+        prepared = drop;
+      }
+    }
+  }
+  return drop;
+}
+
+bool CWheelNode::CastExtraRay(int surface, const Vector& centre, const RayAngle& angle,
+                              double& lift) {
+  // Meant: the ray stands at twice its step's angle, and the lift counts with the step's.
+  const Vector direction = m_line.y * -angle.cosine2 - m_line.x.cross(m_line.y) * angle.sine2;
+  const double r = m_line.radius;
+  GroundHit hit;
+  // Ground beyond the wheel can't lift it, so the ray ends at the tyre.
+  if (!m_ground.CastNear(surface, centre, direction, r, hit) || hit.distance >= r) return false;
+  const double h = hit.distance;
+  const double across = std::abs(angle.sine) * h;
+  lift = std::sqrt(r * r - across * across) - std::abs(angle.cosine) * h;
+  m_normal = hit.normal;
+  m_hitPoint = hit.point;
+  State().SetInTheAir(false);
+  return true;
+}
+
+double CWheelNode::RespondToEdges(double drop, double lastDrop) const {
+  if (State().bInTheAir()) return drop;
+  double followed = lastDrop;
+  util::lowPassClamped(followed, drop, m_settings.fSurfaceEdgeResponseFactor, 0.0, GetDt());
+  return followed;
+}
+
+/// A wheel drops no farther than its suspension, and no faster than it extends. It may rise as fast
+/// as it likes.
+double CWheelNode::Release(double drop) {
+  if (!m_settings.bGroundReleaseOn) return drop;
+  CarWheelState& wheel = State();
+  const double restHeight = (m_line.rest - m_line.relocator).dot(m_line.y);
+  double height = restHeight - drop;
+  if (m_settings.fRelMaxBumperLen != 0.0 && height < -m_line.reach) {
+    height = -m_line.reach;
+    wheel.SetInTheAir(true);
+  }
+  const double rate = m_settings.dMaximumSpringChangeVelocityRel;
+  const double most = m_line.radius * rate * GetDt();
+  if (rate != 0.0 && height < wheel.localHeight - most) {
+    height = wheel.localHeight - most;
+    wheel.SetInTheAir(true);
+  }
+  return restHeight - height;
+}
+
+bool CWheelNode::CastRay(const Vector& origin, const Vector& direction, double maxDistance,
+                         double& distance, Vector& normal) const {
+  GroundHit hit;
+  for (int surface = 0; surface < m_ground.GetSurfaceCount(); ++surface) {
+    if (!m_ground.Cast(surface, origin, direction, maxDistance, hit)) continue;
+    distance = hit.distance;
+    normal = hit.normal;
+    return true;
+  }
+  return false;
+}
+
+// --- the node ---
+
+Matrix CWheelNode::Pose(const Quat& rotation, const Vector& centre) const {
+  Matrix pose = rotation.toMatrix();
+  ScaleRows(pose, {m_car.geometry.wheels[m_index].width, m_line.radius, m_line.radius});
+  pose.setTranslation(centre);
+  return pose;
+}
+
+void CWheelNode::Finish(double time, double dt) {
+  const CarWheelState& wheel = State();
+  const double spin = m_car.spin[m_index];
+  const double turns =
+      std::min(std::floor(std::abs(spin) / car::kSpinPerKey), static_cast<double>(kMostSpinKeys));
+  if (turns > 0.0) {
+    const double before = FrameBefore(time, dt);
+    const Quat from = Quat::fromMatrix(m_relocator.ReadMatrix(before));
+    for (int k = 1; k <= static_cast<int>(turns); ++k) {
+      const double part = k * car::kSpinPerKey / std::abs(spin);
+      if (part >= 1.0) break;
+      const Quat carried = Between(from, m_line.rotation, part);
+      const Quat turn =
+          Quat::fromRotationVector({wheel.pfTotalPitch - spin * (1.0 - part), 0.0, 0.0}) *
+          Quat::fromRotationVector({0.0, m_lastYaw + (wheel.yaw - m_lastYaw) * part, 0.0});
+      WriteKey(before + dt * part,
+               Pose(turn * carried, m_lastCentre + (wheel.centre - m_lastCentre) * part));
+    }
+  }
+  WriteKey(time, Pose(m_car.GetWheelTurn(m_index) * m_line.rotation, wheel.centre));
+}
+
+void CWheelNode::StandAtRest(double time) {
+  const Matrix place = m_relocator.ReadMatrix(time);
+  const Vector scale = place.rowLengths();
+  // As large as in a take: what hangs on the wheel keeps its size when one begins.
+  const double radius = scale.y * m_settings.dWheelRadiusMult;
+  Matrix pose = Quat::fromMatrix(place).toMatrix();
+  ScaleRows(pose, {scale.x * car::kWheelWidth, radius, radius});
+  pose.setTranslation(place.translation());
+  Place(time, pose);
+}
+
+}  // namespace orv::rws::addon

@@ -1,0 +1,93 @@
+// A wheel: its contact with the ground, and its node.
+#pragma once
+
+#include <vector>
+
+#include "plugins/common/RigSceneNode.h"
+#include "plugins/release/4wheelerextended/CCarCam.h"
+#include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
+
+namespace orv::rws::addon {
+
+/// The contact runs once a frame, after the body has moved: rays from above the wheel find the
+/// height at which it rests, more rays round the wheel lift it over edges. World space, metres; the
+/// wheel moves along its suspension line, the up axis of its relocator, and a drop counts from the
+/// wheel's place at rest, downwards.
+class CWheelNode : public RigMeshNode {
+ public:
+  using Vector = util::Vector3<double>;
+  using Quat = util::Quat<double>;
+
+  /// All but `index` belong to the rig.
+  CWheelNode(CCamera& rig, CCarCam& car, const CarSettings& settings, CGravityDirectionNode& ground,
+             const RigSceneNode& chassis, const RigSceneNode& relocator, int index);
+
+  /// Notes where the wheel stands before the car moves.
+  void BeginFrame();
+  /// The contact step of the frame at `time`.
+  void Update(double time);
+  using RigMeshNode::Update;
+  /// Writes the node for the frame of `dt` seconds that ends at `time`, and further keys within the
+  /// frame where the wheel spins so far that an interpolation would turn it backwards.
+  void Finish(double time, double dt);
+  /// Places the node where its relocator is (no take).
+  void StandAtRest(double time);
+
+  /// Fast or not, a single ray at the ground: the first surface that is hit.
+  bool CastRay(const Vector& origin, const Vector& direction, double maxDistance, double& distance,
+               Vector& normal) const;
+
+  const Vector& GetNormal() const { return m_normal; }
+  const Vector& GetHitPoint() const { return m_hitPoint; }
+  /// Rotation of the relocator in this frame.
+  const Quat& GetRelocatorRotation() const { return m_line.rotation; }
+
+ private:
+  /// Where the wheel may be in this frame.
+  struct Line {
+    Vector rest;  ///< centre at rest
+    Vector x, y, z;
+    Vector relocator;  ///< its origin
+    Quat rotation;
+    double radius = 0.0;
+    double reach = 0.0;  ///< longest drop of a wheel on the ground
+    Vector At(double drop) const { return rest - y * drop; }
+  };
+  struct RayAngle {
+    int step;
+    double sine, cosine;    ///< of the step's angle
+    double sine2, cosine2;  ///< of twice that
+  };
+
+  void FindLine(double time);
+  double StandOnPlane();
+  bool CastCentreRay(int surface, double start, double lastDrop, double lastY, GroundHit& hit,
+                     double& drop) const;
+  double FindDrop(double lastDrop, double lastY);
+  double CastExtraRays(double drop);
+  bool CastExtraRay(int surface, const Vector& centre, const RayAngle& angle, double& lift);
+  void PlanExtraRays();
+  double RespondToEdges(double drop, double lastDrop) const;
+  double Release(double drop);
+  double GetDt() const;
+  util::Matrix<double> Pose(const Quat& rotation, const Vector& centre) const;
+  CarWheelState& State() const { return m_car.state.wheels[m_index]; }
+
+  CCarCam& m_car;
+  const CarSettings& m_settings;
+  CGravityDirectionNode& m_ground;
+  const RigSceneNode& m_relocator;
+  const int m_index;
+
+  Line m_line;
+  double m_groundDrop = 0.0;  ///< of the wheel if it stood on the ground below (m)
+  Vector m_normal{0.0, 1.0, 0.0};
+  Vector m_hitPoint;
+  Vector m_lastCentre;
+  double m_lastYaw = 0.0;          ///< rad
+  std::vector<RayAngle> m_angles;  ///< of the extra rays on one side of the wheel
+  int m_plannedRays = 0;
+  double m_plannedStep = 0.0;
+};
+
+}  // namespace orv::rws::addon

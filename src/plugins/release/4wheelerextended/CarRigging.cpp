@@ -1,0 +1,177 @@
+// The nodes of a new car, and what a reset reads from the scene.
+#include <cmath>
+#include <limits>
+
+#include "plugins/common/FrameGrid.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
+
+namespace orv::rws::addon {
+
+using Matrix = CCarCamObject::Matrix;
+using Vector = CCarCamObject::Vector;
+using Quat = util::Quat<double>;
+using Transform = util::QTransform<double>;
+
+namespace {
+
+/// Wheelbase of a new car (m), which is the scale of its body.
+constexpr double kNewScale = 2.7;
+// Places in the body, in body scales.
+constexpr double kRestHeight = 0.2;
+constexpr double kWheelRadius = 0.13;
+constexpr double kHalfTrack = 0.29;
+const Vector kSteeringWheelPlace(-0.13, 0.13, -0.08);
+const Vector kDriverEye(-0.13, 0.24, 0.12);
+const Vector kForcePlace(0.0, 0.1, 0.5);
+const Vector kTargetPlace(0.0, -kRestHeight, -4.0);
+/// Part by which a body's rows may differ in length.
+constexpr double kUniform = 1e-3;
+/// Distance between a wheel's relocator and its center that is rounding (body scales).
+constexpr double kRelocated = 0.01;
+
+Matrix At(const Vector& place, double scale) {
+  Matrix local;
+  local.setRowLengths({scale, scale, scale});
+  local.setTranslation(place);
+  return local;
+}
+
+/// Where the diagonals of four points come nearest to each other: the middle of that.
+Vector Diagonals(const Vector corners[kWheelCount]) {
+  const Vector a = corners[0], u = corners[3] - a, b = corners[1], v = corners[2] - b;
+  const double uu = u.dot(u), uv = u.dot(v), vv = v.dot(v);
+  const double determinant = uu * vv - uv * uv;
+  if (determinant == 0.0) return (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
+  const Vector w = b - a;
+  const double s = (w.dot(u) * vv - w.dot(v) * uv) / determinant;
+  const double t = (w.dot(u) * uv - w.dot(v) * uu) / determinant;
+  return (a + u * s + b + v * t) * 0.5;
+}
+
+}  // namespace
+
+int CCarCamObject::CreateAt(RigSceneNode& node, const Matrix& place) {
+  const bool isNew = !node.Find();
+  if (isNew && node.Create() != 0) return 1;
+  if (isNew) node.Place(m_pInterface->GetTime(), place);
+  return 0;
+}
+
+int CCarCamObject::Create() {
+  const double now = m_pInterface->GetTime();
+  Matrix body = At({0.0, kRestHeight * kNewScale, 0.0}, kNewScale);
+  int failed = CreateAt(m_body, body);
+  body = m_body.ReadMatrix(now);
+  const Matrix onGround = body * At({0.0, -kRestHeight, 0.0}, 1.0);
+  failed += CreateAt(m_chassisRelocator, body);
+  failed += CreateAt(m_turnBase, body * At({0.0, -kRestHeight, 0.5}, 1.0));
+  failed += CreateAt(m_gravity, onGround);
+  failed += CreateAt(m_bodyBase, onGround);
+  failed += CreateAt(m_target, body * At(kTargetPlace, 1.0));
+  failed += CreateAt(m_force, body * At(kForcePlace, 1.0));
+  failed += CreateAt(m_steeringWheel, body * At(kSteeringWheelPlace, 1.0));
+  for (int i = 0; i < kWheelCount; ++i) {
+    WheelNodes& nodes = *m_wheels[i];
+    const double radius = kWheelRadius * m_settings.dWheelRadiusMult;
+    const Vector place((i % 2 == 0 ? -1 : 1) * kHalfTrack, radius - kRestHeight,
+                       i < 2 ? -0.5 : 0.5);
+    failed += CreateAt(nodes.relocator, body * At(place, kWheelRadius));
+    failed += nodes.center.Create() + nodes.suspension.Create() + nodes.wheel.Create();
+    nodes.wheel.StandAtRest(now);
+  }
+  ReadGeometry(now);
+  Vector bottoms[kWheelCount];
+  cCarCam.state.base = FindBase(now, bottoms);
+  m_followCam.Reset();
+  failed += CreateAt(m_followCam, m_followCam.Pose());
+  failed += CreateAt(m_driverCam, body * At(kDriverEye, 1.0));
+  failed += CreateAt(m_topViewCam, m_topViewCam.Pose());
+  if (failed != 0) return 1;
+  UpdateMaximumGauges();
+  m_hideModes.Restore();
+  return 0;
+}
+
+void CCarCamObject::CheckBodyScale(double time) {
+  Matrix body = m_body.ReadMatrix(time);
+  const Vector lengths = body.rowLengths();
+  const auto differs = [&](double length) {
+    return std::abs(length - lengths.x) > lengths.x * kUniform;
+  };
+  if (!differs(lengths.y) && !differs(lengths.z)) return;
+  m_pInterface->MessageBox(
+      "Warning",
+      "Nonuniform scaling is not allowed on the body since it would affect children.\nThe "
+      "4-wheeler body will now rescale to become uniform.\nScale the meshes that you parent to the "
+      "body instead.",
+      kButtonsOk | kIconWarning);
+  body.setRowLengths({lengths.z, lengths.z, lengths.z});
+  m_body.Place(time, body);
+}
+
+void CCarCamObject::ReadGeometry(double time) {
+  CarGeometry& geometry = cCarCam.geometry;
+  const Matrix body = m_body.ReadMatrix(time);
+  const Quat rotation = Quat::fromMatrix(body);
+  const double length = body.rowLengths().z;
+  geometry.scale = std::isnormal(length) ? length : 1.0;
+  for (int i = 0; i < kWheelCount; ++i) {
+    const Matrix relocator = m_wheels[i]->relocator.ReadMatrix(time);
+    const Vector lengths = relocator.rowLengths();
+    Vector place = rotation.conjugate().rotate(relocator.translation() - body.translation());
+    // Meant: the sign is tested too, so that every wheel on the left moves out by a hair.
+    if (place.x < lengths.y * 1e-5) place.x -= 0.001 * lengths.x;
+    geometry.wheels[i] = {lengths.y, lengths.x * car::kWheelWidth, place.x, place.z};
+  }
+  Vector bottoms[kWheelCount];
+  const Transform base = FindBase(time, bottoms);
+  geometry.dHeight =
+      (body.translation() - base.position).dot(base.rotation.rotate({0.0, 1.0, 0.0}));
+}
+
+/// The base below the body at rest: on the plane of the wheel bottoms, at the foot of the body's
+/// origin, as the fit of every frame puts it. The plane goes through the crossing of the diagonals.
+Transform CCarCamObject::FindBase(double time, Vector bottoms[kWheelCount]) const {
+  const Matrix body = m_body.ReadMatrix(time);
+  for (int i = 0; i < kWheelCount; ++i) {
+    const Matrix relocator = m_wheels[i]->relocator.ReadMatrix(time);
+    bottoms[i] =
+        relocator.translation() - relocator.axisRow(1).normalized() * cCarCam.GetEffectiveRadius(i);
+  }
+  Quat rotation = Quat::fromMatrix(body);
+  const Vector up = rotation.rotate({0.0, 1.0, 0.0});
+  const Vector forward = bottoms[0] + bottoms[1] - bottoms[2] - bottoms[3];
+  const Vector left = bottoms[0] + bottoms[2] - bottoms[1] - bottoms[3];
+  Vector normal = forward.cross(left).normalized();
+  if (normal.dot(up) <= 0.0) normal = up;
+  // What only rounding tilts stands straight.
+  if ((normal - up).length() > 1e-9) rotation = (rotation * ShortestArc(up, normal)).normalized();
+  const Vector origin = body.translation();
+  const Vector centre = Diagonals(bottoms);
+  return {origin - normal * (origin - centre).dot(normal), rotation};
+}
+
+void CCarCamObject::WarnOfRigging(double time) {
+  for (auto& wheel : m_wheels) {
+    const Vector apart = wheel->relocator.ReadMatrix(time).translation() -
+                         wheel->center.ReadMatrix(time).translation();
+    if (apart.length() <= kRelocated * cCarCam.geometry.scale) continue;
+    m_pInterface->MessageBox(
+        "Warning",
+        "In the rigging process the wheels should be moved and scaled with the "
+        "WheelRelocatorMesh:es.\nUse the WheelCenterMesh:es for suspension and particles.",
+        kButtonsOk | kIconWarning);
+    break;
+  }
+}
+
+void CCarCamObject::MoveTurnBase() {
+  if (m_inTake || !m_turnBase.IsBound()) return;
+  const double now = m_pInterface->GetTime();
+  Transform base = Transform::fromMatrix(m_bodyBase.ReadMatrix(now));
+  base.position += base.rotation.rotate({0.0, 0.0, cCarCam.GetPivotZ()});
+  m_turnBase.Place(now, Scaled(base));
+}
+
+}  // namespace orv::rws::addon
