@@ -7,6 +7,7 @@
 
 #include "plugins/release/all/AllRigs.h"
 #include "support/FakeInterface.h"
+#include "support/Templates.h"
 #include "util/DataChunk.h"
 #include "util/QTransform.h"
 
@@ -25,8 +26,8 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
   static std::unique_ptr<FakeWorld> NewWorld(double fps = 25.0) {
     auto world = std::make_unique<FakeWorld>(*GetParam(), fps);
     EXPECT_EQ(world->rig->Create(), 0);
-    FakeNode& moved =
-        world->Node(Present(*world, {"AttachedCam", "RelativeCageMesh", "TargetMesh"}));
+    FakeNode& moved = world->Node(Present(
+        *world, {"AttachedCam", "RelativeCageMesh", "TargetMesh", "Pivot", "Base", "Mount"}));
     for (int i = 0; i <= 100; ++i)
       moved.keys[i / fps] = util::QTransform<double>{{std::sin(i / fps * 5.0), i / fps, 0.0},
                                                      Quat::fromRotationVector({0, i * 0.02, 0})}
@@ -65,7 +66,7 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(RigBasics, RigBasics, testing::ValuesIn(AllRigs()),
+INSTANTIATE_TEST_SUITE_P(RigBasics, RigBasics, testing::ValuesIn(tests::AllKinds()),
                          [](const auto& kind) { return "Rig" + kind.param->GetId(); });
 
 TEST_P(RigBasics, RetakesGoOnAsIfNothingHadHappenedAndUndoRestoresTheSavedState) {
@@ -148,7 +149,8 @@ TEST_P(RigBasics, NodesAreBoundOnceAndANeededOneThatIsMissingIsTold) {
   auto world = NewWorld();
   for (auto& [name, node] : world->core.nodes) EXPECT_EQ(node->keyStatesForgotten, 1) << name;
   int restored = 0;
-  const std::string needed = Present(*world, {"CarBodyMesh", "FollowCam", "RelativeCageMesh"});
+  const std::string needed =
+      Present(*world, {"CarBodyMesh", "FollowCam", "RelativeCageMesh", "Arm", "Plate", "Camera"});
   auto taken = std::move(world->core.nodes[needed]);
   for (auto& [name, node] : world->core.nodes)
     if (node && node->parent) node->parent = nullptr;

@@ -22,6 +22,7 @@
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "plugins/release/all/AllRigs.h"
+#include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 
@@ -33,7 +34,8 @@ class RigScene {
   using Matrix = util::Matrix<double>;
   using Poses = std::map<std::string, std::vector<Matrix>>;  ///< by node, one a frame
 
-  RigScene(const std::string& kind, double fps) : session(rws::addon::AllRigs()) {
+  RigScene(const std::string& kind, double fps)
+      : session(rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin) {
     StartQt();
     session.GetCore().runEventQueue = [] {};
     scene().setFrameRate(fps);
@@ -53,7 +55,8 @@ class RigScene {
     mover.setChannel(turn);
     rig = session.GetCore().CreateToolFromFactory(kind, "Rig");
     if (!rig) throw std::runtime_error("no rig " + kind);
-    for (const char* bound : {"Rig_AttachedCam", "Rig_RelativeCageMesh"})
+    for (const char* bound :
+         {"Rig_AttachedCam", "Rig_RelativeCageMesh", "Rig_Pivot", "Rig_Base", "Rig_Mount"})
       if (auto* node = scene().find(bound)) scene().reparent(*node, &mover, 0.0);
     BindSticks();
   }

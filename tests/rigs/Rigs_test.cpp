@@ -5,6 +5,7 @@
 #include "core/Resources.h"
 #include "core/interface/CCameraPlugin.h"
 #include "rigs/RigSuite.h"
+#include "support/Templates.h"
 
 namespace orv::tests {
 namespace {
@@ -29,14 +30,14 @@ class Rigs : public testing::TestWithParam<std::string> {
 };
 
 std::string DataFolder(const std::string& id) {
-  for (auto* kind : rws::addon::AllRigs())
+  for (auto* kind : AllKinds())
     if (kind->GetId() == id) return kind->GetDataFolder();
   return {};
 }
 
 std::vector<std::string> Kinds() {
   std::vector<std::string> kinds;
-  for (auto* kind : rws::addon::AllRigs()) kinds.push_back(kind->GetId());
+  for (auto* kind : AllKinds()) kinds.push_back(kind->GetId());
   return kinds;
 }
 INSTANTIATE_TEST_SUITE_P(Rigs, Rigs, testing::ValuesIn(Kinds()),
@@ -65,7 +66,9 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
   const std::map<std::string, std::uint64_t> golden{
       {"MotionFilterCam", 1959454311059355609u},  {"SteadyCam", 15735258135319098321u},
       {"DirectInputLink", 11983521190051260298u}, {"1DPositioner", 7706366633830842622u},
-      {"1DRotator", 18399534326298479851u},       {"1DScaler", 9117487856127847459u}};
+      {"1DRotator", 18399534326298479851u},       {"1DScaler", 9117487856127847459u},
+      {"HandheldCam", 17314876352522029841u},     {"Pendulum", 6867015200588460931u},
+      {"Turntable", 14490501074165224070u}};
   auto world = NewScene();
   world->Take(0, 50);
   std::uint64_t hash = 14695981039346656037u;
