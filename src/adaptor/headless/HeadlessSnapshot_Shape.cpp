@@ -1,6 +1,7 @@
 #include "adaptor/headless/HeadlessSnapshot_Shape.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "adaptor/headless/HeadlessNode.h"
 
@@ -55,6 +56,21 @@ Vector3<double> HeadlessSnapshot_Shape::GetTangent(double fraction) {
   if (m_points.size() < 2) return Vector3<double>().normalized();
   const std::size_t i = SegmentAt(std::clamp(fraction, 0.0, 1.0) * GetLength());
   return (m_points[i + 1] - m_points[i]).normalized();
+}
+
+double HeadlessSnapshot_Shape::GetClosest(const Vector3<double>& point) {
+  double closest = 0.0;
+  double least = std::numeric_limits<double>::infinity();
+  for (std::size_t i = 0; i + 1 < m_points.size(); ++i) {
+    const Vector3<double> line = m_points[i + 1] - m_points[i];
+    const double along = (point - m_points[i]).dot(line) / line.lengthSquared();
+    const double share = std::clamp(along, 0.0, 1.0);
+    const double distance = (m_points[i] + line * share - point).lengthSquared();
+    if (!(distance < least)) continue;
+    least = distance;
+    closest = (m_lengths[i] + (m_lengths[i + 1] - m_lengths[i]) * share) / GetLength();
+  }
+  return closest;
 }
 
 }  // namespace orv::rws::adaptor::headless

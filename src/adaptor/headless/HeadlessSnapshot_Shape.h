@@ -26,6 +26,8 @@ class HeadlessSnapshot_Shape final
   util::Vector3<double> GetPoint(double fraction) override;
   /// The direction of the line that begins at the fraction; of the last line at the end.
   util::Vector3<double> GetTangent(double fraction) override;
+  /// Exact, line by line.
+  double GetClosest(const util::Vector3<double>& point) override;
 
  private:
   void Fill(const Curve& curve, const util::Matrix<double>& world);

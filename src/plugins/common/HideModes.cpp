@@ -22,8 +22,12 @@ HideModes::Box& HideModes::Add(std::string label, std::string tooltip, When when
 
 void HideModes::Define(CInterface& core, CInterface::Callback& rig) {
   core.BeginGroup("General Modes", "What is shown");
-  for (Box& box : m_boxes) core.AddCheckBox(box.label, box.tooltip, &box.on, &rig);
+  DefineBoxes(core, rig);
   core.EndGroup();
+}
+
+void HideModes::DefineBoxes(CInterface& core, CInterface::Callback& rig) {
+  for (Box& box : m_boxes) core.AddCheckBox(box.label, box.tooltip, &box.on, &rig);
 }
 
 bool HideModes::IsHidden(const RigSceneNode* node) const {

@@ -30,6 +30,8 @@ class HideModes {
   Box& Add(std::string label, std::string tooltip, When when, std::vector<RigSceneNode*> nodes);
   /// Declares the group "General Modes" with a check box each.
   void Define(CInterface& core, CInterface::Callback& rig);
+  /// The check boxes alone, for a rig that has more in the group.
+  void DefineBoxes(CInterface& core, CInterface::Callback& rig);
   /// A take begins: hides what is to be hidden during it.
   void Start();
   /// A take has ended: shows again what was hidden for it alone.

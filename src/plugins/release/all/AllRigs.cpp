@@ -5,6 +5,7 @@
 #include "plugins/release/1dscaler/1dscaler_C1DScalerObject.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
+#include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
 
 namespace orv::rws::addon {
@@ -16,7 +17,9 @@ std::vector<CCameraPlugin*> AllRigs() {
   static C1DPositionerPlugin positioner;
   static C1DRotatorPlugin rotator;
   static C1DScalerPlugin scaler;
-  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner, &rotator, &scaler};
+  static CCameraRailPlugin cameraRail;
+  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner,
+          &rotator,         &scaler,    &cameraRail};
 }
 
 }  // namespace orv::rws::addon
