@@ -56,7 +56,8 @@ bool NodeSpline::IsSupported() const {
 }
 
 bool NodeSpline::IsValid() {
-  return static_cast<bool>(Shape(*this));
+  const Shape shape(*this);
+  return shape && shape->GetLength() > 0.0;
 }
 
 Matrix NodeSpline::NodeMatrix() const {

@@ -36,6 +36,7 @@ class NodeSpline : public SplineInformation {
   Vector RawPosition(double u) override;
   double RawLength() override;
   double WorldLength() override;
+  /// A curve without length carries nothing either.
   bool IsValid() override;
   /// Arc parameter of the point that is closest to `point` (world).
   double Closest(const Vector& point);
