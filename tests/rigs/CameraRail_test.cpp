@@ -6,6 +6,7 @@
 
 #include "core/UserInterface.h"
 #include "core/interface/CCamera.h"
+#include "plugins/release/splinespeedcontroller/NodeSpline.h"
 #include "rigs/RigSuite.h"
 #include "util/AVar_Latest.h"
 #include "util/DataChunk.h"
@@ -414,6 +415,59 @@ TEST(CameraRail, TheCarriageLooksAlongATurnedCurveAtTargetsOrKeepsItsAim) {
   const auto kept = util::Quat<double>::fromMatrix(rail.Carriage(300));
   EXPECT_NEAR(std::abs(kept.x * held.x + kept.y * held.y + kept.z * held.z + kept.w * held.w), 1.0,
               1e-12);
+}
+
+TEST(CameraRail, OnACurveThatMovesATakeRepeatsBitForBitFromAnyTime) {
+  for (const double fps : {25.0, 59.94}) {
+    Rail rail(fps);
+    hl::SceneNode& path = rail.Path({{0, 0, 0}, {6, 1, 0}, {6, 0, 7}, {-1, 2, 5}}, true);
+    rail.scene().reparent(path, rail.scene().find("Mover"), 0.0);
+    rail.WaypointsAt({5, 20, 70});
+    rail.Edit("Loop", "1");
+    rail.Select(1, "Time Delay (frames)", "4");
+    rail.Select(2, "Look at Target", "1");
+    for (const char* button : {"Start", "Forced Stop"})
+      rail.rig->GetProperties().find(button)->deadzone = 0.97;
+    rail.Take(0, 120);
+    const auto taken = rail.PosesOf(0, 130);
+    rail.Resimulate(0, 120);
+    EXPECT_TRUE(rail.PosesOf(0, 130) == taken) << fps;
+    rail.Reopen();
+    rail.Resimulate(0, 120);
+    EXPECT_TRUE(rail.PosesOf(0, 130) == taken) << fps;
+    for (const double start : {1.0, 1.013}) {  // on the grid of frames, and between two of them
+      const auto resimulate = [&] {
+        ASSERT_EQ(rail.core().BeginResimulation(start, 3.0), 0);
+        while (rail.core().StepResimulation()) {
+        }
+        rail.core().EndResimulation();
+      };
+      resimulate();
+      const auto once = rail.PosesOf(0, 130);
+      EXPECT_GT(rail.Speed(50), 0.0);
+      resimulate();
+      EXPECT_TRUE(rail.PosesOf(0, 130) == once) << fps << " from " << start;
+    }
+  }
+}
+
+TEST(CameraRail, AHostsCurveIsTheSameFromItsNodeAndInTheWorld) {
+  Rail rail;
+  Matrix pose = Matrix::rotationAxisAngle(50, 0, 0, 1);
+  pose.setRowLengths({3, 3, 3});
+  pose.setTranslation({7, 8, 9});
+  rail.Path({{0, 0, 0}, {2, 0, 0}, {2, 0, 6}}, false, pose);
+  rws::addon::NodeSpline spline;
+  EXPECT_TRUE(!spline.IsValid() && spline.WorldPosition(0.5) == Vector());
+  spline.Bind(*rail.rig, rail.session.GetAdaptor().FindSceneNode("Rig_CarriageNode"));
+  EXPECT_TRUE(spline.IsSupported() && spline.IsValid());
+  EXPECT_NEAR(spline.RawLength(), 8.0, 1e-9);
+  EXPECT_NEAR(spline.WorldLength(), 24.0, 1e-9);
+  EXPECT_LT((spline.RawPosition(0.5) - Vector(2, 0, 2)).length(), 1e-9);
+  EXPECT_LT((spline.WorldPosition(0.5) - pose.transformPoint({2, 0, 2})).length(), 1e-9);
+  EXPECT_LT((spline.RawTangent(0.1) - Vector(1, 0, 0)).length(), 1e-9);
+  EXPECT_LT((spline.WorldTangent(0.1).normalized() - pose.axisRow(0) / 3.0).length(), 1e-9);
+  EXPECT_NEAR(spline.Closest(pose.transformPoint({3, 1, 2})), 0.5, 1e-9);
 }
 
 TEST(CameraRail, EveryActionIsUndoneAndRedoneToTheByte) {

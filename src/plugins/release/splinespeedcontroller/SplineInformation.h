@@ -11,7 +11,7 @@ class SplineInformation {
  public:
   using Vector = util::Vector3<double>;
 
-  /// The raw tangent, carried into the world without the translation; not normalised.
+  /// The raw tangent, carried into the world without the translation; of any length.
   virtual Vector WorldTangent(double /*u*/) { return {}; }
   virtual Vector RawTangent(double /*u*/) { return {}; }  ///< unit
   virtual Vector WorldPosition(double /*u*/) { return {}; }
