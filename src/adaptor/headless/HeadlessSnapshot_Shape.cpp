@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "adaptor/headless/HeadlessNode.h"
 
@@ -12,16 +13,15 @@ using util::Vector3;
 
 HeadlessSnapshot_Shape& HeadlessSnapshot_Shape::Bind(HeadlessNode& node, double time) {
   m_inUse = true;
-  const Curve& curve = *node.GetSceneNode()->curve();
+  std::shared_ptr<const Curve> curve = node.GetSceneNode()->sharedCurve();
   const Matrix<double> world = node.GetWorldPose(time);
-  if (m_points.empty() || m_world != world || m_closed != curve.closed || m_curve != curve.points)
-    Fill(curve, world);
+  // A curve never changes; a node that gets another one gets another object.
+  if (m_curve != curve || m_world != world) Fill(std::move(curve), world);
   return *this;
 }
 
-void HeadlessSnapshot_Shape::Fill(const Curve& curve, const Matrix<double>& world) {
-  m_curve = curve.points;
-  m_closed = curve.closed;
+void HeadlessSnapshot_Shape::Fill(std::shared_ptr<const Curve> curve, const Matrix<double>& world) {
+  m_curve = std::move(curve);
   m_world = world;
   m_points.clear();
   m_lengths.clear();
@@ -31,8 +31,8 @@ void HeadlessSnapshot_Shape::Fill(const Curve& curve, const Matrix<double>& worl
     m_lengths.push_back(m_points.empty() ? 0.0 : m_lengths.back() + step);
     m_points.push_back(point);
   };
-  for (const Vector3<double>& point : curve.points) add(world.transformPoint(point));
-  if (curve.closed && !m_points.empty()) add(Vector3<double>(m_points.front()));
+  for (const Vector3<double>& point : m_curve->points) add(world.transformPoint(point));
+  if (m_curve->closed && !m_points.empty()) add(Vector3<double>(m_points.front()));
 }
 
 /// Index of the line's first point; the last line for the whole length.

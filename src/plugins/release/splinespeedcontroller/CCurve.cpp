@@ -61,6 +61,16 @@ void CCurve::Clear() {
   m_dirty = true;
 }
 
+CCurve CCurve::Outline() const {
+  CCurve outline(m_density);
+  outline.m_closed = m_closed;
+  outline.m_endStraight = m_endStraight;
+  outline.m_points = m_points;
+  outline.m_tensionsIn = m_tensionsIn;
+  outline.m_tensionsOut = m_tensionsOut;
+  return outline;
+}
+
 CurveState CCurve::State() {
   if (m_dirty) Rebuild();
   return m_state;

@@ -45,6 +45,8 @@ class CCurve {
   /// Ahead of point `index`; at the end when there is none.
   void InsertPoint(std::size_t index, const Vector& point, double tensionIn, double tensionOut);
   void Clear();
+  /// A copy without the tables.
+  CCurve Outline() const;
   const std::vector<Vector>& Points() const { return m_points; }
   const std::vector<double>& TensionsIn() const { return m_tensionsIn; }
   const std::vector<double>& TensionsOut() const { return m_tensionsOut; }

@@ -25,7 +25,7 @@ class CCurveUndo : public CUndo {
     bool curveInitialized;
   };
 
-  State Present() const { return {m_information.curve, m_information.curveInitialized}; }
+  State Present() const { return {m_information.curve.Outline(), m_information.curveInitialized}; }
   void Apply(const State& state) {
     m_information.curve = state.curve;
     m_information.curveInitialized = state.curveInitialized;

@@ -395,6 +395,8 @@ void CCameraRailObject::EditField(const std::string& label) {
   std::string field = label;
   if (label == kDelaySeconds && waypointTimeDelayD != panel.frameDelay / rate) {
     panel.frameDelay = std::min(waypointTimeDelayD * rate, kMostFrames);
+    if (waypointTimeDelayD * rate > kMostFrames)
+      Tell("Warning", "A stop lasts 1000 frames at most: 1000 are taken.");
     field = "Time Delay (frames)";
   }
   waypointTimeDelayD = panel.frameDelay / rate;

@@ -60,7 +60,9 @@ bool ReadArray(const DataChunk& chunk, const char* key, std::vector<T>& values, 
 DataChunk CCameraRailObject::SaveCarriage() const {
   const CarriageMemory& m = m_carriage.memory;
   const auto nameOf = [&](int index) {
-    return index < 0 ? std::string() : m_rail.waypoints[static_cast<std::size_t>(index)]->GetName();
+    const auto i = static_cast<std::size_t>(index);
+    return index >= 0 && i < m_rail.waypoints.size() ? m_rail.waypoints[i]->GetName()
+                                                     : std::string();
   };
   DataChunk chunk(kCarriage);
   AddHistory(chunk, "currentSpeed", m.currentSpeed);
