@@ -166,6 +166,37 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
   }
 }
 
+TEST(CameraRail, TheMotionFollowsAnIndependentIntegrator) {
+  for (const auto& [limit, softner] : {std::pair{100.0, 0.9}, {40.0, 0.4}, {0.0, 3.0}}) {
+    Rail rail;
+    rail.Path({{0, 0, 0}, {80, 0, 0}}, false);
+    rail.WaypointsAt({0, 50});
+    rail.Select(0, "Maximum Acceleration", std::to_string(limit));
+    rail.Edit("Speed", "9");
+    rail.Select(1, "Brake Softner", std::to_string(softner));
+    rail.Edit("Brake Percent", "60");
+    rail.Edit("Stop Mode", "1");
+    rail.Resimulate(0, 400);
+    double first = 0, second = 0, u = 0;
+    const auto follow = [&](double& value, double target) {
+      const double step = std::min(target - value, limit == 0.0 ? 1e9 : limit * 0.04);
+      const double aim = value + step;
+      for (int i = 0; i < 2; ++i) value += (aim - value) * 0.05;
+    };
+    const auto positions = rail.Saved("onSplinePosition");
+    for (int i = 1; i <= 400; ++i) {
+      const double ahead = (0.5 - u) / (0.6 * 0.5);
+      const double brake = ahead < 1 ? std::max(0.01, std::pow(ahead, softner)) : 1.0;
+      follow(first, 9.0);
+      follow(second, first);
+      u = std::min(0.5, u + 0.04 * second * brake / 80);
+      ASSERT_NEAR(positions.value(rail.Frame(i)), u, 1e-12) << limit << " at " << i;
+      if (u == 0.5) break;
+    }
+    EXPECT_TRUE(softner > 0.5 || u == 0.5) << "this one arrives in time";
+  }
+}
+
 TEST(CameraRail, OnACircleOfUnevenPointsTheSpeedIsConstant) {
   Rail rail;
   rail.Circle({0, 20, 75, 110, 170, 200, 290});
@@ -409,6 +440,15 @@ TEST(CameraRail, TheCarriageLooksAlongATurnedCurveAtTargetsOrKeepsItsAim) {
   rail.Resimulate(0, 300);
   const Vector way = Vector(30, 5, -20) - rail.Carriage(299).translation();
   EXPECT_GT(-rail.Carriage(300).axisRow(2).dot(way.normalized()), 0.9999);
+  // Braking, it turns to the target of the waypoint behind the one ahead.
+  rail.Place("Rig_Waypoint03_lookAtTarget", {-30, 0, -60});
+  rail.Edit("Look at Target When Braking", "1");
+  rail.Select(1, "Time Delay (frames)", "1000");
+  rail.Edit("Brake Percent", "100");
+  rail.Select(0, "Speed", "0.5");
+  rail.Resimulate(0, 300);
+  const Vector back = Vector(-30, 0, -60) - rail.Carriage(299).translation();
+  EXPECT_GT(-rail.Carriage(300).axisRow(2).dot(back.normalized()), 0.9999);
   const auto held = util::Quat<double>::fromMatrix(rail.Carriage(100));
   rail.Edit("Gyro Mode only", "1");
   rail.Resimulate(100, 300);
