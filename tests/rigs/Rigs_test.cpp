@@ -68,9 +68,12 @@ TEST_P(Rigs, AResimulationRepeatsATakeBitForBitAlsoInAReopenedScene) {
 /// are counted in micrometres, so that another machine's sine does not show.
 TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
   const std::map<std::string, std::uint64_t> golden{
-      {"MotionFilterCam", 1959454311059355609u},  {"SteadyCam", 15735258135319098321u},
-      {"DirectInputLink", 11983521190051260298u}, {"1DPositioner", 7706366633830842622u},
-      {"1DRotator", 18399534326298479851u},       {"1DScaler", 9117487856127847459u},
+      {"MotionFilterCam", 1959454311059355609u},
+      {"SteadyCam", 15735258135319098321u},
+      {"DirectInputLink", 11983521190051260298u},
+      {"1DPositioner", 7706366633830842622u},
+      {"1DRotator", 18399534326298479851u},
+      {"1DScaler", 9117487856127847459u},
       {"Spline Speed-Controller", 10889804356967546686u}};
   auto world = NewScene();
   world->Take(0, 50);
