@@ -32,7 +32,7 @@ enum NodeExtension : int {
   kAdaptorBookkeeping = 37,   ///< the host adaptor's own
   kWrittenByRig = 61,         ///< the rig writes this node in every frame of a take: until it first
                               ///< does, the node holds the pose of the take's start
-  kAcquireCurve = 62,  ///< the node's curve at the time (s) that `a`, a const double*, points
+  kAcquireCurve = 63,  ///< the node's curve at the time (s) that `a`, a const double*, points
                        ///< to: a CSnapshot_Shape*, which goes back by
                        ///< CInterface::ReleaseNode; 0 when the node holds no curve
 };
