@@ -201,7 +201,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   bool m_bTouched = false;
   unidevice::PropertyHandler m_properties;
   std::vector<unidevice::Property*> m_outputs;  ///< the rig's
-  bool m_recordStart = false;  ///< the rig begins by its inputs
+  bool m_recordStart = false;                   ///< the rig begins by its inputs
   std::vector<util::AVar_Linear<double>> m_tracks;
   std::deque<ControlHolder> m_savedControls;  ///< set aside while a resimulation runs
   std::vector<std::unique_ptr<unidevice::Control>> m_temporaryControls;

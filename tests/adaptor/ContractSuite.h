@@ -258,7 +258,7 @@ TEST_P(AdaptorContract, KnowsItsNodesByOwnerAndExactName) {
 
 TEST_P(AdaptorContract, AnswersTheExtensionsThatRigsUse) {
   CoreNode* const node = NewMesh(0, "Body");
-  for (const int code : {10, 11, 17, 18, 31, 32, 61, 63})
+  for (const int code : {10, 11, 17, 18, 31, 32, 61, 62, 63})
     EXPECT_TRUE(node->HasExtension(code)) << code;
   EXPECT_FALSE(node->HasExtension(99));
   EXPECT_EQ(node->Extension(99, nullptr, nullptr), 0);
