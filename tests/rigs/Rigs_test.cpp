@@ -75,6 +75,7 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
       {"1DPositioner", 7706366633830842622u},
       {"1DRotator", 18399534326298479851u},
       {"1DScaler", 9117487856127847459u},
+      {"4WheelerExt", 14057652315410992247u},
       {"Spline Speed-Controller", 10889804356967546686u},
       {"HandheldCam", 17314876352522029841u},
       {"Pendulum", 6867015200588460931u},
@@ -175,20 +176,21 @@ TEST_P(Rigs, HiddenNodesComeBackWithUndoAndAfterATake) {
     for (auto* node : world->scene().nodes()) count += !node->visible();
     return count;
   };
+  const int usually = hidden();
   for (const std::string label : {"Hide Helpers", "Hide Camera", "Hide FollowCam"}) {
     if (world->rig->GetConfig().findAll(label).empty()) continue;
     world->Edit(label, "1");
-    EXPECT_GT(hidden(), 0) << label;
+    EXPECT_GT(hidden(), usually) << label;
     ASSERT_TRUE(world->session.GetAdaptor().HostUndo());
-    EXPECT_EQ(hidden(), 0) << label;
+    EXPECT_EQ(hidden(), usually) << label;
     ASSERT_TRUE(world->session.GetAdaptor().HostRedo());
-    EXPECT_GT(hidden(), 0) << label;
+    EXPECT_GT(hidden(), usually) << label;
     world->Edit(label, "0");
-    EXPECT_EQ(hidden(), 0) << label;
+    EXPECT_EQ(hidden(), usually) << label;
   }
   world->Edit("Hide Helpers During Recording", "1");
   world->Take(0, 3);
-  EXPECT_EQ(hidden(), 0);
+  EXPECT_EQ(hidden(), usually);
 }
 
 }  // namespace
