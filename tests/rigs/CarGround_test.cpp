@@ -141,7 +141,6 @@ TEST(CarGround, AllCastersGiveTheSameDriveAlsoFromAStoredMesh) {
       car.scene().find("Ground")->setPose({{0, -50, 0}, {}, {1, 1, 1}});
       car.Reopen();
       EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
-      car.messages.clear();
     };
     EXPECT_LT(Farthest(host, path([&](CarScene& car) {
                          car.Edit("Use Fast Ray Cast", 1);

@@ -69,7 +69,7 @@ TEST(CarRigging, ACarWithoutAHelperDrivesAndOneWithoutItsBaseIsKeptUnopened) {
     car.Reopen();
     EXPECT_TRUE(car.session.TakeWarnings().empty()) << gone;
     car.Resimulate(0, 50);
-    EXPECT_TRUE(car.messages.empty()) << gone;
+    EXPECT_EQ(car.messages, Texts{}) << gone;
   }
   for (const char* gone : {"CarBodyBaseMesh", "GravityDirectionMesh", "WheelMesh_FL"}) {
     std::unique_ptr<CarScene::Node> node;
@@ -81,6 +81,24 @@ TEST(CarRigging, ACarWithoutAHelperDrivesAndOneWithoutItsBaseIsKeptUnopened) {
     EXPECT_EQ(car.session.TakeWarnings().size(), 1u) << gone;
     EXPECT_FALSE(car.core().FindInstance("Car"));
     std::remove(path.c_str());
+  }
+}
+
+TEST(CarRigging, NodesThatGoAwayBeforeOrInATakeLeaveFinitePoses) {
+  for (const char* gone : {"WheelRelocatorMesh_BL", "WheelMesh_FR", "ChassisRelocatorMesh",
+                           "CarBodyBaseMesh", "CarBodyMesh"}) {
+    for (const int frame : {0, 25}) {
+      std::unique_ptr<CarScene::Node> node;
+      CarScene car;
+      car.AddGround(Floor());
+      if (frame == 0) node = car.scene().detach(car.Find(gone));
+      car.onFrame = [&](int i) {
+        if (i == frame) node = car.scene().detach(car.Find(gone));
+      };
+      car.Drive(2, {{kGas, Always(0.5)}});
+      ExpectFinite(car, 50);
+      EXPECT_FALSE(car.core().IsResimulating());
+    }
   }
 }
 

@@ -93,6 +93,17 @@ TEST(CarSave, OlderDataIsReadByItsVersion) {
   EXPECT_EQ(glued["Maximum Wheel Extension Velocity (Radius Rel)"], 3.0);
 }
 
+TEST(CarSave, ACarThatWasNeverDrivenKeepsItsSizes) {
+  CarScene car;
+  car.Reopen();
+  const double maximum = CarScene::kScale * 3.6 * 3.0;
+  car.Edit("Multiplier", 3.6);
+  EXPECT_NEAR(car.Setting("World Space Maximum Velocity Gauge"), maximum, 1e-9);
+  car.Edit("Turn Base (Back Wheel Relative)", 1);
+  EXPECT_LT((car.At("TurnBaseMesh", 0) - CarScene::Vector()).length(), 1e-9);
+  EXPECT_NEAR(car.World("TurnBaseMesh", 0).rowLengths().x, CarScene::kScale, 1e-9);
+}
+
 TEST(CarSave, DataOfOldCarsNeverLeavesTheGround) {
   // A car that is glued to the ground follows it down any step.
   const auto cliff = [](double, double z) { return z < -10 ? -3.0 : 0.0; };
@@ -118,8 +129,10 @@ TEST(CarSave, DataOfOldCarsNeverLeavesTheGround) {
 }
 
 TEST(CarSave, AStoredGroundIsReadFromVersion8143On) {
-  for (const auto& [version, key, kept] :
-       {std::tuple{8148, "", 1.0}, {8143, "", 1.0}, {8148, "cMesh_storedGroundMesh", 0.0}}) {
+  for (const auto& [version, key, kept] : {std::tuple{8148, "", 1.0},
+                                           {8143, "", 1.0},
+                                           {8142, "", 0.0},
+                                           {8148, "cMesh_storedGroundMesh", 0.0}}) {
     CarScene car;
     auto& ground = car.AddGround(GridMesh(Flat, Rows(-20, 20, 2), Rows(-20, 20, 2)));
     ground.setPose({{0, 2, 0}, {}, {1, 1, 1}});

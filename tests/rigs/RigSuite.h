@@ -70,12 +70,15 @@ class RigScene {
   /// A take over the frames `first` to `last`, the sticks moved per frame.
   void Take(int first, int last) {
     session.GetAdaptor().SetCurrentTime(Frame(first));
+    const auto move = [&](int frame) {
+      for (std::size_t i = 0; i < m_sticks.size(); ++i)
+        m_sticks[i]->current = std::sin(0.21 * frame + static_cast<double>(i));
+    };
+    move(first);
     ASSERT_EQ(core().StartRecording(), 0);
     unsigned ms = 0;
     while (core().IsRecording() && core().FrameIndex(core().GetFrameTime()) < last) {
-      const int next = core().FrameIndex(core().GetFrameTime()) + 1;
-      for (std::size_t i = 0; i < m_sticks.size(); ++i)
-        m_sticks[i]->current = std::sin(0.21 * next + static_cast<double>(i));
+      move(core().FrameIndex(core().GetFrameTime()) + 1);
       core().OnTimer(rws::core::RecordManager::kTakeTimer, ms++);
       ASSERT_LT(ms, 100000u);
     }

@@ -25,6 +25,8 @@ constexpr double kRayStart = 0.96 / 3.5;
 constexpr double kMostClimb = 2.0;
 /// Length of the centre ray, in longest drops of the wheel.
 constexpr double kRayLength = 1000.0;
+/// Part of its radius by which a tire may sink in.
+constexpr double kMostGive = 0.9;
 /// Room round a wheel, in radii, within which it may be lifted before its neighbourhood is taken
 /// anew.
 constexpr double kNearMargin = 0.25;
@@ -246,7 +248,8 @@ double CWheelNode::RespondToEdges(double drop, double lastDrop) const {
   if (State().bInTheAir()) return drop;
   double followed = lastDrop;
   util::lowPassClamped(followed, drop, m_settings.fSurfaceEdgeResponseFactor, 0.0, GetDt());
-  return followed;
+  // However soft, a tire gives by no more than there is of it.
+  return std::min(followed, drop + kMostGive * m_line.radius);
 }
 
 /// A wheel drops no farther than its suspension, and no faster than it extends. It may rise as fast

@@ -1,7 +1,30 @@
 #include "plugins/release/4wheelerextended/CarMemory.h"
 
-#include "plugins/common/History.h"
+#include <algorithm>
+#include <array>
+
 #include "plugins/common/SaveChunk.h"
+#include "util/AVar_Latest.h"
+#include "util/AVar_Linear.h"
+#include "util/AVar_Nearest.h"
+
+namespace orv::util {
+
+/// A row of numbers that are kept together.
+template <std::size_t N>
+struct FlatForm<std::array<double, N>> {
+  static constexpr std::size_t size = 8 * N;
+  static void put(unsigned char* to, const std::array<double, N>& row) {
+    for (std::size_t i = 0; i < N; ++i) detail::putDouble(to + 8 * i, row[i]);
+  }
+  static std::array<double, N> get(const unsigned char* from) {
+    std::array<double, N> row;
+    for (std::size_t i = 0; i < N; ++i) row[i] = detail::getDouble(from + 8 * i);
+    return row;
+  }
+};
+
+}  // namespace orv::util
 
 namespace orv::rws::addon {
 
@@ -98,57 +121,60 @@ const char kBase[] = "ancCarCamqTransBase";
 const char kWheels[] = "wheelstore";
 const char kWheels2[] = "wheelstore2";
 
-using Rows = CarMemory::WheelRows;
+/// Numbers of one wheel in each of its two histories.
+constexpr std::size_t kWheelRow = 9;
+using Rows = std::array<double, kWheelRow * kWheelCount>;
 
 template <class Wheels, class Visit>
 void VisitWheels(Wheels& wheels, Rows& first, Rows& second, Visit visit) {
   for (std::size_t i = 0; i < kWheelCount; ++i) {
     auto& w = wheels[i];
-    double* a = &first[i * CarMemory::kWheelRow];
+    double* a = &first[i * kWheelRow];
     for (auto* value : {&w.yaw, &w.pfTotalPitch, &w.CurrDelta, &w.lastCompression, &w.gravelNoise,
                         &w.inTheAir, &w.fallSpeed, &w.lastCentreY})
       visit(*value, *a++);
-    double* b = &second[i * CarMemory::kWheelRow];
+    double* b = &second[i * kWheelRow];
     for (auto* value : {&w.localHeight, &w.centre.x, &w.centre.y, &w.centre.z, &w.bottom.x,
                         &w.bottom.y, &w.bottom.z, &w.released, &w.clearance})
       visit(*value, *b++);
   }
 }
 
-}  // namespace
+/// The parts of the state by time, each by its own rule, as saved data has them.
+class CarHistories {
+ public:
+  void Store(double time, const CarState& state);
+  CarState At(double time) const;
+  const std::vector<util::AVar<Transform>::Sample>& GetBases() const { return m_base.samples; }
 
-CarMemory::CarMemory()
-    : m_numbers(std::size(kNumbers)),
-      m_flags(std::size(kFlags)),
-      m_seeds(std::size(kSeeds)),
-      m_vectors(std::size(kVectors)),
-      m_transforms(std::size(kTransforms)) {}
+  /// Calls `visit` with the key of each history of `all` and the history.
+  template <class Self, class Visit>
+  static void ForEach(Self& all, Visit visit) {
+    const auto each = [&](auto& histories, const auto& rows) {
+      for (std::size_t i = 0; i < histories.size(); ++i) visit(rows[i].key, histories[i]);
+    };
+    each(all.m_numbers, kNumbers);
+    each(all.m_flags, kFlags);
+    each(all.m_seeds, kSeeds);
+    each(all.m_vectors, kVectors);
+    each(all.m_transforms, kTransforms);
+    visit(kBase, all.m_base);
+    visit(kWheels, all.m_wheels);
+    visit(kWheels2, all.m_wheels2);
+  }
 
-/// Calls `visit` with each history, its key, and the row that binds it to the state (or null).
-template <class Visit>
-void CarMemory::ForEachKind(CarMemory& m, Visit visit) {
-  const auto all = [&](auto& histories, const auto& rows) {
-    for (std::size_t i = 0; i < histories.size(); ++i) visit(rows[i].key, histories[i]);
-  };
-  all(m.m_numbers, kNumbers);
-  all(m.m_flags, kFlags);
-  all(m.m_seeds, kSeeds);
-  all(m.m_vectors, kVectors);
-  all(m.m_transforms, kTransforms);
-  visit(kBase, m.m_base);
-  visit(kWheels, m.m_wheels);
-  visit(kWheels2, m.m_wheels2);
-}
+ private:
+  std::array<util::AVar_Linear<double>, std::size(kNumbers)> m_numbers;
+  std::array<util::AVar_Latest<bool>, std::size(kFlags)> m_flags;
+  std::array<util::AVar_Latest<int>, std::size(kSeeds)> m_seeds;
+  std::array<util::AVar_Linear<Vector>, std::size(kVectors)> m_vectors;
+  std::array<util::AVar_Nearest<Transform>, std::size(kTransforms)> m_transforms;
+  util::AVar_Nearest<Transform> m_base;
+  util::AVar_Nearest<Rows> m_wheels;
+  util::AVar_Nearest<Rows> m_wheels2;
+};
 
-void CarMemory::Clear() {
-  ForEachKind(*this, [](const char*, auto& history) { history.samples.clear(); });
-}
-
-void CarMemory::Cut(double time) {
-  ForEachKind(*this, [time](const char*, auto& history) { CutHistory(history, time); });
-}
-
-void CarMemory::Store(double time, const CarState& state) {
+void CarHistories::Store(double time, const CarState& state) {
   CarState& s = const_cast<CarState&>(state);  // the rows bind members for reading and writing
   const auto all = [&](auto& histories, const auto& rows) {
     for (std::size_t i = 0; i < histories.size(); ++i) histories[i].set(time, rows[i].of(s));
@@ -165,7 +191,7 @@ void CarMemory::Store(double time, const CarState& state) {
   m_wheels2.set(time, second);
 }
 
-CarState CarMemory::At(double time) const {
+CarState CarHistories::At(double time) const {
   CarState s;
   const auto all = [&](auto& histories, const auto& rows) {
     for (std::size_t i = 0; i < histories.size(); ++i) rows[i].of(s) = histories[i].value(time);
@@ -181,13 +207,54 @@ CarState CarMemory::At(double time) const {
   return s;
 }
 
+}  // namespace
+
+/// Index of the first frame at or after `time`.
+std::size_t CarMemory::FirstFrom(double time) const {
+  if (m_frames.empty() || time > m_frames.back().time) return m_frames.size();
+  const auto first = std::lower_bound(m_frames.begin(), m_frames.end(), time,
+                                      [](const Frame& frame, double t) { return frame.time < t; });
+  return static_cast<std::size_t>(first - m_frames.begin());
+}
+
+void CarMemory::Cut(double time) {
+  m_frames.resize(FirstFrom(time));
+}
+
+void CarMemory::Store(double time, const CarState& state) {
+  const std::size_t index = FirstFrom(time), count = m_frames.size();
+  if (index < count && m_frames[index].time == time) {
+    m_frames[index].state = state;
+    return;
+  }
+  // Large steps while there are few: most of a growing take's cost is fresh memory.
+  if (count == m_frames.capacity())
+    m_frames.reserve(count < 64 ? 64 : count < 16384 ? count * 4 : count * 2);
+  m_frames.insert(m_frames.begin() + static_cast<std::ptrdiff_t>(index), {time, state});
+}
+
+CarState CarMemory::At(double time) const {
+  const std::size_t behind = FirstFrom(time);
+  CarHistories histories;
+  for (std::size_t i = behind > 0 ? behind - 1 : 0; i <= behind && i < m_frames.size(); ++i)
+    histories.Store(m_frames[i].time, m_frames[i].state);
+  return histories.At(time);
+}
+
 void CarMemory::Save(util::DataChunk& chunk) const {
-  ForEachKind(const_cast<CarMemory&>(*this),
-              [&](const char* key, auto& history) { AddHistory(chunk, key, history); });
+  CarHistories histories;
+  for (const Frame& frame : m_frames) histories.Store(frame.time, frame.state);
+  CarHistories::ForEach(
+      histories, [&](const char* key, const auto& history) { AddHistory(chunk, key, history); });
 }
 
 void CarMemory::Load(SaveReader& reader) {
-  ForEachKind(*this, [&](const char* key, auto& history) { reader.ReadHistory(key, history); });
+  CarHistories histories;
+  CarHistories::ForEach(histories,
+                        [&](const char* key, auto& history) { reader.ReadHistory(key, history); });
+  m_frames.clear();
+  for (const auto& base : histories.GetBases())
+    m_frames.push_back({base.time, histories.At(base.time)});
 }
 
 }  // namespace orv::rws::addon

@@ -96,6 +96,17 @@ int CCarCamObject::Create() {
 void CCarCamObject::CheckBodyScale(double time) {
   Matrix body = m_body.ReadMatrix(time);
   const Vector lengths = body.rowLengths();
+  const double turned = body.axisRow(0).cross(body.axisRow(1)).dot(body.axisRow(2));
+  if (!(turned > 0.0)) {
+    m_pInterface->MessageBox(
+        "Warning",
+        turned < 0.0 ? "The CarBodyMesh is mirrored. A car can't be driven inside out: "
+                       "give its body a positive scale, and mirror your own meshes."
+                     : "The CarBodyMesh has a scale of 0, so the car has no size. Scale "
+                       "the body.",
+        kButtonsOk | kIconWarning);
+    return;
+  }
   const auto differs = [&](double length) {
     return std::abs(length - lengths.x) > lengths.x * kUniform;
   };
