@@ -132,13 +132,13 @@ class CarScene : rws::core::UserInterface {
 
   // --- what a user does before a take ---
 
-  void Edit(const std::string& label, double value) { EditText(label, util::exactText(value)); }
-  void EditText(const std::string& label, const std::string& value) {
+  void Edit(const std::string& label, double value) {
     const auto elements = rig->GetConfig().findAll(label);
     EXPECT_EQ(elements.size(), 1u) << label;
     std::string problem;
     for (auto* element : elements)
-      EXPECT_TRUE(core().EditParameter(*rig, element->id(), value, problem) && problem.empty())
+      EXPECT_TRUE(core().EditParameter(*rig, element->id(), util::exactText(value), problem) &&
+                  problem.empty())
           << problem;
   }
   double Setting(const std::string& label) { return rig->GetConfig().findAll(label)[0]->number(); }
@@ -190,7 +190,7 @@ class CarScene : rws::core::UserInterface {
       int bits = 0;
       for (std::size_t wheel = 0; wheel < 4; ++wheel)
         bits |= (rig->GetOutputs()[3 + wheel]->read() != 0.0) << wheel;
-      air.at(static_cast<std::size_t>(i - 0)) = bits;
+      air.at(static_cast<std::size_t>(i)) = bits;
     }
     core().EndResimulation();
   }
@@ -258,14 +258,5 @@ class CarScene : rws::core::UserInterface {
   double m_scale = 1.0;
   const std::string m_path = testing::TempDir() + "car_" + std::to_string(getpid()) + ".glb";
 };
-
-/// Largest difference of two paths of a node.
-inline double Apart(CarScene& a, CarScene& b, const std::string& node, int last,
-                    double scaleOfB = 1.0) {
-  double most = 0.0;
-  for (int i = 0; i <= last; ++i)
-    most = std::max(most, (a.At(node, i) - b.At(node, i) / scaleOfB).length());
-  return most;
-}
 
 }  // namespace orv::tests

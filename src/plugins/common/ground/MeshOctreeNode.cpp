@@ -172,9 +172,9 @@ bool MeshOctreeNode::LineMeetsBox(const Vector& origin, const Vector& direction)
       if (low > 0.0 || high < 0.0) return false;
       continue;
     }
-    const auto [near, far] = std::minmax(low / direction[i], high / direction[i]);
-    from = std::max(from, near);
-    to = std::min(to, far);
+    const double a = low / direction[i], b = high / direction[i];
+    from = std::max(from, std::min(a, b));
+    to = std::min(to, std::max(a, b));
   }
   return from <= to;
 }
