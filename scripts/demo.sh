@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and performs the demo: a follow camera on a shaky object, and a
-# car that is driven over a terrain for 30 s, then once more as an F1 and as a boat from the same
-# inputs. Leaves out/demo/: source scenes, scenes with the new keys, poses as CSV, and pictures.
+# Installs what is missing, builds, and performs the demo: a follow camera on a shaky object, a car
+# that is driven over a terrain for 30 s, then once more as an F1 and as a boat from the same inputs,
+# carriages on curves, and tools of one file each. Leaves out/demo/: source scenes, scenes with the
+# new keys, poses as CSV, and pictures.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -45,5 +46,51 @@ done
   -o "$out/drives.png"
 "$rigwright" --quiet plot "$out/drive.glb" "$out/drive-f1.glb" "$out/drive-boat.glb" --rig $car \
   -o "$out/drives.svg"
+
+rail=$out/rail.glb
+python3 examples/make_curves.py "$out/curves.glb" > "$out/track.txt"
+# A coaster: the rig's own closed curve through eight waypoints, with gravity and banking.
+"$rigwright" --quiet add "$out/curves.glb" "Spline Speed-Controller" --name Coaster \
+  --profile "Gravity and Banking" -o "$rail" >/dev/null
+while read -r number x y z; do
+  "$rigwright" --quiet press "$rail" "Coaster:Create New Waypoint" -o "$rail"
+  "$rigwright" --quiet place "$rail" "Coaster_Waypoint0$number" --translate "$x,$y,$z" -o "$rail"
+done < "$out/track.txt"
+"$rigwright" --quiet press "$rail" "Coaster:Create Curve" -o "$rail"
+# A dolly on the scene's curve: waits at the second waypoint for Start, rests at the third, and
+# looks at the statue.
+"$rigwright" --quiet add "$rail" "Spline Speed-Controller" --name Dolly -o "$rail" >/dev/null
+"$rigwright" --quiet parent "$rail" Dolly_CarriageNode Street -o "$rail"
+number=1
+for percent in 0 35 70 100; do
+  "$rigwright" --quiet set "$rail" "Dolly:Waypoint Creation Position (in Percent)=$percent" \
+    "Dolly:Speed=2" -o "$rail"
+  "$rigwright" --quiet press "$rail" "Dolly:Create New Waypoint" -o "$rail"
+  "$rigwright" --quiet place "$rail" "Dolly_Waypoint0${number}_lookAtTarget" \
+    --translate 0,2.4,0 -o "$rail"
+  number=$((number + 1))
+done
+"$rigwright" --quiet set "$rail" "Dolly:Current Waypoint=Waypoint01" "Dolly:Look at Target=1" \
+  "Dolly:Current Waypoint=Waypoint02" "Dolly:Look at Target=1" "Dolly:Stop Mode=1" \
+  "Dolly:Brake Percent=30" "Dolly:Brake Softner=0.5" \
+  "Dolly:Current Waypoint=Waypoint03" "Dolly:Look at Target=1" "Dolly:Time Delay (seconds)=1.5" \
+  "Dolly:Brake Percent=30" "Dolly:Brake Softner=0.5" \
+  "Dolly:Current Waypoint=Waypoint04" "Dolly:Look at Target=1" "Dolly:Stop Mode=1" \
+  "Dolly:Brake Percent=30" "Dolly:Brake Softner=0.5" -o "$rail"
+"$rigwright" --quiet press "$rail" "Dolly:Initialize Carriage" -o "$rail"
+"$rigwright" --quiet press "$rail" "Coaster:Initialize Carriage" -o "$rail"
+"$rigwright" resim "$rail" --inputs examples/dolly_inputs.csv --range 0:24 -o "$rail"
+"$rigwright" --quiet export "$rail" --range 0:24 -o "$out/rail-poses.csv"
+"$rigwright" --quiet plot "$rail" --range 0:24 --rig Coaster -o "$out/coaster.png"
+"$rigwright" --quiet plot "$rail" --range 0:24 --rig Dolly -o "$out/dolly.png"
+
+# Tools of one file each: a lantern swings from the shaky object, and a turntable makes one turn.
+tools=$out/tools.glb
+"$rigwright" --quiet add "$source" Pendulum --name Lantern --profile Lantern -o "$tools" >/dev/null
+"$rigwright" --quiet parent "$tools" Lantern_Pivot Carrier -o "$tools"
+"$rigwright" --quiet add "$tools" Turntable --name Table --profile "One Turn" -o "$tools" >/dev/null
+"$rigwright" resim "$tools" -o "$tools"
+"$rigwright" --quiet plot "$tools" --rig Lantern -o "$out/lantern.png"
+
 echo "The demo is in $out:"
 ls -1 "$out"

@@ -10,6 +10,7 @@
 #include "core/Instance.h"
 #include "core/Log.h"
 #include "core/ParameterUndo.h"
+#include "core/TemplateLibrary.h"
 #include "core/Tool.h"
 #include "unidevice/DriverManager.h"
 
@@ -57,8 +58,9 @@ void CoreImplementation::SetTakeActive(bool active) {
   s_takeActive = active;
 }
 
-void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs) {
+void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker) {
   m_library.AddLibrary(std::make_unique<CoreLibrary>(*this, rigs));
+  if (maker) m_library.AddLibrary(std::make_unique<TemplateLibrary>(*this, maker));
   m_library.Load();
 }
 

@@ -14,6 +14,7 @@
 #include "core/RecordManager.h"
 #include "core/UpdateManager.h"
 #include "core/UserInterface.h"
+#include "core/interface/TemplateMaker.h"
 #include "util/Singleton.h"
 
 namespace orv::rws {
@@ -43,8 +44,8 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   static void SetTakeActive(bool active);
 
   /// Registers the rig kinds and loads the profiles of all. To be called once, before any tool is
-  /// made; the factories stay the caller's.
-  void LoadTools(const std::vector<CCameraPlugin*>& rigs);
+  /// made; the factories stay the caller's. With `maker` the templates load too.
+  void LoadTools(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker = nullptr);
   void SetUserInterface(UserInterface* ui) { m_pUserInterface = ui; }
   UserInterface* GetUserInterface() const { return m_pUserInterface; }
   /// Null while there is no main window.

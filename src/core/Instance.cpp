@@ -340,7 +340,11 @@ CSnapshot_Lens* Instance::GetSnapshotLens(CNode* node, double time) {
 }
 
 void Instance::ReleaseNode(void* object) {
-  if (object) static_cast<CNode*>(object)->Release();
+  auto* const extendable = static_cast<CExtendable*>(object);
+  if (auto* const node = dynamic_cast<CNode*>(extendable))
+    node->Release();
+  else
+    Adaptor().ReleaseSnapshot(extendable);
 }
 
 void Instance::ReleaseSnapshotMesh(CSnapshot_Mesh* snapshot) {

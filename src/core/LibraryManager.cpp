@@ -17,6 +17,18 @@ void LibraryManager::Load() {
   while (m_loaded < m_libraries.size()) m_libraries[m_loaded++]->Load();
 }
 
+void LibraryManager::Rescan() {
+  Load();
+  for (const auto& library : m_libraries) library->Rescan();
+}
+
+std::vector<LibraryProblem> LibraryManager::GetProblems() const {
+  std::vector<LibraryProblem> problems;
+  for (const auto& library : m_libraries)
+    problems.insert(problems.end(), library->GetProblems().begin(), library->GetProblems().end());
+  return problems;
+}
+
 Tool* LibraryManager::Find(const std::string& id) const {
   for (const auto& library : m_libraries) {
     for (const auto& tool : library->GetTools()) {

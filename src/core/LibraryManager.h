@@ -19,6 +19,9 @@ class LibraryManager : public util::Singleton<LibraryManager> {
   void AddLibrary(std::unique_ptr<Library> library);
   /// Loads the libraries that were added since the last call.
   void Load();
+  /// Has each library look again for tools that the user has added, changed or removed. A tool that
+  /// has rigs stays; pointers to others are no longer good.
+  void Rescan();
 
   /// The tool with this id, of the library that was added first; null when there is none.
   Tool* Find(const std::string& id) const;
@@ -26,6 +29,8 @@ class LibraryManager : public util::Singleton<LibraryManager> {
   std::vector<Tool*> GetTools() const;
   /// Categories of all tools, each once, in the order of the tools.
   std::vector<std::string> GetCategories() const;
+  /// What the libraries had to leave out.
+  std::vector<LibraryProblem> GetProblems() const;
 
  private:
   std::vector<std::unique_ptr<Library>> m_libraries;

@@ -258,7 +258,8 @@ TEST_P(AdaptorContract, KnowsItsNodesByOwnerAndExactName) {
 
 TEST_P(AdaptorContract, AnswersTheExtensionsThatRigsUse) {
   CoreNode* const node = NewMesh(0, "Body");
-  for (const int code : {10, 11, 17, 18, 31, 32}) EXPECT_TRUE(node->HasExtension(code)) << code;
+  for (const int code : {10, 11, 17, 18, 31, 32, 61, 62, 63})
+    EXPECT_TRUE(node->HasExtension(code)) << code;
   EXPECT_FALSE(node->HasExtension(99));
   EXPECT_EQ(node->Extension(99, nullptr, nullptr), 0);
   EXPECT_NE(node->Extension(17, nullptr, nullptr), 0);
@@ -643,7 +644,21 @@ TEST_P(AdaptorContract, ReadsLensCurveAndMesh) {
   EXPECT_TRUE(near(shape->GetPoint(2.0), {6, 1, 8}));
   EXPECT_TRUE(near(shape->GetTangent(0.2), {1, 0, 0}));
   EXPECT_TRUE(near(shape->GetTangent(1.0), {0, 0, 1}));
+  EXPECT_NEAR(shape->GetClosest({2, -3, -4}), 2.0 / 14.0, 1e-6);
+  EXPECT_NEAR(shape->GetClosest({9, 1, 5}), 11.0 / 14.0, 1e-6);
+  EXPECT_NEAR(shape->CSnapshot_Shape::GetClosest({9, 1, 5}), 11.0 / 14.0, 1e-6) << "any curve's";
   path->ReleaseSnapshot(shape);
+  // The way of a rig, which knows no more than CNode and CInterface.
+  const double now = 0.0;
+  const auto acquire = [&](CNode* node) {
+    return reinterpret_cast<rws::CSnapshot_Shape*>(
+        node->Extension(rws::kAcquireCurve, const_cast<double*>(&now), nullptr));
+  };
+  EXPECT_EQ(acquire(ground), nullptr);
+  rws::CSnapshot_Shape* const acquired = acquire(path);
+  ASSERT_NE(acquired, nullptr);
+  EXPECT_NEAR(acquired->GetLength(), 14.0, 1e-6);
+  adaptor.ReleaseSnapshot(acquired);
 
   rws::CSnapshot_Mesh* mesh = ground->GetSnapshotMesh(0.0);
   ASSERT_NE(mesh, nullptr);

@@ -132,6 +132,30 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
   });
 }
 
+TEST_F(BadInput, ADamagedTemplateIsToldAndLeavesTheOthersAlone) {
+  const std::string head = "<template version=\"1\" id=\"";
+  const std::string nodes = "\" name=\"N\"><nodes><box name=\"B\"/></nodes>";
+  folder.Write("mine/data/templates/good.xml", head + "Mine" + nodes + "</template>");
+  folder.Write(
+      "mine/data/templates/bad.xml",
+      head + "Bad" + nodes +
+          "<outputs><output name=\"x\"><parameter>y</parameter></output></outputs></template>");
+  const auto tools = json({"--data-root", "mine", "tools"});
+  EXPECT_NE(tools["tools"].dump().find("\"Mine\""), std::string::npos);
+  EXPECT_NE(tools["tools"].dump().find("\"Pendulum\""), std::string::npos);
+  ASSERT_EQ(tools["leftOut"].size(), 1u);
+  EXPECT_EQ(tools["leftOut"][0]["element"], "template \"N\"/outputs/output \"x\"/parameter");
+  EXPECT_EQ(tools["leftOut"][0]["reason"], "there is no parameter, input or output \"y\"");
+  const Outcome told = run({"--data-root", "mine", "tools"});
+  EXPECT_NE(told.out.find("bad.xml"), std::string::npos) << told.out;
+  EXPECT_EQ(run({"--data-root", "mine", "add", "shot.glb", "Mine", "-o", "x.glb"}).status, 0);
+  EXPECT_NE(run({"add", "shot.glb", "Mine", "-o", "y.glb"}).status, 0);
+  // A scene of a kind that is not there keeps its rig.
+  const Outcome without = run({"place", "x.glb", "Mover", "--translate", "0,0,0", "-o", "z.glb"});
+  EXPECT_NE(without.err.find("no rig kind \"Mine\""), std::string::npos) << without.err;
+  EXPECT_EQ(json({"--data-root", "mine", "info", "z.glb"})["rigs"].size(), 1u);
+}
+
 TEST_F(BadInput, ADamagedRigRecordIsToldAndKept) {
   ok({"set", "cam.glb", "Cam:Fixate Rotations=0", "-o", "cam.gltf"});
   auto document = nlohmann::json::parse(folder.Read("cam.gltf"));

@@ -16,12 +16,14 @@
 #include <vector>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "plugins/release/all/AllRigs.h"
+#include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 
@@ -33,7 +35,8 @@ class RigScene {
   using Matrix = util::Matrix<double>;
   using Poses = std::map<std::string, std::vector<Matrix>>;  ///< by node, one a frame
 
-  RigScene(const std::string& kind, double fps) : session(rws::addon::AllRigs()) {
+  RigScene(const std::string& kind, double fps)
+      : session(rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin) {
     StartQt();
     session.GetCore().runEventQueue = [] {};
     scene().setFrameRate(fps);
@@ -53,7 +56,8 @@ class RigScene {
     mover.setChannel(turn);
     rig = session.GetCore().CreateToolFromFactory(kind, "Rig");
     if (!rig) throw std::runtime_error("no rig " + kind);
-    for (const char* bound : {"Rig_AttachedCam", "Rig_RelativeCageMesh"})
+    for (const char* bound :
+         {"Rig_AttachedCam", "Rig_RelativeCageMesh", "Rig_Pivot", "Rig_Base", "Rig_Mount"})
       if (auto* node = scene().find(bound)) scene().reparent(*node, &mover, 0.0);
     BindSticks();
   }
@@ -109,6 +113,44 @@ class RigScene {
         for (int i = first; i <= last; ++i)
           poses[node->name().substr(prefix.size())].push_back(node->worldMatrix(Frame(i)));
     return poses;
+  }
+  void Press(const std::string& label) {
+    for (auto* element : rig->GetConfig().findAll(label))
+      EXPECT_TRUE(core().PressButton(*rig, element->id()));
+  }
+  void Place(const std::string& node, const util::Vector3<double>& position) {
+    namespace hl = rws::adaptor::headless;
+    auto* own = static_cast<hl::HeadlessNode*>(session.GetAdaptor().FindSceneNode(node));
+    ASSERT_TRUE(own) << node;
+    Matrix pose = own->GetWorldPose(0.0);
+    pose.setTranslation(position);
+    EXPECT_TRUE(own->SetWorldPose(0.0, pose, false));
+  }
+  /// Waypoints of the rail, made and placed in this order.
+  void PlaceWaypoints(const std::vector<util::Vector3<double>>& points) {
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      Press("Create New Waypoint");
+      Place("Rig_Waypoint" + std::string(i < 9 ? "0" : "") + std::to_string(i + 1), points[i]);
+    }
+  }
+  /// A rail on which all that has a memory happens.
+  void LayRail() {
+    PlaceWaypoints({{0, 0, 0}, {6, 1, 0}, {8, 0, 5}, {1, 2, 6}});
+    for (const auto& [label, value] :
+         std::map<std::string, std::string>{{"Use Orvel Curve Generation", "1"},
+                                            {"Closed Curve", "1"},
+                                            {"Loop", "1"},
+                                            {"Gravity Strength", "4"},
+                                            {"Banking Factor", "0.01"}})
+      Edit(label, value);
+    Press("Create Curve");
+    Edit("Look at Target", "1");
+    Edit("Current Waypoint", "1");
+    Edit("Time Delay (frames)", "7");
+    Edit("Current Waypoint", "2");
+    Edit("Yaw Mode only", "1");
+    for (const char* button : {"Start", "Forced Stop"})
+      rig->GetProperties().find(button)->deadzone = 0.97;
   }
   /// A user's edit.
   void Edit(const std::string& label, const std::string& value) {

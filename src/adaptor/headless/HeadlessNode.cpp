@@ -89,6 +89,9 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
     case kWrittenByRig:
       m_writtenByRig = true;
       return 1;
+    case kAcquireCurve:
+      return a ? reinterpret_cast<std::intptr_t>(GetSnapshotShape(*static_cast<const double*>(a)))
+               : 0;
     case kHandOver:
       return SetParent(static_cast<CNode*>(a)) ? 1 : -1;
     case kIsSameNode:
@@ -101,8 +104,9 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
 }
 
 void HeadlessNode::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(), {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys,
-                         kForgetShapeKeys, kHandOver, kRename, kWrittenByRig, kIsSameNode});
+  out.insert(out.end(),
+             {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys, kForgetShapeKeys,
+              kHandOver, kRename, kWrittenByRig, kIsSameNode, kAcquireCurve});
 }
 
 // --- the tree ---

@@ -34,12 +34,12 @@ struct HeadlessSession::KeptRecord {
   RigRecord record;
 };
 
-HeadlessSession::HeadlessSession(const std::vector<CCameraPlugin*>& rigs)
+HeadlessSession::HeadlessSession(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker)
     : m_document(std::make_unique<HeadlessDocument>()),
       m_core(std::make_unique<core::CoreImplementation>()) {
   HeadlessAdaptor& adaptor = m_document->adaptor();
   m_core->SetAdaptor(&adaptor);
-  m_core->LoadTools(rigs);
+  m_core->LoadTools(rigs, maker);
   adaptor.SetTimeHandler([this](double time) { m_core->UpdateTime(time); });
   adaptor.SetMessageHandler(
       [this](const std::string& title, const std::string& text) { Warn(title + ": " + text); });

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-namespace orv::rws {
-class CCameraPlugin;
-}
+#include "core/interface/TemplateMaker.h"
+
 namespace orv::rws::core {
 class CoreImplementation;
 }
@@ -23,8 +22,9 @@ class Scene;
 /// told of in the warnings and kept as it is for the next save.
 class HeadlessSession {
  public:
-  /// `rigs` are the kinds that the scene may hold; the factories stay the caller's.
-  explicit HeadlessSession(const std::vector<CCameraPlugin*>& rigs);
+  /// `rigs` are the kinds that the scene may hold; the factories stay the caller's. With `maker` it
+  /// may hold the kinds of templates too.
+  explicit HeadlessSession(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker = nullptr);
   ~HeadlessSession();
 
   /// Opens a `.glb` or `.gltf` in place of what was open. `clip` names the animation that is

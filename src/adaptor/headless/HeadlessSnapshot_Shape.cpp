@@ -1,6 +1,8 @@
 #include "adaptor/headless/HeadlessSnapshot_Shape.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 #include "adaptor/headless/HeadlessNode.h"
 
@@ -11,16 +13,15 @@ using util::Vector3;
 
 HeadlessSnapshot_Shape& HeadlessSnapshot_Shape::Bind(HeadlessNode& node, double time) {
   m_inUse = true;
-  const Curve& curve = *node.GetSceneNode()->curve();
+  std::shared_ptr<const Curve> curve = node.GetSceneNode()->sharedCurve();
   const Matrix<double> world = node.GetWorldPose(time);
-  if (m_points.empty() || m_world != world || m_closed != curve.closed || m_curve != curve.points)
-    Fill(curve, world);
+  // A curve never changes; a node that gets another one gets another object.
+  if (m_curve != curve || m_world != world) Fill(std::move(curve), world);
   return *this;
 }
 
-void HeadlessSnapshot_Shape::Fill(const Curve& curve, const Matrix<double>& world) {
-  m_curve = curve.points;
-  m_closed = curve.closed;
+void HeadlessSnapshot_Shape::Fill(std::shared_ptr<const Curve> curve, const Matrix<double>& world) {
+  m_curve = std::move(curve);
   m_world = world;
   m_points.clear();
   m_lengths.clear();
@@ -30,8 +31,8 @@ void HeadlessSnapshot_Shape::Fill(const Curve& curve, const Matrix<double>& worl
     m_lengths.push_back(m_points.empty() ? 0.0 : m_lengths.back() + step);
     m_points.push_back(point);
   };
-  for (const Vector3<double>& point : curve.points) add(world.transformPoint(point));
-  if (curve.closed && !m_points.empty()) add(Vector3<double>(m_points.front()));
+  for (const Vector3<double>& point : m_curve->points) add(world.transformPoint(point));
+  if (m_curve->closed && !m_points.empty()) add(Vector3<double>(m_points.front()));
 }
 
 /// Index of the line's first point; the last line for the whole length.
@@ -55,6 +56,21 @@ Vector3<double> HeadlessSnapshot_Shape::GetTangent(double fraction) {
   if (m_points.size() < 2) return Vector3<double>().normalized();
   const std::size_t i = SegmentAt(std::clamp(fraction, 0.0, 1.0) * GetLength());
   return (m_points[i + 1] - m_points[i]).normalized();
+}
+
+double HeadlessSnapshot_Shape::GetClosest(const Vector3<double>& point) {
+  double closest = 0.0;
+  double least = std::numeric_limits<double>::infinity();
+  for (std::size_t i = 0; i + 1 < m_points.size(); ++i) {
+    const Vector3<double> line = m_points[i + 1] - m_points[i];
+    const double along = (point - m_points[i]).dot(line) / line.lengthSquared();
+    const double share = std::clamp(along, 0.0, 1.0);
+    const double distance = (m_points[i] + line * share - point).lengthSquared();
+    if (!(distance < least)) continue;
+    least = distance;
+    closest = (m_lengths[i] + (m_lengths[i + 1] - m_lengths[i]) * share) / GetLength();
+  }
+  return closest;
 }
 
 }  // namespace orv::rws::adaptor::headless

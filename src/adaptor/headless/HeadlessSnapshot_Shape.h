@@ -1,6 +1,7 @@
 // A headless curve at one time.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "adaptor/headless/SnapshotPool.h"
@@ -26,13 +27,14 @@ class HeadlessSnapshot_Shape final
   util::Vector3<double> GetPoint(double fraction) override;
   /// The direction of the line that begins at the fraction; of the last line at the end.
   util::Vector3<double> GetTangent(double fraction) override;
+  /// Exact, line by line.
+  double GetClosest(const util::Vector3<double>& point) override;
 
  private:
-  void Fill(const Curve& curve, const util::Matrix<double>& world);
+  void Fill(std::shared_ptr<const Curve> curve, const util::Matrix<double>& world);
   std::size_t SegmentAt(double length) const;
 
-  std::vector<util::Vector3<double>> m_curve;  ///< what the sums were made from, node space
-  bool m_closed = false;
+  std::shared_ptr<const Curve> m_curve;  ///< what the sums were made from, node space
   util::Matrix<double> m_world;
   std::vector<util::Vector3<double>> m_points;  ///< world, no two neighbours alike
   std::vector<double> m_lengths;                ///< arc length up to each point (m)

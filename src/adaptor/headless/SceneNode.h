@@ -106,6 +106,7 @@ class SceneNode {
   const Lens* lens() const { return m_lens ? &*m_lens : nullptr; }
   void setLens(const Lens& lens);
   const Curve* curve() const { return m_curve.get(); }
+  std::shared_ptr<const Curve> sharedCurve() const { return m_curve; }
   void setCurve(const Curve& curve);
   bool hasMesh() const;
   /// Triangles in the node's own space; built from the file's data at the first call. Null when the

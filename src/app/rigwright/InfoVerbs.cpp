@@ -43,6 +43,13 @@ void runTools(Program& program) {
     out.line("");
   }
   out.object()["tools"] = list;
+  Json damaged = Json::array();
+  for (const auto& [file, element, reason] : job.core().GetLibrary().GetProblems()) {
+    if (damaged.empty()) out.line("Left out");
+    damaged.push_back({{"file", file}, {"element", element}, {"reason", reason}});
+    out.line("    " + file + ": " + element + ": " + reason);
+  }
+  out.object()["leftOut"] = damaged;
 }
 
 // --- info ---

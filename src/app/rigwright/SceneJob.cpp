@@ -15,6 +15,7 @@
 #include "core/Instance.h"
 #include "core/Tool.h"
 #include "plugins/release/all/AllRigs.h"
+#include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
 
@@ -27,7 +28,8 @@ using rws::core::InstanceReference;
 SceneJob::SceneJob(Program& program)
     : m_program(program),
       m_ui(program.output(), program.options().yes),
-      m_session(std::make_unique<rws::adaptor::headless::HeadlessSession>(rws::addon::AllRigs())) {
+      m_session(std::make_unique<rws::adaptor::headless::HeadlessSession>(
+          rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin)) {
   core().SetUserInterface(&m_ui);
 }
 

@@ -33,6 +33,9 @@ enum NodeExtension : int {
   kWrittenByRig = 61,         ///< the rig writes this node in every frame of a take: until it first
                               ///< does, the node holds the pose of the take's start
   kIsSameNode = 62,           ///< 1 when the CNode in `a` is the same host object, else -1
+  kAcquireCurve = 63,  ///< the node's curve at the time (s) that `a`, a const double*, points
+                       ///< to: a CSnapshot_Shape*, which goes back by
+                       ///< CInterface::ReleaseNode; 0 when the node holds no curve
 };
 
 }  // namespace orv::rws

@@ -16,6 +16,28 @@ class CSnapshot_Shape : public CExtendable {
   virtual double GetLength() = 0;  ///< arc length (m)
   virtual util::Vector3<double> GetPoint(double fraction) = 0;
   virtual util::Vector3<double> GetTangent(double fraction) = 0;  ///< unit vector
+  /// Fraction of the curve's point that is closest to `point`; of several the first. This search
+  /// serves any curve; a host that knows its curves better has a better one.
+  virtual double GetClosest(const util::Vector3<double>& point) {
+    constexpr int kSamples = 1000, kRefinements = 60;
+    const auto distance = [&](double fraction) {
+      return (GetPoint(fraction) - point).lengthSquared();
+    };
+    int best = 0;
+    for (int i = 1; i <= kSamples; ++i)
+      if (distance(1.0 * i / kSamples) < distance(1.0 * best / kSamples)) best = i;
+    double low = best > 0 ? (best - 1.0) / kSamples : 0.0;
+    double high = best < kSamples ? (best + 1.0) / kSamples : 1.0;
+    for (int i = 0; i < kRefinements; ++i) {
+      const double a = low + (high - low) / 3, b = high - (high - low) / 3;
+      if (distance(a) <= distance(b))
+        high = b;
+      else
+        low = a;
+    }
+    const double middle = (low + high) / 2, sample = 1.0 * best / kSamples;
+    return distance(middle) < distance(sample) ? middle : sample;
+  }
   ~CSnapshot_Shape() override = default;
 };
 

@@ -6,6 +6,7 @@
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
+#include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
 
 namespace orv::rws::addon {
@@ -18,8 +19,9 @@ std::vector<CCameraPlugin*> AllRigs() {
   static C1DRotatorPlugin rotator;
   static C1DScalerPlugin scaler;
   static CCarCamPlugin fourWheeler;
+  static CCameraRailPlugin cameraRail;
   return {&motionFilterCam, &steadyCam, &directInputLink, &positioner,
-          &rotator,         &scaler,    &fourWheeler};
+          &rotator,         &scaler,    &fourWheeler,     &cameraRail};
 }
 
 }  // namespace orv::rws::addon

@@ -1,0 +1,50 @@
+// The template tools that come with the program.
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "plugins/release/all/AllRigs.h"
+#include "plugins/release/templatetool/templatetool_CTemplateObject.h"
+
+namespace orv::tests {
+
+/// One factory a file; they live as long as the process.
+inline std::vector<rws::CCameraPlugin*> ShippedTemplates() {
+  struct End {
+    void operator()(rws::CCameraPlugin* kind) const { kind->Destroy(); }
+  };
+  static std::vector<std::unique_ptr<rws::CCameraPlugin, End>> kinds;
+  if (kinds.empty()) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::string(ORV_SOURCE_DIR) + "/data/templates"))
+      if (entry.path().extension() == ".xml") files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    for (const auto& file : files) {
+      std::ifstream in(file, std::ios::binary);
+      std::string element, reason;
+      kinds.emplace_back(rws::addon::MakeTemplatePlugin(
+          {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()}, element, reason));
+      if (!kinds.back()) throw std::runtime_error(file.string() + ": " + element + ": " + reason);
+    }
+  }
+  std::vector<rws::CCameraPlugin*> list;
+  for (const auto& kind : kinds) list.push_back(kind.get());
+  return list;
+}
+
+/// The compiled rigs and the templates.
+inline std::vector<rws::CCameraPlugin*> AllKinds() {
+  std::vector<rws::CCameraPlugin*> kinds = rws::addon::AllRigs();
+  for (rws::CCameraPlugin* kind : ShippedTemplates()) kinds.push_back(kind);
+  return kinds;
+}
+
+}  // namespace orv::tests
