@@ -224,8 +224,8 @@ TEST(TemplateTool, WhatIsNoNumberIsPassedOnAndLeavesTheMemoryWhole) {
       Output("translate x", "<add><before/><inv><parameter>in</parameter></inv></add>") +
       Output("translate y", "<neg><parameter>Cam translate x</parameter></neg>"));
   NewWorld world(*kind);
-  const double inputs[] = {0.0, 0.5, 0.0, 0.5};
-  world.Take(0, 4, [&](int frame) { world.core.controls["In"]->current = inputs[frame - 1]; });
+  const double inputs[] = {0.0, 0.0, 0.5, 0.0, 0.5};
+  world.Take(0, 4, [&](int frame) { world.core.controls["In"]->current = inputs[frame]; });
   EXPECT_FALSE(std::isfinite(world.Place("Cam", 1).y));
   EXPECT_EQ(world.Place("Cam", 2).y, -2.0);
   EXPECT_EQ(world.Place("Cam", 4).y, -4.0);
