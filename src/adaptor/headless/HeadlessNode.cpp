@@ -94,6 +94,8 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
                : 0;
     case kHandOver:
       return SetParent(static_cast<CNode*>(a)) ? 1 : -1;
+    case kShareMesh:
+      return ShareMesh(static_cast<CNode*>(a)) ? 1 : -1;
     case kIsSameNode:
       return IsSame(static_cast<CNode*>(a)) ? 1 : -1;
     case kRename:
@@ -106,7 +108,7 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
 void HeadlessNode::GetExtensions(std::vector<int>& out) {
   out.insert(out.end(),
              {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys, kForgetShapeKeys,
-              kHandOver, kRename, kWrittenByRig, kIsSameNode, kAcquireCurve});
+              kHandOver, kRename, kWrittenByRig, kIsSameNode, kAcquireCurve, kShareMesh});
 }
 
 // --- the tree ---
@@ -471,15 +473,27 @@ bool HeadlessNode::HasLensKeys() const {
 // --- geometry ---
 
 void HeadlessNode::SetMesh(const util::CMesh& mesh) {
-  if (!IsValid()) return;
+  if (IsValid()) SetMesh(shareMesh(mesh));
+}
+
+void HeadlessNode::SetMesh(std::shared_ptr<const util::CMesh> mesh) {
   std::shared_ptr<const util::CMesh> before = m_sceneNode->sharedMesh();
-  m_sceneNode->setMesh(mesh);
+  m_sceneNode->setMesh(std::move(mesh));
   m_adaptor.PushExchange("CChangeMeshRestoreObj", [this, saved = std::move(before)]() mutable {
     if (!m_sceneNode) return;
     std::shared_ptr<const util::CMesh> now = m_sceneNode->sharedMesh();
     m_sceneNode->setMesh(std::move(saved));
     saved = std::move(now);
   });
+}
+
+bool HeadlessNode::ShareMesh(CNode* from) {
+  auto* const other = dynamic_cast<HeadlessNode*>(from);
+  if (!IsValid() || !other || !other->IsValid() || !other->m_sceneNode->hasMesh()) return false;
+  if (std::shared_ptr<const util::CMesh> mesh = other->m_sceneNode->sharedMesh())
+    if (mesh != m_sceneNode->sharedMesh()) SetMesh(std::move(mesh));
+  SetColour(other->m_sceneNode->colour());
+  return true;
 }
 
 void HeadlessNode::SetColour(const Colour& colour) {

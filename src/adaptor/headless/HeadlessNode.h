@@ -104,6 +104,8 @@ class HeadlessNode final : public core::CoreNode {
   using LensKeys = std::array<util::AVar_Linear<double>, 2>;
 
   void SetVisible(bool visible);
+  void SetMesh(std::shared_ptr<const util::CMesh> mesh);
+  bool ShareMesh(CNode* from);
   HeadlessNode* GetParentNode();
   void Detached() { m_sceneNode = nullptr; }
 

@@ -36,6 +36,8 @@ enum NodeExtension : int {
   kAcquireCurve = 63,  ///< the node's curve at the time (s) that `a`, a const double*, points
                        ///< to: a CSnapshot_Shape*, which goes back by
                        ///< CInterface::ReleaseNode; 0 when the node holds no curve
+  kShareMesh = 64,     ///< the node shows the mesh and the colour of the CNode in `a` from here on,
+                       ///< of which both then hold one copy: 1, or -1 when that is no mesh
 };
 
 }  // namespace orv::rws

@@ -31,58 +31,15 @@ util::CMesh DefaultGround() {
   return quad;
 }
 
-Matrix PoseOf(CInterface& core, CNode* node, double time) {
-  Matrix pose;
-  const SnapshotGuard snapshot(core, node, time);
-  if (snapshot) snapshot->GetMatrix(pose.data());
-  return pose;
-}
-
-/// The mesh of a node; empty for one that is no mesh. `isMesh` tells the two apart.
-util::CMesh MeshOf(CInterface& core, CNode* node, double time, bool& isMesh) {
-  util::CMesh mesh;
-  CSnapshot_Mesh* const snapshot = core.GetSnapshotMesh(node, time);
-  isMesh = snapshot != nullptr;
-  if (snapshot) {
-    snapshot->Triangulate();
-    mesh = snapshot->GetMesh();
-  }
-  core.ReleaseSnapshotMesh(snapshot);
-  return mesh;
-}
-
 }  // namespace
 
 CGravityDirectionNode::CGravityDirectionNode(CCamera& rig, CarSettings& settings,
                                              const RigSceneNode& parent, GroundShapePool& shapes)
-    : RigMeshNode(rig, "GravityDirectionMesh", &parent, CMesh_GravityDirection()),
+    : SurfaceNode(rig, "GravityDirectionMesh", &parent, CMesh_GravityDirection()),
       m_settings(settings),
       m_shapes(shapes) {}
 
 CGravityDirectionNode::~CGravityDirectionNode() = default;
-
-bool CGravityDirectionNode::IsOwn(CNode& node) const {
-  return std::any_of(own.begin(), own.end(),
-                     [&](const RigSceneNode* held) { return held->Is(node); });
-}
-
-/// Calls `visit` with the parent, unless it is the rig's own, and then with each child.
-template <class Visit>
-void CGravityDirectionNode::ForEachSurface(Visit visit) {
-  CNode* const node = GetNode();
-  if (!node || !node->IsValid()) return;
-  if (!m_parentIsOwn) {
-    if (CNode* const parent = node->GetParent()) {
-      visit(parent);
-      Core().ReleaseNode(static_cast<CExtendable*>(parent));
-    }
-  }
-  for (int i = 0; i < node->GetChildCount(); ++i) {
-    CNode* const child = node->GetChild(i);
-    visit(child);
-    Core().ReleaseNode(static_cast<CExtendable*>(child));
-  }
-}
 
 // --- capture ---
 
@@ -108,7 +65,7 @@ void CGravityDirectionNode::CaptureSurfaces(double time) {
     m_parentIsOwn = IsOwn(*parent);
     bool isMesh = false;
     if (m_settings.bUseStaticMesh && !HasStoredMesh() && !m_parentIsOwn) {
-      parentMesh = MeshOf(core, parent, time, isMesh);
+      parentMesh = MeshOf(parent, time, isMesh);
       if (parentMesh.vertices.empty()) RefuseUnsupportedSurface();
     }
     core.ReleaseNode(static_cast<CExtendable*>(parent));
@@ -119,7 +76,8 @@ void CGravityDirectionNode::CaptureSurfaces(double time) {
     mParentMesh.push_back(mBulletGroundMesh);
     m_parentIsOwn = false;
   } else {
-    ForEachSurface([&](CNode* surface) { mParentMesh.push_back(PoseOf(core, surface, time)); });
+    ForEachSurface(!m_parentIsOwn,
+                   [&](CNode* surface) { mParentMesh.push_back(PoseOf(surface, time)); });
   }
   // The default ground of the fast caster stands for no node.
   if (mParentMesh.empty() && m_settings.bUseStaticMesh) mParentMesh.emplace_back();
@@ -156,12 +114,12 @@ void CGravityDirectionNode::BuildFastGround(double time, util::CMesh parentMesh)
   // The parent goes in last.
   std::vector<std::pair<util::CMesh, Matrix>> surfaces;
   bool anySurface = false;
-  ForEachSurface([&](CNode* surface) {
+  ForEachSurface(!m_parentIsOwn, [&](CNode* surface) {
     bool isMesh = false;
     const bool isParent = !anySurface && !parentMesh.vertices.empty();
     anySurface = true;
-    surfaces.emplace_back(isParent ? std::move(parentMesh) : MeshOf(Core(), surface, time, isMesh),
-                          PoseOf(Core(), surface, time));
+    surfaces.emplace_back(isParent ? std::move(parentMesh) : MeshOf(surface, time, isMesh),
+                          PoseOf(surface, time));
   });
   if (!anySurface) add("DefaultGround", DefaultGround(), Matrix());
   if (!m_parentIsOwn && !surfaces.empty())
@@ -175,7 +133,7 @@ void CGravityDirectionNode::BuildFastGround(double time, util::CMesh parentMesh)
 void CGravityDirectionNode::BeginFrame(double time) {
   EndFrame();
   if (m_caster != Caster::kHost) return;
-  ForEachSurface([&](CNode* surface) {
+  ForEachSurface(!m_parentIsOwn, [&](CNode* surface) {
     if (CSnapshot_Mesh* const mesh = Core().GetSnapshotMesh(surface, time))
       m_frameMeshes.push_back(mesh);
   });
@@ -255,8 +213,8 @@ bool CGravityDirectionNode::StoreGroundMesh() {
   }
   const double now = core.GetTime();
   bool isMesh = false;
-  util::CMesh mesh = MeshOf(core, parent, now, isMesh);
-  const Matrix pose = PoseOf(core, parent, now);
+  util::CMesh mesh = MeshOf(parent, now, isMesh);
+  const Matrix pose = PoseOf(parent, now);
   core.ReleaseNode(static_cast<CExtendable*>(parent));
   if (!isMesh) return refuse("Surface not a mesh");
   if (mesh.faces.empty()) return refuse("Mesh Invalid");

@@ -4,9 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "plugins/common/RigSceneNode.h"
 #include "plugins/common/ground/FastGround.h"
 #include "plugins/common/ground/MeshOctreeNode.h"
+#include "plugins/common/ground/SurfaceNode.h"
 #include "util/Matrix.h"
 #include "util/Vector3.h"
 
@@ -29,7 +29,7 @@ struct GroundHit {
 /// Its parent node and each of its child nodes is a ground surface; its Y row points against
 /// gravity. Surfaces are captured once, when a take starts. Rays go through one of three casters:
 /// the host's meshes, the fast caster's own world, or the tree over a stored mesh.
-class CGravityDirectionNode : public RigMeshNode {
+class CGravityDirectionNode : public SurfaceNode {
  public:
   using Vector = util::Vector3<double>;
   using Matrix = util::Matrix<double>;
@@ -38,9 +38,6 @@ class CGravityDirectionNode : public RigMeshNode {
   CGravityDirectionNode(CCamera& rig, CarSettings& settings, const RigSceneNode& parent,
                         GroundShapePool& shapes);
   ~CGravityDirectionNode() override;
-
-  /// Nodes of the rig itself, which are never ground.
-  std::vector<const RigSceneNode*> own;
 
   /// Fills the surface lists for a take that starts at `time`, and builds the fast caster's world.
   void CaptureSurfaces(double time);
@@ -77,11 +74,8 @@ class CGravityDirectionNode : public RigMeshNode {
   enum class Caster { kHost, kFast, kTree };
 
   void RefuseUnsupportedSurface();
-  bool IsOwn(CNode& node) const;
   /// `parentMesh` is that of the parent where it is ground.
   void BuildFastGround(double time, util::CMesh parentMesh);
-  template <class Visit>
-  void ForEachSurface(Visit visit);
 
   CarSettings& m_settings;
   GroundShapePool& m_shapes;
