@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build ccache mold clang clang-format-14 pkg-config
   qtbase5-dev libqt5svg5-dev libtinygltf-dev nlohmann-json3-dev libcli11-dev libspdlog-dev
-  libsdl2-dev libbullet-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
+  libsdl2-dev libbullet-dev libeigen3-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
   libclang-rt-14-dev python3 fonts-dejavu-core
 )
 missing=()

@@ -4,6 +4,7 @@
 #include "plugins/release/1drotator/1drotator_C1DRotatorObject.h"
 #include "plugins/release/1dscaler/1dscaler_C1DScalerObject.h"
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
+#include "plugins/release/crawlertracks/crawlertracks_CrawlerTracks.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 #include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
@@ -20,8 +21,9 @@ std::vector<CCameraPlugin*> AllRigs() {
   static C1DScalerPlugin scaler;
   static CCarCamPlugin fourWheeler;
   static CCameraRailPlugin cameraRail;
-  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner,
-          &rotator,         &scaler,    &fourWheeler,     &cameraRail};
+  static CrawlerTracksPlugin crawlerTracks;
+  return {&motionFilterCam, &steadyCam,   &directInputLink, &positioner,   &rotator,
+          &scaler,          &fourWheeler, &cameraRail,      &crawlerTracks};
 }
 
 }  // namespace orv::rws::addon

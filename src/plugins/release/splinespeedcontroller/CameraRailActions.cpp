@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "core/interface/CNode.h"
+#include "plugins/common/HandOver.h"
 #include "plugins/common/History.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "plugins/release/splinespeedcontroller/CCurveUndo.h"
@@ -24,17 +24,6 @@ constexpr double kMostFrames = 1000.0;  ///< of a stop
 constexpr double kSamePlace = 0.01;
 /// Without a path a new waypoint goes this far ahead of the last one (m).
 constexpr double kAhead = 1.0;
-
-/// Hands what the user has put under `node` to `home`, ahead of the node's deletion.
-void HandOverChildren(CInterface& core, const RigSceneNode& node, const RigSceneNode& home) {
-  CNode* const from = node.GetNode();
-  for (int i = from ? from->GetChildCount() - 1 : -1; i >= 0; --i) {
-    CNode* const child = from->GetChild(i);
-    if (!child) continue;
-    child->Extension(kHandOver, home.GetNode(), nullptr);
-    core.ReleaseNode(static_cast<CExtendable*>(child));
-  }
-}
 
 }  // namespace
 

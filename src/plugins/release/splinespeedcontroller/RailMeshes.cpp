@@ -1,5 +1,6 @@
 #include "plugins/release/splinespeedcontroller/RailMeshes.h"
 
+#include "plugins/common/MeshParts.h"
 #include "util/CMesh_Box.h"
 
 namespace orv::rws::addon {
@@ -12,18 +13,6 @@ namespace {
 
 /// Size of a marker, as a part of the distance between two points.
 constexpr double kMarkerSize = 0.2 / 6;
-
-void Append(CMesh& mesh, const CMesh& part) {
-  const auto first = static_cast<std::int32_t>(mesh.vertices.size());
-  mesh.vertices.insert(mesh.vertices.end(), part.vertices.begin(), part.vertices.end());
-  for (const std::int32_t index : part.faces) mesh.faces.push_back(first + index);
-}
-
-CMesh Joined(const std::vector<CMesh>& parts) {
-  CMesh mesh;
-  for (const CMesh& part : parts) Append(mesh, part);
-  return mesh;
-}
 
 /// Four faces around `centre`, seen from outside.
 CMesh Marker(const Vector& centre, double size) {
@@ -47,36 +36,37 @@ CMesh Spike(const Vector& tip, const Vector& side, double half) {
 }  // namespace
 
 CMesh CarriageMesh() {
-  return Joined({CMesh_Box(0.3, 0.1, 0.5), CMesh_Box(0.1, 0.06, 0.12, {0, 0.02, -0.31}),
-                 CMesh_Box(0.04, 0.12, 0.04, {0, 0.11, 0.1})});
+  return JoinedMesh({CMesh_Box(0.3, 0.1, 0.5), CMesh_Box(0.1, 0.06, 0.12, {0, 0.02, -0.31}),
+                     CMesh_Box(0.04, 0.12, 0.04, {0, 0.11, 0.1})});
 }
 
 CMesh ReferenceFrameMesh() {
-  return Joined({CMesh_Box(1.0, 0.02, 0.02, {0.5, 0, 0}), CMesh_Box(0.02, 1.0, 0.02, {0, 0.5, 0}),
-                 CMesh_Box(0.02, 0.02, 1.0, {0, 0, 0.5})});
+  return JoinedMesh({CMesh_Box(1.0, 0.02, 0.02, {0.5, 0, 0}),
+                     CMesh_Box(0.02, 1.0, 0.02, {0, 0.5, 0}),
+                     CMesh_Box(0.02, 0.02, 1.0, {0, 0, 0.5})});
 }
 
 CMesh DownDirectionMesh() {
-  CMesh mesh = Joined({CMesh_Box(0.03, 0.5, 0.03, {0, -0.25, 0})});
+  CMesh mesh = JoinedMesh({CMesh_Box(0.03, 0.5, 0.03, {0, -0.25, 0})});
   CMesh head = Spike({0, -0.2, 0}, {1, 0, 0}, 0.08);
   for (Vector& vertex : head.vertices) vertex.y -= 0.5;
-  Append(mesh, head);
+  AppendMesh(mesh, head);
   return mesh;
 }
 
 CMesh WaypointMesh() {
-  return Joined({Spike({0, 0.2, 0}, {1, 0, 0}, 0.12), Spike({0, -0.2, 0}, {1, 0, 0}, 0.12)});
+  return JoinedMesh({Spike({0, 0.2, 0}, {1, 0, 0}, 0.12), Spike({0, -0.2, 0}, {1, 0, 0}, 0.12)});
 }
 
 CMesh TargetMesh() {
-  return Joined(
+  return JoinedMesh(
       {CMesh_Box(0.3, 0.03, 0.03), CMesh_Box(0.03, 0.3, 0.03), CMesh_Box(0.03, 0.03, 0.3)});
 }
 
 CMesh CurveMesh(const std::vector<Vector>& points) {
   const double size = points.size() > 2 ? (points[2] - points[1]).length() * kMarkerSize : 0.0;
   CMesh mesh;
-  for (const Vector& point : points) Append(mesh, Marker(point, size));
+  for (const Vector& point : points) AppendMesh(mesh, Marker(point, size));
   return mesh;
 }
 

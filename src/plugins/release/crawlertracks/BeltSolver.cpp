@@ -1,0 +1,270 @@
+#include "plugins/release/crawlertracks/BeltSolver.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orv::rws::addon {
+
+using Vector3 = Eigen::Vector3d;
+using Matrix3 = Eigen::Matrix3d;
+
+namespace {
+
+constexpr double kMaxLimitForce = 1000000.0;
+constexpr double kJointBounce = 0.01;
+/// A share nearer to 1 than this is rigid enough and leaves the matrix well conditioned.
+constexpr double kMostShare = 1.0 - 1e-5;
+/// Part of a gap that a step of the world takes out.
+
+Vector3 ToEigen(const btVector3& v) {
+  return {v.x(), v.y(), v.z()};
+}
+btVector3 ToBullet(const Vector3& v) {
+  return {v.x(), v.y(), v.z()};
+}
+Matrix3 ToEigen(const btMatrix3x3& m) {
+  Matrix3 out;
+  for (int i = 0; i < 3; ++i)
+    for (int k = 0; k < 3; ++k) out(i, k) = m[i][k];
+  return out;
+}
+Matrix3 Cross(const Vector3& v) {
+  Matrix3 m;
+  m << 0, -v.z(), v.y(), v.z(), 0, -v.x(), -v.y(), v.x(), 0;
+  return m;
+}
+
+/// Rotation vector from `a` to `b`, the short way.
+Vector3 Turn(const btQuaternion& a, const btQuaternion& b) {
+  const btQuaternion turn = b * a.inverse();
+  const Vector3 half(turn.x(), turn.y(), turn.z());
+  const double sine = half.norm();
+  if (sine < 1e-12) return half * 2.0;
+  return half * (2.0 * std::atan2(turn.w() < 0.0 ? -sine : sine, std::abs(turn.w())) / sine);
+}
+
+/// Puts the Cholesky factor into the lower half of a symmetric block, with the reciprocals of its
+/// diagonal, by which the substitutions then multiply.
+template <class Block>
+void Decompose(Block& block) {
+  for (int i = 0; i < 6; ++i) {
+    for (int k = 0; k < i; ++k) {
+      double sum = block(i, k);
+      for (int m = 0; m < k; ++m) sum -= block(i, m) * block(k, m);
+      block(i, k) = sum * block(k, k);
+    }
+    double sum = block(i, i);
+    for (int m = 0; m < i; ++m) sum -= block(i, m) * block(i, m);
+    block(i, i) = 1.0 / std::sqrt(sum);
+  }
+}
+
+/// Applies the inverse of a factor to the columns of `right`.
+template <class Block, class Columns>
+void Forward(const Block& factor, Columns& right) {
+  for (int i = 0; i < 6; ++i) {
+    for (int k = 0; k < i; ++k) right.row(i) -= factor(i, k) * right.row(k);
+    right.row(i) *= factor(i, i);
+  }
+}
+
+/// The same with the factor's transpose.
+template <class Block, class Columns>
+void Backward(const Block& factor, Columns& right) {
+  for (int i = 5; i >= 0; --i) {
+    for (int k = i + 1; k < 6; ++k) right.row(i) -= factor(k, i) * right.row(k);
+    right.row(i) *= factor(i, i);
+  }
+}
+
+BeltJoint::Response ResponseOf(const JointAxis& axis) {
+  const double share = std::clamp(axis.softness * axis.damping, 1e-6, kMostShare);
+  return {share, std::min(axis.reduction / axis.damping, 0.8)};
+}
+
+/// Resistance of an axis whose two bodies, standing alone, would give way by `mobility`: it takes
+/// out the share of their speed.
+double Resistance(double share, double mobility) {
+  return share / (1.0 - share) / mobility;
+}
+
+}  // namespace
+
+void BeltJoint::TuneRotation(int index, const JointAxis& axis) {
+  btRotationalLimitMotor& motor = *getRotationalLimitMotor(index);
+  motor.m_loLimit = motor.m_hiLimit = 0.0;
+  motor.m_maxLimitForce = kMaxLimitForce;
+  motor.m_damping = axis.damping;
+  motor.m_limitSoftness = axis.softness;
+  motor.m_stopERP = axis.reduction;
+  motor.m_bounce = kJointBounce;
+  m_rotation[index] = ResponseOf(axis);
+}
+
+void BeltJoint::TuneTranslation(double softness, double damping, double reduction) {
+  btTranslationalLimitMotor& motor = *getTranslationalLimitMotor();
+  motor.m_lowerLimit = motor.m_upperLimit = btVector3(0, 0, 0);
+  motor.m_limitSoftness = softness;
+  motor.m_damping = damping;
+  m_translation = ResponseOf({softness, damping, reduction});
+}
+
+// --- the matrix ---
+
+/// Adds JᵀWJ and JᵀWc of a joint. Rows of J: the speed of b's point from a's, then the spin of b
+/// from a's. Without `a` that body's speed is known.
+void BeltSolver::AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between, double h) {
+  const btRigidBody &bodyA = joint.getRigidBodyA(), &bodyB = joint.getRigidBodyB();
+  const btTransform frameA = bodyA.getWorldTransform() * joint.getFrameOffsetA();
+  const btTransform frameB = bodyB.getWorldTransform() * joint.getFrameOffsetB();
+  const Vector3 armA = ToEigen(frameA.getOrigin() - bodyA.getWorldTransform().getOrigin());
+  const Vector3 armB = ToEigen(frameB.getOrigin() - bodyB.getWorldTransform().getOrigin());
+  const Vector3 gap = ToEigen(frameB.getOrigin() - frameA.getOrigin());
+  const Vector3 error = Turn(frameA.getRotation(), frameB.getRotation());
+
+  const btMatrix3x3 inverse = bodyA.getInvInertiaTensorWorld() + bodyB.getInvInertiaTensorWorld();
+  const BeltJoint::Response& pull = joint.GetTranslation();
+  const double resistance = Resistance(pull.share, bodyA.getInvMass() + bodyB.getInvMass());
+  Matrix3 turnResistance = Matrix3::Zero();
+  Vector3 wantedTurn = Vector3::Zero();
+  for (int i = 0; i < 3; ++i) {
+    const btVector3 axis = frameA.getBasis().getColumn(i);
+    const BeltJoint::Response& response = joint.GetRotation(i);
+    const double weight = Resistance(response.share, axis.dot(inverse * axis));
+    const Vector3 along = ToEigen(axis);
+    turnResistance += weight * along * along.transpose();
+    wantedTurn -= along * (weight * response.reduction / h * error.dot(along));
+  }
+  const Vector3 wantedPull = gap * (-pull.reduction / h * resistance);
+
+  const auto block = [&](const Vector3& left, const Vector3& right) {
+    Block out;
+    out.topLeftCorner<3, 3>() = Matrix3::Identity() * resistance;
+    out.topRightCorner<3, 3>() = -resistance * Cross(right);
+    out.bottomLeftCorner<3, 3>() = resistance * Cross(left);
+    out.bottomRightCorner<3, 3>() = turnResistance - resistance * Cross(left) * Cross(right);
+    return out;
+  };
+  b.diagonal += block(armB, armB);
+  b.wanted.head<3>() += wantedPull;
+  b.wanted.tail<3>() += wantedTurn + armB.cross(wantedPull);
+  if (a) {
+    a->diagonal += block(armA, armA);
+    a->wanted.head<3>() -= wantedPull;
+    a->wanted.tail<3>() -= wantedTurn + armA.cross(wantedPull);
+    *between -= block(armA, armB);
+    return;
+  }
+  Six known;
+  known << ToEigen(bodyA.getInterpolationLinearVelocity()),
+      ToEigen(bodyA.getInterpolationAngularVelocity());
+  b.wanted += block(armB, armA) * known;
+}
+
+void BeltSolver::Assemble(double h) {
+  const std::size_t count = links.size();
+  m_rows.resize(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    Row& row = m_rows[i];
+    const btRigidBody& body = *links[i].body;
+    row.inertia = ToEigen(body.getInvInertiaTensorWorld()).inverse();
+    row.diagonal.setZero();
+    row.diagonal.topLeftCorner<3, 3>() = Matrix3::Identity() / body.getInvMass();
+    row.diagonal.bottomRightCorner<3, 3>() = row.inertia;
+    row.next.setZero();
+    row.last.setZero();
+    row.wanted.setZero();
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    const Link& link = links[i];
+    const std::size_t before = (i + count - 1) % count;
+    Block between = Block::Zero();
+    if (link.joint) AddJoint(*link.joint, &m_rows[before], m_rows[i], &between, h);
+    if (link.attachment) AddJoint(*link.attachment, nullptr, m_rows[i], nullptr, h);
+    if (i == 0)
+      m_rows[0].last += between.transpose();  // the joint that closes the chain
+    else if (i + 1 == count)
+      m_rows[before].last += between;
+    else
+      m_rows[before].next += between;
+  }
+}
+
+/// Block Cholesky: the matrix is L Lᵀ, and of L's rows the blocks under the diagonal are kept
+/// transposed. Blocks are small enough that plain loops beat the library's general routines.
+void BeltSolver::Factor() {
+  const std::size_t last = m_rows.size() - 1;
+  for (std::size_t i = 0; i < last; ++i) {
+    Row& row = m_rows[i];
+    Decompose(row.diagonal);
+    Forward(row.diagonal, row.last);
+    m_rows[last].diagonal.noalias() -= row.last.transpose() * row.last;
+    if (i + 1 == last) continue;
+    Forward(row.diagonal, row.next);
+    m_rows[i + 1].diagonal.noalias() -= row.next.transpose() * row.next;
+    m_rows[i + 1].last.noalias() -= row.next.transpose() * row.last;
+  }
+  Decompose(m_rows[last].diagonal);
+}
+
+void BeltSolver::Solve() {
+  const std::size_t last = m_rows.size() - 1;
+  for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    const btSolverBody& body = m_tmpSolverBodyPool[links[i].body->getCompanionId()];
+    const Vector3 speed =
+        ToEigen(body.m_linearVelocity + body.m_externalForceImpulse + body.m_deltaLinearVelocity);
+    const Vector3 spin = ToEigen(body.m_angularVelocity + body.m_externalTorqueImpulse +
+                                 body.m_deltaAngularVelocity);
+    m_rows[i].right = m_rows[i].wanted;
+    m_rows[i].right.head<3>() += speed / links[i].body->getInvMass();
+    m_rows[i].right.tail<3>() += m_rows[i].inertia * spin;
+  }
+  for (std::size_t i = 0; i <= last; ++i) {
+    Row& row = m_rows[i];
+    Forward(row.diagonal, row.right);
+    if (i < last) m_rows[last].right.noalias() -= row.last.transpose() * row.right;
+    if (i + 1 < last) m_rows[i + 1].right.noalias() -= row.next.transpose() * row.right;
+  }
+  for (std::size_t i = last + 1; i-- > 0;) {
+    Row& row = m_rows[i];
+    if (i < last) row.right.noalias() -= row.last * m_rows[last].right;
+    if (i + 1 < last) row.right.noalias() -= row.next * m_rows[i + 1].right;
+    Backward(row.diagonal, row.right);
+    btSolverBody& body = m_tmpSolverBodyPool[links[i].body->getCompanionId()];
+    body.m_deltaLinearVelocity =
+        ToBullet(row.right.head<3>()) - body.m_linearVelocity - body.m_externalForceImpulse;
+    body.m_deltaAngularVelocity =
+        ToBullet(row.right.tail<3>()) - body.m_angularVelocity - body.m_externalTorqueImpulse;
+  }
+}
+
+// --- the solver's phases ---
+
+btScalar BeltSolver::solveGroupCacheFriendlySetup(
+    btCollisionObject** bodies, int bodyCount, btPersistentManifold** manifolds, int manifoldCount,
+    btTypedConstraint** constraints, int constraintCount, const btContactSolverInfo& info,
+    btIDebugDraw* drawer) {
+  const btScalar result = btSequentialImpulseConstraintSolver::solveGroupCacheFriendlySetup(
+      bodies, bodyCount, manifolds, manifoldCount, constraints, constraintCount, info, drawer);
+  if (!links.empty()) {
+    Assemble(info.m_timeStep);
+    Factor();
+  }
+  return result;
+}
+
+btScalar BeltSolver::solveSingleIteration(int iteration, btCollisionObject** bodies, int bodyCount,
+                                          btPersistentManifold** manifolds, int manifoldCount,
+                                          btTypedConstraint** constraints, int constraintCount,
+                                          const btContactSolverInfo& info, btIDebugDraw* drawer) {
+  const btScalar result = btSequentialImpulseConstraintSolver::solveSingleIteration(
+      iteration, bodies, bodyCount, manifolds, manifoldCount, constraints, constraintCount, info,
+      drawer);
+  // The chain has the last word: a contact that gives way a little is gone in the next step, a
+  // joint that does shows. Every other iteration holds it as well as each does.
+  const int left = info.m_numIterations - 1 - iteration;
+  if (!links.empty() && left >= 0 && left % 2 == 0) Solve();
+  return result;
+}
+
+}  // namespace orv::rws::addon

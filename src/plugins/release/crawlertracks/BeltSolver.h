@@ -1,0 +1,92 @@
+// The solver of a belt's world, which meets all joints of the chain at once.
+#pragma once
+
+#include <btBulletDynamicsCommon.h>
+
+#include <Eigen/Dense>
+#include <vector>
+
+namespace orv::rws::addon {
+
+/// One axis of a joint.
+struct JointAxis {
+  double softness = 1.0;
+  double damping = 1.0;
+  double reduction = 0.2;  ///< part of the error that a step of the world takes out
+};
+
+/// A joint of the belt: all six axes locked, each as soft as it is told. Bullet's own solver reads
+/// neither softness nor damping, so the joint gives it no rows and BeltSolver meets it.
+class BeltJoint final : public btGeneric6DofConstraint {
+ public:
+  /// How an iteration of the solver meets what an axis is off by.
+  struct Response {
+    double share = 1.0;      ///< of the speed that is off, as if the two bodies stood alone
+    double reduction = 0.2;  ///< part of the error that the wanted speed takes out in a step
+  };
+
+  /// Frames as in btGeneric6DofConstraint: where the joint is in either body.
+  BeltJoint(btRigidBody& a, btRigidBody& b, const btTransform& inA, const btTransform& inB)
+      : btGeneric6DofConstraint(a, b, inA, inB, true) {}
+
+  void TuneRotation(int index, const JointAxis& axis);
+  void TuneTranslation(double softness, double damping, double reduction);
+  const Response& GetRotation(int index) const { return m_rotation[index]; }
+  const Response& GetTranslation() const { return m_translation; }
+
+  void buildJacobian() override {}
+  void getInfo1(btConstraintInfo1* info) override { info->m_numConstraintRows = info->nub = 0; }
+  void getInfo2(btConstraintInfo2*) override {}
+
+ private:
+  Response m_translation;
+  Response m_rotation[3];
+};
+
+/// Sequential impulses for contacts, as Bullet does them, and between these a direct solution for
+/// the chain: with the axes as implicit dampers, the bodies' speeds solve a block-tridiagonal
+/// system whose last body is bordered, as the chain is closed. Impulses that run from joint to
+/// joint take more iterations than the chain has steps, so that a long belt would stretch; solved
+/// at once it holds at any length, at a cost that grows with its length alone.
+class BeltSolver final : public btSequentialImpulseConstraintSolver {
+ public:
+  /// A body of the chain, in order. Joints belong to the caller.
+  struct Link {
+    btRigidBody* body = nullptr;
+    const BeltJoint* joint = nullptr;  ///< to the body before it, of the first to the last
+    const BeltJoint* attachment =
+        nullptr;  ///< to a body that is moved from outside, which is its A
+  };
+  std::vector<Link> links;
+
+ protected:
+  btScalar solveGroupCacheFriendlySetup(btCollisionObject** bodies, int bodyCount,
+                                        btPersistentManifold** manifolds, int manifoldCount,
+                                        btTypedConstraint** constraints, int constraintCount,
+                                        const btContactSolverInfo& info,
+                                        btIDebugDraw* drawer) override;
+  btScalar solveSingleIteration(int iteration, btCollisionObject** bodies, int bodyCount,
+                                btPersistentManifold** manifolds, int manifoldCount,
+                                btTypedConstraint** constraints, int constraintCount,
+                                const btContactSolverInfo& info, btIDebugDraw* drawer) override;
+
+ private:
+  using Block = Eigen::Matrix<double, 6, 6, Eigen::RowMajor>;
+  using Six = Eigen::Matrix<double, 6, 1>;
+  /// Of one body; linear before angular.
+  struct Row {
+    Block diagonal, next, last;  ///< of the matrix, the two blocks above the diagonal
+    Eigen::Matrix3d inertia;
+    Six wanted;  ///< right side that the joints make
+    Six right;
+  };
+
+  void Assemble(double h);
+  void AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between, double h);
+  void Factor();
+  void Solve();
+
+  std::vector<Row> m_rows;
+};
+
+}  // namespace orv::rws::addon

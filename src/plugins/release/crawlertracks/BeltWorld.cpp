@@ -1,0 +1,311 @@
+#include "plugins/release/crawlertracks/BeltWorld.h"
+
+#include <btBulletDynamicsCommon.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "plugins/common/ground/triMeshStorage.h"
+#include "plugins/release/crawlertracks/BeltSolver.h"
+
+namespace orv::rws::addon {
+
+using Vector = BeltWorld::Vector;
+using Transform = BeltWorld::Transform;
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kWorldExtent = 100000.0;  ///< of the broadphase, each way from the origin
+constexpr double kRestitution = 0.01;      ///< of steps and ground
+constexpr double kGroundFriction = 0.3;
+constexpr double kGroundMargin = 0.01;
+/// Collision margin of a step, as a part of its smallest half extent.
+constexpr double kStepMargin = 0.1;
+/// Dampings of 0 would leave an axis free to swing for ever; they count as this.
+constexpr double kLeastDamping = 0.01;
+constexpr int kMostInternalSteps = 100;
+
+/// Part of a gap that a step of the world takes out.
+constexpr double kGapReduction = 0.2;
+/// Softness of a wheel's hold on a step, in each of the solver's iterations.
+constexpr double kHoldSoftness = 0.1;
+
+enum Group { kStepGroup = 64, kWheelGroup = 128, kGroundGroup = 256 };
+
+btVector3 ToBullet(const Vector& v) {
+  return {v.x, v.y, v.z};
+}
+btTransform ToBullet(const Transform& pose) {
+  const auto& q = pose.rotation;
+  return btTransform(btQuaternion(q.x, q.y, q.z, q.w), ToBullet(pose.position));
+}
+Vector FromBullet(const btVector3& v) {
+  return {v.x(), v.y(), v.z()};
+}
+Transform FromBullet(const btTransform& pose) {
+  const btQuaternion q = pose.getRotation();
+  return {FromBullet(pose.getOrigin()), util::Quat<double>(q.x(), q.y(), q.z(), q.w())};
+}
+
+double NotZero(double damping) {
+  return damping == 0.0 ? kLeastDamping : damping;
+}
+
+/// The broadphase counts in cells of metres, so that most of its pairs are far apart. Those are
+/// told by their boxes, and what an earlier touch has left goes.
+void SkipDistantPairs(btBroadphasePair& pair, btCollisionDispatcher& dispatcher,
+                      const btDispatcherInfo& info) {
+  const btBroadphaseProxy &a = *pair.m_pProxy0, &b = *pair.m_pProxy1;
+  if (TestAabbAgainstAabb2(a.m_aabbMin, a.m_aabbMax, b.m_aabbMin, b.m_aabbMax)) {
+    btCollisionDispatcher::defaultNearCallback(pair, dispatcher, info);
+    return;
+  }
+  if (!pair.m_algorithm) return;
+  pair.m_algorithm->~btCollisionAlgorithm();
+  dispatcher.freeCollisionAlgorithm(pair.m_algorithm);
+  pair.m_algorithm = nullptr;
+}
+
+}  // namespace
+
+/// What Bullet works on, in the order in which it must be made.
+struct BeltWorld::World {
+  struct Body {
+    std::unique_ptr<btCollisionShape> shape;
+    std::shared_ptr<const triMeshStorage> storage;  ///< of ground, whose shape it owns
+    std::unique_ptr<btDefaultMotionState> motion;
+    std::unique_ptr<btRigidBody> body;
+  };
+  struct Step : Body {
+    double pitch = 0.0;
+    std::unique_ptr<BeltJoint> joint;       ///< to the step before it
+    std::unique_ptr<BeltJoint> attachment;  ///< to a wheel
+    double angle = 0.0;                     ///< round that wheel's axle (rad)
+  };
+
+  explicit World(int bodies)
+      : broadphase(btVector3(-kWorldExtent, -kWorldExtent, -kWorldExtent),
+                   btVector3(kWorldExtent, kWorldExtent, kWorldExtent),
+                   static_cast<unsigned short>(std::clamp(bodies + 2, 8, 16384)), nullptr, true) {
+    dispatcher.setNearCallback(SkipDistantPairs);
+  }
+  ~World() {
+    for (Step& step : steps) {
+      if (step.attachment) world.removeConstraint(step.attachment.get());
+      if (step.joint) world.removeConstraint(step.joint.get());
+    }
+    for (Step& step : steps) world.removeRigidBody(step.body.get());
+    for (auto* list : {&wheels, &grounds})
+      for (Body& body : *list) world.removeRigidBody(body.body.get());
+  }
+
+  void Make(Body& out, btCollisionShape& shape, double mass, const Transform& pose) {
+    btVector3 inertia(0, 0, 0);
+    if (mass > 0.0) shape.calculateLocalInertia(mass, inertia);
+    out.motion = std::make_unique<btDefaultMotionState>(ToBullet(pose));
+    out.body = std::make_unique<btRigidBody>(btRigidBody::btRigidBodyConstructionInfo(
+        std::max(mass, 0.0), out.motion.get(), &shape, inertia));
+    out.body->setActivationState(DISABLE_DEACTIVATION);
+  }
+  void MakeKinematic(Body& out) {
+    out.body->setCollisionFlags(out.body->getCollisionFlags() |
+                                btCollisionObject::CF_KINEMATIC_OBJECT);
+  }
+  void Add(BeltJoint& joint) { world.addConstraint(&joint, true); }
+
+  /// The wheel leads a step like a sprocket: it holds it a pitch away from a neighbour that it
+  /// holds already. `found` is where the step is.
+  double SprocketAngle(std::size_t index, double found, double distance) const {
+    for (const std::size_t way : {steps.size() - 1, std::size_t{1}}) {
+      const Step& neighbour = steps[(index + way) % steps.size()];
+      if (&neighbour == &steps[index] || !neighbour.attachment) continue;
+      const double apart = std::remainder(found - neighbour.angle, 2.0 * kPi);
+      const double tooth = 2.0 * std::atan(steps[index].pitch / 2.0 / distance);
+      return neighbour.angle + std::copysign(tooth, apart);
+    }
+    return found;
+  }
+
+  btDefaultCollisionConfiguration configuration;
+  btCollisionDispatcher dispatcher{&configuration};
+  btAxisSweep3 broadphase;
+  BeltSolver solver;
+  btDiscreteDynamicsWorld world{&dispatcher, &broadphase, &solver, &configuration};
+  std::vector<Body> grounds;
+  std::vector<Body> wheels;
+  std::vector<Step> steps;
+};
+
+BeltWorld::BeltWorld(int bodies, const BeltTuning& tuning)
+    : m_tuning(tuning), m_world(std::make_unique<World>(bodies)) {
+  SetTuning(tuning);
+}
+
+BeltWorld::~BeltWorld() = default;
+
+// --- bodies ---
+
+int BeltWorld::AddGround(std::shared_ptr<const triMeshStorage> shape, const Transform& pose) {
+  btCollisionShape* const triangles = shape ? shape->GetShape() : nullptr;
+  if (!triangles) return -1;
+  triangles->setMargin(kGroundMargin);
+  World::Body ground;
+  m_world->Make(ground, *triangles, 0.0, pose);
+  ground.storage = std::move(shape);
+  ground.body->setFriction(kGroundFriction);
+  ground.body->setRestitution(kRestitution);
+  m_world->MakeKinematic(ground);
+  m_world->world.addRigidBody(ground.body.get(), kGroundGroup, kStepGroup);
+  m_world->grounds.push_back(std::move(ground));
+  return static_cast<int>(m_world->grounds.size()) - 1;
+}
+
+int BeltWorld::AddWheel(double radius, double halfWidth, const Transform& pose) {
+  World::Body wheel;
+  wheel.shape = std::make_unique<btCylinderShapeX>(btVector3(halfWidth, radius, radius));
+  wheel.shape->setMargin(std::min(radius, halfWidth) * kStepMargin);
+  m_world->Make(wheel, *wheel.shape, 0.0, pose);
+  m_world->MakeKinematic(wheel);
+  m_world->world.addRigidBody(wheel.body.get(), kWheelGroup, kStepGroup);
+  m_world->wheels.push_back(std::move(wheel));
+  return static_cast<int>(m_world->wheels.size()) - 1;
+}
+
+int BeltWorld::AddStep(const StepBody& body, const BodyState& state) {
+  World::Step step;
+  const Vector half = body.size * 0.5;
+  const double margin = kStepMargin * std::min({half.x, half.y, half.z});
+  step.shape = std::make_unique<btBoxShape>(ToBullet(half - Vector(margin, margin, margin)));
+  step.shape->setMargin(margin);
+  step.pitch = body.pitch;
+  m_world->Make(step, *step.shape, body.mass, state.pose);
+  m_world->world.addRigidBody(step.body.get(), kStepGroup, kStepGroup | kWheelGroup | kGroundGroup);
+  step.body->setFriction(m_tuning.trackFriction);
+  step.body->setRestitution(kRestitution);
+  m_world->steps.push_back(std::move(step));
+  const int index = GetStepCount() - 1;
+  SetStep(index, state);
+  return index;
+}
+
+void BeltWorld::Link(bool closed) {
+  auto& steps = m_world->steps;
+  for (std::size_t i = closed ? 0 : 1; i < steps.size() && steps.size() > 1; ++i) {
+    World::Step &a = steps[(i + steps.size() - 1) % steps.size()], &b = steps[i];
+    // With equal axes in both bodies, a straight belt is the one at rest.
+    btTransform behind = btTransform::getIdentity(), ahead = btTransform::getIdentity();
+    behind.setOrigin(btVector3(0, 0, a.pitch / 2));
+    ahead.setOrigin(btVector3(0, 0, -b.pitch / 2));
+    b.joint = std::make_unique<BeltJoint>(*a.body, *b.body, behind, ahead);
+    m_world->Add(*b.joint);
+  }
+  SetTuning(m_tuning);
+}
+
+// --- settings ---
+
+void BeltWorld::SetGravity(const Vector& gravity) {
+  m_world->world.setGravity(ToBullet(gravity));
+}
+
+Vector BeltWorld::GetGravity() const {
+  return FromBullet(m_world->world.getGravity());
+}
+
+void BeltWorld::SetTuning(const BeltTuning& tuning) {
+  m_tuning = tuning;
+  m_world->world.getSolverInfo().m_numIterations = tuning.trackAccuracy;
+  for (World::Step& step : m_world->steps) {
+    step.body->setFriction(tuning.trackFriction);
+    if (!step.joint) continue;
+    step.joint->TuneRotation(0, {tuning.flaccid, NotZero(tuning.trackDamping), 0.2});
+    step.joint->TuneRotation(1, {1.0, 1.0, 0.8});
+    step.joint->TuneRotation(2, {tuning.twistFlaccid, NotZero(tuning.trackTwistDamping), 0.2});
+    step.joint->TuneTranslation(tuning.transFlaccid, NotZero(tuning.trackTransDamping),
+                                kGapReduction);
+  }
+}
+
+// --- wheels ---
+
+void BeltWorld::MoveGround(int ground, const Transform& pose) {
+  m_world->grounds[static_cast<std::size_t>(ground)].motion->setWorldTransform(ToBullet(pose));
+}
+
+void BeltWorld::MoveWheel(int wheel, const Transform& pose) {
+  m_world->wheels[static_cast<std::size_t>(wheel)].motion->setWorldTransform(ToBullet(pose));
+}
+
+Transform BeltWorld::GetWheel(int wheel) const {
+  btTransform pose;
+  m_world->wheels[static_cast<std::size_t>(wheel)].motion->getWorldTransform(pose);
+  return FromBullet(pose);
+}
+
+bool BeltWorld::Attach(int step, int wheel, double distance) {
+  World::Step& held = m_world->steps[static_cast<std::size_t>(step)];
+  if (held.attachment) return true;
+  const auto index = static_cast<std::size_t>(wheel);
+  if (index >= m_world->wheels.size()) return false;
+  World::Body& holder = m_world->wheels[index];
+  btTransform at;
+  holder.motion->getWorldTransform(at);
+  const btVector3 found = (at.inverse() * held.body->getWorldTransform()).getOrigin();
+  held.angle = m_world->SprocketAngle(static_cast<std::size_t>(step),
+                                      std::atan2(found.z(), found.y()), distance);
+  const btVector3 out(0, std::cos(held.angle), std::sin(held.angle));
+  const btTransform place(btQuaternion(btVector3(1, 0, 0), held.angle), out * distance);
+  held.attachment =
+      std::make_unique<BeltJoint>(*holder.body, *held.body, place, btTransform::getIdentity());
+  for (int axis = 0; axis < 3; ++axis) held.attachment->TuneRotation(axis, {0.5, 1.0, 0.8});
+  held.attachment->TuneTranslation(1.0 - std::pow(1.0 - kHoldSoftness, m_tuning.trackAccuracy), 1.0,
+                                   kGapReduction);
+  m_world->Add(*held.attachment);
+  return true;
+}
+
+void BeltWorld::Detach(int step) {
+  World::Step& held = m_world->steps[static_cast<std::size_t>(step)];
+  if (!held.attachment) return;
+  m_world->world.removeConstraint(held.attachment.get());
+  held.attachment.reset();
+}
+
+bool BeltWorld::IsAttached(int step) const {
+  return m_world->steps[static_cast<std::size_t>(step)].attachment != nullptr;
+}
+
+// --- time ---
+
+void BeltWorld::Advance(double h) {
+  auto& links = m_world->solver.links;
+  links.clear();
+  for (World::Step& step : m_world->steps)
+    links.push_back({step.body.get(), step.joint.get(), step.attachment.get()});
+  m_world->world.stepSimulation(h, kMostInternalSteps, h);
+}
+
+int BeltWorld::GetStepCount() const {
+  return static_cast<int>(m_world->steps.size());
+}
+
+BodyState BeltWorld::GetStep(int step) const {
+  const btRigidBody& body = *m_world->steps[static_cast<std::size_t>(step)].body;
+  return {FromBullet(body.getWorldTransform()), FromBullet(body.getLinearVelocity()),
+          FromBullet(body.getAngularVelocity())};
+}
+
+void BeltWorld::SetStep(int step, const BodyState& state) {
+  btRigidBody& body = *m_world->steps[static_cast<std::size_t>(step)].body;
+  const btTransform pose = ToBullet(state.pose);
+  body.setWorldTransform(pose);
+  body.setInterpolationWorldTransform(pose);
+  body.getMotionState()->setWorldTransform(pose);
+  body.setLinearVelocity(ToBullet(state.linear));
+  body.setAngularVelocity(ToBullet(state.angular));
+  body.setInterpolationLinearVelocity(ToBullet(state.linear));
+  body.setInterpolationAngularVelocity(ToBullet(state.angular));
+}
+
+}  // namespace orv::rws::addon

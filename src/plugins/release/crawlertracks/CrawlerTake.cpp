@@ -1,0 +1,298 @@
+// A crawler in a take: wheels lead, the belt's world is stepped, and what it gives is keyed.
+#include <algorithm>
+#include <cmath>
+
+#include "core/interface/CNode.h"
+#include "plugins/common/FrameGrid.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/release/crawlertracks/CrawlerTrack.h"
+#include "plugins/release/crawlertracks/CrawlerUndo.h"
+#include "plugins/release/crawlertracks/CrawlerWheel.h"
+#include "unidevice/Property.h"
+
+namespace orv::rws::addon {
+
+using Matrix = CrawlerTracks::Matrix;
+using Vector = CrawlerTracks::Vector;
+using Quat = util::Quat<double>;
+using Transform = util::QTransform<double>;
+
+namespace {
+
+/// Ratio of the scales of Frame and driveWheel from which, and below whose inverse, the user is
+/// warned.
+constexpr double kMostScaleRatio = 2.0;
+/// Cosine of the angle at the driveWheel from another wheel to a step below which it holds the
+/// step.
+constexpr double kHoldCosine = -0.5;
+/// Distance from the origin at which a belt has certainly burst (units of the Frame).
+constexpr double kWorldEnd = 50000.0;
+
+Transform InBelt(const Matrix& world, double scale) {
+  return {world.translation() / scale, Quat::fromMatrix(world)};
+}
+
+/// Between two poses, the short way round.
+Transform Between(const Transform& a, const Transform& b, double part) {
+  if (a == b) return a;
+  Quat turn = a.rotation.conjugate() * b.rotation;
+  const Quat rotation = a.rotation * Quat::fromRotationVector(turn.toRotationVector() * part);
+  return {a.position + (b.position - a.position) * part, rotation.normalized()};
+}
+
+void CutFrom(util::AVar_Latest<Vector>& history, double time) {
+  history.cutFrom(time + kFrameTolerance);
+}
+
+}  // namespace
+
+// --- a take begins and ends ---
+
+bool CrawlerTracks::IsReady(double /*time*/) const {
+  if (!m_track) return false;
+  const auto isThere = [](const RigSceneNode& node) {
+    return node.IsBound() && node.GetNode()->IsValid();
+  };
+  for (const WheelList* list : {&m_wheels, &m_supportWheels}) {
+    for (const auto& wheel : *list) {
+      if (isThere(*wheel)) continue;
+      Tell("Error", "Could not create an actor, no wheelNode", kIconCritical);
+      return false;
+    }
+  }
+  if (!m_track->steps.empty() && std::all_of(m_track->steps.begin(), m_track->steps.end(),
+                                             [&](const auto& step) { return isThere(*step); }))
+    return true;
+  Tell("Error", "Error when updating, can't find steps.", kIconCritical);
+  return false;
+}
+
+void CrawlerTracks::WarnOfScale(double time) {
+  const double frame = m_frame.ReadMatrix(time).rowLengths().y;
+  const double drive = m_wheels.front()->ReadMatrix(time).rowLengths().y;
+  const double ratio = frame / drive;
+  if (ratio <= kMostScaleRatio && ratio >= 1.0 / kMostScaleRatio) return;
+  Tell("Warning",
+       "Difference in scale between Frame and driveWheel too large. the Frame and the Drivewheel "
+       "should have roughly the same scale for best results. This may cause unwanted behaviour of "
+       "the tracks.",
+       kIconWarning);
+}
+
+void CrawlerTracks::Start(double time) {
+  m_inTake = true;
+  m_hideModes.Start();
+  groundExist = m_gravityDirection.HasMesh(time);
+  m_isRunning = IsReady(time);
+  if (!m_isRunning) return;
+  WarnOfScale(time);
+  for (const auto& step : m_track->steps) {
+    m_pInterface->PushUndo(new BulletActorRecordingUndo(m_track, *step, time + kFrameTolerance));
+    CutFrom(step->linVelocity, time);
+    CutFrom(step->angVelocity, time);
+  }
+  BuildWorld(time);
+  Settle();
+}
+
+void CrawlerTracks::Stop() {
+  m_hideModes.Stop();
+  m_world.reset();
+  m_isRunning = m_inTake = false;
+}
+
+Vector CrawlerTracks::GravityAt(double time, double divisor) const {
+  const Vector down = -m_gravityDirection.ReadMatrix(time).axisRow(2).normalized();
+  return down * (m_settings.gravity / divisor);
+}
+
+/// Always in the same order and from the scene and the memory alone, so that a resimulation finds
+/// the very world that the take had: ground, wheels, steps, joints.
+void CrawlerTracks::BuildWorld(double time) {
+  m_scale = FrameScale(time);
+  // Kept until the new ones are made: a shape that is still the same is not built again.
+  const std::unique_ptr<BeltWorld> before = std::move(m_world);
+  std::vector<std::shared_ptr<const triMeshStorage>> shapes;
+  if (groundExist) shapes = m_gravityDirection.ReadShapes(time, m_scale, m_shapes);
+  FindMotions();
+  m_world = std::make_unique<BeltWorld>(
+      static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()),
+      m_settings.tuning);
+  m_groundsAfter = m_gravityDirection.ReadPoses(time);
+  m_grounds.clear();
+  for (std::size_t i = 0; i < shapes.size(); ++i)
+    m_grounds.push_back(
+        m_world->AddGround(std::move(shapes[i]), InBelt(m_groundsAfter[i], m_scale)));
+  ReadMotions(time, time);
+  m_turn = 0.0;
+  for (const WheelMotion& motion : m_motions) {
+    motion.wheel->Measure(time);
+    m_world->AddWheel(motion.wheel->radius / m_scale, motion.wheel->halfWidth / m_scale,
+                      WheelAt(motion, 0.0));
+  }
+  BuildSteps(time);
+  const double iterations = m_settings.trackIterations;
+  // Several steps of the world in one sub-frame of the same length then fall no farther than one.
+  m_world->SetGravity(GravityAt(time, iterations * iterations));
+}
+
+void CrawlerTracks::BuildSteps(double time) {
+  const Quat axes = Quat::fromMatrix(m_frame.ReadMatrix(time));
+  for (const auto& step : m_track->steps) {
+    BodyState state;
+    state.pose = InBelt(step->ReadMatrix(time), m_scale);
+    state.pose.position += state.pose.rotation.rotate(step->shape.middle);
+    state.linear = axes.rotate(step->linVelocity.value(time));
+    state.angular = axes.rotate(step->angVelocity.value(time));
+    m_world->AddStep(step->body, state);
+  }
+  m_world->Link(true);
+}
+
+/// The world is stepped for the length of a frame. A new belt comes to lie on its wheels by that;
+/// one that goes on from its memory only gets to know what it touches, and stands where it stood.
+void CrawlerTracks::Settle() {
+  const bool goesOn = !m_track->steps.front()->linVelocity.samples.empty();
+  std::vector<BodyState> states;
+  for (int i = 0; goesOn && i < m_world->GetStepCount(); ++i) states.push_back(m_world->GetStep(i));
+  HoldSteps();
+  const int subFrames = m_settings.subFrames + 1;
+  const double h = m_pInterface->GetFrameDuration() / subFrames;
+  for (int i = 0; i < subFrames * m_settings.trackIterations; ++i) m_world->Advance(h);
+  for (std::size_t i = 0; i < states.size(); ++i) m_world->SetStep(static_cast<int>(i), states[i]);
+}
+
+// --- the wheels ---
+
+/// Wheels that turn have the speed of the belt's line where they touch it.
+void CrawlerTracks::FindMotions() {
+  m_motions.clear();
+  const double half = m_track->steps.front()->shape.size.y / 2 * m_scale;
+  const double drive = m_wheels.front()->radius + half;
+  for (const WheelList* list : {&m_wheels, &m_supportWheels}) {
+    for (const auto& wheel : *list) {
+      WheelMotion motion;
+      motion.wheel = wheel.get();
+      const double sense = wheel->kind.innerWheel || wheel->kind.support ? 1.0 : -1.0;
+      if (!wheel->kind.staticWheel) motion.ratio = sense * drive / (wheel->radius + half);
+      m_motions.push_back(motion);
+    }
+  }
+}
+
+void CrawlerTracks::ReadMotions(double before, double time) {
+  for (WheelMotion& motion : m_motions) {
+    motion.before = motion.wheel->ReadMatrix(before);
+    motion.after = before == time ? motion.before : motion.wheel->ReadMatrix(time);
+  }
+}
+
+/// Where a wheel is when this part of the frame has gone by, in the belt's world.
+Transform CrawlerTracks::WheelAt(const WheelMotion& motion, double part) const {
+  Transform pose = Between(InBelt(motion.before, m_scale), InBelt(motion.after, m_scale), part);
+  const double turn = m_turn * motion.ratio * part;
+  if (turn != 0.0) pose.rotation = pose.rotation * Quat::fromRotationVector({turn, 0.0, 0.0});
+  return pose;
+}
+
+void CrawlerTracks::MoveTo(double part) {
+  for (std::size_t i = 0; i < m_motions.size(); ++i)
+    m_world->MoveWheel(static_cast<int>(i), WheelAt(m_motions[i], part));
+  for (std::size_t i = 0; i < m_grounds.size(); ++i) {
+    if (m_grounds[i] < 0 || m_groundsBefore[i] == m_groundsAfter[i]) continue;
+    m_world->MoveGround(m_grounds[i], Between(InBelt(m_groundsBefore[i], m_scale),
+                                              InBelt(m_groundsAfter[i], m_scale), part));
+  }
+}
+
+/// The driveWheel holds the steps on its side that looks away from the other wheels.
+void CrawlerTracks::HoldSteps() {
+  const Vector centre = m_world->GetWheel(0).position;
+  const double distance =
+      m_motions.front().wheel->radius / m_scale + m_track->steps.front()->body.size.y / 2;
+  std::vector<int> others;
+  for (std::size_t i = 1; i < m_wheels.size(); ++i)
+    if (m_wheels[i]->kind.trackWheel) others.push_back(static_cast<int>(i));
+  const auto toWheel = [&](int index) {
+    return (m_world->GetWheel(index).position - centre).normalized();
+  };
+  const Vector second = others.empty() ? Vector() : toWheel(others.front());
+  const Vector last = others.empty() ? Vector() : toWheel(others.back());
+  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+    const Vector step = (m_world->GetStep(i).pose.position - centre).normalized();
+    const bool holds =
+        others.empty() || (step.dot(second) < kHoldCosine && step.dot(last) < kHoldCosine);
+    if (!holds)
+      m_world->Detach(i);
+    else if (!m_world->Attach(i, 0, distance))
+      Tell("Error", "Error when attaching step to driveWheel, please recreate Track.",
+           kIconCritical);
+  }
+}
+
+// --- a frame ---
+
+void CrawlerTracks::Step(double time) {
+  if (!m_isRunning) return;
+  const double dt = m_pInterface->GetFrameDuration();
+  const double before = FrameBefore(time, dt);
+  const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
+  const double h = dt / subFrames;
+  if (m_world->GetTuning() != m_settings.tuning) m_world->SetTuning(m_settings.tuning);
+  m_world->SetGravity(GravityAt(before, static_cast<double>(iterations) * iterations));
+  ReadMotions(before, time);
+  m_groundsBefore = std::move(m_groundsAfter);
+  m_groundsAfter = m_gravityDirection.ReadPoses(time);
+  m_groundsBefore.resize(m_groundsAfter.size());
+  // Forward is -Z: the belt's upper run goes there.
+  m_turn = m_input ? -m_input->read() * m_settings.rotationInput * dt : 0.0;
+  for (int k = 1; k <= subFrames; ++k) {
+    HoldSteps();
+    for (int i = 1; i <= iterations; ++i) {
+      MoveTo((k - 1 + static_cast<double>(i) / iterations) / subFrames);
+      m_world->Advance(h);
+    }
+    if (HasBurst()) return;
+    if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)
+      WriteFrame(time - (1.0 - static_cast<double>(k) / subFrames) * dt,
+                 static_cast<double>(k) / subFrames);
+  }
+}
+
+void CrawlerTracks::WriteFrame(double time, double part) {
+  const auto poseOf = [&](const Transform& inBelt, const Vector& scale) {
+    Matrix matrix = Transform{inBelt.position * m_scale, inBelt.rotation}.toMatrix();
+    ScaleRows(matrix, scale);
+    return matrix;
+  };
+  for (const WheelMotion& motion : m_motions)
+    if (motion.ratio != 0.0)
+      motion.wheel->WriteKey(time, poseOf(WheelAt(motion, part), ScaleOf(motion.after)));
+  const Quat toFrame = Quat::fromMatrix(m_frame.ReadMatrix(time)).conjugate();
+  for (std::size_t i = 0; i < m_track->steps.size(); ++i) {
+    Track::Step& step = *m_track->steps[i];
+    const BodyState state = m_world->GetStep(static_cast<int>(i));
+    Transform pose = state.pose;
+    pose.position -= pose.rotation.rotate(step.shape.middle);
+    step.WriteKey(time, poseOf(pose, step.shape.scale));
+    step.linVelocity.set(time, toFrame.rotate(state.linear));
+    step.angVelocity.set(time, toFrame.rotate(state.angular));
+  }
+}
+
+/// A belt that flew apart stands still from here on, and the user is told what helps.
+bool CrawlerTracks::HasBurst() {
+  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+    const Vector place = m_world->GetStep(i).pose.position;
+    if (place.length() < kWorldEnd) continue;
+    m_isRunning = false;
+    Tell("Warning",
+         "The track has burst. Try more SubFrames, less Gravity or a slower driveWheel, and see "
+         "that the wheels leave it room.",
+         kIconWarning);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace orv::rws::addon

@@ -1,0 +1,245 @@
+#include "plugins/release/crawlertracks/crawlertracks_CrawlerTracks.h"
+
+#include <utility>
+
+#include "core/interface/CNode.h"
+#include "plugins/release/crawlertracks/CrawlerActions.h"
+#include "plugins/release/crawlertracks/CrawlerTrack.h"
+#include "plugins/release/crawlertracks/CrawlerWheel.h"
+#include "plugins/release/crawlertracks/TrackMeshes.h"
+#include "unidevice/Control.h"
+
+namespace orv::rws::addon {
+
+using Matrix = CrawlerTracks::Matrix;
+using Vector = CrawlerTracks::Vector;
+
+namespace {
+
+// Places of a new rig's nodes in the Frame (m): the belt of a wheel stands on the ground.
+const Vector kDriveWheelPlace(0.0, 0.56, 0.0);
+const Vector kTrackDirectionPlace(0.0, 1.3, 0.0);
+const Vector kGravityPlace(-0.8, 0.6, 0.0);
+const Vector kTemplatePlace(0.8, 0.03, 0.0);
+
+Matrix At(const Vector& place) {
+  Matrix matrix;
+  matrix.setTranslation(place);
+  return matrix;
+}
+
+/// Z up, so that -Z falls.
+Matrix FallingAt(const Vector& place) {
+  Matrix matrix;
+  matrix.setAxisRow(1, {0.0, 0.0, -1.0});
+  matrix.setAxisRow(2, {0.0, 1.0, 0.0});
+  matrix.setTranslation(place);
+  return matrix;
+}
+
+}  // namespace
+
+// --- the ground ---
+
+BeltGroundNode::BeltGroundNode(CCamera& rig, const RigSceneNode& frame)
+    : SurfaceNode(rig, "GravityDirection", &frame, CrawlerGravityMesh()) {}
+
+bool BeltGroundNode::HasMesh(double time) const {
+  bool any = false;
+  ForEachSurface(true, [&](CNode* surface) {
+    bool isMesh = false;
+    if (!any && !IsOwn(*surface)) any = !MeshOf(surface, time, isMesh).faces.empty();
+  });
+  return any;
+}
+
+std::vector<std::shared_ptr<const triMeshStorage>> BeltGroundNode::ReadShapes(
+    double time, double scale, GroundShapePool& pool) const {
+  std::vector<std::shared_ptr<const triMeshStorage>> shapes;
+  ForEachSurface(true, [&](CNode* surface) {
+    bool isMesh = false;
+    util::CMesh mesh = IsOwn(*surface) ? util::CMesh() : MeshOf(surface, time, isMesh);
+    const Vector stretch = PoseOf(surface, time).rowLengths() / scale;
+    shapes.push_back(mesh.faces.empty() ? nullptr : pool.Get(std::move(mesh), stretch));
+  });
+  return shapes;
+}
+
+std::vector<Matrix> BeltGroundNode::ReadPoses(double time) const {
+  std::vector<Matrix> poses;
+  ForEachSurface(true, [&](CNode* surface) { poses.push_back(PoseOf(surface, time)); });
+  return poses;
+}
+
+// --- life ---
+
+CrawlerTracks::CrawlerTracks(const CreationRecord& record, GroundShapePool& shapes)
+    : CCamera(record),
+      m_shapes(shapes),
+      m_frame(*this, "Frame", nullptr, CrawlerFrameMesh()),
+      m_trackDirection(*this, "TrackDirection", &m_frame, TrackDirectionMesh()),
+      m_gravityDirection(*this, m_frame),
+      m_templateStep(*this, "TemplateStep", &m_frame, TemplateStepMesh()),
+      m_caterpillar(*this, "caterpillar", &m_frame, util::CMesh()),
+      m_hideHelpers(m_hideModes.Add("Hide Helpers", "Hides all but the steps of the track.",
+                                    HideModes::kAlways, {})),
+      m_hideHelpersInTakes(m_hideModes.Add("Hide Helpers During Recording",
+                                           "Hides all but the steps of the track while a take "
+                                           "runs.",
+                                           HideModes::kDuringTakes, {})) {
+  m_hideModes.Add("Hide Track Text", "Hides the text that tells where forward is.",
+                  HideModes::kAlways, {&m_trackDirection});
+  m_wheels.push_back(std::make_shared<Wheel>(*this, "driveWheel", m_frame, WheelKind()));
+  ShowWheels();
+}
+
+CrawlerTracks::~CrawlerTracks() = default;
+
+std::vector<RigSceneNode*> CrawlerTracks::Helpers() {
+  std::vector<RigSceneNode*> nodes{&m_frame, &m_trackDirection, &m_gravityDirection,
+                                   &m_templateStep};
+  for (const WheelList* list : {&m_wheels, &m_supportWheels})
+    for (const auto& wheel : *list) nodes.push_back(wheel.get());
+  return nodes;
+}
+
+/// What follows the lists of wheels.
+void CrawlerTracks::ShowWheels() {
+  m_hideHelpers.nodes = m_hideHelpersInTakes.nodes = Helpers();
+  m_gravityDirection.own.assign(m_hideHelpers.nodes.begin(), m_hideHelpers.nodes.end());
+}
+
+void CrawlerTracks::SetWheelState(const WheelState& state) {
+  m_wheels = state.wheels;
+  m_supportWheels = state.supportWheels;
+  for (const WheelList* list : {&m_wheels, &m_supportWheels})
+    for (const auto& wheel : *list) wheel->Find();
+  ShowWheels();
+}
+
+void CrawlerTracks::SetTrack(TrackPointer track) {
+  m_track = std::move(track);
+  if (!m_track) return;
+  m_caterpillar.Find();
+  for (const auto& step : m_track->steps) step->Find();
+}
+
+int CrawlerTracks::Create() {
+  const double now = m_pInterface->GetTime();
+  const auto create = [&](RigSceneNode& node, const Matrix& local) {
+    const bool isNew = !node.Find();
+    if (isNew && node.Create() != 0) return false;
+    if (isNew) node.Place(now, m_frame.ReadMatrix(now) * local);
+    return true;
+  };
+  if (m_frame.Create() != 0) return 1;
+  if (!create(*m_wheels.front(), At(kDriveWheelPlace))) {
+    Tell("Error", "Could not create Wheel Node", kIconCritical);
+    return 1;
+  }
+  m_wheels.front()->ShowKind();
+  if (!create(m_templateStep, At(kTemplatePlace))) {
+    Tell("Error", "Could not create TemplateStep", kIconCritical);
+    return 1;
+  }
+  if (!create(m_trackDirection, At(kTrackDirectionPlace)) ||
+      !create(m_gravityDirection, FallingAt(kGravityPlace)))
+    return 1;
+  return 0;
+}
+
+void CrawlerTracks::Update(double /*time*/) {
+  m_pInterface->RefreshConfig();
+}
+
+void CrawlerTracks::Tell(const std::string& title, const std::string& text, unsigned icon) const {
+  m_pInterface->MessageBox(title, text, kButtonsOk | icon);
+}
+
+// --- the configuration ---
+
+int CrawlerTracks::Define() {
+  CInterface& core = *m_pInterface;
+  core.BeginConfig();
+  m_hideModes.Define(core, *this);
+  DefineTrackProperties();
+  DefineCreationProperties();
+  core.BeginGroup("Input Properties", "What the input does");
+  core.AddSpinner("Maximum (Input Driven) Rotation Speed",
+                  "Speed of the driveWheel at full input (radians per second)",
+                  &m_settings.rotationInput, -100.0, 100.0, 0.1, 3, true, this);
+  core.EndGroup();
+  core.EndConfig();
+  m_input = core.AddInput(
+      "Forward/Backward", "Turns the driveWheel",
+      unidevice::kBinaryControl | unidevice::kFiniteControl | unidevice::kInfiniteControl);
+  return 0;
+}
+
+void CrawlerTracks::AddTuning(const char* label, const char* tooltip, double& value, double min,
+                              double max, double step) {
+  m_pInterface->AddSpinner(label, tooltip, &value, min, max, step, 3, true, this);
+}
+
+void CrawlerTracks::DefineTrackProperties() {
+  CInterface& core = *m_pInterface;
+  BeltTuning& t = m_settings.tuning;
+  core.BeginGroup("Track Properties", "How the track moves; these take effect at once");
+  AddTuning("Gravity", "Strength of the gravity", m_settings.gravity, -1000.0, 1000.0, 0.1);
+  AddTuning("Bending Stiffness", "How much the track resists being bent", t.flaccid, 0.01, 2.0,
+            0.01);
+  AddTuning("Bending Damping", "How soon a bend comes to rest", t.trackDamping, 0.01, 3.0, 0.01);
+  AddTuning("Displacement Stiffness", "How firmly the steps hold together", t.transFlaccid, 0.01,
+            2.0, 0.01);
+  AddTuning("Displacement Damping", "How soon a gap between two steps comes to rest",
+            t.trackTransDamping, 0.01, 1.0, 0.01);
+  AddTuning("Twist Stiffness", "How much the track resists being twisted", t.twistFlaccid, 0.01,
+            1.0, 0.01);
+  AddTuning("Twist Damping", "How soon a twist comes to rest", t.trackTwistDamping, 0.01, 3.0,
+            0.01);
+  AddTuning("Friction", "Friction of the steps on wheels and ground", t.trackFriction, 0.0, 10.0,
+            0.01);
+  core.AddSpinnerInt("Accuracy",
+                     "Iterations of the physics' solver. Can slow down simulation considerably",
+                     &t.trackAccuracy, 1, 50, 1, 0, false, this);
+  core.AddSpinnerInt("Flaccidity Reduction",
+                     "Steps of the physics in each sub-frame: more make the track firmer and the "
+                     "simulation slower",
+                     &m_settings.trackIterations, 1, 50, 1, 0, false, this);
+  core.AddSpinnerInt("SubFrames", "Extra steps within a frame", &m_settings.subFrames, 0, 50, 1, 0,
+                     false, this);
+  core.AddCheckBox("Set keyframes on SubFrames", "Keys the track at every extra step too",
+                   &m_settings.setSubFrames, this);
+  core.EndGroup();
+}
+
+void CrawlerTracks::DefineCreationProperties() {
+  CInterface& core = *m_pInterface;
+  core.BeginGroup("Track Creation Properties", "To be set before the track is made");
+  core.AddCheckBox("Static Wheel", "The next wheel does not turn with the driveWheel",
+                   &m_settings.staticWheel, this);
+  core.AddCheckBox("Inner Wheel", "The track runs round the next wheel; off: along its outside",
+                   &m_settings.innerWheel, this);
+  core.AddCheckBox("Track Wheel", "The track is laid round the next wheel", &m_settings.trackWheel,
+                   this);
+  for (const auto& [label, tooltip] : kWheelActions) core.AddButton(label, tooltip, this);
+  core.AddSpinnerInt("Number of Steps", "Steps of the track", &m_settings.nrSteps, 0, kMostSteps, 1,
+                     0, false, this);
+  core.AddSpinner("Gap Between Steps", "Gap that the steps are counted with, in Frame units",
+                  &m_settings.trackGap, -kMostGap, kMostGap, 0.1, 3, false, this);
+  for (const auto& [label, tooltip] : kTrackActions) core.AddButton(label, tooltip, this);
+  core.EndGroup();
+}
+
+// --- the factory ---
+
+CCamera* CrawlerTracksPlugin::CreateObject(const CreationRecord& record) {
+  return new CrawlerTracks(record, m_shapes);
+}
+
+std::string CrawlerTracksPlugin::GetDescription() {
+  return "Orvel CrawlerTracks is a dynamic simulator for quick rigging of any kind of "
+         "crawler/CrawlerTracks tracks interacting with bogies and ground.";
+}
+
+}  // namespace orv::rws::addon

@@ -1,0 +1,219 @@
+// A belt of rigid steps round wheels, on a physics world of its own.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/interface/CCamera.h"
+#include "core/interface/CCameraPlugin.h"
+#include "core/interface/CInterface.h"
+#include "plugins/common/HideModes.h"
+#include "plugins/common/History.h"
+#include "plugins/common/SaveChunk.h"
+#include "plugins/common/ground/GroundShapePool.h"
+#include "plugins/common/ground/SurfaceNode.h"
+#include "plugins/release/crawlertracks/BeltPath.h"
+#include "plugins/release/crawlertracks/BeltWorld.h"
+
+namespace orv::unidevice {
+class Property;
+}
+
+namespace orv::rws::addon {
+
+/// Most steps of a track, and the widest gap between two (units of the Frame).
+inline constexpr int kMostSteps = 1000;
+inline constexpr double kMostGap = 10.0;
+
+/// What a user edits and a profile saves.
+struct CrawlerSettings {
+  BeltTuning tuning;
+  double gravity = 40.0;         ///< units of the Frame per s², against the GravityDirection's Z
+  int trackIterations = 1;       ///< world steps per sub-frame
+  int subFrames = 10;            ///< extra steps within a frame
+  bool setSubFrames = false;     ///< keys on sub-frames too
+  double rotationInput = 5.0;    ///< of the driveWheel at full input (rad/s)
+  int nrSteps = 0;               ///< of the track
+  double trackGap = 0.0;         ///< between two steps (units of the Frame)
+  double trackDensity = 1000.0;  ///< mass of a step by the volume of its box, in units of the Frame
+  // Of the next wheel to be added.
+  bool staticWheel = false;
+  bool innerWheel = true;
+  bool trackWheel = true;
+};
+
+/// The node whose parent and children are the ground of a belt, and whose Z row points against
+/// gravity.
+class BeltGroundNode : public SurfaceNode {
+ public:
+  BeltGroundNode(CCamera& rig, const RigSceneNode& frame);
+
+  using SurfaceNode::MeshOf;
+
+  /// Whether any surface is a mesh at `time`.
+  bool HasMesh(double time) const;
+  /// Triangles of each surface, stretched into a belt's world of this scale, from `pool`; null for
+  /// one that is no mesh.
+  std::vector<std::shared_ptr<const triMeshStorage>> ReadShapes(double time, double scale,
+                                                                GroundShapePool& pool) const;
+  /// World pose of each surface, in the same order.
+  std::vector<util::Matrix<double>> ReadPoses(double time) const;
+};
+
+/// The rig. The user sets wheels out in the plane of the Frame, shapes the TemplateStep and creates
+/// the track; in a take the driveWheel is turned by the input, the wheels carry the belt, the belt
+/// meets the ground, and each step's node is keyed. Wheels follow their nodes: a vehicle carries
+/// them by carrying the Frame, and the belt does not carry the vehicle. All lengths of the physics
+/// are in units of the Frame, so that a belt behaves the same at any scale.
+class CrawlerTracks : public CCamera, public CInterface::Callback {
+ public:
+  using SceneNode = RigSceneNode;
+  using Matrix = util::Matrix<double>;
+  using Vector = util::Vector3<double>;
+  class Track;
+  class Wheel;
+  using WheelList = std::vector<std::shared_ptr<Wheel>>;
+  using TrackPointer = std::shared_ptr<Track>;
+
+  CrawlerTracks(const CreationRecord& record, GroundShapePool& shapes);
+  ~CrawlerTracks() override;
+
+  void Start(double time) override;
+  void Stop() override;
+  void Step(double time) override;
+  void Update(double time) override;
+  int Define() override;
+  int Create() override;
+  int Restore() override;
+  int Store() override;
+  void OnCallback(std::string name) override;
+
+  // What undo steps exchange.
+  struct WheelState {
+    WheelList wheels, supportWheels;
+  };
+  WheelState GetWheelState() const { return {m_wheels, m_supportWheels}; }
+  void SetWheelState(const WheelState& state);
+  const TrackPointer& GetTrack() const { return m_track; }
+  void SetTrack(TrackPointer track);
+
+ private:
+  /// A wheel's way through a frame, in the belt's world.
+  struct WheelMotion {
+    Wheel* wheel = nullptr;
+    double ratio = 0.0;    ///< its turn for a turn of 1 rad of the driveWheel
+    Matrix before, after;  ///< world poses of its node round the frame, without this frame's turn
+  };
+
+  // Configuration.
+  void DefineTrackProperties();
+  void DefineCreationProperties();
+  void AddTuning(const char* label, const char* tooltip, double& value, double min, double max,
+                 double step);
+
+  // Actions.
+  bool RunAction(const std::string& label);
+  void AddWheel();
+  void RemoveWheel();
+  void AddSupportWheel();
+  void RemoveSupportWheel();
+  void CreateTrack();
+  void RemoveTrack();
+  void CalculateSteps();
+  void CalculateGap();
+  void SelectSteps();
+  void AddStep();
+  void RemoveStep();
+  void Tell(const std::string& title, const std::string& text, unsigned icon) const;
+  bool RefuseWithTrack(const char* text) const;
+  template <class T>
+  void SetByAction(T& variable, T value) {
+    PushVariableUndo(*m_pInterface, variable);
+    variable = value;
+    m_pInterface->RefreshConfig();
+  }
+  bool RefuseWithoutTrack() const;
+  std::shared_ptr<Wheel> MakeWheel(const std::string& name, const Matrix& place);
+  void RemoveLast(WheelList& wheels);
+  bool LayTrack(int steps);
+  bool DropTrack();
+  bool MakeSteps(Track& track, const BeltPath& path, int count);
+  void ShowWheels();
+  std::vector<RigSceneNode*> Helpers();
+
+  // Layout.
+  WheelList TrackWheels() const;
+  void MeasureWheels();
+  void MoveOutOfDriveWheel();
+  /// The line of the belt in units of the Frame; tells the user why there is none.
+  std::optional<BeltPath> FindPath();
+  /// Length round the wheels that steps are counted by (m); below 0 when there is no line.
+  double Perimeter();
+  double FrameScale(double time) const;
+  struct StepShape;
+  bool MeasureStep(StepShape& shape) const;
+
+  // Takes.
+  bool IsReady(double time) const;
+  void WarnOfScale(double time);
+  void BuildWorld(double time);
+  void BuildSteps(double time);
+  void Settle();
+  Vector GravityAt(double time, double divisor) const;
+  void FindMotions();
+  void ReadMotions(double before, double time);
+  util::QTransform<double> WheelAt(const WheelMotion& motion, double part) const;
+  void MoveTo(double part);
+  void HoldSteps();
+  void WriteFrame(double time, double part);
+  bool HasBurst();
+
+  // Saving.
+  SaveState LoadBlob();
+  bool LoadWheels(const util::DataChunk& chunk, bool support, WheelList& wheels);
+  bool LoadTrack(const util::DataChunk& chunk);
+  void SaveWheels(util::DataChunk& chunk, const char* name, const WheelList& wheels) const;
+
+  CrawlerSettings m_settings;
+  GroundShapePool& m_shapes;
+  bool groundExist = false;
+  unidevice::Property* m_input = nullptr;  ///< the instance's
+  RigMeshNode m_frame;
+  RigMeshNode m_trackDirection;
+  BeltGroundNode m_gravityDirection;
+  RigMeshNode m_templateStep;
+  RigMeshNode m_caterpillar;  ///< the group of the steps
+  WheelList m_wheels;         ///< the driveWheel first
+  WheelList m_supportWheels;
+  TrackPointer m_track;  ///< null without one
+  HideModes m_hideModes;
+  HideModes::Box& m_hideHelpers;
+  HideModes::Box& m_hideHelpersInTakes;
+
+  // Of the running take.
+  std::unique_ptr<BeltWorld> m_world;
+  double m_turn = 0.0;         ///< of the driveWheel in this frame (rad)
+  double m_scale = 1.0;        ///< of the Frame: metres of a unit of the belt's world
+  std::vector<int> m_grounds;  ///< of each surface in the world; -1 for none
+  std::vector<Matrix> m_groundsBefore, m_groundsAfter;  ///< world poses round the frame
+  std::vector<WheelMotion> m_motions;
+  bool m_inTake = false;
+  bool m_isRunning = false;  ///< the take steps the track
+};
+
+class CrawlerTracksPlugin : public CCameraPlugin {
+ public:
+  CCamera* CreateObject(const CreationRecord& record) override;
+  std::string GetId() override { return "CrawlerTracks"; }
+  std::string GetDataFolder() override { return "crawlertracks"; }
+  std::string GetName() override { return "Orvel CrawlerTracks"; }
+  std::string GetCategory() override { return "Accessory"; }
+  std::string GetDescription() override;
+
+ private:
+  GroundShapePool m_shapes;
+};
+
+}  // namespace orv::rws::addon
