@@ -16,6 +16,7 @@ class Rigs : public testing::TestWithParam<std::string> {
   static std::unique_ptr<RigScene> NewScene(double fps = 25.0) {
     auto world = std::make_unique<RigScene>(GetParam(), fps);
     if (GetParam() == "Spline Speed-Controller") world->LayRail();
+    if (GetParam() == "Firepower") world->LoadGun();
     for (auto* element : world->rig->GetConfig().elements()) {
       const std::string& label = element->label();
       const auto ends = [&](const std::string& end) {

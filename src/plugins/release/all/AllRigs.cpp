@@ -5,6 +5,7 @@
 #include "plugins/release/1dscaler/1dscaler_C1DScalerObject.h"
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
+#include "plugins/release/firepower/firepower_CFirepowerObject.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 #include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
@@ -20,8 +21,9 @@ std::vector<CCameraPlugin*> AllRigs() {
   static C1DScalerPlugin scaler;
   static CCarCamPlugin fourWheeler;
   static CCameraRailPlugin cameraRail;
-  return {&motionFilterCam, &steadyCam, &directInputLink, &positioner,
-          &rotator,         &scaler,    &fourWheeler,     &cameraRail};
+  static CFirepowerPlugin firepower;
+  return {&motionFilterCam, &steadyCam,   &directInputLink, &positioner, &rotator,
+          &scaler,          &fourWheeler, &cameraRail,      &firepower};
 }
 
 }  // namespace orv::rws::addon
