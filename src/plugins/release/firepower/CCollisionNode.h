@@ -13,8 +13,8 @@ class CSnapshot_Mesh;
 namespace orv::rws::addon {
 
 /// Its parent, unless that is one of the rig's own nodes, and each of its children is a collision
-/// surface; of one that is no mesh itself the meshes directly below are. Surfaces stand, for all
-/// of a frame, where their animation has them at its end.
+/// surface; of one that is no mesh itself the meshes directly below are. Surfaces are met as they
+/// move, but give nothing of their motion: one that comes up pushes what lies on it.
 class CCollisionNode final : public SurfaceNode, public RayTest {
  public:
   CCollisionNode(CCamera& rig, const RigSceneNode& parent);
@@ -23,14 +23,22 @@ class CCollisionNode final : public SurfaceNode, public RayTest {
   void BeginFrame(double time);
   void EndFrame();
 
-  bool HasSurfaces() const { return !m_meshes.empty(); }
-  bool Cast(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
-            double length, double& distance, util::Vector3<double>& normal) const override;
+  bool HasSurfaces() const { return !m_surfaces.empty(); }
+  bool Meet(const util::Vector3<double>& from, const util::Vector3<double>& to, bool frame,
+            SurfaceHit& hit) const override;
 
  private:
+  struct Surface {
+    CSnapshot_Mesh* mesh;       ///< the core's
+    util::Matrix<double> move;  ///< of its points since the frame before
+    bool moves;
+  };
   void Gather(CNode& surface, double time, bool withChildren);
+  bool MeetNearest(const util::Vector3<double>& from, const util::Vector3<double>& to, bool frame,
+                   double skin, SurfaceHit& hit) const;
 
-  std::vector<CSnapshot_Mesh*> m_meshes;  ///< of the present frame; the core's
+  std::vector<Surface> m_surfaces;  ///< of the present frame
+  bool m_anyMoves = false;
 };
 
 }  // namespace orv::rws::addon

@@ -11,8 +11,6 @@ namespace {
 
 /// Hits of one frame after which a projectile waits for the next.
 constexpr int kMostHits = 8;
-/// Distance that is kept from a surface (m), so that rounding never puts a projectile through it.
-constexpr double kSkin = 1e-5;
 /// Product of drag and time below which the exact form loses its digits and a series does not.
 constexpr double kSmallDrag = 1e-3;
 
@@ -35,15 +33,14 @@ void Flight::Free(const FlightRules& rules, double dt) {
   velocity = velocity * left + gravity * way;
 }
 
-void Flight::Bounce(const BounceRules& bounce, Vector normal, const RayTest& surfaces) {
-  // On the bent path the velocity may already lead away from what the straight line met.
-  if (velocity.dot(normal) < 0.0) velocity = Reflected(velocity, normal);
+void Flight::Bounce(const BounceRules& bounce, const SurfaceHit& hit, const RayTest& surfaces) {
+  // On the bent path, or from a surface that moves away, the velocity may lead off it already.
+  if (velocity.dot(hit.normal) < 0.0) velocity = Reflected(velocity, hit.normal);
   velocity *= bounce.share;
-  double step = bounce.deltaValue, distance = 0.0;
-  Vector other;
-  if (surfaces.Cast(position, normal, step + kSkin, distance, other))
-    step = std::max(0.0, distance - kSkin);
-  position += normal * step;
+  position = hit.stop;
+  const Vector off = position + hit.normal * bounce.deltaValue;
+  SurfaceHit other;
+  position = surfaces.Meet(position, off, false, other) ? other.stop : off;
 }
 
 int Flight::Sweep(const FlightRules& rules, const BounceRules& bounce, double dt,
@@ -52,22 +49,16 @@ int Flight::Sweep(const FlightRules& rules, const BounceRules& bounce, double dt
   for (int hits = 0; hits < kMostHits; ++hits) {
     Flight next = *this;
     next.Free(rules, rest);
-    const Vector way = next.position - position;
-    const double length = way.length();
-    double distance = 0.0;
-    Vector normal;
-    const Vector direction = way / length;
-    if (!(length > 0.0) || !surfaces.Cast(position, direction, length + kSkin, distance, normal)) {
+    SurfaceHit hit;
+    if (!surfaces.Meet(position, next.position, hits == 0, hit)) {
       *this = next;
       return hits;
     }
-    const double part = std::min(distance / length, 1.0);
     Flight met = *this;
-    met.Free(rules, rest * part);
+    met.Free(rules, rest * hit.part);
     velocity = met.velocity;
-    position += direction * std::max(0.0, distance - kSkin);
-    Bounce(bounce, direction.dot(normal) > 0.0 ? -normal : normal, surfaces);
-    rest *= 1.0 - part;
+    Bounce(bounce, hit, surfaces);
+    rest *= 1.0 - hit.part;
     if (rest <= 0.0) return hits + 1;
   }
   return kMostHits;

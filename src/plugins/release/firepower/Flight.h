@@ -5,13 +5,20 @@
 
 namespace orv::rws::addon {
 
-/// Finds what a projectile meets. World space.
+/// What a projectile meets on a straight way. World space.
+struct SurfaceHit {
+  double part = 1.0;             ///< of the way up to there, in [0, 1]
+  util::Vector3<double> stop;    ///< the place right before the surface
+  util::Vector3<double> normal;  ///< unit, on the side that the projectile comes from
+};
+
+/// Finds what projectiles meet in the present frame.
 class RayTest {
  public:
-  /// Closest hit along the unit `direction`, not farther than `length` (m). `normal` is unit, of
-  /// either side.
-  virtual bool Cast(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
-                    double length, double& distance, util::Vector3<double>& normal) const = 0;
+  /// The first surface on the way from `from` to `to`. With `frame` the way is that of a frame, in
+  /// which surfaces move too: one that sweeps over a projectile meets it.
+  virtual bool Meet(const util::Vector3<double>& from, const util::Vector3<double>& to, bool frame,
+                    SurfaceHit& hit) const = 0;
 
  protected:
   ~RayTest() = default;
@@ -47,12 +54,12 @@ struct Flight {
   /// `dt` seconds with nothing in the way.
   void Free(const FlightRules& rules, double dt);
   /// `dt` seconds among `surfaces`; the straight line of each step is swept, so nothing thin is
-  /// passed. Returns the number of hits.
+  /// passed. After eight hits it waits for the next frame. Returns the number of hits.
   int Sweep(const FlightRules& rules, const BounceRules& bounce, double dt,
             const RayTest& surfaces);
 
  private:
-  void Bounce(const BounceRules& bounce, util::Vector3<double> normal, const RayTest& surfaces);
+  void Bounce(const BounceRules& bounce, const SurfaceHit& hit, const RayTest& surfaces);
 };
 
 }  // namespace orv::rws::addon

@@ -154,6 +154,8 @@ void Firepower::Start(double time) {
   m_takeStart = time;
   PushVariableUndo(*m_pInterface, m_memory);
   PushVariableUndo(*m_pInterface, bullets);
+  PushVariableUndo(*m_pInterface, m_logic.timeDelayFire);
+  PushVariableUndo(*m_pInterface, m_logic.fireOffline);
   if (!IsComplete()) Tell(kErrorWhenStarting);
   const double dt = m_pInterface->GetFrameDuration();
   const double first = FrameAfter(time, dt), before = FrameBefore(first, dt);
