@@ -358,7 +358,10 @@ TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   const auto whole = gun.PosesOf(0, 30);
   gun.Resimulate(12, 30);  // begins with the barrel back
   EXPECT_TRUE(gun.PosesOf(0, 30) == whole);
-  gun.Set({{"Response Factor", 0.2}});
+  gun.Set({{"Depth (%)", 60}});
+  gun.Resimulate(12, 30);
+  EXPECT_NEAR(back(30), 0.0, 1e-9) << "another depth is no other place";
+  gun.Set({{"Depth (%)", 25}, {"Response Factor", 0.2}});
   gun.Resimulate(0, 30);
   EXPECT_TRUE(back(12) > 0.05 && back(12) < 0.9 && back(30) < back(16)) << "softer";
 }
@@ -389,6 +392,9 @@ TEST(Firepower, ARetakeReplacesTheProjectilesOfItsFutureAndUndoBringsThemBack) {
   const auto heavier = gun.PosesOf(0, 40);
   gun.Resimulate(27, 40);
   EXPECT_TRUE(gun.PosesOf(0, 40) == heavier);
+  gun.Reopen();
+  gun.Resimulate(23, 40);
+  EXPECT_TRUE(gun.PosesOf(0, 40) == heavier) << "out of the file";
 }
 
 TEST(Firepower, EachFailureIsToldInItsWords) {

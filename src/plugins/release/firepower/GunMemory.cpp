@@ -26,6 +26,7 @@ constexpr auto kRows = std::make_tuple(
     Row<double>{"timeDelayStart", &GunState::timeDelayStart},
     Row<bool>{"delayed", &GunState::delayed}, Row<double>{"recoil", &GunState::recoil},
     Row<double>{"currentRecoil", &GunState::currentRecoil},
+    Row<double>{"barrelBack", &GunState::barrelBack},
     Row<int>{"nrDischarges", &GunState::nrDischarges}, Row<int>{"nrBullets", &GunState::nrBullets});
 
 template <class Visit>

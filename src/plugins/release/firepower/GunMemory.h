@@ -28,6 +28,7 @@ struct GunState {
   bool delayed = false;             ///< the present press has had its delay
   double recoil = -1.0;             ///< time in the recoil's cycle (s); below 0 at rest
   double currentRecoil = 0.0;       ///< part of the depth that the barrel is back, smoothed
+  double barrelBack = 0.0;          ///< how far the barrel stands back, in its own scale (m)
   int nrDischarges = 0;
   int nrBullets = 0;  ///< projectiles so far; the latest one's number
 };

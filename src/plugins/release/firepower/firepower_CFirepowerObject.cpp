@@ -163,7 +163,7 @@ void Firepower::Start(double time) {
   m_state = m_memory.Resume(before);
   RemoveBulletsAfter(time);
   ResumeBullets(before, first);
-  FindRest(time);
+  FindRest(before);
   m_hideModes.Start();
 }
 
@@ -226,13 +226,12 @@ Matrix Firepower::BarrelAtRest(double time) const {
 }
 
 /// Notes where the barrel rests, unless it stands where the recoil of an earlier take has left it.
-void Firepower::FindRest(double time) {
-  const double back = m_state.currentRecoil * m_settings.recoilDepth / 100.0 * m_settings.length;
-  const Matrix recoiled = m_memory.rest * Moved({0.0, 0.0, back});
+void Firepower::FindRest(double before) {
   if (!m_memory.hasRest && !m_settings.HasRecoil()) return;
-  const Matrix local = m_barrel.ReadLocalMatrix(time);
-  if (m_memory.hasRest && IsNear(local, recoiled)) return;
-  m_memory.rest = local * Moved({0.0, 0.0, -back});
+  const Matrix local = m_barrel.ReadLocalMatrix(before);
+  const Matrix back = Moved({0.0, 0.0, m_state.barrelBack});
+  if (m_memory.hasRest && IsNear(local, m_memory.rest * back)) return;
+  m_memory.rest = local * Moved({0.0, 0.0, -m_state.barrelBack});
   m_memory.hasRest = true;
 }
 
@@ -252,8 +251,8 @@ void Firepower::MoveBarrel(double time, double dt) {
       m_state.recoil = -1.0;
   }
   util::lowPass(m_state.currentRecoil, target, m_settings.response, 0.0, dt);
-  const double way = m_state.currentRecoil * m_settings.recoilDepth / 100.0 * m_settings.length;
-  m_barrel.WriteKey(time, BarrelAtRest(time) * Moved({0.0, 0.0, way}));
+  m_state.barrelBack = m_state.currentRecoil * m_settings.recoilDepth / 100.0 * m_settings.length;
+  m_barrel.WriteKey(time, BarrelAtRest(time) * Moved({0.0, 0.0, m_state.barrelBack}));
 }
 
 // --- a frame ---

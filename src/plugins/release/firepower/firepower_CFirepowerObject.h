@@ -66,7 +66,7 @@ class Firepower : public CCamera, public CInterface::Callback {
   // Takes
   void RemoveBulletsAfter(double time);
   void ResumeBullets(double before, double first);
-  void FindRest(double time);
+  void FindRest(double before);
   void MoveBarrel(double time, double dt);
   void AdvanceBullets(double time, double dt);
   FlightRules Rules() const { return {m_settings.gravity, m_settings.airResistance}; }
