@@ -35,14 +35,20 @@ class VelocityMemory {
   void Load(SaveReader& reader, const util::DataChunk& chunk, const char* key);
 
  private:
+  /// Velocity of a frame.
   struct Sample {
     double time;
     util::Vector3<double> velocity;
+  };
+  /// How a flight goes on from a mark, until the next of these.
+  struct Span {
+    double time;
     FlightRules rules;
     double duration;
   };
 
   std::vector<Sample> m_marks;  ///< in rising time
+  std::vector<Span> m_spans;    ///< in rising time; the first begins with the first mark
   double m_last = 0.0;          ///< time of the latest frame (s)
 };
 
