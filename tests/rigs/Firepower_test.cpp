@@ -455,6 +455,8 @@ TEST(Firepower, EachFailureIsToldInItsWords) {
     if (i == 15) world->core.DeleteNode(&world->Node("barrel"), false);
   });
   EXPECT_EQ(told(*world), (Messages{"Error in onFrame", "Error when stopping record"}));
+  opened = world->Reopen(blob, restored);
+  EXPECT_TRUE(restored == 1 && told(*opened) == Messages{"no node"}) << "no gun without a barrel";
   world->rig->Start(0.0);
   EXPECT_EQ(told(*world), Messages{"Error when starting to record."});
   world->rig.reset();

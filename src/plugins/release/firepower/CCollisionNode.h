@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "plugins/common/ground/SurfaceNode.h"
-#include "plugins/release/firepower/Flight.h"
+#include "plugins/release/firepower/RayTest.h"
 
 namespace orv::rws {
 class CSnapshot_Mesh;

@@ -38,7 +38,7 @@ void FiringLogic::CountPresses(GunState& state, double fire) const {
 }
 
 void FiringLogic::CheckDelay(GunState& state, double fire, double time, double dt) {
-  const double delay = m_settings.timeDelay * dt;
+  const double delay = m_settings.timeDelay * dt;  // the parameter counts frames
   fireOffline = false;
   if (delay <= 0.0) {
     timeDelayFire = true;

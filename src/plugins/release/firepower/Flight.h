@@ -1,28 +1,10 @@
 // The flight of a projectile through one frame.
 #pragma once
 
+#include "plugins/release/firepower/RayTest.h"
 #include "util/Vector3.h"
 
 namespace orv::rws::addon {
-
-/// What a projectile meets on a straight way. World space.
-struct SurfaceHit {
-  double part = 1.0;             ///< of the way up to there, in [0, 1]
-  util::Vector3<double> stop;    ///< the place right before the surface
-  util::Vector3<double> normal;  ///< unit, on the side that the projectile comes from
-};
-
-/// Finds what projectiles meet in the present frame.
-class RayTest {
- public:
-  /// The first surface on the way from `from` to `to`. With `frame` the way is that of a frame, in
-  /// which surfaces move too: one that sweeps over a projectile meets it.
-  virtual bool Meet(const util::Vector3<double>& from, const util::Vector3<double>& to, bool frame,
-                    SurfaceHit& hit) const = 0;
-
- protected:
-  ~RayTest() = default;
-};
 
 struct FlightRules {
   double gravity = 0.0;        ///< along -Y (m/s²)
@@ -38,8 +20,7 @@ struct BounceRules {
   double share = 0.001;     ///< of the speed, left after a hit
   double deltaValue = 0.2;  ///< step off the surface (m), above 0
 
-  /// An elasticity (%) of 0 still leaves a thousandth: a projectile that lies on a surface keeps
-  /// meeting it.
+  /// Meant: an elasticity (%) of 0 still leaves a thousandth, and not nothing.
   static double ShareOf(double elasticity) {
     return elasticity <= 0.0 ? 0.001 : elasticity / 100.0;
   }

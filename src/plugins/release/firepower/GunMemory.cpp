@@ -34,6 +34,9 @@ void ForEachRow(Visit visit) {
   std::apply([&](const auto&... row) { (visit(row), ...); }, kRows);
 }
 
+/// Far from where counting on would leave the numbers that there are.
+constexpr int kMostCounted = 1000000000;
+
 const char kHasRest[] = "barrelHasRest";
 const char kRest[] = "barrelRest";
 
@@ -90,8 +93,9 @@ void GunMemory::Load(SaveReader& reader) {
   for (std::size_t i = 1; i < frames.size(); ++i)
     if (!(frames[i - 1].time < frames[i].time)) reader.Refuse();
   for (const Frame& frame : frames)
-    if (frame.state.nrBullets < 0 || frame.state.nrDischarges < 0 || frame.state.nrFirePressed < 0)
-      reader.Refuse();
+    for (const int count :
+         {frame.state.nrBullets, frame.state.nrDischarges, frame.state.nrFirePressed})
+      if (count < 0 || count > kMostCounted) reader.Refuse();
   reader.Read(kHasRest, hasRest);
   reader.ReadStruct(kRest, rest);
   if (!IsFinite(rest)) reader.Refuse();

@@ -19,7 +19,8 @@ inline constexpr char kErrorWhenStopping[] = "Error when stopping record";
 /// A gun is deleted in the middle of a take.
 inline constexpr char kErrorWhenDeleting[] = "Error when deleting Firepower.";
 inline constexpr char kCouldNotLoadBullet[] = "Could not load bullet";
-/// The node of a projectile has gone from the scene: the projectile is left out.
+/// A node has gone from the scene. Without trigger or barrel there is no gun; a projectile is left
+/// out.
 inline constexpr char kNoNode[] = "no node";
 
 }  // namespace orv::rws::addon

@@ -108,7 +108,10 @@ int Firepower::Create() {
 int Firepower::Restore() {
   // Without camera, template or collision node the gun still fires what it can; without the nodes
   // that aim it is none.
-  if (!m_trigger.Find() || !m_barrel.Find()) return 1;
+  if (!m_trigger.Find() || !m_barrel.Find()) {
+    Tell(kNoNode);
+    return 1;
+  }
   for (RigSceneNode* node :
        std::initializer_list<RigSceneNode*>{&m_template, &m_crosshairCam, &m_collision})
     node->Find();

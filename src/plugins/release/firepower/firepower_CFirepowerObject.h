@@ -14,6 +14,7 @@
 #include "plugins/release/firepower/CCollisionNode.h"
 #include "plugins/release/firepower/FirepowerSettings.h"
 #include "plugins/release/firepower/FiringLogic.h"
+#include "plugins/release/firepower/Flight.h"
 #include "plugins/release/firepower/GunMemory.h"
 #include "unidevice/Property.h"
 
