@@ -1,6 +1,7 @@
 #include "core/Plugin.h"
 
 #include <memory>
+#include <sstream>
 
 #include "core/CoreImplementation.h"
 #include "core/DataRoot.h"
@@ -35,7 +36,9 @@ std::string Plugin::GetDisplayId() {
 }
 
 void Plugin::GetCategories(std::vector<std::string>& out) {
-  out.push_back(m_factory.GetCategory());
+  // A kind of several groups names them with semicolons between.
+  std::istringstream groups(m_factory.GetCategory());
+  for (std::string group; std::getline(groups, group, ';');) out.push_back(group);
 }
 
 std::string Plugin::GetDataPath() {

@@ -198,6 +198,21 @@ TEST_F(EndToEnd, ADeliveryHoldsTheUsersNodesBakedAndNothingOfOurs) {
   EXPECT_EQ(json({"info", "kept.glb"})["rigs"].size(), 0u);
 }
 
+TEST_F(EndToEnd, AGunsShotsAreDeliveredByTheStartOfTheirNames) {
+  ok({"add", "shot.glb", "Firepower", "--name", "Gun", "--profile", "Shotgun", "-o", "gun.glb"});
+  ok({"parent", "gun.glb", "Gun_collision", "Wall", "-o", "gun.glb"});
+  folder.Write("fire.csv", "time,Gun:Fire\n0,0\n0.36,0\n0.4,1\n1,1\n");
+  ok({"set", "gun.glb", "Gun:Rate of fire (rounds/s)=5", "-o", "gun.glb"});
+  ok({"resim", "gun.glb", "--inputs", "fire.csv", "--range", "0:2", "-o", "gun.glb"});
+  ok({"export", "gun.glb", "--clean", "--keep", "Gun_bullet_*", "-o", "kept.glb"});
+  EXPECT_EQ(poses("kept.glb").size(), 3u + 9 * 12u)
+      << "five rounds a second from 0.4 to 2, twelve pellets each";
+  const Outcome none =
+      run({"export", "gun.glb", "--clean", "--keep", "Bow_arrow*", "-o", "none.glb"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_NE(none.err.find("there is no node \"Bow_arrow*\""), std::string::npos) << none.err;
+}
+
 TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
   makeFollowScene();
   ok({"plot", "cam.glb", "-o", "a.svg"});

@@ -27,8 +27,9 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
     auto world = std::make_unique<FakeWorld>(*GetParam(), fps);
     EXPECT_EQ(world->rig->Create(), 0);
     if (IsRail()) LayRail(*world);
-    FakeNode& moved = world->Node(Present(*world, {"AttachedCam", "RelativeCageMesh", "TargetMesh",
-                                                   "ReferenceFrame", "Pivot", "Base", "Mount"}));
+    FakeNode& moved =
+        world->Node(Present(*world, {"AttachedCam", "RelativeCageMesh", "TargetMesh",
+                                     "ReferenceFrame", "Pivot", "Base", "Mount", "fire trigger"}));
     for (int i = 0; i <= 100; ++i)
       moved.keys[i / fps] = util::QTransform<double>{{std::sin(i / fps * 5.0), i / fps, 0.0},
                                                      Quat::fromRotationVector({0, i * 0.02, 0})}
@@ -42,6 +43,12 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
       if (ends(" Change Limit")) *element.number = 4.0;
       if (ends(" Integrate")) *element.flag = true;
       if (ends("l Keep Trinary State")) *element.flag = true;
+      const auto& gun = GunSettings();
+      const auto set = gun.find(element.label);
+      if (!IsGun() || set == gun.end()) continue;
+      if (element.number) *element.number = set->second;
+      if (element.choice) *element.choice = static_cast<int>(set->second);
+      if (element.flag) *element.flag = set->second != 0.0;
     }
     return world;
   }
@@ -52,6 +59,21 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
     throw std::runtime_error("none of the nodes that a rig of a known kind has");
   }
   static bool IsRail() { return GetParam()->GetId() == "Spline Speed-Controller"; }
+  static bool IsGun() { return GetParam()->GetId() == "Firepower"; }
+  static const std::map<std::string, double>& GunSettings() {
+    static const std::map<std::string, double> settings{{"Spread Angle (degrees)", 5.0},
+                                                        {"Rate of fire (rounds/s)", 7},
+                                                        {"Bullets/discharge", 2},
+                                                        {"Time Delay", 2.0},
+                                                        {"Lifetime (seconds)", 0.6},
+                                                        {"Air Resistance Force", 0.2},
+                                                        {"Pitch Bullet", 1},
+                                                        {"Rotate Bullet", 1},
+                                                        {"Randomize Rotation Axis", 20.0},
+                                                        {"Response Factor", 0.5},
+                                                        {"Depth (%)", 30.0}};
+    return settings;
+  }
   /// Waypoints, the first of them with a stop, and a curve through them.
   static void LayRail(FakeWorld& world) {
     const auto press = [&](const std::string& label) {
@@ -76,9 +98,9 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
     world.Take(first, last, [&](int frame) {
       double phase = 0.0;
       for (auto& [name, control] : world.core.controls)
-        control->current = name == "Start" || name == "Forced Stop"
-                               ? frame % 17 == 0
-                               : std::sin(frame * 0.37 + phase++);
+        control->current = name == "Start" || name == "Forced Stop" ? frame % 17 == 0
+                           : name == "Fire"                         ? frame % 17 > 6
+                                            : std::sin(frame * 0.37 + phase++);
     });
   }
   static Keys KeysOf(FakeWorld& world) {
@@ -181,7 +203,7 @@ TEST_P(RigBasics, NodesAreBoundOnceAndANeededOneThatIsMissingIsTold) {
   for (auto& [name, node] : world->core.nodes) EXPECT_EQ(node->keyStatesForgotten, 1) << name;
   int restored = 0;
   const std::string needed = Present(*world, {"CarBodyMesh", "FollowCam", "RelativeCageMesh",
-                                              "CarriageNode", "Arm", "Plate", "Camera"});
+                                              "CarriageNode", "Arm", "Plate", "Camera", "barrel"});
   auto taken = std::move(world->core.nodes[needed]);
   for (auto& [name, node] : world->core.nodes)
     if (node && node->parent) node->parent = nullptr;

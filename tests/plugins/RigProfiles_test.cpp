@@ -131,6 +131,20 @@ TEST(RigProfiles, TheRailsProfileHoldsItsTable) {
   EXPECT_EQ(rail.at("Gravity and Banking"), want);
 }
 
+TEST(RigProfiles, TheGunsProfilesDeserveTheirNames) {
+  auto gun = ReadAll(Kind("Firepower"));
+  ASSERT_EQ(gun.size(), 6u);
+  for (auto& [name, values] : gun) {
+    EXPECT_EQ(values.size(), 21u) << name << ": what one sets, another must not leave";
+    EXPECT_EQ(values["Rate of fire (rounds/s)"] == 0, name == "Handgun") << name;
+    EXPECT_EQ(values["Bullets/discharge"] > 1, name == "Shotgun") << name;
+    EXPECT_EQ(values["Time Delay"] > 0, name == "Minigun") << name;
+    EXPECT_EQ(values["Set gravity affecting the bullets in flight"] == 0, name == "Laser") << name;
+    EXPECT_EQ(values["elasticity (%)"] > 50, name == "Bouncing Balls") << name;
+    EXPECT_EQ(values["Depth (%)"] > 20, name == "Cannon") << name;
+  }
+}
+
 TEST(RigProfiles, TheLinksProfilesDeserveTheirNames) {
   for (const std::string id : {"DirectInputLink", "1DPositioner", "1DRotator", "1DScaler"}) {
     CCameraPlugin& kind = Kind(id);

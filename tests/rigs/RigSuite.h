@@ -26,6 +26,7 @@
 #include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
+#include "util/CMesh_Box.h"
 
 namespace orv::tests {
 
@@ -56,8 +57,8 @@ class RigScene {
     mover.setChannel(turn);
     rig = session.GetCore().CreateToolFromFactory(kind, "Rig");
     if (!rig) throw std::runtime_error("no rig " + kind);
-    for (const char* bound :
-         {"Rig_AttachedCam", "Rig_RelativeCageMesh", "Rig_Pivot", "Rig_Base", "Rig_Mount"})
+    for (const char* bound : {"Rig_AttachedCam", "Rig_RelativeCageMesh", "Rig_Pivot", "Rig_Base",
+                              "Rig_Mount", "Rig_fire trigger"})
       if (auto* node = scene().find(bound)) scene().reparent(*node, &mover, 0.0);
     BindSticks();
   }
@@ -151,6 +152,28 @@ class RigScene {
     Edit("Yaw Mode only", "1");
     for (const char* button : {"Start", "Forced Stop"})
       rig->GetProperties().find(button)->deadzone = 0.97;
+  }
+  /// A gun of which all that has a memory is in use, before a wall that its projectiles meet.
+  void LoadGun() {
+    auto& wall = scene().addNode("Wall");
+    wall.setMesh(util::CMesh_Box(60.0, 60.0, 1.0, {0.0, 0.0, -25.0}));
+    scene().reparent(*scene().find("Rig_collision"), &wall, 0.0);
+    for (const auto& [label, value] :
+         std::map<std::string, std::string>{{"Muzzle Velocity (m/s)", "60"},
+                                            {"Spread Angle (degrees)", "4"},
+                                            {"Rate of fire (rounds/s)", "7"},
+                                            {"Bullets/discharge", "2"},
+                                            {"Time Delay", "2"},
+                                            {"Lifetime (seconds)", "0.8"},
+                                            {"Air Resistance Force", "0.1"},
+                                            {"Pitch Bullet", "1"},
+                                            {"Rotate Bullet", "1"},
+                                            {"Randomize Rotation Axis", "20"},
+                                            {"elasticity (%)", "60"},
+                                            {"Response Factor", "0.5"},
+                                            {"Depth (%)", "30"}})
+      Edit(label, value);
+    rig->GetProperties().find("Fire")->deadzone = 0.4;
   }
   /// A user's edit.
   void Edit(const std::string& label, const std::string& value) {

@@ -16,6 +16,7 @@ class Rigs : public testing::TestWithParam<std::string> {
   static std::unique_ptr<RigScene> NewScene(double fps = 25.0) {
     auto world = std::make_unique<RigScene>(GetParam(), fps);
     if (GetParam() == "Spline Speed-Controller") world->LayRail();
+    if (GetParam() == "Firepower") world->LoadGun();
     for (auto* element : world->rig->GetConfig().elements()) {
       const std::string& label = element->label();
       const auto ends = [&](const std::string& end) {
@@ -77,6 +78,7 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
       {"1DScaler", 9117487856127847459u},
       {"4WheelerExt", 14057652315410992247u},
       {"Spline Speed-Controller", 10889804356967546686u},
+      {"Firepower", 6302344869893421912u},
       {"HandheldCam", 17314876352522029841u},
       {"Pendulum", 6867015200588460931u},
       {"Turntable", 14490501074165224070u}};
@@ -98,7 +100,8 @@ TEST_P(Rigs, ARetakeKeepsWhatLiesBeforeItAndRepeatsFromItsStart) {
   world->Take(0, 60);
   const auto first = world->PosesOf(0, 30);
   world->Take(30, 80);
-  EXPECT_EQ(world->PosesOf(0, 30), first);
+  const auto kept = world->PosesOf(0, 30);  // a rig may have made nodes since
+  for (const auto& [node, poses] : first) EXPECT_EQ(kept.at(node), poses) << node;
   const auto taken = world->PosesOf(0, 80);
   world->Resimulate(30, 80);
   EXPECT_EQ(world->PosesOf(0, 80), taken);

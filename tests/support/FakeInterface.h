@@ -33,6 +33,7 @@ class FakeNode : public rws::CNode {
   Matrix rest;
   std::map<double, Matrix> keys;
   bool visible = true;
+  bool valid = true;
   int keyStatesForgotten = 0;
 
   Matrix Local(double t) const {
@@ -52,7 +53,7 @@ class FakeNode : public rws::CNode {
   void Hide() override { visible = false; }
   bool IsVisible() override { return visible; }
   void Select() override {}
-  bool IsValid() override { return true; }
+  bool IsValid() override { return valid; }
   rws::CNode* GetParent() override { return parent; }
   int GetChildCount() override { return 0; }
   rws::CNode* GetChild(int) override { return nullptr; }
@@ -77,6 +78,8 @@ class FakeInterface : public rws::CInterface {
   std::map<std::string, std::unique_ptr<unidevice::Property>> inputs;   ///< die first
   std::vector<std::unique_ptr<rws::CUndo>> undo;
   std::vector<unsigned char> blob;
+  std::vector<std::string> messages;  ///< texts of the message boxes
+  std::string refused;                ///< name of an operation that fails from here on
   int openSnapshots = 0;
 
   Element& Find(const std::string& label) {
@@ -144,6 +147,7 @@ class FakeInterface : public rws::CInterface {
 
   std::string GetDataPath() override { return {}; }
   void SetUserData(const void* data, int size) override {
+    if (refused == "SetUserData") return;
     const auto* bytes = static_cast<const unsigned char*>(data);
     blob.assign(bytes, bytes + size);
   }
@@ -153,7 +157,14 @@ class FakeInterface : public rws::CInterface {
   }
   void ClearUserData() override { blob.clear(); }
 
-  void DeleteNode(rws::CNode* node, bool) override { nodes.erase(Of(node)->name); }
+  /// Whoever holds the node sees that it is gone.
+  void DeleteNode(rws::CNode* node, bool) override {
+    if (refused == "DeleteNode") return;
+    const auto found = nodes.find(Of(node)->name);
+    found->second->valid = false;
+    m_gone.push_back(std::move(found->second));
+    nodes.erase(found);
+  }
   rws::CNode* FindNode(std::string name) override {
     const auto found = nodes.find(name);
     return found == nodes.end() ? nullptr : found->second.get();
@@ -166,12 +177,13 @@ class FakeInterface : public rws::CInterface {
   }
   rws::CNode* CreateMeshNode(std::string name, rws::CNode* parent, const util::CMesh*,
                              int) override {
+    if (refused == "CreateMeshNode") return nullptr;
     return CreateCameraNode(name, parent, 0.0, 0.0);
   }
   void Reserved2(std::string, util::CMesh) override {}
 
   rws::CSnapshot* GetSnapshot(rws::CNode* node, double t) override {
-    if (!node) return nullptr;
+    if (!node || refused == "GetSnapshot") return nullptr;
     ++openSnapshots;
     return new Snapshot(*Of(node), t);
   }
@@ -190,7 +202,10 @@ class FakeInterface : public rws::CInterface {
   double GetFrameRate() override { return frameRate; }
   double GetFrameDuration() override { return 1.0 / frameRate; }
   void RefreshViews() override {}
-  int MessageBox(std::string, std::string, unsigned) override { return 0; }
+  int MessageBox(std::string, std::string text, unsigned) override {
+    messages.push_back(text);
+    return 0;
+  }
 
  private:
   struct Snapshot : rws::CSnapshot {
@@ -218,6 +233,7 @@ class FakeInterface : public rws::CInterface {
   }
 
   std::vector<std::string> m_groups;
+  std::vector<std::unique_ptr<FakeNode>> m_gone;  ///< deleted nodes
 };
 
 /// The rig kind of this id.

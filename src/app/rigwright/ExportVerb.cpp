@@ -121,6 +121,27 @@ TimeSpan bakedSpan(const Scene& scene, const std::string& range) {
   return span;
 }
 
+/// The nodes that `--keep` names; a name that ends in * stands for all that begin so.
+std::set<std::string> keptNodes(const Scene& scene, const ExportOptions& options) {
+  std::set<std::string> keep;
+  for (const std::string& name : options.keep) {
+    const bool all = !name.empty() && name.back() == '*';
+    const std::string start = all ? name.substr(0, name.size() - 1) : name;
+    bool found = false;
+    std::vector<std::string> known;
+    for (const SceneNode* node : scene.nodes()) {
+      known.push_back(node->name());
+      if (all ? node->name().compare(0, start.size(), start) != 0 : node->name() != name) continue;
+      keep.insert(node->name());
+      found = true;
+    }
+    if (!found)
+      throw Failure(options.scene, "there is no node \"" + name + "\"",
+                    hintFor(start, known, "nodes"));
+  }
+  return keep;
+}
+
 /// Works on the file alone: no rig is built, so none has a say in what is delivered.
 void runClean(Program& program, const ExportOptions& options) {
   Output& out = program.output();
@@ -128,14 +149,7 @@ void runClean(Program& program, const ExportOptions& options) {
   if (!read) throw Failure("", read.error);
   for (const std::string& text : read.warnings) out.warn(text);
   Scene& scene = *read.scene;
-  const std::set<std::string> keep(options.keep.begin(), options.keep.end());
-  for (const std::string& name : keep) {
-    if (scene.find(name)) continue;
-    std::vector<std::string> known;
-    for (const SceneNode* node : scene.nodes()) known.push_back(node->name());
-    throw Failure(options.scene, "there is no node \"" + name + "\"",
-                  hintFor(name, known, "nodes"));
-  }
+  const std::set<std::string> keep = keptNodes(scene, options);
   const TimeSpan span = bakedSpan(scene, options.range);
   const FrameTimes frames(span.from, span.to, scene.frameDuration());
   int baked = 0;
@@ -184,7 +198,8 @@ void addExportVerb(Program& program) {
       "Columns: time,node,tx,ty,tz,qx,qy,qz,qw,sx,sy,sz (s, m, unit quaternion, factors).\n"
       "--clean keeps your own nodes, with the motion that rigs gave them baked as keys per frame.",
       "rigwright export out.glb -o poses.csv\n"
-      "  rigwright export out.glb --clean --keep Cam_FollowCam -o delivery.glb",
+      "  rigwright export out.glb --clean --keep Cam_FollowCam -o delivery.glb\n"
+      "  rigwright export shots.glb --clean --keep \"Gun_bullet_*\" -o delivery.glb",
       [o](Program& p) { runExport(p, *o); });
   program.markReadOnly(verb);
   addScene(verb, o->scene);
@@ -194,7 +209,8 @@ void addExportVerb(Program& program) {
   CLI::Option* clean = verb.add_flag("--clean", o->clean, "Write a scene without rigs");
   clean->excludes(nodes);
   addList(verb, "--keep", o->keep,
-          "With --clean: keep this node of a rig, such as its camera; may be repeated")
+          "With --clean: keep this node of a rig, such as its camera, or with a * at the end all "
+          "whose names begin so; may be repeated")
       ->type_name("NODE")
       ->needs(clean);
   addOutput(verb, o->output, "File to write: .csv, or with --clean .glb or .gltf");

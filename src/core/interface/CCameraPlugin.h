@@ -26,7 +26,7 @@ class CCameraPlugin : public CExtendable {
   virtual std::string GetDataFolder();
   /// Display name, such as "Orvel MotionFilterCam".
   virtual std::string GetName() = 0;
-  /// One category, such as "Vehicle" or "Camera".
+  /// One category, such as "Vehicle" or "Camera", or several with semicolons between.
   virtual std::string GetCategory() = 0;
   /// Long text for the tool list.
   virtual std::string GetDescription() = 0;

@@ -6,6 +6,7 @@
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 #include "plugins/release/crawlertracks/crawlertracks_CrawlerTracks.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
+#include "plugins/release/firepower/firepower_CFirepowerObject.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 #include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
@@ -22,8 +23,9 @@ std::vector<CCameraPlugin*> AllRigs() {
   static CCarCamPlugin fourWheeler;
   static CCameraRailPlugin cameraRail;
   static CrawlerTracksPlugin crawlerTracks;
-  return {&motionFilterCam, &steadyCam,   &directInputLink, &positioner,   &rotator,
-          &scaler,          &fourWheeler, &cameraRail,      &crawlerTracks};
+  static CFirepowerPlugin firepower;
+  return {&motionFilterCam, &steadyCam,   &directInputLink, &positioner,    &rotator,
+          &scaler,          &fourWheeler, &cameraRail,      &crawlerTracks, &firepower};
 }
 
 }  // namespace orv::rws::addon

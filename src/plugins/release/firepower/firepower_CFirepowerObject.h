@@ -1,0 +1,119 @@
+// A gun that fires projectiles and keys their flight.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/interface/CCamera.h"
+#include "core/interface/CCameraPlugin.h"
+#include "core/interface/CInterface.h"
+#include "plugins/common/HideModes.h"
+#include "plugins/common/RigSceneNode.h"
+#include "plugins/common/SaveChunk.h"
+#include "plugins/release/firepower/CCollisionNode.h"
+#include "plugins/release/firepower/FirepowerSettings.h"
+#include "plugins/release/firepower/FiringLogic.h"
+#include "plugins/release/firepower/Flight.h"
+#include "plugins/release/firepower/GunMemory.h"
+#include "unidevice/Property.h"
+
+namespace orv::rws::addon {
+
+/// The user places and animates the fire trigger; the barrel, the templateBullet at its muzzle and
+/// the crosshairCam go with it. Each discharge makes nodes in the world that wear the template's
+/// mesh, and each frame keys those that still fly. A take that begins within an earlier one goes on
+/// from there: projectiles that were not yet fired then go, and their names are free again.
+class Firepower : public CCamera, public CInterface::Callback {
+ public:
+  using SceneNode = RigSceneNode;
+  using Matrix = util::Matrix<double>;
+  using Vector = util::Vector3<double>;
+  class Bullet;
+
+  explicit Firepower(const CreationRecord& record);
+  ~Firepower() override;
+
+  void Start(double time) override;
+  void Stop() override;
+  void Step(double time) override;
+  void Update(double time) override;
+  int Define() override;
+  int Create() override;
+  int Restore() override;
+  int Store() override;
+  void Destroy() override;
+  void OnCallback(std::string name) override;
+
+ private:
+  /// Where the gun stands in a frame.
+  struct GunPose {
+    Vector direction;  ///< unit, along which it fires
+    Vector velocity;   ///< of the barrel (m/s)
+    Matrix bullet;     ///< of the template
+  };
+
+  // Configuration
+  void DefineFiring();
+  void DefineBullets();
+  void DefineRotation();
+  void DefineCollision();
+  void DefineRecoil();
+  void AddSpinner(const char* label, const char* tooltip, double& value, double min, double max,
+                  double step);
+  void AddSpinnerInt(const char* label, const char* tooltip, int& value, int min, int max);
+  void SelectAllBullets();
+
+  // Takes
+  void RemoveBulletsAfter(double time);
+  void ResumeBullets(double before, double first);
+  void FindRest(double before);
+  void MoveBarrel(double time, double dt);
+  void AdvanceBullets(double time, double dt);
+  FlightRules Rules() const { return {m_settings.gravity, m_settings.airResistance}; }
+  GunPose ReadGun(double time, double dt) const;
+  Matrix BarrelAtRest(double time) const;
+  Matrix BarrelParent(double time) const;
+  void Discharge(double time, double dt);
+  void Fire(const GunPose& gun, double time, double dt);
+  CNode* MakeBulletNode(const std::string& name);
+  bool IsComplete() const;
+  void Tell(const char* message);
+
+  // Saving
+  SaveState LoadBlob(std::vector<Bullet>& loaded, const char*& message);
+
+  FirepowerSettings m_settings;
+  FiringLogic m_logic;
+  GunMemory m_memory;
+  GunState m_state;
+  std::vector<Bullet> bullets;  ///< in the order of their birth
+  std::vector<int> m_living;    ///< those that fly in the present take, as indices
+  std::vector<int> m_overdue;   ///< those that an earlier take has flown for longer than they live
+  double m_takeStart = 0.0;     ///< s
+  bool m_inTake = false;
+  std::vector<const char*> m_told;  ///< messages of the present take, each of which is told once
+  unidevice::Property* m_fire = nullptr;  ///< the instance's
+  unidevice::Property m_discharge;
+
+  RigMeshNode m_trigger;
+  RigMeshNode m_barrel;
+  RigMeshNode m_template;
+  RigCameraNode m_crosshairCam;
+  CCollisionNode m_collision;
+  HideModes m_hideModes;
+  HideModes::Box* m_hideCamera;
+  HideModes::Box* m_hideCameraDuringRecording;
+};
+
+class CFirepowerPlugin : public CCameraPlugin {
+ public:
+  CCamera* CreateObject(const CreationRecord& record) override;
+  std::string GetId() override { return "Firepower"; }
+  std::string GetDataFolder() override { return "firepower"; }
+  std::string GetName() override { return "Orvel Firepower"; }
+  std::string GetCategory() override { return "Accessory;Weapon"; }
+  std::string GetDescription() override;
+};
+
+}  // namespace orv::rws::addon

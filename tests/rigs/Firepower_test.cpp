@@ -1,0 +1,467 @@
+// The gun: what it fires when, how projectiles fly and bounce, and how takes go on.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "plugins/release/firepower/FiringLogic.h"
+#include "plugins/release/firepower/Flight.h"
+#include "rigs/RigSuite.h"
+#include "support/FakeInterface.h"
+#include "util/DataChunk.h"
+
+namespace orv::tests {
+namespace {
+
+using rws::addon::FirepowerSettings;
+using rws::addon::FiringLogic;
+using rws::addon::Flight;
+using rws::addon::GunState;
+using Vector = util::Vector3<double>;
+
+/// Frames in which a gun discharges, the input given by frame.
+std::vector<int> Discharges(const FirepowerSettings& settings, int frames, double fps,
+                            const std::function<bool(int)>& fire) {
+  FiringLogic logic(settings);
+  GunState state;
+  std::vector<int> discharges;
+  for (int i = 1; i <= frames; ++i)
+    if (logic.Step(state, fire(i), i / fps, 1.0 / fps)) discharges.push_back(i);
+  return discharges;
+}
+
+/// Pressed in the frames that are marked.
+std::vector<int> Discharges(const FirepowerSettings& settings, const std::string& presses) {
+  return Discharges(settings, static_cast<int>(presses.size()), 25.0,
+                    [&](int i) { return presses[static_cast<std::size_t>(i) - 1] == '#'; });
+}
+
+/// A gun alone in the world, its barrel along -Z unless it is turned.
+class Gun : public RigScene {
+ public:
+  explicit Gun(double fps = 25.0) : RigScene("Firepower", fps) {
+    scene().reparent(*scene().find("Rig_fire trigger"), nullptr, 0.0);
+    scene().setRange(0.0, 1000.0);
+    for (auto path : {rws::adaptor::headless::ChannelPath::kTranslation,
+                      rws::adaptor::headless::ChannelPath::kRotation})
+      EXPECT_FALSE(scene().find("Rig_fire trigger")->channel(path));
+    Fire({{0.0, 1.0}});
+  }
+  /// The input by time.
+  void Fire(const std::vector<std::pair<double, double>>& keys) {
+    util::AVar_Linear<double> track;
+    double before = 0.0;
+    for (const auto& [time, value] : keys) {
+      if (time > 0.0) track.set(time - 1e-4, before);
+      track.set(time, before = value);
+    }
+    rig->SetTrack(0, track);
+  }
+  void Set(const std::map<std::string, double>& values) {
+    for (const auto& [label, value] : values) {
+      char text[32];
+      std::snprintf(text, sizeof text, "%.17g", value);
+      Edit(label, text);
+    }
+  }
+  /// The collision node under a mesh that stands where it is told.
+  void AddSurface(util::CMesh mesh, const Matrix& pose = {}) {
+    auto& wall = scene().addNode("Wall");
+    wall.setMesh(std::move(mesh));
+    wall.setPose(rws::adaptor::headless::decompose(pose));
+    scene().reparent(*scene().find("Rig_collision"), &wall, 0.0);
+  }
+  Matrix Pose(const std::string& node, int frame) {
+    return scene().find("Rig_" + node)->worldMatrix(Frame(frame));
+  }
+  Matrix Bullet(int number, int frame) {
+    char name[32];
+    std::snprintf(name, sizeof name, "bullet_%05d", number);
+    return Pose(name, frame);
+  }
+  Vector At(int number, int frame) { return Bullet(number, frame).translation(); }
+  int Count() {
+    int count = 0;
+    for (auto* node : scene().nodes()) count += node->name().rfind("Rig_bullet_", 0) == 0;
+    return count;
+  }
+};
+
+TEST(Firepower, RatesAreMetAtEveryFrameRateAndExactlyWhereTheyDivideIt) {
+  for (const double fps : {24.0, 25.0, 29.97, 30.0, 50.0, 60.0}) {
+    for (int rate = 1; rate <= 60; ++rate) {
+      FirepowerSettings settings;
+      settings.rateOfFire = rate;
+      settings.randomSeed = rate;
+      const int frames = static_cast<int>(100.0 * fps);
+      const auto fired = Discharges(settings, frames, fps, [](int) { return true; });
+      const double want = std::min<double>(100.0 * rate, frames);
+      EXPECT_NEAR(fired.size(), want, 0.02 * want) << rate << " at " << fps;
+      const double wait = std::max(fps / rate, 1.0);
+      for (std::size_t i = 1; i < fired.size(); ++i) {
+        const int frameCount = fired[i] - fired[i - 1];
+        ASSERT_TRUE(frameCount == std::floor(wait + 1e-9) || frameCount == std::ceil(wait - 1e-9))
+            << rate << " at " << fps;
+      }
+    }
+  }
+}
+
+TEST(Firepower, PressesAreCountedAndDelayedAsTold) {
+  using Frames = std::vector<int>;
+  FirepowerSettings s;
+  s.rateOfFire = 0;  // one discharge a press
+  EXPECT_EQ(Discharges(s, "..###..#.##"), (Frames{3, 8, 10}));
+  for (const int every : {0, 1}) {
+    s.fireNthTime = s.fireFirstNthTime = every;
+    EXPECT_EQ(Discharges(s, "#.#.##."), (Frames{1, 3, 5})) << every;
+  }
+  s.fireNthTime = 2;
+  s.fireFirstNthTime = 3;
+  EXPECT_EQ(Discharges(s, "#.##.##.#.#.#.#.#."), (Frames{6, 11, 15}));
+  s.rateOfFire = 25;
+  EXPECT_EQ(Discharges(s, "##.#.###.##.##."), (Frames{6, 7, 8, 13, 14})) << "held, it goes on";
+
+  s = FirepowerSettings();
+  s.rateOfFire = 25;
+  s.timeDelay = 3;
+  EXPECT_EQ(Discharges(s, ".#######."), (Frames{5, 6, 7, 8})) << "one delay a press";
+  EXPECT_EQ(Discharges(s, ".#......"), (Frames{5})) << "owed to a press that has ended";
+  EXPECT_EQ(Discharges(s, ".##.##.#####.."), (Frames{5, 6, 11, 12}));
+  s.rateOfFire = 0;
+  EXPECT_EQ(Discharges(s, "#####...#......"), (Frames{4, 12}));
+  s.fireFirstNthTime = 2;
+  EXPECT_EQ(Discharges(s, "#.#..........#."), (Frames{6})) << "the last one is still delayed";
+  // A second press that is not due holds the owed discharge back until it ends.
+  s.fireFirstNthTime = 1;
+  s.fireNthTime = 2;
+  EXPECT_EQ(Discharges(s, "#.####..."), (Frames{7}));
+}
+
+TEST(Firepower, InAVacuumAProjectileFliesTheParabolaAndWithDragItSlowsDownAlone) {
+  for (const double fps : {24.0, 59.94}) {
+    Gun gun(fps);
+    gun.Set({{"Rate of fire (rounds/s)", 0}, {"Muzzle Velocity (m/s)", 40}});
+    gun.Resimulate(0, 100);
+    ASSERT_EQ(gun.Count(), 1);
+    const Vector muzzle = gun.Pose("templateBullet", 0).translation();
+    for (int i = 1; i <= 100; ++i) {
+      const double t = gun.Frame(i - 1);
+      const Vector want = muzzle + Vector(0.0, -5.0 * t * t, -40.0 * t);
+      ASSERT_LT((gun.At(1, i) - want).length(), 1e-9) << i;
+    }
+    EXPECT_LT(gun.Bullet(1, 0).rowLengths().length(), 1e-3) << "unseen until it is fired";
+    EXPECT_NEAR(gun.Bullet(1, 1).rowLengths().x, 1.0, 1e-12);
+  }
+  for (const double k : {1e-6, 0.02, 1.0, 30.0, 1000.0}) {
+    Flight whole{{}, {30.0, 20.0, 0.0}}, halves = whole;
+    const double weight = 9.81;
+    whole.Free({weight, k}, 0.04);
+    for (int i = 0; i < 2; ++i) halves.Free({weight, k}, 0.02);
+    EXPECT_LT((whole.position - halves.position).length(), 1e-9) << k;
+    EXPECT_LT((whole.velocity - halves.velocity).length(), 1e-9) << k;
+    Flight still{{}, {30.0, 20.0, 0.0}};
+    for (int i = 0; i < 200; ++i) {
+      const double before = still.velocity.length();
+      still.Free({0.0, k}, 0.04);
+      ASSERT_LE(still.velocity.length(), before);
+      ASSERT_GE(still.velocity.x, 0.0);
+    }
+  }
+}
+
+TEST(Firepower, ShotsFillTheConeEvenlyAndNoneLeavesIt) {
+  Gun gun;
+  constexpr double kSpread = 25.0 * M_PI / 180.0;
+  gun.Set({{"Rate of fire (rounds/s)", 0},
+           {"Bullets/discharge", 1000},
+           {"Lifetime (seconds)", 1},
+           {"Spread Angle (degrees)", 25},
+           {"Set gravity affecting the bullets in flight", 0},
+           {"Muzzle Velocity (m/s)", 100}});
+  std::vector<double> heights, turns;
+  for (int seed = 0; seed < 10; ++seed) {
+    gun.Set({{"Random Seed", seed}});
+    gun.Resimulate(0, 2);
+    for (int i = 1; i <= 1000; ++i) {
+      const Vector way = (gun.At(i, 2) - gun.At(i, 1)) / 4.0;
+      ASSERT_NEAR(way.length(), 1.0, 1e-9);
+      ASSERT_LE(std::acos(-way.z), kSpread + 1e-9);
+      heights.push_back((1.0 + way.z) / (1.0 - std::cos(kSpread)));
+      turns.push_back(std::atan2(way.y, way.x) / (2.0 * M_PI) + 0.5);
+    }
+  }
+  for (auto* numbers : {&heights, &turns}) {  // Kolmogorov and Smirnov, at one in a thousand
+    std::sort(numbers->begin(), numbers->end());
+    for (int i = 0; i < 10000; ++i) ASSERT_NEAR((*numbers)[i], i / 10000.0, 1.95 / 100.0);
+  }
+}
+
+TEST(Firepower, TheGunsOwnMotionIsAddedAndItsTurnAims) {
+  Gun gun;
+  auto& trigger = *gun.scene().find("Rig_fire trigger");
+  gun.scene().reparent(trigger, gun.scene().find("Mover"), 0.0);
+  gun.Set({{"Rate of fire (rounds/s)", 25},
+           {"Set gravity affecting the bullets in flight", 0},
+           {"Depth (%)", 50}});
+  gun.Resimulate(0, 60);
+  for (const int shot : {1, 10, 40}) {
+    const auto barrel = [&](int frame) {  // at rest: the recoil adds nothing
+      return trigger.worldMatrix(gun.Frame(frame));
+    };
+    const Vector moved = (barrel(shot).translation() - barrel(shot - 1).translation()) / 0.04;
+    const Vector want = barrel(shot).axisRow(2).normalized() * -300.0 + moved;
+    const Vector found = (gun.At(shot, shot + 1) - gun.At(shot, shot)) / 0.04;
+    EXPECT_LT((found - want).length(), 1e-6) << shot;
+    const Vector muzzle = gun.Pose("templateBullet", shot).translation();
+    EXPECT_LT((gun.At(shot, shot) - muzzle).length(), 1e-9) << shot;
+  }
+}
+
+TEST(Firepower, ABounceLeavesItsShareOfTheSpeedAndStepsOffTheSurface) {
+  Gun gun;
+  gun.AddSurface(util::CMesh_Box(50.0, 50.0, 2.0), [] {
+    Matrix pose = Matrix::rotationAxisAngle(30.0, 1.0, 0.0, 0.0);
+    pose.setTranslation({0.0, 0.0, -14.0});
+    return pose;
+  }());
+  const Vector normal(0.0, -0.5, std::sqrt(0.75));
+  const double front = normal.dot({0.0, 0.0, -14.0}) + 1.0;
+  for (const double elasticity : {0.0, 50.0, 100.0}) {
+    // An elasticity of 0 still leaves a thousandth, and is not to leave nothing.
+    const double share = elasticity == 0.0 ? 0.001 : elasticity / 100.0;
+    gun.Set({{"Rate of fire (rounds/s)", 0},
+             {"Muzzle Velocity (m/s)", 50},
+             {"elasticity (%)", elasticity},
+             {"collision correction value", 0.2},
+             {"Set gravity affecting the bullets in flight", 0}});
+    gun.Resimulate(0, 12);
+    const Vector before(0.0, 0.0, -50.0);
+    const Vector after = (before - normal * (2.0 * before.dot(normal))) * share;
+    EXPECT_LT(((gun.At(1, 11) - gun.At(1, 10)) / 0.04 - after).length(), 1e-6) << elasticity;
+    // It met the surface within a frame, stepped off it, and flew for the rest of that frame.
+    const double way = (front - normal.dot(gun.At(1, 1))) / normal.dot({0.0, 0.0, -1.0});
+    const Vector met = gun.At(1, 1) + Vector(0.0, 0.0, -way) + normal * 0.2;
+    const double rest = gun.Frame(10) - gun.Frame(1) - way / 50.0;
+    EXPECT_LT((gun.At(1, 10) - met - after * rest).length(), 1e-4) << elasticity;
+  }
+}
+
+TEST(Firepower, NothingLeavesAClosedRoomAtAThousandMetresASecond) {
+  for (const double correction : {0.001, 0.2}) {
+    for (const double elasticity : {100.0, 30.0}) {
+      Gun gun(24.0);
+      const util::CMesh room = util::CMesh_Box(9.0, 7.0, 11.0, {0.3, 0.1, -4.2});
+      gun.AddSurface(room, Matrix::rotationAxisAngle(17.0, 0.6, 0.8, 0.0));
+      gun.Set({{"Bullets/discharge", 1000},
+               {"Spread Angle (degrees)", 180},
+               {"Rate of fire (rounds/s)", 0},
+               {"Muzzle Velocity (m/s)", 1000},
+               {"elasticity (%)", elasticity},
+               {"collision correction value", correction},
+               {"Air Resistance Force", 0.3},
+               {"Lifetime (seconds)", 3}});
+      gun.Resimulate(0, 72);
+      const Matrix inverse = Matrix::rotationAxisAngle(-17.0, 0.6, 0.8, 0.0);
+      for (int i = 1; i <= 1000; ++i)
+        for (int frame = 2; frame <= 72; frame += 5) {
+          const Vector p = inverse.transformPoint(gun.At(i, frame)) - Vector(0.3, 0.1, -4.2);
+          ASSERT_TRUE(std::abs(p.x) <= 4.5 && std::abs(p.y) <= 3.5 && std::abs(p.z) <= 5.5)
+              << i << " at " << frame;
+        }
+    }
+  }
+}
+
+TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
+  namespace hl = rws::adaptor::headless;
+  Gun gun;
+  auto& group = gun.scene().addNode("Set");
+  auto& wall = gun.scene().addNode("Door", &group);
+  auto& lift = gun.scene().addNode("Lift", &group);
+  wall.setMesh(util::CMesh_Box(30.0, 90.0, 0.1));
+  lift.setMesh(util::CMesh_Box(30.0, 0.1, 90.0));
+  std::vector<double> times, doors, lifts;
+  for (int i = 0; i <= 100; ++i) {
+    times.push_back(gun.Frame(i));
+    for (const double v : {0.0, 0.0, -12.0 + 3.0 * std::sin(i * 0.3)}) doors.push_back(v);
+    for (const double v : {0.0, -4.0 + 3.0 * std::sin(i * 0.3), 0.0}) lifts.push_back(v);
+  }
+  for (const auto& [node, values] : {std::pair{&wall, &doors}, std::pair{&lift, &lifts}}) {
+    hl::Channel way(hl::ChannelPath::kTranslation);
+    ASSERT_TRUE(way.setKeys(times, *values));
+    node->setChannel(way);
+  }
+  gun.scene().reparent(*gun.scene().find("Rig_collision"), &group, 0.0);
+  // Most fall to the lift, which is faster than they are, and are carried by it.
+  for (const double elasticity : {0.0, 50.0}) {
+    gun.Set({{"Muzzle Velocity (m/s)", 30},
+             {"elasticity (%)", elasticity},
+             {"collision correction value", 0.01},
+             {"Spread Angle (degrees)", 20},
+             {"Lifetime (seconds)", 10}});
+    gun.Resimulate(0, 100);
+    const int count = gun.Count();
+    ASSERT_GT(count, 15);
+    for (int frame = 2; frame <= 100; ++frame)
+      for (int i = 1; i <= count && i * 5 - 3 < frame; ++i) {
+        const Vector at = gun.At(i, frame);
+        ASSERT_GT(at.y, lifts[static_cast<std::size_t>(frame) * 3 + 1]) << i << " at " << frame;
+        ASSERT_TRUE(std::abs(at.x) > 15.0 || at.z > doors[static_cast<std::size_t>(frame) * 3 + 2])
+            << i << " at " << frame;
+      }
+  }
+}
+
+TEST(Firepower, ProjectilesPointWhereTheyFlySpinAsToldAndRestWhenTheirLifeIsOver) {
+  Gun gun;
+  gun.Set({{"Rate of fire (rounds/s)", 0},
+           {"Muzzle Velocity (m/s)", 20},
+           {"Pitch Bullet", 1},
+           {"Rotate Bullet", 1},
+           {"Rotation (revolutions/s)", 2},
+           {"Lifetime (seconds)", 1}});
+  gun.Resimulate(0, 40);
+  for (int i = 2; i <= 26; ++i) {
+    const Vector velocity(0.0, -10.0 * gun.Frame(i - 1), -20.0);
+    const Matrix pose = gun.Bullet(1, i);
+    ASSERT_LT((pose.axisRow(2) + velocity.normalized()).length(), 1e-9) << i;
+    // Two turns a second about the way it flies, to the right seen from behind.
+    const Vector right(std::cos(4.0 * M_PI * gun.Frame(i - 1)), 0.0, 0.0);
+    ASSERT_NEAR(pose.axisRow(0).x, right.x, 1e-9) << i;
+  }
+  EXPECT_EQ(gun.Bullet(1, 40), gun.Bullet(1, 26));
+  // A shorter life takes back what an earlier take flew, from where the new one begins.
+  gun.Set({{"Lifetime (seconds)", 0.2}});
+  const Matrix there = gun.Bullet(1, 15);
+  gun.Resimulate(15, 40);
+  for (const int frame : {16, 40})
+    for (int k = 0; k < 16; ++k) EXPECT_NEAR(gun.Bullet(1, frame)[k], there[k], 1e-12) << frame;
+}
+
+TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
+  Gun gun;
+  gun.scene().reparent(*gun.scene().find("Rig_fire trigger"), gun.scene().find("Mover"), 0.0);
+  gun.Set({{"Rate of fire (rounds/s)", 0},
+           {"Depth (%)", 25},
+           {"Backward (frames)", 2},
+           {"Forward (frames)", 4}});
+  gun.Fire({{0.0, 0.0}, {0.4, 1.0}});
+  const auto back = [&](int frame) {
+    return gun.scene().find("Rig_barrel")->localMatrix(gun.Frame(frame)).translation().z;
+  };
+  gun.Resimulate(0, 30);
+  const std::vector<double> ways{0, 0, 0.5, 1, 0.75, 0.5, 0.25, 0, 0};  // frame 9 on; m
+  for (std::size_t i = 0; i < ways.size(); ++i)
+    EXPECT_NEAR(back(static_cast<int>(i) + 9), ways[i], 1e-9) << i;
+  const auto whole = gun.PosesOf(0, 30);
+  gun.Resimulate(12, 30);  // begins with the barrel back
+  EXPECT_TRUE(gun.PosesOf(0, 30) == whole);
+  gun.Set({{"Depth (%)", 60}});
+  gun.Resimulate(12, 30);
+  EXPECT_NEAR(back(30), 0.0, 1e-9) << "another depth is no other place";
+  gun.Set({{"Depth (%)", 25}, {"Response Factor", 0.2}});
+  gun.Resimulate(0, 30);
+  EXPECT_TRUE(back(12) > 0.05 && back(12) < 0.9 && back(30) < back(16)) << "softer";
+}
+
+TEST(Firepower, ARetakeReplacesTheProjectilesOfItsFutureAndUndoBringsThemBack) {
+  Gun gun;
+  gun.LoadGun();
+  gun.Fire({{0.0, 1.0}});
+  gun.Resimulate(0, 60);
+  const std::string first = gun.Saved();
+  const int fired = gun.Count();
+  ASSERT_GT(fired, 10);
+  gun.Resimulate(23, 60);
+  EXPECT_EQ(gun.Saved(), first) << "names and all";
+  gun.Resimulate(23, 30);
+  EXPECT_LT(gun.Count(), fired);
+  ASSERT_TRUE(gun.session.GetAdaptor().HostUndo());
+  EXPECT_EQ(gun.Saved(), first);
+  gun.Resimulate(10, 60);
+  EXPECT_EQ(gun.Saved(), first);
+  gun.Press("Select all bullets");
+  EXPECT_EQ(gun.session.GetAdaptor().GetSelection().size(), static_cast<std::size_t>(fired));
+  ASSERT_TRUE(gun.session.GetAdaptor().HostUndo());
+  EXPECT_TRUE(gun.session.GetAdaptor().GetSelection().empty()) << "one step";
+  // A frame of other settings is remembered as it was.
+  gun.Set({{"Set gravity affecting the bullets in flight", 30}});
+  gun.Resimulate(20, 40);
+  const auto heavier = gun.PosesOf(0, 40);
+  gun.Resimulate(27, 40);
+  EXPECT_TRUE(gun.PosesOf(0, 40) == heavier);
+  gun.Reopen();
+  gun.Resimulate(23, 40);
+  EXPECT_TRUE(gun.PosesOf(0, 40) == heavier) << "out of the file";
+}
+
+TEST(Firepower, EachFailureIsToldInItsWords) {
+  using Messages = std::vector<std::string>;
+  const auto fresh = [] {
+    auto world = std::make_unique<FakeWorld>(Kind("Firepower"));
+    EXPECT_EQ(world->rig->Create(), 0);
+    world->core.controls.at("Fire")->current = 1.0;
+    return world;
+  };
+  const auto told = [](FakeWorld& world) {
+    Messages messages;
+    std::swap(messages, world.core.messages);
+    world.core.refused.clear();
+    return messages;
+  };
+  FakeWorld unmade(Kind("Firepower"));
+  unmade.core.refused = "CreateMeshNode";
+  EXPECT_EQ(unmade.rig->Create(), 1);
+  EXPECT_EQ(told(unmade), Messages{"Error in onCreate"});
+
+  auto world = fresh();
+  world->core.refused = "CreateMeshNode";
+  world->Take(0, 20);
+  EXPECT_EQ(told(*world), Messages{"Error in onNodeCreate"}) << "once a take";
+  world->Take(0, 20);
+  world->Take(0, 20, [&](int i) { world->core.refused = i == 0 ? "DeleteNode" : ""; });
+  EXPECT_EQ(told(*world), Messages{"Error in onNodeDelete"});
+  world->Take(0, 20, [&](int i) { world->core.refused = i > 9 ? "GetSnapshot" : ""; });
+  EXPECT_EQ(told(*world), Messages{"Error in onBulletFrame"});
+  world->core.refused = "SetUserData";
+  world->core.blob.clear();
+  EXPECT_EQ(world->rig->Store(), 1);
+  EXPECT_EQ(told(*world), Messages{"Error in onSave"});
+
+  world = fresh();
+  world->Take(0, 20);
+  const auto blob = world->Save();
+  int restored = 0;
+  auto opened = world->Reopen({blob.begin(), blob.end() - 9}, restored);
+  EXPECT_EQ(restored, 1);
+  EXPECT_EQ(told(*opened), Messages{"Error in onLoad"});
+  util::DataChunk chunk(blob.data(), blob.size());
+  for (auto& child : chunk.children)
+    if (child.name == "bullets") child.children.at(1).name = "bullet_00001";
+  opened = world->Reopen(chunk.flatten(), restored);
+  EXPECT_EQ(restored, 1);
+  EXPECT_EQ(told(*opened), Messages{"Could not load bullet"});
+
+  world->core.DeleteNode(&world->Node("bullet_00002"), false);
+  opened = world->Reopen(blob, restored);
+  EXPECT_EQ(restored, 0) << "the other projectiles stay";
+  EXPECT_EQ(told(*opened), Messages{"no node"});
+  world->Take(15, 20);
+  EXPECT_EQ(told(*world), Messages{"no node"});
+
+  world->Take(0, 20, [&](int i) {
+    if (i == 15) world->core.DeleteNode(&world->Node("barrel"), false);
+  });
+  EXPECT_EQ(told(*world), (Messages{"Error in onFrame", "Error when stopping record"}));
+  opened = world->Reopen(blob, restored);
+  EXPECT_TRUE(restored == 1 && told(*opened) == Messages{"no node"}) << "no gun without a barrel";
+  world->rig->Start(0.0);
+  EXPECT_EQ(told(*world), Messages{"Error when starting to record."});
+  world->rig.reset();
+  EXPECT_EQ(told(*world), Messages{"Error when deleting Firepower."});
+}
+
+}  // namespace
+}  // namespace orv::tests
