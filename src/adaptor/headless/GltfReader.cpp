@@ -226,7 +226,7 @@ class GltfReader::Builder {
     readMesh(json, place, node, source);
     const Json* extras = member(json, "extras");
     const Json* tag = extras == nullptr ? nullptr : member(*extras, kTagKey);
-    if (tag != nullptr && tag->is_string()) node.m_tag = tag->get<std::string>();
+    if (tag != nullptr && tag->is_string()) node.setTag(tag->get<std::string>());
     if (tag != nullptr && !tag->is_string())
       warn(place.in("extras").in(kTagKey), "is no text and does not count");
     const Json* extensions = objectAt(json, "extensions", place);

@@ -156,6 +156,10 @@ std::string HeadlessNode::GetSceneName() {
   return m_sceneNode ? m_sceneNode->name() : std::string();
 }
 
+bool HeadlessNode::NeedsRebuild() const {
+  return m_adaptor.NeedsRebuild(*this);
+}
+
 std::string HeadlessNode::GetTag() {
   return m_sceneNode ? m_sceneNode->tag() : std::string();
 }
@@ -186,13 +190,13 @@ bool HeadlessNode::Rename(const std::string& sceneName) {
   if (before == sceneName) return true;
   Scene& scene = *m_sceneNode->scene();
   const bool exact = scene.rename(*m_sceneNode, sceneName) == sceneName;
-  if (!owner) name = m_sceneNode->name();
+  m_adaptor.NoteName(*this);
   m_adaptor.BeginUndoBlock("Rename #" + before);
   m_adaptor.PushExchange("CRenameRestoreObj", [this, &scene, saved = before]() mutable {
     if (!IsValid()) return;
     std::string now = m_sceneNode->name();
     scene.rename(*m_sceneNode, saved);
-    if (!owner) name = m_sceneNode->name();
+    m_adaptor.NoteName(*this);
     saved = std::move(now);
   });
   m_adaptor.EndUndoBlock();
@@ -360,7 +364,9 @@ void HeadlessNode::Record(double time, const Trs& local) {
 }
 
 void HeadlessNode::RecordSample(double time, const Trs& local) {
-  if (recordedTimes.empty()) {
+  // What was there at the start is keyed to the end most likely; what a take makes may be many, and
+  // soon still.
+  if (recordedTimes.empty() && !m_bornInTake) {
     recordedTimes.reserve(m_adaptor.GetExpectedSamples());
     recordedLocal.reserve(m_adaptor.GetExpectedSamples());
   }
