@@ -55,6 +55,12 @@ Matrix<double> Affine(Matrix<double> m) {
   return m;
 }
 
+/// Gives the memory back, which neither clear() nor an empty list as a new value does.
+template <class T>
+void Free(std::vector<T>& numbers) {
+  std::vector<T>().swap(numbers);
+}
+
 int IndexOf(LensValue which) {
   return static_cast<int>(which);
 }
@@ -426,10 +432,10 @@ void HeadlessNode::WriteLensKeys() {
 
 void HeadlessNode::EndBuffering() {
   buffering = false;
-  recordedTimes = {};
-  recordedLocal = {};
-  recordedFocus.samples = {};
-  recordedFocal.samples = {};
+  Free(recordedTimes);
+  Free(recordedLocal);
+  Free(recordedFocus.samples);
+  Free(recordedFocal.samples);
 }
 
 // --- the lens ---
