@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -73,11 +74,15 @@ Json GltfWriter::Assembly::ownMark() {
 }
 
 void GltfWriter::Assembly::copyDocument() {
+  // An object that grows copies all that is in it: there is room for every list and "scene".
+  const std::size_t members = m_document == nullptr ? 1 : m_document->json().size();
+  m_json = Json::object();
+  m_json.get_ref<Json::object_t&>().reserve(members + std::size(kListNames) + 1);
   if (m_document == nullptr)
     m_json["asset"] = Json{{"version", "2.0"}, {"generator", "Orvel Rigwright"}};
   else
-    m_json = m_document->json();
-  // All lists are there from the start: a new member would move the others in memory.
+    m_json.update(m_document->json());
+  // All lists are there from the start, so that a reference to one lasts.
   for (const char* name : kListNames) list(name);
   if (m_document == nullptr) return;
   Json& views = list("bufferViews");
