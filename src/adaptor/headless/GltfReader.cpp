@@ -345,7 +345,9 @@ class GltfReader::Builder {
     const Json& samplers = listAt(json, "samplers", place);
     for (std::size_t i = 0; i < channels.size(); ++i)
       readChannel(channels[i], samplers, place.in("channels", i), place);
-    m_decoded.clear();  // the exact keys may replace what it holds
+    // The exact keys may replace what is held here.
+    m_decoded.clear();
+    m_firstOfTimes.clear();
   }
 
   void readChannel(const Json& json, const Json& samplers, const Place& place, const Place& clip) {
@@ -415,6 +417,10 @@ class GltfReader::Builder {
     checkTimes(keyTimes, inputPlace);
     if (!result->setKeys(std::move(keyTimes), values.numbers()))
       outputPlace.fail("has a key whose value is not finite");
+    if (const Channel*& first = m_firstOfTimes[input])
+      result->shareTimes(*first);
+    else
+      first = result.get();
     return channel = std::move(result);
   }
 
@@ -582,6 +588,8 @@ class GltfReader::Builder {
     if (count == 0 || !exact.setKeys(std::move(times), std::move(values)) ||
         !fitsFloats(*rough, toFloatKeys(exact)))
       return warnEdited(node, kPathNames[slot]);
+    for (const std::shared_ptr<Channel>& other : node.m_channels)
+      if (other) exact.shareTimes(*other);
     node.m_channels[slot] = std::make_shared<Channel>(std::move(exact));
     m_sources[&node]->exact[slot] = true;
   }
@@ -642,6 +650,7 @@ class GltfReader::Builder {
   std::map<const SceneNode*, std::unique_ptr<SceneNode::Source>> m_sources;
   std::vector<std::unique_ptr<MeshContent>> m_meshes;
   std::map<std::pair<std::size_t, ChannelPath>, std::shared_ptr<Channel>> m_decoded;
+  std::map<int, const Channel*> m_firstOfTimes;  ///< the first channel of an accessor of times
 };
 
 ReadResult GltfReader::read(const std::string& path, const ReadOptions& options) {

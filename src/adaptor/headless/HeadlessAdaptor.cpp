@@ -21,6 +21,8 @@ namespace {
 
 /// Samples that a take's buffer makes room for at once, at most.
 constexpr double kMostReserved = 16384.0;
+/// The same of all buffers of a take.
+constexpr double kMostReservedInAll = 1048576.0;
 
 /// Type of the undo steps of the selection.
 constexpr char kSelectionStep[] = "CSelectionRestoreObj";
@@ -450,11 +452,14 @@ void HeadlessAdaptor::BeginRecording(double time,
   m_firstFrame = std::numeric_limits<double>::infinity();
   m_refusedPoses = 0;
   m_recording = true;
+  std::vector<HeadlessNode*> nodes;
+  for (const auto& [place, node] : m_known.All())
+    if (IsInTake(node->owner) && node->IsValid()) nodes.push_back(node);
   const double frames = (m_scene->rangeEnd() - time) * m_scene->frameRate();
-  m_expectedSamples = static_cast<std::size_t>(std::clamp(frames, 0.0, kMostReserved)) + 2;
-  for (const auto& [place, node] : m_known.All()) {
-    if (IsInTake(node->owner) && node->IsValid()) node->BeginBuffering(time, false);
-  }
+  const double most =
+      std::min(kMostReserved, kMostReservedInAll / static_cast<double>(nodes.size() + 1));
+  m_expectedSamples = static_cast<std::size_t>(std::clamp(frames, 0.0, most)) + 2;
+  for (HeadlessNode* node : nodes) node->BeginBuffering(time, false);
 }
 
 void HeadlessAdaptor::WriteKeys(HeadlessNode& node, CPoseRestoreObj& before) {

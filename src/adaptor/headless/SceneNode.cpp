@@ -95,7 +95,12 @@ bool SceneNode::replaceKeys(ChannelPath path, double start, double end,
                             double frameDuration) {
   Channel& channel = ownChannel(path);
   const bool done = channel.replaceKeys(start, end, times, values, frameDuration);
-  if (channel.empty()) removeChannel(path);
+  if (channel.empty()) {
+    removeChannel(path);
+    return done;
+  }
+  for (const std::shared_ptr<Channel>& other : m_channels)
+    if (other && other.get() != &channel) channel.shareTimes(*other);
   return done;
 }
 
