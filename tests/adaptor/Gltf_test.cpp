@@ -310,6 +310,35 @@ TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
   }
 }
 
+TEST_F(Gltf, NodesOfOneMeshShareItInTheFileAndAfterIt) {
+  Scene scene;
+  CMesh mesh;  // larger than the blocks in which a file is written
+  for (int i = 0; i < 100000; ++i) mesh.vertices.emplace_back(i, i % 7, i % 11);
+  mesh.faces = {0, 1, 2, 99997, 99998, 99999};
+  SceneNode& first = scene.addNode("first");
+  first.setMesh(mesh);
+  for (const char* name : {"second", "red", "railed", "fourth"})
+    scene.addNode(name).setMesh(first.sharedMesh());
+  scene.find("red")->setColour({1.0f, 0.0f, 0.0f});
+  scene.find("railed")->setCurve({{{0, 0, 0}, {1, 0, 0}}, false});
+  const std::string file = save(scene, "shared.glb");
+  EXPECT_EQ(parts(contentOf(file)).first["meshes"].size(), 3u) << "plain, red, with a curve";
+
+  std::unique_ptr<Scene> opened = open(file);
+  const auto shared = opened->find("first")->sharedMesh();
+  EXPECT_EQ(shared->vertices, mesh.vertices);
+  EXPECT_EQ(shared->faces, mesh.faces);
+  EXPECT_EQ(contentOf(save(*opened, "again.glb")), contentOf(file));
+  opened->addNode("late").setMesh(shared);
+  opened->detach(*opened->find("first"));
+  const Json json = parts(contentOf(save(*opened, "late.glb"))).first;
+  EXPECT_EQ(json["meshes"].size(), 3u);
+  EXPECT_EQ(json["nodes"].back()["mesh"], json["nodes"][0]["mesh"]) << "it shows the second's";
+  EXPECT_EQ(opened->find("fourth")->sharedMesh(), shared);
+  EXPECT_EQ(open(path("late.glb"))->find("railed")->curve()->points.size(), 2u);
+  EXPECT_EQ(open(path("late.glb"))->find("late")->curve(), nullptr);
+}
+
 TEST_F(Gltf, AnUndoneChangeLeavesTheFileAsItWas) {
   auto scene = openBytes(foreignScene().glb());
   perform(*scene);

@@ -175,9 +175,9 @@ void GltfWriter::Assembly::writeLens(const SceneNode& node, const SceneNode::Sou
 void GltfWriter::Assembly::findMeshes() {
   for (const SceneNode* node : m_nodes) {
     const SceneNode::Source* source = sourceOf(*node);
-    if (source != nullptr && source->mesh >= 0 && !node->m_ownMesh && node->m_mesh &&
-        !source->curve)
-      m_meshes.emplace(std::pair(node->m_mesh.get(), source->colour),
+    if (source == nullptr || source->mesh < 0 || source->curve) continue;
+    if (const auto mesh = m_document->builtTriangles(source->mesh))
+      m_meshes.emplace(std::pair(mesh.get(), source->colour),
                        static_cast<std::size_t>(source->mesh));
   }
 }

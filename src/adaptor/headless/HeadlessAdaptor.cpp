@@ -433,8 +433,8 @@ double HeadlessAdaptor::GetFrameRate() {
 // --- recording ---
 
 bool HeadlessAdaptor::IsInTake(CInterface* owner) const {
-  return owner && std::binary_search(m_takeInstances.begin(), m_takeInstances.end(), owner,
-                                     std::less<>());
+  return owner &&
+         std::binary_search(m_takeInstances.begin(), m_takeInstances.end(), owner, std::less<>());
 }
 
 double HeadlessAdaptor::GetFrameBefore(double time) const {

@@ -141,7 +141,7 @@ class HeadlessNode final : public core::CoreNode {
   bool buffering = false;
   bool m_writtenByRig = false;  ///< its rig writes it in every frame of a take
   bool m_bornInTake = false;
-  bool m_known = false;  ///< stands among the adaptor's known nodes
+  bool m_known = false;   ///< stands among the adaptor's known nodes
   int m_keptSerial = -1;  ///< the latest undo step that saved this node's pose
   // The take's poses, one time and one set of own channels per sample, in rising time.
   std::vector<double> recordedTimes;
@@ -150,8 +150,8 @@ class HeadlessNode final : public core::CoreNode {
   util::AVar_Linear<double> recordedFocus;  ///< focus distances of the take (m)
   util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)
   LensKeys m_lensKeys;                      ///< by LensValue; empty where there are none
-  std::uint64_t m_place = 0;  ///< among the known nodes; 0 until it becomes known
-  unsigned m_selected = 0;    ///< the state of the selection that it was in last
+  std::uint64_t m_place = 0;                ///< among the known nodes; 0 until it becomes known
+  unsigned m_selected = 0;                  ///< the state of the selection that it was in last
   std::unique_ptr<MeshRays> m_rays;
   std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };
