@@ -310,6 +310,26 @@ TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
   }
 }
 
+TEST_F(Gltf, KeysThatGoOrChangeLeaveTheOthersAlone) {
+  Scene scene;
+  const std::vector<double> times = frames(0, 4, 24.0);
+  for (const char* name : {"a", "b", "c"})
+    for (const auto path : {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale})
+      scene.addNode(name + std::to_string(static_cast<int>(path)))
+          .replaceKeys(path, 0.0, kForever, times, wobble(times, path == ChannelPath::kRotation),
+                       0.04);
+  std::unique_ptr<Scene> opened = open(save(scene, "keys.glb"));
+  opened->find("a1")->removeChannel(ChannelPath::kRotation);
+  opened->find("b0")->removeChannel(ChannelPath::kTranslation);
+  opened->find("c2")->replaceKeys(ChannelPath::kScale, 0.1, kForever, {0.12}, {2, 2, 2}, 0.04);
+  opened->find("c0")->replaceKeys(ChannelPath::kScale, 0.0, 1.0, {0.5}, {3, 3, 3}, 0.04);
+  const std::string file = save(*opened, "fewer.glb");
+  expectSame(*opened, *open(file));
+  const Json clip = parts(contentOf(file)).first["animations"][0];
+  EXPECT_EQ(clip["channels"].size(), 8u);
+  EXPECT_EQ(clip["samplers"].size(), 8u);
+}
+
 TEST_F(Gltf, NodesOfOneMeshShareItInTheFileAndAfterIt) {
   Scene scene;
   CMesh mesh;  // larger than the blocks in which a file is written

@@ -78,10 +78,13 @@ void GltfWriter::Assembly::writeKeys() {
 
 /// Notes where the channels of the clip that keys go to stand.
 void GltfWriter::Assembly::findChannels() {
-  Json& animations = list("animations");
-  if (animations.empty()) return;
-  const Json& channels = clip()["channels"];
-  for (std::size_t i = 0; i < channels.size(); ++i) m_channelAt.emplace(targetOf(channels[i]), i);
+  const Json& animations = list("animations");
+  const auto index = static_cast<std::size_t>(std::max(m_scene.evaluatedClip(), 0));
+  const Json* channels =
+      index < animations.size() ? member(animations[index], "channels") : nullptr;
+  if (channels == nullptr) return;
+  for (std::size_t i = 0; i < channels->size(); ++i)
+    m_channelAt.emplace(targetOf((*channels)[i]), i);
 }
 
 /// Takes out the channels of properties that have lost their keys, all at once.

@@ -48,7 +48,7 @@ void HeadlessAdaptor::SetScene(Scene& scene) {
   m_takeInstances.clear();
   m_selection.clear();
   m_groupSelections = 0;
-  m_known.Clear();
+  nodeList.Clear();
   m_rebuilds.clear();
   m_nodeOf.clear();
   m_nodes.clear();
@@ -94,7 +94,7 @@ HeadlessNode* HeadlessAdaptor::Known(CNode* node) const {
 }
 
 void HeadlessAdaptor::NoteName(HeadlessNode& node) {
-  if (!node.owner) m_known.Identify(node, nullptr, node.m_sceneNode->name());
+  if (!node.owner) nodeList.Identify(node, nullptr, node.m_sceneNode->name());
 }
 
 void HeadlessAdaptor::Forget(SceneNode& root) {
@@ -119,7 +119,7 @@ HeadlessNode* HeadlessAdaptor::Create(const NodeIdentity& identity, CNode* paren
       m_scene->addNode(identity.sceneName.empty() ? identity.name : identity.sceneName,
                        place ? place->m_sceneNode : nullptr);
   HeadlessNode& node = HandOut(made);
-  m_known.Identify(node, identity.owner, identity.name);
+  nodeList.Identify(node, identity.owner, identity.name);
   node.claimed = identity.owner != nullptr;
   return &node;
 }
@@ -186,7 +186,7 @@ void HeadlessAdaptor::DiscardNode(CoreNode* node) {
 }
 
 void HeadlessAdaptor::MarkRebuild(CInterface* owner, bool rebuild) {
-  m_rebuilds[owner] = {rebuild, m_known.LastPlace()};
+  m_rebuilds[owner] = {rebuild, nodeList.LastPlace()};
 }
 
 bool HeadlessAdaptor::NeedsRebuild(const HeadlessNode& node) const {
@@ -195,12 +195,12 @@ bool HeadlessAdaptor::NeedsRebuild(const HeadlessNode& node) const {
 }
 
 CoreNode* HeadlessAdaptor::FindNode(CInterface* owner, const std::string& name) {
-  return m_known.Find(owner, name);
+  return nodeList.Find(owner, name);
 }
 
 void HeadlessAdaptor::GetUnclaimedNodes(util::ReturnValue<std::vector<CoreNode*>>& result) {
   std::vector<CoreNode*> found;
-  for (const auto& [place, node] : m_known.All())
+  for (const auto& [place, node] : nodeList.All())
     if (!node->claimed && node->IsValid()) found.push_back(node);
   result.set(found);
 }
@@ -208,7 +208,7 @@ void HeadlessAdaptor::GetUnclaimedNodes(util::ReturnValue<std::vector<CoreNode*>
 void HeadlessAdaptor::GetNodesOfOwner(CInterface* owner,
                                       util::ReturnValue<std::vector<CoreNode*>>& result) {
   std::vector<CoreNode*> found;
-  for (HeadlessNode* node : m_known.OfOwner(owner))
+  for (HeadlessNode* node : nodeList.OfOwner(owner))
     if (node->IsValid()) found.push_back(node);
   result.set(found);
 }
@@ -247,7 +247,7 @@ CoreNode* HeadlessAdaptor::ClaimTaggedNodes(const NodeIdentity& identity, const 
   if (!found || tag.empty() || found->tag() != tag) found = m_scene->findTagged(tag);
   if (!found) return nullptr;
   HeadlessNode& node = HandOut(*found);
-  m_known.Identify(node, identity.owner, identity.name);
+  nodeList.Identify(node, identity.owner, identity.name);
   node.claimed = true;
   return &node;
 }
@@ -444,7 +444,7 @@ double HeadlessAdaptor::GetFrameBefore(double time) const {
 
 void HeadlessAdaptor::BeginRecording(double time,
                                      util::ReturnValue<std::vector<CInterface*>>& instances) {
-  for (const auto& [place, node] : m_known.All())
+  for (const auto& [place, node] : nodeList.All())
     if (node->buffering) node->EndBuffering();
   m_takeInstances = *instances.get();
   std::sort(m_takeInstances.begin(), m_takeInstances.end(), std::less<>());
@@ -453,7 +453,7 @@ void HeadlessAdaptor::BeginRecording(double time,
   m_refusedPoses = 0;
   m_recording = true;
   std::vector<HeadlessNode*> nodes;
-  for (const auto& [place, node] : m_known.All())
+  for (const auto& [place, node] : nodeList.All())
     if (IsInTake(node->owner) && node->IsValid()) nodes.push_back(node);
   const double frames = (m_scene->rangeEnd() - time) * m_scene->frameRate();
   const double most =
@@ -484,7 +484,7 @@ void HeadlessAdaptor::EndRecording() {
   m_recording = false;
   auto* const before = new CPoseRestoreObj(m_poseSteps++);
   UndoUnitPtr step(before);
-  for (const auto& [place, node] : m_known.All()) {
+  for (const auto& [place, node] : nodeList.All()) {
     if (!node->buffering) continue;
     if (node->IsValid()) WriteKeys(*node, *before);
     node->EndBuffering();

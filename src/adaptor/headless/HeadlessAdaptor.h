@@ -135,8 +135,8 @@ class HeadlessAdaptor final : public AdaptorInterface {
   bool NeedsRebuild(const HeadlessNode& node) const;
   void NoteRefusedPose(HeadlessNode& node, double time);
   /// Puts a node among the known ones, at its old place if it was there before, or takes it out.
-  void Enlist(HeadlessNode& node) { m_known.Add(node); }
-  void Delist(HeadlessNode& node) { m_known.Remove(node); }
+  void Enlist(HeadlessNode& node) { nodeList.Add(node); }
+  void Delist(HeadlessNode& node) { nodeList.Remove(node); }
   /// A user's own node goes by its name in the scene, also when that changes.
   void NoteName(HeadlessNode& node);
   /// The nodes of a detached tree are about to go for good.
@@ -168,7 +168,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
   bool undoCancelled = false;          ///< the block is to be rolled back at its end
   std::vector<std::string> undoNames;  ///< open blocks, outermost first
   /// A node that went out of the scene below another stays here, unseen until it comes back.
-  KnownNodes m_known;
+  KnownNodes nodeList;
   /// What was said last about the nodes of a rig that were known by then.
   struct Rebuild {
     bool wanted;
