@@ -11,6 +11,7 @@
 
 #include "adaptor/headless/HeadlessDocument.h"
 #include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/Scene.h"
 #include "util/ReturnValue.h"
 
@@ -143,6 +144,22 @@ TEST(HeadlessAdaptor, FindsNodesAsALookAtAllOfThemWouldThroughAnyHistory) {
       ASSERT_EQ(crowd.Tree(), trees[i]);
     }
   }
+}
+
+TEST(HeadlessAdaptor, NodesOfOneMeshShareItsRays) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  util::CMesh mesh;
+  mesh.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+  mesh.faces = {0, 1, 2};
+  auto* const a = static_cast<HeadlessNode*>(adaptor.CreateMeshNode({}, nullptr, &mesh, 0));
+  auto* const b = static_cast<HeadlessNode*>(adaptor.CreateMeshNode({}, nullptr, nullptr, 0));
+  EXPECT_EQ(b->Extension(rws::kShareMesh, a, nullptr), 1);
+  EXPECT_EQ(a->GetRays(), b->GetRays());
+  mesh.faces.insert(mesh.faces.end(), {0, 2, 1});
+  a->SetMesh(mesh);
+  EXPECT_EQ(a->GetRays()->GetTriangleCount(), 2);
+  EXPECT_EQ(b->GetRays()->GetTriangleCount(), 1);
 }
 
 TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdint>
 #include <filesystem>
-#include <functional>
-#include <limits>
 #include <memory>
 #include <new>
 #include <set>

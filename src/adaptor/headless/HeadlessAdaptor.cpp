@@ -6,6 +6,7 @@
 
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/RestoreObjects.h"
 #include "adaptor/headless/Scene.h"
 #include "core/interface/CCameraPlugin.h"
@@ -50,6 +51,7 @@ void HeadlessAdaptor::SetScene(Scene& scene) {
   m_groupSelections = 0;
   nodeList.Clear();
   m_rebuilds.clear();
+  m_rays.clear();
   m_nodeOf.clear();
   m_nodes.clear();
   m_keptRigs.clear();
@@ -495,6 +497,13 @@ void HeadlessAdaptor::EndRecording() {
     m_warnings.push_back(std::to_string(m_refusedPoses) +
                          " poses were not written, the first for " + m_firstRefused +
                          ": not a finite matrix, or the parent has a scale of 0");
+}
+
+std::shared_ptr<const MeshRays> HeadlessAdaptor::RaysOf(const util::CMesh& mesh) {
+  std::weak_ptr<const MeshRays>& known = m_rays[&mesh];
+  std::shared_ptr<const MeshRays> rays = known.lock();
+  if (!rays) known = rays = std::make_shared<const MeshRays>(mesh);
+  return rays;
 }
 
 void HeadlessAdaptor::NoteRefusedPose(HeadlessNode& node, double time) {

@@ -24,6 +24,7 @@ namespace orv::rws::adaptor::headless {
 
 class CPoseRestoreObj;
 class HeadlessNode;
+class MeshRays;
 class Scene;
 class SceneNode;
 
@@ -133,6 +134,8 @@ class HeadlessAdaptor final : public AdaptorInterface {
   /// Marks, or no longer, the nodes of `owner` that are known as to be rebuilt.
   void MarkRebuild(CInterface* owner, bool rebuild);
   bool NeedsRebuild(const HeadlessNode& node) const;
+  /// One for all nodes that show `mesh`. Who holds it must hold the mesh too.
+  std::shared_ptr<const MeshRays> RaysOf(const util::CMesh& mesh);
   void NoteRefusedPose(HeadlessNode& node, double time);
   /// Puts a node among the known ones, at its old place if it was there before, or takes it out.
   void Enlist(HeadlessNode& node) { nodeList.Add(node); }
@@ -202,6 +205,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
   int m_refusedPoses = 0;
   std::string m_firstRefused;
 
+  std::map<const util::CMesh*, std::weak_ptr<const MeshRays>> m_rays;  ///< of meshes in use
   Pools m_pools;
   UndoManagement m_undo;  ///< last: its steps go before the nodes that they hold
 };

@@ -525,7 +525,7 @@ const MeshRays* HeadlessNode::GetRays() {
   std::shared_ptr<const util::CMesh> mesh = m_sceneNode->sharedMesh();
   if (!mesh) return nullptr;
   if (!m_rays || m_raysMesh != mesh) {
-    m_rays = std::make_unique<MeshRays>(*mesh);
+    m_rays = m_adaptor.RaysOf(*mesh);
     m_raysMesh = std::move(mesh);
   }
   return m_rays.get();

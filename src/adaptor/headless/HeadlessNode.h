@@ -92,7 +92,7 @@ class HeadlessNode final : public core::CoreNode {
   void SetMesh(const util::CMesh& mesh);
   void SetColour(const Colour& colour);
   /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Built at the
-  /// first call and kept as long as the mesh is the same.
+  /// first call for a mesh and kept as long as a node that was asked shows it.
   const MeshRays* GetRays();
 
  private:
@@ -152,7 +152,7 @@ class HeadlessNode final : public core::CoreNode {
   LensKeys m_lensKeys;                      ///< by LensValue; empty where there are none
   std::uint64_t m_place = 0;                ///< among the known nodes; 0 until it becomes known
   unsigned m_selected = 0;                  ///< the state of the selection that it was in last
-  std::unique_ptr<MeshRays> m_rays;
+  std::shared_ptr<const MeshRays> m_rays;
   std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };
 
