@@ -81,6 +81,10 @@ class BeltWorld {
   /// Fixes a step to a wheel at `distance` from its axle, at the angle at which it is now; false
   /// when that fails. Nothing happens when it is fixed already.
   bool Attach(int step, int wheel, double distance);
+  /// The same at an angle (rad, from the wheel's Y towards its Z).
+  bool AttachAt(int step, int wheel, double distance, double angle);
+  /// Of a step that is fixed to a wheel.
+  double GetAttachedAngle(int step) const;
   void Detach(int step);
   bool IsAttached(int step) const;
 
