@@ -82,6 +82,7 @@ struct BeltWorld::World {
     std::unique_ptr<BeltJoint> joint;       ///< to the step before it
     std::unique_ptr<BeltJoint> attachment;  ///< to a wheel
     double angle = 0.0;                     ///< round that wheel's axle (rad)
+    const btRigidBody* guide = nullptr;     ///< a wheel that leads it
   };
 
   explicit World(int bodies)
@@ -285,13 +286,18 @@ bool BeltWorld::IsAttached(int step) const {
   return m_world->steps[static_cast<std::size_t>(step)].attachment != nullptr;
 }
 
+void BeltWorld::Guide(int step, int wheel, bool on) {
+  m_world->steps[static_cast<std::size_t>(step)].guide =
+      on ? m_world->wheels[static_cast<std::size_t>(wheel)].body.get() : nullptr;
+}
+
 // --- time ---
 
 void BeltWorld::Advance(double h) {
   auto& links = m_world->solver.links;
   links.clear();
   for (World::Step& step : m_world->steps)
-    links.push_back({step.body.get(), step.joint.get(), step.attachment.get()});
+    links.push_back({step.body.get(), step.joint.get(), step.attachment.get(), step.guide});
   m_world->world.stepSimulation(h, kMostInternalSteps, h);
 }
 

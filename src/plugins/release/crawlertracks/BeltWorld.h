@@ -87,6 +87,8 @@ class BeltWorld {
   double GetAttachedAngle(int step) const;
   void Detach(int step);
   bool IsAttached(int step) const;
+  /// Leads a step, or no longer, in the middle plane of a wheel, as teeth lead a track.
+  void Guide(int step, int wheel, bool on);
 
   /// One step of the world of `h` seconds, with solver iterations as tuned.
   void Advance(double h);

@@ -259,6 +259,26 @@ void CrawlerTracks::HoldSteps() {
     Tell("Error", "Error when attaching step to driveWheel, please recreate Track.", kIconCritical);
 }
 
+/// The steps that run on a wheel are led in the plane of the driveWheel, whatever slope the vehicle
+/// is on.
+void CrawlerTracks::GuideSteps() {
+  const Transform drive = m_world->GetWheel(0);
+  const Quat toWheel = drive.rotation.conjugate();
+  const StepBody& body = m_track->steps.front()->body;
+  const double reach = m_motions.front().wheel->halfWidth / m_scale + body.size.x / 2;
+  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+    const Vector place = m_world->GetStep(i).pose.position;
+    const bool isOn = std::abs(toWheel.rotate(place - drive.position).x) < reach;
+    bool touches = false;
+    for (std::size_t w = 0; isOn && !touches && w < m_motions.size(); ++w) {
+      const Vector apart = toWheel.rotate(place - m_world->GetWheel(static_cast<int>(w)).position);
+      const double touch = m_motions[w].wheel->radius / m_scale + body.size.y;
+      touches = std::hypot(apart.y, apart.z) < touch;
+    }
+    m_world->Guide(i, 0, touches);
+  }
+}
+
 // --- a frame ---
 
 /// How wheels and ground move between two times.
@@ -275,6 +295,7 @@ void CrawlerTracks::StepFrame(double dt, const std::function<bool(int)>& visit) 
   const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
   for (int k = 1; k <= subFrames; ++k) {
     HoldSteps();
+    GuideSteps();
     for (int i = 1; i <= iterations; ++i) {
       MoveTo((k - 1 + static_cast<double>(i) / iterations) / subFrames);
       m_world->Advance(dt / subFrames);

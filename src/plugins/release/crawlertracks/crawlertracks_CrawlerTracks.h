@@ -172,6 +172,7 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   void MoveTo(double part);
   double HoldDistance() const;
   void HoldSteps();
+  void GuideSteps();
   void WriteFrame(double time, double part);
   bool HasBurst();
 
