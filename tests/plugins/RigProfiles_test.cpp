@@ -145,6 +145,26 @@ TEST(RigProfiles, TheGunsProfilesDeserveTheirNames) {
   }
 }
 
+TEST(RigProfiles, TheTracksProfilesDeserveTheirNames) {
+  auto tracks = ReadAll(Kind("CrawlerTracks"));
+  ASSERT_EQ(tracks.size(), 4u);
+  for (auto& [name, values] : tracks) {
+    EXPECT_EQ(values.size(), 13u) << name << ": all of the motion, nothing of the wheels and steps";
+    EXPECT_EQ(values["Bending Stiffness"] >= 0.3, name == "Rubber Track") << name;
+    EXPECT_EQ(values["Friction"] <= 0.5, name == "Snow Cat") << name;
+    EXPECT_EQ(values["Bending Damping"] < 0.5, name == "Loose Chain") << name;
+  }
+  // A tank is a new rig.
+  FakeWorld world(Kind("CrawlerTracks"));
+  for (const auto& [label, value] : tracks["Tank"]) {
+    const auto& element = world.core.Find(label);
+    EXPECT_EQ(value, element.number ? *element.number
+                     : element.flag ? *element.flag * 1.0
+                                    : *element.choice * 1.0)
+        << label;
+  }
+}
+
 TEST(RigProfiles, TheLinksProfilesDeserveTheirNames) {
   for (const std::string id : {"DirectInputLink", "1DPositioner", "1DRotator", "1DScaler"}) {
     CCameraPlugin& kind = Kind(id);

@@ -175,6 +175,16 @@ class RigScene {
       Edit(label, value);
     rig->GetProperties().find("Fire")->deadzone = 0.4;
   }
+  /// A belt round two wheels, and a ground that it meets.
+  void LayTrack() {
+    auto& ground = scene().addNode("Ground");
+    ground.setMesh(util::CMesh_Box(20.0, 1.0, 20.0, {0.0, -0.5, 0.0}));
+    scene().reparent(*scene().find("Rig_GravityDirection"), &ground, 0.0);
+    Press("Add Wheel");
+    Edit("Number of Steps", "24");
+    scene().find("Rig_TemplateStep")->setPose({{0.8, 0.03, 0.0}, {}, {1.0, 1.0, 1.35}});
+    Press("Create Track");
+  }
   /// A user's edit.
   void Edit(const std::string& label, const std::string& value) {
     std::string problem;

@@ -17,6 +17,7 @@ class Rigs : public testing::TestWithParam<std::string> {
     auto world = std::make_unique<RigScene>(GetParam(), fps);
     if (GetParam() == "Spline Speed-Controller") world->LayRail();
     if (GetParam() == "Firepower") world->LoadGun();
+    if (GetParam() == "CrawlerTracks") world->LayTrack();
     for (auto* element : world->rig->GetConfig().elements()) {
       const std::string& label = element->label();
       const auto ends = [&](const std::string& end) {

@@ -14,6 +14,7 @@
 #include "core/interface/CInterface.h"
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot.h"
+#include "core/interface/CSnapshot_Mesh.h"
 #include "core/interface/CUndo.h"
 #include "plugins/release/all/AllRigs.h"
 #include "unidevice/Control.h"
@@ -31,9 +32,11 @@ class FakeNode : public rws::CNode {
   std::string name;
   FakeNode* parent = nullptr;
   Matrix rest;
+  util::CMesh mesh;
   std::map<double, Matrix> keys;
   bool visible = true;
   bool valid = true;
+  bool written = false;  ///< by its rig, in every frame of a take
   int keyStatesForgotten = 0;
 
   Matrix Local(double t) const {
@@ -47,6 +50,7 @@ class FakeNode : public rws::CNode {
 
   std::intptr_t Extension(int code, void*, void*) override {
     if (code == rws::kForgetTransformKeys) ++keyStatesForgotten;
+    if (code == rws::kWrittenByRig) written = true;
     return code == rws::kForgetTransformKeys;
   }
   void Show() override { visible = true; }
@@ -79,7 +83,8 @@ class FakeInterface : public rws::CInterface {
   std::vector<std::unique_ptr<rws::CUndo>> undo;
   std::vector<unsigned char> blob;
   std::vector<std::string> messages;  ///< texts of the message boxes
-  std::string refused;                ///< name of an operation that fails from here on
+  /// Name of an operation that fails from here on, alone or with a space and the node's name.
+  std::string refused;
   int openSnapshots = 0;
 
   Element& Find(const std::string& label) {
@@ -159,8 +164,8 @@ class FakeInterface : public rws::CInterface {
 
   /// Whoever holds the node sees that it is gone.
   void DeleteNode(rws::CNode* node, bool) override {
-    if (refused == "DeleteNode") return;
     const auto found = nodes.find(Of(node)->name);
+    if (Refuses("DeleteNode", found->first)) return;
     found->second->valid = false;
     m_gone.push_back(std::move(found->second));
     nodes.erase(found);
@@ -175,10 +180,13 @@ class FakeInterface : public rws::CInterface {
     node->parent = Of(parent);
     return node.get();
   }
-  rws::CNode* CreateMeshNode(std::string name, rws::CNode* parent, const util::CMesh*,
+  rws::CNode* CreateMeshNode(std::string name, rws::CNode* parent, const util::CMesh* mesh,
                              int) override {
-    if (refused == "CreateMeshNode") return nullptr;
-    return CreateCameraNode(name, parent, 0.0, 0.0);
+    if (Refuses("CreateMeshNode", name)) return nullptr;
+    CreateCameraNode(name, parent, 0.0, 0.0);
+    if (mesh) nodes[name]->mesh = *mesh;
+    nodes[name]->valid = !Refuses("IsValid", name);
+    return nodes[name].get();
   }
   void Reserved2(std::string, util::CMesh) override {}
 
@@ -192,11 +200,14 @@ class FakeInterface : public rws::CInterface {
     delete snapshot;
   }
   rws::CSnapshot_Helper* GetSnapshotHelper(rws::CNode*) override { return nullptr; }
-  rws::CSnapshot_Mesh* GetSnapshotMesh(rws::CNode*, double) override { return nullptr; }
+  rws::CSnapshot_Mesh* GetSnapshotMesh(rws::CNode* node, double) override {
+    if (!node || Of(node)->mesh.faces.empty()) return nullptr;
+    return new MeshSnapshot(Of(node)->mesh);
+  }
   rws::CSnapshot_Lens* GetSnapshotLens(rws::CNode*, double) override { return nullptr; }
   void ReleaseNode(void*) override {}
   void ReleaseSnapshotLens(rws::CSnapshot_Lens*) override {}
-  void ReleaseSnapshotMesh(rws::CSnapshot_Mesh*) override {}
+  void ReleaseSnapshotMesh(rws::CSnapshot_Mesh* snapshot) override { delete snapshot; }
   void ReleaseSnapshotHelper(rws::CSnapshot_Helper*) override {}
   double GetTime() override { return 0.0; }
   double GetFrameRate() override { return frameRate; }
@@ -225,6 +236,20 @@ class FakeInterface : public rws::CInterface {
     double time;
   };
 
+  struct MeshSnapshot : rws::CSnapshot_Mesh {
+    explicit MeshSnapshot(const util::CMesh& m) : mesh(m) {}
+    void Triangulate() override {}
+    util::CMesh GetMesh() override { return mesh; }
+    bool Intersect(const util::Vector3<double>&, const util::Vector3<double>&, double,
+                   rws::RayHit&) override {
+      return false;
+    }
+    const util::CMesh& mesh;
+  };
+
+  bool Refuses(const std::string& operation, const std::string& node) const {
+    return refused == operation || refused == operation + " " + node;
+  }
   static FakeNode* Of(rws::CNode* node) { return static_cast<FakeNode*>(node); }
   Element& Add(const std::string& label, Callback* cb, double min = 0.0, double max = 0.0) {
     elements.push_back(
@@ -280,6 +305,8 @@ struct FakeWorld {
   /// A take over the frames `first` to `last`; `beforeFrame` gets each stepped frame's index.
   void Take(int first, int last, const std::function<void(int)>& beforeFrame = {}) {
     const double dt = core.GetFrameDuration();
+    for (auto& [name, node] : core.nodes)
+      if (node->written) node->keys.erase(node->keys.upper_bound(first * dt), node->keys.end());
     if (beforeFrame) beforeFrame(first);
     rig->Start(first * dt);
     for (int i = first + 1; i <= last; ++i) {

@@ -1,0 +1,584 @@
+// The crawler's belt on the real core: counts, motion, takes, undo and bad input.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "core/UserInterface.h"
+#include "plugins/release/crawlertracks/BeltWorld.h"
+#include "rigs/CarScene.h"
+#include "rigs/RigSuite.h"
+#include "support/FakeInterface.h"
+#include "util/DataChunk.h"
+
+namespace orv::tests {
+namespace {
+
+using Vector = util::Vector3<double>;
+using Matrix = util::Matrix<double>;
+using rws::addon::BeltTuning;
+using rws::addon::BeltWorld;
+using Messages = std::vector<std::string>;
+namespace hl = rws::adaptor::headless;
+
+// Of a new rig in units of its Frame: a step, and the belt's line round a wheel.
+constexpr double kLength = 0.18, kLine = 0.5 + 0.03;
+
+/// Wheels in a row along -Z, 1.25 apart.
+class Crawler : public RigScene {
+ public:
+  explicit Crawler(int wheels = 4) : RigScene("CrawlerTracks", 25.0), m_ui(*this) {
+    core().SetUserInterface(&m_ui);
+    scene().setRange(0.0, 40.0);
+    for (int i = 1; i < wheels; ++i) Press("Add Wheel");
+    Drive([](double) { return 0.0; });
+  }
+  ~Crawler() { core().SetUserInterface(nullptr); }
+
+  void Set(const std::map<std::string, double>& values) {
+    for (const auto& [label, value] : values) Edit(label, std::to_string(value));
+  }
+  double Get(const std::string& label) { return rig->GetConfig().findAll(label).at(0)->number(); }
+  /// What a button makes of a value.
+  double Calculate(const std::string& button, const std::string& label) {
+    Press(button);
+    return Get(label);
+  }
+  int Count() {
+    Press("Calculate Number of Steps");
+    return static_cast<int>(Get("Number of Steps"));
+  }
+  Crawler& Create() {
+    Count();
+    Press("Create Track");
+    return *this;
+  }
+  void Drive(const Control& input) {
+    util::AVar_Linear<double> track;
+    for (int i = 0; i <= 1000; ++i) track.set(Frame(i), input(Frame(i)));
+    auto& inputs = rig->GetProperties();
+    for (int i = 0; i < inputs.count(); ++i)
+      if (inputs.property(i)->name == "Forward/Backward") rig->SetTrack(i, track);
+  }
+  hl::SceneNode& Node(const std::string& name) { return *scene().find("Rig_" + name); }
+  void Resize(const std::string& node, double scale) {
+    auto pose = Node(node).pose();
+    pose.scale = pose.scale * scale;
+    Node(node).setPose(pose);
+  }
+  int StepCount() {
+    int count = 0;
+    while (scene().find(StepName(count))) ++count;
+    return count;
+  }
+  /// In the Frame's space.
+  Matrix Step(int index, int frame) {
+    return Node("Frame").worldMatrix(Frame(frame)).affineInverse() *
+           scene().find(StepName(index))->worldMatrix(Frame(frame));
+  }
+  /// Widest gap of two neighbours' edges within these frames, and farthest way off the plane, in
+  /// lengths of a step.
+  double WidestGap(int first, int last) {
+    const int count = StepCount();
+    double widest = count < 2 ? NAN : 0.0;
+    for (int frame = first; frame <= last; ++frame) {
+      for (int i = 0; i < count; ++i) {
+        const Matrix a = Step(i, frame), b = Step((i + 1) % count, frame);
+        const Vector edge = a.transformPoint({0, 0, kLength / 2}),
+                     next = b.transformPoint({0, 0, -kLength / 2});
+        const double gap = std::max((next - edge).length(), std::abs(a.translation().x));
+        if (!(gap <= widest)) widest = gap;  // not a number stays
+      }
+    }
+    return widest / kLength;
+  }
+  /// Mean speed of the belt along itself, forward above 0 (units of the Frame per second).
+  double Speed(int first, int last) {
+    double sum = 0.0;
+    for (int i = 0; i < StepCount(); ++i)
+      for (int frame = first; frame < last; ++frame) {
+        const Matrix a = Step(i, frame), b = Step(i, frame + 1);
+        sum -= (b.translation() - a.translation()).dot((a.axisRow(2) + b.axisRow(2)).normalized());
+      }
+    return sum / StepCount() / (Frame(last) - Frame(first));
+  }
+  /// Mean place of the steps.
+  Vector Middle(int frame) {
+    Vector sum;
+    for (int i = 0; i < StepCount(); ++i) sum += Step(i, frame).translation();
+    return sum / StepCount();
+  }
+  /// Of each step, by frame.
+  std::vector<std::vector<Vector>> Places(int first, int last) {
+    std::vector<std::vector<Vector>> places(static_cast<std::size_t>(last - first + 1));
+    for (int i = 0; i < StepCount(); ++i)
+      for (int frame = first; frame <= last; ++frame)
+        places[static_cast<std::size_t>(frame - first)].push_back(Step(i, frame).translation());
+    return places;
+  }
+  Messages Told() { return std::exchange(m_messages, {}); }
+
+  int answer = rws::kAnswerYes;
+
+ private:
+  struct Ui : rws::core::UserInterface {
+    explicit Ui(Crawler& owner) : rig(owner) {}
+    int MessageBox(const std::string& title, const std::string& text, unsigned flags) override {
+      rig.m_messages.push_back(title + ": " + text);
+      return (flags & 15) == rws::kButtonsYesNo ? rig.answer : rws::kAnswerOk;
+    }
+    Crawler& rig;
+  };
+  static std::string StepName(int index) {
+    const std::string digits = std::to_string(index + 1);
+    return "Rig_step" + std::string(3 - std::min<std::size_t>(digits.size(), 3), '0') + digits;
+  }
+  Ui m_ui;
+  Messages m_messages;
+};
+
+double Farthest(const std::vector<Vector>& a, const std::vector<Vector>& b) {
+  double farthest = a.size() == b.size() && !a.empty() ? 0.0 : NAN;
+  for (std::size_t i = 0; i < a.size(); ++i) farthest = std::max(farthest, (a[i] - b[i]).length());
+  return farthest;
+}
+
+/// Forward for 4 s, a stop, and backward from 6 s on, with soft changes.
+double ThereAndBack(double t) {
+  const auto ramp = [&](double from) { return std::clamp((t - from) / 0.5, 0.0, 1.0); };
+  return ramp(0.0) - ramp(4.0) - ramp(6.0) + ramp(10.5);
+}
+
+TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
+  const auto gapOf = [](Crawler& rig, double steps) {
+    rig.Set({{"Number of Steps", steps}});
+    return rig.Calculate("Calculate Gap", "Gap Between Steps");
+  };
+  const double round = 2 * M_PI * kLine;
+  for (const double scale : {1.0, 3.0}) {
+    {
+      Crawler one(1);
+      one.Resize("Frame", scale);
+      EXPECT_EQ(one.Count(), std::floor(round / kLength));
+      one.Set({{"Gap Between Steps", -0.1}});
+      EXPECT_EQ(one.Count(), std::floor(round / 0.08));
+      one.Set({{"Gap Between Steps", -0.181}});
+      EXPECT_EQ(one.Count(), std::floor(round / kLength)) << "no gap at all";
+    }
+    EXPECT_EQ(Crawler(4).Count(), 60);
+    {
+      Crawler two(2);
+      two.Resize("Frame", scale);
+      EXPECT_EQ(two.Count(), std::floor((round + 2.5) / kLength));
+      EXPECT_NEAR(gapOf(two, 30), (round + 2.5 - 30 * kLength) / 29, 1e-9) << "one gap less";
+      EXPECT_EQ(two.Count(), 29) << "which leaves no room for the thirtieth";
+      // Between wheels of different radii the difference is added to the distance.
+      two.Resize("bogie01", 0.5);
+      const double turn = 2 * std::asin(0.25 / 1.25);
+      const double arcs = kLine * (M_PI + turn) + (kLine - 0.25) * (M_PI - turn);
+      EXPECT_NEAR(gapOf(two, 2), 2 * std::hypot(1.25, 0.25) + arcs - 2 * kLength, 1e-6);
+    }
+    Crawler outer(2);
+    outer.Resize("Frame", scale);
+    outer.Edit("Inner Wheel", "0");
+    outer.Press("Add Wheel");
+    outer.Node("bogie01").setPose(hl::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Node("bogie02").setPose(hl::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
+    const double apart = std::hypot(1.0, 0.8);
+    const double tilt = M_PI / 2 - std::acos(2 * kLine / apart) - std::atan2(0.8, 1.0);
+    const double told = 2.0 + 2 * std::hypot(apart, 2 * kLine) + 2 * (M_PI + 2 * tilt) * kLine;
+    EXPECT_NEAR(gapOf(outer, 2), told - 2 * kLength, 1e-6);
+    // No steps have no gap; that of one step, or of too long ones, changes nothing.
+    EXPECT_EQ(gapOf(outer, 0), 0.0);
+    EXPECT_EQ(gapOf(outer, 1), 0.0);
+    auto longer = outer.Node("TemplateStep").pose();
+    longer.scale.z = 100.0;
+    outer.Node("TemplateStep").setPose(longer);
+    EXPECT_EQ(gapOf(outer, 2), 0.0);
+    EXPECT_EQ(outer.Told(), Messages{});
+  }
+}
+
+TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeAndRepeatsBitForBit) {
+  RigScene::Poses taken;
+  {
+    Crawler rig;
+    rig.Create().Drive(ThereAndBack);
+    ASSERT_EQ(rig.StepCount(), 60);
+    rig.Resimulate(0, 300);
+    EXPECT_EQ(rig.Told(), Messages{});
+    EXPECT_LT(rig.WidestGap(0, 300), 0.1);
+    const double full = 5.0 * kLine;
+    EXPECT_NEAR(rig.Speed(25, 95) / full, 1.0, 0.05);
+    EXPECT_NEAR(rig.Speed(125, 150) / full, 0.0, 0.05);
+    EXPECT_NEAR(rig.Speed(175, 255) / full, -1.0, 0.05);
+    EXPECT_NEAR(rig.Speed(290, 300) / full, 0.0, 0.05);
+    EXPECT_NEAR(rig.Middle(300).y, 0.56, 0.1) << "round the wheels";
+    taken = rig.PosesOf(0, 300);
+    rig.Resimulate(0, 300);
+    EXPECT_TRUE(rig.PosesOf(0, 300) == taken) << "again";
+    rig.Reopen();
+    rig.Resimulate(0, 300);
+    EXPECT_TRUE(rig.PosesOf(0, 300) == taken) << "reopened";
+  }
+  Crawler other;
+  other.Create().Drive(ThereAndBack);
+  other.Resimulate(0, 300);
+  EXPECT_TRUE(other.PosesOf(0, 300) == taken) << "another one";
+}
+
+TEST(CrawlerTracks, ABeltStaysWholeWithEachOfTheProfiles) {
+  for (const char* profile : {"Tank", "Rubber Track", "Snow Cat", "Loose Chain"}) {
+    Crawler rig;
+    EXPECT_EQ(rig.core().LoadProfile("Rig", profile), "");
+    rig.Create().Drive(ThereAndBack);
+    rig.Resimulate(0, 180);
+    EXPECT_LT(rig.WidestGap(0, 180), 0.3) << profile;
+    const double full = rig.Get("Maximum (Input Driven) Rotation Speed") * kLine;
+    EXPECT_NEAR(rig.Speed(25, 95) / full, 1.0, 0.05) << profile;
+  }
+}
+
+TEST(CrawlerTracks, AReopenedSceneGoesOnWhereTheTakeWasCut) {
+  Crawler rig;
+  rig.Set({{"Accuracy", 7}});
+  rig.Create().Drive(ThereAndBack);
+  rig.Resimulate(0, 120);
+  const auto whole = rig.Places(0, 120);
+  for (const int cut : {1, 37, 80}) {
+    rig.Resimulate(0, cut);
+    rig.Reopen();
+    rig.Resimulate(cut, 120);
+    const auto places = rig.Places(0, 120);
+    EXPECT_LT(Farthest(places[cut + 1], whole[cut + 1]), 0.05 * kLength) << cut;
+    EXPECT_LT(Farthest(places[120], whole[120]), kLength) << cut;
+    EXPECT_LT(rig.WidestGap(cut, 120), 0.1) << cut;
+  }
+}
+
+TEST(CrawlerTracks, WheelsTurnAsTheBeltTakesThem) {
+  Crawler rig(2);
+  rig.Resize("bogie01", 0.5);
+  rig.Edit("Static Wheel", "1");
+  rig.Press("Add Support Wheel");
+  rig.Edit("Static Wheel", "0");
+  rig.Edit("Inner Wheel", "0");
+  rig.Edit("Track Wheel", "0");
+  rig.Press("Add Wheel");
+  for (int i = 0; i < rig.rig->GetProperties().count(); ++i)
+    rig.rig->GetProperties().property(i)->deadzone = 0.0;
+  rig.Create().Drive(Always(0.5));
+  rig.Resimulate(0, 10);
+  const auto turn = [&](const std::string& wheel) {
+    const Vector up = rig.Node(wheel).worldMatrix(rig.Frame(10)).axisRow(1);
+    return std::atan2(up.z, up.y);
+  };
+  const double drive = -0.5 * 5.0 * 0.4;  // its top goes to -Z
+  EXPECT_NEAR(turn("driveWheel"), drive, 1e-9);
+  EXPECT_NEAR(turn("bogie01"), drive * kLine / (kLine - 0.25), 1e-9);
+  EXPECT_NEAR(turn("bogie02"), -drive, 1e-9) << "on the outside of the belt";
+  EXPECT_EQ(turn("supportBogie01"), 0.0) << "static";
+}
+
+TEST(CrawlerTracks, AScaledTurnedOrMovingFrameCarriesTheSameBelt) {
+  std::vector<std::vector<Vector>> places;
+  double speed = 0.0;
+  {
+    Crawler plain(2);
+    plain.Create().Drive(ThereAndBack);
+    plain.Resimulate(0, 90);
+    places = plain.Places(0, 90);
+    speed = plain.Speed(25, 90);
+  }
+  {
+    Crawler other(2);
+    Matrix pose = Matrix::rotationAxisAngle(40.0, 0.6, 0.0, 0.8);
+    pose.setRowLengths({3.0, 3.0, 3.0});
+    pose.setTranslation({20.0, -3.0, 7.0});
+    other.Node("Frame").setPose(hl::decompose(pose));
+    other.Create().Drive(ThereAndBack);
+    other.Resimulate(0, 90);
+    const auto found = other.Places(0, 90);
+    for (const int frame : {0, 5, 25})
+      EXPECT_LT(Farthest(found[frame], places[frame]), 0.05 * kLength) << frame;
+    EXPECT_LT(other.WidestGap(0, 90), 0.1);
+    EXPECT_NEAR(other.Speed(25, 90), speed, 0.01);
+  }
+  Crawler moving(2);
+  moving.Create().Drive(ThereAndBack);
+  // As on a vehicle that drives a curve: 6 m/s, a circle in 6 s.
+  hl::Channel way(hl::ChannelPath::kTranslation), turn(hl::ChannelPath::kRotation);
+  std::vector<double> times, ways, turns;
+  for (int i = 0; i <= 100; ++i) {
+    const double angle = moving.Frame(i) * M_PI / 3, radius = 6.0 / (M_PI / 3);
+    times.push_back(moving.Frame(i));
+    for (const double v : {radius * (std::cos(angle) - 1), 0.0, -radius * std::sin(angle)})
+      ways.push_back(v);
+    for (const double v : {0.0, std::sin(angle / 2), 0.0, std::cos(angle / 2)}) turns.push_back(v);
+  }
+  EXPECT_TRUE(way.setKeys(times, ways) && turn.setKeys(times, turns));
+  moving.Node("Frame").setChannel(way);
+  moving.Node("Frame").setChannel(turn);
+  moving.Resimulate(0, 90);
+  EXPECT_LT(moving.WidestGap(0, 90), 0.3);
+  EXPECT_NEAR(moving.Speed(25, 90), speed, 0.1);
+}
+
+TEST(CrawlerTracks, FallingIsTheSameAtAnySubdivisionAndNegativeGravityLifts) {
+  for (const double gravity : {40.0, -10.0}) {
+    for (const auto& [subFrames, reduction] :
+         {std::pair{0.0, 1.0}, {10.0, 1.0}, {4.0, 3.0}, {10.0, 10.0}}) {
+      Crawler rig(2);
+      rig.Create().Set(
+          {{"Gravity", gravity}, {"SubFrames", subFrames}, {"Flaccidity Reduction", reduction}});
+      // With its wheels far off, and the belt on the side of the second, nothing holds it.
+      rig.Place("Rig_driveWheel", {0, 0, 1000});
+      rig.Place("Rig_bogie01", {0, 0, 500});
+      const double before = rig.Middle(0).y;
+      rig.Resimulate(0, 25);
+      // It settles for a frame ahead of the first.
+      const double fall = gravity / 2 * 1.04 * 1.04;
+      EXPECT_NEAR((before - rig.Middle(25).y) / fall, 1.0, 0.05) << subFrames << " " << reduction;
+      EXPECT_LT(rig.WidestGap(0, 25), 0.1);
+    }
+  }
+}
+
+TEST(CrawlerTracks, TheGroundIsTheParentOfTheGravityDirectionAndItsChildren) {
+  for (const double scale : {1.0, 3.0}) {
+    Crawler rig(2);
+    rig.Resize("Frame", scale);
+    auto& ground = rig.scene().addNode("Ground");
+    auto& block = rig.scene().addNode("Block");
+    ground.setMesh(
+        GridMesh([](double x, double) { return x * 0.1; }, Rows(-4, 4, 8), Rows(-4, 4, 8)));
+    ground.setPose(hl::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
+    block.setMesh(util::CMesh_Box(8.0 * scale, 1.0 * scale, 2.0 * scale));
+    block.setPose(hl::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
+    rig.scene().reparent(rig.Node("GravityDirection"), &ground, 0.0);
+    rig.scene().reparent(block, &rig.Node("GravityDirection"), 0.0);
+    rig.Create();
+    rig.Place("Rig_driveWheel", Vector(0, 0, 1000) * scale);
+    rig.Place("Rig_bogie01", Vector(0, 0, 500) * scale);
+    rig.Resimulate(0, 75);
+    int onBlock = 0;
+    for (int i = 0; i < rig.StepCount(); ++i) {
+      const Vector at = rig.Step(i, 75).translation();
+      ASSERT_GT(at.y, -0.5 + at.x * 0.1 - 0.01) << i << " through the ground";
+      if (std::abs(at.z + 1.6) > 0.95) continue;
+      ASSERT_GT(at.y, 0.0) << i << " through the block";
+      ++onBlock;
+    }
+    EXPECT_GT(onBlock, 0);
+  }
+}
+
+TEST(CrawlerTracks, KeysLieOnFramesAndWhereToldOnSubFrames) {
+  for (const auto& [subFrames, setSubFrames, keys] :
+       {std::tuple{0, "0", 10u}, {0, "1", 10u}, {3, "0", 10u}, {3, "1", 40u}}) {
+    Crawler rig(2);
+    rig.Create().Drive(Always(1.0));
+    rig.Set({{"SubFrames", subFrames}});
+    rig.Edit("Set keyframes on SubFrames", setSubFrames);
+    rig.Resimulate(0, 10);
+    for (const char* name : {"step001", "driveWheel"}) {
+      const hl::Channel* way = rig.Node(name).channel(hl::ChannelPath::kRotation);
+      ASSERT_TRUE(way);
+      const auto& times = way->times();
+      const auto first = std::upper_bound(times.begin(), times.end(), 1e-6);
+      ASSERT_EQ(static_cast<unsigned>(times.end() - first), keys) << name << subFrames;
+      for (unsigned i = 0; i < keys; ++i) EXPECT_NEAR(first[i], 0.4 * (i + 1) / keys, 1e-9);
+    }
+  }
+}
+
+TEST(CrawlerTracks, ADampingOfNothingCountsAsAHundredth) {
+  const auto run = [](double damping, double BeltTuning::*which) {
+    BeltTuning tuning;
+    tuning.*which = damping;
+    BeltWorld world(16, tuning, 0.004);
+    for (int i = 0; i < 8; ++i) {
+      rws::addon::BodyState state;
+      state.pose.position = {0.01 * i * i, 0.02 * i, 0.2 * i};
+      world.AddStep({{0.4, 0.06, 0.18}, 4.0, 0.2}, state);
+    }
+    world.Link(false);
+    world.SetGravity({3.0, -40.0, 0.0});
+    for (int i = 0; i < 100; ++i) world.Advance();
+    EXPECT_FALSE(world.Attach(1, 0, 1.0)) << "no such wheel";
+    return world.GetStep(7).pose.position;
+  };
+  for (double BeltTuning::*which : {&BeltTuning::trackDamping, &BeltTuning::trackTransDamping,
+                                    &BeltTuning::trackTwistDamping}) {
+    EXPECT_EQ(run(0.0, which), run(0.01, which));
+    EXPECT_NE(run(0.0, which), run(0.02, which));
+  }
+}
+
+TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn) {
+  Crawler rig(2);
+  auto& adaptor = rig.session.GetAdaptor();
+  rig.scene().addNode("Own", &rig.Node("bogie01"));
+  rig.Set({{"Number of Steps", 8}});
+  const auto press = [&](const std::string& action) {
+    const std::string before = rig.Saved();
+    rig.Press(action);
+    const std::string after = rig.Saved();
+    EXPECT_NE(after, before) << action;
+    ASSERT_TRUE(adaptor.HostUndo());
+    EXPECT_EQ(rig.Saved(), before) << action;
+    ASSERT_TRUE(adaptor.HostRedo());
+    EXPECT_EQ(rig.Saved(), after) << action;
+  };
+  const auto home = [&] { return rig.scene().find("Own")->parent(); };
+  for (const char* action :
+       {"Add Wheel", "Remove Wheel", "Add Support Wheel", "Remove Support Wheel"})
+    press(action);
+  press("Remove Wheel");
+  EXPECT_EQ(home(), &rig.Node("Frame"));
+  EXPECT_NEAR(home()->worldMatrix(0.0).translation().z, 0.0, 1e-12);
+  EXPECT_NEAR(rig.scene().find("Own")->worldMatrix(0.0).translation().z, -1.25, 1e-12);
+  for (const char* action : {"Add Wheel", "Calculate Number of Steps", "Calculate Gap",
+                             "Create Track", "Add Step", "Remove Step"})
+    press(action);
+  rig.scene().reparent(*rig.scene().find("Own"), &rig.Node("step007"), 0.0);
+  rig.Set({{"Number of Steps", 33}});
+  rig.answer = rws::kAnswerNo;
+  const std::string kept = rig.Saved();
+  rig.Press("Create Track");
+  EXPECT_EQ(rig.Saved(), kept);
+  rig.answer = rws::kAnswerYes;
+  press("Create Track");
+  EXPECT_EQ(rig.StepCount(), 33);
+  EXPECT_EQ(home(), &rig.Node("Frame"));
+  const std::string asked =
+      "Create new track: Track already created. Do you want to remove current track and create a "
+      "new one?";
+  EXPECT_EQ(rig.Told(), (Messages{asked, asked}));
+  rig.Press("Select All Steps in Track");
+  EXPECT_EQ(adaptor.GetSelection().size(), 33u);
+  press("Remove Track");
+  ASSERT_TRUE(adaptor.HostUndo());
+  rig.Resimulate(0, 20);
+  EXPECT_LT(rig.WidestGap(0, 20), 0.1) << "the track that is back runs";
+  EXPECT_EQ(rig.Told(), Messages{});
+}
+
+TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
+  const auto no = [](const std::string& text) {
+    return Messages{"Operation not possible: " + text};
+  };
+  Crawler rig(1);
+  const auto told = [&](const std::string& action) {
+    rig.Press(action);
+    return rig.Told();
+  };
+  EXPECT_EQ(told("Remove Wheel"), no("Cannot remove the driveWheel."));
+  EXPECT_EQ(told("Remove Support Wheel"), no("Cannot remove any more Support Wheels."));
+  for (const char* action :
+       {"Remove Track", "Add Step", "Remove Step", "Select All Steps in Track"})
+    EXPECT_EQ(told(action), no("No track attached")) << action;
+  EXPECT_EQ(told("Create Track"),
+            Messages{"Error: Track could not be created. Number of steps was set to less than 1. "
+                     "Increase number of steps to create the track."});
+  rig.Press("Add Wheel");
+  rig.Node("bogie01").setPose(rig.Node("driveWheel").pose());
+  EXPECT_EQ(told("Calculate Number of Steps"),
+            Messages{"Warning: bogie01 has the same position as the DriveWheel, moving it out of "
+                     "wheel."});
+  EXPECT_NEAR(rig.Node("bogie01").worldMatrix(0).translation().z, -1.1, 1e-9);
+  rig.Press("Create Track");
+  for (const char* action : {"Add Wheel", "Add Support Wheel"})
+    EXPECT_EQ(told(action), no("Remove track before adding more wheels."));
+  EXPECT_EQ(told("Remove Wheel"),
+            no("The track must be removed before any wheels can be removed."));
+  EXPECT_EQ(told("Remove Support Wheel"),
+            no("The track must be removed before any Support Wheels can be removed."));
+  const Messages warning{
+      "Warning: Difference in scale between Frame and driveWheel too large. the Frame and the "
+      "Drivewheel should have roughly the same scale for best results. This may cause unwanted "
+      "behaviour of the tracks."};
+  for (const double scale : {0.49, 0.5, 2.0, 2.01}) {
+    rig.Node("driveWheel").setChannel(hl::Channel(hl::ChannelPath::kScale));  // the last take's
+    rig.Node("driveWheel").setPose(hl::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
+    rig.Resimulate(0, 1);
+    EXPECT_EQ(rig.Told(), scale == 0.5 || scale == 2.0 ? Messages{} : warning) << scale;
+  }
+}
+
+TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
+  auto world = std::make_unique<FakeWorld>(Kind("CrawlerTracks"));
+  const auto press = [&](const std::string& label) {
+    world->core.Find(label).callback->OnCallback(label);
+  };
+  const auto told = [](FakeWorld& any) {
+    any.core.refused.clear();
+    return std::exchange(any.core.messages, {});
+  };
+  for (const std::string node : {"driveWheel", "TemplateStep"}) {
+    world->core.refused = "CreateMeshNode " + node;
+    EXPECT_EQ(world->rig->Create(), 1);
+    EXPECT_EQ(told(*world), Messages{node == "TemplateStep" ? "Could not create TemplateStep"
+                                                            : "Could not create Wheel Node"});
+  }
+  EXPECT_EQ(world->rig->Create(), 0);
+  world->core.refused = "CreateMeshNode";
+  press("Add Wheel");
+  EXPECT_EQ(told(*world), Messages{"Could not create Wheel Node"});
+  press("Add Wheel");
+  press("Calculate Number of Steps");
+  for (const auto& [refused, text] :
+       {std::pair{"CreateMeshNode caterpillar", "Could not create StepActor..."},
+        {"CreateMeshNode step003", "Could not create StepActor..."},
+        {"IsValid step003", "no StepActor"}}) {
+    world->core.refused = refused;
+    press("Create Track");
+    EXPECT_EQ(told(*world), Messages{text}) << refused;
+    EXPECT_FALSE(world->core.nodes.count("step001") + world->core.nodes.count("caterpillar"));
+  }
+  for (const auto& [refused, text] : {std::pair{"DeleteNode step003", "Could'nt delete track."},
+                                      {"DeleteNode caterpillar", "Could'nt delete track.."}}) {
+    press("Create Track");
+    world->core.refused = refused;
+    press("Remove Track");
+    EXPECT_EQ(told(*world), Messages{text}) << refused;
+  }
+  press("Create Track");
+  world->Take(0, 2);
+  EXPECT_EQ(told(*world), Messages{});
+  const auto blob = world->Save();
+  world->core.refused = "SetUserData";
+  world->core.blob.clear();
+  EXPECT_EQ(world->rig->Store(), 1);
+  EXPECT_EQ(told(*world), Messages{"Error when saving. Please try again."});
+
+  const auto opened = [&](const std::string& list, const std::string& field) {
+    util::DataChunk chunk(blob.data(), blob.size());
+    for (auto& child : chunk.children) {
+      if (child.name != list) continue;
+      auto& owner = list == "track" ? child.children.back().children.at(1) : child;
+      auto& fields = list == "wheels" ? owner.children.at(1).children : owner.children;
+      for (auto& one : fields)
+        if (one.name == field) one.payload.push_back('x');
+    }
+    int restored = 0;
+    auto other = world->Reopen(chunk.flatten(), restored);
+    EXPECT_EQ(restored, 1) << field;
+    return told(*other);
+  };
+  const std::string again = "Error when loading, try again.";
+  EXPECT_EQ(opened("wheels", "name"), (Messages{"Could not load Wheel", again}));
+  for (const char* value : {"stepDescInfo", "stepBodyDescInfo", "linVelocity", "angVelocity"})
+    EXPECT_EQ(opened("track", value), (Messages{"Could not load Step", again})) << value;
+  EXPECT_EQ(opened("crawlerTracks", "gravity"), Messages{again});
+
+  for (const auto& [node, text] : {std::pair{"step002", "Error when updating, can't find steps."},
+                                   {"bogie01", "Could not create an actor, no wheelNode"}}) {
+    world->core.DeleteNode(&world->Node(node), false);
+    world->Take(0, 2);
+    EXPECT_EQ(told(*world), Messages{text});
+  }
+}
+}  // namespace
+}  // namespace orv::tests
