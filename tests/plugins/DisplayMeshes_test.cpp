@@ -57,7 +57,7 @@ TEST(DisplayMeshes, AreClosedAndOfTheSizeThatTheRigCountsOn) {
   expectSolid("target", CMesh_Target(), {-0.25, -0.005, -0.25}, {0.25, 0.005, 0.25});
   expectSolid("crawler frame", CrawlerFrameMesh(), {-0.52, -0.01, -1}, {0.52, 0.01, 1});
   expectSolid("crawler wheel", CrawlerWheelMesh(0.5, 0.2), {-0.22, -0.5, -0.5}, {0.22, 0.5, 0.5});
-  expectSolid("track direction", TrackDirectionMesh(), {-0.08, -0.01, -0.5}, {0.08, 0.19, 0.3});
+  expectSolid("track direction", TrackDirectionMesh(), {-0.08, -0.01, -0.5}, {0.08, 0.189, 0.309});
   expectSolid("crawler gravity", CrawlerGravityMesh(), {-0.09, -0.045, -0.58}, {0.09, 0.045, 0});
   expectSolid("template step", TemplateStepMesh(), {-0.2, -0.03, -0.09}, {0.2, 0.03, 0.09});
   expectSolid("steering wheel", CMesh_SteeringWheel(), {-0.07, -0.07, -0.01}, {0.07, 0.07, 0.01});
