@@ -19,6 +19,7 @@ FPS = 25
 # Of the belts as the rig lays them round wheels of its own size.
 RADIUS, STEP = 0.5, 0.06              # of a wheel; thickness of a step (m)
 FULL_SPEED = 5.0 * (RADIUS + STEP / 2)  # at full input (m/s)
+DEAD_ZONE = 0.1                       # of an input that nobody has mapped
 WHEEL_HEIGHT, SPACING, SIDE = 0.56, 1.25, 1.1
 HALF_WIDTH = 0.2                      # of a belt (m)
 ARMS = [(side, i) for side in ("Left", "Right") for i in range(4)]
@@ -89,7 +90,9 @@ def drive(times, values):
     """Way of the hull (m), frame by frame: a frame's input turns the wheels in that frame."""
     way = [0.0]
     for i in range(1, round(times[-1] * FPS) + 1):
-        way.append(way[-1] + FULL_SPEED * at(times, values, i / FPS) / FPS)
+        value = at(times, values, i / FPS)
+        value = math.copysign(max(abs(value) - DEAD_ZONE, 0.0) / (1 - DEAD_ZONE), value)
+        way.append(way[-1] + FULL_SPEED * value / FPS)
     return way
 
 

@@ -10,8 +10,10 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/FrameTimes.h"
 #include "app/rigwright/Interrupt.h"
+#include "app/rigwright/PlotBelt.h"
 #include "app/rigwright/PlotData.h"
 #include "app/rigwright/PlotPainter.h"
+#include "app/rigwright/PlotShots.h"
 #include "app/rigwright/PlotSubject.h"
 #include "app/rigwright/PlotWheels.h"
 #include "app/rigwright/Program.h"
@@ -32,7 +34,6 @@ namespace {
 using rws::adaptor::headless::SceneNode;
 using rws::core::Instance;
 using Matrix = util::Matrix<double>;
-using Quat = util::Quat<double>;
 using Vector = util::Vector3<double>;
 
 struct PlotOptions {
@@ -70,16 +71,6 @@ PlotCurve heightCurve(const PlotPath& path, const std::vector<double>& times) {
   PlotCurve curve{path.name, times, {}};
   for (const Vector& point : path.points) curve.values.push_back(point.y);
   return curve;
-}
-
-/// Degrees between two orientations.
-double angleBetween(const Matrix& a, const Matrix& b) {
-  constexpr double kDegrees = 57.295779513082323;
-  const Quat p = Quat::fromMatrix(a);
-  const Quat q = Quat::fromMatrix(b);
-  const Quat turn = p.conjugate() * q;
-  const double sine = Vector(turn.x, turn.y, turn.z).length();
-  return 2.0 * std::atan2(sine, std::abs(turn.w)) * kDegrees;
 }
 
 PlotCurve turnSpeedCurve(const std::string& name, const std::vector<Matrix>& poses,
@@ -215,6 +206,8 @@ Gathered gather(SceneJob& job, const PlotOptions& options) {
   addMovement(data, subjects);
   addDifferences(data, subjects);
   addWheels(data, subjects, job.program().output());
+  addBelts(data, subjects, scene);
+  addShots(data, subjects, scene);
   addInputs(data, subjects, job.program().output());
   std::vector<std::string> names, profiles;
   for (const PlotSubject& subject : subjects) {
@@ -228,6 +221,10 @@ Gathered gather(SceneJob& job, const PlotOptions& options) {
   return result;
 }
 
+std::string viewsOf(const PlotData& data) {
+  return data.views.empty() ? "top view and curves" : "top view, side views and curves";
+}
+
 PlotSheet sheetOf(Program& program, const PlotOptions& options) {
   if (options.scenes.size() > kMostScenes)
     throw WrongUsage("a page has room for " + std::to_string(kMostScenes) + " scenes");
@@ -238,13 +235,13 @@ PlotSheet sheetOf(Program& program, const PlotOptions& options) {
     Gathered scene = gather(job, options);
     if (options.scenes.size() == 1) {
       sheet.title = scene.rigs;
-      sheet.subtitle = fileNameOf(path) + ", top view and curves, " + scene.frames;
+      sheet.subtitle = fileNameOf(path) + ", " + viewsOf(scene.data) + ", " + scene.frames;
     } else {
       scene.data.heading = fileNameOf(path) + ": " + scene.profiles;
       if (std::find(titles.begin(), titles.end(), scene.rigs) == titles.end())
         titles.push_back(scene.rigs);
       sheet.title = joined(titles, "; ");
-      sheet.subtitle = "top view and curves, " + scene.frames;
+      sheet.subtitle = viewsOf(scene.data) + ", " + scene.frames;
     }
     sheet.scenes.push_back(std::move(scene.data));
   }
@@ -279,7 +276,8 @@ void addPlotVerb(Program& program) {
   auto o = std::make_shared<PlotOptions>();
   CLI::App& verb = program.addVerb(
       "plot",
-      "Draw what rigs do: their paths from above with time marks, and curves of speed and inputs",
+      "Draw what rigs do: their paths from above with time marks, belts and shots from the side, "
+      "and curves of speed and inputs",
       "rigwright plot out.glb --rig Cam -o paths.svg", [o](Program& p) { runPlot(p, *o); });
   program.markReadOnly(verb);
   program.markDrawing(verb);
