@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Makes the scene for a gun: a turret that strafes the corner of a yard.
+"""Makes the scene for a gun: a turret that strafes the walls of a yard.
 
     make_turret.py OUT.glb
 
 "Turret" swings to the left and to the right for 8 s, a gun's height over the floor. Around it
-stands "Yard", a group of all that shots shall hit: a floor, two walls that meet in a corner, the
-one with buttresses, and a slanting plate.
+stands "Yard", a group of all that shots shall hit: a floor, walls on three sides, one of them with
+buttresses, and a slanting plate.
 """
 import math
 import sys
@@ -31,8 +31,10 @@ def main():
                  translation=[0, -0.1, 0]),
         doc.node(name="Wall", mesh=doc.box("Wall", (22, 5, 0.4), plaster),
                  translation=[0, 2.5, -15.2]),
-        doc.node(name="SideWall", mesh=doc.box("SideWall", (0.4, 5, 16), plaster),
+        doc.node(name="RightWall", mesh=doc.box("RightWall", (0.4, 5, 16), plaster),
                  translation=[11, 2.5, -7.4]),
+        doc.node(name="LeftWall", mesh=doc.box("LeftWall", (0.4, 5, 16), plaster),
+                 translation=[-11, 2.5, -7.4]),
         doc.node(name="Plate", mesh=doc.box("Plate", (3.0, 3.2, 0.15), steel),
                  translation=[-7.5, 1.5, -9.0], rotation=quaternion(math.radians(-10), -0.25, 0))]
     buttress = doc.box("Buttress", (0.9, 4, 0.9), stone)

@@ -66,7 +66,7 @@ class Page {
   void findRows();
   Row& row(const std::string& title);
   double panelsTop() const {
-    return m_topViewBottom + std::max(30.0, kViewsGap + m_viewsHeight - 30.0);
+    return m_topViewBottom + std::max(30.0, kViewsGap + m_viewsHeight - 20.0);
   }
   double legendY() const { return m_columns.size() > 1 ? 66.0 + kHeading : 66.0; }
   void drawHeader(QPainter& painter);
