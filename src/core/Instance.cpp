@@ -116,7 +116,7 @@ void Instance::SetName(const std::string& name) {
 
 void Instance::Rename(const std::string& name) {
   SetName(name);
-  m_nodeRecords.clear();
+  m_nodeTags.clear();
   for (CoreNode* node : GetNodes()) {
     node->Rename(m_name + "_" + node->GetName());
     Adaptor().TagNode(node, m_name + "/" + node->GetName());
@@ -296,11 +296,9 @@ void Instance::DeleteNode(CNode* node, bool undoable) {
 
 CNode* Instance::FindNode(std::string nodeName) {
   if (CoreNode* known = Adaptor().FindNode(this, nodeName)) return known;
-  for (const NodeRecord& record : m_nodeRecords) {
-    if (record.name == nodeName)
-      return Adaptor().ClaimTaggedNodes({this, nodeName, m_name + "_" + nodeName}, record.handle);
-  }
-  return nullptr;
+  const auto saved = m_nodeTags.find(nodeName);
+  if (saved == m_nodeTags.end()) return nullptr;
+  return Adaptor().ClaimTaggedNodes({this, nodeName, m_name + "_" + nodeName}, saved->second);
 }
 
 CNode* Instance::CreateCameraNode(std::string nodeName, CNode* parent, double fieldOfView,

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <deque>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -45,13 +46,6 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
     int elementId = -1;
     double start = 0.0;
     double end = 0.0;
-  };
-
-  /// What the scene told of a node of this rig when the rig was saved.
-  struct NodeRecord {
-    std::string name;    ///< within the rig
-    std::string handle;  ///< the node's tag
-    std::string parent;  ///< scene name of its parent, empty for the world
   };
 
   /// Takes over `rig` (not null). An empty name becomes the tool's id and "_01"; any name is made
@@ -216,7 +210,8 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::vector<Feed> m_feeds;  ///< resimulation: inputs whose track holds something
   std::vector<LiveFeed> m_liveFeeds;
   std::array<const CoreNode*, 4> m_prefetchedNodes{};  ///< the first nodes of the rig
-  std::vector<NodeRecord> m_nodeRecords;               ///< as loaded; what FindNode resolves by
+  /// Tags of this rig's nodes by their name within it, as loaded: what FindNode resolves by.
+  std::map<std::string, std::string> m_nodeTags;
   std::shared_ptr<int> m_life;  ///< expires with this instance: undo steps watch it
   CoreImplementation& m_core;
 };

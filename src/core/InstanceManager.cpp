@@ -1,6 +1,7 @@
 #include "core/InstanceManager.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "adaptor/AdaptorInterface.h"
@@ -244,12 +245,13 @@ bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
                                      util::xml::Element& record, std::string& problem) {
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const std::vector<CoreNode*> nodes = source.GetNodes();
-  std::vector<CoreNode*> copies;
+  std::map<std::string, CoreNode*> copies;  // by the original's scene name
   for (CoreNode* node : nodes) {
     const NodeHandle original = ParentOf(*node);
     CNode* parent = original.get();
-    for (std::size_t i = 0; i < copies.size(); ++i) {
-      if (nodes[i]->IsSame(parent)) parent = copies[i];
+    if (original) {
+      const auto copied = copies.find(original->GetSceneName());
+      if (copied != copies.end()) parent = copied->second;
     }
     const std::string tag = name + "/" + node->GetName();
     CoreNode* copy = adaptor.DuplicateNode(
@@ -259,7 +261,7 @@ bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
       return false;
     }
     adaptor.TagNode(copy, tag);
-    copies.push_back(copy);
+    copies.emplace(node->GetSceneName(), copy);
   }
   if (util::xml::Element* info = record.findChild("nodeinfo")) {
     for (util::xml::Element* child : info->children)

@@ -196,8 +196,8 @@ std::string Instance::ReadRecord(const Element& record) {
     if (!ReadBlob(saved, m_userData)) problem = "the rig's own data is damaged";
   }
   ForEach(record.child(kNodeInfo), kNode, [&](const Element& tag) {
-    m_nodeRecords.push_back(
-        {tag.attribute("name"), tag.attribute("handle"), tag.attribute("parent")});
+    // Of two with one name the first counts.
+    m_nodeTags.emplace(tag.attribute("name"), tag.attribute("handle"));
   });
   return problem;
 }

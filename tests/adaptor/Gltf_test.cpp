@@ -310,6 +310,55 @@ TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
   }
 }
 
+TEST_F(Gltf, KeysThatGoOrChangeLeaveTheOthersAlone) {
+  Scene scene;
+  const std::vector<double> times = frames(0, 4, 24.0);
+  for (const char* name : {"a", "b", "c"})
+    for (const auto path : {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale})
+      scene.addNode(name + std::to_string(static_cast<int>(path)))
+          .replaceKeys(path, 0.0, kForever, times, wobble(times, path == ChannelPath::kRotation),
+                       0.04);
+  std::unique_ptr<Scene> opened = open(save(scene, "keys.glb"));
+  opened->find("a1")->removeChannel(ChannelPath::kRotation);
+  opened->find("b0")->removeChannel(ChannelPath::kTranslation);
+  opened->find("c2")->replaceKeys(ChannelPath::kScale, 0.1, kForever, {0.12}, {2, 2, 2}, 0.04);
+  opened->find("c0")->replaceKeys(ChannelPath::kScale, 0.0, 1.0, {0.5}, {3, 3, 3}, 0.04);
+  const std::string file = save(*opened, "fewer.glb");
+  expectSame(*opened, *open(file));
+  const Json clip = parts(contentOf(file)).first["animations"][0];
+  EXPECT_EQ(clip["channels"].size(), 8u);
+  EXPECT_EQ(clip["samplers"].size(), 8u);
+}
+
+TEST_F(Gltf, NodesOfOneMeshShareItInTheFileAndAfterIt) {
+  Scene scene;
+  CMesh mesh;  // larger than the blocks in which a file is written
+  for (int i = 0; i < 100000; ++i) mesh.vertices.emplace_back(i, i % 7, i % 11);
+  mesh.faces = {0, 1, 2, 99997, 99998, 99999};
+  SceneNode& first = scene.addNode("first");
+  first.setMesh(mesh);
+  for (const char* name : {"second", "red", "railed", "fourth"})
+    scene.addNode(name).setMesh(first.sharedMesh());
+  scene.find("red")->setColour({1.0f, 0.0f, 0.0f});
+  scene.find("railed")->setCurve({{{0, 0, 0}, {1, 0, 0}}, false});
+  const std::string file = save(scene, "shared.glb");
+  EXPECT_EQ(parts(contentOf(file)).first["meshes"].size(), 3u) << "plain, red, with a curve";
+
+  std::unique_ptr<Scene> opened = open(file);
+  const auto shared = opened->find("first")->sharedMesh();
+  EXPECT_EQ(shared->vertices, mesh.vertices);
+  EXPECT_EQ(shared->faces, mesh.faces);
+  EXPECT_EQ(contentOf(save(*opened, "again.glb")), contentOf(file));
+  opened->addNode("late").setMesh(shared);
+  opened->detach(*opened->find("first"));
+  const Json json = parts(contentOf(save(*opened, "late.glb"))).first;
+  EXPECT_EQ(json["meshes"].size(), 3u);
+  EXPECT_EQ(json["nodes"].back()["mesh"], json["nodes"][0]["mesh"]) << "it shows the second's";
+  EXPECT_EQ(opened->find("fourth")->sharedMesh(), shared);
+  EXPECT_EQ(open(path("late.glb"))->find("railed")->curve()->points.size(), 2u);
+  EXPECT_EQ(open(path("late.glb"))->find("late")->curve(), nullptr);
+}
+
 TEST_F(Gltf, AnUndoneChangeLeavesTheFileAsItWas) {
   auto scene = openBytes(foreignScene().glb());
   perform(*scene);

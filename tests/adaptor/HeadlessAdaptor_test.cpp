@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "adaptor/headless/HeadlessDocument.h"
 #include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/Scene.h"
 #include "util/ReturnValue.h"
 
@@ -42,6 +45,121 @@ TEST(HeadlessAdaptor, JoinsTheSelectionsOfAGroup) {
   EXPECT_EQ(adaptor.GetSelection(), Nodes{n[1]});
   adaptor.DiscardNode(n[1]);
   EXPECT_TRUE(adaptor.GetSelection().empty());
+
+  // A group within one block comes and goes as one.
+  adaptor.BeginUndoBlock("Select all");
+  n[0]->Extension(rws::kBeginGroupSelection, nullptr, nullptr);
+  for (HeadlessNode* node : {n[2], n[0], n[2]}) node->Select();
+  n[0]->Extension(rws::kEndGroupSelection, nullptr, nullptr);
+  adaptor.EndUndoBlock();
+  adaptor.HostUndo();
+  EXPECT_TRUE(adaptor.GetSelection().empty());
+  adaptor.HostRedo();
+  EXPECT_EQ(adaptor.GetSelection(), (Nodes{n[2], n[0]}));
+}
+
+/// A scene in which nodes of two rigs and of a user become, go, change hands and come back.
+class Crowd {
+ public:
+  static constexpr unsigned kKinds = 5;  ///< of what `Do` does
+
+  void Do(unsigned kind, unsigned dice) {
+    CoreNode* const some = all.empty() ? nullptr : all[dice / 8 % all.size()];
+    adaptor.BeginUndoBlock("block");
+    if (kind == 0 || !some) {
+      auto* const parent = some && some->IsValid() && dice % 3 == 0 ? some : nullptr;
+      auto* const made =
+          adaptor.CreateMeshNode({OwnerOf(dice), NameOf(dice), ""}, parent, nullptr, 0);
+      adaptor.TagNode(made, "tag" + std::to_string(all.size()));
+      all.push_back(made);
+    } else if (kind == 1) {
+      some->deleteMe();
+    } else if (kind == 2) {
+      some->Rename(NameOf(dice));
+    } else if (kind == 3) {
+      some->SetParent(all[dice % all.size()]);
+    } else {
+      adaptor.ClaimTaggedNodes({OwnerOf(dice % 2), NameOf(dice), ""}, some->GetTag());
+    }
+    adaptor.EndUndoBlock();
+  }
+
+  /// What a look at every node that ever was, in the order of their making, finds.
+  void Check() {
+    for (const unsigned owner : {0u, 1u, 2u}) {
+      std::vector<CoreNode*> own, found;
+      for (CoreNode* node : all)
+        if (node->IsValid() && node->GetOwner() == OwnerOf(owner)) own.push_back(node);
+      util::ReturnValue<std::vector<CoreNode*>> result(found);
+      adaptor.GetNodesOfOwner(OwnerOf(owner), result);
+      EXPECT_EQ(found, own);
+      for (const char* name : {"a", "a_2", "b", "c"}) {
+        const auto at = std::find_if(own.begin(), own.end(),
+                                     [&](CoreNode* node) { return node->GetName() == name; });
+        EXPECT_EQ(adaptor.FindNode(OwnerOf(owner), name), at == own.end() ? nullptr : *at);
+      }
+    }
+  }
+
+  std::vector<std::string> Tree() {
+    std::vector<std::string> names;
+    for (const SceneNode* node : scene.nodes())
+      names.push_back(node->name() + "<" + (node->parent() ? node->parent()->name() : ""));
+    return names;
+  }
+
+  static rws::CInterface* OwnerOf(unsigned dice) {
+    alignas(16) static char identities[32];
+    return dice % 3 == 2 ? nullptr
+                         : reinterpret_cast<rws::CInterface*>(identities + 16 * (dice % 3));
+  }
+  static std::string NameOf(unsigned dice) { return std::string(1, "abc"[dice / 5 % 3]); }
+
+  Scene scene;
+  HeadlessAdaptor adaptor{scene};
+  std::vector<CoreNode*> all;
+};
+
+TEST(HeadlessAdaptor, FindsNodesAsALookAtAllOfThemWouldThroughAnyHistory) {
+  std::mt19937 random(5);
+  for (int run = 0; run < 20; ++run) {
+    Crowd crowd;
+    std::vector<std::vector<std::string>> trees;
+    for (int i = 0; i < 60; ++i) {
+      trees.push_back(crowd.Tree());
+      const auto blocks = crowd.adaptor.GetUndo().entryNames().size();
+      crowd.Do(random() % Crowd::kKinds, static_cast<unsigned>(random() >> 8));
+      if (crowd.adaptor.GetUndo().entryNames().size() == blocks) trees.pop_back();
+      crowd.Check();
+      if (HasFailure()) return;
+    }
+    trees.push_back(crowd.Tree());
+    const std::size_t last = trees.size() - 1;
+    for (std::size_t i = last; i-- > 0; crowd.Check()) {
+      ASSERT_TRUE(crowd.adaptor.HostUndo());
+      ASSERT_EQ(crowd.Tree(), trees[i]);
+    }
+    for (std::size_t i = 1; i <= last; ++i, crowd.Check()) {
+      ASSERT_TRUE(crowd.adaptor.HostRedo());
+      ASSERT_EQ(crowd.Tree(), trees[i]);
+    }
+  }
+}
+
+TEST(HeadlessAdaptor, NodesOfOneMeshShareItsRays) {
+  Scene scene;
+  HeadlessAdaptor adaptor(scene);
+  util::CMesh mesh;
+  mesh.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+  mesh.faces = {0, 1, 2};
+  auto* const a = static_cast<HeadlessNode*>(adaptor.CreateMeshNode({}, nullptr, &mesh, 0));
+  auto* const b = static_cast<HeadlessNode*>(adaptor.CreateMeshNode({}, nullptr, nullptr, 0));
+  EXPECT_EQ(b->Extension(rws::kShareMesh, a, nullptr), 1);
+  EXPECT_EQ(a->GetRays(), b->GetRays());
+  mesh.faces.insert(mesh.faces.end(), {0, 2, 1});
+  a->SetMesh(mesh);
+  EXPECT_EQ(a->GetRays()->GetTriangleCount(), 2);
+  EXPECT_EQ(b->GetRays()->GetTriangleCount(), 1);
 }
 
 TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {

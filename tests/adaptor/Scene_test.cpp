@@ -148,6 +148,26 @@ TEST(Scene, ATakeReplacesKeysFromItsStartAndBakesWhatItCannotBlend) {
   EXPECT_EQ(kept, before);
 }
 
+TEST(Scene, ChannelsThatHoldOneListOfTimesChangeOnTheirOwn) {
+  Scene scene;
+  SceneNode& node = scene.addNode("node");
+  const std::vector<double> times{0.0, 0.04, 0.08};
+  const std::vector<double> values(9, 1.0);
+  for (const auto path : {ChannelPath::kTranslation, ChannelPath::kScale})
+    node.replaceKeys(path, 0.0, kForever, times, values, kFrame);
+  const Channel& scale = *node.channel(ChannelPath::kScale);
+  EXPECT_EQ(&node.channel(ChannelPath::kTranslation)->times(), &scale.times());
+  const NodeAnimation before = node.animation();
+  Channel changed = scale;
+  EXPECT_TRUE(changed.setKey(0.02, values.data(), kFrame));
+  node.replaceKeys(ChannelPath::kTranslation, 0.06, kForever, {0.07}, {2, 2, 2}, kFrame);
+  EXPECT_EQ(node.channel(ChannelPath::kTranslation)->times(),
+            (std::vector<double>{0.0, 0.04, 0.07}));
+  EXPECT_EQ(changed.size(), 4u);
+  EXPECT_EQ(scale.times(), times);
+  EXPECT_EQ(before.channels[0]->times(), times);
+}
+
 TEST(Scene, PosesSurviveTheirMatricesMirroredOnesToo) {
   std::mt19937 random(11);
   for (int i = 0; i < 200; ++i) {
@@ -222,6 +242,11 @@ TEST(Scene, NamesStayUniqueThroughAddingRenamingDetachingAndAttaching) {
   wheel.setTag("tag");
   EXPECT_EQ(scene.findTagged("tag"), &wheel);
   EXPECT_EQ(scene.findTagged(""), nullptr);
+  car.setTag("tag");
+  EXPECT_EQ(scene.findTagged("tag"), &car) << "it stands before its child";
+  car.setTag("");
+  gone = scene.detach(car);
+  EXPECT_EQ(scene.findTagged("tag"), nullptr);
 }
 
 TEST(Scene, RateAndRangeRefuseWhatIsNone) {

@@ -60,13 +60,32 @@ void slerp(const double* a, const double* b, double s, double* out) {
 
 }  // namespace
 
+Channel::Channel(ChannelPath path, Interpolation mode) : m_path(path), m_mode(mode) {
+  static const auto none = std::make_shared<std::vector<double>>();
+  m_times = none;
+}
+
+/// The times, copied where another channel holds them too.
+std::vector<double>& Channel::ownTimes() {
+  if (m_times.use_count() > 1) m_times = std::make_shared<std::vector<double>>(*m_times);
+  return *m_times;
+}
+
+void Channel::shareTimes(const Channel& other) {
+  const std::vector<double>& theirs = other.times();
+  // Bits count: an exact save tells 0 from -0.
+  if (m_times != other.m_times && size() == theirs.size() && !empty() &&
+      std::memcmp(m_times->data(), theirs.data(), size() * sizeof(double)) == 0)
+    m_times = other.m_times;
+}
+
 int Channel::valuesPerKey() const {
   return componentCount(m_path) * (m_mode == Interpolation::kCubicSpline ? 3 : 1);
 }
 
 bool Channel::setKeys(std::vector<double> times, std::vector<double> values) {
   if (!wellFormed(times, values, static_cast<std::size_t>(valuesPerKey()))) return false;
-  m_times = std::move(times);
+  m_times = std::make_shared<std::vector<double>>(std::move(times));
   m_values = std::move(values);
   m_cursor = 0;
   return true;
@@ -78,15 +97,16 @@ bool Channel::setKey(double time, const double* value, double frameDuration) {
       !std::all_of(value, value + n, [](double v) { return std::isfinite(v); }))
     return false;
   if (m_mode != Interpolation::kLinear && !bake(frameDuration)) return false;
-  auto at = std::lower_bound(m_times.begin(), m_times.end(), time - kSameTime);
-  const auto index = static_cast<std::size_t>(at - m_times.begin());
-  const auto first = m_values.begin() + static_cast<std::ptrdiff_t>(index * n);
-  if (at != m_times.end() && *at <= time + kSameTime) {
+  const auto at = std::lower_bound(m_times->begin(), m_times->end(), time - kSameTime);
+  const auto index = at - m_times->begin();
+  const auto first = m_values.begin() + index * static_cast<std::ptrdiff_t>(n);
+  if (at != m_times->end() && *at <= time + kSameTime) {
     std::copy(value, value + n, first);
     return true;
   }
   m_values.insert(first, value, value + n);
-  m_times.insert(at, time);
+  std::vector<double>& times = ownTimes();
+  times.insert(times.begin() + index, time);
   m_cursor = 0;
   return true;
 }
@@ -96,23 +116,24 @@ bool Channel::replaceKeys(double start, double end, const std::vector<double>& t
   const std::size_t n = static_cast<std::size_t>(componentCount(m_path));
   if (!(start <= end) || !wellFormed(times, values, n)) return false;
   const bool partStays =
-      !empty() && (m_times.front() < start - kSameTime || m_times.back() > end + kSameTime);
+      !empty() && (m_times->front() < start - kSameTime || m_times->back() > end + kSameTime);
   Channel next(m_path);
   if (partStays) {
     next = *this;
     if (!next.bake(frameDuration)) return false;
   }
-  const auto from = std::lower_bound(next.m_times.begin(), next.m_times.end(), start - kSameTime);
-  const auto to = std::upper_bound(from, next.m_times.end(), end + kSameTime);
-  const std::ptrdiff_t first = from - next.m_times.begin();
-  const std::ptrdiff_t last = to - next.m_times.begin();
+  std::vector<double>& nextTimes = next.ownTimes();
+  const auto from = std::lower_bound(nextTimes.begin(), nextTimes.end(), start - kSameTime);
+  const auto to = std::upper_bound(from, nextTimes.end(), end + kSameTime);
+  const std::ptrdiff_t first = from - nextTimes.begin();
+  const std::ptrdiff_t last = to - nextTimes.begin();
   const auto width = static_cast<std::ptrdiff_t>(n);
   next.m_values.erase(next.m_values.begin() + first * width, next.m_values.begin() + last * width);
-  next.m_times.erase(from, to);
+  nextTimes.erase(from, to);
   next.m_values.insert(next.m_values.begin() + first * width, values.begin(), values.end());
-  next.m_times.insert(next.m_times.begin() + first, times.begin(), times.end());
+  nextTimes.insert(nextTimes.begin() + first, times.begin(), times.end());
   // The take's own keys may leave its bounds; then they must still fit between what stays.
-  if (!wellFormed(next.m_times, next.m_values, n)) return false;
+  if (!wellFormed(nextTimes, next.m_values, n)) return false;
   next.m_cursor = 0;
   *this = std::move(next);
   return true;
@@ -123,8 +144,8 @@ bool Channel::bake(double frameDuration) {
   const auto n = static_cast<std::size_t>(componentCount(m_path));
   std::vector<double> times;
   if (!empty()) {
-    const double first = m_times.front();
-    const double last = m_times.back();
+    const double first = m_times->front();
+    const double last = m_times->back();
     if (!(frameDuration > 0.0) || (last - first) / frameDuration > kMostBakedKeys) return false;
     times.push_back(first);
     for (double frame = std::floor(first / frameDuration);; frame += 1.0) {
@@ -137,20 +158,21 @@ bool Channel::bake(double frameDuration) {
   std::vector<double> values(times.size() * n);
   for (std::size_t i = 0; i < times.size(); ++i) evaluate(times[i], &values[i * n]);
   m_mode = Interpolation::kLinear;
-  m_times = std::move(times);
+  m_times = std::make_shared<std::vector<double>>(std::move(times));
   m_values = std::move(values);
   m_cursor = 0;
   return true;
 }
 
 void Channel::evaluate(double time, double* value) const {
+  const std::vector<double>& times = *m_times;
   // A time that is no number holds the first key.
-  if (!(time > m_times.front())) return keyValue(0, value);
-  if (time >= m_times.back()) return keyValue(m_times.size() - 1, value);
+  if (!(time > times.front())) return keyValue(0, value);
+  if (time >= times.back()) return keyValue(times.size() - 1, value);
   const std::size_t key = intervalAt(time);
-  const double t0 = m_times[key];
+  const double t0 = times[key];
   if (time == t0 || m_mode == Interpolation::kStep) return keyValue(key, value);
-  const double dt = m_times[key + 1] - t0;
+  const double dt = times[key + 1] - t0;
   const double s = (time - t0) / dt;
   if (m_mode == Interpolation::kLinear)
     interpolateLinear(key, s, value);
@@ -160,13 +182,14 @@ void Channel::evaluate(double time, double* value) const {
 
 /// The key at or before `time`, which lies between the first and the last key.
 std::size_t Channel::intervalAt(double time) const {
-  std::size_t i = m_cursor;
-  if (i + 1 < m_times.size() && m_times[i] <= time) {
-    if (time < m_times[i + 1]) return i;
-    if (i + 2 < m_times.size() && time < m_times[i + 2]) return m_cursor = i + 1;
+  const std::vector<double>& times = *m_times;
+  const std::size_t i = m_cursor;
+  if (i + 1 < times.size() && times[i] <= time) {
+    if (time < times[i + 1]) return i;
+    if (i + 2 < times.size() && time < times[i + 2]) return m_cursor = i + 1;
   }
-  const auto next = std::upper_bound(m_times.begin(), m_times.end(), time);
-  m_cursor = static_cast<std::size_t>(next - m_times.begin()) - 1;
+  const auto next = std::upper_bound(times.begin(), times.end(), time);
+  m_cursor = static_cast<std::size_t>(next - times.begin()) - 1;
   return m_cursor;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace orv::rws::adaptor::headless {
@@ -18,7 +19,8 @@ constexpr int componentCount(ChannelPath path) {
 }
 
 /// Animation of a translation (m), a rotation (unit quaternion) or a scale (factor) over time (s).
-/// Times rise strictly. Before the first and behind the last key the value is held. A value type.
+/// Times rise strictly. Before the first and behind the last key the value is held. A value type;
+/// copies, and channels that were told to, hold one list of times as long as none changes its own.
 ///
 /// LINEAR goes along the straight line, for rotations along the shorter great circle; at a key's
 /// time the value is exactly the key's. A CUBICSPLINE key has three values: the tangent that comes
@@ -28,14 +30,13 @@ constexpr int componentCount(ChannelPath path) {
 /// needs no search; because of that a channel must not be evaluated on two threads at once.
 class Channel {
  public:
-  explicit Channel(ChannelPath path, Interpolation mode = Interpolation::kLinear)
-      : m_path(path), m_mode(mode) {}
+  explicit Channel(ChannelPath path, Interpolation mode = Interpolation::kLinear);
 
   ChannelPath path() const { return m_path; }
   Interpolation mode() const { return m_mode; }
-  bool empty() const { return m_times.empty(); }
-  std::size_t size() const { return m_times.size(); }
-  const std::vector<double>& times() const { return m_times; }
+  bool empty() const { return m_times->empty(); }
+  std::size_t size() const { return m_times->size(); }
+  const std::vector<double>& times() const { return *m_times; }
   /// All keys' values one after the other, `valuesPerKey()` for each.
   const std::vector<double>& values() const { return m_values; }
   int valuesPerKey() const;
@@ -65,6 +66,9 @@ class Channel {
   /// the channel as it was, when that takes more than kMostBakedKeys.
   bool bake(double frameDuration);
 
+  /// Holds the times of `other` in place of its own when they are the same, to save memory.
+  void shareTimes(const Channel& other);
+
   /// Value at `time`: `componentCount(path())` numbers. The channel must not be empty.
   void evaluate(double time, double* value) const;
 
@@ -73,12 +77,13 @@ class Channel {
   static constexpr double kMostBakedKeys = 1e7;
 
   friend bool operator==(const Channel& a, const Channel& b) {
-    return a.m_path == b.m_path && a.m_mode == b.m_mode && a.m_times == b.m_times &&
+    return a.m_path == b.m_path && a.m_mode == b.m_mode && a.times() == b.times() &&
            a.m_values == b.m_values;
   }
   friend bool operator!=(const Channel& a, const Channel& b) { return !(a == b); }
 
  private:
+  std::vector<double>& ownTimes();
   std::size_t intervalAt(double time) const;
   void keyValue(std::size_t key, double* value) const;
   void interpolateLinear(std::size_t key, double s, double* value) const;
@@ -86,7 +91,7 @@ class Channel {
 
   ChannelPath m_path;
   Interpolation m_mode;
-  std::vector<double> m_times;
+  std::shared_ptr<std::vector<double>> m_times;  ///< never null; changed through ownTimes only
   std::vector<double> m_values;
   mutable std::size_t m_cursor = 0;  ///< interval of the last evaluation
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <utility>
 
 #include "adaptor/headless/GltfDocument.h"
@@ -13,13 +15,19 @@ namespace {
 
 /// Our data starts at multiples of this, as doubles want it (bytes).
 constexpr std::size_t kAlignment = 8;
+/// Bytes that go to the file at once.
+constexpr std::size_t kBlockSize = std::size_t{1} << 20;
+
+void appendWord(std::string& bytes, std::size_t value) {
+  for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(value >> shift & 0xFF);
+}
+
+std::size_t paddingTo4(std::size_t size) {
+  return (4 - size % 4) % 4;
+}
 
 std::size_t aligned(std::size_t size) {
   return (size + kAlignment - 1) / kAlignment * kAlignment;
-}
-
-Json ownMark() {
-  return Json{{kOwnKey, Json{{"own", true}}}};
 }
 
 }  // namespace
@@ -31,6 +39,7 @@ void GltfWriter::Assembly::run() {
   copyDocument();
   placeNodes();
   writeTree();
+  findMeshes();
   for (const SceneNode* node : m_nodes) writeNode(*node);
   writeKeys();
   noteChanges();
@@ -59,12 +68,21 @@ std::size_t GltfWriter::Assembly::append(const char* name, Json element) {
   return elements.size() - 1;
 }
 
+/// Extras of an element that we added.
+Json GltfWriter::Assembly::ownMark() {
+  return Json{{kOwnKey, Json{{"own", true}}}};
+}
+
 void GltfWriter::Assembly::copyDocument() {
+  // An object that grows copies all that is in it: there is room for every list and "scene".
+  const std::size_t members = m_document == nullptr ? 1 : m_document->json().size();
+  m_json = Json::object();
+  m_json.get_ref<Json::object_t&>().reserve(members + std::size(kListNames) + 1);
   if (m_document == nullptr)
     m_json["asset"] = Json{{"version", "2.0"}, {"generator", "Orvel Rigwright"}};
   else
-    m_json = m_document->json();
-  // All lists are there from the start: a new member would move the others in memory.
+    m_json.update(m_document->json());
+  // All lists are there from the start, so that a reference to one lasts.
   for (const char* name : kListNames) list(name);
   if (m_document == nullptr) return;
   Json& views = list("bufferViews");
@@ -72,7 +90,7 @@ void GltfWriter::Assembly::copyDocument() {
   for (std::size_t i = 0; i < views.size(); ++i) {
     if (!isOwn(views[i])) continue;
     if (m_document->ownPartsApart())
-      m_viewBytes[i] = m_document->viewBytes(i);
+      m_viewBytes[i] = held(m_document->viewBytes(i));
     else
       eraseExtra(views[i], kOwnKey);  // It can't be told from others' bytes any more.
   }
@@ -218,13 +236,22 @@ void GltfWriter::Assembly::writeRoots() {
   }
 }
 
-std::size_t GltfWriter::Assembly::addView(std::string bytes, int target) {
-  Json view{{"buffer", 0}, {"byteOffset", 0}, {"byteLength", bytes.size()}};
+/// Bytes that stay where they are until the file is written.
+GltfWriter::Assembly::ViewBytes GltfWriter::Assembly::held(std::string_view bytes) {
+  return {bytes.size(), [bytes](const Emit& emit) { emit(bytes); }};
+}
+
+std::size_t GltfWriter::Assembly::addView(ViewBytes bytes, int target) {
+  Json view{{"buffer", 0}, {"byteOffset", 0}, {"byteLength", bytes.size}};
   if (target != 0) view["target"] = target;
   view["extras"] = ownMark();
-  m_storage.push_back(std::move(bytes));
-  m_viewBytes.push_back(m_storage.back());
+  m_viewBytes.push_back(std::move(bytes));
   return append("bufferViews", std::move(view));
+}
+
+std::size_t GltfWriter::Assembly::addView(std::string bytes, int target) {
+  m_storage.push_back(std::move(bytes));
+  return addView(held(m_storage.back()), target);
 }
 
 std::size_t GltfWriter::Assembly::addAccessor(const std::vector<float>& values, const char* type,
@@ -265,9 +292,9 @@ void GltfWriter::Assembly::compact() {
   for (const Table table : {Table::kMeshes, Table::kCameras, Table::kMaterials, Table::kAccessors})
     dropUnusedOwn(m_json, table);
   const std::vector<int> map = dropUnusedOwn(m_json, Table::kBufferViews);
-  std::vector<std::string_view> bytes(list("bufferViews").size());
+  std::vector<ViewBytes> bytes(list("bufferViews").size());
   for (std::size_t i = 0; i < map.size(); ++i)
-    if (map[i] >= 0) bytes[static_cast<std::size_t>(map[i])] = m_viewBytes[i];
+    if (map[i] >= 0) bytes[static_cast<std::size_t>(map[i])] = std::move(m_viewBytes[i]);
   m_viewBytes = std::move(bytes);
 }
 
@@ -319,13 +346,14 @@ void GltfWriter::Assembly::layOutOwn() {
   const std::size_t start = inChunk ? aligned(m_foreign.size()) : 0;
   const std::size_t buffer = inChunk ? 0 : buffers.size();
   bool any = false;
+  std::size_t size = 0;
   for (std::size_t i = 0; i < views.size(); ++i) {
     if (!isOwn(views[i])) continue;
     any = true;
-    m_own.resize(aligned(m_own.size()), '\0');
+    size = aligned(size);
     views[i]["buffer"] = buffer;
-    views[i]["byteOffset"] = start + m_own.size();
-    m_own.append(m_viewBytes[i]);
+    views[i]["byteOffset"] = start + size;
+    size += m_viewBytes[i].size;
   }
   if (!any) return;
   if (buffer == buffers.size()) {
@@ -333,15 +361,68 @@ void GltfWriter::Assembly::layOutOwn() {
     m_bufferSources.push_back(-1);
   }
   Json& json = buffers[buffer];
-  json["byteLength"] = start + m_own.size();
+  json["byteLength"] = start + size;
   extrasObject(json)[kOwnKey] = Json{{"from", inChunk ? m_foreign.size() : 0}};
   if (inChunk) {
     m_hasChunk = true;
-    m_own.insert(0, start - m_foreign.size(), '\0');
+    m_ownStart = start - m_foreign.size();
+    m_ownSize = m_ownStart + size;
   } else {
-    json["uri"] = encodeDataUri(m_own);
-    m_own.clear();
+    std::string all;
+    sendOwn([&all](std::string_view part) {
+      all.append(part);
+      return true;
+    });
+    json["uri"] = encodeDataUri(all);
   }
+}
+
+bool GltfWriter::Assembly::sendOwn(const Sink& sink) const {
+  std::string block(m_ownStart, '\0');
+  bool going = true;
+  const Emit emit = [&](std::string_view part) {
+    if (block.size() + part.size() < kBlockSize) {
+      block.append(part);
+      return;
+    }
+    going = going && sink(block) && sink(part);
+    block.clear();
+  };
+  std::size_t size = 0;
+  for (const ViewBytes& view : m_viewBytes) {
+    if (!view.send) continue;
+    block.append(aligned(size) - size, '\0');
+    size = aligned(size) + view.size;
+    if (going) view.send(emit);
+  }
+  return going && sink(block);
+}
+
+bool GltfWriter::Assembly::sendBinary(const Sink& sink) {
+  std::string text = std::exchange(m_json, nullptr).dump();
+  text.append(paddingTo4(text.size()), ' ');
+  const std::string_view further =
+      m_document == nullptr ? std::string_view() : m_document->furtherChunks();
+  const std::size_t bin = m_foreign.size() + m_ownSize;
+  const std::size_t padding = paddingTo4(bin);
+  const std::size_t total =
+      20 + text.size() + (m_hasChunk ? 8 + bin + padding : 0) + further.size();
+  if (total > std::numeric_limits<std::uint32_t>::max())
+    throw GltfError("", "is larger than the 4 GB that a .glb can hold (write a .gltf)");
+  std::string head = "glTF";
+  appendWord(head, 2);
+  appendWord(head, total);
+  appendWord(head, text.size());
+  head += "JSON";
+  if (!sink(head) || !sink(text)) return false;
+  if (m_hasChunk) {
+    std::string chunk;
+    appendWord(chunk, bin + padding);
+    chunk += std::string_view("BIN\0", 4);
+    if (!sink(chunk) || !sink(m_foreign) || !sendOwn(sink) || !sink(std::string(padding, '\0')))
+      return false;
+  }
+  return sink(further);
 }
 
 void GltfWriter::Assembly::dropEmptyLists() {

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "adaptor/headless/GltfJson.h"
@@ -21,21 +24,30 @@ namespace orv::rws::adaptor::headless {
 /// save of ours needed left out. Steps throw GltfError.
 class GltfWriter::Assembly {
  public:
+  /// Takes bytes in parts; false ends the save.
+  using Sink = std::function<bool(std::string_view)>;
+
   Assembly(const Scene& scene, GltfForm form);
 
   /// Does all the work. Call once.
   void run();
 
   Json& json() { return m_json; }
-  /// What goes into the binary chunk: others' bytes, then our own.
-  std::string_view foreignBytes() const { return m_foreign; }
-  std::string_view ownBytes() const { return m_own; }
-  bool hasChunk() const { return m_hasChunk; }
+  /// Sends a `.glb` in parts and takes the JSON with it: once, as the last call. What is ours of
+  /// the binary chunk is worked out on the way, since a second copy of many nodes' keys is large.
+  bool sendBinary(const Sink& sink);
   const std::vector<std::string>& warnings() const { return m_warnings; }
   /// Index in the document of each buffer of the new JSON; -1 for one of ours.
   const std::vector<int>& bufferSources() const { return m_bufferSources; }
 
  private:
+  using Emit = std::function<void(std::string_view)>;
+  /// The bytes of a buffer view of ours: how many, and what gives them, in parts.
+  struct ViewBytes {
+    std::size_t size = 0;
+    std::function<void(const Emit&)> send;  ///< empty for a view of others
+  };
+
   const SceneNode::Source* sourceOf(const SceneNode& node) const;
   Json& list(const char* name);
   std::size_t append(const char* name, Json element);
@@ -54,6 +66,8 @@ class GltfWriter::Assembly {
   void writeLens(const SceneNode& node, const SceneNode::Source* source, Json& json);
   bool isUsed(Table table, std::size_t index);
 
+  void findMeshes();
+  bool shareMesh(const SceneNode& node, Json& json);
   void writeShape(const SceneNode& node, const SceneNode::Source* source, Json& json);
   Json trianglePrimitive(const SceneNode& node, const util::CMesh& mesh);
   Json curvePrimitive(const SceneNode& node, const Curve& curve);
@@ -63,6 +77,8 @@ class GltfWriter::Assembly {
   Json& clip();
   void dropEmptyClips();
   void writeChannel(const SceneNode& node, ChannelPath path, const Channel* channel);
+  void findChannels();
+  void dropChannels();
   std::size_t addSampler(const SceneNode& node, const Channel& channel);
   bool channelChanged(const SceneNode& node, ChannelPath path) const;
 
@@ -71,9 +87,14 @@ class GltfWriter::Assembly {
   void writeRecord();
   Json rigJson(const RigRecord& rig) const;
   Json exactJson();
-  void appendExact(const SceneNode& node, std::vector<double>& numbers, Json& nodes);
+  void appendExact(const SceneNode& node, std::vector<std::string_view>& parts, std::size_t& count,
+                   Json& nodes);
 
+  static Json ownMark();
+  static ViewBytes held(std::string_view bytes);
+  std::size_t addView(ViewBytes bytes, int target);
   std::size_t addView(std::string bytes, int target);
+  std::size_t addValues(const Channel& channel, std::size_t count);
   std::size_t addAccessor(const std::vector<float>& values, const char* type, int components,
                           int target, bool bounds);
   std::size_t addIndices(const std::vector<std::uint32_t>& values);
@@ -82,6 +103,7 @@ class GltfWriter::Assembly {
   void layOut();
   bool isDropped(std::size_t buffer) const;
   void layOutOwn();
+  bool sendOwn(const Sink& sink) const;
   void dropEmptyLists();
 
   const Scene& m_scene;
@@ -90,14 +112,19 @@ class GltfWriter::Assembly {
   Json m_json;
   std::vector<SceneNode*> m_nodes;  ///< parents before children
   std::unordered_map<const SceneNode*, std::size_t> m_indices;
-  std::vector<std::string_view> m_viewBytes;  ///< by buffer view; of those that are ours
+  std::vector<ViewBytes> m_viewBytes;  ///< by buffer view
   std::deque<std::string> m_storage;
   std::map<std::vector<float>, std::size_t> m_timeAccessors;
   std::map<Colour, int> m_materials;
-  bool m_keysChanged = false;  ///< or channels went with their nodes
-  bool m_touched = false;      ///< nodes or keys are not as they were read
+  /// Elements of "meshes" that show nothing but these triangles in this colour.
+  std::map<std::pair<const util::CMesh*, Colour>, std::size_t> m_meshes;
+  std::unordered_map<std::size_t, std::size_t> m_channelAt;  ///< first of a target, by targetOf
+  std::set<std::size_t> m_lostTargets;                       ///< whose channels go
+  bool m_keysChanged = false;                                ///< or channels went with their nodes
+  bool m_touched = false;  ///< nodes or keys are not as they were read
   std::string_view m_foreign;
-  std::string m_own;
+  std::size_t m_ownSize = 0;
+  std::size_t m_ownStart = 0;  ///< zeros in front of our first view
   bool m_hasChunk = false;
   std::vector<int> m_bufferSources;
   std::vector<std::string> m_warnings;

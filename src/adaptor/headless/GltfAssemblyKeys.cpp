@@ -13,6 +13,9 @@ namespace {
 constexpr const char* kPathNames[3] = {"translation", "rotation", "scale"};
 constexpr const char* kModeNames[3] = {"LINEAR", "STEP", "CUBICSPLINE"};
 constexpr int kRecordVersion = 1;
+/// Translation, rotation (x, y, z, w) and scale, as they stand in memory.
+constexpr std::size_t kPoseNumbers = 10;
+static_assert(sizeof(Trs) == kPoseNumbers * sizeof(double), "a pose has no padding");
 
 bool sameBits(const std::vector<double>& a, const std::vector<double>& b) {
   return a.size() == b.size() &&
@@ -25,13 +28,33 @@ bool sameBits(const Channel* a, const Channel* b) {
          sameBits(a->times(), b->times()) && sameBits(a->values(), b->values());
 }
 
-bool isTarget(const Json& channel, std::size_t node, const char* path) {
+/// A number for the property of the node that a channel moves; kNoTarget for none of ours.
+constexpr std::size_t kNoTarget = static_cast<std::size_t>(-1);
+std::size_t targetOf(std::size_t node, std::size_t path) {
+  return node * 3 + path;
+}
+
+std::size_t targetOf(const Json& channel) {
   const Json* target = member(channel, "target");
-  if (target == nullptr) return false;
-  const Json* targetNode = member(*target, "node");
-  const Json* targetPath = member(*target, "path");
-  return targetNode != nullptr && targetPath != nullptr && *targetNode == node &&
-         *targetPath == path;
+  if (target == nullptr) return kNoTarget;
+  const Json* node = member(*target, "node");
+  const Json* path = member(*target, "path");
+  if (node == nullptr || path == nullptr || !isIndex(*node)) return kNoTarget;
+  for (std::size_t i = 0; i < 3; ++i)
+    if (*path == kPathNames[i]) return targetOf(node->get<std::size_t>(), i);
+  return kNoTarget;
+}
+
+std::string_view bytesOf(const std::vector<double>& numbers) {
+  return {reinterpret_cast<const char*>(numbers.data()), numbers.size() * sizeof(double)};
+}
+
+std::string_view bytesOf(const Trs& pose) {
+  return {reinterpret_cast<const char*>(&pose), sizeof pose};
+}
+
+std::string_view bytesOf(const std::vector<float>& numbers) {
+  return {reinterpret_cast<const char*>(numbers.data()), numbers.size() * sizeof(float)};
 }
 
 }  // namespace
@@ -44,11 +67,34 @@ bool GltfWriter::Assembly::channelChanged(const SceneNode& node, ChannelPath pat
 }
 
 void GltfWriter::Assembly::writeKeys() {
+  findChannels();
   for (const SceneNode* node : m_nodes)
     for (const ChannelPath path :
          {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale})
       if (channelChanged(*node, path)) writeChannel(*node, path, node->channel(path));
+  dropChannels();
   if (m_keysChanged) dropEmptyClips();
+}
+
+/// Notes where the channels of the clip that keys go to stand.
+void GltfWriter::Assembly::findChannels() {
+  const Json& animations = list("animations");
+  const auto index = static_cast<std::size_t>(std::max(m_scene.evaluatedClip(), 0));
+  const Json* channels =
+      index < animations.size() ? member(animations[index], "channels") : nullptr;
+  if (channels == nullptr) return;
+  for (std::size_t i = 0; i < channels->size(); ++i)
+    m_channelAt.emplace(targetOf((*channels)[i]), i);
+}
+
+/// Takes out the channels of properties that have lost their keys, all at once.
+void GltfWriter::Assembly::dropChannels() {
+  if (m_lostTargets.empty()) return;
+  Json kept = Json::array();
+  Json& channels = clip()["channels"];
+  for (Json& json : channels)
+    if (m_lostTargets.count(targetOf(json)) == 0) kept.push_back(std::move(json));
+  channels = std::move(kept);
 }
 
 /// glTF allows no clip without channels.
@@ -79,24 +125,21 @@ Json& GltfWriter::Assembly::clip() {
 void GltfWriter::Assembly::writeChannel(const SceneNode& node, ChannelPath path,
                                         const Channel* channel) {
   m_keysChanged = true;
-  const char* name = kPathNames[static_cast<std::size_t>(path)];
+  const auto slot = static_cast<std::size_t>(path);
   const std::size_t index = m_indices.at(&node);
-  Json& animation = clip();
-  Json& channels = animation["channels"];
-  const auto first = std::find_if(channels.begin(), channels.end(),
-                                  [&](const Json& json) { return isTarget(json, index, name); });
+  const std::size_t target = targetOf(index, slot);
   if (channel == nullptr) {
-    Json kept = Json::array();
-    for (Json& json : channels)
-      if (!isTarget(json, index, name)) kept.push_back(std::move(json));
-    channels = std::move(kept);
+    m_lostTargets.insert(target);
     return;
   }
   const std::size_t sampler = addSampler(node, *channel);
-  if (first != channels.end())
-    (*first)["sampler"] = sampler;
+  Json& channels = clip()["channels"];
+  const auto known = m_channelAt.find(target);
+  if (known != m_channelAt.end())
+    channels[known->second]["sampler"] = sampler;
   else
-    channels.push_back(Json{{"sampler", sampler}, {"target", {{"node", index}, {"path", name}}}});
+    channels.push_back(
+        Json{{"sampler", sampler}, {"target", {{"node", index}, {"path", kPathNames[slot]}}}});
 }
 
 std::size_t GltfWriter::Assembly::addSampler(const SceneNode& node, const Channel& channel) {
@@ -108,14 +151,25 @@ std::size_t GltfWriter::Assembly::addSampler(const SceneNode& node, const Channe
   auto time = m_timeAccessors.find(keys.times);
   if (time == m_timeAccessors.end())
     time = m_timeAccessors.emplace(keys.times, addAccessor(keys.times, "SCALAR", 1, 0, true)).first;
-  const bool rotation = channel.path() == ChannelPath::kRotation;
-  const std::size_t output = addAccessor(keys.values, rotation ? "VEC4" : "VEC3",
-                                         componentCount(channel.path()), 0, false);
+  const std::size_t output = addValues(channel, keys.values.size());
   Json& samplers = clip()["samplers"];
   samplers.push_back(Json{{"input", time->second},
                           {"interpolation", kModeNames[static_cast<int>(channel.mode())]},
                           {"output", output}});
   return samplers.size() - 1;
+}
+
+/// The accessor of a channel's values, `count` floats, which are made when they are sent.
+std::size_t GltfWriter::Assembly::addValues(const Channel& channel, std::size_t count) {
+  const ViewBytes bytes{count * sizeof(float), [&channel](const Emit& emit) {
+                          emit(bytesOf(toFloatKeys(channel).values));
+                        }};
+  const auto n = static_cast<std::size_t>(componentCount(channel.path()));
+  return append("accessors", Json{{"bufferView", addView(bytes, 0)},
+                                  {"componentType", 5126},
+                                  {"count", count / n},
+                                  {"type", n == 4 ? "VEC4" : "VEC3"},
+                                  {"extras", ownMark()}});
 }
 
 /// Looks whether nodes, keys or roots differ from what was read.
@@ -179,25 +233,27 @@ void GltfWriter::Assembly::writeRecord() {
 
 /// The doubles behind the float keys that we write, and behind the poses of nodes of ours.
 Json GltfWriter::Assembly::exactJson() {
-  std::vector<double> numbers;
+  // Where the numbers stand in the scene, which does not change during a save.
+  std::vector<std::string_view> parts;
+  std::size_t count = 0;
   Json nodes = Json::array();
-  for (const SceneNode* node : m_nodes) appendExact(*node, numbers, nodes);
+  for (const SceneNode* node : m_nodes) appendExact(*node, parts, count, nodes);
   if (nodes.empty()) return nullptr;
-  std::string bytes(numbers.size() * sizeof(double), '\0');
-  std::memcpy(bytes.data(), numbers.data(), bytes.size());
+  ViewBytes bytes{count * sizeof(double), [parts = std::move(parts)](const Emit& emit) {
+                    for (const std::string_view part : parts) emit(part);
+                  }};
   return Json{{"bufferView", addView(std::move(bytes), 0)}, {"nodes", std::move(nodes)}};
 }
 
-void GltfWriter::Assembly::appendExact(const SceneNode& node, std::vector<double>& numbers,
-                                       Json& nodes) {
+/// Adds what is exact of a node behind the `count` numbers so far.
+void GltfWriter::Assembly::appendExact(const SceneNode& node, std::vector<std::string_view>& parts,
+                                       std::size_t& count, Json& nodes) {
   const SceneNode::Source* source = sourceOf(node);
   const std::size_t index = m_indices.at(&node);
   const Json* name = member(list("nodes")[index], "name");
-  Json json{
-      {"node", index}, {"name", name == nullptr ? Json("") : *name}, {"pose", numbers.size()}};
-  std::vector<double> own;
-  const auto& [t, r, s] = node.m_pose;
-  own.insert(own.end(), {t.x, t.y, t.z, r.x, r.y, r.z, r.w, s.x, s.y, s.z});
+  Json json{{"node", index}, {"name", name == nullptr ? Json("") : *name}, {"pose", count}};
+  std::vector<std::string_view> own{bytesOf(node.m_pose)};
+  std::size_t next = count + kPoseNumbers;
   bool wanted = !node.m_tag.empty();
   for (std::size_t i = 0; i < 3; ++i) {
     const Channel* channel = node.m_channels[i].get();
@@ -206,12 +262,13 @@ void GltfWriter::Assembly::appendExact(const SceneNode& node, std::vector<double
                       (source != nullptr && source->exact[i]);
     if (!ours || fitsFloats(*channel, toFloatKeys(*channel))) continue;
     wanted = true;
-    json[kPathNames[i]] = Json{{"at", numbers.size() + own.size()}, {"count", channel->size()}};
-    own.insert(own.end(), channel->times().begin(), channel->times().end());
-    own.insert(own.end(), channel->values().begin(), channel->values().end());
+    json[kPathNames[i]] = Json{{"at", next}, {"count", channel->size()}};
+    own.insert(own.end(), {bytesOf(channel->times()), bytesOf(channel->values())});
+    next += channel->times().size() + channel->values().size();
   }
   if (!wanted) return;
-  numbers.insert(numbers.end(), own.begin(), own.end());
+  count = next;
+  parts.insert(parts.end(), own.begin(), own.end());
   nodes.push_back(std::move(json));
 }
 

@@ -171,6 +171,28 @@ void GltfWriter::Assembly::writeLens(const SceneNode& node, const SceneNode::Sou
   json["camera"] = append("cameras", std::move(camera));
 }
 
+/// Notes the document's meshes that nodes in memory may hold too.
+void GltfWriter::Assembly::findMeshes() {
+  for (const SceneNode* node : m_nodes) {
+    const SceneNode::Source* source = sourceOf(*node);
+    if (source == nullptr || source->mesh < 0 || source->curve) continue;
+    if (const auto mesh = m_document->builtTriangles(source->mesh))
+      m_meshes.emplace(std::pair(mesh.get(), source->colour),
+                       static_cast<std::size_t>(source->mesh));
+  }
+}
+
+/// Nodes that hold one mesh in memory do so in the file. False when no element shows this node's
+/// mesh in its colour yet.
+bool GltfWriter::Assembly::shareMesh(const SceneNode& node, Json& json) {
+  const auto known = m_meshes.find({node.m_mesh.get(), node.m_colour});
+  if (known == m_meshes.end() || node.m_curve) return false;
+  json["mesh"] = known->second;
+  json.erase("weights");
+  eraseExtra(json, kOwnKey);
+  return true;
+}
+
 void GltfWriter::Assembly::writeShape(const SceneNode& node, const SceneNode::Source* source,
                                       Json& json) {
   const bool meshChanged = source == nullptr ? node.hasMesh() : node.m_ownMesh;
@@ -180,9 +202,12 @@ void GltfWriter::Assembly::writeShape(const SceneNode& node, const SceneNode::So
   const bool colourChanged = source != nullptr && node.m_colour != source->colour;
   if (!meshChanged && !curveChanged && !colourChanged) return;
 
+  if (meshChanged && node.m_mesh && shareMesh(node, json)) return;
+
   Json mesh = Json::object();
   Json primitives = Json::array();
   const Json* old = source == nullptr ? nullptr : member(json, "mesh");
+  const bool isPlain = old == nullptr || isOwn(list("meshes")[old->get<std::size_t>()]);
   if (old != nullptr) {
     mesh = list("meshes")[old->get<std::size_t>()];
     for (Json& primitive : mesh["primitives"]) {
@@ -212,7 +237,10 @@ void GltfWriter::Assembly::writeShape(const SceneNode& node, const SceneNode::So
     json.erase("weights");
   }
   extrasObject(mesh)[kOwnKey] = Json{{"own", true}};
-  json["mesh"] = append("meshes", std::move(mesh));
+  const std::size_t index = append("meshes", std::move(mesh));
+  json["mesh"] = index;
+  if (meshChanged && isPlain && !node.m_curve)
+    m_meshes.emplace(std::pair(node.m_mesh.get(), node.m_colour), index);
 }
 
 Json GltfWriter::Assembly::trianglePrimitive(const SceneNode& node, const CMesh& mesh) {

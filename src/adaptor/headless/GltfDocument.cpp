@@ -385,4 +385,9 @@ std::shared_ptr<const util::CMesh> GltfDocument::triangles(int mesh) const {
   return result;
 }
 
+std::shared_ptr<const util::CMesh> GltfDocument::builtTriangles(int mesh) const {
+  const auto at = m_meshes.find(mesh);
+  return at == m_meshes.end() ? nullptr : at->second;
+}
+
 }  // namespace orv::rws::adaptor::headless

@@ -64,6 +64,8 @@ class GltfDocument {
   /// The triangles of a mesh, built at the first call and shared by all who ask; -1 gives an empty
   /// mesh.
   std::shared_ptr<const util::CMesh> triangles(int mesh) const;
+  /// The same, or null while nobody has asked for them.
+  std::shared_ptr<const util::CMesh> builtTriangles(int mesh) const;
 
   /// Set by the reader: the scene that is shown (-1: none) and which nodes are in it.
   int sceneIndex = -1;

@@ -226,7 +226,7 @@ class GltfReader::Builder {
     readMesh(json, place, node, source);
     const Json* extras = member(json, "extras");
     const Json* tag = extras == nullptr ? nullptr : member(*extras, kTagKey);
-    if (tag != nullptr && tag->is_string()) node.m_tag = tag->get<std::string>();
+    if (tag != nullptr && tag->is_string()) node.setTag(tag->get<std::string>());
     if (tag != nullptr && !tag->is_string())
       warn(place.in("extras").in(kTagKey), "is no text and does not count");
     const Json* extensions = objectAt(json, "extensions", place);
@@ -345,6 +345,9 @@ class GltfReader::Builder {
     const Json& samplers = listAt(json, "samplers", place);
     for (std::size_t i = 0; i < channels.size(); ++i)
       readChannel(channels[i], samplers, place.in("channels", i), place);
+    // The exact keys may replace what is held here.
+    m_decoded.clear();
+    m_firstOfTimes.clear();
   }
 
   void readChannel(const Json& json, const Json& samplers, const Place& place, const Place& clip) {
@@ -414,6 +417,10 @@ class GltfReader::Builder {
     checkTimes(keyTimes, inputPlace);
     if (!result->setKeys(std::move(keyTimes), values.numbers()))
       outputPlace.fail("has a key whose value is not finite");
+    if (const Channel*& first = m_firstOfTimes[input])
+      result->shareTimes(*first);
+    else
+      first = result.get();
     return channel = std::move(result);
   }
 
@@ -509,16 +516,30 @@ class GltfReader::Builder {
     m_scene->m_rigs.push_back(std::move(rig));
   }
 
+  /// Doubles in a buffer view, which need not lie where doubles may.
+  class Numbers {
+   public:
+    explicit Numbers(std::string_view bytes) : m_bytes(bytes) {}
+    std::size_t size() const { return m_bytes.size() / sizeof(double); }
+    void check(std::size_t at, std::size_t count, const Place& place) const {
+      if (at > size() || count > size() - at) place.fail("reaches behind the end of the numbers");
+    }
+    void read(std::size_t at, std::size_t count, double* out, const Place& place) const {
+      check(at, count, place);
+      if (count > 0) std::memcpy(out, m_bytes.data() + at * sizeof(double), count * sizeof(double));
+    }
+
+   private:
+    std::string_view m_bytes;
+  };
+
   /// Puts the exact doubles in place of the floats that still are their rounding.
   void readExact(const Json& exact, const Place& place) {
     try {
       const int view = indexAt(exact, "bufferView", list("bufferViews").size(), place);
       if (view < 0) place.in("bufferView").fail("is missing");
-      const std::string_view bytes = m_document->viewBytes(static_cast<std::size_t>(view));
-      std::vector<double> numbers(bytes.size() / sizeof(double));
+      const Numbers numbers(m_document->viewBytes(static_cast<std::size_t>(view)));
       m_document->spend(numbers.size(), place);
-      if (!numbers.empty())
-        std::memcpy(numbers.data(), bytes.data(), numbers.size() * sizeof(double));
       const Json& nodes = listAt(exact, "nodes", place);
       for (std::size_t i = 0; i < nodes.size(); ++i)
         readExactNode(nodes[i], numbers, place.in("nodes", i));
@@ -527,12 +548,13 @@ class GltfReader::Builder {
     }
   }
 
-  void readExactNode(const Json& json, const std::vector<double>& numbers, const Place& place) {
+  void readExactNode(const Json& json, const Numbers& numbers, const Place& place) {
     if (!json.is_object()) place.fail("is no object");
     SceneNode* node = exactNode(json, place);
     if (node == nullptr) return;
     if (member(json, "pose") != nullptr) {
-      const double* v = slice(numbers, wholeAt(json, "pose", place), 10, place.in("pose"));
+      double v[10];
+      numbers.read(wholeAt(json, "pose", place), 10, v, place.in("pose"));
       const Trs pose{vectorOf(v), Quat<double>(v[3], v[4], v[5], v[6]), vectorOf(v + 7)};
       if (sameAsFloats(pose, node->m_pose) &&
           std::all_of(v, v + 10, [](double x) { return std::isfinite(x); }))
@@ -547,8 +569,8 @@ class GltfReader::Builder {
     }
   }
 
-  void readExactKeys(const Json& json, const std::vector<double>& numbers, SceneNode& node,
-                     ChannelPath path, const Place& place) {
+  void readExactKeys(const Json& json, const Numbers& numbers, SceneNode& node, ChannelPath path,
+                     const Place& place) {
     const auto slot = static_cast<std::size_t>(path);
     const Channel* rough = node.m_channels[slot].get();
     if (rough == nullptr) return warnEdited(node, kPathNames[slot]);
@@ -556,13 +578,18 @@ class GltfReader::Builder {
     Channel exact(path, rough->mode());
     const auto width = static_cast<std::size_t>(exact.valuesPerKey());
     if (count > numbers.size()) place.in("count").fail("is more than there are numbers");
-    const double* v = slice(numbers, wholeAt(json, "at", place), count * (1 + width), place);
-    std::vector<double> times(v, v + count);
-    std::vector<double> values(v + count, v + count * (1 + width));
+    const std::size_t at = wholeAt(json, "at", place);
+    numbers.check(at, count * (1 + width), place);
     m_document->spend(count * (1 + width), place);
+    std::vector<double> times(count);
+    std::vector<double> values(count * width);
+    numbers.read(at, count, times.data(), place);
+    numbers.read(at + count, count * width, values.data(), place);
     if (count == 0 || !exact.setKeys(std::move(times), std::move(values)) ||
         !fitsFloats(*rough, toFloatKeys(exact)))
       return warnEdited(node, kPathNames[slot]);
+    for (const std::shared_ptr<Channel>& other : node.m_channels)
+      if (other) exact.shareTimes(*other);
     node.m_channels[slot] = std::make_shared<Channel>(std::move(exact));
     m_sources[&node]->exact[slot] = true;
   }
@@ -579,13 +606,6 @@ class GltfReader::Builder {
     if (node == nullptr)
       warnings.push_back("node " + quoted(name) + ": was removed or renamed by another program");
     return node;
-  }
-
-  static const double* slice(const std::vector<double>& numbers, std::size_t at, std::size_t count,
-                             const Place& place) {
-    if (at > numbers.size() || count > numbers.size() - at)
-      place.fail("reaches behind the end of the numbers");
-    return numbers.data() + at;
   }
 
   void warnEdited(const SceneNode& node, const std::string& what) {
@@ -630,6 +650,7 @@ class GltfReader::Builder {
   std::map<const SceneNode*, std::unique_ptr<SceneNode::Source>> m_sources;
   std::vector<std::unique_ptr<MeshContent>> m_meshes;
   std::map<std::pair<std::size_t, ChannelPath>, std::shared_ptr<Channel>> m_decoded;
+  std::map<int, const Channel*> m_firstOfTimes;  ///< the first channel of an accessor of times
 };
 
 ReadResult GltfReader::read(const std::string& path, const ReadOptions& options) {

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdint>
 #include <filesystem>
-#include <functional>
-#include <limits>
 #include <memory>
 #include <new>
 #include <set>
@@ -22,42 +19,6 @@ namespace orv::rws::adaptor::headless {
 namespace fs = std::filesystem;
 
 namespace {
-
-void appendWord(std::string& bytes, std::size_t value) {
-  for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(value >> shift & 0xFF);
-}
-
-std::size_t paddingTo4(std::size_t size) {
-  return (4 - size % 4) % 4;
-}
-
-/// Takes the file in parts, so that large buffers need no copy.
-using Sink = std::function<bool(std::string_view)>;
-
-bool sendBinary(std::string text, std::string_view foreign, std::string_view own, bool hasChunk,
-                std::string_view furtherChunks, const Sink& sink) {
-  text.append(paddingTo4(text.size()), ' ');
-  const std::size_t bin = foreign.size() + own.size();
-  const std::size_t padding = paddingTo4(bin);
-  const std::size_t total =
-      20 + text.size() + (hasChunk ? 8 + bin + padding : 0) + furtherChunks.size();
-  if (total > std::numeric_limits<std::uint32_t>::max())
-    throw GltfError("", "is larger than the 4 GB that a .glb can hold (write a .gltf)");
-  std::string head = "glTF";
-  appendWord(head, 2);
-  appendWord(head, total);
-  appendWord(head, text.size());
-  head += "JSON";
-  if (!sink(head) || !sink(text)) return false;
-  if (hasChunk) {
-    std::string chunk;
-    appendWord(chunk, bin + padding);
-    chunk += std::string_view("BIN\0", 4);
-    if (!sink(chunk) || !sink(foreign) || !sink(own) || !sink(std::string(padding, '\0')))
-      return false;
-  }
-  return sink(furtherChunks);
-}
 
 /// Files beside the source that a save in another folder takes along.
 class SideFiles {
@@ -217,16 +178,14 @@ WriteResult GltfWriter::write(const Scene& scene, const std::string& path) {
       planSideFiles(*document, assembly.bufferSources(), assembly.json(), files, result.warnings);
 
     util::AtomicFile file(path);
-    const Sink sink = [&file](std::string_view part) { return part.empty() || file.write(part); };
+    const Assembly::Sink sink = [&file](std::string_view part) {
+      return part.empty() || file.write(part);
+    };
     // A place that can't be written to is told before anything is copied to it.
     result.error = file.error();
     if (!result.error.empty()) return;
-    const bool sent =
-        form == GltfForm::kBinary
-            ? sendBinary(assembly.json().dump(), assembly.foreignBytes(), assembly.ownBytes(),
-                         assembly.hasChunk(),
-                         document == nullptr ? std::string_view() : document->furtherChunks(), sink)
-            : sink(assembly.json().dump(2) + "\n");
+    const bool sent = form == GltfForm::kBinary ? assembly.sendBinary(sink)
+                                                : sink(assembly.json().dump(2) + "\n");
     if (sent) result.error = files.write();
     if (!result.error.empty()) return;
     if (sent && file.commit()) return;
@@ -245,14 +204,10 @@ WriteResult GltfWriter::writeMemory(const Scene& scene, GltfForm form, std::stri
       bytes = assembly.json().dump(2) + "\n";
       return;
     }
-    const GltfDocument* document = scene.m_document.get();
-    sendBinary(assembly.json().dump(), assembly.foreignBytes(), assembly.ownBytes(),
-               assembly.hasChunk(),
-               document == nullptr ? std::string_view() : document->furtherChunks(),
-               [&bytes](std::string_view part) {
-                 bytes.append(part);
-                 return true;
-               });
+    assembly.sendBinary([&bytes](std::string_view part) {
+      bytes.append(part);
+      return true;
+    });
   });
 }
 

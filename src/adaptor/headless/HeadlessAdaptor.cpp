@@ -6,6 +6,7 @@
 
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/RestoreObjects.h"
 #include "adaptor/headless/Scene.h"
 #include "core/interface/CCameraPlugin.h"
@@ -21,6 +22,11 @@ namespace {
 
 /// Samples that a take's buffer makes room for at once, at most.
 constexpr double kMostReserved = 16384.0;
+/// The same of all buffers of a take.
+constexpr double kMostReservedInAll = 1048576.0;
+
+/// Type of the undo steps of the selection.
+constexpr char kSelectionStep[] = "CSelectionRestoreObj";
 
 void PrintMessage(const std::string& title, const std::string& text) {
   std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
@@ -43,7 +49,9 @@ void HeadlessAdaptor::SetScene(Scene& scene) {
   m_takeInstances.clear();
   m_selection.clear();
   m_groupSelections = 0;
-  nodeList.clear();
+  nodeList.Clear();
+  m_rebuilds.clear();
+  m_rays.clear();
   m_nodeOf.clear();
   m_nodes.clear();
   m_keptRigs.clear();
@@ -87,19 +95,8 @@ HeadlessNode* HeadlessAdaptor::Known(CNode* node) const {
   return known && &known->m_adaptor == this && known->IsValid() ? known : nullptr;
 }
 
-void HeadlessAdaptor::Enlist(HeadlessNode& node, std::size_t index) {
-  if (node.m_known) return;
-  node.m_known = true;
-  const std::size_t place = std::min(index, nodeList.size());
-  nodeList.insert(nodeList.begin() + static_cast<std::ptrdiff_t>(place), &node);
-}
-
-std::size_t HeadlessAdaptor::Delist(HeadlessNode& node) {
-  const auto at = std::find(nodeList.begin(), nodeList.end(), &node);
-  const auto index = static_cast<std::size_t>(at - nodeList.begin());
-  if (at != nodeList.end()) nodeList.erase(at);
-  node.m_known = false;
-  return index;
+void HeadlessAdaptor::NoteName(HeadlessNode& node) {
+  if (!node.owner) nodeList.Identify(node, nullptr, node.m_sceneNode->name());
 }
 
 void HeadlessAdaptor::Forget(SceneNode& root) {
@@ -124,8 +121,7 @@ HeadlessNode* HeadlessAdaptor::Create(const NodeIdentity& identity, CNode* paren
       m_scene->addNode(identity.sceneName.empty() ? identity.name : identity.sceneName,
                        place ? place->m_sceneNode : nullptr);
   HeadlessNode& node = HandOut(made);
-  node.name = identity.name;
-  node.owner = identity.owner;
+  nodeList.Identify(node, identity.owner, identity.name);
   node.claimed = identity.owner != nullptr;
   return &node;
 }
@@ -192,19 +188,21 @@ void HeadlessAdaptor::DiscardNode(CoreNode* node) {
 }
 
 void HeadlessAdaptor::MarkRebuild(CInterface* owner, bool rebuild) {
-  for (HeadlessNode* node : nodeList)
-    if (node->owner == owner) node->m_rebuild = rebuild;
+  m_rebuilds[owner] = {rebuild, nodeList.LastPlace()};
+}
+
+bool HeadlessAdaptor::NeedsRebuild(const HeadlessNode& node) const {
+  const auto at = m_rebuilds.find(node.owner);
+  return at != m_rebuilds.end() && at->second.wanted && node.m_place <= at->second.lastPlace;
 }
 
 CoreNode* HeadlessAdaptor::FindNode(CInterface* owner, const std::string& name) {
-  for (HeadlessNode* node : nodeList)
-    if (node->owner == owner && node->name == name && node->IsValid()) return node;
-  return nullptr;
+  return nodeList.Find(owner, name);
 }
 
 void HeadlessAdaptor::GetUnclaimedNodes(util::ReturnValue<std::vector<CoreNode*>>& result) {
   std::vector<CoreNode*> found;
-  for (HeadlessNode* node : nodeList)
+  for (const auto& [place, node] : nodeList.All())
     if (!node->claimed && node->IsValid()) found.push_back(node);
   result.set(found);
 }
@@ -212,8 +210,8 @@ void HeadlessAdaptor::GetUnclaimedNodes(util::ReturnValue<std::vector<CoreNode*>
 void HeadlessAdaptor::GetNodesOfOwner(CInterface* owner,
                                       util::ReturnValue<std::vector<CoreNode*>>& result) {
   std::vector<CoreNode*> found;
-  for (HeadlessNode* node : nodeList)
-    if (node->owner == owner && node->IsValid()) found.push_back(node);
+  for (HeadlessNode* node : nodeList.OfOwner(owner))
+    if (node->IsValid()) found.push_back(node);
   result.set(found);
 }
 
@@ -251,8 +249,7 @@ CoreNode* HeadlessAdaptor::ClaimTaggedNodes(const NodeIdentity& identity, const 
   if (!found || tag.empty() || found->tag() != tag) found = m_scene->findTagged(tag);
   if (!found) return nullptr;
   HeadlessNode& node = HandOut(*found);
-  node.owner = identity.owner;
-  node.name = identity.name;
+  nodeList.Identify(node, identity.owner, identity.name);
   node.claimed = true;
   return &node;
 }
@@ -370,16 +367,30 @@ void HeadlessAdaptor::EndGroupSelection() {
   if (m_groupSelections > 0) --m_groupSelections;
 }
 
+/// Exchanges the selection and what was saved.
+void HeadlessAdaptor::ReplaceSelection(std::vector<HeadlessNode*>& saved) {
+  std::swap(saved, m_selection);
+  ++m_selectionState;
+  for (HeadlessNode* node : m_selection) node->m_selected = m_selectionState;
+}
+
 void HeadlessAdaptor::Select(HeadlessNode& node) {
-  std::vector<HeadlessNode*> before = m_selection;
-  if (m_groupSelections == 0 || !m_groupStarted) m_selection.clear();
+  const bool joins = m_groupSelections > 0 && m_groupStarted;
   m_groupStarted = true;
-  if (std::find(m_selection.begin(), m_selection.end(), &node) == m_selection.end())
-    m_selection.push_back(&node);
-  if (m_selection == before) return;
+  const bool isIn = node.m_selected == m_selectionState && !m_selection.empty();
+  if (isIn && (joins || m_selection.size() == 1)) return;
   BeginUndoBlock("Select #" + node.GetSceneName());
-  PushExchange("CSelectionRestoreObj",
-               [this, saved = std::move(before)]() mutable { std::swap(saved, m_selection); });
+  // A block's selections in a row are one step: what was saved first is what it undoes.
+  const UndoUnit* const last = m_undo.lastInBlock();
+  if (!last || last->typeName() != kSelectionStep)
+    PushExchange(kSelectionStep,
+                 [this, saved = m_selection]() mutable { ReplaceSelection(saved); });
+  if (!joins) {
+    m_selection.clear();
+    ++m_selectionState;
+  }
+  m_selection.push_back(&node);
+  node.m_selected = m_selectionState;
   EndUndoBlock();
 }
 
@@ -425,7 +436,7 @@ double HeadlessAdaptor::GetFrameRate() {
 
 bool HeadlessAdaptor::IsInTake(CInterface* owner) const {
   return owner &&
-         std::find(m_takeInstances.begin(), m_takeInstances.end(), owner) != m_takeInstances.end();
+         std::binary_search(m_takeInstances.begin(), m_takeInstances.end(), owner, std::less<>());
 }
 
 double HeadlessAdaptor::GetFrameBefore(double time) const {
@@ -435,7 +446,7 @@ double HeadlessAdaptor::GetFrameBefore(double time) const {
 
 void HeadlessAdaptor::BeginRecording(double time,
                                      util::ReturnValue<std::vector<CInterface*>>& instances) {
-  for (HeadlessNode* node : nodeList)
+  for (const auto& [place, node] : nodeList.All())
     if (node->buffering) node->EndBuffering();
   m_takeInstances = *instances.get();
   std::sort(m_takeInstances.begin(), m_takeInstances.end(), std::less<>());
@@ -443,14 +454,14 @@ void HeadlessAdaptor::BeginRecording(double time,
   m_firstFrame = std::numeric_limits<double>::infinity();
   m_refusedPoses = 0;
   m_recording = true;
+  std::vector<HeadlessNode*> nodes;
+  for (const auto& [place, node] : nodeList.All())
+    if (IsInTake(node->owner) && node->IsValid()) nodes.push_back(node);
   const double frames = (m_scene->rangeEnd() - time) * m_scene->frameRate();
-  m_expectedSamples = static_cast<std::size_t>(std::clamp(frames, 0.0, kMostReserved)) + 2;
-  for (HeadlessNode* node : nodeList) {
-    const bool inTake =
-        node->owner && std::binary_search(m_takeInstances.begin(), m_takeInstances.end(),
-                                          node->owner, std::less<>());
-    if (inTake && node->IsValid()) node->BeginBuffering(time, false);
-  }
+  const double most =
+      std::min(kMostReserved, kMostReservedInAll / static_cast<double>(nodes.size() + 1));
+  m_expectedSamples = static_cast<std::size_t>(std::clamp(frames, 0.0, most)) + 2;
+  for (HeadlessNode* node : nodes) node->BeginBuffering(time, false);
 }
 
 void HeadlessAdaptor::WriteKeys(HeadlessNode& node, CPoseRestoreObj& before) {
@@ -475,7 +486,7 @@ void HeadlessAdaptor::EndRecording() {
   m_recording = false;
   auto* const before = new CPoseRestoreObj(m_poseSteps++);
   UndoUnitPtr step(before);
-  for (HeadlessNode* node : nodeList) {
+  for (const auto& [place, node] : nodeList.All()) {
     if (!node->buffering) continue;
     if (node->IsValid()) WriteKeys(*node, *before);
     node->EndBuffering();
@@ -486,6 +497,13 @@ void HeadlessAdaptor::EndRecording() {
     m_warnings.push_back(std::to_string(m_refusedPoses) +
                          " poses were not written, the first for " + m_firstRefused +
                          ": not a finite matrix, or the parent has a scale of 0");
+}
+
+std::shared_ptr<const MeshRays> HeadlessAdaptor::RaysOf(const util::CMesh& mesh) {
+  std::weak_ptr<const MeshRays>& known = m_rays[&mesh];
+  std::shared_ptr<const MeshRays> rays = known.lock();
+  if (!rays) known = rays = std::make_shared<const MeshRays>(mesh);
+  return rays;
 }
 
 void HeadlessAdaptor::NoteRefusedPose(HeadlessNode& node, double time) {

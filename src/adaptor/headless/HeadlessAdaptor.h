@@ -1,8 +1,10 @@
 // The host without a 3D program: the adaptor over our own scene.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -15,12 +17,14 @@
 #include "adaptor/headless/HeadlessSnapshot_Lens.h"
 #include "adaptor/headless/HeadlessSnapshot_Mesh.h"
 #include "adaptor/headless/HeadlessSnapshot_Shape.h"
+#include "adaptor/headless/KnownNodes.h"
 #include "adaptor/headless/UndoManagement.h"
 
 namespace orv::rws::adaptor::headless {
 
 class CPoseRestoreObj;
 class HeadlessNode;
+class MeshRays;
 class Scene;
 class SceneNode;
 
@@ -127,13 +131,17 @@ class HeadlessAdaptor final : public AdaptorInterface {
   void BeginGroupSelection();
   void EndGroupSelection();
   void Delete(HeadlessNode& node);
-  /// Marks, or no longer, the nodes of `owner` as to be rebuilt.
+  /// Marks, or no longer, the nodes of `owner` that are known as to be rebuilt.
   void MarkRebuild(CInterface* owner, bool rebuild);
+  bool NeedsRebuild(const HeadlessNode& node) const;
+  /// One for all nodes that show `mesh`. Who holds it must hold the mesh too.
+  std::shared_ptr<const MeshRays> RaysOf(const util::CMesh& mesh);
   void NoteRefusedPose(HeadlessNode& node, double time);
-  /// Puts a node into the list of known ones, at `index` at most, or takes it out and tells where
-  /// it stood.
-  void Enlist(HeadlessNode& node, std::size_t index = std::numeric_limits<std::size_t>::max());
-  std::size_t Delist(HeadlessNode& node);
+  /// Puts a node among the known ones, at its old place if it was there before, or takes it out.
+  void Enlist(HeadlessNode& node) { nodeList.Add(node); }
+  void Delist(HeadlessNode& node) { nodeList.Remove(node); }
+  /// A user's own node goes by its name in the scene, also when that changes.
+  void NoteName(HeadlessNode& node);
   /// The nodes of a detached tree are about to go for good.
   void Forget(SceneNode& root);
 
@@ -152,6 +160,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
 
  private:
   HeadlessNode* Known(CNode* node) const;
+  void ReplaceSelection(std::vector<HeadlessNode*>& saved);
   HeadlessNode* Create(const NodeIdentity& identity, CNode* parent);
   void Created(HeadlessNode& node);
   bool IsInTake(CInterface* owner) const;
@@ -161,15 +170,21 @@ class HeadlessAdaptor final : public AdaptorInterface {
   bool undoOpened = false;             ///< the outermost undo block is this adaptor's own
   bool undoCancelled = false;          ///< the block is to be rolled back at its end
   std::vector<std::string> undoNames;  ///< open blocks, outermost first
-  /// Known nodes, in the order in which they became known. One that went out of the scene below
-  /// another stays here, unseen until it comes back.
-  std::vector<HeadlessNode*> nodeList;
+  /// A node that went out of the scene below another stays here, unseen until it comes back.
+  KnownNodes nodeList;
+  /// What was said last about the nodes of a rig that were known by then.
+  struct Rebuild {
+    bool wanted;
+    std::uint64_t lastPlace;
+  };
+  std::map<const CInterface*, Rebuild> m_rebuilds;
 
   Scene* m_scene;
   std::vector<std::unique_ptr<HeadlessNode>> m_nodes;  ///< all that were made for this scene
   std::unordered_map<const SceneNode*, HeadlessNode*> m_nodeOf;
   int m_nextId = 1;
   std::vector<HeadlessNode*> m_selection;
+  unsigned m_selectionState = 0;  ///< what the nodes of the selection are marked with
   int m_groupSelections = 0;
   bool m_groupStarted = false;  ///< the group has selected something
   double m_time = 0.0;
@@ -190,6 +205,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
   int m_refusedPoses = 0;
   std::string m_firstRefused;
 
+  std::map<const util::CMesh*, std::weak_ptr<const MeshRays>> m_rays;  ///< of meshes in use
   Pools m_pools;
   UndoManagement m_undo;  ///< last: its steps go before the nodes that they hold
 };

@@ -55,6 +55,12 @@ Matrix<double> Affine(Matrix<double> m) {
   return m;
 }
 
+/// Gives the memory back, which neither clear() nor an empty list as a new value does.
+template <class T>
+void Free(std::vector<T>& numbers) {
+  std::vector<T>().swap(numbers);
+}
+
 int IndexOf(LensValue which) {
   return static_cast<int>(which);
 }
@@ -156,6 +162,10 @@ std::string HeadlessNode::GetSceneName() {
   return m_sceneNode ? m_sceneNode->name() : std::string();
 }
 
+bool HeadlessNode::NeedsRebuild() const {
+  return m_adaptor.NeedsRebuild(*this);
+}
+
 std::string HeadlessNode::GetTag() {
   return m_sceneNode ? m_sceneNode->tag() : std::string();
 }
@@ -186,13 +196,13 @@ bool HeadlessNode::Rename(const std::string& sceneName) {
   if (before == sceneName) return true;
   Scene& scene = *m_sceneNode->scene();
   const bool exact = scene.rename(*m_sceneNode, sceneName) == sceneName;
-  if (!owner) name = m_sceneNode->name();
+  m_adaptor.NoteName(*this);
   m_adaptor.BeginUndoBlock("Rename #" + before);
   m_adaptor.PushExchange("CRenameRestoreObj", [this, &scene, saved = before]() mutable {
     if (!IsValid()) return;
     std::string now = m_sceneNode->name();
     scene.rename(*m_sceneNode, saved);
-    if (!owner) name = m_sceneNode->name();
+    m_adaptor.NoteName(*this);
     saved = std::move(now);
   });
   m_adaptor.EndUndoBlock();
@@ -360,7 +370,9 @@ void HeadlessNode::Record(double time, const Trs& local) {
 }
 
 void HeadlessNode::RecordSample(double time, const Trs& local) {
-  if (recordedTimes.empty()) {
+  // What was there at the start is keyed to the end most likely; what a take makes may be many, and
+  // soon still.
+  if (recordedTimes.empty() && !m_bornInTake) {
     recordedTimes.reserve(m_adaptor.GetExpectedSamples());
     recordedLocal.reserve(m_adaptor.GetExpectedSamples());
   }
@@ -420,10 +432,10 @@ void HeadlessNode::WriteLensKeys() {
 
 void HeadlessNode::EndBuffering() {
   buffering = false;
-  recordedTimes = {};
-  recordedLocal = {};
-  recordedFocus.samples = {};
-  recordedFocal.samples = {};
+  Free(recordedTimes);
+  Free(recordedLocal);
+  Free(recordedFocus.samples);
+  Free(recordedFocal.samples);
 }
 
 // --- the lens ---
@@ -513,7 +525,7 @@ const MeshRays* HeadlessNode::GetRays() {
   std::shared_ptr<const util::CMesh> mesh = m_sceneNode->sharedMesh();
   if (!mesh) return nullptr;
   if (!m_rays || m_raysMesh != mesh) {
-    m_rays = std::make_unique<MeshRays>(*mesh);
+    m_rays = m_adaptor.RaysOf(*mesh);
     m_raysMesh = std::move(mesh);
   }
   return m_rays.get();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <string>
@@ -67,8 +68,8 @@ class HeadlessNode final : public core::CoreNode {
   HeadlessAdaptor& GetAdaptor() { return m_adaptor; }
   /// Null once the scene's node is gone for good.
   SceneNode* GetSceneNode() const { return m_sceneNode; }
-  /// Whether a node of the same rig was deleted and not brought back.
-  bool NeedsRebuild() const { return m_rebuild; }
+  /// Whether a node of the same rig was deleted and not brought back since this one became known.
+  bool NeedsRebuild() const;
 
   /// World pose at `time` (s); identity for a node that is gone.
   util::Matrix<double> GetWorldPose(double time);
@@ -91,11 +92,12 @@ class HeadlessNode final : public core::CoreNode {
   void SetMesh(const util::CMesh& mesh);
   void SetColour(const Colour& colour);
   /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Built at the
-  /// first call and kept as long as the mesh is the same.
+  /// first call for a mesh and kept as long as a node that was asked shows it.
   const MeshRays* GetRays();
 
  private:
   friend class HeadlessAdaptor;
+  friend class KnownNodes;
   friend class NodePresence;
   friend class CNodeDeleteRestore;
   friend class CParentRestoreObj;
@@ -139,8 +141,7 @@ class HeadlessNode final : public core::CoreNode {
   bool buffering = false;
   bool m_writtenByRig = false;  ///< its rig writes it in every frame of a take
   bool m_bornInTake = false;
-  bool m_known = false;  ///< stands in the adaptor's list
-  bool m_rebuild = false;
+  bool m_known = false;   ///< stands among the adaptor's known nodes
   int m_keptSerial = -1;  ///< the latest undo step that saved this node's pose
   // The take's poses, one time and one set of own channels per sample, in rising time.
   std::vector<double> recordedTimes;
@@ -149,7 +150,9 @@ class HeadlessNode final : public core::CoreNode {
   util::AVar_Linear<double> recordedFocus;  ///< focus distances of the take (m)
   util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)
   LensKeys m_lensKeys;                      ///< by LensValue; empty where there are none
-  std::unique_ptr<MeshRays> m_rays;
+  std::uint64_t m_place = 0;                ///< among the known nodes; 0 until it becomes known
+  unsigned m_selected = 0;                  ///< the state of the selection that it was in last
+  std::shared_ptr<const MeshRays> m_rays;
   std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };
 

@@ -60,8 +60,8 @@ NodePresence::~NodePresence() {
 }
 
 void NodePresence::TakeOut() {
-  m_listIndex = m_node.m_adaptor.Delist(m_node);
-  // A node that went with its parent leaves the list alone.
+  m_node.m_adaptor.Delist(m_node);
+  // A node that went with its parent is only known no longer.
   if (!m_node.IsValid()) return;
   SceneNode& node = *m_node.m_sceneNode;
   m_parent = m_node.GetParentNode();
@@ -74,7 +74,7 @@ void NodePresence::PutBack() {
     SceneNode* const place = m_parent && m_parent->IsValid() ? m_parent->m_sceneNode : nullptr;
     m_node.m_adaptor.GetScene().attach(std::move(m_detached), place, m_index);
   }
-  if (m_node.m_sceneNode) m_node.m_adaptor.Enlist(m_node, m_listIndex);
+  if (m_node.m_sceneNode) m_node.m_adaptor.Enlist(m_node);
 }
 
 void CNodeDeleteRestore::undo(bool) {

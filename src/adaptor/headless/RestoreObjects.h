@@ -79,8 +79,8 @@ class CParentRestoreObj final : public UndoUnit {
   NodeAnimation m_animation;
 };
 
-/// Takes a node, with all that is below it, out of the scene and the adaptor's list, and puts it
-/// back where it was. While the node is out it belongs to this object.
+/// Takes a node, with all that is below it, out of the scene and out of the adaptor's known nodes,
+/// and puts it back where it was. While the node is out it belongs to this object.
 class NodePresence {
  public:
   explicit NodePresence(HeadlessNode& node) : m_node(node) {}
@@ -94,8 +94,7 @@ class NodePresence {
   HeadlessNode& m_node;
   std::unique_ptr<SceneNode> m_detached;
   HeadlessNode* m_parent = nullptr;
-  std::size_t m_index = 0;      ///< among its siblings
-  std::size_t m_listIndex = 0;  ///< in the adaptor's list
+  std::size_t m_index = 0;  ///< among its siblings
 };
 
 /// A node was made.

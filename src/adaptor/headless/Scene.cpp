@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -65,6 +66,9 @@ SceneNode* Scene::find(const std::string& name) const {
 
 SceneNode* Scene::findTagged(const std::string& tag) const {
   if (tag.empty()) return nullptr;
+  const auto [first, last] = m_byTag.equal_range(tag);
+  if (first == last) return nullptr;
+  if (std::next(first) == last) return first->second;
   SceneNode* found = nullptr;
   visitTree(m_roots, [&](SceneNode& node) {
     if (found == nullptr && node.tag() == tag) found = &node;
@@ -94,6 +98,7 @@ void Scene::enter(SceneNode& root) {
     SceneNode* node = open.back();
     open.pop_back();
     node->m_scene = this;
+    noteTag(*node);
     if (node->m_name.empty() || !m_byName.emplace(node->m_name, node).second)
       nameless.push_back(node);
     for (auto child = node->m_children.rbegin(); child != node->m_children.rend(); ++child)
@@ -111,9 +116,21 @@ void Scene::leave(SceneNode& root) {
     SceneNode* node = open.back();
     open.pop_back();
     m_byName.erase(node->m_name);
+    forgetTag(*node);
     node->m_scene = nullptr;
     for (auto& child : node->m_children) open.push_back(child.get());
   }
+}
+
+void Scene::noteTag(SceneNode& node) {
+  if (!node.m_tag.empty()) m_byTag.emplace(node.m_tag, &node);
+}
+
+void Scene::forgetTag(SceneNode& node) {
+  const auto [first, last] = m_byTag.equal_range(node.m_tag);
+  const auto at =
+      std::find_if(first, last, [&node](const auto& entry) { return entry.second == &node; });
+  if (at != last) m_byTag.erase(at);
 }
 
 SceneNode& Scene::addNode(const std::string& wish, SceneNode* parent, std::size_t index) {
@@ -133,8 +150,8 @@ std::unique_ptr<SceneNode> Scene::detach(SceneNode& node) {
 SceneNode& Scene::attach(std::unique_ptr<SceneNode> node, SceneNode* parent, std::size_t index) {
   SceneNode& result = *node;
   auto& list = siblings(parent);
-  list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(index, list.size())),
-              std::move(node));
+  result.m_place = std::min(index, list.size());
+  list.insert(list.begin() + static_cast<std::ptrdiff_t>(result.m_place), std::move(node));
   result.m_parent = parent;
   enter(result);
   return result;

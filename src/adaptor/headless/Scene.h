@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "adaptor/headless/SceneNode.h"
@@ -100,9 +101,12 @@ class Scene {
   std::vector<std::unique_ptr<SceneNode>>& siblings(SceneNode* parent);
   void enter(SceneNode& node);
   void leave(SceneNode& node);
+  void noteTag(SceneNode& node);
+  void forgetTag(SceneNode& node);
 
   std::vector<std::unique_ptr<SceneNode>> m_roots;
   std::map<std::string, SceneNode*> m_byName;
+  std::unordered_multimap<std::string, SceneNode*> m_byTag;
   double m_frameRate = 25.0;
   double m_rangeStart = 0.0;
   double m_rangeEnd = 10.0;

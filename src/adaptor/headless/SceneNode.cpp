@@ -45,9 +45,12 @@ SceneNode::~SceneNode() {
 std::size_t SceneNode::indexInParent() const {
   if (m_parent == nullptr && m_scene == nullptr) return 0;
   const auto& list = m_parent != nullptr ? m_parent->m_children : m_scene->roots();
+  if (m_place < list.size() && list[m_place].get() == this) return m_place;
+  // Many nodes come and go at the end of the list, the latest first.
   const auto at =
-      std::find_if(list.begin(), list.end(), [this](const auto& n) { return n.get() == this; });
-  return static_cast<std::size_t>(at - list.begin());
+      std::find_if(list.rbegin(), list.rend(), [this](const auto& n) { return n.get() == this; });
+  m_place = static_cast<std::size_t>(list.rend() - at) - 1;
+  return m_place;
 }
 
 bool SceneNode::isUnder(const SceneNode& ancestor) const {
@@ -92,7 +95,12 @@ bool SceneNode::replaceKeys(ChannelPath path, double start, double end,
                             double frameDuration) {
   Channel& channel = ownChannel(path);
   const bool done = channel.replaceKeys(start, end, times, values, frameDuration);
-  if (channel.empty()) removeChannel(path);
+  if (channel.empty()) {
+    removeChannel(path);
+    return done;
+  }
+  for (const std::shared_ptr<Channel>& other : m_channels)
+    if (other && other.get() != &channel) channel.shareTimes(*other);
   return done;
 }
 
@@ -145,7 +153,9 @@ void SceneNode::setVisible(bool visible) {
 }
 
 void SceneNode::setTag(const std::string& tag) {
+  if (m_scene != nullptr) m_scene->forgetTag(*this);
   m_tag = tag;
+  if (m_scene != nullptr) m_scene->noteTag(*this);
 }
 
 void SceneNode::setLens(const Lens& lens) {

@@ -149,6 +149,7 @@ class SceneNode {
   std::string m_name;
   SceneNode* m_parent = nullptr;
   Scene* m_scene = nullptr;
+  mutable std::size_t m_place = 0;  ///< where it stood among its siblings at the latest look
   std::vector<std::unique_ptr<SceneNode>> m_children;
   Trs m_pose;
   std::array<std::shared_ptr<Channel>, 3> m_channels;

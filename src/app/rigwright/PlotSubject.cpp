@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/SceneNode.h"
@@ -33,10 +34,11 @@ bool moves(const std::vector<Matrix>& poses) {
                      [&](const Matrix& pose) { return pose != poses.front(); });
 }
 
-bool isKeyedOrCarried(const SceneNode& node, const std::vector<SceneNode*>& nodes) {
-  return std::any_of(nodes.begin(), nodes.end(), [&](const SceneNode* other) {
-    return other->hasKeys() && node.isUnder(*other);
-  });
+/// Whether the node or one above it is of the rig, whose nodes are `own`, and keyed.
+bool isKeyedOrCarried(const SceneNode& node, const std::set<const SceneNode*>& own) {
+  for (const SceneNode* above = &node; above; above = above->parent())
+    if (above->hasKeys() && own.count(above) > 0) return true;
+  return false;
 }
 
 }  // namespace
@@ -90,9 +92,10 @@ PlotSubject plotSubjectOf(Instance& rig, const std::vector<double>& times) {
   if (!subject.chief) return subject;
   subject.chiefPoses = posesOf(*subject.chief, times);
   const bool isCamera = isCameraRig(rig);
+  const std::set<const SceneNode*> own(nodes.begin(), nodes.end());
   for (SceneNode* node : nodes) {
     if (node->isUnder(*subject.chief)) continue;
-    if (!isCamera && isKeyedOrCarried(*node, nodes)) continue;
+    if (!isCamera && isKeyedOrCarried(*node, own)) continue;
     subject.followedPoses = posesOf(*node, times);
     if (!moves(subject.followedPoses)) continue;
     subject.followed = node;

@@ -2,6 +2,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
@@ -35,23 +36,26 @@ struct AddOptions {
 /// `scale` times as large; the rig's other nodes come along.
 void placeRig(SceneJob& job, Instance& rig, const std::optional<Vector>& position, double scale) {
   const double now = job.adaptor().GetCurrentTime();
+  const std::vector<rws::core::CoreNode*> nodes = rig.GetNodes();
+  std::set<const rws::adaptor::headless::SceneNode*> own;
+  for (rws::core::CoreNode* node : nodes)
+    own.insert(static_cast<HeadlessNode*>(node)->GetSceneNode());
   std::vector<HeadlessNode*> tops;
   Matrix change;
   bool first = true;
-  for (rws::core::CoreNode* node : rig.GetNodes()) {
-    auto* own = static_cast<HeadlessNode*>(node);
+  for (rws::core::CoreNode* node : nodes) {
+    auto* const headless = static_cast<HeadlessNode*>(node);
     if (first) {
-      const Vector here = own->GetWorldPose(now).translation();
+      const Vector here = headless->GetWorldPose(now).translation();
       change.setRowLengths({scale, scale, scale});
       change.setTranslation(position.value_or(here) - here * scale);
       first = false;
     }
     // A node under another node of the rig is carried by that one.
     bool carried = false;
-    for (const auto* above = own->GetSceneNode()->parent(); above; above = above->parent())
-      for (rws::core::CoreNode* other : rig.GetNodes())
-        carried = carried || static_cast<HeadlessNode*>(other)->GetSceneNode() == above;
-    if (!carried) tops.push_back(own);
+    for (const auto* above = headless->GetSceneNode()->parent(); above; above = above->parent())
+      carried = carried || own.count(above) > 0;
+    if (!carried) tops.push_back(headless);
   }
   for (HeadlessNode* node : tops) node->SetWorldPose(now, change * node->GetWorldPose(now), false);
 }

@@ -10,6 +10,11 @@ using Matrix3 = Eigen::Matrix3d;
 
 namespace {
 
+/// How firmly a guide leads: share of the speed across it that it takes out, and part of the way
+/// back to its middle that a step of the world covers. Enough that a belt stays on its wheels on a
+/// side slope.
+constexpr double kGuideShare = 0.1;
+constexpr double kGuideReduction = 0.1;
 constexpr double kMaxLimitForce = 1000000.0;
 constexpr double kJointBounce = 0.01;
 /// A share nearer to 1 than this is rigid enough and leaves the matrix well conditioned.
@@ -161,6 +166,20 @@ void BeltSolver::AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between
   b.wanted += block(armB, armA) * known;
 }
 
+/// Adds the row that leads a body in the middle plane of its guide.
+void BeltSolver::Guide(const Link& link, Row& row, double h) {
+  const btTransform& at = link.guide->getWorldTransform();
+  const btVector3 across = at.getBasis().getColumn(0);
+  const btVector3 arm = link.body->getWorldTransform().getOrigin() - at.getOrigin();
+  const btVector3 speed = link.guide->getInterpolationLinearVelocity() +
+                          link.guide->getInterpolationAngularVelocity().cross(arm);
+  const double resistance = Resistance(kGuideShare, link.body->getInvMass());
+  const Vector3 x = ToEigen(across);
+  row.diagonal.topLeftCorner<3, 3>() += resistance * x * x.transpose();
+  row.wanted.head<3>() +=
+      x * (resistance * (across.dot(speed) - kGuideReduction * across.dot(arm) / h));
+}
+
 void BeltSolver::Assemble(double h) {
   const std::size_t count = links.size();
   m_rows.resize(count);
@@ -181,6 +200,7 @@ void BeltSolver::Assemble(double h) {
     Block between = Block::Zero();
     if (link.joint) AddJoint(*link.joint, &m_rows[before], m_rows[i], &between, h);
     if (link.attachment) AddJoint(*link.attachment, nullptr, m_rows[i], nullptr, h);
+    if (link.guide) Guide(link, m_rows[i], h);
     if (i == 0)
       m_rows[0].last += between.transpose();  // the joint that closes the chain
     else if (i + 1 == count)

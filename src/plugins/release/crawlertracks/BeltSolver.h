@@ -54,8 +54,10 @@ class BeltSolver final : public btSequentialImpulseConstraintSolver {
   struct Link {
     btRigidBody* body = nullptr;
     const BeltJoint* joint = nullptr;  ///< to the body before it, of the first to the last
-    const BeltJoint* attachment =
-        nullptr;  ///< to a body that is moved from outside, which is its A
+    /// To a body that is moved from outside, which is its A.
+    const BeltJoint* attachment = nullptr;
+    /// Leads the body in the plane across its own X axis.
+    const btRigidBody* guide = nullptr;
   };
   std::vector<Link> links;
 
@@ -83,6 +85,7 @@ class BeltSolver final : public btSequentialImpulseConstraintSolver {
 
   void Assemble(double h);
   void AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between, double h);
+  static void Guide(const Link& link, Row& row, double h);
   void Factor();
   void Solve();
 

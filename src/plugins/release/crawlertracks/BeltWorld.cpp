@@ -82,6 +82,7 @@ struct BeltWorld::World {
     std::unique_ptr<BeltJoint> joint;       ///< to the step before it
     std::unique_ptr<BeltJoint> attachment;  ///< to a wheel
     double angle = 0.0;                     ///< round that wheel's axle (rad)
+    const btRigidBody* guide = nullptr;     ///< a wheel that leads it
   };
 
   explicit World(int bodies)
@@ -244,25 +245,34 @@ Transform BeltWorld::GetWheel(int wheel) const {
 }
 
 bool BeltWorld::Attach(int step, int wheel, double distance) {
-  World::Step& held = m_world->steps[static_cast<std::size_t>(step)];
+  const auto index = static_cast<std::size_t>(step);
+  const World::Step& held = m_world->steps[index];
   if (held.attachment) return true;
-  const auto index = static_cast<std::size_t>(wheel);
-  if (index >= m_world->wheels.size()) return false;
-  World::Body& holder = m_world->wheels[index];
-  btTransform at;
-  holder.motion->getWorldTransform(at);
+  if (wheel < 0 || static_cast<std::size_t>(wheel) >= m_world->wheels.size()) return false;
+  const btTransform at = ToBullet(GetWheel(wheel));
   const btVector3 found = (at.inverse() * held.body->getWorldTransform()).getOrigin();
-  held.angle = m_world->SprocketAngle(static_cast<std::size_t>(step),
-                                      std::atan2(found.z(), found.y()), distance);
-  const btVector3 out(0, std::cos(held.angle), std::sin(held.angle));
-  const btTransform place(btQuaternion(btVector3(1, 0, 0), held.angle), out * distance);
-  held.attachment =
-      std::make_unique<BeltJoint>(*holder.body, *held.body, place, btTransform::getIdentity());
+  return AttachAt(step, wheel, distance,
+                  m_world->SprocketAngle(index, std::atan2(found.z(), found.y()), distance));
+}
+
+bool BeltWorld::AttachAt(int step, int wheel, double distance, double angle) {
+  World::Step& held = m_world->steps[static_cast<std::size_t>(step)];
+  const auto index = static_cast<std::size_t>(wheel);
+  if (held.attachment || index >= m_world->wheels.size()) return held.attachment != nullptr;
+  held.angle = angle;
+  const btVector3 out(0, std::cos(angle), std::sin(angle));
+  const btTransform place(btQuaternion(btVector3(1, 0, 0), angle), out * distance);
+  held.attachment = std::make_unique<BeltJoint>(*m_world->wheels[index].body, *held.body, place,
+                                                btTransform::getIdentity());
   for (int axis = 0; axis < 3; ++axis) held.attachment->TuneRotation(axis, {0.5, 1.0, 0.8});
   held.attachment->TuneTranslation(1.0 - std::pow(1.0 - kHoldSoftness, m_tuning.trackAccuracy), 1.0,
                                    kGapReduction);
   m_world->Add(*held.attachment);
   return true;
+}
+
+double BeltWorld::GetAttachedAngle(int step) const {
+  return m_world->steps[static_cast<std::size_t>(step)].angle;
 }
 
 void BeltWorld::Detach(int step) {
@@ -276,13 +286,18 @@ bool BeltWorld::IsAttached(int step) const {
   return m_world->steps[static_cast<std::size_t>(step)].attachment != nullptr;
 }
 
+void BeltWorld::Guide(int step, int wheel, bool on) {
+  m_world->steps[static_cast<std::size_t>(step)].guide =
+      on ? m_world->wheels[static_cast<std::size_t>(wheel)].body.get() : nullptr;
+}
+
 // --- time ---
 
 void BeltWorld::Advance(double h) {
   auto& links = m_world->solver.links;
   links.clear();
   for (World::Step& step : m_world->steps)
-    links.push_back({step.body.get(), step.joint.get(), step.attachment.get()});
+    links.push_back({step.body.get(), step.joint.get(), step.attachment.get(), step.guide});
   m_world->world.stepSimulation(h, kMostInternalSteps, h);
 }
 

@@ -81,8 +81,14 @@ class BeltWorld {
   /// Fixes a step to a wheel at `distance` from its axle, at the angle at which it is now; false
   /// when that fails. Nothing happens when it is fixed already.
   bool Attach(int step, int wheel, double distance);
+  /// The same at an angle (rad, from the wheel's Y towards its Z).
+  bool AttachAt(int step, int wheel, double distance, double angle);
+  /// Of a step that is fixed to a wheel.
+  double GetAttachedAngle(int step) const;
   void Detach(int step);
   bool IsAttached(int step) const;
+  /// Leads a step, or no longer, in the middle plane of a wheel, as teeth lead a track.
+  void Guide(int step, int wheel, bool on);
 
   /// One step of the world of `h` seconds, with solver iterations as tuned.
   void Advance(double h);

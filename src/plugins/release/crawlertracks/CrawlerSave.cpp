@@ -163,6 +163,8 @@ int CrawlerTracks::Store() {
   if (m_track) {
     DataChunk track(kTrack), steps(kSteps);
     track.addValue("density", m_track->density);
+    AddHistory(track, "heldStep", m_track->heldStep);
+    AddHistory(track, "heldAngle", m_track->heldAngle);
     for (const auto& step : m_track->steps) steps.addChunk(SaveStep(*step));
     track.addChunk(std::move(steps));
     chunk.addChunk(std::move(track));
@@ -204,6 +206,8 @@ bool CrawlerTracks::LoadTrack(const DataChunk& chunk) {
       *this, m_gravityDirection.MeshOf(m_templateStep.GetNode(), m_pInterface->GetTime(), isMesh));
   SaveReader reader(chunk);
   reader.Read("density", track->density, -kHuge, kHuge);
+  reader.ReadHistory("heldStep", track->heldStep);
+  reader.ReadHistory("heldAngle", track->heldAngle);
   if (!reader.IsGood()) return false;
   for (const DataChunk& one : chunk.getChunk(kSteps).children) {
     Track::Step& step = track->Add();
@@ -211,6 +215,9 @@ bool CrawlerTracks::LoadTrack(const DataChunk& chunk) {
     Tell("Error", "Could not load Step", kIconCritical);
     return false;
   }
+  const int count = static_cast<int>(track->steps.size());
+  for (const auto& sample : track->heldStep.samples)
+    if (sample.value < -1 || sample.value >= count) return false;
   if (track->steps.empty() || !m_caterpillar.Find()) return false;
   m_track = track;
   return true;

@@ -40,7 +40,8 @@ Transform Between(const Transform& a, const Transform& b, double part) {
   return {a.position + (b.position - a.position) * part, rotation.normalized()};
 }
 
-void CutFrom(util::AVar_Latest<Vector>& history, double time) {
+template <class T>
+void CutFrom(util::AVar_Latest<T>& history, double time) {
   history.cutFrom(time + kFrameTolerance);
 }
 
@@ -91,8 +92,11 @@ void CrawlerTracks::Start(double time) {
     CutFrom(step->linVelocity, time);
     CutFrom(step->angVelocity, time);
   }
-  BuildWorld(time);
-  Settle();
+  PushVariableUndo(*m_pInterface, m_track->heldStep);
+  PushVariableUndo(*m_pInterface, m_track->heldAngle);
+  CutFrom(m_track->heldStep, time);
+  CutFrom(m_track->heldAngle, time);
+  Settle(time);
 }
 
 void CrawlerTracks::Stop() {
@@ -136,30 +140,40 @@ void CrawlerTracks::BuildWorld(double time) {
   m_world->SetGravity(GravityAt(time, iterations * iterations));
 }
 
-void CrawlerTracks::BuildSteps(double time) {
+/// What the scene and the memory tell of a step's body at `time`.
+BodyState CrawlerTracks::StateAt(int index, double time) const {
+  const Track::Step& step = *m_track->steps[static_cast<std::size_t>(index)];
   const Quat axes = Quat::fromMatrix(m_frame.ReadMatrix(time));
-  for (const auto& step : m_track->steps) {
-    BodyState state;
-    state.pose = InBelt(step->ReadMatrix(time), m_scale);
-    state.pose.position += state.pose.rotation.rotate(step->shape.middle);
-    state.linear = axes.rotate(step->linVelocity.value(time));
-    state.angular = axes.rotate(step->angVelocity.value(time));
-    m_world->AddStep(step->body, state);
-  }
-  m_world->Link(true);
+  BodyState state;
+  state.pose = InBelt(step.ReadMatrix(time), m_scale);
+  state.pose.position += state.pose.rotation.rotate(step.shape.middle);
+  state.linear = axes.rotate(step.linVelocity.value(time));
+  state.angular = axes.rotate(step.angVelocity.value(time));
+  return state;
 }
 
-/// The world is stepped for the length of a frame. A new belt comes to lie on its wheels by that;
-/// one that goes on from its memory only gets to know what it touches, and stands where it stood.
-void CrawlerTracks::Settle() {
-  const bool goesOn = !m_track->steps.front()->linVelocity.samples.empty();
-  std::vector<BodyState> states;
-  for (int i = 0; goesOn && i < m_world->GetStepCount(); ++i) states.push_back(m_world->GetStep(i));
-  HoldSteps();
-  const int subFrames = m_settings.subFrames + 1;
-  const double h = m_pInterface->GetFrameDuration() / subFrames;
-  for (int i = 0; i < subFrames * m_settings.trackIterations; ++i) m_world->Advance(h);
-  for (std::size_t i = 0; i < states.size(); ++i) m_world->SetStep(static_cast<int>(i), states[i]);
+void CrawlerTracks::BuildSteps(double time) {
+  for (std::size_t i = 0; i < m_track->steps.size(); ++i)
+    m_world->AddStep(m_track->steps[i]->body, StateAt(static_cast<int>(i), time));
+  m_world->Link(true);
+  if (m_track->heldStep.samples.empty() || m_track->heldStep.value(time) < 0) return;
+  m_world->AttachAt(m_track->heldStep.value(time), 0, HoldDistance(),
+                    m_track->heldAngle.value(time));
+}
+
+/// The world is stepped for the length of a frame. A new belt comes to lie on its wheels by that.
+/// One with a memory lives through the frame before the start once more, so that the solver knows
+/// what touches what, and then stands as the memory has it.
+void CrawlerTracks::Settle(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  const double before = FrameBefore(time, dt);
+  const auto& memory = m_track->steps.front()->linVelocity.samples;
+  const bool goesOn = !memory.empty() && memory.front().time <= time + kFrameTolerance;
+  const bool hasFrame = goesOn && memory.front().time <= before + kFrameTolerance;
+  BuildWorld(hasFrame ? before : time);
+  ReadFrame(hasFrame ? before : time, time);
+  StepFrame(dt, [](int) { return true; });
+  for (int i = 0; goesOn && i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
 }
 
 // --- the wheels ---
@@ -205,11 +219,14 @@ void CrawlerTracks::MoveTo(double part) {
   }
 }
 
+double CrawlerTracks::HoldDistance() const {
+  return m_motions.front().wheel->radius / m_scale + m_track->steps.front()->body.size.y / 2;
+}
+
 /// The driveWheel holds the steps on its side that looks away from the other wheels.
 void CrawlerTracks::HoldSteps() {
   const Vector centre = m_world->GetWheel(0).position;
-  const double distance =
-      m_motions.front().wheel->radius / m_scale + m_track->steps.front()->body.size.y / 2;
+  const double distance = HoldDistance();
   std::vector<int> others;
   for (std::size_t i = 1; i < m_wheels.size(); ++i)
     if (m_wheels[i]->kind.trackWheel) others.push_back(static_cast<int>(i));
@@ -218,45 +235,93 @@ void CrawlerTracks::HoldSteps() {
   };
   const Vector second = others.empty() ? Vector() : toWheel(others.front());
   const Vector last = others.empty() ? Vector() : toWheel(others.back());
-  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+  const int count = m_world->GetStepCount();
+  bool failed = false;
+  const auto visit = [&](int i) {
     const Vector step = (m_world->GetStep(i).pose.position - centre).normalized();
     const bool holds =
         others.empty() || (step.dot(second) < kHoldCosine && step.dot(last) < kHoldCosine);
-    if (!holds)
+    if (holds)
+      failed = !m_world->Attach(i, 0, distance) || failed;
+    else
       m_world->Detach(i);
-    else if (!m_world->Attach(i, 0, distance))
-      Tell("Error", "Error when attaching step to driveWheel, please recreate Track.",
-           kIconCritical);
+    return holds;
+  };
+  // Outwards from one that is held, so that each joins at the pitch of a neighbour.
+  int first = 0;
+  while (first < count && !m_world->IsAttached(first)) ++first;
+  for (int k = 1; first < count && k < count && visit((first + k) % count); ++k) {
+  }
+  for (int k = 1; first < count && k < count && visit((first - k + count) % count); ++k) {
+  }
+  for (int i = 0; i < count; ++i) visit(i);
+  if (failed)
+    Tell("Error", "Error when attaching step to driveWheel, please recreate Track.", kIconCritical);
+}
+
+/// The steps that run on a wheel are led in the plane of the driveWheel, whatever slope the vehicle
+/// is on.
+void CrawlerTracks::GuideSteps() {
+  const Transform drive = m_world->GetWheel(0);
+  const Quat toWheel = drive.rotation.conjugate();
+  const StepBody& body = m_track->steps.front()->body;
+  const double reach = m_motions.front().wheel->halfWidth / m_scale + body.size.x / 2;
+  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+    const Vector place = m_world->GetStep(i).pose.position;
+    const bool isOn = std::abs(toWheel.rotate(place - drive.position).x) < reach;
+    bool touches = false;
+    for (std::size_t w = 0; isOn && !touches && w < m_motions.size(); ++w) {
+      const Vector apart = toWheel.rotate(place - m_world->GetWheel(static_cast<int>(w)).position);
+      const double touch = m_motions[w].wheel->radius / m_scale + body.size.y;
+      touches = std::hypot(apart.y, apart.z) < touch;
+    }
+    m_world->Guide(i, 0, touches);
   }
 }
 
 // --- a frame ---
 
-void CrawlerTracks::Step(double time) {
-  if (!m_isRunning) return;
-  const double dt = m_pInterface->GetFrameDuration();
-  const double before = FrameBefore(time, dt);
-  const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
-  const double h = dt / subFrames;
-  if (m_world->GetTuning() != m_settings.tuning) m_world->SetTuning(m_settings.tuning);
-  m_world->SetGravity(GravityAt(before, static_cast<double>(iterations) * iterations));
+/// How wheels and ground move between two times.
+void CrawlerTracks::ReadFrame(double before, double time) {
   ReadMotions(before, time);
   m_groundsBefore = std::move(m_groundsAfter);
   m_groundsAfter = m_gravityDirection.ReadPoses(time);
   m_groundsBefore.resize(m_groundsAfter.size());
-  // Forward is -Z: the belt's upper run goes there.
-  m_turn = m_input ? -m_input->read() * m_settings.rotationInput * dt : 0.0;
+}
+
+/// Steps the world through a frame; `visit` is called with each sub-frame, from 1 on, and ends it
+/// by false.
+void CrawlerTracks::StepFrame(double dt, const std::function<bool(int)>& visit) {
+  const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
   for (int k = 1; k <= subFrames; ++k) {
     HoldSteps();
+    GuideSteps();
     for (int i = 1; i <= iterations; ++i) {
       MoveTo((k - 1 + static_cast<double>(i) / iterations) / subFrames);
-      m_world->Advance(h);
+      m_world->Advance(dt / subFrames);
     }
-    if (HasBurst()) return;
-    if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)
-      WriteFrame(time - (1.0 - static_cast<double>(k) / subFrames) * dt,
-                 static_cast<double>(k) / subFrames);
+    if (!visit(k)) return;
   }
+}
+
+void CrawlerTracks::Step(double time) {
+  if (!m_isRunning) return;
+  const double dt = m_pInterface->GetFrameDuration();
+  const double before = FrameBefore(time, dt);
+  const int subFrames = m_settings.subFrames + 1;
+  const double iterations = m_settings.trackIterations;
+  if (m_world->GetTuning() != m_settings.tuning) m_world->SetTuning(m_settings.tuning);
+  m_world->SetGravity(GravityAt(before, iterations * iterations));
+  ReadFrame(before, time);
+  // Forward is -Z: the belt's upper run goes there.
+  m_turn = m_input ? -m_input->read() * m_settings.rotationInput * dt : 0.0;
+  StepFrame(dt, [&](int k) {
+    if (HasBurst()) return false;
+    const double part = static_cast<double>(k) / subFrames;
+    if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)
+      WriteFrame(time - (1.0 - part) * dt, part);
+    return true;
+  });
 }
 
 void CrawlerTracks::WriteFrame(double time, double part) {
@@ -268,6 +333,10 @@ void CrawlerTracks::WriteFrame(double time, double part) {
   for (const WheelMotion& motion : m_motions)
     if (motion.ratio != 0.0)
       motion.wheel->WriteKey(time, poseOf(WheelAt(motion, part), ScaleOf(motion.after)));
+  int held = m_world->GetStepCount() - 1;
+  while (held >= 0 && !m_world->IsAttached(held)) --held;
+  m_track->heldStep.set(time, held);
+  m_track->heldAngle.set(time, held < 0 ? 0.0 : m_world->GetAttachedAngle(held));
   const Quat toFrame = Quat::fromMatrix(m_frame.ReadMatrix(time)).conjugate();
   for (std::size_t i = 0; i < m_track->steps.size(); ++i) {
     Track::Step& step = *m_track->steps[i];

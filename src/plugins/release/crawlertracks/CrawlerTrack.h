@@ -29,6 +29,9 @@ class CrawlerTracks::Track {
   const util::CMesh mesh;  ///< of the TemplateStep, for hosts whose nodes can't share one
   double density = 0.0;
   std::vector<std::unique_ptr<Step>> steps;
+  /// Where the driveWheel holds the belt: all that it holds follows from one step. By time.
+  util::AVar_Latest<int> heldStep;      ///< index; -1 when it holds none
+  util::AVar_Latest<double> heldAngle;  ///< rad, round the wheel's axle
 
   /// Appends a step called by its number; its node is not made yet.
   Step& Add();

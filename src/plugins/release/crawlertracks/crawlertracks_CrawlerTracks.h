@@ -1,6 +1,7 @@
 // A belt of rigid steps round wheels, on a physics world of its own.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -159,14 +160,19 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   bool IsReady(double time) const;
   void WarnOfScale(double time);
   void BuildWorld(double time);
+  BodyState StateAt(int index, double time) const;
   void BuildSteps(double time);
-  void Settle();
+  void Settle(double time);
+  void ReadFrame(double before, double time);
+  void StepFrame(double dt, const std::function<bool(int)>& visit);
   Vector GravityAt(double time, double divisor) const;
   void FindMotions();
   void ReadMotions(double before, double time);
   util::QTransform<double> WheelAt(const WheelMotion& motion, double part) const;
   void MoveTo(double part);
+  double HoldDistance() const;
   void HoldSteps();
+  void GuideSteps();
   void WriteFrame(double time, double part);
   bool HasBurst();
 
