@@ -82,9 +82,24 @@ void Backward(const Block& factor, Columns& right) {
   }
 }
 
-BeltJoint::Response ResponseOf(const JointAxis& axis) {
+/// A part that is taken out in a nominal step, for a step of `h`.
+double InStep(double part, double h) {
+  return 1.0 - std::pow(1.0 - part, h / kNominalBeltStep);
+}
+
+/// A step of the world that is long beside the swing of a tight belt would blow the swing up, so
+/// that joints calm the faster the longer it is: with no sub-frames at all a belt is stiff, and
+/// whole.
+double Calming(double share, double h) {
+  const double ratio = h / kNominalBeltStep;
+  return InStep(share, ratio > 1.0 ? kNominalBeltStep * std::pow(ratio, 4.0) : h);
+}
+
+BeltJoint::Response ResponseOf(const JointAxis& axis, double h) {
+  constexpr double kMostReduction = 0.8;
   const double share = std::clamp(axis.softness * axis.damping, 1e-6, kMostShare);
-  return {share, std::min(axis.reduction / axis.damping, 0.8)};
+  const double reduction = std::clamp(axis.reduction / axis.damping, 0.0, kMostReduction);
+  return {std::min(Calming(share, h), kMostShare), std::min(InStep(reduction, h), kMostReduction)};
 }
 
 /// Resistance of an axis whose two bodies, standing alone, would give way by `mobility`: it takes
@@ -95,7 +110,7 @@ double Resistance(double share, double mobility) {
 
 }  // namespace
 
-void BeltJoint::TuneRotation(int index, const JointAxis& axis) {
+void BeltJoint::TuneRotation(int index, const JointAxis& axis, double h) {
   btRotationalLimitMotor& motor = *getRotationalLimitMotor(index);
   motor.m_loLimit = motor.m_hiLimit = 0.0;
   motor.m_maxLimitForce = kMaxLimitForce;
@@ -103,15 +118,15 @@ void BeltJoint::TuneRotation(int index, const JointAxis& axis) {
   motor.m_limitSoftness = axis.softness;
   motor.m_stopERP = axis.reduction;
   motor.m_bounce = kJointBounce;
-  m_rotation[index] = ResponseOf(axis);
+  m_rotation[index] = ResponseOf(axis, h);
 }
 
-void BeltJoint::TuneTranslation(double softness, double damping, double reduction) {
+void BeltJoint::TuneTranslation(const JointAxis& axis, double h) {
   btTranslationalLimitMotor& motor = *getTranslationalLimitMotor();
   motor.m_lowerLimit = motor.m_upperLimit = btVector3(0, 0, 0);
-  motor.m_limitSoftness = softness;
-  motor.m_damping = damping;
-  m_translation = ResponseOf({softness, damping, reduction});
+  motor.m_limitSoftness = axis.softness;
+  motor.m_damping = axis.damping;
+  m_translation = ResponseOf(axis, h);
 }
 
 // --- the matrix ---
@@ -154,6 +169,10 @@ void BeltSolver::AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between
   b.wanted.head<3>() += wantedPull;
   b.wanted.tail<3>() += wantedTurn + armB.cross(wantedPull);
   if (a) {
+    b.armBefore = armA;
+    b.arm = armB;
+    b.wantedPull = wantedPull;
+    b.resistance = resistance;
     a->diagonal += block(armA, armA);
     a->wanted.head<3>() -= wantedPull;
     a->wanted.tail<3>() -= wantedTurn + armA.cross(wantedPull);
@@ -173,20 +192,44 @@ void BeltSolver::Guide(const Link& link, Row& row, double h) {
   const btVector3 arm = link.body->getWorldTransform().getOrigin() - at.getOrigin();
   const btVector3 speed = link.guide->getInterpolationLinearVelocity() +
                           link.guide->getInterpolationAngularVelocity().cross(arm);
-  const double resistance = Resistance(kGuideShare, link.body->getInvMass());
+  const double resistance = Resistance(InStep(kGuideShare, h), link.body->getInvMass());
   const Vector3 x = ToEigen(across);
   row.diagonal.topLeftCorner<3, 3>() += resistance * x * x.transpose();
   row.wanted.head<3>() +=
-      x * (resistance * (across.dot(speed) - kGuideReduction * across.dot(arm) / h));
+      x * (resistance * (across.dot(speed) - InStep(kGuideReduction, h) * across.dot(arm) / h));
+}
+
+/// A joint under tension turns its step back into line, the faster the tighter the belt. Steps of
+/// the world that are long beside that swing would blow it up; inertia that grows with the tension
+/// keeps the swing below what they can follow.
+void BeltSolver::Stiffen(std::size_t index, double h) {
+  constexpr double kShare = 0.5;  // of the swing's stiffness; above a quarter it is stable
+  Row& row = m_rows[index];
+  const Row& next = m_rows[(index + 1) % m_rows.size()];
+  const double stiffness = row.tension * row.arm.norm() + next.tension * next.armBefore.norm();
+  const Vector3 along = ToEigen(links[index].body->getWorldTransform().getBasis().getColumn(2));
+  row.inertia += (Matrix3::Identity() - along * along.transpose()) * (kShare * h * h * stiffness);
+}
+
+void BeltSolver::NoteTensions(double h) {
+  for (std::size_t i = 0; i < links.size(); ++i) {
+    if (!links[i].joint) continue;
+    Row& row = m_rows[i];
+    const Row& before = m_rows[(i + links.size() - 1) % links.size()];
+    const Vector3 apart = row.right.head<3>() + row.right.tail<3>().cross(row.arm) -
+                          before.right.head<3>() - before.right.tail<3>().cross(row.armBefore);
+    row.tension = (row.wantedPull - apart * row.resistance).norm() / h;
+  }
 }
 
 void BeltSolver::Assemble(double h) {
   const std::size_t count = links.size();
-  m_rows.resize(count);
+  if (m_rows.size() != count) m_rows.assign(count, Row());
   for (std::size_t i = 0; i < count; ++i) {
     Row& row = m_rows[i];
     const btRigidBody& body = *links[i].body;
     row.inertia = ToEigen(body.getInvInertiaTensorWorld()).inverse();
+    Stiffen(i, h);
     row.diagonal.setZero();
     row.diagonal.topLeftCorner<3, 3>() = Matrix3::Identity() / body.getInvMass();
     row.diagonal.bottomRightCorner<3, 3>() = row.inertia;
@@ -260,13 +303,18 @@ void BeltSolver::Solve() {
 
 // --- the solver's phases ---
 
+/// Bullet may call for a group without bodies, too.
+bool BeltSolver::IsOfChain(int bodyCount) const {
+  return bodyCount > 0 && !links.empty() && links.front().body->getCompanionId() >= 0;
+}
+
 btScalar BeltSolver::solveGroupCacheFriendlySetup(
     btCollisionObject** bodies, int bodyCount, btPersistentManifold** manifolds, int manifoldCount,
     btTypedConstraint** constraints, int constraintCount, const btContactSolverInfo& info,
     btIDebugDraw* drawer) {
   const btScalar result = btSequentialImpulseConstraintSolver::solveGroupCacheFriendlySetup(
       bodies, bodyCount, manifolds, manifoldCount, constraints, constraintCount, info, drawer);
-  if (!links.empty()) {
+  if (IsOfChain(bodyCount)) {
     Assemble(info.m_timeStep);
     Factor();
   }
@@ -280,11 +328,14 @@ btScalar BeltSolver::solveSingleIteration(int iteration, btCollisionObject** bod
   const btScalar result = btSequentialImpulseConstraintSolver::solveSingleIteration(
       iteration, bodies, bodyCount, manifolds, manifoldCount, constraints, constraintCount, info,
       drawer);
+  if (!IsOfChain(bodyCount)) return result;
   // The chain has the last word: a contact that gives way a little is gone in the next step, a
   // joint that does shows. Every other iteration holds it as well as each does.
   const int left = info.m_numIterations - 1 - iteration;
-  if (!links.empty() && left >= 0 && left % 2 == 0) Solve();
-  return result;
+  if (left >= 0 && left % 2 == 0) Solve();
+  if (left == 0) NoteTensions(info.m_timeStep);
+  // Bullet would leave as soon as its own rows are met.
+  return std::max(result, 1.0);
 }
 
 }  // namespace orv::rws::addon

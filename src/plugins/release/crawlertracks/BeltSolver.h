@@ -8,7 +8,11 @@
 
 namespace orv::rws::addon {
 
-/// One axis of a joint.
+/// Length of the world's steps at 25 frames per second with the usual 10 sub-frames (s).
+inline constexpr double kNominalBeltStep = 0.04 / 11;
+
+/// One axis of a joint. Numbers hold for steps of the world of kNominalBeltStep; for others they
+/// are turned so that the axis answers the same in the same time.
 struct JointAxis {
   double softness = 1.0;
   double damping = 1.0;
@@ -29,8 +33,9 @@ class BeltJoint final : public btGeneric6DofConstraint {
   BeltJoint(btRigidBody& a, btRigidBody& b, const btTransform& inA, const btTransform& inB)
       : btGeneric6DofConstraint(a, b, inA, inB, true) {}
 
-  void TuneRotation(int index, const JointAxis& axis);
-  void TuneTranslation(double softness, double damping, double reduction);
+  /// `h` is the length of the world's steps (s).
+  void TuneRotation(int index, const JointAxis& axis, double h);
+  void TuneTranslation(const JointAxis& axis, double h);
   const Response& GetRotation(int index) const { return m_rotation[index]; }
   const Response& GetTranslation() const { return m_translation; }
 
@@ -81,9 +86,18 @@ class BeltSolver final : public btSequentialImpulseConstraintSolver {
     Eigen::Matrix3d inertia;
     Six wanted;  ///< right side that the joints make
     Six right;
+    // Of the joint to the body before.
+    Eigen::Vector3d armBefore = Eigen::Vector3d::Zero(),
+                    arm = armBefore;  ///< from either body's middle to the joint (m)
+    Eigen::Vector3d wantedPull = Eigen::Vector3d::Zero();
+    double resistance = 0.0;
+    double tension = 0.0;  ///< that it carried in the latest step (N)
   };
 
+  bool IsOfChain(int bodyCount) const;
   void Assemble(double h);
+  void Stiffen(std::size_t index, double h);
+  void NoteTensions(double h);
   void AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between, double h);
   static void Guide(const Link& link, Row& row, double h);
   void Factor();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "plugins/common/ground/triMeshStorage.h"
 #include "plugins/release/crawlertracks/BeltSolver.h"
@@ -138,9 +139,13 @@ struct BeltWorld::World {
   std::vector<Step> steps;
 };
 
-BeltWorld::BeltWorld(int bodies, const BeltTuning& tuning)
-    : m_tuning(tuning), m_world(std::make_unique<World>(bodies)) {
-  SetTuning(tuning);
+BeltWorld::BeltWorld(int bodies, const BeltTuning& tuning, double h)
+    : m_tuning(tuning), m_step(h), m_world(std::make_unique<World>(bodies)) {
+  // It would move bodies apart without regard for their joints.
+  m_world->world.getSolverInfo().m_splitImpulse = false;
+  // The chain is solved as one, so all of the world goes to the solver in one group.
+  m_world->world.getSolverInfo().m_minimumSolverBatchSize = std::numeric_limits<int>::max();
+  Tune(tuning, h);
 }
 
 BeltWorld::~BeltWorld() = default;
@@ -201,7 +206,7 @@ void BeltWorld::Link(bool closed) {
     b.joint = std::make_unique<BeltJoint>(*a.body, *b.body, behind, ahead);
     m_world->Add(*b.joint);
   }
-  SetTuning(m_tuning);
+  TuneJoints();
 }
 
 // --- settings ---
@@ -214,18 +219,32 @@ Vector BeltWorld::GetGravity() const {
   return FromBullet(m_world->world.getGravity());
 }
 
-void BeltWorld::SetTuning(const BeltTuning& tuning) {
+void BeltWorld::Tune(const BeltTuning& tuning, double h) {
+  if (tuning == m_tuning && h == m_step && !m_world->steps.empty()) return;
   m_tuning = tuning;
+  m_step = h;
   m_world->world.getSolverInfo().m_numIterations = tuning.trackAccuracy;
+  TuneJoints();
+}
+
+void BeltWorld::TuneJoints() {
+  const BeltTuning& t = m_tuning;
   for (World::Step& step : m_world->steps) {
-    step.body->setFriction(tuning.trackFriction);
+    step.body->setFriction(t.trackFriction);
+    if (step.attachment) TuneAttachment(*step.attachment);
     if (!step.joint) continue;
-    step.joint->TuneRotation(0, {tuning.flaccid, NotZero(tuning.trackDamping), 0.2});
-    step.joint->TuneRotation(1, {1.0, 1.0, 0.8});
-    step.joint->TuneRotation(2, {tuning.twistFlaccid, NotZero(tuning.trackTwistDamping), 0.2});
-    step.joint->TuneTranslation(tuning.transFlaccid, NotZero(tuning.trackTransDamping),
-                                kGapReduction);
+    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2}, m_step);
+    step.joint->TuneRotation(1, {1.0, 1.0, 0.8}, m_step);
+    step.joint->TuneRotation(2, {t.twistFlaccid, NotZero(t.trackTwistDamping), 0.2}, m_step);
+    step.joint->TuneTranslation({t.transFlaccid, NotZero(t.trackTransDamping), kGapReduction},
+                                m_step);
   }
+}
+
+void BeltWorld::TuneAttachment(BeltJoint& joint) const {
+  for (int axis = 0; axis < 3; ++axis) joint.TuneRotation(axis, {0.5, 1.0, 0.8}, m_step);
+  const double softness = 1.0 - std::pow(1.0 - kHoldSoftness, m_tuning.trackAccuracy);
+  joint.TuneTranslation({softness, 1.0, kGapReduction}, m_step);
 }
 
 // --- wheels ---
@@ -264,9 +283,7 @@ bool BeltWorld::AttachAt(int step, int wheel, double distance, double angle) {
   const btTransform place(btQuaternion(btVector3(1, 0, 0), angle), out * distance);
   held.attachment = std::make_unique<BeltJoint>(*m_world->wheels[index].body, *held.body, place,
                                                 btTransform::getIdentity());
-  for (int axis = 0; axis < 3; ++axis) held.attachment->TuneRotation(axis, {0.5, 1.0, 0.8});
-  held.attachment->TuneTranslation(1.0 - std::pow(1.0 - kHoldSoftness, m_tuning.trackAccuracy), 1.0,
-                                   kGapReduction);
+  TuneAttachment(*held.attachment);
   m_world->Add(*held.attachment);
   return true;
 }
@@ -293,12 +310,14 @@ void BeltWorld::Guide(int step, int wheel, bool on) {
 
 // --- time ---
 
-void BeltWorld::Advance(double h) {
+void BeltWorld::Advance() {
   auto& links = m_world->solver.links;
   links.clear();
+  // Steps without mass are all of a belt or none; nothing moves those.
   for (World::Step& step : m_world->steps)
-    links.push_back({step.body.get(), step.joint.get(), step.attachment.get(), step.guide});
-  m_world->world.stepSimulation(h, kMostInternalSteps, h);
+    if (step.body->getInvMass() > 0.0)
+      links.push_back({step.body.get(), step.joint.get(), step.attachment.get(), step.guide});
+  m_world->world.stepSimulation(m_step, kMostInternalSteps, m_step);
 }
 
 int BeltWorld::GetStepCount() const {

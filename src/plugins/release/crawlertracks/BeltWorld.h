@@ -9,6 +9,7 @@
 
 namespace orv::rws::addon {
 
+class BeltJoint;
 class triMeshStorage;
 
 /// What a user tunes while the belt runs.
@@ -55,7 +56,8 @@ class BeltWorld {
   using Transform = util::QTransform<double>;
 
   /// Makes room for this many bodies in all; more are refused.
-  BeltWorld(int bodies, const BeltTuning& tuning);
+  /// `h` is the length of its steps (s).
+  BeltWorld(int bodies, const BeltTuning& tuning, double h);
   ~BeltWorld();
   BeltWorld(const BeltWorld&) = delete;
   BeltWorld& operator=(const BeltWorld&) = delete;
@@ -72,8 +74,7 @@ class BeltWorld {
   /// Along the acceleration; its length counts.
   void SetGravity(const Vector& gravity);
   Vector GetGravity() const;
-  void SetTuning(const BeltTuning& tuning);
-  const BeltTuning& GetTuning() const { return m_tuning; }
+  void Tune(const BeltTuning& tuning, double h);
 
   void MoveGround(int ground, const Transform& pose);
   void MoveWheel(int wheel, const Transform& pose);
@@ -90,8 +91,8 @@ class BeltWorld {
   /// Leads a step, or no longer, in the middle plane of a wheel, as teeth lead a track.
   void Guide(int step, int wheel, bool on);
 
-  /// One step of the world of `h` seconds, with solver iterations as tuned.
-  void Advance(double h);
+  /// One step of the world.
+  void Advance();
 
   int GetStepCount() const;
   BodyState GetStep(int step) const;
@@ -100,7 +101,11 @@ class BeltWorld {
  private:
   struct World;
 
+  void TuneJoints();
+  void TuneAttachment(BeltJoint& joint) const;
+
   BeltTuning m_tuning;
+  double m_step;  ///< s
   std::unique_ptr<World> m_world;
 };
 

@@ -170,7 +170,9 @@ int CrawlerTracks::Store() {
     chunk.addChunk(std::move(track));
   }
   chunk.addChunk(DataChunk(kCustomData));
-  if (StoreSaveChunk(*m_pInterface, chunk) == 0) return 0;
+  int size = 0;
+  if (StoreSaveChunk(*m_pInterface, chunk) == 0 && m_pInterface->GetUserData(&size) && size > 0)
+    return 0;
   Tell("Error", "Error when saving. Please try again.", kIconCritical);
   return 1;
 }

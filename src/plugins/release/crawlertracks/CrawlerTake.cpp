@@ -105,6 +105,10 @@ void CrawlerTracks::Stop() {
   m_isRunning = m_inTake = false;
 }
 
+double CrawlerTracks::StepLength() const {
+  return m_pInterface->GetFrameDuration() / (m_settings.subFrames + 1);
+}
+
 Vector CrawlerTracks::GravityAt(double time, double divisor) const {
   const Vector down = -m_gravityDirection.ReadMatrix(time).axisRow(2).normalized();
   return down * (m_settings.gravity / divisor);
@@ -120,8 +124,8 @@ void CrawlerTracks::BuildWorld(double time) {
   if (groundExist) shapes = m_gravityDirection.ReadShapes(time, m_scale, m_shapes);
   FindMotions();
   m_world = std::make_unique<BeltWorld>(
-      static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()),
-      m_settings.tuning);
+      static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()), m_settings.tuning,
+      StepLength());
   m_groundsAfter = m_gravityDirection.ReadPoses(time);
   m_grounds.clear();
   for (std::size_t i = 0; i < shapes.size(); ++i)
@@ -172,7 +176,7 @@ void CrawlerTracks::Settle(double time) {
   const bool hasFrame = goesOn && memory.front().time <= before + kFrameTolerance;
   BuildWorld(hasFrame ? before : time);
   ReadFrame(hasFrame ? before : time, time);
-  StepFrame(dt, [](int) { return true; });
+  StepFrame([](int) { return true; });
   for (int i = 0; goesOn && i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
 }
 
@@ -205,7 +209,7 @@ void CrawlerTracks::ReadMotions(double before, double time) {
 Transform CrawlerTracks::WheelAt(const WheelMotion& motion, double part) const {
   Transform pose = Between(InBelt(motion.before, m_scale), InBelt(motion.after, m_scale), part);
   const double turn = m_turn * motion.ratio * part;
-  if (turn != 0.0) pose.rotation = pose.rotation * Quat::fromRotationVector({turn, 0.0, 0.0});
+  if (turn != 0.0) pose.rotation = Quat::fromRotationVector({turn, 0.0, 0.0}) * pose.rotation;
   return pose;
 }
 
@@ -291,14 +295,14 @@ void CrawlerTracks::ReadFrame(double before, double time) {
 
 /// Steps the world through a frame; `visit` is called with each sub-frame, from 1 on, and ends it
 /// by false.
-void CrawlerTracks::StepFrame(double dt, const std::function<bool(int)>& visit) {
+void CrawlerTracks::StepFrame(const std::function<bool(int)>& visit) {
   const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
   for (int k = 1; k <= subFrames; ++k) {
     HoldSteps();
     GuideSteps();
     for (int i = 1; i <= iterations; ++i) {
       MoveTo((k - 1 + static_cast<double>(i) / iterations) / subFrames);
-      m_world->Advance(dt / subFrames);
+      m_world->Advance();
     }
     if (!visit(k)) return;
   }
@@ -310,12 +314,12 @@ void CrawlerTracks::Step(double time) {
   const double before = FrameBefore(time, dt);
   const int subFrames = m_settings.subFrames + 1;
   const double iterations = m_settings.trackIterations;
-  if (m_world->GetTuning() != m_settings.tuning) m_world->SetTuning(m_settings.tuning);
+  m_world->Tune(m_settings.tuning, StepLength());
   m_world->SetGravity(GravityAt(before, iterations * iterations));
   ReadFrame(before, time);
   // Forward is -Z: the belt's upper run goes there.
   m_turn = m_input ? -m_input->read() * m_settings.rotationInput * dt : 0.0;
-  StepFrame(dt, [&](int k) {
+  StepFrame([&](int k) {
     if (HasBurst()) return false;
     const double part = static_cast<double>(k) / subFrames;
     if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)

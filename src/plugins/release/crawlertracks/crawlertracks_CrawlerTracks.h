@@ -164,7 +164,8 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   void BuildSteps(double time);
   void Settle(double time);
   void ReadFrame(double before, double time);
-  void StepFrame(double dt, const std::function<bool(int)>& visit);
+  void StepFrame(const std::function<bool(int)>& visit);
+  double StepLength() const;
   Vector GravityAt(double time, double divisor) const;
   void FindMotions();
   void ReadMotions(double before, double time);
