@@ -142,7 +142,11 @@ void addShots(PlotData& data, const std::vector<PlotSubject>& subjects,
   }
   if (fired.curves.empty()) return;
   data.panels.push_back(std::move(fired));
-  data.panels.push_back(std::move(recoil));
+  const auto isStill = [](const PlotCurve& curve) {
+    return *std::max_element(curve.values.begin(), curve.values.end()) < 1e-9;
+  };
+  if (!std::all_of(recoil.curves.begin(), recoil.curves.end(), isStill))
+    data.panels.push_back(std::move(recoil));
 }
 
 }  // namespace orv::app
