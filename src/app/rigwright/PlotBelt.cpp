@@ -72,11 +72,15 @@ std::vector<Belt> beltsOf(const PlotData& data, const std::vector<PlotSubject>& 
   return belts;
 }
 
+const std::string& nameOf(const Belt& belt) {
+  return belt.subject->rig->GetInstanceName();
+}
+
 // --- curves ---
 
 /// Mean way of the steps within the Frame from frame to frame, by time (m/s).
 PlotCurve beltSpeed(const Belt& belt, const std::vector<double>& times) {
-  PlotCurve curve;
+  PlotCurve curve{nameOf(belt) + ", mean of the steps", {}, {}};
   const double unit = belt.framePoses.front().rowLengths().z;
   for (std::size_t i = 1; i < times.size(); ++i) {
     const Matrix before = belt.framePoses[i - 1].affineInverse();
@@ -95,7 +99,7 @@ PlotCurve beltSpeed(const Belt& belt, const std::vector<double>& times) {
 
 /// Speed of the driveWheel at the middle of the steps that lie on it (m/s).
 PlotCurve rimSpeed(const Belt& belt, const std::vector<double>& times) {
-  PlotCurve curve;
+  PlotCurve curve{nameOf(belt) + ", rim of the driveWheel", {}, {}};
   const Poses wheel = posesOf(*belt.driveWheel, times);
   const double radius =
       boxOf(*belt.driveWheel).high.y * wheel.front().rowLengths().y +
@@ -111,7 +115,7 @@ PlotCurve rimSpeed(const Belt& belt, const std::vector<double>& times) {
 
 /// Between the end of a step and the beginning of the next, in percent of a step's length.
 PlotCurve widestGap(const Belt& belt, const std::vector<double>& times) {
-  PlotCurve curve{{}, times, {}};
+  PlotCurve curve{nameOf(belt), times, {}};
   const Vector middle = (belt.step.low + belt.step.high) * 0.5;
   const Vector begin(middle.x, middle.y, belt.step.low.z),
       end(middle.x, middle.y, belt.step.high.z);
@@ -161,7 +165,7 @@ void addWheel(std::vector<PlotLine>& lines, const SceneNode& wheel, double time,
 PlotView sideView(const Belt& belt, std::size_t frame, double time,
                   const rws::adaptor::headless::Scene& scene) {
   PlotView view;
-  view.title = belt.subject->rig->GetInstanceName() + " at " + util::shortText(time) + " s";
+  view.title = nameOf(belt) + " at " + util::shortText(time) + " s";
   // The belt's forward is the Frame's -Z.
   const Vector forward = -belt.framePoses[frame].axisRow(2);
   const Vector level(forward.x, 0.0, forward.z);
@@ -176,12 +180,6 @@ PlotView sideView(const Belt& belt, std::size_t frame, double time,
   return view;
 }
 
-void addCurve(PlotPanel& panel, PlotCurve curve, const std::string& name, int pen) {
-  curve.name = name;
-  panel.curves.push_back(std::move(curve));
-  panel.colours.push_back(pen);
-}
-
 }  // namespace
 
 void addBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
@@ -192,10 +190,9 @@ void addBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
   PlotPanel gap{"Widest gap between two steps", "% of a step", {}, {}};
   int pen = 0;
   for (const Belt& belt : belts) {
-    const std::string rig = belt.subject->rig->GetInstanceName();
-    addCurve(speed, rimSpeed(belt, data.times), rig + ", rim of the driveWheel", pen + 1);
-    addCurve(speed, beltSpeed(belt, data.times), rig + ", mean of the steps", pen);
-    addCurve(gap, widestGap(belt, data.times), rig, pen);
+    speed.add(rimSpeed(belt, data.times), pen + 1);
+    speed.add(beltSpeed(belt, data.times), pen);
+    gap.add(widestGap(belt, data.times), pen);
     pen += 2;
   }
   data.panels.push_back(std::move(speed));

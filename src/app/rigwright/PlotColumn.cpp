@@ -58,28 +58,24 @@ struct PlotColumn::Axis {
 PlotColumn::PlotColumn(const PlotData& data, double left, double width)
     : m_data(data), m_left(left), m_width(width) {}
 
-PlotBounds PlotColumn::bounds() const {
-  PlotBounds bounds;
-  for (const PlotPath& path : m_data.paths) {
-    for (const Vector3<double>& p : path.points) {
-      bounds.x.include(p.x);
-      bounds.z.include(p.z);
-    }
-  }
-  for (const PlotLine& line : m_data.lines) {
-    if (line.pen == PlotLine::kSurface) continue;
-    for (const Vector3<double>& p : line.points) {
-      bounds.x.include(p.x);
-      bounds.z.include(p.z);
-    }
-  }
-  bounds.x.settle();
-  bounds.z.settle();
-  const double room = std::max(bounds.longerSide(), 1e-3) * 0.06;
-  for (PlotSpan* span : {&bounds.x, &bounds.z}) {
+void PlotBounds::widen(double part) {
+  x.settle();
+  z.settle();
+  const double room = std::max(longerSide(), 1e-3) * part;
+  for (PlotSpan* span : {&x, &z}) {
     span->low -= room;
     span->high += room;
   }
+}
+
+PlotBounds PlotColumn::bounds() const {
+  PlotBounds bounds;
+  for (const PlotPath& path : m_data.paths)
+    for (const Vector3<double>& p : path.points) bounds.include(p.x, p.z);
+  for (const PlotLine& line : m_data.lines)
+    if (line.pen != PlotLine::kSurface)
+      for (const Vector3<double>& p : line.points) bounds.include(p.x, p.z);
+  bounds.widen(0.06);
   return bounds;
 }
 
@@ -307,20 +303,10 @@ namespace {
 /// What a side view needs, with some room: `x` is along its axis, `z` is the height.
 PlotBounds boundsOf(const PlotView& view) {
   PlotBounds bounds;
-  for (const PlotLine& line : view.lines) {
-    if (line.pen == PlotLine::kSurface) continue;
-    for (const Vector3<double>& p : line.points) {
-      bounds.x.include(p.dot(view.across));
-      bounds.z.include(p.y);
-    }
-  }
-  bounds.x.settle();
-  bounds.z.settle();
-  const double room = std::max(bounds.longerSide(), 1e-3) * 0.05;
-  for (PlotSpan* span : {&bounds.x, &bounds.z}) {
-    span->low -= room;
-    span->high += room;
-  }
+  for (const PlotLine& line : view.lines)
+    if (line.pen != PlotLine::kSurface)
+      for (const Vector3<double>& p : line.points) bounds.include(p.dot(view.across), p.y);
+  bounds.widen(0.05);
   return bounds;
 }
 

@@ -35,6 +35,12 @@ struct PlotSpan {
 struct PlotBounds {
   PlotSpan x, z;
 
+  void include(double across, double along) {
+    x.include(across);
+    z.include(along);
+  }
+  /// Makes room around, as a part of the longer side.
+  void widen(double part);
   double longerSide() const { return std::max(x.length(), z.length()); }
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "util/Vector3.h"
@@ -48,6 +49,11 @@ struct PlotPanel {
   std::vector<PlotCurve> curves;
   std::vector<int> colours;  ///< of the curves: numbers of the pens
   bool fromZero = true;      ///< the axis of the values shows 0
+
+  void add(PlotCurve curve, int colour) {
+    curves.push_back(std::move(curve));
+    colours.push_back(colour);
+  }
 };
 
 /// One scene. Paths and curves of one node share a pen: that of the path's place.

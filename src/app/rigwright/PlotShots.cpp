@@ -89,12 +89,6 @@ std::vector<double> recoilOf(const SceneNode& trigger, const SceneNode& barrel,
   return recoil;
 }
 
-void addCurve(PlotPanel& panel, const std::string& name, const std::vector<double>& times,
-              std::vector<double> values, int pen) {
-  panel.curves.push_back({name, times, std::move(values)});
-  panel.colours.push_back(pen);
-}
-
 /// Level and unit; to the right where the gun fires straight up or all round.
 Vector meanAim(const SceneNode& barrel, const std::vector<Shot>& shots) {
   Vector sum;
@@ -137,8 +131,8 @@ void addShots(PlotData& data, const std::vector<PlotSubject>& subjects,
         marks->insert(marks->end(), shot.hits.begin(), shot.hits.end());
     }
     data.views.push_back(std::move(view));
-    addCurve(fired, rig, data.times, countsOf(shots, data.times), own);
-    addCurve(recoil, rig, data.times, recoilOf(*trigger, *barrel, data.times), own);
+    fired.add({rig, data.times, countsOf(shots, data.times)}, own);
+    recoil.add({rig, data.times, recoilOf(*trigger, *barrel, data.times)}, own);
   }
   if (fired.curves.empty()) return;
   data.panels.push_back(std::move(fired));

@@ -51,11 +51,6 @@ PlotPath pathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
   return path;
 }
 
-void addCurve(PlotPanel& panel, PlotCurve curve, int colour) {
-  panel.curves.push_back(std::move(curve));
-  panel.colours.push_back(colour);
-}
-
 PlotCurve speedCurve(const PlotPath& path, const std::vector<double>& times) {
   PlotCurve curve;
   curve.name = path.name;
@@ -108,8 +103,8 @@ void addDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
         far.values.push_back((a.translation() - b.translation()).length());
         turned.values.push_back(angleBetween(a, b));
       }
-      addCurve(position, std::move(far), colour);
-      addCurve(rotation, std::move(turned), colour);
+      position.add(std::move(far), colour);
+      rotation.add(std::move(turned), colour);
     }
     colour += subject.followed ? 2 : 1;
   }
@@ -140,7 +135,7 @@ void addInputs(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
         curve.times.push_back(sample.time);
         curve.values.push_back(sample.value);
       }
-      addCurve(panel, std::move(curve), static_cast<int>(panel.curves.size()));
+      panel.add(std::move(curve), static_cast<int>(panel.curves.size()));
     }
   }
   if (left) out.warn(std::to_string(left) + " more inputs are not drawn (choose a rig by --rig)");
@@ -165,9 +160,9 @@ void addMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
   // What is followed is drawn first, so that the follower's curve lies on it.
   for (std::size_t i = data.paths.size(); i-- > 0;) {
     const PlotPath& path = data.paths[i];
-    addCurve(height, heightCurve(path, data.times), static_cast<int>(i));
-    addCurve(speed, speedCurve(path, data.times), static_cast<int>(i));
-    addCurve(turn, turnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
+    height.add(heightCurve(path, data.times), static_cast<int>(i));
+    speed.add(speedCurve(path, data.times), static_cast<int>(i));
+    turn.add(turnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
   }
   if (hasMovement(height)) data.panels.push_back(std::move(height));
   data.panels.push_back(std::move(speed));
