@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and performs the demo: a follow camera on a shaky object, a car
 # that is driven over a terrain for 30 s, then once more as an F1 and as a boat from the same inputs,
-# carriages on curves, and tools of one file each. Leaves out/demo/: source scenes, scenes with the
-# new keys, poses as CSV, and pictures.
+# carriages on curves, tools of one file each, a vehicle on belts that crosses bumps, and a turret
+# that fires at walls. Leaves out/demo/: source scenes, scenes with the new keys, poses as CSV, and
+# pictures.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -91,6 +92,46 @@ tools=$out/tools.glb
 "$rigwright" --quiet add "$tools" Turntable --name Table --profile "One Turn" -o "$tools" >/dev/null
 "$rigwright" resim "$tools" -o "$tools"
 "$rigwright" --quiet plot "$tools" --rig Lantern -o "$out/lantern.png"
+
+# A vehicle on two belts. Frame and wheels ride on the vehicle; the strip is the belts' ground.
+crawler=$out/crawler.glb
+python3 examples/make_crawler.py examples/crawler_inputs.csv "$crawler"
+for side in Left Right; do
+  x=$([ $side = Left ] && echo -1.1 || echo 1.1)
+  "$rigwright" --quiet add "$crawler" CrawlerTracks --name $side --translate "$x,0,1.875" \
+    -o "$crawler" >/dev/null
+  for wheel in 2 3 4; do
+    "$rigwright" --quiet press "$crawler" "$side:Add Wheel" -o "$crawler"
+  done
+  number=1
+  for wheel in driveWheel bogie01 bogie02 bogie03; do
+    "$rigwright" --quiet parent "$crawler" ${side}_$wheel ${side}Arm$number -o "$crawler"
+    number=$((number + 1))
+  done
+  "$rigwright" --quiet parent "$crawler" ${side}_Frame Hull -o "$crawler"
+  "$rigwright" --quiet parent "$crawler" ${side}_GravityDirection Strip -o "$crawler"
+  "$rigwright" --quiet press "$crawler" "$side:Calculate Number of Steps" -o "$crawler"
+  "$rigwright" --quiet press "$crawler" "$side:Create Track" -o "$crawler"
+done
+"$rigwright" resim "$crawler" --inputs examples/crawler_inputs.csv -o "$crawler"
+for picture in belt.png belt.svg; do
+  "$rigwright" --quiet plot "$crawler" --rig Left -o "$out/$picture"
+done
+
+# A turret that fires bursts while it swings; what the collision node hangs on is what shots hit.
+gun=$out/gun.glb
+python3 examples/make_turret.py "$gun"
+"$rigwright" --quiet add "$gun" Firepower --name Gun --profile Minigun --translate 0,1.5,0 \
+  --scale 0.4 -o "$gun" >/dev/null
+"$rigwright" --quiet parent "$gun" "Gun_fire trigger" Turret -o "$gun"
+"$rigwright" --quiet parent "$gun" Gun_collision Yard -o "$gun"
+"$rigwright" --quiet set "$gun" "Gun:Muzzle Velocity (m/s)=28" "Gun:Rate of fire (rounds/s)=10" \
+  "Gun:Spread Angle (degrees)=2" "Gun:Time Delay=0" "Gun:Lifetime (seconds)=2.5" \
+  "Gun:Air Resistance Force=0.05" "Gun:elasticity (%)=50" "Gun:Depth (%)=12" -o "$gun"
+"$rigwright" resim "$gun" --inputs examples/fire_bursts.csv -o "$gun"
+for picture in gun.png gun.svg; do
+  "$rigwright" --quiet plot "$gun" -o "$out/$picture"
+done
 
 echo "The demo is in $out:"
 ls -1 "$out"

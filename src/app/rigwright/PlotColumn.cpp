@@ -58,21 +58,24 @@ struct PlotColumn::Axis {
 PlotColumn::PlotColumn(const PlotData& data, double left, double width)
     : m_data(data), m_left(left), m_width(width) {}
 
-PlotBounds PlotColumn::bounds() const {
-  PlotBounds bounds;
-  for (const PlotPath& path : m_data.paths) {
-    for (const Vector3<double>& p : path.points) {
-      bounds.x.include(p.x);
-      bounds.z.include(p.z);
-    }
-  }
-  bounds.x.settle();
-  bounds.z.settle();
-  const double room = std::max(bounds.longerSide(), 1e-3) * 0.06;
-  for (PlotSpan* span : {&bounds.x, &bounds.z}) {
+void PlotBounds::widen(double part) {
+  x.settle();
+  z.settle();
+  const double room = std::max(longerSide(), 1e-3) * part;
+  for (PlotSpan* span : {&x, &z}) {
     span->low -= room;
     span->high += room;
   }
+}
+
+PlotBounds PlotColumn::bounds() const {
+  PlotBounds bounds;
+  for (const PlotPath& path : m_data.paths)
+    for (const Vector3<double>& p : path.points) bounds.include(p.x, p.z);
+  for (const PlotLine& line : m_data.lines)
+    if (line.pen != PlotLine::kSurface)
+      for (const Vector3<double>& p : line.points) bounds.include(p.x, p.z);
+  bounds.widen(0.06);
   return bounds;
 }
 
@@ -89,6 +92,9 @@ PlotLegend PlotColumn::pathLegend() const {
   PlotLegend legend(m_left, m_left, m_left + m_width);
   for (std::size_t i = 0; i < m_data.paths.size(); ++i)
     legend.add(m_data.paths[i].name, i, m_data.chief[i] ? 3.0 : 1.6);
+  for (const PlotLine& line : m_data.lines)
+    if (!line.name.empty())
+      legend.add(line.name, static_cast<std::size_t>(line.pen), line.thickness);
   return legend;
 }
 
@@ -129,10 +135,18 @@ void PlotColumn::drawTopView(QPainter& painter, const QRectF& view, const PlotBo
   const double step = roundStep(std::min(110.0, view.width() / 5.0) / scale, 1);
 
   drawGrid(view, x, z, step);
+  drawAxisNames(view, QStringLiteral("x (m) \u2192"), QStringLiteral("z (m) \u2193"));
   PlotLabels labels;
   drawScaleBar(view, x, z, step, labels);
   m_painter->save();
   m_painter->setClipRect(view);
+  for (const PlotLine& line : m_data.lines) {
+    QPolygonF polygon;
+    for (const Vector3<double>& p : line.points)
+      appendVisible(polygon, QPointF(x.at(p.x), z.at(p.z)), &p == &line.points.back());
+    drawLine(line, polygon);
+  }
+  for (const Vector3<double>& p : m_data.marks) drawMark(QPointF(x.at(p.x), z.at(p.z)));
   // The thin line of what is followed lies on the broad one of what follows it.
   for (const bool chief : {true, false})
     for (std::size_t i = 0; i < m_data.paths.size(); ++i)
@@ -144,7 +158,7 @@ void PlotColumn::drawTopView(QPainter& painter, const QRectF& view, const PlotBo
     if (m_data.chief[i]) drawTimeMarks(m_data.paths[i], i, view, x, z, labels);
 }
 
-void PlotColumn::drawGrid(const QRectF& view, const Axis& x, const Axis& z, double step) {
+void PlotColumn::drawGrid(const QRectF& view, const Axis& x, const Axis& y, double step) {
   m_painter->fillRect(view, kGround);
   const QFont f = plotFont(12);
   for (const double value : ticks(x.from, x.to, step)) {
@@ -154,8 +168,8 @@ void PlotColumn::drawGrid(const QRectF& view, const Axis& x, const Axis& z, doub
     write(QRectF(at - 50.0, view.bottom() + 4.0, 100.0, 16.0), Qt::AlignCenter,
           tickText(value, step), f, kFaint);
   }
-  for (const double value : ticks(z.from, z.to, step)) {
-    const double at = z.at(value);
+  for (const double value : ticks(y.from, y.to, step)) {
+    const double at = y.at(value);
     m_painter->setPen(QPen(kGrid, 1.0));
     m_painter->drawLine(QPointF(view.left(), at), QPointF(view.right(), at));
     write(QRectF(view.left() - 76.0, at - 8.0, 70.0, 16.0), Qt::AlignRight | Qt::AlignVCenter,
@@ -164,10 +178,30 @@ void PlotColumn::drawGrid(const QRectF& view, const Axis& x, const Axis& z, doub
   m_painter->setPen(QPen(kFrame, 1.0));
   m_painter->setBrush(Qt::NoBrush);
   m_painter->drawRect(view);
-  write(QRectF(view.right() - 200.0, view.bottom() + 20.0, 200.0, 16.0), Qt::AlignRight,
-        QStringLiteral("x (m) \u2192"), f, kText);
-  write(QRectF(view.left() - 76.0, view.top() - 24.0, 72.0, 16.0), Qt::AlignRight,
-        QStringLiteral("z (m) \u2193"), f, kText);
+}
+
+void PlotColumn::drawAxisNames(const QRectF& view, const QString& x, const QString& y) {
+  const QFont f = plotFont(12);
+  write(QRectF(view.right() - 200.0, view.bottom() + 20.0, 200.0, 16.0), Qt::AlignRight, x, f,
+        kText);
+  write(QRectF(view.left() - 76.0, view.top() - 24.0, 72.0, 16.0), Qt::AlignRight, y, f, kText);
+}
+
+void PlotColumn::drawLine(const PlotLine& line, const QPolygonF& polygon) {
+  m_painter->setPen(line.pen == PlotLine::kSurface
+                        ? QPen(kFaint, line.thickness)
+                        : penOf(static_cast<std::size_t>(line.pen), line.thickness));
+  m_painter->setBrush(Qt::NoBrush);
+  if (line.closed)
+    m_painter->drawPolygon(polygon);
+  else
+    m_painter->drawPolyline(polygon);
+}
+
+void PlotColumn::drawMark(const QPointF& mark) {
+  m_painter->setPen(QPen(kText, 0.9));
+  m_painter->setBrush(kPaper);
+  m_painter->drawEllipse(mark, 2.0, 2.0);
 }
 
 /// In the first corner of the view that no path crosses, from the lower right on.
@@ -261,6 +295,101 @@ void PlotColumn::drawEnds(const PlotPath& path, std::size_t index, const QRectF&
       writeOnPaper(area, end.name, f, colourOf(index).darker(120));
   }
 }
+
+// --- side views ---
+
+namespace {
+
+/// What a side view needs, with some room: `x` is along its axis, `z` is the height.
+PlotBounds boundsOf(const PlotView& view) {
+  PlotBounds bounds;
+  for (const PlotLine& line : view.lines)
+    if (line.pen != PlotLine::kSurface)
+      for (const Vector3<double>& p : line.points) bounds.include(p.dot(view.across), p.y);
+  bounds.widen(0.05);
+  return bounds;
+}
+
+}  // namespace
+
+/// Where the side views stand: all of one size and one scale.
+struct PlotColumn::Cells {
+  static constexpr double kGap = 92.0;    ///< between two in a row, with the numbers of the right
+  static constexpr double kTitle = 40.0;  ///< above each
+  static constexpr double kFoot = 36.0;   ///< below each: the axis
+
+  std::vector<PlotBounds> bounds;
+  std::size_t perRow = 1;
+  double width = 0.0, height = 0.0;  ///< pixels
+};
+
+PlotColumn::Cells PlotColumn::cells() const {
+  constexpr double kLeastWidth = 400.0, kMostHeight = 420.0;  // pixels
+  Cells cells;
+  double x = 0.0, z = 0.0;
+  for (const PlotView& view : m_data.views) {
+    cells.bounds.push_back(boundsOf(view));
+    x = std::max(x, cells.bounds.back().x.length());
+    z = std::max(z, cells.bounds.back().z.length());
+  }
+  if (cells.bounds.size() > 1 && m_width >= 2.0 * kLeastWidth + Cells::kGap) cells.perRow = 2;
+  const double gaps = Cells::kGap * static_cast<double>(cells.perRow - 1);
+  cells.width = (m_width - gaps) / static_cast<double>(cells.perRow);
+  cells.height = std::min(cells.width * z / std::max(x, 1e-9), kMostHeight);
+  for (PlotBounds& b : cells.bounds) {
+    const double middleX = (b.x.low + b.x.high) / 2.0, middleZ = (b.z.low + b.z.high) / 2.0;
+    const double scale = std::max(x / cells.width, z / cells.height);  // metres of a pixel
+    const double halfX = cells.width / 2.0 * scale, halfZ = cells.height / 2.0 * scale;
+    b = {{middleX - halfX, middleX + halfX}, {middleZ - halfZ, middleZ + halfZ}};
+  }
+  return cells;
+}
+
+double PlotColumn::viewsHeight() const {
+  if (m_data.views.empty()) return 0.0;
+  const Cells all = cells();
+  const std::size_t rows = (m_data.views.size() + all.perRow - 1) / all.perRow;
+  return static_cast<double>(rows) * (Cells::kTitle + all.height + Cells::kFoot);
+}
+
+void PlotColumn::drawViews(QPainter& painter, double top) {
+  if (m_data.views.empty()) return;
+  m_painter = &painter;
+  const Cells all = cells();
+  for (std::size_t i = 0; i < m_data.views.size(); ++i) {
+    const auto column = static_cast<double>(i % all.perRow);
+    const auto row = static_cast<double>(i / all.perRow);
+    drawView(m_data.views[i], all.bounds[i],
+             QRectF(m_left + column * (all.width + Cells::kGap),
+                    top + row * (Cells::kTitle + all.height + Cells::kFoot) + Cells::kTitle,
+                    all.width, all.height));
+  }
+}
+
+void PlotColumn::drawView(const PlotView& view, const PlotBounds& bounds, const QRectF& area) {
+  const Axis x{bounds.x.low, bounds.x.high, area.left(), area.right()};
+  const Axis y{bounds.z.low, bounds.z.high, area.bottom(), area.top()};
+  const auto at = [&](const Vector3<double>& p) {
+    return QPointF(x.at(p.dot(view.across)), y.at(p.y));
+  };
+  write(QRectF(area.left() + 10.0, area.top() - 26.0, area.width(), 20.0),
+        Qt::AlignLeft | Qt::AlignVCenter, fromUtf8(view.title), plotFont(14, true), kText);
+  drawGrid(area, x, y, roundStep(80.0 * bounds.x.length() / area.width(), 1));
+  drawAxisNames(area, QStringLiteral("along (m) \u2192"), QStringLiteral("y (m) \u2191"));
+  m_painter->save();
+  m_painter->setClipRect(area);
+  for (const PlotLine& line : view.lines) {
+    QPolygonF polygon;
+    for (const Vector3<double>& p : line.points)
+      appendVisible(polygon, at(p), &p == &line.points.back());
+    if (polygon.boundingRect().adjusted(-1.0, -1.0, 1.0, 1.0).intersects(area))
+      drawLine(line, polygon);
+  }
+  for (const Vector3<double>& p : view.marks) drawMark(at(p));
+  m_painter->restore();
+}
+
+// --- curves ---
 
 void PlotColumn::drawPanel(QPainter& painter, const PlotPanel& panel, const QRectF& area,
                            const PlotSpan& values, double moreLegend) {

@@ -11,6 +11,8 @@
 class QColor;
 class QFont;
 class QPainter;
+class QPointF;
+class QPolygonF;
 class QString;
 
 namespace orv::app {
@@ -33,6 +35,12 @@ struct PlotSpan {
 struct PlotBounds {
   PlotSpan x, z;
 
+  void include(double across, double along) {
+    x.include(across);
+    z.include(along);
+  }
+  /// Makes room around, as a part of the longer side.
+  void widen(double part);
   double longerSide() const { return std::max(x.length(), z.length()); }
 };
 
@@ -56,6 +64,10 @@ class PlotColumn {
   PlotLegend panelLegend(const PlotPanel& panel) const;
 
   void drawTopView(QPainter& painter, const QRectF& area, const PlotBounds& bounds);
+
+  /// Height that the scene's side views want (pixels): rows of cells that show as many metres.
+  double viewsHeight() const;
+  void drawViews(QPainter& painter, double top);
   /// `moreLegend` is the height that the legend's rows behind the first have above `area`.
   void drawPanel(QPainter& painter, const PlotPanel& panel, const QRectF& area,
                  const PlotSpan& values, double moreLegend);
@@ -63,7 +75,15 @@ class PlotColumn {
  private:
   struct Axis;
 
-  void drawGrid(const QRectF& view, const Axis& x, const Axis& z, double step);
+  struct Cells;
+
+  Cells cells() const;
+  void drawView(const PlotView& view, const PlotBounds& bounds, const QRectF& area);
+  void drawGrid(const QRectF& view, const Axis& x, const Axis& y, double step);
+  void drawAxisNames(const QRectF& view, const QString& x, const QString& y);
+  /// The rest of the line is that of `line`; places are in pixels.
+  void drawLine(const PlotLine& line, const QPolygonF& polygon);
+  void drawMark(const QPointF& mark);
   void drawScaleBar(const QRectF& view, const Axis& x, const Axis& z, double metres,
                     PlotLabels& labels);
   void drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,

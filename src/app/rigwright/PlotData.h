@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "util/Vector3.h"
@@ -12,6 +13,26 @@ namespace orv::app {
 struct PlotPath {
   std::string name;
   std::vector<util::Vector3<double>> points;
+};
+
+/// A line through the world that is no path of a node: a shot's flight, or where a plane cuts a
+/// mesh (m).
+struct PlotLine {
+  static constexpr int kSurface = -1;  ///< pen of what is cut; it needs no room in a picture
+
+  std::vector<util::Vector3<double>> points;
+  int pen = kSurface;
+  double thickness = 1.4;
+  bool closed = false;
+  std::string name;  ///< in the legend of the top view; empty: none
+};
+
+/// Lines seen from the side, to scale.
+struct PlotView {
+  std::string title;
+  util::Vector3<double> across{1.0, 0.0, 0.0};  ///< unit, level: to the right
+  std::vector<PlotLine> lines;
+  std::vector<util::Vector3<double>> marks;  ///< small rings (m)
 };
 
 /// A value over time (s).
@@ -28,6 +49,11 @@ struct PlotPanel {
   std::vector<PlotCurve> curves;
   std::vector<int> colours;  ///< of the curves: numbers of the pens
   bool fromZero = true;      ///< the axis of the values shows 0
+
+  void add(PlotCurve curve, int colour) {
+    curves.push_back(std::move(curve));
+    colours.push_back(colour);
+  }
 };
 
 /// One scene. Paths and curves of one node share a pen: that of the path's place.
@@ -35,9 +61,12 @@ struct PlotData {
   std::string heading;  ///< over the scene's column; may be empty
   double start = 0.0;   ///< s
   double end = 0.0;
-  std::vector<double> times;    ///< of all points of the paths, rising
-  std::vector<PlotPath> paths;  ///< chief nodes first, each before what it follows
-  std::vector<bool> chief;      ///< which of the paths carry time marks
+  std::vector<double> times;                 ///< of all points of the paths, rising
+  std::vector<PlotPath> paths;               ///< chief nodes first, each before what it follows
+  std::vector<bool> chief;                   ///< which of the paths carry time marks
+  std::vector<PlotLine> lines;               ///< of the top view, beside the paths
+  std::vector<util::Vector3<double>> marks;  ///< of the top view: small rings (m)
+  std::vector<PlotView> views;               ///< below the top view
   std::vector<PlotPanel> panels;
 };
 

@@ -24,6 +24,7 @@ constexpr double kHeader = 96.0;       ///< title, subtitle and one row of legen
 constexpr double kHeading = 26.0;      ///< of a scene among several
 constexpr double kTopViewMin = 260.0;  ///< height of the top view; long paths get less
 constexpr double kTopViewMax = 620.0;
+constexpr double kViewsGap = 36.0;  ///< above the side views: the axis of the top view
 constexpr double kPanelHeight = 130.0;
 constexpr double kPanelGap = 58.0;  ///< above a panel: its title and legend
 constexpr double kFooter = 56.0;
@@ -64,6 +65,9 @@ class Page {
   void placeTopViews();
   void findRows();
   Row& row(const std::string& title);
+  double panelsTop() const {
+    return m_topViewBottom + std::max(30.0, kViewsGap + m_viewsHeight - 20.0);
+  }
   double legendY() const { return m_columns.size() > 1 ? 66.0 + kHeading : 66.0; }
   void drawHeader(QPainter& painter);
 
@@ -72,6 +76,7 @@ class Page {
   std::vector<PlotBounds> m_bounds;  ///< per column
   std::vector<Row> m_rows;
   double m_topViewTop = 0.0, m_topViewBottom = 0.0;
+  double m_viewsHeight = 0.0;  ///< of the side views
   double m_width = 0.0, m_height = 0.0;
 };
 
@@ -118,7 +123,9 @@ void Page::findRows() {
       its.moreLegend = std::max(its.moreLegend, m_columns[i].panelLegend(panel).moreHeight());
     }
   }
-  m_height = m_topViewBottom + 30.0 + kFooter;
+  for (const PlotColumn& column : m_columns)
+    m_viewsHeight = std::max(m_viewsHeight, column.viewsHeight());
+  m_height = panelsTop() + kFooter;
   for (const Row& row : m_rows) m_height += kPanelGap + row.moreLegend + kPanelHeight;
 }
 
@@ -133,7 +140,8 @@ void Page::draw(QPainter& painter) {
         painter,
         QRectF(column.left(), m_topViewTop, column.width(), m_topViewBottom - m_topViewTop),
         m_bounds[i]);
-    double y = m_topViewBottom + 30.0;
+    column.drawViews(painter, m_topViewBottom + kViewsGap);
+    double y = panelsTop();
     for (const Row& row : m_rows) {
       y += kPanelGap + row.moreLegend + kPanelHeight;
       if (row.panels[i])

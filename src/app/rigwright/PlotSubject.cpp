@@ -1,10 +1,12 @@
 #include "app/rigwright/PlotSubject.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/SceneNode.h"
+#include "app/rigwright/PlotShots.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
 
@@ -17,10 +19,13 @@ using Matrix = util::Matrix<double>;
 
 namespace {
 
+/// All but the projectiles of a gun, which are keyed but are not what the rig is.
 std::vector<SceneNode*> sceneNodesOf(const Instance& rig) {
   std::vector<SceneNode*> nodes;
-  for (rws::core::CoreNode* node : rig.GetNodes())
+  for (rws::core::CoreNode* node : rig.GetNodes()) {
+    if (isShot(node->GetName())) continue;
     if (SceneNode* own = static_cast<HeadlessNode*>(node)->GetSceneNode()) nodes.push_back(own);
+  }
   return nodes;
 }
 
@@ -44,10 +49,29 @@ std::vector<Matrix> posesOf(const SceneNode& node, const std::vector<double>& ti
   return poses;
 }
 
+double angleBetween(const Matrix& a, const Matrix& b) {
+  constexpr double kDegrees = 57.295779513082323;
+  const auto p = util::Quat<double>::fromMatrix(a);
+  const auto q = util::Quat<double>::fromMatrix(b);
+  const util::Quat<double> turn = p.conjugate() * q;
+  const double sine = util::Vector3<double>(turn.x, turn.y, turn.z).length();
+  return 2.0 * std::atan2(sine, std::abs(turn.w)) * kDegrees;
+}
+
 SceneNode* rigNode(const Instance& rig, const std::string& name) {
   for (rws::core::CoreNode* node : rig.GetNodes())
     if (node->GetName() == name) return static_cast<HeadlessNode*>(node)->GetSceneNode();
   return nullptr;
+}
+
+std::vector<const SceneNode*> rigNodes(const Instance& rig, const std::string& start) {
+  std::vector<const SceneNode*> nodes;
+  for (rws::core::CoreNode* node : rig.GetNodes()) {
+    if (node->GetName().compare(0, start.size(), start) != 0) continue;
+    if (const SceneNode* own = static_cast<HeadlessNode*>(node)->GetSceneNode())
+      nodes.push_back(own);
+  }
+  return nodes;
 }
 
 bool isCameraRig(const Instance& rig) {

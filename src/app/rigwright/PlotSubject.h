@@ -30,8 +30,13 @@ PlotSubject plotSubjectOf(rws::core::Instance& rig, const std::vector<double>& t
 
 std::vector<util::Matrix<double>> posesOf(const rws::adaptor::headless::SceneNode& node,
                                           const std::vector<double>& times);
+/// Degrees between two orientations.
+double angleBetween(const util::Matrix<double>& a, const util::Matrix<double>& b);
 /// The rig's node of this name within the rig, such as "FollowCam"; null when there is none.
 rws::adaptor::headless::SceneNode* rigNode(const rws::core::Instance& rig, const std::string& name);
+/// The rig's nodes whose names within the rig begin so, in the order of their creation.
+std::vector<const rws::adaptor::headless::SceneNode*> rigNodes(const rws::core::Instance& rig,
+                                                               const std::string& start);
 bool isCameraRig(const rws::core::Instance& rig);
 
 }  // namespace orv::app

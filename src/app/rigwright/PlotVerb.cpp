@@ -10,8 +10,10 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/FrameTimes.h"
 #include "app/rigwright/Interrupt.h"
+#include "app/rigwright/PlotBelt.h"
 #include "app/rigwright/PlotData.h"
 #include "app/rigwright/PlotPainter.h"
+#include "app/rigwright/PlotShots.h"
 #include "app/rigwright/PlotSubject.h"
 #include "app/rigwright/PlotWheels.h"
 #include "app/rigwright/Program.h"
@@ -32,7 +34,6 @@ namespace {
 using rws::adaptor::headless::SceneNode;
 using rws::core::Instance;
 using Matrix = util::Matrix<double>;
-using Quat = util::Quat<double>;
 using Vector = util::Vector3<double>;
 
 struct PlotOptions {
@@ -50,11 +51,6 @@ PlotPath pathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
   return path;
 }
 
-void addCurve(PlotPanel& panel, PlotCurve curve, int colour) {
-  panel.curves.push_back(std::move(curve));
-  panel.colours.push_back(colour);
-}
-
 PlotCurve speedCurve(const PlotPath& path, const std::vector<double>& times) {
   PlotCurve curve;
   curve.name = path.name;
@@ -70,16 +66,6 @@ PlotCurve heightCurve(const PlotPath& path, const std::vector<double>& times) {
   PlotCurve curve{path.name, times, {}};
   for (const Vector& point : path.points) curve.values.push_back(point.y);
   return curve;
-}
-
-/// Degrees between two orientations.
-double angleBetween(const Matrix& a, const Matrix& b) {
-  constexpr double kDegrees = 57.295779513082323;
-  const Quat p = Quat::fromMatrix(a);
-  const Quat q = Quat::fromMatrix(b);
-  const Quat turn = p.conjugate() * q;
-  const double sine = Vector(turn.x, turn.y, turn.z).length();
-  return 2.0 * std::atan2(sine, std::abs(turn.w)) * kDegrees;
 }
 
 PlotCurve turnSpeedCurve(const std::string& name, const std::vector<Matrix>& poses,
@@ -117,8 +103,8 @@ void addDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
         far.values.push_back((a.translation() - b.translation()).length());
         turned.values.push_back(angleBetween(a, b));
       }
-      addCurve(position, std::move(far), colour);
-      addCurve(rotation, std::move(turned), colour);
+      position.add(std::move(far), colour);
+      rotation.add(std::move(turned), colour);
     }
     colour += subject.followed ? 2 : 1;
   }
@@ -149,7 +135,7 @@ void addInputs(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
         curve.times.push_back(sample.time);
         curve.values.push_back(sample.value);
       }
-      addCurve(panel, std::move(curve), static_cast<int>(panel.curves.size()));
+      panel.add(std::move(curve), static_cast<int>(panel.curves.size()));
     }
   }
   if (left) out.warn(std::to_string(left) + " more inputs are not drawn (choose a rig by --rig)");
@@ -174,9 +160,9 @@ void addMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
   // What is followed is drawn first, so that the follower's curve lies on it.
   for (std::size_t i = data.paths.size(); i-- > 0;) {
     const PlotPath& path = data.paths[i];
-    addCurve(height, heightCurve(path, data.times), static_cast<int>(i));
-    addCurve(speed, speedCurve(path, data.times), static_cast<int>(i));
-    addCurve(turn, turnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
+    height.add(heightCurve(path, data.times), static_cast<int>(i));
+    speed.add(speedCurve(path, data.times), static_cast<int>(i));
+    turn.add(turnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
   }
   if (hasMovement(height)) data.panels.push_back(std::move(height));
   data.panels.push_back(std::move(speed));
@@ -215,6 +201,8 @@ Gathered gather(SceneJob& job, const PlotOptions& options) {
   addMovement(data, subjects);
   addDifferences(data, subjects);
   addWheels(data, subjects, job.program().output());
+  addBelts(data, subjects, scene);
+  addShots(data, subjects, scene);
   addInputs(data, subjects, job.program().output());
   std::vector<std::string> names, profiles;
   for (const PlotSubject& subject : subjects) {
@@ -228,6 +216,10 @@ Gathered gather(SceneJob& job, const PlotOptions& options) {
   return result;
 }
 
+std::string viewsOf(const PlotData& data) {
+  return data.views.empty() ? "top view and curves" : "top view, side views and curves";
+}
+
 PlotSheet sheetOf(Program& program, const PlotOptions& options) {
   if (options.scenes.size() > kMostScenes)
     throw WrongUsage("a page has room for " + std::to_string(kMostScenes) + " scenes");
@@ -238,13 +230,13 @@ PlotSheet sheetOf(Program& program, const PlotOptions& options) {
     Gathered scene = gather(job, options);
     if (options.scenes.size() == 1) {
       sheet.title = scene.rigs;
-      sheet.subtitle = fileNameOf(path) + ", top view and curves, " + scene.frames;
+      sheet.subtitle = fileNameOf(path) + ", " + viewsOf(scene.data) + ", " + scene.frames;
     } else {
       scene.data.heading = fileNameOf(path) + ": " + scene.profiles;
       if (std::find(titles.begin(), titles.end(), scene.rigs) == titles.end())
         titles.push_back(scene.rigs);
       sheet.title = joined(titles, "; ");
-      sheet.subtitle = "top view and curves, " + scene.frames;
+      sheet.subtitle = viewsOf(scene.data) + ", " + scene.frames;
     }
     sheet.scenes.push_back(std::move(scene.data));
   }
@@ -279,7 +271,8 @@ void addPlotVerb(Program& program) {
   auto o = std::make_shared<PlotOptions>();
   CLI::App& verb = program.addVerb(
       "plot",
-      "Draw what rigs do: their paths from above with time marks, and curves of speed and inputs",
+      "Draw what rigs do: their paths from above with time marks, belts and shots from the side, "
+      "and curves of speed and inputs",
       "rigwright plot out.glb --rig Cam -o paths.svg", [o](Program& p) { runPlot(p, *o); });
   program.markReadOnly(verb);
   program.markDrawing(verb);

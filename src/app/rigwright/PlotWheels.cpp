@@ -50,12 +50,6 @@ double steeringOf(const Vector& axle, const Matrix& body) {
   return across < 0.0 ? std::atan2(-along, -across) : std::atan2(along, across);
 }
 
-void addCurve(PlotPanel& panel, std::string name, const std::vector<double>& times,
-              std::vector<double> values) {
-  panel.colours.push_back(static_cast<int>(panel.curves.size()));
-  panel.curves.push_back({std::move(name), times, std::move(values)});
-}
-
 }  // namespace
 
 void addWheels(PlotData& data, const std::vector<PlotSubject>& subjects, Output& out) {
@@ -77,16 +71,18 @@ void addWheels(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
       const auto* node = rigNode(*subject.rig, kWheels[w].node);
       if (!node) continue;
       const std::vector<Matrix> wheel = posesOf(*node, data.times);
-      addCurve(travel, (subjects.size() > 1 ? rig + " " : "") + kWheels[w].name, data.times,
-               travelOf(wheel, body));
+      travel.add({(subjects.size() > 1 ? rig + " " : "") + kWheels[w].name, data.times,
+                  travelOf(wheel, body)},
+                 static_cast<int>(travel.curves.size()));
       if (w >= 2) continue;
       fronts += 1.0;
       for (std::size_t i = 0; i < wheel.size(); ++i)
         angle[i] += steeringOf(axisOf(wheel[i], 0), body[i]) * kDegrees;
     }
     for (double& value : angle) value /= fronts;
-    addCurve(steering, subjects.size() > 1 ? rig : "mean of left and right", data.times,
-             std::move(angle));
+    steering.add(
+        {subjects.size() > 1 ? rig : "mean of left and right", data.times, std::move(angle)},
+        static_cast<int>(steering.curves.size()));
   }
   if (left)
     out.warn("the wheels of " + std::to_string(left) +

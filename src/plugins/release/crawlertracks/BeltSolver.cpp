@@ -39,13 +39,17 @@ Matrix3 Cross(const Vector3& v) {
   return m;
 }
 
-/// Rotation vector from `a` to `b`, the short way.
-Vector3 Turn(const btQuaternion& a, const btQuaternion& b) {
-  const btQuaternion turn = b * a.inverse();
-  const Vector3 half(turn.x(), turn.y(), turn.z());
-  const double sine = half.norm();
-  if (sine < 1e-12) return half * 2.0;
-  return half * (2.0 * std::atan2(turn.w() < 0.0 ? -sine : sine, std::abs(turn.w())) / sine);
+/// The turn from `a` to `b`: its axis, as long as its sine up to a right angle and 1 beyond.
+Vector3 Turn(const btMatrix3x3& a, const btMatrix3x3& b) {
+  // Half the sum of the crosses of the axes is the axis times the sine.
+  const btVector3 sum = a.getColumn(0).cross(b.getColumn(0)) +
+                        a.getColumn(1).cross(b.getColumn(1)) + a.getColumn(2).cross(b.getColumn(2));
+  const Vector3 sine = ToEigen(sum) * 0.5;
+  const double cosine = (a.getColumn(0).dot(b.getColumn(0)) + a.getColumn(1).dot(b.getColumn(1)) +
+                         a.getColumn(2).dot(b.getColumn(2)) - 1.0) /
+                        2.0;
+  const double length = sine.norm();
+  return cosine < 0.0 && length > 0.0 ? Vector3(sine / length) : sine;
 }
 
 /// Puts the Cholesky factor into the lower half of a symmetric block, with the reciprocals of its
@@ -140,7 +144,7 @@ void BeltSolver::AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between
   const Vector3 armA = ToEigen(frameA.getOrigin() - bodyA.getWorldTransform().getOrigin());
   const Vector3 armB = ToEigen(frameB.getOrigin() - bodyB.getWorldTransform().getOrigin());
   const Vector3 gap = ToEigen(frameB.getOrigin() - frameA.getOrigin());
-  const Vector3 error = Turn(frameA.getRotation(), frameB.getRotation());
+  const Vector3 error = Turn(frameA.getBasis(), frameB.getBasis());
 
   const btMatrix3x3 inverse = bodyA.getInvInertiaTensorWorld() + bodyB.getInvInertiaTensorWorld();
   const BeltJoint::Response& pull = joint.GetTranslation();

@@ -25,6 +25,9 @@ constexpr double kGroundMargin = 0.01;
 constexpr double kStepMargin = 0.1;
 /// Dampings of 0 would leave an axis free to swing for ever; they count as this.
 constexpr double kLeastDamping = 0.01;
+/// Steps this close in the chain never meet: where a belt bends, their inner edges reach into each
+/// other.
+constexpr int kNeighbours = 2;
 constexpr int kMostInternalSteps = 100;
 
 /// Part of a gap that a step of the world takes out.
@@ -53,12 +56,41 @@ double NotZero(double damping) {
   return damping == 0.0 ? kLeastDamping : damping;
 }
 
+/// Whether a wheel is certainly too far from a step to touch it: by the distance from its axle to
+/// the step's profile, where their boxes, as square as the wheel is wide, say little.
+bool IsApart(const btCollisionObject& wheel, const btCollisionObject& step) {
+  const btVector3 size =
+      static_cast<const btCylinderShapeX*>(wheel.getCollisionShape())->getHalfExtentsWithMargin();
+  const btVector3 half =
+      static_cast<const btBoxShape*>(step.getCollisionShape())->getHalfExtentsWithMargin();
+  const btMatrix3x3& axes = step.getWorldTransform().getBasis();
+  const btTransform& at = wheel.getWorldTransform();
+  const btVector3 axle = at.getBasis().getColumn(0) * axes;
+  const btVector3 centre = (at.getOrigin() - step.getWorldTransform().getOrigin()) * axes;
+  const double tilt = std::hypot(axle.y(), axle.z()) * (size.x() + half.x());
+  const double y = std::max(std::abs(centre.y()) - half.y(), 0.0);
+  const double z = std::max(std::abs(centre.z()) - half.z(), 0.0);
+  return std::hypot(y, z) > size.y() + tilt + gContactBreakingThreshold;
+}
+
+bool IsApart(const btBroadphaseProxy& a, const btBroadphaseProxy& b) {
+  if (!TestAabbAgainstAabb2(a.m_aabbMin, a.m_aabbMax, b.m_aabbMin, b.m_aabbMax)) return true;
+  const auto &one = *static_cast<const btCollisionObject*>(a.m_clientObject),
+             &other = *static_cast<const btCollisionObject*>(b.m_clientObject);
+  const auto isWheel = [](const btBroadphaseProxy& proxy) {
+    return proxy.m_collisionFilterGroup == kWheelGroup;
+  };
+  if (a.m_collisionFilterGroup == kStepGroup && b.m_collisionFilterGroup == kStepGroup &&
+      std::abs(one.getUserIndex() - other.getUserIndex()) <= kNeighbours)
+    return true;
+  return isWheel(a) ? IsApart(one, other) : isWheel(b) && IsApart(other, one);
+}
+
 /// The broadphase counts in cells of metres, so that most of its pairs are far apart. Those are
-/// told by their boxes, and what an earlier touch has left goes.
+/// told here, and what an earlier touch has left goes.
 void SkipDistantPairs(btBroadphasePair& pair, btCollisionDispatcher& dispatcher,
                       const btDispatcherInfo& info) {
-  const btBroadphaseProxy &a = *pair.m_pProxy0, &b = *pair.m_pProxy1;
-  if (TestAabbAgainstAabb2(a.m_aabbMin, a.m_aabbMax, b.m_aabbMin, b.m_aabbMax)) {
+  if (!IsApart(*pair.m_pProxy0, *pair.m_pProxy1)) {
     btCollisionDispatcher::defaultNearCallback(pair, dispatcher, info);
     return;
   }
@@ -105,9 +137,13 @@ struct BeltWorld::World {
   void Make(Body& out, btCollisionShape& shape, double mass, const Transform& pose) {
     btVector3 inertia(0, 0, 0);
     if (mass > 0.0) shape.calculateLocalInertia(mass, inertia);
-    out.motion = std::make_unique<btDefaultMotionState>(ToBullet(pose));
-    out.body = std::make_unique<btRigidBody>(btRigidBody::btRigidBodyConstructionInfo(
-        std::max(mass, 0.0), out.motion.get(), &shape, inertia));
+    // A motion state of a body that is moved from outside tells where to; steps need none.
+    if (mass <= 0.0) out.motion = std::make_unique<btDefaultMotionState>(ToBullet(pose));
+    btRigidBody::btRigidBodyConstructionInfo info(std::max(mass, 0.0), out.motion.get(), &shape,
+                                                  inertia);
+    info.m_startWorldTransform = ToBullet(pose);
+    out.body = std::make_unique<btRigidBody>(info);
+    out.body->setFlags(0);  // no gyroscopic forces: nothing spins about more than one axis
     out.body->setActivationState(DISABLE_DEACTIVATION);
   }
   void MakeKinematic(Body& out) {
@@ -191,6 +227,7 @@ int BeltWorld::AddStep(const StepBody& body, const BodyState& state) {
   step.body->setRestitution(kRestitution);
   m_world->steps.push_back(std::move(step));
   const int index = GetStepCount() - 1;
+  m_world->steps.back().body->setUserIndex(index);
   SetStep(index, state);
   return index;
 }
@@ -324,6 +361,11 @@ int BeltWorld::GetStepCount() const {
   return static_cast<int>(m_world->steps.size());
 }
 
+Vector BeltWorld::GetStepPlace(int step) const {
+  return FromBullet(
+      m_world->steps[static_cast<std::size_t>(step)].body->getWorldTransform().getOrigin());
+}
+
 BodyState BeltWorld::GetStep(int step) const {
   const btRigidBody& body = *m_world->steps[static_cast<std::size_t>(step)].body;
   return {FromBullet(body.getWorldTransform()), FromBullet(body.getLinearVelocity()),
@@ -335,7 +377,7 @@ void BeltWorld::SetStep(int step, const BodyState& state) {
   const btTransform pose = ToBullet(state.pose);
   body.setWorldTransform(pose);
   body.setInterpolationWorldTransform(pose);
-  body.getMotionState()->setWorldTransform(pose);
+  if (body.getMotionState()) body.getMotionState()->setWorldTransform(pose);
   body.setLinearVelocity(ToBullet(state.linear));
   body.setAngularVelocity(ToBullet(state.angular));
   body.setInterpolationLinearVelocity(ToBullet(state.linear));

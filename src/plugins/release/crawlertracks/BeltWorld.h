@@ -96,6 +96,8 @@ class BeltWorld {
 
   int GetStepCount() const;
   BodyState GetStep(int step) const;
+  /// The middle of a step.
+  Vector GetStepPlace(int step) const;
   void SetStep(int step, const BodyState& state);
 
  private:

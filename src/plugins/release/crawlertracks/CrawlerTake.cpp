@@ -242,7 +242,7 @@ void CrawlerTracks::HoldSteps() {
   const int count = m_world->GetStepCount();
   bool failed = false;
   const auto visit = [&](int i) {
-    const Vector step = (m_world->GetStep(i).pose.position - centre).normalized();
+    const Vector step = (m_world->GetStepPlace(i) - centre).normalized();
     const bool holds =
         others.empty() || (step.dot(second) < kHoldCosine && step.dot(last) < kHoldCosine);
     if (holds)
@@ -271,7 +271,7 @@ void CrawlerTracks::GuideSteps() {
   const StepBody& body = m_track->steps.front()->body;
   const double reach = m_motions.front().wheel->halfWidth / m_scale + body.size.x / 2;
   for (int i = 0; i < m_world->GetStepCount(); ++i) {
-    const Vector place = m_world->GetStep(i).pose.position;
+    const Vector place = m_world->GetStepPlace(i);
     const bool isOn = std::abs(toWheel.rotate(place - drive.position).x) < reach;
     bool touches = false;
     for (std::size_t w = 0; isOn && !touches && w < m_motions.size(); ++w) {
@@ -356,7 +356,7 @@ void CrawlerTracks::WriteFrame(double time, double part) {
 /// A belt that flew apart stands still from here on, and the user is told what helps.
 bool CrawlerTracks::HasBurst() {
   for (int i = 0; i < m_world->GetStepCount(); ++i) {
-    const Vector place = m_world->GetStep(i).pose.position;
+    const Vector place = m_world->GetStepPlace(i);
     if (place.length() < kWorldEnd) continue;
     m_isRunning = false;
     Tell("Warning",
