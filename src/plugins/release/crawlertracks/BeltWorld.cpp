@@ -8,6 +8,7 @@
 
 #include "plugins/common/ground/triMeshStorage.h"
 #include "plugins/release/crawlertracks/BeltSolver.h"
+#include "plugins/release/crawlertracks/WheelStepCollision.h"
 
 namespace orv::rws::addon {
 
@@ -56,34 +57,13 @@ double NotZero(double damping) {
   return damping == 0.0 ? kLeastDamping : damping;
 }
 
-/// Whether a wheel is certainly too far from a step to touch it: by the distance from its axle to
-/// the step's profile, where their boxes, as square as the wheel is wide, say little.
-bool IsApart(const btCollisionObject& wheel, const btCollisionObject& step) {
-  const btVector3 size =
-      static_cast<const btCylinderShapeX*>(wheel.getCollisionShape())->getHalfExtentsWithMargin();
-  const btVector3 half =
-      static_cast<const btBoxShape*>(step.getCollisionShape())->getHalfExtentsWithMargin();
-  const btMatrix3x3& axes = step.getWorldTransform().getBasis();
-  const btTransform& at = wheel.getWorldTransform();
-  const btVector3 axle = at.getBasis().getColumn(0) * axes;
-  const btVector3 centre = (at.getOrigin() - step.getWorldTransform().getOrigin()) * axes;
-  const double tilt = std::hypot(axle.y(), axle.z()) * (size.x() + half.x());
-  const double y = std::max(std::abs(centre.y()) - half.y(), 0.0);
-  const double z = std::max(std::abs(centre.z()) - half.z(), 0.0);
-  return std::hypot(y, z) > size.y() + tilt + gContactBreakingThreshold;
-}
-
 bool IsApart(const btBroadphaseProxy& a, const btBroadphaseProxy& b) {
   if (!TestAabbAgainstAabb2(a.m_aabbMin, a.m_aabbMax, b.m_aabbMin, b.m_aabbMax)) return true;
+  if (a.m_collisionFilterGroup != kStepGroup || b.m_collisionFilterGroup != kStepGroup)
+    return false;
   const auto &one = *static_cast<const btCollisionObject*>(a.m_clientObject),
              &other = *static_cast<const btCollisionObject*>(b.m_clientObject);
-  const auto isWheel = [](const btBroadphaseProxy& proxy) {
-    return proxy.m_collisionFilterGroup == kWheelGroup;
-  };
-  if (a.m_collisionFilterGroup == kStepGroup && b.m_collisionFilterGroup == kStepGroup &&
-      std::abs(one.getUserIndex() - other.getUserIndex()) <= kNeighbours)
-    return true;
-  return isWheel(a) ? IsApart(one, other) : isWheel(b) && IsApart(other, one);
+  return std::abs(one.getUserIndex() - other.getUserIndex()) <= kNeighbours;
 }
 
 /// The broadphase counts in cells of metres, so that most of its pairs are far apart. Those are
@@ -123,6 +103,10 @@ struct BeltWorld::World {
                    btVector3(kWorldExtent, kWorldExtent, kWorldExtent),
                    static_cast<unsigned short>(std::clamp(bodies + 2, 8, 16384)), nullptr, true) {
     dispatcher.setNearCallback(SkipDistantPairs);
+    dispatcher.registerCollisionCreateFunc(CYLINDER_SHAPE_PROXYTYPE, BOX_SHAPE_PROXYTYPE,
+                                           &wheelOnStep);
+    dispatcher.registerCollisionCreateFunc(BOX_SHAPE_PROXYTYPE, CYLINDER_SHAPE_PROXYTYPE,
+                                           &wheelOnStep);
   }
   ~World() {
     for (Step& step : steps) {
@@ -166,6 +150,7 @@ struct BeltWorld::World {
   }
 
   btDefaultCollisionConfiguration configuration;
+  WheelStepCollision::Maker wheelOnStep;
   btCollisionDispatcher dispatcher{&configuration};
   btAxisSweep3 broadphase;
   BeltSolver solver;
