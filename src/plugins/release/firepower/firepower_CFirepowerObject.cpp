@@ -306,6 +306,10 @@ Firepower::GunPose Firepower::ReadGun(double time, double dt) const {
 }
 
 void Firepower::Discharge(double time, double dt) {
+  if (m_barrel.ReadMatrix(time).axisRow(2).lengthSquared() == 0.0) {
+    Tell(kErrorOnFrame);  // it aims nowhere
+    return;
+  }
   m_discharge.offset = 1.0;
   // A round that comes while the barrel is still back goes on from there.
   const double back = m_settings.recoilBack * dt;
