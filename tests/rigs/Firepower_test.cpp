@@ -369,6 +369,9 @@ TEST(Firepower, AMirroredGunFiresMirroredProjectilesThatSpinAboutAxesOnAllSidesO
     for (int k = 0; k < 4; ++k) sides[k] = std::max(sides[k], lean[k]);
   }
   for (const double most : sides) EXPECT_GT(most, std::sin(13.0 * M_PI / 180.0));
+  gun.scene().find("Rig_barrel")->setPose({{}, {}, {1, 1, 0}});
+  gun.Resimulate(0, 3);
+  EXPECT_EQ(gun.Count(), 0) << "it aims nowhere";
 }
 
 TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
