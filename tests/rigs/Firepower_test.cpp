@@ -340,6 +340,40 @@ TEST(Firepower, ProjectilesPointWhereTheyFlySpinAsToldAndRestWhenTheirLifeIsOver
     for (int k = 0; k < 16; ++k) EXPECT_NEAR(gun.Bullet(1, frame)[k], there[k], 1e-12) << frame;
 }
 
+TEST(Firepower, AMirroredGunFiresMirroredProjectilesThatSpinAboutAxesOnAllSidesOfTheirFlight) {
+  Gun gun;
+  const double half = std::sqrt(0.5);
+  gun.scene().find("Rig_fire trigger")->setPose({{1, 2, 3}, {0.6, 0, 0, 0.8}, {-1, 1, 2}});
+  gun.scene().find("Rig_templateBullet")->setPose({{0, 0, -4}, {half, 0, 0, half}, {1, 1, 1}});
+  gun.Set({{"Rate of fire (rounds/s)", 0},
+           {"Bullets/discharge", 100},
+           {"Pitch Bullet", 1},
+           {"Randomize Rotation Axis", 20},
+           {"Set gravity affecting the bullets in flight", 0}});
+  gun.Resimulate(0, 3);
+  const Matrix shape = gun.Pose("templateBullet", 1);
+  for (const int frame : {1, 3})
+    for (int k = 0; k < 12; ++k) EXPECT_NEAR(gun.Bullet(1, frame)[k], shape[k], 1e-9) << k;
+  gun.Set({{"Rotate Bullet", 1}, {"Rotation (revolutions/s)", 6.25}});  // a quarter turn a frame
+  gun.Resimulate(0, 3);
+  const Vector ahead = -gun.Pose("barrel", 1).axisRow(2).normalized();
+  const Vector side = gun.Pose("barrel", 1).axisRow(0).normalized(), up = ahead.cross(side);
+  double sides[4] = {};
+  for (int i = 1; i <= 100; ++i) {
+    // What a half turn leaves of a direction is what lies along its axis.
+    const Vector was = gun.Bullet(i, 1).axisRow(1).normalized();
+    const Vector axis = (was + gun.Bullet(i, 3).axisRow(1).normalized()).normalized();
+    const Vector a = axis * (axis.dot(ahead) < 0.0 ? -1.0 : 1.0);
+    ASSERT_GT(a.dot(ahead), std::cos(20.0 * M_PI / 180.0) - 1e-9) << i;
+    const double lean[4] = {a.dot(side), -a.dot(side), a.dot(up), -a.dot(up)};
+    for (int k = 0; k < 4; ++k) sides[k] = std::max(sides[k], lean[k]);
+  }
+  for (const double most : sides) EXPECT_GT(most, std::sin(13.0 * M_PI / 180.0));
+  gun.scene().find("Rig_barrel")->setPose({{}, {}, {1, 1, 0}});
+  gun.Resimulate(0, 3);
+  EXPECT_EQ(gun.Count(), 0) << "it aims nowhere";
+}
+
 TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   Gun gun;
   gun.scene().reparent(*gun.scene().find("Rig_fire trigger"), gun.scene().find("Mover"), 0.0);

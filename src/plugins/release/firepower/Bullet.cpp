@@ -31,21 +31,36 @@ Matrix PoseOf(const Vector& position, const Quat& rotation, const Vector& scale)
   return pose;
 }
 
+/// A mirrored pose is a turned one of which the first axis is upside down.
+double MirrorOf(const Matrix& pose) {
+  return pose.axisRow(0).dot(pose.axisRow(1).cross(pose.axisRow(2))) < 0.0 ? -1.0 : 1.0;
+}
+
+Quat RotationOf(Matrix pose) {
+  ScaleRows(pose, {MirrorOf(pose), 1.0, 1.0});
+  return Quat::fromMatrix(pose);
+}
+
+bool IsUnit(double lengthSquared) {
+  return std::abs(lengthSquared - 1.0) < 1e-6;
+}
+
 }  // namespace
 
 Bullet::Bullet(int bulletNumber, CNode* bulletNode, double time, const Birth& birth)
     : number(bulletNumber),
       node(bulletNode),
       creationTime(time),
-      m_rotation(Quat::fromMatrix(birth.pose) * ArcBetween(birth.aim, birth.direction)),
+      m_rotation(RotationOf(birth.pose) * ArcBetween(birth.aim, birth.direction)),
       m_direction(birth.direction),
       m_scale(ScaleOf(birth.pose)),
       rotationDirection(birth.angularVelocity < 0.0 ? -1.0 : 1.0),
       angularVelocity(std::abs(birth.angularVelocity)),
       length(birth.length),
       m_flight{birth.pose.translation(), birth.velocity} {
+  m_scale.x *= MirrorOf(birth.pose);
   const Vector axis = m_rotation.conjugate().rotate(birth.direction);
-  rotationAxis = birth.axisDeviation.rotate(axis);
+  rotationAxis = Deviated(axis, birth.axisCosine, birth.axisTurn);
 }
 
 std::string Bullet::NameOf(int number) {
@@ -70,14 +85,16 @@ Quat Bullet::RotationAt(double time, const FirepowerSettings& settings) const {
   return TurnAbout(rotationAxis, 2.0 * kPi * turns) * rotation;
 }
 
-void Bullet::Appear(CInterface& core, double before, const FlightRules& rules, double dt) {
+void Bullet::Appear(CInterface& core, double before, const FirepowerSettings& settings,
+                    const FlightRules& rules, double dt) {
   velocity.Mark(creationTime, m_flight.velocity, rules, dt);
+  const Quat rotation = RotationAt(creationTime, settings);
   if (before < creationTime) {
     const SnapshotGuard unborn(core, node, before);
-    if (unborn) unborn->SetKey(PoseOf(m_flight.position, m_rotation, m_scale * kUnborn).data());
+    if (unborn) unborn->SetKey(PoseOf(m_flight.position, rotation, m_scale * kUnborn).data());
   }
   const SnapshotGuard born(core, node, creationTime);
-  if (born) born->SetKey(PoseOf(m_flight.position, m_rotation, m_scale).data());
+  if (born) born->SetKey(PoseOf(m_flight.position, rotation, m_scale).data());
 }
 
 void Bullet::Resume(CInterface& core, double before, const FlightRules& rules, double dt) {
@@ -151,9 +168,9 @@ void Bullet::Load(SaveReader& reader, const util::DataChunk& chunk) {
   reader.ReadStruct("rotation", m_rotation);
   reader.ReadStruct("direction", m_direction);
   reader.ReadStruct("scale", m_scale);
-  if (number < 1 || chunk.name != NameOf(number) || !IsFinite(rotationAxis) ||
-      !IsFinite(m_direction) || !IsFinite(m_scale) ||
-      !IsFinite(util::QTransform<double>{{}, m_rotation}))
+  const bool turns = IsUnit(rotationAxis.lengthSquared()) && IsUnit(m_direction.lengthSquared()) &&
+                     IsUnit(m_rotation.lengthSquared()) && std::abs(rotationDirection) == 1.0;
+  if (number < 1 || chunk.name != NameOf(number) || !turns || !(m_scale.length() < kHuge))
     reader.Refuse();
 }
 

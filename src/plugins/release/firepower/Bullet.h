@@ -17,13 +17,14 @@ class Firepower::Bullet : public CInterface::Callback {
  public:
   /// What a discharge gives a projectile.
   struct Birth {
-    Matrix pose;                       ///< of the template (world)
-    Vector aim;                        ///< unit, along which the gun fires (world)
-    Vector direction;                  ///< unit, along which this one leaves, within the spread
-    Vector velocity;                   ///< of its own and the gun's (m/s)
-    double angularVelocity = 0.0;      ///< revolutions a second; below 0 the other way round
-    util::Quat<double> axisDeviation;  ///< of the axis that it spins about
-    double length = 0.0;               ///< of the barrel (m)
+    Matrix pose;                   ///< of the template (world)
+    Vector aim;                    ///< unit, along which the gun fires (world)
+    Vector direction;              ///< unit, along which this one leaves, within the spread
+    Vector velocity;               ///< of its own and the gun's (m/s)
+    double angularVelocity = 0.0;  ///< revolutions a second; below 0 the other way round
+    double axisCosine = 1.0;       ///< of the angle from its axis to the one that it spins about
+    double axisTurn = 0.0;         ///< in which direction that one leans (rad)
+    double length = 0.0;           ///< of the barrel (m)
   };
 
   Bullet() = default;
@@ -36,7 +37,8 @@ class Firepower::Bullet : public CInterface::Callback {
   bool HasNode() const;
   /// The first keys: in its place, and so small that it can't be seen until then at `before`
   /// (s), or at the take's start.
-  void Appear(CInterface& core, double before, const FlightRules& rules, double dt);
+  void Appear(CInterface& core, double before, const FirepowerSettings& settings,
+              const FlightRules& rules, double dt);
   /// Reads what the frames up to the one at `before` have left.
   void Resume(CInterface& core, double before, const FlightRules& rules, double dt);
   /// Whether an earlier take has flown it behind `time`.
@@ -60,7 +62,7 @@ class Firepower::Bullet : public CInterface::Callback {
 
   util::Quat<double> m_rotation;       ///< at birth (world)
   Vector m_direction;                  ///< its axis at birth, unit (world)
-  Vector m_scale{1.0, 1.0, 1.0};       ///< of its node
+  Vector m_scale{1.0, 1.0, 1.0};       ///< of its node; one below 0 mirrors it
   Vector rotationAxis{0.0, 0.0, 1.0};  ///< that it spins about, unit, in its own space
   double rotationDirection = 1.0;      ///< 1 or -1
   double angularVelocity = 0.0;        ///< revolutions a second, at or above 0

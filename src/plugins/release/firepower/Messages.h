@@ -6,7 +6,7 @@ namespace orv::rws::addon {
 inline constexpr char kErrorOnCreate[] = "Error in onCreate";
 inline constexpr char kErrorOnNodeCreate[] = "Error in onNodeCreate";  ///< of a projectile
 inline constexpr char kErrorOnNodeDelete[] = "Error in onNodeDelete";  ///< of a projectile
-/// A frame without trigger or barrel: nothing is fired.
+/// A frame without trigger or barrel, or with a barrel of no size: nothing is fired.
 inline constexpr char kErrorOnFrame[] = "Error in onFrame";
 /// A projectile whose pose can't be computed or written: it stays where it was.
 inline constexpr char kErrorOnBulletFrame[] = "Error in onBulletFrame";

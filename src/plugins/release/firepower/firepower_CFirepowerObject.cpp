@@ -306,6 +306,10 @@ Firepower::GunPose Firepower::ReadGun(double time, double dt) const {
 }
 
 void Firepower::Discharge(double time, double dt) {
+  if (m_barrel.ReadMatrix(time).axisRow(2).lengthSquared() == 0.0) {
+    Tell(kErrorOnFrame);  // it aims nowhere
+    return;
+  }
   m_discharge.offset = 1.0;
   // A round that comes while the barrel is still back goes on from there.
   const double back = m_settings.recoilBack * dt;
@@ -335,16 +339,12 @@ void Firepower::Fire(const GunPose& gun, double time, double dt) {
   birth.velocity = birth.direction * s.initSpeed + gun.velocity;
   birth.angularVelocity =
       s.angularVelocity + s.randomizeRotationSpeed * deviate(Chance::kSpinSpeed);
-  if (s.randomizeRotationAxis > 0.0) {
-    const double turn = 2.0 * kPi * draw(Chance::kSpinAxisTurn);
-    const Vector z(0.0, 0.0, 1.0);
-    const double cosine =
-        1.0 - draw(Chance::kSpinAxis) * (1.0 - std::cos(Radians(s.randomizeRotationAxis)));
-    birth.axisDeviation = ArcBetween(z, Deviated(z, cosine, turn));
-  }
+  birth.axisCosine =
+      1.0 - draw(Chance::kSpinAxis) * (1.0 - std::cos(Radians(s.randomizeRotationAxis)));
+  birth.axisTurn = 2.0 * kPi * draw(Chance::kSpinAxisTurn);
   birth.length = s.length;
   Bullet bullet(number, node, time, birth);
-  bullet.Appear(*m_pInterface, std::max(FrameBefore(time, dt), m_takeStart), Rules(), dt);
+  bullet.Appear(*m_pInterface, std::max(FrameBefore(time, dt), m_takeStart), s, Rules(), dt);
   m_living.push_back(static_cast<int>(bullets.size()));
   bullets.push_back(std::move(bullet));
 }
