@@ -36,6 +36,11 @@ constexpr double kGapReduction = 0.2;
 /// Softness of a wheel's hold on a step, in each of the solver's iterations.
 constexpr double kHoldSoftness = 0.1;
 
+/// A belt that resisted bending more than this could not be led round its wheels.
+constexpr double kMostBending = 0.25;
+/// Steps that held together less than this would be torn apart by their own weight.
+constexpr double kLeastHold = 0.25;
+
 enum Group { kStepGroup = 64, kWheelGroup = 128, kGroundGroup = 256 };
 
 btVector3 ToBullet(const Vector& v) {
@@ -255,11 +260,12 @@ void BeltWorld::TuneJoints() {
     step.body->setFriction(t.trackFriction);
     if (step.attachment) TuneAttachment(*step.attachment);
     if (!step.joint) continue;
-    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2}, m_step);
+    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2, 1e-6, kMostBending},
+                             m_step);
     step.joint->TuneRotation(1, {1.0, 1.0, 0.8}, m_step);
     step.joint->TuneRotation(2, {t.twistFlaccid, NotZero(t.trackTwistDamping), 0.2}, m_step);
-    step.joint->TuneTranslation({t.transFlaccid, NotZero(t.trackTransDamping), kGapReduction},
-                                m_step);
+    step.joint->TuneTranslation(
+        {t.transFlaccid, NotZero(t.trackTransDamping), kGapReduction, kLeastHold, 1.0}, m_step);
   }
 }
 

@@ -25,8 +25,6 @@ constexpr double kMostScaleRatio = 2.0;
 /// Cosine of the angle at the driveWheel from another wheel to a step below which it holds the
 /// step.
 constexpr double kHoldCosine = -0.5;
-/// Distance from the origin at which a belt has certainly burst (units of the Frame).
-constexpr double kWorldEnd = 50000.0;
 
 Transform InBelt(const Matrix& world, double scale) {
   return {world.translation() / scale, Quat::fromMatrix(world)};
@@ -355,19 +353,29 @@ void CrawlerTracks::WriteFrame(double time, double part) {
   }
 }
 
-/// A belt that flew apart stands still from here on, and the user is told what helps.
+/// A belt that flew apart, or fell off its wheels, stands still from here on, and the user is told
+/// what helps.
 bool CrawlerTracks::HasBurst() {
-  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+  constexpr double kMostPitches = 5.0;  // between the middles of neighbours
+  const int count = m_world->GetStepCount();
+  const double pitch = m_track->steps.front()->body.pitch;
+  const Vector drive = m_world->GetWheel(0).position;
+  bool whole = true;
+  for (int i = 0; i < count && whole; ++i) {
     const Vector place = m_world->GetStepPlace(i);
-    if (place.length() < kWorldEnd) continue;
-    m_isRunning = false;
-    Tell("Warning",
-         "The track has burst. Try more SubFrames, less Gravity or a slower driveWheel, and see "
-         "that the wheels leave it room.",
-         kIconWarning);
-    return true;
+    whole = (place - m_world->GetStepPlace((i + 1) % count)).length() < kMostPitches * pitch &&
+            (place - drive).length() < pitch * count;
   }
-  return false;
+  // With so few steps that they are no belt there is nothing to burst.
+  if (whole || count < 3) return false;
+  m_isRunning = false;
+  Tell("Warning",
+       "The track has burst or come off its wheels, and stands still from here on. Try more "
+       "SubFrames, more Accuracy, less Gravity or a slower driveWheel, and see that the wheels "
+       "leave "
+       "it room.",
+       kIconWarning);
+  return true;
 }
 
 }  // namespace orv::rws::addon
