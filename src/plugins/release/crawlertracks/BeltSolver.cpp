@@ -161,12 +161,14 @@ void BeltSolver::AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between
   }
   const Vector3 wantedPull = gap * (-pull.reduction / h * resistance);
 
+  // Of the points' arms, [l]ᵀ[r] is (l·r) 1 - r lᵀ.
   const auto block = [&](const Vector3& left, const Vector3& right) {
     Block out;
     out.topLeftCorner<3, 3>() = Matrix3::Identity() * resistance;
-    out.topRightCorner<3, 3>() = -resistance * Cross(right);
-    out.bottomLeftCorner<3, 3>() = resistance * Cross(left);
-    out.bottomRightCorner<3, 3>() = turnResistance - resistance * Cross(left) * Cross(right);
+    out.topRightCorner<3, 3>() = Cross(right * -resistance);
+    out.bottomLeftCorner<3, 3>() = Cross(left * resistance);
+    out.bottomRightCorner<3, 3>() = turnResistance - right * (left * resistance).transpose();
+    out.diagonal().tail<3>().array() += resistance * left.dot(right);
     return out;
   };
   b.diagonal += block(armB, armB);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/interface/CNode.h"
+#include "plugins/release/crawlertracks/CrawlerActions.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
 
@@ -33,9 +34,31 @@ CrawlerTracks::WheelList CrawlerTracks::TrackWheels() const {
   return list;
 }
 
-void CrawlerTracks::MeasureWheels() {
+/// A mirrored belt would run inside out, and no body of the physics can be mirrored.
+bool CrawlerTracks::RefuseMirrored(double time) const {
+  const Matrix frame = m_frame.ReadMatrix(time);
+  if (frame.axisRow(0).cross(frame.axisRow(1)).dot(frame.axisRow(2)) > 0.0) return false;
+  Tell("Error",
+       "The Frame is mirrored or has a scale of 0. Give it a positive scale, and turn it instead.",
+       kIconCritical);
+  return true;
+}
+
+void CrawlerTracks::WarnOfUnevenFrame(double time) const {
+  constexpr double kEven = 1e-3;
+  const Vector scale = m_frame.ReadMatrix(time).rowLengths();
+  if (std::abs(scale.x - scale.z) <= kEven * scale.z &&
+      std::abs(scale.y - scale.z) <= kEven * scale.z)
+    return;
+  Tell("Warning",
+       "The Frame is scaled unevenly, so that the track does not fit its wheels. Scale it evenly, "
+       "and shape wheels and TemplateStep by their own scales.",
+       kIconWarning);
+}
+
+void CrawlerTracks::MeasureWheels(double time) {
   for (const WheelList* list : {&m_wheels, &m_supportWheels})
-    for (const auto& wheel : *list) wheel->OnCallback("Measure");
+    for (const auto& wheel : *list) wheel->Measure(time);
 }
 
 bool CrawlerTracks::MeasureStep(StepShape& shape) const {
@@ -79,14 +102,17 @@ void CrawlerTracks::MoveOutOfDriveWheel() {
 }
 
 std::optional<BeltPath> CrawlerTracks::FindPath() {
-  MeasureWheels();
+  const double now = m_pInterface->GetTime();
+  if (RefuseMirrored(now)) return std::nullopt;
+  WarnOfUnevenFrame(now);
+  for (const WheelList* list : {&m_wheels, &m_supportWheels})
+    for (const auto& wheel : *list) wheel->OnCallback(kCreateTrack);
   MoveOutOfDriveWheel();
   StepShape shape;
   if (!MeasureStep(shape)) {
     Tell("Error", "Could not create TemplateStep", kIconCritical);
     return std::nullopt;
   }
-  const double now = m_pInterface->GetTime();
   const Matrix inverse = m_frame.ReadMatrix(now).affineInverse();
   std::vector<BeltCircle> circles;
   for (const auto& wheel : TrackWheels()) {

@@ -148,7 +148,7 @@ int CrawlerTracks::Store() {
   for (const Count& count : CountsOf(m_settings)) own.addValue(count.key, count.value);
   for (const Flag& flag : FlagsOf(m_settings)) own.addValue(flag.key, flag.value);
   own.addValue("bulletInitialized", m_track != nullptr);
-  own.addValue("groundExist", groundExist);
+  own.addValue("groundExist", m_gravityDirection.HasMesh(m_pInterface->GetTime()));
   const char* const boxes[] = {"hideHelpers", "hideHelpersDuringRecording", "hideTrackText"};
   for (std::size_t i = 0; i < m_hideModes.GetCount(); ++i)
     own.addValue(boxes[i], m_hideModes.GetBox(i).on);

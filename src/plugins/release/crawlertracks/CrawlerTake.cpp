@@ -49,8 +49,8 @@ void CutFrom(util::AVar_Latest<T>& history, double time) {
 
 // --- a take begins and ends ---
 
-bool CrawlerTracks::IsReady(double /*time*/) const {
-  if (!m_track) return false;
+bool CrawlerTracks::IsReady(double time) const {
+  if (!m_track || RefuseMirrored(time)) return false;
   const auto isThere = [](const RigSceneNode& node) {
     return node.IsBound() && node.GetNode()->IsValid();
   };
@@ -87,6 +87,8 @@ void CrawlerTracks::Start(double time) {
   m_isRunning = IsReady(time);
   if (!m_isRunning) return;
   WarnOfScale(time);
+  for (const WheelList* list : {&m_wheels, &m_supportWheels})
+    for (const auto& wheel : *list) PushVariableUndo(*m_pInterface, wheel->radius);
   for (const auto& step : m_track->steps) {
     m_pInterface->PushUndo(new BulletActorRecordingUndo(m_track, *step, time + kFrameTolerance));
     CutFrom(step->linVelocity, time);
@@ -122,6 +124,7 @@ void CrawlerTracks::BuildWorld(double time) {
   const std::unique_ptr<BeltWorld> before = std::move(m_world);
   std::vector<std::shared_ptr<const triMeshStorage>> shapes;
   if (groundExist) shapes = m_gravityDirection.ReadShapes(time, m_scale, m_shapes);
+  MeasureWheels(time);
   FindMotions();
   m_world = std::make_unique<BeltWorld>(
       static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()), m_settings.tuning,
@@ -134,7 +137,6 @@ void CrawlerTracks::BuildWorld(double time) {
   ReadMotions(time, time);
   m_turn = 0.0;
   for (const WheelMotion& motion : m_motions) {
-    motion.wheel->Measure(time);
     m_world->AddWheel(motion.wheel->radius / m_scale, motion.wheel->halfWidth / m_scale,
                       WheelAt(motion, 0.0));
   }

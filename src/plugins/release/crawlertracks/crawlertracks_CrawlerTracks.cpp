@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/interface/CNode.h"
+#include "core/interface/CSnapshot_Mesh.h"
 #include "plugins/release/crawlertracks/CrawlerActions.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
@@ -47,8 +48,10 @@ BeltGroundNode::BeltGroundNode(CCamera& rig, const RigSceneNode& frame)
 bool BeltGroundNode::HasMesh(double time) const {
   bool any = false;
   ForEachSurface(true, [&](CNode* surface) {
-    bool isMesh = false;
-    if (!any && !IsOwn(*surface)) any = !MeshOf(surface, time, isMesh).faces.empty();
+    if (any || IsOwn(*surface)) return;
+    CSnapshot_Mesh* const mesh = Core().GetSnapshotMesh(surface, time);
+    any = mesh != nullptr;
+    Core().ReleaseSnapshotMesh(mesh);
   });
   return any;
 }

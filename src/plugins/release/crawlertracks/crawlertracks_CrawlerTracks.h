@@ -146,7 +146,9 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
 
   // Layout.
   WheelList TrackWheels() const;
-  void MeasureWheels();
+  bool RefuseMirrored(double time) const;
+  void WarnOfUnevenFrame(double time) const;
+  void MeasureWheels(double time);
   void MoveOutOfDriveWheel();
   /// The line of the belt in units of the Frame; tells the user why there is none.
   std::optional<BeltPath> FindPath();
