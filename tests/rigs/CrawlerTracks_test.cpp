@@ -298,8 +298,9 @@ TEST(CrawlerTracks, AScaledTurnedOrMovingFrameCarriesTheSameBelt) {
     other.Create().Drive(ThereAndBack);
     other.Resimulate(0, 90);
     const auto found = other.Places(0, 90);
-    for (const int frame : {0, 5, 25})
-      EXPECT_LT(Farthest(found[frame], places[frame]), 0.05 * kLength) << frame;
+    // Two wheels' slack swings as it will; a rounding shows in it.
+    for (const auto& [frame, most] : {std::pair{0, 1e-9}, {5, 0.05}, {12, 0.05}, {90, 0.3}})
+      EXPECT_LT(Farthest(found[frame], places[frame]), most * kLength) << frame;
     EXPECT_LT(other.WidestGap(0, 90), 0.1);
     EXPECT_NEAR(other.Speed(25, 90), speed, 0.01);
   }
@@ -486,7 +487,17 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
             Messages{"Warning: bogie01 has the same position as the DriveWheel, moving it out of "
                      "wheel."});
   EXPECT_NEAR(rig.Node("bogie01").worldMatrix(0).translation().z, -1.1, 1e-9);
+  const Messages mirrored{
+      "Error: The Frame is mirrored or has a scale of 0. Give it a positive scale, and turn it "
+      "instead."};
+  rig.Node("Frame").setPose(hl::Trs{{}, {}, {-1, 1, 1}});
+  EXPECT_EQ(told("Create Track"), mirrored);
+  rig.Node("Frame").setPose(hl::Trs{});
   rig.Press("Create Track");
+  rig.Node("Frame").setPose(hl::Trs{{}, {}, {1, 1, -1}});
+  rig.Resimulate(0, 1);
+  EXPECT_EQ(rig.Told(), mirrored);
+  rig.Node("Frame").setPose(hl::Trs{});
   for (const char* action : {"Add Wheel", "Add Support Wheel"})
     EXPECT_EQ(told(action), no("Remove track before adding more wheels."));
   EXPECT_EQ(told("Remove Wheel"),

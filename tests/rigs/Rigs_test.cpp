@@ -80,7 +80,7 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
       {"4WheelerExt", 14057652315410992247u},
       {"Spline Speed-Controller", 10889804356967546686u},
       {"Firepower", 6302344869893421912u},
-      {"CrawlerTracks", 9676005160838533827u},
+      {"CrawlerTracks", 14463892048693733636u},
       {"HandheldCam", 17314876352522029841u},
       {"Pendulum", 6867015200588460931u},
       {"Turntable", 14490501074165224070u}};
