@@ -40,11 +40,6 @@ class Crawler : public RigScene {
     for (const auto& [label, value] : values) Edit(label, std::to_string(value));
   }
   double Get(const std::string& label) { return rig->GetConfig().findAll(label).at(0)->number(); }
-  /// What a button makes of a value.
-  double Calculate(const std::string& button, const std::string& label) {
-    Press(button);
-    return Get(label);
-  }
   int Count() {
     Press("Calculate Number of Steps");
     return static_cast<int>(Get("Number of Steps"));
@@ -139,8 +134,9 @@ class Crawler : public RigScene {
 };
 
 double Farthest(const std::vector<Vector>& a, const std::vector<Vector>& b) {
-  double farthest = a.size() == b.size() && !a.empty() ? 0.0 : NAN;
-  for (std::size_t i = 0; i < a.size(); ++i) farthest = std::max(farthest, (a[i] - b[i]).length());
+  double farthest = a.size() == b.size() ? 0.0 : NAN;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (const double off = (a[i] - b[i]).length(); !(off <= farthest)) farthest = off;
   return farthest;
 }
 
@@ -153,7 +149,8 @@ double ThereAndBack(double t) {
 TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
   const auto gapOf = [](Crawler& rig, double steps) {
     rig.Set({{"Number of Steps", steps}});
-    return rig.Calculate("Calculate Gap", "Gap Between Steps");
+    rig.Press("Calculate Gap");
+    return rig.Get("Gap Between Steps");
   };
   const double round = 2 * M_PI * kLine;
   for (const double scale : {1.0, 3.0}) {
@@ -237,6 +234,7 @@ TEST(CrawlerTracks, ABeltStaysWholeWithEachOfTheProfiles) {
     EXPECT_LT(rig.WidestGap(0, 180), 0.3) << profile;
     const double full = rig.Get("Maximum (Input Driven) Rotation Speed") * kLine;
     EXPECT_NEAR(rig.Speed(25, 95) / full, 1.0, 0.05) << profile;
+    EXPECT_GT(rig.Middle(180).y, 0.3) << profile << ": round the wheels";
   }
 }
 
@@ -300,9 +298,9 @@ TEST(CrawlerTracks, AScaledTurnedOrMovingFrameCarriesTheSameBelt) {
     other.Create().Drive(ThereAndBack);
     other.Resimulate(0, 90);
     const auto found = other.Places(0, 90);
-    // Rounding grows with every touch, so that only the first frames can be held to it.
-    for (const int frame : {0, 5})
-      EXPECT_LT(Farthest(found[frame], places[frame]), 0.05 * kLength) << frame;
+    // Two wheels' slack swings as it will; a rounding shows in it.
+    for (const auto& [frame, most] : {std::pair{0, 1e-9}, {5, 0.05}, {12, 0.05}, {90, 0.3}})
+      EXPECT_LT(Farthest(found[frame], places[frame]), most * kLength) << frame;
     EXPECT_LT(other.WidestGap(0, 90), 0.1);
     EXPECT_NEAR(other.Speed(25, 90), speed, 0.01);
   }
@@ -489,7 +487,17 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
             Messages{"Warning: bogie01 has the same position as the DriveWheel, moving it out of "
                      "wheel."});
   EXPECT_NEAR(rig.Node("bogie01").worldMatrix(0).translation().z, -1.1, 1e-9);
+  const Messages mirrored{
+      "Error: The Frame is mirrored or has a scale of 0. Give it a positive scale, and turn it "
+      "instead."};
+  rig.Node("Frame").setPose(hl::Trs{{}, {}, {-1, 1, 1}});
+  EXPECT_EQ(told("Create Track"), mirrored);
+  rig.Node("Frame").setPose(hl::Trs{});
   rig.Press("Create Track");
+  rig.Node("Frame").setPose(hl::Trs{{}, {}, {1, 1, -1}});
+  rig.Resimulate(0, 1);
+  EXPECT_EQ(rig.Told(), mirrored);
+  rig.Node("Frame").setPose(hl::Trs{});
   for (const char* action : {"Add Wheel", "Add Support Wheel"})
     EXPECT_EQ(told(action), no("Remove track before adding more wheels."));
   EXPECT_EQ(told("Remove Wheel"),

@@ -102,7 +102,7 @@ double Calming(double share, double h) {
 BeltJoint::Response ResponseOf(const JointAxis& axis, double h) {
   constexpr double kMostReduction = 0.8;
   const double share =
-      std::clamp(axis.softness * axis.damping, axis.least, std::min(axis.most, kMostShare));
+      std::clamp(axis.softness * axis.damping, 1e-6, std::min(axis.most, kMostShare));
   const double reduction = std::clamp(axis.reduction / axis.damping, 0.0, kMostReduction);
   return {std::min(Calming(share, h), kMostShare), std::min(InStep(reduction, h), kMostReduction)};
 }

@@ -17,9 +17,7 @@ struct JointAxis {
   double softness = 1.0;
   double damping = 1.0;
   double reduction = 0.2;  ///< part of the error that a step of the world takes out
-  // What softness times damping may come to.
-  double least = 1e-6;
-  double most = 1.0;
+  double most = 1.0;       ///< that softness times damping may come to
 };
 
 /// A joint of the belt: all six axes locked, each as soft as it is told. Bullet's own solver reads

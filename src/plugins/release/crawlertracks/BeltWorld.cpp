@@ -38,8 +38,9 @@ constexpr double kHoldSoftness = 0.1;
 
 /// A belt that resisted bending more than this could not be led round its wheels.
 constexpr double kMostBending = 0.25;
-/// Steps that held together less than this would be torn apart by their own weight.
-constexpr double kLeastHold = 0.25;
+/// Steps that held together less than this would be torn apart by their own weight: the least of
+/// what Displacement Stiffness and Damping ask for.
+constexpr double kLeastHold = 0.6;
 
 enum Group { kStepGroup = 64, kWheelGroup = 128, kGroundGroup = 256 };
 
@@ -256,16 +257,17 @@ void BeltWorld::Tune(const BeltTuning& tuning, double h) {
 
 void BeltWorld::TuneJoints() {
   const BeltTuning& t = m_tuning;
+  const double damping = NotZero(t.trackTransDamping);
+  const double asked = std::min(t.transFlaccid * damping, 1.0);
+  const double hold = (kLeastHold + (1.0 - kLeastHold) * asked) / damping;
   for (World::Step& step : m_world->steps) {
     step.body->setFriction(t.trackFriction);
     if (step.attachment) TuneAttachment(*step.attachment);
     if (!step.joint) continue;
-    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2, 1e-6, kMostBending},
-                             m_step);
+    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2, kMostBending}, m_step);
     step.joint->TuneRotation(1, {1.0, 1.0, 0.8}, m_step);
     step.joint->TuneRotation(2, {t.twistFlaccid, NotZero(t.trackTwistDamping), 0.2}, m_step);
-    step.joint->TuneTranslation(
-        {t.transFlaccid, NotZero(t.trackTransDamping), kGapReduction, kLeastHold, 1.0}, m_step);
+    step.joint->TuneTranslation({hold, damping, kGapReduction}, m_step);
   }
 }
 
