@@ -353,10 +353,11 @@ void CrawlerTracks::WriteFrame(double time, double part) {
   }
 }
 
-/// A belt that flew apart, or fell off its wheels, stands still from here on, and the user is told
-/// what helps.
+/// A belt that flew apart stands still from here on, and the user is told what helps. One that has
+/// only slid off its wheels goes on falling.
 bool CrawlerTracks::HasBurst() {
-  constexpr double kMostPitches = 5.0;  // between the middles of neighbours
+  constexpr double kMostPitches = 5.0;   // between the middles of neighbours
+  constexpr double kFarthest = 10000.0;  // from the driveWheel (units of the Frame)
   const int count = m_world->GetStepCount();
   const double pitch = m_track->steps.front()->body.pitch;
   const Vector drive = m_world->GetWheel(0).position;
@@ -364,16 +365,14 @@ bool CrawlerTracks::HasBurst() {
   for (int i = 0; i < count && whole; ++i) {
     const Vector place = m_world->GetStepPlace(i);
     whole = (place - m_world->GetStepPlace((i + 1) % count)).length() < kMostPitches * pitch &&
-            (place - drive).length() < pitch * count;
+            (place - drive).length() < kFarthest;
   }
   // With so few steps that they are no belt there is nothing to burst.
   if (whole || count < 3) return false;
   m_isRunning = false;
   Tell("Warning",
-       "The track has burst or come off its wheels, and stands still from here on. Try more "
-       "SubFrames, more Accuracy, less Gravity or a slower driveWheel, and see that the wheels "
-       "leave "
-       "it room.",
+       "The track has burst, and stands still from here on. Try more SubFrames, more Accuracy, "
+       "less Gravity or a slower driveWheel, and see that the wheels leave it room.",
        kIconWarning);
   return true;
 }
