@@ -6,7 +6,7 @@
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 #include "plugins/release/crawlertracks/crawlertracks_CrawlerTracks.h"
 #include "plugins/release/directinputlink/directinputlink_CDirectInputLinkObject.h"
-#include "plugins/release/firepower/firepower_CFirepowerObject.h"
+#include "plugins/release/firepower/firepower_Firepower.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 #include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"

@@ -19,7 +19,6 @@ constexpr double kMaxLimitForce = 1000000.0;
 constexpr double kJointBounce = 0.01;
 /// A share nearer to 1 than this is rigid enough and leaves the matrix well conditioned.
 constexpr double kMostShare = 1.0 - 1e-5;
-/// Part of a gap that a step of the world takes out.
 
 Vector3 ToEigen(const btVector3& v) {
   return {v.x(), v.y(), v.z()};

@@ -87,12 +87,13 @@ class BeltSolver final : public btSequentialImpulseConstraintSolver {
     Eigen::Matrix3d inertia;
     Six wanted;  ///< right side that the joints make
     Six right;
-    // Of the joint to the body before.
-    Eigen::Vector3d armBefore = Eigen::Vector3d::Zero(),
-                    arm = armBefore;  ///< from either body's middle to the joint (m)
+    // Of the joint to the body before: from either body's middle to it, what pulls there, how
+    // firmly, and the tension that it carried in the latest step (N).
+    Eigen::Vector3d armBefore = Eigen::Vector3d::Zero();
+    Eigen::Vector3d arm = Eigen::Vector3d::Zero();
     Eigen::Vector3d wantedPull = Eigen::Vector3d::Zero();
     double resistance = 0.0;
-    double tension = 0.0;  ///< that it carried in the latest step (N)
+    double tension = 0.0;
   };
 
   bool IsOfChain(int bodyCount) const;

@@ -5,7 +5,7 @@
 
 #include "plugins/release/firepower/Flight.h"
 #include "plugins/release/firepower/VelocityMemory.h"
-#include "plugins/release/firepower/firepower_CFirepowerObject.h"
+#include "plugins/release/firepower/firepower_Firepower.h"
 #include "util/Quat.h"
 
 namespace orv::rws::addon {

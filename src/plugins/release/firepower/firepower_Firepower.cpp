@@ -1,4 +1,4 @@
-#include "plugins/release/firepower/firepower_CFirepowerObject.h"
+#include "plugins/release/firepower/firepower_Firepower.h"
 
 #include <algorithm>
 #include <cmath>
