@@ -48,7 +48,7 @@ void CutFrom(util::AVar_Latest<T>& history, double time) {
 // --- a take begins and ends ---
 
 bool CrawlerTracks::IsReady(double time) const {
-  if (!m_track || RefuseMirrored(time)) return false;
+  if (RefuseWithoutTrack() || RefuseMirrored(time)) return false;
   const auto isThere = [](const RigSceneNode& node) {
     return node.IsBound() && node.GetNode()->IsValid();
   };
