@@ -83,13 +83,13 @@ CrawlerTracks::CrawlerTracks(const CreationRecord& record, GroundShapePool& shap
       m_trackDirection(*this, "TrackDirection", &m_frame, TrackDirectionMesh()),
       m_gravityDirection(*this, m_frame),
       m_templateStep(*this, "TemplateStep", &m_frame, TemplateStepMesh()),
-      m_caterpillar(*this, "caterpillar", &m_frame, util::CMesh()),
-      m_hideHelpers(m_hideModes.Add("Hide Helpers", "Hides all but the steps of the track.",
-                                    HideModes::kAlways, {})),
-      m_hideHelpersInTakes(m_hideModes.Add("Hide Helpers During Recording",
-                                           "Hides all but the steps of the track while a take "
-                                           "runs.",
-                                           HideModes::kDuringTakes, {})) {
+      m_caterpillar(*this, "caterpillar", &m_frame, util::CMesh()) {
+  // Frame and wheels stay: hiding them would hide the steps, and what the user hangs on them.
+  const std::vector<RigSceneNode*> helpers{&m_trackDirection, &m_gravityDirection, &m_templateStep};
+  m_hideModes.Add("Hide Helpers", "Hides TemplateStep, GravityDirection and the text.",
+                  HideModes::kAlways, helpers);
+  m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
+                  HideModes::kDuringTakes, helpers);
   m_hideModes.Add("Hide Track Text", "Hides the text that tells where forward is.",
                   HideModes::kAlways, {&m_trackDirection});
   m_wheels.push_back(std::make_shared<Wheel>(*this, "driveWheel", m_frame, WheelKind()));
@@ -98,18 +98,11 @@ CrawlerTracks::CrawlerTracks(const CreationRecord& record, GroundShapePool& shap
 
 CrawlerTracks::~CrawlerTracks() = default;
 
-std::vector<RigSceneNode*> CrawlerTracks::Helpers() {
-  std::vector<RigSceneNode*> nodes{&m_frame, &m_trackDirection, &m_gravityDirection,
-                                   &m_templateStep};
-  for (const WheelList* list : {&m_wheels, &m_supportWheels})
-    for (const auto& wheel : *list) nodes.push_back(wheel.get());
-  return nodes;
-}
-
 /// What follows the lists of wheels.
 void CrawlerTracks::ShowWheels() {
-  m_hideHelpers.nodes = m_hideHelpersInTakes.nodes = Helpers();
-  m_gravityDirection.own.assign(m_hideHelpers.nodes.begin(), m_hideHelpers.nodes.end());
+  m_gravityDirection.own = {&m_frame, &m_trackDirection, &m_gravityDirection, &m_templateStep};
+  for (const WheelList* list : {&m_wheels, &m_supportWheels})
+    for (const auto& wheel : *list) m_gravityDirection.own.push_back(wheel.get());
 }
 
 void CrawlerTracks::SetWheelState(const WheelState& state) {

@@ -142,7 +142,6 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   bool DropTrack();
   bool MakeSteps(Track& track, const BeltPath& path, int count);
   void ShowWheels();
-  std::vector<RigSceneNode*> Helpers();
 
   // Layout.
   WheelList TrackWheels() const;
@@ -198,8 +197,6 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   WheelList m_supportWheels;
   TrackPointer m_track;  ///< null without one
   HideModes m_hideModes;
-  HideModes::Box& m_hideHelpers;
-  HideModes::Box& m_hideHelpersInTakes;
 
   // Of the running take.
   std::unique_ptr<BeltWorld> m_world;
