@@ -243,10 +243,6 @@ void BeltWorld::SetGravity(const Vector& gravity) {
   m_world->world.setGravity(ToBullet(gravity));
 }
 
-Vector BeltWorld::GetGravity() const {
-  return FromBullet(m_world->world.getGravity());
-}
-
 void BeltWorld::Tune(const BeltTuning& tuning, double h) {
   if (tuning == m_tuning && h == m_step && !m_world->steps.empty()) return;
   m_tuning = tuning;

@@ -73,7 +73,6 @@ class BeltWorld {
 
   /// Along the acceleration; its length counts.
   void SetGravity(const Vector& gravity);
-  Vector GetGravity() const;
   void Tune(const BeltTuning& tuning, double h);
 
   void MoveGround(int ground, const Transform& pose);

@@ -1,6 +1,7 @@
 // A crawler in a take: wheels lead, the belt's world is stepped, and what it gives is keyed.
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/interface/CNode.h"
 #include "plugins/common/FrameGrid.h"
@@ -127,7 +128,7 @@ void CrawlerTracks::BuildWorld(double time) {
   m_world = std::make_unique<BeltWorld>(
       static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()), m_settings.tuning,
       StepLength());
-  m_groundsAfter = m_gravityDirection.ReadPoses(time);
+  m_gravityDirection.ReadPoses(time, m_groundsAfter);
   m_grounds.clear();
   for (std::size_t i = 0; i < shapes.size(); ++i)
     m_grounds.push_back(
@@ -176,7 +177,7 @@ void CrawlerTracks::Settle(double time) {
   const bool hasFrame = goesOn && memory.front().time <= before + kFrameTolerance;
   BuildWorld(hasFrame ? before : time);
   ReadFrame(hasFrame ? before : time, time);
-  StepFrame([](int) { return true; });
+  StepFrame(time, false);
   for (int i = 0; goesOn && i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
 }
 
@@ -185,6 +186,9 @@ void CrawlerTracks::Settle(double time) {
 /// Wheels that turn have the speed of the belt's line where they touch it.
 void CrawlerTracks::FindMotions() {
   m_motions.clear();
+  m_others.clear();
+  for (std::size_t i = 1; i < m_wheels.size(); ++i)
+    if (m_wheels[i]->kind.trackWheel) m_others.push_back(static_cast<int>(i));
   const double half = m_track->steps.front()->shape.size.y / 2 * m_scale;
   const double drive = m_wheels.front()->radius + half;
   for (const WheelList* list : {&m_wheels, &m_supportWheels}) {
@@ -231,20 +235,17 @@ double CrawlerTracks::HoldDistance() const {
 void CrawlerTracks::HoldSteps() {
   const Vector centre = m_world->GetWheel(0).position;
   const double distance = HoldDistance();
-  std::vector<int> others;
-  for (std::size_t i = 1; i < m_wheels.size(); ++i)
-    if (m_wheels[i]->kind.trackWheel) others.push_back(static_cast<int>(i));
   const auto toWheel = [&](int index) {
     return (m_world->GetWheel(index).position - centre).normalized();
   };
-  const Vector second = others.empty() ? Vector() : toWheel(others.front());
-  const Vector last = others.empty() ? Vector() : toWheel(others.back());
+  const Vector second = m_others.empty() ? Vector() : toWheel(m_others.front());
+  const Vector last = m_others.empty() ? Vector() : toWheel(m_others.back());
   const int count = m_world->GetStepCount();
   bool failed = false;
   const auto visit = [&](int i) {
     const Vector step = (m_world->GetStepPlace(i) - centre).normalized();
     const bool holds =
-        others.empty() || (step.dot(second) < kHoldCosine && step.dot(last) < kHoldCosine);
+        m_others.empty() || (step.dot(second) < kHoldCosine && step.dot(last) < kHoldCosine);
     if (holds)
       failed = !m_world->Attach(i, 0, distance) || failed;
     else
@@ -288,14 +289,14 @@ void CrawlerTracks::GuideSteps() {
 /// How wheels and ground move between two times.
 void CrawlerTracks::ReadFrame(double before, double time) {
   ReadMotions(before, time);
-  m_groundsBefore = std::move(m_groundsAfter);
-  m_groundsAfter = m_gravityDirection.ReadPoses(time);
+  std::swap(m_groundsBefore, m_groundsAfter);
+  m_gravityDirection.ReadPoses(time, m_groundsAfter);
   m_groundsBefore.resize(m_groundsAfter.size());
 }
 
-/// Steps the world through a frame; `visit` is called with each sub-frame, from 1 on, and ends it
-/// by false.
-void CrawlerTracks::StepFrame(const std::function<bool(int)>& visit) {
+/// Steps the world through the frame that ends at `time`; keys what comes out where `writes`.
+void CrawlerTracks::StepFrame(double time, bool writes) {
+  const double dt = m_pInterface->GetFrameDuration();
   const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
   for (int k = 1; k <= subFrames; ++k) {
     HoldSteps();
@@ -304,7 +305,11 @@ void CrawlerTracks::StepFrame(const std::function<bool(int)>& visit) {
       MoveTo((k - 1 + static_cast<double>(i) / iterations) / subFrames);
       m_world->Advance();
     }
-    if (!visit(k)) return;
+    if (!writes) continue;
+    if (HasBurst()) return;
+    const double part = static_cast<double>(k) / subFrames;
+    if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)
+      WriteFrame(time - (1.0 - part) * dt, part);
   }
 }
 
@@ -312,20 +317,13 @@ void CrawlerTracks::Step(double time) {
   if (!m_isRunning) return;
   const double dt = m_pInterface->GetFrameDuration();
   const double before = FrameBefore(time, dt);
-  const int subFrames = m_settings.subFrames + 1;
   const double iterations = m_settings.trackIterations;
   m_world->Tune(m_settings.tuning, StepLength());
   m_world->SetGravity(GravityAt(before, iterations * iterations));
   ReadFrame(before, time);
   // Forward is -Z: the belt's upper run goes there.
   m_turn = m_input ? -m_input->read() * m_settings.rotationInput * dt : 0.0;
-  StepFrame([&](int k) {
-    if (HasBurst()) return false;
-    const double part = static_cast<double>(k) / subFrames;
-    if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)
-      WriteFrame(time - (1.0 - part) * dt, part);
-    return true;
-  });
+  StepFrame(time, true);
 }
 
 void CrawlerTracks::WriteFrame(double time, double part) {

@@ -68,10 +68,9 @@ std::vector<std::shared_ptr<const triMeshStorage>> BeltGroundNode::ReadShapes(
   return shapes;
 }
 
-std::vector<Matrix> BeltGroundNode::ReadPoses(double time) const {
-  std::vector<Matrix> poses;
+void BeltGroundNode::ReadPoses(double time, std::vector<Matrix>& poses) const {
+  poses.clear();
   ForEachSurface(true, [&](CNode* surface) { poses.push_back(PoseOf(surface, time)); });
-  return poses;
 }
 
 // --- life ---

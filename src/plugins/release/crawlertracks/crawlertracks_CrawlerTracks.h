@@ -1,7 +1,6 @@
 // A belt of rigid steps round wheels, on a physics world of its own.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,8 +58,8 @@ class BeltGroundNode : public SurfaceNode {
   /// one that is no mesh.
   std::vector<std::shared_ptr<const triMeshStorage>> ReadShapes(double time, double scale,
                                                                 GroundShapePool& pool) const;
-  /// World pose of each surface, in the same order.
-  std::vector<util::Matrix<double>> ReadPoses(double time) const;
+  /// Fills `poses` with the world pose of each surface, in the same order.
+  void ReadPoses(double time, std::vector<util::Matrix<double>>& poses) const;
 };
 
 /// The rig. The user sets wheels out in the plane of the Frame, shapes the TemplateStep and creates
@@ -165,7 +164,7 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   void BuildSteps(double time);
   void Settle(double time);
   void ReadFrame(double before, double time);
-  void StepFrame(const std::function<bool(int)>& visit);
+  void StepFrame(double time, bool writes);
   double StepLength() const;
   Vector GravityAt(double time, double divisor) const;
   void FindMotions();
@@ -205,6 +204,7 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   std::vector<int> m_grounds;  ///< of each surface in the world; -1 for none
   std::vector<Matrix> m_groundsBefore, m_groundsAfter;  ///< world poses round the frame
   std::vector<WheelMotion> m_motions;
+  std::vector<int> m_others;  ///< track wheels beside the driveWheel, as they stand in m_wheels
   bool m_inTake = false;
   bool m_isRunning = false;  ///< the take steps the track
 };
