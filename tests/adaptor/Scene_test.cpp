@@ -219,6 +219,20 @@ TEST(Scene, WorldMatricesMultiplyUpAndReparentingKeepsThemAtEveryKey) {
   other.setPose(flat);
   EXPECT_FALSE(scene.reparent(c, &other, 0.0)) << "no pose under it could keep the world's";
   EXPECT_EQ(c.parent(), &b);
+
+  // On a rig's node a user's node remembers where it hung; on a user's own it does not.
+  other.setPose({});
+  other.setTag("rig/other");
+  ASSERT_TRUE(scene.reparent(c, &other, 0.0));
+  EXPECT_EQ(c.home(), "b");
+  SceneNode& hub = scene.addNode("hub", &other);
+  hub.setHub(true);
+  ASSERT_TRUE(scene.reparent(c, &hub, 0.0));
+  EXPECT_EQ(c.home(), "b") << "it was on the rig before";
+  ASSERT_TRUE(scene.reparent(c, nullptr, 0.0));
+  EXPECT_FALSE(c.home());
+  ASSERT_TRUE(scene.reparent(c, &other, 0.0));
+  EXPECT_EQ(c.home(), "") << "the world";
 }
 
 TEST(Scene, NamesStayUniqueThroughAddingRenamingDetachingAndAttaching) {

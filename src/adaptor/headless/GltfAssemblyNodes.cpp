@@ -114,12 +114,19 @@ void GltfWriter::Assembly::writePose(const SceneNode& node, const SceneNode::Sou
 
 void GltfWriter::Assembly::writeExtras(const SceneNode& node, const SceneNode::Source* source,
                                        Json& json) {
-  if (source == nullptr ? !node.m_tag.empty() : node.m_tag != source->tag) {
-    if (node.m_tag.empty())
-      eraseExtra(json, kTagKey);
+  const auto write = [&json](const char* key, bool changed, bool present, Json value) {
+    if (!changed) return;
+    if (present)
+      extrasObject(json)[key] = std::move(value);
     else
-      extrasObject(json)[kTagKey] = node.m_tag;
-  }
+      eraseExtra(json, key);
+  };
+  static const SceneNode::Source kNothing;
+  const SceneNode::Source& old = source == nullptr ? kNothing : *source;
+  write(kTagKey, node.m_tag != old.tag, !node.m_tag.empty(), node.m_tag);
+  const auto home = node.hangsOnRig() ? node.m_home : std::nullopt;
+  write(kHomeKey, home != old.home, home.has_value(), home.value_or(""));
+  write(kHubKey, node.m_hub != old.hub, node.m_hub, true);
 }
 
 void GltfWriter::Assembly::writeVisible(const SceneNode& node, Json& json) {

@@ -85,6 +85,10 @@ inline constexpr const char* kListNames[] = {"extensionsUsed", "extensionsRequir
 inline constexpr const char* kOwnKey = "rigwright";
 /// Member of a node's extras that says to which rig's node it belongs.
 inline constexpr const char* kTagKey = "RWT_tag";
+/// Members of a node's extras: where a node that hangs on a rig's hung before, and the mark of a
+/// hub.
+inline constexpr const char* kHomeKey = "RWT_home";
+inline constexpr const char* kHubKey = "RWT_hub";
 
 /// What is kept under kOwnKey in the extras of `element`; null when there is none.
 const Json* ownExtras(const Json& element);

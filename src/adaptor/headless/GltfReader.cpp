@@ -229,6 +229,10 @@ class GltfReader::Builder {
     if (tag != nullptr && tag->is_string()) node.setTag(tag->get<std::string>());
     if (tag != nullptr && !tag->is_string())
       warn(place.in("extras").in(kTagKey), "is no text and does not count");
+    const Json* home = extras == nullptr ? nullptr : member(*extras, kHomeKey);
+    if (home != nullptr && home->is_string()) node.setHome(home->get<std::string>());
+    const Json* hub = extras == nullptr ? nullptr : member(*extras, kHubKey);
+    node.setHub(hub != nullptr && *hub == true);
     const Json* extensions = objectAt(json, "extensions", place);
     const Json* visibility =
         extensions == nullptr ? nullptr : member(*extensions, "KHR_node_visibility");
@@ -632,6 +636,8 @@ class GltfReader::Builder {
     source->animation = node.animation();
     source->visible = node.m_visible;
     source->tag = node.m_tag;
+    source->home = node.m_home;
+    source->hub = node.m_hub;
     source->lens = node.m_lens;
     source->curve = node.m_curve;
     source->colour = node.m_colour;

@@ -42,6 +42,7 @@ void CParentRestoreObj::Save() {
   m_parent = m_node.GetParentNode();
   m_index = m_node.m_sceneNode->indexInParent();
   m_animation = m_node.m_sceneNode->animation();
+  m_home = m_node.m_sceneNode->home();
 }
 
 void CParentRestoreObj::undo(bool) {
@@ -50,9 +51,12 @@ void CParentRestoreObj::undo(bool) {
   if (m_parent && !m_parent->IsValid()) return;
   const std::size_t index = m_index;
   const NodeAnimation animation = m_animation;
+  const std::optional<std::string> home = m_home;
   Save();
   SceneNode& node = *m_node.m_sceneNode;
-  if (node.scene()->move(node, place, index)) node.setAnimation(animation);
+  if (!node.scene()->move(node, place, index)) return;
+  node.setAnimation(animation);
+  node.setHome(home);
 }
 
 NodePresence::~NodePresence() {

@@ -62,7 +62,7 @@ class CPoseRestoreObj final : public UndoUnit {
   std::vector<std::pair<HeadlessNode*, NodeAnimation>> m_saved;
 };
 
-/// Place of a node in the tree, with its pose and keys; exchanged.
+/// Place of a node in the tree, with its pose, keys and home; exchanged.
 class CParentRestoreObj final : public UndoUnit {
  public:
   explicit CParentRestoreObj(HeadlessNode& node);
@@ -77,6 +77,7 @@ class CParentRestoreObj final : public UndoUnit {
   HeadlessNode* m_parent = nullptr;
   std::size_t m_index = 0;
   NodeAnimation m_animation;
+  std::optional<std::string> m_home;
 };
 
 /// Takes a node, with all that is below it, out of the scene and out of the adaptor's known nodes,

@@ -226,7 +226,14 @@ bool Scene::reparent(SceneNode& node, SceneNode* parent, double time, std::size_
     after.channels[i] = std::move(channel);
   }
   node.setAnimation(after);
-  return move(node, parent, index);
+  const bool hung = node.hangsOnRig();
+  const std::string home = node.m_parent != nullptr ? node.m_parent->m_name : std::string();
+  move(node, parent, index);  // can be done: `parent` is not below it
+  if (!node.hangsOnRig() || !node.m_tag.empty())
+    node.m_home.reset();
+  else if (!hung)
+    node.m_home = home;
+  return true;
 }
 
 bool Scene::setFrameRate(double fps) {

@@ -67,8 +67,9 @@ class Scene {
   bool move(SceneNode& node, SceneNode* parent, std::size_t index = kLast);
   /// Moves a node below another (null: the world) so that its world pose stays what it was, at
   /// `time` for a node without keys, else at each of its keys' times (a STEP or CUBICSPLINE channel
-  /// is baked per frame). Shear that the new parent would cause is lost. False when `parent` is
-  /// `node` or below it, or has no inverse (a scale of 0); nothing has changed then.
+  /// is baked per frame). Shear that the new parent would cause is lost. A user's node that comes
+  /// to hang on a rig's notes its home, and forgets it when it goes elsewhere. False when `parent`
+  /// is `node` or below it, or has no inverse (a scale of 0); nothing has changed then.
   bool reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index = kLast);
 
   double frameRate() const { return m_frameRate; }            ///< frames per second

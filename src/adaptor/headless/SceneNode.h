@@ -101,6 +101,16 @@ class SceneNode {
   /// Mark of a node that belongs to a rig; empty for all others.
   const std::string& tag() const { return m_tag; }
   void setTag(const std::string& tag);
+  /// Name of the parent that a user's node had before it was hung on a rig's node ("" is the
+  /// world), by which a delivery gives the user's tree back; nothing where that is not known.
+  const std::optional<std::string>& home() const { return m_home; }
+  void setHome(std::optional<std::string> home) { m_home = std::move(home); }
+  /// A node that was made only to carry a user's node below a rig's, such as one that undoes the
+  /// rig node's uneven scale.
+  bool isHub() const { return m_hub; }
+  void setHub(bool hub) { m_hub = hub; }
+  /// Whether its parent is a rig's node or a hub.
+  bool hangsOnRig() const { return m_parent && (m_parent->m_hub || !m_parent->m_tag.empty()); }
 
   /// Null when the node has none.
   const Lens* lens() const { return m_lens ? &*m_lens : nullptr; }
@@ -137,6 +147,8 @@ class SceneNode {
     std::optional<util::Matrix<double>> matrix;  ///< of a node given by a matrix
     bool visible = true;
     std::string tag;
+    std::optional<std::string> home;
+    bool hub = false;
     std::optional<Lens> lens;
     std::shared_ptr<const Curve> curve;
     bool hasTriangles = false;
@@ -155,6 +167,8 @@ class SceneNode {
   std::array<std::shared_ptr<Channel>, 3> m_channels;
   bool m_visible = true;
   std::string m_tag;
+  std::optional<std::string> m_home;
+  bool m_hub = false;
   std::optional<Lens> m_lens;
   std::shared_ptr<const Curve> m_curve;
   mutable std::shared_ptr<const util::CMesh> m_mesh;  ///< null until asked for

@@ -1,7 +1,9 @@
 #include "app/rigwright/CleanScene.h"
 
+#include <algorithm>
+#include <cmath>
+#include <map>
 #include <utility>
-#include <vector>
 
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/FrameTimes.h"
@@ -17,31 +19,161 @@ using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::Scene;
 using rws::adaptor::headless::SceneNode;
 using rws::adaptor::headless::Trs;
+using Matrix = util::Matrix<double>;
 using Quat = util::Quat<double>;
+
+constexpr ChannelPath kPaths[] = {ChannelPath::kTranslation, ChannelPath::kRotation,
+                                  ChannelPath::kScale};
+
+/// Keys nearer to a frame than this count as the frame's (frames).
+constexpr double kOnFrame = 1e-3;
+/// Part of its size by which a pose may differ from what its parent can hold; floats round to less.
+constexpr double kSheared = 1e-5;
+/// Part of a value by which keys may differ and still stand still; floats round to more.
+constexpr double kStill = 1e-9;
 
 /// A node that leaves its rig, with its poses relative to its new parent.
 struct BakedNode {
   SceneNode* node = nullptr;
   SceneNode* parent = nullptr;  ///< null is the world
+  std::vector<double> times;    ///< s
   std::vector<Trs> poses;
 };
 
-bool staysIn(const SceneNode& node, const std::set<std::string>& keep) {
-  return node.tag().empty() || keep.count(node.name()) != 0;
+/// The work on one scene.
+class Cleaner {
+ public:
+  Cleaner(Scene& scene, const std::set<std::string>& keep, double from, double to);
+
+  /// False when the user interrupted it.
+  bool bake(ProgressBar& progress);
+  void apply();
+
+  CleanResult result;
+
+ private:
+  bool stays(const SceneNode& node) const;
+  std::vector<SceneNode*> placesOf(const SceneNode& node) const;
+  std::vector<double> timesOf(const SceneNode& node) const;
+  bool isBelow(const SceneNode* place, const SceneNode& node) const;
+  bool bakeUnder(BakedNode& baked, SceneNode* parent) const;
+  void removeRigs();
+
+  Scene& m_scene;
+  const std::set<std::string>& m_keep;
+  double m_from, m_to;  ///< s
+  FrameTimes m_frames;
+  std::vector<BakedNode> m_baked;
+  std::map<const SceneNode*, SceneNode*> m_parents;  ///< of those in m_baked
+};
+
+Cleaner::Cleaner(Scene& scene, const std::set<std::string>& keep, double from, double to)
+    : m_scene(scene),
+      m_keep(keep),
+      m_from(from),
+      m_to(to),
+      m_frames(from, to, scene.frameDuration()) {}
+
+/// A hub has done its work when what it hangs on goes.
+bool Cleaner::stays(const SceneNode& node) const {
+  if (node.isHub()) return node.hangsOnRig() && stays(*node.parent());
+  return node.tag().empty() || m_keep.count(node.name()) != 0;
 }
 
-/// The nearest ancestor that stays; `moves` tells whether a node that goes lies between.
-SceneNode* newParent(const SceneNode& node, const std::set<std::string>& keep, bool& moves) {
+/// Where a node may go, the best place first. The last one, the world, is always possible.
+std::vector<SceneNode*> Cleaner::placesOf(const SceneNode& node) const {
+  std::vector<SceneNode*> places;
+  if (node.home()) {
+    SceneNode* home = m_scene.find(*node.home());
+    if (node.home()->empty() || (home && stays(*home))) places.push_back(home);
+    while (home && stays(*home)) {
+      home = home->parent();
+      if (!home || stays(*home)) places.push_back(home);
+    }
+  }
   SceneNode* above = node.parent();
-  moves = above && !staysIn(*above, keep);
-  while (above && !staysIn(*above, keep)) above = above->parent();
-  return above;
+  while (above && !stays(*above)) above = above->parent();
+  places.push_back(above);
+  places.push_back(nullptr);
+  return places;
 }
 
-Trs relativePose(const BakedNode& baked, double time) {
-  const util::Matrix<double> world = baked.node->worldMatrix(time);
-  if (!baked.parent) return rws::adaptor::headless::decompose(world);
-  return rws::adaptor::headless::decompose(baked.parent->worldMatrix(time).affineInverse() * world);
+/// All frames, and the keys between them that move the node: of a wheel that spins fast.
+std::vector<double> Cleaner::timesOf(const SceneNode& node) const {
+  std::vector<double> times;
+  for (long i = 0; i < m_frames.count(); ++i) times.push_back(m_frames.time(m_frames.first + i));
+  for (const SceneNode* above = &node; above; above = above->parent()) {
+    for (const ChannelPath path : kPaths) {
+      const Channel* channel = above->channel(path);
+      if (!channel) continue;
+      for (const double time : channel->times()) {
+        const double frame = time / m_frames.duration;
+        if (time > m_from && time < m_to && std::abs(frame - std::round(frame)) > kOnFrame)
+          times.push_back(time);
+      }
+    }
+  }
+  std::sort(times.begin(), times.end());
+  const auto same = [this](double a, double b) { return b - a < kOnFrame * m_frames.duration; };
+  times.erase(std::unique(times.begin(), times.end(), same), times.end());
+  return times;
+}
+
+/// Whether `place` would be below `node` in the tree as it is going to be.
+bool Cleaner::isBelow(const SceneNode* place, const SceneNode& node) const {
+  while (place && place != &node) {
+    const auto moved = m_parents.find(place);
+    place = moved == m_parents.end() ? place->parent() : moved->second;
+  }
+  return place == &node;
+}
+
+/// False when no pose under `parent` gives the node its place in the world, as under an uneven
+/// scale.
+bool Cleaner::bakeUnder(BakedNode& baked, SceneNode* parent) const {
+  baked.parent = parent;
+  baked.poses.clear();
+  for (const double time : baked.times) {
+    Matrix local = baked.node->worldMatrix(time);
+    if (parent) {
+      const Matrix inverse = parent->worldMatrix(time).affineInverse();
+      if (inverse[15] == 0.0) return false;
+      local = inverse * local;
+    }
+    baked.poses.push_back(rws::adaptor::headless::decompose(local));
+    const Matrix held = rws::adaptor::headless::compose(baked.poses.back());
+    for (int i = 0; i < 3 && parent; ++i)
+      if ((held.axisRow(i) - local.axisRow(i)).length() > kSheared * local.axisRow(i).length())
+        return false;
+  }
+  return true;
+}
+
+bool Cleaner::bake(ProgressBar& progress) {
+  for (SceneNode* node : m_scene.nodes())
+    if (stays(*node) && node->parent() && !stays(*node->parent()))
+      m_baked.push_back({node, nullptr, timesOf(*node), {}});
+  long done = 0;
+  for (BakedNode& baked : m_baked) {
+    const std::vector<SceneNode*> places = placesOf(*baked.node);
+    std::size_t chosen = 0;
+    while (isBelow(places[chosen], *baked.node) || !bakeUnder(baked, places[chosen])) {
+      if (isInterrupted()) return false;
+      if (++chosen + 1 < places.size()) continue;
+      bakeUnder(baked, nullptr);
+      break;
+    }
+    m_parents[baked.node] = baked.parent;
+    if (baked.node->home() && baked.parent != places.front())
+      result.warnings.push_back(
+          baked.node->name() + ": it can't go back below " + *baked.node->home() +
+          ", whose uneven scale would shear it; it is below " +
+          (baked.parent ? baked.parent->name() : std::string("the world")) + " now");
+    progress.set(m_frames.count() * ++done / static_cast<long>(m_baked.size()));
+    if (isInterrupted()) return false;
+  }
+  result.baked = static_cast<int>(m_baked.size());
+  return true;
 }
 
 /// One property of all poses: as keys, or as the static pose when it never changes.
@@ -50,7 +182,7 @@ void bakeProperty(SceneNode& node, ChannelPath path, const std::vector<double>& 
   const auto width = static_cast<std::size_t>(componentCount(path));
   bool still = true;
   for (std::size_t i = width; i < values.size() && still; ++i)
-    still = values[i] == values[i - width];
+    still = std::abs(values[i] - values[i % width]) <= kStill * (1.0 + std::abs(values[i]));
   if (still) {
     node.removeChannel(path);
     return;
@@ -60,7 +192,8 @@ void bakeProperty(SceneNode& node, ChannelPath path, const std::vector<double>& 
   node.setChannel(std::move(channel));
 }
 
-void applyPoses(const BakedNode& baked, const std::vector<double>& times) {
+void applyPoses(const BakedNode& baked) {
+  if (baked.poses.empty()) return;
   std::vector<double> translations, rotations, scales;
   Quat before = baked.poses.front().rotation;
   for (const Trs& pose : baked.poses) {
@@ -74,48 +207,44 @@ void applyPoses(const BakedNode& baked, const std::vector<double>& times) {
     scales.insert(scales.end(), {pose.scale.x, pose.scale.y, pose.scale.z});
   }
   baked.node->setPose(baked.poses.front());
-  bakeProperty(*baked.node, ChannelPath::kTranslation, times, translations);
-  bakeProperty(*baked.node, ChannelPath::kRotation, times, rotations);
-  bakeProperty(*baked.node, ChannelPath::kScale, times, scales);
+  bakeProperty(*baked.node, ChannelPath::kTranslation, baked.times, translations);
+  bakeProperty(*baked.node, ChannelPath::kRotation, baked.times, rotations);
+  bakeProperty(*baked.node, ChannelPath::kScale, baked.times, scales);
 }
 
-void removeRigNodes(Scene& scene, const std::set<std::string>& keep) {
-  const std::vector<SceneNode*> nodes = scene.nodes();
-  // Children stand behind their parents: from the back, a node goes after all that is below it.
-  for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-    if (staysIn(**node, keep))
-      (*node)->setTag({});
-    else
-      scene.detach(**node);
+/// All poses are known before anything moves: one may be the parent of another.
+void Cleaner::apply() {
+  for (const BakedNode& baked : m_baked) m_scene.move(*baked.node, nullptr);
+  for (const BakedNode& baked : m_baked) {
+    if (baked.parent) m_scene.move(*baked.node, baked.parent);
+    applyPoses(baked);
   }
-  scene.rigs().clear();
+  removeRigs();
+}
+
+void Cleaner::removeRigs() {
+  std::vector<SceneNode*> gone;
+  for (SceneNode* node : m_scene.nodes())
+    if (!stays(*node)) gone.push_back(node);
+  // Children stand behind their parents: from the back, a node goes after all that is below it.
+  for (auto node = gone.rbegin(); node != gone.rend(); ++node) m_scene.detach(**node);
+  for (SceneNode* node : m_scene.nodes()) {
+    node->setTag({});
+    node->setHub(false);
+  }
+  m_scene.rigs().clear();
 }
 
 }  // namespace
 
-int cleanScene(Scene& scene, const std::set<std::string>& keep, double from, double to,
-               ProgressBar& progress) {
-  std::vector<BakedNode> bakedNodes;
-  for (SceneNode* node : scene.nodes()) {
-    bool moves = false;
-    SceneNode* parent = newParent(*node, keep, moves);
-    if (staysIn(*node, keep) && moves) bakedNodes.push_back({node, parent, {}});
-  }
-  const FrameTimes frames(from, to, scene.frameDuration());
-  std::vector<double> times;
-  for (long i = 0; i < frames.count(); ++i) {
-    times.push_back(frames.time(frames.first + i));
-    for (BakedNode& baked : bakedNodes) baked.poses.push_back(relativePose(baked, times.back()));
-    progress.set(i);
-    if (isInterrupted()) return -1;
-  }
-  // All poses are known before anything moves: one may be the parent of another.
-  for (const BakedNode& baked : bakedNodes) {
-    scene.move(*baked.node, baked.parent);
-    if (!baked.poses.empty()) applyPoses(baked, times);
-  }
-  removeRigNodes(scene, keep);
-  return static_cast<int>(bakedNodes.size());
+CleanResult cleanScene(Scene& scene, const std::set<std::string>& keep, double from, double to,
+                       ProgressBar& progress) {
+  Cleaner cleaner(scene, keep, from, to);
+  if (cleaner.bake(progress))
+    cleaner.apply();
+  else
+    cleaner.result.baked = -1;
+  return std::move(cleaner.result);
 }
 
 }  // namespace orv::app

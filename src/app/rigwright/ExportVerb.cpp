@@ -152,12 +152,13 @@ void runClean(Program& program, const ExportOptions& options) {
   const std::set<std::string> keep = keptNodes(scene, options);
   const TimeSpan span = bakedSpan(scene, options.range);
   const FrameTimes frames(span.from, span.to, scene.frameDuration());
-  int baked = 0;
+  CleanResult cleaned;
   {
     ProgressBar bar(out, "export", frames.count());
-    baked = cleanScene(scene, keep, span.from, span.to, bar);
+    cleaned = cleanScene(scene, keep, span.from, span.to, bar);
   }
   checkInterrupt();
+  for (const std::string& text : cleaned.warnings) out.warn(text);
   std::vector<std::string> lost;
   {
     const SavingNote note(out, options.output);
@@ -165,9 +166,9 @@ void runClean(Program& program, const ExportOptions& options) {
     if (!error.empty()) failWriting(error);
   }
   for (const std::string& text : lost) out.warn(text);
-  out.object()["baked"] = baked;
+  out.object()["baked"] = cleaned.baked;
   out.object()["output"] = options.output;
-  out.note("export: " + std::to_string(baked) + (baked == 1 ? " node" : " nodes") +
+  out.note("export: " + std::to_string(cleaned.baked) + (cleaned.baked == 1 ? " node" : " nodes") +
            " baked, written to " + options.output);
 }
 

@@ -274,6 +274,7 @@ void carryWheel(SceneJob& job, Model& model, std::size_t index, SceneNode& wheel
   SceneNode& wheel = *model.wheels[index];
   if (carry(job, wheel, wheelMesh)) return;
   SceneNode& hub = job.scene().addNode(wheel.name() + "_Hub", &wheelMesh);
+  hub.setHub(true);
   const Vector scale = wheelMesh.worldMatrix(job.adaptor().GetCurrentTime()).rowLengths();
   hub.setPose({{}, {}, {1.0 / scale.x, 1.0 / scale.y, 1.0 / scale.z}});
   model.hubs[index] = &hub;
