@@ -47,7 +47,8 @@ void put(Json& json, const char* key, Json value, bool isDefault) {
 
 bool isLine(const Json& primitive) {
   const Json* mode = member(primitive, "mode");
-  return mode != nullptr && (*mode == static_cast<int>(PrimitiveMode::kLineStrip) ||
+  return mode != nullptr && (*mode == static_cast<int>(PrimitiveMode::kLines) ||
+                             *mode == static_cast<int>(PrimitiveMode::kLineStrip) ||
                              *mode == static_cast<int>(PrimitiveMode::kLineLoop));
 }
 

@@ -9,6 +9,7 @@
 #include "adaptor/headless/GltfAccessor.h"
 #include "adaptor/headless/GltfDocument.h"
 #include "adaptor/headless/GltfJson.h"
+#include "adaptor/headless/GltfLines.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -28,7 +29,14 @@ bool isTriangles(PrimitiveMode mode) {
 }
 
 bool isCurve(PrimitiveMode mode) {
-  return mode == PrimitiveMode::kLineStrip || mode == PrimitiveMode::kLineLoop;
+  return mode == PrimitiveMode::kLines || mode == PrimitiveMode::kLineLoop ||
+         mode == PrimitiveMode::kLineStrip;
+}
+
+bool hasTriangles(const Json& primitives, const Place& place) {
+  for (std::size_t i = 0; i < primitives.size(); ++i)
+    if (isTriangles(modeOf(primitives[i], place.in("primitives", i)))) return true;
+  return false;
 }
 
 std::size_t accessorCount(const GltfDocument& document) {
@@ -122,15 +130,18 @@ Colour colourOf(const GltfDocument& document, const Json& primitive, const Place
   return colour;
 }
 
+/// The curve of a primitive of lines; what of it is not seen goes into `left`.
 std::shared_ptr<const Curve> buildCurve(const GltfDocument& document, const Json& primitive,
-                                        PrimitiveMode mode) {
+                                        PrimitiveMode mode, std::string& left) {
   const Json* position = member(*member(primitive, "attributes"), "POSITION");
   if (position == nullptr) return nullptr;
   const AccessorView view = document.accessor(position->get<std::size_t>());
   const std::vector<double> numbers = view.numbers();
+  const std::vector<std::uint32_t> corners = cornersOf(document, primitive, view.count);
+  if (mode == PrimitiveMode::kLines) return longestChain(numbers, corners, left);
   auto curve = std::make_shared<Curve>();
   curve->closed = mode == PrimitiveMode::kLineLoop;
-  for (const std::uint32_t corner : cornersOf(document, primitive, view.count)) {
+  for (const std::uint32_t corner : corners) {
     const double* p = &numbers[3 * corner];
     if (std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]))
       curve->points.emplace_back(p[0], p[1], p[2]);
@@ -253,12 +264,15 @@ MeshContent checkMesh(const GltfDocument& document, int mesh) {
   const Place place("meshes", static_cast<std::size_t>(mesh));
   const Json& primitives = primitivesOf(document, mesh);
   MeshContent content;
+  const bool withTriangles = hasTriangles(primitives, place);
   std::size_t vertices = 0;
   for (std::size_t i = 0; i < primitives.size(); ++i) {
     const Place here = place.in("primitives", i);
     if (!primitives[i].is_object()) here.fail("is no object");
     const PrimitiveMode mode = modeOf(primitives[i], here);
     if (!isTriangles(mode) && !isCurve(mode)) continue;
+    // Single lines beside triangles are stray edges of a model, no curve that somebody drew.
+    if (mode == PrimitiveMode::kLines && withTriangles) continue;
     if (!checkPrimitive(document, primitives[i], here)) {
       content.warnings.push_back(here.text() +
                                  ": is compressed; it stays in the file but is not seen here");
@@ -276,7 +290,9 @@ MeshContent checkMesh(const GltfDocument& document, int mesh) {
     } else if (content.curve) {
       content.warnings.push_back(here.text() + ": a second curve in one mesh is not seen here");
     } else {
-      content.curve = buildCurve(document, primitives[i], mode);
+      std::string left;
+      content.curve = buildCurve(document, primitives[i], mode, left);
+      if (!left.empty()) content.warnings.push_back(here.text() + ": " + left);
     }
   }
   return content;
