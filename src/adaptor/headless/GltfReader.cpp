@@ -8,6 +8,7 @@
 #include <set>
 #include <utility>
 
+#include "adaptor/headless/ForeignFile.h"
 #include "adaptor/headless/GltfAccessor.h"
 #include "adaptor/headless/GltfDocument.h"
 #include "adaptor/headless/GltfJson.h"
@@ -187,6 +188,8 @@ class GltfReader::Builder {
       if (m_names[i].empty() || !taken.insert(m_names[i]).second) others.push_back(i);
     }
     std::map<std::string, std::size_t> next;
+    std::size_t twins = 0;
+    std::string told;
     for (const std::size_t i : others) {
       const std::string base = m_names[i].empty() ? "node_" + std::to_string(i) : m_names[i];
       std::string name = base;
@@ -194,8 +197,14 @@ class GltfReader::Builder {
       for (number = std::max<std::size_t>(number, m_names[i].empty() ? 1 : 2);
            !taken.insert(name = number > 1 ? base + "_" + std::to_string(number) : base).second;)
         ++number;
+      if (!m_names[i].empty() && ++twins <= 3)
+        told += (told.empty() ? "\"" : ", \"") + m_names[i] + "\" is \"" + name + '"';
       m_names[i] = name;
     }
+    if (twins == 0) return;
+    if (twins > 3) told += ", ...";
+    warnings.push_back("nodes: " + std::to_string(twins) + (twins == 1 ? " has" : " have") +
+                       " a name that another has already; here " + told);
   }
 
   void buildNodes() {
@@ -676,6 +685,11 @@ ReadResult GltfReader::readMemory(std::string bytes, const std::string& name,
 ReadResult GltfReader::build(std::string bytes, const std::string& name, const std::string* folder,
                              const ReadOptions& options) {
   ReadResult result;
+  const std::string foreign = foreignFile(bytes, name);
+  if (!foreign.empty()) {
+    result.error = name + ": " + foreign;
+    return result;
+  }
   try {
     auto document = std::make_shared<GltfDocument>();
     document->load(std::move(bytes), folder);

@@ -177,8 +177,10 @@ void runExport(Program& program, const ExportOptions& options) {
   if (options.clean && ending != ".glb" && ending != ".gltf")
     throw WrongUsage("--clean writes a scene, and " + options.output +
                      " does not end in .glb or .gltf");
-  if (!options.clean && (ending == ".glb" || ending == ".gltf"))
-    throw WrongUsage("export writes a CSV of poses; --clean writes a scene for delivery");
+  if (!options.clean && !ending.empty() && ending != ".csv" && ending != ".txt")
+    throw WrongUsage("export writes poses as CSV, and " + options.output +
+                     " does not end in .csv; with --clean it writes a scene for delivery, .glb or "
+                     ".gltf, which other programs read");
   if (options.clean) return runClean(program, options);
   SceneJob job(program, options.scene);
   const TimeSpan span = spanOf(job.scene(), options.range);
