@@ -54,6 +54,9 @@ class ConfigElement {
   /// Name of the input that turns this spinner during a take; empty when none does.
   const std::string& inputName() const { return m_inputName; }
   void setInputName(std::string name) { m_inputName = std::move(name); }
+  /// True for a gauge: the rig computes the value and a user's edit is refused.
+  bool isReadOnly() const { return m_readOnly; }
+  void setReadOnly() { m_readOnly = true; }
 
   /// True when a variable stands behind the element.
   bool hasValue() const;
@@ -105,6 +108,7 @@ class ConfigElement {
   std::vector<std::string> m_items;
   CInterface::Callback* m_callback = nullptr;  ///< not owned
   std::string m_inputName;
+  bool m_readOnly = false;
   /// What a spinner of whole numbers was last set to, and what its variable then became.
   double m_exact = 0.0;
   int m_rounded = 0;

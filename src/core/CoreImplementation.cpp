@@ -216,6 +216,10 @@ bool CoreImplementation::EditParameter(Instance& instance, int elementId, const 
     problem = "there is no parameter with the id " + std::to_string(elementId);
     return false;
   }
+  if (element->isReadOnly()) {
+    problem = "it is a gauge, which the rig computes; it can't be set";
+    return false;
+  }
   GetAdaptor()->BeginUndoBlock("Change " + element->label());
   instance.PushUndo(new ParameterUndo(instance));
   const bool accepted = element->setValueText(text, problem);

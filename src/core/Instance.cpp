@@ -218,6 +218,7 @@ void Instance::AddSpinner(std::string label, std::string tooltip, double* value,
                           double max, double step, int decimals, bool asInput, Callback* cb) {
   const int id =
       m_config.addSpinner(label, std::move(tooltip), value, min, max, step, decimals, cb);
+  if (m_pRig->Extension(kIsComputed, value, nullptr) == 1) m_config.find(id)->setReadOnly();
   if (asInput) AddLiveSpinner(id, label);
 }
 

@@ -1,7 +1,9 @@
 // tools, info.
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <set>
 
+#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
@@ -84,27 +86,13 @@ bool isSpinner(const ConfigElement& element) {
          element.kind() == ConfigElement::Kind::kSpinnerInt;
 }
 
-Json valueOf(const ConfigElement& element) {
-  switch (element.kind()) {
-    case ConfigElement::Kind::kSpinnerInt:
-    case ConfigElement::Kind::kSpinner:
-      return element.number();
-    case ConfigElement::Kind::kCheckBox:
-      return element.number() != 0.0;
-    case ConfigElement::Kind::kTextBox:
-    case ConfigElement::Kind::kComboBox:
-      return element.valueText();
-    default:
-      return Json();
-  }
-}
-
 Json parameterJson(const ConfigElement& element) {
   Json json = {{"id", element.id()},
                {"group", groupOf(element)},
                {"label", element.label()},
                {"type", typeOf(element)},
                {"value", valueOf(element)}};
+  if (element.isReadOnly()) json["readOnly"] = true;
   if (isSpinner(element)) {
     json["min"] = element.range().min;
     json["max"] = element.range().max;
@@ -116,6 +104,7 @@ Json parameterJson(const ConfigElement& element) {
 std::string rangeText(const ConfigElement& element) {
   if (!element.items().empty()) return joined(element.items(), " | ");
   if (!isSpinner(element)) return typeOf(element);
+  if (element.isReadOnly()) return "gauge, read only";
   return util::shortText(element.range().min) + " to " + util::shortText(element.range().max);
 }
 
@@ -175,16 +164,26 @@ Json rigJson(Instance& rig) {
           {"outputs", outputs}};
 }
 
-void tellNodes(Output& out, const rws::adaptor::headless::Scene& scene) {
+Json nodeJson(const SceneNode& node) {
+  return {{"name", node.name()},
+          {"type", typeOf(node)},
+          {"parent", node.parent() ? Json(node.parent()->name()) : Json()},
+          {"rig", !node.tag().empty()},
+          {"keys", node.hasKeys()}};
+}
+
+void tellNodes(Output& out, const std::vector<const SceneNode*>& nodes) {
+  const std::set<const SceneNode*> told(nodes.begin(), nodes.end());
   Table table;
-  for (const SceneNode* node : scene.nodes()) {
+  for (const SceneNode* node : nodes) {
     std::string indent = "  ";
-    for (const SceneNode* above = node->parent(); above; above = above->parent()) indent += "  ";
+    for (const SceneNode* above = node->parent(); above; above = above->parent())
+      if (told.count(above)) indent += "  ";
     table.add({indent + node->name(), typeOf(*node), node->tag().empty() ? "" : "rig",
                node->hasKeys() ? "keys" : ""});
   }
   out.line("");
-  out.line("Nodes (" + std::to_string(scene.nodeCount()) + ")");
+  out.line("Nodes (" + std::to_string(nodes.size()) + ")");
   for (const std::string& line : table.lines()) out.line(line);
 }
 
@@ -213,30 +212,45 @@ void tellRig(Output& out, Instance& rig) {
   for (const std::string& line : outputs.lines("    ")) out.line(line);
 }
 
-void runInfo(Program& program, const std::string& path) {
-  SceneJob job(program, path);
+struct InfoOptions {
+  std::string scene, rig;
+};
+
+/// The nodes that are told: all, or those of one rig and what hangs on them.
+std::vector<const SceneNode*> chosenNodes(SceneJob& job, Instance* only) {
+  std::set<const SceneNode*> own;
+  if (only)
+    for (rws::core::CoreNode* node : only->GetNodes())
+      own.insert(static_cast<rws::adaptor::headless::HeadlessNode*>(node)->GetSceneNode());
+  std::vector<const SceneNode*> chosen;
+  for (const SceneNode* node : job.scene().nodes()) {
+    if (node->parent() && own.count(node->parent())) own.insert(node);
+    if (!only || own.count(node)) chosen.push_back(node);
+  }
+  return chosen;
+}
+
+void runInfo(Program& program, const InfoOptions& options) {
+  SceneJob job(program, options.scene);
   const auto& scene = job.scene();
+  Instance* const only = options.rig.empty() ? nullptr : &job.rig(options.rig);
+  const std::vector<const SceneNode*> nodes = chosenNodes(job, only);
+  const std::vector<Instance*> rigs = only ? std::vector<Instance*>{only} : job.core().List(false);
   Output& out = program.output();
   Json& json = out.object();
   json["frameRate"] = scene.frameRate();
   json["range"] = {scene.rangeStart(), scene.rangeEnd()};
   json["clips"] = scene.clips();
   json["nodes"] = Json::array();
-  for (const SceneNode* node : scene.nodes()) {
-    json["nodes"].push_back({{"name", node->name()},
-                             {"type", typeOf(*node)},
-                             {"parent", node->parent() ? Json(node->parent()->name()) : Json()},
-                             {"rig", !node->tag().empty()},
-                             {"keys", node->hasKeys()}});
-  }
+  for (const SceneNode* node : nodes) json["nodes"].push_back(nodeJson(*node));
   json["rigs"] = Json::array();
-  for (Instance* rig : job.core().List(false)) json["rigs"].push_back(rigJson(*rig));
+  for (Instance* rig : rigs) json["rigs"].push_back(rigJson(*rig));
 
-  out.line(path + ": " + util::shortText(scene.frameRate()) + " frames per second, " +
+  out.line(options.scene + ": " + util::shortText(scene.frameRate()) + " frames per second, " +
            util::shortText(scene.rangeStart()) + " to " + util::shortText(scene.rangeEnd()) + " s");
   if (scene.clips().size() > 1) out.line("Clips: " + joined(scene.clips()));
-  tellNodes(out, scene);
-  for (Instance* rig : job.core().List(false)) tellRig(out, *rig);
+  tellNodes(out, nodes);
+  for (Instance* rig : rigs) tellRig(out, *rig);
 }
 
 }  // namespace
@@ -244,11 +258,14 @@ void runInfo(Program& program, const std::string& path) {
 void addInfoVerbs(Program& program) {
   program.markReadOnly(
       program.addVerb("tools", "List the kinds of rigs", "rigwright tools", runTools));
-  auto path = std::make_shared<std::string>();
+  auto o = std::make_shared<InfoOptions>();
   CLI::App& info =
       program.addVerb("info", "Tell what is in a scene: nodes, rigs, parameters, inputs",
-                      "rigwright info shaky.glb", [path](Program& p) { runInfo(p, *path); });
-  addScene(info, *path);
+                      "rigwright info shaky.glb", [o](Program& p) { runInfo(p, *o); });
+  addScene(info, o->scene);
+  info.add_option("--rig", o->rig, "Only this rig, its nodes and what hangs on them (default: all)")
+      ->type_name("RIG")
+      ->check(checkNotEmpty);
   program.markReadOnly(info);
 }
 

@@ -164,7 +164,7 @@ ConfigElement& SceneJob::element(Instance& rig, const std::string& label, bool b
                 "name one by its id: " + joined(choices));
 }
 
-void SceneJob::setParameter(const std::string& assignment) {
+SceneJob::Parameter SceneJob::setParameter(const std::string& assignment) {
   std::string rest;
   Instance& instance = rigOf(assignment, rest);
   // A label may hold "=" itself: the longest one that there is counts.
@@ -173,7 +173,7 @@ void SceneJob::setParameter(const std::string& assignment) {
     if (!instance.GetConfig().findAll(rest.substr(0, at)).empty()) equals = at;
   if (equals == std::string::npos)
     throw Failure(assignment, "there is no value", "write RIG:LABEL=VALUE");
-  const ConfigElement& target = element(instance, rest.substr(0, equals), false);
+  ConfigElement& target = element(instance, rest.substr(0, equals), false);
   const std::string name = instance.GetInstanceName() + ":" + target.label();
   std::string problem;
   if (!core().EditParameter(instance, target.id(), rest.substr(equals + 1), problem)) {
@@ -181,6 +181,7 @@ void SceneJob::setParameter(const std::string& assignment) {
                   target.items().empty() ? "" : "choose one of: " + joined(target.items()));
   }
   if (!problem.empty()) m_program.output().warn(name + ": " + problem);
+  return {instance, target};
 }
 
 void SceneJob::loadProfile(Instance& rig, const std::string& name) {
@@ -210,6 +211,21 @@ std::string groupOf(const ConfigElement& element) {
        group = group->parent())
     path = group->label() + (path.empty() ? "" : " / ") + path;
   return path;
+}
+
+nlohmann::ordered_json valueOf(const ConfigElement& element) {
+  switch (element.kind()) {
+    case ConfigElement::Kind::kSpinnerInt:
+    case ConfigElement::Kind::kSpinner:
+      return element.number();
+    case ConfigElement::Kind::kCheckBox:
+      return element.number() != 0.0;
+    case ConfigElement::Kind::kTextBox:
+    case ConfigElement::Kind::kComboBox:
+      return element.valueText();
+    default:
+      return {};
+  }
 }
 
 std::string checkRigPart(const std::string& text) {

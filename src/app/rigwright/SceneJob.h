@@ -1,7 +1,10 @@
 // A scene that a verb works on.
 #pragma once
 
+#include <map>
 #include <memory>
+#include <nlohmann/json_fwd.hpp>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -61,8 +64,13 @@ class SceneJob {
   /// The element of a label or "#ID". `buttons` asks for a button, else for a parameter.
   rws::core::ConfigElement& element(rws::core::Instance& rig, const std::string& label,
                                     bool buttons);
+  /// A parameter and the rig that it is of.
+  struct Parameter {
+    rws::core::Instance& rig;
+    rws::core::ConfigElement& element;
+  };
   /// Edits one parameter from "RIG:LABEL=VALUE" or "RIG:#ID=VALUE".
-  void setParameter(const std::string& assignment);
+  Parameter setParameter(const std::string& assignment);
 
   /// Loads a config profile; one of an older version is told as a warning.
   void loadProfile(rws::core::Instance& rig, const std::string& name);
@@ -82,6 +90,8 @@ class SceneJob {
 
 /// Labels of the groups around an element, outermost first.
 std::string groupOf(const rws::core::ConfigElement& element);
+/// A parameter's value as results tell it; null for a button.
+nlohmann::ordered_json valueOf(const rws::core::ConfigElement& element);
 /// Refuses an assignment that the command line alone shows to be wrong; empty when all is well.
 std::string checkAssignment(const std::string& text);
 /// The same for "RIG:LABEL".

@@ -5,7 +5,6 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
@@ -19,6 +18,21 @@ struct SetOptions {
   std::string scene, button, output;
   std::vector<std::string> assignments;
 };
+
+/// Tells what came of each assignment, as clamping or a choice's number may change it.
+void runSet(Program& program, const SetOptions& options) {
+  SceneJob job(program, options.scene);
+  for (const std::string& assignment : options.assignments) {
+    const auto [rig, element] = job.setParameter(assignment);
+    const std::string name = rig.GetInstanceName();
+    program.output().line(name + ":" + element.label() + " = " + element.valueText());
+    program.output().object()["set"].push_back({{"rig", name},
+                                                {"id", element.id()},
+                                                {"label", element.label()},
+                                                {"value", valueOf(element)}});
+  }
+  job.save(options.output);
+}
 
 void runPress(Program& program, const SetOptions& options) {
   SceneJob job(program, options.scene);
@@ -38,15 +52,10 @@ void addSettingVerbs(Program& program) {
   auto o = std::make_shared<SetOptions>();
   CLI::App& set = program.addVerb(
       "set",
-      "Set parameters of rigs, as an edit by hand does\n"
+      "Set parameters of rigs, as an edit by hand does; prints the values that were taken\n"
       "A value outside its range is clamped to it, which is told on stderr.",
       "rigwright set cam.glb \"Cam:Translation Response Factor=50\" \"Cam:#5=20\" -o cam.glb",
-      [o](Program& p) {
-        SceneJob job(p, o->scene);
-        for (const std::string& assignment : o->assignments) job.setParameter(assignment);
-        job.save(o->output);
-        p.output().note("set " + joined(o->assignments));
-      });
+      [o](Program& p) { runSet(p, *o); });
   addScene(set, o->scene);
   set.add_option("ASSIGNMENT", o->assignments,
                  "RIG:LABEL=VALUE, or RIG:#ID=VALUE when a label stands for several")

@@ -10,6 +10,12 @@ namespace orv::rws {
 
 class CInterface;
 
+/// Extension codes that a rig may answer.
+enum RigExtension : int {
+  kIsComputed = 1,  ///< 1 when the variable of the configuration that `a` points to is a gauge,
+                    ///< which the rig computes and the user only reads
+};
+
 /// One rig. The core calls it on the host's main thread; no operation may block or pump events.
 /// A rig is deterministic: what Step does follows from its inputs, its parameters, the poses that
 /// it reads and the state that Start settled on. Times are seconds on the host's time line.

@@ -45,6 +45,8 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override;
 
  private:
   /// What hangs on one wheel.

@@ -55,6 +55,19 @@ void CCarCamObject::AddCheckBox(const char* label, const char* tooltip, bool& va
   m_pInterface->AddCheckBox(label, tooltip, &value, this);
 }
 
+std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
+  if (code != kIsComputed) return CCamera::Extension(code, a, b);
+  for (const double* gauge :
+       {&m_gauges.maximumVelocity, &m_gauges.velocity, &m_gauges.velocityPercent,
+        &m_gauges.secondsTo100, &m_gauges.secondsTo60})
+    if (gauge == a) return 1;
+  return 0;
+}
+
+void CCarCamObject::GetExtensions(std::vector<int>& out) {
+  out.push_back(kIsComputed);
+}
+
 int CCarCamObject::Define() {
   m_pInterface->BeginConfig();
   DefineGauges();
