@@ -299,7 +299,10 @@ CNode* Instance::FindNode(std::string nodeName) {
   if (CoreNode* known = Adaptor().FindNode(this, nodeName)) return known;
   const auto saved = m_nodeTags.find(nodeName);
   if (saved == m_nodeTags.end()) return nullptr;
-  return Adaptor().ClaimTaggedNodes({this, nodeName, m_name + "_" + nodeName}, saved->second);
+  CoreNode* const node =
+      Adaptor().ClaimTaggedNodes({this, nodeName, m_name + "_" + nodeName}, saved->second);
+  if (!node) m_lostNodes.insert(m_name + "_" + nodeName);
+  return node;
 }
 
 CNode* Instance::CreateCameraNode(std::string nodeName, CNode* parent, double fieldOfView,

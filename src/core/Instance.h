@@ -5,6 +5,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -73,6 +74,8 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void SetName(const std::string& name);
   const std::string& GetIconPath() const { return m_iconPath; }
   const std::string& GetCurrentProfile() const { return m_currentProfile; }
+  /// Scene names of nodes that came with the record and that FindNode did not find in the scene.
+  const std::set<std::string>& GetLostNodes() const { return m_lostNodes; }
   void SetCurrentProfile(const std::string& name) { m_currentProfile = name; }
   bool IsTouched() const { return m_bTouched; }
   void SetTouched(bool touched) { m_bTouched = touched; }
@@ -212,7 +215,8 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::array<const CoreNode*, 4> m_prefetchedNodes{};  ///< the first nodes of the rig
   /// Tags of this rig's nodes by their name within it, as loaded: what FindNode resolves by.
   std::map<std::string, std::string> m_nodeTags;
-  std::shared_ptr<int> m_life;  ///< expires with this instance: undo steps watch it
+  std::set<std::string> m_lostNodes;  ///< see GetLostNodes
+  std::shared_ptr<int> m_life;        ///< expires with this instance: undo steps watch it
   CoreImplementation& m_core;
 };
 

@@ -272,6 +272,25 @@ bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
 
 // --- records ---
 
+namespace {
+
+/// Which of the saved nodes that the rig asked for are gone; empty when all are there.
+std::string TellLostNodes(const Instance& instance) {
+  constexpr std::size_t kMostNames = 5;
+  const std::set<std::string>& lost = instance.GetLostNodes();
+  if (lost.empty()) return {};
+  std::string names;
+  std::size_t told = 0;
+  for (const std::string& name : lost)
+    if (told++ < kMostNames) names += (names.empty() ? "" : ", ") + name;
+  if (lost.size() > kMostNames)
+    names += " and " + std::to_string(lost.size() - kMostNames) + " more";
+  return (lost.size() == 1 ? "its node " : "its nodes ") + names +
+         " can't be found: another program has deleted it or dropped its custom data";
+}
+
+}  // namespace
+
 std::string InstanceManager::SaveInstance(Instance& instance, std::string& problem) const {
   if (instance.GetRig()->Store() != 0) {
     problem = "the rig " + instance.GetInstanceName() + " could not store itself";
@@ -314,9 +333,12 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, int index
   }
   tool->RecordDefaults(*instance);
   problem = instance->ReadRecord(record);
-  if (problem.empty() && instance->GetRig()->Restore() != 0)
-    problem = "a node that it needs is missing, or its data is damaged";
+  const bool restored = problem.empty() && instance->GetRig()->Restore() == 0;
+  const std::string lost = TellLostNodes(*instance);
+  if (problem.empty() && !restored)
+    problem = lost.empty() ? "a node that it needs is missing, or its data is damaged" : lost;
   if (!problem.empty()) return nullptr;
+  if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
   auto row = std::make_unique<InstanceReference>(std::move(instance));
   row->checked = record.attribute("checked") != "0";
   return InsertRow(std::move(row), index)->GetInstance();

@@ -1,5 +1,6 @@
 #include "app/rigwright/SceneJob.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
@@ -12,6 +13,7 @@
 #include "app/rigwright/Texts.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
+#include "core/CoreNode.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
 #include "plugins/release/all/AllRigs.h"
@@ -39,6 +41,7 @@ SceneJob::SceneJob(Program& program, const std::string& path) : SceneJob(program
   const bool opened = m_session->Open(path, error, program.options().clip);
   if (!opened) throw Failure("", error);
   tellWarnings();
+  warnOfLostRecords();
 }
 
 SceneJob::~SceneJob() {
@@ -59,6 +62,47 @@ rws::adaptor::headless::Scene& SceneJob::scene() {
 
 void SceneJob::tellWarnings() {
   for (const std::string& text : m_session->TakeWarnings()) m_program.output().warn(text);
+}
+
+std::map<std::string, std::set<std::string>> SceneJob::nodeFamilies() {
+  std::map<std::string, std::set<std::string>> families;
+  for (const auto* node : scene().nodes()) {
+    if (!node->tag().empty()) return {};  // of a record that could not be opened, which was told
+    const std::string& name = node->name();
+    for (std::size_t at = name.find('_'); at != std::string::npos; at = name.find('_', at + 1))
+      families[name.substr(0, at)].insert(name.substr(at + 1));
+  }
+  for (auto family = families.begin(); family != families.end();)
+    family = family->second.size() < 2 ? families.erase(family) : std::next(family);
+  return families;
+}
+
+void SceneJob::warnOfLostRecords() {
+  if (!core().List(false).empty()) return;
+  const std::map<std::string, std::set<std::string>> families = nodeFamilies();
+  if (families.empty()) return;
+  // What nodes a kind has is known by making one, for which the scene gives way for a moment.
+  m_session->New();
+  for (rws::core::Tool* tool : core().GetLibrary().GetTools()) {
+    const Instance* rig = core().CreateToolFromFactory(tool->GetDisplayId(), {});
+    if (!rig) continue;
+    const std::vector<rws::core::CoreNode*> nodes = rig->GetNodes();
+    for (const auto& [name, found] : families) {
+      const auto there = std::count_if(nodes.begin(), nodes.end(), [&found = found](auto* node) {
+        return found.count(node->GetName()) > 0;
+      });
+      if (there < 2 || 2 * static_cast<std::size_t>(there) < nodes.size()) continue;
+      m_program.output().warn(
+          m_path + ": the nodes " + name + "_... are named like those of a " +
+          tool->GetDisplayId() +
+          ", but the file has no record of that rig: a program that saved it has dropped the "
+          "custom "
+          "data (export with custom properties, or go on from the file before)");
+    }
+  }
+  std::string error;
+  if (!m_session->Open(m_path, error, m_program.options().clip)) throw Failure("", error);
+  m_session->TakeWarnings();  // told already
 }
 
 // --- looking things up ---

@@ -82,6 +82,12 @@ class SceneJob {
   void tellWarnings();
 
  private:
+  /// In a scene without rigs, names as "<first part>_<rest>": the rests of each first part that
+  /// has several.
+  std::map<std::string, std::set<std::string>> nodeFamilies();
+  /// Tells of rigs whose records another program has dropped, by the names of their nodes.
+  void warnOfLostRecords();
+
   Program& m_program;
   CommandLineUi m_ui;
   std::string m_path;
