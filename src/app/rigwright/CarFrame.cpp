@@ -81,7 +81,8 @@ std::string findCarFrame(const FourWheels& wheels, CarFrame& frame) {
     frame.up = stand.back.cross(stand.right).normalized();
     for (std::size_t i = 0; i < 4; ++i) bottoms[i] = centres[i] - frame.up * wheels[i].radius;
   }
-  if (frame.up.y <= 0.0)
+  constexpr double kOnItsRoof = -0.34;  ///< a car on its side is told elsewhere
+  if (frame.up.y <= kOnItsRoof)
     return std::string("the car would stand on its roof; ") + kNaming + ", as its driver sees them";
   const Corners stand(bottoms);
   frame.back = (stand.back - frame.up * stand.back.dot(frame.up)).normalized();

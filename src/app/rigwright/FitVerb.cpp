@@ -9,6 +9,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/CarFrame.h"
 #include "app/rigwright/Failure.h"
+#include "app/rigwright/ModelChecks.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
@@ -368,6 +369,8 @@ void runFit(Program& program, const FitOptions& options) {
   const double time = job.adaptor().GetCurrentTime();
   for (SceneNode* node : model.all()) checkNode(*node, rig, time);
   measure(program, model, time);
+  for (const std::string& odd : oddCar(model.frame, *model.body))
+    program.output().warn(model.body->name() + ": " + odd);
 
   CarRig car(job, rig);
   car.place(model.frame, model.sizes);

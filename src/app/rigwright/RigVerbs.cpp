@@ -8,6 +8,7 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
+#include "app/rigwright/ModelChecks.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
@@ -70,6 +71,10 @@ void runAdd(Program& program, const AddOptions& options) {
     throw Failure("--name " + options.name, "a rig of this name is in the scene",
                   "choose another name");
   }
+  // Told once: with the scene's first rig.
+  if (job.rigNames().empty())
+    for (const std::string& odd : oddScene(job.scene(), job.scene().rangeStart()))
+      program.output().warn(options.scene + ": " + odd);
   Instance* rig = job.core().CreateToolFromFactory(options.kind, options.name);
   if (!rig) throw Failure("kind " + options.kind, "the rig could not be created");
   if (!options.profile.empty()) {

@@ -1,0 +1,132 @@
+#include "app/rigwright/ModelChecks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "adaptor/headless/Scene.h"
+#include "app/rigwright/CarFrame.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+namespace {
+
+using rws::adaptor::headless::SceneNode;
+using Vector = util::Vector3<double>;
+
+constexpr double kLeastWheelbase = 0.05, kMostWheelbase = 30.0;  // m
+constexpr double kUsualWheelbase = 0.5, kLargeWheelbase = 12.0;  // m
+constexpr double kLeastScene = 0.1, kMostScene = 20000.0;        // m
+constexpr double kLying = 0.34;      ///< cosine against +Y under which a car lies on its side
+constexpr double kAlongAxis = 0.94;  ///< cosine against an axis that counts as along it
+constexpr double kBroad = 20.0;      ///< m: a ground is as wide and as long
+
+const SceneNode& topOf(const SceneNode& node) {
+  const SceneNode* top = &node;
+  while (top->parent()) top = top->parent();
+  return *top;
+}
+
+std::string metres(double length) {
+  return util::shortText(std::round(length * 1000.0) / 1000.0) + " m";
+}
+
+std::string placeHint(const SceneNode& node, const std::string& option) {
+  return " (rigwright place SCENE " + topOf(node).name() + " " + option + " -o OUT)";
+}
+
+/// How the model must be scaled to be as large as vehicles are; 1 when no unit explains its size.
+double unitOf(double wheelbase) {
+  for (const double unit : {0.01, 0.001, 0.0254, 100.0, 1000.0})
+    if (wheelbase * unit >= kUsualWheelbase && wheelbase * unit <= kLargeWheelbase) return unit;
+  return 1.0;
+}
+
+struct Extent {
+  double low = std::numeric_limits<double>::infinity();
+  double high = -std::numeric_limits<double>::infinity();
+  double length() const { return high - low; }
+};
+
+/// The user's meshes together: how far they reach, and how much of them faces along each axis.
+struct Bulk {
+  Extent reach[3];
+  double area = 0.0;      ///< m²
+  double facing[3] = {};  ///< m² of triangles within 45 degrees of the axis
+  double longest() const {
+    return std::max({reach[0].length(), reach[1].length(), reach[2].length()});
+  }
+};
+
+void addMesh(const SceneNode& node, double time, Bulk& bulk) {
+  const util::CMesh& mesh = *node.mesh();
+  const util::Matrix<double> world = node.worldMatrix(time);
+  for (std::size_t f = 0; f + 2 < mesh.faces.size(); f += 3) {
+    Vector corner[3];
+    for (std::size_t k = 0; k < 3; ++k) {
+      corner[k] = world.transformPoint(mesh.vertices[static_cast<std::size_t>(mesh.faces[f + k])]);
+      for (int axis = 0; axis < 3; ++axis) {
+        bulk.reach[axis].low = std::min(bulk.reach[axis].low, corner[k][axis]);
+        bulk.reach[axis].high = std::max(bulk.reach[axis].high, corner[k][axis]);
+      }
+    }
+    const Vector normal = (corner[1] - corner[0]).cross(corner[2] - corner[0]) * 0.5;
+    const double area = normal.length();
+    bulk.area += area;
+    for (int axis = 0; axis < 3; ++axis)
+      if (std::abs(normal[axis]) > 0.7071 * area) bulk.facing[axis] += area;
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> oddCar(const CarFrame& frame, const SceneNode& body) {
+  std::vector<std::string> odd;
+  if (frame.wheelbase > kMostWheelbase || frame.wheelbase < kLeastWheelbase) {
+    std::string text = "the wheelbase is " + metres(frame.wheelbase);
+    const double unit = unitOf(frame.wheelbase);
+    if (unit != 1.0) {
+      const Vector scale = topOf(body).pose().scale * unit;
+      text += ", as if its unit were no metre: scale the model first" +
+              placeHint(body, "--scale " + util::shortText(scale.x) + "," +
+                                  util::shortText(scale.y) + "," + util::shortText(scale.z));
+    }
+    odd.push_back(text);
+  }
+  if (frame.up.z > kAlongAxis)
+    odd.push_back(
+        "the car's up is the scene's +Z, as if the model were exported with Z up, but up is +Y: "
+        "export it with Y up, or turn it first" +
+        placeHint(body, "--rotate=-90,0,0"));
+  else if (frame.up.y < kLying)
+    odd.push_back("the car lies on its side: its up is " + util::shortText(frame.up.x) + "," +
+                  util::shortText(frame.up.y) + "," + util::shortText(frame.up.z) +
+                  ", and the scene's is 0,1,0");
+  return odd;
+}
+
+std::vector<std::string> oddScene(const rws::adaptor::headless::Scene& scene, double time) {
+  Bulk bulk;
+  for (const SceneNode* node : scene.nodes())
+    if (node->tag().empty() && node->hasMesh()) addMesh(*node, time, bulk);
+  if (bulk.area == 0.0) return {};
+  std::vector<std::string> odd;
+  const double longest = bulk.longest();
+  if (longest > kMostScene || longest < kLeastScene)
+    odd.push_back(
+        "the scene's meshes reach over " + metres(longest) +
+        ", as if their unit were no metre: rigs are made for metres, so scale the scene's "
+        "top nodes first (rigwright place SCENE NODE --scale " +
+        (longest > kMostScene ? "0.01,0.01,0.01" : "100,100,100") + " -o OUT)");
+  const double x = bulk.reach[0].length(), y = bulk.reach[1].length(), z = bulk.reach[2].length();
+  if (std::min(x, y) > kBroad && z < 0.25 * std::min(x, y) && bulk.facing[2] > 0.7 * bulk.area &&
+      bulk.facing[1] < 0.1 * bulk.area)
+    odd.push_back(
+        "the scene's ground stands upright, as if it were exported with Z up, but up is +Y: export "
+        "it with Y up, or turn its top nodes first (rigwright place SCENE NODE --rotate=-90,0,0 -o "
+        "OUT)");
+  return odd;
+}
+
+}  // namespace orv::app
