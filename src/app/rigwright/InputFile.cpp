@@ -1,9 +1,14 @@
 #include "app/rigwright/InputFile.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "app/rigwright/Failure.h"
+#include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "core/Instance.h"
 #include "unidevice/Property.h"
+#include "util/NumberText.h"
 
 namespace orv::app {
 
@@ -13,6 +18,21 @@ namespace {
 
 std::string keyOf(const Instance& rig, const unidevice::Property& input) {
   return rig.GetInstanceName() + ":" + input.name;
+}
+
+/// No control gives a value beyond 1, so one in a file is a slip more often than not; it is taken.
+void warnOfLargeValues(const unidevice::RecordedInput& input, const std::string& path,
+                       Output& out) {
+  for (const auto& column : input.columns) {
+    const auto& samples = column.track.samples;
+    const auto largest = std::max_element(
+        samples.begin(), samples.end(),
+        [](const auto& a, const auto& b) { return std::abs(a.value) < std::abs(b.value); });
+    if (largest == samples.end() || std::abs(largest->value) <= 1.0) continue;
+    out.warn(path + ": " + column.name + " is " + util::shortText(largest->value) + " at " +
+             util::shortText(largest->time) +
+             " s, and a control gives -1 to 1; it is taken as it stands");
+  }
 }
 
 }  // namespace
@@ -35,6 +55,7 @@ InputFile::InputFile(SceneJob& job, const std::string& path) : m_path(path) {
     target.input = job.findInput(column.key, target.rig, ignored);
     m_targets.push_back(target);
   }
+  warnOfLargeValues(m_input, path, job.program().output());
 }
 
 void InputFile::putIntoTracks() const {
