@@ -304,5 +304,101 @@ TEST_F(Fit, WhatIsNoCarIsRefusedWithItsReason) {
   EXPECT_FALSE(std::filesystem::exists(path("fit.glb"))) << "nothing may be written";
 }
 
+TEST_F(Fit, SizesAndUpsOfOtherProgramsAreTold) {
+  struct Case {
+    double scale;
+    Quat turn;
+    std::string told;  ///< empty: nothing
+  };
+  const Quat zUp = Quat::fromRotationVector({M_PI / 2, 0, 0});
+  const Case cases[] = {{100.0, {}, "240 m, as if its unit were no metre"},
+                        {0.01, {}, "Model --scale 1,1,1"},
+                        {1.0, zUp, "exported with Z up"},
+                        {1.0, Quat::fromRotationVector({0, 0, 1.0}), ""},
+                        {0.1, {}, ""},
+                        {4.0, {}, ""}};
+  for (const Case& c : cases) {
+    make("odd.glb", [&](Scene& scene) {
+      scene.find("Model")->setPose({{}, c.turn, Vector(1, 1, 1) * c.scale});
+    });
+    const Outcome result = fit("odd.glb");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err.find("warning") != std::string::npos, !c.told.empty()) << result.err;
+    EXPECT_NE(result.err.find(c.told), std::string::npos) << result.err;
+  }
+}
+
+TEST_F(Fit, WhatAnotherProgramTookFromTheSceneIsNamed) {
+  ok({"place", "car.glb", "Shell", "--scale", "1,1,1", "-o", "whole.gltf"});
+  const auto whole = nlohmann::json::parse(folder.Read("whole.gltf"));
+  const auto told = [&](const std::function<void(nlohmann::json&)>& change) {
+    nlohmann::json json = whole;
+    change(json);
+    folder.Write("changed.gltf", json.dump());
+    return this->json({"info", "changed.gltf"})["warnings"].dump();
+  };
+  const auto untag = [&](const std::string& name) {
+    return told([&](nlohmann::json& json) {
+      for (auto& node : json["nodes"])
+        if (node["name"] == name) node.erase("extras");
+    });
+  };
+  EXPECT_EQ(told([](nlohmann::json&) {}), "[]");
+  const std::string wheel = untag("Car_WheelMesh_BL"), target = untag("Car_TargetMesh");
+  EXPECT_NE(wheel.find("Car can't be opened: its node Car_WheelMesh_BL"), std::string::npos);
+  EXPECT_NE(target.find("Car: its node Car_TargetMesh"), std::string::npos) << target;
+  const std::string twin = told([](nlohmann::json& json) {
+    json["nodes"].push_back({{"name", "Shell"}});
+    json["scenes"][0]["nodes"].push_back(json["nodes"].size() - 1);
+  });
+  EXPECT_NE(twin.find("Shell_2"), std::string::npos) << twin;
+  const std::string bare = told([](nlohmann::json& json) {
+    json["scenes"][0].erase("extras");
+    for (auto& node : json["nodes"]) node.erase("extras");
+  });
+  EXPECT_NE(bare.find("Car_... are named like those of a 4WheelerExt"), std::string::npos) << bare;
+}
+
+TEST_F(Fit, GaugesAreReadAndNotSet) {
+  int gauges = 0;
+  const auto info = json({"info", "car.glb", "--rig", "Car"});
+  for (const auto& parameter : info["rigs"][0]["parameters"]) {
+    if (!parameter.value("readOnly", false)) continue;
+    ++gauges;
+    const Outcome set =
+        run({"set", "car.glb", "Car:#" + parameter["id"].dump() + "=1", "-o", "set.glb"});
+    EXPECT_EQ(set.status, 1);
+    EXPECT_NE(set.err.find("gauge"), std::string::npos) << set.err;
+  }
+  EXPECT_EQ(gauges, 5);
+  EXPECT_EQ(ok({"set", "car.glb", "Car:Multiplier=2.5", "Car:Front Damping=1e9", "-o", "set.glb"}),
+            "Car:Multiplier = 2.5\nCar:Front Damping = 10000\n");
+}
+
+TEST_F(Fit, APlotShowsTheGroundUnderTheCarWithFewLines) {
+  make("hills.glb", [](Scene& scene) {
+    util::CMesh hills;
+    constexpr int kSide = 200;
+    for (int i = 0; i < kSide * kSide; ++i) {
+      const double x = i % kSide - 60.0, z = i / kSide - 80.0;
+      hills.vertices.emplace_back(x, std::sin(1.3 * x) * std::cos(1.1 * z) - 5.0, z);
+      if (i % kSide == 0 || i < kSide) continue;
+      const int a = i - kSide - 1, b = i - kSide, c = i - 1;
+      for (const int corner : {a, c, b, b, c, i}) hills.faces.push_back(corner);
+    }
+    scene.addNode("Hills").setMesh(hills);
+  });
+  ok({"plot", "hills.glb", "-o", "bare.svg"});
+  ok({"parent", "hills.glb", "Car_GravityDirectionMesh", "Hills", "-o", "hills.glb"});
+  folder.Write("drive.csv", "time,Car:Gas Pedal (Forw/Backw)\n0,1\n");
+  ok({"resim", "hills.glb", "--inputs", "drive.csv", "-o", "hills.glb"});
+  ok({"plot", "hills.glb", "-o", "hills.svg"});
+  const std::string svg = folder.Read("hills.svg");
+  for (const char* text : {"borders and edges of the ground", "its heights, every 0.2 m"})
+    EXPECT_NE(svg.find(text), std::string::npos) << text;
+  EXPECT_EQ(folder.Read("bare.svg").find("of the ground"), std::string::npos);
+  EXPECT_LT(svg.size(), folder.Read("bare.svg").size() + 250000) << "of 79202 triangles";
+}
+
 }  // namespace
 }  // namespace orv::tests

@@ -73,7 +73,7 @@ PlotBounds PlotColumn::bounds() const {
   for (const PlotPath& path : m_data.paths)
     for (const Vector3<double>& p : path.points) bounds.include(p.x, p.z);
   for (const PlotLine& line : m_data.lines)
-    if (line.pen != PlotLine::kSurface)
+    if (line.needsRoom())
       for (const Vector3<double>& p : line.points) bounds.include(p.x, p.z);
   bounds.widen(0.06);
   return bounds;
@@ -91,10 +91,9 @@ PlotSpan PlotColumn::valuesOf(const PlotPanel& panel) {
 PlotLegend PlotColumn::pathLegend() const {
   PlotLegend legend(m_left, m_left, m_left + m_width);
   for (std::size_t i = 0; i < m_data.paths.size(); ++i)
-    legend.add(m_data.paths[i].name, i, m_data.chief[i] ? 3.0 : 1.6);
+    legend.add(m_data.paths[i].name, static_cast<int>(i), m_data.chief[i] ? 3.0 : 1.6);
   for (const PlotLine& line : m_data.lines)
-    if (!line.name.empty())
-      legend.add(line.name, static_cast<std::size_t>(line.pen), line.thickness);
+    if (!line.name.empty()) legend.add(line.name, line.pen, line.thickness);
   return legend;
 }
 
@@ -102,7 +101,7 @@ PlotLegend PlotColumn::panelLegend(const PlotPanel& panel) const {
   const double title = textWidthOf(plotFont(14, true), titleOf(panel)) + 30.0;
   PlotLegend legend(m_left + title, m_left, m_left + m_width);
   for (std::size_t i = 0; i < panel.curves.size(); ++i)
-    legend.add(panel.curves[i].name, static_cast<std::size_t>(panel.colours[i]), 2.4);
+    legend.add(panel.curves[i].name, panel.colours[i], 2.4);
   return legend;
 }
 
@@ -188,9 +187,7 @@ void PlotColumn::drawAxisNames(const QRectF& view, const QString& x, const QStri
 }
 
 void PlotColumn::drawLine(const PlotLine& line, const QPolygonF& polygon) {
-  m_painter->setPen(line.pen == PlotLine::kSurface
-                        ? QPen(kFaint, line.thickness)
-                        : penOf(static_cast<std::size_t>(line.pen), line.thickness));
+  m_painter->setPen(penOf(line.pen, line.thickness));
   m_painter->setBrush(Qt::NoBrush);
   if (line.closed)
     m_painter->drawPolygon(polygon);
@@ -247,7 +244,7 @@ void PlotColumn::drawPath(const PlotPath& path, std::size_t index, const Axis& x
   labels.avoid(line);
   const double thickness = m_data.chief[index] ? 3.2 : 1.1;
   m_painter->setBrush(Qt::NoBrush);
-  m_painter->setPen(penOf(index, thickness));
+  m_painter->setPen(penOf(static_cast<int>(index), thickness));
   m_painter->drawPolyline(line);
 }
 
@@ -304,7 +301,7 @@ namespace {
 PlotBounds boundsOf(const PlotView& view) {
   PlotBounds bounds;
   for (const PlotLine& line : view.lines)
-    if (line.pen != PlotLine::kSurface)
+    if (line.needsRoom())
       for (const Vector3<double>& p : line.points) bounds.include(p.dot(view.across), p.y);
   bounds.widen(0.05);
   return bounds;
@@ -408,7 +405,7 @@ void PlotColumn::drawPanel(QPainter& painter, const PlotPanel& panel, const QRec
   panelLegend(panel).draw(painter, titleY);
   drawPanelAxes(area, t, v);
   for (std::size_t i = 0; i < panel.curves.size(); ++i)
-    drawCurve(panel.curves[i], static_cast<std::size_t>(panel.colours[i]), area, t, v);
+    drawCurve(panel.curves[i], panel.colours[i], area, t, v);
 }
 
 void PlotColumn::drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v) {
@@ -435,8 +432,8 @@ void PlotColumn::drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v)
   m_painter->drawRect(area);
 }
 
-void PlotColumn::drawCurve(const PlotCurve& curve, std::size_t pen, const QRectF& area,
-                           const Axis& t, const Axis& v) {
+void PlotColumn::drawCurve(const PlotCurve& curve, int pen, const QRectF& area, const Axis& t,
+                           const Axis& v) {
   QPolygonF line;
   for (std::size_t i = 0; i < curve.times.size(); ++i) {
     if (curve.times[i] < t.from - 1e-9 || curve.times[i] > t.to + 1e-9) continue;

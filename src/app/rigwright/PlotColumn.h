@@ -93,8 +93,7 @@ class PlotColumn {
   void drawEnds(const PlotPath& path, std::size_t index, const QRectF& view, const Axis& x,
                 const Axis& z, PlotLabels& labels);
   void drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v);
-  void drawCurve(const PlotCurve& curve, std::size_t pen, const QRectF& area, const Axis& t,
-                 const Axis& v);
+  void drawCurve(const PlotCurve& curve, int pen, const QRectF& area, const Axis& t, const Axis& v);
   void write(const QRectF& area, int flags, const QString& what, const QFont& f,
              const QColor& colour);
   void writeOnPaper(const QRectF& area, const QString& what, const QFont& f, const QColor& colour);

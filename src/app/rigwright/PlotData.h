@@ -18,13 +18,17 @@ struct PlotPath {
 /// A line through the world that is no path of a node: a shot's flight, or where a plane cuts a
 /// mesh (m).
 struct PlotLine {
-  static constexpr int kSurface = -1;  ///< pen of what is cut; it needs no room in a picture
+  // Pens of a scene's own meshes, which need no room in a picture.
+  static constexpr int kSurface = -1;  ///< where a plane cuts them, and their edges
+  static constexpr int kHeight = -2;   ///< where they are equally high
 
   std::vector<util::Vector3<double>> points;
   int pen = kSurface;
   double thickness = 1.4;
   bool closed = false;
   std::string name;  ///< in the legend of the top view; empty: none
+
+  bool needsRoom() const { return pen >= 0; }
 };
 
 /// Lines seen from the side, to scale.

@@ -6,7 +6,7 @@
 
 namespace orv::app {
 
-void PlotLegend::add(const std::string& name, std::size_t line, double thickness) {
+void PlotLegend::add(const std::string& name, int line, double thickness) {
   const double width = sampleOf(line) + kSpace + textWidthOf(plotFont(13), fromUtf8(name));
   if (m_x + width > m_right && m_x > m_left) {
     m_x = m_left;

@@ -16,7 +16,7 @@ class PlotLegend {
   PlotLegend(double first, double left, double right) : m_x(first), m_left(left), m_right(right) {}
 
   /// `line` is its number among the pens, `thickness` that of the piece.
-  void add(const std::string& name, std::size_t line, double thickness);
+  void add(const std::string& name, int line, double thickness);
   /// Height of the rows behind the first one (pixels).
   double moreHeight() const { return m_row * kRow; }
   /// `y` is the middle of the first row.
@@ -25,7 +25,7 @@ class PlotLegend {
  private:
   struct Entry {
     std::string name;
-    std::size_t line;
+    int line;
     double thickness;
     double x;  ///< pixels
     int row;

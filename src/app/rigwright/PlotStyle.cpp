@@ -4,6 +4,8 @@
 #include <array>
 #include <numeric>
 
+#include "app/rigwright/PlotData.h"
+
 namespace orv::app {
 
 namespace {
@@ -30,7 +32,9 @@ QColor colourOf(std::size_t i) {
   return kPalette[i % kPalette.size()];
 }
 
-QPen penOf(std::size_t i, double thickness) {
+QPen penOf(int line, double thickness) {
+  if (line < 0) return QPen(line == PlotLine::kSurface ? kFaint : kFrame, thickness);
+  const auto i = static_cast<std::size_t>(line);
   constexpr double kDash = 9.0, kPoint = 2.0, kSpace = 3.0;  // pixels
   const std::size_t turn = i / kPalette.size();
   QPen pen(colourOf(i), thickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
@@ -44,9 +48,9 @@ QPen penOf(std::size_t i, double thickness) {
   return pen;
 }
 
-double sampleOf(std::size_t i) {
+double sampleOf(int i) {
   constexpr double kSolid = 24.0;
-  if (i < kPalette.size()) return kSolid;
+  if (i < static_cast<int>(kPalette.size())) return kSolid;
   const QVector<qreal> pattern = penOf(i, 1.0).dashPattern();
   return std::max(kSolid, std::accumulate(pattern.begin(), pattern.end(), 0.0));
 }

@@ -18,10 +18,11 @@ inline const QColor kFaint(0x5F, 0x66, 0x6D);
 
 /// Colour of the i-th line.
 QColor colourOf(std::size_t i);
-/// The pen of the i-th line: no two look the same.
-QPen penOf(std::size_t i, double thickness);
+/// The pen of the i-th line: no two look the same. Below 0 it is one of PlotLine's for meshes,
+/// grey.
+QPen penOf(int i, double thickness);
 /// Length of the piece of the i-th line in a legend (pixels): the whole of its pattern.
-double sampleOf(std::size_t i);
+double sampleOf(int i);
 
 QFont plotFont(int pixels, bool bold = false);
 double textWidthOf(const QFont& font, const QString& text);

@@ -12,6 +12,7 @@
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/PlotBelt.h"
 #include "app/rigwright/PlotData.h"
+#include "app/rigwright/PlotGround.h"
 #include "app/rigwright/PlotPainter.h"
 #include "app/rigwright/PlotShots.h"
 #include "app/rigwright/PlotSubject.h"
@@ -202,6 +203,7 @@ Gathered gather(SceneJob& job, const PlotOptions& options) {
   addDifferences(data, subjects);
   addWheels(data, subjects, job.program().output());
   addBelts(data, subjects, scene);
+  addGround(data, subjects);
   addShots(data, subjects, scene);
   addInputs(data, subjects, job.program().output());
   std::vector<std::string> names, profiles;
