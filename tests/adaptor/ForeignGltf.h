@@ -153,21 +153,22 @@ inline GltfBuilder foreignScene() {
                             {"max", {100, 200, 0}}});
   const int quantized = static_cast<int>(j["accessors"].size()) - 1;
 
-  j["meshes"] = Json::array();
-  j["meshes"].push_back({{"primitives",
-                          {{{"attributes", {{"POSITION", square}, {"TEXCOORD_0", uv}}},
-                            {"indices", corners},
-                            {"material", 0}}}}});
-  j["meshes"].push_back(
-      {{"primitives",
-        {{{"attributes", {{"POSITION", square}, {"JOINTS_0", joints}, {"WEIGHTS_0", weights}}},
-          {"targets", {{{"POSITION", moved}}}}}}},
-       {"weights", {0.5}}});
-  j["meshes"].push_back({{"primitives", {{{"attributes", {{"POSITION", line}}}, {"mode", 2}}}}});
-  j["meshes"].push_back({{"primitives",
-                          {{{"attributes", {{"POSITION", base}}}, {"mode", 5}},
-                           {{"attributes", {{"POSITION", fan}}}, {"mode", 6}}}}});
-  j["meshes"].push_back({{"primitives", {{{"attributes", {{"POSITION", quantized}}}}}}});
+  const auto shape = [](int position, int mode) {
+    return Json{{"attributes", {{"POSITION", position}}}, {"mode", mode}};
+  };
+  const auto mesh = [&j](const std::vector<Json>& primitives) -> Json& {
+    return j["meshes"].emplace_back(Json{{"primitives", primitives}});
+  };
+  Json plain = shape(square, 4), bound = plain;
+  plain.update({{"indices", corners}, {"material", 0}});
+  plain["attributes"]["TEXCOORD_0"] = uv;
+  bound["attributes"].update({{"JOINTS_0", joints}, {"WEIGHTS_0", weights}});
+  bound["targets"] = {{{"POSITION", moved}}};
+  mesh({plain});
+  mesh({bound})["weights"] = {0.5};
+  mesh({shape(line, 2)});
+  mesh({shape(base, 5), shape(fan, 6)});
+  mesh({shape(quantized, 4)});
   j["skins"] = {{{"joints", {4}}, {"inverseBindMatrices", inverse}}};
 
   const int times = b.accessor<float>({0.0f, 1.0f, 2.0f}, "SCALAR", 1);

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <tiny_gltf.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <csignal>
@@ -14,6 +13,7 @@
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
+#include "core/TempFolder.h"
 #include "support/GltfValidator.h"
 #include "util/AtomicFile.h"
 
@@ -35,18 +35,9 @@ bool passOverImage(tinygltf::Image*, int, std::string*, std::string*, int, int,
   return true;
 }
 
-/// A folder of its own for each test.
 class Gltf : public testing::Test {
  protected:
-  void SetUp() override {
-    m_folder =
-        fs::temp_directory_path() / ("gltf_test_" + std::to_string(getpid()) + "_" +
-                                     testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::create_directories(m_folder);
-  }
-  void TearDown() override { fs::remove_all(m_folder); }
-
-  std::string path(const std::string& name) const { return (m_folder / name).string(); }
+  std::string path(const std::string& name) const { return folder.path + "/" + name; }
 
   static std::string contentOf(const std::string& file) {
     std::string bytes;
@@ -86,12 +77,7 @@ class Gltf : public testing::Test {
     return file;
   }
 
-  std::string put(const std::string& name, const std::string& bytes) const {
-    EXPECT_TRUE(orv::util::writeFile(path(name), bytes));
-    return path(name);
-  }
-
-  fs::path m_folder;
+  orv::tests::TempFolder folder;
 };
 
 /// JSON and binary chunk of a `.glb`.
@@ -256,7 +242,7 @@ TEST_F(Gltf, ChainsOfLinesAreCurvesInWhateverOrderTheyCome) {
     for (const auto& [from, to] : order) add(from), add(to);
     for (int i = 0; i < 3 * count && !apart; ++i)
       numbers.push_back(static_cast<float>(points[i / 3][i % 3]));
-    const auto scene = open(put("lines.glb", linesScene(numbers, lines).glb()));
+    const auto scene = open(folder.Write("lines.glb", linesScene(numbers, lines).glb()));
     const Curve& curve = *scene->find("Path")->curve();
     EXPECT_EQ(curve.closed, closed);
     auto found = curve.points;
@@ -293,14 +279,14 @@ TEST_F(Gltf, AFileOfAnotherKindIsToldApart) {
 
 TEST_F(Gltf, WhatNobodyChangedComesBackAsItWas) {
   const GltfBuilder source = foreignScene();
-  const auto scene = open(put("in.glb", source.glb()));
+  const auto scene = open(folder.Write("in.glb", source.glb()));
   const std::string out = save(*scene, "out.glb");
   const auto [before, binBefore] = parts(source.glb());
   const auto [after, binAfter] = parts(contentOf(out));
   EXPECT_EQ(before, after);
   EXPECT_EQ(binBefore, binAfter);
 
-  const auto text = open(put("in.gltf", source.text()));
+  const auto text = open(folder.Write("in.gltf", source.text()));
   EXPECT_EQ(Json::parse(contentOf(save(*text, "out.gltf"))), Json::parse(source.text()));
   // From one form to the other the bytes stay what they are.
   expectSame(*scene, *open(save(*text, "from_text.glb")));
@@ -337,6 +323,14 @@ TEST_F(Gltf, OurChangesLeaveOthersDataAlone) {
   for (int frame = 0; frame < 25; ++frame)
     EXPECT_NEAR(again->find("Lamp")->localTrs(frame / 25.0).translation.x,
                 openBytes(source.glb())->find("Lamp")->localTrs(frame / 25.0).translation.x, 1e-12);
+  // A change that is undone leaves the file as it was.
+  SceneNode& cam = *again->find("Rig_01_Cam");
+  const NodeAnimation taken = cam.animation();
+  cam.replaceKeys(ChannelPath::kRotation, 0.2, kForever, {0.2}, {0, 0, 0, 1}, 0.04);
+  std::unique_ptr<SceneNode> gone = again->detach(*again->find("Twin"));
+  again->attach(std::move(gone), again->find("Root"), 0);
+  cam.setAnimation(taken);
+  EXPECT_EQ(contentOf(save(*again, "undone.glb")), contentOf(path("out.glb")));
   // A matrix gives way to a pose once the node is keyed.
   ASSERT_TRUE(sheared.replaceKeys(ChannelPath::kScale, 0, 1, {0.0}, {1, 1, 1}, 0.04));
   EXPECT_EQ(open(save(*scene, "keyed.glb"))->find("Sheared")->pose(), sheared.pose());
@@ -429,19 +423,6 @@ TEST_F(Gltf, NodesOfOneMeshShareItInTheFileAndAfterIt) {
   EXPECT_EQ(open(path("late.glb"))->find("late")->curve(), nullptr);
 }
 
-TEST_F(Gltf, AnUndoneChangeLeavesTheFileAsItWas) {
-  auto scene = openBytes(foreignScene().glb());
-  perform(*scene);
-  scene = open(save(*scene, "a.glb"));
-  const NodeAnimation before = scene->find("Rig_01_Cam")->animation();
-  SceneNode& cam = *scene->find("Rig_01_Cam");
-  cam.replaceKeys(ChannelPath::kRotation, 0.2, kForever, {0.2}, {0, 0, 0, 1}, 0.04);
-  std::unique_ptr<SceneNode> gone = scene->detach(*scene->find("Twin"));
-  scene->attach(std::move(gone), scene->find("Root"), 0);
-  cam.setAnimation(before);
-  EXPECT_EQ(contentOf(save(*scene, "b.glb")), contentOf(path("a.glb")));
-}
-
 TEST_F(Gltf, KeysEditedElsewhereWinAndAreTold) {
   Scene made;
   perform(made);
@@ -503,10 +484,9 @@ TEST_F(Gltf, RemovedNodesGoWithTheirReferencesUnlessASkinNeedsThem) {
   EXPECT_EQ(json["animations"][0]["channels"].size(), 3u);
   EXPECT_EQ(json["animations"][1]["channels"][1]["target"]["node"], 7);
   expectSame(*scene, *open(path("out.glb")));
-}
 
-TEST_F(Gltf, AClipWhoseNodesAreAllGoneGoesAndTheOtherStaysItself) {
-  auto scene = openBytes(foreignScene().glb());
+  // A clip whose nodes are all gone goes, and the other stays itself.
+  scene = openBytes(foreignScene().glb());
   for (const char* name : {"Root", "Lamp", "Stepper"}) scene->detach(*scene->find(name));
   const auto kept = open(save(*scene, "kept.glb"));
   EXPECT_EQ(kept->clips(), (std::vector<std::string>{"Jump"}));
@@ -517,14 +497,12 @@ TEST_F(Gltf, AClipWhoseNodesAreAllGoneGoesAndTheOtherStaysItself) {
 }
 
 TEST_F(Gltf, SideFilesAreReadAndTakenAlong) {
-  fs::create_directories(m_folder / "a" / "sub dir");
-  fs::create_directories(m_folder / "b");
   GltfBuilder source = foreignScene();
   source.json["images"][0]["uri"] = "sub%20dir/t.png";
-  put("a/sub dir/t.png", "picture");
-  put("a/data.bin", source.bin);
-  put("b/data.bin", "somebody else's");
-  put("a/in.gltf", source.text("data.bin"));
+  folder.Write("a/sub dir/t.png", "picture");
+  folder.Write("a/data.bin", source.bin);
+  folder.Write("b/data.bin", "somebody else's");
+  folder.Write("a/in.gltf", source.text("data.bin"));
   auto scene = open(path("a/in.gltf"));
   perform(*scene);
   const std::string out = save(*scene, "b/out.gltf");
@@ -535,7 +513,7 @@ TEST_F(Gltf, SideFilesAreReadAndTakenAlong) {
   expectSame(*scene, *open(out));
   save(*scene, "b/out.gltf");
   EXPECT_EQ(contentOf(out), first) << "the same files serve again";
-  EXPECT_EQ(std::distance(fs::directory_iterator(m_folder / "b"), {}), 4);
+  EXPECT_EQ(std::distance(fs::directory_iterator(path("b")), {}), 4);
 
   EXPECT_NE(GltfReader::readMemory(source.text("data.bin"), "m.gltf").error.find("buffers[0].uri"),
             std::string::npos);
@@ -613,7 +591,7 @@ TEST_F(Gltf, EachWayOfBeingDamagedIsNamedWithItsPlace) {
   EXPECT_EQ(
       GltfReader::readMemory(foreignScene().glb(), "f.glb", {"Fly"}).error,
       "f.glb: animations: there is no clip \"Fly\" (clips are chosen by name or by number from 0)");
-  put("lost.gltf", foreignScene().text("gone.bin"));
+  folder.Write("lost.gltf", foreignScene().text("gone.bin"));
   EXPECT_EQ(
       GltfReader::read(path("lost.gltf")).error,
       path("lost.gltf") + ": buffers[0].uri: " + path("gone.bin") + ": there is no such file");
@@ -646,7 +624,7 @@ TEST_F(Gltf, AFailedSaveNamesTheReasonAndLeavesNothing) {
             std::string::npos);
   EXPECT_NE(GltfWriter::write(scene, path("no/such/out.glb")).error.find("out.glb"),
             std::string::npos);
-  put("old.glb", "old");
+  folder.Write("old.glb", "old");
   scene.find("Rig_01_Rail")->setPose({{NAN, 0, 0}, {}, {1, 1, 1}});
   EXPECT_NE(GltfWriter::write(scene, path("old.glb")).error.find("Rig_01_Rail"), std::string::npos);
   scene.find("Rig_01_Rail")->setPose({});
@@ -659,7 +637,7 @@ TEST_F(Gltf, AFailedSaveNamesTheReasonAndLeavesNothing) {
   setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_NE(full.error.find("old.glb"), std::string::npos);
   EXPECT_EQ(contentOf(path("old.glb")), "old");
-  EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 1);
   scene.rename(*scene.find("Rig_01_Rail"), "\xFF");
   EXPECT_NE(GltfWriter::write(scene, path("old.glb")).error.find("UTF-8"), std::string::npos);
 }

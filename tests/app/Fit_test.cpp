@@ -36,7 +36,6 @@ class Fit : public ProgramTest {
 
   Fit() {
     m_root = Quat::fromRotationVector({0.0, 2.1, 0.0}) * Quat::fromRotationVector({0.03, 0, 0.05});
-    ok({"add", "shot.glb", "SteadyCam", "--name", "Cam", "-o", "cam.glb"});
     make("car.glb", [](Scene&) {});
   }
 
@@ -95,10 +94,13 @@ class Fit : public ProgramTest {
     return std::move(read.scene);
   }
 
-  Outcome fit(const std::string& file, Words rest = kFit, const std::string& rig = "Car") const {
+  static Words fitting(const std::string& file, const Words& rest, const std::string& rig) {
     Words words = {"fit", file, rig};
     words.insert(words.end(), rest.begin(), rest.end());
-    return run(words);
+    return words;
+  }
+  Outcome fit(const std::string& file, Words rest = kFit, const std::string& rig = "Car") const {
+    return run(fitting(file, rest, rig));
   }
 
   /// A delivery of `file`, which is open as `driven`, has the model's own tree back, and its poses.
@@ -128,9 +130,7 @@ double gap(const nlohmann::json& told, const Vector& wanted) {
 }
 
 TEST_F(Fit, OddNodesGiveTheirWheelsExactlyAndKeepTheirPoses) {
-  Words words = {"fit", "car.glb", "Car"};
-  words.insert(words.end(), kFit.begin(), kFit.end());
-  const auto told = json(words);
+  const auto told = json(fitting("car.glb", kFit, "Car"));
   const auto before = open("car.glb"), after = open("fit.glb");
   EXPECT_NEAR(told["wheelbase"], kScale * kBase, 1e-6);
   EXPECT_NEAR(told["track"]["front"], kScale * kTrack, 1e-6);

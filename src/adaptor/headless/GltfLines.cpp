@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
-#include <set>
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace orv::rws::adaptor::headless {
@@ -15,6 +16,16 @@ using Point = util::Vector3<double>;
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
+using Place = std::array<double, 3>;
+
+struct PlaceHash {
+  std::size_t operator()(const Place& place) const {
+    std::size_t hash = 0;
+    for (const double x : place) hash = hash * 1000003 + std::hash<double>()(x);
+    return hash;
+  }
+};
+
 struct Line {
   std::size_t from, to;  ///< points
 };
@@ -23,12 +34,12 @@ struct Line {
 class Net {
  public:
   Net(const std::vector<double>& numbers, const std::vector<std::uint32_t>& corners) {
-    std::map<std::array<double, 3>, std::size_t> places;
-    std::set<std::pair<std::size_t, std::size_t>> known;
+    std::unordered_map<Place, std::size_t, PlaceHash> places;
+    std::unordered_set<std::uint64_t> known;
     const auto pointAt = [&](std::uint32_t corner) {
       const double* p = &numbers[3 * static_cast<std::size_t>(corner)];
       if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2])) return kNone;
-      const auto [at, isNew] = places.emplace(std::array{p[0], p[1], p[2]}, points.size());
+      const auto [at, isNew] = places.emplace(Place{p[0], p[1], p[2]}, points.size());
       if (isNew) {
         points.emplace_back(p[0], p[1], p[2]);
         linesAt.emplace_back();
@@ -38,7 +49,8 @@ class Net {
     for (std::size_t i = 0; i + 1 < corners.size(); i += 2) {
       const Line line{pointAt(corners[i]), pointAt(corners[i + 1])};
       if (line.from == kNone || line.to == kNone || line.from == line.to) continue;
-      if (!known.insert(std::minmax(line.from, line.to)).second) continue;
+      const auto [low, high] = std::minmax(line.from, line.to);
+      if (!known.insert(std::uint64_t{high} << 32 | low).second) continue;
       linesAt[line.from].push_back(lines.size());
       linesAt[line.to].push_back(lines.size());
       lines.push_back(line);
@@ -85,8 +97,7 @@ class Walker {
  private:
   /// All lines that hang together with this one, by their numbers.
   std::vector<std::size_t> partOf(std::size_t line) {
-    std::set<std::size_t> part{line};
-    std::vector<std::size_t> open{line};
+    std::vector<std::size_t> part{line}, open{line};
     m_walked[line] = true;
     while (!open.empty()) {
       const Line at = m_net.lines[open.back()];
@@ -95,12 +106,13 @@ class Walker {
         for (const std::size_t next : m_net.linesAt[point]) {
           if (m_walked[next]) continue;
           m_walked[next] = true;
-          part.insert(next);
+          part.push_back(next);
           open.push_back(next);
         }
       }
     }
-    return {part.begin(), part.end()};
+    std::sort(part.begin(), part.end());
+    return part;
   }
 
   Chain walk(std::size_t begin, std::size_t line) {

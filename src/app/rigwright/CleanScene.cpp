@@ -53,6 +53,7 @@ class Cleaner {
 
  private:
   bool stays(const SceneNode& node) const;
+  SceneNode* placeOf(const SceneNode& node) const;
   std::vector<SceneNode*> placesOf(const SceneNode& node) const;
   std::vector<double> timesOf(const SceneNode& node) const;
   bool isBelow(const SceneNode* place, const SceneNode& node) const;
@@ -80,21 +81,25 @@ bool Cleaner::stays(const SceneNode& node) const {
   return node.tag().empty() || m_keep.count(node.name()) != 0;
 }
 
+/// What a node belongs below; null is the world. Of a node whose parent goes that is its home or,
+/// where that is not known, the nearest ancestor that stays.
+SceneNode* Cleaner::placeOf(const SceneNode& node) const {
+  SceneNode* above = node.parent();
+  if (!above || stays(*above)) return above;
+  SceneNode* const home = node.home() ? m_scene.find(*node.home()) : nullptr;
+  if (node.home() && (node.home()->empty() || (home && stays(*home)))) return home;
+  while (above && !stays(*above)) above = above->parent();
+  return above;
+}
+
 /// Where a node may go, the best place first. The last one, the world, is always possible.
 std::vector<SceneNode*> Cleaner::placesOf(const SceneNode& node) const {
-  std::vector<SceneNode*> places;
-  if (node.home()) {
-    SceneNode* home = m_scene.find(*node.home());
-    if (node.home()->empty() || (home && stays(*home))) places.push_back(home);
-    while (home && stays(*home)) {
-      home = home->parent();
-      if (!home || stays(*home)) places.push_back(home);
-    }
+  std::vector<SceneNode*> places{placeOf(node)};
+  while (places.back()) {
+    SceneNode* const next = placeOf(*places.back());
+    // Homes may go round in a circle.
+    places.push_back(std::count(places.begin(), places.end(), next) > 0 ? nullptr : next);
   }
-  SceneNode* above = node.parent();
-  while (above && !stays(*above)) above = above->parent();
-  places.push_back(above);
-  places.push_back(nullptr);
   return places;
 }
 
@@ -156,18 +161,15 @@ bool Cleaner::bake(ProgressBar& progress) {
   long done = 0;
   for (BakedNode& baked : m_baked) {
     const std::vector<SceneNode*> places = placesOf(*baked.node);
-    std::size_t chosen = 0;
-    while (isBelow(places[chosen], *baked.node) || !bakeUnder(baked, places[chosen])) {
+    for (SceneNode* const place : places) {
       if (isInterrupted()) return false;
-      if (++chosen + 1 < places.size()) continue;
-      bakeUnder(baked, nullptr);
-      break;
+      if (!isBelow(place, *baked.node) && (bakeUnder(baked, place) || !place)) break;
     }
     m_parents[baked.node] = baked.parent;
-    if (baked.node->home() && baked.parent != places.front())
+    if (baked.parent != places.front())
       result.warnings.push_back(
-          baked.node->name() + ": it can't go back below " + *baked.node->home() +
-          ", whose uneven scale would shear it; it is below " +
+          baked.node->name() + ": it can't go back below " + places.front()->name() +
+          ", which would shear it by an uneven scale or hangs on it; it is below " +
           (baked.parent ? baked.parent->name() : std::string("the world")) + " now");
     progress.set(m_frames.count() * ++done / static_cast<long>(m_baked.size()));
     if (isInterrupted()) return false;

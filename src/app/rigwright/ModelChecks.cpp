@@ -1,8 +1,10 @@
 #include "app/rigwright/ModelChecks.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/CarFrame.h"
@@ -17,6 +19,8 @@ using Vector = util::Vector3<double>;
 
 constexpr double kLeastWheelbase = 0.05, kMostWheelbase = 30.0;  // m
 constexpr double kUsualWheelbase = 0.5, kLargeWheelbase = 12.0;  // m
+constexpr double kLeastWheel = 0.015, kMostWheel = 10.0;         // m across
+constexpr double kUsualWheel = 0.1, kLargeWheel = 5.0;           // m across
 constexpr double kLeastScene = 0.1, kMostScene = 20000.0;        // m
 constexpr double kLying = 0.34;      ///< cosine against +Y under which a car lies on its side
 constexpr double kAlongAxis = 0.94;  ///< cosine against an axis that counts as along it
@@ -36,11 +40,16 @@ std::string placeHint(const SceneNode& node, const std::string& option) {
   return " (rigwright place SCENE " + topOf(node).name() + " " + option + " -o OUT)";
 }
 
-/// How the model must be scaled to be as large as vehicles are; 1 when no unit explains its size.
-double unitOf(double wheelbase) {
-  for (const double unit : {0.01, 0.001, 0.0254, 100.0, 1000.0})
-    if (wheelbase * unit >= kUsualWheelbase && wheelbase * unit <= kLargeWheelbase) return unit;
-  return 1.0;
+/// What to say of a length (m) of the model that `node` is of: by which unit it would be usual.
+std::string scaleHint(const SceneNode& node, double length, double least, double most) {
+  for (const double unit : {0.01, 0.001, 0.0254, 100.0, 1000.0}) {
+    if (length * unit < least || length * unit > most) continue;
+    const Vector scale = topOf(node).pose().scale * unit;
+    return ", as if its unit were no metre: scale the model first" +
+           placeHint(node, "--scale " + util::shortText(scale.x) + "," + util::shortText(scale.y) +
+                               "," + util::shortText(scale.z));
+  }
+  return {};
 }
 
 struct Extent {
@@ -79,21 +88,35 @@ void addMesh(const SceneNode& node, double time, Bulk& bulk) {
   }
 }
 
+/// A car's wheels are known by their names: four or more, in the middle larger or smaller than any.
+std::string oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
+  std::vector<std::pair<double, const SceneNode*>> wheels;
+  for (const SceneNode* node : scene.nodes()) {
+    std::string name = node->name();
+    for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const auto has = [&name](const char* part) { return name.find(part) != std::string::npos; };
+    if (!node->tag().empty() || !node->hasMesh() || !(has("wheel") || has("tire") || has("tyre")))
+      continue;
+    Bulk bulk;
+    addMesh(*node, time, bulk);
+    wheels.emplace_back(bulk.longest(), node);
+  }
+  if (wheels.size() < 4) return {};
+  std::sort(wheels.begin(), wheels.end(),
+            [](const auto& a, const auto& b) { return a.first < b.first; });
+  const auto [size, wheel] = wheels[wheels.size() / 2];
+  if (!(size > kMostWheel || size < kLeastWheel)) return {};
+  return "the wheel " + wheel->name() + " is " + metres(size) + " large" +
+         scaleHint(*wheel, size, kUsualWheel, kLargeWheel);
+}
+
 }  // namespace
 
 std::vector<std::string> oddCar(const CarFrame& frame, const SceneNode& body) {
   std::vector<std::string> odd;
-  if (frame.wheelbase > kMostWheelbase || frame.wheelbase < kLeastWheelbase) {
-    std::string text = "the wheelbase is " + metres(frame.wheelbase);
-    const double unit = unitOf(frame.wheelbase);
-    if (unit != 1.0) {
-      const Vector scale = topOf(body).pose().scale * unit;
-      text += ", as if its unit were no metre: scale the model first" +
-              placeHint(body, "--scale " + util::shortText(scale.x) + "," +
-                                  util::shortText(scale.y) + "," + util::shortText(scale.z));
-    }
-    odd.push_back(text);
-  }
+  if (frame.wheelbase > kMostWheelbase || frame.wheelbase < kLeastWheelbase)
+    odd.push_back("the wheelbase is " + metres(frame.wheelbase) +
+                  scaleHint(body, frame.wheelbase, kUsualWheelbase, kLargeWheelbase));
   if (frame.up.z > kAlongAxis)
     odd.push_back(
         "the car's up is the scene's +Z, as if the model were exported with Z up, but up is +Y: "
@@ -119,6 +142,8 @@ std::vector<std::string> oddScene(const rws::adaptor::headless::Scene& scene, do
         ", as if their unit were no metre: rigs are made for metres, so scale the scene's "
         "top nodes first (rigwright place SCENE NODE --scale " +
         (longest > kMostScene ? "0.01,0.01,0.01" : "100,100,100") + " -o OUT)");
+  else if (std::string wheels = oddWheels(scene, time); !wheels.empty())
+    odd.push_back(std::move(wheels));
   const double x = bulk.reach[0].length(), y = bulk.reach[1].length(), z = bulk.reach[2].length();
   if (std::min(x, y) > kBroad && z < 0.25 * std::min(x, y) && bulk.facing[2] > 0.7 * bulk.area &&
       bulk.facing[1] < 0.1 * bulk.area)

@@ -20,7 +20,7 @@ std::vector<std::string> oddCar(const CarFrame& frame,
                                 const rws::adaptor::headless::SceneNode& body);
 
 /// The same of a whole scene at `time` (s), by its meshes that belong to no rig: more than 20 km or
-/// less than 10 cm, or a broad flat ground that stands upright.
+/// less than 10 cm, wheels of a size that none has, or a broad flat ground that stands upright.
 std::vector<std::string> oddScene(const rws::adaptor::headless::Scene& scene, double time);
 
 }  // namespace orv::app

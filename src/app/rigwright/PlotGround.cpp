@@ -280,7 +280,7 @@ void addGround(PlotData& data, const std::vector<PlotSubject>& subjects) {
   Rectangle around;
   for (const PlotPath& path : data.paths)
     for (const Vector& p : path.points) around.include(p);
-  const double size = around.longerSide();
+  const double size = std::max(around.longerSide(), 1.0);  // of a parked vehicle
   around.left -= kRoom * size, around.right += kRoom * size;
   around.back -= kRoom * size, around.front += kRoom * size;
   Surface ground(around);

@@ -95,9 +95,9 @@ void SceneJob::warnOfLostRecords() {
       m_program.output().warn(
           m_path + ": the nodes " + name + "_... are named like those of a " +
           tool->GetDisplayId() +
-          ", but the file has no record of that rig: a program that saved it has dropped the "
-          "custom "
-          "data (export with custom properties, or go on from the file before)");
+          ", but the file has no record of that rig: it is a delivery, or a program that saved it "
+          "has "
+          "dropped the custom data (export with custom properties, or go on from the file before)");
     }
   }
   std::string error;
