@@ -1,6 +1,7 @@
 #include "app/rigwright/SceneJob.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
@@ -78,7 +79,8 @@ std::map<std::string, std::set<std::string>> SceneJob::nodeFamilies() {
 }
 
 void SceneJob::warnOfLostRecords() {
-  if (!core().List(false).empty()) return;
+  std::error_code ignored;
+  if (!core().List(false).empty() || !std::filesystem::is_regular_file(m_path, ignored)) return;
   const std::map<std::string, std::set<std::string>> families = nodeFamilies();
   if (families.empty()) return;
   // What nodes a kind has is known by making one, for which the scene gives way for a moment.
@@ -95,8 +97,7 @@ void SceneJob::warnOfLostRecords() {
       m_program.output().warn(
           m_path + ": the nodes " + name + "_... are named like those of a " +
           tool->GetDisplayId() +
-          ", but the file has no record of that rig: it is a delivery, or a program that saved it "
-          "has "
+          ", but the file has no record of that rig: it is a delivery, or another program has "
           "dropped the custom data (export with custom properties, or go on from the file before)");
     }
   }
