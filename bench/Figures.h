@@ -6,11 +6,17 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
 namespace orv::bench {
+
+/// Runs that a row is made of: `usual` to read its figures, one to see that it works.
+inline int Turns(int usual) {
+  return std::getenv("ORV_BENCH_ONCE") ? 1 : usual;
+}
 
 /// Wall seconds of one call.
 template <class Work>

@@ -55,7 +55,8 @@ class PresentNode : public rws::CNode, public rws::CSnapshot {
   double GetTime() override { return 0.0; }
 };
 
-/// One ground below a rig's nodes; see tests::FakeInterface for the rest.
+/// One ground below a rig's nodes; see tests::FakeInterface for the rest, which knows nothing of
+/// these nodes: whatever takes or gives one stands here.
 class PresentCore : public tests::FakeInterface {
  public:
   std::map<std::string, PresentNode> present;
@@ -70,6 +71,14 @@ class PresentCore : public tests::FakeInterface {
     PresentNode& node = present[name];
     node.parent = static_cast<PresentNode*>(parent);
     return &node;
+  }
+  rws::CNode* CreateMeshNode(std::string name, rws::CNode* parent, const util::CMesh*,
+                             int) override {
+    return CreateCameraNode(name, parent, 0.0, 0.0);
+  }
+  void DeleteNode(rws::CNode* node, bool) override {
+    for (auto it = present.begin(); it != present.end();)
+      it = &it->second == node ? present.erase(it) : std::next(it);
   }
   rws::CSnapshot* GetSnapshot(rws::CNode* node, double) override {
     return static_cast<PresentNode*>(node);

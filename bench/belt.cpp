@@ -128,7 +128,7 @@ void BesideBullet(benchmark::State& state) {
   state.counters["belt/bullet"] = ours.Median() / bullet.Median();
   state.SetLabel(check);
 }
-BENCHMARK(BesideBullet)->Iterations(9)->Unit(benchmark::kMillisecond);
+BENCHMARK(BesideBullet)->Iterations(Turns(9))->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace orv::bench

@@ -3,14 +3,13 @@
 // that end in _min minima. Labels hold a hash of the poses, so that a speed-up that changes the
 // answer shows.
 #include <malloc.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <BulletCollision/NarrowPhaseCollision/btRaycastCallback.h>
 
 #include <fstream>
 
 #include "BulletCar.h"
+#include "Child.h"
 #include "Figures.h"
 #include "PresentCore.h"
 #include "RollingTerrain.h"
@@ -124,7 +123,7 @@ void StepBesideBullet(benchmark::State& state) {
   state.counters["all_rays/bullet"] = full.Median() / bullet.Median();
   state.SetLabel(Check(1) + Check(kProfileRays));
 }
-BENCHMARK(StepBesideBullet)->Iterations(31)->Unit(benchmark::kMillisecond);
+BENCHMARK(StepBesideBullet)->Iterations(Turns(31))->Unit(benchmark::kMillisecond);
 
 // --- the whole engine ---
 
@@ -216,7 +215,7 @@ void ResimulateCar(benchmark::State& state) {
   state.counters["frames_per_s"] = 1e6 / whole.Median();
   state.SetLabel("poses " + std::to_string(scene.HashPoses()));
 }
-BENCHMARK(ResimulateCar)->Iterations(11)->Unit(benchmark::kMillisecond);
+BENCHMARK(ResimulateCar)->Iterations(Turns(11))->Unit(benchmark::kMillisecond);
 
 /// Each run in a new scene, since there is one core at a time.
 void HundredCars(benchmark::State& state) {
@@ -241,7 +240,7 @@ void HundredCars(benchmark::State& state) {
   state.counters["frame_ratio"] = eachFrame.Median() / oneFrame.Median();
   state.SetLabel("poses " + std::to_string(poses));
 }
-BENCHMARK(HundredCars)->Iterations(7)->Unit(benchmark::kMillisecond);
+BENCHMARK(HundredCars)->Iterations(Turns(7))->Unit(benchmark::kMillisecond);
 
 // --- memory ---
 
@@ -266,21 +265,10 @@ double TakeMemory() {
 }
 
 void MemoryOfTake(benchmark::State& state) {
-  double rise = -1.0;
-  for (auto _ : state) {
-    int ends[2];
-    if (pipe(ends) != 0) break;
-    const pid_t child = fork();
-    if (child == 0) {
-      const double result = TakeMemory();
-      _exit(write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
-    }
-    close(ends[1]);
-    if (read(ends[0], &rise, sizeof rise) != sizeof rise) state.SkipWithError("the take failed");
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-  }
-  state.counters["peak_rise_MB"] = rise;
+  std::optional<double> rise;
+  for (auto _ : state)
+    if (!(rise = InChild(TakeMemory))) state.SkipWithError("the take failed");
+  state.counters["peak_rise_MB"] = rise.value_or(-1.0);
 }
 BENCHMARK(MemoryOfTake)->Iterations(1)->Unit(benchmark::kMillisecond);
 
@@ -346,7 +334,7 @@ void HostRaysBesideBullet(benchmark::State& state) {
   hash.Add(ourDistances.data(), ourDistances.size());
   state.SetLabel("hits " + std::to_string(hash.value));
 }
-BENCHMARK(HostRaysBesideBullet)->Iterations(15)->Unit(benchmark::kMillisecond);
+BENCHMARK(HostRaysBesideBullet)->Iterations(Turns(15))->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace orv::bench

@@ -4,7 +4,6 @@
 // is the whole memory of a process of its own that does the take and the save.
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cmath>
@@ -14,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "Child.h"
 #include "Figures.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessSession.h"
@@ -157,36 +157,30 @@ class Stage {
   std::string m_path;
 };
 
-/// Peak memory (MB) of a process that does the take and the save, and perhaps opens the file after.
+/// Peak memory (MB) of a process that does the take and the save, and perhaps opens the file after;
+/// negative when it failed.
 double PeakMegabytes(bool load) {
-  int ends[2];
-  if (pipe(ends) != 0) return -1.0;
-  const pid_t child = fork();
-  if (child == 0) {
+  const auto peak = orv::bench::InChild([load] {
+    bool done = false;
     {
       Stage stage;
       stage.Take();
-      stage.Save();
-      if (load) stage.Load();
+      done = stage.Save() && (!load || stage.Load());
     }
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    const double peak = static_cast<double>(usage.ru_maxrss) * 1024.0 / 1e6;
-    _exit(write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
-  }
-  close(ends[1]);
-  double peak = -1.0;
-  if (read(ends[0], &peak, sizeof peak) != sizeof peak) peak = -1.0;
-  close(ends[0]);
-  waitpid(child, nullptr, 0);
-  return peak;
+    return done ? static_cast<double>(usage.ru_maxrss) * 1024.0 / 1e6 : -1.0;
+  });
+  return peak.value_or(-1.0);
 }
 
 void Nodes(benchmark::State& state) {
   g_size = static_cast<int>(state.range(0));
-  state.counters["peak_MB"] = PeakMegabytes(false);
-  state.counters["peak_load_MB"] = PeakMegabytes(true);
+  const double peak = PeakMegabytes(false), peakWithLoad = PeakMegabytes(true);
+  state.counters["peak_MB"] = peak;
+  state.counters["peak_load_MB"] = peakWithLoad;
   for (auto _ : state) {
+    if (peak < 0.0 || peakWithLoad < 0.0) state.SkipWithError("the take of its own failed");
     Stage stage;
     const auto timed = [&](const char* name, const std::function<void()>& work) {
       state.counters[name] = 1e3 * Seconds(work);

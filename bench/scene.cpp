@@ -5,7 +5,6 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <tiny_gltf.h>
 #include <unistd.h>
 
@@ -15,6 +14,7 @@
 #include <filesystem>
 #include <string>
 
+#include "Child.h"
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
@@ -92,29 +92,20 @@ long peakKilobytes() {
 
 /// Rise of the peak memory while `work` runs in a child process (MB); negative when it failed.
 double peakRise(bool (*work)(const std::string&), const std::string& path) {
-  int ends[2];
-  if (pipe(ends) != 0) return -1.0;
   // Free memory that the process keeps would hide what the child takes.
   malloc_trim(0);
-  const pid_t child = fork();
-  if (child == 0) {
+  const auto rise = orv::bench::InChild([&] {
     const long before = peakKilobytes();
-    const long rise = work(path) ? peakKilobytes() - before : -1;
-    _exit(write(ends[1], &rise, sizeof rise) == sizeof rise ? 0 : 1);
-  }
-  close(ends[1]);
-  long rise = -1;
-  if (read(ends[0], &rise, sizeof rise) != sizeof rise) rise = -1;
-  close(ends[0]);
-  waitpid(child, nullptr, 0);
-  return static_cast<double>(rise) * 1024.0 / 1e6;
+    return work(path) ? peakKilobytes() - before : -1;
+  });
+  return static_cast<double>(rise.value_or(-1)) * 1024.0 / 1e6;
 }
 
 void open(benchmark::State& state, bool (*work)(const std::string&)) {
   const Landscape& file = Landscape::get();
   const double rise = peakRise(work, file.path());
   for (auto _ : state)
-    if (!work(file.path())) state.SkipWithError("the file can't be read");
+    if (rise < 0.0 || !work(file.path())) state.SkipWithError("the file can't be read");
   state.counters["file_MB"] = file.megabytes();
   state.counters["peak_MB"] = rise;
   state.counters["peak_per_file"] = rise / file.megabytes();
