@@ -23,9 +23,9 @@ void loadAndUse(const std::uint8_t* data, std::size_t size) {
   Variable variable;
   variable.set(1.0, {});
   variable.load(data, size);
-  // Nothing may cost more memory than the input could fill.
+  // Nothing may cost more memory than the input could fill, or 65,536 placeholders.
   require(variable.flatSize() <= 16 + variable.samples.size() * 136);
-  require(variable.samples.size() <= size / 9 + 1);
+  require(variable.samples.size() <= (size < 65536 * 9 ? 65536 : size / 9));
 
   for (const double time : {-1.0, 0.0, 0.5, 1e300}) variable.value(time);
   for (std::size_t i = 0; i < variable.samples.size() && i < 64; ++i)

@@ -64,6 +64,12 @@ void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, Temp
   m_library.Load();
 }
 
+bool CoreImplementation::RescanTools() {
+  if (IsTakeActive()) return false;
+  m_library.Rescan();
+  return true;
+}
+
 // --- windows and boxes ---
 
 MainWindowView* CoreImplementation::GetMainWindow() const {

@@ -88,6 +88,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   InstanceReference* FindTool(const std::string& name) override;
   std::string LoadProfile(const std::string& toolName, const std::string& profileName) override;
   Instance* CreateToolFromFactory(const std::string& kind, const std::string& name) override;
+  bool RescanTools() override;
   std::string CloneTool(const std::string& name, std::string& problem) override;
   InstanceReference* SelectTool(const std::string& name) override { return FindTool(name); }
   bool DeleteTool(const std::string& name) override;

@@ -58,6 +58,9 @@ class CoreInterface : public util::MessageNode {
   virtual std::string LoadProfile(const std::string& toolName, const std::string& profileName) = 0;
   /// As CreateTool, with a wish for the instance's name.
   virtual Instance* CreateToolFromFactory(const std::string& kind, const std::string& name) = 0;
+  /// Looks again for tools that the user has added, changed or removed since the start. Rigs that
+  /// stand keep theirs. False, with nothing done, while a take or resimulation runs.
+  virtual bool RescanTools() = 0;
   /// The clone's name; empty, with `problem` filled, when it can't be made.
   virtual std::string CloneTool(const std::string& name, std::string& problem) = 0;
   virtual InstanceReference* SelectTool(const std::string& name) = 0;

@@ -306,8 +306,8 @@ std::string InstanceManager::SaveInstance(Instance& instance, std::string& probl
 Instance* InstanceManager::LoadInstance(const std::string& recordText, int index,
                                         std::string& problem) {
   util::xml::Tag record("");
-  if (const int error = record.loadText(recordText)) {
-    problem = std::string("its record can't be read: ") + util::xml::errorText(error);
+  if (record.loadText(recordText, &problem) != 0) {
+    problem = "its record can't be read: " + problem;
     return nullptr;
   }
   const std::string kind = record.attribute("type");

@@ -26,7 +26,8 @@ class Library {
   /// Makes the tools. Called once; what can't be used is named in the log and left out.
   virtual void Load() = 0;
   virtual ~Library() = default;
-  /// Looks again for tools that the user may have added, changed or removed.
+  /// Looks again for tools that the user may have added, changed or removed. A tool that has rigs
+  /// stays as long as they do.
   virtual void Rescan() {}
 
   const std::vector<std::unique_ptr<Tool>>& GetTools() const { return m_tools; }

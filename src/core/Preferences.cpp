@@ -52,11 +52,9 @@ bool Preferences::load() {
   std::error_code ignored;
   if (!std::filesystem::exists(path(), ignored)) return false;
   Element root;
-  const int error = root.load(path());
-  if (error != 0 || root.name != kRoot) {
-    LogEntry(LogLevel::kWarning,
-             path() + ": the preferences can't be read, so the defaults hold: " +
-                 (error ? util::xml::errorText(error) : "they have another root tag"));
+  std::string problem = path() + ": they have another root tag";
+  if (root.load(path(), &problem) != 0 || root.name != kRoot) {
+    LogEntry(LogLevel::kWarning, "The preferences can't be read, so the defaults hold: " + problem);
     return false;
   }
   int viewport = updateViewport;

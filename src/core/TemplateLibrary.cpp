@@ -7,7 +7,6 @@
 #include "core/DataRoot.h"
 #include "core/Log.h"
 #include "core/Resources.h"
-#include "core/Template.h"
 
 namespace orv::rws::core {
 
@@ -48,63 +47,76 @@ std::vector<TemplateLibrary::File> TemplateLibrary::ReadFiles() {
   return files;
 }
 
-std::unique_ptr<Tool> TemplateLibrary::KeepTool(const File& file,
-                                                std::vector<std::unique_ptr<Tool>>& old) {
-  for (std::unique_ptr<Tool>& tool : old) {
-    if (!tool || AsTemplate(tool).GetPath() != file.path) continue;
-    const bool isSame = AsTemplate(tool).GetDocument() == file.document;
-    if (!isSame && tool->GetInstances().empty()) return nullptr;
-    if (!isSame)
-      Report(file.path, kWhole,
-             "it has changed, and rigs of the kind " + tool->GetDisplayId() +
-                 " are open (scan again when they are closed)");
-    return std::move(tool);
+bool TemplateLibrary::KeepOrReplace(const File& file, Tools& old) {
+  const auto find = [&](auto fits) {
+    return std::find_if(old.begin(), old.end(), [&](const std::unique_ptr<Tool>& tool) {
+      return tool && AsTemplate(tool).GetPath() == file.path && fits(tool);
+    });
+  };
+  const auto same =
+      find([&](const auto& t) { return AsTemplate(t).GetDocument() == file.document; });
+  if (same != old.end()) {
+    m_tools.push_back(std::move(*same));
+    return true;
   }
-  return nullptr;
+  const auto inUse = find([](const auto& tool) { return !tool->GetInstances().empty(); });
+  if (find([](const auto&) { return true; }) == old.end()) return false;
+  Template::Factory factory = MakeFactory(file);
+  if (!factory) {  // which is told; rigs that stand go on with what there was
+    if (inUse != old.end()) m_tools.push_back(std::move(*inUse));
+    return true;
+  }
+  const auto before = find([&](const auto& t) { return t->GetDisplayId() == factory->GetId(); });
+  if (before == old.end()) return false;
+  if (!(*before)->GetInstances().empty()) m_replaced.push_back(std::move(*before));
+  before->reset();
+  AddTool(std::move(factory), file);
+  return true;
+}
+
+Template::Factory TemplateLibrary::MakeFactory(const File& file) {
+  std::string element, reason;
+  Template::Factory factory(m_maker(file.document, element, reason));
+  if (!factory) Report(file.path, element, reason);
+  return factory;
 }
 
 bool TemplateLibrary::IsTaken(const std::string& id) const {
   return m_core.GetLibrary().Find(id) != nullptr;
 }
 
-std::unique_ptr<Tool> TemplateLibrary::MakeTool(const File& file) {
-  std::string element, reason;
-  Template::Factory factory(m_maker(file.document, element, reason));
-  if (!factory) {
-    Report(file.path, element, reason);
-    return nullptr;
-  }
+void TemplateLibrary::AddTool(Template::Factory factory, const File& file) {
+  if (!factory) return;
   if (IsTaken(factory->GetId())) {
     Report(file.path, "template", "the id " + factory->GetId() + " is taken by another tool");
-    return nullptr;
+    return;
   }
-  auto tool = std::make_unique<Template>(m_core, std::move(factory), file.path, file.document);
-  tool->LoadProfiles();
-  return tool;
+  m_tools.push_back(
+      std::make_unique<Template>(m_core, std::move(factory), file.path, file.document));
+  m_tools.back()->LoadProfiles();
 }
 
 void TemplateLibrary::Rescan() {
   m_problems.clear();
+  m_replaced.erase(std::remove_if(m_replaced.begin(), m_replaced.end(),
+                                  [](const std::unique_ptr<Tool>& tool) {
+                                    return tool->GetInstances().empty();
+                                  }),
+                   m_replaced.end());
   const std::vector<File> files = ReadFiles();
-  std::vector<std::unique_ptr<Tool>> old = std::exchange(m_tools, {});
-  // Those that stay come first: a new file can't take their ids.
-  std::vector<std::unique_ptr<Tool>> byFile;
-  for (const File& file : files) byFile.push_back(KeepTool(file, old));
+  Tools old = std::exchange(m_tools, {});
+  // Kinds that stay come first: a new file can't take their ids.
+  std::vector<const File*> added;
+  for (const File& file : files)
+    if (!KeepOrReplace(file, old)) added.push_back(&file);
   for (std::unique_ptr<Tool>& tool : old) {
     if (!tool || tool->GetInstances().empty()) continue;
     Report(AsTemplate(tool).GetPath(), kWhole,
-           "it has gone or can't be read, and rigs of the kind " + tool->GetDisplayId() +
+           "it has gone or holds another tool, and rigs of the kind " + tool->GetDisplayId() +
                " are open: the tool stays until they are closed");
     m_tools.push_back(std::move(tool));
   }
-  std::vector<bool> isNew;
-  for (std::unique_ptr<Tool>& tool : byFile) {
-    isNew.push_back(!tool);
-    if (tool) m_tools.push_back(std::move(tool));
-  }
-  for (std::size_t i = 0; i < files.size(); ++i)
-    if (std::unique_ptr<Tool> made = isNew[i] ? MakeTool(files[i]) : nullptr)
-      m_tools.push_back(std::move(made));
+  for (const File* file : added) AddTool(MakeFactory(*file), *file);
   // In the order of the files, those without one first.
   const auto place = [&](const std::unique_ptr<Tool>& tool) {
     for (std::size_t i = 0; i < files.size(); ++i)

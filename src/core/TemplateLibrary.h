@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "core/Library.h"
+#include "core/Template.h"
 #include "core/interface/TemplateMaker.h"
 
 namespace orv::rws::core {
 
 class CoreImplementation;
-class Template;
 
 /// Finds the templates that come with the program and those in "templates" below the data folder,
 /// one a file. A damaged one, or one whose id another tool has, is left out: it is told in the log
@@ -21,8 +21,9 @@ class TemplateLibrary : public Library {
   TemplateLibrary(CoreImplementation& core, TemplateMaker maker) : m_core(core), m_maker(maker) {}
 
   void Load() override;
-  /// Files that are new or have changed are read, and tools whose file has gone go. But a tool that
-  /// has rigs stays what it is as long as they are there, which is told.
+  /// Files that are new or have changed are read, and tools whose file has gone go. Rigs that stand
+  /// keep their tool: of a changed file it leaves the list to the new one, and of one that has
+  /// gone, is damaged or holds another kind it stays there, which is told.
   void Rescan() override;
 
  private:
@@ -31,15 +32,22 @@ class TemplateLibrary : public Library {
     std::string document;
   };
 
+  using Tools = std::vector<std::unique_ptr<Tool>>;
+
   std::vector<File> ReadFiles();
-  /// Moves the tool of a file out of `old`, if it is to stay; else null.
-  std::unique_ptr<Tool> KeepTool(const File& file, std::vector<std::unique_ptr<Tool>>& old);
-  std::unique_ptr<Tool> MakeTool(const File& file);
+  /// Adds the tool of a file that `old` has one of, as it is or read anew. False when the file is
+  /// yet to be read like one that is new.
+  bool KeepOrReplace(const File& file, Tools& old);
+  /// Null, which is told, for a damaged file.
+  Template::Factory MakeFactory(const File& file);
+  /// Null is none.
+  void AddTool(Template::Factory factory, const File& file);
   bool IsTaken(const std::string& id) const;
   void Report(const std::string& file, const std::string& element, const std::string& reason);
 
   CoreImplementation& m_core;
   const TemplateMaker m_maker;
+  Tools m_replaced;  ///< by a changed file, while rigs of theirs stand
 };
 
 }  // namespace orv::rws::core

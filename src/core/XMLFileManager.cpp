@@ -63,7 +63,7 @@ std::string XMLFileManager::ParseFile(const std::string& path, std::vector<Tag>&
   std::string bytes, problem;
   if (!ReadResource(path, bytes, &problem)) return problem;
   Element root;
-  if (const int error = root.loadText(bytes)) return path + ": " + util::xml::errorText(error);
+  if (root.loadText(bytes, &problem) != 0) return path + ": " + problem;
   if (!m_parser(root, StemOf(path), profiles))
     return path + ": a document <" + root.name + "> holds no profiles of this kind";
   return {};

@@ -45,8 +45,9 @@ class AVar {
   /// changes nothing; a wrong payload size leaves `count` samples of time -1. `defaultValue` stays.
   virtual void load(const void* buffer);
 
-  /// The same for data from outside: a `size` (bytes) that can't hold the header or the count that
-  /// the header claims is a foreign header too, so nothing changes.
+  /// The same for `size` bytes from outside. Fewer than a header change nothing; fewer than the
+  /// count needs leave placeholders as a wrong payload size does: that many, or, of a count that no
+  /// take has and the bytes can't hold, as many as they could, so that damage costs no memory.
   void load(const void* buffer, std::size_t size);
 
   /// The value at `time`: no extrapolation, and `defaultValue` when there are no samples.
@@ -93,6 +94,14 @@ class AVar {
   static constexpr std::uint32_t kHeaderSize = 16;
   static constexpr std::uint32_t kVersion = 100;
   static constexpr std::size_t kSampleSize = 8 + FlatForm<T>::size;
+  /// Placeholders that a short buffer may leave whatever its size: 45 minutes of frames.
+  static constexpr std::size_t kMostPlaceholders = 65536;
+
+  /// Whether `from` begins with a header of ours.
+  static bool hasHeader(const unsigned char* from) {
+    return detail::getWord<std::uint32_t>(from) == kHeaderSize &&
+           detail::getWord<std::uint32_t>(from + 8) == kVersion;
+  }
 
   /// Of samples `i` and i + 1, the nearer to `time`.
   int nearer(int i, double time) const {
@@ -192,9 +201,7 @@ void AVar<T>::save(void* buffer, std::size_t capacity) const {
 template <class T>
 void AVar<T>::load(const void* buffer) {
   const auto* from = static_cast<const unsigned char*>(buffer);
-  if (detail::getWord<std::uint32_t>(from) != kHeaderSize ||
-      detail::getWord<std::uint32_t>(from + 8) != kVersion)
-    return;
+  if (!hasHeader(from)) return;
   samples.clear();
   samples.resize(detail::getWord<std::uint32_t>(from + 12));
   // Meant: a damaged buffer leaves empty samples of time -1, and not the old ones.
@@ -211,9 +218,12 @@ template <class T>
 void AVar<T>::load(const void* buffer, std::size_t size) {
   if (size < kHeaderSize) return;
   const auto* from = static_cast<const unsigned char*>(buffer);
-  const std::uint32_t count = detail::getWord<std::uint32_t>(from + 12);
-  if (count > (size - kHeaderSize) / kSampleSize) return;
-  load(buffer);
+  const std::size_t count = detail::getWord<std::uint32_t>(from + 12);
+  const std::size_t room = (size - kHeaderSize) / kSampleSize;
+  if (count <= room) return load(buffer);
+  if (!hasHeader(from)) return;
+  samples.clear();
+  samples.resize(count <= kMostPlaceholders ? count : room);
 }
 
 }  // namespace orv::util

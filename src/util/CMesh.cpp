@@ -87,6 +87,10 @@ bool readOldArray(const xml::Element& tag, const ArrayKeys& keys, Add add) {
   return true;
 }
 
+bool lacks(const DataChunk& chunk, const ArrayKeys& keys) {
+  return !chunk.hasChunk(keys.count) && !chunk.hasChunk(keys.data);
+}
+
 bool indicesFit(const std::vector<std::int32_t>& indices, std::size_t size) {
   return indices.size() % 3 == 0 && std::all_of(indices.begin(), indices.end(), [&](int index) {
            return index >= 0 && static_cast<std::size_t>(index) < size;
@@ -119,10 +123,13 @@ DataChunk CMesh::toChunk() const {
 
 bool CMesh::fromChunk(const DataChunk& chunk) {
   CMesh read;
+  // From before meshes had a texture.
+  const bool isPlain = lacks(chunk, kTexCoordKeys) && lacks(chunk, kTexFaceKeys);
   const bool whole = loadArray(chunk, kVertexKeys, read.vertices) &&
-                     loadArray(chunk, kTexCoordKeys, read.texCoords) &&
                      loadArray(chunk, kFaceKeys, read.faces) &&
-                     loadArray(chunk, kTexFaceKeys, read.texFaces) && read.isConsistent();
+                     (isPlain || (loadArray(chunk, kTexCoordKeys, read.texCoords) &&
+                                  loadArray(chunk, kTexFaceKeys, read.texFaces))) &&
+                     read.isConsistent();
   if (whole) *this = std::move(read);
   return whole;
 }
@@ -138,7 +145,10 @@ bool CMesh::fromTag(const xml::Element& tag) {
   if (tag.kind != xml::kTag || tag.name != kTagName) return false;
   const std::string text = tag.text();
   const std::vector<unsigned char> stored = xml::decodeBase64(text);
-  if (fromChunk(DataChunk(stored.data(), stored.size()))) return true;
+  const DataChunk chunk(stored.data(), stored.size());
+  const bool isWhole = std::none_of(kAllKeys.begin(), kAllKeys.end(),
+                                    [&](const ArrayKeys& keys) { return lacks(chunk, keys); });
+  if ((isWhole || !hasOldForm(tag)) && fromChunk(chunk)) return true;
   // A tag with damaged text and no item of the older form must not pass for an empty mesh.
   return (text.empty() || hasOldForm(tag)) && readOldForm(tag);
 }

@@ -30,14 +30,16 @@ class CMesh {
 
   /// A tag "CMesh" whose text is the base64 form of `toChunk`.
   xml::Tag toTag() const;
-  /// Reads what `toTag` writes, and the older form with one child tag per item. A tag of another
-  /// name or with damaged content leaves the mesh as it is and gives false.
+  /// Reads what `toTag` writes, and the older form with one child tag per item, which counts where
+  /// the text is empty or its chunk lacks a key. A chunk that lacks the four keys of the texture
+  /// and has no older form beside it is a mesh without one. A tag of another name or with damaged
+  /// content leaves the mesh as it is and gives false.
   bool fromTag(const xml::Element& tag);
 
   /// Counts and arrays as children of a chunk named "CMesh".
   DataChunk toChunk() const;
-  /// False, with the mesh as it was, when a key is missing, an array does not have the size that
-  /// its count claims, or an index leaves its array.
+  /// False, with the mesh as it was, when a key is missing (but for all four of the texture), an
+  /// array does not have the size that its count claims, or an index leaves its array.
   bool fromChunk(const DataChunk& chunk);
 
   std::vector<Vector3<double>> vertices;

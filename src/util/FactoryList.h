@@ -17,11 +17,11 @@ class FactoryList {
   FactoryList& operator=(const FactoryList&) = delete;
 
   /// Takes ownership. If the name is taken the new factory is destroyed at once, the first one
-  /// stays, and the result is false; so too for null.
+  /// stays, and the result is false; so too for null, and for one that is here already.
   bool add(Factory* factory) {
     if (!factory) return false;
-    if (find(factory->name())) {
-      factory->destroy();
+    if (const Factory* first = find(factory->name())) {
+      if (first != factory) factory->destroy();
       return false;
     }
     m_factories.push_back(factory);

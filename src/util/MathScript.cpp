@@ -29,23 +29,29 @@ Factories::Factory* FactoryOf(const Element& element) {
   return element.kind == util::xml::kTag ? Factories::instance().match(element) : nullptr;
 }
 
-/// The number that an element holds as text: a decimal one or, as in profiles, the base64 of its
-/// bytes. 0 when it holds neither.
 template <class T>
-T NumberOf(const Element& element) {
+bool NumberOf(const Element& element, T& number) {
   std::string text = element.text();
   const char* const blanks = " \t\r\n";
   text.erase(0, text.find_first_not_of(blanks));
   text.erase(text.find_last_not_of(blanks) + 1);
-  T number{};
   if constexpr (std::is_same_v<T, double>) {
-    if (util::parseNumber(text, number, util::NonFinite::kAccept)) return number;
+    if (util::parseNumber(text, number, util::NonFinite::kAccept)) return true;
   } else {
-    if (util::parseNumber(text, number)) return number;
+    if (util::parseNumber(text, number)) return true;
   }
   const std::vector<unsigned char> bytes = util::xml::decodeBase64(text);
-  if (bytes.size() == sizeof number) std::memcpy(&number, bytes.data(), sizeof number);
-  return number;
+  if (bytes.size() != sizeof number) return false;
+  std::memcpy(&number, bytes.data(), sizeof number);
+  return true;
+}
+
+/// A leaf with the number of its element, or with 0.
+template <class Leaf, class T>
+MathScript* MakeLeaf(const Element& element) {
+  T number{};
+  MathScript::ReadNumber(element, number);
+  return new Leaf(number);
 }
 
 }  // namespace
@@ -68,6 +74,14 @@ MathScript::~MathScript() {
     last->destroyNode();
   }
   s_remains = nullptr;
+}
+
+bool MathScript::ReadNumber(const Element& element, double& number) {
+  return NumberOf(element, number);
+}
+
+bool MathScript::ReadNumber(const Element& element, int& number) {
+  return NumberOf(element, number);
 }
 
 MathScript* MathScript::Create(const Element& element) {
@@ -208,10 +222,9 @@ namespace {
 
 using namespace MathScript_Default;
 
-template <class T>
 class LeafFactory : public MathScript::Factory {
  public:
-  using Make = T* (*)(const Element&);
+  using Make = MathScript* (*)(const Element&);
   LeafFactory(std::string keyword, Make make) : m_keyword(std::move(keyword)), m_make(make) {}
   std::string GetKeyword() const override { return m_keyword; }
   MathScript* CreateNode(const Element& element) const override { return m_make(element); }
@@ -255,11 +268,9 @@ void AddUnary(const char* keyword) {
 
 bool Register() {
   Factories& factories = Factories::instance();
-  factories.add(new LeafFactory<Parameter>(
-      "parameter", [](const Element& e) { return new Parameter(NumberOf<int>(e)); }));
-  factories.add(new LeafFactory<Zero>("zero", [](const Element&) { return new Zero; }));
-  factories.add(new LeafFactory<Constant>(
-      "constant", [](const Element& e) { return new Constant(NumberOf<double>(e)); }));
+  factories.add(new LeafFactory("parameter", MakeLeaf<Parameter, int>));
+  factories.add(new LeafFactory("zero", [](const Element&) -> MathScript* { return new Zero; }));
+  factories.add(new LeafFactory("constant", MakeLeaf<Constant, double>));
   factories.add(new SumFactory);
   AddBinary<std::plus<double>>("add");
   AddBinary<std::minus<double>>("sub");

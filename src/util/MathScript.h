@@ -55,6 +55,10 @@ class MathScript : public util::DynamicObject, public util::Composite_Dynamic<Ma
   /// changes. Null, which counts as 0, unless the root knows better.
   virtual const double* FindParameter(int /*index*/) const { return nullptr; }
 
+  /// The number that an element holds as its text: a decimal one or, as in profiles, the base64 of
+  /// its bytes; a double may be "inf" or "nan". False when it holds neither, which counts as 0.
+  static bool ReadNumber(const util::xml::Element& element, double& number);
+  static bool ReadNumber(const util::xml::Element& element, int& number);
   /// The tree of an element; null when no factory knows its name. The caller owns it.
   static MathScript* Create(const util::xml::Element& element);
 

@@ -42,15 +42,26 @@ struct Quat {
   /// The opposite rotation of a unit quaternion.
   constexpr Quat conjugate() const { return {-x, -y, -z, w}; }
   constexpr T lengthSquared() const { return x * x + y * y + z * z + w * w; }
-  T length() const { return std::sqrt(lengthSquared()); }
+  T length() const {
+    const T sum = lengthSquared();
+    if (detail::isWholeSquare(sum)) return std::sqrt(sum);
+    const T scale = detail::wholeSquareScale(sum);
+    return std::sqrt(scaled(scale).lengthSquared()) / scale;
+  }
 
   /// Divides by the length; zero length becomes the identity.
   void normalize() {
-    const T l = length();
-    if (l == T(0))
-      *this = Quat();
-    else
-      *this = {x / l, y / l, z / l, w / l};
+    T sum = lengthSquared();
+    if (!detail::isWholeSquare(sum)) {
+      *this = scaled(detail::wholeSquareScale(sum));
+      sum = lengthSquared();
+      if (sum == T(0)) {
+        *this = Quat();
+        return;
+      }
+    }
+    const T l = std::sqrt(sum);
+    *this = {x / l, y / l, z / l, w / l};
   }
   Quat normalized() const {
     Quat q = *this;
@@ -98,6 +109,9 @@ struct Quat {
   /// The rotation of m, with its scale removed; w is at or above 0. A mirrored m gives the rotation
   /// that its largest magnitude leads to.
   static Quat fromMatrix(const Matrix<T>& m);
+
+ private:
+  constexpr Quat scaled(T s) const { return {x * s, y * s, z * s, w * s}; }
 };
 
 template <class T>

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <type_traits>
 
+#include "util/LengthRange.h"
+
 namespace orv::util {
 
 /// Three components in a right-handed, Y-up space; the unit is the user's (metres in rig space).
@@ -62,16 +64,27 @@ struct Vector3 {
     return {y * o.z - z * o.y, z * o.x - x * o.z, x * o.y - y * o.x};
   }
   constexpr T lengthSquared() const { return dot(*this); }
-  T length() const { return std::sqrt(lengthSquared()); }
+  /// Right as far as a double reaches, though `lengthSquared` overflows beyond 1e154.
+  T length() const {
+    const T sum = lengthSquared();
+    if (detail::isWholeSquare(sum)) return std::sqrt(sum);
+    const T scale = detail::wholeSquareScale(sum);
+    return std::sqrt((*this * scale).lengthSquared()) / scale;
+  }
 
   /// Divides by the length.
   void normalize() {
-    const T l = length();
-    // A zero vector becomes "up", and not zero: callers rely on a unit vector in every case.
-    if (l == T(0))
-      *this = {T(0), T(1), T(0)};
-    else
-      *this /= l;
+    T sum = lengthSquared();
+    if (!detail::isWholeSquare(sum)) {
+      *this *= detail::wholeSquareScale(sum);
+      sum = lengthSquared();
+      // A zero vector becomes "up", and not zero: callers rely on a unit vector in every case.
+      if (sum == T(0)) {
+        *this = {T(0), T(1), T(0)};
+        return;
+      }
+    }
+    *this /= std::sqrt(sum);
   }
   /// The same on a copy.
   Vector3 normalized() const {

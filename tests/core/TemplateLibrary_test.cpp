@@ -19,7 +19,7 @@ using Names = std::vector<std::string>;
 /// A kind of the id that a file holds.
 class FileKind : public ProbePlugin {
  public:
-  explicit FileKind(std::string text) : id(std::move(text)) {}
+  explicit FileKind(const std::string& text) : id(text.substr(0, text.find(' '))) {}
   std::string GetId() override { return id; }
   std::string GetDataFolder() override { return "templates/" + id; }
   void Destroy() override { delete this; }
@@ -97,33 +97,51 @@ TEST_F(TemplateLibrary, DamagedFilesAndTakenIdsAreNamedAndTheOthersLoad) {
 }
 
 TEST_F(TemplateLibrary, AScanFindsWhatIsNewChangedOrGoneAndKeepsToolsThatAreInUse) {
-  for (const char* id : {"Kept", "Used", "Gone", "UsedGone", "Edited"})
+  for (const char* id : {"Kept", "Used", "Gone", "UsedGone", "Edited", "Improved", "Broken"})
     Put(std::string(id) + ".xml", id);
   core = std::make_unique<rws::core::CoreImplementation>();
   core->SetAdaptor(&adaptor);
   core->LoadTools({}, MakeKind);
   auto& library = core->GetLibrary();
   auto* const kept = library.Find("Kept");
-  for (const char* id : {"Used", "UsedGone"}) ASSERT_TRUE(core->CreateToolFromFactory(id, id));
+  auto* const improved = library.Find("Improved");
+  for (const char* id : {"Used", "UsedGone", "Improved", "Broken"})
+    ASSERT_TRUE(core->CreateToolFromFactory(id, id));
+  const auto stays = [](const std::string& id) {
+    return "it has gone or holds another tool, and rigs of the kind " + id +
+           " are open: the tool stays until they are closed";
+  };
 
   Put("Edited.xml", "Renamed");
   Put("Used.xml", "Other");
+  Put("Improved.xml", "Improved ");  // the same kind, read anew
+  Put("Broken.xml", "bad luck");
   Put("AAA.xml", "Used");  // stands first, but the id is in use
   Put("New.xml", "New");
   Remove("Gone.xml");
   Remove("UsedGone.xml");
-  library.Rescan();
-  EXPECT_EQ(Ids(), (Names{"UsedGone", "Renamed", "Kept", "New", "Used"}));
+  core->SetTakeActive(true);
+  EXPECT_FALSE(core->RescanTools());
+  core->SetTakeActive(false);
+  ASSERT_TRUE(core->RescanTools());
+  EXPECT_EQ(Ids(),
+            (Names{"UsedGone", "Broken", "Renamed", "Improved", "Kept", "New", "Used", "Other"}));
   EXPECT_EQ(library.Find("Kept"), kept);
-  ASSERT_EQ(Problems().size(), 3u);
-  EXPECT_NE(Problems()[0].find("Used.xml: document: it has changed"), std::string::npos);
-  EXPECT_NE(Problems()[1].find("UsedGone.xml: document: it has gone"), std::string::npos);
-  EXPECT_NE(Problems()[2].find("AAA.xml: template: the id Used is taken"), std::string::npos);
+  EXPECT_EQ(Problems(),
+            (Names{"Broken.xml: line 1: it says bad luck", "Used.xml: document: " + stays("Used"),
+                   "UsedGone.xml: document: " + stays("UsedGone"),
+                   "AAA.xml: template: the id Used is taken by another tool"}));
+  // A rig that stands goes on with its tool, one made from now on gets the new.
+  EXPECT_EQ(core->Find("Improved")->GetInstance()->GetTool(), improved);
+  EXPECT_NE(library.Find("Improved"), improved);
+  EXPECT_EQ(core->CreateToolFromFactory("Improved", "Second")->GetTool(), library.Find("Improved"));
+  core->UpdateTime(1.0);
 
   core->DeleteAllTools();
   Remove("AAA.xml");
-  library.Rescan();
-  EXPECT_EQ(Ids(), (Names{"Renamed", "Kept", "New", "Other"}));
+  Remove("Broken.xml");
+  ASSERT_TRUE(core->RescanTools());
+  EXPECT_EQ(Ids(), (Names{"Renamed", "Improved", "Kept", "New", "Other"}));
   EXPECT_TRUE(Problems().empty());
 }
 

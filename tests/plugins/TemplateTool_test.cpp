@@ -1,6 +1,7 @@
 // Files of template tools, what a rig makes of them, and the ones that come with the program.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 
 #include "support/FakeInterface.h"
@@ -76,8 +77,8 @@ TEST(TemplateTool, ADamagedFileIsToldByElementAndReason) {
   };
   const std::string atAdd = "template \"Tool\"/outputs/output \"x\"/add";
   const Row rows[] = {
-      {"</template>", "", "document", "not closed"},
-      {"<template", "<tool", "document", "does not match"},
+      {"</template>", "", "document", "line 1, column 1: the tag is not closed"},
+      {"<template", "<tool", "document", "line 8, column 11: a closing tag does not match"},
       {"version=\"1\"", "version=\"2\"", "template", "version \"2\" is not known"},
       {"id=\"T\"", "", "template", "\"id\" is missing"},
       {"id=\"T\"", "id=\"1 T\"", "template", "the id \"1 T\" may hold"},
@@ -121,8 +122,9 @@ TEST(TemplateTool, ADamagedFileIsToldByElementAndReason) {
        "output \"Cam\" \"translate x\"", "another output writes"},
       {"name=\"x\"", "name=\"a\"", "output \"a\"", "the name \"a\" is taken"},
       {"<add>", "<plus><add/></plus><add>", "output \"x\"/plus", "no function <plus>"},
-      {"<add>", "<zero/><add>", "output \"x\"", "more than one expression"},
-      {"<constant>2</constant>", "<zero/><zero/>", atAdd.c_str(), "at most 2"},
+      {"<add>", "<zero/><add>", "output \"x\"", "more than one expression: <add> behind <zero>"},
+      {"<constant>2</constant>", "<zero/><inv/>", atAdd.c_str(), "at most 2 expressions: <inv>"},
+      {"<constant>2</constant>", "<parameter>2</parameter>", "add/parameter", "number 2 of the 2"},
       {"<constant>2</constant>", "<constant>2,5</constant>", "constant", "\"2,5\" is no number"},
       {"<constant>2</constant>", "2", atAdd.c_str(), "the text \"2\""},
       {"<constant>2</constant>", "<parameter>b</parameter>", "add/parameter", "\"b\""},
@@ -154,10 +156,41 @@ TEST(TemplateTool, ADamagedFileIsToldByElementAndReason) {
     EXPECT_FALSE(PluginPtr(MakeTemplatePlugin(good.substr(0, size), element, reason))) << size;
 }
 
+TEST(TemplateTool, ReadingCostsAsManyTimesMoreAsTheFileHasOfAnything) {
+  const auto seconds = [](int count) {
+    std::string parameters, inputs, nodes, motions, outputs, before = "Base";
+    for (int i = 0; i < count; ++i) {
+      const std::string n = std::to_string(i);
+      parameters += "<checkbox name=\"p" + n + "\" label=\"P" + n + "\"/>";
+      inputs += "<input name=\"i" + n + "\" label=\"I" + n + "\"/>";
+      nodes += "<camera name=\"n" + n + "\" parent=\"" + before + "\"/>";
+      inputs += "<motion name=\"m" + n + "\" node=\"n" + n + "\" channel=\"scale x\"/>";
+      outputs += "<output name=\"o" + n + "\"><parameter>p" + n + "</parameter></output>";
+      before = "n" + n;
+    }
+    const std::string document = "<template version=\"1\" id=\"T\" name=\"T\"><parameters>" +
+                                 parameters + "</parameters><inputs>" + inputs +
+                                 "</inputs><nodes><box name=\"Base\"/>" + nodes +
+                                 "</nodes><outputs>" + outputs + "</outputs></template>";
+    double least = 1e9;
+    for (int run = 0; run < 3; ++run) {
+      const auto start = std::chrono::steady_clock::now();
+      Make(document);
+      const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+      least = std::min(least, time.count());
+    }
+    return least;
+  };
+  EXPECT_LT(seconds(16000), 24.0 * seconds(2000)) << "of eight times as much";
+}
+
 TEST(TemplateTool, ExpressionsReadParametersInputsMotionsTimeAndOtherOutputs) {
   const PluginPtr kind = WithOutputs(
       Output("translate x", "<sum><parameter>later</parameter><parameter>n</parameter></sum>") +
       Output("translate y", "<add><parameter>time</parameter><parameter>in</parameter></add>") +
+      Output("translate z",
+             "<sum><parameter>1</parameter><constant>AAAAAAAANEA=</constant>"
+             "<atan><constant>inf</constant></atan></sum>") +
       Output("rotate z", "<parameter>way</parameter>") +
       Output("scale y", "<parameter>a</parameter>") +
       "<output "
@@ -169,7 +202,7 @@ TEST(TemplateTool, ExpressionsReadParametersInputsMotionsTimeAndOtherOutputs) {
   world.Take(0, 2, [&](int frame) { world.core.controls["In"]->current = 0.125 * frame; });
   // The rest of the pose stays: Y still points up, then it is turned by the motion, 0.5 rad.
   const Matrix pose = world.Node("Cam").Local(0.08);
-  const double expected[] = {5.0, 0.08 + 0.25, 0.0};
+  const double expected[] = {5.0, 0.08 + 0.25, 3.0 + 20.0 + std::asin(1.0)};
   for (int i = 0; i < 3; ++i) EXPECT_NEAR(pose.translation()[i], expected[i], 1e-12) << i;
   EXPECT_NEAR(pose.axisRow(1).x, -2.0 * std::sin(0.5), 1e-12);
   EXPECT_NEAR(pose.axisRow(2).x, std::cos(0.5), 1e-12);

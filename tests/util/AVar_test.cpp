@@ -156,8 +156,9 @@ TEST(AVar, DamagedFlatFormsChangeNothingOrLeaveEmptySamples) {
   EXPECT_EQ(loaded(0, 17, all), old);    // header size
   EXPECT_EQ(loaded(8, 101, all), old);   // version
   EXPECT_EQ(loaded(4, 49, all), empty);  // payload size
-  EXPECT_EQ(loaded(15, 1, all), old);    // a count of 16 million
-  EXPECT_EQ(loaded(12, 4, all), old);    // one more than the buffer holds
-  EXPECT_EQ(loaded(0, 16, all - 1), old);
+  EXPECT_EQ(loaded(15, 1, all), empty);  // a count of 16 million: what the buffer could hold
+  EXPECT_EQ(loaded(12, 4, all).size(), 4u);
+  EXPECT_EQ(loaded(0, 16, all - 1), empty);
+  EXPECT_EQ(loaded(0, 17, all - 1), old);
   EXPECT_EQ(loaded(0, 16, 15), old);
 }

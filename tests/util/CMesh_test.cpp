@@ -64,12 +64,21 @@ TEST(CMesh, ReadsTheOlderFormWithATagPerItem) {
   EXPECT_EQ((std::vector<std::int32_t>{0, 1, 2, 2, 1, 0}), mesh.faces);
   EXPECT_TRUE(mesh.texCoords.empty());
 
-  // A chunk that lacks a key gives way to the older form beside it.
-  DataChunk partial = triangle().toChunk();
-  partial.children.pop_back();
-  old.setText(tagOf(partial).text());
-  EXPECT_TRUE(mesh.fromTag(old));
-  EXPECT_EQ(6u, mesh.faces.size());
+  // A chunk that lacks a key gives way to the older form beside it. One that lacks all of the
+  // texture is a mesh of its own else.
+  for (const bool lacksAll : {false, true}) {
+    DataChunk partial = triangle().toChunk();
+    partial.children.pop_back();
+    for (const int place : {5, 3, 1})
+      if (lacksAll) partial.children.erase(partial.children.begin() + place);
+    CMesh alone = triangle();
+    EXPECT_EQ(lacksAll, alone.fromTag(tagOf(partial)));
+    EXPECT_EQ(lacksAll, alone.texCoords.empty());
+    EXPECT_EQ(triangle().faces, alone.faces);
+    old.setText(tagOf(partial).text());
+    EXPECT_TRUE(mesh.fromTag(old));
+    EXPECT_EQ(6u, mesh.faces.size());
+  }
 
   for (const char* bad : {"0 1", "0 1 2 3", "0 1 3", "0 1 x", "0 1 -1", "0 1 1.5"}) {
     *old.findChild("facedata")->children[0] = xml::Tag("face");

@@ -70,12 +70,13 @@ TEST(Composite_Dynamic, ADyingParentDestroysItsChildrenLastFirst) {
   EXPECT_EQ(survivor.parent(), nullptr);
 }
 
-TEST(Composite_Dynamic, AFactoryWhoseNameIsTakenIsDestroyedAtOnce) {
+TEST(Composite_Dynamic, AFactoryWhoseNameIsTakenByAnotherIsDestroyedAtOnce) {
   takeLog();
   auto& list = AbstractFactory<Widget>::instance();
-  EXPECT_TRUE(list.add(new Widget::Factory("button", "first")));
+  auto* const first = new Widget::Factory("button", "first");
+  EXPECT_TRUE(list.add(first) && !list.add(first));
   EXPECT_TRUE(list.add(new Widget::Factory("butto", "short")));
   EXPECT_FALSE(list.add(new Widget::Factory("button", "second")));
   EXPECT_EQ(takeLog(), "~second");
-  EXPECT_EQ(list.find("butto")->mark, "short");
+  EXPECT_TRUE(list.find("button") == first && list.find("butto")->mark == "short");
 }

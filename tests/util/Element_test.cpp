@@ -109,7 +109,7 @@ TEST(Element, RefusesDamageWithItsCodeAndKeepsNoTree) {
       {kWrongClosing, {"</a>", "<a></b>"}},
       {kMalformed,
        {"<a", "<a><b></b>", "<a b/>", "<a b =\"1\"/>", "<a b= \"1\"/>", "<a b=1/>", "<a b=\"1'/>",
-        "<a b=\"x>y\"/>"}},
+        "<a b=\"x>y\"/>", "<a></a b=\"1\">"}},
       {kBadName, {"<></>", "<a// ></a//>", "< !a/>"}},
   };
   for (const auto& [code, texts] : cases) {
@@ -119,6 +119,19 @@ TEST(Element, RefusesDamageWithItsCodeAndKeepsNoTree) {
       EXPECT_EQ(code, element.loadText(text)) << text;
       EXPECT_TRUE(element.isEmpty()) << text;
     }
+  }
+  const std::pair<const char*, const char*> places[] = {
+      {"\xEF\xBB\xBF<r>\r\n <\xC3\xA9 a='1' b=2/></r>",
+       "line 2, column 11: the attribute is broken"},
+      {"<r>\n<a>\n</r>", "line 3, column 1: a closing tag does not match the open one"},
+      {"<r>\n <a>", "line 2, column 2: the tag is not closed"},
+      {"<r></r b=\"1\">", "line 1, column 8: a closing tag holds more than its name"},
+      {"<r/>\n\n x", "line 3, column 2: text or a second tag stands beside the root tag"},
+      {"", "line 1, column 1: it holds no tag"}};
+  for (const auto& [text, place] : places) {
+    std::string problem;
+    EXPECT_NE(kReadOk, Element().loadText(text, &problem));
+    EXPECT_EQ(place, problem);
   }
   const std::string whole = std::string("<?xml version=\"1.0\"?>\n") + kExampleText;
   // The last mark may end with the text in place of its ">".
@@ -209,11 +222,34 @@ TEST(Element, SavesAndLoadsFiles) {
   Element back;
   EXPECT_EQ(kReadOk, back.load(path));
   EXPECT_EQ(exampleProfile(), back);
-  EXPECT_EQ(kCannotRead, back.load(folder + "/absent.xml"));
+  ASSERT_TRUE(writeFile(folder + "/bad.xml", "<a>\n</b>"));
+  EXPECT_EQ(kWrongClosing, back.load(folder + "/bad.xml", &error));
+  EXPECT_EQ(0u, error.find(folder + "/bad.xml: line 2, column 1: a closing tag")) << error;
+  EXPECT_EQ(kCannotRead, back.load(folder + "/absent.xml", &error));
+  EXPECT_EQ(0u, error.find(folder + "/absent.xml: ")) << error;
   EXPECT_EQ(kCannotRead, back.load(folder)) << "a folder is no document";
   EXPECT_TRUE(back.isEmpty());
   EXPECT_FALSE(back.save(folder + "/absent/profile.xml", &error));
   EXPECT_NE(std::string::npos, error.find("absent/profile.xml")) << error;
+  // What would not be read back leaves the file as it was.
+  Tag deep("a"), key("t");
+  key.setAttribute("a b", "1");
+  for (int i = 0; i < kMaxReadDepth; ++i) {
+    Tag outer("a");
+    outer.emplaceChild(std::move(deep));
+    deep = std::move(outer);
+  }
+  std::vector<Element> refused = {deep, key, comment("c"), Text("x"), Element()};
+  for (const char* name : {"", "a b", "a>", "/a", "a/", "!a", "?a"}) {
+    refused.emplace_back(Tag("r")).addChild(valued("1")).setName(name);
+    EXPECT_FALSE(refused.back().save(path, &error)) << name;
+    EXPECT_NE(std::string::npos, error.find("\"" + std::string(name) + "\"")) << error;
+  }
+  for (const Element& tree : refused) {
+    EXPECT_FALSE(tree.save(path, &error)) << tree.name;
+    EXPECT_EQ(0u, error.find(path + ": it can't be written: ")) << error;
+  }
+  EXPECT_EQ(kReadOk, back.load(path));
   std::filesystem::remove_all(folder);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <random>
 
 #include "util/Matrix.h"
@@ -80,8 +81,22 @@ TEST(Math, FromMatrixGivesTheRotationBackInEveryBranchWhateverTheScale) {
     }
 }
 
+TEST(Math, LengthsHoldOverAllThatADoubleHolds) {
+  for (int e = -1074; e <= 1020; ++e) {
+    const double s = std::ldexp(1.0, e);
+    EXPECT_EQ(V(3 * s, -4 * s, 12 * s).length(), 13 * s) << e;
+    EXPECT_EQ(Q(s, -2 * s, 2 * s, 4 * s).length(), 5 * s) << e;
+    EXPECT_LT(distance(V(3 * s, -4 * s, 12 * s).normalized(), V(3, -4, 12) / 13.0), 1e-15) << e;
+    EXPECT_EQ(Q(s, -2 * s, 2 * s, 4 * s).normalized(), Q(0.2, -0.4, 0.4, 0.8)) << e;
+  }
+  const double most = std::numeric_limits<double>::max();
+  EXPECT_EQ(V(most, 0, 5e-324).length(), most);
+  EXPECT_NEAR(V(most, most, most).normalized().x, std::sqrt(1 / 3.0), 1e-15);
+  EXPECT_TRUE(std::isinf(V(most, most, most).length()) && std::isnan(V(most, 0, NAN).length()));
+}
+
 TEST(Math, DegenerateValuesHaveTheirOwnRules) {
-  EXPECT_EQ(V().normalized(), V(0, 1, 0));
+  EXPECT_EQ(V(-0.0, 0, 0).normalized(), V(0, 1, 0));
   EXPECT_EQ(Q(0, 0, 0, 0).normalized(), Q());
   EXPECT_EQ(Q::fromRotationVector({}), Q());
   // Components that sum to exactly 0 leave the axis at its length.

@@ -31,7 +31,7 @@ const char* errorText(int readError) {
     case kWrongClosing:
       return "a closing tag does not match the open one";
     case kMalformed:
-      return "an attribute is broken or a tag is not closed";
+      return "an attribute is broken, a tag is not closed, or a closing tag holds an attribute";
     case kBadName:
       return "a tag has no name, or one that begins or ends with \"/\" or begins with \"!\"";
     case kTooDeep:

@@ -36,8 +36,8 @@ const char* errorText(int readError);
 /// One node of a document. Strings are bytes in no particular encoding.
 ///
 /// An element owns its children and deletes them; a copy is deep. Copying, comparing, writing and
-/// destroying take no stack per level. The writer cannot escape names: those of tags and attributes
-/// must hold no white space, "=" or ">".
+/// destroying take no stack per level. The writer cannot escape names: see `save` for what a tree
+/// must keep to.
 class Element {
  public:
   Element() = default;
@@ -83,16 +83,18 @@ class Element {
   void setText(std::string_view content);
 
   /// Reads a file into this element, which becomes the root. 0 or a `ReadError`; after an error the
-  /// element is empty.
-  int load(const std::string& path);
-  /// As `load`, from memory. The declaration line may be absent.
-  int loadText(std::string_view document);
+  /// element is empty, and `problem`, when given, names path, line, column and reason.
+  int load(const std::string& path, std::string* problem = nullptr);
+  /// As `load`, from memory, and with no path in `problem`. The declaration line may be absent.
+  int loadText(std::string_view document, std::string* problem = nullptr);
 
   /// The element and all below it, without a declaration. Each element stands on a line of its own
   /// but for what lies beside or in text, which is written without a break.
   std::string toText(std::string_view indent = "\t", std::string_view lineEnd = "\n") const;
   /// Writes the declaration and the tree; the file is replaced whole or stays as it was. On failure
-  /// `error`, when given, names the path and the reason.
+  /// `error`, when given, names the path and the reason. A tree that `load` would refuse or take
+  /// for another is not written: a root that is no tag, names that no mark can hold, deeper nesting
+  /// than `kMaxReadDepth`.
   bool save(const std::string& path, std::string* error = nullptr) const;
 
   std::vector<std::pair<std::string, std::string>> attributes;  ///< name and value, in order

@@ -1,15 +1,13 @@
+#include <algorithm>
 #include <cstring>
 
 #include "util/AtomicFile.h"
 #include "util/xml/Element.h"
+#include "util/xml/Names.h"
 
 namespace orv::util::xml {
 
 namespace {
-
-constexpr bool isSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
 
 const char* skipSpace(const char* at, const char* end) {
   while (at != end && isSpace(*at)) ++at;
@@ -79,9 +77,14 @@ std::string_view commentContent(std::string_view mark) {
   return mark;
 }
 
-/// The reader would take such a tag for something else when the writer has written it.
-bool isWritable(std::string_view name) {
-  return !name.empty() && name.front() != '/' && name.front() != '!' && name.back() != '/';
+/// Line and column, from 1. A column is a character of UTF-8, as editors count.
+std::string placeOf(std::string_view document, const char* at) {
+  const std::string_view before = document.substr(0, std::size_t(at - document.data()));
+  const auto lines = std::count(before.begin(), before.end(), '\n');
+  const auto line = before.substr(before.rfind('\n') + 1);
+  const auto column = std::count_if(
+      line.begin(), line.end(), [](char c) { return (static_cast<unsigned char>(c) >> 6) != 2; });
+  return "line " + std::to_string(lines + 1) + ", column " + std::to_string(column + 1);
 }
 
 /// Cuts a document into tokens and builds its tree from them.
@@ -100,55 +103,77 @@ class Reader {
       const int error = *m_at == '<' ? readMark() : readText();
       if (error) return error;
     }
-    if (!m_open.empty()) return kMalformed;
-    if (m_built.empty()) return kNoRoot;
+    if (!m_open.empty()) return fail(kMalformed, m_open.back().at, "the tag is not closed");
+    if (m_built.empty()) return fail(kNoRoot, m_end);
     root = std::move(*m_built.front());
     return kReadOk;
   }
+  /// Of an error: where in the document, and in words.
+  const char* where() const { return m_where; }
+  const char* why() const { return m_why; }
 
  private:
+  struct Open {
+    std::size_t place;  ///< of the tag in `m_built`
+    const char* at;     ///< of its mark
+  };
+
+  int fail(ReadError error, const char* at, const char* why = nullptr) {
+    m_where = at;
+    m_why = why ? why : errorText(error);
+    return error;
+  }
+
   int readMark() {
+    m_mark = m_at;
     const char* at = m_at + 1;
     const char* end = find(at, m_end, '>');
     m_at = end == m_end ? m_end : end + 1;
     const char first = at == end ? '\0' : *at;
     if (first == '!') return addComment(commentContent({at + 1, std::size_t(end - at - 1)}));
     if (first == '/') {
-      const int error = readNameAndAttributes(at + 1, end);
-      return error ? error : close();
+      readName(at + 1, end);
+      return close(end);
     }
     const bool isEmptyElement = end != m_end && end != at && end[-1] == '/';
-    const int error = readNameAndAttributes(at, isEmptyElement ? end - 1 : end);
+    readName(at, isEmptyElement ? end - 1 : end);
+    const int error = readAttributes(isEmptyElement ? end - 1 : end);
     if (error) return error;
     // The declaration line carries nothing for us, nor does any other such mark.
     if (!m_name.empty() && m_name.front() == '?') return kReadOk;
     return open(isEmptyElement);
   }
 
-  int readNameAndAttributes(const char* at, const char* end) {
-    m_attributes.clear();
+  /// Also the white space behind the name.
+  void readName(const char* at, const char* end) {
     at = skipSpace(at, end);
-    const char* start = at;
+    const char* const start = at;
     while (at != end && !isSpace(*at)) ++at;
     m_name = {start, std::size_t(at - start)};
-    for (at = skipSpace(at, end); at != end && *at != '?'; at = skipSpace(at, end)) {
-      start = at;
+    m_behindName = skipSpace(at, end);
+  }
+
+  int readAttributes(const char* end) {
+    m_attributes.clear();
+    for (const char* at = m_behindName; at != end && *at != '?'; at = skipSpace(at, end)) {
+      const char* start = at;
+      const auto broken = [&] { return fail(kMalformed, start, "the attribute is broken"); };
       while (at != end && *at != '=' && !isSpace(*at)) ++at;
       const std::string_view key(start, std::size_t(at - start));
-      if (end - at < 2 || at[0] != '=' || (at[1] != '"' && at[1] != '\'')) return kMalformed;
-      start = at + 2;
-      at = find(start, end, at[1]);
-      if (at == end) return kMalformed;
-      m_attributes.emplace_back(key, std::string_view(start, std::size_t(at - start)));
+      if (end - at < 2 || at[0] != '=' || (at[1] != '"' && at[1] != '\'')) return broken();
+      const char* const value = at + 2;
+      at = find(value, end, at[1]);
+      if (at == end) return broken();
+      m_attributes.emplace_back(key, std::string_view(value, std::size_t(at - value)));
       ++at;
     }
     return kReadOk;
   }
 
   int open(bool isEmptyElement) {
-    if (m_open.empty() && !m_built.empty()) return kOutsideRoot;
-    if (!isWritable(m_name)) return kBadName;
-    if (m_open.size() >= std::size_t(kMaxReadDepth)) return kTooDeep;
+    if (m_open.empty() && !m_built.empty()) return fail(kOutsideRoot, m_mark);
+    if (!hasEndsOfTagName(m_name)) return fail(kBadName, m_mark);
+    if (m_open.size() >= std::size_t(kMaxReadDepth)) return fail(kTooDeep, m_mark);
     Element& tag = append(kTag);
     tag.name.assign(m_name);
     tag.attributes.resize(m_attributes.size());
@@ -156,15 +181,19 @@ class Reader {
       tag.attributes[i].first.assign(m_attributes[i].first);
       appendDecoded(tag.attributes[i].second, m_attributes[i].second);
     }
-    if (!isEmptyElement) m_open.push_back(m_built.size() - 1);
+    if (!isEmptyElement) m_open.push_back({m_built.size() - 1, m_mark});
     return kReadOk;
   }
 
-  int close() {
-    if (m_open.empty()) return kWrongClosing;
-    Element& tag = *m_built[m_open.back()];
-    if (m_name != tag.name) return kWrongClosing;
-    const auto first = m_built.begin() + std::ptrdiff_t(m_open.back() + 1);
+  /// A closing mark, which ends at `end`.
+  int close(const char* end) {
+    if (m_open.empty()) return fail(kWrongClosing, m_mark);
+    const std::size_t place = m_open.back().place;
+    Element& tag = *m_built[place];
+    if (m_name != tag.name) return fail(kWrongClosing, m_mark);
+    if (m_behindName != end)
+      return fail(kMalformed, m_behindName, "a closing tag holds more than its name");
+    const auto first = m_built.begin() + std::ptrdiff_t(place + 1);
     tag.children.assign(first, m_built.end());
     m_built.erase(first, m_built.end());
     m_open.pop_back();
@@ -172,9 +201,10 @@ class Reader {
   }
 
   int readText() {
-    if (m_open.empty()) return kOutsideRoot;
+    if (m_open.empty()) return fail(kOutsideRoot, m_at);
     const char* const end = find(m_at, m_end, '<');
-    const bool continues = m_open.back() + 1 < m_built.size() && m_built.back()->kind == kText;
+    const bool continues =
+        m_open.back().place + 1 < m_built.size() && m_built.back()->kind == kText;
     Element& text = continues ? *m_built.back() : append(kText);
     appendDecoded(text.name, {m_at, std::size_t(end - m_at)});
     m_at = end;
@@ -195,34 +225,42 @@ class Reader {
 
   const char* m_at;
   const char* m_end;
-  std::string_view m_name;  ///< of the mark read last
+  const char* m_mark = nullptr;        ///< where the mark read last begins
+  std::string_view m_name;             ///< of that mark
+  const char* m_behindName = nullptr;  ///< and where something else may stand in it
   std::vector<std::pair<std::string_view, std::string_view>> m_attributes;  ///< of that mark
   // Elements whose parent is still open, in document order, so that a tag's children lie behind it
   // until it closes and gets them in one go.
   std::vector<Element*> m_built;
-  std::vector<std::size_t> m_open;  ///< open tags, as places in `m_built`
+  std::vector<Open> m_open;
+  const char* m_where = nullptr;
+  const char* m_why = "";
 };
 
 }  // namespace
 
-int Element::loadText(std::string_view document) {
+int Element::loadText(std::string_view document, std::string* problem) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (document.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     document.remove_prefix(kByteOrderMark.size());
   }
   Element root;
-  const int error = Reader(document).read(root);
+  Reader reader(document);
+  const int error = reader.read(root);
+  if (error && problem) *problem = placeOf(document, reader.where()) + ": " + reader.why();
   Element::operator=(std::move(root));  // after an error the empty element
   return error;
 }
 
-int Element::load(const std::string& path) {
+int Element::load(const std::string& path, std::string* problem) {
   std::string document;
-  if (!readFile(path, document)) {
+  if (!readFile(path, document, problem)) {
     Element::operator=(Element());
     return kCannotRead;
   }
-  return loadText(document);
+  const int error = loadText(document, problem);
+  if (error && problem) *problem = path + ": " + *problem;
+  return error;
 }
 
 }  // namespace orv::util::xml

@@ -1,5 +1,6 @@
 #include "util/AtomicFile.h"
 #include "util/xml/Element.h"
+#include "util/xml/Names.h"
 
 namespace orv::util::xml {
 
@@ -41,6 +42,24 @@ bool holdsText(const Element& element) {
     if (child->kind == kText) return true;
   }
   return false;
+}
+
+/// Why the reader would not give this tree back; empty when it would.
+std::string refusalOf(const Element& root) {
+  if (root.kind != kTag) return "the root of a document must be a tag";
+  std::vector<std::pair<const Element*, int>> pending = {{&root, 1}};
+  while (!pending.empty()) {
+    const auto [tag, depth] = pending.back();
+    pending.pop_back();
+    if (depth > kMaxReadDepth) return errorText(kTooDeep);
+    if (!isTagName(tag->name)) return "a tag can't have the name \"" + tag->name + "\"";
+    for (const auto& [key, value] : tag->attributes)
+      if (!isAttributeName(key))
+        return "an attribute of <" + tag->name + "> can't have the name \"" + key + "\"";
+    for (const Element* child : tag->children)
+      if (child->kind == kTag) pending.emplace_back(child, depth + 1);
+  }
+  return {};
 }
 
 /// Writes a tree with a stack of its own, so that depth is no concern.
@@ -136,6 +155,10 @@ std::string Element::toText(std::string_view indent, std::string_view lineEnd) c
 }
 
 bool Element::save(const std::string& path, std::string* error) const {
+  if (const std::string refusal = refusalOf(*this); !refusal.empty()) {
+    if (error) *error = path + ": it can't be written: " + refusal;
+    return false;
+  }
   AtomicFile file(path);
   file.write("<?xml version=\"1.0\"?>\n");
   file.write(toText("\t", "\n"));

@@ -150,7 +150,8 @@ bool TemplateReader::ReadVector(const Element& element, const char* attribute, V
 
 bool TemplateReader::TakeName(const std::string& name, const Meaning& meaning) {
   if (!IsName(name))
-    return Refuse("the name may hold letters, digits, spaces and _, a letter first, and at most " +
+    return Refuse("the name " + Quoted(name) +
+                  " may hold letters, digits, spaces and _, a letter first, and at most " +
                   std::to_string(kLongestName) + " characters");
   if (m_names.emplace(name, meaning).second) return true;
   const bool isReserved = m_names[name].kind <= Meaning::kDuration;
@@ -161,10 +162,7 @@ bool TemplateReader::TakeLabel(const std::string& label) {
   if (std::any_of(label.begin(), label.end(),
                   [](char c) { return static_cast<unsigned char>(c) < 32; }))
     return Refuse("the label holds a control character");
-  if (std::find(m_labels.begin(), m_labels.end(), label) != m_labels.end())
-    return Refuse("the label " + Quoted(label) + " is taken");
-  m_labels.push_back(label);
-  return true;
+  return m_labels.insert(label).second || Refuse("the label " + Quoted(label) + " is taken");
 }
 
 int TemplateReader::SlotOf(const Meaning& meaning) const {
@@ -187,9 +185,8 @@ int TemplateReader::SlotOf(const Meaning& meaning) const {
 }
 
 int TemplateReader::FindNode(const std::string& name) const {
-  for (std::size_t i = 0; i < m_definition->nodes.size(); ++i)
-    if (m_definition->nodes[i].name == name) return static_cast<int>(i);
-  return -1;
+  const auto found = m_nodes.find(name);
+  return found == m_nodes.end() ? -1 : found->second;
 }
 
 // --- the document ---
@@ -199,11 +196,14 @@ bool TemplateReader::Read(const std::string& document, TemplateDefinition& defin
   m_definition = &definition;
   m_names = {{"time", {Meaning::kTime, 0}}, {"frame duration", {Meaning::kDuration, 0}}};
   m_labels = {"General Modes", "Hide Helpers", "Hide Helpers During Recording", "Re-Initialize"};
+  m_nodes.clear();
+  m_inputLabels.clear();
   m_reads.clear();
   m_path = {"document"};
   m_element.clear();
   Element root;
-  if (const int error = root.loadText(document)) return Refuse(util::xml::errorText(error));
+  std::string problem;
+  if (root.loadText(document, &problem) != 0) return Refuse(problem);
   if (root.name != "template")
     return Refuse("it begins with <" + root.name + ">, and a template with <template>");
   m_path.clear();
@@ -339,8 +339,8 @@ bool TemplateReader::ReadInput(const Element& element) {
   if (!ReadText(element, "name", name) || !TakeName(name, {Meaning::kInput, index}) ||
       !ReadText(element, "label", input.label))
     return false;
-  for (const TemplateInput& other : m_definition->inputs)
-    if (other.label == input.label) return Refuse("the label " + Quoted(input.label) + " is taken");
+  if (!m_inputLabels.insert(input.label).second)
+    return Refuse("the label " + Quoted(input.label) + " is taken");
   if (input.label.rfind("Spinner: ", 0) == 0)
     return Refuse("a label that begins with \"Spinner: \" is reserved");
   std::string kinds = "axis button hat";
@@ -360,16 +360,17 @@ bool TemplateReader::ReadInput(const Element& element) {
 bool TemplateReader::ReadMotions(const Element& section) {
   if (section.isEmpty()) return true;
   const Place place(*this, section);
+  FindCarriedNodes();
   for (const Element* child : section.children)
     if (child->name == "motion" && child->kind == util::xml::kTag && !ReadMotion(*child))
       return false;
   return true;
 }
 
-bool TemplateReader::IsCarried(int node) const {
-  for (; node >= 0; node = m_definition->nodes[static_cast<std::size_t>(node)].parent)
-    if (m_definition->nodes[static_cast<std::size_t>(node)].IsMoved()) return true;
-  return false;
+void TemplateReader::FindCarriedNodes() {
+  m_isCarried.clear();
+  for (const TemplateNode& node : m_definition->nodes)  // parents first
+    m_isCarried.push_back(node.IsMoved() || (node.parent >= 0 && m_isCarried[node.parent]));
 }
 
 bool TemplateReader::ReadMotion(const Element& element) {
@@ -384,7 +385,7 @@ bool TemplateReader::ReadMotion(const Element& element) {
   if (motion.node < 0) return Refuse("there is no node " + Quoted(node));
   if (motion.channel < 0 || motion.channel >= kPoseChannels)
     return Refuse(Quoted(channel) + " is no channel of a pose, such as translate x");
-  if (IsCarried(motion.node))
+  if (m_isCarried[static_cast<std::size_t>(motion.node)])
     return Refuse("the node " + Quoted(node) +
                   " is moved by the outputs of this template: read those");
   std::string name;
@@ -417,11 +418,13 @@ bool TemplateReader::ReadNode(const Element& element) {
   if (!CheckShape(element, attributes, {}) || !ReadText(element, "name", node.name)) return false;
   if (!IsIdentifier(node.name))
     return Refuse("the name of a node may hold letters, digits and _, a letter first");
-  if (FindNode(node.name) >= 0) return Refuse("the node name " + Quoted(node.name) + " is taken");
+  const int index = static_cast<int>(m_definition->nodes.size());
+  if (!m_nodes.emplace(node.name, index).second)
+    return Refuse("the node name " + Quoted(node.name) + " is taken");
   if (element.hasAttribute("parent")) {
     const std::string parent = Plain(element.attribute("parent"));
     node.parent = FindNode(parent);
-    if (node.parent < 0)
+    if (node.parent < 0 || node.parent == index)
       return Refuse("there is no node " + Quoted(parent) + " above it to be its parent");
   }
   if (!ReadVector(element, "at", node.place) || !ReadFlag(element, "helper", node.isHelper) ||

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,7 @@ class TemplateReader {
 
   bool Refuse(const std::string& reason);
   bool RefuseText(const Element& text);
+  bool RefuseSecond(const Element& first, const Element& second);
   bool CheckShape(const Element& element, const Names& attributes, const Names& children);
   bool ReadText(const Element& element, const char* attribute, std::string& text);
   bool ReadNumber(const Element& element, const char* attribute, double& number);
@@ -80,12 +82,16 @@ class TemplateReader {
   bool ReadReference(Element& element, const Use& use);
   bool ReadBefore(Element& element, const Use& use);
   bool SortOutputs();
+  void RefuseCircle(const std::vector<int>& missing);
   int FindNode(const std::string& name) const;
-  bool IsCarried(int node) const;
+  void FindCarriedNodes();
 
   TemplateDefinition* m_definition = nullptr;
   std::map<std::string, Meaning> m_names;
-  std::vector<std::string> m_labels;
+  std::map<std::string, int> m_nodes;  ///< by name, which of the definition
+  std::vector<bool> m_isCarried;       ///< by node: an output moves it or what it hangs on
+  std::set<std::string> m_labels;      ///< of parameters
+  std::set<std::string> m_inputLabels;
   std::vector<std::vector<int>> m_reads;  ///< by output: those that it reads in the same frame
   Names m_path;
   std::string m_element;

@@ -6,7 +6,6 @@
 #include "plugins/release/templatetool/templatetool_TemplateReader.h"
 #include "plugins/release/templatetool/templatetool_TemplateText.h"
 #include "util/MathScript.h"
-#include "util/NumberText.h"
 
 namespace orv::rws::addon {
 
@@ -43,7 +42,9 @@ bool TemplateReader::ReadOutputHead(const Element& element) {
     if (output.channel >= kPoseChannels && !target.isCamera)
       return Refuse("the node " + Quoted(node) + " is no camera and has no lens");
     int& held = target.outputs[static_cast<std::size_t>(output.channel)];
-    if (held >= 0) return Refuse("another output writes this channel of the node");
+    if (held >= 0)
+      return Refuse("another output writes this channel of the node: " +
+                    Quoted(m_definition->outputs[static_cast<std::size_t>(held)].name));
     held = index;
     if (output.name.empty()) output.name = node + " " + channel;
   }
@@ -73,6 +74,11 @@ void TemplateReader::HoldTheRestOfPoses() {
   }
 }
 
+bool TemplateReader::RefuseSecond(const Element& first, const Element& second) {
+  return Refuse("there is more than one expression: <" + second.name + "> behind <" + first.name +
+                ">");
+}
+
 bool TemplateReader::ReadOutputs(const Element& section) {
   m_reads.resize(m_definition->outputs.size());
   if (section.isEmpty()) return true;
@@ -94,7 +100,7 @@ bool TemplateReader::ReadOutput(const Element& element, int index) {
       if (!ReadStart(*child, output.start, index)) return false;
       continue;
     }
-    if (output.HasExpression()) return Refuse("there is more than one expression");
+    if (output.HasExpression()) return RefuseSecond(output.expression, *child);
     output.expression = *child;
     if (!ReadExpression(output.expression, {index, false})) return false;
   }
@@ -106,7 +112,7 @@ bool TemplateReader::ReadStart(const Element& element, Tag& start, int index) {
   for (const Element* child : element.children) {
     if (IsStrayText(*child)) return RefuseText(*child);
     if (child->kind != util::xml::kTag) continue;
-    if (!start.name.empty()) return Refuse("there is more than one expression");
+    if (!start.name.empty()) return RefuseSecond(start, *child);
     start = *child;
     if (!ReadExpression(start, {index, true})) return false;
   }
@@ -130,20 +136,30 @@ bool TemplateReader::ReadExpression(Element& element, const Use& use) {
     if (child->kind != util::xml::kTag) continue;
     if (most >= 0 && ++count > most)
       return Refuse("<" + element.name + "> takes at most " + std::to_string(most) +
-                    (most == 1 ? " expression" : " expressions"));
+                    (most == 1 ? " expression" : " expressions") + ": <" + child->name +
+                    "> is one too many");
     if (!ReadExpression(*child, use)) return false;
   }
   if (element.name != "constant") return true;
   double number = 0.0;
-  const std::string text = Plain(element.text());
-  return util::parseNumber(text, number) || Refuse(Quoted(text) + " is no number");
+  return core::MathScript::ReadNumber(element, number) ||
+         Refuse(Quoted(Plain(element.text())) + " is no number");
 }
 
 bool TemplateReader::ReadReference(Element& element, const Use& use) {
   for (const Element* child : element.children)
-    if (child->kind == util::xml::kTag) return Refuse("<" + element.name + "> holds a name alone");
+    if (child->kind == util::xml::kTag)
+      return Refuse("<" + element.name + "> holds a name alone, and no <" + child->name + ">");
   if (element.name == "before") return ReadBefore(element, use);
   const std::string name = Plain(element.text());
+  if (int number = 0; core::MathScript::ReadNumber(element, number)) {
+    const int count = static_cast<int>(m_definition->parameters.size());
+    if (number < 0 || number >= count)
+      return Refuse("there is no parameter number " + std::to_string(number) + " of the " +
+                    std::to_string(count) + ", counted from 0");
+    element.setText(std::to_string(m_definition->ParameterSlot() + number));
+    return true;
+  }
   const auto found = m_names.find(name);
   if (found == m_names.end())
     return Refuse("there is no parameter, input or output " + Quoted(name));
@@ -205,24 +221,36 @@ bool TemplateReader::SortOutputs() {
     }
   }
   if (m_definition->order.size() == count) return true;
-  // From an output that is left over the way through others that are never ends: it comes round.
+  RefuseCircle(missing);
+  return false;
+}
+
+/// `missing` counts what each output still waits for. From one that waits the way through others
+/// that do never ends: it comes round.
+void TemplateReader::RefuseCircle(const std::vector<int>& missing) {
   const auto isLeft = [&](int i) { return missing[static_cast<std::size_t>(i)] > 0; };
   int at = 0;
   while (!isLeft(at)) ++at;
   std::vector<int> way;
-  while (std::find(way.begin(), way.end(), at) == way.end()) {
+  std::vector<bool> isPassed(missing.size(), false);
+  while (!isPassed[static_cast<std::size_t>(at)]) {
+    isPassed[static_cast<std::size_t>(at)] = true;
     way.push_back(at);
     const std::vector<int>& reads = m_reads[static_cast<std::size_t>(at)];
     at = *std::find_if(reads.begin(), reads.end(), isLeft);
   }
+  constexpr int kShown = 8;  // of a long circle the first tell enough
   std::string circle;
-  for (auto it = std::find(way.begin(), way.end(), at); it != way.end(); ++it)
-    circle += Quoted(m_definition->outputs[static_cast<std::size_t>(*it)].name) + " reads ";
+  int shown = 0;
+  for (auto it = std::find(way.begin(), way.end(), at); it != way.end(); ++it, ++shown) {
+    if (shown == kShown) circle += "... reads ";
+    if (shown < kShown)
+      circle += Quoted(m_definition->outputs[static_cast<std::size_t>(*it)].name) + " reads ";
+  }
   m_path.emplace_back("outputs");
   Refuse(circle + Quoted(m_definition->outputs[static_cast<std::size_t>(at)].name) +
          " in the same frame; read one of them with <before>");
   m_path.pop_back();
-  return false;
 }
 
 }  // namespace orv::rws::addon
