@@ -32,6 +32,16 @@ Tag valued(const std::string& value) {
   return tag;
 }
 
+Element nested(int levels) {
+  Element deep = Tag("a");
+  for (int i = 1; i < levels; ++i) {
+    Tag outer("a");
+    outer.emplaceChild(std::move(deep));
+    deep = std::move(outer);
+  }
+  return deep;
+}
+
 Tag exampleProfile() {
   Tag root("configprofile");
   root.setAttribute("version", "2.0");
@@ -103,35 +113,37 @@ TEST(Element, ReadsWhatOthersWrite) {
 }
 
 TEST(Element, RefusesDamageWithItsCodeAndKeepsNoTree) {
-  const std::pair<int, std::vector<const char*>> cases[] = {
-      {kNoRoot, {"", "<!-- only -->"}},
-      {kOutsideRoot, {"text", "<a/><b/>", "<a/>b"}},
-      {kWrongClosing, {"</a>", "<a></b>"}},
-      {kMalformed,
-       {"<a", "<a><b></b>", "<a b/>", "<a b =\"1\"/>", "<a b= \"1\"/>", "<a b=1/>", "<a b=\"1'/>",
-        "<a b=\"x>y\"/>", "<a></a b=\"1\">"}},
-      {kBadName, {"<></>", "<a// ></a//>", "< !a/>"}},
+  struct Row {
+    int code;
+    const char *text, *problem;  ///< how the message begins
   };
-  for (const auto& [code, texts] : cases) {
+  for (const auto& [code, text, problem] : std::initializer_list<Row>{
+           {kNoRoot, "", "line 1, column 1: it holds no tag"},
+           {kNoRoot, "<!-- only -->", "line 1, column 14: "},
+           {kOutsideRoot, "text", "line 1, column 1: text or a second tag stands beside"},
+           {kOutsideRoot, "<a/><b/>", "line 1, column 5: text or a second tag"},
+           {kOutsideRoot, "<a/>\n\n b", "line 3, column 2: "},
+           {kWrongClosing, "</a>", "line 1, column 1: a closing tag does not match"},
+           {kWrongClosing, "<r>\n<a>\n</b>", "line 3, column 1: "},
+           {kMalformed, "<a", "line 1, column 1: the tag is not closed"},
+           {kMalformed, "<r>\n <a><b></b>", "line 2, column 2: the tag is not closed"},
+           {kMalformed, "<a></a b=\"1\">", "line 1, column 8: a closing tag holds more"},
+           {kMalformed, "<a b/>", "line 1, column 4: the attribute is broken"},
+           {kMalformed, "<a b =\"1\"/>", "line 1, column 4: the attribute"},
+           {kMalformed, "<a b= \"1\"/>", "line 1, column 4: the attribute"},
+           {kMalformed, "<a b=1/>", "line 1, column 4: the attribute"},
+           {kMalformed, "<a b=\"1'/>", "line 1, column 4: the attribute"},
+           {kMalformed, "<a b=\"x>y\"/>", "line 1, column 4: the attribute"},
+           {kMalformed, "\xEF\xBB\xBF<r>\r\n <\xC3\xA9 a='1' b=2/>", "line 2, column 11: the attr"},
+           {kBadName, "<></>", "line 1, column 1: a tag has no name"},
+           {kBadName, "<a// ></a//>", "line 1, column 1: "},
+           {kBadName, "< !a/>", "line 1, column 1: "}}) {
+    Element element = valued("old");
+    std::string said;
+    EXPECT_EQ(code, element.loadText(text, &said)) << text;
+    EXPECT_EQ(0u, said.rfind(problem, 0)) << text << ": " << said;
+    EXPECT_TRUE(element.isEmpty()) << text;
     EXPECT_STRNE(errorText(99), errorText(code));
-    for (const char* text : texts) {
-      Element element = valued("old");
-      EXPECT_EQ(code, element.loadText(text)) << text;
-      EXPECT_TRUE(element.isEmpty()) << text;
-    }
-  }
-  const std::pair<const char*, const char*> places[] = {
-      {"\xEF\xBB\xBF<r>\r\n <\xC3\xA9 a='1' b=2/></r>",
-       "line 2, column 11: the attribute is broken"},
-      {"<r>\n<a>\n</r>", "line 3, column 1: a closing tag does not match the open one"},
-      {"<r>\n <a>", "line 2, column 2: the tag is not closed"},
-      {"<r></r b=\"1\">", "line 1, column 8: a closing tag holds more than its name"},
-      {"<r/>\n\n x", "line 3, column 2: text or a second tag stands beside the root tag"},
-      {"", "line 1, column 1: it holds no tag"}};
-  for (const auto& [text, place] : places) {
-    std::string problem;
-    EXPECT_NE(kReadOk, Element().loadText(text, &problem));
-    EXPECT_EQ(place, problem);
   }
   const std::string whole = std::string("<?xml version=\"1.0\"?>\n") + kExampleText;
   // The last mark may end with the text in place of its ">".
@@ -143,22 +155,12 @@ TEST(Element, RefusesDamageWithItsCodeAndKeepsNoTree) {
 }
 
 TEST(Element, TakesDeepTreesWithoutRecursion) {
-  Element deep = Tag("a");
-  for (int i = 0; i < 300000; ++i) {
-    Tag outer("a");
-    outer.emplaceChild(std::move(deep));
-    deep = std::move(outer);
-  }
-  const Element copy(deep);
+  const Element deep = nested(300000), copy(deep);
   EXPECT_TRUE(copy == deep);
   Element read;
   EXPECT_EQ(kTooDeep, read.loadText(deep.toText("", "")));
-
-  for (const int levels : {kMaxReadDepth, kMaxReadDepth + 1}) {
-    std::string text;
-    for (int i = 0; i < levels; ++i) text = "<a>" + text + "</a>";
-    EXPECT_EQ(levels > kMaxReadDepth ? kTooDeep : kReadOk, read.loadText(text));
-  }
+  EXPECT_EQ(kTooDeep, read.loadText(nested(kMaxReadDepth + 1).toText()));
+  EXPECT_EQ(kReadOk, read.loadText(nested(kMaxReadDepth).toText()));
 }
 
 TEST(Element, CopiesDeeplyAlsoFromItsOwnParts) {
@@ -232,14 +234,11 @@ TEST(Element, SavesAndLoadsFiles) {
   EXPECT_FALSE(back.save(folder + "/absent/profile.xml", &error));
   EXPECT_NE(std::string::npos, error.find("absent/profile.xml")) << error;
   // What would not be read back leaves the file as it was.
-  Tag deep("a"), key("t");
+  Tag key("t");
   key.setAttribute("a b", "1");
-  for (int i = 0; i < kMaxReadDepth; ++i) {
-    Tag outer("a");
-    outer.emplaceChild(std::move(deep));
-    deep = std::move(outer);
-  }
-  std::vector<Element> refused = {deep, key, comment("c"), Text("x"), Element()};
+  EXPECT_TRUE(nested(kMaxReadDepth).save(path) && exampleProfile().save(path));
+  std::vector<Element> refused = {nested(kMaxReadDepth + 1), key, comment("c"), Text("x"),
+                                  Element()};
   for (const char* name : {"", "a b", "a>", "/a", "a/", "!a", "?a"}) {
     refused.emplace_back(Tag("r")).addChild(valued("1")).setName(name);
     EXPECT_FALSE(refused.back().save(path, &error)) << name;
@@ -250,6 +249,7 @@ TEST(Element, SavesAndLoadsFiles) {
     EXPECT_EQ(0u, error.find(path + ": it can't be written: ")) << error;
   }
   EXPECT_EQ(kReadOk, back.load(path));
+  EXPECT_EQ(exampleProfile(), back);
   std::filesystem::remove_all(folder);
 }
 

@@ -215,18 +215,15 @@ TEST(MathScript, KeywordsStandInTheirOrderAndWhatIsMissingCountsAsZero) {
 }
 
 TEST(MathScript, TheSecondOperandIsEvaluatedFirst) {
+  static std::string log;
   struct Spy : MathScript {
-    Spy(std::string& out, char mark) : log(out), letter(mark) {}
+    explicit Spy(char mark) : letter(mark) {}
     void Save(Tag&) const override {}
-    double Evaluate() const override {
-      log += letter;
-      return 1.0;
-    }
-    std::string& log;
+    double Evaluate() const override { return log += letter, 1.0; }
     char letter;
   };
   for (const bool isDeep : {false, true}) {
-    std::string log;
+    log.clear();
     MathScriptRoot root;
     MathScript* at = &root;
     for (int i = 0; i < (isDeep ? 3000 : 0); ++i) {
@@ -234,9 +231,8 @@ TEST(MathScript, TheSecondOperandIsEvaluatedFirst) {
       at = at->child(0);
     }
     at->addChild(Read("<sum><sub/></sum>").release());
-    for (const char letter : {'a', 'b', 'c'})
-      at->child(0)->child(0)->addChild(new Spy(log, letter));
-    for (const char letter : {'d', 'e'}) at->child(0)->addChild(new Spy(log, letter));
+    for (const char letter : {'a', 'b', 'c'}) at->child(0)->child(0)->addChild(new Spy(letter));
+    for (const char letter : {'d', 'e'}) at->child(0)->addChild(new Spy(letter));
     EXPECT_EQ(root.Evaluate(), 2.0);
     EXPECT_EQ(log, "bade");
   }
