@@ -49,6 +49,11 @@ class TemplateLibrary : public testing::Test {
     rws::core::SetLogListener({});
     rws::core::DataRoot::Set("");
   }
+  void Load(const std::vector<rws::CCameraPlugin*>& rigs) {
+    core = std::make_unique<rws::core::CoreImplementation>();
+    core->SetAdaptor(&adaptor);
+    core->LoadTools(rigs, MakeKind);
+  }
   void Put(const std::string& file, const std::string& text) {
     folder.Write("data/templates/" + file, text);
   }
@@ -83,9 +88,7 @@ TEST_F(TemplateLibrary, DamagedFilesAndTakenIdsAreNamedAndTheOthersLoad) {
   Put("d.xml", "Alpha");
   Put("e.xml", "Epsilon");
   Put("notes.txt", "bad, but no template");
-  core = std::make_unique<rws::core::CoreImplementation>();
-  core->SetAdaptor(&adaptor);
-  core->LoadTools({&compiled}, MakeKind);
+  Load({&compiled});
   EXPECT_EQ(Ids(), (Names{"Probe", "Alpha", "Epsilon"}));
   EXPECT_EQ(Problems(), (Names{"b.xml: line 1: it says bad luck",
                                "c.xml: template: the id Probe is taken by another tool",
@@ -99,9 +102,7 @@ TEST_F(TemplateLibrary, DamagedFilesAndTakenIdsAreNamedAndTheOthersLoad) {
 TEST_F(TemplateLibrary, AScanFindsWhatIsNewChangedOrGoneAndKeepsToolsThatAreInUse) {
   for (const char* id : {"Kept", "Used", "Gone", "UsedGone", "Edited", "Improved", "Broken"})
     Put(std::string(id) + ".xml", id);
-  core = std::make_unique<rws::core::CoreImplementation>();
-  core->SetAdaptor(&adaptor);
-  core->LoadTools({}, MakeKind);
+  Load({});
   auto& library = core->GetLibrary();
   auto* const kept = library.Find("Kept");
   auto* const improved = library.Find("Improved");
