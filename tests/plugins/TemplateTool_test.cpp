@@ -6,6 +6,8 @@
 
 #include "support/FakeInterface.h"
 #include "support/Templates.h"
+#include "util/CMesh_Box.h"
+#include "util/CMesh_Cylinder.h"
 #include "util/QTransform.h"
 
 namespace orv::rws::addon {
@@ -34,7 +36,8 @@ PluginPtr WithOutputs(const std::string& outputs) {
         <checkbox name="on" label="On" value="yes"/></parameters>
       <inputs><input name="in" label="In"/>
         <motion name="way" node="Base" channel="translate z"/></inputs>
-      <nodes><box name="Base"/><camera name="Cam" parent="Base"/></nodes><outputs>)" +
+      <nodes><box name="Base"/><cylinder name="Rod"/><camera name="Cam" parent="Base"/></nodes>
+      <outputs>)" +
               outputs + "</outputs></template>");
 }
 
@@ -205,6 +208,8 @@ TEST(TemplateTool, ExpressionsReadParametersInputsMotionsTimeAndOtherOutputs) {
   for (int i = 0; i < 3; ++i) EXPECT_NEAR(pose.translation()[i], expected[i], 1e-12) << i;
   EXPECT_NEAR(pose.axisRow(1).x, -2.0 * std::sin(0.5), 1e-12);
   EXPECT_NEAR(pose.axisRow(2).x, std::cos(0.5), 1e-12);
+  EXPECT_TRUE(world.Node("Base").mesh == util::CMesh_Box(1, 1, 1));
+  EXPECT_TRUE(world.Node("Rod").mesh == util::CMesh_Cylinder(0.5, 1, 24));
   // At the start the input is at rest.
   EXPECT_NEAR(world.Node("Cam").Local(0.0).translation().y, 0.0, 1e-12);
 }
