@@ -1,7 +1,6 @@
 // Files of template tools, what a rig makes of them, and the ones that come with the program.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 
 #include "support/FakeInterface.h"
@@ -157,33 +156,6 @@ TEST(TemplateTool, ADamagedFileIsToldByElementAndReason) {
   // No cut of a file is taken for a whole one, or crashes.
   for (std::size_t size = 0; size + 1 < good.size(); ++size)
     EXPECT_FALSE(PluginPtr(MakeTemplatePlugin(good.substr(0, size), element, reason))) << size;
-}
-
-TEST(TemplateTool, ReadingCostsAsManyTimesMoreAsTheFileHasOfAnything) {
-  const auto seconds = [](int count) {
-    std::string parameters, inputs, nodes, outputs;
-    for (int i = 0; i < count; ++i) {
-      const std::string n = std::to_string(i) + "\"";
-      parameters += "<checkbox name=\"p" + n + " label=\"P" + n + "/>";
-      inputs += "<input name=\"i" + n + " label=\"I" + n + "/><motion name=\"m" + n + " node=\"n" +
-                n + " channel=\"scale x\"/>";
-      nodes += "<box name=\"n" + n + (i ? " parent=\"n" + std::to_string(i - 1) + "\"/>" : "/>");
-      outputs += "<output name=\"o" + n + "><parameter>i7</parameter></output>";
-    }
-    const std::string document = "<template version=\"1\" id=\"T\" name=\"T\"><parameters>" +
-                                 parameters + "</parameters><inputs>" + inputs +
-                                 "</inputs><nodes>" + nodes + "</nodes><outputs>" + outputs +
-                                 "</outputs></template>";
-    double least = 1e9;
-    for (int run = 0; run < 3; ++run) {
-      const auto start = std::chrono::steady_clock::now();
-      Make(document);
-      const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-      least = std::min(least, time.count());
-    }
-    return least;
-  };
-  EXPECT_LT(seconds(16000), 24.0 * seconds(2000)) << "of eight times as much";
 }
 
 TEST(TemplateTool, ExpressionsReadParametersInputsMotionsTimeAndOtherOutputs) {
