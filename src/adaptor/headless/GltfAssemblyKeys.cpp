@@ -193,7 +193,7 @@ void GltfWriter::Assembly::noteChanges() {
 
 bool GltfWriter::Assembly::somethingChanged() const {
   return m_document == nullptr || m_scene.m_hadRecord || !m_scene.m_rigs.empty() ||
-         m_scene.m_frameRate != 25.0 || m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
+         m_scene.m_rateIsChosen || m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
          m_scene.m_rangeEnd != m_scene.m_sourceRange[1] || m_touched;
 }
 

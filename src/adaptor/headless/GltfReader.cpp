@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "adaptor/headless/ForeignFile.h"
+#include "adaptor/headless/FrameRate.h"
+#include "adaptor/headless/FrameRateGuess.h"
 #include "adaptor/headless/GltfAccessor.h"
 #include "adaptor/headless/GltfDocument.h"
 #include "adaptor/headless/GltfJson.h"
@@ -82,6 +84,7 @@ class GltfReader::Builder {
     chooseClip();
     readChannels();
     readRecord();
+    if (!m_rateTold) guessRate();
     warnOfExtensions();
     for (const auto& node : m_nodes)
       if (node != nullptr) keepSource(*node);
@@ -462,8 +465,8 @@ class GltfReader::Builder {
     }
     if (numberOr(*record, "version", 1.0) > 1.0)
       warn(place, "was written by a newer version; what is new in it is kept but not used");
-    if (member(*record, "frameRate") != nullptr &&
-        !m_scene->setFrameRate(numberOr(*record, "frameRate", 0.0)))
+    m_rateTold = member(*record, "frameRate") != nullptr;
+    if (m_rateTold && !m_scene->setFrameRate(numberOr(*record, "frameRate", 0.0)))
       warn(place.in("frameRate"), "is no rate above 0; 25 frames per second are used");
     if (const Json* range = member(*record, "range")) {
       const bool pair = range->is_array() && range->size() == 2 && (*range)[0].is_number() &&
@@ -475,6 +478,30 @@ class GltfReader::Builder {
     if (const Json* exact = member(*record, "exact")) readExact(*exact, place.in("exact"));
     m_scene->m_sourceRange[0] = m_scene->m_rangeStart;
     m_scene->m_sourceRange[1] = m_scene->m_rangeEnd;
+  }
+
+  /// Other programs tell the rate by nothing but where their keys stand.
+  void guessRate() {
+    constexpr const char* kHowToChange = "; rigwright range --fps changes it";
+    const FrameRateGuess guess = guessFrameRate(*m_scene);
+    if (!guess.tells()) return;
+    if (guess.rates.empty()) {
+      warnings.push_back(
+          "the file tells no frame rate, and its keys stand on frames of no common "
+          "one: 25 per second is taken" +
+          std::string(kHowToChange));
+      return;
+    }
+    m_scene->m_frameRate = guess.rates.front();
+    const std::vector<double> rivals = guess.rivals();
+    if (m_scene->m_frameRate == Scene::kUsualRate && rivals.empty()) return;
+    std::string others;
+    for (const double rate : rivals) others += (others.empty() ? "" : ", ") + frameRateText(rate);
+    warnings.push_back(
+        "the file tells no frame rate; its keys stand on frames of " +
+        frameRateText(m_scene->m_frameRate) + " per second, which is taken" +
+        (others.empty() ? "" : " as the likeliest (they stand on those of " + others + " too)") +
+        kHowToChange);
   }
 
   void readRange() {
@@ -665,6 +692,7 @@ class GltfReader::Builder {
   std::map<const SceneNode*, std::unique_ptr<SceneNode::Source>> m_sources;
   std::vector<std::unique_ptr<MeshContent>> m_meshes;
   std::map<std::pair<std::size_t, ChannelPath>, std::shared_ptr<Channel>> m_decoded;
+  bool m_rateTold = false;  ///< the file has a frame rate of ours, be it damaged
   std::map<int, const Channel*> m_firstOfTimes;  ///< the first channel of an accessor of times
 };
 

@@ -239,6 +239,7 @@ bool Scene::reparent(SceneNode& node, SceneNode* parent, double time, std::size_
 bool Scene::setFrameRate(double fps) {
   if (!std::isfinite(fps) || !(fps > 0.0)) return false;
   m_frameRate = fps;
+  m_rateIsChosen = true;
   return true;
 }
 

@@ -72,8 +72,10 @@ class Scene {
   /// is `node` or below it, or has no inverse (a scale of 0); nothing has changed then.
   bool reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index = kLast);
 
+  /// The file's record, else what its keys tell (see guessFrameRate), else `kUsualRate`.
   double frameRate() const { return m_frameRate; }            ///< frames per second
   double frameDuration() const { return 1.0 / m_frameRate; }  ///< s
+  static constexpr double kUsualRate = 25.0;
   /// False, with nothing changed, unless `fps` is finite and above 0.
   bool setFrameRate(double fps);
   /// Playback range: the file's record, else from the first to the last key, else 0 to 10 s.
@@ -108,7 +110,8 @@ class Scene {
   std::vector<std::unique_ptr<SceneNode>> m_roots;
   std::map<std::string, SceneNode*> m_byName;
   std::unordered_multimap<std::string, SceneNode*> m_byTag;
-  double m_frameRate = 25.0;
+  double m_frameRate = kUsualRate;
+  bool m_rateIsChosen = false;  ///< and so belongs into the file's record
   double m_rangeStart = 0.0;
   double m_rangeEnd = 10.0;
   double m_sourceRange[2] = {0.0, 10.0};  ///< as read or guessed at reading

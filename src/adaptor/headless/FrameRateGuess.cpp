@@ -1,0 +1,67 @@
+#include "adaptor/headless/FrameRateGuess.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "adaptor/headless/FrameRate.h"
+#include "adaptor/headless/Scene.h"
+
+namespace orv::rws::adaptor::headless {
+
+namespace {
+
+/// Frames per second, the likeliest first.
+constexpr double kCommonRates[] = {25.0,
+                                   24.0,
+                                   30.0,
+                                   48.0,
+                                   50.0,
+                                   60.0,
+                                   90.0,
+                                   100.0,
+                                   120.0,
+                                   240.0,
+                                   24000.0 / 1001.0,
+                                   30000.0 / 1001.0,
+                                   48000.0 / 1001.0,
+                                   60000.0 / 1001.0,
+                                   120000.0 / 1001.0};
+
+}  // namespace
+
+std::vector<double> FrameRateGuess::rivals() const {
+  std::vector<double> result;
+  for (const double rate : rates) {
+    const double factor = rate / rates.front();
+    if (std::abs(factor - std::round(factor)) > 1e-9) result.push_back(rate);
+  }
+  return result;
+}
+
+FrameRateGuess guessFrameRate(const Scene& scene) {
+  FrameRateGuess guess;
+  guess.rates.assign(std::begin(kCommonRates), std::end(kCommonRates));
+  std::set<const double*> seen;  // channels share their times
+  std::vector<double> few;       // different times, no more than are asked for
+  for (const SceneNode* node : scene.nodes()) {
+    for (const ChannelPath path :
+         {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale}) {
+      const Channel* channel = node->channel(path);
+      if (!channel || !seen.insert(channel->times().data()).second) continue;
+      for (const double time : channel->times()) {
+        if (few.size() < FrameRateGuess::kFewest &&
+            std::find(few.begin(), few.end(), time) == few.end())
+          few.push_back(time);
+        guess.rates.erase(
+            std::remove_if(guess.rates.begin(), guess.rates.end(),
+                           [time](double rate) { return !standsOnFrame(time, rate); }),
+            guess.rates.end());
+      }
+    }
+  }
+  guess.times = few.size();
+  return guess;
+}
+
+}  // namespace orv::rws::adaptor::headless
