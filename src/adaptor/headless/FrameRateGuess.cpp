@@ -11,7 +11,9 @@ namespace orv::rws::adaptor::headless {
 
 namespace {
 
-/// Frames per second, the likeliest first.
+/// Different key times that a guess needs.
+constexpr std::size_t kFewest = 3;
+/// Frames per second, the likeliest first, the whole ones before the others.
 constexpr double kCommonRates[] = {25.0,
                                    24.0,
                                    30.0,
@@ -27,6 +29,7 @@ constexpr double kCommonRates[] = {25.0,
                                    48000.0 / 1001.0,
                                    60000.0 / 1001.0,
                                    120000.0 / 1001.0};
+constexpr std::size_t kWholeRates = 10;
 
 }  // namespace
 
@@ -50,8 +53,7 @@ FrameRateGuess guessFrameRate(const Scene& scene) {
       const Channel* channel = node->channel(path);
       if (!channel || !seen.insert(channel->times().data()).second) continue;
       for (const double time : channel->times()) {
-        if (few.size() < FrameRateGuess::kFewest &&
-            std::find(few.begin(), few.end(), time) == few.end())
+        if (few.size() < kFewest && std::find(few.begin(), few.end(), time) == few.end())
           few.push_back(time);
         guess.rates.erase(
             std::remove_if(guess.rates.begin(), guess.rates.end(),
@@ -60,7 +62,10 @@ FrameRateGuess guessFrameRate(const Scene& scene) {
       }
     }
   }
-  guess.times = few.size();
+  const bool fitsAllWhole =
+      guess.rates.size() >= kWholeRates &&
+      std::equal(kCommonRates, kCommonRates + kWholeRates, guess.rates.begin());
+  guess.tells = few.size() >= kFewest && !fitsAllWhole;
   return guess;
 }
 

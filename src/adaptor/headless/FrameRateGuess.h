@@ -1,7 +1,6 @@
 /// The frame rate of a scene that tells none.
 #pragma once
 
-#include <cstddef>
 #include <vector>
 
 namespace orv::rws::adaptor::headless {
@@ -10,12 +9,11 @@ class Scene;
 
 /// What the key times of a scene tell about its frame rate.
 struct FrameRateGuess {
-  std::size_t times = 0;      ///< different key times seen
-  std::vector<double> rates;  ///< common rates that all of them fit, the likeliest first
+  /// False for fewer than three different times, which fit a rate by accident, and for times that
+  /// fit all whole rates, such as whole seconds.
+  bool tells = false;
+  std::vector<double> rates;  ///< common rates that all times fit, the likeliest first
 
-  /// Fewer keys than this fit a rate by accident.
-  static constexpr std::size_t kFewest = 3;
-  bool tells() const { return times >= kFewest; }
   /// Rates that fit as well as the first and are no multiples of it.
   std::vector<double> rivals() const;
 };

@@ -484,7 +484,7 @@ class GltfReader::Builder {
   void guessRate() {
     constexpr const char* kHowToChange = "; rigwright range --fps changes it";
     const FrameRateGuess guess = guessFrameRate(*m_scene);
-    if (!guess.tells()) return;
+    if (!guess.tells) return;
     if (guess.rates.empty()) {
       warnings.push_back(
           "the file tells no frame rate, and its keys stand on frames of no common "
