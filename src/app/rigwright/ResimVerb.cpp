@@ -28,36 +28,6 @@ struct ResimOptions {
   std::vector<std::string> assignments, only;
 };
 
-/// Whether some key of the scene stands between the frames.
-bool hasKeysOffTheGrid(const rws::adaptor::headless::Scene& scene) {
-  using rws::adaptor::headless::ChannelPath;
-  constexpr double kNear = 1e-5;  // s
-  for (const auto* node : scene.nodes()) {
-    for (const ChannelPath path :
-         {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale}) {
-      const auto* channel = node->channel(path);
-      if (!channel) continue;
-      for (const double time : channel->times()) {
-        const double onGrid = std::round(time / scene.frameDuration()) * scene.frameDuration();
-        if (std::abs(time - onGrid) > kNear) return true;
-      }
-    }
-  }
-  return false;
-}
-
-void setFrameRate(SceneJob& job, double fps) {
-  const double before = job.scene().frameRate();
-  if (!job.scene().setFrameRate(fps))
-    throw Failure("--fps", util::shortText(fps) + " is no frame rate");
-  if (before != fps && hasKeysOffTheGrid(job.scene())) {
-    job.program().output().warn("the scene ran at " + util::shortText(before) +
-                                " frames per second: keys keep their times, and no longer fall "
-                                "on frames of " +
-                                util::shortText(fps));
-  }
-}
-
 /// Steps all frames; the number of them.
 long runFrames(SceneJob& job, const TimeSpan& span, double& seconds) {
   auto& core = job.core();
@@ -93,7 +63,9 @@ void runResim(Program& program, const ResimOptions& options) {
     const OnlyRigs only(job, options.only);
     frames = runFrames(job, span, seconds);
   }
-  job.save(options.output);
+  stretchRange(job, span);
+  job.save(options.output, {"they lie behind the end of the run (a longer --range keeps them)",
+                            "the columns of " + options.inputs + " stand in their place"});
   const double rate = seconds > 0.0 ? static_cast<double>(frames) / seconds : 0.0;
   auto& object = program.output().object();
   object["frames"] = frames;
@@ -123,8 +95,7 @@ void addResimVerb(Program& program) {
       ->type_name("FILE")
       ->check(checkNotEmpty);
   addRange(verb, o->range, "Seconds from and to (default: the playback range)");
-  addNumber(verb, "--fps", o->fps, "New frame rate of the scene",
-            [](double value) { return mustBeFrom(value, 1e-3, 1e6); });
+  addFrameRate(verb, o->fps);
   addList(verb, "--set", o->assignments, "Set a parameter first; may be repeated")
       ->type_name("RIG:LABEL=VALUE")
       ->check(checkAssignment);

@@ -1,9 +1,13 @@
 #include "app/rigwright/RunRigs.h"
 
+#include <algorithm>
 #include <cmath>
+#include <nlohmann/json.hpp>
 
+#include "adaptor/headless/FrameRate.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
+#include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "core/CoreImplementation.h"
@@ -13,10 +17,25 @@
 
 namespace orv::app {
 
+namespace headless = rws::adaptor::headless;
+
 namespace {
 
 /// Index of a frame is a whole number of 32 bits in the engine.
 constexpr double kMostFrames = 1e9;
+
+/// Whether some key of the scene stands between the frames.
+bool hasKeysOffTheGrid(const headless::Scene& scene) {
+  for (const auto* node : scene.nodes()) {
+    const auto channels = node->animation().channels;
+    for (const auto& channel : channels) {
+      if (!channel) continue;
+      for (const double time : channel->times())
+        if (!headless::standsOnFrame(time, scene.frameRate())) return true;
+    }
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -47,7 +66,7 @@ void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::stri
                 hint);
 }
 
-TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& range) {
+TimeSpan spanOf(const headless::Scene& scene, const std::string& range) {
   TimeSpan span{scene.rangeStart(), scene.rangeEnd()};
   if (!range.empty()) parseRange(range, span.from, span.to);
   if (span.to < span.from) {
@@ -59,6 +78,51 @@ TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& r
   requireFrameNumbers(span, scene.frameRate(), range.empty() ? "the playback range" : "--range",
                       range.empty() ? "give a --range" : "give a range nearer to 0");
   return span;
+}
+
+void stretchRange(SceneJob& job, const TimeSpan& span) {
+  headless::Scene& scene = job.scene();
+  const TimeSpan before{scene.rangeStart(), scene.rangeEnd()};
+  const TimeSpan now{std::min(before.from, span.from), std::max(before.to, span.to)};
+  scene.setRange(now.from, now.to);
+  job.program().output().object()["playbackRange"] = {now.from, now.to};
+  if (now.from == before.from && now.to == before.to) return;
+  job.program().output().note("the playback range is now " + rangeText(now) + ", it was " +
+                              rangeText(before));
+}
+
+CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate) {
+  const auto read = [&rate](const std::string& text) {
+    double number = 0.0;
+    if (!headless::parseFrameRate(text, number))
+      throw CLI::ValidationError("--fps", "\"" + text + "\" is no rate such as 25 or 30000/1001");
+    const std::string wrong = mustBeFrom(number, 1e-3, 1e6);
+    if (!wrong.empty()) throw CLI::ValidationError("--fps", text + " " + wrong);
+    rate = number;
+  };
+  return verb
+      .add_option_function<std::string>("--fps", read,
+                                        "New frame rate of the scene, such as 24 or 30000/1001")
+      ->type_name("RATE");
+}
+
+void setFrameRate(SceneJob& job, double rate) {
+  const double before = job.scene().frameRate();
+  if (!job.scene().setFrameRate(rate))
+    throw Failure("--fps", util::shortText(rate) + " is no frame rate");
+  if (before == rate || !hasKeysOffTheGrid(job.scene())) return;
+  job.program().output().warn("the scene ran at " + headless::frameRateText(before) +
+                              " frames per second: keys keep their times, and no longer fall on "
+                              "frames of " +
+                              headless::frameRateText(rate));
+}
+
+std::string timeText(double seconds) {
+  return util::shortText(std::round(seconds * 1e6) / 1e6);
+}
+
+std::string rangeText(const TimeSpan& span) {
+  return timeText(span.from) + " to " + timeText(span.to) + " s";
 }
 
 void requireRigs(SceneJob& job) {

@@ -1,10 +1,15 @@
-// Which rigs a run steps, and over which time.
+// Which rigs a run steps, over which time, and at which frame rate.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
 namespace orv::rws::adaptor::headless {
 class Scene;
 }
@@ -35,12 +40,27 @@ struct TimeSpan {
   double to = 0.0;
 };
 
+/// A time as people read it, without what rounding adds to frames' times.
+std::string timeText(double seconds);
+/// "0 to 10 s".
+std::string rangeText(const TimeSpan& span);
+
 /// Refuses times whose frames the engine can't number. `what` is to blame, `hint` says what to do.
 void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
                          const std::string& hint);
 
 /// "a:b" of the command line, what is missing from it taken from the playback range.
 TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& range);
+
+/// Makes the playback range reach over `span`, as a run does that goes beyond it: what was
+/// simulated must not be cut off by the next run. Tells the object of the result, and people when
+/// it changed.
+void stretchRange(SceneJob& job, const TimeSpan& span);
+
+/// `--fps`: a number or a fraction such as 30000/1001.
+CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate);
+/// Gives the scene another frame rate; keys that no longer fall on frames are told as a warning.
+void setFrameRate(SceneJob& job, double rate);
 
 /// Refuses a scene without a rig that could be stepped.
 void requireRigs(SceneJob& job);

@@ -9,6 +9,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Interrupt.h"
+#include "app/rigwright/Losses.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SavingNote.h"
 #include "app/rigwright/Texts.h"
@@ -43,6 +44,7 @@ SceneJob::SceneJob(Program& program, const std::string& path) : SceneJob(program
   if (!opened) throw Failure("", error);
   tellWarnings();
   warnOfLostRecords();
+  m_losses = std::make_unique<Losses>(*this);
 }
 
 SceneJob::~SceneJob() {
@@ -238,7 +240,7 @@ void SceneJob::loadProfile(Instance& rig, const std::string& name) {
 
 // --- writing ---
 
-void SceneJob::save(const std::string& output) {
+void SceneJob::save(const std::string& output, const LossReasons& why) {
   checkInterrupt();
   std::string error;
   {
@@ -246,6 +248,7 @@ void SceneJob::save(const std::string& output) {
     if (!m_session->Save(output, error)) failWriting(error);
   }
   tellWarnings();
+  if (m_losses) m_losses->tell(why);
   m_program.output().object()["output"] = output;
 }
 

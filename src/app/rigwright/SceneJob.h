@@ -29,7 +29,14 @@ class Property;
 
 namespace orv::app {
 
+class Losses;
 class Program;
+
+/// Why a verb drops keys and recorded inputs, for the warnings; may be empty.
+struct LossReasons {
+  std::string keys;
+  std::string input;
+};
 
 /// The core with one scene open. What can't be found is refused by a Failure that names what there
 /// is instead.
@@ -76,8 +83,9 @@ class SceneJob {
   void loadProfile(rws::core::Instance& rig, const std::string& name);
 
   /// Writes the scene, unless the user has interrupted the verb, and tells the object of the
-  /// result where.
-  void save(const std::string& output);
+  /// result where. Keys and recorded inputs that have gone since it was opened are told as
+  /// warnings, with `why`.
+  void save(const std::string& output, const LossReasons& why = {});
   /// Hands what session and adaptor had to say to the warnings.
   void tellWarnings();
 
@@ -92,6 +100,7 @@ class SceneJob {
   CommandLineUi m_ui;
   std::string m_path;
   std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
+  std::unique_ptr<Losses> m_losses;  ///< since the scene was opened
 };
 
 /// Labels of the groups around an element, outermost first.

@@ -1,6 +1,7 @@
 // take.
 #include <QCoreApplication>
 #include <QTimer>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -20,6 +21,7 @@
 #include "app/rigwright/Verbs.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
+#include "core/interface/CInterface.h"
 #include "unidevice/Property.h"
 #include "unidevice/software/SoftwareDevice.h"
 #include "util/NumberText.h"
@@ -63,6 +65,45 @@ class PlayedInputs {
   unidevice::SoftwareDevice* m_device = nullptr;  ///< owned by the dummy driver
 };
 
+/// What a take that begins at `start` would put an absent control's zeros in the place of.
+std::vector<std::string> inputsAtStake(SceneJob& job, double start) {
+  std::vector<std::string> result;
+  for (rws::core::Instance* rig : job.core().List(true)) {
+    const auto& entries = rig->GetProperties().entries;
+    const auto& tracks = rig->GetTracks();
+    for (std::size_t i = 0; i < std::min(entries.size(), tracks.size()); ++i) {
+      if (entries[i].second->control) continue;
+      TimeSpan span{start, start};
+      bool moved = false;
+      for (const auto& sample : tracks[i].samples) {
+        const bool atRest = sample.time < start || sample.value == 0.0;
+        if (!atRest) span.to = sample.time;
+        moved = moved || !atRest;
+        if (!moved) span.from = std::max(start, sample.time);  // it moves from its last rest on
+      }
+      if (moved)
+        result.push_back(rig->GetInstanceName() + ":" + entries[i].first + " (" + rangeText(span) +
+                         ")");
+    }
+  }
+  return result;
+}
+
+/// Asks before a recorded performance is written over by controls that are not there.
+void askBeforeLosing(SceneJob& job, double start) {
+  const std::vector<std::string> inputs = inputsAtStake(job, job.core().SnapToFrame(start));
+  if (inputs.empty()) return;
+  const int answer = job.core().MessageBox(
+      "take",
+      "no device drives " + joined(inputs) + ", and the take would record zeros in place of what " +
+          (inputs.size() == 1 ? "this input" : "these inputs") + " recorded. Go on?",
+      rws::kButtonsYesNo);
+  if (answer != rws::kAnswerYes) {
+    throw Failure("take", "nothing was recorded or written",
+                  "plug the device in, give --play FILE, step other rigs by --only, or say --yes");
+  }
+}
+
 /// Lets Qt's event loop run until the take has ended; the number of frames.
 long runTake(SceneJob& job, double start, double length) {
   constexpr int kLookMs = 10;  // how often the end of the take and Ctrl-C are looked for
@@ -98,6 +139,7 @@ void runTakeVerb(Program& program, const TakeOptions& options) {
   auto& core = job.core();
   const double start = options.from.value_or(job.scene().rangeStart());
   const double rate = job.scene().frameRate();
+  const TimeSpan range{job.scene().rangeStart(), job.scene().rangeEnd()};
   requireFrameNumbers({start, start}, rate, options.from ? "--from" : "the playback range",
                       options.from ? "give a time nearer to 0" : "give a --from");
   requireFrameNumbers({start, start + *options.seconds}, rate, "--seconds", "give a shorter take");
@@ -112,15 +154,19 @@ void runTakeVerb(Program& program, const TakeOptions& options) {
     std::unique_ptr<PlayedInputs> played;
     if (!options.play.empty()) played = std::make_unique<PlayedInputs>(job, options.play);
     const OnlyRigs only(job, options.only);
+    askBeforeLosing(job, start);
     frames = runTake(job, start, *options.seconds);
   }
-  job.save(options.output);
+  const TimeSpan performed{core.GetStartTime(), std::max(core.GetStartTime(), core.GetFrameTime())};
+  job.scene().setRange(range.from, range.to);  // without what it grew by during the take
+  stretchRange(job, performed);
+  const std::string why = "a take drops what lies behind its end";
+  job.save(options.output, {why, why});
   auto& object = program.output().object();
   object["frames"] = frames;
-  object["range"] = {core.GetStartTime(), core.GetFrameTime()};
-  program.output().note("take: " + std::to_string(frames) + " frames from " +
-                        util::shortText(core.GetStartTime()) + " to " +
-                        util::shortText(core.GetFrameTime()) + " s, written to " + options.output);
+  object["range"] = {performed.from, performed.to};
+  program.output().note("take: " + std::to_string(frames) + " frames from " + rangeText(performed) +
+                        ", written to " + options.output);
 }
 
 std::string mustBeWholeUpTo(double value, double least, double most) {

@@ -5,13 +5,14 @@ namespace orv::app {
 
 class Program;
 
-void addInfoVerbs(Program& program);     ///< tools, info
-void addRigVerbs(Program& program);      ///< add, remove, rename, clone, order
-void addNodeVerbs(Program& program);     ///< parent, place
-void addFitVerb(Program& program);       ///< fit
-void addSettingVerbs(Program& program);  ///< set, press
-void addProfileVerbs(Program& program);  ///< profile list, apply, save, ...
-void addDeviceVerbs(Program& program);   ///< devices, map
+void addInfoVerbs(Program& program);       ///< tools, info
+void addRigVerbs(Program& program);        ///< add, remove, rename, clone, order
+void addNodeVerbs(Program& program);       ///< parent, place
+void addFitVerb(Program& program);         ///< fit
+void addSettingVerbs(Program& program);    ///< set, press
+void addProfileVerbs(Program& program);    ///< profile list, apply, save, ...
+void addDeviceVerbs(Program& program);     ///< devices, map
+void addRangeVerb(Program& program);
 void addResimVerb(Program& program);
 void addTakeVerb(Program& program);
 void addInputsVerb(Program& program);

@@ -24,6 +24,7 @@ int runProgram(int argc, char** argv) {
   orv::app::addSettingVerbs(program);
   orv::app::addProfileVerbs(program);
   orv::app::addDeviceVerbs(program);
+  orv::app::addRangeVerb(program);
   orv::app::addResimVerb(program);
   orv::app::addTakeVerb(program);
   orv::app::addInputsVerb(program);
