@@ -143,8 +143,14 @@ void CoreImplementation::OnKeyEvent(int key, bool down, const KeyModifiers& modi
 
 // --- take and time ---
 
+Preferences& CoreImplementation::GetPreferences() {
+  if (!m_preferencesRead) m_preferences.load();
+  m_preferencesRead = true;
+  return m_preferences;
+}
+
 void CoreImplementation::GetCountdownSeconds(int& out) {
-  out = m_preferences.countdownSeconds;
+  out = GetPreferences().countdownSeconds;
 }
 
 void CoreImplementation::StopRecording() {

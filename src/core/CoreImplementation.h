@@ -54,7 +54,8 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   void SetHooks(Hooks* hooks);
 
   LibraryManager& GetLibrary() { return m_library; }
-  Preferences& GetPreferences() { return m_preferences; }
+  /// Read from the data root when they are first asked for.
+  Preferences& GetPreferences();
   /// Next number of a rig object.
   int NextObjectId() { return ++m_lastObjectId; }
 
@@ -106,6 +107,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   std::vector<int> m_hotKeys;
   LibraryManager m_library;
   Preferences m_preferences;
+  bool m_preferencesRead = false;
   int m_lastObjectId = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "core/Preferences.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "core/DataRoot.h"
@@ -16,29 +17,47 @@ using util::xml::Tag;
 
 constexpr char kRoot[] = "preferences";
 constexpr char kPreference[] = "preference";
-constexpr char kCountdown[] = "Start Countdown time";
-constexpr char kUpdateViewport[] = "updateviewport";
 
-/// Longest countdown (s) that a file may ask for.
-constexpr int kMaxCountdown = 3600;
+/// One preference: whole numbers from 0 up.
+struct Entry {
+  const char* key;          ///< for people
+  const char* name;         ///< in the file
+  const char* description;  ///< for people
+  int most;                 ///< 1: a switch
+  int (*get)(const Preferences&);
+  void (*set)(Preferences&, int);
+};
 
-/// The number of a preference; false when the document has none or it is out of range.
-bool ReadNumber(const Element& root, const char* name, int max, int& value) {
-  for (const Element* child : root.children) {
-    if (child->name != kPreference || child->attribute("name") != name) continue;
-    int parsed = 0;
-    if (!util::parseNumber(child->text(), parsed) || parsed < 0 || parsed > max) return false;
-    value = parsed;
-    return true;
-  }
-  return false;
+const Entry kEntries[] = {
+    {"countdown", "Start Countdown time", "seconds before a take begins", 3600,
+     [](const Preferences& p) { return p.countdownSeconds; },
+     [](Preferences& p, int value) { p.countdownSeconds = value; }},
+    {"updateviewport", "updateviewport", "a resimulation in a window shows frames as it runs", 1,
+     [](const Preferences& p) { return p.updateViewport ? 1 : 0; },
+     [](Preferences& p, int value) { p.updateViewport = value != 0; }},
+};
+
+const Entry* Find(const std::string& key) {
+  const auto found = std::find_if(std::begin(kEntries), std::end(kEntries),
+                                  [&key](const Entry& entry) { return entry.key == key; });
+  return found == std::end(kEntries) ? nullptr : &*found;
 }
 
-void AddNumber(Tag& root, const char* name, int value) {
-  Tag tag(kPreference);
-  tag.setAttribute("name", name);
-  tag.setText(std::to_string(value));
-  root.emplaceChild(std::move(tag));
+Element* FindElement(Element& root, const Entry& entry) {
+  for (Element* child : root.children)
+    if (child->name == kPreference && child->attribute("name") == entry.name) return child;
+  return nullptr;
+}
+
+/// What is wrong with the file as a whole, with its path; empty when it was read, or when there is
+/// none.
+std::string ReadFile(Element& root) {
+  const std::string path = Preferences::path();
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) return {};
+  std::string problem;
+  if (root.load(path, &problem) != 0) return problem;
+  return root.name == kRoot ? std::string() : path + ": it has another root tag";
 }
 
 }  // namespace
@@ -49,30 +68,92 @@ std::string Preferences::path() {
 
 bool Preferences::load() {
   *this = Preferences();
-  std::error_code ignored;
-  if (!std::filesystem::exists(path(), ignored)) return false;
   Element root;
-  std::string problem = path() + ": they have another root tag";
-  if (root.load(path(), &problem) != 0 || root.name != kRoot) {
-    LogEntry(LogLevel::kWarning, "The preferences can't be read, so the defaults hold: " + problem);
+  const std::string problem = ReadFile(root);
+  if (!problem.empty()) {
+    LogEntry(LogLevel::kWarning,
+             "The preferences can't be read, so the defaults hold: " + problem);
     return false;
   }
-  int viewport = updateViewport;
-  bool whole = ReadNumber(root, kCountdown, kMaxCountdown, countdownSeconds);
-  whole = ReadNumber(root, kUpdateViewport, 1, viewport) && whole;
-  updateViewport = viewport != 0;
-  if (!whole)
-    LogEntry(LogLevel::kWarning, path() + ": some preferences are damaged and have their defaults");
+  bool whole = root.name == kRoot;
+  for (const Entry& entry : kEntries) {
+    const Element* stored = FindElement(root, entry);
+    if (!stored) continue;
+    int value = 0;
+    if (util::parseNumber(stored->text(), value) && value >= 0 && value <= entry.most) {
+      entry.set(*this, value);
+      continue;
+    }
+    whole = false;
+    LogEntry(LogLevel::kWarning, path() + ": \"" + entry.name + "\" is damaged (\"" +
+                                     stored->text() +
+                                     "\"), so its default holds: " + text(entry.key));
+  }
   return whole;
 }
 
-bool Preferences::save(std::string* error) const {
+bool Preferences::save(std::string* error, const std::vector<std::string>& keys) const {
   Tag root(kRoot);
-  AddNumber(root, kCountdown, countdownSeconds);
-  AddNumber(root, kUpdateViewport, updateViewport);
+  const std::string problem = ReadFile(root);
+  if (!problem.empty()) {
+    if (error)
+      *error = "the preferences are damaged and were left as they are: " + problem +
+               " (mend the file, or remove it to begin anew)";
+    return false;
+  }
+  for (const Entry& entry : kEntries) {
+    if (!keys.empty() && std::find(keys.begin(), keys.end(), entry.key) == keys.end()) continue;
+    Element* stored = FindElement(root, entry);
+    if (!stored) {
+      Tag tag(kPreference);
+      tag.setAttribute("name", entry.name);
+      stored = &root.addChild(tag);
+    }
+    stored->setText(std::to_string(entry.get(*this)));
+  }
   std::error_code ignored;
   std::filesystem::create_directories(std::filesystem::path(path()).parent_path(), ignored);
-  return root.save(path(), error);
+  if (root.save(path(), error)) return true;
+  if (error) *error += " (see that the data root is a folder that can be written, or name another)";
+  return false;
+}
+
+std::vector<std::string> Preferences::keys() {
+  std::vector<std::string> result;
+  for (const Entry& entry : kEntries) result.emplace_back(entry.key);
+  return result;
+}
+
+std::string Preferences::description(const std::string& key) {
+  const Entry* entry = Find(key);
+  return entry ? entry->description : std::string();
+}
+
+std::string Preferences::text(const std::string& key) const {
+  const Entry* entry = Find(key);
+  if (!entry) return {};
+  const int value = entry->get(*this);
+  if (entry->most > 1) return std::to_string(value);
+  return value ? "on" : "off";
+}
+
+bool Preferences::set(const std::string& key, const std::string& text, std::string& error) {
+  const Entry* entry = Find(key);
+  if (!entry) {
+    error = "there is no such preference";
+    return false;
+  }
+  int value = -1;
+  if (entry->most == 1 && (text == "on" || text == "true")) value = 1;
+  if (entry->most == 1 && (text == "off" || text == "false")) value = 0;
+  if (value < 0 && (!util::parseNumber(text, value) || value < 0 || value > entry->most)) {
+    error = "\"" + text + "\" is not " +
+            (entry->most == 1 ? "on or off"
+                              : "a whole number from 0 to " + std::to_string(entry->most));
+    return false;
+  }
+  entry->set(*this, value);
+  return true;
 }
 
 }  // namespace orv::rws::core

@@ -5,6 +5,7 @@
 
 #include "adaptor/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
+#include "core/Log.h"
 
 namespace orv::rws::core {
 
@@ -79,7 +80,10 @@ void RecordManager::ResimulateWindow::OnTimer(int id, unsigned) {
 
 void RecordManager::ResimulateWindow::OnUpdateViewport(bool on) {
   m_bUpdateViewport = on;
-  m_manager.GetCore()->GetPreferences().updateViewport = on;
+  Preferences& preferences = m_manager.GetCore()->GetPreferences();
+  preferences.updateViewport = on;
+  std::string error;
+  if (!preferences.save(&error, {"updateviewport"})) LogEntry(LogLevel::kWarning, error);
 }
 
 int RecordManager::ResimulateWindow::FrameAt(double t) const {

@@ -143,7 +143,6 @@ void runTakeVerb(Program& program, const TakeOptions& options) {
   requireFrameNumbers({start, start}, rate, options.from ? "--from" : "the playback range",
                       options.from ? "give a time nearer to 0" : "give a --from");
   requireFrameNumbers({start, start + *options.seconds}, rate, "--seconds", "give a shorter take");
-  core.GetPreferences().load();
   core.SetTakeLength(*options.seconds);
   if (options.slow) core.SetSlowFactorIndex(static_cast<int>(*options.slow));
   if (options.countdown)

@@ -12,6 +12,7 @@ void addFitVerb(Program& program);         ///< fit
 void addSettingVerbs(Program& program);    ///< set, press
 void addProfileVerbs(Program& program);    ///< profile list, apply, save, ...
 void addDeviceVerbs(Program& program);     ///< devices, map
+void addPreferenceVerb(Program& program);  ///< preferences
 void addRangeVerb(Program& program);
 void addResimVerb(Program& program);
 void addTakeVerb(Program& program);

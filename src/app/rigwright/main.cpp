@@ -30,6 +30,7 @@ int runProgram(int argc, char** argv) {
   orv::app::addInputsVerb(program);
   orv::app::addExportVerb(program);
   orv::app::addPlotVerb(program);
+  orv::app::addPreferenceVerb(program);
   return program.run(argc, argv);
 }
 
