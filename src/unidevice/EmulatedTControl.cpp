@@ -1,5 +1,6 @@
 #include "unidevice/EmulatedTControl.h"
 
+#include "unidevice/ControlChoice.h"
 #include "unidevice/ControlTag.h"
 #include "unidevice/Device.h"
 #include "util/xml/Tag.h"
@@ -9,17 +10,7 @@ namespace orv::unidevice {
 namespace {
 
 std::string shortName(const Control* part) {
-  if (!part) return ":";
   return (part->device ? part->device->name : std::string()) + ":" + part->type;
-}
-
-std::string describe(const Control* first, const Control* second) {
-  return "emulated control (" + shortName(first) + ", " + shortName(second) + ")";
-}
-
-/// Two keys make a finite control; where a part is continuous, so is the whole.
-std::uint32_t kindOf(const Control* first, const Control* second) {
-  return (first->flags | second->flags) & kInfiniteControl ? kInfiniteControl : kFiniteControl;
 }
 
 /// A part's own element reduced to what names it, with its direction among the attributes.
@@ -35,8 +26,13 @@ void addPart(util::xml::Tag& tag, const Control* part, const char* direction) {
 
 }  // namespace
 
+std::string EmulatedTControl::describe(const std::string& first, const std::string& second) {
+  return "emulated control (" + first + ", " + second + ")";
+}
+
 EmulatedTControl::EmulatedTControl(Control* positive, Control* negative, int index, Device* device)
-    : Control(kindOf(positive, negative), kType, index, describe(positive, negative), device),
+    : Control(pairKind(positive->flags, negative->flags), kType, index,
+              describe(shortName(positive), shortName(negative)), device),
       positive(positive),
       negative(negative) {
   positive->targets.push_back(this);

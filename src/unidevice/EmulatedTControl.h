@@ -13,6 +13,9 @@ class EmulatedTControl : public Control, public ControlTarget {
  public:
   static constexpr const char* kType = "control";
 
+  /// The description of a control made of two, each told as "device:type".
+  static std::string describe(const std::string& first, const std::string& second);
+
   /// Joins the `targets` of both parts, neither of which may be null.
   EmulatedTControl(Control* positive, Control* negative, int index, Device* device);
   ~EmulatedTControl() override;

@@ -11,10 +11,13 @@
 #include "app/rigwright/Verbs.h"
 #include "core/Instance.h"
 #include "unidevice/Control.h"
+#include "unidevice/ControlChoice.h"
 #include "unidevice/Device.h"
 #include "unidevice/Driver.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/DummyDriver.h"
+#include "unidevice/EmulatedTrinaryDevice.h"
+#include "unidevice/KeyNames.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
 
@@ -62,17 +65,78 @@ void runDevices(Program& program) {
 
 struct MapOptions {
   std::string scene, input, device, type, index, output;
+  std::vector<std::string> positive, negative;  ///< device, type and number
   std::optional<double> multiplier, exponent, deadzone, offset;
   bool clear = false;
+
+  bool maps() const { return !device.empty() || !positive.empty(); }
 };
 
-/// The mapping as a profile holds it: what `Property::load` reads.
-Tag controlTag(const MapOptions& options) {
-  Tag control("control");
-  control.setAttribute("device", options.device == "any" ? "" : options.device);
-  control.setAttribute("index", options.index);
-  control.setAttribute("type", options.type);
-  return control;
+/// What a map is to be: the element that a profile would hold, and what its control can do.
+struct Mapping {
+  Tag control;
+  std::uint32_t kind = 0;
+  std::vector<unidevice::ControlChoice> parts;
+};
+
+/// A control of the command line; refused where it can't be meant.
+unidevice::ControlChoice readChoice(const std::string& device, const std::string& type,
+                                    const std::string& index) {
+  if (device == "Any" || device == "ANY")
+    throw Failure("device " + device, "there is no such device", "did you mean any?");
+  unidevice::ControlChoice choice{device == "any" ? "" : device, type, 0};
+  util::parseNumber(index, choice.index);
+  const unidevice::ChoiceProblem problem = choice.check();
+  if (!problem) return choice;
+  std::string hint;
+  if (!problem.wanted.empty()) hint = hintFor(problem.wanted, problem.known, problem.kind);
+  if (device == unidevice::EmulatedTrinaryDevice::kName) hint = "give --positive and --negative";
+  throw Failure(joined({device, type, index}, " "), problem.why, hint);
+}
+
+Mapping readMapping(const MapOptions& o) {
+  if (o.positive.empty()) {
+    const auto choice = readChoice(o.device, o.type, o.index);
+    return {choice.tag(), choice.kind(), {choice}};
+  }
+  const auto positive = readChoice(o.positive[0], o.positive[1], o.positive[2]);
+  const auto negative = readChoice(o.negative[0], o.negative[1], o.negative[2]);
+  if (positive == negative) {
+    throw Failure("--negative", "is the same control as --positive: together they give 0",
+                  "name two controls");
+  }
+  return {unidevice::pairTag(positive, negative),
+          unidevice::pairKind(positive.kind(), negative.kind()),
+          {positive, negative}};
+}
+
+void requireKind(const unidevice::Property& input, const std::string& name,
+                 const Mapping& mapping) {
+  if (mapping.kind & input.flags) return;
+  const bool button = mapping.kind == unidevice::kBinaryControl;
+  throw Failure(name,
+                "takes " + unidevice::kindText(input.flags) + ", and not " +
+                    (mapping.parts.size() > 1 ? "two buttons" : unidevice::kindText(mapping.kind)),
+                button ? "map two buttons by --positive and --negative" : "see rigwright devices");
+}
+
+/// Devices that are away are told, and what they may have been meant to be.
+void tellAbsent(Output& output, const std::string& name, const Mapping& mapping) {
+  std::vector<std::string> away;
+  std::string hint;
+  for (const unidevice::ControlChoice& part : mapping.parts) {
+    if (part.present()) continue;
+    away.push_back((part.device.empty() ? "any" : part.device) + " " + part.type + " " +
+                   std::to_string(part.index));
+    const std::vector<std::string> known = part.presentDevices();
+    if (part.device.empty() || part.device == unidevice::kKeyboardName) continue;
+    const std::string near = hintFor(part.device, known, "devices");
+    if (near.rfind("did you mean", 0) == 0) hint = " (" + near + ")";
+  }
+  if (away.empty()) return;
+  output.warn(joined(away, " and ") + (away.size() > 1 ? " are" : " is") +
+              " not present now: " + name + " takes " + (away.size() > 1 ? "them" : "it") +
+              " up when the device is there" + hint);
 }
 
 void runMap(Program& program, const MapOptions& options) {
@@ -82,26 +146,46 @@ void runMap(Program& program, const MapOptions& options) {
   std::string why;
   unidevice::Property* input = job.findInput(options.input, rig, why);
   if (!input) throw Failure("input " + options.input, why);
-  if (!options.device.empty() || options.clear) {
-    Tag mapping("property");
-    if (!options.clear) mapping.addChild(controlTag(options));
-    input->load(mapping);
-    if (!options.clear && !input->control) {
-      program.output().warn("the control is not present now: " + options.input +
-                            " takes it up when it is plugged in");
-    }
+  const std::string name = rig->GetInstanceName() + ":" + input->name;
+  Tag property("property");
+  if (options.maps()) {
+    const Mapping mapping = readMapping(options);
+    requireKind(*input, name, mapping);
+    property.addChild(mapping.control);
+    tellAbsent(program.output(), name, mapping);
   }
+  if (options.maps() || options.clear) input->load(property);
   input->multiplier = options.multiplier.value_or(input->multiplier);
   input->exponent = options.exponent.value_or(input->exponent);
   input->deadzone = options.deadzone.value_or(input->deadzone);
   input->offset = options.offset.value_or(input->offset);
   job.save(options.output);
-  program.output().object()["input"] = rig->GetInstanceName() + ":" + input->name;
-  program.output().note("mapped " + rig->GetInstanceName() + ":" + input->name);
+  program.output().object()["input"] = name;
+  program.output().object()["present"] = input->control != nullptr;
+  program.output().note("mapped " + name);
 }
 
 std::string mustBeBelowOne(double value) {
   return value >= 0.0 && value < 1.0 ? std::string() : "must be at least 0 and below 1";
+}
+
+std::string checkIndex(const std::string& text) {
+  int number = -1;
+  return util::parseNumber(text, number) && number >= 0
+             ? std::string()
+             : "\"" + text + "\" is no whole number from 0 up";
+}
+
+CLI::Option* addPart(CLI::App& verb, const std::string& name, std::vector<std::string>& part,
+                     const std::string& description) {
+  const auto read = [&part, name](const std::vector<std::string>& words) {
+    const std::string wrong = checkIndex(words.at(2));
+    if (!wrong.empty()) throw CLI::ValidationError(name, wrong);
+    part = words;
+  };
+  return verb.add_option_function<std::vector<std::string>>(name, read, description)
+      ->expected(3)
+      ->type_name("DEVICE TYPE INDEX");
 }
 
 void addMap(Program& program) {
@@ -120,29 +204,33 @@ void addMap(Program& program) {
                       "the control")
           ->type_name("");
   CLI::Option* type =
-      verb.add_option("TYPE", o->type, "Kind of the control, such as Axis, Button, Hat")
+      verb.add_option("TYPE", o->type, "Axis, Slider, Button, Hat, or a key such as Up_Arrow")
           ->type_name("");
   CLI::Option* index =
       verb.add_option("INDEX", o->index, "Its number among the controls of that kind, from 0")
           ->type_name("")
-          ->check([](const std::string& text) {
-            int number = -1;
-            return util::parseNumber(text, number) && number >= 0
-                       ? std::string()
-                       : "\"" + text + "\" is no whole number from 0 up";
-          });
+          ->check(checkIndex);
+  CLI::Option* positive =
+      addPart(verb, "--positive", o->positive,
+              "A control that counts positive, beside one that counts negative");
+  CLI::Option* negative =
+      addPart(verb, "--negative", o->negative, "The control that counts negative");
+  positive->needs(negative)->excludes(device);
+  negative->needs(positive)->excludes(device);
   device->needs(type)->needs(index);
   addNumber(verb, "--multiplier", o->multiplier, "Factor of the value");
   addNumber(verb, "--exponent", o->exponent, "Curve of the value; 1 is straight", mustBePositive);
   addNumber(verb, "--deadzone", o->deadzone, "Raw value up to which nothing happens",
             mustBeBelowOne);
   addNumber(verb, "--offset", o->offset, "Added last; the value without a control");
-  verb.add_flag("--clear", o->clear, "The input is mapped to nothing")->excludes(device);
+  verb.add_flag("--clear", o->clear, "The input is mapped to nothing")
+      ->excludes(device)
+      ->excludes(positive);
   addSceneOutput(verb, o->output);
   verb.callback([o] {
-    if (o->device.empty() && !o->clear && !o->multiplier && !o->exponent && !o->deadzone &&
-        !o->offset)
-      throw CLI::RequiredError("DEVICE TYPE INDEX, --clear or a number to change");
+    if (!o->maps() && !o->clear && !o->multiplier && !o->exponent && !o->deadzone && !o->offset)
+      throw CLI::RequiredError(
+          "DEVICE TYPE INDEX, --positive with --negative, --clear or a number to change");
   });
 }
 

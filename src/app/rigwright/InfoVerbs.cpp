@@ -133,8 +133,11 @@ std::string mappingText(const Property& input) {
   const auto& control = input.savedControl;
   if (control.name.empty()) return "not mapped";
   const std::string device = control.attribute("device");
-  return (device.empty() ? "any device" : device) + " " + control.attribute("type") + " " +
-         control.attribute("index") + (input.control ? "" : " (not present)");
+  const std::string ofTwo = control.child("description").text();
+  const std::string one = (device.empty() ? "any device" : device) + " " +
+                          control.attribute("type") + " " + control.attribute("index");
+  return (control.child("control").isEmpty() || ofTwo.empty() ? one : ofTwo) +
+         (input.control ? "" : " (not present)");
 }
 
 std::string curveText(const Property& input) {

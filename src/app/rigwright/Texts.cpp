@@ -33,8 +33,10 @@ std::size_t editDistance(const std::string& a, const std::string& b) {
 bool isNear(const std::string& wanted, const std::string& name) {
   const std::string a = lower(wanted);
   const std::string b = lower(name);
-  if (a.size() >= 3 && (b.find(a) != std::string::npos || a.find(b) != std::string::npos))
-    return true;
+  // Single letters are names of keys, and in every word.
+  if (b.size() == 1) return a.size() == 1;
+  if (a.size() >= 2 && b.find(a) != std::string::npos) return true;
+  if (b.size() >= 3 && a.find(b) != std::string::npos) return true;
   return editDistance(a, b) <= (std::min(a.size(), b.size()) + 2) / 3;
 }
 
