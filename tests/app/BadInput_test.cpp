@@ -10,11 +10,17 @@ struct Case {
   Words told;  ///< pieces that stderr must hold
 };
 
+constexpr const char* kYaw = "Hand:Yaw (Right/Left)";
+
 class BadInput : public ProgramTest {
  protected:
   void SetUp() override {
     ok({"add", "shot.glb", "MotionFilterCam", "--name", "Cam", "-o", "cam.glb"});
     ok({"add", "cam.glb", "DirectInputLink", "--name", "Hand", "-o", "cam.glb"});
+    folder.Write("root/data/templates/axis.xml", R"(<template version="1" id="Turn" name="Turn">
+      <inputs><input name="speed" label="Speed" kinds="axis"/></inputs>
+      <nodes><box name="Plate"/></nodes></template>)");
+    ok({"add", "cam.glb", "Turn", "--name", "Turn", "-o", "cam.glb"});
     const std::string glb = folder.Read("cam.glb");
     folder.Write("cut.glb", glb.substr(0, glb.size() / 2));
     folder.Write("nobuffer.gltf", R"({"asset":{"version":"2.0"},
@@ -75,6 +81,13 @@ TEST_F(BadInput, WhatTheCommandLineAloneShowsEndsWithTwo) {
       {{"take", "cam.glb", "--seconds", "1,5", "-o", "x.glb"}, 2, {"1,5"}},
       {{"take", "cam.glb", "--seconds", "1", "--slow", "11", "-o", "x.glb"}, 2, {"1 to 10"}},
       {{"map", "cam.glb", "Hand:X", "any", "Axis", "-1", "-o", "x.glb"}, 2, {"INDEX"}},
+      {{"map", "cam.glb", "Hand:X", "--positive", "any", "Axis", "0", "-o", "x.glb"},
+       2,
+       {"--negative"}},
+      {{"range", "cam.glb", "--end", "5"}, 2, {"--output"}},
+      {{"range", "cam.glb", "-o", "x.glb"}, 2, {"--start, --end or --fps"}},
+      {{"range", "cam.glb", "--fps", "30/0", "-o", "x.glb"}, 2, {"30/0", "30000/1001"}},
+      {{"preferences", "countdown"}, 2, {"KEY=VALUE"}},
       {{"export", "cam.glb", "-o", "x.glb"}, 2, {"--clean"}},
       {{"export", "cam.glb", "--clean", "-o", "x.csv"}, 2, {".glb"}},
       {{"plot", "cam.glb", "-o", "x.pdf"}, 2, {".svg"}},
@@ -106,6 +119,16 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
       {{"profile", "import", "cam.glb", "Cam", "gone.ocp"},
        1,
        {"could not be imported. gone.ocp: cannot be read"}},
+      {{"map", "cam.glb", kYaw, "any", "Axsi", "0", "-o", "x.glb"}, 1, {"mean Axis?"}},
+      {{"map", "cam.glb", kYaw, "Keyboard", "Up", "0", "-o", "x.glb"}, 1, {"mean Up_Arrow or"}},
+      {{"map", "cam.glb", kYaw, "keyboard", "W", "0", "-o", "x.glb"}, 1, {"mean Keyboard?"}},
+      {{"map", "cam.glb", "Turn:Speed", "any", "Button", "0", "-o", "x.glb"},
+       1,
+       {"takes an axis, and not a button", "--positive and --negative"}},
+      {{"range", "cam.glb", "--start", "3", "-o", "x.glb"}, 1, {"from 3 to 2 s", "--end"}},
+      {{"preferences", "count=1"}, 1, {"mean countdown?"}},
+      {{"preferences", "countdown=-1"}, 1, {"\"-1\"", "0 to 3600"}},
+      {{"--data-root", "cut.glb", "preferences", "countdown=1"}, 1, {"preferences.xml"}},
       {{"resim", "shot.glb", "-o", "x.glb"}, 1, {"shot.glb", "no rig"}},
       {{"resim", "cam.glb", "--only", "Kam", "-o", "x.glb"}, 1, {"mean Cam"}},
       {{"resim", "cam.glb", "--range", "9:", "-o", "x.glb"}, 1, {"--range"}},
@@ -160,13 +183,13 @@ TEST_F(BadInput, ADamagedRigRecordIsToldAndKept) {
   ok({"set", "cam.glb", "Cam:Fixate Rotations=0", "-o", "cam.gltf"});
   auto document = nlohmann::json::parse(folder.Read("cam.gltf"));
   auto& rigs = document["scenes"][0]["extras"]["rigwright"]["rigs"];
-  ASSERT_EQ(rigs.size(), 2u);
+  ASSERT_EQ(rigs.size(), 3u);
   rigs[0]["record"] = "<RWT_Plugin damaged";
   const auto damaged = rigs[0];
   folder.Write("cam.gltf", document.dump());
 
   const auto info = json({"info", "cam.gltf"});
-  ASSERT_EQ(info["rigs"].size(), 1u);
+  ASSERT_EQ(info["rigs"].size(), 2u);
   EXPECT_EQ(info["rigs"][0]["name"], "Hand");
   EXPECT_NE(info["warnings"].dump().find("Cam"), std::string::npos);
   const Outcome set = run({"set", "cam.gltf", "Hand:Hide Camera=1", "-o", "out.gltf"});

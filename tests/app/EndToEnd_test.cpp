@@ -3,9 +3,9 @@
 #include <regex>
 #include <set>
 
+#include "adaptor/headless/FrameRate.h"
+#include "adaptor/headless/GltfReader.h"
 #include "app/ProgramTest.h"
-#include "core/DataRoot.h"
-#include "core/Preferences.h"
 #include "support/GltfValidator.h"
 
 namespace orv::tests {
@@ -344,14 +344,118 @@ TEST_F(EndToEnd, CtrlCLeavesEverythingAsItWas) {
 
 TEST_F(EndToEnd, ATakeCountsDownByThePreference) {
   ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "-o", "hand.glb"});
-  std::filesystem::create_directories(path("root/data/core"));
-  rws::core::DataRoot::Set(path("root"));
-  rws::core::Preferences preferences;
-  preferences.countdownSeconds = 1;
-  EXPECT_TRUE(preferences.save());
+  ok({"preferences", "countdown=1", "updateviewport=off"});
+  const auto told = json({"preferences"});
+  EXPECT_EQ(told["preferences"], nlohmann::json({{"countdown", 1}, {"updateviewport", false}}));
   const Outcome take = run({"take", "hand.glb", "--seconds", "0.1", "-o", "take.glb"});
   EXPECT_EQ(take.status, 0) << take.err;
   EXPECT_NE(take.err.find("starts in 1 s"), std::string::npos) << take.err;
+}
+
+TEST_F(EndToEnd, NothingPerformedIsLostWithoutAWord) {
+  ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "-o", "hand.glb"});
+  const std::string input = "Hand:Yaw (Right/Left)";
+  folder.Write("in.csv", "time," + input + "\n0,0\n1,0.5\n3,0.5\n");
+  const auto run3 =
+      json({"resim", "hand.glb", "--inputs", "in.csv", "--range", "0:3", "-o", "hand.glb"});
+  EXPECT_EQ(run3["playbackRange"], nlohmann::json({0.0, 3.0})) << "it was 0 to 2 s";
+  ok({"resim", "hand.glb", "-o", "again.glb"});
+  EXPECT_TRUE(folder.Read("again.glb") == folder.Read("hand.glb"));
+
+  const std::string asks = "no device drives " + input;
+  const std::string keys = " keys of 1 node from ", samples = "2 recorded samples of 1 input from ";
+  const auto before = files();
+  for (const auto& [words, status, told] : std::vector<std::tuple<Words, int, Words>>{
+           {{"resim", "--range", ":2.5"}, 0, {"dropped 13" + keys + "2.52 to 3 s"}},
+           {{"take"}, 1, {asks + " (0 to 3 s)", "nothing was recorded or written", "--play"}},
+           {{"take", "--from", "2.9"}, 1, {asks + " (2.9 to 3 s)"}},
+           {{"take", "--from", "3.1"},
+            0,
+            {"from 3.1 to 3.2 s", "is now 0 to 3.2 s, it was 0 to 3"}},
+           {{"take", "--yes"}, 0, {asks, "dropped 73" + keys + "0.12 to 3", samples + "1 to 3"}},
+           {{"take", "--play", "in.csv"}, 0, {samples + "1 to 3 s (" + input + ")"}},
+           {{"remove"},
+            0,
+            {"3 recorded samples of 1 input from 0 to 3 s", "76" + keys + "0 to 3 s"}}}) {
+    Words all = {words[0], "hand.glb"};
+    if (words[0] == "remove") all.push_back("Hand");
+    if (words[0] == "take") all.insert(all.end(), {"--seconds", "0.1"});
+    all.insert(all.end(), words.begin() + 1, words.end());
+    all.insert(all.end(), {"-o", "out.glb"});
+    const Outcome result = run(all);
+    EXPECT_EQ(result.status, status) << result.err;
+    EXPECT_EQ(folder.Has("out.glb"), status == 0);
+    for (const std::string& piece : told)
+      EXPECT_NE(result.err.find(piece), std::string::npos) << piece << "\n" << result.err;
+    std::filesystem::remove(path("out.glb"));
+  }
+  EXPECT_TRUE(files() == before);
+
+  ok({"range", "hand.glb", "--end", "1.5", "--fps", "30000/1001", "-o", "other.glb"});
+  EXPECT_EQ(ok({"range", "other.glb"}), "0 to 1.5 s at 29.97 (30000/1001) frames per second\n");
+  EXPECT_EQ(json({"info", "other.glb"})["frameRate"], 30000.0 / 1001.0);
+}
+
+TEST_F(EndToEnd, TwoKeysAreMappedToOneInput) {
+  ok({"add", "shot.glb", "DirectInputLink", "--name", "Hand", "-o", "hand.glb"});
+  ok({"map", "hand.glb", "Hand:Yaw (Right/Left)", "--positive", "Keyboard", "Right_Arrow", "0",
+      "--negative", "Keyboard", "Left_Arrow", "0", "-o", "two.glb"});
+  ok({"profile", "apply", "hand.glb", "Hand", "Example Keyboard", "--inputs", "-o", "hand.glb"});
+  const auto mapped = [this](const std::string& scene, const std::string& name) {
+    for (const auto& input : json({"info", scene})["rigs"][0]["inputs"])
+      if (input["name"] == name) return input["mapping"]["control"];
+    return nlohmann::json();
+  };
+  // As the factory's profile maps such a pair.
+  EXPECT_EQ(mapped("two.glb", "Yaw (Right/Left)"), mapped("hand.glb", "Right/Left Transl"));
+}
+
+/// A file of another program whose node has `count` keys on each `step`th frame of `rate`.
+std::string foreignScene(double rate, int count, int step = 1) {
+  namespace headless = rws::adaptor::headless;
+  headless::Scene scene;
+  headless::Channel channel(headless::ChannelPath::kTranslation);
+  std::vector<double> times, values;
+  for (int i = 0; i < count; ++i) {
+    times.push_back(static_cast<float>(i * step / rate));
+    values.insert(values.end(), {1.0 * i, 0.0, 0.0});
+  }
+  EXPECT_TRUE(channel.setKeys(times, values));
+  if (count > 0) scene.addNode("Box").setChannel(channel);
+  const TempFolder place;
+  const std::string file = place.path + "/scene.gltf";
+  EXPECT_TRUE(headless::GltfWriter::write(scene, file));
+  auto document = nlohmann::json::parse(place.Read("scene.gltf"));
+  document["scenes"][0].erase("extras");
+  return document.dump();
+}
+
+TEST_F(EndToEnd, AForeignScenesRateIsThatOfItsKeys) {
+  namespace headless = rws::adaptor::headless;
+  const auto expectRate = [](const std::string& text, double rate, const std::string& told) {
+    const auto read = headless::GltfReader::readMemory(text, "in.gltf");
+    ASSERT_TRUE(read) << read.error;
+    EXPECT_EQ(read.scene->frameRate(), rate) << told;
+    ASSERT_EQ(read.warnings.size(), told.empty() ? 0u : 1u) << rate;
+    EXPECT_TRUE(told.empty() || read.warnings[0].find(told) != std::string::npos) << told;
+  };
+  for (const double whole : {24.0, 25.0, 30.0, 48.0, 50.0, 60.0, 120.0}) {
+    for (const int count : {3, 200, 5000})
+      expectRate(foreignScene(whole, count), whole,
+                 whole == 25.0 ? "" : headless::frameRateText(whole) + " per second, which");
+    const double broadcast = whole / 1.001;
+    if (whole != 25.0 && whole != 50.0)
+      expectRate(foreignScene(broadcast, 100), whole * 1000.0 / 1001.0, "/1001) per second, which");
+  }
+  for (const int count : {0, 1, 2}) expectRate(foreignScene(24.0, count), 25.0, "");
+  expectRate(foreignScene(24.0, 9, 24), 25.0, "");  // whole seconds fit all
+  expectRate(foreignScene(30.0, 9, 6), 25.0, "likeliest (they stand on those of 30, 60");
+  expectRate(foreignScene(24.0, 9, 12), 24.0, "likeliest (they stand on those of 30, 50");
+  expectRate(foreignScene(7.3, 9), 25.0, "no common one: 25 per second is taken");
+
+  folder.Write("film.gltf", foreignScene(24.0, 50));
+  ok({"range", "film.gltf", "--fps", "25", "-o", "tv.glb"});
+  EXPECT_EQ(json({"range", "tv.glb"})["frameRate"], 25.0) << "what was chosen is kept";
 }
 
 TEST_F(EndToEnd, AGermanLocaleChangesNothing) {

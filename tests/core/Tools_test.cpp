@@ -7,6 +7,7 @@
 #include "core/Instance.h"
 #include "core/Log.h"
 #include "core/Preferences.h"
+#include "core/ResimulateWindow.h"
 #include "core/Resources.h"
 #include "core/TempFolder.h"
 #include "core/Tool.h"
@@ -142,29 +143,38 @@ TEST_F(Tools, CarryEveryFactoryProfileUnderTheNameOfItsFile) {
   EXPECT_NE(error.find(":/data/absent.ocp"), std::string::npos);
 }
 
-TEST_F(Tools, PreferencesAreStoredWhenSavedAndDamageGivesDefaults) {
-  rws::core::Preferences preferences;
-  EXPECT_FALSE(preferences.load());
-  EXPECT_TRUE(std::filesystem::is_empty(folder.path));
-  preferences.countdownSeconds = 5;
-  preferences.updateViewport = false;
-  ASSERT_TRUE(preferences.save());
+TEST_F(Tools, PreferencesSurviveARestartAndDamageIsKept) {
+  const std::string file = "data/core/preferences.xml";
+  const std::string late = "<preference name=\"later\">x</preference>";
+  core->GetPreferences().countdownSeconds = 5;
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path)) << "nothing but a save writes";
+  ASSERT_TRUE(core->GetPreferences().save(nullptr, {"countdown"}));
+  folder.Write(file, "<preferences>" + late + folder.Read(file).substr(37));
+  ASSERT_EQ(core->Resimulate(0.0, 1.0), 0);
+  core->GetResimulateWindow().OnUpdateViewport(false);
+  core->EndResimulation();
+  Start();
+  EXPECT_EQ(core->GetPreferences().countdownSeconds, 5);
+  EXPECT_FALSE(core->GetPreferences().updateViewport);
+  EXPECT_NE(folder.Read(file).find(late), std::string::npos) << folder.Read(file);
+
   rws::core::Preferences other;
-  EXPECT_TRUE(other.load());
-  EXPECT_EQ(other.countdownSeconds, 5);
-  EXPECT_FALSE(other.updateViewport);
-  for (const char* text :
-       {"", "<preferences", "<other/>",
-        R"(<preferences><preference name="Start Countdown time">-1</preference></preferences>)"}) {
-    folder.Write("data/core/preferences.xml", text);
+  std::string error;
+  const std::string wrong =
+      R"(<preferences><preference name="Start Countdown time">-1</preference></preferences>)";
+  for (const std::string& text :
+       {std::string(), std::string("<preferences"), std::string("<other/>"), wrong}) {
+    folder.Write(file, text);
     EXPECT_FALSE(other.load()) << text;
     EXPECT_EQ(other.countdownSeconds, 0) << text;
     EXPECT_TRUE(other.updateViewport) << text;
+    EXPECT_EQ(other.save(&error, {"updateviewport"}), text == wrong) << text;
+    const std::string now = folder.Read(file);
+    EXPECT_TRUE(text == wrong ? now.find(">-1<") != std::string::npos : now == text) << now;
   }
   folder.Write("file", "");
   DataRoot::Set(folder.path + "/file");
-  std::string error;
-  EXPECT_FALSE(preferences.save(&error));
+  EXPECT_FALSE(other.save(&error));
   EXPECT_NE(error.find("preferences.xml"), std::string::npos);
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "TestDevice.h"
+#include "unidevice/ControlChoice.h"
 #include "unidevice/DummyDriver.h"
 
 namespace orv::unidevice {
@@ -67,6 +68,44 @@ TEST(Device, AControlElementFindsItsDeviceOrTheFirstThatMatches) {
   EXPECT_EQ(all.findControl(saved), wheel->control(2));
   wheel->save(saved);
   EXPECT_EQ(all.findControl(saved.child("control", 1)), wheel->control(1));
+}
+
+TEST(Device, AChoiceIsCheckedAgainstTheDeviceWhereItIsThere) {
+  TestDriver pads("pads");
+  pads.plug("Pad", {"Axis", "Button", "Button"});
+  const std::string one = "Pad has 1 of the type Axis, numbered from 0 to 0";
+  const std::string noType = "there is no such type of control", noKey = "there is no such key";
+  const std::string once = "a keyboard has each key once, as number 0";
+  // A choice, what is told, and a name that is offered instead.
+  const std::tuple<ControlChoice, std::string, std::string> rows[] = {
+      {{"Pad", "Button", 1}, "", ""},
+      {{"Pad", "Axis", 1}, one, ""},
+      {{"Pad", "Axs", 0}, "Pad has no control of the type Axs", "Axis"},
+      {{"pad", "Axis", 0}, "there is no such device", "Pad"},
+      {{"Wheel", "Slider", 9}, "", ""},
+      {{"Wheel", "slider", 9}, noType, "Slider"},
+      {{"Wheel", "Up_Arrow", 0}, "only a keyboard has keys", "Keyboard"},
+      {{"", "Axis", 7}, "", ""},
+      {{"", "Axsi", 7}, noType, "Axis"},
+      {{"", "Up_Arrow", 1}, once, ""},
+      {{"Keyboard", "W", 0}, "", ""},
+      {{"Keyboard", "Hat", 0}, noKey, "W"},
+      {{"TrinaryEmulator", "control", 0}, "its controls are made of two others", ""}};
+  for (const auto& [choice, told, offered] : rows) {
+    const ChoiceProblem problem = choice.check();
+    EXPECT_EQ(problem.why, told) << choice.device << choice.type;
+    const auto& known = problem.known;
+    EXPECT_EQ(std::count(known.begin(), known.end(), offered), offered.empty() ? 0 : 1) << told;
+  }
+  EXPECT_TRUE(ControlChoice({"", "Button", 1}).present());
+  EXPECT_FALSE(ControlChoice({"Wheel", "Button", 1}).present());
+  for (const auto& [type, kind] : {std::pair("Hat", kFiniteControl),
+                                   {"Slider", kInfiniteControl},
+                                   {"Space", kBinaryControl},
+                                   {"Button", kBinaryControl}})
+    EXPECT_EQ(ControlChoice({"Wheel", type, 0}).kind(), kind) << type;
+  EXPECT_EQ(pairKind(kBinaryControl, kBinaryControl), kFiniteControl);
+  EXPECT_EQ(pairKind(kBinaryControl, kInfiniteControl), kInfiniteControl);
 }
 
 TEST(Device, DriversAreListedInOrderUnderUniqueNames) {

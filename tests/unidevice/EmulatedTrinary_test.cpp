@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "TestDevice.h"
+#include "unidevice/ControlChoice.h"
 #include "unidevice/EmulatedTControl.h"
 #include "unidevice/Property.h"
 
@@ -36,8 +37,10 @@ struct Rig {
 
 TEST(EmulatedTrinary, TwoKeysMakeOneSignedControl) {
   Rig rig;
-  Control* control = rig.resolve(element(part(kUp + kPlus) + part(kDown + kMinus)));
+  const util::xml::Tag tag = pairTag({"Keyboard", "Up_Arrow", 0}, {"Keyboard", "Down_Arrow", 0});
+  Control* control = rig.all.findControl(tag);
   ASSERT_NE(control, nullptr);
+  EXPECT_EQ(tag.child("description").text(), control->description);
   EXPECT_EQ(control->description, "emulated control (Keyboard:Up_Arrow, Keyboard:Down_Arrow)");
   EXPECT_EQ(control->index, rig.emulator.controlCount() - 1);
   Property property("Gas", "", kFiniteControl | kInfiniteControl);

@@ -21,14 +21,16 @@ namespace headless = rws::adaptor::headless;
 /// Counts what is gone and keeps where it lay.
 class Losses::Tally {
  public:
-  /// `slack` (s): what lies less than that outside of what there is now has been moved, not lost.
-  explicit Tally(double slack) : m_slack(slack) {}
+  /// `frame` in seconds.
+  explicit Tally(double frame) : m_frame(frame) {}
 
-  /// How many of `before` lie outside of `now`; both in rising order.
+  /// How many of `before` lie outside of `now`; both in rising order. The frame at which a take
+  /// begins is not recorded, and the last frame of another rate may lie almost one before.
   std::size_t outside(const std::vector<double>& before, const std::vector<double>& now) {
     if (now.empty()) return note(before.begin(), before.end());
-    const auto first = std::lower_bound(before.begin(), before.end(), now.front() - m_slack);
-    const auto last = std::upper_bound(first, before.end(), now.back() + m_slack);
+    const auto first =
+        std::lower_bound(before.begin(), before.end(), now.front() - 1.001 * m_frame);
+    const auto last = std::upper_bound(first, before.end(), now.back() + 0.999 * m_frame);
     return note(before.begin(), first) + note(last, before.end());
   }
   void add(std::size_t count, const std::string& owner) {
@@ -57,7 +59,7 @@ class Losses::Tally {
     return static_cast<std::size_t>(to - from);
   }
 
-  double m_slack;
+  double m_frame;
   std::size_t m_count = 0;
   std::vector<std::string> m_owners;
   double m_first = std::numeric_limits<double>::infinity();
@@ -81,8 +83,7 @@ Losses::Losses(SceneJob& job) : m_job(job) {
 Losses::Tally Losses::lostKeys() const {
   const std::vector<headless::SceneNode*> nodes = m_job.scene().nodes();
   const std::set<const headless::SceneNode*> there(nodes.begin(), nodes.end());
-  // The last frame of another rate may lie up to a frame before that of the old one.
-  Tally tally(0.999 * m_job.scene().frameDuration());
+  Tally tally(m_job.scene().frameDuration());
   for (const Keys& keys : m_keys) {
     headless::NodeAnimation now;
     if (there.count(keys.node)) now = keys.node->animation();
@@ -101,7 +102,7 @@ Losses::Tally Losses::lostKeys() const {
 
 Losses::Tally Losses::lostInput() const {
   const std::vector<rws::core::Instance*> rigs = m_job.core().List(false);
-  Tally tally(0.999 * m_job.scene().frameDuration());
+  Tally tally(m_job.scene().frameDuration());
   for (const Input& input : m_inputs) {
     const auto rig = std::find(rigs.begin(), rigs.end(), input.rig);
     std::vector<double> now;
