@@ -52,14 +52,9 @@ TEST(EmulatedTrinary, TwoKeysMakeOneSignedControl) {
       EXPECT_EQ(property.read(), up - down);
     }
   }
-  control->current = 1.0;  // settling the emulator makes whatever stands there the baseline
-  EXPECT_TRUE(rig.emulator.settle());
-  EXPECT_EQ(control->previous, 1.0);
-}
-
-TEST(EmulatedTrinary, DirectionsDecideWhichPartCountsPositive) {
-  Rig rig;
-  rig.keyboard->control(0)->current = 1.0;
+  // The directions decide which part counts positive.
+  rig.keyboard->hardware = {1.0, 0.0};
+  rig.all.updateAll();
   const std::tuple<std::string, std::string, double> rows[] = {
       {kPlus, kMinus, 1.0},
       {kMinus, kPlus, -1.0},
@@ -68,6 +63,9 @@ TEST(EmulatedTrinary, DirectionsDecideWhichPartCountsPositive) {
       {" te_direction=\"Negative\"", kMinus, 1.0}};
   for (const auto& [first, second, sign] : rows)
     EXPECT_EQ(rig.resolve(element(part(kUp + first) + part(kDown + second), "-1"))->read(), sign);
+  control->current = 1.0;  // settling the emulator makes whatever stands there the baseline
+  EXPECT_TRUE(rig.emulator.settle());
+  EXPECT_EQ(control->previous, 1.0);
 }
 
 TEST(EmulatedTrinary, ASavedControlIsFoundAgainAndNotMadeTwice) {
@@ -111,12 +109,6 @@ TEST(EmulatedTrinary, IncompleteOrAbsentOrNestedPartsGiveNothing) {
             nullptr);
 }
 
-TEST(EmulatedTrinary, AControlLeavesItsPartsWhenItGoes) {
-  Control up(kBinaryControl, "Up", 0), tilt(kInfiniteControl, "Axis", 0);
-  destroy(new EmulatedTControl(&up, &tilt, 0, nullptr));
-  EXPECT_TRUE(up.targets.empty() && tilt.targets.empty());
-}
-
 TEST(EmulatedTrinary, ALostPartUnbindsAndItsReturnBindsAgain) {
   Rig rig;
   Property property("Gas");
@@ -136,6 +128,10 @@ TEST(EmulatedTrinary, ALostPartUnbindsAndItsReturnBindsAgain) {
   EXPECT_TRUE(property.rebind());
   rig.keyboard->control(0)->current = 1.0;
   EXPECT_EQ(property.read(), -0.75);
+
+  Control up(kBinaryControl, "Up", 0), tilt(kInfiniteControl, "Axis", 0);
+  destroy(new EmulatedTControl(&up, &tilt, 0, nullptr));  // leaves its parts
+  EXPECT_TRUE(up.targets.empty() && tilt.targets.empty());
 }
 
 }  // namespace

@@ -91,9 +91,9 @@ Losses::Tally Losses::lostKeys() const {
     for (std::size_t i = 0; i < now.channels.size(); ++i) {
       const auto& before = keys.before.channels[i];
       if (!before || before == now.channels[i]) continue;
-      static const std::vector<double> kNone;
-      most = std::max(
-          most, tally.outside(before->times(), now.channels[i] ? now.channels[i]->times() : kNone));
+      const std::vector<double> after =
+          now.channels[i] ? now.channels[i]->times() : std::vector<double>();
+      most = std::max(most, tally.outside(before->times(), after));
     }
     tally.add(most, keys.name);
   }

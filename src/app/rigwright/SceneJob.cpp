@@ -44,7 +44,7 @@ SceneJob::SceneJob(Program& program, const std::string& path) : SceneJob(program
   if (!opened) throw Failure("", error);
   tellWarnings();
   warnOfLostRecords();
-  m_losses = std::make_unique<Losses>(*this);
+  m_losses = std::make_unique<Losses>(*this);  // last: it knows nodes and rigs by where they are
 }
 
 SceneJob::~SceneJob() {
