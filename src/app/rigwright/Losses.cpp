@@ -18,6 +18,12 @@ namespace orv::app {
 
 namespace headless = rws::adaptor::headless;
 
+namespace {
+
+const std::vector<double> kNone;
+
+}  // namespace
+
 /// Counts what is gone and keeps where it lay.
 class Losses::Tally {
  public:
@@ -91,9 +97,8 @@ Losses::Tally Losses::lostKeys() const {
     for (std::size_t i = 0; i < now.channels.size(); ++i) {
       const auto& before = keys.before.channels[i];
       if (!before || before == now.channels[i]) continue;
-      const std::vector<double> after =
-          now.channels[i] ? now.channels[i]->times() : std::vector<double>();
-      most = std::max(most, tally.outside(before->times(), after));
+      const auto& after = now.channels[i];
+      most = std::max(most, tally.outside(before->times(), after ? after->times() : kNone));
     }
     tally.add(most, keys.name);
   }
