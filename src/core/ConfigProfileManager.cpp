@@ -150,7 +150,8 @@ void ConfigProfileManager::RecordFactorySettings(const ConfigTree& config) {
 
 void ConfigProfileManager::EnsureStartProfile() {
   const Tag* factory = Find(kFactorySettings);
-  if (factory && !Find(kStartProfile)) PutInMemory(kStartProfile, *factory);
+  if (factory && (!Find(kStartProfile) || IsInMemory(kStartProfile)))
+    PutInMemory(kStartProfile, *factory);
 }
 
 }  // namespace orv::rws::core

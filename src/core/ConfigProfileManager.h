@@ -32,7 +32,7 @@ class ConfigProfileManager : public XMLFileManager {
 
   /// Notes the values of a rig that has just been created as "Factory Settings".
   void RecordFactorySettings(const ConfigTree& config);
-  /// Makes "Start Profile" a copy of "Factory Settings", in memory, unless there is one.
+  /// Makes "Start Profile" a copy of "Factory Settings", in memory, unless a file has one.
   void EnsureStartProfile();
 
   using XMLFileManager::Save;

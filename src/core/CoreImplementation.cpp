@@ -210,14 +210,12 @@ std::string CoreImplementation::LoadProfile(const std::string& toolName,
                                             const std::string& profileName) {
   Instance* instance = FindInstance(toolName);
   if (!instance) return "there is no rig \"" + toolName + "\"";
+  ConfigProfileManager& profiles = instance->GetTool()->GetConfigProfiles();
+  if (!profiles.Find(profileName)) return "there is no profile \"" + profileName + "\"";
   GetAdaptor()->BeginUndoBlock("Load profile");
-  instance->PushUndo(new ParameterUndo(*instance));
-  const std::string problem =
-      instance->GetTool()->GetConfigProfiles().Apply(profileName, *instance);
-  if (problem.empty())
-    GetAdaptor()->EndUndoBlock();
-  else
-    GetAdaptor()->CancelUndoBlock();
+  GetAdaptor()->PushUndo(new ParameterUndo(*instance));
+  const std::string problem = profiles.Apply(profileName, *instance);
+  GetAdaptor()->EndUndoBlock();
   return problem;
 }
 
@@ -232,15 +230,13 @@ bool CoreImplementation::EditParameter(Instance& instance, int elementId, const 
     problem = "it is a gauge, which the rig computes; it can't be set";
     return false;
   }
+  auto before = std::make_unique<ParameterUndo>(instance);
+  if (!element->setValueText(text, problem)) return false;
   GetAdaptor()->BeginUndoBlock("Change " + element->label());
-  instance.PushUndo(new ParameterUndo(instance));
-  const bool accepted = element->setValueText(text, problem);
-  if (accepted) element->apply();
-  if (accepted)
-    GetAdaptor()->EndUndoBlock();
-  else
-    GetAdaptor()->CancelUndoBlock();
-  return accepted;
+  GetAdaptor()->PushUndo(before.release());
+  element->apply();
+  GetAdaptor()->EndUndoBlock();
+  return true;
 }
 
 bool CoreImplementation::PressButton(Instance& instance, int elementId) {
@@ -264,6 +260,7 @@ void CoreImplementation::SaveScene(XmlSink& out) {
     else
       out.emplaceChild(std::move(record));
   }
+  WriteRows(out);
 }
 
 void CoreImplementation::GetSceneTools(XmlSink& out) {

@@ -25,7 +25,8 @@ class CoreInterface : public util::MessageNode {
   CoreInterface() : MessageNode("CORE") {}
   ~CoreInterface() override = default;
 
-  /// Appends the record of every instance; a rig that can't be stored is named in the log.
+  /// Appends the record of every instance and the groups, if there are any; a rig that can't be
+  /// stored is named in the log.
   virtual void SaveScene(XmlSink& out) = 0;
   /// Appends the record head of each instance whose nodes the scene still holds.
   virtual void GetSceneTools(XmlSink& out) = 0;

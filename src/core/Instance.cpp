@@ -83,6 +83,7 @@ Instance::Instance(CoreImplementation& core, Tool* tool, CCamera* rig, const std
       m_pTool(tool),
       m_name(core.UniqueName(name.empty() ? tool->GetDisplayId() + "_01" : name)),
       m_life(std::make_shared<int>(0)),
+      m_identity(core.NextRowId()),
       m_core(core) {
   Device::name = m_name;
   m_pRig->m_pInterface = this;
@@ -112,11 +113,11 @@ AdaptorInterface& Instance::Adaptor() const {
 void Instance::SetName(const std::string& name) {
   m_name = name;
   Device::name = name;
+  m_nodeTags.clear();  // they begin with the old name
 }
 
 void Instance::Rename(const std::string& name) {
   SetName(name);
-  m_nodeTags.clear();
   for (CoreNode* node : GetNodes()) {
     node->Rename(m_name + "_" + node->GetName());
     Adaptor().TagNode(node, m_name + "/" + node->GetName());
@@ -139,13 +140,6 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
     case kEraseUserData:
       ClearUserData();
       return 1;
-    case kPublishOutput:
-      if (!a) return 0;
-      m_outputs.push_back(static_cast<unidevice::Property*>(a));
-      return 1;
-    case kRecordInputsAtStart:
-      m_recordStart = true;
-      return 1;
     case kAppendControl:
       return reinterpret_cast<std::intptr_t>(
           AddControl(a ? *static_cast<const std::string*>(a) : std::string()));
@@ -165,11 +159,15 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
 }
 
 void Instance::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(), {kPublishOutput, kRecordInputsAtStart, kAppendControl,
-                         kReservedTemplateCall, kPlainCall, kReadUserData, kEraseUserData});
+  out.insert(out.end(),
+             {kAppendControl, kReservedTemplateCall, kPlainCall, kReadUserData, kEraseUserData});
 }
 
 // --- inputs and configuration ---
+
+void Instance::PublishOutput(unidevice::Property* output) {
+  if (output) m_outputs.push_back(output);
+}
 
 int Instance::PushUndo(CUndo* step) {
   if (!step) return 1;

@@ -64,13 +64,20 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void Prefetch() const;
   void PrefetchRig() const;
 
+  /// Number of this instance, unique in the core. One that an undone deletion builds anew takes
+  /// that of its predecessor over.
+  int GetIdentity() const { return m_identity; }
+  void SetIdentity(int identity) { m_identity = identity; }
+  /// Expires with this object.
+  std::weak_ptr<int> GetLife() const { return m_life; }
+  CoreImplementation& GetCore() const { return m_core; }
   CCamera* GetRig() const { return m_pRig; }
   Tool* GetTool() const { return m_pTool; }
   const std::string& GetInstanceName() const { return m_name; }
   /// Renames the instance and its scene nodes, all undoable in an open block. The caller has made
   /// sure that the name is free.
   void Rename(const std::string& name);
-  /// The instance's own name alone.
+  /// The instance's own name alone; those of its nodes are other steps' business.
   void SetName(const std::string& name);
   const std::string& GetIconPath() const { return m_iconPath; }
   const std::string& GetCurrentProfile() const { return m_currentProfile; }
@@ -98,9 +105,10 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   /// An empty text means success, any other names what is damaged.
   std::string ReadRecord(const util::xml::Element& record);
 
-  // CExtendable
   /// Read-only numbers that the rig publishes, as properties whose `read` gives them; the rig's.
   const std::vector<unidevice::Property*>& GetOutputs() const { return m_outputs; }
+
+  // CExtendable
   std::intptr_t Extension(int code, void* a, void* b) override;
   void GetExtensions(std::vector<int>& out) override;
 
@@ -150,9 +158,11 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   double GetFrameDuration() override;
   void RefreshViews() override;
   int MessageBox(std::string title, std::string text, unsigned flags) override;
+  void PublishOutput(unidevice::Property* output) override;
+  void RecordInputsAtStart() override { m_recordStart = true; }
 
  private:
-  friend class LiveSpinnerUndo;
+  friend class TakeUndo;
   class COREComboUpdater;
   /// Every kind of control: an input of any kind can be fed by it.
   static constexpr unsigned kAnyControl = 65535;
@@ -187,6 +197,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void ApplyLiveSpinners();
   void UseTemporaryControls();
   void RestoreControls();
+  void FollowInputs();
   void PlanFeeds();
   void RecordInputs(double t);
   void FeedInputs(double t);
@@ -212,11 +223,13 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   // Of the running take, so that a frame looks nothing up.
   std::vector<Feed> m_feeds;  ///< resimulation: inputs whose track holds something
   std::vector<LiveFeed> m_liveFeeds;
+  int m_plannedInputs = 0;                             ///< how many inputs there were then
   std::array<const CoreNode*, 4> m_prefetchedNodes{};  ///< the first nodes of the rig
   /// Tags of this rig's nodes by their name within it, as loaded: what FindNode resolves by.
   std::map<std::string, std::string> m_nodeTags;
   std::set<std::string> m_lostNodes;  ///< see GetLostNodes
   std::shared_ptr<int> m_life;        ///< expires with this instance: undo steps watch it
+  int m_identity;
   CoreImplementation& m_core;
 };
 

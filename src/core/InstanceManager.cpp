@@ -44,41 +44,34 @@ std::string WithNumber(const std::string& stem, long long value, std::size_t dig
 }
 
 void Collect(const InstanceReference& row, bool onlyChecked, std::vector<Instance*>& out) {
-  if (row.GetInstance() && (row.checked || !onlyChecked)) out.push_back(row.GetInstance());
+  if (onlyChecked && !row.IsChecked()) return;
+  if (row.GetInstance()) out.push_back(row.GetInstance());
   for (const auto& child : row.children) Collect(*child, onlyChecked, out);
-}
-
-InstanceReference* FindIn(const InstanceReference& row, const std::string& name) {
-  for (const auto& child : row.children) {
-    if (child->GetInstance() && child->GetLabel() == name) return child.get();
-    if (InstanceReference* found = FindIn(*child, name)) return found;
-  }
-  return nullptr;
-}
-
-int IndexOf(const InstanceReference& row) {
-  const auto& siblings = row.parent->children;
-  for (std::size_t i = 0; i < siblings.size(); ++i) {
-    if (siblings[i].get() == &row) return static_cast<int>(i);
-  }
-  return -1;
 }
 
 }  // namespace
 
-InstanceManager::InstanceManager() : m_root("") {}
+InstanceManager::InstanceManager() : m_root(0, {}) {}
 
 InstanceManager::~InstanceManager() = default;
 
 // --- looking up ---
 
 InstanceReference* InstanceManager::Find(const std::string& name) const {
-  return FindIn(m_root, name);
+  for (InstanceReference* row : GetRows())
+    if (row->GetInstance() && row->GetLabel() == name) return row;
+  return nullptr;
 }
 
 Instance* InstanceManager::FindInstance(const std::string& name) const {
   const InstanceReference* row = Find(name);
   return row ? row->GetInstance() : nullptr;
+}
+
+Instance* InstanceManager::FindByIdentity(int identity) const {
+  for (Instance* instance : List(false))
+    if (instance->GetIdentity() == identity) return instance;
+  return nullptr;
 }
 
 std::vector<Instance*> InstanceManager::List(bool onlyChecked) const {
@@ -89,7 +82,7 @@ std::vector<Instance*> InstanceManager::List(bool onlyChecked) const {
 
 std::string InstanceManager::UniqueName(const std::string& name) const {
   std::set<std::string> taken(m_reservedNames.begin(), m_reservedNames.end());
-  for (const Instance* instance : List(false)) taken.insert(instance->GetInstanceName());
+  for (const InstanceReference* row : GetRows()) taken.insert(row->GetLabel());
   if (taken.count(name) == 0) return name;
   const NameNumber number = FindNumber(name);
   const bool numbered = number.position != std::string::npos;
@@ -101,58 +94,49 @@ std::string InstanceManager::UniqueName(const std::string& name) const {
   }
 }
 
-// --- rows ---
-
-InstanceReference* InstanceManager::InsertRow(std::unique_ptr<InstanceReference> row, int index) {
-  auto& rows = m_root.children;
-  row->parent = &m_root;
-  const auto at =
-      index < 0 || index > static_cast<int>(rows.size()) ? rows.end() : rows.begin() + index;
-  return rows.insert(at, std::move(row))->get();
+bool InstanceManager::IsNameFree(const std::string& name, std::string& problem) const {
+  if (!IsNameAllowed(name, problem)) return false;
+  if (UniqueName(name) == name) return true;
+  problem = name + "- name already exists.";
+  return false;
 }
 
 InstanceReference* InstanceManager::AddRow(std::unique_ptr<Instance> instance) {
-  return InsertRow(std::make_unique<InstanceReference>(std::move(instance)), -1);
+  m_root.children.push_back(std::make_unique<InstanceReference>(std::move(instance)));
+  m_root.children.back()->parent = &m_root;
+  return m_root.children.back().get();
 }
 
 void InstanceManager::RemoveRow(InstanceReference* row) {
   if (!row || !row->parent) return;
   auto& siblings = row->parent->children;
-  siblings.erase(siblings.begin() + IndexOf(*row));
-}
-
-void InstanceManager::MoveBefore(InstanceReference* row, InstanceReference* before) {
-  if (!row || row == before) return;
-  const int from = IndexOf(*row);
-  int to = before ? IndexOf(*before) : static_cast<int>(m_root.children.size());
-  if (to > from) --to;
-  if (from == to) return;
-  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
-  adaptor.BeginUndoBlock("Change order");
-  MoveRow(from, to);
-  adaptor.PushUndo(new InstanceReferenceOrderRestore(*this, from, to));
-  adaptor.EndUndoBlock();
-}
-
-void InstanceManager::MoveRow(int from, int to) {
-  auto& rows = m_root.children;
-  std::unique_ptr<InstanceReference> row = std::move(rows[static_cast<std::size_t>(from)]);
-  rows.erase(rows.begin() + from);
-  rows.insert(rows.begin() + to, std::move(row));
+  siblings.erase(std::find_if(siblings.begin(), siblings.end(),
+                              [row](const auto& sibling) { return sibling.get() == row; }));
 }
 
 // --- create, delete, rename, clone ---
 
+/// Rolls the block of a request back that could not be done. Within another's block, such as a
+/// take's, that would take all of it back: there the request has discarded what it made.
+void InstanceManager::CloseRefused(bool nested) {
+  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  if (nested)
+    adaptor.EndUndoBlock();
+  else
+    adaptor.CancelUndoBlock();
+}
+
 Instance* InstanceManager::Create(Tool* tool, const std::string& name) {
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  const bool nested = adaptor.IsUndoBlockOpen();
   adaptor.BeginUndoBlock("Create " + tool->GetDisplayId());
   Instance* instance = tool->CreateInstance(name);
   if (!instance) {
-    adaptor.CancelUndoBlock();
+    CloseRefused(nested);
     return nullptr;
   }
   // Behind the steps of the nodes: a redo has them back before the instance looks for them.
-  adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, instance->GetInstanceName()));
+  adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, *instance));
   adaptor.EndUndoBlock();
   return instance;
 }
@@ -162,15 +146,13 @@ void InstanceManager::Delete(InstanceReference* row, bool undoable) {
   Instance& instance = *row->GetInstance();
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   if (!undoable) {
-    ReleaseUserNodes(instance);
-    std::vector<CoreNode*> nodes = instance.GetNodes();
-    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) adaptor.DiscardNode(*node);
+    DiscardNodes(instance);
     RemoveRow(row);
     return;
   }
   adaptor.BeginUndoBlock("Delete " + instance.GetInstanceName());
   // Ahead of the steps of the nodes: an undo has them back before the instance looks for them.
-  adaptor.PushUndo(new InstanceReferenceDeleteRestore(*this, *row));
+  adaptor.PushUndo(new InstanceReferenceDeleteRestore(*this, instance));
   ReleaseUserNodes(instance);
   std::vector<CoreNode*> nodes = instance.GetNodes();
   for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) (*node)->deleteMe();
@@ -178,18 +160,21 @@ void InstanceManager::Delete(InstanceReference* row, bool undoable) {
   adaptor.EndUndoBlock();
 }
 
+void InstanceManager::DiscardNodes(Instance& instance) {
+  ReleaseUserNodes(instance);
+  const std::vector<CoreNode*> nodes = instance.GetNodes();
+  for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
+    GetCore()->GetAdaptor()->DiscardNode(*node);
+}
+
 void InstanceManager::DeleteAll() {
-  while (!m_root.children.empty()) {
-    InstanceReference* last = m_root.children.back().get();
-    if (last->GetInstance())
-      Delete(last, false);
-    else
-      m_root.children.pop_back();
-  }
+  for (Instance* instance : List(false)) DiscardNodes(*instance);
+  DropAllRows();
 }
 
 void InstanceManager::DropAllRows() {
-  while (!m_root.children.empty()) m_root.children.pop_back();
+  std::vector<InstanceReference*> rows = GetRows();
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) RemoveRow(*row);
 }
 
 void InstanceManager::ReleaseUserNodes(Instance& instance) {
@@ -205,16 +190,14 @@ void InstanceManager::ReleaseUserNodes(Instance& instance) {
 }
 
 std::string InstanceManager::Rename(InstanceReference* row, const std::string& name) {
+  if (row->IsGroup()) return RenameGroup(*row, name);
   Instance& instance = *row->GetInstance();
-  if (name == instance.GetInstanceName()) return {};
   std::string problem;
-  if (!IsNameAllowed(name, problem)) return problem;
-  if (UniqueName(name) != name) return name + "- name already exists.";
+  if (name == instance.GetInstanceName() || !IsNameFree(name, problem)) return problem;
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   adaptor.BeginUndoBlock("Rename " + instance.GetInstanceName());
-  const std::string old = instance.GetInstanceName();
+  adaptor.PushUndo(new InstanceReferenceRename(instance));
   instance.Rename(name);
-  adaptor.PushUndo(new InstanceReferenceRename(*this, old, name));
   adaptor.EndUndoBlock();
   return {};
 }
@@ -228,30 +211,35 @@ Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
   const std::string name = UniqueName(source.GetInstanceName());
   record.setAttribute("name", name);
 
+  const bool nested = adaptor.IsUndoBlockOpen();
   adaptor.BeginUndoBlock("Clone " + source.GetInstanceName());
   Instance* clone = nullptr;
-  if (DuplicateNodes(source, name, record, problem))
-    clone = LoadInstance(record.toText(), IndexOf(*row) + 1, problem);
+  std::vector<CoreNode*> copies;
+  if (DuplicateNodes(source, name, record, copies, problem))
+    clone = LoadInstance(record.toText(), problem);
   if (!clone) {
-    adaptor.CancelUndoBlock();
+    for (auto copy = copies.rbegin(); copy != copies.rend(); ++copy) adaptor.DiscardNode(*copy);
+    CloseRefused(nested);
     return nullptr;
   }
-  adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, name));
+  PlaceBehind(*Find(name), *row);
+  adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, *clone));
   adaptor.EndUndoBlock();
   return clone;
 }
 
 bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
-                                     util::xml::Element& record, std::string& problem) {
+                                     util::xml::Element& record, std::vector<CoreNode*>& copies,
+                                     std::string& problem) {
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const std::vector<CoreNode*> nodes = source.GetNodes();
-  std::map<std::string, CoreNode*> copies;  // by the original's scene name
+  std::map<std::string, CoreNode*> copyOf;  // by the original's scene name
   for (CoreNode* node : nodes) {
     const NodeHandle original = ParentOf(*node);
     CNode* parent = original.get();
     if (original) {
-      const auto copied = copies.find(original->GetSceneName());
-      if (copied != copies.end()) parent = copied->second;
+      const auto copied = copyOf.find(original->GetSceneName());
+      if (copied != copyOf.end()) parent = copied->second;
     }
     const std::string tag = name + "/" + node->GetName();
     CoreNode* copy = adaptor.DuplicateNode(
@@ -261,7 +249,8 @@ bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
       return false;
     }
     adaptor.TagNode(copy, tag);
-    copies.emplace(node->GetSceneName(), copy);
+    copyOf.emplace(node->GetSceneName(), copy);
+    copies.push_back(copy);
   }
   if (util::xml::Element* info = record.findChild("nodeinfo")) {
     for (util::xml::Element* child : info->children)
@@ -299,12 +288,12 @@ std::string InstanceManager::SaveInstance(Instance& instance, std::string& probl
   util::xml::Tag record("RWT_Plugin");
   instance.WriteRecord(record);
   const InstanceReference* row = Find(instance.GetInstanceName());
-  record.setAttribute("checked", !row || row->checked ? "1" : "0");
+  record.setAttribute("checked", !row || row->IsChecked() ? "1" : "0");
   return record.toText("", "\n");
 }
 
-Instance* InstanceManager::LoadInstance(const std::string& recordText, int index,
-                                        std::string& problem) {
+Instance* InstanceManager::LoadInstance(const std::string& recordText, std::string& problem,
+                                        int identity) {
   util::xml::Tag record("");
   if (record.loadText(recordText, &problem) != 0) {
     problem = "its record can't be read: " + problem;
@@ -323,7 +312,7 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, int index
     return nullptr;
   }
   if (UniqueName(name) != name) {
-    problem = "another rig has the name \"" + name + "\"";
+    problem = "another rig or group has the name \"" + name + "\"";
     return nullptr;
   }
   std::unique_ptr<Instance> instance(tool->MakeInstance(name));
@@ -331,7 +320,9 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, int index
     problem = "the rig could not be built";
     return nullptr;
   }
-  tool->RecordDefaults(*instance);
+  if (identity != 0) instance->SetIdentity(identity);
+  // The values after Create are the better ones, which only a rig that was created has.
+  if (!tool->GetConfigProfiles().Find(kFactorySettings)) tool->RecordDefaults(*instance);
   problem = instance->ReadRecord(record);
   const bool restored = problem.empty() && instance->GetRig()->Restore() == 0;
   const std::string lost = TellLostNodes(*instance);
@@ -339,9 +330,9 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, int index
     problem = lost.empty() ? "a node that it needs is missing, or its data is damaged" : lost;
   if (!problem.empty()) return nullptr;
   if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
-  auto row = std::make_unique<InstanceReference>(std::move(instance));
-  row->checked = record.attribute("checked") != "0";
-  return InsertRow(std::move(row), index)->GetInstance();
+  InstanceReference& row = *AddRow(std::move(instance));
+  row.SetChecked(record.attribute("checked") != "0");
+  return row.GetInstance();
 }
 
 }  // namespace orv::rws::core

@@ -2,13 +2,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "adaptor/AdaptorInterface.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/Instance.h"
-#include "core/LiveSpinnerUndo.h"
+#include "core/TakeUndo.h"
 #include "core/interface/CCamera.h"
-#include "core/interface/CVariableModUndo.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 
@@ -30,29 +30,28 @@ void PrefetchLines(const void* object, std::size_t size) {
 }  // namespace
 
 void Instance::Start(double t) {
-  StartLiveSpinners();
-  for (unidevice::Property* output : m_outputs)
-    PushUndo(new CVariableModUndo<double>(&output->offset));
-  const auto inputs = static_cast<std::size_t>(m_properties.count());
-  // Never shortened: a rig that gained an input since the last take gets an empty track.
-  if (m_tracks.size() < inputs) m_tracks.resize(inputs);
   const bool resimulates = m_core.IsResimulating();
-  if (resimulates) UseTemporaryControls();
-  PlanFeeds();
-  if (resimulates) FeedInputs(t);
+  Adaptor().PushUndo(new TakeUndo(*this, t, !resimulates));
+  StartLiveSpinners();
+  m_plannedInputs = 0;
+  if (resimulates) {
+    FollowInputs();
+    FeedInputs(t);
+  }
   m_recordStart = false;
   m_pRig->Start(t);
+  FollowInputs();  // a rig may have gained some
   const std::vector<CoreNode*> nodes = GetNodes();
   for (CoreNode* node : nodes) node->StartTake(t);
   for (std::size_t i = 0; i < m_prefetchedNodes.size(); ++i)
     m_prefetchedNodes[i] = i < nodes.size() ? nodes[i] : nullptr;
   if (resimulates) return;
-  PushUndo(new CVariableModUndo<std::vector<util::AVar_Linear<double>>>(&m_tracks));
   for (auto& track : m_tracks) track.cutFrom(t);
   if (m_recordStart) RecordInputs(t);
 }
 
 void Instance::Step(double t) {
+  if (m_properties.count() != m_plannedInputs) FollowInputs();
   if (m_core.IsResimulating())
     FeedInputs(t);
   else
@@ -86,6 +85,18 @@ void Instance::RecordInputs(double t) {
     m_tracks[static_cast<std::size_t>(i)].set(t, m_properties.property(i)->raw());
 }
 
+/// Makes the running take ready for the inputs that have come since the last call.
+void Instance::FollowInputs() {
+  const int inputs = m_properties.count();
+  if (inputs == m_plannedInputs) return;
+  // Never shortened: a rig that gained an input since the last take gets an empty track.
+  if (m_tracks.size() < static_cast<std::size_t>(inputs))
+    m_tracks.resize(static_cast<std::size_t>(inputs));
+  if (m_core.IsResimulating()) UseTemporaryControls();
+  PlanFeeds();
+  m_plannedInputs = inputs;
+}
+
 /// An input with an empty track reads the track's default in every frame: its control gets that
 /// once, and no frame comes by it again.
 void Instance::PlanFeeds() {
@@ -95,15 +106,11 @@ void Instance::PlanFeeds() {
   for (int i = 0; resimulating && i < m_properties.count(); ++i) {
     unidevice::Control* control = m_properties.property(i)->control;
     const auto& track = m_tracks[static_cast<std::size_t>(i)];
-    control->push(track.defaultValue);
+    if (i >= m_plannedInputs) control->push(track.defaultValue);
     if (!track.samples.empty()) m_feeds.push_back({control, &track});
   }
   for (const auto& [id, property] : m_liveSpinners) {
-    ConfigElement* element = m_config.find(id);
-    const bool fed =
-        std::any_of(m_feeds.begin(), m_feeds.end(),
-                    [&, p = property](const Feed& feed) { return feed.control == p->control; });
-    if (element && (fed || !resimulating)) m_liveFeeds.push_back({element, property});
+    if (ConfigElement* element = m_config.find(id)) m_liveFeeds.push_back({element, property});
   }
 }
 
@@ -112,7 +119,7 @@ void Instance::FeedInputs(double t) {
 }
 
 void Instance::UseTemporaryControls() {
-  for (int i = 0; i < m_properties.count(); ++i) {
+  for (int i = m_plannedInputs; i < m_properties.count(); ++i) {
     const auto index = static_cast<std::size_t>(i);
     if (m_temporaryControls.size() <= index)
       m_temporaryControls.push_back(std::make_unique<unidevice::Control>(
@@ -127,9 +134,8 @@ void Instance::UseTemporaryControls() {
 }
 
 void Instance::RestoreControls() {
-  for (int i = 0; i < m_properties.count(); ++i) {
+  for (int i = 0; i < m_plannedInputs; ++i) {
     const auto index = static_cast<std::size_t>(i);
-    if (index >= m_savedControls.size()) break;
     m_properties.property(i)->bind(m_savedControls[index].get());
     m_savedControls[index].hold(nullptr);
   }
@@ -155,8 +161,6 @@ void Instance::SetTrack(int index, util::AVar_Linear<double> track) {
 // --- live spinners ---
 
 void Instance::StartLiveSpinners() {
-  if (m_liveSpinners.empty()) return;
-  PushUndo(new LiveSpinnerUndo(*this));
   if (m_core.IsResimulating()) {
     // A parameter that still stands where the take left it goes back to where the take began.
     // Else the user has set it since, and that is where the run begins.
@@ -183,9 +187,8 @@ void Instance::StopLiveSpinners() {
 void Instance::ApplyLiveSpinners() {
   for (const LiveFeed& feed : m_liveFeeds) {
     if (!feed.property->control) continue;
-    const double rate = feed.property->control->read();
-    if (rate == 0.0) continue;
-    feed.element->setNumber(feed.element->number() + rate);
+    // At rate 0 too: what the rig does about the value it does in every frame.
+    feed.element->setNumber(feed.element->number() + feed.property->control->read());
     feed.element->apply();
   }
 }

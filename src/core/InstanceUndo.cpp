@@ -1,61 +1,64 @@
 #include "core/InstanceUndo.h"
 
-#include <utility>
-
 #include "core/Instance.h"
 #include "core/InstanceManager.h"
 #include "core/Log.h"
 
 namespace orv::rws::core {
 
-InstanceRestore::InstanceRestore(InstanceManager& manager, std::string name)
-    : m_manager(manager), m_name(std::move(name)) {}
+InstanceRestore::InstanceRestore(InstanceManager& manager, const Instance& instance)
+    : m_manager(manager), m_identity(instance.GetIdentity()), m_name(instance.GetInstanceName()) {}
 
-void InstanceRestore::Note(const InstanceReference& row) {
+void InstanceRestore::Note(Instance& instance) {
   std::string problem;
-  m_record = m_manager.SaveInstance(*row.GetInstance(), problem);
+  m_name = instance.GetInstanceName();
+  m_record = m_manager.SaveInstance(instance, problem);
   if (m_record.empty()) LogEntry(LogLevel::kError, problem);
-  for (std::size_t i = 0; i < row.parent->children.size(); ++i) {
-    if (row.parent->children[i].get() == &row) m_index = static_cast<int>(i);
-  }
+  m_layout = m_manager.GetLayout();
 }
 
 void InstanceRestore::TakeOut() {
-  InstanceReference* row = m_manager.Find(m_name);
-  if (!row) return;
-  Note(*row);
-  m_manager.RemoveRow(row);
+  Instance* const instance = m_manager.FindByIdentity(m_identity);
+  if (!instance) return;
+  Note(*instance);
+  m_manager.RemoveRow(m_manager.Find(m_name));
 }
 
 void InstanceRestore::PutBack() {
   std::string problem;
-  if (!m_manager.LoadInstance(m_record, m_index, problem))
+  if (m_manager.LoadInstance(m_record, problem, m_identity))
+    m_manager.Arrange(m_layout);
+  else
     LogEntry(LogLevel::kError, "The rig " + m_name + " could not be brought back: " + problem);
 }
 
 InstanceReferenceDeleteRestore::InstanceReferenceDeleteRestore(InstanceManager& manager,
-                                                               const InstanceReference& row)
-    : InstanceRestore(manager, row.GetLabel()) {
-  Note(row);
+                                                               Instance& instance)
+    : InstanceRestore(manager, instance) {
+  Note(instance);
 }
 
-InstanceReferenceRename::InstanceReferenceRename(InstanceManager& manager, std::string oldName,
-                                                 std::string newName)
-    : m_manager(manager), m_other(std::move(oldName)), m_present(std::move(newName)) {}
+InstanceReferenceRename::InstanceReferenceRename(const Instance& instance)
+    : StateUndo(instance.GetInstanceName()), m_instance(instance) {}
 
-void InstanceReferenceRename::Exchange() {
-  Instance* instance = m_manager.FindInstance(m_present);
-  if (!instance) return;
-  instance->SetName(m_other);
-  std::swap(m_other, m_present);
+std::string InstanceReferenceRename::Present() {
+  const Instance* const instance = m_instance.Get();
+  return instance ? instance->GetInstanceName() : std::string();
 }
 
-void InstanceReferenceOrderRestore::Undo(bool) {
-  m_manager.MoveRow(m_to, m_from);
+void InstanceReferenceRename::Apply(const std::string& name) {
+  if (Instance* const instance = m_instance.Get()) instance->SetName(name);
 }
 
-void InstanceReferenceOrderRestore::Redo() {
-  m_manager.MoveRow(m_from, m_to);
+InstanceRowsRestore::InstanceRowsRestore(InstanceManager& manager)
+    : StateUndo(manager.GetLayout()), m_manager(manager) {}
+
+RowLayout InstanceRowsRestore::Present() {
+  return m_manager.GetLayout();
+}
+
+void InstanceRowsRestore::Apply(const RowLayout& layout) {
+  m_manager.Arrange(layout);
 }
 
 }  // namespace orv::rws::core

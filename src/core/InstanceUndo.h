@@ -3,34 +3,37 @@
 
 #include <string>
 
-#include "core/interface/CUndo.h"
+#include "core/InstanceHandle.h"
+#include "core/RowLayout.h"
+#include "core/StateUndo.h"
 
 namespace orv::rws::core {
 
 class InstanceManager;
-class InstanceReference;
 
-/// A row that can leave the tree and come back, rebuilt from its record.
+/// A row that can leave the tree and come back, rebuilt from its record under its old identity.
 class InstanceRestore : public CUndo {
  protected:
-  InstanceRestore(InstanceManager& manager, std::string name);
+  InstanceRestore(InstanceManager& manager, const Instance& instance);
   /// Notes record and place, then removes the row; the scene nodes are other steps' business.
   void TakeOut();
   /// Rebuilds the row from what was noted.
   void PutBack();
-  void Note(const InstanceReference& row);
+  void Note(Instance& instance);
 
+ private:
   InstanceManager& m_manager;
+  const int m_identity;
   std::string m_name;
   std::string m_record;
-  int m_index = -1;
+  RowLayout m_layout;
 };
 
 /// Creation of a row, its instance standing already.
 class InstanceReferenceCreateRestore : public InstanceRestore {
  public:
-  InstanceReferenceCreateRestore(InstanceManager& manager, const std::string& name)
-      : InstanceRestore(manager, name) {}
+  InstanceReferenceCreateRestore(InstanceManager& manager, const Instance& instance)
+      : InstanceRestore(manager, instance) {}
   void Undo(bool) override { TakeOut(); }
   void Redo() override { PutBack(); }
 };
@@ -38,38 +41,34 @@ class InstanceReferenceCreateRestore : public InstanceRestore {
 /// Deletion of a row that still stands when the step is made.
 class InstanceReferenceDeleteRestore : public InstanceRestore {
  public:
-  InstanceReferenceDeleteRestore(InstanceManager& manager, const InstanceReference& row);
+  InstanceReferenceDeleteRestore(InstanceManager& manager, Instance& instance);
   void Undo(bool) override { PutBack(); }
   void Redo() override { TakeOut(); }
 };
 
-/// New name of a row; the names of its nodes are other steps' business.
-class InstanceReferenceRename : public CUndo {
+/// New name of a row, made while the old one stands; the names of its nodes are other steps'
+/// business.
+class InstanceReferenceRename : public StateUndo<std::string> {
  public:
-  InstanceReferenceRename(InstanceManager& manager, std::string oldName, std::string newName);
-  void Undo(bool) override { Exchange(); }
-  void Redo() override { Exchange(); }
+  explicit InstanceReferenceRename(const Instance& instance);
 
  private:
-  void Exchange();
+  std::string Present() override;
+  void Apply(const std::string& name) override;
 
-  InstanceManager& m_manager;
-  std::string m_other;    ///< the name that an exchange gives
-  std::string m_present;  ///< the name that the row has
+  InstanceHandle m_instance;
 };
 
-/// Move of a row from one place of the top level to another.
-class InstanceReferenceOrderRestore : public CUndo {
+/// Order, groups and checks of all rows.
+class InstanceRowsRestore : public StateUndo<RowLayout> {
  public:
-  InstanceReferenceOrderRestore(InstanceManager& manager, int from, int to)
-      : m_manager(manager), m_from(from), m_to(to) {}
-  void Undo(bool) override;
-  void Redo() override;
+  explicit InstanceRowsRestore(InstanceManager& manager);
 
  private:
+  RowLayout Present() override;
+  void Apply(const RowLayout& layout) override;
+
   InstanceManager& m_manager;
-  int m_from;
-  int m_to;
 };
 
 }  // namespace orv::rws::core

@@ -6,15 +6,16 @@
 #include <vector>
 
 #include "core/Library.h"
-#include "util/Singleton.h"
 
 namespace orv::rws::core {
 
-/// Owns the libraries. A core has one of its own; `instance()` serves a program without a core.
-class LibraryManager : public util::Singleton<LibraryManager> {
+/// Owns the libraries; each core has one.
+class LibraryManager {
  public:
   LibraryManager();
   ~LibraryManager();
+  LibraryManager(const LibraryManager&) = delete;
+  LibraryManager& operator=(const LibraryManager&) = delete;
 
   void AddLibrary(std::unique_ptr<Library> library);
   /// Loads the libraries that were added since the last call.

@@ -5,50 +5,38 @@
 
 namespace orv::rws::core {
 
-ParameterUndo::ParameterUndo(Instance& instance)
-    : m_instance(instance), m_saved(Present()), m_savedProfile(instance.GetCurrentProfile()) {}
+namespace {
 
-ParameterUndo::Values ParameterUndo::Present() const {
-  Values values;
-  for (const ConfigElement* element : m_instance.GetConfig().elements()) {
-    if (element->hasValue()) values.emplace_back(element->id(), element->valueText());
+ParameterState StateOf(const Instance& instance) {
+  ParameterState state;
+  for (const ConfigElement* element : instance.GetConfig().elements()) {
+    if (element->hasValue()) state.values.emplace_back(element->id(), element->valueText());
   }
-  return values;
+  state.profile = instance.GetCurrentProfile();
+  return state;
 }
 
-void ParameterUndo::Apply(const Values& values) {
-  for (const auto& [id, text] : values) {
-    ConfigElement* element = m_instance.GetConfig().find(id);
+}  // namespace
+
+ParameterUndo::ParameterUndo(Instance& instance)
+    : StateUndo(StateOf(instance)), m_instance(instance) {}
+
+ParameterState ParameterUndo::Present() {
+  const Instance* const instance = m_instance.Get();
+  return instance ? StateOf(*instance) : ParameterState();
+}
+
+void ParameterUndo::Apply(const ParameterState& state) {
+  Instance* const instance = m_instance.Get();
+  if (!instance) return;
+  for (const auto& [id, text] : state.values) {
+    ConfigElement* element = instance->GetConfig().find(id);
     std::string problem;
     if (element && element->valueText() != text && element->setValueText(text, problem))
       element->apply();
   }
-  m_instance.RefreshConfig();
-}
-
-void ParameterUndo::Exchange() {
-  Values present = Present();
-  std::string profile = m_instance.GetCurrentProfile();
-  Apply(m_saved);
-  m_instance.SetCurrentProfile(m_savedProfile);
-  m_saved = std::move(present);
-  m_savedProfile = std::move(profile);
-}
-
-void ParameterUndo::Undo(bool keep) {
-  if (!keep) {
-    Apply(m_saved);
-    m_instance.SetCurrentProfile(m_savedProfile);
-  } else if (!m_swapped) {
-    Exchange();
-    m_swapped = true;
-  }
-}
-
-void ParameterUndo::Redo() {
-  if (!m_swapped) return;
-  Exchange();
-  m_swapped = false;
+  instance->SetCurrentProfile(state.profile);
+  instance->RefreshConfig();
 }
 
 }  // namespace orv::rws::core

@@ -5,30 +5,28 @@
 #include <utility>
 #include <vector>
 
-#include "core/interface/CUndo.h"
+#include "core/InstanceHandle.h"
+#include "core/StateUndo.h"
 
 namespace orv::rws::core {
 
-class Instance;
+/// All parameters of an instance.
+struct ParameterState {
+  std::vector<std::pair<int, std::string>> values;  ///< element id and text
+  std::string profile;                              ///< name of the one that was applied last
+};
 
-/// Saves all parameter values of an instance at construction. Undo and redo write the values that
-/// differ and tell the rig by the label, as an edit does. The instance must outlive the step's use.
-class ParameterUndo : public CUndo {
+/// Saved before an edit. Undo and redo write the values that differ and tell the rig by the label,
+/// as an edit does.
+class ParameterUndo : public StateUndo<ParameterState> {
  public:
   explicit ParameterUndo(Instance& instance);
-  void Undo(bool keep) override;
-  void Redo() override;
 
  private:
-  using Values = std::vector<std::pair<int, std::string>>;
-  Values Present() const;
-  void Apply(const Values& values);
-  void Exchange();
+  ParameterState Present() override;
+  void Apply(const ParameterState& state) override;
 
-  Instance& m_instance;
-  Values m_saved;
-  std::string m_savedProfile;
-  bool m_swapped = false;
+  InstanceHandle m_instance;
 };
 
 }  // namespace orv::rws::core

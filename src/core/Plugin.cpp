@@ -74,9 +74,13 @@ Instance* Plugin::CreateInstance(const std::string& name) {
   // An instance that is dropped here ends its rig.
   std::unique_ptr<Instance> instance(MakeInstance(name));
   if (!instance || instance->GetRig()->Define() != 0) return nullptr;
-  if (instance->GetRig()->Create() != 0) return nullptr;
+  if (instance->GetRig()->Create() != 0) {
+    m_core.DiscardNodes(*instance);
+    return nullptr;
+  }
 
   RecordDefaults(*instance);
+  GetConfigProfiles().Apply(kFactorySettings, *instance);
   GetConfigProfiles().Apply(kStartProfile, *instance);
   GetInputProfiles().Apply(kStartProfile, instance->GetProperties());
 

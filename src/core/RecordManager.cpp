@@ -8,6 +8,7 @@
 #include "adaptor/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
+#include "core/HostTimeUndo.h"
 #include "core/Instance.h"
 #include "core/ResimulateWindow.h"
 #include "core/UserInterface.h"
@@ -116,6 +117,8 @@ void RecordManager::StartInstances(double t) {
   }
   drivers.activateAll();
   m_deviceGeneration = drivers.generation();
+  // Devices may have come since the mappings were loaded.
+  for (Instance* instance : core.List(false)) instance->GetProperties().rebind();
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Start(t);
 }
 
@@ -144,7 +147,9 @@ int RecordManager::StartRecording() {
   AdaptorInterface& adaptor = *core.GetAdaptor();
   HideHighPolyModels();
   BeginTake("Record");
-  m_startTime = SnapToFrame(adaptor.GetCurrentTime());
+  adaptor.PushUndo(new HostTimeUndo(adaptor));
+  m_hostTime = adaptor.GetCurrentTime();
+  m_startTime = SnapToFrame(m_hostTime);
   double rangeStart = 0.0;
   adaptor.GetTimeRange(rangeStart, m_endTime);
   m_clock = m_startTime;
@@ -171,12 +176,15 @@ void RecordManager::StopRecording() {
   if (!m_bRecording || m_bResimulating) return;
   HideCountdown();
   KillTimer(kTakeTimer);
+  const bool inCountdown = m_clock < m_startTime;
   m_clock = std::max(m_clock, m_startTime);
   const double t = m_frame * GetFrameDuration();
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Stop(t);
   EndTake();
   ShowHighPolyModels();
-  GetCore()->GetAdaptor()->TakeEnded();
+  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  if (inCountdown) adaptor.SetCurrentTime(m_hostTime);
+  adaptor.TakeEnded();
 }
 
 void RecordManager::OnTimer(int id, unsigned elapsedMs) {
@@ -349,7 +357,7 @@ void RecordManager::ShowSlowFactor() {
 int RecordManager::Resimulate(double from, double to) {
   if (const int refused = BeginResimulation(from, to)) return refused;
   if (!m_pResimulateWindow) m_pResimulateWindow = std::make_unique<ResimulateWindow>(*this);
-  m_pResimulateWindow->Open(m_startTime, m_endTime);
+  m_pResimulateWindow->Open(m_startTime);
   return 0;
 }
 

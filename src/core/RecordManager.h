@@ -108,7 +108,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   bool m_bFirstTick = true;
   double m_slowFactor = 1.0;  ///< a power of two
   double m_startTime = 0.0;
-  double m_endTime = 0.0;  ///< grows during a take
+  double m_hostTime = 0.0;  ///< the host's time when the take was asked for
+  double m_endTime = 0.0;   ///< grows during a take
   double m_fixedFrameDuration = 0.04;
   bool m_bFixedFrameDuration = false;
   std::vector<Instance*> m_instances;

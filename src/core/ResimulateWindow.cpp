@@ -16,8 +16,10 @@ constexpr double kSlicePeriod = 1.0;         ///< s
 constexpr unsigned kSliceLength = 500;       ///< ms of work per slice
 constexpr unsigned kRefreshInterval = 2000;  ///< ms between two refreshes of the views
 
+/// Before the first frame is done nothing is known of the time.
 std::string RemainingText(int seconds) {
-  return std::to_string(seconds / 60) + " minutes and " + std::to_string(seconds % 60);
+  if (seconds < 0) return "99 hrs and 59 minutes";
+  return std::to_string(seconds / 60) + " minutes and " + std::to_string(seconds % 60) + " seconds";
 }
 
 }  // namespace
@@ -25,7 +27,7 @@ std::string RemainingText(int seconds) {
 RecordManager::ResimulateWindow::ResimulateWindow(RecordManager& manager)
     : MessageNode("ResimulateWindow"), m_manager(manager) {}
 
-void RecordManager::ResimulateWindow::Open(double from, double to) {
+void RecordManager::ResimulateWindow::Open(double from) {
   CoreImplementation& core = *m_manager.GetCore();
   m_startTick = m_manager.tickCount();
   m_lastRefreshTick = m_startTick;
@@ -35,17 +37,8 @@ void RecordManager::ResimulateWindow::Open(double from, double to) {
     m_pView.reset(core.GetUserInterface()->CreateResimulationView());
   const bool canShow = core.GetAdaptor()->CanShowFramesDuringRun();
   m_bUpdateViewport = canShow && core.GetPreferences().updateViewport;
-  if (m_pView) {
-    m_pView->Open(canShow, m_bUpdateViewport);
-    ResimulationStatus status;
-    status.title = "0 % - 99 hrs and 59 minutes";
-    status.currentFrame = "Current frame: 0";
-    status.range = "Resimulating frame " + std::to_string(FrameAt(from)) + " to " +
-                   std::to_string(FrameAt(to)) + "...";
-    status.framesDone = "0 out of " + std::to_string(FrameAt(to) - FrameAt(from)) + " frames.";
-    status.remaining = "99 hrs and 59 minutes.";
-    m_pView->SetStatus(status);
-  }
+  if (m_pView) m_pView->Open(canShow, m_bUpdateViewport);
+  UpdateTexts();
   StartTimer(kSliceTimer, kSlicePeriod);
 }
 
@@ -105,13 +98,13 @@ void RecordManager::ResimulateWindow::UpdateTexts() {
   ResimulationStatus status;
   status.progress = progress;
   const std::string remaining = RemainingText(m_remainingSeconds);
-  status.title = std::to_string(std::lround(progress * 100.0f)) + "% - " + remaining + " seconds";
+  status.title = std::to_string(std::lround(progress * 100.0f)) + "% - " + remaining;
   status.range =
       "Resimulating frame " + std::to_string(first) + " to " + std::to_string(last) + "...";
   status.currentFrame = "Current frame: " + std::to_string(current);
   status.framesDone =
       std::to_string(current - first) + " out of " + std::to_string(last - first) + " frames.";
-  status.remaining = remaining + " seconds.";
+  status.remaining = remaining + ".";
   m_pView->SetStatus(status);
 }
 

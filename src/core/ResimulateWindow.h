@@ -19,8 +19,8 @@ class RecordManager::ResimulateWindow : public util::DynamicObject,
  public:
   explicit ResimulateWindow(RecordManager& manager);
 
-  /// Opens the dialog for a run from `from` to `to` (s) and starts the timer.
-  void Open(double from, double to);
+  /// Opens the dialog for the run that has begun at `from` (s) and starts the timer.
+  void Open(double from);
   /// Stops the timer and closes the dialog; the object stays for the next run.
   void Close();
   void OnTimer(int id, unsigned elapsedMs) override;
@@ -42,7 +42,7 @@ class RecordManager::ResimulateWindow : public util::DynamicObject,
   bool m_bUpdateViewport = false;
   int m_remainingSeconds = kUnknownRemaining;
 
-  static constexpr int kUnknownRemaining = (99 * 60 + 59) * 60;
+  static constexpr int kUnknownRemaining = -1;
 };
 
 }  // namespace orv::rws::core

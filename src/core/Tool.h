@@ -47,7 +47,7 @@ class Tool : public QObject,
   /// Name of the documentation page, the id and ".html".
   virtual std::string GetDocumentationPage() = 0;
   /// Makes a new rig with its scene nodes, profiles and row. The row owns the instance. An empty
-  /// name gets a default. Null when the rig refused; then its scene nodes are the caller's to undo.
+  /// name gets a default. Null when the rig refused; then its scene nodes are gone.
   virtual Instance* CreateInstance(const std::string& name) = 0;
   /// Makes rig and instance and no more: neither Define nor a row. The caller owns the instance.
   virtual Instance* MakeInstance(const std::string& name) = 0;
@@ -65,7 +65,7 @@ class Tool : public QObject,
   ConfigProfileManager& GetConfigProfiles() { return m_configProfiles; }
   InputProfileManager& GetInputProfiles() { return m_inputProfiles; }
 
-  /// Makes the values of an instance that has just been defined "Factory Settings", and, where
+  /// Makes the values of an instance that has just been created "Factory Settings", and, where
   /// there is none, "Start Profile". Both live in memory.
   void RecordDefaults(Instance& instance);
 

@@ -171,6 +171,11 @@ void XMLFileManager::PutInMemory(const std::string& name, Tag document) {
   profile.document.setAttribute("name", name);
 }
 
+bool XMLFileManager::IsInMemory(const std::string& name) const {
+  const auto found = m_profiles.find(name);
+  return found != m_profiles.end() && found->second.origin == Origin::kMemory;
+}
+
 void XMLFileManager::Put(const std::string& name, Tag document) {
   Profile& profile = m_profiles[name];
   profile.document = std::move(document);

@@ -97,6 +97,7 @@ class XMLFileManager {
   ProfileResult ImportFile(const std::string& path, bool overwrite,
                            const std::function<void(util::xml::Tag&)>& prepare);
   void PutInMemory(const std::string& name, util::xml::Tag document);
+  bool IsInMemory(const std::string& name) const;
 
  private:
   using Profiles = std::map<std::string, Profile>;

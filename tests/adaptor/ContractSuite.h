@@ -521,7 +521,7 @@ TEST_P(AdaptorContract, WritesPosesOutsideATake) {
   ExpectNear(World(body, 2.0), Pose(0, 1, 0));
   ExpectNear(World(body, 3.0), Pose(0, 2, 0));
   Place(body, 2.0, Pose(0, 7, 0));
-  ExpectNear(World(body, 2.0), Pose(0, 7, 0), "a placed node with keys");
+  ExpectNear(World(body, 2.0), Pose(0, 1, 0), "a placed node follows its keys");
   ExpectNear(World(body, 3.0), Pose(0, 2, 0));
   adaptor.HostUndo();
   ExpectNear(World(body, 2.0), Pose(6, 5, 5, 60.0, 1.5));
@@ -584,7 +584,7 @@ TEST_P(AdaptorContract, RetakesFromTheMiddleAndTouchesNothingElse) {
   Key(resting, Frame(9), Pose(9, 0, 0));
   CoreNode* const mover = fixture->UserNode("Mover");
   Take(body, 0, 20);
-  Place(body, Frame(8), Pose(8, 9, 0));  // an edit before the retake stays
+  Key(body, Frame(8), Pose(8, 9, 0));  // an edit before the retake stays
   Take(body, 10, 12);
   ExpectNear(World(body, Frame(8)), Pose(8, 9, 0));
   for (const int i : {1, 9, 10, 11, 12}) ExpectNear(World(body, Frame(i)), Pose(i, 2, 0, 3.0 * i));

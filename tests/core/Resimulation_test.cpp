@@ -134,6 +134,11 @@ TEST_F(Resimulation, ADeviceThatIsUnpluggedInATakeLeavesItsInputAtTheOffsetUntil
   input.offset = 0.125;
   input.deadzone = 0.0;
   input.assign(pad->control(0));
+  delete pad;
+  Take(1);
+  pad = new Pad;  // between two takes
+  plugin.log.inputs.clear();
+  adaptor.time = 0.0;
   core.StartRecording();
   unsigned ms = 0;
   const auto run = [&](int frames) {
@@ -156,7 +161,8 @@ TEST_F(Resimulation, ADeviceThatIsUnpluggedInATakeLeavesItsInputAtTheOffsetUntil
   delete pad;
 }
 
-TEST_F(Resimulation, AnInputWithoutATrackReadsItsDefault) {
+TEST_F(Resimulation, AnInputWithoutATrackReadsItsDefaultAndMayComeAtAnyStart) {
+  plugin.ways.growsAtStart = true;
   Take(5);
   instance->AddInput("Late", 7)->offset = 0.25;
   Resimulate(0.0, 0.2);
@@ -164,6 +170,8 @@ TEST_F(Resimulation, AnInputWithoutATrackReadsItsDefault) {
   EXPECT_EQ(instance->GetTracks().size(),
             static_cast<std::size_t>(instance->GetProperties().count()));
   EXPECT_EQ(instance->FindInput("Late")->read(), 0.25);
+  EXPECT_EQ(instance->FindInput("Late1")->control, nullptr);
+  EXPECT_EQ(instance->GetTracks()[3].samples.size(), 5u) << "of the input that came with the take";
 }
 
 TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
@@ -175,6 +183,13 @@ TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
   const double end = plugin.last->gain;
   EXPECT_NEAR(end, 1.0 + 10 * 0.3, 1e-12);
   EXPECT_EQ(plugin.last->count, 6);  // a spinner of whole numbers turns too
+  plugin.log.callbacks.clear();
+  adaptor.time = 0.4;
+  dial.current = 0.0;
+  Take(2);
+  EXPECT_EQ(plugin.log.callbacks, (std::vector<std::string>{"Gain", "Count", "Gain", "Count"}))
+      << "a rate of 0";
+  ASSERT_TRUE(adaptor.HostUndo());
 
   // Beyond the take the last input goes on; the next run begins at the same place all the same.
   Resimulate(0.0, 0.8);
@@ -206,14 +221,35 @@ TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
   EXPECT_EQ(plugin.last->count, 3);
 }
 
+/// Keeps the texts that it was last given.
+struct FakeUi : rws::core::UserInterface {
+  rws::core::ResimulationStatus status;
+  struct View : rws::core::ResimulationView {
+    explicit View(FakeUi& o) : owner(o) {}
+    void Open(bool, bool) override {}
+    void SetStatus(const rws::core::ResimulationStatus& s) override { owner.status = s; }
+    void SetProgress(float) override {}
+    void Close() override {}
+    FakeUi& owner;
+  };
+  rws::core::ResimulationView* CreateResimulationView() override { return new View(*this); }
+  int MessageBox(const std::string&, const std::string&, unsigned) override { return 1; }
+};
+
 TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
+  FakeUi ui;
+  core.SetUserInterface(&ui);
   adaptor.rangeEnd = 10.0;
   Take(5);
   unsigned now = 0;
   core.tickCount = [&now] { return now += 10; };  // ten milliseconds pass at every look
   plugin.log.steps.clear();
-  ASSERT_EQ(core.Resimulate(0.0, 4.0), 0);
+  ASSERT_EQ(core.Resimulate(2.0, 4.0), 0);
   EXPECT_TRUE(plugin.log.steps.empty());
+  EXPECT_EQ(ui.status.title, "0% - 99 hrs and 59 minutes");
+  EXPECT_EQ(ui.status.range, "Resimulating frame 50 to 100...");
+  EXPECT_EQ(ui.status.currentFrame, "Current frame: 50");
+  EXPECT_EQ(ui.status.framesDone, "0 out of 50 frames.");
   core.EndResimulation();  // the stop button in the first second
   EXPECT_TRUE(plugin.log.steps.empty());
 
@@ -229,21 +265,54 @@ TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
   window.OnTimer(1, 0);
   EXPECT_FALSE(core.IsResimulating());
   EXPECT_EQ(plugin.log.steps.size(), 100u);
+  core.SetUserInterface(nullptr);
 }
 
-TEST_F(Resimulation, StepsOfARigThatIsGoneDoNothing) {
+TEST_F(Resimulation, UndoReachesARigThatWasDeletedAndBroughtBack) {
+  std::string problem;
+  ASSERT_TRUE(core.EditParameter(*instance, Element("Gain").id(), "7", problem));
   Take(5);
+  const auto taken = instance->GetTracks();
   plugin.last->m_pInterface->PushUndo(nullptr);
-  core.Delete(core.Find(instance->GetInstanceName()), true);
-  ASSERT_TRUE(adaptor.HostUndo());  // rebuilt from its record, under the same name
-  Instance* rebuilt = core.FindInstance("Probe_01");
-  ASSERT_NE(rebuilt, nullptr);
-  EXPECT_EQ(rebuilt->GetTracks().back().samples.size(), 5u);
-  ASSERT_TRUE(adaptor.HostUndo());  // the take of the rig that was deleted
-  EXPECT_EQ(rebuilt->GetTracks().back().samples.size(), 5u);
+  core.Delete(core.Find("Probe_01"), true);
+  ASSERT_TRUE(adaptor.HostUndo());  // rebuilt from its record
+  instance = core.FindInstance("Probe_01");
+  ASSERT_NE(instance, nullptr);
+  EXPECT_EQ(instance->GetTracks(), taken);
+  for (const bool again : {false, true}) {
+    ASSERT_TRUE(adaptor.HostUndo());
+    for (const auto& track : instance->GetTracks()) EXPECT_TRUE(track.samples.empty());
+    EXPECT_EQ(plugin.log.forgotten.size(), again ? 2u : 1u) << "its own step is gone";
+    ASSERT_TRUE(adaptor.HostRedo());
+    EXPECT_EQ(instance->GetTracks(), taken);
+  }
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(plugin.last->gain, 7.0);
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_EQ(plugin.last->gain, 1.0);
+}
+
+TEST_F(Resimulation, ARequestThatIsRefusedInATakeLeavesTheTakeAlone) {
+  core.StartRecording();
+  core.OnTimer(RecordManager::kTakeTimer, 0);
+  std::string problem;
+  EXPECT_EQ(core.LoadProfile("Probe_01", "Absent"), "there is no profile \"Absent\"");
+  EXPECT_FALSE(core.EditParameter(*instance, Element("Gain").id(), "much", problem));
+  plugin.ways.failRestore = 1;
+  EXPECT_EQ(core.CloneTool("Probe_01", problem), "");
+  plugin.ways.failCreate = 1;
+  EXPECT_EQ(core.CreateTool("Probe"), "");
+  plugin.ways.failDefine = 1;
+  EXPECT_EQ(core.CreateTool("Probe"), "");
+  core.OnTimer(RecordManager::kTakeTimer, 40);
+  core.StopRecording();
+  EXPECT_EQ(core.List(false).size(), 1u);
+  EXPECT_EQ(instance->GetTracks().back().samples.size(), 2u);
+  EXPECT_EQ(adaptor.events.back(), "end");
 }
 
 TEST_F(Resimulation, NamesCountUpAndRefuseWhatCannotBeAName) {
+  EXPECT_EQ(core.CreateTool("Unheard of"), "");
   EXPECT_EQ(core.CreateTool("Probe"), "Probe_02");
   EXPECT_EQ(core.UniqueName("Probe_01"), "Probe_03");
   EXPECT_EQ(core.UniqueName("Probe_09"), "Probe_09");
@@ -256,17 +325,6 @@ TEST_F(Resimulation, NamesCountUpAndRefuseWhatCannotBeAName) {
   EXPECT_EQ(core.List(false)[1]->GetInstanceName(), "Probe_99");
   ASSERT_TRUE(adaptor.HostUndo());
   EXPECT_EQ(core.List(false)[1]->GetInstanceName(), "Probe_02");
-  core.MoveBefore(core.Find("Probe_02"), core.Find("Probe_01"));
-  EXPECT_EQ(core.List(false)[0]->GetInstanceName(), "Probe_02");
-  ASSERT_TRUE(adaptor.HostUndo());
-  EXPECT_EQ(core.List(false)[0]->GetInstanceName(), "Probe_01");
-}
-
-TEST_F(Resimulation, ARigThatRefusesLeavesNothingBehind) {
-  plugin.failDefine = 1;
-  EXPECT_EQ(core.CreateTool("Probe"), "");
-  EXPECT_EQ(core.CreateTool("Unheard of"), "");
-  EXPECT_EQ(core.List(false).size(), 1u);
 }
 
 TEST_F(Resimulation, TheInterfaceAnswersItsOddCallsAsTold) {
@@ -281,8 +339,8 @@ TEST_F(Resimulation, TheInterfaceAnswersItsOddCallsAsTold) {
   EXPECT_FALSE(instance->HasExtension(99));
   std::vector<int> codes;
   instance->GetExtensions(codes);
-  EXPECT_EQ(codes, (std::vector<int>{40, 64, 41, 43, 58, 38, 39}));
-  EXPECT_EQ(instance->Extension(61, nullptr, nullptr), 0);
+  EXPECT_EQ(codes, (std::vector<int>{41, 43, 58, 38, 39}));
+  for (const int code : {40, 61, 64}) EXPECT_EQ(instance->Extension(code, nullptr, nullptr), 0);
   EXPECT_NE(instance->Extension(43, nullptr, nullptr), 0);
 }
 

@@ -70,18 +70,24 @@ class Tools : public testing::Test {
 };
 
 TEST_F(Tools, ANewInstanceHasItsProfilesInMemoryAndWritesNothing) {
+  plugin.ways.gainOfCreate = 2.0;
   Instance& first = Create();
   EXPECT_EQ(first.GetCurrentProfile(), "Start Profile");
   EXPECT_EQ(tool->GetConfigProfiles().GetNames(),
             (std::vector<std::string>{"Factory Settings", "Start Profile"}));
   EXPECT_EQ(tool->GetInputProfiles().GetNames(), std::vector<std::string>{"Start Profile"});
-  EXPECT_EQ(plugin.log.callbacks, (std::vector<std::string>{"Gain", "Count", "On"}));
+  EXPECT_EQ(plugin.log.callbacks,
+            (std::vector<std::string>{"Gain", "Count", "On", "Gain", "Count", "On"}))
+      << "both profiles";
   EXPECT_EQ(tool->GetInstances(), std::vector<Instance*>{&first});
 
   plugin.last->gain = 9.0;
-  EXPECT_EQ(tool->GetConfigProfiles().Apply("Factory Settings", first), "");
-  EXPECT_EQ(plugin.last->gain, 1.0);
-  EXPECT_NE(tool->GetConfigProfiles().Apply("Absent", first), "");
+  core->Delete(core->Find(first.GetInstanceName()), true);
+  ASSERT_TRUE(adaptor.HostUndo());  // a rig that is loaded knows no values after Create
+  EXPECT_EQ(plugin.last->gain, 9.0);
+  EXPECT_EQ(core->LoadProfile("Probe_01", "Factory Settings"), "");
+  EXPECT_EQ(plugin.last->gain, 2.0);
+  EXPECT_NE(tool->GetConfigProfiles().Apply("Absent", *core->List(false)[0]), "");
   EXPECT_TRUE(std::filesystem::is_empty(folder.path));
   EXPECT_EQ(tool->GetDataPath(), folder.path + "/data/Probe");
   EXPECT_EQ(tool->GetDocumentationPage(), "Probe.html");

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -36,8 +37,9 @@ class RigScene {
   using Matrix = util::Matrix<double>;
   using Poses = std::map<std::string, std::vector<Matrix>>;  ///< by node, one a frame
 
-  RigScene(const std::string& kind, double fps)
-      : session(rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin) {
+  RigScene(const std::string& kind, double fps,
+           const std::vector<rws::CCameraPlugin*>& kinds = rws::addon::AllRigs())
+      : session(kinds, rws::addon::MakeTemplatePlugin) {
     StartQt();
     session.GetCore().runEventQueue = [] {};
     scene().setFrameRate(fps);
@@ -68,8 +70,9 @@ class RigScene {
   rws::adaptor::headless::Scene& scene() { return session.GetScene(); }
   double Frame(int i) { return i * core().GetFrameDuration(); }
 
-  /// A take over the frames `first` to `last`, the sticks moved per frame.
-  void Take(int first, int last) {
+  /// A take over the frames `first` to `last`, the sticks moved per frame; `within` is called once
+  /// it runs.
+  void Take(int first, int last, const std::function<void()>& within = {}) {
     session.GetAdaptor().SetCurrentTime(Frame(first));
     const auto move = [&](int frame) {
       for (std::size_t i = 0; i < m_sticks.size(); ++i)
@@ -77,6 +80,7 @@ class RigScene {
     };
     move(first);
     ASSERT_EQ(core().StartRecording(), 0);
+    if (within) within();
     unsigned ms = 0;
     while (core().IsRecording() && core().FrameIndex(core().GetFrameTime()) < last) {
       move(core().FrameIndex(core().GetFrameTime()) + 1);
@@ -103,6 +107,10 @@ class RigScene {
     std::string error;
     ASSERT_TRUE(session.Open(m_path, error)) << error;
     for (const std::string& warning : session.TakeWarnings()) ADD_FAILURE() << warning;
+    MeetAgain();
+  }
+  /// The rig was built anew.
+  void MeetAgain() {
     rig = core().FindInstance("Rig");
     ASSERT_TRUE(rig);
     BindSticks();

@@ -4,6 +4,7 @@
 #include "core/InstanceManager.h"
 #include "core/Resources.h"
 #include "core/interface/CCameraPlugin.h"
+#include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
 #include "rigs/RigSuite.h"
 #include "support/Templates.h"
 
@@ -141,20 +142,72 @@ TEST_P(Rigs, ARenamedAndAClonedRigGoOnAsTheSame) {
 
 TEST_P(Rigs, ADeletedRigLeavesNoNodeAndUndoBringsAllOfItBack) {
   auto world = NewScene();
+  world->Take(10, 25);
+  const auto onlyTake = world->PosesOf(0, 25);
+  world = nullptr;  // one core at a time
+  world = NewScene();
+  const auto fresh = world->PosesOf(0, 25);
   world->Take(0, 20);
   const std::string before = world->Saved();
   auto& manager = static_cast<rws::core::InstanceManager&>(world->core());
+  auto& adaptor = world->session.GetAdaptor();
   manager.Delete(manager.Find("Rig"), true);
   EXPECT_TRUE(world->PosesOf(0, 0).empty());
   EXPECT_TRUE(manager.List(false).empty());
-  ASSERT_TRUE(world->session.GetAdaptor().HostUndo());
+  ASSERT_TRUE(adaptor.HostUndo());
   EXPECT_EQ(world->Saved(), before);
   world->Resimulate(0, 20);
   EXPECT_EQ(world->Saved(), before);
-  // Steps of the rig that was can't reach the one that is.
-  while (world->session.GetAdaptor().HostUndo()) {
+  // Steps of the rig that was can't reach the one that is: it forgets what they would take back.
+  ASSERT_TRUE(adaptor.HostUndo() && adaptor.HostUndo());
+  world->MeetAgain();
+  for (const auto& track : world->rig->GetTracks()) EXPECT_TRUE(track.samples.empty());
+  EXPECT_EQ(world->PosesOf(0, 25), fresh);
+  world->Take(10, 25);
+  EXPECT_EQ(world->PosesOf(0, 25), onlyTake);
+  while (adaptor.HostUndo()) {
   }
   EXPECT_TRUE(manager.List(false).empty());
+}
+
+/// Fails, when told to, after it has made or found its nodes.
+class FragilePlugin : public rws::addon::CSteadyCamPlugin {
+ public:
+  struct Rig : rws::addon::CSteadyCamObject {
+    Rig(const rws::CreationRecord& record, const int& fails)
+        : CSteadyCamObject(record), fails(fails) {}
+    int Create() override { return CSteadyCamObject::Create() + fails; }
+    int Restore() override { return CSteadyCamObject::Restore() + fails; }
+    const int& fails;
+  };
+  rws::CCamera* CreateObject(const rws::CreationRecord& record) override {
+    return new Rig(record, fails);
+  }
+  int fails = 0;
+};
+
+TEST(RigsInATake, WhatIsRefusedCostsNeitherTheTakeNorANode) {
+  FragilePlugin kind;
+  RigScene::Poses expected;
+  {
+    RigScene undisturbed("SteadyCam", 25.0, {&kind});
+    undisturbed.Take(0, 20);
+    expected = undisturbed.PosesOf(0, 20);
+  }
+  RigScene world("SteadyCam", 25.0, {&kind});
+  const std::string fresh = world.Saved();
+  world.Take(0, 20, [&] {
+    const std::size_t nodes = world.scene().nodeCount();
+    kind.fails = 1;
+    std::string problem;
+    EXPECT_EQ(world.core().CreateTool("SteadyCam"), "");
+    EXPECT_EQ(world.core().CloneTool("Rig", problem), "");
+    EXPECT_NE(problem, "");
+    EXPECT_EQ(world.scene().nodeCount(), nodes);
+  });
+  EXPECT_EQ(world.PosesOf(0, 20), expected);
+  ASSERT_TRUE(world.session.GetAdaptor().HostUndo());
+  EXPECT_EQ(world.Saved(), fresh);
 }
 
 TEST_P(Rigs, EveryProfileThatComesWithTheRigCanBeAppliedAndUndone) {

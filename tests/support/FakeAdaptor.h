@@ -66,13 +66,20 @@ class FakeAdaptor : public rws::AdaptorInterface {
   }
   bool EndUndoBlock() override {
     if (m_depth > 0 && --m_depth == 0) {
-      m_done.push_back(std::move(m_open));
+      if (m_cancelled)
+        for (auto step = m_open.rbegin(); step != m_open.rend(); ++step) (*step)->Undo(true);
+      else
+        m_done.push_back(std::move(m_open));
       m_open.clear();
-      events.push_back("end");
+      events.push_back(m_cancelled ? "cancel" : "end");
+      m_cancelled = false;
     }
     return true;
   }
-  bool CancelUndoBlock() override { return EndUndoBlock() && HostUndo(); }
+  bool CancelUndoBlock() override {
+    m_cancelled = m_depth > 0;
+    return EndUndoBlock();
+  }
   bool IsUndoBlockOpen() override { return m_depth > 0; }
   bool HostUndo() override {
     if (m_done.empty()) return false;
@@ -122,6 +129,7 @@ class FakeAdaptor : public rws::AdaptorInterface {
   static Step Own(rws::CUndo* step) { return Step(step); }
 
   int m_depth = 0;
+  bool m_cancelled = false;
   std::vector<Step> m_open;
   std::vector<std::vector<Step>> m_done;
   std::vector<std::vector<Step>> m_undone;

@@ -217,6 +217,8 @@ class FakeInterface : public rws::CInterface {
     messages.push_back(text);
     return 0;
   }
+  void PublishOutput(unidevice::Property*) override {}
+  void RecordInputsAtStart() override {}
 
  private:
   struct Snapshot : rws::CSnapshot {

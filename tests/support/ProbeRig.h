@@ -22,11 +22,23 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
     int stops = 0;
     int updates = 0;
     std::vector<std::string> callbacks;
+    std::vector<double> forgotten;  ///< starts of takes
+  };
+  /// What a rig may do beside its work.
+  struct Ways {
+    int failDefine = 0, failCreate = 0, failRestore = 0;
+    double gainOfCreate = 1.0;
+    bool growsAtStart = false;  ///< an input a take
   };
 
-  ProbeRig(const rws::CreationRecord& record, Log& log) : CCamera(record), m_log(log) {}
+  ProbeRig(const rws::CreationRecord& record, Log& log, const Ways& ways)
+      : CCamera(record), m_log(log), m_ways(ways) {}
 
-  void Start(double time) override { m_log.starts.push_back(time); }
+  void Start(double time) override {
+    m_log.starts.push_back(time);
+    if (m_ways.growsAtStart)
+      m_pInterface->AddInput("Late" + std::to_string(m_log.starts.size()), 7);
+  }
   void Stop() override { ++m_log.stops; }
   void Step(double time) override {
     m_log.steps.push_back(time);
@@ -43,32 +55,34 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
     m_pInterface->EndGroup();
     m_pInterface->EndConfig();
     m_input = m_pInterface->AddInput("Input", 7);
-    return failDefine;
+    return m_ways.failDefine;
   }
-  int Create() override { return 0; }
-  int Restore() override { return 0; }
+  int Create() override {
+    gain = m_ways.gainOfCreate;
+    return m_ways.failCreate;
+  }
+  int Restore() override { return m_ways.failRestore; }
   int Store() override {
     m_pInterface->SetUserData(&gain, sizeof gain);
     return 0;
   }
   void OnCallback(std::string name) override { m_log.callbacks.push_back(name); }
+  void Forget(double time) override { m_log.forgotten.push_back(time); }
 
   double gain = 1.0;
   int count = 3;
   bool on = false;
-  int failDefine = 0;
 
  private:
   unidevice::Property* m_input = nullptr;
   Log& m_log;
+  const Ways& m_ways;
 };
 
 class ProbePlugin : public rws::CCameraPlugin {
  public:
   rws::CCamera* CreateObject(const rws::CreationRecord& record) override {
-    last = new ProbeRig(record, log);
-    last->failDefine = failDefine;
-    return last;
+    return last = new ProbeRig(record, log, ways);
   }
   std::string GetId() override { return "Probe"; }
   std::string GetName() override { return "Orvel Probe"; }
@@ -78,8 +92,8 @@ class ProbePlugin : public rws::CCameraPlugin {
 
   ProbeRig* last = nullptr;  ///< the rig made last; its instance owns it
   ProbeRig::Log log;
+  ProbeRig::Ways ways;
   std::string category = "Accessory";
-  int failDefine = 0;
 };
 
 }  // namespace orv::tests

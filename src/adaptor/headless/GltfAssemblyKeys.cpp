@@ -193,7 +193,8 @@ void GltfWriter::Assembly::noteChanges() {
 
 bool GltfWriter::Assembly::somethingChanged() const {
   return m_document == nullptr || m_scene.m_hadRecord || !m_scene.m_rigs.empty() ||
-         m_scene.m_rateIsChosen || m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
+         !m_scene.m_rows.empty() || m_scene.m_rateIsChosen ||
+         m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
          m_scene.m_rangeEnd != m_scene.m_sourceRange[1] || m_touched;
 }
 
@@ -224,6 +225,10 @@ void GltfWriter::Assembly::writeRecord() {
     record.erase("rigs");
   else
     record["rigs"] = std::move(rigs);
+  if (m_scene.m_rows.empty())
+    record.erase("rows");
+  else
+    record["rows"] = m_scene.m_rows;
   Json exact = exactJson();
   if (exact.is_null())
     record.erase("exact");

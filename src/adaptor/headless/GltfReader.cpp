@@ -475,6 +475,12 @@ class GltfReader::Builder {
         warn(place.in("range"), "is no pair of times; the keys' range is used");
     }
     readRigs(*record, place);
+    if (const Json* rows = member(*record, "rows")) {
+      if (rows->is_string())
+        m_scene->m_rows = rows->get<std::string>();
+      else
+        warn(place.in("rows"), "is no text; the rigs stand without their groups");
+    }
     if (const Json* exact = member(*record, "exact")) readExact(*exact, place.in("exact"));
     m_scene->m_sourceRange[0] = m_scene->m_rangeStart;
     m_scene->m_sourceRange[1] = m_scene->m_rangeEnd;

@@ -327,8 +327,8 @@ void HeadlessNode::WriteStatic(double time, const Trs& local, bool key) {
   m_adaptor.KeepPose(*this);
   Trs pose = m_sceneNode->pose();
   for (const ChannelPath path : kPaths) {
-    if (!key && !m_sceneNode->channel(path)) {
-      CopyProperty(local, path, pose);
+    if (!key) {
+      if (!m_sceneNode->channel(path)) CopyProperty(local, path, pose);
       continue;
     }
     double numbers[4];

@@ -76,8 +76,8 @@ class HeadlessNode final : public core::CoreNode {
   /// Pose relative to the parent.
   util::Matrix<double> GetLocalPose(double time);
   /// Writes a world pose: to the buffer during a take, else as keys of all three properties with
-  /// `key`, or without it as a key of each property that has keys and as the static pose of the
-  /// others. False, with nothing changed, when the pose is not finite or the parent's has no
+  /// `key`, or without it as the static pose of those that have no keys; the others go on following
+  /// theirs. False, with nothing changed, when the pose is not finite or the parent's has no
   /// inverse (a scale of 0).
   bool SetWorldPose(double time, const util::Matrix<double>& world, bool key);
 

@@ -96,7 +96,7 @@ void HeadlessSession::LoadRigs() {
   for (std::size_t i = 0; i < records.size(); ++i) {
     std::string problem = records[i].problem;
     if (problem.empty()) problem = CompareHeads(records[i]);
-    if (problem.empty() && m_core->LoadInstance(records[i].record, -1, problem)) continue;
+    if (problem.empty() && m_core->LoadInstance(records[i].record, problem)) continue;
     m_kept.push_back({i, records[i]});
     if (!records[i].damaged()) keptNames.push_back(records[i].name);
     anyNameless = anyNameless || records[i].name.empty();
@@ -105,10 +105,22 @@ void HeadlessSession::LoadRigs() {
          " can't be opened: " + problem + " (its record is kept as it is when the scene is saved)");
   }
   m_core->SetReservedNames(keptNames);
+  LoadRows();
   adaptor.KeepTagsOf(keptNames);
   // A record that does not even tell its name could own any of the tags.
   if (!anyNameless) adaptor.GatherNodes();
   adaptor.ClearUndoHistory();
+}
+
+void HeadlessSession::LoadRows() {
+  const std::string text = GetScene().rows();
+  if (text.empty()) return;
+  util::xml::Tag rows("");
+  if (const int error = rows.loadText(text))
+    Warn(std::string("the groups of the rigs can't be read, so the rigs stand without them: ") +
+         util::xml::errorText(error));
+  else
+    m_core->ReadRows(rows);
 }
 
 bool HeadlessSession::StoreRigs(std::string& error) {
@@ -126,6 +138,9 @@ bool HeadlessSession::StoreRigs(std::string& error) {
         records.begin() + static_cast<std::ptrdiff_t>(std::min(kept.place, records.size())),
         kept.record);
   m_document->records() = std::move(records);
+  util::xml::Tag rows("");
+  m_core->WriteRows(rows);
+  GetScene().rows() = rows.children.empty() ? std::string() : rows.children.front()->toText("", "");
   return true;
 }
 

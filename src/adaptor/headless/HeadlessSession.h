@@ -47,6 +47,7 @@ class HeadlessSession {
   struct KeptRecord;
 
   void LoadRigs();
+  void LoadRows();
   bool StoreRigs(std::string& error);
   void Warn(const std::string& text) { m_warnings.push_back(text); }
 

@@ -18,8 +18,6 @@ class HeadlessSnapshot final : public PooledSnapshot<CSnapshot, HeadlessSnapshot
     return *this;
   }
 
-  /// On a node with keys the pose becomes a key at the snapshot's time: without one the next change
-  /// of the host's time would undo it.
   void SetMatrix(const double m[16]) override;
   void GetLocalMatrix(double m[16]) override;
   void GetMatrix(double m[16]) override;

@@ -89,6 +89,8 @@ class Scene {
   /// In list order.
   std::vector<RigRecord>& rigs() { return m_rigs; }
   const std::vector<RigRecord>& rigs() const { return m_rigs; }
+  /// Groups and order of the rigs, a text that only the core understands; empty without groups.
+  std::string& rows() { return m_rows; }
 
   /// Names of the file's animation clips, in its order ("" for one without a name).
   const std::vector<std::string>& clips() const { return m_clips; }
@@ -117,6 +119,7 @@ class Scene {
   double m_sourceRange[2] = {0.0, 10.0};  ///< as read or guessed at reading
   bool m_hadRecord = false;               ///< the file had a record of ours
   std::vector<RigRecord> m_rigs;
+  std::string m_rows;
   std::vector<std::string> m_clips;
   int m_evaluatedClip = -1;
   std::shared_ptr<const GltfDocument> m_document;  ///< null for a scene made in memory

@@ -40,19 +40,20 @@ bool hasKeysOffTheGrid(const headless::Scene& scene) {
 }  // namespace
 
 OnlyRigs::OnlyRigs(SceneJob& job, const std::vector<std::string>& names) {
+  if (names.empty() && job.core().List(true).empty())
+    throw Failure(job.path(), "no rig takes part in takes", "check one with rigwright check");
   if (names.empty()) return;
   std::vector<rws::core::InstanceReference*> wanted;
   for (const std::string& name : names) wanted.push_back(&job.row(name));
-  for (rws::core::Instance* instance : job.core().List(false)) {
-    rws::core::InstanceReference& row = job.row(instance->GetInstanceName());
-    m_before.emplace_back(&row, row.checked);
-    row.checked = false;
+  for (rws::core::InstanceReference* row : job.core().GetRows()) {
+    m_before.emplace_back(row, row->IsChecked());
+    row->SetChecked(row->IsGroup());
   }
-  for (rws::core::InstanceReference* row : wanted) row->checked = true;
+  for (rws::core::InstanceReference* row : wanted) row->SetChecked(true);
 }
 
 OnlyRigs::~OnlyRigs() {
-  for (const auto& [row, checked] : m_before) row->checked = checked;
+  for (const auto& [row, checked] : m_before) row->SetChecked(checked);
 }
 
 void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
@@ -126,7 +127,7 @@ std::string rangeText(const TimeSpan& span) {
 }
 
 void requireRigs(SceneJob& job) {
-  if (!job.core().List(true).empty()) return;
+  if (!job.core().List(false).empty()) return;
   throw Failure(job.path(), "the scene has no rig to step", "create one with rigwright add");
 }
 

@@ -24,7 +24,7 @@ class SceneJob;
 /// Steps only some rigs for as long as it lives; afterwards each row's check is what it was.
 class OnlyRigs {
  public:
-  /// Without names every row stays as it is.
+  /// Without names every row stays as it is; then one must be checked.
   OnlyRigs(SceneJob& job, const std::vector<std::string>& names);
   ~OnlyRigs();
   OnlyRigs(const OnlyRigs&) = delete;
@@ -62,7 +62,7 @@ CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate);
 /// Gives the scene another frame rate; keys that no longer fall on frames are told as a warning.
 void setFrameRate(SceneJob& job, double rate);
 
-/// Refuses a scene without a rig that could be stepped.
+/// Refuses a scene without a rig.
 void requireRigs(SceneJob& job);
 
 }  // namespace orv::app

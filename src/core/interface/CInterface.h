@@ -46,13 +46,6 @@ enum MessageBoxAnswer : int {
   kAnswerNo = 3,
 };
 
-/// Extension codes of CInterface that rigs use.
-enum InterfaceExtension : int {
-  kPublishOutput = 40,        ///< shows the unidevice::Property in `a`, the rig's, as an output
-  kRecordInputsAtStart = 64,  ///< asked for in Start: the inputs at the take's start, by which the
-                              ///< rig begins, are recorded like those of its frames
-};
-
 /// The core as one rig sees it; implemented by the rig's instance, which outlives the rig.
 /// Operations marked elem add to the configuration tree, in the order of the calls.
 class CInterface : public CExtendable {
@@ -154,6 +147,15 @@ class CInterface : public CExtendable {
   /// Modal box on the host's main window. Flags: MessageBoxButtons and MessageBoxIcon.
   virtual int MessageBox(std::string title, std::string text, unsigned flags) = 0;
   ~CInterface() override = default;
+
+  // Behind the slots above, whose order stays. The numbered calls of this class serve the core's
+  // template machinery alone: rigs use none.
+
+  /// In Define: shows a number of the rig, what `output` reads, to others. The rig's, not owned.
+  virtual void PublishOutput(unidevice::Property* output) = 0;
+  /// In Start: the rig begins by its inputs, so that those at the take's start are recorded like
+  /// those of its frames.
+  virtual void RecordInputsAtStart() = 0;
 };
 
 }  // namespace orv::rws

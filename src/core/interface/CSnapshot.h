@@ -10,8 +10,9 @@ namespace orv::rws {
 /// handed out by CInterface::GetSnapshot, back by ReleaseSnapshot within the same call of the rig.
 class CSnapshot : public CExtendable {
  public:
-  /// Places the node at world matrix `m` now, with no key. During a take it goes to the take's
-  /// buffer, as SetKey does.
+  /// Places the node at world matrix `m` now, with no key. A property of the node (translation,
+  /// rotation, scale) that has keys goes on following them: it can be moved by SetKey alone. During
+  /// a take the pose goes to the take's buffer, as that of SetKey does.
   virtual void SetMatrix(const double m[16]) = 0;
   /// Matrix relative to the node's parent.
   virtual void GetLocalMatrix(double m[16]) = 0;

@@ -150,6 +150,11 @@ void LinkRig::Step(double time) {
   m_actuator.Write(time, local);
 }
 
+void LinkRig::Forget(double time) {
+  for (InputFilterHistory& history : m_histories)
+    history.Forget(time, m_pInterface->GetFrameDuration());
+}
+
 void LinkRig::Update(double /*time*/) {
   m_pInterface->RefreshConfig();
 }

@@ -103,7 +103,7 @@ void CCarCamObject::Start(double time) {
   m_inTake = true;
   m_reportedSurface = false;
   cCarCam.spin.fill(0.0);
-  m_pInterface->Extension(kRecordInputsAtStart, nullptr, nullptr);
+  m_pInterface->RecordInputsAtStart();
   ReadInputs();
   if (m_reinitialize || !KeepsHistories()) m_memory.Clear();
   m_reinitialize = false;
@@ -116,6 +116,14 @@ void CCarCamObject::Start(double time) {
   WarnOfTarget();
   m_gravity.CaptureSurfaces(time);
   m_hideModes.Start();
+}
+
+void CCarCamObject::Forget(double time) {
+  if (m_memory.dStartTime > time - kFrameTolerance)
+    m_memory = CarMemory();
+  else
+    m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
+  m_gauges.velocity = m_gauges.velocityPercent = 0.0;
 }
 
 void CCarCamObject::Stop() {

@@ -89,6 +89,7 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  void Forget(double time) override;
 
   // What undo steps exchange.
   struct WheelState {

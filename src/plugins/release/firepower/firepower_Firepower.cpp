@@ -170,6 +170,13 @@ void Firepower::Start(double time) {
   m_hideModes.Start();
 }
 
+void Firepower::Forget(double time) {
+  m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
+  while (!bullets.empty() && bullets.back().creationTime > time + kFrameTolerance)
+    bullets.pop_back();
+  m_logic.timeDelayFire = m_logic.fireOffline = false;
+}
+
 void Firepower::Stop() {
   m_collision.EndFrame();
   m_hideModes.Stop();

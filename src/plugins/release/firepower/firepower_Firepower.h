@@ -44,6 +44,7 @@ class Firepower : public CCamera, public CInterface::Callback {
   int Store() override;
   void Destroy() override;
   void OnCallback(std::string name) override;
+  void Forget(double time) override;
 
  private:
   /// Where the gun stands in a frame.

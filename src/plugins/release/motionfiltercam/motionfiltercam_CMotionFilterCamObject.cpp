@@ -119,6 +119,11 @@ void CMotionFilterCamObject::Step(double time) {
   m_followCam.Step(time);
 }
 
+void CMotionFilterCamObject::Forget(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  if (ForgetTake(m_memory.ancMotionFilterCamNodeqTransMem, time, dt)) m_memory.bFirstTime = true;
+}
+
 void CMotionFilterCamObject::Update(double /*time*/) {
   m_pInterface->RefreshConfig();
 }

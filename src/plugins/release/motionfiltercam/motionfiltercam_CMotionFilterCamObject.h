@@ -75,6 +75,7 @@ class CMotionFilterCamObject : public CCamera, public CInterface::Callback {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  void Forget(double time) override;
 
  private:
   void DefineTranslations();

@@ -41,6 +41,7 @@ class CCameraRailObject : public CCamera, public CInterface::Callback {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  void Forget(double time) override { m_carriage.Forget(time); }
 
   // What undo steps exchange.
   WaypointState GetWaypointState() const;

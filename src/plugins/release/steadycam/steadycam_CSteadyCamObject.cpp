@@ -101,6 +101,11 @@ void CSteadyCamObject::Step(double time) {
   m_followCam.Step(time);
 }
 
+void CSteadyCamObject::Forget(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  if (ForgetTake(m_memory.ancSteadyCamNodeqTransMem, time, dt)) m_memory.bFirstTime = true;
+}
+
 void CSteadyCamObject::Update(double /*time*/) {
   m_pInterface->RefreshConfig();
 }

@@ -68,6 +68,7 @@ class CSteadyCamObject : public CCamera, public CInterface::Callback {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  void Forget(double time) override;
 
  private:
   SaveState LoadBlob();

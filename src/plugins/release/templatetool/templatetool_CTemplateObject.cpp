@@ -388,6 +388,11 @@ void CTemplateObject::Start(double time) {
   m_hideModes.Start();
 }
 
+void CTemplateObject::Forget(double time) {
+  const double dt = m_pInterface->GetFrameDuration();
+  for (auto& history : m_memory.histories) ForgetTake(history, time, dt);
+}
+
 void CTemplateObject::Stop() {
   m_hideModes.Stop();
 }

@@ -55,6 +55,7 @@ class CTemplateObject : public CCamera, public CInterface::Callback {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  void Forget(double time) override;
 
  private:
   /// The variable that a configuration element is bound to.

@@ -1,0 +1,267 @@
+// The tree of rows: groups, checks and order.
+#include <map>
+#include <set>
+#include <utility>
+
+#include "adaptor/AdaptorInterface.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/InstanceManager.h"
+#include "core/InstanceUndo.h"
+#include "core/NameRules.h"
+#include "util/xml/Tag.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+using util::xml::Element;
+using util::xml::Tag;
+using Rows = std::vector<RowLayout>;
+
+constexpr char kRows[] = "rows";
+constexpr char kGroup[] = "group";
+constexpr char kRig[] = "rig";
+constexpr char kName[] = "name";
+constexpr char kChecked[] = "checked";
+constexpr char kWithinItself[] = "a group can't stand within itself";
+
+/// The list in which a row stands, and where; no list when there is no such row.
+struct Place {
+  Rows* rows = nullptr;
+  std::size_t index = 0;
+
+  RowLayout& Row() const { return (*rows)[index]; }
+  Place Behind() const { return {rows, index + 1}; }
+  void Insert(RowLayout row) const {
+    rows->insert(rows->begin() + static_cast<std::ptrdiff_t>(index), std::move(row));
+  }
+  RowLayout TakeOut() const {
+    RowLayout row = std::move(Row());
+    rows->erase(rows->begin() + static_cast<std::ptrdiff_t>(index));
+    return row;
+  }
+};
+
+Place PlaceOf(RowLayout& tree, int id) {
+  for (std::size_t i = 0; i < tree.rows.size(); ++i) {
+    if (tree.rows[i].id == id) return {&tree.rows, i};
+    if (const Place below = PlaceOf(tree.rows[i], id); below.rows) return below;
+  }
+  return {};
+}
+
+void Collect(const InstanceReference& row, std::vector<InstanceReference*>& out) {
+  for (const auto& child : row.children) {
+    out.push_back(child.get());
+    Collect(*child, out);
+  }
+}
+
+RowLayout LayoutOf(const InstanceReference& row) {
+  RowLayout layout;
+  layout.id = row.GetId();
+  layout.isGroup = row.IsGroup();
+  if (layout.isGroup) layout.label = row.GetLabel();
+  layout.checked = row.IsChecked();
+  for (const auto& child : row.children) layout.rows.push_back(LayoutOf(*child));
+  return layout;
+}
+
+using LooseRows = std::map<int, std::unique_ptr<InstanceReference>>;
+
+void TakeApart(InstanceReference& row, LooseRows& loose) {
+  for (auto& child : row.children) {
+    TakeApart(*child, loose);
+    const int id = child->GetId();
+    loose[id] = std::move(child);
+  }
+  row.children.clear();
+}
+
+void Append(InstanceReference& parent, std::unique_ptr<InstanceReference> row) {
+  row->parent = &parent;
+  parent.children.push_back(std::move(row));
+}
+
+void Assemble(const RowLayout& layout, InstanceReference& parent, LooseRows& loose) {
+  for (const RowLayout& wanted : layout.rows) {
+    std::unique_ptr<InstanceReference> row = std::move(loose[wanted.id]);
+    if (!row && wanted.isGroup) row = std::make_unique<InstanceReference>(wanted.id, wanted.label);
+    if (!row) continue;
+    if (wanted.isGroup) row->SetLabel(wanted.label);
+    row->SetChecked(wanted.checked);
+    Assemble(wanted, *row, loose);
+    Append(parent, std::move(row));
+  }
+}
+
+void Write(const InstanceReference& row, Tag& out) {
+  for (const auto& child : row.children) {
+    Tag tag(child->IsGroup() ? kGroup : kRig);
+    tag.setAttribute(kName, child->GetLabel());
+    if (child->IsGroup()) tag.setAttribute(kChecked, child->IsChecked() ? "1" : "0");
+    Write(*child, tag);
+    out.emplaceChild(std::move(tag));
+  }
+}
+
+}  // namespace
+
+std::vector<InstanceReference*> InstanceManager::GetRows() const {
+  std::vector<InstanceReference*> rows;
+  Collect(m_root, rows);
+  return rows;
+}
+
+InstanceReference* InstanceManager::FindRow(const std::string& label) const {
+  for (InstanceReference* row : GetRows())
+    if (row->GetLabel() == label) return row;
+  return nullptr;
+}
+
+// --- the tree as a value ---
+
+RowLayout InstanceManager::GetLayout() const {
+  return LayoutOf(m_root);
+}
+
+void InstanceManager::Arrange(const RowLayout& layout) {
+  LooseRows loose;
+  TakeApart(m_root, loose);
+  Assemble(layout, m_root, loose);
+  for (auto& [id, row] : loose)
+    if (row && !row->IsGroup()) Append(m_root, std::move(row));
+}
+
+void InstanceManager::ChangeRows(const std::string& undoName, const RowLayout& wanted) {
+  if (wanted == GetLayout()) return;
+  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  adaptor.BeginUndoBlock(undoName);
+  adaptor.PushUndo(new InstanceRowsRestore(*this));
+  Arrange(wanted);
+  adaptor.EndUndoBlock();
+}
+
+void InstanceManager::PlaceBehind(InstanceReference& row, InstanceReference& other) {
+  RowLayout tree = GetLayout();
+  RowLayout moved = PlaceOf(tree, row.GetId()).TakeOut();
+  PlaceOf(tree, other.GetId()).Behind().Insert(std::move(moved));
+  Arrange(tree);
+}
+
+// --- what a user does ---
+
+InstanceReference* InstanceManager::CreateGroup(const std::string& name, std::string& problem) {
+  if (!IsNameFree(name, problem)) return nullptr;
+  RowLayout tree = GetLayout();
+  RowLayout group;
+  group.id = NextRowId();
+  group.label = name;
+  tree.rows.push_back(std::move(group));
+  ChangeRows("Create group " + name, tree);
+  return FindRow(name);
+}
+
+void InstanceManager::DeleteGroup(InstanceReference* group) {
+  if (!group || !group->IsGroup() || !group->parent) return;
+  RowLayout tree = GetLayout();
+  const Place place = PlaceOf(tree, group->GetId());
+  const RowLayout gone = place.TakeOut();
+  place.rows->insert(place.rows->begin() + static_cast<std::ptrdiff_t>(place.index),
+                     gone.rows.begin(), gone.rows.end());
+  ChangeRows("Delete group " + group->GetLabel(), tree);
+}
+
+std::string InstanceManager::RenameGroup(InstanceReference& group, const std::string& name) {
+  std::string problem;
+  if (name == group.GetLabel() || !IsNameFree(name, problem)) return problem;
+  RowLayout tree = GetLayout();
+  PlaceOf(tree, group.GetId()).Row().label = name;
+  ChangeRows("Rename " + group.GetLabel(), tree);
+  return {};
+}
+
+void InstanceManager::SetChecked(InstanceReference* row, bool checked) {
+  if (!row || !row->parent) return;
+  RowLayout tree = GetLayout();
+  PlaceOf(tree, row->GetId()).Row().checked = checked;
+  ChangeRows((checked ? "Check " : "Uncheck ") + row->GetLabel(), tree);
+}
+
+std::string InstanceManager::MoveBefore(InstanceReference* row, InstanceReference* before) {
+  if (!row || row == before) return {};
+  if (before && before->IsUnder(*row)) return kWithinItself;
+  RowLayout tree = GetLayout();
+  const Place from = PlaceOf(tree, row->GetId());
+  RowLayout moved = from.TakeOut();
+  if (before)
+    PlaceOf(tree, before->GetId()).Insert(std::move(moved));
+  else
+    from.rows->push_back(std::move(moved));
+  ChangeRows("Change order", tree);
+  return {};
+}
+
+std::string InstanceManager::MoveInto(InstanceReference* row, InstanceReference* group) {
+  if (!row || row->parent == group) return {};
+  if (group && group->IsUnder(*row)) return kWithinItself;
+  const InstanceReference* outermost = row;
+  while (outermost->parent->parent) outermost = outermost->parent;
+  if (!group && outermost == row) return {};
+  RowLayout tree = GetLayout();
+  RowLayout moved = PlaceOf(tree, row->GetId()).TakeOut();
+  if (group) {
+    PlaceOf(tree, group->GetId()).Row().rows.push_back(std::move(moved));
+  } else {
+    PlaceOf(tree, outermost->GetId()).Behind().Insert(std::move(moved));
+  }
+  ChangeRows("Move " + row->GetLabel(), tree);
+  return {};
+}
+
+// --- in a saved scene ---
+
+void InstanceManager::WriteRows(Tag& out) const {
+  bool anyGroup = false;
+  for (const InstanceReference* row : GetRows()) anyGroup = anyGroup || row->IsGroup();
+  if (!anyGroup) return;
+  Tag rows(kRows);
+  Write(m_root, rows);
+  out.emplaceChild(std::move(rows));
+}
+
+RowLayout InstanceManager::ReadRow(const Element& element, std::set<std::string>& names) {
+  RowLayout layout;
+  for (const Element* child : element.children) {
+    RowLayout row;
+    row.label = child->attribute(kName);
+    const bool isRig = child->name == kRig;
+    if (isRig) {
+      const InstanceReference* rig = Find(row.label);
+      if (!rig) continue;
+      row.id = rig->GetId();
+      row.checked = rig->IsChecked();
+      row.isGroup = false;
+    } else if (child->name == kGroup) {
+      std::string ignored;
+      if (!IsNameAllowed(row.label, ignored)) row.label = "Group";
+      while (!names.insert(row.label).second) row.label += "_2";
+      row.id = NextRowId();
+      row.checked = child->attribute(kChecked) != "0";
+      row.rows = ReadRow(*child, names).rows;
+    } else {
+      continue;
+    }
+    layout.rows.push_back(std::move(row));
+  }
+  return layout;
+}
+
+void InstanceManager::ReadRows(const Element& rows) {
+  std::set<std::string> names(m_reservedNames.begin(), m_reservedNames.end());
+  for (const Instance* rig : List(false)) names.insert(rig->GetInstanceName());
+  Arrange(ReadRow(rows, names));
+}
+
+}  // namespace orv::rws::core

@@ -1,0 +1,149 @@
+// Rows of rigs and groups: order, checks, undo, and what a scene keeps of them.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "support/FakeAdaptor.h"
+#include "support/ProbeRig.h"
+
+namespace orv::tests {
+namespace {
+
+using rws::core::InstanceReference;
+using rws::core::RowLayout;
+
+class Rows : public testing::Test {
+ protected:
+  Rows() {
+    core.SetAdaptor(&adaptor);
+    core.LoadTools({&plugin});
+    for (int i = 0; i < 4; ++i) core.CreateTool("Probe");
+  }
+  InstanceReference* Row(const std::string& label) { return core.FindRow(label); }
+  InstanceReference* NewGroup(const std::string& name) {
+    std::string problem;
+    InstanceReference* group = core.CreateGroup(name, problem);
+    EXPECT_NE(group, nullptr) << problem;
+    return group;
+  }
+  /// Names of the rigs that are stepped, or of all, by their last digit.
+  std::string Rigs(bool onlyChecked) {
+    std::string digits;
+    for (rws::core::Instance* rig : core.List(onlyChecked)) digits += rig->GetInstanceName().back();
+    return digits;
+  }
+  static InstanceReference* Any(const std::vector<InstanceReference*>& rows, unsigned dice) {
+    return dice % (rows.size() + 1) == 0 ? nullptr : rows[dice % (rows.size() + 1) - 1];
+  }
+  /// One thing that a user may do, whether it makes sense or not.
+  void Do(unsigned kind, unsigned dice) {
+    const std::vector<InstanceReference*> rows = core.GetRows();
+    InstanceReference* const row = rows[dice % rows.size()];
+    InstanceReference* const other = Any(rows, dice / 64);
+    std::string problem;
+    if (kind == 0) core.CreateGroup("Group_" + std::to_string(dice % 5), problem);
+    if (kind == 1) core.DeleteGroup(row);
+    if (kind == 2) core.SetChecked(row, dice / 8 % 2 == 0);
+    if (kind == 3) core.MoveBefore(row, other);
+    if (kind == 4 && (!other || other->IsGroup())) core.MoveInto(row, other);
+    if (kind == 5) core.Rename(row, "Other" + std::to_string(dice % 7));
+    if (kind == 6 && row->GetInstance() && core.List(false).size() > 2) core.Delete(row, true);
+    if (kind == 7 && row->GetInstance()) core.Clone(row, problem);
+  }
+  std::size_t Blocks() {
+    std::size_t count = 0;
+    for (const std::string& event : adaptor.events) count += event == "end";
+    return count;
+  }
+
+  FakeAdaptor adaptor;
+  ProbePlugin plugin;
+  rws::core::CoreImplementation core;
+};
+
+TEST_F(Rows, AGroupOrdersAndSetsAsideWhatStandsInIt) {
+  InstanceReference* const cars = NewGroup("Cars");
+  EXPECT_EQ(core.MoveInto(Row("Probe_03"), cars), "");
+  EXPECT_EQ(core.MoveInto(Row("Probe_01"), cars), "");
+  EXPECT_EQ(Rigs(false), "2431");
+  EXPECT_EQ(core.MoveBefore(cars, Row("Probe_04")), "");
+  EXPECT_EQ(Rigs(false), "2314");
+  core.SetChecked(Row("Probe_01"), false);
+  EXPECT_EQ(Rigs(true), "234");
+  core.SetChecked(cars, false);
+  EXPECT_EQ(Rigs(true), "24");
+  core.SetChecked(cars, true);
+  EXPECT_EQ(Rigs(true), "234") << "what was off in it stays off";
+
+  InstanceReference* const all = NewGroup("All");
+  EXPECT_EQ(core.MoveInto(cars, all), "");
+  EXPECT_NE(core.MoveInto(all, cars), "") << "a group within itself";
+  EXPECT_NE(core.MoveBefore(all, Row("Probe_03")), "");
+  std::string problem;
+  for (const char* name : {"Cars", "Probe_02", "a.b", " "}) {
+    EXPECT_EQ(core.CreateGroup(name, problem), nullptr) << name;
+    EXPECT_NE(core.Rename(all, name), "") << name;
+  }
+  EXPECT_EQ(core.UniqueName("Cars"), "Cars_01") << "a rig of that name could not be told apart";
+  EXPECT_EQ(core.MoveInto(Row("Probe_03"), nullptr), "");
+  EXPECT_EQ(Rigs(false), "2413") << "out of all groups";
+  EXPECT_EQ(core.MoveBefore(Row("Probe_02"), nullptr), "");
+  EXPECT_EQ(Rigs(false), "4132");
+  core.DeleteGroup(Row("All"));
+  EXPECT_EQ(Row("Cars")->parent, &core.GetRoot());
+  EXPECT_EQ(Rigs(false), "4132");
+}
+
+TEST_F(Rows, UndoAndRedoGiveEveryTreeBackAndASceneKeepsIt) {
+  std::mt19937 random(3);
+  for (int run = 0; run < 20; ++run) {
+    std::vector<RowLayout> trees;
+    for (int i = 0; i < 40; ++i) {
+      const RowLayout before = core.GetLayout();
+      const std::size_t blocks = Blocks();
+      Do(random() % 8, static_cast<unsigned>(random() >> 8));
+      ASSERT_LE(Blocks(), blocks + 1);
+      if (Blocks() > blocks) trees.push_back(before);
+    }
+    trees.push_back(core.GetLayout());
+    for (std::size_t i = trees.size() - 1; i-- > 0;) {
+      ASSERT_TRUE(adaptor.HostUndo());
+      ASSERT_EQ(core.GetLayout(), trees[i]);
+    }
+    for (std::size_t i = 1; i < trees.size(); ++i) {
+      ASSERT_TRUE(adaptor.HostRedo());
+      ASSERT_EQ(core.GetLayout(), trees[i]);
+    }
+
+    util::xml::Tag saved(""), again(""), scene("");
+    core.WriteRows(saved);
+    core.SaveScene(scene);
+    if (saved.children.empty()) continue;
+    EXPECT_EQ(scene.children.back()->toText(), saved.children[0]->toText());
+    const std::string order = Rigs(false), stepped = Rigs(true);
+    core.MoveBefore(Row(core.List(false)[0]->GetInstanceName()), nullptr);
+    core.ReadRows(*saved.children[0]);
+    core.WriteRows(again);
+    EXPECT_EQ(again.children.at(0)->toText(), saved.children[0]->toText());
+    EXPECT_EQ(Rigs(false), order);
+    EXPECT_EQ(Rigs(true), stepped);
+  }
+}
+
+TEST_F(Rows, ATreeThatFitsNoLongerLosesNoRig) {
+  util::xml::Tag rows("");
+  ASSERT_EQ(rows.loadText("<rows><group name='A'><rig name='Probe_02'/><rig name='Gone'/>"
+                          "<rig name='Probe_02'/><group name='A'/></group><odd/><group/>"
+                          "<rig name='Probe_01'/></rows>"),
+            0);
+  core.ReadRows(rows);
+  EXPECT_EQ(Rigs(true), "2134");
+  EXPECT_NE(Row("A_2"), nullptr);
+  core.DeleteAllTools();
+  EXPECT_TRUE(core.GetRows().empty());
+}
+
+}  // namespace
+}  // namespace orv::tests
