@@ -1,4 +1,5 @@
 // tools, info.
+#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -24,6 +25,7 @@ using Json = nlohmann::ordered_json;
 using rws::adaptor::headless::SceneNode;
 using rws::core::ConfigElement;
 using rws::core::Instance;
+using rws::core::InstanceReference;
 using unidevice::Property;
 
 // --- tools ---
@@ -145,7 +147,11 @@ std::string curveText(const Property& input) {
          ", dead " + util::shortText(input.deadzone) + ", + " + util::shortText(input.offset);
 }
 
-Json rigJson(Instance& rig) {
+Json groupAround(const InstanceReference& row) {
+  return row.parent->parent ? Json(row.parent->GetLabel()) : Json();
+}
+
+Json rigJson(Instance& rig, const InstanceReference& row) {
   Json parameters = Json::array();
   for (const ConfigElement* element : rig.GetConfig().elements())
     if (element->id() >= 0) parameters.push_back(parameterJson(*element));
@@ -162,6 +168,8 @@ Json rigJson(Instance& rig) {
   return {{"name", rig.GetInstanceName()},
           {"kind", rig.GetTool()->GetDisplayId()},
           {"profile", rig.GetCurrentProfile()},
+          {"checked", row.IsChecked()},
+          {"group", groupAround(row)},
           {"parameters", parameters},
           {"inputs", inputs},
           {"outputs", outputs}};
@@ -188,6 +196,23 @@ void tellNodes(Output& out, const std::vector<const SceneNode*>& nodes) {
   out.line("");
   out.line("Nodes (" + std::to_string(nodes.size()) + ")");
   for (const std::string& line : table.lines()) out.line(line);
+}
+
+/// The rows with their checks, where a user has made something of them.
+void tellRows(Output& out, const std::vector<InstanceReference*>& rows) {
+  const auto isPlain = [](const InstanceReference* row) {
+    return row->IsChecked() && !row->IsGroup();
+  };
+  if (std::all_of(rows.begin(), rows.end(), isPlain)) return;
+  out.line("");
+  out.line("Order; [x] takes part in takes, with the groups around it");
+  for (const InstanceReference* row : rows) {
+    std::string indent = "  ";
+    for (const InstanceReference* above = row->parent; above->parent; above = above->parent)
+      indent += "  ";
+    out.line(indent + (row->IsChecked() ? "[x] " : "[ ] ") + row->GetLabel() +
+             (row->IsGroup() ? "  (group)" : ""));
+  }
 }
 
 void tellRig(Output& out, Instance& rig) {
@@ -247,12 +272,20 @@ void runInfo(Program& program, const InfoOptions& options) {
   json["nodes"] = Json::array();
   for (const SceneNode* node : nodes) json["nodes"].push_back(nodeJson(*node));
   json["rigs"] = Json::array();
-  for (Instance* rig : rigs) json["rigs"].push_back(rigJson(*rig));
+  const std::vector<InstanceReference*> rows = job.core().GetRows();
+  for (Instance* rig : rigs)
+    json["rigs"].push_back(rigJson(*rig, *job.core().Find(rig->GetInstanceName())));
+  json["groups"] = Json::array();
+  for (const InstanceReference* row : rows)
+    if (row->IsGroup())
+      json["groups"].push_back(
+          {{"name", row->GetLabel()}, {"checked", row->IsChecked()}, {"group", groupAround(*row)}});
 
   out.line(options.scene + ": " + util::shortText(scene.frameRate()) + " frames per second, " +
            util::shortText(scene.rangeStart()) + " to " + util::shortText(scene.rangeEnd()) + " s");
   if (scene.clips().size() > 1) out.line("Clips: " + joined(scene.clips()));
   tellNodes(out, nodes);
+  tellRows(out, rows);
   for (Instance* rig : rigs) tellRig(out, *rig);
 }
 

@@ -105,7 +105,7 @@ int Program::wrongUsage(const std::string& why) {
 std::string Program::unknownVerb() const {
   const CLI::App* group = &m_app;
   if (!m_app.get_subcommands().empty()) group = m_app.get_subcommands().front();
-  if (m_runs.count(group)) return {};
+  if (m_runs.count(group) || !group->get_subcommands().empty()) return {};
   std::vector<std::string> rest = group->remaining();
   if (rest.empty()) rest = m_app.remaining();
   if (rest.empty()) return "no verb was given";

@@ -1,4 +1,4 @@
-// add, remove, rename, clone, order.
+// add, remove, rename, clone.
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -117,7 +117,6 @@ void addAdd(Program& program) {
 
 struct RigOptions {
   std::string scene, rig, other, output;
-  bool last = false;
 };
 
 CLI::Option* addRig(CLI::App& verb, std::string& rig) {
@@ -177,32 +176,6 @@ void addClone(Program& program) {
   addSceneOutput(verb, o->output);
 }
 
-void addOrder(Program& program) {
-  auto o = std::make_shared<RigOptions>();
-  CLI::App& verb = program.addVerb(
-      "order", "Change the order in which rigs are stepped (a camera after what it follows)",
-      "rigwright order two.glb Cam_01 --before Cam -o two.glb", [o](Program& p) {
-        SceneJob job(p, o->scene);
-        auto& moved = job.row(o->rig);
-        auto* before = o->last ? nullptr : &job.row(o->other);
-        if (before == &moved)
-          throw Failure("--before " + o->other, "a rig can't stand before itself");
-        job.core().MoveBefore(&moved, before);
-        job.save(o->output);
-        p.output().object()["rigs"] = job.rigNames();
-        p.output().line(joined(job.rigNames(), "\n"));
-      });
-  addScene(verb, o->scene);
-  addRig(verb, o->rig);
-  CLI::Option* before = verb.add_option("--before", o->other, "The rig that it comes before");
-  CLI::Option* last = verb.add_flag("--last", o->last, "It comes last");
-  before->type_name("RIG")->excludes(last);
-  verb.callback([o, before] {
-    if (before->count() == 0 && !o->last) throw CLI::RequiredError("--before RIG or --last");
-  });
-  addSceneOutput(verb, o->output);
-}
-
 }  // namespace
 
 void addRigVerbs(Program& program) {
@@ -210,7 +183,6 @@ void addRigVerbs(Program& program) {
   addRemove(program);
   addRename(program);
   addClone(program);
-  addOrder(program);
 }
 
 }  // namespace orv::app

@@ -19,6 +19,7 @@ int runProgram(int argc, char** argv) {
   orv::app::Program program;
   orv::app::addInfoVerbs(program);
   orv::app::addRigVerbs(program);
+  orv::app::addRowVerbs(program);
   orv::app::addNodeVerbs(program);
   orv::app::addFitVerb(program);
   orv::app::addSettingVerbs(program);
