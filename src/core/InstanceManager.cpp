@@ -328,7 +328,13 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, std::stri
   const std::string lost = TellLostNodes(*instance);
   if (problem.empty() && !restored)
     problem = lost.empty() ? "a node that it needs is missing, or its data is damaged" : lost;
-  if (!problem.empty()) return nullptr;
+  if (!problem.empty()) {
+    // Nobody's again: the next instance may come to lie where this one does, and would own them.
+    for (CoreNode* node : instance->GetNodes())
+      GetCore()->GetAdaptor()->ClaimTaggedNodes(
+          {nullptr, node->GetSceneName(), node->GetSceneName()}, node->GetTag());
+    return nullptr;
+  }
   if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
   InstanceReference& row = *AddRow(std::move(instance));
   row.SetChecked(record.attribute("checked") != "0");

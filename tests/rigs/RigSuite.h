@@ -102,10 +102,13 @@ class RigScene {
     std::ifstream in(m_path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
   }
-  void Reopen() {
+  void OpenAgain() {
     Saved();
     std::string error;
     ASSERT_TRUE(session.Open(m_path, error)) << error;
+  }
+  void Reopen() {
+    OpenAgain();
     for (const std::string& warning : session.TakeWarnings()) ADD_FAILURE() << warning;
     MeetAgain();
   }

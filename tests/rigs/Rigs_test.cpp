@@ -170,20 +170,20 @@ TEST_P(Rigs, ADeletedRigLeavesNoNodeAndUndoBringsAllOfItBack) {
   EXPECT_TRUE(manager.List(false).empty());
 }
 
-/// Fails, when told to, after it has made or found its nodes.
+/// Fails as often as it is told, after it has made or found its nodes.
 class FragilePlugin : public rws::addon::CSteadyCamPlugin {
  public:
   struct Rig : rws::addon::CSteadyCamObject {
-    Rig(const rws::CreationRecord& record, const int& fails)
-        : CSteadyCamObject(record), fails(fails) {}
-    int Create() override { return CSteadyCamObject::Create() + fails; }
-    int Restore() override { return CSteadyCamObject::Restore() + fails; }
-    const int& fails;
+    Rig(const rws::CreationRecord& record, int& failures)
+        : CSteadyCamObject(record), failures(failures) {}
+    int Create() override { return CSteadyCamObject::Create() + (failures-- > 0); }
+    int Restore() override { return CSteadyCamObject::Restore() + (failures-- > 0); }
+    int& failures;
   };
   rws::CCamera* CreateObject(const rws::CreationRecord& record) override {
-    return new Rig(record, fails);
+    return new Rig(record, failures);
   }
-  int fails = 0;
+  int failures = 0;
 };
 
 TEST(RigsInATake, WhatIsRefusedCostsNeitherTheTakeNorANode) {
@@ -198,7 +198,7 @@ TEST(RigsInATake, WhatIsRefusedCostsNeitherTheTakeNorANode) {
   const std::string fresh = world.Saved();
   world.Take(0, 20, [&] {
     const std::size_t nodes = world.scene().nodeCount();
-    kind.fails = 1;
+    kind.failures = 2;
     std::string problem;
     EXPECT_EQ(world.core().CreateTool("SteadyCam"), "");
     EXPECT_EQ(world.core().CloneTool("Rig", problem), "");
@@ -208,6 +208,16 @@ TEST(RigsInATake, WhatIsRefusedCostsNeitherTheTakeNorANode) {
   EXPECT_EQ(world.PosesOf(0, 20), expected);
   ASSERT_TRUE(world.session.GetAdaptor().HostUndo());
   EXPECT_EQ(world.Saved(), fresh);
+
+  // What a rig found before it could not be opened is not the next one's.
+  std::string problem;
+  ASSERT_EQ(world.core().CloneTool("Rig", problem), "Rig_01");
+  kind.failures = 1;
+  world.OpenAgain();
+  EXPECT_EQ(world.session.TakeWarnings().size(), 1u);
+  const auto rigs = world.core().List(false);
+  ASSERT_EQ(rigs.size(), 1u);
+  for (auto* node : rigs[0]->GetNodes()) EXPECT_EQ(node->GetSceneName().rfind("Rig_01_", 0), 0u);
 }
 
 TEST_P(Rigs, EveryProfileThatComesWithTheRigCanBeAppliedAndUndone) {
