@@ -78,7 +78,7 @@ class InstanceManager : public CoreSubSystem {
   /// Appends the tree to `out` if it has groups: a scene without them is saved as ever.
   void WriteRows(util::xml::Tag& out) const;
   /// Arranges the rows as `rows`, what WriteRows appended, tells; rigs that it does not name come
-  /// last. Not undoable.
+  /// last. Rigs of reserved names keep their group for the next WriteRows. Not undoable.
   void ReadRows(const util::xml::Element& rows);
   /// The present tree, and the way back to one. Rigs that `layout` does not name come last.
   RowLayout GetLayout() const;
@@ -100,13 +100,13 @@ class InstanceManager : public CoreSubSystem {
   /// `name` itself, or with its number counted up until no row has it.
   std::string UniqueName(const std::string& name) const;
   /// Names that no row may take: those of rigs whose records a scene keeps unopened.
-  void SetReservedNames(std::vector<std::string> names) { m_reservedNames = std::move(names); }
+  void SetReservedNames(std::vector<std::string> names);
 
  private:
   bool IsNameFree(const std::string& name, std::string& problem) const;
   void ChangeRows(const std::string& undoName, const RowLayout& wanted);
   std::string RenameGroup(InstanceReference& group, const std::string& name);
-  RowLayout ReadRow(const util::xml::Element& element, std::set<std::string>& names);
+  RowLayout ReadRow(const util::xml::Element& element, int id, std::set<std::string>& names);
   void PlaceBehind(InstanceReference& row, InstanceReference& other);
   void CloseRefused(bool nested);
   void ReleaseUserNodes(Instance& instance);
@@ -115,6 +115,7 @@ class InstanceManager : public CoreSubSystem {
 
   InstanceReference m_root;
   std::vector<std::string> m_reservedNames;
+  std::vector<std::pair<std::string, int>> m_absentRigs;  ///< reserved, and the group's row
   int m_lastRowId = 0;
 };
 

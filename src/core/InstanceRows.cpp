@@ -1,4 +1,5 @@
 // The tree of rows: groups, checks and order.
+#include <algorithm>
 #include <map>
 #include <set>
 #include <utility>
@@ -96,14 +97,23 @@ void Assemble(const RowLayout& layout, InstanceReference& parent, LooseRows& loo
   }
 }
 
-void Write(const InstanceReference& row, Tag& out) {
+using AbsentRigs = std::vector<std::pair<std::string, int>>;
+
+Tag RowTag(const char* kind, const std::string& name) {
+  Tag tag(kind);
+  tag.setAttribute(kName, name);
+  return tag;
+}
+
+void Write(const InstanceReference& row, const AbsentRigs& absent, Tag& out) {
   for (const auto& child : row.children) {
-    Tag tag(child->IsGroup() ? kGroup : kRig);
-    tag.setAttribute(kName, child->GetLabel());
+    Tag tag = RowTag(child->IsGroup() ? kGroup : kRig, child->GetLabel());
     if (child->IsGroup()) tag.setAttribute(kChecked, child->IsChecked() ? "1" : "0");
-    Write(*child, tag);
+    Write(*child, absent, tag);
     out.emplaceChild(std::move(tag));
   }
+  for (const auto& [name, group] : absent)
+    if (row.IsGroup() && row.GetId() == group) out.emplaceChild(RowTag(kRig, name));
 }
 
 }  // namespace
@@ -227,18 +237,27 @@ void InstanceManager::WriteRows(Tag& out) const {
   for (const InstanceReference* row : GetRows()) anyGroup = anyGroup || row->IsGroup();
   if (!anyGroup) return;
   Tag rows(kRows);
-  Write(m_root, rows);
+  Write(m_root, m_absentRigs, rows);
   out.emplaceChild(std::move(rows));
 }
 
-RowLayout InstanceManager::ReadRow(const Element& element, std::set<std::string>& names) {
+void InstanceManager::SetReservedNames(std::vector<std::string> names) {
+  m_reservedNames = std::move(names);
+  m_absentRigs.clear();
+}
+
+RowLayout InstanceManager::ReadRow(const Element& element, int id, std::set<std::string>& names) {
   RowLayout layout;
+  layout.id = id;
   for (const Element* child : element.children) {
     RowLayout row;
     row.label = child->attribute(kName);
     const bool isRig = child->name == kRig;
     if (isRig) {
       const InstanceReference* rig = Find(row.label);
+      const auto& reserved = m_reservedNames;
+      if (!rig && std::find(reserved.begin(), reserved.end(), row.label) != reserved.end())
+        m_absentRigs.emplace_back(row.label, id);
       if (!rig) continue;
       row.id = rig->GetId();
       row.checked = rig->IsChecked();
@@ -249,7 +268,7 @@ RowLayout InstanceManager::ReadRow(const Element& element, std::set<std::string>
       while (!names.insert(row.label).second) row.label += "_2";
       row.id = NextRowId();
       row.checked = child->attribute(kChecked) != "0";
-      row.rows = ReadRow(*child, names).rows;
+      row.rows = ReadRow(*child, row.id, names).rows;
     } else {
       continue;
     }
@@ -261,7 +280,8 @@ RowLayout InstanceManager::ReadRow(const Element& element, std::set<std::string>
 void InstanceManager::ReadRows(const Element& rows) {
   std::set<std::string> names(m_reservedNames.begin(), m_reservedNames.end());
   for (const Instance* rig : List(false)) names.insert(rig->GetInstanceName());
-  Arrange(ReadRow(rows, names));
+  m_absentRigs.clear();
+  Arrange(ReadRow(rows, 0, names));
 }
 
 }  // namespace orv::rws::core

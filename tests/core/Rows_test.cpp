@@ -138,9 +138,19 @@ TEST_F(Rows, ATreeThatFitsNoLongerLosesNoRig) {
                           "<rig name='Probe_02'/><group name='A'/></group><odd/><group/>"
                           "<rig name='Probe_01'/></rows>"),
             0);
+  core.SetReservedNames({"Gone"});  // a rig that could not be opened
   core.ReadRows(rows);
   EXPECT_EQ(Rigs(true), "2134");
   EXPECT_NE(Row("A_2"), nullptr);
+  EXPECT_EQ(core.Rename(Row("A"), "B"), "");
+  util::xml::Tag saved("");
+  core.WriteRows(saved);
+  EXPECT_EQ(saved.toText("", "").rfind("<><rows><group name=\"B\" checked=\"1\"><rig name="
+                                       "\"Probe_02\"/><group name=\"A_2\" checked=\"1\"/>"
+                                       "<rig name=\"Gone\"/></group>",
+                                       0),
+            0u)
+      << saved.toText("", "");
   core.DeleteAllTools();
   EXPECT_TRUE(core.GetRows().empty());
 }
