@@ -1,6 +1,7 @@
 // Rows of rigs and groups: order, checks, undo, and what a scene keeps of them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "core/CoreImplementation.h"
@@ -22,26 +23,18 @@ class Rows : public testing::Test {
     for (int i = 0; i < 4; ++i) core.CreateTool("Probe");
   }
   InstanceReference* Row(const std::string& label) { return core.FindRow(label); }
-  InstanceReference* NewGroup(const std::string& name) {
-    std::string problem;
-    InstanceReference* group = core.CreateGroup(name, problem);
-    EXPECT_NE(group, nullptr) << problem;
-    return group;
-  }
   /// Names of the rigs that are stepped, or of all, by their last digit.
   std::string Rigs(bool onlyChecked) {
     std::string digits;
     for (rws::core::Instance* rig : core.List(onlyChecked)) digits += rig->GetInstanceName().back();
     return digits;
   }
-  static InstanceReference* Any(const std::vector<InstanceReference*>& rows, unsigned dice) {
-    return dice % (rows.size() + 1) == 0 ? nullptr : rows[dice % (rows.size() + 1) - 1];
-  }
   /// One thing that a user may do, whether it makes sense or not.
   void Do(unsigned kind, unsigned dice) {
     const std::vector<InstanceReference*> rows = core.GetRows();
     InstanceReference* const row = rows[dice % rows.size()];
-    InstanceReference* const other = Any(rows, dice / 64);
+    const std::size_t next = dice / 64 % (rows.size() + 1);
+    InstanceReference* const other = next < rows.size() ? rows[next] : nullptr;
     std::string problem;
     if (kind == 0) core.CreateGroup("Group_" + std::to_string(dice % 5), problem);
     if (kind == 1) core.DeleteGroup(row);
@@ -52,11 +45,7 @@ class Rows : public testing::Test {
     if (kind == 6 && row->GetInstance() && core.List(false).size() > 2) core.Delete(row, true);
     if (kind == 7 && row->GetInstance()) core.Clone(row, problem);
   }
-  std::size_t Blocks() {
-    std::size_t count = 0;
-    for (const std::string& event : adaptor.events) count += event == "end";
-    return count;
-  }
+  auto Blocks() { return std::count(adaptor.events.begin(), adaptor.events.end(), "end"); }
 
   FakeAdaptor adaptor;
   ProbePlugin plugin;
@@ -64,9 +53,9 @@ class Rows : public testing::Test {
 };
 
 TEST_F(Rows, AGroupOrdersAndSetsAsideWhatStandsInIt) {
-  InstanceReference* const cars = NewGroup("Cars");
-  EXPECT_EQ(core.MoveInto(Row("Probe_03"), cars), "");
-  EXPECT_EQ(core.MoveInto(Row("Probe_01"), cars), "");
+  std::string problem;
+  InstanceReference* const cars = core.CreateGroup("Cars", problem);
+  for (const char* name : {"Probe_03", "Probe_01"}) EXPECT_EQ(core.MoveInto(Row(name), cars), "");
   EXPECT_EQ(Rigs(false), "2431");
   EXPECT_EQ(core.MoveBefore(cars, Row("Probe_04")), "");
   EXPECT_EQ(Rigs(false), "2314");
@@ -77,11 +66,10 @@ TEST_F(Rows, AGroupOrdersAndSetsAsideWhatStandsInIt) {
   core.SetChecked(cars, true);
   EXPECT_EQ(Rigs(true), "234") << "what was off in it stays off";
 
-  InstanceReference* const all = NewGroup("All");
+  InstanceReference* const all = core.CreateGroup("All", problem);
   EXPECT_EQ(core.MoveInto(cars, all), "");
   EXPECT_NE(core.MoveInto(all, cars), "") << "a group within itself";
   EXPECT_NE(core.MoveBefore(all, Row("Probe_03")), "");
-  std::string problem;
   for (const char* name : {"Cars", "Probe_02", "a.b", " "}) {
     EXPECT_EQ(core.CreateGroup(name, problem), nullptr) << name;
     EXPECT_NE(core.Rename(all, name), "") << name;
@@ -102,7 +90,7 @@ TEST_F(Rows, UndoAndRedoGiveEveryTreeBackAndASceneKeepsIt) {
     std::vector<RowLayout> trees;
     for (int i = 0; i < 40; ++i) {
       const RowLayout before = core.GetLayout();
-      const std::size_t blocks = Blocks();
+      const auto blocks = Blocks();
       Do(random() % 8, static_cast<unsigned>(random() >> 8));
       ASSERT_LE(Blocks(), blocks + 1);
       if (Blocks() > blocks) trees.push_back(before);
