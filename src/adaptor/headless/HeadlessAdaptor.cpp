@@ -499,8 +499,9 @@ void HeadlessAdaptor::EndRecording() {
                          ": not a finite matrix, or the parent has a scale of 0");
 }
 
-std::shared_ptr<const MeshRays> HeadlessAdaptor::RaysOf(const util::CMesh& mesh) {
-  std::weak_ptr<const MeshRays>& known = m_rays[&mesh];
+std::shared_ptr<const MeshRays> HeadlessAdaptor::RaysOf(
+    const std::shared_ptr<const util::CMesh>& mesh) {
+  std::weak_ptr<const MeshRays>& known = m_rays[mesh.get()];
   std::shared_ptr<const MeshRays> rays = known.lock();
   if (!rays) known = rays = std::make_shared<const MeshRays>(mesh);
   return rays;

@@ -134,8 +134,8 @@ class HeadlessAdaptor final : public AdaptorInterface {
   /// Marks, or no longer, the nodes of `owner` that are known as to be rebuilt.
   void MarkRebuild(CInterface* owner, bool rebuild);
   bool NeedsRebuild(const HeadlessNode& node) const;
-  /// One for all nodes that show `mesh`. Who holds it must hold the mesh too.
-  std::shared_ptr<const MeshRays> RaysOf(const util::CMesh& mesh);
+  /// One for all nodes that show `mesh`.
+  std::shared_ptr<const MeshRays> RaysOf(const std::shared_ptr<const util::CMesh>& mesh);
   void NoteRefusedPose(HeadlessNode& node, double time);
   /// Puts a node among the known ones, at its old place if it was there before, or takes it out.
   void Enlist(HeadlessNode& node) { nodeList.Add(node); }

@@ -520,15 +520,15 @@ void HeadlessNode::SetColour(const Colour& colour) {
   });
 }
 
-const MeshRays* HeadlessNode::GetRays() {
+std::shared_ptr<const MeshRays> HeadlessNode::GetRays() {
   if (!IsValid() || !m_sceneNode->hasMesh()) return nullptr;
   std::shared_ptr<const util::CMesh> mesh = m_sceneNode->sharedMesh();
   if (!mesh) return nullptr;
   if (!m_rays || m_raysMesh != mesh) {
-    m_rays = m_adaptor.RaysOf(*mesh);
+    m_rays = m_adaptor.RaysOf(mesh);
     m_raysMesh = std::move(mesh);
   }
-  return m_rays.get();
+  return m_rays;
 }
 
 }  // namespace orv::rws::adaptor::headless

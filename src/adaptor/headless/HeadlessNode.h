@@ -91,9 +91,9 @@ class HeadlessNode final : public core::CoreNode {
   /// Replaces the geometry; undoable in an open block.
   void SetMesh(const util::CMesh& mesh);
   void SetColour(const Colour& colour);
-  /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Built at the
+  /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Made at the
   /// first call for a mesh and kept as long as a node that was asked shows it.
-  const MeshRays* GetRays();
+  std::shared_ptr<const MeshRays> GetRays();
 
  private:
   friend class HeadlessAdaptor;

@@ -15,6 +15,7 @@ util::CMesh HeadlessSnapshot_Mesh::GetMesh() {
 void HeadlessSnapshot_Mesh::Place() {
   m_world = m_node->GetWorldPose(m_time);
   m_inverse = m_world.affineInverse();
+  m_rays = m_node->GetRays();
   m_placed = true;
 }
 
@@ -22,16 +23,16 @@ bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
                                       const Vector3<double>& direction, double maxDistance,
                                       RayHit& hit) {
   const double length = direction.length();
-  const MeshRays* const rays = m_node->GetRays();
-  if (!rays || !(length > 0.0)) return false;
+  if (!(length > 0.0)) return false;
   if (!m_placed) Place();
+  if (!m_rays) return false;
   if (m_inverse[15] == 0.0) return false;  // flattened by a scale of 0: nothing to hit
   // An affine map keeps the ratio along a line, so a distance along the unit direction stays what
   // it is in the node's space.
   const Vector3<double> unit = direction / length;
   MeshRays::Hit found;
-  if (!rays->Intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
-                       maxDistance, found))
+  if (!m_rays->Intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
+                         maxDistance, found))
     return false;
   hit.distance = found.t;
   hit.point = origin + unit * found.t;

@@ -18,7 +18,14 @@ constexpr int kBins = 16;
 constexpr int kLeafSize = 4;
 /// From this depth on nodes are halved by count, which bounds the depth and so the stack.
 constexpr int kMaxSahDepth = 48;
-constexpr int kStackSize = kMaxSahDepth + 40;
+constexpr int kStackSize = kMaxSahDepth + 64;
+/// A region of up to so many triangles is sorted at once when a ray enters it; a larger one goes
+/// through a grid of about so many triangles a cell.
+constexpr int kSortedAtOnce = 256;
+constexpr int kGridTriangles = 16;
+constexpr int kMostCells = 8192;
+/// Count of a child that is a region.
+constexpr std::int32_t kWaits = -1;
 /// Covers the rounding of a slab test (three operations in double precision).
 constexpr double kSlabSlack = 1.0000000000000016;
 
@@ -40,6 +47,12 @@ struct Bounds {
       low[i] = std::min(low[i], other.low[i]);
       high[i] = std::max(high[i], other.high[i]);
     }
+  }
+  Vec Low() const { return {low[0], low[1], low[2]}; }
+  Vec High() const { return {high[0], high[1], high[2]}; }
+  Vec Middle() const {
+    return {0.5 * low[0] + 0.5 * high[0], 0.5 * low[1] + 0.5 * high[1],
+            0.5 * low[2] + 0.5 * high[2]};
   }
   /// Half the surface; 0 for an empty box.
   double Area() const {
@@ -71,12 +84,39 @@ bool IsFinite(const Vec& v) {
 
 }  // namespace
 
-/// Splits top down by the surface area heuristic over bins of the centroids.
-struct MeshRays::Builder {
-  struct Reference {
+/// Divides one region: a large one by a grid into smaller regions that wait in their turn, a small
+/// one to the end. The nodes above either split top down by the surface area heuristic over bins of
+/// the centroids.
+class MeshRays::Builder {
+ public:
+  explicit Builder(const MeshRays& rays) : m_rays(rays), m_mesh(*rays.m_mesh) {}
+
+  void Divide(const Region& region) {
+    const bool isLarge = region.end - region.begin > kSortedAtOnce;
+    if (!isLarge || !FillGrid(region)) Collect(region);
+    Build(region);
+  }
+
+  /// A pair whose children no ray meets.
+  static std::int32_t AddPair(std::vector<Pair>& pairs) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    Pair pair{};
+    for (int i = 0; i < 3; ++i)
+      for (int side = 0; side < 2; ++side) {
+        pair.bound[0][i][side] = kInfinity;
+        pair.bound[1][i][side] = -kInfinity;
+      }
+    pairs.push_back(pair);
+    return static_cast<std::int32_t>(pairs.size()) - 1;
+  }
+
+ private:
+  /// What is sorted: a triangle, or the triangles of a cell of the grid.
+  struct Item {
     Bounds bounds;
     Vec centroid;
-    std::int32_t triangle;  ///< into `source`
+    std::int32_t begin, end;  ///< of the order
+    std::int32_t Weight() const { return end - begin; }
   };
   struct Task {
     std::int32_t pair, side;  ///< where the node goes
@@ -88,43 +128,99 @@ struct MeshRays::Builder {
     int bin = 0;
   };
 
-  std::vector<Triangle> source;
-  std::vector<Reference> references;
-  std::vector<Pair>& pairs;
+  const Vec& Corner(std::int32_t triangle, int k) const {
+    const auto face = 3 * static_cast<std::size_t>(triangle) + static_cast<std::size_t>(k);
+    return m_mesh.vertices[static_cast<std::size_t>(m_mesh.faces[face])];
+  }
+  Bounds BoundsOf(std::int32_t triangle) const {
+    Bounds bounds;
+    for (int k = 0; k < 3; ++k) bounds.Add(Corner(triangle, k));
+    return bounds;
+  }
 
-  explicit Builder(std::vector<Pair>& target) : pairs(target) {}
-
-  void Collect(const util::CMesh& mesh) {
-    const std::size_t count = mesh.faces.size() / 3;
-    source.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      Triangle triangle;
-      triangle.index = static_cast<std::int32_t>(i);
-      bool usable = true;
-      for (int k = 0; k < 3 && usable; ++k) {
-        const std::int32_t vertex = mesh.faces[3 * i + k];
-        usable = vertex >= 0 && static_cast<std::size_t>(vertex) < mesh.vertices.size() &&
-                 IsFinite(mesh.vertices[vertex]);
-        if (usable) triangle.corner[k] = mesh.vertices[vertex];
-      }
-      if (!usable) continue;
-      const Vec cross =
-          (triangle.corner[1] - triangle.corner[0]).cross(triangle.corner[2] - triangle.corner[0]);
-      if (cross.x == 0.0 && cross.y == 0.0 && cross.z == 0.0) continue;
-      source.push_back(triangle);
-    }
-    references.resize(source.size());
-    for (std::size_t i = 0; i < source.size(); ++i) {
-      Reference& reference = references[i];
-      for (const Vec& corner : source[i].corner) reference.bounds.Add(corner);
-      for (int k = 0; k < 3; ++k)
-        reference.centroid[k] = 0.5 * reference.bounds.low[k] + 0.5 * reference.bounds.high[k];
-      reference.triangle = static_cast<std::int32_t>(i);
+  void Collect(const Region& region) {
+    m_items.clear();
+    m_isGrid = false;
+    for (std::int32_t i = region.begin; i < region.end; ++i) {
+      const Bounds bounds = BoundsOf(m_rays.m_order[static_cast<std::size_t>(i)]);
+      m_items.push_back({bounds, bounds.Middle(), i, i + 1});
     }
   }
 
-  static int BinOf(const Reference& reference, int axis, double low, double scale) {
-    const int bin = static_cast<int>((reference.centroid[axis] - low) * scale);
+  /// Sorts the region's triangles into cells about as long as wide. False when all are in one.
+  bool FillGrid(const Region& region) {
+    const auto first = m_rays.m_order.begin() + region.begin;
+    const int count = region.end - region.begin;
+    Bounds centroids;
+    Vec meanSize;
+    for (int i = 0; i < count; ++i) {
+      const Bounds bounds = BoundsOf(first[i]);
+      centroids.Add(bounds.Middle());
+      meanSize += (bounds.High() - bounds.Low()) / count;
+    }
+    int cells[3] = {1, 1, 1};
+    Vec step = centroids.High() - centroids.Low();
+    for (int total = 1; 2 * total * kGridTriangles <= count && total < kMostCells; total *= 2) {
+      // The axis by which the box round a cell's triangles shrinks most.
+      int best = 0;
+      double least = std::numeric_limits<double>::infinity();
+      for (int axis = 0; axis < 3; ++axis) {
+        Vec size = step + meanSize;
+        size[axis] -= 0.5 * step[axis];
+        const double area = size.x * size.y + size.y * size.z + size.z * size.x;
+        if (area >= least) continue;
+        least = area;
+        best = axis;
+      }
+      cells[best] *= 2;
+      step[best] *= 0.5;
+    }
+    Vec scale;
+    for (int axis = 0; axis < 3; ++axis) scale[axis] = step[axis] > 0.0 ? 1.0 / step[axis] : 0.0;
+    std::vector<Item> grid(static_cast<std::size_t>(cells[0]) * cells[1] * cells[2]);
+    std::vector<std::int32_t> cellOf(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+      const Bounds bounds = BoundsOf(first[i]);
+      const Vec middle = bounds.Middle();
+      int cell = 0;
+      for (int axis = 2; axis >= 0; --axis) {
+        const double at = (middle[axis] - centroids.low[axis]) * scale[axis];
+        cell =
+            cell * cells[axis] + (at > 0.0 ? static_cast<int>(std::min(at, cells[axis] - 1.0)) : 0);
+      }
+      cellOf[static_cast<std::size_t>(i)] = cell;
+      grid[static_cast<std::size_t>(cell)].bounds.Add(bounds);
+      ++grid[static_cast<std::size_t>(cell)].end;
+    }
+    return Rearrange(region, grid, cellOf);
+  }
+
+  /// Puts the triangles of each cell together; the cells that hold any become the items.
+  bool Rearrange(const Region& region, std::vector<Item>& grid,
+                 const std::vector<std::int32_t>& cellOf) {
+    std::int32_t next = region.begin;
+    for (Item& cell : grid) {
+      const std::int32_t count = cell.end;
+      cell.begin = cell.end = next;
+      next += count;
+    }
+    const auto first = m_rays.m_order.begin() + region.begin;
+    const std::vector<std::int32_t> before(first, m_rays.m_order.begin() + region.end);
+    for (std::size_t i = 0; i < before.size(); ++i)
+      m_rays.m_order[static_cast<std::size_t>(grid[static_cast<std::size_t>(cellOf[i])].end++)] =
+          before[i];
+    m_items.clear();
+    m_isGrid = true;
+    for (Item& cell : grid) {
+      if (cell.Weight() == 0) continue;
+      cell.centroid = cell.bounds.Middle();
+      m_items.push_back(cell);
+    }
+    return m_items.size() > 1;
+  }
+
+  static int BinOf(const Item& item, int axis, double low, double scale) {
+    const int bin = static_cast<int>((item.centroid[axis] - low) * scale);
     return std::clamp(bin, 0, kBins - 1);
   }
 
@@ -135,10 +231,12 @@ struct MeshRays::Builder {
     const double scale = kBins / extent;
     std::array<Bounds, kBins> bounds;
     std::array<int, kBins> counts{};
+    int all = 0;
     for (int i = task.begin; i < task.end; ++i) {
-      const int bin = BinOf(references[i], axis, low, scale);
-      bounds[bin].Add(references[i].bounds);
-      ++counts[bin];
+      const int bin = BinOf(m_items[i], axis, low, scale);
+      bounds[bin].Add(m_items[i].bounds);
+      counts[bin] += m_items[i].Weight();
+      all += m_items[i].Weight();
     }
     std::array<double, kBins> rightCost{};
     Bounds right;
@@ -152,63 +250,69 @@ struct MeshRays::Builder {
       left.Add(bounds[bin]);
       count += counts[bin];
       const double cost = count * left.Area() + rightCost[bin + 1];
-      if (count > 0 && count < task.end - task.begin && cost < best.cost) best = {axis, cost, bin};
+      if (count > 0 && count < all && cost < best.cost) best = {axis, cost, bin};
     }
   }
 
   /// Where the range is cut; its end when it should stay one leaf.
   int Cut(const Task& task, const Bounds& whole, const Bounds& centroids) {
     const int count = task.end - task.begin;
+    const int leafSize = m_isGrid ? 1 : kLeafSize;
     if (count <= 1) return task.end;
     Split split;
     if (task.depth < kMaxSahDepth)
       for (int axis = 0; axis < 3; ++axis) TryAxis(task, centroids, axis, split);
-    if (split.axis < 0) return count <= kLeafSize ? task.end : task.begin + count / 2;
+    if (split.axis < 0) return count <= leafSize ? task.end : task.begin + count / 2;
     // A traversal step costs about as much as one triangle.
-    if (count <= kLeafSize && split.cost + whole.Area() >= count * whole.Area()) return task.end;
+    if (count <= leafSize && split.cost + whole.Area() >= count * whole.Area()) return task.end;
     const double low = centroids.low[split.axis];
     const double scale = kBins / (centroids.high[split.axis] - low);
     const auto middle = std::partition(
-        references.begin() + task.begin, references.begin() + task.end,
-        [&](const Reference& r) { return BinOf(r, split.axis, low, scale) <= split.bin; });
-    const int cut = static_cast<int>(middle - references.begin());
+        m_items.begin() + task.begin, m_items.begin() + task.end,
+        [&](const Item& item) { return BinOf(item, split.axis, low, scale) <= split.bin; });
+    const int cut = static_cast<int>(middle - m_items.begin());
     return cut > task.begin && cut < task.end ? cut : task.begin + count / 2;
   }
 
-  /// A pair whose children no ray meets.
-  std::int32_t AddPair() {
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    Pair pair{};
-    for (int i = 0; i < 3; ++i)
-      for (int side = 0; side < 2; ++side) {
-        pair.bound[0][i][side] = kInfinity;
-        pair.bound[1][i][side] = -kInfinity;
-      }
-    pairs.push_back(pair);
-    return static_cast<std::int32_t>(pairs.size()) - 1;
+  /// The triangles of a leaf, or the region that waits in its place.
+  void AddLeaf(const Task& task, std::int32_t& first, std::int32_t& count) {
+    if (m_isGrid) {
+      const Item& cell = m_items[static_cast<std::size_t>(task.begin)];
+      first = static_cast<std::int32_t>(m_rays.m_regions.size());
+      count = kWaits;
+      m_rays.m_regions.push_back({cell.begin, cell.end, task.pair, task.side, task.depth});
+      return;
+    }
+    first = static_cast<std::int32_t>(m_rays.m_triangles.size());
+    count = task.end - task.begin;
+    for (int i = task.begin; i < task.end; ++i) {
+      const auto at = static_cast<std::size_t>(m_items[static_cast<std::size_t>(i)].begin);
+      const std::int32_t index = m_rays.m_order[at];
+      m_rays.m_triangles.push_back({{Corner(index, 0), Corner(index, 1), Corner(index, 2)}, index});
+    }
   }
 
-  void Build() {
-    if (references.empty()) return;
-    pairs.reserve(references.size() / 2 + 1);
-    std::vector<Task> tasks = {{AddPair(), 0, 0, static_cast<int>(references.size()), 0}};
+  void Build(const Region& region) {
+    const int all = static_cast<int>(m_items.size());
+    std::vector<Task> tasks = {{region.pair, region.side, 0, all, region.depth}};
     while (!tasks.empty()) {
       const Task task = tasks.back();
       tasks.pop_back();
       Bounds whole, centroids;
       for (int i = task.begin; i < task.end; ++i) {
-        whole.Add(references[i].bounds);
-        centroids.Add(references[i].centroid);
+        whole.Add(m_items[i].bounds);
+        centroids.Add(m_items[i].centroid);
       }
-      std::int32_t first = task.begin, count = task.end - task.begin;
+      std::int32_t first = 0, count = 0;
       const int cut = Cut(task, whole, centroids);
       if (cut != task.end) {
-        first = AddPair();
-        count = 0;
+        first = AddPair(m_rays.m_pairs);
         tasks.push_back({first, 0, task.begin, cut, task.depth + 1});
         tasks.push_back({first, 1, cut, task.end, task.depth + 1});
+      } else {
+        AddLeaf(task, first, count);
       }
-      Pair& pair = pairs[static_cast<std::size_t>(task.pair)];
+      Pair& pair = m_rays.m_pairs[static_cast<std::size_t>(task.pair)];
       for (int i = 0; i < 3; ++i) {
         pair.bound[0][i][task.side] = RoundDown(whole.low[i]);
         pair.bound[1][i][task.side] = RoundUp(whole.high[i]);
@@ -217,16 +321,37 @@ struct MeshRays::Builder {
       pair.count[task.side] = count;
     }
   }
+
+  const MeshRays& m_rays;
+  const util::CMesh& m_mesh;
+  std::vector<Item> m_items;
+  bool m_isGrid = false;  ///< the items are cells
 };
 
-MeshRays::MeshRays(const util::CMesh& mesh) {
-  Builder builder(m_pairs);
-  builder.Collect(mesh);
-  builder.Build();
-  m_pairs.shrink_to_fit();
-  m_triangles.reserve(builder.source.size());
-  for (const Builder::Reference& reference : builder.references)
-    m_triangles.push_back(builder.source[reference.triangle]);
+MeshRays::MeshRays(std::shared_ptr<const util::CMesh> mesh) : m_mesh(std::move(mesh)) {
+  const std::size_t count = m_mesh->faces.size() / 3;
+  m_order.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const Vec* corners[3];
+    bool usable = true;
+    for (std::size_t k = 0; k < 3 && usable; ++k) {
+      const std::int32_t vertex = m_mesh->faces[3 * i + k];
+      usable = vertex >= 0 && static_cast<std::size_t>(vertex) < m_mesh->vertices.size();
+      if (usable) corners[k] = &m_mesh->vertices[static_cast<std::size_t>(vertex)];
+      usable = usable && IsFinite(*corners[k]);
+    }
+    if (!usable) continue;
+    const Vec cross = (*corners[1] - *corners[0]).cross(*corners[2] - *corners[0]);
+    if (cross.x == 0.0 && cross.y == 0.0 && cross.z == 0.0) continue;
+    m_order.push_back(static_cast<std::int32_t>(i));
+  }
+  if (m_order.empty()) return;
+  m_regions.push_back(
+      {0, static_cast<std::int32_t>(m_order.size()), Builder::AddPair(m_pairs), 0, 0});
+  // Whatever the bounds, the first ray enters and finds them.
+  Pair& root = m_pairs.front();
+  for (int i = 0; i < 3; ++i) std::swap(root.bound[0][i][0], root.bound[1][i][0]);
+  root.count[0] = kWaits;
 }
 
 /// A ray readied for slab tests and for the edge tests, which look along it: the axes are permuted
@@ -276,6 +401,15 @@ struct MeshRays::Entry {
   double t;
 };
 
+/// Makes of a region's entry that of the node or the leaf that it becomes. Apart from the hot loop.
+[[gnu::noinline]] void MeshRays::Divide(Entry& entry) const {
+  const Region region = m_regions[static_cast<std::size_t>(entry.first)];
+  Builder(*this).Divide(region);
+  const Pair& pair = m_pairs[static_cast<std::size_t>(region.pair)];
+  entry.first = pair.first[region.side];
+  entry.count = pair.count[region.side];
+}
+
 bool MeshRays::HitTriangle(const Ray& ray, const Triangle& triangle, double& t) {
   const Vec a = triangle.corner[0] - ray.origin;
   const Vec b = triangle.corner[1] - ray.origin;
@@ -301,8 +435,8 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
   Entry stack[kStackSize];
   int depth = 0;
   double limit = maxT;
-  const Triangle* best = nullptr;
-  for (Entry node{0, 0, 0.0};; node = stack[--depth]) {
+  std::int32_t best = -1;
+  for (Entry node{0, 0, 0.0};;) {
     while (node.count == 0 && node.t <= limit * kSlabSlack) {
       const Pair& pair = m_pairs[static_cast<std::size_t>(node.first)];
       Lanes enter, leave;
@@ -321,23 +455,31 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
       }
     }
     if (node.t <= limit * kSlabSlack) {
+      if (node.count < 0) {
+        Divide(node);
+        continue;
+      }
       for (int i = node.first; i < node.first + node.count; ++i) {
         const Triangle& triangle = m_triangles[static_cast<std::size_t>(i)];
         double t;
         if (!HitTriangle(ray, triangle, t) || t > limit) continue;
-        if (best && t == limit && best->index < triangle.index) continue;
-        best = &triangle;
+        if (best >= 0 && t == limit &&
+            m_triangles[static_cast<std::size_t>(best)].index < triangle.index)
+          continue;
+        best = i;
         limit = t;
       }
     }
     if (depth == 0) break;
+    node = stack[--depth];
   }
-  if (!best) return false;
+  if (best < 0) return false;
+  const Triangle& met = m_triangles[static_cast<std::size_t>(best)];
   hit.t = limit;
-  hit.triangle = best->index;
+  hit.triangle = met.index;
   hit.point = origin + direction * limit;
-  hit.edge1 = best->corner[1] - best->corner[0];
-  hit.edge2 = best->corner[2] - best->corner[0];
+  hit.edge1 = met.corner[1] - met.corner[0];
+  hit.edge2 = met.corner[2] - met.corner[0];
   return true;
 }
 

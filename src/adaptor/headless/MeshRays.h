@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "util/Vector3.h"
@@ -12,8 +13,9 @@ class CMesh;
 
 namespace orv::rws::adaptor::headless {
 
-/// A bounding volume hierarchy over the triangles of one mesh, in the mesh's own space, built once
-/// and read from then on. It holds the geometry itself, so the mesh may change or go behind it.
+/// A bounding volume hierarchy over the triangles of one mesh, in the mesh's own space. It is built
+/// where rays go: regions that none has entered stay lists of triangles, so that the first ray
+/// costs two or three looks at the mesh and not a sort of it. Rays therefore come from one thread.
 /// Triangles without area, with an index outside the mesh or a vertex that is not finite never
 /// count. Results do not depend on the shape of the tree: of several triangles hit at one distance
 /// (a ray through an edge) the one with the lowest index wins.
@@ -27,22 +29,23 @@ class MeshRays {
     util::Vector3<double> edge1, edge2;
   };
 
-  explicit MeshRays(const util::CMesh& mesh);
+  /// Holds the mesh, which nobody changes.
+  explicit MeshRays(std::shared_ptr<const util::CMesh> mesh);
 
   /// Closest hit of origin + t * direction with t in [0, maxT]. The direction need not be unit.
   /// Both sides of a triangle count, and no ray passes between two triangles that share an edge.
   bool Intersect(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
                  double maxT, Hit& hit) const;
 
-  int GetTriangleCount() const { return static_cast<int>(m_triangles.size()); }
+  int GetTriangleCount() const { return static_cast<int>(m_order.size()); }
 
  private:
   /// Two children of one node, side by side so that a ray tests both at once, on one cache line.
   /// Bounds in single precision, rounded outwards; a child that is not there has an empty box.
   struct alignas(64) Pair {
     float bound[2][3][2];   ///< low and high, by axis, of each child
-    std::int32_t first[2];  ///< the child's own pair, or the first triangle of a leaf
-    std::int32_t count[2];  ///< triangles of a leaf, 0 for an inner node
+    std::int32_t first[2];  ///< the child's own pair, the first triangle of a leaf, or a region
+    std::int32_t count[2];  ///< triangles of a leaf, 0 for an inner node, below 0 for a region
   };
   static_assert(sizeof(Pair) == 64);
 
@@ -50,15 +53,26 @@ class MeshRays {
     util::Vector3<double> corner[3];
     std::int32_t index;
   };
+  /// Triangles that are not sorted yet, and the place in the tree that waits for them.
+  struct Region {
+    std::int32_t begin, end;  ///< of m_order
+    std::int32_t pair, side;
+    int depth;
+  };
 
-  struct Builder;
+  class Builder;
   struct Ray;
   struct Entry;
 
+  void Divide(Entry& entry) const;
   static bool HitTriangle(const Ray& ray, const Triangle& triangle, double& t);
 
-  std::vector<Pair> m_pairs;          ///< the root alone in the first; empty without triangles
-  std::vector<Triangle> m_triangles;  ///< in leaf order
+  std::shared_ptr<const util::CMesh> m_mesh;
+  // Grow where rays go.
+  mutable std::vector<Pair> m_pairs;  ///< the root alone in the first; empty without triangles
+  mutable std::vector<Triangle> m_triangles;  ///< of the sorted leaves
+  mutable std::vector<Region> m_regions;
+  mutable std::vector<std::int32_t> m_order;  ///< usable triangles, region by region
 };
 
 }  // namespace orv::rws::adaptor::headless
