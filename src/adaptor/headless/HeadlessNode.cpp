@@ -104,6 +104,14 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
       return ShareMesh(static_cast<CNode*>(a)) ? 1 : -1;
     case kIsSameNode:
       return IsSame(static_cast<CNode*>(a)) ? 1 : -1;
+    case kReadName:
+      if (!a) return 0;
+      *static_cast<std::string*>(a) = GetSceneName();
+      return 1;
+    case kIsOfRig:
+      return owner || !GetTag().empty() ? 1 : -1;
+    case kMayMove:
+      return MayMove() ? 1 : -1;
     case kRename:
       return a && Rename(*static_cast<const std::string*>(a)) ? 1 : -1;
     default:
@@ -112,9 +120,16 @@ std::intptr_t HeadlessNode::Extension(int code, void* a, void*) {
 }
 
 void HeadlessNode::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(),
-             {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys, kForgetShapeKeys,
-              kHandOver, kRename, kWrittenByRig, kIsSameNode, kAcquireCurve, kShareMesh});
+  out.insert(out.end(), {kBeginGroupSelection, kEndGroupSelection, kForgetTransformKeys,
+                         kForgetShapeKeys, kHandOver, kRename, kWrittenByRig, kIsSameNode,
+                         kAcquireCurve, kShareMesh, kReadName, kIsOfRig, kMayMove});
+}
+
+/// Whether keys, or a rig of the running take, move the node or one above it.
+bool HeadlessNode::MayMove() {
+  for (HeadlessNode* node = this; node && node->m_sceneNode; node = node->GetParentNode())
+    if (node->buffering || node->m_sceneNode->hasKeys()) return true;
+  return false;
 }
 
 // --- the tree ---

@@ -109,6 +109,7 @@ class HeadlessNode final : public core::CoreNode {
   void SetMesh(std::shared_ptr<const util::CMesh> mesh);
   bool ShareMesh(CNode* from);
   HeadlessNode* GetParentNode();
+  bool MayMove();
   void Detached() { m_sceneNode = nullptr; }
 
   // The take's buffer.

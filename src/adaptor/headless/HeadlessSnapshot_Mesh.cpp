@@ -12,6 +12,19 @@ util::CMesh HeadlessSnapshot_Mesh::GetMesh() {
   return mesh ? *mesh : util::CMesh();
 }
 
+std::intptr_t HeadlessSnapshot_Mesh::Extension(int code, void* a, void* b) {
+  if (code != kMeshExtent || !a) return Base::Extension(code, a, b);
+  if (m_node->IsValid())
+    if (const util::CMesh* const mesh = m_node->GetSceneNode()->mesh())
+      static_cast<MeshExtent*>(a)->Add(*mesh);
+  return 1;
+}
+
+void HeadlessSnapshot_Mesh::GetExtensions(std::vector<int>& out) {
+  Base::GetExtensions(out);
+  out.push_back(kMeshExtent);
+}
+
 void HeadlessSnapshot_Mesh::Place() {
   m_world = m_node->GetWorldPose(m_time);
   m_inverse = m_world.affineInverse();

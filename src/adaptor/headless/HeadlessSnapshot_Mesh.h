@@ -15,6 +15,8 @@ class MeshRays;
 /// A mesh as it stands in the world at one time. Rays meet it where it stood at the first of them.
 /// Pooled by the adaptor.
 class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, HeadlessSnapshot_Mesh> {
+  using Base = PooledSnapshot<CSnapshot_Mesh, HeadlessSnapshot_Mesh>;
+
  public:
   HeadlessSnapshot_Mesh& Bind(HeadlessNode& node, double time) {
     m_node = &node;
@@ -24,6 +26,8 @@ class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, Headle
     return *this;
   }
 
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override;
   /// Nothing to do: the scene's meshes are in triangles from reading on.
   void Triangulate() override {}
   util::CMesh GetMesh() override;

@@ -6,6 +6,7 @@
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
+#include "app/rigwright/GroundText.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
@@ -170,6 +171,7 @@ Json rigJson(Instance& rig, const InstanceReference& row) {
           {"profile", rig.GetCurrentProfile()},
           {"checked", row.IsChecked()},
           {"group", groupAround(row)},
+          {"ground", groundJson(rig)},
           {"parameters", parameters},
           {"inputs", inputs},
           {"outputs", outputs}};
@@ -219,6 +221,8 @@ void tellRig(Output& out, Instance& rig) {
   out.line("");
   out.line("Rig " + rig.GetInstanceName() + "  (" + rig.GetTool()->GetDisplayId() + ", profile " +
            rig.GetCurrentProfile() + ")");
+  if (const std::string ground = groundText(groundJson(rig)); !ground.empty())
+    out.line("  " + ground);
   Table parameters;
   for (const ConfigElement* element : rig.GetConfig().elements())
     if (element->id() >= 0)

@@ -8,6 +8,7 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
+#include "app/rigwright/GroundText.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
@@ -44,6 +45,7 @@ void runParent(Program& program, const NodeOptions& options) {
                                    : options.parent + " is below " + options.node,
                   "move " + options.parent + " elsewhere first");
   }
+  const GroundWatch grounds(job);
   auto& adaptor = job.adaptor();
   auto* moved = adaptor.FindSceneNode(child.name());
   adaptor.BeginUndoBlock("Parent");
@@ -57,6 +59,7 @@ void runParent(Program& program, const NodeOptions& options) {
   program.output().object()["node"] = child.name();
   program.output().object()["parent"] = toWorld ? "/" : parent->name();
   program.output().note(child.name() + " is under " + (toWorld ? "the world" : parent->name()));
+  grounds.tellChanges(child.name());
 }
 
 // --- place ---

@@ -14,6 +14,8 @@ class CInterface;
 enum RigExtension : int {
   kIsComputed = 1,  ///< 1 when the variable of the configuration that `a` points to is a gauge,
                     ///< which the rig computes and the user only reads
+  kTellGround = 2,  ///< fills the GroundReport in `a` with what the rig would meet in a take that
+                    ///< began now: 1
 };
 
 /// One rig. The core calls it on the host's main thread; no operation may block or pump events.

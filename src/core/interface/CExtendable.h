@@ -38,6 +38,10 @@ enum NodeExtension : int {
                        ///< CInterface::ReleaseNode; 0 when the node holds no curve
   kShareMesh = 64,     ///< the node shows the mesh and the colour of the CNode in `a` from here on,
                        ///< of which both then hold one copy: 1, or -1 when that is no mesh
+  kReadName = 65,      ///< the node's own name in the scene goes to the std::string in `a`
+  kIsOfRig = 66,       ///< 1 when a rig made the node, else -1
+  kMayMove = 67,  ///< 1 when the node's world pose may change over time or in the running take,
+                  ///< else -1
 };
 
 }  // namespace orv::rws

@@ -8,6 +8,7 @@
 #include "core/interface/CInterface.h"
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot_Mesh.h"
+#include "core/interface/GroundReport.h"
 #include "plugins/common/SnapshotGuard.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/release/4wheelerextended/CarSettings.h"
@@ -56,17 +57,32 @@ void CGravityDirectionNode::RefuseUnsupportedSurface() {
   Core().RefreshConfig();
 }
 
+/// The parent's mesh in its own space, or of a parent that is none what stands below it, which
+/// needs no pose of its own then.
+util::CMesh CGravityDirectionNode::ParentMesh(CNode& parent, double time, Matrix& pose,
+                                              bool& isMesh) {
+  util::CMesh mesh = MeshOf(&parent, time, isMesh);
+  pose = m_group.IsEmpty() ? PoseOf(&parent, time) : Matrix();
+  if (isMesh || m_group.IsEmpty()) return mesh;
+  isMesh = true;
+  return m_group.Join(false);
+}
+
 void CGravityDirectionNode::CaptureSurfaces(double time) {
   CInterface& core = Core();
   m_parentIsOwn = false;
-  util::CMesh parentMesh;
+  if (HasStoredMesh())
+    m_group.Release();
+  else
+    CaptureGroup(time);
+  Surface ground;
   CNode* const parent = GetNode() && GetNode()->IsValid() ? GetNode()->GetParent() : nullptr;
   if (parent) {
     m_parentIsOwn = IsOwn(*parent);
     bool isMesh = false;
     if (m_settings.bUseStaticMesh && !HasStoredMesh() && !m_parentIsOwn) {
-      parentMesh = MeshOf(parent, time, isMesh);
-      if (parentMesh.vertices.empty()) RefuseUnsupportedSurface();
+      ground.mesh = ParentMesh(*parent, time, ground.pose, isMesh);
+      if (ground.mesh.vertices.empty()) RefuseUnsupportedSurface();
     }
     core.ReleaseNode(static_cast<CExtendable*>(parent));
   }
@@ -86,16 +102,18 @@ void CGravityDirectionNode::CaptureSurfaces(double time) {
 
   m_caster = Caster::kHost;
   if (m_settings.bUseStaticMesh)
-    BuildFastGround(time, std::move(parentMesh));
+    BuildFastGround(time, std::move(ground));
   else if (HasStoredMesh())
     m_caster = Caster::kTree;
+  if (m_caster != Caster::kHost) m_group.Release();
 }
 
 void CGravityDirectionNode::ReleaseSurfaces() {
   m_fast.reset();
+  m_group.Release();
 }
 
-void CGravityDirectionNode::BuildFastGround(double time, util::CMesh parentMesh) {
+void CGravityDirectionNode::BuildFastGround(double time, Surface parent) {
   m_fast = FastGround::Create(m_settings.fGravity);
   if (!m_fast) {
     Core().MessageBox("Error", "Physics World not created", kButtonsOk | kIconCritical);
@@ -112,20 +130,22 @@ void CGravityDirectionNode::BuildFastGround(double time, util::CMesh parentMesh)
     return;
   }
   // The parent goes in last.
-  std::vector<std::pair<util::CMesh, Matrix>> surfaces;
+  std::vector<Surface> surfaces;
   bool anySurface = false;
   ForEachSurface(!m_parentIsOwn, [&](CNode* surface) {
     bool isMesh = false;
-    const bool isParent = !anySurface && !parentMesh.vertices.empty();
+    const bool isParent = !anySurface && !parent.mesh.vertices.empty();
     anySurface = true;
-    surfaces.emplace_back(isParent ? std::move(parentMesh) : MeshOf(surface, time, isMesh),
-                          PoseOf(surface, time));
+    if (isParent)
+      surfaces.push_back(std::move(parent));
+    else
+      surfaces.push_back({MeshOf(surface, time, isMesh), PoseOf(surface, time)});
   });
   if (!anySurface) add("DefaultGround", DefaultGround(), Matrix());
   if (!m_parentIsOwn && !surfaces.empty())
     std::rotate(surfaces.begin(), surfaces.begin() + 1, surfaces.end());
   for (std::size_t i = 0; i < surfaces.size(); ++i)
-    add("Surface" + std::to_string(i), std::move(surfaces[i].first), surfaces[i].second);
+    add("Surface" + std::to_string(i), std::move(surfaces[i].mesh), surfaces[i].pose);
 }
 
 // --- frames ---
@@ -133,7 +153,9 @@ void CGravityDirectionNode::BuildFastGround(double time, util::CMesh parentMesh)
 void CGravityDirectionNode::BeginFrame(double time) {
   EndFrame();
   if (m_caster != Caster::kHost) return;
-  ForEachSurface(!m_parentIsOwn, [&](CNode* surface) {
+  m_frameGroups = m_group.IsEmpty() ? 0 : 1;
+  if (m_frameGroups > 0) m_group.BeginFrame(time);
+  ForEachSurface(!m_parentIsOwn && m_frameGroups == 0, [&](CNode* surface) {
     if (CSnapshot_Mesh* const mesh = Core().GetSnapshotMesh(surface, time))
       m_frameMeshes.push_back(mesh);
   });
@@ -142,10 +164,12 @@ void CGravityDirectionNode::BeginFrame(double time) {
 void CGravityDirectionNode::EndFrame() {
   for (CSnapshot_Mesh* mesh : m_frameMeshes) Core().ReleaseSnapshotMesh(mesh);
   m_frameMeshes.clear();
+  m_group.EndFrame();
+  m_frameGroups = 0;
 }
 
 int CGravityDirectionNode::GetSurfaceCount() const {
-  return m_caster == Caster::kHost ? static_cast<int>(m_frameMeshes.size()) : 1;
+  return m_caster == Caster::kHost ? m_frameGroups + static_cast<int>(m_frameMeshes.size()) : 1;
 }
 
 bool CGravityDirectionNode::IsKnown(int index) const {
@@ -153,7 +177,7 @@ bool CGravityDirectionNode::IsKnown(int index) const {
 }
 
 bool CGravityDirectionNode::Cast(int surface, const Vector& origin, const Vector& direction,
-                                 double length, GroundHit& hit) const {
+                                 double length, GroundHit& hit) {
   const auto index = static_cast<std::size_t>(surface);
   if (m_caster == Caster::kFast) {
     // Its bodies stand in world space, so its rays do too.
@@ -163,7 +187,9 @@ bool CGravityDirectionNode::Cast(int surface, const Vector& origin, const Vector
   }
   if (m_caster == Caster::kHost) {
     RayHit found;
-    if (!m_frameMeshes[index]->Intersect(origin, direction, length, found)) return false;
+    if (surface < m_frameGroups ? !m_group.Intersect(origin, direction, length, found)
+                                : !FrameMesh(surface).Intersect(origin, direction, length, found))
+      return false;
     hit = {found.distance, found.point, found.normal};
     return true;
   }
@@ -183,17 +209,42 @@ bool CGravityDirectionNode::Cast(int surface, const Vector& origin, const Vector
 }
 
 bool CGravityDirectionNode::PrepareNear(const Vector& centre, double reach) {
+  if (m_frameGroups > 0 && !m_group.PrepareNear(centre, reach) && m_frameMeshes.empty())
+    return false;
   if (m_caster != Caster::kFast) return true;
   m_fast->Gather(centre, reach, m_near);
   return !m_near.IsEmpty();
 }
 
 bool CGravityDirectionNode::CastNear(int surface, const Vector& origin, const Vector& direction,
-                                     double length, GroundHit& hit) const {
+                                     double length, GroundHit& hit) {
+  if (surface < m_frameGroups) {
+    RayHit found;
+    if (!m_group.IntersectNear(origin, direction, length, found)) return false;
+    hit = {found.distance, found.point, found.normal};
+    return true;
+  }
   if (m_caster != Caster::kFast) return Cast(surface, origin, direction, length, hit);
   if (!m_near.Cast(origin, direction, length, hit.distance, hit.normal)) return false;
   hit.point = origin + direction * hit.distance;
   return true;
+}
+
+// --- what a user is told ---
+
+std::intptr_t CGravityDirectionNode::TellGround(GroundReport& report) const {
+  report.title = "Ground";
+  report.otherwise = m_settings.bUseStaticMesh
+                         ? "none: the plane y = 0 carries the car, up to 1000 m from the origin"
+                         : "none: the plane y = 0 carries the car";
+  if (!HasStoredMesh()) {
+    Describe(Core().GetTime(), report);
+    return 1;
+  }
+  report.isStored = true;
+  report.meshes = 1;
+  report.triangles = static_cast<std::int64_t>(cMesh_storedGroundMesh.faces.size() / 3);
+  return 1;
 }
 
 // --- stored mesh ---
@@ -213,8 +264,10 @@ bool CGravityDirectionNode::StoreGroundMesh() {
   }
   const double now = core.GetTime();
   bool isMesh = false;
-  util::CMesh mesh = MeshOf(parent, now, isMesh);
-  const Matrix pose = PoseOf(parent, now);
+  CaptureGroup(now);
+  Matrix pose;
+  util::CMesh mesh = ParentMesh(*parent, now, pose, isMesh);
+  m_group.Release();
   core.ReleaseNode(static_cast<CExtendable*>(parent));
   if (!isMesh) return refuse("Surface not a mesh");
   if (mesh.faces.empty()) return refuse("Mesh Invalid");

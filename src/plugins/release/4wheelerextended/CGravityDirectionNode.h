@@ -26,9 +26,11 @@ struct GroundHit {
   util::Vector3<double> normal;  ///< unit
 };
 
-/// Its parent node and each of its child nodes is a ground surface; its Y row points against
-/// gravity. Surfaces are captured once, when a take starts. Rays go through one of three casters:
-/// the host's meshes, the fast caster's own world, or the tree over a stored mesh.
+/// Its parent node (or where that is no mesh all meshes below it, as one surface) and each of its
+/// child nodes is a ground surface; its Y row points against gravity. Surfaces are captured once,
+/// when a take starts. Rays go through one of three casters: the host's meshes, the fast caster's
+/// own world, or the tree over a stored mesh. The last two take moving meshes where they stand when
+/// the take starts or the mesh is stored.
 class CGravityDirectionNode : public SurfaceNode {
  public:
   using Vector = util::Vector3<double>;
@@ -53,10 +55,10 @@ class CGravityDirectionNode : public SurfaceNode {
   /// Whether surface `index` was there when the take started.
   bool IsKnown(int index) const;
   bool Cast(int surface, const Vector& origin, const Vector& direction, double length,
-            GroundHit& hit) const;
+            GroundHit& hit);
   /// The same for a ray within `reach` (m) of the point that PrepareNear was given.
   bool CastNear(int surface, const Vector& origin, const Vector& direction, double length,
-                GroundHit& hit) const;
+                GroundHit& hit);
   /// False when no ray can meet ground within `reach` of `centre`.
   bool PrepareNear(const Vector& centre, double reach);
 
@@ -67,15 +69,26 @@ class CGravityDirectionNode : public SurfaceNode {
   void BuildTree();
   bool HasStoredMesh() const { return !cMesh_storedGroundMesh.faces.empty(); }
 
+  /// Fills the answer to kTellGround.
+  std::intptr_t TellGround(GroundReport& report) const;
+
   util::CMesh cMesh_storedGroundMesh;  ///< in the surface's own space
   Matrix mBulletGroundMesh;            ///< world matrix of the surface when it was stored
 
  private:
   enum class Caster { kHost, kFast, kTree };
 
+  struct Surface {
+    util::CMesh mesh;
+    Matrix pose;
+  };
   void RefuseUnsupportedSurface();
-  /// `parentMesh` is that of the parent where it is ground.
-  void BuildFastGround(double time, util::CMesh parentMesh);
+  util::CMesh ParentMesh(CNode& parent, double time, Matrix& pose, bool& isMesh);
+  /// `parent` is that of the parent where it is ground.
+  void BuildFastGround(double time, Surface parent);
+  CSnapshot_Mesh& FrameMesh(int surface) const {
+    return *m_frameMeshes[static_cast<std::size_t>(surface - m_frameGroups)];
+  }
 
   CarSettings& m_settings;
   GroundShapePool& m_shapes;
@@ -86,7 +99,8 @@ class CGravityDirectionNode : public SurfaceNode {
   std::unique_ptr<FastGround> m_fast;
   NearGround m_near;
   std::unique_ptr<MeshOctreeNode> m_tree;
-  std::vector<CSnapshot_Mesh*> m_frameMeshes;
+  int m_frameGroups = 0;  ///< 1 where the meshes below the parent are the frame's first surface
+  std::vector<CSnapshot_Mesh*> m_frameMeshes;  ///< those behind it
 };
 
 }  // namespace orv::rws::addon

@@ -56,6 +56,7 @@ void CCarCamObject::AddCheckBox(const char* label, const char* tooltip, bool& va
 }
 
 std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
+  if (code == kTellGround && a) return m_gravity.TellGround(*static_cast<GroundReport*>(a));
   if (code != kIsComputed) return CCamera::Extension(code, a, b);
   for (const double* gauge :
        {&m_gauges.maximumVelocity, &m_gauges.velocity, &m_gauges.velocityPercent,
@@ -65,7 +66,7 @@ std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
 }
 
 void CCarCamObject::GetExtensions(std::vector<int>& out) {
-  out.push_back(kIsComputed);
+  out.insert(out.end(), {kIsComputed, kTellGround});
 }
 
 int CCarCamObject::Define() {

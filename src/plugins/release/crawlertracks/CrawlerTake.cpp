@@ -82,6 +82,7 @@ void CrawlerTracks::WarnOfScale(double time) {
 void CrawlerTracks::Start(double time) {
   m_inTake = true;
   m_hideModes.Start();
+  m_gravityDirection.CaptureSurfaces(time);
   groundExist = m_gravityDirection.HasMesh(time);
   m_isRunning = IsReady(time);
   if (!m_isRunning) return;
@@ -113,6 +114,7 @@ void CrawlerTracks::Forget(double time) {
 
 void CrawlerTracks::Stop() {
   m_hideModes.Stop();
+  m_gravityDirection.ReleaseSurfaces();
   m_world.reset();
   m_isRunning = m_inTake = false;
 }

@@ -53,24 +53,44 @@ bool BeltGroundNode::HasMesh(double time) const {
     any = mesh != nullptr;
     Core().ReleaseSnapshotMesh(mesh);
   });
-  return any;
+  if (any) return true;
+  const std::vector<CNode*> below = FindBelow(time);
+  for (CNode* node : below) Core().ReleaseNode(static_cast<CExtendable*>(node));
+  return !below.empty();
 }
 
 std::vector<std::shared_ptr<const triMeshStorage>> BeltGroundNode::ReadShapes(
     double time, double scale, GroundShapePool& pool) const {
   std::vector<std::shared_ptr<const triMeshStorage>> shapes;
-  ForEachSurface(true, [&](CNode* surface) {
-    bool isMesh = false;
-    util::CMesh mesh = IsOwn(*surface) ? util::CMesh() : MeshOf(surface, time, isMesh);
-    const Vector stretch = PoseOf(surface, time).rowLengths() / scale;
-    shapes.push_back(mesh.faces.empty() ? nullptr : pool.Get(std::move(mesh), stretch));
+  const auto add = [&](util::CMesh mesh, const Vector& size) {
+    const bool isEmpty = mesh.faces.empty();
+    shapes.push_back(isEmpty ? nullptr : pool.Get(std::move(mesh), size / scale));
+  };
+  bool isMesh = false;
+  if (m_group.HasStill()) add(m_group.Join(true), Vector(1.0, 1.0, 1.0));
+  for (const SurfaceGroup::Member& member : m_group.GetMoving())
+    add(MeshOf(member.node, time, isMesh), PoseOf(member.node, time).rowLengths());
+  ForEachSurface(m_group.IsEmpty(), [&](CNode* surface) {
+    add(IsOwn(*surface) ? util::CMesh() : MeshOf(surface, time, isMesh),
+        PoseOf(surface, time).rowLengths());
   });
   return shapes;
 }
 
 void BeltGroundNode::ReadPoses(double time, std::vector<Matrix>& poses) const {
   poses.clear();
-  ForEachSurface(true, [&](CNode* surface) { poses.push_back(PoseOf(surface, time)); });
+  if (m_group.HasStill()) poses.emplace_back();
+  for (const SurfaceGroup::Member& member : m_group.GetMoving())
+    poses.push_back(PoseOf(member.node, time));
+  ForEachSurface(m_group.IsEmpty(),
+                 [&](CNode* surface) { poses.push_back(PoseOf(surface, time)); });
+}
+
+std::intptr_t BeltGroundNode::TellGround(GroundReport& report) const {
+  report.title = "Ground";
+  report.otherwise = "none: the belt hangs on its wheels";
+  Describe(Core().GetTime(), report);
+  return 1;
 }
 
 // --- life ---
@@ -227,6 +247,11 @@ void CrawlerTracks::DefineCreationProperties() {
 }
 
 // --- the factory ---
+
+std::intptr_t CrawlerTracks::Extension(int code, void* a, void* b) {
+  return code == kTellGround && a ? m_gravityDirection.TellGround(*static_cast<GroundReport*>(a))
+                                  : CCamera::Extension(code, a, b);
+}
 
 CCamera* CrawlerTracksPlugin::CreateObject(const CreationRecord& record) {
   return new CrawlerTracks(record, m_shapes);

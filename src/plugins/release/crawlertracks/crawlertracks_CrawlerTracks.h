@@ -9,6 +9,7 @@
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
+#include "core/interface/GroundReport.h"
 #include "plugins/common/HideModes.h"
 #include "plugins/common/History.h"
 #include "plugins/common/SaveChunk.h"
@@ -44,18 +45,23 @@ struct CrawlerSettings {
   bool trackWheel = true;
 };
 
-/// The node whose parent and children are the ground of a belt, and whose Z row points against
-/// gravity.
+/// The node whose parent (or the meshes below one that is no mesh) and children are the ground of a
+/// belt, and whose Z row points against gravity.
 class BeltGroundNode : public SurfaceNode {
  public:
   BeltGroundNode(CCamera& rig, const RigSceneNode& frame);
 
   using SurfaceNode::MeshOf;
 
+  /// Captures the meshes below a parent for a take that starts at `time`, and lets them go.
+  void CaptureSurfaces(double time) { CaptureGroup(time); }
+  void ReleaseSurfaces() { m_group.Release(); }
+  /// Fills the answer to kTellGround.
+  std::intptr_t TellGround(GroundReport& report) const;
   /// Whether any surface is a mesh at `time`.
   bool HasMesh(double time) const;
-  /// Triangles of each surface, stretched into a belt's world of this scale, from `pool`; null for
-  /// one that is no mesh.
+  /// Triangles of each surface (the members of a group that never move are one), stretched into a
+  /// belt's world of this scale, from `pool`; null for one that is no mesh.
   std::vector<std::shared_ptr<const triMeshStorage>> ReadShapes(double time, double scale,
                                                                 GroundShapePool& pool) const;
   /// Fills `poses` with the world pose of each surface, in the same order.
@@ -90,6 +96,8 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   int Store() override;
   void OnCallback(std::string name) override;
   void Forget(double time) override;
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellGround); }
 
   // What undo steps exchange.
   struct WheelState {

@@ -5,6 +5,7 @@
 #include "core/interface/CInterface.h"
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot_Mesh.h"
+#include "core/interface/GroundReport.h"
 #include "plugins/common/FrameGrid.h"
 #include "util/CMesh_Box.h"
 
@@ -29,19 +30,34 @@ void CCollisionNode::BeginFrame(double time) {
   EndFrame();
   CNode* const node = GetNode();
   CNode* const parent = node && node->IsValid() ? node->GetParent() : nullptr;
-  const bool withParent = parent && !IsOwn(*parent);
+  const bool withParent = parent && !IsOwn(*parent) && m_group.IsEmpty();
   if (parent) Core().ReleaseNode(static_cast<CExtendable*>(parent));
-  ForEachSurface(withParent, [&](CNode* surface) { Gather(*surface, time, true); });
+  if (!m_group.IsEmpty()) {
+    m_group.BeginFrame(time);
+    if (m_group.HasStill()) m_surfaces.push_back({nullptr, -1, Matrix(), false});
+    int moving = 0;
+    for (const SurfaceGroup::Member& member : m_group.GetMoving())
+      Add(nullptr, moving++, member.node, time);
+  }
+  bool isParent = withParent;
+  ForEachSurface(withParent, [&](CNode* surface) {
+    Gather(*surface, time, !isParent);
+    isParent = false;
+  });
+}
+
+void CCollisionNode::Add(CSnapshot_Mesh* mesh, int moving, CNode* node, double time) {
+  const Matrix now = PoseOf(node, time);
+  const Matrix before = PoseOf(node, FrameBefore(time, Core().GetFrameDuration()));
+  const bool moves = now != before && before.affineInverse()[15] != 0.0;
+  m_surfaces.push_back({mesh, moving, moves ? now * before.affineInverse() : Matrix(), moves});
+  m_anyMoves = m_anyMoves || moves;
 }
 
 void CCollisionNode::Gather(CNode& surface, double time, bool withChildren) {
   if (IsOwn(surface)) return;
   if (CSnapshot_Mesh* const mesh = Core().GetSnapshotMesh(&surface, time)) {
-    const Matrix now = PoseOf(&surface, time);
-    const Matrix before = PoseOf(&surface, FrameBefore(time, Core().GetFrameDuration()));
-    const bool moves = now != before && before.affineInverse()[15] != 0.0;
-    m_surfaces.push_back({mesh, moves ? now * before.affineInverse() : Matrix(), moves});
-    m_anyMoves = m_anyMoves || moves;
+    Add(mesh, -1, &surface, time);
     return;
   }
   for (int i = 0; withChildren && i < surface.GetChildCount(); ++i) {
@@ -55,7 +71,32 @@ void CCollisionNode::Gather(CNode& surface, double time, bool withChildren) {
 void CCollisionNode::EndFrame() {
   for (const Surface& surface : m_surfaces) Core().ReleaseSnapshotMesh(surface.mesh);
   m_surfaces.clear();
+  m_group.EndFrame();
   m_anyMoves = false;
+}
+
+void CCollisionNode::ReleaseSurfaces() {
+  EndFrame();
+  m_group.Release();
+}
+
+std::intptr_t CCollisionNode::TellGround(GroundReport& report) const {
+  report.title = "Target";
+  report.otherwise = "none: projectiles meet nothing";
+  Describe(Core().GetTime(), report);
+  return 1;
+}
+
+bool CCollisionNode::Intersect(const Surface& surface, const Vector& origin,
+                               const Vector& direction, double reach, RayHit& hit) const {
+  if (surface.mesh) return surface.mesh->Intersect(origin, direction, reach, hit);
+  if (surface.moving < 0) return m_group.IntersectStill(origin, direction, reach, hit);
+  const auto index = static_cast<std::size_t>(surface.moving);
+  if (BoxTree::Enter(m_group.GetMovingBoxes()[index], origin, BoxTree::Inverse(direction), reach) <
+      0.0)
+    return false;
+  CSnapshot_Mesh* const mesh = m_group.SnapshotOfMoving(index);
+  return mesh && mesh->Intersect(origin, direction, reach, hit);
 }
 
 /// A surface that moves meets a projectile on its way relative to the surface.
@@ -70,7 +111,7 @@ bool CCollisionNode::MeetNearest(const Vector& from, const Vector& to, bool fram
     const Vector direction = way / length;
     RayHit met;
     const double reach = (found ? length * hit.part : length) + skin;
-    if (!surface.mesh->Intersect(origin, direction, reach, met)) continue;
+    if (!Intersect(surface, origin, direction, reach, met)) continue;
     const double part = std::min(met.distance / length, 1.0);
     if (found && part >= hit.part) continue;
     found = true;

@@ -137,7 +137,7 @@ int Firepower::Restore() {
 void Firepower::Destroy() {
   // A take that has not ended has left its keys and its hidden nodes behind.
   if (m_inTake) {
-    m_collision.EndFrame();
+    m_collision.ReleaseSurfaces();
     Tell(kErrorWhenDeleting);
   }
   CCamera::Destroy();
@@ -167,6 +167,7 @@ void Firepower::Start(double time) {
   RemoveBulletsAfter(time);
   ResumeBullets(before, first);
   FindRest(before);
+  m_collision.CaptureSurfaces(time);
   m_hideModes.Start();
 }
 
@@ -178,7 +179,7 @@ void Firepower::Forget(double time) {
 }
 
 void Firepower::Stop() {
-  m_collision.EndFrame();
+  m_collision.ReleaseSurfaces();
   m_hideModes.Stop();
   m_living.clear();
   m_overdue.clear();
@@ -375,6 +376,11 @@ CNode* Firepower::MakeBulletNode(const std::string& name) {
 
 void Firepower::Update(double /*time*/) {
   m_pInterface->RefreshConfig();
+}
+
+std::intptr_t Firepower::Extension(int code, void* a, void* b) {
+  return code == kTellGround && a ? m_collision.TellGround(*static_cast<GroundReport*>(a))
+                                  : CCamera::Extension(code, a, b);
 }
 
 // --- the factory ---

@@ -8,6 +8,7 @@
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
+#include "core/interface/GroundReport.h"
 #include "plugins/common/HideModes.h"
 #include "plugins/common/RigSceneNode.h"
 #include "plugins/common/SaveChunk.h"
@@ -45,6 +46,8 @@ class Firepower : public CCamera, public CInterface::Callback {
   void Destroy() override;
   void OnCallback(std::string name) override;
   void Forget(double time) override;
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellGround); }
 
  private:
   /// Where the gun stands in a frame.
