@@ -10,6 +10,7 @@
 
 namespace orv::rws::adaptor::headless {
 
+using util::Box;
 using Vec = util::Vector3<double>;
 
 namespace {
@@ -26,40 +27,18 @@ constexpr int kGridTriangles = 16;
 constexpr int kMostCells = 8192;
 /// Count of a child that is a region.
 constexpr std::int32_t kWaits = -1;
+/// Part of a place's size that its rays keep from its border.
+constexpr double kPlaceMargin = 1e-3;
+/// Shortest ray, over its distance from the mesh's origin, whose rounding is far below that.
+constexpr double kShortestInPlace = 1e-6;
 /// Covers the rounding of a slab test (three operations in double precision).
 constexpr double kSlabSlack = 1.0000000000000016;
 
-struct Bounds {
-  double low[3] = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
-                   std::numeric_limits<double>::infinity()};
-  double high[3] = {-std::numeric_limits<double>::infinity(),
-                    -std::numeric_limits<double>::infinity(),
-                    -std::numeric_limits<double>::infinity()};
-
-  void Add(const Vec& p) {
-    for (int i = 0; i < 3; ++i) {
-      low[i] = std::min(low[i], p[i]);
-      high[i] = std::max(high[i], p[i]);
-    }
-  }
-  void Add(const Bounds& other) {
-    for (int i = 0; i < 3; ++i) {
-      low[i] = std::min(low[i], other.low[i]);
-      high[i] = std::max(high[i], other.high[i]);
-    }
-  }
-  Vec Low() const { return {low[0], low[1], low[2]}; }
-  Vec High() const { return {high[0], high[1], high[2]}; }
-  Vec Middle() const {
-    return {0.5 * low[0] + 0.5 * high[0], 0.5 * low[1] + 0.5 * high[1],
-            0.5 * low[2] + 0.5 * high[2]};
-  }
-  /// Half the surface; 0 for an empty box.
-  double Area() const {
-    const double x = high[0] - low[0], y = high[1] - low[1], z = high[2] - low[2];
-    return x < 0.0 ? 0.0 : x * y + y * z + z * x;
-  }
-};
+/// Half the surface; 0 for an empty box.
+double Area(const Box& box) {
+  const Vec size = box.high - box.low;
+  return size.x < 0.0 ? 0.0 : size.x * size.y + size.y * size.z + size.z * size.x;
+}
 
 float RoundDown(double value) {
   const float f = static_cast<float>(value);
@@ -113,7 +92,7 @@ class MeshRays::Builder {
  private:
   /// What is sorted: a triangle, or the triangles of a cell of the grid.
   struct Item {
-    Bounds bounds;
+    Box bounds;
     Vec centroid;
     std::int32_t begin, end;  ///< of the order
     std::int32_t Weight() const { return end - begin; }
@@ -132,8 +111,8 @@ class MeshRays::Builder {
     const auto face = 3 * static_cast<std::size_t>(triangle) + static_cast<std::size_t>(k);
     return m_mesh.vertices[static_cast<std::size_t>(m_mesh.faces[face])];
   }
-  Bounds BoundsOf(std::int32_t triangle) const {
-    Bounds bounds;
+  Box BoundsOf(std::int32_t triangle) const {
+    Box bounds;
     for (int k = 0; k < 3; ++k) bounds.Add(Corner(triangle, k));
     return bounds;
   }
@@ -142,7 +121,7 @@ class MeshRays::Builder {
     m_items.clear();
     m_isGrid = false;
     for (std::int32_t i = region.begin; i < region.end; ++i) {
-      const Bounds bounds = BoundsOf(m_rays.m_order[static_cast<std::size_t>(i)]);
+      const Box bounds = BoundsOf(m_rays.m_order[static_cast<std::size_t>(i)]);
       m_items.push_back({bounds, bounds.Middle(), i, i + 1});
     }
   }
@@ -151,15 +130,15 @@ class MeshRays::Builder {
   bool FillGrid(const Region& region) {
     const auto first = m_rays.m_order.begin() + region.begin;
     const int count = region.end - region.begin;
-    Bounds centroids;
+    Box centroids;
     Vec meanSize;
     for (int i = 0; i < count; ++i) {
-      const Bounds bounds = BoundsOf(first[i]);
+      const Box bounds = BoundsOf(first[i]);
       centroids.Add(bounds.Middle());
-      meanSize += (bounds.High() - bounds.Low()) / count;
+      meanSize += (bounds.high - bounds.low) / count;
     }
     int cells[3] = {1, 1, 1};
-    Vec step = centroids.High() - centroids.Low();
+    Vec step = centroids.high - centroids.low;
     for (int total = 1; 2 * total * kGridTriangles <= count && total < kMostCells; total *= 2) {
       // The axis by which the box round a cell's triangles shrinks most.
       int best = 0;
@@ -180,7 +159,7 @@ class MeshRays::Builder {
     std::vector<Item> grid(static_cast<std::size_t>(cells[0]) * cells[1] * cells[2]);
     std::vector<std::int32_t> cellOf(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-      const Bounds bounds = BoundsOf(first[i]);
+      const Box bounds = BoundsOf(first[i]);
       const Vec middle = bounds.Middle();
       int cell = 0;
       for (int axis = 2; axis >= 0; --axis) {
@@ -224,12 +203,12 @@ class MeshRays::Builder {
     return std::clamp(bin, 0, kBins - 1);
   }
 
-  void TryAxis(const Task& task, const Bounds& centroids, int axis, Split& best) const {
+  void TryAxis(const Task& task, const Box& centroids, int axis, Split& best) const {
     const double low = centroids.low[axis];
     const double extent = centroids.high[axis] - low;
     if (!(extent > 0.0)) return;
     const double scale = kBins / extent;
-    std::array<Bounds, kBins> bounds;
+    std::array<Box, kBins> bounds;
     std::array<int, kBins> counts{};
     int all = 0;
     for (int i = task.begin; i < task.end; ++i) {
@@ -239,23 +218,23 @@ class MeshRays::Builder {
       all += m_items[i].Weight();
     }
     std::array<double, kBins> rightCost{};
-    Bounds right;
+    Box right;
     for (int bin = kBins - 1, count = 0; bin > 0; --bin) {
       right.Add(bounds[bin]);
       count += counts[bin];
-      rightCost[bin] = count * right.Area();
+      rightCost[bin] = count * Area(right);
     }
-    Bounds left;
+    Box left;
     for (int bin = 0, count = 0; bin < kBins - 1; ++bin) {
       left.Add(bounds[bin]);
       count += counts[bin];
-      const double cost = count * left.Area() + rightCost[bin + 1];
+      const double cost = count * Area(left) + rightCost[bin + 1];
       if (count > 0 && count < all && cost < best.cost) best = {axis, cost, bin};
     }
   }
 
   /// Where the range is cut; its end when it should stay one leaf.
-  int Cut(const Task& task, const Bounds& whole, const Bounds& centroids) {
+  int Cut(const Task& task, const Box& whole, const Box& centroids) {
     const int count = task.end - task.begin;
     const int leafSize = m_isGrid ? 1 : kLeafSize;
     if (count <= 1) return task.end;
@@ -264,7 +243,7 @@ class MeshRays::Builder {
       for (int axis = 0; axis < 3; ++axis) TryAxis(task, centroids, axis, split);
     if (split.axis < 0) return count <= leafSize ? task.end : task.begin + count / 2;
     // A traversal step costs about as much as one triangle.
-    if (count <= leafSize && split.cost + whole.Area() >= count * whole.Area()) return task.end;
+    if (count <= leafSize && split.cost + Area(whole) >= count * Area(whole)) return task.end;
     const double low = centroids.low[split.axis];
     const double scale = kBins / (centroids.high[split.axis] - low);
     const auto middle = std::partition(
@@ -298,7 +277,7 @@ class MeshRays::Builder {
     while (!tasks.empty()) {
       const Task task = tasks.back();
       tasks.pop_back();
-      Bounds whole, centroids;
+      Box whole, centroids;
       for (int i = task.begin; i < task.end; ++i) {
         whole.Add(m_items[i].bounds);
         centroids.Add(m_items[i].centroid);
@@ -428,6 +407,67 @@ bool MeshRays::HitTriangle(const Ray& ray, const Triangle& triangle, double& t) 
   return t >= 0.0;
 }
 
+/// Whether the ray's whole way lies in the place. The second of two rays that come near each other
+/// makes a new one.
+bool MeshRays::IsInPlace(const Vec& origin, const Vec& way) const {
+  if (!IsFinite(way)) return false;
+  Box box;
+  box.Add(origin);
+  box.Add(origin + way);
+  if (m_place.count >= 0 && m_place.inner.Holds(box)) return true;
+  double longest = 0.0, farthest = 0.0;
+  for (int i = 0; i < 3; ++i) {
+    longest = std::max(longest, std::abs(way[i]));
+    farthest = std::max(farthest, std::abs(origin[i]));
+  }
+  if (!(longest > farthest * kShortestInPlace)) return false;
+  const bool isNear = m_place.seen.Holds(box);
+  const Vec room(longest, longest, longest);
+  m_place.seen = {box.low - room, box.high + room};
+  if (isNear) FillPlace(m_place.seen);
+  return isNear;
+}
+
+/// Comes down from the root as long as few nodes are enough.
+void MeshRays::FillPlace(const Box& box) const {
+  Place& place = m_place;
+  const Vec margin = (box.high - box.low) * kPlaceMargin;
+  place.inner = {box.low + margin, box.high - margin};
+  place.count = 1;
+  place.pair[0] = place.side[0] = 0;
+  const auto meets = [&](const Pair& pair, int side) {
+    for (int i = 0; i < 3; ++i)
+      if (pair.bound[0][i][side] > box.high[i] || pair.bound[1][i][side] < box.low[i]) return false;
+    return true;
+  };
+  for (int i = 0; i < place.count;) {
+    const Pair& pair = m_pairs[static_cast<std::size_t>(place.pair[i])];
+    const std::int32_t below = pair.first[place.side[i]];
+    if (pair.count[place.side[i]] != 0) {
+      ++i;  // a leaf, or a region that waits
+      continue;
+    }
+    const Pair& children = m_pairs[static_cast<std::size_t>(below)];
+    const bool first = meets(children, 0), second = meets(children, 1);
+    if (first && second && place.count == Place::kMostNodes) {
+      ++i;
+      continue;
+    }
+    if (first || second) {
+      place.pair[i] = below;
+      place.side[i] = first ? 0 : 1;
+    } else {
+      --place.count;
+      place.pair[i] = place.pair[place.count];
+      place.side[i] = place.side[place.count];
+    }
+    if (first && second) {
+      place.pair[place.count] = below;
+      place.side[place.count++] = 1;
+    }
+  }
+}
+
 bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, Hit& hit) const {
   if (m_pairs.empty() || !IsFinite(origin) || !IsFinite(direction) || !(maxT >= 0.0)) return false;
   if (direction.x == 0.0 && direction.y == 0.0 && direction.z == 0.0) return false;
@@ -436,7 +476,16 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
   int depth = 0;
   double limit = maxT;
   std::int32_t best = -1;
-  for (Entry node{0, 0, 0.0};;) {
+  Entry node{0, 0, 0.0};
+  if (IsInPlace(origin, direction * maxT)) {
+    for (int i = m_place.count; i-- > 0;) {
+      const Pair& pair = m_pairs[static_cast<std::size_t>(m_place.pair[i])];
+      stack[depth++] = {pair.first[m_place.side[i]], pair.count[m_place.side[i]], 0.0};
+    }
+    if (depth == 0) return false;
+    node = stack[--depth];
+  }
+  for (;;) {
     while (node.count == 0 && node.t <= limit * kSlabSlack) {
       const Pair& pair = m_pairs[static_cast<std::size_t>(node.first)];
       Lanes enter, leave;

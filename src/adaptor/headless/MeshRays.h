@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "util/Box.h"
 #include "util/Vector3.h"
 
 namespace orv::util {
@@ -60,11 +61,23 @@ class MeshRays {
     int depth;
   };
 
+  /// A neighbourhood in which many short rays follow each other, as those of a wheel do, and the
+  /// few nodes that reach into it: its rays need not come down from the root.
+  struct Place {
+    static constexpr int kMostNodes = 6;
+    util::Box inner;  ///< rays within it may use the nodes
+    util::Box seen;   ///< round the latest ray that found no place
+    int count = -1;   ///< of the nodes; below 0 while there is no place
+    std::int32_t pair[kMostNodes], side[kMostNodes];
+  };
+
   class Builder;
   struct Ray;
   struct Entry;
 
   void Divide(Entry& entry) const;
+  bool IsInPlace(const util::Vector3<double>& origin, const util::Vector3<double>& way) const;
+  void FillPlace(const util::Box& box) const;
   static bool HitTriangle(const Ray& ray, const Triangle& triangle, double& t);
 
   std::shared_ptr<const util::CMesh> m_mesh;
@@ -72,6 +85,7 @@ class MeshRays {
   mutable std::vector<Pair> m_pairs;  ///< the root alone in the first; empty without triangles
   mutable std::vector<Triangle> m_triangles;  ///< of the sorted leaves
   mutable std::vector<Region> m_regions;
+  mutable Place m_place;
   mutable std::vector<std::int32_t> m_order;  ///< usable triangles, region by region
 };
 

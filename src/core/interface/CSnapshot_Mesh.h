@@ -1,12 +1,11 @@
 // Geometry of a node at one time.
 #pragma once
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 
 #include "core/interface/CExtendable.h"
+#include "util/Box.h"
 #include "util/CMesh.h"
 #include "util/Vector3.h"
 
@@ -27,22 +26,13 @@ enum MeshExtension : int {
 
 /// How many triangles a mesh has, and where, in its own space.
 struct MeshExtent {
-  using Vector = util::Vector3<double>;
-  static constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-  Vector low{kInfinity, kInfinity, kInfinity};  ///< of the vertices that are finite
-  Vector high{-kInfinity, -kInfinity, -kInfinity};
+  util::Box box;  ///< round the vertices that are finite
   std::int64_t triangles = 0;
 
   void Add(const util::CMesh& mesh) {
     triangles += static_cast<std::int64_t>(mesh.faces.size() / 3);
-    for (const Vector& v : mesh.vertices) {
-      if (!std::isfinite(v.x) || !std::isfinite(v.y) || !std::isfinite(v.z)) continue;
-      for (int i = 0; i < 3; ++i) {
-        low[i] = std::min(low[i], v[i]);
-        high[i] = std::max(high[i], v[i]);
-      }
-    }
+    for (const util::Vector3<double>& v : mesh.vertices)
+      if (std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z)) box.Add(v);
   }
 };
 

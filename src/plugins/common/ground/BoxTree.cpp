@@ -6,6 +6,7 @@
 
 namespace orv::rws::addon {
 
+using util::Box;
 using Vector = BoxTree::Vector;
 
 namespace {

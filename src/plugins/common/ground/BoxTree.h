@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "plugins/common/ground/Box.h"
+#include "util/Box.h"
 
 namespace orv::rws::addon {
 
@@ -13,6 +13,7 @@ namespace orv::rws::addon {
 class BoxTree {
  public:
   using Vector = util::Vector3<double>;
+  using Box = util::Box;
 
   /// A box that a ray crosses, and the way of the ray up to it (in lengths of its direction, 0 from
   /// within).

@@ -9,14 +9,32 @@
 namespace orv::rws::addon {
 
 using Matrix = SurfaceGroup::Matrix;
+using util::Box;
 
 namespace {
+
+/// Of a place in the world, over its distance from the origin.
+constexpr double kRounding = 1e-9;
 
 Matrix PoseOf(CInterface& core, CNode* node, double time) {
   Matrix pose;
   const SnapshotGuard snapshot(core, node, time);
   if (snapshot) snapshot->GetMatrix(pose.data());
   return pose;
+}
+
+/// The box round a box that a matrix moves, with room for the rounding of whoever looks into it by
+/// other sums.
+Box MovedBox(const Box& box, const Matrix& by) {
+  Box moved;
+  for (int corner = 0; corner < 8; ++corner)
+    moved.Add(
+        by.transformPoint({corner & 1 ? box.high.x : box.low.x, corner & 2 ? box.high.y : box.low.y,
+                           corner & 4 ? box.high.z : box.low.z}));
+  const double slack = kRounding * (1.0 + moved.low.length() + moved.high.length());
+  moved.low -= SurfaceGroup::Vector(slack, slack, slack);
+  moved.high += SurfaceGroup::Vector(slack, slack, slack);
+  return moved;
 }
 
 }  // namespace
@@ -39,7 +57,7 @@ void SurfaceGroup::Capture(CInterface& core, const std::vector<CNode*>& nodes, d
     Member member{node, order++, {}, PoseOf(core, node, time), nullptr};
     if (CSnapshot_Mesh* const mesh = core.GetSnapshotMesh(node, time)) {
       const MeshExtent extent = ExtentOf(*mesh);
-      if (extent.triangles > 0) member.own = {extent.low, extent.high};
+      if (extent.triangles > 0) member.own = extent.box;
       core.ReleaseSnapshotMesh(mesh);
     }
     if (member.own.IsEmpty()) {

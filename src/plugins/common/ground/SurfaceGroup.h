@@ -23,6 +23,7 @@ class SurfaceGroup {
  public:
   using Vector = util::Vector3<double>;
   using Matrix = util::Matrix<double>;
+  using Box = util::Box;
 
   struct Member {
     CNode* node;               ///< the core's, handed back by Release
