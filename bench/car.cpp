@@ -21,6 +21,7 @@
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/interface/CSnapshot_Mesh.h"
+#include "support/RaceTrack.h"
 
 namespace orv::bench {
 namespace {
@@ -131,11 +132,16 @@ BENCHMARK(StepBesideBullet)->Iterations(Turns(31))->Unit(benchmark::kMillisecond
 /// goes round in a circle for ever.
 class CarScene {
  public:
-  CarScene(int cars, int frames) : session(rws::addon::AllRigs()), m_frames(frames) {
+  /// The terrain as one mesh for fast rays, for rays through the host, or cut up for these.
+  enum class Ground { kFast, kOne, kMany };
+
+  CarScene(int cars, int frames, Ground kind = Ground::kFast)
+      : session(rws::addon::AllRigs()), m_frames(frames), m_fast(kind == Ground::kFast) {
     auto& scene = session.GetScene();
     scene.setRange(0.0, frames * kFrame);
-    SceneNode& ground = scene.addNode("Ground");
-    ground.setMesh(Terrain100k());
+    SceneNode& ground =
+        kind == Ground::kMany ? tests::AddRaceTrack(scene, Terrain100k()) : scene.addNode("Ground");
+    if (kind != Ground::kMany) ground.setMesh(Terrain100k());
     for (int i = 0; i < cars; ++i) AddCar(ground, StartPlace(i, cars));
     session.GetAdaptor().ClearUndoHistory();
   }
@@ -178,8 +184,8 @@ class CarScene {
     rws::adaptor::headless::Trs pose = node("CarBodyMesh").pose();
     pose.translation = place + Vector(0.0, kRestHeight, 0.0);
     node("CarBodyMesh").setPose(pose);
-    for (const auto& [label, value] :
-         {std::pair{"Ray Multiplier", double{kProfileRays}}, {"Use Fast Ray Cast", 1.0}})
+    for (const auto& [label, value] : {std::pair{"Ray Multiplier", double{kProfileRays}},
+                                       {"Use Fast Ray Cast", m_fast ? 1.0 : 0.0}})
       for (auto* element : rig->GetConfig().findAll(label)) {
         element->setNumber(value);
         element->apply();
@@ -198,6 +204,7 @@ class CarScene {
   }
 
   int m_frames;
+  bool m_fast;
 };
 
 void ResimulateCar(benchmark::State& state) {
@@ -241,6 +248,31 @@ void HundredCars(benchmark::State& state) {
   state.SetLabel("poses " + std::to_string(poses));
 }
 BENCHMARK(HundredCars)->Iterations(Turns(7))->Unit(benchmark::kMillisecond);
+
+/// One car on a track of 544 meshes below one node, beside one mesh of the same triangles: with the
+/// capture, and the frames alone.
+void ManyMeshesBesideOne(benchmark::State& state) {
+  Runs one, many, oneFrame, manyFrame;
+  Vector ends[2];
+  for (auto _ : state)
+    for (const auto ground : {CarScene::Ground::kOne, CarScene::Ground::kMany}) {
+      const bool isOne = ground == CarScene::Ground::kOne;
+      CarScene scene(1, 4 * kDriveFrames, ground);
+      const CarScene::Times times = scene.Run();
+      const double toFrame = 1e6 / (4 * kDriveFrames);
+      (isOne ? one : many).Add(times.whole * toFrame);
+      (isOne ? oneFrame : manyFrame).Add(times.frames * toFrame);
+      for (SceneNode* node : scene.session.GetScene().nodes())
+        if (node->name().find("CarBodyMesh") != std::string::npos)
+          ends[isOne ? 0 : 1] = node->worldMatrix(4 * kDriveFrames * kFrame).translation();
+    }
+  if (!((ends[0] - ends[1]).length() < 1e-3)) state.SkipWithError("the drives differ");
+  one.Report(state, "one_us");
+  many.Report(state, "many_us");
+  state.counters["many/one"] = many.Median() / one.Median();
+  state.counters["frames_many/one"] = manyFrame.Median() / oneFrame.Median();
+}
+BENCHMARK(ManyMeshesBesideOne)->Iterations(9)->Unit(benchmark::kMillisecond);
 
 // --- memory ---
 

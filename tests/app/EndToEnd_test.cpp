@@ -200,7 +200,10 @@ TEST_F(EndToEnd, ADeliveryHoldsTheUsersNodesBakedAndNothingOfOurs) {
 
 TEST_F(EndToEnd, AGunsShotsAreDeliveredByTheStartOfTheirNames) {
   ok({"add", "shot.glb", "Firepower", "--name", "Gun", "--profile", "Shotgun", "-o", "gun.glb"});
-  ok({"parent", "gun.glb", "Gun_collision", "Wall", "-o", "gun.glb"});
+  const auto told = json({"parent", "gun.glb", "Gun_collision", "Wall", "-o", "gun.glb"});
+  EXPECT_EQ(told["grounds"][0]["declaredBy"], "Gun_collision") << told;
+  EXPECT_EQ(told["grounds"][0]["otherwise"], "none: projectiles meet nothing");
+  EXPECT_NE(run({"info", "gun.glb"}).out.find("Target: none"), std::string::npos);
   folder.Write("fire.csv", "time,Gun:Fire\n0,0\n0.36,0\n0.4,1\n1,1\n");
   ok({"set", "gun.glb", "Gun:Rate of fire (rounds/s)=5", "-o", "gun.glb"});
   ok({"resim", "gun.glb", "--inputs", "fire.csv", "--range", "0:2", "-o", "gun.glb"});

@@ -1,10 +1,15 @@
 // How the wheels meet the ground: edges, gaps, no ground, and the three casters.
+#include "core/interface/CCamera.h"
+#include "core/interface/GroundReport.h"
 #include "rigs/CarScene.h"
+#include "support/RaceTrack.h"
+#include "util/CMesh_Box.h"
 
 namespace orv::tests {
 namespace {
 
 using Vector = CarScene::Vector;
+using Node = CarScene::Node;
 
 constexpr double kSide = 0.783;  ///< half track (m)
 constexpr double kHalfWidth = 2.7 * 0.13 * 0.62 / 2;
@@ -99,10 +104,27 @@ TEST(CarGround, AWheelsEdgeAloneOnAKerbHoldsTheWheelByTheEdgeRays) {
   }
 }
 
-/// A drive over the hills with what a caster needs set by `prepare`.
-std::unique_ptr<CarScene> DriveHills(const std::function<void(CarScene&)>& prepare) {
+using Prepare = std::function<void(CarScene&)>;
+/// A drive over the hills with what a caster needs set by `prepare`, on one mesh or on `many`.
+std::unique_ptr<CarScene> DriveHills(const Prepare& prepare, bool many = false) {
   auto car = std::make_unique<CarScene>();
-  car->AddGround(GridMesh(Hills, Rows(-30, 30, 60), Rows(-100, 30, 130)));
+  const util::CMesh hills = GridMesh(Hills, Rows(-30, 30, 60), Rows(-100, 30, 130));
+  if (many) {
+    // The car and its model stand below the same group.
+    const auto before = car->scene().nodeCount();
+    Node& track = AddRaceTrack(car->scene(), hills);
+    EXPECT_EQ(car->scene().nodeCount() - before, 753u);
+    car->scene().reparent(car->Find("CarBodyMesh"), &track, 0.0);
+    car->scene().addNode("Model", &car->Find("CarBodyMesh")).setMesh(util::CMesh_Box(9, 9, 9));
+    car->Declare(track);
+    rws::GroundReport report;
+    EXPECT_EQ(car->rig->GetRig()->Extension(rws::kTellGround, &report, nullptr), 1);
+    EXPECT_EQ(report.nodes, std::vector<std::string>{"Track"});
+    EXPECT_EQ(report.meshes, 544);
+    EXPECT_EQ(report.triangles, 2 * 60 * 130 + 24 * 12);
+  } else {
+    car->AddGround(hills);
+  }
   car->Place({0, Hills(0, 0), 0});
   prepare(*car);
   car->Drive(10, {{kGas, PressedSoon(1)}, {kSteer, [](double t) { return 0.6 * std::sin(t); }}});
@@ -110,12 +132,17 @@ std::unique_ptr<CarScene> DriveHills(const std::function<void(CarScene&)>& prepa
   return car;
 }
 using Path = std::vector<Vector>;
-Path PathOf(CarScene& car) {
+/// That of a drive with so many rays.
+Path PathOf(int rays, const Prepare& prepare, bool many = false) {
+  const auto car = DriveHills(
+      [&](CarScene& scene) {
+        scene.Edit("Ray Multiplier", rays);
+        prepare(scene);
+      },
+      many);
   Path path;
-  for (int i = 0; i <= 250; ++i) {
-    path.push_back(car.At("CarBodyMesh", i));
-    path.push_back(car.At("WheelMesh_FL", i));
-  }
+  for (int i = 0; i <= 250; ++i)
+    for (const char* node : {"CarBodyMesh", "WheelMesh_FL"}) path.push_back(car->At(node, i));
   return path;
 }
 double Farthest(const Path& a, const Path& b) {
@@ -124,32 +151,57 @@ double Farthest(const Path& a, const Path& b) {
   return most;
 }
 
-TEST(CarGround, AllCastersGiveTheSameDriveAlsoFromAStoredMesh) {
+TEST(CarGround, AllCastersGiveTheSameDriveOnOneMeshOnManyAndFromAStoredMesh) {
+  const auto host = [](CarScene&) {};
+  const auto fast = [](CarScene& car) { car.Edit("Use Fast Ray Cast", 1); };
+  // The stored ground is where it was, whatever becomes of the one in the scene.
+  const auto store = [](CarScene& car) {
+    car.Edit("Store Ground Mesh Data", 1);
+    EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
+    // The car leaves the group, which would take it along.
+    car.scene().reparent(car.Find("CarBodyMesh"), nullptr, 0.0);
+    Node* const ground = car.scene().find("Ground");
+    (ground ? ground : car.scene().find("Track"))->setPose({{0, -50, 0}, {}, {1, 1, 1}});
+    car.Reopen();
+    EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
+  };
+  const auto fastStored = [&](CarScene& car) {
+    fast(car);
+    store(car);
+  };
   for (const int rays : {10, 1}) {
-    const auto path = [&](const std::function<void(CarScene&)>& prepare) {
-      return PathOf(*DriveHills([&](CarScene& car) {
-        car.Edit("Ray Multiplier", rays);
-        prepare(car);
-      }));
-    };
-    const Path host = path([](CarScene&) {});
-    EXPECT_LT(Farthest(host, path([](CarScene& car) { car.Edit("Use Fast Ray Cast", 1); })), 1e-6);
-    // The stored ground is where it was, whatever becomes of the one in the scene.
-    const auto store = [](CarScene& car) {
-      car.Edit("Store Ground Mesh Data", 1);
-      EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
-      car.scene().find("Ground")->setPose({{0, -50, 0}, {}, {1, 1, 1}});
-      car.Reopen();
-      EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
-    };
-    EXPECT_LT(Farthest(host, path([&](CarScene& car) {
-                         car.Edit("Use Fast Ray Cast", 1);
-                         store(car);
-                       })),
-              1e-6);
-    if (rays == 1) {
-      EXPECT_LT(Farthest(host, path(store)), 1e-6) << "by the tree";
+    const Path expected = PathOf(rays, host);
+    for (const bool many : {false, true}) {
+      if (many) {
+        EXPECT_LT(Farthest(expected, PathOf(rays, host, many)), 1e-6);
+      }
+      EXPECT_LT(Farthest(expected, PathOf(rays, fast, many)), 1e-6) << many;
+      EXPECT_LT(Farthest(expected, PathOf(rays, fastStored, many)), 1e-6) << many;
+      if (rays == 1) {
+        EXPECT_LT(Farthest(expected, PathOf(rays, store, many)), 1e-6) << "by the tree " << many;
+      }
     }
+  }
+}
+
+TEST(CarGround, AMovingMeshOfAGroupCarriesTheCarAndForFastRaysStandsWhereItStood) {
+  for (const int fast : {0, 1}) {
+    CarScene car;
+    Node& set = car.scene().addNode("Set");
+    Node& lift = car.scene().addNode("Lift", &car.scene().addNode("Inner", &set));
+    lift.setMesh(GridMesh(Flat, Rows(-5, 5, 2), Rows(-5, 5, 2)));
+    rws::adaptor::headless::Channel way(rws::adaptor::headless::ChannelPath::kTranslation);
+    ASSERT_TRUE(way.setKeys({0.0, 2.0, 4.0}, {0, 0, 0, 0, 0, 0, 0, 1, 0}));
+    lift.setChannel(way);
+    // Another rig's helpers are no ground.
+    auto* const other = car.core().CreateToolFromFactory("4WheelerExt", "Other");
+    ASSERT_TRUE(other);
+    car.scene().reparent(*car.scene().find("Other_CarBodyMesh"), &set, 0.0);
+    car.Declare(set);
+    car.Edit("Use Fast Ray Cast", fast);
+    car.Drive(6, {});
+    EXPECT_NEAR(car.At("WheelMesh_FL", 50).y, CarScene::kRadius, 1e-3);
+    EXPECT_NEAR(car.At("WheelMesh_FL", 150).y, CarScene::kRadius + (fast ? 0.0 : 1.0), 1e-3);
   }
 }
 

@@ -344,19 +344,20 @@ TEST(CrawlerTracks, FallingIsTheSameAtAnySubdivisionAndNegativeGravityLifts) {
   }
 }
 
-TEST(CrawlerTracks, TheGroundIsTheParentOfTheGravityDirectionAndItsChildren) {
-  for (const double scale : {1.0, 3.0}) {
+TEST(CrawlerTracks, TheGroundIsTheParentOfTheGravityDirectionOrWhatIsBelowItAndItsChildren) {
+  for (const auto& [scale, grouped] : {std::pair{1.0, false}, {3.0, false}, {3.0, true}}) {
     Crawler rig(2);
     rig.Resize("Frame", scale);
-    auto& ground = rig.scene().addNode("Ground");
+    auto* const group = grouped ? &rig.scene().addNode("Group") : nullptr;
+    auto& ground = rig.scene().addNode("Ground", group);
     auto& block = rig.scene().addNode("Block");
     ground.setMesh(
         GridMesh([](double x, double) { return x * 0.1; }, Rows(-4, 4, 8), Rows(-4, 4, 8)));
     ground.setPose(hl::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
     block.setMesh(util::CMesh_Box(8.0 * scale, 1.0 * scale, 2.0 * scale));
     block.setPose(hl::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
-    rig.scene().reparent(rig.Node("GravityDirection"), &ground, 0.0);
-    rig.scene().reparent(block, &rig.Node("GravityDirection"), 0.0);
+    rig.scene().reparent(rig.Node("GravityDirection"), grouped ? group : &ground, 0.0);
+    rig.scene().reparent(block, grouped ? group : &rig.Node("GravityDirection"), 0.0);
     rig.Create();
     rig.Place("Rig_driveWheel", Vector(0, 0, 1000) * scale);
     rig.Place("Rig_bogie01", Vector(0, 0, 500) * scale);

@@ -279,7 +279,7 @@ TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
   Gun gun;
   auto& group = gun.scene().addNode("Set");
   auto& wall = gun.scene().addNode("Door", &group);
-  auto& lift = gun.scene().addNode("Lift", &group);
+  auto& lift = gun.scene().addNode("Lift", &gun.scene().addNode("Shaft", &group));
   wall.setMesh(util::CMesh_Box(30.0, 90.0, 0.1));
   lift.setMesh(util::CMesh_Box(30.0, 0.1, 90.0));
   std::vector<double> times, doors, lifts;

@@ -82,7 +82,6 @@ void CrawlerTracks::WarnOfScale(double time) {
 void CrawlerTracks::Start(double time) {
   m_inTake = true;
   m_hideModes.Start();
-  m_gravityDirection.CaptureSurfaces(time);
   groundExist = m_gravityDirection.HasMesh(time);
   m_isRunning = IsReady(time);
   if (!m_isRunning) return;
@@ -135,7 +134,7 @@ void CrawlerTracks::BuildWorld(double time) {
   // Kept until the new ones are made: a shape that is still the same is not built again.
   const std::unique_ptr<BeltWorld> before = std::move(m_world);
   std::vector<std::shared_ptr<const triMeshStorage>> shapes;
-  if (groundExist) shapes = m_gravityDirection.ReadShapes(time, m_scale, m_shapes);
+  if (groundExist) shapes = m_gravityDirection.CaptureShapes(time, m_scale, m_shapes);
   MeasureWheels(time);
   FindMotions();
   m_world = std::make_unique<BeltWorld>(

@@ -59,8 +59,9 @@ bool BeltGroundNode::HasMesh(double time) const {
   return !below.empty();
 }
 
-std::vector<std::shared_ptr<const triMeshStorage>> BeltGroundNode::ReadShapes(
-    double time, double scale, GroundShapePool& pool) const {
+std::vector<std::shared_ptr<const triMeshStorage>> BeltGroundNode::CaptureShapes(
+    double time, double scale, GroundShapePool& pool) {
+  CaptureGroup(time);
   std::vector<std::shared_ptr<const triMeshStorage>> shapes;
   const auto add = [&](util::CMesh mesh, const Vector& size) {
     const bool isEmpty = mesh.faces.empty();

@@ -53,17 +53,15 @@ class BeltGroundNode : public SurfaceNode {
 
   using SurfaceNode::MeshOf;
 
-  /// Captures the meshes below a parent for a take that starts at `time`, and lets them go.
-  void CaptureSurfaces(double time) { CaptureGroup(time); }
-  void ReleaseSurfaces() { m_group.Release(); }
   /// Fills the answer to kTellGround.
   std::intptr_t TellGround(GroundReport& report) const;
   /// Whether any surface is a mesh at `time`.
   bool HasMesh(double time) const;
-  /// Triangles of each surface (the members of a group that never move are one), stretched into a
-  /// belt's world of this scale, from `pool`; null for one that is no mesh.
-  std::vector<std::shared_ptr<const triMeshStorage>> ReadShapes(double time, double scale,
-                                                                GroundShapePool& pool) const;
+  /// Captures the surfaces at `time`: their triangles, stretched into a belt's world of this scale,
+  /// from `pool`; null for one that is no mesh. Members of a group that never move are one surface.
+  std::vector<std::shared_ptr<const triMeshStorage>> CaptureShapes(double time, double scale,
+                                                                   GroundShapePool& pool);
+  void ReleaseSurfaces() { m_group.Release(); }
   /// Fills `poses` with the world pose of each surface, in the same order.
   void ReadPoses(double time, std::vector<util::Matrix<double>>& poses) const;
 };
