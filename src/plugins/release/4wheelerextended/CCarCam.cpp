@@ -22,6 +22,8 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kBrakeRate = 30.0;
 /// Part of its speed at the start that a locked wheel takes away in a brake frame.
 constexpr double kSkidStop = 0.001;
+/// Height below the ground, in body scales, that is rounding.
+constexpr double kTouch = 1e-9;
 
 /// Gas after a frame of braking from `gas`: it never passes zero.
 double Brake(double gas, double strength, double latched, double dt) {
@@ -100,7 +102,7 @@ double CCarCam::Mass() const {
 }
 
 double CCarCam::GetFallAcceleration() const {
-  return car::dJumpGravity * m_settings.fGravity * geometry.scale * 0.25;
+  return car::kJumpGravity * m_settings.dJumpGravity * geometry.scale * 0.25;
 }
 
 CCarCam::Quat CCarCam::GetBodyRotation() const {
@@ -111,6 +113,12 @@ CCarCam::Quat CCarCam::GetBodyRotation() const {
 
 CCarCam::Vector CCarCam::GetChassisPosition() const {
   return state.base.position + state.base.rotation.rotate({0.0, geometry.dHeight, 0.0});
+}
+
+/// The foot of the chassis over a wheel (world).
+CCarCam::Vector CCarCam::GetCorner(int wheel) const {
+  const CarWheelGeometry& sizes = geometry.wheels[wheel];
+  return state.base.position + state.base.rotation.rotate({sizes.xOffset, 0.0, sizes.zOffset});
 }
 
 CCarCam::Vector CCarCam::GetBodyPosition() const {
@@ -145,7 +153,6 @@ void CCarCam::Update(double dt) {
   spin.fill(0.0);
   for (int i = 0; i < kWheelCount; ++i) m_lastBottom[i] = state.wheels[i].bottom;
   HandleAir(dt);
-  Fall(dt);
   HandleSkidBrake(dt);
   LatchSkidding();
   FilterInputs(dt);
@@ -153,6 +160,7 @@ void CCarCam::Update(double dt) {
   ApplyAbs(dt);
   UpdateGravelNoise(dt);
   HoldSprings(h);
+  Fall(dt);
   // As many as fill the frame: dividing dt by h again could lose one to rounding.
   const int count = std::max(static_cast<int>(dt / car::kSubStep), 1);
   for (int i = 0; i < count; ++i) SubStep(dt, h);
@@ -179,7 +187,8 @@ void CCarCam::HandleAir(double dt) {
 /// Whether a flying car comes down to the ground within this frame.
 bool CCarCam::FallsToGround(double dt) const {
   if (!IsFlying()) return false;
-  const double fall = state.qTransCarAbsIncr.position.dot(down) / SubStepLength(dt) * dt;
+  const double speed = state.qTransCarAbsIncr.position.dot(down) / SubStepLength(dt);
+  const double fall = (speed + GetFallAcceleration() * dt) * dt;
   return std::any_of(state.wheels.begin(), state.wheels.end(),
                      [fall](const CarWheelState& wheel) { return wheel.clearance < fall; });
 }
@@ -197,21 +206,48 @@ void CCarCam::Land(double h) {
   }
 }
 
+/// How a corner falls from `clearance` (m) above the ground in this frame, which it enters with
+/// `speed` (m/s). What is left of the frame behind the contact goes into the springs.
+CCarCam::Drop CCarCam::PlanDrop(double speed, double clearance, double dt) const {
+  const double g = GetFallAcceleration();
+  Drop drop;
+  drop.free = drop.planned = (speed + g * dt * 0.5) * dt;
+  if (drop.free <= clearance) return drop;
+  drop.planned = clearance;
+  const double closing = std::sqrt(speed * speed + 2.0 * g * clearance);
+  const double left = dt - 2.0 * clearance / (speed + closing);
+  const double stiffness = 2.0 * (m_stiffness[0] + m_stiffness[1]) / Mass();
+  const double damping = 2.0 * (m_damping[0] + m_damping[1]) / Mass();
+  const double h = SubStepLength(dt);
+  double deep = 0.0, part = 1.0;
+  for (double t = h * 0.5; t < left; t += h) {
+    part -= (stiffness * deep + damping * part) * h;
+    deep += part * h;
+  }
+  drop.planned += deep * closing;
+  drop.speedLeft = part;
+  return drop;
+}
+
 /// Moves the chassis down where it has left the ground.
 void CCarCam::Fall(double dt) {
+  m_drops = {};
   if (IsFlying()) return;
   const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
-  Vector corner[kWheelCount];
+  Vector corner[kWheelCount], fallen[kWheelCount];
   bool falls = false;
   for (int i = 0; i < kWheelCount; ++i) {
     const CarWheelState& wheel = state.wheels[i];
-    const CarWheelGeometry& sizes = geometry.wheels[i];
-    corner[i] = state.base.position +
-                state.base.rotation.rotate({sizes.xOffset, 0.0, sizes.zOffset}) -
-                up * std::min(wheel.fallSpeed * dt, wheel.clearance);
-    falls = falls || wheel.fallSpeed > 0.0;
+    corner[i] = fallen[i] = GetCorner(i);
+    if (wheel.fallSpeed <= 0.0) continue;
+    falls = true;
+    m_drops[i] = PlanDrop(wheel.fallSpeed, wheel.clearance, dt);
+    fallen[i] -= up * m_drops[i].planned;
   }
-  if (falls) LayBase(corner, up, state.base.position, up);
+  if (!falls) return;
+  LayBase(fallen, up, state.base.position, up);
+  // The chassis is stiff: what it makes of four falls is not each of them.
+  for (int i = 0; i < kWheelCount; ++i) m_drops[i].made = (corner[i] - GetCorner(i)).dot(up);
 }
 
 void CCarCam::TakeOff(double h) {
@@ -554,6 +590,9 @@ void CCarCam::FitBase(double dt) {
     Vector corner[kWheelCount];
     FindCorners(dt, up, corner);
     LayBase(corner, up, origin, bodyUp);
+  } else {
+    // A hanging wheel hangs loose: its spring doesn't pull the body.
+    for (CarWheelState& wheel : state.wheels) wheel.CurrDelta = std::max(wheel.CurrDelta, 0.0);
   }
   // The wheels' extension counts from the chassis as it stands now: what lifts the chassis doesn't
   // pull them off the ground.
@@ -600,19 +639,22 @@ void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount
     last = i;
   }
   if (!m_settings.cCarCambGravityOn) return;
-  double stopped[kWheelCount] = {}, lifted[kWheelCount] = {};
+  Landing landing;
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
     if (wheel.released == 0.0 || (hanging == 1 && i == last)) continue;
-    if (height[i] < 0.0) {
+    if (!IsCarried(i, height[i])) {
       Raise(i, up, 0.0, height, corner);
       wheel.fallSpeed += GetFallAcceleration() * dt;
-    } else {
-      stopped[i] = wheel.fallSpeed;
-      if (wheel.fallSpeed > 0.0) lifted[i] = height[i];
-      wheel.fallSpeed = 0.0;
-      if (!wheel.bInTheAir()) wheel.released = 0.0;
+      continue;
     }
+    if (wheel.fallSpeed > 0.0) {
+      landing.speed[i] = GetClosingSpeed(i, up, dt);
+      landing.braked[i] = -landing.speed[i] * (1.0 - m_drops[i].speedLeft);
+      landing.lifted[i] = std::max(0.0, height[i]);
+    }
+    wheel.fallSpeed = 0.0;
+    if (!wheel.bInTheAir()) wheel.released = 0.0;
   }
   if (hanging == 1) {
     // Wheels 0 and 3 lie across from each other, as 1 and 2 do.
@@ -622,7 +664,30 @@ void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount
     if (height[last] < carried) Raise(last, up, carried, height, corner);
     state.wheels[last].fallSpeed = 0.0;
   }
-  Squat(stopped, lifted);
+  Squat(landing);
+}
+
+/// Whether the ground holds a released corner that stands `height` (m) below it: also where only
+/// rounding, the gravel's noise or the stiffness of the chassis keeps it from having come down.
+bool CCarCam::IsCarried(int wheel, double height) const {
+  const Drop& drop = m_drops[wheel];
+  height -= state.wheels[wheel].gravelNoise;
+  return height + std::max(0.0, drop.free - drop.made) >= -kTouch * geometry.scale;
+}
+
+/// Speed at which a falling corner meets the ground in this frame (m/s): that of its fall so far,
+/// of what the car's own way brings it nearer to the slope below, and of the fall in the part of
+/// the frame before the contact.
+double CCarCam::GetClosingSpeed(int wheel, const Vector& up, double dt) const {
+  const CarWheelState& w = state.wheels[wheel];
+  const double g = GetFallAcceleration();
+  const Vector& normal = groundNormal[wheel];
+  const double slant = normal.dot(up);
+  double speed = w.fallSpeed;
+  // A wall is not what it falls on.
+  if (slant > 0.5) speed -= state.qTransCarAbsIncr.position.dot(normal) / SubStepLength(dt) / slant;
+  speed = std::max(0.0, speed);
+  return std::min(std::sqrt(speed * speed + 2.0 * g * w.clearance), speed + g * dt);
 }
 
 void CCarCam::Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
@@ -633,12 +698,18 @@ void CCarCam::Raise(int wheel, const Vector& up, double to, double height[kWheel
 }
 
 /// Where the ground stops the falling chassis the body goes on into its springs, from where it is
-/// and as fast as it was. `stopped` is the speed that each corner had (m/s), `lifted` how far the
-/// ground has taken it back up (m).
-void CCarCam::Squat(const double stopped[kWheelCount], const double lifted[kWheelCount]) {
+/// and as fast as it was. Springs and dampers don't take that for a bump.
+void CCarCam::Squat(const Landing& landing) {
+  double before[kWheelCount];
+  for (int i = 0; i < kWheelCount; ++i) before[i] = GetCompression(i);
   CarBodyState& body = state.cCarBody;
-  Sink(stopped, body.fRelYVel, body.fRelXAngVel, body.fRelZAngVel);
-  Sink(lifted, body.fRelYPos, body.fRelXAng, body.fRelZAng);
+  Sink(landing.speed, body.fRelYVel, body.fRelXAngVel, body.fRelZAngVel);
+  Sink(landing.braked, body.fRelYVel, body.fRelXAngVel, body.fRelZAngVel);
+  Sink(landing.lifted, body.fRelYPos, body.fRelXAng, body.fRelZAng);
+  for (int i = 0; i < kWheelCount; ++i) {
+    state.wheels[i].CurrDelta -= landing.lifted[i];
+    state.wheels[i].lastCompression += GetCompression(i) - before[i];
+  }
 }
 
 /// Takes the mean, the pitch and the roll of what the four corners do out of three numbers.

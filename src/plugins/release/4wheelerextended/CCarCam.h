@@ -81,14 +81,31 @@ class CCarCam {
   ExternalForce externalForce;
   /// Where each wheel's bottom would stand on the ground below it; far down where there is none.
   Vector groundBelow[kWheelCount];
+  Vector groundNormal[kWheelCount];        ///< unit, below each wheel's middle
   std::array<double, kWheelCount> spin{};  ///< of each wheel in this frame (rad)
 
  private:
+  /// How a corner of the chassis falls in a frame (m).
+  struct Drop {
+    double free = 0.0;       ///< without any ground
+    double planned = 0.0;    ///< onto the ground, and as deep as the body then sinks in
+    double made = 0.0;       ///< what the stiff chassis does of it
+    double speedLeft = 1.0;  ///< part of the speed of the contact at the end of the frame
+  };
+  /// What the ground does to the four corners in a frame.
+  struct Landing {
+    double speed[kWheelCount] = {};   ///< with which the body goes on (m/s)
+    double braked[kWheelCount] = {};  ///< of it, negative, by the springs in the rest of the frame
+    double lifted[kWheelCount] = {};  ///< back up, to where the ground is (m)
+  };
+
   // Update
   void HandleAir(double dt);
   bool FallsToGround(double dt) const;
   void Land(double h);
+  Drop PlanDrop(double speed, double clearance, double dt) const;
   void Fall(double dt);
+  Vector GetCorner(int wheel) const;
   void TakeOff(double h);
   void Fly(double dt, double h);
   void HandleSkidBrake(double dt);
@@ -121,11 +138,13 @@ class CCarCam {
 
   // FitBase
   void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
+  bool IsCarried(int wheel, double height) const;
+  double GetClosingSpeed(int wheel, const Vector& up, double dt) const;
   void Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
              Vector corner[kWheelCount]);
   void LayBase(const Vector corner[kWheelCount], const Vector& up, const Vector& origin,
                const Vector& axis);
-  void Squat(const double stopped[kWheelCount], const double lifted[kWheelCount]);
+  void Squat(const Landing& landing);
   void Sink(const double corner[kWheelCount], double& y, double& pitch, double& roll) const;
 
   bool IsFlying() const { return state.bCarInTheAir && m_settings.cCarCambGravityOn; }
@@ -139,7 +158,8 @@ class CCarCam {
   double m_lastGas = 0.0;                     ///< filtered, at the end of the frame before
   double m_stiffness[2] = {0.0, 0.0};         ///< front and back, as this frame uses them
   double m_damping[2] = {0.0, 0.0};
-  double m_burnoutTilt = 0.0;  ///< torque of a burnout (kg m²/s²)
+  std::array<Drop, kWheelCount> m_drops;  ///< of this frame
+  double m_burnoutTilt = 0.0;             ///< torque of a burnout (kg m²/s²)
 };
 
 }  // namespace orv::rws::addon

@@ -90,8 +90,10 @@ void CWheelNode::Update(double time) {
   double drop = 0.0;
   if (surfaces == 0) {
     drop = StandOnPlane();
+    m_car.groundNormal[m_index] = m_normal;
   } else {
     drop = FindDrop(lastDrop, lastY);
+    m_car.groundNormal[m_index] = m_normal;
     drop = CastExtraRays(drop);
     // A tire that comes down out of the air lands; it doesn't hover above the ground.
     if (!wasInTheAir || drop < lastDrop) drop = RespondToEdges(drop, lastDrop);

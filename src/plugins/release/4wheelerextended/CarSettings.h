@@ -35,9 +35,9 @@ inline constexpr double dHorizontalRestoringFactor = 0.02;
 inline constexpr double dLandingSkiddingFactor = 0.5;
 /// Least height of the body's origin over the mean of the wheel bottoms, part of its rest height.
 inline constexpr double dMinGroundDistance = 0.3;
-/// Pull on a car in the air per "Gravity" of 1, in quarters of a body scale a second a second: this
-/// value is 9.81 m/s² for the car as it is created.
-inline constexpr double dJumpGravity = 14.5333;
+/// Pull on a car in the air at a jump gravity of 1, in quarters of a body scale a second a second:
+/// this value is 9.81 m/s² for the car as it is created.
+inline constexpr double kJumpGravity = 14.5333;
 /// Least mass multiplier that is calculated with; 0 would divide by zero.
 inline constexpr double kLeastMassMult = 1e-3;
 /// Speed below which a car counts as standing (body scales a second).
@@ -105,7 +105,8 @@ struct CarSettings {
   int iRandomSeedAdder = 0;
   double dWorldAvoidanceSphereRadius = 0.0;  ///< body scales, 0 is off
   double dWheelRadiusMult = 0.95;
-  double fGravity = 1.0;
+  double fGravity = 1.0;      ///< of the lean on slopes
+  double dJumpGravity = 1.0;  ///< of a fall: 1 is the earth's for the car as it is created
   // Wheel ground release
   bool bGroundReleaseOn = true;
   bool cCarCambGravityOn = true;                 ///< the car can leave the ground
