@@ -587,9 +587,13 @@ void CCarCam::FitBase(double dt) {
     const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
     const Vector bodyUp = GetBodyRotation().rotate({0.0, 1.0, 0.0});
     const Vector origin = GetBodyPosition();
-    Vector corner[kWheelCount];
+    Vector corner[kWheelCount], before[kWheelCount];
+    m_falls = {};
+    for (int i = 0; i < kWheelCount; ++i) before[i] = GetCorner(i);
     FindCorners(dt, up, corner);
     LayBase(corner, up, origin, bodyUp);
+    for (int i = 0; i < kWheelCount; ++i)
+      if (m_falls[i]) KeepFalling(i, (before[i] - GetCorner(i)).dot(up));
   } else {
     // A hanging wheel hangs loose: its spring doesn't pull the body.
     for (CarWheelState& wheel : state.wheels) wheel.CurrDelta = std::max(wheel.CurrDelta, 0.0);
@@ -600,8 +604,7 @@ void CCarCam::FitBase(double dt) {
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
     wheel.localHeight = toBase.rotate(wheel.centre - state.base.position).y - GetEffectiveRadius(i);
-    const Vector& ground = wheel.bInTheAir() ? groundBelow[i] : wheel.bottom;
-    wheel.clearance = std::max(0.0, -toBase.rotate(ground - state.base.position).y);
+    wheel.clearance = std::max(0.0, -toBase.rotate(groundBelow[i] - state.base.position).y);
   }
 }
 
@@ -623,55 +626,51 @@ void CCarCam::LayBase(const Vector corner[kWheelCount], const Vector& up, const 
 }
 
 /// Where the plane of the base is to lie at each wheel: on the tire's bottom, but above a wheel
-/// that hangs, which carries nothing. A single one is carried by the other three; over more of them
-/// the chassis falls with the car's gravity until the ground is there.
+/// that hangs, which carries nothing. A single corner without ground is carried by the other three,
+/// and two across from each other by the other two; else the chassis falls there, until the ground
+/// holds it.
 void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]) {
   double height[kWheelCount];
-  int hanging = 0, last = 0;
+  unsigned open = 0;  // bits of the corners that nothing holds
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
     const bool hangs = m_settings.cCarCambGravityOn && wheel.bInTheAir();
-    corner[i] = hangs ? groundBelow[i] : wheel.bottom;
+    if (hangs) wheel.released = 1.0;
+    corner[i] = wheel.released != 0.0 ? groundBelow[i] : wheel.bottom;
     height[i] = (corner[i] - state.base.position).dot(up);
-    if (!hangs) continue;
-    wheel.released = 1.0;
-    ++hanging;
-    last = i;
+    if (wheel.released != 0.0 && !IsCarried(i, height[i])) open |= 1u << i;
   }
   if (!m_settings.cCarCambGravityOn) return;
+  // Wheels 0 and 3 lie across from each other, as 1 and 2 do.
+  const bool rests = (open & (open - 1)) == 0 || open == 9 || open == 6;
   Landing landing;
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];
-    if (wheel.released == 0.0 || (hanging == 1 && i == last)) continue;
-    if (!IsCarried(i, height[i])) {
+    if (wheel.released == 0.0) continue;
+    const bool isOpen = (open >> i & 1u) != 0;
+    m_falls[i] = isOpen && !rests;
+    if (m_falls[i]) {
       Raise(i, up, 0.0, height, corner);
       wheel.fallSpeed += GetFallAcceleration() * dt;
       continue;
     }
     if (wheel.fallSpeed > 0.0) {
-      landing.speed[i] = GetClosingSpeed(i, up, dt);
+      landing.speed[i] = isOpen ? wheel.fallSpeed : GetClosingSpeed(i, up, dt);
       landing.braked[i] = -landing.speed[i] * (1.0 - m_drops[i].speedLeft);
       landing.lifted[i] = std::max(0.0, height[i]);
     }
     wheel.fallSpeed = 0.0;
-    if (!wheel.bInTheAir()) wheel.released = 0.0;
+    if (!isOpen && !wheel.bInTheAir()) wheel.released = 0.0;
   }
-  if (hanging == 1) {
-    // Wheels 0 and 3 lie across from each other, as 1 and 2 do.
-    const double others = height[0] + height[1] + height[2] + height[3] - height[last];
-    const double across = height[kWheelCount - 1 - last];
-    const double carried = others - 2.0 * across;
-    if (height[last] < carried) Raise(last, up, carried, height, corner);
-    state.wheels[last].fallSpeed = 0.0;
-  }
+  for (int i = 0; rests && i < kWheelCount; ++i)
+    if ((open >> i & 1u) != 0) Hold(i, open, dt, up, height, corner);
   Squat(landing);
 }
 
 /// Whether the ground holds a released corner that stands `height` (m) below it: also where only
-/// rounding, the gravel's noise or the stiffness of the chassis keeps it from having come down.
+/// rounding or the stiffness of the chassis keeps it from having come down.
 bool CCarCam::IsCarried(int wheel, double height) const {
   const Drop& drop = m_drops[wheel];
-  height -= state.wheels[wheel].gravelNoise;
   return height + std::max(0.0, drop.free - drop.made) >= -kTouch * geometry.scale;
 }
 
@@ -688,6 +687,29 @@ double CCarCam::GetClosingSpeed(int wheel, const Vector& up, double dt) const {
   if (slant > 0.5) speed -= state.qTransCarAbsIncr.position.dot(normal) / SubStepLength(dt) / slant;
   speed = std::max(0.0, speed);
   return std::min(std::sqrt(speed * speed + 2.0 * g * w.clearance), speed + g * dt);
+}
+
+/// Keeps a corner without ground on the plane of those that carry the chassis. Where the ground is
+/// twisted that is another plane than the one of all four: the chassis takes as long to get there
+/// as a wheel does that drops.
+void CCarCam::Hold(int wheel, unsigned open, double dt, const Vector& up,
+                   double height[kWheelCount], Vector corner[kWheelCount]) {
+  const int across = kWheelCount - 1 - wheel;
+  const double beside =
+      (height[0] + height[1] + height[2] + height[3] - height[wheel] - height[across]) * 0.5;
+  double held = (open >> across & 1u) != 0 ? beside : 2.0 * beside - height[across];
+  const double most = GetEffectiveRadius(wheel) * m_settings.dMaximumSpringChangeVelocityRel * dt;
+  // Across from its neighbours' mean a corner leaves the plane as it is.
+  if (most > 0.0) held = std::min(held, most - beside);
+  if (height[wheel] < held) Raise(wheel, up, held, height, corner);
+}
+
+/// A corner that the rest of the chassis has held back doesn't fall on as if it were free.
+/// `lowered` is what the fit of the base adds to this frame's fall (m).
+void CCarCam::KeepFalling(int wheel, double lowered) {
+  const Drop& drop = m_drops[wheel];
+  if (drop.planned <= 0.0) return;
+  state.wheels[wheel].fallSpeed *= std::clamp((drop.made + lowered) / drop.planned, 0.0, 1.0);
 }
 
 void CCarCam::Raise(int wheel, const Vector& up, double to, double height[kWheelCount],

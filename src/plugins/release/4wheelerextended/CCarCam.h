@@ -140,6 +140,9 @@ class CCarCam {
   void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
   bool IsCarried(int wheel, double height) const;
   double GetClosingSpeed(int wheel, const Vector& up, double dt) const;
+  void Hold(int wheel, unsigned open, double dt, const Vector& up, double height[kWheelCount],
+            Vector corner[kWheelCount]);
+  void KeepFalling(int wheel, double lowered);
   void Raise(int wheel, const Vector& up, double to, double height[kWheelCount],
              Vector corner[kWheelCount]);
   void LayBase(const Vector corner[kWheelCount], const Vector& up, const Vector& origin,
@@ -158,8 +161,9 @@ class CCarCam {
   double m_lastGas = 0.0;                     ///< filtered, at the end of the frame before
   double m_stiffness[2] = {0.0, 0.0};         ///< front and back, as this frame uses them
   double m_damping[2] = {0.0, 0.0};
-  std::array<Drop, kWheelCount> m_drops;  ///< of this frame
-  double m_burnoutTilt = 0.0;             ///< torque of a burnout (kg m²/s²)
+  std::array<Drop, kWheelCount> m_drops;    ///< of this frame
+  std::array<bool, kWheelCount> m_falls{};  ///< corners that fall on in the next one
+  double m_burnoutTilt = 0.0;               ///< torque of a burnout (kg m²/s²)
 };
 
 }  // namespace orv::rws::addon

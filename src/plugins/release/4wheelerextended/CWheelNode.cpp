@@ -25,6 +25,8 @@ constexpr double kRayStart = 0.96 / 3.5;
 constexpr double kMostClimb = 2.0;
 /// Length of the centre ray, in longest drops of the wheel.
 constexpr double kRayLength = 1000.0;
+/// Cosine against the suspension line of the steepest ground that a wheel goes along.
+constexpr double kSlantest = 0.5;
 /// Part of its radius by which a tire may sink in.
 constexpr double kMostGive = 0.9;
 /// Room round a wheel, in radii, within which it may be lifted before its neighbourhood is taken
@@ -77,12 +79,9 @@ void CWheelNode::Update(double time) {
   const double lastY = wheel.lastCentreY;
   wheel.lastCentreY = wheel.centre.y;
   // Carried onto this frame's line: only the drop along it is filtered, and a fast wheel does not
-  // trail behind its car. A wheel in the air goes with the body, one on the ground keeps its
-  // height.
+  // trail behind its car. A wheel in the air goes with the body, one on the ground goes along that.
   const double restHeight = (m_line.rest - m_line.relocator).dot(m_line.y);
   const bool wasInTheAir = wheel.bInTheAir();
-  const double lastDrop =
-      wasInTheAir ? restHeight - wheel.localHeight : (m_line.rest - wheel.centre).dot(m_line.y);
 
   const int surfaces = m_ground.GetSurfaceCount();
   for (int i = 0; i < surfaces; ++i)
@@ -90,16 +89,22 @@ void CWheelNode::Update(double time) {
   double drop = 0.0;
   if (surfaces == 0) {
     drop = StandOnPlane();
+    m_car.groundBelow[m_index] = GroundAt(drop);
     m_car.groundNormal[m_index] = m_normal;
   } else {
+    double lastDrop =
+        wasInTheAir ? restHeight - wheel.localHeight : (m_line.rest - wheel.centre).dot(m_line.y);
     drop = FindDrop(lastDrop, lastY);
     m_car.groundNormal[m_index] = m_normal;
+    // Below a chassis in the air that is not the way that the suspension leaves.
+    const double slant = m_normal.dot(m_line.y);
+    if (!wasInTheAir && wheel.released != 0.0 && slant > kSlantest)
+      lastDrop = (m_line.rest - wheel.centre).dot(m_normal) / slant;
     drop = CastExtraRays(drop);
+    m_car.groundBelow[m_index] = GroundAt(drop);
     // A tire that comes down out of the air lands; it doesn't hover above the ground.
     if (!wasInTheAir || drop < lastDrop) drop = RespondToEdges(drop, lastDrop);
   }
-  m_car.groundBelow[m_index] =
-      m_line.At(wheel.bInTheAir() ? m_groundDrop : drop) - m_line.y * m_line.radius;
   drop = Release(drop);
 
   const util::QTransform<double>& base = m_car.state.base;
@@ -125,6 +130,11 @@ void CWheelNode::FindLine(double time) {
   m_line.rest = m_car.GetChassisPosition() + m_line.x * m_car.GetLateralOffset(m_index) +
                 m_line.z * m_car.geometry.wheels[m_index].zOffset +
                 m_line.y * (m_line.radius - m_car.geometry.dHeight);
+}
+
+/// Where the wheel's bottom would be on the ground below it, if it stands at `drop` else.
+Vector CWheelNode::GroundAt(double drop) const {
+  return m_line.At(State().bInTheAir() ? m_groundDrop : drop) - m_line.y * m_line.radius;
 }
 
 /// Without any ground the plane y = 0 is one, whichever way the vehicle stands.

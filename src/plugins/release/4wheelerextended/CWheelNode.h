@@ -60,6 +60,7 @@ class CWheelNode : public RigMeshNode {
   };
 
   void FindLine(double time);
+  Vector GroundAt(double drop) const;
   double StandOnPlane();
   bool CastCentreRay(int surface, double start, double lastDrop, double lastY, GroundHit& hit,
                      double& drop) const;
