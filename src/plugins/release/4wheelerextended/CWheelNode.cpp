@@ -211,27 +211,39 @@ void CWheelNode::PlanExtraRays() {
   }
 }
 
-/// Rays round the wheel, at its middle and its side edges. Each that finds ground within the wheel
-/// lifts it, and the next one starts from the lifted centre.
 double CWheelNode::CastExtraRays(double drop) {
   if (m_settings.iRayMultiplier <= 1) return drop;
   PlanExtraRays();
+  const double found = CastRaysRound(drop);
+  const double higher = drop - 0.5 * m_line.radius;
+  if (!State().bInTheAir() || higher <= 0.0) return found;
+  // All rays go through the centre: where that hangs within a gap, level with the ground beside it,
+  // they go through the gap too. A wheel that is a little higher sees what it would stand on.
+  const double stands = CastRaysRound(higher);
+  return State().bInTheAir() ? drop : stands;
+}
+
+/// Rays round the wheel, at its middle and its side edges. Each that finds ground within the wheel
+/// lifts it, and the next one starts from the lifted centre.
+double CWheelNode::CastRaysRound(double drop) {
   const double width = m_car.geometry.wheels[m_index].width;
   const double margin = m_line.radius * kNearMargin;
-  const double reach = std::hypot(m_line.radius, width * 0.5) + margin;
+  const double radius = std::hypot(m_line.radius, width * 0.5) + margin;
   double prepared = drop;
-  bool anyGround = m_ground.PrepareNear(m_line.At(drop), reach);
+  const auto prepare = [&] {
+    return m_ground.PrepareNear(m_line.At(drop), radius + std::max(drop, 0.0));
+  };
+  bool anyGround = prepare();
   const int edge = m_settings.bAddRaysAtWheelEdges ? 1 : 0;
   for (int surface = 0; anyGround && surface < m_ground.GetSurfaceCount(); ++surface) {
     for (int e = -edge; e <= edge; ++e) {
       for (const RayAngle& angle : m_angles) {
         if (e == 0 && angle.step == 0) continue;
         double lift = 0.0;
-        if (!CastExtraRay(surface, m_line.At(drop) + m_line.x * (width * 0.5 * e), angle, lift))
-          continue;
+        if (!CastExtraRay(surface, drop, m_line.x * (width * 0.5 * e), angle, lift)) continue;
         drop -= lift;
         if (prepared - drop <= margin) continue;
-        anyGround = m_ground.PrepareNear(m_line.At(drop), reach);
+        anyGround = prepare();
         prepared = drop;
       }
     }
@@ -239,17 +251,23 @@ double CWheelNode::CastExtraRays(double drop) {
   return drop;
 }
 
-bool CWheelNode::CastExtraRay(int surface, const Vector& centre, const RayAngle& angle,
+/// `side` leads from the wheel's middle to the ray's plane.
+bool CWheelNode::CastExtraRay(int surface, double drop, const Vector& side, const RayAngle& angle,
                               double& lift) {
   // Meant: the ray stands at twice its step's angle, and the lift counts with the step's.
   const Vector direction = m_line.y * -angle.cosine2 - m_line.x.cross(m_line.y) * angle.sine2;
   const double r = m_line.radius;
+  // A wheel that hangs into a gap may be below the surface beside it: the ray comes from as far up
+  // as the wheel has dropped, and still counts from the wheel's centre.
+  const double raised = angle.cosine2 > 0.0 ? std::max(drop, 0.0) : 0.0;
+  const Vector origin = m_line.At(drop) + side - direction * raised;
   GroundHit hit;
   // Ground beyond the wheel can't lift it, so the ray ends at the tire.
-  if (!m_ground.CastNear(surface, centre, direction, r, hit) || hit.distance >= r) return false;
-  const double h = hit.distance;
+  if (!m_ground.CastNear(surface, origin, direction, raised + r, hit)) return false;
+  const double h = hit.distance - raised;
+  if (h >= r) return false;
   const double across = std::abs(angle.sine) * h;
-  lift = std::sqrt(r * r - across * across) - std::abs(angle.cosine) * h;
+  lift = std::sqrt(std::max(r * r - across * across, 0.0)) - std::abs(angle.cosine) * h;
   m_normal = hit.normal;
   m_hitPoint = hit.point;
   State().SetInTheAir(false);

@@ -66,7 +66,9 @@ class CWheelNode : public RigMeshNode {
                      double& drop) const;
   double FindDrop(double lastDrop, double lastY);
   double CastExtraRays(double drop);
-  bool CastExtraRay(int surface, const Vector& centre, const RayAngle& angle, double& lift);
+  double CastRaysRound(double drop);
+  bool CastExtraRay(int surface, double drop, const Vector& side, const RayAngle& angle,
+                    double& lift);
   void PlanExtraRays();
   double RespondToEdges(double drop, double lastDrop) const;
   double Release(double drop);
