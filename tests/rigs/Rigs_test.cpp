@@ -78,7 +78,7 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
       {"1DPositioner", 7706366633830842622u},
       {"1DRotator", 18399534326298479851u},
       {"1DScaler", 9117487856127847459u},
-      {"4WheelerExt", 14057652315410992247u},
+      {"4WheelerExt", 13110030002525125697u},
       {"Spline Speed-Controller", 10889804356967546686u},
       {"Firepower", 17595907227699037757u},
       {"CrawlerTracks", 2900857813838861827u},

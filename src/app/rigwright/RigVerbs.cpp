@@ -17,6 +17,7 @@
 #include "core/Instance.h"
 #include "core/NameRules.h"
 #include "core/Tool.h"
+#include "core/interface/CCamera.h"
 
 namespace orv::app {
 
@@ -29,7 +30,7 @@ using rws::core::Instance;
 
 struct AddOptions {
   std::string scene, kind, name, profile, output;
-  std::optional<Vector> translate;
+  std::optional<Vector> translate, stand;
   std::optional<double> scale;
 };
 
@@ -61,6 +62,17 @@ void placeRig(SceneJob& job, Instance& rig, const std::optional<Vector>& positio
   for (HeadlessNode* node : tops) node->SetWorldPose(now, change * node->GetWorldPose(now), false);
 }
 
+/// Where the rig's first node is when the rig, `scale` times as large, stands on `foot` (m). Only a
+/// rig that stands on its ground by itself knows: for the others any height would be a guess.
+Vector placeOn(const Instance& rig, const std::string& kind, const Vector& foot, double scale) {
+  double height = 0.0;
+  if (rig.GetRig()->Extension(rws::kStandingHeight, &height, nullptr) <= 0) {
+    throw Failure("--stand", "a " + kind + " doesn't stand on the ground by itself",
+                  "give the place of its first node by --translate");
+  }
+  return foot + Vector(0.0, height * scale, 0.0);
+}
+
 void runAdd(Program& program, const AddOptions& options) {
   SceneJob job(program, options.scene);
   job.tool(options.kind);
@@ -85,8 +97,10 @@ void runAdd(Program& program, const AddOptions& options) {
     }
     job.loadProfile(*rig, options.profile);
   }
-  if (options.translate || options.scale)
-    placeRig(job, *rig, options.translate, options.scale.value_or(1.0));
+  const double scale = options.scale.value_or(1.0);
+  std::optional<Vector> place = options.translate;
+  if (options.stand) place = placeOn(*rig, options.kind, *options.stand, scale);
+  if (place || options.scale) placeRig(job, *rig, place, scale);
   job.save(options.output);
   program.output().object()["rig"] = rig->GetInstanceName();
   program.output().line(rig->GetInstanceName());
@@ -106,7 +120,10 @@ void addAdd(Program& program) {
   verb.add_option("--name", o->name, "Name of the rig (default: the kind and a number)")
       ->type_name("NAME")
       ->check(checkNotEmpty);
-  addVector(verb, "--translate", o->translate, "Where the rig's first node stands (m)");
+  CLI::Option* translate =
+      addVector(verb, "--translate", o->translate, "Where the rig's first node stands (m)");
+  addVector(verb, "--stand", o->stand, "Point of the ground that the rig stands on (m)")
+      ->excludes(translate);
   addNumber(verb, "--scale", o->scale, "Size of the rig (default 1)",
             [](double value) { return mustBeFrom(value, 1e-6, 1e6); });
   verb.add_option("--profile", o->profile, "Config profile to begin with")

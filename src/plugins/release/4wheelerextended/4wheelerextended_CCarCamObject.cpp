@@ -107,6 +107,7 @@ void CCarCamObject::Start(double time) {
   ReadInputs();
   if (m_reinitialize || !KeepsHistories()) m_memory.Clear();
   m_reinitialize = false;
+  m_gravity.CaptureSurfaces(time);
   if (time <= m_memory.dStartTime || m_memory.IsEmpty())
     Reset(time);
   else
@@ -114,7 +115,6 @@ void CCarCamObject::Start(double time) {
   m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
   if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
   WarnOfTarget();
-  m_gravity.CaptureSurfaces(time);
   m_hideModes.Start();
 }
 
@@ -141,7 +141,11 @@ double CCarCamObject::StartGas(double time) const {
   const double pedal = cCarCam.input[kGasPedal];
   if (std::abs(pedal) > kStartInput) return pedal * maximum;
   const Matrix now = m_body.ReadMatrix(time), before = m_body.ReadMatrix(FrameBefore(time, dt));
-  const double forward = -now.axisRow(2).normalized().dot(now.translation() - before.translation());
+  // Of the foot: a body that has just been settled leans about that.
+  const auto foot = [&](const Matrix& body) {
+    return body.translation() - body.axisRow(1).normalized() * cCarCam.geometry.dHeight;
+  };
+  const double forward = -now.axisRow(2).normalized().dot(foot(now) - foot(before));
   const double moved = forward / dt / cCarCam.geometry.scale;
   return std::abs(moved) > kStartInput ? moved : m_settings.dInitialVelocity / 100.0 * maximum;
 }
@@ -150,6 +154,7 @@ void CCarCamObject::Reset(double time) {
   m_memory.Clear();
   m_memory.dStartTime = time;
   CheckBodyScale(time);
+  Settle(time);
   ReadGeometry(time);
   WarnOfRigging(time);
   Vector bottoms[kWheelCount];
@@ -165,6 +170,7 @@ void CCarCamObject::Reset(double time) {
     state.wheels[i].centre = relocator.translation();
     state.wheels[i].lastCentreY = relocator.translation().y;
   }
+  StandWheels(time);
   m_followCam.Reset();
   m_driverCam.Reset(time);
   cCarCam.geometry.steeringWheel =
@@ -287,8 +293,7 @@ void CCarCamObject::WriteWheelHelpers(double time) {
 
 void CCarCamObject::WriteBaseNodes(double time) {
   const Transform& base = cCarCam.state.base;
-  const Vector pivot = base.rotation.rotate({0.0, 0.0, cCarCam.GetPivotZ()});
-  m_turnBase.WriteKey(time, Scaled({base.position + pivot, base.rotation}));
+  m_turnBase.WriteKey(time, Scaled(PivotOf(base)));
   m_bodyBase.WriteKey(time, Scaled(base));
   const double turn = cCarCam.state.filtered[kSteeringWheel] * kSteeringWheelTurn *
                       m_settings.dSteeringWheelRotMult;
@@ -311,9 +316,7 @@ void CCarCamObject::ShowGauges() {
 }
 
 void CCarCamObject::Update(double time) {
-  // Until the first take the wheels follow the relocators that the animator moves.
-  if (!m_inTake && m_memory.IsEmpty() && m_memory.dStartTime == CarMemory().dStartTime)
-    for (auto& wheel : m_wheels) wheel->wheel.StandAtRest(time);
+  if (!m_inTake) StandWheelsAtRest(time);
   m_pInterface->RefreshConfig();
 }
 

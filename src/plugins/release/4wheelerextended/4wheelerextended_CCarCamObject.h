@@ -84,6 +84,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   void DefineGeneralProperties();
   void DefineGround();
   void DefineInputs();
+  void DefineJumps();
   void AddSpinner(const char* label, const char* tooltip, double& value, double min, double max,
                   double step);
   void AddCheckBox(const char* label, const char* tooltip, bool& value);
@@ -100,6 +101,16 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   void CheckBodyScale(double time);
   void ReadGeometry(double time);
   void WarnOfRigging(double time);
+  void StandWheelsAtRest(double time);
+  bool IsFresh() const;
+  /// Where the wheels would stand on the ground below them, if at least three are within reach.
+  struct Stand {
+    Vector ground[kWheelCount];
+    double drop[kWheelCount] = {};
+  };
+  bool FindStand(double time, const util::Quat<double>& turn, Stand& stand);
+  void Settle(double time);
+  void StandWheels(double time);
   util::QTransform<double> FindBase(double time, Vector bottoms[kWheelCount]) const;
 
   // Takes
@@ -117,6 +128,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   void ShowGauges();
   bool KeepsHistories() const;
   Matrix Scaled(const util::QTransform<double>& pose) const;
+  util::QTransform<double> PivotOf(util::QTransform<double> base) const;
 
   // Saving
   SaveState LoadBlob();

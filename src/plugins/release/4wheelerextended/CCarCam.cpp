@@ -63,6 +63,11 @@ void CCarCam::Reset(const util::QTransform<double>& base) {
   }
 }
 
+void CCarCam::StandOn(const Vector ground[kWheelCount]) {
+  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
+  LayBase(ground, up, GetChassisPosition(), up);
+}
+
 void CCarCam::StartAt(double gas, double dt) {
   state.filtered[kGasPedal] = state.dFollowAccMem = gas;
   state.gasRawPrevious = gas / Maximum(kGasPedal);

@@ -46,6 +46,8 @@ class CCarCam {
 
   /// Moves all that the state holds in world space by a turn about `from`, and on to `to`.
   void Carry(const Quat& turn, const Vector& from, const Vector& to);
+  /// Lays the base on the plane of four points below the wheels (world), below the body's origin.
+  void StandOn(const Vector ground[kWheelCount]);
   /// Puts all state but the seeds at rest on `base`.
   void Reset(const util::QTransform<double>& base);
   /// Gives the car the speed `gas` (body scales a second) straight ahead, in frames of `dt`
@@ -63,6 +65,9 @@ class CCarCam {
   Quat GetBodyRotation() const;
   /// The wheel's place right of the body's origin (m): a rolled body spreads its wheels.
   double GetLateralOffset(int wheel) const;
+  /// Length of a wheel's spring: the height of the wheel's attachment on the body over the wheel,
+  /// both counted from rest (m).
+  double GetCompression(int wheel) const;
   /// Turn of the wheel and its spin against the body; the spin acts first.
   Quat GetWheelTurn(int wheel) const;
   /// Behind the base's origin (m): the point that the car turns about stands on a line through it.
@@ -133,7 +138,6 @@ class CCarCam {
   void MoveBodyInTheAir();
   void MoveAngle(double& angle, double& velocity, double& acceleration, double limit,
                  double newAcceleration, double h) const;
-  double GetCompression(int wheel) const;
   double MeasureSprings(double h, double& pitchTorque, double& rollTorque);
 
   // FitBase

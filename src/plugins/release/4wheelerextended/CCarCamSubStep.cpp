@@ -164,8 +164,6 @@ void CCarCam::MoveBodyInTheAir() {
   for (int i = 0; i < kWheelCount; ++i) state.wheels[i].lastCompression = GetCompression(i);
 }
 
-/// Length of a wheel's spring: the height of the wheel's attachment on the body over the wheel,
-/// both counted from rest (m).
 double CCarCam::GetCompression(int wheel) const {
   const CarBodyState& body = state.cCarBody;
   const CarWheelGeometry& sizes = geometry.wheels[wheel];

@@ -107,6 +107,12 @@ void CWheelNode::Update(double time) {
   }
   drop = Release(drop);
 
+  MoveTo(drop);
+}
+
+/// Stands the wheel at `drop` on this frame's line.
+void CWheelNode::MoveTo(double drop) {
+  CarWheelState& wheel = State();
   const util::QTransform<double>& base = m_car.state.base;
   const Vector contact = m_line.At(drop);
   wheel.CurrDelta = base.rotation.conjugate().rotate(contact - base.position).y - m_line.radius;
@@ -116,14 +122,31 @@ void CWheelNode::Update(double time) {
   wheel.bottom = wheel.centre - m_line.y * m_line.radius;
 }
 
-void CWheelNode::FindLine(double time) {
+Vector CWheelNode::FindStand(double time, const Quat& turn, double& drop) {
+  FindLine(time, turn);
+  if (m_ground.GetSurfaceCount() == 0) {
+    drop = StandOnPlane();
+  } else {
+    const double found = CastExtraRays(FindDrop(0.0, m_line.rest.y));
+    drop = State().bInTheAir() ? m_groundDrop : found;
+  }
+  return m_line.At(drop) - m_line.y * m_line.radius;
+}
+
+void CWheelNode::Stand(double time, double drop) {
+  MoveTo(drop);
+  State().lastCentreY = State().centre.y;
+  Place(time, Pose(m_line.rotation, State().centre));
+}
+
+void CWheelNode::FindLine(double time, const Quat& turn) {
   Matrix pose = m_relocator.ReadMatrix(time);
   m_line.relocator = pose.translation();
   pose.normalizeRows();
-  m_line.x = pose.axisRow(0);
-  m_line.y = pose.axisRow(1);
-  m_line.z = pose.axisRow(2);
-  m_line.rotation = Quat::fromMatrix(pose);
+  m_line.x = turn.rotate(pose.axisRow(0));
+  m_line.y = turn.rotate(pose.axisRow(1));
+  m_line.z = turn.rotate(pose.axisRow(2));
+  m_line.rotation = Quat::fromMatrix(pose) * turn;
   m_line.radius = m_car.GetEffectiveRadius(m_index);
   m_line.reach = m_line.radius * m_settings.fRelMaxBumperLen;
   // The wheels hang on the chassis and not on the body that leans on it.

@@ -32,6 +32,12 @@ class CWheelNode : public RigMeshNode {
   void Finish(double time, double dt);
   /// Places the node where its relocator is (no take).
   void StandAtRest(double time);
+  /// Where the wheel's bottom stands when its car has turned by `turn` from where its nodes are at
+  /// `time`, and how far below its place at rest that is (m, positive = down). No state is changed
+  /// but that of the contact.
+  Vector FindStand(double time, const Quat& turn, double& drop);
+  /// Stands the wheel there, as the last FindStand left it, and places the node.
+  void Stand(double time, double drop);
 
   /// Fast or not, a single ray at the ground: the first surface that is hit.
   bool CastRay(const Vector& origin, const Vector& direction, double maxDistance, double& distance,
@@ -59,7 +65,7 @@ class CWheelNode : public RigMeshNode {
     double sine2, cosine2;  ///< of twice that
   };
 
-  void FindLine(double time);
+  void FindLine(double time, const Quat& turn = {});
   Vector GroundAt(double drop) const;
   double StandOnPlane();
   bool CastCentreRay(int surface, double start, double lastDrop, double lastY, GroundHit& hit,
@@ -70,6 +76,7 @@ class CWheelNode : public RigMeshNode {
   bool CastExtraRay(int surface, double drop, const Vector& side, const RayAngle& angle,
                     double& lift);
   void PlanExtraRays();
+  void MoveTo(double drop);
   double RespondToEdges(double drop, double lastDrop) const;
   double Release(double drop);
   double GetDt() const;

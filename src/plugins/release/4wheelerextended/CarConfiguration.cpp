@@ -79,6 +79,7 @@ int CCarCamObject::Define() {
   DefineGeneralProperties();
   DefineGround();
   DefineInputs();
+  DefineJumps();  // last, so that the numbers of the others stay
   m_pInterface->EndConfig();
   PublishOutputs();
   return 0;
@@ -225,8 +226,7 @@ void CCarCamObject::DefineGeneralProperties() {
              s.dWorldAvoidanceSphereRadius, 0.0, 2e9, 1.0);
   AddSpinner("Wheel Radius Multiplier", "Size of the wheels that the ground feels.",
              s.dWheelRadiusMult, 0.01, 10.0, 0.01);
-  AddSpinner("Gravity", "How much the car leans on slopes, and how fast it falls.", s.fGravity, 0.0,
-             10000.0, 0.001);
+  AddSpinner("Gravity", "How much the car leans on slopes.", s.fGravity, 0.0, 10000.0, 0.001);
   m_pInterface->EndGroup();
 }
 
@@ -281,6 +281,16 @@ void CCarCamObject::DefineInputs() {
   m_pInterface->EndGroup();
 }
 
+void CCarCamObject::DefineJumps() {
+  m_pInterface->BeginGroup("Jump Properties", "How the car falls");
+  AddSpinner(
+      "Jump Gravity",
+      "How fast the car falls. 1 is the earth's for a car of the size that it is created in, "
+      "0 never comes down.",
+      m_settings.dJumpGravity, 0.0, 10000.0, 0.001);
+  m_pInterface->EndGroup();
+}
+
 void CCarCamObject::PublishOutputs() {
   for (const char* name : kOutputs) {
     m_outputs.push_back(std::make_unique<unidevice::Property>(name));
@@ -302,6 +312,7 @@ void CCarCamObject::UpdateMaximumGauges() {
 void CCarCamObject::OnCallback(std::string name) {
   if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
   const ReplayedEvent event(name);
+  if (!m_inTake && !event.IsReplay()) StandWheelsAtRest(m_pInterface->GetTime());
   if (event.label == kReinitialize && !event.IsReplay()) {
     m_reinitialize = true;
     m_gauges = Gauges();

@@ -163,6 +163,101 @@ Transform CCarCamObject::FindBase(double time, Vector bottoms[kWheelCount]) cons
   return {origin - normal * (origin - centre).dot(normal), rotation};
 }
 
+// --- where a car stands when a take begins ---
+
+/// Whether no take has been made.
+bool CCarCamObject::IsFresh() const {
+  return m_memory.IsEmpty() && m_memory.dStartTime == CarMemory().dStartTime;
+}
+
+/// Until the first take the wheels follow the relocators that the animator moves, and the settings.
+void CCarCamObject::StandWheelsAtRest(double time) {
+  if (!IsFresh()) return;
+  for (auto& wheel : m_wheels)
+    if (wheel->wheel.IsBound()) wheel->wheel.StandAtRest(time);
+}
+
+bool CCarCamObject::FindStand(double time, const Quat& turn, Stand& stand) {
+  int open = -1, count = 0;
+  m_gravity.BeginFrame(time);
+  for (int i = 0; i < kWheelCount; ++i) {
+    stand.ground[i] = m_wheels[i]->wheel.FindStand(time, turn, stand.drop[i]);
+    if (std::abs(stand.drop[i]) <= cCarCam.GetEffectiveRadius(i) * m_settings.fRelMaxBumperLen)
+      continue;
+    open = i;
+    ++count;
+  }
+  m_gravity.EndFrame();
+  if (count > 1) return false;
+  // One over a hole is carried by the other three.
+  if (count == 1) {
+    const int across = kWheelCount - 1 - open, beside = open == 0 || open == 3 ? 1 : 0;
+    stand.drop[open] = 0.0;
+    stand.ground[open] =
+        stand.ground[beside] + stand.ground[kWheelCount - 1 - beside] - stand.ground[across];
+  }
+  return true;
+}
+
+/// Puts a car that the ground is within reach of where it would come to stand, so that its first
+/// frames don't. One that is to drop stays where it is, and so does one that stands: a take that is
+/// run again must find what it found.
+void CCarCamObject::Settle(double time) {
+  constexpr int kRounds = 16;
+  constexpr double kStands = 1e-6;   // body scales
+  constexpr double kInSight = 1e-4;  // body scales
+  ReadGeometry(time);
+  Vector bottoms[kWheelCount];
+  const Transform from = FindBase(time, bottoms);
+  cCarCam.Reset(from);
+  const Transform& base = cCarCam.state.base;
+  const auto distance = [&](const Transform& other) {
+    const Vector turned = (other.rotation.conjugate() * base.rotation).toRotationVector();
+    return (base.position - other.position).length() / cCarCam.geometry.scale + turned.length();
+  };
+  bool stands = false;
+  for (int round = 0; round < kRounds && !stands; ++round) {
+    Stand stand;
+    if (!FindStand(time, from.rotation.conjugate() * base.rotation, stand)) return;
+    const Transform before = base;
+    cCarCam.StandOn(stand.ground);
+    stands = distance(before) <= kStands;
+  }
+  if (!stands || distance(from) <= kInSight) return;
+  Matrix body = m_body.ReadMatrix(time);
+  const Quat turn = from.rotation.conjugate() * base.rotation;
+  for (int axis = 0; axis < 3; ++axis) body.setAxisRow(axis, turn.rotate(body.axisRow(axis)));
+  body.setTranslation(base.position + turn.rotate(body.translation() - from.position));
+  m_body.Place(time, body);
+}
+
+/// The wheels of a car that is reset, on the ground where that is in reach.
+void CCarCamObject::StandWheels(double time) {
+  Stand stand;
+  const bool stands = FindStand(time, Quat(), stand);
+  for (int i = 0; i < kWheelCount; ++i) {
+    CarWheelState& wheel = cCarCam.state.wheels[i];
+    wheel.SetInTheAir(false);
+    m_wheels[i]->wheel.Stand(time, stands ? stand.drop[i] : 0.0);
+    wheel.lastCompression = cCarCam.GetCompression(i);
+  }
+  m_turnBase.Place(time, Scaled(PivotOf(cCarCam.state.base)));
+  m_bodyBase.Place(time, Scaled(cCarCam.state.base));
+}
+
+/// A car stands on the ground by its wheels.
+std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
+  if (code != kStandingHeight || !a) return CCamera::Extension(code, a, b);
+  if (IsFresh()) ReadGeometry(m_pInterface->GetTime());
+  *static_cast<double*>(a) = cCarCam.geometry.dHeight;
+  return 1;
+}
+
+void CCarCamObject::GetExtensions(std::vector<int>& out) {
+  CCamera::GetExtensions(out);
+  out.push_back(kStandingHeight);
+}
+
 void CCarCamObject::WarnOfRigging(double time) {
   for (auto& wheel : m_wheels) {
     if (!wheel->center.IsBound() || !wheel->center.GetNode()->IsValid()) continue;
@@ -178,12 +273,16 @@ void CCarCamObject::WarnOfRigging(double time) {
   }
 }
 
+/// Where the car turns about, when its base is at `base`.
+Transform CCarCamObject::PivotOf(Transform base) const {
+  base.position += base.rotation.rotate({0.0, 0.0, cCarCam.GetPivotZ()});
+  return base;
+}
+
 void CCarCamObject::MoveTurnBase() {
   if (m_inTake || !m_turnBase.IsBound()) return;
   const double now = m_pInterface->GetTime();
-  Transform base = Transform::fromMatrix(m_bodyBase.ReadMatrix(now));
-  base.position += base.rotation.rotate({0.0, 0.0, cCarCam.GetPivotZ()});
-  m_turnBase.Place(now, Scaled(base));
+  m_turnBase.Place(now, Scaled(PivotOf(Transform::fromMatrix(m_bodyBase.ReadMatrix(now)))));
 }
 
 }  // namespace orv::rws::addon

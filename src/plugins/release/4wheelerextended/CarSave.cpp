@@ -75,6 +75,7 @@ constexpr Field kFields[] = {
     {"dMaximumSpringChangeVelocityRel", &CarSettings::dMaximumSpringChangeVelocityRel, 0, 1000},
     {"dDegsPerRay", &CarSettings::dDegsPerRay, 0.1, 89},
     {"dGasPedalMaxRateOfChange", &CarSettings::dGasPedalMaxRateOfChange, 0.001, 1e6},
+    {"dJumpGravity", &CarSettings::dJumpGravity, 0, 10000},
 };
 
 /// The flags of the fixed struct, in its order, and those that came later.
