@@ -33,7 +33,7 @@ python3 examples/make_shaky.py "$source"
 car=Car
 python3 examples/make_terrain.py "$out/terrain.glb"
 "$rigwright" --quiet add "$out/terrain.glb" 4WheelerExt --name $car --profile "Start Profile" \
-  --translate 0,0.54,0 -o "$out/drive.glb" >/dev/null
+  --stand 0,0,0 -o "$out/drive.glb" >/dev/null
 "$rigwright" --quiet parent "$out/drive.glb" ${car}_GravityDirectionMesh Terrain \
   -o "$out/drive.glb"
 "$rigwright" resim "$out/drive.glb" --inputs examples/drive_hills.csv -o "$out/drive.glb"

@@ -196,6 +196,7 @@ void CCarCamObject::ReadInputs() {
 }
 
 void CCarCamObject::ReadGravity(double before) {
+  // As the base node was keyed one frame back.
   cCarCam.gravityAttitude = cCarCam.state.base.rotation;
   cCarCam.down = -m_gravity.ReadMatrix(before).axisRow(1).normalized();
 }

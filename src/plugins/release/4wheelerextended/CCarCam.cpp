@@ -132,7 +132,8 @@ CCarCam::Vector CCarCam::GetBodyPosition() const {
   const Vector up = GetBodyRotation().rotate({0.0, 1.0, 0.0});
   double height = state.cCarBody.fRelYPos + geometry.dHeight;
   if (geometry.dHeight > 0.1 * GetEffectiveRadius(0)) {
-    // Over the wheels as they stood against the base: in a fall both move on together.
+    // Over the wheels as they stood against the base one frame back, since they meet the ground
+    // only when the body is there. Against the base: in a fall both move on together.
     double wheels = 0.0;
     for (const CarWheelState& wheel : state.wheels) wheels += wheel.CurrDelta / kWheelCount;
     height = std::max(height, wheels + car::dMinGroundDistance * geometry.dHeight);
@@ -603,8 +604,9 @@ void CCarCam::FitBase(double dt) {
     // A hanging wheel hangs loose: its spring doesn't pull the body.
     for (CarWheelState& wheel : state.wheels) wheel.CurrDelta = std::max(wheel.CurrDelta, 0.0);
   }
-  // The wheels' extension counts from the chassis as it stands now: what lifts the chassis doesn't
-  // pull them off the ground.
+  // What the next frame takes for a wheel's height one frame back. It counts from the chassis as
+  // the fit has left it, not from the relocator as it was keyed before that: what lifts the chassis
+  // doesn't pull the wheels off the ground.
   const Quat toBase = state.base.rotation.conjugate();
   for (int i = 0; i < kWheelCount; ++i) {
     CarWheelState& wheel = state.wheels[i];

@@ -84,8 +84,14 @@ void CWheelNode::Update(double time) {
   const bool wasInTheAir = wheel.bInTheAir();
 
   const int surfaces = m_ground.GetSurfaceCount();
-  for (int i = 0; i < surfaces; ++i)
-    if (!m_ground.IsKnown(i)) return;  // reported by the rig
+  for (int i = 0; i < surfaces; ++i) {
+    if (m_ground.IsKnown(i)) continue;
+    // Reported by the rig. The wheel finds no ground in this frame, and stays where it is on its
+    // suspension: in the world it would be left behind.
+    MoveTo(restHeight - wheel.localHeight);
+    m_car.groundBelow[m_index] = wheel.bottom;
+    return;
+  }
   double drop = 0.0;
   if (surfaces == 0) {
     drop = StandOnPlane();

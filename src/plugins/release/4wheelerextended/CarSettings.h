@@ -55,7 +55,9 @@ struct CarChannelSettings {
   double maximum = 1.0;
 };
 
-/// The defaults are those of the "Start Profile", but for the rays.
+/// The defaults are those of the "Start Profile", but for the rays. So is the wheel radius
+/// multiplier, of which a bare 1 would be as good: a new car doesn't change its wheels when that
+/// profile is applied to it.
 struct CarSettings {
   // Gauges
   double dInitialVelocity = 0.0;         ///< % of the gas maximum
