@@ -47,5 +47,29 @@ TEST(CarParked, ACarStandsStillOnASlopeHoweverItCameToStand) {
   }
 }
 
+TEST(CarParked, ACarStandsFromItsFirstFrameOnAlsoOverAGapInItsGround) {
+  const auto tiles = [](double, double z) { return std::abs(z + 1.35) < 0.005 ? -2.0 : 0.0; };
+  for (const std::string& profile : CarProfiles()) {
+    for (const double radius : {0.0, 1.2}) {
+      CarScene car;
+      car.AddGround(GridMesh(tiles, Rows(-5, 5, 2), {-60, -1.3551, -1.3549, -1.3451, -1.3449, 10}));
+      car.Apply(profile);
+      car.Edit("Ray Multiplier", 20);
+      if (radius != 0.0) car.Edit("Wheel Radius Multiplier", radius);
+      const double wheel = 0.351 * car.Setting("Wheel Radius Multiplier");
+      EXPECT_NEAR(car.World("WheelMesh_FL", 0).rowLengths().y, wheel, 1e-9) << profile;
+      car.Drive(4, {});
+      for (int i = 0; i <= 100; ++i) {
+        ASSERT_LT((car.At("CarBodyMesh", i) - car.At("CarBodyMesh", 0)).length(), 1e-3)
+            << profile << i;
+        for (const char* node : CarScene::kWheels) {
+          ASSERT_NEAR(car.At(node, i).y, wheel, 3e-3) << profile << node << i;
+          ASSERT_NEAR(car.World(node, i).rowLengths().y, wheel, 1e-9) << profile << node << i;
+        }
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace orv::tests

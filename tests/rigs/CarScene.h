@@ -20,6 +20,7 @@
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
+#include "core/Resources.h"
 #include "core/UserInterface.h"
 #include "plugins/release/all/AllRigs.h"
 #include "support/QtApplication.h"
@@ -54,6 +55,15 @@ inline std::vector<double> Rows(double from, double to, int count) {
   std::vector<double> rows;
   for (int i = 0; i <= count; ++i) rows.push_back(from + (to - from) * i / count);
   return rows;
+}
+
+/// The profiles that come with the car.
+inline std::vector<std::string> CarProfiles() {
+  const std::string folder = ":/data/4wheelerextended/configprofiles";
+  std::vector<std::string> names;
+  for (const std::string& path : rws::core::ListResources(folder, "ocp"))
+    names.push_back(path.substr(folder.size() + 1, path.size() - folder.size() - 5));
+  return names;
 }
 
 inline double Flat(double, double) {
@@ -140,6 +150,13 @@ class CarScene : rws::core::UserInterface {
       EXPECT_TRUE(core().EditParameter(*rig, element->id(), util::exactText(value), problem) &&
                   problem.empty())
           << problem;
+  }
+  /// One that a driver drives, on glass and anywhere.
+  void Apply(const std::string& profile) {
+    EXPECT_EQ(core().LoadProfile("Car", profile), "") << profile;
+    Edit("Gravel Shake Offset Value", 0);
+    Edit("Autonomous Mode", 0);
+    Edit("World Avoidance Sphere (scale relative)", 0);
   }
   double Setting(const std::string& label) { return rig->GetConfig().findAll(label)[0]->number(); }
   Node& Find(const std::string& node) {
