@@ -190,13 +190,20 @@ void CCarCam::HandleAir(double dt) {
   Fly(dt, h);
 }
 
-/// Whether a flying car comes down to the ground within this frame.
+/// Whether a car that flies, or would now, comes down to the ground within this frame.
 bool CCarCam::FallsToGround(double dt) const {
-  if (!IsFlying()) return false;
-  const double speed = state.qTransCarAbsIncr.position.dot(down) / SubStepLength(dt);
+  if (!m_settings.cCarCambGravityOn) return false;
+  double speed = state.qTransCarAbsIncr.position.dot(down) / SubStepLength(dt);
+  if (!state.bCarInTheAir) speed += GetMeanFallSpeed();
   const double fall = (speed + GetFallAcceleration() * dt) * dt;
   return std::any_of(state.wheels.begin(), state.wheels.end(),
                      [fall](const CarWheelState& wheel) { return wheel.clearance < fall; });
+}
+
+double CCarCam::GetMeanFallSpeed() const {
+  double speed = 0.0;
+  for (const CarWheelState& wheel : state.wheels) speed += wheel.fallSpeed / kWheelCount;
+  return speed;
 }
 
 /// The tires touch, but the chassis goes on falling through its suspension until FitBase finds it
@@ -259,11 +266,8 @@ void CCarCam::Fall(double dt) {
 void CCarCam::TakeOff(double h) {
   state.bCarInTheAir = true;
   state.gravityFilterMem.rotation = state.base.rotation;
-  double fall = 0.0;
-  for (CarWheelState& wheel : state.wheels) {
-    fall += wheel.fallSpeed / kWheelCount;
-    wheel.fallSpeed = 0.0;
-  }
+  const double fall = GetMeanFallSpeed();
+  for (CarWheelState& wheel : state.wheels) wheel.fallSpeed = 0.0;
   if (m_settings.cCarCambGravityOn) state.qTransCarAbsIncr.position += down * (fall * h);
 }
 

@@ -107,6 +107,7 @@ class CCarCam {
   // Update
   void HandleAir(double dt);
   bool FallsToGround(double dt) const;
+  double GetMeanFallSpeed() const;
   void Land(double h);
   Drop PlanDrop(double speed, double clearance, double dt) const;
   void Fall(double dt);
