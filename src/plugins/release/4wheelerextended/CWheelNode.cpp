@@ -102,7 +102,7 @@ void CWheelNode::Update(double time) {
         wasInTheAir ? restHeight - wheel.localHeight : (m_line.rest - wheel.centre).dot(m_line.y);
     drop = FindDrop(lastDrop, lastY);
     m_car.groundNormal[m_index] = m_normal;
-    // Below a chassis in the air that is not the way that the suspension leaves.
+    // Below a chassis that falls, the ground need not stand square to the suspension.
     const double slant = m_normal.dot(m_line.y);
     if (!wasInTheAir && wheel.released != 0.0 && slant > kSlantest)
       lastDrop = (m_line.rest - wheel.centre).dot(m_normal) / slant;
