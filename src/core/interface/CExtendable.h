@@ -44,10 +44,4 @@ enum NodeExtension : int {
                   ///< else -1
 };
 
-/// Extension codes that a CCamera answers.
-enum RigExtension : int {
-  kStandingHeight = 65,  ///< a rig that stands on its ground: `a`, a double*, gets the height of
-                         ///< its first node over its foot as they are now (m): 1
-};
-
 }  // namespace orv::rws

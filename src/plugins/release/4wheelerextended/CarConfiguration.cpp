@@ -57,6 +57,11 @@ void CCarCamObject::AddCheckBox(const char* label, const char* tooltip, bool& va
 
 std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
   if (code == kTellGround && a) return m_gravity.TellGround(*static_cast<GroundReport*>(a));
+  if (code == kStandingHeight && a) {
+    if (IsFresh()) ReadGeometry(m_pInterface->GetTime());
+    *static_cast<double*>(a) = cCarCam.geometry.dHeight;
+    return 1;
+  }
   if (code != kIsComputed) return CCamera::Extension(code, a, b);
   for (const double* gauge :
        {&m_gauges.maximumVelocity, &m_gauges.velocity, &m_gauges.velocityPercent,
@@ -66,7 +71,7 @@ std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
 }
 
 void CCarCamObject::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(), {kIsComputed, kTellGround});
+  out.insert(out.end(), {kIsComputed, kTellGround, kStandingHeight});
 }
 
 int CCarCamObject::Define() {

@@ -245,19 +245,6 @@ void CCarCamObject::StandWheels(double time) {
   m_bodyBase.Place(time, Scaled(cCarCam.state.base));
 }
 
-/// A car stands on the ground by its wheels.
-std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
-  if (code != kStandingHeight || !a) return CCamera::Extension(code, a, b);
-  if (IsFresh()) ReadGeometry(m_pInterface->GetTime());
-  *static_cast<double*>(a) = cCarCam.geometry.dHeight;
-  return 1;
-}
-
-void CCarCamObject::GetExtensions(std::vector<int>& out) {
-  CCamera::GetExtensions(out);
-  out.push_back(kStandingHeight);
-}
-
 void CCarCamObject::WarnOfRigging(double time) {
   for (auto& wheel : m_wheels) {
     if (!wheel->center.IsBound() || !wheel->center.GetNode()->IsValid()) continue;
