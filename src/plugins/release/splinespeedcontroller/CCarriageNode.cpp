@@ -21,7 +21,7 @@ using Vector = util::Vector3<double>;
 
 namespace {
 
-/// How close to a waypoint the carriage comes round the seam of a loop (arc parameter).
+/// How far short of a stop the carriage lands that comes round the seam (arc parameter).
 constexpr double kBesideWaypoint = 1e-05;
 /// With nothing ahead and the inputs not alone, the carriage runs ten times as fast: kept, since
 /// scenes were made with it.
@@ -65,6 +65,11 @@ const WaypointSettings& CCarriageNode::SettingsOf(int index) const {
   if (m_rail.settings.useSimpleParameters && !m_rail.waypoints.empty()) index = 0;
   if (index < 0) return m_rail.panel;
   return m_rail.waypoints[static_cast<std::size_t>(index)]->values.settings;
+}
+
+bool CCarriageNode::IsStop(int index) const {
+  const WaypointSettings& waypoint = SettingsOf(index);
+  return waypoint.stopModeOn || waypoint.frameDelay > 0.0;
 }
 
 int CCarriageNode::Successor(int index, bool forward) const {
@@ -284,7 +289,8 @@ void CCarriageNode::MeasurePath(Frame& frame) const {
     return;
   }
   Vector position, tangent, curvature;
-  m_rail.curveInformation.curve.PositionTangentAndCurvature(u, position, tangent, curvature);
+  m_rail.curveInformation.curve.PositionTangentAndCurvature(OnOwnCurve(u), position, tangent,
+                                                            curvature);
   frame.tangent = Carried(frame.reference, tangent);
   frame.curvature = Carried(frame.reference, curvature);
 }
@@ -357,15 +363,20 @@ void CCarriageNode::Arrive(double time, double before, bool startPressed) {
   memory.delay = 0.0;
   for (std::size_t i = 0; i < m_rail.waypoints.size(); ++i) {
     if (memory.current < 0 || !HasPassed(u, v, PositionOf(memory.current))) return;
-    const WaypointSettings& waypoint = SettingsOf(memory.current);
-    if (!startPressed && (waypoint.stopModeOn || waypoint.frameDelay > 0.0)) {
+    if (!startPressed && IsStop(memory.current)) {
+      const WaypointSettings& waypoint = SettingsOf(memory.current);
       BeginStop(time, waypoint.stopModeOn ? -1.0 : waypoint.frameDelay);
       return;
     }
     v = PositionOf(memory.current);
-    memory.current = memory.next;
-    memory.next = Successor(memory.current, memory.directionForward);
+    GoOn();
   }
+}
+
+/// Travels to the waypoint behind the present one.
+void CCarriageNode::GoOn() {
+  memory.current = memory.next;
+  memory.next = Successor(memory.current, memory.directionForward);
 }
 
 void CCarriageNode::BeginStop(double time, double delay) {
@@ -379,8 +390,7 @@ void CCarriageNode::EndStop(double time) {
   memory.delay = memory.stopTime = 0.0;
   memory.stopped.set(time, false);
   memory.framesAtWaypoint.set(time, 0.0);
-  memory.current = memory.next;
-  memory.next = Successor(memory.current, memory.directionForward);
+  GoOn();
 }
 
 /// A stop of n frames ends n + 1 frames after it began: the count is looked at before it rises.
@@ -400,9 +410,7 @@ void CCarriageNode::HandleStop(const Frame& frame) {
 }
 
 void CCarriageNode::HoldAtWaypoint(const Frame& frame) {
-  if (memory.current < 0 || !memory.stopped.value(frame.time)) return;
-  const WaypointSettings& waypoint = SettingsOf(memory.current);
-  if (!waypoint.stopModeOn && !(waypoint.frameDelay > 0.0)) return;
+  if (memory.current < 0 || !memory.stopped.value(frame.time) || !IsStop(memory.current)) return;
   const double u = memory.onSplinePosition.value(frame.time);
   const double w = PositionOf(memory.current);
   if (memory.directionForward ? u >= w : u <= w) memory.onSplinePosition.set(frame.time, w);
@@ -420,18 +428,36 @@ void CCarriageNode::HandleEnds(const Frame& frame) {
     memory.speedMem.set(frame.time, 0.0);
     return;
   }
-  double round = forward ? u - 1.0 : 1.0 + u;
-  if (memory.current >= 0) {
+  PassSeam(frame, forward ? u - 1.0 : u + 1.0);
+}
+
+/// Comes to `u` from the path's other end. Waypoints that lie on the way are passed as elsewhere;
+/// right before the first one that is a stop the carriage lands, to stop there in the next frame.
+void CCarriageNode::PassSeam(const Frame& frame, double u) {
+  const bool forward = memory.directionForward;
+  for (std::size_t i = 0; memory.current >= 0 && i < m_rail.waypoints.size(); ++i) {
     const double w = PositionOf(memory.current);
-    if (forward ? round > w : round < w)
-      round = forward ? w - kBesideWaypoint : w + kBesideWaypoint;
-  } else if (round < 0.0 || round > 1.0) {
-    round -= std::floor(round);
+    if (forward ? u <= w : u >= w) break;
+    if (IsStop(memory.current) && !frame.startPressed) {
+      memory.onSplinePosition.set(frame.time, forward ? w - kBesideWaypoint : w + kBesideWaypoint);
+      return;
+    }
+    GoOn();
   }
-  memory.onSplinePosition.set(frame.time, round);
+  const bool laps = u < 0.0 || u > 1.0;  // in one frame
+  memory.onSplinePosition.set(frame.time, laps ? u - std::floor(u) : u);
+  if (!laps || memory.current < 0) return;
+  memory.current = WaypointAhead(frame.time, frame.time);
+  memory.next = Successor(memory.current, forward);
 }
 
 // --- the pose ---
+
+/// Short of a stop at the seam lies before the beginning of an open curve or behind its end, where
+/// the curve has no direction but "up".
+double CCarriageNode::OnOwnCurve(double u) const {
+  return m_rail.curveInformation.curve.IsClosed() ? u : std::clamp(u, 0.0, 1.0);
+}
 
 Vector CCarriageNode::PathPosition(Path path, double u, double time) const {
   if (path == Path::kHost) return m_rail.nodeSpline.WorldPosition(u);
@@ -445,7 +471,7 @@ Vector CCarriageNode::AimTangent(const Frame& frame) const {
   // along it.
   if (frame.path == Path::kHost) return m_rail.nodeSpline.WorldTangent(u).normalized();
   Vector position, tangent;
-  m_rail.curveInformation.curve.PositionAndTangent(u, position, tangent);
+  m_rail.curveInformation.curve.PositionAndTangent(OnOwnCurve(u), position, tangent);
   return Carried(frame.reference, tangent).normalized();
 }
 
@@ -480,12 +506,13 @@ Quat CCarriageNode::Orientation(const Vector& up, bool upright, const Vector& di
   return Quat::fromMatrix(axes);
 }
 
-/// The lean into the curve: about the axis that points backwards along the path.
-Quat CCarriageNode::Bank(const Frame& frame) const {
+/// The lean into the curve: about the axis that points backwards along the path. A carriage that
+/// brakes leans less, by the speed that braking leaves.
+Quat CCarriageNode::Bank(const Frame& frame, const Braking& braking) const {
   const Vector right = frame.tangent.cross(frame.up).normalized();
-  const double angle = -m_rail.settings.bankingFactor *
-                       memory.dCurrentCarriageSpeed_Avar.value(frame.time) *
-                       frame.curvature.dot(right);
+  const double speed =
+      memory.dCurrentCarriageSpeed_Avar.value(frame.time) * (braking.on ? braking.factor : 1.0);
+  const double angle = -m_rail.settings.bankingFactor * speed * frame.curvature.dot(right);
   return Quat::fromRotationVector(-frame.tangent * angle);
 }
 
@@ -500,7 +527,7 @@ void CCarriageNode::Aim(const Frame& frame, const Leg& leg, const Braking& braki
     const bool looks = LookDirection(frame, leg, braking, direction);
     if (!looks) direction = AimTangent(frame);
     Quat wanted = Orientation(frame.up, settings.yawMode, direction, first);
-    if (m_rail.settings.bankingFactor != 0.0 && !looks) wanted = wanted * Bank(frame);
+    if (m_rail.settings.bankingFactor != 0.0 && !looks) wanted = wanted * Bank(frame, braking);
     util::ExpFollowQuaternionLimited(first, wanted, settings.rotRespFactor,
                                      settings.maxRateOfChange, frame.dt);
     util::ExpFollowQuaternion(own, first, settings.rotRespFactor, frame.dt);

@@ -95,14 +95,16 @@ class CCarriageNode : public RigMeshNode {
   void Arrive(double time, double before, bool startPressed);
   void BeginStop(double time, double delay);
   void EndStop(double time);
+  void GoOn();
   void HandleStop(const Frame& frame);
   void HoldAtWaypoint(const Frame& frame);
   void HandleEnds(const Frame& frame);
+  void PassSeam(const Frame& frame, double u);
   void Aim(const Frame& frame, const Leg& leg, const Braking& braking);
   bool LookDirection(const Frame& frame, const Leg& leg, const Braking& braking,
                      Vector& direction) const;
   Quat Orientation(const Vector& up, bool upright, const Vector& direction, const Quat& kept) const;
-  Quat Bank(const Frame& frame) const;
+  Quat Bank(const Frame& frame, const Braking& braking) const;
   void Stand(const Frame& frame);
 
   int Lookup(double time, double before) const;
@@ -110,9 +112,11 @@ class CCarriageNode : public RigMeshNode {
   int StandingAt(double u) const;
   bool HasPassed(double u, double v, double w) const;
   double PositionOf(int index) const;
+  bool IsStop(int index) const;
   /// What counts for a waypoint; the user's own parameters without one.
   const WaypointSettings& SettingsOf(int index) const;
   double PathLength(const Frame& frame) const;
+  double OnOwnCurve(double u) const;
   Vector AimTangent(const Frame& frame) const;
 
   RailContext& m_rail;

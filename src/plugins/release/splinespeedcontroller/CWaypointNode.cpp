@@ -32,7 +32,10 @@ const std::vector<WaypointField>& WaypointFields() {
       {"accelSoftner", "Acceleration Response Factor",
        "How soon the carriage takes up a new speed; smaller is softer", &W::accelSoftner, nullptr,
        0, 10, 0.01},
-      {"maxAccel", "Maximum Acceleration", "Fastest change of the speed in m/s², 0 is no limit",
+      {"maxAccel", "Maximum Acceleration",
+       "Limits the change of the speed, 0 is no limit. How much it lets through goes by the "
+       "response "
+       "factor and the frame rate",
        &W::maxAccel, nullptr, 0, 10000, 0.01},
       {"rotRespFactor", "Rotation Response Factor",
        "How soon the carriage takes up a new orientation", &W::rotRespFactor, nullptr, 0, 10, 0.01},

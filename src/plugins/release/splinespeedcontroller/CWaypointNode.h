@@ -22,7 +22,7 @@ struct WaypointSettings {
   double tension_out = 1.0;       ///< of the control point
   double rotRespFactor = 0.1;     ///< factor of the orientation filter
   double maxRateOfChange = 2.0;   ///< of the orientation (rad/s)
-  double maxAccel = 100.0;        ///< limit on the rate of change of speed (m/s²)
+  double maxAccel = 100.0;        ///< how far the speed filter aims ahead (m/s per second), 0: all
   bool stopModeOn = false;        ///< stop here and wait for the input Start
   bool lookAtTarget = false;      ///< aim at the target on its leg
   bool lookWhenBraking = false;   ///< aim at the next waypoint's target once braking has begun

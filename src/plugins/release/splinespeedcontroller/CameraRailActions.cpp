@@ -365,7 +365,7 @@ void CCameraRailObject::EditPosition() {
   CWaypointNode* const waypoint = Selected();
   const double u = waypointPositionPercentage / 100.0;
   if (!waypoint) {
-    if (u != 0.0) Tell("Warning", "No Waypoint created");
+    if (u != 0.0) Tell("Warning", "No Waypoint selected.");
     waypointPositionPercentage = 0.0;
     return;
   }
