@@ -147,6 +147,74 @@ TEST_P(Both, GoOnWithoutAnAttachedCamAndAnswerNoWithoutAFollowCam) {
   EXPECT_EQ(restored, 1);
 }
 
+TEST_P(Both, ACutBeyondTheThresholdCarriesTheCameraAlongWithItsLagAndSwing) {
+  const Matrix cut = Turned({300.0, -20.0, 7.0}, 2.0);
+  std::map<std::string, std::map<double, Matrix>> ways;
+  for (const std::string way : {"rests", "cut", "flies", "below"}) {
+    FakeWorld world(*GetParam());
+    world.rig->Create();
+    Shake(world, 30);  // and rests from there on
+    auto& target = world.Node("AttachedCam").keys;
+    if (way != "rests") target[1.6] = cut * target[1.2];
+    *world.core.Find("Jump Threshold").number = way == "cut" ? 300.0 : way == "below" ? 310.0 : 0.0;
+    world.Take(0, 80);
+    auto& keys = world.Node("FollowCam").keys;
+    ways[way] = keys;
+    int restored = 1;
+    for (const int first : {38, 39, 40, 60}) {
+      auto opened = world.Reopen(world.Save(), restored);
+      for (FakeWorld* each : {&world, opened.get()}) {
+        each->Take(first, 80);
+        ASSERT_EQ(each->Node("FollowCam").keys, ways[way]) << way << " from " << first;
+      }
+    }
+  }
+  EXPECT_EQ(ways["below"], ways["flies"]);
+  for (int i = 40; i <= 80; ++i)  // the cut's frame has no motion
+    for (int k = 0; k < 16; ++k)
+      ASSERT_NEAR(ways["cut"][i * 0.04][k], (cut * ways["rests"][(i - 1) * 0.04])[k], 1e-9) << i;
+}
+
+TEST(FilterCameras, AFilterThatDivergesIsToldOnceATakeWithWhatItIsStableBelow) {
+  CMotionFilterCamPlugin plugin;
+  for (const double fps : {12.0, 25.0, 59.94}) {
+    for (const double smoothing : {1.0, 20.0}) {
+      for (const bool turns : {false, true}) {
+        const double rate = turns ? 10 * fps : fps, limit = 2 * rate * (2 * rate - smoothing);
+        for (const double part : {0.97, 1.03}) {
+          FakeWorld world(plugin, fps);
+          world.rig->Create();
+          world.Node("AttachedCam").rest = Turned({0.01, 0.0, 0.0}, 0.01);
+          const std::string half = turns ? "Rotation" : "Translation";
+          *world.core.Find(half + " Response Factor").number = part * limit;
+          *world.core.Find(half + " Smoothing Factor").number = smoothing;
+          world.Take(0, 400);
+          const Matrix pose = world.Node("FollowCam").World(400 / fps);
+          const double off = std::abs(turns ? AngleY(pose) - 0.01 : pose[12] - 0.01);
+          EXPECT_EQ(off > 0.05, part > 1) << half << fps << " frames per second, " << smoothing;
+          ASSERT_EQ(world.core.messages.size(), part > 1 ? 1u : 0u);
+          if (part < 1) continue;
+          std::string told = world.core.messages[0];
+          EXPECT_EQ(told.rfind(half + " Response Factor ", 0), 0u) << told;
+          told = told.substr(told.find("below ") + 6);
+          EXPECT_NEAR(std::stod(told), limit, 0.01);
+        }
+      }
+    }
+  }
+  // Where the smoothing is what is too high. A scene can hold what comes of it, however long.
+  FakeWorld world(plugin);
+  world.rig->Create();
+  Shake(world, 100);
+  for (const std::string half : {"Translation", "Rotation"})
+    *world.core.Find(half + " Smoothing Factor").number = 900.0;
+  world.Take(0, 2000);
+  ASSERT_EQ(world.core.messages.size(), 2u);
+  EXPECT_NE(world.core.messages[0].find("stable below 49.4"), std::string::npos);
+  for (const auto& [time, pose] : world.Node("FollowCam").keys)
+    ASSERT_LT(pose.translation().length(), 1e12) << time;
+}
+
 TEST(FilterCameras, ReInitializeStopsTheFlightAndKeepsTheSpinAlsoInAReopenedScene) {
   CMotionFilterCamPlugin plugin;
   FakeWorld world(plugin);

@@ -1,10 +1,14 @@
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 
+#include <cmath>
+
+#include "plugins/common/FollowCut.h"
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "util/FollowFilters.h"
+#include "util/NumberText.h"
 
 namespace orv::rws::addon {
 
@@ -19,6 +23,10 @@ const char kReInitialize[] = "Re-Initialize";
 const char kSmoothingTip[] =
     "This factor determines how much the camera will smooth out rebounces at a stop";
 constexpr double kMax = 1e18;
+/// What a filter that diverges may reach (m, rad/s): a scene has to hold its poses.
+constexpr double kFarthest = 1e12;
+/// Steps that the rotation's filter takes in a frame.
+constexpr double kRotationSteps = 10.0;
 
 /// The lenses that the nodes were made with, as they lie in the save data.
 struct sDataChunkSaveStruct {
@@ -48,6 +56,40 @@ constexpr FlagField kFlags[] = {
     {"cMotionFilterCamNode.bFixateTranslations", &Settings::bFixateTranslations},
     {"cMotionFilterCamNode.bFixateRotations", &Settings::bFixateRotations},
 };
+/// Behind all others: older data ends without it.
+const char kJumpThresholdKey[] = "cMotionFilterCamNode.jumpThreshold";
+
+/// Position or rotation, filtered in `rate` explicit steps a second, each h long. The eigenvalues
+/// of a step, [[1, h], [-h R, 1 - h² R - h S]], lie within the unit circle for R < 4/h² - 2 S/h.
+struct FilterHalf {
+  const char* name;
+  double response, smoothing, rate;
+
+  bool IsStable() const {
+    return response == 0.0 || response < 2.0 * rate * (2.0 * rate - smoothing);
+  }
+  /// What is too high in one that is not stable, and what it must stay below.
+  std::string Excess(double frameRate) const {
+    const double most = 4.0 * rate * rate;  // response without smoothing
+    if (smoothing < 2.0 * rate || response >= most) {
+      const double with = smoothing < 2.0 * rate ? smoothing : 0.0;
+      return Told("Response", response, frameRate, "Smoothing", with, most - 2.0 * rate * with);
+    }
+    return Told("Smoothing", smoothing, frameRate, "Response", response,
+                (most - response) / (2.0 * rate));
+  }
+
+ private:
+  std::string Told(const std::string& factor, double value, double frameRate,
+                   const std::string& other, double with, double limit) const {
+    return std::string(name) + ' ' + factor + " Factor " + util::shortText(value) +
+           " is too high at " + util::shortText(frameRate) +
+           " frames per second: the FollowCam shakes itself apart. " + "With a " + other +
+           " Factor of " + util::shortText(with) + " it is stable below " +
+           util::shortText(limit < 1.0 ? limit : std::floor(limit * 100.0) / 100.0) +
+           ". Lower it, or simulate at a higher frame rate.";
+  }
+};
 
 util::Vector3<double> AngularVelocity(const Transform& memory) {
   return {memory.rotation.x, memory.rotation.y, memory.rotation.z};
@@ -61,9 +103,16 @@ CMotionFilterCamObject::CMotionFilterCamNode::CMotionFilterCamNode(CMotionFilter
 }
 
 void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
-  const double dt = Core().GetFrameDuration();
-  Transform current = Transform::fromMatrix(ReadMatrix(FrameBefore(time, dt)));
+  double dt = Core().GetFrameDuration();
+  const double before = FrameBefore(time, dt);
+  Transform current = Transform::fromMatrix(ReadMatrix(before));
   const Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
+  if (const auto cut = FindCut(m_rig.m_attachedCam, before, target, settings.jumpThreshold)) {
+    current = cut->Carried(current);
+    linearVelocity = cut->Turn().rotate(linearVelocity);
+    dt = 0.0;
+  }
+  const Transform last = current;
 
   if (settings.bFixateTranslations)
     current.position = target.position;
@@ -77,6 +126,14 @@ void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
     util::SpringFollowRotation(current.rotation, angularVelocity, target.rotation,
                                settings.rotationalResponseFactor,
                                settings.rotationalSmoothingFactor, settings.rotationalMaxVel, dt);
+  if (!(current.position.length() < kFarthest)) {
+    current.position = last.position;
+    linearVelocity = {};
+  }
+  if (!(angularVelocity.length() < kFarthest)) {
+    current.rotation = last.rotation;
+    angularVelocity = {};
+  }
   m_rig.StoreVelocities(time);
 
   Matrix pose = current.toMatrix();
@@ -88,6 +145,7 @@ CMotionFilterCamObject::CMotionFilterCamObject(const CreationRecord& record)
     : CCamera(record), m_attachedCam(*this), m_followCam(*this) {}
 
 void CMotionFilterCamObject::Start(double time) {
+  m_toldTranslation = m_toldRotation = false;
   m_followCam.scale = ScaleOf(m_followCam.ReadMatrix(time));
   auto& history = m_memory.ancMotionFilterCamNodeqTransMem;
   PushVariableUndo(*m_pInterface, m_memory);
@@ -114,7 +172,24 @@ void CMotionFilterCamObject::StoreVelocities(double time) {
       time, Transform{m_followCam.linearVelocity, {w.x, w.y, w.z, 1.0}});
 }
 
+/// Tells, once a take, of each half of the filter that diverges with what its factors have come to.
+void CMotionFilterCamObject::CheckStability() {
+  const Settings& s = m_followCam.settings;
+  const double rate = m_pInterface->GetFrameRate();
+  const auto check = [&](bool fixated, bool& told, const FilterHalf& half) {
+    if (fixated || told || half.IsStable()) return;
+    told = true;
+    m_pInterface->MessageBox("Warning", half.Excess(rate), kButtonsOk | kIconWarning);
+  };
+  check(s.bFixateTranslations, m_toldTranslation,
+        {"Translation", s.translationalResponseFactor, s.translationalSmoothingFactor, rate});
+  check(
+      s.bFixateRotations, m_toldRotation,
+      {"Rotation", s.rotationalResponseFactor, s.rotationalSmoothingFactor, kRotationSteps * rate});
+}
+
 void CMotionFilterCamObject::Step(double time) {
+  CheckStability();
   m_attachedCam.Step(time);
   m_followCam.Step(time);
 }
@@ -136,6 +211,7 @@ int CMotionFilterCamObject::Define() {
   m_pInterface->EndGroup();
   m_pInterface->AddButton(kReInitialize, "The next take starts without the velocity of the last",
                           this);
+  DefineCuts(*m_pInterface, m_followCam.settings.jumpThreshold, *this);
   m_pInterface->EndConfig();
   return 0;
 }
@@ -197,6 +273,7 @@ SaveState CMotionFilterCamObject::LoadBlob() {
   for (const NumberField& field : kNumbers)
     reader.Read(field.key, settings.*field.value, 0.0, kMax);
   for (const FlagField& field : kFlags) reader.Read(field.key, settings.*field.value);
+  reader.Read(kJumpThresholdKey, settings.jumpThreshold, 0.0, kMostJump);
   if (!lenses.attachedCam.IsPossible() || !lenses.followCam.IsPossible()) reader.Refuse();
   if (!reader.IsGood()) return SaveState::kDamaged;
   m_attachedCam.lens = lenses.attachedCam;
@@ -216,6 +293,7 @@ int CMotionFilterCamObject::Store() {
     chunk.addValue(field.key, m_followCam.settings.*field.value);
   for (const FlagField& field : kFlags)
     chunk.addValue(field.key, m_followCam.settings.*field.value);
+  chunk.addValue(kJumpThresholdKey, m_followCam.settings.jumpThreshold);
   return StoreSaveChunk(*m_pInterface, chunk);
 }
 

@@ -30,6 +30,7 @@ class CMotionFilterCamObject : public CCamera, public CInterface::Callback {
     double rotationalSmoothingFactor = 5.0;
     double translationalMaxVel = 0.0;  ///< m/s
     double rotationalMaxVel = 0.0;     ///< rad/s
+    double jumpThreshold = 0.0;        ///< way of the AttachedCam in a frame that is a cut (m)
   };
 
   /// What a take changes, all of it undone with the take.
@@ -81,11 +82,13 @@ class CMotionFilterCamObject : public CCamera, public CInterface::Callback {
   void DefineTranslations();
   void DefineRotations();
   void StoreVelocities(double time);
+  void CheckStability();
   SaveState LoadBlob();
 
   Memory m_memory;
   CAttachedCamNode m_attachedCam;
   CMotionFilterCamNode m_followCam;
+  bool m_toldTranslation = false, m_toldRotation = false;  ///< to diverge, in the present take
 };
 
 class CMotionFilterCamPlugin : public CCameraPlugin {

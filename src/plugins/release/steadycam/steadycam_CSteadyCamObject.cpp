@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "plugins/common/FollowCut.h"
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
@@ -18,6 +19,7 @@ namespace {
 
 const char kChunkName[] = "SteadyCamDataChunk";
 const char kReInitialize[] = "Re-Initialize";
+const char kJumpThresholdKey[] = "cSteadyCamNodejumpThreshold";
 constexpr double kMinFactor = 1e-08;
 constexpr double kMaxFactor = 100.0;
 
@@ -48,9 +50,15 @@ CSteadyCamObject::CSteadyCamNode::CSteadyCamNode(CSteadyCamObject& rig)
 }
 
 void CSteadyCamObject::CSteadyCamNode::Step(double time) {
-  const double dt = Core().GetFrameDuration();
-  Transform current = Transform::fromMatrix(ReadMatrix(FrameBefore(time, dt)));
+  double dt = Core().GetFrameDuration();
+  const double before = FrameBefore(time, dt);
+  Transform current = Transform::fromMatrix(ReadMatrix(before));
   Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
+  if (const auto cut = FindCut(m_rig.m_attachedCam, before, target, settings.jumpThreshold)) {
+    current = cut->Carried(current);
+    firstStage = cut->Carried(firstStage);
+    dt = 0.0;
+  }
 
   if (target.rotation.w < 0.0) target.rotation = -target.rotation;
   TakeSide(firstStage.rotation, target.rotation);
@@ -126,6 +134,7 @@ int CSteadyCamObject::Define() {
   m_pInterface->EndGroup();
   m_pInterface->AddButton(kReInitialize,
                           "The next take starts to follow from the AttachedCam itself", this);
+  DefineCuts(*m_pInterface, s.jumpThreshold, *this);
   m_pInterface->EndConfig();
   return 0;
 }
@@ -160,6 +169,7 @@ SaveState CSteadyCamObject::LoadBlob() {
               kMinFactor, kMaxFactor);
   reader.Read("cSteadyCamNoderotationalResponseFactor", settings.rotationalResponseFactor,
               kMinFactor, kMaxFactor);
+  reader.Read(kJumpThresholdKey, settings.jumpThreshold, 0.0, kMostJump);
   if (display.hideAttachedCam > 1 || display.hideFollowCam > 1) reader.Refuse();
   if (!display.attachedCam.IsPossible() || !display.followCam.IsPossible()) reader.Refuse();
   if (!reader.IsGood()) return SaveState::kDamaged;
@@ -184,6 +194,7 @@ int CSteadyCamObject::Store() {
                  m_followCam.settings.translationalResponseFactor);
   chunk.addValue("cSteadyCamNoderotationalResponseFactor",
                  m_followCam.settings.rotationalResponseFactor);
+  chunk.addValue(kJumpThresholdKey, m_followCam.settings.jumpThreshold);
   return StoreSaveChunk(*m_pInterface, chunk);
 }
 

@@ -20,10 +20,11 @@ class CSteadyCamObject : public CCamera, public CInterface::Callback {
  public:
   using SceneNode = RigSceneNode;
 
-  /// Part of the way that is made up in a nominal step; a larger one lags less.
+  /// A factor is the part of the way that is made up in a nominal step; a larger one lags less.
   struct Settings {
     double translationalResponseFactor = 0.1;
     double rotationalResponseFactor = 0.4;
+    double jumpThreshold = 0.0;  ///< way of the AttachedCam in a frame that is a cut (m)
   };
 
   /// What a take changes, all of it undone with the take.
