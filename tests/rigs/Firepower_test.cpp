@@ -274,6 +274,31 @@ TEST(Firepower, NothingLeavesAClosedRoomAtAThousandMetresASecond) {
   }
 }
 
+TEST(Firepower, WithEveryProfileShotsStayOnTheirSideOfTheGroundAndComeToRest) {
+  for (const double fps : {12.0, 25.0}) {
+    for (const std::string profile :
+         {"Minigun", "Cannon", "Shotgun", "Handgun", "Laser", "Bouncing Balls"}) {
+      Gun gun(fps);
+      gun.AddSurface(util::CMesh_Box(40000.0, 0.01, 40000.0));
+      gun.scene().find("Rig_fire trigger")->setPose({{0, 8, 0}, {-0.4, 0, 0, 0.9165}, {1, 1, 1}});
+      ASSERT_EQ(gun.core().LoadProfile("Rig", profile), "");
+      gun.Set({{"Lifetime (seconds)", 20}});
+      gun.Fire({{0.0, 1.0}, {1.1, 0.0}});
+      gun.Resimulate(0, static_cast<int>(24.0 * fps));
+      ASSERT_GE(gun.Count(), 1) << profile;
+      for (int i = 1; i <= gun.Count(); i += 5) {
+        double highest = 0.0;
+        for (int frame = static_cast<int>(2.5 * fps); frame < 20.0 * fps; ++frame) {
+          const double height = gun.At(i, frame).y - 0.005;
+          ASSERT_GE(height, 0.0) << profile << i << " at " << frame;
+          if (frame > 18.0 * fps) highest = std::max(highest, height);
+        }
+        EXPECT_EQ(highest < 0.01, profile != "Laser") << profile << i << ": " << highest;
+      }
+    }
+  }
+}
+
 TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
   namespace hl = rws::adaptor::headless;
   Gun gun;
