@@ -193,6 +193,7 @@ TEST_F(Gltf, ASceneOfOthersIsSeenAsItIs) {
   const Lens& lens = *scene->find("Twin_2")->lens();
   EXPECT_NEAR(lens.fieldOfView, 0.8 * 180.0 / M_PI, 1e-13);
   EXPECT_EQ(lens.farClip, 400.0);
+  EXPECT_EQ(lens.aspectRatio, 1.5);
   EXPECT_TRUE(scene->find("Path")->curve()->closed);
   EXPECT_EQ(scene->find("Path")->curve()->points[2], Vector3<double>(1, 2, 0));
   EXPECT_EQ(scene->find("Twin")->colour(), (Colour{0.5f, 0.25f, 0.125f}));
@@ -317,6 +318,9 @@ TEST_F(Gltf, OurChangesLeaveOthersDataAlone) {
   EXPECT_EQ(after["nodes"][0]["extras"], before["nodes"][0]["extras"]);
   for (const char* key : {"asset", "extensions"}) EXPECT_EQ(before[key], after[key]);
   EXPECT_EQ(after["scenes"][0]["extras"]["mood"], "grey");
+  const Json& ours = after["cameras"].back()["perspective"];
+  EXPECT_EQ(ours["aspectRatio"], 16.0 / 9.0) << "or others take the angle for another picture's";
+  EXPECT_NEAR(ours["yfov"].get<double>(), 47.3 * M_PI / 180.0, 1e-12);
 
   const auto again = open(path("out.glb"));
   expectSame(*scene, *again);

@@ -166,6 +166,7 @@ void GltfWriter::Assembly::writeLens(const SceneNode& node, const SceneNode::Sou
     perspective["zfar"] = lens.farClip;
   else
     perspective.erase("zfar");
+  if (lens.aspectRatio > 0.0) perspective["aspectRatio"] = lens.aspectRatio;
   Json& own = extrasObject(camera)[kOwnKey];
   if (!own.is_object()) own = Json::object();
   own["fieldOfView"] = lens.fieldOfView;

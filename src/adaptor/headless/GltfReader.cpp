@@ -291,6 +291,7 @@ class GltfReader::Builder {
     lens.fieldOfView = angle * kDegreesPerRadian;
     lens.nearClip = finiteAt(*perspective, "znear", lens.nearClip, inner);
     lens.farClip = finiteAt(*perspective, "zfar", 0.0, inner);
+    lens.aspectRatio = std::max(0.0, numberOr(*perspective, "aspectRatio", 0.0));
     if (const Json* own = ownExtras(camera)) {
       // Degrees do not survive the way through radians to the last bit.
       const double degrees = numberOr(*own, "fieldOfView", lens.fieldOfView);

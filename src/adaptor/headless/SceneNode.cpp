@@ -13,7 +13,7 @@ using util::Matrix;
 
 bool operator==(const Lens& a, const Lens& b) {
   return a.fieldOfView == b.fieldOfView && a.focusDistance == b.focusDistance &&
-         a.nearClip == b.nearClip && a.farClip == b.farClip;
+         a.nearClip == b.nearClip && a.farClip == b.farClip && a.aspectRatio == b.aspectRatio;
 }
 
 std::shared_ptr<const CMesh> shareMesh(CMesh mesh) {

@@ -23,6 +23,9 @@ struct Lens {
   double focusDistance = 5.0;  ///< m
   double nearClip = 0.1;       ///< m
   double farClip = 0.0;        ///< m; 0 = infinite
+  /// Width of the picture over its height; 0 = the file leaves it open. Without it other programs
+  /// take the field of view for that of a square picture, or of their own.
+  double aspectRatio = 16.0 / 9.0;
 };
 
 bool operator==(const Lens& a, const Lens& b);

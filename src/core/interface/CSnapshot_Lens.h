@@ -6,7 +6,8 @@
 namespace orv::rws {
 
 /// Lens of a camera. A setter writes a key at the snapshot's time when the attribute is animated,
-/// and else sets the attribute. The field of view is in degrees, unlike all other angles.
+/// and else sets the attribute. The field of view is the vertical one, in degrees, unlike all other
+/// angles.
 class CSnapshot_Lens : public CExtendable {
  public:
   virtual void SetFieldOfView(double degrees) = 0;

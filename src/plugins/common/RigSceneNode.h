@@ -73,7 +73,7 @@ class RigSceneNode {
 
 /// Lens with which a camera node is made.
 struct LensValues {
-  double fieldOfView = 45.0;  ///< degrees
+  double fieldOfView = 45.0;  ///< vertical (degrees)
   double nearClip = 0.1;      ///< m
 
   /// Whether a camera can have it; data from outside may hold anything.

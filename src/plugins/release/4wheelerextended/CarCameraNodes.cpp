@@ -15,6 +15,9 @@ namespace {
 /// Place of the follow camera against the base, in body scales.
 const Vector kFollowPlace(0.0, 1.4, 7.0);
 constexpr double kFollowPlaceMult = 1.0;
+/// Of the follow camera's lens (degrees). It looks straight ahead and has the car below the middle
+/// of the picture: a smaller angle loses the wheels where a soft car dives on hills.
+constexpr double kFollowFieldOfView = 32.0;
 constexpr double kFollowTurnResponse = 0.7;
 constexpr double kFollowMoveResponse = 0.6;
 /// Turn of the driver's head for a turn of the front wheels.
@@ -26,6 +29,7 @@ constexpr double kTopViewHeight = 12.0;
 
 CFollowCamNode::CFollowCamNode(CCamera& rig, CCarCam& car, const RigSceneNode& parent)
     : RigCameraNode(rig, "FollowCam", &parent), m_car(car) {
+  lens.fieldOfView = kFollowFieldOfView;
   SetWritten();
 }
 
