@@ -65,6 +65,12 @@ Values Read(const fs::path& file, FakeInterface& core) {
   return values;
 }
 
+/// What a new rig has.
+double Fresh(FakeWorld& world, const std::string& label) {
+  const auto& element = world.core.Find(label);
+  return element.number ? *element.number : element.flag ? *element.flag * 1.0 : *element.choice;
+}
+
 std::map<std::string, Values> ReadAll(CCameraPlugin& kind) {
   std::map<std::string, Values> profiles;
   FakeWorld world(kind);
@@ -73,7 +79,7 @@ std::map<std::string, Values> ReadAll(CCameraPlugin& kind) {
   return profiles;
 }
 
-TEST(RigProfiles, TheCamerasProfilesHoldTheirTables) {
+TEST(RigProfiles, TheCamerasAndTheRailsProfilesHoldTheirTables) {
   const auto motion = ReadAll(Kind("MotionFilterCam"));
   const std::map<std::string, std::vector<double>> table = {
       {"Bouncy", {0, 60, 1, 0, 60, 1, 0}},
@@ -107,31 +113,23 @@ TEST(RigProfiles, TheCamerasProfilesHoldTheirTables) {
   EXPECT_EQ(steady.at("FollowCam"), row);
   row["Translation Response Factor"] = 0.999, row["Rotation Response Factor"] = 0.7;
   EXPECT_EQ(steady.at("Character SteadyCam"), row);
-}
-
-TEST(RigProfiles, TheRailsProfileHoldsItsTable) {
   const auto rail = ReadAll(Kind("Spline Speed-Controller"));
   ASSERT_EQ(rail.size(), 1u);
-  const Values want{{"Gravity Strength", 10},
-                    {"Banking Factor", 0.02},
-                    {"Loop", 1},
-                    {"Use Orvel Curve Generation", 1},
-                    {"Closed Curve", 1},
-                    {"End Curve Straight", 1},
-                    {"Speed", 10},
-                    {"Yaw Mode only", 1},
-                    {"Acceleration Response Factor", 0.1},
-                    {"Rotation Response Factor", 0.1},
-                    {"Rotation Max Rate Of Change", 2},
-                    {"Brake Softner", 0.9},
-                    {"Brake Percent", 10},
-                    {"Tension In", 2},
-                    {"Tension Out", 2},
-                    {"Forward/Backward Maximum Speed", 10}};
+  const std::pair<double, std::vector<const char*>> wanted[] = {
+      {0.02, {"Banking Factor"}},
+      {0.1, {"Acceleration Response Factor", "Rotation Response Factor"}},
+      {0.9, {"Brake Softner"}},
+      {1, {"Loop", "Use Orvel Curve Generation", "Closed Curve", "End Curve Straight"}},
+      {1, {"Yaw Mode only"}},
+      {2, {"Rotation Max Rate Of Change", "Tension In", "Tension Out"}},
+      {10, {"Gravity Strength", "Speed", "Brake Percent", "Forward/Backward Maximum Speed"}}};
+  Values want;
+  for (const auto& [value, labels] : wanted)
+    for (const char* label : labels) want[label] = value;
   EXPECT_EQ(rail.at("Gravity and Banking"), want);
 }
 
-TEST(RigProfiles, TheGunsProfilesDeserveTheirNames) {
+TEST(RigProfiles, TheGunsAndTheTracksProfilesDeserveTheirNames) {
   auto gun = ReadAll(Kind("Firepower"));
   ASSERT_EQ(gun.size(), 6u);
   for (auto& [name, values] : gun) {
@@ -143,9 +141,6 @@ TEST(RigProfiles, TheGunsProfilesDeserveTheirNames) {
     EXPECT_EQ(values["elasticity (%)"] > 50, name == "Bouncing Balls") << name;
     EXPECT_EQ(values["Depth (%)"] > 20, name == "Cannon") << name;
   }
-}
-
-TEST(RigProfiles, TheTracksProfilesDeserveTheirNames) {
   auto tracks = ReadAll(Kind("CrawlerTracks"));
   ASSERT_EQ(tracks.size(), 4u);
   for (auto& [name, values] : tracks) {
@@ -156,13 +151,7 @@ TEST(RigProfiles, TheTracksProfilesDeserveTheirNames) {
   }
   // A tank is a new rig.
   FakeWorld world(Kind("CrawlerTracks"));
-  for (const auto& [label, value] : tracks["Tank"]) {
-    const auto& element = world.core.Find(label);
-    EXPECT_EQ(value, element.number ? *element.number
-                     : element.flag ? *element.flag * 1.0
-                                    : *element.choice * 1.0)
-        << label;
-  }
+  for (const auto& [label, value] : tracks["Tank"]) EXPECT_EQ(value, Fresh(world, label)) << label;
 }
 
 TEST(RigProfiles, TheLinksProfilesDeserveTheirNames) {
@@ -206,13 +195,8 @@ TEST(RigProfiles, TheCarsProfilesHoldTheirTellingRows) {
   ASSERT_EQ(profiles.size(), 17u);
   FakeWorld world(kind);
   // The start profile is a new car with more rays.
-  for (const auto& [label, value] : profiles["Start Profile"]) {
-    const auto& element = world.core.Find(label);
-    const double fresh = element.number ? *element.number
-                         : element.flag ? *element.flag * 1.0
-                                        : *element.choice * 1.0;
-    EXPECT_EQ(value, label == "Ray Multiplier" ? 10.0 : fresh) << label;
-  }
+  for (const auto& [label, value] : profiles["Start Profile"])
+    EXPECT_EQ(value, label == "Ray Multiplier" ? 10.0 : Fresh(world, label)) << label;
   for (auto& [name, values] : profiles) {
     // All but a button and five gauges that the car computes.
     EXPECT_EQ(values.size(), world.core.elements.size() - 6) << name;
@@ -230,22 +214,13 @@ TEST(RigProfiles, TheCarsProfilesHoldTheirTellingRows) {
     EXPECT_LE(values["Maximum Forward Tilt Angle"] * 0.5, reach) << name;
     EXPECT_LE(values["Maximum Side Tilt Angle"] * 0.29, reach) << name;
   }
-  const std::map<std::string, Values> rows = {
-      {"F1",
-       {{"Front Stiffness", 8000},
-        {"Back Stiffness", 8000},
-        {"Front Damping", 400},
-        {"Back Damping", 400},
-        {"Gas Pedal (Forw/Backw) Maximum", 15}}},
-      {"Boat",
-       {{"Front Stiffness", 200},
-        {"Back Stiffness", 200},
-        {"Front Damping", 20},
-        {"Back Damping", 20},
-        {"Tire Pressure", 0.3},
-        {"Steering Wheel (Right/Left) Maximum", 0.02},
-        {"Steering Wheel (Right/Left) Response Factor", 1.4},
-        {"Skidding Offset Value", 0.1}}},
+  const std::pair<std::string, Values> rows[] = {
+      {"F1", {{"Front Stiffness", 8000}, {"Back Stiffness", 8000}, {"Front Damping", 400}}},
+      {"F1", {{"Back Damping", 400}, {"Gas Pedal (Forw/Backw) Maximum", 15}}},
+      {"Boat", {{"Front Stiffness", 200}, {"Back Stiffness", 200}, {"Front Damping", 20}}},
+      {"Boat", {{"Back Damping", 20}, {"Tire Pressure", 0.3}, {"Skidding Offset Value", 0.1}}},
+      {"Boat", {{"Steering Wheel (Right/Left) Maximum", 0.02}}},
+      {"Boat", {{"Steering Wheel (Right/Left) Response Factor", 1.4}}},
       {"Toony Car", {{"Acceleration (scale relative)", 100}}},
       {"Autonomous mode - tight", {{"Tire Pressure", 0}}},
   };

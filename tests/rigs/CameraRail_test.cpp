@@ -42,6 +42,12 @@ class Rail : public RigScene {
     scene().reparent(*scene().find("Rig_CarriageNode"), &node, 0.0);
     return node;
   }
+  /// A straight one along X, with waypoints at these shares of it.
+  hl::SceneNode& Straight(double length, const std::vector<double>& percents) {
+    hl::SceneNode& path = Path({{0, 0, 0}, {length, 0, 0}}, false);
+    WaypointsAt(percents);
+    return path;
+  }
   /// A circle about Y of the rig's own, 10 m in radius, its waypoints at these angles (degrees).
   void Circle(const std::vector<double>& angles) {
     std::vector<Vector> points;
@@ -63,9 +69,8 @@ class Rail : public RigScene {
       Press("Create New Waypoint");
     }
   }
-  void Select(int index, const std::string& label, const std::string& value) {
-    Edit("Current Waypoint", std::to_string(index));
-    Edit(label, value);
+  void Select(int index, const std::string& edits) {
+    Set("Current Waypoint=" + std::to_string(index) + "; " + edits);
   }
   /// An input, held from each time on to the next.
   void Drive(const std::string& input, const Steps& steps) {
@@ -150,7 +155,7 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
           return big;
         }()));
         rail.Edit("Selected Speed Units", unit);
-        rail.Select(0, "Speed", "12");
+        rail.Select(0, "Speed=12");
         rail.Resimulate(0, 250);
         EXPECT_NEAR(rail.Speed(240) / (12 * metres), 1.0, 1e-3) << unit << scale << own;
         // The way is the integral of the speed, and the carriage keeps its scale.
@@ -169,13 +174,9 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
 TEST(CameraRail, TheMotionFollowsAnIndependentIntegrator) {
   for (const auto& [limit, softner] : {std::pair{100.0, 0.9}, {40.0, 0.4}, {0.0, 3.0}}) {
     Rail rail;
-    rail.Path({{0, 0, 0}, {80, 0, 0}}, false);
-    rail.WaypointsAt({0, 50});
-    rail.Select(0, "Maximum Acceleration", std::to_string(limit));
-    rail.Edit("Speed", "9");
-    rail.Select(1, "Brake Softner", std::to_string(softner));
-    rail.Edit("Brake Percent", "60");
-    rail.Edit("Stop Mode", "1");
+    rail.Straight(80, {0, 50});
+    rail.Select(0, "Speed=9; Maximum Acceleration=" + std::to_string(limit));
+    rail.Select(1, "Brake Percent=60; Stop Mode=1; Brake Softner=" + std::to_string(softner));
     rail.Resimulate(0, 400);
     double first = 0, second = 0, u = 0;
     const auto follow = [&](double& value, double target) {
@@ -218,7 +219,7 @@ TEST(CameraRail, AStopLastsAsToldAtEveryRateAndPlace) {
       rail.scene().setRange(0.0, 20000.0);
       rail.Path({{0, 0, 0}, {30, 0, 0}, {30, 0, 70}}, false);
       rail.WaypointsAt({0, 17, 100});
-      rail.Select(1, "Time Delay (frames)", "9");
+      rail.Select(1, "Time Delay (frames)=9");
       rail.Resimulate(first, first + 400);
       const int stop = rail.StopFrom(first);
       ASSERT_GT(stop, first) << fps;
@@ -233,20 +234,16 @@ TEST(CameraRail, AStopLastsAsToldAtEveryRateAndPlace) {
 TEST(CameraRail, ARetakeFromAnyFrameOfAStopGoesOnAsTheTakeDid) {
   Rail rail;
   rail.OwnCurve({{0, 0, 0}, {10, 0, 0}, {20, 0, 5}, {40, 0, 0}}, false);
-  rail.Select(1, "Time Delay (frames)", "8");
-  rail.Select(3, "Time Delay (frames)", "8");
+  for (const int stop : {1, 3}) rail.Select(stop, "Time Delay (frames)=8");
   rail.Resimulate(0, 300);
-  const auto whole = rail.PosesOf(0, 300);
+  const auto whole = rail.PosesOf(0, 300).at("CarriageNode");
   const int stop = rail.StopFrom(0);
   ASSERT_GT(stop, 0);
   for (int i = stop - 2; i <= stop + 11; ++i) {
     rail.Resimulate(i, 300);
     const auto again = rail.PosesOf(0, 300);
     for (int k = 0; k <= 300; ++k)
-      ASSERT_LT(
-          (again.at("CarriageNode")[k].translation() - whole.at("CarriageNode")[k].translation())
-              .length(),
-          1e-9)
+      ASSERT_LT((rail.Carriage(k).translation() - whole[k].translation()).length(), 1e-9)
           << "from " << i - stop << " at " << k;
     rail.Resimulate(i, 300);
     EXPECT_TRUE(rail.PosesOf(0, 300) == again) << i;
@@ -255,9 +252,8 @@ TEST(CameraRail, ARetakeFromAnyFrameOfAStopGoesOnAsTheTakeDid) {
 
 TEST(CameraRail, StopModeWaitsForStartWhichMayBeHeld) {
   Rail rail;
-  rail.Path({{0, 0, 0}, {100, 0, 0}}, false);
-  rail.WaypointsAt({0, 20, 40, 60});
-  for (int i = 1; i < 4; ++i) rail.Select(i, "Stop Mode", "1");
+  rail.Straight(100, {0, 20, 40, 60});
+  for (int i = 1; i < 4; ++i) rail.Select(i, "Stop Mode=1");
   rail.Drive("Start", {{0, 0}, {10, 1}, {10.6, 0}, {20, 1}, {20.2, 0}});
   rail.Resimulate(0, 900);
   EXPECT_EQ(rail.Position(249), 0.2);
@@ -271,8 +267,7 @@ TEST(CameraRail, StopModeWaitsForStartWhichMayBeHeld) {
 
 TEST(CameraRail, ForcedStopSlowsThroughTheFilterAndInputsAddSpeed) {
   Rail rail;
-  rail.Path({{0, 0, 0}, {1000, 0, 0}}, false);
-  rail.WaypointsAt({0, 100});
+  rail.Straight(1000, {0, 100});
   rail.Drive("Forced Stop", {{0, 0}, {12, 1}});
   rail.Resimulate(0, 600);
   EXPECT_NEAR(rail.Speed(299), 10.0, 0.01);
@@ -280,36 +275,25 @@ TEST(CameraRail, ForcedStopSlowsThroughTheFilterAndInputsAddSpeed) {
   EXPECT_LT(rail.Speed(600), 0.01);
   rail.Drive("Forced Stop", {{0, 0}});
   rail.Drive("Speed", {{0, 0.55}});  // half way behind the dead zone
-  rail.Edit("Forward/Backward Maximum Speed", "8");
-  rail.Edit("Speed Multiplier", "0.5");
-  rail.Resimulate(0, 400);
-  EXPECT_NEAR(rail.Speed(400), 0.5 * (10 + 4), 0.01);
-  rail.Edit("Forward/Backward Maximum Speed", "0");
-  rail.Resimulate(0, 400);
-  EXPECT_NEAR(rail.Speed(400), 5.0, 0.01) << "no maximum leaves the waypoints' speeds";
-  rail.Edit("Forward/Backward Maximum Speed", "1");
-  rail.Edit("Input Mode Only", "1");
-  rail.Resimulate(0, 400);
-  EXPECT_NEAR(rail.Speed(400), 0.25, 0.001);
-}
-
-TEST(CameraRail, WithoutAWaypointTheCarriageRunsTenTimesAsFastUnlessInputsDriveAlone) {
-  Rail rail;
-  rail.Path({{0, 0, 0}, {1000, 0, 0}}, false);
-  rail.Drive("Speed", {{0, 1}});
-  rail.Edit("Forward/Backward Maximum Speed", "1");
-  rail.Resimulate(0, 400);
-  EXPECT_NEAR(rail.Speed(400), 10.0, 0.01);
-  rail.Edit("Input Mode Only", "1");
-  rail.Resimulate(0, 400);
-  EXPECT_NEAR(rail.Speed(400), 1.0, 0.001);
+  const auto speedWith = [&](const std::string& edits) {
+    rail.Set(edits);
+    rail.Resimulate(0, 400);
+    return rail.Speed(400);
+  };
+  EXPECT_NEAR(speedWith("Forward/Backward Maximum Speed=8; Speed Multiplier=0.5"), 7.0, 0.01);
+  EXPECT_NEAR(speedWith("Forward/Backward Maximum Speed=0"), 5.0, 0.01) << "the waypoints' stays";
+  EXPECT_NEAR(speedWith("Forward/Backward Maximum Speed=1; Input Mode Only=1"), 0.25, 0.001);
+  // Without a waypoint it runs ten times as fast, unless the inputs drive alone.
+  for (int i = 0; i < 2; ++i) rail.Press("Remove Current Waypoint");
+  EXPECT_NEAR(speedWith("Input Mode Only=0"), 2.5, 0.01);
+  EXPECT_NEAR(speedWith("Input Mode Only=1"), 0.25, 0.001);
 }
 
 TEST(CameraRail, TheCarriageLoopsBothWaysAndStopsOnItsWayBack) {
   Rail rail;
   rail.Circle({0, 90, 180, 270});
   rail.Edit("Loop", "1");
-  rail.Select(1, "Time Delay (frames)", "5");
+  rail.Select(1, "Time Delay (frames)=5");
   for (const bool back : {false, true}) {
     rail.Press("Initialize Carriage");
     rail.Drive("Speed", {{0, back ? -1.0 : 0.0}});
@@ -336,12 +320,9 @@ TEST(CameraRail, OverTheSeamSpeedAndAimStayAlsoRightBeforeAStopBehindIt) {
     Rail rail;
     rail.OwnCurve({{0, 0, 0}, {4, 0, 0}, {10, 0, 0}}, false);
     rail.Edit("Loop", "1");
-    for (int i = 0; i < 3; ++i) {
-      rail.Select(i, "Speed", "40");
-      rail.Edit("Rotation Response Factor", "2");  // aims at once
-      rail.Edit("Rotation Max Rate Of Change", "0");
-    }
-    if (stops) rail.Select(0, "Time Delay (frames)", "3");
+    for (int i = 0; i < 3; ++i)  // fast, and it aims at once
+      rail.Select(i, "Speed=40; Rotation Response Factor=2; Rotation Max Rate Of Change=0");
+    if (stops) rail.Select(0, "Time Delay (frames)=3");
     rail.Press("Initialize Carriage");
     rail.Resimulate(0, 300);
     int landings = 0;
@@ -357,11 +338,10 @@ TEST(CameraRail, OverTheSeamSpeedAndAimStayAlsoRightBeforeAStopBehindIt) {
 
 TEST(CameraRail, WithoutLoopTheEndsAreEndsAndTheWayBackWorks) {
   Rail rail;
-  rail.Path({{0, 0, 0}, {20, 0, 0}}, false);
-  rail.WaypointsAt({0, 50, 100});
+  rail.Straight(20, {0, 50, 100});
   rail.Drive("Speed", {{0, 0}, {10, -1}});
   rail.Edit("Forward/Backward Maximum Speed", "20");
-  rail.Select(1, "Time Delay (frames)", "3");
+  rail.Select(1, "Time Delay (frames)=3");
   rail.Resimulate(0, 700);
   EXPECT_EQ(rail.Position(240), 1.0);
   EXPECT_EQ(rail.Saved("speedMem").value(rail.Frame(240)), 0.0);
@@ -374,9 +354,8 @@ TEST(CameraRail, WithoutLoopTheEndsAreEndsAndTheWayBackWorks) {
 TEST(CameraRail, ASingleWaypointCountsOnlyWithAStop) {
   for (const bool stops : {false, true}) {
     Rail rail;
-    rail.Path({{0, 0, 0}, {50, 0, 0}}, false);
-    rail.WaypointsAt({40});
-    if (stops) rail.Select(0, "Time Delay (frames)", "4");
+    rail.Straight(50, {40});
+    if (stops) rail.Select(0, "Time Delay (frames)=4");
     rail.Resimulate(0, 300);
     EXPECT_EQ(rail.StopFrom(0) > 0, stops);
     EXPECT_EQ(rail.Position(300), 1.0);
@@ -392,15 +371,12 @@ TEST(CameraRail, GravityIsFasterDownhillAndBankingLeansIntoTheCurve) {
   }
   rail.OwnCurve(points, true);
   EXPECT_EQ(rail.core().LoadProfile("Rig", "Gravity and Banking"), "");
-  rail.Edit("Yaw Mode only", "0");
-  rail.Edit("Use Simplified Parameters", "1");
-  rail.Select(0, "Yaw Mode only", "0");
-  rail.Select(0, "Acceleration Response Factor", "0.9");
+  rail.Set("Yaw Mode only=0; Use Simplified Parameters=1");
+  rail.Select(0, "Yaw Mode only=0; Acceleration Response Factor=0.9");
   rail.Resimulate(0, 600);
-  double slopeAndSpeed = 0.0, slopes = 0.0;
+  double slopeAndSpeed = 0.0;
   for (int i = 100; i < 600; ++i) {
     const Vector way = rail.Carriage(i).translation() - rail.Carriage(i - 1).translation();
-    slopes += way.y / way.length();
     slopeAndSpeed += way.y / way.length() * (rail.Speed(i) - 10.0);
     if (i % 25 != 0) continue;
     // The curve turns right (towards the centre): the carriage's up leans to the centre.
@@ -414,11 +390,8 @@ TEST(CameraRail, ACarriageThatBrakesLeansByTheSpeedThatIsLeft) {
   Rail rail;
   rail.Circle({0, 30, 60, 90, 120, 150, 180, 210, 240, 270, 300, 330});
   rail.Edit("Banking Factor", "0.002");
-  rail.Select(6, "Rotation Response Factor", "2");
-  rail.Edit("Rotation Max Rate Of Change", "0");
-  rail.Select(7, "Time Delay (frames)", "9");
-  rail.Edit("Brake Percent", "100");
-  rail.Edit("Brake Softner", "0.5");
+  rail.Select(6, "Rotation Response Factor=2; Rotation Max Rate Of Change=0");
+  rail.Select(7, "Time Delay (frames)=9; Brake Percent=100; Brake Softner=0.5");
   rail.Resimulate(0, 200);
   const auto leanPerSpeed = [&](int frame) {
     return std::acos(rail.Carriage(frame).axisRow(1).y) / rail.Speed(frame);
@@ -437,9 +410,8 @@ TEST(CameraRail, InYawModeAVerticalLoopIsTakenUprightAndTurnsNoFasterThanTold) {
   for (int i = 0; i < 12; ++i)
     points.push_back({0, 10 - 10 * std::cos(i * M_PI / 6), -10 * std::sin(i * M_PI / 6)});
   rail.OwnCurve(points, true);
-  rail.Edit("Loop", "1");
-  rail.Edit("Use Simplified Parameters", "1");
-  rail.Select(0, "Yaw Mode only", "1");
+  rail.Set("Loop=1; Use Simplified Parameters=1");
+  rail.Select(0, "Yaw Mode only=1");
   rail.Press("Initialize Carriage");
   rail.Resimulate(0, 500);
   double fastest = 0.0, turned = 0.0;
@@ -464,17 +436,15 @@ TEST(CameraRail, TheCarriageLooksAlongATurnedCurveAtTargetsOrKeepsItsAim) {
   rail.Resimulate(0, 200);
   EXPECT_LT((rail.Carriage(200).axisRow(2) - Vector(0, 0, 1)).length(), 1e-3) << "along -Z";
   rail.Place("Rig_Waypoint01_lookAtTarget", {30, 5, -20});
-  rail.Select(0, "Look at Target", "1");
-  rail.Edit("Speed", "0.5");
+  rail.Select(0, "Look at Target=1; Speed=0.5");
   rail.Resimulate(0, 300);
   const Vector way = Vector(30, 5, -20) - rail.Carriage(299).translation();
   EXPECT_GT(-rail.Carriage(300).axisRow(2).dot(way.normalized()), 0.9999);
   // Braking, it turns to the target of the waypoint behind the one ahead.
   rail.Place("Rig_Waypoint03_lookAtTarget", {-30, 0, -60});
   rail.Edit("Look at Target When Braking", "1");
-  rail.Select(1, "Time Delay (frames)", "1000");
-  rail.Edit("Brake Percent", "100");
-  rail.Select(0, "Speed", "0.5");
+  rail.Select(1, "Time Delay (frames)=1000; Brake Percent=100");
+  rail.Select(0, "Speed=0.5");
   rail.Resimulate(0, 300);
   const Vector back = Vector(-30, 0, -60) - rail.Carriage(299).translation();
   EXPECT_GT(-rail.Carriage(300).axisRow(2).dot(back.normalized()), 0.9999);
@@ -493,8 +463,8 @@ TEST(CameraRail, OnACurveThatMovesATakeRepeatsBitForBitFromAnyTime) {
     rail.scene().reparent(path, rail.scene().find("Mover"), 0.0);
     rail.WaypointsAt({5, 20, 70});
     rail.Edit("Loop", "1");
-    rail.Select(1, "Time Delay (frames)", "4");
-    rail.Select(2, "Look at Target", "1");
+    rail.Select(1, "Time Delay (frames)=4");
+    rail.Select(2, "Look at Target=1");
     for (const char* button : {"Start", "Forced Stop"})
       rail.rig->GetProperties().find(button)->deadzone = 0.97;
     rail.Take(0, 120);
@@ -636,8 +606,7 @@ TEST(CameraRail, WhatIsMissingOrImpossibleIsToldAndNothingMoves) {
 TEST(CameraRail, ACurveThatGoesInTheMiddleOfATakeLeavesTheCarriageWhereItIs) {
   for (const bool withCarriage : {false, true}) {
     Rail rail;
-    hl::SceneNode& path = rail.Path({{0, 0, 0}, {30, 0, 0}}, false);
-    rail.WaypointsAt({0, 100});
+    hl::SceneNode& path = rail.Straight(30, {0, 100});
     ASSERT_EQ(rail.core().BeginResimulation(0.0, rail.Frame(60)), 0);
     for (int i = 0; i < 30; ++i) ASSERT_TRUE(rail.core().StepResimulation());
     if (withCarriage)
@@ -656,7 +625,7 @@ TEST(CameraRail, ACurveThatGoesInTheMiddleOfATakeLeavesTheCarriageWhereItIs) {
 TEST(CameraRail, RemovingTheSelectedWaypointSelectsANeighbourAndFreesItsName) {
   Rail rail;
   rail.PlaceWaypoints({{0, 0, 0}, {5, 0, 0}, {9, 0, 0}});
-  rail.Select(1, "Speed", "7");
+  rail.Select(1, "Speed=7");
   rail.Press("Remove Current Waypoint");
   EXPECT_EQ(rail.scene().find("Rig_Waypoint02_lookAtTarget"), nullptr);
   EXPECT_EQ(rail.rig->GetConfig().findAll("Current Waypoint")[0]->valueText(), "Waypoint03");

@@ -10,6 +10,7 @@
 #include "rigs/RigSuite.h"
 #include "support/FakeInterface.h"
 #include "util/DataChunk.h"
+#include "util/NumberText.h"
 
 namespace orv::tests {
 namespace {
@@ -57,13 +58,6 @@ class Gun : public RigScene {
       track.set(time, before = value);
     }
     rig->SetTrack(0, track);
-  }
-  void Set(const std::map<std::string, double>& values) {
-    for (const auto& [label, value] : values) {
-      char text[32];
-      std::snprintf(text, sizeof text, "%.17g", value);
-      Edit(label, text);
-    }
   }
   /// The collision node under a mesh that stands where it is told.
   void AddSurface(util::CMesh mesh, const Matrix& pose = {}) {
@@ -142,7 +136,7 @@ TEST(Firepower, PressesAreCountedAndDelayedAsTold) {
 TEST(Firepower, InAVacuumAProjectileFliesTheParabolaAndWithDragItSlowsDownAlone) {
   for (const double fps : {24.0, 59.94}) {
     Gun gun(fps);
-    gun.Set({{"Rate of fire (rounds/s)", 0}, {"Muzzle Velocity (m/s)", 40}});
+    gun.Set("Rate of fire (rounds/s)=0; Muzzle Velocity (m/s)=40");
     gun.Resimulate(0, 100);
     ASSERT_EQ(gun.Count(), 1);
     const Vector muzzle = gun.Pose("templateBullet", 0).translation();
@@ -174,15 +168,12 @@ TEST(Firepower, InAVacuumAProjectileFliesTheParabolaAndWithDragItSlowsDownAlone)
 TEST(Firepower, ShotsFillTheConeEvenlyAndNoneLeavesIt) {
   Gun gun;
   constexpr double kSpread = 25.0 * M_PI / 180.0;
-  gun.Set({{"Rate of fire (rounds/s)", 0},
-           {"Bullets/discharge", 1000},
-           {"Lifetime (seconds)", 1},
-           {"Spread Angle (degrees)", 25},
-           {"Set gravity affecting the bullets in flight", 0},
-           {"Muzzle Velocity (m/s)", 100}});
+  gun.Set(
+      "Rate of fire (rounds/s)=0; Bullets/discharge=1000; Lifetime (seconds)=1; Spread Angle "
+      "(degrees)=25; Set gravity affecting the bullets in flight=0; Muzzle Velocity (m/s)=100");
   std::vector<double> heights, turns;
   for (int seed = 0; seed < 10; ++seed) {
-    gun.Set({{"Random Seed", seed}});
+    gun.Set("Random Seed=" + util::shortText(seed));
     gun.Resimulate(0, 2);
     for (int i = 1; i <= 1000; ++i) {
       const Vector way = (gun.At(i, 2) - gun.At(i, 1)) / 4.0;
@@ -202,9 +193,8 @@ TEST(Firepower, TheGunsOwnMotionIsAddedAndItsTurnAims) {
   Gun gun;
   auto& trigger = *gun.scene().find("Rig_fire trigger");
   gun.scene().reparent(trigger, gun.scene().find("Mover"), 0.0);
-  gun.Set({{"Rate of fire (rounds/s)", 25},
-           {"Set gravity affecting the bullets in flight", 0},
-           {"Depth (%)", 50}});
+  gun.Set(
+      "Rate of fire (rounds/s)=25; Set gravity affecting the bullets in flight=0; Depth (%)=50");
   gun.Resimulate(0, 60);
   for (const int shot : {1, 10, 40}) {
     const auto barrel = [&](int frame) {  // at rest: the recoil adds nothing
@@ -231,11 +221,9 @@ TEST(Firepower, ABounceLeavesItsShareOfTheSpeedAndStepsOffTheSurface) {
   for (const double elasticity : {0.0, 50.0, 100.0}) {
     // An elasticity of 0 still leaves a thousandth, and is not to leave nothing.
     const double share = elasticity == 0.0 ? 0.001 : elasticity / 100.0;
-    gun.Set({{"Rate of fire (rounds/s)", 0},
-             {"Muzzle Velocity (m/s)", 50},
-             {"elasticity (%)", elasticity},
-             {"collision correction value", 0.2},
-             {"Set gravity affecting the bullets in flight", 0}});
+    gun.Set("Rate of fire (rounds/s)=0; Muzzle Velocity (m/s)=50; elasticity (%)=" +
+            util::shortText(elasticity) +
+            "; collision correction value=0.2; Set gravity affecting the bullets in flight=0");
     gun.Resimulate(0, 12);
     const Vector before(0.0, 0.0, -50.0);
     const Vector after = (before - normal * (2.0 * before.dot(normal))) * share;
@@ -254,14 +242,11 @@ TEST(Firepower, NothingLeavesAClosedRoomAtAThousandMetresASecond) {
       Gun gun(24.0);
       const util::CMesh room = util::CMesh_Box(9.0, 7.0, 11.0, {0.3, 0.1, -4.2});
       gun.AddSurface(room, Matrix::rotationAxisAngle(17.0, 0.6, 0.8, 0.0));
-      gun.Set({{"Bullets/discharge", 1000},
-               {"Spread Angle (degrees)", 180},
-               {"Rate of fire (rounds/s)", 0},
-               {"Muzzle Velocity (m/s)", 1000},
-               {"elasticity (%)", elasticity},
-               {"collision correction value", correction},
-               {"Air Resistance Force", 0.3},
-               {"Lifetime (seconds)", 3}});
+      gun.Set(
+          "Bullets/discharge=1000; Spread Angle (degrees)=180; Rate of fire (rounds/s)=0; Muzzle "
+          "Velocity (m/s)=1000; elasticity (%)=" +
+          util::shortText(elasticity) + "; collision correction value=" +
+          util::shortText(correction) + "; Air Resistance Force=0.3; Lifetime (seconds)=3");
       gun.Resimulate(0, 72);
       const Matrix inverse = Matrix::rotationAxisAngle(-17.0, 0.6, 0.8, 0.0);
       for (int i = 1; i <= 1000; ++i)
@@ -282,7 +267,7 @@ TEST(Firepower, WithEveryProfileShotsStayOnTheirSideOfTheGroundAndComeToRest) {
       gun.AddSurface(util::CMesh_Box(40000.0, 0.01, 40000.0));
       gun.scene().find("Rig_fire trigger")->setPose({{0, 8, 0}, {-0.4, 0, 0, 0.9165}, {1, 1, 1}});
       ASSERT_EQ(gun.core().LoadProfile("Rig", profile), "");
-      gun.Set({{"Lifetime (seconds)", 20}});
+      gun.Set("Lifetime (seconds)=20");
       gun.Fire({{0.0, 1.0}, {1.1, 0.0}});
       gun.Resimulate(0, static_cast<int>(24.0 * fps));
       ASSERT_GE(gun.Count(), 1) << profile;
@@ -321,11 +306,8 @@ TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
   gun.scene().reparent(*gun.scene().find("Rig_collision"), &group, 0.0);
   // Most fall to the lift, which is faster than they are, and are carried by it.
   for (const double elasticity : {0.0, 50.0}) {
-    gun.Set({{"Muzzle Velocity (m/s)", 30},
-             {"elasticity (%)", elasticity},
-             {"collision correction value", 0.01},
-             {"Spread Angle (degrees)", 20},
-             {"Lifetime (seconds)", 10}});
+    gun.Set("Muzzle Velocity (m/s)=30; elasticity (%)=" + util::shortText(elasticity) +
+            "; collision correction value=0.01; Spread Angle (degrees)=20; Lifetime (seconds)=10");
     gun.Resimulate(0, 100);
     const int count = gun.Count();
     ASSERT_GT(count, 15);
@@ -341,12 +323,9 @@ TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
 
 TEST(Firepower, ProjectilesPointWhereTheyFlySpinAsToldAndRestWhenTheirLifeIsOver) {
   Gun gun;
-  gun.Set({{"Rate of fire (rounds/s)", 0},
-           {"Muzzle Velocity (m/s)", 20},
-           {"Pitch Bullet", 1},
-           {"Rotate Bullet", 1},
-           {"Rotation (revolutions/s)", 2},
-           {"Lifetime (seconds)", 1}});
+  gun.Set(
+      "Rate of fire (rounds/s)=0; Muzzle Velocity (m/s)=20; Pitch Bullet=1; Rotate Bullet=1; "
+      "Rotation (revolutions/s)=2; Lifetime (seconds)=1");
   gun.Resimulate(0, 40);
   for (int i = 2; i <= 26; ++i) {
     const Vector velocity(0.0, -10.0 * gun.Frame(i - 1), -20.0);
@@ -358,7 +337,7 @@ TEST(Firepower, ProjectilesPointWhereTheyFlySpinAsToldAndRestWhenTheirLifeIsOver
   }
   EXPECT_EQ(gun.Bullet(1, 40), gun.Bullet(1, 26));
   // A shorter life takes back what an earlier take flew, from where the new one begins.
-  gun.Set({{"Lifetime (seconds)", 0.2}});
+  gun.Set("Lifetime (seconds)=0.2");
   const Matrix there = gun.Bullet(1, 15);
   gun.Resimulate(15, 40);
   for (const int frame : {16, 40})
@@ -370,16 +349,14 @@ TEST(Firepower, AMirroredGunFiresMirroredProjectilesThatSpinAboutAxesOnAllSidesO
   const double half = std::sqrt(0.5);
   gun.scene().find("Rig_fire trigger")->setPose({{1, 2, 3}, {0.6, 0, 0, 0.8}, {-1, 1, 2}});
   gun.scene().find("Rig_templateBullet")->setPose({{0, 0, -4}, {half, 0, 0, half}, {1, 1, 1}});
-  gun.Set({{"Rate of fire (rounds/s)", 0},
-           {"Bullets/discharge", 100},
-           {"Pitch Bullet", 1},
-           {"Randomize Rotation Axis", 20},
-           {"Set gravity affecting the bullets in flight", 0}});
+  gun.Set(
+      "Rate of fire (rounds/s)=0; Bullets/discharge=100; Pitch Bullet=1; Randomize Rotation "
+      "Axis=20; Set gravity affecting the bullets in flight=0");
   gun.Resimulate(0, 3);
   const Matrix shape = gun.Pose("templateBullet", 1);
   for (const int frame : {1, 3})
     for (int k = 0; k < 12; ++k) EXPECT_NEAR(gun.Bullet(1, frame)[k], shape[k], 1e-9) << k;
-  gun.Set({{"Rotate Bullet", 1}, {"Rotation (revolutions/s)", 6.25}});  // a quarter turn a frame
+  gun.Set("Rotate Bullet=1; Rotation (revolutions/s)=6.25");  // a quarter turn a frame
   gun.Resimulate(0, 3);
   const Vector ahead = -gun.Pose("barrel", 1).axisRow(2).normalized();
   const Vector side = gun.Pose("barrel", 1).axisRow(0).normalized(), up = ahead.cross(side);
@@ -402,10 +379,7 @@ TEST(Firepower, AMirroredGunFiresMirroredProjectilesThatSpinAboutAxesOnAllSidesO
 TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   Gun gun;
   gun.scene().reparent(*gun.scene().find("Rig_fire trigger"), gun.scene().find("Mover"), 0.0);
-  gun.Set({{"Rate of fire (rounds/s)", 0},
-           {"Depth (%)", 25},
-           {"Backward (frames)", 2},
-           {"Forward (frames)", 4}});
+  gun.Set("Rate of fire (rounds/s)=0; Depth (%)=25; Backward (frames)=2; Forward (frames)=4");
   gun.Fire({{0.0, 0.0}, {0.4, 1.0}});
   const auto back = [&](int frame) {
     return gun.scene().find("Rig_barrel")->localMatrix(gun.Frame(frame)).translation().z;
@@ -417,10 +391,10 @@ TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   const auto whole = gun.PosesOf(0, 30);
   gun.Resimulate(12, 30);  // begins with the barrel back
   EXPECT_TRUE(gun.PosesOf(0, 30) == whole);
-  gun.Set({{"Depth (%)", 60}});
+  gun.Set("Depth (%)=60");
   gun.Resimulate(12, 30);
   EXPECT_NEAR(back(30), 0.0, 1e-9) << "another depth is no other place";
-  gun.Set({{"Depth (%)", 25}, {"Response Factor", 0.2}});
+  gun.Set("Depth (%)=25; Response Factor=0.2");
   gun.Resimulate(0, 30);
   EXPECT_TRUE(back(12) > 0.05 && back(12) < 0.9 && back(30) < back(16)) << "softer";
 }
@@ -446,7 +420,7 @@ TEST(Firepower, ARetakeReplacesTheProjectilesOfItsFutureAndUndoBringsThemBack) {
   ASSERT_TRUE(gun.session.GetAdaptor().HostUndo());
   EXPECT_TRUE(gun.session.GetAdaptor().GetSelection().empty()) << "one step";
   // A frame of other settings is remembered as it was.
-  gun.Set({{"Set gravity affecting the bullets in flight", 30}});
+  gun.Set("Set gravity affecting the bullets in flight=30");
   gun.Resimulate(20, 40);
   const auto heavier = gun.PosesOf(0, 40);
   gun.Resimulate(27, 40);

@@ -148,17 +148,11 @@ class RigScene {
   /// A rail on which all that has a memory happens.
   void LayRail() {
     PlaceWaypoints({{0, 0, 0}, {6, 1, 0}, {8, 0, 5}, {1, 2, 6}});
-    Edit({{"Use Orvel Curve Generation", "1"},
-          {"Closed Curve", "1"},
-          {"Loop", "1"},
-          {"Gravity Strength", "4"},
-          {"Banking Factor", "0.01"}});
+    Set("Banking Factor=0.01; Closed Curve=1; Gravity Strength=4; Loop=1; "
+        "Use Orvel Curve Generation=1");
     Press("Create Curve");
-    Edit({{"Look at Target", "1"},
-          {"Current Waypoint", "1"},
-          {"Time Delay (frames)", "7"},
-          {"Current Waypoint", "2"},
-          {"Yaw Mode only", "1"}});
+    Set("Look at Target=1; Current Waypoint=1; Time Delay (frames)=7; Current Waypoint=2; "
+        "Yaw Mode only=1");
     for (const char* button : {"Start", "Forced Stop"})
       rig->GetProperties().find(button)->deadzone = 0.97;
   }
@@ -167,19 +161,10 @@ class RigScene {
     auto& wall = scene().addNode("Wall");
     wall.setMesh(util::CMesh_Box(60.0, 60.0, 1.0, {0.0, 0.0, -25.0}));
     scene().reparent(*scene().find("Rig_collision"), &wall, 0.0);
-    Edit({{"Muzzle Velocity (m/s)", "60"},
-          {"Spread Angle (degrees)", "4"},
-          {"Rate of fire (rounds/s)", "7"},
-          {"Bullets/discharge", "2"},
-          {"Time Delay", "2"},
-          {"Lifetime (seconds)", "0.8"},
-          {"Air Resistance Force", "0.1"},
-          {"Pitch Bullet", "1"},
-          {"Rotate Bullet", "1"},
-          {"Randomize Rotation Axis", "20"},
-          {"elasticity (%)", "60"},
-          {"Response Factor", "0.5"},
-          {"Depth (%)", "30"}});
+    Set("Muzzle Velocity (m/s)=60; Spread Angle (degrees)=4; Rate of fire (rounds/s)=7; "
+        "Bullets/discharge=2; Time Delay=2; Lifetime (seconds)=0.8; Air Resistance Force=0.1; "
+        "Pitch Bullet=1; Rotate Bullet=1; Randomize Rotation Axis=20; elasticity (%)=60; "
+        "Response Factor=0.5; Depth (%)=30");
     rig->GetProperties().find("Fire")->deadzone = 0.4;
   }
   /// A belt round two wheels, and a ground that it meets.
@@ -192,8 +177,13 @@ class RigScene {
     scene().find("Rig_TemplateStep")->setPose({{0.8, 0.03, 0.0}, {}, {1.0, 1.0, 1.35}});
     Press("Create Track");
   }
-  void Edit(const std::vector<std::pair<std::string, std::string>>& values) {
-    for (const auto& [label, value] : values) Edit(label, value);
+  /// A user's edits: "LABEL=VALUE; LABEL=VALUE".
+  void Set(const std::string& edits) {
+    for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 2) {
+      end = edits.find("; ", at);
+      const std::string one = edits.substr(at, end - at);
+      Edit(one.substr(0, one.find('=')), one.substr(one.find('=') + 1));
+    }
   }
   /// A user's edit.
   void Edit(const std::string& label, const std::string& value) {

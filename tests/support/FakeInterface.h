@@ -92,6 +92,18 @@ class FakeInterface : public rws::CInterface {
       if (element.label == label) return element;
     throw std::runtime_error("no element " + label);
   }
+  /// Values of parameters, "LABEL=VALUE; LABEL=VALUE", without a word to the rig.
+  void Set(const std::string& values) {
+    for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 2) {
+      end = values.find("; ", at);
+      const std::string one = values.substr(at, end - at);
+      Element& element = Find(one.substr(0, one.find('=')));
+      const double value = std::stod(one.substr(one.find('=') + 1));
+      if (element.number) *element.number = value;
+      if (element.flag) *element.flag = value != 0.0;
+      if (element.choice) *element.choice = static_cast<int>(value);
+    }
+  }
   /// A user's edit of a check box, or the core's own undo of one.
   void Check(const std::string& label, bool on) {
     *Find(label).flag = on;
