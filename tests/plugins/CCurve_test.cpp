@@ -5,8 +5,6 @@
 #include <cmath>
 #include <random>
 
-#include "plugins/release/splinespeedcontroller/NodeSpline.h"
-
 namespace orv::rws::addon {
 namespace {
 
@@ -166,11 +164,6 @@ TEST(CCurve, SegmentsOfUnevenLengthAllHaveSamplesAndNoCurveHasTooMany) {
   CCurve tiny = Through({{0, 0, 0}, {500, 0, 0}, {500.00001, 0, 0}, {500.00001, 0, 900}}, false);
   ASSERT_EQ(tiny.State(), CurveState::kSampled);
   EXPECT_NEAR(tiny.Position(tiny.WaypointPosition(2)).x, 500.00001, 1e-9);
-}
-
-TEST(CCurve, ANodesScaleIsMeasuredSoThatOneIsOne) {
-  EXPECT_DOUBLE_EQ(ScaleLength({1, 1, 1}), 1.0);
-  EXPECT_DOUBLE_EQ(ScaleLength({2.5, 2.5, 2.5}), 2.5);
 }
 
 }  // namespace

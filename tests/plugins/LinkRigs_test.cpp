@@ -115,10 +115,7 @@ TEST(LinkRigs, TheOneChannelRigsActOnTheChosenAxisAlone) {
     ExpectNear(Pose(scaler, {{"Scale", 0.5}}, "DummyMesh").rowLengths(),
                Vector{1, 1, 1} + unit * 0.5, "one axis");
   }
-}
-
-TEST(LinkRigs, TheScalerDoesNotReachZeroNorBuildUpOverTakes) {
-  NewWorld world("1DScaler");
+  NewWorld world("1DScaler");  // does not reach zero nor build up over takes
   for (int take = 0; take < 3; ++take)
     ExpectNear(Pose(world, {{"Scale", 1.0}}, "DummyMesh").rowLengths(), {2, 2, 2}, "all axes");
   *world.core.Find("Scale Maximum").number = 5.0;

@@ -23,8 +23,6 @@ constexpr char kKind[] = "Spline Speed-Controller";
 
 class Rail : public RigScene {
  public:
-  using Steps = std::vector<std::pair<double, double>>;
-
   explicit Rail(double fps = 25.0) : RigScene(kKind, fps), m_ui(*this) {
     core().SetUserInterface(&m_ui);
     scene().setRange(0.0, 40.0);
@@ -57,9 +55,8 @@ class Rail : public RigScene {
   }
   void OwnCurve(const std::vector<Vector>& points, bool closed) {
     PlaceWaypoints(points);
-    Edit("Use Orvel Curve Generation", "1");
+    Set("Use Orvel Curve Generation=1; End Curve Straight=1");
     Edit("Closed Curve", closed ? "1" : "0");
-    Edit("End Curve Straight", "1");
     Press("Create Curve");
   }
   /// Waypoints of a scene's curve at these shares of its length.
@@ -71,18 +68,6 @@ class Rail : public RigScene {
   }
   void Select(int index, const std::string& edits) {
     Set("Current Waypoint=" + std::to_string(index) + "; " + edits);
-  }
-  /// An input, held from each time on to the next.
-  void Drive(const std::string& input, const Steps& steps) {
-    util::AVar_Linear<double> track;
-    std::size_t at = 0;
-    for (int i = 0; Frame(i) < 40.0; ++i) {
-      while (at + 1 < steps.size() && steps[at + 1].first <= Frame(i) + 1e-9) ++at;
-      track.set(Frame(i), steps[at].first <= Frame(i) + 1e-9 ? steps[at].second : 0.0);
-    }
-    auto& inputs = rig->GetProperties();
-    for (int i = 0; i < inputs.count(); ++i)
-      if (inputs.property(i)->name == input) rig->SetTrack(i, track);
   }
   Matrix Carriage(int frame) { return scene().find("Rig_CarriageNode")->worldMatrix(Frame(frame)); }
   double Speed(int frame) {
@@ -563,9 +548,8 @@ TEST(CameraRail, EveryActionIsUndoneAndRedoneToTheByte) {
 TEST(CameraRail, WhatIsMissingOrImpossibleIsToldAndNothingMoves) {
   Rail rail;
   const auto said = [&](const std::string& text) {
-    const bool found = std::any_of(rail.messages.begin(), rail.messages.end(), [&](const auto& m) {
-      return m.find(text) != std::string::npos;
-    });
+    bool found = false;
+    for (const auto& message : rail.messages) found |= message.find(text) != std::string::npos;
     rail.messages.clear();
     return found;
   };

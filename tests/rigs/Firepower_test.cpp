@@ -47,17 +47,7 @@ class Gun : public RigScene {
     for (auto path : {rws::adaptor::headless::ChannelPath::kTranslation,
                       rws::adaptor::headless::ChannelPath::kRotation})
       EXPECT_FALSE(scene().find("Rig_fire trigger")->channel(path));
-    Fire({{0.0, 1.0}});
-  }
-  /// The input by time.
-  void Fire(const std::vector<std::pair<double, double>>& keys) {
-    util::AVar_Linear<double> track;
-    double before = 0.0;
-    for (const auto& [time, value] : keys) {
-      if (time > 0.0) track.set(time - 1e-4, before);
-      track.set(time, before = value);
-    }
-    rig->SetTrack(0, track);
+    Drive("Fire", {{0.0, 1.0}});
   }
   /// The collision node under a mesh that stands where it is told.
   void AddSurface(util::CMesh mesh, const Matrix& pose = {}) {
@@ -268,7 +258,7 @@ TEST(Firepower, WithEveryProfileShotsStayOnTheirSideOfTheGroundAndComeToRest) {
       gun.scene().find("Rig_fire trigger")->setPose({{0, 8, 0}, {-0.4, 0, 0, 0.9165}, {1, 1, 1}});
       ASSERT_EQ(gun.core().LoadProfile("Rig", profile), "");
       gun.Set("Lifetime (seconds)=20");
-      gun.Fire({{0.0, 1.0}, {1.1, 0.0}});
+      gun.Drive("Fire", {{0.0, 1.0}, {1.1, 0.0}});
       gun.Resimulate(0, static_cast<int>(24.0 * fps));
       ASSERT_GE(gun.Count(), 1) << profile;
       for (int i = 1; i <= gun.Count(); i += 5) {
@@ -380,7 +370,7 @@ TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   Gun gun;
   gun.scene().reparent(*gun.scene().find("Rig_fire trigger"), gun.scene().find("Mover"), 0.0);
   gun.Set("Rate of fire (rounds/s)=0; Depth (%)=25; Backward (frames)=2; Forward (frames)=4");
-  gun.Fire({{0.0, 0.0}, {0.4, 1.0}});
+  gun.Drive("Fire", {{0.0, 0.0}, {0.4, 1.0}});
   const auto back = [&](int frame) {
     return gun.scene().find("Rig_barrel")->localMatrix(gun.Frame(frame)).translation().z;
   };
@@ -402,7 +392,7 @@ TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
 TEST(Firepower, ARetakeReplacesTheProjectilesOfItsFutureAndUndoBringsThemBack) {
   Gun gun;
   gun.LoadGun();
-  gun.Fire({{0.0, 1.0}});
+  gun.Drive("Fire", {{0.0, 1.0}});
   gun.Resimulate(0, 60);
   const std::string first = gun.Saved();
   const int fired = gun.Count();

@@ -177,6 +177,18 @@ class RigScene {
     scene().find("Rig_TemplateStep")->setPose({{0.8, 0.03, 0.0}, {}, {1.0, 1.0, 1.35}});
     Press("Create Track");
   }
+  /// An input, held from each time on to the next.
+  void Drive(const std::string& input, const std::vector<std::pair<double, double>>& keys) {
+    util::AVar_Linear<double> track;
+    double before = 0.0;
+    for (const auto& [time, value] : keys) {
+      if (time > 0.0) track.set(time - 1e-4, before);
+      track.set(time, before = value);
+    }
+    auto& inputs = rig->GetProperties();
+    for (int i = 0; i < inputs.count(); ++i)
+      if (inputs.property(i)->name == input) rig->SetTrack(i, track);
+  }
   /// A user's edits: "LABEL=VALUE; LABEL=VALUE".
   void Set(const std::string& edits) {
     for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 2) {
