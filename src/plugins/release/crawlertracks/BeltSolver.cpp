@@ -3,6 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include <cstdlib>
+[[maybe_unused]] static double Env(const char* n, double d) {
+  const char* v = std::getenv(n);
+  return v ? atof(v) : d;
+}
 namespace orv::rws::addon {
 
 using Vector3 = Eigen::Vector3d;
@@ -85,25 +90,23 @@ void Backward(const Block& factor, Columns& right) {
   }
 }
 
-/// A part that is taken out in a nominal step, for a step of `h`.
-double InStep(double part, double h) {
-  return 1.0 - std::pow(1.0 - part, h / kNominalBeltStep);
-}
-
-/// A step of the world that is long beside the swing of a tight belt would blow the swing up, so
-/// that joints calm the faster the longer it is: with no sub-frames at all a belt is stiff, and
-/// whole.
-double Calming(double share, double h) {
-  const double ratio = h / kNominalBeltStep;
-  return InStep(share, ratio > 1.0 ? kNominalBeltStep * std::pow(ratio, 4.0) : h);
-}
-
 BeltJoint::Response ResponseOf(const JointAxis& axis, double h) {
   constexpr double kMostReduction = 0.8;
   const double share =
       std::clamp(axis.softness * axis.damping, 1e-6, std::min(axis.most, kMostShare));
   const double reduction = std::clamp(axis.reduction / axis.damping, 0.0, kMostReduction);
-  return {std::min(Calming(share, h), kMostShare), std::min(InStep(reduction, h), kMostReduction)};
+  return {std::min(InBeltStep(share, h), kMostShare),
+          std::min(InBeltStep(reduction, h), kMostReduction)};
+}
+
+/// What the end of an arm, in a step of `h`, is slower than along its tangent.
+Vector3 Bow(const btVector3& spin, const Vector3& arm, double h) {
+  const Vector3 turn = ToEigen(spin) * h, aside = turn.cross(arm);
+  const double square = turn.squaredNorm();
+  // Of Rodrigues' formula, the sine's part and the cosine's.
+  return (aside * (-square / 6 * (1 - square / 20)) +
+          turn.cross(aside) * (0.5 - square / 24 * (1 - square / 30))) /
+         h;
 }
 
 /// Resistance of an axis whose two bodies, standing alone, would give way by `mobility`: it takes
@@ -113,6 +116,10 @@ double Resistance(double share, double mobility) {
 }
 
 }  // namespace
+
+double InBeltStep(double part, double h) {
+  return 1.0 - std::pow(1.0 - part, h / kNominalBeltStep);
+}
 
 void BeltJoint::TuneRotation(int index, const JointAxis& axis, double h) {
   btRotationalLimitMotor& motor = *getRotationalLimitMotor(index);
@@ -159,7 +166,9 @@ void BeltSolver::AddJoint(const BeltJoint& joint, Row* a, Row& b, Block* between
     turnResistance += weight * along * along.transpose();
     wantedTurn -= along * (weight * response.reduction / h * error.dot(along));
   }
-  const Vector3 wantedPull = gap * (-pull.reduction / h * resistance);
+  const Vector3 bow =
+      Bow(bodyB.getAngularVelocity(), armB, h) - Bow(bodyA.getAngularVelocity(), armA, h);
+  const Vector3 wantedPull = (gap * (pull.reduction / h) + bow) * -resistance;
 
   // Of the points' arms, [l]ᵀ[r] is (l·r) 1 - r lᵀ.
   const auto block = [&](const Vector3& left, const Vector3& right) {
@@ -198,11 +207,11 @@ void BeltSolver::Guide(const Link& link, Row& row, double h) {
   const btVector3 arm = link.body->getWorldTransform().getOrigin() - at.getOrigin();
   const btVector3 speed = link.guide->getInterpolationLinearVelocity() +
                           link.guide->getInterpolationAngularVelocity().cross(arm);
-  const double resistance = Resistance(InStep(kGuideShare, h), link.body->getInvMass());
+  const double resistance = Resistance(InBeltStep(kGuideShare, h), link.body->getInvMass());
   const Vector3 x = ToEigen(across);
   row.diagonal.topLeftCorner<3, 3>() += resistance * x * x.transpose();
   row.wanted.head<3>() +=
-      x * (resistance * (across.dot(speed) - InStep(kGuideReduction, h) * across.dot(arm) / h));
+      x * (resistance * (across.dot(speed) - InBeltStep(kGuideReduction, h) * across.dot(arm) / h));
 }
 
 /// A joint under tension turns its step back into line, the faster the tighter the belt. Steps of

@@ -10,6 +10,8 @@ namespace orv::rws::addon {
 
 /// Length of the world's steps at 25 frames per second with the usual 10 sub-frames (s).
 inline constexpr double kNominalBeltStep = 0.04 / 11;
+/// A part that is taken out in a nominal step, for a step of `h` (s).
+double InBeltStep(double part, double h);
 
 /// One axis of a joint. Numbers hold for steps of the world of kNominalBeltStep; for others they
 /// are turned so that the axis answers the same in the same time.

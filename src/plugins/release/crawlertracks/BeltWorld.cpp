@@ -33,6 +33,8 @@ constexpr int kMostInternalSteps = 100;
 
 /// Part of a gap that a step of the world takes out.
 constexpr double kGapReduction = 0.2;
+/// Part of a contact's depth that a nominal step of the world takes out.
+constexpr double kContactReduction = 0.2;
 /// Softness of a wheel's hold on a step, in each of the solver's iterations.
 constexpr double kHoldSoftness = 0.1;
 
@@ -88,20 +90,25 @@ void SkipDistantPairs(btBroadphasePair& pair, btCollisionDispatcher& dispatcher,
 
 }  // namespace
 
+struct BeltWorld::Body {
+  std::unique_ptr<btCollisionShape> shape;
+  std::shared_ptr<const triMeshStorage> storage;  ///< of ground, whose shape it owns
+  std::unique_ptr<btDefaultMotionState> motion;   ///< of one that is moved: where it is now
+  std::unique_ptr<btRigidBody> body;
+  btTransform next;  ///< of one that is moved: where it is when a step of the world has gone by
+  btTransform seen;  ///< of ground, when steps were counted that went through it
+};
+
 /// What Bullet works on, in the order in which it must be made.
 struct BeltWorld::World {
-  struct Body {
-    std::unique_ptr<btCollisionShape> shape;
-    std::shared_ptr<const triMeshStorage> storage;  ///< of ground, whose shape it owns
-    std::unique_ptr<btDefaultMotionState> motion;
-    std::unique_ptr<btRigidBody> body;
-  };
   struct Step : Body {
     double pitch = 0.0;
     std::unique_ptr<BeltJoint> joint;       ///< to the step before it
     std::unique_ptr<BeltJoint> attachment;  ///< to a wheel
     double angle = 0.0;                     ///< round that wheel's axle (rad)
     const btRigidBody* guide = nullptr;     ///< a wheel that leads it
+    btVector3 seen;                         ///< place when those were counted that went through
+    bool isThrough = false;                 ///< the ground
   };
 
   explicit World(int bodies)
@@ -131,7 +138,7 @@ struct BeltWorld::World {
     if (mass <= 0.0) out.motion = std::make_unique<btDefaultMotionState>(ToBullet(pose));
     btRigidBody::btRigidBodyConstructionInfo info(std::max(mass, 0.0), out.motion.get(), &shape,
                                                   inertia);
-    info.m_startWorldTransform = ToBullet(pose);
+    info.m_startWorldTransform = out.seen = ToBullet(pose);
     out.body = std::make_unique<btRigidBody>(info);
     out.body->setFlags(0);  // no gyroscopic forces: nothing spins about more than one axis
     out.body->setActivationState(DISABLE_DEACTIVATION);
@@ -164,12 +171,17 @@ struct BeltWorld::World {
   std::vector<Body> grounds;
   std::vector<Body> wheels;
   std::vector<Step> steps;
+  std::vector<Body*> moved;  ///< wheels and grounds in the step of the world that follows
 };
 
 BeltWorld::BeltWorld(int bodies, const BeltTuning& tuning, double h)
     : m_tuning(tuning), m_step(h), m_world(std::make_unique<World>(bodies)) {
   // It would move bodies apart without regard for their joints.
   m_world->world.getSolverInfo().m_splitImpulse = false;
+  // Friction holds both ways along a surface, and the same ways in each step. With one, along what
+  // happens to slide, a belt at rest would creep across it and never be still.
+  m_world->world.getSolverInfo().m_solverMode |=
+      SOLVER_USE_2_FRICTION_DIRECTIONS | SOLVER_DISABLE_VELOCITY_DEPENDENT_FRICTION_DIRECTION;
   // The chain is solved as one, so all of the world goes to the solver in one group.
   m_world->world.getSolverInfo().m_minimumSolverBatchSize = std::numeric_limits<int>::max();
   Tune(tuning, h);
@@ -183,7 +195,7 @@ int BeltWorld::AddGround(std::shared_ptr<const triMeshStorage> shape, const Tran
   btCollisionShape* const triangles = shape ? shape->GetShape() : nullptr;
   if (!triangles) return -1;
   triangles->setMargin(kGroundMargin);
-  World::Body ground;
+  Body ground;
   m_world->Make(ground, *triangles, 0.0, pose);
   ground.storage = std::move(shape);
   ground.body->setFriction(kGroundFriction);
@@ -195,7 +207,7 @@ int BeltWorld::AddGround(std::shared_ptr<const triMeshStorage> shape, const Tran
 }
 
 int BeltWorld::AddWheel(double radius, double halfWidth, const Transform& pose) {
-  World::Body wheel;
+  Body wheel;
   wheel.shape = std::make_unique<btCylinderShapeX>(btVector3(halfWidth, radius, radius));
   wheel.shape->setMargin(std::min(radius, halfWidth) * kStepMargin);
   m_world->Make(wheel, *wheel.shape, 0.0, pose);
@@ -220,6 +232,7 @@ int BeltWorld::AddStep(const StepBody& body, const BodyState& state) {
   const int index = GetStepCount() - 1;
   m_world->steps.back().body->setUserIndex(index);
   SetStep(index, state);
+  m_world->steps.back().seen = ToBullet(state.pose.position);
   return index;
 }
 
@@ -240,14 +253,20 @@ void BeltWorld::Link(bool closed) {
 // --- settings ---
 
 void BeltWorld::SetGravity(const Vector& gravity) {
-  m_world->world.setGravity(ToBullet(gravity));
+  // Several steps of the world in the time of one then let it fall no farther than that one.
+  const double iterations = m_tuning.trackIterations;
+  m_world->world.setGravity(ToBullet(gravity) / (iterations * iterations));
 }
 
 void BeltWorld::Tune(const BeltTuning& tuning, double h) {
   if (tuning == m_tuning && h == m_step && !m_world->steps.empty()) return;
   m_tuning = tuning;
   m_step = h;
-  m_world->world.getSolverInfo().m_numIterations = tuning.trackAccuracy;
+  btContactSolverInfo& info = m_world->world.getSolverInfo();
+  info.m_numIterations = tuning.trackAccuracy;
+  // By the scene's time: what pushes a step out stays in it as speed, and in a world that runs
+  // slower, where less weighs it down, would throw it the higher.
+  info.m_erp2 = InBeltStep(kContactReduction, h / tuning.trackIterations);
   TuneJoints();
 }
 
@@ -275,12 +294,17 @@ void BeltWorld::TuneAttachment(BeltJoint& joint) const {
 
 // --- wheels ---
 
+void BeltWorld::Move(Body& body, const Transform& pose) {
+  body.next = ToBullet(pose);
+  m_world->moved.push_back(&body);
+}
+
 void BeltWorld::MoveGround(int ground, const Transform& pose) {
-  m_world->grounds[static_cast<std::size_t>(ground)].motion->setWorldTransform(ToBullet(pose));
+  Move(m_world->grounds[static_cast<std::size_t>(ground)], pose);
 }
 
 void BeltWorld::MoveWheel(int wheel, const Transform& pose) {
-  m_world->wheels[static_cast<std::size_t>(wheel)].motion->setWorldTransform(ToBullet(pose));
+  Move(m_world->wheels[static_cast<std::size_t>(wheel)], pose);
 }
 
 Transform BeltWorld::GetWheel(int wheel) const {
@@ -336,6 +360,19 @@ void BeltWorld::Guide(int step, int wheel, bool on) {
 
 // --- time ---
 
+/// Bullet takes a moved body's speed from the way that it has come, and would have it stand at the
+/// end of the step while the others stand at its beginning: they would run ahead of it by its way
+/// in one step. So it stands where they do, and has come by as much as it will go.
+void BeltWorld::Lead(Body& body) const {
+  btTransform now;
+  body.motion->getWorldTransform(now);
+  btVector3 linear, angular;
+  btTransformUtil::calculateVelocity(now, body.next, m_step, linear, angular);
+  btTransform behind;
+  btTransformUtil::integrateTransform(now, -linear, -angular, m_step, behind);
+  body.body->setInterpolationWorldTransform(behind);
+}
+
 void BeltWorld::Advance() {
   auto& links = m_world->solver.links;
   links.clear();
@@ -343,7 +380,42 @@ void BeltWorld::Advance() {
   for (World::Step& step : m_world->steps)
     if (step.body->getInvMass() > 0.0)
       links.push_back({step.body.get(), step.joint.get(), step.attachment.get(), step.guide});
+  for (Body* body : m_world->moved) Lead(*body);
   m_world->world.stepSimulation(m_step, kMostInternalSteps, m_step);
+  for (Body* body : m_world->moved) {
+    body->motion->setWorldTransform(body->next);
+    body->body->setInterpolationWorldTransform(body->next);  // at rest, unless it is moved on
+  }
+  m_world->moved.clear();
+}
+
+int BeltWorld::CountStepsThroughGround() {
+  auto& steps = m_world->steps;
+  for (Body& ground : m_world->grounds) {
+    btTransform now;
+    ground.motion->getWorldTransform(now);
+    const btTransform since = now * ground.seen.inverse();
+    const btBroadphaseProxy& box = *ground.body->getBroadphaseProxy();
+    for (World::Step& step : steps) {
+      const btVector3 from = since * step.seen, to = step.body->getWorldTransform().getOrigin();
+      btVector3 low = from, high = from;
+      low.setMin(to);
+      high.setMax(to);
+      if (!TestAabbAgainstAabb2(low, high, box.m_aabbMin, box.m_aabbMax)) continue;
+      btCollisionWorld::ClosestRayResultCallback way(from, to);
+      way.m_collisionFilterGroup = kStepGroup;
+      btTransform a = btTransform::getIdentity(), b = a;
+      a.setOrigin(from);
+      b.setOrigin(to);
+      btCollisionWorld::rayTestSingle(a, b, ground.body.get(), ground.body->getCollisionShape(),
+                                      now, way);
+      step.isThrough = step.isThrough != way.hasHit();
+    }
+    ground.seen = now;
+  }
+  for (World::Step& step : steps) step.seen = step.body->getWorldTransform().getOrigin();
+  return static_cast<int>(std::count_if(steps.begin(), steps.end(),
+                                        [](const World::Step& step) { return step.isThrough; }));
 }
 
 int BeltWorld::GetStepCount() const {
@@ -371,6 +443,24 @@ void BeltWorld::SetStep(int step, const BodyState& state) {
   body.setAngularVelocity(ToBullet(state.angular));
   body.setInterpolationLinearVelocity(ToBullet(state.linear));
   body.setInterpolationAngularVelocity(ToBullet(state.angular));
+}
+
+void BeltWorld::FillContacts(bool on) {
+  constexpr int kTries = 4, kEnough = 4;  // of other angles; of points
+  m_world->configuration.setConvexConvexMultipointIterations(on ? kTries : 0, on ? kEnough : 0);
+}
+
+void BeltWorld::Calm(double rate) {
+  // Bullet's damping is the share that is gone after a second of the world's time.
+  const double damping = 1.0 - std::exp(-rate / m_tuning.trackIterations);
+  for (World::Step& step : m_world->steps) step.body->setDamping(damping, damping);
+}
+
+double BeltWorld::GetTopSpeed() const {
+  double top = 0.0;
+  for (const World::Step& step : m_world->steps)
+    top = std::max(top, step.body->getLinearVelocity().length());
+  return top * m_tuning.trackIterations;
 }
 
 }  // namespace orv::rws::addon

@@ -22,12 +22,14 @@ struct BeltTuning {
   double trackTwistDamping = 1.0;  ///< of the twist
   double trackFriction = 1.0;      ///< of the steps
   int trackAccuracy = 8;           ///< solver iterations
+  int trackIterations = 1;         ///< world steps in the time of one, in which all goes slower
 
   friend bool operator==(const BeltTuning& a, const BeltTuning& b) {
     return a.flaccid == b.flaccid && a.trackDamping == b.trackDamping &&
            a.transFlaccid == b.transFlaccid && a.trackTransDamping == b.trackTransDamping &&
            a.twistFlaccid == b.twistFlaccid && a.trackTwistDamping == b.trackTwistDamping &&
-           a.trackFriction == b.trackFriction && a.trackAccuracy == b.trackAccuracy;
+           a.trackFriction == b.trackFriction && a.trackAccuracy == b.trackAccuracy &&
+           a.trackIterations == b.trackIterations;
   }
   friend bool operator!=(const BeltTuning& a, const BeltTuning& b) { return !(a == b); }
 };
@@ -71,12 +73,14 @@ class BeltWorld {
   /// Joins each step to the one before it, and with `closed` the last to the first.
   void Link(bool closed);
 
-  /// Along the acceleration; its length counts.
+  /// The acceleration of what falls, in the scene's time.
   void SetGravity(const Vector& gravity);
   void Tune(const BeltTuning& tuning, double h);
 
+  /// Where the next step of the world leads it, at an even speed.
   void MoveGround(int ground, const Transform& pose);
   void MoveWheel(int wheel, const Transform& pose);
+  /// Where it is now, as the steps are.
   Transform GetWheel(int wheel) const;
   /// Fixes a step to a wheel at `distance` from its axle, at the angle at which it is now; false
   /// when that fails. Nothing happens when it is fixed already.
@@ -98,10 +102,22 @@ class BeltWorld {
   /// The middle of a step.
   Vector GetStepPlace(int step) const;
   void SetStep(int step, const BodyState& state);
+  /// While on, what comes to touch has all its points at once, and not one in each step.
+  void FillContacts(bool on);
+  /// Speeds of all steps die away at this rate (1/s, in the scene's time); 0 lets them be.
+  void Calm(double rate);
+  /// How many steps are on another side of the ground than at first, by the ways of their middles
+  /// from one call to the next.
+  int CountStepsThroughGround();
+  /// Speed of the fastest step, in the scene's time.
+  double GetTopSpeed() const;
 
  private:
   struct World;
+  struct Body;
 
+  void Move(Body& body, const Transform& pose);
+  void Lead(Body& body) const;
   void TuneJoints();
   void TuneAttachment(BeltJoint& joint) const;
 

@@ -196,6 +196,7 @@ bool CrawlerTracks::LayTrack(int steps) {
     return false;
   }
   m_track = track;
+  SettleTrack();
   m_pInterface->PushUndo(new BulletTrackCreationUndo(*this, track));
   return true;
 }

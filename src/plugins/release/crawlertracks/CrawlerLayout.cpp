@@ -228,4 +228,48 @@ bool CrawlerTracks::MakeSteps(Track& track, const BeltPath& path, int count) {
   return true;
 }
 
+/// Writes a settled belt to its nodes; the farthest way of a step by that (m).
+double CrawlerTracks::PlaceSteps(double time) {
+  constexpr double kEver = -1e9;  // s; ahead of every take
+  double farthest = 0.0;
+  for (std::size_t i = 0; i < m_track->steps.size(); ++i) {
+    const Track::Step& step = *m_track->steps[i];
+    const Matrix pose = StepPose(static_cast<int>(i));
+    const Vector way = pose.translation() - step.ReadMatrix(time).translation();
+    farthest = std::max(farthest, way.length());
+    step.Place(time, pose);
+  }
+  NoteHeldStep(kEver);
+  return farthest;
+}
+
+/// Runs a track that was laid until it rests on its wheels and on the ground that there is, so that
+/// a take begins without a drop; speeds die away meanwhile. Then takes begin, until one's first
+/// frame leaves it where it is. One that flies apart or comes off is left as it was laid.
+void CrawlerTracks::SettleTrack() {
+  constexpr double kStill = 1e-3;    // speed of the fastest step (units of the Frame per second)
+  constexpr double kLongest = 6.0;   // s
+  constexpr double kCalming = 8.0;   // 1/s; about critical for the swing of a run between wheels
+  constexpr double kInPlace = 1e-4;  // units of the Frame
+  constexpr int kMostBeginnings = 3;
+  const double now = m_pInterface->GetTime();
+  groundExist = m_gravityDirection.HasMesh(now);
+  m_turn = 0.0;
+  BuildWorld(now);
+  ReadFrame(now, now);
+  m_world->Calm(kCalming);
+  double top = INFINITY;
+  for (double t = 0.0; t < kLongest && top > kStill; t += StepLength()) {
+    StepPart(0.0, 0.0);
+    top = m_world->GetTopSpeed();
+  }
+  for (int i = 0;
+       IsWhole() && !HasLeft() && PlaceSteps(now) > kInPlace * m_scale && i < kMostBeginnings;
+       ++i) {
+    Settle(now);
+    StepFrame(now, false);
+  }
+  m_world.reset();
+}
+
 }  // namespace orv::rws::addon

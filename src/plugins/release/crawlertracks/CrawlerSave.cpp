@@ -54,7 +54,7 @@ std::vector<Number> NumbersOf(CrawlerSettings& s) {
 }
 std::vector<Count> CountsOf(CrawlerSettings& s) {
   return {{"trackAccuracy", s.tuning.trackAccuracy, 1, 50},
-          {"trackIterations", s.trackIterations, 1, 50},
+          {"trackIterations", s.tuning.trackIterations, 1, 50},
           {"subFrames", s.subFrames, 0, 50},
           {"nrSteps", s.nrSteps, 0, kMostSteps}};
 }

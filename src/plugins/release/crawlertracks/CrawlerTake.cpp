@@ -20,6 +20,7 @@ using Transform = util::QTransform<double>;
 
 namespace {
 
+constexpr double kPi = 3.14159265358979323846;
 /// Ratio of the scales of Frame and driveWheel from which, and below whose inverse, the user is
 /// warned.
 constexpr double kMostScaleRatio = 2.0;
@@ -118,13 +119,23 @@ void CrawlerTracks::Stop() {
   m_isRunning = m_inTake = false;
 }
 
-double CrawlerTracks::StepLength() const {
-  return m_pInterface->GetFrameDuration() / (m_settings.subFrames + 1);
+/// A sub-frame that is long beside the swing of a tight belt is run as several, else joints would
+/// blow the swing up and contacts be passed by. So few sub-frames cost no less than these do: a
+/// belt that stays on its wheels is worth more to a user than the time.
+int CrawlerTracks::SubFrameParts() const {
+  constexpr double kLongestStep =
+      0.004;  // s; with the usual 10 sub-frames 24 frames/s need no more
+  const double length = m_pInterface->GetFrameDuration() / (m_settings.subFrames + 1);
+  return std::max(static_cast<int>(std::ceil(length / kLongestStep - kFrameTolerance)), 1);
 }
 
-Vector CrawlerTracks::GravityAt(double time, double divisor) const {
+double CrawlerTracks::StepLength() const {
+  return m_pInterface->GetFrameDuration() / ((m_settings.subFrames + 1) * SubFrameParts());
+}
+
+Vector CrawlerTracks::GravityAt(double time) const {
   const Vector down = -m_gravityDirection.ReadMatrix(time).axisRow(2).normalized();
-  return down * (m_settings.gravity / divisor);
+  return down * m_settings.gravity;
 }
 
 /// Always in the same order and from the scene and the memory alone, so that a resimulation finds
@@ -152,9 +163,7 @@ void CrawlerTracks::BuildWorld(double time) {
                       WheelAt(motion, 0.0));
   }
   BuildSteps(time);
-  const double iterations = m_settings.trackIterations;
-  // Several steps of the world in one sub-frame of the same length then fall no farther than one.
-  m_world->SetGravity(GravityAt(time, iterations * iterations));
+  m_world->SetGravity(GravityAt(time));
 }
 
 /// What the scene and the memory tell of a step's body at `time`.
@@ -174,23 +183,34 @@ void CrawlerTracks::BuildSteps(double time) {
     m_world->AddStep(m_track->steps[i]->body, StateAt(static_cast<int>(i), time));
   m_world->Link(true);
   if (m_track->heldStep.samples.empty() || m_track->heldStep.value(time) < 0) return;
-  m_world->AttachAt(m_track->heldStep.value(time), 0, HoldDistance(),
-                    m_track->heldAngle.value(time));
+  const int held = m_track->heldStep.value(time);
+  const double angle = m_track->heldAngle.value(time);
+  // A wheel that was turned by hand since then holds what it finds.
+  const Transform wheel = m_world->GetWheel(0);
+  const Vector found =
+      wheel.rotation.conjugate().rotate(m_world->GetStepPlace(held) - wheel.position);
+  const double off = std::remainder(std::atan2(found.z, found.y) - angle, 2.0 * kPi);
+  if (std::abs(off) * HoldDistance() < m_track->steps.front()->body.pitch / 2)
+    m_world->AttachAt(held, 0, HoldDistance(), angle);
 }
 
-/// The world is stepped for the length of a frame. A new belt comes to lie on its wheels by that.
-/// One with a memory lives through the frame before the start once more, so that the solver knows
-/// what touches what, and then stands as the memory has it.
+/// The world is stepped for the length of a frame, so that the solver knows what touches what and
+/// what pulls: through the frame before the start where there is a memory of it. Then the belt
+/// stands as the scene and the memory have it; a new one was settled when it was laid.
 void CrawlerTracks::Settle(double time) {
   const double dt = m_pInterface->GetFrameDuration();
   const double before = FrameBefore(time, dt);
   const auto& memory = m_track->steps.front()->linVelocity.samples;
   const bool goesOn = !memory.empty() && memory.front().time <= time + kFrameTolerance;
+  m_isNew = !goesOn;
+  m_hasLeft = false;
   const bool hasFrame = goesOn && memory.front().time <= before + kFrameTolerance;
   BuildWorld(hasFrame ? before : time);
   ReadFrame(hasFrame ? before : time, time);
+  m_world->FillContacts(true);
   StepFrame(time, false);
-  for (int i = 0; goesOn && i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
+  m_world->FillContacts(false);
+  for (int i = 0; i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
 }
 
 // --- the wheels ---
@@ -306,22 +326,45 @@ void CrawlerTracks::ReadFrame(double before, double time) {
   m_groundsBefore.resize(m_groundsAfter.size());
 }
 
+/// Steps the world through a part of the frame.
+void CrawlerTracks::StepPart(double from, double to) {
+  HoldSteps();
+  GuideSteps();
+  const int iterations = m_settings.tuning.trackIterations;
+  for (int i = 1; i <= iterations; ++i) {
+    MoveTo(from + (to - from) * i / iterations);
+    m_world->Advance();
+  }
+}
+
 /// Steps the world through the frame that ends at `time`; keys what comes out where `writes`.
 void CrawlerTracks::StepFrame(double time, bool writes) {
   const double dt = m_pInterface->GetFrameDuration();
-  const int subFrames = m_settings.subFrames + 1, iterations = m_settings.trackIterations;
-  for (int k = 1; k <= subFrames; ++k) {
-    HoldSteps();
-    GuideSteps();
-    for (int i = 1; i <= iterations; ++i) {
-      MoveTo((k - 1 + static_cast<double>(i) / iterations) / subFrames);
-      m_world->Advance();
-    }
+  const int split = SubFrameParts(), parts = (m_settings.subFrames + 1) * split;
+  for (int k = 1; k <= parts; ++k) {
+    const double part = static_cast<double>(k) / parts;
+    StepPart(static_cast<double>(k - 1) / parts, part);
     if (!writes) continue;
     if (HasBurst()) return;
-    const double part = static_cast<double>(k) / subFrames;
-    if (m_settings.setSubFrames || m_settings.subFrames == 0 || k == subFrames)
+    if (k == parts || (m_settings.setSubFrames && k % split == 0))
       WriteFrame(time - (1.0 - part) * dt, part);
+  }
+}
+
+/// A belt without a memory goes with its Frame from the first: that of a vehicle that is under way
+/// would be torn along from a standstill.
+void CrawlerTracks::CarryAlong(double before, double time) {
+  const Transform from = InBelt(m_frame.ReadMatrix(before), m_scale),
+                  to = InBelt(m_frame.ReadMatrix(time), m_scale);
+  if (from == to) return;
+  const double rate = 1.0 / (m_pInterface->GetFrameDuration() * m_settings.tuning.trackIterations);
+  const Vector way = (to.position - from.position) * rate;
+  const Vector turn = (to.rotation * from.rotation.conjugate()).toRotationVector() * rate;
+  for (int i = 0; i < m_world->GetStepCount(); ++i) {
+    BodyState state = m_world->GetStep(i);
+    state.linear += way + turn.cross(state.pose.position - from.position);
+    state.angular += turn;
+    m_world->SetStep(i, state);
   }
 }
 
@@ -329,62 +372,51 @@ void CrawlerTracks::Step(double time) {
   if (!m_isRunning) return;
   const double dt = m_pInterface->GetFrameDuration();
   const double before = FrameBefore(time, dt);
-  const double iterations = m_settings.trackIterations;
   m_world->Tune(m_settings.tuning, StepLength());
-  m_world->SetGravity(GravityAt(before, iterations * iterations));
+  m_world->SetGravity(GravityAt(before));
   ReadFrame(before, time);
+  if (std::exchange(m_isNew, false)) CarryAlong(before, time);
   // Forward is -Z: the belt's upper run goes there.
   m_turn = m_input ? -m_input->read() * m_settings.rotationInput * dt : 0.0;
   StepFrame(time, true);
+  WarnOfLeaving();
 }
 
-void CrawlerTracks::WriteFrame(double time, double part) {
-  const auto poseOf = [&](const Transform& inBelt, const Vector& scale) {
-    Matrix matrix = Transform{inBelt.position * m_scale, inBelt.rotation}.toMatrix();
-    ScaleRows(matrix, scale);
-    return matrix;
-  };
-  for (const WheelMotion& motion : m_motions)
-    if (motion.ratio != 0.0)
-      motion.wheel->WriteKey(time, poseOf(WheelAt(motion, part), ScaleOf(motion.after)));
+/// World pose of a node of this scale (m).
+Matrix CrawlerTracks::NodePose(const Transform& inBelt, const Vector& scale) const {
+  Matrix matrix = Transform{inBelt.position * m_scale, inBelt.rotation}.toMatrix();
+  ScaleRows(matrix, scale);
+  return matrix;
+}
+
+/// World pose of a step's node, as its body is.
+Matrix CrawlerTracks::StepPose(int index) const {
+  const StepShape& shape = m_track->steps[static_cast<std::size_t>(index)]->shape;
+  Transform pose = m_world->GetStep(index).pose;
+  pose.position -= pose.rotation.rotate(shape.middle);
+  return NodePose(pose, shape.scale);
+}
+
+void CrawlerTracks::NoteHeldStep(double time) {
   int held = m_world->GetStepCount() - 1;
   while (held >= 0 && !m_world->IsAttached(held)) --held;
   m_track->heldStep.set(time, held);
   m_track->heldAngle.set(time, held < 0 ? 0.0 : m_world->GetAttachedAngle(held));
+}
+
+void CrawlerTracks::WriteFrame(double time, double part) {
+  for (const WheelMotion& motion : m_motions)
+    if (motion.ratio != 0.0)
+      motion.wheel->WriteKey(time, NodePose(WheelAt(motion, part), ScaleOf(motion.after)));
+  NoteHeldStep(time);
   const Quat toFrame = Quat::fromMatrix(m_frame.ReadMatrix(time)).conjugate();
   for (std::size_t i = 0; i < m_track->steps.size(); ++i) {
     Track::Step& step = *m_track->steps[i];
     const BodyState state = m_world->GetStep(static_cast<int>(i));
-    Transform pose = state.pose;
-    pose.position -= pose.rotation.rotate(step.shape.middle);
-    step.WriteKey(time, poseOf(pose, step.shape.scale));
+    step.WriteKey(time, StepPose(static_cast<int>(i)));
     step.linVelocity.set(time, toFrame.rotate(state.linear));
     step.angVelocity.set(time, toFrame.rotate(state.angular));
   }
-}
-
-/// A belt that flew apart stands still from here on, and the user is told what helps. One that has
-/// only slid off its wheels goes on falling.
-bool CrawlerTracks::HasBurst() {
-  constexpr double kMostPitches = 5.0;   // between the middles of neighbours
-  constexpr double kFarthest = 10000.0;  // from the driveWheel (units of the Frame)
-  const int count = m_world->GetStepCount();
-  const double pitch = m_track->steps.front()->body.pitch;
-  const Vector drive = m_world->GetWheel(0).position;
-  bool whole = true;
-  for (int i = 0; i < count && whole; ++i) {
-    const Vector place = m_world->GetStepPlace(i);
-    whole = (place - m_world->GetStepPlace((i + 1) % count)).length() < kMostPitches * pitch &&
-            (place - drive).length() < kFarthest;
-  }
-  // With so few steps that they are no belt there is nothing to burst.
-  if (whole || count < 3) return false;
-  m_isRunning = false;
-  Tell("Warning",
-       "The track has burst, and stands still from here on. Try more SubFrames, more Accuracy, "
-       "less Gravity or a slower driveWheel, and see that the wheels leave it room.",
-       kIconWarning);
-  return true;
 }
 
 }  // namespace orv::rws::addon

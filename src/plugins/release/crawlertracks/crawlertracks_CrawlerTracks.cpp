@@ -221,7 +221,7 @@ void CrawlerTracks::DefineTrackProperties() {
   core.AddSpinnerInt("Flaccidity Reduction",
                      "Steps of the physics in each sub-frame: more make the track firmer and the "
                      "simulation slower",
-                     &m_settings.trackIterations, 1, 50, 1, 0, false, this);
+                     &t.trackIterations, 1, 50, 1, 0, false, this);
   core.AddSpinnerInt("SubFrames", "Extra steps within a frame", &m_settings.subFrames, 0, 50, 1, 0,
                      false, this);
   core.AddCheckBox("Set keyframes on SubFrames", "Keys the track at every extra step too",

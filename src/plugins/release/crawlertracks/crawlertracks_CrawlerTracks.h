@@ -32,7 +32,6 @@ inline constexpr double kMostGap = 10.0;
 struct CrawlerSettings {
   BeltTuning tuning;
   double gravity = 40.0;         ///< units of the Frame per s², against the GravityDirection's Z
-  int trackIterations = 1;       ///< world steps per sub-frame
   int subFrames = 10;            ///< extra steps within a frame
   bool setSubFrames = false;     ///< keys on sub-frames too
   double rotationInput = 5.0;    ///< of the driveWheel at full input (rad/s)
@@ -147,6 +146,8 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   bool LayTrack(int steps);
   bool DropTrack();
   bool MakeSteps(Track& track, const BeltPath& path, int count);
+  void SettleTrack();
+  double PlaceSteps(double time);
   void ShowWheels();
 
   // Layout.
@@ -171,9 +172,12 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   void BuildSteps(double time);
   void Settle(double time);
   void ReadFrame(double before, double time);
+  void StepPart(double from, double to);
   void StepFrame(double time, bool writes);
+  void CarryAlong(double before, double time);
+  int SubFrameParts() const;
   double StepLength() const;
-  Vector GravityAt(double time, double divisor) const;
+  Vector GravityAt(double time) const;
   void FindMotions();
   void ReadMotions(double before, double time);
   util::QTransform<double> WheelAt(const WheelMotion& motion, double part) const;
@@ -181,8 +185,14 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   double HoldDistance() const;
   void HoldSteps();
   void GuideSteps();
+  Matrix NodePose(const util::QTransform<double>& inBelt, const Vector& scale) const;
+  Matrix StepPose(int index) const;
+  void NoteHeldStep(double time);
   void WriteFrame(double time, double part);
+  bool IsWhole() const;
   bool HasBurst();
+  bool HasLeft() const;
+  void WarnOfLeaving();
 
   // Saving.
   SaveState LoadBlob();
@@ -214,6 +224,8 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   std::vector<int> m_others;  ///< track wheels beside the driveWheel, as they stand in m_wheels
   bool m_inTake = false;
   bool m_isRunning = false;  ///< the take steps the track
+  bool m_isNew = false;      ///< it has no memory, and no frame has been stepped
+  bool m_hasLeft = false;    ///< its wheels or the ground, and the user has been told
 };
 
 class CrawlerTracksPlugin : public CCameraPlugin {
