@@ -208,7 +208,10 @@ void CrawlerTracks::Settle(double time) {
   BuildWorld(hasFrame ? before : time);
   ReadFrame(hasFrame ? before : time, time);
   m_world->FillContacts(true);
-  StepFrame(time, false);
+  // Where nothing moves meanwhile, for as long as contacts need at the least.
+  constexpr double kLeastTime = 0.04;  // s
+  for (double t = 0.0; t == 0.0 || (!hasFrame && t < kLeastTime - kFrameTolerance); t += dt)
+    StepFrame(time, false);
   m_world->FillContacts(false);
   for (int i = 0; i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
 }
