@@ -3,11 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include <cstdlib>
-[[maybe_unused]] static double Env(const char* n, double d) {
-  const char* v = std::getenv(n);
-  return v ? atof(v) : d;
-}
 namespace orv::rws::addon {
 
 using Vector3 = Eigen::Vector3d;
