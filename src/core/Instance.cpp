@@ -140,6 +140,10 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
     case kEraseUserData:
       ClearUserData();
       return 1;
+    case kPublishOutput:
+      if (!a) return 0;
+      m_outputs.push_back(static_cast<unidevice::Property*>(a));
+      return 1;
     case kAppendControl:
       return reinterpret_cast<std::intptr_t>(
           AddControl(a ? *static_cast<const std::string*>(a) : std::string()));
@@ -164,10 +168,6 @@ void Instance::GetExtensions(std::vector<int>& out) {
 }
 
 // --- inputs and configuration ---
-
-void Instance::PublishOutput(unidevice::Property* output) {
-  if (output) m_outputs.push_back(output);
-}
 
 int Instance::PushUndo(CUndo* step) {
   if (!step) return 1;

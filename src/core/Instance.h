@@ -158,7 +158,6 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   double GetFrameDuration() override;
   void RefreshViews() override;
   int MessageBox(std::string title, std::string text, unsigned flags) override;
-  void PublishOutput(unidevice::Property* output) override;
   void RecordInputsAtStart() override { m_recordStart = true; }
 
  private:

@@ -71,8 +71,7 @@ bool Preferences::load() {
   Element root;
   const std::string problem = ReadFile(root);
   if (!problem.empty()) {
-    LogEntry(LogLevel::kWarning,
-             "The preferences can't be read, so the defaults hold: " + problem);
+    LogEntry(LogLevel::kWarning, "The preferences can't be read, so the defaults hold: " + problem);
     return false;
   }
   bool whole = root.name == kRoot;

@@ -229,7 +229,6 @@ class FakeInterface : public rws::CInterface {
     messages.push_back(text);
     return 0;
   }
-  void PublishOutput(unidevice::Property*) override {}
   void RecordInputsAtStart() override {}
 
  private:

@@ -81,15 +81,43 @@ TimeSpan spanOf(const headless::Scene& scene, const std::string& range) {
   return span;
 }
 
-void stretchRange(SceneJob& job, const TimeSpan& span) {
-  headless::Scene& scene = job.scene();
-  const TimeSpan before{scene.rangeStart(), scene.rangeEnd()};
-  const TimeSpan now{std::min(before.from, span.from), std::max(before.to, span.to)};
-  scene.setRange(now.from, now.to);
+namespace {
+
+/// The least span that has all keys and recorded inputs in it, and `span`.
+TimeSpan spanWithKeys(SceneJob& job, TimeSpan span) {
+  const auto reach = [&span](double first, double last) {
+    span = {std::min(span.from, first), std::max(span.to, last)};
+  };
+  for (const headless::SceneNode* node : job.scene().nodes())
+    for (const auto& channel : node->animation().channels)
+      if (channel && !channel->times().empty())
+        reach(channel->times().front(), channel->times().back());
+  for (const rws::core::Instance* rig : job.core().List(false))
+    for (const auto& track : rig->GetTracks())
+      if (!track.samples.empty()) reach(track.samples.front().time, track.samples.back().time);
+  return span;
+}
+
+void changeRange(SceneJob& job, const TimeSpan& before, const TimeSpan& now) {
+  job.scene().setRange(now.from, now.to);
   job.program().output().object()["playbackRange"] = {now.from, now.to};
   if (now.from == before.from && now.to == before.to) return;
   job.program().output().note("the playback range is now " + rangeText(now) + ", it was " +
                               rangeText(before));
+}
+
+}  // namespace
+
+void stretchRange(SceneJob& job, const TimeSpan& span) {
+  const TimeSpan before{job.scene().rangeStart(), job.scene().rangeEnd()};
+  changeRange(job, before, {std::min(before.from, span.from), std::max(before.to, span.to)});
+}
+
+void settleRange(SceneJob& job, const TimeSpan& before, const TimeSpan& performed) {
+  const TimeSpan keyed = spanWithKeys(job, performed);
+  changeRange(job, before,
+              {std::min(performed.from, std::max(before.from, keyed.from)),
+               std::max(performed.to, std::min(before.to, keyed.to))});
 }
 
 CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate) {

@@ -56,6 +56,9 @@ TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& r
 /// simulated must not be cut off by the next run. Tells the object of the result, and people when
 /// it changed.
 void stretchRange(SceneJob& job, const TimeSpan& span);
+/// Makes the playback range what a take performed, so that the next run repeats it and no more. Of
+/// the range `before` stays what other keys and recorded inputs reach over. Told as above.
+void settleRange(SceneJob& job, const TimeSpan& before, const TimeSpan& performed);
 
 /// `--fps`: a number or a fraction such as 30000/1001.
 CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate);

@@ -157,8 +157,7 @@ void runTakeVerb(Program& program, const TakeOptions& options) {
     frames = runTake(job, start, *options.seconds);
   }
   const TimeSpan performed{core.GetStartTime(), std::max(core.GetStartTime(), core.GetFrameTime())};
-  job.scene().setRange(range.from, range.to);  // without what it grew by during the take
-  stretchRange(job, performed);
+  settleRange(job, range, performed);
   const std::string why = "a take drops what lies behind its end";
   job.save(options.output, {why, why});
   auto& object = program.output().object();

@@ -7,7 +7,7 @@ class Program;
 
 void addInfoVerbs(Program& program);       ///< tools, info
 void addRigVerbs(Program& program);        ///< add, remove, rename, clone
-void addRowVerbs(Program& program);         ///< order, check, group
+void addRowVerbs(Program& program);        ///< order, check, group
 void addNodeVerbs(Program& program);       ///< parent, place
 void addFitVerb(Program& program);         ///< fit
 void addSettingVerbs(Program& program);    ///< set, press

@@ -17,7 +17,7 @@ enum RigExtension : int {
   kTellGround = 2,  ///< fills the GroundReport in `a` with what the rig would meet in a take that
                     ///< began now: 1
   kStandingHeight = 3,  ///< a rig that stands on its ground: `a`, a double*, gets the height of
-                         ///< its first node over its foot as they are now (m): 1
+                        ///< its first node over its foot as they are now (m): 1
 };
 
 /// One rig. The core calls it on the host's main thread; no operation may block or pump events.

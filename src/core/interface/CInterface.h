@@ -46,6 +46,11 @@ enum MessageBoxAnswer : int {
   kAnswerNo = 3,
 };
 
+/// The one numbered call of CInterface that rigs use; the others serve the core's template
+/// machinery.
+inline constexpr int kPublishOutput = 40;  ///< in Define: shows the unidevice::Property in `a`, the
+                                           ///< rig's, to others as an output
+
 /// The core as one rig sees it; implemented by the rig's instance, which outlives the rig.
 /// Operations marked elem add to the configuration tree, in the order of the calls.
 class CInterface : public CExtendable {
@@ -148,11 +153,8 @@ class CInterface : public CExtendable {
   virtual int MessageBox(std::string title, std::string text, unsigned flags) = 0;
   ~CInterface() override = default;
 
-  // Behind the slots above, whose order stays. The numbered calls of this class serve the core's
-  // template machinery alone: rigs use none.
+  // Behind the slots above, whose order stays.
 
-  /// In Define: shows a number of the rig, what `output` reads, to others. The rig's, not owned.
-  virtual void PublishOutput(unidevice::Property* output) = 0;
   /// In Start: the rig begins by its inputs, so that those at the take's start are recorded like
   /// those of its frames.
   virtual void RecordInputsAtStart() = 0;

@@ -299,7 +299,7 @@ void CCarCamObject::DefineJumps() {
 void CCarCamObject::PublishOutputs() {
   for (const char* name : kOutputs) {
     m_outputs.push_back(std::make_unique<unidevice::Property>(name));
-    m_pInterface->PublishOutput(m_outputs.back().get());
+    m_pInterface->Extension(kPublishOutput, m_outputs.back().get(), nullptr);
   }
 }
 

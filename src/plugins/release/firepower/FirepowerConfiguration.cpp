@@ -35,7 +35,7 @@ int Firepower::Define() {
   const unsigned anyKind =
       unidevice::kBinaryControl | unidevice::kFiniteControl | unidevice::kInfiniteControl;
   m_fire = m_pInterface->AddInput("Fire", anyKind);
-  m_pInterface->PublishOutput(&m_discharge);
+  m_pInterface->Extension(kPublishOutput, &m_discharge, nullptr);
   return 0;
 }
 
