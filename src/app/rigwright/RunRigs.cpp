@@ -92,7 +92,7 @@ TimeSpan spanWithKeys(SceneJob& job, TimeSpan span) {
     for (const auto& channel : node->animation().channels)
       if (channel && !channel->times().empty())
         reach(channel->times().front(), channel->times().back());
-  for (const rws::core::Instance* rig : job.core().List(false))
+  for (rws::core::Instance* rig : job.core().List(false))
     for (const auto& track : rig->GetTracks())
       if (!track.samples.empty()) reach(track.samples.front().time, track.samples.back().time);
   return span;
