@@ -48,7 +48,7 @@ void CrawlerTracks::OnCallback(std::string name) {
   if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
   const ReplayedEvent event(name);
   // A take runs on what its start found.
-  if (!event.IsReplay() && !m_inTake) RunAction(event.label);
+  if (!event.IsReplay() && !m_inTake) RunAction(std::string(event.label));
 }
 
 bool CrawlerTracks::RunAction(const std::string& label) {

@@ -33,7 +33,8 @@ void CCameraRailObject::OnCallback(std::string name) {
   if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
   const ReplayedEvent event(name);
   if (!m_ready || event.IsReplay()) return;
-  if (!RunAction(event.label)) Edit(event.label);
+  const std::string label(event.label);
+  if (!RunAction(label)) Edit(label);
   if (!m_recording) m_rail.nodeSpline.Unbind();
 }
 
