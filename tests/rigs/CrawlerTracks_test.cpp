@@ -227,8 +227,9 @@ TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeAndRepeatsBitForBit) {
 }
 
 TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWheels) {
-  const auto run = [](double fps, const std::map<std::string, double>& settings, double speed) {
-    Crawler rig(4, fps);
+  const auto run = [](int wheels, double fps, const std::map<std::string, double>& settings,
+                      double speed) {
+    Crawler rig(wheels, fps);
     if (speed == 0.0) {
       auto& ground = rig.scene().addNode("Ground");
       ground.setMesh(util::CMesh_Box(20.0, 1.0, 20.0, {0.0, -0.5, 0.0}));
@@ -240,11 +241,11 @@ TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWh
     EXPECT_TRUE(way.setKeys({0.0, 4.0}, {0.0, 0.0, 0.0, 0.0, 0.0, -4.0 * speed}));
     rig.Node("Frame").setChannel(way);
     const auto laid = rig.Places(0, 0).front();
-    const int last = static_cast<int>(1.2 * fps);
+    const int last = static_cast<int>(0.8 * fps);
     rig.Resimulate(0, last);
     EXPECT_EQ(rig.Told(), Messages{});
     const auto places = rig.Places(0, last);
-    EXPECT_LT(Farthest(places[1], laid), settings.at("SubFrames") > 10 ? 2e-3 : 1e-3) << "at first";
+    EXPECT_LT(Farthest(places[1], laid), 1e-3) << "at first";
     EXPECT_LT(Farthest(places[last], places[last - 1]), 1e-4) << "at rest";
     EXPECT_LT(Farthest(places[last], laid), 0.01) << "on its wheels and the ground";
     EXPECT_NEAR(rig.Middle(last).y, speed == 0.0 ? 0.56 : 0.44, 0.05);
@@ -255,11 +256,10 @@ TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWh
                                          {"Accuracy", accuracy},
                                          {"Flaccidity Reduction", reduction}};
   };
-  run(25.0, of(0, 100, 4, 1), 0.0);
-  run(12.0, of(1, 40, 4, 10), 0.0);
-  run(120.0, of(10, 40, 8, 1), 0.0);
-  run(25.0, of(50, 40, 8, 1), 0.0);
-  run(25.0, of(10, 40, 8, 1), 20.0);
+  run(4, 25.0, of(0, 100, 4, 1), 0.0);
+  run(2, 12.0, of(1, 40, 4, 10), 0.0);
+  run(4, 25.0, of(50, 40, 8, 1), 0.0);
+  run(4, 25.0, of(10, 40, 8, 1), 20.0);
   Crawler rig;
   rig.Set({{"Gravity", 1000}});
   rig.Create().Set({{"Accuracy", 1}});

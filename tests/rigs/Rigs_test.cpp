@@ -80,7 +80,7 @@ TEST_P(Rigs, AFixedTakeGivesTheKnownPoses) {
       {"4WheelerExt", 13110030002525125697u},
       {"Spline Speed-Controller", 10889804356967546686u},
       {"Firepower", 17595907227699037757u},
-      {"CrawlerTracks", 4674786852128072156u},
+      {"CrawlerTracks", 15225053181923617927u},
       {"HandheldCam", 17314876352522029841u},
       {"Pendulum", 6867015200588460931u},
       {"Turntable", 14490501074165224070u}};

@@ -228,30 +228,36 @@ bool CrawlerTracks::MakeSteps(Track& track, const BeltPath& path, int count) {
   return true;
 }
 
-/// Writes a settled belt to its nodes; the farthest way of a step by that (m).
-double CrawlerTracks::PlaceSteps(double time) {
+/// Writes a settled belt to its nodes.
+void CrawlerTracks::PlaceSteps(double time) {
   constexpr double kEver = -1e9;  // s; ahead of every take
+  for (std::size_t i = 0; i < m_track->steps.size(); ++i)
+    m_track->steps[i]->Place(time, StepPose(static_cast<int>(i)));
+  NoteHeldStep(kEver);
+}
+
+/// How far the world's steps are from their nodes, at most (m).
+double CrawlerTracks::FarthestStep(double time) const {
   double farthest = 0.0;
   for (std::size_t i = 0; i < m_track->steps.size(); ++i) {
-    const Track::Step& step = *m_track->steps[i];
-    const Matrix pose = StepPose(static_cast<int>(i));
-    const Vector way = pose.translation() - step.ReadMatrix(time).translation();
-    farthest = std::max(farthest, way.length());
-    step.Place(time, pose);
+    const Vector node = m_track->steps[i]->ReadMatrix(time).translation();
+    farthest = std::max(farthest, (StepPose(static_cast<int>(i)).translation() - node).length());
   }
-  NoteHeldStep(kEver);
   return farthest;
 }
 
 /// Runs a track that was laid until it rests on its wheels and on the ground that there is, so that
-/// a take begins without a drop; speeds die away meanwhile. Then takes begin, until one's first
-/// frame leaves it where it is. One that flies apart or comes off is left as it was laid.
+/// a take begins without a drop; speeds die away meanwhile. Then takes begin, each where the one
+/// before has led: steps that a wheel presses on the ground may skip from one hold to another as
+/// their contacts are found anew. The first whose frame leaves the belt where it is has its
+/// beginning kept, and is what a take will find. One that flies apart or comes off is left as it
+/// was laid.
 void CrawlerTracks::SettleTrack() {
   constexpr double kStill = 1e-3;    // speed of the fastest step (units of the Frame per second)
   constexpr double kLongest = 6.0;   // s
   constexpr double kCalming = 8.0;   // 1/s; about critical for the swing of a run between wheels
-  constexpr double kInPlace = 1e-4;  // units of the Frame
-  constexpr int kMostBeginnings = 3;
+  constexpr double kInPlace = 8e-4;  // units of the Frame
+  constexpr int kMostBeginnings = 16;
   const double now = m_pInterface->GetTime();
   groundExist = m_gravityDirection.HasMesh(now);
   m_turn = 0.0;
@@ -263,9 +269,9 @@ void CrawlerTracks::SettleTrack() {
     StepPart(0.0, 0.0);
     top = m_world->GetTopSpeed();
   }
-  for (int i = 0;
-       IsWhole() && !HasLeft() && PlaceSteps(now) > kInPlace * m_scale && i < kMostBeginnings;
-       ++i) {
+  for (int i = 0; i <= kMostBeginnings && IsWhole() && !HasLeft(); ++i) {
+    if (i > 0 && FarthestStep(now) < kInPlace * m_scale) break;
+    PlaceSteps(now);
     Settle(now);
     StepFrame(now, false);
   }

@@ -147,7 +147,8 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   bool DropTrack();
   bool MakeSteps(Track& track, const BeltPath& path, int count);
   void SettleTrack();
-  double PlaceSteps(double time);
+  void PlaceSteps(double time);
+  double FarthestStep(double time) const;
   void ShowWheels();
 
   // Layout.
