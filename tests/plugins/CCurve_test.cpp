@@ -144,6 +144,12 @@ TEST(CCurve, SegmentsOfUnevenLengthAllHaveSamplesAndNoCurveHasTooMany) {
       EXPECT_GE(curve.SampleCount() / sum, 16.0) << count << " points, short at " << shortAt;
     }
   }
+  // The longest chord times the density over the first one, or 64 to a segment where that is more,
+  // and beside those one for each end and control point.
+  EXPECT_EQ(Through({{0, 0, 0}, {2, 0, 0}, {5, 0, 0}, {9.001, 0, 0}}, false).SampleCount(), 2004u);
+  CCurve even;
+  for (int i = 0; i <= 20; ++i) even.AddPoint({1.0 * i, 0, 0}, 1.0, 1.0);
+  EXPECT_EQ(even.SampleCount(), 20u * 64 + 1 + 20);
   // The first chord decides: next to nothing there is too much, while a later one has to be nearer
   // to nothing still.
   EXPECT_EQ(Through({{0, 0, 0}, {1e-3, 0, 0}, {9, 0, 0}}, false).State(),

@@ -103,6 +103,16 @@ TEST(FilterCameras, SteadyCamApproachesARestingTargetByTheClosedFormAtAnyRate) {
   }
 }
 
+TEST(FilterCameras, SteadyCamComesFromAnExactHalfTurnAlwaysOnTheSameSide) {
+  CSteadyCamPlugin plugin;
+  FakeWorld world(plugin);
+  world.rig->Create();
+  Matrix& rest = world.Node("FollowCam").rest;
+  rest[0] = rest[10] = -1.0;
+  world.Take(0, 10);
+  for (int i = 1; i <= 10; ++i) EXPECT_LT(AngleY(world.Node("FollowCam").World(i * 0.04)), 0.0);
+}
+
 /// Both cameras, by the kind.
 class Both : public testing::TestWithParam<CCameraPlugin*> {};
 CMotionFilterCamPlugin g_motionFilter;

@@ -626,6 +626,20 @@ TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
   for (const char* value : {"stepDescInfo", "stepBodyDescInfo", "linVelocity", "angVelocity"})
     EXPECT_EQ(opened("track", value), (Messages{"Could not load Step", again})) << value;
   EXPECT_EQ(opened("crawlerTracks", "gravity"), Messages{again});
+  // Next to none of these is brought to the least that a user can set.
+  FakeWorld loose(Kind("CrawlerTracks"));
+  EXPECT_EQ(loose.rig->Create(), 0);
+  for (const std::string way : {"Bending", "Displacement", "Twist"}) {
+    for (const char* what : {" Stiffness", " Damping"}) {
+      for (const double value : {0.0099, 0.0105}) {
+        *loose.core.Find(way + what).number = value;
+        int restored = 1;
+        const auto other = loose.Reopen(loose.Save(), restored);
+        EXPECT_EQ(restored, 0);
+        EXPECT_EQ(*other->core.Find(way + what).number, std::max(value, 0.01)) << way << what;
+      }
+    }
+  }
 
   for (const auto& [node, text] : {std::pair{"step002", "Error when updating, can't find steps."},
                                    {"bogie01", "Could not create an actor, no wheelNode"}}) {
