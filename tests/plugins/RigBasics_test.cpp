@@ -36,10 +36,7 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
                                                      Quat::fromRotationVector({0, i * 0.02, 0})}
                                 .toMatrix();
     for (auto& element : world->core.elements) {
-      const auto ends = [&](const std::string& end) {
-        return element.label.size() > end.size() &&
-               element.label.compare(element.label.size() - end.size(), end.size(), end) == 0;
-      };
+      const auto ends = [&](const char* end) { return tests::EndsWith(element.label, end); };
       if (ends(" Response Factor") && element.max == 1.0) *element.number = 0.3;
       if (ends(" Change Limit")) *element.number = 4.0;
       if (ends(" Integrate")) *element.flag = true;
@@ -107,12 +104,7 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
 };
 
 INSTANTIATE_TEST_SUITE_P(RigBasics, RigBasics, testing::ValuesIn(tests::AllKinds()),
-                         [](const auto& kind) {
-                           std::string name = "Rig" + kind.param->GetId();
-                           for (char& c : name)
-                             if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-                           return name;
-                         });
+                         [](const auto& kind) { return tests::TestName(kind.param->GetId()); });
 
 TEST_P(RigBasics, RetakesGoOnAsIfNothingHadHappenedAndUndoRestoresTheSavedState) {
   for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {

@@ -134,11 +134,7 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
           rail.Path({{0, 0, 0}, {length / 7, 0, 0}, {length, 0, 0}}, false, pose);
           rail.WaypointsAt({0, 100});
         }
-        rail.scene().find("Rig_CarriageNode")->setPose(hl::decompose([] {
-          Matrix big;
-          big.setRowLengths({3, 3, 3});
-          return big;
-        }()));
+        rail.scene().find("Rig_CarriageNode")->setPose({{}, {}, {3, 3, 3}});
         rail.Edit("Selected Speed Units", unit);
         rail.Select(0, "Speed=12");
         rail.Resimulate(0, 250);

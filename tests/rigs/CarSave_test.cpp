@@ -54,6 +54,21 @@ class Opened {
   std::unique_ptr<FakeWorld> m_opened;
 };
 
+/// Saves, and opens the data as that of `version` without these keys. Answers what was saved.
+DataChunk ReopenAs(CarScene& car, int version, const std::vector<std::string>& without) {
+  EXPECT_EQ(car.rig->GetRig()->Store(), 0);
+  int size = 0;
+  const void* data = car.rig->GetUserData(&size);
+  DataChunk chunk(data, static_cast<std::size_t>(size));
+  const DataChunk saved = chunk;
+  for (const std::string& key : without) Opened::Forget(chunk, key);
+  chunk.name = "CarCamDataChunk" + std::to_string(version);
+  const auto bytes = chunk.flatten();
+  car.rig->SetUserData(bytes.data(), static_cast<int>(bytes.size()));
+  EXPECT_EQ(car.rig->GetRig()->Restore(), 0);
+  return saved;
+}
+
 TEST(CarSave, PresentDataKeepsEveryValue) {
   Opened car(8148);
   EXPECT_EQ(car.restored, 0);
@@ -110,18 +125,7 @@ TEST(CarSave, DataOfOldCarsNeverLeavesTheGround) {
   for (const bool old : {false, true}) {
     CarScene car;
     car.AddGround(GridMesh(cliff, Rows(-20, 20, 2), {-90, -10.0005, -10, 20}));
-    if (old) {
-      ASSERT_EQ(car.rig->GetRig()->Store(), 0);
-      int size = 0;
-      const void* data = car.rig->GetUserData(&size);
-      DataChunk chunk(data, static_cast<std::size_t>(size));
-      Opened::Forget(chunk, "bGroundReleaseOn");
-      Opened::Forget(chunk, "cCarCambGravityOn");
-      chunk.name = "CarCamDataChunk8130";
-      const auto bytes = chunk.flatten();
-      car.rig->SetUserData(bytes.data(), static_cast<int>(bytes.size()));
-      ASSERT_EQ(car.rig->GetRig()->Restore(), 0);
-    }
+    if (old) ReopenAs(car, 8130, {"bGroundReleaseOn", "cCarCambGravityOn"});
     car.Drive(6, {{kGas, PressedSoon(1)}});
     EXPECT_EQ(std::count(car.air.begin(), car.air.end(), 15) == 0, old);
     EXPECT_NEAR(car.At("WheelMesh_FL", 150).y, CarScene::kRadius - 3.0, 2e-3) << old;
@@ -137,16 +141,7 @@ TEST(CarSave, AStoredGroundIsReadFromVersion8143On) {
     auto& ground = car.AddGround(GridMesh(Flat, Rows(-20, 20, 2), Rows(-20, 20, 2)));
     ground.setPose({{0, 2, 0}, {}, {1, 1, 1}});
     car.Edit("Store Ground Mesh Data", 1);
-    ASSERT_EQ(car.rig->GetRig()->Store(), 0);
-    int size = 0;
-    const void* data = car.rig->GetUserData(&size);
-    DataChunk chunk(data, static_cast<std::size_t>(size));
-    EXPECT_TRUE(chunk.hasChunk("mBulletGroundMesh"));
-    Opened::Forget(chunk, key);
-    chunk.name = "CarCamDataChunk" + std::to_string(version);
-    const auto bytes = chunk.flatten();
-    car.rig->SetUserData(bytes.data(), static_cast<int>(bytes.size()));
-    ASSERT_EQ(car.rig->GetRig()->Restore(), 0);
+    EXPECT_TRUE(ReopenAs(car, version, {key}).hasChunk("mBulletGroundMesh"));
     EXPECT_EQ(car.Setting("Store Ground Mesh Data"), kept) << version << key;
   }
 }

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <QCoreApplication>
-
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -25,6 +23,7 @@
 #include "core/Instance.h"
 #include "plugins/release/all/AllRigs.h"
 #include "plugins/release/templatetool/templatetool_CTemplateObject.h"
+#include "support/QtApplication.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 #include "util/CMesh_Box.h"
@@ -40,7 +39,6 @@ class RigScene {
   RigScene(const std::string& kind, double fps,
            const std::vector<rws::CCameraPlugin*>& kinds = rws::addon::AllRigs())
       : session(kinds, rws::addon::MakeTemplatePlugin) {
-    StartQt();
     session.GetCore().runEventQueue = [] {};
     scene().setFrameRate(fps);
     scene().setRange(0.0, 8.0);
@@ -208,13 +206,6 @@ class RigScene {
   rws::core::Instance* rig = nullptr;
 
  private:
-  /// Timers of the core want an application; no event loop runs.
-  static void StartQt() {
-    static int count = 1;
-    static char name[] = "test_rigs";
-    static char* names[] = {name, nullptr};
-    static QCoreApplication application(count, names);
-  }
   void BindSticks() {
     m_sticks.clear();
     auto& inputs = rig->GetProperties();

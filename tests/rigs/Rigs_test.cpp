@@ -20,13 +20,9 @@ class Rigs : public testing::TestWithParam<std::string> {
     if (GetParam() == "CrawlerTracks") world->LayTrack();
     for (auto* element : world->rig->GetConfig().elements()) {
       const std::string& label = element->label();
-      const auto ends = [&](const std::string& end) {
-        return label.size() > end.size() &&
-               label.compare(label.size() - end.size(), end.size(), end) == 0;
-      };
-      if (ends(" Change Limit")) world->Edit(label, "4");
-      if (ends(" Integrate")) world->Edit(label, "1");
-      if (ends("Transl Response Factor")) world->Edit(label, "0.3");
+      if (EndsWith(label, " Change Limit")) world->Edit(label, "4");
+      if (EndsWith(label, " Integrate")) world->Edit(label, "1");
+      if (EndsWith(label, "Transl Response Factor")) world->Edit(label, "0.3");
     }
     return world;
   }
@@ -43,12 +39,8 @@ std::vector<std::string> Kinds() {
   for (auto* kind : AllKinds()) kinds.push_back(kind->GetId());
   return kinds;
 }
-INSTANTIATE_TEST_SUITE_P(Rigs, Rigs, testing::ValuesIn(Kinds()), [](const auto& kind) {
-  std::string name = "Rig" + kind.param;
-  for (char& c : name)
-    if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-  return name;
-});
+INSTANTIATE_TEST_SUITE_P(Rigs, Rigs, testing::ValuesIn(Kinds()),
+                         [](const auto& kind) { return TestName(kind.param); });
 
 TEST_P(Rigs, AResimulationRepeatsATakeBitForBitAlsoInAReopenedScene) {
   for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -45,6 +46,19 @@ inline std::vector<rws::CCameraPlugin*> AllKinds() {
   std::vector<rws::CCameraPlugin*> kinds = rws::addon::AllRigs();
   for (rws::CCameraPlugin* kind : ShippedTemplates()) kinds.push_back(kind);
   return kinds;
+}
+
+/// A kind's id as the name of an instantiated test.
+inline std::string TestName(std::string id) {
+  for (char& c : id)
+    if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+  return "Rig" + id;
+}
+
+/// Whether there is more to a label than this end.
+inline bool EndsWith(const std::string& label, const std::string& end) {
+  return label.size() > end.size() &&
+         label.compare(label.size() - end.size(), end.size(), end) == 0;
 }
 
 }  // namespace orv::tests
