@@ -184,9 +184,20 @@ TEST(CarRigging, AnEmptyMeshHoldsNothingAndIsRefusedByTheFastCaster) {
   EXPECT_EQ(fast.messages[0],
             "UNSUPPORTED SURFACE TYPE: Support for this kind of surface has not yet been "
             "implemented for FAST RAYCAST for this adaptor. Fast raycast is therefore "
-            "cancelled.\nContact support for more information on this issue.");
+            "cancelled.\nContact support for more information on this issue.\n\nSurface: Ground");
   EXPECT_EQ(fast.Setting("Use Fast Ray Cast"), 0);
   EXPECT_EQ(fast.Setting("Ray Multiplier"), 1);
+
+  // A stored mesh doesn't hide such a parent, and carries the car all the same.
+  CarScene stored;
+  CarScene::Node& ground = stored.AddGround(Floor());
+  stored.Edit("Use Fast Ray Cast", 1);
+  stored.Edit("Store Ground Mesh Data", 1);
+  ground.setMesh(util::CMesh());
+  stored.Drive(2, {});
+  EXPECT_EQ(stored.messages, fast.messages);
+  EXPECT_EQ(stored.Setting("Use Fast Ray Cast"), 0);
+  EXPECT_NEAR(stored.At("CarBodyMesh", 50).y, CarScene::kRestHeight, 0.02);
 }
 
 }  // namespace

@@ -247,11 +247,13 @@ void CCarCam::Fall(double dt) {
   m_drops = {};
   if (IsFlying()) return;
   const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
-  Vector corner[kWheelCount], fallen[kWheelCount];
+  m_fallUp = up;
+  Vector fallen[kWheelCount];
   bool falls = false;
   for (int i = 0; i < kWheelCount; ++i) {
     const CarWheelState& wheel = state.wheels[i];
-    corner[i] = fallen[i] = GetCorner(i);
+    closingSpeed[i] = wheel.fallSpeed;
+    m_lastCorner[i] = fallen[i] = GetCorner(i);
     if (wheel.fallSpeed <= 0.0) continue;
     falls = true;
     m_drops[i] = PlanDrop(wheel.fallSpeed, wheel.clearance, dt);
@@ -260,7 +262,7 @@ void CCarCam::Fall(double dt) {
   if (!falls) return;
   LayBase(fallen, up, state.base.position, up);
   // The chassis is stiff: what it makes of four falls is not each of them.
-  for (int i = 0; i < kWheelCount; ++i) m_drops[i].made = (corner[i] - GetCorner(i)).dot(up);
+  for (int i = 0; i < kWheelCount; ++i) m_drops[i].made = (m_lastCorner[i] - GetCorner(i)).dot(up);
 }
 
 void CCarCam::TakeOff(double h) {
@@ -666,7 +668,7 @@ void CCarCam::FindCorners(double dt, const Vector& up, Vector corner[kWheelCount
       continue;
     }
     if (wheel.fallSpeed > 0.0) {
-      landing.speed[i] = isOpen ? wheel.fallSpeed : GetClosingSpeed(i, up, dt);
+      landing.speed[i] = isOpen ? wheel.fallSpeed : closingSpeed[i];
       landing.braked[i] = -landing.speed[i] * (1.0 - m_drops[i].speedLeft);
       landing.lifted[i] = std::max(0.0, height[i]);
     }
@@ -685,19 +687,17 @@ bool CCarCam::IsCarried(int wheel, double height) const {
   return height + std::max(0.0, drop.free - drop.made) >= -kTouch * geometry.scale;
 }
 
-/// Speed at which a falling corner meets the ground in this frame (m/s): that of its fall so far,
-/// of what the car's own way brings it nearer to the slope below, and of the fall in the part of
-/// the frame before the contact.
-double CCarCam::GetClosingSpeed(int wheel, const Vector& up, double dt) const {
-  const CarWheelState& w = state.wheels[wheel];
-  const double g = GetFallAcceleration();
-  const Vector& normal = groundNormal[wheel];
-  const double slant = normal.dot(up);
-  double speed = w.fallSpeed;
-  // A wall is not what it falls on.
-  if (slant > 0.5) speed -= state.qTransCarAbsIncr.position.dot(normal) / SubStepLength(dt) / slant;
-  speed = std::max(0.0, speed);
-  return std::min(std::sqrt(speed * speed + 2.0 * g * w.clearance), speed + g * dt);
+bool CCarCam::ComesDown(int wheel) const {
+  if (IsFlying() || state.wheels[wheel].fallSpeed <= 0.0) return false;
+  const Vector up = state.base.rotation.rotate({0.0, 1.0, 0.0});
+  return IsCarried(wheel, (groundBelow[wheel] - state.base.position).dot(up));
+}
+
+CCarCam::Vector CCarCam::GetFallPoint(int wheel, double time, double dt) const {
+  const Vector& from = m_lastCorner[wheel];
+  const Vector moved = GetCorner(wheel) + m_fallUp * m_drops[wheel].made - from;
+  const double speed = state.wheels[wheel].fallSpeed + GetFallAcceleration() * time * 0.5;
+  return from + moved * (time / dt) - m_fallUp * (speed * time);
 }
 
 /// Keeps a corner without ground on the plane of those that carry the chassis. Where the ground is

@@ -68,6 +68,12 @@ class CCarCam {
   /// Length of a wheel's spring: the height of the wheel's attachment on the body over the wheel,
   /// both counted from rest (m).
   double GetCompression(int wheel) const;
+  /// Whether the falling corner of the chassis over a wheel comes down on `groundBelow` in this
+  /// frame.
+  bool ComesDown(int wheel) const;
+  /// Where that corner would be `time` seconds into the frame of `dt` without any ground (world).
+  Vector GetFallPoint(int wheel, double time, double dt) const;
+  const Vector& GetFallUp() const { return m_fallUp; }  ///< unit, against this frame's falls
   /// Turn of the wheel and its spin against the body; the spin acts first.
   Quat GetWheelTurn(int wheel) const;
   /// Behind the base's origin (m): the point that the car turns about stands on a line through it.
@@ -86,7 +92,8 @@ class CCarCam {
   ExternalForce externalForce;
   /// Where each wheel's bottom would stand on the ground below it; far down where there is none.
   Vector groundBelow[kWheelCount];
-  Vector groundNormal[kWheelCount];        ///< unit, below each wheel's middle
+  /// Speed of each corner that comes down (m/s), where it meets the ground against that.
+  std::array<double, kWheelCount> closingSpeed{};
   std::array<double, kWheelCount> spin{};  ///< of each wheel in this frame (rad)
 
  private:
@@ -144,7 +151,6 @@ class CCarCam {
   // FitBase
   void FindCorners(double dt, const Vector& up, Vector corner[kWheelCount]);
   bool IsCarried(int wheel, double height) const;
-  double GetClosingSpeed(int wheel, const Vector& up, double dt) const;
   void Hold(int wheel, unsigned open, double dt, const Vector& up, double height[kWheelCount],
             Vector corner[kWheelCount]);
   void KeepFalling(int wheel, double lowered);
@@ -167,6 +173,8 @@ class CCarCam {
   double m_stiffness[2] = {0.0, 0.0};         ///< front and back, as this frame uses them
   double m_damping[2] = {0.0, 0.0};
   std::array<Drop, kWheelCount> m_drops;    ///< of this frame
+  Vector m_lastCorner[kWheelCount];         ///< before this frame's motion
+  Vector m_fallUp;                          ///< unit: against the drops
   std::array<bool, kWheelCount> m_falls{};  ///< corners that fall on in the next one
   double m_burnoutTilt = 0.0;               ///< torque of a burnout (kg m²/s²)
 };

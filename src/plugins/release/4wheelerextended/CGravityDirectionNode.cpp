@@ -44,16 +44,21 @@ CGravityDirectionNode::~CGravityDirectionNode() = default;
 
 // --- capture ---
 
-void CGravityDirectionNode::RefuseUnsupportedSurface() {
+void CGravityDirectionNode::RefuseUnsupportedSurface(CNode& parent) {
+  std::string name;
+  parent.Extension(kReadName, &name, nullptr);
   Core().MessageBox(
       "UNSUPPORTED SURFACE TYPE",
       "Support for this kind of surface has not yet been implemented for FAST RAYCAST for this "
       "adaptor. Fast raycast is therefore cancelled.\nContact support for more information on "
-      "this issue.",
+      "this issue.\n\nSurface: " +
+          name,
       kButtonsOk);
   m_settings.bUseStaticMesh = false;
   // Meant: many rays through the host are slow.
   m_settings.iRayMultiplier = 1;
+  // A stored mesh goes on carrying the car, by its tree.
+  BuildTree();
   Core().RefreshConfig();
 }
 
@@ -71,7 +76,7 @@ util::CMesh CGravityDirectionNode::ParentMesh(CNode& parent, double time, Matrix
 void CGravityDirectionNode::CaptureSurfaces(double time) {
   CInterface& core = Core();
   m_parentIsOwn = false;
-  if (HasStoredMesh())
+  if (HasStoredMesh() && !m_settings.bUseStaticMesh)
     m_group.Release();
   else
     CaptureGroup(time);
@@ -80,15 +85,19 @@ void CGravityDirectionNode::CaptureSurfaces(double time) {
   if (parent) {
     m_parentIsOwn = IsOwn(*parent);
     bool isMesh = false;
-    if (m_settings.bUseStaticMesh && !HasStoredMesh() && !m_parentIsOwn) {
+    // Whichever parent it is, and also where a stored mesh or the children are the ground: so the
+    // user hears of a gravity node that hangs on the wrong one.
+    if (m_settings.bUseStaticMesh) {
       ground.mesh = ParentMesh(*parent, time, ground.pose, isMesh);
-      if (ground.mesh.vertices.empty()) RefuseUnsupportedSurface();
+      if (ground.mesh.vertices.empty()) RefuseUnsupportedSurface(*parent);
+      if (m_parentIsOwn) ground = {};
     }
     core.ReleaseNode(static_cast<CExtendable*>(parent));
   }
 
   mParentMesh.clear();
   if (HasStoredMesh()) {
+    m_group.Release();
     mParentMesh.push_back(mBulletGroundMesh);
     m_parentIsOwn = false;
   } else {

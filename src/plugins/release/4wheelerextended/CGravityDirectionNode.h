@@ -82,7 +82,7 @@ class CGravityDirectionNode : public SurfaceNode {
     util::CMesh mesh;
     Matrix pose;
   };
-  void RefuseUnsupportedSurface();
+  void RefuseUnsupportedSurface(CNode& parent);
   util::CMesh ParentMesh(CNode& parent, double time, Matrix& pose, bool& isMesh);
   /// `parent` is that of the parent where it is ground.
   void BuildFastGround(double time, Surface parent);

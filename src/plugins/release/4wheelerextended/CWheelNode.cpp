@@ -27,6 +27,12 @@ constexpr double kMostClimb = 2.0;
 constexpr double kRayLength = 1000.0;
 /// Cosine against the suspension line of the steepest ground that a wheel goes along.
 constexpr double kSlantest = 0.5;
+/// Sine of the steepest way that is not a wall's.
+constexpr double kSteepest = 0.866;
+/// At most so many looks at the ground on the way of a falling wheel in one frame, and then so many
+/// halvings of what is between two of them.
+constexpr double kMostLooks = 60.0;
+constexpr int kHalvings = 4;
 /// Part of its radius by which a tire may sink in.
 constexpr double kMostGive = 0.9;
 /// Room round a wheel, in radii, within which it may be lifted before its neighbourhood is taken
@@ -96,12 +102,10 @@ void CWheelNode::Update(double time) {
   if (surfaces == 0) {
     drop = StandOnPlane();
     m_car.groundBelow[m_index] = GroundAt(drop);
-    m_car.groundNormal[m_index] = m_normal;
   } else {
     double lastDrop =
         wasInTheAir ? restHeight - wheel.localHeight : (m_line.rest - wheel.centre).dot(m_line.y);
     drop = FindDrop(lastDrop, lastY);
-    m_car.groundNormal[m_index] = m_normal;
     // Below a chassis that falls, the ground need not stand square to the suspension.
     const double slant = m_normal.dot(m_line.y);
     if (!wasInTheAir && wheel.released != 0.0 && slant > kSlantest)
@@ -111,9 +115,8 @@ void CWheelNode::Update(double time) {
     // A tire that comes down out of the air lands; it doesn't hover above the ground.
     if (!wasInTheAir || drop < lastDrop) drop = RespondToEdges(drop, lastDrop);
   }
-  drop = Release(drop);
-
-  MoveTo(drop);
+  if (m_car.ComesDown(m_index)) m_car.closingSpeed[m_index] = FindClosingSpeed();
+  MoveTo(Release(drop));
 }
 
 /// Stands the wheel at `drop` on this frame's line.
@@ -309,6 +312,66 @@ double CWheelNode::RespondToEdges(double drop, double lastDrop) const {
   util::lowPassClamped(followed, drop, m_settings.fSurfaceEdgeResponseFactor, 0.0, GetDt());
   // However soft, a tire gives by no more than there is of it.
   return std::min(followed, drop + kMostGive * m_line.radius);
+}
+
+/// Height of a point over the ground that is below it against `up`.
+double CWheelNode::HeightOver(const Vector& point, const Vector& up) const {
+  const double slope = up.y;
+  if (m_ground.GetSurfaceCount() == 0) return slope == 0.0 ? 0.0 : point.y / slope;
+  // From where the ground is still below that the point has entered.
+  const double raised = m_car.geometry.scale;
+  const double length = (m_settings.fRelMaxBumperLen + 1.0) * m_line.radius * kRayLength;
+  double height = m_car.geometry.scale * kNoGround;
+  for (int surface = 0; surface < m_ground.GetSurfaceCount(); ++surface) {
+    GroundHit hit;
+    if (m_ground.Cast(surface, point + up * raised, -up, length, hit))
+      height = std::min(height, hit.distance - raised);
+  }
+  return height;
+}
+
+/// Speed against the ground (m/s) at which the corner of the chassis meets it: that of its fall
+/// and of the car's own way to the ground that rises or sinks below it. In one frame that way may
+/// lead over many slopes, so it is followed down to the one of the contact, from where
+/// sqrt(v² + 2 g d) holds.
+double CWheelNode::FindClosingSpeed() const {
+  const double dt = GetDt(), g = m_car.GetFallAcceleration();
+  const Vector& up = m_car.GetFallUp();
+  struct Look {
+    double time;
+    Vector point;
+    double height;
+  };
+  const auto look = [&](double time) {
+    const Vector point = m_car.GetFallPoint(m_index, time, dt);
+    return Look{time, point, HeightOver(point, up)};
+  };
+  Look above = look(0.0), below = look(dt);
+  // No farther apart than the tire is wide: between two looks it rolls over what is there.
+  const Vector way = below.point - above.point;
+  const double length = (way - up * way.dot(up)).length();
+  const int looks = static_cast<int>(std::min(length / m_line.radius, kMostLooks));
+  for (int i = 1; i <= looks; ++i) {
+    const Look next = look(dt * i / (looks + 1));
+    if (above.height <= 0.0 || next.height <= 0.0) {
+      below = next;
+      break;
+    }
+    above = next;
+  }
+  for (int i = 0; i < kHalvings && looks > 0 && above.height > 0.0; ++i) {
+    const Look middle = look((above.time + below.time) * 0.5);
+    (middle.height > 0.0 ? above : below) = middle;
+  }
+  const double part = below.time - above.time;
+  double speed = (above.height - below.height) / part - g * part * 0.5;
+  // A wall is not what it falls on.
+  const Vector along = (below.point - up * below.height) - (above.point - up * above.height);
+  if (along.dot(up) > along.length() * kSteepest)
+    speed = m_car.state.wheels[m_index].fallSpeed + g * above.time;
+  speed = std::max(0.0, speed);
+  return std::min(std::sqrt(speed * speed + 2.0 * g * std::max(0.0, above.height)),
+                  speed + g * part);
 }
 
 /// A wheel drops no farther than its suspension, and no faster than it extends. It may rise as fast

@@ -78,6 +78,8 @@ class CWheelNode : public RigMeshNode {
   void PlanExtraRays();
   void MoveTo(double drop);
   double RespondToEdges(double drop, double lastDrop) const;
+  double HeightOver(const Vector& point, const Vector& up) const;
+  double FindClosingSpeed() const;
   double Release(double drop);
   double GetDt() const;
   util::Matrix<double> Pose(const Quat& rotation, const Vector& centre) const;

@@ -106,8 +106,8 @@ struct CarSettings {
   double dBurnoutFadeoutFactor = 0.99;  ///< per sub-step
   int iRandomSeedAdder = 0;
   double dWorldAvoidanceSphereRadius = 0.0;  ///< body scales, 0 is off
-  double dWheelRadiusMult = 0.95;
-  double fGravity = 1.0;      ///< of the lean on slopes
+  double dWheelRadiusMult = 0.95;            ///< a new car's is the Start Profile's, and not 1
+  double fGravity = 1.0;                     ///< of the lean on slopes
   double dJumpGravity = 1.0;  ///< of a fall: 1 is the earth's for the car as it is created
   // Wheel ground release
   bool bGroundReleaseOn = true;
