@@ -176,17 +176,21 @@ TEST(CarRigging, AnEmptyMeshHoldsNothingAndIsRefusedByTheFastCaster) {
     EXPECT_TRUE(car.messages.empty());
     ExpectFinite(car, 50);
   }
-  CarScene fast;
-  fast.AddGround({});
-  fast.Edit("Use Fast Ray Cast", 1);
-  fast.Drive(2, {});
-  ASSERT_EQ(fast.messages.size(), 1u);
-  EXPECT_EQ(fast.messages[0],
-            "UNSUPPORTED SURFACE TYPE: Support for this kind of surface has not yet been "
-            "implemented for FAST RAYCAST for this adaptor. Fast raycast is therefore "
-            "cancelled.\nContact support for more information on this issue.\n\nSurface: Ground");
-  EXPECT_EQ(fast.Setting("Use Fast Ray Cast"), 0);
-  EXPECT_EQ(fast.Setting("Ray Multiplier"), 1);
+  std::vector<std::string> told;
+  {
+    CarScene fast;
+    fast.AddGround({});
+    fast.Edit("Use Fast Ray Cast", 1);
+    fast.Drive(2, {});
+    ASSERT_EQ(fast.messages.size(), 1u);
+    EXPECT_EQ(fast.messages[0],
+              "UNSUPPORTED SURFACE TYPE: Support for this kind of surface has not yet been "
+              "implemented for FAST RAYCAST for this adaptor. Fast raycast is therefore "
+              "cancelled.\nContact support for more information on this issue.\n\nSurface: Ground");
+    EXPECT_EQ(fast.Setting("Use Fast Ray Cast"), 0);
+    EXPECT_EQ(fast.Setting("Ray Multiplier"), 1);
+    told = fast.messages;
+  }
 
   // A stored mesh doesn't hide such a parent, and carries the car all the same.
   CarScene stored;
@@ -195,7 +199,7 @@ TEST(CarRigging, AnEmptyMeshHoldsNothingAndIsRefusedByTheFastCaster) {
   stored.Edit("Store Ground Mesh Data", 1);
   ground.setMesh(util::CMesh());
   stored.Drive(2, {});
-  EXPECT_EQ(stored.messages, fast.messages);
+  EXPECT_EQ(stored.messages, told);
   EXPECT_EQ(stored.Setting("Use Fast Ray Cast"), 0);
   EXPECT_NEAR(stored.At("CarBodyMesh", 50).y, CarScene::kRestHeight, 0.02);
 }
