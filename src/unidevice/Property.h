@@ -66,15 +66,16 @@ class Property : public ControlTarget {
   /// control of no device stands in for it, the `control` child is the one last loaded or saved.
   void save(util::xml::Tag& tag) const;
 
+  // What every frame reads lies together.
+  Control* control = nullptr;  ///< bound control; set it by `bind`
+  double multiplier = 1.0;
+  double exponent = 1.0;
+  double deadzone = 0.1;           ///< raw magnitude up to which nothing happens
+  double offset = 0.0;             ///< added last; the value without a control
   std::vector<FFEffect*> effects;  ///< owned
-  Control* control = nullptr;      ///< bound control; set it by `bind`
   std::string name;                ///< key in profiles
   std::string displayName;         ///< for people
   std::uint32_t flags = 0;         ///< bits of ControlKind that this input accepts
-  double multiplier = 1.0;
-  double exponent = 1.0;
-  double deadzone = 0.1;  ///< raw magnitude up to which nothing happens
-  double offset = 0.0;    ///< added last; the value without a control
   /// The `control` element as last loaded or saved; its name is empty if there is none.
   mutable util::xml::Tag savedControl;
 };

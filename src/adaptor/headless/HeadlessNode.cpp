@@ -72,7 +72,7 @@ double& Value(Lens& lens, LensValue which) {
 }  // namespace
 
 HeadlessNode::HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode, int number)
-    : m_adaptor(adaptor), m_sceneNode(&sceneNode) {
+    : m_sceneNode(&sceneNode), m_adaptor(adaptor) {
   name = sceneNode.name();
   id = number;
 }
@@ -287,7 +287,7 @@ bool HeadlessNode::GetLocal(double time, Matrix<double>& local) const {
     return true;
   }
   const int sample = SampleAt(time);
-  if (sample >= 0) local = compose(recordedLocal[static_cast<std::size_t>(sample)]);
+  if (sample >= 0) local = compose(recorded[static_cast<std::size_t>(sample)].local);
   return sample >= 0;
 }
 
@@ -298,24 +298,30 @@ bool HeadlessNode::HoldsStart(double time) const {
   return m_writtenByRig && time > bufferedFrom;
 }
 
+std::size_t HeadlessNode::FirstFrom(double time) const {
+  const auto first =
+      std::lower_bound(recorded.begin(), recorded.end(), time,
+                       [](const Sample& sample, double t) { return sample.time < t; });
+  return static_cast<std::size_t>(first - recorded.begin());
+}
+
 /// The sample of exactly this time, or the last one behind it; -1 between two samples.
 int HeadlessNode::SampleAt(double time) const {
-  const int last = static_cast<int>(recordedTimes.size()) - 1;
-  if (time >= recordedTimes[static_cast<std::size_t>(last)]) return last;
-  if (last > 0 && time == recordedTimes[static_cast<std::size_t>(last) - 1]) return last - 1;
-  const auto found = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
-  return *found == time ? static_cast<int>(found - recordedTimes.begin()) : -1;
+  const int last = static_cast<int>(recorded.size()) - 1;
+  if (time >= recorded[static_cast<std::size_t>(last)].time) return last;
+  if (last > 0 && time == recorded[static_cast<std::size_t>(last) - 1].time) return last - 1;
+  const std::size_t found = FirstFrom(time);
+  return recorded[found].time == time ? static_cast<int>(found) : -1;
 }
 
 Matrix<double> HeadlessNode::GetRecordedBetween(double time) {
   HeadlessNode* const parent = GetParentNode();
-  const auto behind = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
-  const auto sample = [&](std::size_t i) {
-    const double at = recordedTimes[i];
-    const Matrix<double> local = compose(recordedLocal[i]);
+  const std::size_t i = FirstFrom(time);
+  const auto sample = [&](std::size_t index) {
+    const auto& [at, own] = recorded[index];
+    const Matrix<double> local = compose(own);
     return util::AVar_Matrix<double>::Sample{at, parent ? parent->GetWorldPose(at) * local : local};
   };
-  const auto i = static_cast<std::size_t>(behind - recordedTimes.begin());
   if (i == 0) return sample(0).value;
   util::AVar_Matrix<double>::Sample out;
   return util::AVar_Matrix<double>().interpolate(out, sample(i - 1), sample(i), time).value;
@@ -358,8 +364,7 @@ void HeadlessNode::WriteStatic(double time, const Trs& local, bool key) {
 // --- the take's buffer ---
 
 void HeadlessNode::BeginBuffering(double time, bool born) {
-  recordedTimes.clear();
-  recordedLocal.clear();
+  recorded.clear();
   recordedFocus.samples.clear();
   recordedFocal.samples.clear();
   buffering = true;
@@ -387,23 +392,16 @@ void HeadlessNode::Record(double time, const Trs& local) {
 void HeadlessNode::RecordSample(double time, const Trs& local) {
   // What was there at the start is keyed to the end most likely; what a take makes may be many, and
   // soon still.
-  if (recordedTimes.empty() && !m_bornInTake) {
-    recordedTimes.reserve(m_adaptor.GetExpectedSamples());
-    recordedLocal.reserve(m_adaptor.GetExpectedSamples());
-  }
-  if (recordedTimes.empty() || time > recordedTimes.back()) {
-    recordedTimes.push_back(time);
-    recordedLocal.push_back(local);
+  if (recorded.empty() && !m_bornInTake) recorded.reserve(m_adaptor.GetExpectedSamples());
+  if (recorded.empty() || time > recorded.back().time) {
+    recorded.push_back({time, local});
     return;
   }
-  const auto at = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
-  const auto index = at - recordedTimes.begin();
-  if (*at == time) {
-    recordedLocal[static_cast<std::size_t>(index)] = local;
-    return;
-  }
-  recordedTimes.insert(at, time);
-  recordedLocal.insert(recordedLocal.begin() + index, local);
+  const std::size_t index = FirstFrom(time);
+  if (recorded[index].time == time)
+    recorded[index].local = local;
+  else
+    recorded.insert(recorded.begin() + static_cast<std::ptrdiff_t>(index), {time, local});
 }
 
 bool HeadlessNode::HasRecordedLens() const {
@@ -413,14 +411,16 @@ bool HeadlessNode::HasRecordedLens() const {
 /// Turns the samples into keys: those before the start stay, all from there on give way.
 bool HeadlessNode::WritePoseKeys() {
   if (!HasRecordedPose() || !m_sceneNode) return true;
-  const std::vector<double>& times = recordedTimes;
+  std::vector<double> times;
+  times.reserve(recorded.size());
+  for (const Sample& sample : recorded) times.push_back(sample.time);
   bool written = true;
   for (const ChannelPath path : kPaths) {
     std::vector<double> values;
     values.reserve(times.size() * 4);
-    for (const Trs& local : recordedLocal) {
+    for (const Sample& sample : recorded) {
       double v[4];
-      const auto n = static_cast<std::size_t>(Numbers(local, path, v));
+      const auto n = static_cast<std::size_t>(Numbers(sample.local, path, v));
       const double* const last = values.size() >= n ? &values[values.size() - n] : nullptr;
       // The same rotation with the other sign is nearer to the key before: readers that do not
       // look for the short way take it too. The sign leaves a pose's matrix as it is, bit for bit.
@@ -447,8 +447,7 @@ void HeadlessNode::WriteLensKeys() {
 
 void HeadlessNode::EndBuffering() {
   buffering = false;
-  Free(recordedTimes);
-  Free(recordedLocal);
+  Free(recorded);
   Free(recordedFocus.samples);
   Free(recordedFocal.samples);
 }

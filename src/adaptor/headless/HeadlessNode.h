@@ -30,7 +30,7 @@ enum class LensValue { kFieldOfView, kFocusDistance };
 /// the key. So a read at a sample's time gives the same bits during the take, after it, and from a
 /// file; and a parent that is written later in a frame than its child carries the child along, in
 /// the take as it does afterwards.
-class HeadlessNode final : public core::CoreNode {
+class alignas(64) HeadlessNode final : public core::CoreNode {
  public:
   HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode, int number);
   ~HeadlessNode() override;
@@ -104,6 +104,10 @@ class HeadlessNode final : public core::CoreNode {
   friend class CPoseRestoreObj;
 
   using LensKeys = std::array<util::AVar_Linear<double>, 2>;
+  struct Sample {
+    double time;  ///< s
+    Trs local;    ///< own channels
+  };
 
   void SetVisible(bool visible);
   void SetMesh(std::shared_ptr<const util::CMesh> mesh);
@@ -118,13 +122,15 @@ class HeadlessNode final : public core::CoreNode {
   void EndBuffering();
   bool IsBuffered(double time) const { return buffering && time >= bufferedFrom; }
   bool HoldsStart(double time) const;
+  /// Index of the first sample at or after `time`.
+  std::size_t FirstFrom(double time) const;
   int SampleAt(double time) const;
   bool GetLocal(double time, util::Matrix<double>& local) const;
   void Record(double time, const Trs& local);
   void RecordSample(double time, const Trs& local);
   /// World pose between two samples: their world poses, interpolated.
   util::Matrix<double> GetRecordedBetween(double time);
-  bool HasRecordedPose() const { return !recordedTimes.empty(); }
+  bool HasRecordedPose() const { return !recorded.empty(); }
   bool HasRecordedLens() const;
   bool WritePoseKeys();
   void WriteLensKeys();
@@ -134,19 +140,18 @@ class HeadlessNode final : public core::CoreNode {
     return which == LensValue::kFieldOfView ? recordedFocal : recordedFocus;
   }
 
-  // What every frame of a take reads comes first, so that it lies together.
-  HeadlessAdaptor& m_adaptor;
+  // What every frame of a take reads comes first, so that it lies together: with the base class in
+  // two lines of the cache.
   SceneNode* m_sceneNode;
+  HeadlessAdaptor& m_adaptor;
   HeadlessNode* m_parent = nullptr;  ///< of the latest look; checked against the scene's
   double bufferedFrom = 0.0;         ///< s
   bool buffering = false;
   bool m_writtenByRig = false;  ///< its rig writes it in every frame of a take
   bool m_bornInTake = false;
-  bool m_known = false;   ///< stands among the adaptor's known nodes
-  int m_keptSerial = -1;  ///< the latest undo step that saved this node's pose
-  // The take's poses, one time and one set of own channels per sample, in rising time.
-  std::vector<double> recordedTimes;
-  std::vector<Trs> recordedLocal;
+  bool m_known = false;                     ///< stands among the adaptor's known nodes
+  int m_keptSerial = -1;                    ///< the latest undo step that saved this node's pose
+  std::vector<Sample> recorded;             ///< the take's poses, in rising time
   Trs m_noted;                              ///< own channels at the take's start
   util::AVar_Linear<double> recordedFocus;  ///< focus distances of the take (m)
   util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)

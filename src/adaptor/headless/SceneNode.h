@@ -59,7 +59,7 @@ struct NodeAnimation {
 /// Owned by its parent, or by the scene when it is a root; its address stays the same as long as it
 /// lives, also through Scene::detach and attach. What a setter changes is written anew by the next
 /// save; all else goes back to the file as it was read.
-class SceneNode {
+class alignas(64) SceneNode {
  public:
   ~SceneNode();
   SceneNode(const SceneNode&) = delete;
@@ -161,13 +161,14 @@ class SceneNode {
   explicit SceneNode(std::string name) : m_name(std::move(name)) {}
   Channel& ownChannel(ChannelPath path);
 
-  std::string m_name;
+  // What every frame of a take reads comes first, so that it lies together.
   SceneNode* m_parent = nullptr;
   Scene* m_scene = nullptr;
+  std::array<std::shared_ptr<Channel>, 3> m_channels;
+  Trs m_pose;
+  std::string m_name;
   mutable std::size_t m_place = 0;  ///< where it stood among its siblings at the latest look
   std::vector<std::unique_ptr<SceneNode>> m_children;
-  Trs m_pose;
-  std::array<std::shared_ptr<Channel>, 3> m_channels;
   bool m_visible = true;
   std::string m_tag;
   std::optional<std::string> m_home;

@@ -34,8 +34,8 @@ CCarCamObject::WheelNodes::WheelNodes(CCarCamObject& rig, int index)
              CMesh_WheelCenter()),
       suspension(rig, std::string("WheelCenterSuspensionMesh") + kWheelSuffixes[index], &relocator,
                  CMesh_WheelSuspension()),
-      wheel(rig, rig.cCarCam, rig.m_settings, rig.m_gravity, rig.m_chassisRelocator, relocator,
-            index) {
+      wheel(rig, rig.cCarCam, rig.m_settings, rig.m_gravity, rig.m_rayFan, rig.m_chassisRelocator,
+            relocator, index) {
   center.SetWritten();
   suspension.SetWritten();
 }

@@ -135,6 +135,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   void ReadStoredGround(const util::DataChunk& chunk, bool& stored, SaveReader& reader);
 
   CarSettings m_settings;
+  RayFan m_rayFan;
   CCarCam cCarCam;
   CarMemory m_memory;
   Gauges m_gauges;

@@ -17,7 +17,6 @@ using Quat = CWheelNode::Quat;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 /// How far above a wheel at rest its ray starts, in body scales.
 constexpr double kRayStart = 0.96 / 3.5;
 /// How far above its first start a ray may climb to find a surface that the wheel has sunk through,
@@ -56,13 +55,14 @@ Quat Between(const Quat& from, const Quat& to, double part) {
 }  // namespace
 
 CWheelNode::CWheelNode(CCamera& rig, CCarCam& car, const CarSettings& settings,
-                       CGravityDirectionNode& ground, const RigSceneNode& chassis,
+                       CGravityDirectionNode& ground, RayFan& fan, const RigSceneNode& chassis,
                        const RigSceneNode& relocator, int index)
     : RigMeshNode(rig, std::string("WheelMesh") + kWheelSuffixes[index], &chassis,
                   CMesh_CarWheel()),
       m_car(car),
       m_settings(settings),
       m_ground(ground),
+      m_fan(fan),
       m_relocator(relocator),
       m_index(index) {
   SetWritten();
@@ -229,23 +229,9 @@ double CWheelNode::FindDrop(double lastDrop, double lastY) {
   return most == 0.0 ? reach : std::min(lastDrop + most, reach);
 }
 
-void CWheelNode::PlanExtraRays() {
-  if (m_plannedRays == m_settings.iRayMultiplier && m_plannedStep == m_settings.dDegsPerRay) return;
-  m_plannedRays = m_settings.iRayMultiplier;
-  m_plannedStep = m_settings.dDegsPerRay;
-  const double step = m_plannedStep / 180.0 * kPi;
-  int count = m_plannedRays - 1;
-  if (count * step > kPi / 2.0) count = static_cast<int>(kPi / 2.0 / step);
-  m_angles.clear();
-  for (int k = -count; k <= count; ++k) {
-    const double s = std::sin(k * step), c = std::cos(k * step);
-    m_angles.push_back({k, s, c, 2.0 * s * c, c * c - s * s});
-  }
-}
-
 double CWheelNode::CastExtraRays(double drop) {
   if (m_settings.iRayMultiplier <= 1) return drop;
-  PlanExtraRays();
+  m_fan.Plan(m_settings.iRayMultiplier, m_settings.dDegsPerRay);
   const double found = CastRaysRound(drop);
   const double higher = drop - 0.5 * m_line.radius;
   if (!State().bInTheAir() || higher <= 0.0) return found;
@@ -269,8 +255,8 @@ double CWheelNode::CastRaysRound(double drop) {
   const int edge = m_settings.bAddRaysAtWheelEdges ? 1 : 0;
   for (int surface = 0; anyGround && surface < m_ground.GetSurfaceCount(); ++surface) {
     for (int e = -edge; e <= edge; ++e) {
-      for (const RayAngle& angle : m_angles) {
-        if (e == 0 && angle.step == 0) continue;
+      for (const RayFan::Angle& angle : m_fan.GetAngles()) {
+        if (e == 0 && angle.IsCentre()) continue;
         double lift = 0.0;
         if (!CastExtraRay(surface, drop, m_line.x * (width * 0.5 * e), angle, lift)) continue;
         drop -= lift;
@@ -284,14 +270,16 @@ double CWheelNode::CastRaysRound(double drop) {
 }
 
 /// `side` leads from the wheel's middle to the ray's plane.
-bool CWheelNode::CastExtraRay(int surface, double drop, const Vector& side, const RayAngle& angle,
-                              double& lift) {
+bool CWheelNode::CastExtraRay(int surface, double drop, const Vector& side,
+                              const RayFan::Angle& angle, double& lift) {
   // Meant: the ray stands at twice its step's angle, and the lift counts with the step's.
-  const Vector direction = m_line.y * -angle.cosine2 - m_line.x.cross(m_line.y) * angle.sine2;
+  const double sine2 = 2.0 * angle.sine * angle.cosine;
+  const double cosine2 = angle.cosine * angle.cosine - angle.sine * angle.sine;
+  const Vector direction = m_line.y * -cosine2 - m_line.x.cross(m_line.y) * sine2;
   const double r = m_line.radius;
   // A wheel that hangs into a gap may be below the surface beside it: the ray comes from as far up
   // as the wheel has dropped, and still counts from the wheel's centre.
-  const double raised = angle.cosine2 > 0.0 ? std::max(drop, 0.0) : 0.0;
+  const double raised = cosine2 > 0.0 ? std::max(drop, 0.0) : 0.0;
   const Vector origin = m_line.At(drop) + side - direction * raised;
   GroundHit hit;
   // Ground beyond the wheel can't lift it, so the ray ends at the tire.

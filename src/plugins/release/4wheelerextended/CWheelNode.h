@@ -1,11 +1,10 @@
 // A wheel: its contact with the ground, and its node.
 #pragma once
 
-#include <vector>
-
 #include "plugins/common/RigSceneNode.h"
 #include "plugins/release/4wheelerextended/CCarCam.h"
 #include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
+#include "plugins/release/4wheelerextended/RayFan.h"
 
 namespace orv::rws::addon {
 
@@ -20,7 +19,7 @@ class CWheelNode : public RigMeshNode {
 
   /// All but `index` belong to the rig.
   CWheelNode(CCamera& rig, CCarCam& car, const CarSettings& settings, CGravityDirectionNode& ground,
-             const RigSceneNode& chassis, const RigSceneNode& relocator, int index);
+             RayFan& fan, const RigSceneNode& chassis, const RigSceneNode& relocator, int index);
 
   /// Notes where the wheel stands before the car moves.
   void BeginFrame();
@@ -59,11 +58,6 @@ class CWheelNode : public RigMeshNode {
     double reach = 0.0;  ///< longest drop of a wheel on the ground
     Vector At(double drop) const { return rest - y * drop; }
   };
-  struct RayAngle {
-    int step;
-    double sine, cosine;    ///< of the step's angle
-    double sine2, cosine2;  ///< of twice that
-  };
 
   void FindLine(double time, const Quat& turn = {});
   Vector GroundAt(double drop) const;
@@ -73,9 +67,8 @@ class CWheelNode : public RigMeshNode {
   double FindDrop(double lastDrop, double lastY);
   double CastExtraRays(double drop);
   double CastRaysRound(double drop);
-  bool CastExtraRay(int surface, double drop, const Vector& side, const RayAngle& angle,
+  bool CastExtraRay(int surface, double drop, const Vector& side, const RayFan::Angle& angle,
                     double& lift);
-  void PlanExtraRays();
   void MoveTo(double drop);
   double RespondToEdges(double drop, double lastDrop) const;
   double HeightOver(const Vector& point, const Vector& up) const;
@@ -88,6 +81,7 @@ class CWheelNode : public RigMeshNode {
   CCarCam& m_car;
   const CarSettings& m_settings;
   CGravityDirectionNode& m_ground;
+  RayFan& m_fan;
   const RigSceneNode& m_relocator;
   const int m_index;
 
@@ -96,10 +90,7 @@ class CWheelNode : public RigMeshNode {
   Vector m_normal{0.0, 1.0, 0.0};
   Vector m_hitPoint;
   Vector m_lastCentre;
-  double m_lastYaw = 0.0;          ///< rad
-  std::vector<RayAngle> m_angles;  ///< of the extra rays on one side of the wheel
-  int m_plannedRays = 0;
-  double m_plannedStep = 0.0;
+  double m_lastYaw = 0.0;  ///< rad
 };
 
 }  // namespace orv::rws::addon
