@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <string_view>
 
 #include "adaptor/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
@@ -81,16 +82,28 @@ std::vector<Instance*> InstanceManager::List(bool onlyChecked) const {
 }
 
 std::string InstanceManager::UniqueName(const std::string& name) const {
-  std::set<std::string> taken(m_reservedNames.begin(), m_reservedNames.end());
-  for (const InstanceReference* row : GetRows()) taken.insert(row->GetLabel());
-  if (taken.count(name) == 0) return name;
+  std::vector<std::string_view> taken(m_reservedNames.begin(), m_reservedNames.end());
+  for (const InstanceReference* row : GetRows()) taken.push_back(row->GetLabel());
+  if (std::find(taken.begin(), taken.end(), name) == taken.end()) return name;
   const NameNumber number = FindNumber(name);
   const bool numbered = number.position != std::string::npos;
   const std::string stem = numbered ? name.substr(0, number.position) : name + "_";
   const std::size_t digits = numbered ? number.digits : 2;
-  for (long long value = number.value + 1;; ++value) {
+  // In a scene of many rigs most are in the way by their number: each is looked at once.
+  const long long first = number.value + 1;
+  std::vector<bool> used(taken.size() + 1);
+  for (const std::string_view other : taken) {
+    if (other.compare(0, stem.size(), stem) != 0) continue;
+    const std::string rest(other.substr(stem.size()));
+    const long long own = FindNumber(rest).value;
+    const auto place = static_cast<std::size_t>(own - first);
+    if (place < used.size() && rest == WithNumber({}, own, digits)) used[place] = true;
+  }
+  for (long long value = first;; ++value) {
+    const auto place = static_cast<std::size_t>(value - first);
+    if (place < used.size() && used[place]) continue;
     const std::string candidate = WithNumber(stem, value, digits);
-    if (taken.count(candidate) == 0) return candidate;
+    if (std::find(taken.begin(), taken.end(), candidate) == taken.end()) return candidate;
   }
 }
 

@@ -25,6 +25,10 @@ constexpr LevelName kLevels[] = {{"debug", LogLevel::kDebug, spdlog::level::debu
                                  {"warning", LogLevel::kWarning, spdlog::level::warn},
                                  {"error", LogLevel::kError, spdlog::level::err}};
 
+constexpr char kGiveLevel[] =
+    "the log's level stays as it is. Write <log level=\"info\"/> there (or debug, warning, error), "
+    "or delete the file.";
+
 struct LogState {
   std::mutex mutex;
   std::shared_ptr<spdlog::logger> logger;
@@ -76,8 +80,7 @@ bool NewLog(const std::string& path, std::string* error) {
   }
   if (!opened && error) *error = problem;
   const std::string settings = DataRoot::GetDataFolder() + "/log.xml";
-  if (std::filesystem::exists(settings, ignored) && !LoadLogSettings(settings))
-    LogEntry(LogLevel::kWarning, settings + ": it holds no level such as <log level=\"info\"/>");
+  if (std::filesystem::exists(settings, ignored)) LoadLogSettings(settings);
   return opened;
 }
 
@@ -104,12 +107,17 @@ void SetLogLevel(LogLevel level) {
 
 bool LoadLogSettings(const std::string& path) {
   util::xml::Element document;
-  if (document.load(path) != 0 || document.name != "log") return false;
+  std::string problem;
+  if (document.load(path, &problem) != 0) {
+    LogEntry(LogLevel::kWarning, problem + "; " + kGiveLevel);
+    return false;
+  }
   for (const LevelName& known : kLevels) {
-    if (document.attribute("level") != known.name) continue;
+    if (document.name != "log" || document.attribute("level") != known.name) continue;
     SetLogLevel(known.level);
     return true;
   }
+  LogEntry(LogLevel::kWarning, path + ": it holds no level; " + kGiveLevel);
   return false;
 }
 

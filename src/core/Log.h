@@ -24,7 +24,7 @@ void LogEntry(LogLevel level, const std::string& text);
 /// Entries below this level stay out of the file; kInfo at first.
 void SetLogLevel(LogLevel level);
 /// Reads the level of a document such as <log level="warning"/> (debug, info, warning, error).
-/// False, with the level as it was, when the file is absent or holds none.
+/// False, the level as it was and a line in the log, when the file is absent, damaged or has none.
 bool LoadLogSettings(const std::string& path);
 
 /// Installs a listener in place of the old one, which is returned. An empty one ends it.

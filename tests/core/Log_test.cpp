@@ -61,7 +61,12 @@ TEST_F(Log, ThatCannotBeOpenedIsReportedAndEntriesGoNowhere) {
   rws::core::SetLogListener([&](LogLevel, const std::string& text) { heard += text; });
   folder.Write("data/log.xml", R"(<log level="shrill"/>)");
   ASSERT_TRUE(rws::core::NewLog(folder.path + "/core.log"));
-  EXPECT_NE(heard.find("log.xml"), std::string::npos);
+  EXPECT_NE(heard.find("data/log.xml: it holds no level; "), std::string::npos) << heard;
+  heard.clear();
+  folder.Write("data/log.xml", "<log\n level=\"debug>");
+  ASSERT_TRUE(rws::core::NewLog(folder.path + "/core.log"));
+  EXPECT_NE(heard.find("data/log.xml: line 2, column 2: "), std::string::npos) << heard;
+  EXPECT_NE(heard.find("Write <log level=\"info\"/> there"), std::string::npos) << heard;
   rws::core::LogEntry(LogLevel::kInfo, "still here");
   EXPECT_NE(folder.Read("core.log").find("still here"), std::string::npos);
 }

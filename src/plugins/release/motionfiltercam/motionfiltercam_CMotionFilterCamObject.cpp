@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/interface/CNode.h"
 #include "plugins/common/FollowCut.h"
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
@@ -68,24 +69,25 @@ struct FilterHalf {
   bool IsStable() const {
     return response == 0.0 || response < 2.0 * rate * (2.0 * rate - smoothing);
   }
-  /// What is too high in one that is not stable, and what it must stay below.
-  std::string Excess(double frameRate) const {
+  /// What is too high for `camera` in one that is not stable, and what it must stay below.
+  std::string Excess(const std::string& camera, double frameRate) const {
     const double most = 4.0 * rate * rate;  // response without smoothing
     if (smoothing < 2.0 * rate || response >= most) {
       const double with = smoothing < 2.0 * rate ? smoothing : 0.0;
-      return Told("Response", response, frameRate, "Smoothing", with, most - 2.0 * rate * with);
+      return Told(camera, "Response", response, frameRate, "Smoothing", with,
+                  most - 2.0 * rate * with);
     }
-    return Told("Smoothing", smoothing, frameRate, "Response", response,
+    return Told(camera, "Smoothing", smoothing, frameRate, "Response", response,
                 (most - response) / (2.0 * rate));
   }
 
  private:
-  std::string Told(const std::string& factor, double value, double frameRate,
-                   const std::string& other, double with, double limit) const {
+  std::string Told(const std::string& camera, const std::string& factor, double value,
+                   double frameRate, const std::string& other, double with, double limit) const {
     return std::string(name) + ' ' + factor + " Factor " + util::shortText(value) +
-           " is too high at " + util::shortText(frameRate) +
-           " frames per second: the FollowCam shakes itself apart. " + "With a " + other +
-           " Factor of " + util::shortText(with) + " it is stable below " +
+           " is too high at " + util::shortText(frameRate) + " frames per second: " + camera +
+           " shakes itself apart. With a " + other + " Factor of " + util::shortText(with) +
+           " it is stable below " +
            util::shortText(limit < 1.0 ? limit : std::floor(limit * 100.0) / 100.0) +
            ". Lower it, or simulate at a higher frame rate.";
   }
@@ -179,7 +181,9 @@ void CMotionFilterCamObject::CheckStability() {
   const auto check = [&](bool fixated, bool& told, const FilterHalf& half) {
     if (fixated || told || half.IsStable()) return;
     told = true;
-    m_pInterface->MessageBox("Warning", half.Excess(rate), kButtonsOk | kIconWarning);
+    std::string camera = "the FollowCam";
+    if (CNode* const node = m_followCam.GetNode()) node->Extension(kReadName, &camera, nullptr);
+    m_pInterface->MessageBox("Warning", half.Excess(camera, rate), kButtonsOk | kIconWarning);
   };
   check(s.bFixateTranslations, m_toldTranslation,
         {"Translation", s.translationalResponseFactor, s.translationalSmoothingFactor, rate});
