@@ -13,7 +13,7 @@
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
-#include "core/TempFolder.h"
+#include "support/TempFolder.h"
 #include "support/GltfValidator.h"
 #include "util/AtomicFile.h"
 

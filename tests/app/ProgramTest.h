@@ -17,7 +17,7 @@
 
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
-#include "core/TempFolder.h"
+#include "support/TempFolder.h"
 
 namespace orv::tests {
 

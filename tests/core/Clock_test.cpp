@@ -1,21 +1,12 @@
 // The clock of a take, driven by scripted milliseconds.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <map>
-#include <memory>
 
-#include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "support/FakeAdaptor.h"
-#include "support/ProbeRig.h"
-#include "support/QtApplication.h"
-#include "unidevice/Control.h"
+#include "support/CoreTest.h"
 
 namespace orv::tests {
 namespace {
 
-using rws::core::CoreImplementation;
 using rws::core::RecordManager;
 
 struct FakeWindow : rws::core::MainWindowView {
@@ -52,31 +43,21 @@ struct FakeUi : rws::core::UserInterface {
   int MessageBox(const std::string&, const std::string&, unsigned) override { return 1; }
 };
 
-class Clock : public testing::Test {
+class Clock : public CoreTest {
  protected:
   Clock() {
-    core.SetAdaptor(&adaptor);
     core.SetUserInterface(&ui);
-    core.LoadTools({&plugin});
-    core.runEventQueue = [this] {
-      if (inQueue) inQueue();
-    };
     core.CreateTool("Probe");
   }
   ~Clock() override { core.SetUserInterface(nullptr); }
 
-  void Tick(unsigned ms) { core.OnTimer(RecordManager::kTakeTimer, ms); }
   /// Ticks at 0, step, 2 step, ... up to `last` ms.
   void Run(unsigned step, unsigned last) {
     for (unsigned ms = 0; ms <= last && core.IsRecording(); ms += step) Tick(ms);
   }
   const std::vector<double>& Steps() const { return plugin.log.steps; }
 
-  FakeAdaptor adaptor;
   FakeUi ui;
-  ProbePlugin plugin;
-  CoreImplementation core;
-  std::function<void()> inQueue;
 };
 
 TEST_F(Clock, StepsEveryFrameOnceOnTheGridFromTheFirstTick) {
@@ -186,29 +167,24 @@ TEST_F(Clock, CountsDownBeforeAnyFrameUsesNoneUpAndGivesAStoppedTakesTimeBack) {
 }
 
 TEST_F(Clock, ARangeEndDoublesOrStops) {
-  adaptor.rangeEnd = 0.2;
-  core.StartRecording();
-  Run(40, 1000);
-  EXPECT_EQ(adaptor.rangeEnd, 1.6);
-  core.StopRecording();
-
-  ui.window.boxes[113] = false;
-  adaptor.time = 0.0;
-  adaptor.rangeEnd = 0.2;
-  plugin.log.steps.clear();
-  core.StartRecording();
-  Run(40, 1000);
-  EXPECT_FALSE(core.IsRecording());
-  EXPECT_EQ(adaptor.rangeEnd, 0.2);
-  EXPECT_EQ(Steps().size(), 5u);
-
-  ui.window.boxes[113] = true;
-  adaptor.time = 0.0;
-  adaptor.rangeEnd = 0.0;
-  core.StartRecording();
-  Run(40, 1000);
-  EXPECT_TRUE(core.IsRecording());
-  EXPECT_EQ(adaptor.rangeEnd, 0.0);
+  struct Row {
+    double end;
+    bool grows, goesOn;
+    double endAfter;
+  };
+  for (const Row& row :
+       {Row{0.2, true, true, 1.6}, {0.2, false, false, 0.2}, {0.0, true, true, 0.0}}) {
+    ui.window.boxes[113] = row.grows;
+    adaptor.time = 0.0;
+    adaptor.rangeEnd = row.end;
+    plugin.log.steps.clear();
+    core.StartRecording();
+    Run(40, 1000);
+    EXPECT_EQ(core.IsRecording(), row.goesOn);
+    EXPECT_EQ(adaptor.rangeEnd, row.endAfter);
+    EXPECT_EQ(Steps().size(), row.goesOn ? 26u : 5u);
+    core.StopRecording();
+  }
 }
 
 TEST_F(Clock, ATakeOfATollLengthEndsAtItsLastFrameBeforeTheRangeGrows) {
@@ -227,7 +203,7 @@ TEST_F(Clock, ATakeOfATollLengthEndsAtItsLastFrameBeforeTheRangeGrows) {
 TEST_F(Clock, AStopFromTheEventQueueEndsTheTickForGood) {
   core.StartRecording();
   Tick(0);
-  inQueue = [this] { core.OnKeyEvent(rws::core::kKeyEscape, true, {}); };
+  core.runEventQueue = [this] { core.OnKeyEvent(rws::core::kKeyEscape, true, {}); };
   Tick(40);
   EXPECT_FALSE(core.IsRecording());
   EXPECT_FALSE(core.IsTimerRunning(RecordManager::kTakeTimer));

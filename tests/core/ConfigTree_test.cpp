@@ -5,9 +5,9 @@
 
 #include <cmath>
 #include <limits>
-#include <locale>
 #include <tuple>
 
+#include "support/GermanLocale.h"
 #include "util/xml/Tag.h"
 
 namespace orv::tests {
@@ -16,19 +16,6 @@ namespace {
 using rws::core::ConfigElement;
 using rws::core::ConfigTree;
 using util::xml::Tag;
-
-struct GermanPunctuation : std::numpunct<char> {
-  char do_decimal_point() const override { return ','; }
-  char do_thousands_sep() const override { return '.'; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
-/// Numbers of the process are written the German way while this lives.
-struct GermanLocale {
-  GermanLocale() : old(std::locale::global(std::locale(std::locale(), new GermanPunctuation))) {}
-  ~GermanLocale() { std::locale::global(old); }
-  std::locale old;
-};
 
 /// One element of each kind, and a label that two groups share.
 class Rig : public rws::CInterface::Callback {

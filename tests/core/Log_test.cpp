@@ -1,30 +1,20 @@
 // The log file, its level and its listener.
-#include "core/Log.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <thread>
 
-#include "core/DataRoot.h"
-#include "core/TempFolder.h"
+#include "support/CoreTest.h"
 
 namespace orv::tests {
 namespace {
 
-using rws::core::DataRoot;
 using rws::core::LogLevel;
 
-class Log : public testing::Test {
+class Log : public DataRootTest {
  protected:
-  Log() { DataRoot::Set(folder.path); }
   ~Log() override {
     rws::core::CloseLog();
     rws::core::SetLogLevel(LogLevel::kInfo);
-    rws::core::SetLogListener({});
-    DataRoot::Set("");
   }
-  TempFolder folder;
 };
 
 TEST_F(Log, HoldsWhatReachesItsLevelAndTheListenerGetsAll) {

@@ -7,7 +7,7 @@
 #include "core/ConfigTree.h"
 #include "core/InputProfileManager.h"
 #include "core/Resources.h"
-#include "core/TempFolder.h"
+#include "support/TempFolder.h"
 #include "unidevice/Property.h"
 #include "unidevice/PropertyHandler.h"
 

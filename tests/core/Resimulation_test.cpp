@@ -1,33 +1,19 @@
 // Recording, replay and the memory of live spinners, on a rig without nodes.
-#include <gtest/gtest.h>
-
 #include <cmath>
 
-#include "core/ConfigElement.h"
-#include "core/CoreImplementation.h"
-#include "core/Instance.h"
 #include "core/ResimulateWindow.h"
-#include "support/FakeAdaptor.h"
-#include "support/ProbeRig.h"
-#include "support/QtApplication.h"
-#include "unidevice/Control.h"
-#include "unidevice/Device.h"
-#include "unidevice/Property.h"
+#include "support/CoreTest.h"
+#include "unidevice/TestDevice.h"
 
 namespace orv::tests {
 namespace {
 
 using rws::core::ConfigElement;
-using rws::core::CoreImplementation;
 using rws::core::Instance;
-using rws::core::RecordManager;
 
-class Resimulation : public testing::Test {
+class Resimulation : public CoreTest {
  protected:
   Resimulation() {
-    core.SetAdaptor(&adaptor);
-    core.LoadTools({&plugin});
-    core.runEventQueue = [] {};
     core.CreateTool("Probe");
     instance = core.List(false)[0];
     instance->FindInput("Input")->bind(&stick);
@@ -43,7 +29,7 @@ class Resimulation : public testing::Test {
     core.StartRecording();
     for (int i = 0; i < frames; ++i) {
       stick.current = 0.3 + 0.6 * std::sin(0.37 * i);
-      core.OnTimer(RecordManager::kTakeTimer, static_cast<unsigned>(i * 40));
+      Tick(static_cast<unsigned>(i * 40));
     }
     core.StopRecording();
   }
@@ -57,10 +43,7 @@ class Resimulation : public testing::Test {
     core.EndResimulation();
   }
 
-  FakeAdaptor adaptor;
-  ProbePlugin plugin;
   unidevice::Control stick{unidevice::kInfiniteControl, "Axis", 0};
-  CoreImplementation core;
   Instance* instance = nullptr;
 };
 
@@ -111,43 +94,32 @@ TEST_F(Resimulation, AControlThatGoesDuringTheRunDoesNotComeBack) {
   EXPECT_EQ(instance->FindInput("Input")->control, nullptr);
 }
 
-/// A pad with one axis, plugged into the driver without hardware.
-class Pad : public unidevice::Device {
- public:
-  Pad() : Device(true) { name = "Pad"; }
-  ~Pad() override { delete m_axis; }
-  int controlCount() const override { return 1; }
-  unidevice::Control* control(int i) const override { return i == 0 ? m_axis : nullptr; }
-  bool update() override {
-    m_axis->current = 0.8;
-    return true;
-  }
-
- private:
-  unidevice::Control* m_axis =
-      new unidevice::Control(unidevice::kInfiniteControl, "Axis", 0, "X-Axis", this);
-};
-
 TEST_F(Resimulation, ADeviceThatIsUnpluggedInATakeLeavesItsInputAtTheOffsetUntilItReturns) {
-  auto* pad = new Pad;
+  unidevice::TestDriver pads("pads");
+  unidevice::TestDevice* pad = nullptr;
+  const auto plug = [&] {
+    pad = pads.plug("Pad", {"Axis"});
+    pad->hardware = {0.8};
+  };
+  plug();
   unidevice::Property& input = *instance->FindInput("Input");
   input.offset = 0.125;
   input.deadzone = 0.0;
   input.assign(pad->control(0));
-  delete pad;
+  pad->destroy();
   Take(1);
-  pad = new Pad;  // between two takes
+  plug();  // between two takes
   plugin.log.inputs.clear();
   adaptor.time = 0.0;
   core.StartRecording();
   unsigned ms = 0;
   const auto run = [&](int frames) {
-    for (int i = 0; i < frames; ++i) core.OnTimer(RecordManager::kTakeTimer, ms += 40);
+    for (int i = 0; i < frames; ++i) Tick(ms += 40);
   };
   run(3);
-  delete pad;
+  pad->destroy();
   run(3);
-  pad = new Pad;
+  plug();
   run(3);
   core.StopRecording();
   const std::vector<double> expected{0.925, 0.925, 0.925, 0.125, 0.125, 0.125, 0.925, 0.925, 0.925};
@@ -158,7 +130,6 @@ TEST_F(Resimulation, ADeviceThatIsUnpluggedInATakeLeavesItsInputAtTheOffsetUntil
   Resimulate(0.0, 0.36);
   EXPECT_EQ(plugin.log.inputs, taken);
   EXPECT_EQ(input.control, pad->control(0));
-  delete pad;
 }
 
 TEST_F(Resimulation, AnInputWithoutATrackReadsItsDefaultAndMayComeAtAnyStart) {
@@ -294,7 +265,7 @@ TEST_F(Resimulation, UndoReachesARigThatWasDeletedAndBroughtBack) {
 
 TEST_F(Resimulation, ARequestThatIsRefusedInATakeLeavesTheTakeAlone) {
   core.StartRecording();
-  core.OnTimer(RecordManager::kTakeTimer, 0);
+  Tick(0);
   std::string problem;
   EXPECT_EQ(core.LoadProfile("Probe_01", "Absent"), "there is no profile \"Absent\"");
   EXPECT_FALSE(core.EditParameter(*instance, Element("Gain").id(), "much", problem));
@@ -304,7 +275,7 @@ TEST_F(Resimulation, ARequestThatIsRefusedInATakeLeavesTheTakeAlone) {
   EXPECT_EQ(core.CreateTool("Probe"), "");
   plugin.ways.failDefine = 1;
   EXPECT_EQ(core.CreateTool("Probe"), "");
-  core.OnTimer(RecordManager::kTakeTimer, 40);
+  Tick(40);
   core.StopRecording();
   EXPECT_EQ(core.List(false).size(), 1u);
   EXPECT_EQ(instance->GetTracks().back().samples.size(), 2u);

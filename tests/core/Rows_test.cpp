@@ -1,13 +1,8 @@
 // Rows of rigs and groups: order, checks, undo, and what a scene keeps of them.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 
-#include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "support/FakeAdaptor.h"
-#include "support/ProbeRig.h"
+#include "support/CoreTest.h"
 
 namespace orv::tests {
 namespace {
@@ -15,11 +10,9 @@ namespace {
 using rws::core::InstanceReference;
 using rws::core::RowLayout;
 
-class Rows : public testing::Test {
+class Rows : public CoreTest {
  protected:
   Rows() {
-    core.SetAdaptor(&adaptor);
-    core.LoadTools({&plugin});
     for (int i = 0; i < 4; ++i) core.CreateTool("Probe");
   }
   InstanceReference* Row(const std::string& label) { return core.FindRow(label); }
@@ -46,10 +39,6 @@ class Rows : public testing::Test {
     if (kind == 7 && row->GetInstance()) core.Clone(row, problem);
   }
   auto Blocks() { return std::count(adaptor.events.begin(), adaptor.events.end(), "end"); }
-
-  FakeAdaptor adaptor;
-  ProbePlugin plugin;
-  rws::core::CoreImplementation core;
 };
 
 TEST_F(Rows, AGroupOrdersAndSetsAsideWhatStandsInIt) {

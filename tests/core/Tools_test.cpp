@@ -1,71 +1,27 @@
 // Tools, their creation of instances, libraries, preferences and the data root.
-#include <gtest/gtest.h>
-
-#include "core/ConfigElement.h"
-#include "core/CoreImplementation.h"
-#include "core/DataRoot.h"
-#include "core/Instance.h"
-#include "core/Log.h"
 #include "core/Preferences.h"
 #include "core/ResimulateWindow.h"
 #include "core/Resources.h"
-#include "core/TempFolder.h"
-#include "core/Tool.h"
-#include "support/FakeAdaptor.h"
-#include "support/ProbeRig.h"
+#include "support/CoreTest.h"
 
 namespace orv::tests {
 namespace {
 
-using rws::core::CoreImplementation;
 using rws::core::DataRoot;
 using rws::core::Instance;
-using rws::core::LogLevel;
 using rws::core::Tool;
 
-/// A rig kind of any identity.
-class OtherPlugin : public ProbePlugin {
- public:
-  OtherPlugin(const char* id, const char* folder, int version = rws::kInterfaceVersion)
-      : id(id), folder(folder), version(version) {}
-  std::string GetId() override { return id; }
-  std::string GetDataFolder() override { return folder; }
-  int GetInterfaceVersion() override { return version; }
-  std::string id, folder;
-  int version;
-};
-
-class Tools : public testing::Test {
+class Tools : public DataRootTest {
  protected:
-  Tools() {
-    DataRoot::Set(folder.path);
-    rws::core::SetLogListener([this](LogLevel level, const std::string& text) {
-      if (level == LogLevel::kError) errors.push_back(text);
-    });
-    Start();
-  }
-  ~Tools() override {
-    core.reset();
-    rws::core::SetLogListener({});
-    DataRoot::Set("");
-  }
+  Tools() { Start(); }
   /// A new run of the program.
-  void Start(const std::vector<rws::CCameraPlugin*>& more = {}) {
-    core.reset();
-    core = std::make_unique<CoreImplementation>();
-    core->SetAdaptor(&adaptor);
-    std::vector<rws::CCameraPlugin*> rigs{&plugin};
-    rigs.insert(rigs.end(), more.begin(), more.end());
-    core->LoadTools(rigs);
+  void Start(std::vector<rws::CCameraPlugin*> more = {}) {
+    more.insert(more.begin(), &plugin);
+    DataRootTest::Start(more);
     tool = core->GetLibrary().Find("Probe");
   }
   Instance& Create() { return *core->FindInstance(core->CreateTool("Probe")); }
 
-  TempFolder folder;
-  std::vector<std::string> errors;
-  FakeAdaptor adaptor;
-  ProbePlugin plugin;
-  std::unique_ptr<CoreImplementation> core;
   Tool* tool = nullptr;
 };
 
@@ -114,9 +70,12 @@ TEST_F(Tools, AStartProfileThatTheUserSavedOutlivesTheProgram) {
 }
 
 TEST_F(Tools, KindsThatCannotBeUsedAreLeftOutAndNamed) {
-  OtherPlugin old("Old", "old", 0x5AA4), twin("Probe", "twin"), nameless("", "nameless");
-  OtherPlugin camera("Camera", "motionfiltercam");
-  camera.category = "Camera";
+  ProbePlugin old, twin, nameless, camera;
+  old.id = "Old";
+  old.version = 0x5AA4;
+  nameless.id = "";
+  camera.id = camera.category = "Camera";
+  camera.folder = "motionfiltercam";
   Start({&old, &twin, nullptr, &nameless, &camera});
   ASSERT_EQ(errors.size(), 4u);
   EXPECT_NE(errors[0].find("Old"), std::string::npos);

@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
-#include <utility>
 
 #include "plugins/release/crawlertracks/TrackMeshes.h"
+#include "support/Solid.h"
 
 namespace orv::rws::addon {
 namespace {
@@ -15,24 +14,7 @@ using Vector = util::Vector3<double>;
 
 void expectSolid(const char* name, const util::CMesh& mesh, const Vector& low, const Vector& high) {
   SCOPED_TRACE(name);
-  ASSERT_TRUE(mesh.isConsistent());
-  ASSERT_FALSE(mesh.faces.empty());
-  std::map<std::pair<int, int>, int> edges;
-  double volume = 0.0;
-  for (std::size_t i = 0; i < mesh.faces.size(); i += 3) {
-    Vector p[3];
-    for (int k = 0; k < 3; ++k) {
-      p[k] = mesh.vertices[mesh.faces[i + k]];
-      ++edges[{mesh.faces[i + k], mesh.faces[i + (k + 1) % 3]}];
-    }
-    EXPECT_GT((p[1] - p[0]).cross(p[2] - p[0]).length(), 1e-12) << "triangle " << i / 3;
-    volume += p[0].dot(p[1].cross(p[2])) / 6;
-  }
-  EXPECT_GT(volume, 0.0) << "inside out";
-  for (const auto& [edge, count] : edges) {
-    const auto back = edges.find({edge.second, edge.first});
-    ASSERT_TRUE(count == 1 && back != edges.end() && back->second == 1) << "an open edge";
-  }
+  EXPECT_GT(tests::ClosedVolume(mesh), 0.0) << "inside out";
   Vector least = mesh.vertices[0], most = least;
   for (const Vector& v : mesh.vertices)
     for (int k = 0; k < 3; ++k) {

@@ -3,7 +3,7 @@
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "core/DataRoot.h"
-#include "core/TempFolder.h"
+#include "support/TempFolder.h"
 #include "rigs/RigSuite.h"
 
 namespace orv::tests {

@@ -84,16 +84,19 @@ class ProbePlugin : public rws::CCameraPlugin {
   rws::CCamera* CreateObject(const rws::CreationRecord& record) override {
     return last = new ProbeRig(record, log, ways);
   }
-  std::string GetId() override { return "Probe"; }
+  std::string GetId() override { return id; }
   std::string GetName() override { return "Orvel Probe"; }
   std::string GetCategory() override { return category; }
+  std::string GetDataFolder() override { return folder.empty() ? id : folder; }
+  int GetInterfaceVersion() override { return version; }
   std::string GetDescription() override { return "Notes what the core asks of it."; }
   void Destroy() override {}
 
   ProbeRig* last = nullptr;  ///< the rig made last; its instance owns it
   ProbeRig::Log log;
   ProbeRig::Ways ways;
-  std::string category = "Accessory";
+  std::string id = "Probe", category = "Accessory", folder;
+  int version = rws::kInterfaceVersion;
 };
 
 }  // namespace orv::tests

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <limits>
 
 #include "TestDevice.h"
+#include "support/GermanLocale.h"
 #include "unidevice/FFEffect.h"
 #include "unidevice/PropertyHandler.h"
 
@@ -118,7 +118,7 @@ TEST(Property, TargetsAreToldInOrderEvenIfOneDestroysAnother) {
 }
 
 TEST(Property, AProfileElementRoundTripsInAnyLocale) {
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  const tests::GermanLocale german;
   TestDriver pads("pads");
   TestDevice* pad = pads.plug("Pad \"<1>\" & co", {"Axis", "Axis", "Button"});
   Property property("Gas Pedal (Forw/Backw)");
@@ -153,7 +153,6 @@ TEST(Property, AProfileElementRoundTripsInAnyLocale) {
   EXPECT_EQ(other.control, nullptr);  // no control child: unmapped
   EXPECT_TRUE(other.savedControl.name.empty());
   EXPECT_TRUE(other.load(parseTag("<property><exponent>3</exponent></property>")));
-  std::setlocale(LC_ALL, "C");
 }
 
 TEST(Property, AMappingSurvivesUnplugSaveAndReturn) {

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
-#include <filesystem>
 #include <random>
 
 #include "TestDevice.h"
+#include "support/GermanLocale.h"
+#include "support/TempFolder.h"
 #include "unidevice/Control.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/Property.h"
@@ -92,7 +92,7 @@ TEST(RecordedInput, DialectsOfTheSameTableReadAlike) {
 }
 
 TEST(RecordedInput, WhatIsWrittenReadsBackBitForBitInAnyLocale) {
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  const tests::GermanLocale german;
   std::mt19937_64 random(7);
   std::uniform_real_distribution<double> number(-1.0, 1.0);
   RecordedInput input;
@@ -101,18 +101,17 @@ TEST(RecordedInput, WhatIsWrittenReadsBackBitForBitInAnyLocale) {
   for (int frame = -20; frame < 300; ++frame)
     for (auto& column : input.columns)
       column.track.set(frame * (1.0 / 59.94), std::ldexp(number(random), frame));
-  const auto path = std::filesystem::path(ORV_BINARY_DIR) / "recorded_input_test.csv";
+  const tests::TempFolder folder;
+  const std::string path = folder.path + "/input.csv";
   std::string error;
-  ASSERT_TRUE(input.save(path.string(), error)) << error;
+  ASSERT_TRUE(input.save(path, error)) << error;
   RecordedInput back;
-  ASSERT_TRUE(back.load(path.string(), resolve, error)) << error;
+  ASSERT_TRUE(back.load(path, resolve, error)) << error;
   ASSERT_EQ(back.columns.size(), 3u);
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(back.columns[std::size_t(i)].name, input.columns[std::size_t(i)].name);
     EXPECT_EQ(back.columns[std::size_t(i)].track, input.columns[std::size_t(i)].track);
   }
-  std::filesystem::remove(path);
-  std::setlocale(LC_ALL, "C");
 }
 
 TEST(RecordedInput, TracksOfDifferentTimesShareTheRowsOfAFile) {

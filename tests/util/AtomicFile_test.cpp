@@ -6,7 +6,8 @@
 
 #include <array>
 #include <csignal>
-#include <filesystem>
+
+#include "support/TempFolder.h"
 
 namespace orv::util {
 namespace {
@@ -15,12 +16,6 @@ namespace fs = std::filesystem;
 
 class AtomicFile : public ::testing::Test {
  protected:
-  void SetUp() override {
-    fs::remove_all(m_folder);
-    fs::create_directories(m_folder);
-  }
-  void TearDown() override { fs::remove_all(m_folder); }
-
   std::string path(const std::string& name) const { return (m_folder / name).string(); }
   std::string content(const std::string& name) const {
     std::string bytes;
@@ -29,7 +24,8 @@ class AtomicFile : public ::testing::Test {
   }
   std::ptrdiff_t entries() const { return std::distance(fs::directory_iterator(m_folder), {}); }
 
-  const fs::path m_folder = fs::path(::testing::TempDir()) / "orv_atomic_file";
+  const tests::TempFolder m_own;
+  const fs::path m_folder = m_own.path;
 };
 
 TEST_F(AtomicFile, ReplacesAFileWholeAndKeepsItsPermissions) {

@@ -4,8 +4,8 @@
 
 #include <array>
 #include <cmath>
-#include <map>
 
+#include "support/Solid.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
 #include "util/DataChunk.h"
@@ -117,31 +117,12 @@ TEST(CMesh, LeavesItselfAloneWhenTheTagIsDamaged) {
   EXPECT_EQ(triangle(), mesh);
 }
 
-/// The volume inside, by the divergence theorem; each edge must be shared by two triangles that run
-/// along it in opposite directions, so that the surface is closed and faces outward everywhere.
-double closedVolume(const CMesh& mesh) {
-  std::map<std::pair<int, int>, int> edges;
-  double volume = 0;
-  for (std::size_t i = 0; i < mesh.faces.size(); i += 3) {
-    const int* f = &mesh.faces[i];
-    for (int k = 0; k < 3; ++k) ++edges[{f[k], f[(k + 1) % 3]}];
-    const auto& v = mesh.vertices;
-    volume += v[std::size_t(f[0])].dot(v[std::size_t(f[1])].cross(v[std::size_t(f[2])])) / 6;
-  }
-  for (const auto& [edge, count] : edges) {
-    EXPECT_EQ(1, count);
-    EXPECT_EQ(1u, edges.count({edge.second, edge.first}));
-  }
-  return volume;
-}
-
 TEST(CMesh, BuildsClosedBoxesAndCylinders) {
-  EXPECT_NEAR(24.0, closedVolume(CMesh_Box(2, 3, 4, {5, 6, 7})), 1e-9);
+  EXPECT_NEAR(24.0, tests::ClosedVolume(CMesh_Box(2, 3, 4, {5, 6, 7})), 1e-9);
   EXPECT_EQ(Vector3<double>(4, 4.5, 5), CMesh_Box(2, 3, 4, {5, 6, 7}).vertices[0]);
   for (int axis = 0; axis < 3; ++axis) {
     const CMesh_Cylinder cylinder(2, 5, 7, axis);
-    EXPECT_TRUE(cylinder.isConsistent());
-    EXPECT_NEAR(5 * 7 * 2.0 * std::sin(2 * M_PI / 7), closedVolume(cylinder), 1e-9);
+    EXPECT_NEAR(5 * 7 * 2.0 * std::sin(2 * M_PI / 7), tests::ClosedVolume(cylinder), 1e-9);
     EXPECT_EQ(2.5, cylinder.vertices.back()[axis]);
   }
 }

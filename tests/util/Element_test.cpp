@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
+#include "support/TempFolder.h"
 #include "util/AtomicFile.h"
 #include "util/xml/Tag.h"
 #include "util/xml/TagWithData.h"
@@ -214,8 +213,8 @@ TEST(Element, AddsRemovesAndFindsChildren) {
 }
 
 TEST(Element, SavesAndLoadsFiles) {
-  const std::string folder = ::testing::TempDir() + "orv_element";
-  std::filesystem::create_directories(folder);
+  const tests::TempFolder own;
+  const std::string folder = own.path;
   const std::string path = folder + "/profile.xml";
   ASSERT_TRUE(exampleProfile().save(path));
   std::string bytes, error;
@@ -250,7 +249,6 @@ TEST(Element, SavesAndLoadsFiles) {
   }
   EXPECT_EQ(kReadOk, back.load(path));
   EXPECT_EQ(exampleProfile(), back);
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

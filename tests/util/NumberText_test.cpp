@@ -2,22 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <locale>
+
+#include "support/GermanLocale.h"
 
 namespace orv::util {
 namespace {
 
-struct CommaPoint : std::numpunct<char> {
-  char do_decimal_point() const override { return ','; }
-};
-
 TEST(NumberText, BringsEveryDoubleBackBitForBitInAnyLocale) {
-  const std::locale old = std::locale::global(std::locale(std::locale(), new CommaPoint));
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  const tests::GermanLocale german;
   std::uint64_t bits = 1;
   for (int i = 0; i < 20000; ++i) {
     bits = bits * 6364136223846793005u + 1442695040888963407u;
@@ -34,8 +29,6 @@ TEST(NumberText, BringsEveryDoubleBackBitForBitInAnyLocale) {
   EXPECT_EQ("0.10000000000000001", exactText(0.1));
   EXPECT_EQ("-0", shortText(-0.0));
   EXPECT_EQ("5e-324", shortText(std::numeric_limits<double>::denorm_min()));
-  std::setlocale(LC_ALL, "C");
-  std::locale::global(old);
 }
 
 TEST(NumberText, ParsesWholeTextsOnly) {
