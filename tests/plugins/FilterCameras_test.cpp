@@ -12,6 +12,7 @@ namespace {
 
 using tests::FakeWorld;
 using tests::Matrix;
+using tests::NewWorld;
 using util::QTransform;
 using util::Quat;
 using Vector = util::Vector3<double>;
@@ -41,8 +42,7 @@ TEST(FilterCameras, MotionFilterFollowsAnIndependentIntegrator) {
   CMotionFilterCamPlugin plugin;
   for (const double fps : {24.0, 25.0, 50.0, 59.94}) {
     for (const double limit : {0.0, 1.5}) {
-      FakeWorld world(plugin, fps);
-      world.rig->Create();
+      NewWorld world(plugin, fps);
       Shake(world, 100);
       world.core.Set("Rotation Response Factor=80; Translation Max Velocity=" +
                      std::to_string(limit) + "; Rotation Max Velocity=" + std::to_string(limit));
@@ -74,8 +74,7 @@ TEST(FilterCameras, MotionFilterFollowsAnIndependentIntegrator) {
 TEST(FilterCameras, AZeroResponseOrAFixateFlagFollowsExactly) {
   CMotionFilterCamPlugin plugin;
   for (const bool fixate : {false, true}) {
-    FakeWorld world(plugin);
-    world.rig->Create();
+    NewWorld world(plugin);
     Shake(world, 40);
     world.core.Set(fixate ? "Fixate Translations=1; Fixate Rotations=1"
                           : "Translation Response Factor=0; Rotation Response Factor=0");
@@ -90,8 +89,7 @@ TEST(FilterCameras, SteadyCamApproachesARestingTargetByTheClosedFormAtAnyRate) {
   const std::tuple<double, double, int> cases[] = {
       {25, 0.3, 2}, {50, 0.3, 1}, {25, 1.0, 2}, {12.5, 0.3, 3}, {24, 0.3, 2}};
   for (const auto& [fps, factor, n] : cases) {
-    FakeWorld world(plugin, fps);
-    world.rig->Create();
+    NewWorld world(plugin, fps);
     world.Node("AttachedCam").rest = Turned({1.0, -2.0, 4.0}, 0.0);
     *world.core.Find("Translation Response Factor").number = factor;
     world.Take(0, 30);  // the first time starts with the first stage on the target
@@ -105,8 +103,7 @@ TEST(FilterCameras, SteadyCamApproachesARestingTargetByTheClosedFormAtAnyRate) {
 
 TEST(FilterCameras, SteadyCamComesFromAnExactHalfTurnAlwaysOnTheSameSide) {
   CSteadyCamPlugin plugin;
-  FakeWorld world(plugin);
-  world.rig->Create();
+  NewWorld world(plugin);
   Matrix& rest = world.Node("FollowCam").rest;
   rest[0] = rest[10] = -1.0;
   world.Take(0, 10);
@@ -120,8 +117,7 @@ CSteadyCamPlugin g_steady;
 INSTANTIATE_TEST_SUITE_P(FilterCameras, Both, testing::Values(&g_motionFilter, &g_steady));
 
 TEST_P(Both, KeepTheirScaleAndTurnTheShortWayRound) {
-  FakeWorld world(*GetParam());
-  world.rig->Create();
+  NewWorld world(*GetParam());
   auto& follow = world.Node("FollowCam");
   follow.rest = Turned({}, 3.0);
   follow.rest.setRowLengths({2.0, 0.5, 3.0});
@@ -137,31 +133,29 @@ TEST_P(Both, KeepTheirScaleAndTurnTheShortWayRound) {
 }
 
 TEST_P(Both, GoOnWithoutAnAttachedCamAndAnswerNoWithoutAFollowCam) {
-  FakeWorld world(*GetParam());
-  world.rig->Create();
+  NewWorld world(*GetParam());
   world.Node("FollowCam").rest = Turned({4.0, 0.0, 0.0}, 0.0);
-  int restored = 0;
   world.core.nodes.erase("AttachedCam");
-  auto opened = world.Reopen({}, restored);
-  EXPECT_EQ(restored, 0);
+  auto opened = world.Reopen({});
+  EXPECT_EQ(opened->restored, 0);
   EXPECT_EQ(opened->Node("FollowCam").rest[12], 4.0) << "a loaded node keeps its place";
   opened->Take(0, 300);
   EXPECT_NEAR(opened->Node("FollowCam").World(12.0)[12], 0.0, 1e-3);
   world.core.nodes.erase("FollowCam");
-  world.Reopen({}, restored);
-  EXPECT_EQ(restored, 1);
+  EXPECT_EQ(world.Reopen({})->restored, 1);
 }
 
 TEST_P(Both, ACutBeyondTheThresholdCarriesTheCameraAlongWithItsLagAndSwing) {
   const Matrix cut = Turned({300.0, -20.0, 7.0}, 2.0);
   std::map<std::string, std::map<double, Matrix>> ways;
   for (const std::string way : {"rests", "cut", "flies", "below"}) {
-    FakeWorld world(*GetParam());
-    world.rig->Create();
+    NewWorld world(*GetParam());
     Shake(world, 30);  // and rests from there on
     auto& target = world.Node("AttachedCam").keys;
     if (way != "rests") target[1.6] = cut * target[1.2];
-    *world.core.Find("Jump Threshold").number = way == "cut" ? 300.0 : way == "below" ? 310.0 : 0.0;
+    // Of itself it is off.
+    if (way == "cut") world.core.Set("Jump Threshold=300");
+    if (way == "below") world.core.Set("Jump Threshold=310");
     world.Take(0, 80);
     ways[way] = world.Node("FollowCam").keys;
   }
@@ -179,8 +173,7 @@ TEST(FilterCameras, AFilterThatDivergesIsToldOnceATakeWithWhatItIsStableBelow) {
         const bool turns = half == "Rotation";
         const double rate = turns ? 10 * fps : fps, limit = 2 * rate * (2 * rate - smoothing);
         for (const double part : {0.97, 1.03}) {
-          FakeWorld world(plugin, fps);
-          world.rig->Create();
+          NewWorld world(plugin, fps);
           world.Node("AttachedCam").rest = Turned({0.01, 0.0, 0.0}, 0.01);
           *world.core.Find(half + " Response Factor").number = part * limit;
           *world.core.Find(half + " Smoothing Factor").number = smoothing;
@@ -198,8 +191,7 @@ TEST(FilterCameras, AFilterThatDivergesIsToldOnceATakeWithWhatItIsStableBelow) {
     }
   }
   // Where the smoothing is what is too high. A scene can hold what comes of it, however long.
-  FakeWorld world(plugin);
-  world.rig->Create();
+  NewWorld world(plugin);
   Shake(world, 100);
   world.core.Set("Translation Smoothing Factor=900; Rotation Smoothing Factor=900");
   world.Take(0, 2000);
@@ -211,16 +203,14 @@ TEST(FilterCameras, AFilterThatDivergesIsToldOnceATakeWithWhatItIsStableBelow) {
 
 TEST(FilterCameras, ReInitializeStopsTheFlightAndKeepsTheSpinAlsoInAReopenedScene) {
   CMotionFilterCamPlugin plugin;
-  FakeWorld world(plugin);
-  world.rig->Create();
+  NewWorld world(plugin);
   Shake(world, 60);
   world.Take(0, 20);
-  int restored = 1;
-  auto opened = world.Reopen(world.Save(), restored);
-  for (FakeWorld* each : {&world, opened.get()}) {
-    auto& button = each->core.Find("Re-Initialize");
-    button.callback->OnCallback("REALREDORe-Initialize");  // never re-initialises
-    button.callback->OnCallback("Re-Initialize");
+  auto opened = world.Reopen(world.Save());
+  for (FakeWorld* each : {static_cast<FakeWorld*>(&world), opened.get()}) {
+    each->core.Find("Re-Initialize")
+        .callback->OnCallback("REALREDORe-Initialize");  // never re-initialises
+    each->core.Press("Re-Initialize");
     each->Take(20, 21);
     const Matrix before = each->Node("FollowCam").World(0.8);
     const Matrix after = each->Node("FollowCam").World(0.84);

@@ -2,14 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
-#include <optional>
 #include <random>
 
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/common/ground/MeshOctreeNode.h"
 #include "plugins/common/ground/triMeshStorage.h"
-#include "util/CMesh.h"
+#include "support/Grounds.h"
 
 namespace orv::rws::addon {
 namespace {
@@ -17,18 +15,8 @@ namespace {
 using util::CMesh;
 using Vector = util::Vector3<double>;
 
-CMesh Terrain(int n, const std::function<double(double, double)>& height) {
-  CMesh mesh;
-  for (int j = 0; j <= n; ++j)
-    for (int i = 0; i <= n; ++i) mesh.vertices.push_back({double(i), height(i, j), double(j)});
-  for (int j = 0; j < n; ++j) {
-    for (int i = 0; i < n; ++i) {
-      const int a = j * (n + 1) + i;
-      for (const int k : {a, a + n + 1, a + 1, a + 1, a + n + 1, a + n + 2})
-        mesh.faces.push_back(k);
-    }
-  }
-  return mesh;
+CMesh Terrain(int n, const tests::Height& height) {
+  return tests::GridMesh(height, tests::Rows(0, n, n), tests::Rows(0, n, n));
 }
 double Waves(double x, double z) {
   return std::sin(x * 0.4) + std::cos(z * 0.3);

@@ -11,13 +11,9 @@ namespace {
 
 using tests::FakeWorld;
 using tests::Matrix;
+using tests::NewWorld;
 using Vector = util::Vector3<double>;
 using Quat = util::Quat<double>;
-
-/// A new rig of a kind, with its nodes.
-struct NewWorld : FakeWorld {
-  explicit NewWorld(const std::string& kind) : FakeWorld(tests::Kind(kind)) { rig->Create(); }
-};
 
 void ExpectNear(const Vector& a, const Vector& b, const std::string& what) {
   EXPECT_LT((a - b).length(), 1e-12) << what << ": " << a.x << " " << a.y << " " << a.z;

@@ -12,8 +12,8 @@
 namespace orv::rws::addon {
 namespace {
 
-using tests::FakeWorld;
 using tests::Matrix;
+using tests::NewWorld;
 
 struct EndPlugin {
   void operator()(CCameraPlugin* plugin) const { plugin->Destroy(); }
@@ -43,17 +43,6 @@ PluginPtr WithOutputs(const std::string& outputs) {
 std::string Output(const std::string& channel, const std::string& expression) {
   return "<output node=\"Cam\" channel=\"" + channel + "\">" + expression + "</output>";
 }
-
-/// A new rig of a kind with its nodes.
-struct NewWorld : FakeWorld {
-  explicit NewWorld(CCameraPlugin& kind, double fps = 25.0) : FakeWorld(kind, fps) {
-    rig->Create();
-  }
-  double Time(int frame) { return frame * core.GetFrameDuration(); }
-  util::Vector3<double> Place(const std::string& node, int frame) {
-    return Node(node).World(Time(frame)).translation();
-  }
-};
 
 CCameraPlugin& Shipped(const std::string& id) {
   for (CCameraPlugin* kind : tests::ShippedTemplates())
@@ -208,7 +197,7 @@ TEST(TemplateTool, ATakeGoesOnWhereOneStoodAndElseBeginsAtTheStartOrTheNode) {
   world.Take(90, 92);
   EXPECT_NEAR(xAt(92), 2 * 0.08, 1e-9) << "no take leads there";
   *world.core.Find("A").number = 9.0;
-  world.core.Find("Re-Initialize").callback->OnCallback("Re-Initialize");
+  world.core.Press("Re-Initialize");
   world.Take(91, 92);
   world.Take(91, 92);
   EXPECT_NEAR(xAt(92), 0.08 + 9 * 0.04, 1e-9);
@@ -238,9 +227,7 @@ TEST(TemplateTool, WhatIsNoNumberIsPassedOnAndLeavesTheMemoryWhole) {
   EXPECT_FALSE(std::isfinite(world.Place("Cam", 1).y));
   EXPECT_EQ(world.Place("Cam", 2).y, -2.0);
   EXPECT_EQ(world.Place("Cam", 4).y, -4.0);
-  int restored = 1;
-  world.Reopen(world.Save(), restored);
-  EXPECT_EQ(restored, 0);
+  EXPECT_EQ(world.Reopen(world.Save())->restored, 0);
 }
 
 /// Angle of a plane pendulum on a pivot that moves by 0.3 sin(2t) m, from 40 degrees, at rest

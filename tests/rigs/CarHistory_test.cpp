@@ -4,7 +4,7 @@
 namespace orv::tests {
 namespace {
 
-using Poses = std::map<std::string, std::vector<CarScene::Matrix>>;
+using Poses = CarScene::Poses;
 
 /// Hills with a jump, at 25 frames a second for 12 s, with every pedal in use.
 std::unique_ptr<CarScene> NewDrive() {
@@ -39,11 +39,11 @@ std::string Difference(const Poses& a, const Poses& b) {
 TEST(CarHistory, AnInterruptedTakeIsTheUninterruptedOneBitForBit) {
   auto car = NewDrive();
   car->Resimulate(0, 300);
-  const Poses whole = car->Poses(0, 300);
+  const Poses whole = car->PosesOf(0, 300);
   EXPECT_NE(std::count(car->air.begin(), car->air.end(), 15), 0) << "a jump is in it";
   for (int frame = 0; frame < 300; frame += 13) {
     car->Resimulate(frame, 300);
-    ASSERT_EQ(Difference(whole, car->Poses(0, 300)), "") << "gone back to " << frame;
+    ASSERT_EQ(Difference(whole, car->PosesOf(0, 300)), "") << "gone back to " << frame;
   }
   car.reset();
   for (const int frame : {30, 77, 156, 255}) {
@@ -51,7 +51,7 @@ TEST(CarHistory, AnInterruptedTakeIsTheUninterruptedOneBitForBit) {
     other->Resimulate(0, frame);
     if (frame != 77) other->Reopen();
     other->Resimulate(frame, 300);
-    EXPECT_EQ(Difference(whole, other->Poses(0, 300)), "") << "broken off at " << frame;
+    EXPECT_EQ(Difference(whole, other->PosesOf(0, 300)), "") << "broken off at " << frame;
   }
 }
 

@@ -1,5 +1,4 @@
 // Off a ramp and down again.
-#include "core/interface/CCamera.h"
 #include "rigs/CarScene.h"
 
 namespace orv::tests {
@@ -15,6 +14,7 @@ struct Jump {
   double trembles = 0.0;  ///< of the body's height in the last two seconds (m)
 };
 
+/// Over the ramp, until it stands again.
 Jump Drive(CarScene& car, double end) {
   car.AddGround(GridMesh(Ramp, Rows(-300, 300, 2), Rows(-2000, 20, 20200)));
   // As a driver does who sees what he has done: off the gas when all is over.
@@ -43,19 +43,6 @@ Jump Drive(CarScene& car, double end) {
   return jump;
 }
 
-TEST(CarJump, ACarFliesKeepsItsAttitudeLandsAndStays) {
-  for (const double fps : {12.0, 25.0, 60.0, 120.0}) {
-    CarScene car(fps);
-    car.Apply("Start Profile");
-    const Jump jump = Drive(car, 24);
-    const double seconds = jump.airborne / fps;
-    EXPECT_TRUE(seconds > 0.0 && seconds < 1.0) << fps << ": " << seconds;
-    EXPECT_EQ(jump.bounced, 0) << fps;
-    EXPECT_LT(jump.turned, 0.02) << fps;
-    EXPECT_LT(jump.trembles, 1e-6) << fps;
-  }
-}
-
 /// How deep a body sinks in that meets its springs with `speed` (m), by an integrator of its own.
 double Depth(CarScene& car, double speed) {
   const auto mean = [&](const std::string& what) {
@@ -77,15 +64,20 @@ INSTANTIATE_TEST_SUITE_P(CarJump, CarJumpProfile, testing::ValuesIn(CarProfiles(
                            return name;
                          });
 
-TEST_P(CarJumpProfile, BouncesOffNeverAgain) {
-  CarScene car;
-  car.Apply(GetParam());
-  const Jump jump = Drive(car, 40);
-  EXPECT_TRUE(jump.airborne > 0 || GetParam().rfind("Boat", 0) == 0);
-  EXPECT_EQ(jump.bounced, 0);
-  EXPECT_LT(jump.turned, 0.02);
-  EXPECT_GT(jump.deepest, -CarScene::kRadius);
-  EXPECT_LT(jump.trembles, 1e-3);
+TEST_P(CarJumpProfile, ACarFliesKeepsItsAttitudeLandsAndStays) {
+  const bool isNew = GetParam() == "Start Profile";
+  for (const double fps : {12.0, 25.0, 60.0, 120.0}) {
+    if (!isNew && fps != 25.0) continue;
+    CarScene car(fps);
+    car.Apply(GetParam());
+    const Jump jump = Drive(car, isNew ? 24 : 40);
+    EXPECT_TRUE(jump.airborne > 0 || GetParam().rfind("Boat", 0) == 0) << fps;
+    EXPECT_TRUE(!isNew || jump.airborne < fps) << fps;
+    EXPECT_EQ(jump.bounced, 0) << fps;
+    EXPECT_LT(jump.turned, 0.02) << fps;
+    EXPECT_GT(jump.deepest, -CarScene::kRadius) << fps;
+    EXPECT_LT(jump.trembles, isNew ? 1e-6 : 1e-3) << fps;
+  }
 }
 
 /// The speed of the contact is what the depth tells; a car leans by "Gravity" and doesn't fall by

@@ -2,7 +2,6 @@
 #include "plugins/release/4wheelerextended/CarSettings.h"
 #include "rigs/CarScene.h"
 #include "support/FakeInterface.h"
-#include "util/DataChunk.h"
 
 namespace orv::tests {
 namespace {
@@ -12,9 +11,7 @@ using util::DataChunk;
 /// What opening a car's save data gives, after `age` has made it that of another version.
 class Opened {
  public:
-  Opened(int version, const std::function<void(DataChunk&)>& age = {})
-      : m_car(Kind("4WheelerExt")) {
-    EXPECT_EQ(m_car.rig->Create(), 0);
+  Opened(int version, const std::function<void(DataChunk&)>& age = {}) : m_car("4WheelerExt") {
     for (const auto& [label, value] : kEdits) *m_car.core.Find(label).number = value;
     *m_car.core.Find("Use Fast Ray Cast").flag = true;
     m_car.Take(0, 2);
@@ -24,7 +21,8 @@ class Opened {
     EXPECT_EQ(chunk.getBytes("sDataChunkSaveStruct").size(), 368u);
     chunk.name = "CarCamDataChunk" + std::to_string(version);
     if (age) age(chunk);
-    m_opened = m_car.Reopen(chunk.flatten(), restored);
+    m_opened = m_car.Reopen(chunk.flatten());
+    restored = m_opened->restored;
   }
   double operator[](const std::string& label) {
     auto& element = m_opened->core.Find(label);
@@ -50,16 +48,13 @@ class Opened {
   int restored = -1;
 
  private:
-  FakeWorld m_car;
+  NewWorld m_car;
   std::unique_ptr<FakeWorld> m_opened;
 };
 
 /// Saves, and opens the data as that of `version` without these keys. Answers what was saved.
 DataChunk ReopenAs(CarScene& car, int version, const std::vector<std::string>& without) {
-  EXPECT_EQ(car.rig->GetRig()->Store(), 0);
-  int size = 0;
-  const void* data = car.rig->GetUserData(&size);
-  DataChunk chunk(data, static_cast<std::size_t>(size));
+  DataChunk chunk = car.Stored();
   const DataChunk saved = chunk;
   for (const std::string& key : without) Opened::Forget(chunk, key);
   chunk.name = "CarCamDataChunk" + std::to_string(version);
@@ -69,43 +64,40 @@ DataChunk ReopenAs(CarScene& car, int version, const std::vector<std::string>& w
   return saved;
 }
 
-TEST(CarSave, PresentDataKeepsEveryValue) {
-  Opened car(8148);
-  EXPECT_EQ(car.restored, 0);
-  for (const auto& [label, value] : car.kEdits) EXPECT_EQ(car[label], value) << label;
-  EXPECT_EQ(car["Use Fast Ray Cast"], 1.0);
-}
-
-TEST(CarSave, OlderDataIsReadByItsVersion) {
-  // Meant: data of these versions snaps to edges until its user edits the value.
-  for (const int version : {8135, 8140, 8147}) EXPECT_EQ(Opened(version)["Tire Pressure"], 99.0);
-  EXPECT_EQ(Opened(8134)["Tire Pressure"], 0.7);
-  EXPECT_EQ(Opened(8136)["Acceleration (scale relative)"], 4.5);
-  EXPECT_EQ(Opened(8135,
-                   [](DataChunk& chunk) {
-                     Opened::Forget(chunk, "dGasPedalMaxRateOfChange");
-                   })["Acceleration (scale relative)"],
-            99999.0);
-  EXPECT_EQ(Opened(121,
-                   [](DataChunk& chunk) {
-                     Opened::Forget(chunk, "dFollowAccelerationMult");
-                     Opened::Forget(chunk, "dIgnoreSphereRadius");
-                   })["Ignore Sphere Radius (length relative)"],
-            0.2);
-  EXPECT_EQ(Opened(122)["Ignore Sphere Radius (length relative)"], 0.125);
-  // Counted from the body's middle then: the back wheels are half a scale behind it.
-  EXPECT_EQ(Opened(116)["Turn Base (Back Wheel Relative)"], 0.0);
-  EXPECT_NEAR(Opened(115)["Turn Base (Back Wheel Relative)"], 1.0, 1e-12);
-  Opened brakes(8101, [](DataChunk& c) { Opened::Forget(c, "dSkidBrakeStopFactor"); });
-  EXPECT_EQ(brakes["Skid Brake Stop Factor"], 0.5);
-  Opened glued(8101, [](DataChunk& chunk) {
-    Opened::Forget(chunk, "bGroundReleaseOn");
-    Opened::Forget(chunk, "dMaximumSpringChangeVelocityRel");
-  });
-  EXPECT_EQ(glued.restored, 0);
-  EXPECT_EQ(glued["Enable Wheel Ground Release"], 0.0);
-  EXPECT_EQ(glued["Suspension Length (Radius Relative)"], 0.5);
-  EXPECT_EQ(glued["Maximum Wheel Extension Velocity (Radius Rel)"], 3.0);
+TEST(CarSave, PresentDataKeepsEveryValueAndOlderDataIsReadByItsVersion) {
+  Opened present(8148);
+  EXPECT_EQ(present.restored, 0);
+  for (const auto& [label, value] : present.kEdits) EXPECT_EQ(present[label], value) << label;
+  EXPECT_EQ(present["Use Fast Ray Cast"], 1.0);
+  const char pressure[] = "Tire Pressure", ignored[] = "Ignore Sphere Radius (length relative)";
+  const char turnBase[] = "Turn Base (Back Wheel Relative)";
+  const char acceleration[] = "Acceleration (scale relative)";
+  const std::vector<std::string> glued{"bGroundReleaseOn", "dMaximumSpringChangeVelocityRel"};
+  // A version, the keys that its data lacks, and what becomes of a setting.
+  const std::tuple<int, std::vector<std::string>, const char*, double> rows[] = {
+      {8134, {}, pressure, 0.7},
+      // Meant: data of these versions snaps to edges until its user edits the value.
+      {8135, {}, pressure, 99.0},
+      {8140, {}, pressure, 99.0},
+      {8147, {}, pressure, 99.0},
+      {8136, {}, acceleration, 4.5},
+      {8135, {"dGasPedalMaxRateOfChange"}, acceleration, 99999.0},
+      {121, {"dFollowAccelerationMult", "dIgnoreSphereRadius"}, ignored, 0.2},
+      {122, {}, ignored, 0.125},
+      // Counted from the body's middle then: the back wheels are half a scale behind it.
+      {116, {}, turnBase, 0.0},
+      {115, {}, turnBase, 1.0},
+      {8101, {"dSkidBrakeStopFactor"}, "Skid Brake Stop Factor", 0.5},
+      {8101, glued, "Enable Wheel Ground Release", 0.0},
+      {8101, glued, "Suspension Length (Radius Relative)", 0.5},
+      {8101, glued, "Maximum Wheel Extension Velocity (Radius Rel)", 3.0}};
+  for (const auto& [version, lacking, label, value] : rows) {
+    Opened car(version, [keys = lacking](DataChunk& chunk) {
+      for (const std::string& key : keys) Opened::Forget(chunk, key);
+    });
+    EXPECT_EQ(car.restored, 0) << version;
+    EXPECT_NEAR(car[label], value, 1e-12) << version << label;
+  }
 }
 
 TEST(CarSave, ACarThatWasNeverDrivenKeepsItsSizes) {

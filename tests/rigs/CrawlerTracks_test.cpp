@@ -1,16 +1,8 @@
 // The crawler's belt on the real core: counts, motion, takes, undo and bad input.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <functional>
-
-#include "core/UserInterface.h"
 #include "plugins/release/crawlertracks/BeltWorld.h"
 #include "rigs/CarScene.h"
 #include "rigs/RigSuite.h"
 #include "support/FakeInterface.h"
-#include "util/DataChunk.h"
 
 namespace orv::tests {
 namespace {
@@ -20,7 +12,6 @@ using Matrix = util::Matrix<double>;
 using rws::addon::BeltTuning;
 using rws::addon::BeltWorld;
 using Messages = std::vector<std::string>;
-namespace hl = rws::adaptor::headless;
 
 // Of a new rig in units of its Frame: a step, and the belt's line round a wheel.
 constexpr double kLength = 0.18, kLine = 0.5 + 0.03;
@@ -28,22 +19,18 @@ constexpr double kLength = 0.18, kLine = 0.5 + 0.03;
 /// Wheels in a row along -Z, 1.25 apart.
 class Crawler : public RigScene {
  public:
-  explicit Crawler(int wheels = 4, double fps = 25.0)
-      : RigScene("CrawlerTracks", fps), m_ui(*this) {
-    core().SetUserInterface(&m_ui);
+  explicit Crawler(int wheels = 4, double fps = 25.0) : RigScene("CrawlerTracks", fps) {
     scene().setRange(0.0, 40.0);
     for (int i = 1; i < wheels; ++i) Press("Add Wheel");
     Drive([](double) { return 0.0; });
   }
-  ~Crawler() { core().SetUserInterface(nullptr); }
 
   void Set(const std::map<std::string, double>& values) {
-    for (const auto& [label, value] : values) Edit(label, std::to_string(value));
+    for (const auto& [label, value] : values) Edit(label, value);
   }
-  double Get(const std::string& label) { return rig->GetConfig().findAll(label).at(0)->number(); }
   int Count() {
     Press("Calculate Number of Steps");
-    return static_cast<int>(Get("Number of Steps"));
+    return static_cast<int>(Setting("Number of Steps"));
   }
   Crawler& Create() {
     Count();
@@ -57,11 +44,10 @@ class Crawler : public RigScene {
     for (int i = 0; i < inputs.count(); ++i)
       if (inputs.property(i)->name == "Forward/Backward") rig->SetTrack(i, track);
   }
-  hl::SceneNode& Node(const std::string& name) { return *scene().find("Rig_" + name); }
   void Resize(const std::string& node, double scale) {
-    auto pose = Node(node).pose();
+    auto pose = Find(node).pose();
     pose.scale = pose.scale * scale;
-    Node(node).setPose(pose);
+    Find(node).setPose(pose);
   }
   int StepCount() {
     int count = 0;
@@ -70,7 +56,7 @@ class Crawler : public RigScene {
   }
   /// In the Frame's space.
   Matrix Step(int index, int frame) {
-    return Node("Frame").worldMatrix(Frame(frame)).affineInverse() *
+    return World("Frame", frame).affineInverse() *
            scene().find(StepName(index))->worldMatrix(Frame(frame));
   }
   /// Widest gap of two neighbours' edges within these frames, and farthest way off the plane, in
@@ -113,25 +99,12 @@ class Crawler : public RigScene {
         places[static_cast<std::size_t>(frame - first)].push_back(Step(i, frame).translation());
     return places;
   }
-  Messages Told() { return std::exchange(m_messages, {}); }
-
-  int answer = rws::kAnswerYes;
 
  private:
-  struct Ui : rws::core::UserInterface {
-    explicit Ui(Crawler& owner) : rig(owner) {}
-    int MessageBox(const std::string& title, const std::string& text, unsigned flags) override {
-      rig.m_messages.push_back(title + ": " + text);
-      return (flags & 15) == rws::kButtonsYesNo ? rig.answer : rws::kAnswerOk;
-    }
-    Crawler& rig;
-  };
   static std::string StepName(int index) {
     const std::string digits = std::to_string(index + 1);
     return "Rig_step" + std::string(3 - std::min<std::size_t>(digits.size(), 3), '0') + digits;
   }
-  Ui m_ui;
-  Messages m_messages;
 };
 
 double Farthest(const std::vector<Vector>& a, const std::vector<Vector>& b) {
@@ -151,7 +124,7 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
   const auto gapOf = [](Crawler& rig, double steps) {
     rig.Set({{"Number of Steps", steps}});
     rig.Press("Calculate Gap");
-    return rig.Get("Gap Between Steps");
+    return rig.Setting("Gap Between Steps");
   };
   const double round = 2 * M_PI * kLine;
   for (const double scale : {1.0, 3.0}) {
@@ -181,8 +154,8 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
     outer.Resize("Frame", scale);
     outer.Edit("Inner Wheel", "0");
     outer.Press("Add Wheel");
-    outer.Node("bogie01").setPose(hl::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
-    outer.Node("bogie02").setPose(hl::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Find("bogie01").setPose(hl::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Find("bogie02").setPose(hl::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
     const double apart = std::hypot(1.0, 0.8);
     const double tilt = M_PI / 2 - std::acos(2 * kLine / apart) - std::atan2(0.8, 1.0);
     const double told = 2.0 + 2 * std::hypot(apart, 2 * kLine) + 2 * (M_PI + 2 * tilt) * kLine;
@@ -190,56 +163,25 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
     // No steps have no gap; that of one step, or of too long ones, changes nothing.
     EXPECT_EQ(gapOf(outer, 0), 0.0);
     EXPECT_EQ(gapOf(outer, 1), 0.0);
-    auto longer = outer.Node("TemplateStep").pose();
+    auto longer = outer.Find("TemplateStep").pose();
     longer.scale.z = 100.0;
-    outer.Node("TemplateStep").setPose(longer);
+    outer.Find("TemplateStep").setPose(longer);
     EXPECT_EQ(gapOf(outer, 2), 0.0);
     EXPECT_EQ(outer.Told(), Messages{});
   }
-}
-
-TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeAndRepeatsBitForBit) {
-  RigScene::Poses taken;
-  {
-    Crawler rig;
-    rig.Create().Drive(ThereAndBack);
-    ASSERT_EQ(rig.StepCount(), 60);
-    rig.Resimulate(0, 300);
-    EXPECT_EQ(rig.Told(), Messages{});
-    EXPECT_LT(rig.WidestGap(0, 300), 0.1);
-    const double full = 5.0 * kLine;
-    EXPECT_NEAR(rig.Speed(25, 95) / full, 1.0, 0.05);
-    EXPECT_NEAR(rig.Speed(125, 150) / full, 0.0, 0.05);
-    EXPECT_NEAR(rig.Speed(175, 255) / full, -1.0, 0.05);
-    EXPECT_NEAR(rig.Speed(290, 300) / full, 0.0, 0.05);
-    EXPECT_NEAR(rig.Middle(300).y, 0.56, 0.1) << "round the wheels";
-    taken = rig.PosesOf(0, 300);
-    rig.Resimulate(0, 300);
-    EXPECT_TRUE(rig.PosesOf(0, 300) == taken) << "again";
-    rig.Reopen();
-    rig.Resimulate(0, 300);
-    EXPECT_TRUE(rig.PosesOf(0, 300) == taken) << "reopened";
-  }
-  Crawler other;
-  other.Create().Drive(ThereAndBack);
-  other.Resimulate(0, 300);
-  EXPECT_TRUE(other.PosesOf(0, 300) == taken) << "another one";
 }
 
 TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWheels) {
   const auto run = [](int wheels, double fps, const std::map<std::string, double>& settings,
                       double speed) {
     Crawler rig(wheels, fps);
-    if (speed == 0.0) {
-      auto& ground = rig.scene().addNode("Ground");
-      ground.setMesh(util::CMesh_Box(20.0, 1.0, 20.0, {0.0, -0.5, 0.0}));
-      rig.scene().reparent(rig.Node("GravityDirection"), &ground, 0.0);
-    }
+    if (speed == 0.0)
+      rig.AddAbove("GravityDirection", util::CMesh_Box(20.0, 1.0, 20.0, {0.0, -0.5, 0.0}));
     rig.Set(settings);
     rig.Create();
-    hl::Channel way(hl::ChannelPath::kTranslation);
-    EXPECT_TRUE(way.setKeys({0.0, 4.0}, {0.0, 0.0, 0.0, 0.0, 0.0, -4.0 * speed}));
-    rig.Node("Frame").setChannel(way);
+    Crawler::Animate(rig.Find("Frame"), 4.0, 1, [&](double t) {
+      return hl::Trs{{0.0, 0.0, -t * speed}, {}, {1, 1, 1}};
+    });
     const auto laid = rig.Places(0, 0).front();
     const int last = static_cast<int>(0.8 * fps);
     rig.Resimulate(0, last);
@@ -263,23 +205,31 @@ TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWh
   Crawler rig;
   rig.Set({{"Gravity", 1000}});
   rig.Create().Set({{"Accuracy", 1}});
-  rig.Place("Rig_driveWheel", {0, 0, 1000});
+  rig.Place("driveWheel", {0, 0, 1000});
   rig.Resimulate(0, 10);
   EXPECT_EQ(rig.Told(),
             Messages{"Warning: The track has left its wheels or gone through the ground. "
                      "Try a Gravity of 100 at most."});
 }
 
-TEST(CrawlerTracks, ABeltStaysWholeWithEachOfTheProfiles) {
-  for (const char* profile : {"Tank", "Rubber Track", "Snow Cat", "Loose Chain"}) {
+TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeThereAndBackWithEachOfTheProfiles) {
+  for (const auto& [profile, widest, lowest] : {std::tuple{"Tank", 0.1, 0.1},
+                                                {"Rubber Track", 0.3, 0.26},
+                                                {"Snow Cat", 0.3, 0.26},
+                                                {"Loose Chain", 0.3, 0.26}}) {
+    SCOPED_TRACE(profile);
     Crawler rig;
     EXPECT_EQ(rig.core().LoadProfile("Rig", profile), "");
     rig.Create().Drive(ThereAndBack);
-    rig.Resimulate(0, 180);
-    EXPECT_LT(rig.WidestGap(0, 180), 0.3) << profile;
-    const double full = rig.Get("Maximum (Input Driven) Rotation Speed") * kLine;
-    EXPECT_NEAR(rig.Speed(25, 95) / full, 1.0, 0.05) << profile;
-    EXPECT_GT(rig.Middle(180).y, 0.3) << profile << ": round the wheels";
+    ASSERT_EQ(rig.StepCount(), 60);
+    rig.Resimulate(0, 300);
+    EXPECT_LT(rig.WidestGap(0, 300), widest);
+    const double full = rig.Setting("Maximum (Input Driven) Rotation Speed") * kLine;
+    for (const auto& [first, last, speed] :
+         {std::tuple{25, 95, 1.0}, {125, 150, 0.0}, {175, 255, -1.0}, {290, 300, 0.0}})
+      EXPECT_NEAR(rig.Speed(first, last) / full, speed, 0.05) << first;
+    EXPECT_NEAR(rig.Middle(300).y, 0.56, lowest) << "round the wheels";
+    EXPECT_EQ(rig.Told(), Messages{});
   }
 }
 
@@ -314,7 +264,7 @@ TEST(CrawlerTracks, WheelsTurnAsTheBeltTakesThem) {
   rig.Create().Drive(Always(0.5));
   rig.Resimulate(0, 10);
   const auto turn = [&](const std::string& wheel) {
-    const Vector up = rig.Node(wheel).worldMatrix(rig.Frame(10)).axisRow(1);
+    const Vector up = rig.World(wheel, 10).axisRow(1);
     return std::atan2(up.z, up.y);
   };
   const double drive = -0.5 * 5.0 * 0.4;  // its top goes to -Z
@@ -325,48 +275,35 @@ TEST(CrawlerTracks, WheelsTurnAsTheBeltTakesThem) {
 }
 
 TEST(CrawlerTracks, AScaledTurnedOrMovingFrameCarriesTheSameBelt) {
-  std::vector<std::vector<Vector>> places;
-  double speed = 0.0;
-  {
-    Crawler plain(2);
-    plain.Create().Drive(ThereAndBack);
-    plain.Resimulate(0, 90);
-    places = plain.Places(0, 90);
-    speed = plain.Speed(25, 90);
-  }
-  {
-    Crawler other(2);
-    Matrix pose = Matrix::rotationAxisAngle(40.0, 0.6, 0.0, 0.8);
-    pose.setRowLengths({3.0, 3.0, 3.0});
-    pose.setTranslation({20.0, -3.0, 7.0});
-    other.Node("Frame").setPose(hl::decompose(pose));
-    other.Create().Drive(ThereAndBack);
-    other.Resimulate(0, 90);
-    const auto found = other.Places(0, 90);
-    // Two wheels' slack swings as it will; a rounding shows in it.
-    for (const auto& [frame, most] : {std::pair{0, 0.01}, {5, 0.05}, {12, 0.05}, {90, 0.3}})
-      EXPECT_LT(Farthest(found[frame], places[frame]), most * kLength) << frame;
-    EXPECT_LT(other.WidestGap(0, 90), 0.1);
-    EXPECT_NEAR(other.Speed(25, 90), speed, 0.01);
-  }
-  Crawler moving(2);
-  moving.Create().Drive(ThereAndBack);
-  // As on a vehicle that drives a curve: 6 m/s, a circle in 6 s.
-  hl::Channel way(hl::ChannelPath::kTranslation), turn(hl::ChannelPath::kRotation);
-  std::vector<double> times, ways, turns;
-  for (int i = 0; i <= 100; ++i) {
-    const double angle = moving.Frame(i) * M_PI / 3, radius = 6.0 / (M_PI / 3);
-    times.push_back(moving.Frame(i));
-    for (const double v : {radius * (std::cos(angle) - 1), 0.0, -radius * std::sin(angle)})
-      ways.push_back(v);
-    for (const double v : {0.0, std::sin(angle / 2), 0.0, std::cos(angle / 2)}) turns.push_back(v);
-  }
-  EXPECT_TRUE(way.setKeys(times, ways) && turn.setKeys(times, turns));
-  moving.Node("Frame").setChannel(way);
-  moving.Node("Frame").setChannel(turn);
-  moving.Resimulate(0, 90);
-  EXPECT_LT(moving.WidestGap(0, 90), 0.3);
-  EXPECT_NEAR(moving.Speed(25, 90), speed, 0.1);
+  struct Run {
+    std::vector<std::vector<Vector>> places;
+    double speed, gap;
+  };
+  const auto run = [](const Matrix& pose, bool moves) {
+    Crawler rig(2);
+    rig.Find("Frame").setPose(hl::decompose(pose));
+    rig.Create().Drive(ThereAndBack);
+    // As on a vehicle that drives a curve: 6 m/s, a circle in 6 s.
+    if (moves)
+      Crawler::Animate(rig.Find("Frame"), rig.Frame(1), 100, [](double t) {
+        const double angle = t * M_PI / 3, radius = 6.0 / (M_PI / 3);
+        return hl::Trs{{radius * (std::cos(angle) - 1), 0.0, -radius * std::sin(angle)},
+                       {0.0, std::sin(angle / 2), 0.0, std::cos(angle / 2)}};
+      });
+    rig.Resimulate(0, 90);
+    return Run{rig.Places(0, 90), rig.Speed(25, 90), rig.WidestGap(0, 90)};
+  };
+  Matrix pose = Matrix::rotationAxisAngle(40.0, 0.6, 0.0, 0.8);
+  pose.setRowLengths({3.0, 3.0, 3.0});
+  pose.setTranslation({20.0, -3.0, 7.0});
+  const Run plain = run({}, false), other = run(pose, false), moving = run({}, true);
+  // Two wheels' slack swings as it will; a rounding shows in it.
+  for (const auto& [frame, most] : {std::pair{0, 0.01}, {5, 0.05}, {12, 0.05}, {90, 0.3}})
+    EXPECT_LT(Farthest(other.places[frame], plain.places[frame]), most * kLength) << frame;
+  EXPECT_LT(other.gap, 0.1);
+  EXPECT_NEAR(other.speed, plain.speed, 0.01);
+  EXPECT_LT(moving.gap, 0.3);
+  EXPECT_NEAR(moving.speed, plain.speed, 0.1);
 }
 
 TEST(CrawlerTracks, FallingIsTheSameAtAnySubdivisionAndNegativeGravityLifts) {
@@ -377,8 +314,8 @@ TEST(CrawlerTracks, FallingIsTheSameAtAnySubdivisionAndNegativeGravityLifts) {
       rig.Create().Set(
           {{"Gravity", gravity}, {"SubFrames", subFrames}, {"Flaccidity Reduction", reduction}});
       // With its wheels far off, and the belt on the side of the second, nothing holds it.
-      rig.Place("Rig_driveWheel", {0, 0, 1000});
-      rig.Place("Rig_bogie01", {0, 0, 500});
+      rig.Place("driveWheel", {0, 0, 1000});
+      rig.Place("bogie01", {0, 0, 500});
       const double before = rig.Middle(0).y;
       rig.Resimulate(0, 25);
       EXPECT_NEAR((before - rig.Middle(25).y) / (gravity / 2), 1.0, 0.05)
@@ -400,11 +337,11 @@ TEST(CrawlerTracks, TheGroundIsTheParentOfTheGravityDirectionOrWhatIsBelowItAndI
     ground.setPose(hl::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
     block.setMesh(util::CMesh_Box(8.0 * scale, 1.0 * scale, 2.0 * scale));
     block.setPose(hl::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
-    rig.scene().reparent(rig.Node("GravityDirection"), grouped ? group : &ground, 0.0);
-    rig.scene().reparent(block, grouped ? group : &rig.Node("GravityDirection"), 0.0);
+    rig.scene().reparent(rig.Find("GravityDirection"), grouped ? group : &ground, 0.0);
+    rig.scene().reparent(block, grouped ? group : &rig.Find("GravityDirection"), 0.0);
     rig.Create();
-    rig.Place("Rig_driveWheel", Vector(0, 0, 1000) * scale);
-    rig.Place("Rig_bogie01", Vector(0, 0, 500) * scale);
+    rig.Place("driveWheel", Vector(0, 0, 1000) * scale);
+    rig.Place("bogie01", Vector(0, 0, 500) * scale);
     rig.Resimulate(0, 75);
     int onBlock = 0;
     for (int i = 0; i < rig.StepCount(); ++i) {
@@ -427,7 +364,7 @@ TEST(CrawlerTracks, KeysLieOnFramesAndWhereToldOnSubFrames) {
     rig.Edit("Set keyframes on SubFrames", setSubFrames);
     rig.Resimulate(0, 10);
     for (const char* name : {"step001", "driveWheel"}) {
-      const hl::Channel* way = rig.Node(name).channel(hl::ChannelPath::kRotation);
+      const hl::Channel* way = rig.Find(name).channel(hl::ChannelPath::kRotation);
       ASSERT_TRUE(way);
       const auto& times = way->times();
       const auto first = std::upper_bound(times.begin(), times.end(), 1e-6);
@@ -463,7 +400,7 @@ TEST(CrawlerTracks, ADampingOfNothingCountsAsAHundredth) {
 TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn) {
   Crawler rig(2);
   auto& adaptor = rig.session.GetAdaptor();
-  rig.scene().addNode("Own", &rig.Node("bogie01"));
+  rig.scene().addNode("Own", &rig.Find("bogie01"));
   rig.Set({{"Number of Steps", 8}});
   const auto press = [&](const std::string& action) {
     const std::string before = rig.Saved();
@@ -480,13 +417,13 @@ TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn)
        {"Add Wheel", "Remove Wheel", "Add Support Wheel", "Remove Support Wheel"})
     press(action);
   press("Remove Wheel");
-  EXPECT_EQ(home(), &rig.Node("Frame"));
+  EXPECT_EQ(home(), &rig.Find("Frame"));
   EXPECT_NEAR(home()->worldMatrix(0.0).translation().z, 0.0, 1e-12);
   EXPECT_NEAR(rig.scene().find("Own")->worldMatrix(0.0).translation().z, -1.25, 1e-12);
   for (const char* action : {"Add Wheel", "Calculate Number of Steps", "Calculate Gap",
                              "Create Track", "Add Step", "Remove Step"})
     press(action);
-  rig.scene().reparent(*rig.scene().find("Own"), &rig.Node("step007"), 0.0);
+  rig.scene().reparent(*rig.scene().find("Own"), &rig.Find("step007"), 0.0);
   rig.Set({{"Number of Steps", 33}});
   rig.answer = rws::kAnswerNo;
   const std::string kept = rig.Saved();
@@ -495,7 +432,7 @@ TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn)
   rig.answer = rws::kAnswerYes;
   press("Create Track");
   EXPECT_EQ(rig.StepCount(), 33);
-  EXPECT_EQ(home(), &rig.Node("Frame"));
+  EXPECT_EQ(home(), &rig.Find("Frame"));
   const std::string asked =
       "Create new track: Track already created. Do you want to remove current track and create a "
       "new one?";
@@ -527,22 +464,22 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
             Messages{"Error: Track could not be created. Number of steps was set to less than 1. "
                      "Increase number of steps to create the track."});
   rig.Press("Add Wheel");
-  rig.Node("bogie01").setPose(rig.Node("driveWheel").pose());
+  rig.Find("bogie01").setPose(rig.Find("driveWheel").pose());
   EXPECT_EQ(told("Calculate Number of Steps"),
             Messages{"Warning: bogie01 has the same position as the DriveWheel, moving it out of "
                      "wheel."});
-  EXPECT_NEAR(rig.Node("bogie01").worldMatrix(0).translation().z, -1.1, 1e-9);
+  EXPECT_NEAR(rig.Find("bogie01").worldMatrix(0).translation().z, -1.1, 1e-9);
   const Messages mirrored{
       "Error: The Frame is mirrored or has a scale of 0. Give it a positive scale, and turn it "
       "instead."};
-  rig.Node("Frame").setPose(hl::Trs{{}, {}, {-1, 1, 1}});
+  rig.Find("Frame").setPose(hl::Trs{{}, {}, {-1, 1, 1}});
   EXPECT_EQ(told("Create Track"), mirrored);
-  rig.Node("Frame").setPose(hl::Trs{});
+  rig.Find("Frame").setPose(hl::Trs{});
   rig.Press("Create Track");
-  rig.Node("Frame").setPose(hl::Trs{{}, {}, {1, 1, -1}});
+  rig.Find("Frame").setPose(hl::Trs{{}, {}, {1, 1, -1}});
   rig.Resimulate(0, 1);
   EXPECT_EQ(rig.Told(), mirrored);
-  rig.Node("Frame").setPose(hl::Trs{});
+  rig.Find("Frame").setPose(hl::Trs{});
   for (const char* action : {"Add Wheel", "Add Support Wheel"})
     EXPECT_EQ(told(action), no("Remove track before adding more wheels."));
   EXPECT_EQ(told("Remove Wheel"),
@@ -554,8 +491,8 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
       "Drivewheel should have roughly the same scale for best results. This may cause unwanted "
       "behaviour of the tracks."};
   for (const double scale : {0.49, 0.5, 2.0, 2.01}) {
-    rig.Node("driveWheel").setChannel(hl::Channel(hl::ChannelPath::kScale));  // the last take's
-    rig.Node("driveWheel").setPose(hl::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
+    rig.Find("driveWheel").setChannel(hl::Channel(hl::ChannelPath::kScale));  // the last take's
+    rig.Find("driveWheel").setPose(hl::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
     rig.Resimulate(0, 1);
     EXPECT_EQ(rig.Told(), scale == 0.5 || scale == 2.0 ? Messages{} : warning) << scale;
   }
@@ -563,49 +500,42 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
 
 TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
   auto world = std::make_unique<FakeWorld>(Kind("CrawlerTracks"));
-  const auto press = [&](const std::string& label) {
-    world->core.Find(label).callback->OnCallback(label);
-  };
-  const auto told = [](FakeWorld& any) {
-    any.core.refused.clear();
-    return std::exchange(any.core.messages, {});
-  };
   for (const std::string node : {"driveWheel", "TemplateStep"}) {
     world->core.refused = "CreateMeshNode " + node;
     EXPECT_EQ(world->rig->Create(), 1);
-    EXPECT_EQ(told(*world), Messages{node == "TemplateStep" ? "Could not create TemplateStep"
-                                                            : "Could not create Wheel Node"});
+    EXPECT_EQ(world->core.Told(), Messages{node == "TemplateStep" ? "Could not create TemplateStep"
+                                                                  : "Could not create Wheel Node"});
   }
   EXPECT_EQ(world->rig->Create(), 0);
   world->core.refused = "CreateMeshNode";
-  press("Add Wheel");
-  EXPECT_EQ(told(*world), Messages{"Could not create Wheel Node"});
-  press("Add Wheel");
-  press("Calculate Number of Steps");
+  world->core.Press("Add Wheel");
+  EXPECT_EQ(world->core.Told(), Messages{"Could not create Wheel Node"});
+  world->core.Press("Add Wheel");
+  world->core.Press("Calculate Number of Steps");
   for (const auto& [refused, text] :
        {std::pair{"CreateMeshNode caterpillar", "Could not create StepActor..."},
         {"CreateMeshNode step003", "Could not create StepActor..."},
         {"IsValid step003", "no StepActor"}}) {
     world->core.refused = refused;
-    press("Create Track");
-    EXPECT_EQ(told(*world), Messages{text}) << refused;
+    world->core.Press("Create Track");
+    EXPECT_EQ(world->core.Told(), Messages{text}) << refused;
     EXPECT_FALSE(world->core.nodes.count("step001") + world->core.nodes.count("caterpillar"));
   }
   for (const auto& [refused, text] : {std::pair{"DeleteNode step003", "Could'nt delete track."},
                                       {"DeleteNode caterpillar", "Could'nt delete track.."}}) {
-    press("Create Track");
+    world->core.Press("Create Track");
     world->core.refused = refused;
-    press("Remove Track");
-    EXPECT_EQ(told(*world), Messages{text}) << refused;
+    world->core.Press("Remove Track");
+    EXPECT_EQ(world->core.Told(), Messages{text}) << refused;
   }
-  press("Create Track");
+  world->core.Press("Create Track");
   world->Take(0, 2);
-  EXPECT_EQ(told(*world), Messages{});
+  EXPECT_EQ(world->core.Told(), Messages{});
   const auto blob = world->Save();
   world->core.refused = "SetUserData";
   world->core.blob.clear();
   EXPECT_EQ(world->rig->Store(), 1);
-  EXPECT_EQ(told(*world), Messages{"Error when saving. Please try again."});
+  EXPECT_EQ(world->core.Told(), Messages{"Error when saving. Please try again."});
 
   const auto opened = [&](const std::string& list, const std::string& field) {
     util::DataChunk chunk(blob.data(), blob.size());
@@ -616,10 +546,9 @@ TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
       for (auto& one : fields)
         if (one.name == field) one.payload.push_back('x');
     }
-    int restored = 0;
-    auto other = world->Reopen(chunk.flatten(), restored);
-    EXPECT_EQ(restored, 1) << field;
-    return told(*other);
+    const auto other = world->Reopen(chunk.flatten());
+    EXPECT_EQ(other->restored, 1) << field;
+    return other->core.Told();
   };
   const std::string again = "Error when loading, try again.";
   EXPECT_EQ(opened("wheels", "name"), (Messages{"Could not load Wheel", again}));
@@ -627,15 +556,13 @@ TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
     EXPECT_EQ(opened("track", value), (Messages{"Could not load Step", again})) << value;
   EXPECT_EQ(opened("crawlerTracks", "gravity"), Messages{again});
   // Next to none of these is brought to the least that a user can set.
-  FakeWorld loose(Kind("CrawlerTracks"));
-  EXPECT_EQ(loose.rig->Create(), 0);
+  NewWorld loose("CrawlerTracks");
   for (const std::string way : {"Bending", "Displacement", "Twist"}) {
     for (const char* what : {" Stiffness", " Damping"}) {
       for (const double value : {0.0099, 0.0105}) {
         *loose.core.Find(way + what).number = value;
-        int restored = 1;
-        const auto other = loose.Reopen(loose.Save(), restored);
-        EXPECT_EQ(restored, 0);
+        const auto other = loose.Reopen(loose.Save());
+        EXPECT_EQ(other->restored, 0);
         EXPECT_EQ(*other->core.Find(way + what).number, std::max(value, 0.01)) << way << what;
       }
     }
@@ -645,7 +572,7 @@ TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
                                    {"bogie01", "Could not create an actor, no wheelNode"}}) {
     world->core.DeleteNode(&world->Node(node), false);
     world->Take(0, 2);
-    EXPECT_EQ(told(*world), Messages{text});
+    EXPECT_EQ(world->core.Told(), Messages{text});
   }
 }
 }  // namespace

@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
 #include "rigs/RigSuite.h"
 

@@ -1,10 +1,7 @@
 // Template tools on the headless host: what a pose has no part in.
-#include <gtest/gtest.h>
-
-#include "adaptor/headless/HeadlessNode.h"
 #include "core/DataRoot.h"
-#include "support/TempFolder.h"
 #include "rigs/RigSuite.h"
+#include "support/TempFolder.h"
 
 namespace orv::tests {
 namespace {
@@ -28,7 +25,7 @@ TEST(TemplateHost, LensesAreRecordedRepeatedAndUndoneAndRefusedPosesTold) {
     RigScene world("Zoom", 25.0);
     const auto lens = [&] {
       std::vector<double> values;
-      auto& node = world.session.GetAdaptor().NodeFor(*world.scene().find("Rig_Cam"));
+      auto& node = world.session.GetAdaptor().NodeFor(world.Find("Cam"));
       for (int i = 0; i <= 20; ++i) {
         auto* snapshot = node.GetSnapshotLens(world.Frame(i));
         values.push_back(snapshot->GetFieldOfView());

@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <random>
 
-#include "core/Resources.h"
 #include "rigs/CarScene.h"
 
 namespace orv::tests {
@@ -96,14 +95,6 @@ Control RandomControl(Dice& dice, CarInput input) {
   }
 }
 
-std::vector<std::string> Profiles() {
-  std::vector<std::string> names;
-  const std::string folder = ":/data/4wheelerextended/configprofiles";
-  for (const std::string& path : rws::core::ListResources(folder, "ocp"))
-    names.push_back(path.substr(folder.size() + 1, path.size() - folder.size() - 5));
-  return names;
-}
-
 /// What is wrong with the poses of a frame; empty when nothing is.
 class Watch {
  public:
@@ -141,7 +132,7 @@ class Watch {
 
 /// One drive. What went wrong in it, else nothing.
 std::string Drive(unsigned seed) {
-  static const std::vector<std::string> profiles = Profiles();
+  static const std::vector<std::string> profiles = CarProfiles();
   Dice dice(seed);
   const double fps = dice.Often(0.5) ? std::array{12.0, 24.0, 29.97, 60.0, 120.0}[dice.Of(5)]
                                      : dice.In(12.0, 120.0);

@@ -107,13 +107,13 @@ class FakeInterface : public rws::CInterface {
   /// A user's edit of a check box, or the core's own undo of one.
   void Check(const std::string& label, bool on) {
     *Find(label).flag = on;
-    Find(label).callback->OnCallback(label);
+    Press(label);
   }
-  void UndoAll() {
-    for (auto step = undo.rbegin(); step != undo.rend(); ++step) (*step)->Undo(true);
-  }
-  void RedoAll() {
-    for (auto& step : undo) step->Redo();
+  void Press(const std::string& label) { Find(label).callback->OnCallback(label); }
+  /// The texts since the last call, after which nothing is refused any more.
+  std::vector<std::string> Told() {
+    refused.clear();
+    return std::exchange(messages, {});
   }
 
   int PushUndo(rws::CUndo* step) override {
@@ -290,8 +290,8 @@ struct FakeWorld {
     rig->Define();
   }
 
-  /// What saving and opening this world gives; `restored` is what Restore answered.
-  std::unique_ptr<FakeWorld> Reopen(const std::vector<unsigned char>& blob, int& restored) {
+  /// What saving and opening this world gives.
+  std::unique_ptr<FakeWorld> Reopen(const std::vector<unsigned char>& blob) {
     auto opened = std::make_unique<FakeWorld>(plugin, core.frameRate);
     for (std::size_t i = 0; i < core.elements.size(); ++i) {
       const auto &from = core.elements[i], &to = opened->core.elements[i];
@@ -307,7 +307,7 @@ struct FakeWorld {
       if (node->parent)
         opened->core.nodes[name]->parent = opened->core.nodes[node->parent->name].get();
     opened->core.blob = blob;
-    restored = opened->rig->Restore();
+    opened->restored = opened->rig->Restore();
     return opened;
   }
   std::vector<unsigned char> Save() {
@@ -329,6 +329,10 @@ struct FakeWorld {
     rig->Stop();
   }
   FakeNode& Node(const std::string& name) { return *core.nodes.at(name); }
+  double Time(int frame) { return frame * core.GetFrameDuration(); }
+  util::Vector3<double> Place(const std::string& node, int frame) {
+    return Node(node).World(Time(frame)).translation();
+  }
 
   struct End {
     void operator()(rws::CCamera* camera) const { camera->Destroy(); }
@@ -336,6 +340,16 @@ struct FakeWorld {
   rws::CCameraPlugin& plugin;
   FakeInterface core;
   std::unique_ptr<rws::CCamera, End> rig;  ///< dies before its core
+  int restored = -1;                       ///< what Restore answered
+};
+
+/// A new rig with its nodes.
+struct NewWorld : FakeWorld {
+  explicit NewWorld(rws::CCameraPlugin& kind, double frameRate = 25.0)
+      : FakeWorld(kind, frameRate) {
+    if (rig->Create() != 0) throw std::runtime_error("no rig " + kind.GetId());
+  }
+  explicit NewWorld(const std::string& kind) : NewWorld(Kind(kind)) {}
 };
 
 }  // namespace orv::tests
