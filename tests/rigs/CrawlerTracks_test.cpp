@@ -213,10 +213,10 @@ TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWh
 }
 
 TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeThereAndBackWithEachOfTheProfiles) {
-  for (const auto& [profile, widest, lowest] : {std::tuple{"Tank", 0.1, 0.1},
-                                                {"Rubber Track", 0.3, 0.26},
-                                                {"Snow Cat", 0.3, 0.26},
-                                                {"Loose Chain", 0.3, 0.26}}) {
+  for (const auto& [profile, widest, sag] : {std::tuple{"Tank", 0.1, 0.1},
+                                             {"Rubber Track", 0.3, 0.26},
+                                             {"Snow Cat", 0.3, 0.26},
+                                             {"Loose Chain", 0.3, 0.26}}) {
     SCOPED_TRACE(profile);
     Crawler rig;
     EXPECT_EQ(rig.core().LoadProfile("Rig", profile), "");
@@ -228,7 +228,7 @@ TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeThereAndBackWithEachOfTheProfi
     for (const auto& [first, last, speed] :
          {std::tuple{25, 95, 1.0}, {125, 150, 0.0}, {175, 255, -1.0}, {290, 300, 0.0}})
       EXPECT_NEAR(rig.Speed(first, last) / full, speed, 0.05) << first;
-    EXPECT_NEAR(rig.Middle(300).y, 0.56, lowest) << "round the wheels";
+    EXPECT_NEAR(rig.Middle(300).y, 0.56, sag) << "round the wheels";
     EXPECT_EQ(rig.Told(), Messages{});
   }
 }
