@@ -23,6 +23,7 @@ enum ControlKind : std::uint32_t {
   kFiniteControl = 2,    ///< direction of a hat: -1, 0 or 1
   kInfiniteControl = 4,  ///< axis or slider: -1 to 1
 };
+inline constexpr std::uint32_t kAnyControl = kBinaryControl | kFiniteControl | kInfiniteControl;
 
 /// A raw value with a baseline. The device that made it owns it and writes `current`; whoever reads
 /// it through a binding stands in `targets`.

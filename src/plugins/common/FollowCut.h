@@ -9,8 +9,6 @@
 
 namespace orv::rws::addon {
 
-inline constexpr double kMostJump = 1e18;  ///< m
-
 /// A move of what a camera follows, within a frame, that is a cut and no motion (world). The camera
 /// is carried along as one piece: its lag and swing go on behind the cut as they were before it.
 struct FollowCut {
@@ -32,16 +30,6 @@ inline std::optional<FollowCut> FindCut(const RigSceneNode& followed, double bef
   const FollowCut cut{FollowCut::Transform::fromMatrix(followed.ReadMatrix(before)), now};
   if ((cut.to.position - cut.from.position).length() <= threshold) return {};
   return cut;
-}
-
-/// The group with the threshold, which stands behind all other parameters of a camera.
-inline void DefineCuts(CInterface& core, double& threshold, CInterface::Callback& callback) {
-  core.BeginGroup("Cuts", "What happens when the AttachedCam jumps");
-  core.AddSpinner("Jump Threshold",
-                  "Where the AttachedCam moves farther than this within a frame (m), the FollowCam "
-                  "is carried along and does not fly after it. 0 follows every move",
-                  &threshold, 0.0, kMostJump, 0.01, 2, false, &callback);
-  core.EndGroup();
 }
 
 }  // namespace orv::rws::addon

@@ -9,30 +9,30 @@
 
 namespace orv::rws::addon {
 
-HideModes::Box& HideModes::Add(std::string label, std::string tooltip, When when,
-                               std::vector<RigSceneNode*> nodes) {
-  Box box;
-  box.label = std::move(label);
-  box.tooltip = std::move(tooltip);
-  box.when = when;
-  box.nodes = std::move(nodes);
-  m_boxes.push_back(std::move(box));
+HideModes::Box& HideModes::BoxOf(const bool& on) {
+  const auto found =
+      std::find_if(m_boxes.begin(), m_boxes.end(), [&](const Box& box) { return box.on == &on; });
+  if (found != m_boxes.end()) return *found;
+  m_boxes.push_back({&on, {}, Hides::kNothing, false, {}});
   return m_boxes.back();
 }
 
-void HideModes::Define(CInterface& core, CInterface::Callback& rig) {
-  core.BeginGroup("General Modes", "What is shown");
-  DefineBoxes(core, rig);
-  core.EndGroup();
+void HideModes::SetNodes(const bool& on, std::vector<RigSceneNode*> nodes) {
+  BoxOf(on).nodes = std::move(nodes);
 }
 
-void HideModes::DefineBoxes(CInterface& core, CInterface::Callback& rig) {
-  for (Box& box : m_boxes) core.AddCheckBox(box.label, box.tooltip, &box.on, &rig);
+void HideModes::Define(const std::vector<Parameter>& parameters) {
+  for (const Parameter& parameter : parameters) {
+    if (parameter.hides == Hides::kNothing) continue;
+    Box& box = BoxOf(*parameter.flag);
+    box.label = parameter.label;
+    box.when = parameter.hides;
+  }
 }
 
 bool HideModes::IsHidden(const RigSceneNode* node) const {
   return std::any_of(m_boxes.begin(), m_boxes.end(), [&](const Box& box) {
-    return box.on && (m_recording || box.when == kAlways) &&
+    return *box.on && (m_recording || box.when == Hides::kAlways) &&
            std::find(box.nodes.begin(), box.nodes.end(), node) != box.nodes.end();
   });
 }
@@ -44,19 +44,19 @@ void HideModes::Apply(const Box& box) const {
 void HideModes::Start() {
   m_recording = true;
   for (const Box& box : m_boxes)
-    if (box.on) Apply(box);
+    if (*box.on) Apply(box);
 }
 
 void HideModes::Stop() {
   m_recording = false;
   for (const Box& box : m_boxes)
-    if (box.on && box.when == kDuringTakes) Apply(box);
+    if (*box.on && box.when == Hides::kDuringTakes) Apply(box);
 }
 
 void HideModes::Restore() {
   for (Box& box : m_boxes) {
-    box.applied = box.on;
-    if (box.on && box.when == kAlways) Apply(box);
+    box.applied = *box.on;
+    if (*box.on && box.when == Hides::kAlways) Apply(box);
   }
 }
 
@@ -68,14 +68,14 @@ bool HideModes::OnCallback(CInterface& core, CInterface::Callback& rig, const st
   Box& box = *found;
   // The value itself is taken back by the core, before or after this event; what is left to the rig
   // is to let the nodes match it.
-  if (!event.IsReplay() && box.on == box.applied) return true;
-  box.applied = box.on;
+  if (!event.IsReplay() && *box.on == box.applied) return true;
+  box.applied = *box.on;
   // Outside takes the nodes don't depend on a box that acts in takes only.
-  if (box.when == kAlways || m_recording) {
+  if (box.when == Hides::kAlways || m_recording) {
     Apply(box);
     core.RefreshViews();
   }
-  if (!event.IsReplay() && box.when == kAlways)
+  if (!event.IsReplay() && box.when == Hides::kAlways)
     core.PushUndo(new CREEventUndo(&rig, kRealUndo + box.label, kRealRedo + box.label));
   return true;
 }

@@ -5,6 +5,7 @@
 
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
+#include "plugins/common/MeshParts.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/common/SaveChunk.h"
 #include "unidevice/Control.h"
@@ -24,12 +25,6 @@ constexpr double kBarSize = 0.02;
 /// No bound for a user, and far from what arithmetic could not hold.
 constexpr double kHuge = 1e18;
 
-void Append(util::CMesh& mesh, const util::CMesh& part) {
-  const auto first = static_cast<std::int32_t>(mesh.vertices.size());
-  mesh.vertices.insert(mesh.vertices.end(), part.vertices.begin(), part.vertices.end());
-  for (const std::int32_t index : part.faces) mesh.faces.push_back(first + index);
-}
-
 /// The twelve edges of a cube around the origin.
 util::CMesh CageMesh() {
   util::CMesh mesh;
@@ -41,7 +36,7 @@ util::CMesh CageMesh() {
       size[axis] = kCageSize + kBarSize;
       centre[(axis + 1) % 3] = edge & 1 ? half : -half;
       centre[(axis + 2) % 3] = edge & 2 ? half : -half;
-      Append(mesh, util::CMesh_Box(size.x, size.y, size.z, centre));
+      AppendMesh(mesh, util::CMesh_Box(size.x, size.y, size.z, centre));
     }
   return mesh;
 }
@@ -62,7 +57,7 @@ void ActuatorNode::Write(double time, const Matrix& local) const {
 }
 
 LinkRig::LinkRig(const CreationRecord& record, const Kind& kind, util::CMesh actuatorMesh)
-    : CCamera(record),
+    : Rig(record),
       m_cage(*this),
       m_actuator(*this, kind.actuatorName, m_cage, std::move(actuatorMesh)),
       m_kind(kind),
@@ -72,47 +67,71 @@ LinkRig::LinkRig(const CreationRecord& record, const Kind& kind, util::CMesh act
     m_channels[i].name = kind.channels[i].name;
     m_channels[i].filter.settings.maximum = kind.channels[i].maximum;
   }
-  m_hideModes.Add("Hide Helpers", "Hides the cage and the actuator.", HideModes::kAlways,
-                  {&m_cage, &m_actuator});
-  m_hideModes.Add("Hide Helpers During Recording",
-                  "Hides the cage and the actuator while a take runs.", HideModes::kDuringTakes,
-                  {&m_cage, &m_actuator});
+  for (const bool* on : {&m_settings.hideHelpers, &m_settings.hideHelpersDuringRecording})
+    m_hideModes.SetNodes(*on, {&m_cage, &m_actuator});
 }
 
 int LinkRig::Define() {
+  using Row = ParameterRow<Settings>;
+  constexpr Row kRows[] = {
+      Row::Group("General Modes", "What is shown"),
+      Row::Flag(kNotSaved, nullptr, "Hide Helpers", "Hides the cage and the actuator.",
+                &Settings::hideHelpers, Hides::kAlways),
+      Row::Flag(kNotSaved, nullptr, "Hide Helpers During Recording",
+                "Hides the cage and the actuator while a take runs.",
+                &Settings::hideHelpersDuringRecording, Hides::kDuringTakes),
+      Row::Own(kMoreModes),
+      Row::EndGroup(),
+      Row::Own(kMore),
+      Row::Group("Input Property Parameters", "How each input is turned into movement"),
+      Row::Own(kChannels),
+      Row::EndGroup(),
+  };
   m_pInterface->BeginConfig();
-  m_hideModes.Define(*m_pInterface, *this);
-  DefineMore();
-  m_pInterface->BeginGroup("Input Property Parameters", "How each input is turned into movement");
-  for (Channel& channel : m_channels) DefineChannel(channel);
-  m_pInterface->EndGroup();
+  DefineParameters(ParametersOf(kRows, m_settings), [this](int which) { DefineOwn(which); });
   m_pInterface->EndConfig();
   return 0;
 }
 
+void LinkRig::DefineOwn(int which) {
+  if (which == kMoreModes) DefineMoreModes();
+  if (which == kMore) DefineMore();
+  if (which == kChannels)
+    for (Channel& channel : m_channels) DefineChannel(channel);
+}
+
+/// The labels begin with the channel's name.
+std::vector<Parameter> LinkRig::ParametersOfChannel(const std::string& name,
+                                                    InputFilterSettings& settings) const {
+  using S = InputFilterSettings;
+  using Row = ParameterRow<S>;
+  const InputFilterKeys& keys = m_kind.keys;
+  const Row rows[] = {
+      Row::Number(kNotSaved, nullptr, " Response Factor",
+                  "How quickly the to respond to input value changes.", &S::responseFactor,
+                  {0.0, 1.0, 0.01, 3}),
+      Row::Number(kNotSaved, nullptr, " Maximum", "The maximum/minimum value of the input.",
+                  &S::maximum, {-kHuge, kHuge, 0.01, 3}),
+      Row::Number(2, keys.changeLimit, " Change Limit",
+                  "This parameter limits the rate of change (the velocity) of the input.",
+                  &S::fChangeLimit, {0.0, kHuge, 0.1, 3}),
+      Row::Flag(0, keys.isTrinaryStateValue, " Keep Trinary State",
+                "If checked the input value is held until activated again by which it returns to "
+                "zero. If an analog input is used the trigger value is 0.5 (or -0.5).",
+                &S::bIsTrinaryStateValue),
+      Row::Flag(1, keys.isIntegratedValue, " Integrate",
+                "If checked the input value is integrated (the value is increased/decreased until "
+                "the input value is zero again).",
+                &S::bIsIntegratedValue),
+  };
+  std::vector<Parameter> parameters = ParametersOf(rows, settings);
+  for (Parameter& parameter : parameters) parameter.prefix = name;
+  return parameters;
+}
+
 void LinkRig::DefineChannel(Channel& channel) {
-  const unsigned anyKind =
-      unidevice::kBinaryControl | unidevice::kFiniteControl | unidevice::kInfiniteControl;
-  channel.input = m_pInterface->AddInput(channel.name, anyKind);
-  InputFilterSettings& settings = channel.filter.settings;
-  m_pInterface->AddSpinner(channel.name + " Response Factor",
-                           "How quickly the to respond to input value changes.",
-                           &settings.responseFactor, 0.0, 1.0, 0.01, 3, false, this);
-  m_pInterface->AddSpinner(channel.name + " Maximum", "The maximum/minimum value of the input.",
-                           &settings.maximum, -kHuge, kHuge, 0.01, 3, false, this);
-  m_pInterface->AddSpinner(channel.name + " Change Limit",
-                           "This parameter limits the rate of change (the velocity) of the input.",
-                           &settings.fChangeLimit, 0.0, kHuge, 0.1, 3, false, this);
-  m_pInterface->AddCheckBox(
-      channel.name + " Keep Trinary State",
-      "If checked the input value is held until activated again by which it returns to zero. If an "
-      "analog input is used the trigger value is 0.5 (or -0.5).",
-      &settings.bIsTrinaryStateValue, this);
-  m_pInterface->AddCheckBox(
-      channel.name + " Integrate",
-      "If checked the input value is integrated (the value is increased/decreased until the input "
-      "value is zero again).",
-      &settings.bIsIntegratedValue, this);
+  channel.input = m_pInterface->AddInput(channel.name, unidevice::kAnyControl);
+  DefineParameters(ParametersOfChannel(channel.name, channel.filter.settings));
 }
 
 int LinkRig::Create() {
@@ -155,10 +174,6 @@ void LinkRig::Forget(double time) {
     history.Forget(time, m_pInterface->GetFrameDuration());
 }
 
-void LinkRig::Update(double /*time*/) {
-  m_pInterface->RefreshConfig();
-}
-
 int LinkRig::Restore() {
   if (!m_cage.Find() || !m_actuator.Find()) return 1;
   RestoreMore();
@@ -178,9 +193,7 @@ SaveState LinkRig::LoadBlob() {
     settings.push_back(m_channels[i].filter.settings);
     SaveReader reader(all.getChunk(m_channels[i].name));
     histories[i].Load(reader, m_kind.keys);
-    reader.Read(m_kind.keys.isTrinaryStateValue, settings[i].bIsTrinaryStateValue);
-    reader.Read(m_kind.keys.isIntegratedValue, settings[i].bIsIntegratedValue);
-    reader.Read(m_kind.keys.changeLimit, settings[i].fChangeLimit, 0.0, kHuge);
+    LoadParameters(reader, ParametersOfChannel(m_channels[i].name, settings[i]));
     if (!reader.IsGood()) return SaveState::kDamaged;
   }
   m_histories = std::move(histories);
@@ -192,12 +205,9 @@ int LinkRig::Store() {
   util::DataChunk chunk = MakeSaveChunk(m_kind.chunkName, kSaveVersion);
   util::DataChunk all(m_kind.keys.channels);
   for (std::size_t i = 0; i < m_channels.size(); ++i) {
-    const InputFilterSettings& settings = m_channels[i].filter.settings;
     util::DataChunk channel(m_channels[i].name);
     m_histories[i].Save(channel, m_kind.keys);
-    channel.addValue(m_kind.keys.isTrinaryStateValue, settings.bIsTrinaryStateValue);
-    channel.addValue(m_kind.keys.isIntegratedValue, settings.bIsIntegratedValue);
-    channel.addValue(m_kind.keys.changeLimit, settings.fChangeLimit);
+    SaveParameters(channel, ParametersOfChannel(m_channels[i].name, m_channels[i].filter.settings));
     all.addChunk(std::move(channel));
   }
   chunk.addChunk(std::move(all));

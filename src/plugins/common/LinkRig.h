@@ -4,11 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCamera.h"
-#include "core/interface/CInterface.h"
-#include "plugins/common/HideModes.h"
 #include "plugins/common/InputFilter.h"
-#include "plugins/common/RigSceneNode.h"
+#include "plugins/common/Rig.h"
 #include "plugins/common/SaveChunk.h"
 
 namespace orv::unidevice {
@@ -38,14 +35,11 @@ class ActuatorNode : public RigMeshNode {
 
 /// Inputs, each through a filter of its own, move an actuator in the frame of a cage. All state
 /// that a later frame sees lies in histories by time, so that a take may begin at any frame.
-class LinkRig : public CCamera, public CInterface::Callback {
+class LinkRig : public Rig {
  public:
-  using SceneNode = RigSceneNode;
-
   void Start(double time) override;
   void Stop() override;
   void Step(double time) override;
-  void Update(double time) override;
   int Define() override;
   int Create() override;
   int Restore() override;
@@ -75,8 +69,9 @@ class LinkRig : public CCamera, public CInterface::Callback {
 
   LinkRig(const CreationRecord& record, const Kind& kind, util::CMesh actuatorMesh);
 
-  /// Declares what the rig has beside the hide modes and the channels, as elements of the group
-  /// "General Modes" or groups of their own.
+  /// Declares what else the group "General Modes" has.
+  virtual void DefineMoreModes() {}
+  /// Declares groups between that one and the channels'.
   virtual void DefineMore() {}
   virtual int CreateMore() { return 0; }
   virtual void RestoreMore() {}
@@ -86,13 +81,22 @@ class LinkRig : public CCamera, public CInterface::Callback {
 
   CRelativeCageNode m_cage;
   ActuatorNode m_actuator;
-  HideModes m_hideModes;
 
  private:
+  struct Settings {
+    bool hideHelpers = false;
+    bool hideHelpersDuringRecording = false;
+  };
+  enum Own { kMoreModes, kMore, kChannels };
+
+  void DefineOwn(int which);
   void DefineChannel(Channel& channel);
+  std::vector<Parameter> ParametersOfChannel(const std::string& name,
+                                             InputFilterSettings& settings) const;
   SaveState LoadBlob();
 
   const Kind m_kind;
+  Settings m_settings;
   std::vector<Channel> m_channels;
   std::vector<InputFilterHistory> m_histories;  ///< one per channel
   util::Vector3<double> m_actuatorScale{1.0, 1.0, 1.0};

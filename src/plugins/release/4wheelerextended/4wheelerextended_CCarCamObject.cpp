@@ -59,17 +59,17 @@ CCarCamObject::CCarCamObject(const CreationRecord& record, GroundShapePool& shap
     written->SetWritten();
   for (int i = 0; i < kWheelCount; ++i) m_wheels[i] = std::make_unique<WheelNodes>(*this, i);
   for (RigSceneNode* node : AllNodes()) m_gravity.own.push_back(node);
-  const auto hide = [&](const char* label, const char* tooltip, HideModes::When when,
-                        std::vector<RigSceneNode*> nodes) -> HideModes::Box& {
+  const auto hide = [&](const char* label, const char* tooltip, OldHideModes::When when,
+                        std::vector<RigSceneNode*> nodes) -> OldHideModes::Box& {
     return m_hideModes.Add(label, tooltip, when, std::move(nodes));
   };
   hide("Hide Helpers", "Hides all nodes but the body, the wheels and the cameras.",
-       HideModes::kAlways, Helpers());
+       OldHideModes::kAlways, Helpers());
   hide("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-       HideModes::kDuringTakes, Helpers());
-  hide("Hide Follow Camera", "Hides the FollowCam.", HideModes::kAlways, {&m_followCam}).on = true;
-  hide("Hide Driver Camera", "Hides the DriverCam.", HideModes::kAlways, {&m_driverCam}).on = true;
-  hide("Hide TopView Camera", "Hides the TopViewCam.", HideModes::kAlways, {&m_topViewCam}).on =
+       OldHideModes::kDuringTakes, Helpers());
+  hide("Hide Follow Camera", "Hides the FollowCam.", OldHideModes::kAlways, {&m_followCam}).on = true;
+  hide("Hide Driver Camera", "Hides the DriverCam.", OldHideModes::kAlways, {&m_driverCam}).on = true;
+  hide("Hide TopView Camera", "Hides the TopViewCam.", OldHideModes::kAlways, {&m_topViewCam}).on =
       true;
 }
 

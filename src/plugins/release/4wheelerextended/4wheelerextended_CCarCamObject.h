@@ -9,7 +9,7 @@
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
-#include "plugins/common/HideModes.h"
+#include "plugins/common/OldHideModes.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/release/4wheelerextended/CCarCam.h"
 #include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
@@ -157,7 +157,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   CDriverCamNode m_driverCam;
   CTopViewCamNode m_topViewCam;
   std::array<std::unique_ptr<WheelNodes>, kWheelCount> m_wheels;
-  HideModes m_hideModes;
+  OldHideModes m_hideModes;
 };
 
 class CCarCamPlugin : public CCameraPlugin {

@@ -107,11 +107,11 @@ CrawlerTracks::CrawlerTracks(const CreationRecord& record, GroundShapePool& shap
   // Frame and wheels stay: hiding them would hide the steps, and what the user hangs on them.
   const std::vector<RigSceneNode*> helpers{&m_trackDirection, &m_gravityDirection, &m_templateStep};
   m_hideModes.Add("Hide Helpers", "Hides TemplateStep, GravityDirection and the text.",
-                  HideModes::kAlways, helpers);
+                  OldHideModes::kAlways, helpers);
   m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-                  HideModes::kDuringTakes, helpers);
+                  OldHideModes::kDuringTakes, helpers);
   m_hideModes.Add("Hide Track Text", "Hides the text that tells where forward is.",
-                  HideModes::kAlways, {&m_trackDirection});
+                  OldHideModes::kAlways, {&m_trackDirection});
   m_wheels.push_back(std::make_shared<Wheel>(*this, "driveWheel", m_frame, WheelKind()));
   ShowWheels();
 }

@@ -10,7 +10,7 @@
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
 #include "core/interface/GroundReport.h"
-#include "plugins/common/HideModes.h"
+#include "plugins/common/OldHideModes.h"
 #include "plugins/common/History.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/common/ground/GroundShapePool.h"
@@ -213,7 +213,7 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   WheelList m_wheels;         ///< the driveWheel first
   WheelList m_supportWheels;
   TrackPointer m_track;  ///< null without one
-  HideModes m_hideModes;
+  OldHideModes m_hideModes;
 
   // Of the running take.
   std::unique_ptr<BeltWorld> m_world;

@@ -50,8 +50,15 @@ CDirectInputLinkObject::CDirectInputLinkObject(const CreationRecord& record)
                true},
               ActuatorMesh()),
       m_camera(*this, m_actuator) {
-  m_hideModes.Add("Hide Camera", "Hides the camera on the actuator.", HideModes::kAlways,
-                  {&m_camera});
+  m_hideModes.SetNodes(m_settings.hideCamera, {&m_camera});
+}
+
+void CDirectInputLinkObject::DefineMoreModes() {
+  using Row = ParameterRow<Settings>;
+  constexpr Row kRows[] = {Row::Flag(kNotSaved, nullptr, "Hide Camera",
+                                     "Hides the camera on the actuator.", &Settings::hideCamera,
+                                     Hides::kAlways)};
+  DefineParameters(ParametersOf(kRows, m_settings));
 }
 
 int CDirectInputLinkObject::CreateMore() {

@@ -27,11 +27,17 @@ class CDirectInputLinkObject : public LinkRig {
   explicit CDirectInputLinkObject(const CreationRecord& record);
 
  protected:
+  void DefineMoreModes() override;
   int CreateMore() override;
   void RestoreMore() override;
   util::Matrix<double> LocalPose() const override;
 
  private:
+  struct Settings {
+    bool hideCamera = false;
+  };
+
+  Settings m_settings;
   CCameraNode m_camera;
 };
 

@@ -70,14 +70,14 @@ Firepower::Firepower(const CreationRecord& record)
   // Trigger and barrel stay: hiding them would hide what the user hangs on them.
   const std::vector<RigSceneNode*> helpers{&m_template, &m_collision};
   m_hideModes.Add("Hide Helpers", "Hides the templateBullet and the collision node.",
-                  HideModes::kAlways, helpers);
+                  OldHideModes::kAlways, helpers);
   m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-                  HideModes::kDuringTakes, helpers);
-  m_hideCamera = &m_hideModes.Add("Hide Camera", "Hides the crosshairCam.", HideModes::kAlways,
+                  OldHideModes::kDuringTakes, helpers);
+  m_hideCamera = &m_hideModes.Add("Hide Camera", "Hides the crosshairCam.", OldHideModes::kAlways,
                                   {&m_crosshairCam});
   m_hideCameraDuringRecording =
       &m_hideModes.Add("Hide Camera During Recording", "Hides the crosshairCam while a take runs.",
-                       HideModes::kDuringTakes, {&m_crosshairCam});
+                       OldHideModes::kDuringTakes, {&m_crosshairCam});
 }
 
 Firepower::~Firepower() = default;

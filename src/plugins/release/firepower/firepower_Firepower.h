@@ -9,7 +9,7 @@
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
 #include "core/interface/GroundReport.h"
-#include "plugins/common/HideModes.h"
+#include "plugins/common/OldHideModes.h"
 #include "plugins/common/RigSceneNode.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/firepower/CCollisionNode.h"
@@ -105,9 +105,9 @@ class Firepower : public CCamera, public CInterface::Callback {
   RigMeshNode m_template;
   RigCameraNode m_crosshairCam;
   CCollisionNode m_collision;
-  HideModes m_hideModes;
-  HideModes::Box* m_hideCamera;
-  HideModes::Box* m_hideCameraDuringRecording;
+  OldHideModes m_hideModes;
+  OldHideModes::Box* m_hideCamera;
+  OldHideModes::Box* m_hideCameraDuringRecording;
 };
 
 class CFirepowerPlugin : public CCameraPlugin {

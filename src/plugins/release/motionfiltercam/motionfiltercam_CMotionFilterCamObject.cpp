@@ -3,24 +3,20 @@
 #include <cmath>
 
 #include "core/interface/CNode.h"
-#include "plugins/common/FollowCut.h"
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
-#include "plugins/common/NodeScale.h"
-#include "plugins/common/ReplayedEvent.h"
 #include "util/FollowFilters.h"
 #include "util/NumberText.h"
 
 namespace orv::rws::addon {
 
-using Matrix = util::Matrix<double>;
 using Transform = util::QTransform<double>;
 using Settings = CMotionFilterCamObject::Settings;
 
 namespace {
 
 const char kChunkName[] = "MotionFilterCamDataChunk";
-const char kReInitialize[] = "Re-Initialize";
+const char kHistoryKey[] = "ancMotionFilterCamNodeqTransMem";
 const char kSmoothingTip[] =
     "This factor determines how much the camera will smooth out rebounces at a stop";
 constexpr double kMax = 1e18;
@@ -36,29 +32,43 @@ struct sDataChunkSaveStruct {
 };
 static_assert(sizeof(sDataChunkSaveStruct) == 32, "the size is part of the format");
 
-struct NumberField {
-  const char* key;
-  double Settings::*value;
+using Row = ParameterRow<Settings>;
+constexpr Row kRows[] = {
+    Row::Group("Motion Filter Parameters", "How the FollowCam follows the AttachedCam"),
+    Row::Flag(6, "cMotionFilterCamNode.bFixateTranslations", "Fixate Translations",
+              "Fixates the camera's translations, ie no filtering", &Settings::bFixateTranslations),
+    Row::Number(0, "cMotionFilterCamNode.translationalResponseFactor",
+                "Translation Response Factor",
+                "This factor determines how fast the camera should react to changes in position",
+                &Settings::translationalResponseFactor, {0.0, kMax, 0.01})
+        .AsInput(),
+    Row::Number(2, "cMotionFilterCamNode.translationalSmoothingFactor",
+                "Translation Smoothing Factor", kSmoothingTip,
+                &Settings::translationalSmoothingFactor, {0.0, kMax, 0.01})
+        .AsInput(),
+    Row::Number(4, "cMotionFilterCamNode.translationalMaxVel", "Translation Max Velocity",
+                "This factor determines the maximum translation velocity of the camera",
+                &Settings::translationalMaxVel, {0.0, kMax, 0.01})
+        .AsInput(),
+    Row::Flag(7, "cMotionFilterCamNode.bFixateRotations", "Fixate Rotations",
+              "Fixates the camera's rotations, ie no filtering", &Settings::bFixateRotations),
+    Row::Number(1, "cMotionFilterCamNode.rotationalResponseFactor", "Rotation Response Factor",
+                "This factor determines how fast the camera should react to changes in rotation",
+                &Settings::rotationalResponseFactor, {0.0, kMax, 0.01})
+        .AsInput(),
+    Row::Number(3, "cMotionFilterCamNode.rotationalSmoothingFactor", "Rotation Smoothing Factor",
+                kSmoothingTip, &Settings::rotationalSmoothingFactor, {0.0, kMax, 0.01})
+        .AsInput(),
+    Row::Number(5, "cMotionFilterCamNode.rotationalMaxVel", "Rotation Max Velocity",
+                "This factor determines the maximum rotation velocity of the camera",
+                &Settings::rotationalMaxVel, {0.0, kMax, 0.01})
+        .AsInput(),
+    Row::EndGroup(),
+    Row::Button(kReInitialize, "The next take starts without the velocity of the last"),
+    Row::Group("Cuts", "What happens when the AttachedCam jumps"),
+    JumpThreshold<Settings>("cMotionFilterCamNode.jumpThreshold"),
+    Row::EndGroup(),
 };
-constexpr NumberField kNumbers[] = {
-    {"cMotionFilterCamNode.translationalResponseFactor", &Settings::translationalResponseFactor},
-    {"cMotionFilterCamNode.rotationalResponseFactor", &Settings::rotationalResponseFactor},
-    {"cMotionFilterCamNode.translationalSmoothingFactor", &Settings::translationalSmoothingFactor},
-    {"cMotionFilterCamNode.rotationalSmoothingFactor", &Settings::rotationalSmoothingFactor},
-    {"cMotionFilterCamNode.translationalMaxVel", &Settings::translationalMaxVel},
-    {"cMotionFilterCamNode.rotationalMaxVel", &Settings::rotationalMaxVel},
-};
-
-struct FlagField {
-  const char* key;
-  bool Settings::*value;
-};
-constexpr FlagField kFlags[] = {
-    {"cMotionFilterCamNode.bFixateTranslations", &Settings::bFixateTranslations},
-    {"cMotionFilterCamNode.bFixateRotations", &Settings::bFixateRotations},
-};
-/// Behind all others: older data ends without it.
-const char kJumpThresholdKey[] = "cMotionFilterCamNode.jumpThreshold";
 
 /// Position or rotation, filtered in `rate` explicit steps a second, each h long. The eigenvalues
 /// of a step, [[1, h], [-h R, 1 - h² R - h S]], lie within the unit circle for R < 4/h² - 2 S/h.
@@ -100,9 +110,7 @@ util::Vector3<double> AngularVelocity(const Transform& memory) {
 }  // namespace
 
 CMotionFilterCamObject::CMotionFilterCamNode::CMotionFilterCamNode(CMotionFilterCamObject& rig)
-    : RigCameraNode(rig, "FollowCam", nullptr), m_rig(rig) {
-  SetWritten();
-}
+    : FollowCamNode(rig), m_rig(rig) {}
 
 void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
   double dt = Core().GetFrameDuration();
@@ -137,19 +145,16 @@ void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
     angularVelocity = {};
   }
   m_rig.StoreVelocities(time);
-
-  Matrix pose = current.toMatrix();
-  pose.setRowLengths(scale);
-  WriteKey(time, pose);
+  WritePose(time, current);
 }
 
 CMotionFilterCamObject::CMotionFilterCamObject(const CreationRecord& record)
-    : CCamera(record), m_attachedCam(*this), m_followCam(*this) {}
+    : FollowRig(record, m_followCam), m_followCam(*this) {}
 
 void CMotionFilterCamObject::Start(double time) {
   m_toldTranslation = m_toldRotation = false;
-  m_followCam.scale = ScaleOf(m_followCam.ReadMatrix(time));
-  auto& history = m_memory.ancMotionFilterCamNodeqTransMem;
+  m_followCam.TakeScale(time);
+  auto& history = m_memory.history;
   PushVariableUndo(*m_pInterface, m_memory);
   if (m_memory.bFirstTime) {
     m_followCam.linearVelocity = {};
@@ -170,8 +175,7 @@ void CMotionFilterCamObject::Start(double time) {
 
 void CMotionFilterCamObject::StoreVelocities(double time) {
   const util::Vector3<double>& w = m_followCam.angularVelocity;
-  m_memory.ancMotionFilterCamNodeqTransMem.set(
-      time, Transform{m_followCam.linearVelocity, {w.x, w.y, w.z, 1.0}});
+  m_memory.history.set(time, Transform{m_followCam.linearVelocity, {w.x, w.y, w.z, 1.0}});
 }
 
 /// Tells, once a take, of each half of the filter that diverges with what its factors have come to.
@@ -183,7 +187,7 @@ void CMotionFilterCamObject::CheckStability() {
     told = true;
     std::string camera = "the FollowCam";
     if (CNode* const node = m_followCam.GetNode()) node->Extension(kReadName, &camera, nullptr);
-    m_pInterface->MessageBox("Warning", half.Excess(camera, rate), kButtonsOk | kIconWarning);
+    Tell("Warning", half.Excess(camera, rate));
   };
   check(s.bFixateTranslations, m_toldTranslation,
         {"Translation", s.translationalResponseFactor, s.translationalSmoothingFactor, rate});
@@ -194,72 +198,13 @@ void CMotionFilterCamObject::CheckStability() {
 
 void CMotionFilterCamObject::Step(double time) {
   CheckStability();
-  m_attachedCam.Step(time);
-  m_followCam.Step(time);
-}
-
-void CMotionFilterCamObject::Forget(double time) {
-  const double dt = m_pInterface->GetFrameDuration();
-  if (ForgetTake(m_memory.ancMotionFilterCamNodeqTransMem, time, dt)) m_memory.bFirstTime = true;
-}
-
-void CMotionFilterCamObject::Update(double /*time*/) {
-  m_pInterface->RefreshConfig();
+  FollowRig::Step(time);
 }
 
 int CMotionFilterCamObject::Define() {
   m_pInterface->BeginConfig();
-  m_pInterface->BeginGroup("Motion Filter Parameters", "How the FollowCam follows the AttachedCam");
-  DefineTranslations();
-  DefineRotations();
-  m_pInterface->EndGroup();
-  m_pInterface->AddButton(kReInitialize, "The next take starts without the velocity of the last",
-                          this);
-  DefineCuts(*m_pInterface, m_followCam.settings.jumpThreshold, *this);
+  DefineParameters(ParametersOf(kRows, m_followCam.settings));
   m_pInterface->EndConfig();
-  return 0;
-}
-
-void CMotionFilterCamObject::DefineTranslations() {
-  Settings& s = m_followCam.settings;
-  m_pInterface->AddCheckBox("Fixate Translations",
-                            "Fixates the camera's translations, ie no filtering",
-                            &s.bFixateTranslations, this);
-  m_pInterface->AddSpinner(
-      "Translation Response Factor",
-      "This factor determines how fast the camera should react to changes in position",
-      &s.translationalResponseFactor, 0.0, kMax, 0.01, 2, true, this);
-  m_pInterface->AddSpinner("Translation Smoothing Factor", kSmoothingTip,
-                           &s.translationalSmoothingFactor, 0.0, kMax, 0.01, 2, true, this);
-  m_pInterface->AddSpinner("Translation Max Velocity",
-                           "This factor determines the maximum translation velocity of the camera",
-                           &s.translationalMaxVel, 0.0, kMax, 0.01, 2, true, this);
-}
-
-void CMotionFilterCamObject::DefineRotations() {
-  Settings& s = m_followCam.settings;
-  m_pInterface->AddCheckBox("Fixate Rotations", "Fixates the camera's rotations, ie no filtering",
-                            &s.bFixateRotations, this);
-  m_pInterface->AddSpinner(
-      "Rotation Response Factor",
-      "This factor determines how fast the camera should react to changes in rotation",
-      &s.rotationalResponseFactor, 0.0, kMax, 0.01, 2, true, this);
-  m_pInterface->AddSpinner("Rotation Smoothing Factor", kSmoothingTip, &s.rotationalSmoothingFactor,
-                           0.0, kMax, 0.01, 2, true, this);
-  m_pInterface->AddSpinner("Rotation Max Velocity",
-                           "This factor determines the maximum rotation velocity of the camera",
-                           &s.rotationalMaxVel, 0.0, kMax, 0.01, 2, true, this);
-}
-
-int CMotionFilterCamObject::Create() {
-  return m_attachedCam.Create() != 0 || m_followCam.Create() != 0 ? 1 : 0;
-}
-
-int CMotionFilterCamObject::Restore() {
-  // Without its AttachedCam the rig goes on, towards the origin; without its FollowCam it is none.
-  m_attachedCam.Find();
-  if (!m_followCam.Find()) return 1;
-  if (LoadBlob() == SaveState::kDamaged) return 1;
   return 0;
 }
 
@@ -268,16 +213,13 @@ SaveState CMotionFilterCamObject::LoadBlob() {
   const SaveState state = LoadSaveChunk(*m_pInterface, kChunkName, kSaveVersion, chunk);
   if (state != SaveState::kGood) return state;
   sDataChunkSaveStruct lenses{m_attachedCam.lens, m_followCam.lens};
-  Memory memory;
+  FollowMemory memory;
   Settings settings = m_followCam.settings;
   SaveReader reader(chunk);
   reader.ReadStruct("sDataChunkSaveStruct", lenses);
   reader.Read("bFirstTime", memory.bFirstTime);
-  reader.ReadHistory("ancMotionFilterCamNodeqTransMem", memory.ancMotionFilterCamNodeqTransMem);
-  for (const NumberField& field : kNumbers)
-    reader.Read(field.key, settings.*field.value, 0.0, kMax);
-  for (const FlagField& field : kFlags) reader.Read(field.key, settings.*field.value);
-  reader.Read(kJumpThresholdKey, settings.jumpThreshold, 0.0, kMostJump);
+  reader.ReadHistory(kHistoryKey, memory.history);
+  LoadParameters(reader, ParametersOf(kRows, settings));
   if (!lenses.attachedCam.IsPossible() || !lenses.followCam.IsPossible()) reader.Refuse();
   if (!reader.IsGood()) return SaveState::kDamaged;
   m_attachedCam.lens = lenses.attachedCam;
@@ -292,19 +234,9 @@ int CMotionFilterCamObject::Store() {
   chunk.addValue("sDataChunkSaveStruct",
                  sDataChunkSaveStruct{m_attachedCam.lens, m_followCam.lens});
   chunk.addValue("bFirstTime", m_memory.bFirstTime);
-  AddHistory(chunk, "ancMotionFilterCamNodeqTransMem", m_memory.ancMotionFilterCamNodeqTransMem);
-  for (const NumberField& field : kNumbers)
-    chunk.addValue(field.key, m_followCam.settings.*field.value);
-  for (const FlagField& field : kFlags)
-    chunk.addValue(field.key, m_followCam.settings.*field.value);
-  chunk.addValue(kJumpThresholdKey, m_followCam.settings.jumpThreshold);
+  AddHistory(chunk, kHistoryKey, m_memory.history);
+  SaveParameters(chunk, ParametersOf(kRows, m_followCam.settings));
   return StoreSaveChunk(*m_pInterface, chunk);
-}
-
-void CMotionFilterCamObject::OnCallback(std::string name) {
-  const ReplayedEvent event(name);
-  // Undo and redo never re-initialise.
-  if (!event.IsReplay() && event.label == kReInitialize) m_memory.bFirstTime = true;
 }
 
 CCamera* CMotionFilterCamPlugin::CreateObject(const CreationRecord& record) {

@@ -18,7 +18,7 @@ CCameraRailObject::CCameraRailObject(const CreationRecord& record)
       m_carriage(*this, m_rail),
       m_hideHelpers(m_hideModes.Add("Hide Helpers During Recording",
                                     "Hides all but the carriage while a take runs.",
-                                    HideModes::kDuringTakes, {})) {
+                                    OldHideModes::kDuringTakes, {})) {
   m_rail.curveInformation.edited = [this](const std::string& name) { OnCallback(name); };
 }
 

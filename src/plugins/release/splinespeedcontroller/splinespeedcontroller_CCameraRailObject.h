@@ -8,7 +8,7 @@
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
-#include "plugins/common/HideModes.h"
+#include "plugins/common/OldHideModes.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/splinespeedcontroller/CCarriageNode.h"
 #include "plugins/release/splinespeedcontroller/RailContext.h"
@@ -106,8 +106,8 @@ class CCameraRailObject : public CCamera, public CInterface::Callback {
 
   RailContext m_rail;
   CCarriageNode m_carriage;
-  HideModes m_hideModes;
-  HideModes::Box& m_hideHelpers;
+  OldHideModes m_hideModes;
+  OldHideModes::Box& m_hideHelpers;
   CInterface::ComboUpdater* m_waypointItems = nullptr;  ///< the instance's
   int m_selected = 0;                                   ///< index of the selected waypoint
   int m_choice = 0;                                     ///< what the combo box shows

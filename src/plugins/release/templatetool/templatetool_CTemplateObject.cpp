@@ -130,10 +130,10 @@ void CTemplateObject::MakeNodes() {
   }
   m_hasHelpers = !helpers.empty();
   if (!m_hasHelpers) return;
-  m_hideModes.Add("Hide Helpers", "Hides what is there for the animator alone.", HideModes::kAlways,
+  m_hideModes.Add("Hide Helpers", "Hides what is there for the animator alone.", OldHideModes::kAlways,
                   helpers);
   m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-                  HideModes::kDuringTakes, helpers);
+                  OldHideModes::kDuringTakes, helpers);
 }
 
 void CTemplateObject::MakePrograms() {

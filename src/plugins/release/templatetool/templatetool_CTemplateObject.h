@@ -9,7 +9,7 @@
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"
-#include "plugins/common/HideModes.h"
+#include "plugins/common/OldHideModes.h"
 #include "plugins/common/RigSceneNode.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/templatetool/templatetool_TemplateDefinition.h"
@@ -95,7 +95,7 @@ class CTemplateObject : public CCamera, public CInterface::Callback {
   std::vector<unidevice::Property*> m_inputs;  ///< the instance's
   std::vector<std::unique_ptr<RigSceneNode>> m_nodes;
   Memory m_memory;
-  HideModes m_hideModes;
+  OldHideModes m_hideModes;
   bool m_hasHelpers = false;
   bool m_hasMemory = false;  ///< some expression reads an output one frame before
 };

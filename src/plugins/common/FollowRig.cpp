@@ -1,0 +1,56 @@
+#include "plugins/common/FollowRig.h"
+
+#include "plugins/common/History.h"
+#include "plugins/common/NodeScale.h"
+#include "plugins/common/ReplayedEvent.h"
+
+namespace orv::rws::addon {
+
+FollowCamNode::FollowCamNode(CCamera& rig) : RigCameraNode(rig, "FollowCam", nullptr) {
+  SetWritten();
+}
+
+void FollowCamNode::TakeScale(double time) {
+  m_scale = ScaleOf(ReadMatrix(time));
+}
+
+void FollowCamNode::WritePose(double time, const util::QTransform<double>& pose) const {
+  util::Matrix<double> matrix = pose.toMatrix();
+  matrix.setRowLengths(m_scale);
+  WriteKey(time, matrix);
+}
+
+FollowRig::FollowRig(const CreationRecord& record, FollowCamNode& followCam)
+    : Rig(record), m_attachedCam(*this), m_followCamNode(followCam) {}
+
+void FollowRig::Step(double time) {
+  m_attachedCam.Step(time);
+  m_followCamNode.Step(time);
+}
+
+void FollowRig::Forget(double time) {
+  if (ForgetTake(m_memory.history, time, m_pInterface->GetFrameDuration()))
+    m_memory.bFirstTime = true;
+}
+
+int FollowRig::Create() {
+  return m_attachedCam.Create() != 0 || m_followCamNode.Create() != 0 ? 1 : 0;
+}
+
+int FollowRig::Restore() {
+  // Without its AttachedCam the rig goes on, towards the origin; without its FollowCam it is none.
+  m_attachedCam.Find();
+  if (!m_followCamNode.Find()) return 1;
+  if (LoadBlob() == SaveState::kDamaged) return 1;
+  m_hideModes.Restore();
+  return 0;
+}
+
+void FollowRig::OnCallback(std::string name) {
+  if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
+  const ReplayedEvent event(name);
+  // Undo and redo never re-initialise.
+  if (!event.IsReplay() && event.label == kReInitialize) m_memory.bFirstTime = true;
+}
+
+}  // namespace orv::rws::addon
