@@ -7,14 +7,14 @@
 namespace orv::tests {
 namespace {
 
-using rws::addon::FirepowerSettings;
+using rws::addon::GunSettings;
 using rws::addon::FiringLogic;
 using rws::addon::Flight;
 using rws::addon::GunState;
 using Vector = util::Vector3<double>;
 
 /// Frames in which a gun discharges, the input given by frame.
-std::vector<int> Discharges(const FirepowerSettings& settings, int frames, double fps,
+std::vector<int> Discharges(const GunSettings& settings, int frames, double fps,
                             const std::function<bool(int)>& fire) {
   FiringLogic logic(settings);
   GunState state;
@@ -25,7 +25,7 @@ std::vector<int> Discharges(const FirepowerSettings& settings, int frames, doubl
 }
 
 /// Pressed in the frames that are marked.
-std::vector<int> Discharges(const FirepowerSettings& settings, const std::string& presses) {
+std::vector<int> Discharges(const GunSettings& settings, const std::string& presses) {
   return Discharges(settings, static_cast<int>(presses.size()), 25.0,
                     [&](int i) { return presses[static_cast<std::size_t>(i) - 1] == '#'; });
 }
@@ -60,7 +60,7 @@ class Gun : public RigScene {
 TEST(Firepower, RatesAreMetAtEveryFrameRateAndExactlyWhereTheyDivideIt) {
   for (const double fps : {24.0, 25.0, 29.97, 30.0, 50.0, 60.0}) {
     for (int rate = 1; rate <= 60; ++rate) {
-      FirepowerSettings settings;
+      GunSettings settings;
       settings.rateOfFire = rate;
       settings.randomSeed = rate;
       const int frames = static_cast<int>(100.0 * fps);
@@ -79,7 +79,7 @@ TEST(Firepower, RatesAreMetAtEveryFrameRateAndExactlyWhereTheyDivideIt) {
 
 TEST(Firepower, PressesAreCountedAndDelayedAsTold) {
   using Frames = std::vector<int>;
-  FirepowerSettings s;
+  GunSettings s;
   s.rateOfFire = 0;  // one discharge a press
   EXPECT_EQ(Discharges(s, "..###..#.##"), (Frames{3, 8, 10}));
   for (const int every : {0, 1}) {
@@ -92,7 +92,7 @@ TEST(Firepower, PressesAreCountedAndDelayedAsTold) {
   s.rateOfFire = 25;
   EXPECT_EQ(Discharges(s, "##.#.###.##.##."), (Frames{6, 7, 8, 13, 14})) << "held, it goes on";
 
-  s = FirepowerSettings();
+  s = GunSettings();
   s.rateOfFire = 25;
   s.timeDelay = 3;
   EXPECT_EQ(Discharges(s, ".#######."), (Frames{5, 6, 7, 8})) << "one delay a press";

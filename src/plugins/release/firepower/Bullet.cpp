@@ -75,7 +75,7 @@ bool Bullet::HasNode() const {
 
 /// Axis along the velocity, then spin about the own axis. Both follow from the birth, the velocity
 /// and the age, so no rounding adds up.
-Quat Bullet::RotationAt(double time, const FirepowerSettings& settings) const {
+Quat Bullet::RotationAt(double time, const GunSettings& settings) const {
   Quat rotation = m_rotation;
   if (settings.pitchBullet && m_flight.velocity.length() > kStill)
     rotation = rotation * ArcBetween(m_direction, m_flight.velocity.normalized());
@@ -85,7 +85,7 @@ Quat Bullet::RotationAt(double time, const FirepowerSettings& settings) const {
   return TurnAbout(rotationAxis, 2.0 * kPi * turns) * rotation;
 }
 
-void Bullet::Appear(CInterface& core, double before, const FirepowerSettings& settings,
+void Bullet::Appear(CInterface& core, double before, const GunSettings& settings,
                     const FlightRules& rules, double dt) {
   velocity.Mark(creationTime, m_flight.velocity, rules, dt);
   const Quat rotation = RotationAt(creationTime, settings);
@@ -116,7 +116,7 @@ void Bullet::Rest(CInterface& core, double before, double time) {
   velocity.CutBehind(before);
 }
 
-bool Bullet::Step(CInterface& core, double time, double dt, const FirepowerSettings& settings,
+bool Bullet::Step(CInterface& core, double time, double dt, const GunSettings& settings,
                   const FlightRules& rules, const RayTest* surfaces) {
   const Flight last = m_flight;
   int hits = 0;

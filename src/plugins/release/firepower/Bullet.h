@@ -37,7 +37,7 @@ class Firepower::Bullet : public CInterface::Callback {
   bool HasNode() const;
   /// The first keys: in its place, and so small that it can't be seen until then at `before`
   /// (s), or at the take's start.
-  void Appear(CInterface& core, double before, const FirepowerSettings& settings,
+  void Appear(CInterface& core, double before, const GunSettings& settings,
               const FlightRules& rules, double dt);
   /// Reads what the frames up to the one at `before` have left.
   void Resume(CInterface& core, double before, const FlightRules& rules, double dt);
@@ -47,7 +47,7 @@ class Firepower::Bullet : public CInterface::Callback {
   void Rest(CInterface& core, double before, double time);
   /// Flies on to the frame at `time`, `dt` (s) behind the one before. `surfaces` is null where
   /// there are none. False, with the projectile at rest where it was, when it can't.
-  bool Step(CInterface& core, double time, double dt, const FirepowerSettings& settings,
+  bool Step(CInterface& core, double time, double dt, const GunSettings& settings,
             const FlightRules& rules, const RayTest* surfaces);
 
   util::DataChunk Save() const;
@@ -58,7 +58,7 @@ class Firepower::Bullet : public CInterface::Callback {
   double creationTime = 0.0;  ///< s
 
  private:
-  util::Quat<double> RotationAt(double time, const FirepowerSettings& settings) const;
+  util::Quat<double> RotationAt(double time, const GunSettings& settings) const;
 
   util::Quat<double> m_rotation;       ///< at birth (world)
   Vector m_direction;                  ///< its axis at birth, unit (world)

@@ -1,8 +1,8 @@
 // When a gun fires: rate, counted presses and delay.
 #pragma once
 
-#include "plugins/release/firepower/FirepowerSettings.h"
 #include "plugins/release/firepower/GunMemory.h"
+#include "plugins/release/firepower/GunSettings.h"
 
 namespace orv::rws::addon {
 
@@ -10,7 +10,7 @@ namespace orv::rws::addon {
 /// frame before. It knows no scene.
 class FiringLogic {
  public:
-  explicit FiringLogic(const FirepowerSettings& settings) : m_settings(settings) {}
+  explicit FiringLogic(const GunSettings& settings) : m_settings(settings) {}
 
   /// Takes `state` on to the frame at `time`, `dt` (s) after the one before, with `fire` as its
   /// input. True when the gun discharges.
@@ -26,7 +26,7 @@ class FiringLogic {
   bool IsAsked(const GunState& state) const;
   double DrawRhythm(int discharge) const;
 
-  const FirepowerSettings& m_settings;
+  const GunSettings& m_settings;
 };
 
 }  // namespace orv::rws::addon

@@ -6,7 +6,7 @@
 
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/SaveChunk.h"
-#include "plugins/release/firepower/FirepowerSettings.h"
+#include "plugins/release/firepower/GunSettings.h"
 
 namespace orv::rws::addon {
 

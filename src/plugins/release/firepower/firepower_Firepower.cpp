@@ -58,7 +58,7 @@ bool IsNear(const Matrix& a, const Matrix& b) {
 }  // namespace
 
 Firepower::Firepower(const CreationRecord& record)
-    : CCamera(record),
+    : Rig(record),
       m_logic(m_settings),
       m_discharge("Discharge"),
       m_trigger(*this, "fire trigger", nullptr, util::CMesh_Box(0.4, 0.4, 0.6)),
@@ -69,24 +69,19 @@ Firepower::Firepower(const CreationRecord& record)
   m_collision.own = {&m_trigger, &m_barrel, &m_template, &m_crosshairCam, &m_collision};
   // Trigger and barrel stay: hiding them would hide what the user hangs on them.
   const std::vector<RigSceneNode*> helpers{&m_template, &m_collision};
-  m_hideModes.Add("Hide Helpers", "Hides the templateBullet and the collision node.",
-                  OldHideModes::kAlways, helpers);
-  m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-                  OldHideModes::kDuringTakes, helpers);
-  m_hideCamera = &m_hideModes.Add("Hide Camera", "Hides the crosshairCam.", OldHideModes::kAlways,
-                                  {&m_crosshairCam});
-  m_hideCameraDuringRecording =
-      &m_hideModes.Add("Hide Camera During Recording", "Hides the crosshairCam while a take runs.",
-                       OldHideModes::kDuringTakes, {&m_crosshairCam});
+  m_hideModes.SetNodes(m_settings.hideHelpers, helpers);
+  m_hideModes.SetNodes(m_settings.hideHelpersDuringRecording, helpers);
+  for (const bool* on : {&m_settings.hideCamera, &m_settings.hideCameraDuringRecording})
+    m_hideModes.SetNodes(*on, {&m_crosshairCam});
 }
 
 Firepower::~Firepower() = default;
 
 /// Once a take, or else a message of each frame would end no take.
-void Firepower::Tell(const char* message) {
+void Firepower::TellError(const char* message) {
   if (m_inTake && std::find(m_told.begin(), m_told.end(), message) != m_told.end()) return;
   m_told.push_back(message);
-  m_pInterface->MessageBox("Error", message, kButtonsOk | kIconCritical);
+  Tell("Error", message, kIconCritical);
 }
 
 // --- life ---
@@ -95,7 +90,7 @@ int Firepower::Create() {
   for (RigSceneNode* node : std::initializer_list<RigSceneNode*>{&m_trigger, &m_barrel, &m_template,
                                                                  &m_crosshairCam, &m_collision}) {
     if (node->Create() == 0) continue;
-    Tell(kErrorOnCreate);
+    TellError(kErrorOnCreate);
     return 1;
   }
   const double now = m_pInterface->GetTime();
@@ -109,7 +104,7 @@ int Firepower::Restore() {
   // Without camera, template or collision node the gun still fires what it can; without the nodes
   // that aim it is none.
   if (!m_trigger.Find() || !m_barrel.Find()) {
-    Tell(kNoNode);
+    TellError(kNoNode);
     return 1;
   }
   for (RigSceneNode* node :
@@ -118,7 +113,7 @@ int Firepower::Restore() {
   std::vector<Bullet> loaded;
   const char* message = kErrorOnLoad;
   if (LoadBlob(loaded, message) == SaveState::kDamaged) {
-    Tell(message);
+    TellError(message);
     return 1;
   }
   bool missing = false;
@@ -129,7 +124,7 @@ int Firepower::Restore() {
     else
       missing = true;
   }
-  if (missing) Tell(kNoNode);
+  if (missing) TellError(kNoNode);
   m_hideModes.Restore();
   return 0;
 }
@@ -138,7 +133,7 @@ void Firepower::Destroy() {
   // A take that has not ended has left its keys and its hidden nodes behind.
   if (m_inTake) {
     m_collision.ReleaseSurfaces();
-    Tell(kErrorWhenDeleting);
+    TellError(kErrorWhenDeleting);
   }
   CCamera::Destroy();
 }
@@ -159,7 +154,7 @@ void Firepower::Start(double time) {
   PushVariableUndo(*m_pInterface, bullets);
   PushVariableUndo(*m_pInterface, m_logic.timeDelayFire);
   PushVariableUndo(*m_pInterface, m_logic.fireOffline);
-  if (!IsComplete()) Tell(kErrorWhenStarting);
+  if (!IsComplete()) TellError(kErrorWhenStarting);
   const double dt = m_pInterface->GetFrameDuration();
   const double first = FrameAfter(time, dt), before = FrameBefore(first, dt);
   m_memory.Cut(first);
@@ -183,7 +178,7 @@ void Firepower::Stop() {
   m_hideModes.Stop();
   m_living.clear();
   m_overdue.clear();
-  if (!IsComplete()) Tell(kErrorWhenStopping);
+  if (!IsComplete()) TellError(kErrorWhenStopping);
   m_inTake = false;
 }
 
@@ -192,7 +187,7 @@ void Firepower::RemoveBulletsAfter(double time) {
   while (!bullets.empty() && bullets.back().creationTime > time + kFrameTolerance) {
     if (bullets.back().HasNode()) {
       m_pInterface->DeleteNode(bullets.back().node, false);
-      if (bullets.back().HasNode()) Tell(kErrorOnNodeDelete);
+      if (bullets.back().HasNode()) TellError(kErrorOnNodeDelete);
     }
     bullets.pop_back();
   }
@@ -208,7 +203,7 @@ void Firepower::ResumeBullets(double before, double first) {
     const bool lives = first - bullet.creationTime <= m_settings.lifeTime + kFrameTolerance;
     if (!lives && !bullet.IsFlownBehind(before)) continue;
     if (!bullet.HasNode()) {
-      Tell(kNoNode);
+      TellError(kNoNode);
       continue;
     }
     (lives ? m_living : m_overdue).push_back(static_cast<int>(i));
@@ -273,7 +268,7 @@ void Firepower::Step(double time) {
   AdvanceBullets(time, dt);
   m_discharge.offset = 0.0;
   if (!IsComplete()) {
-    Tell(kErrorOnFrame);
+    TellError(kErrorOnFrame);
     return;
   }
   MoveBarrel(time, dt);
@@ -294,11 +289,11 @@ void Firepower::AdvanceBullets(double time, double dt) {
     Bullet& bullet = bullets[static_cast<std::size_t>(index)];
     if (time - bullet.creationTime > m_settings.lifeTime + kFrameTolerance) return true;
     if (!bullet.HasNode()) {
-      Tell(kNoNode);
+      TellError(kNoNode);
       return true;
     }
     if (bullet.Step(*m_pInterface, time, dt, m_settings, rules, surfaces)) return false;
-    Tell(kErrorOnBulletFrame);
+    TellError(kErrorOnBulletFrame);
     return true;
   };
   m_living.erase(std::remove_if(m_living.begin(), m_living.end(), isOver), m_living.end());
@@ -315,7 +310,7 @@ Firepower::GunPose Firepower::ReadGun(double time, double dt) const {
 
 void Firepower::Discharge(double time, double dt) {
   if (m_barrel.ReadMatrix(time).axisRow(2).lengthSquared() == 0.0) {
-    Tell(kErrorOnFrame);  // it aims nowhere
+    TellError(kErrorOnFrame);  // it aims nowhere
     return;
   }
   m_discharge.offset = 1.0;
@@ -330,10 +325,10 @@ void Firepower::Fire(const GunPose& gun, double time, double dt) {
   const int number = ++m_state.nrBullets;
   CNode* const node = MakeBulletNode(Bullet::NameOf(number));
   if (!node) {
-    Tell(kErrorOnNodeCreate);
+    TellError(kErrorOnNodeCreate);
     return;
   }
-  const FirepowerSettings& s = m_settings;
+  const GunSettings& s = m_settings;
   const auto draw = [&](Chance use) { return RandomNumber(s.randomSeed, use, number); };
   const auto deviate = [&](Chance use) { return RandomDeviation(s.randomSeed, use, number); };
   Bullet::Birth birth;
@@ -372,10 +367,6 @@ CNode* Firepower::MakeBulletNode(const std::string& name) {
   node->Extension(kForgetTransformKeys, nullptr, nullptr);
   if (shares) node->Extension(kShareMesh, model, nullptr);
   return node;
-}
-
-void Firepower::Update(double /*time*/) {
-  m_pInterface->RefreshConfig();
 }
 
 std::intptr_t Firepower::Extension(int code, void* a, void* b) {

@@ -5,18 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
-#include "core/interface/CInterface.h"
 #include "core/interface/GroundReport.h"
-#include "plugins/common/OldHideModes.h"
-#include "plugins/common/RigSceneNode.h"
+#include "plugins/common/Rig.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/firepower/CCollisionNode.h"
-#include "plugins/release/firepower/FirepowerSettings.h"
 #include "plugins/release/firepower/FiringLogic.h"
 #include "plugins/release/firepower/Flight.h"
 #include "plugins/release/firepower/GunMemory.h"
+#include "plugins/release/firepower/GunSettings.h"
 #include "unidevice/Property.h"
 
 namespace orv::rws::addon {
@@ -25,9 +22,8 @@ namespace orv::rws::addon {
 /// the crosshairCam go with it. Each discharge makes nodes in the world that wear the template's
 /// mesh, and each frame keys those that still fly. A take that begins within an earlier one goes on
 /// from there: projectiles that were not yet fired then go, and their names are free again.
-class Firepower : public CCamera, public CInterface::Callback {
+class Firepower : public Rig {
  public:
-  using SceneNode = RigSceneNode;
   using Matrix = util::Matrix<double>;
   using Vector = util::Vector3<double>;
   class Bullet;
@@ -38,7 +34,6 @@ class Firepower : public CCamera, public CInterface::Callback {
   void Start(double time) override;
   void Stop() override;
   void Step(double time) override;
-  void Update(double time) override;
   int Define() override;
   int Create() override;
   int Restore() override;
@@ -57,15 +52,6 @@ class Firepower : public CCamera, public CInterface::Callback {
     Matrix bullet;     ///< of the template
   };
 
-  // Configuration
-  void DefineFiring();
-  void DefineBullets();
-  void DefineRotation();
-  void DefineCollision();
-  void DefineRecoil();
-  void AddSpinner(const char* label, const char* tooltip, double& value, double min, double max,
-                  double step);
-  void AddSpinnerInt(const char* label, const char* tooltip, int& value, int min, int max);
   void SelectAllBullets();
 
   // Takes
@@ -82,12 +68,12 @@ class Firepower : public CCamera, public CInterface::Callback {
   void Fire(const GunPose& gun, double time, double dt);
   CNode* MakeBulletNode(const std::string& name);
   bool IsComplete() const;
-  void Tell(const char* message);
+  void TellError(const char* message);
 
   // Saving
   SaveState LoadBlob(std::vector<Bullet>& loaded, const char*& message);
 
-  FirepowerSettings m_settings;
+  GunSettings m_settings;
   FiringLogic m_logic;
   GunMemory m_memory;
   GunState m_state;
@@ -105,9 +91,6 @@ class Firepower : public CCamera, public CInterface::Callback {
   RigMeshNode m_template;
   RigCameraNode m_crosshairCam;
   CCollisionNode m_collision;
-  OldHideModes m_hideModes;
-  OldHideModes::Box* m_hideCamera;
-  OldHideModes::Box* m_hideCameraDuringRecording;
 };
 
 class CFirepowerPlugin : public CCameraPlugin {

@@ -1,12 +1,16 @@
 // What a user sets on a gun and a profile saves.
 #pragma once
 
+#include <vector>
+
 namespace orv::rws::addon {
 
 /// Longest life that a projectile can be given (s).
 inline constexpr double kMostLifeTime = 3600.0;
 
-struct FirepowerSettings {
+struct Parameter;
+
+struct GunSettings {
   double initSpeed = 300.0;    ///< at the muzzle, relative to the gun (m/s)
   double spreadAngle = 0.0;    ///< largest deviation from the barrel's axis (degrees, [0, 180])
   int rateOfFire = 5;          ///< discharges a second while fired; 0 is one a press
@@ -33,7 +37,17 @@ struct FirepowerSettings {
   double response = 1.0;       ///< of the barrel's smoothing, (0, 1]; 1 is none
   double recoilDepth = 0.0;    ///< way back (% of the length); 0 is no recoil
 
+  bool hideHelpers = false;
+  bool hideHelpersDuringRecording = false;
+  bool hideCamera = false;  ///< the crosshairCam
+  bool hideCameraDuringRecording = false;
+
+  /// The part of the save data that holds the boxes of the camera.
+  static constexpr int kSavedBoxes = 1;
+
   bool HasRecoil() const { return recoilDepth > 0.0 && recoilBack + recoilForward > 0.0; }
 };
+
+std::vector<Parameter> ParametersOf(GunSettings& settings);
 
 }  // namespace orv::rws::addon
