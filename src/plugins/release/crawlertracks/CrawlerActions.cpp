@@ -6,7 +6,6 @@
 
 #include "core/interface/CNode.h"
 #include "plugins/common/HandOver.h"
-#include "plugins/common/ReplayedEvent.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerUndo.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
@@ -43,34 +42,6 @@ Matrix Beside(const Vector& by, double scale = 1.0) {
 }
 
 }  // namespace
-
-void CrawlerTracks::OnCallback(std::string name) {
-  if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
-  const ReplayedEvent event(name);
-  // A take runs on what its start found.
-  if (!event.IsReplay() && !m_inTake) RunAction(std::string(event.label));
-}
-
-bool CrawlerTracks::RunAction(const std::string& label) {
-  const std::pair<const char*, void (CrawlerTracks::*)()> actions[] = {
-      {kAddWheel, &CrawlerTracks::AddWheel},
-      {kRemoveWheel, &CrawlerTracks::RemoveWheel},
-      {kAddSupportWheel, &CrawlerTracks::AddSupportWheel},
-      {kRemoveSupportWheel, &CrawlerTracks::RemoveSupportWheel},
-      {kCalculateSteps, &CrawlerTracks::CalculateSteps},
-      {kCalculateGap, &CrawlerTracks::CalculateGap},
-      {kCreateTrack, &CrawlerTracks::CreateTrack},
-      {kRemoveTrack, &CrawlerTracks::RemoveTrack},
-      {kAddStep, &CrawlerTracks::AddStep},
-      {kRemoveStep, &CrawlerTracks::RemoveStep},
-      {kSelectSteps, &CrawlerTracks::SelectSteps}};
-  for (const auto& [name, action] : actions) {
-    if (label != name) continue;
-    (this->*action)();
-    return true;
-  }
-  return false;
-}
 
 bool CrawlerTracks::RefuseWithTrack(const char* text) const {
   if (m_track) Tell("Operation not possible", text, kIconWarning);

@@ -22,49 +22,6 @@ const char kStep[] = "step";
 const char kCustomData[] = "customdata";
 constexpr double kHuge = 1e9;
 
-struct Number {
-  const char* key;
-  double& value;
-  double min, max;
-};
-struct Count {
-  const char* key;
-  int& value;
-  int min, max;
-};
-struct Flag {
-  const char* key;
-  bool& value;
-};
-
-// One table each for writing and reading.
-std::vector<Number> NumbersOf(CrawlerSettings& s) {
-  BeltTuning& t = s.tuning;
-  return {{"gravity", s.gravity, -1000, 1000},
-          {"flaccid", t.flaccid, 0.01, 2},
-          {"trackDamping", t.trackDamping, 0.01, 3},
-          {"transFlaccid", t.transFlaccid, 0.01, 2},
-          {"trackTransDamping", t.trackTransDamping, 0.01, 1},
-          {"twistFlaccid", t.twistFlaccid, 0.01, 1},
-          {"trackTwistDamping", t.trackTwistDamping, 0.01, 3},
-          {"trackFriction", t.trackFriction, 0, 10},
-          {"trackGap", s.trackGap, -kMostGap, kMostGap},
-          {"rotationInput", s.rotationInput, -100, 100},
-          {"trackDensity", s.trackDensity, -kHuge, kHuge}};
-}
-std::vector<Count> CountsOf(CrawlerSettings& s) {
-  return {{"trackAccuracy", s.tuning.trackAccuracy, 1, 50},
-          {"trackIterations", s.tuning.trackIterations, 1, 50},
-          {"subFrames", s.subFrames, 0, 50},
-          {"nrSteps", s.nrSteps, 0, kMostSteps}};
-}
-std::vector<Flag> FlagsOf(CrawlerSettings& s) {
-  return {{"setSubFrames", s.setSubFrames},
-          {"staticWheel", s.staticWheel},
-          {"innerWheel", s.innerWheel},
-          {"trackWheel", s.trackWheel}};
-}
-
 /// Shape and body of a step as they lie in the file.
 struct StepDescInfo {
   double size[3], middle[3], scale[3];
@@ -144,14 +101,11 @@ void CrawlerTracks::SaveWheels(DataChunk& chunk, const char* name, const WheelLi
 int CrawlerTracks::Store() {
   DataChunk chunk = MakeSaveChunk(kChunkName, kSaveVersion);
   DataChunk own(kCrawlerTracks);
-  for (const Number& number : NumbersOf(m_settings)) own.addValue(number.key, number.value);
-  for (const Count& count : CountsOf(m_settings)) own.addValue(count.key, count.value);
-  for (const Flag& flag : FlagsOf(m_settings)) own.addValue(flag.key, flag.value);
+  const std::vector<Parameter> parameters = ParametersOf(m_settings);
+  SaveParameters(own, parameters);
   own.addValue("bulletInitialized", m_track != nullptr);
   own.addValue("groundExist", m_gravityDirection.HasMesh(m_pInterface->GetTime()));
-  const char* const boxes[] = {"hideHelpers", "hideHelpersDuringRecording", "hideTrackText"};
-  for (std::size_t i = 0; i < m_hideModes.GetCount(); ++i)
-    own.addValue(boxes[i], m_hideModes.GetBox(i).on);
+  SaveParameters(own, parameters, CrawlerSettings::kSavedBoxes);
   // Nodes of the rig by name; the ground is what the node called so stands on.
   own.addText("frame", "Frame");
   own.addText("templateStep", "TemplateStep");
@@ -232,13 +186,8 @@ SaveState CrawlerTracks::LoadBlob() {
   CrawlerSettings settings = m_settings;
   const DataChunk& own = chunk.getChunk(kCrawlerTracks);
   SaveReader reader(own);
-  for (const Number& number : NumbersOf(settings))
-    reader.Read(number.key, number.value, number.min, number.max);
-  for (const Count& count : CountsOf(settings)) {
-    reader.ReadStruct(count.key, count.value);
-    if (count.value < count.min || count.value > count.max) reader.Refuse();
-  }
-  for (const Flag& flag : FlagsOf(settings)) reader.Read(flag.key, flag.value);
+  // The boxes come with the configuration.
+  if (!LoadParameters(reader, ParametersOf(settings))) reader.Refuse();
   bool initialized = false, ground = false;
   reader.Read("bulletInitialized", initialized);
   reader.Read("groundExist", ground);

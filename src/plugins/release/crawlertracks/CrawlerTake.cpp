@@ -149,7 +149,7 @@ void CrawlerTracks::BuildWorld(double time) {
   MeasureWheels(time);
   FindMotions();
   m_world = std::make_unique<BeltWorld>(
-      static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()), m_settings.tuning,
+      static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()), m_settings,
       StepLength());
   m_gravityDirection.ReadPoses(time, m_groundsAfter);
   m_grounds.clear();
@@ -333,7 +333,7 @@ void CrawlerTracks::ReadFrame(double before, double time) {
 void CrawlerTracks::StepPart(double from, double to) {
   HoldSteps();
   GuideSteps();
-  const int iterations = m_settings.tuning.trackIterations;
+  const int iterations = m_settings.trackIterations;
   for (int i = 1; i <= iterations; ++i) {
     MoveTo(from + (to - from) * i / iterations);
     m_world->Advance();
@@ -360,7 +360,7 @@ void CrawlerTracks::CarryAlong(double before, double time) {
   const Transform from = InBelt(m_frame.ReadMatrix(before), m_scale),
                   to = InBelt(m_frame.ReadMatrix(time), m_scale);
   if (from == to) return;
-  const double rate = 1.0 / (m_pInterface->GetFrameDuration() * m_settings.tuning.trackIterations);
+  const double rate = 1.0 / (m_pInterface->GetFrameDuration() * m_settings.trackIterations);
   const Vector way = (to.position - from.position) * rate;
   const Vector turn = (to.rotation * from.rotation.conjugate()).toRotationVector() * rate;
   for (int i = 0; i < m_world->GetStepCount(); ++i) {
@@ -375,7 +375,7 @@ void CrawlerTracks::Step(double time) {
   if (!m_isRunning) return;
   const double dt = m_pInterface->GetFrameDuration();
   const double before = FrameBefore(time, dt);
-  m_world->Tune(m_settings.tuning, StepLength());
+  m_world->Tune(m_settings, StepLength());
   m_world->SetGravity(GravityAt(before));
   ReadFrame(before, time);
   if (std::exchange(m_isNew, false)) CarryAlong(before, time);

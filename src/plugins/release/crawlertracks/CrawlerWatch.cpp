@@ -71,9 +71,9 @@ void CrawlerTracks::WarnOfLeaving() {
       "more SubFrames or a slower driveWheel, and see that the wheels leave it room";
   if (std::abs(m_settings.gravity) > kMostGravity)
     advice = "a Gravity of 100 at most";
-  else if (m_settings.tuning.trackAccuracy < kLeastAccuracy)
+  else if (m_settings.trackAccuracy < kLeastAccuracy)
     advice = "an Accuracy of 4 at least";
-  else if (m_settings.tuning.trackIterations > kMostIterations)
+  else if (m_settings.trackIterations > kMostIterations)
     advice = "a Flaccidity Reduction of 10 at most";
   Tell("Warning",
        std::string("The track has left its wheels or gone through the ground. Try ") + advice + ".",

@@ -4,11 +4,9 @@
 
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot_Mesh.h"
-#include "plugins/release/crawlertracks/CrawlerActions.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
 #include "plugins/release/crawlertracks/TrackMeshes.h"
-#include "unidevice/Control.h"
 
 namespace orv::rws::addon {
 
@@ -97,7 +95,7 @@ std::intptr_t BeltGroundNode::TellGround(GroundReport& report) const {
 // --- life ---
 
 CrawlerTracks::CrawlerTracks(const CreationRecord& record, GroundShapePool& shapes)
-    : CCamera(record),
+    : Rig(record),
       m_shapes(shapes),
       m_frame(*this, "Frame", nullptr, CrawlerFrameMesh()),
       m_trackDirection(*this, "TrackDirection", &m_frame, TrackDirectionMesh()),
@@ -106,12 +104,9 @@ CrawlerTracks::CrawlerTracks(const CreationRecord& record, GroundShapePool& shap
       m_caterpillar(*this, "caterpillar", &m_frame, util::CMesh()) {
   // Frame and wheels stay: hiding them would hide the steps, and what the user hangs on them.
   const std::vector<RigSceneNode*> helpers{&m_trackDirection, &m_gravityDirection, &m_templateStep};
-  m_hideModes.Add("Hide Helpers", "Hides TemplateStep, GravityDirection and the text.",
-                  OldHideModes::kAlways, helpers);
-  m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-                  OldHideModes::kDuringTakes, helpers);
-  m_hideModes.Add("Hide Track Text", "Hides the text that tells where forward is.",
-                  OldHideModes::kAlways, {&m_trackDirection});
+  m_hideModes.SetNodes(m_settings.hideHelpers, helpers);
+  m_hideModes.SetNodes(m_settings.hideHelpersDuringRecording, helpers);
+  m_hideModes.SetNodes(m_settings.hideTrackText, {&m_trackDirection});
   m_wheels.push_back(std::make_shared<Wheel>(*this, "driveWheel", m_frame, WheelKind()));
   ShowWheels();
 }
@@ -162,89 +157,6 @@ int CrawlerTracks::Create() {
       !create(m_gravityDirection, FallingAt(kGravityPlace)))
     return 1;
   return 0;
-}
-
-void CrawlerTracks::Update(double /*time*/) {
-  m_pInterface->RefreshConfig();
-}
-
-void CrawlerTracks::Tell(const std::string& title, const std::string& text, unsigned icon) const {
-  m_pInterface->MessageBox(title, text, kButtonsOk | icon);
-}
-
-// --- the configuration ---
-
-int CrawlerTracks::Define() {
-  CInterface& core = *m_pInterface;
-  core.BeginConfig();
-  m_hideModes.Define(core, *this);
-  DefineTrackProperties();
-  DefineCreationProperties();
-  core.BeginGroup("Input Properties", "What the input does");
-  core.AddSpinner("Maximum (Input Driven) Rotation Speed",
-                  "Speed of the driveWheel at full input (radians per second)",
-                  &m_settings.rotationInput, -100.0, 100.0, 0.1, 3, true, this);
-  core.EndGroup();
-  core.EndConfig();
-  m_input = core.AddInput(
-      "Forward/Backward", "Turns the driveWheel",
-      unidevice::kBinaryControl | unidevice::kFiniteControl | unidevice::kInfiniteControl);
-  return 0;
-}
-
-void CrawlerTracks::AddTuning(const char* label, const char* tooltip, double& value, double min,
-                              double max, double step) {
-  m_pInterface->AddSpinner(label, tooltip, &value, min, max, step, 3, true, this);
-}
-
-void CrawlerTracks::DefineTrackProperties() {
-  CInterface& core = *m_pInterface;
-  BeltTuning& t = m_settings.tuning;
-  core.BeginGroup("Track Properties", "How the track moves; these take effect at once");
-  AddTuning("Gravity", "Strength of the gravity", m_settings.gravity, -1000.0, 1000.0, 0.1);
-  AddTuning("Bending Stiffness", "How much the track resists being bent", t.flaccid, 0.01, 2.0,
-            0.01);
-  AddTuning("Bending Damping", "How soon a bend comes to rest", t.trackDamping, 0.01, 3.0, 0.01);
-  AddTuning("Displacement Stiffness", "How firmly the steps hold together", t.transFlaccid, 0.01,
-            2.0, 0.01);
-  AddTuning("Displacement Damping", "How soon a gap between two steps comes to rest",
-            t.trackTransDamping, 0.01, 1.0, 0.01);
-  AddTuning("Twist Stiffness", "How much the track resists being twisted", t.twistFlaccid, 0.01,
-            1.0, 0.01);
-  AddTuning("Twist Damping", "How soon a twist comes to rest", t.trackTwistDamping, 0.01, 3.0,
-            0.01);
-  AddTuning("Friction", "Friction of the steps on wheels and ground", t.trackFriction, 0.0, 10.0,
-            0.01);
-  core.AddSpinnerInt("Accuracy",
-                     "Iterations of the physics' solver. Can slow down simulation considerably",
-                     &t.trackAccuracy, 1, 50, 1, 0, false, this);
-  core.AddSpinnerInt("Flaccidity Reduction",
-                     "Steps of the physics in each sub-frame: more make the track firmer and the "
-                     "simulation slower",
-                     &t.trackIterations, 1, 50, 1, 0, false, this);
-  core.AddSpinnerInt("SubFrames", "Extra steps within a frame", &m_settings.subFrames, 0, 50, 1, 0,
-                     false, this);
-  core.AddCheckBox("Set keyframes on SubFrames", "Keys the track at every extra step too",
-                   &m_settings.setSubFrames, this);
-  core.EndGroup();
-}
-
-void CrawlerTracks::DefineCreationProperties() {
-  CInterface& core = *m_pInterface;
-  core.BeginGroup("Track Creation Properties", "To be set before the track is made");
-  core.AddCheckBox("Static Wheel", "The next wheel does not turn with the driveWheel",
-                   &m_settings.staticWheel, this);
-  core.AddCheckBox("Inner Wheel", "The track runs round the next wheel; off: along its outside",
-                   &m_settings.innerWheel, this);
-  core.AddCheckBox("Track Wheel", "The track is laid round the next wheel", &m_settings.trackWheel,
-                   this);
-  for (const auto& [label, tooltip] : kWheelActions) core.AddButton(label, tooltip, this);
-  core.AddSpinnerInt("Number of Steps", "Steps of the track", &m_settings.nrSteps, 0, kMostSteps, 1,
-                     0, false, this);
-  core.AddSpinner("Gap Between Steps", "Gap that the steps are counted with, in Frame units",
-                  &m_settings.trackGap, -kMostGap, kMostGap, 0.1, 3, false, this);
-  for (const auto& [label, tooltip] : kTrackActions) core.AddButton(label, tooltip, this);
-  core.EndGroup();
 }
 
 // --- the factory ---

@@ -6,43 +6,22 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
-#include "core/interface/CInterface.h"
 #include "core/interface/GroundReport.h"
-#include "plugins/common/OldHideModes.h"
 #include "plugins/common/History.h"
+#include "plugins/common/Rig.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/common/ground/SurfaceNode.h"
 #include "plugins/release/crawlertracks/BeltPath.h"
 #include "plugins/release/crawlertracks/BeltWorld.h"
+#include "plugins/release/crawlertracks/CrawlerSettings.h"
 
 namespace orv::unidevice {
 class Property;
 }
 
 namespace orv::rws::addon {
-
-/// Most steps of a track, and the widest gap between two (units of the Frame).
-inline constexpr int kMostSteps = 1000;
-inline constexpr double kMostGap = 10.0;
-
-/// What a user edits and a profile saves.
-struct CrawlerSettings {
-  BeltTuning tuning;
-  double gravity = 40.0;         ///< units of the Frame per s², against the GravityDirection's Z
-  int subFrames = 10;            ///< extra steps within a frame
-  bool setSubFrames = false;     ///< keys on sub-frames too
-  double rotationInput = 5.0;    ///< of the driveWheel at full input (rad/s)
-  int nrSteps = 0;               ///< of the track
-  double trackGap = 0.0;         ///< between two steps (units of the Frame)
-  double trackDensity = 1000.0;  ///< mass of a step by the volume of its box, in units of the Frame
-  // Of the next wheel to be added.
-  bool staticWheel = false;
-  bool innerWheel = true;
-  bool trackWheel = true;
-};
 
 /// The node whose parent (or the meshes below one that is no mesh) and children are the ground of a
 /// belt, and whose Z row points against gravity.
@@ -70,9 +49,8 @@ class BeltGroundNode : public SurfaceNode {
 /// meets the ground, and each step's node is keyed. Wheels follow their nodes: a vehicle carries
 /// them by carrying the Frame, and the belt does not carry the vehicle. All lengths of the physics
 /// are in units of the Frame, so that a belt behaves the same at any scale.
-class CrawlerTracks : public CCamera, public CInterface::Callback {
+class CrawlerTracks : public Rig {
  public:
-  using SceneNode = RigSceneNode;
   using Matrix = util::Matrix<double>;
   using Vector = util::Vector3<double>;
   class Track;
@@ -86,7 +64,6 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   void Start(double time) override;
   void Stop() override;
   void Step(double time) override;
-  void Update(double time) override;
   int Define() override;
   int Create() override;
   int Restore() override;
@@ -113,12 +90,6 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
     Matrix before, after;  ///< world poses of its node round the frame, without this frame's turn
   };
 
-  // Configuration.
-  void DefineTrackProperties();
-  void DefineCreationProperties();
-  void AddTuning(const char* label, const char* tooltip, double& value, double min, double max,
-                 double step);
-
   // Actions.
   bool RunAction(const std::string& label);
   void AddWheel();
@@ -132,7 +103,6 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   void SelectSteps();
   void AddStep();
   void RemoveStep();
-  void Tell(const std::string& title, const std::string& text, unsigned icon) const;
   bool RefuseWithTrack(const char* text) const;
   template <class T>
   void SetByAction(T& variable, T value) {
@@ -213,7 +183,6 @@ class CrawlerTracks : public CCamera, public CInterface::Callback {
   WheelList m_wheels;         ///< the driveWheel first
   WheelList m_supportWheels;
   TrackPointer m_track;  ///< null without one
-  OldHideModes m_hideModes;
 
   // Of the running take.
   std::unique_ptr<BeltWorld> m_world;
