@@ -7,7 +7,6 @@
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
-#include "plugins/release/splinespeedcontroller/PlaceNode.h"
 #include "plugins/release/splinespeedcontroller/RailMeshes.h"
 #include "unidevice/Property.h"
 #include "util/FollowFilters.h"
@@ -195,7 +194,7 @@ void CCarriageNode::Initialize(Path path, double u, double time) {
           .toMatrix();
   pose.setRowLengths(ScaleOf(before));
   pose.setTranslation(PathPosition(path, u, time));
-  PlaceNode(Core(), *this, time, pose);
+  Place(time, pose);
 }
 
 // --- a frame ---

@@ -5,10 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
-#include "core/interface/CInterface.h"
-#include "plugins/common/OldHideModes.h"
+#include "plugins/common/Rig.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/splinespeedcontroller/CCarriageNode.h"
 #include "plugins/release/splinespeedcontroller/RailContext.h"
@@ -18,10 +16,8 @@ namespace orv::rws::addon {
 /// The user sets out waypoints; the CarriageNode runs through them along the host's curve that it
 /// is parented to, or along a curve of the rig's own in the space of the ReferenceFrame. Structural
 /// changes (waypoints, curve, snapping) are made outside of takes alone and are undoable.
-class CCameraRailObject : public CCamera, public CInterface::Callback {
+class CCameraRailObject : public Rig {
  public:
-  using SceneNode = RigSceneNode;
-
   /// The waypoints and what goes with them, for undo.
   struct WaypointState {
     WaypointList waypoints;
@@ -35,7 +31,6 @@ class CCameraRailObject : public CCamera, public CInterface::Callback {
   void Start(double time) override;
   void Stop() override;
   void Step(double time) override;
-  void Update(double time) override;
   int Define() override;
   int Create() override;
   int Restore() override;
@@ -53,12 +48,7 @@ class CCameraRailObject : public CCamera, public CInterface::Callback {
   using Vector = util::Vector3<double>;
   using Path = CCarriageNode::Path;
 
-  void DefineModes();
-  void DefineWaypoints();
-  void DefineField(const WaypointField& field);
-  void DefineCarriage();
-  void DefineCurve();
-  void DefineInputs();
+  void DefineOwn(int which);
 
   // Actions.
   bool RunAction(const std::string& label);
@@ -89,7 +79,6 @@ class CCameraRailObject : public CCamera, public CInterface::Callback {
   CWaypointNode* Selected();
   /// The path at the host's time, bound; tells the user when it is not the one wanted.
   Path PresentPath(bool tell);
-  void Tell(const char* title, const std::string& text) const;
   /// Lets parameters, lists and hide boxes follow the waypoints.
   void ShowWaypoints();
   void ShowSelected();
@@ -101,13 +90,11 @@ class CCameraRailObject : public CCamera, public CInterface::Callback {
   SaveState LoadBlob();
   bool LoadWaypoints(const util::DataChunk& chunk, WaypointState& state);
   bool LoadCurve(const util::DataChunk& information, const util::DataChunk& data);
-  util::DataChunk SaveCarriage() const;
+  util::DataChunk SaveCarriage();
   util::DataChunk SaveWaypoints() const;
 
   RailContext m_rail;
   CCarriageNode m_carriage;
-  OldHideModes m_hideModes;
-  OldHideModes::Box& m_hideHelpers;
   CInterface::ComboUpdater* m_waypointItems = nullptr;  ///< the instance's
   int m_selected = 0;                                   ///< index of the selected waypoint
   int m_choice = 0;                                     ///< what the combo box shows

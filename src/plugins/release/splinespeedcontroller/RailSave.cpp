@@ -20,26 +20,6 @@ const char kCurveData[] = "ccurvedata";
 
 constexpr double kHuge = 1e18;
 
-/// A number of the settings, with its parameter's range.
-struct SettingNumber {
-  const char* key;
-  double RailSettings::*number;
-  double min, max;
-};
-struct SettingFlag {
-  const char* key;
-  bool RailSettings::*flag;
-};
-constexpr SettingNumber kCarriageNumbers[] = {
-    {"maxSpeed", &RailSettings::maxSpeed, 0.0, 1000.0},
-    {"inputResponseFactor", &RailSettings::inputResponseFactor, 0.0, kHuge},
-    {"gravityStrength", &RailSettings::gravityStrength, -10000.0, 10000.0},
-    {"bankingFactor", &RailSettings::bankingFactor, -10000.0, 10000.0},
-    {"speedMult", &RailSettings::speedMult, 0.0, 1000.0}};
-constexpr SettingFlag kFlags[] = {{"bInputMode", &RailSettings::bInputMode},
-                                  {"useSimpleParameters", &RailSettings::useSimpleParameters},
-                                  {"useCCurve", &RailSettings::useCCurve}};
-
 /// A point as three numbers.
 struct Point {
   double x, y, z;
@@ -57,7 +37,7 @@ bool ReadArray(const DataChunk& chunk, const char* key, std::vector<T>& values, 
 
 // --- writing ---
 
-DataChunk CCameraRailObject::SaveCarriage() const {
+DataChunk CCameraRailObject::SaveCarriage() {
   const CarriageMemory& m = m_carriage.memory;
   const auto nameOf = [&](int index) {
     const auto i = static_cast<std::size_t>(index);
@@ -78,9 +58,7 @@ DataChunk CCameraRailObject::SaveCarriage() const {
   chunk.addValue("delay", m.delay);
   chunk.addText("currentWaypoint", nameOf(m.current));
   chunk.addText("nextWaypoint", nameOf(m.next));
-  for (const SettingNumber& setting : kCarriageNumbers)
-    chunk.addValue(setting.key, m_rail.settings.*setting.number);
-  chunk.addValue("loop", m_rail.settings.loop);
+  SaveParameters(chunk, ParametersOf(m_rail.settings), RailSettings::kSavedCarriage);
   return chunk;
 }
 
@@ -88,7 +66,7 @@ DataChunk CCameraRailObject::SaveWaypoints() const {
   DataChunk all(kWaypoints);
   int index = 0;
   for (const auto& waypoint : m_rail.waypoints) {
-    const WaypointValues& values = waypoint->values;
+    WaypointValues& values = waypoint->values;
     DataChunk chunk(waypoint->GetName());
     chunk.addText("name", waypoint->GetName());
     chunk.addText("baseName", "Waypoint");
@@ -96,10 +74,7 @@ DataChunk CCameraRailObject::SaveWaypoints() const {
     chunk.addValue("currentIndex", index++);
     chunk.addValue("onSplinePosition", values.onSplinePosition);
     chunk.addValue("initTime", values.initTime);
-    for (const WaypointField& field : WaypointFields()) {
-      if (field.number) chunk.addValue(field.key, values.settings.*field.number);
-      if (field.flag) chunk.addValue(field.key, values.settings.*field.flag);
-    }
+    SaveParameters(chunk, ParametersOf(values.settings));
     all.addChunk(std::move(chunk));
   }
   return all;
@@ -107,10 +82,7 @@ DataChunk CCameraRailObject::SaveWaypoints() const {
 
 int CCameraRailObject::Store() {
   DataChunk chunk = MakeSaveChunk(kChunkName, kSaveVersion);
-  for (const SettingFlag& setting : kFlags)
-    chunk.addValue(setting.key, m_rail.settings.*setting.flag);
-  chunk.addValue("waypointStartPercentage", m_rail.settings.waypointStartPercentage);
-  chunk.addValue("currentlySelectedSpeedUnit", m_rail.settings.currentlySelectedSpeedUnit);
+  SaveParameters(chunk, ParametersOf(m_rail.settings));
   chunk.addValue("selectedWaypoint", m_selected);
   chunk.addChunk(SaveCarriage());
   chunk.addChunk(SaveWaypoints());
@@ -147,10 +119,7 @@ bool CCameraRailObject::LoadWaypoints(const DataChunk& chunk, WaypointState& sta
     SaveReader reader(one);
     reader.Read("onSplinePosition", values.onSplinePosition, 0.0, 1.0);
     reader.Read("initTime", values.initTime, -kHuge, kHuge);
-    for (const WaypointField& field : WaypointFields()) {
-      if (field.number) reader.Read(field.key, values.settings.*field.number, field.min, field.max);
-      if (field.flag) reader.Read(field.key, values.settings.*field.flag);
-    }
+    LoadParameters(reader, ParametersOf(values.settings));
     if (!reader.IsGood()) return false;
     state.waypoints.push_back(
         std::make_shared<CWaypointNode>(*this, name, m_rail.referenceFrame, m_rail.panel));
@@ -203,9 +172,8 @@ SaveState CCameraRailObject::LoadBlob() {
   RailSettings settings = m_rail.settings;
   WaypointState state;
   SaveReader reader(chunk);
-  for (const SettingFlag& flag : kFlags) reader.Read(flag.key, settings.*flag.flag);
-  reader.Read("waypointStartPercentage", settings.waypointStartPercentage, 0.0, 100.0);
-  reader.ReadStruct("currentlySelectedSpeedUnit", settings.currentlySelectedSpeedUnit);
+  const std::vector<Parameter> parameters = ParametersOf(settings);
+  const bool isUnit = LoadParameters(reader, parameters);
   reader.ReadStruct("selectedWaypoint", state.selected);
   const DataChunk& carriage = chunk.getChunk(kCarriage);
   SaveReader in(carriage);
@@ -221,12 +189,8 @@ SaveState CCameraRailObject::LoadBlob() {
   in.Read("directionForward", m.directionForward);
   in.Read("stopTime", m.stopTime, -kHuge, kHuge);
   in.Read("delay", m.delay, -1.0, kHuge);
-  for (const SettingNumber& number : kCarriageNumbers)
-    in.Read(number.key, settings.*number.number, number.min, number.max);
-  in.Read("loop", settings.loop);
-  const int units = static_cast<int>(SpeedUnitNames().size());
-  const int unit = settings.currentlySelectedSpeedUnit;
-  if (!reader.IsGood() || !in.IsGood() || unit < 0 || unit >= units ||
+  LoadParameters(in, parameters, RailSettings::kSavedCarriage);
+  if (!reader.IsGood() || !in.IsGood() || !isUnit ||
       !LoadWaypoints(chunk.getChunk(kWaypoints), state) ||
       !LoadCurve(chunk.getChunk(kCurveInformation), chunk.getChunk(kCurveData)))
     return SaveState::kDamaged;

@@ -5,9 +5,7 @@
 
 #include "plugins/common/HandOver.h"
 #include "plugins/common/History.h"
-#include "plugins/common/ReplayedEvent.h"
 #include "plugins/release/splinespeedcontroller/CCurveUndo.h"
-#include "plugins/release/splinespeedcontroller/PlaceNode.h"
 #include "plugins/release/splinespeedcontroller/RailActions.h"
 #include "plugins/release/splinespeedcontroller/WaypointUndo.h"
 #include "plugins/release/splinespeedcontroller/splinespeedcontroller_CCameraRailObject.h"
@@ -26,51 +24,6 @@ constexpr double kSamePlace = 0.01;
 constexpr double kAhead = 1.0;
 
 }  // namespace
-
-// --- events ---
-
-void CCameraRailObject::OnCallback(std::string name) {
-  if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
-  const ReplayedEvent event(name);
-  if (!m_ready || event.IsReplay()) return;
-  const std::string label(event.label);
-  if (!RunAction(label)) Edit(label);
-  if (!m_recording) m_rail.nodeSpline.Unbind();
-}
-
-void CCameraRailObject::Edit(const std::string& label) {
-  if (label == kCurrentWaypoint)
-    EditSelection();
-  else if (label == kPosition)
-    EditPosition();
-  else if (label == kClosed || label == kEndStraight)
-    EditCurveFlag();
-  else
-    EditField(label);
-}
-
-bool CCameraRailObject::RunAction(const std::string& label) {
-  const std::pair<const char*, void (CCameraRailObject::*)()> actions[] = {
-      {kCreateWaypoint, &CCameraRailObject::CreateWaypoint},
-      {kRemoveWaypoint, &CCameraRailObject::RemoveWaypoint},
-      {kEqualiseWaypoints, &CCameraRailObject::EqualiseWaypoints},
-      {kInitializeCarriage, &CCameraRailObject::InitializeCarriage},
-      {kSnapCarriage, &CCameraRailObject::SnapCarriage},
-      {kSnapWaypoints, &CCameraRailObject::SnapWaypoints},
-      {kCreateCurve, &CCameraRailObject::CreateCurve},
-      {kRemoveCurve, &CCameraRailObject::RemoveCurve}};
-  for (const auto& [name, action] : actions) {
-    if (label != name) continue;
-    // A take runs on what its start found.
-    if (!m_recording) (this->*action)();
-    return true;
-  }
-  return false;
-}
-
-void CCameraRailObject::Tell(const char* title, const std::string& text) const {
-  m_pInterface->MessageBox(title, text, kButtonsOk | kIconWarning);
-}
 
 bool CCameraRailObject::PushWaypointUndo() {
   return m_pInterface->PushUndo(new WaypointUndo(*this)) == 0;
@@ -106,13 +59,14 @@ void CCameraRailObject::SetWaypointState(const WaypointState& state) {
 
 void CCameraRailObject::ShowWaypoints() {
   std::vector<std::string> items;
-  m_hideHelpers.nodes = {&m_rail.referenceFrame, &m_rail.downDirection,
-                         &m_rail.curveInformation.mesh};
+  std::vector<RigSceneNode*> helpers{&m_rail.referenceFrame, &m_rail.downDirection,
+                                     &m_rail.curveInformation.mesh};
   for (const auto& waypoint : m_rail.waypoints) {
     items.push_back(waypoint->GetName());
-    m_hideHelpers.nodes.push_back(waypoint.get());
-    m_hideHelpers.nodes.push_back(&waypoint->target);
+    helpers.push_back(waypoint.get());
+    helpers.push_back(&waypoint->target);
   }
+  m_hideModes.SetNodes(m_rail.settings.hideHelpersDuringRecording, std::move(helpers));
   const int last = static_cast<int>(items.size()) - 1;
   m_selected = std::max(0, std::min(m_selected, last));
   if (items.empty()) items.push_back(kNoWaypoint);
@@ -162,8 +116,7 @@ CCameraRailObject::Path CCameraRailObject::PresentPath(bool tell) {
     return path;
   }
   if (spline.IsBound() && !spline.IsSupported())
-    m_pInterface->MessageBox("Error", "Can't acquire spline. Not supported.",
-                             kButtonsOk | kIconCritical);
+    Tell("Error", "Can't acquire spline. Not supported.", kIconCritical);
   const bool canFallBack = path == Path::kOwn || m_rail.waypoints.size() >= 2;
   Tell("Warning",
        std::string(kNeedsSpline) + (canFallBack ? " Will use Orvel Curve instead." : ""));
@@ -174,7 +127,7 @@ void CCameraRailObject::PlaceWaypoint(CWaypointNode& waypoint, Path path) {
   const double now = m_pInterface->GetTime();
   Matrix pose = waypoint.ReadMatrix(now);
   pose.setTranslation(m_carriage.PathPosition(path, waypoint.values.onSplinePosition, now));
-  PlaceNode(*m_pInterface, waypoint, now, pose);
+  waypoint.Place(now, pose);
 }
 
 void CCameraRailObject::CreateWaypoint() {
@@ -192,13 +145,13 @@ void CCameraRailObject::CreateWaypoint() {
   if (path != Path::kNone) {
     PlaceWaypoint(*made, path);
     const Matrix pose = made->ReadMatrix(now);
-    PlaceNode(*m_pInterface, made->target, now, pose);
+    made->target.Place(now, pose);
   } else if (!m_rail.waypoints.empty()) {
     const Matrix& frame = m_rail.referenceFrame.ReadMatrix(now);
     Matrix pose = m_rail.waypoints.back()->ReadMatrix(now);
     pose.setTranslation(pose.translation() - frame.axisRow(2) * kAhead);
-    PlaceNode(*m_pInterface, *made, now, pose);
-    PlaceNode(*m_pInterface, made->target, now, pose);
+    made->Place(now, pose);
+    made->target.Place(now, pose);
   }
   m_rail.waypoints.push_back(made);
   m_selected = static_cast<int>(m_rail.waypoints.size()) - 1;
@@ -277,7 +230,7 @@ void CCameraRailObject::SnapCarriage() {
   if (std::abs(u - history.value(now)) <= kSamePlace) u = history.value(now);
   history.set(now, u);
   pose.setTranslation(m_carriage.PathPosition(path, u, now));
-  PlaceNode(*m_pInterface, m_carriage, now, pose);
+  m_carriage.Place(now, pose);
 }
 
 // --- the path ---
@@ -387,7 +340,7 @@ void CCameraRailObject::EditField(const std::string& label) {
     panel.frameDelay = std::min(waypointTimeDelayD * rate, kMostFrames);
     if (waypointTimeDelayD * rate > kMostFrames)
       Tell("Warning", "A stop lasts 1000 frames at most: 1000 are taken.");
-    field = "Time Delay (frames)";
+    field = kDelayFrames;
   }
   waypointTimeDelayD = panel.frameDelay / rate;
   CWaypointNode* const waypoint = Selected();
@@ -395,7 +348,7 @@ void CCameraRailObject::EditField(const std::string& label) {
   if (!waypoint || waypoint->values.settings == panel) return;
   const bool replayed = !PushWaypointUndo();
   waypoint->OnCallback(field);
-  const bool isTension = field == WaypointFields()[0].label || field == WaypointFields()[1].label;
+  const bool isTension = field == kTensionIn || field == kTensionOut;
   if (isTension && !replayed && !m_recording && m_rail.curveInformation.curveInitialized)
     BuildCurve();
 }
