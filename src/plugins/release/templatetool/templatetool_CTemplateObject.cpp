@@ -10,7 +10,6 @@
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
-#include "plugins/common/SnapshotGuard.h"
 #include "plugins/release/templatetool/templatetool_TemplateReader.h"
 #include "unidevice/Property.h"
 #include "util/Quat.h"
@@ -98,7 +97,7 @@ class TemplateCameraNode : public RigCameraNode {
 
 CTemplateObject::CTemplateObject(const CreationRecord& record,
                                  std::shared_ptr<const TemplateDefinition> definition)
-    : CCamera(record),
+    : Rig(record),
       m_definition(std::move(definition)),
       m_outputSlot(m_definition->OutputSlot()),
       m_beforeSlot(m_definition->BeforeSlot()),
@@ -109,7 +108,7 @@ CTemplateObject::CTemplateObject(const CreationRecord& record,
     const TemplateParameter& parameter = m_definition->parameters[i];
     m_settings[i].number = parameter.value;
     m_settings[i].on = parameter.value != 0.0;
-    if (parameter.kind == TemplateParameter::Kind::kInteger)
+    if (parameter.kind == ParameterKind::kCount)
       m_settings[i].whole = static_cast<int>(parameter.value);
   }
   MakeNodes();
@@ -130,10 +129,8 @@ void CTemplateObject::MakeNodes() {
   }
   m_hasHelpers = !helpers.empty();
   if (!m_hasHelpers) return;
-  m_hideModes.Add("Hide Helpers", "Hides what is there for the animator alone.", OldHideModes::kAlways,
-                  helpers);
-  m_hideModes.Add("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-                  OldHideModes::kDuringTakes, helpers);
+  m_hideModes.SetNodes(m_modes.hideHelpers, helpers);
+  m_hideModes.SetNodes(m_modes.hideHelpersDuringRecording, helpers);
 }
 
 void CTemplateObject::MakePrograms() {
@@ -152,22 +149,19 @@ void CTemplateObject::MakePrograms() {
 // --- configuration ---
 
 int CTemplateObject::Define() {
-  m_pInterface->BeginConfig();
-  if (m_hasHelpers) m_hideModes.Define(*m_pInterface, *this);
-  int group = -1;
-  const auto changeGroup = [&](int next) {
-    if (next == group) return;
-    if (group >= 0) m_pInterface->EndGroup();
-    group = next;
-    if (next < 0) return;
-    const TemplateGroup& opened = m_definition->groups[static_cast<std::size_t>(next)];
-    m_pInterface->BeginGroup(opened.label, opened.tooltip);
+  using Row = ParameterRow<Modes>;
+  constexpr Row kModes[] = {
+      Row::Group("General Modes", "What is shown"),
+      Row::Flag(kNotSaved, nullptr, "Hide Helpers", "Hides what is there for the animator alone.",
+                &Modes::hideHelpers, Hides::kAlways),
+      Row::Flag(kNotSaved, nullptr, "Hide Helpers During Recording",
+                "Hides the helpers while a take runs.", &Modes::hideHelpersDuringRecording,
+                Hides::kDuringTakes),
+      Row::EndGroup(),
   };
-  for (std::size_t i = 0; i < m_settings.size(); ++i) {
-    changeGroup(m_definition->parameters[i].group);
-    DefineParameter(i);
-  }
-  changeGroup(-1);
+  m_pInterface->BeginConfig();
+  if (m_hasHelpers) DefineParameters(ParametersOf(kModes, m_modes));
+  DefineParameters(TemplateParameters());
   if (m_hasMemory)
     m_pInterface->AddButton(kReInitialize,
                             "The next take begins anew, and not from where the rig stood", this);
@@ -178,23 +172,38 @@ int CTemplateObject::Define() {
   return 0;
 }
 
-void CTemplateObject::DefineParameter(std::size_t index) {
-  const TemplateParameter& p = m_definition->parameters[index];
-  Setting& setting = m_settings[index];
-  switch (p.kind) {
-    case TemplateParameter::Kind::kSpinner:
-      m_pInterface->AddSpinner(p.label, p.tooltip, &setting.number, p.min, p.max, p.step,
-                               p.decimals, p.asInput, this);
-      break;
-    case TemplateParameter::Kind::kInteger:
-      m_pInterface->AddSpinnerInt(p.label, p.tooltip, &setting.whole, static_cast<int>(p.min),
-                                  static_cast<int>(p.max), static_cast<int>(p.step), 0, p.asInput,
-                                  this);
-      break;
-    case TemplateParameter::Kind::kCheckBox:
-      m_pInterface->AddCheckBox(p.label, p.tooltip, &setting.on, this);
-      break;
+/// The template's own, with the groups round them.
+std::vector<Parameter> CTemplateObject::TemplateParameters() {
+  std::vector<Parameter> all;
+  const auto add = [&](ParameterKind kind) -> Parameter& {
+    all.emplace_back().kind = kind;
+    return all.back();
+  };
+  int group = -1;
+  const auto changeGroup = [&](int next) {
+    if (next == group) return;
+    if (group >= 0) add(ParameterKind::kEndGroup);
+    group = next;
+    if (next < 0) return;
+    const TemplateGroup& opened = m_definition->groups[static_cast<std::size_t>(next)];
+    Parameter& parameter = add(ParameterKind::kGroup);
+    parameter.label = opened.label.c_str();
+    parameter.tooltip = opened.tooltip.c_str();
+  };
+  for (std::size_t i = 0; i < m_settings.size(); ++i) {
+    const TemplateParameter& told = m_definition->parameters[i];
+    changeGroup(told.group);
+    Parameter& parameter = add(told.kind);
+    parameter.label = told.label.c_str();
+    parameter.tooltip = told.tooltip.c_str();
+    parameter.range = told.range;
+    parameter.asInput = told.asInput;
+    parameter.number = &m_settings[i].number;
+    parameter.count = &m_settings[i].whole;
+    parameter.flag = &m_settings[i].on;
   }
+  changeGroup(-1);
+  return all;
 }
 
 void CTemplateObject::OnCallback(std::string name) {
@@ -202,10 +211,6 @@ void CTemplateObject::OnCallback(std::string name) {
   const ReplayedEvent event(name);
   // Undo and redo never re-initialise.
   if (!event.IsReplay() && event.label == kReInitialize) m_memory.bReInitialize = true;
-}
-
-void CTemplateObject::Update(double /*time*/) {
-  m_pInterface->RefreshConfig();
 }
 
 // --- nodes ---
@@ -219,8 +224,7 @@ int CTemplateObject::Create() {
     if (node.place != Vector()) {
       Matrix place = m_nodes[i]->ReadMatrix(now);
       place.setTranslation(place.transformPoint(node.place));
-      const SnapshotGuard snapshot(*m_pInterface, created, now);
-      if (snapshot) snapshot->SetMatrix(place.data());
+      m_nodes[i]->Place(now, place);
     }
     CSnapshot_Helper* const display =
         node.colour ? m_pInterface->GetSnapshotHelper(created) : nullptr;
@@ -282,12 +286,12 @@ void CTemplateObject::FillSettings(double time) {
   m_values[TemplateDefinition::kDurationSlot] = m_pInterface->GetFrameDuration();
   auto slot = m_values.begin() + d.ParameterSlot();
   for (std::size_t i = 0; i < m_settings.size(); ++i) {
-    const TemplateParameter::Kind kind = d.parameters[i].kind;
+    const ParameterKind kind = d.parameters[i].kind;
     const Setting& setting = m_settings[i];
-    *slot++ = kind == TemplateParameter::Kind::kSpinner   ? setting.number
-              : kind == TemplateParameter::Kind::kInteger ? setting.whole
-              : setting.on                                ? 1.0
-                                                          : 0.0;
+    *slot++ = kind == ParameterKind::kNumber  ? setting.number
+              : kind == ParameterKind::kCount ? setting.whole
+              : setting.on                    ? 1.0
+                                              : 0.0;
   }
   for (const unidevice::Property* input : m_inputs) *slot++ = input->offset;
   for (const TemplateMotion& motion : d.motions)

@@ -6,11 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
-#include "core/interface/CInterface.h"
-#include "plugins/common/OldHideModes.h"
-#include "plugins/common/RigSceneNode.h"
+#include "plugins/common/Rig.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/templatetool/templatetool_TemplateDefinition.h"
 #include "util/AVar_Linear.h"
@@ -33,10 +30,8 @@ namespace orv::rws::addon {
 ///
 /// What is no finite number is passed on to whatever reads it in the same frame, the host refuses
 /// such a pose, and the memory keeps the latest finite value.
-class CTemplateObject : public CCamera, public CInterface::Callback {
+class CTemplateObject : public Rig {
  public:
-  using SceneNode = RigSceneNode;
-
   /// What a take changes, all of it undone with the take.
   struct Memory {
     std::vector<util::AVar_Linear<double>> histories;  ///< by output; empty where nothing is kept
@@ -49,7 +44,6 @@ class CTemplateObject : public CCamera, public CInterface::Callback {
   void Start(double time) override;
   void Stop() override;
   void Step(double time) override;
-  void Update(double time) override;
   int Define() override;
   int Create() override;
   int Restore() override;
@@ -64,6 +58,10 @@ class CTemplateObject : public CCamera, public CInterface::Callback {
     int whole = 0;
     bool on = false;
   };
+  struct Modes {
+    bool hideHelpers = false;
+    bool hideHelpersDuringRecording = false;
+  };
   /// An output's expressions over m_values; no child where there is none.
   struct Program {
     core::MathScriptRoot expression;
@@ -72,7 +70,7 @@ class CTemplateObject : public CCamera, public CInterface::Callback {
 
   void MakeNodes();
   void MakePrograms();
-  void DefineParameter(std::size_t index);
+  std::vector<Parameter> TemplateParameters();
   void FillSettings(double time);
   double& Value(int output) { return m_values[static_cast<std::size_t>(m_outputSlot + output)]; }
   double& Before(int output) { return m_values[static_cast<std::size_t>(m_beforeSlot + output)]; }
@@ -92,10 +90,10 @@ class CTemplateObject : public CCamera, public CInterface::Callback {
   std::vector<double> m_values;  ///< of the frame, by slot
   std::deque<Program> m_programs;
   std::vector<Setting> m_settings;
+  Modes m_modes;
   std::vector<unidevice::Property*> m_inputs;  ///< the instance's
   std::vector<std::unique_ptr<RigSceneNode>> m_nodes;
   Memory m_memory;
-  OldHideModes m_hideModes;
   bool m_hasHelpers = false;
   bool m_hasMemory = false;  ///< some expression reads an output one frame before
 };

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "plugins/common/Parameters.h"
 #include "plugins/common/RigSceneNode.h"
 #include "util/CMesh.h"
 #include "util/Vector3.h"
@@ -31,16 +32,12 @@ int TemplateChannelOf(const std::string& name);
 
 /// A parameter that a user edits.
 struct TemplateParameter {
-  enum class Kind { kSpinner, kInteger, kCheckBox };
-  Kind kind = Kind::kSpinner;
+  ParameterKind kind = ParameterKind::kNumber;  ///< or a count or a flag
   std::string label;
   std::string tooltip;
   int group = -1;  ///< index of its group; -1 for none
   double value = 0.0;
-  double min = 0.0;
-  double max = 0.0;
-  double step = 0.0;
-  int decimals = 3;
+  ParameterRange range{0.0, 0.0, 0.0, 3};
   bool asInput = false;  ///< a control may turn it during a take
 };
 

@@ -267,12 +267,12 @@ bool TemplateReader::ReadParameter(const Element& element, int group) {
   parameter.group = group;
   Names attributes = {"name", "label", "tooltip", "value"};
   if (element.name == "checkbox") {
-    parameter.kind = TemplateParameter::Kind::kCheckBox;
-    parameter.max = 1.0;
+    parameter.kind = ParameterKind::kFlag;
+    parameter.range.max = 1.0;
   } else {
     attributes.insert(attributes.end(), {"min", "max", "step", "live"});
     if (element.name == "spinner") attributes.emplace_back("decimals");
-    if (element.name == "integer") parameter.kind = TemplateParameter::Kind::kInteger;
+    if (element.name == "integer") parameter.kind = ParameterKind::kCount;
   }
   if (!CheckShape(element, attributes, {})) return false;
   const int index = static_cast<int>(m_definition->parameters.size());
@@ -287,18 +287,19 @@ bool TemplateReader::ReadParameter(const Element& element, int group) {
 }
 
 bool TemplateReader::ReadRange(const Element& element, TemplateParameter& parameter) {
-  if (parameter.kind == TemplateParameter::Kind::kCheckBox) {
+  if (parameter.kind == ParameterKind::kFlag) {
     bool on = false;
     if (!ReadFlag(element, "value", on)) return false;
     parameter.value = on ? 1.0 : 0.0;
     return true;
   }
-  const bool isWhole = parameter.kind == TemplateParameter::Kind::kInteger;
+  const bool isWhole = parameter.kind == ParameterKind::kCount;
   for (const char* needed : {"value", "min", "max"})
     if (!element.hasAttribute(needed))
       return Refuse(std::string("the attribute ") + Quoted(needed) + " is missing");
-  parameter.step = isWhole ? 1.0 : 0.01;
-  double* const numbers[] = {&parameter.value, &parameter.min, &parameter.max, &parameter.step};
+  parameter.range.step = isWhole ? 1.0 : 0.01;
+  double* const numbers[] = {&parameter.value, &parameter.range.min, &parameter.range.max,
+                             &parameter.range.step};
   const char* const attributes[] = {"value", "min", "max", "step"};
   for (int i = 0; i < 4; ++i) {
     int whole = static_cast<int>(*numbers[i]);
@@ -306,14 +307,14 @@ bool TemplateReader::ReadRange(const Element& element, TemplateParameter& parame
     if (isWhole) *numbers[i] = whole;
     if (!isWhole && !ReadNumber(element, attributes[i], *numbers[i])) return false;
   }
-  if (!ReadWhole(element, "decimals", parameter.decimals) ||
+  if (!ReadWhole(element, "decimals", parameter.range.decimals) ||
       !ReadFlag(element, "live", parameter.asInput))
     return false;
-  if (parameter.decimals < 0 || parameter.decimals > 15)
+  if (parameter.range.decimals < 0 || parameter.range.decimals > 15)
     return Refuse("decimals is not from 0 to 15");
-  if (!(parameter.step > 0.0)) return Refuse("step is not above 0");
-  if (!(parameter.min < parameter.max)) return Refuse("min is not below max");
-  if (parameter.value < parameter.min || parameter.value > parameter.max)
+  if (!(parameter.range.step > 0.0)) return Refuse("step is not above 0");
+  if (!(parameter.range.min < parameter.range.max)) return Refuse("min is not below max");
+  if (parameter.value < parameter.range.min || parameter.value > parameter.range.max)
     return Refuse("value does not lie from min to max");
   return true;
 }
