@@ -1,4 +1,4 @@
-// The scale of a node, and of a computed pose.
+// The scale of a node, and poses made of a scale or a place alone.
 #pragma once
 
 #include <cmath>
@@ -20,6 +20,12 @@ inline util::Vector3<double> ScaleOf(const util::Matrix<double>& matrix) {
 /// Stretches the axis rows of `pose`: a scaling that acts before the pose does.
 inline void ScaleRows(util::Matrix<double>& pose, const util::Vector3<double>& scale) {
   for (int i = 0; i < 3; ++i) pose.setAxisRow(i, pose.axisRow(i) * scale[i]);
+}
+
+inline util::Matrix<double> Translation(const util::Vector3<double>& by) {
+  util::Matrix<double> pose;
+  pose.setTranslation(by);
+  return pose;
 }
 
 }  // namespace orv::rws::addon

@@ -4,6 +4,7 @@
 
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot_Mesh.h"
+#include "plugins/common/NodeScale.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
 #include "plugins/release/crawlertracks/TrackMeshes.h"
@@ -20,12 +21,6 @@ const Vector kDriveWheelPlace(0.0, 0.56, 0.0);
 const Vector kTrackDirectionPlace(0.0, 1.3, 0.0);
 const Vector kGravityPlace(-0.8, 0.6, 0.0);
 const Vector kTemplatePlace(0.8, 0.03, 0.0);
-
-Matrix At(const Vector& place) {
-  Matrix matrix;
-  matrix.setTranslation(place);
-  return matrix;
-}
 
 /// Z up, so that -Z falls.
 Matrix FallingAt(const Vector& place) {
@@ -144,16 +139,16 @@ int CrawlerTracks::Create() {
     return true;
   };
   if (m_frame.Create() != 0) return 1;
-  if (!create(*m_wheels.front(), At(kDriveWheelPlace))) {
+  if (!create(*m_wheels.front(), Translation(kDriveWheelPlace))) {
     Tell("Error", "Could not create Wheel Node", kIconCritical);
     return 1;
   }
   m_wheels.front()->ShowKind();
-  if (!create(m_templateStep, At(kTemplatePlace))) {
+  if (!create(m_templateStep, Translation(kTemplatePlace))) {
     Tell("Error", "Could not create TemplateStep", kIconCritical);
     return 1;
   }
-  if (!create(m_trackDirection, At(kTrackDirectionPlace)) ||
+  if (!create(m_trackDirection, Translation(kTrackDirectionPlace)) ||
       !create(m_gravityDirection, FallingAt(kGravityPlace)))
     return 1;
   return 0;
