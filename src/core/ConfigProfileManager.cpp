@@ -6,6 +6,7 @@
 #include "core/ConfigTree.h"
 #include "core/Instance.h"
 #include "core/Log.h"
+#include "core/RecordKeys.h"
 #include "core/UpdateManager.h"
 #include "util/NumberText.h"
 
@@ -13,10 +14,10 @@ namespace orv::rws::core {
 
 namespace {
 
+using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
 
-constexpr char kProfile[] = "configprofile";
 /// Version of profiles that name none: the forms before the present one did not.
 constexpr char kOldVersion[] = "1.0";
 
@@ -28,9 +29,9 @@ bool isTag(const Element& element, std::string_view name) {
 }
 
 Tag headOf(const std::string& version, const std::string& name) {
-  Tag profile(kProfile);
-  profile.setAttribute("version", version);
-  profile.setAttribute("name", name);
+  Tag profile(kConfigProfile);
+  profile.setAttribute(kVersion, version);
+  profile.setAttribute(kName, name);
   return profile;
 }
 
@@ -38,15 +39,15 @@ Tag headOf(const std::string& version, const std::string& name) {
 void convertOldGroup(const Element& from, Element& to) {
   for (const Element* child : from.children) {
     const bool check = isTag(*child, "check");
-    if (isTag(*child, "group")) {
-      Tag group("group");
-      group.setAttribute("id", "-1");
-      group.setAttribute("label", child->attribute("name"));
+    if (isTag(*child, kGroup)) {
+      Tag group(kGroup);
+      group.setAttribute(kId, "-1");
+      group.setAttribute(kLabel, child->attribute(kName));
       convertOldGroup(*child, group);
       to.emplaceChild(std::move(group));
     } else if (check || isTag(*child, "spinner")) {
-      Tag item("item");
-      item.setAttribute("label", child->attribute("name"));
+      Tag item(kItem);
+      item.setAttribute(kLabel, child->attribute(kName));
       const std::string text = child->text();
       item.setText(!check ? text : text == "true" ? "1" : text == "false" ? "0" : text);
       to.emplaceChild(std::move(item));
@@ -61,8 +62,7 @@ Tag convertOld(const Element& old, const std::string& name) {
 }
 
 Tag withHead(const Element& source, const std::string& version, const std::string& name) {
-  Tag profile =
-      headOf(source.hasAttribute("version") ? source.attribute("version") : version, name);
+  Tag profile = headOf(source.hasAttribute(kVersion) ? source.attribute(kVersion) : version, name);
   for (const Element* child : source.children) profile.addChild(*child);
   return profile;
 }
@@ -78,23 +78,22 @@ bool ConfigProfileManager::Parse(const Element& root, const std::string& fallbac
   for (const char* oldRoot : kOldRoots) {
     if (!isTag(root, oldRoot)) continue;
     for (const Element* child : root.children) {
-      const std::string name = child->attribute("name");
-      if (isTag(*child, "profile") && !name.empty()) profiles.push_back(convertOld(*child, name));
+      const std::string name = child->attribute(kName);
+      if (isTag(*child, kProfile) && !name.empty()) profiles.push_back(convertOld(*child, name));
     }
     return true;
   }
-  const std::string version =
-      root.hasAttribute("version") ? root.attribute("version") : kOldVersion;
+  const std::string version = root.hasAttribute(kVersion) ? root.attribute(kVersion) : kOldVersion;
   if (isTag(root, "configprofiles")) {
     for (const Element* child : root.children) {
-      const std::string name = child->attribute("name");
-      if (isTag(*child, kProfile) && !name.empty())
+      const std::string name = child->attribute(kName);
+      if (isTag(*child, kConfigProfile) && !name.empty())
         profiles.push_back(withHead(*child, version, name));
     }
     return true;
   }
-  if (!isTag(root, kProfile)) return false;
-  const std::string name = root.attribute("name");
+  if (!isTag(root, kConfigProfile)) return false;
+  const std::string name = root.attribute(kName);
   profiles.push_back(withHead(root, version, name.empty() ? fallbackName : name));
   return true;
 }
@@ -117,7 +116,7 @@ std::string ConfigProfileManager::GetVersionWarning(const std::string& name) con
   if (!profile) return {};
   double version = 0.0;
   double present = 0.0;
-  util::parseNumber(profile->attribute("version"), version);
+  util::parseNumber(profile->attribute(kVersion), version);
   util::parseNumber(ConfigTree::kVersion, present);
   if (version >= present) return {};
   return "This profile has been saved in an older version of " + UpdateManager::GetProductName() +

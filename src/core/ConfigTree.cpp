@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "core/RecordKeys.h"
 #include "util/NumberText.h"
 #include "util/xml/Base64.h"
 #include "util/xml/Tag.h"
@@ -12,17 +13,10 @@ namespace orv::rws::core {
 
 namespace {
 
+using namespace record;
 using Kind = ConfigElement::Kind;
 using util::xml::Element;
 using util::xml::Tag;
-
-constexpr char kGroup[] = "group";
-constexpr char kItem[] = "item";
-constexpr char kId[] = "id";
-constexpr char kLabel[] = "label";
-constexpr char kType[] = "type";
-constexpr char kBlob[] = "blob";
-constexpr char kText[] = "text";
 
 constexpr std::size_t kDoubleSize = 8;
 
@@ -236,7 +230,7 @@ std::vector<ConfigElement*> ConfigTree::findAll(const std::string& label) const 
 // --- profiles ---
 
 void ConfigTree::write(Tag& profile) const {
-  profile.setAttribute("version", kVersion);
+  profile.setAttribute(record::kVersion, kVersion);
   if (m_root) writeGroup(*m_root, profile);
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/Log.h"
+#include "core/RecordKeys.h"
 #include "unidevice/Property.h"
 #include "unidevice/PropertyHandler.h"
 
@@ -11,11 +12,9 @@ namespace orv::rws::core {
 
 namespace {
 
+using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
-
-constexpr char kProfile[] = "profile";
-constexpr char kProperty[] = "property";
 
 bool isTag(const Element& element, std::string_view name) {
   return element.kind == util::xml::kTag && element.name == name;
@@ -23,14 +22,14 @@ bool isTag(const Element& element, std::string_view name) {
 
 Tag profileOf(const Element& source, const std::string& name) {
   Tag profile(kProfile);
-  profile.setAttribute("name", name);
+  profile.setAttribute(kName, name);
   for (const Element* child : source.children) profile.addChild(*child);
   return profile;
 }
 
 Tag write(const std::string& name, const unidevice::PropertyHandler& properties) {
   Tag profile(kProfile);
-  profile.setAttribute("name", name);
+  profile.setAttribute(kName, name);
   for (const auto& entry : properties.entries) {
     Tag tag(kProperty);
     entry.second->save(tag);
@@ -47,15 +46,15 @@ InputProfileManager::InputProfileManager(const std::string& factoryFolder,
 
 bool InputProfileManager::Parse(const Element& root, const std::string& fallbackName,
                                 std::vector<Tag>& profiles) {
-  const bool single = isTag(root, kProfile) || isTag(root, "inputprofile");
+  const bool single = isTag(root, kProfile) || isTag(root, kInputProfile);
   if (!single && !isTag(root, "unidevice")) return false;
   const std::size_t before = profiles.size();
   for (const Element* child : root.children) {
-    const std::string name = child->attribute("name");
+    const std::string name = child->attribute(kName);
     if (isTag(*child, kProfile) && !name.empty()) profiles.push_back(profileOf(*child, name));
   }
   if (!single || profiles.size() > before) return true;
-  const std::string name = root.attribute("name");
+  const std::string name = root.attribute(kName);
   profiles.push_back(profileOf(root, name.empty() ? fallbackName : name));
   return true;
 }
@@ -65,7 +64,7 @@ std::string InputProfileManager::ApplyTo(const Element& profile,
   std::string problem;
   for (const Element* child : profile.children) {
     if (!isTag(*child, kProperty)) continue;
-    unidevice::Property* property = properties.find(child->attribute("name"));
+    unidevice::Property* property = properties.find(child->attribute(kName));
     if (property && !property->load(*child))
       problem += (problem.empty() ? "no number for \"" : ", \"") + property->name + "\"";
   }

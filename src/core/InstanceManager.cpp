@@ -12,6 +12,7 @@
 #include "core/InstanceUndo.h"
 #include "core/Log.h"
 #include "core/NameRules.h"
+#include "core/RecordKeys.h"
 #include "core/Tool.h"
 #include "core/interface/CCamera.h"
 #include "util/xml/Tag.h"
@@ -222,7 +223,7 @@ Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
   if (text.empty() || record.loadText(text) != 0) return nullptr;
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const std::string name = UniqueName(source.GetInstanceName());
-  record.setAttribute("name", name);
+  record.setAttribute(record::kName, name);
 
   const bool nested = adaptor.IsUndoBlockOpen();
   adaptor.BeginUndoBlock("Clone " + source.GetInstanceName());
@@ -265,9 +266,9 @@ bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
     copyOf.emplace(node->GetSceneName(), copy);
     copies.push_back(copy);
   }
-  if (util::xml::Element* info = record.findChild("nodeinfo")) {
+  if (util::xml::Element* info = record.findChild(record::kNodeInfo)) {
     for (util::xml::Element* child : info->children)
-      child->setAttribute("handle", name + "/" + child->attribute("name"));
+      child->setAttribute(record::kHandle, name + "/" + child->attribute(record::kName));
   }
   return true;
 }
@@ -301,7 +302,7 @@ std::string InstanceManager::SaveInstance(Instance& instance, std::string& probl
   util::xml::Tag record("RWT_Plugin");
   instance.WriteRecord(record);
   const InstanceReference* row = Find(instance.GetInstanceName());
-  record.setAttribute("checked", !row || row->IsChecked() ? "1" : "0");
+  record.setAttribute(record::kChecked, !row || row->IsChecked() ? "1" : "0");
   return record.toText("", "\n");
 }
 
@@ -313,7 +314,7 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, std::stri
     return nullptr;
   }
   const std::string kind = record.attribute("type");
-  const std::string name = record.attribute("name");
+  const std::string name = record.attribute(record::kName);
   if (record.name != "RWT_Plugin" || kind.empty() || name.empty()) {
     problem = "its record names no kind and no name";
     return nullptr;
@@ -350,7 +351,7 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, std::stri
   }
   if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
   InstanceReference& row = *AddRow(std::move(instance));
-  row.SetChecked(record.attribute("checked") != "0");
+  row.SetChecked(record.attribute(record::kChecked) != "0");
   return row.GetInstance();
 }
 

@@ -8,6 +8,7 @@
 #include "core/CoreNode.h"
 #include "core/Instance.h"
 #include "core/Log.h"
+#include "core/RecordKeys.h"
 #include "core/Tool.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
@@ -18,25 +19,13 @@ namespace orv::rws::core {
 
 namespace {
 
+using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
 
-/// Names of the record's tags, each written and read in one place.
-constexpr char kSaveData[] = "savedata";
-constexpr char kConfigProfile[] = "configprofile";
-constexpr char kInputProfile[] = "inputprofile";
-constexpr char kTracks[] = "tracks";
-constexpr char kTrack[] = "track";
-constexpr char kOutputs[] = "outputs";
-constexpr char kOutput[] = "output";
-constexpr char kLiveSpinners[] = "livespinners";
-constexpr char kLiveSpinner[] = "livespinner";
-constexpr char kNodeInfo[] = "nodeinfo";
-constexpr char kNode[] = "node";
-
 Tag BlobTag(const char* name, const std::vector<unsigned char>& bytes) {
   Tag tag(name);
-  tag.setAttribute("size", std::to_string(bytes.size()));
+  tag.setAttribute(kSize, std::to_string(bytes.size()));
   tag.setText(util::xml::encodeBase64(bytes.data(), bytes.size()));
   return tag;
 }
@@ -45,7 +34,7 @@ Tag BlobTag(const char* name, const std::vector<unsigned char>& bytes) {
 bool ReadBlob(const Element& tag, std::vector<unsigned char>& bytes) {
   if (!util::xml::decodeBase64(tag.text(), bytes)) return false;
   int size = 0;
-  if (util::parseNumber(tag.attribute("size"), size) && size >= 0)
+  if (util::parseNumber(tag.attribute(kSize), size) && size >= 0)
     bytes.resize(std::min(bytes.size(), static_cast<std::size_t>(size)));
   return true;
 }
@@ -63,8 +52,8 @@ Tag OutputsTag(const std::vector<unidevice::Property*>& properties) {
   Tag outputs(kOutputs);
   for (const unidevice::Property* property : properties) {
     Tag tag(kOutput);
-    tag.setAttribute("name", property->name);
-    tag.setAttribute("value", util::exactText(property->read()));
+    tag.setAttribute(kName, property->name);
+    tag.setAttribute(kValue, util::exactText(property->read()));
     outputs.emplaceChild(std::move(tag));
   }
   return outputs;
@@ -83,21 +72,21 @@ void ForEach(const Element& parent, const char* name, Use use) {
 void Instance::WriteRecord(Tag& out) const {
   auto& self = const_cast<Instance&>(*this);  // properties note what they save
   m_pTool->WriteSaveData(out);
-  out.setAttribute("name", m_name);
+  out.setAttribute(kName, m_name);
   if (m_bHasUserData) out.emplaceChild(BlobTag(kSaveData, m_userData));
 
   Tag config(kConfigProfile);
   m_config.write(config);
-  config.setAttribute("name", m_currentProfile);
+  config.setAttribute(kName, m_currentProfile);
   out.emplaceChild(std::move(config));
 
   Tag inputs(kInputProfile);
-  Tag profile("profile");
-  profile.setAttribute("name", m_name);
+  Tag profile(kProfile);
+  profile.setAttribute(kName, m_name);
   Tag tracks(kTracks);
   for (int i = 0; i < m_properties.count(); ++i) {
     unidevice::Property& property = *self.m_properties.property(i);
-    Tag tag("property");
+    Tag tag(kProperty);
     property.save(tag);
     profile.emplaceChild(std::move(tag));
     const auto index = static_cast<std::size_t>(i);
@@ -105,7 +94,7 @@ void Instance::WriteRecord(Tag& out) const {
     std::vector<unsigned char> bytes(m_tracks[index].flatSize());
     m_tracks[index].save(bytes.data(), bytes.size());
     Tag track = BlobTag(kTrack, bytes);
-    track.setAttribute("input", property.name);
+    track.setAttribute(kInput, property.name);
     tracks.emplaceChild(std::move(track));
   }
   inputs.emplaceChild(std::move(profile));
@@ -116,9 +105,9 @@ void Instance::WriteRecord(Tag& out) const {
   Tag spinners(kLiveSpinners);
   for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
     Tag tag(kLiveSpinner);
-    tag.setAttribute("id", std::to_string(span.elementId));
-    tag.setAttribute("start", util::exactText(span.start));
-    tag.setAttribute("end", util::exactText(span.end));
+    tag.setAttribute(kId, std::to_string(span.elementId));
+    tag.setAttribute(kStart, util::exactText(span.start));
+    tag.setAttribute(kEnd, util::exactText(span.end));
     spinners.emplaceChild(std::move(tag));
   }
   out.emplaceChild(std::move(spinners));
@@ -126,10 +115,10 @@ void Instance::WriteRecord(Tag& out) const {
   Tag nodes(kNodeInfo);
   for (CoreNode* node : GetNodes()) {
     Tag tag(kNode);
-    tag.setAttribute("name", node->GetName());
-    tag.setAttribute("handle", node->GetTag());
+    tag.setAttribute(kName, node->GetName());
+    tag.setAttribute(kHandle, node->GetTag());
     if (const NodeHandle parent = ParentOf(*node))
-      tag.setAttribute("parent", parent->GetSceneName());
+      tag.setAttribute(kParent, parent->GetSceneName());
     nodes.emplaceChild(std::move(tag));
   }
   out.emplaceChild(std::move(nodes));
@@ -140,18 +129,18 @@ std::string Instance::ReadRecord(const Element& record) {
   const Element& config = record.child(kConfigProfile);
   if (!config.isEmpty()) {
     problem = m_config.read(config);
-    if (config.hasAttribute("name")) m_currentProfile = config.attribute("name");
+    if (config.hasAttribute(kName)) m_currentProfile = config.attribute(kName);
   }
 
-  ForEach(record.child(kInputProfile).child("profile"), "property", [&](const Element& tag) {
-    unidevice::Property* property = m_properties.find(tag.attribute("name"));
+  ForEach(record.child(kInputProfile).child(kProfile), kProperty, [&](const Element& tag) {
+    unidevice::Property* property = m_properties.find(tag.attribute(kName));
     if (property && !property->load(tag))
       problem = "the mapping of the input \"" + property->name + "\" holds no number";
   });
 
   m_tracks.resize(static_cast<std::size_t>(m_properties.count()));
   ForEach(record.child(kTracks), kTrack, [&](const Element& tag) {
-    const std::string input = tag.attribute("input");
+    const std::string input = tag.attribute(kInput);
     if (!m_properties.find(input))
       LogEntry(LogLevel::kWarning, m_name + " has a recorded track of the input \"" + input +
                                        "\", which this rig does not have: it is left out");
@@ -168,17 +157,17 @@ std::string Instance::ReadRecord(const Element& record) {
 
   ForEach(record.child(kOutputs), kOutput, [&](const Element& tag) {
     for (unidevice::Property* output : m_outputs) {
-      if (output->name != tag.attribute("name")) continue;
-      if (!util::parseNumber(tag.attribute("value"), output->offset))
+      if (output->name != tag.attribute(kName)) continue;
+      if (!util::parseNumber(tag.attribute(kValue), output->offset))
         problem = "the output \"" + output->name + "\" holds no number";
     }
   });
 
   ForEach(record.child(kLiveSpinners), kLiveSpinner, [&](const Element& tag) {
     LiveSpinnerSpan span;
-    if (util::parseNumber(tag.attribute("id"), span.elementId) &&
-        util::parseNumber(tag.attribute("start"), span.start) &&
-        util::parseNumber(tag.attribute("end"), span.end)) {
+    if (util::parseNumber(tag.attribute(kId), span.elementId) &&
+        util::parseNumber(tag.attribute(kStart), span.start) &&
+        util::parseNumber(tag.attribute(kEnd), span.end)) {
       m_liveSpinnerSpans.push_back(span);
       // The profile holds whole numbers only; the spinner stood between two of them.
       ConfigElement* element = m_config.find(span.elementId);
@@ -197,7 +186,7 @@ std::string Instance::ReadRecord(const Element& record) {
   }
   ForEach(record.child(kNodeInfo), kNode, [&](const Element& tag) {
     // Of two with one name the first counts.
-    m_nodeTags.emplace(tag.attribute("name"), tag.attribute("handle"));
+    m_nodeTags.emplace(tag.attribute(kName), tag.attribute(kHandle));
   });
   return problem;
 }

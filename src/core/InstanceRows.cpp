@@ -10,21 +10,18 @@
 #include "core/InstanceManager.h"
 #include "core/InstanceUndo.h"
 #include "core/NameRules.h"
+#include "core/RecordKeys.h"
 #include "util/xml/Tag.h"
 
 namespace orv::rws::core {
 
 namespace {
 
+using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
 using Rows = std::vector<RowLayout>;
 
-constexpr char kRows[] = "rows";
-constexpr char kGroup[] = "group";
-constexpr char kRig[] = "rig";
-constexpr char kName[] = "name";
-constexpr char kChecked[] = "checked";
 constexpr char kWithinItself[] = "a group can't stand within itself";
 
 /// The list in which a row stands, and where; no list when there is no such row.
