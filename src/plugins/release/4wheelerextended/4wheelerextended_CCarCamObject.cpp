@@ -41,7 +41,7 @@ CCarCamObject::WheelNodes::WheelNodes(CCarCamObject& rig, int index)
 }
 
 CCarCamObject::CCarCamObject(const CreationRecord& record, GroundShapePool& shapes)
-    : CCamera(record),
+    : Rig(record),
       cCarCam(m_settings),
       m_body(*this, "CarBodyMesh", nullptr, CMesh_CarBody()),
       m_chassisRelocator(*this, "ChassisRelocatorMesh", &m_body, CMesh_ChassisRelocator()),
@@ -59,18 +59,11 @@ CCarCamObject::CCarCamObject(const CreationRecord& record, GroundShapePool& shap
     written->SetWritten();
   for (int i = 0; i < kWheelCount; ++i) m_wheels[i] = std::make_unique<WheelNodes>(*this, i);
   for (RigSceneNode* node : AllNodes()) m_gravity.own.push_back(node);
-  const auto hide = [&](const char* label, const char* tooltip, OldHideModes::When when,
-                        std::vector<RigSceneNode*> nodes) -> OldHideModes::Box& {
-    return m_hideModes.Add(label, tooltip, when, std::move(nodes));
-  };
-  hide("Hide Helpers", "Hides all nodes but the body, the wheels and the cameras.",
-       OldHideModes::kAlways, Helpers());
-  hide("Hide Helpers During Recording", "Hides the helpers while a take runs.",
-       OldHideModes::kDuringTakes, Helpers());
-  hide("Hide Follow Camera", "Hides the FollowCam.", OldHideModes::kAlways, {&m_followCam}).on = true;
-  hide("Hide Driver Camera", "Hides the DriverCam.", OldHideModes::kAlways, {&m_driverCam}).on = true;
-  hide("Hide TopView Camera", "Hides the TopViewCam.", OldHideModes::kAlways, {&m_topViewCam}).on =
-      true;
+  m_hideModes.SetNodes(m_settings.bHideHelpers, Helpers());
+  m_hideModes.SetNodes(m_settings.bHideHelpersDuringRecording, Helpers());
+  m_hideModes.SetNodes(m_settings.bHideFollowCam, {&m_followCam});
+  m_hideModes.SetNodes(m_settings.bHideDriverCam, {&m_driverCam});
+  m_hideModes.SetNodes(m_settings.bHideTopViewCam, {&m_topViewCam});
 }
 
 CCarCamObject::~CCarCamObject() = default;

@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
-#include "core/interface/CInterface.h"
-#include "plugins/common/OldHideModes.h"
+#include "plugins/common/Rig.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/release/4wheelerextended/CCarCam.h"
 #include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
@@ -27,9 +25,8 @@ enum class SaveState;
 /// The rig: inputs in, the car model, rays at the ground, poses out. The animator places and scales
 /// the body, moves and scales the wheels by their relocators, and puts the gravity direction mesh
 /// under the ground. Takes go on from any frame by the histories of the memory.
-class CCarCamObject : public CCamera, public CInterface::Callback {
+class CCarCamObject : public Rig {
  public:
-  using SceneNode = RigSceneNode;
   using Matrix = util::Matrix<double>;
   using Vector = util::Vector3<double>;
 
@@ -58,15 +55,6 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
     RigMeshNode suspension;
     CWheelNode wheel;
   };
-  /// Read-only numbers that the configuration shows.
-  struct Gauges {
-    double maximumVelocity = 0.0;
-    double velocity = 0.0;
-    double velocityPercent = 0.0;
-    double secondsTo100 = 0.0;
-    double secondsTo60 = 0.0;
-  };
-  static constexpr std::size_t kHideBoxes = 5;
   enum Output {
     kVelocity,
     kVelocityPercent,
@@ -76,18 +64,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   };
 
   // Configuration
-  void DefineGauges();
-  void DefineGeneralModes();
-  void DefineAutonomous();
-  void DefineSteering();
-  void DefineSuspension();
-  void DefineGeneralProperties();
-  void DefineGround();
-  void DefineInputs();
-  void DefineJumps();
-  void AddSpinner(const char* label, const char* tooltip, double& value, double min, double max,
-                  double step);
-  void AddCheckBox(const char* label, const char* tooltip, bool& value);
+  void DefineChannel(std::size_t index);
   void PublishOutputs();
   void UpdateMaximumGauges();
   void MoveTurnBase();
@@ -138,7 +115,7 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   RayFan m_rayFan;
   CCarCam cCarCam;
   CarMemory m_memory;
-  Gauges m_gauges;
+  CarGauges m_gauges;
   std::array<unidevice::Property*, kChannelCount> m_inputs{};  ///< the instance's
   std::vector<std::unique_ptr<unidevice::Property>> m_outputs;
   bool m_inTake = false;
@@ -157,7 +134,6 @@ class CCarCamObject : public CCamera, public CInterface::Callback {
   CDriverCamNode m_driverCam;
   CTopViewCamNode m_topViewCam;
   std::array<std::unique_ptr<WheelNodes>, kWheelCount> m_wheels;
-  OldHideModes m_hideModes;
 };
 
 class CCarCamPlugin : public CCameraPlugin {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <vector>
 
 namespace orv::rws::addon {
 
@@ -50,9 +51,23 @@ inline constexpr double kWheelWidth = 0.62;
 inline constexpr double kSpinPerKey = 3.110487775831478;
 }  // namespace car
 
+struct Parameter;
+
 struct CarChannelSettings {
   double responseFactor = 1.0;
   double maximum = 1.0;
+
+  /// Their places among the parameters of a channel.
+  enum { kResponseFactor, kMaximum };
+};
+
+/// Read-only numbers that the configuration shows.
+struct CarGauges {
+  double maximumVelocity = 0.0;
+  double velocity = 0.0;
+  double velocityPercent = 0.0;
+  double secondsTo100 = 0.0;
+  double secondsTo60 = 0.0;
 };
 
 /// The defaults are those of the "Start Profile", but for the rays. So is the wheel radius
@@ -63,6 +78,11 @@ struct CarSettings {
   double dInitialVelocity = 0.0;         ///< % of the gas maximum
   double dVelocityConversionMult = 3.6;  ///< m/s to the unit of the gauges
   // General modes
+  bool bHideHelpers = false;
+  bool bHideHelpersDuringRecording = false;
+  bool bHideFollowCam = true;
+  bool bHideDriverCam = true;
+  bool bHideTopViewCam = true;
   bool bSaveDynamicData = true;
   bool bKeyframeOnlyEssential = false;
   // Autonomous mode
@@ -131,6 +151,13 @@ struct CarSettings {
                                                           {1.0, 0.05},
                                                           {0.03, 3.0},
                                                           {1.0, 100.0}}};
+
+  /// Parts of the save data: what the fixed struct holds.
+  static constexpr int kFixedFlags = 1;
+  static constexpr int kFixedNumbers = 2;
 };
+
+std::vector<Parameter> ParametersOf(CarSettings& settings);
+std::vector<Parameter> ParametersOf(CarChannelSettings& settings);
 
 }  // namespace orv::rws::addon
