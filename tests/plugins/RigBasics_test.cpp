@@ -91,6 +91,22 @@ class RigBasics : public testing::TestWithParam<CCameraPlugin*> {
 INSTANTIATE_TEST_SUITE_P(RigBasics, RigBasics, testing::ValuesIn(tests::AllKinds()),
                          [](const auto& kind) { return tests::TestName(kind.param->GetId()); });
 
+TEST_P(RigBasics, WhatIsSavedOfTheParametersComesBackFromTheBlobAlone) {
+  auto world = NewWorld();
+  auto untouched = NewWorld();
+  for (auto& element : world->core.elements) {
+    const double value = element.min + 0.37 * (element.max - element.min);
+    if (element.number) *element.number = value;
+    if (element.choice) *element.choice = static_cast<int>(value);
+    // Of a ground that a car has not kept there is nothing to keep.
+    if (element.flag && element.label != "Store Ground Mesh Data") *element.flag = !*element.flag;
+  }
+  const auto saved = world->Save();
+  const auto opened = untouched->Reopen(saved);
+  EXPECT_EQ(opened->restored, 0);
+  EXPECT_EQ(opened->Save(), saved);
+}
+
 TEST_P(RigBasics, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
   auto world = NewWorld();
   auto fresh = world->Save();

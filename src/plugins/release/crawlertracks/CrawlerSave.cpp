@@ -186,8 +186,9 @@ SaveState CrawlerTracks::LoadBlob() {
   CrawlerSettings settings = m_settings;
   const DataChunk& own = chunk.getChunk(kCrawlerTracks);
   SaveReader reader(own);
-  // The boxes come with the configuration.
-  if (!LoadParameters(reader, ParametersOf(settings))) reader.Refuse();
+  const std::vector<Parameter> parameters = ParametersOf(settings);
+  if (!LoadParameters(reader, parameters)) reader.Refuse();
+  LoadParameters(reader, parameters, CrawlerSettings::kSavedBoxes);
   bool initialized = false, ground = false;
   reader.Read("bulletInitialized", initialized);
   reader.Read("groundExist", ground);
