@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/interface/CExtendable.h"
+#include "util/LeastBetween.h"
 #include "util/Vector3.h"
 
 namespace orv::rws {
@@ -26,16 +27,10 @@ class CSnapshot_Shape : public CExtendable {
     int best = 0;
     for (int i = 1; i <= kSamples; ++i)
       if (distance(1.0 * i / kSamples) < distance(1.0 * best / kSamples)) best = i;
-    double low = best > 0 ? (best - 1.0) / kSamples : 0.0;
-    double high = best < kSamples ? (best + 1.0) / kSamples : 1.0;
-    for (int i = 0; i < kRefinements; ++i) {
-      const double a = low + (high - low) / 3, b = high - (high - low) / 3;
-      if (distance(a) <= distance(b))
-        high = b;
-      else
-        low = a;
-    }
-    const double middle = (low + high) / 2, sample = 1.0 * best / kSamples;
+    const double low = best > 0 ? (best - 1.0) / kSamples : 0.0;
+    const double high = best < kSamples ? (best + 1.0) / kSamples : 1.0;
+    const double middle = util::LeastBetween(low, high, kRefinements, distance);
+    const double sample = 1.0 * best / kSamples;
     return distance(middle) < distance(sample) ? middle : sample;
   }
   ~CSnapshot_Shape() override = default;

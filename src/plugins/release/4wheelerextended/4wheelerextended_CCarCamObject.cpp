@@ -253,11 +253,10 @@ void CCarCamObject::MeetGround(double time) {
 void CCarCamObject::ReportUnknownSurface() {
   if (m_reportedSurface) return;
   m_reportedSurface = true;
-  m_pInterface->MessageBox(
-      "Error",
-      "1024 !(parent->cGravityDirectionNode.mParentMesh_inv.size() > iSurface) meaning "
-      "mParentMesh_inv[ iSurface] would crash.\n\n4wheelerextended_CCarCamObject",
-      kButtonsOk | kIconCritical);
+  Tell("Error",
+       "1024 !(parent->cGravityDirectionNode.mParentMesh_inv.size() > iSurface) meaning "
+       "mParentMesh_inv[ iSurface] would crash.\n\n4wheelerextended_CCarCamObject",
+       kIconCritical);
 }
 
 /// The center follows the wheel and its steering without its spin; the suspension moves along the

@@ -98,25 +98,22 @@ void CCarCamObject::CheckBodyScale(double time) {
   const Vector lengths = body.rowLengths();
   const double turned = body.axisRow(0).cross(body.axisRow(1)).dot(body.axisRow(2));
   if (!(turned > 0.0)) {
-    m_pInterface->MessageBox(
-        "Warning",
-        turned < 0.0 ? "The CarBodyMesh is mirrored. A car can't be driven inside out: "
-                       "give its body a positive scale, and mirror your own meshes."
-                     : "The CarBodyMesh has a scale of 0, so the car has no size. Scale "
-                       "the body.",
-        kButtonsOk | kIconWarning);
+    Tell("Warning", turned < 0.0
+                        ? "The CarBodyMesh is mirrored. A car can't be driven inside out: "
+                          "give its body a positive scale, and mirror your own meshes."
+                        : "The CarBodyMesh has a scale of 0, so the car has no size. Scale "
+                          "the body.");
     return;
   }
   const auto differs = [&](double length) {
     return std::abs(length - lengths.x) > lengths.x * kUniform;
   };
   if (!differs(lengths.y) && !differs(lengths.z)) return;
-  m_pInterface->MessageBox(
+  Tell(
       "Warning",
       "Nonuniform scaling is not allowed on the body since it would affect children.\nThe "
       "4-wheeler body will now rescale to become uniform.\nScale the meshes that you parent to the "
-      "body instead.",
-      kButtonsOk | kIconWarning);
+      "body instead.");
   body.setRowLengths({lengths.z, lengths.z, lengths.z});
   m_body.Place(time, body);
 }
@@ -251,11 +248,9 @@ void CCarCamObject::WarnOfRigging(double time) {
     const Vector apart = wheel->relocator.ReadMatrix(time).translation() -
                          wheel->center.ReadMatrix(time).translation();
     if (apart.length() <= kRelocated * cCarCam.geometry.scale) continue;
-    m_pInterface->MessageBox(
-        "Warning",
-        "In the rigging process the wheels should be moved and scaled with the "
-        "WheelRelocatorMesh:es.\nUse the WheelCenterMesh:es for suspension and particles.",
-        kButtonsOk | kIconWarning);
+    Tell("Warning",
+         "In the rigging process the wheels should be moved and scaled with the "
+         "WheelRelocatorMesh:es.\nUse the WheelCenterMesh:es for suspension and particles.");
     break;
   }
 }

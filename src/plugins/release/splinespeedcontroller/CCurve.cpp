@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "util/LeastBetween.h"
+
 namespace orv::rws::addon {
 
 using Vector = util::Vector3<double>;
@@ -318,16 +320,9 @@ double CCurve::Closest(const Vector& point) {
     if (here < least) least = here, best = i;
   }
   // Between the neighbours of the closest sample the distance has one minimum.
-  double low = m_sampleChords[best > 0 ? best - 1 : 0];
-  double high = m_sampleChords[std::min(best + 1, m_sampleChords.size() - 1)];
-  for (int i = 0; i < kRefinements; ++i) {
-    const double a = low + (high - low) / 3, b = high - (high - low) / 3;
-    if (distance(a) <= distance(b))
-      high = b;
-    else
-      low = a;
-  }
-  const double middle = (low + high) / 2;
+  const double low = m_sampleChords[best > 0 ? best - 1 : 0];
+  const double high = m_sampleChords[std::min(best + 1, m_sampleChords.size() - 1)];
+  const double middle = util::LeastBetween(low, high, kRefinements, distance);
   return distance(middle) < least ? ArcAt(middle) : m_sampleArcs[best];
 }
 
