@@ -66,7 +66,7 @@ constexpr GaugeRow kGaugeRows[] = {
         .Computed(),
 };
 
-// The order of the fixed struct and of the fields behind it.
+// Places of what the fixed struct of the save data holds.
 constexpr int kFixedFlag = CarSettings::kFixedFlags * kSavedPart;
 constexpr int kFixedNumber = CarSettings::kFixedNumbers * kSavedPart;
 using S = CarSettings;
@@ -250,6 +250,7 @@ constexpr Row kRows[] = {
                 {0.001, 1e6, 0.01}),
     Row::Own(kChannels),
     Row::EndGroup(),
+    // Last, so that the numbers that profiles tell the others by stay.
     Row::Group("Jump Properties", "How the car falls"),
     Row::Number(30, "dJumpGravity", "Jump Gravity",
                 "How fast the car falls. 1 is the earth's for a car of the size that it is created "
