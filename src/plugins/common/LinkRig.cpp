@@ -73,7 +73,7 @@ LinkRig::LinkRig(const CreationRecord& record, const Kind& kind, util::CMesh act
 
 int LinkRig::Define() {
   using Row = ParameterRow<Settings>;
-  constexpr Row kRows[] = {
+  static constexpr Row kRows[] = {
       Row::Group("General Modes", "What is shown"),
       Row::Flag(kNotSaved, nullptr, "Hide Helpers", "Hides the cage and the actuator.",
                 &Settings::hideHelpers, Hides::kAlways),
@@ -125,7 +125,7 @@ std::vector<Parameter> LinkRig::ParametersOfChannel(const std::string& name,
                 &S::bIsIntegratedValue),
   };
   std::vector<Parameter> parameters = ParametersOf(rows, settings);
-  for (Parameter& parameter : parameters) parameter.prefix = name;
+  for (Parameter& parameter : parameters) parameter.prefix = name.c_str();
   return parameters;
 }
 

@@ -11,7 +11,7 @@ namespace {
 void DefineParameter(CInterface& core, const Parameter& p, CInterface::Callback& callback,
                      const DefineOwn& own) {
   const ParameterRange& range = p.range;
-  const std::string label = p.label ? p.prefix + p.label : std::string();
+  const std::string label = p.label ? std::string(p.prefix) + p.label : std::string();
   switch (p.kind) {
     case ParameterKind::kGroup:
       core.BeginGroup(label, p.tooltip);
@@ -86,11 +86,6 @@ bool LoadParameters(SaveReader& reader, const std::vector<Parameter>& parameters
     *p->count = std::clamp(*p->count, min, max);
   }
   return isWithin;
-}
-
-bool IsComputed(const std::vector<Parameter>& parameters, const void* variable) {
-  return std::any_of(parameters.begin(), parameters.end(),
-                     [&](const Parameter& p) { return p.isComputed && p.number == variable; });
 }
 
 }  // namespace orv::rws::addon

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -148,7 +149,7 @@ struct ParameterRow : ParameterInfo {
 
 /// A row with the variable that it stands for, which is the rig's; the texts must outlive this.
 struct Parameter : ParameterInfo {
-  std::string prefix;  ///< ahead of the label
+  const char* prefix = "";  ///< ahead of the label
   double* number = nullptr;
   int* count = nullptr;
   bool* flag = nullptr;
@@ -158,6 +159,7 @@ struct Parameter : ParameterInfo {
 template <class Rows, class S>
 std::vector<Parameter> ParametersOf(const Rows& rows, S& settings) {
   std::vector<Parameter> parameters;
+  parameters.reserve(std::size(rows));
   for (const ParameterRow<S>& row : rows) {
     Parameter& bound = parameters.emplace_back();
     static_cast<ParameterInfo&>(bound) = row;
@@ -182,7 +184,12 @@ void SaveParameters(util::DataChunk& chunk, const std::vector<Parameter>& parame
 /// Reads them; numbers out of their range are clamped. False when a count or a choice was out of
 /// it.
 bool LoadParameters(SaveReader& reader, const std::vector<Parameter>& parameters, int part = 0);
-/// Whether `variable` is a gauge of these.
-bool IsComputed(const std::vector<Parameter>& parameters, const void* variable);
+/// Whether `variable` is a gauge of the rows.
+template <class Rows, class S>
+bool IsComputed(const Rows& rows, const S& settings, const void* variable) {
+  for (const ParameterRow<S>& row : rows)
+    if (row.isComputed && &(settings.*row.number) == variable) return true;
+  return false;
+}
 
 }  // namespace orv::rws::addon

@@ -288,7 +288,7 @@ std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
     return 1;
   }
   if (code != kIsComputed) return CCamera::Extension(code, a, b);
-  return IsComputed(ParametersOf(kGaugeRows, m_gauges), a) ? 1 : 0;
+  return IsComputed(kGaugeRows, m_gauges, a) ? 1 : 0;
 }
 
 void CCarCamObject::GetExtensions(std::vector<int>& out) {

@@ -55,9 +55,9 @@ CDirectInputLinkObject::CDirectInputLinkObject(const CreationRecord& record)
 
 void CDirectInputLinkObject::DefineMoreModes() {
   using Row = ParameterRow<Settings>;
-  constexpr Row kRows[] = {Row::Flag(kNotSaved, nullptr, "Hide Camera",
-                                     "Hides the camera on the actuator.", &Settings::hideCamera,
-                                     Hides::kAlways)};
+  static constexpr Row kRows[] = {Row::Flag(kNotSaved, nullptr, "Hide Camera",
+                                            "Hides the camera on the actuator.",
+                                            &Settings::hideCamera, Hides::kAlways)};
   DefineParameters(ParametersOf(kRows, m_settings));
 }
 

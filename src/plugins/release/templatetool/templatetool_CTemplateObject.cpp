@@ -150,7 +150,7 @@ void CTemplateObject::MakePrograms() {
 
 int CTemplateObject::Define() {
   using Row = ParameterRow<Modes>;
-  constexpr Row kModes[] = {
+  static constexpr Row kModes[] = {
       Row::Group("General Modes", "What is shown"),
       Row::Flag(kNotSaved, nullptr, "Hide Helpers", "Hides what is there for the animator alone.",
                 &Modes::hideHelpers, Hides::kAlways),
