@@ -24,7 +24,7 @@ class HeadlessFixture final : public AdaptorFixture {
     headless::Channel channel(headless::ChannelPath::kTranslation);
     channel.setKeys({0.0, 4.0}, {0, 0, 0, 4, 0, 0});
     mover.setChannel(channel);
-    headless::Trs pose;
+    rws::adaptor::Trs pose;
     pose.translation = {0, 1, 0};
     scene.addNode("Hook", &mover).setPose(pose);
     util::CMesh ground;
@@ -55,7 +55,7 @@ class HeadlessFixture final : public AdaptorFixture {
   std::string ImportFile() override {
     headless::Scene scene;
     headless::SceneNode& crate = scene.addNode("Crate");
-    headless::Trs pose;
+    rws::adaptor::Trs pose;
     pose.translation = {0, 0, 2};
     crate.setPose(pose);
     scene.addNode("Lid", &crate);

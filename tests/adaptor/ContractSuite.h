@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreNode.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CSnapshot.h"

@@ -18,6 +18,7 @@
 namespace orv::tests {
 namespace {
 
+using namespace rws::adaptor;
 using namespace rws::adaptor::headless;
 using Nodes = std::vector<HeadlessNode*>;
 using rws::core::CoreNode;

@@ -17,6 +17,7 @@
 namespace orv::tests {
 namespace {
 
+using namespace rws::adaptor;
 using namespace rws::adaptor::headless;
 using rws::CInterface;
 using util::Matrix;

@@ -11,14 +11,14 @@
 #include <utility>
 #include <vector>
 
-#include "adaptor/AdaptorInterface.h"
+#include "adaptor/common/UndoManagement.h"
 #include "adaptor/headless/HeadlessSnapshot.h"
 #include "adaptor/headless/HeadlessSnapshot_Helper.h"
 #include "adaptor/headless/HeadlessSnapshot_Lens.h"
 #include "adaptor/headless/HeadlessSnapshot_Mesh.h"
 #include "adaptor/headless/HeadlessSnapshot_Shape.h"
 #include "adaptor/headless/KnownNodes.h"
-#include "adaptor/headless/UndoManagement.h"
+#include "core/AdaptorInterface.h"
 
 namespace orv::rws::adaptor::headless {
 

@@ -1,7 +1,7 @@
 // Read and write handle on a headless node's pose.
 #pragma once
 
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot.h"
 
 namespace orv::rws::adaptor::headless {

@@ -1,8 +1,8 @@
 // Display attributes of a headless node.
 #pragma once
 
+#include "adaptor/common/SnapshotPool.h"
 #include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/SnapshotPool.h"
 #include "core/interface/CSnapshot_Helper.h"
 
 namespace orv::rws::adaptor::headless {

@@ -1,8 +1,8 @@
 // Lens of a headless camera node.
 #pragma once
 
+#include "adaptor/common/SnapshotPool.h"
 #include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/SnapshotPool.h"
 #include "core/interface/CSnapshot_Lens.h"
 
 namespace orv::rws::adaptor::headless {

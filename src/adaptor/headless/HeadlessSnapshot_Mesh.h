@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot_Mesh.h"
 #include "util/Matrix.h"
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot_Shape.h"
 #include "util/Matrix.h"
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "adaptor/common/UndoUnit.h"
 #include "adaptor/headless/SceneNode.h"
-#include "adaptor/headless/UndoUnit.h"
 
 namespace orv::rws {
 class CUndo;

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "adaptor/common/Trs.h"
 #include "adaptor/headless/Channel.h"
-#include "adaptor/headless/Trs.h"
 #include "util/CMesh.h"
 
 namespace orv::rws::adaptor::headless {

@@ -5,7 +5,7 @@
 #include "util/Quat.h"
 #include "util/Vector3.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// A node's pose relative to its parent (m; unit quaternion; factors). Scale acts first, then the
 /// rotation, then the translation.
@@ -27,4 +27,4 @@ util::Matrix<double> compose(const Trs& pose);
 /// negative scale along X, and an axis of length zero gives scale 0 along it.
 Trs decompose(const util::Matrix<double>& matrix);
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

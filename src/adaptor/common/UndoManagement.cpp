@@ -1,8 +1,8 @@
-#include "adaptor/headless/UndoManagement.h"
+#include "adaptor/common/UndoManagement.h"
 
 #include <utility>
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 UndoManagement::~UndoManagement() {
   clearHistory();
@@ -110,4 +110,4 @@ std::string UndoManagement::redoName() const {
   return position < static_cast<int>(units.size()) ? units[position]->name : std::string();
 }
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "adaptor/headless/UndoUnit.h"
+#include "adaptor/common/UndoUnit.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// All steps in the order of execution, in numbered blocks; a block is one entry of the host's undo
 /// queue. Blocks do not nest here: the adaptor passes on its outermost alone. Main thread only.
 class UndoManagement {
  public:
-  using UndoUnit = headless::UndoUnit;
+  using UndoUnit = adaptor::UndoUnit;
 
   ~UndoManagement();
 
@@ -54,4 +54,4 @@ class UndoManagement {
   bool busy = false;  ///< steps run or the tail is being cut; pushes are refused
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -1,6 +1,6 @@
-#include "adaptor/headless/Trs.h"
+#include "adaptor/common/Trs.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 using util::Matrix;
 using util::Quat;
@@ -36,4 +36,4 @@ Trs decompose(const Matrix<double>& matrix) {
   return pose;
 }
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor
