@@ -37,12 +37,13 @@ void UndoManagement::discardTail() {
   }
 }
 
-void UndoManagement::commit(const std::string& name) {
-  if (!open || busy) return;
+int UndoManagement::commit(const std::string& name) {
+  if (!open || busy) return -1;
   open = false;
-  if (blockEmpty) return;
+  if (blockEmpty) return -1;
   lastCommandId = currentId;
   for (int i = position; i > 0 && units[i - 1]->id == currentId; --i) units[i - 1]->name = name;
+  return currentId;
 }
 
 void UndoManagement::cancel() {
@@ -90,6 +91,10 @@ void UndoManagement::clearHistory() {
   lastCommandId = -1;
   currentId = 0;
   blockEmpty = true;
+}
+
+int UndoManagement::redoId() const {
+  return position < static_cast<int>(units.size()) ? units[position]->id : -1;
 }
 
 UndoUnit* UndoManagement::lastInBlock() const {

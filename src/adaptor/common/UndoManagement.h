@@ -1,4 +1,4 @@
-// The undo list of the headless host.
+// The undo list of a host.
 #pragma once
 
 #include <string>
@@ -21,8 +21,8 @@ class UndoManagement {
   /// Takes the unit. False, with the unit destroyed, while no block is open or steps run. The
   /// first unit of new work cuts what stands undone off.
   bool push(UndoUnitPtr unit);
-  /// Closes the block under `name`; an empty one leaves nothing behind.
-  void commit(const std::string& name);
+  /// Closes the block under `name` and returns its id; an empty one leaves nothing behind, and -1.
+  int commit(const std::string& name);
   /// Closes the block and takes its steps back for good.
   void cancel();
   /// Undoes the latest block in force; false when there is none, or one is open.
@@ -33,6 +33,9 @@ class UndoManagement {
   void clearHistory();
 
   bool isOpen() const { return open; }
+  /// Id of the block that stepBack would undo, or stepForward redo; -1 when there is none.
+  int undoId() const { return position > 0 ? units[position - 1]->id : -1; }
+  int redoId() const;
   /// The latest unit of the open block, or null.
   UndoUnit* lastInBlock() const;
   /// Names of the blocks in force, oldest first.
