@@ -17,12 +17,6 @@ using Vec = util::Vector3<double>;
 using Quat = util::Quat<double>;
 using Matrix = util::Matrix<double>;
 
-struct Pose {
-  Vec translation;
-  Quat rotation;
-  Vec scale;
-};
-
 constexpr int kPoses = 200000;
 constexpr double kDegrees = 180.0 / M_PI;
 constexpr const char* kOrders[] = {"XYZ", "YZX", "ZXY", "XZY", "YXZ", "ZYX"};
@@ -66,7 +60,8 @@ Matrix scaling(const Vec& by) {
   return m;
 }
 
-Matrix matrixOf(const Pose& p) {
+/// By whole matrices, as all that is expected here.
+Matrix matrixOf(const Trs& p) {
   return shift(p.translation) * p.rotation.toMatrix() * scaling(p.scale);
 }
 
@@ -146,13 +141,12 @@ TEST(Space, ChannelsRoundPivotsShowThePose) {
     const int o = i % kRotationOrders;
     ChannelFrame frame;
     frame.order = static_cast<RotationOrder>(o);
-    const Pose pose{vec(1e3), turn(), unevenScale()};
+    const Trs pose{vec(1e3), turn(), unevenScale()};
     const Vec previous = vec(10.0);
-    const HostChannels bare =
-        channelsOf(pose.translation, pose.rotation, pose.scale, frame, previous);
+    const HostChannels bare = channelsOf(pose, frame, previous);
     ASSERT_TRUE(sameBits(bare.translation, pose.translation) && sameBits(bare.scale, pose.scale));
     frame = {frame.order, vec(10.0), vec(10.0), vec(10.0), vec(10.0), turn(), turn()};
-    const HostChannels c = channelsOf(pose.translation, pose.rotation, pose.scale, frame, previous);
+    const HostChannels c = channelsOf(pose, frame, previous);
     const Matrix scaled = shift(frame.scaleShift) * shift(frame.scalePivot) * scaling(c.scale) *
                           shift(-frame.scalePivot);
     const Matrix turned = shift(frame.rotateShift) * shift(frame.rotatePivot) *
@@ -169,7 +163,7 @@ TEST(Space, ChannelsRoundPivotsShowThePose) {
 TEST(Space, AHostOfYUpAndMetresGetsEveryBitAsItIs) {
   const Space same;
   for (int i = 0; i < kPoses; ++i) {
-    Pose pose{vec(1e3), turn(), unevenScale()};
+    Trs pose{vec(1e3), turn(), unevenScale()};
     if (i % 5 == 0) pose.translation[i % 3] = i % 2 ? -0.0 : 4e-320;
     if (i % 7 == 0) pose.rotation = {-0.0, 0.0, -0.0, 1.0};
     const Matrix world = matrixOf(pose);
@@ -205,11 +199,11 @@ TEST(Space, PosesOfAnotherHostAndBack) {
   for (int i = 0; i < kPoses; ++i) {
     const Space& space = spaces[i % 6];
     const bool exact = i % 6 < 3;
-    const Pose parent{vec(1e3), turn(), unevenScale()}, child{vec(10.0), turn(), unevenScale()};
+    const Trs parent{vec(1e3), turn(), unevenScale()}, child{vec(10.0), turn(), unevenScale()};
     const Matrix world = matrixOf(parent), there = space.worldToHost(world);
     const Matrix local = matrixOf(child);
 
-    const Pose top = space.topLevelToHost(parent), back = space.topLevelToRig(top);
+    const Trs top = space.topLevelToHost(parent), back = space.topLevelToRig(top);
     ASSERT_LT(apart(matrixOf(top), there), 1e-9 * space.metre);
     ASSERT_LT((back.translation - parent.translation).length(), exact ? 1e-300 : 1e-12);
     ASSERT_LT((back.scale - parent.scale).length(), exact ? 1e-300 : 1e-15);

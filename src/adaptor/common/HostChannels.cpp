@@ -22,18 +22,16 @@ Vector3<double> carried(const Quat<double>& rotation, const Vector3<double>& sca
 Matrix<double> matrixOf(const HostChannels& channels, const ChannelFrame& frame) {
   const Quat<double> rotation =
       frame.rotateAxis * fromEuler(channels.angles, frame.order) * frame.orient;
-  Matrix<double> m = rotation.toMatrix();
-  for (int i = 0; i < 3; ++i) m.setAxisRow(i, m.axisRow(i) * channels.scale[i]);
-  m.setTranslation(channels.translation + carried(rotation, channels.scale, frame));
-  return m;
+  const Vector3<double> origin = carried(rotation, channels.scale, frame);
+  return compose({channels.translation + origin, rotation, channels.scale});
 }
 
-HostChannels channelsOf(const Vector3<double>& translation, const Quat<double>& rotation,
-                        const Vector3<double>& scale, const ChannelFrame& frame,
+HostChannels channelsOf(const Trs& pose, const ChannelFrame& frame,
                         const Vector3<double>& previousAngles) {
-  const Quat<double> turned = frame.rotateAxis.conjugate() * rotation * frame.orient.conjugate();
-  return {translation - carried(rotation, scale, frame),
-          toEulerNear(turned, frame.order, previousAngles), scale};
+  const Quat<double> turned =
+      frame.rotateAxis.conjugate() * pose.rotation * frame.orient.conjugate();
+  return {pose.translation - carried(pose.rotation, pose.scale, frame),
+          toEulerNear(turned, frame.order, previousAngles), pose.scale};
 }
 
 }  // namespace orv::rws::adaptor

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adaptor/common/Euler.h"
+#include "adaptor/common/Trs.h"
 #include "util/Matrix.h"
 #include "util/Quat.h"
 #include "util/Vector3.h"
@@ -31,10 +32,8 @@ struct ChannelFrame {
 /// The local matrix that the host shows for these channels.
 util::Matrix<double> matrixOf(const HostChannels& channels, const ChannelFrame& frame);
 
-/// The channels under which the host shows the local pose `translation`, `rotation` (a unit
-/// quaternion) and `scale`; the angles nearest to those of the frame before.
-HostChannels channelsOf(const util::Vector3<double>& translation,
-                        const util::Quat<double>& rotation, const util::Vector3<double>& scale,
-                        const ChannelFrame& frame, const util::Vector3<double>& previousAngles);
+/// The channels under which the host shows `pose`, the angles nearest to those of the frame before.
+HostChannels channelsOf(const Trs& pose, const ChannelFrame& frame,
+                        const util::Vector3<double>& previousAngles);
 
 }  // namespace orv::rws::adaptor

@@ -64,4 +64,12 @@ Matrix<double> Space::worldToRig(const Matrix<double>& world) const {
   return eachRow(world, [this](const Vector3<double>& row) { return pointToRig(row); });
 }
 
+Trs Space::topLevelToHost(const Trs& pose) const {
+  return {pointToHost(pose.translation), orientationToHost(pose.rotation), pose.scale * metre};
+}
+
+Trs Space::topLevelToRig(const Trs& pose) const {
+  return {pointToRig(pose.translation), orientationToRig(pose.rotation), pose.scale / metre};
+}
+
 }  // namespace orv::rws::adaptor

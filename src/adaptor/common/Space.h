@@ -1,6 +1,7 @@
 /// Rig space told in the space of a host that has another up axis or unit.
 #pragma once
 
+#include "adaptor/common/Trs.h"
 #include "util/Matrix.h"
 #include "util/Quat.h"
 #include "util/Vector3.h"
@@ -40,16 +41,10 @@ struct Space {
   util::Matrix<double> worldToHost(const util::Matrix<double>& world) const;
   util::Matrix<double> worldToRig(const util::Matrix<double>& world) const;
 
-  /// The local pose of a top-level node, as translation, rotation and scale. Uneven and mirrored
-  /// scale stay so: it acts along the node's own axes, before the conversion.
-  template <class Trs>
-  Trs topLevelToHost(const Trs& pose) const {
-    return {pointToHost(pose.translation), orientationToHost(pose.rotation), pose.scale * metre};
-  }
-  template <class Trs>
-  Trs topLevelToRig(const Trs& pose) const {
-    return {pointToRig(pose.translation), orientationToRig(pose.rotation), pose.scale / metre};
-  }
+  /// The local pose of a top-level node. Uneven and mirrored scale stay so: it acts along the
+  /// node's own axes, before the conversion.
+  Trs topLevelToHost(const Trs& pose) const;
+  Trs topLevelToRig(const Trs& pose) const;
 };
 
 }  // namespace orv::rws::adaptor
