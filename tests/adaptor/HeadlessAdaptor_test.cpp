@@ -11,8 +11,8 @@
 
 #include "adaptor/headless/HeadlessDocument.h"
 #include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/Scene.h"
+#include "util/MeshRays.h"
 #include "util/ReturnValue.h"
 
 namespace orv::tests {

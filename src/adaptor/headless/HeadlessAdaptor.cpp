@@ -5,8 +5,8 @@
 
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/Scene.h"
+#include "util/MeshRays.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -166,11 +166,11 @@ double HeadlessAdaptor::GetFrameRate() {
 
 // --- the rest ---
 
-std::shared_ptr<const MeshRays> HeadlessAdaptor::RaysOf(
+std::shared_ptr<const util::MeshRays> HeadlessAdaptor::RaysOf(
     const std::shared_ptr<const util::CMesh>& mesh) {
-  std::weak_ptr<const MeshRays>& known = m_rays[mesh.get()];
-  std::shared_ptr<const MeshRays> rays = known.lock();
-  if (!rays) known = rays = std::make_shared<const MeshRays>(mesh);
+  std::weak_ptr<const util::MeshRays>& known = m_rays[mesh.get()];
+  std::shared_ptr<const util::MeshRays> rays = known.lock();
+  if (!rays) known = rays = std::make_shared<const util::MeshRays>(mesh);
   return rays;
 }
 

@@ -12,10 +12,13 @@
 #include "adaptor/common/HostAdaptor.h"
 #include "adaptor/headless/HeadlessSnapshot_Mesh.h"
 
+namespace orv::util {
+class MeshRays;
+}
+
 namespace orv::rws::adaptor::headless {
 
 class HeadlessNode;
-class MeshRays;
 class Scene;
 class SceneNode;
 
@@ -62,7 +65,7 @@ class HeadlessAdaptor final : public HostAdaptor {
 
   SnapshotPool<HeadlessSnapshot_Mesh>& GetMeshPool() { return m_meshPool; }
   /// One for all nodes that show `mesh`.
-  std::shared_ptr<const MeshRays> RaysOf(const std::shared_ptr<const util::CMesh>& mesh);
+  std::shared_ptr<const util::MeshRays> RaysOf(const std::shared_ptr<const util::CMesh>& mesh);
   /// The nodes of a detached tree are about to go for good.
   void LoseBelow(SceneNode& root);
 
@@ -85,7 +88,7 @@ class HeadlessAdaptor final : public HostAdaptor {
   double m_time = 0.0;
   MessageHandler m_showMessage;
   std::function<void(double)> m_timeChanged;
-  std::map<const util::CMesh*, std::weak_ptr<const MeshRays>> m_rays;  ///< of meshes in use
+  std::map<const util::CMesh*, std::weak_ptr<const util::MeshRays>> m_rays;  ///< of meshes in use
   SnapshotPool<HeadlessSnapshot_Mesh> m_meshPool;
 };
 

@@ -6,8 +6,8 @@
 
 #include "adaptor/common/RestoreObjects.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
-#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/Scene.h"
+#include "util/MeshRays.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -202,7 +202,7 @@ CSnapshot_Mesh* HeadlessNode::GetSnapshotMesh(double time) {
   return &Adaptor().GetMeshPool().Take().Bind(*this, time);
 }
 
-std::shared_ptr<const MeshRays> HeadlessNode::GetRays() {
+std::shared_ptr<const util::MeshRays> HeadlessNode::GetRays() {
   if (!IsValid() || !m_sceneNode->hasMesh()) return nullptr;
   std::shared_ptr<const util::CMesh> mesh = m_sceneNode->sharedMesh();
   if (!mesh) return nullptr;

@@ -9,10 +9,13 @@
 #include "adaptor/common/HostNode.h"
 #include "adaptor/headless/SceneNode.h"
 
+namespace orv::util {
+class MeshRays;
+}
+
 namespace orv::rws::adaptor::headless {
 
 class HeadlessAdaptor;
-class MeshRays;
 
 /// The one CNode of a SceneNode, whose channels are the node's keys. Keys of a lens, which a glTF
 /// file has no place for, live here, as long as the scene is open.
@@ -33,7 +36,7 @@ class HeadlessNode final : public HostNode {
   bool HasLensKeys() const;
   /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Made at the
   /// first call for a mesh and kept as long as a node that was asked shows it.
-  std::shared_ptr<const MeshRays> GetRays();
+  std::shared_ptr<const util::MeshRays> GetRays();
 
  private:
   friend class HeadlessAdaptor;
@@ -81,7 +84,7 @@ class HeadlessNode final : public HostNode {
   SceneNode* m_sceneNode;
   HeadlessNode* m_parent = nullptr;  ///< of the latest look; checked against the scene's
   std::array<util::AVar_Linear<double>, 2> m_lensKeys;  ///< by LensValue; empty without keys
-  std::shared_ptr<const MeshRays> m_rays;
+  std::shared_ptr<const util::MeshRays> m_rays;
   std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };
 

@@ -1,7 +1,7 @@
 #include "adaptor/headless/HeadlessSnapshot_Mesh.h"
 
 #include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/MeshRays.h"
+#include "util/MeshRays.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -43,7 +43,7 @@ bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
   // An affine map keeps the ratio along a line, so a distance along the unit direction stays what
   // it is in the node's space.
   const Vector3<double> unit = direction / length;
-  MeshRays::Hit found;
+  util::MeshRays::Hit found;
   if (!m_rays->Intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
                          maxDistance, found))
     return false;

@@ -7,10 +7,13 @@
 #include "core/interface/CSnapshot_Mesh.h"
 #include "util/Matrix.h"
 
+namespace orv::util {
+class MeshRays;
+}
+
 namespace orv::rws::adaptor::headless {
 
 class HeadlessNode;
-class MeshRays;
 
 /// A mesh as it stands in the world at one time. Rays meet it where it stood at the first of them.
 /// Pooled by the adaptor.
@@ -43,7 +46,7 @@ class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, Headle
   bool m_placed = false;
   util::Matrix<double> m_world;
   util::Matrix<double> m_inverse;
-  std::shared_ptr<const MeshRays> m_rays;
+  std::shared_ptr<const util::MeshRays> m_rays;
 };
 
 }  // namespace orv::rws::adaptor::headless
