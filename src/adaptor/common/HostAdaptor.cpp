@@ -8,6 +8,7 @@
 #include "adaptor/common/RestoreObjects.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CUndo.h"
+#include "util/MeshRays.h"
 #include "util/NumberText.h"
 #include "util/ReturnValue.h"
 
@@ -38,7 +39,7 @@ HostAdaptor::~HostAdaptor() {
 }
 
 void HostAdaptor::Forget() {
-  m_undo.clearHistory();
+  ClearUndoHistory();
   undoNames.clear();
   undoOpened = undoCancelled = false;
   m_recording = false;
@@ -47,6 +48,7 @@ void HostAdaptor::Forget() {
   m_groupSelections = 0;
   nodeList.Clear();
   m_rebuilds.clear();
+  m_rays.clear();
   m_nodes.clear();
   m_keptRigs.clear();
   m_warnings.clear();
@@ -408,6 +410,14 @@ void HostAdaptor::EndRecording() {
     m_warnings.push_back(std::to_string(m_refusedPoses) +
                          " poses were not written, the first for " + m_firstRefused +
                          ": not a finite matrix, or the parent has a scale of 0");
+}
+
+std::shared_ptr<const util::MeshRays> HostAdaptor::RaysOf(
+    const std::shared_ptr<const util::CMesh>& mesh) {
+  std::weak_ptr<const util::MeshRays>& known = m_rays[mesh.get()];
+  std::shared_ptr<const util::MeshRays> rays = known.lock();
+  if (!rays) known = rays = std::make_shared<const util::MeshRays>(mesh);
+  return rays;
 }
 
 void HostAdaptor::NoteRefusedPose(HostNode& node, double time) {

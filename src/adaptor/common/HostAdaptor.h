@@ -13,6 +13,7 @@
 #include "adaptor/common/HostSnapshot.h"
 #include "adaptor/common/HostSnapshot_Helper.h"
 #include "adaptor/common/HostSnapshot_Lens.h"
+#include "adaptor/common/HostSnapshot_Mesh.h"
 #include "adaptor/common/HostSnapshot_Shape.h"
 #include "adaptor/common/KnownNodes.h"
 #include "adaptor/common/UndoManagement.h"
@@ -85,6 +86,7 @@ class HostAdaptor : public AdaptorInterface {
   struct Pools {
     SnapshotPool<HostSnapshot> pose;
     SnapshotPool<HostSnapshot_Helper> helper;
+    SnapshotPool<HostSnapshot_Mesh> mesh;
     SnapshotPool<HostSnapshot_Lens> lens;
     SnapshotPool<HostSnapshot_Shape> shape;
   };
@@ -102,6 +104,8 @@ class HostAdaptor : public AdaptorInterface {
   /// Marks, or no longer, the nodes of `owner` that are known as to be rebuilt.
   void MarkRebuild(CInterface* owner, bool rebuild);
   bool NeedsRebuild(const HostNode& node) const;
+  /// One for all nodes that show `mesh`.
+  std::shared_ptr<const util::MeshRays> RaysOf(const std::shared_ptr<const util::CMesh>& mesh);
   void NoteRefusedPose(HostNode& node, double time);
   /// Puts a node among the known ones, at its old place if it was there before, or takes it out.
   void Enlist(HostNode& node) { nodeList.Add(node); }
@@ -203,6 +207,7 @@ class HostAdaptor : public AdaptorInterface {
   int m_refusedPoses = 0;
   std::string m_firstRefused;
 
+  std::map<const util::CMesh*, std::weak_ptr<const util::MeshRays>> m_rays;  ///< of meshes in use
   Pools m_pools;
   UndoManagement m_undo;  ///< last: its steps go before the nodes that they hold
 };

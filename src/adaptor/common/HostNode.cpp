@@ -179,13 +179,17 @@ CSnapshot_Helper* HostNode::GetSnapshotHelper() {
   return IsValid() ? &m_adaptor.GetPools().helper.Take().Bind(*this) : nullptr;
 }
 
+CSnapshot_Mesh* HostNode::GetSnapshotMesh(double time) {
+  return IsValid() && HasMesh() ? &m_adaptor.GetPools().mesh.Take().Bind(*this, time) : nullptr;
+}
+
 CSnapshot_Lens* HostNode::GetSnapshotLens(double time) {
   if (!IsValid() || !HasLens()) return nullptr;
   return &m_adaptor.GetPools().lens.Take().Bind(*this, time);
 }
 
 CSnapshot_Shape* HostNode::GetSnapshotShape(double time) {
-  std::shared_ptr<const Curve> curve = IsValid() ? GetCurve() : nullptr;
+  std::shared_ptr<const Curve> curve = IsValid() ? SharedCurve() : nullptr;
   if (!curve) return nullptr;
   return &m_adaptor.GetPools().shape.Take().Bind(std::move(curve), GetWorldPose(time));
 }
@@ -407,6 +411,16 @@ void HostNode::SetColour(const Colour& colour) {
     PutColour(saved);
     saved = now;
   });
+}
+
+std::shared_ptr<const util::MeshRays> HostNode::GetRays() {
+  std::shared_ptr<const util::CMesh> mesh = GetMesh();
+  if (!mesh) return nullptr;
+  if (!m_rays || m_raysMesh != mesh) {
+    m_rays = m_adaptor.RaysOf(mesh);
+    m_raysMesh = std::move(mesh);
+  }
+  return m_rays;
 }
 
 }  // namespace orv::rws::adaptor

@@ -12,6 +12,10 @@
 #include "core/CoreNode.h"
 #include "util/AVar_Linear.h"
 
+namespace orv::util {
+class MeshRays;
+}
+
 namespace orv::rws::adaptor {
 
 class HostAdaptor;
@@ -57,6 +61,7 @@ class HostNode : public core::CoreNode {
 
   CSnapshot* GetSnapshot(double time) override;
   CSnapshot_Helper* GetSnapshotHelper() override;
+  CSnapshot_Mesh* GetSnapshotMesh(double time) override;
   CSnapshot_Lens* GetSnapshotLens(double time) override;
   CSnapshot_Shape* GetSnapshotShape(double time) override;
   void ReleaseSnapshot(CExtendable* snapshot) override;
@@ -89,8 +94,11 @@ class HostNode : public core::CoreNode {
   /// Replaces the geometry; undoable in an open block.
   void SetMesh(const util::CMesh& mesh);
   void SetColour(const Colour& colour);
-  /// Null for a node without one.
-  virtual std::shared_ptr<const Curve> GetCurve() = 0;
+  /// The node's geometry; null without a mesh, for an empty one too, and for a node that is gone.
+  std::shared_ptr<const util::CMesh> GetMesh() { return IsValid() ? SharedMesh() : nullptr; }
+  /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Made at the
+  /// first call for a mesh and kept as long as a node that was asked shows it.
+  std::shared_ptr<const util::MeshRays> GetRays();
 
  protected:
   friend class HostAdaptor;
@@ -139,10 +147,12 @@ class HostNode : public core::CoreNode {
   virtual void WriteLensKeys(LensValue which, double from,
                              const util::AVar_Linear<double>& take) = 0;
 
-  // --- geometry ---
+  // --- geometry: what it holds is never changed, another takes its place ---
 
+  /// Null for a node without one.
+  virtual std::shared_ptr<const Curve> SharedCurve() const = 0;
   virtual bool HasMesh() const = 0;
-  /// Null for an empty mesh node too.
+  /// Null without a mesh, or for an empty one.
   virtual std::shared_ptr<const util::CMesh> SharedMesh() const = 0;
   virtual void PutMesh(std::shared_ptr<const util::CMesh> mesh) = 0;
   virtual Colour ReadColour() const = 0;
@@ -205,6 +215,8 @@ class HostNode : public core::CoreNode {
   util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)
   std::uint64_t m_place = 0;                ///< among the known nodes; 0 until it becomes known
   unsigned m_selected = 0;                  ///< the state of the selection that it was in last
+  std::shared_ptr<const util::MeshRays> m_rays;
+  std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };
 
 }  // namespace orv::rws::adaptor

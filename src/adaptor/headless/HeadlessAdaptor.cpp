@@ -6,7 +6,6 @@
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "util/MeshRays.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -27,7 +26,6 @@ HeadlessAdaptor::~HeadlessAdaptor() {
 
 void HeadlessAdaptor::SetScene(Scene& scene) {
   Forget();
-  m_rays.clear();
   m_nodeOf.clear();
   m_scene = &scene;
   m_time = scene.rangeStart();
@@ -165,14 +163,6 @@ double HeadlessAdaptor::GetFrameRate() {
 }
 
 // --- the rest ---
-
-std::shared_ptr<const util::MeshRays> HeadlessAdaptor::RaysOf(
-    const std::shared_ptr<const util::CMesh>& mesh) {
-  std::weak_ptr<const util::MeshRays>& known = m_rays[mesh.get()];
-  std::shared_ptr<const util::MeshRays> rays = known.lock();
-  if (!rays) known = rays = std::make_shared<const util::MeshRays>(mesh);
-  return rays;
-}
 
 std::vector<std::string> HeadlessAdaptor::GetNodesWithLensKeys() const {
   std::vector<std::string> names;

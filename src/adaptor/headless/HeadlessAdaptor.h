@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -10,11 +9,6 @@
 #include <vector>
 
 #include "adaptor/common/HostAdaptor.h"
-#include "adaptor/headless/HeadlessSnapshot_Mesh.h"
-
-namespace orv::util {
-class MeshRays;
-}
 
 namespace orv::rws::adaptor::headless {
 
@@ -63,9 +57,6 @@ class HeadlessAdaptor final : public HostAdaptor {
 
   // What nodes and undo steps use.
 
-  SnapshotPool<HeadlessSnapshot_Mesh>& GetMeshPool() { return m_meshPool; }
-  /// One for all nodes that show `mesh`.
-  std::shared_ptr<const util::MeshRays> RaysOf(const std::shared_ptr<const util::CMesh>& mesh);
   /// The nodes of a detached tree are about to go for good.
   void LoseBelow(SceneNode& root);
 
@@ -88,8 +79,6 @@ class HeadlessAdaptor final : public HostAdaptor {
   double m_time = 0.0;
   MessageHandler m_showMessage;
   std::function<void(double)> m_timeChanged;
-  std::map<const util::CMesh*, std::weak_ptr<const util::MeshRays>> m_rays;  ///< of meshes in use
-  SnapshotPool<HeadlessSnapshot_Mesh> m_meshPool;
 };
 
 }  // namespace orv::rws::adaptor::headless

@@ -7,7 +7,6 @@
 #include "adaptor/common/RestoreObjects.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
-#include "util/MeshRays.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -77,8 +76,6 @@ class HeadlessPresence final : public NodePresence {
 
 HeadlessNode::HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode)
     : HostNode(adaptor, sceneNode.name()), m_sceneNode(&sceneNode) {}
-
-HeadlessNode::~HeadlessNode() = default;
 
 HeadlessAdaptor& HeadlessNode::Adaptor() {
   return static_cast<HeadlessAdaptor&>(m_adaptor);
@@ -193,24 +190,6 @@ void HeadlessNode::WriteLensKeys(LensValue which, double from, const AVar_Linear
 
 bool HeadlessNode::HasLensKeys() const {
   return !m_lensKeys[0].samples.empty() || !m_lensKeys[1].samples.empty();
-}
-
-// --- geometry ---
-
-CSnapshot_Mesh* HeadlessNode::GetSnapshotMesh(double time) {
-  if (!IsValid() || !m_sceneNode->hasMesh()) return nullptr;
-  return &Adaptor().GetMeshPool().Take().Bind(*this, time);
-}
-
-std::shared_ptr<const util::MeshRays> HeadlessNode::GetRays() {
-  if (!IsValid() || !m_sceneNode->hasMesh()) return nullptr;
-  std::shared_ptr<const util::CMesh> mesh = m_sceneNode->sharedMesh();
-  if (!mesh) return nullptr;
-  if (!m_rays || m_raysMesh != mesh) {
-    m_rays = Adaptor().RaysOf(mesh);
-    m_raysMesh = std::move(mesh);
-  }
-  return m_rays;
 }
 
 // --- undo ---

@@ -9,10 +9,6 @@
 #include "adaptor/common/HostNode.h"
 #include "adaptor/headless/SceneNode.h"
 
-namespace orv::util {
-class MeshRays;
-}
-
 namespace orv::rws::adaptor::headless {
 
 class HeadlessAdaptor;
@@ -22,21 +18,15 @@ class HeadlessAdaptor;
 class HeadlessNode final : public HostNode {
  public:
   HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode);
-  ~HeadlessNode() override;
 
   bool IsValid() override { return m_sceneNode && m_sceneNode->scene(); }
   int GetChildCount() override;
   std::string GetSceneName() override;
   std::string GetTag() override;
-  CSnapshot_Mesh* GetSnapshotMesh(double time) override;
-  std::shared_ptr<const Curve> GetCurve() override { return m_sceneNode->sharedCurve(); }
 
   /// Null once the scene's node is gone for good.
   SceneNode* GetSceneNode() const { return m_sceneNode; }
   bool HasLensKeys() const;
-  /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Made at the
-  /// first call for a mesh and kept as long as a node that was asked shows it.
-  std::shared_ptr<const util::MeshRays> GetRays();
 
  private:
   friend class HeadlessAdaptor;
@@ -63,6 +53,7 @@ class HeadlessNode final : public HostNode {
   void WriteLens(LensValue which, double time, double value) override;
   void WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) override;
 
+  std::shared_ptr<const Curve> SharedCurve() const override { return m_sceneNode->sharedCurve(); }
   bool HasMesh() const override { return m_sceneNode->hasMesh(); }
   std::shared_ptr<const util::CMesh> SharedMesh() const override {
     return m_sceneNode->sharedMesh();
@@ -84,8 +75,6 @@ class HeadlessNode final : public HostNode {
   SceneNode* m_sceneNode;
   HeadlessNode* m_parent = nullptr;  ///< of the latest look; checked against the scene's
   std::array<util::AVar_Linear<double>, 2> m_lensKeys;  ///< by LensValue; empty without keys
-  std::shared_ptr<const util::MeshRays> m_rays;
-  std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
 };
 
 }  // namespace orv::rws::adaptor::headless
