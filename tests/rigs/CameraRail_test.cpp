@@ -19,7 +19,7 @@ class Rail : public RigScene {
   /// A curve of the scene, which the carriage then runs on.
   hl::SceneNode& Path(const std::vector<Vector>& points, bool closed, const Matrix& pose = {}) {
     hl::SceneNode& node = scene().addNode("Path");
-    hl::Curve curve;
+    rws::adaptor::Curve curve;
     curve.points = points;
     curve.closed = closed;
     node.setCurve(curve);
