@@ -134,8 +134,8 @@ class HostAdaptor : public AdaptorInterface {
   /// A mesh node with a copy of `mesh` (null: an empty mesh).
   virtual HostNode* AddMesh(const std::string& sceneName, HostNode* parent,
                             const util::CMesh* mesh) = 0;
-  /// A node with the content of `original`: shape, pose, keys; no children, no tag. Null where the
-  /// host can't.
+  /// A node with the content of `original`: shape, its own pose (the same under another parent) and
+  /// keys; no children, no tag. Null where the host can't.
   virtual HostNode* AddCopy(HostNode& original, const std::string& sceneName, HostNode* parent) = 0;
   /// As ImportNodes; `roots` are the new nodes at the top. Tags in the file are dropped: they name
   /// rigs of another scene.

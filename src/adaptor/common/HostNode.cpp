@@ -11,19 +11,8 @@ namespace orv::rws::adaptor {
 
 using util::AVar_Linear;
 using util::Matrix;
-using util::Vector3;
 
 namespace {
-
-bool IsFinite(const Vector3<double>& v) {
-  return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
-bool IsFinite(const Trs& pose) {
-  const auto& q = pose.rotation;
-  return IsFinite(pose.translation) && IsFinite(pose.scale) && std::isfinite(q.x) &&
-         std::isfinite(q.y) && std::isfinite(q.z) && std::isfinite(q.w);
-}
 
 /// A rig may leave anything in the last column; a pose has none.
 Matrix<double> Affine(Matrix<double> m) {
@@ -264,14 +253,13 @@ Matrix<double> HostNode::GetRecordedBetween(double time) {
 
 bool HostNode::SetWorldPose(double time, const Matrix<double>& world, bool key) {
   if (!IsValid() || !std::isfinite(time)) return false;
-  Matrix<double> local = Affine(world);
-  if (HostNode* const parent = ParentNode()) {
-    const Matrix<double> inverse = parent->GetWorldPose(time).affineInverse();
-    if (inverse[15] == 0.0) return false;
-    local = inverse * local;
-  }
-  const Trs pose = decompose(local);
-  if (!IsFinite(pose)) return false;
+  Trs pose;
+  HostNode* const parent = ParentNode();
+  if (!parent)
+    pose = decompose(Affine(world));
+  else if (!poseUnder(parent->GetWorldPose(time), Affine(world), pose))
+    return false;
+  if (!isFinite(pose)) return false;
   if (IsBuffered(time)) {
     Record(time, pose);
     return true;

@@ -1,5 +1,7 @@
 #include "adaptor/common/Trs.h"
 
+#include <cmath>
+
 namespace orv::rws::adaptor {
 
 using util::Matrix;
@@ -8,6 +10,13 @@ using util::Vector3;
 
 bool operator==(const Trs& a, const Trs& b) {
   return a.translation == b.translation && a.rotation == b.rotation && a.scale == b.scale;
+}
+
+bool isFinite(const Trs& pose) {
+  const auto& [t, r, s] = pose;
+  for (const double number : {t.x, t.y, t.z, r.x, r.y, r.z, r.w, s.x, s.y, s.z})
+    if (!std::isfinite(number)) return false;
+  return true;
 }
 
 Matrix<double> compose(const Trs& pose) {
@@ -34,6 +43,13 @@ Trs decompose(const Matrix<double>& matrix) {
   }
   pose.rotation = Quat<double>::fromMatrix(axes);
   return pose;
+}
+
+bool poseUnder(const Matrix<double>& parent, const Matrix<double>& world, Trs& pose) {
+  const Matrix<double> inverse = parent.affineInverse();
+  if (inverse[15] == 0.0) return false;
+  pose = decompose(inverse * world);
+  return true;
 }
 
 }  // namespace orv::rws::adaptor
