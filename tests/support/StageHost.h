@@ -124,8 +124,7 @@ class Node final : public HostNode {
                        [](const auto& curve) { return !curve.samples.empty(); });
   }
   void WriteTrs(double time, const Trs& local, bool key) override;
-  std::string WriteKeys(double from, const std::vector<double>& times,
-                        const std::vector<Trs>& locals) override;
+  std::string WriteKeys(double from, const std::vector<PoseSample>& take) override;
 
   bool HasLens() const override { return m_object->isCamera; }
   double ReadLens(LensValue which, double time) const override {
@@ -457,10 +456,9 @@ inline void Node::WriteTrs(double time, const Trs& local, bool key) {
       Write(i, time, (*rows[i / 3])[i % 3], key);
 }
 
-inline std::string Node::WriteKeys(double from, const std::vector<double>& times,
-                                   const std::vector<Trs>& locals) {
+inline std::string Node::WriteKeys(double from, const std::vector<PoseSample>& take) {
   for (int i = 0; i < 9; ++i) m_object->curves[static_cast<std::size_t>(i)].cutFrom(from - 1e-5);
-  for (std::size_t i = 0; i < times.size(); ++i) WriteTrs(times[i], locals[i], true);
+  for (const PoseSample& sample : take) WriteTrs(sample.time, sample.local, true);
   return {};
 }
 

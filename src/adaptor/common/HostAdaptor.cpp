@@ -132,7 +132,7 @@ void HostAdaptor::MarkRebuild(CInterface* owner, bool rebuild) {
 
 bool HostAdaptor::NeedsRebuild(const HostNode& node) const {
   const auto at = m_rebuilds.find(node.owner);
-  return at != m_rebuilds.end() && at->second.wanted && node.m_place <= at->second.lastPlace;
+  return at != m_rebuilds.end() && at->second.wanted && node.m_aside->place <= at->second.lastPlace;
 }
 
 CoreNode* HostAdaptor::FindNode(CInterface* owner, const std::string& name) {
@@ -295,13 +295,13 @@ void HostAdaptor::EndGroupSelection() {
 void HostAdaptor::ReplaceSelection(std::vector<HostNode*>& saved) {
   std::swap(saved, m_selection);
   ++m_selectionState;
-  for (HostNode* node : m_selection) node->m_selected = m_selectionState;
+  for (HostNode* node : m_selection) node->m_aside->selected = m_selectionState;
 }
 
 void HostAdaptor::Select(HostNode& node) {
   const bool joins = m_groupSelections > 0 && m_groupStarted;
   m_groupStarted = true;
-  const bool isIn = node.m_selected == m_selectionState && !m_selection.empty();
+  const bool isIn = node.m_aside->selected == m_selectionState && !m_selection.empty();
   if (isIn && (joins || m_selection.size() == 1)) return;
   BeginUndoBlock("Select #" + node.GetSceneName());
   // A block's selections in a row are one step: what was saved first is what it undoes.
@@ -314,7 +314,7 @@ void HostAdaptor::Select(HostNode& node) {
     ++m_selectionState;
   }
   m_selection.push_back(&node);
-  node.m_selected = m_selectionState;
+  node.m_aside->selected = m_selectionState;
   EndUndoBlock();
 }
 

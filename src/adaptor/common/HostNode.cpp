@@ -213,11 +213,11 @@ bool HostNode::GetLocal(double time, Matrix<double>& local) {
     return true;
   }
   if (!HasRecordedPose()) {
-    local = HoldsStart(time) ? compose(m_noted) : ReadLocal(time);
+    local = HoldsStart(time) ? compose(m_aside->noted) : ReadLocal(time);
     return true;
   }
   const int sample = SampleAt(time);
-  if (sample >= 0) local = compose(recordedLocal[static_cast<std::size_t>(sample)]);
+  if (sample >= 0) local = compose(recorded[static_cast<std::size_t>(sample)].local);
   return sample >= 0;
 }
 
@@ -228,24 +228,30 @@ bool HostNode::HoldsStart(double time) const {
   return m_writtenByRig && time > bufferedFrom;
 }
 
+std::size_t HostNode::FirstFrom(double time) const {
+  const auto first =
+      std::lower_bound(recorded.begin(), recorded.end(), time,
+                       [](const PoseSample& sample, double t) { return sample.time < t; });
+  return static_cast<std::size_t>(first - recorded.begin());
+}
+
 /// The sample of exactly this time, or the last one behind it; -1 between two samples.
 int HostNode::SampleAt(double time) const {
-  const int last = static_cast<int>(recordedTimes.size()) - 1;
-  if (time >= recordedTimes[static_cast<std::size_t>(last)]) return last;
-  if (last > 0 && time == recordedTimes[static_cast<std::size_t>(last) - 1]) return last - 1;
-  const auto found = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
-  return *found == time ? static_cast<int>(found - recordedTimes.begin()) : -1;
+  const int last = static_cast<int>(recorded.size()) - 1;
+  if (time >= recorded[static_cast<std::size_t>(last)].time) return last;
+  if (last > 0 && time == recorded[static_cast<std::size_t>(last) - 1].time) return last - 1;
+  const std::size_t found = FirstFrom(time);
+  return recorded[found].time == time ? static_cast<int>(found) : -1;
 }
 
 Matrix<double> HostNode::GetRecordedBetween(double time) {
   HostNode* const parent = ParentNode();
-  const auto behind = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
-  const auto sample = [&](std::size_t i) {
-    const double at = recordedTimes[i];
-    const Matrix<double> local = compose(recordedLocal[i]);
+  const std::size_t i = FirstFrom(time);
+  const auto sample = [&](std::size_t index) {
+    const auto& [at, own] = recorded[index];
+    const Matrix<double> local = compose(own);
     return util::AVar_Matrix<double>::Sample{at, parent ? parent->GetWorldPose(at) * local : local};
   };
-  const auto i = static_cast<std::size_t>(behind - recordedTimes.begin());
   if (i == 0) return sample(0).value;
   util::AVar_Matrix<double>::Sample out;
   return util::AVar_Matrix<double>().interpolate(out, sample(i - 1), sample(i), time).value;
@@ -272,10 +278,9 @@ bool HostNode::SetWorldPose(double time, const Matrix<double>& world, bool key) 
 // --- the take's buffer ---
 
 void HostNode::BeginBuffering(double time, bool born) {
-  recordedTimes.clear();
-  recordedLocal.clear();
-  recordedFocus.samples.clear();
-  recordedFocal.samples.clear();
+  recorded.clear();
+  m_aside->focus.samples.clear();
+  m_aside->focal.samples.clear();
   buffering = true;
   m_bornInTake = born;
   StartTake(time);
@@ -284,15 +289,15 @@ void HostNode::BeginBuffering(double time, bool born) {
 void HostNode::StartTake(double time) {
   if (!Exists()) return;
   bufferedFrom = time;
-  m_noted = ReadTrs(time);
+  m_aside->noted = ReadTrs(time);
 }
 
 void HostNode::Record(double time, const Trs& local) {
   if (!HasRecordedPose() && time > bufferedFrom && !m_bornInTake) {
-    RecordSample(bufferedFrom, m_noted);
+    RecordSample(bufferedFrom, m_aside->noted);
     // A node that is first written in a later frame rests where it was until the frame before.
     const double before = m_adaptor.GetFrameBefore(time);
-    if (before > bufferedFrom) RecordSample(before, m_noted);
+    if (before > bufferedFrom) RecordSample(before, m_aside->noted);
   }
   RecordSample(time, local);
   m_adaptor.NoteFrame(time);
@@ -301,27 +306,20 @@ void HostNode::Record(double time, const Trs& local) {
 void HostNode::RecordSample(double time, const Trs& local) {
   // What was there at the start is keyed to the end most likely; what a take makes may be many, and
   // soon still.
-  if (recordedTimes.empty() && !m_bornInTake) {
-    recordedTimes.reserve(m_adaptor.GetExpectedSamples());
-    recordedLocal.reserve(m_adaptor.GetExpectedSamples());
-  }
-  if (recordedTimes.empty() || time > recordedTimes.back()) {
-    recordedTimes.push_back(time);
-    recordedLocal.push_back(local);
+  if (recorded.empty() && !m_bornInTake) recorded.reserve(m_adaptor.GetExpectedSamples());
+  if (recorded.empty() || time > recorded.back().time) {
+    recorded.push_back({time, local});
     return;
   }
-  const auto at = std::lower_bound(recordedTimes.begin(), recordedTimes.end(), time);
-  const auto index = at - recordedTimes.begin();
-  if (*at == time) {
-    recordedLocal[static_cast<std::size_t>(index)] = local;
-    return;
-  }
-  recordedTimes.insert(at, time);
-  recordedLocal.insert(recordedLocal.begin() + index, local);
+  const std::size_t index = FirstFrom(time);
+  if (recorded[index].time == time)
+    recorded[index].local = local;
+  else
+    recorded.insert(recorded.begin() + static_cast<std::ptrdiff_t>(index), {time, local});
 }
 
 bool HostNode::HasRecordedLens() const {
-  return !recordedFocal.samples.empty() || !recordedFocus.samples.empty();
+  return !m_aside->focal.samples.empty() || !m_aside->focus.samples.empty();
 }
 
 void HostNode::WriteRecordedLens() {
@@ -331,10 +329,9 @@ void HostNode::WriteRecordedLens() {
 
 void HostNode::EndBuffering() {
   buffering = false;
-  Free(recordedTimes);
-  Free(recordedLocal);
-  Free(recordedFocus.samples);
-  Free(recordedFocal.samples);
+  Free(recorded);
+  Free(m_aside->focus.samples);
+  Free(m_aside->focal.samples);
 }
 
 // --- the lens ---
@@ -404,11 +401,11 @@ void HostNode::SetColour(const Colour& colour) {
 std::shared_ptr<const util::MeshRays> HostNode::GetRays() {
   std::shared_ptr<const util::CMesh> mesh = GetMesh();
   if (!mesh) return nullptr;
-  if (!m_rays || m_raysMesh != mesh) {
-    m_rays = m_adaptor.RaysOf(mesh);
-    m_raysMesh = std::move(mesh);
+  if (!m_aside->rays || m_aside->raysMesh != mesh) {
+    m_aside->rays = m_adaptor.RaysOf(mesh);
+    m_aside->raysMesh = std::move(mesh);
   }
-  return m_rays;
+  return m_aside->rays;
 }
 
 }  // namespace orv::rws::adaptor

@@ -1,6 +1,7 @@
 // A node of any host as the core and the rigs see it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -23,6 +24,12 @@ class NodePresence;
 
 /// The two numbers of a lens that change over time.
 enum class LensValue { kFieldOfView, kFocusDistance };
+
+/// A node's own pose at one time (s).
+struct PoseSample {
+  double time;
+  Trs local;
+};
 
 /// Exchanges what was saved with what stands in the host: a step of undo that is its own inverse.
 using Exchange = std::function<void()>;
@@ -94,9 +101,9 @@ class HostNode : public core::CoreNode {
   /// Replaces the geometry; undoable in an open block.
   void SetMesh(const util::CMesh& mesh);
   void SetColour(const Colour& colour);
-  /// The node's geometry; null without a mesh, for an empty one too, and for a node that is gone.
+  /// The node's geometry; null without a mesh and for a node that is gone.
   std::shared_ptr<const util::CMesh> GetMesh() { return IsValid() ? SharedMesh() : nullptr; }
-  /// Ray queries on the node's mesh, in the node's own space; null without a mesh. Made at the
+  /// Ray queries on the mesh, in the node's own space; null where GetMesh is. Made at the
   /// first call for a mesh and kept as long as a node that was asked shows it.
   std::shared_ptr<const util::MeshRays> GetRays();
 
@@ -133,10 +140,9 @@ class HostNode : public core::CoreNode {
   virtual bool HasKeys() const = 0;
   /// Keys of all three properties, or without `key` the value of those that have no keys.
   virtual void WriteTrs(double time, const Trs& local, bool key) = 0;
-  /// A take's keys, at rising times: those before `from` stay, all from there on give way. An empty
-  /// text means success; any other says why nothing has changed.
-  virtual std::string WriteKeys(double from, const std::vector<double>& times,
-                                const std::vector<Trs>& locals) = 0;
+  /// The poses of a take become keys, their times rise: keys before `from` stay, all from there on
+  /// give way. An empty text means success; any other says why nothing has changed.
+  virtual std::string WriteKeys(double from, const std::vector<PoseSample>& take) = 0;
 
   // --- the lens: degrees, vertical, or metres ---
 
@@ -152,7 +158,7 @@ class HostNode : public core::CoreNode {
   /// Null for a node without one.
   virtual std::shared_ptr<const Curve> SharedCurve() const = 0;
   virtual bool HasMesh() const = 0;
-  /// Null without a mesh, or for an empty one.
+  /// Null without a mesh.
   virtual std::shared_ptr<const util::CMesh> SharedMesh() const = 0;
   virtual void PutMesh(std::shared_ptr<const util::CMesh> mesh) = 0;
   virtual Colour ReadColour() const = 0;
@@ -186,37 +192,42 @@ class HostNode : public core::CoreNode {
   void EndBuffering();
   bool IsBuffered(double time) const { return buffering && time >= bufferedFrom; }
   bool HoldsStart(double time) const;
+  /// Index of the first sample at or after `time`.
+  std::size_t FirstFrom(double time) const;
   int SampleAt(double time) const;
   bool GetLocal(double time, util::Matrix<double>& local);
   void Record(double time, const Trs& local);
   void RecordSample(double time, const Trs& local);
   /// World pose between two samples: their world poses, interpolated.
   util::Matrix<double> GetRecordedBetween(double time);
-  bool HasRecordedPose() const { return !recordedTimes.empty(); }
+  bool HasRecordedPose() const { return !recorded.empty(); }
   bool HasRecordedLens() const;
-  std::string WriteRecordedPoses() { return WriteKeys(bufferedFrom, recordedTimes, recordedLocal); }
+  std::string WriteRecordedPoses() { return WriteKeys(bufferedFrom, recorded); }
   void WriteRecordedLens();
   util::AVar_Linear<double>& Recorded(LensValue which) {
-    return which == LensValue::kFieldOfView ? recordedFocal : recordedFocus;
+    return which == LensValue::kFieldOfView ? m_aside->focal : m_aside->focus;
   }
 
-  // What every frame of a take reads comes first, so that it lies together.
+  /// What no frame of a take needs, or few.
+  struct Aside {
+    Trs noted;                        ///< own channels at the take's start
+    util::AVar_Linear<double> focus;  ///< focus distances of the take (m)
+    util::AVar_Linear<double> focal;  ///< fields of view of the take (degrees)
+    std::uint64_t place = 0;          ///< among the known nodes; 0 until it becomes known
+    unsigned selected = 0;            ///< the state of the selection that it was in last
+    std::shared_ptr<const util::MeshRays> rays;
+    std::shared_ptr<const util::CMesh> raysMesh;  ///< what `rays` was built from
+  };
+
+  // With CoreNode, and with the object and the parent that a host notes, two lines of the cache.
   double bufferedFrom = 0.0;  ///< s
   bool buffering = false;
   bool m_writtenByRig = false;  ///< its rig writes it in every frame of a take
   bool m_bornInTake = false;
-  bool m_known = false;   ///< stands among the adaptor's known nodes
-  int m_keptSerial = -1;  ///< the latest undo step that saved this node's pose
-  // The take's poses, one time and one set of own channels per sample, in rising time.
-  std::vector<double> recordedTimes;
-  std::vector<Trs> recordedLocal;
-  Trs m_noted;                              ///< own channels at the take's start
-  util::AVar_Linear<double> recordedFocus;  ///< focus distances of the take (m)
-  util::AVar_Linear<double> recordedFocal;  ///< fields of view of the take (degrees)
-  std::uint64_t m_place = 0;                ///< among the known nodes; 0 until it becomes known
-  unsigned m_selected = 0;                  ///< the state of the selection that it was in last
-  std::shared_ptr<const util::MeshRays> m_rays;
-  std::shared_ptr<const util::CMesh> m_raysMesh;  ///< what m_rays was built from
+  bool m_known = false;              ///< stands among the adaptor's known nodes
+  int m_keptSerial = -1;             ///< the latest undo step that saved this node's pose
+  std::vector<PoseSample> recorded;  ///< the take's poses, in rising time
+  std::unique_ptr<Aside> m_aside = std::make_unique<Aside>();
 };
 
 }  // namespace orv::rws::adaptor

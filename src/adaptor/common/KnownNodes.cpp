@@ -9,7 +9,7 @@
 namespace orv::rws::adaptor {
 
 KnownNodes::Identity KnownNodes::IdentityOf(const HostNode& node) {
-  return {node.owner, node.name, node.m_place};
+  return {node.owner, node.name, node.m_aside->place};
 }
 
 bool KnownNodes::IsBefore(const Identity& a, const Identity& b) {
@@ -32,15 +32,15 @@ bool KnownNodes::Less::operator()(const Identity& a, const HostNode* b) const {
 void KnownNodes::Add(HostNode& node) {
   if (node.m_known) return;
   node.m_known = true;
-  if (node.m_place == 0) node.m_place = ++m_lastPlace;
-  m_inOrder.emplace(node.m_place, &node);
+  if (node.m_aside->place == 0) node.m_aside->place = ++m_lastPlace;
+  m_inOrder.emplace(node.m_aside->place, &node);
   m_byIdentity.insert(&node);
 }
 
 void KnownNodes::Remove(HostNode& node) {
   if (!node.m_known) return;
   node.m_known = false;
-  m_inOrder.erase(node.m_place);
+  m_inOrder.erase(node.m_aside->place);
   m_byIdentity.erase(&node);
 }
 
@@ -72,8 +72,9 @@ std::vector<HostNode*> KnownNodes::OfOwner(CInterface* owner) const {
   for (auto at = m_byIdentity.lower_bound(Identity{owner, first, 0});
        at != m_byIdentity.end() && (*at)->owner == owner; ++at)
     nodes.push_back(*at);
-  std::sort(nodes.begin(), nodes.end(),
-            [](const HostNode* a, const HostNode* b) { return a->m_place < b->m_place; });
+  std::sort(nodes.begin(), nodes.end(), [](const HostNode* a, const HostNode* b) {
+    return a->m_aside->place < b->m_aside->place;
+  });
   return nodes;
 }
 

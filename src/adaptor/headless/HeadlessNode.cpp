@@ -136,16 +136,18 @@ void HeadlessNode::WriteTrs(double time, const Trs& local, bool key) {
   m_sceneNode->setPose(pose);
 }
 
-std::string HeadlessNode::WriteKeys(double from, const std::vector<double>& times,
-                                    const std::vector<Trs>& locals) {
+std::string HeadlessNode::WriteKeys(double from, const std::vector<PoseSample>& take) {
+  std::vector<double> times;
+  times.reserve(take.size());
+  for (const PoseSample& sample : take) times.push_back(sample.time);
   const NodeAnimation old = m_sceneNode->animation();
   bool written = true;
   for (const ChannelPath path : kPaths) {
     std::vector<double> values;
     values.reserve(times.size() * 4);
-    for (const Trs& local : locals) {
+    for (const PoseSample& sample : take) {
       double v[4];
-      const auto n = static_cast<std::size_t>(Numbers(local, path, v));
+      const auto n = static_cast<std::size_t>(Numbers(sample.local, path, v));
       const double* const last = values.size() >= n ? &values[values.size() - n] : nullptr;
       // The same rotation with the other sign is nearer to the key before: readers that do not
       // look for the short way take it too. The sign leaves a pose's matrix as it is, bit for bit.

@@ -15,7 +15,7 @@ class HeadlessAdaptor;
 
 /// The one CNode of a SceneNode, whose channels are the node's keys. Keys of a lens, which a glTF
 /// file has no place for, live here, as long as the scene is open.
-class HeadlessNode final : public HostNode {
+class alignas(64) HeadlessNode final : public HostNode {
  public:
   HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode);
 
@@ -45,8 +45,7 @@ class HeadlessNode final : public HostNode {
   Trs ReadTrs(double time) override { return m_sceneNode->localTrs(time); }
   bool HasKeys() const override { return m_sceneNode->hasKeys(); }
   void WriteTrs(double time, const Trs& local, bool key) override;
-  std::string WriteKeys(double from, const std::vector<double>& times,
-                        const std::vector<Trs>& locals) override;
+  std::string WriteKeys(double from, const std::vector<PoseSample>& take) override;
 
   bool HasLens() const override { return m_sceneNode->lens() != nullptr; }
   double ReadLens(LensValue which, double time) const override;
