@@ -181,7 +181,7 @@ class CarScene {
       return *scene.find(rig->GetInstanceName() + "_" + name);
     };
     scene.reparent(node("GravityDirectionMesh"), &ground, 0.0);
-    rws::adaptor::headless::Trs pose = node("CarBodyMesh").pose();
+    rws::adaptor::Trs pose = node("CarBodyMesh").pose();
     pose.translation = place + Vector(0.0, kRestHeight, 0.0);
     node("CarBodyMesh").setPose(pose);
     for (const auto& [label, value] : {std::pair{"Ray Multiplier", double{kProfileRays}},

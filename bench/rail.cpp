@@ -63,7 +63,7 @@ Instance& LayOwnCurve(hl::HeadlessSession& session) {
 Instance& LayHostCurve(hl::HeadlessSession& session) {
   Instance& rig = *session.GetCore().CreateToolFromFactory("Spline Speed-Controller", "Rail");
   hl::SceneNode& path = session.GetScene().addNode("Path");
-  hl::Curve curve;
+  orv::rws::adaptor::Curve curve;
   for (int i = 0; i < kPoints; ++i) curve.points.push_back(RingPoint(i));
   curve.closed = true;
   path.setCurve(curve);

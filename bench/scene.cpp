@@ -22,6 +22,7 @@
 
 namespace {
 
+using namespace orv::rws::adaptor;
 using namespace orv::rws::adaptor::headless;
 
 constexpr int kSide = 708;  ///< squares along an edge: 2 * 708^2 triangles are a million

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
 #include "core/ConfigProfileManager.h"
 #include "core/CoreLibrary.h"

@@ -1,7 +1,7 @@
 // Undo of the way that a take goes along the time line.
 #pragma once
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/StateUndo.h"
 
 namespace orv::rws::core {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"

@@ -5,7 +5,7 @@
 #include <set>
 #include <string_view>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/Instance.h"

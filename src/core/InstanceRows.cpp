@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/InstanceManager.h"

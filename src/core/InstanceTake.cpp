@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"

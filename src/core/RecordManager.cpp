@@ -5,7 +5,7 @@
 #include <chrono>
 #include <cmath>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/HostTimeUndo.h"

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/Log.h"
 

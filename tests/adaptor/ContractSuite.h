@@ -12,8 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "adaptor/AdaptorInterface.h"
-#include "core/CoreNode.h"
+#include "AdaptorFixture.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CSnapshot.h"
 #include "core/interface/CSnapshot_Helper.h"
@@ -22,44 +21,12 @@
 #include "core/interface/CSnapshot_Shape.h"
 #include "core/interface/CUndo.h"
 #include "util/CMesh.h"
-#include "util/Matrix.h"
-#include "util/Quat.h"
 #include "util/ReturnValue.h"
 #include "util/xml/Tag.h"
 
 namespace orv::tests {
 
-using rws::CInterface;
-using rws::CNode;
-using rws::NodeIdentity;
-using rws::core::CoreNode;
-using util::Matrix;
-using util::Quat;
 using util::Vector3;
-
-using NodeList = std::vector<CoreNode*>;
-
-/// An adaptor with a small scene, all in rig space (metres, Y up), playback range 0 to 4 s:
-/// "Mover" is keyed at 0 and 4 s and moves from the origin to (4, 0, 0); "Hook" is an empty node
-/// below it at (0, 1, 0); "Ground" is a mesh of two triangles, 10 m square in the plane y = 0 round
-/// the origin, normal up; "Eye" is a camera with 40 degrees; "Path" is a polyline (0,0,0), (3,0,0),
-/// (3,0,4).
-class AdaptorFixture {
- public:
-  virtual ~AdaptorFixture() = default;
-  virtual rws::AdaptorInterface& Adaptor() = 0;
-  /// A node of the scene above; null when it is not there.
-  virtual CoreNode* UserNode(const std::string& sceneName) = 0;
-  virtual void SetFrameRate(double fps) = 0;
-  /// Saves the scene and opens it anew: every node pointer is gone.
-  virtual void Reopen() = 0;
-  /// A scene file with the node "Crate" at (0, 0, 2) and "Lid" below it.
-  virtual std::string ImportFile() = 0;
-  /// Title and text of all that ShowMessage was asked to show.
-  virtual std::vector<std::pair<std::string, std::string>>& Messages() = 0;
-  /// Names of the entries that the host's undo would take back, oldest first.
-  virtual std::vector<std::string> UndoEntries() = 0;
-};
 
 /// Owners count by their identity alone: nobody may call one.
 inline CInterface* Owner(int i) {
@@ -195,7 +162,8 @@ TEST_P(AdaptorContract, NamesItselfAndToleratesEveryReservedOperation) {
 }
 
 TEST_P(AdaptorContract, KeepsTimeRangeAndFrameRate) {
-  for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {
+  EXPECT_EQ(adaptor.GetFrameRate(), fixture->Rates().front());
+  for (const double fps : fixture->Rates()) {
     fixture->SetFrameRate(fps);
     EXPECT_EQ(adaptor.GetFrameRate(), fps);
     EXPECT_EQ(adaptor.GetFrameDuration(), 1.0 / fps);
@@ -541,6 +509,45 @@ TEST_P(AdaptorContract, WritesPosesOutsideATake) {
   ExpectNear(World(body, 1.0), World(mover, 1.0), "a pose that is no number");
 }
 
+TEST_P(AdaptorContract, ShowsPosesInTheUnitAndAxesOfTheHost) {
+  const double metre = fixture->Metre();
+  // Of a vector in rig space.
+  const auto inHost = [&](const Vector3<double>& v) {
+    return (fixture->IsZUp() ? Vector3<double>(v.x, -v.z, v.y) : v) * metre;
+  };
+  const auto expectInHost = [&](CoreNode* node, double time) {
+    const Matrix<double> rig = World(node, time);
+    const Matrix<double> host = fixture->HostWorld(node, time);
+    for (int i = 0; i < 4; ++i) {
+      const auto row = [i](const Matrix<double>& m) {
+        return i < 3 ? m.axisRow(i) : m.translation();
+      };
+      EXPECT_LT((row(host) - inHost(row(rig))).length(), 1e-9 * metre) << "row " << i;
+    }
+  };
+  CoreNode* const body = NewMesh(0, "Body");
+  CoreNode* const wheel = NewMesh(0, "Wheel", body);
+  CoreNode* const trailer = NewMesh(0, "Trailer", fixture->UserNode("Mover"));
+  Matrix<double> mirrored = Pose(1, 2, 3, 250.0, 1.5);
+  mirrored.setAxisRow(0, mirrored.axisRow(0) * -0.5);
+  Record(0, [&] {
+    for (int i = 1; i <= 12; ++i) {
+      Key(body, Frame(i), Pose(0, i, 0, 50.0 * i, 2.0));
+      Key(wheel, Frame(i), Pose(i, i + 1, 2, -40.0 * i));
+      Key(trailer, Frame(i), mirrored);
+    }
+  });
+  ExpectNear(World(trailer, Frame(7)), mirrored);
+  for (int i = 1; i <= 12; ++i)
+    for (CoreNode* node : {body, wheel, trailer, fixture->UserNode("Mover")})
+      expectInHost(node, Frame(i));
+  EXPECT_LT((fixture->HostWorld(body, Frame(3)).translation() - inHost({0, 3, 0})).length(),
+            1e-9 * metre);
+  // A child's pose in its parent is the same in every host.
+  ExpectNear(fixture->HostWorld(body, Frame(3)) * Local(wheel, Frame(3)),
+             fixture->HostWorld(wheel, Frame(3)));
+}
+
 TEST_P(AdaptorContract, BuffersATakeAndTurnsItIntoKeysInOneEntry) {
   CoreNode* const body = NewMesh(0, "Body");
   CoreNode* const idle = NewMesh(1, "Idle");
@@ -549,7 +556,7 @@ TEST_P(AdaptorContract, BuffersATakeAndTurnsItIntoKeysInOneEntry) {
   adaptor.SetCurrentTime(0.0);
   hook->SetParent(body);
   const auto pose = [](int i) { return i == 5 ? Pose(5, 3, 0) : Pose(i, 2, 0, 3.0 * i); };
-  for (const double fps : {24.0, 25.0, 30.0, 50.0, 59.94, 60.0}) {
+  for (const double fps : fixture->Rates()) {
     fixture->SetFrameRate(fps);
     Record(0, [&] {
       ExpectNear(World(body, 0.0), Pose(0, 2, 0), "the start as it stood");
@@ -575,7 +582,6 @@ TEST_P(AdaptorContract, BuffersATakeAndTurnsItIntoKeysInOneEntry) {
 }
 
 TEST_P(AdaptorContract, RetakesFromTheMiddleAndTouchesNothingElse) {
-  fixture->SetFrameRate(25.0);
   CoreNode* const body = NewMesh(0, "Body");
   CoreNode* const resting = NewMesh(0, "Resting");
   Key(resting, Frame(1), Pose(1, 0, 0));
@@ -588,7 +594,7 @@ TEST_P(AdaptorContract, RetakesFromTheMiddleAndTouchesNothingElse) {
   for (const int i : {1, 9, 10, 11, 12}) ExpectNear(World(body, Frame(i)), Pose(i, 2, 0, 3.0 * i));
   ExpectNear(World(body, Frame(20)), Pose(12, 2, 0, 36.0), "keys behind a shorter retake");
   ExpectNear(World(resting, Frame(5)), Pose(5, 0, 0), "a node that the take did not write");
-  ExpectNear(World(mover, Frame(25)), Pose(1, 0, 0));
+  ExpectNear(World(mover, Frame(25)), Pose(Frame(25), 0, 0));
   adaptor.HostUndo();
   ExpectNear(World(body, Frame(20)), Pose(20, 2, 0, 60.0));
   ExpectNear(World(body, Frame(8)), Pose(8, 9, 0));

@@ -19,6 +19,7 @@
 
 namespace {
 
+using namespace orv::rws::adaptor;
 using namespace orv::rws::adaptor::headless;
 using orv::tests::foreignScene;
 using orv::tests::GltfBuilder;

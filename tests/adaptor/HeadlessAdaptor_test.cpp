@@ -11,15 +11,16 @@
 
 #include "adaptor/headless/HeadlessDocument.h"
 #include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/MeshRays.h"
 #include "adaptor/headless/Scene.h"
+#include "util/MeshRays.h"
 #include "util/ReturnValue.h"
 
 namespace orv::tests {
 namespace {
 
+using namespace rws::adaptor;
 using namespace rws::adaptor::headless;
-using Nodes = std::vector<HeadlessNode*>;
+using Nodes = std::vector<HostNode*>;
 using rws::core::CoreNode;
 
 TEST(HeadlessAdaptor, JoinsTheSelectionsOfAGroup) {
@@ -49,7 +50,7 @@ TEST(HeadlessAdaptor, JoinsTheSelectionsOfAGroup) {
   // A group within one block comes and goes as one.
   adaptor.BeginUndoBlock("Select all");
   n[0]->Extension(rws::kBeginGroupSelection, nullptr, nullptr);
-  for (HeadlessNode* node : {n[2], n[0], n[2]}) node->Select();
+  for (HostNode* node : {n[2], n[0], n[2]}) node->Select();
   n[0]->Extension(rws::kEndGroupSelection, nullptr, nullptr);
   adaptor.EndUndoBlock();
   adaptor.HostUndo();

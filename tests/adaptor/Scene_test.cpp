@@ -8,6 +8,7 @@
 
 namespace {
 
+using namespace orv::rws::adaptor;
 using namespace orv::rws::adaptor::headless;
 using orv::util::Matrix;
 using orv::util::Quat;

@@ -62,7 +62,7 @@ class Fit : public ProgramTest {
     Scene scene;
     scene.setRange(0.0, 2.0);
     SceneNode& model = scene.addNode("Model");
-    model.setPose(rws::adaptor::headless::decompose(root()));
+    model.setPose(rws::adaptor::decompose(root()));
     SceneNode& shell = scene.addNode("Shell", &model);
     shell.setPose({{0.1, 0.7, 0.0}, {}, {1.0, 0.5, 2.0}});
     shell.setMesh(util::CMesh_Box(1.6, 1.0, 1.8));

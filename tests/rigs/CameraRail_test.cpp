@@ -19,11 +19,11 @@ class Rail : public RigScene {
   /// A curve of the scene, which the carriage then runs on.
   hl::SceneNode& Path(const std::vector<Vector>& points, bool closed, const Matrix& pose = {}) {
     hl::SceneNode& node = scene().addNode("Path");
-    hl::Curve curve;
+    rws::adaptor::Curve curve;
     curve.points = points;
     curve.closed = closed;
     node.setCurve(curve);
-    node.setPose(hl::decompose(pose));
+    node.setPose(rws::adaptor::decompose(pose));
     scene().reparent(Find("CarriageNode"), &node, 0.0);
     return node;
   }
@@ -92,7 +92,7 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
         pose.setRowLengths({scale, scale, scale});
         const double length = 2000 / scale;
         if (own) {
-          rail.Find("ReferenceFrame").setPose(hl::decompose(pose));
+          rail.Find("ReferenceFrame").setPose(rws::adaptor::decompose(pose));
           rail.OwnCurve({pose.transformPoint({0, 0, 0}), pose.transformPoint({length / 3, 0, 0}),
                          pose.transformPoint({length, 0, 0})},
                         false);

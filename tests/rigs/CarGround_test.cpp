@@ -194,7 +194,7 @@ TEST(CarGround, AMovingMeshOfAGroupCarriesTheCarAndForFastRaysStandsWhereItStood
     Node& lift = car.scene().addNode("Lift", &car.scene().addNode("Inner", &set));
     lift.setMesh(GridMesh(Flat, Rows(-5, 5, 2), Rows(-5, 5, 2)));
     CarScene::Animate(lift, 2.0, 2, [](double t) {
-      return hl::Trs{{0.0, std::max(t / 2.0 - 1.0, 0.0), 0.0}, {}, {1, 1, 1}};
+      return rws::adaptor::Trs{{0.0, std::max(t / 2.0 - 1.0, 0.0), 0.0}, {}, {1, 1, 1}};
     });
     // Another rig's helpers are no ground.
     auto* const other = car.core().CreateToolFromFactory("4WheelerExt", "Other");

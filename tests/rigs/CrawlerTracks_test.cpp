@@ -154,8 +154,8 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
     outer.Resize("Frame", scale);
     outer.Edit("Inner Wheel", "0");
     outer.Press("Add Wheel");
-    outer.Find("bogie01").setPose(hl::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
-    outer.Find("bogie02").setPose(hl::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Find("bogie01").setPose(rws::adaptor::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Find("bogie02").setPose(rws::adaptor::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
     const double apart = std::hypot(1.0, 0.8);
     const double tilt = M_PI / 2 - std::acos(2 * kLine / apart) - std::atan2(0.8, 1.0);
     const double told = 2.0 + 2 * std::hypot(apart, 2 * kLine) + 2 * (M_PI + 2 * tilt) * kLine;
@@ -180,7 +180,7 @@ TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWh
     rig.Set(settings);
     rig.Create();
     Crawler::Animate(rig.Find("Frame"), 4.0, 1, [&](double t) {
-      return hl::Trs{{0.0, 0.0, -t * speed}, {}, {1, 1, 1}};
+      return rws::adaptor::Trs{{0.0, 0.0, -t * speed}, {}, {1, 1, 1}};
     });
     const auto laid = rig.Places(0, 0).front();
     const int last = static_cast<int>(0.8 * fps);
@@ -281,14 +281,14 @@ TEST(CrawlerTracks, AScaledTurnedOrMovingFrameCarriesTheSameBelt) {
   };
   const auto run = [](const Matrix& pose, bool moves) {
     Crawler rig(2);
-    rig.Find("Frame").setPose(hl::decompose(pose));
+    rig.Find("Frame").setPose(rws::adaptor::decompose(pose));
     rig.Create().Drive(ThereAndBack);
     // As on a vehicle that drives a curve: 6 m/s, a circle in 6 s.
     if (moves)
       Crawler::Animate(rig.Find("Frame"), rig.Frame(1), 100, [](double t) {
         const double angle = t * M_PI / 3, radius = 6.0 / (M_PI / 3);
-        return hl::Trs{{radius * (std::cos(angle) - 1), 0.0, -radius * std::sin(angle)},
-                       {0.0, std::sin(angle / 2), 0.0, std::cos(angle / 2)}};
+        return rws::adaptor::Trs{{radius * (std::cos(angle) - 1), 0.0, -radius * std::sin(angle)},
+                                 {0.0, std::sin(angle / 2), 0.0, std::cos(angle / 2)}};
       });
     rig.Resimulate(0, 90);
     return Run{rig.Places(0, 90), rig.Speed(25, 90), rig.WidestGap(0, 90)};
@@ -334,9 +334,9 @@ TEST(CrawlerTracks, TheGroundIsTheParentOfTheGravityDirectionOrWhatIsBelowItAndI
     auto& block = rig.scene().addNode("Block");
     ground.setMesh(
         GridMesh([](double x, double) { return x * 0.1; }, Rows(-4, 4, 8), Rows(-4, 4, 8)));
-    ground.setPose(hl::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
+    ground.setPose(rws::adaptor::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
     block.setMesh(util::CMesh_Box(8.0 * scale, 1.0 * scale, 2.0 * scale));
-    block.setPose(hl::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
+    block.setPose(rws::adaptor::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
     rig.scene().reparent(rig.Find("GravityDirection"), grouped ? group : &ground, 0.0);
     rig.scene().reparent(block, grouped ? group : &rig.Find("GravityDirection"), 0.0);
     rig.Create();
@@ -472,14 +472,14 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
   const Messages mirrored{
       "Error: The Frame is mirrored or has a scale of 0. Give it a positive scale, and turn it "
       "instead."};
-  rig.Find("Frame").setPose(hl::Trs{{}, {}, {-1, 1, 1}});
+  rig.Find("Frame").setPose(rws::adaptor::Trs{{}, {}, {-1, 1, 1}});
   EXPECT_EQ(told("Create Track"), mirrored);
-  rig.Find("Frame").setPose(hl::Trs{});
+  rig.Find("Frame").setPose(rws::adaptor::Trs{});
   rig.Press("Create Track");
-  rig.Find("Frame").setPose(hl::Trs{{}, {}, {1, 1, -1}});
+  rig.Find("Frame").setPose(rws::adaptor::Trs{{}, {}, {1, 1, -1}});
   rig.Resimulate(0, 1);
   EXPECT_EQ(rig.Told(), mirrored);
-  rig.Find("Frame").setPose(hl::Trs{});
+  rig.Find("Frame").setPose(rws::adaptor::Trs{});
   for (const char* action : {"Add Wheel", "Add Support Wheel"})
     EXPECT_EQ(told(action), no("Remove track before adding more wheels."));
   EXPECT_EQ(told("Remove Wheel"),
@@ -492,7 +492,7 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
       "behaviour of the tracks."};
   for (const double scale : {0.49, 0.5, 2.0, 2.01}) {
     rig.Find("driveWheel").setChannel(hl::Channel(hl::ChannelPath::kScale));  // the last take's
-    rig.Find("driveWheel").setPose(hl::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
+    rig.Find("driveWheel").setPose(rws::adaptor::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
     rig.Resimulate(0, 1);
     EXPECT_EQ(rig.Told(), scale == 0.5 || scale == 2.0 ? Messages{} : warning) << scale;
   }

@@ -42,7 +42,7 @@ class Gun : public RigScene {
   }
   /// The collision node under a mesh that stands where it is told.
   void AddSurface(util::CMesh mesh, const Matrix& pose = {}) {
-    AddAbove("collision", std::move(mesh)).setPose(hl::decompose(pose));
+    AddAbove("collision", std::move(mesh)).setPose(rws::adaptor::decompose(pose));
   }
   Matrix Bullet(int number, int frame) {
     char name[32];
@@ -267,8 +267,12 @@ TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
   wall.setMesh(util::CMesh_Box(30.0, 90.0, 0.1));
   lift.setMesh(util::CMesh_Box(30.0, 0.1, 90.0));
   const auto wave = [](double t) { return 3.0 * std::sin(t / 0.04 * 0.3); };
-  const auto door = [&](double t) { return hl::Trs{{0.0, 0.0, -12.0 + wave(t)}, {}, {1, 1, 1}}; };
-  const auto floor = [&](double t) { return hl::Trs{{0.0, -4.0 + wave(t), 0.0}, {}, {1, 1, 1}}; };
+  const auto door = [&](double t) {
+    return rws::adaptor::Trs{{0.0, 0.0, -12.0 + wave(t)}, {}, {1, 1, 1}};
+  };
+  const auto floor = [&](double t) {
+    return rws::adaptor::Trs{{0.0, -4.0 + wave(t), 0.0}, {}, {1, 1, 1}};
+  };
   Gun::Animate(wall, gun.Frame(1), 100, door);
   Gun::Animate(lift, gun.Frame(1), 100, floor);
   gun.scene().reparent(gun.Find("collision"), &group, 0.0);

@@ -104,12 +104,12 @@ class HostScene : rws::core::UserInterface {
   }
   /// Keys of place and rotation, `count` + 1 of them from 0 on, `step` seconds apart.
   static void Animate(Node& node, double step, int count,
-                      const std::function<hl::Trs(double t)>& pose) {
+                      const std::function<rws::adaptor::Trs(double t)>& pose) {
     hl::Channel way(hl::ChannelPath::kTranslation), turn(hl::ChannelPath::kRotation);
     std::vector<double> times, ways, turns;
     for (int i = 0; i <= count; ++i) {
       times.push_back(i * step);
-      const hl::Trs at = pose(times.back());
+      const rws::adaptor::Trs at = pose(times.back());
       for (const double v : {at.translation.x, at.translation.y, at.translation.z})
         ways.push_back(v);
       for (const double v : {at.rotation.x, at.rotation.y, at.rotation.z, at.rotation.w})

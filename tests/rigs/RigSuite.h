@@ -15,8 +15,8 @@ class RigScene : public HostScene {
     auto& mover = scene().addNode("Mover");
     Animate(mover, 0.04, 200, [](double t) {
       const double angle = 0.7 * std::sin(t);
-      return hl::Trs{{std::sin(3 * t), 0.3 * std::cos(17 * t), -t},
-                     {0.0, std::sin(angle), 0.0, std::cos(angle)}};
+      return rws::adaptor::Trs{{std::sin(3 * t), 0.3 * std::cos(17 * t), -t},
+                               {0.0, std::sin(angle), 0.0, std::cos(angle)}};
     });
     for (const char* bound : {"Rig_AttachedCam", "Rig_RelativeCageMesh", "Rig_Pivot", "Rig_Base",
                               "Rig_Mount", "Rig_fire trigger"})

@@ -53,7 +53,7 @@ inline rws::adaptor::headless::SceneNode& AddRaceTrack(rws::adaptor::headless::S
       tile.setMesh(tiles[static_cast<std::size_t>(x * kRows + z)]);
     }
   }
-  const auto box = hl::shareMesh(util::CMesh_Box(1.0, 1.0, 1.0));
+  const auto box = rws::adaptor::shareMesh(util::CMesh_Box(1.0, 1.0, 1.0));
   for (int i = 0; i < kBoxes; ++i) {
     hl::SceneNode& stand = scene.addNode("Stand" + std::to_string(i), &track);
     const Vector place(high.x + 5.0, 0.0, low.z + 4.0 * i);

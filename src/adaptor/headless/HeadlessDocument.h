@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "adaptor/common/RigRecord.h"
 #include "adaptor/headless/GltfReader.h"
 
 namespace orv::rws::adaptor::headless {
 
 class HeadlessAdaptor;
 class Scene;
-struct RigRecord;
 
 /// One scene with the adaptor over it. The adaptor stays the same object over any number of opens;
 /// what it handed out for the scene before dies with that. Rebuilding rigs from the records, and

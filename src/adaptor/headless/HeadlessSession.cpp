@@ -1,42 +1,20 @@
 #include "adaptor/headless/HeadlessSession.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "adaptor/common/SceneRigs.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessDocument.h"
 #include "adaptor/headless/Scene.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
-#include "util/xml/Tag.h"
 
 namespace orv::rws::adaptor::headless {
 
-namespace {
-
-/// The file names a rig beside its record; where the two differ neither can be trusted.
-std::string CompareHeads(const RigRecord& record) {
-  util::xml::Tag tag("");
-  if (tag.loadText(record.record) != 0) return {};  // told by whoever reads the record
-  if (tag.attribute("type") != record.kind)
-    return "its kind is \"" + record.kind + "\", but \"" + tag.attribute("type") +
-           "\" in its record";
-  if (tag.attribute("name") != record.name)
-    return "its record is that of \"" + tag.attribute("name") + "\"";
-  return {};
-}
-
-}  // namespace
-
-struct HeadlessSession::KeptRecord {
-  std::size_t place;
-  RigRecord record;
-};
-
 HeadlessSession::HeadlessSession(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker)
     : m_document(std::make_unique<HeadlessDocument>()),
-      m_core(std::make_unique<core::CoreImplementation>()) {
+      m_core(std::make_unique<core::CoreImplementation>()),
+      m_rigs(std::make_unique<SceneRigs>(*m_core, m_document->adaptor(),
+                                         [this](const std::string& text) { Warn(text); })) {
   HeadlessAdaptor& adaptor = m_document->adaptor();
   m_core->SetAdaptor(&adaptor);
   m_core->LoadTools(rigs, maker);
@@ -68,8 +46,7 @@ std::vector<std::string> HeadlessSession::TakeWarnings() {
 void HeadlessSession::New() {
   m_core->DropAllRows();
   m_document->close();
-  m_kept.clear();
-  m_core->SetReservedNames({});
+  m_rigs->Clear();
 }
 
 bool HeadlessSession::Open(const std::string& path, std::string& error, const std::string& clip) {
@@ -78,74 +55,13 @@ bool HeadlessSession::Open(const std::string& path, std::string& error, const st
   options.clip = clip;
   if (!m_document->open(path, error, options)) return false;
   m_core->DropAllRows();  // the rigs of the scene before; none touches its nodes as it goes
-  m_kept.clear();
-  LoadRigs();
-  return true;
-}
-
-void HeadlessSession::LoadRigs() {
-  HeadlessAdaptor& adaptor = m_document->adaptor();
-  // What opening a file does to the scene is no step of the user's.
-  const std::vector<RigRecord> records = std::exchange(m_document->records(), {});
-  std::vector<std::string> keptNames;
-  for (const RigRecord& record : records) {
-    if (record.damaged()) keptNames.push_back(record.name);
-  }
-  m_core->SetReservedNames(keptNames);
-  bool anyNameless = false;
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    std::string problem = records[i].problem;
-    if (problem.empty()) problem = CompareHeads(records[i]);
-    if (problem.empty() && m_core->LoadInstance(records[i].record, problem)) continue;
-    m_kept.push_back({i, records[i]});
-    if (!records[i].damaged()) keptNames.push_back(records[i].name);
-    anyNameless = anyNameless || records[i].name.empty();
-    Warn("the rig " +
-         (records[i].name.empty() ? "number " + std::to_string(i + 1) : records[i].name) +
-         " can't be opened: " + problem + " (its record is kept as it is when the scene is saved)");
-  }
-  m_core->SetReservedNames(keptNames);
-  LoadRows();
-  adaptor.KeepTagsOf(keptNames);
-  // A record that does not even tell its name could own any of the tags.
-  if (!anyNameless) adaptor.GatherNodes();
-  adaptor.ClearUndoHistory();
-}
-
-void HeadlessSession::LoadRows() {
-  const std::string text = GetScene().rows();
-  if (text.empty()) return;
-  util::xml::Tag rows("");
-  if (const int error = rows.loadText(text))
-    Warn(std::string("the groups of the rigs can't be read, so the rigs stand without them: ") +
-         util::xml::errorText(error));
-  else
-    m_core->ReadRows(rows);
-}
-
-bool HeadlessSession::StoreRigs(std::string& error) {
-  std::vector<RigRecord> records;
-  for (core::Instance* instance : m_core->List(false)) {
-    RigRecord record;
-    record.kind = instance->GetTool()->GetDisplayId();
-    record.name = instance->GetInstanceName();
-    record.record = m_core->SaveInstance(*instance, error);
-    if (record.record.empty()) return false;
-    records.push_back(std::move(record));
-  }
-  for (const KeptRecord& kept : m_kept)
-    records.insert(
-        records.begin() + static_cast<std::ptrdiff_t>(std::min(kept.place, records.size())),
-        kept.record);
-  m_document->records() = std::move(records);
-  util::xml::Tag rows("");
-  m_core->WriteRows(rows);
-  GetScene().rows() = rows.children.empty() ? std::string() : rows.children.front()->toText("", "");
+  m_rigs->Load(std::exchange(m_document->records(), {}), GetScene().rows());
   return true;
 }
 
 bool HeadlessSession::Save(const std::string& path, std::string& error) {
-  return StoreRigs(error) && m_document->save(path, error);
+  return m_rigs->Store(m_document->records(), GetScene().rows(), error) &&
+         m_document->save(path, error);
 }
 
 }  // namespace orv::rws::adaptor::headless

@@ -11,6 +11,10 @@ namespace orv::rws::core {
 class CoreImplementation;
 }
 
+namespace orv::rws::adaptor {
+class SceneRigs;
+}
+
 namespace orv::rws::adaptor::headless {
 
 class HeadlessAdaptor;
@@ -43,17 +47,11 @@ class HeadlessSession {
   std::vector<std::string> TakeWarnings();
 
  private:
-  /// A record that could not be opened, and its place in the list of rigs.
-  struct KeptRecord;
-
-  void LoadRigs();
-  void LoadRows();
-  bool StoreRigs(std::string& error);
   void Warn(const std::string& text) { m_warnings.push_back(text); }
 
   std::unique_ptr<HeadlessDocument> m_document;
   std::unique_ptr<core::CoreImplementation> m_core;
-  std::vector<KeptRecord> m_kept;
+  std::unique_ptr<SceneRigs> m_rigs;
   std::vector<std::string> m_warnings;
 };
 

@@ -179,14 +179,9 @@ bool Scene::move(SceneNode& node, SceneNode* parent, std::size_t index) {
 
 bool Scene::reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index) {
   if (parent != nullptr && parent->isUnder(node)) return false;
-  const auto poseUnder = [&node, parent](double t, Trs& pose) {
-    Matrix<double> local = node.worldMatrix(t);
-    if (parent != nullptr) {
-      const Matrix<double> inverse = parent->worldMatrix(t).affineInverse();
-      if (inverse[15] == 0.0) return false;
-      local = inverse * local;
-    }
-    pose = decompose(local);
+  const auto poseAt = [&node, parent](double t, Trs& pose) {
+    if (parent != nullptr) return poseUnder(parent->worldMatrix(t), node.worldMatrix(t), pose);
+    pose = decompose(node.worldMatrix(t));
     return true;
   };
 
@@ -206,10 +201,10 @@ bool Scene::reparent(SceneNode& node, SceneNode* parent, double time, std::size_
 
   NodeAnimation after;
   std::array<std::vector<double>, 3> values;
-  bool possible = poseUnder(time, after.pose);
+  bool possible = poseAt(time, after.pose);
   for (std::size_t k = 0; possible && k < times.size(); ++k) {
     Trs pose;
-    possible = poseUnder(times[k], pose);
+    possible = poseAt(times[k], pose);
     for (std::size_t i = 0; i < 3; ++i) store(pose, static_cast<ChannelPath>(i), values[i]);
   }
   if (!possible) {

@@ -8,23 +8,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "adaptor/common/RigRecord.h"
 #include "adaptor/headless/SceneNode.h"
 
 namespace orv::rws::adaptor::headless {
 
 class GltfDocument;
-
-/// Storage record of one rig, as it stands in the file.
-struct RigRecord {
-  std::string kind;
-  std::string name;
-  std::string record;   ///< text that only the rig's instance understands
-  std::string others;   ///< further members found in the file, as a JSON object; else empty
-  std::string raw;      ///< JSON of a damaged record, written back as it is; else empty
-  std::string problem;  ///< what is wrong with a damaged record and where; else empty
-
-  bool damaged() const { return !problem.empty(); }
-};
 
 /// A tree of nodes with keys, a frame rate, a playback range and the records of the scene's rigs.
 /// It keeps the document that it was read from, so that a save passes on what it does not

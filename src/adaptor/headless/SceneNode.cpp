@@ -16,15 +16,6 @@ bool operator==(const Lens& a, const Lens& b) {
          a.nearClip == b.nearClip && a.farClip == b.farClip && a.aspectRatio == b.aspectRatio;
 }
 
-std::shared_ptr<const CMesh> shareMesh(CMesh mesh) {
-  struct Holder {
-    CMesh mesh;
-  };
-  // CMesh is not made to be deleted by itself.
-  auto holder = std::make_shared<Holder>(Holder{std::move(mesh)});
-  return {holder, &holder->mesh};
-}
-
 namespace {
 std::size_t indexOf(ChannelPath path) {
   return static_cast<std::size_t>(path);

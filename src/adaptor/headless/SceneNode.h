@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "adaptor/common/Geometry.h"
+#include "adaptor/common/Trs.h"
 #include "adaptor/headless/Channel.h"
-#include "adaptor/headless/Trs.h"
-#include "util/CMesh.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -32,18 +32,6 @@ bool operator==(const Lens& a, const Lens& b);
 inline bool operator!=(const Lens& a, const Lens& b) {
   return !(a == b);
 }
-
-/// Polyline of a curve node in the node's own space (m).
-struct Curve {
-  std::vector<util::Vector3<double>> points;
-  bool closed = false;  ///< a last line leads back to the first point
-};
-
-/// Red, green, blue in [0, 1], linear light.
-using Colour = std::array<float, 3>;
-
-/// A mesh on the heap that several may hold.
-std::shared_ptr<const util::CMesh> shareMesh(util::CMesh mesh);
 
 /// The static pose of a node and its keys: what a reparenting or a take changes, so what its undo
 /// keeps.

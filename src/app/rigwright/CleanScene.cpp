@@ -14,11 +14,11 @@ namespace orv::app {
 
 namespace {
 
+using rws::adaptor::Trs;
 using rws::adaptor::headless::Channel;
 using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::Scene;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::headless::Trs;
 using Matrix = util::Matrix<double>;
 using Quat = util::Quat<double>;
 
@@ -145,8 +145,8 @@ bool Cleaner::bakeUnder(BakedNode& baked, SceneNode* parent) const {
       if (inverse[15] == 0.0) return false;
       local = inverse * local;
     }
-    baked.poses.push_back(rws::adaptor::headless::decompose(local));
-    const Matrix held = rws::adaptor::headless::compose(baked.poses.back());
+    baked.poses.push_back(rws::adaptor::decompose(local));
+    const Matrix held = rws::adaptor::compose(baked.poses.back());
     for (int i = 0; i < 3 && parent; ++i)
       if ((held.axisRow(i) - local.axisRow(i)).length() > kSheared * local.axisRow(i).length())
         return false;

@@ -27,11 +27,11 @@ namespace {
 using Matrix = util::Matrix<double>;
 using Vector = util::Vector3<double>;
 using Json = nlohmann::ordered_json;
-using rws::adaptor::headless::compose;
-using rws::adaptor::headless::decompose;
+using rws::adaptor::compose;
+using rws::adaptor::decompose;
+using rws::adaptor::Trs;
 using rws::adaptor::headless::HeadlessNode;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::headless::Trs;
 using rws::core::Instance;
 
 constexpr const char* kKind = "4WheelerExt";

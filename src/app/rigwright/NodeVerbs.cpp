@@ -18,10 +18,10 @@ namespace orv::app {
 
 namespace {
 
+using rws::adaptor::Trs;
 using rws::adaptor::headless::Channel;
 using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::headless::Trs;
 using Vector = util::Vector3<double>;
 using Quat = util::Quat<double>;
 
@@ -107,7 +107,7 @@ void placeProperty(SceneJob& job, SceneNode& node, ChannelPath path, const Trs& 
 Trs poseOver(const SceneNode& node, const SceneNode& other, double time) {
   util::Matrix<double> local = other.worldMatrix(time);
   if (node.parent()) local = node.parent()->worldMatrix(time).affineInverse() * local;
-  return rws::adaptor::headless::decompose(local);
+  return rws::adaptor::decompose(local);
 }
 
 void runPlace(Program& program, const NodeOptions& options) {

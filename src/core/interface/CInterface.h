@@ -123,7 +123,7 @@ class CInterface : public CExtendable {
   /// Looks the name up among the instance's nodes; null if missing. The core keeps the node.
   virtual CNode* FindNode(std::string name) = 0;
   /// New camera node under `parent`, null meaning the scene root. The core keeps the node.
-  /// `fieldOfView` in degrees, `nearClip` in metres.
+  /// `fieldOfView` is the vertical one, in degrees, `nearClip` in metres.
   virtual CNode* CreateCameraNode(std::string name, CNode* parent, double fieldOfView,
                                   double nearClip) = 0;
   /// New mesh node with a copy of `mesh`. The core keeps the node.

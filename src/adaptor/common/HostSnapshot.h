@@ -1,17 +1,17 @@
-// Read and write handle on a headless node's pose.
+// Read and write handle on the pose of a node.
 #pragma once
 
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
-class HeadlessNode;
+class HostNode;
 
 /// A node at one time. Pooled by the adaptor.
-class HeadlessSnapshot final : public PooledSnapshot<CSnapshot, HeadlessSnapshot> {
+class HostSnapshot final : public PooledSnapshot<CSnapshot, HostSnapshot> {
  public:
-  HeadlessSnapshot& Bind(HeadlessNode& node, double time) {
+  HostSnapshot& Bind(HostNode& node, double time) {
     m_node = &node;
     m_time = time;
     m_inUse = true;
@@ -25,8 +25,8 @@ class HeadlessSnapshot final : public PooledSnapshot<CSnapshot, HeadlessSnapshot
   double GetTime() override { return m_time; }
 
  private:
-  HeadlessNode* m_node = nullptr;
+  HostNode* m_node = nullptr;
   double m_time = 0.0;
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -55,8 +55,8 @@ class AdaptorInterface {
   virtual void* GetMainWindow() { return nullptr; }
 
   /// 7 [required] New camera node with a transform under `parent` (null: the world), known to the
-  /// adaptor, which owns it. `fieldOfView` in degrees, `nearClip` in metres. Undoable in an open
-  /// block.
+  /// adaptor, which owns it. `fieldOfView` is the vertical one, in degrees, `nearClip` in metres.
+  /// Undoable in an open block.
   virtual core::CoreNode* CreateCameraNode(const NodeIdentity& identity, CNode* parent,
                                            double fieldOfView, double nearClip) = 0;
   /// 8 [required] The same for a mesh node with a copy of `mesh` (null: an empty mesh).

@@ -1,6 +1,8 @@
-#include "adaptor/headless/Trs.h"
+#include "adaptor/common/Trs.h"
 
-namespace orv::rws::adaptor::headless {
+#include <cmath>
+
+namespace orv::rws::adaptor {
 
 using util::Matrix;
 using util::Quat;
@@ -8,6 +10,13 @@ using util::Vector3;
 
 bool operator==(const Trs& a, const Trs& b) {
   return a.translation == b.translation && a.rotation == b.rotation && a.scale == b.scale;
+}
+
+bool isFinite(const Trs& pose) {
+  const auto& [t, r, s] = pose;
+  for (const double number : {t.x, t.y, t.z, r.x, r.y, r.z, r.w, s.x, s.y, s.z})
+    if (!std::isfinite(number)) return false;
+  return true;
 }
 
 Matrix<double> compose(const Trs& pose) {
@@ -36,4 +45,11 @@ Trs decompose(const Matrix<double>& matrix) {
   return pose;
 }
 
-}  // namespace orv::rws::adaptor::headless
+bool poseUnder(const Matrix<double>& parent, const Matrix<double>& world, Trs& pose) {
+  const Matrix<double> inverse = parent.affineInverse();
+  if (inverse[15] == 0.0) return false;
+  pose = decompose(inverse * world);
+  return true;
+}
+
+}  // namespace orv::rws::adaptor

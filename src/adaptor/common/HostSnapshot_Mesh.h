@@ -1,24 +1,27 @@
-// Geometry of a headless mesh node.
+// Geometry of a mesh node.
 #pragma once
 
 #include <memory>
 
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot_Mesh.h"
 #include "util/Matrix.h"
 
-namespace orv::rws::adaptor::headless {
-
-class HeadlessNode;
+namespace orv::util {
 class MeshRays;
+}
+
+namespace orv::rws::adaptor {
+
+class HostNode;
 
 /// A mesh as it stands in the world at one time. Rays meet it where it stood at the first of them.
 /// Pooled by the adaptor.
-class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, HeadlessSnapshot_Mesh> {
-  using Base = PooledSnapshot<CSnapshot_Mesh, HeadlessSnapshot_Mesh>;
+class HostSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, HostSnapshot_Mesh> {
+  using Base = PooledSnapshot<CSnapshot_Mesh, HostSnapshot_Mesh>;
 
  public:
-  HeadlessSnapshot_Mesh& Bind(HeadlessNode& node, double time) {
+  HostSnapshot_Mesh& Bind(HostNode& node, double time) {
     m_node = &node;
     m_time = time;
     m_placed = false;
@@ -37,13 +40,13 @@ class HeadlessSnapshot_Mesh final : public PooledSnapshot<CSnapshot_Mesh, Headle
  private:
   void Place();
 
-  HeadlessNode* m_node = nullptr;
+  HostNode* m_node = nullptr;
   double m_time = 0.0;
   // Read at the first ray, for all rays of the snapshot.
   bool m_placed = false;
   util::Matrix<double> m_world;
   util::Matrix<double> m_inverse;
-  std::shared_ptr<const MeshRays> m_rays;
+  std::shared_ptr<const util::MeshRays> m_rays;
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

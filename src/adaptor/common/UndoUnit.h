@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// A step that UndoManagement owns. The first `undo` follows the doing of the step; from there on
 /// `redo` and `undo` take turns.
@@ -29,4 +29,4 @@ struct UndoUnitDeleter {
 
 using UndoUnitPtr = std::unique_ptr<UndoUnit, UndoUnitDeleter>;
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

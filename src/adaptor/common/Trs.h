@@ -5,7 +5,7 @@
 #include "util/Quat.h"
 #include "util/Vector3.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// A node's pose relative to its parent (m; unit quaternion; factors). Scale acts first, then the
 /// rotation, then the translation.
@@ -20,6 +20,8 @@ inline bool operator!=(const Trs& a, const Trs& b) {
   return !(a == b);
 }
 
+bool isFinite(const Trs& pose);
+
 /// The pose as an affine matrix.
 util::Matrix<double> compose(const Trs& pose);
 
@@ -27,4 +29,8 @@ util::Matrix<double> compose(const Trs& pose);
 /// negative scale along X, and an axis of length zero gives scale 0 along it.
 Trs decompose(const util::Matrix<double>& matrix);
 
-}  // namespace orv::rws::adaptor::headless
+/// The own pose that a node needs to stand at `world` below a parent at `parent`, both of the
+/// world. False, with `pose` untouched, when the parent has no inverse (a scale of 0).
+bool poseUnder(const util::Matrix<double>& parent, const util::Matrix<double>& world, Trs& pose);
+
+}  // namespace orv::rws::adaptor

@@ -1,17 +1,16 @@
-// Display attributes of a headless node.
+// Display attributes of a node.
 #pragma once
 
-#include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/HostNode.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot_Helper.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// Geometry and colour of a node, both undoable in an open block. Pooled by the adaptor.
-class HeadlessSnapshot_Helper final
-    : public PooledSnapshot<CSnapshot_Helper, HeadlessSnapshot_Helper> {
+class HostSnapshot_Helper final : public PooledSnapshot<CSnapshot_Helper, HostSnapshot_Helper> {
  public:
-  HeadlessSnapshot_Helper& Bind(HeadlessNode& node) {
+  HostSnapshot_Helper& Bind(HostNode& node) {
     m_node = &node;
     m_inUse = true;
     return *this;
@@ -23,7 +22,7 @@ class HeadlessSnapshot_Helper final
   void SetLocked(bool) override {}
 
  private:
-  HeadlessNode* m_node = nullptr;
+  HostNode* m_node = nullptr;
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -9,10 +9,8 @@
 #include "util/Vector3.h"
 
 namespace orv::util {
-class CMesh;
-}
 
-namespace orv::rws::adaptor::headless {
+class CMesh;
 
 /// A bounding volume hierarchy over the triangles of one mesh, in the mesh's own space. It is built
 /// where rays go: regions that none has entered stay lists of triangles, so that the first ray
@@ -25,17 +23,17 @@ class MeshRays {
   struct Hit {
     double t = 0.0;     ///< distance from the origin in lengths of the direction
     int triangle = -1;  ///< index into the mesh's faces
-    util::Vector3<double> point;
+    Vector3<double> point;
     /// Two edges of the triangle; their cross product points along the winding's normal.
-    util::Vector3<double> edge1, edge2;
+    Vector3<double> edge1, edge2;
   };
 
   /// Holds the mesh, which nobody changes.
-  explicit MeshRays(std::shared_ptr<const util::CMesh> mesh);
+  explicit MeshRays(std::shared_ptr<const CMesh> mesh);
 
   /// Closest hit of origin + t * direction with t in [0, maxT]. The direction need not be unit.
   /// Both sides of a triangle count, and no ray passes between two triangles that share an edge.
-  bool Intersect(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
+  bool Intersect(const Vector3<double>& origin, const Vector3<double>& direction,
                  double maxT, Hit& hit) const;
 
   int GetTriangleCount() const { return static_cast<int>(m_order.size()); }
@@ -51,7 +49,7 @@ class MeshRays {
   static_assert(sizeof(Pair) == 64);
 
   struct Triangle {
-    util::Vector3<double> corner[3];
+    Vector3<double> corner[3];
     std::int32_t index;
   };
   /// Triangles that are not sorted yet, and the place in the tree that waits for them.
@@ -65,8 +63,8 @@ class MeshRays {
   /// few nodes that reach into it: its rays need not come down from the root.
   struct Place {
     static constexpr int kMostNodes = 6;
-    util::Box inner;  ///< rays within it may use the nodes
-    util::Box seen;   ///< round the latest ray that found no place
+    Box inner;  ///< rays within it may use the nodes
+    Box seen;   ///< round the latest ray that found no place
     int count = -1;   ///< of the nodes; below 0 while there is no place
     std::int32_t pair[kMostNodes], side[kMostNodes];
   };
@@ -76,11 +74,11 @@ class MeshRays {
   struct Entry;
 
   void Divide(Entry& entry) const;
-  bool IsInPlace(const util::Vector3<double>& origin, const util::Vector3<double>& way) const;
-  void FillPlace(const util::Box& box) const;
+  bool IsInPlace(const Vector3<double>& origin, const Vector3<double>& way) const;
+  void FillPlace(const Box& box) const;
   static bool HitTriangle(const Ray& ray, const Triangle& triangle, double& t);
 
-  std::shared_ptr<const util::CMesh> m_mesh;
+  std::shared_ptr<const CMesh> m_mesh;
   // Grow where rays go.
   mutable std::vector<Pair> m_pairs;  ///< the root alone in the first; empty without triangles
   mutable std::vector<Triangle> m_triangles;  ///< of the sorted leaves
@@ -89,4 +87,4 @@ class MeshRays {
   mutable std::vector<std::int32_t> m_order;  ///< usable triangles, region by region
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::util

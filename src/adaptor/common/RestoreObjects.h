@@ -1,23 +1,18 @@
-// The kinds of steps that the headless host undoes.
+// The kinds of steps that a host undoes.
 #pragma once
 
-#include <cstddef>
-#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "adaptor/headless/SceneNode.h"
-#include "adaptor/headless/UndoUnit.h"
+#include "adaptor/common/HostNode.h"
+#include "adaptor/common/UndoUnit.h"
 
 namespace orv::rws {
 class CUndo;
 }
 
-namespace orv::rws::adaptor::headless {
-
-class HeadlessAdaptor;
-class HeadlessNode;
+namespace orv::rws::adaptor {
 
 /// A step of a rig or of the core, owned.
 class CUndoWrapper final : public UndoUnit {
@@ -32,11 +27,11 @@ class CUndoWrapper final : public UndoUnit {
   CUndo* m_step;
 };
 
-/// A step that is its own inverse: each call exchanges what was saved with what stands in the
-/// scene. Serves name, tag, visibility, selection, mesh, colour, lens and the time slider.
+/// A step that is its own inverse. Serves name, tag, place, visibility, selection, mesh, colour,
+/// lens and the time slider.
 class CExchangeRestoreObj final : public UndoUnit {
  public:
-  CExchangeRestoreObj(const char* type, std::function<void()> exchange)
+  CExchangeRestoreObj(const char* type, Exchange exchange)
       : m_type(type), m_exchange(std::move(exchange)) {}
   void undo(bool) override { m_exchange(); }
   void redo() override { m_exchange(); }
@@ -44,7 +39,7 @@ class CExchangeRestoreObj final : public UndoUnit {
 
  private:
   const char* m_type;
-  std::function<void()> m_exchange;
+  Exchange m_exchange;
 };
 
 /// Poses and keys of any number of nodes, saved before they change and exchanged from then on.
@@ -52,75 +47,62 @@ class CPoseRestoreObj final : public UndoUnit {
  public:
   explicit CPoseRestoreObj(int serial) : m_serial(serial) {}
   /// Saves the node's pose and keys as they stand, unless this step has them.
-  void Keep(HeadlessNode& node);
+  void Keep(HostNode& node);
   void undo(bool) override;
   void redo() override { undo(true); }
   const char* typeName() const override { return "CPoseRestoreObj"; }
 
  private:
   int m_serial;  ///< unique in the adaptor
-  std::vector<std::pair<HeadlessNode*, NodeAnimation>> m_saved;
-};
-
-/// Place of a node in the tree, with its pose, keys and home; exchanged.
-class CParentRestoreObj final : public UndoUnit {
- public:
-  explicit CParentRestoreObj(HeadlessNode& node);
-  void undo(bool) override;
-  void redo() override { undo(true); }
-  const char* typeName() const override { return "CParentRestoreObj"; }
-
- private:
-  void Save();
-
-  HeadlessNode& m_node;
-  HeadlessNode* m_parent = nullptr;
-  std::size_t m_index = 0;
-  NodeAnimation m_animation;
-  std::optional<std::string> m_home;
+  std::vector<Exchange> m_saved;
 };
 
 /// Takes a node, with all that is below it, out of the scene and out of the adaptor's known nodes,
-/// and puts it back where it was. While the node is out it belongs to this object.
+/// and puts it back where it was. While the node is out it belongs to this object, whose end is
+/// that of the host's objects: the adaptor's nodes must learn of it.
 class NodePresence {
  public:
-  explicit NodePresence(HeadlessNode& node) : m_node(node) {}
-  ~NodePresence();
+  explicit NodePresence(HostNode& node) : m_node(node) {}
+  virtual ~NodePresence() = default;
   NodePresence(const NodePresence&) = delete;
   NodePresence& operator=(const NodePresence&) = delete;
   void TakeOut();
   void PutBack();
 
- private:
-  HeadlessNode& m_node;
-  std::unique_ptr<SceneNode> m_detached;
-  HeadlessNode* m_parent = nullptr;
-  std::size_t m_index = 0;  ///< among its siblings
+ protected:
+  /// Asked of a node that stands in the scene.
+  virtual void Detach() = 0;
+  /// Does nothing for a node that was not detached by this object.
+  virtual void Attach() = 0;
+
+  HostNode& m_node;
 };
 
 /// A node was made.
 class CCreateNodeRestoreObj final : public UndoUnit {
  public:
-  explicit CCreateNodeRestoreObj(HeadlessNode& node) : m_presence(node) {}
-  void undo(bool) override { m_presence.TakeOut(); }
-  void redo() override { m_presence.PutBack(); }
+  explicit CCreateNodeRestoreObj(std::unique_ptr<NodePresence> presence)
+      : m_presence(std::move(presence)) {}
+  void undo(bool) override { m_presence->TakeOut(); }
+  void redo() override { m_presence->PutBack(); }
   const char* typeName() const override { return "CCreateNodeRestoreObj"; }
 
  private:
-  NodePresence m_presence;
+  std::unique_ptr<NodePresence> m_presence;
 };
 
 /// A node is deleted: `redo` does it, the first time too.
 class CNodeDeleteRestore final : public UndoUnit {
  public:
-  explicit CNodeDeleteRestore(HeadlessNode& node) : m_node(node), m_presence(node) {}
+  CNodeDeleteRestore(HostNode& node, std::unique_ptr<NodePresence> presence)
+      : m_node(node), m_presence(std::move(presence)) {}
   void undo(bool) override;
   void redo() override;
   const char* typeName() const override { return "CNodeDeleteRestore"; }
 
  private:
-  HeadlessNode& m_node;
-  NodePresence m_presence;
+  HostNode& m_node;
+  std::unique_ptr<NodePresence> m_presence;
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

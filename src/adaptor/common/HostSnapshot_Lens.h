@@ -1,16 +1,16 @@
-// Lens of a headless camera node.
+// Lens of a camera node.
 #pragma once
 
-#include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/HostNode.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot_Lens.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// Lens at one time; the field of view is the vertical one. Pooled by the adaptor.
-class HeadlessSnapshot_Lens final : public PooledSnapshot<CSnapshot_Lens, HeadlessSnapshot_Lens> {
+class HostSnapshot_Lens final : public PooledSnapshot<CSnapshot_Lens, HostSnapshot_Lens> {
  public:
-  HeadlessSnapshot_Lens& Bind(HeadlessNode& node, double time) {
+  HostSnapshot_Lens& Bind(HostNode& node, double time) {
     m_node = &node;
     m_time = time;
     m_inUse = true;
@@ -33,8 +33,8 @@ class HeadlessSnapshot_Lens final : public PooledSnapshot<CSnapshot_Lens, Headle
   }
 
  private:
-  HeadlessNode* m_node = nullptr;
+  HostNode* m_node = nullptr;
   double m_time = 0.0;
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

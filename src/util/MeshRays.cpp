@@ -1,4 +1,4 @@
-#include "adaptor/headless/MeshRays.h"
+#include "util/MeshRays.h"
 
 #include <algorithm>
 #include <array>
@@ -8,10 +8,9 @@
 
 #include "util/CMesh.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::util {
 
-using util::Box;
-using Vec = util::Vector3<double>;
+using Vec = Vector3<double>;
 
 namespace {
 
@@ -302,12 +301,12 @@ class MeshRays::Builder {
   }
 
   const MeshRays& m_rays;
-  const util::CMesh& m_mesh;
+  const CMesh& m_mesh;
   std::vector<Item> m_items;
   bool m_isGrid = false;  ///< the items are cells
 };
 
-MeshRays::MeshRays(std::shared_ptr<const util::CMesh> mesh) : m_mesh(std::move(mesh)) {
+MeshRays::MeshRays(std::shared_ptr<const CMesh> mesh) : m_mesh(std::move(mesh)) {
   const std::size_t count = m_mesh->faces.size() / 3;
   m_order.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
@@ -532,4 +531,4 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
   return true;
 }
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::util

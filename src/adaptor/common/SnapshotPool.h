@@ -7,7 +7,7 @@
 
 #include "core/interface/CExtendable.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// Objects that are handed out and taken back; new ones are made only while none is free.
 template <class T>
@@ -54,4 +54,4 @@ class PooledSnapshot : public Interface {
   SnapshotPool<Self>* m_pool = nullptr;
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -1,25 +1,21 @@
-// A headless curve at one time.
+// A curve at one time.
 #pragma once
 
 #include <memory>
 #include <vector>
 
-#include "adaptor/headless/SnapshotPool.h"
+#include "adaptor/common/Geometry.h"
+#include "adaptor/common/SnapshotPool.h"
 #include "core/interface/CSnapshot_Shape.h"
 #include "util/Matrix.h"
 
-namespace orv::rws::adaptor::headless {
-
-class HeadlessNode;
-struct Curve;
+namespace orv::rws::adaptor {
 
 /// A polyline as it stands in the world at one time, with its arc length summed up. Pooled by the
 /// adaptor; an object that is bound again to the same curve in the same place keeps its sums.
-class HeadlessSnapshot_Shape final
-    : public PooledSnapshot<CSnapshot_Shape, HeadlessSnapshot_Shape> {
+class HostSnapshot_Shape final : public PooledSnapshot<CSnapshot_Shape, HostSnapshot_Shape> {
  public:
-  /// The node must hold a curve.
-  HeadlessSnapshot_Shape& Bind(HeadlessNode& node, double time);
+  HostSnapshot_Shape& Bind(std::shared_ptr<const Curve> curve, const util::Matrix<double>& world);
 
   int GetCount() override { return 1; }
   int GetDegree() override { return 1; }
@@ -40,4 +36,4 @@ class HeadlessSnapshot_Shape final
   std::vector<double> m_lengths;                ///< arc length up to each point (m)
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -1,8 +1,8 @@
-#include "adaptor/headless/UndoManagement.h"
+#include "adaptor/common/UndoManagement.h"
 
 #include <utility>
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 UndoManagement::~UndoManagement() {
   clearHistory();
@@ -37,12 +37,13 @@ void UndoManagement::discardTail() {
   }
 }
 
-void UndoManagement::commit(const std::string& name) {
-  if (!open || busy) return;
+int UndoManagement::commit(const std::string& name) {
+  if (!open || busy) return -1;
   open = false;
-  if (blockEmpty) return;
+  if (blockEmpty) return -1;
   lastCommandId = currentId;
   for (int i = position; i > 0 && units[i - 1]->id == currentId; --i) units[i - 1]->name = name;
+  return currentId;
 }
 
 void UndoManagement::cancel() {
@@ -92,6 +93,10 @@ void UndoManagement::clearHistory() {
   blockEmpty = true;
 }
 
+int UndoManagement::redoId() const {
+  return position < static_cast<int>(units.size()) ? units[position]->id : -1;
+}
+
 UndoUnit* UndoManagement::lastInBlock() const {
   return open && !blockEmpty && position > 0 ? units[position - 1].get() : nullptr;
 }
@@ -110,4 +115,4 @@ std::string UndoManagement::redoName() const {
   return position < static_cast<int>(units.size()) ? units[position]->name : std::string();
 }
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

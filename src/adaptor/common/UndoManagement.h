@@ -1,18 +1,18 @@
-// The undo list of the headless host.
+// The undo list of a host.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "adaptor/headless/UndoUnit.h"
+#include "adaptor/common/UndoUnit.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 /// All steps in the order of execution, in numbered blocks; a block is one entry of the host's undo
 /// queue. Blocks do not nest here: the adaptor passes on its outermost alone. Main thread only.
 class UndoManagement {
  public:
-  using UndoUnit = headless::UndoUnit;
+  using UndoUnit = adaptor::UndoUnit;
 
   ~UndoManagement();
 
@@ -21,8 +21,8 @@ class UndoManagement {
   /// Takes the unit. False, with the unit destroyed, while no block is open or steps run. The
   /// first unit of new work cuts what stands undone off.
   bool push(UndoUnitPtr unit);
-  /// Closes the block under `name`; an empty one leaves nothing behind.
-  void commit(const std::string& name);
+  /// Closes the block under `name` and returns its id; an empty one leaves nothing behind, and -1.
+  int commit(const std::string& name);
   /// Closes the block and takes its steps back for good.
   void cancel();
   /// Undoes the latest block in force; false when there is none, or one is open.
@@ -33,6 +33,9 @@ class UndoManagement {
   void clearHistory();
 
   bool isOpen() const { return open; }
+  /// Id of the block that stepBack would undo, or stepForward redo; -1 when there is none.
+  int undoId() const { return position > 0 ? units[position - 1]->id : -1; }
+  int redoId() const;
   /// The latest unit of the open block, or null.
   UndoUnit* lastInBlock() const;
   /// Names of the blocks in force, oldest first.
@@ -54,4 +57,4 @@ class UndoManagement {
   bool busy = false;  ///< steps run or the tail is being cut; pushes are refused
 };
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

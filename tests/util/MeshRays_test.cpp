@@ -1,20 +1,20 @@
-#include "adaptor/headless/MeshRays.h"
+#include "util/MeshRays.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <random>
 
-#include "adaptor/headless/SceneNode.h"
 #include "util/CMesh.h"
 
 namespace orv::tests {
 namespace {
 
-using rws::adaptor::headless::MeshRays;
 using util::CMesh;
+using util::MeshRays;
 using Vec = util::Vector3<double>;
 
 /// Distance of the plane's hit when it lies inside all three edges; an independent formula.
@@ -56,7 +56,7 @@ CMesh Hills(int n) {
 }
 
 MeshRays RaysOver(CMesh mesh) {
-  return MeshRays(rws::adaptor::headless::shareMesh(std::move(mesh)));
+  return MeshRays(std::make_shared<const CMesh>(std::move(mesh)));
 }
 
 TEST(MeshRays, AgreesWithEveryTriangleTriedInTurn) {

@@ -1,26 +1,23 @@
-#include "adaptor/headless/HeadlessSnapshot_Shape.h"
+#include "adaptor/common/HostSnapshot_Shape.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
-#include "adaptor/headless/HeadlessNode.h"
-
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 using util::Matrix;
 using util::Vector3;
 
-HeadlessSnapshot_Shape& HeadlessSnapshot_Shape::Bind(HeadlessNode& node, double time) {
+HostSnapshot_Shape& HostSnapshot_Shape::Bind(std::shared_ptr<const Curve> curve,
+                                             const Matrix<double>& world) {
   m_inUse = true;
-  std::shared_ptr<const Curve> curve = node.GetSceneNode()->sharedCurve();
-  const Matrix<double> world = node.GetWorldPose(time);
   // A curve never changes; a node that gets another one gets another object.
   if (m_curve != curve || m_world != world) Fill(std::move(curve), world);
   return *this;
 }
 
-void HeadlessSnapshot_Shape::Fill(std::shared_ptr<const Curve> curve, const Matrix<double>& world) {
+void HostSnapshot_Shape::Fill(std::shared_ptr<const Curve> curve, const Matrix<double>& world) {
   m_curve = std::move(curve);
   m_world = world;
   m_points.clear();
@@ -36,13 +33,13 @@ void HeadlessSnapshot_Shape::Fill(std::shared_ptr<const Curve> curve, const Matr
 }
 
 /// Index of the line's first point; the last line for the whole length.
-std::size_t HeadlessSnapshot_Shape::SegmentAt(double length) const {
+std::size_t HostSnapshot_Shape::SegmentAt(double length) const {
   const auto next = std::upper_bound(m_lengths.begin(), m_lengths.end(), length);
   const auto index = static_cast<std::size_t>(next - m_lengths.begin());
   return std::min(std::max<std::size_t>(index, 1), m_lengths.size() - 1) - 1;
 }
 
-Vector3<double> HeadlessSnapshot_Shape::GetPoint(double fraction) {
+Vector3<double> HostSnapshot_Shape::GetPoint(double fraction) {
   if (m_points.empty()) return {};
   if (m_points.size() == 1 || !(fraction > 0.0)) return m_points.front();
   if (fraction >= 1.0) return m_points.back();
@@ -52,13 +49,13 @@ Vector3<double> HeadlessSnapshot_Shape::GetPoint(double fraction) {
   return m_points[i] + (m_points[i + 1] - m_points[i]) * u;
 }
 
-Vector3<double> HeadlessSnapshot_Shape::GetTangent(double fraction) {
+Vector3<double> HostSnapshot_Shape::GetTangent(double fraction) {
   if (m_points.size() < 2) return Vector3<double>().normalized();
   const std::size_t i = SegmentAt(std::clamp(fraction, 0.0, 1.0) * GetLength());
   return (m_points[i + 1] - m_points[i]).normalized();
 }
 
-double HeadlessSnapshot_Shape::GetClosest(const Vector3<double>& point) {
+double HostSnapshot_Shape::GetClosest(const Vector3<double>& point) {
   double closest = 0.0;
   double least = std::numeric_limits<double>::infinity();
   for (std::size_t i = 0; i + 1 < m_points.size(); ++i) {
@@ -73,4 +70,4 @@ double HeadlessSnapshot_Shape::GetClosest(const Vector3<double>& point) {
   return closest;
 }
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

@@ -1,40 +1,38 @@
-#include "adaptor/headless/HeadlessSnapshot_Mesh.h"
+#include "adaptor/common/HostSnapshot_Mesh.h"
 
-#include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/MeshRays.h"
+#include "adaptor/common/HostNode.h"
+#include "util/MeshRays.h"
 
-namespace orv::rws::adaptor::headless {
+namespace orv::rws::adaptor {
 
 using util::Vector3;
 
-util::CMesh HeadlessSnapshot_Mesh::GetMesh() {
-  const util::CMesh* const mesh = m_node->IsValid() ? m_node->GetSceneNode()->mesh() : nullptr;
+util::CMesh HostSnapshot_Mesh::GetMesh() {
+  const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh();
   return mesh ? *mesh : util::CMesh();
 }
 
-std::intptr_t HeadlessSnapshot_Mesh::Extension(int code, void* a, void* b) {
+std::intptr_t HostSnapshot_Mesh::Extension(int code, void* a, void* b) {
   if (code != kMeshExtent || !a) return Base::Extension(code, a, b);
-  if (m_node->IsValid())
-    if (const util::CMesh* const mesh = m_node->GetSceneNode()->mesh())
-      static_cast<MeshExtent*>(a)->Add(*mesh);
+  if (const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh())
+    static_cast<MeshExtent*>(a)->Add(*mesh);
   return 1;
 }
 
-void HeadlessSnapshot_Mesh::GetExtensions(std::vector<int>& out) {
+void HostSnapshot_Mesh::GetExtensions(std::vector<int>& out) {
   Base::GetExtensions(out);
   out.push_back(kMeshExtent);
 }
 
-void HeadlessSnapshot_Mesh::Place() {
+void HostSnapshot_Mesh::Place() {
   m_world = m_node->GetWorldPose(m_time);
   m_inverse = m_world.affineInverse();
   m_rays = m_node->GetRays();
   m_placed = true;
 }
 
-bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
-                                      const Vector3<double>& direction, double maxDistance,
-                                      RayHit& hit) {
+bool HostSnapshot_Mesh::Intersect(const Vector3<double>& origin, const Vector3<double>& direction,
+                                  double maxDistance, RayHit& hit) {
   const double length = direction.length();
   if (!(length > 0.0)) return false;
   if (!m_placed) Place();
@@ -43,7 +41,7 @@ bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
   // An affine map keeps the ratio along a line, so a distance along the unit direction stays what
   // it is in the node's space.
   const Vector3<double> unit = direction / length;
-  MeshRays::Hit found;
+  util::MeshRays::Hit found;
   if (!m_rays->Intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
                          maxDistance, found))
     return false;
@@ -55,4 +53,4 @@ bool HeadlessSnapshot_Mesh::Intersect(const Vector3<double>& origin,
   return true;
 }
 
-}  // namespace orv::rws::adaptor::headless
+}  // namespace orv::rws::adaptor

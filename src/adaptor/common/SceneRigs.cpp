@@ -1,0 +1,94 @@
+#include "adaptor/common/SceneRigs.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "adaptor/common/HostAdaptor.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/Tool.h"
+#include "util/xml/Tag.h"
+
+namespace orv::rws::adaptor {
+
+namespace {
+
+/// The file names a rig beside its record; where the two differ neither can be trusted.
+std::string CompareHeads(const RigRecord& record) {
+  util::xml::Tag tag("");
+  if (tag.loadText(record.record) != 0) return {};  // told by whoever reads the record
+  if (tag.attribute("type") != record.kind)
+    return "its kind is \"" + record.kind + "\", but \"" + tag.attribute("type") +
+           "\" in its record";
+  if (tag.attribute("name") != record.name)
+    return "its record is that of \"" + tag.attribute("name") + "\"";
+  return {};
+}
+
+}  // namespace
+
+void SceneRigs::Clear() {
+  m_kept.clear();
+  m_core.SetReservedNames({});
+}
+
+void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& rows) {
+  // What opening a file does to the scene is no step of the user's.
+  m_kept.clear();
+  std::vector<std::string> keptNames;
+  for (const RigRecord& record : records) {
+    if (record.damaged()) keptNames.push_back(record.name);
+  }
+  m_core.SetReservedNames(keptNames);
+  bool anyNameless = false;
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    std::string problem = records[i].problem;
+    if (problem.empty()) problem = CompareHeads(records[i]);
+    if (problem.empty() && m_core.LoadInstance(records[i].record, problem)) continue;
+    m_kept.push_back({i, records[i]});
+    if (!records[i].damaged()) keptNames.push_back(records[i].name);
+    anyNameless = anyNameless || records[i].name.empty();
+    m_warn("the rig " +
+           (records[i].name.empty() ? "number " + std::to_string(i + 1) : records[i].name) +
+           " can't be opened: " + problem +
+           " (its record is kept as it is when the scene is saved)");
+  }
+  m_core.SetReservedNames(keptNames);
+  LoadRows(rows);
+  m_adaptor.KeepTagsOf(keptNames);
+  // A record that does not even tell its name could own any of the tags.
+  if (!anyNameless) m_adaptor.GatherNodes();
+  m_adaptor.ClearUndoHistory();
+}
+
+void SceneRigs::LoadRows(const std::string& text) {
+  if (text.empty()) return;
+  util::xml::Tag rows("");
+  if (const int error = rows.loadText(text))
+    m_warn(std::string("the groups of the rigs can't be read, so the rigs stand without them: ") +
+           util::xml::errorText(error));
+  else
+    m_core.ReadRows(rows);
+}
+
+bool SceneRigs::Store(std::vector<RigRecord>& records, std::string& rows, std::string& error) {
+  std::vector<RigRecord> stored;
+  for (core::Instance* instance : m_core.List(false)) {
+    RigRecord record;
+    record.kind = instance->GetTool()->GetDisplayId();
+    record.name = instance->GetInstanceName();
+    record.record = m_core.SaveInstance(*instance, error);
+    if (record.record.empty()) return false;
+    stored.push_back(std::move(record));
+  }
+  for (const KeptRecord& kept : m_kept)
+    stored.insert(stored.begin() + static_cast<std::ptrdiff_t>(std::min(kept.place, stored.size())),
+                  kept.record);
+  records = std::move(stored);
+  util::xml::Tag tag("");
+  m_core.WriteRows(tag);
+  rows = tag.children.empty() ? std::string() : tag.children.front()->toText("", "");
+  return true;
+}
+
+}  // namespace orv::rws::adaptor

@@ -1,0 +1,230 @@
+#include "adaptor/common/Space.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <random>
+
+#include "adaptor/common/Euler.h"
+#include "adaptor/common/HostChannels.h"
+
+namespace orv::tests {
+namespace {
+
+using namespace rws::adaptor;
+using Vec = util::Vector3<double>;
+using Quat = util::Quat<double>;
+using Matrix = util::Matrix<double>;
+
+constexpr int kPoses = 200000;
+constexpr double kDegrees = 180.0 / M_PI;
+constexpr const char* kOrders[] = {"XYZ", "YZX", "ZXY", "XZY", "YXZ", "ZYX"};
+const Space kCentimetresZ{UpAxis::kZ, 100.0};
+
+std::mt19937_64& random() {
+  static std::mt19937_64 engine(20190112);
+  return engine;
+}
+
+double uniform(double from, double to) {
+  return std::uniform_real_distribution<double>(from, to)(random());
+}
+
+Vec vec(double size) {
+  return {uniform(-size, size), uniform(-size, size), uniform(-size, size)};
+}
+
+Quat turn() {
+  std::normal_distribution<double> normal;
+  return Quat(normal(random()), normal(random()), normal(random()), normal(random())).normalized();
+}
+
+/// Uneven scale, every second time mirrored along some axis.
+Vec unevenScale() {
+  Vec scale(uniform(0.1, 3.0), uniform(0.1, 3.0), uniform(0.1, 3.0));
+  const int mirrored = static_cast<int>(uniform(0.0, 6.0));
+  if (mirrored < 3) scale[mirrored] = -scale[mirrored];
+  return scale;
+}
+
+Matrix shift(const Vec& by) {
+  Matrix m;
+  m.setTranslation(by);
+  return m;
+}
+
+Matrix scaling(const Vec& by) {
+  Matrix m;
+  m[0] = by.x, m[5] = by.y, m[10] = by.z;
+  return m;
+}
+
+/// By whole matrices, as all that is expected here.
+Matrix matrixOf(const Trs& p) {
+  return shift(p.translation) * p.rotation.toMatrix() * scaling(p.scale);
+}
+
+Matrix aboutAxes(const Vec& angles, const char* order) {
+  Matrix m;
+  for (int i = 0; i < 3; ++i) {
+    const int axis = order[i] - 'X';
+    m = Matrix::rotationAxisAngle(angles[axis] * kDegrees, axis == 0, axis == 1, axis == 2) * m;
+  }
+  return m;
+}
+
+double apart(const Matrix& a, const Matrix& b) {
+  double most = 0.0;
+  for (int i = 0; i < 16; ++i) most = std::max(most, std::abs(a[i] - b[i]));
+  return most;
+}
+
+template <class T>
+bool sameBits(const T& a, const T& b) {
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+// --- Euler ---
+
+TEST(Space, AnglesOfEveryOrderGiveTheirRotationBackNearTheFrameBefore) {
+  for (int i = 0; i < kPoses; ++i) {
+    const int o = i % kRotationOrders;
+    const auto order = static_cast<RotationOrder>(o);
+    Vec told = vec(7.0);
+    // Every fourth one in gimbal lock or close to it.
+    const int round = i / kRotationOrders, middle = kOrders[o][1] - 'X';
+    if (round % 4 == 0) {
+      told[middle] = (round % 8 ? 0.5 : -1.5) * M_PI;
+      if (round % 3 != 0) told[middle] += std::pow(10.0, uniform(-17, -3));
+    }
+    const Matrix expected = aboutAxes(told, kOrders[o]);
+    const Quat q = fromEuler(told, order);
+    ASSERT_LT(apart(q.toMatrix(), expected), 1e-13);
+    const Vec previous = vec(20.0), plain = toEuler(q, order);
+    const Vec near = toEulerNear(q, order, previous);
+    ASSERT_LT(apart(aboutAxes(plain, kOrders[o]), expected), 3e-12) << o;
+    ASSERT_LT(apart(aboutAxes(near, kOrders[o]), expected), 3e-12) << o;
+    // Nothing is nearer: neither whole turns of the solution given nor of the other one.
+    Vec other = near + Vec(M_PI, M_PI, M_PI);
+    other[middle] = M_PI - near[middle];
+    double distance = 0.0, ofOther = 0.0;
+    for (int k = 0; k < 3; ++k) {
+      distance += std::pow(near[k] - previous[k], 2);
+      ofOther += std::pow(std::remainder(other[k] - previous[k], 2.0 * M_PI), 2);
+      ASSERT_LE(std::abs(near[k] - previous[k]), M_PI + 1e-12);
+    }
+    ASSERT_LE(distance, ofOther + 1e-9);
+  }
+}
+
+TEST(Space, SmoothCurvesOfAnglesComeBackAsTheyWere) {
+  for (int o = 0; o < kRotationOrders; ++o) {
+    Vec previous;
+    for (int frame = 0; frame < 2000; ++frame) {
+      // Outer angles over several turns, the middle one round and back, through lock after lock.
+      const double t = frame * 0.01;
+      const Vec drawn(3.0 * t, 9.0 * std::sin(0.5 * t), -2.0 * t + std::sin(t));
+      Vec told;
+      for (int k = 0; k < 3; ++k) told[kOrders[o][k] - 'X'] = drawn[k];
+      const auto order = static_cast<RotationOrder>(o);
+      previous = toEulerNear(fromEuler(told, order), order, previous);
+      ASSERT_LT((previous - told).length(), 1e-9) << kOrders[o] << " at frame " << frame;
+    }
+    const Vec none;
+    EXPECT_TRUE(sameBits(none, toEuler(Quat(), static_cast<RotationOrder>(o))));
+  }
+}
+
+TEST(Space, ChannelsRoundPivotsShowThePose) {
+  for (int i = 0; i < kPoses; ++i) {
+    const int o = i % kRotationOrders;
+    ChannelFrame frame;
+    frame.order = static_cast<RotationOrder>(o);
+    const Trs pose{vec(1e3), turn(), unevenScale()};
+    const Vec previous = vec(10.0);
+    const HostChannels bare = channelsOf(pose, frame, previous);
+    ASSERT_TRUE(sameBits(bare.translation, pose.translation) && sameBits(bare.scale, pose.scale));
+    frame = {frame.order, vec(10.0), vec(10.0), vec(10.0), vec(10.0), turn(), turn()};
+    const HostChannels c = channelsOf(pose, frame, previous);
+    const Matrix scaled = shift(frame.scaleShift) * shift(frame.scalePivot) * scaling(c.scale) *
+                          shift(-frame.scalePivot);
+    const Matrix turned = shift(frame.rotateShift) * shift(frame.rotatePivot) *
+                          frame.orient.toMatrix() * aboutAxes(c.angles, kOrders[o]) *
+                          frame.rotateAxis.toMatrix() * shift(-frame.rotatePivot);
+    const Matrix shown = shift(c.translation) * turned * scaled;
+    ASSERT_LT(apart(shown, matrixOf(pose)), 1e-11);
+    ASSERT_LT(apart(shown, rws::adaptor::matrixOf(c, frame)), 1e-11);
+  }
+}
+
+// --- space ---
+
+TEST(Space, AHostOfYUpAndMetresGetsEveryBitAsItIs) {
+  const Space same;
+  for (int i = 0; i < kPoses; ++i) {
+    Trs pose{vec(1e3), turn(), unevenScale()};
+    if (i % 5 == 0) pose.translation[i % 3] = i % 2 ? -0.0 : 4e-320;
+    if (i % 7 == 0) pose.rotation = {-0.0, 0.0, -0.0, 1.0};
+    const Matrix world = matrixOf(pose);
+    ASSERT_TRUE(
+        sameBits(pose, same.topLevelToHost(pose)) && sameBits(pose, same.topLevelToRig(pose)) &&
+        sameBits(world, same.worldToHost(world)) && sameBits(world, same.worldToRig(world)) &&
+        sameBits(pose.rotation, same.turnToRig(same.turnToHost(pose.rotation))) &&
+        sameBits(pose.scale, same.directionToRig(same.directionToHost(pose.scale))));
+  }
+}
+
+TEST(Space, AxesAndUnitsOfAnotherHost) {
+  const Vec p(1.0, 2.0, 3.0);
+  EXPECT_EQ(Vec(100.0, -300.0, 200.0), kCentimetresZ.pointToHost(p));
+  EXPECT_EQ(Vec(1.0, -3.0, 2.0), kCentimetresZ.directionToHost(p));
+  EXPECT_EQ(Vec(100.0, 200.0, 300.0), (Space{UpAxis::kY, 100.0}.pointToHost(p)));
+  Matrix expected;
+  expected[0] = expected[6] = 100.0;
+  expected[9] = -100.0;
+  expected[5] = expected[10] = 0.0;
+  EXPECT_EQ(expected, kCentimetresZ.worldToHost(Matrix()));
+  // A node that stands as its parent is turned up by a quarter; a turn about the rigs' up axis is
+  // one about the host's.
+  const Quat up = kCentimetresZ.orientationToHost(Quat());
+  EXPECT_LT((up.rotate({0, 1, 0}) - Vec(0, 0, 1)).length(), 1e-15);
+  EXPECT_EQ(Quat(0, 0, 0.6, 0.8), kCentimetresZ.turnToHost({0, 0.6, 0, 0.8}));
+}
+
+TEST(Space, PosesOfAnotherHostAndBack) {
+  // A metre as power of two of the unit, with which nothing rounds, and centimetres, feet.
+  const Space spaces[] = {{UpAxis::kZ, 1.0},   {UpAxis::kZ, 0.25},  {UpAxis::kY, 1024.0},
+                          {UpAxis::kY, 100.0}, {UpAxis::kZ, 100.0}, {UpAxis::kZ, 1 / 0.3048}};
+  for (int i = 0; i < kPoses; ++i) {
+    const Space& space = spaces[i % 6];
+    const bool exact = i % 6 < 3;
+    const Trs parent{vec(1e3), turn(), unevenScale()}, child{vec(10.0), turn(), unevenScale()};
+    const Matrix world = matrixOf(parent), there = space.worldToHost(world);
+    const Matrix local = matrixOf(child);
+
+    const Trs top = space.topLevelToHost(parent), back = space.topLevelToRig(top);
+    ASSERT_LT(apart(matrixOf(top), there), 1e-9 * space.metre);
+    ASSERT_LT((back.translation - parent.translation).length(), exact ? 1e-300 : 1e-12);
+    ASSERT_LT((back.scale - parent.scale).length(), exact ? 1e-300 : 1e-15);
+    ASSERT_LT(apart(back.rotation.toMatrix(), parent.rotation.toMatrix()), 1e-14);
+    ASSERT_LT(apart(space.worldToRig(there), world), exact ? 1e-300 : 1e-12);
+    ASSERT_TRUE(sameBits(child.rotation, space.turnToRig(space.turnToHost(child.rotation))));
+    ASSERT_TRUE(sameBits(child.scale, space.directionToRig(space.directionToHost(child.scale))));
+
+    // Below the top level nothing is converted: the child's own matrix hangs on either parent.
+    const Matrix hung = there * local, converted = space.worldToHost(world * local);
+    ASSERT_LT(apart(hung, converted), exact ? 1e-300 : 1e-9 * space.metre);
+    const Vec p = vec(10.0), q = space.pointToRig(hung.transformPoint(p));
+    ASSERT_LT((q - (world * local).transformPoint(p)).length(), 1e-9);
+
+    // A turn of the world, done on either side.
+    const Quat by = turn();
+    ASSERT_LT(apart(space.orientationToHost(parent.rotation * by).toMatrix(),
+                    (top.rotation * space.turnToHost(by)).toMatrix()),
+              1e-14);
+  }
+}
+
+}  // namespace
+}  // namespace orv::tests
