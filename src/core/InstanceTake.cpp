@@ -11,6 +11,7 @@
 #include "core/interface/CCamera.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
+#include "util/Simd.h"
 
 namespace orv::rws::core {
 
@@ -24,7 +25,7 @@ constexpr std::size_t kPrefetchedNodeSize = 192;
 void PrefetchLines(const void* object, std::size_t size) {
   constexpr std::size_t kLine = 64;
   for (std::size_t at = 0; at < size; at += kLine)
-    __builtin_prefetch(static_cast<const char*>(object) + at);
+    util::prefetch(static_cast<const char*>(object) + at);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "util/CMesh.h"
+#include "util/Simd.h"
 
 namespace orv::util {
 
@@ -49,8 +50,8 @@ float RoundUp(double value) {
   return f < value ? std::nextafterf(f, std::numeric_limits<float>::infinity()) : f;
 }
 
-/// Two numbers that are computed with at once, one for each child of a node.
-using Lanes = double __attribute__((vector_size(16)));
+/// One number for each child of a node.
+using Lanes = DoublePair;
 
 Lanes Widen(const float (&pair)[2]) {
   return Lanes{pair[0], pair[1]};
@@ -367,8 +368,8 @@ struct MeshRays::Ray {
     for (int i = 0; i < 3; ++i) {
       const Lanes a = (Widen(pair.bound[negative[i]][i]) - origin[i]) * inverse[i];
       const Lanes b = (Widen(pair.bound[1 - negative[i]][i]) - origin[i]) * inverse[i] * kSlabSlack;
-      enter = a > enter ? a : enter;
-      leave = b < leave ? b : leave;
+      enter = larger(a, enter);
+      leave = smaller(b, leave);
     }
   }
 };

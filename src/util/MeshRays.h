@@ -18,6 +18,16 @@ class CMesh;
 /// Triangles without area, with an index outside the mesh or a vertex that is not finite never
 /// count. Results do not depend on the shape of the tree: of several triangles hit at one distance
 /// (a ray through an edge) the one with the lowest index wins.
+///
+/// After published methods: the surface area heuristic (MacDonald and Booth, "Heuristics for ray
+/// tracing using space subdivision", 1990) over binned centroids (Wald, "On fast construction of
+/// SAH-based bounding volume hierarchies", 2007); the test of a box by its slabs (Kay and Kajiya,
+/// "Ray tracing complex scenes", 1986), widened by its rounding (Ize, "Robust BVH ray traversal",
+/// 2013); and the test of a triangle of Woop, Benthin and Wald, "Watertight ray/triangle
+/// intersection", 2013, all of it in double precision, where a ray exactly through an edge hits
+/// both triangles. Watertight as theirs is: the bounds in single precision are rounded outwards,
+/// and two triangles test a shared edge by the same products. The grid above large meshes, growth
+/// where rays go and the places of short rays are our own.
 class MeshRays {
  public:
   struct Hit {
@@ -33,8 +43,8 @@ class MeshRays {
 
   /// Closest hit of origin + t * direction with t in [0, maxT]. The direction need not be unit.
   /// Both sides of a triangle count, and no ray passes between two triangles that share an edge.
-  bool Intersect(const Vector3<double>& origin, const Vector3<double>& direction,
-                 double maxT, Hit& hit) const;
+  bool Intersect(const Vector3<double>& origin, const Vector3<double>& direction, double maxT,
+                 Hit& hit) const;
 
   int GetTriangleCount() const { return static_cast<int>(m_order.size()); }
 
@@ -63,9 +73,9 @@ class MeshRays {
   /// few nodes that reach into it: its rays need not come down from the root.
   struct Place {
     static constexpr int kMostNodes = 6;
-    Box inner;  ///< rays within it may use the nodes
-    Box seen;   ///< round the latest ray that found no place
-    int count = -1;   ///< of the nodes; below 0 while there is no place
+    Box inner;       ///< rays within it may use the nodes
+    Box seen;        ///< round the latest ray that found no place
+    int count = -1;  ///< of the nodes; below 0 while there is no place
     std::int32_t pair[kMostNodes], side[kMostNodes];
   };
 

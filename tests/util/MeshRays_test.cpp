@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -66,6 +68,7 @@ TEST(MeshRays, AgreesWithEveryTriangleTriedInTurn) {
     return Vec{unit(random), unit(random), unit(random)} * size;
   };
   int hits = 0;
+  std::uint64_t hash = 0;
   for (const int triangles : {1, 3, 40, 700, 4000}) {
     CMesh soup;
     for (int i = 0; i < triangles; ++i) {
@@ -90,12 +93,16 @@ TEST(MeshRays, AgreesWithEveryTriangleTriedInTurn) {
       if (!expected) continue;
       ++hits;
       ASSERT_NEAR(hit.t, *expected, 1e-9 * std::max(1.0, *expected));
+      std::uint64_t bits;
+      std::memcpy(&bits, &hit.t, sizeof bits);
+      hash = (hash ^ bits ^ static_cast<std::uint64_t>(hit.triangle)) * 1099511628211u;
       const Vec& a = soup.vertices[soup.faces[3 * hit.triangle]];
       const Vec normal = hit.edge1.cross(hit.edge2).normalized();
       EXPECT_NEAR(normal.dot(origin + direction * hit.t - a), 0.0, 1e-7);
     }
   }
   EXPECT_GT(hits, 1000);
+  EXPECT_EQ(hash, 9076270509425987295u) << "also with ORV_PLAIN_SIMD";
 }
 
 TEST(MeshRays, LetsNothingThroughWhereTrianglesMeet) {
