@@ -10,7 +10,6 @@ namespace orv::rws::adaptor::headless {
 
 namespace {
 
-constexpr const char* kPathNames[3] = {"translation", "rotation", "scale"};
 constexpr const char* kModeNames[3] = {"LINEAR", "STEP", "CUBICSPLINE"};
 constexpr int kRecordVersion = 1;
 /// Translation, rotation (x, y, z, w) and scale, as they stand in memory.

@@ -89,6 +89,13 @@ double finiteAt(const Json& object, const char* key, double fallback, const Plac
   return value == nullptr ? fallback : finiteNumber(*value, place.in(key));
 }
 
+double numberOr(const Json& object, const char* key, double fallback) {
+  const Json* value = member(object, key);
+  if (value == nullptr || !value->is_number()) return fallback;
+  const double number = value->get<double>();
+  return std::isfinite(number) ? number : fallback;
+}
+
 bool numbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
                const Place& place) {
   const Json* value = member(object, key);

@@ -67,9 +67,16 @@ int indexAt(const Json& object, const char* key, std::size_t count, const Place&
 /// `value` as a finite number.
 double finiteNumber(const Json& value, const Place& place);
 double finiteAt(const Json& object, const char* key, double fallback, const Place& place);
+/// The same, and `fallback` also for what is no finite number.
+double numberOr(const Json& object, const char* key, double fallback);
 /// The member `key` as a list of `count` finite numbers; false when there is none.
 bool numbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
                const Place& place);
+
+/// A name as messages show it.
+inline std::string quoted(const std::string& text) {
+  return '"' + text + '"';
+}
 
 /// The lists that a glTF file may have.
 inline constexpr const char* kListNames[] = {"extensionsUsed", "extensionsRequired",

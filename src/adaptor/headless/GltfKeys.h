@@ -7,6 +7,9 @@
 
 namespace orv::rws::adaptor::headless {
 
+/// What glTF calls a property of a pose, in the order of ChannelPath.
+inline constexpr const char* kPathNames[3] = {"translation", "rotation", "scale"};
+
 /// Keys in floats, times rising strictly from 0 up.
 struct FloatKeys {
   std::vector<float> times;

@@ -34,7 +34,13 @@ class GltfReader {
                                const ReadOptions& options = {});
 
  private:
-  class Builder;
+  struct OpenFile;
+  class Tree;
+  class Content;
+  class Record;
+
+  static void fill(OpenFile& file, const ReadOptions& options);
+  static void warnOfExtensions(OpenFile& file);
   static ReadResult build(std::string bytes, const std::string& name, const std::string* folder,
                           const ReadOptions& options);
 };
