@@ -22,12 +22,12 @@ struct InputFilterSettings {
 
 /// What a frame changes.
 struct InputFilterState {
-  double previousLimitedInput = 0.0;
-  double integratedInput = 0.0;
-  double filterMemory1 = 0.0;
-  double filterMemory2 = 0.0;  ///< the output
-  int iTrinaryState = 0;       ///< -1, 0 or 1
-  int previousActivation = 0;  ///< sign of the input beyond half way, in the frame before
+  double previousLimitedInput = 0.0;  ///< the input behind the change limit, one frame before
+  double integratedInput = 0.0;       ///< the input, or its sum over time (input units times s)
+  double filterMemory1 = 0.0;         ///< first filter stage, in the unit of the output
+  double filterMemory2 = 0.0;         ///< the output: the second stage
+  int iTrinaryState = 0;              ///< -1, 0 or 1
+  int previousActivation = 0;         ///< sign of the input beyond half way, in the frame before
 
   friend bool operator==(const InputFilterState& a, const InputFilterState& b) {
     return a.previousLimitedInput == b.previousLimitedInput &&

@@ -32,7 +32,7 @@ class CarMemory {
 
   /// Start of the take that all later ones go on from (s).
   double dStartTime = std::numeric_limits<double>::infinity();
-  CarGeometry geometry;
+  CarGeometry geometry;  ///< as the latest reset has read it
 
  private:
   struct Frame {

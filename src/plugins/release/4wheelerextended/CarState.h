@@ -28,6 +28,7 @@ struct CarWheelGeometry {
 struct CarGeometry {
   double scale = 1.0;    ///< L: length of the body's Z row (m)
   double dHeight = 0.0;  ///< body origin over the base at rest, along the body's up (m)
+  /// Front left, front right, back left, back right.
   std::array<CarWheelGeometry, kWheelCount> wheels;
   util::Matrix<double> steeringWheel;  ///< `mInit_loc` of the steering wheel, against the body
   util::Matrix<double> driverCam;      ///< the same of the driver's camera
@@ -46,10 +47,10 @@ struct CarWheelState {
   double released = 0.0;   ///< 1 from when the wheel left the ground until it carries again, else 0
   double fallSpeed = 0.0;  ///< of the released chassis over this wheel (m/s)
   double clearance = 0.0;  ///< height of the chassis corner over the ground that would carry it (m)
-  util::Vector3<double> centre;
-  util::Vector3<double> bottom;
-  double lastCentreY = 0.0;  ///< height of the centre in the frame before (m)
-  double localHeight = 0.0;  ///< of the centre in the relocator's frame (m)
+  util::Vector3<double> centre;  ///< world (m)
+  util::Vector3<double> bottom;  ///< lowest point of the tire, world (m)
+  double lastCentreY = 0.0;      ///< height of the centre in the frame before (m)
+  double localHeight = 0.0;      ///< of the centre in the relocator's frame (m)
 
   bool bInTheAir() const { return inTheAir != 0.0; }
   void SetInTheAir(bool value) { inTheAir = value ? 1.0 : 0.0; }
@@ -76,8 +77,8 @@ struct CarState {
 
   Transform base;              ///< chassis base, on the ground
   Transform qTransCarAbsIncr;  ///< move (m) and turn (own frame) of the latest sub-step
-  CarBodyState cCarBody;
-  std::array<CarWheelState, kWheelCount> wheels;
+  CarBodyState cCarBody;       ///< against the base
+  std::array<CarWheelState, kWheelCount> wheels;  ///< in the order of kWheelSuffixes
 
   std::array<double, kChannelCount> filtered{};  ///< inputs behind their filters
   double gasPedalPrevious = 0.0;                 ///< the pedal itself, one frame before
@@ -85,39 +86,40 @@ struct CarState {
   double steeringRawPrevious = 0.0;      ///< the same of the steering
   double dGasPedalInputFilterMem = 0.0;  ///< gas that a user adds to the autonomous one
   double dInputFilterMem = 0.0;          ///< the same of the steering
-  double dFollowAccMem = 0.0;
+  double dFollowAccMem = 0.0;  ///< autonomous gas behind its filter (body scales a second)
+  /// Autonomous steering behind its filter (as the input's maximum).
   double dAutoSteeringValueMem = 0.0;
 
   double fCarLocalYawIncr = 0.0;      ///< yaw of a sub-step (rad)
   double dWantedSkiddingValue = 1.0;  ///< grip memory: 1 holds the road, 0 not at all
   Vector vAcceleration;               ///< of the base, in its own frame (m/s²)
   Transform gravityFilterMem;         ///< its rotation is the attitude that a car in the air keeps
-  bool bCarInTheAir = false;
-  bool bJustLanded = false;
+  bool bCarInTheAir = false;          ///< from a take-off to the landing
+  bool bJustLanded = false;           ///< the first frame after that
 
   bool bSkidFirstTime = true;                   ///< the next press of the skid brake is a first one
   bool bSkidBreakingOn = false;                 ///< the wheels are locked
   bool bSkidBreakingOnDisableFeatures = false;  ///< the pedal is down and has taken over
-  bool bSkiddingOn = false;
-  bool bSkiddingArmed = true;
+  bool bSkiddingOn = false;                     ///< a slide by the input that has not died yet
+  bool bSkiddingArmed = true;           ///< the input was let go: its next press starts a slide
   Vector vSkidBrakePosIncr;             ///< move of a sub-step at the brake's start over dt
   Vector skidIncrement;                 ///< the present move of a sub-step (m)
   double skidYawRate = 0.0;             ///< yaw of a sub-step at the brake's start over dt
   double dSkidBrakeLocalYawIncr = 0.0;  ///< the present yaw of a sub-step (rad)
-  double fSkidWantedGasPedalValue =
-      0.0;  ///< gas with which a slide goes on when the brake is let go
+  /// Gas with which a slide goes on when the brake is let go.
+  double fSkidWantedGasPedalValue = 0.0;
 
-  bool bAbsOn = false;
-  bool bIsReverseVelAbsBraking = false;
-  double absLatchedGas = 0.0;         ///< at the first press of the brake
-  double reverseAbsLatchedGas = 0.0;  ///< at the first press of the pedal against the motion
+  bool bAbsOn = false;                   ///< the brake is pressed
+  bool bIsReverseVelAbsBraking = false;  ///< the pedal brakes against the motion
+  double absLatchedGas = 0.0;            ///< at the first press of the brake
+  double reverseAbsLatchedGas = 0.0;     ///< at the first press of the pedal against the motion
 
-  bool bBurnoutOn = false;
+  bool bBurnoutOn = false;        ///< the back wheels spin in place
   double steeringResponse = 0.0;  ///< in place of the channel's own during a burnout
 
-  int randomValue_gravelShake = 0;
-  int randomValue_burnout = 0;
-  int randomValue_steeringNoise = 0;
+  int randomValue_gravelShake = 0;  ///< numbers drawn so far, on top of the seed; so the two below
+  int randomValue_burnout = 0;      ///< draws for the shake of a burnout
+  int randomValue_steeringNoise = 0;  ///< draws for the steering
 
   Transform followCamFirst;   ///< first stage of the follow camera's filter
   Transform followCamSecond;  ///< second stage: its own pose

@@ -44,8 +44,8 @@ struct StepBody {
 
 /// Where a body is and how it moves.
 struct BodyState {
-  util::QTransform<double> pose;
-  util::Vector3<double> linear;   ///< velocity per second
+  util::QTransform<double> pose;  ///< of the box' middle
+  util::Vector3<double> linear;   ///< velocity (lengths a second)
   util::Vector3<double> angular;  ///< rad/s
 };
 

@@ -75,6 +75,7 @@ class CrawlerTracks : public Rig {
 
   // What undo steps exchange.
   struct WheelState {
+    /// The belt's own, and those that carry it where they find it; in the order of creation.
     WheelList wheels, supportWheels;
   };
   WheelState GetWheelState() const { return {m_wheels, m_supportWheels}; }

@@ -29,8 +29,8 @@ struct GunState {
   double recoil = -1.0;             ///< time in the recoil's cycle (s); below 0 at rest
   double currentRecoil = 0.0;       ///< part of the depth that the barrel is back, smoothed
   double barrelBack = 0.0;          ///< how far the barrel stands back, in its own scale (m)
-  int nrDischarges = 0;
-  int nrBullets = 0;  ///< projectiles so far; the latest one's number
+  int nrDischarges = 0;             ///< discharges so far; picks the next one's rhythm
+  int nrBullets = 0;                ///< projectiles so far; the latest one's number
 };
 
 /// The states by time and the barrel's place. A value like any other, for undo.
@@ -49,7 +49,7 @@ class GunMemory {
   /// Once the recoil has moved the barrel, its place in its parent without any recoil; the rig
   /// writes the barrel in every frame from then on.
   bool hasRest = false;
-  util::Matrix<double> rest;
+  util::Matrix<double> rest;  ///< against the parent (m)
 
  private:
   struct Frame {

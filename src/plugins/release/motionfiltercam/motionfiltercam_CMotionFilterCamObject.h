@@ -17,15 +17,15 @@ class CMotionFilterCamObject : public FollowRig {
   /// What a user edits and a profile saves. A response in 1/s² of 0 is no filter, a larger one
   /// follows faster; smoothing (1/s) takes bounces out; a maximum velocity of 0 is no limit.
   struct Settings {
-    bool bFixateTranslations = false;
-    bool bFixateRotations = false;
-    double translationalResponseFactor = 30.0;
-    double rotationalResponseFactor = 30.0;
-    double translationalSmoothingFactor = 5.0;
-    double rotationalSmoothingFactor = 5.0;
-    double translationalMaxVel = 0.0;  ///< m/s
-    double rotationalMaxVel = 0.0;     ///< rad/s
-    double jumpThreshold = 0.0;        ///< way of the AttachedCam in a frame that is a cut (m)
+    bool bFixateTranslations = false;           ///< moves with the AttachedCam, unfiltered
+    bool bFixateRotations = false;              ///< turns with the AttachedCam, unfiltered
+    double translationalResponseFactor = 30.0;  ///< 1/s²
+    double rotationalResponseFactor = 30.0;     ///< 1/s²
+    double translationalSmoothingFactor = 5.0;  ///< 1/s
+    double rotationalSmoothingFactor = 5.0;     ///< 1/s
+    double translationalMaxVel = 0.0;           ///< m/s
+    double rotationalMaxVel = 0.0;              ///< rad/s
+    double jumpThreshold = 0.0;  ///< way of the AttachedCam in a frame that is a cut (m)
   };
 
   /// The filter.

@@ -17,15 +17,15 @@ struct CarriageMemory {
   util::AVar_Linear<double> dCurrentCarriageSpeed_Avar;    ///< second filter stage: what moves
   util::AVar_Linear<double> speedMem;                      ///< first filter stage
   util::AVar_Nearest<util::QTransform<double>> qTransMem;  ///< first stage of the orientation
-  util::AVar_Linear<double> onSplinePosition;
-  util::AVar_Linear<double> framesAtWaypoint;  ///< frames stood still so far
-  util::AVar_Latest<bool> stopped;
-  bool initialized = false;
-  bool directionForward = true;
-  double stopTime = 0.0;  ///< when the stop began (s)
-  double delay = 0.0;     ///< length of the stop in frames, -1 is until Start
-  int current = -1;       ///< index of the waypoint that is travelled to, -1 is none
-  int next = -1;          ///< index of the one behind it
+  util::AVar_Linear<double> onSplinePosition;              ///< arc parameter, [0, 1]
+  util::AVar_Linear<double> framesAtWaypoint;              ///< frames stood still so far
+  util::AVar_Latest<bool> stopped;                         ///< stands at a waypoint
+  bool initialized = false;                                ///< a take has placed it on the path
+  bool directionForward = true;                            ///< towards rising arc parameters
+  double stopTime = 0.0;                                   ///< when the stop began (s)
+  double delay = 0.0;  ///< length of the stop in frames, -1 is until Start
+  int current = -1;    ///< index of the waypoint that is travelled to, -1 is none
+  int next = -1;       ///< index of the one behind it
 };
 
 /// Integrates one number, the position along the path, and aims. The scene node's own orientation

@@ -21,8 +21,8 @@ class CCurveUndo : public CUndo {
 
  private:
   struct State {
-    CCurve curve;
-    bool curveInitialized;
+    CCurve curve;  ///< its outline, in the ReferenceFrame
+    bool curveInitialized;  ///< a curve of the scene was read
   };
 
   State Present() const { return {m_information.curve.Outline(), m_information.curveInitialized}; }

@@ -20,10 +20,10 @@ class CCameraRailObject : public Rig {
  public:
   /// The waypoints and what goes with them, for undo.
   struct WaypointState {
-    WaypointList waypoints;
+    WaypointList waypoints;  ///< in the order of the path
     std::vector<WaypointValues> values;  ///< one per waypoint
-    int selected = 0;
-    int current = -1, next = -1;  ///< the carriage's
+    int selected = 0;  ///< index of the one that the page shows
+    int current = -1, next = -1;         ///< the carriage's
   };
 
   explicit CCameraRailObject(const CreationRecord& record);
