@@ -62,7 +62,8 @@ class BulletBelt {
   }
   /// On the line round the wheels, at arc length `s`.
   static btVector3 OnLine(double s) {
-    const double r = kRadius + kThick / 2 + kGap, run = kSpacing * (kWheels - 1), arc = kPi * r;
+    const double r = kRadius + kThick / 2 + kGap, run = kSpacing * (kWheels - 1),
+                 arc = util::kPi * r;
     s = std::fmod(s, 2 * (run + arc));
     if (s < run) return {0, r, s - run / 2};
     s -= run;
@@ -73,7 +74,8 @@ class BulletBelt {
     return {0, -r * std::cos(s / r), -run / 2 - r * std::sin(s / r)};
   }
   static btVector3 Pin(int i) {
-    const double length = 2 * (kSpacing * (kWheels - 1) + kPi * (kRadius + kThick / 2 + kGap));
+    const double length =
+        2 * (kSpacing * (kWheels - 1) + util::kPi * (kRadius + kThick / 2 + kGap));
     return OnLine(length * (i % kPlates) / kPlates);
   }
 

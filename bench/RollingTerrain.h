@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "util/Angles.h"
 #include "util/CMesh.h"
 #include "util/Vector3.h"
 
@@ -12,7 +13,6 @@ namespace orv::bench {
 
 using Vector = util::Vector3<double>;
 
-inline constexpr double kPi = 3.14159265358979323846;
 inline constexpr double kFrame = 0.04;         ///< s
 inline constexpr double kTerrainSize = 400.0;  ///< m a side, about the origin
 inline constexpr int kQuads100k = 224;         ///< along a side: 100,352 triangles
@@ -44,7 +44,7 @@ inline util::CMesh RollingTerrain(int quads) {
 
 /// Angle of the front wheels at `time` (rad), the same for all cars.
 inline double FrontWheels(double time) {
-  return 0.12 * std::sin(kPi * time);
+  return 0.12 * std::sin(util::kPi * time);
 }
 
 /// Where car `index` of `count` starts: a grid with room between the cars.

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "util/Angles.h"
+
 namespace orv::util {
 
 namespace {
-
-constexpr double kPi = 3.14159265358979323846;
 
 /// The point whose coordinate along `axis` is `along`; `u` and `v` lie along the two axes after it.
 Vector3<double> pointAround(int axis, double along, double u, double v) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <type_traits>
 
+#include "util/Angles.h"
 #include "util/Vector3.h"
 
 namespace orv::util {
@@ -73,7 +74,7 @@ struct Matrix {
   /// A rotation about the unit axis (x, y, z), right-handed, by `angle` DEGREES (the one place of
   /// this folder that does not take radians).
   static Matrix rotationAxisAngle(T angle, T x, T y, T z) {
-    const T radians = angle * T(0.017453292519943295);
+    const T radians = angle * T(kRadiansPerDegree);
     const T c = std::cos(radians);
     const T s = std::sin(radians);
     Matrix r;

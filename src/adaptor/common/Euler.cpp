@@ -2,17 +2,17 @@
 
 #include <cmath>
 
+#include "util/Angles.h"
 #include "util/Matrix.h"
 
 namespace orv::rws::adaptor {
 
+using util::kPi;
 using util::Matrix;
 using util::Quat;
 using util::Vector3;
 
 namespace {
-
-constexpr double kPi = 3.14159265358979323846;
 
 /// Cosine of the middle angle below which the outer two can't be told apart: a unit quaternion's
 /// own rounding is about 1e-16, and an angle taken for another at this size moves nothing by more.

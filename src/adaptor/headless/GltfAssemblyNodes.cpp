@@ -7,6 +7,7 @@
 #include "adaptor/headless/GltfAssembly.h"
 #include "adaptor/headless/GltfDocument.h"
 #include "adaptor/headless/GltfMesh.h"
+#include "util/Angles.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -16,7 +17,6 @@ using util::CMesh;
 using util::Quat;
 using util::Vector3;
 
-constexpr double kDegreesPerRadian = 57.295779513082323;
 constexpr int kVertexTarget = 34962;
 constexpr double kLeastClip = 1e-4;  ///< glTF wants a near plane in front of the eye (m)
 
@@ -160,7 +160,7 @@ void GltfWriter::Assembly::writeLens(const SceneNode& node, const SceneNode::Sou
   const Json* old = source == nullptr || !source->lens ? nullptr : member(json, "camera");
   if (old != nullptr) camera = list("cameras")[old->get<std::size_t>()];
   Json& perspective = camera["perspective"];
-  perspective["yfov"] = lens.fieldOfView / kDegreesPerRadian;
+  perspective["yfov"] = lens.fieldOfView / util::kDegreesPerRadian;
   perspective["znear"] = std::max(lens.nearClip, kLeastClip);
   if (lens.farClip > perspective["znear"].get<double>())
     perspective["zfar"] = lens.farClip;

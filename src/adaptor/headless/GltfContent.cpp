@@ -5,6 +5,7 @@
 
 #include "adaptor/headless/GltfAccessor.h"
 #include "adaptor/headless/GltfKeys.h"
+#include "util/Angles.h"
 #include "util/NumberText.h"
 
 namespace orv::rws::adaptor::headless {
@@ -14,7 +15,6 @@ namespace {
 using util::Matrix;
 using util::Quat;
 
-constexpr double kDegreesPerRadian = 57.295779513082323;
 /// A rotation farther from unit length than this is brought back to it.
 constexpr double kUnitTolerance = 1e-5;
 /// Near plane that stands for one that glTF can't tell (m).
@@ -110,14 +110,14 @@ void GltfReader::Content::readLens(const Json& json, const Place& place, SceneNo
   Lens lens;
   const double angle = finiteAt(*perspective, "yfov", 0.0, inner);
   if (!(angle > 0.0)) inner.in("yfov").fail("must be above 0");
-  lens.fieldOfView = angle * kDegreesPerRadian;
+  lens.fieldOfView = angle * util::kDegreesPerRadian;
   lens.nearClip = finiteAt(*perspective, "znear", lens.nearClip, inner);
   lens.farClip = finiteAt(*perspective, "zfar", 0.0, inner);
   lens.aspectRatio = std::max(0.0, numberOr(*perspective, "aspectRatio", 0.0));
   if (const Json* own = ownExtras(camera)) {
     // Degrees do not survive the way through radians to the last bit.
     const double degrees = numberOr(*own, "fieldOfView", lens.fieldOfView);
-    if (degrees / kDegreesPerRadian == angle) lens.fieldOfView = degrees;
+    if (degrees / util::kDegreesPerRadian == angle) lens.fieldOfView = degrees;
     // glTF knows neither a near plane at the eye nor a far one in front of it.
     const double nearClip = numberOr(*own, "nearClip", lens.nearClip);
     if (nearClip < lens.nearClip && lens.nearClip == kLeastClip) lens.nearClip = nearClip;

@@ -18,6 +18,7 @@
 #include "core/Instance.h"
 #include "core/Tool.h"
 #include "plugins/release/4wheelerextended/CarSettings.h"
+#include "util/Angles.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -42,7 +43,6 @@ constexpr double kKept = 1e-6;
 /// second it was not modelled straight.
 constexpr double kWobble = 0.1;
 constexpr double kMostLean = 5.0;
-constexpr double kDegrees = 57.29577951308232;
 
 struct FitOptions {
   std::string scene, rig, body, wheels, output;
@@ -147,7 +147,7 @@ std::vector<Vector> cornersOf(const SceneNode& node, const Model& model, double 
 
 double leanOf(const WheelMeasure& wheel, const CarFrame& frame) {
   return std::atan2(wheel.axis.cross(frame.right).length(), std::abs(wheel.axis.dot(frame.right))) *
-         kDegrees;
+         util::kDegreesPerRadian;
 }
 
 void measure(Program& program, Model& model, double time) {

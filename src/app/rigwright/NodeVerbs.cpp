@@ -12,6 +12,7 @@
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
+#include "util/Angles.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -64,11 +65,9 @@ void runParent(Program& program, const NodeOptions& options) {
 
 // --- place ---
 
-constexpr double kRadians = 0.017453292519943295;
-
 /// About X first, then about Y, then about Z, each about the parent's own axis.
 Quat fromDegrees(const Vector& degrees) {
-  const Vector half = degrees * (kRadians / 2.0);
+  const Vector half = degrees * (util::kRadiansPerDegree / 2.0);
   const Quat x{std::sin(half.x), 0.0, 0.0, std::cos(half.x)};
   const Quat y{0.0, std::sin(half.y), 0.0, std::cos(half.y)};
   const Quat z{0.0, 0.0, std::sin(half.z), std::cos(half.z)};

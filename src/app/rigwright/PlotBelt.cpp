@@ -7,6 +7,7 @@
 #include "app/rigwright/PlotCut.h"
 #include "app/rigwright/PlotSubject.h"
 #include "core/Instance.h"
+#include "util/Angles.h"
 #include "util/CMesh.h"
 #include "util/NumberText.h"
 
@@ -20,7 +21,6 @@ using Poses = std::vector<Matrix>;
 namespace {
 
 constexpr std::size_t kViews = 4;
-constexpr double kRadians = 3.14159265358979323846 / 180.0;
 
 /// Of a mesh, in its node's space (m).
 struct Box {
@@ -108,7 +108,7 @@ PlotCurve rimSpeed(const Belt& belt, const std::vector<double>& times) {
     const double turn = angleBetween(belt.framePoses[i - 1].affineInverse() * wheel[i - 1],
                                      belt.framePoses[i].affineInverse() * wheel[i]);
     curve.times.push_back(times[i]);
-    curve.values.push_back(turn * kRadians * radius / (times[i] - times[i - 1]));
+    curve.values.push_back(turn * util::kRadiansPerDegree * radius / (times[i] - times[i - 1]));
   }
   return curve;
 }
@@ -156,10 +156,11 @@ void addWheel(std::vector<PlotLine>& lines, const SceneNode& wheel, double time,
         {0.0, share * radius * std::cos(angle), share * radius * std::sin(angle)});
   };
   PlotLine rim{{}, pen, 1.4, true, {}};
-  for (int i = 0; i < kCorners; ++i) rim.points.push_back(at(360.0 * kRadians * i / kCorners, 1.0));
+  for (int i = 0; i < kCorners; ++i)
+    rim.points.push_back(at(360.0 * util::kRadiansPerDegree * i / kCorners, 1.0));
   lines.push_back(std::move(rim));
   lines.push_back({{at(0.0, 1.0), at(0.0, -1.0)}, pen, 1.0, false, {}});
-  lines.push_back({{at(0.0, 0.0), at(90.0 * kRadians, 1.0)}, pen, 1.0, false, {}});
+  lines.push_back({{at(0.0, 0.0), at(90.0 * util::kRadiansPerDegree, 1.0)}, pen, 1.0, false, {}});
 }
 
 PlotView sideView(const Belt& belt, std::size_t frame, double time,

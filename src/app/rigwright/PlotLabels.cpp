@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "util/Angles.h"
+
 namespace orv::app {
 
 bool PlotLabels::place(const QPointF& point, const QSizeF& size, const QRectF& inside,
@@ -14,7 +16,7 @@ bool PlotLabels::placeOnce(const QPointF& point, const QSizeF& size, const QRect
                            bool offLines, QRectF& found) {
   for (const double distance : {7.0, 14.0, 24.0}) {
     for (int i = 0; i < 8; ++i) {
-      const double angle = -0.25 * 3.14159265358979 + i * 0.25 * 3.14159265358979;
+      const double angle = (i - 1) * 0.25 * util::kPi;
       const QPointF centre(point.x() + std::cos(angle) * (distance + size.width() / 2.0),
                            point.y() + std::sin(angle) * (distance + size.height() / 2.0));
       const QRectF area(centre.x() - size.width() / 2.0, centre.y() - size.height() / 2.0,

@@ -9,6 +9,7 @@
 #include "app/rigwright/PlotShots.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
+#include "util/Angles.h"
 
 namespace orv::app {
 
@@ -50,12 +51,11 @@ std::vector<Matrix> posesOf(const SceneNode& node, const std::vector<double>& ti
 }
 
 double angleBetween(const Matrix& a, const Matrix& b) {
-  constexpr double kDegrees = 57.295779513082323;
   const auto p = util::Quat<double>::fromMatrix(a);
   const auto q = util::Quat<double>::fromMatrix(b);
   const util::Quat<double> turn = p.conjugate() * q;
   const double sine = util::Vector3<double>(turn.x, turn.y, turn.z).length();
-  return 2.0 * std::atan2(sine, std::abs(turn.w)) * kDegrees;
+  return 2.0 * std::atan2(sine, std::abs(turn.w)) * util::kDegreesPerRadian;
 }
 
 SceneNode* rigNode(const Instance& rig, const std::string& name) {

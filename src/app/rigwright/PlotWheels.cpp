@@ -7,6 +7,7 @@
 #include "app/rigwright/PlotData.h"
 #include "app/rigwright/PlotSubject.h"
 #include "core/Instance.h"
+#include "util/Angles.h"
 
 namespace orv::app {
 
@@ -16,7 +17,6 @@ using Vector = util::Vector3<double>;
 namespace {
 
 constexpr std::size_t kMostWheels = 8;  ///< curves that can be told apart in one panel
-constexpr double kDegrees = 57.295779513082323;
 
 struct Wheel {
   const char* node;
@@ -77,7 +77,7 @@ void addWheels(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
       if (w >= 2) continue;
       fronts += 1.0;
       for (std::size_t i = 0; i < wheel.size(); ++i)
-        angle[i] += steeringOf(axisOf(wheel[i], 0), body[i]) * kDegrees;
+        angle[i] += steeringOf(axisOf(wheel[i], 0), body[i]) * util::kDegreesPerRadian;
     }
     for (double& value : angle) value /= fronts;
     steering.add(

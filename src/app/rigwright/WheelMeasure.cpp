@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "util/Angles.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -13,7 +14,6 @@ namespace {
 using Vector = util::Vector3<double>;
 using Points = std::vector<Vector>;
 
-constexpr double kPi = 3.14159265358979323846;
 /// Directions of half the sphere that are tried first, about 3 degrees apart.
 constexpr int kDirections = 2000;
 /// Corners that are looked at for that; of more, every so many.
@@ -24,7 +24,7 @@ constexpr double kSettled = 1e-12;  ///< rad, and part of the size
 constexpr int kMostRounds = 10;
 constexpr int kMostCuts = 100;
 /// A wheel has six sides or more: its corners stand at most so far apart (rad, with some slack).
-constexpr double kMostSide = kPi / 3.0 * 1.03;
+constexpr double kMostSide = util::kPi / 3.0 * 1.03;
 
 // --- the axis ---
 
@@ -42,7 +42,7 @@ Vector across(const Points& points, const Vector& direction, std::size_t stride 
 
 Vector coarseAxis(const Points& points) {
   const std::size_t stride = points.size() / kCoarseCorners + 1;
-  const double turn = kPi * (3.0 - std::sqrt(5.0));
+  const double turn = util::kPi * (3.0 - std::sqrt(5.0));
   Vector best;
   double least = std::numeric_limits<double>::infinity();
   for (int i = 0; i < kDirections; ++i) {

@@ -2,11 +2,11 @@
 
 #include <utility>
 
+#include "util/Angles.h"
+
 namespace orv::unidevice {
 
 namespace {
-
-constexpr double kQuarterTurn = 1.5707963267948966;
 
 /// A control that hands out the effects of its device.
 class SdlControl : public Control {
@@ -20,7 +20,7 @@ class SdlControl : public Control {
 
   FFEffect* createEffect(FFKind kind) override {
     // By itself an effect pushes along the axis that it was made for.
-    const double direction = type == "Axis" && index == 1 ? kQuarterTurn : 0.0;
+    const double direction = type == "Axis" && index == 1 ? util::kQuarterTurn : 0.0;
     return createSdlEffect(m_force, kind, direction).release();
   }
 

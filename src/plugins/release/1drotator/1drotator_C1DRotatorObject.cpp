@@ -1,22 +1,17 @@
 #include "plugins/release/1drotator/1drotator_C1DRotatorObject.h"
 
+#include "util/Angles.h"
 #include "util/CMesh_Cylinder.h"
 #include "util/Quat.h"
 
 namespace orv::rws::addon {
-
-namespace {
-
-constexpr double kQuarterTurn = 1.5707963267948966;  ///< rad
-
-}  // namespace
 
 C1DRotatorObject::C1DRotatorObject(const CreationRecord& record)
     : OneChannelRig(record,
                     {"1DRotatorDataChunk",
                      "ActuatorMesh",
                      "Rotation",
-                     kQuarterTurn,
+                     util::kQuarterTurn,
                      true,
                      {"X", "Y", "Z"},
                      1},

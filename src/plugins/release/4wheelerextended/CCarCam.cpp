@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "plugins/release/4wheelerextended/CarRandom.h"
+#include "util/Angles.h"
 #include "util/ResponseFilters.h"
 
 namespace orv::rws::addon {
@@ -17,7 +18,6 @@ using Quat = CCarCam::Quat;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 /// Frames a second that the brakes' maxima are written against.
 constexpr double kBrakeRate = 30.0;
 /// Part of its speed at the start that a locked wheel takes away in a brake frame.
@@ -590,7 +590,7 @@ void CCarCam::FinishWheels(double /*dt*/) {
     const double radius = GetEffectiveRadius(i);
     if (rolls && radius > 0.0) spin[i] -= way / radius;
     if (state.bSkidBreakingOn) spin[i] = 0.0;
-    wheel.pfTotalPitch = std::fmod(wheel.pfTotalPitch + spin[i], 2.0 * kPi);
+    wheel.pfTotalPitch = std::fmod(wheel.pfTotalPitch + spin[i], 2.0 * util::kPi);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "plugins/release/4wheelerextended/CCarCam.h"
 #include "plugins/release/4wheelerextended/CarRandom.h"
+#include "util/Angles.h"
 #include "util/ResponseFilters.h"
 
 namespace orv::rws::addon {
@@ -15,7 +16,6 @@ using Quat = CCarCam::Quat;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kSteeringLimit = 1.5707649108683606;  ///< rad, just short of a right angle
 constexpr double kStraight = 1e45;                     ///< turn radius of a straight line (m)
 constexpr double kStraightWheel = 1e16;  ///< the same where a wheel's yaw is found (m)
@@ -118,7 +118,7 @@ void CCarCam::Burn(double frameDt, double h) {
     burnout *= m_settings.dBurnoutFadeoutFactor;
   else
     lowPass(state.steeringResponse, 0.05, 0.1, 0.0, h);
-  for (const int back : {2, 3}) spin[back] -= burnout * kPi * 0.49 * h / frameDt;
+  for (const int back : {2, 3}) spin[back] -= burnout * util::kPi * 0.49 * h / frameDt;
   const double w = DrawRandom(state.randomValue_burnout) * 20.0;
   m_burnoutTilt = (w * w * w * w * w * m_settings.dBurnoutShake + 1.0) * burnout *
                   m_settings.dBurnoutTiltForce * geometry.scale * geometry.scale / 46875.0;

@@ -7,6 +7,7 @@
 #include "plugins/common/FrameGrid.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/release/4wheelerextended/DisplayMeshes.h"
+#include "util/Angles.h"
 #include "util/ResponseFilters.h"
 
 namespace orv::rws::addon {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "util/Angles.h"
 #include "util/CMesh_Box.h"
 
 namespace orv::rws::addon {
@@ -11,11 +12,10 @@ namespace orv::rws::addon {
 namespace {
 
 using util::CMesh;
+using util::kPi;
 using Point = util::Vector3<double>;
 /// A convex polygon, counter-clockwise about the direction in which a loft goes on.
 using Section = std::vector<Point>;
-
-constexpr double kPi = 3.14159265358979323846;
 
 /// The skin over `sections`, which all have as many points; with an end cap on both sides unless
 /// the last one joins the first.

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "util/Angles.h"
+
 namespace orv::rws::addon {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+using util::kPi;
 /// An arc this close to a whole turn is none: rounding made it so (rad).
 constexpr double kNoArc = 1e-6;
 /// Area of the wheels' polygon, in squares of its extent, below which they stand in one line.

@@ -9,6 +9,7 @@
 #include "plugins/common/ground/triMeshStorage.h"
 #include "plugins/release/crawlertracks/BeltSolver.h"
 #include "plugins/release/crawlertracks/WheelStepCollision.h"
+#include "util/Angles.h"
 
 namespace orv::rws::addon {
 
@@ -17,7 +18,6 @@ using Transform = BeltWorld::Transform;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kWorldExtent = 100000.0;  ///< of the broadphase, each way from the origin
 constexpr double kRestitution = 0.01;      ///< of steps and ground
 constexpr double kGroundFriction = 0.3;
@@ -155,7 +155,7 @@ struct BeltWorld::World {
     for (const std::size_t way : {steps.size() - 1, std::size_t{1}}) {
       const Step& neighbour = steps[(index + way) % steps.size()];
       if (&neighbour == &steps[index] || !neighbour.attachment) continue;
-      const double apart = std::remainder(found - neighbour.angle, 2.0 * kPi);
+      const double apart = std::remainder(found - neighbour.angle, 2.0 * util::kPi);
       const double tooth = 2.0 * std::atan(steps[index].pitch / 2.0 / distance);
       return neighbour.angle + std::copysign(tooth, apart);
     }

@@ -6,6 +6,7 @@
 #include "plugins/release/crawlertracks/CrawlerActions.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
+#include "util/Angles.h"
 
 namespace orv::rws::addon {
 
@@ -14,7 +15,6 @@ using Vector = CrawlerTracks::Vector;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 /// Wheels this close, in units of the Frame, stand at the same place.
 constexpr double kSamePlace = 1e-6;
 /// Room between the driveWheel and a wheel that was moved out of it, as a part of their radii.
@@ -136,7 +136,8 @@ double CrawlerTracks::Perimeter() {
   const double now = m_pInterface->GetTime();
   const double unit = FrameScale(now);
   const WheelList wheels = TrackWheels();
-  if (wheels.size() == 1) return 2.0 * kPi * (wheels.front()->radius + shape.size.y / 2 * unit);
+  if (wheels.size() == 1)
+    return 2.0 * util::kPi * (wheels.front()->radius + shape.size.y / 2 * unit);
   const Matrix inverse = m_frame.ReadMatrix(now).affineInverse();
   const auto signedRadius = [&](const Wheel& wheel) {
     const double radius = wheel.radius / unit + shape.size.y / 2;

@@ -10,6 +10,7 @@
 #include "plugins/release/crawlertracks/CrawlerUndo.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
 #include "unidevice/Property.h"
+#include "util/Angles.h"
 
 namespace orv::rws::addon {
 
@@ -20,7 +21,6 @@ using Transform = util::QTransform<double>;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 /// Ratio of the scales of Frame and driveWheel from which, and below whose inverse, the user is
 /// warned.
 constexpr double kMostScaleRatio = 2.0;
@@ -189,7 +189,7 @@ void CrawlerTracks::BuildSteps(double time) {
   const Transform wheel = m_world->GetWheel(0);
   const Vector found =
       wheel.rotation.conjugate().rotate(m_world->GetStepPlace(held) - wheel.position);
-  const double off = std::remainder(std::atan2(found.z, found.y) - angle, 2.0 * kPi);
+  const double off = std::remainder(std::atan2(found.z, found.y) - angle, 2.0 * util::kPi);
   if (std::abs(off) * HoldDistance() < m_track->steps.front()->body.pitch / 2)
     m_world->AttachAt(held, 0, HoldDistance(), angle);
 }

@@ -2,14 +2,13 @@
 
 #include <cstdint>
 
+#include "util/Angles.h"
 #include "util/CMesh_Box.h"
 #include "util/QTransform.h"
 
 namespace orv::rws::addon {
 
 namespace {
-
-constexpr double kQuarterTurn = 1.5707963267948966;  ///< rad
 
 /// Channels, in the order of the inputs.
 enum Channel { kForwBackw, kRightLeft, kUpDown, kYaw, kPitch, kRoll };
@@ -43,9 +42,9 @@ CDirectInputLinkObject::CDirectInputLinkObject(const CreationRecord& record)
                {{"Forw/Backw Transl", 1.0},
                 {"Right/Left Transl", 1.0},
                 {"Up/Down Transl", 1.0},
-                {"Yaw (Right/Left)", kQuarterTurn},
-                {"Pitch (Up/Down)", kQuarterTurn},
-                {"Roll (Right/Left)", kQuarterTurn}},
+                {"Yaw (Right/Left)", util::kQuarterTurn},
+                {"Pitch (Up/Down)", util::kQuarterTurn},
+                {"Roll (Right/Left)", util::kQuarterTurn}},
                kKeys,
                true},
               ActuatorMesh()),

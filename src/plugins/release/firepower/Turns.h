@@ -4,12 +4,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "util/Angles.h"
 #include "util/Quat.h"
 #include "util/Vector3.h"
 
 namespace orv::rws::addon {
-
-inline constexpr double kPi = 3.14159265358979323846;
 
 /// A unit vector at a right angle to the unit vector `v`.
 inline util::Vector3<double> SideOf(const util::Vector3<double>& v) {
@@ -28,7 +27,7 @@ inline util::Quat<double> TurnAbout(const util::Vector3<double>& axis, double an
 inline util::Quat<double> ArcBetween(const util::Vector3<double>& from,
                                      const util::Vector3<double>& to) {
   const double w = 1.0 + from.dot(to);
-  if (w < 1e-12) return TurnAbout(SideOf(from), kPi);
+  if (w < 1e-12) return TurnAbout(SideOf(from), util::kPi);
   const util::Vector3<double> axis = from.cross(to);
   return util::Quat<double>(axis.x, axis.y, axis.z, w).normalized();
 }

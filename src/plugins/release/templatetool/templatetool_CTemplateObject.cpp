@@ -12,6 +12,7 @@
 #include "plugins/common/ReplayedEvent.h"
 #include "plugins/release/templatetool/templatetool_TemplateReader.h"
 #include "unidevice/Property.h"
+#include "util/Angles.h"
 #include "util/Quat.h"
 
 namespace orv::rws::addon {
@@ -43,7 +44,7 @@ Quat FromAngles(const Vector& angles) {
 
 /// The angles of a rotation matrix; of the two sets that there are, the one of the smaller turns.
 Vector ToAngles(const Matrix& m) {
-  constexpr double kPi = 3.14159265358979323846;
+  using util::kPi;
   const Vector x = m.axisRow(0), y = m.axisRow(1), z = m.axisRow(2);
   const double flat = std::hypot(x.x, x.y);
   if (flat < 1e-9) {  // X stands upright: turns about X and Z are one, and all of it goes to X
