@@ -14,15 +14,13 @@
 #include "core/UserInterface.h"
 #include "unidevice/Driver.h"
 #include "unidevice/DriverManager.h"
+#include "util/FrameGrid.h"
 #include "util/ReturnValue.h"
 
 namespace orv::rws::core {
 
 namespace {
 
-constexpr double kSnap = 1e-5;            ///< s, how near to a frame a start counts as that frame
-constexpr double kLastFrameSlack = 1e-5;  ///< s, keeps rounding from losing a run's last frame
-constexpr int kMostFrames = 2000000000;   ///< where the frame index ends, some 2.5 years at 25 fps
 /// Where typed slow factor indices end: 2^999 still is a number.
 constexpr int kMostSlow = 1000;
 constexpr double kMinimumWait = 0.001;  ///< s, floor of the tick's timer
@@ -67,20 +65,11 @@ void RecordManager::SetFixedFrameDuration(double duration) {
 }
 
 int RecordManager::FrameIndex(double t) const {
-  const double duration = GetFrameDuration();
-  if (!(std::abs(t / duration) < kMostFrames)) return t < 0.0 ? -kMostFrames : kMostFrames;
-  // A product of index and duration, divided again, may fall short of the index by a rounding.
-  const double nearest = std::round(t / duration);
-  if (std::abs(nearest * duration - t) <= 1e-12 * std::max(1.0, std::abs(t)))
-    return static_cast<int>(nearest);
-  const int cut = static_cast<int>(t / duration);
-  return t < 0.0 && cut * duration > t ? cut - 1 : cut;
+  return util::FrameAtOrBefore(t, GetFrameDuration());
 }
 
 double RecordManager::SnapToFrame(double t) const {
-  const double duration = GetFrameDuration();
-  const double onGrid = std::round(t / duration) * duration;
-  return std::abs(onGrid - t) <= kSnap ? onGrid : t;
+  return util::SnapToFrame(t, GetFrameDuration());
 }
 
 double RecordManager::GetFrameTime() const {
@@ -239,7 +228,7 @@ void RecordManager::StepInstances(double t) {
 bool RecordManager::HandleRangeEnd() {
   // A take of a told length ends by itself within the range, however late its last frames come.
   const bool endsInRange =
-      m_takeLength > 0.0 && m_startTime + m_takeLength <= m_endTime + kLastFrameSlack;
+      m_takeLength > 0.0 && m_startTime + m_takeLength <= m_endTime + util::kFrameTolerance;
   if (m_clock < m_endTime || endsInRange) return true;
   CoreImplementation& core = *GetCore();
   bool expand = true;
@@ -260,7 +249,7 @@ bool RecordManager::HandleRangeEnd() {
 
 bool RecordManager::IsBeyondTakeLength(int frame) const {
   return m_takeLength > 0.0 &&
-         frame * GetFrameDuration() > m_startTime + m_takeLength + kLastFrameSlack;
+         frame * GetFrameDuration() > m_startTime + m_takeLength + util::kFrameTolerance;
 }
 
 void RecordManager::PollDevices() {
@@ -378,7 +367,7 @@ int RecordManager::BeginResimulation(double from, double to) {
 }
 
 bool RecordManager::StepResimulation() {
-  if (!m_bResimulating || !(m_resimTime < m_endTime + kLastFrameSlack)) return false;
+  if (!m_bResimulating || !(m_resimTime < m_endTime + util::kFrameTolerance)) return false;
   const double length = m_endTime - m_startTime;
   if (length > 0.0)
     m_resimProgress =

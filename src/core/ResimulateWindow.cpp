@@ -6,6 +6,7 @@
 #include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/Log.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::core {
 
@@ -80,7 +81,7 @@ void RecordManager::ResimulateWindow::OnUpdateViewport(bool on) {
 }
 
 int RecordManager::ResimulateWindow::FrameAt(double t) const {
-  return static_cast<int>(std::lround(t / m_manager.GetFrameDuration()));
+  return static_cast<int>(util::NearestFrame(t, m_manager.GetFrameDuration()));
 }
 
 void RecordManager::ResimulateWindow::UpdateTexts() {

@@ -5,8 +5,8 @@
 
 #include "core/interface/CInterface.h"
 #include "core/interface/CVariableModUndo.h"
-#include "plugins/common/FrameGrid.h"
 #include "util/AVar.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -32,8 +32,8 @@ void CutHistory(util::AVar<T>& history, double time) {
 /// True when nothing is left. `duration` is that of a frame (s).
 template <class T>
 bool ForgetTake(util::AVar<T>& history, double time, double duration) {
-  CutHistory(history, FrameAfter(time, duration));
-  if (!history.samples.empty() && history.samples.front().time > time - kFrameTolerance)
+  CutHistory(history, util::FrameAfter(time, duration));
+  if (!history.samples.empty() && history.samples.front().time > time - util::kFrameTolerance)
     history.samples.clear();
   return history.samples.empty();
 }

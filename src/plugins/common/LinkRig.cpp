@@ -3,7 +3,6 @@
 #include <cmath>
 #include <utility>
 
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/MeshParts.h"
 #include "plugins/common/NodeScale.h"
@@ -11,6 +10,7 @@
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 #include "util/CMesh_Box.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -145,7 +145,7 @@ void LinkRig::Start(double time) {
   for (std::size_t i = 0; i < m_channels.size(); ++i) {
     InputFilterState& state = m_channels[i].filter.state;
     state = m_histories[i].At(time);
-    m_histories[i].Cut(FrameAfter(time, dt));
+    m_histories[i].Cut(util::FrameAfter(time, dt));
     // A later start at this time finds what this one settled on, whatever stood around it.
     m_histories[i].Store(time, state);
   }

@@ -1,6 +1,7 @@
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
 
 #include "plugins/release/4wheelerextended/DisplayMeshes.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 

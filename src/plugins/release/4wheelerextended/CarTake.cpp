@@ -1,10 +1,10 @@
 // A take of a car and its frames.
 #include <cmath>
 
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/release/4wheelerextended/4wheelerextended_CCarCamObject.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -47,17 +47,17 @@ void CCarCamObject::Start(double time) {
     Reset(time);
   else
     Resume(time);
-  m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
+  m_memory.Cut(util::FrameAfter(time, m_pInterface->GetFrameDuration()));
   if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
   WarnOfTarget();
   m_hideModes.Start();
 }
 
 void CCarCamObject::Forget(double time) {
-  if (m_memory.dStartTime > time - kFrameTolerance)
+  if (m_memory.dStartTime > time - util::kFrameTolerance)
     m_memory = CarMemory();
   else
-    m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
+    m_memory.Cut(util::FrameAfter(time, m_pInterface->GetFrameDuration()));
   m_gauges.velocity = m_gauges.velocityPercent = 0.0;
 }
 
@@ -75,7 +75,8 @@ double CCarCamObject::StartGas(double time) const {
   const double maximum = m_settings.channels[kGasPedal].maximum;
   const double pedal = cCarCam.input[kGasPedal];
   if (std::abs(pedal) > kStartInput) return pedal * maximum;
-  const Matrix now = m_body.ReadMatrix(time), before = m_body.ReadMatrix(FrameBefore(time, dt));
+  const Matrix now = m_body.ReadMatrix(time),
+               before = m_body.ReadMatrix(util::FrameBefore(time, dt));
   // Of the foot: a body that has just been settled leans about that.
   const auto foot = [&](const Matrix& body) {
     return body.translation() - body.axisRow(1).normalized() * cCarCam.geometry.dHeight;
@@ -146,7 +147,7 @@ void CCarCamObject::ReadExternalForce(double before) {
 
 void CCarCamObject::Step(double time) {
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = FrameBefore(time, dt);
+  const double before = util::FrameBefore(time, dt);
   ReadInputs();
   if (m_settings.bAutonomousMode)
     cCarCam.SteerTowards(m_target.ReadMatrix(before).translation(), dt);

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <vector>
 
+#include "util/Angles.h"
+
 namespace orv::rws::addon {
 
 /// One fan serves all wheels of a car, so that a car among many brings few lines of it back into
@@ -21,10 +23,9 @@ class RayFan {
     if (m_rays == rays && m_degrees == degrees) return;
     m_rays = rays;
     m_degrees = degrees;
-    constexpr double kPi = 3.14159265358979323846;
-    const double step = degrees / 180.0 * kPi;
+    const double step = degrees / 180.0 * util::kPi;
     int count = rays - 1;
-    if (count * step > kPi / 2.0) count = static_cast<int>(kPi / 2.0 / step);
+    if (count * step > util::kQuarterTurn) count = static_cast<int>(util::kQuarterTurn / step);
     m_angles.clear();
     for (int k = -count; k <= count; ++k)
       m_angles.push_back({std::sin(k * step), std::cos(k * step)});

@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "core/interface/CNode.h"
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/release/crawlertracks/CrawlerTrack.h"
 #include "plugins/release/crawlertracks/CrawlerUndo.h"
 #include "plugins/release/crawlertracks/CrawlerWheel.h"
 #include "unidevice/Property.h"
 #include "util/Angles.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -42,7 +42,7 @@ Transform Between(const Transform& a, const Transform& b, double part) {
 
 template <class T>
 void CutFrom(util::AVar_Latest<T>& history, double time) {
-  history.cutFrom(time + kFrameTolerance);
+  history.cutFrom(time + util::kFrameTolerance);
 }
 
 }  // namespace
@@ -90,7 +90,8 @@ void CrawlerTracks::Start(double time) {
   for (const WheelList* list : {&m_wheels, &m_supportWheels})
     for (const auto& wheel : *list) PushVariableUndo(*m_pInterface, wheel->radius);
   for (const auto& step : m_track->steps) {
-    m_pInterface->PushUndo(new BulletActorRecordingUndo(m_track, *step, time + kFrameTolerance));
+    m_pInterface->PushUndo(
+        new BulletActorRecordingUndo(m_track, *step, time + util::kFrameTolerance));
     CutFrom(step->linVelocity, time);
     CutFrom(step->angVelocity, time);
   }
@@ -126,7 +127,7 @@ int CrawlerTracks::SubFrameParts() const {
   constexpr double kLongestStep =
       0.004;  // s; with the usual 10 sub-frames 24 frames/s need no more
   const double length = m_pInterface->GetFrameDuration() / (m_settings.subFrames + 1);
-  return std::max(static_cast<int>(std::ceil(length / kLongestStep - kFrameTolerance)), 1);
+  return std::max(static_cast<int>(std::ceil(length / kLongestStep - util::kFrameTolerance)), 1);
 }
 
 double CrawlerTracks::StepLength() const {
@@ -199,18 +200,18 @@ void CrawlerTracks::BuildSteps(double time) {
 /// stands as the scene and the memory have it; a new one was settled when it was laid.
 void CrawlerTracks::Settle(double time) {
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = FrameBefore(time, dt);
+  const double before = util::FrameBefore(time, dt);
   const auto& memory = m_track->steps.front()->linVelocity.samples;
-  const bool goesOn = !memory.empty() && memory.front().time <= time + kFrameTolerance;
+  const bool goesOn = !memory.empty() && memory.front().time <= time + util::kFrameTolerance;
   m_isNew = !goesOn;
   m_hasLeft = false;
-  const bool hasFrame = goesOn && memory.front().time <= before + kFrameTolerance;
+  const bool hasFrame = goesOn && memory.front().time <= before + util::kFrameTolerance;
   BuildWorld(hasFrame ? before : time);
   ReadFrame(hasFrame ? before : time, time);
   m_world->FillContacts(true);
   // Where nothing moves meanwhile, for as long as contacts need at the least.
   constexpr double kLeastTime = 0.04;  // s
-  for (double t = 0.0; t == 0.0 || (!hasFrame && t < kLeastTime - kFrameTolerance); t += dt)
+  for (double t = 0.0; t == 0.0 || (!hasFrame && t < kLeastTime - util::kFrameTolerance); t += dt)
     StepFrame(time, false);
   m_world->FillContacts(false);
   for (int i = 0; i < m_world->GetStepCount(); ++i) m_world->SetStep(i, StateAt(i, time));
@@ -374,7 +375,7 @@ void CrawlerTracks::CarryAlong(double before, double time) {
 void CrawlerTracks::Step(double time) {
   if (!m_isRunning) return;
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = FrameBefore(time, dt);
+  const double before = util::FrameBefore(time, dt);
   m_world->Tune(m_settings, StepLength());
   m_world->SetGravity(GravityAt(before));
   ReadFrame(before, time);

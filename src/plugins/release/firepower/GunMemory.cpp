@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <tuple>
 
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/SaveChunk.h"
 #include "util/AVar_Latest.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -56,7 +56,7 @@ GunState GunMemory::Resume(double before) const {
   if (m_frames.empty()) return {};
   GunState state = m_frames.back().state;
   const double gap = before - m_frames.back().time;
-  if (gap <= kFrameTolerance) return state;
+  if (gap <= util::kFrameTolerance) return state;
   state.fireTimer += gap;
   state.fire = 0.0;
   state.timeDelayActivated = state.delayed = false;

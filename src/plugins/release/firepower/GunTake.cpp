@@ -4,7 +4,6 @@
 
 #include "core/interface/CNode.h"
 #include "core/interface/CSnapshot_Mesh.h"
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/common/SnapshotGuard.h"
@@ -12,6 +11,8 @@
 #include "plugins/release/firepower/GunRandom.h"
 #include "plugins/release/firepower/Messages.h"
 #include "plugins/release/firepower/Turns.h"
+#include "util/Angles.h"
+#include "util/FrameGrid.h"
 #include "util/ResponseFilters.h"
 
 namespace orv::rws::addon {
@@ -27,7 +28,7 @@ constexpr double kMoved = 1e-9;
 constexpr double kSameTime = 1e-9;
 
 double Radians(double degrees) {
-  return degrees * kPi / 180.0;
+  return degrees * util::kPi / 180.0;
 }
 
 bool IsNear(const Matrix& a, const Matrix& b) {
@@ -63,7 +64,7 @@ void Firepower::Start(double time) {
   PushVariableUndo(*m_pInterface, m_logic.fireOffline);
   if (!IsComplete()) TellError(kErrorWhenStarting);
   const double dt = m_pInterface->GetFrameDuration();
-  const double first = FrameAfter(time, dt), before = FrameBefore(first, dt);
+  const double first = util::FrameAfter(time, dt), before = util::FrameBefore(first, dt);
   m_memory.Cut(first);
   m_state = m_memory.Resume(before);
   RemoveBulletsAfter(time);
@@ -74,8 +75,8 @@ void Firepower::Start(double time) {
 }
 
 void Firepower::Forget(double time) {
-  m_memory.Cut(FrameAfter(time, m_pInterface->GetFrameDuration()));
-  while (!bullets.empty() && bullets.back().creationTime > time + kFrameTolerance)
+  m_memory.Cut(util::FrameAfter(time, m_pInterface->GetFrameDuration()));
+  while (!bullets.empty() && bullets.back().creationTime > time + util::kFrameTolerance)
     bullets.pop_back();
   m_logic.timeDelayFire = m_logic.fireOffline = false;
 }
@@ -91,7 +92,7 @@ void Firepower::Stop() {
 
 /// Projectiles of a future that a take is about to replace.
 void Firepower::RemoveBulletsAfter(double time) {
-  while (!bullets.empty() && bullets.back().creationTime > time + kFrameTolerance) {
+  while (!bullets.empty() && bullets.back().creationTime > time + util::kFrameTolerance) {
     if (bullets.back().HasNode()) {
       m_pInterface->DeleteNode(bullets.back().node, false);
       if (bullets.back().HasNode()) TellError(kErrorOnNodeDelete);
@@ -107,7 +108,7 @@ void Firepower::ResumeBullets(double before, double first) {
   m_living.reserve(bullets.size());
   for (std::size_t i = 0; i < bullets.size(); ++i) {
     Bullet& bullet = bullets[i];
-    const bool lives = first - bullet.creationTime <= m_settings.lifeTime + kFrameTolerance;
+    const bool lives = first - bullet.creationTime <= m_settings.lifeTime + util::kFrameTolerance;
     if (!lives && !bullet.IsFlownBehind(before)) continue;
     if (!bullet.HasNode()) {
       TellError(kNoNode);
@@ -186,7 +187,7 @@ void Firepower::Step(double time) {
 
 void Firepower::AdvanceBullets(double time, double dt) {
   for (const int index : m_overdue)
-    bullets[static_cast<std::size_t>(index)].Rest(*m_pInterface, FrameBefore(time, dt), time);
+    bullets[static_cast<std::size_t>(index)].Rest(*m_pInterface, util::FrameBefore(time, dt), time);
   m_overdue.clear();
   if (m_living.empty()) return;
   m_collision.BeginFrame(time);
@@ -194,7 +195,7 @@ void Firepower::AdvanceBullets(double time, double dt) {
   const FlightRules rules = Rules();
   const auto isOver = [&](int index) {
     Bullet& bullet = bullets[static_cast<std::size_t>(index)];
-    if (time - bullet.creationTime > m_settings.lifeTime + kFrameTolerance) return true;
+    if (time - bullet.creationTime > m_settings.lifeTime + util::kFrameTolerance) return true;
     if (!bullet.HasNode()) {
       TellError(kNoNode);
       return true;
@@ -210,7 +211,7 @@ void Firepower::AdvanceBullets(double time, double dt) {
 // --- firing ---
 
 Firepower::GunPose Firepower::ReadGun(double time, double dt) const {
-  const Matrix now = BarrelAtRest(time), before = BarrelAtRest(FrameBefore(time, dt));
+  const Matrix now = BarrelAtRest(time), before = BarrelAtRest(util::FrameBefore(time, dt));
   return {-now.axisRow(2).normalized(), (now.translation() - before.translation()) / dt,
           m_template.IsBound() ? m_template.ReadMatrix(time) : now};
 }
@@ -245,16 +246,16 @@ void Firepower::Fire(const GunPose& gun, double time, double dt) {
   if (s.spreadAngle > 0.0)
     birth.direction = Deviated(
         gun.direction, 1.0 - draw(Chance::kSpread) * (1.0 - std::cos(Radians(s.spreadAngle))),
-        2.0 * kPi * draw(Chance::kSpreadTurn));
+        2.0 * util::kPi * draw(Chance::kSpreadTurn));
   birth.velocity = birth.direction * s.initSpeed + gun.velocity;
   birth.angularVelocity =
       s.angularVelocity + s.randomizeRotationSpeed * deviate(Chance::kSpinSpeed);
   birth.axisCosine =
       1.0 - draw(Chance::kSpinAxis) * (1.0 - std::cos(Radians(s.randomizeRotationAxis)));
-  birth.axisTurn = 2.0 * kPi * draw(Chance::kSpinAxisTurn);
+  birth.axisTurn = 2.0 * util::kPi * draw(Chance::kSpinAxisTurn);
   birth.length = s.length;
   Bullet bullet(number, node, time, birth);
-  bullet.Appear(*m_pInterface, std::max(FrameBefore(time, dt), m_takeStart), s, Rules(), dt);
+  bullet.Appear(*m_pInterface, std::max(util::FrameBefore(time, dt), m_takeStart), s, Rules(), dt);
   m_living.push_back(static_cast<int>(bullets.size()));
   bullets.push_back(std::move(bullet));
 }

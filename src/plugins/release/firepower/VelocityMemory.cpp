@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/firepower/GunSettings.h"
 
@@ -54,17 +53,17 @@ bool VelocityMemory::Covers(const FlightRules& rules, double duration) const {
 
 Vector VelocityMemory::At(double time) const {
   const double until = std::min(time, m_last);
-  const auto mark = LatestAt(m_marks, until + kFrameTolerance);
+  const auto mark = LatestAt(m_marks, until + util::kFrameTolerance);
   if (mark == m_marks.end()) return {};
   const Span& span = *LatestAt(m_spans, mark->time);
   Flight flight{{}, mark->velocity};
-  for (auto frames = std::lround((until - mark->time) / span.duration); frames > 0; --frames)
+  for (auto frames = util::NearestFrame(until - mark->time, span.duration); frames > 0; --frames)
     flight.Free(span.rules, span.duration);
   return flight.velocity;
 }
 
 void VelocityMemory::CutBehind(double time) {
-  const double last = time + kFrameTolerance;
+  const double last = time + util::kFrameTolerance;
   while (!m_marks.empty() && m_marks.back().time > last) m_marks.pop_back();
   while (!m_spans.empty() && m_spans.back().time > last) m_spans.pop_back();
   m_last = std::min(m_last, time);

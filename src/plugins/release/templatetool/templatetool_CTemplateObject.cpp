@@ -6,13 +6,13 @@
 
 #include "core/interface/CSnapshot_Helper.h"
 #include "core/interface/CSnapshot_Lens.h"
-#include "plugins/common/FrameGrid.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/common/ReplayedEvent.h"
 #include "plugins/release/templatetool/templatetool_TemplateReader.h"
 #include "unidevice/Property.h"
 #include "util/Angles.h"
+#include "util/FrameGrid.h"
 #include "util/Quat.h"
 
 namespace orv::rws::addon {
@@ -312,11 +312,12 @@ void CTemplateObject::Remember(int output, double time) {
 
 bool CTemplateObject::GoesOn(int output, double time) const {
   const auto& samples = m_memory.histories[static_cast<std::size_t>(output)].samples;
-  if (m_memory.bReInitialize || samples.empty() || samples.back().time < time - kFrameTolerance)
+  if (m_memory.bReInitialize || samples.empty() ||
+      samples.back().time < time - util::kFrameTolerance)
     return false;
   const auto isBefore = [](const auto& sample, double t) { return sample.time < t; };
   const auto at =
-      std::lower_bound(samples.begin(), samples.end(), time - kFrameTolerance, isBefore);
+      std::lower_bound(samples.begin(), samples.end(), time - util::kFrameTolerance, isBefore);
   return at != samples.begin() && time - std::prev(at)->time <= kLongestGap;
 }
 
@@ -330,7 +331,7 @@ bool CTemplateObject::IsAsRemembered(const TemplateNode& node, std::size_t index
     const int at = history.find(time);
     if (at < 0) return false;
     const auto& sample = history.samples[static_cast<std::size_t>(at)];
-    if (std::abs(sample.time - time) > kFrameTolerance) return false;
+    if (std::abs(sample.time - time) > util::kFrameTolerance) return false;
     channels[i] = sample.value;
   }
   return IsSamePose(ComposePose(channels), ReadPose(index, time));
@@ -383,7 +384,7 @@ void CTemplateObject::Start(double time) {
       Value(i) = Before(i) = m_programs[index].expression.Evaluate();
     }
   }
-  const double next = FrameAfter(time, m_pInterface->GetFrameDuration());
+  const double next = util::FrameAfter(time, m_pInterface->GetFrameDuration());
   for (int i = 0; i < count; ++i) {
     CutHistory(m_memory.histories[static_cast<std::size_t>(i)], next);
     Remember(i, time);
@@ -407,7 +408,7 @@ void CTemplateObject::Step(double time) {
   FillSettings(time);
   for (std::size_t i = 0; i < m_inputs.size(); ++i)
     m_values[static_cast<std::size_t>(d.InputSlot()) + i] = m_inputs[i]->read();
-  const double before = FrameBefore(time, m_pInterface->GetFrameDuration());
+  const double before = util::FrameBefore(time, m_pInterface->GetFrameDuration());
   const int count = static_cast<int>(d.outputs.size());
   for (int i = 0; i < count; ++i)
     if (d.outputs[static_cast<std::size_t>(i)].isRemembered)

@@ -1,8 +1,8 @@
-#include "plugins/common/FrameGrid.h"
+#include "util/FrameGrid.h"
 
 #include <gtest/gtest.h>
 
-namespace orv::rws::addon {
+namespace orv::util {
 namespace {
 
 TEST(FrameGrid, TheFrameBeforeIsTheVeryTimeOfThatFrame) {
@@ -19,4 +19,4 @@ TEST(FrameGrid, TheFrameBeforeIsTheVeryTimeOfThatFrame) {
 }
 
 }  // namespace
-}  // namespace orv::rws::addon
+}  // namespace orv::util
