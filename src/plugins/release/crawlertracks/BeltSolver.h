@@ -56,6 +56,14 @@ class BeltJoint final : public btGeneric6DofConstraint {
 /// system whose last body is bordered, as the chain is closed. Impulses that run from joint to
 /// joint take more iterations than the chain has steps, so that a long belt would stretch; solved
 /// at once it holds at any length, at a cost that grows with its length alone.
+///
+/// After published methods: sequential impulses (Catto, "Iterative dynamics with temporal
+/// coherence", 2005) and errors that the wanted speeds take out in parts (Baumgarte, "Stabilization
+/// of constraints and integrals of motion in dynamical systems", 1972); the chain in one piece at
+/// linear cost (Baraff, "Linear-time dynamics using Lagrange multipliers", 1996), here for the
+/// speeds under implicit dampers (Baraff and Witkin, "Large steps in cloth simulation", 1998), by
+/// block Cholesky with a border (Golub and Van Loan, "Matrix computations"); inertia under tension
+/// after the geometric stiffness of Tournier and others, "Stable constrained dynamics", 2015.
 class BeltSolver final : public btSequentialImpulseConstraintSolver {
  public:
   /// A body of the chain, in order. Joints belong to the caller.

@@ -175,7 +175,7 @@ struct BeltWorld::World {
 };
 
 BeltWorld::BeltWorld(int bodies, const BeltTuning& tuning, double h)
-    : m_tuning(tuning), m_step(h), m_world(std::make_unique<World>(bodies)) {
+    : m_tuning(tuning), m_worldStep(h), m_world(std::make_unique<World>(bodies)) {
   // It would move bodies apart without regard for their joints.
   m_world->world.getSolverInfo().m_splitImpulse = false;
   // Friction holds both ways along a surface, and the same ways in each step. With one, along what
@@ -259,9 +259,9 @@ void BeltWorld::SetGravity(const Vector& gravity) {
 }
 
 void BeltWorld::Tune(const BeltTuning& tuning, double h) {
-  if (tuning == m_tuning && h == m_step && !m_world->steps.empty()) return;
+  if (tuning == m_tuning && h == m_worldStep && !m_world->steps.empty()) return;
   m_tuning = tuning;
-  m_step = h;
+  m_worldStep = h;
   btContactSolverInfo& info = m_world->world.getSolverInfo();
   info.m_numIterations = tuning.trackAccuracy;
   // By the scene's time: what pushes a step out stays in it as speed, and in a world that runs
@@ -279,17 +279,18 @@ void BeltWorld::TuneJoints() {
     step.body->setFriction(t.trackFriction);
     if (step.attachment) TuneAttachment(*step.attachment);
     if (!step.joint) continue;
-    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2, kMostBending}, m_step);
-    step.joint->TuneRotation(1, {1.0, 1.0, 0.8}, m_step);
-    step.joint->TuneRotation(2, {t.twistFlaccid, NotZero(t.trackTwistDamping), 0.2}, m_step);
-    step.joint->TuneTranslation({hold, damping, kGapReduction}, m_step);
+    step.joint->TuneRotation(0, {t.flaccid, NotZero(t.trackDamping), 0.2, kMostBending},
+                             m_worldStep);
+    step.joint->TuneRotation(1, {1.0, 1.0, 0.8}, m_worldStep);
+    step.joint->TuneRotation(2, {t.twistFlaccid, NotZero(t.trackTwistDamping), 0.2}, m_worldStep);
+    step.joint->TuneTranslation({hold, damping, kGapReduction}, m_worldStep);
   }
 }
 
 void BeltWorld::TuneAttachment(BeltJoint& joint) const {
-  for (int axis = 0; axis < 3; ++axis) joint.TuneRotation(axis, {0.5, 1.0, 0.8}, m_step);
+  for (int axis = 0; axis < 3; ++axis) joint.TuneRotation(axis, {0.5, 1.0, 0.8}, m_worldStep);
   const double softness = 1.0 - std::pow(1.0 - kHoldSoftness, m_tuning.trackAccuracy);
-  joint.TuneTranslation({softness, 1.0, kGapReduction}, m_step);
+  joint.TuneTranslation({softness, 1.0, kGapReduction}, m_worldStep);
 }
 
 // --- wheels ---
@@ -367,9 +368,9 @@ void BeltWorld::Lead(Body& body) const {
   btTransform now;
   body.motion->getWorldTransform(now);
   btVector3 linear, angular;
-  btTransformUtil::calculateVelocity(now, body.next, m_step, linear, angular);
+  btTransformUtil::calculateVelocity(now, body.next, m_worldStep, linear, angular);
   btTransform behind;
-  btTransformUtil::integrateTransform(now, -linear, -angular, m_step, behind);
+  btTransformUtil::integrateTransform(now, -linear, -angular, m_worldStep, behind);
   body.body->setInterpolationWorldTransform(behind);
 }
 
@@ -381,7 +382,7 @@ void BeltWorld::Advance() {
     if (step.body->getInvMass() > 0.0)
       links.push_back({step.body.get(), step.joint.get(), step.attachment.get(), step.guide});
   for (Body* body : m_world->moved) Lead(*body);
-  m_world->world.stepSimulation(m_step, kMostInternalSteps, m_step);
+  m_world->world.stepSimulation(m_worldStep, kMostInternalSteps, m_worldStep);
   for (Body* body : m_world->moved) {
     body->motion->setWorldTransform(body->next);
     body->body->setInterpolationWorldTransform(body->next);  // at rest, unless it is moved on

@@ -34,8 +34,8 @@ struct BeltTuning {
   friend bool operator!=(const BeltTuning& a, const BeltTuning& b) { return !(a == b); }
 };
 
-/// A step as a body: a box about its middle, X along the axles, Y away from the wheels, Z along the
-/// belt.
+/// A step of the belt (a shoe) as a body: a box about its middle, X along the axles, Y away from
+/// the wheels, Z along the belt.
 struct StepBody {
   util::Vector3<double> size;  ///< whole extents
   double mass = 1.0;           ///< kg; 0 or less is a body that nothing moves
@@ -57,8 +57,8 @@ class BeltWorld {
   using Vector = util::Vector3<double>;
   using Transform = util::QTransform<double>;
 
-  /// Makes room for this many bodies in all; more are refused.
-  /// `h` is the length of its steps (s).
+  /// Makes room for this many bodies in all; more are refused. `h` is the length of the world's
+  /// steps (s). Wherever else a step is named, it is one of the belt's.
   BeltWorld(int bodies, const BeltTuning& tuning, double h);
   ~BeltWorld();
   BeltWorld(const BeltWorld&) = delete;
@@ -75,6 +75,7 @@ class BeltWorld {
 
   /// The acceleration of what falls, in the scene's time.
   void SetGravity(const Vector& gravity);
+  /// `h` as at first.
   void Tune(const BeltTuning& tuning, double h);
 
   /// Where the next step of the world leads it, at an even speed.
@@ -102,7 +103,8 @@ class BeltWorld {
   /// The middle of a step.
   Vector GetStepPlace(int step) const;
   void SetStep(int step, const BodyState& state);
-  /// While on, what comes to touch has all its points at once, and not one in each step.
+  /// While on, what comes to touch has all its points at once, and not one in each
+  /// step of the world.
   void FillContacts(bool on);
   /// Speeds of all steps die away at this rate (1/s, in the scene's time); 0 lets them be.
   void Calm(double rate);
@@ -122,7 +124,7 @@ class BeltWorld {
   void TuneAttachment(BeltJoint& joint) const;
 
   BeltTuning m_tuning;
-  double m_step;  ///< s
+  double m_worldStep;  ///< length of the world's steps (s)
   std::unique_ptr<World> m_world;
 };
 

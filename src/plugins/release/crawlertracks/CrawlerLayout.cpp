@@ -266,7 +266,7 @@ void CrawlerTracks::SettleTrack() {
   ReadFrame(now, now);
   m_world->Calm(kCalming);
   double top = INFINITY;
-  for (double t = 0.0; t < kLongest && top > kStill; t += StepLength()) {
+  for (double t = 0.0; t < kLongest && top > kStill; t += WorldStep()) {
     StepPart(0.0, 0.0);
     top = m_world->GetTopSpeed();
   }

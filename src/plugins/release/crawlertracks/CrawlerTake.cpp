@@ -130,7 +130,7 @@ int CrawlerTracks::SubFrameParts() const {
   return std::max(static_cast<int>(std::ceil(length / kLongestStep - util::kFrameTolerance)), 1);
 }
 
-double CrawlerTracks::StepLength() const {
+double CrawlerTracks::WorldStep() const {
   return m_pInterface->GetFrameDuration() / ((m_settings.subFrames + 1) * SubFrameParts());
 }
 
@@ -151,7 +151,7 @@ void CrawlerTracks::BuildWorld(double time) {
   FindMotions();
   m_world = std::make_unique<BeltWorld>(
       static_cast<int>(shapes.size() + m_motions.size() + m_track->steps.size()), m_settings,
-      StepLength());
+      WorldStep());
   m_gravityDirection.ReadPoses(time, m_groundsAfter);
   m_grounds.clear();
   for (std::size_t i = 0; i < shapes.size(); ++i)
@@ -376,7 +376,7 @@ void CrawlerTracks::Step(double time) {
   if (!m_isRunning) return;
   const double dt = m_pInterface->GetFrameDuration();
   const double before = util::FrameBefore(time, dt);
-  m_world->Tune(m_settings, StepLength());
+  m_world->Tune(m_settings, WorldStep());
   m_world->SetGravity(GravityAt(before));
   ReadFrame(before, time);
   if (std::exchange(m_isNew, false)) CarryAlong(before, time);

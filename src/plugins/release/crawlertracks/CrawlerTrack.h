@@ -37,7 +37,8 @@ class CrawlerTracks::Track {
   Step& Add();
 };
 
-/// A step: a node that shows the TemplateStep's mesh, and a body's memory by time.
+/// A step of the belt, that is one of its shoes: a node that shows the TemplateStep's mesh, and a
+/// body's memory by time.
 class CrawlerTracks::Track::Step : public RigSceneNode, public CInterface::Callback {
  public:
   Step(Track& track, int number);

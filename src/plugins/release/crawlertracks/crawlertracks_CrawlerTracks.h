@@ -63,6 +63,8 @@ class CrawlerTracks : public Rig {
 
   void Start(double time) override;
   void Stop() override;
+  /// Runs a frame. Of the two other steps of a belt, Track::Step is a shoe of it, and the world's
+  /// step is one call of BeltWorld::Advance, of which a frame has several.
   void Step(double time) override;
   int Define() override;
   int Create() override;
@@ -148,7 +150,8 @@ class CrawlerTracks : public Rig {
   void StepFrame(double time, bool writes);
   void CarryAlong(double before, double time);
   int SubFrameParts() const;
-  double StepLength() const;
+  /// Length of the world's steps (s).
+  double WorldStep() const;
   Vector GravityAt(double time) const;
   void FindMotions();
   void ReadMotions(double before, double time);

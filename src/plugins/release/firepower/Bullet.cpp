@@ -6,6 +6,7 @@
 #include "plugins/common/NodeScale.h"
 #include "plugins/common/SnapshotGuard.h"
 #include "plugins/release/firepower/Turns.h"
+#include "util/Angles.h"
 #include "util/NumberText.h"
 
 namespace orv::rws::addon {
@@ -82,7 +83,7 @@ Quat Bullet::RotationAt(double time, const GunSettings& settings) const {
   if (!settings.rotateBullet) return rotation;
   double turns = rotationDirection * angularVelocity * (time - creationTime);
   turns -= std::floor(turns);
-  return TurnAbout(rotationAxis, 2.0 * kPi * turns) * rotation;
+  return TurnAbout(rotationAxis, 2.0 * util::kPi * turns) * rotation;
 }
 
 void Bullet::Appear(CInterface& core, double before, const GunSettings& settings,
