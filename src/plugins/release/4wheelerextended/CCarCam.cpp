@@ -578,7 +578,7 @@ void CCarCam::SteerTowards(const Vector& target, double dt) {
 
 // --- after the ground contact ---
 
-void CCarCam::FinishWheels(double /*dt*/) {
+void CCarCam::FinishWheels() {
   const Vector forward = state.base.rotation.rotate({0.0, 0.0, -1.0});
   const double speed = GetSpeed();
   const bool rolls = std::abs(speed) > geometry.scale * 0.001;

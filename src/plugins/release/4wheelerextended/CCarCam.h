@@ -36,7 +36,7 @@ class CCarCam {
   /// One sub-step of `h` seconds of a frame of `frameDt`.
   void SubStep(double frameDt, double h);
   /// Turns what the wheels travelled in the frame into spin.
-  void FinishWheels(double dt);
+  void FinishWheels();
   /// Lays the base on the plane of the wheel bottoms, below the body's origin. A corner of the
   /// chassis whose wheel hangs is not pulled down by the tire: it falls with the car's gravity
   /// until the ground holds it, so that a car leaves a crest or a ramp as heavy things do.

@@ -158,7 +158,7 @@ void CCarCamObject::Step(double time) {
   WriteBody(time);
   MeetGround(time);
   if (!m_settings.bKeyframeOnlyEssential) WriteWheelHelpers(time);
-  cCarCam.FinishWheels(dt);
+  cCarCam.FinishWheels();
   for (auto& wheel : m_wheels) wheel->wheel.Finish(time, dt);
   cCarCam.FitBase(dt);
   WriteBaseNodes(time);
