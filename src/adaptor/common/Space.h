@@ -20,7 +20,7 @@ enum class UpAxis { kY, kZ };
 ///
 /// `toRig(toHost(v))` is v to the bit for all but orientations where a metre is a power of two of
 /// the unit, and else within two roundings; an orientation with Y up is v itself, with Z up within
-/// 1e-15. A host of Y up and metres gets every value as it is, the sign of a zero included.
+/// 1e-14. A host of Y up and metres gets every value as it is, the sign of a zero included.
 struct Space {
   UpAxis up = UpAxis::kY;
   double metre = 1.0;  ///< one metre in the host's unit of length, above 0 (100 = centimetres)
