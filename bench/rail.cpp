@@ -32,7 +32,7 @@ constexpr int kPoints = 50;
 
 /// A wavy ring.
 Vector RingPoint(int i) {
-  const double a = 2 * util::kPi * i / kPoints;
+  const double a = 2 * orv::util::kPi * i / kPoints;
   return {60 * std::cos(a), 3 * std::sin(5 * a), (60 + 4 * std::sin(3 * a)) * std::sin(a)};
 }
 
