@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "app/rigwright/Devices.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/Devices.h"
 #include "core/Instance.h"
 #include "unidevice/Control.h"
 #include "unidevice/ControlChoice.h"

@@ -6,11 +6,11 @@
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/GroundText.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/GroundText.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"

@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/InputFile.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/InputFile.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 

@@ -8,10 +8,10 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/GroundText.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/GroundText.h"
 #include "util/NumberText.h"
 
 namespace orv::app {

@@ -1,4 +1,4 @@
-#include "app/rigwright/PlotGround.h"
+#include "app/plot/PlotGround.h"
 
 #include <algorithm>
 #include <array>
@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "adaptor/headless/SceneNode.h"
-#include "app/rigwright/PlotData.h"
-#include "app/rigwright/PlotScale.h"
-#include "app/rigwright/PlotSubject.h"
+#include "app/plot/PlotData.h"
+#include "app/plot/PlotScale.h"
+#include "app/plot/PlotSubject.h"
 #include "util/CMesh.h"
 #include "util/NumberText.h"
 

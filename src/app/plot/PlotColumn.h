@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "app/rigwright/PlotData.h"
-#include "app/rigwright/PlotLegend.h"
+#include "app/plot/PlotData.h"
+#include "app/plot/PlotLegend.h"
 
 class QColor;
 class QFont;

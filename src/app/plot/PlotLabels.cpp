@@ -1,4 +1,4 @@
-#include "app/rigwright/PlotLabels.h"
+#include "app/plot/PlotLabels.h"
 
 #include <cmath>
 

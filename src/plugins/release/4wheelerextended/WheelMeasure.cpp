@@ -1,4 +1,4 @@
-#include "app/rigwright/WheelMeasure.h"
+#include "plugins/release/4wheelerextended/WheelMeasure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 
 #include "util/NumberText.h"
 
-namespace orv::app {
+namespace orv::rws::addon {
 
 namespace {
 
@@ -270,4 +270,4 @@ std::string measureWheel(const std::vector<Vector>& corners, WheelMeasure& wheel
   return {};
 }
 
-}  // namespace orv::app
+}  // namespace orv::rws::addon

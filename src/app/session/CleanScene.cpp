@@ -1,4 +1,4 @@
-#include "app/rigwright/CleanScene.h"
+#include "app/session/CleanScene.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/FrameTimes.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/ProgressBar.h"
+#include "app/session/anyhost/FrameTimes.h"
 
 namespace orv::app {
 

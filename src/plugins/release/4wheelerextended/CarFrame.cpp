@@ -1,11 +1,11 @@
-#include "app/rigwright/CarFrame.h"
+#include "plugins/release/4wheelerextended/CarFrame.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "util/NumberText.h"
 
-namespace orv::app {
+namespace orv::rws::addon {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::string findCarFrame(const FourWheels& wheels, CarFrame& frame) {
   return {};
 }
 
-}  // namespace orv::app
+}  // namespace orv::rws::addon

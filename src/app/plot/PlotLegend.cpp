@@ -1,8 +1,8 @@
-#include "app/rigwright/PlotLegend.h"
+#include "app/plot/PlotLegend.h"
 
 #include <QPainter>
 
-#include "app/rigwright/PlotStyle.h"
+#include "app/plot/PlotStyle.h"
 
 namespace orv::app {
 

@@ -1,4 +1,4 @@
-#include "app/rigwright/PlotSubject.h"
+#include "app/plot/PlotSubject.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/SceneNode.h"
-#include "app/rigwright/PlotShots.h"
+#include "app/plot/PlotShots.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
 

@@ -6,7 +6,7 @@
 
 #include "util/Vector3.h"
 
-namespace orv::app {
+namespace orv::rws::addon {
 
 /// A wheel as a disc. World space (m).
 struct WheelMeasure {
@@ -26,4 +26,4 @@ inline constexpr double kMostUneven = 0.05;
 /// An empty text means success; any other says why this is no wheel.
 std::string measureWheel(const std::vector<util::Vector3<double>>& corners, WheelMeasure& wheel);
 
-}  // namespace orv::app
+}  // namespace orv::rws::addon

@@ -1,12 +1,12 @@
-#include "app/rigwright/PlotColumn.h"
+#include "app/plot/PlotColumn.h"
 
 #include <QPainter>
 #include <algorithm>
 #include <utility>
 
-#include "app/rigwright/PlotLabels.h"
-#include "app/rigwright/PlotScale.h"
-#include "app/rigwright/PlotStyle.h"
+#include "app/plot/PlotLabels.h"
+#include "app/plot/PlotScale.h"
+#include "app/plot/PlotStyle.h"
 
 namespace orv::app {
 

@@ -4,10 +4,10 @@
 #include <array>
 #include <string>
 
-#include "app/rigwright/WheelMeasure.h"
+#include "plugins/release/4wheelerextended/WheelMeasure.h"
 #include "util/Matrix.h"
 
-namespace orv::app {
+namespace orv::rws::addon {
 
 /// Front left, front right, back left, back right.
 using FourWheels = std::array<WheelMeasure, 4>;
@@ -33,4 +33,4 @@ struct CarFrame {
 /// empty text means success; any other says why these are not the wheels of a car.
 std::string findCarFrame(const FourWheels& wheels, CarFrame& frame);
 
-}  // namespace orv::app
+}  // namespace orv::rws::addon

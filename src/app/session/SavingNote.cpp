@@ -1,4 +1,4 @@
-#include "app/rigwright/SavingNote.h"
+#include "app/session/SavingNote.h"
 
 #include <chrono>
 #include <system_error>

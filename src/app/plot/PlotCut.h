@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "app/rigwright/PlotData.h"
+#include "app/plot/PlotData.h"
 
 namespace orv::rws::adaptor::headless {
 class Scene;

@@ -1,4 +1,4 @@
-#include "app/rigwright/GroundText.h"
+#include "app/session/anyhost/GroundText.h"
 
 #include <nlohmann/json.hpp>
 

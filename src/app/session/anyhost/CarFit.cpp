@@ -7,16 +7,16 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/CarFrame.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/ModelChecks.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/ModelChecks.h"
 #include "core/ConfigElement.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
+#include "plugins/release/4wheelerextended/CarFrame.h"
 #include "plugins/release/4wheelerextended/CarSettings.h"
 #include "util/NumberText.h"
 
@@ -32,6 +32,9 @@ using rws::adaptor::headless::decompose;
 using rws::adaptor::headless::HeadlessNode;
 using rws::adaptor::headless::SceneNode;
 using rws::adaptor::headless::Trs;
+using rws::addon::CarFrame;
+using rws::addon::FourWheels;
+using rws::addon::WheelMeasure;
 using rws::core::Instance;
 
 constexpr const char* kKind = "4WheelerExt";

@@ -1,4 +1,4 @@
-#include "app/rigwright/PlotPainter.h"
+#include "app/plot/PlotPainter.h"
 
 #include <QBuffer>
 #include <QFontMetricsF>
@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/rigwright/PlotColumn.h"
-#include "app/rigwright/PlotData.h"
-#include "app/rigwright/PlotStyle.h"
+#include "app/plot/PlotColumn.h"
+#include "app/plot/PlotData.h"
+#include "app/plot/PlotStyle.h"
 
 namespace orv::app {
 

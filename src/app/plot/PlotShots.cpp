@@ -1,11 +1,11 @@
-#include "app/rigwright/PlotShots.h"
+#include "app/plot/PlotShots.h"
 
 #include <algorithm>
 
 #include "adaptor/headless/Scene.h"
 #include "adaptor/headless/SceneNode.h"
-#include "app/rigwright/PlotCut.h"
-#include "app/rigwright/PlotSubject.h"
+#include "app/plot/PlotCut.h"
+#include "app/plot/PlotSubject.h"
 #include "core/Instance.h"
 
 namespace orv::app {

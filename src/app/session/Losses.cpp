@@ -1,4 +1,4 @@
-#include "app/rigwright/Losses.h"
+#include "app/session/Losses.h"
 
 #include <algorithm>
 #include <limits>
@@ -7,9 +7,9 @@
 
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Program.h"
-#include "app/rigwright/RunRigs.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
+#include "app/session/anyhost/RunRigs.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "unidevice/Property.h"

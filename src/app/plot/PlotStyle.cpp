@@ -1,10 +1,10 @@
-#include "app/rigwright/PlotStyle.h"
+#include "app/plot/PlotStyle.h"
 
 #include <QFontMetricsF>
 #include <array>
 #include <numeric>
 
-#include "app/rigwright/PlotData.h"
+#include "app/plot/PlotData.h"
 
 namespace orv::app {
 

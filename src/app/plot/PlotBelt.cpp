@@ -1,11 +1,11 @@
-#include "app/rigwright/PlotBelt.h"
+#include "app/plot/PlotBelt.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "adaptor/headless/SceneNode.h"
-#include "app/rigwright/PlotCut.h"
-#include "app/rigwright/PlotSubject.h"
+#include "app/plot/PlotCut.h"
+#include "app/plot/PlotSubject.h"
 #include "core/Instance.h"
 #include "util/CMesh.h"
 #include "util/NumberText.h"

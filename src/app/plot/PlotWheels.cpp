@@ -1,11 +1,11 @@
-#include "app/rigwright/PlotWheels.h"
+#include "app/plot/PlotWheels.h"
 
 #include <array>
 #include <cmath>
 
+#include "app/plot/PlotData.h"
+#include "app/plot/PlotSubject.h"
 #include "app/rigwright/Output.h"
-#include "app/rigwright/PlotData.h"
-#include "app/rigwright/PlotSubject.h"
 #include "core/Instance.h"
 
 namespace orv::app {

@@ -1,4 +1,4 @@
-#include "app/rigwright/RunRigs.h"
+#include "app/session/anyhost/RunRigs.h"
 
 #include <algorithm>
 #include <cmath>

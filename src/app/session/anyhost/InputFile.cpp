@@ -1,4 +1,4 @@
-#include "app/rigwright/InputFile.h"
+#include "app/session/anyhost/InputFile.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "app/rigwright/Devices.h"
+#include "app/session/anyhost/Devices.h"
 
 #include <memory>
 

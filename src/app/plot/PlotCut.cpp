@@ -1,4 +1,4 @@
-#include "app/rigwright/PlotCut.h"
+#include "app/plot/PlotCut.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "app/rigwright/ModelChecks.h"
+#include "app/session/ModelChecks.h"
 
 #include <algorithm>
 #include <cctype>
@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/CarFrame.h"
+#include "plugins/release/4wheelerextended/CarFrame.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -112,7 +112,7 @@ std::string oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
 
 }  // namespace
 
-std::vector<std::string> oddCar(const CarFrame& frame, const SceneNode& body) {
+std::vector<std::string> oddCar(const rws::addon::CarFrame& frame, const SceneNode& body) {
   std::vector<std::string> odd;
   if (frame.wheelbase > kMostWheelbase || frame.wheelbase < kLeastWheelbase)
     odd.push_back("the wheelbase is " + metres(frame.wheelbase) +

@@ -1,4 +1,4 @@
-#include "app/rigwright/DeliveryFile.h"
+#include "app/session/DeliveryFile.h"
 
 #include <unistd.h>
 
