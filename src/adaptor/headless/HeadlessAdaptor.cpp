@@ -170,6 +170,25 @@ CoreNode* HeadlessAdaptor::DuplicateNode(CoreNode* original, const NodeIdentity&
   return node;
 }
 
+CoreNode* HeadlessAdaptor::CreateHub(const std::string& sceneName, CNode* parent) {
+  HeadlessNode* const place = Known(parent);
+  if (!place) return nullptr;
+  const util::Vector3<double> scale = place->GetWorldPose(m_time).rowLengths();
+  if (!(scale.x * scale.y * scale.z > 0.0)) return nullptr;
+  HeadlessNode& node = *Create({nullptr, sceneName, sceneName}, parent);
+  node.m_sceneNode->setHub(true);
+  node.m_sceneNode->setPose({{}, {}, {1.0 / scale.x, 1.0 / scale.y, 1.0 / scale.z}});
+  Created(node);
+  return &node;
+}
+
+bool HeadlessAdaptor::TakeMeshAway(CoreNode* node) {
+  HeadlessNode* const known = Known(node);
+  if (!known) return false;
+  known->SetMesh(nullptr);
+  return true;
+}
+
 void HeadlessAdaptor::Delete(HeadlessNode& node) {
   if (node.buffering) node.EndBuffering();
   auto step = UndoUnitPtr(new CNodeDeleteRestore(node));

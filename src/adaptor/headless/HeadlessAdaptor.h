@@ -104,6 +104,8 @@ class HeadlessAdaptor final : public AdaptorInterface {
   void DiscardNode(core::CoreNode* node) override;
   core::CoreNode* DuplicateNode(core::CoreNode* node, const NodeIdentity& identity,
                                 CNode* parent) override;
+  core::CoreNode* CreateHub(const std::string& sceneName, CNode* parent) override;
+  bool TakeMeshAway(core::CoreNode* node) override;
   void GetModelsUnder(core::CoreNode* node,
                       util::ReturnValue<std::vector<core::CoreNode*>>& result) override;
 

@@ -58,6 +58,7 @@ class alignas(64) HeadlessNode final : public core::CoreNode {
   CSnapshot_Lens* GetSnapshotLens(double time) override;
   CSnapshot_Shape* GetSnapshotShape(double time) override;
   void ReleaseSnapshot(CExtendable* snapshot) override;
+  bool HasKeys() override { return IsValid() && m_sceneNode->hasKeys(); }
   bool IsSame(CNode* node) override;
   /// Refused while a take buffers the node: its samples are relative to the parent.
   bool SetParent(CNode* parent) override;

@@ -1,48 +1,32 @@
-// plot.
+#include "app/plot/PlotScene.h"
+
 #include <algorithm>
-#include <cmath>
-#include <filesystem>
-#include <memory>
-#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "adaptor/headless/Scene.h"
 #include "adaptor/headless/SceneNode.h"
 #include "app/plot/PlotBelt.h"
-#include "app/plot/PlotData.h"
 #include "app/plot/PlotGround.h"
-#include "app/plot/PlotPainter.h"
 #include "app/plot/PlotShots.h"
 #include "app/plot/PlotSubject.h"
 #include "app/plot/PlotWheels.h"
-#include "app/rigwright/Failure.h"
-#include "app/rigwright/Interrupt.h"
-#include "app/rigwright/Program.h"
-#include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
-#include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/FrameTimes.h"
-#include "app/session/anyhost/RunRigs.h"
-#include "core/CoreImplementation.h"
+#include "app/session/anyhost/Monitor.h"
+#include "app/session/anyhost/Names.h"
+#include "app/session/anyhost/TimeSpan.h"
 #include "core/Instance.h"
 #include "unidevice/Property.h"
-#include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
-
-namespace {
 
 using rws::adaptor::headless::SceneNode;
 using rws::core::Instance;
 using Matrix = util::Matrix<double>;
 using Vector = util::Vector3<double>;
 
-struct PlotOptions {
-  std::vector<std::string> scenes;
-  std::string rig, range, output;
-};
+namespace {
 
-constexpr int kMostScenes = 8;          ///< that a page has room for
 constexpr std::size_t kMostInputs = 7;  ///< curves that can be told apart in one panel
 
 PlotPath pathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
@@ -114,7 +98,8 @@ void addDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
   data.panels.push_back(std::move(rotation));
 }
 
-void addInputs(PlotData& data, const std::vector<PlotSubject>& subjects, Output& out) {
+/// The number of inputs that are left out.
+std::size_t addInputs(PlotData& data, const std::vector<PlotSubject>& subjects) {
   PlotPanel panel{"Recorded inputs", "", {}, {}};
   std::size_t left = 0;
   for (const PlotSubject& subject : subjects) {
@@ -139,8 +124,8 @@ void addInputs(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
       panel.add(std::move(curve), static_cast<int>(panel.curves.size()));
     }
   }
-  if (left) out.warn(std::to_string(left) + " more inputs are not drawn (choose a rig by --rig)");
   if (!panel.curves.empty()) data.panels.push_back(std::move(panel));
+  return left;
 }
 
 /// Paths, heights and speeds.
@@ -170,42 +155,42 @@ void addMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
   if (hasMovement(turn)) data.panels.push_back(std::move(turn));
 }
 
-/// The part of a page that shows one scene, and what to say of the whole.
-struct Gathered {
-  PlotData data;
-  std::string rigs;      ///< their names
-  std::string profiles;  ///< of the rigs, as a heading has them
-  std::string frames;    ///< which times are shown
-};
+std::string viewsOf(const PlotData& data) {
+  return data.views.empty() ? "top view and curves" : "top view, side views and curves";
+}
 
-Gathered gather(SceneJob& job, const PlotOptions& options) {
-  const auto& scene = job.scene();
-  const TimeSpan span = spanOf(scene, options.range);
-  Gathered result;
+}  // namespace
+
+PlottedScene plotScene(const rws::adaptor::headless::Scene& scene,
+                       const std::vector<Instance*>& rigs, const TimeSpan& span,
+                       const std::string& file, const Monitor& monitor) {
+  PlottedScene result;
+  result.file = file;
   PlotData& data = result.data;
   data.start = span.from;
   data.end = span.to;
   const FrameTimes frames(span.from, span.to, scene.frameDuration());
   for (long i = 0; i < frames.count(); ++i) data.times.push_back(frames.time(frames.first + i));
-  if (data.times.empty()) throw Failure(job.path(), "there is no frame in the range");
-  const std::vector<Instance*> rigs =
-      options.rig.empty() ? job.core().List(false) : std::vector<Instance*>{&job.rig(options.rig)};
+  if (data.times.empty()) return result;
   std::vector<PlotSubject> subjects;
   for (Instance* rig : rigs) {
-    checkInterrupt();
+    result.cancelled = monitor.isCancelled();
+    if (result.cancelled) return result;
     PlotSubject subject = plotSubjectOf(*rig, data.times);
     if (subject.chief) subjects.push_back(std::move(subject));
+    monitor.tell(static_cast<long>(subjects.size()), static_cast<long>(rigs.size()));
   }
-  if (subjects.empty())
-    throw Failure(job.path(), "the scene has no rig to plot", "create one with rigwright add");
+  if (subjects.empty()) return result;
 
   addMovement(data, subjects);
   addDifferences(data, subjects);
-  addWheels(data, subjects, job.program().output());
+  if (const std::size_t left = addWheels(data, subjects))
+    result.warnings.push_back("the wheels of " + std::to_string(left) + " more rigs are not drawn");
   addBelts(data, subjects, scene);
   addGround(data, subjects);
   addShots(data, subjects, scene);
-  addInputs(data, subjects, job.program().output());
+  if (const std::size_t left = addInputs(data, subjects))
+    result.warnings.push_back(std::to_string(left) + " more inputs are not drawn");
   std::vector<std::string> names, profiles;
   for (const PlotSubject& subject : subjects) {
     names.push_back(subject.rig->GetInstanceName());
@@ -218,77 +203,19 @@ Gathered gather(SceneJob& job, const PlotOptions& options) {
   return result;
 }
 
-std::string viewsOf(const PlotData& data) {
-  return data.views.empty() ? "top view and curves" : "top view, side views and curves";
-}
-
-PlotSheet sheetOf(Program& program, const PlotOptions& options) {
-  if (options.scenes.size() > kMostScenes)
-    throw WrongUsage("a page has room for " + std::to_string(kMostScenes) + " scenes");
+PlotSheet sheetOf(std::vector<PlottedScene> scenes) {
   PlotSheet sheet;
+  const bool alone = scenes.size() == 1;
   std::vector<std::string> titles;
-  for (const std::string& path : options.scenes) {
-    SceneJob job(program, path);
-    Gathered scene = gather(job, options);
-    if (options.scenes.size() == 1) {
-      sheet.title = scene.rigs;
-      sheet.subtitle = fileNameOf(path) + ", " + viewsOf(scene.data) + ", " + scene.frames;
-    } else {
-      scene.data.heading = fileNameOf(path) + ": " + scene.profiles;
-      if (std::find(titles.begin(), titles.end(), scene.rigs) == titles.end())
-        titles.push_back(scene.rigs);
-      sheet.title = joined(titles, "; ");
-      sheet.subtitle = viewsOf(scene.data) + ", " + scene.frames;
-    }
+  for (PlottedScene& scene : scenes) {
+    if (!alone) scene.data.heading = scene.file + ": " + scene.profiles;
+    if (std::find(titles.begin(), titles.end(), scene.rigs) == titles.end())
+      titles.push_back(scene.rigs);
+    sheet.subtitle = (alone ? scene.file + ", " : "") + viewsOf(scene.data) + ", " + scene.frames;
     sheet.scenes.push_back(std::move(scene.data));
   }
+  sheet.title = joined(titles, "; ");
   return sheet;
-}
-
-void runPlot(Program& program, const PlotOptions& options) {
-  const PlotSheet sheet = sheetOf(program, options);
-  const std::string picture = endingOf(options.output) == ".png" ? drawPng(sheet) : drawSvg(sheet);
-  if (picture.empty()) throw Failure(options.output, "the picture could not be made");
-  checkInterrupt();
-  std::string error;
-  if (!util::writeFile(options.output, picture, &error)) failWriting(error);
-  program.output().object()["output"] = options.output;
-  program.output().note("plot: written to " + options.output);
-}
-
-std::string checkPictureEnding(const std::string& path) {
-  const std::string ending = endingOf(path);
-  if (ending == ".svg" || ending == ".png") return {};
-  // /dev/stdout may be a file, too.
-  std::error_code ignored;
-  const bool device = path.rfind("/dev/", 0) == 0 ||
-                      std::filesystem::is_other(std::filesystem::status(path, ignored));
-  if (ending.empty() && device) return {};
-  return path + " does not end in .svg or .png";
-}
-
-}  // namespace
-
-void addPlotVerb(Program& program) {
-  auto o = std::make_shared<PlotOptions>();
-  CLI::App& verb = program.addVerb(
-      "plot",
-      "Draw what rigs do: their paths from above with time marks, belts and shots from the side, "
-      "and curves of speed and inputs",
-      "rigwright plot out.glb --rig Cam -o paths.svg", [o](Program& p) { runPlot(p, *o); });
-  program.markReadOnly(verb);
-  program.markDrawing(verb);
-  verb.add_option("SCENE", o->scenes, "Scene to read (.glb or .gltf); several stand side by side")
-      ->required()
-      ->type_name("")
-      ->expected(-1)
-      ->check(checkNotEmpty);
-  verb.add_option("--rig", o->rig, "Only this rig (default: all)")
-      ->type_name("RIG")
-      ->check(checkNotEmpty);
-  addRange(verb, o->range, "Seconds from and to (default: the playback range)");
-  addOutput(verb, o->output, "Picture to write (.svg or .png; SVG into a pipe)")
-      ->check(checkPictureEnding);
 }
 
 }  // namespace orv::app

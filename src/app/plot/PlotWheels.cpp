@@ -5,7 +5,6 @@
 
 #include "app/plot/PlotData.h"
 #include "app/plot/PlotSubject.h"
-#include "app/rigwright/Output.h"
 #include "core/Instance.h"
 
 namespace orv::app {
@@ -52,7 +51,7 @@ double steeringOf(const Vector& axle, const Matrix& body) {
 
 }  // namespace
 
-void addWheels(PlotData& data, const std::vector<PlotSubject>& subjects, Output& out) {
+std::size_t addWheels(PlotData& data, const std::vector<PlotSubject>& subjects) {
   PlotPanel steering{"Steering of the front wheels", "degrees", {}, {}};
   PlotPanel travel{"Suspension travel", "m", {}, {}};
   std::size_t left = 0;
@@ -84,12 +83,10 @@ void addWheels(PlotData& data, const std::vector<PlotSubject>& subjects, Output&
         {subjects.size() > 1 ? rig : "mean of left and right", data.times, std::move(angle)},
         static_cast<int>(steering.curves.size()));
   }
-  if (left)
-    out.warn("the wheels of " + std::to_string(left) +
-             " more rigs are not drawn (choose a rig by --rig)");
-  if (travel.curves.empty()) return;
+  if (travel.curves.empty()) return left;
   data.panels.push_back(std::move(steering));
   data.panels.push_back(std::move(travel));
+  return left;
 }
 
 }  // namespace orv::app

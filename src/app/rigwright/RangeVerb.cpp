@@ -7,9 +7,9 @@
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
-#include "app/session/anyhost/RunRigs.h"
 
 namespace orv::app {
 

@@ -2,30 +2,25 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <set>
 
-#include "adaptor/headless/HeadlessAdaptor.h"
-#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/ModelChecks.h"
+#include "app/session/anyhost/Names.h"
+#include "app/session/anyhost/RigPlacing.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/NameRules.h"
 #include "core/Tool.h"
-#include "core/interface/CCamera.h"
 
 namespace orv::app {
 
 namespace {
 
-using Matrix = util::Matrix<double>;
 using Vector = util::Vector3<double>;
-using rws::adaptor::headless::HeadlessNode;
 using rws::core::Instance;
 
 struct AddOptions {
@@ -34,43 +29,11 @@ struct AddOptions {
   std::optional<double> scale;
 };
 
-/// Moves the rig so that its first node stands at `position` (m; nothing: where it is) and is
-/// `scale` times as large; the rig's other nodes come along.
-void placeRig(SceneJob& job, Instance& rig, const std::optional<Vector>& position, double scale) {
-  const double now = job.adaptor().GetCurrentTime();
-  const std::vector<rws::core::CoreNode*> nodes = rig.GetNodes();
-  std::set<const rws::adaptor::headless::SceneNode*> own;
-  for (rws::core::CoreNode* node : nodes)
-    own.insert(static_cast<HeadlessNode*>(node)->GetSceneNode());
-  std::vector<HeadlessNode*> tops;
-  Matrix change;
-  bool first = true;
-  for (rws::core::CoreNode* node : nodes) {
-    auto* const headless = static_cast<HeadlessNode*>(node);
-    if (first) {
-      const Vector here = headless->GetWorldPose(now).translation();
-      change.setRowLengths({scale, scale, scale});
-      change.setTranslation(position.value_or(here) - here * scale);
-      first = false;
-    }
-    // A node under another node of the rig is carried by that one.
-    bool carried = false;
-    for (const auto* above = headless->GetSceneNode()->parent(); above; above = above->parent())
-      carried = carried || own.count(above) > 0;
-    if (!carried) tops.push_back(headless);
-  }
-  for (HeadlessNode* node : tops) node->SetWorldPose(now, change * node->GetWorldPose(now), false);
-}
-
-/// Where the rig's first node is when the rig, `scale` times as large, stands on `foot` (m). Only a
-/// rig that stands on its ground by itself knows: for the others any height would be a guess.
+/// Where the rig's first node is when the rig stands on `foot`.
 Vector placeOn(const Instance& rig, const std::string& kind, const Vector& foot, double scale) {
-  double height = 0.0;
-  if (rig.GetRig()->Extension(rws::kStandingHeight, &height, nullptr) <= 0) {
-    throw Failure("--stand", "a " + kind + " doesn't stand on the ground by itself",
-                  "give the place of its first node by --translate");
-  }
-  return foot + Vector(0.0, height * scale, 0.0);
+  if (const std::optional<Vector> place = standingPlace(rig, foot, scale)) return *place;
+  throw Failure("--stand", "a " + kind + " doesn't stand on the ground by itself",
+                "give the place of its first node by --translate");
 }
 
 void runAdd(Program& program, const AddOptions& options) {
@@ -85,8 +48,8 @@ void runAdd(Program& program, const AddOptions& options) {
   }
   // Told once: with the scene's first rig.
   if (job.rigNames().empty())
-    for (const std::string& odd : oddScene(job.scene(), job.scene().rangeStart()))
-      program.output().warn(options.scene + ": " + odd);
+    for (const Problem& odd : oddScene(job.scene(), job.scene().rangeStart()))
+      program.output().warn(options.scene + ": " + textOf(odd, job.scene()));
   Instance* rig = job.core().CreateToolFromFactory(options.kind, options.name);
   if (!rig) throw Failure("kind " + options.kind, "the rig could not be created");
   if (!options.profile.empty()) {
@@ -100,7 +63,7 @@ void runAdd(Program& program, const AddOptions& options) {
   const double scale = options.scale.value_or(1.0);
   std::optional<Vector> place = options.translate;
   if (options.stand) place = placeOn(*rig, options.kind, *options.stand, scale);
-  if (place || options.scale) placeRig(job, *rig, place, scale);
+  if (place || options.scale) placeRig(*rig, place, scale);
   job.save(options.output);
   program.output().object()["rig"] = rig->GetInstanceName();
   program.output().line(rig->GetInstanceName());

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/Interrupt.h"
-#include "app/rigwright/ProgressBar.h"
 #include "app/session/anyhost/FrameTimes.h"
+#include "app/session/anyhost/Monitor.h"
+#include "app/session/anyhost/TimeSpan.h"
 
 namespace orv::app {
 
@@ -43,10 +43,10 @@ struct BakedNode {
 /// The work on one scene.
 class Cleaner {
  public:
-  Cleaner(Scene& scene, const std::set<std::string>& keep, double from, double to);
+  Cleaner(Scene& scene, const std::set<std::string>& keep, const TimeSpan& span);
 
-  /// False when the user interrupted it.
-  bool bake(ProgressBar& progress);
+  /// False when it was cancelled.
+  bool bake(const Monitor& monitor);
   void apply();
 
   CleanResult result;
@@ -62,18 +62,17 @@ class Cleaner {
 
   Scene& m_scene;
   const std::set<std::string>& m_keep;
-  double m_from, m_to;  ///< s
+  TimeSpan m_span;
   FrameTimes m_frames;
   std::vector<BakedNode> m_baked;
   std::map<const SceneNode*, SceneNode*> m_parents;  ///< of those in m_baked
 };
 
-Cleaner::Cleaner(Scene& scene, const std::set<std::string>& keep, double from, double to)
+Cleaner::Cleaner(Scene& scene, const std::set<std::string>& keep, const TimeSpan& span)
     : m_scene(scene),
       m_keep(keep),
-      m_from(from),
-      m_to(to),
-      m_frames(from, to, scene.frameDuration()) {}
+      m_span(span),
+      m_frames(span.from, span.to, scene.frameDuration()) {}
 
 /// A hub has done its work when what it hangs on goes.
 bool Cleaner::stays(const SceneNode& node) const {
@@ -113,7 +112,8 @@ std::vector<double> Cleaner::timesOf(const SceneNode& node) const {
       if (!channel) continue;
       for (const double time : channel->times()) {
         const double frame = time / m_frames.duration;
-        if (time > m_from && time < m_to && std::abs(frame - std::round(frame)) > kOnFrame)
+        if (time > m_span.from && time < m_span.to &&
+            std::abs(frame - std::round(frame)) > kOnFrame)
           times.push_back(time);
       }
     }
@@ -154,7 +154,7 @@ bool Cleaner::bakeUnder(BakedNode& baked, SceneNode* parent) const {
   return true;
 }
 
-bool Cleaner::bake(ProgressBar& progress) {
+bool Cleaner::bake(const Monitor& monitor) {
   for (SceneNode* node : m_scene.nodes())
     if (stays(*node) && node->parent() && !stays(*node->parent()))
       m_baked.push_back({node, nullptr, timesOf(*node), {}});
@@ -162,7 +162,7 @@ bool Cleaner::bake(ProgressBar& progress) {
   for (BakedNode& baked : m_baked) {
     const std::vector<SceneNode*> places = placesOf(*baked.node);
     for (SceneNode* const place : places) {
-      if (isInterrupted()) return false;
+      if (monitor.isCancelled()) return false;
       if (!isBelow(place, *baked.node) && (bakeUnder(baked, place) || !place)) break;
     }
     m_parents[baked.node] = baked.parent;
@@ -171,8 +171,8 @@ bool Cleaner::bake(ProgressBar& progress) {
           baked.node->name() + ": it can't go back below " + places.front()->name() +
           ", which would shear it by an uneven scale or hangs on it; it is below " +
           (baked.parent ? baked.parent->name() : std::string("the world")) + " now");
-    progress.set(m_frames.count() * ++done / static_cast<long>(m_baked.size()));
-    if (isInterrupted()) return false;
+    monitor.tell(m_frames.count() * ++done / static_cast<long>(m_baked.size()), m_frames.count());
+    if (monitor.isCancelled()) return false;
   }
   result.baked = static_cast<int>(m_baked.size());
   return true;
@@ -239,13 +239,23 @@ void Cleaner::removeRigs() {
 
 }  // namespace
 
-CleanResult cleanScene(Scene& scene, const std::set<std::string>& keep, double from, double to,
-                       ProgressBar& progress) {
-  Cleaner cleaner(scene, keep, from, to);
-  if (cleaner.bake(progress))
+std::set<std::string> nodesNamed(const Scene& scene, const std::string& pattern) {
+  const bool all = !pattern.empty() && pattern.back() == '*';
+  const std::string start = all ? pattern.substr(0, pattern.size() - 1) : pattern;
+  std::set<std::string> names;
+  for (const SceneNode* node : scene.nodes())
+    if (all ? node->name().compare(0, start.size(), start) == 0 : node->name() == pattern)
+      names.insert(node->name());
+  return names;
+}
+
+CleanResult cleanScene(Scene& scene, const std::set<std::string>& keep, const TimeSpan& span,
+                       const Monitor& monitor) {
+  Cleaner cleaner(scene, keep, span);
+  if (cleaner.bake(monitor))
     cleaner.apply();
   else
-    cleaner.result.baked = -1;
+    cleaner.result.cancelled = true;
   return std::move(cleaner.result);
 }
 

@@ -11,7 +11,7 @@
 #include "adaptor/headless/GltfKeys.h"
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/Texts.h"
+#include "app/session/anyhost/Names.h"
 #include "util/AtomicFile.h"
 
 namespace orv::app {

@@ -6,10 +6,8 @@
 #include <utility>
 
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/Program.h"
-#include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
-#include "app/session/anyhost/RunRigs.h"
+#include "app/session/anyhost/Names.h"
+#include "app/session/anyhost/TimeSpan.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "unidevice/Property.h"
@@ -44,9 +42,8 @@ class Losses::Tally {
     m_count += count;
     m_owners.push_back(owner);
   }
-  bool empty() const { return m_count == 0; }
-  /// "500 keys of 2 nodes from 10.04 to 20 s (Cam_FollowCam, Cam_AttachedCam)".
   std::string text(const std::string& thing, const std::string& owner) const {
+    if (m_count == 0) return {};
     constexpr std::size_t kNamed = 3;
     const std::size_t count = m_owners.size();
     std::vector<std::string> named(m_owners.begin(), m_owners.begin() + std::min(kNamed, count));
@@ -72,10 +69,11 @@ class Losses::Tally {
   double m_last = -std::numeric_limits<double>::infinity();
 };
 
-Losses::Losses(SceneJob& job) : m_job(job) {
-  for (const headless::SceneNode* node : job.scene().nodes())
+Losses::Losses(rws::core::CoreImplementation& core, const headless::Scene& scene)
+    : m_core(core), m_scene(scene) {
+  for (const headless::SceneNode* node : scene.nodes())
     if (node->hasKeys()) m_keys.push_back({node->name(), node, node->animation()});
-  for (rws::core::Instance* rig : job.core().List(false)) {
+  for (rws::core::Instance* rig : core.List(false)) {
     const auto& tracks = rig->GetTracks();
     const auto& entries = rig->GetProperties().entries;
     for (std::size_t i = 0; i < std::min(tracks.size(), entries.size()); ++i) {
@@ -87,9 +85,9 @@ Losses::Losses(SceneJob& job) : m_job(job) {
 }
 
 Losses::Tally Losses::lostKeys() const {
-  const std::vector<headless::SceneNode*> nodes = m_job.scene().nodes();
+  const std::vector<headless::SceneNode*> nodes = m_scene.nodes();
   const std::set<const headless::SceneNode*> there(nodes.begin(), nodes.end());
-  Tally tally(m_job.scene().frameDuration());
+  Tally tally(m_scene.frameDuration());
   for (const Keys& keys : m_keys) {
     headless::NodeAnimation now;
     if (there.count(keys.node)) now = keys.node->animation();
@@ -106,8 +104,8 @@ Losses::Tally Losses::lostKeys() const {
 }
 
 Losses::Tally Losses::lostInput() const {
-  const std::vector<rws::core::Instance*> rigs = m_job.core().List(false);
-  Tally tally(m_job.scene().frameDuration());
+  const std::vector<rws::core::Instance*> rigs = m_core.List(false);
+  Tally tally(m_scene.frameDuration());
   for (const Input& input : m_inputs) {
     const auto rig = std::find(rigs.begin(), rigs.end(), input.rig);
     std::vector<double> now;
@@ -119,14 +117,8 @@ Losses::Tally Losses::lostInput() const {
   return tally;
 }
 
-void Losses::tell(const LossReasons& why) {
-  const auto warn = [this](const std::string& lost, const std::string& reason) {
-    m_job.program().output().warn("dropped " + lost + (reason.empty() ? "" : ": " + reason));
-  };
-  const Tally keys = lostKeys();
-  const Tally input = lostInput();
-  if (!keys.empty()) warn(keys.text("key", "node"), why.keys);
-  if (!input.empty()) warn(input.text("recorded sample", "input"), why.input);
+LossReport Losses::report() const {
+  return {lostKeys().text("key", "node"), lostInput().text("recorded sample", "input")};
 }
 
 }  // namespace orv::app

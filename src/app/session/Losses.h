@@ -1,28 +1,34 @@
-// What a verb has dropped of what a scene held.
+// What work on a scene has dropped of what it held.
 #pragma once
 
 #include <cstddef>
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "adaptor/headless/SceneNode.h"
 
+namespace orv::rws::core {
+class CoreImplementation;
+}
+
 namespace orv::app {
 
-class SceneJob;
-struct LossReasons;
+/// How many, of what and where, such as "500 keys of 2 nodes from 10.04 to 20 s (Cam_FollowCam,
+/// Cam_AttachedCam)"; empty where nothing is gone.
+struct LossReport {
+  std::string keys;
+  std::string input;
+};
 
 /// Notes the keys and the recorded inputs of a scene, and tells later which of them are gone: not
 /// those in whose place others stand, but those outside of the time over which a node has keys, or
 /// an input samples, by then. The scene's nodes and rigs may go meanwhile.
 class Losses {
  public:
-  explicit Losses(SceneJob& job);
+  /// Both must outlive it.
+  Losses(rws::core::CoreImplementation& core, const rws::adaptor::headless::Scene& scene);
 
-  /// One warning for keys and one for inputs, with how many, of what, where and why.
-  void tell(const LossReasons& why);
+  LossReport report() const;
 
  private:
   /// The recorded samples of one input.
@@ -42,7 +48,8 @@ class Losses {
   Tally lostKeys() const;
   Tally lostInput() const;
 
-  SceneJob& m_job;
+  rws::core::CoreImplementation& m_core;
+  const rws::adaptor::headless::Scene& m_scene;
   std::vector<Keys> m_keys;
   std::vector<Input> m_inputs;
 };

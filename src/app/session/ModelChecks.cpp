@@ -7,8 +7,7 @@
 #include <utility>
 
 #include "adaptor/headless/Scene.h"
-#include "plugins/release/4wheelerextended/CarFrame.h"
-#include "util/NumberText.h"
+#include "app/session/anyhost/ModelUnits.h"
 
 namespace orv::app {
 
@@ -17,40 +16,10 @@ namespace {
 using rws::adaptor::headless::SceneNode;
 using Vector = util::Vector3<double>;
 
-constexpr double kLeastWheelbase = 0.05, kMostWheelbase = 30.0;  // m
-constexpr double kUsualWheelbase = 0.5, kLargeWheelbase = 12.0;  // m
-constexpr double kLeastWheel = 0.015, kMostWheel = 10.0;         // m across
-constexpr double kUsualWheel = 0.1, kLargeWheel = 5.0;           // m across
-constexpr double kLeastScene = 0.1, kMostScene = 20000.0;        // m
-constexpr double kLying = 0.34;      ///< cosine against +Y under which a car lies on its side
-constexpr double kAlongAxis = 0.94;  ///< cosine against an axis that counts as along it
-constexpr double kBroad = 20.0;      ///< m: a ground is as wide and as long
-
-const SceneNode& topOf(const SceneNode& node) {
-  const SceneNode* top = &node;
-  while (top->parent()) top = top->parent();
-  return *top;
-}
-
-std::string metres(double length) {
-  return util::shortText(std::round(length * 1000.0) / 1000.0) + " m";
-}
-
-std::string placeHint(const SceneNode& node, const std::string& option) {
-  return " (rigwright place SCENE " + topOf(node).name() + " " + option + " -o OUT)";
-}
-
-/// What to say of a length (m) of the model that `node` is of: by which unit it would be usual.
-std::string scaleHint(const SceneNode& node, double length, double least, double most) {
-  for (const double unit : {0.01, 0.001, 0.0254, 100.0, 1000.0}) {
-    if (length * unit < least || length * unit > most) continue;
-    const Vector scale = topOf(node).pose().scale * unit;
-    return ", as if its unit were no metre: scale the model first" +
-           placeHint(node, "--scale " + util::shortText(scale.x) + "," + util::shortText(scale.y) +
-                               "," + util::shortText(scale.z));
-  }
-  return {};
-}
+constexpr double kLeastWheel = 0.015, kMostWheel = 10.0;   // m across
+constexpr double kUsualWheel = 0.1, kLargeWheel = 5.0;     // m across
+constexpr double kLeastScene = 0.1, kMostScene = 20000.0;  // m
+constexpr double kBroad = 20.0;                            ///< m: a ground is as wide and as long
 
 struct Extent {
   double low = std::numeric_limits<double>::infinity();
@@ -89,7 +58,7 @@ void addMesh(const SceneNode& node, double time, Bulk& bulk) {
 }
 
 /// A car's wheels are known by their names: four or more, in the middle larger or smaller than any.
-std::string oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
+Problem oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
   std::vector<std::pair<double, const SceneNode*>> wheels;
   for (const SceneNode* node : scene.nodes()) {
     std::string name = node->name();
@@ -106,51 +75,40 @@ std::string oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
             [](const auto& a, const auto& b) { return a.first < b.first; });
   const auto [size, wheel] = wheels[wheels.size() / 2];
   if (!(size > kMostWheel || size < kLeastWheel)) return {};
-  return "the wheel " + wheel->name() + " is " + metres(size) + " large" +
-         scaleHint(*wheel, size, kUsualWheel, kLargeWheel);
+  const SceneNode* top = wheel;
+  while (top->parent()) top = top->parent();
+  return oddLength("the wheel " + wheel->name() + " is " + metresText(size) + " large", size,
+                   kUsualWheel, kLargeWheel, top->name());
 }
 
 }  // namespace
 
-std::vector<std::string> oddCar(const rws::addon::CarFrame& frame, const SceneNode& body) {
-  std::vector<std::string> odd;
-  if (frame.wheelbase > kMostWheelbase || frame.wheelbase < kLeastWheelbase)
-    odd.push_back("the wheelbase is " + metres(frame.wheelbase) +
-                  scaleHint(body, frame.wheelbase, kUsualWheelbase, kLargeWheelbase));
-  if (frame.up.z > kAlongAxis)
-    odd.push_back(
-        "the car's up is the scene's +Z, as if the model were exported with Z up, but up is +Y: "
-        "export it with Y up, or turn it first" +
-        placeHint(body, "--rotate=-90,0,0"));
-  else if (frame.up.y < kLying)
-    odd.push_back("the car lies on its side: its up is " + util::shortText(frame.up.x) + "," +
-                  util::shortText(frame.up.y) + "," + util::shortText(frame.up.z) +
-                  ", and the scene's is 0,1,0");
-  return odd;
-}
-
-std::vector<std::string> oddScene(const rws::adaptor::headless::Scene& scene, double time) {
+std::vector<Problem> oddScene(const rws::adaptor::headless::Scene& scene, double time) {
   Bulk bulk;
   for (const SceneNode* node : scene.nodes())
     if (node->tag().empty() && node->hasMesh()) addMesh(*node, time, bulk);
   if (bulk.area == 0.0) return {};
-  std::vector<std::string> odd;
+  std::vector<Problem> odd;
   const double longest = bulk.longest();
-  if (longest > kMostScene || longest < kLeastScene)
-    odd.push_back(
-        "the scene's meshes reach over " + metres(longest) +
-        ", as if their unit were no metre: rigs are made for metres, so scale the scene's "
-        "top nodes first (rigwright place SCENE NODE --scale " +
-        (longest > kMostScene ? "0.01,0.01,0.01" : "100,100,100") + " -o OUT)");
-  else if (std::string wheels = oddWheels(scene, time); !wheels.empty())
+  if (longest > kMostScene || longest < kLeastScene) {
+    const double unit = longest > kMostScene ? 0.01 : 100.0;
+    odd.push_back({"",
+                   "the scene's meshes reach over " + metresText(longest) +
+                       ", as if their unit were no metre: rigs are made for metres, so scale the "
+                       "scene's top nodes first",
+                   "",
+                   {Remedy::Kind::kScale, "", unit}});
+  } else if (Problem wheels = oddWheels(scene, time)) {
     odd.push_back(std::move(wheels));
+  }
   const double x = bulk.reach[0].length(), y = bulk.reach[1].length(), z = bulk.reach[2].length();
   if (std::min(x, y) > kBroad && z < 0.25 * std::min(x, y) && bulk.facing[2] > 0.7 * bulk.area &&
       bulk.facing[1] < 0.1 * bulk.area)
-    odd.push_back(
-        "the scene's ground stands upright, as if it were exported with Z up, but up is +Y: export "
-        "it with Y up, or turn its top nodes first (rigwright place SCENE NODE --rotate=-90,0,0 -o "
-        "OUT)");
+    odd.push_back({"",
+                   "the scene's ground stands upright, as if it were exported with Z up, but up is "
+                   "+Y: export it with Y up, or turn its top nodes first",
+                   "",
+                   {Remedy::Kind::kTurnUp, "", 1.0}});
   return odd;
 }
 

@@ -2,18 +2,16 @@
 
 #include <chrono>
 #include <system_error>
-
-#include "app/rigwright/Output.h"
+#include <utility>
 
 namespace orv::app {
 
-SavingNote::SavingNote(Output& output, const std::string& path) {
-  if (output.quiet) return;
+SavingNote::SavingNote(std::function<void()> tell) {
+  if (!tell) return;
   try {
-    m_thread = std::thread([this, &output, path] {
+    m_thread = std::thread([this, tell = std::move(tell)] {
       std::unique_lock<std::mutex> lock(m_mutex);
-      if (!m_change.wait_for(lock, std::chrono::seconds(1), [this] { return m_done; }))
-        output.note("saving " + path);
+      if (!m_change.wait_for(lock, std::chrono::seconds(1), [this] { return m_done; })) tell();
     });
   } catch (const std::system_error&) {
     // Without a thread to spare the save goes on in silence.

@@ -2,19 +2,18 @@
 #pragma once
 
 #include <condition_variable>
+#include <functional>
 #include <mutex>
-#include <string>
 #include <thread>
 
 namespace orv::app {
 
-class Output;
-
-/// Says on stderr that a file is being saved, once that has taken a second. Saving asks nobody in
-/// between, so a thread of its own waits for it.
+/// Tells that something is going on, once that has taken a second, for work that asks nobody in
+/// between, such as saving: a thread of its own waits for it.
 class SavingNote {
  public:
-  SavingNote(Output& output, const std::string& path);
+  /// `tell` is called from that thread, at most once; it may be empty.
+  explicit SavingNote(std::function<void()> tell);
   ~SavingNote();
   SavingNote(const SavingNote&) = delete;
   SavingNote& operator=(const SavingNote&) = delete;

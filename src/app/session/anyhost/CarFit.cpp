@@ -1,43 +1,38 @@
-// fit: a four-wheeler takes the size and place of a user's car, and carries it from then on.
-#include <array>
-#include <cmath>
-#include <memory>
-#include <nlohmann/json.hpp>
+#include "app/session/anyhost/CarFit.h"
 
-#include "adaptor/headless/HeadlessAdaptor.h"
-#include "adaptor/headless/HeadlessNode.h"
-#include "adaptor/headless/Scene.h"
-#include "app/rigwright/Failure.h"
-#include "app/rigwright/Program.h"
-#include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
-#include "app/rigwright/Verbs.h"
-#include "app/session/ModelChecks.h"
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "adaptor/AdaptorInterface.h"
+#include "app/session/anyhost/ModelUnits.h"
+#include "app/session/anyhost/NodePoses.h"
+#include "app/session/anyhost/UndoBlock.h"
 #include "core/ConfigElement.h"
+#include "core/CoreImplementation.h"
+#include "core/CoreNode.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
-#include "plugins/release/4wheelerextended/CarFrame.h"
+#include "core/interface/CSnapshot_Mesh.h"
 #include "plugins/release/4wheelerextended/CarSettings.h"
 #include "util/NumberText.h"
+#include "util/Quat.h"
 
 namespace orv::app {
 
-namespace {
-
-using Matrix = util::Matrix<double>;
-using Vector = util::Vector3<double>;
-using Json = nlohmann::ordered_json;
-using rws::adaptor::headless::compose;
-using rws::adaptor::headless::decompose;
-using rws::adaptor::headless::HeadlessNode;
-using rws::adaptor::headless::SceneNode;
-using rws::adaptor::headless::Trs;
 using rws::addon::CarFrame;
 using rws::addon::FourWheels;
 using rws::addon::WheelMeasure;
+using rws::core::CoreNode;
 using rws::core::Instance;
+using rws::core::NodeHandle;
+using rws::core::ParentOf;
+using Matrix = util::Matrix<double>;
+using Vector = util::Vector3<double>;
 
-constexpr const char* kKind = "4WheelerExt";
+namespace {
+
 constexpr const char* kSuffixes[] = {"_FL", "_FR", "_BL", "_BR"};
 /// Part of its size by which a pose that is kept may differ.
 constexpr double kKept = 1e-6;
@@ -47,40 +42,8 @@ constexpr double kWobble = 0.1;
 constexpr double kMostLean = 5.0;
 constexpr double kDegrees = 57.29577951308232;
 
-struct FitOptions {
-  std::string scene, rig, body, wheels, output;
-};
-
-/// What the user has named, and what it measures.
-struct Model {
-  SceneNode* body = nullptr;
-  std::array<SceneNode*, 4> wheels{};
-  std::array<SceneNode*, 4> hubs{};  ///< between a wheel and the rig's; null where none is needed
-  FourWheels sizes;
-  CarFrame frame;
-
-  std::array<SceneNode*, 5> all() const {
-    return {body, wheels[0], wheels[1], wheels[2], wheels[3]};
-  }
-};
-
-/// "FL,FR,BL,BR" cut at its commas.
-std::vector<std::string> fourNames(const std::string& text) {
-  std::vector<std::string> names(1);
-  for (const char c : text) {
-    if (c == ',')
-      names.emplace_back();
-    else
-      names.back() += c;
-  }
-  return names;
-}
-
-std::string checkWheels(const std::string& text) {
-  const std::vector<std::string> names = fourNames(text);
-  bool good = names.size() == 4;
-  for (const std::string& name : names) good = good && !name.empty();
-  return good ? std::string() : "\"" + text + "\" is not four names as FL,FR,BL,BR";
+std::array<CoreNode*, 5> allOf(const CarModel& model) {
+  return {model.body, model.wheels[0], model.wheels[1], model.wheels[2], model.wheels[3]};
 }
 
 // --- what can be fitted ---
@@ -92,60 +55,89 @@ double largestDifference(const Matrix& a, const Matrix& b, double length) {
   return most;
 }
 
-void checkNode(const SceneNode& node, Instance& rig, double time) {
-  const std::string& name = node.name();
-  if (!node.tag().empty())
-    throw Failure(name, "it is a node of a rig", "name a node of your own model");
-  for (rws::core::CoreNode* core : rig.GetNodes()) {
-    const SceneNode* own = static_cast<HeadlessNode*>(core)->GetSceneNode();
-    const std::string kind = rig.GetInstanceName();
-    if (node.isUnder(*own))
-      throw Failure(name, "it hangs on " + own->name() + ", a node of " + kind,
-                    "put it under the world first: rigwright parent SCENE " + name + " / -o OUT");
-    if (own->isUnder(node))
-      throw Failure(
-          name, "it carries " + own->name() + ", a node of " + kind,
-          "put that under the world first: rigwright parent SCENE " + own->name() + " / -o OUT");
+/// Whether no translation, rotation and scale make this pose, whose axes have a length.
+bool isSheared(const Matrix& pose) {
+  Matrix held = util::Quat<double>::fromMatrix(pose).toMatrix();
+  const Vector lengths = pose.rowLengths();
+  for (int i = 0; i < 3; ++i) held.setAxisRow(i, held.axisRow(i) * lengths[i]);
+  held.setTranslation(pose.translation());
+  return largestDifference(pose, held, 1.0) > kKept;
+}
+
+/// Whether the model's node and the rig's hang on each other.
+Problem checkPlaces(CoreNode& node, Instance& rig) {
+  const std::string name = node.GetSceneName(), kind = rig.GetInstanceName();
+  const auto inWorld = [](const std::string& who) {
+    return Remedy{Remedy::Kind::kHangInWorld, who, 1.0};
+  };
+  for (CoreNode* own : rig.GetNodes()) {
+    const std::string ownName = own->GetSceneName();
+    if (isUnder(node, *own))
+      return {name, "it hangs on " + ownName + ", a node of " + kind,
+              "put it under the world first", inWorld(name)};
+    if (isUnder(*own, node))
+      return {name, "it carries " + ownName + ", a node of " + kind,
+              "put that under the world first", inWorld(ownName)};
   }
-  if (node.hasKeys())
-    throw Failure(name, "it has keys of its own, which would move it away from the rig",
-                  "remove its animation first");
-  const Matrix world = node.worldMatrix(time);
+  return {};
+}
+
+Problem checkNode(CoreNode& node, Instance& rig, double time) {
+  const std::string name = node.GetSceneName();
+  if (!node.GetTag().empty())
+    return {name, "it is a node of a rig", "name a node of your own model", {}};
+  if (Problem problem = checkPlaces(node, rig)) return problem;
+  if (node.HasKeys())
+    return {name,
+            "it has keys of its own, which would move it away from the rig",
+            "remove its animation first",
+            {}};
+  const Matrix world = worldPose(node, time);
   const double volume = world.axisRow(0).cross(world.axisRow(1)).dot(world.axisRow(2));
   if (volume < 0.0)
-    throw Failure(name, "its scale is mirrored (a negative factor)",
-                  "freeze its scale, or that of the node above it, in the program that it is from");
+    return {name,
+            "its scale is mirrored (a negative factor)",
+            "freeze its scale, or that of the node above it, in the program that it is from",
+            {}};
   if (!std::isnormal(volume))
-    throw Failure(name, "it has a scale of 0", "give it a scale that keeps its mesh");
-  if (largestDifference(world, compose(decompose(world)), 1.0) > kKept)
-    throw Failure(name, "it is sheared by an uneven scale of a node above it, which no pose holds",
-                  "freeze that scale in the program that the model is from");
+    return {name, "it has a scale of 0", "give it a scale that keeps its mesh", {}};
+  if (isSheared(world))
+    return {name,
+            "it is sheared by an uneven scale of a node above it, which no pose holds",
+            "freeze that scale in the program that the model is from",
+            {}};
+  return {};
 }
 
 /// World corners of the triangles of a node and of all below it, without the other nodes of the
 /// model: wheels often hang on the body.
-void addCorners(const SceneNode& node, const Model& model, double time, std::vector<Vector>& out) {
-  if (const util::CMesh* mesh = node.mesh()) {
-    const Matrix world = node.worldMatrix(time);
-    std::vector<bool> used(mesh->vertices.size());
-    for (const std::int32_t corner : mesh->faces) used[static_cast<std::size_t>(corner)] = true;
+void addCorners(CoreNode& node, const CarModel& model, double time, std::vector<Vector>& out) {
+  if (rws::CSnapshot_Mesh* const snapshot = node.GetSnapshotMesh(time)) {
+    const util::CMesh mesh = snapshot->GetMesh();
+    node.ReleaseSnapshot(snapshot);
+    const Matrix world = worldPose(node, time);
+    std::vector<bool> used(mesh.vertices.size());
+    for (const std::int32_t corner : mesh.faces) used[static_cast<std::size_t>(corner)] = true;
     for (std::size_t i = 0; i < used.size(); ++i)
-      if (used[i]) out.push_back(world.transformPoint(mesh->vertices[i]));
+      if (used[i]) out.push_back(world.transformPoint(mesh.vertices[i]));
   }
-  for (const auto& child : node.children()) {
+  for (int i = 0; i < node.GetChildCount(); ++i) {
+    const NodeHandle child = rws::core::ChildOf(node, i);
     bool named = false;
-    for (const SceneNode* other : model.all()) named = named || other == child.get();
+    for (CoreNode* other : allOf(model)) named = named || child->IsSame(other);
     if (!named) addCorners(*child, model, time, out);
   }
 }
 
-std::vector<Vector> cornersOf(const SceneNode& node, const Model& model, double time) {
-  std::vector<Vector> corners;
+Problem findCorners(CoreNode& node, const CarModel& model, double time,
+                    std::vector<Vector>& corners) {
+  corners.clear();
   addCorners(node, model, time, corners);
-  if (corners.empty())
-    throw Failure(node.name(), "neither it nor a node below it has a mesh",
-                  "name the node that holds the mesh");
-  return corners;
+  if (!corners.empty()) return {};
+  return {node.GetSceneName(),
+          "neither it nor a node below it has a mesh",
+          "name the node that holds the mesh",
+          {}};
 }
 
 double leanOf(const WheelMeasure& wheel, const CarFrame& frame) {
@@ -153,262 +145,206 @@ double leanOf(const WheelMeasure& wheel, const CarFrame& frame) {
          kDegrees;
 }
 
-void measure(Program& program, Model& model, double time) {
-  cornersOf(*model.body, model, time);
+Problem measure(const CarModel& model, double time, CarFit& fit) {
+  std::vector<Vector> corners;
+  if (Problem problem = findCorners(*model.body, model, time, corners)) return problem;
   for (std::size_t i = 0; i < 4; ++i) {
-    const std::string wrong =
-        measureWheel(cornersOf(*model.wheels[i], model, time), model.sizes[i]);
-    if (!wrong.empty()) throw Failure(model.wheels[i]->name(), wrong);
+    if (Problem problem = findCorners(*model.wheels[i], model, time, corners)) return problem;
+    const std::string wrong = measureWheel(corners, fit.wheels[i]);
+    if (!wrong.empty()) return {model.wheels[i]->GetSceneName(), wrong, {}, {}};
   }
-  const std::string wrong = findCarFrame(model.sizes, model.frame);
-  if (!wrong.empty()) throw Failure("--wheels", wrong);
+  const std::string wrong = findCarFrame(fit.wheels, fit.frame);
+  if (!wrong.empty()) return {"", wrong, {}, {}};
   for (std::size_t i = 0; i < 4; ++i) {
-    const std::string& name = model.wheels[i]->name();
-    const double lean = leanOf(model.sizes[i], model.frame);
+    const std::string name = model.wheels[i]->GetSceneName();
+    const double lean = fit.leans[i] = leanOf(fit.wheels[i], fit.frame);
     const std::string told = "its axis leans " + util::shortText(std::round(lean * 100.0) / 100.0) +
                              " degrees against the car's";
     if (lean > kMostLean)
-      throw Failure(name, told, "turn the wheel straight first; the rig steers it");
-    if (lean > kWobble) program.output().warn(name + ": " + told + ", so it wobbles as it spins");
+      return {name, told, "turn the wheel straight first; the rig steers it", {}};
+    if (lean > kWobble) fit.odd.push_back({name, told + ", so it wobbles as it spins", {}, {}});
   }
+  return {};
 }
 
 // --- fitting ---
 
-/// The rig's nodes at the start of the scene.
+/// The rig's nodes at the host's time.
 class CarRig {
  public:
-  CarRig(SceneJob& job, Instance& rig)
+  explicit CarRig(Instance& rig)
       : m_rig(rig),
-        m_time(job.adaptor().GetCurrentTime()),
-        m_radiusMultiplier(job.element(rig, "Wheel Radius Multiplier", false).number()) {}
+        m_adaptor(*rig.GetCore().GetAdaptor()),
+        m_time(m_adaptor.GetCurrentTime()),
+        m_radiusMultiplier(rig.GetConfig().findAll("Wheel Radius Multiplier").front()->number()) {}
 
-  void place(const CarFrame& frame, const FourWheels& wheels) {
-    placeBody(frame);
-    placeGroundHelpers(frame);
-    for (std::size_t i = 0; i < 4; ++i) placeWheel(frame, wheels[i], i);
-    // The rig itself stands its wheels at their relocators, unless it remembers a take.
-    m_rig.Update(m_time);
-    for (std::size_t i = 0; i < 4; ++i) {
-      const double radius = wheels[i].radius;
-      const Matrix wanted = frame.at(wheels[i].centre, {wheels[i].width, radius, radius});
-      checkPlaced("WheelMesh" + std::string(kSuffixes[i]), wanted, radius);
-    }
-  }
-
-  /// The rig's own car would be seen through the model. Hiding its nodes would hide what hangs on
-  /// them, so they lose their meshes.
-  void takeDisplayAway() {
-    for (const char* name : {"CarBodyMesh", "SteeringWheelMesh"}) loseMesh(name);
-    for (const char* suffix : kSuffixes) loseMesh(std::string("WheelMesh") + suffix);
-  }
-
-  SceneNode& node(const std::string& name) { return *find(name)->GetSceneNode(); }
+  Problem place(const CarFrame& frame, const FourWheels& wheels);
+  /// Hiding the rig's nodes would hide what hangs on them, so they lose their meshes.
+  void takeDisplayAway();
+  Problem carry(const CarModel& model, CarFit& fit);
 
  private:
   /// Null when the user has removed it; the body and the wheels are always there.
-  HeadlessNode* find(const std::string& name) {
-    return dynamic_cast<HeadlessNode*>(m_rig.FindNode(name));
-  }
+  CoreNode* find(const std::string& name) { return static_cast<CoreNode*>(m_rig.FindNode(name)); }
+  Matrix poseOf(CoreNode& node) { return worldPose(node, m_time); }
 
-  void loseMesh(const std::string& name) {
-    if (HeadlessNode* found = find(name)) found->GetSceneNode()->setMesh(nullptr);
-  }
-
-  void checkPlaced(const std::string& name, const Matrix& wanted, double length) {
-    HeadlessNode& placed = *find(name);
-    if (largestDifference(wanted, placed.GetWorldPose(m_time), length) <= kKept) return;
-    throw Failure(placed.GetSceneName(), "it can't be placed on the model",
-                  "fit a rig that was just added");
-  }
-
-  /// The body with all that hangs on it; nodes of the rig in the world come along.
-  void placeBody(const CarFrame& frame) {
-    HeadlessNode& body = *find("CarBodyMesh");
-    const double scale = frame.wheelbase;
-    const Matrix wanted = frame.at(frame.origin, {scale, scale, scale});
-    const Matrix change = wanted * body.GetWorldPose(m_time).affineInverse();
-    for (rws::core::CoreNode* core : m_rig.GetNodes()) {
-      auto* own = static_cast<HeadlessNode*>(core);
-      // What the animator has hung on his own nodes, such as the gravity on the ground, stays.
-      if (own != &body && !own->GetSceneNode()->parent())
-        own->SetWorldPose(m_time, change * own->GetWorldPose(m_time), false);
-    }
-    body.SetWorldPose(m_time, wanted, false);
-    checkPlaced("CarBodyMesh", wanted, scale);
-  }
-
-  /// What shows the base stands on the ground, which is as far below the body as the wheels say.
-  void placeGroundHelpers(const CarFrame& frame) {
-    for (const char* name : {"TurnBaseMesh", "CarBodyBaseMesh", "GravityDirectionMesh"}) {
-      HeadlessNode* own = find(name);
-      if (!own || own->GetSceneNode()->parent() != &node("CarBodyMesh")) continue;
-      Matrix pose = own->GetWorldPose(m_time);
-      const double height = (pose.translation() - frame.origin).dot(frame.up) + frame.restHeight;
-      pose.setTranslation(pose.translation() - frame.up * height);
-      own->SetWorldPose(m_time, pose, false);
-    }
-  }
-
-  void placeWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index) {
-    const double radius = wheel.radius / m_radiusMultiplier;
-    const Vector scale(wheel.width / rws::addon::car::kWheelWidth, radius, radius);
-    const std::string name = std::string("WheelRelocatorMesh") + kSuffixes[index];
-    const Matrix wanted = frame.at(wheel.centre, scale);
-    find(name)->SetWorldPose(m_time, wanted, false);
-    checkPlaced(name, wanted, radius);
-  }
+  Problem checkPlaced(const std::string& name, const Matrix& wanted, double length);
+  Problem placeBody(const CarFrame& frame);
+  void placeGroundHelpers(const CarFrame& frame);
+  Problem placeWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index);
+  void loseMesh(const std::string& name);
+  bool hang(CoreNode& child, CoreNode& parent);
+  Problem carryWheel(CoreNode& wheel, CoreNode& wheelMesh, CoreNode*& hub);
 
   Instance& m_rig;
-  double m_time;
+  rws::AdaptorInterface& m_adaptor;
+  double m_time;  ///< s
   double m_radiusMultiplier;
 };
 
+Problem CarRig::place(const CarFrame& frame, const FourWheels& wheels) {
+  if (Problem problem = placeBody(frame)) return problem;
+  placeGroundHelpers(frame);
+  for (std::size_t i = 0; i < 4; ++i)
+    if (Problem problem = placeWheel(frame, wheels[i], i)) return problem;
+  // The rig itself stands its wheels at their relocators, unless it remembers a take.
+  m_rig.Update(m_time);
+  for (std::size_t i = 0; i < 4; ++i) {
+    const double radius = wheels[i].radius;
+    const Matrix wanted = frame.at(wheels[i].centre, {wheels[i].width, radius, radius});
+    if (Problem problem = checkPlaced(std::string("WheelMesh") + kSuffixes[i], wanted, radius))
+      return problem;
+  }
+  return {};
+}
+
+Problem CarRig::checkPlaced(const std::string& name, const Matrix& wanted, double length) {
+  CoreNode& placed = *find(name);
+  if (largestDifference(wanted, poseOf(placed), length) <= kKept) return {};
+  return {placed.GetSceneName(),
+          "it can't be placed on the model",
+          "fit a rig that was just added",
+          {}};
+}
+
+/// The body with all that hangs on it; nodes of the rig in the world come along.
+Problem CarRig::placeBody(const CarFrame& frame) {
+  CoreNode& body = *find("CarBodyMesh");
+  const double scale = frame.wheelbase;
+  const Matrix wanted = frame.at(frame.origin, {scale, scale, scale});
+  const Matrix change = wanted * poseOf(body).affineInverse();
+  for (CoreNode* own : m_rig.GetNodes()) {
+    // What the animator has hung on his own nodes, such as the gravity on the ground, stays.
+    if (!own->IsSame(&body) && !ParentOf(*own)) setWorldPose(*own, m_time, change * poseOf(*own));
+  }
+  setWorldPose(body, m_time, wanted);
+  return checkPlaced("CarBodyMesh", wanted, scale);
+}
+
+/// What shows the base stands on the ground, which is as far below the body as the wheels say.
+void CarRig::placeGroundHelpers(const CarFrame& frame) {
+  for (const char* name : {"TurnBaseMesh", "CarBodyBaseMesh", "GravityDirectionMesh"}) {
+    CoreNode* const own = find(name);
+    if (!own) continue;
+    const NodeHandle parent = ParentOf(*own);
+    if (!parent || !parent->IsSame(find("CarBodyMesh"))) continue;
+    Matrix pose = poseOf(*own);
+    const double height = (pose.translation() - frame.origin).dot(frame.up) + frame.restHeight;
+    pose.setTranslation(pose.translation() - frame.up * height);
+    setWorldPose(*own, m_time, pose);
+  }
+}
+
+Problem CarRig::placeWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index) {
+  const double radius = wheel.radius / m_radiusMultiplier;
+  const Vector scale(wheel.width / rws::addon::car::kWheelWidth, radius, radius);
+  const std::string name = std::string("WheelRelocatorMesh") + kSuffixes[index];
+  const Matrix wanted = frame.at(wheel.centre, scale);
+  setWorldPose(*find(name), m_time, wanted);
+  return checkPlaced(name, wanted, radius);
+}
+
+void CarRig::loseMesh(const std::string& name) {
+  if (CoreNode* const found = find(name)) m_adaptor.TakeMeshAway(found);
+}
+
+void CarRig::takeDisplayAway() {
+  for (const char* name : {"CarBodyMesh", "SteeringWheelMesh"}) loseMesh(name);
+  for (const char* suffix : kSuffixes) loseMesh(std::string("WheelMesh") + suffix);
+}
+
 /// Puts `child` under `parent`. False, with nothing done, when its world pose would not stay.
-bool carry(SceneJob& job, SceneNode& child, SceneNode& parent) {
-  const double time = job.adaptor().GetCurrentTime();
-  const Matrix local = parent.worldMatrix(time).affineInverse() * child.worldMatrix(time);
-  if (largestDifference(local, compose(decompose(local)), 1.0) > kKept) return false;
-  return job.scene().reparent(child, &parent, time);
+bool CarRig::hang(CoreNode& child, CoreNode& parent) {
+  if (isSheared(poseOf(parent).affineInverse() * poseOf(child))) return false;
+  return child.SetParent(&parent);
 }
 
 /// A rig's wheel is as wide and high as the wheel, and such a scale shears what hangs on it turned.
 /// A hub that undoes the scale comes between then.
-void carryWheel(SceneJob& job, Model& model, std::size_t index, SceneNode& wheelMesh) {
-  SceneNode& wheel = *model.wheels[index];
-  if (carry(job, wheel, wheelMesh)) return;
-  SceneNode& hub = job.scene().addNode(wheel.name() + "_Hub", &wheelMesh);
-  hub.setHub(true);
-  const Vector scale = wheelMesh.worldMatrix(job.adaptor().GetCurrentTime()).rowLengths();
-  hub.setPose({{}, {}, {1.0 / scale.x, 1.0 / scale.y, 1.0 / scale.z}});
-  model.hubs[index] = &hub;
-  if (!carry(job, wheel, hub))
-    throw Failure(wheel.name(), "its world pose can't be kept under " + wheelMesh.name(),
-                  "freeze its scale in the program that the model is from");
+Problem CarRig::carryWheel(CoreNode& wheel, CoreNode& wheelMesh, CoreNode*& hub) {
+  if (hang(wheel, wheelMesh)) return {};
+  hub = m_adaptor.CreateHub(wheel.GetSceneName() + "_Hub", &wheelMesh);
+  if (hub && hang(wheel, *hub)) return {};
+  return {wheel.GetSceneName(),
+          "its world pose can't be kept under " + wheelMesh.GetSceneName(),
+          "freeze its scale in the program that the model is from",
+          {}};
 }
 
-void carryModel(SceneJob& job, Model& model, CarRig& car) {
-  for (std::size_t i = 0; i < 4; ++i)
-    carryWheel(job, model, i, car.node(std::string("WheelMesh") + kSuffixes[i]));
-  if (!carry(job, *model.body, car.node("CarBodyMesh")))
-    throw Failure(model.body->name(), "its world pose can't be kept under the rig's body",
-                  "freeze its scale in the program that the model is from");
-}
-
-// --- telling ---
-
-Json toJson(const Vector& v) {
-  return {v.x, v.y, v.z};
-}
-
-void tell(Program& program, Instance& rig, const Model& model) {
-  const CarFrame& frame = model.frame;
-  Json& object = program.output().object();
-  object["rig"] = rig.GetInstanceName();
-  object["body"] = model.body->name();
-  object["wheelbase"] = frame.wheelbase;
-  object["track"] = {{"front", frame.frontTrack}, {"back", frame.backTrack}};
-  object["origin"] = toJson(frame.origin);
-  object["restHeight"] = frame.restHeight;
-  object["axes"] = {
-      {"right", toJson(frame.right)}, {"up", toJson(frame.up)}, {"back", toJson(frame.back)}};
-  const auto number = [](double value) {
-    return util::shortText(std::round(value * 1e5) / 1e5 + 0.0);  // no -0
-  };
-  Table table;
-  table.add({"wheel", "node", "centre (m)", "radius (m)", "width (m)"});
+Problem CarRig::carry(const CarModel& model, CarFit& fit) {
   for (std::size_t i = 0; i < 4; ++i) {
-    const WheelMeasure& wheel = model.sizes[i];
-    object["wheels"].push_back({{"wheel", kSuffixes[i] + 1},
-                                {"node", model.wheels[i]->name()},
-                                {"centre", toJson(wheel.centre)},
-                                {"radius", wheel.radius},
-                                {"width", wheel.width},
-                                {"unevenness", wheel.unevenness},
-                                {"lean", leanOf(wheel, frame)},
-                                {"hub", model.hubs[i] ? Json(model.hubs[i]->name()) : Json()}});
-    const Vector& c = wheel.centre;
-    table.add({kSuffixes[i] + 1, model.wheels[i]->name(),
-               number(c.x) + "," + number(c.y) + "," + number(c.z), number(wheel.radius),
-               number(wheel.width)});
+    CoreNode& mesh = *find(std::string("WheelMesh") + kSuffixes[i]);
+    if (Problem problem = carryWheel(*model.wheels[i], mesh, fit.hubs[i])) return problem;
   }
-  Output& out = program.output();
-  for (const std::string& line : table.lines()) out.line(line);
-  out.line("wheelbase " + number(frame.wheelbase) + " m, track " + number(frame.frontTrack) +
-           " m in front, " + number(frame.backTrack) + " m in the back");
-  const Vector ahead = -frame.back;
-  out.line("heads for " + number(ahead.x) + "," + number(ahead.y) + "," + number(ahead.z) +
-           "; the body's origin is " + number(frame.restHeight) + " m above the ground");
-  out.note(rig.GetInstanceName() + " carries " + model.body->name() + " and its wheels");
+  if (hang(*model.body, *find("CarBodyMesh"))) return {};
+  return {model.body->GetSceneName(),
+          "its world pose can't be kept under the rig's body",
+          "freeze its scale in the program that the model is from",
+          {}};
 }
 
-// --- the verb ---
-
-void checkRig(Instance& rig) {
-  const std::string name = rig.GetInstanceName();
-  const std::string kind = rig.GetTool()->GetDisplayId();
-  if (kind != kKind)
-    throw Failure(name, "it is a " + kind + "; only a " + std::string(kKind) + " can be fitted",
-                  "rigwright add SCENE " + std::string(kKind) + " -o OUT");
-  for (rws::core::CoreNode* core : rig.GetNodes())
-    if (static_cast<HeadlessNode*>(core)->GetSceneNode()->hasKeys())
-      throw Failure(name, "it has the keys of a take, which another size would not fit",
-                    "remove the rig, add it anew and fit that, then resimulate");
-}
-
-void runFit(Program& program, const FitOptions& options) {
-  std::vector<std::string> names = fourNames(options.wheels);
-  names.push_back(options.body);
-  for (std::size_t i = 0; i < names.size(); ++i)
-    for (std::size_t k = i + 1; k < names.size(); ++k)
-      if (names[i] == names[k]) throw WrongUsage("\"" + names[i] + "\" is named twice");
-
-  SceneJob job(program, options.scene);
-  Instance& rig = job.rig(options.rig);
-  checkRig(rig);
-  Model model;
-  model.body = &job.node(options.body);
-  for (std::size_t i = 0; i < 4; ++i) model.wheels[i] = &job.node(names[i]);
-  const double time = job.adaptor().GetCurrentTime();
-  for (SceneNode* node : model.all()) checkNode(*node, rig, time);
-  measure(program, model, time);
-  for (const std::string& odd : oddCar(model.frame, *model.body))
-    program.output().warn(model.body->name() + ": " + odd);
-
-  CarRig car(job, rig);
-  car.place(model.frame, model.sizes);
-  carryModel(job, model, car);
+Problem fit(Instance& rig, const CarModel& model, CarFit& result) {
+  if (Problem problem = checkFittedRig(rig)) return problem;
+  const double time = rig.GetCore().GetAdaptor()->GetCurrentTime();
+  for (CoreNode* node : allOf(model))
+    if (Problem problem = checkNode(*node, rig, time)) return problem;
+  if (Problem problem = measure(model, time, result)) return problem;
+  for (Problem& odd : oddCar(result.frame, *model.body)) result.odd.push_back(std::move(odd));
+  CarRig car(rig);
+  if (Problem problem = car.place(result.frame, result.wheels)) return problem;
+  if (Problem problem = car.carry(model, result)) return problem;
   car.takeDisplayAway();
-  job.save(options.output);
-  tell(program, rig, model);
+  return {};
 }
 
 }  // namespace
 
-void addFitVerb(Program& program) {
-  auto o = std::make_shared<FitOptions>();
-  CLI::App& verb = program.addVerb(
-      "fit",
-      "Fit a four-wheeler to your own car; prints what it measured\n"
-      "Reads centre, radius and width of each wheel from the meshes at the start of the playback\n"
-      "range, scales and places the rig, and puts your nodes under the rig's, where they stay in\n"
-      "their place. Apply a profile first: it decides how much of a wheel the ground feels.",
-      "rigwright fit yard.glb Car --body Body --wheels WheelFL,WheelFR,WheelBL,WheelBR "
-      "-o fitted.glb",
-      [o](Program& p) { runFit(p, *o); });
-  addScene(verb, o->scene);
-  verb.add_option("RIG", o->rig, "Name of the rig, a 4WheelerExt without a take")
-      ->required()
-      ->type_name("");
-  verb.add_option("--body", o->body, "Node of your car's body")
-      ->required()
-      ->type_name("NODE")
-      ->check(checkNotEmpty);
-  verb.add_option("--wheels", o->wheels, "Nodes of its wheels, as its driver sees them")
-      ->required()
-      ->type_name("FL,FR,BL,BR")
-      ->check(checkWheels);
-  addSceneOutput(verb, o->output);
+Problem checkFittedRig(Instance& rig) {
+  const std::string name = rig.GetInstanceName();
+  const std::string kind = rig.GetTool()->GetDisplayId();
+  if (kind != kFittedKind)
+    return {name,
+            "it is a " + kind + "; only a " + std::string(kFittedKind) + " can be fitted",
+            {},
+            {Remedy::Kind::kAddRig, kFittedKind, 1.0}};
+  for (CoreNode* node : rig.GetNodes())
+    if (node->HasKeys())
+      return {name,
+              "it has the keys of a take, which another size would not fit",
+              "remove the rig, add it anew and fit that, then resimulate",
+              {}};
+  return {};
+}
+
+CarFit fitCar(Instance& rig, const CarModel& model) {
+  CarFit result;
+  UndoBlock block(*rig.GetCore().GetAdaptor(), "Fit #" + rig.GetInstanceName());
+  result.problem = fit(rig, model, result);
+  if (result.problem)
+    result.hubs = {};
+  else
+    block.keep();
+  return result;
 }
 
 }  // namespace orv::app

@@ -1,23 +1,26 @@
 // The input devices of this machine.
 #pragma once
 
+#include <functional>
+#include <string>
+
 namespace orv::app {
 
-class Output;
-
-/// Starts the drivers of this machine's devices, so that mappings of scenes opened from here on
-/// find them. What comes and goes is told on stderr; having none is fine. `output` must outlive the
-/// drivers: `stopDevices` ends them.
-void startDevices(Output& output);
-void stopDevices();
-
-/// Devices for as long as it lives.
-class DeviceSession {
+/// Drivers of this machine's devices for as long as it lives, so that mappings of scenes opened
+/// meanwhile find them. Having no device is fine.
+class Devices {
  public:
-  explicit DeviceSession(Output& output) { startDevices(output); }
-  ~DeviceSession() { stopDevices(); }
-  DeviceSession(const DeviceSession&) = delete;
-  DeviceSession& operator=(const DeviceSession&) = delete;
+  /// `told` hears what comes and goes, a line each, until the drivers have ended.
+  explicit Devices(const std::function<void(const std::string& line)>& told);
+  ~Devices();
+  Devices(const Devices&) = delete;
+  Devices& operator=(const Devices&) = delete;
+
+  /// Why a driver does not work; empty when all do.
+  const std::string& problem() const { return m_problem; }
+
+ private:
+  std::string m_problem;
 };
 
 }  // namespace orv::app

@@ -1,34 +1,37 @@
 // What rigs meet in a scene, told to a user.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
+
+#include "core/interface/GroundReport.h"
 
 namespace orv::rws::core {
+class CoreImplementation;
 class Instance;
-}
+}  // namespace orv::rws::core
 
 namespace orv::app {
 
-class SceneJob;
-
-/// What the rig meets if a take begins now, as it tells it itself: title, nodes, meshes, triangles,
-/// and what counts where there are none. Null for a rig that meets nothing by its nature.
-nlohmann::ordered_json groundJson(rws::core::Instance& rig);
-/// The same in one line, without the rig's name; empty for such a rig.
-std::string groundText(const nlohmann::ordered_json& ground);
+/// What the rig meets if a take begins now, as it tells it itself; nothing for a rig that meets
+/// nothing by its nature.
+std::optional<rws::GroundReport> groundOf(rws::core::Instance& rig);
+/// The same in one line, without the rig's name.
+std::string groundText(const rws::GroundReport& ground);
 
 /// What each rig of a scene meets, to be compared with what it meets after a change.
 class GroundWatch {
  public:
-  explicit GroundWatch(SceneJob& job);
-  /// Tells, for each rig that meets something else than before or that tells it by `node`, what it
-  /// meets now; also as "grounds" of the result.
-  void tellChanges(const std::string& node) const;
+  explicit GroundWatch(rws::core::CoreImplementation& core);
+  /// What the rigs meet now that meet something else than before or that tell it by `node`.
+  std::vector<std::pair<rws::core::Instance*, rws::GroundReport>> changes(
+      const std::string& node) const;
 
  private:
-  SceneJob& m_job;
-  std::string m_before;  ///< an array of groundJson, in the rigs' order
+  rws::core::CoreImplementation& m_core;
+  std::vector<std::optional<rws::GroundReport>> m_before;  ///< in the rigs' order
 };
 
 }  // namespace orv::app

@@ -1,31 +1,32 @@
-// Which rigs a run steps, over which time, and at which frame rate.
+// Runs of a scene's rigs.
 #pragma once
 
-#include <optional>
+#include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
-namespace orv::rws::adaptor::headless {
-class Scene;
-}
+#include "app/session/anyhost/Monitor.h"
+#include "app/session/anyhost/TimeSpan.h"
+
+class QTimer;
+
 namespace orv::rws::core {
+class CoreImplementation;
 class InstanceReference;
-}
+}  // namespace orv::rws::core
 
 namespace orv::app {
 
-class SceneJob;
+class UndoBlock;
 
 /// Steps only some rigs for as long as it lives; afterwards each row's check is what it was.
 class OnlyRigs {
  public:
-  /// Without names every row stays as it is; then one must be checked.
-  OnlyRigs(SceneJob& job, const std::vector<std::string>& names);
+  /// Without rows every row stays as it is.
+  OnlyRigs(rws::core::CoreImplementation& core,
+           const std::vector<rws::core::InstanceReference*>& rows);
   ~OnlyRigs();
   OnlyRigs(const OnlyRigs&) = delete;
   OnlyRigs& operator=(const OnlyRigs&) = delete;
@@ -34,38 +35,58 @@ class OnlyRigs {
   std::vector<std::pair<rws::core::InstanceReference*, bool>> m_before;
 };
 
-/// Seconds of a run.
-struct TimeSpan {
-  double from = 0.0;
-  double to = 0.0;
+/// How a run ended. One that was cancelled or could not begin has left the scene as it was.
+struct RunResult {
+  long frames = 0;       ///< stepped
+  double seconds = 0.0;  ///< that it took
+  bool began = false;
+  bool cancelled = false;
 };
 
-/// A time as people read it, without what rounding adds to frames' times.
-std::string timeText(double seconds);
-/// "0 to 10 s".
-std::string rangeText(const TimeSpan& span);
+/// Steps the rigs that take part over `span` from their recorded inputs, as fast as it can, and
+/// writes the keys: one undo step.
+RunResult resimulate(rws::core::CoreImplementation& core, const TimeSpan& span,
+                     const Monitor& monitor);
 
-/// Refuses times whose frames the engine can't number. `what` is to blame, `hint` says what to do.
-void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
-                         const std::string& hint);
+/// A take of a told length against the real clock, one undo step. It runs in Qt's event loop, which
+/// the program keeps going until it is told of the end.
+class TakeRun {
+ public:
+  explicit TakeRun(rws::core::CoreImplementation& core);
+  /// Throws a take away that still runs.
+  ~TakeRun();
+  TakeRun(const TakeRun&) = delete;
+  TakeRun& operator=(const TakeRun&) = delete;
 
-/// "a:b" of the command line, what is missing from it taken from the playback range.
-TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& range);
+  /// Begins at `start`, for so many `seconds` (not positive: until the core is told to stop).
+  /// `ended` is called from the event loop. False, with nothing changed, when no take can begin.
+  bool begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended);
+  const RunResult& result() const { return m_result; }
+  /// From its first frame to its last.
+  TimeSpan performed() const { return m_performed; }
 
-/// Makes the playback range reach over `span`, as a run does that goes beyond it: what was
-/// simulated must not be cut off by the next run. Tells the object of the result, and people when
-/// it changed.
-void stretchRange(SceneJob& job, const TimeSpan& span);
-/// Makes the playback range what a take performed, so that the next run repeats it and no more. Of
-/// the range `before` stays what other keys and recorded inputs reach over. Told as above.
-void settleRange(SceneJob& job, const TimeSpan& before, const TimeSpan& performed);
+ private:
+  void look();
+  void end();
 
-/// `--fps`: a number or a fraction such as 30000/1001.
-CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate);
-/// Gives the scene another frame rate; keys that no longer fall on frames are told as a warning.
-void setFrameRate(SceneJob& job, double rate);
+  rws::core::CoreImplementation& m_core;
+  std::unique_ptr<QTimer> m_look;
+  std::unique_ptr<UndoBlock> m_block;  ///< while the take runs
+  const Monitor* m_monitor = nullptr;
+  std::function<void()> m_ended;
+  RunResult m_result;
+  TimeSpan m_performed;
+  double m_rate = 0.0;  ///< frames per second
+  long m_first = 0, m_total = 0;
+};
 
-/// Refuses a scene without a rig.
-void requireRigs(SceneJob& job);
+/// An input whose recorded movement a take would write over.
+struct StakedInput {
+  std::string name;  ///< "RIG:INPUT"
+  TimeSpan moved;    ///< when it moved, from its last rest on
+};
+
+/// What a take that begins at `start` (s) would put an absent control's zeros in the place of.
+std::vector<StakedInput> inputsAtStake(rws::core::CoreImplementation& core, double start);
 
 }  // namespace orv::app
