@@ -99,60 +99,47 @@ struct RigOptions {
   std::string scene, rig, other, output;
 };
 
-CLI::Option* addRig(CLI::App& verb, std::string& rig) {
-  return verb.add_option("RIG", rig, "Name of the rig")->required()->type_name("");
+void runRemove(Program& program, const RigOptions& options) {
+  SceneJob job(program, options.scene);
+  job.core().Delete(&job.row(options.rig), true);
+  job.save(options.output);
+  program.output().object()["removed"] = options.rig;
+  program.output().note("removed " + options.rig);
 }
 
-void addRemove(Program& program) {
-  auto o = std::make_shared<RigOptions>();
-  CLI::App& verb = program.addVerb(
-      "remove", "Remove a rig and its nodes; your own nodes under them stay where they are",
-      "rigwright remove cam.glb Cam -o plain.glb", [o](Program& p) {
-        SceneJob job(p, o->scene);
-        job.core().Delete(&job.row(o->rig), true);
-        job.save(o->output);
-        p.output().object()["removed"] = o->rig;
-        p.output().note("removed " + o->rig);
-      });
-  addScene(verb, o->scene);
-  addRig(verb, o->rig);
-  addSceneOutput(verb, o->output);
+/// Saves the scene and tells the name that came of it.
+void finish(SceneJob& job, const RigOptions& options, const std::string& name) {
+  job.save(options.output);
+  job.program().output().object()["rig"] = name;
+  job.program().output().line(name);
 }
 
-void addRename(Program& program) {
+void runRename(Program& program, const RigOptions& options) {
+  SceneJob job(program, options.scene);
+  const std::string problem = job.core().Rename(&job.row(options.rig), options.other);
+  if (!problem.empty()) throw Failure("rename to " + options.other, problem);
+  finish(job, options, options.other);
+}
+
+void runClone(Program& program, const RigOptions& options) {
+  SceneJob job(program, options.scene);
+  job.row(options.rig);
+  std::string problem;
+  const std::string name = job.core().CloneTool(options.rig, problem);
+  if (name.empty()) throw Failure("clone of " + options.rig, problem);
+  finish(job, options, name);
+}
+
+/// A verb on one rig; `other` is what else it is told, a name, and may be empty.
+void addRigVerb(Program& program, const std::string& name, const std::string& description,
+                const std::string& example, void (*run)(Program&, const RigOptions&),
+                const std::string& other = {}) {
   auto o = std::make_shared<RigOptions>();
   CLI::App& verb =
-      program.addVerb("rename", "Give a rig and its nodes another name",
-                      "rigwright rename cam.glb Cam HeroCam -o hero.glb", [o](Program& p) {
-                        SceneJob job(p, o->scene);
-                        const std::string problem = job.core().Rename(&job.row(o->rig), o->other);
-                        if (!problem.empty()) throw Failure("rename to " + o->other, problem);
-                        job.save(o->output);
-                        p.output().object()["rig"] = o->other;
-                        p.output().line(o->other);
-                      });
+      program.addVerb(name, description, example, [o, run](Program& p) { run(p, *o); });
   addScene(verb, o->scene);
-  addRig(verb, o->rig);
-  verb.add_option("NEW", o->other, "The new name")->required()->type_name("");
-  addSceneOutput(verb, o->output);
-}
-
-void addClone(Program& program) {
-  auto o = std::make_shared<RigOptions>();
-  CLI::App& verb = program.addVerb(
-      "clone", "Copy a rig with parameters, inputs, tracks and nodes; prints the copy's name",
-      "rigwright clone cam.glb Cam -o two.glb", [o](Program& p) {
-        SceneJob job(p, o->scene);
-        job.row(o->rig);
-        std::string problem;
-        const std::string name = job.core().CloneTool(o->rig, problem);
-        if (name.empty()) throw Failure("clone of " + o->rig, problem);
-        job.save(o->output);
-        p.output().object()["rig"] = name;
-        p.output().line(name);
-      });
-  addScene(verb, o->scene);
-  addRig(verb, o->rig);
+  verb.add_option("RIG", o->rig, "Name of the rig")->required()->type_name("");
+  if (!other.empty()) verb.add_option("NEW", o->other, other)->required()->type_name("");
   addSceneOutput(verb, o->output);
 }
 
@@ -160,9 +147,14 @@ void addClone(Program& program) {
 
 void addRigVerbs(Program& program) {
   addAdd(program);
-  addRemove(program);
-  addRename(program);
-  addClone(program);
+  addRigVerb(program, "remove",
+             "Remove a rig and its nodes; your own nodes under them stay where they are",
+             "rigwright remove cam.glb Cam -o plain.glb", runRemove);
+  addRigVerb(program, "rename", "Give a rig and its nodes another name",
+             "rigwright rename cam.glb Cam HeroCam -o hero.glb", runRename, "The new name");
+  addRigVerb(program, "clone",
+             "Copy a rig with parameters, inputs, tracks and nodes; prints the copy's name",
+             "rigwright clone cam.glb Cam -o two.glb", runClone);
 }
 
 }  // namespace orv::app
