@@ -21,7 +21,7 @@
 #include "app/session/anyhost/RunRigs.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
-#include "core/TempFolder.h"
+#include "support/TempFolder.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
 
