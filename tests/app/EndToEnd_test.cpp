@@ -255,32 +255,6 @@ TEST_F(EndToEnd, PlotsAreTheSameEveryTimeAndNeedNoDisplay) {
   EXPECT_EQ(looks.size(), 10u);
 }
 
-TEST_F(EndToEnd, ACarLeavesItsGaugesOutputsAndWheelCurves) {
-  folder.Write("gas.csv",
-               "time,Gas Pedal (Forw/Backw),Steering Wheel (Right/Left)\n0,1,0\n2,1,0.6\n");
-  ok("add shot.glb 4WheelerExt --name Car -o car.glb");
-  const auto unused = json("info car.glb");
-  for (const auto& output : unused["rigs"][0]["outputs"])
-    EXPECT_EQ(output["value"], 0.0) << output["name"];
-  ok("resim car.glb --inputs gas.csv --range 0:2 -o car.glb");
-  const auto rig = json("info car.glb")["rigs"][0];
-  ASSERT_EQ(rig["outputs"].size(), 7u);
-  std::map<std::string, double> gauges, outputs;
-  for (const auto& p : rig["parameters"])
-    if (p["value"].is_number()) gauges[p["label"]] = p["value"];
-  for (const auto& output : rig["outputs"]) outputs[output["name"]] = output["value"];
-  EXPECT_GT(outputs.at("Velocity"), 0.0);
-  EXPECT_EQ(outputs.at("Velocity"), gauges.at("Current Velocity"));
-  EXPECT_EQ(outputs.at("Velocity (Percent of Max)"), gauges.at("Current Velocity (% of max)"));
-  EXPECT_GT(outputs.at("Steering Angle"), 0.0) << "to the right";
-  expectTold(ok("info car.glb"), {"Outputs: name, value"});
-
-  const std::string svg = ok("plot car.glb -o /dev/stdout");
-  expectTold(svg, {"Suspension travel (m)", "Steering of the front wheels", "front left",
-                   "front right", "back left", "back right", "Gas Pedal (Forw/Backw)"});
-  EXPECT_EQ(svg.find("ChassisRelocator"), std::string::npos) << "a car follows nothing";
-}
-
 TEST_F(EndToEnd, ProfilesAreSavedAppliedAndDeleted) {
   ok("add shot.glb MotionFilterCam --name Cam --profile Bouncy -o a.glb");
   EXPECT_EQ(json("info a.glb")["rigs"][0]["profile"], "Bouncy");

@@ -3,6 +3,7 @@
 
 #include "adaptor/headless/GltfReader.h"
 #include "app/ProgramTest.h"
+#include "support/Grounds.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
 
@@ -346,42 +347,55 @@ TEST_F(Fit, WhatAnotherProgramTookFromTheSceneIsNamed) {
   expectTold(bare, {"Car_... are named like those of a 4WheelerExt"});
 }
 
-TEST_F(Fit, GaugesAreReadAndNotSet) {
+TEST_F(Fit, ADriveLeavesGaugesOutputsAndCurvesOnItsGround) {
+  make("hills.glb", [](Scene& scene) {
+    scene.addNode("Hills").setMesh(
+        GridMesh([](double x, double z) { return std::sin(1.3 * x) * std::cos(1.1 * z) - 5.0; },
+                 Rows(-60, 139, 199), Rows(-80, 119, 199)));
+  });
+  const auto rigOf = [this](const std::string& file) -> nlohmann::json {
+    return json({"info", file, "--rig", "Car"})["rigs"][0];
+  };
+  const auto outputsOf = [](const nlohmann::json& rig) {
+    std::map<std::string, double> outputs;
+    for (const auto& output : rig["outputs"]) outputs[output["name"]] = output["value"];
+    return outputs;
+  };
+  for (const auto& [name, value] : outputsOf(rigOf("hills.glb"))) EXPECT_EQ(value, 0.0) << name;
+  ok("plot hills.glb -o bare.svg");
+  ok("parent hills.glb Car_GravityDirectionMesh Hills -o hills.glb");
+  folder.Write("drive.csv",
+               "time,Gas Pedal (Forw/Backw),Steering Wheel (Right/Left)\n0,1,0\n2,1,0.6\n");
+  ok("resim hills.glb --inputs drive.csv -o hills.glb");
+  const auto rig = rigOf("hills.glb");
+  const auto outputs = outputsOf(rig);
+  ASSERT_EQ(outputs.size(), 7u);
+  std::map<std::string, double> values;
   int gauges = 0;
-  const auto info = json("info car.glb --rig Car");
-  for (const auto& parameter : info["rigs"][0]["parameters"]) {
+  for (const auto& parameter : rig["parameters"]) {
+    if (parameter["value"].is_number()) values[parameter["label"]] = parameter["value"];
     if (!parameter.value("readOnly", false)) continue;
     ++gauges;
-    tells({"set", "car.glb", "Car:#" + parameter["id"].dump() + "=1", "-o", "set.glb"}, 1,
+    tells({"set", "hills.glb", "Car:#" + parameter["id"].dump() + "=1", "-o", "set.glb"}, 1,
           {"gauge"});
   }
   EXPECT_EQ(gauges, 5);
-  EXPECT_EQ(ok("set car.glb Car:Multiplier=2.5 'Car:Front Damping=1e9' -o set.glb"),
+  EXPECT_GT(outputs.at("Velocity"), 0.0);
+  EXPECT_EQ(outputs.at("Velocity"), values.at("Current Velocity"));
+  EXPECT_EQ(outputs.at("Velocity (Percent of Max)"), values.at("Current Velocity (% of max)"));
+  EXPECT_GT(outputs.at("Steering Angle"), 0.0) << "to the right";
+  expectTold(ok("info hills.glb"), {"Outputs: name, value"});
+  EXPECT_EQ(ok("set hills.glb Car:Multiplier=2.5 'Car:Front Damping=1e9' -o set.glb"),
             "Car:Multiplier = 2.5\nCar:Front Damping = 10000\n");
-}
 
-TEST_F(Fit, APlotShowsTheGroundUnderTheCarWithFewLines) {
-  make("hills.glb", [](Scene& scene) {
-    util::CMesh hills;
-    constexpr int kSide = 200;
-    for (int i = 0; i < kSide * kSide; ++i) {
-      const double x = i % kSide - 60.0, z = i / kSide - 80.0;
-      hills.vertices.emplace_back(x, std::sin(1.3 * x) * std::cos(1.1 * z) - 5.0, z);
-      if (i % kSide == 0 || i < kSide) continue;
-      const int a = i - kSide - 1, b = i - kSide, c = i - 1;
-      for (const int corner : {a, c, b, b, c, i}) hills.faces.push_back(corner);
-    }
-    scene.addNode("Hills").setMesh(hills);
-  });
-  ok("plot hills.glb -o bare.svg");
-  ok("parent hills.glb Car_GravityDirectionMesh Hills -o hills.glb");
-  folder.Write("drive.csv", "time,Car:Gas Pedal (Forw/Backw)\n0,1\n");
-  ok("resim hills.glb --inputs drive.csv -o hills.glb");
   ok("plot hills.glb -o hills.svg");
-  const std::string svg = folder.Read("hills.svg");
-  expectTold(svg, {"borders and edges of the ground", "its heights, every 0.2 m"});
-  EXPECT_EQ(folder.Read("bare.svg").find("of the ground"), std::string::npos);
-  EXPECT_LT(svg.size(), folder.Read("bare.svg").size() + 250000) << "of 79202 triangles";
+  const std::string svg = folder.Read("hills.svg"), bare = folder.Read("bare.svg");
+  expectTold(svg, {"Suspension travel (m)", "Steering of the front wheels", "front left",
+                   "front right", "back left", "back right", "Gas Pedal (Forw/Backw)",
+                   "borders and edges of the ground", "its heights, every 0.2 m"});
+  EXPECT_EQ(svg.find("ChassisRelocator"), std::string::npos) << "a car follows nothing";
+  EXPECT_EQ(bare.find("of the ground"), std::string::npos);
+  EXPECT_LT(svg.size(), bare.size() + 250000) << "of 79202 triangles";
 }
 
 }  // namespace
