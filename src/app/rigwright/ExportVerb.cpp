@@ -55,7 +55,8 @@ std::set<std::string> keptNodes(const Scene& scene, const ExportOptions& options
     if (!named.empty()) continue;
     std::vector<std::string> known;
     for (const SceneNode* node : scene.nodes()) known.push_back(node->name());
-    const std::string start = pattern.substr(0, pattern.size() - (pattern.back() == '*' ? 1 : 0));
+    std::string start = pattern;
+    if (!start.empty() && start.back() == '*') start.pop_back();
     throw Failure(options.scene, "there is no node \"" + pattern + "\"",
                   hintFor(start, known, "nodes"));
   }
