@@ -6,7 +6,6 @@
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
-#include "app/session/anyhost/UndoBlock.h"
 
 namespace orv::app {
 
@@ -21,14 +20,6 @@ using Quat = util::Quat<double>;
 namespace {
 
 constexpr double kRadians = 0.017453292519943295;
-
-/// Sets a key where the property has keys; false when its curve is too long for that.
-bool placeKey(SceneNode& node, ChannelPath path, const double* value, double time, double frame) {
-  Channel changed = *node.channel(path);
-  if (!changed.setKey(time, value, frame)) return false;
-  node.setChannel(std::move(changed));
-  return true;
-}
 
 }  // namespace
 
@@ -50,9 +41,8 @@ PlacedPose poseOver(HeadlessNode& node, HeadlessNode& other, double time) {
 
 PlacingResult placeNode(HeadlessNode& node, const PlacedPose& pose, double time) {
   SceneNode& scene = *node.GetSceneNode();
-  UndoBlock block(node.GetAdaptor(), "Place #" + scene.name());
-  node.GetAdaptor().KeepPose(node);
   Trs wanted = scene.pose();
+  std::vector<Channel> changed;
   PlacingResult result;
   const auto place = [&](ChannelPath path, const char* name, auto& own, const auto& given,
                          auto numbersOf) {
@@ -61,8 +51,9 @@ PlacingResult placeNode(HeadlessNode& node, const PlacedPose& pose, double time)
       own = *given;
       return;
     }
+    changed.push_back(*scene.channel(path));
     const auto numbers = numbersOf(*given);
-    if (placeKey(scene, path, numbers.data(), time, node.GetAdaptor().GetFrameDuration()))
+    if (changed.back().setKey(time, numbers.data(), node.GetAdaptor().GetFrameDuration()))
       result.keyed.push_back(name);
     else
       result.error = "the key could not be set";
@@ -73,8 +64,11 @@ PlacingResult placeNode(HeadlessNode& node, const PlacedPose& pose, double time)
   place(ChannelPath::kRotation, "rotation", wanted.rotation, pose.rotation, four);
   place(ChannelPath::kScale, "scale", wanted.scale, pose.scale, three);
   if (!result.error.empty()) return result;
+  node.GetAdaptor().BeginUndoBlock("Place #" + scene.name());
+  node.GetAdaptor().KeepPose(node);
   scene.setPose(wanted);
-  block.keep();
+  for (Channel& channel : changed) scene.setChannel(std::move(channel));
+  node.GetAdaptor().EndUndoBlock();
   return result;
 }
 

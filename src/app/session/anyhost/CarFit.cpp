@@ -303,13 +303,18 @@ Problem CarRig::carry(const CarModel& model, CarFit& fit) {
           {}};
 }
 
-Problem fit(Instance& rig, const CarModel& model, CarFit& result) {
+/// Measures, and leaves the scene alone.
+Problem check(Instance& rig, const CarModel& model, CarFit& result) {
   if (Problem problem = checkFittedRig(rig)) return problem;
   const double time = rig.GetCore().GetAdaptor()->GetCurrentTime();
   for (CoreNode* node : allOf(model))
     if (Problem problem = checkNode(*node, rig, time)) return problem;
   if (Problem problem = measure(model, time, result)) return problem;
   for (Problem& odd : oddCar(result.frame, *model.body)) result.odd.push_back(std::move(odd));
+  return {};
+}
+
+Problem fit(Instance& rig, const CarModel& model, CarFit& result) {
   CarRig car(rig);
   if (Problem problem = car.place(result.frame, result.wheels)) return problem;
   if (Problem problem = car.carry(model, result)) return problem;
@@ -327,6 +332,7 @@ Problem checkFittedRig(Instance& rig) {
             "it is a " + kind + "; only a " + std::string(kFittedKind) + " can be fitted",
             {},
             {Remedy::Kind::kAddRig, kFittedKind, 1.0}};
+  if (rig.GetCore().IsRecording()) return {name, "a take runs", "fit it afterwards", {}};
   for (CoreNode* node : rig.GetNodes())
     if (node->HasKeys())
       return {name,
@@ -338,6 +344,8 @@ Problem checkFittedRig(Instance& rig) {
 
 CarFit fitCar(Instance& rig, const CarModel& model) {
   CarFit result;
+  result.problem = check(rig, model, result);
+  if (result.problem) return result;
   UndoBlock block(*rig.GetCore().GetAdaptor(), "Fit #" + rig.GetInstanceName());
   result.problem = fit(rig, model, result);
   if (result.problem)

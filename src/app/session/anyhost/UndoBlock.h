@@ -8,7 +8,8 @@
 namespace orv::app {
 
 /// An undo block for the length of a scope. Unless it is kept, what was done in it is rolled back
-/// at its end, and the host's time goes back to where it was.
+/// at its end, and the host's time goes back to where it was. Not within another's block, such as a
+/// take's, all of which would be rolled back.
 class UndoBlock {
  public:
   UndoBlock(rws::AdaptorInterface& adaptor, const std::string& name)
