@@ -162,6 +162,15 @@ class AdaptorInterface {
   virtual core::CoreNode* DuplicateNode(core::CoreNode*, const NodeIdentity&, CNode*) {
     return nullptr;
   }
+  /// [defaulted] New node under `parent` that undoes that one's scale at the current time, so that
+  /// a user's node can hang there without shear. Null where the host can't. Undoable in an open
+  /// block.
+  virtual core::CoreNode* CreateHub(const std::string& /*sceneName*/, CNode* /*parent*/) {
+    return nullptr;
+  }
+  /// [defaulted] The node shows no mesh from here on, while what hangs on it stays seen. False
+  /// where the host can't. Undoable in an open block.
+  virtual bool TakeMeshAway(core::CoreNode*) { return false; }
   /// [defaulted] The models that a user parented to this node of a rig, for "Low poly on record".
   virtual void GetModelsUnder(core::CoreNode*, util::ReturnValue<std::vector<core::CoreNode*>>&) {}
 };

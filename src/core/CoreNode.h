@@ -44,6 +44,8 @@ class CoreNode : public CNode {
   /// Takes back any snapshot object that a node gave. Null is ignored.
   virtual void ReleaseSnapshot(CExtendable* snapshot) = 0;
 
+  /// Whether the node has keys of its own that move it; those of nodes above do not count.
+  virtual bool HasKeys() = 0;
   /// Whether both stand for one host object; a null node is never the same.
   virtual bool IsSame(CNode* node) = 0;
   /// Moves the node under `parent` (null: the world), keeping its world pose at the current time.

@@ -761,4 +761,31 @@ TEST_P(AdaptorContract, CopiesANodeAndListsTheModelsBelow) {
   EXPECT_FALSE(copy->IsValid());
 }
 
+TEST_P(AdaptorContract, CarriesAModelByAHubInPlaceOfARigsOwnMesh) {
+  EXPECT_TRUE(fixture->UserNode("Mover")->HasKeys());
+  EXPECT_FALSE(fixture->UserNode("Hook")->HasKeys()) << "keys above are not its own";
+  CoreNode* const ground = fixture->UserNode("Ground");
+  Matrix<double> uneven = Pose(1, 2, 3, 30.0);
+  uneven.setRowLengths({2.0, 0.5, 0.5});
+  Place(ground, 0.0, uneven);
+  const auto hasMesh = [&] {
+    rws::CSnapshot_Mesh* const mesh = ground->GetSnapshotMesh(0.0);
+    ground->ReleaseSnapshot(mesh);
+    return mesh != nullptr;
+  };
+  adaptor.BeginUndoBlock("Fit");
+  CoreNode* const hub = adaptor.CreateHub("Ground_Hub", ground);
+  ASSERT_TRUE(hub);
+  EXPECT_TRUE(adaptor.TakeMeshAway(ground));
+  adaptor.EndUndoBlock();
+  ExpectNear(World(hub, 0.0), Pose(1, 2, 3, 30.0));
+  EXPECT_EQ(hub->GetSceneName(), "Ground_Hub");
+  EXPECT_EQ(hub->GetTag(), "");
+  EXPECT_TRUE(ground->IsVisible());
+  EXPECT_FALSE(hasMesh());
+  adaptor.HostUndo();
+  EXPECT_FALSE(hub->IsValid());
+  EXPECT_TRUE(hasMesh());
+}
+
 }  // namespace orv::tests

@@ -22,11 +22,6 @@ class Demo : public ProgramTest {
                               "RIGWRIGHT_DATA_ROOT=root bash -x part.sh >log 2>&1";
     ASSERT_EQ(std::system(shell.c_str()), 0) << folder.Read("log");
   }
-
-  void expectInPicture(const std::string& picture, const Words& texts) const {
-    const std::string svg = folder.Read(picture);
-    for (const std::string& text : texts) EXPECT_NE(svg.find(text), std::string::npos) << text;
-  }
 };
 
 Vector placeOf(const Row& row) {
@@ -71,8 +66,8 @@ TEST_F(Demo, ABeltStaysWholeOnItsWheelsAndStandsOnTheGroundThatItCrosses) {
     EXPECT_GT(way, 20.0);
     EXPECT_LT(slip, 0.1 * way) << "the step below stands while the vehicle passes";
   }
-  expectInPicture("belt.svg", {"Left at 4 s", "Widest gap between two steps (% of a step)",
-                               "Left, rim of the driveWheel", "Left, mean of the steps"});
+  expectTold(folder.Read("belt.svg"), {"Left at 4 s", "Widest gap between two steps (% of a step)",
+                                       "Left, rim of the driveWheel", "Left, mean of the steps"});
 }
 
 TEST_F(Demo, ShotsStayInTheYardAndComeBackFromItsWalls) {
@@ -94,8 +89,8 @@ TEST_F(Demo, ShotsStayInTheYardAndComeBackFromItsWalls) {
   }
   EXPECT_GT(shots, 40);
   EXPECT_GT(turned, shots / 2);
-  expectInPicture("gun.svg", {"Gun: the shots from the side", "Gun, shots and hits", "Shots fired",
-                              "Recoil of the barrel (m)"});
+  expectTold(folder.Read("gun.svg"), {"Gun: the shots from the side", "Gun, shots and hits",
+                                      "Shots fired", "Recoil of the barrel (m)"});
 }
 
 }  // namespace

@@ -9,8 +9,10 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstring>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,7 +23,21 @@
 
 namespace orv::tests {
 
-using Words = std::vector<std::string>;
+/// A command line, in one text cut at its blanks (but for those within '') or word by word.
+struct Words : std::vector<std::string> {
+  using vector::vector;
+  Words(const char* line) {
+    static const std::regex kWord("'([^']*)'|[^ ]+");
+    for (std::cregex_iterator at(line, line + std::strlen(line), kWord), end; at != end; ++at)
+      push_back((*at)[1].matched ? (*at)[1] : (*at)[0]);
+  }
+};
+using Texts = std::vector<std::string>;
+
+inline void expectTold(const std::string& text, const Texts& pieces) {
+  for (const std::string& piece : pieces)
+    EXPECT_NE(text.find(piece), std::string::npos) << "must tell \"" << piece << "\"\n" << text;
+}
 
 /// How a run of the program ended.
 struct Outcome {
@@ -88,7 +104,7 @@ class ProgramTest : public testing::Test {
   std::string path(const std::string& name) const { return folder.path + "/" + name; }
 
   /// Runs the program in the folder. With `signalAfter` it gets SIGINT after so many seconds.
-  Outcome run(const Words& words, double signalAfter = 0.0, const Words& environment = {}) const {
+  Outcome run(const Words& words, double signalAfter = 0.0, const Texts& environment = {}) const {
     const pid_t child = fork();
     if (child == 0) exec(words, environment);
     if (signalAfter > 0.0) {
@@ -111,6 +127,13 @@ class ProgramTest : public testing::Test {
     for (const std::string& word : words) all += " " + word;
     EXPECT_EQ(result.status, 0) << all << "\n" << result.err;
     return result.out;
+  }
+
+  /// The same with this status, and with these pieces on stderr.
+  void tells(const Words& words, int status, const Texts& pieces) const {
+    const Outcome result = run(words);
+    EXPECT_EQ(result.status, status) << result.err;
+    expectTold(result.err, pieces);
   }
 
   nlohmann::json json(Words words) const {
@@ -136,7 +159,7 @@ class ProgramTest : public testing::Test {
   TempFolder folder;
 
  private:
-  [[noreturn]] void exec(const Words& words, const Words& environment) const {
+  [[noreturn]] void exec(const Words& words, const Texts& environment) const {
     std::vector<char*> arguments = {const_cast<char*>("rigwright")};
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);

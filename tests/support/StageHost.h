@@ -119,7 +119,7 @@ class Node final : public HostNode {
     return m_object->parent ? local : kSpace.worldToRig(local);
   }
   Trs ReadTrs(double time) override { return decompose(ReadLocal(time)); }
-  bool HasKeys() const override {
+  bool HasOwnKeys() const override {
     return std::any_of(m_object->curves.begin(), m_object->curves.begin() + 9,
                        [](const auto& curve) { return !curve.samples.empty(); });
   }
@@ -329,6 +329,9 @@ class Host final : public HostAdaptor {
     object.mesh = shareMesh(mesh ? *mesh : util::CMesh());
     return Placed(object);
   }
+  HostNode* AddHub(const std::string& name, HostNode* parent) override {
+    return Placed(Add(name, ObjectOf(parent)));
+  }
   HostNode* AddCopy(HostNode& original, const std::string& name, HostNode* parent) override {
     std::unique_ptr<Object> copy = ObjectOf(&original)->Copy(false);
     copy->name = name;
@@ -479,7 +482,7 @@ inline Node::LocalPoses Node::PosesAtKeys(const std::function<Trs(double)>& pose
 }
 
 inline void Node::WritePoses(const LocalPoses& poses) {
-  const bool keyed = HasKeys();
+  const bool keyed = HasOwnKeys();
   for (const auto& [time, pose] : poses) WriteTrs(time, pose, keyed);
 }
 

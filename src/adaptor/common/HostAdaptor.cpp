@@ -111,6 +111,23 @@ CoreNode* HostAdaptor::DuplicateNode(CoreNode* original, const NodeIdentity& ide
   return Introduce(AddCopy(*from, SceneNameOf(identity), place), identity);
 }
 
+CoreNode* HostAdaptor::CreateHub(const std::string& sceneName, CNode* parent) {
+  HostNode* const place = Known(parent);
+  if (!place) return nullptr;
+  const double now = GetCurrentTime();
+  const util::Vector3<double> scale = place->GetWorldPose(now).rowLengths();
+  if (!(scale.x * scale.y * scale.z > 0.0)) return nullptr;
+  HostNode* const node = AddHub(sceneName, place);
+  node->WriteTrs(now, {{}, {}, {1.0 / scale.x, 1.0 / scale.y, 1.0 / scale.z}}, false);
+  return Introduce(node, {nullptr, sceneName, sceneName});
+}
+
+bool HostAdaptor::TakeMeshAway(CoreNode* node) {
+  HostNode* const known = Known(node);
+  if (known) known->SetMesh(nullptr);
+  return known != nullptr;
+}
+
 void HostAdaptor::Delete(HostNode& node) {
   if (node.buffering) node.EndBuffering();
   auto step = UndoUnitPtr(new CNodeDeleteRestore(node, node.MakePresence()));

@@ -78,6 +78,8 @@ class HostAdaptor : public AdaptorInterface {
   void DiscardNode(core::CoreNode* node) override;
   core::CoreNode* DuplicateNode(core::CoreNode* node, const NodeIdentity& identity,
                                 CNode* parent) override;
+  core::CoreNode* CreateHub(const std::string& sceneName, CNode* parent) override;
+  bool TakeMeshAway(core::CoreNode* node) override;
   void GetModelsUnder(core::CoreNode* node,
                       util::ReturnValue<std::vector<core::CoreNode*>>& result) override;
 
@@ -137,6 +139,8 @@ class HostAdaptor : public AdaptorInterface {
   /// A node with the content of `original`: shape, its own pose (the same under another parent) and
   /// keys; no children, no tag. Null where the host can't.
   virtual HostNode* AddCopy(HostNode& original, const std::string& sceneName, HostNode* parent) = 0;
+  /// A node without shape, at its parent; see CreateHub.
+  virtual HostNode* AddHub(const std::string& sceneName, HostNode* parent) = 0;
   /// As ImportNodes; `roots` are the new nodes at the top. Tags in the file are dropped: they name
   /// rigs of another scene.
   virtual std::string ReadNodes(const std::string& file, const std::string& prefix,

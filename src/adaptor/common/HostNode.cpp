@@ -84,7 +84,7 @@ void HostNode::GetExtensions(std::vector<int>& out) {
 /// Whether keys, or a rig of the running take, move the node or one above it.
 bool HostNode::MayMove() {
   for (HostNode* node = this; node && node->Exists(); node = node->ParentNode())
-    if (node->buffering || node->HasKeys()) return true;
+    if (node->buffering || node->HasOwnKeys()) return true;
   return false;
 }
 

@@ -72,6 +72,7 @@ class HostNode : public core::CoreNode {
   CSnapshot_Lens* GetSnapshotLens(double time) override;
   CSnapshot_Shape* GetSnapshotShape(double time) override;
   void ReleaseSnapshot(CExtendable* snapshot) override;
+  bool HasKeys() override { return IsValid() && HasOwnKeys(); }
   bool IsSame(CNode* node) override { return node == this && Exists(); }
   /// Refused while a take buffers the node: its samples are relative to the parent.
   bool SetParent(CNode* parent) override;
@@ -137,7 +138,7 @@ class HostNode : public core::CoreNode {
   /// Relative to the parent.
   virtual util::Matrix<double> ReadLocal(double time) = 0;
   virtual Trs ReadTrs(double time) = 0;
-  virtual bool HasKeys() const = 0;
+  virtual bool HasOwnKeys() const = 0;
   /// Keys of all three properties, or without `key` the value of those that have no keys.
   virtual void WriteTrs(double time, const Trs& local, bool key) = 0;
   /// The poses of a take become keys, their times rise: keys before `from` stay, all from there on

@@ -90,6 +90,12 @@ HostNode* HeadlessAdaptor::AddMesh(const std::string& sceneName, HostNode* paren
   return &node;
 }
 
+HostNode* HeadlessAdaptor::AddHub(const std::string& sceneName, HostNode* parent) {
+  HeadlessNode& node = Add(sceneName, parent);
+  node.m_sceneNode->setHub(true);
+  return &node;
+}
+
 HostNode* HeadlessAdaptor::AddCopy(HostNode& original, const std::string& sceneName,
                                    HostNode* parent) {
   const auto& from = static_cast<HeadlessNode&>(original);

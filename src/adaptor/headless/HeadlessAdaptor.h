@@ -65,6 +65,7 @@ class HeadlessAdaptor final : public HostAdaptor {
                       double nearClip) override;
   HostNode* AddMesh(const std::string& sceneName, HostNode* parent,
                     const util::CMesh* mesh) override;
+  HostNode* AddHub(const std::string& sceneName, HostNode* parent) override;
   HostNode* AddCopy(HostNode& original, const std::string& sceneName, HostNode* parent) override;
   std::string ReadNodes(const std::string& file, const std::string& prefix,
                         std::vector<HostNode*>& roots) override;

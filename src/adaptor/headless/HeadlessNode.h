@@ -43,7 +43,7 @@ class alignas(64) HeadlessNode final : public HostNode {
   util::Matrix<double> ReadWorld(double time) override { return m_sceneNode->worldMatrix(time); }
   util::Matrix<double> ReadLocal(double time) override { return m_sceneNode->localMatrix(time); }
   Trs ReadTrs(double time) override { return m_sceneNode->localTrs(time); }
-  bool HasKeys() const override { return m_sceneNode->hasKeys(); }
+  bool HasOwnKeys() const override { return m_sceneNode->hasKeys(); }
   void WriteTrs(double time, const Trs& local, bool key) override;
   std::string WriteKeys(double from, const std::vector<PoseSample>& take) override;
 

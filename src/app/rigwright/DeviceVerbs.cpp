@@ -3,12 +3,14 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "app/rigwright/Devices.h"
+#include "app/rigwright/DeviceNotes.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/InputFile.h"
+#include "app/session/anyhost/Names.h"
 #include "core/Instance.h"
 #include "unidevice/Control.h"
 #include "unidevice/ControlChoice.h"
@@ -31,7 +33,7 @@ using util::xml::Tag;
 // --- devices ---
 
 void runDevices(Program& program) {
-  const DeviceSession devices(program.output());
+  const DeviceNotes devices(program.output());
   auto& drivers = unidevice::DriverManager::instance();
   drivers.activateAll();
   drivers.updateAll();
@@ -140,13 +142,12 @@ void tellAbsent(Output& output, const std::string& name, const Mapping& mapping)
 }
 
 void runMap(Program& program, const MapOptions& options) {
-  const DeviceSession devices(program.output());
+  const DeviceNotes devices(program.output());
   SceneJob job(program, options.scene);
-  rws::core::Instance* rig = nullptr;
-  std::string why;
-  unidevice::Property* input = job.findInput(options.input, rig, why);
-  if (!input) throw Failure("input " + options.input, why);
-  const std::string name = rig->GetInstanceName() + ":" + input->name;
+  const FoundInput found = findInput(job.core(), options.input);
+  unidevice::Property* const input = found.input;
+  if (!input) throw Failure("input " + options.input, found.why);
+  const std::string name = found.name();
   Tag property("property");
   if (options.maps()) {
     const Mapping mapping = readMapping(options);

@@ -1,27 +1,23 @@
 // export.
-#include <algorithm>
-#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
 
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/CleanScene.h"
-#include "app/rigwright/DeliveryFile.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/FrameTimes.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/ProgressBar.h"
-#include "app/rigwright/RunRigs.h"
-#include "app/rigwright/SavingNote.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
-#include "unidevice/software/CsvReader.h"
-#include "util/AtomicFile.h"
-#include "util/NumberText.h"
+#include "app/session/CleanScene.h"
+#include "app/session/DeliveryFile.h"
+#include "app/session/PosesFile.h"
+#include "app/session/SavingNote.h"
+#include "app/session/SceneRange.h"
+#include "app/session/anyhost/Names.h"
 
 namespace orv::app {
 
@@ -30,7 +26,6 @@ namespace {
 using rws::adaptor::Trs;
 using rws::adaptor::headless::Scene;
 using rws::adaptor::headless::SceneNode;
-using Matrix = util::Matrix<double>;
 
 struct ExportOptions {
   std::string scene, range, output;
@@ -40,104 +35,31 @@ struct ExportOptions {
 
 // --- poses as CSV ---
 
-/// World poses of all nodes at one time after another.
-class WorldPoses {
- public:
-  explicit WorldPoses(const rws::adaptor::headless::Scene& scene) : m_nodes(scene.nodes()) {
-    std::map<const SceneNode*, int> places;
-    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-      const auto parent = places.find(m_nodes[i]->parent());
-      m_parents.push_back(parent == places.end() ? -1 : parent->second);
-      places[m_nodes[i]] = static_cast<int>(i);
-    }
-    m_world.resize(m_nodes.size());
-  }
-
-  void evaluate(double time) {
-    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-      const Matrix local = m_nodes[i]->localMatrix(time);
-      m_world[i] =
-          m_parents[i] < 0 ? local : m_world[static_cast<std::size_t>(m_parents[i])] * local;
-    }
-  }
-
-  const std::vector<SceneNode*>& nodes() const { return m_nodes; }
-  const Matrix& world(std::size_t i) const { return m_world[i]; }
-
- private:
-  std::vector<SceneNode*> m_nodes;
-  std::vector<int> m_parents;  ///< place of each node's parent, -1 for the world
-  std::vector<Matrix> m_world;
-};
-
-std::string poseRow(double time, const std::string& name, const Matrix& world) {
-  const Trs pose = rws::adaptor::decompose(world);
-  const double numbers[] = {
-      pose.translation.x, pose.translation.y, pose.translation.z, pose.rotation.x, pose.rotation.y,
-      pose.rotation.z,    pose.rotation.w,    pose.scale.x,       pose.scale.y,    pose.scale.z};
-  std::string row = util::exactText(time) + "," + name;
-  for (const double number : numbers) row += "," + util::exactText(number);
-  return row + "\n";
-}
-
 long writePoses(SceneJob& job, const ExportOptions& options, const TimeSpan& span) {
-  WorldPoses poses(job.scene());
-  std::vector<std::pair<std::size_t, std::string>> wanted;  // place and the name as a CSV field
-  std::set<const SceneNode*> named;
-  for (const std::string& name : options.nodes) named.insert(&job.node(name));
-  for (std::size_t i = 0; i < poses.nodes().size(); ++i)
-    if (named.empty() || named.count(poses.nodes()[i]))
-      wanted.emplace_back(i, unidevice::csvField(poses.nodes()[i]->name()));
-
-  const FrameTimes frames(span.from, span.to, job.scene().frameDuration());
-  ProgressBar bar(job.program().output(), "export", frames.count());
-  util::AtomicFile file(options.output);
-  file.write("time,node,tx,ty,tz,qx,qy,qz,qw,sx,sy,sz\n");
-  for (long i = 0; i < frames.count(); ++i) {
-    checkInterrupt();
-    const double time = frames.time(frames.first + i);
-    poses.evaluate(time);
-    std::string rows;
-    for (const auto& [place, name] : wanted) rows += poseRow(time, name, poses.world(place));
-    if (!file.write(rows)) failWriting(file.error());
-    bar.set(i);
-  }
+  std::vector<const SceneNode*> only;
+  for (const std::string& name : options.nodes) only.push_back(&job.node(name));
+  const ProgressBar bar(job.program().output(), "export");
+  const PosesResult written = writePoses(job.scene(), only, span, options.output, bar.monitor());
   checkInterrupt();
-  if (!file.commit()) failWriting(file.error());
-  return frames.count();
+  if (!written.error.empty()) failWriting(written.error);
+  return written.frames;
 }
 
 // --- clean ---
 
-/// The range, or without one all that is keyed and played.
-TimeSpan bakedSpan(const Scene& scene, const std::string& range) {
-  TimeSpan span = spanOf(scene, range);
-  double from = 0.0;
-  double to = 0.0;
-  if (range.empty() && scene.keyRange(from, to)) {
-    span.from = std::min(span.from, from);
-    span.to = std::max(span.to, to);
-  }
-  return span;
-}
-
-/// The nodes that `--keep` names; a name that ends in * stands for all that begin so.
+/// The nodes that `--keep` names.
 std::set<std::string> keptNodes(const Scene& scene, const ExportOptions& options) {
   std::set<std::string> keep;
-  for (const std::string& name : options.keep) {
-    const bool all = !name.empty() && name.back() == '*';
-    const std::string start = all ? name.substr(0, name.size() - 1) : name;
-    bool found = false;
+  for (const std::string& pattern : options.keep) {
+    const std::set<std::string> named = nodesNamed(scene, pattern);
+    keep.insert(named.begin(), named.end());
+    if (!named.empty()) continue;
     std::vector<std::string> known;
-    for (const SceneNode* node : scene.nodes()) {
-      known.push_back(node->name());
-      if (all ? node->name().compare(0, start.size(), start) != 0 : node->name() != name) continue;
-      keep.insert(node->name());
-      found = true;
-    }
-    if (!found)
-      throw Failure(options.scene, "there is no node \"" + name + "\"",
-                    hintFor(start, known, "nodes"));
+    for (const SceneNode* node : scene.nodes()) known.push_back(node->name());
+    std::string start = pattern;
+    if (!start.empty() && start.back() == '*') start.pop_back();
+    throw Failure(options.scene, "there is no node \"" + pattern + "\"",
+                  hintFor(start, known, "nodes"));
   }
   return keep;
 }
@@ -145,27 +67,30 @@ std::set<std::string> keptNodes(const Scene& scene, const ExportOptions& options
 /// Works on the file alone: no rig is built, so none has a say in what is delivered.
 void runClean(Program& program, const ExportOptions& options) {
   Output& out = program.output();
+  const auto warn = [&out](const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) out.warn(text);
+  };
   auto read = rws::adaptor::headless::GltfReader::read(options.scene, {program.options().clip});
   if (!read) throw Failure("", read.error);
-  for (const std::string& text : read.warnings) out.warn(text);
+  warn(read.warnings);
   Scene& scene = *read.scene;
   const std::set<std::string> keep = keptNodes(scene, options);
-  const TimeSpan span = bakedSpan(scene, options.range);
-  const FrameTimes frames(span.from, span.to, scene.frameDuration());
+  TimeSpan span = spanOf(scene, options.range);
+  if (options.range.empty()) span = keyedRange(scene);
   CleanResult cleaned;
   {
-    ProgressBar bar(out, "export", frames.count());
-    cleaned = cleanScene(scene, keep, span.from, span.to, bar);
+    const ProgressBar bar(out, "export");
+    cleaned = cleanScene(scene, keep, span, bar.monitor());
   }
   checkInterrupt();
-  for (const std::string& text : cleaned.warnings) out.warn(text);
+  warn(cleaned.warnings);
   std::vector<std::string> lost;
   {
-    const SavingNote note(out, options.output);
+    const SavingNote note(savingNote(out, options.output));
     const std::string error = writeDelivery(scene, options.output, lost);
     if (!error.empty()) failWriting(error);
   }
-  for (const std::string& text : lost) out.warn(text);
+  warn(lost);
   out.object()["baked"] = cleaned.baked;
   out.object()["output"] = options.output;
   out.note("export: " + std::to_string(cleaned.baked) + (cleaned.baked == 1 ? " node" : " nodes") +

@@ -5,7 +5,16 @@
 #include <string>
 #include <utility>
 
+#include "app/session/anyhost/Problem.h"
+
+namespace orv::rws::adaptor::headless {
+class Scene;
+}
+
 namespace orv::app {
+
+/// A problem as it is shown, its remedy as the verb that does it. `scene` is where its node stands.
+std::string textOf(const Problem& problem, const rws::adaptor::headless::Scene& scene);
 
 /// Ends the verb with exit status 1. Shown as `rigwright: <what>: <why> (<what to do>)`.
 class Failure : public std::exception {
@@ -13,6 +22,8 @@ class Failure : public std::exception {
   /// `hint` says what to do and may be empty.
   Failure(const std::string& what, const std::string& why, const std::string& hint = {})
       : m_text((what.empty() ? "" : what + ": ") + why + (hint.empty() ? "" : " (" + hint + ")")) {}
+  Failure(const Problem& problem, const rws::adaptor::headless::Scene& scene)
+      : m_text(textOf(problem, scene)) {}
 
   const char* what() const noexcept override { return m_text.c_str(); }
 

@@ -6,11 +6,13 @@
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/GroundText.h"
+#include "app/rigwright/GroundJson.h"
 #include "app/rigwright/Program.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/Names.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
@@ -163,6 +165,7 @@ Json rigJson(Instance& rig, const InstanceReference& row) {
                       {"mapping", mappingJson(*entries[i].second)},
                       {"samples", sampleCount(rig, i)}});
   }
+  const auto ground = groundOf(rig);
   Json outputs = Json::array();
   for (const Property* output : rig.GetOutputs())
     outputs.push_back({{"name", output->name}, {"value", output->read()}});
@@ -171,7 +174,7 @@ Json rigJson(Instance& rig, const InstanceReference& row) {
           {"profile", rig.GetCurrentProfile()},
           {"checked", row.IsChecked()},
           {"group", groupAround(row)},
-          {"ground", groundJson(rig)},
+          {"ground", ground ? groundJson(*ground) : Json()},
           {"parameters", parameters},
           {"inputs", inputs},
           {"outputs", outputs}};
@@ -221,8 +224,7 @@ void tellRig(Output& out, Instance& rig) {
   out.line("");
   out.line("Rig " + rig.GetInstanceName() + "  (" + rig.GetTool()->GetDisplayId() + ", profile " +
            rig.GetCurrentProfile() + ")");
-  if (const std::string ground = groundText(groundJson(rig)); !ground.empty())
-    out.line("  " + ground);
+  if (const auto ground = groundOf(rig)) out.line("  " + groundText(*ground));
   Table parameters;
   for (const ConfigElement* element : rig.GetConfig().elements())
     if (element->id() >= 0)
@@ -267,7 +269,7 @@ void runInfo(Program& program, const InfoOptions& options) {
   const auto& scene = job.scene();
   Instance* const only = options.rig.empty() ? nullptr : &job.rig(options.rig);
   const std::vector<const SceneNode*> nodes = chosenNodes(job, only);
-  const std::vector<Instance*> rigs = only ? std::vector<Instance*>{only} : job.core().List(false);
+  const std::vector<Instance*> rigs = rigsNamed(job, options.rig);
   Output& out = program.output();
   Json& json = out.object();
   json["frameRate"] = scene.frameRate();

@@ -3,14 +3,13 @@
 #include <nlohmann/json.hpp>
 
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/InputFile.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Program.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
-#include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "app/session/anyhost/InputFile.h"
+#include "app/session/anyhost/Names.h"
 
 namespace orv::app {
 
@@ -22,10 +21,7 @@ struct InputsOptions {
 
 void runInputs(Program& program, const InputsOptions& options) {
   SceneJob job(program, options.scene);
-  const std::vector<rws::core::Instance*> rigs =
-      options.rig.empty() ? job.core().List(false)
-                          : std::vector<rws::core::Instance*>{&job.rig(options.rig)};
-  const unidevice::RecordedInput recorded = recordedInputs(rigs);
+  const unidevice::RecordedInput recorded = recordedInputs(rigsNamed(job, options.rig));
   if (recorded.columns.empty()) {
     throw Failure(options.scene + (options.rig.empty() ? "" : ": " + options.rig),
                   "there are no recorded inputs", "record some with rigwright take");

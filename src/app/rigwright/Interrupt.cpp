@@ -15,9 +15,12 @@ constexpr int kPatience = 3;             ///< signals until the program ends whe
 constexpr int kInterruptedStatus = 130;  ///< what shells expect of a program ended by Ctrl-C
 
 volatile std::sig_atomic_t g_signals = 0;
+std::atomic<bool> g_interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
 void noteSignal(int) {
   g_signals = g_signals + 1;
+  g_interrupted = true;
   if (g_signals >= kPatience) _exit(kInterruptedStatus);
 }
 
@@ -34,7 +37,11 @@ void catchInterrupts() {
 }
 
 bool isInterrupted() {
-  return g_signals != 0;
+  return g_interrupted;
+}
+
+const std::atomic<bool>& interruptFlag() {
+  return g_interrupted;
 }
 
 void checkInterrupt() {

@@ -1,6 +1,7 @@
 // Ctrl-C and the request to end, as a flag that long work asks for.
 #pragma once
 
+#include <atomic>
 #include <string>
 
 namespace orv::app {
@@ -11,6 +12,8 @@ namespace orv::app {
 void catchInterrupts();
 
 bool isInterrupted();
+/// The flag itself, for work that is monitored.
+const std::atomic<bool>& interruptFlag();
 
 /// Throws Interrupted when the flag is set. Called between steps that leave nothing half done, and
 /// before anything is written.

@@ -1,5 +1,4 @@
 // parent, place.
-#include <cmath>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -8,23 +7,24 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/GroundText.h"
+#include "app/rigwright/GroundJson.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
-#include "util/Angles.h"
+#include "app/session/NodePlacing.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
 
 namespace {
 
-using rws::adaptor::Trs;
-using rws::adaptor::headless::Channel;
-using rws::adaptor::headless::ChannelPath;
+using rws::GroundReport;
+using rws::adaptor::headless::HeadlessNode;
 using rws::adaptor::headless::SceneNode;
+using rws::core::Instance;
 using Vector = util::Vector3<double>;
-using Quat = util::Quat<double>;
 
 struct NodeOptions {
   std::string scene, node, parent, at, output;
@@ -33,6 +33,16 @@ struct NodeOptions {
 };
 
 // --- parent ---
+
+/// What rigs meet now that met something else before.
+void tellGrounds(Output& out, const std::vector<std::pair<Instance*, GroundReport>>& changes) {
+  nlohmann::ordered_json& told = out.object()["grounds"] = nlohmann::ordered_json::array();
+  for (const auto& [rig, ground] : changes) {
+    out.note(rig->GetInstanceName() + ": " + groundText(ground));
+    told.push_back(groundJson(ground));
+    told.back()["rig"] = rig->GetInstanceName();
+  }
+}
 
 void runParent(Program& program, const NodeOptions& options) {
   SceneJob job(program, options.scene);
@@ -46,7 +56,7 @@ void runParent(Program& program, const NodeOptions& options) {
                                    : options.parent + " is below " + options.node,
                   "move " + options.parent + " elsewhere first");
   }
-  const GroundWatch grounds(job);
+  const GroundWatch grounds(job.core());
   auto& adaptor = job.adaptor();
   auto* moved = adaptor.FindSceneNode(child.name());
   adaptor.BeginUndoBlock("Parent");
@@ -60,71 +70,26 @@ void runParent(Program& program, const NodeOptions& options) {
   program.output().object()["node"] = child.name();
   program.output().object()["parent"] = toWorld ? "/" : parent->name();
   program.output().note(child.name() + " is under " + (toWorld ? "the world" : parent->name()));
-  grounds.tellChanges(child.name());
+  tellGrounds(program.output(), grounds.changes(child.name()));
 }
 
 // --- place ---
 
-/// About X first, then about Y, then about Z, each about the parent's own axis.
-Quat fromDegrees(const Vector& degrees) {
-  const Vector half = degrees * (util::kRadiansPerDegree / 2.0);
-  const Quat x{std::sin(half.x), 0.0, 0.0, std::cos(half.x)};
-  const Quat y{0.0, std::sin(half.y), 0.0, std::cos(half.y)};
-  const Quat z{0.0, 0.0, std::sin(half.z), std::cos(half.z)};
-  return (x * y * z).normalized();  // of two quaternions the first acts first
-}
-
-/// Sets one property: its static value, or where it has keys a key at `time`.
-void placeProperty(SceneJob& job, SceneNode& node, ChannelPath path, const Trs& wanted,
-                   double time) {
-  const char* name = path == ChannelPath::kTranslation ? "translation"
-                     : path == ChannelPath::kRotation  ? "rotation"
-                                                       : "scale";
-  const Channel* keyed = node.channel(path);
-  if (!keyed) {
-    Trs pose = node.pose();
-    if (path == ChannelPath::kTranslation) pose.translation = wanted.translation;
-    if (path == ChannelPath::kRotation) pose.rotation = wanted.rotation;
-    if (path == ChannelPath::kScale) pose.scale = wanted.scale;
-    node.setPose(pose);
-    return;
-  }
-  Channel changed = *keyed;
-  const Quat& q = wanted.rotation;
-  const double rotation[] = {q.x, q.y, q.z, q.w};
-  const Vector& v = path == ChannelPath::kTranslation ? wanted.translation : wanted.scale;
-  const double vector[] = {v.x, v.y, v.z};
-  const bool set = changed.setKey(time, path == ChannelPath::kRotation ? rotation : vector,
-                                  job.scene().frameDuration());
-  if (!set) throw Failure(node.name(), "the key could not be set", "its animation is too long");
-  node.setChannel(std::move(changed));
-  job.program().output().warn(node.name() + " has " + name + " keys: the pose became a key at " +
-                              util::shortText(time) + " s, its other keys stay");
-}
-
-/// The local pose by which `node` stands where `other` is at `time` (s).
-Trs poseOver(const SceneNode& node, const SceneNode& other, double time) {
-  util::Matrix<double> local = other.worldMatrix(time);
-  if (node.parent()) local = node.parent()->worldMatrix(time).affineInverse() * local;
-  return rws::adaptor::decompose(local);
-}
-
 void runPlace(Program& program, const NodeOptions& options) {
   SceneJob job(program, options.scene);
-  SceneNode& node = job.node(options.node);
+  HeadlessNode& node = job.hostNode(options.node);
   const double time = options.time.value_or(job.scene().rangeStart());
-  Trs wanted;
-  wanted.translation = options.translate.value_or(wanted.translation);
-  wanted.scale = options.scale.value_or(wanted.scale);
-  if (options.rotate) wanted.rotation = fromDegrees(*options.rotate);
-  const bool at = !options.at.empty();
-  if (at) wanted = poseOver(node, job.node(options.at), time);
-  if (at || options.translate) placeProperty(job, node, ChannelPath::kTranslation, wanted, time);
-  if (at || options.rotate) placeProperty(job, node, ChannelPath::kRotation, wanted, time);
-  if (options.scale) placeProperty(job, node, ChannelPath::kScale, wanted, time);
+  PlacedPose wanted{options.translate, {}, options.scale};
+  if (options.rotate) wanted.rotation = rotationFromDegrees(*options.rotate);
+  if (!options.at.empty()) wanted = poseOver(node, job.hostNode(options.at), time);
+  const PlacingResult placed = placeNode(node, wanted, time);
+  for (const std::string& name : placed.keyed)
+    program.output().warn(options.node + " has " + name + " keys: the pose became a key at " +
+                          util::shortText(time) + " s, its other keys stay");
+  if (!placed.error.empty()) throw Failure(options.node, placed.error, "its animation is too long");
   job.save(options.output);
-  program.output().object()["node"] = node.name();
-  program.output().note("placed " + node.name());
+  program.output().object()["node"] = options.node;
+  program.output().note("placed " + options.node);
 }
 
 }  // namespace

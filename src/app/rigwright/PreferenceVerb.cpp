@@ -7,6 +7,7 @@
 #include "app/rigwright/Program.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/Names.h"
 #include "core/Preferences.h"
 
 namespace orv::app {

@@ -9,6 +9,7 @@
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/Tool.h"

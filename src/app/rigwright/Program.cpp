@@ -12,6 +12,7 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Texts.h"
+#include "app/session/anyhost/Names.h"
 #include "core/DataRoot.h"
 #include "core/Log.h"
 #include "util/NumberText.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Output.h"
 
 namespace orv::app {
@@ -37,19 +38,14 @@ std::string clockText(double seconds) {
   return std::to_string(s / 3600) + ":" + two(s / 60 % 60) + ":" + tail;
 }
 
-ProgressBar::ProgressBar(Output& output, std::string title, long total)
+ProgressBar::ProgressBar(Output& output, std::string title)
     : m_silent(output.quiet),
       m_title(std::move(title)),
-      m_total(total),
-      m_start(Clock::now()),
-      m_shownAt(m_start) {}
+      m_monitor([this](long done, long total, double seconds) { set(done, total, seconds); },
+                &interruptFlag()) {}
 
 ProgressBar::~ProgressBar() {
   clear();
-}
-
-double ProgressBar::seconds() const {
-  return std::chrono::duration<double>(Clock::now() - m_start).count();
 }
 
 bool ProgressBar::isDue(double interval) {
@@ -59,28 +55,27 @@ bool ProgressBar::isDue(double interval) {
   return true;
 }
 
-void ProgressBar::set(long done) {
+void ProgressBar::set(long done, long total, double seconds) {
   if (m_silent || !isDue(isTerminal() ? kBarInterval : kLineInterval)) return;
+  const std::string left =
+      done <= 0
+          ? "--:--"
+          : clockText(seconds * static_cast<double>(total - done) / static_cast<double>(done));
   if (isTerminal())
-    showBar(done);
+    showBar(done, total, left);
   else
-    showLine(done);
+    showLine(done, total, left);
 }
 
-std::string ProgressBar::timeLeft(long done) const {
-  if (done <= 0) return "--:--";
-  return clockText(seconds() * static_cast<double>(m_total - done) / static_cast<double>(done));
-}
-
-void ProgressBar::showBar(long done) {
-  const std::string tail = " " + std::to_string(percent(done, m_total)) + " %  " +
-                           std::to_string(done) + "/" + std::to_string(m_total) + "  " +
-                           timeLeft(done) + " left";
+void ProgressBar::showBar(long done, long total, const std::string& left) {
+  const std::string tail = " " + std::to_string(percent(done, total)) + " %  " +
+                           std::to_string(done) + "/" + std::to_string(total) + "  " + left +
+                           " left";
   const int room = terminalWidth() - static_cast<int>(m_title.size() + tail.size()) - 5;
   std::string bar;
   if (room >= 4) {
     const int width = std::min(room, kMaxBarWidth);
-    const int full = width * percent(done, m_total) / 100;
+    const int full = width * percent(done, total) / 100;
     bar = " [" + std::string(static_cast<std::size_t>(full), '=') +
           std::string(static_cast<std::size_t>(width - full), ' ') + "]";
     if (hasColour()) bar = "\033[36m" + bar + "\033[0m";
@@ -90,12 +85,11 @@ void ProgressBar::showBar(long done) {
   m_visible = true;
 }
 
-void ProgressBar::showLine(long done) {
-  std::fputs(
-      (m_title + ": " + std::to_string(percent(done, m_total)) + " %, " + std::to_string(done) +
-       " of " + std::to_string(m_total) + ", " + timeLeft(done) + " left\n")
-          .c_str(),
-      stderr);
+void ProgressBar::showLine(long done, long total, const std::string& left) {
+  std::fputs((m_title + ": " + std::to_string(percent(done, total)) + " %, " +
+              std::to_string(done) + " of " + std::to_string(total) + ", " + left + " left\n")
+                 .c_str(),
+             stderr);
 }
 
 void ProgressBar::say(const std::string& text) {

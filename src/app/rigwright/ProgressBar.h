@@ -4,6 +4,8 @@
 #include <chrono>
 #include <string>
 
+#include "app/session/anyhost/Monitor.h"
+
 namespace orv::app {
 
 class Output;
@@ -12,35 +14,33 @@ class Output;
 /// second. Nothing under --quiet. Cheap enough to be told of every frame.
 class ProgressBar {
  public:
-  /// `title` says what is going on, such as "resim"; `total` is the number of steps.
-  ProgressBar(Output& output, std::string title, long total);
+  /// `title` says what is going on, such as "resim".
+  ProgressBar(Output& output, std::string title);
   /// Takes the bar off the terminal.
   ~ProgressBar();
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
-  void set(long done);
+  /// Shows how far the work is that gets it. Ctrl-C cancels that work.
+  const Monitor& monitor() const { return m_monitor; }
   /// A text in place of the bar, such as a countdown.
   void say(const std::string& text);
   /// Takes the bar off the terminal, so that another line can be printed; the next `set` shows it
   /// again.
   void clear();
 
-  double seconds() const;  ///< since construction
-
  private:
   using Clock = std::chrono::steady_clock;
 
   bool isDue(double interval);
-  void showBar(long done);
-  void showLine(long done);
-  std::string timeLeft(long done) const;
+  void set(long done, long total, double seconds);
+  void showBar(long done, long total, const std::string& left);
+  void showLine(long done, long total, const std::string& left);
 
   const bool m_silent;
   const std::string m_title;
-  const long m_total;
-  const Clock::time_point m_start;
-  Clock::time_point m_shownAt;
+  const Monitor m_monitor;
+  Clock::time_point m_shownAt = Clock::now();
   std::string m_said;
   bool m_visible = false;
 };

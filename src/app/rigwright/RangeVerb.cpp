@@ -7,7 +7,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
-#include "app/rigwright/RunRigs.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
 

@@ -6,16 +6,15 @@
 
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/InputFile.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/ProgressBar.h"
-#include "app/rigwright/RunRigs.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
-#include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "app/session/SceneRange.h"
+#include "app/session/anyhost/InputFile.h"
+#include "app/session/anyhost/RunRigs.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -28,22 +27,12 @@ struct ResimOptions {
   std::vector<std::string> assignments, only;
 };
 
-/// Steps all frames; the number of them.
-long runFrames(SceneJob& job, const TimeSpan& span, double& seconds) {
-  auto& core = job.core();
-  const double frames = std::floor((span.to - span.from) * job.scene().frameRate() + 1e-3);
-  ProgressBar bar(job.program().output(), "resim", static_cast<long>(frames));
-  if (core.BeginResimulation(span.from, span.to) != 0)
-    throw Failure("resim", "the run could not begin");
-  long done = 0;
-  while (!isInterrupted() && core.StepResimulation()) {
-    ++done;
-    if (done % 16 == 0) bar.set(done);
-  }
-  core.EndResimulation();
-  seconds = bar.seconds();
+RunResult runFrames(SceneJob& job, const TimeSpan& span) {
+  const ProgressBar bar(job.program().output(), "resim");
+  const RunResult result = resimulate(job.core(), span, bar.monitor());
+  if (!result.began) throw Failure("resim", "the run could not begin");
   checkInterrupt();
-  return done;
+  return result;
 }
 
 void runResim(Program& program, const ResimOptions& options) {
@@ -55,26 +44,28 @@ void runResim(Program& program, const ResimOptions& options) {
     setFrameRate(job, *options.fps);
     requireFrameNumbers(span, *options.fps, "--fps", "give a lower rate or a shorter --range");
   }
-  if (!options.inputs.empty()) InputFile(job, options.inputs).putIntoTracks();
+  if (!options.inputs.empty()) readInputs(job, options.inputs).putIntoTracks();
 
-  double seconds = 0.0;
-  long frames = 0;
+  RunResult run;
   {
-    const OnlyRigs only(job, options.only);
-    frames = runFrames(job, span, seconds);
+    const OnlyRigs only(job.core(), rowsToRun(job, options.only));
+    run = runFrames(job, span);
   }
-  stretchRange(job, span);
+  const TimeSpan range = playbackRange(job.scene());
+  stretchRange(job.session(), span);
+  tellRange(job, range);
   job.save(options.output, {"they lie behind the end of the run (a longer --range keeps them)",
                             "the columns of " + options.inputs + " stand in their place"});
-  const double rate = seconds > 0.0 ? static_cast<double>(frames) / seconds : 0.0;
+  const double seconds = run.seconds;
+  const double rate = seconds > 0.0 ? static_cast<double>(run.frames) / seconds : 0.0;
   auto& object = program.output().object();
-  object["frames"] = frames;
+  object["frames"] = run.frames;
   object["range"] = {span.from, span.to};
   object["seconds"] = seconds;
   object["framesPerSecond"] = rate;
   const std::string time =
       seconds < 0.01 ? "" : " in " + util::shortText(std::round(seconds * 100.0) / 100.0) + " s";
-  program.output().note("resim: " + std::to_string(frames) + " frames" + time + ", " +
+  program.output().note("resim: " + std::to_string(run.frames) + " frames" + time + ", " +
                         std::to_string(std::lround(rate)) + " frames/s, written to " +
                         options.output);
 }

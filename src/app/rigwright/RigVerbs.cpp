@@ -2,30 +2,25 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <set>
 
-#include "adaptor/headless/HeadlessAdaptor.h"
-#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/ModelChecks.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/ModelChecks.h"
+#include "app/session/anyhost/Names.h"
+#include "app/session/anyhost/RigPlacing.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/NameRules.h"
 #include "core/Tool.h"
-#include "core/interface/CCamera.h"
 
 namespace orv::app {
 
 namespace {
 
-using Matrix = util::Matrix<double>;
 using Vector = util::Vector3<double>;
-using rws::adaptor::headless::HeadlessNode;
 using rws::core::Instance;
 
 struct AddOptions {
@@ -34,43 +29,11 @@ struct AddOptions {
   std::optional<double> scale;
 };
 
-/// Moves the rig so that its first node stands at `position` (m; nothing: where it is) and is
-/// `scale` times as large; the rig's other nodes come along.
-void placeRig(SceneJob& job, Instance& rig, const std::optional<Vector>& position, double scale) {
-  const double now = job.adaptor().GetCurrentTime();
-  const std::vector<rws::core::CoreNode*> nodes = rig.GetNodes();
-  std::set<const rws::adaptor::headless::SceneNode*> own;
-  for (rws::core::CoreNode* node : nodes)
-    own.insert(static_cast<HeadlessNode*>(node)->GetSceneNode());
-  std::vector<HeadlessNode*> tops;
-  Matrix change;
-  bool first = true;
-  for (rws::core::CoreNode* node : nodes) {
-    auto* const headless = static_cast<HeadlessNode*>(node);
-    if (first) {
-      const Vector here = headless->GetWorldPose(now).translation();
-      change.setRowLengths({scale, scale, scale});
-      change.setTranslation(position.value_or(here) - here * scale);
-      first = false;
-    }
-    // A node under another node of the rig is carried by that one.
-    bool carried = false;
-    for (const auto* above = headless->GetSceneNode()->parent(); above; above = above->parent())
-      carried = carried || own.count(above) > 0;
-    if (!carried) tops.push_back(headless);
-  }
-  for (HeadlessNode* node : tops) node->SetWorldPose(now, change * node->GetWorldPose(now), false);
-}
-
-/// Where the rig's first node is when the rig, `scale` times as large, stands on `foot` (m). Only a
-/// rig that stands on its ground by itself knows: for the others any height would be a guess.
+/// Where the rig's first node is when the rig stands on `foot`.
 Vector placeOn(const Instance& rig, const std::string& kind, const Vector& foot, double scale) {
-  double height = 0.0;
-  if (rig.GetRig()->Extension(rws::kStandingHeight, &height, nullptr) <= 0) {
-    throw Failure("--stand", "a " + kind + " doesn't stand on the ground by itself",
-                  "give the place of its first node by --translate");
-  }
-  return foot + Vector(0.0, height * scale, 0.0);
+  if (const std::optional<Vector> place = standingPlace(rig, foot, scale)) return *place;
+  throw Failure("--stand", "a " + kind + " doesn't stand on the ground by itself",
+                "give the place of its first node by --translate");
 }
 
 void runAdd(Program& program, const AddOptions& options) {
@@ -85,8 +48,8 @@ void runAdd(Program& program, const AddOptions& options) {
   }
   // Told once: with the scene's first rig.
   if (job.rigNames().empty())
-    for (const std::string& odd : oddScene(job.scene(), job.scene().rangeStart()))
-      program.output().warn(options.scene + ": " + odd);
+    for (const Problem& odd : oddScene(job.scene(), job.scene().rangeStart()))
+      program.output().warn(options.scene + ": " + textOf(odd, job.scene()));
   Instance* rig = job.core().CreateToolFromFactory(options.kind, options.name);
   if (!rig) throw Failure("kind " + options.kind, "the rig could not be created");
   if (!options.profile.empty()) {
@@ -100,7 +63,7 @@ void runAdd(Program& program, const AddOptions& options) {
   const double scale = options.scale.value_or(1.0);
   std::optional<Vector> place = options.translate;
   if (options.stand) place = placeOn(*rig, options.kind, *options.stand, scale);
-  if (place || options.scale) placeRig(job, *rig, place, scale);
+  if (place || options.scale) placeRig(*rig, place, scale);
   job.save(options.output);
   program.output().object()["rig"] = rig->GetInstanceName();
   program.output().line(rig->GetInstanceName());
@@ -136,60 +99,47 @@ struct RigOptions {
   std::string scene, rig, other, output;
 };
 
-CLI::Option* addRig(CLI::App& verb, std::string& rig) {
-  return verb.add_option("RIG", rig, "Name of the rig")->required()->type_name("");
+void runRemove(Program& program, const RigOptions& options) {
+  SceneJob job(program, options.scene);
+  job.core().Delete(&job.row(options.rig), true);
+  job.save(options.output);
+  program.output().object()["removed"] = options.rig;
+  program.output().note("removed " + options.rig);
 }
 
-void addRemove(Program& program) {
-  auto o = std::make_shared<RigOptions>();
-  CLI::App& verb = program.addVerb(
-      "remove", "Remove a rig and its nodes; your own nodes under them stay where they are",
-      "rigwright remove cam.glb Cam -o plain.glb", [o](Program& p) {
-        SceneJob job(p, o->scene);
-        job.core().Delete(&job.row(o->rig), true);
-        job.save(o->output);
-        p.output().object()["removed"] = o->rig;
-        p.output().note("removed " + o->rig);
-      });
-  addScene(verb, o->scene);
-  addRig(verb, o->rig);
-  addSceneOutput(verb, o->output);
+/// Saves the scene and tells the name that came of it.
+void finish(SceneJob& job, const RigOptions& options, const std::string& name) {
+  job.save(options.output);
+  job.program().output().object()["rig"] = name;
+  job.program().output().line(name);
 }
 
-void addRename(Program& program) {
+void runRename(Program& program, const RigOptions& options) {
+  SceneJob job(program, options.scene);
+  const std::string problem = job.core().Rename(&job.row(options.rig), options.other);
+  if (!problem.empty()) throw Failure("rename to " + options.other, problem);
+  finish(job, options, options.other);
+}
+
+void runClone(Program& program, const RigOptions& options) {
+  SceneJob job(program, options.scene);
+  job.row(options.rig);
+  std::string problem;
+  const std::string name = job.core().CloneTool(options.rig, problem);
+  if (name.empty()) throw Failure("clone of " + options.rig, problem);
+  finish(job, options, name);
+}
+
+/// A verb on one rig; `other` is what else it is told, a name, and may be empty.
+void addRigVerb(Program& program, const std::string& name, const std::string& description,
+                const std::string& example, void (*run)(Program&, const RigOptions&),
+                const std::string& other = {}) {
   auto o = std::make_shared<RigOptions>();
   CLI::App& verb =
-      program.addVerb("rename", "Give a rig and its nodes another name",
-                      "rigwright rename cam.glb Cam HeroCam -o hero.glb", [o](Program& p) {
-                        SceneJob job(p, o->scene);
-                        const std::string problem = job.core().Rename(&job.row(o->rig), o->other);
-                        if (!problem.empty()) throw Failure("rename to " + o->other, problem);
-                        job.save(o->output);
-                        p.output().object()["rig"] = o->other;
-                        p.output().line(o->other);
-                      });
+      program.addVerb(name, description, example, [o, run](Program& p) { run(p, *o); });
   addScene(verb, o->scene);
-  addRig(verb, o->rig);
-  verb.add_option("NEW", o->other, "The new name")->required()->type_name("");
-  addSceneOutput(verb, o->output);
-}
-
-void addClone(Program& program) {
-  auto o = std::make_shared<RigOptions>();
-  CLI::App& verb = program.addVerb(
-      "clone", "Copy a rig with parameters, inputs, tracks and nodes; prints the copy's name",
-      "rigwright clone cam.glb Cam -o two.glb", [o](Program& p) {
-        SceneJob job(p, o->scene);
-        job.row(o->rig);
-        std::string problem;
-        const std::string name = job.core().CloneTool(o->rig, problem);
-        if (name.empty()) throw Failure("clone of " + o->rig, problem);
-        job.save(o->output);
-        p.output().object()["rig"] = name;
-        p.output().line(name);
-      });
-  addScene(verb, o->scene);
-  addRig(verb, o->rig);
+  verb.add_option("RIG", o->rig, "Name of the rig")->required()->type_name("");
+  if (!other.empty()) verb.add_option("NEW", o->other, other)->required()->type_name("");
   addSceneOutput(verb, o->output);
 }
 
@@ -197,9 +147,14 @@ void addClone(Program& program) {
 
 void addRigVerbs(Program& program) {
   addAdd(program);
-  addRemove(program);
-  addRename(program);
-  addClone(program);
+  addRigVerb(program, "remove",
+             "Remove a rig and its nodes; your own nodes under them stay where they are",
+             "rigwright remove cam.glb Cam -o plain.glb", runRemove);
+  addRigVerb(program, "rename", "Give a rig and its nodes another name",
+             "rigwright rename cam.glb Cam HeroCam -o hero.glb", runRename, "The new name");
+  addRigVerb(program, "clone",
+             "Copy a rig with parameters, inputs, tracks and nodes; prints the copy's name",
+             "rigwright clone cam.glb Cam -o two.glb", runClone);
 }
 
 }  // namespace orv::app

@@ -5,8 +5,8 @@
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 

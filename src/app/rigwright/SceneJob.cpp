@@ -1,26 +1,21 @@
 #include "app/rigwright/SceneJob.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
-#include "adaptor/headless/HeadlessSession.h"
+#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/rigwright/Failure.h"
 #include "app/rigwright/Interrupt.h"
-#include "app/rigwright/Losses.h"
 #include "app/rigwright/Program.h"
-#include "app/rigwright/SavingNote.h"
-#include "app/rigwright/Texts.h"
+#include "app/session/Losses.h"
+#include "app/session/SavingNote.h"
+#include "app/session/anyhost/InputFile.h"
+#include "app/session/anyhost/Names.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/CoreNode.h"
 #include "core/Instance.h"
 #include "core/Tool.h"
-#include "plugins/release/all/AllRigs.h"
-#include "plugins/release/templatetool/templatetool_CTemplateObject.h"
-#include "unidevice/Property.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -30,82 +25,23 @@ using rws::core::Instance;
 using rws::core::InstanceReference;
 
 SceneJob::SceneJob(Program& program)
-    : m_program(program),
-      m_ui(program.output(), program.options().yes),
-      m_session(std::make_unique<rws::adaptor::headless::HeadlessSession>(
-          rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin)) {
+    : m_program(program), m_ui(program.output(), program.options().yes) {
   core().SetUserInterface(&m_ui);
 }
 
 SceneJob::SceneJob(Program& program, const std::string& path) : SceneJob(program) {
   m_path = path;
-  std::string error;
-  const bool opened = m_session->Open(path, error, program.options().clip);
-  if (!opened) throw Failure("", error);
+  const std::string error = m_session.open(path, program.options().clip);
   tellWarnings();
-  warnOfLostRecords();
-  m_losses = std::make_unique<Losses>(*this);  // last: it knows nodes and rigs by where they are
+  if (!error.empty()) throw Failure("", error);
 }
 
 SceneJob::~SceneJob() {
   core().SetUserInterface(nullptr);
 }
 
-rws::core::CoreImplementation& SceneJob::core() {
-  return m_session->GetCore();
-}
-
-rws::adaptor::headless::HeadlessAdaptor& SceneJob::adaptor() {
-  return m_session->GetAdaptor();
-}
-
-rws::adaptor::headless::Scene& SceneJob::scene() {
-  return m_session->GetScene();
-}
-
 void SceneJob::tellWarnings() {
-  for (const std::string& text : m_session->TakeWarnings()) m_program.output().warn(text);
-}
-
-std::map<std::string, std::set<std::string>> SceneJob::nodeFamilies() {
-  std::map<std::string, std::set<std::string>> families;
-  for (const auto* node : scene().nodes()) {
-    if (!node->tag().empty()) return {};  // of a record that could not be opened, which was told
-    const std::string& name = node->name();
-    for (std::size_t at = name.find('_'); at != std::string::npos; at = name.find('_', at + 1))
-      families[name.substr(0, at)].insert(name.substr(at + 1));
-  }
-  for (auto family = families.begin(); family != families.end();)
-    family = family->second.size() < 2 ? families.erase(family) : std::next(family);
-  return families;
-}
-
-void SceneJob::warnOfLostRecords() {
-  std::error_code ignored;
-  if (!core().List(false).empty() || !std::filesystem::is_regular_file(m_path, ignored)) return;
-  const std::map<std::string, std::set<std::string>> families = nodeFamilies();
-  if (families.empty()) return;
-  // What nodes a kind has is known by making one, for which the scene gives way for a moment.
-  m_session->New();
-  for (rws::core::Tool* tool : core().GetLibrary().GetTools()) {
-    const Instance* rig = core().CreateToolFromFactory(tool->GetDisplayId(), {});
-    if (!rig) continue;
-    const std::vector<rws::core::CoreNode*> nodes = rig->GetNodes();
-    for (const auto& [name, found] : families) {
-      const auto there = std::count_if(nodes.begin(), nodes.end(), [&found = found](auto* node) {
-        return found.count(node->GetName()) > 0;
-      });
-      if (there < 2 || 2 * static_cast<std::size_t>(there) < nodes.size()) continue;
-      m_program.output().warn(
-          m_path + ": the nodes " + name + "_... are named like those of a " +
-          tool->GetDisplayId() +
-          ", but the file has no record of that rig: it is a delivery, or another program has "
-          "dropped the custom data (export with custom properties, or go on from the file before)");
-    }
-  }
-  std::string error;
-  if (!m_session->Open(m_path, error, m_program.options().clip)) throw Failure("", error);
-  m_session->TakeWarnings();  // told already
+  for (const std::string& text : m_session.takeWarnings()) m_program.output().warn(text);
 }
 
 // --- looking things up ---
@@ -141,6 +77,10 @@ rws::adaptor::headless::SceneNode& SceneJob::node(const std::string& name) {
   throw Failure(m_path, "there is no node \"" + name + "\"", hintFor(name, known, "nodes"));
 }
 
+rws::adaptor::headless::HeadlessNode& SceneJob::hostNode(const std::string& name) {
+  return *adaptor().FindSceneNode(node(name).name());
+}
+
 Instance& SceneJob::rigOf(const std::string& text, std::string& rest) {
   for (std::size_t colon = text.rfind(':'); colon != std::string::npos && colon > 0;
        colon = text.rfind(':', colon - 1)) {
@@ -150,34 +90,6 @@ Instance& SceneJob::rigOf(const std::string& text, std::string& rest) {
     }
   }
   return rig(text.substr(0, text.find(':')));
-}
-
-unidevice::Property* SceneJob::findInput(const std::string& text, Instance*& rig,
-                                         std::string& why) {
-  std::vector<std::string> known;
-  std::vector<Instance*> holders;
-  for (Instance* instance : core().List(false)) {
-    const std::string prefix = instance->GetInstanceName() + ":";
-    for (const auto& [name, property] : instance->GetProperties().entries) {
-      known.push_back(prefix + name);
-      if (known.back() == text) {
-        rig = instance;
-        return property;
-      }
-      if (name == text) holders.push_back(instance);
-    }
-  }
-  if (holders.size() == 1) {
-    rig = holders.front();
-    return rig->GetProperties().find(text);
-  }
-  if (holders.empty()) {
-    why = "no rig has such an input; " + hintFor(text, known, "inputs");
-  } else {
-    why = "several rigs have this input; write " + holders.front()->GetInstanceName() + ":" + text +
-          ", for example";
-  }
-  return nullptr;
 }
 
 ConfigElement& SceneJob::element(Instance& rig, const std::string& label, bool buttons) {
@@ -244,12 +156,32 @@ void SceneJob::save(const std::string& output, const LossReasons& why) {
   checkInterrupt();
   std::string error;
   {
-    const SavingNote note(m_program.output(), output);
-    if (!m_session->Save(output, error)) failWriting(error);
+    const SavingNote note(savingNote(m_program.output(), output));
+    error = m_session.save(output);
   }
+  if (!error.empty()) failWriting(error);
   tellWarnings();
-  if (m_losses) m_losses->tell(why);
+  const LossReport lost = m_session.losses();
+  const auto warn = [this](const std::string& what, const std::string& reason) {
+    if (!what.empty())
+      m_program.output().warn("dropped " + what + (reason.empty() ? "" : ": " + reason));
+  };
+  warn(lost.keys, why.keys);
+  warn(lost.input, why.input);
   m_program.output().object()["output"] = output;
+}
+
+InputFile readInputs(SceneJob& job, const std::string& path) {
+  InputFile file;
+  const std::string error = file.load(job.core(), path);
+  if (!error.empty()) throw Failure("", error);
+  for (const std::string& odd : file.warnings()) job.program().output().warn(odd);
+  return file;
+}
+
+std::function<void()> savingNote(Output& output, const std::string& path) {
+  if (output.quiet) return {};
+  return [&output, path] { output.note("saving " + path); };
 }
 
 std::string groupOf(const ConfigElement& element) {

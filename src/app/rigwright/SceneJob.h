@@ -1,35 +1,29 @@
 // A scene that a verb works on.
 #pragma once
 
-#include <map>
-#include <memory>
+#include <functional>
 #include <nlohmann/json_fwd.hpp>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "app/rigwright/CommandLineUi.h"
+#include "app/session/SceneSession.h"
 
 namespace orv::rws::adaptor::headless {
-class HeadlessAdaptor;
-class HeadlessSession;
-class Scene;
+class HeadlessNode;
 class SceneNode;
 }  // namespace orv::rws::adaptor::headless
 namespace orv::rws::core {
 class ConfigElement;
-class CoreImplementation;
 class Instance;
 class InstanceReference;
 class Tool;
 }  // namespace orv::rws::core
-namespace orv::unidevice {
-class Property;
-}
 
 namespace orv::app {
 
-class Losses;
+class InputFile;
+class Output;
 class Program;
 
 /// Why a verb drops keys and recorded inputs, for the warnings; may be empty.
@@ -48,9 +42,10 @@ class SceneJob {
   SceneJob(Program& program, const std::string& path);
   ~SceneJob();
 
-  rws::core::CoreImplementation& core();
-  rws::adaptor::headless::HeadlessAdaptor& adaptor();
-  rws::adaptor::headless::Scene& scene();
+  SceneSession& session() { return m_session; }
+  rws::core::CoreImplementation& core() { return m_session.core(); }
+  rws::adaptor::headless::HeadlessAdaptor& adaptor() { return m_session.adaptor(); }
+  rws::adaptor::headless::Scene& scene() { return m_session.scene(); }
   CommandLineUi& ui() { return m_ui; }
   Program& program() { return m_program; }
   const std::string& path() const { return m_path; }
@@ -59,15 +54,13 @@ class SceneJob {
   rws::core::InstanceReference& row(const std::string& rig);
   rws::core::Instance& rig(const std::string& name);
   rws::adaptor::headless::SceneNode& node(const std::string& name);
+  /// The same as the adaptor's.
+  rws::adaptor::headless::HeadlessNode& hostNode(const std::string& name);
   std::vector<std::string> rigNames();
 
   /// Cuts `text` behind the rig that it begins with, as "RIG:rest". Names may hold colons
   /// themselves: the longest name that fits counts.
   rws::core::Instance& rigOf(const std::string& text, std::string& rest);
-  /// The input of "RIG:INPUT", or of "INPUT" when exactly one rig has it. Null, with `why` filled,
-  /// when there is none.
-  unidevice::Property* findInput(const std::string& text, rws::core::Instance*& rig,
-                                 std::string& why);
   /// The element of a label or "#ID". `buttons` asks for a button, else for a parameter.
   rws::core::ConfigElement& element(rws::core::Instance& rig, const std::string& label,
                                     bool buttons);
@@ -86,23 +79,21 @@ class SceneJob {
   /// result where. Keys and recorded inputs that have gone since it was opened are told as
   /// warnings, with `why`.
   void save(const std::string& output, const LossReasons& why = {});
-  /// Hands what session and adaptor had to say to the warnings.
-  void tellWarnings();
 
  private:
-  /// In a scene without rigs, names as "<first part>_<rest>": the rests of each first part that
-  /// has several.
-  std::map<std::string, std::set<std::string>> nodeFamilies();
-  /// Tells of rigs whose records another program has dropped, by the names of their nodes.
-  void warnOfLostRecords();
+  /// Hands what the session had to say to the warnings.
+  void tellWarnings();
 
   Program& m_program;
   CommandLineUi m_ui;
   std::string m_path;
-  std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
-  std::unique_ptr<Losses> m_losses;  ///< since the scene was opened
+  SceneSession m_session;
 };
 
+/// An input file read for the rigs; what is odd in it goes to the warnings.
+InputFile readInputs(SceneJob& job, const std::string& path);
+/// What a save that takes long says on stderr, for a SavingNote; nothing under --quiet.
+std::function<void()> savingNote(Output& output, const std::string& path);
 /// Labels of the groups around an element, outermost first.
 std::string groupOf(const rws::core::ConfigElement& element);
 /// A parameter's value as results tell it; null for a button.

@@ -1,29 +1,25 @@
 // take.
 #include <QCoreApplication>
-#include <QTimer>
-#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
-#include "app/rigwright/Devices.h"
+#include "app/rigwright/DeviceNotes.h"
 #include "app/rigwright/Failure.h"
-#include "app/rigwright/InputFile.h"
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Program.h"
 #include "app/rigwright/ProgressBar.h"
-#include "app/rigwright/RunRigs.h"
+#include "app/rigwright/RunOptions.h"
 #include "app/rigwright/SceneJob.h"
-#include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
+#include "app/session/SceneRange.h"
+#include "app/session/anyhost/Names.h"
+#include "app/session/anyhost/PlayedInputs.h"
+#include "app/session/anyhost/RunRigs.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
 #include "core/interface/CInterface.h"
-#include "unidevice/Property.h"
-#include "unidevice/software/SoftwareDevice.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -36,62 +32,11 @@ struct TakeOptions {
   std::vector<std::string> only;
 };
 
-/// Feeds inputs of rigs from a file for as long as it lives; afterwards each has its own mapping
-/// again.
-class PlayedInputs {
- public:
-  PlayedInputs(SceneJob& job, const std::string& path) : m_file(job, path) {
-    auto& core = job.core();
-    m_device =
-        new unidevice::SoftwareDevice(m_file.input(), [&core] { return core.GetFrameTime(); });
-    for (std::size_t i = 0; i < m_file.targets().size(); ++i) {
-      const std::string& key = m_file.input().columns[i].key;
-      // Bound, not assigned: the mapping that is saved stays the user's.
-      m_file.targets()[i].input->bind(m_device->controlFor(key));
-    }
-  }
-
-  ~PlayedInputs() {
-    for (const InputFile::Target& target : m_file.targets()) target.input->bind(nullptr);
-    m_device->destroy();
-    for (const InputFile::Target& target : m_file.targets()) target.input->rebind();
-  }
-
-  PlayedInputs(const PlayedInputs&) = delete;
-  PlayedInputs& operator=(const PlayedInputs&) = delete;
-
- private:
-  InputFile m_file;
-  unidevice::SoftwareDevice* m_device = nullptr;  ///< owned by the dummy driver
-};
-
-/// What a take that begins at `start` would put an absent control's zeros in the place of.
-std::vector<std::string> inputsAtStake(SceneJob& job, double start) {
-  std::vector<std::string> result;
-  for (rws::core::Instance* rig : job.core().List(true)) {
-    const auto& entries = rig->GetProperties().entries;
-    const auto& tracks = rig->GetTracks();
-    for (std::size_t i = 0; i < std::min(entries.size(), tracks.size()); ++i) {
-      if (entries[i].second->control) continue;
-      TimeSpan span{start, start};
-      bool moved = false;
-      for (const auto& sample : tracks[i].samples) {
-        const bool atRest = sample.time < start || sample.value == 0.0;
-        if (!atRest) span.to = sample.time;
-        moved = moved || !atRest;
-        if (!moved) span.from = std::max(start, sample.time);  // it moves from its last rest on
-      }
-      if (moved)
-        result.push_back(rig->GetInstanceName() + ":" + entries[i].first + " (" + rangeText(span) +
-                         ")");
-    }
-  }
-  return result;
-}
-
 /// Asks before a recorded performance is written over by controls that are not there.
 void askBeforeLosing(SceneJob& job, double start) {
-  const std::vector<std::string> inputs = inputsAtStake(job, job.core().SnapToFrame(start));
+  std::vector<std::string> inputs;
+  for (const StakedInput& input : inputsAtStake(job.core(), job.core().SnapToFrame(start)))
+    inputs.push_back(input.name + " (" + rangeText(input.moved) + ")");
   if (inputs.empty()) return;
   const int answer = job.core().MessageBox(
       "take",
@@ -104,60 +49,45 @@ void askBeforeLosing(SceneJob& job, double start) {
   }
 }
 
-/// Lets Qt's event loop run until the take has ended; the number of frames.
-long runTake(SceneJob& job, double start, double length) {
-  constexpr int kLookMs = 10;  // how often the end of the take and Ctrl-C are looked for
-  auto& core = job.core();
-  const double rate = job.scene().frameRate();
-  const long first = core.FrameIndex(core.SnapToFrame(start));
-  ProgressBar bar(job.program().output(), "take", static_cast<long>(std::floor(length * rate)));
+/// Lets Qt's event loop run until the take has ended.
+void runTake(SceneJob& job, TakeRun& take, double start, double length) {
+  ProgressBar bar(job.program().output(), "take");
   job.ui().setProgress(&bar);
-  job.adaptor().SetCurrentTime(start);
-  if (core.StartRecording() != 0) throw Failure("take", "the take could not begin");
-  long done = 0;
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, [&] {
-    if (isInterrupted()) core.StopRecording();
-    done = std::lround(core.GetFrameTime() * rate) - first;
-    if (!core.IsRecording()) {
-      QCoreApplication::quit();
-    } else if (core.GetClock() >= core.GetStartTime()) {
-      bar.set(done);
-    }
-  });
-  look.start(kLookMs);
+  if (!take.begin(start, length, bar.monitor(), [] { QCoreApplication::quit(); }))
+    throw Failure("take", "the take could not begin");
   QCoreApplication::exec();
   job.ui().setProgress(nullptr);
   checkInterrupt();
-  return done;
 }
 
 void runTakeVerb(Program& program, const TakeOptions& options) {
-  const DeviceSession devices(program.output());
+  const DeviceNotes devices(program.output());
   SceneJob job(program, options.scene);
   requireRigs(job);
   auto& core = job.core();
   const double start = options.from.value_or(job.scene().rangeStart());
   const double rate = job.scene().frameRate();
-  const TimeSpan range{job.scene().rangeStart(), job.scene().rangeEnd()};
+  const TimeSpan range = playbackRange(job.scene());
   requireFrameNumbers({start, start}, rate, options.from ? "--from" : "the playback range",
                       options.from ? "give a time nearer to 0" : "give a --from");
   requireFrameNumbers({start, start + *options.seconds}, rate, "--seconds", "give a shorter take");
-  core.SetTakeLength(*options.seconds);
   if (options.slow) core.SetSlowFactorIndex(static_cast<int>(*options.slow));
   if (options.countdown)
     core.GetPreferences().countdownSeconds = static_cast<int>(*options.countdown);
 
-  long frames = 0;
+  TakeRun take(core);
   {
     std::unique_ptr<PlayedInputs> played;
-    if (!options.play.empty()) played = std::make_unique<PlayedInputs>(job, options.play);
-    const OnlyRigs only(job, options.only);
+    if (!options.play.empty())
+      played = std::make_unique<PlayedInputs>(core, readInputs(job, options.play));
+    const OnlyRigs only(core, rowsToRun(job, options.only));
     askBeforeLosing(job, start);
-    frames = runTake(job, start, *options.seconds);
+    runTake(job, take, start, *options.seconds);
   }
-  const TimeSpan performed{core.GetStartTime(), std::max(core.GetStartTime(), core.GetFrameTime())};
-  settleRange(job, range, performed);
+  const long frames = take.result().frames;
+  const TimeSpan performed = take.performed();
+  settleRange(job.session(), range, performed);
+  tellRange(job, range);
   const std::string why = "a take drops what lies behind its end";
   job.save(options.output, {why, why});
   auto& object = program.output().object();

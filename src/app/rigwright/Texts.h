@@ -8,26 +8,14 @@
 
 namespace orv::app {
 
-/// What to say about a name that is not among `known`: the ones that it comes near to, else all of
-/// them (the first `most`). `kind` in the plural, such as "rigs".
-std::string hintFor(const std::string& wanted, const std::vector<std::string>& known,
-                    const std::string& kind, std::size_t most = 12);
 /// `text` in one line: line ends and runs of blanks become single blanks.
 std::string inOneLine(const std::string& text);
-
-/// `values` separated by commas.
-std::string joined(const std::vector<std::string>& values, const std::string& separator = ", ");
 
 /// `text` cut into lines of at most `width` characters, each behind `indent`.
 std::string wrapped(const std::string& text, std::size_t width, const std::string& indent);
 
 /// Number of characters of a UTF-8 text.
 std::size_t textWidth(const std::string& text);
-
-/// The file's ending in small letters with its point, such as ".glb"; empty without one.
-std::string endingOf(const std::string& path);
-/// The file's name without its folder.
-std::string fileNameOf(const std::string& path);
 
 /// "a:b" as two times (s). A part left out is left as it is. False when it can't be read, or b is
 /// before a.

@@ -1,0 +1,104 @@
+#include "app/session/SceneSession.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessSession.h"
+#include "adaptor/headless/Scene.h"
+#include "app/session/Losses.h"
+#include "core/CoreImplementation.h"
+#include "core/CoreNode.h"
+#include "core/Instance.h"
+#include "core/Tool.h"
+#include "plugins/release/all/AllRigs.h"
+#include "plugins/release/templatetool/templatetool_CTemplateObject.h"
+
+namespace orv::app {
+
+SceneSession::SceneSession()
+    : m_session(std::make_unique<rws::adaptor::headless::HeadlessSession>(
+          rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin)) {}
+
+SceneSession::~SceneSession() = default;
+
+std::string SceneSession::open(const std::string& path, const std::string& clip) {
+  std::string error;
+  if (!m_session->Open(path, error, clip)) return error;
+  m_losses.reset();
+  m_warnings = m_session->TakeWarnings();
+  error = findLostRecords(path, clip);
+  // Last: it knows nodes and rigs by where they are.
+  m_losses = std::make_unique<Losses>(core(), scene());
+  return error;
+}
+
+std::string SceneSession::save(const std::string& path) {
+  std::string error;
+  return m_session->Save(path, error) ? std::string() : error;
+}
+
+std::vector<std::string> SceneSession::takeWarnings() {
+  for (std::string& text : m_session->TakeWarnings()) m_warnings.push_back(std::move(text));
+  return std::exchange(m_warnings, {});
+}
+
+LossReport SceneSession::losses() const {
+  return m_losses ? m_losses->report() : LossReport();
+}
+
+rws::core::CoreImplementation& SceneSession::core() {
+  return m_session->GetCore();
+}
+
+rws::adaptor::headless::HeadlessAdaptor& SceneSession::adaptor() {
+  return m_session->GetAdaptor();
+}
+
+rws::adaptor::headless::Scene& SceneSession::scene() {
+  return m_session->GetScene();
+}
+
+std::map<std::string, std::set<std::string>> SceneSession::nodeFamilies() {
+  std::map<std::string, std::set<std::string>> families;
+  for (const auto* node : scene().nodes()) {
+    if (!node->tag().empty()) return {};  // of a record that could not be opened, which was told
+    const std::string& name = node->name();
+    for (std::size_t at = name.find('_'); at != std::string::npos; at = name.find('_', at + 1))
+      families[name.substr(0, at)].insert(name.substr(at + 1));
+  }
+  for (auto family = families.begin(); family != families.end();)
+    family = family->second.size() < 2 ? families.erase(family) : std::next(family);
+  return families;
+}
+
+std::string SceneSession::findLostRecords(const std::string& path, const std::string& clip) {
+  std::error_code ignored;
+  if (!core().List(false).empty() || !std::filesystem::is_regular_file(path, ignored)) return {};
+  const std::map<std::string, std::set<std::string>> families = nodeFamilies();
+  if (families.empty()) return {};
+  // What nodes a kind has is known by making one, for which the scene gives way for a moment.
+  m_session->New();
+  for (rws::core::Tool* tool : core().GetLibrary().GetTools()) {
+    const rws::core::Instance* rig = core().CreateToolFromFactory(tool->GetDisplayId(), {});
+    if (!rig) continue;
+    const std::vector<rws::core::CoreNode*> nodes = rig->GetNodes();
+    for (const auto& [name, found] : families) {
+      const auto there = std::count_if(nodes.begin(), nodes.end(), [&found = found](auto* node) {
+        return found.count(node->GetName()) > 0;
+      });
+      if (there < 2 || 2 * static_cast<std::size_t>(there) < nodes.size()) continue;
+      m_warnings.push_back(
+          path + ": the nodes " + name + "_... are named like those of a " + tool->GetDisplayId() +
+          ", but the file has no record of that rig: it is a delivery, or another program has "
+          "dropped the custom data (export with custom properties, or go on from the file before)");
+    }
+  }
+  std::string error;
+  const bool opened = m_session->Open(path, error, clip);
+  m_session->TakeWarnings();  // told already
+  return opened ? std::string() : error;
+}
+
+}  // namespace orv::app

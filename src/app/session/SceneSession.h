@@ -1,0 +1,56 @@
+// A scene file that is worked on.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orv::rws::adaptor::headless {
+class HeadlessAdaptor;
+class HeadlessSession;
+class Scene;
+}  // namespace orv::rws::adaptor::headless
+namespace orv::rws::core {
+class CoreImplementation;
+}
+
+namespace orv::app {
+
+class Losses;
+struct LossReport;
+
+/// A core that knows all rigs and the user's templates, with one scene at a time: empty at first.
+class SceneSession {
+ public:
+  SceneSession();
+  ~SceneSession();
+
+  /// Opens a `.glb` or `.gltf` in place of what was open; `clip` names the animation that is
+  /// evaluated, by default the first. An empty text means success; any other says what is wrong.
+  std::string open(const std::string& path, const std::string& clip = {});
+  /// Writes the file, whole or not at all. An empty text means success.
+  std::string save(const std::string& path);
+  /// Hands over, and forgets, what the last calls had to say.
+  std::vector<std::string> takeWarnings();
+  /// What of the keys and recorded inputs that the file held when it was opened is gone.
+  LossReport losses() const;
+
+  rws::core::CoreImplementation& core();
+  rws::adaptor::headless::HeadlessAdaptor& adaptor();
+  rws::adaptor::headless::Scene& scene();
+
+ private:
+  /// In a scene without rigs, names as "<first part>_<rest>": the rests of each first part that
+  /// has several.
+  std::map<std::string, std::set<std::string>> nodeFamilies();
+  /// Tells of rigs whose records another program has dropped, by the names of their nodes.
+  std::string findLostRecords(const std::string& path, const std::string& clip);
+
+  std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
+  std::unique_ptr<Losses> m_losses;  ///< since the scene was opened
+  std::vector<std::string> m_warnings;
+};
+
+}  // namespace orv::app

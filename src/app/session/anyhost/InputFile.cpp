@@ -1,0 +1,106 @@
+#include "app/session/anyhost/InputFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "adaptor/AdaptorInterface.h"
+#include "app/session/anyhost/Names.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/TakeUndo.h"
+#include "unidevice/Property.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+using rws::core::Instance;
+
+namespace {
+
+std::string keyOf(const Instance& rig, const unidevice::Property& input) {
+  return rig.GetInstanceName() + ":" + input.name;
+}
+
+}  // namespace
+
+std::string FoundInput::name() const {
+  return keyOf(*rig, *input);
+}
+
+FoundInput findInput(rws::core::CoreImplementation& core, const std::string& text) {
+  std::vector<std::string> known;
+  std::vector<Instance*> holders;
+  for (Instance* rig : core.List(false)) {
+    const std::string prefix = rig->GetInstanceName() + ":";
+    for (const auto& [name, property] : rig->GetProperties().entries) {
+      known.push_back(prefix + name);
+      if (known.back() == text) return {rig, property, {}};
+      if (name == text) holders.push_back(rig);
+    }
+  }
+  if (holders.size() == 1)
+    return {holders.front(), holders.front()->GetProperties().find(text), {}};
+  if (holders.empty())
+    return {nullptr, nullptr, "no rig has such an input; " + hintFor(text, known, "inputs")};
+  return {nullptr, nullptr,
+          "several rigs have this input; write " + holders.front()->GetInstanceName() + ":" + text +
+              ", for example"};
+}
+
+std::string InputFile::load(rws::core::CoreImplementation& core, const std::string& path) {
+  const auto resolve = [&core](const std::string& name) {
+    const FoundInput found = findInput(core, name);
+    return unidevice::RecordedInput::Resolution{
+        found.input != nullptr, found.input ? found.name() : std::string(), found.why};
+  };
+  std::string error;
+  if (!m_input.load(path, resolve, error)) return error;
+  m_targets.clear();
+  for (const auto& column : m_input.columns) m_targets.push_back(findInput(core, column.key));
+  warnOfLargeValues(path);
+  return {};
+}
+
+/// No control gives a value beyond 1, so one in a file is a slip more often than not; it is taken.
+void InputFile::warnOfLargeValues(const std::string& path) {
+  m_warnings.clear();
+  for (const auto& column : m_input.columns) {
+    const auto& samples = column.track.samples;
+    const auto largest = std::max_element(
+        samples.begin(), samples.end(),
+        [](const auto& a, const auto& b) { return std::abs(a.value) < std::abs(b.value); });
+    if (largest == samples.end() || std::abs(largest->value) <= 1.0) continue;
+    m_warnings.push_back(path + ": " + column.name + " is " + util::shortText(largest->value) +
+                         " at " + util::shortText(largest->time) +
+                         " s, and a control gives -1 to 1; it is taken as it stands");
+  }
+}
+
+void InputFile::putIntoTracks() const {
+  constexpr double kNever = std::numeric_limits<double>::infinity();  // no memory of a rig goes
+  for (std::size_t i = 0; i < m_targets.size(); ++i) {
+    Instance& rig = *m_targets[i].rig;
+    rig.GetCore().GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, kNever, true));
+    const auto& entries = rig.GetProperties().entries;
+    for (std::size_t k = 0; k < entries.size(); ++k)
+      if (entries[k].second == m_targets[i].input)
+        rig.SetTrack(static_cast<int>(k), m_input.columns[i].track);
+  }
+}
+
+unidevice::RecordedInput recordedInputs(const std::vector<Instance*>& rigs) {
+  unidevice::RecordedInput result;
+  for (Instance* rig : rigs) {
+    const auto& entries = rig->GetProperties().entries;
+    const auto& tracks = rig->GetTracks();
+    for (std::size_t i = 0; i < entries.size() && i < tracks.size(); ++i) {
+      if (tracks[i].samples.empty()) continue;
+      const std::string name = keyOf(*rig, *entries[i].second);
+      result.columns.push_back({name, name, tracks[i]});
+    }
+  }
+  return result;
+}
+
+}  // namespace orv::app

@@ -1,0 +1,32 @@
+#include "app/session/anyhost/NodePoses.h"
+
+#include "core/interface/CSnapshot.h"
+
+namespace orv::app {
+
+using rws::core::CoreNode;
+using util::Matrix;
+
+Matrix<double> worldPose(CoreNode& node, double time) {
+  Matrix<double> pose;
+  if (rws::CSnapshot* const snapshot = node.GetSnapshot(time)) {
+    snapshot->GetMatrix(pose.data());
+    node.ReleaseSnapshot(snapshot);
+  }
+  return pose;
+}
+
+void setWorldPose(CoreNode& node, double time, const Matrix<double>& world) {
+  if (rws::CSnapshot* const snapshot = node.GetSnapshot(time)) {
+    snapshot->SetMatrix(world.data());
+    node.ReleaseSnapshot(snapshot);
+  }
+}
+
+bool isUnder(CoreNode& node, CoreNode& ancestor) {
+  if (node.IsSame(&ancestor)) return true;
+  const rws::core::NodeHandle parent = rws::core::ParentOf(node);
+  return parent && isUnder(*parent, ancestor);
+}
+
+}  // namespace orv::app

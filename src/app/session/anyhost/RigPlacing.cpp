@@ -1,0 +1,49 @@
+#include "app/session/anyhost/RigPlacing.h"
+
+#include <vector>
+
+#include "adaptor/AdaptorInterface.h"
+#include "app/session/anyhost/NodePoses.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "core/interface/CCamera.h"
+
+namespace orv::app {
+
+using rws::core::CoreNode;
+using Matrix = util::Matrix<double>;
+using Vector = util::Vector3<double>;
+
+namespace {
+
+/// Whether a node above this one is of the same rig.
+bool isCarried(CoreNode& node) {
+  for (auto above = rws::core::ParentOf(node); above; above = rws::core::ParentOf(*above))
+    if (above->GetOwner() == node.GetOwner()) return true;
+  return false;
+}
+
+}  // namespace
+
+void placeRig(rws::core::Instance& rig, const std::optional<Vector>& position, double scale) {
+  const double now = rig.GetCore().GetAdaptor()->GetCurrentTime();
+  const std::vector<CoreNode*> nodes = rig.GetNodes();
+  if (nodes.empty()) return;
+  const Vector here = worldPose(*nodes.front(), now).translation();
+  Matrix change;
+  change.setRowLengths({scale, scale, scale});
+  change.setTranslation(position.value_or(here) - here * scale);
+  std::vector<CoreNode*> tops;
+  for (CoreNode* node : nodes)
+    if (!isCarried(*node)) tops.push_back(node);
+  for (CoreNode* node : tops) setWorldPose(*node, now, change * worldPose(*node, now));
+}
+
+std::optional<Vector> standingPlace(const rws::core::Instance& rig, const Vector& foot,
+                                    double scale) {
+  double height = 0.0;
+  if (rig.GetRig()->Extension(rws::kStandingHeight, &height, nullptr) <= 0) return {};
+  return foot + Vector(0.0, height * scale, 0.0);
+}
+
+}  // namespace orv::app

@@ -1,0 +1,92 @@
+// Runs of a scene's rigs.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/session/anyhost/Monitor.h"
+#include "app/session/anyhost/TimeSpan.h"
+
+class QTimer;
+
+namespace orv::rws::core {
+class CoreImplementation;
+class InstanceReference;
+}  // namespace orv::rws::core
+
+namespace orv::app {
+
+class UndoBlock;
+
+/// Steps only some rigs for as long as it lives; afterwards each row's check is what it was.
+class OnlyRigs {
+ public:
+  /// Without rows every row stays as it is.
+  OnlyRigs(rws::core::CoreImplementation& core,
+           const std::vector<rws::core::InstanceReference*>& rows);
+  ~OnlyRigs();
+  OnlyRigs(const OnlyRigs&) = delete;
+  OnlyRigs& operator=(const OnlyRigs&) = delete;
+
+ private:
+  std::vector<std::pair<rws::core::InstanceReference*, bool>> m_before;
+};
+
+/// How a run ended. One that was cancelled or could not begin has left the scene as it was.
+struct RunResult {
+  long frames = 0;       ///< stepped
+  double seconds = 0.0;  ///< that it took
+  bool began = false;
+  bool cancelled = false;
+};
+
+/// Steps the rigs that take part over `span` from their recorded inputs, as fast as it can, and
+/// writes the keys: one undo step.
+RunResult resimulate(rws::core::CoreImplementation& core, const TimeSpan& span,
+                     const Monitor& monitor);
+
+/// A take of a told length against the real clock, one undo step. It runs in Qt's event loop, which
+/// the program keeps going until it is told of the end.
+class TakeRun {
+ public:
+  explicit TakeRun(rws::core::CoreImplementation& core);
+  /// Throws a take away that still runs.
+  ~TakeRun();
+  TakeRun(const TakeRun&) = delete;
+  TakeRun& operator=(const TakeRun&) = delete;
+
+  /// Begins at `start`, for so many `seconds` (not positive: until the core is told to stop).
+  /// `ended` is called from the event loop. False, with nothing changed, when no take can begin.
+  bool begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended);
+  const RunResult& result() const { return m_result; }
+  /// From its first frame to its last.
+  TimeSpan performed() const { return m_performed; }
+
+ private:
+  void look();
+  void end();
+
+  rws::core::CoreImplementation& m_core;
+  std::unique_ptr<QTimer> m_look;
+  std::unique_ptr<UndoBlock> m_block;  ///< while the take runs
+  const Monitor* m_monitor = nullptr;
+  std::function<void()> m_ended;
+  RunResult m_result;
+  TimeSpan m_performed;
+  double m_rate = 0.0;  ///< frames per second
+  long m_first = 0, m_total = 0;
+};
+
+/// An input whose recorded movement a take would write over.
+struct StakedInput {
+  std::string name;  ///< "RIG:INPUT"
+  TimeSpan moved;    ///< when it moved, from its last rest on
+};
+
+/// What a take that begins at `start` (s) would put an absent control's zeros in the place of.
+std::vector<StakedInput> inputsAtStake(rws::core::CoreImplementation& core, double start);
+
+}  // namespace orv::app

@@ -1,0 +1,212 @@
+// A program on the same floor as the command line and without it: it makes a scene, fits a car,
+// resimulates with progress, changes its mind, and draws a picture. What it cancels or takes back
+// must leave the scene as it was, to the byte of its file.
+#include <QGuiApplication>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/Scene.h"
+#include "app/plot/PlotPainter.h"
+#include "app/plot/PlotScene.h"
+#include "app/session/Losses.h"
+#include "app/session/NodePlacing.h"
+#include "app/session/SceneRange.h"
+#include "app/session/SceneSession.h"
+#include "app/session/anyhost/CarFit.h"
+#include "app/session/anyhost/InputFile.h"
+#include "app/session/anyhost/RunRigs.h"
+#include "core/CoreImplementation.h"
+#include "core/Instance.h"
+#include "support/TempFolder.h"
+#include "util/CMesh_Box.h"
+#include "util/CMesh_Cylinder.h"
+
+namespace {
+
+using namespace orv;
+using app::Monitor;
+using app::TimeSpan;
+using rws::core::Instance;
+
+int g_failures = 0;
+
+void check(bool good, const std::string& what) {
+  if (good) return;
+  std::fprintf(stderr, "FAILED: %s\n", what.c_str());
+  ++g_failures;
+}
+
+/// A user's car of five meshes, and a rig that has not been fitted to it.
+void makeScene(app::SceneSession& session) {
+  auto& scene = session.scene();
+  scene.setRange(0.0, 2.0);
+  const auto add = [&scene](const char* name, const util::CMesh& mesh, double x, double y,
+                            double z) {
+    auto& node = scene.addNode(name);
+    node.setMesh(mesh);
+    node.setPose({{x, y, z}, {}, {1.0, 1.0, 1.0}});
+  };
+  add("Ground", util::CMesh_Box(200.0, 1.0, 200.0), 0.0, -0.5, 0.0);
+  add("Shell", util::CMesh_Box(1.6, 0.5, 3.0), 0.0, 0.7, 0.0);
+  add("FL", util::CMesh_Cylinder(0.3, 0.2, 16, 0), -0.75, 0.3, -1.2);
+  add("FR", util::CMesh_Cylinder(0.3, 0.2, 16, 0), 0.75, 0.3, -1.2);
+  add("BL", util::CMesh_Cylinder(0.3, 0.2, 16, 0), -0.75, 0.3, 1.2);
+  add("BR", util::CMesh_Cylinder(0.3, 0.2, 16, 0), 0.75, 0.3, 1.2);
+  check(session.core().CreateToolFromFactory(app::kFittedKind, "Car") != nullptr, "a car is made");
+}
+
+class Work {
+ public:
+  Work(app::SceneSession& session, const tests::TempFolder& folder)
+      : m_session(session), m_folder(folder) {}
+
+  void fit();
+  void resimulate();
+  void cancel();
+  void cancelTake();
+  void plot();
+
+ private:
+  std::string file() const {
+    check(m_session.save(m_folder.path + "/now.glb").empty(), "the scene is saved");
+    return m_folder.Read("now.glb");
+  }
+  rws::core::CoreNode* node(const char* name) const {
+    return m_session.adaptor().FindSceneNode(name);
+  }
+  Instance& car() const { return *m_session.core().FindInstance("Car"); }
+  std::size_t undoEntries() const { return m_session.adaptor().GetUndo().entryNames().size(); }
+  /// `change` must change the file, in one step of undo that gives the old one back.
+  void expectOneStep(const std::string& what, const std::function<void()>& change) const {
+    const std::string before = file();
+    const std::size_t entries = undoEntries();
+    change();
+    const std::string after = file();
+    check(after != before, what + " changes the scene");
+    check(undoEntries() == entries + 1, what + " is one step of undo");
+    check(m_session.adaptor().HostUndo() && file() == before, what + " can be undone");
+    check(m_session.adaptor().HostRedo() && file() == after, what + " can be redone");
+  }
+  /// `change` must leave nothing behind, not even something to undo or redo.
+  void expectNothing(const std::string& what, const std::function<void()>& change) const {
+    const std::string before = file();
+    const std::size_t entries = undoEntries();
+    const double time = m_session.adaptor().GetCurrentTime();
+    change();
+    check(file() == before, what + " leaves the scene as it was");
+    check(undoEntries() == entries, what + " leaves no step of undo");
+    check(m_session.adaptor().GetUndo().redoName().empty(), what + " leaves nothing to redo");
+    check(m_session.adaptor().GetCurrentTime() == time, what + " leaves the time");
+  }
+
+  app::SceneSession& m_session;
+  const tests::TempFolder& m_folder;
+};
+
+void Work::fit() {
+  const app::CarModel model{node("Shell"), {node("FL"), node("FR"), node("BL"), node("BR")}};
+  expectNothing("a fit to wheels in a wrong order", [&] {
+    const app::CarFit fit = app::fitCar(
+        car(), {model.body, {model.wheels[1], model.wheels[0], model.wheels[3], model.wheels[2]}});
+    check(fit.problem.why.find("roof") != std::string::npos, "it is told: " + fit.problem.why);
+  });
+  expectOneStep("a fit", [&] {
+    const app::CarFit fit = app::fitCar(car(), model);
+    check(!fit.problem, fit.problem.why);
+    check(std::abs(fit.frame.wheelbase - 2.4) < 1e-6, "the wheelbase is measured");
+  });
+  node("Car_GravityDirectionMesh")->SetParent(node("Ground"));
+  expectOneStep("a placing", [&] {
+    auto* const ground = m_session.adaptor().FindSceneNode("Ground");
+    check(app::placeNode(*ground, {{{0.0, -0.6, 0.0}}, {}, {}}, 0.0).error.empty(), "it is placed");
+  });
+}
+
+void Work::resimulate() {
+  const std::string path =
+      m_folder.Write("in.csv",
+                     "time,Gas Pedal (Forw/Backw),Steering Wheel (Right/Left)\n"
+                     "0,1,0\n2,1,0.6\n");
+  app::InputFile inputs;
+  check(inputs.load(m_session.core(), path).empty(), "the inputs are read");
+  auto& adaptor = m_session.adaptor();
+  expectOneStep("a file's inputs", [&] {
+    adaptor.BeginUndoBlock("Inputs");
+    inputs.putIntoTracks();
+    adaptor.EndUndoBlock();
+  });
+  long last = 0;
+  const Monitor monitor([&](long done, long total, double seconds) {
+    check(done > last && done <= total && total == 75 && seconds >= 0.0, "progress goes on");
+    last = done;
+  });
+  expectOneStep("a resimulation", [&] {
+    const app::RunResult run = app::resimulate(m_session.core(), {0.0, 3.0}, monitor);
+    check(run.began && !run.cancelled && run.frames == 75, "all frames are stepped");
+  });
+  check(last > 0, "progress is told");
+  app::stretchRange(m_session, {0.0, 3.0});
+  check(app::playbackRange(m_session.scene()) == TimeSpan{0.0, 3.0}, "the range grows");
+}
+
+void Work::cancel() {
+  std::atomic<bool> stop{false};
+  const Monitor monitor([&](long, long, double) { stop = true; }, &stop);
+  expectNothing("a cancelled resimulation", [&] {
+    const app::RunResult run = app::resimulate(m_session.core(), {1.0, 3.0}, monitor);
+    check(run.cancelled && run.frames > 0 && run.frames < 50, "it was under way");
+  });
+  check(m_session.losses().keys.empty(), "no key is lost");
+}
+
+void Work::cancelTake() {
+  std::atomic<bool> stop{false};
+  const Monitor monitor([&](long done, long, double) { stop = done > 2; }, &stop);
+  expectNothing("a cancelled take", [&] {
+    app::TakeRun take(m_session.core());
+    check(take.begin(1.0, 60.0, monitor, [] { QCoreApplication::quit(); }), "it begins");
+    QCoreApplication::exec();
+    check(take.result().cancelled && take.result().frames > 2, "it was under way");
+  });
+}
+
+void Work::plot() {
+  const auto picture = [&](const Monitor& monitor) {
+    return app::plotScene(m_session.scene(), m_session.core().List(false), {0.0, 3.0}, "car.glb",
+                          monitor);
+  };
+  std::atomic<bool> stop{true};
+  check(picture(Monitor({}, &stop)).cancelled, "a picture can be cancelled");
+  const std::string svg = app::drawSvg(app::sheetOf({picture(Monitor())}));
+  for (const char* text : {"Car", "car.glb, top view", "Suspension travel", "Gas Pedal"})
+    check(svg.find(text) != std::string::npos, std::string("the picture shows ") + text);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QGuiApplication application(argc, argv);
+  const tests::TempFolder folder;
+  setenv("RIGWRIGHT_DATA_ROOT", (folder.path + "/root").c_str(), 1);
+  const std::string scene = folder.path + "/scene.glb";
+  {
+    app::SceneSession made;
+    makeScene(made);
+    check(made.save(scene).empty(), "the new scene is saved");
+  }
+  app::SceneSession session;
+  check(!session.open(folder.path + "/gone.glb").empty(), "a file that is not there is refused");
+  check(session.open(scene).empty() && session.takeWarnings().empty(), "the scene opens");
+  Work work(session, folder);
+  work.fit();
+  work.resimulate();
+  work.cancel();
+  work.cancelTake();
+  work.plot();
+  std::printf("%s\n", g_failures ? "there were failures" : "all is well");
+  return g_failures ? 1 : 0;
+}
