@@ -7,9 +7,9 @@
 namespace orv::tests {
 namespace {
 
-using rws::addon::GunSettings;
 using rws::addon::FiringLogic;
 using rws::addon::Flight;
+using rws::addon::GunSettings;
 using rws::addon::GunState;
 using Vector = util::Vector3<double>;
 

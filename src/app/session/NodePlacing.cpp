@@ -13,7 +13,7 @@ using rws::adaptor::headless::Channel;
 using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::HeadlessNode;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::headless::Trs;
+using rws::adaptor::Trs;
 using Vector = util::Vector3<double>;
 using Quat = util::Quat<double>;
 
@@ -35,7 +35,7 @@ PlacedPose poseOver(HeadlessNode& node, HeadlessNode& other, double time) {
   util::Matrix<double> local = other.GetWorldPose(time);
   if (const SceneNode* const parent = node.GetSceneNode()->parent())
     local = parent->worldMatrix(time).affineInverse() * local;
-  const Trs pose = rws::adaptor::headless::decompose(local);
+  const Trs pose = rws::adaptor::decompose(local);
   return {pose.translation, pose.rotation, {}};
 }
 

@@ -16,7 +16,7 @@ namespace orv::app {
 
 using rws::adaptor::headless::Scene;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::headless::Trs;
+using rws::adaptor::Trs;
 using Matrix = util::Matrix<double>;
 
 namespace {
@@ -52,7 +52,7 @@ class WorldPoses {
 };
 
 std::string poseRow(double time, const std::string& name, const Matrix& world) {
-  const Trs pose = rws::adaptor::headless::decompose(world);
+  const Trs pose = rws::adaptor::decompose(world);
   const double numbers[] = {
       pose.translation.x, pose.translation.y, pose.translation.z, pose.rotation.x, pose.rotation.y,
       pose.rotation.z,    pose.rotation.w,    pose.scale.x,       pose.scale.y,    pose.scale.z};

@@ -60,8 +60,7 @@ void HideModes::Restore() {
   }
 }
 
-bool HideModes::OnCallback(CInterface& core, CInterface::Callback& rig, const std::string& name) {
-  if (m_boxes.empty()) return false;
+bool HideModes::HandleEvent(CInterface& core, CInterface::Callback& rig, const std::string& name) {
   const ReplayedEvent event(name);
   const auto found = std::find_if(m_boxes.begin(), m_boxes.end(),
                                   [&](const Box& box) { return box.label == event.label; });

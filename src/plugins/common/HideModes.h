@@ -26,7 +26,9 @@ class HideModes {
   /// Hides what the boxes say, after a load.
   void Restore();
   /// Handles the event of a box, its undo or its redo. False when the name is none of these.
-  bool OnCallback(CInterface& core, CInterface::Callback& rig, const std::string& name);
+  bool OnCallback(CInterface& core, CInterface::Callback& rig, const std::string& name) {
+    return !m_boxes.empty() && HandleEvent(core, rig, name);
+  }
 
  private:
   struct Box {
@@ -38,6 +40,7 @@ class HideModes {
   };
 
   Box& BoxOf(const bool& on);
+  bool HandleEvent(CInterface& core, CInterface::Callback& rig, const std::string& name);
   bool IsHidden(const RigSceneNode* node) const;
   void Apply(const Box& box) const;
 

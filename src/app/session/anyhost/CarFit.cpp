@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "app/session/anyhost/ModelUnits.h"
 #include "app/session/anyhost/NodePoses.h"
 #include "app/session/anyhost/UndoBlock.h"

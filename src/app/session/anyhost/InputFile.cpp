@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"

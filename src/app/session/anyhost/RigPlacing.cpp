@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 #include "app/session/anyhost/NodePoses.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "adaptor/AdaptorInterface.h"
+#include "core/AdaptorInterface.h"
 
 namespace orv::app {
 

@@ -6,6 +6,7 @@
 
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/firepower/GunSettings.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
