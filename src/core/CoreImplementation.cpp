@@ -16,16 +16,8 @@
 
 namespace orv::rws::core {
 
-namespace {
-
-CoreImplementation* s_pCurrent = nullptr;
-bool s_takeActive = false;
-
-}  // namespace
-
 CoreImplementation::CoreImplementation() {
   unidevice::DriverManager::instance();  // outlives the core, whose instances are its devices
-  s_pCurrent = this;
   for (CoreSubSystem* part : OpenList()) part->m_pCore = this;
   s_listClosed = true;
   SetHotKeys({70, 107, 187, 109, 189, kKeyEscape, kKeySpace});
@@ -43,19 +35,6 @@ CoreImplementation::~CoreImplementation() {
   SetHooks(nullptr);
   DropAllRows();
   s_listClosed = false;
-  if (s_pCurrent == this) s_pCurrent = nullptr;
-}
-
-CoreImplementation* CoreImplementation::Current() {
-  return s_pCurrent;
-}
-
-bool CoreImplementation::IsTakeActive() {
-  return s_takeActive;
-}
-
-void CoreImplementation::SetTakeActive(bool active) {
-  s_takeActive = active;
 }
 
 void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker) {
@@ -65,7 +44,7 @@ void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, Temp
 }
 
 bool CoreImplementation::RescanTools() {
-  if (IsTakeActive()) return false;
+  if (RecordManager::IsRecording()) return false;
   m_library.Rescan();
   return true;
 }
@@ -253,9 +232,8 @@ bool CoreImplementation::PressButton(Instance& instance, int elementId) {
 void CoreImplementation::SaveScene(XmlSink& out) {
   for (Instance* instance : List(false)) {
     std::string problem;
-    const std::string text = SaveInstance(*instance, problem);
-    util::xml::Tag record("");
-    if (text.empty() || record.loadText(text) != 0)
+    util::xml::Tag record = SaveInstance(*instance, problem);
+    if (record.name.empty())
       LogEntry(LogLevel::kError, problem);
     else
       out.emplaceChild(std::move(record));

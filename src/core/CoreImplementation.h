@@ -37,12 +37,6 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   CoreImplementation();
   ~CoreImplementation() override;
 
-  /// The core that stands now, or null.
-  static CoreImplementation* Current();
-  /// Whether a take or a resimulation runs anywhere in the process.
-  static bool IsTakeActive();
-  static void SetTakeActive(bool active);
-
   /// Registers the rig kinds and loads the profiles of all. To be called once, before any tool is
   /// made; the factories stay the caller's. With `maker` the templates load too.
   void LoadTools(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker = nullptr);

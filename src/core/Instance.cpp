@@ -206,9 +206,8 @@ void Instance::AddLiveSpinner(int elementId, const std::string& label) {
 }
 
 void Instance::AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max,
-                             int step, int extra, bool asInput, Callback* cb) {
-  const int id =
-      m_config.addSpinnerInt(label, std::move(tooltip), value, min, max, step, extra, cb);
+                             int step, int, bool asInput, Callback* cb) {
+  const int id = m_config.addSpinnerInt(label, std::move(tooltip), value, min, max, step, cb);
   if (asInput) AddLiveSpinner(id, label);
 }
 

@@ -122,7 +122,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void BeginGroup(std::string label, std::string tooltip) override;
   void* EndGroup() override;
   void AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max, int step,
-                     int extra, bool asInput, Callback* cb) override;
+                     int, bool asInput, Callback* cb) override;
   void AddSpinner(std::string label, std::string tooltip, double* value, double min, double max,
                   double step, int decimals, bool asInput, Callback* cb) override;
   void AddCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) override;

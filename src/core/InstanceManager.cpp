@@ -217,9 +217,8 @@ std::string InstanceManager::Rename(InstanceReference* row, const std::string& n
 
 Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
   Instance& source = *row->GetInstance();
-  const std::string text = SaveInstance(source, problem);
-  util::xml::Tag record("");
-  if (text.empty() || record.loadText(text) != 0) return nullptr;
+  util::xml::Tag record = SaveInstance(source, problem);
+  if (record.name.empty()) return nullptr;
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const std::string name = UniqueName(source.GetInstanceName());
   record.setAttribute("name", name);
@@ -228,8 +227,7 @@ Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
   adaptor.BeginUndoBlock("Clone " + source.GetInstanceName());
   Instance* clone = nullptr;
   std::vector<CoreNode*> copies;
-  if (DuplicateNodes(source, name, record, copies, problem))
-    clone = LoadInstance(record.toText(), problem);
+  if (DuplicateNodes(source, name, record, copies, problem)) clone = LoadInstance(record, problem);
   if (!clone) {
     for (auto copy = copies.rbegin(); copy != copies.rend(); ++copy) adaptor.DiscardNode(*copy);
     CloseRefused(nested);
@@ -293,25 +291,20 @@ std::string TellLostNodes(const Instance& instance) {
 
 }  // namespace
 
-std::string InstanceManager::SaveInstance(Instance& instance, std::string& problem) const {
+util::xml::Tag InstanceManager::SaveInstance(Instance& instance, std::string& problem) const {
   if (instance.GetRig()->Store() != 0) {
     problem = "the rig " + instance.GetInstanceName() + " could not store itself";
-    return {};
+    return util::xml::Tag("");
   }
   util::xml::Tag record("RWT_Plugin");
   instance.WriteRecord(record);
   const InstanceReference* row = Find(instance.GetInstanceName());
   record.setAttribute("checked", !row || row->IsChecked() ? "1" : "0");
-  return record.toText("", "\n");
+  return record;
 }
 
-Instance* InstanceManager::LoadInstance(const std::string& recordText, std::string& problem,
+Instance* InstanceManager::LoadInstance(const util::xml::Element& record, std::string& problem,
                                         int identity) {
-  util::xml::Tag record("");
-  if (record.loadText(recordText, &problem) != 0) {
-    problem = "its record can't be read: " + problem;
-    return nullptr;
-  }
   const std::string kind = record.attribute("type");
   const std::string name = record.attribute("name");
   if (record.name != "RWT_Plugin" || kind.empty() || name.empty()) {

@@ -86,13 +86,13 @@ class InstanceManager : public CoreSubSystem {
   /// Next number of a row.
   int NextRowId() { return ++m_lastRowId; }
 
-  /// The record of one instance as XML text, after the rig's Store. Empty with `problem` filled
-  /// when the rig could not store itself.
-  std::string SaveInstance(Instance& instance, std::string& problem) const;
+  /// The record of one instance, after the rig's Store. Of no name, with `problem` filled, when the
+  /// rig could not store itself.
+  util::xml::Tag SaveInstance(Instance& instance, std::string& problem) const;
   /// Makes an instance from a record, in a row at the end of the list. Null, with `problem` filled,
   /// when it can't be made; then nothing is left of it. `identity` is that of an instance that it
   /// stands for; 0 for a new one.
-  Instance* LoadInstance(const std::string& recordText, std::string& problem, int identity = 0);
+  Instance* LoadInstance(const util::xml::Element& record, std::string& problem, int identity = 0);
 
   /// Instances in tree order; with `onlyChecked` those that take part in a take.
   std::vector<Instance*> List(bool onlyChecked) const;

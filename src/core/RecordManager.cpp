@@ -93,7 +93,6 @@ void RecordManager::BeginTake(const char* undoName) {
   CoreImplementation& core = *GetCore();
   core.GetAdaptor()->BeginUndoBlock(undoName);
   m_bRecording = true;
-  CoreImplementation::SetTakeActive(true);
 }
 
 void RecordManager::StartInstances(double t) {
@@ -130,7 +129,6 @@ void RecordManager::EndTake() {
   if (MainWindowView* window = core.GetMainWindow()) window->SetRecordState(false);
   core.GetAdaptor()->EndRecording();
   core.GetAdaptor()->EndUndoBlock();
-  CoreImplementation::SetTakeActive(false);
   m_instances.clear();
 }
 

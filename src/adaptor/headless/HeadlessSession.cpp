@@ -16,9 +16,7 @@ namespace orv::rws::adaptor::headless {
 namespace {
 
 /// The file names a rig beside its record; where the two differ neither can be trusted.
-std::string CompareHeads(const RigRecord& record) {
-  util::xml::Tag tag("");
-  if (tag.loadText(record.record) != 0) return {};  // told by whoever reads the record
+std::string CompareHeads(const RigRecord& record, const util::xml::Tag& tag) {
   if (tag.attribute("type") != record.kind)
     return "its kind is \"" + record.kind + "\", but \"" + tag.attribute("type") +
            "\" in its record";
@@ -95,8 +93,11 @@ void HeadlessSession::LoadRigs() {
   bool anyNameless = false;
   for (std::size_t i = 0; i < records.size(); ++i) {
     std::string problem = records[i].problem;
-    if (problem.empty()) problem = CompareHeads(records[i]);
-    if (problem.empty() && m_core->LoadInstance(records[i].record, problem)) continue;
+    util::xml::Tag record("");
+    if (problem.empty() && record.loadText(records[i].record, &problem) != 0)
+      problem = "its record can't be read: " + problem;
+    if (problem.empty()) problem = CompareHeads(records[i], record);
+    if (problem.empty() && m_core->LoadInstance(record, problem)) continue;
     m_kept.push_back({i, records[i]});
     if (!records[i].damaged()) keptNames.push_back(records[i].name);
     anyNameless = anyNameless || records[i].name.empty();
@@ -129,8 +130,9 @@ bool HeadlessSession::StoreRigs(std::string& error) {
     RigRecord record;
     record.kind = instance->GetTool()->GetDisplayId();
     record.name = instance->GetInstanceName();
-    record.record = m_core->SaveInstance(*instance, error);
-    if (record.record.empty()) return false;
+    const util::xml::Tag tag = m_core->SaveInstance(*instance, error);
+    if (tag.name.empty()) return false;
+    record.record = tag.toText("", "\n");
     records.push_back(std::move(record));
   }
   for (const KeptRecord& kept : m_kept)
