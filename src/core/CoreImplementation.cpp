@@ -3,13 +3,12 @@
 #include <new>
 
 #include "adaptor/AdaptorInterface.h"
-#include "core/ConfigElement.h"
-#include "core/ConfigProfileManager.h"
 #include "core/CoreLibrary.h"
 #include "core/CoreNode.h"
+#include "core/CoreRequest.h"
 #include "core/Instance.h"
 #include "core/Log.h"
-#include "core/ParameterUndo.h"
+#include "core/ParameterEdit.h"
 #include "core/TemplateLibrary.h"
 #include "core/Tool.h"
 #include "unidevice/DriverManager.h"
@@ -41,15 +40,32 @@ void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, Temp
   m_library.AddLibrary(std::make_unique<CoreLibrary>(*this, rigs));
   if (maker) m_library.AddLibrary(std::make_unique<TemplateLibrary>(*this, maker));
   m_library.Load();
+  m_messages.Tell(ToolsChanged{});
 }
 
 bool CoreImplementation::RescanTools() {
   if (RecordManager::IsRecording()) return false;
+  const CoreRequest request(*this);
   m_library.Rescan();
+  m_messages.Tell(ToolsChanged{});
   return true;
 }
 
+void CoreImplementation::onMessage(util::Message& message, bool) {
+  if (message.id == util::MSG_CONNECTED) m_messages.NoteListener(message.origin);
+}
+
 // --- windows and boxes ---
+
+void CoreImplementation::SetUserInterface(UserInterface* ui) {
+  if (ui == m_pUserInterface) return;
+  m_pUserInterface = ui;
+  UserInterfaceChanged();
+}
+
+void CoreImplementation::ShowInputConfig(const std::string& instanceName) {
+  if (m_pUserInterface) m_pUserInterface->ShowInputConfig(instanceName);
+}
 
 MainWindowView* CoreImplementation::GetMainWindow() const {
   return m_pUserInterface ? m_pUserInterface->GetMainWindow() : nullptr;
@@ -75,9 +91,9 @@ bool CoreImplementation::IsMainWindowOpen() {
   return GetMainWindow() != nullptr;
 }
 
-void CoreImplementation::RegisterFactories(void*) {}
+void CoreImplementation::RegisterFactories(util::AbstractFactory<gui::Component>*) {}
 
-void CoreImplementation::RegisterImageAliases(void*) {}
+void CoreImplementation::RegisterImageAliases(gui::Component*) {}
 
 void CoreImplementation::ShowError(const std::string& text) {
   LogEntry(LogLevel::kError, text);
@@ -114,7 +130,7 @@ void CoreImplementation::OnKeyEvent(int key, bool down, const KeyModifiers& modi
   const bool controlAlone = modifiers.control && !modifiers.shift && !modifiers.alt;
   if (key == kKeyZ && down && controlAlone) {
     RecordManager::StopRecording();
-    if (GetAdaptor()->HostUndo()) RecordManager::StartRecording();
+    if (Undo()) RecordManager::StartRecording();
   } else if ((key == kKeySpace || key == kKeyEscape) && down) {
     RecordManager::StopRecording();
   }
@@ -140,11 +156,13 @@ void CoreImplementation::StopRecording() {
 }
 
 void CoreImplementation::UpdateTime(double time) {
+  const MessageQueue::Hold hold(m_messages);
   const std::vector<Instance*> instances =
       RecordManager::IsRecording() ? GetTakeInstances() : List(false);
   for (Instance* instance : instances) {
     if (CheckLicence(instance->GetTool()->GetLicenceName())) instance->Update(time);
   }
+  m_messages.Tell(TimeChanged{time});
 }
 
 // --- tools ---
@@ -168,6 +186,12 @@ InstanceReference* CoreImplementation::FindTool(const std::string& name) {
   return Find(name);
 }
 
+InstanceReference* CoreImplementation::SelectTool(const std::string& name) {
+  InstanceReference* const row = Find(name);
+  if (row) SetSelection({row->GetId()});
+  return row;
+}
+
 bool CoreImplementation::DeleteTool(const std::string& name) {
   InstanceReference* row = Find(name);
   if (!row) return false;
@@ -183,48 +207,6 @@ std::string CoreImplementation::CloneTool(const std::string& name, std::string& 
   }
   Instance* clone = Clone(row, problem);
   return clone ? clone->GetInstanceName() : std::string();
-}
-
-std::string CoreImplementation::LoadProfile(const std::string& toolName,
-                                            const std::string& profileName) {
-  Instance* instance = FindInstance(toolName);
-  if (!instance) return "there is no rig \"" + toolName + "\"";
-  ConfigProfileManager& profiles = instance->GetTool()->GetConfigProfiles();
-  if (!profiles.Find(profileName)) return "there is no profile \"" + profileName + "\"";
-  GetAdaptor()->BeginUndoBlock("Load profile");
-  GetAdaptor()->PushUndo(new ParameterUndo(*instance));
-  const std::string problem = profiles.Apply(profileName, *instance);
-  GetAdaptor()->EndUndoBlock();
-  return problem;
-}
-
-bool CoreImplementation::EditParameter(Instance& instance, int elementId, const std::string& text,
-                                       std::string& problem) {
-  ConfigElement* element = instance.GetConfig().find(elementId);
-  if (!element) {
-    problem = "there is no parameter with the id " + std::to_string(elementId);
-    return false;
-  }
-  if (element->isReadOnly()) {
-    problem = "it is a gauge, which the rig computes; it can't be set";
-    return false;
-  }
-  auto before = std::make_unique<ParameterUndo>(instance);
-  if (!element->setValueText(text, problem)) return false;
-  GetAdaptor()->BeginUndoBlock("Change " + element->label());
-  GetAdaptor()->PushUndo(before.release());
-  element->apply();
-  GetAdaptor()->EndUndoBlock();
-  return true;
-}
-
-bool CoreImplementation::PressButton(Instance& instance, int elementId) {
-  ConfigElement* element = instance.GetConfig().find(elementId);
-  if (!element || element->kind() != ConfigElement::Kind::kButton) return false;
-  GetAdaptor()->BeginUndoBlock(element->label());
-  element->apply();
-  GetAdaptor()->EndUndoBlock();
-  return true;
 }
 
 // --- the scene ---

@@ -4,10 +4,11 @@
 #include <map>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "adaptor/AdaptorInterface.h"
-#include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
+#include "core/CoreRequest.h"
 #include "core/Instance.h"
 #include "core/InstanceUndo.h"
 #include "core/Log.h"
@@ -50,6 +51,10 @@ void Collect(const InstanceReference& row, bool onlyChecked, std::vector<Instanc
   for (const auto& child : row.children) Collect(*child, onlyChecked, out);
 }
 
+bool Contains(const std::vector<int>& rows, int row) {
+  return std::find(rows.begin(), rows.end(), row) != rows.end();
+}
+
 }  // namespace
 
 InstanceManager::InstanceManager() : m_root(0, {}) {}
@@ -67,6 +72,23 @@ InstanceReference* InstanceManager::Find(const std::string& name) const {
 Instance* InstanceManager::FindInstance(const std::string& name) const {
   const InstanceReference* row = Find(name);
   return row ? row->GetInstance() : nullptr;
+}
+
+void InstanceManager::SetSelection(const std::vector<int>& rows) {
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
+  const std::vector<int> before = std::exchange(m_selection, {});
+  for (const int row : rows)
+    if (FindRow(row) && !Contains(m_selection, row)) m_selection.push_back(row);
+  for (const int row : before)
+    if (!Contains(m_selection, row)) GetCore()->GetMessages().Tell(RowSelected{row, false});
+  for (const int row : m_selection)
+    if (!Contains(before, row)) GetCore()->GetMessages().Tell(RowSelected{row, true});
+}
+
+void InstanceManager::DropOldSelection() {
+  const auto isGone = [this](int row) { return !FindRow(row); };
+  m_selection.erase(std::remove_if(m_selection.begin(), m_selection.end(), isGone),
+                    m_selection.end());
 }
 
 Instance* InstanceManager::FindByIdentity(int identity) const {
@@ -114,17 +136,27 @@ bool InstanceManager::IsNameFree(const std::string& name, std::string& problem) 
   return false;
 }
 
-InstanceReference* InstanceManager::AddRow(std::unique_ptr<Instance> instance) {
+InstanceReference* InstanceManager::AddRow(std::unique_ptr<Instance> instance, bool checked) {
   m_root.children.push_back(std::make_unique<InstanceReference>(std::move(instance)));
-  m_root.children.back()->parent = &m_root;
-  return m_root.children.back().get();
+  InstanceReference& row = *m_root.children.back();
+  row.parent = &m_root;
+  row.SetChecked(checked);
+  MessageQueue& messages = GetCore()->GetMessages();
+  const int index = static_cast<int>(m_root.children.size()) - 1;
+  if (messages.IsHeard())
+    messages.Tell(RowCreated{row.GetId(), 0, index, false, row.GetLabel(), checked});
+  return &row;
 }
 
 void InstanceManager::RemoveRow(InstanceReference* row) {
   if (!row || !row->parent) return;
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
+  const int id = row->GetId();
   auto& siblings = row->parent->children;
   siblings.erase(std::find_if(siblings.begin(), siblings.end(),
                               [row](const auto& sibling) { return sibling.get() == row; }));
+  GetCore()->GetMessages().Tell(RowDeleted{id});
+  DropOldSelection();
 }
 
 // --- create, delete, rename, clone ---
@@ -139,11 +171,30 @@ void InstanceManager::CloseRefused(bool nested) {
     adaptor.CancelUndoBlock();
 }
 
+namespace {
+
+/// What `make` makes, held back until it stands; null when whoever was told has deleted it.
+template <class Make>
+Instance* MakeAnnounced(CoreImplementation& core, Make make) {
+  int identity = 0;
+  {
+    const CoreRequest request(core);
+    if (const Instance* const instance = make()) identity = instance->GetIdentity();
+  }
+  return identity != 0 ? core.FindByIdentity(identity) : nullptr;
+}
+
+}  // namespace
+
 Instance* InstanceManager::Create(Tool* tool, const std::string& name) {
+  return MakeAnnounced(*GetCore(), [&] { return MakeInstance(*tool, name); });
+}
+
+Instance* InstanceManager::MakeInstance(Tool& tool, const std::string& name) {
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const bool nested = adaptor.IsUndoBlockOpen();
-  adaptor.BeginUndoBlock("Create " + tool->GetDisplayId());
-  Instance* instance = tool->CreateInstance(name);
+  adaptor.BeginUndoBlock("Create " + tool.GetDisplayId());
+  Instance* instance = tool.CreateInstance(name);
   if (!instance) {
     CloseRefused(nested);
     return nullptr;
@@ -156,6 +207,7 @@ Instance* InstanceManager::Create(Tool* tool, const std::string& name) {
 
 void InstanceManager::Delete(InstanceReference* row, bool undoable) {
   if (!row || !row->GetInstance()) return;
+  const CoreRequest request(*GetCore());
   Instance& instance = *row->GetInstance();
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   if (!undoable) {
@@ -181,11 +233,13 @@ void InstanceManager::DiscardNodes(Instance& instance) {
 }
 
 void InstanceManager::DeleteAll() {
+  const CoreRequest request(*GetCore());
   for (Instance* instance : List(false)) DiscardNodes(*instance);
   DropAllRows();
 }
 
 void InstanceManager::DropAllRows() {
+  const CoreRequest request(*GetCore());
   std::vector<InstanceReference*> rows = GetRows();
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) RemoveRow(*row);
 }
@@ -207,6 +261,7 @@ std::string InstanceManager::Rename(InstanceReference* row, const std::string& n
   Instance& instance = *row->GetInstance();
   std::string problem;
   if (name == instance.GetInstanceName() || !IsNameFree(name, problem)) return problem;
+  const CoreRequest request(*GetCore());
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   adaptor.BeginUndoBlock("Rename " + instance.GetInstanceName());
   adaptor.PushUndo(new InstanceReferenceRename(instance));
@@ -216,7 +271,11 @@ std::string InstanceManager::Rename(InstanceReference* row, const std::string& n
 }
 
 Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
-  Instance& source = *row->GetInstance();
+  return MakeAnnounced(*GetCore(), [&] { return MakeClone(*row, problem); });
+}
+
+Instance* InstanceManager::MakeClone(InstanceReference& row, std::string& problem) {
+  Instance& source = *row.GetInstance();
   util::xml::Tag record = SaveInstance(source, problem);
   if (record.name.empty()) return nullptr;
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
@@ -233,7 +292,7 @@ Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
     CloseRefused(nested);
     return nullptr;
   }
-  PlaceBehind(*Find(name), *row);
+  PlaceBehind(*Find(name), row);
   adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, *clone));
   adaptor.EndUndoBlock();
   return clone;
@@ -305,6 +364,11 @@ util::xml::Tag InstanceManager::SaveInstance(Instance& instance, std::string& pr
 
 Instance* InstanceManager::LoadInstance(const util::xml::Element& record, std::string& problem,
                                         int identity) {
+  return MakeAnnounced(*GetCore(), [&] { return MakeLoaded(record, problem, identity); });
+}
+
+Instance* InstanceManager::MakeLoaded(const util::xml::Element& record, std::string& problem,
+                                      int identity) {
   const std::string kind = record.attribute("type");
   const std::string name = record.attribute("name");
   if (record.name != "RWT_Plugin" || kind.empty() || name.empty()) {
@@ -342,9 +406,7 @@ Instance* InstanceManager::LoadInstance(const util::xml::Element& record, std::s
     return nullptr;
   }
   if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
-  InstanceReference& row = *AddRow(std::move(instance));
-  row.SetChecked(record.attribute("checked") != "0");
-  return row.GetInstance();
+  return AddRow(std::move(instance), record.attribute("checked") != "0")->GetInstance();
 }
 
 }  // namespace orv::rws::core
