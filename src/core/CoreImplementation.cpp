@@ -149,6 +149,7 @@ void CoreImplementation::GetCountdownSeconds(int& out) {
 }
 
 void CoreImplementation::StopRecording() {
+  const CoreRequest request(*this);
   if (RecordManager::IsResimulating())
     EndResimulation();
   else

@@ -20,7 +20,7 @@ namespace orv::rws::core {
 //   delete rows, subscribe and unsubscribe itself and others: what that changes is told when all
 //   have had the present message.
 // - So the core may be ahead of a message. Messages hold ids and values and no pointers: what an id
-//   stands for may be gone when it is looked up.
+//   stands for may be gone when it is looked up, or, of a rig that is being made, not be there yet.
 // - A listener that subscribes gets what happens from then on.
 // - A listener that runs an event loop of its own, as a modal box does, holds the others up.
 // - Nothing is told per frame and parameter. In a take a window reads gauges, live spinners, raw

@@ -4,6 +4,7 @@
 #include <map>
 #include <random>
 #include <set>
+#include <sstream>
 #include <thread>
 
 #include "core/CoreMessages.h"
@@ -16,36 +17,23 @@ namespace orv::tests {
 namespace {
 
 using namespace rws::core;
-using Texts = std::vector<std::string>;
-
-std::string TextOf(const RowLayout& row) {
-  std::string text = std::to_string(row.id) + (row.isGroup ? "=" + row.label : "") +
-                     (row.checked ? "+" : "-") + "(";
-  for (const RowLayout& below : row.rows) text += TextOf(below) + " ";
-  return text + ")";
-}
 
 /// What a window shows of one rig.
 struct Rig {
-  std::string name, profile;
-  Texts values, inputs;
+  std::string name, profile, values, inputs;
 
   void ReadValues(Instance& from) {
     values.clear();
     for (const ConfigElement* element : from.GetConfig().elements())
-      values.push_back(element->valueText());
+      values += element->valueText() + " ";
   }
   void ReadInputs(Instance& from) {
     inputs.clear();
     for (const auto& [key, property] : from.GetProperties().entries) {
       util::xml::Tag tag("");
       property->save(tag);
-      inputs.push_back(tag.toText() + (property->control ? " bound" : ""));
+      inputs += tag.toText("", "") + (property->control ? " bound " : " ");
     }
-  }
-  friend bool operator==(const Rig& a, const Rig& b) {
-    return a.name == b.name && a.profile == b.profile && a.values == b.values &&
-           a.inputs == b.inputs;
   }
 };
 
@@ -68,14 +56,32 @@ struct Shown {
     rig.ReadInputs(from);
   }
   void ReadProfiles(Tool& tool) {
-    profiles[tool.GetDisplayId()] = {tool.GetConfigProfiles().GetNames(),
-                                     tool.GetInputProfiles().GetNames()};
+    std::string& names = profiles[tool.GetDisplayId()];
+    names.clear();
+    for (const std::string& name : tool.GetConfigProfiles().GetNames()) names += name + ", ";
+    for (const std::string& name : tool.GetInputProfiles().GetNames()) names += name + "; ";
+  }
+  std::string Text() const {
+    std::ostringstream text;
+    text << static_cast<int>(state) << " at " << time << " slow " << slow << " selected";
+    for (const int row : selection) text << " " << row;
+    for (const auto& [tool, names] : profiles) text << "\n" << tool << ": " << names;
+    for (const auto& [id, rig] : rigs)
+      text << "\n"
+           << id << " " << rig.name << ", " << rig.profile << ": " << rig.values << rig.inputs;
+    Write(rows, text << "\n");
+    return text.str();
+  }
+  static void Write(const RowLayout& row, std::ostream& text) {
+    text << row.id << row.label << (row.checked ? "+(" : "-(");
+    for (const RowLayout& below : row.rows) Write(below, text);
+    text << (row.isGroup ? ")" : "|");
   }
 
   RowLayout rows;
   std::map<int, Rig> rigs;
   std::set<int> selection;
-  std::map<std::string, std::pair<Texts, Texts>> profiles;
+  std::map<std::string, std::string> profiles;
   RunState state;
   int slow;
   double time;
@@ -107,31 +113,9 @@ class Window : public util::MessageNode {
       if (Tool* const tool = m_core.FindKind(list->tool)) shown.ReadProfiles(*tool);
   }
 
-  /// Empty when nothing differs.
-  std::string Compare() const {
-    const Shown core(m_core);
-    std::string text;
-    if (!(core.rows == shown.rows)) text += TextOf(core.rows) + " shown as " + TextOf(shown.rows);
-    if (core.rigs.size() != shown.rigs.size()) text += " number of rigs";
-    for (const auto& [id, rig] : core.rigs) {
-      const Rig& mine = shown.rigs.at(id);
-      if (mine == rig) continue;
-      text += " rig " + std::to_string(id) + " " + rig.name + " as " + mine.name + " " +
-              rig.profile + " as " + mine.profile;
-      for (std::size_t i = 0; i < rig.values.size(); ++i)
-        text += " " + rig.values[i] + " as " + mine.values.at(i);
-      for (std::size_t i = 0; i < rig.inputs.size(); ++i)
-        if (rig.inputs[i] != mine.inputs.at(i)) text += rig.inputs[i] + " as " + mine.inputs[i];
-    }
-    if (core.selection != shown.selection) text += " selection";
-    if (core.profiles != shown.profiles) text += " profiles";
-    if (core.state != shown.state) text += " state";
-    if (core.slow != shown.slow) text += " slow factor";
-    if (core.time != shown.time) text += " time";
-    return text;
-  }
+  void Check() const { ASSERT_EQ(shown.Text(), Shown(m_core).Text()); }
 
-  Texts log;
+  std::vector<std::string> log;
   std::map<int, int> messages;  ///< how many, by id
 
  private:
@@ -307,8 +291,8 @@ TEST_F(Messages, AWindowThatOnlyListensShowsWhatTheCoreHoldsAtEveryStepOfASessio
   Meddler meddler(*core, {&first, &second});
   std::mt19937 random(7);
   const auto check = [&](const std::string& what, int step) {
-    for (const Window* window : {&first, &second})
-      ASSERT_EQ(window->Compare(), "") << what << " " << step;
+    SCOPED_TRACE(what + " " + std::to_string(step));
+    for (const Window* window : {&first, &second}) ASSERT_NO_FATAL_FAILURE(window->Check());
   };
   Plug(true);
   for (int i = 0; i < 600; ++i) {
@@ -345,7 +329,7 @@ TEST_F(Messages, AreFewAndFollowTheRequest) {
   const auto count = [&](auto request) {
     window.messages.clear();
     request();
-    EXPECT_EQ(window.Compare(), "");
+    window.Check();
     int sum = 0;
     for (const auto& [id, times] : window.messages) sum += times;
     return sum;
@@ -368,7 +352,7 @@ TEST_F(Messages, AreFewAndFollowTheRequest) {
   LogEntry(LogLevel::kDebug, "from here");
   std::thread([] { LogEntry(LogLevel::kInfo, "later"); }).join();
   QCoreApplication::sendPostedEvents();
-  EXPECT_EQ(window.log, (Texts{"from afar", "from here", "later"}));
+  EXPECT_EQ(window.log, (std::vector<std::string>{"from afar", "from here", "later"}));
 }
 
 TEST_F(Messages, ADragIsOneStepOrNoneHoweverItEnds) {
