@@ -35,10 +35,17 @@ void PrintMessage(const std::string& title, const std::string& text) {
 }  // namespace
 
 HeadlessAdaptor::HeadlessAdaptor(Scene& scene)
-    : m_scene(&scene), m_time(scene.rangeStart()), m_showMessage(PrintMessage) {}
+    : m_scene(&scene), m_time(scene.rangeStart()), m_showMessage(PrintMessage) {
+  FollowTree();
+}
 
 HeadlessAdaptor::~HeadlessAdaptor() {
+  m_scene->setTreeHandler(nullptr);
   m_undo.clearHistory();
+}
+
+void HeadlessAdaptor::FollowTree() {
+  m_scene->setTreeHandler([this] { m_observers.Tell(&HostObserver::OnTree); });
 }
 
 void HeadlessAdaptor::SetScene(Scene& scene) {
@@ -56,8 +63,13 @@ void HeadlessAdaptor::SetScene(Scene& scene) {
   m_nodes.clear();
   m_keptRigs.clear();
   m_warnings.clear();
+  m_scene->setTreeHandler(nullptr);
   m_scene = &scene;
   m_time = scene.rangeStart();
+  FollowTree();
+  m_observers.Tell(&HostObserver::OnTree);
+  m_observers.Tell(&HostObserver::OnSelection);
+  m_observers.Tell(&HostObserver::OnTime, m_time);
 }
 
 int HeadlessAdaptor::GetInterfaceVersion() {
@@ -372,6 +384,7 @@ void HeadlessAdaptor::ReplaceSelection(std::vector<HeadlessNode*>& saved) {
   std::swap(saved, m_selection);
   ++m_selectionState;
   for (HeadlessNode* node : m_selection) node->m_selected = m_selectionState;
+  m_observers.Tell(&HostObserver::OnSelection);
 }
 
 void HeadlessAdaptor::Select(HeadlessNode& node) {
@@ -392,6 +405,7 @@ void HeadlessAdaptor::Select(HeadlessNode& node) {
   m_selection.push_back(&node);
   node.m_selected = m_selectionState;
   EndUndoBlock();
+  m_observers.Tell(&HostObserver::OnSelection);
 }
 
 std::vector<HeadlessNode*> HeadlessAdaptor::GetSelection() const {
@@ -407,6 +421,7 @@ void HeadlessAdaptor::SetCurrentTime(double time) {
   if (!std::isfinite(time)) return;
   m_time = time;
   if (m_timeChanged) m_timeChanged(time);
+  m_observers.Tell(&HostObserver::OnTime, time);
 }
 
 void HeadlessAdaptor::GetTimeRange(double& start, double& end) {

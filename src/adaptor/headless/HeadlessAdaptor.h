@@ -17,6 +17,7 @@
 #include "adaptor/headless/HeadlessSnapshot_Lens.h"
 #include "adaptor/headless/HeadlessSnapshot_Mesh.h"
 #include "adaptor/headless/HeadlessSnapshot_Shape.h"
+#include "adaptor/headless/HostObservers.h"
 #include "adaptor/headless/KnownNodes.h"
 #include "adaptor/headless/UndoManagement.h"
 
@@ -50,6 +51,8 @@ class HeadlessAdaptor final : public AdaptorInterface {
   void SetMessageHandler(MessageHandler handler) { m_showMessage = std::move(handler); }
   /// Called with every new current time (s).
   void SetTimeHandler(std::function<void(double)> handler) { m_timeChanged = std::move(handler); }
+  /// Whoever follows tree, time, selection and refresh.
+  HostObservers& GetObservers() { return m_observers; }
   /// Names of rigs that the document keeps although they could not be opened: GatherNodes leaves
   /// the tags that begin with one of these and "/".
   void KeepTagsOf(std::vector<std::string> names) { m_keptRigs = std::move(names); }
@@ -96,6 +99,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
   void GetTimeRange(double& start, double& end) override;
   void SetTimeRange(double start, double end) override;
   double GetFrameRate() override;
+  void RefreshViews() override { m_observers.Tell(&HostObserver::OnRefresh); }
   void BeginRecording(double time, util::ReturnValue<std::vector<CInterface*>>& instances) override;
   void EndRecording() override;
   void ClearUndoHistory() override { m_undo.clearHistory(); }
@@ -160,6 +164,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
 
  private:
   HeadlessNode* Known(CNode* node) const;
+  void FollowTree();
   void ReplaceSelection(std::vector<HeadlessNode*>& saved);
   HeadlessNode* Create(const NodeIdentity& identity, CNode* parent);
   void Created(HeadlessNode& node);
@@ -190,6 +195,7 @@ class HeadlessAdaptor final : public AdaptorInterface {
   double m_time = 0.0;
   MessageHandler m_showMessage;
   std::function<void(double)> m_timeChanged;
+  HostObservers m_observers;
   std::vector<std::string> m_keptRigs;
   std::vector<std::string> m_warnings;
   int m_poseSteps = 0;
