@@ -32,7 +32,6 @@ class ConfigElement {
     double max = 0.0;
     double step = 0.0;
     int decimals = 0;  ///< digits shown of a real value
-    int extra = 0;     ///< carried for the rig; nothing reads it
   };
 
   ConfigElement(const ConfigElement&) = delete;
@@ -51,9 +50,6 @@ class ConfigElement {
   const std::vector<std::string>& items() const { return m_items; }
   /// Replaces the items of a combo box; the rig's index stays as it is.
   void setItems(std::vector<std::string> items) { m_items = std::move(items); }
-  /// Name of the input that turns this spinner during a take; empty when none does.
-  const std::string& inputName() const { return m_inputName; }
-  void setInputName(std::string name) { m_inputName = std::move(name); }
   /// True for a gauge: the rig computes the value and a user's edit is refused.
   bool isReadOnly() const { return m_readOnly; }
   void setReadOnly() { m_readOnly = true; }
@@ -107,7 +103,6 @@ class ConfigElement {
   Range m_range;
   std::vector<std::string> m_items;
   CInterface::Callback* m_callback = nullptr;  ///< not owned
-  std::string m_inputName;
   bool m_readOnly = false;
   /// What a spinner of whole numbers was last set to, and what its variable then became.
   double m_exact = 0.0;

@@ -160,10 +160,10 @@ ConfigElement* ConfigTree::endGroup() {
 }
 
 int ConfigTree::addSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max,
-                              int step, int extra, Callback* cb) {
+                              int step, Callback* cb) {
   ConfigElement& element = append(Kind::kSpinnerInt, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
-  element.m_range = {double(min), double(max), double(step), 0, extra};
+  element.m_range = {double(min), double(max), double(step), 0};
   element.m_callback = cb;
   return element.id();
 }
@@ -172,7 +172,7 @@ int ConfigTree::addSpinner(std::string label, std::string tooltip, double* value
                            double max, double step, int decimals, Callback* cb) {
   ConfigElement& element = append(Kind::kSpinner, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
-  element.m_range = {min, max, step, decimals, 0};
+  element.m_range = {min, max, step, decimals};
   element.m_callback = cb;
   return element.id();
 }
@@ -180,7 +180,7 @@ int ConfigTree::addSpinner(std::string label, std::string tooltip, double* value
 int ConfigTree::addCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) {
   ConfigElement& element = append(Kind::kCheckBox, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
-  element.m_range = {0.0, 1.0, 1.0, 0, 0};
+  element.m_range = {0.0, 1.0, 1.0, 0};
   element.m_callback = cb;
   return element.id();
 }

@@ -36,7 +36,7 @@ class ConfigTree {
   // Each returns the id of the new element. Variables and callbacks are the rig's; either may be
   // null.
   int addSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max, int step,
-                    int extra, Callback* cb);
+                    Callback* cb);
   int addSpinner(std::string label, std::string tooltip, double* value, double min, double max,
                  double step, int decimals, Callback* cb);
   int addCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb);

@@ -3,29 +3,20 @@
 #include <new>
 
 #include "core/AdaptorInterface.h"
-#include "core/ConfigElement.h"
-#include "core/ConfigProfileManager.h"
 #include "core/CoreLibrary.h"
 #include "core/CoreNode.h"
+#include "core/CoreRequest.h"
 #include "core/Instance.h"
 #include "core/Log.h"
-#include "core/ParameterUndo.h"
+#include "core/ParameterEdit.h"
 #include "core/TemplateLibrary.h"
 #include "core/Tool.h"
 #include "unidevice/DriverManager.h"
 
 namespace orv::rws::core {
 
-namespace {
-
-CoreImplementation* s_pCurrent = nullptr;
-bool s_takeActive = false;
-
-}  // namespace
-
 CoreImplementation::CoreImplementation() {
   unidevice::DriverManager::instance();  // outlives the core, whose instances are its devices
-  s_pCurrent = this;
   for (CoreSubSystem* part : OpenList()) part->m_pCore = this;
   s_listClosed = true;
   SetHotKeys({70, 107, 187, 109, 189, kKeyEscape, kKeySpace});
@@ -43,34 +34,38 @@ CoreImplementation::~CoreImplementation() {
   SetHooks(nullptr);
   DropAllRows();
   s_listClosed = false;
-  if (s_pCurrent == this) s_pCurrent = nullptr;
-}
-
-CoreImplementation* CoreImplementation::Current() {
-  return s_pCurrent;
-}
-
-bool CoreImplementation::IsTakeActive() {
-  return s_takeActive;
-}
-
-void CoreImplementation::SetTakeActive(bool active) {
-  s_takeActive = active;
 }
 
 void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker) {
   m_library.AddLibrary(std::make_unique<CoreLibrary>(*this, rigs));
   if (maker) m_library.AddLibrary(std::make_unique<TemplateLibrary>(*this, maker));
   m_library.Load();
+  m_messages.Tell(ToolsChanged{});
 }
 
 bool CoreImplementation::RescanTools() {
-  if (IsTakeActive()) return false;
+  if (RecordManager::IsRecording()) return false;
+  const CoreRequest request(*this);
   m_library.Rescan();
+  m_messages.Tell(ToolsChanged{});
   return true;
 }
 
+void CoreImplementation::onMessage(util::Message& message, bool) {
+  if (message.id == util::MSG_CONNECTED) m_messages.NoteListener(message.origin);
+}
+
 // --- windows and boxes ---
+
+void CoreImplementation::SetUserInterface(UserInterface* ui) {
+  if (ui == m_pUserInterface) return;
+  m_pUserInterface = ui;
+  UserInterfaceChanged();
+}
+
+void CoreImplementation::ShowInputConfig(const std::string& instanceName) {
+  if (m_pUserInterface) m_pUserInterface->ShowInputConfig(instanceName);
+}
 
 MainWindowView* CoreImplementation::GetMainWindow() const {
   return m_pUserInterface ? m_pUserInterface->GetMainWindow() : nullptr;
@@ -96,9 +91,9 @@ bool CoreImplementation::IsMainWindowOpen() {
   return GetMainWindow() != nullptr;
 }
 
-void CoreImplementation::RegisterFactories(void*) {}
+void CoreImplementation::RegisterFactories(util::AbstractFactory<gui::Component>*) {}
 
-void CoreImplementation::RegisterImageAliases(void*) {}
+void CoreImplementation::RegisterImageAliases(gui::Component*) {}
 
 void CoreImplementation::ShowError(const std::string& text) {
   LogEntry(LogLevel::kError, text);
@@ -135,7 +130,7 @@ void CoreImplementation::OnKeyEvent(int key, bool down, const KeyModifiers& modi
   const bool controlAlone = modifiers.control && !modifiers.shift && !modifiers.alt;
   if (key == kKeyZ && down && controlAlone) {
     RecordManager::StopRecording();
-    if (GetAdaptor()->HostUndo()) RecordManager::StartRecording();
+    if (Undo()) RecordManager::StartRecording();
   } else if ((key == kKeySpace || key == kKeyEscape) && down) {
     RecordManager::StopRecording();
   }
@@ -154,6 +149,7 @@ void CoreImplementation::GetCountdownSeconds(int& out) {
 }
 
 void CoreImplementation::StopRecording() {
+  const CoreRequest request(*this);
   if (RecordManager::IsResimulating())
     EndResimulation();
   else
@@ -161,11 +157,13 @@ void CoreImplementation::StopRecording() {
 }
 
 void CoreImplementation::UpdateTime(double time) {
+  const MessageQueue::Hold hold(m_messages);
   const std::vector<Instance*> instances =
       RecordManager::IsRecording() ? GetTakeInstances() : List(false);
   for (Instance* instance : instances) {
     if (CheckLicence(instance->GetTool()->GetLicenceName())) instance->Update(time);
   }
+  m_messages.Tell(TimeChanged{time});
 }
 
 // --- tools ---
@@ -189,6 +187,12 @@ InstanceReference* CoreImplementation::FindTool(const std::string& name) {
   return Find(name);
 }
 
+InstanceReference* CoreImplementation::SelectTool(const std::string& name) {
+  InstanceReference* const row = Find(name);
+  if (row) SetSelection({row->GetId()});
+  return row;
+}
+
 bool CoreImplementation::DeleteTool(const std::string& name) {
   InstanceReference* row = Find(name);
   if (!row) return false;
@@ -206,56 +210,13 @@ std::string CoreImplementation::CloneTool(const std::string& name, std::string& 
   return clone ? clone->GetInstanceName() : std::string();
 }
 
-std::string CoreImplementation::LoadProfile(const std::string& toolName,
-                                            const std::string& profileName) {
-  Instance* instance = FindInstance(toolName);
-  if (!instance) return "there is no rig \"" + toolName + "\"";
-  ConfigProfileManager& profiles = instance->GetTool()->GetConfigProfiles();
-  if (!profiles.Find(profileName)) return "there is no profile \"" + profileName + "\"";
-  GetAdaptor()->BeginUndoBlock("Load profile");
-  GetAdaptor()->PushUndo(new ParameterUndo(*instance));
-  const std::string problem = profiles.Apply(profileName, *instance);
-  GetAdaptor()->EndUndoBlock();
-  return problem;
-}
-
-bool CoreImplementation::EditParameter(Instance& instance, int elementId, const std::string& text,
-                                       std::string& problem) {
-  ConfigElement* element = instance.GetConfig().find(elementId);
-  if (!element) {
-    problem = "there is no parameter with the id " + std::to_string(elementId);
-    return false;
-  }
-  if (element->isReadOnly()) {
-    problem = "it is a gauge, which the rig computes; it can't be set";
-    return false;
-  }
-  auto before = std::make_unique<ParameterUndo>(instance);
-  if (!element->setValueText(text, problem)) return false;
-  GetAdaptor()->BeginUndoBlock("Change " + element->label());
-  GetAdaptor()->PushUndo(before.release());
-  element->apply();
-  GetAdaptor()->EndUndoBlock();
-  return true;
-}
-
-bool CoreImplementation::PressButton(Instance& instance, int elementId) {
-  ConfigElement* element = instance.GetConfig().find(elementId);
-  if (!element || element->kind() != ConfigElement::Kind::kButton) return false;
-  GetAdaptor()->BeginUndoBlock(element->label());
-  element->apply();
-  GetAdaptor()->EndUndoBlock();
-  return true;
-}
-
 // --- the scene ---
 
 void CoreImplementation::SaveScene(XmlSink& out) {
   for (Instance* instance : List(false)) {
     std::string problem;
-    const std::string text = SaveInstance(*instance, problem);
-    util::xml::Tag record("");
-    if (text.empty() || record.loadText(text) != 0)
+    util::xml::Tag record = SaveInstance(*instance, problem);
+    if (record.name.empty())
       LogEntry(LogLevel::kError, problem);
     else
       out.emplaceChild(std::move(record));

@@ -1,6 +1,7 @@
 // The one object that ties the system together.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "core/Hooks.h"
 #include "core/InstanceManager.h"
 #include "core/LibraryManager.h"
+#include "core/LogFeed.h"
+#include "core/MessageQueue.h"
 #include "core/Preferences.h"
 #include "core/RecordManager.h"
 #include "core/UpdateManager.h"
@@ -20,8 +23,22 @@
 namespace orv::rws {
 class CCameraPlugin;
 }
+namespace orv::unidevice {
+class Control;
+}
 
 namespace orv::rws::core {
+
+class ConfigElement;
+class ParameterEdit;
+
+/// How an input answers its control: the numbers of unidevice::Property.
+struct InputResponse {
+  double multiplier = 1.0;
+  double exponent = 1.0;
+  double deadzone = 0.1;
+  double offset = 0.0;
+};
 
 /// The core. A plug-in or program uses the process-wide one of instance(); a test may make its own,
 /// one at a time. Owns instances and tools; adaptor, user interface and hook are not owned and must
@@ -37,16 +54,12 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   CoreImplementation();
   ~CoreImplementation() override;
 
-  /// The core that stands now, or null.
-  static CoreImplementation* Current();
-  /// Whether a take or a resimulation runs anywhere in the process.
-  static bool IsTakeActive();
-  static void SetTakeActive(bool active);
-
   /// Registers the rig kinds and loads the profiles of all. To be called once, before any tool is
   /// made; the factories stay the caller's. With `maker` the templates load too.
   void LoadTools(const std::vector<CCameraPlugin*>& rigs, TemplateMaker maker = nullptr);
-  void SetUserInterface(UserInterface* ui) { m_pUserInterface = ui; }
+  /// At any time, null for none. Nothing of the old one is called from here on; what it made is
+  /// deleted, and the new one shows what runs.
+  void SetUserInterface(UserInterface* ui);
   UserInterface* GetUserInterface() const { return m_pUserInterface; }
   /// Null while there is no main window.
   MainWindowView* GetMainWindow() const;
@@ -56,15 +69,33 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   LibraryManager& GetLibrary() { return m_library; }
   /// Read from the data root when they are first asked for.
   Preferences& GetPreferences();
-  /// Next number of a rig object.
-  int NextObjectId() { return ++m_lastObjectId; }
 
-  /// A user's edit of one element, undoable, callbacks included. False with `problem` filled when
-  /// the text is no value for it; a value out of range is clamped and `problem` says so.
+  // What a user edits. Undoable; each is one step.
+
+  /// A user's edit of one element, callbacks included. False with `problem` filled when the text is
+  /// no value for it; a value out of range is clamped and `problem` says so.
   bool EditParameter(Instance& instance, int elementId, const std::string& text,
                      std::string& problem);
+  /// An edit of many changes, such as a drag: it begins, changes the value as often as it likes and
+  /// ends as one step, or as none when it ends where it began. There is one at a time: whatever is
+  /// asked of the core beside it ends it, as do the begin and end of a take. Then DragEdit is
+  /// false.
+  bool BeginEdit(Instance& instance, int elementId, std::string& problem);
+  bool DragEdit(Instance& instance, int elementId, const std::string& text, std::string& problem);
+  void EndEdit();
+  /// Puts back what it has changed.
+  void CancelEdit();
   /// A user's press of a button. False when the element is no button.
   bool PressButton(Instance& instance, int elementId);
+  // Of inputs, by their index. An empty text means success, any other why not: in a resimulation,
+  // which feeds the inputs from their tracks, nothing of this can be had.
+  /// Null unmaps.
+  std::string MapInput(Instance& instance, int input, unidevice::Control* control);
+  std::string SetInputResponse(Instance& instance, int input, const InputResponse& response);
+  std::string LoadInputProfile(Instance& instance, const std::string& profileName);
+  /// The host's undo and redo, with what they change told when all is done.
+  bool Undo();
+  bool Redo();
 
   // CoreInterface
   void SaveScene(XmlSink& out) override;
@@ -74,8 +105,8 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   int ShowMainWindow(void* parent) override;
   int HideMainWindow() override;
   bool IsMainWindowOpen() override;
-  void* GetRootComponent() override { return nullptr; }
-  void RegisterFactories(void* table) override;
+  gui::Component* GetRootComponent() override { return nullptr; }
+  void RegisterFactories(util::AbstractFactory<gui::Component>* table) override;
   void GetCountdownSeconds(int& out) override;
   void UpdateTime(double time) override;
   bool IsRecording() override { return RecordManager::IsRecording(); }
@@ -91,17 +122,37 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   Instance* CreateToolFromFactory(const std::string& kind, const std::string& name) override;
   bool RescanTools() override;
   std::string CloneTool(const std::string& name, std::string& problem) override;
-  InstanceReference* SelectTool(const std::string& name) override { return FindTool(name); }
+  InstanceReference* SelectTool(const std::string& name) override;
   bool DeleteTool(const std::string& name) override;
-  void RegisterImageAliases(void* component) override;
+  void RegisterImageAliases(gui::Component* component) override;
   void ShowError(const std::string& text) override;
   bool CheckLicence(const std::string& feature) override;
   int MessageBox(const std::string& title, const std::string& text, unsigned flags) override;
+
+  // InstanceHost
+  AdaptorInterface* GetAdaptor() const override { return AdaptorManager::GetAdaptor(); }
+  MessageQueue& GetMessages() override { return m_messages; }
+  double GetFrameRate() const override { return RecordManager::GetFrameRate(); }
+  double GetFrameDuration() const override { return RecordManager::GetFrameDuration(); }
+  void ShowInputConfig(const std::string& instanceName) override;
+  Tool* FindKind(const std::string& id) const override { return m_library.Find(id); }
+  int NextObjectId() override { return ++m_lastObjectId; }
+  void Forget(Instance* instance) override { RecordManager::Forget(instance); }
+
+  // MessageNode
+  void onMessage(util::Message& message, bool broadcast) override;
 
   // Hooks::KeyEventCallback
   void OnKeyEvent(int key, bool down, const KeyModifiers& modifiers) override;
 
  private:
+  ConfigElement* FindEditable(Instance& instance, int elementId, std::string& problem) const;
+  std::string ChangeInputs(Instance& instance, const std::string& undoName, std::vector<int> inputs,
+                           const std::function<void()>& change);
+
+  MessageQueue m_messages{*this};
+  LogFeed m_logFeed{m_messages};
+  std::shared_ptr<ParameterEdit> m_edit;  ///< the one that is open
   UserInterface* m_pUserInterface = nullptr;
   Hooks* m_pHooks = nullptr;
   std::vector<int> m_hotKeys;

@@ -7,6 +7,14 @@
 #include "util/MessageNode.h"
 #include "util/xml/Tag.h"
 
+namespace orv::gui {
+class Component;
+}
+namespace orv::util {
+template <class T>
+class AbstractFactory;
+}
+
 namespace orv::rws::core {
 
 class Instance;
@@ -19,7 +27,8 @@ using XmlSink = util::xml::Tag;
 inline constexpr int kWindowIsOpen = 10002;
 inline constexpr int kWindowIsNotOpen = 10003;
 
-/// All that commands and host events reach the core by. Main thread only. Times are seconds.
+/// All that commands and host events reach the core by. Who connects to it follows what happens by
+/// the messages of CoreMessages.h. Main thread only. Times are seconds.
 class CoreInterface : public util::MessageNode {
  public:
   CoreInterface() : MessageNode("CORE") {}
@@ -38,9 +47,9 @@ class CoreInterface : public util::MessageNode {
   virtual int HideMainWindow() = 0;
   virtual bool IsMainWindowOpen() = 0;
   /// Component root of the main window; null while it is closed.
-  virtual void* GetRootComponent() = 0;
+  virtual gui::Component* GetRootComponent() = 0;
   /// Hands a component factory table to the layout subsystem; without one it is ignored.
-  virtual void RegisterFactories(void* table) = 0;
+  virtual void RegisterFactories(util::AbstractFactory<gui::Component>* table) = 0;
   virtual void GetCountdownSeconds(int& out) = 0;
   /// The host's time changed.
   virtual void UpdateTime(double time) = 0;
@@ -64,10 +73,11 @@ class CoreInterface : public util::MessageNode {
   virtual bool RescanTools() = 0;
   /// The clone's name; empty, with `problem` filled, when it can't be made.
   virtual std::string CloneTool(const std::string& name, std::string& problem) = 0;
+  /// As FindTool, and the row found becomes the one that is selected.
   virtual InstanceReference* SelectTool(const std::string& name) = 0;
   virtual bool DeleteTool(const std::string& name) = 0;
   /// Gives a layout the path aliases "[images]" and "[coreimages]".
-  virtual void RegisterImageAliases(void* component) = 0;
+  virtual void RegisterImageAliases(gui::Component* component) = 0;
   /// Hands a text to the log window and the log.
   virtual void ShowError(const std::string& text) = 0;
   /// Whether the licence allows this tool.

@@ -10,8 +10,8 @@
 
 namespace orv::rws::core {
 
-CoreLibrary::CoreLibrary(CoreImplementation& core, std::vector<CCameraPlugin*> rigs)
-    : m_core(core), m_rigs(std::move(rigs)) {}
+CoreLibrary::CoreLibrary(InstanceHost& host, std::vector<CCameraPlugin*> rigs)
+    : m_host(host), m_rigs(std::move(rigs)) {}
 
 bool CoreLibrary::IsUsable(CCameraPlugin* rig) const {
   if (!rig) {
@@ -43,7 +43,7 @@ void CoreLibrary::Load() {
   InitResources();
   for (CCameraPlugin* rig : m_rigs) {
     if (!IsUsable(rig)) continue;
-    m_tools.push_back(std::make_unique<Plugin>(m_core, *rig));
+    m_tools.push_back(std::make_unique<Plugin>(m_host, *rig));
     m_tools.back()->LoadProfiles();
   }
 }

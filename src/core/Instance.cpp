@@ -5,8 +5,9 @@
 
 #include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
-#include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
+#include "core/InstanceHost.h"
+#include "core/MessageQueue.h"
 #include "core/OwnedUndo.h"
 #include "core/SnapshotMeshProxy.h"
 #include "core/Tool.h"
@@ -15,7 +16,6 @@
 #include "core/interface/CSnapshot_Helper.h"
 #include "core/interface/CSnapshot_Lens.h"
 #include "core/interface/CVariableModUndo.h"
-#include "unidevice/Control.h"
 #include "unidevice/Property.h"
 #include "util/CMesh.h"
 #include "util/ReturnValue.h"
@@ -48,43 +48,31 @@ CoreNode* AsCoreNode(CNode* node) {
 /// Replaces the items of a combo box.
 class Instance::COREComboUpdater : public util::DynamicObject, public CInterface::ComboUpdater {
  public:
-  COREComboUpdater(ConfigTree& config, int elementId) : m_config(config), m_elementId(elementId) {}
+  COREComboUpdater(Instance& instance, int elementId)
+      : m_instance(instance), m_elementId(elementId) {}
   void Update(std::vector<std::string> items) override {
-    if (ConfigElement* element = m_config.find(m_elementId)) element->setItems(std::move(items));
+    ConfigElement* const element = m_instance.m_config.find(m_elementId);
+    if (!element) return;
+    element->setItems(std::move(items));
+    m_instance.m_host.GetMessages().Tell(ParametersChanged{m_instance.m_identity, m_elementId});
   }
 
  private:
-  ConfigTree& m_config;
+  Instance& m_instance;
   int m_elementId;
 };
 
-// --- ControlHolder ---
-
-Instance::ControlHolder::~ControlHolder() {
-  hold(nullptr);
-}
-
-void Instance::ControlHolder::hold(unidevice::Control* control) {
-  if (m_control) m_control->removeTarget(this);
-  m_control = control;
-  if (m_control) m_control->targets.push_back(this);
-}
-
-void Instance::ControlHolder::controlGone(unidevice::Control*) {
-  m_control = nullptr;
-}
-
 // --- life ---
 
-Instance::Instance(CoreImplementation& core, Tool* tool, CCamera* rig, const std::string& name)
+Instance::Instance(InstanceHost& host, Tool* tool, CCamera* rig, const std::string& name)
     : InstanceVirtualDevice("Instance"),
       MessageNode("Instance"),
       m_pRig(rig),
       m_pTool(tool),
-      m_name(core.UniqueName(name.empty() ? tool->GetDisplayId() + "_01" : name)),
+      m_name(host.UniqueName(name.empty() ? tool->GetDisplayId() + "_01" : name)),
       m_life(std::make_shared<int>(0)),
-      m_identity(core.NextRowId()),
-      m_core(core) {
+      m_identity(host.NextRowId()),
+      m_host(host) {
   Device::name = m_name;
   m_pRig->m_pInterface = this;
   m_pTool->AddInstance(this);
@@ -101,19 +89,25 @@ Instance::Instance(CoreImplementation& core, Tool* tool, CCamera* rig, const std
 
 Instance::~Instance() {
   m_life.reset();
-  m_core.Forget(this);
+  m_host.Forget(this);
   m_pRig->Destroy();
   m_pTool->RemoveInstance(this);
 }
 
 AdaptorInterface& Instance::Adaptor() const {
-  return *m_core.GetAdaptor();
+  return *m_host.GetAdaptor();
 }
 
 void Instance::SetName(const std::string& name) {
+  if (m_name != name) m_host.GetMessages().Tell(RowRenamed{m_identity, name});
   m_name = name;
   Device::name = name;
   m_nodeTags.clear();  // they begin with the old name
+}
+
+void Instance::SetCurrentProfile(const std::string& name) {
+  if (m_currentProfile != name) m_host.GetMessages().Tell(ProfileChanged{m_identity, name});
+  m_currentProfile = name;
 }
 
 void Instance::Rename(const std::string& name) {
@@ -171,10 +165,13 @@ void Instance::GetExtensions(std::vector<int>& out) {
 
 int Instance::PushUndo(CUndo* step) {
   if (!step) return 1;
-  return Adaptor().PushUndo(new OwnedUndo(step, m_life)) ? 0 : 1;
+  return Adaptor().PushUndo(new OwnedUndo(step, *this)) ? 0 : 1;
 }
 
 unidevice::Property* Instance::AddInput(std::string inputName, std::string label, unsigned flags) {
+  // While the rig is being defined there is no row to tell of.
+  if (m_host.GetMessages().IsHeard() && m_host.FindByIdentity(m_identity))
+    m_host.GetMessages().Tell(InputsChanged{m_identity, InputsChanged::kAll});
   return m_properties.add(
       std::make_unique<unidevice::Property>(std::move(inputName), std::move(label), flags));
 }
@@ -182,6 +179,11 @@ unidevice::Property* Instance::AddInput(std::string inputName, std::string label
 unidevice::Property* Instance::AddInput(std::string inputName, unsigned flags) {
   std::string label = inputName;
   return AddInput(std::move(inputName), std::move(label), flags);
+}
+
+void Instance::RebindInputs() {
+  if (m_properties.rebind() > 0)
+    m_host.GetMessages().Tell(InputsChanged{m_identity, InputsChanged::kAll});
 }
 
 unidevice::Property* Instance::FindInput(std::string inputName) {
@@ -206,9 +208,8 @@ void Instance::AddLiveSpinner(int elementId, const std::string& label) {
 }
 
 void Instance::AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max,
-                             int step, int extra, bool asInput, Callback* cb) {
-  const int id =
-      m_config.addSpinnerInt(label, std::move(tooltip), value, min, max, step, extra, cb);
+                             int step, int, bool asInput, Callback* cb) {
+  const int id = m_config.addSpinnerInt(label, std::move(tooltip), value, min, max, step, cb);
   if (asInput) AddLiveSpinner(id, label);
 }
 
@@ -234,7 +235,7 @@ CInterface::ComboUpdater* Instance::AddComboBox(std::string label, std::string t
                                                 Callback* cb) {
   const int id =
       m_config.addComboBox(std::move(label), std::move(tooltip), std::move(items), index, cb);
-  m_comboUpdaters.push_back(std::make_unique<COREComboUpdater>(m_config, id));
+  m_comboUpdaters.push_back(std::make_unique<COREComboUpdater>(*this, id));
   return m_comboUpdaters.back().get();
 }
 
@@ -243,11 +244,11 @@ void Instance::AddButton(std::string label, std::string tooltip, Callback* cb) {
 }
 
 void Instance::RefreshConfig() {
-  if (UserInterface* ui = m_core.GetUserInterface()) ui->RefreshConfig(m_name);
+  m_host.GetMessages().Tell(ParametersChanged{m_identity, ParametersChanged::kAll});
 }
 
 void Instance::ShowInputConfig() {
-  if (UserInterface* ui = m_core.GetUserInterface()) ui->ShowInputConfig(m_name);
+  m_host.ShowInputConfig(m_name);
 }
 
 std::string Instance::GetDataPath() {
@@ -370,19 +371,19 @@ double Instance::GetTime() {
 }
 
 double Instance::GetFrameRate() {
-  return m_core.GetFrameRate();
+  return m_host.GetFrameRate();
 }
 
 double Instance::GetFrameDuration() {
-  return m_core.GetFrameDuration();
+  return m_host.GetFrameDuration();
 }
 
 void Instance::RefreshViews() {
-  if (!m_core.IsRecording()) Adaptor().RefreshViews();
+  if (!m_host.IsRecording()) Adaptor().RefreshViews();
 }
 
 int Instance::MessageBox(std::string title, std::string text, unsigned flags) {
-  return m_core.MessageBox(title, text, flags);
+  return m_host.MessageBox(title, text, flags);
 }
 
 }  // namespace orv::rws::core

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "core/ConfigTree.h"
+#include "core/ControlHolder.h"
 #include "core/InstanceVirtualDevice.h"
 #include "core/interface/CInterface.h"
-#include "unidevice/ControlTarget.h"
 #include "unidevice/PropertyHandler.h"
 #include "util/AVar_Linear.h"
 #include "util/MessageNode.h"
@@ -30,8 +30,8 @@ class CCamera;
 
 namespace orv::rws::core {
 
-class CoreImplementation;
 class CoreNode;
+class InstanceHost;
 class Tool;
 
 /// A rig object with all that the core keeps for it: its configuration tree, its inputs as a
@@ -51,7 +51,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
 
   /// Takes over `rig` (not null). An empty name becomes the tool's id and "_01"; any name is made
   /// unique by counting up its number.
-  Instance(CoreImplementation& core, Tool* tool, CCamera* rig, const std::string& name);
+  Instance(InstanceHost& host, Tool* tool, CCamera* rig, const std::string& name);
   ~Instance() override;
 
   // What the clock calls. Times are seconds on the frame grid.
@@ -70,7 +70,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void SetIdentity(int identity) { m_identity = identity; }
   /// Expires with this object.
   std::weak_ptr<int> GetLife() const { return m_life; }
-  CoreImplementation& GetCore() const { return m_core; }
+  InstanceHost& GetHost() const { return m_host; }
   CCamera* GetRig() const { return m_pRig; }
   Tool* GetTool() const { return m_pTool; }
   const std::string& GetInstanceName() const { return m_name; }
@@ -83,13 +83,16 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   const std::string& GetCurrentProfile() const { return m_currentProfile; }
   /// Scene names of nodes that came with the record and that FindNode did not find in the scene.
   const std::set<std::string>& GetLostNodes() const { return m_lostNodes; }
-  void SetCurrentProfile(const std::string& name) { m_currentProfile = name; }
+  void SetCurrentProfile(const std::string& name);
   bool IsTouched() const { return m_bTouched; }
   void SetTouched(bool touched) { m_bTouched = touched; }
 
   ConfigTree& GetConfig() { return m_config; }
   const ConfigTree& GetConfig() const { return m_config; }
   unidevice::PropertyHandler& GetProperties() { return m_properties; }
+  const unidevice::PropertyHandler& GetProperties() const { return m_properties; }
+  /// Binds inputs whose control has come; not in a resimulation, which swaps them.
+  void RebindInputs();
   /// One track per property, in the properties' order.
   std::vector<util::AVar_Linear<double>>& GetTracks() { return m_tracks; }
   /// Replaces a track by one that no take of this instance has recorded: what the latest take noted
@@ -122,7 +125,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void BeginGroup(std::string label, std::string tooltip) override;
   void* EndGroup() override;
   void AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max, int step,
-                     int extra, bool asInput, Callback* cb) override;
+                     int, bool asInput, Callback* cb) override;
   void AddSpinner(std::string label, std::string tooltip, double* value, double min, double max,
                   double step, int decimals, bool asInput, Callback* cb) override;
   void AddCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) override;
@@ -165,18 +168,6 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   class COREComboUpdater;
   /// Every kind of control: an input of any kind can be fed by it.
   static constexpr unsigned kAnyControl = 65535;
-
-  /// Keeps the control that a resimulation set aside, and forgets it when its device goes.
-  class ControlHolder : public unidevice::ControlTarget {
-   public:
-    ~ControlHolder() override;
-    void hold(unidevice::Control* control);
-    unidevice::Control* get() const { return m_control; }
-    void controlGone(unidevice::Control* control) override;
-
-   private:
-    unidevice::Control* m_control = nullptr;
-  };
 
   /// A temporary control and the track that feeds it.
   struct Feed {
@@ -229,7 +220,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::set<std::string> m_lostNodes;  ///< see GetLostNodes
   std::shared_ptr<int> m_life;        ///< expires with this instance: undo steps watch it
   int m_identity;
-  CoreImplementation& m_core;
+  InstanceHost& m_host;
 };
 
 }  // namespace orv::rws::core

@@ -6,7 +6,7 @@
 namespace orv::rws::core {
 
 class Instance;
-class InstanceManager;
+class InstanceHost;
 
 /// An instance by its identity, which the one that an undone deletion builds has from the one that
 /// was deleted. The core must outlive the handle's use.
@@ -20,7 +20,7 @@ class InstanceHandle {
   bool IsOriginalGone() const { return m_original.expired(); }
 
  private:
-  const InstanceManager& m_manager;
+  const InstanceHost& m_host;
   int m_identity;
   std::weak_ptr<int> m_original;
 };

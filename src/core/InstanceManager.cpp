@@ -4,10 +4,11 @@
 #include <map>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "core/AdaptorInterface.h"
-#include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
+#include "core/CoreRequest.h"
 #include "core/Instance.h"
 #include "core/InstanceUndo.h"
 #include "core/Log.h"
@@ -51,6 +52,10 @@ void Collect(const InstanceReference& row, bool onlyChecked, std::vector<Instanc
   for (const auto& child : row.children) Collect(*child, onlyChecked, out);
 }
 
+bool Contains(const std::vector<int>& rows, int row) {
+  return std::find(rows.begin(), rows.end(), row) != rows.end();
+}
+
 }  // namespace
 
 InstanceManager::InstanceManager() : m_root(0, {}) {}
@@ -68,6 +73,23 @@ InstanceReference* InstanceManager::Find(const std::string& name) const {
 Instance* InstanceManager::FindInstance(const std::string& name) const {
   const InstanceReference* row = Find(name);
   return row ? row->GetInstance() : nullptr;
+}
+
+void InstanceManager::SetSelection(const std::vector<int>& rows) {
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
+  const std::vector<int> before = std::exchange(m_selection, {});
+  for (const int row : rows)
+    if (FindRow(row) && !Contains(m_selection, row)) m_selection.push_back(row);
+  for (const int row : before)
+    if (!Contains(m_selection, row)) GetCore()->GetMessages().Tell(RowSelected{row, false});
+  for (const int row : m_selection)
+    if (!Contains(before, row)) GetCore()->GetMessages().Tell(RowSelected{row, true});
+}
+
+void InstanceManager::DropOldSelection() {
+  const auto isGone = [this](int row) { return !FindRow(row); };
+  m_selection.erase(std::remove_if(m_selection.begin(), m_selection.end(), isGone),
+                    m_selection.end());
 }
 
 Instance* InstanceManager::FindByIdentity(int identity) const {
@@ -115,17 +137,27 @@ bool InstanceManager::IsNameFree(const std::string& name, std::string& problem) 
   return false;
 }
 
-InstanceReference* InstanceManager::AddRow(std::unique_ptr<Instance> instance) {
+InstanceReference* InstanceManager::AddRow(std::unique_ptr<Instance> instance, bool checked) {
   m_root.children.push_back(std::make_unique<InstanceReference>(std::move(instance)));
-  m_root.children.back()->parent = &m_root;
-  return m_root.children.back().get();
+  InstanceReference& row = *m_root.children.back();
+  row.parent = &m_root;
+  row.SetChecked(checked);
+  MessageQueue& messages = GetCore()->GetMessages();
+  const int index = static_cast<int>(m_root.children.size()) - 1;
+  if (messages.IsHeard())
+    messages.Tell(RowCreated{row.GetId(), 0, index, false, row.GetLabel(), checked});
+  return &row;
 }
 
 void InstanceManager::RemoveRow(InstanceReference* row) {
   if (!row || !row->parent) return;
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
+  const int id = row->GetId();
   auto& siblings = row->parent->children;
   siblings.erase(std::find_if(siblings.begin(), siblings.end(),
                               [row](const auto& sibling) { return sibling.get() == row; }));
+  GetCore()->GetMessages().Tell(RowDeleted{id});
+  DropOldSelection();
 }
 
 // --- create, delete, rename, clone ---
@@ -140,11 +172,30 @@ void InstanceManager::CloseRefused(bool nested) {
     adaptor.CancelUndoBlock();
 }
 
+namespace {
+
+/// What `make` makes, held back until it stands; null when whoever was told has deleted it.
+template <class Make>
+Instance* MakeAnnounced(CoreImplementation& core, Make make) {
+  int identity = 0;
+  {
+    const CoreRequest request(core);
+    if (const Instance* const instance = make()) identity = instance->GetIdentity();
+  }
+  return identity != 0 ? core.FindByIdentity(identity) : nullptr;
+}
+
+}  // namespace
+
 Instance* InstanceManager::Create(Tool* tool, const std::string& name) {
+  return MakeAnnounced(*GetCore(), [&] { return MakeInstance(*tool, name); });
+}
+
+Instance* InstanceManager::MakeInstance(Tool& tool, const std::string& name) {
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const bool nested = adaptor.IsUndoBlockOpen();
-  adaptor.BeginUndoBlock("Create " + tool->GetDisplayId());
-  Instance* instance = tool->CreateInstance(name);
+  adaptor.BeginUndoBlock("Create " + tool.GetDisplayId());
+  Instance* instance = tool.CreateInstance(name);
   if (!instance) {
     CloseRefused(nested);
     return nullptr;
@@ -157,6 +208,7 @@ Instance* InstanceManager::Create(Tool* tool, const std::string& name) {
 
 void InstanceManager::Delete(InstanceReference* row, bool undoable) {
   if (!row || !row->GetInstance()) return;
+  const CoreRequest request(*GetCore());
   Instance& instance = *row->GetInstance();
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   if (!undoable) {
@@ -182,11 +234,13 @@ void InstanceManager::DiscardNodes(Instance& instance) {
 }
 
 void InstanceManager::DeleteAll() {
+  const CoreRequest request(*GetCore());
   for (Instance* instance : List(false)) DiscardNodes(*instance);
   DropAllRows();
 }
 
 void InstanceManager::DropAllRows() {
+  const CoreRequest request(*GetCore());
   std::vector<InstanceReference*> rows = GetRows();
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) RemoveRow(*row);
 }
@@ -208,6 +262,7 @@ std::string InstanceManager::Rename(InstanceReference* row, const std::string& n
   Instance& instance = *row->GetInstance();
   std::string problem;
   if (name == instance.GetInstanceName() || !IsNameFree(name, problem)) return problem;
+  const CoreRequest request(*GetCore());
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   adaptor.BeginUndoBlock("Rename " + instance.GetInstanceName());
   adaptor.PushUndo(new InstanceReferenceRename(instance));
@@ -217,10 +272,13 @@ std::string InstanceManager::Rename(InstanceReference* row, const std::string& n
 }
 
 Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
-  Instance& source = *row->GetInstance();
-  const std::string text = SaveInstance(source, problem);
-  util::xml::Tag record("");
-  if (text.empty() || record.loadText(text) != 0) return nullptr;
+  return MakeAnnounced(*GetCore(), [&] { return MakeClone(*row, problem); });
+}
+
+Instance* InstanceManager::MakeClone(InstanceReference& row, std::string& problem) {
+  Instance& source = *row.GetInstance();
+  util::xml::Tag record = SaveInstance(source, problem);
+  if (record.name.empty()) return nullptr;
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const std::string name = UniqueName(source.GetInstanceName());
   record.setAttribute(record::kName, name);
@@ -229,14 +287,13 @@ Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
   adaptor.BeginUndoBlock("Clone " + source.GetInstanceName());
   Instance* clone = nullptr;
   std::vector<CoreNode*> copies;
-  if (DuplicateNodes(source, name, record, copies, problem))
-    clone = LoadInstance(record.toText(), problem);
+  if (DuplicateNodes(source, name, record, copies, problem)) clone = LoadInstance(record, problem);
   if (!clone) {
     for (auto copy = copies.rbegin(); copy != copies.rend(); ++copy) adaptor.DiscardNode(*copy);
     CloseRefused(nested);
     return nullptr;
   }
-  PlaceBehind(*Find(name), *row);
+  PlaceBehind(*Find(name), row);
   adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, *clone));
   adaptor.EndUndoBlock();
   return clone;
@@ -294,25 +351,25 @@ std::string TellLostNodes(const Instance& instance) {
 
 }  // namespace
 
-std::string InstanceManager::SaveInstance(Instance& instance, std::string& problem) const {
+util::xml::Tag InstanceManager::SaveInstance(Instance& instance, std::string& problem) const {
   if (instance.GetRig()->Store() != 0) {
     problem = "the rig " + instance.GetInstanceName() + " could not store itself";
-    return {};
+    return util::xml::Tag("");
   }
   util::xml::Tag record("RWT_Plugin");
   instance.WriteRecord(record);
   const InstanceReference* row = Find(instance.GetInstanceName());
   record.setAttribute(record::kChecked, !row || row->IsChecked() ? "1" : "0");
-  return record.toText("", "\n");
+  return record;
 }
 
-Instance* InstanceManager::LoadInstance(const std::string& recordText, std::string& problem,
+Instance* InstanceManager::LoadInstance(const util::xml::Element& record, std::string& problem,
                                         int identity) {
-  util::xml::Tag record("");
-  if (record.loadText(recordText, &problem) != 0) {
-    problem = "its record can't be read: " + problem;
-    return nullptr;
-  }
+  return MakeAnnounced(*GetCore(), [&] { return MakeLoaded(record, problem, identity); });
+}
+
+Instance* InstanceManager::MakeLoaded(const util::xml::Element& record, std::string& problem,
+                                      int identity) {
   const std::string kind = record.attribute("type");
   const std::string name = record.attribute(record::kName);
   if (record.name != "RWT_Plugin" || kind.empty() || name.empty()) {
@@ -350,9 +407,7 @@ Instance* InstanceManager::LoadInstance(const std::string& recordText, std::stri
     return nullptr;
   }
   if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
-  InstanceReference& row = *AddRow(std::move(instance));
-  row.SetChecked(record.attribute(record::kChecked) != "0");
-  return row.GetInstance();
+  return AddRow(std::move(instance), record.attribute(record::kChecked) != "0")->GetInstance();
 }
 
 }  // namespace orv::rws::core

@@ -4,7 +4,6 @@
 
 #include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
-#include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/Instance.h"
 #include "core/Log.h"

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "core/AdaptorInterface.h"
-#include "core/CoreImplementation.h"
+#include "core/CoreRequest.h"
 #include "core/Instance.h"
 #include "core/InstanceManager.h"
 #include "core/InstanceUndo.h"
@@ -20,34 +20,9 @@ namespace {
 using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
-using Rows = std::vector<RowLayout>;
+using Place = RowLayout::Place;
 
 constexpr char kWithinItself[] = "a group can't stand within itself";
-
-/// The list in which a row stands, and where; no list when there is no such row.
-struct Place {
-  Rows* rows = nullptr;
-  std::size_t index = 0;
-
-  RowLayout& Row() const { return (*rows)[index]; }
-  Place Behind() const { return {rows, index + 1}; }
-  void Insert(RowLayout row) const {
-    rows->insert(rows->begin() + static_cast<std::ptrdiff_t>(index), std::move(row));
-  }
-  RowLayout TakeOut() const {
-    RowLayout row = std::move(Row());
-    rows->erase(rows->begin() + static_cast<std::ptrdiff_t>(index));
-    return row;
-  }
-};
-
-Place PlaceOf(RowLayout& tree, int id) {
-  for (std::size_t i = 0; i < tree.rows.size(); ++i) {
-    if (tree.rows[i].id == id) return {&tree.rows, i};
-    if (const Place below = PlaceOf(tree.rows[i], id); below.rows) return below;
-  }
-  return {};
-}
 
 void Collect(const InstanceReference& row, std::vector<InstanceReference*>& out) {
   for (const auto& child : row.children) {
@@ -115,6 +90,12 @@ void Write(const InstanceReference& row, const AbsentRigs& absent, Tag& out) {
 
 }  // namespace
 
+InstanceReference* InstanceManager::FindRow(int id) const {
+  for (InstanceReference* row : GetRows())
+    if (row->GetId() == id) return row;
+  return nullptr;
+}
+
 std::vector<InstanceReference*> InstanceManager::GetRows() const {
   std::vector<InstanceReference*> rows;
   Collect(m_root, rows);
@@ -134,15 +115,23 @@ RowLayout InstanceManager::GetLayout() const {
 }
 
 void InstanceManager::Arrange(const RowLayout& layout) {
+  MessageQueue& messages = GetCore()->GetMessages();
+  const MessageQueue::Hold hold(messages);
+  const RowLayout before = messages.IsHeard() ? GetLayout() : RowLayout();
   LooseRows loose;
   TakeApart(m_root, loose);
   Assemble(layout, m_root, loose);
   for (auto& [id, row] : loose)
     if (row && !row->IsGroup()) Append(m_root, std::move(row));
+  loose.clear();
+  if (messages.IsHeard())
+    for (CoreNews& news : ChangesOfRows(before, GetLayout())) messages.Tell(std::move(news));
+  DropOldSelection();
 }
 
 void InstanceManager::ChangeRows(const std::string& undoName, const RowLayout& wanted) {
   if (wanted == GetLayout()) return;
+  const CoreRequest request(*GetCore());
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   adaptor.BeginUndoBlock(undoName);
   adaptor.PushUndo(new InstanceRowsRestore(*this));
@@ -152,8 +141,8 @@ void InstanceManager::ChangeRows(const std::string& undoName, const RowLayout& w
 
 void InstanceManager::PlaceBehind(InstanceReference& row, InstanceReference& other) {
   RowLayout tree = GetLayout();
-  RowLayout moved = PlaceOf(tree, row.GetId()).TakeOut();
-  PlaceOf(tree, other.GetId()).Behind().Insert(std::move(moved));
+  RowLayout moved = tree.PlaceOf(row.GetId()).TakeOut();
+  tree.PlaceOf(other.GetId()).Behind().Insert(std::move(moved));
   Arrange(tree);
 }
 
@@ -173,7 +162,7 @@ InstanceReference* InstanceManager::CreateGroup(const std::string& name, std::st
 void InstanceManager::DeleteGroup(InstanceReference* group) {
   if (!group || !group->IsGroup() || !group->parent) return;
   RowLayout tree = GetLayout();
-  const Place place = PlaceOf(tree, group->GetId());
+  const Place place = tree.PlaceOf(group->GetId());
   const RowLayout gone = place.TakeOut();
   place.rows->insert(place.rows->begin() + static_cast<std::ptrdiff_t>(place.index),
                      gone.rows.begin(), gone.rows.end());
@@ -184,7 +173,7 @@ std::string InstanceManager::RenameGroup(InstanceReference& group, const std::st
   std::string problem;
   if (name == group.GetLabel() || !IsNameFree(name, problem)) return problem;
   RowLayout tree = GetLayout();
-  PlaceOf(tree, group.GetId()).Row().label = name;
+  tree.PlaceOf(group.GetId()).Row().label = name;
   ChangeRows("Rename " + group.GetLabel(), tree);
   return {};
 }
@@ -192,7 +181,7 @@ std::string InstanceManager::RenameGroup(InstanceReference& group, const std::st
 void InstanceManager::SetChecked(InstanceReference* row, bool checked) {
   if (!row || !row->parent) return;
   RowLayout tree = GetLayout();
-  PlaceOf(tree, row->GetId()).Row().checked = checked;
+  tree.PlaceOf(row->GetId()).Row().checked = checked;
   ChangeRows((checked ? "Check " : "Uncheck ") + row->GetLabel(), tree);
 }
 
@@ -200,10 +189,10 @@ std::string InstanceManager::MoveBefore(InstanceReference* row, InstanceReferenc
   if (!row || row == before) return {};
   if (before && before->IsUnder(*row)) return kWithinItself;
   RowLayout tree = GetLayout();
-  const Place from = PlaceOf(tree, row->GetId());
+  const Place from = tree.PlaceOf(row->GetId());
   RowLayout moved = from.TakeOut();
   if (before)
-    PlaceOf(tree, before->GetId()).Insert(std::move(moved));
+    tree.PlaceOf(before->GetId()).Insert(std::move(moved));
   else
     from.rows->push_back(std::move(moved));
   ChangeRows("Change order", tree);
@@ -217,11 +206,11 @@ std::string InstanceManager::MoveInto(InstanceReference* row, InstanceReference*
   while (outermost->parent->parent) outermost = outermost->parent;
   if (!group && outermost == row) return {};
   RowLayout tree = GetLayout();
-  RowLayout moved = PlaceOf(tree, row->GetId()).TakeOut();
+  RowLayout moved = tree.PlaceOf(row->GetId()).TakeOut();
   if (group) {
-    PlaceOf(tree, group->GetId()).Row().rows.push_back(std::move(moved));
+    tree.PlaceOf(group->GetId()).Row().rows.push_back(std::move(moved));
   } else {
-    PlaceOf(tree, outermost->GetId()).Behind().Insert(std::move(moved));
+    tree.PlaceOf(outermost->GetId()).Behind().Insert(std::move(moved));
   }
   ChangeRows("Move " + row->GetLabel(), tree);
   return {};

@@ -4,9 +4,10 @@
 
 #include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
-#include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/Instance.h"
+#include "core/InstanceHost.h"
+#include "core/MessageQueue.h"
 #include "core/TakeUndo.h"
 #include "core/interface/CCamera.h"
 #include "unidevice/Control.h"
@@ -31,7 +32,7 @@ void PrefetchLines(const void* object, std::size_t size) {
 }  // namespace
 
 void Instance::Start(double t) {
-  const bool resimulates = m_core.IsResimulating();
+  const bool resimulates = m_host.IsResimulating();
   Adaptor().PushUndo(new TakeUndo(*this, t, !resimulates));
   StartLiveSpinners();
   m_plannedInputs = 0;
@@ -53,7 +54,7 @@ void Instance::Start(double t) {
 
 void Instance::Step(double t) {
   if (m_properties.count() != m_plannedInputs) FollowInputs();
-  if (m_core.IsResimulating())
+  if (m_host.IsResimulating())
     FeedInputs(t);
   else
     RecordInputs(t);
@@ -64,7 +65,7 @@ void Instance::Step(double t) {
 void Instance::Stop(double) {
   m_pRig->Stop();
   StopLiveSpinners();
-  if (m_core.IsResimulating()) RestoreControls();
+  if (m_host.IsResimulating()) RestoreControls();
 }
 
 void Instance::Prefetch() const {
@@ -93,7 +94,7 @@ void Instance::FollowInputs() {
   // Never shortened: a rig that gained an input since the last take gets an empty track.
   if (m_tracks.size() < static_cast<std::size_t>(inputs))
     m_tracks.resize(static_cast<std::size_t>(inputs));
-  if (m_core.IsResimulating()) UseTemporaryControls();
+  if (m_host.IsResimulating()) UseTemporaryControls();
   PlanFeeds();
   m_plannedInputs = inputs;
 }
@@ -103,7 +104,7 @@ void Instance::FollowInputs() {
 void Instance::PlanFeeds() {
   m_feeds.clear();
   m_liveFeeds.clear();
-  const bool resimulating = m_core.IsResimulating();
+  const bool resimulating = m_host.IsResimulating();
   for (int i = 0; resimulating && i < m_properties.count(); ++i) {
     unidevice::Control* control = m_properties.property(i)->control;
     const auto& track = m_tracks[static_cast<std::size_t>(i)];
@@ -141,6 +142,7 @@ void Instance::RestoreControls() {
     m_savedControls[index].hold(nullptr);
   }
   m_properties.rebind();  // devices may have come back meanwhile
+  m_host.GetMessages().Tell(InputsChanged{m_identity, InputsChanged::kAll});
 }
 
 void Instance::SetTrack(int index, util::AVar_Linear<double> track) {
@@ -162,7 +164,7 @@ void Instance::SetTrack(int index, util::AVar_Linear<double> track) {
 // --- live spinners ---
 
 void Instance::StartLiveSpinners() {
-  if (m_core.IsResimulating()) {
+  if (m_host.IsResimulating()) {
     // A parameter that still stands where the take left it goes back to where the take began.
     // Else the user has set it since, and that is where the run begins.
     for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {

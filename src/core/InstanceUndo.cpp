@@ -13,7 +13,7 @@ void InstanceRestore::Note(Instance& instance) {
   std::string problem;
   m_name = instance.GetInstanceName();
   m_record = m_manager.SaveInstance(instance, problem);
-  if (m_record.empty()) LogEntry(LogLevel::kError, problem);
+  if (m_record.name.empty()) LogEntry(LogLevel::kError, problem);
   m_layout = m_manager.GetLayout();
 }
 

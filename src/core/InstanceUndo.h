@@ -6,6 +6,7 @@
 #include "core/InstanceHandle.h"
 #include "core/RowLayout.h"
 #include "core/StateUndo.h"
+#include "util/xml/Tag.h"
 
 namespace orv::rws::core {
 
@@ -25,7 +26,7 @@ class InstanceRestore : public CUndo {
   InstanceManager& m_manager;
   const int m_identity;
   std::string m_name;
-  std::string m_record;
+  util::xml::Tag m_record{""};
   RowLayout m_layout;
 };
 

@@ -4,6 +4,7 @@
 #include <spdlog/spdlog.h>
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <mutex>
 
@@ -33,7 +34,8 @@ struct LogState {
   std::mutex mutex;
   std::shared_ptr<spdlog::logger> logger;
   LogLevel level = LogLevel::kInfo;
-  LogListener listener;
+  std::map<int, LogListener> listeners;  ///< by number; 0 is the program's own
+  int lastNumber = 0;
 };
 
 /// Never destroyed: objects that end with the process may still log.
@@ -90,14 +92,15 @@ void CloseLog() {
 }
 
 void LogEntry(LogLevel level, const std::string& text) {
-  LogListener listener;
+  std::map<int, LogListener> listeners;
   {
     const std::lock_guard<std::mutex> lock(State().mutex);
     if (State().logger && level >= State().level) State().logger->log(SinkLevel(level), text);
-    listener = State().listener;
+    listeners = State().listeners;
   }
   // Outside of the lock: a listener may log.
-  if (listener) listener(level, text);
+  for (const auto& [number, listener] : listeners)
+    if (listener) listener(level, text);
 }
 
 void SetLogLevel(LogLevel level) {
@@ -123,8 +126,19 @@ bool LoadLogSettings(const std::string& path) {
 
 LogListener SetLogListener(LogListener listener) {
   const std::lock_guard<std::mutex> lock(State().mutex);
-  listener.swap(State().listener);
+  listener.swap(State().listeners[0]);
   return listener;
+}
+
+int AddLogListener(LogListener listener) {
+  const std::lock_guard<std::mutex> lock(State().mutex);
+  State().listeners[++State().lastNumber] = std::move(listener);
+  return State().lastNumber;
+}
+
+void RemoveLogListener(int number) {
+  const std::lock_guard<std::mutex> lock(State().mutex);
+  State().listeners.erase(number);
 }
 
 }  // namespace orv::rws::core

@@ -27,7 +27,11 @@ void SetLogLevel(LogLevel level);
 /// False, the level as it was and a line in the log, when the file is absent, damaged or has none.
 bool LoadLogSettings(const std::string& path);
 
-/// Installs a listener in place of the old one, which is returned. An empty one ends it.
+/// Installs the program's own listener in place of the old one, which is returned. An empty one
+/// ends it.
 LogListener SetLogListener(LogListener listener);
+/// A further listener, by the number that takes it out again. Another thread may be in it then.
+int AddLogListener(LogListener listener);
+void RemoveLogListener(int number);
 
 }  // namespace orv::rws::core

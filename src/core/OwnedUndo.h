@@ -7,24 +7,23 @@
 
 namespace orv::rws::core {
 
+class Instance;
+
 /// Wraps a step of a rig and does nothing once the rig's instance is gone, so that no step touches
-/// a rig that was deleted or rebuilt.
+/// a rig that was deleted or rebuilt. The step may have changed parameters: that is told.
 class OwnedUndo : public CUndo {
  public:
-  /// Owns `step`; `owner` expires with the instance.
-  OwnedUndo(CUndo* step, std::weak_ptr<int> owner) : m_step(step), m_owner(std::move(owner)) {}
+  /// Owns `step`.
+  OwnedUndo(CUndo* step, Instance& owner);
   ~OwnedUndo() override { m_step->Destroy(); }
 
-  void Undo(bool keep) override {
-    if (!m_owner.expired()) m_step->Undo(keep);
-  }
-  void Redo() override {
-    if (!m_owner.expired()) m_step->Redo();
-  }
+  void Undo(bool keep) override;
+  void Redo() override;
 
  private:
   CUndo* m_step;
-  std::weak_ptr<int> m_owner;
+  Instance& m_owner;
+  std::weak_ptr<int> m_life;  ///< of the owner
 };
 
 }  // namespace orv::rws::core

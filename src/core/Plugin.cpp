@@ -3,10 +3,12 @@
 #include <memory>
 #include <sstream>
 
-#include "core/CoreImplementation.h"
 #include "core/DataRoot.h"
 #include "core/Instance.h"
+#include "core/InstanceHost.h"
+#include "core/InstanceReference.h"
 #include "core/Log.h"
+#include "core/MessageQueue.h"
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "util/xml/Tag.h"
@@ -20,11 +22,17 @@ constexpr char kRecordVersion[] = "2.5";
 
 }  // namespace
 
-Plugin::Plugin(CoreImplementation& core, CCameraPlugin& factory)
-    : Tool(factory.GetDataFolder()), m_core(core), m_factory(factory) {
-  const auto mayWrite = [this] { return m_core.CheckLicence(GetLicenceName()); };
+Plugin::Plugin(InstanceHost& host, CCameraPlugin& factory)
+    : Tool(factory.GetDataFolder()), m_host(host), m_factory(factory) {
+  const auto mayWrite = [this] { return m_host.CheckLicence(GetLicenceName()); };
   GetConfigProfiles().SetWriteGate(mayWrite);
   GetInputProfiles().SetWriteGate(mayWrite);
+  GetConfigProfiles().SetChangeHandler([this] {
+    m_host.GetMessages().Tell(ProfileListChanged{GetDisplayId(), false});
+  });
+  GetInputProfiles().SetChangeHandler([this] {
+    m_host.GetMessages().Tell(ProfileListChanged{GetDisplayId(), true});
+  });
 }
 
 std::string Plugin::GetLicenceName() {
@@ -66,8 +74,8 @@ std::string Plugin::GetCreatedBy() {
 }
 
 Instance* Plugin::MakeInstance(const std::string& name) {
-  CCamera* rig = m_factory.CreateObject({m_core.NextObjectId(), GetDisplayId()});
-  return rig ? new Instance(m_core, this, rig, name) : nullptr;
+  CCamera* rig = m_factory.CreateObject({m_host.NextObjectId(), GetDisplayId()});
+  return rig ? new Instance(m_host, this, rig, name) : nullptr;
 }
 
 Instance* Plugin::CreateInstance(const std::string& name) {
@@ -75,7 +83,7 @@ Instance* Plugin::CreateInstance(const std::string& name) {
   std::unique_ptr<Instance> instance(MakeInstance(name));
   if (!instance || instance->GetRig()->Define() != 0) return nullptr;
   if (instance->GetRig()->Create() != 0) {
-    m_core.DiscardNodes(*instance);
+    m_host.DiscardNodes(*instance);
     return nullptr;
   }
 
@@ -84,7 +92,7 @@ Instance* Plugin::CreateInstance(const std::string& name) {
   GetConfigProfiles().Apply(kStartProfile, *instance);
   GetInputProfiles().Apply(kStartProfile, instance->GetProperties());
 
-  return m_core.AddRow(std::move(instance))->GetInstance();
+  return m_host.AddRow(std::move(instance))->GetInstance();
 }
 
 void Plugin::WriteSaveData(util::xml::Tag& tag) {

@@ -9,12 +9,12 @@ class CCameraPlugin;
 
 namespace orv::rws::core {
 
-class CoreImplementation;
+class InstanceHost;
 
 /// Wraps a rig factory, which stays the program's.
 class Plugin : public Tool {
  public:
-  Plugin(CoreImplementation& core, CCameraPlugin& factory);
+  Plugin(InstanceHost& host, CCameraPlugin& factory);
 
   bool IsPlugin() override { return true; }
   std::string GetLicenceName() override;
@@ -31,7 +31,7 @@ class Plugin : public Tool {
   std::string GetCreatedBy() override;
 
  private:
-  CoreImplementation& m_core;
+  InstanceHost& m_host;
   CCameraPlugin& m_factory;
 };
 

@@ -6,14 +6,13 @@
 #include <cmath>
 
 #include "core/AdaptorInterface.h"
-#include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
+#include "core/CoreRequest.h"
 #include "core/HostTimeUndo.h"
 #include "core/Instance.h"
 #include "core/ResimulateWindow.h"
 #include "core/UserInterface.h"
-#include "unidevice/Driver.h"
-#include "unidevice/DriverManager.h"
+#include "core/WindowIds.h"
 #include "util/FrameGrid.h"
 #include "util/ReturnValue.h"
 
@@ -82,7 +81,6 @@ void RecordManager::BeginTake(const char* undoName) {
   CoreImplementation& core = *GetCore();
   core.GetAdaptor()->BeginUndoBlock(undoName);
   m_bRecording = true;
-  CoreImplementation::SetTakeActive(true);
 }
 
 void RecordManager::StartInstances(double t) {
@@ -100,27 +98,36 @@ void RecordManager::StartInstances(double t) {
       m_instances.push_back(instance);
   }
 
-  auto& drivers = unidevice::DriverManager::instance();
-  if (auto* driver = drivers.find("windriver")) {
-    if (MainWindowView* window = core.GetMainWindow()) driver->setWindow(window->GetWindowHandle());
-  }
-  drivers.activateAll();
-  m_deviceGeneration = drivers.generation();
-  // Devices may have come since the mappings were loaded.
-  for (Instance* instance : core.List(false)) instance->GetProperties().rebind();
+  m_devices.BeginTake(core);
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Start(t);
 }
 
 void RecordManager::EndTake() {
   CoreImplementation& core = *GetCore();
-  unidevice::DriverManager::instance().deactivateAll();
+  core.EndEdit();
+  m_devices.EndTake();
   m_bRecording = false;
   m_bResimulating = false;
   if (MainWindowView* window = core.GetMainWindow()) window->SetRecordState(false);
   core.GetAdaptor()->EndRecording();
   core.GetAdaptor()->EndUndoBlock();
-  CoreImplementation::SetTakeActive(false);
+  // What live spinners and the rigs themselves have set in the frames was not told there.
+  for (Instance* instance : m_instances) instance->RefreshConfig();
   m_instances.clear();
+  TellRunState();
+}
+
+RunState RecordManager::GetRunState() const {
+  if (m_bResimulating) return RunState::kResimulating;
+  if (!m_bRecording) return RunState::kIdle;
+  return m_clock < m_startTime ? RunState::kCountdown : RunState::kRecording;
+}
+
+void RecordManager::TellRunState() {
+  const RunState state = GetRunState();
+  if (state == m_toldState) return;
+  m_toldState = state;
+  GetCore()->GetMessages().Tell(RunStateChanged{state});
 }
 
 void RecordManager::Forget(Instance* instance) {
@@ -133,6 +140,7 @@ void RecordManager::Forget(Instance* instance) {
 int RecordManager::StartRecording() {
   if (m_bRecording) return kTakeRunning;
   CoreImplementation& core = *GetCore();
+  const CoreRequest request(core);
   AdaptorInterface& adaptor = *core.GetAdaptor();
   HideHighPolyModels();
   BeginTake("Record");
@@ -150,19 +158,20 @@ int RecordManager::StartRecording() {
   core.GetCountdownSeconds(countdown);
   m_clock -= countdown;
   TellSlowFactor();
-  if (!m_pCountdownDialog && core.GetUserInterface())
-    m_pCountdownDialog.reset(core.GetUserInterface()->CreateCountdownDialog());
-  if (countdown != 0 && m_pCountdownDialog) {
-    m_pCountdownDialog->Set(countdown, 0.0);
-    m_pCountdownDialog->Show();
+  CountdownDialog* const dialog = FindCountdown();
+  if (countdown != 0 && dialog) {
+    dialog->Set(countdown, 0.0);
+    dialog->Show();
   }
   StartTimer(kTakeTimer, GetFrameDuration());
   if (MainWindowView* window = core.GetMainWindow()) window->SetRecordState(true);
+  TellRunState();
   return 0;
 }
 
 void RecordManager::StopRecording() {
   if (!m_bRecording || m_bResimulating) return;
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
   HideCountdown();
   KillTimer(kTakeTimer);
   const bool inCountdown = m_clock < m_startTime;
@@ -177,6 +186,7 @@ void RecordManager::StopRecording() {
 }
 
 void RecordManager::OnTimer(int id, unsigned elapsedMs) {
+  if (id == DevicePolling::kTimer && !m_bRecording) m_devices.Poll(*GetCore());
   if (id != kTakeTimer) return;
   if (m_bFirstTick) {
     m_bFirstTick = false;
@@ -184,18 +194,7 @@ void RecordManager::OnTimer(int id, unsigned elapsedMs) {
   }
   KillTimer(kTakeTimer);
   if (!m_bRecording || m_bResimulating) return;
-  m_clock += (elapsedMs - m_lastTick) * 0.001 / m_slowFactor;
-  m_lastTick = elapsedMs;
-
-  const int target = FrameIndex(m_clock) + 1;
-  if (m_clock > m_startTime) HideCountdown();
-  // A frame falls due when the clock has reached the start. Before that none is used up, so that a
-  // take steps the frames that its resimulation steps, wherever it starts.
-  for (int i = 0; i < kMaxFramesPerTick && m_frame < target && m_clock >= m_startTime; ++i) {
-    if (!StepDueFrame()) return;
-  }
-  if (m_clock < m_startTime) ShowCountdown();
-  GetCore()->GetAdaptor()->SetCurrentTime(m_clock);
+  if (!Tick(elapsedMs)) return;
 
   // The two counters have different origins, so this nearly always falls to the floor. That is
   // meant: the take clock alone decides when a frame falls due, not the timer's period.
@@ -206,10 +205,28 @@ void RecordManager::OnTimer(int id, unsigned elapsedMs) {
   if (m_bRecording) StartTimer(kTakeTimer, wait);
 }
 
+bool RecordManager::Tick(unsigned elapsedMs) {
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
+  m_clock += (elapsedMs - m_lastTick) * 0.001 / m_slowFactor;
+  m_lastTick = elapsedMs;
+
+  const int target = FrameIndex(m_clock) + 1;
+  if (m_clock > m_startTime) HideCountdown();
+  TellRunState();
+  // A frame falls due when the clock has reached the start. Before that none is used up, so that a
+  // take steps the frames that its resimulation steps, wherever it starts.
+  for (int i = 0; i < kMaxFramesPerTick && m_frame < target && m_clock >= m_startTime; ++i) {
+    if (!StepDueFrame()) return false;
+  }
+  if (m_clock < m_startTime) ShowCountdown();
+  GetCore()->GetAdaptor()->SetCurrentTime(m_clock);
+  return true;
+}
+
 bool RecordManager::StepDueFrame() {
   ++m_frame;
   if (!HandleRangeEnd()) return false;
-  PollDevices();
+  m_devices.Poll(*GetCore());
   StepInstances(m_frame * GetFrameDuration());
   if (!IsBeyondTakeLength(m_frame + 1)) return true;
   StopRecording();
@@ -252,12 +269,10 @@ bool RecordManager::IsBeyondTakeLength(int frame) const {
          frame * GetFrameDuration() > m_startTime + m_takeLength + util::kFrameTolerance;
 }
 
-void RecordManager::PollDevices() {
-  auto& drivers = unidevice::DriverManager::instance();
-  drivers.updateAll();
-  if (drivers.generation() == m_deviceGeneration) return;
-  m_deviceGeneration = drivers.generation();
-  for (Instance* instance : m_instances) instance->GetProperties().rebind();
+CountdownDialog* RecordManager::FindCountdown() {
+  UserInterface* const ui = GetCore()->GetUserInterface();
+  if (!m_pCountdownDialog && ui) m_pCountdownDialog.reset(ui->CreateCountdownDialog());
+  return m_pCountdownDialog.get();
 }
 
 void RecordManager::ShowCountdown() {
@@ -272,6 +287,18 @@ void RecordManager::ShowCountdown() {
 
 void RecordManager::HideCountdown() {
   if (m_pCountdownDialog) m_pCountdownDialog->Hide();
+}
+
+void RecordManager::UserInterfaceChanged() {
+  m_pCountdownDialog.reset();
+  if (GetRunState() == RunState::kCountdown && FindCountdown()) {
+    ShowCountdown();
+    m_pCountdownDialog->Show();
+  }
+  if (MainWindowView* window = GetCore()->GetMainWindow())
+    window->SetRecordState(m_bRecording && !m_bResimulating);
+  ShowSlowFactor();
+  if (m_pResimulateWindow) m_pResimulateWindow->UserInterfaceChanged();
 }
 
 // --- "Low poly on record" ---
@@ -328,12 +355,17 @@ void RecordManager::SetSlowFactorIndex(int index) {
   m_slowFactor = std::pow(2.0, std::clamp(index, 1, kMostSlow) - 1);
   ShowSlowFactor();
   ShowSlowFactor();  // twice: the spinner's own event would else put the old value back
+  TellSlowFactorIndex();
   if (m_bRecording && !m_bResimulating) TellSlowFactor();
 }
 
 void RecordManager::TellSlowFactor() {
   constexpr double kMost = 1 << 30;
   GetCore()->GetAdaptor()->SetSlowFactor(static_cast<int>(std::min(m_slowFactor, kMost)));
+}
+
+void RecordManager::TellSlowFactorIndex() {
+  GetCore()->GetMessages().Tell(SlowFactorChanged{GetSlowFactorIndex()});
 }
 
 void RecordManager::ShowSlowFactor() {
@@ -352,6 +384,7 @@ int RecordManager::Resimulate(double from, double to) {
 
 int RecordManager::BeginResimulation(double from, double to) {
   if (m_bRecording) return kTakeRunning;
+  const CoreRequest request(*GetCore());
   BeginTake("Resimulating");
   m_bResimulating = true;
   m_startTime = SnapToFrame(from);
@@ -362,12 +395,15 @@ int RecordManager::BeginResimulation(double from, double to) {
   m_savedSlowFactor = m_slowFactor;
   m_slowFactor = 1.0;
   ShowSlowFactor();
+  TellSlowFactorIndex();
   StartInstances(m_startTime);
+  TellRunState();
   return 0;
 }
 
 bool RecordManager::StepResimulation() {
   if (!m_bResimulating || !(m_resimTime < m_endTime + util::kFrameTolerance)) return false;
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
   const double length = m_endTime - m_startTime;
   if (length > 0.0)
     m_resimProgress =
@@ -380,11 +416,13 @@ bool RecordManager::StepResimulation() {
 
 void RecordManager::EndResimulation() {
   if (!m_bResimulating) return;
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
   m_resimProgress = 1.0f;
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Stop(m_endTime);
   m_slowFactor = m_savedSlowFactor;
   EndTake();
   ShowSlowFactor();
+  TellSlowFactorIndex();
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   adaptor.SetCurrentTime(m_startTime);
   adaptor.TakeEnded();

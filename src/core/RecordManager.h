@@ -5,7 +5,9 @@
 #include <memory>
 #include <vector>
 
+#include "core/CoreMessages.h"
 #include "core/CoreSubSystem.h"
+#include "core/DevicePolling.h"
 #include "core/TimerManager.h"
 
 namespace orv::rws::core {
@@ -52,6 +54,7 @@ class RecordManager : public CoreSubSystem, public TimerManager {
 
   bool IsRecording() const { return m_bRecording; }
   bool IsResimulating() const { return m_bResimulating; }
+  RunState GetRunState() const;
   /// Progress of the resimulation, 0 to 1.
   float GetProgress() const { return m_resimProgress; }
   /// Time of the last frame stepped or being stepped (s).
@@ -73,9 +76,10 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   /// `t`, or the nearest frame's time when that is within 1e-5 s.
   double SnapToFrame(double t) const;
 
+  DevicePolling& GetDevices() { return m_devices; }
   /// The rigs of the running take, in list order.
   const std::vector<Instance*>& GetTakeInstances() const { return m_instances; }
-  /// Leaves a rig out of the running take; the owner of the instances calls this when one goes.
+  /// Leaves a rig out of the running take.
   void Forget(Instance* instance);
 
   /// Milliseconds of the system's own clock, and what lets the event queue run within a tick. Both
@@ -83,23 +87,31 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   std::function<unsigned()> tickCount;
   std::function<void()> runEventQueue;
 
+ protected:
+  /// Lets go of what the old user interface made, and has the present one show what runs.
+  void UserInterfaceChanged();
+
  private:
   friend class ResimulateWindow;
 
   void BeginTake(const char* undoName);
   void StartInstances(double t);
   void EndTake();
-  void PollDevices();
+  /// False when it has ended the take.
+  bool Tick(unsigned elapsedMs);
   bool StepDueFrame();
   void StepInstances(double t);
   bool HandleRangeEnd();
   bool IsBeyondTakeLength(int frame) const;
+  void TellRunState();
+  CountdownDialog* FindCountdown();
   void ShowCountdown();
   void HideCountdown();
   void HideHighPolyModels();
   void ShowHighPolyModels();
   void ShowSlowFactor();
-  void TellSlowFactor();
+  void TellSlowFactor();  ///< to the host
+  void TellSlowFactorIndex();
 
   struct HiddenModels;
 
@@ -123,7 +135,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   double m_savedSlowFactor = 1.0;
   double m_takeLength = 0.0;
   int m_resimFrame = 0;  ///< index of m_resimTime
-  unsigned long long m_deviceGeneration = 0;
+  DevicePolling m_devices;
+  RunState m_toldState = RunState::kIdle;
   std::vector<HiddenModels> m_hiddenModels;
 };
 

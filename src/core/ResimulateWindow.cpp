@@ -34,13 +34,25 @@ void RecordManager::ResimulateWindow::Open(double from) {
   m_lastRefreshTick = m_startTick;
   m_remainingSeconds = kUnknownRemaining;
   m_lastFrame = static_cast<float>(FrameAt(from));
-  if (!m_pView && core.GetUserInterface())
-    m_pView.reset(core.GetUserInterface()->CreateResimulationView());
   const bool canShow = core.GetAdaptor()->CanShowFramesDuringRun();
   m_bUpdateViewport = canShow && core.GetPreferences().updateViewport;
-  if (m_pView) m_pView->Open(canShow, m_bUpdateViewport);
-  UpdateTexts();
+  OpenView();
   StartTimer(kSliceTimer, kSlicePeriod);
+}
+
+void RecordManager::ResimulateWindow::OpenView() {
+  CoreImplementation& core = *m_manager.GetCore();
+  if (!m_pView && core.GetUserInterface())
+    m_pView.reset(core.GetUserInterface()->CreateResimulationView());
+  if (m_pView) m_pView->Open(core.GetAdaptor()->CanShowFramesDuringRun(), m_bUpdateViewport);
+  UpdateTexts();
+}
+
+void RecordManager::ResimulateWindow::UserInterfaceChanged() {
+  m_pView.reset();
+  if (!IsTimerRunning(kSliceTimer)) return;
+  OpenView();
+  if (m_pView) m_pView->SetProgress(m_manager.GetProgress());
 }
 
 void RecordManager::ResimulateWindow::Close() {

@@ -23,6 +23,8 @@ class RecordManager::ResimulateWindow : public util::DynamicObject,
   void Open(double from);
   /// Stops the timer and closes the dialog; the object stays for the next run.
   void Close();
+  /// Shows the run in the present user interface, and drops what another one made.
+  void UserInterfaceChanged();
   void OnTimer(int id, unsigned elapsedMs) override;
 
   /// Button 99.
@@ -31,6 +33,7 @@ class RecordManager::ResimulateWindow : public util::DynamicObject,
   void OnUpdateViewport(bool on);
 
  private:
+  void OpenView();
   void UpdateTexts();
   int FrameAt(double t) const;
 

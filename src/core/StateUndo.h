@@ -24,6 +24,7 @@ class StateUndo : public CUndo {
 
  protected:
   explicit StateUndo(State saved) : m_saved(std::move(saved)) {}
+  const State& Saved() const { return m_saved; }
   virtual State Present() = 0;
   virtual void Apply(const State& state) = 0;
 

@@ -45,6 +45,7 @@ void TakeUndo::Apply(const TakeState& state) {
     element->apply();
   }
   instance->m_liveSpinnerSpans = state.spans;
+  instance->RefreshConfig();
 }
 
 void TakeUndo::Undo(bool keep) {

@@ -17,8 +17,8 @@ class Template : public Plugin {
   };
   using Factory = std::unique_ptr<CCameraPlugin, End>;
 
-  Template(CoreImplementation& core, Factory factory, std::string path, std::string document)
-      : Plugin(core, *factory),
+  Template(InstanceHost& host, Factory factory, std::string path, std::string document)
+      : Plugin(host, *factory),
         m_factory(std::move(factory)),
         m_path(std::move(path)),
         m_document(std::move(document)) {}

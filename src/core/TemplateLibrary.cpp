@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/CoreImplementation.h"
 #include "core/DataRoot.h"
+#include "core/InstanceHost.h"
 #include "core/Log.h"
 #include "core/Resources.h"
 
@@ -82,7 +82,7 @@ Template::Factory TemplateLibrary::MakeFactory(const File& file) {
 }
 
 bool TemplateLibrary::IsTaken(const std::string& id) const {
-  return m_core.GetLibrary().Find(id) != nullptr;
+  return m_host.FindKind(id) != nullptr;
 }
 
 void TemplateLibrary::AddTool(Template::Factory factory, const File& file) {
@@ -92,7 +92,7 @@ void TemplateLibrary::AddTool(Template::Factory factory, const File& file) {
     return;
   }
   m_tools.push_back(
-      std::make_unique<Template>(m_core, std::move(factory), file.path, file.document));
+      std::make_unique<Template>(m_host, std::move(factory), file.path, file.document));
   m_tools.back()->LoadProfiles();
 }
 

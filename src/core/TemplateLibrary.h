@@ -11,14 +11,14 @@
 
 namespace orv::rws::core {
 
-class CoreImplementation;
+class InstanceHost;
 
 /// Finds the templates that come with the program and those in "templates" below the data folder,
 /// one a file. A damaged one, or one whose id another tool has, is left out: it is told in the log
 /// and in the problems, and the others load.
 class TemplateLibrary : public Library {
  public:
-  TemplateLibrary(CoreImplementation& core, TemplateMaker maker) : m_core(core), m_maker(maker) {}
+  TemplateLibrary(InstanceHost& host, TemplateMaker maker) : m_host(host), m_maker(maker) {}
 
   void Load() override;
   /// Files that are new or have changed are read, and tools whose file has gone go. Rigs that stand
@@ -45,7 +45,7 @@ class TemplateLibrary : public Library {
   bool IsTaken(const std::string& id) const;
   void Report(const std::string& file, const std::string& element, const std::string& reason);
 
-  CoreImplementation& m_core;
+  InstanceHost& m_host;
   const TemplateMaker m_maker;
   Tools m_replaced;  ///< by a changed file, while rigs of theirs stand
 };

@@ -6,15 +6,7 @@
 
 namespace orv::rws::core {
 
-/// Check boxes and spinners of the main window that the core asks for or writes, by their ids.
-enum MainWindowComponent : int {
-  kResimulateFromFirstFrame = 112,
-  kAutoExpandTimeline = 113,
-  kLowPolyOnRecord = 114,
-  kSlowMotionFactor = 115,
-};
-
-/// State of the main window.
+/// State of the main window; numbers are those of MainWindowId.
 class MainWindowView {
  public:
   virtual ~MainWindowView() = default;
@@ -74,8 +66,6 @@ class UserInterface {
   virtual int MessageBox(const std::string& title, const std::string& text, unsigned flags) = 0;
   /// The input configuration dialog of an instance.
   virtual void ShowInputConfig(const std::string& /*instanceName*/) {}
-  /// A rig's bound values may have changed.
-  virtual void RefreshConfig(const std::string& /*instanceName*/) {}
 };
 
 }  // namespace orv::rws::core

@@ -107,6 +107,7 @@ void XMLFileManager::Reload() {
     it = it->second.origin == Origin::kMemory ? std::next(it) : m_profiles.erase(it);
   Load(m_factoryFolder);
   Load(m_userFolder);
+  TellChange();
 }
 
 std::vector<std::string> XMLFileManager::GetNames() const {
@@ -166,9 +167,11 @@ bool XMLFileManager::Save(const std::string& path) {
 }
 
 void XMLFileManager::PutInMemory(const std::string& name, Tag document) {
+  const bool isNew = m_profiles.count(name) == 0;
   Profile& profile = m_profiles[name];
   profile = Profile{std::move(document), Origin::kMemory, {}, false};
   profile.document.setAttribute("name", name);
+  if (isNew) TellChange();
 }
 
 bool XMLFileManager::IsInMemory(const std::string& name) const {
@@ -207,6 +210,7 @@ ProfileResult XMLFileManager::Store(const std::string& name, Tag document, bool 
     m_profiles = std::move(before);
     return Refused(kNotSaved);
   }
+  TellChange();
   return {Answer::kDone, {}, {name}};
 }
 
@@ -288,6 +292,7 @@ ProfileResult XMLFileManager::ImportFile(const std::string& path, bool overwrite
     m_profiles = std::move(before);
     return Refused(kNotSaved);
   }
+  TellChange();
   return result;
 }
 

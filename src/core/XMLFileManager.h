@@ -88,6 +88,8 @@ class XMLFileManager {
   ProfileResult Export(const std::string& name, const std::string& path) const;
   /// Saving and exporting are refused while the gate says false.
   void SetWriteGate(std::function<bool()> gate) { m_mayWrite = std::move(gate); }
+  /// Called when the list, or what a name stands for, has changed.
+  void SetChangeHandler(std::function<void()> handler) { m_changed = std::move(handler); }
 
  protected:
   /// Puts a document under a name and saves it. Asks before it overwrites, unless `overwrite`.
@@ -109,11 +111,15 @@ class XMLFileManager {
   ProfileResult CheckTarget(const std::string& name, bool overwrite) const;
   void Put(const std::string& name, util::xml::Tag document);
   bool MayWrite() const { return !m_mayWrite || m_mayWrite(); }
+  void TellChange() const {
+    if (m_changed) m_changed();
+  }
 
   Parser m_parser;
   std::string m_factoryFolder;
   std::string m_userFolder;
   std::function<bool()> m_mayWrite;
+  std::function<void()> m_changed;
   Profiles m_profiles;
 };
 

@@ -197,6 +197,44 @@ TEST(HeadlessAdaptor, PoolsItsSnapshotsAndTellsOfTime) {
   EXPECT_EQ(times, std::vector<double>{2.0});
 }
 
+TEST(HeadlessAdaptor, TellsAnyNumberOfObserversWhichMayLeaveMeanwhile) {
+  struct Observer : HostObserver {
+    explicit Observer(HeadlessAdaptor& adaptor) : adaptor(adaptor) {}
+    void OnTree() override { Note("tree"); }
+    void OnTime(double time) override { Note("time " + std::to_string(std::lround(time))); }
+    void OnSelection() override { Note("selection"); }
+    void OnRefresh() override { Note("refresh"); }
+    void Note(const std::string& what) {
+      told += what + ";";
+      if (what == leaveAt) adaptor.GetObservers().Remove(*this);
+    }
+    HeadlessAdaptor& adaptor;
+    std::string told, leaveAt;
+  };
+  Scene scene, next;
+  HeadlessAdaptor adaptor(scene);
+  Observer first(adaptor), second(adaptor);
+  first.leaveAt = "selection";
+  for (Observer* observer : {&first, &second}) adaptor.GetObservers().Add(*observer);
+  HeadlessNode& node = adaptor.HandOut(scene.addNode("a"));
+  adaptor.SetCurrentTime(3.0);
+  adaptor.RefreshViews();
+  node.Select();
+  EXPECT_EQ(first.told, "tree;time 3;refresh;selection;");
+  adaptor.BeginUndoBlock("");
+  node.Rename("b");
+  adaptor.EndUndoBlock();
+  adaptor.HostUndo();
+  adaptor.HostUndo();
+  EXPECT_EQ(second.told, "tree;time 3;refresh;selection;tree;tree;selection;");
+  second.told.clear();
+  adaptor.SetScene(next);
+  scene.addNode("of no interest");
+  next.addNode("c");
+  EXPECT_EQ(first.told, "tree;time 3;refresh;selection;");
+  EXPECT_EQ(second.told, "tree;selection;time 0;tree;");
+}
+
 TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
   Scene scene;
   HeadlessAdaptor adaptor(scene);

@@ -146,6 +146,20 @@ TEST_F(Clock, CountsDownBeforeAnyFrameUsesNoneUpAndGivesAStoppedTakesTimeBack) {
   Tick(0);
   Tick(500);
   EXPECT_EQ(ui.countdown.back(), "2:50");
+  {
+    auto other = std::make_unique<FakeUi>();  // another one takes over for a while, then none
+    const auto before = ui.countdown;
+    core.SetUserInterface(other.get());
+    EXPECT_EQ(other->countdown, (std::vector<std::string>{"2:50", "show"}));
+    EXPECT_TRUE(other->window.recording);
+    Tick(600);
+    EXPECT_EQ(other->countdown.back(), "2:40");
+    core.SetUserInterface(nullptr);
+    other.reset();
+    Tick(700);
+    EXPECT_EQ(ui.countdown, before) << "the old one is not called";
+    core.SetUserInterface(&ui);
+  }
   Tick(1995);
   EXPECT_EQ(ui.countdown.back(), "1:0");
   EXPECT_TRUE(Steps().empty());

@@ -25,7 +25,7 @@ class Rig : public rws::CInterface::Callback {
     tree.beginGroup("Motion", "");
     tree.addCheckBox("Hide Helpers", "", &hide, this);
     tree.addSpinner("Multiplier", "", &multiplier, -10.0, 10.0, 0.1, 3, this);
-    tree.addSpinnerInt("Steps", "", &steps, 0, 2000000, 1, 7, this);
+    tree.addSpinnerInt("Steps", "", &steps, 0, 2000000, 1, this);
     tree.beginGroup("Names", "");
     tree.addTextBox("Title", "", &title, this);
     tree.addLabel("Behind the title");

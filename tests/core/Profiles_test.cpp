@@ -32,7 +32,7 @@ struct Rig {
     tree.endGroup();
     tree.beginGroup("Rear", "");
     tree.addSpinner("Factor", "", &rear, 0, 100, 1, 2, nullptr);
-    tree.addSpinnerInt("Count", "", &count, 0, 9, 1, 0, nullptr);
+    tree.addSpinnerInt("Count", "", &count, 0, 9, 1, nullptr);
     tree.endGroup();
   }
   bool on = false;

@@ -232,10 +232,15 @@ TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
   EXPECT_TRUE(core.IsResimulating());
   window.OnTimer(2, 0);
   EXPECT_EQ(plugin.log.steps.size(), slice);
+  FakeUi other;
+  const std::string shown = ui.status.title;
+  core.SetUserInterface(&other);  // in the midst of the run
+  EXPECT_EQ(other.status.framesDone, "50 out of 100 frames.");
   window.OnTimer(1, 0);
   window.OnTimer(1, 0);
   EXPECT_FALSE(core.IsResimulating());
   EXPECT_EQ(plugin.log.steps.size(), 100u);
+  EXPECT_EQ(ui.status.title, shown) << "the old one is not called";
   core.SetUserInterface(nullptr);
 }
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <random>
 
+#include "core/RowActions.h"
 #include "support/CoreTest.h"
 
 namespace orv::tests {
@@ -21,22 +22,6 @@ class Rows : public CoreTest {
     std::string digits;
     for (rws::core::Instance* rig : core.List(onlyChecked)) digits += rig->GetInstanceName().back();
     return digits;
-  }
-  /// One thing that a user may do, whether it makes sense or not.
-  void Do(unsigned kind, unsigned dice) {
-    const std::vector<InstanceReference*> rows = core.GetRows();
-    InstanceReference* const row = rows[dice % rows.size()];
-    const std::size_t next = dice / 64 % (rows.size() + 1);
-    InstanceReference* const other = next < rows.size() ? rows[next] : nullptr;
-    std::string problem;
-    if (kind == 0) core.CreateGroup("Group_" + std::to_string(dice % 5), problem);
-    if (kind == 1) core.DeleteGroup(row);
-    if (kind == 2) core.SetChecked(row, dice / 8 % 2 == 0);
-    if (kind == 3) core.MoveBefore(row, other);
-    if (kind == 4 && (!other || other->IsGroup())) core.MoveInto(row, other);
-    if (kind == 5) core.Rename(row, "Other" + std::to_string(dice % 7));
-    if (kind == 6 && row->GetInstance() && core.List(false).size() > 2) core.Delete(row, true);
-    if (kind == 7 && row->GetInstance()) core.Clone(row, problem);
   }
   auto Blocks() { return std::count(adaptor.events.begin(), adaptor.events.end(), "end"); }
 };
@@ -80,7 +65,7 @@ TEST_F(Rows, UndoAndRedoGiveEveryTreeBackAndASceneKeepsIt) {
     for (int i = 0; i < 40; ++i) {
       const RowLayout before = core.GetLayout();
       const auto blocks = Blocks();
-      Do(random() % 8, static_cast<unsigned>(random() >> 8));
+      DoWithRows(core, random() % kRowActions, static_cast<unsigned>(random() >> 8));
       ASSERT_LE(Blocks(), blocks + 1);
       if (Blocks() > blocks) trees.push_back(before);
     }

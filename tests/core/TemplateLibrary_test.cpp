@@ -94,9 +94,9 @@ TEST_F(TemplateLibrary, AScanFindsWhatIsNewChangedOrGoneAndKeepsToolsThatAreInUs
   Put("New.xml", "New");
   Remove("Gone.xml");
   Remove("UsedGone.xml");
-  core->SetTakeActive(true);
+  core->StartRecording();
   EXPECT_FALSE(core->RescanTools());
-  core->SetTakeActive(false);
+  core->StopRecording();
   ASSERT_TRUE(core->RescanTools());
   EXPECT_EQ(Ids(),
             (Names{"UsedGone", "Broken", "Renamed", "Improved", "Kept", "New", "Used", "Other"}));

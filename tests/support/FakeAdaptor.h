@@ -69,7 +69,7 @@ class FakeAdaptor : public rws::AdaptorInterface {
       if (m_cancelled)
         for (auto step = m_open.rbegin(); step != m_open.rend(); ++step) (*step)->Undo(true);
       else
-        m_done.push_back(std::move(m_open));
+        m_done.push_back(std::move(m_open)), m_undone.clear();
       m_open.clear();
       events.push_back(m_cancelled ? "cancel" : "end");
       m_cancelled = false;

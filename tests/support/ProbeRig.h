@@ -29,6 +29,7 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
     int failDefine = 0, failCreate = 0, failRestore = 0;
     double gainOfCreate = 1.0;
     bool growsAtStart = false;  ///< an input a take
+    bool couples = false;       ///< an edit of Gain sets Count too
   };
 
   ProbeRig(const rws::CreationRecord& record, Log& log, const Ways& ways)
@@ -66,7 +67,11 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
     m_pInterface->SetUserData(&gain, sizeof gain);
     return 0;
   }
-  void OnCallback(std::string name) override { m_log.callbacks.push_back(name); }
+  void OnCallback(std::string name) override {
+    m_log.callbacks.push_back(name);
+    if (m_ways.couples && name == "Gain") count = static_cast<int>(gain);
+    if (name == "Press") gain += 1.0;
+  }
   void Forget(double time) override { m_log.forgotten.push_back(time); }
 
   double gain = 1.0;

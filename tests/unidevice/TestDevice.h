@@ -36,11 +36,13 @@ class TestDevice : public Device {
     for (int i = 0; i < controlCount(); ++i) control(i)->current = hardware[std::size_t(i)];
     return true;
   }
-  bool activate() override { return usable; }
+  bool activate() override { return awake = usable; }
+  bool deactivate() override { return !(awake = false); }
 
   std::vector<double> hardware;
   int polls = 0;
   bool usable = true;
+  bool awake = false;
 
  private:
   std::vector<std::unique_ptr<Control>> m_controls;

@@ -313,6 +313,7 @@ void HostAdaptor::ReplaceSelection(std::vector<HostNode*>& saved) {
   std::swap(saved, m_selection);
   ++m_selectionState;
   for (HostNode* node : m_selection) node->m_aside->selected = m_selectionState;
+  SelectionChanged();
 }
 
 void HostAdaptor::Select(HostNode& node) {
@@ -333,6 +334,7 @@ void HostAdaptor::Select(HostNode& node) {
   m_selection.push_back(&node);
   node.m_aside->selected = m_selectionState;
   EndUndoBlock();
+  SelectionChanged();
 }
 
 std::vector<HostNode*> HostAdaptor::GetSelection() const {

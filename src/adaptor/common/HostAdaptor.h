@@ -155,6 +155,8 @@ class HostAdaptor : public AdaptorInterface {
   virtual bool PutTimeRange(double start, double end) = 0;
   /// A block of steps has come into being; a host with a queue of its own makes its entry.
   virtual void BlockMade(int /*id*/, const std::string& /*name*/) {}
+  /// What GetSelection tells has changed.
+  virtual void SelectionChanged() {}
 
   // What this class does for it.
 

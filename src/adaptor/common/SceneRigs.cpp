@@ -14,9 +14,7 @@ namespace orv::rws::adaptor {
 namespace {
 
 /// The file names a rig beside its record; where the two differ neither can be trusted.
-std::string CompareHeads(const RigRecord& record) {
-  util::xml::Tag tag("");
-  if (tag.loadText(record.record) != 0) return {};  // told by whoever reads the record
+std::string CompareHeads(const RigRecord& record, const util::xml::Tag& tag) {
   if (tag.attribute("type") != record.kind)
     return "its kind is \"" + record.kind + "\", but \"" + tag.attribute("type") +
            "\" in its record";
@@ -43,8 +41,11 @@ void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& r
   bool anyNameless = false;
   for (std::size_t i = 0; i < records.size(); ++i) {
     std::string problem = records[i].problem;
-    if (problem.empty()) problem = CompareHeads(records[i]);
-    if (problem.empty() && m_core.LoadInstance(records[i].record, problem)) continue;
+    util::xml::Tag record("");
+    if (problem.empty() && record.loadText(records[i].record, &problem) != 0)
+      problem = "its record can't be read: " + problem;
+    if (problem.empty()) problem = CompareHeads(records[i], record);
+    if (problem.empty() && m_core.LoadInstance(record, problem)) continue;
     m_kept.push_back({i, records[i]});
     if (!records[i].damaged()) keptNames.push_back(records[i].name);
     anyNameless = anyNameless || records[i].name.empty();
@@ -77,8 +78,9 @@ bool SceneRigs::Store(std::vector<RigRecord>& records, std::string& rows, std::s
     RigRecord record;
     record.kind = instance->GetTool()->GetDisplayId();
     record.name = instance->GetInstanceName();
-    record.record = m_core.SaveInstance(*instance, error);
-    if (record.record.empty()) return false;
+    const util::xml::Tag tag = m_core.SaveInstance(*instance, error);
+    if (tag.name.empty()) return false;
+    record.record = tag.toText("", "\n");
     stored.push_back(std::move(record));
   }
   for (const KeptRecord& kept : m_kept)

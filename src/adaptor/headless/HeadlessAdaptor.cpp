@@ -18,17 +18,29 @@ void PrintMessage(const std::string& title, const std::string& text) {
 }  // namespace
 
 HeadlessAdaptor::HeadlessAdaptor(Scene& scene)
-    : m_scene(&scene), m_time(scene.rangeStart()), m_showMessage(PrintMessage) {}
+    : m_scene(&scene), m_time(scene.rangeStart()), m_showMessage(PrintMessage) {
+  FollowTree();
+}
 
 HeadlessAdaptor::~HeadlessAdaptor() {
+  m_scene->setTreeHandler(nullptr);
   ClearUndoHistory();
+}
+
+void HeadlessAdaptor::FollowTree() {
+  m_scene->setTreeHandler([this] { m_observers.Tell(&HostObserver::OnTree); });
 }
 
 void HeadlessAdaptor::SetScene(Scene& scene) {
   Forget();
   m_nodeOf.clear();
+  m_scene->setTreeHandler(nullptr);
   m_scene = &scene;
   m_time = scene.rangeStart();
+  FollowTree();
+  m_observers.Tell(&HostObserver::OnTree);
+  m_observers.Tell(&HostObserver::OnSelection);
+  m_observers.Tell(&HostObserver::OnTime, m_time);
 }
 
 // --- nodes ---
@@ -153,6 +165,7 @@ void HeadlessAdaptor::SetCurrentTime(double time) {
   if (!std::isfinite(time)) return;
   m_time = time;
   if (m_timeChanged) m_timeChanged(time);
+  m_observers.Tell(&HostObserver::OnTime, time);
 }
 
 void HeadlessAdaptor::GetTimeRange(double& start, double& end) {

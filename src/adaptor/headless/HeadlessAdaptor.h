@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "adaptor/common/HostAdaptor.h"
+#include "adaptor/headless/HostObservers.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -36,6 +37,8 @@ class HeadlessAdaptor final : public HostAdaptor {
   void SetMessageHandler(MessageHandler handler) { m_showMessage = std::move(handler); }
   /// Called with every new current time (s).
   void SetTimeHandler(std::function<void(double)> handler) { m_timeChanged = std::move(handler); }
+  /// Whoever follows tree, time, selection and refresh.
+  HostObservers& GetObservers() { return m_observers; }
   /// Scene names of the cameras whose lens has keys, which a file has no place for.
   std::vector<std::string> GetNodesWithLensKeys() const;
   /// The one HeadlessNode of a scene node, made at the first call.
@@ -53,6 +56,7 @@ class HeadlessAdaptor final : public HostAdaptor {
   void SetCurrentTime(double time) override;
   void GetTimeRange(double& start, double& end) override;
   double GetFrameRate() override;
+  void RefreshViews() override { m_observers.Tell(&HostObserver::OnRefresh); }
   void ShowMessage(const std::string& title, const std::string& text) override;
 
   // What nodes and undo steps use.
@@ -73,6 +77,8 @@ class HeadlessAdaptor final : public HostAdaptor {
   std::vector<HostNode*> TaggedNodes() override;
   void Remove(HostNode& node) override;
   bool PutTimeRange(double start, double end) override;
+  void SelectionChanged() override { m_observers.Tell(&HostObserver::OnSelection); }
+  void FollowTree();
   HeadlessNode& Add(const std::string& sceneName, HostNode* parent);
 
   Scene* m_scene;
@@ -80,6 +86,7 @@ class HeadlessAdaptor final : public HostAdaptor {
   double m_time = 0.0;
   MessageHandler m_showMessage;
   std::function<void(double)> m_timeChanged;
+  HostObservers m_observers;
 };
 
 }  // namespace orv::rws::adaptor::headless

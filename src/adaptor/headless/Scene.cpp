@@ -144,6 +144,7 @@ std::unique_ptr<SceneNode> Scene::detach(SceneNode& node) {
   list.erase(at);
   node.m_parent = nullptr;
   leave(node);
+  tellTree();
   return owned;
 }
 
@@ -154,6 +155,7 @@ SceneNode& Scene::attach(std::unique_ptr<SceneNode> node, SceneNode* parent, std
   list.insert(list.begin() + static_cast<std::ptrdiff_t>(result.m_place), std::move(node));
   result.m_parent = parent;
   enter(result);
+  tellTree();
   return result;
 }
 
@@ -162,6 +164,7 @@ const std::string& Scene::rename(SceneNode& node, const std::string& wish) {
   m_byName.erase(node.m_name);
   node.m_name = std::move(name);
   m_byName.emplace(node.m_name, &node);
+  tellTree();
   return node.m_name;
 }
 
@@ -174,6 +177,7 @@ bool Scene::move(SceneNode& node, SceneNode* parent, std::size_t index) {
   auto& to = siblings(parent);
   to.insert(to.begin() + static_cast<std::ptrdiff_t>(std::min(index, to.size())), std::move(owned));
   node.m_parent = parent;
+  tellTree();
   return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -75,6 +76,9 @@ class Scene {
   /// First and last key time of all nodes (s); false when nothing is keyed.
   bool keyRange(double& start, double& end) const;
 
+  /// Called when nodes have come, gone, moved or been renamed.
+  void setTreeHandler(std::function<void()> handler) { m_treeChanged = std::move(handler); }
+
   /// In list order.
   std::vector<RigRecord>& rigs() { return m_rigs; }
   const std::vector<RigRecord>& rigs() const { return m_rigs; }
@@ -88,6 +92,10 @@ class Scene {
   int evaluatedClip() const { return m_evaluatedClip; }
 
  private:
+  void tellTree() const {
+    if (m_treeChanged) m_treeChanged();
+  }
+
   friend class GltfReader;
   friend class GltfWriter;
   friend class SceneNode;
@@ -111,6 +119,7 @@ class Scene {
   std::string m_rows;
   std::vector<std::string> m_clips;
   int m_evaluatedClip = -1;
+  std::function<void()> m_treeChanged;
   std::shared_ptr<const GltfDocument> m_document;  ///< null for a scene made in memory
 };
 

@@ -13,6 +13,7 @@
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"
 #include "core/Instance.h"
+#include "core/InstanceHost.h"
 #include "core/Tool.h"
 #include "core/interface/CSnapshot_Mesh.h"
 #include "plugins/release/4wheelerextended/CarSettings.h"
@@ -174,7 +175,7 @@ class CarRig {
  public:
   explicit CarRig(Instance& rig)
       : m_rig(rig),
-        m_adaptor(*rig.GetCore().GetAdaptor()),
+        m_adaptor(*rig.GetHost().GetAdaptor()),
         m_time(m_adaptor.GetCurrentTime()),
         m_radiusMultiplier(rig.GetConfig().findAll("Wheel Radius Multiplier").front()->number()) {}
 
@@ -306,7 +307,7 @@ Problem CarRig::carry(const CarModel& model, CarFit& fit) {
 /// Measures, and leaves the scene alone.
 Problem check(Instance& rig, const CarModel& model, CarFit& result) {
   if (Problem problem = checkFittedRig(rig)) return problem;
-  const double time = rig.GetCore().GetAdaptor()->GetCurrentTime();
+  const double time = rig.GetHost().GetAdaptor()->GetCurrentTime();
   for (CoreNode* node : allOf(model))
     if (Problem problem = checkNode(*node, rig, time)) return problem;
   if (Problem problem = measure(model, time, result)) return problem;
@@ -332,7 +333,7 @@ Problem checkFittedRig(Instance& rig) {
             "it is a " + kind + "; only a " + std::string(kFittedKind) + " can be fitted",
             {},
             {Remedy::Kind::kAddRig, kFittedKind, 1.0}};
-  if (rig.GetCore().IsRecording()) return {name, "a take runs", "fit it afterwards", {}};
+  if (rig.GetHost().IsRecording()) return {name, "a take runs", "fit it afterwards", {}};
   for (CoreNode* node : rig.GetNodes())
     if (node->HasKeys())
       return {name,
@@ -346,7 +347,7 @@ CarFit fitCar(Instance& rig, const CarModel& model) {
   CarFit result;
   result.problem = check(rig, model, result);
   if (result.problem) return result;
-  UndoBlock block(*rig.GetCore().GetAdaptor(), "Fit #" + rig.GetInstanceName());
+  UndoBlock block(*rig.GetHost().GetAdaptor(), "Fit #" + rig.GetInstanceName());
   result.problem = fit(rig, model, result);
   if (result.problem)
     result.hubs = {};

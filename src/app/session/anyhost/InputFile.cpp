@@ -8,6 +8,7 @@
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
+#include "core/InstanceHost.h"
 #include "core/TakeUndo.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
@@ -81,7 +82,7 @@ void InputFile::putIntoTracks() const {
   constexpr double kNever = std::numeric_limits<double>::infinity();  // no memory of a rig goes
   for (std::size_t i = 0; i < m_targets.size(); ++i) {
     Instance& rig = *m_targets[i].rig;
-    rig.GetCore().GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, kNever, true));
+    rig.GetHost().GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, kNever, true));
     const auto& entries = rig.GetProperties().entries;
     for (std::size_t k = 0; k < entries.size(); ++k)
       if (entries[k].second == m_targets[i].input)

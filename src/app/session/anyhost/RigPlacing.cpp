@@ -6,6 +6,7 @@
 #include "app/session/anyhost/NodePoses.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
+#include "core/InstanceHost.h"
 #include "core/interface/CCamera.h"
 
 namespace orv::app {
@@ -26,7 +27,7 @@ bool isCarried(CoreNode& node) {
 }  // namespace
 
 void placeRig(rws::core::Instance& rig, const std::optional<Vector>& position, double scale) {
-  const double now = rig.GetCore().GetAdaptor()->GetCurrentTime();
+  const double now = rig.GetHost().GetAdaptor()->GetCurrentTime();
   const std::vector<CoreNode*> nodes = rig.GetNodes();
   if (nodes.empty()) return;
   const Vector here = worldPose(*nodes.front(), now).translation();

@@ -1,0 +1,161 @@
+// What a user edits through the core: parameters, mappings of inputs, profiles.
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+#include "core/AdaptorInterface.h"
+#include "core/ConfigElement.h"
+#include "core/ConfigProfileManager.h"
+#include "core/CoreRequest.h"
+#include "core/InputUndo.h"
+#include "core/Instance.h"
+#include "core/ParameterEdit.h"
+#include "core/ParameterUndo.h"
+#include "core/Tool.h"
+#include "unidevice/Control.h"
+#include "unidevice/Property.h"
+
+namespace orv::rws::core {
+
+// --- parameters ---
+
+ConfigElement* CoreImplementation::FindEditable(Instance& instance, int elementId,
+                                                std::string& problem) const {
+  ConfigElement* const element = instance.GetConfig().find(elementId);
+  if (!element) {
+    problem = "there is no parameter with the id " + std::to_string(elementId);
+    return nullptr;
+  }
+  if (!element->isReadOnly()) return element;
+  problem = "it is a gauge, which the rig computes; it can't be set";
+  return nullptr;
+}
+
+bool CoreImplementation::EditParameter(Instance& instance, int elementId, const std::string& text,
+                                       std::string& problem) {
+  ConfigElement* const element = FindEditable(instance, elementId, problem);
+  if (!element) return false;
+  const CoreRequest request(*this);
+  ParameterEdit edit(instance, *element);
+  if (!edit.Set(text, problem)) return false;
+  edit.End(true);
+  return true;
+}
+
+bool CoreImplementation::BeginEdit(Instance& instance, int elementId, std::string& problem) {
+  ConfigElement* const element = FindEditable(instance, elementId, problem);
+  if (!element) return false;
+  const CoreRequest request(*this);
+  m_edit = std::make_shared<ParameterEdit>(instance, *element);
+  return true;
+}
+
+bool CoreImplementation::DragEdit(Instance& instance, int elementId, const std::string& text,
+                                  std::string& problem) {
+  const MessageQueue::Hold hold(m_messages);
+  const std::shared_ptr<ParameterEdit> edit = m_edit;  // a box that the rig shows may end it
+  if (edit && edit->Is(instance, elementId)) return edit->Drag(text, problem);
+  problem = "no edit of it is open";
+  return false;
+}
+
+void CoreImplementation::EndEdit() {
+  const MessageQueue::Hold hold(m_messages);
+  if (const auto edit = std::exchange(m_edit, nullptr)) edit->End();
+}
+
+void CoreImplementation::CancelEdit() {
+  const MessageQueue::Hold hold(m_messages);
+  if (const auto edit = std::exchange(m_edit, nullptr)) edit->Cancel();
+}
+
+bool CoreImplementation::PressButton(Instance& instance, int elementId) {
+  ConfigElement* element = instance.GetConfig().find(elementId);
+  if (!element || element->kind() != ConfigElement::Kind::kButton) return false;
+  const CoreRequest request(*this);
+  GetAdaptor()->BeginUndoBlock(element->label());
+  m_messages.Tell(ParametersChanged{instance.GetIdentity(), ParametersChanged::kAll});
+  element->apply();
+  GetAdaptor()->EndUndoBlock();
+  return true;
+}
+
+std::string CoreImplementation::LoadProfile(const std::string& toolName,
+                                            const std::string& profileName) {
+  Instance* instance = FindInstance(toolName);
+  if (!instance) return "there is no rig \"" + toolName + "\"";
+  ConfigProfileManager& profiles = instance->GetTool()->GetConfigProfiles();
+  if (!profiles.Find(profileName)) return "there is no profile \"" + profileName + "\"";
+  const CoreRequest request(*this);
+  const auto before = std::make_shared<ParameterState>(*instance);
+  GetAdaptor()->BeginUndoBlock("Load profile");
+  GetAdaptor()->PushUndo(new ParameterUndo(*instance, before));
+  const std::string problem = profiles.Apply(profileName, *instance);
+  before->KeepChanged(*instance);
+  GetAdaptor()->EndUndoBlock();
+  return problem;
+}
+
+// --- inputs ---
+
+std::string CoreImplementation::ChangeInputs(Instance& instance, const std::string& undoName,
+                                             std::vector<int> inputs,
+                                             const std::function<void()>& change) {
+  if (IsResimulating()) return "a resimulation runs, which feeds the inputs";
+  const CoreRequest request(*this);
+  const int input = inputs.size() == 1 ? inputs[0] : InputsChanged::kAll;
+  GetAdaptor()->BeginUndoBlock(undoName);
+  GetAdaptor()->PushUndo(new InputUndo(instance, std::move(inputs)));
+  change();
+  GetAdaptor()->EndUndoBlock();
+  m_messages.Tell(InputsChanged{instance.GetIdentity(), input});
+  return {};
+}
+
+std::string CoreImplementation::MapInput(Instance& instance, int input,
+                                         unidevice::Control* control) {
+  unidevice::Property* const property = instance.GetProperties().property(input);
+  if (!property) return "there is no input with the index " + std::to_string(input);
+  if (control && (control->flags & property->flags) == 0)
+    return property->displayName + " takes no control of this kind";
+  return ChangeInputs(instance, "Map " + property->displayName, {input},
+                      [=] { property->assign(control); });
+}
+
+std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
+                                                 const InputResponse& response) {
+  unidevice::Property* const property = instance.GetProperties().property(input);
+  if (!property) return "there is no input with the index " + std::to_string(input);
+  const double sum = response.multiplier + response.exponent + response.deadzone + response.offset;
+  if (!std::isfinite(sum)) return "a number of the response is not finite";
+  return ChangeInputs(instance, "Change response of " + property->displayName, {input}, [=] {
+    property->multiplier = response.multiplier;
+    property->exponent = response.exponent;
+    property->deadzone = response.deadzone;
+    property->offset = response.offset;
+  });
+}
+
+std::string CoreImplementation::LoadInputProfile(Instance& instance,
+                                                 const std::string& profileName) {
+  InputProfileManager& profiles = instance.GetTool()->GetInputProfiles();
+  if (!profiles.Find(profileName)) return "there is no input profile \"" + profileName + "\"";
+  std::vector<int> all(static_cast<std::size_t>(instance.GetProperties().count()));
+  std::iota(all.begin(), all.end(), 0);
+  return ChangeInputs(instance, "Load input profile", std::move(all),
+                      [&] { profiles.Apply(profileName, instance.GetProperties()); });
+}
+
+// --- undo ---
+
+bool CoreImplementation::Undo() {
+  const CoreRequest request(*this);
+  return GetAdaptor()->HostUndo();
+}
+
+bool CoreImplementation::Redo() {
+  const CoreRequest request(*this);
+  return GetAdaptor()->HostRedo();
+}
+
+}  // namespace orv::rws::core

@@ -1,0 +1,43 @@
+// How the input devices are kept awake.
+#pragma once
+
+#include <cstdint>
+
+namespace orv::rws::core {
+
+class CoreImplementation;
+
+/// Devices are awake in a take, and outside of one while somebody keeps them awake, such as an
+/// input dialog. Then they are polled by the core's timer, which finds those that are plugged in
+/// too.
+class DevicePolling {
+ public:
+  static constexpr int kTimer = 124;
+  static constexpr double kPeriod = 1.0 / 60.0;  ///< s
+
+  /// Keeps the devices awake while it lives, within the life of the core.
+  class Wake {
+   public:
+    explicit Wake(CoreImplementation& core);
+    ~Wake();
+    Wake(const Wake&) = delete;
+    Wake& operator=(const Wake&) = delete;
+
+   private:
+    CoreImplementation& m_core;
+  };
+
+  DevicePolling();
+  void BeginTake(CoreImplementation& core);
+  void EndTake();
+  /// Reads all devices, and binds inputs whose control has come. Called once a frame of a take.
+  void Poll(CoreImplementation& core);
+
+ private:
+  static void Activate(CoreImplementation& core);
+
+  int m_users = 0;
+  std::uint64_t m_generation;  ///< of the list of devices that inputs were bound by
+};
+
+}  // namespace orv::rws::core
