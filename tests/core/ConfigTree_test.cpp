@@ -56,22 +56,6 @@ class Rig : public rws::CInterface::Callback {
   std::vector<std::string> calls;
 };
 
-TEST(ConfigTree, ElementsTakeIdsInTheOrderOfTheirDeclarationAndGroupsTakeNone) {
-  Rig rig;
-  const char* labels[] = {"Hide Helpers", "Multiplier", "Steps",     "Title",
-                          "Mode",         "Reset",      "Multiplier"};
-  for (int id = 0; id < 7; ++id) EXPECT_EQ(rig.tree.find(id)->label(), labels[id]);
-  EXPECT_TRUE(!rig.tree.find(-1) && !rig.tree.find(7));
-  EXPECT_EQ(rig.tree.findAll("Multiplier").size() + rig.tree.findAll("Motion").size(), 2u);
-  EXPECT_EQ(rig.tree.elements().size(), 11u);
-  EXPECT_EQ(rig.tree.endGroup(), rig.tree.root());
-
-  ConfigTree empty;
-  EXPECT_EQ(empty.root(), nullptr);
-  empty.begin();
-  EXPECT_NE(empty.root(), nullptr);
-}
-
 TEST(ConfigTree, AProfileIsWrittenInThePresentFormWhateverTheLocale) {
   const GermanLocale german;
   Rig rig;

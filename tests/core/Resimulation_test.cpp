@@ -274,10 +274,6 @@ TEST_F(Resimulation, ARequestThatIsRefusedInATakeLeavesTheTakeAlone) {
   std::string problem;
   EXPECT_EQ(core.LoadProfile("Probe_01", "Absent"), "there is no profile \"Absent\"");
   EXPECT_FALSE(core.EditParameter(*instance, Element("Gain").id(), "much", problem));
-  plugin.ways.failRestore = 1;
-  EXPECT_EQ(core.CloneTool("Probe_01", problem), "");
-  plugin.ways.failCreate = 1;
-  EXPECT_EQ(core.CreateTool("Probe"), "");
   plugin.ways.failDefine = 1;
   EXPECT_EQ(core.CreateTool("Probe"), "");
   Tick(40);

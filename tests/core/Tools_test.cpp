@@ -45,8 +45,6 @@ TEST_F(Tools, ANewInstanceHasItsProfilesInMemoryAndWritesNothing) {
   EXPECT_EQ(plugin.last->gain, 2.0);
   EXPECT_NE(tool->GetConfigProfiles().Apply("Absent", *core->List(false)[0]), "");
   EXPECT_TRUE(std::filesystem::is_empty(folder.path));
-  EXPECT_EQ(tool->GetDataPath(), folder.path + "/data/Probe");
-  EXPECT_EQ(tool->GetDocumentationPage(), "Probe.html");
   util::xml::Tag record("");
   tool->WriteSaveData(record);
   EXPECT_EQ(record.toText("", ""), R"(<RWT_Plugin version="2.5" type="Probe"/>)");

@@ -132,7 +132,7 @@ TEST_P(Both, KeepTheirScaleAndTurnTheShortWayRound) {
   EXPECT_NEAR(follow.World(8.0)[12], 5.0, 1e-3);
 }
 
-TEST_P(Both, GoOnWithoutAnAttachedCamAndAnswerNoWithoutAFollowCam) {
+TEST_P(Both, GoOnWithoutAnAttachedCam) {
   NewWorld world(*GetParam());
   world.Node("FollowCam").rest = Turned({4.0, 0.0, 0.0}, 0.0);
   world.core.nodes.erase("AttachedCam");
@@ -141,8 +141,6 @@ TEST_P(Both, GoOnWithoutAnAttachedCamAndAnswerNoWithoutAFollowCam) {
   EXPECT_EQ(opened->Node("FollowCam").rest[12], 4.0) << "a loaded node keeps its place";
   opened->Take(0, 300);
   EXPECT_NEAR(opened->Node("FollowCam").World(12.0)[12], 0.0, 1e-3);
-  world.core.nodes.erase("FollowCam");
-  EXPECT_EQ(world.Reopen({})->restored, 1);
 }
 
 TEST_P(Both, ACutBeyondTheThresholdCarriesTheCameraAlongWithItsLagAndSwing) {

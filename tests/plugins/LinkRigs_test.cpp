@@ -64,32 +64,6 @@ TEST(LinkRigs, AMovedTurnedAndScaledCageCarriesTheMovement) {
     for (int i = 0; i < 16; ++i) EXPECT_NEAR(pose[i], want[i], 1e-12) << i;
 }
 
-TEST(LinkRigs, HelpersCanBeHiddenForTheTakeAlone) {
-  FakeWorld world(tests::Kind("DirectInputLink"));
-  world.core.CreateMeshNode("RelativeCageMesh", nullptr, nullptr, 0);
-  world.Node("RelativeCageMesh").rest.setTranslation({5.0, 0.0, 0.0});
-  world.rig->Create();
-  EXPECT_EQ(world.Node("ActuatorMesh").Local(0.0), Matrix()) << "a new node stands on its parent";
-  const auto visible = [&] {
-    std::string all;
-    for (const char* name : {"RelativeCageMesh", "ActuatorMesh", "Camera"})
-      all += world.Node(name).visible ? '1' : '0';
-    return all;
-  };
-  std::string during;
-  const auto take = [&] {
-    world.Take(0, 1, [&](int) { during = visible(); });
-    return during + " " + visible();
-  };
-  world.Node("ActuatorMesh").visible = false;  // the animator's own doing is left alone
-  EXPECT_EQ(take(), "101 101");
-  world.core.Check("Hide Helpers During Recording", true);
-  EXPECT_EQ(visible(), "101");
-  EXPECT_EQ(take(), "001 111");
-  world.core.Check("Hide Helpers", true);
-  EXPECT_EQ(take(), "001 001");
-}
-
 TEST(LinkRigs, TheOneChannelRigsActOnTheChosenAxisAlone) {
   for (int axis = 0; axis < 3; ++axis) {
     Vector unit;

@@ -159,7 +159,7 @@ TEST(TemplateTool, ExpressionsReadParametersInputsMotionsTimeAndOtherOutputs) {
       "<output "
       "name=\"later\"><mul><parameter>a</parameter><parameter>on</parameter></mul></output>");
   NewWorld world(*kind);
-  world.core.Check("On", true);
+  world.core.Set("On=1");
   world.Node("Base").rest = util::QTransform<double>{{0, 0, 0.5}, {}}.toMatrix();
   world.Node("Cam").rest = Matrix::rotationAxisAngle(90.0, 0, 1, 0);
   world.Take(0, 2, [&](int frame) { world.core.controls["In"]->current = 0.125 * frame; });

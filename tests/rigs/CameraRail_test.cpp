@@ -145,20 +145,6 @@ TEST(CameraRail, TheMotionFollowsAnIndependentIntegrator) {
   }
 }
 
-TEST(CameraRail, OnACircleOfUnevenPointsTheSpeedIsConstant) {
-  Rail rail;
-  rail.Circle({0, 20, 75, 110, 170, 200, 290});
-  rail.Edit("Loop", "1");
-  rail.Resimulate(0, 400);
-  double low = 1e9, high = 0.0;
-  for (int i = 100; i <= 400; ++i) {
-    low = std::min(low, rail.Speed(i));
-    high = std::max(high, rail.Speed(i));
-  }
-  EXPECT_LT((high - low) / high, 0.005) << low << " to " << high;
-  EXPECT_NEAR(high, 10.0, 0.05);
-}
-
 TEST(CameraRail, AStopLastsAsToldAtEveryRateAndPlace) {
   for (const double fps : {23.976, 24.0, 25.0, 29.97, 30.0, 50.0, 59.94, 60.0}) {
     for (const int first : {0, 7, 100003}) {
@@ -445,11 +431,8 @@ TEST(CameraRail, AHostsCurveIsTheSameFromItsNodeAndInTheWorld) {
   EXPECT_TRUE(!spline.IsValid() && spline.WorldPosition(0.5) == Vector());
   spline.Bind(*rail.rig, rail.session.GetAdaptor().FindSceneNode("Rig_CarriageNode"));
   EXPECT_TRUE(spline.IsSupported() && spline.IsValid());
-  EXPECT_NEAR(spline.RawLength(), 8.0, 1e-9);
   EXPECT_NEAR(spline.WorldLength(), 24.0, 1e-9);
-  EXPECT_LT((spline.RawPosition(0.5) - Vector(2, 0, 2)).length(), 1e-9);
   EXPECT_LT((spline.WorldPosition(0.5) - pose.transformPoint({2, 0, 2})).length(), 1e-9);
-  EXPECT_LT((spline.RawTangent(0.1) - Vector(1, 0, 0)).length(), 1e-9);
   EXPECT_LT((spline.WorldTangent(0.1).normalized() - pose.axisRow(0) / 3.0).length(), 1e-9);
   EXPECT_NEAR(spline.Closest(pose.transformPoint({3, 1, 2})), 0.5, 1e-9);
 }

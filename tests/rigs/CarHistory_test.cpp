@@ -40,6 +40,8 @@ TEST(CarHistory, AnInterruptedTakeIsTheUninterruptedOneBitForBit) {
   auto car = NewDrive();
   car->Resimulate(0, 300);
   const Poses whole = car->PosesOf(0, 300);
+  EXPECT_EQ(CarScene::Hash(whole), 2611523817375472610u)
+      << "a change to a car's motion is to be a choice";
   EXPECT_NE(std::count(car->air.begin(), car->air.end(), 15), 0) << "a jump is in it";
   for (int frame = 0; frame < 300; frame += 13) {
     car->Resimulate(frame, 300);

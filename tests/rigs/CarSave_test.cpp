@@ -1,80 +1,54 @@
 // The save data of a car, its own and that of older versions.
-#include "plugins/release/4wheelerextended/CarSettings.h"
 #include "rigs/CarScene.h"
-#include "support/FakeInterface.h"
 
 namespace orv::tests {
 namespace {
 
 using util::DataChunk;
 
-/// What opening a car's save data gives, after `age` has made it that of another version.
-class Opened {
- public:
-  Opened(int version, const std::function<void(DataChunk&)>& age = {}) : m_car("4WheelerExt") {
-    for (const auto& [label, value] : kEdits) *m_car.core.Find(label).number = value;
-    *m_car.core.Find("Use Fast Ray Cast").flag = true;
-    m_car.Take(0, 2);
-    const auto own = m_car.Save();
-    DataChunk chunk(own.data(), own.size());
-    EXPECT_EQ(chunk.name, "CarCamDataChunk8148");
-    EXPECT_EQ(chunk.getBytes("sDataChunkSaveStruct").size(), 368u);
-    chunk.name = "CarCamDataChunk" + std::to_string(version);
-    if (age) age(chunk);
-    m_opened = m_car.Reopen(chunk.flatten());
-    restored = m_opened->restored;
-  }
-  double operator[](const std::string& label) {
-    auto& element = m_opened->core.Find(label);
-    return element.number ? *element.number : element.flag ? *element.flag : *element.choice;
-  }
-  static void Forget(DataChunk& chunk, const std::string& key) {
-    auto& all = chunk.children;
-    all.erase(std::remove_if(all.begin(), all.end(), [&](auto& c) { return c.name == key; }),
-              all.end());
-  }
+void Forget(DataChunk& chunk, const std::string& key) {
+  auto& all = chunk.children;
+  all.erase(std::remove_if(all.begin(), all.end(), [&](auto& c) { return c.name == key; }),
+            all.end());
+}
 
-  const std::map<std::string, double> kEdits{
-      {"Tire Pressure", 0.7},
-      {"Acceleration (scale relative)", 4.5},
-      {"Gravity", 2.5},
-      {"Suspension Length (Radius Relative)", 0.8},
-      {"Skid Brake Stop Factor", 0.25},
-      {"Autonomous mode follow strength", 0.75},
-      {"Back Damping", 123.0},
-      {"Ignore Sphere Radius (length relative)", 0.125},
-      {"Booster Maximum", 7.0},
-      {"Maximum Wheel Extension Velocity (Radius Rel)", 5.0}};
-  int restored = -1;
-
- private:
-  NewWorld m_car;
-  std::unique_ptr<FakeWorld> m_opened;
-};
-
-/// Saves, and opens the data as that of `version` without these keys. Answers what was saved.
-DataChunk ReopenAs(CarScene& car, int version, const std::vector<std::string>& without) {
+/// Saves, and opens the data as that of `version` after `age` has made it such. Answers whether it
+/// was refused.
+int ReopenAs(CarScene& car, int version, const std::function<void(DataChunk&)>& age) {
   DataChunk chunk = car.Stored();
-  const DataChunk saved = chunk;
-  for (const std::string& key : without) Opened::Forget(chunk, key);
+  EXPECT_EQ(chunk.name, "CarCamDataChunk8148");
+  EXPECT_EQ(chunk.getBytes("sDataChunkSaveStruct").size(), 368u);
   chunk.name = "CarCamDataChunk" + std::to_string(version);
+  age(chunk);
   const auto bytes = chunk.flatten();
   car.rig->SetUserData(bytes.data(), static_cast<int>(bytes.size()));
-  EXPECT_EQ(car.rig->GetRig()->Restore(), 0);
-  return saved;
+  return car.rig->GetRig()->Restore();
+}
+int ReopenAs(CarScene& car, int version, const std::vector<std::string>& without) {
+  return ReopenAs(car, version, [&](DataChunk& chunk) {
+    for (const std::string& key : without) Forget(chunk, key);
+  });
 }
 
 TEST(CarSave, PresentDataKeepsEveryValueAndOlderDataIsReadByItsVersion) {
-  Opened present(8148);
-  EXPECT_EQ(present.restored, 0);
-  for (const auto& [label, value] : present.kEdits) EXPECT_EQ(present[label], value) << label;
-  EXPECT_EQ(present["Use Fast Ray Cast"], 1.0);
+  const std::map<std::string, double> edits{{"Tire Pressure", 0.7},
+                                            {"Acceleration (scale relative)", 4.5},
+                                            {"Gravity", 2.5},
+                                            {"Suspension Length (Radius Relative)", 0.8},
+                                            {"Skid Brake Stop Factor", 0.25},
+                                            {"Autonomous mode follow strength", 0.75},
+                                            {"Back Damping", 123.0},
+                                            {"Ignore Sphere Radius (length relative)", 0.125},
+                                            {"Booster Maximum", 7.0},
+                                            {"Maximum Wheel Extension Velocity (Radius Rel)", 5.0},
+                                            {"Use Fast Ray Cast", 1.0}};
   const char pressure[] = "Tire Pressure", ignored[] = "Ignore Sphere Radius (length relative)";
   const char turnBase[] = "Turn Base (Back Wheel Relative)";
   const char acceleration[] = "Acceleration (scale relative)";
   const std::vector<std::string> glued{"bGroundReleaseOn", "dMaximumSpringChangeVelocityRel"};
   // A version, the keys that its data lacks, and what becomes of a setting.
   const std::tuple<int, std::vector<std::string>, const char*, double> rows[] = {
+      {8148, {}, pressure, 0.7},
       {8134, {}, pressure, 0.7},
       // Meant: data of these versions snaps to edges until its user edits the value.
       {8135, {}, pressure, 99.0},
@@ -91,12 +65,18 @@ TEST(CarSave, PresentDataKeepsEveryValueAndOlderDataIsReadByItsVersion) {
       {8101, glued, "Enable Wheel Ground Release", 0.0},
       {8101, glued, "Suspension Length (Radius Relative)", 0.5},
       {8101, glued, "Maximum Wheel Extension Velocity (Radius Rel)", 3.0}};
-  for (const auto& [version, lacking, label, value] : rows) {
-    Opened car(version, [keys = lacking](DataChunk& chunk) {
-      for (const std::string& key : keys) Opened::Forget(chunk, key);
-    });
-    EXPECT_EQ(car.restored, 0) << version;
-    EXPECT_NEAR(car[label], value, 1e-12) << version << label;
+  for (const auto& [version, lacking, changed, value] : rows) {
+    CarScene car;
+    for (const auto& [label, edit] : edits) car.Edit(label, edit);
+    const auto age = [&car, &keys = lacking](DataChunk& chunk) {
+      for (const std::string& key : keys) Forget(chunk, key);
+      // What is not read from the data is that of a new car.
+      EXPECT_EQ(car.core().LoadProfile("Car", "Factory Settings"), "");
+    };
+    EXPECT_EQ(ReopenAs(car, version, age), 0) << version;
+    EXPECT_NEAR(car.Setting(changed), value, 1e-12) << version << changed;
+    for (const auto& [label, edit] : edits)
+      EXPECT_TRUE(version != 8148 || car.Setting(label) == edit) << label;
   }
 }
 
@@ -133,19 +113,19 @@ TEST(CarSave, AStoredGroundIsReadFromVersion8143On) {
     auto& ground = car.AddGround(GridMesh(Flat, Rows(-20, 20, 2), Rows(-20, 20, 2)));
     ground.setPose({{0, 2, 0}, {}, {1, 1, 1}});
     car.Edit("Store Ground Mesh Data", 1);
-    EXPECT_TRUE(ReopenAs(car, version, {key}).hasChunk("mBulletGroundMesh"));
+    EXPECT_TRUE(car.Stored().hasChunk("mBulletGroundMesh"));
+    EXPECT_EQ(ReopenAs(car, version, {key}), 0);
     EXPECT_EQ(car.Setting("Store Ground Mesh Data"), kept) << version << key;
   }
 }
 
 TEST(CarSave, DamagedDataIsRefused) {
   const auto damage = [](const std::string& key, const std::vector<unsigned char>& bytes) {
-    return Opened(8148,
-                  [&](DataChunk& chunk) {
-                    Opened::Forget(chunk, key);
-                    chunk.addBytes(key, bytes.data(), bytes.size());
-                  })
-        .restored;
+    CarScene car;
+    return ReopenAs(car, 8148, [&](DataChunk& chunk) {
+      Forget(chunk, key);
+      chunk.addBytes(key, bytes.data(), bytes.size());
+    });
   };
   EXPECT_EQ(damage("sDataChunkSaveStruct", std::vector<unsigned char>(360)), 1);
   EXPECT_EQ(damage("sDataChunkSaveStruct", std::vector<unsigned char>(368, 0xff)), 1);

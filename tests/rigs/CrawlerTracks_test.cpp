@@ -1,5 +1,4 @@
 // The crawler's belt on the real core: counts, motion, takes, undo and bad input.
-#include "plugins/release/crawlertracks/BeltWorld.h"
 #include "rigs/CarScene.h"
 #include "rigs/RigSuite.h"
 #include "support/FakeInterface.h"
@@ -9,8 +8,6 @@ namespace {
 
 using Vector = util::Vector3<double>;
 using Matrix = util::Matrix<double>;
-using rws::addon::BeltTuning;
-using rws::addon::BeltWorld;
 using Messages = std::vector<std::string>;
 
 // Of a new rig in units of its Frame: a step, and the belt's line round a wheel.
@@ -25,9 +22,6 @@ class Crawler : public RigScene {
     Drive([](double) { return 0.0; });
   }
 
-  void Set(const std::map<std::string, double>& values) {
-    for (const auto& [label, value] : values) Edit(label, value);
-  }
   int Count() {
     Press("Calculate Number of Steps");
     return static_cast<int>(Setting("Number of Steps"));
@@ -122,7 +116,7 @@ double ThereAndBack(double t) {
 
 TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
   const auto gapOf = [](Crawler& rig, double steps) {
-    rig.Set({{"Number of Steps", steps}});
+    rig.Edit("Number of Steps", steps);
     rig.Press("Calculate Gap");
     return rig.Setting("Gap Between Steps");
   };
@@ -132,9 +126,9 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
       Crawler one(1);
       one.Resize("Frame", scale);
       EXPECT_EQ(one.Count(), std::floor(round / kLength));
-      one.Set({{"Gap Between Steps", -0.1}});
+      one.Edit("Gap Between Steps", -0.1);
       EXPECT_EQ(one.Count(), std::floor(round / 0.08));
-      one.Set({{"Gap Between Steps", -0.181}});
+      one.Edit("Gap Between Steps", -0.181);
       EXPECT_EQ(one.Count(), std::floor(round / kLength)) << "no gap at all";
     }
     EXPECT_EQ(Crawler(4).Count(), 60);
@@ -172,8 +166,7 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
 }
 
 TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWheels) {
-  const auto run = [](int wheels, double fps, const std::map<std::string, double>& settings,
-                      double speed) {
+  const auto run = [](int wheels, double fps, const std::string& settings, double speed) {
     Crawler rig(wheels, fps);
     if (speed == 0.0)
       rig.AddAbove("GravityDirection", util::CMesh_Box(20.0, 1.0, 20.0, {0.0, -0.5, 0.0}));
@@ -192,19 +185,13 @@ TEST(CrawlerTracks, ABeltLiesStillAsItWasLaidAtAnySubdivisionAndKeepsUpWithItsWh
     EXPECT_LT(Farthest(places[last], laid), 0.01) << "on its wheels and the ground";
     EXPECT_NEAR(rig.Middle(last).y, speed == 0.0 ? 0.56 : 0.44, 0.05);
   };
-  const auto of = [](double subFrames, double gravity, double accuracy, double reduction) {
-    return std::map<std::string, double>{{"SubFrames", subFrames},
-                                         {"Gravity", gravity},
-                                         {"Accuracy", accuracy},
-                                         {"Flaccidity Reduction", reduction}};
-  };
-  run(4, 25.0, of(0, 100, 4, 1), 0.0);
-  run(2, 12.0, of(1, 40, 4, 10), 0.0);
-  run(4, 25.0, of(50, 40, 8, 1), 0.0);
-  run(4, 25.0, of(10, 40, 8, 1), 20.0);
+  run(4, 25.0, "SubFrames=0; Gravity=100; Accuracy=4", 0.0);
+  run(2, 12.0, "SubFrames=1; Accuracy=4; Flaccidity Reduction=10", 0.0);
+  run(4, 25.0, "SubFrames=50; Accuracy=8", 0.0);
+  run(4, 25.0, "SubFrames=10; Accuracy=8", 20.0);
   Crawler rig;
-  rig.Set({{"Gravity", 1000}});
-  rig.Create().Set({{"Accuracy", 1}});
+  rig.Edit("Gravity", 1000);
+  rig.Create().Edit("Accuracy", 1);
   rig.Place("driveWheel", {0, 0, 1000});
   rig.Resimulate(0, 10);
   EXPECT_EQ(rig.Told(),
@@ -235,7 +222,7 @@ TEST(CrawlerTracks, ABeltRoundFourWheelsStaysWholeThereAndBackWithEachOfTheProfi
 
 TEST(CrawlerTracks, AReopenedSceneGoesOnWhereTheTakeWasCut) {
   Crawler rig;
-  rig.Set({{"Accuracy", 7}});
+  rig.Edit("Accuracy", 7);
   rig.Create().Drive(ThereAndBack);
   rig.Resimulate(0, 120);
   const auto whole = rig.Places(0, 120);
@@ -311,8 +298,9 @@ TEST(CrawlerTracks, FallingIsTheSameAtAnySubdivisionAndNegativeGravityLifts) {
     for (const auto& [subFrames, reduction] :
          {std::pair{0.0, 1.0}, {10.0, 1.0}, {4.0, 3.0}, {10.0, 10.0}}) {
       Crawler rig(2);
-      rig.Create().Set(
-          {{"Gravity", gravity}, {"SubFrames", subFrames}, {"Flaccidity Reduction", reduction}});
+      rig.Create().Edit("Gravity", gravity);
+      rig.Edit("SubFrames", subFrames);
+      rig.Edit("Flaccidity Reduction", reduction);
       // With its wheels far off, and the belt on the side of the second, nothing holds it.
       rig.Place("driveWheel", {0, 0, 1000});
       rig.Place("bogie01", {0, 0, 500});
@@ -360,7 +348,7 @@ TEST(CrawlerTracks, KeysLieOnFramesAndWhereToldOnSubFrames) {
        {std::tuple{0, "0", 10u}, {0, "1", 10u}, {3, "0", 10u}, {3, "1", 40u}}) {
     Crawler rig(2);
     rig.Create().Drive(Always(1.0));
-    rig.Set({{"SubFrames", subFrames}});
+    rig.Edit("SubFrames", subFrames);
     rig.Edit("Set keyframes on SubFrames", setSubFrames);
     rig.Resimulate(0, 10);
     for (const char* name : {"step001", "driveWheel"}) {
@@ -374,34 +362,11 @@ TEST(CrawlerTracks, KeysLieOnFramesAndWhereToldOnSubFrames) {
   }
 }
 
-TEST(CrawlerTracks, ADampingOfNothingCountsAsAHundredth) {
-  const auto run = [](double damping, double BeltTuning::*which) {
-    BeltTuning tuning;
-    tuning.*which = damping;
-    BeltWorld world(16, tuning, 0.004);
-    for (int i = 0; i < 8; ++i) {
-      rws::addon::BodyState state;
-      state.pose.position = {0.01 * i * i, 0.02 * i, 0.2 * i};
-      world.AddStep({{0.4, 0.06, 0.18}, 4.0, 0.2}, state);
-    }
-    world.Link(false);
-    world.SetGravity({3.0, -40.0, 0.0});
-    for (int i = 0; i < 100; ++i) world.Advance();
-    EXPECT_FALSE(world.Attach(1, 0, 1.0)) << "no such wheel";
-    return world.GetStep(7).pose.position;
-  };
-  for (double BeltTuning::*which : {&BeltTuning::trackDamping, &BeltTuning::trackTransDamping,
-                                    &BeltTuning::trackTwistDamping}) {
-    EXPECT_EQ(run(0.0, which), run(0.01, which));
-    EXPECT_NE(run(0.0, which), run(0.02, which));
-  }
-}
-
 TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn) {
   Crawler rig(2);
   auto& adaptor = rig.session.GetAdaptor();
   rig.scene().addNode("Own", &rig.Find("bogie01"));
-  rig.Set({{"Number of Steps", 8}});
+  rig.Edit("Number of Steps", 8);
   const auto press = [&](const std::string& action) {
     const std::string before = rig.Saved();
     rig.Press(action);
@@ -424,7 +389,7 @@ TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn)
                              "Create Track", "Add Step", "Remove Step"})
     press(action);
   rig.scene().reparent(*rig.scene().find("Own"), &rig.Find("step007"), 0.0);
-  rig.Set({{"Number of Steps", 33}});
+  rig.Edit("Number of Steps", 33);
   rig.answer = rws::kAnswerNo;
   const std::string kept = rig.Saved();
   rig.Press("Create Track");

@@ -370,6 +370,9 @@ TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   gun.Set("Depth (%)=25; Response Factor=0.2");
   gun.Resimulate(0, 30);
   EXPECT_TRUE(back(12) > 0.05 && back(12) < 0.9 && back(30) < back(16)) << "softer";
+  gun.Drive("Fire", {{0.0, 0.0}});
+  gun.Resimulate(50, 51);
+  EXPECT_NEAR(back(51), 0.0, 1e-9) << "at rest where no take leads";
 }
 
 TEST(Firepower, ARetakeReplacesTheProjectilesOfItsFutureAndUndoBringsThemBack) {

@@ -172,6 +172,16 @@ class HostScene : rws::core::UserInterface {
           poses[node->name().substr(prefix.size())].push_back(node->worldMatrix(Frame(i)));
     return poses;
   }
+  /// The same of debug and optimised builds: micrometres are counted, so that another machine's
+  /// sine does not show.
+  static std::uint64_t Hash(const Poses& all) {
+    std::uint64_t hash = 14695981039346656037u;
+    for (const auto& [node, poses] : all)
+      for (const auto& pose : poses)
+        for (const double number : pose.m)
+          hash = (hash ^ static_cast<std::uint64_t>(std::llround(number * 1e6))) * 1099511628211u;
+    return hash;
+  }
   /// The boxes since the last call, each as "title: text".
   std::vector<std::string> Told() { return std::exchange(messages, {}); }
 

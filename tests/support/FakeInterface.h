@@ -104,11 +104,6 @@ class FakeInterface : public rws::CInterface {
       if (element.choice) *element.choice = static_cast<int>(value);
     }
   }
-  /// A user's edit of a check box, or the core's own undo of one.
-  void Check(const std::string& label, bool on) {
-    *Find(label).flag = on;
-    Press(label);
-  }
   void Press(const std::string& label) { Find(label).callback->OnCallback(label); }
   /// The texts since the last call, after which nothing is refused any more.
   std::vector<std::string> Told() {

@@ -26,7 +26,7 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
   };
   /// What a rig may do beside its work.
   struct Ways {
-    int failDefine = 0, failCreate = 0, failRestore = 0;
+    int failDefine = 0;
     double gainOfCreate = 1.0;
     bool growsAtStart = false;  ///< an input a take
     bool couples = false;       ///< an edit of Gain sets Count too
@@ -60,9 +60,9 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
   }
   int Create() override {
     gain = m_ways.gainOfCreate;
-    return m_ways.failCreate;
+    return 0;
   }
-  int Restore() override { return m_ways.failRestore; }
+  int Restore() override { return 0; }
   int Store() override {
     m_pInterface->SetUserData(&gain, sizeof gain);
     return 0;

@@ -112,15 +112,11 @@ TEST(Device, DriversAreListedInOrderUnderUniqueNames) {
   DriverManager& all = DriverManager::instance();
   ASSERT_TRUE(all.find("dummydriver") && all.findDevice("TrinaryEmulator"));
   EXPECT_EQ(all.driver(0), all.find("dummydriver"));
-  EXPECT_EQ(all.findDevice("TrinaryEmulator")->state, 0);
   TestDriver pads("pads");
   const int count = all.count();
   EXPECT_FALSE(all.addDriver(std::make_unique<Driver>("pads")));
   EXPECT_EQ(all.count(), count);
-  EXPECT_EQ(all.find("pads"), pads.driver);
-  EXPECT_EQ(all.find("Pads"), nullptr);
   EXPECT_FALSE(all.removeDriver("dummydriver"));
-  EXPECT_TRUE(!all.driver(-1) && !all.driver(count));
   TestDevice* pad = pads.plug("Pad", {"Axis"});
   EXPECT_TRUE(pads.driver->removeDevice(pad));  // back to us
   EXPECT_FALSE(pads.driver->removeDevice(pad));

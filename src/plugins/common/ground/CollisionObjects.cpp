@@ -13,8 +13,6 @@ using util::Vector3;
 
 namespace {
 
-constexpr double kFriction = 0.5;
-constexpr double kRestitution = 0.5;
 constexpr int kFilterGroup = 2;
 constexpr int kFilterMask = 3;
 
@@ -53,8 +51,6 @@ void CollisionObjects::MakeBody() {
   if (!shape) return;
   btRigidBody::btRigidBodyConstructionInfo info(0.0, nullptr, shape);
   info.m_startWorldTransform = WithoutScale(m_matrix);
-  info.m_friction = kFriction;
-  info.m_restitution = kRestitution;
   m_body = std::make_unique<btRigidBody>(info);
   m_body->setActivationState(DISABLE_DEACTIVATION);
 }
