@@ -37,7 +37,7 @@ struct Rig {
     tree.addCheckBox("On", "", &on, nullptr);
     tree.addSpinner("Factor", "", &factor, -1.0, 100.0, 0.1, 2, nullptr);
     tree.beginGroup("A", "");
-    tree.addSpinnerInt("Count", "", &count, -3, 9, 1, 0, nullptr);
+    tree.addSpinnerInt("Count", "", &count, -3, 9, 1, nullptr);
     tree.addTextBox("Text", "", &text, nullptr);
     tree.endGroup();
     tree.endGroup();

@@ -13,8 +13,8 @@
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/Scene.h"
-#include "support/TempFolder.h"
 #include "support/GltfValidator.h"
+#include "support/TempFolder.h"
 #include "util/AtomicFile.h"
 
 namespace {

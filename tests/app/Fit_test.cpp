@@ -10,11 +10,11 @@
 namespace orv::tests {
 namespace {
 
+using rws::adaptor::Trs;
 using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::GltfReader;
 using rws::adaptor::headless::Scene;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::Trs;
 using Matrix = util::Matrix<double>;
 using Vector = util::Vector3<double>;
 using Quat = util::Quat<double>;

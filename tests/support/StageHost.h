@@ -139,6 +139,7 @@ class Node final : public HostNode {
   bool HasMesh() const override { return m_object->isMesh; }
   std::shared_ptr<const util::CMesh> SharedMesh() const override { return m_object->mesh; }
   void PutMesh(std::shared_ptr<const util::CMesh> mesh) override {
+    m_object->isMesh = mesh != nullptr;
     m_object->mesh = std::move(mesh);
   }
   Colour ReadColour() const override { return m_object->colour; }

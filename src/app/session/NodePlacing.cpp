@@ -9,11 +9,11 @@
 
 namespace orv::app {
 
+using rws::adaptor::Trs;
 using rws::adaptor::headless::Channel;
 using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::HeadlessNode;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::Trs;
 using Vector = util::Vector3<double>;
 using Quat = util::Quat<double>;
 

@@ -14,9 +14,9 @@
 
 namespace orv::app {
 
+using rws::adaptor::Trs;
 using rws::adaptor::headless::Scene;
 using rws::adaptor::headless::SceneNode;
-using rws::adaptor::Trs;
 using Matrix = util::Matrix<double>;
 
 namespace {

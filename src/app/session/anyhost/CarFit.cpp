@@ -5,10 +5,10 @@
 #include <string>
 #include <utility>
 
-#include "core/AdaptorInterface.h"
 #include "app/session/anyhost/ModelUnits.h"
 #include "app/session/anyhost/NodePoses.h"
 #include "app/session/anyhost/UndoBlock.h"
+#include "core/AdaptorInterface.h"
 #include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreNode.h"

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "core/AdaptorInterface.h"
 #include "app/session/anyhost/Names.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/InstanceHost.h"

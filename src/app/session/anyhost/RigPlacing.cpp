@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "core/AdaptorInterface.h"
 #include "app/session/anyhost/NodePoses.h"
+#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
 #include "core/Instance.h"
 #include "core/InstanceHost.h"

@@ -21,7 +21,7 @@ class CCurveUndo : public CUndo {
 
  private:
   struct State {
-    CCurve curve;  ///< its outline, in the ReferenceFrame
+    CCurve curve;           ///< its outline, in the ReferenceFrame
     bool curveInitialized;  ///< a curve of the scene was read
   };
 

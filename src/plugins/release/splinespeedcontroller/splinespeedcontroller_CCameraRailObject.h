@@ -20,9 +20,9 @@ class CCameraRailObject : public Rig {
  public:
   /// The waypoints and what goes with them, for undo.
   struct WaypointState {
-    WaypointList waypoints;  ///< in the order of the path
+    WaypointList waypoints;              ///< in the order of the path
     std::vector<WaypointValues> values;  ///< one per waypoint
-    int selected = 0;  ///< index of the one that the page shows
+    int selected = 0;                    ///< index of the one that the page shows
     int current = -1, next = -1;         ///< the carriage's
   };
 
