@@ -7,9 +7,9 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
 #include "plugins/release/all/AllRigs.h"
 #include "unidevice/Property.h"
 

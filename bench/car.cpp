@@ -17,9 +17,9 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CSnapshot_Mesh.h"
 #include "support/RaceTrack.h"
 

@@ -13,7 +13,7 @@
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "plugins/release/all/AllRigs.h"
 #include "unidevice/Property.h"
 

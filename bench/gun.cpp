@@ -14,9 +14,9 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
 #include "plugins/release/all/AllRigs.h"
 
 namespace orv::bench {

@@ -19,7 +19,7 @@
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CCamera.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CInterface.h"

@@ -8,9 +8,9 @@
 #include <memory>
 #include <string_view>
 
-#include "core/ConfigProfileManager.h"
-#include "core/ConfigTree.h"
-#include "core/InputProfileManager.h"
+#include "core/config/ConfigProfileManager.h"
+#include "core/config/ConfigTree.h"
+#include "core/config/InputProfileManager.h"
 #include "unidevice/Property.h"
 #include "unidevice/PropertyHandler.h"
 

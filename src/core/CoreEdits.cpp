@@ -3,15 +3,15 @@
 #include <numeric>
 #include <utility>
 
-#include "core/AdaptorInterface.h"
-#include "core/ConfigElement.h"
-#include "core/ConfigProfileManager.h"
 #include "core/CoreRequest.h"
-#include "core/InputUndo.h"
-#include "core/Instance.h"
-#include "core/ParameterEdit.h"
-#include "core/ParameterUndo.h"
-#include "core/Tool.h"
+#include "core/config/ConfigElement.h"
+#include "core/config/ConfigProfileManager.h"
+#include "core/config/InputUndo.h"
+#include "core/config/ParameterEdit.h"
+#include "core/config/ParameterUndo.h"
+#include "core/host/AdaptorInterface.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
 

@@ -2,15 +2,15 @@
 
 #include <new>
 
-#include "core/AdaptorInterface.h"
-#include "core/CoreLibrary.h"
-#include "core/CoreNode.h"
 #include "core/CoreRequest.h"
-#include "core/Instance.h"
-#include "core/Log.h"
-#include "core/ParameterEdit.h"
-#include "core/TemplateLibrary.h"
-#include "core/Tool.h"
+#include "core/config/ParameterEdit.h"
+#include "core/host/AdaptorInterface.h"
+#include "core/host/CoreNode.h"
+#include "core/instances/Instance.h"
+#include "core/services/Log.h"
+#include "core/tools/CoreLibrary.h"
+#include "core/tools/TemplateLibrary.h"
+#include "core/tools/Tool.h"
 #include "unidevice/DriverManager.h"
 
 namespace orv::rws::core {

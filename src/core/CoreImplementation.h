@@ -6,18 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "core/AdaptorManager.h"
 #include "core/CoreInterface.h"
-#include "core/Hooks.h"
-#include "core/InstanceManager.h"
-#include "core/LibraryManager.h"
-#include "core/LogFeed.h"
 #include "core/MessageQueue.h"
-#include "core/Preferences.h"
-#include "core/RecordManager.h"
-#include "core/UpdateManager.h"
 #include "core/UserInterface.h"
+#include "core/host/AdaptorManager.h"
+#include "core/instances/InstanceManager.h"
 #include "core/interface/TemplateMaker.h"
+#include "core/services/Hooks.h"
+#include "core/services/LogFeed.h"
+#include "core/services/Preferences.h"
+#include "core/services/UpdateManager.h"
+#include "core/take/RecordManager.h"
+#include "core/tools/LibraryManager.h"
 #include "util/Singleton.h"
 
 namespace orv::rws {

@@ -5,7 +5,7 @@
 #include <string>
 #include <variant>
 
-#include "core/Log.h"
+#include "core/services/Log.h"
 #include "util/Message.h"
 
 namespace orv::rws::core {

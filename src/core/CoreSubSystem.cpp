@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "core/Log.h"
+#include "core/services/Log.h"
 
 namespace orv::rws::core {
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/AdaptorInterface.h"
-#include "core/CoreNode.h"
+#include "core/host/AdaptorInterface.h"
+#include "core/host/CoreNode.h"
 #include "util/Matrix.h"
 
 namespace orv::tests {

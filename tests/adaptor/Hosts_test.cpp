@@ -8,7 +8,7 @@
 #include "StageFixture.h"
 #include "adaptor/common/SceneRigs.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CSnapshot.h"
 #include "plugins/release/all/AllRigs.h"

@@ -1,5 +1,5 @@
 // The configuration tree: ids, values as numbers and texts, profiles.
-#include "core/ConfigTree.h"
+#include "core/config/ConfigTree.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 
 #include <tuple>
 
-#include "core/ConfigProfileManager.h"
-#include "core/ConfigTree.h"
-#include "core/InputProfileManager.h"
-#include "core/Resources.h"
+#include "core/config/ConfigProfileManager.h"
+#include "core/config/ConfigTree.h"
+#include "core/config/InputProfileManager.h"
+#include "core/services/Resources.h"
 #include "support/TempFolder.h"
 #include "unidevice/Property.h"
 #include "unidevice/PropertyHandler.h"

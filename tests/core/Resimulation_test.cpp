@@ -1,7 +1,7 @@
 // Recording, replay and the memory of live spinners, on a rig without nodes.
 #include <cmath>
 
-#include "core/ResimulateWindow.h"
+#include "core/take/ResimulateWindow.h"
 #include "support/CoreTest.h"
 #include "unidevice/TestDevice.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 
 namespace orv::tests {
 

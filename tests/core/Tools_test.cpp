@@ -1,7 +1,7 @@
 // Tools, their creation of instances, libraries, preferences and the data root.
-#include "core/Preferences.h"
-#include "core/ResimulateWindow.h"
-#include "core/Resources.h"
+#include "core/services/Preferences.h"
+#include "core/services/Resources.h"
+#include "core/take/ResimulateWindow.h"
 #include "support/CoreTest.h"
 
 namespace orv::tests {

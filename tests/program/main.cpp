@@ -20,7 +20,7 @@
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/RunRigs.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "support/TempFolder.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "core/Resources.h"
+#include "core/services/Resources.h"
 #include "rigs/HostScene.h"
 #include "support/Grounds.h"
 

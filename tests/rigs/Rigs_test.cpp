@@ -1,6 +1,6 @@
 // What every rig must hold on the real core: one instantiation per kind of the list.
-#include "core/InstanceManager.h"
-#include "core/Resources.h"
+#include "core/instances/InstanceManager.h"
+#include "core/services/Resources.h"
 #include "rigs/RigSuite.h"
 #include "support/FakeInterface.h"
 #include "support/Templates.h"

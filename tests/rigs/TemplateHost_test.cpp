@@ -1,5 +1,5 @@
 // Template tools on the headless host: what a pose has no part in.
-#include "core/DataRoot.h"
+#include "core/services/DataRoot.h"
 #include "rigs/RigSuite.h"
 #include "support/TempFolder.h"
 

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/DataRoot.h"
-#include "core/Instance.h"
-#include "core/Log.h"
-#include "core/Tool.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
+#include "core/services/DataRoot.h"
+#include "core/services/Log.h"
+#include "core/tools/Tool.h"
 #include "support/FakeAdaptor.h"
 #include "support/ProbeRig.h"
 #include "support/QtApplication.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/AdaptorInterface.h"
+#include "core/host/AdaptorInterface.h"
 #include "core/interface/CCameraPlugin.h"
 #include "core/interface/CExtendable.h"
 #include "core/interface/CUndo.h"

@@ -17,7 +17,7 @@
 #include "adaptor/common/HostSnapshot_Shape.h"
 #include "adaptor/common/KnownNodes.h"
 #include "adaptor/common/UndoManagement.h"
-#include "core/AdaptorInterface.h"
+#include "core/host/AdaptorInterface.h"
 
 namespace orv::rws::adaptor {
 

@@ -10,7 +10,7 @@
 
 #include "adaptor/common/Geometry.h"
 #include "adaptor/common/Trs.h"
-#include "core/CoreNode.h"
+#include "core/host/CoreNode.h"
 #include "util/AVar_Linear.h"
 
 namespace orv::util {

@@ -5,8 +5,8 @@
 
 #include "adaptor/common/HostAdaptor.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "util/xml/Tag.h"
 
 namespace orv::rws::adaptor {

@@ -6,7 +6,7 @@
 #include "adaptor/headless/SceneNode.h"
 #include "app/plot/PlotCut.h"
 #include "app/plot/PlotSubject.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "util/Angles.h"
 #include "util/CMesh.h"
 #include "util/NumberText.h"

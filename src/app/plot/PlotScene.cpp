@@ -14,7 +14,7 @@
 #include "app/session/anyhost/Monitor.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/anyhost/TimeSpan.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
 

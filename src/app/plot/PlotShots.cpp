@@ -6,7 +6,7 @@
 #include "adaptor/headless/SceneNode.h"
 #include "app/plot/PlotCut.h"
 #include "app/plot/PlotSubject.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 
 namespace orv::app {
 

@@ -7,8 +7,8 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/SceneNode.h"
 #include "app/plot/PlotShots.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "util/Angles.h"
 
 namespace orv::app {

@@ -5,7 +5,7 @@
 
 #include "app/plot/PlotData.h"
 #include "app/plot/PlotSubject.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "util/Angles.h"
 
 namespace orv::app {

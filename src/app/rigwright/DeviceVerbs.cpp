@@ -11,7 +11,7 @@
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/Names.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "unidevice/Control.h"
 #include "unidevice/ControlChoice.h"
 #include "unidevice/Device.h"

@@ -10,7 +10,7 @@
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/CarFit.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "util/NumberText.h"
 
 namespace orv::app {

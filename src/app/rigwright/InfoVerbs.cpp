@@ -13,10 +13,10 @@
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/Names.h"
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
 

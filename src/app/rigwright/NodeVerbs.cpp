@@ -13,7 +13,7 @@
 #include "app/rigwright/Verbs.h"
 #include "app/session/NodePlacing.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "util/NumberText.h"
 
 namespace orv::app {

@@ -8,7 +8,7 @@
 #include "app/rigwright/Texts.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/Names.h"
-#include "core/Preferences.h"
+#include "core/services/Preferences.h"
 
 namespace orv::app {
 

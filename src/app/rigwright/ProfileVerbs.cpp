@@ -11,8 +11,8 @@
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "util/AtomicFile.h"
 
 namespace orv::app {

@@ -13,8 +13,8 @@
 #include "app/rigwright/Interrupt.h"
 #include "app/rigwright/Texts.h"
 #include "app/session/anyhost/Names.h"
-#include "core/DataRoot.h"
-#include "core/Log.h"
+#include "core/services/DataRoot.h"
+#include "core/services/Log.h"
 #include "util/NumberText.h"
 
 namespace orv::app {

@@ -12,9 +12,9 @@
 #include "app/session/anyhost/Names.h"
 #include "app/session/anyhost/RigPlacing.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/NameRules.h"
-#include "core/Tool.h"
+#include "core/instances/Instance.h"
+#include "core/instances/NameRules.h"
+#include "core/tools/Tool.h"
 
 namespace orv::app {
 

@@ -8,7 +8,7 @@
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 
 namespace orv::app {
 

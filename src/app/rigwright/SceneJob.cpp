@@ -12,10 +12,10 @@
 #include "app/session/SavingNote.h"
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/Names.h"
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "util/NumberText.h"
 
 namespace orv::app {

@@ -6,9 +6,9 @@
 #include "app/rigwright/Program.h"
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
-#include "core/ConfigElement.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
 
 namespace orv::app {
 

@@ -9,7 +9,7 @@
 #include "app/session/anyhost/Names.h"
 #include "app/session/anyhost/TimeSpan.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "unidevice/Property.h"
 
 namespace orv::app {

@@ -7,7 +7,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 
 namespace orv::app {
 

@@ -9,9 +9,9 @@
 #include "adaptor/headless/Scene.h"
 #include "app/session/Losses.h"
 #include "core/CoreImplementation.h"
-#include "core/CoreNode.h"
-#include "core/Instance.h"
-#include "core/Tool.h"
+#include "core/host/CoreNode.h"
+#include "core/instances/Instance.h"
+#include "core/tools/Tool.h"
 #include "plugins/release/all/AllRigs.h"
 #include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 

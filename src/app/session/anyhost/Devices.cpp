@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "core/Log.h"
+#include "core/services/Log.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/sdl/SdlDriver.h"
 

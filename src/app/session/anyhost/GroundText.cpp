@@ -4,7 +4,7 @@
 
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CCamera.h"
 
 namespace orv::app {

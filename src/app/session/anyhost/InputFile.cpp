@@ -5,11 +5,11 @@
 #include <limits>
 
 #include "app/session/anyhost/Names.h"
-#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/InstanceHost.h"
-#include "core/TakeUndo.h"
+#include "core/host/AdaptorInterface.h"
+#include "core/instances/Instance.h"
+#include "core/instances/InstanceHost.h"
+#include "core/take/TakeUndo.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/CoreNode.h"
+#include "core/host/CoreNode.h"
 #include "plugins/release/4wheelerextended/CarFrame.h"
 #include "util/NumberText.h"
 

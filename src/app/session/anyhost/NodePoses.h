@@ -1,7 +1,7 @@
 // Poses and places of nodes in whatever host there is.
 #pragma once
 
-#include "core/CoreNode.h"
+#include "core/host/CoreNode.h"
 #include "util/Matrix.h"
 
 namespace orv::app {

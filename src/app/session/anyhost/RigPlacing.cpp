@@ -3,10 +3,10 @@
 #include <vector>
 
 #include "app/session/anyhost/NodePoses.h"
-#include "core/AdaptorInterface.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/InstanceHost.h"
+#include "core/host/AdaptorInterface.h"
+#include "core/instances/Instance.h"
+#include "core/instances/InstanceHost.h"
 #include "core/interface/CCamera.h"
 
 namespace orv::app {

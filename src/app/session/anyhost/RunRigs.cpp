@@ -6,8 +6,8 @@
 
 #include "app/session/anyhost/UndoBlock.h"
 #include "core/CoreImplementation.h"
-#include "core/Instance.h"
-#include "core/InstanceReference.h"
+#include "core/instances/Instance.h"
+#include "core/instances/InstanceReference.h"
 #include "unidevice/Property.h"
 
 namespace orv::app {

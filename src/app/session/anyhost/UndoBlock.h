@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "core/AdaptorInterface.h"
+#include "core/host/AdaptorInterface.h"
 
 namespace orv::app {
 

@@ -1,0 +1,94 @@
+#include "core/config/ParameterUndo.h"
+
+#include <algorithm>
+
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+bool IsText(const ConfigElement& element) {
+  return element.kind() == ConfigElement::Kind::kTextBox ||
+         element.kind() == ConfigElement::Kind::kComboBox;
+}
+
+}  // namespace
+
+ParameterValue::ParameterValue(const ConfigElement& of) : element(of.id()), number(of.number()) {
+  if (IsText(of)) text = of.valueText();
+}
+
+bool ParameterValue::Fits(const ConfigElement& of) const {
+  return IsText(of) ? of.valueText() == text : of.number() == number;
+}
+
+void ParameterValue::WriteTo(ConfigElement& target) const {
+  if (Fits(target)) return;
+  std::string problem;
+  if (IsText(target) ? target.setValueText(text, problem) : target.setNumber(number))
+    target.apply();
+}
+
+ParameterState::ParameterState(const Instance& instance) : profile(instance.GetCurrentProfile()) {
+  for (const ConfigElement* element : instance.GetConfig().elements())
+    if (element->hasValue()) values.emplace_back(*element);
+}
+
+bool ParameterState::Holds(const ConfigElement& element) const {
+  return std::any_of(values.begin(), values.end(), [&element](const ParameterValue& value) {
+    return value.element == element.id() && value.Fits(element);
+  });
+}
+
+void ParameterState::KeepChanged(const Instance& instance) {
+  const auto stands = [&instance](const ParameterValue& value) {
+    const ConfigElement* const element = instance.GetConfig().find(value.element);
+    return !element || value.Fits(*element);
+  };
+  values.erase(std::remove_if(values.begin(), values.end(), stands), values.end());
+  values.shrink_to_fit();
+}
+
+void ParameterState::WriteTo(Instance& instance) const {
+  ConfigTree& config = instance.GetConfig();
+  ParameterState wanted(instance);
+  const auto isGauge = [&config](const ParameterValue& value) {
+    return config.find(value.element)->isReadOnly();
+  };
+  wanted.values.erase(std::remove_if(wanted.values.begin(), wanted.values.end(), isGauge),
+                      wanted.values.end());
+  for (const ParameterValue& value : values) {
+    ConfigElement* const element = config.find(value.element);
+    if (!element) continue;
+    value.WriteTo(*element);
+    for (ParameterValue& other : wanted.values)
+      if (other.element == value.element) other = value;
+  }
+  for (const ParameterValue& value : wanted.values) value.WriteTo(*config.find(value.element));
+  instance.SetCurrentProfile(profile);
+}
+
+ParameterUndo::ParameterUndo(Instance& instance, std::shared_ptr<ParameterState> before)
+    : StateUndo(std::move(before)), m_instance(instance) {}
+
+std::shared_ptr<ParameterState> ParameterUndo::Present() {
+  const Instance* const instance = m_instance.Get();
+  if (!instance) return Saved();
+  auto present = std::make_shared<ParameterState>();
+  present->profile = instance->GetCurrentProfile();
+  for (const ParameterValue& value : Saved()->values)
+    if (const ConfigElement* const element = instance->GetConfig().find(value.element))
+      present->values.emplace_back(*element);
+  return present;
+}
+
+void ParameterUndo::Apply(const std::shared_ptr<ParameterState>& state) {
+  Instance* const instance = m_instance.Get();
+  if (!instance) return;
+  state->WriteTo(*instance);
+  instance->RefreshConfig();
+}
+
+}  // namespace orv::rws::core

@@ -1,0 +1,31 @@
+// What a rig holds in place of the adaptor's own mesh snapshot.
+#pragma once
+
+#include "core/host/CoreNode.h"
+#include "core/interface/CSnapshot_Mesh.h"
+
+namespace orv::rws::core {
+
+/// Forwards each call to the adaptor's snapshot, which goes back to its node with this proxy.
+class Snapshot_Mesh_Proxy : public CSnapshot_Mesh {
+ public:
+  Snapshot_Mesh_Proxy(CoreNode* node, CSnapshot_Mesh* target) : m_node(node), m_target(target) {}
+  ~Snapshot_Mesh_Proxy() override { m_node->ReleaseSnapshot(m_target); }
+
+  std::intptr_t Extension(int code, void* a, void* b) override {
+    return m_target->Extension(code, a, b);
+  }
+  void GetExtensions(std::vector<int>& out) override { m_target->GetExtensions(out); }
+  void Triangulate() override { m_target->Triangulate(); }
+  util::CMesh GetMesh() override { return m_target->GetMesh(); }
+  bool Intersect(const util::Vector3<double>& origin, const util::Vector3<double>& direction,
+                 double maxDistance, RayHit& hit) override {
+    return m_target->Intersect(origin, direction, maxDistance, hit);
+  }
+
+ private:
+  CoreNode* m_node;
+  CSnapshot_Mesh* m_target;
+};
+
+}  // namespace orv::rws::core

@@ -1,0 +1,158 @@
+#include "core/services/Preferences.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/services/DataRoot.h"
+#include "core/services/Log.h"
+#include "util/NumberText.h"
+#include "util/xml/Tag.h"
+
+namespace orv::rws::core {
+
+namespace {
+
+using util::xml::Element;
+using util::xml::Tag;
+
+constexpr char kRoot[] = "preferences";
+constexpr char kPreference[] = "preference";
+
+/// One preference: whole numbers from 0 up.
+struct Entry {
+  const char* key;          ///< for people
+  const char* name;         ///< in the file
+  const char* description;  ///< for people
+  int most;                 ///< 1: a switch
+  int (*get)(const Preferences&);
+  void (*set)(Preferences&, int);
+};
+
+const Entry kEntries[] = {
+    {"countdown", "Start Countdown time", "seconds before a take begins", 3600,
+     [](const Preferences& p) { return p.countdownSeconds; },
+     [](Preferences& p, int value) { p.countdownSeconds = value; }},
+    {"updateviewport", "updateviewport", "a resimulation in a window shows frames as it runs", 1,
+     [](const Preferences& p) { return p.updateViewport ? 1 : 0; },
+     [](Preferences& p, int value) { p.updateViewport = value != 0; }},
+};
+
+const Entry* Find(const std::string& key) {
+  const auto found = std::find_if(std::begin(kEntries), std::end(kEntries),
+                                  [&key](const Entry& entry) { return entry.key == key; });
+  return found == std::end(kEntries) ? nullptr : &*found;
+}
+
+Element* FindElement(Element& root, const Entry& entry) {
+  for (Element* child : root.children)
+    if (child->name == kPreference && child->attribute("name") == entry.name) return child;
+  return nullptr;
+}
+
+/// What is wrong with the file as a whole, with its path; empty when it was read, or when there is
+/// none.
+std::string ReadFile(Element& root) {
+  const std::string path = Preferences::path();
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) return {};
+  std::string problem;
+  if (root.load(path, &problem) != 0) return problem;
+  return root.name == kRoot ? std::string() : path + ": it has another root tag";
+}
+
+}  // namespace
+
+std::string Preferences::path() {
+  return DataRoot::GetDataFolder() + "/core/preferences.xml";
+}
+
+bool Preferences::load() {
+  *this = Preferences();
+  Element root;
+  const std::string problem = ReadFile(root);
+  if (!problem.empty()) {
+    LogEntry(LogLevel::kWarning, "The preferences can't be read, so the defaults hold: " + problem);
+    return false;
+  }
+  bool whole = root.name == kRoot;
+  for (const Entry& entry : kEntries) {
+    const Element* stored = FindElement(root, entry);
+    if (!stored) continue;
+    int value = 0;
+    if (util::parseNumber(stored->text(), value) && value >= 0 && value <= entry.most) {
+      entry.set(*this, value);
+      continue;
+    }
+    whole = false;
+    LogEntry(LogLevel::kWarning, path() + ": \"" + entry.name + "\" is damaged (\"" +
+                                     stored->text() +
+                                     "\"), so its default holds: " + text(entry.key));
+  }
+  return whole;
+}
+
+bool Preferences::save(std::string* error, const std::vector<std::string>& keys) const {
+  Tag root(kRoot);
+  const std::string problem = ReadFile(root);
+  if (!problem.empty()) {
+    if (error)
+      *error = "the preferences are damaged and were left as they are: " + problem +
+               " (mend the file, or remove it to begin anew)";
+    return false;
+  }
+  for (const Entry& entry : kEntries) {
+    if (!keys.empty() && std::find(keys.begin(), keys.end(), entry.key) == keys.end()) continue;
+    Element* stored = FindElement(root, entry);
+    if (!stored) {
+      Tag tag(kPreference);
+      tag.setAttribute("name", entry.name);
+      stored = &root.addChild(tag);
+    }
+    stored->setText(std::to_string(entry.get(*this)));
+  }
+  std::error_code ignored;
+  std::filesystem::create_directories(std::filesystem::path(path()).parent_path(), ignored);
+  if (root.save(path(), error)) return true;
+  if (error) *error += " (see that the data root is a folder that can be written, or name another)";
+  return false;
+}
+
+std::vector<std::string> Preferences::keys() {
+  std::vector<std::string> result;
+  for (const Entry& entry : kEntries) result.emplace_back(entry.key);
+  return result;
+}
+
+std::string Preferences::description(const std::string& key) {
+  const Entry* entry = Find(key);
+  return entry ? entry->description : std::string();
+}
+
+std::string Preferences::text(const std::string& key) const {
+  const Entry* entry = Find(key);
+  if (!entry) return {};
+  const int value = entry->get(*this);
+  if (entry->most > 1) return std::to_string(value);
+  return value ? "on" : "off";
+}
+
+bool Preferences::set(const std::string& key, const std::string& text, std::string& error) {
+  const Entry* entry = Find(key);
+  if (!entry) {
+    error = "there is no such preference";
+    return false;
+  }
+  int value = -1;
+  if (entry->most == 1 && (text == "on" || text == "true")) value = 1;
+  if (entry->most == 1 && (text == "off" || text == "false")) value = 0;
+  if (value < 0 && (!util::parseNumber(text, value) || value < 0 || value > entry->most)) {
+    error = "\"" + text + "\" is not " +
+            (entry->most == 1 ? "on or off"
+                              : "a whole number from 0 to " + std::to_string(entry->most));
+    return false;
+  }
+  entry->set(*this, value);
+  return true;
+}
+
+}  // namespace orv::rws::core
