@@ -68,6 +68,27 @@ TEST(CarDrive, ATurnHasTheRadiusOfItsSteeringAndTheInnerWheelYawsMore) {
   EXPECT_NEAR(yaw("_BL"), 0.0, 1e-9);
 }
 
+TEST(CarDrive, NoWheelIsSteeredBeyondARightAngle) {
+  const auto yaws = [](double maximum) {
+    CarScene car;
+    car.Edit("Steering Wheel (Right/Left) Maximum", maximum);
+    car.Drive(6, {{kSteer, PressedSoon(1.0)}});
+    std::vector<double> yaws;
+    for (const char* wheel : {"_FL", "_FR"}) {
+      const std::string relocator = std::string("WheelRelocatorMesh") + wheel;
+      const Vector back = car.Axis(std::string("WheelCenterMesh") + wheel, 2, 150);
+      yaws.push_back(std::atan2(-back.dot(car.Axis(relocator, 0, 150)),
+                                back.dot(car.Axis(relocator, 2, 150))));
+    }
+    return yaws;
+  };
+  const std::vector<double> right = yaws(1.6), farther = yaws(2.2);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_NEAR(farther[i], right[i], 1e-9);
+    EXPECT_GT(std::abs(right[i]), 1.0);
+  }
+}
+
 TEST(CarDrive, ADriveIsTheSameAtEveryScale) {
   const auto drive = [](double scale) {
     auto car = std::make_unique<CarScene>();
