@@ -26,22 +26,22 @@ class BeltScene {
  public:
   explicit BeltScene(bool onGround) : session(rws::addon::AllRigs()) {
     auto& scene = session.GetScene();
-    scene.setFrameRate(1.0 / kFrame);
-    scene.setRange(0.0, (kSettling + kFrames) * kFrame);
-    hl::SceneNode& ground = scene.addNode("Ground");
+    scene.SetFrameRate(1.0 / kFrame);
+    scene.SetRange(0.0, (kSettling + kFrames) * kFrame);
+    hl::SceneNode& ground = scene.AddNode("Ground");
     static const util::CMesh terrain = RollingTerrain(kQuads100k);
-    ground.setMesh(terrain);
-    hl::SceneNode& hull = scene.addNode("Hull");
+    ground.SetMesh(terrain);
+    hl::SceneNode& hull = scene.AddNode("Hull");
     Lead(hull, onGround ? 0.0 : 3.0);
     m_belt = session.GetCore().CreateToolFromFactory("CrawlerTracks", "Belt");
     for (const char* button :
          {"Add Wheel", "Add Wheel", "Add Wheel", "Calculate Number of Steps", "Create Track"})
-      for (auto* element : m_belt->GetConfig().findAll(button))
-        session.GetCore().PressButton(*m_belt, element->id());
+      for (auto* element : m_belt->GetConfig().FindAll(button))
+        session.GetCore().PressButton(*m_belt, element->GetId());
     // The Frame stands in the hull as it stood in the world.
-    hl::SceneNode& frame = *scene.find("Belt_Frame");
-    scene.move(frame, &hull);
-    if (onGround) scene.reparent(*scene.find("Belt_GravityDirection"), &ground, 0.0);
+    hl::SceneNode& frame = *scene.Find("Belt_Frame");
+    scene.Move(frame, &hull);
+    if (onGround) scene.Reparent(*scene.Find("Belt_GravityDirection"), &ground, 0.0);
     for (int i = 0; i < m_belt->GetProperties().count(); ++i) {
       if (m_belt->GetProperties().property(i)->name != "Forward/Backward") continue;
       util::AVar_Linear<double> forward;
@@ -66,10 +66,10 @@ class BeltScene {
   std::string Check() {
     Hash hash;
     int steps = 0;
-    for (hl::SceneNode* node : session.GetScene().nodes()) {
-      steps += node->name().rfind("Belt_step", 0) == 0;
+    for (hl::SceneNode* node : session.GetScene().GetNodes()) {
+      steps += node->GetName().rfind("Belt_step", 0) == 0;
       for (const int frame : {1, kSettling, kSettling + kFrames})
-        hash.Add(node->worldMatrix(frame * kFrame).data(), 16);
+        hash.Add(node->WorldMatrix(frame * kFrame).data(), 16);
     }
     return std::to_string(steps) + " steps, poses " + std::to_string(hash.value);
   }
@@ -91,10 +91,10 @@ class BeltScene {
       for (const double v : {std::sin(pitch / 2), 0.0, 0.0, std::cos(pitch / 2)})
         turns.push_back(v);
     }
-    way.setKeys(times, ways);
-    turn.setKeys(times, turns);
-    hull.setChannel(way);
-    hull.setChannel(turn);
+    way.SetKeys(times, ways);
+    turn.SetKeys(times, turns);
+    hull.SetChannel(way);
+    hull.SetChannel(turn);
   }
 
   rws::core::Instance* m_belt = nullptr;

@@ -138,10 +138,10 @@ class CarScene {
   CarScene(int cars, int frames, Ground kind = Ground::kFast)
       : session(rws::addon::AllRigs()), m_frames(frames), m_fast(kind == Ground::kFast) {
     auto& scene = session.GetScene();
-    scene.setRange(0.0, frames * kFrame);
+    scene.SetRange(0.0, frames * kFrame);
     SceneNode& ground =
-        kind == Ground::kMany ? tests::AddRaceTrack(scene, Terrain100k()) : scene.addNode("Ground");
-    if (kind != Ground::kMany) ground.setMesh(Terrain100k());
+        kind == Ground::kMany ? tests::AddRaceTrack(scene, Terrain100k()) : scene.AddNode("Ground");
+    if (kind != Ground::kMany) ground.SetMesh(Terrain100k());
     for (int i = 0; i < cars; ++i) AddCar(ground, StartPlace(i, cars));
     session.GetAdaptor().ClearUndoHistory();
   }
@@ -165,9 +165,9 @@ class CarScene {
   }
   std::uint64_t HashPoses() {
     Hash hash;
-    for (SceneNode* node : session.GetScene().nodes())
+    for (SceneNode* node : session.GetScene().GetNodes())
       for (const int frame : {1, m_frames / 2, m_frames})
-        hash.Add(node->worldMatrix(frame * kFrame).data(), 16);
+        hash.Add(node->WorldMatrix(frame * kFrame).data(), 16);
     return hash.value;
   }
 
@@ -178,17 +178,17 @@ class CarScene {
     auto& scene = session.GetScene();
     Instance* const rig = session.GetCore().CreateToolFromFactory("4WheelerExt", {});
     const auto node = [&](const char* name) -> SceneNode& {
-      return *scene.find(rig->GetInstanceName() + "_" + name);
+      return *scene.Find(rig->GetInstanceName() + "_" + name);
     };
-    scene.reparent(node("GravityDirectionMesh"), &ground, 0.0);
-    rws::adaptor::Trs pose = node("CarBodyMesh").pose();
+    scene.Reparent(node("GravityDirectionMesh"), &ground, 0.0);
+    rws::adaptor::Trs pose = node("CarBodyMesh").GetPose();
     pose.translation = place + Vector(0.0, kRestHeight, 0.0);
-    node("CarBodyMesh").setPose(pose);
+    node("CarBodyMesh").SetPose(pose);
     for (const auto& [label, value] : {std::pair{"Ray Multiplier", double{kProfileRays}},
                                        {"Use Fast Ray Cast", m_fast ? 1.0 : 0.0}})
-      for (auto* element : rig->GetConfig().findAll(label)) {
-        element->setNumber(value);
-        element->apply();
+      for (auto* element : rig->GetConfig().FindAll(label)) {
+        element->SetNumber(value);
+        element->Apply();
       }
     auto& tracks = rig->GetTracks();
     tracks.resize(static_cast<std::size_t>(rig->GetProperties().count()));
@@ -272,9 +272,9 @@ void ManyMeshesBesideOne(benchmark::State& state) {
       const double toFrame = 1e6 / (4 * kDriveFrames);
       (isOne ? one : many).Add(times.whole * toFrame);
       (isOne ? oneFrame : manyFrame).Add(times.frames * toFrame);
-      for (SceneNode* node : scene.session.GetScene().nodes())
-        if (node->name().find("CarBodyMesh") != std::string::npos)
-          ends[isOne ? 0 : 1] = node->worldMatrix(4 * kDriveFrames * kFrame).translation();
+      for (SceneNode* node : scene.session.GetScene().GetNodes())
+        if (node->GetName().find("CarBodyMesh") != std::string::npos)
+          ends[isOne ? 0 : 1] = node->WorldMatrix(4 * kDriveFrames * kFrame).translation();
     }
   if (!((ends[0] - ends[1]).length() < 1e-3)) state.SkipWithError("the drives differ");
   one.Report(state, "one_us");
@@ -354,7 +354,7 @@ void HostRaysBesideBullet(benchmark::State& state) {
   const std::vector<Vector> origins = PathOrigins(200000);
   BulletGround bullet(mesh);
   HeadlessSession session(rws::addon::AllRigs());
-  session.GetScene().addNode("Ground").setMesh(mesh);
+  session.GetScene().AddNode("Ground").SetMesh(mesh);
   auto& ground = *session.GetAdaptor().FindSceneNode("Ground");
   std::vector<double> theirDistances(origins.size()), ourDistances(origins.size());
   CastWithHost(ground, origins, kLength, ourDistances);  // builds the tree

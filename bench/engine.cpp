@@ -28,8 +28,8 @@ constexpr double kFrame = 0.04;
 
 /// A node that wanders for `frames` frames, keyed in position and rotation.
 SceneNode& AddMover(HeadlessSession& session, int frames) {
-  session.GetScene().setRange(0.0, frames * kFrame);
-  SceneNode& node = session.GetScene().addNode("Mover");
+  session.GetScene().SetRange(0.0, frames * kFrame);
+  SceneNode& node = session.GetScene().AddNode("Mover");
   std::vector<double> times, places, turns;
   for (int i = 0; i <= frames; ++i) {
     const double t = i * kFrame;
@@ -38,15 +38,15 @@ SceneNode& AddMover(HeadlessSession& session, int frames) {
     const double half = 0.4 * std::sin(0.9 * t);
     turns.insert(turns.end(), {0.0, std::sin(half), 0.0, std::cos(half)});
   }
-  node.replaceKeys(ChannelPath::kTranslation, 0.0, times.back(), times, places, kFrame);
-  node.replaceKeys(ChannelPath::kRotation, 0.0, times.back(), times, turns, kFrame);
+  node.ReplaceKeys(ChannelPath::kTranslation, 0.0, times.back(), times, places, kFrame);
+  node.ReplaceKeys(ChannelPath::kRotation, 0.0, times.back(), times, turns, kFrame);
   return node;
 }
 
 std::uint64_t HashPoses(HeadlessSession& session, double end) {
   std::uint64_t hash = 1469598103934665603u;
-  for (SceneNode* node : session.GetScene().nodes()) {
-    const auto matrix = node->worldMatrix(end);
+  for (SceneNode* node : session.GetScene().GetNodes()) {
+    const auto matrix = node->WorldMatrix(end);
     unsigned char bytes[sizeof matrix.m];
     std::memcpy(bytes, matrix.m, sizeof bytes);
     for (const unsigned char byte : bytes) hash = (hash ^ byte) * 1099511628211u;
@@ -84,8 +84,8 @@ void MotionFilterCams(benchmark::State& state) {
   SceneNode& mover = AddMover(session, frames);
   for (int i = 0; i < rigs; ++i) {
     Instance* rig = session.GetCore().CreateToolFromFactory("MotionFilterCam", {});
-    SceneNode* attached = session.GetScene().find(rig->GetInstanceName() + "_AttachedCam");
-    session.GetScene().move(*attached, &mover);
+    SceneNode* attached = session.GetScene().Find(rig->GetInstanceName() + "_AttachedCam");
+    session.GetScene().Move(*attached, &mover);
   }
   Resimulate(state, session, frames, rigs);
 }
@@ -96,7 +96,7 @@ void MotionFilterCamShort(benchmark::State& state) {
   HeadlessSession session(orv::rws::addon::AllRigs());
   SceneNode& mover = AddMover(session, 100);
   Instance* rig = session.GetCore().CreateToolFromFactory("MotionFilterCam", {});
-  session.GetScene().move(*session.GetScene().find(rig->GetInstanceName() + "_AttachedCam"),
+  session.GetScene().Move(*session.GetScene().Find(rig->GetInstanceName() + "_AttachedCam"),
                           &mover);
   Resimulate(state, session, 100, 1);
 }

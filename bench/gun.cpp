@@ -31,16 +31,16 @@ class GunScene {
   /// `each` projectiles a frame for `shots` frames; they bounce on the ground.
   GunScene(int each, int shots, double lifeTime) : session(rws::addon::AllRigs()) {
     auto& scene = session.GetScene();
-    scene.setFrameRate(1.0 / kFrame);
-    scene.setRange(0.0, 1000.0);
-    SceneNode& ground = scene.addNode("Ground");
+    scene.SetFrameRate(1.0 / kFrame);
+    scene.SetRange(0.0, 1000.0);
+    SceneNode& ground = scene.AddNode("Ground");
     static const util::CMesh terrain = RollingTerrain(kQuads100k);
-    ground.setMesh(terrain);
+    ground.SetMesh(terrain);
     m_gun = session.GetCore().CreateToolFromFactory("Firepower", "Gun");
-    scene.reparent(*scene.find("Gun_collision"), &ground, 0.0);
-    auto pose = scene.find("Gun_fire trigger")->pose();
+    scene.Reparent(*scene.Find("Gun_collision"), &ground, 0.0);
+    auto pose = scene.Find("Gun_fire trigger")->GetPose();
     pose.translation = {0.0, 20.0, 0.0};
-    scene.find("Gun_fire trigger")->setPose(pose);
+    scene.Find("Gun_fire trigger")->SetPose(pose);
     for (const auto& [label, value] : {std::pair{"Rate of fire (rounds/s)", 25.0},
                                        {"Bullets/discharge", double(each)},
                                        {"Spread Angle (degrees)", 180.0},
@@ -48,9 +48,9 @@ class GunScene {
                                        {"Lifetime (seconds)", lifeTime},
                                        {"Pitch Bullet", 1.0},
                                        {"elasticity (%)", 70.0}})
-      for (auto* element : m_gun->GetConfig().findAll(label)) {
-        element->setNumber(value);
-        element->apply();
+      for (auto* element : m_gun->GetConfig().FindAll(label)) {
+        element->SetNumber(value);
+        element->Apply();
       }
     util::AVar_Linear<double> fire;
     fire.set(kFrame, 1.0);
@@ -73,10 +73,10 @@ class GunScene {
   std::string HashPoses(int frames) {
     Hash hash;
     int count = 0;
-    for (SceneNode* node : session.GetScene().nodes()) {
-      count += node->name().rfind("Gun_bullet_", 0) == 0;
+    for (SceneNode* node : session.GetScene().GetNodes()) {
+      count += node->GetName().rfind("Gun_bullet_", 0) == 0;
       for (const int frame : {1, frames / 2, frames})
-        hash.Add(node->worldMatrix(frame * kFrame).data(), 16);
+        hash.Add(node->WorldMatrix(frame * kFrame).data(), 16);
     }
     return std::to_string(count) + " projectiles, poses " + std::to_string(hash.value);
   }

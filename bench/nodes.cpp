@@ -119,7 +119,7 @@ class Stage {
     m_path =
         (std::filesystem::temp_directory_path() / ("nodes_" + std::to_string(getpid()))).string() +
         ".glb";
-    m_session.GetScene().setRange(0.0, kFrames * kFrame);
+    m_session.GetScene().SetRange(0.0, kFrames * kFrame);
     m_session.GetCore().CreateToolFromFactory("Swarm", "Swarm_01");
   }
   ~Stage() { std::filesystem::remove(m_path); }
@@ -146,8 +146,8 @@ class Stage {
   }
   std::uint64_t HashPoses() {
     orv::bench::Hash hash;
-    for (auto* node : m_session.GetScene().nodes())
-      hash.Add(node->worldMatrix(0.5 * kFrames * kFrame).data(), 16);
+    for (auto* node : m_session.GetScene().GetNodes())
+      hash.Add(node->WorldMatrix(0.5 * kFrames * kFrame).data(), 16);
     return hash.value;
   }
 

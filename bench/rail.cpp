@@ -37,12 +37,12 @@ Vector RingPoint(int i) {
 }
 
 void Press(hl::HeadlessSession& session, Instance& rig, const char* label) {
-  session.GetCore().PressButton(rig, rig.GetConfig().findAll(label)[0]->id());
+  session.GetCore().PressButton(rig, rig.GetConfig().FindAll(label)[0]->GetId());
 }
 
 void Edit(hl::HeadlessSession& session, Instance& rig, const char* label, const char* value) {
   std::string problem;
-  session.GetCore().EditParameter(rig, rig.GetConfig().findAll(label)[0]->id(), value, problem);
+  session.GetCore().EditParameter(rig, rig.GetConfig().FindAll(label)[0]->GetId(), value, problem);
 }
 
 Instance& LayOwnCurve(hl::HeadlessSession& session) {
@@ -63,12 +63,12 @@ Instance& LayOwnCurve(hl::HeadlessSession& session) {
 
 Instance& LayHostCurve(hl::HeadlessSession& session) {
   Instance& rig = *session.GetCore().CreateToolFromFactory("Spline Speed-Controller", "Rail");
-  hl::SceneNode& path = session.GetScene().addNode("Path");
+  hl::SceneNode& path = session.GetScene().AddNode("Path");
   orv::rws::adaptor::Curve curve;
   for (int i = 0; i < kPoints; ++i) curve.points.push_back(RingPoint(i));
   curve.closed = true;
-  path.setCurve(curve);
-  session.GetScene().move(*session.GetScene().find("Rail_CarriageNode"), &path);
+  path.SetCurve(curve);
+  session.GetScene().Move(*session.GetScene().Find("Rail_CarriageNode"), &path);
   for (const char* percent : {"0", "40", "70"}) {
     Edit(session, rig, "Waypoint Creation Position (in Percent)", percent);
     Press(session, rig, "Create New Waypoint");
@@ -79,7 +79,7 @@ Instance& LayHostCurve(hl::HeadlessSession& session) {
 
 void Resimulate(benchmark::State& state, bool own) {
   hl::HeadlessSession session(orv::rws::addon::AllRigs());
-  session.GetScene().setRange(0.0, kFrames * kFrame);
+  session.GetScene().SetRange(0.0, kFrames * kFrame);
   own ? LayOwnCurve(session) : LayHostCurve(session);
   auto& core = session.GetCore();
   for (auto _ : state) {
@@ -93,7 +93,7 @@ void Resimulate(benchmark::State& state, bool own) {
   }
   state.counters["frames/s"] = benchmark::Counter(static_cast<double>(state.iterations()) * kFrames,
                                                   benchmark::Counter::kIsRate);
-  const auto pose = session.GetScene().find("Rail_CarriageNode")->worldMatrix(kFrames * kFrame);
+  const auto pose = session.GetScene().Find("Rail_CarriageNode")->WorldMatrix(kFrames * kFrame);
   std::uint64_t hash = 14695981039346656037u;
   for (const double number : pose.m)
     hash = (hash ^ static_cast<std::uint64_t>(std::llround(number * 1e6))) * 1099511628211u;

@@ -54,8 +54,8 @@ class Landscape {
         mesh.faces.insert(mesh.faces.end(), {a, c, a + 1, a + 1, c, c + 1});
       }
     Scene scene;
-    scene.addNode("Ground").setMesh(mesh);
-    const WriteResult result = GltfWriter::write(scene, m_path);
+    scene.AddNode("Ground").SetMesh(mesh);
+    const WriteResult result = GltfWriter::Write(scene, m_path);
     if (!result) std::fprintf(stderr, "%s\n", result.error.c_str());
     m_size = std::filesystem::file_size(m_path);
   }
@@ -65,7 +65,7 @@ class Landscape {
 };
 
 bool openWithOurs(const std::string& path) {
-  const ReadResult result = GltfReader::read(path);
+  const ReadResult result = GltfReader::Read(path);
   benchmark::DoNotOptimize(result.scene.get());
   return static_cast<bool>(result);
 }
@@ -81,8 +81,8 @@ bool openWithTinygltf(const std::string& path) {
 }
 
 bool openAndBuildTriangles(const std::string& path) {
-  const ReadResult result = GltfReader::read(path);
-  return result && result.scene->find("Ground")->mesh()->faces.size() == 6u * kSide * kSide;
+  const ReadResult result = GltfReader::Read(path);
+  return result && result.scene->Find("Ground")->GetMesh()->faces.size() == 6u * kSide * kSide;
 }
 
 long peakKilobytes() {

@@ -33,19 +33,19 @@ namespace {
 /// One element of each kind, in nested groups that share labels.
 struct Rig {
   Rig() {
-    tree.beginGroup("A", "");
-    tree.addCheckBox("On", "", &on, nullptr);
-    tree.addSpinner("Factor", "", &factor, -1.0, 100.0, 0.1, 2, nullptr);
-    tree.beginGroup("A", "");
-    tree.addSpinnerInt("Count", "", &count, -3, 9, 1, nullptr);
-    tree.addTextBox("Text", "", &text, nullptr);
-    tree.endGroup();
-    tree.endGroup();
-    tree.beginGroup("B", "");
-    tree.addComboBox("Mode", "", {"x", "y", "1"}, &mode, nullptr);
-    tree.addButton("Press", "", nullptr);
-    tree.addSpinner("Factor", "", &second, 0.0, 1e300, 0.1, 2, nullptr);
-    tree.endGroup();
+    tree.BeginGroup("A", "");
+    tree.AddCheckBox("On", "", &on, nullptr);
+    tree.AddSpinner("Factor", "", &factor, -1.0, 100.0, 0.1, 2, nullptr);
+    tree.BeginGroup("A", "");
+    tree.AddSpinnerInt("Count", "", &count, -3, 9, 1, nullptr);
+    tree.AddTextBox("Text", "", &text, nullptr);
+    tree.EndGroup();
+    tree.EndGroup();
+    tree.BeginGroup("B", "");
+    tree.AddComboBox("Mode", "", {"x", "y", "1"}, &mode, nullptr);
+    tree.AddButton("Press", "", nullptr);
+    tree.AddSpinner("Factor", "", &second, 0.0, 1e300, 0.1, 2, nullptr);
+    tree.EndGroup();
   }
   bool on = false;
   double factor = 1.0, second = 2.0;
@@ -56,7 +56,7 @@ struct Rig {
 
 Tag written(const Rig& rig) {
   Tag profile("configprofile");
-  rig.tree.write(profile);
+  rig.tree.Write(profile);
   return profile;
 }
 
@@ -67,15 +67,15 @@ static void checkConfig(const Element& document) {
   if (!ConfigProfileManager::Parse(document, "Stem", profiles)) return;
   for (Tag& profile : profiles) {
     Rig rig;
-    rig.tree.read(profile);
+    rig.tree.Read(profile);
     require(rig.factor >= -1.0 && rig.factor <= 100.0, "a real value is in its range");
     require(rig.second >= 0.0 && rig.second <= 1e300, "the second real value is in its range");
     require(rig.count >= -3 && rig.count <= 9, "a whole number is in its range");
     require(rig.mode >= 0 && rig.mode <= 2, "an index is in its range");
 
-    rig.tree.upgrade(profile);
+    rig.tree.Upgrade(profile);
     Rig upgraded;
-    upgraded.tree.read(profile);
+    upgraded.tree.Read(profile);
     require(written(upgraded) == written(rig), "the upgraded profile has the same values");
 
     Tag saved("");
@@ -83,14 +83,14 @@ static void checkConfig(const Element& document) {
     std::vector<Tag> again;
     require(ConfigProfileManager::Parse(saved, "Stem", again) && again.size() == 1, "as a profile");
     Rig back;
-    require(back.tree.read(again[0]).empty(), "without complaint");
+    require(back.tree.Read(again[0]).empty(), "without complaint");
     require(written(back) == written(rig), "and has the same values");
 
-    for (const ConfigElement* element : rig.tree.elements()) {
+    for (const ConfigElement* element : rig.tree.GetElements()) {
       std::string problem;
-      ConfigElement& other = *back.tree.find(element->id() < 0 ? 0 : element->id());
-      if (element->id() >= 0 && element->hasValue())
-        require(other.setValueText(element->valueText(), problem) && problem.empty(),
+      ConfigElement& other = *back.tree.Find(element->GetId() < 0 ? 0 : element->GetId());
+      if (element->GetId() >= 0 && element->HasValue())
+        require(other.SetValueText(element->GetValueText(), problem) && problem.empty(),
                 "a value's text is a value");
     }
     require(written(back) == written(rig), "texts bring the same values back");

@@ -21,11 +21,11 @@ using namespace orv::rws::adaptor::headless;
 /// What is written must be read again; anything else is a finding.
 void requireReadable(const Scene& scene, GltfForm form, const char* when) {
   std::string bytes;
-  const WriteResult written = GltfWriter::writeMemory(scene, form, bytes);
+  const WriteResult written = GltfWriter::WriteMemory(scene, form, bytes);
   if (!written) return;  // Refused aloud.
   std::string again;
-  const ReadResult result = GltfReader::readMemory(bytes, "written");
-  if (result && GltfWriter::writeMemory(*result.scene, form, again) && again == bytes) return;
+  const ReadResult result = GltfReader::ReadMemory(bytes, "written");
+  if (result && GltfWriter::WriteMemory(*result.scene, form, again) && again == bytes) return;
   std::fprintf(stderr, "%s: %s\n", when, result ? "a second save differs" : result.error.c_str());
   std::abort();
 }
@@ -33,24 +33,24 @@ void requireReadable(const Scene& scene, GltfForm form, const char* when) {
 void play(const Scene& scene) {
   double sum = 0.0;
   std::size_t meshes = 0;
-  for (const SceneNode* node : scene.nodes()) {
-    for (const double time : {-1.0, 0.0, 0.5, 3.0, 1e9}) sum += node->worldMatrix(time)[12];
-    if (node->hasMesh() && ++meshes < 4 && !node->mesh()->isConsistent()) std::abort();
+  for (const SceneNode* node : scene.GetNodes()) {
+    for (const double time : {-1.0, 0.0, 0.5, 3.0, 1e9}) sum += node->WorldMatrix(time)[12];
+    if (node->HasMesh() && ++meshes < 4 && !node->GetMesh()->isConsistent()) std::abort();
   }
   if (sum == 0.1234567) std::puts("");
 }
 
 void change(Scene& scene) {
-  const auto nodes = scene.nodes();
+  const auto nodes = scene.GetNodes();
   if (nodes.empty()) return;
   SceneNode& last = *nodes.back();
-  last.replaceKeys(ChannelPath::kTranslation, 0.1, 0.3, {0.1, 0.2}, {1, 2, 3, 4, 5, 6}, 0.04);
-  last.setTag("tag");
-  last.setVisible(!last.visible());
-  last.setColour({0.5f, 0.5f, 0.5f});
-  SceneNode& added = scene.addNode(last.name(), nodes.front());
-  added.setLens({});
-  if (nodes.size() > 2) scene.detach(*nodes[1]);
+  last.ReplaceKeys(ChannelPath::kTranslation, 0.1, 0.3, {0.1, 0.2}, {1, 2, 3, 4, 5, 6}, 0.04);
+  last.SetTag("tag");
+  last.SetVisible(!last.IsVisible());
+  last.SetColour({0.5f, 0.5f, 0.5f});
+  SceneNode& added = scene.AddNode(last.GetName(), nodes.front());
+  added.SetLens({});
+  if (nodes.size() > 2) scene.Detach(*nodes[1]);
 }
 
 using Json = nlohmann::ordered_json;
@@ -123,7 +123,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  const ReadResult result = GltfReader::readMemory(bytes, "fuzz");
+  const ReadResult result = GltfReader::ReadMemory(bytes, "fuzz");
   if (!result) return 0;
   play(*result.scene);
   requireReadable(*result.scene, GltfForm::kBinary, "as read");

@@ -21,12 +21,12 @@ namespace orv::rws::core {
 
 ConfigElement* CoreImplementation::FindEditable(Instance& instance, int elementId,
                                                 std::string& problem) const {
-  ConfigElement* const element = instance.GetConfig().find(elementId);
+  ConfigElement* const element = instance.GetConfig().Find(elementId);
   if (!element) {
     problem = "there is no parameter with the id " + std::to_string(elementId);
     return nullptr;
   }
-  if (!element->isReadOnly()) return element;
+  if (!element->IsReadOnly()) return element;
   problem = "it is a gauge, which the rig computes; it can't be set";
   return nullptr;
 }
@@ -70,12 +70,12 @@ void CoreImplementation::CancelEdit() {
 }
 
 bool CoreImplementation::PressButton(Instance& instance, int elementId) {
-  ConfigElement* element = instance.GetConfig().find(elementId);
-  if (!element || element->kind() != ConfigElement::Kind::kButton) return false;
+  ConfigElement* element = instance.GetConfig().Find(elementId);
+  if (!element || element->GetKind() != ConfigElement::Kind::kButton) return false;
   const CoreRequest request(*this);
-  GetAdaptor()->BeginUndoBlock(element->label());
+  GetAdaptor()->BeginUndoBlock(element->GetLabel());
   m_messages.Tell(ParametersChanged{instance.GetIdentity(), ParametersChanged::kAll});
-  element->apply();
+  element->Apply();
   GetAdaptor()->EndUndoBlock();
   return true;
 }

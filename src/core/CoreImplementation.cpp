@@ -139,7 +139,7 @@ void CoreImplementation::OnKeyEvent(int key, bool down, const KeyModifiers& modi
 // --- take and time ---
 
 Preferences& CoreImplementation::GetPreferences() {
-  if (!m_preferencesRead) m_preferences.load();
+  if (!m_preferencesRead) m_preferences.Load();
   m_preferencesRead = true;
   return m_preferences;
 }

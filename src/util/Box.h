@@ -15,31 +15,31 @@ struct Box {
   Vector3<double> low{kInfinity, kInfinity, kInfinity};
   Vector3<double> high{-kInfinity, -kInfinity, -kInfinity};
 
-  void Add(const Vector3<double>& p) {
+  void add(const Vector3<double>& p) {
     for (int i = 0; i < 3; ++i) {
       low[i] = std::min(low[i], p[i]);
       high[i] = std::max(high[i], p[i]);
     }
   }
-  void Add(const Box& other) {
+  void add(const Box& other) {
     for (int i = 0; i < 3; ++i) {
       low[i] = std::min(low[i], other.low[i]);
       high[i] = std::max(high[i], other.high[i]);
     }
   }
-  bool IsEmpty() const { return !(low.x <= high.x); }
+  bool isEmpty() const { return !(low.x <= high.x); }
   /// Whether the two share a point.
-  bool Meets(const Box& other) const {
+  bool meets(const Box& other) const {
     for (int i = 0; i < 3; ++i)
       if (low[i] > other.high[i] || high[i] < other.low[i]) return false;
     return true;
   }
-  bool Holds(const Box& other) const {
+  bool holds(const Box& other) const {
     for (int i = 0; i < 3; ++i)
       if (other.low[i] < low[i] || other.high[i] > high[i]) return false;
     return true;
   }
-  Vector3<double> Middle() const { return low * 0.5 + high * 0.5; }
+  Vector3<double> middle() const { return low * 0.5 + high * 0.5; }
 };
 
 }  // namespace orv::util

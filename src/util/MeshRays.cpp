@@ -35,17 +35,17 @@ constexpr double kShortestInPlace = 1e-6;
 constexpr double kSlabSlack = 1.0000000000000016;
 
 /// Half the surface; 0 for an empty box.
-double Area(const Box& box) {
+double area(const Box& box) {
   const Vec size = box.high - box.low;
   return size.x < 0.0 ? 0.0 : size.x * size.y + size.y * size.z + size.z * size.x;
 }
 
-float RoundDown(double value) {
+float roundDown(double value) {
   const float f = static_cast<float>(value);
   return f > value ? std::nextafterf(f, -std::numeric_limits<float>::infinity()) : f;
 }
 
-float RoundUp(double value) {
+float roundUp(double value) {
   const float f = static_cast<float>(value);
   return f < value ? std::nextafterf(f, std::numeric_limits<float>::infinity()) : f;
 }
@@ -53,11 +53,11 @@ float RoundUp(double value) {
 /// One number for each child of a node.
 using Lanes = DoublePair;
 
-Lanes Widen(const float (&pair)[2]) {
+Lanes widen(const float (&pair)[2]) {
   return Lanes{pair[0], pair[1]};
 }
 
-bool IsFinite(const Vec& v) {
+bool isFinite(const Vec& v) {
   return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
@@ -70,14 +70,14 @@ class MeshRays::Builder {
  public:
   explicit Builder(const MeshRays& rays) : m_rays(rays), m_mesh(*rays.m_mesh) {}
 
-  void Divide(const Region& region) {
+  void divide(const Region& region) {
     const bool isLarge = region.end - region.begin > kSortedAtOnce;
-    if (!isLarge || !FillGrid(region)) Collect(region);
-    Build(region);
+    if (!isLarge || !fillGrid(region)) collect(region);
+    build(region);
   }
 
   /// A pair whose children no ray meets.
-  static std::int32_t AddPair(std::vector<Pair>& pairs) {
+  static std::int32_t addPair(std::vector<Pair>& pairs) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     Pair pair{};
     for (int i = 0; i < 3; ++i)
@@ -95,7 +95,7 @@ class MeshRays::Builder {
     Box bounds;
     Vec centroid;
     std::int32_t begin, end;  ///< of the order
-    std::int32_t Weight() const { return end - begin; }
+    std::int32_t weight() const { return end - begin; }
   };
   struct Task {
     std::int32_t pair, side;  ///< where the node goes
@@ -107,34 +107,34 @@ class MeshRays::Builder {
     int bin = 0;
   };
 
-  const Vec& Corner(std::int32_t triangle, int k) const {
+  const Vec& corner(std::int32_t triangle, int k) const {
     const auto face = 3 * static_cast<std::size_t>(triangle) + static_cast<std::size_t>(k);
     return m_mesh.vertices[static_cast<std::size_t>(m_mesh.faces[face])];
   }
-  Box BoundsOf(std::int32_t triangle) const {
+  Box boundsOf(std::int32_t triangle) const {
     Box bounds;
-    for (int k = 0; k < 3; ++k) bounds.Add(Corner(triangle, k));
+    for (int k = 0; k < 3; ++k) bounds.add(corner(triangle, k));
     return bounds;
   }
 
-  void Collect(const Region& region) {
+  void collect(const Region& region) {
     m_items.clear();
     m_isGrid = false;
     for (std::int32_t i = region.begin; i < region.end; ++i) {
-      const Box bounds = BoundsOf(m_rays.m_order[static_cast<std::size_t>(i)]);
-      m_items.push_back({bounds, bounds.Middle(), i, i + 1});
+      const Box bounds = boundsOf(m_rays.m_order[static_cast<std::size_t>(i)]);
+      m_items.push_back({bounds, bounds.middle(), i, i + 1});
     }
   }
 
   /// Sorts the region's triangles into cells about as long as wide. False when all are in one.
-  bool FillGrid(const Region& region) {
+  bool fillGrid(const Region& region) {
     const auto first = m_rays.m_order.begin() + region.begin;
     const int count = region.end - region.begin;
     Box centroids;
     Vec meanSize;
     for (int i = 0; i < count; ++i) {
-      const Box bounds = BoundsOf(first[i]);
-      centroids.Add(bounds.Middle());
+      const Box bounds = boundsOf(first[i]);
+      centroids.add(bounds.middle());
       meanSize += (bounds.high - bounds.low) / count;
     }
     int cells[3] = {1, 1, 1};
@@ -159,8 +159,8 @@ class MeshRays::Builder {
     std::vector<Item> grid(static_cast<std::size_t>(cells[0]) * cells[1] * cells[2]);
     std::vector<std::int32_t> cellOf(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-      const Box bounds = BoundsOf(first[i]);
-      const Vec middle = bounds.Middle();
+      const Box bounds = boundsOf(first[i]);
+      const Vec middle = bounds.middle();
       int cell = 0;
       for (int axis = 2; axis >= 0; --axis) {
         const double at = (middle[axis] - centroids.low[axis]) * scale[axis];
@@ -168,14 +168,14 @@ class MeshRays::Builder {
             cell * cells[axis] + (at > 0.0 ? static_cast<int>(std::min(at, cells[axis] - 1.0)) : 0);
       }
       cellOf[static_cast<std::size_t>(i)] = cell;
-      grid[static_cast<std::size_t>(cell)].bounds.Add(bounds);
+      grid[static_cast<std::size_t>(cell)].bounds.add(bounds);
       ++grid[static_cast<std::size_t>(cell)].end;
     }
-    return Rearrange(region, grid, cellOf);
+    return rearrange(region, grid, cellOf);
   }
 
   /// Puts the triangles of each cell together; the cells that hold any become the items.
-  bool Rearrange(const Region& region, std::vector<Item>& grid,
+  bool rearrange(const Region& region, std::vector<Item>& grid,
                  const std::vector<std::int32_t>& cellOf) {
     std::int32_t next = region.begin;
     for (Item& cell : grid) {
@@ -191,19 +191,19 @@ class MeshRays::Builder {
     m_items.clear();
     m_isGrid = true;
     for (Item& cell : grid) {
-      if (cell.Weight() == 0) continue;
-      cell.centroid = cell.bounds.Middle();
+      if (cell.weight() == 0) continue;
+      cell.centroid = cell.bounds.middle();
       m_items.push_back(cell);
     }
     return m_items.size() > 1;
   }
 
-  static int BinOf(const Item& item, int axis, double low, double scale) {
+  static int binOf(const Item& item, int axis, double low, double scale) {
     const int bin = static_cast<int>((item.centroid[axis] - low) * scale);
     return std::clamp(bin, 0, kBins - 1);
   }
 
-  void TryAxis(const Task& task, const Box& centroids, int axis, Split& best) const {
+  void tryAxis(const Task& task, const Box& centroids, int axis, Split& best) const {
     const double low = centroids.low[axis];
     const double extent = centroids.high[axis] - low;
     if (!(extent > 0.0)) return;
@@ -212,49 +212,49 @@ class MeshRays::Builder {
     std::array<int, kBins> counts{};
     int all = 0;
     for (int i = task.begin; i < task.end; ++i) {
-      const int bin = BinOf(m_items[i], axis, low, scale);
-      bounds[bin].Add(m_items[i].bounds);
-      counts[bin] += m_items[i].Weight();
-      all += m_items[i].Weight();
+      const int bin = binOf(m_items[i], axis, low, scale);
+      bounds[bin].add(m_items[i].bounds);
+      counts[bin] += m_items[i].weight();
+      all += m_items[i].weight();
     }
     std::array<double, kBins> rightCost{};
     Box right;
     for (int bin = kBins - 1, count = 0; bin > 0; --bin) {
-      right.Add(bounds[bin]);
+      right.add(bounds[bin]);
       count += counts[bin];
-      rightCost[bin] = count * Area(right);
+      rightCost[bin] = count * area(right);
     }
     Box left;
     for (int bin = 0, count = 0; bin < kBins - 1; ++bin) {
-      left.Add(bounds[bin]);
+      left.add(bounds[bin]);
       count += counts[bin];
-      const double cost = count * Area(left) + rightCost[bin + 1];
+      const double cost = count * area(left) + rightCost[bin + 1];
       if (count > 0 && count < all && cost < best.cost) best = {axis, cost, bin};
     }
   }
 
   /// Where the range is cut; its end when it should stay one leaf.
-  int Cut(const Task& task, const Box& whole, const Box& centroids) {
+  int cut(const Task& task, const Box& whole, const Box& centroids) {
     const int count = task.end - task.begin;
     const int leafSize = m_isGrid ? 1 : kLeafSize;
     if (count <= 1) return task.end;
     Split split;
     if (task.depth < kMaxSahDepth)
-      for (int axis = 0; axis < 3; ++axis) TryAxis(task, centroids, axis, split);
+      for (int axis = 0; axis < 3; ++axis) tryAxis(task, centroids, axis, split);
     if (split.axis < 0) return count <= leafSize ? task.end : task.begin + count / 2;
     // A traversal step costs about as much as one triangle.
-    if (count <= leafSize && split.cost + Area(whole) >= count * Area(whole)) return task.end;
+    if (count <= leafSize && split.cost + area(whole) >= count * area(whole)) return task.end;
     const double low = centroids.low[split.axis];
     const double scale = kBins / (centroids.high[split.axis] - low);
     const auto middle = std::partition(
         m_items.begin() + task.begin, m_items.begin() + task.end,
-        [&](const Item& item) { return BinOf(item, split.axis, low, scale) <= split.bin; });
+        [&](const Item& item) { return binOf(item, split.axis, low, scale) <= split.bin; });
     const int cut = static_cast<int>(middle - m_items.begin());
     return cut > task.begin && cut < task.end ? cut : task.begin + count / 2;
   }
 
   /// The triangles of a leaf, or the region that waits in its place.
-  void AddLeaf(const Task& task, std::int32_t& first, std::int32_t& count) {
+  void addLeaf(const Task& task, std::int32_t& first, std::int32_t& count) {
     if (m_isGrid) {
       const Item& cell = m_items[static_cast<std::size_t>(task.begin)];
       first = static_cast<std::int32_t>(m_rays.m_regions.size());
@@ -267,11 +267,11 @@ class MeshRays::Builder {
     for (int i = task.begin; i < task.end; ++i) {
       const auto at = static_cast<std::size_t>(m_items[static_cast<std::size_t>(i)].begin);
       const std::int32_t index = m_rays.m_order[at];
-      m_rays.m_triangles.push_back({{Corner(index, 0), Corner(index, 1), Corner(index, 2)}, index});
+      m_rays.m_triangles.push_back({{corner(index, 0), corner(index, 1), corner(index, 2)}, index});
     }
   }
 
-  void Build(const Region& region) {
+  void build(const Region& region) {
     const int all = static_cast<int>(m_items.size());
     std::vector<Task> tasks = {{region.pair, region.side, 0, all, region.depth}};
     while (!tasks.empty()) {
@@ -279,22 +279,22 @@ class MeshRays::Builder {
       tasks.pop_back();
       Box whole, centroids;
       for (int i = task.begin; i < task.end; ++i) {
-        whole.Add(m_items[i].bounds);
-        centroids.Add(m_items[i].centroid);
+        whole.add(m_items[i].bounds);
+        centroids.add(m_items[i].centroid);
       }
       std::int32_t first = 0, count = 0;
-      const int cut = Cut(task, whole, centroids);
-      if (cut != task.end) {
-        first = AddPair(m_rays.m_pairs);
-        tasks.push_back({first, 0, task.begin, cut, task.depth + 1});
-        tasks.push_back({first, 1, cut, task.end, task.depth + 1});
+      const int middle = cut(task, whole, centroids);
+      if (middle != task.end) {
+        first = addPair(m_rays.m_pairs);
+        tasks.push_back({first, 0, task.begin, middle, task.depth + 1});
+        tasks.push_back({first, 1, middle, task.end, task.depth + 1});
       } else {
-        AddLeaf(task, first, count);
+        addLeaf(task, first, count);
       }
       Pair& pair = m_rays.m_pairs[static_cast<std::size_t>(task.pair)];
       for (int i = 0; i < 3; ++i) {
-        pair.bound[0][i][task.side] = RoundDown(whole.low[i]);
-        pair.bound[1][i][task.side] = RoundUp(whole.high[i]);
+        pair.bound[0][i][task.side] = roundDown(whole.low[i]);
+        pair.bound[1][i][task.side] = roundUp(whole.high[i]);
       }
       pair.first[task.side] = first;
       pair.count[task.side] = count;
@@ -317,7 +317,7 @@ MeshRays::MeshRays(std::shared_ptr<const CMesh> mesh) : m_mesh(std::move(mesh)) 
       const std::int32_t vertex = m_mesh->faces[3 * i + k];
       usable = vertex >= 0 && static_cast<std::size_t>(vertex) < m_mesh->vertices.size();
       if (usable) corners[k] = &m_mesh->vertices[static_cast<std::size_t>(vertex)];
-      usable = usable && IsFinite(*corners[k]);
+      usable = usable && isFinite(*corners[k]);
     }
     if (!usable) continue;
     const Vec cross = (*corners[1] - *corners[0]).cross(*corners[2] - *corners[0]);
@@ -326,7 +326,7 @@ MeshRays::MeshRays(std::shared_ptr<const CMesh> mesh) : m_mesh(std::move(mesh)) 
   }
   if (m_order.empty()) return;
   m_regions.push_back(
-      {0, static_cast<std::int32_t>(m_order.size()), Builder::AddPair(m_pairs), 0, 0});
+      {0, static_cast<std::int32_t>(m_order.size()), Builder::addPair(m_pairs), 0, 0});
   // Whatever the bounds, the first ray enters and finds them.
   Pair& root = m_pairs.front();
   for (int i = 0; i < 3; ++i) std::swap(root.bound[0][i][0], root.bound[1][i][0]);
@@ -362,12 +362,12 @@ struct MeshRays::Ray {
 
   /// Where the ray enters the boxes of the pair's children and where it leaves them, between 0 and
   /// `limit`; it meets a box that it enters before it leaves.
-  void Meet(const Pair& pair, double limit, Lanes& enter, Lanes& leave) const {
+  void meet(const Pair& pair, double limit, Lanes& enter, Lanes& leave) const {
     enter = Lanes{0.0, 0.0};
     leave = Lanes{limit, limit} * kSlabSlack;
     for (int i = 0; i < 3; ++i) {
-      const Lanes a = (Widen(pair.bound[negative[i]][i]) - origin[i]) * inverse[i];
-      const Lanes b = (Widen(pair.bound[1 - negative[i]][i]) - origin[i]) * inverse[i] * kSlabSlack;
+      const Lanes a = (widen(pair.bound[negative[i]][i]) - origin[i]) * inverse[i];
+      const Lanes b = (widen(pair.bound[1 - negative[i]][i]) - origin[i]) * inverse[i] * kSlabSlack;
       enter = larger(a, enter);
       leave = smaller(b, leave);
     }
@@ -381,15 +381,15 @@ struct MeshRays::Entry {
 };
 
 /// Makes of a region's entry that of the node or the leaf that it becomes. Apart from the hot loop.
-[[gnu::noinline]] void MeshRays::Divide(Entry& entry) const {
+[[gnu::noinline]] void MeshRays::divide(Entry& entry) const {
   const Region region = m_regions[static_cast<std::size_t>(entry.first)];
-  Builder(*this).Divide(region);
+  Builder(*this).divide(region);
   const Pair& pair = m_pairs[static_cast<std::size_t>(region.pair)];
   entry.first = pair.first[region.side];
   entry.count = pair.count[region.side];
 }
 
-bool MeshRays::HitTriangle(const Ray& ray, const Triangle& triangle, double& t) {
+bool MeshRays::hitTriangle(const Ray& ray, const Triangle& triangle, double& t) {
   const Vec a = triangle.corner[0] - ray.origin;
   const Vec b = triangle.corner[1] - ray.origin;
   const Vec c = triangle.corner[2] - ray.origin;
@@ -409,27 +409,27 @@ bool MeshRays::HitTriangle(const Ray& ray, const Triangle& triangle, double& t) 
 
 /// Whether the ray's whole way lies in the place. The second of two rays that come near each other
 /// makes a new one.
-bool MeshRays::IsInPlace(const Vec& origin, const Vec& way) const {
-  if (!IsFinite(way)) return false;
+bool MeshRays::isInPlace(const Vec& origin, const Vec& way) const {
+  if (!isFinite(way)) return false;
   Box box;
-  box.Add(origin);
-  box.Add(origin + way);
-  if (m_place.count >= 0 && m_place.inner.Holds(box)) return true;
+  box.add(origin);
+  box.add(origin + way);
+  if (m_place.count >= 0 && m_place.inner.holds(box)) return true;
   double longest = 0.0, farthest = 0.0;
   for (int i = 0; i < 3; ++i) {
     longest = std::max(longest, std::abs(way[i]));
     farthest = std::max(farthest, std::abs(origin[i]));
   }
   if (!(longest > farthest * kShortestInPlace)) return false;
-  const bool isNear = m_place.seen.Holds(box);
+  const bool isNear = m_place.seen.holds(box);
   const Vec room(longest, longest, longest);
   m_place.seen = {box.low - room, box.high + room};
-  if (isNear) FillPlace(m_place.seen);
+  if (isNear) fillPlace(m_place.seen);
   return isNear;
 }
 
 /// Comes down from the root as long as few nodes are enough.
-void MeshRays::FillPlace(const Box& box) const {
+void MeshRays::fillPlace(const Box& box) const {
   Place& place = m_place;
   const Vec margin = (box.high - box.low) * kPlaceMargin;
   place.inner = {box.low + margin, box.high - margin};
@@ -468,8 +468,8 @@ void MeshRays::FillPlace(const Box& box) const {
   }
 }
 
-bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, Hit& hit) const {
-  if (m_pairs.empty() || !IsFinite(origin) || !IsFinite(direction) || !(maxT >= 0.0)) return false;
+bool MeshRays::intersect(const Vec& origin, const Vec& direction, double maxT, Hit& hit) const {
+  if (m_pairs.empty() || !isFinite(origin) || !isFinite(direction) || !(maxT >= 0.0)) return false;
   if (direction.x == 0.0 && direction.y == 0.0 && direction.z == 0.0) return false;
   const Ray ray(origin, direction);
   Entry stack[kStackSize];
@@ -477,7 +477,7 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
   double limit = maxT;
   std::int32_t best = -1;
   Entry node{0, 0, 0.0};
-  if (IsInPlace(origin, direction * maxT)) {
+  if (isInPlace(origin, direction * maxT)) {
     for (int i = m_place.count; i-- > 0;) {
       const Pair& pair = m_pairs[static_cast<std::size_t>(m_place.pair[i])];
       stack[depth++] = {pair.first[m_place.side[i]], pair.count[m_place.side[i]], 0.0};
@@ -489,7 +489,7 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
     while (node.count == 0 && node.t <= limit * kSlabSlack) {
       const Pair& pair = m_pairs[static_cast<std::size_t>(node.first)];
       Lanes enter, leave;
-      ray.Meet(pair, limit, enter, leave);
+      ray.meet(pair, limit, enter, leave);
       const Entry left{pair.first[0], pair.count[0], enter[0]};
       const Entry right{pair.first[1], pair.count[1], enter[1]};
       const bool meetsLeft = enter[0] <= leave[0], meetsRight = enter[1] <= leave[1];
@@ -505,13 +505,13 @@ bool MeshRays::Intersect(const Vec& origin, const Vec& direction, double maxT, H
     }
     if (node.t <= limit * kSlabSlack) {
       if (node.count < 0) {
-        Divide(node);
+        divide(node);
         continue;
       }
       for (int i = node.first; i < node.first + node.count; ++i) {
         const Triangle& triangle = m_triangles[static_cast<std::size_t>(i)];
         double t;
-        if (!HitTriangle(ray, triangle, t) || t > limit) continue;
+        if (!hitTriangle(ray, triangle, t) || t > limit) continue;
         if (best >= 0 && t == limit &&
             m_triangles[static_cast<std::size_t>(best)].index < triangle.index)
           continue;

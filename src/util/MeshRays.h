@@ -43,10 +43,10 @@ class MeshRays {
 
   /// Closest hit of origin + t * direction with t in [0, maxT]. The direction need not be unit.
   /// Both sides of a triangle count, and no ray passes between two triangles that share an edge.
-  bool Intersect(const Vector3<double>& origin, const Vector3<double>& direction, double maxT,
+  bool intersect(const Vector3<double>& origin, const Vector3<double>& direction, double maxT,
                  Hit& hit) const;
 
-  int GetTriangleCount() const { return static_cast<int>(m_order.size()); }
+  int triangleCount() const { return static_cast<int>(m_order.size()); }
 
  private:
   /// Two children of one node, side by side so that a ray tests both at once, on one cache line.
@@ -83,10 +83,10 @@ class MeshRays {
   struct Ray;
   struct Entry;
 
-  void Divide(Entry& entry) const;
-  bool IsInPlace(const Vector3<double>& origin, const Vector3<double>& way) const;
-  void FillPlace(const Box& box) const;
-  static bool HitTriangle(const Ray& ray, const Triangle& triangle, double& t);
+  void divide(Entry& entry) const;
+  bool isInPlace(const Vector3<double>& origin, const Vector3<double>& way) const;
+  void fillPlace(const Box& box) const;
+  static bool hitTriangle(const Ray& ray, const Triangle& triangle, double& t);
 
   std::shared_ptr<const CMesh> m_mesh;
   // Grow where rays go.

@@ -47,7 +47,7 @@ class Gltf : public testing::Test {
   }
 
   static std::unique_ptr<Scene> open(const std::string& file, const ReadOptions& options = {}) {
-    ReadResult result = GltfReader::read(file, options);
+    ReadResult result = GltfReader::Read(file, options);
     EXPECT_TRUE(result) << result.error;
     for (const auto& warning : result.warnings)
       EXPECT_NE(warning.find("\"Twin\" is \"Twin_2\""), std::string::npos) << warning;
@@ -55,7 +55,7 @@ class Gltf : public testing::Test {
   }
 
   static std::unique_ptr<Scene> openBytes(const std::string& bytes) {
-    ReadResult result = GltfReader::readMemory(bytes, "memory");
+    ReadResult result = GltfReader::ReadMemory(bytes, "memory");
     EXPECT_TRUE(result) << result.error;
     return std::move(result.scene);
   }
@@ -63,7 +63,7 @@ class Gltf : public testing::Test {
   /// Saves, and has others read the result.
   std::string save(const Scene& scene, const std::string& name) const {
     const std::string file = path(name);
-    const WriteResult result = GltfWriter::write(scene, file);
+    const WriteResult result = GltfWriter::Write(scene, file);
     EXPECT_EQ(result.error, "");
     EXPECT_EQ(GltfValidator::available() ? GltfValidator::errorsOf(file) : "", "");
     tinygltf::TinyGLTF reader;
@@ -108,59 +108,59 @@ std::vector<double> wobble(const std::vector<double>& times, bool rotation) {
 }
 
 void expectSame(const Scene& a, const Scene& b) {
-  const auto left = a.nodes();
-  const auto right = b.nodes();
+  const auto left = a.GetNodes();
+  const auto right = b.GetNodes();
   ASSERT_EQ(left.size(), right.size());
   for (std::size_t i = 0; i < left.size(); ++i) {
-    SCOPED_TRACE(left[i]->name());
-    EXPECT_EQ(left[i]->name(), right[i]->name());
-    EXPECT_EQ(left[i]->pose(), right[i]->pose());
-    EXPECT_EQ(left[i]->tag(), right[i]->tag());
-    EXPECT_EQ(left[i]->visible(), right[i]->visible());
-    EXPECT_EQ(left[i]->colour(), right[i]->colour());
+    SCOPED_TRACE(left[i]->GetName());
+    EXPECT_EQ(left[i]->GetName(), right[i]->GetName());
+    EXPECT_EQ(left[i]->GetPose(), right[i]->GetPose());
+    EXPECT_EQ(left[i]->GetTag(), right[i]->GetTag());
+    EXPECT_EQ(left[i]->IsVisible(), right[i]->IsVisible());
+    EXPECT_EQ(left[i]->GetColour(), right[i]->GetColour());
     for (const auto path :
          {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale}) {
-      const Channel* x = left[i]->channel(path);
-      const Channel* y = right[i]->channel(path);
+      const Channel* x = left[i]->GetChannel(path);
+      const Channel* y = right[i]->GetChannel(path);
       ASSERT_EQ(x == nullptr, y == nullptr);
       EXPECT_TRUE(x == nullptr || *x == *y);
     }
-    ASSERT_EQ(left[i]->lens() == nullptr, right[i]->lens() == nullptr);
-    EXPECT_TRUE(left[i]->lens() == nullptr || *left[i]->lens() == *right[i]->lens());
-    ASSERT_EQ(left[i]->hasMesh(), right[i]->hasMesh());
+    ASSERT_EQ(left[i]->GetLens() == nullptr, right[i]->GetLens() == nullptr);
+    EXPECT_TRUE(left[i]->GetLens() == nullptr || *left[i]->GetLens() == *right[i]->GetLens());
+    ASSERT_EQ(left[i]->HasMesh(), right[i]->HasMesh());
   }
-  EXPECT_EQ(a.frameRate(), b.frameRate());
-  EXPECT_EQ(a.rangeStart(), b.rangeStart());
-  EXPECT_EQ(a.rangeEnd(), b.rangeEnd());
+  EXPECT_EQ(a.GetFrameRate(), b.GetFrameRate());
+  EXPECT_EQ(a.GetRangeStart(), b.GetRangeStart());
+  EXPECT_EQ(a.GetRangeEnd(), b.GetRangeEnd());
 }
 
 /// What a take leaves: tagged nodes with keys in doubles, a mesh, a lens, a curve, a rig's record.
 void perform(Scene& scene) {
-  SceneNode& rig = scene.addNode("Rig_01_Cam");
-  rig.setTag("Rig_01/Cam");
-  rig.setLens({47.3, 3.21, 0.0, 0.0});
+  SceneNode& rig = scene.AddNode("Rig_01_Cam");
+  rig.SetTag("Rig_01/Cam");
+  rig.SetLens({47.3, 3.21, 0.0, 0.0});
   const auto times = frames(-3, 40, 25.0);
-  rig.setPose({{1.0 / 3.0, 0.1, -0.0}, {}, {1.0, 1.0, 1.0 / 7.0}});
-  EXPECT_TRUE(rig.replaceKeys(ChannelPath::kTranslation, times.front(), kForever, times,
+  rig.SetPose({{1.0 / 3.0, 0.1, -0.0}, {}, {1.0, 1.0, 1.0 / 7.0}});
+  EXPECT_TRUE(rig.ReplaceKeys(ChannelPath::kTranslation, times.front(), kForever, times,
                               wobble(times, false), 0.04));
-  EXPECT_TRUE(rig.replaceKeys(ChannelPath::kRotation, times.front(), kForever, times,
+  EXPECT_TRUE(rig.ReplaceKeys(ChannelPath::kRotation, times.front(), kForever, times,
                               wobble(times, true), 0.04));
-  SceneNode& body = scene.addNode("Rig_01_Body", &rig);
-  body.setTag("Rig_01/Body");
+  SceneNode& body = scene.AddNode("Rig_01_Body", &rig);
+  body.SetTag("Rig_01/Body");
   CMesh mesh;
   mesh.vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0.1}, {0, 1, 0}};
   mesh.faces = {0, 1, 2, 0, 2, 3};
   mesh.texCoords = {{0, 0, 0}, {1, 1, 0}};
   mesh.texFaces = {0, 1, 1, 0, 0, 1};
-  body.setMesh(mesh);
-  body.setColour({0.25f, 0.5f, 0.75f});
-  body.setVisible(false);
-  SceneNode& rail = scene.addNode("Rig_01_Rail", &rig);
-  rail.setCurve({{{0, 0, 0}, {1, 2, 3}, {4, 5, 6}}, true});
-  scene.addNode("Rig_01_Empty", &rig).setMesh(CMesh());
-  scene.setFrameRate(30.0);
-  scene.setRange(-0.5, 12.5);
-  scene.rigs().push_back(
+  body.SetMesh(mesh);
+  body.SetColour({0.25f, 0.5f, 0.75f});
+  body.SetVisible(false);
+  SceneNode& rail = scene.AddNode("Rig_01_Rail", &rig);
+  rail.SetCurve({{{0, 0, 0}, {1, 2, 3}, {4, 5, 6}}, true});
+  scene.AddNode("Rig_01_Empty", &rig).SetMesh(CMesh());
+  scene.SetFrameRate(30.0);
+  scene.SetRange(-0.5, 12.5);
+  scene.GetRigs().push_back(
       {"steadycam", "Rig_01", "<RWT_Plugin version=\"2.5\"/> \xC3\xA4", "", "", ""});
 }
 
@@ -174,40 +174,40 @@ TEST_F(Gltf, ASceneOfOthersIsSeenAsItIs) {
   const auto scene = openBytes(foreignScene().glb());
   ASSERT_TRUE(scene);
   std::vector<std::string> names;
-  for (const SceneNode* node : scene->nodes()) names.push_back(node->name());
+  for (const SceneNode* node : scene->GetNodes()) names.push_back(node->GetName());
   EXPECT_EQ(names, (std::vector<std::string>{"Root", "Twin", "node_3", "Twin_2", "Lamp", "Joint",
                                              "Sheared", "Path", "Strip", "Quantized", "Stepper"}));
-  EXPECT_EQ(scene->clips(), (std::vector<std::string>{"Walk", "Jump"}));
-  EXPECT_EQ(scene->frameRate(), 25.0);
-  EXPECT_EQ(scene->rangeEnd(), 2.0) << "the clip's last key";
+  EXPECT_EQ(scene->GetClips(), (std::vector<std::string>{"Walk", "Jump"}));
+  EXPECT_EQ(scene->GetFrameRate(), 25.0);
+  EXPECT_EQ(scene->GetRangeEnd(), 2.0) << "the clip's last key";
 
   // Half way through the first second: a quarter turn half done, below a turned and moved root.
-  const auto world = scene->find("Twin")->worldMatrix(0.5);
+  const auto world = scene->Find("Twin")->WorldMatrix(0.5);
   EXPECT_NEAR(world[12], 1.0, 1e-7);
   EXPECT_NEAR(world[14], 3.0 - 2.0, 1e-7);
   EXPECT_NEAR(world[0], 2.0 * std::cos(M_PI * 0.75), 1e-6);
-  EXPECT_NEAR(scene->find("Lamp")->localTrs(0.5).translation.x, 0.125 * 1.0 + 0.5 * 3.0, 1e-12)
+  EXPECT_NEAR(scene->Find("Lamp")->LocalTrs(0.5).translation.x, 0.125 * 1.0 + 0.5 * 3.0, 1e-12)
       << "out of slope 1 at 0, into slope 0 at 3";
-  EXPECT_EQ(scene->find("Stepper")->localTrs(1.99).translation.x, 4.0);
+  EXPECT_EQ(scene->Find("Stepper")->LocalTrs(1.99).translation.x, 4.0);
 
-  EXPECT_EQ(scene->find("Sheared")->localMatrix(0.0)[4], 0.5);
-  const Lens& lens = *scene->find("Twin_2")->lens();
+  EXPECT_EQ(scene->Find("Sheared")->LocalMatrix(0.0)[4], 0.5);
+  const Lens& lens = *scene->Find("Twin_2")->GetLens();
   EXPECT_NEAR(lens.fieldOfView, 0.8 * 180.0 / M_PI, 1e-13);
   EXPECT_EQ(lens.farClip, 400.0);
   EXPECT_EQ(lens.aspectRatio, 1.5);
-  EXPECT_TRUE(scene->find("Path")->curve()->closed);
-  EXPECT_EQ(scene->find("Path")->curve()->points[2], Vector3<double>(1, 2, 0));
-  EXPECT_EQ(scene->find("Twin")->colour(), (Colour{0.5f, 0.25f, 0.125f}));
-  EXPECT_EQ(scene->find("Twin")->mesh()->faces, (std::vector<std::int32_t>{0, 1, 2, 0, 2, 3}));
-  const CMesh& strip = *scene->find("Strip")->mesh();
+  EXPECT_TRUE(scene->Find("Path")->GetCurve()->closed);
+  EXPECT_EQ(scene->Find("Path")->GetCurve()->points[2], Vector3<double>(1, 2, 0));
+  EXPECT_EQ(scene->Find("Twin")->GetColour(), (Colour{0.5f, 0.25f, 0.125f}));
+  EXPECT_EQ(scene->Find("Twin")->GetMesh()->faces, (std::vector<std::int32_t>{0, 1, 2, 0, 2, 3}));
+  const CMesh& strip = *scene->Find("Strip")->GetMesh();
   EXPECT_EQ(strip.faces, (std::vector<std::int32_t>{0, 1, 2, 1, 3, 2, 4, 5, 6, 4, 6, 7, 4, 7, 8}));
   EXPECT_EQ(strip.vertices[2], Vector3<double>(0, 1, 5)) << "from the sparse accessor";
-  EXPECT_EQ(scene->find("Quantized")->mesh()->vertices[2], Vector3<double>(0, 200, 0));
+  EXPECT_EQ(scene->Find("Quantized")->GetMesh()->vertices[2], Vector3<double>(0, 200, 0));
 
-  const ReadResult jump = GltfReader::readMemory(foreignScene().glb(), "memory", {"Jump"});
-  EXPECT_EQ(jump.scene->find("Twin")->channel(ChannelPath::kTranslation)->mode(),
+  const ReadResult jump = GltfReader::ReadMemory(foreignScene().glb(), "memory", {"Jump"});
+  EXPECT_EQ(jump.scene->Find("Twin")->GetChannel(ChannelPath::kTranslation)->GetMode(),
             Interpolation::kStep);
-  EXPECT_EQ(GltfReader::readMemory(foreignScene().glb(), "memory", {"1"}).scene->evaluatedClip(),
+  EXPECT_EQ(GltfReader::ReadMemory(foreignScene().glb(), "memory", {"1"}).scene->GetEvaluatedClip(),
             1);
 }
 
@@ -245,7 +245,7 @@ TEST_F(Gltf, ChainsOfLinesAreCurvesInWhateverOrderTheyCome) {
     for (int i = 0; i < 3 * count && !apart; ++i)
       numbers.push_back(static_cast<float>(points[i / 3][i % 3]));
     const auto scene = open(folder.Write("lines.glb", linesScene(numbers, lines).glb()));
-    const Curve& curve = *scene->find("Path")->curve();
+    const Curve& curve = *scene->Find("Path")->GetCurve();
     EXPECT_EQ(curve.closed, closed);
     auto found = curve.points;
     std::rotate(found.begin(), std::find(found.begin(), found.end(), points[0]), found.end());
@@ -254,13 +254,13 @@ TEST_F(Gltf, ChainsOfLinesAreCurvesInWhateverOrderTheyCome) {
   }
   const std::vector<float> cross = {0, 0, 0, 1, 0, 0, 2, 0, 0, 1, 1, 0, 5, 0, 0, 6, 0, 0, 8, 0, 0};
   const auto read = [&](const std::vector<std::uint16_t>& lines) {
-    return GltfReader::readMemory(linesScene(cross, lines).glb(), "m");
+    return GltfReader::ReadMemory(linesScene(cross, lines).glb(), "m");
   };
   const ReadResult forked = read({0, 1, 1, 2, 1, 3});
-  EXPECT_EQ(forked.scene->find("Path")->curve(), nullptr);
+  EXPECT_EQ(forked.scene->Find("Path")->GetCurve(), nullptr);
   EXPECT_NE(forked.warnings.at(0).find("branch"), std::string::npos);
   const ReadResult two = read({0, 1, 4, 5, 5, 6});
-  EXPECT_EQ(two.scene->find("Path")->curve()->points.front().x, 5.0) << "the longer one";
+  EXPECT_EQ(two.scene->Find("Path")->GetCurve()->points.front().x, 5.0) << "the longer one";
   EXPECT_NE(two.warnings.at(0).find("of 2 chains"), std::string::npos);
 }
 
@@ -273,10 +273,10 @@ TEST_F(Gltf, AFileOfAnotherKindIsToldApart) {
   const char* const kinds[] = {"a Blender", "a Blender", "an FBX", "a Wavefront OBJ",
                                "a Collada", "a USD",     "a Maya", "a table (CSV)"};
   for (std::size_t i = 0; i < std::size(files); ++i) {
-    const std::string error = GltfReader::readMemory(files[i].second, files[i].first).error;
+    const std::string error = GltfReader::ReadMemory(files[i].second, files[i].first).error;
     EXPECT_EQ(error.rfind(files[i].first + ": this is " + kinds[i], 0), 0u) << error;
   }
-  EXPECT_NE(GltfReader::readMemory("nonsense", "a.glb").error.find("JSON"), std::string::npos);
+  EXPECT_NE(GltfReader::ReadMemory("nonsense", "a.glb").error.find("JSON"), std::string::npos);
 }
 
 TEST_F(Gltf, WhatNobodyChangedComesBackAsItWas) {
@@ -300,11 +300,11 @@ TEST_F(Gltf, OurChangesLeaveOthersDataAlone) {
   const GltfBuilder source = foreignScene();
   auto scene = openBytes(source.glb());
   perform(*scene);
-  SceneNode& lamp = *scene->find("Lamp");
-  ASSERT_TRUE(lamp.replaceKeys(ChannelPath::kTranslation, 1.0, kForever, {1.0, 1.04},
+  SceneNode& lamp = *scene->Find("Lamp");
+  ASSERT_TRUE(lamp.ReplaceKeys(ChannelPath::kTranslation, 1.0, kForever, {1.0, 1.04},
                                {1, 1, 1, 2, 2, 2}, 0.04));
-  SceneNode& sheared = *scene->find("Sheared");
-  ASSERT_TRUE(scene->reparent(*scene->find("Twin_2"), &lamp, 0.0));
+  SceneNode& sheared = *scene->Find("Sheared");
+  ASSERT_TRUE(scene->Reparent(*scene->Find("Twin_2"), &lamp, 0.0));
   const auto [before, binBefore] = parts(source.glb());
   const auto [after, binAfter] = parts(contentOf(save(*scene, "out.glb")));
   EXPECT_EQ(binAfter.compare(0, source.bin.size(), source.bin), 0);
@@ -326,19 +326,19 @@ TEST_F(Gltf, OurChangesLeaveOthersDataAlone) {
   const auto again = open(path("out.glb"));
   expectSame(*scene, *again);
   for (int frame = 0; frame < 25; ++frame)
-    EXPECT_NEAR(again->find("Lamp")->localTrs(frame / 25.0).translation.x,
-                openBytes(source.glb())->find("Lamp")->localTrs(frame / 25.0).translation.x, 1e-12);
+    EXPECT_NEAR(again->Find("Lamp")->LocalTrs(frame / 25.0).translation.x,
+                openBytes(source.glb())->Find("Lamp")->LocalTrs(frame / 25.0).translation.x, 1e-12);
   // A change that is undone leaves the file as it was.
-  SceneNode& cam = *again->find("Rig_01_Cam");
-  const NodeAnimation taken = cam.animation();
-  cam.replaceKeys(ChannelPath::kRotation, 0.2, kForever, {0.2}, {0, 0, 0, 1}, 0.04);
-  std::unique_ptr<SceneNode> gone = again->detach(*again->find("Twin"));
-  again->attach(std::move(gone), again->find("Root"), 0);
-  cam.setAnimation(taken);
+  SceneNode& cam = *again->Find("Rig_01_Cam");
+  const NodeAnimation taken = cam.GetAnimation();
+  cam.ReplaceKeys(ChannelPath::kRotation, 0.2, kForever, {0.2}, {0, 0, 0, 1}, 0.04);
+  std::unique_ptr<SceneNode> gone = again->Detach(*again->Find("Twin"));
+  again->Attach(std::move(gone), again->Find("Root"), 0);
+  cam.SetAnimation(taken);
   EXPECT_EQ(contentOf(save(*again, "undone.glb")), contentOf(path("out.glb")));
   // A matrix gives way to a pose once the node is keyed.
-  ASSERT_TRUE(sheared.replaceKeys(ChannelPath::kScale, 0, 1, {0.0}, {1, 1, 1}, 0.04));
-  EXPECT_EQ(open(save(*scene, "keyed.glb"))->find("Sheared")->pose(), sheared.pose());
+  ASSERT_TRUE(sheared.ReplaceKeys(ChannelPath::kScale, 0, 1, {0.0}, {1, 1, 1}, 0.04));
+  EXPECT_EQ(open(save(*scene, "keyed.glb"))->Find("Sheared")->GetPose(), sheared.GetPose());
 }
 
 TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
@@ -349,11 +349,11 @@ TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
     const std::string first = save(made, std::string("1") + extension);
     auto second = open(first);
     expectSame(made, *second);
-    EXPECT_TRUE(std::signbit(second->find("Rig_01_Cam")->pose().translation.z));
-    EXPECT_EQ(second->find("Rig_01_Rail")->curve()->points,
-              made.find("Rig_01_Rail")->curve()->points);
-    EXPECT_EQ(second->find("Rig_01_Body")->mesh()->faces.size(), 6u);
-    EXPECT_EQ(second->rigs()[0].record, made.rigs()[0].record);
+    EXPECT_TRUE(std::signbit(second->Find("Rig_01_Cam")->GetPose().translation.z));
+    EXPECT_EQ(second->Find("Rig_01_Rail")->GetCurve()->points,
+              made.Find("Rig_01_Rail")->GetCurve()->points);
+    EXPECT_EQ(second->Find("Rig_01_Body")->GetMesh()->faces.size(), 6u);
+    EXPECT_EQ(second->GetRigs()[0].record, made.GetRigs()[0].record);
     const std::string secondFile = save(*second, std::string("2") + extension);
     EXPECT_EQ(contentOf(first), contentOf(secondFile));
 
@@ -361,15 +361,15 @@ TEST_F(Gltf, OurSceneSurvivesFilesToTheLastBitAndRepeatedSavesDoNotGrow) {
     std::size_t size = 0;
     for (int round = 0; round < 4; ++round) {
       auto scene = open(path(std::string("2") + extension));
-      SceneNode& node = *scene->find("Rig_01_Cam");
+      SceneNode& node = *scene->Find("Rig_01_Cam");
       const auto times = frames(round, 40, 25.0);
-      ASSERT_TRUE(node.replaceKeys(ChannelPath::kTranslation, 0.0, kForever, times,
+      ASSERT_TRUE(node.ReplaceKeys(ChannelPath::kTranslation, 0.0, kForever, times,
                                    wobble(times, false), 0.04));
-      node.setLens({40.0 + round, 1.0, 0.1, 100.0});
-      scene->find("Rig_01_Body")->setColour({0.5f, 0.125f * static_cast<float>(round), 0.0f});
-      scene->find("Rig_01_Rail")->setCurve({{{0, 0, 0}, {1, 1.0 * round, 3}}, false});
-      scene->detach(*scene->find("Rig_01_Empty"));
-      scene->addNode("Rig_01_Empty", &node).setMesh(CMesh());
+      node.SetLens({40.0 + round, 1.0, 0.1, 100.0});
+      scene->Find("Rig_01_Body")->SetColour({0.5f, 0.125f * static_cast<float>(round), 0.0f});
+      scene->Find("Rig_01_Rail")->SetCurve({{{0, 0, 0}, {1, 1.0 * round, 3}}, false});
+      scene->Detach(*scene->Find("Rig_01_Empty"));
+      scene->AddNode("Rig_01_Empty", &node).SetMesh(CMesh());
       save(*scene, std::string("2") + extension);
       expectSame(*scene, *open(path(std::string("2") + extension)));
       const std::size_t now = contentOf(path(std::string("2") + extension)).size();
@@ -384,14 +384,14 @@ TEST_F(Gltf, KeysThatGoOrChangeLeaveTheOthersAlone) {
   const std::vector<double> times = frames(0, 4, 24.0);
   for (const char* name : {"a", "b", "c"})
     for (const auto path : {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale})
-      scene.addNode(name + std::to_string(static_cast<int>(path)))
-          .replaceKeys(path, 0.0, kForever, times, wobble(times, path == ChannelPath::kRotation),
+      scene.AddNode(name + std::to_string(static_cast<int>(path)))
+          .ReplaceKeys(path, 0.0, kForever, times, wobble(times, path == ChannelPath::kRotation),
                        0.04);
   std::unique_ptr<Scene> opened = open(save(scene, "keys.glb"));
-  opened->find("a1")->removeChannel(ChannelPath::kRotation);
-  opened->find("b0")->removeChannel(ChannelPath::kTranslation);
-  opened->find("c2")->replaceKeys(ChannelPath::kScale, 0.1, kForever, {0.12}, {2, 2, 2}, 0.04);
-  opened->find("c0")->replaceKeys(ChannelPath::kScale, 0.0, 1.0, {0.5}, {3, 3, 3}, 0.04);
+  opened->Find("a1")->RemoveChannel(ChannelPath::kRotation);
+  opened->Find("b0")->RemoveChannel(ChannelPath::kTranslation);
+  opened->Find("c2")->ReplaceKeys(ChannelPath::kScale, 0.1, kForever, {0.12}, {2, 2, 2}, 0.04);
+  opened->Find("c0")->ReplaceKeys(ChannelPath::kScale, 0.0, 1.0, {0.5}, {3, 3, 3}, 0.04);
   const std::string file = save(*opened, "fewer.glb");
   expectSame(*opened, *open(file));
   const Json clip = parts(contentOf(file)).first["animations"][0];
@@ -404,28 +404,28 @@ TEST_F(Gltf, NodesOfOneMeshShareItInTheFileAndAfterIt) {
   CMesh mesh;  // larger than the blocks in which a file is written
   for (int i = 0; i < 100000; ++i) mesh.vertices.emplace_back(i, i % 7, i % 11);
   mesh.faces = {0, 1, 2, 99997, 99998, 99999};
-  SceneNode& first = scene.addNode("first");
-  first.setMesh(mesh);
+  SceneNode& first = scene.AddNode("first");
+  first.SetMesh(mesh);
   for (const char* name : {"second", "red", "railed", "fourth"})
-    scene.addNode(name).setMesh(first.sharedMesh());
-  scene.find("red")->setColour({1.0f, 0.0f, 0.0f});
-  scene.find("railed")->setCurve({{{0, 0, 0}, {1, 0, 0}}, false});
+    scene.AddNode(name).SetMesh(first.SharedMesh());
+  scene.Find("red")->SetColour({1.0f, 0.0f, 0.0f});
+  scene.Find("railed")->SetCurve({{{0, 0, 0}, {1, 0, 0}}, false});
   const std::string file = save(scene, "shared.glb");
   EXPECT_EQ(parts(contentOf(file)).first["meshes"].size(), 3u) << "plain, red, with a curve";
 
   std::unique_ptr<Scene> opened = open(file);
-  const auto shared = opened->find("first")->sharedMesh();
+  const auto shared = opened->Find("first")->SharedMesh();
   EXPECT_EQ(shared->vertices, mesh.vertices);
   EXPECT_EQ(shared->faces, mesh.faces);
   EXPECT_EQ(contentOf(save(*opened, "again.glb")), contentOf(file));
-  opened->addNode("late").setMesh(shared);
-  opened->detach(*opened->find("first"));
+  opened->AddNode("late").SetMesh(shared);
+  opened->Detach(*opened->Find("first"));
   const Json json = parts(contentOf(save(*opened, "late.glb"))).first;
   EXPECT_EQ(json["meshes"].size(), 3u);
   EXPECT_EQ(json["nodes"].back()["mesh"], json["nodes"][0]["mesh"]) << "it shows the second's";
-  EXPECT_EQ(opened->find("fourth")->sharedMesh(), shared);
-  EXPECT_EQ(open(path("late.glb"))->find("railed")->curve()->points.size(), 2u);
-  EXPECT_EQ(open(path("late.glb"))->find("late")->curve(), nullptr);
+  EXPECT_EQ(opened->Find("fourth")->SharedMesh(), shared);
+  EXPECT_EQ(open(path("late.glb"))->Find("railed")->GetCurve()->points.size(), 2u);
+  EXPECT_EQ(open(path("late.glb"))->Find("late")->GetCurve(), nullptr);
 }
 
 TEST_F(Gltf, KeysEditedElsewhereWinAndAreTold) {
@@ -439,45 +439,45 @@ TEST_F(Gltf, KeysEditedElsewhereWinAndAreTold) {
   const float edited = 42.0f;
   const std::size_t binAt = glb.size() - bin.size();
   std::memcpy(&glb[binAt + at], &edited, 4);
-  const ReadResult result = GltfReader::readMemory(glb, "a.glb");
+  const ReadResult result = GltfReader::ReadMemory(glb, "a.glb");
   ASSERT_TRUE(result) << result.error;
   ASSERT_EQ(result.warnings.size(), 1u);
   EXPECT_EQ(result.warnings[0],
             "a.glb: node \"Rig_01_Cam\": its translation was changed by another program; that "
             "change is taken over");
-  EXPECT_EQ(result.scene->find("Rig_01_Cam")->channel(ChannelPath::kTranslation)->values()[0],
+  EXPECT_EQ(result.scene->Find("Rig_01_Cam")->GetChannel(ChannelPath::kTranslation)->GetValues()[0],
             42.0);
-  EXPECT_EQ(*result.scene->find("Rig_01_Cam")->channel(ChannelPath::kRotation),
-            *made.find("Rig_01_Cam")->channel(ChannelPath::kRotation));
+  EXPECT_EQ(*result.scene->Find("Rig_01_Cam")->GetChannel(ChannelPath::kRotation),
+            *made.Find("Rig_01_Cam")->GetChannel(ChannelPath::kRotation));
   // A program that merely rounds poses to floats has not edited them.
   Json rounded = json;
   for (Json& v : rounded["nodes"][0]["translation"]) v = static_cast<float>(v.get<double>());
   const std::string moved = GltfBuilder::joined(rounded.dump(), bin);
-  EXPECT_EQ(openBytes(moved)->find("Rig_01_Cam")->pose(), made.find("Rig_01_Cam")->pose());
+  EXPECT_EQ(openBytes(moved)->Find("Rig_01_Cam")->GetPose(), made.Find("Rig_01_Cam")->GetPose());
 }
 
 TEST_F(Gltf, TimesThatFloatsCannotTellApartStillRise) {
   Scene scene;
-  SceneNode& node = scene.addNode("far");
+  SceneNode& node = scene.AddNode("far");
   std::vector<double> times;
   for (int i = 0; i < 50; ++i) times.push_back(40000.0 + i * 0.0005);
-  ASSERT_TRUE(node.replaceKeys(ChannelPath::kTranslation, 0.0, kForever, times,
+  ASSERT_TRUE(node.ReplaceKeys(ChannelPath::kTranslation, 0.0, kForever, times,
                                wobble(times, false), 0.04));
   expectSame(scene, *open(save(scene, "far.glb")));
-  ASSERT_TRUE(node.replaceKeys(ChannelPath::kTranslation, -1e9, kForever, {-2.0, -1.0},
+  ASSERT_TRUE(node.ReplaceKeys(ChannelPath::kTranslation, -1e9, kForever, {-2.0, -1.0},
                                {0, 0, 0, 1, 1, 1}, 0.04));
   expectSame(scene, *open(save(scene, "past.glb")));
 }
 
 TEST_F(Gltf, RemovedNodesGoWithTheirReferencesUnlessASkinNeedsThem) {
   auto scene = openBytes(foreignScene().glb());
-  scene->detach(*scene->find("Lamp"));  // takes the joint along
+  scene->Detach(*scene->Find("Lamp"));  // takes the joint along
   std::string bytes;
-  EXPECT_EQ(GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes).error,
+  EXPECT_EQ(GltfWriter::WriteMemory(*scene, GltfForm::kBinary, bytes).error,
             "scene: skins[0]: a joint of it was removed, but nodes[3] is still bound to it (remove "
             "that node too, or bring the joint back)");
-  scene->detach(*scene->find("node_3"));
-  const WriteResult result = GltfWriter::writeMemory(*scene, GltfForm::kBinary, bytes);
+  scene->Detach(*scene->Find("node_3"));
+  const WriteResult result = GltfWriter::WriteMemory(*scene, GltfForm::kBinary, bytes);
   EXPECT_EQ(result.error, "");
   ASSERT_EQ(result.warnings.size(), 1u);
   EXPECT_NE(result.warnings[0].find("VENDOR_unknown"), std::string::npos);
@@ -492,12 +492,12 @@ TEST_F(Gltf, RemovedNodesGoWithTheirReferencesUnlessASkinNeedsThem) {
 
   // A clip whose nodes are all gone goes, and the other stays itself.
   scene = openBytes(foreignScene().glb());
-  for (const char* name : {"Root", "Lamp", "Stepper"}) scene->detach(*scene->find(name));
+  for (const char* name : {"Root", "Lamp", "Stepper"}) scene->Detach(*scene->Find(name));
   const auto kept = open(save(*scene, "kept.glb"));
-  EXPECT_EQ(kept->clips(), (std::vector<std::string>{"Jump"}));
-  ASSERT_TRUE(scene->find("Path")->replaceKeys(ChannelPath::kScale, 0, 1, {0.5}, {2, 2, 2}, 0.04));
+  EXPECT_EQ(kept->GetClips(), (std::vector<std::string>{"Jump"}));
+  ASSERT_TRUE(scene->Find("Path")->ReplaceKeys(ChannelPath::kScale, 0, 1, {0.5}, {2, 2, 2}, 0.04));
   const auto keyed = open(save(*scene, "keyed.glb"));
-  EXPECT_EQ(keyed->clips(), (std::vector<std::string>{"Walk", "Jump"}));
+  EXPECT_EQ(keyed->GetClips(), (std::vector<std::string>{"Walk", "Jump"}));
   expectSame(*scene, *keyed);
 }
 
@@ -520,7 +520,7 @@ TEST_F(Gltf, SideFilesAreReadAndTakenAlong) {
   EXPECT_EQ(contentOf(out), first) << "the same files serve again";
   EXPECT_EQ(std::distance(fs::directory_iterator(path("b")), {}), 4);
 
-  EXPECT_NE(GltfReader::readMemory(source.text("data.bin"), "m.gltf").error.find("buffers[0].uri"),
+  EXPECT_NE(GltfReader::ReadMemory(source.text("data.bin"), "m.gltf").error.find("buffers[0].uri"),
             std::string::npos);
 }
 
@@ -534,17 +534,17 @@ TEST_F(Gltf, DamagedRigRecordsAreToldAndKept) {
   rigs.push_back("nonsense");
   rigs.push_back({{"kind", "k"}, {"name", "n"}, {"record", "r"}, {"future", {1, 2}}});
   const Json expected = rigs;
-  const ReadResult result = GltfReader::readMemory(json.dump(), "a.gltf");
+  const ReadResult result = GltfReader::ReadMemory(json.dump(), "a.gltf");
   ASSERT_TRUE(result) << result.error;
   ASSERT_EQ(result.warnings.size(), 2u);
   EXPECT_EQ(
       result.warnings[0].rfind("a.gltf: scenes[0].extras.rigwright.rigs[1].kind: is no text", 0),
       0u);
-  ASSERT_EQ(result.scene->rigs().size(), 4u);
-  EXPECT_TRUE(result.scene->rigs()[1].damaged());
-  EXPECT_EQ(result.scene->rigs()[1].name, "Broken");
+  ASSERT_EQ(result.scene->GetRigs().size(), 4u);
+  EXPECT_TRUE(result.scene->GetRigs()[1].Damaged());
+  EXPECT_EQ(result.scene->GetRigs()[1].name, "Broken");
   std::string bytes;
-  ASSERT_TRUE(GltfWriter::writeMemory(*result.scene, GltfForm::kText, bytes));
+  ASSERT_TRUE(GltfWriter::WriteMemory(*result.scene, GltfForm::kText, bytes));
   EXPECT_EQ(Json::parse(bytes)["scenes"][0]["extras"]["rigwright"]["rigs"], expected);
 }
 
@@ -587,18 +587,18 @@ TEST_F(Gltf, EachWayOfBeingDamagedIsNamedWithItsPlace) {
   for (const Damage& damage : table) {
     Json bad = good;
     bad[Json::json_pointer(damage.pointer)] = Json::parse(damage.value);
-    const ReadResult result = GltfReader::readMemory(bad.dump(), "bad.gltf");
+    const ReadResult result = GltfReader::ReadMemory(bad.dump(), "bad.gltf");
     EXPECT_FALSE(result) << damage.pointer;
     EXPECT_EQ(result.error.rfind("bad.gltf: ", 0), 0u) << result.error;
     EXPECT_NE(result.error.find(damage.message), std::string::npos)
         << damage.pointer << " gave " << result.error;
   }
   EXPECT_EQ(
-      GltfReader::readMemory(foreignScene().glb(), "f.glb", {"Fly"}).error,
+      GltfReader::ReadMemory(foreignScene().glb(), "f.glb", {"Fly"}).error,
       "f.glb: animations: there is no clip \"Fly\" (clips are chosen by name or by number from 0)");
   folder.Write("lost.gltf", foreignScene().text("gone.bin"));
   EXPECT_EQ(
-      GltfReader::read(path("lost.gltf")).error,
+      GltfReader::Read(path("lost.gltf")).error,
       path("lost.gltf") + ": buffers[0].uri: " + path("gone.bin") + ": there is no such file");
 }
 
@@ -606,45 +606,45 @@ TEST_F(Gltf, ACutOffOrOverlappingFileIsRefusedWhereverItEnds) {
   const std::string glb = foreignScene().glb();
   for (const std::size_t size : {std::size_t{0}, std::size_t{3}, std::size_t{11}, std::size_t{15},
                                  std::size_t{500}, glb.size() / 2, glb.size() - 1}) {
-    const ReadResult result = GltfReader::readMemory(glb.substr(0, size), "cut.glb");
+    const ReadResult result = GltfReader::ReadMemory(glb.substr(0, size), "cut.glb");
     EXPECT_FALSE(result) << size;
     EXPECT_EQ(result.error.rfind("cut.glb: ", 0), 0u) << result.error;
   }
   EXPECT_NE(
-      GltfReader::readMemory(std::string(100000, '['), "deep.gltf").error.find("nested deeper"),
+      GltfReader::ReadMemory(std::string(100000, '['), "deep.gltf").error.find("nested deeper"),
       std::string::npos);
   // A small file that shows its few bytes as one huge mesh again and again.
   GltfBuilder bomb = foreignScene();
   const int zeros = static_cast<int>(bomb.json["accessors"].size());
   bomb.json["accessors"].push_back({{"componentType", 5126}, {"count", 1 << 24}, {"type", "VEC3"}});
   bomb.json["meshes"][0]["primitives"][0]["attributes"]["POSITION"] = zeros;
-  EXPECT_NE(GltfReader::readMemory(bomb.glb(), "bomb.glb").error.find("far more data"),
+  EXPECT_NE(GltfReader::ReadMemory(bomb.glb(), "bomb.glb").error.find("far more data"),
             std::string::npos);
 }
 
 TEST_F(Gltf, AFailedSaveNamesTheReasonAndLeavesNothing) {
   Scene scene;
   perform(scene);
-  EXPECT_NE(GltfWriter::write(scene, path("out.obj")).error.find(".glb or .gltf"),
+  EXPECT_NE(GltfWriter::Write(scene, path("out.obj")).error.find(".glb or .gltf"),
             std::string::npos);
-  EXPECT_NE(GltfWriter::write(scene, path("no/such/out.glb")).error.find("out.glb"),
+  EXPECT_NE(GltfWriter::Write(scene, path("no/such/out.glb")).error.find("out.glb"),
             std::string::npos);
   folder.Write("old.glb", "old");
-  scene.find("Rig_01_Rail")->setPose({{NAN, 0, 0}, {}, {1, 1, 1}});
-  EXPECT_NE(GltfWriter::write(scene, path("old.glb")).error.find("Rig_01_Rail"), std::string::npos);
-  scene.find("Rig_01_Rail")->setPose({});
+  scene.Find("Rig_01_Rail")->SetPose({{NAN, 0, 0}, {}, {1, 1, 1}});
+  EXPECT_NE(GltfWriter::Write(scene, path("old.glb")).error.find("Rig_01_Rail"), std::string::npos);
+  scene.Find("Rig_01_Rail")->SetPose({});
   rlimit before{};
   getrlimit(RLIMIT_FSIZE, &before);
   const rlimit small{1024, before.rlim_max};  // as a full disk would
   signal(SIGXFSZ, SIG_IGN);
   setrlimit(RLIMIT_FSIZE, &small);
-  const WriteResult full = GltfWriter::write(scene, path("old.glb"));
+  const WriteResult full = GltfWriter::Write(scene, path("old.glb"));
   setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_NE(full.error.find("old.glb"), std::string::npos);
   EXPECT_EQ(contentOf(path("old.glb")), "old");
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 1);
-  scene.rename(*scene.find("Rig_01_Rail"), "\xFF");
-  EXPECT_NE(GltfWriter::write(scene, path("old.glb")).error.find("UTF-8"), std::string::npos);
+  scene.Rename(*scene.Find("Rig_01_Rail"), "\xFF");
+  EXPECT_NE(GltfWriter::Write(scene, path("old.glb")).error.find("UTF-8"), std::string::npos);
 }
 
 }  // namespace

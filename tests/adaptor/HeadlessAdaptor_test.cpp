@@ -27,7 +27,7 @@ TEST(HeadlessAdaptor, JoinsTheSelectionsOfAGroup) {
   Scene scene;
   HeadlessAdaptor adaptor(scene);
   Nodes n;
-  for (const char* name : {"a", "b", "c"}) n.push_back(&adaptor.HandOut(scene.addNode(name)));
+  for (const char* name : {"a", "b", "c"}) n.push_back(&adaptor.HandOut(scene.AddNode(name)));
   n[0]->Select();
   n[1]->Extension(rws::kBeginGroupSelection, nullptr, nullptr);
   n[1]->Select();
@@ -104,8 +104,9 @@ class Crowd {
 
   std::vector<std::string> Tree() {
     std::vector<std::string> names;
-    for (const SceneNode* node : scene.nodes())
-      names.push_back(node->name() + "<" + (node->parent() ? node->parent()->name() : ""));
+    for (const SceneNode* node : scene.GetNodes())
+      names.push_back(node->GetName() + "<" +
+                      (node->GetParent() ? node->GetParent()->GetName() : ""));
     return names;
   }
 
@@ -159,8 +160,8 @@ TEST(HeadlessAdaptor, NodesOfOneMeshShareItsRays) {
   EXPECT_EQ(a->GetRays(), b->GetRays());
   mesh.faces.insert(mesh.faces.end(), {0, 2, 1});
   a->SetMesh(mesh);
-  EXPECT_EQ(a->GetRays()->GetTriangleCount(), 2);
-  EXPECT_EQ(b->GetRays()->GetTriangleCount(), 1);
+  EXPECT_EQ(a->GetRays()->triangleCount(), 2);
+  EXPECT_EQ(b->GetRays()->triangleCount(), 1);
 }
 
 TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {
@@ -169,19 +170,19 @@ TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {
   std::string shown;
   adaptor.SetMessageHandler([&](const std::string&, const std::string& text) { shown = text; });
   for (const char* tag : {"Car_01/Body", "Car_01", "Car_011/Body", "XCar_01/Body"})
-    scene.addNode("n").setTag(tag);
+    scene.AddNode("n").SetTag(tag);
   adaptor.KeepTagsOf({"Boat_01", "Car_01"});
   adaptor.GatherNodes();
-  EXPECT_NE(scene.findTagged("Car_01/Body"), nullptr);
-  EXPECT_EQ(scene.findTagged("Car_01"), nullptr);
-  EXPECT_EQ(scene.findTagged("Car_011/Body"), nullptr);
+  EXPECT_NE(scene.FindTagged("Car_01/Body"), nullptr);
+  EXPECT_EQ(scene.FindTagged("Car_01"), nullptr);
+  EXPECT_EQ(scene.FindTagged("Car_011/Body"), nullptr);
   EXPECT_NE(shown.find("\n\nn_2\nn_3\nn_4\n"), std::string::npos) << shown;
 }
 
 TEST(HeadlessAdaptor, PoolsItsSnapshotsAndTellsOfTime) {
   Scene scene;
   HeadlessAdaptor adaptor(scene);
-  HeadlessNode& node = adaptor.HandOut(scene.addNode("a"));
+  HeadlessNode& node = adaptor.HandOut(scene.AddNode("a"));
   rws::CSnapshot* const first = node.GetSnapshot(1.0);
   rws::CSnapshot* const second = node.GetSnapshot(2.0);
   EXPECT_NE(first, second);
@@ -216,7 +217,7 @@ TEST(HeadlessAdaptor, TellsAnyNumberOfObserversWhichMayLeaveMeanwhile) {
   Observer first(adaptor), second(adaptor);
   first.leaveAt = "selection";
   for (Observer* observer : {&first, &second}) adaptor.GetObservers().Add(*observer);
-  HeadlessNode& node = adaptor.HandOut(scene.addNode("a"));
+  HeadlessNode& node = adaptor.HandOut(scene.AddNode("a"));
   adaptor.SetCurrentTime(3.0);
   adaptor.RefreshViews();
   node.Select();
@@ -229,8 +230,8 @@ TEST(HeadlessAdaptor, TellsAnyNumberOfObserversWhichMayLeaveMeanwhile) {
   EXPECT_EQ(second.told, "tree;time 3;refresh;selection;tree;tree;selection;");
   second.told.clear();
   adaptor.SetScene(next);
-  scene.addNode("of no interest");
-  next.addNode("c");
+  scene.AddNode("of no interest");
+  next.AddNode("c");
   EXPECT_EQ(first.told, "tree;time 3;refresh;selection;");
   EXPECT_EQ(second.told, "tree;selection;time 0;tree;");
 }
@@ -241,7 +242,7 @@ TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
   alignas(16) static char identity[16];
   auto* const rig = reinterpret_cast<rws::CInterface*>(identity);
   CoreNode* const body = adaptor.CreateMeshNode({rig, "Body", "Body"}, nullptr, nullptr, 0);
-  HeadlessNode& prop = adaptor.HandOut(scene.addNode("Prop", scene.find("Body")));
+  HeadlessNode& prop = adaptor.HandOut(scene.AddNode("Prop", scene.Find("Body")));
   adaptor.BeginUndoBlock("Attributes");
   prop.Hide();
   prop.Rename("Thing");
@@ -251,7 +252,7 @@ TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
   adaptor.BeginUndoBlock("Delete");
   body->deleteMe();
   adaptor.EndUndoBlock();
-  scene.addNode("Body");
+  scene.AddNode("Body");
   adaptor.HostUndo();
   EXPECT_EQ(body->GetSceneName(), "Body_2") << "the name was given away meanwhile";
   EXPECT_TRUE(prop.IsValid());
@@ -265,7 +266,7 @@ TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
   EXPECT_FALSE(prop.SetParent(nullptr));
 
   // Steps on a node that was discarded behind their back do nothing.
-  HeadlessNode& gone = adaptor.HandOut(scene.addNode("Gone"));
+  HeadlessNode& gone = adaptor.HandOut(scene.AddNode("Gone"));
   adaptor.BeginUndoBlock("Attributes");
   gone.Hide();
   gone.SetParent(adaptor.FindSceneNode("Body"));
@@ -275,48 +276,48 @@ TEST(HeadlessAdaptor, ForgetsDeletedTreesOnlyWithTheHistory) {
   adaptor.DiscardNode(&gone);
   EXPECT_TRUE(adaptor.HostUndo());
   EXPECT_TRUE(adaptor.HostRedo());
-  EXPECT_EQ(scene.nodeCount(), 1u);
+  EXPECT_EQ(scene.GetNodeCount(), 1u);
 }
 
 TEST(HeadlessAdaptor, KeepsTheOpenDocumentWhenAnotherCannotBeRead) {
   const std::string path = testing::TempDir() + "document_" + std::to_string(::getpid()) + ".gltf";
   HeadlessDocument document;
   Lens lens;
-  document.scene().addNode("Eye").setLens(lens);
-  document.scene().setFrameRate(30.0);
+  document.GetScene().AddNode("Eye").SetLens(lens);
+  document.GetScene().SetFrameRate(30.0);
   std::string error;
-  EXPECT_FALSE(document.open("/nowhere/x.glb", error));
+  EXPECT_FALSE(document.Open("/nowhere/x.glb", error));
   EXPECT_NE(error.find("/nowhere/x.glb"), std::string::npos) << error;
-  EXPECT_EQ(document.adaptor().GetFrameRate(), 30.0);
+  EXPECT_EQ(document.GetAdaptor().GetFrameRate(), 30.0);
   error.clear();
-  EXPECT_FALSE(document.save("/nowhere/x.glb", error));
+  EXPECT_FALSE(document.Save("/nowhere/x.glb", error));
   EXPECT_NE(error.find("/nowhere/x.glb"), std::string::npos) << error;
 
-  HeadlessNode* const eye = document.adaptor().FindSceneNode("Eye");
+  HeadlessNode* const eye = document.GetAdaptor().FindSceneNode("Eye");
   alignas(16) static char identity[16];
   auto* const rig = reinterpret_cast<rws::CInterface*>(identity);
-  document.adaptor().TagNode(eye, "Cam/Eye");
-  document.adaptor().ClaimTaggedNodes({rig, "Eye", ""}, "Cam/Eye");
+  document.GetAdaptor().TagNode(eye, "Cam/Eye");
+  document.GetAdaptor().ClaimTaggedNodes({rig, "Eye", ""}, "Cam/Eye");
   std::vector<rws::CInterface*> instances = {rig};
   util::ReturnValue<std::vector<rws::CInterface*>> result(instances);
-  document.adaptor().BeginRecording(0.0, result);
+  document.GetAdaptor().BeginRecording(0.0, result);
   eye->SetLensValue(LensValue::kFocusDistance, 0.5, 9.0);
-  document.adaptor().EndRecording();
-  ASSERT_TRUE(document.save(path, error)) << error;
-  const auto warnings = document.takeWarnings();
+  document.GetAdaptor().EndRecording();
+  ASSERT_TRUE(document.Save(path, error)) << error;
+  const auto warnings = document.TakeWarnings();
   ASSERT_EQ(warnings.size(), 1u) << "keys that the file can't hold are told of";
   EXPECT_NE(warnings[0].find("Eye"), std::string::npos);
 
-  document.close();
-  EXPECT_EQ(document.scene().nodeCount(), 0u);
-  ASSERT_TRUE(document.open(path, error)) << error;
-  EXPECT_EQ(document.adaptor().GetFrameRate(), 30.0);
+  document.Close();
+  EXPECT_EQ(document.GetScene().GetNodeCount(), 0u);
+  ASSERT_TRUE(document.Open(path, error)) << error;
+  EXPECT_EQ(document.GetAdaptor().GetFrameRate(), 30.0);
   std::vector<CoreNode*> roots;
   util::ReturnValue<std::vector<CoreNode*>> imported(roots);
-  EXPECT_EQ(document.adaptor().ImportNodes(path, "in_", imported), "");
+  EXPECT_EQ(document.GetAdaptor().ImportNodes(path, "in_", imported), "");
   ASSERT_EQ(roots.size(), 1u);
   EXPECT_EQ(roots[0]->GetTag(), "") << "the tag names a rig of the other scene";
-  EXPECT_NE(document.scene().findTagged("Cam/Eye"), nullptr);
+  EXPECT_NE(document.GetScene().FindTagged("Cam/Eye"), nullptr);
   std::remove(path.c_str());
 }
 

@@ -32,8 +32,8 @@ bool SameBits(const Matrix<double>& a, const Matrix<double>& b) {
 class TakeScene {
  public:
   explicit TakeScene(double fps, unsigned seed = 1) : m_random(seed) {
-    scene().setFrameRate(fps);
-    SceneNode& stage = scene().addNode("Stage");
+    scene().SetFrameRate(fps);
+    SceneNode& stage = scene().AddNode("Stage");
     AddKeys(stage, 6);
     SceneNode* parent = &stage;
     for (const char* name : {"A", "B", "C"}) {
@@ -42,18 +42,18 @@ class TakeScene {
       adaptor().TagNode(node, std::string("Rig/") + name);
       chain.push_back(node);
       parent = node->GetSceneNode();
-      parent->setPose(decompose(RandomPose()));
+      parent->SetPose(Decompose(RandomPose()));
     }
     for (HeadlessNode* above : {chain[1], chain[2]}) {
-      SceneNode& prop = scene().addNode("Prop", above->GetSceneNode());
-      prop.setPose(decompose(RandomPose()));
+      SceneNode& prop = scene().AddNode("Prop", above->GetSceneNode());
+      prop.SetPose(Decompose(RandomPose()));
     }
-    AddKeys(scene().addNode("Other"), 3);
+    AddKeys(scene().AddNode("Other"), 3);
     Rewrap();
   }
 
-  Scene& scene() { return m_document.scene(); }
-  HeadlessAdaptor& adaptor() { return m_document.adaptor(); }
+  Scene& scene() { return m_document.GetScene(); }
+  HeadlessAdaptor& adaptor() { return m_document.GetAdaptor(); }
   HeadlessDocument& document() { return m_document; }
   static CInterface* Rig() {
     alignas(16) static char identity[16];
@@ -73,7 +73,8 @@ class TakeScene {
 
   void Rewrap() {
     all.clear();
-    for (SceneNode* node : scene().nodes()) all.push_back(adaptor().FindSceneNode(node->name()));
+    for (SceneNode* node : scene().GetNodes())
+      all.push_back(adaptor().FindSceneNode(node->GetName()));
   }
 
   /// A random pose. Unevenly scaled parents shear, which no node can hold; the place is exact.
@@ -121,18 +122,18 @@ class TakeScene {
       for (int i = 0; i < count; ++i) {
         // Numbers of a file: singles.
         times.push_back(static_cast<float>(0.37 * i));
-        const Trs pose = decompose(RandomPose());
+        const Trs pose = Decompose(RandomPose());
         const auto& q = pose.rotation;
         const auto v = path == ChannelPath::kTranslation ? pose.translation : pose.scale;
         const double numbers[] = {v.x, v.y, v.z, 0.0};
         const double rotation[] = {q.x, q.y, q.z, q.w};
-        for (int k = 0; k < componentCount(path); ++k)
+        for (int k = 0; k < ComponentCount(path); ++k)
           values.push_back(
               static_cast<float>(path == ChannelPath::kRotation ? rotation[k] : numbers[k]));
       }
       Channel channel(path);
-      ASSERT_TRUE(channel.setKeys(times, values));
-      node.setChannel(channel);
+      ASSERT_TRUE(channel.SetKeys(times, values));
+      node.SetChannel(channel);
     }
   }
 
@@ -175,7 +176,7 @@ TEST(HeadlessTake, ReadsTheSameBitsDuringTheTakeAsKeysAndFromAFile) {
       std::vector<Matrix<double>> scenes;
       for (int i = 0; i <= 40; ++i)
         for (HeadlessNode* node : take.all)
-          scenes.push_back(node->GetSceneNode()->worldMatrix(take.Frame(i)));
+          scenes.push_back(node->GetSceneNode()->WorldMatrix(take.Frame(i)));
       ExpectSameBits(scenes, after, "as the scene has them");
 
       EXPECT_TRUE(take.adaptor().HostUndo());
@@ -184,8 +185,8 @@ TEST(HeadlessTake, ReadsTheSameBitsDuringTheTakeAsKeysAndFromAFile) {
       ExpectSameBits(take.Poses(0, 40), after, "redone");
 
       std::string error;
-      ASSERT_TRUE(take.document().save(path, error)) << error;
-      ASSERT_TRUE(take.document().open(path, error)) << error;
+      ASSERT_TRUE(take.document().Save(path, error)) << error;
+      ASSERT_TRUE(take.document().Open(path, error)) << error;
       take.Rewrap();
       ExpectSameBits(take.Poses(6, 30), during, "from the file");
     }
@@ -220,10 +221,11 @@ TEST(HeadlessTake, RetakesFromTheMiddleAndRepeatsItselfBitForBit) {
   ExpectSameBits(take.Poses(0, 12), early, "keys before the retake");
   ExpectSameBits(take.Poses(13, 20), retake, "the retake");
   for (HeadlessNode* node : take.chain)
-    EXPECT_EQ(node->GetSceneNode()->channel(ChannelPath::kScale)->times().back(), take.Frame(20));
+    EXPECT_EQ(node->GetSceneNode()->GetChannel(ChannelPath::kScale)->GetTimes().back(),
+              take.Frame(20));
   ExpectSameBits(run(12, 20, 9), retake, "the retake resimulated");
-  EXPECT_EQ(take.scene().find("Other")->channel(ChannelPath::kScale)->size(), 3u);
-  EXPECT_EQ(take.scene().find("Prop")->hasKeys(), false);
+  EXPECT_EQ(take.scene().Find("Other")->GetChannel(ChannelPath::kScale)->GetKeyCount(), 3u);
+  EXPECT_EQ(take.scene().Find("Prop")->HasKeys(), false);
   take.adaptor().HostUndo();
   take.adaptor().HostUndo();
   ExpectSameBits(take.Poses(1, 30), first, "both retakes undone");
@@ -250,25 +252,25 @@ TEST(HeadlessTake, TakesSamplesInAnyOrderAndReadsBetweenThem) {
 TEST(HeadlessTake, RestsUntilTheFrameBeforeALateFirstWrite) {
   TakeScene take(25.0);
   HeadlessNode* const late = take.chain[2];
-  const Matrix<double> rest = compose(late->GetSceneNode()->pose());
+  const Matrix<double> rest = Compose(late->GetSceneNode()->GetPose());
   take.Begin(0);
   for (int i = 1; i <= 20; ++i) take.StepFrame(i, i < 10 ? "01" : "012");
   auto* const born = static_cast<HeadlessNode*>(
       take.adaptor().CreateMeshNode({TakeScene::Rig(), "Shell", "Rig_Shell"}, nullptr, nullptr, 0));
   take.Write(born, take.Frame(20), false);
   take.End();
-  EXPECT_TRUE(SameBits(late->GetSceneNode()->localMatrix(take.Frame(9)), rest));
-  EXPECT_FALSE(SameBits(late->GetSceneNode()->localMatrix(take.Frame(10)), rest));
-  const Channel* const keys = born->GetSceneNode()->channel(ChannelPath::kScale);
+  EXPECT_TRUE(SameBits(late->GetSceneNode()->LocalMatrix(take.Frame(9)), rest));
+  EXPECT_FALSE(SameBits(late->GetSceneNode()->LocalMatrix(take.Frame(10)), rest));
+  const Channel* const keys = born->GetSceneNode()->GetChannel(ChannelPath::kScale);
   ASSERT_NE(keys, nullptr) << "a node made in the take belongs to it";
-  EXPECT_EQ(keys->times(), std::vector<double>{take.Frame(20)});
+  EXPECT_EQ(keys->GetTimes(), std::vector<double>{take.Frame(20)});
 }
 
 TEST(HeadlessTake, RefusesAloudWhatNoNodeCanHold) {
   TakeScene take(25.0);
   Trs flat;
   flat.scale = {1.0, 0.0, 1.0};
-  take.chain[1]->GetSceneNode()->setPose(flat);
+  take.chain[1]->GetSceneNode()->SetPose(flat);
   const auto before = take.Poses(1, 1);
   take.Begin(0);
   rws::CSnapshot* const snapshot = take.chain[2]->GetSnapshot(take.Frame(1));

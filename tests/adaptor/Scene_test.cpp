@@ -20,13 +20,13 @@ constexpr double kForever = std::numeric_limits<double>::infinity();
 Channel channelOf(ChannelPath path, Interpolation mode, std::vector<double> times,
                   std::vector<double> values) {
   Channel channel(path, mode);
-  EXPECT_TRUE(channel.setKeys(std::move(times), std::move(values)));
+  EXPECT_TRUE(channel.SetKeys(std::move(times), std::move(values)));
   return channel;
 }
 
 Vector3<double> at(const Channel& channel, double time) {
   double v[4];
-  channel.evaluate(time, v);
+  channel.Evaluate(time, v);
   return {v[0], v[1], v[2]};
 }
 
@@ -72,12 +72,12 @@ TEST(Scene, LinearKeysGoStraightAndRotationsTurnEvenlyTheShortWay) {
                                  {0, 0, 0, 1, 0, -std::sin(half), 0, -std::cos(half)});
   for (double t = 0.0; t < 2.0; t += 0.125) {
     double q[4];
-    turn.evaluate(t, q);
+    turn.Evaluate(t, q);
     EXPECT_NEAR(q[1], std::sin(half * t / 2.0), 1e-15);
     EXPECT_NEAR(q[3], std::cos(half * t / 2.0), 1e-15);
   }
   double q[4];
-  turn.evaluate(2.0, q);
+  turn.Evaluate(2.0, q);
   EXPECT_EQ(q[3], -std::cos(half)) << "the key's own numbers, sign included";
 }
 
@@ -125,17 +125,17 @@ TEST(Scene, ATakeReplacesKeysFromItsStartAndBakesWhatItCannotBlend) {
   Channel open = channelOf(ChannelPath::kTranslation, Interpolation::kLinear, {0.0, 0.400001, 5.0},
                            {1, 1, 1, 2, 2, 2, 3, 3, 3});
   Channel bounded = open;
-  ASSERT_TRUE(open.replaceKeys(0.4, kForever, takeTimes, takeValues, kFrame));
-  EXPECT_EQ(open.times(), (std::vector<double>{0.0, 0.4, 0.44, 0.48}));
-  ASSERT_TRUE(bounded.replaceKeys(0.4, 0.48, takeTimes, takeValues, kFrame));
-  EXPECT_EQ(bounded.times(), (std::vector<double>{0.0, 0.4, 0.44, 0.48, 5.0}));
+  ASSERT_TRUE(open.ReplaceKeys(0.4, kForever, takeTimes, takeValues, kFrame));
+  EXPECT_EQ(open.GetTimes(), (std::vector<double>{0.0, 0.4, 0.44, 0.48}));
+  ASSERT_TRUE(bounded.ReplaceKeys(0.4, 0.48, takeTimes, takeValues, kFrame));
+  EXPECT_EQ(bounded.GetTimes(), (std::vector<double>{0.0, 0.4, 0.44, 0.48, 5.0}));
   EXPECT_EQ(at(bounded, 5.0).x, 3.0);
 
   Channel steps = channelOf(ChannelPath::kTranslation, Interpolation::kStep, {0.1, 0.2, 0.6},
                             {1, 1, 1, 2, 2, 2, 3, 3, 3});
   const Channel before = steps;
-  ASSERT_TRUE(steps.replaceKeys(0.4, 0.48, takeTimes, takeValues, kFrame));
-  EXPECT_EQ(steps.mode(), Interpolation::kLinear);
+  ASSERT_TRUE(steps.ReplaceKeys(0.4, 0.48, takeTimes, takeValues, kFrame));
+  EXPECT_EQ(steps.GetMode(), Interpolation::kLinear);
   for (int frame = 3; frame < 10; ++frame)
     EXPECT_EQ(at(steps, frame * kFrame), at(before, frame * kFrame)) << frame;
   EXPECT_EQ(at(steps, 0.1).x, 1.0) << "the first key stays where it was, off the frames";
@@ -143,30 +143,30 @@ TEST(Scene, ATakeReplacesKeysFromItsStartAndBakesWhatItCannotBlend) {
   EXPECT_EQ(at(steps, 14 * kFrame), at(before, 14 * kFrame));
 
   Channel kept = before;
-  EXPECT_FALSE(kept.replaceKeys(0.4, 0.48, {0.44, 0.44}, {1, 1, 1, 2, 2, 2}, kFrame));
-  EXPECT_FALSE(kept.replaceKeys(0.4, 0.48, {0.44}, {1, 1, NAN}, kFrame));
-  EXPECT_FALSE(kept.replaceKeys(0.4, 0.48, takeTimes, takeValues, 1e-12)) << "too many frames";
+  EXPECT_FALSE(kept.ReplaceKeys(0.4, 0.48, {0.44, 0.44}, {1, 1, 1, 2, 2, 2}, kFrame));
+  EXPECT_FALSE(kept.ReplaceKeys(0.4, 0.48, {0.44}, {1, 1, NAN}, kFrame));
+  EXPECT_FALSE(kept.ReplaceKeys(0.4, 0.48, takeTimes, takeValues, 1e-12)) << "too many frames";
   EXPECT_EQ(kept, before);
 }
 
 TEST(Scene, ChannelsThatHoldOneListOfTimesChangeOnTheirOwn) {
   Scene scene;
-  SceneNode& node = scene.addNode("node");
+  SceneNode& node = scene.AddNode("node");
   const std::vector<double> times{0.0, 0.04, 0.08};
   const std::vector<double> values(9, 1.0);
   for (const auto path : {ChannelPath::kTranslation, ChannelPath::kScale})
-    node.replaceKeys(path, 0.0, kForever, times, values, kFrame);
-  const Channel& scale = *node.channel(ChannelPath::kScale);
-  EXPECT_EQ(&node.channel(ChannelPath::kTranslation)->times(), &scale.times());
-  const NodeAnimation before = node.animation();
+    node.ReplaceKeys(path, 0.0, kForever, times, values, kFrame);
+  const Channel& scale = *node.GetChannel(ChannelPath::kScale);
+  EXPECT_EQ(&node.GetChannel(ChannelPath::kTranslation)->GetTimes(), &scale.GetTimes());
+  const NodeAnimation before = node.GetAnimation();
   Channel changed = scale;
-  EXPECT_TRUE(changed.setKey(0.02, values.data(), kFrame));
-  node.replaceKeys(ChannelPath::kTranslation, 0.06, kForever, {0.07}, {2, 2, 2}, kFrame);
-  EXPECT_EQ(node.channel(ChannelPath::kTranslation)->times(),
+  EXPECT_TRUE(changed.SetKey(0.02, values.data(), kFrame));
+  node.ReplaceKeys(ChannelPath::kTranslation, 0.06, kForever, {0.07}, {2, 2, 2}, kFrame);
+  EXPECT_EQ(node.GetChannel(ChannelPath::kTranslation)->GetTimes(),
             (std::vector<double>{0.0, 0.04, 0.07}));
-  EXPECT_EQ(changed.size(), 4u);
-  EXPECT_EQ(scale.times(), times);
-  EXPECT_EQ(before.channels[0]->times(), times);
+  EXPECT_EQ(changed.GetKeyCount(), 4u);
+  EXPECT_EQ(scale.GetTimes(), times);
+  EXPECT_EQ(before.channels[0]->GetTimes(), times);
 }
 
 TEST(Scene, PosesSurviveTheirMatricesMirroredOnesToo) {
@@ -174,104 +174,104 @@ TEST(Scene, PosesSurviveTheirMatricesMirroredOnesToo) {
   for (int i = 0; i < 200; ++i) {
     Trs pose = randomPose(random, false);
     if (i % 2 == 1) pose.scale.z = -pose.scale.z;
-    const Matrix<double> matrix = compose(pose);
-    const Trs again = decompose(matrix);
-    expectNear(compose(again), matrix, 1e-12);
+    const Matrix<double> matrix = Compose(pose);
+    const Trs again = Decompose(matrix);
+    expectNear(Compose(again), matrix, 1e-12);
     EXPECT_EQ(again.scale.x < 0.0, i % 2 == 1);
   }
   Trs flat;
   flat.scale = {2.0, 0.0, 3.0};
-  expectNear(compose(decompose(compose(flat))), compose(flat), 1e-15);
+  expectNear(Compose(Decompose(Compose(flat))), Compose(flat), 1e-15);
 }
 
 TEST(Scene, WorldMatricesMultiplyUpAndReparentingKeepsThemAtEveryKey) {
   std::mt19937 random(3);
   Scene scene;
-  SceneNode& a = scene.addNode("a");
-  SceneNode& b = scene.addNode("b", &a);
-  SceneNode& c = scene.addNode("c", &b);
-  SceneNode& other = scene.addNode("other");
-  for (SceneNode* node : {&a, &b, &other}) node->setPose(randomPose(random, true));
-  c.setPose(randomPose(random, false));
-  b.setChannel(
+  SceneNode& a = scene.AddNode("a");
+  SceneNode& b = scene.AddNode("b", &a);
+  SceneNode& c = scene.AddNode("c", &b);
+  SceneNode& other = scene.AddNode("other");
+  for (SceneNode* node : {&a, &b, &other}) node->SetPose(randomPose(random, true));
+  c.SetPose(randomPose(random, false));
+  b.SetChannel(
       channelOf(ChannelPath::kTranslation, Interpolation::kLinear, {0.0, 2.0}, {0, 0, 0, 5, 1, 2}));
-  c.setChannel(channelOf(ChannelPath::kTranslation, Interpolation::kLinear, {0.0, 1.0, 2.0},
+  c.SetChannel(channelOf(ChannelPath::kTranslation, Interpolation::kLinear, {0.0, 1.0, 2.0},
                          {0, 0, 0, 1, 1, 1, 3, 0, 0}));
   for (const double t : {0.0, 0.3, 1.7, 5.0})
     expectNear(
-        c.worldMatrix(t),
-        product(product(compose(a.localTrs(t)), compose(b.localTrs(t))), compose(c.localTrs(t))),
+        c.WorldMatrix(t),
+        product(product(Compose(a.LocalTrs(t)), Compose(b.LocalTrs(t))), Compose(c.LocalTrs(t))),
         1e-12);
 
   std::vector<Matrix<double>> before;
-  for (const double t : {0.0, 1.0, 2.0}) before.push_back(c.worldMatrix(t));
-  const NodeAnimation undo = c.animation();
-  ASSERT_TRUE(scene.reparent(c, &other, 0.0));
-  for (int i = 0; i < 3; ++i) expectNear(c.worldMatrix(i), before[static_cast<size_t>(i)], 1e-11);
-  EXPECT_EQ(c.parent(), &other);
-  EXPECT_EQ(c.channel(ChannelPath::kScale), nullptr) << "what need not move gets no keys";
-  ASSERT_TRUE(scene.move(c, &b, 0));
-  c.setAnimation(undo);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(c.worldMatrix(i), before[static_cast<size_t>(i)]);
+  for (const double t : {0.0, 1.0, 2.0}) before.push_back(c.WorldMatrix(t));
+  const NodeAnimation undo = c.GetAnimation();
+  ASSERT_TRUE(scene.Reparent(c, &other, 0.0));
+  for (int i = 0; i < 3; ++i) expectNear(c.WorldMatrix(i), before[static_cast<size_t>(i)], 1e-11);
+  EXPECT_EQ(c.GetParent(), &other);
+  EXPECT_EQ(c.GetChannel(ChannelPath::kScale), nullptr) << "what need not move gets no keys";
+  ASSERT_TRUE(scene.Move(c, &b, 0));
+  c.SetAnimation(undo);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(c.WorldMatrix(i), before[static_cast<size_t>(i)]);
 
-  EXPECT_FALSE(scene.reparent(a, &c, 0.0)) << "below itself";
+  EXPECT_FALSE(scene.Reparent(a, &c, 0.0)) << "below itself";
   Trs flat;
   flat.scale = {1.0, 0.0, 1.0};
-  other.setPose(flat);
-  EXPECT_FALSE(scene.reparent(c, &other, 0.0)) << "no pose under it could keep the world's";
-  EXPECT_EQ(c.parent(), &b);
+  other.SetPose(flat);
+  EXPECT_FALSE(scene.Reparent(c, &other, 0.0)) << "no pose under it could keep the world's";
+  EXPECT_EQ(c.GetParent(), &b);
 
   // On a rig's node a user's node remembers where it hung; on a user's own it does not.
-  other.setPose({});
-  other.setTag("rig/other");
-  ASSERT_TRUE(scene.reparent(c, &other, 0.0));
-  EXPECT_EQ(c.home(), "b");
-  SceneNode& hub = scene.addNode("hub", &other);
-  hub.setHub(true);
-  ASSERT_TRUE(scene.reparent(c, &hub, 0.0));
-  EXPECT_EQ(c.home(), "b") << "it was on the rig before";
-  ASSERT_TRUE(scene.reparent(c, nullptr, 0.0));
-  EXPECT_FALSE(c.home());
-  ASSERT_TRUE(scene.reparent(c, &other, 0.0));
-  EXPECT_EQ(c.home(), "") << "the world";
+  other.SetPose({});
+  other.SetTag("rig/other");
+  ASSERT_TRUE(scene.Reparent(c, &other, 0.0));
+  EXPECT_EQ(c.GetHome(), "b");
+  SceneNode& hub = scene.AddNode("hub", &other);
+  hub.SetHub(true);
+  ASSERT_TRUE(scene.Reparent(c, &hub, 0.0));
+  EXPECT_EQ(c.GetHome(), "b") << "it was on the rig before";
+  ASSERT_TRUE(scene.Reparent(c, nullptr, 0.0));
+  EXPECT_FALSE(c.GetHome());
+  ASSERT_TRUE(scene.Reparent(c, &other, 0.0));
+  EXPECT_EQ(c.GetHome(), "") << "the world";
 }
 
 TEST(Scene, NamesStayUniqueThroughAddingRenamingDetachingAndAttaching) {
   Scene scene;
-  SceneNode& car = scene.addNode("Car");
-  SceneNode& second = scene.addNode("Car");
-  SceneNode& wheel = scene.addNode("Wheel", &car);
-  EXPECT_EQ(second.name(), "Car_2");
-  EXPECT_EQ(scene.rename(wheel, "Car"), "Car_3");
-  EXPECT_EQ(scene.rename(wheel, "Car_3"), "Car_3");
-  EXPECT_EQ(scene.find("Wheel"), nullptr);
+  SceneNode& car = scene.AddNode("Car");
+  SceneNode& second = scene.AddNode("Car");
+  SceneNode& wheel = scene.AddNode("Wheel", &car);
+  EXPECT_EQ(second.GetName(), "Car_2");
+  EXPECT_EQ(scene.Rename(wheel, "Car"), "Car_3");
+  EXPECT_EQ(scene.Rename(wheel, "Car_3"), "Car_3");
+  EXPECT_EQ(scene.Find("Wheel"), nullptr);
 
-  std::unique_ptr<SceneNode> gone = scene.detach(car);
+  std::unique_ptr<SceneNode> gone = scene.Detach(car);
   EXPECT_EQ(gone.get(), &car);
-  EXPECT_EQ(scene.find("Car_3"), nullptr) << "what is below goes too";
-  SceneNode& thief = scene.addNode("Car");
-  EXPECT_EQ(&scene.attach(std::move(gone), nullptr, 0), &car);
-  EXPECT_EQ(car.name(), "Car_4");
-  EXPECT_EQ(scene.roots()[0].get(), &car);
-  EXPECT_EQ(scene.nodes(), (std::vector<SceneNode*>{&car, &wheel, &second, &thief}));
-  wheel.setTag("tag");
-  EXPECT_EQ(scene.findTagged("tag"), &wheel);
-  EXPECT_EQ(scene.findTagged(""), nullptr);
-  car.setTag("tag");
-  EXPECT_EQ(scene.findTagged("tag"), &car) << "it stands before its child";
-  car.setTag("");
-  gone = scene.detach(car);
-  EXPECT_EQ(scene.findTagged("tag"), nullptr);
+  EXPECT_EQ(scene.Find("Car_3"), nullptr) << "what is below goes too";
+  SceneNode& thief = scene.AddNode("Car");
+  EXPECT_EQ(&scene.Attach(std::move(gone), nullptr, 0), &car);
+  EXPECT_EQ(car.GetName(), "Car_4");
+  EXPECT_EQ(scene.GetRoots()[0].get(), &car);
+  EXPECT_EQ(scene.GetNodes(), (std::vector<SceneNode*>{&car, &wheel, &second, &thief}));
+  wheel.SetTag("tag");
+  EXPECT_EQ(scene.FindTagged("tag"), &wheel);
+  EXPECT_EQ(scene.FindTagged(""), nullptr);
+  car.SetTag("tag");
+  EXPECT_EQ(scene.FindTagged("tag"), &car) << "it stands before its child";
+  car.SetTag("");
+  gone = scene.Detach(car);
+  EXPECT_EQ(scene.FindTagged("tag"), nullptr);
 }
 
 TEST(Scene, RateAndRangeRefuseWhatIsNone) {
   Scene scene;
   for (const double bad : {0.0, -25.0, double(NAN), kForever})
-    EXPECT_FALSE(scene.setFrameRate(bad));
-  EXPECT_FALSE(scene.setRange(2.0, 1.0));
-  EXPECT_FALSE(scene.setRange(0.0, NAN));
-  EXPECT_EQ(scene.frameRate(), 25.0);
-  EXPECT_EQ(scene.rangeEnd(), 10.0);
+    EXPECT_FALSE(scene.SetFrameRate(bad));
+  EXPECT_FALSE(scene.SetRange(2.0, 1.0));
+  EXPECT_FALSE(scene.SetRange(0.0, NAN));
+  EXPECT_EQ(scene.GetFrameRate(), 25.0);
+  EXPECT_EQ(scene.GetRangeEnd(), 10.0);
 }
 
 }  // namespace

@@ -99,10 +99,10 @@ TEST(Space, AnglesOfEveryOrderGiveTheirRotationBackNearTheFrameBefore) {
       if (round % 3 != 0) told[middle] += std::pow(10.0, uniform(-17, -3));
     }
     const Matrix expected = aboutAxes(told, kOrders[o]);
-    const Quat q = fromEuler(told, order);
+    const Quat q = FromEuler(told, order);
     ASSERT_LT(apart(q.toMatrix(), expected), 1e-13);
-    const Vec previous = vec(20.0), plain = toEuler(q, order);
-    const Vec near = toEulerNear(q, order, previous);
+    const Vec previous = vec(20.0), plain = ToEuler(q, order);
+    const Vec near = ToEulerNear(q, order, previous);
     ASSERT_LT(apart(aboutAxes(plain, kOrders[o]), expected), 3e-12) << o;
     ASSERT_LT(apart(aboutAxes(near, kOrders[o]), expected), 3e-12) << o;
     // Nothing is nearer: neither whole turns of the solution given nor of the other one.
@@ -128,11 +128,11 @@ TEST(Space, SmoothCurvesOfAnglesComeBackAsTheyWere) {
       Vec told;
       for (int k = 0; k < 3; ++k) told[kOrders[o][k] - 'X'] = drawn[k];
       const auto order = static_cast<RotationOrder>(o);
-      previous = toEulerNear(fromEuler(told, order), order, previous);
+      previous = ToEulerNear(FromEuler(told, order), order, previous);
       ASSERT_LT((previous - told).length(), 1e-9) << kOrders[o] << " at frame " << frame;
     }
     const Vec none;
-    EXPECT_TRUE(sameBits(none, toEuler(Quat(), static_cast<RotationOrder>(o))));
+    EXPECT_TRUE(sameBits(none, ToEuler(Quat(), static_cast<RotationOrder>(o))));
   }
 }
 
@@ -143,10 +143,10 @@ TEST(Space, ChannelsRoundPivotsShowThePose) {
     frame.order = static_cast<RotationOrder>(o);
     const Trs pose{vec(1e3), turn(), unevenScale()};
     const Vec previous = vec(10.0);
-    const HostChannels bare = channelsOf(pose, frame, previous);
+    const HostChannels bare = ChannelsOf(pose, frame, previous);
     ASSERT_TRUE(sameBits(bare.translation, pose.translation) && sameBits(bare.scale, pose.scale));
     frame = {frame.order, vec(10.0), vec(10.0), vec(10.0), vec(10.0), turn(), turn()};
-    const HostChannels c = channelsOf(pose, frame, previous);
+    const HostChannels c = ChannelsOf(pose, frame, previous);
     const Matrix scaled = shift(frame.scaleShift) * shift(frame.scalePivot) * scaling(c.scale) *
                           shift(-frame.scalePivot);
     const Matrix turned = shift(frame.rotateShift) * shift(frame.rotatePivot) *
@@ -154,7 +154,7 @@ TEST(Space, ChannelsRoundPivotsShowThePose) {
                           frame.rotateAxis.toMatrix() * shift(-frame.rotatePivot);
     const Matrix shown = shift(c.translation) * turned * scaled;
     ASSERT_LT(apart(shown, matrixOf(pose)), 1e-11);
-    ASSERT_LT(apart(shown, rws::adaptor::matrixOf(c, frame)), 1e-11);
+    ASSERT_LT(apart(shown, rws::adaptor::MatrixOf(c, frame)), 1e-11);
   }
 }
 
@@ -162,19 +162,19 @@ TEST(Space, ChannelsRoundPivotsShowThePose) {
 
 TEST(Space, AxesAndUnitsOfAnotherHost) {
   const Vec p(1.0, 2.0, 3.0);
-  EXPECT_EQ(Vec(100.0, -300.0, 200.0), kCentimetresZ.pointToHost(p));
-  EXPECT_EQ(Vec(1.0, -3.0, 2.0), kCentimetresZ.directionToHost(p));
-  EXPECT_EQ(Vec(100.0, 200.0, 300.0), (Space{UpAxis::kY, 100.0}.pointToHost(p)));
+  EXPECT_EQ(Vec(100.0, -300.0, 200.0), kCentimetresZ.PointToHost(p));
+  EXPECT_EQ(Vec(1.0, -3.0, 2.0), kCentimetresZ.DirectionToHost(p));
+  EXPECT_EQ(Vec(100.0, 200.0, 300.0), (Space{UpAxis::kY, 100.0}.PointToHost(p)));
   Matrix expected;
   expected[0] = expected[6] = 100.0;
   expected[9] = -100.0;
   expected[5] = expected[10] = 0.0;
-  EXPECT_EQ(expected, kCentimetresZ.worldToHost(Matrix()));
+  EXPECT_EQ(expected, kCentimetresZ.WorldToHost(Matrix()));
   // A node that stands as its parent is turned up by a quarter; a turn about the rigs' up axis is
   // one about the host's.
-  const Quat up = kCentimetresZ.orientationToHost(Quat());
+  const Quat up = kCentimetresZ.OrientationToHost(Quat());
   EXPECT_LT((up.rotate({0, 1, 0}) - Vec(0, 0, 1)).length(), 1e-15);
-  EXPECT_EQ(Quat(0, 0, 0.6, 0.8), kCentimetresZ.turnToHost({0, 0.6, 0, 0.8}));
+  EXPECT_EQ(Quat(0, 0, 0.6, 0.8), kCentimetresZ.TurnToHost({0, 0.6, 0, 0.8}));
 }
 
 TEST(Space, PosesOfAnotherHostAndBack) {
@@ -194,30 +194,30 @@ TEST(Space, PosesOfAnotherHostAndBack) {
     if (i % 5 == 0) parent.translation[i % 3] = i % 2 ? -0.0 : 4e-320;
     if (i % 11 == 0) parent.rotation = {-0.0, 0.0, -0.0, 1.0};
     const Trs child{vec(10.0), turn(), unevenScale()};
-    const Matrix world = matrixOf(parent), there = space.worldToHost(world);
-    const Trs top = space.topLevelToHost(parent), back = space.topLevelToRig(top);
+    const Matrix world = matrixOf(parent), there = space.WorldToHost(world);
+    const Trs top = space.TopLevelToHost(parent), back = space.TopLevelToRig(top);
     if (i % 7 == 0) {
       ASSERT_TRUE(sameBits(parent, top) && sameBits(parent, back) && sameBits(world, there) &&
-                  sameBits(world, space.worldToRig(there)));
+                  sameBits(world, space.WorldToRig(there)));
     }
     ASSERT_LT(apart(matrixOf(top), there), 1e-9 * space.metre);
     ASSERT_LT((back.translation - parent.translation).length(), rounding);
     ASSERT_LT((back.scale - parent.scale).length(), rounding);
     ASSERT_LT(apart(back.rotation.toMatrix(), parent.rotation.toMatrix()), 1e-14);
-    ASSERT_LT(apart(space.worldToRig(there), world), rounding);
-    ASSERT_TRUE(sameBits(child.rotation, space.turnToRig(space.turnToHost(child.rotation))));
-    ASSERT_TRUE(sameBits(child.scale, space.directionToRig(space.directionToHost(child.scale))));
+    ASSERT_LT(apart(space.WorldToRig(there), world), rounding);
+    ASSERT_TRUE(sameBits(child.rotation, space.TurnToRig(space.TurnToHost(child.rotation))));
+    ASSERT_TRUE(sameBits(child.scale, space.DirectionToRig(space.DirectionToHost(child.scale))));
 
     // Below the top level nothing is converted: the child's own matrix hangs on either parent.
     const Matrix local = matrixOf(child), hung = there * local, inRig = world * local;
-    ASSERT_LT(apart(hung, space.worldToHost(inRig)), 1e3 * rounding * space.metre);
-    const Vec p = vec(10.0), q = space.pointToRig(hung.transformPoint(p));
+    ASSERT_LT(apart(hung, space.WorldToHost(inRig)), 1e3 * rounding * space.metre);
+    const Vec p = vec(10.0), q = space.PointToRig(hung.transformPoint(p));
     ASSERT_LT((q - inRig.transformPoint(p)).length(), 1e-9);
 
     // A turn of the world, done on either side.
     const Quat by = turn();
-    ASSERT_LT(apart(space.orientationToHost(parent.rotation * by).toMatrix(),
-                    (top.rotation * space.turnToHost(by)).toMatrix()),
+    ASSERT_LT(apart(space.OrientationToHost(parent.rotation * by).toMatrix(),
+                    (top.rotation * space.TurnToHost(by)).toMatrix()),
               1e-14);
   }
 }

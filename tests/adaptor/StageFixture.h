@@ -24,7 +24,7 @@ class StageFixture final : public AdaptorFixture {
     mesh.faces = {0, 1, 2, 0, 2, 3};
     stage::Object& ground = m_host.Add("Ground");
     ground.isMesh = true;
-    ground.mesh = rws::adaptor::shareMesh(mesh);
+    ground.mesh = rws::adaptor::MakeSharedMesh(mesh);
     stage::Object& eye = m_host.Add("Eye");
     eye.isCamera = true;
     eye.values[stage::Object::kFieldOfViewRow] = 40.0;

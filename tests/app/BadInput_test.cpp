@@ -27,8 +27,8 @@ class BadInput : public ProgramTest {
       "buffers":[{"byteLength":8,"uri":"gone.bin"}],
       "bufferViews":[{"buffer":0,"byteLength":8}]})");
     rws::adaptor::headless::Scene late;
-    late.setRange(1e12, 2e12);
-    EXPECT_TRUE(rws::adaptor::headless::GltfWriter::write(late, path("late.glb")));
+    late.SetRange(1e12, 2e12);
+    EXPECT_TRUE(rws::adaptor::headless::GltfWriter::Write(late, path("late.glb")));
     ok("add late.glb SteadyCam -o late.glb");
     folder.Write("unknown.csv", "time,Hand:Yaw (Right/Lift)\n0,1\n");
     folder.Write("nan.csv", "time,Yaw (Right/Left)\n0,1\n0.1,nan\n");

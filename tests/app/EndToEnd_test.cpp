@@ -361,11 +361,11 @@ std::string foreignScene(double rate, int count, int step = 1) {
     times.push_back(static_cast<float>(i * step / rate));
     values.insert(values.end(), {1.0 * i, 0.0, 0.0});
   }
-  EXPECT_TRUE(channel.setKeys(times, values));
-  if (count > 0) scene.addNode("Box").setChannel(channel);
+  EXPECT_TRUE(channel.SetKeys(times, values));
+  if (count > 0) scene.AddNode("Box").SetChannel(channel);
   const TempFolder place;
   const std::string file = place.path + "/scene.gltf";
-  EXPECT_TRUE(headless::GltfWriter::write(scene, file));
+  EXPECT_TRUE(headless::GltfWriter::Write(scene, file));
   auto document = nlohmann::json::parse(place.Read("scene.gltf"));
   document["scenes"][0].erase("extras");
   return document.dump();
@@ -374,16 +374,16 @@ std::string foreignScene(double rate, int count, int step = 1) {
 TEST_F(EndToEnd, AForeignScenesRateIsThatOfItsKeys) {
   namespace headless = rws::adaptor::headless;
   const auto expectRate = [](const std::string& text, double rate, const std::string& told) {
-    const auto read = headless::GltfReader::readMemory(text, "in.gltf");
+    const auto read = headless::GltfReader::ReadMemory(text, "in.gltf");
     ASSERT_TRUE(read) << read.error;
-    EXPECT_EQ(read.scene->frameRate(), rate) << told;
+    EXPECT_EQ(read.scene->GetFrameRate(), rate) << told;
     ASSERT_EQ(read.warnings.size(), told.empty() ? 0u : 1u) << rate;
     EXPECT_TRUE(told.empty() || read.warnings[0].find(told) != std::string::npos) << told;
   };
   for (const double whole : {24.0, 25.0, 30.0, 48.0, 50.0, 60.0, 120.0}) {
     for (const int count : {3, 200, 5000})
       expectRate(foreignScene(whole, count), whole,
-                 whole == 25.0 ? "" : headless::frameRateText(whole) + " per second, which");
+                 whole == 25.0 ? "" : headless::FrameRateText(whole) + " per second, which");
     const double broadcast = whole / 1.001;
     if (whole != 25.0 && whole != 50.0)
       expectRate(foreignScene(broadcast, 100), whole * 1000.0 / 1001.0, "/1001) per second, which");

@@ -54,44 +54,44 @@ class Fit : public ProgramTest {
   }
 
   static void setMeshAt(SceneNode& node, util::CMesh mesh, const Matrix& meshToParent) {
-    const Matrix inverse = compose(node.pose()).affineInverse() * meshToParent;
+    const Matrix inverse = Compose(node.GetPose()).affineInverse() * meshToParent;
     for (Vector& vertex : mesh.vertices) vertex = inverse.transformPoint(vertex);
-    node.setMesh(mesh);
+    node.SetMesh(mesh);
   }
 
   /// The model with a rig "Car" that has not been fitted, after `change`.
   void make(const std::string& file, const std::function<void(Scene&)>& change) const {
     Scene scene;
-    scene.setRange(0.0, 2.0);
-    SceneNode& model = scene.addNode("Model");
-    model.setPose(rws::adaptor::decompose(root()));
-    SceneNode& shell = scene.addNode("Shell", &model);
-    shell.setPose({{0.1, 0.7, 0.0}, {}, {1.0, 0.5, 2.0}});
-    shell.setMesh(util::CMesh_Box(1.6, 1.0, 1.8));
+    scene.SetRange(0.0, 2.0);
+    SceneNode& model = scene.AddNode("Model");
+    model.SetPose(rws::adaptor::Decompose(root()));
+    SceneNode& shell = scene.AddNode("Shell", &model);
+    shell.SetPose({{0.1, 0.7, 0.0}, {}, {1.0, 0.5, 2.0}});
+    shell.SetMesh(util::CMesh_Box(1.6, 1.0, 1.8));
     const Quat turns[] = {Quat::fromRotationVector({0.4, 1.2, -0.7}), Quat(),
                           Quat::fromRotationVector({-2.0, 0.3, 0.9}),
                           Quat::fromRotationVector({0.8, 0.0, 0.0})};
     const Vector scales[] = {{1.0, 3.0, 0.4}, {1.0, 1.0, 1.0}, {0.2, 0.2, 0.9}, {2.0, 0.7, 0.7}};
     for (int i = 0; i < 4; ++i) {
-      SceneNode& wheel = scene.addNode(kNames[i], &model);
-      wheel.setPose({{0.3 * i, 0.2, -0.5 * i}, turns[i].normalized(), scales[i]});
+      SceneNode& wheel = scene.AddNode(kNames[i], &model);
+      wheel.SetPose({{0.3 * i, 0.2, -0.5 * i}, turns[i].normalized(), scales[i]});
       // One wheel is a group: rim and tyre hang below it.
-      SceneNode& tyre = i == 1 ? scene.addNode("Tyre", &wheel) : wheel;
+      SceneNode& tyre = i == 1 ? scene.AddNode("Tyre", &wheel) : wheel;
       Matrix place;
       place.setTranslation(root().affineInverse().transformPoint(centre(i)));
-      if (i == 1) place = compose(wheel.pose()).affineInverse() * place;
+      if (i == 1) place = Compose(wheel.GetPose()).affineInverse() * place;
       setMeshAt(tyre, util::CMesh_Cylinder(Radius(i), Width(i), 9 + 2 * i, 0), place);
       if (i != 1) continue;
-      setMeshAt(scene.addNode("Rim", &wheel), util::CMesh_Cylinder(0.1, 0.15, 6, 0), place);
+      setMeshAt(scene.AddNode("Rim", &wheel), util::CMesh_Cylinder(0.1, 0.15, 6, 0), place);
     }
-    scene.addNode("Empty");
+    scene.AddNode("Empty");
     change(scene);
-    EXPECT_TRUE(rws::adaptor::headless::GltfWriter::write(scene, path(file)));
+    EXPECT_TRUE(rws::adaptor::headless::GltfWriter::Write(scene, path(file)));
     ok({"add", file, "4WheelerExt", "--name", "Car", "-o", file});
   }
 
   std::unique_ptr<Scene> open(const std::string& file) const {
-    auto read = GltfReader::read(path(file));
+    auto read = GltfReader::Read(path(file));
     EXPECT_TRUE(read) << read.error;
     return std::move(read.scene);
   }
@@ -108,17 +108,19 @@ class Fit : public ProgramTest {
     ok({"export", file, "--clean", "-o", "delivery.glb"});
     EXPECT_EQ(folder.Read("delivery.glb").find("RWT_"), std::string::npos);
     const auto delivered = open("delivery.glb"), before = open("car.glb");
-    EXPECT_EQ(delivered->nodeCount(), 9u) << "the model, and neither rig nor hub";
-    EXPECT_GT(delivered->find("FL")->channel(ChannelPath::kRotation)->size(), 51u)
+    EXPECT_EQ(delivered->GetNodeCount(), 9u) << "the model, and neither rig nor hub";
+    EXPECT_GT(delivered->Find("FL")->GetChannel(ChannelPath::kRotation)->GetKeyCount(), 51u)
         << "a fast wheel has keys between the frames too";
-    for (const SceneNode* node : delivered->nodes()) {
-      const SceneNode* parent = before->find(node->name())->parent();
-      EXPECT_EQ(node->parent() ? node->parent()->name() : "", parent ? parent->name() : "")
-          << node->name();
-      const SceneNode& own = *driven.find(node->name());
-      const auto* turns = node->channel(ChannelPath::kRotation);
-      for (const double t : turns ? turns->times() : std::vector<double>{0.0, 0.4, 2.0})
-        ASSERT_LT(difference(node->worldMatrix(t), own.worldMatrix(t)), 2e-5) << node->name() << t;
+    for (const SceneNode* node : delivered->GetNodes()) {
+      const SceneNode* parent = before->Find(node->GetName())->GetParent();
+      EXPECT_EQ(node->GetParent() ? node->GetParent()->GetName() : "",
+                parent ? parent->GetName() : "")
+          << node->GetName();
+      const SceneNode& own = *driven.Find(node->GetName());
+      const auto* turns = node->GetChannel(ChannelPath::kRotation);
+      for (const double t : turns ? turns->GetTimes() : std::vector<double>{0.0, 0.4, 2.0})
+        ASSERT_LT(difference(node->WorldMatrix(t), own.WorldMatrix(t)), 2e-5)
+            << node->GetName() << t;
     }
   }
 
@@ -138,7 +140,7 @@ TEST_F(Fit, OddNodesGiveTheirWheelsExactlyAndKeepTheirPoses) {
   EXPECT_LT(gap(told["axes"]["right"], m_root.rotate({1, 0, 0})), 1e-6);
   // The body's origin: 0.2 wheelbases over the middle of the wheels' bottoms.
   EXPECT_LT(gap(told["origin"], root().transformPoint({0.0, 0.2 * kBase, 0.0})), 1e-6);
-  const Matrix body = after->find("Car_CarBodyMesh")->worldMatrix(0.0);
+  const Matrix body = after->Find("Car_CarBodyMesh")->WorldMatrix(0.0);
   EXPECT_NEAR(body.rowLengths().x, kScale * kBase, 1e-6);
   EXPECT_LT(gap(told["origin"], body.translation()), 1e-9);
 
@@ -148,20 +150,20 @@ TEST_F(Fit, OddNodesGiveTheirWheelsExactlyAndKeepTheirPoses) {
     EXPECT_NEAR(wheel["width"], kScale * Width(i), 1e-6) << i;
     EXPECT_LT(gap(wheel["centre"], centre(i)), 1e-6) << i;
     const std::string suffix = std::string("_") + kNames[i];
-    const SceneNode& own = *after->find("Car_WheelMesh" + suffix);
+    const SceneNode& own = *after->Find("Car_WheelMesh" + suffix);
     // The radius that the ground feels is 0.95 of the relocator's.
-    const Vector size = after->find("Car_WheelRelocatorMesh" + suffix)->worldMatrix(0).rowLengths();
+    const Vector size = after->Find("Car_WheelRelocatorMesh" + suffix)->WorldMatrix(0).rowLengths();
     EXPECT_NEAR(size.y * 0.95, wheel["radius"], 1e-9);
-    EXPECT_NEAR(own.worldMatrix(0).rowLengths().x, wheel["width"], 1e-9);
-    EXPECT_NEAR(own.worldMatrix(0).rowLengths().y, wheel["radius"], 1e-9);
-    EXPECT_TRUE(after->find(kNames[i])->isUnder(own));
-    EXPECT_FALSE(own.hasMesh()) << "the rig's wheel would be seen through the model";
-    EXPECT_TRUE(own.visible()) << "what hangs on it would be hidden too";
+    EXPECT_NEAR(own.WorldMatrix(0).rowLengths().x, wheel["width"], 1e-9);
+    EXPECT_NEAR(own.WorldMatrix(0).rowLengths().y, wheel["radius"], 1e-9);
+    EXPECT_TRUE(after->Find(kNames[i])->IsUnder(own));
+    EXPECT_FALSE(own.HasMesh()) << "the rig's wheel would be seen through the model";
+    EXPECT_TRUE(own.IsVisible()) << "what hangs on it would be hidden too";
   }
-  EXPECT_EQ(after->find("Shell")->parent()->name(), "Car_CarBodyMesh");
-  EXPECT_FALSE(after->find("Car_CarBodyMesh")->hasMesh());
+  EXPECT_EQ(after->Find("Shell")->GetParent()->GetName(), "Car_CarBodyMesh");
+  EXPECT_FALSE(after->Find("Car_CarBodyMesh")->HasMesh());
   for (const char* name : {"Shell", "FL", "FR", "BL", "BR", "Tyre", "Rim", "Model", "Empty"})
-    EXPECT_LT(difference(before->find(name)->worldMatrix(0.0), after->find(name)->worldMatrix(0.0)),
+    EXPECT_LT(difference(before->Find(name)->WorldMatrix(0.0), after->Find(name)->WorldMatrix(0.0)),
               1e-5)
         << name;
 }
@@ -175,25 +177,25 @@ TEST_F(Fit, ATakeCarriesTheModelAndSpinsItsWheels) {
      "'Car:Gas Pedal (Forw/Backw) Maximum=15' --set 'Car:Gas Pedal (Forw/Backw) Response "
      "Factor=0.3' -o drive.glb");
   const auto scene = open("drive.glb");
-  const SceneNode &car = *scene->find("Car_CarBodyMesh"), &shell = *scene->find("Shell");
+  const SceneNode &car = *scene->Find("Car_CarBodyMesh"), &shell = *scene->Find("Shell");
   const auto inCar = [&](double t) {
-    return car.worldMatrix(t).affineInverse() * shell.worldMatrix(t);
+    return car.WorldMatrix(t).affineInverse() * shell.WorldMatrix(t);
   };
-  EXPECT_GT((car.worldMatrix(2.0).translation() - car.worldMatrix(0.0).translation()).length(),
+  EXPECT_GT((car.WorldMatrix(2.0).translation() - car.WorldMatrix(0.0).translation()).length(),
             2.0 * kBase);
   for (double t = 0.0; t <= 2.0; t += 0.04) ASSERT_LT(difference(inCar(t), inCar(0.0)), 1e-9) << t;
 
   for (int i = 0; i < 4; ++i) {
-    const SceneNode& node = *scene->find(i == 1 ? "Tyre" : kNames[i]);
-    const SceneNode& own = *scene->find(std::string("Car_WheelMesh_") + kNames[i]);
+    const SceneNode& node = *scene->Find(i == 1 ? "Tyre" : kNames[i]);
+    const SceneNode& own = *scene->Find(std::string("Car_WheelMesh_") + kNames[i]);
     double turned = 0.0;
     Vector last;
     for (double t = 0.0; t <= 2.0; t += 0.04) {
       // As measured from the mesh alone: a disc of the same size, round the rig's wheel.
-      const Matrix world = node.worldMatrix(t), pose = own.worldMatrix(t);
+      const Matrix world = node.WorldMatrix(t), pose = own.WorldMatrix(t);
       const Vector axis = pose.axisRow(0).normalized(), middle = pose.translation();
       double radius = 0.0, width = 0.0;
-      for (const Vector& vertex : node.mesh()->vertices) {
+      for (const Vector& vertex : node.GetMesh()->vertices) {
         const Vector arm = world.transformPoint(vertex) - middle;
         radius = std::max(radius, arm.cross(axis).length());
         width = std::max(width, 2.0 * std::abs(arm.dot(axis)));
@@ -201,9 +203,9 @@ TEST_F(Fit, ATakeCarriesTheModelAndSpinsItsWheels) {
       ASSERT_NEAR(radius, kScale * Radius(i), 1e-5) << kNames[i] << " at " << t;
       ASSERT_NEAR(width, kScale * Width(i), 1e-5) << kNames[i] << " at " << t;
       const Vector arm =
-          car.worldMatrix(t)
+          car.WorldMatrix(t)
               .affineInverse()
-              .transformVector(world.transformPoint(node.mesh()->vertices.front()) - middle)
+              .transformVector(world.transformPoint(node.GetMesh()->vertices.front()) - middle)
               .normalized();
       if (t > 0.0) turned += (arm - last).length();
       last = arm;
@@ -218,9 +220,9 @@ TEST_F(Fit, ATakeCarriesTheModelAndSpinsItsWheels) {
 TEST_F(Fit, WhatIsNoCarIsRefusedWithItsReason) {
   const auto posed = [](const char* name, const std::function<void(Trs&)>& change) {
     return [name, change](Scene& scene) {
-      Trs pose = scene.find(name)->pose();
+      Trs pose = scene.Find(name)->GetPose();
       change(pose);
-      scene.find(name)->setPose(pose);
+      scene.Find(name)->SetPose(pose);
     };
   };
   const auto scaled = [&](const char* name, Vector scale) {
@@ -240,7 +242,7 @@ TEST_F(Fit, WhatIsNoCarIsRefusedWithItsReason) {
       {"oval", scaled("FR", {1.0, 1.0, 1.07}), {"FR", "no disc", "5 %"}},
       {"drum", scaled("BR", {4.0, 1.0, 1.0}), {"BR", "wider than its diameter"}},
       {"box",
-       [](Scene& scene) { scene.find("FR")->setMesh(util::CMesh_Box(0.1, 0.6, 0.6)); },
+       [](Scene& scene) { scene.Find("FR")->SetMesh(util::CMesh_Box(0.1, 0.6, 0.6)); },
        {"FR", "no disc"}},
       {"mirror", scaled("BL", {1.0, 1.0, -1.0}), {"BL", "mirrored"}},
       {"mirrorRoot", scaled("Model", {-1.0, 1.0, 1.0}), {"mirrored"}},
@@ -248,7 +250,7 @@ TEST_F(Fit, WhatIsNoCarIsRefusedWithItsReason) {
       {"skew", moved("FR", {0.0, 0.0, 0.2}), {"rectangle", "m, diagonals"}},
       {"keys",
        [](Scene& scene) {
-         scene.find("FL")->replaceKeys(ChannelPath::kTranslation, 0, 1, {0.0}, {0, 0, 0}, 0.04);
+         scene.Find("FL")->ReplaceKeys(ChannelPath::kTranslation, 0, 1, {0.0}, {0, 0, 0}, 0.04);
        },
        {"FL", "keys of its own"}},
       {"steered",
@@ -271,7 +273,7 @@ TEST_F(Fit, WhatIsNoCarIsRefusedWithItsReason) {
   // A body may be the group that the wheels hang on.
   make("good.glb", [](Scene&) {});
   ok("fit good.glb Car --body Model --wheels FL,FR,BL,BR -o fit.glb");
-  EXPECT_EQ(open("fit.glb")->find("Model")->parent()->name(), "Car_CarBodyMesh");
+  EXPECT_EQ(open("fit.glb")->Find("Model")->GetParent()->GetName(), "Car_CarBodyMesh");
   std::filesystem::remove(path("fit.glb"));
 
   ok("add car.glb SteadyCam --name Cam -o car.glb");
@@ -307,7 +309,7 @@ TEST_F(Fit, SizesAndUpsOfOtherProgramsAreTold) {
                         {4.0, {}, ""}};
   for (const Case& c : cases) {
     make("odd.glb", [&](Scene& scene) {
-      scene.find("Model")->setPose({{}, c.turn, Vector(1, 1, 1) * c.scale});
+      scene.Find("Model")->SetPose({{}, c.turn, Vector(1, 1, 1) * c.scale});
     });
     const Outcome result = run(fitting("odd.glb"));
     EXPECT_EQ(result.status, 0) << result.err;
@@ -349,7 +351,7 @@ TEST_F(Fit, WhatAnotherProgramTookFromTheSceneIsNamed) {
 
 TEST_F(Fit, ADriveLeavesGaugesOutputsAndCurvesOnItsGround) {
   make("hills.glb", [](Scene& scene) {
-    scene.addNode("Hills").setMesh(
+    scene.AddNode("Hills").SetMesh(
         GridMesh([](double x, double z) { return std::sin(1.3 * x) * std::cos(1.1 * z) - 5.0; },
                  Rows(-60, 139, 199), Rows(-80, 119, 199)));
   });

@@ -79,7 +79,7 @@ class ProgramTest : public testing::Test {
            "print_suppressions=0:suppressions=" ORV_SOURCE_DIR "/tests/app/leaks.supp", 1);
     namespace headless = rws::adaptor::headless;
     headless::Scene scene;
-    headless::SceneNode& mover = scene.addNode("Mover");
+    headless::SceneNode& mover = scene.AddNode("Mover");
     headless::Channel places(headless::ChannelPath::kTranslation);
     headless::Channel turns(headless::ChannelPath::kRotation);
     std::vector<double> times, positions, rotations;
@@ -92,13 +92,13 @@ class ProgramTest : public testing::Test {
       for (const double v : {0.0, std::sin(half), 0.0, std::cos(half)})
         rotations.push_back(static_cast<float>(v));
     }
-    EXPECT_TRUE(places.setKeys(times, positions) && turns.setKeys(times, rotations));
-    mover.setChannel(places);
-    mover.setChannel(turns);
-    scene.addNode("Lamp", &mover).setPose({{0.0, 0.5, 0.0}, {}, {1.0, 1.0, 1.0}});
-    scene.addNode("Wall").setPose({{5.0, 0.0, 0.0}, {}, {1.0, 2.0, 1.0}});
-    scene.setRange(0.0, 2.0);
-    EXPECT_TRUE(headless::GltfWriter::write(scene, path("shot.glb")));
+    EXPECT_TRUE(places.SetKeys(times, positions) && turns.SetKeys(times, rotations));
+    mover.SetChannel(places);
+    mover.SetChannel(turns);
+    scene.AddNode("Lamp", &mover).SetPose({{0.0, 0.5, 0.0}, {}, {1.0, 1.0, 1.0}});
+    scene.AddNode("Wall").SetPose({{5.0, 0.0, 0.0}, {}, {1.0, 2.0, 1.0}});
+    scene.SetRange(0.0, 2.0);
+    EXPECT_TRUE(headless::GltfWriter::Write(scene, path("shot.glb")));
   }
 
   std::string path(const std::string& name) const { return folder.path + "/" + name; }

@@ -21,21 +21,21 @@ using util::xml::Tag;
 class Rig : public rws::CInterface::Callback {
  public:
   Rig() {
-    tree.begin();
-    tree.beginGroup("Motion", "");
-    tree.addCheckBox("Hide Helpers", "", &hide, this);
-    tree.addSpinner("Multiplier", "", &multiplier, -10.0, 10.0, 0.1, 3, this);
-    tree.addSpinnerInt("Steps", "", &steps, 0, 2000000, 1, this);
-    tree.beginGroup("Names", "");
-    tree.addTextBox("Title", "", &title, this);
-    tree.addLabel("Behind the title");
-    tree.endGroup();
-    tree.addComboBox("Mode", "", {"Off", "Slow", "2"}, &mode, this);
-    tree.addButton("Reset", "", this);
-    tree.endGroup();
-    tree.beginGroup("Camera", "");
-    tree.addSpinner("Multiplier", "", &second, 0.0, 1e300, 0.1, 3, this);
-    tree.endGroup();
+    tree.Begin();
+    tree.BeginGroup("Motion", "");
+    tree.AddCheckBox("Hide Helpers", "", &hide, this);
+    tree.AddSpinner("Multiplier", "", &multiplier, -10.0, 10.0, 0.1, 3, this);
+    tree.AddSpinnerInt("Steps", "", &steps, 0, 2000000, 1, this);
+    tree.BeginGroup("Names", "");
+    tree.AddTextBox("Title", "", &title, this);
+    tree.AddLabel("Behind the title");
+    tree.EndGroup();
+    tree.AddComboBox("Mode", "", {"Off", "Slow", "2"}, &mode, this);
+    tree.AddButton("Reset", "", this);
+    tree.EndGroup();
+    tree.BeginGroup("Camera", "");
+    tree.AddSpinner("Multiplier", "", &second, 0.0, 1e300, 0.1, 3, this);
+    tree.EndGroup();
   }
   void OnCallback(std::string name) override { calls.push_back(name); }
 
@@ -43,7 +43,7 @@ class Rig : public rws::CInterface::Callback {
     Tag profile("");
     EXPECT_EQ(profile.loadText(text), 0) << text;
     calls.clear();
-    return tree.read(profile);
+    return tree.Read(profile);
   }
 
   ConfigTree tree;
@@ -65,7 +65,7 @@ TEST(ConfigTree, AProfileIsWrittenInThePresentFormWhateverTheLocale) {
   rig.title = " <a> & \"b\"\n";
   rig.mode = 2;
   Tag profile("configprofile");
-  rig.tree.write(profile);
+  rig.tree.Write(profile);
   EXPECT_EQ(profile.toText("", "\n"), R"(<configprofile version="2.0">
 <group id="-1" label="Motion">
 <item id="0" label="Hide Helpers">1</item>
@@ -85,7 +85,7 @@ TEST(ConfigTree, AProfileIsWrittenInThePresentFormWhateverTheLocale) {
   for (const double value : {0.1, -0.0, 5e-324, 1.0 / 3.0, 9.999999999999998}) {
     rig.multiplier = value;
     Tag saved("configprofile");
-    rig.tree.write(saved);
+    rig.tree.Write(saved);
     Rig other;
     EXPECT_EQ(other.Read(saved.toText()), "");
     EXPECT_EQ(std::signbit(other.multiplier), std::signbit(value));
@@ -139,18 +139,18 @@ TEST(ConfigTree, AnItemThatIsNoValueIsRefusedAloneAndNumbersAreClamped) {
 
 TEST(ConfigTree, SmallIncrementsAddUpInASpinnerOfWholeNumbers) {
   Rig rig;
-  ConfigElement& steps = *rig.tree.find(2);
-  for (int i = 0; i < 11; ++i) EXPECT_TRUE(steps.setNumber(steps.number() + 0.3));
-  EXPECT_NEAR(steps.number(), 6.3, 1e-12);
-  EXPECT_EQ(steps.valueText(), "6");
+  ConfigElement& steps = *rig.tree.Find(2);
+  for (int i = 0; i < 11; ++i) EXPECT_TRUE(steps.SetNumber(steps.GetNumber() + 0.3));
+  EXPECT_NEAR(steps.GetNumber(), 6.3, 1e-12);
+  EXPECT_EQ(steps.GetValueText(), "6");
   rig.steps = 40;  // the rig's own change wins
-  EXPECT_EQ(steps.number(), 40.0);
-  steps.setNumber(std::numeric_limits<double>::max());
+  EXPECT_EQ(steps.GetNumber(), 40.0);
+  steps.SetNumber(std::numeric_limits<double>::max());
   EXPECT_EQ(rig.steps, 2000000);
   for (const double bad : {std::nan(""), -std::numeric_limits<double>::infinity()})
-    EXPECT_FALSE(steps.setNumber(bad));
+    EXPECT_FALSE(steps.SetNumber(bad));
   EXPECT_EQ(rig.steps, 2000000);
-  EXPECT_FALSE(rig.tree.find(5)->setNumber(1.0));
+  EXPECT_FALSE(rig.tree.Find(5)->SetNumber(1.0));
 }
 
 TEST(ConfigTree, TextsSetValuesAndTellWhatTheyClamped) {
@@ -178,16 +178,16 @@ TEST(ConfigTree, TextsSetValuesAndTellWhatTheyClamped) {
   Rig rig;
   for (const auto& [id, text, accepted, value, part] : cases) {
     std::string problem = "stale";
-    ConfigElement& element = *rig.tree.find(id);
-    EXPECT_EQ(element.setValueText(text, problem), accepted) << text;
-    EXPECT_EQ(element.valueText(), value) << text;
+    ConfigElement& element = *rig.tree.Find(id);
+    EXPECT_EQ(element.SetValueText(text, problem), accepted) << text;
+    EXPECT_EQ(element.GetValueText(), value) << text;
     EXPECT_EQ(problem.empty(), accepted && !*part) << problem;
     EXPECT_NE(problem.find(part), std::string::npos) << problem;
   }
   EXPECT_TRUE(rig.calls.empty());
   rig.multiplier = 0.1 + 0.2;
-  EXPECT_EQ(rig.tree.find(1)->valueText(), "0.30000000000000004");
-  rig.tree.find(5)->apply();
+  EXPECT_EQ(rig.tree.Find(1)->GetValueText(), "0.30000000000000004");
+  rig.tree.Find(5)->Apply();
   EXPECT_EQ(rig.calls, std::vector<std::string>{"Reset"});
 }
 

@@ -24,8 +24,8 @@ struct Rig {
 
   void ReadValues(Instance& from) {
     values.clear();
-    for (const ConfigElement* element : from.GetConfig().elements())
-      values += element->valueText() + " ";
+    for (const ConfigElement* element : from.GetConfig().GetElements())
+      values += element->GetValueText() + " ";
   }
   void ReadInputs(Instance& from) {
     inputs.clear();
@@ -359,8 +359,8 @@ TEST_F(Messages, ADragIsOneStepOrNoneHoweverItEnds) {
   plugin.ways.couples = true;
   Instance& rig = *core->FindInstance("Probe_03");  // made last
   const ProbeRig& probe = *plugin.last;
-  const int gain = rig.GetConfig().findAll("Gain")[0]->id();
-  const int count = rig.GetConfig().findAll("Count")[0]->id();
+  const int gain = rig.GetConfig().FindAll("Gain")[0]->GetId();
+  const int count = rig.GetConfig().FindAll("Count")[0]->GetId();
   std::string problem;
   const auto steps = [&] { return std::count(host.events.begin(), host.events.end(), "end"); };
   const auto drag = [&](const char* value) { return core->DragEdit(rig, gain, value, problem); };

@@ -26,14 +26,14 @@ constexpr char kReadOnly[] =
 /// Two groups that share a label.
 struct Rig {
   Rig() {
-    tree.beginGroup("Front", "");
-    tree.addCheckBox("On", "", &on, nullptr);
-    tree.addSpinner("Factor", "", &front, 0, 100, 1, 2, nullptr);
-    tree.endGroup();
-    tree.beginGroup("Rear", "");
-    tree.addSpinner("Factor", "", &rear, 0, 100, 1, 2, nullptr);
-    tree.addSpinnerInt("Count", "", &count, 0, 9, 1, nullptr);
-    tree.endGroup();
+    tree.BeginGroup("Front", "");
+    tree.AddCheckBox("On", "", &on, nullptr);
+    tree.AddSpinner("Factor", "", &front, 0, 100, 1, 2, nullptr);
+    tree.EndGroup();
+    tree.BeginGroup("Rear", "");
+    tree.AddSpinner("Factor", "", &rear, 0, 100, 1, 2, nullptr);
+    tree.AddSpinnerInt("Count", "", &count, 0, 9, 1, nullptr);
+    tree.EndGroup();
   }
   bool on = false;
   double front = 1.0, rear = 2.0;
@@ -57,7 +57,7 @@ class Profiles : public testing::Test {
               double rear) {
     ASSERT_NE(manager.Find(name), nullptr) << name;
     Rig fresh;
-    EXPECT_EQ(fresh.tree.read(*manager.Find(name)), "");
+    EXPECT_EQ(fresh.tree.Read(*manager.Find(name)), "");
     EXPECT_EQ(std::pair(fresh.front, fresh.rear), std::pair(front, rear)) << name;
   }
   TempFolder folder;
@@ -87,12 +87,12 @@ TEST_F(Profiles, OfEveryFormGiveTheSameValuesAndThoseOfOldVersionsWarn) {
     EXPECT_EQ(parsed[0].attribute("name"), "A");
     EXPECT_EQ(parsed[0].attribute("version"), "1.0");
     Rig fresh;
-    EXPECT_EQ(fresh.tree.read(parsed[0]), "");
+    EXPECT_EQ(fresh.tree.Read(parsed[0]), "");
     EXPECT_EQ(std::tuple(fresh.on, fresh.front, fresh.rear, fresh.count),
               std::tuple(true, 12.5, 25.0, 4))
         << text;
     // Import turns each into the present form: only ids, and reals as blobs.
-    ASSERT_TRUE(profiles.Import(folder.Write("import.xml", text), rig.tree, true).done()) << text;
+    ASSERT_TRUE(profiles.Import(folder.Write("import.xml", text), rig.tree, true).Done()) << text;
     const std::string file = folder.Read("tool/configprofiles/A.ocp");
     EXPECT_NE(file.find(R"(<item id="1" type="blob" label="Factor">AAAAAAAAKUA=</item>)"),
               std::string::npos)
@@ -125,7 +125,7 @@ TEST_F(Profiles, AreSavedInAFileEachAndAskBeforeTheyAreOverwritten) {
   EXPECT_EQ(Save("Mine").answer, Answer::kAsk);
   EXPECT_EQ(Save("Mine").message, "This will overwrite the profile");
   Expect(profiles, "Mine", 7.25, 2.0);
-  EXPECT_TRUE(Save("Mine", true).done());
+  EXPECT_TRUE(Save("Mine", true).Done());
   profiles.Reload();
   Expect(profiles, "Mine", 8.0, 2.0);
 
@@ -133,7 +133,7 @@ TEST_F(Profiles, AreSavedInAFileEachAndAskBeforeTheyAreOverwritten) {
   folder.Write("tool/configprofiles/Taken.ocp", "damaged");
   folder.Write("tool/configprofiles/Other.ocp", R"(<configprofile version="2.0" name="Odd"/>)");
   profiles.Reload();
-  EXPECT_TRUE(Save("Taken").done() && Save("Other").done());
+  EXPECT_TRUE(Save("Taken").Done() && Save("Other").Done());
   EXPECT_EQ(folder.Read("tool/configprofiles/Taken.ocp"), "damaged");
   profiles.Reload();
   Expect(profiles, "Taken", 8.0, 2.0);
@@ -151,11 +151,11 @@ TEST_F(Profiles, NamesFollowTheRules) {
   for (const char* name : {"", "  "})
     EXPECT_EQ(Save(name).message, "Please select or specify a profile");
   for (const char* name : {"Smooth (no roll)", "Ma\xC3\x9F", "a'b&c", "-", "Example of mine"}) {
-    EXPECT_TRUE(Save(name).done()) << name;
+    EXPECT_TRUE(Save(name).Done()) << name;
     profiles.Reload();
     Expect(profiles, name, 1.0, 2.0);
   }
-  EXPECT_FALSE(Save(std::string(300, 'x')).done());
+  EXPECT_FALSE(Save(std::string(300, 'x')).Done());
   EXPECT_EQ(profiles.Find(std::string(300, 'x')), nullptr);
 }
 
@@ -176,11 +176,11 @@ TEST_F(Profiles, OfTheFactoryCannotBeChangedButTheUsersOwnFileWins) {
   profiles.Reload();
   EXPECT_FALSE(profiles.IsReadOnly("Bouncy"));
   EXPECT_EQ(profiles.Find("Bouncy")->children.size(), 1u);
-  EXPECT_TRUE(profiles.Delete("Bouncy", true).done());
+  EXPECT_TRUE(profiles.Delete("Bouncy", true).Done());
   EXPECT_EQ(profiles.Find("Bouncy")->attribute("version"), "1.0");  // the collective file's
   EXPECT_EQ(profiles.Delete("Kept", true).message, kReadOnly);
   EXPECT_EQ(Save("Kept").answer, Answer::kAsk);
-  EXPECT_TRUE(Save("Kept", true).done() && profiles.Delete("Kept", true).done());
+  EXPECT_TRUE(Save("Kept", true).Done() && profiles.Delete("Kept", true).Done());
   std::filesystem::remove(tool + "/configprofile.xml");
   profiles.Reload();
   EXPECT_EQ(*profiles.Find("Bouncy"), factory);
@@ -193,14 +193,14 @@ TEST_F(Profiles, AreRenamedAndDeletedWithTheirFiles) {
   EXPECT_EQ(profiles.Rename("Old", "a.b").message.substr(0, 5), "a.b- ");
   EXPECT_EQ(profiles.Rename("example one", "Mine").message, "Cannot rename example profiles.");
   EXPECT_EQ(profiles.Rename("Absent", "Mine").message, "Please select or specify a profile");
-  EXPECT_TRUE(profiles.Rename("Old", "New").done());
+  EXPECT_TRUE(profiles.Rename("Old", "New").Done());
   EXPECT_FALSE(folder.Has("tool/configprofiles/Old.ocp"));
   EXPECT_NE(folder.Read("tool/configprofiles/New.ocp").find("name=\"New\""), std::string::npos);
   EXPECT_EQ(profiles.Find("Old"), nullptr);
 
   EXPECT_EQ(profiles.Delete("New", false).message, "Do you really want to delete the profile: New");
   EXPECT_TRUE(folder.Has("tool/configprofiles/New.ocp"));
-  EXPECT_TRUE(profiles.Delete("New", true).done());
+  EXPECT_TRUE(profiles.Delete("New", true).Done());
   EXPECT_FALSE(folder.Has("tool/configprofiles/New.ocp"));
 }
 
@@ -213,9 +213,9 @@ TEST_F(Profiles, FactorySettingsStayInMemoryAndAreNeverChanged) {
        {Save("Factory Settings", true), profiles.Rename("Factory Settings", "Mine"),
         profiles.Delete("Factory Settings", true), profiles.Rename("Bouncy", "Factory Settings")})
     EXPECT_EQ(result.message, kReadOnly);
-  EXPECT_FALSE(profiles.Export("Factory Settings", folder.path + "/f.ocp").done());
+  EXPECT_FALSE(profiles.Export("Factory Settings", folder.path + "/f.ocp").Done());
   EXPECT_FALSE(folder.Has("f.ocp"));
-  EXPECT_TRUE(Save("Mine").done());  // writes nothing else
+  EXPECT_TRUE(Save("Mine").Done());  // writes nothing else
   EXPECT_FALSE(folder.Has("tool/configprofiles/Start Profile.ocp"));
   folder.Write("tool/configprofiles/F.ocp",
                R"(<configprofile version="2.0" name="Factory Settings"/>)");
@@ -226,7 +226,7 @@ TEST_F(Profiles, FactorySettingsStayInMemoryAndAreNeverChanged) {
   EXPECT_EQ(profiles.SaveStartProfile(rig.tree).message, "Start Profile saved");
   profiles.EnsureStartProfile();
   Expect(profiles, "Start Profile", 50.0, 2.0);
-  EXPECT_TRUE(profiles.Delete("Start Profile", true).done());
+  EXPECT_TRUE(profiles.Delete("Start Profile", true).Done());
   profiles.EnsureStartProfile();
   Expect(profiles, "Start Profile", 3.0, 2.0);
 }
@@ -264,7 +264,7 @@ TEST_F(Profiles, ImportTakesAllOfAFileOrNothingAndExportWritesItBack) {
   rig.rear = 33.0;
   Save("Shared");
   const std::string copy = folder.path + "/copy.ocp";
-  EXPECT_TRUE(profiles.Export("Shared", copy).done());
+  EXPECT_TRUE(profiles.Export("Shared", copy).Done());
   EXPECT_EQ(folder.Read("copy.ocp"), folder.Read("tool/configprofiles/Shared.ocp"));
   EXPECT_EQ(profiles.Import(copy, rig.tree, false).answer, Answer::kAsk);
   profiles.Delete("Shared", true);
@@ -281,7 +281,7 @@ TEST_F(Profiles, ImportTakesAllOfAFileOrNothingAndExportWritesItBack) {
   EXPECT_EQ(blocked.GetNames(), names);
   profiles.SetWriteGate([] { return false; });
   EXPECT_EQ(Save("Mine").message, notSaved);
-  EXPECT_FALSE(profiles.Export("Bouncy", folder.path + "/b.ocp").done());
+  EXPECT_FALSE(profiles.Export("Bouncy", folder.path + "/b.ocp").Done());
   EXPECT_FALSE(folder.Has("tool/configprofiles/Mine.ocp"));
 }
 
@@ -297,7 +297,7 @@ TEST_F(Profiles, OfInputsGoByNameAndLeaveWhatTheyDoNotHold) {
             "</profile><profile name=\"Q\"/></unidevice>"}) {
     TempFolder data;
     InputProfileManager inputs(":/data/absent", data.path);
-    ASSERT_TRUE(inputs.Import(data.Write("in.oip", text), false).done()) << text;
+    ASSERT_TRUE(inputs.Import(data.Write("in.oip", text), false).Done()) << text;
     EXPECT_EQ(data.Read("inputprofiles/P.oip").substr(22, 18), "<profile name=\"P\">");
     inputs.Reload();
 
@@ -313,7 +313,7 @@ TEST_F(Profiles, OfInputsGoByNameAndLeaveWhatTheyDoNotHold) {
     EXPECT_NE(inputs.Apply("Absent", properties), "");
 
     gas->multiplier = 1.0 / 3.0;
-    EXPECT_TRUE(inputs.Save("R", properties, false).done());
+    EXPECT_TRUE(inputs.Save("R", properties, false).Done());
     gas->multiplier = 0.0;
     inputs.Reload();
     inputs.Apply("R", properties);

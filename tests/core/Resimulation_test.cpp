@@ -20,7 +20,7 @@ class Resimulation : public CoreTest {
   }
 
   ConfigElement& Element(const std::string& label) {
-    return *instance->GetConfig().findAll(label).at(0);
+    return *instance->GetConfig().FindAll(label).at(0);
   }
 
   /// A take from the host's time on, the stick at a value of each frame's own.
@@ -169,7 +169,7 @@ TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
   Resimulate(0.0, 0.4);
   EXPECT_EQ(plugin.last->gain, end);
 
-  Element("Gain").setNumber(50.0);
+  Element("Gain").SetNumber(50.0);
   Resimulate(0.0, 0.4);
   EXPECT_NEAR(plugin.last->gain, 53.0, 1e-12);
 
@@ -246,7 +246,7 @@ TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
 
 TEST_F(Resimulation, UndoReachesARigThatWasDeletedAndBroughtBack) {
   std::string problem;
-  ASSERT_TRUE(core.EditParameter(*instance, Element("Gain").id(), "7", problem));
+  ASSERT_TRUE(core.EditParameter(*instance, Element("Gain").GetId(), "7", problem));
   Take(5);
   const auto taken = instance->GetTracks();
   plugin.last->m_pInterface->PushUndo(nullptr);
@@ -273,7 +273,7 @@ TEST_F(Resimulation, ARequestThatIsRefusedInATakeLeavesTheTakeAlone) {
   Tick(0);
   std::string problem;
   EXPECT_EQ(core.LoadProfile("Probe_01", "Absent"), "there is no profile \"Absent\"");
-  EXPECT_FALSE(core.EditParameter(*instance, Element("Gain").id(), "much", problem));
+  EXPECT_FALSE(core.EditParameter(*instance, Element("Gain").GetId(), "much", problem));
   plugin.ways.failDefine = 1;
   EXPECT_EQ(core.CreateTool("Probe"), "");
   Tick(40);

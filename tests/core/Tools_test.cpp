@@ -58,7 +58,7 @@ TEST_F(Tools, AStartProfileThatTheUserSavedOutlivesTheProgram) {
   plugin.last->gain = 33.0;
   EXPECT_EQ(tool->GetConfigProfiles().SaveStartProfile(first.GetConfig()).message,
             "Start Profile saved");
-  EXPECT_TRUE(tool->GetInputProfiles().SaveStartProfile(first.GetProperties()).done());
+  EXPECT_TRUE(tool->GetInputProfiles().SaveStartProfile(first.GetProperties()).Done());
   Start();
   Instance& second = Create();
   EXPECT_EQ(plugin.last->gain, 33.0);
@@ -111,7 +111,7 @@ TEST_F(Tools, PreferencesSurviveARestartAndDamageIsKept) {
   const std::string late = "<preference name=\"later\">x</preference>";
   core->GetPreferences().countdownSeconds = 5;
   EXPECT_TRUE(std::filesystem::is_empty(folder.path)) << "nothing but a save writes";
-  ASSERT_TRUE(core->GetPreferences().save(nullptr, {"countdown"}));
+  ASSERT_TRUE(core->GetPreferences().Save(nullptr, {"countdown"}));
   folder.Write(file, "<preferences>" + late + folder.Read(file).substr(37));
   ASSERT_EQ(core->Resimulate(0.0, 1.0), 0);
   core->GetResimulateWindow().OnUpdateViewport(false);
@@ -128,16 +128,16 @@ TEST_F(Tools, PreferencesSurviveARestartAndDamageIsKept) {
   for (const std::string& text :
        {std::string(), std::string("<preferences"), std::string("<other/>"), wrong}) {
     folder.Write(file, text);
-    EXPECT_FALSE(other.load()) << text;
+    EXPECT_FALSE(other.Load()) << text;
     EXPECT_EQ(other.countdownSeconds, 0) << text;
     EXPECT_TRUE(other.updateViewport) << text;
-    EXPECT_EQ(other.save(&error, {"updateviewport"}), text == wrong) << text;
+    EXPECT_EQ(other.Save(&error, {"updateviewport"}), text == wrong) << text;
     const std::string now = folder.Read(file);
     EXPECT_TRUE(text == wrong ? now.find(">-1<") != std::string::npos : now == text) << now;
   }
   folder.Write("file", "");
   DataRoot::Set(folder.path + "/file");
-  EXPECT_FALSE(other.save(&error));
+  EXPECT_FALSE(other.Save(&error));
   EXPECT_NE(error.find("preferences.xml"), std::string::npos);
 }
 

@@ -42,13 +42,13 @@ void check(bool good, const std::string& what) {
 
 /// A user's car of five meshes, and a rig that has not been fitted to it.
 void makeScene(app::SceneSession& session) {
-  auto& scene = session.scene();
-  scene.setRange(0.0, 2.0);
+  auto& scene = session.GetScene();
+  scene.SetRange(0.0, 2.0);
   const auto add = [&scene](const char* name, const util::CMesh& mesh, double x, double y,
                             double z) {
-    auto& node = scene.addNode(name);
-    node.setMesh(mesh);
-    node.setPose({{x, y, z}, {}, {1.0, 1.0, 1.0}});
+    auto& node = scene.AddNode(name);
+    node.SetMesh(mesh);
+    node.SetPose({{x, y, z}, {}, {1.0, 1.0, 1.0}});
   };
   add("Ground", util::CMesh_Box(200.0, 1.0, 200.0), 0.0, -0.5, 0.0);
   add("Shell", util::CMesh_Box(1.6, 0.5, 3.0), 0.0, 0.7, 0.0);
@@ -56,7 +56,8 @@ void makeScene(app::SceneSession& session) {
   add("FR", util::CMesh_Cylinder(0.3, 0.2, 16, 0), 0.75, 0.3, -1.2);
   add("BL", util::CMesh_Cylinder(0.3, 0.2, 16, 0), -0.75, 0.3, 1.2);
   add("BR", util::CMesh_Cylinder(0.3, 0.2, 16, 0), 0.75, 0.3, 1.2);
-  check(session.core().CreateToolFromFactory(app::kFittedKind, "Car") != nullptr, "a car is made");
+  check(session.GetCore().CreateToolFromFactory(app::kFittedKind, "Car") != nullptr,
+        "a car is made");
 }
 
 class Work {
@@ -72,14 +73,14 @@ class Work {
 
  private:
   std::string file() const {
-    check(m_session.save(m_folder.path + "/now.glb").empty(), "the scene is saved");
+    check(m_session.Save(m_folder.path + "/now.glb").empty(), "the scene is saved");
     return m_folder.Read("now.glb");
   }
   rws::core::CoreNode* node(const char* name) const {
-    return m_session.adaptor().FindSceneNode(name);
+    return m_session.GetAdaptor().FindSceneNode(name);
   }
-  Instance& car() const { return *m_session.core().FindInstance("Car"); }
-  std::size_t undoEntries() const { return m_session.adaptor().GetUndo().entryNames().size(); }
+  Instance& car() const { return *m_session.GetCore().FindInstance("Car"); }
+  std::size_t undoEntries() const { return m_session.GetAdaptor().GetUndo().entryNames().size(); }
   /// `change` must change the file, in one step of undo that gives the old one back.
   void expectOneStep(const std::string& what, const std::function<void()>& change) const {
     const std::string before = file();
@@ -88,19 +89,19 @@ class Work {
     const std::string after = file();
     check(after != before, what + " changes the scene");
     check(undoEntries() == entries + 1, what + " is one step of undo");
-    check(m_session.adaptor().HostUndo() && file() == before, what + " can be undone");
-    check(m_session.adaptor().HostRedo() && file() == after, what + " can be redone");
+    check(m_session.GetAdaptor().HostUndo() && file() == before, what + " can be undone");
+    check(m_session.GetAdaptor().HostRedo() && file() == after, what + " can be redone");
   }
   /// `change` must leave nothing behind, not even something to undo or redo.
   void expectNothing(const std::string& what, const std::function<void()>& change) const {
     const std::string before = file();
     const std::size_t entries = undoEntries();
-    const double time = m_session.adaptor().GetCurrentTime();
+    const double time = m_session.GetAdaptor().GetCurrentTime();
     change();
     check(file() == before, what + " leaves the scene as it was");
     check(undoEntries() == entries, what + " leaves no step of undo");
-    check(m_session.adaptor().GetUndo().redoName().empty(), what + " leaves nothing to redo");
-    check(m_session.adaptor().GetCurrentTime() == time, what + " leaves the time");
+    check(m_session.GetAdaptor().GetUndo().redoName().empty(), what + " leaves nothing to redo");
+    check(m_session.GetAdaptor().GetCurrentTime() == time, what + " leaves the time");
   }
 
   app::SceneSession& m_session;
@@ -110,19 +111,19 @@ class Work {
 void Work::fit() {
   const app::CarModel model{node("Shell"), {node("FL"), node("FR"), node("BL"), node("BR")}};
   expectNothing("a fit to wheels in a wrong order", [&] {
-    const app::CarFit fit = app::fitCar(
+    const app::CarFit fit = app::FitCar(
         car(), {model.body, {model.wheels[1], model.wheels[0], model.wheels[3], model.wheels[2]}});
     check(fit.problem.why.find("roof") != std::string::npos, "it is told: " + fit.problem.why);
   });
   expectOneStep("a fit", [&] {
-    const app::CarFit fit = app::fitCar(car(), model);
+    const app::CarFit fit = app::FitCar(car(), model);
     check(!fit.problem, fit.problem.why);
     check(std::abs(fit.frame.wheelbase - 2.4) < 1e-6, "the wheelbase is measured");
   });
   node("Car_GravityDirectionMesh")->SetParent(node("Ground"));
   expectOneStep("a placing", [&] {
-    auto* const ground = m_session.adaptor().FindSceneNode("Ground");
-    check(app::placeNode(*ground, {{{0.0, -0.6, 0.0}}, {}, {}}, 0.0).error.empty(), "it is placed");
+    auto* const ground = m_session.GetAdaptor().FindSceneNode("Ground");
+    check(app::PlaceNode(*ground, {{{0.0, -0.6, 0.0}}, {}, {}}, 0.0).error.empty(), "it is placed");
   });
 }
 
@@ -132,11 +133,11 @@ void Work::resimulate() {
                      "time,Gas Pedal (Forw/Backw),Steering Wheel (Right/Left)\n"
                      "0,1,0\n2,1,0.6\n");
   app::InputFile inputs;
-  check(inputs.load(m_session.core(), path).empty(), "the inputs are read");
-  auto& adaptor = m_session.adaptor();
+  check(inputs.Load(m_session.GetCore(), path).empty(), "the inputs are read");
+  auto& adaptor = m_session.GetAdaptor();
   expectOneStep("a file's inputs", [&] {
     adaptor.BeginUndoBlock("Inputs");
-    inputs.putIntoTracks();
+    inputs.PutIntoTracks();
     adaptor.EndUndoBlock();
   });
   long last = 0;
@@ -145,43 +146,43 @@ void Work::resimulate() {
     last = done;
   });
   expectOneStep("a resimulation", [&] {
-    const app::RunResult run = app::resimulate(m_session.core(), {0.0, 3.0}, monitor);
+    const app::RunResult run = app::Resimulate(m_session.GetCore(), {0.0, 3.0}, monitor);
     check(run.began && !run.cancelled && run.frames == 75, "all frames are stepped");
   });
   check(last > 0, "progress is told");
-  app::stretchRange(m_session, {0.0, 3.0});
-  check(app::playbackRange(m_session.scene()) == TimeSpan{0.0, 3.0}, "the range grows");
+  app::StretchRange(m_session, {0.0, 3.0});
+  check(app::PlaybackRange(m_session.GetScene()) == TimeSpan{0.0, 3.0}, "the range grows");
 }
 
 void Work::cancel() {
   std::atomic<bool> stop{false};
   const Monitor monitor([&](long, long, double) { stop = true; }, &stop);
   expectNothing("a cancelled resimulation", [&] {
-    const app::RunResult run = app::resimulate(m_session.core(), {1.0, 3.0}, monitor);
+    const app::RunResult run = app::Resimulate(m_session.GetCore(), {1.0, 3.0}, monitor);
     check(run.cancelled && run.frames > 0 && run.frames < 50, "it was under way");
   });
-  check(m_session.losses().keys.empty(), "no key is lost");
+  check(m_session.FindLosses().keys.empty(), "no key is lost");
 }
 
 void Work::cancelTake() {
   std::atomic<bool> stop{false};
   const Monitor monitor([&](long done, long, double) { stop = done > 2; }, &stop);
   expectNothing("a cancelled take", [&] {
-    app::TakeRun take(m_session.core());
-    check(take.begin(1.0, 60.0, monitor, [] { QCoreApplication::quit(); }), "it begins");
+    app::TakeRun take(m_session.GetCore());
+    check(take.Begin(1.0, 60.0, monitor, [] { QCoreApplication::quit(); }), "it begins");
     QCoreApplication::exec();
-    check(take.result().cancelled && take.result().frames > 2, "it was under way");
+    check(take.GetResult().cancelled && take.GetResult().frames > 2, "it was under way");
   });
 }
 
 void Work::plot() {
   const auto picture = [&](const Monitor& monitor) {
-    return app::plotScene(m_session.scene(), m_session.core().List(false), {0.0, 3.0}, "car.glb",
-                          monitor);
+    return app::PlotScene(m_session.GetScene(), m_session.GetCore().List(false), {0.0, 3.0},
+                          "car.glb", monitor);
   };
   std::atomic<bool> stop{true};
   check(picture(Monitor({}, &stop)).cancelled, "a picture can be cancelled");
-  const std::string svg = app::drawSvg(app::sheetOf({picture(Monitor())}));
+  const std::string svg = app::DrawSvg(app::SheetOf({picture(Monitor())}));
   for (const char* text : {"Car", "car.glb, top view", "Suspension travel", "Gas Pedal"})
     check(svg.find(text) != std::string::npos, std::string("the picture shows ") + text);
 }
@@ -196,11 +197,11 @@ int main(int argc, char** argv) {
   {
     app::SceneSession made;
     makeScene(made);
-    check(made.save(scene).empty(), "the new scene is saved");
+    check(made.Save(scene).empty(), "the new scene is saved");
   }
   app::SceneSession session;
-  check(!session.open(folder.path + "/gone.glb").empty(), "a file that is not there is refused");
-  check(session.open(scene).empty() && session.takeWarnings().empty(), "the scene opens");
+  check(!session.Open(folder.path + "/gone.glb").empty(), "a file that is not there is refused");
+  check(session.Open(scene).empty() && session.TakeWarnings().empty(), "the scene opens");
   Work work(session, folder);
   work.fit();
   work.resimulate();

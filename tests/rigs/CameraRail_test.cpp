@@ -13,18 +13,18 @@ using Matrix = util::Matrix<double>;
 class Rail : public RigScene {
  public:
   explicit Rail(double fps = 25.0) : RigScene("Spline Speed-Controller", fps) {
-    scene().setRange(0.0, 40.0);
+    scene().SetRange(0.0, 40.0);
   }
 
   /// A curve of the scene, which the carriage then runs on.
   hl::SceneNode& Path(const std::vector<Vector>& points, bool closed, const Matrix& pose = {}) {
-    hl::SceneNode& node = scene().addNode("Path");
+    hl::SceneNode& node = scene().AddNode("Path");
     rws::adaptor::Curve curve;
     curve.points = points;
     curve.closed = closed;
-    node.setCurve(curve);
-    node.setPose(rws::adaptor::decompose(pose));
-    scene().reparent(Find("CarriageNode"), &node, 0.0);
+    node.SetCurve(curve);
+    node.SetPose(rws::adaptor::Decompose(pose));
+    scene().Reparent(Find("CarriageNode"), &node, 0.0);
     return node;
   }
   /// A straight one along X, with waypoints at these shares of it.
@@ -92,7 +92,7 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
         pose.setRowLengths({scale, scale, scale});
         const double length = 2000 / scale;
         if (own) {
-          rail.Find("ReferenceFrame").setPose(rws::adaptor::decompose(pose));
+          rail.Find("ReferenceFrame").SetPose(rws::adaptor::Decompose(pose));
           rail.OwnCurve({pose.transformPoint({0, 0, 0}), pose.transformPoint({length / 3, 0, 0}),
                          pose.transformPoint({length, 0, 0})},
                         false);
@@ -100,7 +100,7 @@ TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
           rail.Path({{0, 0, 0}, {length / 7, 0, 0}, {length, 0, 0}}, false, pose);
           rail.WaypointsAt({0, 100});
         }
-        rail.Find("CarriageNode").setPose({{}, {}, {3, 3, 3}});
+        rail.Find("CarriageNode").SetPose({{}, {}, {3, 3, 3}});
         rail.Edit("Selected Speed Units", unit);
         rail.Select(0, "Speed=12");
         rail.Resimulate(0, 250);
@@ -149,7 +149,7 @@ TEST(CameraRail, AStopLastsAsToldAtEveryRateAndPlace) {
   for (const double fps : {23.976, 24.0, 25.0, 29.97, 30.0, 50.0, 59.94, 60.0}) {
     for (const int first : {0, 7, 100003}) {
       Rail rail(fps);
-      rail.scene().setRange(0.0, 20000.0);
+      rail.scene().SetRange(0.0, 20000.0);
       rail.Path({{0, 0, 0}, {30, 0, 0}, {30, 0, 70}}, false);
       rail.WaypointsAt({0, 17, 100});
       rail.Select(1, "Time Delay (frames)=9");
@@ -393,7 +393,7 @@ TEST(CameraRail, OnACurveThatMovesATakeRepeatsBitForBitFromAnyTime) {
   for (const double fps : {25.0, 59.94}) {
     Rail rail(fps);
     hl::SceneNode& path = rail.Path({{0, 0, 0}, {6, 1, 0}, {6, 0, 7}, {-1, 2, 5}}, true);
-    rail.scene().reparent(path, rail.scene().find("Mover"), 0.0);
+    rail.scene().Reparent(path, rail.scene().Find("Mover"), 0.0);
     rail.WaypointsAt({5, 20, 70});
     rail.Edit("Loop", "1");
     rail.Select(1, "Time Delay (frames)=4");
@@ -526,7 +526,7 @@ TEST(CameraRail, WhatIsMissingOrImpossibleIsToldAndNothingMoves) {
   rail.Press("Remove Current Waypoint");
   rail.Press("Create New Waypoint");
   rail.core().StopRecording();
-  EXPECT_TRUE(rail.scene().find("Rig_Waypoint03") && !rail.scene().find("Rig_Waypoint04"));
+  EXPECT_TRUE(rail.scene().Find("Rig_Waypoint03") && !rail.scene().Find("Rig_Waypoint04"));
 }
 
 TEST(CameraRail, ACurveThatGoesInTheMiddleOfATakeLeavesTheCarriageWhereItIs) {
@@ -538,7 +538,7 @@ TEST(CameraRail, ACurveThatGoesInTheMiddleOfATakeLeavesTheCarriageWhereItIs) {
     if (withCarriage)
       rail.session.GetAdaptor().DiscardNode(rail.session.GetAdaptor().FindSceneNode("Path"));
     else
-      path.setCurve({});
+      path.SetCurve({});
     while (rail.core().StepResimulation()) {
     }
     rail.core().EndResimulation();
@@ -553,17 +553,17 @@ TEST(CameraRail, RemovingTheSelectedWaypointSelectsANeighbourAndFreesItsName) {
   rail.PlaceWaypoints({{0, 0, 0}, {5, 0, 0}, {9, 0, 0}});
   rail.Select(1, "Speed=7");
   rail.Press("Remove Current Waypoint");
-  EXPECT_EQ(rail.scene().find("Rig_Waypoint02_lookAtTarget"), nullptr);
-  EXPECT_EQ(rail.rig->GetConfig().findAll("Current Waypoint")[0]->valueText(), "Waypoint03");
-  EXPECT_EQ(rail.rig->GetConfig().findAll("Speed")[0]->valueText(), "10");
+  EXPECT_EQ(rail.scene().Find("Rig_Waypoint02_lookAtTarget"), nullptr);
+  EXPECT_EQ(rail.rig->GetConfig().FindAll("Current Waypoint")[0]->GetValueText(), "Waypoint03");
+  EXPECT_EQ(rail.rig->GetConfig().FindAll("Speed")[0]->GetValueText(), "10");
   rail.Press("Create New Waypoint");
-  EXPECT_EQ(rail.rig->GetConfig().findAll("Current Waypoint")[0]->valueText(), "Waypoint02");
+  EXPECT_EQ(rail.rig->GetConfig().FindAll("Current Waypoint")[0]->GetValueText(), "Waypoint02");
   for (int i = 0; i < 3; ++i) rail.Press("Remove Current Waypoint");
-  EXPECT_EQ(rail.rig->GetConfig().findAll("Current Waypoint")[0]->valueText(), "(none)");
+  EXPECT_EQ(rail.rig->GetConfig().FindAll("Current Waypoint")[0]->GetValueText(), "(none)");
   rail.Edit("Speed", "4");  // what the next one gets
   rail.Press("Create New Waypoint");
   rail.Reopen();
-  EXPECT_EQ(rail.rig->GetConfig().findAll("Speed")[0]->valueText(), "4");
+  EXPECT_EQ(rail.rig->GetConfig().FindAll("Speed")[0]->GetValueText(), "4");
 }
 
 }  // namespace

@@ -106,11 +106,11 @@ std::unique_ptr<CarScene> DriveHills(const Prepare& prepare, bool many = false) 
   const util::CMesh hills = GridMesh(Hills, Rows(-30, 30, 60), Rows(-100, 30, 130));
   if (many) {
     // The car and its model stand below the same group.
-    const auto before = car->scene().nodeCount();
+    const auto before = car->scene().GetNodeCount();
     Node& track = AddRaceTrack(car->scene(), hills);
-    EXPECT_EQ(car->scene().nodeCount() - before, 753u);
-    car->scene().reparent(car->Find("CarBodyMesh"), &track, 0.0);
-    car->scene().addNode("Model", &car->Find("CarBodyMesh")).setMesh(util::CMesh_Box(9, 9, 9));
+    EXPECT_EQ(car->scene().GetNodeCount() - before, 753u);
+    car->scene().Reparent(car->Find("CarBodyMesh"), &track, 0.0);
+    car->scene().AddNode("Model", &car->Find("CarBodyMesh")).SetMesh(util::CMesh_Box(9, 9, 9));
     car->Declare(track);
     rws::GroundReport report;
     EXPECT_EQ(car->rig->GetRig()->Extension(rws::kTellGround, &report, nullptr), 1);
@@ -154,9 +154,9 @@ TEST(CarGround, AllCastersGiveTheSameDriveOnOneMeshOnManyAndFromAStoredMesh) {
     car.Edit("Store Ground Mesh Data", 1);
     EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
     // The car leaves the group, which would take it along.
-    car.scene().reparent(car.Find("CarBodyMesh"), nullptr, 0.0);
-    Node* const ground = car.scene().find("Ground");
-    (ground ? ground : car.scene().find("Track"))->setPose({{0, -50, 0}, {}, {1, 1, 1}});
+    car.scene().Reparent(car.Find("CarBodyMesh"), nullptr, 0.0);
+    Node* const ground = car.scene().Find("Ground");
+    (ground ? ground : car.scene().Find("Track"))->SetPose({{0, -50, 0}, {}, {1, 1, 1}});
     car.Reopen();
     EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 1);
   };
@@ -179,16 +179,16 @@ TEST(CarGround, AllCastersGiveTheSameDriveOnOneMeshOnManyAndFromAStoredMesh) {
 TEST(CarGround, AMovingMeshOfAGroupCarriesTheCarAndForFastRaysStandsWhereItStood) {
   for (const int fast : {0, 1}) {
     CarScene car;
-    Node& set = car.scene().addNode("Set");
-    Node& lift = car.scene().addNode("Lift", &car.scene().addNode("Inner", &set));
-    lift.setMesh(GridMesh(Flat, Rows(-5, 5, 2), Rows(-5, 5, 2)));
+    Node& set = car.scene().AddNode("Set");
+    Node& lift = car.scene().AddNode("Lift", &car.scene().AddNode("Inner", &set));
+    lift.SetMesh(GridMesh(Flat, Rows(-5, 5, 2), Rows(-5, 5, 2)));
     CarScene::Animate(lift, 2.0, 2, [](double t) {
       return rws::adaptor::Trs{{0.0, std::max(t / 2.0 - 1.0, 0.0), 0.0}, {}, {1, 1, 1}};
     });
     // Another rig's helpers are no ground.
     auto* const other = car.core().CreateToolFromFactory("4WheelerExt", "Other");
     ASSERT_TRUE(other);
-    car.scene().reparent(*car.scene().find("Other_CarBodyMesh"), &set, 0.0);
+    car.scene().Reparent(*car.scene().Find("Other_CarBodyMesh"), &set, 0.0);
     car.Declare(set);
     car.Edit("Use Fast Ray Cast", fast);
     car.Drive(6, {});
@@ -205,9 +205,9 @@ TEST(CarGround, AGroundThatCannotBeStoredIsToldOf) {
     EXPECT_EQ(car.messages, std::vector<std::string>{"Error: " + text});
     EXPECT_EQ(car.Setting("Store Ground Mesh Data"), 0);
   };
-  car.scene().reparent(car.Find("GravityDirectionMesh"), nullptr, 0.0);
+  car.scene().Reparent(car.Find("GravityDirectionMesh"), nullptr, 0.0);
   refused("No ground mesh available");
-  auto& locator = car.scene().addNode("Locator");
+  auto& locator = car.scene().AddNode("Locator");
   car.Declare(locator);
   refused("Surface not a mesh");
   car.AddGround({}, "Empty");

@@ -14,7 +14,7 @@ std::unique_ptr<CarScene> NewDrive() {
   car->Place({0, ground(0, 0), 0});
   car->Edit("Gravel Shake Offset Value", 0.3);
   car->Edit("Steering Noise", 0.05);
-  car->scene().setRange(0.0, 12.0);
+  car->scene().SetRange(0.0, 12.0);
   car->SetInputs({{kGas, [](double t) { return t < 8 ? 1.0 : -0.7; }},
                   {kSteer, [](double t) { return 0.4 * std::sin(t * 1.3); }},
                   {kBoost, Between(2.5, 3.5)},
@@ -65,7 +65,7 @@ TEST(CarHistory, WithoutSeamlessTransitionsATakeBeginsAnew) {
   EXPECT_GT(speed, 0.1);
   car->SetInputs({}, 12.0);
   car->Edit("Initital Velocity (% of max)", 50);
-  car->Find("CarBodyMesh").removeChannel(rws::adaptor::headless::ChannelPath::kTranslation);
+  car->Find("CarBodyMesh").RemoveChannel(rws::adaptor::headless::ChannelPath::kTranslation);
   car->Resimulate(0, 10);
   EXPECT_NEAR((car->At("CarBodyBaseMesh", 1) - car->At("CarBodyBaseMesh", 0)).length(),
               CarScene::kScale * 1.5 * 0.04, 0.01);

@@ -25,22 +25,22 @@ TEST(CarRigging, WhatIsRiggedOddlyIsToldOfAndAnUnevenBodyMadeEven) {
   // What is done, how often it is told (when a box is checked and in a take), and how.
   const std::tuple<void (*)(CarScene&), int, const char*> rows[] = {
       {[](CarScene& car) {
-         car.Find("CarBodyMesh").setPose({{0, 0.54, 0}, {}, {2.7, 2.7, 3.0}});
+         car.Find("CarBodyMesh").SetPose({{0, 0.54, 0}, {}, {2.7, 2.7, 3.0}});
        },
        1,
        "Nonuniform scaling is not allowed on the body since it would affect children.\nThe "
        "4-wheeler body will now rescale to become uniform.\nScale the meshes that you parent to "
        "the body instead."},
       {[](CarScene& car) {
-         auto pose = car.Find("WheelCenterMesh_BR").pose();
+         auto pose = car.Find("WheelCenterMesh_BR").GetPose();
          pose.translation.x += 0.5;
-         car.Find("WheelCenterMesh_BR").setPose(pose);
+         car.Find("WheelCenterMesh_BR").SetPose(pose);
        },
        1,
        "In the rigging process the wheels should be moved and scaled with the "
        "WheelRelocatorMesh:es.\nUse the WheelCenterMesh:es for suspension and particles."},
       {[](CarScene& car) {
-         car.scene().reparent(car.Find("TargetMesh"), &car.Find("CarBodyMesh"), 0.0);
+         car.scene().Reparent(car.Find("TargetMesh"), &car.Find("CarBodyMesh"), 0.0);
          car.Edit("Autonomous Mode", 1);
          EXPECT_EQ(car.messages.size(), 1u);
        },
@@ -65,7 +65,7 @@ TEST(CarRigging, ACarWithoutAHelperDrivesAndOneWithoutItsBaseIsKeptUnopened) {
     std::unique_ptr<CarScene::Node> node;
     CarScene car;
     car.AddGround(Floor());
-    node = car.scene().detach(car.Find(gone));
+    node = car.scene().Detach(car.Find(gone));
     car.Drive(2, {{kGas, Always(0.5)}});
     EXPECT_LT(car.At("CarBodyMesh", 50).z, -0.02) << gone;
     car.Reopen();
@@ -75,7 +75,7 @@ TEST(CarRigging, ACarWithoutAHelperDrivesAndOneWithoutItsBaseIsKeptUnopened) {
   for (const char* gone : {"CarBodyBaseMesh", "GravityDirectionMesh", "WheelMesh_FL"}) {
     std::unique_ptr<CarScene::Node> node;
     CarScene car;
-    node = car.scene().detach(car.Find(gone));
+    node = car.scene().Detach(car.Find(gone));
     std::string error;
     const std::string path = testing::TempDir() + "car_without.glb";
     ASSERT_TRUE(car.session.Save(path, error) && car.session.Open(path, error)) << error;
@@ -92,9 +92,9 @@ TEST(CarRigging, NodesThatGoAwayBeforeOrInATakeLeaveFinitePoses) {
       std::unique_ptr<CarScene::Node> node;
       CarScene car;
       car.AddGround(Floor());
-      if (frame == 0) node = car.scene().detach(car.Find(gone));
+      if (frame == 0) node = car.scene().Detach(car.Find(gone));
       car.onFrame = [&](int i) {
-        if (i == frame) node = car.scene().detach(car.Find(gone));
+        if (i == frame) node = car.scene().Detach(car.Find(gone));
       };
       car.Drive(2, {{kGas, Always(0.5)}});
       ExpectFinite(car, 50);
@@ -107,14 +107,14 @@ TEST(CarRigging, AGroundThatGoesAwayInATakeLeavesThePlaneOrNothing) {
   for (const bool below : {true, false}) {
     std::unique_ptr<CarScene::Node> gone;
     CarScene car;
-    auto& ground = car.scene().addNode("Ground");
-    ground.setMesh(Floor());
+    auto& ground = car.scene().AddNode("Ground");
+    ground.SetMesh(Floor());
     if (below)
-      car.scene().reparent(ground, &car.Find("GravityDirectionMesh"), 0.0);
+      car.scene().Reparent(ground, &car.Find("GravityDirectionMesh"), 0.0);
     else
       car.Declare(ground);
     car.onFrame = [&](int i) {
-      if (i == 40) gone = car.scene().detach(ground);
+      if (i == 40) gone = car.scene().Detach(ground);
     };
     car.Drive(4, {{kGas, Always(0.5)}});
     ExpectFinite(car, 100);
@@ -129,8 +129,8 @@ TEST(CarRigging, AGroundThatGainsAChildInATakeIsToldOfOnceAndHoldsFromTheNextTak
   car.AddGround(Floor());
   car.onFrame = [&](int i) {
     if (i != 40) return;
-    auto& more = car.scene().addNode("More", &car.Find("GravityDirectionMesh"));
-    more.setMesh(GridMesh([](double, double) { return 0.05; }, Rows(-20, 20, 2), Rows(-60, 20, 2)));
+    auto& more = car.scene().AddNode("More", &car.Find("GravityDirectionMesh"));
+    more.SetMesh(GridMesh([](double, double) { return 0.05; }, Rows(-20, 20, 2), Rows(-60, 20, 2)));
   };
   car.Drive(4, {{kGas, Always(0.5)}});
   EXPECT_EQ(car.messages, Texts{kUnknownSurface});
@@ -200,7 +200,7 @@ TEST(CarRigging, AnEmptyMeshHoldsNothingAndIsRefusedByTheFastCaster) {
   CarScene::Node& ground = stored.AddGround(Floor());
   stored.Edit("Use Fast Ray Cast", 1);
   stored.Edit("Store Ground Mesh Data", 1);
-  ground.setMesh(util::CMesh());
+  ground.SetMesh(util::CMesh());
   stored.Drive(2, {});
   EXPECT_EQ(stored.messages, told);
   EXPECT_EQ(stored.Setting("Use Fast Ray Cast"), 0);

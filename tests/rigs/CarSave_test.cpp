@@ -111,7 +111,7 @@ TEST(CarSave, AStoredGroundIsReadFromVersion8143On) {
                                            {8148, "cMesh_storedGroundMesh", 0.0}}) {
     CarScene car;
     auto& ground = car.AddGround(GridMesh(Flat, Rows(-20, 20, 2), Rows(-20, 20, 2)));
-    ground.setPose({{0, 2, 0}, {}, {1, 1, 1}});
+    ground.SetPose({{0, 2, 0}, {}, {1, 1, 1}});
     car.Edit("Store Ground Mesh Data", 1);
     EXPECT_TRUE(car.Stored().hasChunk("mBulletGroundMesh"));
     EXPECT_EQ(ReopenAs(car, version, {key}), 0);

@@ -50,7 +50,7 @@ class CarScene : public HostScene {
 
   explicit CarScene(double fps = 25.0)
       : HostScene("4WheelerExt", "Car", fps, rws::addon::AllRigs()) {
-    scene().setRange(0.0, 10.0);
+    scene().SetRange(0.0, 10.0);
     for (int i = 0; i < rig->GetProperties().count(); ++i) {
       rig->GetProperties().property(i)->deadzone = 0.0;
       rig->GetProperties().property(i)->exponent = 1.0;
@@ -72,11 +72,11 @@ class CarScene : public HostScene {
     return AddAbove("GravityDirectionMesh", mesh, name);
   }
   /// Makes a node the ground.
-  void Declare(Node& ground) { scene().reparent(Find("GravityDirectionMesh"), &ground, 0.0); }
+  void Declare(Node& ground) { scene().Reparent(Find("GravityDirectionMesh"), &ground, 0.0); }
   /// Puts the wheel bottoms' middle on `place`, the body `scale` times as large as a new one.
   void Place(const Vector& place, const Quat& rotation = Quat(), double scale = 1.0) {
     Find("CarBodyMesh")
-        .setPose({place + rotation.rotate({0.0, kRestHeight * scale, 0.0}), rotation,
+        .SetPose({place + rotation.rotate({0.0, kRestHeight * scale, 0.0}), rotation,
                   Vector(kScale, kScale, kScale) * scale});
     m_scale = scale;
   }
@@ -100,7 +100,7 @@ class CarScene : public HostScene {
     }
   }
   void Drive(double seconds, const Inputs& inputs) {
-    scene().setRange(0.0, seconds);
+    scene().SetRange(0.0, seconds);
     SetInputs(inputs, seconds);
     Resimulate(0, FrameOf(seconds));
   }

@@ -17,7 +17,7 @@ constexpr double kLength = 0.18, kLine = 0.5 + 0.03;
 class Crawler : public RigScene {
  public:
   explicit Crawler(int wheels = 4, double fps = 25.0) : RigScene("CrawlerTracks", fps) {
-    scene().setRange(0.0, 40.0);
+    scene().SetRange(0.0, 40.0);
     for (int i = 1; i < wheels; ++i) Press("Add Wheel");
     Drive([](double) { return 0.0; });
   }
@@ -39,19 +39,19 @@ class Crawler : public RigScene {
       if (inputs.property(i)->name == "Forward/Backward") rig->SetTrack(i, track);
   }
   void Resize(const std::string& node, double scale) {
-    auto pose = Find(node).pose();
+    auto pose = Find(node).GetPose();
     pose.scale = pose.scale * scale;
-    Find(node).setPose(pose);
+    Find(node).SetPose(pose);
   }
   int StepCount() {
     int count = 0;
-    while (scene().find(StepName(count))) ++count;
+    while (scene().Find(StepName(count))) ++count;
     return count;
   }
   /// In the Frame's space.
   Matrix Step(int index, int frame) {
     return World("Frame", frame).affineInverse() *
-           scene().find(StepName(index))->worldMatrix(Frame(frame));
+           scene().Find(StepName(index))->WorldMatrix(Frame(frame));
   }
   /// Widest gap of two neighbours' edges within these frames, and farthest way off the plane, in
   /// lengths of a step.
@@ -148,8 +148,8 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
     outer.Resize("Frame", scale);
     outer.Edit("Inner Wheel", "0");
     outer.Press("Add Wheel");
-    outer.Find("bogie01").setPose(rws::adaptor::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
-    outer.Find("bogie02").setPose(rws::adaptor::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Find("bogie01").SetPose(rws::adaptor::Trs{{0.0, 0.56, -2.0}, {}, {1.0, 1.0, 1.0}});
+    outer.Find("bogie02").SetPose(rws::adaptor::Trs{{0.0, 1.36, -1.0}, {}, {1.0, 1.0, 1.0}});
     const double apart = std::hypot(1.0, 0.8);
     const double tilt = M_PI / 2 - std::acos(2 * kLine / apart) - std::atan2(0.8, 1.0);
     const double told = 2.0 + 2 * std::hypot(apart, 2 * kLine) + 2 * (M_PI + 2 * tilt) * kLine;
@@ -157,9 +157,9 @@ TEST(CrawlerTracks, CountsAndGapsAreThoseOfTheToldLengthsAtAnyScaleOfTheFrame) {
     // No steps have no gap; that of one step, or of too long ones, changes nothing.
     EXPECT_EQ(gapOf(outer, 0), 0.0);
     EXPECT_EQ(gapOf(outer, 1), 0.0);
-    auto longer = outer.Find("TemplateStep").pose();
+    auto longer = outer.Find("TemplateStep").GetPose();
     longer.scale.z = 100.0;
-    outer.Find("TemplateStep").setPose(longer);
+    outer.Find("TemplateStep").SetPose(longer);
     EXPECT_EQ(gapOf(outer, 2), 0.0);
     EXPECT_EQ(outer.Told(), Messages{});
   }
@@ -268,7 +268,7 @@ TEST(CrawlerTracks, AScaledTurnedOrMovingFrameCarriesTheSameBelt) {
   };
   const auto run = [](const Matrix& pose, bool moves) {
     Crawler rig(2);
-    rig.Find("Frame").setPose(rws::adaptor::decompose(pose));
+    rig.Find("Frame").SetPose(rws::adaptor::Decompose(pose));
     rig.Create().Drive(ThereAndBack);
     // As on a vehicle that drives a curve: 6 m/s, a circle in 6 s.
     if (moves)
@@ -317,16 +317,16 @@ TEST(CrawlerTracks, TheGroundIsTheParentOfTheGravityDirectionOrWhatIsBelowItAndI
   for (const auto& [scale, grouped] : {std::pair{1.0, false}, {3.0, false}, {3.0, true}}) {
     Crawler rig(2);
     rig.Resize("Frame", scale);
-    auto* const group = grouped ? &rig.scene().addNode("Group") : nullptr;
-    auto& ground = rig.scene().addNode("Ground", group);
-    auto& block = rig.scene().addNode("Block");
-    ground.setMesh(
+    auto* const group = grouped ? &rig.scene().AddNode("Group") : nullptr;
+    auto& ground = rig.scene().AddNode("Ground", group);
+    auto& block = rig.scene().AddNode("Block");
+    ground.SetMesh(
         GridMesh([](double x, double) { return x * 0.1; }, Rows(-4, 4, 8), Rows(-4, 4, 8)));
-    ground.setPose(rws::adaptor::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
-    block.setMesh(util::CMesh_Box(8.0 * scale, 1.0 * scale, 2.0 * scale));
-    block.setPose(rws::adaptor::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
-    rig.scene().reparent(rig.Find("GravityDirection"), grouped ? group : &ground, 0.0);
-    rig.scene().reparent(block, grouped ? group : &rig.Find("GravityDirection"), 0.0);
+    ground.SetPose(rws::adaptor::Trs{{0.0, -0.5 * scale, 0.0}, {}, {2.0, 2.0, 2.0}});
+    block.SetMesh(util::CMesh_Box(8.0 * scale, 1.0 * scale, 2.0 * scale));
+    block.SetPose(rws::adaptor::Trs{{0.0, -0.5 * scale, -1.6 * scale}, {}, {1.0, 1.0, 1.0}});
+    rig.scene().Reparent(rig.Find("GravityDirection"), grouped ? group : &ground, 0.0);
+    rig.scene().Reparent(block, grouped ? group : &rig.Find("GravityDirection"), 0.0);
     rig.Create();
     rig.Place("driveWheel", Vector(0, 0, 1000) * scale);
     rig.Place("bogie01", Vector(0, 0, 500) * scale);
@@ -352,9 +352,9 @@ TEST(CrawlerTracks, KeysLieOnFramesAndWhereToldOnSubFrames) {
     rig.Edit("Set keyframes on SubFrames", setSubFrames);
     rig.Resimulate(0, 10);
     for (const char* name : {"step001", "driveWheel"}) {
-      const hl::Channel* way = rig.Find(name).channel(hl::ChannelPath::kRotation);
+      const hl::Channel* way = rig.Find(name).GetChannel(hl::ChannelPath::kRotation);
       ASSERT_TRUE(way);
-      const auto& times = way->times();
+      const auto& times = way->GetTimes();
       const auto first = std::upper_bound(times.begin(), times.end(), 1e-6);
       ASSERT_EQ(static_cast<unsigned>(times.end() - first), keys) << name << subFrames;
       for (unsigned i = 0; i < keys; ++i) EXPECT_NEAR(first[i], 0.4 * (i + 1) / keys, 1e-9);
@@ -365,7 +365,7 @@ TEST(CrawlerTracks, KeysLieOnFramesAndWhereToldOnSubFrames) {
 TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn) {
   Crawler rig(2);
   auto& adaptor = rig.session.GetAdaptor();
-  rig.scene().addNode("Own", &rig.Find("bogie01"));
+  rig.scene().AddNode("Own", &rig.Find("bogie01"));
   rig.Edit("Number of Steps", 8);
   const auto press = [&](const std::string& action) {
     const std::string before = rig.Saved();
@@ -377,18 +377,18 @@ TEST(CrawlerTracks, EachActionIsOneStepOfUndoAndAUsersNodeOutlivesWhatItHangsOn)
     ASSERT_TRUE(adaptor.HostRedo());
     EXPECT_EQ(rig.Saved(), after) << action;
   };
-  const auto home = [&] { return rig.scene().find("Own")->parent(); };
+  const auto home = [&] { return rig.scene().Find("Own")->GetParent(); };
   for (const char* action :
        {"Add Wheel", "Remove Wheel", "Add Support Wheel", "Remove Support Wheel"})
     press(action);
   press("Remove Wheel");
   EXPECT_EQ(home(), &rig.Find("Frame"));
-  EXPECT_NEAR(home()->worldMatrix(0.0).translation().z, 0.0, 1e-12);
-  EXPECT_NEAR(rig.scene().find("Own")->worldMatrix(0.0).translation().z, -1.25, 1e-12);
+  EXPECT_NEAR(home()->WorldMatrix(0.0).translation().z, 0.0, 1e-12);
+  EXPECT_NEAR(rig.scene().Find("Own")->WorldMatrix(0.0).translation().z, -1.25, 1e-12);
   for (const char* action : {"Add Wheel", "Calculate Number of Steps", "Calculate Gap",
                              "Create Track", "Add Step", "Remove Step"})
     press(action);
-  rig.scene().reparent(*rig.scene().find("Own"), &rig.Find("step007"), 0.0);
+  rig.scene().Reparent(*rig.scene().Find("Own"), &rig.Find("step007"), 0.0);
   rig.Edit("Number of Steps", 33);
   rig.answer = rws::kAnswerNo;
   const std::string kept = rig.Saved();
@@ -429,22 +429,22 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
             Messages{"Error: Track could not be created. Number of steps was set to less than 1. "
                      "Increase number of steps to create the track."});
   rig.Press("Add Wheel");
-  rig.Find("bogie01").setPose(rig.Find("driveWheel").pose());
+  rig.Find("bogie01").SetPose(rig.Find("driveWheel").GetPose());
   EXPECT_EQ(told("Calculate Number of Steps"),
             Messages{"Warning: bogie01 has the same position as the DriveWheel, moving it out of "
                      "wheel."});
-  EXPECT_NEAR(rig.Find("bogie01").worldMatrix(0).translation().z, -1.1, 1e-9);
+  EXPECT_NEAR(rig.Find("bogie01").WorldMatrix(0).translation().z, -1.1, 1e-9);
   const Messages mirrored{
       "Error: The Frame is mirrored or has a scale of 0. Give it a positive scale, and turn it "
       "instead."};
-  rig.Find("Frame").setPose(rws::adaptor::Trs{{}, {}, {-1, 1, 1}});
+  rig.Find("Frame").SetPose(rws::adaptor::Trs{{}, {}, {-1, 1, 1}});
   EXPECT_EQ(told("Create Track"), mirrored);
-  rig.Find("Frame").setPose(rws::adaptor::Trs{});
+  rig.Find("Frame").SetPose(rws::adaptor::Trs{});
   rig.Press("Create Track");
-  rig.Find("Frame").setPose(rws::adaptor::Trs{{}, {}, {1, 1, -1}});
+  rig.Find("Frame").SetPose(rws::adaptor::Trs{{}, {}, {1, 1, -1}});
   rig.Resimulate(0, 1);
   EXPECT_EQ(rig.Told(), mirrored);
-  rig.Find("Frame").setPose(rws::adaptor::Trs{});
+  rig.Find("Frame").SetPose(rws::adaptor::Trs{});
   for (const char* action : {"Add Wheel", "Add Support Wheel"})
     EXPECT_EQ(told(action), no("Remove track before adding more wheels."));
   EXPECT_EQ(told("Remove Wheel"),
@@ -456,8 +456,8 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
       "Drivewheel should have roughly the same scale for best results. This may cause unwanted "
       "behaviour of the tracks."};
   for (const double scale : {0.49, 0.5, 2.0, 2.01}) {
-    rig.Find("driveWheel").setChannel(hl::Channel(hl::ChannelPath::kScale));  // the last take's
-    rig.Find("driveWheel").setPose(rws::adaptor::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
+    rig.Find("driveWheel").SetChannel(hl::Channel(hl::ChannelPath::kScale));  // the last take's
+    rig.Find("driveWheel").SetPose(rws::adaptor::Trs{{0, 0.56, 0}, {}, Vector(1, 1, 1) * scale});
     rig.Resimulate(0, 1);
     EXPECT_EQ(rig.Told(), scale == 0.5 || scale == 2.0 ? Messages{} : warning) << scale;
   }

@@ -34,15 +34,15 @@ std::vector<int> Discharges(const GunSettings& settings, const std::string& pres
 class Gun : public RigScene {
  public:
   explicit Gun(double fps = 25.0) : RigScene("Firepower", fps) {
-    scene().reparent(Find("fire trigger"), nullptr, 0.0);
-    scene().setRange(0.0, 1000.0);
+    scene().Reparent(Find("fire trigger"), nullptr, 0.0);
+    scene().SetRange(0.0, 1000.0);
     for (auto path : {hl::ChannelPath::kTranslation, hl::ChannelPath::kRotation})
-      EXPECT_FALSE(Find("fire trigger").channel(path));
+      EXPECT_FALSE(Find("fire trigger").GetChannel(path));
     Drive("Fire", {{0.0, 1.0}});
   }
   /// The collision node under a mesh that stands where it is told.
   void AddSurface(util::CMesh mesh, const Matrix& pose = {}) {
-    AddAbove("collision", std::move(mesh)).setPose(rws::adaptor::decompose(pose));
+    AddAbove("collision", std::move(mesh)).SetPose(rws::adaptor::Decompose(pose));
   }
   Matrix Bullet(int number, int frame) {
     char name[32];
@@ -52,7 +52,7 @@ class Gun : public RigScene {
   Vector At(int number, int frame) { return Bullet(number, frame).translation(); }
   int Count() {
     int count = 0;
-    for (auto* node : scene().nodes()) count += node->name().rfind("Rig_bullet_", 0) == 0;
+    for (auto* node : scene().GetNodes()) count += node->GetName().rfind("Rig_bullet_", 0) == 0;
     return count;
   }
 };
@@ -167,13 +167,13 @@ TEST(Firepower, ShotsFillTheConeEvenlyAndNoneLeavesIt) {
 TEST(Firepower, TheGunsOwnMotionIsAddedAndItsTurnAims) {
   Gun gun;
   auto& trigger = gun.Find("fire trigger");
-  gun.scene().reparent(trigger, gun.scene().find("Mover"), 0.0);
+  gun.scene().Reparent(trigger, gun.scene().Find("Mover"), 0.0);
   gun.Set(
       "Rate of fire (rounds/s)=25; Set gravity affecting the bullets in flight=0; Depth (%)=50");
   gun.Resimulate(0, 60);
   for (const int shot : {1, 10, 40}) {
     const auto barrel = [&](int frame) {  // at rest: the recoil adds nothing
-      return trigger.worldMatrix(gun.Frame(frame));
+      return trigger.WorldMatrix(gun.Frame(frame));
     };
     const Vector moved = (barrel(shot).translation() - barrel(shot - 1).translation()) / 0.04;
     const Vector want = barrel(shot).axisRow(2).normalized() * -300.0 + moved;
@@ -240,7 +240,7 @@ TEST(Firepower, WithEveryProfileShotsStayOnTheirSideOfTheGroundAndComeToRest) {
          {"Minigun", "Cannon", "Shotgun", "Handgun", "Laser", "Bouncing Balls"}) {
       Gun gun(fps);
       gun.AddSurface(util::CMesh_Box(40000.0, 0.01, 40000.0));
-      gun.Find("fire trigger").setPose({{0, 8, 0}, {-0.4, 0, 0, 0.9165}, {1, 1, 1}});
+      gun.Find("fire trigger").SetPose({{0, 8, 0}, {-0.4, 0, 0, 0.9165}, {1, 1, 1}});
       ASSERT_EQ(gun.core().LoadProfile("Rig", profile), "");
       gun.Set("Lifetime (seconds)=20");
       gun.Drive("Fire", {{0.0, 1.0}, {1.1, 0.0}});
@@ -261,11 +261,11 @@ TEST(Firepower, WithEveryProfileShotsStayOnTheirSideOfTheGroundAndComeToRest) {
 
 TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
   Gun gun;
-  auto& group = gun.scene().addNode("Set");
-  auto& wall = gun.scene().addNode("Door", &group);
-  auto& lift = gun.scene().addNode("Lift", &gun.scene().addNode("Shaft", &group));
-  wall.setMesh(util::CMesh_Box(30.0, 90.0, 0.1));
-  lift.setMesh(util::CMesh_Box(30.0, 0.1, 90.0));
+  auto& group = gun.scene().AddNode("Set");
+  auto& wall = gun.scene().AddNode("Door", &group);
+  auto& lift = gun.scene().AddNode("Lift", &gun.scene().AddNode("Shaft", &group));
+  wall.SetMesh(util::CMesh_Box(30.0, 90.0, 0.1));
+  lift.SetMesh(util::CMesh_Box(30.0, 0.1, 90.0));
   const auto wave = [](double t) { return 3.0 * std::sin(t / 0.04 * 0.3); };
   const auto door = [&](double t) {
     return rws::adaptor::Trs{{0.0, 0.0, -12.0 + wave(t)}, {}, {1, 1, 1}};
@@ -275,7 +275,7 @@ TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
   };
   Gun::Animate(wall, gun.Frame(1), 100, door);
   Gun::Animate(lift, gun.Frame(1), 100, floor);
-  gun.scene().reparent(gun.Find("collision"), &group, 0.0);
+  gun.scene().Reparent(gun.Find("collision"), &group, 0.0);
   // Most fall to the lift, which is faster than they are, and are carried by it.
   for (const double elasticity : {0.0, 50.0}) {
     gun.Set("Muzzle Velocity (m/s)=30; elasticity (%)=" + util::shortText(elasticity) +
@@ -286,9 +286,9 @@ TEST(Firepower, AGroupsMeshesAreSurfacesAndMovingOnesMeetWhatFliesAndWhatLies) {
     for (int frame = 2; frame <= 100; ++frame)
       for (int i = 1; i <= count && i * 5 - 3 < frame; ++i) {
         const Vector at = gun.At(i, frame);
-        ASSERT_GT(at.y, lift.worldMatrix(gun.Frame(frame)).translation().y) << i << " at " << frame;
+        ASSERT_GT(at.y, lift.WorldMatrix(gun.Frame(frame)).translation().y) << i << " at " << frame;
         ASSERT_TRUE(std::abs(at.x) > 15.0 ||
-                    at.z > wall.worldMatrix(gun.Frame(frame)).translation().z)
+                    at.z > wall.WorldMatrix(gun.Frame(frame)).translation().z)
             << i << " at " << frame;
       }
   }
@@ -320,8 +320,8 @@ TEST(Firepower, ProjectilesPointWhereTheyFlySpinAsToldAndRestWhenTheirLifeIsOver
 TEST(Firepower, AMirroredGunFiresMirroredProjectilesThatSpinAboutAxesOnAllSidesOfTheirFlight) {
   Gun gun;
   const double half = std::sqrt(0.5);
-  gun.Find("fire trigger").setPose({{1, 2, 3}, {0.6, 0, 0, 0.8}, {-1, 1, 2}});
-  gun.Find("templateBullet").setPose({{0, 0, -4}, {half, 0, 0, half}, {1, 1, 1}});
+  gun.Find("fire trigger").SetPose({{1, 2, 3}, {0.6, 0, 0, 0.8}, {-1, 1, 2}});
+  gun.Find("templateBullet").SetPose({{0, 0, -4}, {half, 0, 0, half}, {1, 1, 1}});
   gun.Set(
       "Rate of fire (rounds/s)=0; Bullets/discharge=100; Pitch Bullet=1; Randomize Rotation "
       "Axis=20; Set gravity affecting the bullets in flight=0");
@@ -344,18 +344,18 @@ TEST(Firepower, AMirroredGunFiresMirroredProjectilesThatSpinAboutAxesOnAllSidesO
     for (int k = 0; k < 4; ++k) sides[k] = std::max(sides[k], lean[k]);
   }
   for (const double most : sides) EXPECT_GT(most, std::sin(13.0 * M_PI / 180.0));
-  gun.Find("barrel").setPose({{}, {}, {1, 1, 0}});
+  gun.Find("barrel").SetPose({{}, {}, {1, 1, 0}});
   gun.Resimulate(0, 3);
   EXPECT_EQ(gun.Count(), 0) << "it aims nowhere";
 }
 
 TEST(Firepower, TheBarrelRecoilsAndComesBackAlsoOnATurret) {
   Gun gun;
-  gun.scene().reparent(gun.Find("fire trigger"), gun.scene().find("Mover"), 0.0);
+  gun.scene().Reparent(gun.Find("fire trigger"), gun.scene().Find("Mover"), 0.0);
   gun.Set("Rate of fire (rounds/s)=0; Depth (%)=25; Backward (frames)=2; Forward (frames)=4");
   gun.Drive("Fire", {{0.0, 0.0}, {0.4, 1.0}});
   const auto back = [&](int frame) {
-    return gun.Find("barrel").localMatrix(gun.Frame(frame)).translation().z;
+    return gun.Find("barrel").LocalMatrix(gun.Frame(frame)).translation().z;
   };
   gun.Resimulate(0, 30);
   const std::vector<double> ways{0, 0, 0.5, 1, 0.75, 0.5, 0.25, 0, 0};  // frame 9 on; m

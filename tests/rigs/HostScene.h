@@ -50,7 +50,7 @@ class HostScene : rws::core::UserInterface {
       : session(kinds, rws::addon::MakeTemplatePlugin), m_name(name) {
     core().runEventQueue = [] {};
     core().SetUserInterface(this);
-    scene().setFrameRate(fps);
+    scene().SetFrameRate(fps);
     rig = core().CreateToolFromFactory(kind, name);
     if (!rig) throw std::runtime_error("no rig " + kind);
   }
@@ -64,7 +64,7 @@ class HostScene : rws::core::UserInterface {
   double Frame(int i) { return i * core().GetFrameDuration(); }
   int FrameOf(double t) { return core().FrameIndex(t + 1e-6); }
   Node& Find(const std::string& node) {
-    Node* const found = scene().find(m_name + "_" + node);
+    Node* const found = scene().Find(m_name + "_" + node);
     if (!found) throw std::runtime_error("no node " + node);
     return *found;
   }
@@ -72,11 +72,11 @@ class HostScene : rws::core::UserInterface {
   // --- what a user does before a take ---
 
   void Edit(const std::string& label, const std::string& value) {
-    const auto elements = rig->GetConfig().findAll(label);
+    const auto elements = rig->GetConfig().FindAll(label);
     EXPECT_FALSE(elements.empty()) << label;
     std::string problem;
     for (auto* element : elements)
-      EXPECT_TRUE(core().EditParameter(*rig, element->id(), value, problem)) << problem;
+      EXPECT_TRUE(core().EditParameter(*rig, element->GetId(), value, problem)) << problem;
     EXPECT_EQ(problem, "");
   }
   void Edit(const std::string& label, double value) { Edit(label, util::exactText(value)); }
@@ -89,17 +89,17 @@ class HostScene : rws::core::UserInterface {
     }
   }
   double Setting(const std::string& label) {
-    return rig->GetConfig().findAll(label).at(0)->number();
+    return rig->GetConfig().FindAll(label).at(0)->GetNumber();
   }
   void Press(const std::string& label) {
-    for (auto* element : rig->GetConfig().findAll(label))
-      EXPECT_TRUE(core().PressButton(*rig, element->id()));
+    for (auto* element : rig->GetConfig().FindAll(label))
+      EXPECT_TRUE(core().PressButton(*rig, element->GetId()));
   }
   /// A new node with a mesh, with a node of the rig below it.
   Node& AddAbove(const std::string& node, util::CMesh mesh, const std::string& name = "Ground") {
-    Node& above = scene().addNode(name);
-    above.setMesh(std::move(mesh));
-    scene().reparent(Find(node), &above, 0.0);
+    Node& above = scene().AddNode(name);
+    above.SetMesh(std::move(mesh));
+    scene().Reparent(Find(node), &above, 0.0);
     return above;
   }
   /// Keys of place and rotation, `count` + 1 of them from 0 on, `step` seconds apart.
@@ -115,9 +115,9 @@ class HostScene : rws::core::UserInterface {
       for (const double v : {at.rotation.x, at.rotation.y, at.rotation.z, at.rotation.w})
         turns.push_back(v);
     }
-    EXPECT_TRUE(way.setKeys(times, ways) && turn.setKeys(times, turns));
-    node.setChannel(way);
-    node.setChannel(turn);
+    EXPECT_TRUE(way.SetKeys(times, ways) && turn.SetKeys(times, turns));
+    node.SetChannel(way);
+    node.SetChannel(turn);
   }
 
   // --- takes and files ---
@@ -160,16 +160,16 @@ class HostScene : rws::core::UserInterface {
 
   // --- what came of it ---
 
-  Matrix World(const std::string& node, int frame) { return Find(node).worldMatrix(Frame(frame)); }
+  Matrix World(const std::string& node, int frame) { return Find(node).WorldMatrix(Frame(frame)); }
   Vector At(const std::string& node, int frame) { return World(node, frame).translation(); }
   /// Of the rig's nodes, or of those whose names begin otherwise.
   Poses PosesOf(int first, int last, std::string prefix = {}) {
     if (prefix.empty()) prefix = m_name + "_";
     Poses poses;
-    for (auto* node : scene().nodes())
-      if (node->name().rfind(prefix, 0) == 0)
+    for (auto* node : scene().GetNodes())
+      if (node->GetName().rfind(prefix, 0) == 0)
         for (int i = first; i <= last; ++i)
-          poses[node->name().substr(prefix.size())].push_back(node->worldMatrix(Frame(i)));
+          poses[node->GetName().substr(prefix.size())].push_back(node->WorldMatrix(Frame(i)));
     return poses;
   }
   /// The same of debug and optimised builds: micrometres are counted, so that another machine's

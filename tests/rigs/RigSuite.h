@@ -11,8 +11,8 @@ class RigScene : public HostScene {
   explicit RigScene(const std::string& kind, double fps = 25.0,
                     const std::vector<rws::CCameraPlugin*>& kinds = rws::addon::AllRigs())
       : HostScene(kind, "Rig", fps, kinds) {
-    scene().setRange(0.0, 8.0);
-    auto& mover = scene().addNode("Mover");
+    scene().SetRange(0.0, 8.0);
+    auto& mover = scene().AddNode("Mover");
     Animate(mover, 0.04, 200, [](double t) {
       const double angle = 0.7 * std::sin(t);
       return rws::adaptor::Trs{{std::sin(3 * t), 0.3 * std::cos(17 * t), -t},
@@ -20,7 +20,7 @@ class RigScene : public HostScene {
     });
     for (const char* bound : {"Rig_AttachedCam", "Rig_RelativeCageMesh", "Rig_Pivot", "Rig_Base",
                               "Rig_Mount", "Rig_fire trigger"})
-      if (auto* node = scene().find(bound)) scene().reparent(*node, &mover, 0.0);
+      if (auto* node = scene().Find(bound)) scene().Reparent(*node, &mover, 0.0);
     BindSticks();
   }
 
@@ -86,7 +86,7 @@ class RigScene : public HostScene {
     AddAbove("GravityDirection", util::CMesh_Box(20.0, 1.0, 20.0, {0.0, -0.5, 0.0}));
     Press("Add Wheel");
     Edit("Number of Steps", "24");
-    Find("TemplateStep").setPose({{0.8, 0.03, 0.0}, {}, {1.0, 1.0, 1.35}});
+    Find("TemplateStep").SetPose({{0.8, 0.03, 0.0}, {}, {1.0, 1.0, 1.35}});
     Press("Create Track");
   }
   /// An input, held from each time on to the next.

@@ -33,13 +33,13 @@ TEST(RigsInATake, WhatIsRefusedCostsNeitherTheTakeNorANode) {
   RigScene world("SteadyCam", 25.0, {&kind});
   const std::string fresh = world.Saved();
   world.Take(0, 20, [&] {
-    const std::size_t nodes = world.scene().nodeCount();
+    const std::size_t nodes = world.scene().GetNodeCount();
     kind.failures = 2;
     std::string problem;
     EXPECT_EQ(world.core().CreateTool("SteadyCam"), "");
     EXPECT_EQ(world.core().CloneTool("Rig", problem), "");
     EXPECT_NE(problem, "");
-    EXPECT_EQ(world.scene().nodeCount(), nodes);
+    EXPECT_EQ(world.scene().GetNodeCount(), nodes);
   });
   EXPECT_EQ(world.PosesOf(0, 20), expected);
   ASSERT_TRUE(world.session.GetAdaptor().HostUndo());

@@ -16,8 +16,8 @@ class Rigs : public testing::TestWithParam<std::string> {
     if (GetParam() == "Spline Speed-Controller") world->LayRail();
     if (GetParam() == "Firepower") world->LoadGun();
     if (GetParam() == "CrawlerTracks") world->LayTrack();
-    for (auto* element : world->rig->GetConfig().elements()) {
-      const std::string& label = element->label();
+    for (auto* element : world->rig->GetConfig().GetElements()) {
+      const std::string& label = element->GetLabel();
       if (EndsWith(label, " Change Limit")) world->Edit(label, "4");
       if (EndsWith(label, " Integrate")) world->Edit(label, "1");
       if (EndsWith(label, "Transl Response Factor")) world->Edit(label, "0.3");
@@ -177,11 +177,11 @@ TEST_P(Rigs, HiddenNodesComeBackWithUndoAndAfterATakeAndStayHiddenInAReopenedSce
   auto& adaptor = world->session.GetAdaptor();
   const auto hidden = [&] {
     int count = 0;
-    for (auto* node : world->scene().nodes()) count += !node->visible();
+    for (auto* node : world->scene().GetNodes()) count += !node->IsVisible();
     return count;
   };
   const auto has = [&](const std::string& label) {
-    return !world->rig->GetConfig().findAll(label).empty();
+    return !world->rig->GetConfig().FindAll(label).empty();
   };
   const int usually = hidden();
   for (const std::string label :
@@ -219,14 +219,14 @@ TEST_P(Rigs, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
     scene->Take(0, 3);
     taken = scene->Stored().flatten();
     const auto nameOf = [](const hl::SceneNode& node) {
-      return node.name().substr(node.name().rfind("Rig_", 0) == 0 ? 4 : 0);
+      return node.GetName().substr(node.GetName().rfind("Rig_", 0) == 0 ? 4 : 0);
     };
-    for (auto* node : scene->scene().nodes()) {
+    for (auto* node : scene->scene().GetNodes()) {
       auto& bare = world.core.nodes[nameOf(*node)] = std::make_unique<FakeNode>();
       bare->name = nameOf(*node);
-      bare->rest = node->localMatrix(0.0);
-      if (node->mesh()) bare->mesh = *node->mesh();
-      if (node->parent()) bare->parent = world.core.nodes.at(nameOf(*node->parent())).get();
+      bare->rest = node->LocalMatrix(0.0);
+      if (node->GetMesh()) bare->mesh = *node->GetMesh();
+      if (node->GetParent()) bare->parent = world.core.nodes.at(nameOf(*node->GetParent())).get();
     }
   }
   int restored = 0;

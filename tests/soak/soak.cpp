@@ -100,13 +100,13 @@ class Watch {
  public:
   Watch(CarScene& car, const Terrain& terrain, double scale)
       : m_car(car), m_terrain(terrain), m_scale(scale) {
-    for (auto* node : car.scene().nodes())
-      if (node->name().rfind("Car_", 0) == 0) m_nodes.push_back(node);
+    for (auto* node : car.scene().GetNodes())
+      if (node->GetName().rfind("Car_", 0) == 0) m_nodes.push_back(node);
   }
   std::string Look(int frame) {
     for (CarScene::Node* node : m_nodes)
-      for (const double number : node->worldMatrix(m_car.Frame(frame)).m)
-        if (!std::isfinite(number)) return node->name() + " is not finite";
+      for (const double number : node->WorldMatrix(m_car.Frame(frame)).m)
+        if (!std::isfinite(number)) return node->GetName() + " is not finite";
     for (std::size_t i = 0; i < 4 && m_onGround; ++i) {
       const auto pose = m_car.World(CarScene::kWheels[i], frame);
       const Vector centre = pose.translation() / m_scale;

@@ -43,29 +43,29 @@ inline rws::adaptor::headless::SceneNode& AddRaceTrack(rws::adaptor::headless::S
       tile.vertices.push_back(corner(k) - offset - aside);
     }
   }
-  hl::SceneNode& track = scene.addNode("Track");
+  hl::SceneNode& track = scene.AddNode("Track");
   for (int x = 0; x < kColumns; ++x) {
-    hl::SceneNode& column = scene.addNode("Column" + std::to_string(x), &track);
-    column.setPose({offset, {}, {1, 1, 1}});
+    hl::SceneNode& column = scene.AddNode("Column" + std::to_string(x), &track);
+    column.SetPose({offset, {}, {1, 1, 1}});
     for (int z = 0; z < kRows; ++z) {
-      hl::SceneNode& tile = scene.addNode("Tile" + std::to_string(x * kRows + z), &column);
-      tile.setPose({aside, {}, {1, 1, 1}});
-      tile.setMesh(tiles[static_cast<std::size_t>(x * kRows + z)]);
+      hl::SceneNode& tile = scene.AddNode("Tile" + std::to_string(x * kRows + z), &column);
+      tile.SetPose({aside, {}, {1, 1, 1}});
+      tile.SetMesh(tiles[static_cast<std::size_t>(x * kRows + z)]);
     }
   }
-  const auto box = rws::adaptor::shareMesh(util::CMesh_Box(1.0, 1.0, 1.0));
+  const auto box = rws::adaptor::MakeSharedMesh(util::CMesh_Box(1.0, 1.0, 1.0));
   for (int i = 0; i < kBoxes; ++i) {
-    hl::SceneNode& stand = scene.addNode("Stand" + std::to_string(i), &track);
+    hl::SceneNode& stand = scene.AddNode("Stand" + std::to_string(i), &track);
     const Vector place(high.x + 5.0, 0.0, low.z + 4.0 * i);
-    stand.setPose({place, {}, {1, 1, 1}});
-    scene.addNode("Box" + std::to_string(i), &stand).setMesh(box);
+    stand.SetPose({place, {}, {1, 1, 1}});
+    scene.AddNode("Box" + std::to_string(i), &stand).SetMesh(box);
     if (i >= kMoving) continue;
     hl::Channel way(hl::ChannelPath::kTranslation);
-    way.setKeys({0.0, 100.0}, {place.x, 0.0, place.z, place.x, 50.0, place.z});
-    stand.setChannel(std::move(way));
+    way.SetKeys({0.0, 100.0}, {place.x, 0.0, place.z, place.x, 50.0, place.z});
+    stand.SetChannel(std::move(way));
   }
   for (int i = 1 + kColumns + kColumns * kRows + 2 * kBoxes; i < kNodes; ++i)
-    scene.addNode("Empty" + std::to_string(i), &track);
+    scene.AddNode("Empty" + std::to_string(i), &track);
   return track;
 }
 

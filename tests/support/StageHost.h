@@ -62,7 +62,7 @@ struct Object : Content {
     return {At(first, time), At(first + 1, time), At(first + 2, time)};
   }
   Matrix<double> Local(double time) const {
-    return matrixOf({Three(0, time), Three(3, time), Three(6, time)}, frame);
+    return MatrixOf({Three(0, time), Three(3, time), Three(6, time)}, frame);
   }
   Matrix<double> World(double time) const {
     return parent ? parent->World(time) * Local(time) : Local(time);
@@ -112,13 +112,13 @@ class Node final : public HostNode {
   void PutShown(bool shown) override { m_object->shown = shown; }
 
   Matrix<double> ReadWorld(double time) override {
-    return kSpace.worldToRig(m_object->World(time));
+    return kSpace.WorldToRig(m_object->World(time));
   }
   Matrix<double> ReadLocal(double time) override {
     const Matrix<double> local = m_object->Local(time);
-    return m_object->parent ? local : kSpace.worldToRig(local);
+    return m_object->parent ? local : kSpace.WorldToRig(local);
   }
-  Trs ReadTrs(double time) override { return decompose(ReadLocal(time)); }
+  Trs ReadTrs(double time) override { return Decompose(ReadLocal(time)); }
   bool HasOwnKeys() const override {
     return std::any_of(m_object->curves.begin(), m_object->curves.begin() + 9,
                        [](const auto& curve) { return !curve.samples.empty(); });
@@ -168,8 +168,8 @@ class Node final : public HostNode {
     return which == LensValue::kFieldOfView ? 1.0 : kSpace.metre;
   }
   HostChannels Channels(const Trs& local, const util::Vector3<double>& previousAngles) const {
-    const Trs pose = m_object->parent ? local : kSpace.topLevelToHost(local);
-    return channelsOf(pose, m_object->frame, previousAngles);
+    const Trs pose = m_object->parent ? local : kSpace.TopLevelToHost(local);
+    return ChannelsOf(pose, m_object->frame, previousAngles);
   }
   /// A key with `key` or where there are keys, else the value.
   void Write(int channel, double time, double value, bool key) {
@@ -219,7 +219,7 @@ class Host final : public HostAdaptor {
   /// Writes a pose of rig space, as a user's hand would.
   void Place(Object& object, const Trs& world, std::optional<double> keyAt = {}) {
     static_cast<HostNode&>(NodeFor(object))
-        .SetWorldPose(keyAt.value_or(0.0), compose(world), !!keyAt);
+        .SetWorldPose(keyAt.value_or(0.0), Compose(world), !!keyAt);
   }
   std::string UniqueName(const std::string& wish, const Object* except) {
     std::string name = wish;
@@ -327,7 +327,7 @@ class Host final : public HostAdaptor {
   HostNode* AddMesh(const std::string& name, HostNode* parent, const util::CMesh* mesh) override {
     Object& object = Add(name, ObjectOf(parent));
     object.isMesh = true;
-    object.mesh = shareMesh(mesh ? *mesh : util::CMesh());
+    object.mesh = MakeSharedMesh(mesh ? *mesh : util::CMesh());
     return Placed(object);
   }
   HostNode* AddHub(const std::string& name, HostNode* parent) override {
@@ -493,9 +493,9 @@ inline bool Node::PutUnder(HostNode* parent) {
     if (above == m_object) return false;
   bool possible = true;
   const LocalPoses poses = PosesAtKeys([&](double time) {
-    Trs pose = decompose(GetWorldPose(time));
+    Trs pose = Decompose(GetWorldPose(time));
     possible =
-        !parent || (possible && poseUnder(parent->GetWorldPose(time), GetWorldPose(time), pose));
+        !parent || (possible && PoseUnder(parent->GetWorldPose(time), GetWorldPose(time), pose));
     return pose;
   });
   if (!possible) return false;

@@ -89,7 +89,7 @@ TEST(MeshRays, AgreesWithEveryTriangleTriedInTurn) {
       const double maxT = i % 2 ? 4.0 : std::numeric_limits<double>::infinity();
       const auto expected = BruteForce(soup, origin, direction, maxT);
       MeshRays::Hit hit;
-      ASSERT_EQ(rays.Intersect(origin, direction, maxT, hit), expected.has_value()) << i;
+      ASSERT_EQ(rays.intersect(origin, direction, maxT, hit), expected.has_value()) << i;
       if (!expected) continue;
       ++hits;
       ASSERT_NEAR(hit.t, *expected, 1e-9 * std::max(1.0, *expected));
@@ -108,7 +108,7 @@ TEST(MeshRays, AgreesWithEveryTriangleTriedInTurn) {
 TEST(MeshRays, LetsNothingThroughWhereTrianglesMeet) {
   const int n = 20;
   const MeshRays rays = RaysOver(Hills(n));
-  EXPECT_EQ(rays.GetTriangleCount(), 2 * n * n);
+  EXPECT_EQ(rays.triangleCount(), 2 * n * n);
   std::mt19937 random(3);
   std::uniform_real_distribution<double> unit(-1.0, 1.0);
   MeshRays::Hit hit;
@@ -116,17 +116,17 @@ TEST(MeshRays, LetsNothingThroughWhereTrianglesMeet) {
   for (int x = 1; x < n; ++x)
     for (int z = 1; z < n; ++z) {
       const Vec vertex{double(x), std::sin(0.7 * x) * std::cos(0.4 * z), double(z)};
-      ASSERT_TRUE(rays.Intersect({vertex.x, 9.0, vertex.z}, {0, -1, 0}, 20.0, hit));
+      ASSERT_TRUE(rays.intersect({vertex.x, 9.0, vertex.z}, {0, -1, 0}, 20.0, hit));
       EXPECT_NEAR(hit.t, 9.0 - vertex.y, 1e-9);
-      ASSERT_TRUE(rays.Intersect({vertex.x + 0.5, 9.0, vertex.z}, {0, -3, 0}, 20.0, hit));
+      ASSERT_TRUE(rays.intersect({vertex.x + 0.5, 9.0, vertex.z}, {0, -3, 0}, 20.0, hit));
       const Vec slant{unit(random) * 0.02, -1.0, unit(random) * 0.02};
-      ASSERT_TRUE(rays.Intersect(vertex - slant * 5.0, slant, 20.0, hit)) << x << " " << z;
+      ASSERT_TRUE(rays.intersect(vertex - slant * 5.0, slant, 20.0, hit)) << x << " " << z;
     }
   // A ray through a shared edge tells the lower of the two triangles.
   CMesh quad;
   quad.vertices = {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}};
   quad.faces = {0, 2, 1, 0, 3, 2};
-  ASSERT_TRUE(RaysOver(quad).Intersect({0.5, 1, 0.5}, {0, -1, 0}, 2.0, hit));
+  ASSERT_TRUE(RaysOver(quad).intersect({0.5, 1, 0.5}, {0, -1, 0}, 2.0, hit));
   EXPECT_EQ(hit.triangle, 0);
 }
 
@@ -138,17 +138,17 @@ TEST(MeshRays, SkipsTrianglesThatAreNone) {
   const int bad = static_cast<int>(mesh.vertices.size());
   mesh.faces.insert(mesh.faces.end(), {0, 1, bad - 1, 0, 1, bad - 2, 0, 0, 1, 0, 1, bad, -1, 0, 1});
   const MeshRays rays = RaysOver(mesh);
-  EXPECT_EQ(rays.GetTriangleCount(), static_cast<int>(good));
+  EXPECT_EQ(rays.triangleCount(), static_cast<int>(good));
   MeshRays::Hit hit;
-  EXPECT_TRUE(rays.Intersect({0.3, 5, 0.3}, {0, -1, 0}, 9.0, hit));
-  EXPECT_FALSE(rays.Intersect({0.3, 5, std::nan("")}, {0, -1, 0}, 9.0, hit));
-  EXPECT_FALSE(rays.Intersect({0.3, 5, 0.3}, {0, 0, 0}, 9.0, hit));
-  EXPECT_FALSE(rays.Intersect({0.3, 5, 0.3}, {0, -1, 0}, -1.0, hit));
-  EXPECT_FALSE(RaysOver(CMesh()).Intersect({0, 5, 0}, {0, -1, 0}, 9.0, hit));
+  EXPECT_TRUE(rays.intersect({0.3, 5, 0.3}, {0, -1, 0}, 9.0, hit));
+  EXPECT_FALSE(rays.intersect({0.3, 5, std::nan("")}, {0, -1, 0}, 9.0, hit));
+  EXPECT_FALSE(rays.intersect({0.3, 5, 0.3}, {0, 0, 0}, 9.0, hit));
+  EXPECT_FALSE(rays.intersect({0.3, 5, 0.3}, {0, -1, 0}, -1.0, hit));
+  EXPECT_FALSE(RaysOver(CMesh()).intersect({0, 5, 0}, {0, -1, 0}, 9.0, hit));
   // Many triangles in one place can't be told apart by their centres.
   CMesh pile = Hills(1);
   for (int i = 0; i < 200; ++i) pile.faces.insert(pile.faces.end(), {0, 2, 1});
-  ASSERT_TRUE(RaysOver(pile).Intersect({0.1, 5, 0.1}, {0, -1, 0}, 9.0, hit));
+  ASSERT_TRUE(RaysOver(pile).intersect({0.1, 5, 0.1}, {0, -1, 0}, 9.0, hit));
   EXPECT_EQ(hit.triangle, 0);
 }
 

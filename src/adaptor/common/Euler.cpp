@@ -23,20 +23,20 @@ struct Axes {
   double sign;  ///< 1 where the three follow each other as X, Y, Z do, else -1
 };
 
-Axes axesOf(RotationOrder order) {
+Axes AxesOf(RotationOrder order) {
   constexpr Axes kAxes[kRotationOrders] = {{0, 1, 2, 1.0},  {1, 2, 0, 1.0},  {2, 0, 1, 1.0},
                                            {0, 2, 1, -1.0}, {1, 0, 2, -1.0}, {2, 1, 0, -1.0}};
   return kAxes[static_cast<int>(order)];
 }
 
-Quat<double> aboutAxis(int axis, double angle) {
+Quat<double> AboutAxis(int axis, double angle) {
   Vector3<double> v;
   v[axis] = std::sin(angle / 2.0);
   return {v.x, v.y, v.z, std::cos(angle / 2.0)};
 }
 
 /// The plain solution; `first` is the first axis' angle in gimbal lock.
-Vector3<double> solve(const Quat<double>& rotation, const Axes& axes, double first) {
+Vector3<double> Solve(const Quat<double>& rotation, const Axes& axes, double first) {
   const auto [i, j, k, sign] = axes;
   const Matrix<double> m = rotation.toMatrix();
   const Vector3<double> x = m.axisRow(i), y = m.axisRow(j), z = m.axisRow(k);
@@ -52,7 +52,7 @@ Vector3<double> solve(const Quat<double>& rotation, const Axes& axes, double fir
 }
 
 /// Moves each angle by whole turns as near to `previous` as they get; returns the squared distance.
-double unroll(Vector3<double>& angles, const Vector3<double>& previous) {
+double Unroll(Vector3<double>& angles, const Vector3<double>& previous) {
   for (int i = 0; i < 3; ++i)
     angles[i] += std::round((previous[i] - angles[i]) / (2.0 * kPi)) * (2.0 * kPi);
   return (angles - previous).lengthSquared();
@@ -60,24 +60,24 @@ double unroll(Vector3<double>& angles, const Vector3<double>& previous) {
 
 }  // namespace
 
-Quat<double> fromEuler(const Vector3<double>& angles, RotationOrder order) {
-  const Axes axes = axesOf(order);
-  return aboutAxis(axes.first, angles[axes.first]) * aboutAxis(axes.middle, angles[axes.middle]) *
-         aboutAxis(axes.last, angles[axes.last]);
+Quat<double> FromEuler(const Vector3<double>& angles, RotationOrder order) {
+  const Axes axes = AxesOf(order);
+  return AboutAxis(axes.first, angles[axes.first]) * AboutAxis(axes.middle, angles[axes.middle]) *
+         AboutAxis(axes.last, angles[axes.last]);
 }
 
-Vector3<double> toEuler(const Quat<double>& rotation, RotationOrder order) {
-  return solve(rotation, axesOf(order), 0.0);
+Vector3<double> ToEuler(const Quat<double>& rotation, RotationOrder order) {
+  return Solve(rotation, AxesOf(order), 0.0);
 }
 
-Vector3<double> toEulerNear(const Quat<double>& rotation, RotationOrder order,
+Vector3<double> ToEulerNear(const Quat<double>& rotation, RotationOrder order,
                             const Vector3<double>& previous) {
-  const Axes axes = axesOf(order);
-  Vector3<double> plain = solve(rotation, axes, previous[axes.first]);
+  const Axes axes = AxesOf(order);
+  Vector3<double> plain = Solve(rotation, axes, previous[axes.first]);
   Vector3<double> other = plain + Vector3<double>(kPi, kPi, kPi);
   other[axes.middle] = kPi - plain[axes.middle];
-  const double plainDistance = unroll(plain, previous);
-  return unroll(other, previous) < plainDistance ? other : plain;
+  const double plainDistance = Unroll(plain, previous);
+  return Unroll(other, previous) < plainDistance ? other : plain;
 }
 
 }  // namespace orv::rws::adaptor

@@ -4,7 +4,7 @@
 
 namespace orv::rws::adaptor {
 
-std::shared_ptr<const util::CMesh> shareMesh(util::CMesh mesh) {
+std::shared_ptr<const util::CMesh> MakeSharedMesh(util::CMesh mesh) {
   struct Holder {
     util::CMesh mesh;
   };

@@ -20,6 +20,6 @@ struct Curve {
 using Colour = std::array<float, 3>;
 
 /// A mesh on the heap that several may hold.
-std::shared_ptr<const util::CMesh> shareMesh(util::CMesh mesh);
+std::shared_ptr<const util::CMesh> MakeSharedMesh(util::CMesh mesh);
 
 }  // namespace orv::rws::adaptor

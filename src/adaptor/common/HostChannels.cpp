@@ -9,7 +9,7 @@ using util::Vector3;
 namespace {
 
 /// How far the pivots carry the node's origin under this rotation and scale.
-Vector3<double> carried(const Quat<double>& rotation, const Vector3<double>& scale,
+Vector3<double> Carried(const Quat<double>& rotation, const Vector3<double>& scale,
                         const ChannelFrame& frame) {
   const Vector3<double>& pivot = frame.scalePivot;
   const Vector3<double> scaled(scale.x * pivot.x, scale.y * pivot.y, scale.z * pivot.z);
@@ -19,19 +19,19 @@ Vector3<double> carried(const Quat<double>& rotation, const Vector3<double>& sca
 
 }  // namespace
 
-Matrix<double> matrixOf(const HostChannels& channels, const ChannelFrame& frame) {
+Matrix<double> MatrixOf(const HostChannels& channels, const ChannelFrame& frame) {
   const Quat<double> rotation =
-      frame.rotateAxis * fromEuler(channels.angles, frame.order) * frame.orient;
-  const Vector3<double> origin = carried(rotation, channels.scale, frame);
-  return compose({channels.translation + origin, rotation, channels.scale});
+      frame.rotateAxis * FromEuler(channels.angles, frame.order) * frame.orient;
+  const Vector3<double> origin = Carried(rotation, channels.scale, frame);
+  return Compose({channels.translation + origin, rotation, channels.scale});
 }
 
-HostChannels channelsOf(const Trs& pose, const ChannelFrame& frame,
+HostChannels ChannelsOf(const Trs& pose, const ChannelFrame& frame,
                         const Vector3<double>& previousAngles) {
   const Quat<double> turned =
       frame.rotateAxis.conjugate() * pose.rotation * frame.orient.conjugate();
-  return {pose.translation - carried(pose.rotation, pose.scale, frame),
-          toEulerNear(turned, frame.order, previousAngles), pose.scale};
+  return {pose.translation - Carried(pose.rotation, pose.scale, frame),
+          ToEulerNear(turned, frame.order, previousAngles), pose.scale};
 }
 
 }  // namespace orv::rws::adaptor

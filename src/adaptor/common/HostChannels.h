@@ -30,10 +30,10 @@ struct ChannelFrame {
 };
 
 /// The local matrix that the host shows for these channels.
-util::Matrix<double> matrixOf(const HostChannels& channels, const ChannelFrame& frame);
+util::Matrix<double> MatrixOf(const HostChannels& channels, const ChannelFrame& frame);
 
 /// The channels under which the host shows `pose`, the angles nearest to those of the frame before.
-HostChannels channelsOf(const Trs& pose, const ChannelFrame& frame,
+HostChannels ChannelsOf(const Trs& pose, const ChannelFrame& frame,
                         const util::Vector3<double>& previousAngles);
 
 }  // namespace orv::rws::adaptor

@@ -213,11 +213,11 @@ bool HostNode::GetLocal(double time, Matrix<double>& local) {
     return true;
   }
   if (!HasRecordedPose()) {
-    local = HoldsStart(time) ? compose(m_aside->noted) : ReadLocal(time);
+    local = HoldsStart(time) ? Compose(m_aside->noted) : ReadLocal(time);
     return true;
   }
   const int sample = SampleAt(time);
-  if (sample >= 0) local = compose(recorded[static_cast<std::size_t>(sample)].local);
+  if (sample >= 0) local = Compose(recorded[static_cast<std::size_t>(sample)].local);
   return sample >= 0;
 }
 
@@ -249,7 +249,7 @@ Matrix<double> HostNode::GetRecordedBetween(double time) {
   const std::size_t i = FirstFrom(time);
   const auto sample = [&](std::size_t index) {
     const auto& [at, own] = recorded[index];
-    const Matrix<double> local = compose(own);
+    const Matrix<double> local = Compose(own);
     return util::AVar_Matrix<double>::Sample{at, parent ? parent->GetWorldPose(at) * local : local};
   };
   if (i == 0) return sample(0).value;
@@ -262,10 +262,10 @@ bool HostNode::SetWorldPose(double time, const Matrix<double>& world, bool key) 
   Trs pose;
   HostNode* const parent = ParentNode();
   if (!parent)
-    pose = decompose(Affine(world));
-  else if (!poseUnder(parent->GetWorldPose(time), Affine(world), pose))
+    pose = Decompose(Affine(world));
+  else if (!PoseUnder(parent->GetWorldPose(time), Affine(world), pose))
     return false;
-  if (!isFinite(pose)) return false;
+  if (!IsFinite(pose)) return false;
   if (IsBuffered(time)) {
     Record(time, pose);
     return true;
@@ -363,7 +363,7 @@ void HostNode::SetLensValue(LensValue which, double time, double value) {
 // --- geometry ---
 
 void HostNode::SetMesh(const util::CMesh& mesh) {
-  if (IsValid()) SetMesh(shareMesh(mesh));
+  if (IsValid()) SetMesh(MakeSharedMesh(mesh));
 }
 
 void HostNode::SetMesh(std::shared_ptr<const util::CMesh> mesh) {

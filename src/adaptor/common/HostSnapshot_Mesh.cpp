@@ -42,7 +42,7 @@ bool HostSnapshot_Mesh::Intersect(const Vector3<double>& origin, const Vector3<d
   // it is in the node's space.
   const Vector3<double> unit = direction / length;
   util::MeshRays::Hit found;
-  if (!m_rays->Intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
+  if (!m_rays->intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
                          maxDistance, found))
     return false;
   hit.distance = found.t;

@@ -14,7 +14,7 @@ struct RigRecord {
   std::string raw;      ///< a damaged record, written back as it is; else empty
   std::string problem;  ///< what is wrong with a damaged record and where; else empty
 
-  bool damaged() const { return !problem.empty(); }
+  bool Damaged() const { return !problem.empty(); }
 };
 
 }  // namespace orv::rws::adaptor

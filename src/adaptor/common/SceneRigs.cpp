@@ -35,7 +35,7 @@ void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& r
   m_kept.clear();
   std::vector<std::string> keptNames;
   for (const RigRecord& record : records) {
-    if (record.damaged()) keptNames.push_back(record.name);
+    if (record.Damaged()) keptNames.push_back(record.name);
   }
   m_core.SetReservedNames(keptNames);
   bool anyNameless = false;
@@ -47,7 +47,7 @@ void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& r
     if (problem.empty()) problem = CompareHeads(records[i], record);
     if (problem.empty() && m_core.LoadInstance(record, problem)) continue;
     m_kept.push_back({i, records[i]});
-    if (!records[i].damaged()) keptNames.push_back(records[i].name);
+    if (!records[i].Damaged()) keptNames.push_back(records[i].name);
     anyNameless = anyNameless || records[i].name.empty();
     m_warn("the rig " +
            (records[i].name.empty() ? "number " + std::to_string(i + 1) : records[i].name) +

@@ -14,7 +14,7 @@ constexpr Quat<double> kQuarterTurn(kHalfRoot, 0.0, 0.0, kHalfRoot);
 
 /// Row by row instead of by a product, whose sums would lose the sign of a zero.
 template <class Convert>
-Matrix<double> eachRow(Matrix<double> m, const Convert& convert) {
+Matrix<double> EachRow(Matrix<double> m, const Convert& convert) {
   for (int i = 0; i < 3; ++i) m.setAxisRow(i, convert(m.axisRow(i)));
   m.setTranslation(convert(m.translation()));
   return m;
@@ -22,54 +22,54 @@ Matrix<double> eachRow(Matrix<double> m, const Convert& convert) {
 
 }  // namespace
 
-Vector3<double> Space::directionToHost(const Vector3<double>& v) const {
+Vector3<double> Space::DirectionToHost(const Vector3<double>& v) const {
   return up == UpAxis::kY ? v : Vector3<double>(v.x, -v.z, v.y);
 }
 
-Vector3<double> Space::directionToRig(const Vector3<double>& v) const {
+Vector3<double> Space::DirectionToRig(const Vector3<double>& v) const {
   return up == UpAxis::kY ? v : Vector3<double>(v.x, v.z, -v.y);
 }
 
-Vector3<double> Space::pointToHost(const Vector3<double>& p) const {
-  return directionToHost(p) * metre;
+Vector3<double> Space::PointToHost(const Vector3<double>& p) const {
+  return DirectionToHost(p) * metre;
 }
 
-Vector3<double> Space::pointToRig(const Vector3<double>& p) const {
-  return directionToRig(p) / metre;
+Vector3<double> Space::PointToRig(const Vector3<double>& p) const {
+  return DirectionToRig(p) / metre;
 }
 
-Quat<double> Space::orientationToHost(const Quat<double>& q) const {
+Quat<double> Space::OrientationToHost(const Quat<double>& q) const {
   return up == UpAxis::kY ? q : q * kQuarterTurn;
 }
 
-Quat<double> Space::orientationToRig(const Quat<double>& q) const {
+Quat<double> Space::OrientationToRig(const Quat<double>& q) const {
   return up == UpAxis::kY ? q : q * kQuarterTurn.conjugate();
 }
 
-Quat<double> Space::turnToHost(const Quat<double>& q) const {
-  const Vector3<double> axis = directionToHost({q.x, q.y, q.z});
+Quat<double> Space::TurnToHost(const Quat<double>& q) const {
+  const Vector3<double> axis = DirectionToHost({q.x, q.y, q.z});
   return {axis.x, axis.y, axis.z, q.w};
 }
 
-Quat<double> Space::turnToRig(const Quat<double>& q) const {
-  const Vector3<double> axis = directionToRig({q.x, q.y, q.z});
+Quat<double> Space::TurnToRig(const Quat<double>& q) const {
+  const Vector3<double> axis = DirectionToRig({q.x, q.y, q.z});
   return {axis.x, axis.y, axis.z, q.w};
 }
 
-Matrix<double> Space::worldToHost(const Matrix<double>& world) const {
-  return eachRow(world, [this](const Vector3<double>& row) { return pointToHost(row); });
+Matrix<double> Space::WorldToHost(const Matrix<double>& world) const {
+  return EachRow(world, [this](const Vector3<double>& row) { return PointToHost(row); });
 }
 
-Matrix<double> Space::worldToRig(const Matrix<double>& world) const {
-  return eachRow(world, [this](const Vector3<double>& row) { return pointToRig(row); });
+Matrix<double> Space::WorldToRig(const Matrix<double>& world) const {
+  return EachRow(world, [this](const Vector3<double>& row) { return PointToRig(row); });
 }
 
-Trs Space::topLevelToHost(const Trs& pose) const {
-  return {pointToHost(pose.translation), orientationToHost(pose.rotation), pose.scale * metre};
+Trs Space::TopLevelToHost(const Trs& pose) const {
+  return {PointToHost(pose.translation), OrientationToHost(pose.rotation), pose.scale * metre};
 }
 
-Trs Space::topLevelToRig(const Trs& pose) const {
-  return {pointToRig(pose.translation), orientationToRig(pose.rotation), pose.scale / metre};
+Trs Space::TopLevelToRig(const Trs& pose) const {
+  return {PointToRig(pose.translation), OrientationToRig(pose.rotation), pose.scale / metre};
 }
 
 }  // namespace orv::rws::adaptor

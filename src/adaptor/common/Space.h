@@ -26,25 +26,25 @@ struct Space {
   double metre = 1.0;  ///< one metre in the host's unit of length, above 0 (100 = centimetres)
 
   /// A direction or normal: turned, its length kept.
-  util::Vector3<double> directionToHost(const util::Vector3<double>& v) const;
-  util::Vector3<double> directionToRig(const util::Vector3<double>& v) const;
+  util::Vector3<double> DirectionToHost(const util::Vector3<double>& v) const;
+  util::Vector3<double> DirectionToRig(const util::Vector3<double>& v) const;
   /// A point of the world, or a vector with a length (a move, a velocity, an extent).
-  util::Vector3<double> pointToHost(const util::Vector3<double>& p) const;
-  util::Vector3<double> pointToRig(const util::Vector3<double>& p) const;
+  util::Vector3<double> PointToHost(const util::Vector3<double>& p) const;
+  util::Vector3<double> PointToRig(const util::Vector3<double>& p) const;
   /// How a top-level node stands: its own axes stay, the world around it is turned.
-  util::Quat<double> orientationToHost(const util::Quat<double>& q) const;
-  util::Quat<double> orientationToRig(const util::Quat<double>& q) const;
+  util::Quat<double> OrientationToHost(const util::Quat<double>& q) const;
+  util::Quat<double> OrientationToRig(const util::Quat<double>& q) const;
   /// A turn from one pose of the world to another: the same angle about the turned axis.
-  util::Quat<double> turnToHost(const util::Quat<double>& q) const;
-  util::Quat<double> turnToRig(const util::Quat<double>& q) const;
+  util::Quat<double> TurnToHost(const util::Quat<double>& q) const;
+  util::Quat<double> TurnToRig(const util::Quat<double>& q) const;
   /// A world pose, or the local one of a top-level node. The fourth column stays.
-  util::Matrix<double> worldToHost(const util::Matrix<double>& world) const;
-  util::Matrix<double> worldToRig(const util::Matrix<double>& world) const;
+  util::Matrix<double> WorldToHost(const util::Matrix<double>& world) const;
+  util::Matrix<double> WorldToRig(const util::Matrix<double>& world) const;
 
   /// The local pose of a top-level node. Uneven and mirrored scale stay so: it acts along the
   /// node's own axes, before the conversion.
-  Trs topLevelToHost(const Trs& pose) const;
-  Trs topLevelToRig(const Trs& pose) const;
+  Trs TopLevelToHost(const Trs& pose) const;
+  Trs TopLevelToRig(const Trs& pose) const;
 };
 
 }  // namespace orv::rws::adaptor

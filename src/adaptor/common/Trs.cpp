@@ -12,21 +12,21 @@ bool operator==(const Trs& a, const Trs& b) {
   return a.translation == b.translation && a.rotation == b.rotation && a.scale == b.scale;
 }
 
-bool isFinite(const Trs& pose) {
+bool IsFinite(const Trs& pose) {
   const auto& [t, r, s] = pose;
   for (const double number : {t.x, t.y, t.z, r.x, r.y, r.z, r.w, s.x, s.y, s.z})
     if (!std::isfinite(number)) return false;
   return true;
 }
 
-Matrix<double> compose(const Trs& pose) {
+Matrix<double> Compose(const Trs& pose) {
   Matrix<double> m = pose.rotation.toMatrix();
   for (int i = 0; i < 3; ++i) m.setAxisRow(i, m.axisRow(i) * pose.scale[i]);
   m.setTranslation(pose.translation);
   return m;
 }
 
-Trs decompose(const Matrix<double>& matrix) {
+Trs Decompose(const Matrix<double>& matrix) {
   Trs pose;
   pose.translation = matrix.translation();
   pose.scale = matrix.rowLengths();
@@ -45,10 +45,10 @@ Trs decompose(const Matrix<double>& matrix) {
   return pose;
 }
 
-bool poseUnder(const Matrix<double>& parent, const Matrix<double>& world, Trs& pose) {
+bool PoseUnder(const Matrix<double>& parent, const Matrix<double>& world, Trs& pose) {
   const Matrix<double> inverse = parent.affineInverse();
   if (inverse[15] == 0.0) return false;
-  pose = decompose(inverse * world);
+  pose = Decompose(inverse * world);
   return true;
 }
 

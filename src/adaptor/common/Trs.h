@@ -20,17 +20,17 @@ inline bool operator!=(const Trs& a, const Trs& b) {
   return !(a == b);
 }
 
-bool isFinite(const Trs& pose);
+bool IsFinite(const Trs& pose);
 
 /// The pose as an affine matrix.
-util::Matrix<double> compose(const Trs& pose);
+util::Matrix<double> Compose(const Trs& pose);
 
 /// The pose whose matrix comes closest to `matrix`: shear is lost, a mirrored matrix gets a
 /// negative scale along X, and an axis of length zero gives scale 0 along it.
-Trs decompose(const util::Matrix<double>& matrix);
+Trs Decompose(const util::Matrix<double>& matrix);
 
 /// The own pose that a node needs to stand at `world` below a parent at `parent`, both of the
 /// world. False, with `pose` untouched, when the parent has no inverse (a scale of 0).
-bool poseUnder(const util::Matrix<double>& parent, const util::Matrix<double>& world, Trs& pose);
+bool PoseUnder(const util::Matrix<double>& parent, const util::Matrix<double>& world, Trs& pose);
 
 }  // namespace orv::rws::adaptor

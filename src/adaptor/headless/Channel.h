@@ -14,7 +14,7 @@ enum class ChannelPath { kTranslation, kRotation, kScale };
 enum class Interpolation { kLinear, kStep, kCubicSpline };
 
 /// Number of values of one key: 4 for a rotation (x, y, z, w), else 3.
-constexpr int componentCount(ChannelPath path) {
+constexpr int ComponentCount(ChannelPath path) {
   return path == ChannelPath::kRotation ? 4 : 3;
 }
 
@@ -32,66 +32,66 @@ class Channel {
  public:
   explicit Channel(ChannelPath path, Interpolation mode = Interpolation::kLinear);
 
-  ChannelPath path() const { return m_path; }
-  Interpolation mode() const { return m_mode; }
-  bool empty() const { return m_times->empty(); }
-  std::size_t size() const { return m_times->size(); }
-  const std::vector<double>& times() const { return *m_times; }
-  /// All keys' values one after the other, `valuesPerKey()` for each.
-  const std::vector<double>& values() const { return m_values; }
-  int valuesPerKey() const;
+  ChannelPath GetPath() const { return m_path; }
+  Interpolation GetMode() const { return m_mode; }
+  bool IsEmpty() const { return m_times->empty(); }
+  std::size_t GetKeyCount() const { return m_times->size(); }
+  const std::vector<double>& GetTimes() const { return *m_times; }
+  /// All keys' values one after the other, `ValuesPerKey()` for each.
+  const std::vector<double>& GetValues() const { return m_values; }
+  int ValuesPerKey() const;
 
   /// Replaces all keys. False, with the channel as it was, when times do not rise strictly, a
-  /// number is not finite, or there are not `valuesPerKey()` values for each time.
-  bool setKeys(std::vector<double> times, std::vector<double> values);
+  /// number is not finite, or there are not `ValuesPerKey()` values for each time.
+  bool SetKeys(std::vector<double> times, std::vector<double> values);
 
   /// Sets a LINEAR key at `time` (replacing one within kSameTime of it); `value` has
-  /// `componentCount` numbers. A STEP or CUBICSPLINE channel becomes LINEAR first, by its own keys
-  /// and frames (see `bake`).
+  /// `ComponentCount` numbers. A STEP or CUBICSPLINE channel becomes LINEAR first, by its own keys
+  /// and frames (see `Bake`).
   /// False, with the channel as it was, when a number is not finite or the channel can't be baked.
-  bool setKey(double time, const double* value, double frameDuration);
+  bool SetKey(double time, const double* value, double frameDuration);
 
   /// Puts a take's keys into the channel: keys before `start` stay, those from `start` to `end`
   /// give way to the take's, those behind `end` stay (give infinity to let none stay). Keys within
   /// kSameTime of the bounds count as inside. `times` rise strictly, `values` holds
-  /// `componentCount` numbers per time. The channel is LINEAR afterwards: of a STEP or CUBICSPLINE
-  /// channel what stays is baked (see `bake`).
+  /// `ComponentCount` numbers per time. The channel is LINEAR afterwards: of a STEP or CUBICSPLINE
+  /// channel what stays is baked (see `Bake`).
   /// False, with the channel as it was, when the take's keys are not in order or not finite, or
   /// baking would take more than kMostBakedKeys.
-  bool replaceKeys(double start, double end, const std::vector<double>& times,
+  bool ReplaceKeys(double start, double end, const std::vector<double>& times,
                    const std::vector<double>& values, double frameDuration);
 
   /// Makes a STEP or CUBICSPLINE channel LINEAR: one key at its first and last time and at each
   /// multiple of `frameDuration` (s, above 0) between. A LINEAR channel stays as it is. False, with
   /// the channel as it was, when that takes more than kMostBakedKeys.
-  bool bake(double frameDuration);
+  bool Bake(double frameDuration);
 
   /// Holds the times of `other` in place of its own when they are the same, to save memory.
-  void shareTimes(const Channel& other);
+  void ShareTimes(const Channel& other);
 
-  /// Value at `time`: `componentCount(path())` numbers. The channel must not be empty.
-  void evaluate(double time, double* value) const;
+  /// Value at `time`: `ComponentCount(GetPath())` numbers. The channel must not be empty.
+  void Evaluate(double time, double* value) const;
 
   /// Times closer than this are one key (s).
   static constexpr double kSameTime = 1e-5;
   static constexpr double kMostBakedKeys = 1e7;
 
   friend bool operator==(const Channel& a, const Channel& b) {
-    return a.m_path == b.m_path && a.m_mode == b.m_mode && a.times() == b.times() &&
+    return a.m_path == b.m_path && a.m_mode == b.m_mode && a.GetTimes() == b.GetTimes() &&
            a.m_values == b.m_values;
   }
   friend bool operator!=(const Channel& a, const Channel& b) { return !(a == b); }
 
  private:
-  std::vector<double>& ownTimes();
-  std::size_t intervalAt(double time) const;
-  void keyValue(std::size_t key, double* value) const;
-  void interpolateLinear(std::size_t key, double s, double* value) const;
-  void interpolateCubic(std::size_t key, double s, double dt, double* value) const;
+  std::vector<double>& OwnTimes();
+  std::size_t IntervalAt(double time) const;
+  void KeyValue(std::size_t key, double* value) const;
+  void InterpolateLinear(std::size_t key, double s, double* value) const;
+  void InterpolateCubic(std::size_t key, double s, double dt, double* value) const;
 
   ChannelPath m_path;
   Interpolation m_mode;
-  std::shared_ptr<std::vector<double>> m_times;  ///< never null; changed through ownTimes only
+  std::shared_ptr<std::vector<double>> m_times;  ///< never null; changed through OwnTimes only
   std::vector<double> m_values;
   mutable std::size_t m_cursor = 0;  ///< interval of the last evaluation
 };

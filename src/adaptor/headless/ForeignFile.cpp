@@ -39,7 +39,7 @@ constexpr Format kFormats[] = {
     {"a table (CSV)", ".csv ", "time,", kTable},
 };
 
-std::string endingOf(const std::string& name) {
+std::string EndingOf(const std::string& name) {
   const std::size_t point = name.find_last_of("./");
   if (point == std::string::npos || name[point] != '.') return {};
   std::string ending = name.substr(point);
@@ -49,7 +49,7 @@ std::string endingOf(const std::string& name) {
 }
 
 /// Without blank lines and what begins with "# ", as an OBJ file's comments do.
-std::string_view withoutComments(std::string_view text) {
+std::string_view WithoutComments(std::string_view text) {
   while (!text.empty()) {
     const bool comment = text.substr(0, 2) == "# ";
     if (!comment && text.front() != '\n' && text.front() != '\r') break;
@@ -61,12 +61,12 @@ std::string_view withoutComments(std::string_view text) {
 
 }  // namespace
 
-std::string foreignFile(std::string_view bytes, const std::string& name) {
+std::string ForeignFile(std::string_view bytes, const std::string& name) {
   const std::size_t first = bytes.find_first_not_of("\xEF\xBB\xBF \t\r\n");
   if (first == std::string_view::npos || bytes[first] == '{' || bytes.substr(0, 4) == "glTF")
     return {};
-  const std::string_view content = withoutComments(bytes);
-  const std::string ending = endingOf(name);
+  const std::string_view content = WithoutComments(bytes);
+  const std::string ending = EndingOf(name);
   const auto begins = [&](const Format& format) {
     return !format.start.empty() && content.substr(0, format.start.size()) == format.start;
   };

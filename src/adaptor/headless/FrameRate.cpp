@@ -16,7 +16,7 @@ constexpr double kWidest = 0.1;
 
 }  // namespace
 
-bool parseFrameRate(std::string_view text, double& rate) {
+bool ParseFrameRate(std::string_view text, double& rate) {
   const std::size_t slash = text.find('/');
   if (slash == std::string_view::npos) return util::parseNumber(text, rate);
   double above = 0.0;
@@ -28,14 +28,14 @@ bool parseFrameRate(std::string_view text, double& rate) {
   return true;
 }
 
-std::string frameRateText(double rate) {
+std::string FrameRateText(double rate) {
   const double whole = std::round(rate * 1.001);
   if (rate == std::round(rate) || rate != whole * 1000.0 / 1001.0) return util::shortText(rate);
   return util::shortText(std::round(rate * 1000.0) / 1000.0) + " (" +
          util::shortText(whole * 1000.0) + "/1001)";
 }
 
-bool standsOnFrame(double time, double rate) {
+bool StandsOnFrame(double time, double rate) {
   const double tolerance = (kNearInTime + std::abs(time) * kFloatStep) * rate;
   const double frame = time * rate;
   return tolerance <= kWidest && std::abs(frame - std::round(frame)) <= tolerance;

@@ -33,7 +33,7 @@ constexpr std::size_t kWholeRates = 10;
 
 }  // namespace
 
-std::vector<double> FrameRateGuess::rivals() const {
+std::vector<double> FrameRateGuess::Rivals() const {
   std::vector<double> result;
   for (const double rate : rates) {
     const double factor = rate / rates.front();
@@ -42,22 +42,22 @@ std::vector<double> FrameRateGuess::rivals() const {
   return result;
 }
 
-FrameRateGuess guessFrameRate(const Scene& scene) {
+FrameRateGuess GuessFrameRate(const Scene& scene) {
   FrameRateGuess guess;
   guess.rates.assign(std::begin(kCommonRates), std::end(kCommonRates));
   std::set<const double*> seen;  // channels share their times
   std::vector<double> few;       // different times, no more than are asked for
-  for (const SceneNode* node : scene.nodes()) {
+  for (const SceneNode* node : scene.GetNodes()) {
     for (const ChannelPath path :
          {ChannelPath::kTranslation, ChannelPath::kRotation, ChannelPath::kScale}) {
-      const Channel* channel = node->channel(path);
-      if (!channel || !seen.insert(channel->times().data()).second) continue;
-      for (const double time : channel->times()) {
+      const Channel* channel = node->GetChannel(path);
+      if (!channel || !seen.insert(channel->GetTimes().data()).second) continue;
+      for (const double time : channel->GetTimes()) {
         if (few.size() < kFewest && std::find(few.begin(), few.end(), time) == few.end())
           few.push_back(time);
         guess.rates.erase(
             std::remove_if(guess.rates.begin(), guess.rates.end(),
-                           [time](double rate) { return !standsOnFrame(time, rate); }),
+                           [time](double rate) { return !StandsOnFrame(time, rate); }),
             guess.rates.end());
       }
     }

@@ -15,11 +15,11 @@ struct FrameRateGuess {
   std::vector<double> rates;  ///< common rates that all times fit, the likeliest first
 
   /// Rates that fit as well as the first and are no multiples of it.
-  std::vector<double> rivals() const;
+  std::vector<double> Rivals() const;
 };
 
 /// Of the common rates: 25 when it fits, then whole ones before those of 1000/1001 of them, lower
 /// before higher, since keys on frames of 24 stand on those of 48 too.
-FrameRateGuess guessFrameRate(const Scene& scene);
+FrameRateGuess GuessFrameRate(const Scene& scene);
 
 }  // namespace orv::rws::adaptor::headless

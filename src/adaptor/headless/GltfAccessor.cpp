@@ -8,48 +8,48 @@ namespace orv::rws::adaptor::headless {
 namespace {
 
 template <class T>
-T load(const unsigned char* bytes) {
+T Load(const unsigned char* bytes) {
   T value;
   std::memcpy(&value, bytes, sizeof value);
   return value;
 }
 
-double component(const unsigned char* bytes, ComponentType type, bool normalized) {
+double ComponentAt(const unsigned char* bytes, ComponentType type, bool normalized) {
   switch (type) {
     case ComponentType::kByte: {
-      const double v = load<std::int8_t>(bytes);
+      const double v = Load<std::int8_t>(bytes);
       return normalized ? std::max(v / 127.0, -1.0) : v;
     }
     case ComponentType::kUnsignedByte: {
-      const double v = load<std::uint8_t>(bytes);
+      const double v = Load<std::uint8_t>(bytes);
       return normalized ? v / 255.0 : v;
     }
     case ComponentType::kShort: {
-      const double v = load<std::int16_t>(bytes);
+      const double v = Load<std::int16_t>(bytes);
       return normalized ? std::max(v / 32767.0, -1.0) : v;
     }
     case ComponentType::kUnsignedShort: {
-      const double v = load<std::uint16_t>(bytes);
+      const double v = Load<std::uint16_t>(bytes);
       return normalized ? v / 65535.0 : v;
     }
     case ComponentType::kUnsignedInt: {
-      const double v = load<std::uint32_t>(bytes);
+      const double v = Load<std::uint32_t>(bytes);
       return normalized ? v / 4294967295.0 : v;
     }
     case ComponentType::kFloat:
-      return load<float>(bytes);
+      return Load<float>(bytes);
   }
   return 0.0;
 }
 
-std::uint32_t unsignedAt(const unsigned char* bytes, ComponentType type) {
-  if (type == ComponentType::kUnsignedByte) return load<std::uint8_t>(bytes);
-  if (type == ComponentType::kUnsignedShort) return load<std::uint16_t>(bytes);
-  return load<std::uint32_t>(bytes);
+std::uint32_t UnsignedAt(const unsigned char* bytes, ComponentType type) {
+  if (type == ComponentType::kUnsignedByte) return Load<std::uint8_t>(bytes);
+  if (type == ComponentType::kUnsignedShort) return Load<std::uint16_t>(bytes);
+  return Load<std::uint32_t>(bytes);
 }
 
 template <class T>
-std::uint32_t largest(const unsigned char* data, std::size_t count, std::size_t stride) {
+std::uint32_t Largest(const unsigned char* data, std::size_t count, std::size_t stride) {
   // Lanes that do not wait for each other: all indices of a file are checked when it is opened.
   constexpr std::size_t kLanes = 8;
   T lanes[kLanes] = {};
@@ -57,16 +57,16 @@ std::uint32_t largest(const unsigned char* data, std::size_t count, std::size_t 
   if (stride == sizeof(T)) {
     for (; i + kLanes <= count; i += kLanes)
       for (std::size_t k = 0; k < kLanes; ++k)
-        lanes[k] = std::max(lanes[k], load<T>(data + (i + k) * sizeof(T)));
+        lanes[k] = std::max(lanes[k], Load<T>(data + (i + k) * sizeof(T)));
   }
   T result = *std::max_element(lanes, lanes + kLanes);
-  for (; i < count; ++i) result = std::max(result, load<T>(data + i * stride));
+  for (; i < count; ++i) result = std::max(result, Load<T>(data + i * stride));
   return result;
 }
 
 }  // namespace
 
-std::size_t sizeOf(ComponentType type) {
+std::size_t SizeOf(ComponentType type) {
   switch (type) {
     case ComponentType::kByte:
     case ComponentType::kUnsignedByte:
@@ -81,62 +81,63 @@ std::size_t sizeOf(ComponentType type) {
   return 0;
 }
 
-std::vector<double> AccessorView::numbers() const {
+std::vector<double> AccessorView::ReadNumbers() const {
   std::vector<double> result(count * static_cast<std::size_t>(components));
-  numbersInto(result.data());
+  ReadNumbersInto(result.data());
   return result;
 }
 
-void AccessorView::numbersInto(double* result) const {
+void AccessorView::ReadNumbersInto(double* result) const {
   const auto n = static_cast<std::size_t>(components);
-  const std::size_t width = sizeOf(type);
+  const std::size_t width = SizeOf(type);
   for (std::size_t i = 0; i < count; ++i) {
     for (std::size_t k = 0; k < n; ++k) {
       const std::size_t at = i * stride + k * width;
       if (data == nullptr)
         result[i * n + k] = 0.0;
       else
-        result[i * n + k] = type == ComponentType::kFloat ? load<float>(data + at)
-                                                          : component(data + at, type, normalized);
+        result[i * n + k] = type == ComponentType::kFloat
+                                ? Load<float>(data + at)
+                                : ComponentAt(data + at, type, normalized);
     }
   }
   for (std::size_t i = 0; i < sparseCount; ++i) {
-    const std::size_t at = unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType);
+    const std::size_t at = UnsignedAt(sparseIndices + i * SizeOf(sparseType), sparseType);
     for (std::size_t k = 0; k < n; ++k)
-      result[at * n + k] = component(sparseValues + (i * n + k) * width, type, normalized);
+      result[at * n + k] = ComponentAt(sparseValues + (i * n + k) * width, type, normalized);
   }
 }
 
-std::vector<std::uint32_t> AccessorView::indices() const {
+std::vector<std::uint32_t> AccessorView::Indices() const {
   std::vector<std::uint32_t> result(count);
-  indicesInto(result.data());
+  IndicesInto(result.data());
   return result;
 }
 
-void AccessorView::indicesInto(std::uint32_t* result) const {
+void AccessorView::IndicesInto(std::uint32_t* result) const {
   for (std::size_t i = 0; i < count; ++i)
-    result[i] = data == nullptr ? 0 : unsignedAt(data + i * stride, type);
+    result[i] = data == nullptr ? 0 : UnsignedAt(data + i * stride, type);
   for (std::size_t i = 0; i < sparseCount; ++i)
-    result[unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType)] =
-        unsignedAt(sparseValues + i * sizeOf(type), type);
+    result[UnsignedAt(sparseIndices + i * SizeOf(sparseType), sparseType)] =
+        UnsignedAt(sparseValues + i * SizeOf(type), type);
 }
 
-std::uint32_t AccessorView::largestIndex() const {
+std::uint32_t AccessorView::LargestIndex() const {
   std::uint32_t result = 0;
   if (sparseCount > 0) {
-    for (const std::uint32_t index : indices()) result = std::max(result, index);
+    for (const std::uint32_t index : Indices()) result = std::max(result, index);
   } else if (data != nullptr) {
-    if (type == ComponentType::kUnsignedByte) return largest<std::uint8_t>(data, count, stride);
-    if (type == ComponentType::kUnsignedShort) return largest<std::uint16_t>(data, count, stride);
-    return largest<std::uint32_t>(data, count, stride);
+    if (type == ComponentType::kUnsignedByte) return Largest<std::uint8_t>(data, count, stride);
+    if (type == ComponentType::kUnsignedShort) return Largest<std::uint16_t>(data, count, stride);
+    return Largest<std::uint32_t>(data, count, stride);
   }
   return result;
 }
 
-bool AccessorView::sparseInOrder() const {
+bool AccessorView::SparseInOrder() const {
   std::size_t next = 0;
   for (std::size_t i = 0; i < sparseCount; ++i) {
-    const std::size_t at = unsignedAt(sparseIndices + i * sizeOf(sparseType), sparseType);
+    const std::size_t at = UnsignedAt(sparseIndices + i * SizeOf(sparseType), sparseType);
     if (at < next || at >= count) return false;
     next = at + 1;
   }

@@ -18,7 +18,7 @@ enum class ComponentType {
 };
 
 /// Bytes of one component; 0 for a number that is no component type.
-std::size_t sizeOf(ComponentType type);
+std::size_t SizeOf(ComponentType type);
 
 /// What an accessor shows, its bounds checked. The bytes belong to the document.
 struct AccessorView {
@@ -37,17 +37,17 @@ struct AccessorView {
   const unsigned char* sparseValues = nullptr;
 
   /// All components of all elements as numbers, normalised integers as fractions.
-  std::vector<double> numbers() const;
+  std::vector<double> ReadNumbers() const;
   /// The same into memory for `count * components` numbers.
-  void numbersInto(double* result) const;
+  void ReadNumbersInto(double* result) const;
   /// All elements of a scalar accessor of unsigned integers.
-  std::vector<std::uint32_t> indices() const;
+  std::vector<std::uint32_t> Indices() const;
   /// The same into memory for `count` numbers.
-  void indicesInto(std::uint32_t* result) const;
+  void IndicesInto(std::uint32_t* result) const;
   /// Largest element of a scalar accessor of unsigned integers, without decoding it.
-  std::uint32_t largestIndex() const;
+  std::uint32_t LargestIndex() const;
   /// Whether the sparse indices rise and stay below `count`.
-  bool sparseInOrder() const;
+  bool SparseInOrder() const;
 };
 
 }  // namespace orv::rws::adaptor::headless

@@ -30,15 +30,15 @@ class GltfWriter::Assembly {
   Assembly(const Scene& scene, GltfForm form);
 
   /// Does all the work. Call once.
-  void run();
+  void Run();
 
-  Json& json() { return m_json; }
+  Json& GetJson() { return m_json; }
   /// Sends a `.glb` in parts and takes the JSON with it: once, as the last call. What is ours of
   /// the binary chunk is worked out on the way, since a second copy of many nodes' keys is large.
-  bool sendBinary(const Sink& sink);
-  const std::vector<std::string>& warnings() const { return m_warnings; }
+  bool SendBinary(const Sink& sink);
+  const std::vector<std::string>& GetWarnings() const { return m_warnings; }
   /// Index in the document of each buffer of the new JSON; -1 for one of ours.
-  const std::vector<int>& bufferSources() const { return m_bufferSources; }
+  const std::vector<int>& GetBufferSources() const { return m_bufferSources; }
 
  private:
   using Emit = std::function<void(std::string_view)>;
@@ -48,63 +48,63 @@ class GltfWriter::Assembly {
     std::function<void(const Emit&)> send;  ///< empty for a view of others
   };
 
-  const SceneNode::Source* sourceOf(const SceneNode& node) const;
-  Json& list(const char* name);
-  std::size_t append(const char* name, Json element);
+  const SceneNode::Source* SourceOf(const SceneNode& node) const;
+  Json& List(const char* name);
+  std::size_t Append(const char* name, Json element);
 
-  void copyDocument();
-  void dropStrayExactKeys();
-  void placeNodes();
-  void refuseLostJoints(const std::vector<bool>& removed);
-  void dropSkins(const std::vector<bool>& unused);
-  void writeTree();
-  void writeRoots();
-  void writeNode(const SceneNode& node);
-  void writePose(const SceneNode& node, const SceneNode::Source* source, Json& json);
-  void writeExtras(const SceneNode& node, const SceneNode::Source* source, Json& json);
-  void writeVisible(const SceneNode& node, Json& json);
-  void writeLens(const SceneNode& node, const SceneNode::Source* source, Json& json);
-  bool isUsed(Table table, std::size_t index);
+  void CopyDocument();
+  void DropStrayExactKeys();
+  void PlaceNodes();
+  void RefuseLostJoints(const std::vector<bool>& removed);
+  void DropSkins(const std::vector<bool>& unused);
+  void WriteTree();
+  void WriteRoots();
+  void WriteNode(const SceneNode& node);
+  void WritePose(const SceneNode& node, const SceneNode::Source* source, Json& json);
+  void WriteExtras(const SceneNode& node, const SceneNode::Source* source, Json& json);
+  void WriteVisible(const SceneNode& node, Json& json);
+  void WriteLens(const SceneNode& node, const SceneNode::Source* source, Json& json);
+  bool IsUsed(Table table, std::size_t index);
 
-  void findMeshes();
-  bool shareMesh(const SceneNode& node, Json& json);
-  void writeShape(const SceneNode& node, const SceneNode::Source* source, Json& json);
-  Json trianglePrimitive(const SceneNode& node, const util::CMesh& mesh);
-  Json curvePrimitive(const SceneNode& node, const Curve& curve);
-  int materialOf(const Colour& colour);
+  void FindMeshes();
+  bool ShareMesh(const SceneNode& node, Json& json);
+  void WriteShape(const SceneNode& node, const SceneNode::Source* source, Json& json);
+  Json TrianglePrimitive(const SceneNode& node, const util::CMesh& mesh);
+  Json CurvePrimitive(const SceneNode& node, const Curve& curve);
+  int MaterialOf(const Colour& colour);
 
-  void writeKeys();
-  Json& clip();
-  void dropEmptyClips();
-  void writeChannel(const SceneNode& node, ChannelPath path, const Channel* channel);
-  void findChannels();
-  void dropChannels();
-  std::size_t addSampler(const SceneNode& node, const Channel& channel);
-  bool channelChanged(const SceneNode& node, ChannelPath path) const;
+  void WriteKeys();
+  Json& Clip();
+  void DropEmptyClips();
+  void WriteChannel(const SceneNode& node, ChannelPath path, const Channel* channel);
+  void FindChannels();
+  void DropChannels();
+  std::size_t AddSampler(const SceneNode& node, const Channel& channel);
+  bool ChannelChanged(const SceneNode& node, ChannelPath path) const;
 
-  void noteChanges();
-  bool somethingChanged() const;
-  void writeRecord();
-  Json rigJson(const RigRecord& rig) const;
-  Json exactJson();
-  void appendExact(const SceneNode& node, std::vector<std::string_view>& parts, std::size_t& count,
+  void NoteChanges();
+  bool SomethingChanged() const;
+  void WriteRecord();
+  Json RigJson(const RigRecord& rig) const;
+  Json ExactJson();
+  void AppendExact(const SceneNode& node, std::vector<std::string_view>& parts, std::size_t& count,
                    Json& nodes);
 
-  static Json ownMark();
-  static ViewBytes held(std::string_view bytes);
-  std::size_t addView(ViewBytes bytes, int target);
-  std::size_t addView(std::string bytes, int target);
-  std::size_t addValues(const Channel& channel, std::size_t count);
-  std::size_t addAccessor(const std::vector<float>& values, const char* type, int components,
+  static Json OwnMark();
+  static ViewBytes Held(std::string_view bytes);
+  std::size_t AddView(ViewBytes bytes, int target);
+  std::size_t AddView(std::string bytes, int target);
+  std::size_t AddValues(const Channel& channel, std::size_t count);
+  std::size_t AddAccessor(const std::vector<float>& values, const char* type, int components,
                           int target, bool bounds);
-  std::size_t addIndices(const std::vector<std::uint32_t>& values);
+  std::size_t AddIndices(const std::vector<std::uint32_t>& values);
 
-  void compact();
-  void layOut();
-  bool isDropped(std::size_t buffer) const;
-  void layOutOwn();
-  bool sendOwn(const Sink& sink) const;
-  void dropEmptyLists();
+  void Compact();
+  void LayOut();
+  bool IsDropped(std::size_t buffer) const;
+  void LayOutOwn();
+  bool SendOwn(const Sink& sink) const;
+  void DropEmptyLists();
 
   const Scene& m_scene;
   const GltfForm m_form;
@@ -118,7 +118,7 @@ class GltfWriter::Assembly {
   std::map<Colour, int> m_materials;
   /// Elements of "meshes" that show nothing but these triangles in this colour.
   std::map<std::pair<const util::CMesh*, Colour>, std::size_t> m_meshes;
-  std::unordered_map<std::size_t, std::size_t> m_channelAt;  ///< first of a target, by targetOf
+  std::unordered_map<std::size_t, std::size_t> m_channelAt;  ///< first of a target, by TargetOf
   std::set<std::size_t> m_lostTargets;                       ///< whose channels go
   bool m_keysChanged = false;                                ///< or channels went with their nodes
   bool m_touched = false;  ///< nodes or keys are not as they were read

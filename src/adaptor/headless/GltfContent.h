@@ -19,22 +19,22 @@ class GltfReader::Content {
   Content(OpenFile& file, const Tree& tree, const ReadOptions& options)
       : m_file(file), m_tree(tree), m_options(options) {}
 
-  void read();
+  void Read();
   /// Notes how each node was read, so that a save can tell what has changed since: the last step.
-  void keepSources();
+  void KeepSources();
 
  private:
-  void buildNodes();
-  void readNode(std::size_t index, SceneNode& node);
-  void readPose(const Json& json, const Place& place, SceneNode& node, SceneNode::Source& source);
-  void readLens(const Json& json, const Place& place, SceneNode& node);
-  void readMesh(const Json& json, const Place& place, SceneNode& node, SceneNode::Source& source);
-  void chooseClip();
-  void readChannels();
-  void readChannel(const Json& json, const Json& samplers, const Place& place, const Place& clip);
-  std::shared_ptr<Channel> decodeSampler(const Json& samplers, std::size_t index, ChannelPath path,
+  void BuildNodes();
+  void ReadNode(std::size_t index, SceneNode& node);
+  void ReadPose(const Json& json, const Place& place, SceneNode& node, SceneNode::Source& source);
+  void ReadLens(const Json& json, const Place& place, SceneNode& node);
+  void ReadMesh(const Json& json, const Place& place, SceneNode& node, SceneNode::Source& source);
+  void ChooseClip();
+  void ReadChannels();
+  void ReadChannel(const Json& json, const Json& samplers, const Place& place, const Place& clip);
+  std::shared_ptr<Channel> DecodeSampler(const Json& samplers, std::size_t index, ChannelPath path,
                                          const Place& clip);
-  void keepSource(SceneNode& node);
+  void KeepSource(SceneNode& node);
 
   OpenFile& m_file;
   const Tree& m_tree;

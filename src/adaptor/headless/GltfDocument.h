@@ -40,47 +40,47 @@ class GltfDocument {
 
   /// Takes over the content of a `.glb` or `.gltf` file. `folder` is where side files are looked
   /// for; null allows none. Throws GltfError.
-  void load(std::string content, const std::string* folder);
+  void Load(std::string content, const std::string* folder);
 
-  const nlohmann::ordered_json& json() const { return *m_json; }
-  const std::vector<Buffer>& buffers() const { return m_buffers; }
+  const nlohmann::ordered_json& GetJson() const { return *m_json; }
+  const std::vector<Buffer>& GetBuffers() const { return m_buffers; }
   /// True when what we wrote in an earlier save lies apart from all else and can be left out.
-  bool ownPartsApart() const { return m_ownPartsApart; }
+  bool OwnPartsApart() const { return m_ownPartsApart; }
   /// Chunks of a `.glb` behind JSON and BIN, headers included.
-  std::string_view furtherChunks() const { return m_furtherChunks; }
+  std::string_view GetFurtherChunks() const { return m_furtherChunks; }
   /// Folder of the file, with which relative URIs begin; "" for a file read from memory.
-  const std::string& folder() const { return m_folder; }
-  bool fromMemory() const { return m_fromMemory; }
+  const std::string& GetFolder() const { return m_folder; }
+  bool FromMemory() const { return m_fromMemory; }
 
   /// Bytes of a buffer view; checked at loading.
-  std::string_view viewBytes(std::size_t view) const;
+  std::string_view ViewBytes(std::size_t view) const;
   /// The elements of an accessor; checked at loading.
-  AccessorView accessor(std::size_t index) const;
+  AccessorView Accessor(std::size_t index) const;
 
   /// Takes `amount` from what may be decoded of this file. Throws GltfError at `place` when a small
   /// file wants to become huge by showing the same bytes again and again.
-  void spend(std::size_t amount, const class Place& place) const;
+  void Spend(std::size_t amount, const class Place& place) const;
 
   /// The triangles of a mesh, built at the first call and shared by all who ask; -1 gives an empty
   /// mesh.
-  std::shared_ptr<const util::CMesh> triangles(int mesh) const;
+  std::shared_ptr<const util::CMesh> Triangles(int mesh) const;
   /// The same, or null while nobody has asked for them.
-  std::shared_ptr<const util::CMesh> builtTriangles(int mesh) const;
+  std::shared_ptr<const util::CMesh> BuiltTriangles(int mesh) const;
 
   /// Set by the reader: the scene that is shown (-1: none) and which nodes are in it.
   int sceneIndex = -1;
   std::vector<bool> loaded;
 
  private:
-  std::string_view splitContainer(const std::shared_ptr<const std::string>& content);
-  void parse(std::string_view text);
-  void checkAsset() const;
-  void loadBuffers(const std::shared_ptr<const std::string>& content, const std::string* folder);
-  void loadBuffer(std::size_t index, const std::shared_ptr<const std::string>& content,
+  std::string_view SplitContainer(const std::shared_ptr<const std::string>& content);
+  void Parse(std::string_view text);
+  void CheckAsset() const;
+  void LoadBuffers(const std::shared_ptr<const std::string>& content, const std::string* folder);
+  void LoadBuffer(std::size_t index, const std::shared_ptr<const std::string>& content,
                   const std::string* folder);
-  void checkViews() const;
-  void checkAccessors() const;
-  void separateOwnParts();
+  void CheckViews() const;
+  void CheckAccessors() const;
+  void SeparateOwnParts();
 
   std::unique_ptr<nlohmann::ordered_json> m_json;
   std::vector<Buffer> m_buffers;

@@ -8,42 +8,42 @@ namespace {
 constexpr double kLargestWhole = 9007199254740992.0;  // 2^53
 }
 
-std::string Place::text() const {
-  std::string result = m_outer != nullptr ? m_outer->text() : std::string();
+std::string Place::Text() const {
+  std::string result = m_outer != nullptr ? m_outer->Text() : std::string();
   if (!result.empty() && *m_name != '\0') result += '.';
   result += m_name;
   if (m_hasIndex) result += '[' + std::to_string(m_index) + ']';
   return result;
 }
 
-const Json* member(const Json& object, const char* key) {
+const Json* Member(const Json& object, const char* key) {
   if (!object.is_object()) return nullptr;
   const auto at = object.find(key);
   return at == object.end() ? nullptr : &*at;
 }
 
-const Json& listAt(const Json& object, const char* key, const Place& place) {
+const Json& ListAt(const Json& object, const char* key, const Place& place) {
   static const Json empty = Json::array();
-  const Json* value = member(object, key);
+  const Json* value = Member(object, key);
   if (value == nullptr) return empty;
-  if (!value->is_array()) place.in(key).fail("is no list");
+  if (!value->is_array()) place.In(key).Fail("is no list");
   return *value;
 }
 
-const Json* objectAt(const Json& object, const char* key, const Place& place) {
-  const Json* value = member(object, key);
-  if (value != nullptr && !value->is_object()) place.in(key).fail("is no object");
+const Json* ObjectAt(const Json& object, const char* key, const Place& place) {
+  const Json* value = Member(object, key);
+  if (value != nullptr && !value->is_object()) place.In(key).Fail("is no object");
   return value;
 }
 
-std::string textAt(const Json& object, const char* key, const Place& place) {
-  const Json* value = member(object, key);
+std::string TextAt(const Json& object, const char* key, const Place& place) {
+  const Json* value = Member(object, key);
   if (value == nullptr) return {};
-  if (!value->is_string()) place.in(key).fail("is no text");
+  if (!value->is_string()) place.In(key).Fail("is no text");
   return value->get<std::string>();
 }
 
-std::size_t wholeNumber(const Json& value, const Place& place) {
+std::size_t WholeNumber(const Json& value, const Place& place) {
   if (value.is_number_unsigned()) {
     const auto number = value.get<std::uint64_t>();
     if (number <= static_cast<std::uint64_t>(kLargestWhole)) return number;
@@ -52,73 +52,73 @@ std::size_t wholeNumber(const Json& value, const Place& place) {
     if (number >= 0.0 && number <= kLargestWhole && number == std::floor(number))
       return static_cast<std::size_t>(number);
   }
-  place.fail(value.is_number() ? value.dump() + " is no whole number from 0 up"
+  place.Fail(value.is_number() ? value.dump() + " is no whole number from 0 up"
                                : "is no whole number");
 }
 
-std::size_t wholeAt(const Json& object, const char* key, const Place& place) {
-  const Json* value = member(object, key);
-  if (value == nullptr) place.in(key).fail("is missing");
-  return wholeNumber(*value, place.in(key));
+std::size_t WholeAt(const Json& object, const char* key, const Place& place) {
+  const Json* value = Member(object, key);
+  if (value == nullptr) place.In(key).Fail("is missing");
+  return WholeNumber(*value, place.In(key));
 }
 
-std::size_t wholeAt(const Json& object, const char* key, std::size_t fallback, const Place& place) {
-  const Json* value = member(object, key);
-  return value == nullptr ? fallback : wholeNumber(*value, place.in(key));
+std::size_t WholeAt(const Json& object, const char* key, std::size_t fallback, const Place& place) {
+  const Json* value = Member(object, key);
+  return value == nullptr ? fallback : WholeNumber(*value, place.In(key));
 }
 
-int indexAt(const Json& object, const char* key, std::size_t count, const Place& place) {
-  const Json* value = member(object, key);
+int IndexAt(const Json& object, const char* key, std::size_t count, const Place& place) {
+  const Json* value = Member(object, key);
   if (value == nullptr) return -1;
-  const std::size_t index = wholeNumber(*value, place.in(key));
+  const std::size_t index = WholeNumber(*value, place.In(key));
   if (index >= count)
-    place.in(key).fail("refers to " + std::to_string(index) + ", but there are only " +
+    place.In(key).Fail("refers to " + std::to_string(index) + ", but there are only " +
                        std::to_string(count));
   return static_cast<int>(index);
 }
 
-double finiteNumber(const Json& value, const Place& place) {
-  if (!value.is_number()) place.fail("is no number");
+double FiniteNumber(const Json& value, const Place& place) {
+  if (!value.is_number()) place.Fail("is no number");
   const double number = value.get<double>();
-  if (!std::isfinite(number)) place.fail("is not finite");
+  if (!std::isfinite(number)) place.Fail("is not finite");
   return number;
 }
 
-double finiteAt(const Json& object, const char* key, double fallback, const Place& place) {
-  const Json* value = member(object, key);
-  return value == nullptr ? fallback : finiteNumber(*value, place.in(key));
+double FiniteAt(const Json& object, const char* key, double fallback, const Place& place) {
+  const Json* value = Member(object, key);
+  return value == nullptr ? fallback : FiniteNumber(*value, place.In(key));
 }
 
-double numberOr(const Json& object, const char* key, double fallback) {
-  const Json* value = member(object, key);
+double NumberOr(const Json& object, const char* key, double fallback) {
+  const Json* value = Member(object, key);
   if (value == nullptr || !value->is_number()) return fallback;
   const double number = value->get<double>();
   return std::isfinite(number) ? number : fallback;
 }
 
-bool numbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
+bool NumbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
                const Place& place) {
-  const Json* value = member(object, key);
+  const Json* value = Member(object, key);
   if (value == nullptr) return false;
-  const Place here = place.in(key);
+  const Place here = place.In(key);
   if (!value->is_array() || value->size() != count)
-    here.fail("is no list of " + std::to_string(count) + " numbers");
-  for (std::size_t i = 0; i < count; ++i) numbers[i] = finiteNumber((*value)[i], here.in("", i));
+    here.Fail("is no list of " + std::to_string(count) + " numbers");
+  for (std::size_t i = 0; i < count; ++i) numbers[i] = FiniteNumber((*value)[i], here.In("", i));
   return true;
 }
 
-const Json* ownExtras(const Json& element) {
-  const Json* extras = member(element, "extras");
-  return extras == nullptr ? nullptr : member(*extras, kOwnKey);
+const Json* OwnExtras(const Json& element) {
+  const Json* extras = Member(element, "extras");
+  return extras == nullptr ? nullptr : Member(*extras, kOwnKey);
 }
 
-bool isOwn(const Json& element) {
-  const Json* own = ownExtras(element);
-  const Json* mark = own == nullptr ? nullptr : member(*own, "own");
+bool IsOwn(const Json& element) {
+  const Json* own = OwnExtras(element);
+  const Json* mark = own == nullptr ? nullptr : Member(*own, "own");
   return mark != nullptr && *mark == true;
 }
 
-Json& extrasObject(Json& element) {
+Json& ExtrasObject(Json& element) {
   Json& extras = element["extras"];
   if (extras.is_null()) extras = Json::object();
   if (!extras.is_object()) {
@@ -129,7 +129,7 @@ Json& extrasObject(Json& element) {
   return extras;
 }
 
-void eraseExtra(Json& element, const char* key) {
+void EraseExtra(Json& element, const char* key) {
   const auto extras = element.find("extras");
   if (extras == element.end() || !extras->is_object()) return;
   extras->erase(key);

@@ -26,16 +26,16 @@ class Place {
  public:
   explicit Place(const char* name) : m_name(name) {}
   Place(const char* name, std::size_t index) : m_name(name), m_index(index), m_hasIndex(true) {}
-  Place in(const char* name) const { return Place(this, name); }
-  Place in(const char* name, std::size_t index) const {
+  Place In(const char* name) const { return Place(this, name); }
+  Place In(const char* name, std::size_t index) const {
     Place place(this, name);
     place.m_index = index;
     place.m_hasIndex = true;
     return place;
   }
 
-  std::string text() const;
-  [[noreturn]] void fail(const std::string& what) const { throw GltfError(text(), what); }
+  std::string Text() const;
+  [[noreturn]] void Fail(const std::string& what) const { throw GltfError(Text(), what); }
 
  private:
   Place(const Place* outer, const char* name) : m_outer(outer), m_name(name) {}
@@ -47,34 +47,34 @@ class Place {
 };
 
 /// The member `key`, or null when there is none.
-const Json* member(const Json& object, const char* key);
+const Json* Member(const Json& object, const char* key);
 
 /// The member `key` as a list; a shared empty list when there is none. Fails on anything else.
-const Json& listAt(const Json& object, const char* key, const Place& place);
+const Json& ListAt(const Json& object, const char* key, const Place& place);
 /// The member `key` as an object, or null when there is none. Fails on anything else.
-const Json* objectAt(const Json& object, const char* key, const Place& place);
+const Json* ObjectAt(const Json& object, const char* key, const Place& place);
 /// The member `key` as a text; "" when there is none. Fails on anything else.
-std::string textAt(const Json& object, const char* key, const Place& place);
+std::string TextAt(const Json& object, const char* key, const Place& place);
 
 /// `value` as a whole number from 0 to 2^53.
-std::size_t wholeNumber(const Json& value, const Place& place);
+std::size_t WholeNumber(const Json& value, const Place& place);
 /// The member `key` as a whole number; it must be there.
-std::size_t wholeAt(const Json& object, const char* key, const Place& place);
+std::size_t WholeAt(const Json& object, const char* key, const Place& place);
 /// The same, or `fallback` when there is none.
-std::size_t wholeAt(const Json& object, const char* key, std::size_t fallback, const Place& place);
+std::size_t WholeAt(const Json& object, const char* key, std::size_t fallback, const Place& place);
 /// The member `key` as an index below `count`; -1 when there is none.
-int indexAt(const Json& object, const char* key, std::size_t count, const Place& place);
+int IndexAt(const Json& object, const char* key, std::size_t count, const Place& place);
 /// `value` as a finite number.
-double finiteNumber(const Json& value, const Place& place);
-double finiteAt(const Json& object, const char* key, double fallback, const Place& place);
+double FiniteNumber(const Json& value, const Place& place);
+double FiniteAt(const Json& object, const char* key, double fallback, const Place& place);
 /// The same, and `fallback` also for what is no finite number.
-double numberOr(const Json& object, const char* key, double fallback);
+double NumberOr(const Json& object, const char* key, double fallback);
 /// The member `key` as a list of `count` finite numbers; false when there is none.
-bool numbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
+bool NumbersAt(const Json& object, const char* key, std::size_t count, double* numbers,
                const Place& place);
 
 /// A name as messages show it.
-inline std::string quoted(const std::string& text) {
+inline std::string Quoted(const std::string& text) {
   return '"' + text + '"';
 }
 
@@ -98,12 +98,12 @@ inline constexpr const char* kHomeKey = "RWT_home";
 inline constexpr const char* kHubKey = "RWT_hub";
 
 /// What is kept under kOwnKey in the extras of `element`; null when there is none.
-const Json* ownExtras(const Json& element);
+const Json* OwnExtras(const Json& element);
 /// True for an element that we added to the file.
-bool isOwn(const Json& element);
+bool IsOwn(const Json& element);
 /// The extras of `element` as an object; extras of another type move to a member "value" of it.
-Json& extrasObject(Json& element);
+Json& ExtrasObject(Json& element);
 /// Takes `key` out of the extras of `element`, and the extras when nothing else is in them.
-void eraseExtra(Json& element, const char* key);
+void EraseExtra(Json& element, const char* key);
 
 }  // namespace orv::rws::adaptor::headless

@@ -6,11 +6,11 @@
 
 namespace orv::rws::adaptor::headless {
 
-FloatKeys toFloatKeys(const Channel& channel) {
-  const std::vector<double>& times = channel.times();
-  const std::vector<double>& values = channel.values();
-  const auto width = static_cast<std::size_t>(channel.valuesPerKey());
-  const auto n = static_cast<std::size_t>(componentCount(channel.path()));
+FloatKeys ToFloatKeys(const Channel& channel) {
+  const std::vector<double>& times = channel.GetTimes();
+  const std::vector<double>& values = channel.GetValues();
+  const auto width = static_cast<std::size_t>(channel.ValuesPerKey());
+  const auto n = static_cast<std::size_t>(ComponentCount(channel.GetPath()));
   auto first =
       static_cast<std::size_t>(std::lower_bound(times.begin(), times.end(), 0.0) - times.begin());
   FloatKeys keys;
@@ -18,7 +18,7 @@ FloatKeys toFloatKeys(const Channel& channel) {
   keys.values.reserve((times.size() - first + 1) * width);
   if (first > 0 && (first == times.size() || times[first] > 0.0)) {
     double value[4];
-    channel.evaluate(0.0, value);
+    channel.Evaluate(0.0, value);
     keys.times.push_back(0.0f);
     // A spline's tangents at the cut stay level.
     keys.values.resize(width, 0.0f);
@@ -36,12 +36,12 @@ FloatKeys toFloatKeys(const Channel& channel) {
   return keys;
 }
 
-bool fitsFloats(const Channel& channel, const FloatKeys& keys) {
+bool FitsFloats(const Channel& channel, const FloatKeys& keys) {
   const auto same = [](float a, double b) { return static_cast<double>(a) == b; };
-  return std::equal(keys.times.begin(), keys.times.end(), channel.times().begin(),
-                    channel.times().end(), same) &&
-         std::equal(keys.values.begin(), keys.values.end(), channel.values().begin(),
-                    channel.values().end(), same);
+  return std::equal(keys.times.begin(), keys.times.end(), channel.GetTimes().begin(),
+                    channel.GetTimes().end(), same) &&
+         std::equal(keys.values.begin(), keys.values.end(), channel.GetValues().begin(),
+                    channel.GetValues().end(), same);
 }
 
 }  // namespace orv::rws::adaptor::headless

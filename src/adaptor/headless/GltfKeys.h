@@ -23,9 +23,9 @@ struct FloatKeys {
 /// The keys that every glTF program sees of a channel. glTF knows no time below 0: earlier keys
 /// give way to one at 0 with the value there. Times that fall on the same float move up to the
 /// next. A number beyond a float's range comes out infinite.
-FloatKeys toFloatKeys(const Channel& channel);
+FloatKeys ToFloatKeys(const Channel& channel);
 
 /// True when floats hold the channel's keys exactly.
-bool fitsFloats(const Channel& channel, const FloatKeys& keys);
+bool FitsFloats(const Channel& channel, const FloatKeys& keys);
 
 }  // namespace orv::rws::adaptor::headless

@@ -75,8 +75,8 @@ class Walker {
   explicit Walker(const Net& net) : m_net(net), m_walked(net.lines.size(), false) {}
 
   /// The chain that holds this line, which was not walked yet. Empty where lines branch.
-  Chain chainOf(std::size_t line) {
-    const std::vector<std::size_t> around = partOf(line);
+  Chain ChainOf(std::size_t line) {
+    const std::vector<std::size_t> around = PartOf(line);
     std::size_t begin = m_net.lines[around.front()].from;
     bool open = false;
     for (const std::size_t one : around) {
@@ -87,16 +87,16 @@ class Walker {
         open = true;
       }
     }
-    Chain chain = walk(begin, open ? m_net.linesAt[begin].front() : around.front());
-    if (m_backward > m_forward) turnRound(chain);
+    Chain chain = Walk(begin, open ? m_net.linesAt[begin].front() : around.front());
+    if (m_backward > m_forward) TurnRound(chain);
     return chain;
   }
 
-  bool isWalked(std::size_t line) const { return m_walked[line]; }
+  bool IsWalked(std::size_t line) const { return m_walked[line]; }
 
  private:
   /// All lines that hang together with this one, by their numbers.
-  std::vector<std::size_t> partOf(std::size_t line) {
+  std::vector<std::size_t> PartOf(std::size_t line) {
     std::vector<std::size_t> part{line}, open{line};
     m_walked[line] = true;
     while (!open.empty()) {
@@ -115,7 +115,7 @@ class Walker {
     return part;
   }
 
-  Chain walk(std::size_t begin, std::size_t line) {
+  Chain Walk(std::size_t begin, std::size_t line) {
     Chain chain;
     chain.points.push_back(begin);
     m_forward = m_backward = 0;
@@ -134,7 +134,7 @@ class Walker {
   }
 
   /// A loop keeps its first point.
-  static void turnRound(Chain& chain) {
+  static void TurnRound(Chain& chain) {
     std::vector<std::size_t> turned(chain.points.rbegin(), chain.points.rend());
     if (chain.closed) std::rotate(turned.begin(), turned.end() - 1, turned.end());
     chain.points = std::move(turned);
@@ -147,7 +147,7 @@ class Walker {
 
 }  // namespace
 
-std::shared_ptr<const Curve> longestChain(const std::vector<double>& numbers,
+std::shared_ptr<const Curve> LongestChain(const std::vector<double>& numbers,
                                           const std::vector<std::uint32_t>& corners,
                                           std::string& left) {
   const Net net(numbers, corners);
@@ -155,8 +155,8 @@ std::shared_ptr<const Curve> longestChain(const std::vector<double>& numbers,
   Chain longest;
   int chains = 0, branched = 0;
   for (std::size_t i = 0; i < net.lines.size(); ++i) {
-    if (walker.isWalked(i)) continue;
-    Chain chain = walker.chainOf(i);
+    if (walker.IsWalked(i)) continue;
+    Chain chain = walker.ChainOf(i);
     ++(chain.points.empty() ? branched : chains);
     if (chain.length > longest.length) longest = std::move(chain);
   }

@@ -15,7 +15,7 @@ namespace orv::rws::adaptor::headless {
 /// An open chain begins at the end from which more lines point away, a loop at its first line; of
 /// two as long the first counts. Null when there is none: where more than two lines meet there is
 /// no telling how a curve goes on. `left` says what was not taken, and is empty when all was.
-std::shared_ptr<const Curve> longestChain(const std::vector<double>& numbers,
+std::shared_ptr<const Curve> LongestChain(const std::vector<double>& numbers,
                                           const std::vector<std::uint32_t>& corners,
                                           std::string& left);
 

@@ -18,127 +18,127 @@ namespace {
 using util::CMesh;
 using util::Vector3;
 
-PrimitiveMode modeOf(const Json& primitive, const Place& place) {
-  const std::size_t mode = wholeAt(primitive, "mode", 4, place);
-  if (mode > 6) place.in("mode").fail(std::to_string(mode) + " is no primitive mode");
+PrimitiveMode ModeOf(const Json& primitive, const Place& place) {
+  const std::size_t mode = WholeAt(primitive, "mode", 4, place);
+  if (mode > 6) place.In("mode").Fail(std::to_string(mode) + " is no primitive mode");
   return static_cast<PrimitiveMode>(mode);
 }
 
-bool isTriangles(PrimitiveMode mode) {
+bool IsTriangles(PrimitiveMode mode) {
   return mode >= PrimitiveMode::kTriangles;
 }
 
-bool isCurve(PrimitiveMode mode) {
+bool IsCurve(PrimitiveMode mode) {
   return mode == PrimitiveMode::kLines || mode == PrimitiveMode::kLineLoop ||
          mode == PrimitiveMode::kLineStrip;
 }
 
-bool hasTriangles(const Json& primitives, const Place& place) {
+bool HasTriangles(const Json& primitives, const Place& place) {
   for (std::size_t i = 0; i < primitives.size(); ++i)
-    if (isTriangles(modeOf(primitives[i], place.in("primitives", i)))) return true;
+    if (IsTriangles(ModeOf(primitives[i], place.In("primitives", i)))) return true;
   return false;
 }
 
-std::size_t accessorCount(const GltfDocument& document) {
-  return listAt(document.json(), "accessors", Place("")).size();
+std::size_t AccessorCount(const GltfDocument& document) {
+  return ListAt(document.GetJson(), "accessors", Place("")).size();
 }
 
-bool isUnsigned(ComponentType type) {
+bool IsUnsigned(ComponentType type) {
   return type == ComponentType::kUnsignedByte || type == ComponentType::kUnsignedShort ||
          type == ComponentType::kUnsignedInt;
 }
 
 /// False when an extension would have to unpack the primitive's data.
-bool isReadable(const GltfDocument& document, const Json& primitive) {
-  const Json* extensions = member(primitive, "extensions");
-  if (extensions != nullptr && member(*extensions, "KHR_draco_mesh_compression") != nullptr)
+bool IsReadable(const GltfDocument& document, const Json& primitive) {
+  const Json* extensions = Member(primitive, "extensions");
+  if (extensions != nullptr && Member(*extensions, "KHR_draco_mesh_compression") != nullptr)
     return false;
-  const Json* position = member(*member(primitive, "attributes"), "POSITION");
-  const Json* indices = member(primitive, "indices");
-  return (position == nullptr || !document.accessor(position->get<std::size_t>()).compressed) &&
-         (indices == nullptr || !document.accessor(indices->get<std::size_t>()).compressed);
+  const Json* position = Member(*Member(primitive, "attributes"), "POSITION");
+  const Json* indices = Member(primitive, "indices");
+  return (position == nullptr || !document.Accessor(position->get<std::size_t>()).compressed) &&
+         (indices == nullptr || !document.Accessor(indices->get<std::size_t>()).compressed);
 }
 
 /// Checks positions and indices of one primitive; false when an extension would have to unpack
 /// them.
-bool checkPrimitive(const GltfDocument& document, const Json& primitive, const Place& place) {
-  const Json* attributes = objectAt(primitive, "attributes", place);
-  if (attributes == nullptr) place.in("attributes").fail("is missing");
-  const Place here = place.in("attributes");
-  const std::size_t accessors = accessorCount(document);
-  const int position = indexAt(*attributes, "POSITION", accessors, here);
-  const int indices = indexAt(primitive, "indices", accessors, place);
-  objectAt(primitive, "extensions", place);
-  if (!isReadable(document, primitive)) return false;
+bool CheckPrimitive(const GltfDocument& document, const Json& primitive, const Place& place) {
+  const Json* attributes = ObjectAt(primitive, "attributes", place);
+  if (attributes == nullptr) place.In("attributes").Fail("is missing");
+  const Place here = place.In("attributes");
+  const std::size_t accessors = AccessorCount(document);
+  const int position = IndexAt(*attributes, "POSITION", accessors, here);
+  const int indices = IndexAt(primitive, "indices", accessors, place);
+  ObjectAt(primitive, "extensions", place);
+  if (!IsReadable(document, primitive)) return false;
   if (position < 0) return true;  // Nothing to show: allowed.
 
-  const AccessorView points = document.accessor(static_cast<std::size_t>(position));
+  const AccessorView points = document.Accessor(static_cast<std::size_t>(position));
   if (points.components != 3 || points.type == ComponentType::kUnsignedInt)
-    here.in("POSITION").fail("is not of type VEC3 with components of a position");
+    here.In("POSITION").Fail("is not of type VEC3 with components of a position");
   std::size_t corners = points.count;
-  document.spend(3 * points.count, place);
+  document.Spend(3 * points.count, place);
   if (indices >= 0) {
-    const AccessorView faces = document.accessor(static_cast<std::size_t>(indices));
-    if (faces.components != 1 || !isUnsigned(faces.type) || faces.normalized)
-      place.in("indices").fail("is not of type SCALAR with unsigned components");
+    const AccessorView faces = document.Accessor(static_cast<std::size_t>(indices));
+    if (faces.components != 1 || !IsUnsigned(faces.type) || faces.normalized)
+      place.In("indices").Fail("is not of type SCALAR with unsigned components");
     corners = faces.count;
-    document.spend(corners, place);
-    const std::uint32_t largest = faces.largestIndex();
+    document.Spend(corners, place);
+    const std::uint32_t largest = faces.LargestIndex();
     if (largest >= points.count)
-      place.in("indices").fail("refers to vertex " + std::to_string(largest) + " of " +
+      place.In("indices").Fail("refers to vertex " + std::to_string(largest) + " of " +
                                std::to_string(points.count));
   }
-  const PrimitiveMode mode = modeOf(primitive, place);
-  document.spend(mode == PrimitiveMode::kTriangles ? corners : 3 * corners, place);
+  const PrimitiveMode mode = ModeOf(primitive, place);
+  document.Spend(mode == PrimitiveMode::kTriangles ? corners : 3 * corners, place);
   return true;
 }
 
-int texCoordsOf(const GltfDocument& document, const Json& primitive, const Place& place) {
-  const Json* attributes = member(primitive, "attributes");
+int TexCoordsOf(const GltfDocument& document, const Json& primitive, const Place& place) {
+  const Json* attributes = Member(primitive, "attributes");
   const int index =
-      indexAt(*attributes, "TEXCOORD_0", accessorCount(document), place.in("attributes"));
+      IndexAt(*attributes, "TEXCOORD_0", AccessorCount(document), place.In("attributes"));
   if (index < 0) return -1;
-  const AccessorView view = document.accessor(static_cast<std::size_t>(index));
+  const AccessorView view = document.Accessor(static_cast<std::size_t>(index));
   const AccessorView points =
-      document.accessor(wholeAt(*attributes, "POSITION", place.in("attributes")));
+      document.Accessor(WholeAt(*attributes, "POSITION", place.In("attributes")));
   const bool usable = view.components == 2 && !view.compressed && view.count == points.count;
   return usable ? index : -1;
 }
 
-std::vector<std::uint32_t> cornersOf(const GltfDocument& document, const Json& primitive,
+std::vector<std::uint32_t> CornersOf(const GltfDocument& document, const Json& primitive,
                                      std::size_t vertices) {
-  if (const Json* indices = member(primitive, "indices"))
-    return document.accessor(indices->get<std::size_t>()).indices();
+  if (const Json* indices = Member(primitive, "indices"))
+    return document.Accessor(indices->get<std::size_t>()).Indices();
   std::vector<std::uint32_t> corners(vertices);
   for (std::size_t i = 0; i < vertices; ++i) corners[i] = static_cast<std::uint32_t>(i);
   return corners;
 }
 
-Colour colourOf(const GltfDocument& document, const Json& primitive, const Place& place) {
-  const Json& materials = listAt(document.json(), "materials", Place(""));
-  const int index = indexAt(primitive, "material", materials.size(), place);
+Colour ColourOf(const GltfDocument& document, const Json& primitive, const Place& place) {
+  const Json& materials = ListAt(document.GetJson(), "materials", Place(""));
+  const int index = IndexAt(primitive, "material", materials.size(), place);
   Colour colour{1.0f, 1.0f, 1.0f};
   if (index < 0) return colour;
   const Place here("materials", static_cast<std::size_t>(index));
   const Json* surface =
-      objectAt(materials[static_cast<std::size_t>(index)], "pbrMetallicRoughness", here);
+      ObjectAt(materials[static_cast<std::size_t>(index)], "pbrMetallicRoughness", here);
   double factor[4];
   if (surface != nullptr &&
-      numbersAt(*surface, "baseColorFactor", 4, factor, here.in("pbrMetallicRoughness")))
+      NumbersAt(*surface, "baseColorFactor", 4, factor, here.In("pbrMetallicRoughness")))
     std::transform(factor, factor + 3, colour.begin(),
                    [](double v) { return static_cast<float>(std::clamp(v, 0.0, 1.0)); });
   return colour;
 }
 
 /// The curve of a primitive of lines; what of it is not seen goes into `left`.
-std::shared_ptr<const Curve> buildCurve(const GltfDocument& document, const Json& primitive,
+std::shared_ptr<const Curve> BuildCurve(const GltfDocument& document, const Json& primitive,
                                         PrimitiveMode mode, std::string& left) {
-  const Json* position = member(*member(primitive, "attributes"), "POSITION");
+  const Json* position = Member(*Member(primitive, "attributes"), "POSITION");
   if (position == nullptr) return nullptr;
-  const AccessorView view = document.accessor(position->get<std::size_t>());
-  const std::vector<double> numbers = view.numbers();
-  const std::vector<std::uint32_t> corners = cornersOf(document, primitive, view.count);
-  if (mode == PrimitiveMode::kLines) return longestChain(numbers, corners, left);
+  const AccessorView view = document.Accessor(position->get<std::size_t>());
+  const std::vector<double> numbers = view.ReadNumbers();
+  const std::vector<std::uint32_t> corners = CornersOf(document, primitive, view.count);
+  if (mode == PrimitiveMode::kLines) return LongestChain(numbers, corners, left);
   auto curve = std::make_shared<Curve>();
   curve->closed = mode == PrimitiveMode::kLineLoop;
   for (const std::uint32_t corner : corners) {
@@ -155,15 +155,15 @@ class TriangleBuilder {
   TriangleBuilder(const GltfDocument& document, bool withTexCoords)
       : m_document(document), m_withTexCoords(withTexCoords) {}
 
-  void add(const Json& primitive, const Place& place) {
-    const auto position = member(*member(primitive, "attributes"), "POSITION")->get<std::size_t>();
-    const int texCoords = m_withTexCoords ? texCoordsOf(m_document, primitive, place) : -1;
-    const std::int32_t base = vertexBase(position);
-    const std::int32_t texBase = m_withTexCoords ? texCoordBase(texCoords) : 0;
-    const PrimitiveMode mode = modeOf(primitive, place);
-    const std::size_t vertices = m_document.accessor(position).count;
-    if (mode == PrimitiveMode::kTriangles) return addTriangles(primitive, vertices, base, texBase);
-    const std::vector<std::uint32_t> corners = cornersOf(m_document, primitive, vertices);
+  void Add(const Json& primitive, const Place& place) {
+    const auto position = Member(*Member(primitive, "attributes"), "POSITION")->get<std::size_t>();
+    const int texCoords = m_withTexCoords ? TexCoordsOf(m_document, primitive, place) : -1;
+    const std::int32_t base = VertexBase(position);
+    const std::int32_t texBase = m_withTexCoords ? TexCoordBase(texCoords) : 0;
+    const PrimitiveMode mode = ModeOf(primitive, place);
+    const std::size_t vertices = m_document.Accessor(position).count;
+    if (mode == PrimitiveMode::kTriangles) return AddTriangles(primitive, vertices, base, texBase);
+    const std::vector<std::uint32_t> corners = CornersOf(m_document, primitive, vertices);
     const std::size_t n = corners.size();
     for (std::size_t i = 0; i + 2 < n; ++i) {
       const std::uint32_t a = mode == PrimitiveMode::kTriangleFan ? corners[0] : corners[i];
@@ -171,50 +171,50 @@ class TriangleBuilder {
       const std::uint32_t b = corners[i + (odd ? 2 : 1)];
       const std::uint32_t c = corners[i + (odd ? 1 : 2)];
       // Strips are stitched together with triangles of no area.
-      if (a != b && b != c && c != a) addFace(base, texBase, a, b, c);
+      if (a != b && b != c && c != a) AddFace(base, texBase, a, b, c);
     }
   }
 
-  CMesh take() { return std::move(m_mesh); }
+  CMesh Take() { return std::move(m_mesh); }
 
  private:
-  std::int32_t vertexBase(std::size_t accessor) {
+  std::int32_t VertexBase(std::size_t accessor) {
     const auto [at, isNew] =
         m_bases.emplace(accessor, static_cast<std::int32_t>(m_mesh.vertices.size()));
     if (isNew) {
-      const AccessorView view = m_document.accessor(accessor);
+      const AccessorView view = m_document.Accessor(accessor);
       const std::size_t first = m_mesh.vertices.size();
       m_mesh.vertices.resize(first + view.count);
-      view.numbersInto(&m_mesh.vertices[first].x);
+      view.ReadNumbersInto(&m_mesh.vertices[first].x);
     }
     return at->second;
   }
 
-  std::int32_t texCoordBase(int accessor) {
+  std::int32_t TexCoordBase(int accessor) {
     const auto [at, isNew] =
         m_texBases.emplace(accessor, static_cast<std::int32_t>(m_mesh.texCoords.size()));
     if (isNew) {
       const std::vector<double> numbers =
-          m_document.accessor(static_cast<std::size_t>(accessor)).numbers();
+          m_document.Accessor(static_cast<std::size_t>(accessor)).ReadNumbers();
       for (std::size_t i = 0; i + 1 < numbers.size(); i += 2)
         m_mesh.texCoords.emplace_back(numbers[i], numbers[i + 1], 0.0);
     }
     return at->second;
   }
 
-  bool finite(std::int32_t vertex) const {
+  bool Finite(std::int32_t vertex) const {
     const Vector3<double>& v = m_mesh.vertices[static_cast<std::size_t>(vertex)];
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
   }
 
   /// Plain triangles, which big meshes consist of, are read to their place at once.
-  void addTriangles(const Json& primitive, std::size_t vertices, std::int32_t base,
+  void AddTriangles(const Json& primitive, std::size_t vertices, std::int32_t base,
                     std::int32_t texBase) {
     const std::size_t first = m_mesh.faces.size();
-    if (const Json* indices = member(primitive, "indices")) {
-      const AccessorView view = m_document.accessor(indices->get<std::size_t>());
+    if (const Json* indices = Member(primitive, "indices")) {
+      const AccessorView view = m_document.Accessor(indices->get<std::size_t>());
       m_mesh.faces.resize(first + view.count);
-      view.indicesInto(reinterpret_cast<std::uint32_t*>(m_mesh.faces.data() + first));
+      view.IndicesInto(reinterpret_cast<std::uint32_t*>(m_mesh.faces.data() + first));
     } else {
       m_mesh.faces.resize(first + vertices);
       std::iota(m_mesh.faces.begin() + static_cast<std::ptrdiff_t>(first), m_mesh.faces.end(), 0);
@@ -223,25 +223,25 @@ class TriangleBuilder {
     std::size_t kept = first;
     for (std::size_t i = first; i + 2 < faces.size(); i += 3) {
       const std::int32_t face[3] = {base + faces[i], base + faces[i + 1], base + faces[i + 2]};
-      if (!finite(face[0]) || !finite(face[1]) || !finite(face[2])) continue;
+      if (!Finite(face[0]) || !Finite(face[1]) || !Finite(face[2])) continue;
       std::copy(face, face + 3, faces.begin() + static_cast<std::ptrdiff_t>(kept));
       kept += 3;
-      addTexFace(face, texBase - base);
+      AddTexFace(face, texBase - base);
     }
     faces.resize(kept);
   }
 
-  void addFace(std::int32_t base, std::int32_t texBase, std::uint32_t a, std::uint32_t b,
+  void AddFace(std::int32_t base, std::int32_t texBase, std::uint32_t a, std::uint32_t b,
                std::uint32_t c) {
     const std::int32_t face[3] = {base + static_cast<std::int32_t>(a),
                                   base + static_cast<std::int32_t>(b),
                                   base + static_cast<std::int32_t>(c)};
-    if (!finite(face[0]) || !finite(face[1]) || !finite(face[2])) return;
+    if (!Finite(face[0]) || !Finite(face[1]) || !Finite(face[2])) return;
     m_mesh.faces.insert(m_mesh.faces.end(), face, face + 3);
-    addTexFace(face, texBase - base);
+    AddTexFace(face, texBase - base);
   }
 
-  void addTexFace(const std::int32_t (&face)[3], std::int32_t shift) {
+  void AddTexFace(const std::int32_t (&face)[3], std::int32_t shift) {
     if (!m_withTexCoords) return;
     for (const std::int32_t corner : face) m_mesh.texFaces.push_back(corner + shift);
   }
@@ -253,68 +253,68 @@ class TriangleBuilder {
   std::map<int, std::int32_t> m_texBases;
 };
 
-const Json& primitivesOf(const GltfDocument& document, int mesh) {
+const Json& PrimitivesOf(const GltfDocument& document, int mesh) {
   const auto index = static_cast<std::size_t>(mesh);
-  return listAt(document.json()["meshes"][index], "primitives", Place("meshes", index));
+  return ListAt(document.GetJson()["meshes"][index], "primitives", Place("meshes", index));
 }
 
 }  // namespace
 
-MeshContent checkMesh(const GltfDocument& document, int mesh) {
+MeshContent CheckMesh(const GltfDocument& document, int mesh) {
   const Place place("meshes", static_cast<std::size_t>(mesh));
-  const Json& primitives = primitivesOf(document, mesh);
+  const Json& primitives = PrimitivesOf(document, mesh);
   MeshContent content;
-  const bool withTriangles = hasTriangles(primitives, place);
+  const bool withTriangles = HasTriangles(primitives, place);
   std::size_t vertices = 0;
   for (std::size_t i = 0; i < primitives.size(); ++i) {
-    const Place here = place.in("primitives", i);
-    if (!primitives[i].is_object()) here.fail("is no object");
-    const PrimitiveMode mode = modeOf(primitives[i], here);
-    if (!isTriangles(mode) && !isCurve(mode)) continue;
+    const Place here = place.In("primitives", i);
+    if (!primitives[i].is_object()) here.Fail("is no object");
+    const PrimitiveMode mode = ModeOf(primitives[i], here);
+    if (!IsTriangles(mode) && !IsCurve(mode)) continue;
     // Single lines beside triangles are stray edges of a model, no curve that somebody drew.
     if (mode == PrimitiveMode::kLines && withTriangles) continue;
-    if (!checkPrimitive(document, primitives[i], here)) {
-      content.warnings.push_back(here.text() +
+    if (!CheckPrimitive(document, primitives[i], here)) {
+      content.warnings.push_back(here.Text() +
                                  ": is compressed; it stays in the file but is not seen here");
       continue;
     }
-    if (i == 0) content.colour = colourOf(document, primitives[i], here);
-    const Json* position = member(*member(primitives[i], "attributes"), "POSITION");
+    if (i == 0) content.colour = ColourOf(document, primitives[i], here);
+    const Json* position = Member(*Member(primitives[i], "attributes"), "POSITION");
     if (position == nullptr) continue;
-    if (isTriangles(mode)) {
-      vertices += document.accessor(position->get<std::size_t>()).count;
+    if (IsTriangles(mode)) {
+      vertices += document.Accessor(position->get<std::size_t>()).count;
       if (vertices > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
-        here.fail("makes a mesh of more than 2^31 vertices");
-      texCoordsOf(document, primitives[i], here);
+        here.Fail("makes a mesh of more than 2^31 vertices");
+      TexCoordsOf(document, primitives[i], here);
       content.hasTriangles = true;
     } else if (content.curve) {
-      content.warnings.push_back(here.text() + ": a second curve in one mesh is not seen here");
+      content.warnings.push_back(here.Text() + ": a second curve in one mesh is not seen here");
     } else {
       std::string left;
-      content.curve = buildCurve(document, primitives[i], mode, left);
-      if (!left.empty()) content.warnings.push_back(here.text() + ": " + left);
+      content.curve = BuildCurve(document, primitives[i], mode, left);
+      if (!left.empty()) content.warnings.push_back(here.Text() + ": " + left);
     }
   }
   return content;
 }
 
-CMesh buildTriangles(const GltfDocument& document, int mesh) {
+CMesh BuildTriangles(const GltfDocument& document, int mesh) {
   const Place place("meshes", static_cast<std::size_t>(mesh));
-  const Json& primitives = primitivesOf(document, mesh);
+  const Json& primitives = PrimitivesOf(document, mesh);
   std::vector<std::size_t> used;
   bool withTexCoords = true;
   for (std::size_t i = 0; i < primitives.size(); ++i) {
-    const Place here = place.in("primitives", i);
-    if (!isTriangles(modeOf(primitives[i], here)) ||
-        member(*member(primitives[i], "attributes"), "POSITION") == nullptr ||
-        !isReadable(document, primitives[i]))
+    const Place here = place.In("primitives", i);
+    if (!IsTriangles(ModeOf(primitives[i], here)) ||
+        Member(*Member(primitives[i], "attributes"), "POSITION") == nullptr ||
+        !IsReadable(document, primitives[i]))
       continue;
     used.push_back(i);
-    withTexCoords = withTexCoords && texCoordsOf(document, primitives[i], here) >= 0;
+    withTexCoords = withTexCoords && TexCoordsOf(document, primitives[i], here) >= 0;
   }
   TriangleBuilder builder(document, withTexCoords);
-  for (const std::size_t i : used) builder.add(primitives[i], place.in("primitives", i));
-  return builder.take();
+  for (const std::size_t i : used) builder.Add(primitives[i], place.In("primitives", i));
+  return builder.Take();
 }
 
 }  // namespace orv::rws::adaptor::headless

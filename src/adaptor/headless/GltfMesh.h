@@ -31,12 +31,12 @@ struct MeshContent {
   std::vector<std::string> warnings;
 };
 
-/// Checks all that `buildTriangles` will read, and builds the curve. Throws GltfError.
-MeshContent checkMesh(const GltfDocument& document, int mesh);
+/// Checks all that `BuildTriangles` will read, and builds the curve. Throws GltfError.
+MeshContent CheckMesh(const GltfDocument& document, int mesh);
 
 /// All triangle primitives of a checked mesh as one. Vertices that primitives share are there once;
 /// texture coordinates are there when all primitives have them. A triangle with a vertex that is no
 /// number is left out.
-util::CMesh buildTriangles(const GltfDocument& document, int mesh);
+util::CMesh BuildTriangles(const GltfDocument& document, int mesh);
 
 }  // namespace orv::rws::adaptor::headless

@@ -13,7 +13,7 @@
 
 namespace orv::rws::adaptor::headless {
 
-inline util::Vector3<double> vectorOf(const double* v) {
+inline util::Vector3<double> VectorOf(const double* v) {
   return {v[0], v[1], v[2]};
 }
 
@@ -21,11 +21,11 @@ inline util::Vector3<double> vectorOf(const double* v) {
 /// odd.
 struct GltfReader::OpenFile {
   explicit OpenFile(std::shared_ptr<GltfDocument> loaded)
-      : document(std::move(loaded)), json(document->json()), scene(std::make_unique<Scene>()) {}
+      : document(std::move(loaded)), json(document->GetJson()), scene(std::make_unique<Scene>()) {}
 
-  const Json& list(const char* name) const { return listAt(json, name, Place("")); }
-  void warn(const Place& place, const std::string& what) {
-    warnings.push_back(place.text() + ": " + what);
+  const Json& List(const char* name) const { return ListAt(json, name, Place("")); }
+  void Warn(const Place& place, const std::string& what) {
+    warnings.push_back(place.Text() + ": " + what);
   }
 
   std::shared_ptr<GltfDocument> document;

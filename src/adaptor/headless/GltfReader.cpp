@@ -22,18 +22,18 @@ const std::set<std::string> kKnownRequired = {
 }  // namespace
 
 /// Turns a loaded document into a scene.
-void GltfReader::fill(OpenFile& file, const ReadOptions& options) {
+void GltfReader::Fill(OpenFile& file, const ReadOptions& options) {
   file.scene->m_document = file.document;
   const Tree tree(file);
   Content content(file, tree, options);
-  content.read();
-  Record(file).read();
-  warnOfExtensions(file);
-  content.keepSources();
+  content.Read();
+  Record(file).Read();
+  WarnOfExtensions(file);
+  content.KeepSources();
 }
 
-void GltfReader::warnOfExtensions(OpenFile& file) {
-  for (const Json& name : file.list("extensionsRequired")) {
+void GltfReader::WarnOfExtensions(OpenFile& file) {
+  for (const Json& name : file.List("extensionsRequired")) {
     if (name.is_string() && kKnownRequired.count(name.get<std::string>()) == 0)
       file.warnings.push_back(
           "extensionsRequired: " + name.get<std::string>() +
@@ -41,33 +41,33 @@ void GltfReader::warnOfExtensions(OpenFile& file) {
   }
 }
 
-ReadResult GltfReader::read(const std::string& path, const ReadOptions& options) {
+ReadResult GltfReader::Read(const std::string& path, const ReadOptions& options) {
   ReadResult result;
   std::string bytes;
-  if (!readWhole(path, bytes, result.error)) return result;
+  if (!ReadWhole(path, bytes, result.error)) return result;
   const std::size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
-  return build(std::move(bytes), path, &folder, options);
+  return Build(std::move(bytes), path, &folder, options);
 }
 
-ReadResult GltfReader::readMemory(std::string bytes, const std::string& name,
+ReadResult GltfReader::ReadMemory(std::string bytes, const std::string& name,
                                   const ReadOptions& options) {
-  return build(std::move(bytes), name, nullptr, options);
+  return Build(std::move(bytes), name, nullptr, options);
 }
 
-ReadResult GltfReader::build(std::string bytes, const std::string& name, const std::string* folder,
+ReadResult GltfReader::Build(std::string bytes, const std::string& name, const std::string* folder,
                              const ReadOptions& options) {
   ReadResult result;
-  const std::string foreign = foreignFile(bytes, name);
+  const std::string foreign = ForeignFile(bytes, name);
   if (!foreign.empty()) {
     result.error = name + ": " + foreign;
     return result;
   }
   try {
     auto document = std::make_shared<GltfDocument>();
-    document->load(std::move(bytes), folder);
+    document->Load(std::move(bytes), folder);
     OpenFile file(std::move(document));
-    fill(file, options);
+    Fill(file, options);
     result.scene = std::move(file.scene);
     for (const std::string& warning : file.warnings)
       result.warnings.push_back(name + ": " + warning);

@@ -27,10 +27,10 @@ struct ReadResult {
 class GltfReader {
  public:
   /// Reads a file and the buffers beside it; the form is told from the content.
-  static ReadResult read(const std::string& path, const ReadOptions& options = {});
+  static ReadResult Read(const std::string& path, const ReadOptions& options = {});
   /// Reads from memory; `name` stands for the file in messages. Buffers beside the file are
   /// refused.
-  static ReadResult readMemory(std::string bytes, const std::string& name,
+  static ReadResult ReadMemory(std::string bytes, const std::string& name,
                                const ReadOptions& options = {});
 
  private:
@@ -39,9 +39,9 @@ class GltfReader {
   class Content;
   class Record;
 
-  static void fill(OpenFile& file, const ReadOptions& options);
-  static void warnOfExtensions(OpenFile& file);
-  static ReadResult build(std::string bytes, const std::string& name, const std::string* folder,
+  static void Fill(OpenFile& file, const ReadOptions& options);
+  static void WarnOfExtensions(OpenFile& file);
+  static ReadResult Build(std::string bytes, const std::string& name, const std::string* folder,
                           const ReadOptions& options);
 };
 

@@ -13,23 +13,23 @@ class GltfReader::Record {
  public:
   explicit Record(OpenFile& file) : m_file(file) {}
 
-  void read();
+  void Read();
 
  private:
   class Numbers;
 
-  void readRecord();
-  void guessRate();
-  void readRange();
-  void readRigs(const Json& record, const Place& place);
-  void readRig(const Json& json, const Place& place);
-  void addDamaged(const Json& json, const Place& place, const std::string& what);
-  void readExact(const Json& exact, const Place& place);
-  void readExactNode(const Json& json, const Numbers& numbers, const Place& place);
-  void readExactKeys(const Json& json, const Numbers& numbers, SceneNode& node, ChannelPath path,
+  void ReadRecord();
+  void GuessRate();
+  void ReadRange();
+  void ReadRigs(const Json& record, const Place& place);
+  void ReadRig(const Json& json, const Place& place);
+  void AddDamaged(const Json& json, const Place& place, const std::string& what);
+  void ReadExact(const Json& exact, const Place& place);
+  void ReadExactNode(const Json& json, const Numbers& numbers, const Place& place);
+  void ReadExactKeys(const Json& json, const Numbers& numbers, SceneNode& node, ChannelPath path,
                      const Place& place);
-  SceneNode* exactNode(const Json& json, const Place& place);
-  void warnEdited(const SceneNode& node, const std::string& what);
+  SceneNode* ExactNode(const Json& json, const Place& place);
+  void WarnEdited(const SceneNode& node, const std::string& what);
 
   OpenFile& m_file;
   bool m_rateTold = false;  ///< the file has a frame rate of ours, be it damaged

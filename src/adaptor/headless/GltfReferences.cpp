@@ -41,95 +41,95 @@ constexpr const char* kTableNames[] = {"meshes", "cameras", "materials", "access
 
 /// Members that are missing or of another type are passed over: others' parts of a file may hold
 /// anything.
-void each(Json& object, const char* key, const Visit& visit) {
+void Each(Json& object, const char* key, const Visit& visit) {
   if (!object.is_object()) return;
   const auto list = object.find(key);
   if (list == object.end() || !(list->is_array() || list->is_object())) return;
   for (Json& element : *list) visit(element);
 }
 
-void one(Json& object, const char* key, const Visit& visit) {
+void One(Json& object, const char* key, const Visit& visit) {
   if (!object.is_object()) return;
   const auto value = object.find(key);
   if (value != object.end()) visit(*value);
 }
 
-void index(Json& object, const char* key, const Visit& visit) {
-  one(object, key, [&visit](Json& value) {
-    if (isIndex(value)) visit(value);
+void Index(Json& object, const char* key, const Visit& visit) {
+  One(object, key, [&visit](Json& value) {
+    if (IsIndex(value)) visit(value);
   });
 }
 
-void extension(Json& object, const char* name, const Visit& visit) {
-  one(object, "extensions", [&](Json& extensions) { one(extensions, name, visit); });
+void Extension(Json& object, const char* name, const Visit& visit) {
+  One(object, "extensions", [&](Json& extensions) { One(extensions, name, visit); });
 }
 
-void indices(Json& object, const char* key, const Visit& visit) {
-  each(object, key, [&visit](Json& value) {
-    if (isIndex(value)) visit(value);
+void Indices(Json& object, const char* key, const Visit& visit) {
+  Each(object, key, [&visit](Json& value) {
+    if (IsIndex(value)) visit(value);
   });
 }
 
-void eachPrimitive(Json& json, const Visit& visit) {
-  each(json, "meshes", [&](Json& mesh) { each(mesh, "primitives", visit); });
+void EachPrimitive(Json& json, const Visit& visit) {
+  Each(json, "meshes", [&](Json& mesh) { Each(mesh, "primitives", visit); });
 }
 
-void visitMaterials(Json& json, const Visit& visit) {
-  eachPrimitive(json, [&](Json& primitive) {
-    index(primitive, "material", visit);
-    extension(primitive, "KHR_materials_variants", [&](Json& variants) {
-      each(variants, "mappings", [&](Json& mapping) { index(mapping, "material", visit); });
+void VisitMaterials(Json& json, const Visit& visit) {
+  EachPrimitive(json, [&](Json& primitive) {
+    Index(primitive, "material", visit);
+    Extension(primitive, "KHR_materials_variants", [&](Json& variants) {
+      Each(variants, "mappings", [&](Json& mapping) { Index(mapping, "material", visit); });
     });
   });
 }
 
-void visitAccessors(Json& json, const Visit& visit) {
-  eachPrimitive(json, [&](Json& primitive) {
-    indices(primitive, "attributes", visit);
-    index(primitive, "indices", visit);
-    each(primitive, "targets", [&](Json& target) {
+void VisitAccessors(Json& json, const Visit& visit) {
+  EachPrimitive(json, [&](Json& primitive) {
+    Indices(primitive, "attributes", visit);
+    Index(primitive, "indices", visit);
+    Each(primitive, "targets", [&](Json& target) {
       if (!target.is_object()) return;
       for (Json& accessor : target)
-        if (isIndex(accessor)) visit(accessor);
+        if (IsIndex(accessor)) visit(accessor);
     });
   });
-  each(json, "animations", [&](Json& animation) {
-    each(animation, "samplers", [&](Json& sampler) {
-      index(sampler, "input", visit);
-      index(sampler, "output", visit);
+  Each(json, "animations", [&](Json& animation) {
+    Each(animation, "samplers", [&](Json& sampler) {
+      Index(sampler, "input", visit);
+      Index(sampler, "output", visit);
     });
   });
-  each(json, "skins", [&](Json& skin) { index(skin, "inverseBindMatrices", visit); });
-  each(json, "nodes", [&](Json& node) {
-    extension(node, "EXT_mesh_gpu_instancing",
-              [&](Json& instancing) { indices(instancing, "attributes", visit); });
+  Each(json, "skins", [&](Json& skin) { Index(skin, "inverseBindMatrices", visit); });
+  Each(json, "nodes", [&](Json& node) {
+    Extension(node, "EXT_mesh_gpu_instancing",
+              [&](Json& instancing) { Indices(instancing, "attributes", visit); });
   });
 }
 
-void visitBufferViews(Json& json, const Visit& visit) {
-  each(json, "accessors", [&](Json& accessor) {
-    index(accessor, "bufferView", visit);
-    one(accessor, "sparse", [&](Json& sparse) {
-      one(sparse, "indices", [&](Json& part) { index(part, "bufferView", visit); });
-      one(sparse, "values", [&](Json& part) { index(part, "bufferView", visit); });
+void VisitBufferViews(Json& json, const Visit& visit) {
+  Each(json, "accessors", [&](Json& accessor) {
+    Index(accessor, "bufferView", visit);
+    One(accessor, "sparse", [&](Json& sparse) {
+      One(sparse, "indices", [&](Json& part) { Index(part, "bufferView", visit); });
+      One(sparse, "values", [&](Json& part) { Index(part, "bufferView", visit); });
     });
   });
-  each(json, "images", [&](Json& image) { index(image, "bufferView", visit); });
-  eachPrimitive(json, [&](Json& primitive) {
-    extension(primitive, "KHR_draco_mesh_compression",
-              [&](Json& draco) { index(draco, "bufferView", visit); });
+  Each(json, "images", [&](Json& image) { Index(image, "bufferView", visit); });
+  EachPrimitive(json, [&](Json& primitive) {
+    Extension(primitive, "KHR_draco_mesh_compression",
+              [&](Json& draco) { Index(draco, "bufferView", visit); });
   });
-  each(json, "scenes", [&](Json& scene) {
-    one(scene, "extras", [&](Json& extras) {
-      one(extras, kOwnKey, [&](Json& own) {
-        one(own, "exact", [&](Json& exact) { index(exact, "bufferView", visit); });
+  Each(json, "scenes", [&](Json& scene) {
+    One(scene, "extras", [&](Json& extras) {
+      One(extras, kOwnKey, [&](Json& own) {
+        One(own, "exact", [&](Json& exact) { Index(exact, "bufferView", visit); });
       });
     });
   });
 }
 
 /// Adapts a pointer such as "/nodes/3/translation"; false when its node is gone.
-bool remapPointer(Json& pointer, const std::vector<int>& map) {
+bool RemapPointer(Json& pointer, const std::vector<int>& map) {
   constexpr std::size_t kStart = 7;  // behind "/nodes/"
   if (!pointer.is_string()) return true;
   const std::string text = pointer.get<std::string>();
@@ -147,10 +147,10 @@ bool remapPointer(Json& pointer, const std::vector<int>& map) {
 }
 
 /// False when the channel's node is gone.
-bool remapChannel(Json& channel, const std::vector<int>& map) {
+bool RemapChannel(Json& channel, const std::vector<int>& map) {
   bool stays = true;
-  one(channel, "target", [&](Json& target) {
-    index(target, "node", [&](Json& node) {
+  One(channel, "target", [&](Json& target) {
+    Index(target, "node", [&](Json& node) {
       const auto old = node.get<std::size_t>();
       if (old >= map.size()) return;
       if (map[old] < 0)
@@ -158,8 +158,8 @@ bool remapChannel(Json& channel, const std::vector<int>& map) {
       else
         node = map[old];
     });
-    extension(target, "KHR_animation_pointer", [&](Json& pointer) {
-      one(pointer, "pointer", [&](Json& text) { stays = remapPointer(text, map) && stays; });
+    Extension(target, "KHR_animation_pointer", [&](Json& pointer) {
+      One(pointer, "pointer", [&](Json& text) { stays = RemapPointer(text, map) && stays; });
     });
   });
   return stays;
@@ -167,7 +167,7 @@ bool remapChannel(Json& channel, const std::vector<int>& map) {
 
 }  // namespace
 
-bool isIndex(const Json& value) {
+bool IsIndex(const Json& value) {
   if (value.is_number_unsigned()) return true;
   if (value.is_number_integer()) return value.get<std::int64_t>() >= 0;
   if (!value.is_number_float()) return false;
@@ -175,27 +175,27 @@ bool isIndex(const Json& value) {
   return number >= 0.0 && number < 4294967296.0;
 }
 
-void visitReferences(Json& json, Table table, const Visit& visit) {
+void VisitReferences(Json& json, Table table, const Visit& visit) {
   switch (table) {
     case Table::kMeshes:
-      return each(json, "nodes", [&](Json& node) { index(node, "mesh", visit); });
+      return Each(json, "nodes", [&](Json& node) { Index(node, "mesh", visit); });
     case Table::kCameras:
-      return each(json, "nodes", [&](Json& node) { index(node, "camera", visit); });
+      return Each(json, "nodes", [&](Json& node) { Index(node, "camera", visit); });
     case Table::kMaterials:
-      return visitMaterials(json, visit);
+      return VisitMaterials(json, visit);
     case Table::kAccessors:
-      return visitAccessors(json, visit);
+      return VisitAccessors(json, visit);
     case Table::kBufferViews:
-      return visitBufferViews(json, visit);
+      return VisitBufferViews(json, visit);
   }
 }
 
-std::vector<int> dropUnusedOwn(Json& json, Table table) {
+std::vector<int> DropUnusedOwn(Json& json, Table table) {
   const char* name = kTableNames[static_cast<int>(table)];
   const auto list = json.find(name);
   if (list == json.end()) return {};
   std::vector<bool> used(list->size(), false);
-  visitReferences(json, table, [&used](Json& reference) {
+  VisitReferences(json, table, [&used](Json& reference) {
     const auto at = reference.get<std::size_t>();
     if (at < used.size()) used[at] = true;
   });
@@ -203,15 +203,15 @@ std::vector<int> dropUnusedOwn(Json& json, Table table) {
   int next = 0;
   bool othersMove = false;
   for (std::size_t i = 0; i < used.size(); ++i) {
-    if (!used[i] && isOwn((*list)[i])) continue;
-    othersMove = othersMove || (next != static_cast<int>(i) && !isOwn((*list)[i]));
+    if (!used[i] && IsOwn((*list)[i])) continue;
+    othersMove = othersMove || (next != static_cast<int>(i) && !IsOwn((*list)[i]));
     map[i] = next++;
   }
-  if (othersMove && !unknownExtension(json).empty()) {
+  if (othersMove && !UnknownExtension(json).empty()) {
     for (std::size_t i = 0; i < map.size(); ++i) map[i] = static_cast<int>(i);
     return map;
   }
-  visitReferences(json, table, [&map](Json& reference) {
+  VisitReferences(json, table, [&map](Json& reference) {
     const auto at = reference.get<std::size_t>();
     if (at < map.size()) reference = map[at];
   });
@@ -225,38 +225,38 @@ std::vector<int> dropUnusedOwn(Json& json, Table table) {
   return map;
 }
 
-void remapNodes(Json& json, const std::vector<int>& map) {
+void RemapNodes(Json& json, const std::vector<int>& map) {
   const auto remap = [&map](Json& reference) {
     const auto at = reference.get<std::size_t>();
     if (at < map.size()) reference = map[at];
   };
-  each(json, "scenes", [&](Json& scene) { indices(scene, "nodes", remap); });
-  each(json, "nodes", [&](Json& node) { indices(node, "children", remap); });
-  each(json, "skins", [&](Json& skin) {
-    indices(skin, "joints", remap);
-    index(skin, "skeleton", remap);
+  Each(json, "scenes", [&](Json& scene) { Indices(scene, "nodes", remap); });
+  Each(json, "nodes", [&](Json& node) { Indices(node, "children", remap); });
+  Each(json, "skins", [&](Json& skin) {
+    Indices(skin, "joints", remap);
+    Index(skin, "skeleton", remap);
   });
-  each(json, "animations", [&](Json& animation) {
+  Each(json, "animations", [&](Json& animation) {
     bool lost = false;
     Json channels = Json::array();
-    each(animation, "channels", [&](Json& channel) {
-      if (remapChannel(channel, map))
+    Each(animation, "channels", [&](Json& channel) {
+      if (RemapChannel(channel, map))
         channels.push_back(std::move(channel));
       else
         lost = true;
     });
     if (channels.empty() && !lost) return;
     animation["channels"] = std::move(channels);
-    if (lost) dropUnusedSamplers(animation);
+    if (lost) DropUnusedSamplers(animation);
   });
 }
 
-void dropUnusedSamplers(Json& animation) {
+void DropUnusedSamplers(Json& animation) {
   const auto samplers = animation.find("samplers");
   if (samplers == animation.end()) return;
   std::vector<int> map(samplers->size(), -1);
   const auto eachSampler = [&](const Visit& visit) {
-    each(animation, "channels", [&](Json& channel) { index(channel, "sampler", visit); });
+    Each(animation, "channels", [&](Json& channel) { Index(channel, "sampler", visit); });
   };
   eachSampler([&map](Json& sampler) {
     const auto at = sampler.get<std::size_t>();
@@ -275,8 +275,8 @@ void dropUnusedSamplers(Json& animation) {
   *samplers = std::move(kept);
 }
 
-std::string unknownExtension(const Json& json) {
-  const Json* used = member(json, "extensionsUsed");
+std::string UnknownExtension(const Json& json) {
+  const Json* used = Member(json, "extensionsUsed");
   if (used == nullptr || !used->is_array()) return {};
   for (const Json& name : *used)
     if (name.is_string() && kKnownExtensions.count(name.get<std::string>()) == 0)

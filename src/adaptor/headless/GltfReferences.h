@@ -13,27 +13,27 @@ namespace orv::rws::adaptor::headless {
 enum class Table { kMeshes, kCameras, kMaterials, kAccessors, kBufferViews };
 
 /// Whether a value can be an index; what is none, others may have put there, and is left alone.
-bool isIndex(const Json& value);
+bool IsIndex(const Json& value);
 
 /// Calls `visit` with every index into `table` that the file holds, in all places of glTF itself
 /// and of the extensions in `knowsAllExtensions`.
-void visitReferences(Json& json, Table table, const std::function<void(Json&)>& visit);
+void VisitReferences(Json& json, Table table, const std::function<void(Json&)>& visit);
 
 /// Takes out the elements of `table` that are ours and that nobody refers to, and adapts all
 /// indices. Gives for each old index its new one, -1 for an element that is gone. When the file
 /// uses an extension whose references we can't adapt, nothing is taken out in front of others'
 /// elements.
-std::vector<int> dropUnusedOwn(Json& json, Table table);
+std::vector<int> DropUnusedOwn(Json& json, Table table);
 
 /// Adapts all node indices; `map` gives the new index or -1. Channels of nodes that are gone go
 /// with them, so do samplers that nobody uses then; a clip may be left without channels. Skins must
 /// not refer to nodes that are gone; in lists of nodes these become -1.
-void remapNodes(Json& json, const std::vector<int>& map);
+void RemapNodes(Json& json, const std::vector<int>& map);
 
 /// Takes out the samplers of an animation that none of its channels uses.
-void dropUnusedSamplers(Json& animation);
+void DropUnusedSamplers(Json& animation);
 
 /// The first extension in use whose references to nodes or data we do not know; "" for none.
-std::string unknownExtension(const Json& json);
+std::string UnknownExtension(const Json& json);
 
 }  // namespace orv::rws::adaptor::headless

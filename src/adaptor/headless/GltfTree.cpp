@@ -14,12 +14,12 @@ constexpr std::size_t kDeepestNode = 1000;
 }  // namespace
 
 GltfReader::Tree::Tree(OpenFile& file) : m_file(file) {
-  readTree();
-  chooseScene();
-  nameNodes();
+  ReadTree();
+  ChooseScene();
+  NameNodes();
 }
 
-std::vector<std::size_t> GltfReader::Tree::parentsFirst() const {
+std::vector<std::size_t> GltfReader::Tree::ParentsFirst() const {
   std::vector<std::size_t> order = m_roots;
   for (std::size_t i = 0; i < order.size(); ++i)
     order.insert(order.end(), m_children[order[i]].begin(), m_children[order[i]].end());
@@ -27,22 +27,22 @@ std::vector<std::size_t> GltfReader::Tree::parentsFirst() const {
 }
 
 /// Parents of all nodes; refuses second parents and circles.
-void GltfReader::Tree::readTree() {
-  const Json& nodes = m_file.list("nodes");
+void GltfReader::Tree::ReadTree() {
+  const Json& nodes = m_file.List("nodes");
   m_parents.assign(nodes.size(), -1);
   m_children.resize(nodes.size());
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     const Place place("nodes", i);
-    if (!nodes[i].is_object()) place.fail("is no object");
-    const Json& children = listAt(nodes[i], "children", place);
+    if (!nodes[i].is_object()) place.Fail("is no object");
+    const Json& children = ListAt(nodes[i], "children", place);
     for (std::size_t k = 0; k < children.size(); ++k) {
-      const Place here = place.in("children", k);
-      const std::size_t child = wholeNumber(children[k], here);
+      const Place here = place.In("children", k);
+      const std::size_t child = WholeNumber(children[k], here);
       if (child >= nodes.size())
-        here.fail("refers to node " + std::to_string(child) + ", but there are only " +
+        here.Fail("refers to node " + std::to_string(child) + ", but there are only " +
                   std::to_string(nodes.size()));
       if (m_parents[child] >= 0)
-        here.fail("node " + std::to_string(child) + " already has node " +
+        here.Fail("node " + std::to_string(child) + " already has node " +
                   std::to_string(m_parents[child]) + " as its parent");
       m_parents[child] = static_cast<int>(i);
       m_children[i].push_back(child);
@@ -57,7 +57,7 @@ void GltfReader::Tree::readTree() {
     const std::size_t node = open.back();
     open.pop_back();
     if (depth[node] > kDeepestNode)
-      Place("nodes", node).fail("lies deeper than " + std::to_string(kDeepestNode) + " levels");
+      Place("nodes", node).Fail("lies deeper than " + std::to_string(kDeepestNode) + " levels");
     for (const std::size_t child : m_children[node]) {
       depth[child] = depth[node] + 1;
       open.push_back(child);
@@ -65,19 +65,19 @@ void GltfReader::Tree::readTree() {
   }
   for (std::size_t i = 0; i < nodes.size(); ++i)
     if (depth[i] == 0)
-      Place("nodes", i).fail("is in a circle of nodes that are each other's children");
+      Place("nodes", i).Fail("is in a circle of nodes that are each other's children");
 }
 
-void GltfReader::Tree::chooseScene() {
-  const Json& scenes = m_file.list("scenes");
-  for (std::size_t s = 0; s < scenes.size(); ++s) checkScene(scenes[s], Place("scenes", s));
+void GltfReader::Tree::ChooseScene() {
+  const Json& scenes = m_file.List("scenes");
+  for (std::size_t s = 0; s < scenes.size(); ++s) CheckScene(scenes[s], Place("scenes", s));
   m_file.document->loaded.assign(m_parents.size(), false);
-  int shown = indexAt(m_file.json, "scene", scenes.size(), Place(""));
+  int shown = IndexAt(m_file.json, "scene", scenes.size(), Place(""));
   if (shown < 0 && !scenes.empty()) shown = 0;
   m_file.document->sceneIndex = shown;
   if (shown >= 0) {
     const auto index = static_cast<std::size_t>(shown);
-    for (const Json& root : listAt(scenes[index], "nodes", Place("scenes", index)))
+    for (const Json& root : ListAt(scenes[index], "nodes", Place("scenes", index)))
       m_roots.push_back(root.get<std::size_t>());
   } else {
     for (std::size_t i = 0; i < m_parents.size(); ++i)
@@ -92,32 +92,32 @@ void GltfReader::Tree::chooseScene() {
   }
 }
 
-void GltfReader::Tree::checkScene(const Json& scene, const Place& place) const {
-  if (!scene.is_object()) place.fail("is no object");
-  const Json& roots = listAt(scene, "nodes", place);
+void GltfReader::Tree::CheckScene(const Json& scene, const Place& place) const {
+  if (!scene.is_object()) place.Fail("is no object");
+  const Json& roots = ListAt(scene, "nodes", place);
   std::set<std::size_t> seen;
   for (std::size_t i = 0; i < roots.size(); ++i) {
-    const Place here = place.in("nodes", i);
-    const std::size_t root = wholeNumber(roots[i], here);
+    const Place here = place.In("nodes", i);
+    const std::size_t root = WholeNumber(roots[i], here);
     if (root >= m_parents.size())
-      here.fail("refers to node " + std::to_string(root) + ", but there are only " +
+      here.Fail("refers to node " + std::to_string(root) + ", but there are only " +
                 std::to_string(m_parents.size()));
     if (m_parents[root] >= 0)
-      here.fail("node " + std::to_string(root) + " is a child of node " +
+      here.Fail("node " + std::to_string(root) + " is a child of node " +
                 std::to_string(m_parents[root]));
-    if (!seen.insert(root).second) here.fail("names node " + std::to_string(root) + " twice");
+    if (!seen.insert(root).second) here.Fail("names node " + std::to_string(root) + " twice");
   }
 }
 
 /// The first node of a name keeps it; further ones get a number behind it.
-void GltfReader::Tree::nameNodes() {
-  const Json& nodes = m_file.list("nodes");
+void GltfReader::Tree::NameNodes() {
+  const Json& nodes = m_file.List("nodes");
   m_names.resize(nodes.size());
   std::set<std::string> taken;
   std::vector<std::size_t> others;
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     if (!m_file.document->loaded[i]) continue;
-    m_names[i] = textAt(nodes[i], "name", Place("nodes", i));
+    m_names[i] = TextAt(nodes[i], "name", Place("nodes", i));
     if (m_names[i].empty() || !taken.insert(m_names[i]).second) others.push_back(i);
   }
   std::map<std::string, std::size_t> next;

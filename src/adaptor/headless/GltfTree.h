@@ -16,19 +16,19 @@ class GltfReader::Tree {
   /// Reads the tree and tells the document what is shown of it.
   explicit Tree(OpenFile& file);
 
-  std::size_t nodeCount() const { return m_parents.size(); }
+  std::size_t GetNodeCount() const { return m_parents.size(); }
   /// -1 for a node without one.
-  int parent(std::size_t node) const { return m_parents[node]; }
+  int ParentOf(std::size_t node) const { return m_parents[node]; }
   /// Unique; empty for a node outside the shown scene.
-  const std::string& name(std::size_t node) const { return m_names[node]; }
+  const std::string& Name(std::size_t node) const { return m_names[node]; }
   /// The nodes of the shown scene, parents before their children, siblings in the file's order.
-  std::vector<std::size_t> parentsFirst() const;
+  std::vector<std::size_t> ParentsFirst() const;
 
  private:
-  void readTree();
-  void chooseScene();
-  void checkScene(const Json& scene, const Place& place) const;
-  void nameNodes();
+  void ReadTree();
+  void ChooseScene();
+  void CheckScene(const Json& scene, const Place& place) const;
+  void NameNodes();
 
   OpenFile& m_file;
   std::vector<int> m_parents;

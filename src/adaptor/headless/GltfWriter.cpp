@@ -29,30 +29,30 @@ class SideFiles {
   }
 
   /// Plans the copy and gives the URI to write; the old one where there is nothing to copy.
-  std::string plan(const std::string& uri, std::vector<std::string>& warnings) {
+  std::string Plan(const std::string& uri, std::vector<std::string>& warnings) {
     std::string relative;
-    if (isDataUri(uri) || !decodeRelativeUri(uri, relative)) return uri;
+    if (IsDataUri(uri) || !DecodeRelativeUri(uri, relative)) return uri;
     auto bytes = std::make_shared<std::string>();
     std::string error;
-    if (!readSideFile(m_source + relative, *bytes, error)) {
+    if (!ReadSideFile(m_source + relative, *bytes, error)) {
       warnings.push_back(error + ", so it was not copied");
       return uri;
     }
-    return place(relative, std::move(bytes));
+    return Place(relative, std::move(bytes));
   }
 
   /// The same for bytes in memory.
-  std::string place(const std::string& relative, std::shared_ptr<const std::string> bytes) {
+  std::string Place(const std::string& relative, std::shared_ptr<const std::string> bytes) {
     fs::path name = fs::path(relative).lexically_normal();
     if (std::find(name.begin(), name.end(), "..") != name.end()) name = name.filename();
     const fs::path stem = name.parent_path() / name.stem();
     for (int i = 2;; ++i) {
       const fs::path target = (m_folder / name).lexically_normal();
       const bool planned = m_taken.count(target.string()) > 0;
-      if (!planned && (!exists(target) || holds(target, *bytes))) {
+      if (!planned && (!Exists(target) || Holds(target, *bytes))) {
         m_taken.insert(target.string());
         m_copies.push_back({target, std::move(bytes)});
-        return encodeRelativeUri(name.generic_string());
+        return EncodeRelativeUri(name.generic_string());
       }
       name = stem;
       name += "_" + std::to_string(i) + fs::path(relative).extension().string();
@@ -60,14 +60,14 @@ class SideFiles {
   }
 
   /// Writes the copies; "" or what failed, with nothing new left behind.
-  std::string write() {
+  std::string Write() {
     for (const Copy& copy : m_copies) {
-      if (exists(copy.target)) continue;
+      if (Exists(copy.target)) continue;
       std::error_code code;
       fs::create_directories(copy.target.parent_path(), code);
       std::string error;
       if (!util::writeFile(copy.target.string(), *copy.bytes, &error)) {
-        takeBack();
+        TakeBack();
         return error;
       }
       m_written.push_back(copy.target);
@@ -75,7 +75,7 @@ class SideFiles {
     return {};
   }
 
-  void takeBack() {
+  void TakeBack() {
     std::error_code code;
     for (const fs::path& path : m_written) fs::remove(path, code);
     m_written.clear();
@@ -87,17 +87,17 @@ class SideFiles {
     std::shared_ptr<const std::string> bytes;
   };
 
-  static bool exists(const fs::path& path) {
+  static bool Exists(const fs::path& path) {
     std::error_code code;
     return fs::exists(fs::symlink_status(path, code));
   }
 
-  static bool holds(const fs::path& path, const std::string& bytes) {
+  static bool Holds(const fs::path& path, const std::string& bytes) {
     std::error_code code;
     if (fs::file_size(path, code) != bytes.size() || code) return false;
     std::string found;
     std::string error;
-    return readSideFile(path.string(), found, error) && found == bytes;
+    return ReadSideFile(path.string(), found, error) && found == bytes;
   }
 
   std::string m_source;
@@ -107,32 +107,32 @@ class SideFiles {
   std::vector<fs::path> m_written;
 };
 
-bool sameFolder(const std::string& a, const std::string& b) {
+bool SameFolder(const std::string& a, const std::string& b) {
   std::error_code code;
   return fs::equivalent(a.empty() ? "." : a, b.empty() ? "." : b, code) && !code;
 }
 
-void planSideFiles(const GltfDocument& document, const std::vector<int>& bufferSources, Json& json,
+void PlanSideFiles(const GltfDocument& document, const std::vector<int>& bufferSources, Json& json,
                    SideFiles& files, std::vector<std::string>& warnings) {
   for (std::size_t i = 0; i < bufferSources.size(); ++i) {
     if (bufferSources[i] < 0) continue;
-    const auto& buffer = document.buffers()[static_cast<std::size_t>(bufferSources[i])];
+    const auto& buffer = document.GetBuffers()[static_cast<std::size_t>(bufferSources[i])];
     Json& element = json["buffers"][i];
     std::string relative;
-    if (buffer.origin == GltfDocument::Origin::kFile && member(element, "uri") != nullptr &&
-        decodeRelativeUri(buffer.uri, relative))
-      element["uri"] = files.place(relative, buffer.storage);
+    if (buffer.origin == GltfDocument::Origin::kFile && Member(element, "uri") != nullptr &&
+        DecodeRelativeUri(buffer.uri, relative))
+      element["uri"] = files.Place(relative, buffer.storage);
   }
   if (!json.contains("images") || !json["images"].is_array()) return;
   for (Json& image : json["images"]) {
-    const Json* uri = member(image, "uri");
+    const Json* uri = Member(image, "uri");
     if (uri != nullptr && uri->is_string())
-      image["uri"] = files.plan(uri->get<std::string>(), warnings);
+      image["uri"] = files.Plan(uri->get<std::string>(), warnings);
   }
 }
 
 /// The form that a file's extension asks for.
-GltfForm formOf(const std::string& path) {
+GltfForm FormOf(const std::string& path) {
   std::string extension = fs::path(path).extension().string();
   for (char& c : extension)
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
@@ -143,7 +143,7 @@ GltfForm formOf(const std::string& path) {
 
 /// Runs a save and turns what it throws into a result.
 template <class Work>
-WriteResult guarded(const std::string& name, Work work) {
+WriteResult Guarded(const std::string& name, Work work) {
   WriteResult result;
   try {
     work(result);
@@ -163,19 +163,21 @@ WriteResult guarded(const std::string& name, Work work) {
 
 }  // namespace
 
-WriteResult GltfWriter::write(const Scene& scene, const std::string& path) {
-  return guarded(path, [&](WriteResult& result) {
-    const GltfForm form = formOf(path);
+WriteResult GltfWriter::Write(const Scene& scene, const std::string& path) {
+  return Guarded(path, [&](WriteResult& result) {
+    const GltfForm form = FormOf(path);
     Assembly assembly(scene, form);
-    assembly.run();
-    result.warnings = assembly.warnings();
+    assembly.Run();
+    result.warnings = assembly.GetWarnings();
     const GltfDocument* document = scene.m_document.get();
     const std::string folder = fs::path(path).parent_path().string();
-    if (form == GltfForm::kText && document != nullptr && !document->furtherChunks().empty())
+    if (form == GltfForm::kText && document != nullptr && !document->GetFurtherChunks().empty())
       result.warnings.push_back(path + ": a .gltf has no place for the source's further chunks");
-    SideFiles files(document == nullptr ? "" : document->folder(), path);
-    if (document != nullptr && !document->fromMemory() && !sameFolder(document->folder(), folder))
-      planSideFiles(*document, assembly.bufferSources(), assembly.json(), files, result.warnings);
+    SideFiles files(document == nullptr ? "" : document->GetFolder(), path);
+    if (document != nullptr && !document->FromMemory() &&
+        !SameFolder(document->GetFolder(), folder))
+      PlanSideFiles(*document, assembly.GetBufferSources(), assembly.GetJson(), files,
+                    result.warnings);
 
     util::AtomicFile file(path);
     const Assembly::Sink sink = [&file](std::string_view part) {
@@ -184,27 +186,27 @@ WriteResult GltfWriter::write(const Scene& scene, const std::string& path) {
     // A place that can't be written to is told before anything is copied to it.
     result.error = file.error();
     if (!result.error.empty()) return;
-    const bool sent = form == GltfForm::kBinary ? assembly.sendBinary(sink)
-                                                : sink(assembly.json().dump(2) + "\n");
-    if (sent) result.error = files.write();
+    const bool sent = form == GltfForm::kBinary ? assembly.SendBinary(sink)
+                                                : sink(assembly.GetJson().dump(2) + "\n");
+    if (sent) result.error = files.Write();
     if (!result.error.empty()) return;
     if (sent && file.commit()) return;
     result.error = file.error();
-    files.takeBack();
+    files.TakeBack();
   });
 }
 
-WriteResult GltfWriter::writeMemory(const Scene& scene, GltfForm form, std::string& bytes) {
+WriteResult GltfWriter::WriteMemory(const Scene& scene, GltfForm form, std::string& bytes) {
   bytes.clear();
-  return guarded("scene", [&](WriteResult& result) {
+  return Guarded("scene", [&](WriteResult& result) {
     Assembly assembly(scene, form);
-    assembly.run();
-    result.warnings = assembly.warnings();
+    assembly.Run();
+    result.warnings = assembly.GetWarnings();
     if (form == GltfForm::kText) {
-      bytes = assembly.json().dump(2) + "\n";
+      bytes = assembly.GetJson().dump(2) + "\n";
       return;
     }
-    assembly.sendBinary([&bytes](std::string_view part) {
+    assembly.SendBinary([&bytes](std::string_view part) {
       bytes.append(part);
       return true;
     });

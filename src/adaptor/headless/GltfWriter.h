@@ -23,9 +23,9 @@ class GltfWriter {
  public:
   /// Writes `path` in the form of its extension; each file is put in place whole or not at all.
   /// Buffers and images beside the source are copied when the folder is another one.
-  static WriteResult write(const Scene& scene, const std::string& path);
+  static WriteResult Write(const Scene& scene, const std::string& path);
   /// Writes to memory; references to files beside the source stay as they are.
-  static WriteResult writeMemory(const Scene& scene, GltfForm form, std::string& bytes);
+  static WriteResult WriteMemory(const Scene& scene, GltfForm form, std::string& bytes);
 
  private:
   class Assembly;

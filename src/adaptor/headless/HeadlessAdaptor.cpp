@@ -18,25 +18,25 @@ void PrintMessage(const std::string& title, const std::string& text) {
 }  // namespace
 
 HeadlessAdaptor::HeadlessAdaptor(Scene& scene)
-    : m_scene(&scene), m_time(scene.rangeStart()), m_showMessage(PrintMessage) {
+    : m_scene(&scene), m_time(scene.GetRangeStart()), m_showMessage(PrintMessage) {
   FollowTree();
 }
 
 HeadlessAdaptor::~HeadlessAdaptor() {
-  m_scene->setTreeHandler(nullptr);
+  m_scene->SetTreeHandler(nullptr);
   ClearUndoHistory();
 }
 
 void HeadlessAdaptor::FollowTree() {
-  m_scene->setTreeHandler([this] { m_observers.Tell(&HostObserver::OnTree); });
+  m_scene->SetTreeHandler([this] { m_observers.Tell(&HostObserver::OnTree); });
 }
 
 void HeadlessAdaptor::SetScene(Scene& scene) {
   Forget();
   m_nodeOf.clear();
-  m_scene->setTreeHandler(nullptr);
+  m_scene->SetTreeHandler(nullptr);
   m_scene = &scene;
-  m_time = scene.rangeStart();
+  m_time = scene.GetRangeStart();
   FollowTree();
   m_observers.Tell(&HostObserver::OnTree);
   m_observers.Tell(&HostObserver::OnSelection);
@@ -62,7 +62,7 @@ HeadlessNode& HeadlessAdaptor::HandOut(SceneNode& node) {
 }
 
 HeadlessNode* HeadlessAdaptor::FindSceneNode(const std::string& sceneName) {
-  SceneNode* const node = m_scene->find(sceneName);
+  SceneNode* const node = m_scene->Find(sceneName);
   return node ? &HandOut(*node) : nullptr;
 }
 
@@ -71,7 +71,7 @@ void HeadlessAdaptor::LoseBelow(SceneNode& root) {
   while (!open.empty()) {
     SceneNode* const node = open.back();
     open.pop_back();
-    for (const auto& child : node->children()) open.push_back(child.get());
+    for (const auto& child : node->GetChildren()) open.push_back(child.get());
     const auto at = m_nodeOf.find(node);
     if (at == m_nodeOf.end()) continue;
     Delist(*at->second);
@@ -81,7 +81,7 @@ void HeadlessAdaptor::LoseBelow(SceneNode& root) {
 }
 
 HeadlessNode& HeadlessAdaptor::Add(const std::string& sceneName, HostNode* parent) {
-  return NodeFor(m_scene->addNode(
+  return NodeFor(m_scene->AddNode(
       sceneName, parent ? static_cast<HeadlessNode*>(parent)->m_sceneNode : nullptr));
 }
 
@@ -91,20 +91,20 @@ HostNode* HeadlessAdaptor::AddCamera(const std::string& sceneName, HostNode* par
   Lens lens;
   if (fieldOfView > 0.0 && fieldOfView < 180.0) lens.fieldOfView = fieldOfView;
   if (nearClip > 0.0 && std::isfinite(nearClip)) lens.nearClip = nearClip;
-  node.m_sceneNode->setLens(lens);
+  node.m_sceneNode->SetLens(lens);
   return &node;
 }
 
 HostNode* HeadlessAdaptor::AddMesh(const std::string& sceneName, HostNode* parent,
                                    const util::CMesh* mesh) {
   HeadlessNode& node = Add(sceneName, parent);
-  node.m_sceneNode->setMesh(mesh ? *mesh : util::CMesh());
+  node.m_sceneNode->SetMesh(mesh ? *mesh : util::CMesh());
   return &node;
 }
 
 HostNode* HeadlessAdaptor::AddHub(const std::string& sceneName, HostNode* parent) {
   HeadlessNode& node = Add(sceneName, parent);
-  node.m_sceneNode->setHub(true);
+  node.m_sceneNode->SetHub(true);
   return &node;
 }
 
@@ -114,47 +114,47 @@ HostNode* HeadlessAdaptor::AddCopy(HostNode& original, const std::string& sceneN
   HeadlessNode& node = Add(sceneName, parent);
   const SceneNode& source = *from.m_sceneNode;
   SceneNode& copy = *node.m_sceneNode;
-  copy.setAnimation(source.animation());
-  copy.setVisible(source.visible());
-  if (source.lens()) copy.setLens(*source.lens());
-  if (source.curve()) copy.setCurve(*source.curve());
-  if (source.hasMesh()) copy.setMesh(source.sharedMesh());
-  copy.setColour(source.colour());
+  copy.SetAnimation(source.GetAnimation());
+  copy.SetVisible(source.IsVisible());
+  if (source.GetLens()) copy.SetLens(*source.GetLens());
+  if (source.GetCurve()) copy.SetCurve(*source.GetCurve());
+  if (source.HasMesh()) copy.SetMesh(source.SharedMesh());
+  copy.SetColour(source.GetColour());
   node.m_lensKeys = from.m_lensKeys;
   return &node;
 }
 
 void HeadlessAdaptor::Remove(HostNode& node) {
   const std::unique_ptr<SceneNode> gone =
-      m_scene->detach(*static_cast<HeadlessNode&>(node).m_sceneNode);
+      m_scene->Detach(*static_cast<HeadlessNode&>(node).m_sceneNode);
   LoseBelow(*gone);
 }
 
 HostNode* HeadlessAdaptor::FindTagged(const std::string& tag, const std::string& sceneName) {
-  SceneNode* found = m_scene->find(sceneName);
-  if (!found || found->tag() != tag) found = m_scene->findTagged(tag);
+  SceneNode* found = m_scene->Find(sceneName);
+  if (!found || found->GetTag() != tag) found = m_scene->FindTagged(tag);
   return found ? &NodeFor(*found) : nullptr;
 }
 
 std::vector<HostNode*> HeadlessAdaptor::TaggedNodes() {
   std::vector<HostNode*> tagged;
-  for (SceneNode* node : m_scene->nodes())
-    if (!node->tag().empty()) tagged.push_back(&NodeFor(*node));
+  for (SceneNode* node : m_scene->GetNodes())
+    if (!node->GetTag().empty()) tagged.push_back(&NodeFor(*node));
   return tagged;
 }
 
 std::string HeadlessAdaptor::ReadNodes(const std::string& file, const std::string& prefix,
                                        std::vector<HostNode*>& roots) {
-  ReadResult read = GltfReader::read(file);
+  ReadResult read = GltfReader::Read(file);
   if (!read) return read.error;
   for (std::string& warning : read.warnings) Warn(std::move(warning));
-  for (SceneNode* node : read.scene->nodes()) {
-    node->setTag("");
-    read.scene->rename(*node, prefix + node->name());
+  for (SceneNode* node : read.scene->GetNodes()) {
+    node->SetTag("");
+    read.scene->Rename(*node, prefix + node->GetName());
   }
-  while (!read.scene->roots().empty()) {
-    std::unique_ptr<SceneNode> root = read.scene->detach(*read.scene->roots().front());
-    roots.push_back(&NodeFor(m_scene->attach(std::move(root), nullptr)));
+  while (!read.scene->GetRoots().empty()) {
+    std::unique_ptr<SceneNode> root = read.scene->Detach(*read.scene->GetRoots().front());
+    roots.push_back(&NodeFor(m_scene->Attach(std::move(root), nullptr)));
   }
   return {};
 }
@@ -169,16 +169,16 @@ void HeadlessAdaptor::SetCurrentTime(double time) {
 }
 
 void HeadlessAdaptor::GetTimeRange(double& start, double& end) {
-  start = m_scene->rangeStart();
-  end = m_scene->rangeEnd();
+  start = m_scene->GetRangeStart();
+  end = m_scene->GetRangeEnd();
 }
 
 bool HeadlessAdaptor::PutTimeRange(double start, double end) {
-  return m_scene->setRange(start, end);
+  return m_scene->SetRange(start, end);
 }
 
 double HeadlessAdaptor::GetFrameRate() {
-  return m_scene->frameRate();
+  return m_scene->GetFrameRate();
 }
 
 // --- the rest ---

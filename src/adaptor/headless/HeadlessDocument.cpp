@@ -13,29 +13,29 @@ HeadlessDocument::HeadlessDocument()
 
 HeadlessDocument::~HeadlessDocument() = default;
 
-void HeadlessDocument::show(std::unique_ptr<Scene> scene) {
+void HeadlessDocument::Show(std::unique_ptr<Scene> scene) {
   m_adaptor->SetScene(*scene);
   m_scene = std::move(scene);
 }
 
-bool HeadlessDocument::open(const std::string& path, std::string& error,
+bool HeadlessDocument::Open(const std::string& path, std::string& error,
                             const ReadOptions& options) {
-  ReadResult read = GltfReader::read(path, options);
+  ReadResult read = GltfReader::Read(path, options);
   if (!read) {
     error = read.error;
     return false;
   }
-  show(std::move(read.scene));
+  Show(std::move(read.scene));
   m_warnings = std::move(read.warnings);
   std::vector<std::string> kept;
-  for (const RigRecord& record : m_scene->rigs())
-    if (record.damaged() && !record.name.empty()) kept.push_back(record.name);
+  for (const RigRecord& record : m_scene->GetRigs())
+    if (record.Damaged() && !record.name.empty()) kept.push_back(record.name);
   m_adaptor->KeepTagsOf(std::move(kept));
   return true;
 }
 
-bool HeadlessDocument::save(const std::string& path, std::string& error) {
-  WriteResult written = GltfWriter::write(*m_scene, path);
+bool HeadlessDocument::Save(const std::string& path, std::string& error) {
+  WriteResult written = GltfWriter::Write(*m_scene, path);
   if (!written) {
     error = written.error;
     return false;
@@ -48,15 +48,15 @@ bool HeadlessDocument::save(const std::string& path, std::string& error) {
   return true;
 }
 
-void HeadlessDocument::close() {
-  show(std::make_unique<Scene>());
+void HeadlessDocument::Close() {
+  Show(std::make_unique<Scene>());
 }
 
-std::vector<RigRecord>& HeadlessDocument::records() {
-  return m_scene->rigs();
+std::vector<RigRecord>& HeadlessDocument::GetRecords() {
+  return m_scene->GetRigs();
 }
 
-std::vector<std::string> HeadlessDocument::takeWarnings() {
+std::vector<std::string> HeadlessDocument::TakeWarnings() {
   std::vector<std::string> warnings = std::exchange(m_warnings, {});
   for (std::string& warning : m_adaptor->TakeWarnings()) warnings.push_back(std::move(warning));
   return warnings;

@@ -24,21 +24,21 @@ class HeadlessDocument {
 
   /// Opens a file in place of what is open. False, with `error` told and everything as it was, when
   /// it can't be read. Records that are damaged, and with them the tags of their nodes, are kept.
-  bool open(const std::string& path, std::string& error, const ReadOptions& options = {});
+  bool Open(const std::string& path, std::string& error, const ReadOptions& options = {});
   /// Writes the scene, the file put in place whole or not at all. False with `error` told.
-  bool save(const std::string& path, std::string& error);
+  bool Save(const std::string& path, std::string& error);
   /// Empties the document.
-  void close();
+  void Close();
 
-  Scene& scene() { return *m_scene; }
-  HeadlessAdaptor& adaptor() { return *m_adaptor; }
+  Scene& GetScene() { return *m_scene; }
+  HeadlessAdaptor& GetAdaptor() { return *m_adaptor; }
   /// Storage records of the scene's rigs, in list order.
-  std::vector<RigRecord>& records();
+  std::vector<RigRecord>& GetRecords();
   /// Hands over, and forgets, what was odd in the last open or could not be kept by the last save.
-  std::vector<std::string> takeWarnings();
+  std::vector<std::string> TakeWarnings();
 
  private:
-  void show(std::unique_ptr<Scene> scene);
+  void Show(std::unique_ptr<Scene> scene);
 
   std::unique_ptr<Scene> m_scene;
   std::unique_ptr<HeadlessAdaptor> m_adaptor;

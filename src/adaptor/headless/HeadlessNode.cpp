@@ -55,14 +55,14 @@ class HeadlessPresence final : public NodePresence {
  private:
   void Detach() override {
     SceneNode& node = *m_own.GetSceneNode();
-    m_parent = node.parent() ? &m_adaptor.NodeFor(*node.parent()) : nullptr;
-    m_index = node.indexInParent();
-    m_detached = m_adaptor.GetScene().detach(node);
+    m_parent = node.GetParent() ? &m_adaptor.NodeFor(*node.GetParent()) : nullptr;
+    m_index = node.IndexInParent();
+    m_detached = m_adaptor.GetScene().Detach(node);
   }
   void Attach() override {
     if (!m_detached) return;
     SceneNode* const place = m_parent && m_parent->IsValid() ? m_parent->GetSceneNode() : nullptr;
-    m_adaptor.GetScene().attach(std::move(m_detached), place, m_index);
+    m_adaptor.GetScene().Attach(std::move(m_detached), place, m_index);
   }
 
   HeadlessNode& m_own;
@@ -75,7 +75,7 @@ class HeadlessPresence final : public NodePresence {
 }  // namespace
 
 HeadlessNode::HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode)
-    : HostNode(adaptor, sceneNode.name()), m_sceneNode(&sceneNode) {}
+    : HostNode(adaptor, sceneNode.GetName()), m_sceneNode(&sceneNode) {}
 
 HeadlessAdaptor& HeadlessNode::Adaptor() {
   return static_cast<HeadlessAdaptor&>(m_adaptor);
@@ -88,59 +88,59 @@ double HeadlessNode::FrameDuration() {
 // --- the tree ---
 
 HostNode* HeadlessNode::ParentNode() {
-  SceneNode* const parent = m_sceneNode->parent();
+  SceneNode* const parent = m_sceneNode->GetParent();
   if (!parent) return nullptr;
   if (!m_parent || m_parent->m_sceneNode != parent) m_parent = &Adaptor().NodeFor(*parent);
   return m_parent;
 }
 
 int HeadlessNode::GetChildCount() {
-  return IsValid() ? static_cast<int>(m_sceneNode->children().size()) : 0;
+  return IsValid() ? static_cast<int>(m_sceneNode->GetChildren().size()) : 0;
 }
 
 HostNode* HeadlessNode::ChildNode(int index) {
-  return &Adaptor().NodeFor(*m_sceneNode->children()[static_cast<std::size_t>(index)]);
+  return &Adaptor().NodeFor(*m_sceneNode->GetChildren()[static_cast<std::size_t>(index)]);
 }
 
 std::string HeadlessNode::GetSceneName() {
-  return m_sceneNode ? m_sceneNode->name() : std::string();
+  return m_sceneNode ? m_sceneNode->GetName() : std::string();
 }
 
 void HeadlessNode::PutName(const std::string& wish) {
-  m_sceneNode->scene()->rename(*m_sceneNode, wish);
+  m_sceneNode->GetScene()->Rename(*m_sceneNode, wish);
 }
 
 std::string HeadlessNode::GetTag() {
-  return m_sceneNode ? m_sceneNode->tag() : std::string();
+  return m_sceneNode ? m_sceneNode->GetTag() : std::string();
 }
 
 bool HeadlessNode::PutUnder(HostNode* parent) {
   SceneNode* const place = parent ? static_cast<HeadlessNode*>(parent)->m_sceneNode : nullptr;
-  return m_sceneNode->scene()->reparent(*m_sceneNode, place, m_adaptor.GetCurrentTime());
+  return m_sceneNode->GetScene()->Reparent(*m_sceneNode, place, m_adaptor.GetCurrentTime());
 }
 
 // --- poses ---
 
 void HeadlessNode::WriteTrs(double time, const Trs& local, bool key) {
-  Trs pose = m_sceneNode->pose();
+  Trs pose = m_sceneNode->GetPose();
   for (const ChannelPath path : kPaths) {
     if (!key) {
-      if (!m_sceneNode->channel(path)) CopyProperty(local, path, pose);
+      if (!m_sceneNode->GetChannel(path)) CopyProperty(local, path, pose);
       continue;
     }
     double numbers[4];
     const int count = Numbers(local, path, numbers);
-    m_sceneNode->replaceKeys(path, time, time, {time},
+    m_sceneNode->ReplaceKeys(path, time, time, {time},
                              std::vector<double>(numbers, numbers + count), FrameDuration());
   }
-  m_sceneNode->setPose(pose);
+  m_sceneNode->SetPose(pose);
 }
 
 std::string HeadlessNode::WriteKeys(double from, const std::vector<PoseSample>& take) {
   std::vector<double> times;
   times.reserve(take.size());
   for (const PoseSample& sample : take) times.push_back(sample.time);
-  const NodeAnimation old = m_sceneNode->animation();
+  const NodeAnimation old = m_sceneNode->GetAnimation();
   bool written = true;
   for (const ChannelPath path : kPaths) {
     std::vector<double> values;
@@ -155,12 +155,12 @@ std::string HeadlessNode::WriteKeys(double from, const std::vector<PoseSample>& 
         for (double& number : v) number = -number;
       values.insert(values.end(), v, v + n);
     }
-    written = m_sceneNode->replaceKeys(path, from, std::numeric_limits<double>::infinity(), times,
+    written = m_sceneNode->ReplaceKeys(path, from, std::numeric_limits<double>::infinity(), times,
                                        values, FrameDuration()) &&
               written;
   }
   if (written) return {};
-  m_sceneNode->setAnimation(old);
+  m_sceneNode->SetAnimation(old);
   return "its old curve is too long to be sampled per frame (shorten it)";
 }
 
@@ -169,7 +169,7 @@ std::string HeadlessNode::WriteKeys(double from, const std::vector<PoseSample>& 
 double HeadlessNode::ReadLens(LensValue which, double time) const {
   const AVar_Linear<double>& keys = m_lensKeys[IndexOf(which)];
   if (!keys.samples.empty()) return keys.value(time);
-  Lens lens = *m_sceneNode->lens();
+  Lens lens = *m_sceneNode->GetLens();
   return Value(lens, which);
 }
 
@@ -179,9 +179,9 @@ void HeadlessNode::WriteLens(LensValue which, double time, double value) {
     keys.set(time, value);
     return;
   }
-  Lens lens = *m_sceneNode->lens();
+  Lens lens = *m_sceneNode->GetLens();
   Value(lens, which) = value;
-  m_sceneNode->setLens(lens);
+  m_sceneNode->SetLens(lens);
 }
 
 void HeadlessNode::WriteLensKeys(LensValue which, double from, const AVar_Linear<double>& take) {
@@ -197,10 +197,10 @@ bool HeadlessNode::HasLensKeys() const {
 // --- undo ---
 
 Exchange HeadlessNode::SavePose() {
-  return [this, saved = m_sceneNode->animation()]() mutable {
+  return [this, saved = m_sceneNode->GetAnimation()]() mutable {
     if (!m_sceneNode) return;
-    NodeAnimation now = m_sceneNode->animation();
-    m_sceneNode->setAnimation(saved);
+    NodeAnimation now = m_sceneNode->GetAnimation();
+    m_sceneNode->SetAnimation(saved);
     saved = std::move(now);
   };
 }
@@ -213,26 +213,26 @@ Exchange HeadlessNode::SavePlace() {
     std::optional<std::string> home;
   };
   const auto look = [this] {
-    return Place{static_cast<HeadlessNode*>(ParentNode()), m_sceneNode->indexInParent(),
-                 m_sceneNode->animation(), m_sceneNode->home()};
+    return Place{static_cast<HeadlessNode*>(ParentNode()), m_sceneNode->IndexInParent(),
+                 m_sceneNode->GetAnimation(), m_sceneNode->GetHome()};
   };
   return [this, look, saved = look()]() mutable {
     if (!IsValid() || (saved.parent && !saved.parent->IsValid())) return;
     Place now = look();
     SceneNode* const place = saved.parent ? saved.parent->m_sceneNode : nullptr;
-    if (m_sceneNode->scene()->move(*m_sceneNode, place, saved.index)) {
-      m_sceneNode->setAnimation(saved.animation);
-      m_sceneNode->setHome(saved.home);
+    if (m_sceneNode->GetScene()->Move(*m_sceneNode, place, saved.index)) {
+      m_sceneNode->SetAnimation(saved.animation);
+      m_sceneNode->SetHome(saved.home);
     }
     saved = std::move(now);
   };
 }
 
 Exchange HeadlessNode::SaveLens() {
-  return [this, lens = *m_sceneNode->lens(), keys = m_lensKeys]() mutable {
+  return [this, lens = *m_sceneNode->GetLens(), keys = m_lensKeys]() mutable {
     if (!m_sceneNode) return;
-    const Lens now = *m_sceneNode->lens();
-    m_sceneNode->setLens(lens);
+    const Lens now = *m_sceneNode->GetLens();
+    m_sceneNode->SetLens(lens);
     lens = now;
     std::swap(keys, m_lensKeys);
   };

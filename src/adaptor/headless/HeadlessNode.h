@@ -19,7 +19,7 @@ class alignas(64) HeadlessNode final : public HostNode {
  public:
   HeadlessNode(HeadlessAdaptor& adaptor, SceneNode& sceneNode);
 
-  bool IsValid() override { return m_sceneNode && m_sceneNode->scene(); }
+  bool IsValid() override { return m_sceneNode && m_sceneNode->GetScene(); }
   int GetChildCount() override;
   std::string GetSceneName() override;
   std::string GetTag() override;
@@ -36,32 +36,34 @@ class alignas(64) HeadlessNode final : public HostNode {
   HostNode* ChildNode(int index) override;
   bool PutUnder(HostNode* parent) override;
   void PutName(const std::string& wish) override;
-  void PutTag(const std::string& tag) override { m_sceneNode->setTag(tag); }
-  bool IsShown() const override { return m_sceneNode->visible(); }
-  void PutShown(bool shown) override { m_sceneNode->setVisible(shown); }
+  void PutTag(const std::string& tag) override { m_sceneNode->SetTag(tag); }
+  bool IsShown() const override { return m_sceneNode->IsVisible(); }
+  void PutShown(bool shown) override { m_sceneNode->SetVisible(shown); }
 
-  util::Matrix<double> ReadWorld(double time) override { return m_sceneNode->worldMatrix(time); }
-  util::Matrix<double> ReadLocal(double time) override { return m_sceneNode->localMatrix(time); }
-  Trs ReadTrs(double time) override { return m_sceneNode->localTrs(time); }
-  bool HasOwnKeys() const override { return m_sceneNode->hasKeys(); }
+  util::Matrix<double> ReadWorld(double time) override { return m_sceneNode->WorldMatrix(time); }
+  util::Matrix<double> ReadLocal(double time) override { return m_sceneNode->LocalMatrix(time); }
+  Trs ReadTrs(double time) override { return m_sceneNode->LocalTrs(time); }
+  bool HasOwnKeys() const override { return m_sceneNode->HasKeys(); }
   void WriteTrs(double time, const Trs& local, bool key) override;
   std::string WriteKeys(double from, const std::vector<PoseSample>& take) override;
 
-  bool HasLens() const override { return m_sceneNode->lens() != nullptr; }
+  bool HasLens() const override { return m_sceneNode->GetLens() != nullptr; }
   double ReadLens(LensValue which, double time) const override;
   void WriteLens(LensValue which, double time, double value) override;
   void WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) override;
 
-  std::shared_ptr<const Curve> SharedCurve() const override { return m_sceneNode->sharedCurve(); }
-  bool HasMesh() const override { return m_sceneNode->hasMesh(); }
+  std::shared_ptr<const Curve> SharedCurve() const override {
+    return m_sceneNode->GetSharedCurve();
+  }
+  bool HasMesh() const override { return m_sceneNode->HasMesh(); }
   std::shared_ptr<const util::CMesh> SharedMesh() const override {
-    return m_sceneNode->sharedMesh();
+    return m_sceneNode->SharedMesh();
   }
   void PutMesh(std::shared_ptr<const util::CMesh> mesh) override {
-    m_sceneNode->setMesh(std::move(mesh));
+    m_sceneNode->SetMesh(std::move(mesh));
   }
-  Colour ReadColour() const override { return m_sceneNode->colour(); }
-  void PutColour(const Colour& colour) override { m_sceneNode->setColour(colour); }
+  Colour ReadColour() const override { return m_sceneNode->GetColour(); }
+  void PutColour(const Colour& colour) override { m_sceneNode->SetColour(colour); }
 
   Exchange SavePose() override;
   Exchange SavePlace() override;

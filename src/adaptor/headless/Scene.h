@@ -26,73 +26,73 @@ class Scene {
   Scene(const Scene&) = delete;
   Scene& operator=(const Scene&) = delete;
 
-  const std::vector<std::unique_ptr<SceneNode>>& roots() const { return m_roots; }
+  const std::vector<std::unique_ptr<SceneNode>>& GetRoots() const { return m_roots; }
   /// All nodes, parents before their children, in the order of the tree.
-  std::vector<SceneNode*> nodes() const;
-  std::size_t nodeCount() const { return m_byName.size(); }
+  std::vector<SceneNode*> GetNodes() const;
+  std::size_t GetNodeCount() const { return m_byName.size(); }
   /// The node of exactly this name, or null.
-  SceneNode* find(const std::string& name) const;
+  SceneNode* Find(const std::string& name) const;
   /// The first node in the order of the tree with exactly this tag, or null; null for an empty tag.
-  SceneNode* findTagged(const std::string& tag) const;
+  SceneNode* FindTagged(const std::string& tag) const;
 
   /// `wish` when no node has that name, else with "_2", "_3", ... behind it. `except` may keep its
   /// own name.
-  std::string uniqueName(const std::string& wish, const SceneNode* except = nullptr) const;
+  std::string UniqueName(const std::string& wish, const SceneNode* except = nullptr) const;
 
   /// Index behind the last child, for `index` arguments.
   static constexpr std::size_t kLast = static_cast<std::size_t>(-1);
 
-  /// New node at the identity, named `uniqueName(wish)`; null as parent means the world.
-  SceneNode& addNode(const std::string& wish, SceneNode* parent = nullptr,
+  /// New node at the identity, named `UniqueName(wish)`; null as parent means the world.
+  SceneNode& AddNode(const std::string& wish, SceneNode* parent = nullptr,
                      std::size_t index = kLast);
   /// Takes a node with all that is below it out of the scene; the caller owns it from here on.
-  std::unique_ptr<SceneNode> detach(SceneNode& node);
+  std::unique_ptr<SceneNode> Detach(SceneNode& node);
   /// Puts a detached node back. Names that have been given away meanwhile are made unique.
-  SceneNode& attach(std::unique_ptr<SceneNode> node, SceneNode* parent, std::size_t index = kLast);
-  /// Names `node` `uniqueName(wish)` and returns that.
-  const std::string& rename(SceneNode& node, const std::string& wish);
+  SceneNode& Attach(std::unique_ptr<SceneNode> node, SceneNode* parent, std::size_t index = kLast);
+  /// Names `node` `UniqueName(wish)` and returns that.
+  const std::string& Rename(SceneNode& node, const std::string& wish);
 
   /// Moves a node below another (null: the world); its local pose and keys stay as they are. False
   /// when `parent` is `node` or below it.
-  bool move(SceneNode& node, SceneNode* parent, std::size_t index = kLast);
+  bool Move(SceneNode& node, SceneNode* parent, std::size_t index = kLast);
   /// Moves a node below another (null: the world) so that its world pose stays what it was, at
   /// `time` for a node without keys, else at each of its keys' times (a STEP or CUBICSPLINE channel
   /// is baked per frame). Shear that the new parent would cause is lost. A user's node that comes
   /// to hang on a rig's notes its home, and forgets it when it goes elsewhere. False when `parent`
   /// is `node` or below it, or has no inverse (a scale of 0); nothing has changed then.
-  bool reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index = kLast);
+  bool Reparent(SceneNode& node, SceneNode* parent, double time, std::size_t index = kLast);
 
-  /// The file's record, else what its keys tell (see guessFrameRate), else `kUsualRate`.
-  double frameRate() const { return m_frameRate; }            ///< frames per second
-  double frameDuration() const { return 1.0 / m_frameRate; }  ///< s
+  /// The file's record, else what its keys tell (see GuessFrameRate), else `kUsualRate`.
+  double GetFrameRate() const { return m_frameRate; }            ///< frames per second
+  double GetFrameDuration() const { return 1.0 / m_frameRate; }  ///< s
   static constexpr double kUsualRate = 25.0;
   /// False, with nothing changed, unless `fps` is finite and above 0.
-  bool setFrameRate(double fps);
+  bool SetFrameRate(double fps);
   /// Playback range: the file's record, else from the first to the last key, else 0 to 10 s.
-  double rangeStart() const { return m_rangeStart; }  ///< s
-  double rangeEnd() const { return m_rangeEnd; }      ///< s
+  double GetRangeStart() const { return m_rangeStart; }  ///< s
+  double GetRangeEnd() const { return m_rangeEnd; }      ///< s
   /// False, with nothing changed, unless both are finite and end is not before start.
-  bool setRange(double start, double end);
+  bool SetRange(double start, double end);
   /// First and last key time of all nodes (s); false when nothing is keyed.
-  bool keyRange(double& start, double& end) const;
+  bool KeyRange(double& start, double& end) const;
 
   /// Called when nodes have come, gone, moved or been renamed.
-  void setTreeHandler(std::function<void()> handler) { m_treeChanged = std::move(handler); }
+  void SetTreeHandler(std::function<void()> handler) { m_treeChanged = std::move(handler); }
 
   /// In list order.
-  std::vector<RigRecord>& rigs() { return m_rigs; }
-  const std::vector<RigRecord>& rigs() const { return m_rigs; }
+  std::vector<RigRecord>& GetRigs() { return m_rigs; }
+  const std::vector<RigRecord>& GetRigs() const { return m_rigs; }
   /// Groups and order of the rigs, a text that only the core understands; empty without groups.
-  std::string& rows() { return m_rows; }
+  std::string& GetRows() { return m_rows; }
 
   /// Names of the file's animation clips, in its order ("" for one without a name).
-  const std::vector<std::string>& clips() const { return m_clips; }
+  const std::vector<std::string>& GetClips() const { return m_clips; }
   /// Index of the clip that the nodes' channels come from and keys are written to; -1 when the file
   /// has none.
-  int evaluatedClip() const { return m_evaluatedClip; }
+  int GetEvaluatedClip() const { return m_evaluatedClip; }
 
  private:
-  void tellTree() const {
+  void TellTree() const {
     if (m_treeChanged) m_treeChanged();
   }
 
@@ -100,11 +100,11 @@ class Scene {
   friend class GltfWriter;
   friend class SceneNode;
 
-  std::vector<std::unique_ptr<SceneNode>>& siblings(SceneNode* parent);
-  void enter(SceneNode& node);
-  void leave(SceneNode& node);
-  void noteTag(SceneNode& node);
-  void forgetTag(SceneNode& node);
+  std::vector<std::unique_ptr<SceneNode>>& Siblings(SceneNode* parent);
+  void Enter(SceneNode& node);
+  void Leave(SceneNode& node);
+  void NoteTag(SceneNode& node);
+  void ForgetTag(SceneNode& node);
 
   std::vector<std::unique_ptr<SceneNode>> m_roots;
   std::map<std::string, SceneNode*> m_byName;

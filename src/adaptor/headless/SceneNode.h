@@ -45,7 +45,7 @@ struct NodeAnimation {
 /// is the rigs' own (right-handed, Y up, metres); poses are relative to the parent.
 ///
 /// Owned by its parent, or by the scene when it is a root; its address stays the same as long as it
-/// lives, also through Scene::detach and attach. What a setter changes is written anew by the next
+/// lives, also through Scene::Detach and Attach. What a setter changes is written anew by the next
 /// save; all else goes back to the file as it was read.
 class alignas(64) SceneNode {
  public:
@@ -53,73 +53,73 @@ class alignas(64) SceneNode {
   SceneNode(const SceneNode&) = delete;
   SceneNode& operator=(const SceneNode&) = delete;
 
-  /// Unique in the scene. Scene::rename changes it.
-  const std::string& name() const { return m_name; }
+  /// Unique in the scene. Scene::Rename changes it.
+  const std::string& GetName() const { return m_name; }
   /// Null for a root.
-  SceneNode* parent() const { return m_parent; }
-  const std::vector<std::unique_ptr<SceneNode>>& children() const { return m_children; }
+  SceneNode* GetParent() const { return m_parent; }
+  const std::vector<std::unique_ptr<SceneNode>>& GetChildren() const { return m_children; }
   /// Position among its parent's children or the scene's roots.
-  std::size_t indexInParent() const;
+  std::size_t IndexInParent() const;
   /// Null while the node is detached.
-  Scene* scene() const { return m_scene; }
+  Scene* GetScene() const { return m_scene; }
   /// True when `ancestor` is this node or above it.
-  bool isUnder(const SceneNode& ancestor) const;
+  bool IsUnder(const SceneNode& ancestor) const;
 
   /// The pose where no channel says otherwise.
-  const Trs& pose() const { return m_pose; }
-  void setPose(const Trs& pose);
+  const Trs& GetPose() const { return m_pose; }
+  void SetPose(const Trs& pose);
   /// Null where the property has no keys.
-  const Channel* channel(ChannelPath path) const;
-  bool hasKeys() const;
+  const Channel* GetChannel(ChannelPath path) const;
+  bool HasKeys() const;
   /// Takes over a whole channel; an empty one removes the property's keys.
-  void setChannel(Channel channel);
-  void removeChannel(ChannelPath path);
-  /// See Channel::replaceKeys; makes the channel when there is none. `frameDuration` in seconds.
-  bool replaceKeys(ChannelPath path, double start, double end, const std::vector<double>& times,
+  void SetChannel(Channel channel);
+  void RemoveChannel(ChannelPath path);
+  /// See Channel::ReplaceKeys; makes the channel when there is none. `frameDuration` in seconds.
+  bool ReplaceKeys(ChannelPath path, double start, double end, const std::vector<double>& times,
                    const std::vector<double>& values, double frameDuration);
-  NodeAnimation animation() const;
+  NodeAnimation GetAnimation() const;
   /// Puts pose and keys back to what `animation()` gave.
-  void setAnimation(const NodeAnimation& animation);
+  void SetAnimation(const NodeAnimation& animation);
 
   /// Pose relative to the parent at `time` (s).
-  Trs localTrs(double time) const;
-  util::Matrix<double> localMatrix(double time) const;
+  Trs LocalTrs(double time) const;
+  util::Matrix<double> LocalMatrix(double time) const;
   /// Parent's world matrix times the local one.
-  util::Matrix<double> worldMatrix(double time) const;
+  util::Matrix<double> WorldMatrix(double time) const;
 
-  bool visible() const { return m_visible; }
-  void setVisible(bool visible);
+  bool IsVisible() const { return m_visible; }
+  void SetVisible(bool visible);
   /// Mark of a node that belongs to a rig; empty for all others.
-  const std::string& tag() const { return m_tag; }
-  void setTag(const std::string& tag);
+  const std::string& GetTag() const { return m_tag; }
+  void SetTag(const std::string& tag);
   /// Name of the parent that a user's node had before it was hung on a rig's node ("" is the
   /// world), by which a delivery gives the user's tree back; nothing where that is not known.
-  const std::optional<std::string>& home() const { return m_home; }
-  void setHome(std::optional<std::string> home) { m_home = std::move(home); }
+  const std::optional<std::string>& GetHome() const { return m_home; }
+  void SetHome(std::optional<std::string> home) { m_home = std::move(home); }
   /// A node that was made only to carry a user's node below a rig's, such as one that undoes the
   /// rig node's uneven scale.
-  bool isHub() const { return m_hub; }
-  void setHub(bool hub) { m_hub = hub; }
+  bool IsHub() const { return m_hub; }
+  void SetHub(bool hub) { m_hub = hub; }
   /// Whether its parent is a rig's node or a hub.
-  bool hangsOnRig() const { return m_parent && (m_parent->m_hub || !m_parent->m_tag.empty()); }
+  bool HangsOnRig() const { return m_parent && (m_parent->m_hub || !m_parent->m_tag.empty()); }
 
   /// Null when the node has none.
-  const Lens* lens() const { return m_lens ? &*m_lens : nullptr; }
-  void setLens(const Lens& lens);
-  const Curve* curve() const { return m_curve.get(); }
-  std::shared_ptr<const Curve> sharedCurve() const { return m_curve; }
-  void setCurve(const Curve& curve);
-  bool hasMesh() const;
+  const Lens* GetLens() const { return m_lens ? &*m_lens : nullptr; }
+  void SetLens(const Lens& lens);
+  const Curve* GetCurve() const { return m_curve.get(); }
+  std::shared_ptr<const Curve> GetSharedCurve() const { return m_curve; }
+  void SetCurve(const Curve& curve);
+  bool HasMesh() const;
   /// Triangles in the node's own space; built from the file's data at the first call. Null when the
   /// node has none.
-  const util::CMesh* mesh() const;
-  void setMesh(const util::CMesh& mesh);
+  const util::CMesh* GetMesh() const;
+  void SetMesh(const util::CMesh& mesh);
   /// The same without a copy, as an undo step wants it; null takes the mesh away.
-  void setMesh(std::shared_ptr<const util::CMesh> mesh);
-  std::shared_ptr<const util::CMesh> sharedMesh() const;
-  /// Display colour of a mesh given by `setMesh`, or the base colour of the file's first material.
-  Colour colour() const { return m_colour; }
-  void setColour(const Colour& colour);
+  void SetMesh(std::shared_ptr<const util::CMesh> mesh);
+  std::shared_ptr<const util::CMesh> SharedMesh() const;
+  /// Display colour of a mesh given by `SetMesh`, or the base colour of the file's first material.
+  Colour GetColour() const { return m_colour; }
+  void SetColour(const Colour& colour);
 
  private:
   friend class Scene;
@@ -147,7 +147,7 @@ class alignas(64) SceneNode {
   };
 
   explicit SceneNode(std::string name) : m_name(std::move(name)) {}
-  Channel& ownChannel(ChannelPath path);
+  Channel& OwnChannel(ChannelPath path);
 
   // What every frame of a take reads comes first, so that it lies together.
   SceneNode* m_parent = nullptr;
@@ -164,7 +164,7 @@ class alignas(64) SceneNode {
   std::optional<Lens> m_lens;
   std::shared_ptr<const Curve> m_curve;
   mutable std::shared_ptr<const util::CMesh> m_mesh;  ///< null until asked for
-  bool m_ownMesh = false;                             ///< given by setMesh
+  bool m_ownMesh = false;                             ///< given by SetMesh
   Colour m_colour{0.8f, 0.8f, 0.8f};
   std::unique_ptr<const Source> m_source;  ///< null for a node made in memory
 };

@@ -27,8 +27,8 @@ struct Box {
   Vector low, high;
 };
 
-Box boxOf(const SceneNode& node) {
-  const util::CMesh* const mesh = node.hasMesh() ? node.mesh() : nullptr;
+Box BoxOf(const SceneNode& node) {
+  const util::CMesh* const mesh = node.HasMesh() ? node.GetMesh() : nullptr;
   if (!mesh || mesh->vertices.empty()) return {};
   Box box{mesh->vertices.front(), mesh->vertices.front()};
   for (const Vector& vertex : mesh->vertices) {
@@ -50,37 +50,37 @@ struct Belt {
   Box step;
 };
 
-std::vector<Belt> beltsOf(const PlotData& data, const std::vector<PlotSubject>& subjects) {
+std::vector<Belt> BeltsOf(const PlotData& data, const std::vector<PlotSubject>& subjects) {
   std::vector<Belt> belts;
   int pen = 0;
   for (const PlotSubject& subject : subjects) {
     Belt belt{&subject,
               pen,
-              rigNode(*subject.rig, "Frame"),
-              rigNode(*subject.rig, "driveWheel"),
-              rigNodes(*subject.rig, "step"),
+              RigNode(*subject.rig, "Frame"),
+              RigNode(*subject.rig, "driveWheel"),
+              RigNodes(*subject.rig, "step"),
               {},
               {},
               {}};
     pen += subject.followed ? 2 : 1;
     if (!belt.frame || !belt.driveWheel || belt.steps.size() < 2) continue;
-    belt.framePoses = posesOf(*belt.frame, data.times);
-    for (const SceneNode* step : belt.steps) belt.stepPoses.push_back(posesOf(*step, data.times));
-    belt.step = boxOf(*belt.steps.front());
+    belt.framePoses = PosesOf(*belt.frame, data.times);
+    for (const SceneNode* step : belt.steps) belt.stepPoses.push_back(PosesOf(*step, data.times));
+    belt.step = BoxOf(*belt.steps.front());
     belts.push_back(std::move(belt));
   }
   return belts;
 }
 
-const std::string& nameOf(const Belt& belt) {
+const std::string& NameOf(const Belt& belt) {
   return belt.subject->rig->GetInstanceName();
 }
 
 // --- curves ---
 
 /// Mean way of the steps within the Frame from frame to frame, by time (m/s).
-PlotCurve beltSpeed(const Belt& belt, const std::vector<double>& times) {
-  PlotCurve curve{nameOf(belt) + ", mean of the steps", {}, {}};
+PlotCurve BeltSpeed(const Belt& belt, const std::vector<double>& times) {
+  PlotCurve curve{NameOf(belt) + ", mean of the steps", {}, {}};
   const double unit = belt.framePoses.front().rowLengths().z;
   for (std::size_t i = 1; i < times.size(); ++i) {
     const Matrix before = belt.framePoses[i - 1].affineInverse();
@@ -98,14 +98,14 @@ PlotCurve beltSpeed(const Belt& belt, const std::vector<double>& times) {
 }
 
 /// Speed of the driveWheel at the middle of the steps that lie on it (m/s).
-PlotCurve rimSpeed(const Belt& belt, const std::vector<double>& times) {
-  PlotCurve curve{nameOf(belt) + ", rim of the driveWheel", {}, {}};
-  const Poses wheel = posesOf(*belt.driveWheel, times);
+PlotCurve RimSpeed(const Belt& belt, const std::vector<double>& times) {
+  PlotCurve curve{NameOf(belt) + ", rim of the driveWheel", {}, {}};
+  const Poses wheel = PosesOf(*belt.driveWheel, times);
   const double radius =
-      boxOf(*belt.driveWheel).high.y * wheel.front().rowLengths().y +
+      BoxOf(*belt.driveWheel).high.y * wheel.front().rowLengths().y +
       (belt.step.high.y - belt.step.low.y) / 2.0 * belt.stepPoses.front().front().rowLengths().y;
   for (std::size_t i = 1; i < times.size(); ++i) {
-    const double turn = angleBetween(belt.framePoses[i - 1].affineInverse() * wheel[i - 1],
+    const double turn = AngleBetween(belt.framePoses[i - 1].affineInverse() * wheel[i - 1],
                                      belt.framePoses[i].affineInverse() * wheel[i]);
     curve.times.push_back(times[i]);
     curve.values.push_back(turn * util::kRadiansPerDegree * radius / (times[i] - times[i - 1]));
@@ -114,8 +114,8 @@ PlotCurve rimSpeed(const Belt& belt, const std::vector<double>& times) {
 }
 
 /// Between the end of a step and the beginning of the next, in percent of a step's length.
-PlotCurve widestGap(const Belt& belt, const std::vector<double>& times) {
-  PlotCurve curve{nameOf(belt), times, {}};
+PlotCurve WidestGap(const Belt& belt, const std::vector<double>& times) {
+  PlotCurve curve{NameOf(belt), times, {}};
   const Vector middle = (belt.step.low + belt.step.high) * 0.5;
   const Vector begin(middle.x, middle.y, belt.step.low.z),
       end(middle.x, middle.y, belt.step.high.z);
@@ -135,7 +135,7 @@ PlotCurve widestGap(const Belt& belt, const std::vector<double>& times) {
 
 // --- side views ---
 
-PlotLine stepOutline(const Box& box, const Matrix& pose, int pen) {
+PlotLine StepOutline(const Box& box, const Matrix& pose, int pen) {
   PlotLine line{{}, pen, 1.1, true, {}};
   const double x = (box.low.x + box.high.x) / 2.0;
   for (const auto& [y, z] : {std::pair{box.low.y, box.low.z},
@@ -147,10 +147,10 @@ PlotLine stepOutline(const Box& box, const Matrix& pose, int pen) {
 }
 
 /// The rim and two spokes, one of which is whole, so that its turn shows.
-void addWheel(std::vector<PlotLine>& lines, const SceneNode& wheel, double time, int pen) {
+void AddWheel(std::vector<PlotLine>& lines, const SceneNode& wheel, double time, int pen) {
   constexpr int kCorners = 32;
-  const Matrix pose = wheel.worldMatrix(time);
-  const double radius = boxOf(wheel).high.y;
+  const Matrix pose = wheel.WorldMatrix(time);
+  const double radius = BoxOf(wheel).high.y;
   const auto at = [&](double angle, double share) {
     return pose.transformPoint(
         {0.0, share * radius * std::cos(angle), share * radius * std::sin(angle)});
@@ -163,37 +163,37 @@ void addWheel(std::vector<PlotLine>& lines, const SceneNode& wheel, double time,
   lines.push_back({{at(0.0, 0.0), at(90.0 * util::kRadiansPerDegree, 1.0)}, pen, 1.0, false, {}});
 }
 
-PlotView sideView(const Belt& belt, std::size_t frame, double time,
+PlotView SideView(const Belt& belt, std::size_t frame, double time,
                   const rws::adaptor::headless::Scene& scene) {
   PlotView view;
-  view.title = nameOf(belt) + " at " + util::shortText(time) + " s";
+  view.title = NameOf(belt) + " at " + util::shortText(time) + " s";
   // The belt's forward is the Frame's -Z.
   const Vector forward = -belt.framePoses[frame].axisRow(2);
   const Vector level(forward.x, 0.0, forward.z);
   if (level.length() > 1e-6) view.across = level.normalized();
   const Vector normal = view.across.cross(Vector(0.0, 1.0, 0.0));
-  view.lines = cutOf(scene, time, belt.driveWheel->worldMatrix(time).translation(), normal);
+  view.lines = CutOf(scene, time, belt.driveWheel->WorldMatrix(time).translation(), normal);
   for (const char* kind : {"driveWheel", "bogie", "supportBogie"})
-    for (const SceneNode* wheel : rigNodes(*belt.subject->rig, kind))
-      addWheel(view.lines, *wheel, time, belt.pen + 1);
+    for (const SceneNode* wheel : RigNodes(*belt.subject->rig, kind))
+      AddWheel(view.lines, *wheel, time, belt.pen + 1);
   for (const Poses& step : belt.stepPoses)
-    view.lines.push_back(stepOutline(belt.step, step[frame], belt.pen));
+    view.lines.push_back(StepOutline(belt.step, step[frame], belt.pen));
   return view;
 }
 
 }  // namespace
 
-void addBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
+void AddBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
               const rws::adaptor::headless::Scene& scene) {
-  const std::vector<Belt> belts = beltsOf(data, subjects);
+  const std::vector<Belt> belts = BeltsOf(data, subjects);
   if (belts.empty()) return;
   PlotPanel speed{"Speed of the belt", "m/s", {}, {}};
   PlotPanel gap{"Widest gap between two steps", "% of a step", {}, {}};
   int pen = 0;
   for (const Belt& belt : belts) {
-    speed.add(rimSpeed(belt, data.times), pen + 1);
-    speed.add(beltSpeed(belt, data.times), pen);
-    gap.add(widestGap(belt, data.times), pen);
+    speed.Add(RimSpeed(belt, data.times), pen + 1);
+    speed.Add(BeltSpeed(belt, data.times), pen);
+    gap.Add(WidestGap(belt, data.times), pen);
     pen += 2;
   }
   data.panels.push_back(std::move(speed));
@@ -202,7 +202,7 @@ void addBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
   const std::size_t views = std::min(kViews, data.times.size());
   for (std::size_t i = 0; i < views; ++i) {
     const std::size_t frame = views > 1 ? last * i / (views - 1) : 0;
-    data.views.push_back(sideView(belts.front(), frame, data.times[frame], scene));
+    data.views.push_back(SideView(belts.front(), frame, data.times[frame], scene));
   }
 }
 

@@ -15,7 +15,7 @@ struct PlotSubject;
 /// Adds panels of the steps' mean speed in the Frame beside that of the driveWheel's rim, and of
 /// the widest gap between two steps; and of the first belt four side views, with the ground as the
 /// plane through its driveWheel cuts it. Rigs without a belt add nothing.
-void addBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
+void AddBelts(PlotData& data, const std::vector<PlotSubject>& subjects,
               const rws::adaptor::headless::Scene& scene);
 
 }  // namespace orv::app

@@ -24,24 +24,24 @@ struct PlotSpan {
   double low = std::numeric_limits<double>::infinity();
   double high = -std::numeric_limits<double>::infinity();
 
-  void include(double value);
-  void include(const PlotSpan& other);
+  void Include(double value);
+  void Include(const PlotSpan& other);
   /// Zero length at 0 when nothing was included.
-  void settle();
-  double length() const { return high - low; }
+  void Settle();
+  double Length() const { return high - low; }
 };
 
 /// A rectangle of the ground (m).
 struct PlotBounds {
   PlotSpan x, z;
 
-  void include(double across, double along) {
-    x.include(across);
-    z.include(along);
+  void Include(double across, double along) {
+    x.Include(across);
+    z.Include(along);
   }
   /// Makes room around, as a part of the longer side.
-  void widen(double part);
-  double longerSide() const { return std::max(x.length(), z.length()); }
+  void Widen(double part);
+  double LongerSide() const { return std::max(x.Length(), z.Length()); }
 };
 
 /// Draws one PlotData, which must outlive it, between two places across the page. Which part of the
@@ -51,25 +51,25 @@ class PlotColumn {
   /// Pixels.
   PlotColumn(const PlotData& data, double left, double width);
 
-  const PlotData& data() const { return m_data; }
-  double left() const { return m_left; }
-  double width() const { return m_width; }
+  const PlotData& GetData() const { return m_data; }
+  double GetLeft() const { return m_left; }
+  double GetWidth() const { return m_width; }
 
   /// What the paths need, with some room.
-  PlotBounds bounds() const;
+  PlotBounds Bounds() const;
   /// Smallest and largest value of a panel, and 0 where the panel shows it.
-  static PlotSpan valuesOf(const PlotPanel& panel);
+  static PlotSpan ValuesOf(const PlotPanel& panel);
 
-  PlotLegend pathLegend() const;
-  PlotLegend panelLegend(const PlotPanel& panel) const;
+  PlotLegend PathLegend() const;
+  PlotLegend PanelLegend(const PlotPanel& panel) const;
 
-  void drawTopView(QPainter& painter, const QRectF& area, const PlotBounds& bounds);
+  void DrawTopView(QPainter& painter, const QRectF& area, const PlotBounds& bounds);
 
   /// Height that the scene's side views want (pixels): rows of cells that show as many metres.
-  double viewsHeight() const;
-  void drawViews(QPainter& painter, double top);
+  double ViewsHeight() const;
+  void DrawViews(QPainter& painter, double top);
   /// `moreLegend` is the height that the legend's rows behind the first have above `area`.
-  void drawPanel(QPainter& painter, const PlotPanel& panel, const QRectF& area,
+  void DrawPanel(QPainter& painter, const PlotPanel& panel, const QRectF& area,
                  const PlotSpan& values, double moreLegend);
 
  private:
@@ -77,26 +77,26 @@ class PlotColumn {
 
   struct Cells;
 
-  Cells cells() const;
-  void drawView(const PlotView& view, const PlotBounds& bounds, const QRectF& area);
-  void drawGrid(const QRectF& view, const Axis& x, const Axis& y, double step);
-  void drawAxisNames(const QRectF& view, const QString& x, const QString& y);
+  Cells FindCells() const;
+  void DrawView(const PlotView& view, const PlotBounds& bounds, const QRectF& area);
+  void DrawGrid(const QRectF& view, const Axis& x, const Axis& y, double step);
+  void DrawAxisNames(const QRectF& view, const QString& x, const QString& y);
   /// The rest of the line is that of `line`; places are in pixels.
-  void drawLine(const PlotLine& line, const QPolygonF& polygon);
-  void drawMark(const QPointF& mark);
-  void drawScaleBar(const QRectF& view, const Axis& x, const Axis& z, double metres,
+  void DrawLine(const PlotLine& line, const QPolygonF& polygon);
+  void DrawMark(const QPointF& mark);
+  void DrawScaleBar(const QRectF& view, const Axis& x, const Axis& z, double metres,
                     PlotLabels& labels);
-  void drawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
+  void DrawPath(const PlotPath& path, std::size_t index, const Axis& x, const Axis& z,
                 PlotLabels& labels);
-  void drawTimeMarks(const PlotPath& path, std::size_t index, const QRectF& view, const Axis& x,
+  void DrawTimeMarks(const PlotPath& path, std::size_t index, const QRectF& view, const Axis& x,
                      const Axis& z, PlotLabels& labels);
-  void drawEnds(const PlotPath& path, std::size_t index, const QRectF& view, const Axis& x,
+  void DrawEnds(const PlotPath& path, std::size_t index, const QRectF& view, const Axis& x,
                 const Axis& z, PlotLabels& labels);
-  void drawPanelAxes(const QRectF& area, const Axis& t, const Axis& v);
-  void drawCurve(const PlotCurve& curve, int pen, const QRectF& area, const Axis& t, const Axis& v);
-  void write(const QRectF& area, int flags, const QString& what, const QFont& f,
+  void DrawPanelAxes(const QRectF& area, const Axis& t, const Axis& v);
+  void DrawCurve(const PlotCurve& curve, int pen, const QRectF& area, const Axis& t, const Axis& v);
+  void Write(const QRectF& area, int flags, const QString& what, const QFont& f,
              const QColor& colour);
-  void writeOnPaper(const QRectF& area, const QString& what, const QFont& f, const QColor& colour);
+  void WriteOnPaper(const QRectF& area, const QString& what, const QFont& f, const QColor& colour);
 
   const PlotData& m_data;
   QPainter* m_painter = nullptr;  ///< while drawing

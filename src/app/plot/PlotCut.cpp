@@ -13,7 +13,7 @@ using Vector = util::Vector3<double>;
 namespace {
 
 /// Goes on with the last line where the piece touches its end, as pieces of neighbours do.
-void append(std::vector<PlotLine>& lines, std::size_t first, const Vector& a, const Vector& b) {
+void Append(std::vector<PlotLine>& lines, std::size_t first, const Vector& a, const Vector& b) {
   constexpr double kSamePlace = 1e-6;  // m
   if (lines.size() > first) {
     auto& points = lines.back().points;
@@ -29,14 +29,14 @@ void append(std::vector<PlotLine>& lines, std::size_t first, const Vector& a, co
 
 }  // namespace
 
-std::vector<PlotLine> cutOf(const rws::adaptor::headless::Scene& scene, double time,
+std::vector<PlotLine> CutOf(const rws::adaptor::headless::Scene& scene, double time,
                             const Vector& point, const Vector& normal) {
   std::vector<PlotLine> lines;
-  for (const rws::adaptor::headless::SceneNode* node : scene.nodes()) {
+  for (const rws::adaptor::headless::SceneNode* node : scene.GetNodes()) {
     const util::CMesh* const mesh =
-        node->tag().empty() && node->visible() && node->hasMesh() ? node->mesh() : nullptr;
+        node->GetTag().empty() && node->IsVisible() && node->HasMesh() ? node->GetMesh() : nullptr;
     if (!mesh) continue;
-    const util::Matrix<double> pose = node->worldMatrix(time);
+    const util::Matrix<double> pose = node->WorldMatrix(time);
     std::vector<Vector> places;
     std::vector<double> heights;  // over the plane
     for (const Vector& vertex : mesh->vertices) {
@@ -53,7 +53,7 @@ std::vector<PlotLine> cutOf(const rws::adaptor::headless::Scene& scene, double t
         ends.push_back(places[a] +
                        (places[b] - places[a]) * (heights[a] / (heights[a] - heights[b])));
       }
-      if (ends.size() == 2) append(lines, first, ends[0], ends[1]);
+      if (ends.size() == 2) Append(lines, first, ends[0], ends[1]);
     }
   }
   return lines;

@@ -13,7 +13,7 @@ namespace orv::app {
 
 /// Lines in the plane through `point` that stands on `normal` (world space), at `time` (s): through
 /// all visible meshes that belong to no rig.
-std::vector<PlotLine> cutOf(const rws::adaptor::headless::Scene& scene, double time,
+std::vector<PlotLine> CutOf(const rws::adaptor::headless::Scene& scene, double time,
                             const util::Vector3<double>& point,
                             const util::Vector3<double>& normal);
 

@@ -28,7 +28,7 @@ struct PlotLine {
   bool closed = false;
   std::string name;  ///< in the legend of the top view; empty: none
 
-  bool needsRoom() const { return pen >= 0; }
+  bool NeedsRoom() const { return pen >= 0; }
 };
 
 /// Lines seen from the side, to scale.
@@ -54,7 +54,7 @@ struct PlotPanel {
   std::vector<int> colours;  ///< of the curves: numbers of the pens
   bool fromZero = true;      ///< the axis of the values shows 0
 
-  void add(PlotCurve curve, int colour) {
+  void Add(PlotCurve curve, int colour) {
     curves.push_back(std::move(curve));
     colours.push_back(colour);
   }

@@ -36,12 +36,12 @@ constexpr double kTolerance = 4e-4;  ///< by which a line may be straightened
 struct Rectangle {
   double left = HUGE_VAL, right = -HUGE_VAL, back = HUGE_VAL, front = -HUGE_VAL;  ///< x, z (m)
 
-  void include(const Vector& p) {
+  void Include(const Vector& p) {
     left = std::min(left, p.x), right = std::max(right, p.x);
     back = std::min(back, p.z), front = std::max(front, p.z);
   }
-  double longerSide() const { return std::max(right - left, front - back); }
-  bool meets(const Vector& a, const Vector& b, const Vector& c) const {
+  double LongerSide() const { return std::max(right - left, front - back); }
+  bool Meets(const Vector& a, const Vector& b, const Vector& c) const {
     return std::max({a.x, b.x, c.x}) >= left && std::min({a.x, b.x, c.x}) <= right &&
            std::max({a.z, b.z, c.z}) >= back && std::min({a.z, b.z, c.z}) <= front;
   }
@@ -55,11 +55,11 @@ class Surface {
  public:
   explicit Surface(const Rectangle& around) : m_around(around) {}
 
-  void add(const SceneNode& node, double time);
+  void Add(const SceneNode& node, double time);
   /// Borders and edges.
-  std::vector<Piece> edges() const;
+  std::vector<Piece> Edges() const;
   /// Where the ground is so high (m); makes the points.
-  std::vector<Piece> levelAt(double height);
+  std::vector<Piece> LevelAt(double height);
 
   std::vector<Vector> points;
   double low = HUGE_VAL, high = -HUGE_VAL;  ///< heights that there are (m)
@@ -83,7 +83,7 @@ class Surface {
     }
   };
 
-  std::uint32_t pointAt(const Vector& p);
+  std::uint32_t PointAt(const Vector& p);
 
   const Rectangle& m_around;
   std::vector<Face> m_faces;
@@ -91,7 +91,7 @@ class Surface {
   std::unordered_map<Place, std::uint32_t, Hash> m_places;
 };
 
-std::uint32_t Surface::pointAt(const Vector& p) {
+std::uint32_t Surface::PointAt(const Vector& p) {
   Place place;
   for (int i = 0; i < 3; ++i)
     place[static_cast<std::size_t>(i)] = std::llround(std::clamp(p[i] / kSamePlace, -9e18, 9e18));
@@ -100,9 +100,9 @@ std::uint32_t Surface::pointAt(const Vector& p) {
   return at->second;
 }
 
-void Surface::add(const SceneNode& node, double time) {
-  const util::CMesh& mesh = *node.mesh();
-  const util::Matrix<double> pose = node.worldMatrix(time);
+void Surface::Add(const SceneNode& node, double time) {
+  const util::CMesh& mesh = *node.GetMesh();
+  const util::Matrix<double> pose = node.WorldMatrix(time);
   std::vector<Vector> places;
   places.reserve(mesh.vertices.size());
   for (const Vector& vertex : mesh.vertices) places.push_back(pose.transformPoint(vertex));
@@ -110,10 +110,10 @@ void Surface::add(const SceneNode& node, double time) {
     const Vector* corner[3];
     for (std::size_t k = 0; k < 3; ++k)
       corner[k] = &places[static_cast<std::size_t>(mesh.faces[f + k])];
-    if (!m_around.meets(*corner[0], *corner[1], *corner[2])) continue;
+    if (!m_around.Meets(*corner[0], *corner[1], *corner[2])) continue;
     const Vector normal = (*corner[1] - *corner[0]).cross(*corner[2] - *corner[0]);
     if (!(normal.length() > 0.0)) continue;
-    m_faces.push_back({pointAt(*corner[0]), pointAt(*corner[1]), pointAt(*corner[2])});
+    m_faces.push_back({PointAt(*corner[0]), PointAt(*corner[1]), PointAt(*corner[2])});
     m_normals.push_back(normal.normalized());
     for (const Vector* p : corner) {
       low = std::min(low, p->y);
@@ -122,7 +122,7 @@ void Surface::add(const SceneNode& node, double time) {
   }
 }
 
-std::vector<Piece> Surface::edges() const {
+std::vector<Piece> Surface::Edges() const {
   std::vector<Side> sides;
   sides.reserve(3 * m_faces.size());
   for (std::size_t f = 0; f < m_faces.size(); ++f)
@@ -143,7 +143,7 @@ std::vector<Piece> Surface::edges() const {
   return edges;
 }
 
-std::vector<Piece> Surface::levelAt(double height) {
+std::vector<Piece> Surface::LevelAt(double height) {
   std::map<Piece, std::uint32_t> crossings;  // by the side that is crossed
   std::vector<Piece> pieces;
   for (std::size_t f = 0; f < m_faces.size(); ++f) {
@@ -170,7 +170,7 @@ struct Outline {
 };
 
 /// Puts pieces together as far as each point has two; what is left over are loops.
-std::vector<Outline> chained(const std::vector<Vector>& points, const std::vector<Piece>& pieces) {
+std::vector<Outline> Chained(const std::vector<Vector>& points, const std::vector<Piece>& pieces) {
   std::map<std::uint32_t, std::vector<std::size_t>> at;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     at[pieces[i].first].push_back(i);
@@ -201,7 +201,7 @@ std::vector<Outline> chained(const std::vector<Vector>& points, const std::vecto
 }
 
 /// Without the points that lie within `tolerance` (m) of the line between those that are kept.
-std::vector<Vector> straightened(const std::vector<Vector>& points, double tolerance) {
+std::vector<Vector> Straightened(const std::vector<Vector>& points, double tolerance) {
   std::vector<bool> kept(points.size(), false);
   kept.front() = kept.back() = true;
   std::vector<std::pair<std::size_t, std::size_t>> open{{0, points.size() - 1}};
@@ -229,7 +229,7 @@ std::vector<Vector> straightened(const std::vector<Vector>& points, double toler
 }
 
 /// The longest outlines first, until there are points enough.
-void draw(PlotData& data, std::vector<Outline> outlines, double size, const PlotLine& style) {
+void Draw(PlotData& data, std::vector<Outline> outlines, double size, const PlotLine& style) {
   std::stable_sort(outlines.begin(), outlines.end(),
                    [](const Outline& a, const Outline& b) { return a.length > b.length; });
   std::size_t count = 0;
@@ -237,7 +237,7 @@ void draw(PlotData& data, std::vector<Outline> outlines, double size, const Plot
   for (const Outline& outline : outlines) {
     if (outline.length < kShort * size) return;
     PlotLine line = style;
-    line.points = straightened(outline.points, kTolerance * size);
+    line.points = Straightened(outline.points, kTolerance * size);
     line.name = std::exchange(name, {});
     count += line.points.size();
     if (count > kMostPoints) return;
@@ -247,55 +247,55 @@ void draw(PlotData& data, std::vector<Outline> outlines, double size, const Plot
 
 /// The meshes of a ground: of a node that has none, those below it, but for rigs and what hangs on
 /// them.
-void gatherMeshes(const SceneNode& node, std::vector<const SceneNode*>& meshes) {
-  if (!node.tag().empty() || std::count(meshes.begin(), meshes.end(), &node) > 0) return;
-  if (node.hasMesh()) meshes.push_back(&node);
+void GatherMeshes(const SceneNode& node, std::vector<const SceneNode*>& meshes) {
+  if (!node.GetTag().empty() || std::count(meshes.begin(), meshes.end(), &node) > 0) return;
+  if (node.HasMesh()) meshes.push_back(&node);
 }
 
-void gatherBelow(const SceneNode& node, std::vector<const SceneNode*>& meshes) {
-  for (const auto& child : node.children()) {
-    if (!child->tag().empty()) continue;
-    gatherMeshes(*child, meshes);
-    gatherBelow(*child, meshes);
+void GatherBelow(const SceneNode& node, std::vector<const SceneNode*>& meshes) {
+  for (const auto& child : node.GetChildren()) {
+    if (!child->GetTag().empty()) continue;
+    GatherMeshes(*child, meshes);
+    GatherBelow(*child, meshes);
   }
 }
 
-std::vector<const SceneNode*> groundOf(const std::vector<PlotSubject>& subjects) {
+std::vector<const SceneNode*> GroundOf(const std::vector<PlotSubject>& subjects) {
   std::vector<const SceneNode*> meshes;
   for (const PlotSubject& subject : subjects) {
-    const SceneNode* const gravity = rigNode(*subject.rig, "GravityDirectionMesh");
-    const SceneNode* const home = gravity ? gravity->parent() : nullptr;
-    if (!home || !home->tag().empty()) continue;
-    gatherMeshes(*home, meshes);
-    if (!home->hasMesh()) gatherBelow(*home, meshes);
+    const SceneNode* const gravity = RigNode(*subject.rig, "GravityDirectionMesh");
+    const SceneNode* const home = gravity ? gravity->GetParent() : nullptr;
+    if (!home || !home->GetTag().empty()) continue;
+    GatherMeshes(*home, meshes);
+    if (!home->HasMesh()) GatherBelow(*home, meshes);
   }
   return meshes;
 }
 
 }  // namespace
 
-void addGround(PlotData& data, const std::vector<PlotSubject>& subjects) {
-  const std::vector<const SceneNode*> meshes = groundOf(subjects);
+void AddGround(PlotData& data, const std::vector<PlotSubject>& subjects) {
+  const std::vector<const SceneNode*> meshes = GroundOf(subjects);
   if (meshes.empty()) return;
   Rectangle around;
   for (const PlotPath& path : data.paths)
-    for (const Vector& p : path.points) around.include(p);
-  const double size = std::max(around.longerSide(), 1.0);  // of a parked vehicle
+    for (const Vector& p : path.points) around.Include(p);
+  const double size = std::max(around.LongerSide(), 1.0);  // of a parked vehicle
   around.left -= kRoom * size, around.right += kRoom * size;
   around.back -= kRoom * size, around.front += kRoom * size;
   Surface ground(around);
-  for (const SceneNode* node : meshes) ground.add(*node, data.start);
-  draw(data, chained(ground.points, ground.edges()), size,
+  for (const SceneNode* node : meshes) ground.Add(*node, data.start);
+  Draw(data, Chained(ground.points, ground.Edges()), size,
        {{}, PlotLine::kSurface, 0.8, false, "borders and edges of the ground"});
   if (!(ground.high - ground.low > kFlat)) return;
-  const double step = roundStep(ground.high - ground.low, kHeights);
+  const double step = RoundStep(ground.high - ground.low, kHeights);
   std::vector<Outline> heights;
   // Half a step off round heights, at which level ground lies so often.
-  for (const double below : ticks(ground.low - step / 2.0, ground.high - step / 2.0, step)) {
-    const std::vector<Piece> level = ground.levelAt(below + step / 2.0);
-    for (Outline& outline : chained(ground.points, level)) heights.push_back(std::move(outline));
+  for (const double below : Ticks(ground.low - step / 2.0, ground.high - step / 2.0, step)) {
+    const std::vector<Piece> level = ground.LevelAt(below + step / 2.0);
+    for (Outline& outline : Chained(ground.points, level)) heights.push_back(std::move(outline));
   }
-  draw(data, std::move(heights), size,
+  Draw(data, std::move(heights), size,
        {{}, PlotLine::kHeight, 0.7, false, "its heights, every " + util::shortText(step) + " m"});
 }
 

@@ -12,6 +12,6 @@ struct PlotSubject;
 /// edges of its meshes, and lines of equal height. The ground is what a vehicle's gravity node
 /// hangs on, as at the plot's start. However large it is, a few thousand points are drawn at most:
 /// the longest lines count. Rigs without such a node add nothing.
-void addGround(PlotData& data, const std::vector<PlotSubject>& subjects);
+void AddGround(PlotData& data, const std::vector<PlotSubject>& subjects);
 
 }  // namespace orv::app

@@ -6,13 +6,13 @@
 
 namespace orv::app {
 
-bool PlotLabels::place(const QPointF& point, const QSizeF& size, const QRectF& inside,
+bool PlotLabels::Place(const QPointF& point, const QSizeF& size, const QRectF& inside,
                        QRectF& found) {
-  return placeOnce(point, size, inside, true, found) ||
-         placeOnce(point, size, inside, false, found);
+  return PlaceOnce(point, size, inside, true, found) ||
+         PlaceOnce(point, size, inside, false, found);
 }
 
-bool PlotLabels::placeOnce(const QPointF& point, const QSizeF& size, const QRectF& inside,
+bool PlotLabels::PlaceOnce(const QPointF& point, const QSizeF& size, const QRectF& inside,
                            bool offLines, QRectF& found) {
   for (const double distance : {7.0, 14.0, 24.0}) {
     for (int i = 0; i < 8; ++i) {
@@ -21,8 +21,8 @@ bool PlotLabels::placeOnce(const QPointF& point, const QSizeF& size, const QRect
                            point.y() + std::sin(angle) * (distance + size.height() / 2.0));
       const QRectF area(centre.x() - size.width() / 2.0, centre.y() - size.height() / 2.0,
                         size.width(), size.height());
-      if (!inside.contains(area) || isTaken(area) || (offLines && isOverLine(area))) continue;
-      block(area);
+      if (!inside.contains(area) || IsTaken(area) || (offLines && IsOverLine(area))) continue;
+      Block(area);
       found = area;
       return true;
     }
@@ -30,13 +30,13 @@ bool PlotLabels::placeOnce(const QPointF& point, const QSizeF& size, const QRect
   return false;
 }
 
-bool PlotLabels::isTaken(const QRectF& area) const {
+bool PlotLabels::IsTaken(const QRectF& area) const {
   for (const QRectF& other : m_taken)
     if (other.intersects(area)) return true;
   return false;
 }
 
-bool PlotLabels::isOverLine(const QRectF& area) const {
+bool PlotLabels::IsOverLine(const QRectF& area) const {
   for (const QPolygonF& line : m_lines) {
     for (int i = 1; i < line.size(); ++i)
       if (QRectF(line[i - 1], line[i]).normalized().adjusted(-1.0, -1.0, 1.0, 1.0).intersects(area))

@@ -6,8 +6,8 @@
 
 namespace orv::app {
 
-void PlotLegend::add(const std::string& name, int line, double thickness) {
-  const double width = sampleOf(line) + kSpace + textWidthOf(plotFont(13), fromUtf8(name));
+void PlotLegend::Add(const std::string& name, int line, double thickness) {
+  const double width = SampleOf(line) + kSpace + TextWidthOf(PlotFont(13), FromUtf8(name));
   if (m_x + width > m_right && m_x > m_left) {
     m_x = m_left;
     ++m_row;
@@ -16,16 +16,16 @@ void PlotLegend::add(const std::string& name, int line, double thickness) {
   m_x += width + kGap;
 }
 
-void PlotLegend::draw(QPainter& painter, double y) const {
+void PlotLegend::Draw(QPainter& painter, double y) const {
   for (const Entry& entry : m_entries) {
     const double middle = y + entry.row * kRow;
-    const double length = sampleOf(entry.line);
-    painter.setPen(penOf(entry.line, entry.thickness));
+    const double length = SampleOf(entry.line);
+    painter.setPen(PenOf(entry.line, entry.thickness));
     painter.drawLine(QPointF(entry.x, middle), QPointF(entry.x + length, middle));
-    painter.setFont(plotFont(13));
+    painter.setFont(PlotFont(13));
     painter.setPen(kText);
     painter.drawText(QRectF(entry.x + length + kSpace, middle - 10.0, 10.0, 20.0),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, fromUtf8(entry.name));
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, FromUtf8(entry.name));
   }
 }
 

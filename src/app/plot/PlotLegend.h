@@ -16,11 +16,11 @@ class PlotLegend {
   PlotLegend(double first, double left, double right) : m_x(first), m_left(left), m_right(right) {}
 
   /// `line` is its number among the pens, `thickness` that of the piece.
-  void add(const std::string& name, int line, double thickness);
+  void Add(const std::string& name, int line, double thickness);
   /// Height of the rows behind the first one (pixels).
-  double moreHeight() const { return m_row * kRow; }
+  double GetMoreHeight() const { return m_row * kRow; }
   /// `y` is the middle of the first row.
-  void draw(QPainter& painter, double y) const;
+  void Draw(QPainter& painter, double y) const;
 
  private:
   struct Entry {

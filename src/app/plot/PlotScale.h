@@ -9,7 +9,7 @@
 namespace orv::app {
 
 /// 1, 2 or 5 times a power of ten, near `length / count` and not below it.
-inline double roundStep(double length, int count) {
+inline double RoundStep(double length, int count) {
   const double raw = std::max(length, 1e-12) / count;
   const double power = std::pow(10.0, std::floor(std::log10(raw)));
   for (const double factor : {1.0, 2.0, 5.0})
@@ -18,7 +18,7 @@ inline double roundStep(double length, int count) {
 }
 
 /// Multiples of `step` within [from, to].
-inline std::vector<double> ticks(double from, double to, double step) {
+inline std::vector<double> Ticks(double from, double to, double step) {
   std::vector<double> values;
   for (double n = std::ceil(from / step - 1e-9); n * step <= to + step * 1e-9; n += 1.0)
     values.push_back(n == 0.0 ? 0.0 : n * step);
@@ -26,7 +26,7 @@ inline std::vector<double> ticks(double from, double to, double step) {
 }
 
 /// A tick's number with no more digits than its step needs.
-inline QString tickText(double value, double step) {
+inline QString TickText(double value, double step) {
   if (step >= 1e5 || step < 1e-4) return QString::number(value, 'g', 6);
   const int decimals = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
   return QString::number(value, 'f', decimals);

@@ -29,14 +29,14 @@ namespace {
 
 constexpr std::size_t kMostInputs = 7;  ///< curves that can be told apart in one panel
 
-PlotPath pathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
+PlotPath PathOf(const SceneNode& node, const std::vector<Matrix>& poses) {
   PlotPath path;
-  path.name = node.name();
+  path.name = node.GetName();
   for (const Matrix& pose : poses) path.points.push_back(pose.translation());
   return path;
 }
 
-PlotCurve speedCurve(const PlotPath& path, const std::vector<double>& times) {
+PlotCurve SpeedCurve(const PlotPath& path, const std::vector<double>& times) {
   PlotCurve curve;
   curve.name = path.name;
   for (std::size_t i = 1; i < times.size(); ++i) {
@@ -47,25 +47,25 @@ PlotCurve speedCurve(const PlotPath& path, const std::vector<double>& times) {
   return curve;
 }
 
-PlotCurve heightCurve(const PlotPath& path, const std::vector<double>& times) {
+PlotCurve HeightCurve(const PlotPath& path, const std::vector<double>& times) {
   PlotCurve curve{path.name, times, {}};
   for (const Vector& point : path.points) curve.values.push_back(point.y);
   return curve;
 }
 
-PlotCurve turnSpeedCurve(const std::string& name, const std::vector<Matrix>& poses,
+PlotCurve TurnSpeedCurve(const std::string& name, const std::vector<Matrix>& poses,
                          const std::vector<double>& times) {
   PlotCurve curve;
   curve.name = name;
   for (std::size_t i = 1; i < times.size(); ++i) {
     curve.times.push_back(times[i]);
-    curve.values.push_back(angleBetween(poses[i - 1], poses[i]) / (times[i] - times[i - 1]));
+    curve.values.push_back(AngleBetween(poses[i - 1], poses[i]) / (times[i] - times[i - 1]));
   }
   return curve;
 }
 
 /// Whether the curves of a panel show more than rounding.
-bool hasMovement(const PlotPanel& panel) {
+bool HasMovement(const PlotPanel& panel) {
   for (const PlotCurve& curve : panel.curves) {
     const auto [low, high] = std::minmax_element(curve.values.begin(), curve.values.end());
     if (low != curve.values.end() && *high - *low > 1e-6) return true;
@@ -74,22 +74,22 @@ bool hasMovement(const PlotPanel& panel) {
 }
 
 /// How far the follower is from what it follows.
-void addDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
+void AddDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
   PlotPanel position{"Distance to what it follows", "m", {}, {}};
   PlotPanel rotation{"Turn against what it follows", "degrees", {}, {}};
   int colour = 0;
   for (const PlotSubject& subject : subjects) {
-    if (subject.followed && isCameraRig(*subject.rig)) {
-      PlotCurve far{subject.chief->name(), data.times, {}};
+    if (subject.followed && IsCameraRig(*subject.rig)) {
+      PlotCurve far{subject.chief->GetName(), data.times, {}};
       PlotCurve turned = far;
       for (std::size_t i = 0; i < data.times.size(); ++i) {
         const Matrix& a = subject.chiefPoses[i];
         const Matrix& b = subject.followedPoses[i];
         far.values.push_back((a.translation() - b.translation()).length());
-        turned.values.push_back(angleBetween(a, b));
+        turned.values.push_back(AngleBetween(a, b));
       }
-      position.add(std::move(far), colour);
-      rotation.add(std::move(turned), colour);
+      position.Add(std::move(far), colour);
+      rotation.Add(std::move(turned), colour);
     }
     colour += subject.followed ? 2 : 1;
   }
@@ -99,7 +99,7 @@ void addDifferences(PlotData& data, const std::vector<PlotSubject>& subjects) {
 }
 
 /// The number of inputs that are left out.
-std::size_t addInputs(PlotData& data, const std::vector<PlotSubject>& subjects) {
+std::size_t AddInputs(PlotData& data, const std::vector<PlotSubject>& subjects) {
   PlotPanel panel{"Recorded inputs", "", {}, {}};
   std::size_t left = 0;
   for (const PlotSubject& subject : subjects) {
@@ -121,7 +121,7 @@ std::size_t addInputs(PlotData& data, const std::vector<PlotSubject>& subjects) 
         curve.times.push_back(sample.time);
         curve.values.push_back(sample.value);
       }
-      panel.add(std::move(curve), static_cast<int>(panel.curves.size()));
+      panel.Add(std::move(curve), static_cast<int>(panel.curves.size()));
     }
   }
   if (!panel.curves.empty()) data.panels.push_back(std::move(panel));
@@ -129,14 +129,14 @@ std::size_t addInputs(PlotData& data, const std::vector<PlotSubject>& subjects) 
 }
 
 /// Paths, heights and speeds.
-void addMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
+void AddMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
   std::vector<const std::vector<Matrix>*> poses;
   for (const PlotSubject& subject : subjects) {
-    data.paths.push_back(pathOf(*subject.chief, subject.chiefPoses));
+    data.paths.push_back(PathOf(*subject.chief, subject.chiefPoses));
     data.chief.push_back(true);
     poses.push_back(&subject.chiefPoses);
     if (!subject.followed) continue;
-    data.paths.push_back(pathOf(*subject.followed, subject.followedPoses));
+    data.paths.push_back(PathOf(*subject.followed, subject.followedPoses));
     data.chief.push_back(false);
     poses.push_back(&subject.followedPoses);
   }
@@ -146,22 +146,22 @@ void addMovement(PlotData& data, const std::vector<PlotSubject>& subjects) {
   // What is followed is drawn first, so that the follower's curve lies on it.
   for (std::size_t i = data.paths.size(); i-- > 0;) {
     const PlotPath& path = data.paths[i];
-    height.add(heightCurve(path, data.times), static_cast<int>(i));
-    speed.add(speedCurve(path, data.times), static_cast<int>(i));
-    turn.add(turnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
+    height.Add(HeightCurve(path, data.times), static_cast<int>(i));
+    speed.Add(SpeedCurve(path, data.times), static_cast<int>(i));
+    turn.Add(TurnSpeedCurve(path.name, *poses[i], data.times), static_cast<int>(i));
   }
-  if (hasMovement(height)) data.panels.push_back(std::move(height));
+  if (HasMovement(height)) data.panels.push_back(std::move(height));
   data.panels.push_back(std::move(speed));
-  if (hasMovement(turn)) data.panels.push_back(std::move(turn));
+  if (HasMovement(turn)) data.panels.push_back(std::move(turn));
 }
 
-std::string viewsOf(const PlotData& data) {
+std::string ViewsOf(const PlotData& data) {
   return data.views.empty() ? "top view and curves" : "top view, side views and curves";
 }
 
 }  // namespace
 
-PlottedScene plotScene(const rws::adaptor::headless::Scene& scene,
+PlottedScene PlotScene(const rws::adaptor::headless::Scene& scene,
                        const std::vector<Instance*>& rigs, const TimeSpan& span,
                        const std::string& file, const Monitor& monitor) {
   PlottedScene result;
@@ -169,41 +169,41 @@ PlottedScene plotScene(const rws::adaptor::headless::Scene& scene,
   PlotData& data = result.data;
   data.start = span.from;
   data.end = span.to;
-  const FrameTimes frames(span.from, span.to, scene.frameDuration());
-  for (long i = 0; i < frames.count(); ++i) data.times.push_back(frames.time(frames.first + i));
+  const FrameTimes frames(span.from, span.to, scene.GetFrameDuration());
+  for (long i = 0; i < frames.Count(); ++i) data.times.push_back(frames.Time(frames.first + i));
   if (data.times.empty()) return result;
   std::vector<PlotSubject> subjects;
   for (Instance* rig : rigs) {
-    result.cancelled = monitor.isCancelled();
+    result.cancelled = monitor.IsCancelled();
     if (result.cancelled) return result;
-    PlotSubject subject = plotSubjectOf(*rig, data.times);
+    PlotSubject subject = PlotSubjectOf(*rig, data.times);
     if (subject.chief) subjects.push_back(std::move(subject));
-    monitor.tell(static_cast<long>(subjects.size()), static_cast<long>(rigs.size()));
+    monitor.Tell(static_cast<long>(subjects.size()), static_cast<long>(rigs.size()));
   }
   if (subjects.empty()) return result;
 
-  addMovement(data, subjects);
-  addDifferences(data, subjects);
-  if (const std::size_t left = addWheels(data, subjects))
+  AddMovement(data, subjects);
+  AddDifferences(data, subjects);
+  if (const std::size_t left = AddWheels(data, subjects))
     result.warnings.push_back("the wheels of " + std::to_string(left) + " more rigs are not drawn");
-  addBelts(data, subjects, scene);
-  addGround(data, subjects);
-  addShots(data, subjects, scene);
-  if (const std::size_t left = addInputs(data, subjects))
+  AddBelts(data, subjects, scene);
+  AddGround(data, subjects);
+  AddShots(data, subjects, scene);
+  if (const std::size_t left = AddInputs(data, subjects))
     result.warnings.push_back(std::to_string(left) + " more inputs are not drawn");
   std::vector<std::string> names, profiles;
   for (const PlotSubject& subject : subjects) {
     names.push_back(subject.rig->GetInstanceName());
     profiles.push_back(subject.rig->GetCurrentProfile());
   }
-  result.rigs = joined(names);
-  result.profiles = joined(profiles);
+  result.rigs = Joined(names);
+  result.profiles = Joined(profiles);
   result.frames = util::shortText(span.from) + " to " + util::shortText(span.to) + " s at " +
-                  util::shortText(scene.frameRate()) + " frames/s";
+                  util::shortText(scene.GetFrameRate()) + " frames/s";
   return result;
 }
 
-PlotSheet sheetOf(std::vector<PlottedScene> scenes) {
+PlotSheet SheetOf(std::vector<PlottedScene> scenes) {
   PlotSheet sheet;
   const bool alone = scenes.size() == 1;
   std::vector<std::string> titles;
@@ -211,10 +211,10 @@ PlotSheet sheetOf(std::vector<PlottedScene> scenes) {
     if (!alone) scene.data.heading = scene.file + ": " + scene.profiles;
     if (std::find(titles.begin(), titles.end(), scene.rigs) == titles.end())
       titles.push_back(scene.rigs);
-    sheet.subtitle = (alone ? scene.file + ", " : "") + viewsOf(scene.data) + ", " + scene.frames;
+    sheet.subtitle = (alone ? scene.file + ", " : "") + ViewsOf(scene.data) + ", " + scene.frames;
     sheet.scenes.push_back(std::move(scene.data));
   }
-  sheet.title = joined(titles, "; ");
+  sheet.title = Joined(titles, "; ");
   return sheet;
 }
 

@@ -31,7 +31,7 @@ struct PlottedScene {
 
 /// Gathers paths, curves and side views of `rigs` at the frames of `span`. `file` is what the
 /// picture calls the scene.
-PlottedScene plotScene(const rws::adaptor::headless::Scene& scene,
+PlottedScene PlotScene(const rws::adaptor::headless::Scene& scene,
                        const std::vector<rws::core::Instance*>& rigs, const TimeSpan& span,
                        const std::string& file, const Monitor& monitor);
 
@@ -39,6 +39,6 @@ PlottedScene plotScene(const rws::adaptor::headless::Scene& scene,
 inline constexpr int kMostScenes = 8;
 
 /// A page of scenes side by side; at least one.
-PlotSheet sheetOf(std::vector<PlottedScene> scenes);
+PlotSheet SheetOf(std::vector<PlottedScene> scenes);
 
 }  // namespace orv::app

@@ -15,14 +15,14 @@ struct PlotSubject;
 
 /// How the names of a gun's projectiles begin within the rig.
 inline constexpr char kShotName[] = "bullet_";
-inline bool isShot(const std::string& name) {
+inline bool IsShot(const std::string& name) {
   return name.rfind(kShotName, 0) == 0;
 }
 
 /// Adds the shots' ways to the top view and a side view along the gun's mean aim, with rings where
 /// they were turned by a hit and with the scene as the planes through the first muzzle cut it; and
 /// panels of the shots fired and of the barrel's recoil. Rigs without projectiles add nothing.
-void addShots(PlotData& data, const std::vector<PlotSubject>& subjects,
+void AddShots(PlotData& data, const std::vector<PlotSubject>& subjects,
               const rws::adaptor::headless::Scene& scene);
 
 }  // namespace orv::app

@@ -17,16 +17,16 @@ inline const QColor kText(0x21, 0x25, 0x29);
 inline const QColor kFaint(0x5F, 0x66, 0x6D);
 
 /// Colour of the i-th line.
-QColor colourOf(std::size_t i);
+QColor ColourOf(std::size_t i);
 /// The pen of the i-th line: no two look the same. Below 0 it is one of PlotLine's for meshes,
 /// grey.
-QPen penOf(int i, double thickness);
+QPen PenOf(int i, double thickness);
 /// Length of the piece of the i-th line in a legend (pixels): the whole of its pattern.
-double sampleOf(int i);
+double SampleOf(int i);
 
-QFont plotFont(int pixels, bool bold = false);
-double textWidthOf(const QFont& font, const QString& text);
-inline QString fromUtf8(const std::string& utf8) {
+QFont PlotFont(int pixels, bool bold = false);
+double TextWidthOf(const QFont& font, const QString& text);
+inline QString FromUtf8(const std::string& utf8) {
   return QString::fromUtf8(utf8.c_str());
 }
 

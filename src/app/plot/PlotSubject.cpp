@@ -21,36 +21,36 @@ using Matrix = util::Matrix<double>;
 namespace {
 
 /// All but the projectiles of a gun, which are keyed but are not what the rig is.
-std::vector<SceneNode*> sceneNodesOf(const Instance& rig) {
+std::vector<SceneNode*> SceneNodesOf(const Instance& rig) {
   std::vector<SceneNode*> nodes;
   for (rws::core::CoreNode* node : rig.GetNodes()) {
-    if (isShot(node->GetName())) continue;
+    if (IsShot(node->GetName())) continue;
     if (SceneNode* own = static_cast<HeadlessNode*>(node)->GetSceneNode()) nodes.push_back(own);
   }
   return nodes;
 }
 
-bool moves(const std::vector<Matrix>& poses) {
+bool Moves(const std::vector<Matrix>& poses) {
   return std::any_of(poses.begin(), poses.end(),
                      [&](const Matrix& pose) { return pose != poses.front(); });
 }
 
 /// Whether the node or one above it is of the rig, whose nodes are `own`, and keyed.
-bool isKeyedOrCarried(const SceneNode& node, const std::set<const SceneNode*>& own) {
-  for (const SceneNode* above = &node; above; above = above->parent())
-    if (above->hasKeys() && own.count(above) > 0) return true;
+bool IsKeyedOrCarried(const SceneNode& node, const std::set<const SceneNode*>& own) {
+  for (const SceneNode* above = &node; above; above = above->GetParent())
+    if (above->HasKeys() && own.count(above) > 0) return true;
   return false;
 }
 
 }  // namespace
 
-std::vector<Matrix> posesOf(const SceneNode& node, const std::vector<double>& times) {
+std::vector<Matrix> PosesOf(const SceneNode& node, const std::vector<double>& times) {
   std::vector<Matrix> poses;
-  for (const double time : times) poses.push_back(node.worldMatrix(time));
+  for (const double time : times) poses.push_back(node.WorldMatrix(time));
   return poses;
 }
 
-double angleBetween(const Matrix& a, const Matrix& b) {
+double AngleBetween(const Matrix& a, const Matrix& b) {
   const auto p = util::Quat<double>::fromMatrix(a);
   const auto q = util::Quat<double>::fromMatrix(b);
   const util::Quat<double> turn = p.conjugate() * q;
@@ -58,13 +58,13 @@ double angleBetween(const Matrix& a, const Matrix& b) {
   return 2.0 * std::atan2(sine, std::abs(turn.w)) * util::kDegreesPerRadian;
 }
 
-SceneNode* rigNode(const Instance& rig, const std::string& name) {
+SceneNode* RigNode(const Instance& rig, const std::string& name) {
   for (rws::core::CoreNode* node : rig.GetNodes())
     if (node->GetName() == name) return static_cast<HeadlessNode*>(node)->GetSceneNode();
   return nullptr;
 }
 
-std::vector<const SceneNode*> rigNodes(const Instance& rig, const std::string& start) {
+std::vector<const SceneNode*> RigNodes(const Instance& rig, const std::string& start) {
   std::vector<const SceneNode*> nodes;
   for (rws::core::CoreNode* node : rig.GetNodes()) {
     if (node->GetName().compare(0, start.size(), start) != 0) continue;
@@ -74,30 +74,30 @@ std::vector<const SceneNode*> rigNodes(const Instance& rig, const std::string& s
   return nodes;
 }
 
-bool isCameraRig(const Instance& rig) {
+bool IsCameraRig(const Instance& rig) {
   std::vector<std::string> categories;
   rig.GetTool()->GetCategories(categories);
   return std::find(categories.begin(), categories.end(), "Camera") != categories.end();
 }
 
-PlotSubject plotSubjectOf(Instance& rig, const std::vector<double>& times) {
+PlotSubject PlotSubjectOf(Instance& rig, const std::vector<double>& times) {
   PlotSubject subject;
   subject.rig = &rig;
-  const std::vector<SceneNode*> nodes = sceneNodesOf(rig);
+  const std::vector<SceneNode*> nodes = SceneNodesOf(rig);
   for (SceneNode* node : nodes)
-    if (!subject.chief && node->hasKeys()) subject.chief = node;
+    if (!subject.chief && node->HasKeys()) subject.chief = node;
   for (SceneNode* node : nodes)
-    if (!subject.chief && moves(posesOf(*node, times))) subject.chief = node;
+    if (!subject.chief && Moves(PosesOf(*node, times))) subject.chief = node;
   if (!subject.chief && !nodes.empty()) subject.chief = nodes.front();
   if (!subject.chief) return subject;
-  subject.chiefPoses = posesOf(*subject.chief, times);
-  const bool isCamera = isCameraRig(rig);
+  subject.chiefPoses = PosesOf(*subject.chief, times);
+  const bool isCamera = IsCameraRig(rig);
   const std::set<const SceneNode*> own(nodes.begin(), nodes.end());
   for (SceneNode* node : nodes) {
-    if (node->isUnder(*subject.chief)) continue;
-    if (!isCamera && isKeyedOrCarried(*node, own)) continue;
-    subject.followedPoses = posesOf(*node, times);
-    if (!moves(subject.followedPoses)) continue;
+    if (node->IsUnder(*subject.chief)) continue;
+    if (!isCamera && IsKeyedOrCarried(*node, own)) continue;
+    subject.followedPoses = PosesOf(*node, times);
+    if (!Moves(subject.followedPoses)) continue;
     subject.followed = node;
     break;
   }

@@ -26,17 +26,17 @@ struct PlotSubject {
 /// The chief node is the first that the rig has keyed; what it follows, the first other one that
 /// moves without being carried by it. For rigs that are no cameras that one has no keys, and
 /// nothing that the rig keys carries it: a vehicle keys much that it does not follow.
-PlotSubject plotSubjectOf(rws::core::Instance& rig, const std::vector<double>& times);
+PlotSubject PlotSubjectOf(rws::core::Instance& rig, const std::vector<double>& times);
 
-std::vector<util::Matrix<double>> posesOf(const rws::adaptor::headless::SceneNode& node,
+std::vector<util::Matrix<double>> PosesOf(const rws::adaptor::headless::SceneNode& node,
                                           const std::vector<double>& times);
 /// Degrees between two orientations.
-double angleBetween(const util::Matrix<double>& a, const util::Matrix<double>& b);
+double AngleBetween(const util::Matrix<double>& a, const util::Matrix<double>& b);
 /// The rig's node of this name within the rig, such as "FollowCam"; null when there is none.
-rws::adaptor::headless::SceneNode* rigNode(const rws::core::Instance& rig, const std::string& name);
+rws::adaptor::headless::SceneNode* RigNode(const rws::core::Instance& rig, const std::string& name);
 /// The rig's nodes whose names within the rig begin so, in the order of their creation.
-std::vector<const rws::adaptor::headless::SceneNode*> rigNodes(const rws::core::Instance& rig,
+std::vector<const rws::adaptor::headless::SceneNode*> RigNodes(const rws::core::Instance& rig,
                                                                const std::string& start);
-bool isCameraRig(const rws::core::Instance& rig);
+bool IsCameraRig(const rws::core::Instance& rig);
 
 }  // namespace orv::app

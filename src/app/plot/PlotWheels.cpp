@@ -27,14 +27,14 @@ constexpr std::array<Wheel, 4> kWheels = {{{"WheelMesh_FL", "front left"},
                                            {"WheelMesh_BL", "back left"},
                                            {"WheelMesh_BR", "back right"}}};
 
-Vector axisOf(const Matrix& pose, int axis) {
+Vector AxisOf(const Matrix& pose, int axis) {
   return Vector(pose[4 * axis], pose[4 * axis + 1], pose[4 * axis + 2]).normalized();
 }
 
-std::vector<double> travelOf(const std::vector<Matrix>& wheel, const std::vector<Matrix>& body) {
+std::vector<double> TravelOf(const std::vector<Matrix>& wheel, const std::vector<Matrix>& body) {
   std::vector<double> travel;
   for (std::size_t i = 0; i < wheel.size(); ++i) {
-    const double height = (wheel[i].translation() - body[i].translation()).dot(axisOf(body[i], 1));
+    const double height = (wheel[i].translation() - body[i].translation()).dot(AxisOf(body[i], 1));
     travel.push_back(height);
   }
   const double rest = travel.empty() ? 0.0 : travel.front();
@@ -43,43 +43,43 @@ std::vector<double> travelOf(const std::vector<Matrix>& wheel, const std::vector
 }
 
 /// Angle of an axle against the body, which no spin changes.
-double steeringOf(const Vector& axle, const Matrix& body) {
-  const double across = axle.dot(axisOf(body, 0));
-  const double along = axle.dot(axisOf(body, 2));
+double SteeringOf(const Vector& axle, const Matrix& body) {
+  const double across = axle.dot(AxisOf(body, 0));
+  const double along = axle.dot(AxisOf(body, 2));
   return across < 0.0 ? std::atan2(-along, -across) : std::atan2(along, across);
 }
 
 }  // namespace
 
-std::size_t addWheels(PlotData& data, const std::vector<PlotSubject>& subjects) {
+std::size_t AddWheels(PlotData& data, const std::vector<PlotSubject>& subjects) {
   PlotPanel steering{"Steering of the front wheels", "degrees", {}, {}};
   PlotPanel travel{"Suspension travel", "m", {}, {}};
   std::size_t left = 0;
   for (const PlotSubject& subject : subjects) {
-    const auto* bodyNode = rigNode(*subject.rig, "CarBodyMesh");
-    if (!bodyNode || !rigNode(*subject.rig, kWheels[0].node)) continue;
+    const auto* bodyNode = RigNode(*subject.rig, "CarBodyMesh");
+    if (!bodyNode || !RigNode(*subject.rig, kWheels[0].node)) continue;
     if (travel.curves.size() >= kMostWheels) {
       ++left;
       continue;
     }
     const std::string rig = subject.rig->GetInstanceName();
-    const std::vector<Matrix> body = posesOf(*bodyNode, data.times);
+    const std::vector<Matrix> body = PosesOf(*bodyNode, data.times);
     std::vector<double> angle(data.times.size());
     double fronts = 0.0;
     for (std::size_t w = 0; w < kWheels.size(); ++w) {
-      const auto* node = rigNode(*subject.rig, kWheels[w].node);
+      const auto* node = RigNode(*subject.rig, kWheels[w].node);
       if (!node) continue;
-      const std::vector<Matrix> wheel = posesOf(*node, data.times);
-      travel.add({(subjects.size() > 1 ? rig + " " : "") + kWheels[w].name, data.times,
-                  travelOf(wheel, body)},
+      const std::vector<Matrix> wheel = PosesOf(*node, data.times);
+      travel.Add({(subjects.size() > 1 ? rig + " " : "") + kWheels[w].name, data.times,
+                  TravelOf(wheel, body)},
                  static_cast<int>(travel.curves.size()));
       if (w >= 2) continue;
       fronts += 1.0;
       for (std::size_t i = 0; i < wheel.size(); ++i)
-        angle[i] += steeringOf(axisOf(wheel[i], 0), body[i]) * util::kDegreesPerRadian;
+        angle[i] += SteeringOf(AxisOf(wheel[i], 0), body[i]) * util::kDegreesPerRadian;
     }
     for (double& value : angle) value /= fronts;
-    steering.add(
+    steering.Add(
         {subjects.size() > 1 ? rig : "mean of left and right", data.times, std::move(angle)},
         static_cast<int>(steering.curves.size()));
   }

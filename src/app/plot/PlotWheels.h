@@ -14,6 +14,6 @@ struct PlotSubject;
 /// plot's first frame. Rigs without wheels add nothing.
 /// The result is the number of rigs whose wheels are left out, because nobody could tell so many
 /// curves apart.
-std::size_t addWheels(PlotData& data, const std::vector<PlotSubject>& subjects);
+std::size_t AddWheels(PlotData& data, const std::vector<PlotSubject>& subjects);
 
 }  // namespace orv::app

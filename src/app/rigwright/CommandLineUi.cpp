@@ -17,10 +17,10 @@ class CommandLineUi::Countdown : public rws::core::CountdownDialog {
   void Show() override {
     m_shown = true;
     if (m_ui.m_progress)
-      m_ui.m_progress->say("take: starts in " + std::to_string(m_seconds) + " s");
+      m_ui.m_progress->Say("take: starts in " + std::to_string(m_seconds) + " s");
   }
   void Hide() override {
-    if (m_shown && m_ui.m_progress) m_ui.m_progress->say("take: go");
+    if (m_shown && m_ui.m_progress) m_ui.m_progress->Say("take: go");
     m_shown = false;
   }
 
@@ -36,18 +36,18 @@ rws::core::CountdownDialog* CommandLineUi::CreateCountdownDialog() {
 
 int CommandLineUi::MessageBox(const std::string& title, const std::string& text, unsigned flags) {
   constexpr unsigned kButtons = 15;  // the low four bits
-  if (m_progress) m_progress->clear();
+  if (m_progress) m_progress->Clear();
   const std::string said = (title.empty() ? "" : title + ": ") + text;
   switch (flags & kButtons) {
     case rws::kButtonsYesNo:
     case rws::kButtonsYesNoCancel:
-      m_output.warn(said + (m_yes ? " Answered: yes" : " Answered: no (--yes answers yes)"));
+      m_output.Warn(said + (m_yes ? " Answered: yes" : " Answered: no (--yes answers yes)"));
       return m_yes ? rws::kAnswerYes : rws::kAnswerNo;
     case rws::kButtonsOkCancel:
-      m_output.warn(said + (m_yes ? " Answered: OK" : " Answered: cancel (--yes answers OK)"));
+      m_output.Warn(said + (m_yes ? " Answered: OK" : " Answered: cancel (--yes answers OK)"));
       return m_yes ? rws::kAnswerOk : rws::kAnswerCancel;
     default:
-      m_output.warn(said);
+      m_output.Warn(said);
       return rws::kAnswerOk;
   }
 }

@@ -20,7 +20,7 @@ class CommandLineUi : public rws::core::UserInterface {
   int MessageBox(const std::string& title, const std::string& text, unsigned flags) override;
 
   /// Where the countdown is shown; not owned, null for nowhere.
-  void setProgress(ProgressBar* progress) { m_progress = progress; }
+  void SetProgress(ProgressBar* progress) { m_progress = progress; }
 
  private:
   class Countdown;

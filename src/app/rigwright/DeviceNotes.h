@@ -10,8 +10,8 @@ namespace orv::app {
 class DeviceNotes {
  public:
   explicit DeviceNotes(Output& output)
-      : m_devices([&output](const std::string& line) { output.note("devices: " + line); }) {
-    if (!m_devices.problem().empty()) output.warn(m_devices.problem());
+      : m_devices([&output](const std::string& line) { output.Note("devices: " + line); }) {
+    if (!m_devices.GetProblem().empty()) output.Warn(m_devices.GetProblem());
   }
 
  private:

@@ -32,8 +32,8 @@ using util::xml::Tag;
 
 // --- devices ---
 
-void runDevices(Program& program) {
-  const DeviceNotes devices(program.output());
+void RunDevices(Program& program) {
+  const DeviceNotes devices(program.GetOutput());
   auto& drivers = unidevice::DriverManager::instance();
   drivers.activateAll();
   drivers.updateAll();
@@ -50,17 +50,17 @@ void runDevices(Program& program) {
                             {"index", control.index},
                             {"description", control.description},
                             {"value", control.current}});
-        table.add({device->name, control.type, std::to_string(control.index), control.description,
+        table.Add({device->name, control.type, std::to_string(control.index), control.description,
                    util::shortText(control.current)});
       }
       list.push_back({{"driver", driver.name}, {"name", device->name}, {"controls", controls}});
     }
   }
   drivers.deactivateAll();
-  program.output().object()["devices"] = list;
-  for (const std::string& line : table.lines()) program.output().line(line);
-  if (table.empty())
-    program.output().note("there are no devices (plug one in, or use take --play)");
+  program.GetOutput().GetObject()["devices"] = list;
+  for (const std::string& line : table.Lines()) program.GetOutput().Line(line);
+  if (table.IsEmpty())
+    program.GetOutput().Note("there are no devices (plug one in, or use take --play)");
 }
 
 // --- map ---
@@ -71,7 +71,7 @@ struct MapOptions {
   std::optional<double> multiplier, exponent, deadzone, offset;
   bool clear = false;
 
-  bool maps() const { return !device.empty() || !positive.empty(); }
+  bool Maps() const { return !device.empty() || !positive.empty(); }
 };
 
 /// What a map is to be: the element that a profile would hold, and what its control can do.
@@ -82,7 +82,7 @@ struct Mapping {
 };
 
 /// A control of the command line; refused where it can't be meant.
-unidevice::ControlChoice readChoice(const std::string& device, const std::string& type,
+unidevice::ControlChoice ReadChoice(const std::string& device, const std::string& type,
                                     const std::string& index) {
   if (device == "Any" || device == "ANY")
     throw Failure("device " + device, "there is no such device", "did you mean any?");
@@ -91,18 +91,18 @@ unidevice::ControlChoice readChoice(const std::string& device, const std::string
   const unidevice::ChoiceProblem problem = choice.check();
   if (!problem) return choice;
   std::string hint;
-  if (!problem.wanted.empty()) hint = hintFor(problem.wanted, problem.known, problem.kind);
+  if (!problem.wanted.empty()) hint = HintFor(problem.wanted, problem.known, problem.kind);
   if (device == unidevice::EmulatedTrinaryDevice::kName) hint = "give --positive and --negative";
-  throw Failure(joined({device, type, index}, " "), problem.why, hint);
+  throw Failure(Joined({device, type, index}, " "), problem.why, hint);
 }
 
-Mapping readMapping(const MapOptions& o) {
+Mapping ReadMapping(const MapOptions& o) {
   if (o.positive.empty()) {
-    const auto choice = readChoice(o.device, o.type, o.index);
+    const auto choice = ReadChoice(o.device, o.type, o.index);
     return {choice.tag(), choice.kind(), {choice}};
   }
-  const auto positive = readChoice(o.positive[0], o.positive[1], o.positive[2]);
-  const auto negative = readChoice(o.negative[0], o.negative[1], o.negative[2]);
+  const auto positive = ReadChoice(o.positive[0], o.positive[1], o.positive[2]);
+  const auto negative = ReadChoice(o.negative[0], o.negative[1], o.negative[2]);
   if (positive == negative) {
     throw Failure("--negative", "is the same control as --positive: together they give 0",
                   "name two controls");
@@ -112,7 +112,7 @@ Mapping readMapping(const MapOptions& o) {
           {positive, negative}};
 }
 
-void requireKind(const unidevice::Property& input, const std::string& name,
+void RequireKind(const unidevice::Property& input, const std::string& name,
                  const Mapping& mapping) {
   if (mapping.kind & input.flags) return;
   const bool button = mapping.kind == unidevice::kBinaryControl;
@@ -123,7 +123,7 @@ void requireKind(const unidevice::Property& input, const std::string& name,
 }
 
 /// Devices that are away are told, and what they may have been meant to be.
-void tellAbsent(Output& output, const std::string& name, const Mapping& mapping) {
+void TellAbsent(Output& output, const std::string& name, const Mapping& mapping) {
   std::vector<std::string> away;
   std::string hint;
   for (const unidevice::ControlChoice& part : mapping.parts) {
@@ -132,55 +132,55 @@ void tellAbsent(Output& output, const std::string& name, const Mapping& mapping)
                    std::to_string(part.index));
     const std::vector<std::string> known = part.presentDevices();
     if (part.device.empty() || part.device == unidevice::kKeyboardName) continue;
-    const std::string near = hintFor(part.device, known, "devices");
+    const std::string near = HintFor(part.device, known, "devices");
     if (near.rfind("did you mean", 0) == 0) hint = " (" + near + ")";
   }
   if (away.empty()) return;
-  output.warn(joined(away, " and ") + (away.size() > 1 ? " are" : " is") +
+  output.Warn(Joined(away, " and ") + (away.size() > 1 ? " are" : " is") +
               " not present now: " + name + " takes " + (away.size() > 1 ? "them" : "it") +
               " up when the device is there" + hint);
 }
 
-void runMap(Program& program, const MapOptions& options) {
-  const DeviceNotes devices(program.output());
+void RunMap(Program& program, const MapOptions& options) {
+  const DeviceNotes devices(program.GetOutput());
   SceneJob job(program, options.scene);
-  const FoundInput found = findInput(job.core(), options.input);
+  const FoundInput found = FindInput(job.GetCore(), options.input);
   unidevice::Property* const input = found.input;
   if (!input) throw Failure("input " + options.input, found.why);
-  const std::string name = found.name();
+  const std::string name = found.Name();
   Tag property("property");
-  if (options.maps()) {
-    const Mapping mapping = readMapping(options);
-    requireKind(*input, name, mapping);
+  if (options.Maps()) {
+    const Mapping mapping = ReadMapping(options);
+    RequireKind(*input, name, mapping);
     property.addChild(mapping.control);
-    tellAbsent(program.output(), name, mapping);
+    TellAbsent(program.GetOutput(), name, mapping);
   }
-  if (options.maps() || options.clear) input->load(property);
+  if (options.Maps() || options.clear) input->load(property);
   input->multiplier = options.multiplier.value_or(input->multiplier);
   input->exponent = options.exponent.value_or(input->exponent);
   input->deadzone = options.deadzone.value_or(input->deadzone);
   input->offset = options.offset.value_or(input->offset);
-  job.save(options.output);
-  program.output().object()["input"] = name;
-  program.output().object()["present"] = input->control != nullptr;
-  program.output().note("mapped " + name);
+  job.Save(options.output);
+  program.GetOutput().GetObject()["input"] = name;
+  program.GetOutput().GetObject()["present"] = input->control != nullptr;
+  program.GetOutput().Note("mapped " + name);
 }
 
-std::string mustBeBelowOne(double value) {
+std::string MustBeBelowOne(double value) {
   return value >= 0.0 && value < 1.0 ? std::string() : "must be at least 0 and below 1";
 }
 
-std::string checkIndex(const std::string& text) {
+std::string CheckIndex(const std::string& text) {
   int number = -1;
   return util::parseNumber(text, number) && number >= 0
              ? std::string()
              : "\"" + text + "\" is no whole number from 0 up";
 }
 
-CLI::Option* addPart(CLI::App& verb, const std::string& name, std::vector<std::string>& part,
+CLI::Option* AddPart(CLI::App& verb, const std::string& name, std::vector<std::string>& part,
                      const std::string& description) {
   const auto read = [&part, name](const std::vector<std::string>& words) {
-    const std::string wrong = checkIndex(words.at(2));
+    const std::string wrong = CheckIndex(words.at(2));
     if (!wrong.empty()) throw CLI::ValidationError(name, wrong);
     part = words;
   };
@@ -189,15 +189,15 @@ CLI::Option* addPart(CLI::App& verb, const std::string& name, std::vector<std::s
       ->type_name("DEVICE TYPE INDEX");
 }
 
-void addMap(Program& program) {
+void AddMap(Program& program) {
   auto o = std::make_shared<MapOptions>();
-  CLI::App& verb = program.addVerb(
+  CLI::App& verb = program.AddVerb(
       "map",
       "Map an input of a rig to a control of a device, or change how its value is shaped\n"
       "value = sign * (max(|raw| - deadzone, 0) / (1 - deadzone)) ^ exponent * multiplier + offset",
       "rigwright map hand.glb \"Hand:Yaw (Right/Left)\" any Axis 0 --multiplier -1 -o hand.glb",
-      [o](Program& p) { runMap(p, *o); });
-  addScene(verb, o->scene);
+      [o](Program& p) { RunMap(p, *o); });
+  AddScene(verb, o->scene);
   verb.add_option("INPUT", o->input, "RIG:INPUT (see rigwright info)")->required()->type_name("");
   CLI::Option* device =
       verb.add_option("DEVICE", o->device,
@@ -210,26 +210,26 @@ void addMap(Program& program) {
   CLI::Option* index =
       verb.add_option("INDEX", o->index, "Its number among the controls of that kind, from 0")
           ->type_name("")
-          ->check(checkIndex);
+          ->check(CheckIndex);
   CLI::Option* positive =
-      addPart(verb, "--positive", o->positive,
+      AddPart(verb, "--positive", o->positive,
               "A control that counts positive, beside one that counts negative");
   CLI::Option* negative =
-      addPart(verb, "--negative", o->negative, "The control that counts negative");
+      AddPart(verb, "--negative", o->negative, "The control that counts negative");
   positive->needs(negative)->excludes(device);
   negative->needs(positive)->excludes(device);
   device->needs(type)->needs(index);
-  addNumber(verb, "--multiplier", o->multiplier, "Factor of the value");
-  addNumber(verb, "--exponent", o->exponent, "Curve of the value; 1 is straight", mustBePositive);
-  addNumber(verb, "--deadzone", o->deadzone, "Raw value up to which nothing happens",
-            mustBeBelowOne);
-  addNumber(verb, "--offset", o->offset, "Added last; the value without a control");
+  AddNumber(verb, "--multiplier", o->multiplier, "Factor of the value");
+  AddNumber(verb, "--exponent", o->exponent, "Curve of the value; 1 is straight", MustBePositive);
+  AddNumber(verb, "--deadzone", o->deadzone, "Raw value up to which nothing happens",
+            MustBeBelowOne);
+  AddNumber(verb, "--offset", o->offset, "Added last; the value without a control");
   verb.add_flag("--clear", o->clear, "The input is mapped to nothing")
       ->excludes(device)
       ->excludes(positive);
-  addSceneOutput(verb, o->output);
+  AddSceneOutput(verb, o->output);
   verb.callback([o] {
-    if (!o->maps() && !o->clear && !o->multiplier && !o->exponent && !o->deadzone && !o->offset)
+    if (!o->Maps() && !o->clear && !o->multiplier && !o->exponent && !o->deadzone && !o->offset)
       throw CLI::RequiredError(
           "DEVICE TYPE INDEX, --positive with --negative, --clear or a number to change");
   });
@@ -237,10 +237,10 @@ void addMap(Program& program) {
 
 }  // namespace
 
-void addDeviceVerbs(Program& program) {
-  program.markReadOnly(program.addVerb("devices", "List the input devices and their controls",
-                                       "rigwright devices", runDevices));
-  addMap(program);
+void AddDeviceVerbs(Program& program) {
+  program.MarkReadOnly(program.AddVerb("devices", "List the input devices and their controls",
+                                       "rigwright devices", RunDevices));
+  AddMap(program);
 }
 
 }  // namespace orv::app

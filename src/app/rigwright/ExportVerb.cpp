@@ -35,70 +35,71 @@ struct ExportOptions {
 
 // --- poses as CSV ---
 
-long writePoses(SceneJob& job, const ExportOptions& options, const TimeSpan& span) {
+long WritePoses(SceneJob& job, const ExportOptions& options, const TimeSpan& span) {
   std::vector<const SceneNode*> only;
-  for (const std::string& name : options.nodes) only.push_back(&job.node(name));
-  const ProgressBar bar(job.program().output(), "export");
-  const PosesResult written = writePoses(job.scene(), only, span, options.output, bar.monitor());
-  checkInterrupt();
-  if (!written.error.empty()) failWriting(written.error);
+  for (const std::string& name : options.nodes) only.push_back(&job.FindNode(name));
+  const ProgressBar bar(job.GetProgram().GetOutput(), "export");
+  const PosesResult written =
+      WritePoses(job.GetScene(), only, span, options.output, bar.GetMonitor());
+  CheckInterrupt();
+  if (!written.error.empty()) FailWriting(written.error);
   return written.frames;
 }
 
 // --- clean ---
 
 /// The nodes that `--keep` names.
-std::set<std::string> keptNodes(const Scene& scene, const ExportOptions& options) {
+std::set<std::string> KeptNodes(const Scene& scene, const ExportOptions& options) {
   std::set<std::string> keep;
   for (const std::string& pattern : options.keep) {
-    const std::set<std::string> named = nodesNamed(scene, pattern);
+    const std::set<std::string> named = NodesNamed(scene, pattern);
     keep.insert(named.begin(), named.end());
     if (!named.empty()) continue;
     std::vector<std::string> known;
-    for (const SceneNode* node : scene.nodes()) known.push_back(node->name());
+    for (const SceneNode* node : scene.GetNodes()) known.push_back(node->GetName());
     std::string start = pattern;
     if (!start.empty() && start.back() == '*') start.pop_back();
     throw Failure(options.scene, "there is no node \"" + pattern + "\"",
-                  hintFor(start, known, "nodes"));
+                  HintFor(start, known, "nodes"));
   }
   return keep;
 }
 
 /// Works on the file alone: no rig is built, so none has a say in what is delivered.
-void runClean(Program& program, const ExportOptions& options) {
-  Output& out = program.output();
+void RunClean(Program& program, const ExportOptions& options) {
+  Output& out = program.GetOutput();
   const auto warn = [&out](const std::vector<std::string>& texts) {
-    for (const std::string& text : texts) out.warn(text);
+    for (const std::string& text : texts) out.Warn(text);
   };
-  auto read = rws::adaptor::headless::GltfReader::read(options.scene, {program.options().clip});
+  auto read = rws::adaptor::headless::GltfReader::Read(options.scene, {program.GetOptions().clip});
   if (!read) throw Failure("", read.error);
   warn(read.warnings);
   Scene& scene = *read.scene;
-  const std::set<std::string> keep = keptNodes(scene, options);
-  TimeSpan span = spanOf(scene, options.range);
-  if (options.range.empty()) span = keyedRange(scene);
+  const std::set<std::string> keep = KeptNodes(scene, options);
+  TimeSpan span = SpanOf(scene, options.range);
+  if (options.range.empty()) span = KeyedRange(scene);
   CleanResult cleaned;
   {
     const ProgressBar bar(out, "export");
-    cleaned = cleanScene(scene, keep, span, bar.monitor());
+    cleaned = CleanScene(scene, keep, span, bar.GetMonitor());
   }
-  checkInterrupt();
+  CheckInterrupt();
   warn(cleaned.warnings);
   std::vector<std::string> lost;
   {
-    const SavingNote note(savingNote(out, options.output));
-    const std::string error = writeDelivery(scene, options.output, lost);
-    if (!error.empty()) failWriting(error);
+    const SavingNote note(MakeSavingNote(out, options.output));
+    const std::string error = WriteDelivery(scene, options.output, lost);
+    if (!error.empty()) FailWriting(error);
   }
   warn(lost);
-  out.object()["baked"] = cleaned.baked;
-  out.object()["output"] = options.output;
-  out.note("export: " + std::to_string(cleaned.baked) + (cleaned.baked == 1 ? " node" : " nodes") +
+  out.GetObject()["baked"] = cleaned.baked;
+  out.GetObject()["output"] = options.output;
+  out.Note("export: " + std::to_string(cleaned.baked) + (cleaned.baked == 1 ? " node" : " nodes") +
            " baked, written to " + options.output);
 }
 
-void runExport(Program& program, const ExportOptions& options) {
-  const std::string ending = endingOf(options.output);
+void RunExport(Program& program, const ExportOptions& options) {
+  const std::string ending = EndingOf(options.output);
   if (options.clean && ending != ".glb" && ending != ".gltf")
     throw WrongUsage("--clean writes a scene, and " + options.output +
                      " does not end in .glb or .gltf");
@@ -106,21 +107,21 @@ void runExport(Program& program, const ExportOptions& options) {
     throw WrongUsage("export writes poses as CSV, and " + options.output +
                      " does not end in .csv; with --clean it writes a scene for delivery, .glb or "
                      ".gltf, which other programs read");
-  if (options.clean) return runClean(program, options);
+  if (options.clean) return RunClean(program, options);
   SceneJob job(program, options.scene);
-  const TimeSpan span = spanOf(job.scene(), options.range);
-  const long frames = writePoses(job, options, span);
-  program.output().object()["frames"] = frames;
-  program.output().object()["output"] = options.output;
-  program.output().note("export: " + std::to_string(frames) + " frames, written to " +
-                        options.output);
+  const TimeSpan span = SpanOf(job.GetScene(), options.range);
+  const long frames = WritePoses(job, options, span);
+  program.GetOutput().GetObject()["frames"] = frames;
+  program.GetOutput().GetObject()["output"] = options.output;
+  program.GetOutput().Note("export: " + std::to_string(frames) + " frames, written to " +
+                           options.output);
 }
 
 }  // namespace
 
-void addExportVerb(Program& program) {
+void AddExportVerb(Program& program) {
   auto o = std::make_shared<ExportOptions>();
-  CLI::App& verb = program.addVerb(
+  CLI::App& verb = program.AddVerb(
       "export",
       "Write world poses as CSV, one row per frame and node; or with --clean a scene for delivery\n"
       "Columns: time,node,tx,ty,tz,qx,qy,qz,qw,sx,sy,sz (s, m, unit quaternion, factors).\n"
@@ -128,20 +129,20 @@ void addExportVerb(Program& program) {
       "rigwright export out.glb -o poses.csv\n"
       "  rigwright export out.glb --clean --keep Cam_FollowCam -o delivery.glb\n"
       "  rigwright export shots.glb --clean --keep \"Gun_bullet_*\" -o delivery.glb",
-      [o](Program& p) { runExport(p, *o); });
-  program.markReadOnly(verb);
-  addScene(verb, o->scene);
-  addRange(verb, o->range, "Seconds from and to (default: the playback range)");
-  CLI::Option* nodes = addList(verb, "--node", o->nodes, "Only this node; may be repeated");
+      [o](Program& p) { RunExport(p, *o); });
+  program.MarkReadOnly(verb);
+  AddScene(verb, o->scene);
+  AddRange(verb, o->range, "Seconds from and to (default: the playback range)");
+  CLI::Option* nodes = AddList(verb, "--node", o->nodes, "Only this node; may be repeated");
   nodes->type_name("NODE");
   CLI::Option* clean = verb.add_flag("--clean", o->clean, "Write a scene without rigs");
   clean->excludes(nodes);
-  addList(verb, "--keep", o->keep,
+  AddList(verb, "--keep", o->keep,
           "With --clean: keep this node of a rig, such as its camera, or with a * at the end all "
           "whose names begin so; may be repeated")
       ->type_name("NODE")
       ->needs(clean);
-  addOutput(verb, o->output, "File to write: .csv, or with --clean .glb or .gltf");
+  AddOutput(verb, o->output, "File to write: .csv, or with --clean .glb or .gltf");
 }
 
 }  // namespace orv::app

@@ -14,7 +14,7 @@ class Scene;
 namespace orv::app {
 
 /// A problem as it is shown, its remedy as the verb that does it. `scene` is where its node stands.
-std::string textOf(const Problem& problem, const rws::adaptor::headless::Scene& scene);
+std::string TextOf(const Problem& problem, const rws::adaptor::headless::Scene& scene);
 
 /// Ends the verb with exit status 1. Shown as `rigwright: <what>: <why> (<what to do>)`.
 class Failure : public std::exception {
@@ -23,7 +23,7 @@ class Failure : public std::exception {
   Failure(const std::string& what, const std::string& why, const std::string& hint = {})
       : m_text((what.empty() ? "" : what + ": ") + why + (hint.empty() ? "" : " (" + hint + ")")) {}
   Failure(const Problem& problem, const rws::adaptor::headless::Scene& scene)
-      : m_text(textOf(problem, scene)) {}
+      : m_text(TextOf(problem, scene)) {}
 
   const char* what() const noexcept override { return m_text.c_str(); }
 

@@ -7,7 +7,7 @@
 
 namespace orv::app {
 
-inline nlohmann::ordered_json groundJson(const rws::GroundReport& ground) {
+inline nlohmann::ordered_json GroundJson(const rws::GroundReport& ground) {
   nlohmann::ordered_json json = {{"title", ground.title},         {"declaredBy", ground.declaredBy},
                                  {"nodes", ground.nodes},         {"meshes", ground.meshes},
                                  {"triangles", ground.triangles}, {"stored", ground.isStored}};

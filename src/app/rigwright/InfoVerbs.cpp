@@ -33,42 +33,42 @@ using unidevice::Property;
 
 // --- tools ---
 
-void runTools(Program& program) {
+void RunTools(Program& program) {
   SceneJob job(program);
   Json list = Json::array();
-  Output& out = program.output();
-  for (rws::core::Tool* tool : job.core().GetLibrary().GetTools()) {
+  Output& out = program.GetOutput();
+  for (rws::core::Tool* tool : job.GetCore().GetLibrary().GetTools()) {
     std::vector<std::string> categories;
     tool->GetCategories(categories);
     list.push_back({{"id", tool->GetDisplayId()},
                     {"name", tool->GetDisplayName()},
-                    {"category", joined(categories)},
+                    {"category", Joined(categories)},
                     {"description", tool->GetDescription()}});
-    out.line(tool->GetDisplayId() + "  (" + tool->GetDisplayName() + ", " + joined(categories) +
+    out.Line(tool->GetDisplayId() + "  (" + tool->GetDisplayName() + ", " + Joined(categories) +
              ")");
-    out.line(wrapped(tool->GetDescription(), 90, "    "));
-    out.line("");
+    out.Line(Wrapped(tool->GetDescription(), 90, "    "));
+    out.Line("");
   }
-  out.object()["tools"] = list;
+  out.GetObject()["tools"] = list;
   Json damaged = Json::array();
-  for (const auto& [file, element, reason] : job.core().GetLibrary().GetProblems()) {
-    if (damaged.empty()) out.line("Left out");
+  for (const auto& [file, element, reason] : job.GetCore().GetLibrary().GetProblems()) {
+    if (damaged.empty()) out.Line("Left out");
     damaged.push_back({{"file", file}, {"element", element}, {"reason", reason}});
-    out.line("    " + file + ": " + element + ": " + reason);
+    out.Line("    " + file + ": " + element + ": " + reason);
   }
-  out.object()["leftOut"] = damaged;
+  out.GetObject()["leftOut"] = damaged;
 }
 
 // --- info ---
 
-std::string typeOf(const SceneNode& node) {
-  if (node.lens()) return "camera";
-  if (node.curve()) return "curve";
-  return node.hasMesh() ? "mesh" : "transform";
+std::string TypeOf(const SceneNode& node) {
+  if (node.GetLens()) return "camera";
+  if (node.GetCurve()) return "curve";
+  return node.HasMesh() ? "mesh" : "transform";
 }
 
-const char* typeOf(const ConfigElement& element) {
-  switch (element.kind()) {
+const char* TypeOf(const ConfigElement& element) {
+  switch (element.GetKind()) {
     case ConfigElement::Kind::kSpinnerInt:
       return "integer";
     case ConfigElement::Kind::kSpinner:
@@ -86,38 +86,38 @@ const char* typeOf(const ConfigElement& element) {
   }
 }
 
-bool isSpinner(const ConfigElement& element) {
-  return element.kind() == ConfigElement::Kind::kSpinner ||
-         element.kind() == ConfigElement::Kind::kSpinnerInt;
+bool IsSpinner(const ConfigElement& element) {
+  return element.GetKind() == ConfigElement::Kind::kSpinner ||
+         element.GetKind() == ConfigElement::Kind::kSpinnerInt;
 }
 
-Json parameterJson(const ConfigElement& element) {
-  Json json = {{"id", element.id()},
-               {"group", groupOf(element)},
-               {"label", element.label()},
-               {"type", typeOf(element)},
-               {"value", valueOf(element)}};
-  if (element.isReadOnly()) json["readOnly"] = true;
-  if (isSpinner(element)) {
-    json["min"] = element.range().min;
-    json["max"] = element.range().max;
+Json ParameterJson(const ConfigElement& element) {
+  Json json = {{"id", element.GetId()},
+               {"group", GroupOf(element)},
+               {"label", element.GetLabel()},
+               {"type", TypeOf(element)},
+               {"value", ValueOf(element)}};
+  if (element.IsReadOnly()) json["readOnly"] = true;
+  if (IsSpinner(element)) {
+    json["min"] = element.GetRange().min;
+    json["max"] = element.GetRange().max;
   }
-  if (!element.items().empty()) json["items"] = element.items();
+  if (!element.GetItems().empty()) json["items"] = element.GetItems();
   return json;
 }
 
-std::string rangeText(const ConfigElement& element) {
-  if (!element.items().empty()) return joined(element.items(), " | ");
-  if (!isSpinner(element)) return typeOf(element);
-  if (element.isReadOnly()) return "gauge, read only";
-  return util::shortText(element.range().min) + " to " + util::shortText(element.range().max);
+std::string RangeText(const ConfigElement& element) {
+  if (!element.GetItems().empty()) return Joined(element.GetItems(), " | ");
+  if (!IsSpinner(element)) return TypeOf(element);
+  if (element.IsReadOnly()) return "gauge, read only";
+  return util::shortText(element.GetRange().min) + " to " + util::shortText(element.GetRange().max);
 }
 
-std::size_t sampleCount(Instance& rig, std::size_t input) {
+std::size_t SampleCount(Instance& rig, std::size_t input) {
   return input < rig.GetTracks().size() ? rig.GetTracks()[input].samples.size() : 0;
 }
 
-Json mappingJson(const Property& input) {
+Json MappingJson(const Property& input) {
   Json json = {{"multiplier", input.multiplier},
                {"exponent", input.exponent},
                {"deadzone", input.deadzone},
@@ -134,7 +134,7 @@ Json mappingJson(const Property& input) {
   return json;
 }
 
-std::string mappingText(const Property& input) {
+std::string MappingText(const Property& input) {
   const auto& control = input.savedControl;
   if (control.name.empty()) return "not mapped";
   const std::string device = control.attribute("device");
@@ -145,27 +145,27 @@ std::string mappingText(const Property& input) {
          (input.control ? "" : " (not present)");
 }
 
-std::string curveText(const Property& input) {
+std::string CurveText(const Property& input) {
   return "x " + util::shortText(input.multiplier) + ", ^ " + util::shortText(input.exponent) +
          ", dead " + util::shortText(input.deadzone) + ", + " + util::shortText(input.offset);
 }
 
-Json groupAround(const InstanceReference& row) {
+Json GroupAround(const InstanceReference& row) {
   return row.parent->parent ? Json(row.parent->GetLabel()) : Json();
 }
 
-Json rigJson(Instance& rig, const InstanceReference& row) {
+Json RigJson(Instance& rig, const InstanceReference& row) {
   Json parameters = Json::array();
-  for (const ConfigElement* element : rig.GetConfig().elements())
-    if (element->id() >= 0) parameters.push_back(parameterJson(*element));
+  for (const ConfigElement* element : rig.GetConfig().GetElements())
+    if (element->GetId() >= 0) parameters.push_back(ParameterJson(*element));
   Json inputs = Json::array();
   const auto& entries = rig.GetProperties().entries;
   for (std::size_t i = 0; i < entries.size(); ++i) {
     inputs.push_back({{"name", entries[i].first},
-                      {"mapping", mappingJson(*entries[i].second)},
-                      {"samples", sampleCount(rig, i)}});
+                      {"mapping", MappingJson(*entries[i].second)},
+                      {"samples", SampleCount(rig, i)}});
   }
-  const auto ground = groundOf(rig);
+  const auto ground = GroundOf(rig);
   Json outputs = Json::array();
   for (const Property* output : rig.GetOutputs())
     outputs.push_back({{"name", output->name}, {"value", output->read()}});
@@ -173,77 +173,77 @@ Json rigJson(Instance& rig, const InstanceReference& row) {
           {"kind", rig.GetTool()->GetDisplayId()},
           {"profile", rig.GetCurrentProfile()},
           {"checked", row.IsChecked()},
-          {"group", groupAround(row)},
-          {"ground", ground ? groundJson(*ground) : Json()},
+          {"group", GroupAround(row)},
+          {"ground", ground ? GroundJson(*ground) : Json()},
           {"parameters", parameters},
           {"inputs", inputs},
           {"outputs", outputs}};
 }
 
-Json nodeJson(const SceneNode& node) {
-  return {{"name", node.name()},
-          {"type", typeOf(node)},
-          {"parent", node.parent() ? Json(node.parent()->name()) : Json()},
-          {"rig", !node.tag().empty()},
-          {"keys", node.hasKeys()}};
+Json NodeJson(const SceneNode& node) {
+  return {{"name", node.GetName()},
+          {"type", TypeOf(node)},
+          {"parent", node.GetParent() ? Json(node.GetParent()->GetName()) : Json()},
+          {"rig", !node.GetTag().empty()},
+          {"keys", node.HasKeys()}};
 }
 
-void tellNodes(Output& out, const std::vector<const SceneNode*>& nodes) {
+void TellNodes(Output& out, const std::vector<const SceneNode*>& nodes) {
   const std::set<const SceneNode*> told(nodes.begin(), nodes.end());
   Table table;
   for (const SceneNode* node : nodes) {
     std::string indent = "  ";
-    for (const SceneNode* above = node->parent(); above; above = above->parent())
+    for (const SceneNode* above = node->GetParent(); above; above = above->GetParent())
       if (told.count(above)) indent += "  ";
-    table.add({indent + node->name(), typeOf(*node), node->tag().empty() ? "" : "rig",
-               node->hasKeys() ? "keys" : ""});
+    table.Add({indent + node->GetName(), TypeOf(*node), node->GetTag().empty() ? "" : "rig",
+               node->HasKeys() ? "keys" : ""});
   }
-  out.line("");
-  out.line("Nodes (" + std::to_string(nodes.size()) + ")");
-  for (const std::string& line : table.lines()) out.line(line);
+  out.Line("");
+  out.Line("Nodes (" + std::to_string(nodes.size()) + ")");
+  for (const std::string& line : table.Lines()) out.Line(line);
 }
 
 /// The rows with their checks, where a user has made something of them.
-void tellRows(Output& out, const std::vector<InstanceReference*>& rows) {
+void TellRows(Output& out, const std::vector<InstanceReference*>& rows) {
   const auto isPlain = [](const InstanceReference* row) {
     return row->IsChecked() && !row->IsGroup();
   };
   if (std::all_of(rows.begin(), rows.end(), isPlain)) return;
-  out.line("");
-  out.line("Order; [x] takes part in takes, with the groups around it");
+  out.Line("");
+  out.Line("Order; [x] takes part in takes, with the groups around it");
   for (const InstanceReference* row : rows) {
     std::string indent = "  ";
     for (const InstanceReference* above = row->parent; above->parent; above = above->parent)
       indent += "  ";
-    out.line(indent + (row->IsChecked() ? "[x] " : "[ ] ") + row->GetLabel() +
+    out.Line(indent + (row->IsChecked() ? "[x] " : "[ ] ") + row->GetLabel() +
              (row->IsGroup() ? "  (group)" : ""));
   }
 }
 
-void tellRig(Output& out, Instance& rig) {
-  out.line("");
-  out.line("Rig " + rig.GetInstanceName() + "  (" + rig.GetTool()->GetDisplayId() + ", profile " +
+void TellRig(Output& out, Instance& rig) {
+  out.Line("");
+  out.Line("Rig " + rig.GetInstanceName() + "  (" + rig.GetTool()->GetDisplayId() + ", profile " +
            rig.GetCurrentProfile() + ")");
-  if (const auto ground = groundOf(rig)) out.line("  " + groundText(*ground));
+  if (const auto ground = GroundOf(rig)) out.Line("  " + GroundText(*ground));
   Table parameters;
-  for (const ConfigElement* element : rig.GetConfig().elements())
-    if (element->id() >= 0)
-      parameters.add({"#" + std::to_string(element->id()), groupOf(*element), element->label(),
-                      element->valueText(), rangeText(*element)});
-  if (!parameters.empty()) out.line("  Parameters: id, group, label, value, range");
-  for (const std::string& line : parameters.lines("    ")) out.line(line);
+  for (const ConfigElement* element : rig.GetConfig().GetElements())
+    if (element->GetId() >= 0)
+      parameters.Add({"#" + std::to_string(element->GetId()), GroupOf(*element),
+                      element->GetLabel(), element->GetValueText(), RangeText(*element)});
+  if (!parameters.IsEmpty()) out.Line("  Parameters: id, group, label, value, range");
+  for (const std::string& line : parameters.Lines("    ")) out.Line(line);
   Table inputs;
   const auto& entries = rig.GetProperties().entries;
   for (std::size_t i = 0; i < entries.size(); ++i)
-    inputs.add({entries[i].first, mappingText(*entries[i].second), curveText(*entries[i].second),
-                std::to_string(sampleCount(rig, i)) + " samples"});
-  if (!inputs.empty()) out.line("  Inputs: name, control, curve, recorded");
-  for (const std::string& line : inputs.lines("    ")) out.line(line);
+    inputs.Add({entries[i].first, MappingText(*entries[i].second), CurveText(*entries[i].second),
+                std::to_string(SampleCount(rig, i)) + " samples"});
+  if (!inputs.IsEmpty()) out.Line("  Inputs: name, control, curve, recorded");
+  for (const std::string& line : inputs.Lines("    ")) out.Line(line);
   Table outputs;
   for (const Property* output : rig.GetOutputs())
-    outputs.add({output->name, util::shortText(output->read())});
-  if (!outputs.empty()) out.line("  Outputs: name, value in the latest frame");
-  for (const std::string& line : outputs.lines("    ")) out.line(line);
+    outputs.Add({output->name, util::shortText(output->read())});
+  if (!outputs.IsEmpty()) out.Line("  Outputs: name, value in the latest frame");
+  for (const std::string& line : outputs.Lines("    ")) out.Line(line);
 }
 
 struct InfoOptions {
@@ -251,64 +251,65 @@ struct InfoOptions {
 };
 
 /// The nodes that are told: all, or those of one rig and what hangs on them.
-std::vector<const SceneNode*> chosenNodes(SceneJob& job, Instance* only) {
+std::vector<const SceneNode*> ChosenNodes(SceneJob& job, Instance* only) {
   std::set<const SceneNode*> own;
   if (only)
     for (rws::core::CoreNode* node : only->GetNodes())
       own.insert(static_cast<rws::adaptor::headless::HeadlessNode*>(node)->GetSceneNode());
   std::vector<const SceneNode*> chosen;
-  for (const SceneNode* node : job.scene().nodes()) {
-    if (node->parent() && own.count(node->parent())) own.insert(node);
+  for (const SceneNode* node : job.GetScene().GetNodes()) {
+    if (node->GetParent() && own.count(node->GetParent())) own.insert(node);
     if (!only || own.count(node)) chosen.push_back(node);
   }
   return chosen;
 }
 
-void runInfo(Program& program, const InfoOptions& options) {
+void RunInfo(Program& program, const InfoOptions& options) {
   SceneJob job(program, options.scene);
-  const auto& scene = job.scene();
-  Instance* const only = options.rig.empty() ? nullptr : &job.rig(options.rig);
-  const std::vector<const SceneNode*> nodes = chosenNodes(job, only);
-  const std::vector<Instance*> rigs = rigsNamed(job, options.rig);
-  Output& out = program.output();
-  Json& json = out.object();
-  json["frameRate"] = scene.frameRate();
-  json["range"] = {scene.rangeStart(), scene.rangeEnd()};
-  json["clips"] = scene.clips();
+  const auto& scene = job.GetScene();
+  Instance* const only = options.rig.empty() ? nullptr : &job.FindRig(options.rig);
+  const std::vector<const SceneNode*> nodes = ChosenNodes(job, only);
+  const std::vector<Instance*> rigs = RigsNamed(job, options.rig);
+  Output& out = program.GetOutput();
+  Json& json = out.GetObject();
+  json["frameRate"] = scene.GetFrameRate();
+  json["range"] = {scene.GetRangeStart(), scene.GetRangeEnd()};
+  json["clips"] = scene.GetClips();
   json["nodes"] = Json::array();
-  for (const SceneNode* node : nodes) json["nodes"].push_back(nodeJson(*node));
+  for (const SceneNode* node : nodes) json["nodes"].push_back(NodeJson(*node));
   json["rigs"] = Json::array();
-  const std::vector<InstanceReference*> rows = job.core().GetRows();
+  const std::vector<InstanceReference*> rows = job.GetCore().GetRows();
   for (Instance* rig : rigs)
-    json["rigs"].push_back(rigJson(*rig, *job.core().Find(rig->GetInstanceName())));
+    json["rigs"].push_back(RigJson(*rig, *job.GetCore().Find(rig->GetInstanceName())));
   json["groups"] = Json::array();
   for (const InstanceReference* row : rows)
     if (row->IsGroup())
       json["groups"].push_back(
-          {{"name", row->GetLabel()}, {"checked", row->IsChecked()}, {"group", groupAround(*row)}});
+          {{"name", row->GetLabel()}, {"checked", row->IsChecked()}, {"group", GroupAround(*row)}});
 
-  out.line(options.scene + ": " + util::shortText(scene.frameRate()) + " frames per second, " +
-           util::shortText(scene.rangeStart()) + " to " + util::shortText(scene.rangeEnd()) + " s");
-  if (scene.clips().size() > 1) out.line("Clips: " + joined(scene.clips()));
-  tellNodes(out, nodes);
-  tellRows(out, rows);
-  for (Instance* rig : rigs) tellRig(out, *rig);
+  out.Line(options.scene + ": " + util::shortText(scene.GetFrameRate()) + " frames per second, " +
+           util::shortText(scene.GetRangeStart()) + " to " + util::shortText(scene.GetRangeEnd()) +
+           " s");
+  if (scene.GetClips().size() > 1) out.Line("Clips: " + Joined(scene.GetClips()));
+  TellNodes(out, nodes);
+  TellRows(out, rows);
+  for (Instance* rig : rigs) TellRig(out, *rig);
 }
 
 }  // namespace
 
-void addInfoVerbs(Program& program) {
-  program.markReadOnly(
-      program.addVerb("tools", "List the kinds of rigs", "rigwright tools", runTools));
+void AddInfoVerbs(Program& program) {
+  program.MarkReadOnly(
+      program.AddVerb("tools", "List the kinds of rigs", "rigwright tools", RunTools));
   auto o = std::make_shared<InfoOptions>();
   CLI::App& info =
-      program.addVerb("info", "Tell what is in a scene: nodes, rigs, parameters, inputs",
-                      "rigwright info shaky.glb", [o](Program& p) { runInfo(p, *o); });
-  addScene(info, o->scene);
+      program.AddVerb("info", "Tell what is in a scene: nodes, rigs, parameters, inputs",
+                      "rigwright info shaky.glb", [o](Program& p) { RunInfo(p, *o); });
+  AddScene(info, o->scene);
   info.add_option("--rig", o->rig, "Only this rig, its nodes and what hangs on them (default: all)")
       ->type_name("RIG")
-      ->check(checkNotEmpty);
-  program.markReadOnly(info);
+      ->check(CheckNotEmpty);
+  program.MarkReadOnly(info);
 }
 
 }  // namespace orv::app

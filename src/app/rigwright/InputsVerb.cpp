@@ -19,34 +19,34 @@ struct InputsOptions {
   std::string scene, rig, output;
 };
 
-void runInputs(Program& program, const InputsOptions& options) {
+void RunInputs(Program& program, const InputsOptions& options) {
   SceneJob job(program, options.scene);
-  const unidevice::RecordedInput recorded = recordedInputs(rigsNamed(job, options.rig));
+  const unidevice::RecordedInput recorded = RecordedInputs(RigsNamed(job, options.rig));
   if (recorded.columns.empty()) {
     throw Failure(options.scene + (options.rig.empty() ? "" : ": " + options.rig),
                   "there are no recorded inputs", "record some with rigwright take");
   }
-  checkInterrupt();
+  CheckInterrupt();
   std::string error;
-  if (!recorded.save(options.output, error)) failWriting(error);
+  if (!recorded.save(options.output, error)) FailWriting(error);
   std::vector<std::string> names;
   for (const auto& column : recorded.columns) names.push_back(column.name);
-  program.output().object()["inputs"] = names;
-  program.output().object()["output"] = options.output;
-  program.output().note("inputs: " + joined(names) + ", written to " + options.output);
+  program.GetOutput().GetObject()["inputs"] = names;
+  program.GetOutput().GetObject()["output"] = options.output;
+  program.GetOutput().Note("inputs: " + Joined(names) + ", written to " + options.output);
 }
 
 }  // namespace
 
-void addInputsVerb(Program& program) {
+void AddInputsVerb(Program& program) {
   auto o = std::make_shared<InputsOptions>();
-  CLI::App& verb = program.addVerb(
+  CLI::App& verb = program.AddVerb(
       "inputs", "Write the recorded inputs as an input file (CSV), raw as the controls gave them",
-      "rigwright inputs take.glb -o inputs.csv", [o](Program& p) { runInputs(p, *o); });
-  program.markReadOnly(verb);
-  addScene(verb, o->scene);
+      "rigwright inputs take.glb -o inputs.csv", [o](Program& p) { RunInputs(p, *o); });
+  program.MarkReadOnly(verb);
+  AddScene(verb, o->scene);
   verb.add_option("RIG", o->rig, "Only this rig's inputs")->type_name("");
-  addOutput(verb, o->output, "Input file to write")->type_name("FILE.csv");
+  AddOutput(verb, o->output, "Input file to write")->type_name("FILE.csv");
 }
 
 }  // namespace orv::app

@@ -18,7 +18,7 @@ volatile std::sig_atomic_t g_signals = 0;
 std::atomic<bool> g_interrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
-void noteSignal(int) {
+void NoteSignal(int) {
   g_signals = g_signals + 1;
   g_interrupted = true;
   if (g_signals >= kPatience) _exit(kInterruptedStatus);
@@ -26,30 +26,30 @@ void noteSignal(int) {
 
 }  // namespace
 
-void catchInterrupts() {
+void CatchInterrupts() {
   struct sigaction action {};
-  action.sa_handler = noteSignal;
+  action.sa_handler = NoteSignal;
   sigemptyset(&action.sa_mask);
   action.sa_flags = SA_RESTART;  // no read or write fails by the signal itself
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
-  util::AtomicFile::setCancelCheck(isInterrupted);
+  util::AtomicFile::setCancelCheck(IsInterrupted);
 }
 
-bool isInterrupted() {
+bool IsInterrupted() {
   return g_interrupted;
 }
 
-const std::atomic<bool>& interruptFlag() {
+const std::atomic<bool>& InterruptFlag() {
   return g_interrupted;
 }
 
-void checkInterrupt() {
-  if (isInterrupted()) throw Interrupted();
+void CheckInterrupt() {
+  if (IsInterrupted()) throw Interrupted();
 }
 
-void failWriting(const std::string& error) {
-  checkInterrupt();
+void FailWriting(const std::string& error) {
+  CheckInterrupt();
   throw Failure("", error);
 }
 

@@ -9,17 +9,17 @@ namespace orv::app {
 /// From here on SIGINT and SIGTERM set a flag instead of ending the program at once; a file that is
 /// being written when it is set is taken back. Whoever does
 /// not want to wait for a step that does not ask sends the signal three times.
-void catchInterrupts();
+void CatchInterrupts();
 
-bool isInterrupted();
+bool IsInterrupted();
 /// The flag itself, for work that is monitored.
-const std::atomic<bool>& interruptFlag();
+const std::atomic<bool>& InterruptFlag();
 
 /// Throws Interrupted when the flag is set. Called between steps that leave nothing half done, and
 /// before anything is written.
-void checkInterrupt();
+void CheckInterrupt();
 
 /// For a file that could not be written: throws Interrupted when the flag is why, else a Failure.
-[[noreturn]] void failWriting(const std::string& error);
+[[noreturn]] void FailWriting(const std::string& error);
 
 }  // namespace orv::app

@@ -35,103 +35,104 @@ struct NodeOptions {
 // --- parent ---
 
 /// What rigs meet now that met something else before.
-void tellGrounds(Output& out, const std::vector<std::pair<Instance*, GroundReport>>& changes) {
-  nlohmann::ordered_json& told = out.object()["grounds"] = nlohmann::ordered_json::array();
+void TellGrounds(Output& out, const std::vector<std::pair<Instance*, GroundReport>>& changes) {
+  nlohmann::ordered_json& told = out.GetObject()["grounds"] = nlohmann::ordered_json::array();
   for (const auto& [rig, ground] : changes) {
-    out.note(rig->GetInstanceName() + ": " + groundText(ground));
-    told.push_back(groundJson(ground));
+    out.Note(rig->GetInstanceName() + ": " + GroundText(ground));
+    told.push_back(GroundJson(ground));
     told.back()["rig"] = rig->GetInstanceName();
   }
 }
 
-void runParent(Program& program, const NodeOptions& options) {
+void RunParent(Program& program, const NodeOptions& options) {
   SceneJob job(program, options.scene);
-  SceneNode& child = job.node(options.node);
+  SceneNode& child = job.FindNode(options.node);
   const bool toWorld = options.parent == "/";
-  SceneNode* parent = toWorld ? nullptr : &job.node(options.parent);
+  SceneNode* parent = toWorld ? nullptr : &job.FindNode(options.parent);
   const std::string what = options.node + " under " + options.parent;
-  if (parent && parent->isUnder(child)) {
+  if (parent && parent->IsUnder(child)) {
     throw Failure(what,
                   parent == &child ? "a node can't be its own parent"
                                    : options.parent + " is below " + options.node,
                   "move " + options.parent + " elsewhere first");
   }
-  const GroundWatch grounds(job.core());
-  auto& adaptor = job.adaptor();
-  auto* moved = adaptor.FindSceneNode(child.name());
+  const GroundWatch grounds(job.GetCore());
+  auto& adaptor = job.GetAdaptor();
+  auto* moved = adaptor.FindSceneNode(child.GetName());
   adaptor.BeginUndoBlock("Parent");
   const bool done =
-      moved && moved->SetParent(parent ? adaptor.FindSceneNode(parent->name()) : nullptr);
+      moved && moved->SetParent(parent ? adaptor.FindSceneNode(parent->GetName()) : nullptr);
   adaptor.EndUndoBlock();
   if (!done) {
     throw Failure(what, "the world pose can't be kept there", "a parent may not have a scale of 0");
   }
-  job.save(options.output);
-  program.output().object()["node"] = child.name();
-  program.output().object()["parent"] = toWorld ? "/" : parent->name();
-  program.output().note(child.name() + " is under " + (toWorld ? "the world" : parent->name()));
-  tellGrounds(program.output(), grounds.changes(child.name()));
+  job.Save(options.output);
+  program.GetOutput().GetObject()["node"] = child.GetName();
+  program.GetOutput().GetObject()["parent"] = toWorld ? "/" : parent->GetName();
+  program.GetOutput().Note(child.GetName() + " is under " +
+                           (toWorld ? "the world" : parent->GetName()));
+  TellGrounds(program.GetOutput(), grounds.Changes(child.GetName()));
 }
 
 // --- place ---
 
-void runPlace(Program& program, const NodeOptions& options) {
+void RunPlace(Program& program, const NodeOptions& options) {
   SceneJob job(program, options.scene);
-  HeadlessNode& node = job.hostNode(options.node);
-  const double time = options.time.value_or(job.scene().rangeStart());
+  HeadlessNode& node = job.FindHostNode(options.node);
+  const double time = options.time.value_or(job.GetScene().GetRangeStart());
   PlacedPose wanted{options.translate, {}, options.scale};
-  if (options.rotate) wanted.rotation = rotationFromDegrees(*options.rotate);
-  if (!options.at.empty()) wanted = poseOver(node, job.hostNode(options.at), time);
-  const PlacingResult placed = placeNode(node, wanted, time);
+  if (options.rotate) wanted.rotation = RotationFromDegrees(*options.rotate);
+  if (!options.at.empty()) wanted = PoseOver(node, job.FindHostNode(options.at), time);
+  const PlacingResult placed = PlaceNode(node, wanted, time);
   for (const std::string& name : placed.keyed)
-    program.output().warn(options.node + " has " + name + " keys: the pose became a key at " +
-                          util::shortText(time) + " s, its other keys stay");
+    program.GetOutput().Warn(options.node + " has " + name + " keys: the pose became a key at " +
+                             util::shortText(time) + " s, its other keys stay");
   if (!placed.error.empty()) throw Failure(options.node, placed.error, "its animation is too long");
-  job.save(options.output);
-  program.output().object()["node"] = options.node;
-  program.output().note("placed " + options.node);
+  job.Save(options.output);
+  program.GetOutput().GetObject()["node"] = options.node;
+  program.GetOutput().Note("placed " + options.node);
 }
 
 }  // namespace
 
-void addNodeVerbs(Program& program) {
+void AddNodeVerbs(Program& program) {
   auto o = std::make_shared<NodeOptions>();
   CLI::App& parent =
-      program.addVerb("parent", "Put a node under another one, keeping its world pose",
+      program.AddVerb("parent", "Put a node under another one, keeping its world pose",
                       "rigwright parent cam.glb Cam_AttachedCam Carrier -o cam.glb",
-                      [o](Program& p) { runParent(p, *o); });
-  addScene(parent, o->scene);
+                      [o](Program& p) { RunParent(p, *o); });
+  AddScene(parent, o->scene);
   parent.add_option("CHILD", o->node, "Node to move")->required()->type_name("");
   parent.add_option("PARENT", o->parent, "Its new parent; / is the world")
       ->required()
       ->type_name("");
-  addSceneOutput(parent, o->output);
+  AddSceneOutput(parent, o->output);
 
   auto q = std::make_shared<NodeOptions>();
-  CLI::App& place = program.addVerb(
+  CLI::App& place = program.AddVerb(
       "place",
       "Set the pose of a node relative to its parent; what is not given stays\n"
       "Rotations are in degrees: about X first, then Y, then Z, each about the parent's axis.\n"
       "A property that has keys gets a key at --time instead.",
       "rigwright place cam.glb Cam_AttachedCam --translate 0,1.6,4 --rotate -10,0,0 -o cam.glb",
-      [q](Program& p) { runPlace(p, *q); });
-  addScene(place, q->scene);
+      [q](Program& p) { RunPlace(p, *q); });
+  AddScene(place, q->scene);
   place.add_option("NODE", q->node, "Node to place")->required()->type_name("");
-  CLI::Option* translate = addVector(place, "--translate", q->translate, "Position (m)");
-  CLI::Option* rotate = addVector(place, "--rotate", q->rotate, "Rotation (degrees, XYZ order)");
-  CLI::Option* scale = addVector(place, "--scale", q->scale, "Scale (factors)");
+  CLI::Option* translate = AddVector(place, "--translate", q->translate, "Position (m)");
+  CLI::Option* rotate = AddVector(place, "--rotate", q->rotate, "Rotation (degrees, XYZ order)");
+  CLI::Option* scale = AddVector(place, "--scale", q->scale, "Scale (factors)");
   CLI::Option* at = place.add_option("--at", q->at,
                                      "Stand where this node is, turned as it is (keeps its scale)");
   at->type_name("NODE")
-      ->check(checkNotEmpty)
+      ->check(CheckNotEmpty)
       ->excludes(translate)
       ->excludes(rotate)
       ->excludes(scale);
-  addNumber(
+  AddNumber(
       place, "--time", q->time,
       "Time of the key where a property has keys, and of --at (s; default: start of the range)",
-      mustBeTime);
-  addSceneOutput(place, q->output);
+      MustBeTime);
+  AddSceneOutput(place, q->output);
   place.callback([translate, rotate, scale, at] {
     if (translate->count() + rotate->count() + scale->count() + at->count() == 0)
       throw CLI::RequiredError("--translate, --rotate, --scale or --at");

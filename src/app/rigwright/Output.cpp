@@ -14,12 +14,12 @@ namespace orv::app {
 
 namespace {
 
-void toStderr(const std::string& text) {
+void ToStderr(const std::string& text) {
   std::fputs((text + "\n").c_str(), stderr);
 }
 
-std::string coloured(const char* code, const std::string& text) {
-  return hasColour() ? "\033[" + std::string(code) + "m" + text + "\033[0m" : text;
+std::string Coloured(const char* code, const std::string& text) {
+  return HasColour() ? "\033[" + std::string(code) + "m" + text + "\033[0m" : text;
 }
 
 }  // namespace
@@ -30,24 +30,24 @@ Output::Output() : m_object(std::make_unique<nlohmann::ordered_json>()) {
 
 Output::~Output() = default;
 
-void Output::line(const std::string& text) {
+void Output::Line(const std::string& text) {
   m_text += text + "\n";
 }
 
-void Output::note(const std::string& text) {
-  if (!quiet) toStderr(text);
+void Output::Note(const std::string& text) {
+  if (!quiet) ToStderr(text);
 }
 
-void Output::warn(const std::string& text) {
-  m_warnings.push_back(inOneLine(text));
-  toStderr(coloured("33", "rigwright: warning") + ": " + m_warnings.back());
+void Output::Warn(const std::string& text) {
+  m_warnings.push_back(InOneLine(text));
+  ToStderr(Coloured("33", "rigwright: warning") + ": " + m_warnings.back());
 }
 
-void Output::error(const std::string& text) {
-  toStderr(coloured("31", "rigwright") + ": " + inOneLine(text));
+void Output::Error(const std::string& text) {
+  ToStderr(Coloured("31", "rigwright") + ": " + InOneLine(text));
 }
 
-bool Output::finish() {
+bool Output::Finish() {
   if (json) {
     (*m_object)["warnings"] = m_warnings;
     // A scene's names need not be UTF-8; what is not is shown as the replacement character.
@@ -55,12 +55,12 @@ bool Output::finish() {
   }
   const bool written = std::fwrite(m_text.data(), 1, m_text.size(), stdout) == m_text.size();
   if (written && std::fflush(stdout) == 0) return true;
-  error(std::string("the standard output: ") + std::strerror(errno) +
+  Error(std::string("the standard output: ") + std::strerror(errno) +
         " (free some space, or send it elsewhere)");
   return false;
 }
 
-bool isTerminal() {
+bool IsTerminal() {
   static const bool terminal = [] {
     const char* kind = std::getenv("TERM");
     return isatty(STDERR_FILENO) == 1 && kind && std::strcmp(kind, "dumb") != 0;
@@ -68,9 +68,9 @@ bool isTerminal() {
   return terminal;
 }
 
-bool hasColour() {
+bool HasColour() {
   const char* noColour = std::getenv("NO_COLOR");
-  return isTerminal() && !(noColour && *noColour);
+  return IsTerminal() && !(noColour && *noColour);
 }
 
 }  // namespace orv::app

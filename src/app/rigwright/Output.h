@@ -20,21 +20,21 @@ class Output {
   bool quiet = false;  ///< no narration and no progress; warnings and errors stay
   bool json = false;   ///< the result is one JSON object
 
-  /// Adds a line to the result for people. Under --json it is dropped: `object()` counts.
-  void line(const std::string& text);
+  /// Adds a line to the result for people. Under --json it is dropped: `GetObject()` counts.
+  void Line(const std::string& text);
   /// The object that --json prints.
-  nlohmann::ordered_json& object() { return *m_object; }
+  nlohmann::ordered_json& GetObject() { return *m_object; }
 
   /// Tells what is being done.
-  void note(const std::string& text);
+  void Note(const std::string& text);
   /// Tells what the user should know although the job goes on. Also a member "warnings" of the
   /// object.
-  void warn(const std::string& text);
+  void Warn(const std::string& text);
   /// Tells why the job failed.
-  void error(const std::string& text);
+  void Error(const std::string& text);
 
   /// Prints the result. False, after a message, when stdout could not be written.
-  bool finish();
+  bool Finish();
 
  private:
   std::string m_text;
@@ -43,8 +43,8 @@ class Output {
 };
 
 /// Whether stderr is a terminal that can overwrite a line.
-bool isTerminal();
+bool IsTerminal();
 /// Whether stderr takes colours: a terminal, and NO_COLOR is not set.
-bool hasColour();
+bool HasColour();
 
 }  // namespace orv::app

@@ -16,37 +16,37 @@ namespace {
 
 using rws::core::Preferences;
 
-void setPreference(Preferences& preferences, const std::string& key, const std::string& value) {
-  const std::vector<std::string> known = Preferences::keys();
+void SetPreference(Preferences& preferences, const std::string& key, const std::string& value) {
+  const std::vector<std::string> known = Preferences::Keys();
   std::string error;
-  if (preferences.set(key, value, error)) return;
+  if (preferences.Set(key, value, error)) return;
   throw Failure(key, error,
-                Preferences::description(key).empty() ? hintFor(key, known, "preferences") : "");
+                Preferences::Description(key).empty() ? HintFor(key, known, "preferences") : "");
 }
 
-void runPreferences(Program& program, const std::vector<std::string>& assignments) {
+void RunPreferences(Program& program, const std::vector<std::string>& assignments) {
   Preferences preferences;
-  preferences.load();
+  preferences.Load();
   std::vector<std::string> changed;
   for (const std::string& assignment : assignments) {
     const std::size_t equals = assignment.find('=');
     changed.push_back(assignment.substr(0, equals));
-    setPreference(preferences, changed.back(), assignment.substr(equals + 1));
+    SetPreference(preferences, changed.back(), assignment.substr(equals + 1));
   }
   std::string error;
-  if (!changed.empty() && !preferences.save(&error, changed)) failWriting(error);
+  if (!changed.empty() && !preferences.Save(&error, changed)) FailWriting(error);
 
   Table table;
-  for (const std::string& key : Preferences::keys())
-    table.add({key, preferences.text(key), Preferences::description(key)});
-  for (const std::string& line : table.lines()) program.output().line(line);
-  program.output().object()["preferences"] = {{"countdown", preferences.countdownSeconds},
-                                              {"updateviewport", preferences.updateViewport}};
-  program.output().object()["file"] = Preferences::path();
-  if (!changed.empty()) program.output().note("preferences: written to " + Preferences::path());
+  for (const std::string& key : Preferences::Keys())
+    table.Add({key, preferences.Text(key), Preferences::Description(key)});
+  for (const std::string& line : table.Lines()) program.GetOutput().Line(line);
+  program.GetOutput().GetObject()["preferences"] = {{"countdown", preferences.countdownSeconds},
+                                                    {"updateviewport", preferences.updateViewport}};
+  program.GetOutput().GetObject()["file"] = Preferences::Path();
+  if (!changed.empty()) program.GetOutput().Note("preferences: written to " + Preferences::Path());
 }
 
-std::string checkKeyAndValue(const std::string& text) {
+std::string CheckKeyAndValue(const std::string& text) {
   const std::size_t equals = text.find('=');
   if (equals != std::string::npos && equals > 0) return {};
   return "\"" + text + "\" is no assignment; write KEY=VALUE";
@@ -54,16 +54,16 @@ std::string checkKeyAndValue(const std::string& text) {
 
 }  // namespace
 
-void addPreferenceVerb(Program& program) {
+void AddPreferenceVerb(Program& program) {
   auto assignments = std::make_shared<std::vector<std::string>>();
-  CLI::App& verb = program.addVerb("preferences",
+  CLI::App& verb = program.AddVerb("preferences",
                                    "Print what is set for the whole program, or set it\n"
                                    "Kept in data/core/preferences.xml of the data root.",
                                    "rigwright preferences countdown=3",
-                                   [assignments](Program& p) { runPreferences(p, *assignments); });
+                                   [assignments](Program& p) { RunPreferences(p, *assignments); });
   verb.add_option("ASSIGNMENT", *assignments, "KEY=VALUE; may be repeated")
       ->type_name("")
-      ->check(checkKeyAndValue);
+      ->check(CheckKeyAndValue);
 }
 
 }  // namespace orv::app

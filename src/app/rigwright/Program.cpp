@@ -63,12 +63,12 @@ Program::Program() : m_app(kAbout, "rigwright") {
   m_app.add_flag("-y,--yes", m_options.yes, "Answer yes to questions");
 }
 
-CLI::App& Program::addVerb(const std::string& name, const std::string& description,
+CLI::App& Program::AddVerb(const std::string& name, const std::string& description,
                            const std::string& example, std::function<void(Program&)> run) {
-  return addVerb(m_app, name, description, example, std::move(run));
+  return AddVerb(m_app, name, description, example, std::move(run));
 }
 
-CLI::App& Program::addVerb(CLI::App& parent, const std::string& name,
+CLI::App& Program::AddVerb(CLI::App& parent, const std::string& name,
                            const std::string& description, const std::string& example,
                            std::function<void(Program&)> run) {
   const std::size_t lineEnd = description.find('\n');
@@ -82,7 +82,7 @@ CLI::App& Program::addVerb(CLI::App& parent, const std::string& name,
   return verb;
 }
 
-CLI::App& Program::addGroup(const std::string& name, const std::string& description,
+CLI::App& Program::AddGroup(const std::string& name, const std::string& description,
                             const std::string& example) {
   CLI::App& group = *m_app.add_subcommand(name, description);
   group.fallthrough();
@@ -92,10 +92,10 @@ CLI::App& Program::addGroup(const std::string& name, const std::string& descript
   return group;
 }
 
-int Program::wrongUsage(const std::string& why) {
-  const CLI::App* verb = chosenVerb();
+int Program::TellWrongUsage(const std::string& why) {
+  const CLI::App* verb = ChosenVerb();
   const std::string help = verb ? verb->get_display_name() + " --help" : "--help";
-  m_output.error("wrong usage: " + why + " (see rigwright " +
+  m_output.Error("wrong usage: " + why + " (see rigwright " +
                  (verb && verb->get_parent() != &m_app
                       ? verb->get_parent()->get_display_name() + " "
                       : std::string()) +
@@ -103,7 +103,7 @@ int Program::wrongUsage(const std::string& why) {
   return kWrongUsage;
 }
 
-std::string Program::unknownVerb() const {
+std::string Program::UnknownVerb() const {
   const CLI::App* group = &m_app;
   if (!m_app.get_subcommands().empty()) group = m_app.get_subcommands().front();
   if (m_runs.count(group) || !group->get_subcommands().empty()) return {};
@@ -114,41 +114,41 @@ std::string Program::unknownVerb() const {
   std::vector<std::string> known;
   for (const CLI::App* verb : group->get_subcommands([](const CLI::App*) { return true; }))
     known.push_back(verb->get_name());
-  return "unknown verb " + rest.front() + ", " + hintFor(rest.front(), known, "verbs", 20);
+  return "unknown verb " + rest.front() + ", " + HintFor(rest.front(), known, "verbs", 20);
 }
 
-bool Program::parse(int argc, char** argv, int& status) {
+bool Program::Parse(int argc, char** argv, int& status) {
   try {
     m_app.parse(argc, argv);
     return true;
   } catch (const CLI::Success& success) {
     status = m_app.exit(success);
   } catch (const CLI::ParseError& error) {
-    const std::string verb = unknownVerb();
+    const std::string verb = UnknownVerb();
     std::string why = verb.empty() ? error.what() : verb;
     while (!why.empty() && (why.back() == ' ' || why.back() == '.')) why.pop_back();
-    status = wrongUsage(why);
+    status = TellWrongUsage(why);
   }
   return false;
 }
 
-CLI::App* Program::chosenVerb() {
+CLI::App* Program::ChosenVerb() {
   CLI::App* verb = &m_app;
   while (!verb->get_subcommands().empty()) verb = verb->get_subcommands().front();
   return verb == &m_app ? nullptr : verb;
 }
 
-int Program::run(int argc, char** argv) {
+int Program::Run(int argc, char** argv) {
   int status = kDone;
-  if (!parse(argc, argv, status)) return status;
-  catchInterrupts();
-  return runVerb();
+  if (!Parse(argc, argv, status)) return status;
+  CatchInterrupts();
+  return RunVerb();
 }
 
-void Program::openLog(const CLI::App& verb) {
+void Program::OpenLog(const CLI::App& verb) {
   if (!m_options.dataRoot.empty()) rws::core::DataRoot::Set(m_options.dataRoot);
   rws::core::SetLogListener([this](rws::core::LogLevel level, const std::string& text) {
-    if (level >= rws::core::LogLevel::kWarning) m_output.warn(text);
+    if (level >= rws::core::LogLevel::kWarning) m_output.Warn(text);
   });
   // The folder comes into being when a user saves something of his own there.
   std::error_code ignored;
@@ -157,9 +157,9 @@ void Program::openLog(const CLI::App& verb) {
     rws::core::NewLog(root + "/core.log");
 }
 
-int Program::runVerb() {
+int Program::RunVerb() {
   try {
-    const CLI::App* verb = chosenVerb();
+    const CLI::App* verb = ChosenVerb();
     // Qt gets arguments of its own: it would take what it knows out of the verb's.
     char name[] = "rigwright";
     int count = 1;
@@ -169,21 +169,21 @@ int Program::runVerb() {
       application = std::make_unique<QGuiApplication>(count, arguments);
     else
       application = std::make_unique<QCoreApplication>(count, arguments);
-    openLog(*verb);
+    OpenLog(*verb);
     m_runs.at(verb)(*this);
-    return m_output.finish() ? kDone : kFailed;
+    return m_output.Finish() ? kDone : kFailed;
   } catch (const WrongUsage& usage) {
-    return wrongUsage(usage.what());
+    return TellWrongUsage(usage.what());
   } catch (const Interrupted&) {
-    m_output.error("interrupted: nothing was written");
+    m_output.Error("interrupted: nothing was written");
     return kInterrupted;
   } catch (const Failure& failure) {
-    m_output.error(failure.what());
+    m_output.Error(failure.what());
     return kFailed;
   }
 }
 
-CLI::Option* addNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
+CLI::Option* AddNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
                        const std::string& description, NumberCheck check) {
   const auto read = [&value, name, check](const std::string& text) {
     double number = 0.0;
@@ -196,12 +196,12 @@ CLI::Option* addNumber(CLI::App& verb, const std::string& name, std::optional<do
   return verb.add_option_function<std::string>(name, read, description)->type_name("NUMBER");
 }
 
-CLI::Option* addVector(CLI::App& verb, const std::string& name,
+CLI::Option* AddVector(CLI::App& verb, const std::string& name,
                        std::optional<util::Vector3<double>>& value,
                        const std::string& description) {
   const auto read = [&value, name](const std::string& text) {
     util::Vector3<double> vector;
-    if (!parseVector(text, vector))
+    if (!ParseVector(text, vector))
       throw CLI::ValidationError(name, "\"" + text + "\" is not three numbers such as 0,1.5,-2");
     if (std::max({std::abs(vector.x), std::abs(vector.y), std::abs(vector.z)}) > kMostInVector) {
       throw CLI::ValidationError(
@@ -212,66 +212,66 @@ CLI::Option* addVector(CLI::App& verb, const std::string& name,
   return verb.add_option_function<std::string>(name, read, description)->type_name("x,y,z");
 }
 
-CLI::Option* addScene(CLI::App& verb, std::string& path) {
+CLI::Option* AddScene(CLI::App& verb, std::string& path) {
   return verb.add_option("SCENE", path, "Scene to read (.glb or .gltf)")
       ->required()
       ->type_name("")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
 }
 
-CLI::Option* addOutput(CLI::App& verb, std::string& path, const std::string& description) {
+CLI::Option* AddOutput(CLI::App& verb, std::string& path, const std::string& description) {
   return verb.add_option("-o,--output", path, description)
       ->required()
       ->type_name("FILE")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
 }
 
-std::string checkSceneEnding(const std::string& path) {
-  const std::string ending = endingOf(path);
+std::string CheckSceneEnding(const std::string& path) {
+  const std::string ending = EndingOf(path);
   // A name without an ending may be a device or a pipe; the writer decides.
   if (ending.empty() || ending == ".glb" || ending == ".gltf") return {};
   return path + " does not end in .glb or .gltf";
 }
 
-CLI::Option* addSceneOutput(CLI::App& verb, std::string& path) {
-  return addOutput(verb, path, "Scene to write (.glb or .gltf)")
+CLI::Option* AddSceneOutput(CLI::App& verb, std::string& path) {
+  return AddOutput(verb, path, "Scene to write (.glb or .gltf)")
       ->type_name("OUT")
-      ->check([](const std::string& text) { return checkSceneEnding(text); });
+      ->check([](const std::string& text) { return CheckSceneEnding(text); });
 }
 
-CLI::Option* addRange(CLI::App& verb, std::string& text, const std::string& description) {
+CLI::Option* AddRange(CLI::App& verb, std::string& text, const std::string& description) {
   return verb.add_option("--range", text, description)
       ->type_name("a:b")
       ->check([](const std::string& given) {
         double from = 0.0;
         double to = 0.0;
-        if (!parseRange(given, from, to))
+        if (!ParseRange(given, from, to))
           return "\"" + given + "\" is no range of seconds such as 0:20, b not before a";
-        const std::string wrong = mustBeTime(std::max(std::abs(from), std::abs(to)));
+        const std::string wrong = MustBeTime(std::max(std::abs(from), std::abs(to)));
         return wrong.empty() ? wrong : given + " " + wrong;
       });
 }
 
-CLI::Option* addList(CLI::App& verb, const std::string& name, std::vector<std::string>& values,
+CLI::Option* AddList(CLI::App& verb, const std::string& name, std::vector<std::string>& values,
                      const std::string& description) {
   return verb.add_option(name, values, description)->type_size(1)->allow_extra_args(false);
 }
 
-std::string mustBePositive(double value) {
+std::string MustBePositive(double value) {
   return value > 0.0 ? std::string() : "must be above 0";
 }
 
-std::string mustBeFrom(double value, double least, double most) {
+std::string MustBeFrom(double value, double least, double most) {
   if (value >= least && value <= most) return {};
   return "must be from " + util::shortText(least) + " to " + util::shortText(most);
 }
 
-std::string mustBeTime(double value) {
+std::string MustBeTime(double value) {
   if (std::abs(value) < kMostSeconds) return {};
   return "must be less than " + util::shortText(kMostSeconds) + " s away from 0";
 }
 
-std::string checkNotEmpty(const std::string& text) {
+std::string CheckNotEmpty(const std::string& text) {
   return text.empty() ? "the text is empty" : std::string();
 }
 

@@ -21,7 +21,7 @@ struct GlobalOptions {
   bool yes = false;      ///< answer for the questions of message boxes
 };
 
-/// Owner of the command line. Each file of verbs adds its own by `addVerb`.
+/// Owner of the command line. Each file of verbs adds its own by `AddVerb`.
 class Program {
  public:
   Program();
@@ -29,33 +29,33 @@ class Program {
   /// A verb with its description (what stands behind its first line is for the verb's own help
   /// alone), an example for its help, and what it does. `run` throws Failure,
   /// WrongUsage or Interrupted when it can't.
-  CLI::App& addVerb(const std::string& name, const std::string& description,
+  CLI::App& AddVerb(const std::string& name, const std::string& description,
                     const std::string& example, std::function<void(Program&)> run);
   /// A verb below another, such as `profile list`.
-  CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& description,
+  CLI::App& AddVerb(CLI::App& parent, const std::string& name, const std::string& description,
                     const std::string& example, std::function<void(Program&)> run);
   /// The verb writes nothing to the data root, not even to the log.
-  void markReadOnly(const CLI::App& verb) { m_readOnly.insert(&verb); }
+  void MarkReadOnly(const CLI::App& verb) { m_readOnly.insert(&verb); }
   /// The verb draws pictures, and so needs fonts.
-  void markDrawing(const CLI::App& verb) { m_drawing.insert(&verb); }
+  void MarkDrawing(const CLI::App& verb) { m_drawing.insert(&verb); }
   /// A verb that only holds others.
-  CLI::App& addGroup(const std::string& name, const std::string& description,
+  CLI::App& AddGroup(const std::string& name, const std::string& description,
                      const std::string& example);
 
   /// Reads the command line and runs the verb; the exit status: 0 done, 1 failed, 2 wrong usage,
   /// 130 interrupted.
-  int run(int argc, char** argv);
+  int Run(int argc, char** argv);
 
-  Output& output() { return m_output; }
-  const GlobalOptions& options() const { return m_options; }
+  Output& GetOutput() { return m_output; }
+  const GlobalOptions& GetOptions() const { return m_options; }
 
  private:
-  bool parse(int argc, char** argv, int& status);
-  int wrongUsage(const std::string& why);
-  std::string unknownVerb() const;
-  int runVerb();
-  void openLog(const CLI::App& verb);
-  CLI::App* chosenVerb();
+  bool Parse(int argc, char** argv, int& status);
+  int TellWrongUsage(const std::string& why);
+  std::string UnknownVerb() const;
+  int RunVerb();
+  void OpenLog(const CLI::App& verb);
+  CLI::App* ChosenVerb();
 
   CLI::App m_app;
   Output m_output;
@@ -69,31 +69,31 @@ class Program {
 
 /// A number option; `check` names what is wrong with a value that can't be, empty for a good one.
 using NumberCheck = std::function<std::string(double)>;
-CLI::Option* addNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
+CLI::Option* AddNumber(CLI::App& verb, const std::string& name, std::optional<double>& value,
                        const std::string& description, NumberCheck check = {});
 /// Three numbers, none of them beyond what a scene can hold.
-CLI::Option* addVector(CLI::App& verb, const std::string& name,
+CLI::Option* AddVector(CLI::App& verb, const std::string& name,
                        std::optional<util::Vector3<double>>& value, const std::string& description);
 /// The positional scene file.
-CLI::Option* addScene(CLI::App& verb, std::string& path);
+CLI::Option* AddScene(CLI::App& verb, std::string& path);
 /// `-o` for a file, required.
-CLI::Option* addOutput(CLI::App& verb, std::string& path, const std::string& description);
+CLI::Option* AddOutput(CLI::App& verb, std::string& path, const std::string& description);
 /// `-o` for a scene (.glb or .gltf), required.
-CLI::Option* addSceneOutput(CLI::App& verb, std::string& path);
+CLI::Option* AddSceneOutput(CLI::App& verb, std::string& path);
 /// `--range a:b`; what is left out of it stays as it is.
-CLI::Option* addRange(CLI::App& verb, std::string& text, const std::string& description);
+CLI::Option* AddRange(CLI::App& verb, std::string& text, const std::string& description);
 /// An option that may be given several times.
-CLI::Option* addList(CLI::App& verb, const std::string& name, std::vector<std::string>& values,
+CLI::Option* AddList(CLI::App& verb, const std::string& name, std::vector<std::string>& values,
                      const std::string& description);
 
 /// "must be above 0" and the like, for NumberCheck.
-std::string mustBePositive(double value);
-std::string mustBeFrom(double value, double least, double most);
+std::string MustBePositive(double value);
+std::string MustBeFrom(double value, double least, double most);
 /// Refuses times (s) that no scene of any frame rate is about.
-std::string mustBeTime(double value);
+std::string MustBeTime(double value);
 /// For names and paths: an empty one is a slip, such as a variable of a script that is not set.
-std::string checkNotEmpty(const std::string& text);
+std::string CheckNotEmpty(const std::string& text);
 /// Refuses a path that the scene writer would not know what to do with; empty when all is well.
-std::string checkSceneEnding(const std::string& path);
+std::string CheckSceneEnding(const std::string& path);
 
 }  // namespace orv::app

@@ -18,19 +18,19 @@ constexpr double kBarInterval = 0.1;   ///< s between two pictures of the bar
 constexpr double kLineInterval = 1.0;  ///< s between two plain lines
 constexpr int kMaxBarWidth = 40;       ///< characters
 
-int terminalWidth() {
+int TerminalWidth() {
   winsize size{};
   if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return 80;
   return size.ws_col;
 }
 
-int percent(long done, long total) {
+int Percent(long done, long total) {
   return total > 0 ? static_cast<int>(100 * std::clamp(done, 0L, total) / total) : 100;
 }
 
 }  // namespace
 
-std::string clockText(double seconds) {
+std::string ClockText(double seconds) {
   const long s = std::lround(std::clamp(seconds, 0.0, 359999.0));
   const auto two = [](long n) { return (n < 10 ? "0" : "") + std::to_string(n); };
   const std::string tail = two(s % 60);
@@ -41,66 +41,66 @@ std::string clockText(double seconds) {
 ProgressBar::ProgressBar(Output& output, std::string title)
     : m_silent(output.quiet),
       m_title(std::move(title)),
-      m_monitor([this](long done, long total, double seconds) { set(done, total, seconds); },
-                &interruptFlag()) {}
+      m_monitor([this](long done, long total, double seconds) { Set(done, total, seconds); },
+                &InterruptFlag()) {}
 
 ProgressBar::~ProgressBar() {
-  clear();
+  Clear();
 }
 
-bool ProgressBar::isDue(double interval) {
+bool ProgressBar::IsDue(double interval) {
   const auto now = Clock::now();
   if (std::chrono::duration<double>(now - m_shownAt).count() < interval) return false;
   m_shownAt = now;
   return true;
 }
 
-void ProgressBar::set(long done, long total, double seconds) {
-  if (m_silent || !isDue(isTerminal() ? kBarInterval : kLineInterval)) return;
+void ProgressBar::Set(long done, long total, double seconds) {
+  if (m_silent || !IsDue(IsTerminal() ? kBarInterval : kLineInterval)) return;
   const std::string left =
       done <= 0
           ? "--:--"
-          : clockText(seconds * static_cast<double>(total - done) / static_cast<double>(done));
-  if (isTerminal())
-    showBar(done, total, left);
+          : ClockText(seconds * static_cast<double>(total - done) / static_cast<double>(done));
+  if (IsTerminal())
+    ShowBar(done, total, left);
   else
-    showLine(done, total, left);
+    ShowLine(done, total, left);
 }
 
-void ProgressBar::showBar(long done, long total, const std::string& left) {
-  const std::string tail = " " + std::to_string(percent(done, total)) + " %  " +
+void ProgressBar::ShowBar(long done, long total, const std::string& left) {
+  const std::string tail = " " + std::to_string(Percent(done, total)) + " %  " +
                            std::to_string(done) + "/" + std::to_string(total) + "  " + left +
                            " left";
-  const int room = terminalWidth() - static_cast<int>(m_title.size() + tail.size()) - 5;
+  const int room = TerminalWidth() - static_cast<int>(m_title.size() + tail.size()) - 5;
   std::string bar;
   if (room >= 4) {
     const int width = std::min(room, kMaxBarWidth);
-    const int full = width * percent(done, total) / 100;
+    const int full = width * Percent(done, total) / 100;
     bar = " [" + std::string(static_cast<std::size_t>(full), '=') +
           std::string(static_cast<std::size_t>(width - full), ' ') + "]";
-    if (hasColour()) bar = "\033[36m" + bar + "\033[0m";
+    if (HasColour()) bar = "\033[36m" + bar + "\033[0m";
   }
   std::fputs(("\r\033[K" + m_title + bar + tail).c_str(), stderr);
   std::fflush(stderr);
   m_visible = true;
 }
 
-void ProgressBar::showLine(long done, long total, const std::string& left) {
-  std::fputs((m_title + ": " + std::to_string(percent(done, total)) + " %, " +
+void ProgressBar::ShowLine(long done, long total, const std::string& left) {
+  std::fputs((m_title + ": " + std::to_string(Percent(done, total)) + " %, " +
               std::to_string(done) + " of " + std::to_string(total) + ", " + left + " left\n")
                  .c_str(),
              stderr);
 }
 
-void ProgressBar::say(const std::string& text) {
+void ProgressBar::Say(const std::string& text) {
   if (m_silent || text == m_said) return;
   m_said = text;
-  std::fputs((isTerminal() ? "\r\033[K" + text : text + "\n").c_str(), stderr);
+  std::fputs((IsTerminal() ? "\r\033[K" + text : text + "\n").c_str(), stderr);
   std::fflush(stderr);
-  m_visible = isTerminal();
+  m_visible = IsTerminal();
 }
 
-void ProgressBar::clear() {
+void ProgressBar::Clear() {
   if (!m_visible) return;
   std::fputs("\r\033[K", stderr);
   std::fflush(stderr);

@@ -22,20 +22,20 @@ class ProgressBar {
   ProgressBar& operator=(const ProgressBar&) = delete;
 
   /// Shows how far the work is that gets it. Ctrl-C cancels that work.
-  const Monitor& monitor() const { return m_monitor; }
+  const Monitor& GetMonitor() const { return m_monitor; }
   /// A text in place of the bar, such as a countdown.
-  void say(const std::string& text);
-  /// Takes the bar off the terminal, so that another line can be printed; the next `set` shows it
+  void Say(const std::string& text);
+  /// Takes the bar off the terminal, so that another line can be printed; the next `Set` shows it
   /// again.
-  void clear();
+  void Clear();
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  bool isDue(double interval);
-  void set(long done, long total, double seconds);
-  void showBar(long done, long total, const std::string& left);
-  void showLine(long done, long total, const std::string& left);
+  bool IsDue(double interval);
+  void Set(long done, long total, double seconds);
+  void ShowBar(long done, long total, const std::string& left);
+  void ShowLine(long done, long total, const std::string& left);
 
   const bool m_silent;
   const std::string m_title;
@@ -46,6 +46,6 @@ class ProgressBar {
 };
 
 /// Seconds as people read them, such as "0:07" or "1:02:03".
-std::string clockText(double seconds);
+std::string ClockText(double seconds);
 
 }  // namespace orv::app

@@ -27,71 +27,71 @@ struct ResimOptions {
   std::vector<std::string> assignments, only;
 };
 
-RunResult runFrames(SceneJob& job, const TimeSpan& span) {
-  const ProgressBar bar(job.program().output(), "resim");
-  const RunResult result = resimulate(job.core(), span, bar.monitor());
+RunResult RunFrames(SceneJob& job, const TimeSpan& span) {
+  const ProgressBar bar(job.GetProgram().GetOutput(), "resim");
+  const RunResult result = Resimulate(job.GetCore(), span, bar.GetMonitor());
   if (!result.began) throw Failure("resim", "the run could not begin");
-  checkInterrupt();
+  CheckInterrupt();
   return result;
 }
 
-void runResim(Program& program, const ResimOptions& options) {
+void RunResim(Program& program, const ResimOptions& options) {
   SceneJob job(program, options.scene);
-  requireRigs(job);
-  for (const std::string& assignment : options.assignments) job.setParameter(assignment);
-  const TimeSpan span = spanOf(job.scene(), options.range);
+  RequireRigs(job);
+  for (const std::string& assignment : options.assignments) job.SetParameter(assignment);
+  const TimeSpan span = SpanOf(job.GetScene(), options.range);
   if (options.fps) {
-    setFrameRate(job, *options.fps);
-    requireFrameNumbers(span, *options.fps, "--fps", "give a lower rate or a shorter --range");
+    SetFrameRate(job, *options.fps);
+    RequireFrameNumbers(span, *options.fps, "--fps", "give a lower rate or a shorter --range");
   }
-  if (!options.inputs.empty()) readInputs(job, options.inputs).putIntoTracks();
+  if (!options.inputs.empty()) ReadInputs(job, options.inputs).PutIntoTracks();
 
   RunResult run;
   {
-    const OnlyRigs only(job.core(), rowsToRun(job, options.only));
-    run = runFrames(job, span);
+    const OnlyRigs only(job.GetCore(), RowsToRun(job, options.only));
+    run = RunFrames(job, span);
   }
-  const TimeSpan range = playbackRange(job.scene());
-  stretchRange(job.session(), span);
-  tellRange(job, range);
-  job.save(options.output, {"they lie behind the end of the run (a longer --range keeps them)",
+  const TimeSpan range = PlaybackRange(job.GetScene());
+  StretchRange(job.GetSession(), span);
+  TellRange(job, range);
+  job.Save(options.output, {"they lie behind the end of the run (a longer --range keeps them)",
                             "the columns of " + options.inputs + " stand in their place"});
   const double seconds = run.seconds;
   const double rate = seconds > 0.0 ? static_cast<double>(run.frames) / seconds : 0.0;
-  auto& object = program.output().object();
+  auto& object = program.GetOutput().GetObject();
   object["frames"] = run.frames;
   object["range"] = {span.from, span.to};
   object["seconds"] = seconds;
   object["framesPerSecond"] = rate;
   const std::string time =
       seconds < 0.01 ? "" : " in " + util::shortText(std::round(seconds * 100.0) / 100.0) + " s";
-  program.output().note("resim: " + std::to_string(run.frames) + " frames" + time + ", " +
-                        std::to_string(std::lround(rate)) + " frames/s, written to " +
-                        options.output);
+  program.GetOutput().Note("resim: " + std::to_string(run.frames) + " frames" + time + ", " +
+                           std::to_string(std::lround(rate)) + " frames/s, written to " +
+                           options.output);
 }
 
 }  // namespace
 
-void addResimVerb(Program& program) {
+void AddResimVerb(Program& program) {
   auto o = std::make_shared<ResimOptions>();
-  CLI::App& verb = program.addVerb(
+  CLI::App& verb = program.AddVerb(
       "resim",
       "Simulate the rigs again from their recorded inputs, or from a file's, and write the keys\n"
       "The frame at the start of the range is where the rigs begin; it is not simulated.",
       "rigwright resim cam.glb --range 0:20 --set \"Cam:Translation Response Factor=50\" "
       "-o out.glb",
-      [o](Program& p) { runResim(p, *o); });
-  addScene(verb, o->scene);
+      [o](Program& p) { RunResim(p, *o); });
+  AddScene(verb, o->scene);
   verb.add_option("--inputs", o->inputs, "Input file (CSV) whose columns replace recorded tracks")
       ->type_name("FILE")
-      ->check(checkNotEmpty);
-  addRange(verb, o->range, "Seconds from and to (default: the playback range)");
-  addFrameRate(verb, o->fps);
-  addList(verb, "--set", o->assignments, "Set a parameter first; may be repeated")
+      ->check(CheckNotEmpty);
+  AddRange(verb, o->range, "Seconds from and to (default: the playback range)");
+  AddFrameRate(verb, o->fps);
+  AddList(verb, "--set", o->assignments, "Set a parameter first; may be repeated")
       ->type_name("RIG:LABEL=VALUE")
-      ->check(checkAssignment);
-  addList(verb, "--only", o->only, "Step only this rig; may be repeated")->type_name("RIG");
-  addSceneOutput(verb, o->output);
+      ->check(CheckAssignment);
+  AddList(verb, "--only", o->only, "Step only this rig; may be repeated")->type_name("RIG");
+  AddSceneOutput(verb, o->output);
 }
 
 }  // namespace orv::app

@@ -24,27 +24,27 @@ namespace orv::app {
 class SceneJob;
 
 /// The rows of these rigs. Refuses a run without a rig: without names one must be checked.
-std::vector<rws::core::InstanceReference*> rowsToRun(SceneJob& job,
+std::vector<rws::core::InstanceReference*> RowsToRun(SceneJob& job,
                                                      const std::vector<std::string>& names);
 /// The rig of this name, or all without one.
-std::vector<rws::core::Instance*> rigsNamed(SceneJob& job, const std::string& name);
+std::vector<rws::core::Instance*> RigsNamed(SceneJob& job, const std::string& name);
 
 /// Refuses times whose frames the engine can't number. `what` is to blame, `hint` says what to do.
-void requireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
+void RequireFrameNumbers(const TimeSpan& span, double frameRate, const std::string& what,
                          const std::string& hint);
 
 /// "a:b" of the command line, what is missing from it taken from the playback range.
-TimeSpan spanOf(const rws::adaptor::headless::Scene& scene, const std::string& range);
+TimeSpan SpanOf(const rws::adaptor::headless::Scene& scene, const std::string& range);
 
 /// Tells the object of the result the playback range, and people when it is not `before`.
-void tellRange(SceneJob& job, const TimeSpan& before);
+void TellRange(SceneJob& job, const TimeSpan& before);
 
 /// `--fps`: a number or a fraction such as 30000/1001.
-CLI::Option* addFrameRate(CLI::App& verb, std::optional<double>& rate);
+CLI::Option* AddFrameRate(CLI::App& verb, std::optional<double>& rate);
 /// Gives the scene another frame rate; keys that no longer fall on frames are told as a warning.
-void setFrameRate(SceneJob& job, double rate);
+void SetFrameRate(SceneJob& job, double rate);
 
 /// Refuses a scene without a rig.
-void requireRigs(SceneJob& job);
+void RequireRigs(SceneJob& job);
 
 }  // namespace orv::app

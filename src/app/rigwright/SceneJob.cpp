@@ -25,196 +25,197 @@ using rws::core::Instance;
 using rws::core::InstanceReference;
 
 SceneJob::SceneJob(Program& program)
-    : m_program(program), m_ui(program.output(), program.options().yes) {
-  core().SetUserInterface(&m_ui);
+    : m_program(program), m_ui(program.GetOutput(), program.GetOptions().yes) {
+  GetCore().SetUserInterface(&m_ui);
 }
 
 SceneJob::SceneJob(Program& program, const std::string& path) : SceneJob(program) {
   m_path = path;
-  const std::string error = m_session.open(path, program.options().clip);
-  tellWarnings();
+  const std::string error = m_session.Open(path, program.GetOptions().clip);
+  TellWarnings();
   if (!error.empty()) throw Failure("", error);
 }
 
 SceneJob::~SceneJob() {
-  core().SetUserInterface(nullptr);
+  GetCore().SetUserInterface(nullptr);
 }
 
-void SceneJob::tellWarnings() {
-  for (const std::string& text : m_session.takeWarnings()) m_program.output().warn(text);
+void SceneJob::TellWarnings() {
+  for (const std::string& text : m_session.TakeWarnings()) m_program.GetOutput().Warn(text);
 }
 
 // --- looking things up ---
 
-rws::core::Tool& SceneJob::tool(const std::string& kind) {
-  if (rws::core::Tool* found = core().GetLibrary().Find(kind)) return *found;
+rws::core::Tool& SceneJob::FindTool(const std::string& kind) {
+  if (rws::core::Tool* found = GetCore().GetLibrary().Find(kind)) return *found;
   std::vector<std::string> known;
-  for (rws::core::Tool* tool : core().GetLibrary().GetTools())
+  for (rws::core::Tool* tool : GetCore().GetLibrary().GetTools())
     known.push_back(tool->GetDisplayId());
   throw Failure("kind " + kind, "there is no such kind of rig",
-                hintFor(kind, known, "kinds of rigs"));
+                HintFor(kind, known, "kinds of rigs"));
 }
 
-std::vector<std::string> SceneJob::rigNames() {
+std::vector<std::string> SceneJob::RigNames() {
   std::vector<std::string> names;
-  for (Instance* instance : core().List(false)) names.push_back(instance->GetInstanceName());
+  for (Instance* instance : GetCore().List(false)) names.push_back(instance->GetInstanceName());
   return names;
 }
 
-InstanceReference& SceneJob::row(const std::string& rig) {
-  if (InstanceReference* found = core().Find(rig)) return *found;
-  throw Failure(m_path, "there is no rig \"" + rig + "\"", hintFor(rig, rigNames(), "rigs"));
+InstanceReference& SceneJob::FindRow(const std::string& rig) {
+  if (InstanceReference* found = GetCore().Find(rig)) return *found;
+  throw Failure(m_path, "there is no rig \"" + rig + "\"", HintFor(rig, RigNames(), "rigs"));
 }
 
-Instance& SceneJob::rig(const std::string& name) {
-  return *row(name).GetInstance();
+Instance& SceneJob::FindRig(const std::string& name) {
+  return *FindRow(name).GetInstance();
 }
 
-rws::adaptor::headless::SceneNode& SceneJob::node(const std::string& name) {
-  if (rws::adaptor::headless::SceneNode* found = scene().find(name)) return *found;
+rws::adaptor::headless::SceneNode& SceneJob::FindNode(const std::string& name) {
+  if (rws::adaptor::headless::SceneNode* found = GetScene().Find(name)) return *found;
   std::vector<std::string> known;
-  for (rws::adaptor::headless::SceneNode* node : scene().nodes()) known.push_back(node->name());
-  throw Failure(m_path, "there is no node \"" + name + "\"", hintFor(name, known, "nodes"));
+  for (rws::adaptor::headless::SceneNode* node : GetScene().GetNodes())
+    known.push_back(node->GetName());
+  throw Failure(m_path, "there is no node \"" + name + "\"", HintFor(name, known, "nodes"));
 }
 
-rws::adaptor::headless::HeadlessNode& SceneJob::hostNode(const std::string& name) {
-  return *adaptor().FindSceneNode(node(name).name());
+rws::adaptor::headless::HeadlessNode& SceneJob::FindHostNode(const std::string& name) {
+  return *GetAdaptor().FindSceneNode(FindNode(name).GetName());
 }
 
-Instance& SceneJob::rigOf(const std::string& text, std::string& rest) {
+Instance& SceneJob::RigOf(const std::string& text, std::string& rest) {
   for (std::size_t colon = text.rfind(':'); colon != std::string::npos && colon > 0;
        colon = text.rfind(':', colon - 1)) {
-    if (Instance* found = core().FindInstance(text.substr(0, colon))) {
+    if (Instance* found = GetCore().FindInstance(text.substr(0, colon))) {
       rest = text.substr(colon + 1);
       return *found;
     }
   }
-  return rig(text.substr(0, text.find(':')));
+  return FindRig(text.substr(0, text.find(':')));
 }
 
-ConfigElement& SceneJob::element(Instance& rig, const std::string& label, bool buttons) {
+ConfigElement& SceneJob::FindElement(Instance& rig, const std::string& label, bool buttons) {
   const std::string what = rig.GetInstanceName() + ":" + label;
   const std::string kind = buttons ? "button" : "parameter";
   const auto fits = [buttons](const ConfigElement* e) {
-    return e->id() >= 0 && (e->kind() == ConfigElement::Kind::kButton) == buttons;
+    return e->GetId() >= 0 && (e->GetKind() == ConfigElement::Kind::kButton) == buttons;
   };
   std::vector<std::string> known;
-  for (const ConfigElement* e : rig.GetConfig().elements())
-    if (fits(e)) known.push_back(e->label());
+  for (const ConfigElement* e : rig.GetConfig().GetElements())
+    if (fits(e)) known.push_back(e->GetLabel());
 
   int id = -1;
   if (label.size() > 1 && label[0] == '#' && util::parseNumber(label.substr(1), id)) {
-    ConfigElement* found = rig.GetConfig().find(id);
+    ConfigElement* found = rig.GetConfig().Find(id);
     if (found && fits(found)) return *found;
     throw Failure(
         what, found ? "the element with this id is no " + kind : "there is no element with this id",
         "rigwright info tells the ids");
   }
   std::vector<ConfigElement*> found;
-  for (ConfigElement* e : rig.GetConfig().findAll(label))
+  for (ConfigElement* e : rig.GetConfig().FindAll(label))
     if (fits(e)) found.push_back(e);
   if (found.size() == 1) return *found.front();
   if (found.empty())
-    throw Failure(what, "there is no such " + kind, hintFor(label, known, kind + "s"));
+    throw Failure(what, "there is no such " + kind, HintFor(label, known, kind + "s"));
   std::vector<std::string> choices;
   for (const ConfigElement* e : found)
-    choices.push_back("#" + std::to_string(e->id()) + " in " + groupOf(*e));
+    choices.push_back("#" + std::to_string(e->GetId()) + " in " + GroupOf(*e));
   throw Failure(what, "several " + kind + "s have this label",
-                "name one by its id: " + joined(choices));
+                "name one by its id: " + Joined(choices));
 }
 
-SceneJob::Parameter SceneJob::setParameter(const std::string& assignment) {
+SceneJob::Parameter SceneJob::SetParameter(const std::string& assignment) {
   std::string rest;
-  Instance& instance = rigOf(assignment, rest);
+  Instance& instance = RigOf(assignment, rest);
   // A label may hold "=" itself: the longest one that there is counts.
   std::size_t equals = rest.find('=');
   for (std::size_t at = equals; at != std::string::npos; at = rest.find('=', at + 1))
-    if (!instance.GetConfig().findAll(rest.substr(0, at)).empty()) equals = at;
+    if (!instance.GetConfig().FindAll(rest.substr(0, at)).empty()) equals = at;
   if (equals == std::string::npos)
     throw Failure(assignment, "there is no value", "write RIG:LABEL=VALUE");
-  ConfigElement& target = element(instance, rest.substr(0, equals), false);
-  const std::string name = instance.GetInstanceName() + ":" + target.label();
+  ConfigElement& target = FindElement(instance, rest.substr(0, equals), false);
+  const std::string name = instance.GetInstanceName() + ":" + target.GetLabel();
   std::string problem;
-  if (!core().EditParameter(instance, target.id(), rest.substr(equals + 1), problem)) {
+  if (!GetCore().EditParameter(instance, target.GetId(), rest.substr(equals + 1), problem)) {
     throw Failure(name, problem,
-                  target.items().empty() ? "" : "choose one of: " + joined(target.items()));
+                  target.GetItems().empty() ? "" : "choose one of: " + Joined(target.GetItems()));
   }
-  if (!problem.empty()) m_program.output().warn(name + ": " + problem);
+  if (!problem.empty()) m_program.GetOutput().Warn(name + ": " + problem);
   return {instance, target};
 }
 
-void SceneJob::loadProfile(Instance& rig, const std::string& name) {
+void SceneJob::LoadProfile(Instance& rig, const std::string& name) {
   const std::string old = rig.GetTool()->GetConfigProfiles().GetVersionWarning(name);
-  if (!old.empty()) m_program.output().warn("profile " + name + ": " + old);
-  const std::string problem = core().LoadProfile(rig.GetInstanceName(), name);
+  if (!old.empty()) m_program.GetOutput().Warn("profile " + name + ": " + old);
+  const std::string problem = GetCore().LoadProfile(rig.GetInstanceName(), name);
   if (!problem.empty()) throw Failure("profile " + name, problem);
 }
 
 // --- writing ---
 
-void SceneJob::save(const std::string& output, const LossReasons& why) {
-  checkInterrupt();
+void SceneJob::Save(const std::string& output, const LossReasons& why) {
+  CheckInterrupt();
   std::string error;
   {
-    const SavingNote note(savingNote(m_program.output(), output));
-    error = m_session.save(output);
+    const SavingNote note(MakeSavingNote(m_program.GetOutput(), output));
+    error = m_session.Save(output);
   }
-  if (!error.empty()) failWriting(error);
-  tellWarnings();
-  const LossReport lost = m_session.losses();
+  if (!error.empty()) FailWriting(error);
+  TellWarnings();
+  const LossReport lost = m_session.FindLosses();
   const auto warn = [this](const std::string& what, const std::string& reason) {
     if (!what.empty())
-      m_program.output().warn("dropped " + what + (reason.empty() ? "" : ": " + reason));
+      m_program.GetOutput().Warn("dropped " + what + (reason.empty() ? "" : ": " + reason));
   };
   warn(lost.keys, why.keys);
   warn(lost.input, why.input);
-  m_program.output().object()["output"] = output;
+  m_program.GetOutput().GetObject()["output"] = output;
 }
 
-InputFile readInputs(SceneJob& job, const std::string& path) {
+InputFile ReadInputs(SceneJob& job, const std::string& path) {
   InputFile file;
-  const std::string error = file.load(job.core(), path);
+  const std::string error = file.Load(job.GetCore(), path);
   if (!error.empty()) throw Failure("", error);
-  for (const std::string& odd : file.warnings()) job.program().output().warn(odd);
+  for (const std::string& odd : file.GetWarnings()) job.GetProgram().GetOutput().Warn(odd);
   return file;
 }
 
-std::function<void()> savingNote(Output& output, const std::string& path) {
+std::function<void()> MakeSavingNote(Output& output, const std::string& path) {
   if (output.quiet) return {};
-  return [&output, path] { output.note("saving " + path); };
+  return [&output, path] { output.Note("saving " + path); };
 }
 
-std::string groupOf(const ConfigElement& element) {
+std::string GroupOf(const ConfigElement& element) {
   std::string path;
   // The root is no group of the user's.
-  for (const ConfigElement* group = element.parent(); group && group->parent();
-       group = group->parent())
-    path = group->label() + (path.empty() ? "" : " / ") + path;
+  for (const ConfigElement* group = element.GetParent(); group && group->GetParent();
+       group = group->GetParent())
+    path = group->GetLabel() + (path.empty() ? "" : " / ") + path;
   return path;
 }
 
-nlohmann::ordered_json valueOf(const ConfigElement& element) {
-  switch (element.kind()) {
+nlohmann::ordered_json ValueOf(const ConfigElement& element) {
+  switch (element.GetKind()) {
     case ConfigElement::Kind::kSpinnerInt:
     case ConfigElement::Kind::kSpinner:
-      return element.number();
+      return element.GetNumber();
     case ConfigElement::Kind::kCheckBox:
-      return element.number() != 0.0;
+      return element.GetNumber() != 0.0;
     case ConfigElement::Kind::kTextBox:
     case ConfigElement::Kind::kComboBox:
-      return element.valueText();
+      return element.GetValueText();
     default:
       return {};
   }
 }
 
-std::string checkRigPart(const std::string& text) {
+std::string CheckRigPart(const std::string& text) {
   const std::size_t colon = text.find(':');
   if (colon != std::string::npos && colon > 0 && colon + 1 < text.size()) return {};
   return "\"" + text + "\" names no rig and label; write RIG:LABEL";
 }
 
-std::string checkAssignment(const std::string& text) {
+std::string CheckAssignment(const std::string& text) {
   const std::size_t colon = text.find(':');
   const std::size_t equals = colon == std::string::npos ? colon : text.find('=', colon);
   if (equals != std::string::npos && colon > 0 && equals > colon + 1) return {};

@@ -42,47 +42,47 @@ class SceneJob {
   SceneJob(Program& program, const std::string& path);
   ~SceneJob();
 
-  SceneSession& session() { return m_session; }
-  rws::core::CoreImplementation& core() { return m_session.core(); }
-  rws::adaptor::headless::HeadlessAdaptor& adaptor() { return m_session.adaptor(); }
-  rws::adaptor::headless::Scene& scene() { return m_session.scene(); }
-  CommandLineUi& ui() { return m_ui; }
-  Program& program() { return m_program; }
-  const std::string& path() const { return m_path; }
+  SceneSession& GetSession() { return m_session; }
+  rws::core::CoreImplementation& GetCore() { return m_session.GetCore(); }
+  rws::adaptor::headless::HeadlessAdaptor& GetAdaptor() { return m_session.GetAdaptor(); }
+  rws::adaptor::headless::Scene& GetScene() { return m_session.GetScene(); }
+  CommandLineUi& GetUi() { return m_ui; }
+  Program& GetProgram() { return m_program; }
+  const std::string& GetPath() const { return m_path; }
 
-  rws::core::Tool& tool(const std::string& kind);
-  rws::core::InstanceReference& row(const std::string& rig);
-  rws::core::Instance& rig(const std::string& name);
-  rws::adaptor::headless::SceneNode& node(const std::string& name);
+  rws::core::Tool& FindTool(const std::string& kind);
+  rws::core::InstanceReference& FindRow(const std::string& rig);
+  rws::core::Instance& FindRig(const std::string& name);
+  rws::adaptor::headless::SceneNode& FindNode(const std::string& name);
   /// The same as the adaptor's.
-  rws::adaptor::headless::HeadlessNode& hostNode(const std::string& name);
-  std::vector<std::string> rigNames();
+  rws::adaptor::headless::HeadlessNode& FindHostNode(const std::string& name);
+  std::vector<std::string> RigNames();
 
   /// Cuts `text` behind the rig that it begins with, as "RIG:rest". Names may hold colons
   /// themselves: the longest name that fits counts.
-  rws::core::Instance& rigOf(const std::string& text, std::string& rest);
+  rws::core::Instance& RigOf(const std::string& text, std::string& rest);
   /// The element of a label or "#ID". `buttons` asks for a button, else for a parameter.
-  rws::core::ConfigElement& element(rws::core::Instance& rig, const std::string& label,
-                                    bool buttons);
+  rws::core::ConfigElement& FindElement(rws::core::Instance& rig, const std::string& label,
+                                        bool buttons);
   /// A parameter and the rig that it is of.
   struct Parameter {
     rws::core::Instance& rig;
     rws::core::ConfigElement& element;
   };
   /// Edits one parameter from "RIG:LABEL=VALUE" or "RIG:#ID=VALUE".
-  Parameter setParameter(const std::string& assignment);
+  Parameter SetParameter(const std::string& assignment);
 
   /// Loads a config profile; one of an older version is told as a warning.
-  void loadProfile(rws::core::Instance& rig, const std::string& name);
+  void LoadProfile(rws::core::Instance& rig, const std::string& name);
 
   /// Writes the scene, unless the user has interrupted the verb, and tells the object of the
   /// result where. Keys and recorded inputs that have gone since it was opened are told as
   /// warnings, with `why`.
-  void save(const std::string& output, const LossReasons& why = {});
+  void Save(const std::string& output, const LossReasons& why = {});
 
  private:
   /// Hands what the session had to say to the warnings.
-  void tellWarnings();
+  void TellWarnings();
 
   Program& m_program;
   CommandLineUi m_ui;
@@ -91,16 +91,16 @@ class SceneJob {
 };
 
 /// An input file read for the rigs; what is odd in it goes to the warnings.
-InputFile readInputs(SceneJob& job, const std::string& path);
+InputFile ReadInputs(SceneJob& job, const std::string& path);
 /// What a save that takes long says on stderr, for a SavingNote; nothing under --quiet.
-std::function<void()> savingNote(Output& output, const std::string& path);
+std::function<void()> MakeSavingNote(Output& output, const std::string& path);
 /// Labels of the groups around an element, outermost first.
-std::string groupOf(const rws::core::ConfigElement& element);
+std::string GroupOf(const rws::core::ConfigElement& element);
 /// A parameter's value as results tell it; null for a button.
-nlohmann::ordered_json valueOf(const rws::core::ConfigElement& element);
+nlohmann::ordered_json ValueOf(const rws::core::ConfigElement& element);
 /// Refuses an assignment that the command line alone shows to be wrong; empty when all is well.
-std::string checkAssignment(const std::string& text);
+std::string CheckAssignment(const std::string& text);
 /// The same for "RIG:LABEL".
-std::string checkRigPart(const std::string& text);
+std::string CheckRigPart(const std::string& text);
 
 }  // namespace orv::app

@@ -6,7 +6,7 @@
 
 namespace orv::app {
 
-std::string inOneLine(const std::string& text) {
+std::string InOneLine(const std::string& text) {
   std::string result;
   for (const char c : text) {
     const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
@@ -18,7 +18,7 @@ std::string inOneLine(const std::string& text) {
   return result;
 }
 
-std::string wrapped(const std::string& text, std::size_t width, const std::string& indent) {
+std::string Wrapped(const std::string& text, std::size_t width, const std::string& indent) {
   std::string result;
   std::string line;
   const auto flush = [&] {
@@ -28,7 +28,7 @@ std::string wrapped(const std::string& text, std::size_t width, const std::strin
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = std::min(text.find(' ', at), text.size());
     const std::string word = text.substr(at, end - at);
-    if (!line.empty() && textWidth(line) + 1 + textWidth(word) > width) flush();
+    if (!line.empty() && TextWidth(line) + 1 + TextWidth(word) > width) flush();
     line += (line.empty() ? "" : " ") + word;
     at = end + 1;
   }
@@ -36,13 +36,13 @@ std::string wrapped(const std::string& text, std::size_t width, const std::strin
   return result;
 }
 
-std::size_t textWidth(const std::string& text) {
+std::size_t TextWidth(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
   }));
 }
 
-bool parseRange(const std::string& text, double& from, double& to) {
+bool ParseRange(const std::string& text, double& from, double& to) {
   const std::size_t colon = text.find(':');
   if (colon == std::string::npos) return false;
   const std::string a = text.substr(0, colon);
@@ -52,7 +52,7 @@ bool parseRange(const std::string& text, double& from, double& to) {
   return a.empty() || b.empty() || from <= to;
 }
 
-bool parseVector(const std::string& text, util::Vector3<double>& value) {
+bool ParseVector(const std::string& text, util::Vector3<double>& value) {
   const std::size_t first = text.find(',');
   if (first == std::string::npos) return false;
   const std::size_t second = text.find(',', first + 1);
@@ -62,18 +62,18 @@ bool parseVector(const std::string& text, util::Vector3<double>& value) {
          util::parseNumber(text.substr(second + 1), value.z);
 }
 
-std::vector<std::string> Table::lines(const std::string& indent) const {
+std::vector<std::string> Table::Lines(const std::string& indent) const {
   std::vector<std::size_t> widths;
   for (const auto& row : m_rows) {
     widths.resize(std::max(widths.size(), row.size()), 0);
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], textWidth(row[i]));
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], TextWidth(row[i]));
   }
   std::vector<std::string> result;
   for (const auto& row : m_rows) {
     std::string line = indent;
     for (std::size_t i = 0; i < row.size(); ++i) {
       line += row[i];
-      if (i + 1 < row.size()) line += std::string(widths[i] - textWidth(row[i]) + 2, ' ');
+      if (i + 1 < row.size()) line += std::string(widths[i] - TextWidth(row[i]) + 2, ' ');
     }
     line.erase(line.find_last_not_of(' ') + 1);
     result.push_back(std::move(line));

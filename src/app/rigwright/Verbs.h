@@ -5,20 +5,20 @@ namespace orv::app {
 
 class Program;
 
-void addInfoVerbs(Program& program);       ///< tools, info
-void addRigVerbs(Program& program);        ///< add, remove, rename, clone
-void addRowVerbs(Program& program);        ///< order, check, group
-void addNodeVerbs(Program& program);       ///< parent, place
-void addFitVerb(Program& program);         ///< fit
-void addSettingVerbs(Program& program);    ///< set, press
-void addProfileVerbs(Program& program);    ///< profile list, apply, save, ...
-void addDeviceVerbs(Program& program);     ///< devices, map
-void addPreferenceVerb(Program& program);  ///< preferences
-void addRangeVerb(Program& program);
-void addResimVerb(Program& program);
-void addTakeVerb(Program& program);
-void addInputsVerb(Program& program);
-void addExportVerb(Program& program);
-void addPlotVerb(Program& program);
+void AddInfoVerbs(Program& program);       ///< tools, info
+void AddRigVerbs(Program& program);        ///< add, remove, rename, clone
+void AddRowVerbs(Program& program);        ///< order, check, group
+void AddNodeVerbs(Program& program);       ///< parent, place
+void AddFitVerb(Program& program);         ///< fit
+void AddSettingVerbs(Program& program);    ///< set, press
+void AddProfileVerbs(Program& program);    ///< profile list, apply, save, ...
+void AddDeviceVerbs(Program& program);     ///< devices, map
+void AddPreferenceVerb(Program& program);  ///< preferences
+void AddRangeVerb(Program& program);
+void AddResimVerb(Program& program);
+void AddTakeVerb(Program& program);
+void AddInputsVerb(Program& program);
+void AddExportVerb(Program& program);
+void AddPlotVerb(Program& program);
 
 }  // namespace orv::app

@@ -10,38 +10,38 @@
 namespace {
 
 /// What Qt has to say beside errors is about the desktop that this program does without.
-void hearQt(QtMsgType type, const QMessageLogContext&, const QString& text) {
+void HearQt(QtMsgType type, const QMessageLogContext&, const QString& text) {
   if (type == QtCriticalMsg || type == QtFatalMsg)
     std::fprintf(stderr, "rigwright: %s\n", text.toLocal8Bit().constData());
 }
 
-int runProgram(int argc, char** argv) {
+int RunProgram(int argc, char** argv) {
   orv::app::Program program;
-  orv::app::addInfoVerbs(program);
-  orv::app::addRigVerbs(program);
-  orv::app::addRowVerbs(program);
-  orv::app::addNodeVerbs(program);
-  orv::app::addFitVerb(program);
-  orv::app::addSettingVerbs(program);
-  orv::app::addProfileVerbs(program);
-  orv::app::addDeviceVerbs(program);
-  orv::app::addRangeVerb(program);
-  orv::app::addResimVerb(program);
-  orv::app::addTakeVerb(program);
-  orv::app::addInputsVerb(program);
-  orv::app::addExportVerb(program);
-  orv::app::addPlotVerb(program);
-  orv::app::addPreferenceVerb(program);
-  return program.run(argc, argv);
+  orv::app::AddInfoVerbs(program);
+  orv::app::AddRigVerbs(program);
+  orv::app::AddRowVerbs(program);
+  orv::app::AddNodeVerbs(program);
+  orv::app::AddFitVerb(program);
+  orv::app::AddSettingVerbs(program);
+  orv::app::AddProfileVerbs(program);
+  orv::app::AddDeviceVerbs(program);
+  orv::app::AddRangeVerb(program);
+  orv::app::AddResimVerb(program);
+  orv::app::AddTakeVerb(program);
+  orv::app::AddInputsVerb(program);
+  orv::app::AddExportVerb(program);
+  orv::app::AddPlotVerb(program);
+  orv::app::AddPreferenceVerb(program);
+  return program.Run(argc, argv);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  qInstallMessageHandler(hearQt);
+  qInstallMessageHandler(HearQt);
   qputenv("QT_QPA_PLATFORM", "offscreen");  // pictures are drawn without any display
   try {
-    return runProgram(argc, argv);
+    return RunProgram(argc, argv);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rigwright: unexpected failure: %s (nothing was written; please report)\n",
                  error.what());

@@ -46,19 +46,19 @@ class Cleaner {
   Cleaner(Scene& scene, const std::set<std::string>& keep, const TimeSpan& span);
 
   /// False when it was cancelled.
-  bool bake(const Monitor& monitor);
-  void apply();
+  bool Bake(const Monitor& monitor);
+  void Apply();
 
   CleanResult result;
 
  private:
-  bool stays(const SceneNode& node) const;
-  SceneNode* placeOf(const SceneNode& node) const;
-  std::vector<SceneNode*> placesOf(const SceneNode& node) const;
-  std::vector<double> timesOf(const SceneNode& node) const;
-  bool isBelow(const SceneNode* place, const SceneNode& node) const;
-  bool bakeUnder(BakedNode& baked, SceneNode* parent) const;
-  void removeRigs();
+  bool Stays(const SceneNode& node) const;
+  SceneNode* PlaceOf(const SceneNode& node) const;
+  std::vector<SceneNode*> PlacesOf(const SceneNode& node) const;
+  std::vector<double> TimesOf(const SceneNode& node) const;
+  bool IsBelow(const SceneNode* place, const SceneNode& node) const;
+  bool BakeUnder(BakedNode& baked, SceneNode* parent) const;
+  void RemoveRigs();
 
   Scene& m_scene;
   const std::set<std::string>& m_keep;
@@ -72,30 +72,30 @@ Cleaner::Cleaner(Scene& scene, const std::set<std::string>& keep, const TimeSpan
     : m_scene(scene),
       m_keep(keep),
       m_span(span),
-      m_frames(span.from, span.to, scene.frameDuration()) {}
+      m_frames(span.from, span.to, scene.GetFrameDuration()) {}
 
 /// A hub has done its work when what it hangs on goes.
-bool Cleaner::stays(const SceneNode& node) const {
-  if (node.isHub()) return node.hangsOnRig() && stays(*node.parent());
-  return node.tag().empty() || m_keep.count(node.name()) != 0;
+bool Cleaner::Stays(const SceneNode& node) const {
+  if (node.IsHub()) return node.HangsOnRig() && Stays(*node.GetParent());
+  return node.GetTag().empty() || m_keep.count(node.GetName()) != 0;
 }
 
 /// What a node belongs below; null is the world. Of a node whose parent goes that is its home or,
 /// where that is not known, the nearest ancestor that stays.
-SceneNode* Cleaner::placeOf(const SceneNode& node) const {
-  SceneNode* above = node.parent();
-  if (!above || stays(*above)) return above;
-  SceneNode* const home = node.home() ? m_scene.find(*node.home()) : nullptr;
-  if (node.home() && (node.home()->empty() || (home && stays(*home)))) return home;
-  while (above && !stays(*above)) above = above->parent();
+SceneNode* Cleaner::PlaceOf(const SceneNode& node) const {
+  SceneNode* above = node.GetParent();
+  if (!above || Stays(*above)) return above;
+  SceneNode* const home = node.GetHome() ? m_scene.Find(*node.GetHome()) : nullptr;
+  if (node.GetHome() && (node.GetHome()->empty() || (home && Stays(*home)))) return home;
+  while (above && !Stays(*above)) above = above->GetParent();
   return above;
 }
 
 /// Where a node may go, the best place first. The last one, the world, is always possible.
-std::vector<SceneNode*> Cleaner::placesOf(const SceneNode& node) const {
-  std::vector<SceneNode*> places{placeOf(node)};
+std::vector<SceneNode*> Cleaner::PlacesOf(const SceneNode& node) const {
+  std::vector<SceneNode*> places{PlaceOf(node)};
   while (places.back()) {
-    SceneNode* const next = placeOf(*places.back());
+    SceneNode* const next = PlaceOf(*places.back());
     // Homes may go round in a circle.
     places.push_back(std::count(places.begin(), places.end(), next) > 0 ? nullptr : next);
   }
@@ -103,14 +103,14 @@ std::vector<SceneNode*> Cleaner::placesOf(const SceneNode& node) const {
 }
 
 /// All frames, and the keys between them that move the node: of a wheel that spins fast.
-std::vector<double> Cleaner::timesOf(const SceneNode& node) const {
+std::vector<double> Cleaner::TimesOf(const SceneNode& node) const {
   std::vector<double> times;
-  for (long i = 0; i < m_frames.count(); ++i) times.push_back(m_frames.time(m_frames.first + i));
-  for (const SceneNode* above = &node; above; above = above->parent()) {
+  for (long i = 0; i < m_frames.Count(); ++i) times.push_back(m_frames.Time(m_frames.first + i));
+  for (const SceneNode* above = &node; above; above = above->GetParent()) {
     for (const ChannelPath path : kPaths) {
-      const Channel* channel = above->channel(path);
+      const Channel* channel = above->GetChannel(path);
       if (!channel) continue;
-      for (const double time : channel->times()) {
+      for (const double time : channel->GetTimes()) {
         const double frame = time / m_frames.duration;
         if (time > m_span.from && time < m_span.to &&
             std::abs(frame - std::round(frame)) > kOnFrame)
@@ -125,28 +125,28 @@ std::vector<double> Cleaner::timesOf(const SceneNode& node) const {
 }
 
 /// Whether `place` would be below `node` in the tree as it is going to be.
-bool Cleaner::isBelow(const SceneNode* place, const SceneNode& node) const {
+bool Cleaner::IsBelow(const SceneNode* place, const SceneNode& node) const {
   while (place && place != &node) {
     const auto moved = m_parents.find(place);
-    place = moved == m_parents.end() ? place->parent() : moved->second;
+    place = moved == m_parents.end() ? place->GetParent() : moved->second;
   }
   return place == &node;
 }
 
 /// False when no pose under `parent` gives the node its place in the world, as under an uneven
 /// scale.
-bool Cleaner::bakeUnder(BakedNode& baked, SceneNode* parent) const {
+bool Cleaner::BakeUnder(BakedNode& baked, SceneNode* parent) const {
   baked.parent = parent;
   baked.poses.clear();
   for (const double time : baked.times) {
-    Matrix local = baked.node->worldMatrix(time);
+    Matrix local = baked.node->WorldMatrix(time);
     if (parent) {
-      const Matrix inverse = parent->worldMatrix(time).affineInverse();
+      const Matrix inverse = parent->WorldMatrix(time).affineInverse();
       if (inverse[15] == 0.0) return false;
       local = inverse * local;
     }
-    baked.poses.push_back(rws::adaptor::decompose(local));
-    const Matrix held = rws::adaptor::compose(baked.poses.back());
+    baked.poses.push_back(rws::adaptor::Decompose(local));
+    const Matrix held = rws::adaptor::Compose(baked.poses.back());
     for (int i = 0; i < 3 && parent; ++i)
       if ((held.axisRow(i) - local.axisRow(i)).length() > kSheared * local.axisRow(i).length())
         return false;
@@ -154,47 +154,47 @@ bool Cleaner::bakeUnder(BakedNode& baked, SceneNode* parent) const {
   return true;
 }
 
-bool Cleaner::bake(const Monitor& monitor) {
-  for (SceneNode* node : m_scene.nodes())
-    if (stays(*node) && node->parent() && !stays(*node->parent()))
-      m_baked.push_back({node, nullptr, timesOf(*node), {}});
+bool Cleaner::Bake(const Monitor& monitor) {
+  for (SceneNode* node : m_scene.GetNodes())
+    if (Stays(*node) && node->GetParent() && !Stays(*node->GetParent()))
+      m_baked.push_back({node, nullptr, TimesOf(*node), {}});
   long done = 0;
   for (BakedNode& baked : m_baked) {
-    const std::vector<SceneNode*> places = placesOf(*baked.node);
+    const std::vector<SceneNode*> places = PlacesOf(*baked.node);
     for (SceneNode* const place : places) {
-      if (monitor.isCancelled()) return false;
-      if (!isBelow(place, *baked.node) && (bakeUnder(baked, place) || !place)) break;
+      if (monitor.IsCancelled()) return false;
+      if (!IsBelow(place, *baked.node) && (BakeUnder(baked, place) || !place)) break;
     }
     m_parents[baked.node] = baked.parent;
     if (baked.parent != places.front())
       result.warnings.push_back(
-          baked.node->name() + ": it can't go back below " + places.front()->name() +
+          baked.node->GetName() + ": it can't go back below " + places.front()->GetName() +
           ", which would shear it by an uneven scale or hangs on it; it is below " +
-          (baked.parent ? baked.parent->name() : std::string("the world")) + " now");
-    monitor.tell(m_frames.count() * ++done / static_cast<long>(m_baked.size()), m_frames.count());
-    if (monitor.isCancelled()) return false;
+          (baked.parent ? baked.parent->GetName() : std::string("the world")) + " now");
+    monitor.Tell(m_frames.Count() * ++done / static_cast<long>(m_baked.size()), m_frames.Count());
+    if (monitor.IsCancelled()) return false;
   }
   result.baked = static_cast<int>(m_baked.size());
   return true;
 }
 
 /// One property of all poses: as keys, or as the static pose when it never changes.
-void bakeProperty(SceneNode& node, ChannelPath path, const std::vector<double>& times,
+void BakeProperty(SceneNode& node, ChannelPath path, const std::vector<double>& times,
                   const std::vector<double>& values) {
-  const auto width = static_cast<std::size_t>(componentCount(path));
+  const auto width = static_cast<std::size_t>(ComponentCount(path));
   bool still = true;
   for (std::size_t i = width; i < values.size() && still; ++i)
     still = std::abs(values[i] - values[i % width]) <= kStill * (1.0 + std::abs(values[i]));
   if (still) {
-    node.removeChannel(path);
+    node.RemoveChannel(path);
     return;
   }
   Channel channel(path);
-  channel.setKeys(times, values);
-  node.setChannel(std::move(channel));
+  channel.SetKeys(times, values);
+  node.SetChannel(std::move(channel));
 }
 
-void applyPoses(const BakedNode& baked) {
+void ApplyPoses(const BakedNode& baked) {
   if (baked.poses.empty()) return;
   std::vector<double> translations, rotations, scales;
   Quat before = baked.poses.front().rotation;
@@ -208,52 +208,52 @@ void applyPoses(const BakedNode& baked) {
     rotations.insert(rotations.end(), {q.x, q.y, q.z, q.w});
     scales.insert(scales.end(), {pose.scale.x, pose.scale.y, pose.scale.z});
   }
-  baked.node->setPose(baked.poses.front());
-  bakeProperty(*baked.node, ChannelPath::kTranslation, baked.times, translations);
-  bakeProperty(*baked.node, ChannelPath::kRotation, baked.times, rotations);
-  bakeProperty(*baked.node, ChannelPath::kScale, baked.times, scales);
+  baked.node->SetPose(baked.poses.front());
+  BakeProperty(*baked.node, ChannelPath::kTranslation, baked.times, translations);
+  BakeProperty(*baked.node, ChannelPath::kRotation, baked.times, rotations);
+  BakeProperty(*baked.node, ChannelPath::kScale, baked.times, scales);
 }
 
 /// All poses are known before anything moves: one may be the parent of another.
-void Cleaner::apply() {
-  for (const BakedNode& baked : m_baked) m_scene.move(*baked.node, nullptr);
+void Cleaner::Apply() {
+  for (const BakedNode& baked : m_baked) m_scene.Move(*baked.node, nullptr);
   for (const BakedNode& baked : m_baked) {
-    if (baked.parent) m_scene.move(*baked.node, baked.parent);
-    applyPoses(baked);
+    if (baked.parent) m_scene.Move(*baked.node, baked.parent);
+    ApplyPoses(baked);
   }
-  removeRigs();
+  RemoveRigs();
 }
 
-void Cleaner::removeRigs() {
+void Cleaner::RemoveRigs() {
   std::vector<SceneNode*> gone;
-  for (SceneNode* node : m_scene.nodes())
-    if (!stays(*node)) gone.push_back(node);
+  for (SceneNode* node : m_scene.GetNodes())
+    if (!Stays(*node)) gone.push_back(node);
   // Children stand behind their parents: from the back, a node goes after all that is below it.
-  for (auto node = gone.rbegin(); node != gone.rend(); ++node) m_scene.detach(**node);
-  for (SceneNode* node : m_scene.nodes()) {
-    node->setTag({});
-    node->setHub(false);
+  for (auto node = gone.rbegin(); node != gone.rend(); ++node) m_scene.Detach(**node);
+  for (SceneNode* node : m_scene.GetNodes()) {
+    node->SetTag({});
+    node->SetHub(false);
   }
-  m_scene.rigs().clear();
+  m_scene.GetRigs().clear();
 }
 
 }  // namespace
 
-std::set<std::string> nodesNamed(const Scene& scene, const std::string& pattern) {
+std::set<std::string> NodesNamed(const Scene& scene, const std::string& pattern) {
   const bool all = !pattern.empty() && pattern.back() == '*';
   const std::string start = all ? pattern.substr(0, pattern.size() - 1) : pattern;
   std::set<std::string> names;
-  for (const SceneNode* node : scene.nodes())
-    if (all ? node->name().compare(0, start.size(), start) == 0 : node->name() == pattern)
-      names.insert(node->name());
+  for (const SceneNode* node : scene.GetNodes())
+    if (all ? node->GetName().compare(0, start.size(), start) == 0 : node->GetName() == pattern)
+      names.insert(node->GetName());
   return names;
 }
 
-CleanResult cleanScene(Scene& scene, const std::set<std::string>& keep, const TimeSpan& span,
+CleanResult CleanScene(Scene& scene, const std::set<std::string>& keep, const TimeSpan& span,
                        const Monitor& monitor) {
   Cleaner cleaner(scene, keep, span);
-  if (cleaner.bake(monitor))
-    cleaner.apply();
+  if (cleaner.Bake(monitor))
+    cleaner.Apply();
   else
     cleaner.result.cancelled = true;
   return std::move(cleaner.result);

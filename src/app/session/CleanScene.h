@@ -21,7 +21,7 @@ struct CleanResult {
 };
 
 /// The names of the nodes that `pattern` names; one that ends in * stands for all that begin so.
-std::set<std::string> nodesNamed(const rws::adaptor::headless::Scene& scene,
+std::set<std::string> NodesNamed(const rws::adaptor::headless::Scene& scene,
                                  const std::string& pattern);
 
 /// Takes all rigs out of `scene` in memory: nodes with a rig's mark go, with the exception of those
@@ -30,7 +30,7 @@ std::set<std::string> nodesNamed(const rws::adaptor::headless::Scene& scene,
 /// that stays and can, or to the world. Its motion over `span` is baked as keys, one
 /// per frame and one wherever it had keys between frames; what does not move gets a plain pose.
 /// Everything else is left as it is; so is all when it is cancelled.
-CleanResult cleanScene(rws::adaptor::headless::Scene& scene, const std::set<std::string>& keep,
+CleanResult CleanScene(rws::adaptor::headless::Scene& scene, const std::set<std::string>& keep,
                        const TimeSpan& span, const Monitor& monitor);
 
 }  // namespace orv::app

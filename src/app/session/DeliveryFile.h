@@ -14,7 +14,7 @@ namespace orv::app {
 /// program knows its files again. Keys are rounded in memory to what the file holds. Whole or not
 /// at all; an empty text means success, any other says what failed. `warnings` get what could not
 /// be kept.
-std::string writeDelivery(rws::adaptor::headless::Scene& scene, const std::string& path,
+std::string WriteDelivery(rws::adaptor::headless::Scene& scene, const std::string& path,
                           std::vector<std::string>& warnings);
 
 }  // namespace orv::app

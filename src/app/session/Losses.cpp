@@ -30,19 +30,19 @@ class Losses::Tally {
 
   /// How many of `before` lie outside of `now`; both in rising order. The frame at which a take
   /// begins is not recorded, and the last frame of another rate may lie almost one before.
-  std::size_t outside(const std::vector<double>& before, const std::vector<double>& now) {
-    if (now.empty()) return note(before.begin(), before.end());
+  std::size_t Outside(const std::vector<double>& before, const std::vector<double>& now) {
+    if (now.empty()) return Note(before.begin(), before.end());
     const auto first =
         std::lower_bound(before.begin(), before.end(), now.front() - 1.001 * m_frame);
     const auto last = std::upper_bound(first, before.end(), now.back() + 0.999 * m_frame);
-    return note(before.begin(), first) + note(last, before.end());
+    return Note(before.begin(), first) + Note(last, before.end());
   }
-  void add(std::size_t count, const std::string& owner) {
+  void Add(std::size_t count, const std::string& owner) {
     if (count == 0) return;
     m_count += count;
     m_owners.push_back(owner);
   }
-  std::string text(const std::string& thing, const std::string& owner) const {
+  std::string Text(const std::string& thing, const std::string& owner) const {
     if (m_count == 0) return {};
     constexpr std::size_t kNamed = 3;
     const std::size_t count = m_owners.size();
@@ -50,12 +50,12 @@ class Losses::Tally {
     if (count > kNamed) named.back() += " and " + std::to_string(count - kNamed) + " more";
     return std::to_string(m_count) + " " + thing + (m_count == 1 ? "" : "s") + " of " +
            std::to_string(count) + " " + owner + (count == 1 ? "" : "s") + " from " +
-           rangeText({m_first, m_last}) + " (" + joined(named) + ")";
+           RangeText({m_first, m_last}) + " (" + Joined(named) + ")";
   }
 
  private:
   using At = std::vector<double>::const_iterator;
-  std::size_t note(At from, At to) {
+  std::size_t Note(At from, At to) {
     if (from == to) return 0;
     m_first = std::min(m_first, *from);
     m_last = std::max(m_last, *std::prev(to));
@@ -71,8 +71,8 @@ class Losses::Tally {
 
 Losses::Losses(rws::core::CoreImplementation& core, const headless::Scene& scene)
     : m_core(core), m_scene(scene) {
-  for (const headless::SceneNode* node : scene.nodes())
-    if (node->hasKeys()) m_keys.push_back({node->name(), node, node->animation()});
+  for (const headless::SceneNode* node : scene.GetNodes())
+    if (node->HasKeys()) m_keys.push_back({node->GetName(), node, node->GetAnimation()});
   for (rws::core::Instance* rig : core.List(false)) {
     const auto& tracks = rig->GetTracks();
     const auto& entries = rig->GetProperties().entries;
@@ -84,41 +84,41 @@ Losses::Losses(rws::core::CoreImplementation& core, const headless::Scene& scene
   }
 }
 
-Losses::Tally Losses::lostKeys() const {
-  const std::vector<headless::SceneNode*> nodes = m_scene.nodes();
+Losses::Tally Losses::LostKeys() const {
+  const std::vector<headless::SceneNode*> nodes = m_scene.GetNodes();
   const std::set<const headless::SceneNode*> there(nodes.begin(), nodes.end());
-  Tally tally(m_scene.frameDuration());
+  Tally tally(m_scene.GetFrameDuration());
   for (const Keys& keys : m_keys) {
     headless::NodeAnimation now;
-    if (there.count(keys.node)) now = keys.node->animation();
+    if (there.count(keys.node)) now = keys.node->GetAnimation();
     std::size_t most = 0;  // a key of a node is one, whatever it moves
     for (std::size_t i = 0; i < now.channels.size(); ++i) {
       const auto& before = keys.before.channels[i];
       if (!before || before == now.channels[i]) continue;
       const auto& after = now.channels[i];
-      most = std::max(most, tally.outside(before->times(), after ? after->times() : kNone));
+      most = std::max(most, tally.Outside(before->GetTimes(), after ? after->GetTimes() : kNone));
     }
-    tally.add(most, keys.name);
+    tally.Add(most, keys.name);
   }
   return tally;
 }
 
-Losses::Tally Losses::lostInput() const {
+Losses::Tally Losses::LostInput() const {
   const std::vector<rws::core::Instance*> rigs = m_core.List(false);
-  Tally tally(m_scene.frameDuration());
+  Tally tally(m_scene.GetFrameDuration());
   for (const Input& input : m_inputs) {
     const auto rig = std::find(rigs.begin(), rigs.end(), input.rig);
     std::vector<double> now;
     if (rig != rigs.end() && input.index < (*rig)->GetTracks().size())
       for (const auto& sample : (*rig)->GetTracks()[input.index].samples)
         now.push_back(sample.time);
-    tally.add(tally.outside(input.times, now), input.name);
+    tally.Add(tally.Outside(input.times, now), input.name);
   }
   return tally;
 }
 
-LossReport Losses::report() const {
-  return {lostKeys().text("key", "node"), lostInput().text("recorded sample", "input")};
+LossReport Losses::Report() const {
+  return {LostKeys().Text("key", "node"), LostInput().Text("recorded sample", "input")};
 }
 
 }  // namespace orv::app

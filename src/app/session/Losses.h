@@ -28,7 +28,7 @@ class Losses {
   /// Both must outlive it.
   Losses(rws::core::CoreImplementation& core, const rws::adaptor::headless::Scene& scene);
 
-  LossReport report() const;
+  LossReport Report() const;
 
  private:
   /// The recorded samples of one input.
@@ -45,8 +45,8 @@ class Losses {
   };
   class Tally;
 
-  Tally lostKeys() const;
-  Tally lostInput() const;
+  Tally LostKeys() const;
+  Tally LostInput() const;
 
   rws::core::CoreImplementation& m_core;
   const rws::adaptor::headless::Scene& m_scene;

@@ -24,7 +24,7 @@ constexpr double kBroad = 20.0;                            ///< m: a ground is a
 struct Extent {
   double low = std::numeric_limits<double>::infinity();
   double high = -std::numeric_limits<double>::infinity();
-  double length() const { return high - low; }
+  double Length() const { return high - low; }
 };
 
 /// The user's meshes together: how far they reach, and how much of them faces along each axis.
@@ -32,14 +32,14 @@ struct Bulk {
   Extent reach[3];
   double area = 0.0;      ///< m²
   double facing[3] = {};  ///< m² of triangles within 45 degrees of the axis
-  double longest() const {
-    return std::max({reach[0].length(), reach[1].length(), reach[2].length()});
+  double Longest() const {
+    return std::max({reach[0].Length(), reach[1].Length(), reach[2].Length()});
   }
 };
 
-void addMesh(const SceneNode& node, double time, Bulk& bulk) {
-  const util::CMesh& mesh = *node.mesh();
-  const util::Matrix<double> world = node.worldMatrix(time);
+void AddMesh(const SceneNode& node, double time, Bulk& bulk) {
+  const util::CMesh& mesh = *node.GetMesh();
+  const util::Matrix<double> world = node.WorldMatrix(time);
   for (std::size_t f = 0; f + 2 < mesh.faces.size(); f += 3) {
     Vector corner[3];
     for (std::size_t k = 0; k < 3; ++k) {
@@ -58,17 +58,18 @@ void addMesh(const SceneNode& node, double time, Bulk& bulk) {
 }
 
 /// A car's wheels are known by their names: four or more, in the middle larger or smaller than any.
-Problem oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
+Problem OddWheels(const rws::adaptor::headless::Scene& scene, double time) {
   std::vector<std::pair<double, const SceneNode*>> wheels;
-  for (const SceneNode* node : scene.nodes()) {
-    std::string name = node->name();
+  for (const SceneNode* node : scene.GetNodes()) {
+    std::string name = node->GetName();
     for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     const auto has = [&name](const char* part) { return name.find(part) != std::string::npos; };
-    if (!node->tag().empty() || !node->hasMesh() || !(has("wheel") || has("tire") || has("tyre")))
+    if (!node->GetTag().empty() || !node->HasMesh() ||
+        !(has("wheel") || has("tire") || has("tyre")))
       continue;
     Bulk bulk;
-    addMesh(*node, time, bulk);
-    wheels.emplace_back(bulk.longest(), node);
+    AddMesh(*node, time, bulk);
+    wheels.emplace_back(bulk.Longest(), node);
   }
   if (wheels.size() < 4) return {};
   std::sort(wheels.begin(), wheels.end(),
@@ -76,32 +77,32 @@ Problem oddWheels(const rws::adaptor::headless::Scene& scene, double time) {
   const auto [size, wheel] = wheels[wheels.size() / 2];
   if (!(size > kMostWheel || size < kLeastWheel)) return {};
   const SceneNode* top = wheel;
-  while (top->parent()) top = top->parent();
-  return oddLength("the wheel " + wheel->name() + " is " + metresText(size) + " large", size,
-                   kUsualWheel, kLargeWheel, top->name());
+  while (top->GetParent()) top = top->GetParent();
+  return OddLength("the wheel " + wheel->GetName() + " is " + MetresText(size) + " large", size,
+                   kUsualWheel, kLargeWheel, top->GetName());
 }
 
 }  // namespace
 
-std::vector<Problem> oddScene(const rws::adaptor::headless::Scene& scene, double time) {
+std::vector<Problem> OddScene(const rws::adaptor::headless::Scene& scene, double time) {
   Bulk bulk;
-  for (const SceneNode* node : scene.nodes())
-    if (node->tag().empty() && node->hasMesh()) addMesh(*node, time, bulk);
+  for (const SceneNode* node : scene.GetNodes())
+    if (node->GetTag().empty() && node->HasMesh()) AddMesh(*node, time, bulk);
   if (bulk.area == 0.0) return {};
   std::vector<Problem> odd;
-  const double longest = bulk.longest();
+  const double longest = bulk.Longest();
   if (longest > kMostScene || longest < kLeastScene) {
     const double unit = longest > kMostScene ? 0.01 : 100.0;
     odd.push_back({"",
-                   "the scene's meshes reach over " + metresText(longest) +
+                   "the scene's meshes reach over " + MetresText(longest) +
                        ", as if their unit were no metre: rigs are made for metres, so scale the "
                        "scene's top nodes first",
                    "",
                    {Remedy::Kind::kScale, "", unit}});
-  } else if (Problem wheels = oddWheels(scene, time)) {
+  } else if (Problem wheels = OddWheels(scene, time)) {
     odd.push_back(std::move(wheels));
   }
-  const double x = bulk.reach[0].length(), y = bulk.reach[1].length(), z = bulk.reach[2].length();
+  const double x = bulk.reach[0].Length(), y = bulk.reach[1].Length(), z = bulk.reach[2].Length();
   if (std::min(x, y) > kBroad && z < 0.25 * std::min(x, y) && bulk.facing[2] > 0.7 * bulk.area &&
       bulk.facing[1] < 0.1 * bulk.area)
     odd.push_back({"",

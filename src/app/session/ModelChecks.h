@@ -13,6 +13,6 @@ namespace orv::app {
 
 /// What is odd about a scene at `time` (s), by its meshes that belong to no rig: more than 20 km or
 /// less than 10 cm, wheels of a size that none has, or a broad flat ground that stands upright.
-std::vector<Problem> oddScene(const rws::adaptor::headless::Scene& scene, double time);
+std::vector<Problem> OddScene(const rws::adaptor::headless::Scene& scene, double time);
 
 }  // namespace orv::app

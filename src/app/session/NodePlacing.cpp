@@ -23,7 +23,7 @@ constexpr double kRadians = 0.017453292519943295;
 
 }  // namespace
 
-Quat rotationFromDegrees(const Vector& degrees) {
+Quat RotationFromDegrees(const Vector& degrees) {
   const Vector half = degrees * (kRadians / 2.0);
   const Quat x{std::sin(half.x), 0.0, 0.0, std::cos(half.x)};
   const Quat y{0.0, std::sin(half.y), 0.0, std::cos(half.y)};
@@ -31,29 +31,29 @@ Quat rotationFromDegrees(const Vector& degrees) {
   return (x * y * z).normalized();  // of two quaternions the first acts first
 }
 
-PlacedPose poseOver(HeadlessNode& node, HeadlessNode& other, double time) {
+PlacedPose PoseOver(HeadlessNode& node, HeadlessNode& other, double time) {
   util::Matrix<double> local = other.GetWorldPose(time);
-  if (const SceneNode* const parent = node.GetSceneNode()->parent())
-    local = parent->worldMatrix(time).affineInverse() * local;
-  const Trs pose = rws::adaptor::decompose(local);
+  if (const SceneNode* const parent = node.GetSceneNode()->GetParent())
+    local = parent->WorldMatrix(time).affineInverse() * local;
+  const Trs pose = rws::adaptor::Decompose(local);
   return {pose.translation, pose.rotation, {}};
 }
 
-PlacingResult placeNode(HeadlessNode& node, const PlacedPose& pose, double time) {
+PlacingResult PlaceNode(HeadlessNode& node, const PlacedPose& pose, double time) {
   SceneNode& scene = *node.GetSceneNode();
-  Trs wanted = scene.pose();
+  Trs wanted = scene.GetPose();
   std::vector<Channel> changed;
   PlacingResult result;
   const auto place = [&](ChannelPath path, const char* name, auto& own, const auto& given,
                          auto numbersOf) {
     if (!given || !result.error.empty()) return;
-    if (!scene.channel(path)) {
+    if (!scene.GetChannel(path)) {
       own = *given;
       return;
     }
-    changed.push_back(*scene.channel(path));
+    changed.push_back(*scene.GetChannel(path));
     const auto numbers = numbersOf(*given);
-    if (changed.back().setKey(time, numbers.data(), node.GetAdaptor().GetFrameDuration()))
+    if (changed.back().SetKey(time, numbers.data(), node.GetAdaptor().GetFrameDuration()))
       result.keyed.push_back(name);
     else
       result.error = "the key could not be set";
@@ -64,10 +64,10 @@ PlacingResult placeNode(HeadlessNode& node, const PlacedPose& pose, double time)
   place(ChannelPath::kRotation, "rotation", wanted.rotation, pose.rotation, four);
   place(ChannelPath::kScale, "scale", wanted.scale, pose.scale, three);
   if (!result.error.empty()) return result;
-  node.GetAdaptor().BeginUndoBlock("Place #" + scene.name());
+  node.GetAdaptor().BeginUndoBlock("Place #" + scene.GetName());
   node.GetAdaptor().KeepPose(node);
-  scene.setPose(wanted);
-  for (Channel& channel : changed) scene.setChannel(std::move(channel));
+  scene.SetPose(wanted);
+  for (Channel& channel : changed) scene.SetChannel(std::move(channel));
   node.GetAdaptor().EndUndoBlock();
   return result;
 }

@@ -22,10 +22,10 @@ struct PlacedPose {
 };
 
 /// About X first, then about Y, then about Z, each about the parent's own axis.
-util::Quat<double> rotationFromDegrees(const util::Vector3<double>& degrees);
+util::Quat<double> RotationFromDegrees(const util::Vector3<double>& degrees);
 
 /// By which `node` stands where `other` is at `time` (s), turned as it is.
-PlacedPose poseOver(rws::adaptor::headless::HeadlessNode& node,
+PlacedPose PoseOver(rws::adaptor::headless::HeadlessNode& node,
                     rws::adaptor::headless::HeadlessNode& other, double time);
 
 struct PlacingResult {
@@ -35,7 +35,7 @@ struct PlacingResult {
 
 /// Gives the node a pose: its static one, or for a property with keys a key at `time` (s). One undo
 /// step.
-PlacingResult placeNode(rws::adaptor::headless::HeadlessNode& node, const PlacedPose& pose,
+PlacingResult PlaceNode(rws::adaptor::headless::HeadlessNode& node, const PlacedPose& pose,
                         double time);
 
 }  // namespace orv::app

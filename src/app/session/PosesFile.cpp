@@ -24,26 +24,26 @@ namespace {
 /// World poses of all nodes at one time after another.
 class WorldPoses {
  public:
-  explicit WorldPoses(const Scene& scene) : m_nodes(scene.nodes()) {
+  explicit WorldPoses(const Scene& scene) : m_nodes(scene.GetNodes()) {
     std::map<const SceneNode*, int> places;
     for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-      const auto parent = places.find(m_nodes[i]->parent());
+      const auto parent = places.find(m_nodes[i]->GetParent());
       m_parents.push_back(parent == places.end() ? -1 : parent->second);
       places[m_nodes[i]] = static_cast<int>(i);
     }
     m_world.resize(m_nodes.size());
   }
 
-  void evaluate(double time) {
+  void Evaluate(double time) {
     for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-      const Matrix local = m_nodes[i]->localMatrix(time);
+      const Matrix local = m_nodes[i]->LocalMatrix(time);
       m_world[i] =
           m_parents[i] < 0 ? local : m_world[static_cast<std::size_t>(m_parents[i])] * local;
     }
   }
 
-  const std::vector<SceneNode*>& nodes() const { return m_nodes; }
-  const Matrix& world(std::size_t i) const { return m_world[i]; }
+  const std::vector<SceneNode*>& GetNodes() const { return m_nodes; }
+  const Matrix& World(std::size_t i) const { return m_world[i]; }
 
  private:
   std::vector<SceneNode*> m_nodes;
@@ -51,8 +51,8 @@ class WorldPoses {
   std::vector<Matrix> m_world;
 };
 
-std::string poseRow(double time, const std::string& name, const Matrix& world) {
-  const Trs pose = rws::adaptor::decompose(world);
+std::string PoseRow(double time, const std::string& name, const Matrix& world) {
+  const Trs pose = rws::adaptor::Decompose(world);
   const double numbers[] = {
       pose.translation.x, pose.translation.y, pose.translation.z, pose.rotation.x, pose.rotation.y,
       pose.rotation.z,    pose.rotation.w,    pose.scale.x,       pose.scale.y,    pose.scale.z};
@@ -63,30 +63,30 @@ std::string poseRow(double time, const std::string& name, const Matrix& world) {
 
 }  // namespace
 
-PosesResult writePoses(const Scene& scene, const std::vector<const SceneNode*>& only,
+PosesResult WritePoses(const Scene& scene, const std::vector<const SceneNode*>& only,
                        const TimeSpan& span, const std::string& path, const Monitor& monitor) {
   WorldPoses poses(scene);
   const std::set<const SceneNode*> named(only.begin(), only.end());
   std::vector<std::pair<std::size_t, std::string>> wanted;  // place and the name as a CSV field
-  for (std::size_t i = 0; i < poses.nodes().size(); ++i)
-    if (named.empty() || named.count(poses.nodes()[i]) > 0)
-      wanted.emplace_back(i, unidevice::csvField(poses.nodes()[i]->name()));
+  for (std::size_t i = 0; i < poses.GetNodes().size(); ++i)
+    if (named.empty() || named.count(poses.GetNodes()[i]) > 0)
+      wanted.emplace_back(i, unidevice::csvField(poses.GetNodes()[i]->GetName()));
 
-  const FrameTimes frames(span.from, span.to, scene.frameDuration());
+  const FrameTimes frames(span.from, span.to, scene.GetFrameDuration());
   PosesResult result;
   util::AtomicFile file(path);
   file.write("time,node,tx,ty,tz,qx,qy,qz,qw,sx,sy,sz\n");
-  for (; result.frames < frames.count(); ++result.frames) {
-    result.cancelled = monitor.isCancelled();
+  for (; result.frames < frames.Count(); ++result.frames) {
+    result.cancelled = monitor.IsCancelled();
     if (result.cancelled) return result;
-    const double time = frames.time(frames.first + result.frames);
-    poses.evaluate(time);
+    const double time = frames.Time(frames.first + result.frames);
+    poses.Evaluate(time);
     std::string rows;
-    for (const auto& [place, name] : wanted) rows += poseRow(time, name, poses.world(place));
+    for (const auto& [place, name] : wanted) rows += PoseRow(time, name, poses.World(place));
     if (!file.write(rows)) break;
-    monitor.tell(result.frames, frames.count());
+    monitor.Tell(result.frames, frames.Count());
   }
-  result.cancelled = monitor.isCancelled();
+  result.cancelled = monitor.IsCancelled();
   if (!result.cancelled && !file.commit()) result.error = file.error();
   return result;
 }

@@ -22,7 +22,7 @@ struct PosesResult {
 
 /// Writes `path` as CSV with a row per frame of `span` and node: time (s), name, world translation
 /// (m), unit quaternion, scale. Without `only` all nodes count. Whole or not at all.
-PosesResult writePoses(const rws::adaptor::headless::Scene& scene,
+PosesResult WritePoses(const rws::adaptor::headless::Scene& scene,
                        const std::vector<const rws::adaptor::headless::SceneNode*>& only,
                        const TimeSpan& span, const std::string& path, const Monitor& monitor);
 

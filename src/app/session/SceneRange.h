@@ -11,19 +11,19 @@ namespace orv::app {
 
 class SceneSession;
 
-TimeSpan playbackRange(const rws::adaptor::headless::Scene& scene);
+TimeSpan PlaybackRange(const rws::adaptor::headless::Scene& scene);
 /// The playback range and all that is keyed.
-TimeSpan keyedRange(const rws::adaptor::headless::Scene& scene);
+TimeSpan KeyedRange(const rws::adaptor::headless::Scene& scene);
 
 /// Makes the playback range reach over `span`, as a run does that goes beyond it: what was
 /// simulated must not be cut off by the next run. Undoable in an open block.
-void stretchRange(SceneSession& session, const TimeSpan& span);
+void StretchRange(SceneSession& session, const TimeSpan& span);
 /// Makes the playback range what a take performed, so that the next run repeats it and no more. Of
 /// the range `before` stays what other keys and recorded inputs reach over. Undoable in an open
 /// block.
-void settleRange(SceneSession& session, const TimeSpan& before, const TimeSpan& performed);
+void SettleRange(SceneSession& session, const TimeSpan& before, const TimeSpan& performed);
 
 /// Whether some key of the scene stands between its frames.
-bool hasKeysOffTheGrid(const rws::adaptor::headless::Scene& scene);
+bool HasKeysOffTheGrid(const rws::adaptor::headless::Scene& scene);
 
 }  // namespace orv::app

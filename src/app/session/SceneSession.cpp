@@ -23,48 +23,48 @@ SceneSession::SceneSession()
 
 SceneSession::~SceneSession() = default;
 
-std::string SceneSession::open(const std::string& path, const std::string& clip) {
+std::string SceneSession::Open(const std::string& path, const std::string& clip) {
   std::string error;
   if (!m_session->Open(path, error, clip)) return error;
   m_losses.reset();
   m_warnings = m_session->TakeWarnings();
-  error = findLostRecords(path, clip);
+  error = FindLostRecords(path, clip);
   // Last: it knows nodes and rigs by where they are.
-  m_losses = std::make_unique<Losses>(core(), scene());
+  m_losses = std::make_unique<Losses>(GetCore(), GetScene());
   return error;
 }
 
-std::string SceneSession::save(const std::string& path) {
+std::string SceneSession::Save(const std::string& path) {
   std::string error;
   return m_session->Save(path, error) ? std::string() : error;
 }
 
-std::vector<std::string> SceneSession::takeWarnings() {
+std::vector<std::string> SceneSession::TakeWarnings() {
   for (std::string& text : m_session->TakeWarnings()) m_warnings.push_back(std::move(text));
   return std::exchange(m_warnings, {});
 }
 
-LossReport SceneSession::losses() const {
-  return m_losses ? m_losses->report() : LossReport();
+LossReport SceneSession::FindLosses() const {
+  return m_losses ? m_losses->Report() : LossReport();
 }
 
-rws::core::CoreImplementation& SceneSession::core() {
+rws::core::CoreImplementation& SceneSession::GetCore() {
   return m_session->GetCore();
 }
 
-rws::adaptor::headless::HeadlessAdaptor& SceneSession::adaptor() {
+rws::adaptor::headless::HeadlessAdaptor& SceneSession::GetAdaptor() {
   return m_session->GetAdaptor();
 }
 
-rws::adaptor::headless::Scene& SceneSession::scene() {
+rws::adaptor::headless::Scene& SceneSession::GetScene() {
   return m_session->GetScene();
 }
 
-std::map<std::string, std::set<std::string>> SceneSession::nodeFamilies() {
+std::map<std::string, std::set<std::string>> SceneSession::NodeFamilies() {
   std::map<std::string, std::set<std::string>> families;
-  for (const auto* node : scene().nodes()) {
-    if (!node->tag().empty()) return {};  // of a record that could not be opened, which was told
-    const std::string& name = node->name();
+  for (const auto* node : GetScene().GetNodes()) {
+    if (!node->GetTag().empty()) return {};  // of a record that could not be opened, which was told
+    const std::string& name = node->GetName();
     for (std::size_t at = name.find('_'); at != std::string::npos; at = name.find('_', at + 1))
       families[name.substr(0, at)].insert(name.substr(at + 1));
   }
@@ -73,15 +73,15 @@ std::map<std::string, std::set<std::string>> SceneSession::nodeFamilies() {
   return families;
 }
 
-std::string SceneSession::findLostRecords(const std::string& path, const std::string& clip) {
+std::string SceneSession::FindLostRecords(const std::string& path, const std::string& clip) {
   std::error_code ignored;
-  if (!core().List(false).empty() || !std::filesystem::is_regular_file(path, ignored)) return {};
-  const std::map<std::string, std::set<std::string>> families = nodeFamilies();
+  if (!GetCore().List(false).empty() || !std::filesystem::is_regular_file(path, ignored)) return {};
+  const std::map<std::string, std::set<std::string>> families = NodeFamilies();
   if (families.empty()) return {};
   // What nodes a kind has is known by making one, for which the scene gives way for a moment.
   m_session->New();
-  for (rws::core::Tool* tool : core().GetLibrary().GetTools()) {
-    const rws::core::Instance* rig = core().CreateToolFromFactory(tool->GetDisplayId(), {});
+  for (rws::core::Tool* tool : GetCore().GetLibrary().GetTools()) {
+    const rws::core::Instance* rig = GetCore().CreateToolFromFactory(tool->GetDisplayId(), {});
     if (!rig) continue;
     const std::vector<rws::core::CoreNode*> nodes = rig->GetNodes();
     for (const auto& [name, found] : families) {

@@ -29,24 +29,24 @@ class SceneSession {
 
   /// Opens a `.glb` or `.gltf` in place of what was open; `clip` names the animation that is
   /// evaluated, by default the first. An empty text means success; any other says what is wrong.
-  std::string open(const std::string& path, const std::string& clip = {});
+  std::string Open(const std::string& path, const std::string& clip = {});
   /// Writes the file, whole or not at all. An empty text means success.
-  std::string save(const std::string& path);
+  std::string Save(const std::string& path);
   /// Hands over, and forgets, what the last calls had to say.
-  std::vector<std::string> takeWarnings();
+  std::vector<std::string> TakeWarnings();
   /// What of the keys and recorded inputs that the file held when it was opened is gone.
-  LossReport losses() const;
+  LossReport FindLosses() const;
 
-  rws::core::CoreImplementation& core();
-  rws::adaptor::headless::HeadlessAdaptor& adaptor();
-  rws::adaptor::headless::Scene& scene();
+  rws::core::CoreImplementation& GetCore();
+  rws::adaptor::headless::HeadlessAdaptor& GetAdaptor();
+  rws::adaptor::headless::Scene& GetScene();
 
  private:
   /// In a scene without rigs, names as "<first part>_<rest>": the rests of each first part that
   /// has several.
-  std::map<std::string, std::set<std::string>> nodeFamilies();
+  std::map<std::string, std::set<std::string>> NodeFamilies();
   /// Tells of rigs whose records another program has dropped, by the names of their nodes.
-  std::string findLostRecords(const std::string& path, const std::string& clip);
+  std::string FindLostRecords(const std::string& path, const std::string& clip);
 
   std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
   std::unique_ptr<Losses> m_losses;  ///< since the scene was opened

@@ -12,7 +12,7 @@ namespace orv::rws::core {
 
 /// What Define declared by one call: a group, a button, or a value bound to a variable of the rig.
 /// The variable stays the rig's; the element reads and writes it, and tells the rig of a user's
-/// change by `apply`. Elements belong to their ConfigTree and keep their address.
+/// change by `Apply`. Elements belong to their ConfigTree and keep their address.
 class ConfigElement {
  public:
   enum class Kind {
@@ -37,44 +37,44 @@ class ConfigElement {
   ConfigElement(const ConfigElement&) = delete;
   ConfigElement& operator=(const ConfigElement&) = delete;
 
-  Kind kind() const { return m_kind; }
+  Kind GetKind() const { return m_kind; }
   /// Number in the order of declaration, from 0; -1 for groups and labels.
-  int id() const { return m_id; }
-  const std::string& label() const { return m_label; }
-  const std::string& tooltip() const { return m_tooltip; }
+  int GetId() const { return m_id; }
+  const std::string& GetLabel() const { return m_label; }
+  const std::string& GetTooltip() const { return m_tooltip; }
   /// The group around this element; null for the root.
-  ConfigElement* parent() const { return m_parent; }
+  ConfigElement* GetParent() const { return m_parent; }
   /// Elements of a group, in order of declaration.
-  const std::vector<std::unique_ptr<ConfigElement>>& children() const { return m_children; }
-  const Range& range() const { return m_range; }
-  const std::vector<std::string>& items() const { return m_items; }
+  const std::vector<std::unique_ptr<ConfigElement>>& GetChildren() const { return m_children; }
+  const Range& GetRange() const { return m_range; }
+  const std::vector<std::string>& GetItems() const { return m_items; }
   /// Replaces the items of a combo box; the rig's index stays as it is.
-  void setItems(std::vector<std::string> items) { m_items = std::move(items); }
+  void SetItems(std::vector<std::string> items) { m_items = std::move(items); }
   /// True for a gauge: the rig computes the value and a user's edit is refused.
-  bool isReadOnly() const { return m_readOnly; }
-  void setReadOnly() { m_readOnly = true; }
+  bool IsReadOnly() const { return m_readOnly; }
+  void SetReadOnly() { m_readOnly = true; }
 
   /// True when a variable stands behind the element.
-  bool hasValue() const;
+  bool HasValue() const;
   /// The value of spinners, check boxes (0 or 1) and combo boxes (index); 0 for all others. A
   /// spinner of whole numbers gives the fraction too that small increments have added up, as long
-  /// as its variable still is what `setNumber` rounded it to.
-  double number() const;
+  /// as its variable still is what `SetNumber` rounded it to.
+  double GetNumber() const;
   /// Writes the variable, clamped to the range. False, with nothing changed, for a value that is
   /// not finite and for elements that hold no number. Does not call the rig.
-  bool setNumber(double value);
+  bool SetNumber(double value);
 
-  /// The value as text, such that `setValueText` brings the same value back. A combo box gives the
+  /// The value as text, such that `SetValueText` brings the same value back. A combo box gives the
   /// text of its item.
-  std::string valueText() const;
+  std::string GetValueText() const;
   /// Writes the variable from text: a number; true, false, on, off, 0 or 1 for a check box; the
   /// item or its index for a combo box. False, with nothing changed and `problem` filled, when the
   /// text is no value for this element. A number out of range is clamped: the result is true, and
   /// `problem` says so (else it is empty). Does not call the rig.
-  bool setValueText(const std::string& text, std::string& problem);
+  bool SetValueText(const std::string& text, std::string& problem);
 
   /// Tells the rig that the user has changed the value or pressed the button.
-  void apply();
+  void Apply();
 
  private:
   friend class ConfigTree;
@@ -84,14 +84,14 @@ class ConfigElement {
       : m_kind(kind), m_id(id), m_label(std::move(label)), m_tooltip(std::move(tooltip)) {}
 
   template <class T>
-  T* variable() const {
+  T* GetVariable() const {
     T* const* held = std::get_if<T*>(&m_variable);
     return held ? *held : nullptr;
   }
-  double clamped(double value) const;
-  bool setFlagText(const std::string& text, std::string& problem);
-  bool setItemText(const std::string& text, std::string& problem);
-  bool setNumberText(const std::string& text, std::string& problem);
+  double Clamped(double value) const;
+  bool SetFlagText(const std::string& text, std::string& problem);
+  bool SetItemText(const std::string& text, std::string& problem);
+  bool SetNumberText(const std::string& text, std::string& problem);
 
   Kind m_kind;
   int m_id;

@@ -24,11 +24,11 @@ constexpr char kOldVersion[] = "1.0";
 /// Roots of the collective files of earlier releases, whose children are `profile`.
 constexpr const char* kOldRoots[] = {"ConfigProfile", "rws_config", "CameraConfig"};
 
-bool isTag(const Element& element, std::string_view name) {
+bool IsTag(const Element& element, std::string_view name) {
   return element.kind == util::xml::kTag && element.name == name;
 }
 
-Tag headOf(const std::string& version, const std::string& name) {
+Tag HeadOf(const std::string& version, const std::string& name) {
   Tag profile(kConfigProfile);
   profile.setAttribute(kVersion, version);
   profile.setAttribute(kName, name);
@@ -36,16 +36,16 @@ Tag headOf(const std::string& version, const std::string& name) {
 }
 
 /// Old groups and values by name become groups and items by label.
-void convertOldGroup(const Element& from, Element& to) {
+void ConvertOldGroup(const Element& from, Element& to) {
   for (const Element* child : from.children) {
-    const bool check = isTag(*child, "check");
-    if (isTag(*child, kGroup)) {
+    const bool check = IsTag(*child, "check");
+    if (IsTag(*child, kGroup)) {
       Tag group(kGroup);
       group.setAttribute(kId, "-1");
       group.setAttribute(kLabel, child->attribute(kName));
-      convertOldGroup(*child, group);
+      ConvertOldGroup(*child, group);
       to.emplaceChild(std::move(group));
-    } else if (check || isTag(*child, "spinner")) {
+    } else if (check || IsTag(*child, "spinner")) {
       Tag item(kItem);
       item.setAttribute(kLabel, child->attribute(kName));
       const std::string text = child->text();
@@ -55,14 +55,14 @@ void convertOldGroup(const Element& from, Element& to) {
   }
 }
 
-Tag convertOld(const Element& old, const std::string& name) {
-  Tag profile = headOf(kOldVersion, name);
-  convertOldGroup(old, profile);
+Tag ConvertOld(const Element& old, const std::string& name) {
+  Tag profile = HeadOf(kOldVersion, name);
+  ConvertOldGroup(old, profile);
   return profile;
 }
 
-Tag withHead(const Element& source, const std::string& version, const std::string& name) {
-  Tag profile = headOf(source.hasAttribute(kVersion) ? source.attribute(kVersion) : version, name);
+Tag WithHead(const Element& source, const std::string& version, const std::string& name) {
+  Tag profile = HeadOf(source.hasAttribute(kVersion) ? source.attribute(kVersion) : version, name);
   for (const Element* child : source.children) profile.addChild(*child);
   return profile;
 }
@@ -76,25 +76,25 @@ ConfigProfileManager::ConfigProfileManager(const std::string& factoryFolder,
 bool ConfigProfileManager::Parse(const Element& root, const std::string& fallbackName,
                                  std::vector<Tag>& profiles) {
   for (const char* oldRoot : kOldRoots) {
-    if (!isTag(root, oldRoot)) continue;
+    if (!IsTag(root, oldRoot)) continue;
     for (const Element* child : root.children) {
       const std::string name = child->attribute(kName);
-      if (isTag(*child, kProfile) && !name.empty()) profiles.push_back(convertOld(*child, name));
+      if (IsTag(*child, kProfile) && !name.empty()) profiles.push_back(ConvertOld(*child, name));
     }
     return true;
   }
   const std::string version = root.hasAttribute(kVersion) ? root.attribute(kVersion) : kOldVersion;
-  if (isTag(root, "configprofiles")) {
+  if (IsTag(root, "configprofiles")) {
     for (const Element* child : root.children) {
       const std::string name = child->attribute(kName);
-      if (isTag(*child, kConfigProfile) && !name.empty())
-        profiles.push_back(withHead(*child, version, name));
+      if (IsTag(*child, kConfigProfile) && !name.empty())
+        profiles.push_back(WithHead(*child, version, name));
     }
     return true;
   }
-  if (!isTag(root, kConfigProfile)) return false;
+  if (!IsTag(root, kConfigProfile)) return false;
   const std::string name = root.attribute(kName);
-  profiles.push_back(withHead(root, version, name.empty() ? fallbackName : name));
+  profiles.push_back(WithHead(root, version, name.empty() ? fallbackName : name));
   return true;
 }
 
@@ -104,7 +104,7 @@ std::string ConfigProfileManager::Apply(const std::string& name, Instance& insta
   const Tag profile = *found;  // a rig's callback may lead to a change of the list
   const std::string warning = GetVersionWarning(name);
   if (!warning.empty()) LogEntry(LogLevel::kInfo, name + ": " + warning);
-  const std::string problem = instance.GetConfig().read(profile);
+  const std::string problem = instance.GetConfig().Read(profile);
   if (!problem.empty()) LogEntry(LogLevel::kWarning, "Profile " + name + ": " + problem);
   instance.SetCurrentProfile(name);
   instance.RefreshConfig();
@@ -125,25 +125,25 @@ std::string ConfigProfileManager::GetVersionWarning(const std::string& name) con
 
 ProfileResult ConfigProfileManager::Save(const std::string& name, const ConfigTree& config,
                                          bool overwrite) {
-  Tag profile = headOf(ConfigTree::kVersion, name);
-  config.write(profile);
+  Tag profile = HeadOf(ConfigTree::kVersion, name);
+  config.Write(profile);
   return Store(name, std::move(profile), overwrite);
 }
 
 ProfileResult ConfigProfileManager::SaveStartProfile(const ConfigTree& config) {
   ProfileResult result = Save(kStartProfile, config, true);
-  if (result.done()) result.message = "Start Profile saved";
+  if (result.Done()) result.message = "Start Profile saved";
   return result;
 }
 
 ProfileResult ConfigProfileManager::Import(const std::string& path, const ConfigTree& config,
                                            bool overwrite) {
-  return ImportFile(path, overwrite, [&](Tag& profile) { config.upgrade(profile); });
+  return ImportFile(path, overwrite, [&](Tag& profile) { config.Upgrade(profile); });
 }
 
 void ConfigProfileManager::RecordFactorySettings(const ConfigTree& config) {
-  Tag profile = headOf(ConfigTree::kVersion, kFactorySettings);
-  config.write(profile);
+  Tag profile = HeadOf(ConfigTree::kVersion, kFactorySettings);
+  config.Write(profile);
   PutInMemory(kFactorySettings, std::move(profile));
 }
 

@@ -21,7 +21,7 @@ using util::xml::Tag;
 constexpr std::size_t kDoubleSize = 8;
 
 /// Base64 of the eight bytes, lowest first.
-std::string blobText(double value) {
+std::string BlobText(double value) {
   std::uint64_t bits = 0;
   std::memcpy(&bits, &value, sizeof bits);
   unsigned char bytes[kDoubleSize];
@@ -30,7 +30,7 @@ std::string blobText(double value) {
   return util::xml::encodeBase64(bytes, kDoubleSize);
 }
 
-bool parseBlob(const std::string& text, double& value) {
+bool ParseBlob(const std::string& text, double& value) {
   std::vector<unsigned char> bytes;
   if (!util::xml::decodeBase64(text, bytes) || bytes.size() != kDoubleSize) return false;
   std::uint64_t bits = 0;
@@ -40,34 +40,34 @@ bool parseBlob(const std::string& text, double& value) {
 }
 
 /// Text without the blanks that an editor may leave around it.
-std::string tokenOf(const Element& item) {
+std::string TokenOf(const Element& item) {
   const std::string text = item.text();
   const std::size_t begin = text.find_first_not_of(" \t\r\n");
   if (begin == std::string::npos) return {};
   return text.substr(begin, text.find_last_not_of(" \t\r\n") - begin + 1);
 }
 
-bool readNumber(const Element& item, double& value) {
-  const std::string token = tokenOf(item);
-  if (item.attribute(kType) == kBlob) return parseBlob(token, value);
+bool ReadNumber(const Element& item, double& value) {
+  const std::string token = TokenOf(item);
+  if (item.attribute(kType) == kBlob) return ParseBlob(token, value);
   return util::parseNumber(token, value);
 }
 
 /// False when the item holds no value for this element.
-bool readItem(const Element& item, ConfigElement& element) {
+bool ReadItem(const Element& item, ConfigElement& element) {
   std::string ignored;
   double value = 0.0;
-  switch (element.kind()) {
+  switch (element.GetKind()) {
     case Kind::kTextBox:
-      return item.attribute(kType) != kBlob && element.setValueText(item.text(), ignored);
+      return item.attribute(kType) != kBlob && element.SetValueText(item.text(), ignored);
     case Kind::kCheckBox:
-      if (item.attribute(kType) != kBlob) return element.setValueText(tokenOf(item), ignored);
+      if (item.attribute(kType) != kBlob) return element.SetValueText(TokenOf(item), ignored);
       [[fallthrough]];
     case Kind::kSpinnerInt:
     case Kind::kComboBox:
-      return readNumber(item, value) && element.setNumber(std::round(value));
+      return ReadNumber(item, value) && element.SetNumber(std::round(value));
     case Kind::kSpinner:
-      return readNumber(item, value) && element.setNumber(value);
+      return ReadNumber(item, value) && element.SetNumber(value);
     case Kind::kGroup:
     case Kind::kButton:
     case Kind::kLabel:
@@ -76,52 +76,52 @@ bool readItem(const Element& item, ConfigElement& element) {
   return false;
 }
 
-Tag writeItem(const ConfigElement& element) {
+Tag WriteItem(const ConfigElement& element) {
   Tag item(kItem);
-  item.setAttribute(kId, std::to_string(element.id()));
-  const bool isText = element.kind() == Kind::kTextBox;
-  const bool isReal = element.kind() == Kind::kSpinner;
+  item.setAttribute(kId, std::to_string(element.GetId()));
+  const bool isText = element.GetKind() == Kind::kTextBox;
+  const bool isReal = element.GetKind() == Kind::kSpinner;
   if (isText || isReal) item.setAttribute(kType, isText ? kText : kBlob);
-  item.setAttribute(kLabel, element.label());
+  item.setAttribute(kLabel, element.GetLabel());
   if (isReal)
-    item.setText(blobText(element.number()));
+    item.setText(BlobText(element.GetNumber()));
   else if (isText)
-    item.setText(element.valueText());
+    item.setText(element.GetValueText());
   else
-    item.setText(std::to_string(std::lround(element.number())));
+    item.setText(std::to_string(std::lround(element.GetNumber())));
   return item;
 }
 
-void writeGroup(const ConfigElement& group, Element& out) {
-  for (const auto& child : group.children()) {
-    if (child->kind() == Kind::kGroup) {
+void WriteGroup(const ConfigElement& group, Element& out) {
+  for (const auto& child : group.GetChildren()) {
+    if (child->GetKind() == Kind::kGroup) {
       Tag tag(kGroup);
       tag.setAttribute(kId, "-1");
-      tag.setAttribute(kLabel, child->label());
-      writeGroup(*child, tag);
+      tag.setAttribute(kLabel, child->GetLabel());
+      WriteGroup(*child, tag);
       out.emplaceChild(std::move(tag));
-    } else if (child->hasValue()) {
-      out.emplaceChild(writeItem(*child));
+    } else if (child->HasValue()) {
+      out.emplaceChild(WriteItem(*child));
     }
   }
 }
 
 /// The first of a group's own elements that `wanted` accepts, else the first of the groups in it.
 template <class Wanted>
-ConfigElement* search(const ConfigElement* group, const Wanted& wanted) {
+ConfigElement* Search(const ConfigElement* group, const Wanted& wanted) {
   if (!group) return nullptr;
-  for (const auto& child : group->children()) {
+  for (const auto& child : group->GetChildren()) {
     if (wanted(*child)) return child.get();
   }
-  for (const auto& child : group->children()) {
-    if (ConfigElement* found = search(child.get(), wanted)) return found;
+  for (const auto& child : group->GetChildren()) {
+    if (ConfigElement* found = Search(child.get(), wanted)) return found;
   }
   return nullptr;
 }
 
-ConfigElement* searchGroup(const ConfigElement* around, const std::string& label) {
-  return search(around, [&](const ConfigElement& element) {
-    return element.kind() == Kind::kGroup && element.label() == label;
+ConfigElement* SearchGroup(const ConfigElement* around, const std::string& label) {
+  return Search(around, [&](const ConfigElement& element) {
+    return element.GetKind() == Kind::kGroup && element.GetLabel() == label;
   });
 }
 
@@ -133,13 +133,13 @@ ConfigTree::~ConfigTree() = default;
 
 // --- building ---
 
-void ConfigTree::begin() {
+void ConfigTree::Begin() {
   if (!m_root) m_root.reset(new ConfigElement(Kind::kGroup, -1, {}, {}));
   m_open = m_root.get();
 }
 
-ConfigElement& ConfigTree::append(Kind kind, std::string label, std::string tooltip, bool takesId) {
-  if (!m_open) begin();
+ConfigElement& ConfigTree::Append(Kind kind, std::string label, std::string tooltip, bool takesId) {
+  if (!m_open) Begin();
   const int id = takesId ? static_cast<int>(m_byId.size()) : -1;
   std::unique_ptr<ConfigElement> element(
       new ConfigElement(kind, id, std::move(label), std::move(tooltip)));
@@ -150,141 +150,141 @@ ConfigElement& ConfigTree::append(Kind kind, std::string label, std::string tool
   return *m_elements.back();
 }
 
-void ConfigTree::beginGroup(std::string label, std::string tooltip) {
-  m_open = &append(Kind::kGroup, std::move(label), std::move(tooltip), false);
+void ConfigTree::BeginGroup(std::string label, std::string tooltip) {
+  m_open = &Append(Kind::kGroup, std::move(label), std::move(tooltip), false);
 }
 
-ConfigElement* ConfigTree::endGroup() {
+ConfigElement* ConfigTree::EndGroup() {
   if (m_open && m_open->m_parent) m_open = m_open->m_parent;
   return m_open;
 }
 
-int ConfigTree::addSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max,
+int ConfigTree::AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max,
                               int step, Callback* cb) {
-  ConfigElement& element = append(Kind::kSpinnerInt, std::move(label), std::move(tooltip), true);
+  ConfigElement& element = Append(Kind::kSpinnerInt, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
   element.m_range = {double(min), double(max), double(step), 0};
   element.m_callback = cb;
-  return element.id();
+  return element.GetId();
 }
 
-int ConfigTree::addSpinner(std::string label, std::string tooltip, double* value, double min,
+int ConfigTree::AddSpinner(std::string label, std::string tooltip, double* value, double min,
                            double max, double step, int decimals, Callback* cb) {
-  ConfigElement& element = append(Kind::kSpinner, std::move(label), std::move(tooltip), true);
+  ConfigElement& element = Append(Kind::kSpinner, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
   element.m_range = {min, max, step, decimals};
   element.m_callback = cb;
-  return element.id();
+  return element.GetId();
 }
 
-int ConfigTree::addCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) {
-  ConfigElement& element = append(Kind::kCheckBox, std::move(label), std::move(tooltip), true);
+int ConfigTree::AddCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) {
+  ConfigElement& element = Append(Kind::kCheckBox, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
   element.m_range = {0.0, 1.0, 1.0, 0};
   element.m_callback = cb;
-  return element.id();
+  return element.GetId();
 }
 
-int ConfigTree::addTextBox(std::string label, std::string tooltip, std::string* value,
+int ConfigTree::AddTextBox(std::string label, std::string tooltip, std::string* value,
                            Callback* cb) {
-  ConfigElement& element = append(Kind::kTextBox, std::move(label), std::move(tooltip), true);
+  ConfigElement& element = Append(Kind::kTextBox, std::move(label), std::move(tooltip), true);
   element.m_variable = value;
   element.m_callback = cb;
-  return element.id();
+  return element.GetId();
 }
 
-int ConfigTree::addComboBox(std::string label, std::string tooltip, std::vector<std::string> items,
+int ConfigTree::AddComboBox(std::string label, std::string tooltip, std::vector<std::string> items,
                             int* index, Callback* cb) {
-  ConfigElement& element = append(Kind::kComboBox, std::move(label), std::move(tooltip), true);
+  ConfigElement& element = Append(Kind::kComboBox, std::move(label), std::move(tooltip), true);
   element.m_variable = index;
   element.m_items = std::move(items);
   element.m_callback = cb;
-  return element.id();
+  return element.GetId();
 }
 
-int ConfigTree::addButton(std::string label, std::string tooltip, Callback* cb) {
-  ConfigElement& element = append(Kind::kButton, std::move(label), std::move(tooltip), true);
+int ConfigTree::AddButton(std::string label, std::string tooltip, Callback* cb) {
+  ConfigElement& element = Append(Kind::kButton, std::move(label), std::move(tooltip), true);
   element.m_callback = cb;
-  return element.id();
+  return element.GetId();
 }
 
-void ConfigTree::addLabel(std::string text) {
-  append(Kind::kLabel, std::move(text), {}, false);
+void ConfigTree::AddLabel(std::string text) {
+  Append(Kind::kLabel, std::move(text), {}, false);
 }
 
 // --- looking up ---
 
-ConfigElement* ConfigTree::find(int id) const {
+ConfigElement* ConfigTree::Find(int id) const {
   if (id < 0 || static_cast<std::size_t>(id) >= m_byId.size()) return nullptr;
   return m_byId[static_cast<std::size_t>(id)];
 }
 
-std::vector<ConfigElement*> ConfigTree::findAll(const std::string& label) const {
+std::vector<ConfigElement*> ConfigTree::FindAll(const std::string& label) const {
   std::vector<ConfigElement*> found;
   for (ConfigElement* element : m_byId) {
-    if (element->label() == label) found.push_back(element);
+    if (element->GetLabel() == label) found.push_back(element);
   }
   return found;
 }
 
 // --- profiles ---
 
-void ConfigTree::write(Tag& profile) const {
+void ConfigTree::Write(Tag& profile) const {
   profile.setAttribute(record::kVersion, kVersion);
-  if (m_root) writeGroup(*m_root, profile);
+  if (m_root) WriteGroup(*m_root, profile);
 }
 
-std::string ConfigTree::read(const Element& profile) {
+std::string ConfigTree::Read(const Element& profile) {
   std::string problem;
-  readGroup(profile, m_root.get(), problem);
+  ReadGroup(profile, m_root.get(), problem);
   return problem;
 }
 
-ConfigElement* ConfigTree::resolveItem(const Element& item, const ConfigElement* around) const {
+ConfigElement* ConfigTree::ResolveItem(const Element& item, const ConfigElement* around) const {
   if (item.hasAttribute(kId)) {
     int id = -1;
-    return util::parseNumber(item.attribute(kId), id) ? find(id) : nullptr;
+    return util::parseNumber(item.attribute(kId), id) ? Find(id) : nullptr;
   }
   const std::string label = item.attribute(kLabel);
-  return search(around, [&](const ConfigElement& element) {
-    return element.id() >= 0 && element.label() == label;
+  return Search(around, [&](const ConfigElement& element) {
+    return element.GetId() >= 0 && element.GetLabel() == label;
   });
 }
 
-void ConfigTree::readGroup(const Element& group, const ConfigElement* around,
+void ConfigTree::ReadGroup(const Element& group, const ConfigElement* around,
                            std::string& problem) {
   for (const Element* child : group.children) {
     if (child->kind != util::xml::kTag) continue;
     if (child->name == kGroup) {
-      readGroup(*child, searchGroup(around, child->attribute(kLabel)), problem);
+      ReadGroup(*child, SearchGroup(around, child->attribute(kLabel)), problem);
     } else if (child->name == kItem) {
-      ConfigElement* element = resolveItem(*child, around);
-      if (!element || !element->hasValue()) continue;
-      if (readItem(*child, *element))
-        element->apply();
+      ConfigElement* element = ResolveItem(*child, around);
+      if (!element || !element->HasValue()) continue;
+      if (ReadItem(*child, *element))
+        element->Apply();
       else
-        problem += (problem.empty() ? "no value for \"" : ", \"") + element->label() + "\"";
+        problem += (problem.empty() ? "no value for \"" : ", \"") + element->GetLabel() + "\"";
     }
   }
 }
 
-void ConfigTree::upgrade(Element& profile) const {
-  upgradeGroup(profile, m_root.get());
+void ConfigTree::Upgrade(Element& profile) const {
+  UpgradeGroup(profile, m_root.get());
 }
 
-void ConfigTree::upgradeGroup(Element& group, const ConfigElement* around) const {
+void ConfigTree::UpgradeGroup(Element& group, const ConfigElement* around) const {
   for (Element* child : group.children) {
     if (child->kind != util::xml::kTag) continue;
     if (child->name == kGroup) {
-      upgradeGroup(*child, searchGroup(around, child->attribute(kLabel)));
+      UpgradeGroup(*child, SearchGroup(around, child->attribute(kLabel)));
     } else if (child->name == kItem && !child->hasAttribute(kId)) {
-      const ConfigElement* element = resolveItem(*child, around);
+      const ConfigElement* element = ResolveItem(*child, around);
       if (!element) continue;
-      child->attributes.insert(child->attributes.begin(), {kId, std::to_string(element->id())});
+      child->attributes.insert(child->attributes.begin(), {kId, std::to_string(element->GetId())});
       double value = 0.0;
-      if (element->kind() != Kind::kSpinner || !readNumber(*child, value)) continue;
+      if (element->GetKind() != Kind::kSpinner || !ReadNumber(*child, value)) continue;
       child->attributes.insert(child->attributes.begin() + 1, {kType, kBlob});
-      child->setText(blobText(value));
+      child->setText(BlobText(value));
     }
   }
 }

@@ -20,7 +20,7 @@ class ConfigTree {
  public:
   using Callback = CInterface::Callback;
 
-  /// Version of the profiles that `write` makes.
+  /// Version of the profiles that `Write` makes.
   static constexpr const char* kVersion = "2.0";
 
   ConfigTree();
@@ -29,52 +29,52 @@ class ConfigTree {
   ConfigTree& operator=(const ConfigTree&) = delete;
 
   /// Opens the root; a second call returns to it. Adding without it opens the root as well.
-  void begin();
-  void beginGroup(std::string label, std::string tooltip);
+  void Begin();
+  void BeginGroup(std::string label, std::string tooltip);
   /// Closes the open group and returns its parent; the root stays open.
-  ConfigElement* endGroup();
+  ConfigElement* EndGroup();
   // Each returns the id of the new element. Variables and callbacks are the rig's; either may be
   // null.
-  int addSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max, int step,
+  int AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max, int step,
                     Callback* cb);
-  int addSpinner(std::string label, std::string tooltip, double* value, double min, double max,
+  int AddSpinner(std::string label, std::string tooltip, double* value, double min, double max,
                  double step, int decimals, Callback* cb);
-  int addCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb);
-  int addTextBox(std::string label, std::string tooltip, std::string* value, Callback* cb);
-  int addComboBox(std::string label, std::string tooltip, std::vector<std::string> items,
+  int AddCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb);
+  int AddTextBox(std::string label, std::string tooltip, std::string* value, Callback* cb);
+  int AddComboBox(std::string label, std::string tooltip, std::vector<std::string> items,
                   int* index, Callback* cb);
-  int addButton(std::string label, std::string tooltip, Callback* cb);
+  int AddButton(std::string label, std::string tooltip, Callback* cb);
   /// A line of text between the elements; it takes no id.
-  void addLabel(std::string text);
+  void AddLabel(std::string text);
 
-  /// Null until `begin`.
-  ConfigElement* root() const { return m_root.get(); }
+  /// Null until `Begin`.
+  ConfigElement* GetRoot() const { return m_root.get(); }
   /// Null when no element has this id. Constant time.
-  ConfigElement* find(int id) const;
+  ConfigElement* Find(int id) const;
   /// All elements with an id that have this label, in order of declaration.
-  std::vector<ConfigElement*> findAll(const std::string& label) const;
+  std::vector<ConfigElement*> FindAll(const std::string& label) const;
   /// Every element but the root, groups ahead of what they hold, in order of declaration.
-  const std::vector<ConfigElement*>& elements() const { return m_elements; }
+  const std::vector<ConfigElement*>& GetElements() const { return m_elements; }
 
   /// Gives `profile` the present version and appends the groups and values.
-  void write(util::xml::Tag& profile) const;
+  void Write(util::xml::Tag& profile) const;
   /// Sets what `profile` holds, in the order of its items, and calls the rig for each. An item with
   /// an id belongs to that element, one without to the element of its label within the group of
   /// that label. Items of unknown elements are ignored. An item whose text is no value leaves its
   /// element alone, and the result names it; numbers out of range are clamped in silence. An empty
   /// result means that all was well.
-  std::string read(const util::xml::Element& profile);
+  std::string Read(const util::xml::Element& profile);
   /// Brings the items of a profile that name elements by label alone into the present form.
-  void upgrade(util::xml::Element& profile) const;
+  void Upgrade(util::xml::Element& profile) const;
 
  private:
   /// A new element at the end of the open group; `takesId` gives it the next id.
-  ConfigElement& append(ConfigElement::Kind kind, std::string label, std::string tooltip,
+  ConfigElement& Append(ConfigElement::Kind kind, std::string label, std::string tooltip,
                         bool takesId);
-  ConfigElement* resolveItem(const util::xml::Element& item, const ConfigElement* around) const;
-  void readGroup(const util::xml::Element& group, const ConfigElement* around,
+  ConfigElement* ResolveItem(const util::xml::Element& item, const ConfigElement* around) const;
+  void ReadGroup(const util::xml::Element& group, const ConfigElement* around,
                  std::string& problem);
-  void upgradeGroup(util::xml::Element& group, const ConfigElement* around) const;
+  void UpgradeGroup(util::xml::Element& group, const ConfigElement* around) const;
 
   std::unique_ptr<ConfigElement> m_root;
   ConfigElement* m_open = nullptr;  ///< where the next element goes

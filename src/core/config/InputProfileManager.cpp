@@ -16,18 +16,18 @@ using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
 
-bool isTag(const Element& element, std::string_view name) {
+bool IsTag(const Element& element, std::string_view name) {
   return element.kind == util::xml::kTag && element.name == name;
 }
 
-Tag profileOf(const Element& source, const std::string& name) {
+Tag ProfileOf(const Element& source, const std::string& name) {
   Tag profile(kProfile);
   profile.setAttribute(kName, name);
   for (const Element* child : source.children) profile.addChild(*child);
   return profile;
 }
 
-Tag write(const std::string& name, const unidevice::PropertyHandler& properties) {
+Tag Write(const std::string& name, const unidevice::PropertyHandler& properties) {
   Tag profile(kProfile);
   profile.setAttribute(kName, name);
   for (const auto& entry : properties.entries) {
@@ -46,16 +46,16 @@ InputProfileManager::InputProfileManager(const std::string& factoryFolder,
 
 bool InputProfileManager::Parse(const Element& root, const std::string& fallbackName,
                                 std::vector<Tag>& profiles) {
-  const bool single = isTag(root, kProfile) || isTag(root, kInputProfile);
-  if (!single && !isTag(root, "unidevice")) return false;
+  const bool single = IsTag(root, kProfile) || IsTag(root, kInputProfile);
+  if (!single && !IsTag(root, "unidevice")) return false;
   const std::size_t before = profiles.size();
   for (const Element* child : root.children) {
     const std::string name = child->attribute(kName);
-    if (isTag(*child, kProfile) && !name.empty()) profiles.push_back(profileOf(*child, name));
+    if (IsTag(*child, kProfile) && !name.empty()) profiles.push_back(ProfileOf(*child, name));
   }
   if (!single || profiles.size() > before) return true;
   const std::string name = root.attribute(kName);
-  profiles.push_back(profileOf(root, name.empty() ? fallbackName : name));
+  profiles.push_back(ProfileOf(root, name.empty() ? fallbackName : name));
   return true;
 }
 
@@ -63,7 +63,7 @@ std::string InputProfileManager::ApplyTo(const Element& profile,
                                          unidevice::PropertyHandler& properties) {
   std::string problem;
   for (const Element* child : profile.children) {
-    if (!isTag(*child, kProperty)) continue;
+    if (!IsTag(*child, kProperty)) continue;
     unidevice::Property* property = properties.find(child->attribute(kName));
     if (property && !property->load(*child))
       problem += (problem.empty() ? "no number for \"" : ", \"") + property->name + "\"";
@@ -82,12 +82,12 @@ std::string InputProfileManager::Apply(const std::string& name,
 
 ProfileResult InputProfileManager::Save(const std::string& name,
                                         unidevice::PropertyHandler& properties, bool overwrite) {
-  return Store(name, write(name, properties), overwrite);
+  return Store(name, Write(name, properties), overwrite);
 }
 
 ProfileResult InputProfileManager::SaveStartProfile(unidevice::PropertyHandler& properties) {
   ProfileResult result = Save(kStartProfile, properties, true);
-  if (result.done()) result.message = "Start Profile saved";
+  if (result.Done()) result.message = "Start Profile saved";
   return result;
 }
 
@@ -96,7 +96,7 @@ ProfileResult InputProfileManager::Import(const std::string& path, bool overwrit
 }
 
 void InputProfileManager::EnsureStartProfile(unidevice::PropertyHandler& properties) {
-  if (!Find(kStartProfile)) PutInMemory(kStartProfile, write(kStartProfile, properties));
+  if (!Find(kStartProfile)) PutInMemory(kStartProfile, Write(kStartProfile, properties));
 }
 
 }  // namespace orv::rws::core

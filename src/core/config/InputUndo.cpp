@@ -36,7 +36,7 @@ void InputMapping::WriteTo(unidevice::Property& property) const {
   property.deadzone = deadzone;
   property.offset = offset;
   property.savedControl = savedControl;
-  property.bind(control->get());
+  property.bind(control->Get());
   property.rebind();
 }
 

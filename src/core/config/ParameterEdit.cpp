@@ -17,14 +17,14 @@ ParameterEdit::~ParameterEdit() {
 }
 
 bool ParameterEdit::Is(const Instance& instance, int element) const {
-  return m_instance.Get() == &instance && m_element->id() == element;
+  return m_instance.Get() == &instance && m_element->GetId() == element;
 }
 
 void ParameterEdit::Open() {
   Instance& instance = *m_instance.Get();
   AdaptorInterface& adaptor = *m_host.GetAdaptor();
   m_ownsBlock = !adaptor.IsUndoBlockOpen();
-  if (m_ownsBlock) adaptor.BeginUndoBlock("Change " + m_element->label());
+  if (m_ownsBlock) adaptor.BeginUndoBlock("Change " + m_element->GetLabel());
   adaptor.PushUndo(new ParameterUndo(instance, m_before));
 }
 
@@ -35,19 +35,19 @@ bool ParameterEdit::Set(const std::string& text, std::string& problem) {
     return false;
   }
   auto before = m_before ? nullptr : std::make_shared<ParameterState>(*instance);
-  if (!m_element->setValueText(text, problem)) return false;
+  if (!m_element->SetValueText(text, problem)) return false;
   if (before) {
     m_before = std::move(before);
     Open();
   }
-  m_host.GetMessages().Tell(ParametersChanged{instance->GetIdentity(), m_element->id()});
-  m_element->apply();  // last: a rig may show a box, and the edit may end meanwhile
+  m_host.GetMessages().Tell(ParametersChanged{instance->GetIdentity(), m_element->GetId()});
+  m_element->Apply();  // last: a rig may show a box, and the edit may end meanwhile
   return true;
 }
 
 bool ParameterEdit::Drag(const std::string& text, std::string& problem) {
   problem.clear();
-  return (m_instance.Get() && m_element->valueText() == text) || Set(text, problem);
+  return (m_instance.Get() && m_element->GetValueText() == text) || Set(text, problem);
 }
 
 void ParameterEdit::End(bool keep) {

@@ -10,41 +10,42 @@ namespace orv::rws::core {
 namespace {
 
 bool IsText(const ConfigElement& element) {
-  return element.kind() == ConfigElement::Kind::kTextBox ||
-         element.kind() == ConfigElement::Kind::kComboBox;
+  return element.GetKind() == ConfigElement::Kind::kTextBox ||
+         element.GetKind() == ConfigElement::Kind::kComboBox;
 }
 
 }  // namespace
 
-ParameterValue::ParameterValue(const ConfigElement& of) : element(of.id()), number(of.number()) {
-  if (IsText(of)) text = of.valueText();
+ParameterValue::ParameterValue(const ConfigElement& of)
+    : element(of.GetId()), number(of.GetNumber()) {
+  if (IsText(of)) text = of.GetValueText();
 }
 
 bool ParameterValue::Fits(const ConfigElement& of) const {
-  return IsText(of) ? of.valueText() == text : of.number() == number;
+  return IsText(of) ? of.GetValueText() == text : of.GetNumber() == number;
 }
 
 void ParameterValue::WriteTo(ConfigElement& target) const {
   if (Fits(target)) return;
   std::string problem;
-  if (IsText(target) ? target.setValueText(text, problem) : target.setNumber(number))
-    target.apply();
+  if (IsText(target) ? target.SetValueText(text, problem) : target.SetNumber(number))
+    target.Apply();
 }
 
 ParameterState::ParameterState(const Instance& instance) : profile(instance.GetCurrentProfile()) {
-  for (const ConfigElement* element : instance.GetConfig().elements())
-    if (element->hasValue()) values.emplace_back(*element);
+  for (const ConfigElement* element : instance.GetConfig().GetElements())
+    if (element->HasValue()) values.emplace_back(*element);
 }
 
 bool ParameterState::Holds(const ConfigElement& element) const {
   return std::any_of(values.begin(), values.end(), [&element](const ParameterValue& value) {
-    return value.element == element.id() && value.Fits(element);
+    return value.element == element.GetId() && value.Fits(element);
   });
 }
 
 void ParameterState::KeepChanged(const Instance& instance) {
   const auto stands = [&instance](const ParameterValue& value) {
-    const ConfigElement* const element = instance.GetConfig().find(value.element);
+    const ConfigElement* const element = instance.GetConfig().Find(value.element);
     return !element || value.Fits(*element);
   };
   values.erase(std::remove_if(values.begin(), values.end(), stands), values.end());
@@ -55,18 +56,18 @@ void ParameterState::WriteTo(Instance& instance) const {
   ConfigTree& config = instance.GetConfig();
   ParameterState wanted(instance);
   const auto isGauge = [&config](const ParameterValue& value) {
-    return config.find(value.element)->isReadOnly();
+    return config.Find(value.element)->IsReadOnly();
   };
   wanted.values.erase(std::remove_if(wanted.values.begin(), wanted.values.end(), isGauge),
                       wanted.values.end());
   for (const ParameterValue& value : values) {
-    ConfigElement* const element = config.find(value.element);
+    ConfigElement* const element = config.Find(value.element);
     if (!element) continue;
     value.WriteTo(*element);
     for (ParameterValue& other : wanted.values)
       if (other.element == value.element) other = value;
   }
-  for (const ParameterValue& value : wanted.values) value.WriteTo(*config.find(value.element));
+  for (const ParameterValue& value : wanted.values) value.WriteTo(*config.Find(value.element));
   instance.SetCurrentProfile(profile);
 }
 
@@ -79,7 +80,7 @@ std::shared_ptr<ParameterState> ParameterUndo::Present() {
   auto present = std::make_shared<ParameterState>();
   present->profile = instance->GetCurrentProfile();
   for (const ParameterValue& value : Saved()->values)
-    if (const ConfigElement* const element = instance->GetConfig().find(value.element))
+    if (const ConfigElement* const element = instance->GetConfig().Find(value.element))
       present->values.emplace_back(*element);
   return present;
 }

@@ -203,7 +203,7 @@ ProfileResult XMLFileManager::Store(const std::string& name, Tag document, bool 
   const ProfileResult check = CheckTarget(name, overwrite);
   if (check.answer == Answer::kRefused) return check;
   if (!MayWrite()) return Refused(kNotSaved);
-  if (!check.done()) return check;
+  if (!check.Done()) return check;
   Profiles before = m_profiles;
   Put(name, std::move(document));
   if (!Save(m_userFolder)) {
@@ -277,9 +277,9 @@ ProfileResult XMLFileManager::ImportFile(const std::string& path, bool overwrite
     if (IsReadOnly(name)) return Refused(kNotOverwritten);
     ProfileResult check = CheckTarget(name, overwrite);
     if (check.answer == Answer::kRefused) return check;
-    if (!check.done()) question = std::move(check);
+    if (!check.Done()) question = std::move(check);
   }
-  if (!question.done()) return question;
+  if (!question.Done()) return question;
   Profiles before = m_profiles;
   ProfileResult result;
   for (Tag& document : documents) {

@@ -27,7 +27,7 @@ struct ProfileResult {
   std::string message;             ///< may be empty when done
   std::vector<std::string> names;  ///< profiles that were written
 
-  bool done() const { return answer == Answer::kDone; }
+  bool Done() const { return answer == Answer::kDone; }
 };
 
 /// Profiles of one kind and one tool, by name. They come from the resources (read-only) and from

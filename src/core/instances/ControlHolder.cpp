@@ -5,10 +5,10 @@
 namespace orv::rws::core {
 
 ControlHolder::~ControlHolder() {
-  hold(nullptr);
+  Hold(nullptr);
 }
 
-void ControlHolder::hold(unidevice::Control* control) {
+void ControlHolder::Hold(unidevice::Control* control) {
   if (m_control) m_control->removeTarget(this);
   m_control = control;
   if (m_control) m_control->targets.push_back(this);

@@ -8,11 +8,11 @@ namespace orv::rws::core {
 /// Keeps a control in mind and forgets it when its device goes.
 class ControlHolder : public unidevice::ControlTarget {
  public:
-  explicit ControlHolder(unidevice::Control* control = nullptr) { hold(control); }
+  explicit ControlHolder(unidevice::Control* control = nullptr) { Hold(control); }
   ~ControlHolder() override;
-  void hold(unidevice::Control* control);
+  void Hold(unidevice::Control* control);
   /// Null when there is none, or no longer.
-  unidevice::Control* get() const { return m_control; }
+  unidevice::Control* Get() const { return m_control; }
   void controlGone(unidevice::Control* control) override;
 
  private:

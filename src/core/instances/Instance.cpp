@@ -51,9 +51,9 @@ class Instance::COREComboUpdater : public util::DynamicObject, public CInterface
   COREComboUpdater(Instance& instance, int elementId)
       : m_instance(instance), m_elementId(elementId) {}
   void Update(std::vector<std::string> items) override {
-    ConfigElement* const element = m_instance.m_config.find(m_elementId);
+    ConfigElement* const element = m_instance.m_config.Find(m_elementId);
     if (!element) return;
-    element->setItems(std::move(items));
+    element->SetItems(std::move(items));
     m_instance.m_host.GetMessages().Tell(ParametersChanged{m_instance.m_identity, m_elementId});
   }
 
@@ -145,7 +145,7 @@ std::intptr_t Instance::Extension(int code, void* a, void* b) {
       return CExtendable::Extension(code, a, b);
     case kAppendLabel:
       if (!a) return 0;
-      m_config.addLabel(*static_cast<const std::string*>(a));
+      m_config.AddLabel(*static_cast<const std::string*>(a));
       return 1;
     case kReservedTemplateCall:
     case kReservedTemplateCall2:
@@ -191,15 +191,15 @@ unidevice::Property* Instance::FindInput(std::string inputName) {
 }
 
 void Instance::BeginConfig() {
-  m_config.begin();
+  m_config.Begin();
 }
 
 void Instance::BeginGroup(std::string label, std::string tooltip) {
-  m_config.beginGroup(std::move(label), std::move(tooltip));
+  m_config.BeginGroup(std::move(label), std::move(tooltip));
 }
 
 void* Instance::EndGroup() {
-  return m_config.endGroup();
+  return m_config.EndGroup();
 }
 
 void Instance::AddLiveSpinner(int elementId, const std::string& label) {
@@ -209,38 +209,38 @@ void Instance::AddLiveSpinner(int elementId, const std::string& label) {
 
 void Instance::AddSpinnerInt(std::string label, std::string tooltip, int* value, int min, int max,
                              int step, int, bool asInput, Callback* cb) {
-  const int id = m_config.addSpinnerInt(label, std::move(tooltip), value, min, max, step, cb);
+  const int id = m_config.AddSpinnerInt(label, std::move(tooltip), value, min, max, step, cb);
   if (asInput) AddLiveSpinner(id, label);
 }
 
 void Instance::AddSpinner(std::string label, std::string tooltip, double* value, double min,
                           double max, double step, int decimals, bool asInput, Callback* cb) {
   const int id =
-      m_config.addSpinner(label, std::move(tooltip), value, min, max, step, decimals, cb);
-  if (m_pRig->Extension(kIsComputed, value, nullptr) == 1) m_config.find(id)->setReadOnly();
+      m_config.AddSpinner(label, std::move(tooltip), value, min, max, step, decimals, cb);
+  if (m_pRig->Extension(kIsComputed, value, nullptr) == 1) m_config.Find(id)->SetReadOnly();
   if (asInput) AddLiveSpinner(id, label);
 }
 
 void Instance::AddCheckBox(std::string label, std::string tooltip, bool* value, Callback* cb) {
-  m_config.addCheckBox(std::move(label), std::move(tooltip), value, cb);
+  m_config.AddCheckBox(std::move(label), std::move(tooltip), value, cb);
 }
 
 void Instance::AddTextBox(std::string label, std::string tooltip, std::string* value,
                           Callback* cb) {
-  m_config.addTextBox(std::move(label), std::move(tooltip), value, cb);
+  m_config.AddTextBox(std::move(label), std::move(tooltip), value, cb);
 }
 
 CInterface::ComboUpdater* Instance::AddComboBox(std::string label, std::string tooltip,
                                                 std::vector<std::string> items, int* index,
                                                 Callback* cb) {
   const int id =
-      m_config.addComboBox(std::move(label), std::move(tooltip), std::move(items), index, cb);
+      m_config.AddComboBox(std::move(label), std::move(tooltip), std::move(items), index, cb);
   m_comboUpdaters.push_back(std::make_unique<COREComboUpdater>(*this, id));
   return m_comboUpdaters.back().get();
 }
 
 void Instance::AddButton(std::string label, std::string tooltip, Callback* cb) {
-  m_config.addButton(std::move(label), std::move(tooltip), cb);
+  m_config.AddButton(std::move(label), std::move(tooltip), cb);
 }
 
 void Instance::RefreshConfig() {

@@ -75,7 +75,7 @@ void Instance::WriteRecord(Tag& out) const {
   if (m_bHasUserData) out.emplaceChild(BlobTag(kSaveData, m_userData));
 
   Tag config(kConfigProfile);
-  m_config.write(config);
+  m_config.Write(config);
   config.setAttribute(kName, m_currentProfile);
   out.emplaceChild(std::move(config));
 
@@ -127,7 +127,7 @@ std::string Instance::ReadRecord(const Element& record) {
   std::string problem;
   const Element& config = record.child(kConfigProfile);
   if (!config.isEmpty()) {
-    problem = m_config.read(config);
+    problem = m_config.Read(config);
     if (config.hasAttribute(kName)) m_currentProfile = config.attribute(kName);
   }
 
@@ -169,10 +169,10 @@ std::string Instance::ReadRecord(const Element& record) {
         util::parseNumber(tag.attribute(kEnd), span.end)) {
       m_liveSpinnerSpans.push_back(span);
       // The profile holds whole numbers only; the spinner stood between two of them.
-      ConfigElement* element = m_config.find(span.elementId);
-      if (element && element->kind() == ConfigElement::Kind::kSpinnerInt &&
-          static_cast<double>(std::lround(span.end)) == element->number())
-        element->setNumber(span.end);
+      ConfigElement* element = m_config.Find(span.elementId);
+      if (element && element->GetKind() == ConfigElement::Kind::kSpinnerInt &&
+          static_cast<double>(std::lround(span.end)) == element->GetNumber())
+        element->SetNumber(span.end);
     } else {
       problem = "the recorded values of a live spinner are damaged";
     }

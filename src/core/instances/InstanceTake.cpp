@@ -112,7 +112,7 @@ void Instance::PlanFeeds() {
     if (!track.samples.empty()) m_feeds.push_back({control, &track});
   }
   for (const auto& [id, property] : m_liveSpinners) {
-    if (ConfigElement* element = m_config.find(id)) m_liveFeeds.push_back({element, property});
+    if (ConfigElement* element = m_config.Find(id)) m_liveFeeds.push_back({element, property});
   }
 }
 
@@ -130,7 +130,7 @@ void Instance::UseTemporaryControls() {
     unidevice::Control& temporary = *m_temporaryControls[index];
     temporary.previous = temporary.current = 0.0;
     unidevice::Property& property = *m_properties.property(i);
-    m_savedControls[index].hold(property.control);
+    m_savedControls[index].Hold(property.control);
     property.bind(&temporary);
   }
 }
@@ -138,8 +138,8 @@ void Instance::UseTemporaryControls() {
 void Instance::RestoreControls() {
   for (int i = 0; i < m_plannedInputs; ++i) {
     const auto index = static_cast<std::size_t>(i);
-    m_properties.property(i)->bind(m_savedControls[index].get());
-    m_savedControls[index].hold(nullptr);
+    m_properties.property(i)->bind(m_savedControls[index].Get());
+    m_savedControls[index].Hold(nullptr);
   }
   m_properties.rebind();  // devices may have come back meanwhile
   m_host.GetMessages().Tell(InputsChanged{m_identity, InputsChanged::kAll});
@@ -168,22 +168,23 @@ void Instance::StartLiveSpinners() {
     // A parameter that still stands where the take left it goes back to where the take began.
     // Else the user has set it since, and that is where the run begins.
     for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
-      ConfigElement* element = m_config.find(span.elementId);
-      if (!element || element->number() != span.end || span.start == span.end) continue;
-      element->setNumber(span.start);
-      element->apply();
+      ConfigElement* element = m_config.Find(span.elementId);
+      if (!element || element->GetNumber() != span.end || span.start == span.end) continue;
+      element->SetNumber(span.start);
+      element->Apply();
     }
   }
   m_liveSpinnerSpans.clear();
   for (const auto& [id, property] : m_liveSpinners) {
-    if (const ConfigElement* element = m_config.find(id))
-      m_liveSpinnerSpans.push_back({id, element->number(), element->number()});
+    if (const ConfigElement* element = m_config.Find(id))
+      m_liveSpinnerSpans.push_back({id, element->GetNumber(), element->GetNumber()});
   }
 }
 
 void Instance::StopLiveSpinners() {
   for (LiveSpinnerSpan& span : m_liveSpinnerSpans) {
-    if (const ConfigElement* element = m_config.find(span.elementId)) span.end = element->number();
+    if (const ConfigElement* element = m_config.Find(span.elementId))
+      span.end = element->GetNumber();
   }
 }
 
@@ -191,8 +192,8 @@ void Instance::ApplyLiveSpinners() {
   for (const LiveFeed& feed : m_liveFeeds) {
     if (!feed.property->control) continue;
     // At rate 0 too: what the rig does about the value it does in every frame.
-    feed.element->setNumber(feed.element->number() + feed.property->control->read());
-    feed.element->apply();
+    feed.element->SetNumber(feed.element->GetNumber() + feed.property->control->read());
+    feed.element->Apply();
   }
 }
 

@@ -11,7 +11,7 @@ constexpr char kForbiddenText[] =
     "- name contains forbidden characters. \n The following characters are not allowed: \\ / : * "
     "? \" < > | . , [ ] ;";
 
-bool isControl(char c) {
+bool IsControl(char c) {
   const auto byte = static_cast<unsigned char>(c);
   return byte < 32 || byte == 127;
 }
@@ -24,7 +24,7 @@ bool IsNameAllowed(const std::string& name, std::string& problem) {
     return false;
   }
   if (name.find_first_of(kForbidden) != std::string::npos ||
-      std::any_of(name.begin(), name.end(), isControl)) {
+      std::any_of(name.begin(), name.end(), IsControl)) {
     problem = name + kForbiddenText;
     return false;
   }

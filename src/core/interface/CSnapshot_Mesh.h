@@ -32,7 +32,7 @@ struct MeshExtent {
   void Add(const util::CMesh& mesh) {
     triangles += static_cast<std::int64_t>(mesh.faces.size() / 3);
     for (const util::Vector3<double>& v : mesh.vertices)
-      if (std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z)) box.Add(v);
+      if (std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z)) box.add(v);
   }
 };
 

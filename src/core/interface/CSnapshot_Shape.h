@@ -29,7 +29,7 @@ class CSnapshot_Shape : public CExtendable {
       if (distance(1.0 * i / kSamples) < distance(1.0 * best / kSamples)) best = i;
     const double low = best > 0 ? (best - 1.0) / kSamples : 0.0;
     const double high = best < kSamples ? (best + 1.0) / kSamples : 1.0;
-    const double middle = util::LeastBetween(low, high, kRefinements, distance);
+    const double middle = util::leastBetween(low, high, kRefinements, distance);
     const double sample = 1.0 * best / kSamples;
     return distance(middle) < distance(sample) ? middle : sample;
   }

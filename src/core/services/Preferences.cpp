@@ -52,7 +52,7 @@ Element* FindElement(Element& root, const Entry& entry) {
 /// What is wrong with the file as a whole, with its path; empty when it was read, or when there is
 /// none.
 std::string ReadFile(Element& root) {
-  const std::string path = Preferences::path();
+  const std::string path = Preferences::Path();
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) return {};
   std::string problem;
@@ -62,11 +62,11 @@ std::string ReadFile(Element& root) {
 
 }  // namespace
 
-std::string Preferences::path() {
+std::string Preferences::Path() {
   return DataRoot::GetDataFolder() + "/core/preferences.xml";
 }
 
-bool Preferences::load() {
+bool Preferences::Load() {
   *this = Preferences();
   Element root;
   const std::string problem = ReadFile(root);
@@ -84,14 +84,14 @@ bool Preferences::load() {
       continue;
     }
     whole = false;
-    LogEntry(LogLevel::kWarning, path() + ": \"" + entry.name + "\" is damaged (\"" +
+    LogEntry(LogLevel::kWarning, Path() + ": \"" + entry.name + "\" is damaged (\"" +
                                      stored->text() +
-                                     "\"), so its default holds: " + text(entry.key));
+                                     "\"), so its default holds: " + Text(entry.key));
   }
   return whole;
 }
 
-bool Preferences::save(std::string* error, const std::vector<std::string>& keys) const {
+bool Preferences::Save(std::string* error, const std::vector<std::string>& keys) const {
   Tag root(kRoot);
   const std::string problem = ReadFile(root);
   if (!problem.empty()) {
@@ -111,24 +111,24 @@ bool Preferences::save(std::string* error, const std::vector<std::string>& keys)
     stored->setText(std::to_string(entry.get(*this)));
   }
   std::error_code ignored;
-  std::filesystem::create_directories(std::filesystem::path(path()).parent_path(), ignored);
-  if (root.save(path(), error)) return true;
+  std::filesystem::create_directories(std::filesystem::path(Path()).parent_path(), ignored);
+  if (root.save(Path(), error)) return true;
   if (error) *error += " (see that the data root is a folder that can be written, or name another)";
   return false;
 }
 
-std::vector<std::string> Preferences::keys() {
+std::vector<std::string> Preferences::Keys() {
   std::vector<std::string> result;
   for (const Entry& entry : kEntries) result.emplace_back(entry.key);
   return result;
 }
 
-std::string Preferences::description(const std::string& key) {
+std::string Preferences::Description(const std::string& key) {
   const Entry* entry = Find(key);
   return entry ? entry->description : std::string();
 }
 
-std::string Preferences::text(const std::string& key) const {
+std::string Preferences::Text(const std::string& key) const {
   const Entry* entry = Find(key);
   if (!entry) return {};
   const int value = entry->get(*this);
@@ -136,7 +136,7 @@ std::string Preferences::text(const std::string& key) const {
   return value ? "on" : "off";
 }
 
-bool Preferences::set(const std::string& key, const std::string& text, std::string& error) {
+bool Preferences::Set(const std::string& key, const std::string& text, std::string& error) {
   const Entry* entry = Find(key);
   if (!entry) {
     error = "there is no such preference";

@@ -6,7 +6,7 @@
 
 namespace orv::rws::core {
 
-/// The preferences. Kept in "core/preferences.xml" of the data folder, which only `save` writes; a
+/// The preferences. Kept in "core/preferences.xml" of the data folder, which only `Save` writes; a
 /// fresh object has the defaults. The core reads them at their first use.
 class Preferences {
  public:
@@ -15,22 +15,22 @@ class Preferences {
 
   /// Reads the stored preferences. False when there are none or the file is damaged (a log line
   /// tells); what could not be read has its default.
-  bool load();
+  bool Load();
   /// Stores the preferences of these keys, or all. What else the file holds stays as it is. False,
   /// with `error` naming path and reason and the file as it was, when it can't be written, or is
   /// damaged, so that it would be lost.
-  bool save(std::string* error = nullptr, const std::vector<std::string>& keys = {}) const;
+  bool Save(std::string* error = nullptr, const std::vector<std::string>& keys = {}) const;
 
   /// What people call the preferences: "countdown", "updateviewport".
-  static std::vector<std::string> keys();
+  static std::vector<std::string> Keys();
   /// What the preference of a key does; empty for an unknown key.
-  static std::string description(const std::string& key);
+  static std::string Description(const std::string& key);
   /// The value of a key; empty for an unknown one.
-  std::string text(const std::string& key) const;
+  std::string Text(const std::string& key) const;
   /// Sets the value from a text. False, with `error` saying what it must be, when it is none.
-  bool set(const std::string& key, const std::string& text, std::string& error);
+  bool Set(const std::string& key, const std::string& text, std::string& error);
 
-  static std::string path();
+  static std::string Path();
 };
 
 }  // namespace orv::rws::core

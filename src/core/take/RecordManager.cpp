@@ -64,11 +64,11 @@ void RecordManager::SetFixedFrameDuration(double duration) {
 }
 
 int RecordManager::FrameIndex(double t) const {
-  return util::FrameAtOrBefore(t, GetFrameDuration());
+  return util::frameAtOrBefore(t, GetFrameDuration());
 }
 
 double RecordManager::SnapToFrame(double t) const {
-  return util::SnapToFrame(t, GetFrameDuration());
+  return util::snapToFrame(t, GetFrameDuration());
 }
 
 double RecordManager::GetFrameTime() const {

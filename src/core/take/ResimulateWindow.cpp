@@ -89,11 +89,11 @@ void RecordManager::ResimulateWindow::OnUpdateViewport(bool on) {
   Preferences& preferences = m_manager.GetCore()->GetPreferences();
   preferences.updateViewport = on;
   std::string error;
-  if (!preferences.save(&error, {"updateviewport"})) LogEntry(LogLevel::kWarning, error);
+  if (!preferences.Save(&error, {"updateviewport"})) LogEntry(LogLevel::kWarning, error);
 }
 
 int RecordManager::ResimulateWindow::FrameAt(double t) const {
-  return static_cast<int>(util::NearestFrame(t, m_manager.GetFrameDuration()));
+  return static_cast<int>(util::nearestFrame(t, m_manager.GetFrameDuration()));
 }
 
 void RecordManager::ResimulateWindow::UpdateTexts() {

@@ -20,8 +20,8 @@ TakeState TakeUndo::StateOf(Instance& instance, bool records) {
   for (const unidevice::Property* output : instance.m_outputs)
     state.outputs.push_back(output->offset);
   for (const auto& [id, property] : instance.m_liveSpinners) {
-    if (const ConfigElement* element = instance.m_config.find(id))
-      state.liveSpinners.emplace_back(id, element->number());
+    if (const ConfigElement* element = instance.m_config.Find(id))
+      state.liveSpinners.emplace_back(id, element->GetNumber());
   }
   state.spans = instance.m_liveSpinnerSpans;
   return state;
@@ -39,10 +39,10 @@ void TakeUndo::Apply(const TakeState& state) {
   const std::size_t outputs = std::min(state.outputs.size(), instance->m_outputs.size());
   for (std::size_t i = 0; i < outputs; ++i) instance->m_outputs[i]->offset = state.outputs[i];
   for (const auto& [id, value] : state.liveSpinners) {
-    ConfigElement* element = instance->m_config.find(id);
-    if (!element || element->number() == value) continue;
-    element->setNumber(value);
-    element->apply();
+    ConfigElement* element = instance->m_config.Find(id);
+    if (!element || element->GetNumber() == value) continue;
+    element->SetNumber(value);
+    element->Apply();
   }
   instance->m_liveSpinnerSpans = state.spans;
   instance->RefreshConfig();

@@ -32,7 +32,7 @@ void CutHistory(util::AVar<T>& history, double time) {
 /// True when nothing is left. `duration` is that of a frame (s).
 template <class T>
 bool ForgetTake(util::AVar<T>& history, double time, double duration) {
-  CutHistory(history, util::FrameAfter(time, duration));
+  CutHistory(history, util::frameAfter(time, duration));
   if (!history.samples.empty() && history.samples.front().time > time - util::kFrameTolerance)
     history.samples.clear();
   return history.samples.empty();

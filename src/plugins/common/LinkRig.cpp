@@ -145,7 +145,7 @@ void LinkRig::Start(double time) {
   for (std::size_t i = 0; i < m_channels.size(); ++i) {
     InputFilterState& state = m_channels[i].filter.state;
     state = m_histories[i].At(time);
-    m_histories[i].Cut(util::FrameAfter(time, dt));
+    m_histories[i].Cut(util::frameAfter(time, dt));
     // A later start at this time finds what this one settled on, whatever stood around it.
     m_histories[i].Store(time, state);
   }

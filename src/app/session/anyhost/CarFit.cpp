@@ -43,13 +43,13 @@ constexpr double kWobble = 0.1;
 constexpr double kMostLean = 5.0;
 constexpr double kDegrees = 57.29577951308232;
 
-std::array<CoreNode*, 5> allOf(const CarModel& model) {
+std::array<CoreNode*, 5> AllOf(const CarModel& model) {
   return {model.body, model.wheels[0], model.wheels[1], model.wheels[2], model.wheels[3]};
 }
 
 // --- what can be fitted ---
 
-double largestDifference(const Matrix& a, const Matrix& b, double length) {
+double LargestDifference(const Matrix& a, const Matrix& b, double length) {
   double most = (a.translation() - b.translation()).length() / length;
   for (int i = 0; i < 3; ++i)
     most = std::max(most, (a.axisRow(i) - b.axisRow(i)).length() / a.axisRow(i).length());
@@ -57,43 +57,43 @@ double largestDifference(const Matrix& a, const Matrix& b, double length) {
 }
 
 /// Whether no translation, rotation and scale make this pose, whose axes have a length.
-bool isSheared(const Matrix& pose) {
+bool IsSheared(const Matrix& pose) {
   Matrix held = util::Quat<double>::fromMatrix(pose).toMatrix();
   const Vector lengths = pose.rowLengths();
   for (int i = 0; i < 3; ++i) held.setAxisRow(i, held.axisRow(i) * lengths[i]);
   held.setTranslation(pose.translation());
-  return largestDifference(pose, held, 1.0) > kKept;
+  return LargestDifference(pose, held, 1.0) > kKept;
 }
 
 /// Whether the model's node and the rig's hang on each other.
-Problem checkPlaces(CoreNode& node, Instance& rig) {
+Problem CheckPlaces(CoreNode& node, Instance& rig) {
   const std::string name = node.GetSceneName(), kind = rig.GetInstanceName();
   const auto inWorld = [](const std::string& who) {
     return Remedy{Remedy::Kind::kHangInWorld, who, 1.0};
   };
   for (CoreNode* own : rig.GetNodes()) {
     const std::string ownName = own->GetSceneName();
-    if (isUnder(node, *own))
+    if (IsUnder(node, *own))
       return {name, "it hangs on " + ownName + ", a node of " + kind,
               "put it under the world first", inWorld(name)};
-    if (isUnder(*own, node))
+    if (IsUnder(*own, node))
       return {name, "it carries " + ownName + ", a node of " + kind,
               "put that under the world first", inWorld(ownName)};
   }
   return {};
 }
 
-Problem checkNode(CoreNode& node, Instance& rig, double time) {
+Problem CheckNode(CoreNode& node, Instance& rig, double time) {
   const std::string name = node.GetSceneName();
   if (!node.GetTag().empty())
     return {name, "it is a node of a rig", "name a node of your own model", {}};
-  if (Problem problem = checkPlaces(node, rig)) return problem;
+  if (Problem problem = CheckPlaces(node, rig)) return problem;
   if (node.HasKeys())
     return {name,
             "it has keys of its own, which would move it away from the rig",
             "remove its animation first",
             {}};
-  const Matrix world = worldPose(node, time);
+  const Matrix world = WorldPose(node, time);
   const double volume = world.axisRow(0).cross(world.axisRow(1)).dot(world.axisRow(2));
   if (volume < 0.0)
     return {name,
@@ -102,7 +102,7 @@ Problem checkNode(CoreNode& node, Instance& rig, double time) {
             {}};
   if (!std::isnormal(volume))
     return {name, "it has a scale of 0", "give it a scale that keeps its mesh", {}};
-  if (isSheared(world))
+  if (IsSheared(world))
     return {name,
             "it is sheared by an uneven scale of a node above it, which no pose holds",
             "freeze that scale in the program that the model is from",
@@ -112,11 +112,11 @@ Problem checkNode(CoreNode& node, Instance& rig, double time) {
 
 /// World corners of the triangles of a node and of all below it, without the other nodes of the
 /// model: wheels often hang on the body.
-void addCorners(CoreNode& node, const CarModel& model, double time, std::vector<Vector>& out) {
+void AddCorners(CoreNode& node, const CarModel& model, double time, std::vector<Vector>& out) {
   if (rws::CSnapshot_Mesh* const snapshot = node.GetSnapshotMesh(time)) {
     const util::CMesh mesh = snapshot->GetMesh();
     node.ReleaseSnapshot(snapshot);
-    const Matrix world = worldPose(node, time);
+    const Matrix world = WorldPose(node, time);
     std::vector<bool> used(mesh.vertices.size());
     for (const std::int32_t corner : mesh.faces) used[static_cast<std::size_t>(corner)] = true;
     for (std::size_t i = 0; i < used.size(); ++i)
@@ -125,15 +125,15 @@ void addCorners(CoreNode& node, const CarModel& model, double time, std::vector<
   for (int i = 0; i < node.GetChildCount(); ++i) {
     const NodeHandle child = rws::core::ChildOf(node, i);
     bool named = false;
-    for (CoreNode* other : allOf(model)) named = named || child->IsSame(other);
-    if (!named) addCorners(*child, model, time, out);
+    for (CoreNode* other : AllOf(model)) named = named || child->IsSame(other);
+    if (!named) AddCorners(*child, model, time, out);
   }
 }
 
-Problem findCorners(CoreNode& node, const CarModel& model, double time,
+Problem FindCorners(CoreNode& node, const CarModel& model, double time,
                     std::vector<Vector>& corners) {
   corners.clear();
-  addCorners(node, model, time, corners);
+  AddCorners(node, model, time, corners);
   if (!corners.empty()) return {};
   return {node.GetSceneName(),
           "neither it nor a node below it has a mesh",
@@ -141,24 +141,24 @@ Problem findCorners(CoreNode& node, const CarModel& model, double time,
           {}};
 }
 
-double leanOf(const WheelMeasure& wheel, const CarFrame& frame) {
+double LeanOf(const WheelMeasure& wheel, const CarFrame& frame) {
   return std::atan2(wheel.axis.cross(frame.right).length(), std::abs(wheel.axis.dot(frame.right))) *
          kDegrees;
 }
 
-Problem measure(const CarModel& model, double time, CarFit& fit) {
+Problem Measure(const CarModel& model, double time, CarFit& fit) {
   std::vector<Vector> corners;
-  if (Problem problem = findCorners(*model.body, model, time, corners)) return problem;
+  if (Problem problem = FindCorners(*model.body, model, time, corners)) return problem;
   for (std::size_t i = 0; i < 4; ++i) {
-    if (Problem problem = findCorners(*model.wheels[i], model, time, corners)) return problem;
-    const std::string wrong = measureWheel(corners, fit.wheels[i]);
+    if (Problem problem = FindCorners(*model.wheels[i], model, time, corners)) return problem;
+    const std::string wrong = MeasureWheel(corners, fit.wheels[i]);
     if (!wrong.empty()) return {model.wheels[i]->GetSceneName(), wrong, {}, {}};
   }
-  const std::string wrong = findCarFrame(fit.wheels, fit.frame);
+  const std::string wrong = FindCarFrame(fit.wheels, fit.frame);
   if (!wrong.empty()) return {"", wrong, {}, {}};
   for (std::size_t i = 0; i < 4; ++i) {
     const std::string name = model.wheels[i]->GetSceneName();
-    const double lean = fit.leans[i] = leanOf(fit.wheels[i], fit.frame);
+    const double lean = fit.leans[i] = LeanOf(fit.wheels[i], fit.frame);
     const std::string told = "its axis leans " + util::shortText(std::round(lean * 100.0) / 100.0) +
                              " degrees against the car's";
     if (lean > kMostLean)
@@ -177,25 +177,26 @@ class CarRig {
       : m_rig(rig),
         m_adaptor(*rig.GetHost().GetAdaptor()),
         m_time(m_adaptor.GetCurrentTime()),
-        m_radiusMultiplier(rig.GetConfig().findAll("Wheel Radius Multiplier").front()->number()) {}
+        m_radiusMultiplier(
+            rig.GetConfig().FindAll("Wheel Radius Multiplier").front()->GetNumber()) {}
 
-  Problem place(const CarFrame& frame, const FourWheels& wheels);
+  Problem Place(const CarFrame& frame, const FourWheels& wheels);
   /// Hiding the rig's nodes would hide what hangs on them, so they lose their meshes.
-  void takeDisplayAway();
-  Problem carry(const CarModel& model, CarFit& fit);
+  void TakeDisplayAway();
+  Problem Carry(const CarModel& model, CarFit& fit);
 
  private:
   /// Null when the user has removed it; the body and the wheels are always there.
-  CoreNode* find(const std::string& name) { return static_cast<CoreNode*>(m_rig.FindNode(name)); }
-  Matrix poseOf(CoreNode& node) { return worldPose(node, m_time); }
+  CoreNode* Find(const std::string& name) { return static_cast<CoreNode*>(m_rig.FindNode(name)); }
+  Matrix PoseOf(CoreNode& node) { return WorldPose(node, m_time); }
 
-  Problem checkPlaced(const std::string& name, const Matrix& wanted, double length);
-  Problem placeBody(const CarFrame& frame);
-  void placeGroundHelpers(const CarFrame& frame);
-  Problem placeWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index);
-  void loseMesh(const std::string& name);
-  bool hang(CoreNode& child, CoreNode& parent);
-  Problem carryWheel(CoreNode& wheel, CoreNode& wheelMesh, CoreNode*& hub);
+  Problem CheckPlaced(const std::string& name, const Matrix& wanted, double length);
+  Problem PlaceBody(const CarFrame& frame);
+  void PlaceGroundHelpers(const CarFrame& frame);
+  Problem PlaceWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index);
+  void LoseMesh(const std::string& name);
+  bool Hang(CoreNode& child, CoreNode& parent);
+  Problem CarryWheel(CoreNode& wheel, CoreNode& wheelMesh, CoreNode*& hub);
 
   Instance& m_rig;
   rws::AdaptorInterface& m_adaptor;
@@ -203,25 +204,25 @@ class CarRig {
   double m_radiusMultiplier;
 };
 
-Problem CarRig::place(const CarFrame& frame, const FourWheels& wheels) {
-  if (Problem problem = placeBody(frame)) return problem;
-  placeGroundHelpers(frame);
+Problem CarRig::Place(const CarFrame& frame, const FourWheels& wheels) {
+  if (Problem problem = PlaceBody(frame)) return problem;
+  PlaceGroundHelpers(frame);
   for (std::size_t i = 0; i < 4; ++i)
-    if (Problem problem = placeWheel(frame, wheels[i], i)) return problem;
+    if (Problem problem = PlaceWheel(frame, wheels[i], i)) return problem;
   // The rig itself stands its wheels at their relocators, unless it remembers a take.
   m_rig.Update(m_time);
   for (std::size_t i = 0; i < 4; ++i) {
     const double radius = wheels[i].radius;
-    const Matrix wanted = frame.at(wheels[i].centre, {wheels[i].width, radius, radius});
-    if (Problem problem = checkPlaced(std::string("WheelMesh") + kSuffixes[i], wanted, radius))
+    const Matrix wanted = frame.At(wheels[i].centre, {wheels[i].width, radius, radius});
+    if (Problem problem = CheckPlaced(std::string("WheelMesh") + kSuffixes[i], wanted, radius))
       return problem;
   }
   return {};
 }
 
-Problem CarRig::checkPlaced(const std::string& name, const Matrix& wanted, double length) {
-  CoreNode& placed = *find(name);
-  if (largestDifference(wanted, poseOf(placed), length) <= kKept) return {};
+Problem CarRig::CheckPlaced(const std::string& name, const Matrix& wanted, double length) {
+  CoreNode& placed = *Find(name);
+  if (LargestDifference(wanted, PoseOf(placed), length) <= kKept) return {};
   return {placed.GetSceneName(),
           "it can't be placed on the model",
           "fit a rig that was just added",
@@ -229,75 +230,75 @@ Problem CarRig::checkPlaced(const std::string& name, const Matrix& wanted, doubl
 }
 
 /// The body with all that hangs on it; nodes of the rig in the world come along.
-Problem CarRig::placeBody(const CarFrame& frame) {
-  CoreNode& body = *find("CarBodyMesh");
+Problem CarRig::PlaceBody(const CarFrame& frame) {
+  CoreNode& body = *Find("CarBodyMesh");
   const double scale = frame.wheelbase;
-  const Matrix wanted = frame.at(frame.origin, {scale, scale, scale});
-  const Matrix change = wanted * poseOf(body).affineInverse();
+  const Matrix wanted = frame.At(frame.origin, {scale, scale, scale});
+  const Matrix change = wanted * PoseOf(body).affineInverse();
   for (CoreNode* own : m_rig.GetNodes()) {
     // What the animator has hung on his own nodes, such as the gravity on the ground, stays.
-    if (!own->IsSame(&body) && !ParentOf(*own)) setWorldPose(*own, m_time, change * poseOf(*own));
+    if (!own->IsSame(&body) && !ParentOf(*own)) SetWorldPose(*own, m_time, change * PoseOf(*own));
   }
-  setWorldPose(body, m_time, wanted);
-  return checkPlaced("CarBodyMesh", wanted, scale);
+  SetWorldPose(body, m_time, wanted);
+  return CheckPlaced("CarBodyMesh", wanted, scale);
 }
 
 /// What shows the base stands on the ground, which is as far below the body as the wheels say.
-void CarRig::placeGroundHelpers(const CarFrame& frame) {
+void CarRig::PlaceGroundHelpers(const CarFrame& frame) {
   for (const char* name : {"TurnBaseMesh", "CarBodyBaseMesh", "GravityDirectionMesh"}) {
-    CoreNode* const own = find(name);
+    CoreNode* const own = Find(name);
     if (!own) continue;
     const NodeHandle parent = ParentOf(*own);
-    if (!parent || !parent->IsSame(find("CarBodyMesh"))) continue;
-    Matrix pose = poseOf(*own);
+    if (!parent || !parent->IsSame(Find("CarBodyMesh"))) continue;
+    Matrix pose = PoseOf(*own);
     const double height = (pose.translation() - frame.origin).dot(frame.up) + frame.restHeight;
     pose.setTranslation(pose.translation() - frame.up * height);
-    setWorldPose(*own, m_time, pose);
+    SetWorldPose(*own, m_time, pose);
   }
 }
 
-Problem CarRig::placeWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index) {
+Problem CarRig::PlaceWheel(const CarFrame& frame, const WheelMeasure& wheel, std::size_t index) {
   const double radius = wheel.radius / m_radiusMultiplier;
   const Vector scale(wheel.width / rws::addon::car::kWheelWidth, radius, radius);
   const std::string name = std::string("WheelRelocatorMesh") + kSuffixes[index];
-  const Matrix wanted = frame.at(wheel.centre, scale);
-  setWorldPose(*find(name), m_time, wanted);
-  return checkPlaced(name, wanted, radius);
+  const Matrix wanted = frame.At(wheel.centre, scale);
+  SetWorldPose(*Find(name), m_time, wanted);
+  return CheckPlaced(name, wanted, radius);
 }
 
-void CarRig::loseMesh(const std::string& name) {
-  if (CoreNode* const found = find(name)) m_adaptor.TakeMeshAway(found);
+void CarRig::LoseMesh(const std::string& name) {
+  if (CoreNode* const found = Find(name)) m_adaptor.TakeMeshAway(found);
 }
 
-void CarRig::takeDisplayAway() {
-  for (const char* name : {"CarBodyMesh", "SteeringWheelMesh"}) loseMesh(name);
-  for (const char* suffix : kSuffixes) loseMesh(std::string("WheelMesh") + suffix);
+void CarRig::TakeDisplayAway() {
+  for (const char* name : {"CarBodyMesh", "SteeringWheelMesh"}) LoseMesh(name);
+  for (const char* suffix : kSuffixes) LoseMesh(std::string("WheelMesh") + suffix);
 }
 
 /// Puts `child` under `parent`. False, with nothing done, when its world pose would not stay.
-bool CarRig::hang(CoreNode& child, CoreNode& parent) {
-  if (isSheared(poseOf(parent).affineInverse() * poseOf(child))) return false;
+bool CarRig::Hang(CoreNode& child, CoreNode& parent) {
+  if (IsSheared(PoseOf(parent).affineInverse() * PoseOf(child))) return false;
   return child.SetParent(&parent);
 }
 
 /// A rig's wheel is as wide and high as the wheel, and such a scale shears what hangs on it turned.
 /// A hub that undoes the scale comes between then.
-Problem CarRig::carryWheel(CoreNode& wheel, CoreNode& wheelMesh, CoreNode*& hub) {
-  if (hang(wheel, wheelMesh)) return {};
+Problem CarRig::CarryWheel(CoreNode& wheel, CoreNode& wheelMesh, CoreNode*& hub) {
+  if (Hang(wheel, wheelMesh)) return {};
   hub = m_adaptor.CreateHub(wheel.GetSceneName() + "_Hub", &wheelMesh);
-  if (hub && hang(wheel, *hub)) return {};
+  if (hub && Hang(wheel, *hub)) return {};
   return {wheel.GetSceneName(),
           "its world pose can't be kept under " + wheelMesh.GetSceneName(),
           "freeze its scale in the program that the model is from",
           {}};
 }
 
-Problem CarRig::carry(const CarModel& model, CarFit& fit) {
+Problem CarRig::Carry(const CarModel& model, CarFit& fit) {
   for (std::size_t i = 0; i < 4; ++i) {
-    CoreNode& mesh = *find(std::string("WheelMesh") + kSuffixes[i]);
-    if (Problem problem = carryWheel(*model.wheels[i], mesh, fit.hubs[i])) return problem;
+    CoreNode& mesh = *Find(std::string("WheelMesh") + kSuffixes[i]);
+    if (Problem problem = CarryWheel(*model.wheels[i], mesh, fit.hubs[i])) return problem;
   }
-  if (hang(*model.body, *find("CarBodyMesh"))) return {};
+  if (Hang(*model.body, *Find("CarBodyMesh"))) return {};
   return {model.body->GetSceneName(),
           "its world pose can't be kept under the rig's body",
           "freeze its scale in the program that the model is from",
@@ -305,27 +306,27 @@ Problem CarRig::carry(const CarModel& model, CarFit& fit) {
 }
 
 /// Measures, and leaves the scene alone.
-Problem check(Instance& rig, const CarModel& model, CarFit& result) {
-  if (Problem problem = checkFittedRig(rig)) return problem;
+Problem Check(Instance& rig, const CarModel& model, CarFit& result) {
+  if (Problem problem = CheckFittedRig(rig)) return problem;
   const double time = rig.GetHost().GetAdaptor()->GetCurrentTime();
-  for (CoreNode* node : allOf(model))
-    if (Problem problem = checkNode(*node, rig, time)) return problem;
-  if (Problem problem = measure(model, time, result)) return problem;
-  for (Problem& odd : oddCar(result.frame, *model.body)) result.odd.push_back(std::move(odd));
+  for (CoreNode* node : AllOf(model))
+    if (Problem problem = CheckNode(*node, rig, time)) return problem;
+  if (Problem problem = Measure(model, time, result)) return problem;
+  for (Problem& odd : OddCar(result.frame, *model.body)) result.odd.push_back(std::move(odd));
   return {};
 }
 
-Problem fit(Instance& rig, const CarModel& model, CarFit& result) {
+Problem Fit(Instance& rig, const CarModel& model, CarFit& result) {
   CarRig car(rig);
-  if (Problem problem = car.place(result.frame, result.wheels)) return problem;
-  if (Problem problem = car.carry(model, result)) return problem;
-  car.takeDisplayAway();
+  if (Problem problem = car.Place(result.frame, result.wheels)) return problem;
+  if (Problem problem = car.Carry(model, result)) return problem;
+  car.TakeDisplayAway();
   return {};
 }
 
 }  // namespace
 
-Problem checkFittedRig(Instance& rig) {
+Problem CheckFittedRig(Instance& rig) {
   const std::string name = rig.GetInstanceName();
   const std::string kind = rig.GetTool()->GetDisplayId();
   if (kind != kFittedKind)
@@ -343,16 +344,16 @@ Problem checkFittedRig(Instance& rig) {
   return {};
 }
 
-CarFit fitCar(Instance& rig, const CarModel& model) {
+CarFit FitCar(Instance& rig, const CarModel& model) {
   CarFit result;
-  result.problem = check(rig, model, result);
+  result.problem = Check(rig, model, result);
   if (result.problem) return result;
   UndoBlock block(*rig.GetHost().GetAdaptor(), "Fit #" + rig.GetInstanceName());
-  result.problem = fit(rig, model, result);
+  result.problem = Fit(rig, model, result);
   if (result.problem)
     result.hubs = {};
   else
-    block.keep();
+    block.Keep();
   return result;
 }
 

@@ -36,11 +36,11 @@ struct CarFit {
 };
 
 /// Why this rig can't be fitted to any car.
-Problem checkFittedRig(rws::core::Instance& rig);
+Problem CheckFittedRig(rws::core::Instance& rig);
 
 /// Measures the model at the host's time, scales and places the rig over it and hangs the model's
 /// nodes under the rig's, where they stay in their place. The rig's own meshes go: they would be
 /// seen through the model. One undo step.
-CarFit fitCar(rws::core::Instance& rig, const CarModel& model);
+CarFit FitCar(rws::core::Instance& rig, const CarModel& model);
 
 }  // namespace orv::app

@@ -17,7 +17,7 @@ class Devices {
   Devices& operator=(const Devices&) = delete;
 
   /// Why a driver does not work; empty when all do.
-  const std::string& problem() const { return m_problem; }
+  const std::string& GetProblem() const { return m_problem; }
 
  private:
   std::string m_problem;

@@ -8,12 +8,12 @@ namespace orv::app {
 /// Indices of the frames within [from, to] seconds; a frame's time is its index times `duration`.
 struct FrameTimes {
   FrameTimes(double from, double to, double frameDuration)
-      : first(util::FirstFrameFrom(from, frameDuration)),
-        last(util::LastFrameUntil(to, frameDuration)),
+      : first(util::firstFrameFrom(from, frameDuration)),
+        last(util::lastFrameUntil(to, frameDuration)),
         duration(frameDuration) {}
 
-  long count() const { return last < first ? 0 : last - first + 1; }
-  double time(long index) const { return static_cast<double>(index) * duration; }
+  long Count() const { return last < first ? 0 : last - first + 1; }
+  double Time(long index) const { return static_cast<double>(index) * duration; }
 
   long first;
   long last;

@@ -14,45 +14,45 @@ using rws::core::Instance;
 
 namespace {
 
-bool isSame(const GroundReport& a, const GroundReport& b) {
+bool IsSame(const GroundReport& a, const GroundReport& b) {
   const auto parts = [](const GroundReport& g) {
     return std::tie(g.title, g.declaredBy, g.nodes, g.meshes, g.triangles, g.isStored, g.otherwise);
   };
   return parts(a) == parts(b);
 }
 
-std::string counted(std::int64_t count, const std::string& one, const std::string& many) {
+std::string Counted(std::int64_t count, const std::string& one, const std::string& many) {
   return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
 }  // namespace
 
-std::optional<GroundReport> groundOf(Instance& rig) {
+std::optional<GroundReport> GroundOf(Instance& rig) {
   GroundReport report;
   if (rig.GetRig()->Extension(rws::kTellGround, &report, nullptr) <= 0) return {};
   return report;
 }
 
-std::string groundText(const GroundReport& ground) {
+std::string GroundText(const GroundReport& ground) {
   const std::string title = ground.title + ": ";
   if (ground.meshes == 0) return title + ground.otherwise;
-  return title + (ground.isStored ? "the stored copy" : joined(ground.nodes)) + " (" +
-         counted(ground.meshes, "mesh", "meshes") + ", " +
-         counted(ground.triangles, "triangle", "triangles") + ")";
+  return title + (ground.isStored ? "the stored copy" : Joined(ground.nodes)) + " (" +
+         Counted(ground.meshes, "mesh", "meshes") + ", " +
+         Counted(ground.triangles, "triangle", "triangles") + ")";
 }
 
 GroundWatch::GroundWatch(rws::core::CoreImplementation& core) : m_core(core) {
-  for (Instance* rig : core.List(false)) m_before.push_back(groundOf(*rig));
+  for (Instance* rig : core.List(false)) m_before.push_back(GroundOf(*rig));
 }
 
-std::vector<std::pair<Instance*, GroundReport>> GroundWatch::changes(
+std::vector<std::pair<Instance*, GroundReport>> GroundWatch::Changes(
     const std::string& node) const {
   std::vector<std::pair<Instance*, GroundReport>> changed;
   std::size_t i = 0;
   for (Instance* rig : m_core.List(false)) {
     const auto& before = m_before.at(i++);
-    std::optional<GroundReport> now = groundOf(*rig);
-    if (!now || (before && isSame(*now, *before) && now->declaredBy != node)) continue;
+    std::optional<GroundReport> now = GroundOf(*rig);
+    if (!now || (before && IsSame(*now, *before) && now->declaredBy != node)) continue;
     changed.emplace_back(rig, *std::move(now));
   }
   return changed;

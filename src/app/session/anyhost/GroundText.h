@@ -17,16 +17,16 @@ namespace orv::app {
 
 /// What the rig meets if a take begins now, as it tells it itself; nothing for a rig that meets
 /// nothing by its nature.
-std::optional<rws::GroundReport> groundOf(rws::core::Instance& rig);
+std::optional<rws::GroundReport> GroundOf(rws::core::Instance& rig);
 /// The same in one line, without the rig's name.
-std::string groundText(const rws::GroundReport& ground);
+std::string GroundText(const rws::GroundReport& ground);
 
 /// What each rig of a scene meets, to be compared with what it meets after a change.
 class GroundWatch {
  public:
   explicit GroundWatch(rws::core::CoreImplementation& core);
   /// What the rigs meet now that meet something else than before or that tell it by `node`.
-  std::vector<std::pair<rws::core::Instance*, rws::GroundReport>> changes(
+  std::vector<std::pair<rws::core::Instance*, rws::GroundReport>> Changes(
       const std::string& node) const;
 
  private:

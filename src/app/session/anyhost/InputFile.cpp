@@ -19,17 +19,17 @@ using rws::core::Instance;
 
 namespace {
 
-std::string keyOf(const Instance& rig, const unidevice::Property& input) {
+std::string KeyOf(const Instance& rig, const unidevice::Property& input) {
   return rig.GetInstanceName() + ":" + input.name;
 }
 
 }  // namespace
 
-std::string FoundInput::name() const {
-  return keyOf(*rig, *input);
+std::string FoundInput::Name() const {
+  return KeyOf(*rig, *input);
 }
 
-FoundInput findInput(rws::core::CoreImplementation& core, const std::string& text) {
+FoundInput FindInput(rws::core::CoreImplementation& core, const std::string& text) {
   std::vector<std::string> known;
   std::vector<Instance*> holders;
   for (Instance* rig : core.List(false)) {
@@ -43,28 +43,28 @@ FoundInput findInput(rws::core::CoreImplementation& core, const std::string& tex
   if (holders.size() == 1)
     return {holders.front(), holders.front()->GetProperties().find(text), {}};
   if (holders.empty())
-    return {nullptr, nullptr, "no rig has such an input; " + hintFor(text, known, "inputs")};
+    return {nullptr, nullptr, "no rig has such an input; " + HintFor(text, known, "inputs")};
   return {nullptr, nullptr,
           "several rigs have this input; write " + holders.front()->GetInstanceName() + ":" + text +
               ", for example"};
 }
 
-std::string InputFile::load(rws::core::CoreImplementation& core, const std::string& path) {
+std::string InputFile::Load(rws::core::CoreImplementation& core, const std::string& path) {
   const auto resolve = [&core](const std::string& name) {
-    const FoundInput found = findInput(core, name);
+    const FoundInput found = FindInput(core, name);
     return unidevice::RecordedInput::Resolution{
-        found.input != nullptr, found.input ? found.name() : std::string(), found.why};
+        found.input != nullptr, found.input ? found.Name() : std::string(), found.why};
   };
   std::string error;
   if (!m_input.load(path, resolve, error)) return error;
   m_targets.clear();
-  for (const auto& column : m_input.columns) m_targets.push_back(findInput(core, column.key));
-  warnOfLargeValues(path);
+  for (const auto& column : m_input.columns) m_targets.push_back(FindInput(core, column.key));
+  WarnOfLargeValues(path);
   return {};
 }
 
 /// No control gives a value beyond 1, so one in a file is a slip more often than not; it is taken.
-void InputFile::warnOfLargeValues(const std::string& path) {
+void InputFile::WarnOfLargeValues(const std::string& path) {
   m_warnings.clear();
   for (const auto& column : m_input.columns) {
     const auto& samples = column.track.samples;
@@ -78,7 +78,7 @@ void InputFile::warnOfLargeValues(const std::string& path) {
   }
 }
 
-void InputFile::putIntoTracks() const {
+void InputFile::PutIntoTracks() const {
   constexpr double kNever = std::numeric_limits<double>::infinity();  // no memory of a rig goes
   for (std::size_t i = 0; i < m_targets.size(); ++i) {
     Instance& rig = *m_targets[i].rig;
@@ -90,14 +90,14 @@ void InputFile::putIntoTracks() const {
   }
 }
 
-unidevice::RecordedInput recordedInputs(const std::vector<Instance*>& rigs) {
+unidevice::RecordedInput RecordedInputs(const std::vector<Instance*>& rigs) {
   unidevice::RecordedInput result;
   for (Instance* rig : rigs) {
     const auto& entries = rig->GetProperties().entries;
     const auto& tracks = rig->GetTracks();
     for (std::size_t i = 0; i < entries.size() && i < tracks.size(); ++i) {
       if (tracks[i].samples.empty()) continue;
-      const std::string name = keyOf(*rig, *entries[i].second);
+      const std::string name = KeyOf(*rig, *entries[i].second);
       result.columns.push_back({name, name, tracks[i]});
     }
   }

@@ -23,29 +23,29 @@ struct FoundInput {
   std::string why;                       ///< and then why, with what there is instead
 
   /// "RIG:INPUT".
-  std::string name() const;
+  std::string Name() const;
 };
 
 /// The input of "RIG:INPUT", or of "INPUT" when exactly one rig has it.
-FoundInput findInput(rws::core::CoreImplementation& core, const std::string& text);
+FoundInput FindInput(rws::core::CoreImplementation& core, const std::string& text);
 
 /// An input file read for the rigs of a scene.
 class InputFile {
  public:
   /// Reads the file. An empty text means success; any other names line and column of what is wrong.
-  std::string load(rws::core::CoreImplementation& core, const std::string& path);
+  std::string Load(rws::core::CoreImplementation& core, const std::string& path);
 
-  const unidevice::RecordedInput& input() const { return m_input; }
+  const unidevice::RecordedInput& GetInput() const { return m_input; }
   /// What the columns drive, in their order.
-  const std::vector<FoundInput>& targets() const { return m_targets; }
+  const std::vector<FoundInput>& GetTargets() const { return m_targets; }
   /// What is odd in the file although it is taken as it stands.
-  const std::vector<std::string>& warnings() const { return m_warnings; }
+  const std::vector<std::string>& GetWarnings() const { return m_warnings; }
   /// Replaces the tracks of the file's inputs by its columns; other tracks stay. Undoable in an
   /// open block.
-  void putIntoTracks() const;
+  void PutIntoTracks() const;
 
  private:
-  void warnOfLargeValues(const std::string& path);
+  void WarnOfLargeValues(const std::string& path);
 
   unidevice::RecordedInput m_input;
   std::vector<FoundInput> m_targets;
@@ -53,6 +53,6 @@ class InputFile {
 };
 
 /// The recorded tracks of these rigs as a file's columns; inputs without a sample are left out.
-unidevice::RecordedInput recordedInputs(const std::vector<rws::core::Instance*>& rigs);
+unidevice::RecordedInput RecordedInputs(const std::vector<rws::core::Instance*>& rigs);
 
 }  // namespace orv::app

@@ -17,11 +17,11 @@ constexpr double kAlongAxis = 0.94;  ///< cosine against an axis that counts as 
 
 }  // namespace
 
-std::string metresText(double length) {
+std::string MetresText(double length) {
   return util::shortText(std::round(length * 1000.0) / 1000.0) + " m";
 }
 
-Problem oddLength(const std::string& told, double length, double least, double most,
+Problem OddLength(const std::string& told, double length, double least, double most,
                   const std::string& top) {
   for (const double unit : {0.01, 0.001, 0.0254, 100.0, 1000.0})
     if (length * unit >= least && length * unit <= most)
@@ -32,13 +32,13 @@ Problem oddLength(const std::string& told, double length, double least, double m
   return {"", told, "", {}};
 }
 
-std::vector<Problem> oddCar(const rws::addon::CarFrame& frame, rws::core::CoreNode& body) {
+std::vector<Problem> OddCar(const rws::addon::CarFrame& frame, rws::core::CoreNode& body) {
   std::string top = body.GetSceneName();
   for (auto above = rws::core::ParentOf(body); above; above = rws::core::ParentOf(*above))
     top = above->GetSceneName();
   std::vector<Problem> odd;
   if (frame.wheelbase > kMostWheelbase || frame.wheelbase < kLeastWheelbase)
-    odd.push_back(oddLength("the wheelbase is " + metresText(frame.wheelbase), frame.wheelbase,
+    odd.push_back(OddLength("the wheelbase is " + MetresText(frame.wheelbase), frame.wheelbase,
                             kUsualWheelbase, kLargeWheelbase, top));
   if (frame.up.z > kAlongAxis)
     odd.push_back({"",

@@ -19,12 +19,12 @@ class Monitor {
   explicit Monitor(Progress progress = {}, const std::atomic<bool>* cancel = nullptr)
       : m_progress(std::move(progress)), m_cancel(cancel), m_begun(Clock::now()) {}
 
-  void tell(long done, long total) const {
-    if (m_progress) m_progress(done, total, seconds());
+  void Tell(long done, long total) const {
+    if (m_progress) m_progress(done, total, Seconds());
   }
-  bool isCancelled() const { return m_cancel && *m_cancel; }
+  bool IsCancelled() const { return m_cancel && *m_cancel; }
   /// Since construction.
-  double seconds() const { return std::chrono::duration<double>(Clock::now() - m_begun).count(); }
+  double Seconds() const { return std::chrono::duration<double>(Clock::now() - m_begun).count(); }
 
  private:
   using Clock = std::chrono::steady_clock;

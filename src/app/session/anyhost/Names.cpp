@@ -7,13 +7,13 @@ namespace orv::app {
 
 namespace {
 
-std::string lower(std::string text) {
+std::string Lower(std::string text) {
   for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   return text;
 }
 
 /// Number of characters to insert, drop or exchange to make `b` of `a`.
-std::size_t editDistance(const std::string& a, const std::string& b) {
+std::size_t EditDistance(const std::string& a, const std::string& b) {
   std::vector<std::size_t> row(b.size() + 1);
   for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
   for (std::size_t i = 1; i <= a.size(); ++i) {
@@ -28,46 +28,46 @@ std::size_t editDistance(const std::string& a, const std::string& b) {
   return row[b.size()];
 }
 
-bool isNear(const std::string& wanted, const std::string& name) {
-  const std::string a = lower(wanted);
-  const std::string b = lower(name);
+bool IsNear(const std::string& wanted, const std::string& name) {
+  const std::string a = Lower(wanted);
+  const std::string b = Lower(name);
   // Single letters are names of keys, and in every word.
   if (b.size() == 1) return a.size() == 1;
   if (a.size() >= 2 && b.find(a) != std::string::npos) return true;
   if (b.size() >= 3 && a.find(b) != std::string::npos) return true;
-  return editDistance(a, b) <= (std::min(a.size(), b.size()) + 2) / 3;
+  return EditDistance(a, b) <= (std::min(a.size(), b.size()) + 2) / 3;
 }
 
 }  // namespace
 
-std::string joined(const std::vector<std::string>& values, const std::string& separator) {
+std::string Joined(const std::vector<std::string>& values, const std::string& separator) {
   std::string text;
   for (std::size_t i = 0; i < values.size(); ++i) text += (i ? separator : "") + values[i];
   return text;
 }
 
-std::string hintFor(const std::string& wanted, const std::vector<std::string>& known,
+std::string HintFor(const std::string& wanted, const std::vector<std::string>& known,
                     const std::string& kind, std::size_t most) {
   if (known.empty()) return "there are no " + kind;
   std::vector<std::string> near;
   for (const std::string& name : known)
-    if (!name.empty() && isNear(wanted, name)) near.push_back(name);
-  if (!near.empty() && near.size() <= most) return "did you mean " + joined(near, " or ") + "?";
+    if (!name.empty() && IsNear(wanted, name)) near.push_back(name);
+  if (!near.empty() && near.size() <= most) return "did you mean " + Joined(near, " or ") + "?";
   std::vector<std::string> shown(
       known.begin(), known.begin() + static_cast<std::ptrdiff_t>(std::min(most, known.size())));
   const std::size_t more = known.size() - shown.size();
-  return kind + ": " + joined(shown) + (more ? " and " + std::to_string(more) + " more" : "");
+  return kind + ": " + Joined(shown) + (more ? " and " + std::to_string(more) + " more" : "");
 }
 
-std::string fileNameOf(const std::string& path) {
+std::string FileNameOf(const std::string& path) {
   const std::size_t slash = path.find_last_of('/');
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-std::string endingOf(const std::string& path) {
-  const std::string name = fileNameOf(path);
+std::string EndingOf(const std::string& path) {
+  const std::string name = FileNameOf(path);
   const std::size_t point = name.find_last_of('.');
-  return point == std::string::npos || point == 0 ? std::string() : lower(name.substr(point));
+  return point == std::string::npos || point == 0 ? std::string() : Lower(name.substr(point));
 }
 
 }  // namespace orv::app

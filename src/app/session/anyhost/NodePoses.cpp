@@ -7,7 +7,7 @@ namespace orv::app {
 using rws::core::CoreNode;
 using util::Matrix;
 
-Matrix<double> worldPose(CoreNode& node, double time) {
+Matrix<double> WorldPose(CoreNode& node, double time) {
   Matrix<double> pose;
   if (rws::CSnapshot* const snapshot = node.GetSnapshot(time)) {
     snapshot->GetMatrix(pose.data());
@@ -16,17 +16,17 @@ Matrix<double> worldPose(CoreNode& node, double time) {
   return pose;
 }
 
-void setWorldPose(CoreNode& node, double time, const Matrix<double>& world) {
+void SetWorldPose(CoreNode& node, double time, const Matrix<double>& world) {
   if (rws::CSnapshot* const snapshot = node.GetSnapshot(time)) {
     snapshot->SetMatrix(world.data());
     node.ReleaseSnapshot(snapshot);
   }
 }
 
-bool isUnder(CoreNode& node, CoreNode& ancestor) {
+bool IsUnder(CoreNode& node, CoreNode& ancestor) {
   if (node.IsSame(&ancestor)) return true;
   const rws::core::NodeHandle parent = rws::core::ParentOf(node);
-  return parent && isUnder(*parent, ancestor);
+  return parent && IsUnder(*parent, ancestor);
 }
 
 }  // namespace orv::app

@@ -7,10 +7,10 @@
 namespace orv::app {
 
 /// World pose at `time` (s); identity for a node that is gone.
-util::Matrix<double> worldPose(rws::core::CoreNode& node, double time);
+util::Matrix<double> WorldPose(rws::core::CoreNode& node, double time);
 /// Places the node without a key; what has keys goes on following them. Undoable in an open block.
-void setWorldPose(rws::core::CoreNode& node, double time, const util::Matrix<double>& world);
+void SetWorldPose(rws::core::CoreNode& node, double time, const util::Matrix<double>& world);
 /// Whether `ancestor` is this node or above it.
-bool isUnder(rws::core::CoreNode& node, rws::core::CoreNode& ancestor);
+bool IsUnder(rws::core::CoreNode& node, rws::core::CoreNode& ancestor);
 
 }  // namespace orv::app

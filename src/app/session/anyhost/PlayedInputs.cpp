@@ -9,20 +9,20 @@
 namespace orv::app {
 
 PlayedInputs::PlayedInputs(rws::core::CoreImplementation& core, InputFile file)
-    : m_file(std::move(file)),
-      m_device(
-          new unidevice::SoftwareDevice(m_file.input(), [&core] { return core.GetFrameTime(); })) {
-  for (std::size_t i = 0; i < m_file.targets().size(); ++i) {
-    const std::string& key = m_file.input().columns[i].key;
+    : m_file(std::move(file)), m_device(new unidevice::SoftwareDevice(m_file.GetInput(), [&core] {
+        return core.GetFrameTime();
+      })) {
+  for (std::size_t i = 0; i < m_file.GetTargets().size(); ++i) {
+    const std::string& key = m_file.GetInput().columns[i].key;
     // Bound, not assigned: the mapping that is saved stays the user's.
-    m_file.targets()[i].input->bind(m_device->controlFor(key));
+    m_file.GetTargets()[i].input->bind(m_device->controlFor(key));
   }
 }
 
 PlayedInputs::~PlayedInputs() {
-  for (const FoundInput& target : m_file.targets()) target.input->bind(nullptr);
+  for (const FoundInput& target : m_file.GetTargets()) target.input->bind(nullptr);
   m_device->destroy();
-  for (const FoundInput& target : m_file.targets()) target.input->rebind();
+  for (const FoundInput& target : m_file.GetTargets()) target.input->rebind();
 }
 
 }  // namespace orv::app

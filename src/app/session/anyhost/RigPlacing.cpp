@@ -18,7 +18,7 @@ using Vector = util::Vector3<double>;
 namespace {
 
 /// Whether a node above this one is of the same rig.
-bool isCarried(CoreNode& node) {
+bool IsCarried(CoreNode& node) {
   for (auto above = rws::core::ParentOf(node); above; above = rws::core::ParentOf(*above))
     if (above->GetOwner() == node.GetOwner()) return true;
   return false;
@@ -26,21 +26,21 @@ bool isCarried(CoreNode& node) {
 
 }  // namespace
 
-void placeRig(rws::core::Instance& rig, const std::optional<Vector>& position, double scale) {
+void PlaceRig(rws::core::Instance& rig, const std::optional<Vector>& position, double scale) {
   const double now = rig.GetHost().GetAdaptor()->GetCurrentTime();
   const std::vector<CoreNode*> nodes = rig.GetNodes();
   if (nodes.empty()) return;
-  const Vector here = worldPose(*nodes.front(), now).translation();
+  const Vector here = WorldPose(*nodes.front(), now).translation();
   Matrix change;
   change.setRowLengths({scale, scale, scale});
   change.setTranslation(position.value_or(here) - here * scale);
   std::vector<CoreNode*> tops;
   for (CoreNode* node : nodes)
-    if (!isCarried(*node)) tops.push_back(node);
-  for (CoreNode* node : tops) setWorldPose(*node, now, change * worldPose(*node, now));
+    if (!IsCarried(*node)) tops.push_back(node);
+  for (CoreNode* node : tops) SetWorldPose(*node, now, change * WorldPose(*node, now));
 }
 
-std::optional<Vector> standingPlace(const rws::core::Instance& rig, const Vector& foot,
+std::optional<Vector> StandingPlace(const rws::core::Instance& rig, const Vector& foot,
                                     double scale) {
   double height = 0.0;
   if (rig.GetRig()->Extension(rws::kStandingHeight, &height, nullptr) <= 0) return {};

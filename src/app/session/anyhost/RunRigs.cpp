@@ -28,7 +28,7 @@ OnlyRigs::~OnlyRigs() {
   for (const auto& [row, checked] : m_before) row->SetChecked(checked);
 }
 
-RunResult resimulate(CoreImplementation& core, const TimeSpan& span, const Monitor& monitor) {
+RunResult Resimulate(CoreImplementation& core, const TimeSpan& span, const Monitor& monitor) {
   constexpr long kTold = 16;  // frames between two looks of the monitor's progress
   RunResult result;
   if (core.IsRecording()) return result;
@@ -37,12 +37,12 @@ RunResult resimulate(CoreImplementation& core, const TimeSpan& span, const Monit
   if (!result.began) return result;
   const double rate = core.GetFrameRate();
   const auto total = static_cast<long>(std::floor((span.to - span.from) * rate + 1e-3));
-  while (!monitor.isCancelled() && core.StepResimulation())
-    if (++result.frames % kTold == 0) monitor.tell(result.frames, total);
+  while (!monitor.IsCancelled() && core.StepResimulation())
+    if (++result.frames % kTold == 0) monitor.Tell(result.frames, total);
   core.EndResimulation();
-  result.cancelled = monitor.isCancelled();
-  result.seconds = monitor.seconds();
-  if (!result.cancelled) block.keep();
+  result.cancelled = monitor.IsCancelled();
+  result.seconds = monitor.Seconds();
+  if (!result.cancelled) block.Keep();
   return result;
 }
 
@@ -54,10 +54,10 @@ TakeRun::~TakeRun() {
   m_look.reset();
   m_ended = nullptr;
   m_result.cancelled = true;
-  if (m_block) end();
+  if (m_block) End();
 }
 
-bool TakeRun::begin(double start, double seconds, const Monitor& monitor,
+bool TakeRun::Begin(double start, double seconds, const Monitor& monitor,
                     std::function<void()> ended) {
   if (m_core.IsRecording()) return false;
   rws::AdaptorInterface& adaptor = *m_core.GetAdaptor();
@@ -77,35 +77,35 @@ bool TakeRun::begin(double start, double seconds, const Monitor& monitor,
   }
   constexpr int kLookMs = 10;  // how often its end and the monitor's flag are looked for
   m_look = std::make_unique<QTimer>();
-  QObject::connect(m_look.get(), &QTimer::timeout, [this] { look(); });
+  QObject::connect(m_look.get(), &QTimer::timeout, [this] { Look(); });
   m_look->start(kLookMs);
   return true;
 }
 
-void TakeRun::look() {
-  m_result.cancelled = m_monitor->isCancelled();
+void TakeRun::Look() {
+  m_result.cancelled = m_monitor->IsCancelled();
   if (m_result.cancelled) m_core.StopRecording();
   m_result.frames = std::lround(m_core.GetFrameTime() * m_rate) - m_first;
   if (!m_core.IsRecording())
-    end();
+    End();
   else if (m_core.GetClock() >= m_core.GetStartTime())
-    m_monitor->tell(m_result.frames, m_total);
+    m_monitor->Tell(m_result.frames, m_total);
 }
 
-void TakeRun::end() {
+void TakeRun::End() {
   if (m_look) m_look.release()->deleteLater();  // it may be its own timeout that calls
   m_core.StopRecording();
   m_core.SetTakeLength(0.0);
-  m_result.seconds = m_monitor->seconds();
+  m_result.seconds = m_monitor->Seconds();
   const double start = m_core.GetStartTime();
   m_performed = {start, std::max(start, m_core.GetFrameTime())};
-  if (!m_result.cancelled) m_block->keep();
+  if (!m_result.cancelled) m_block->Keep();
   m_block.reset();
   const auto ended = std::move(m_ended);  // the program may destroy the run in there
   if (ended) ended();
 }
 
-std::vector<StakedInput> inputsAtStake(CoreImplementation& core, double start) {
+std::vector<StakedInput> InputsAtStake(CoreImplementation& core, double start) {
   std::vector<StakedInput> result;
   for (rws::core::Instance* rig : core.List(true)) {
     const auto& entries = rig->GetProperties().entries;

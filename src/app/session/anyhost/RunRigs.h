@@ -45,7 +45,7 @@ struct RunResult {
 
 /// Steps the rigs that take part over `span` from their recorded inputs, as fast as it can, and
 /// writes the keys: one undo step.
-RunResult resimulate(rws::core::CoreImplementation& core, const TimeSpan& span,
+RunResult Resimulate(rws::core::CoreImplementation& core, const TimeSpan& span,
                      const Monitor& monitor);
 
 /// A take of a told length against the real clock, one undo step. It runs in Qt's event loop, which
@@ -60,14 +60,14 @@ class TakeRun {
 
   /// Begins at `start`, for so many `seconds` (not positive: until the core is told to stop).
   /// `ended` is called from the event loop. False, with nothing changed, when no take can begin.
-  bool begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended);
-  const RunResult& result() const { return m_result; }
+  bool Begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended);
+  const RunResult& GetResult() const { return m_result; }
   /// From its first frame to its last.
-  TimeSpan performed() const { return m_performed; }
+  TimeSpan GetPerformed() const { return m_performed; }
 
  private:
-  void look();
-  void end();
+  void Look();
+  void End();
 
   rws::core::CoreImplementation& m_core;
   std::unique_ptr<QTimer> m_look;
@@ -87,6 +87,6 @@ struct StakedInput {
 };
 
 /// What a take that begins at `start` (s) would put an absent control's zeros in the place of.
-std::vector<StakedInput> inputsAtStake(rws::core::CoreImplementation& core, double start);
+std::vector<StakedInput> InputsAtStake(rws::core::CoreImplementation& core, double start);
 
 }  // namespace orv::app

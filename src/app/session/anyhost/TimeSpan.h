@@ -15,9 +15,9 @@ inline bool operator==(const TimeSpan& a, const TimeSpan& b) {
 }
 
 /// "0 to 10 s", without what rounding adds to frames' times.
-std::string rangeText(const TimeSpan& span);
+std::string RangeText(const TimeSpan& span);
 
 /// Why frames of this time can't be numbered by the engine; empty when all is well.
-std::string checkFrameNumbers(const TimeSpan& span, double frameRate);
+std::string CheckFrameNumbers(const TimeSpan& span, double frameRate);
 
 }  // namespace orv::app

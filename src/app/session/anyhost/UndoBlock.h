@@ -27,7 +27,7 @@ class UndoBlock {
   UndoBlock(const UndoBlock&) = delete;
   UndoBlock& operator=(const UndoBlock&) = delete;
 
-  void keep() { m_kept = true; }
+  void Keep() { m_kept = true; }
 
  private:
   rws::AdaptorInterface& m_adaptor;

@@ -38,9 +38,9 @@ void BoxTree::Build(const std::vector<Box>& boxes) {
     }
     Box middles;
     const auto middleOf = [&](std::int32_t i) {
-      return boxes[static_cast<std::size_t>(i)].Middle();
+      return boxes[static_cast<std::size_t>(i)].middle();
     };
-    for (std::size_t i = task.begin; i < task.end; ++i) middles.Add(middleOf(order[i]));
+    for (std::size_t i = task.begin; i < task.end; ++i) middles.add(middleOf(order[i]));
     const Vector size = middles.high - middles.low;
     const int axis = size.x >= size.y && size.x >= size.z ? 0 : size.y >= size.z ? 1 : 2;
     const std::size_t half = task.begin + (task.end - task.begin) / 2;
@@ -65,7 +65,7 @@ void BoxTree::Refit(const std::vector<Box>& boxes) {
       continue;
     }
     node->box = m_nodes[static_cast<std::size_t>(node->child)].box;
-    node->box.Add(m_nodes[static_cast<std::size_t>(node->child) + 1].box);
+    node->box.add(m_nodes[static_cast<std::size_t>(node->child) + 1].box);
   }
 }
 
@@ -118,7 +118,7 @@ void BoxTree::FindNear(const Box& place, std::vector<std::int32_t>& out) const {
   stack[depth++] = 0;
   while (depth > 0) {
     const Node& node = m_nodes[static_cast<std::size_t>(stack[--depth])];
-    if (!node.box.Meets(place)) continue;
+    if (!node.box.meets(place)) continue;
     if (node.child < 0) {
       out.push_back(node.index);
       continue;

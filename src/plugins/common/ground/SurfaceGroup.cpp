@@ -28,7 +28,7 @@ Matrix PoseOf(CInterface& core, CNode* node, double time) {
 Box MovedBox(const Box& box, const Matrix& by) {
   Box moved;
   for (int corner = 0; corner < 8; ++corner)
-    moved.Add(
+    moved.add(
         by.transformPoint({corner & 1 ? box.high.x : box.low.x, corner & 2 ? box.high.y : box.low.y,
                            corner & 4 ? box.high.z : box.low.z}));
   const double slack = kRounding * (1.0 + moved.low.length() + moved.high.length());
@@ -60,7 +60,7 @@ void SurfaceGroup::Capture(CInterface& core, const std::vector<CNode*>& nodes, d
       if (extent.triangles > 0) member.own = extent.box;
       core.ReleaseSnapshotMesh(mesh);
     }
-    if (member.own.IsEmpty()) {
+    if (member.own.isEmpty()) {
       core.ReleaseNode(static_cast<CExtendable*>(node));
       continue;
     }

@@ -410,7 +410,7 @@ void CWheelNode::Finish(double time, double dt) {
   const double turns =
       std::min(std::floor(std::abs(spin) / car::kSpinPerKey), static_cast<double>(kMostSpinKeys));
   if (turns > 0.0) {
-    const double before = util::FrameBefore(time, dt);
+    const double before = util::frameBefore(time, dt);
     const Quat from = Quat::fromMatrix(m_relocator.ReadMatrix(before));
     for (int k = 1; k <= static_cast<int>(turns); ++k) {
       const double part = k * car::kSpinPerKey / std::abs(spin);

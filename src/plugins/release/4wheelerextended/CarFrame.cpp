@@ -17,7 +17,7 @@ constexpr double kTolerance = 0.05;
 constexpr double kRestHeight = 0.2;
 constexpr const char* kNaming = "name the wheels as front left, front right, back left, back right";
 
-double shown(double value) {
+double Shown(double value) {
   return std::round(value * 1e4) / 1e4;
 }
 
@@ -34,7 +34,7 @@ struct Corners {
   Vector skew;   ///< by which either pair of sides differs
 };
 
-std::string checkRectangle(const FourWheels& wheels, const Corners& corners) {
+std::string CheckRectangle(const FourWheels& wheels, const Corners& corners) {
   const double across = corners.right.length(), along = corners.back.length();
   const Vector x = corners.right.normalized(), z = corners.back.normalized();
   const double least = std::min(across, along);
@@ -44,7 +44,7 @@ std::string checkRectangle(const FourWheels& wheels, const Corners& corners) {
       std::abs(corners.skew.dot(z)) <= kTolerance * along && std::abs(lift) <= kTolerance * least)
     return {};
   const auto side = [&](int from, int to) {
-    return util::shortText(shown((wheels[to].centre - wheels[from].centre).length()));
+    return util::shortText(Shown((wheels[to].centre - wheels[from].centre).length()));
   };
   return "the wheels' centres are not in a rectangle within 5 %: front left to front right " +
          side(0, 1) + " m, back left to back right " + side(2, 3) + " m, left side " + side(0, 2) +
@@ -54,7 +54,7 @@ std::string checkRectangle(const FourWheels& wheels, const Corners& corners) {
 
 }  // namespace
 
-util::Matrix<double> CarFrame::at(const Vector& place, const Vector& scale) const {
+util::Matrix<double> CarFrame::At(const Vector& place, const Vector& scale) const {
   util::Matrix<double> pose;
   pose.setAxisRow(0, right * scale.x);
   pose.setAxisRow(1, up * scale.y);
@@ -63,14 +63,14 @@ util::Matrix<double> CarFrame::at(const Vector& place, const Vector& scale) cons
   return pose;
 }
 
-std::string findCarFrame(const FourWheels& wheels, CarFrame& frame) {
+std::string FindCarFrame(const FourWheels& wheels, CarFrame& frame) {
   std::array<Vector, 4> centres, bottoms;
   double radius = 0.0;
   for (std::size_t i = 0; i < 4; ++i) {
     centres[i] = wheels[i].centre;
     radius += wheels[i].radius * 0.25;
   }
-  const std::string wrong = checkRectangle(wheels, Corners(centres));
+  const std::string wrong = CheckRectangle(wheels, Corners(centres));
   if (!wrong.empty()) return wrong;
   bottoms = centres;
   // The plane below wheels of two sizes leans against that of their centres, which moves the points

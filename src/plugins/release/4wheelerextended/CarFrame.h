@@ -25,12 +25,12 @@ struct CarFrame {
   double restHeight = 0.0;
 
   /// Pose of the frame at `place` with its axes stretched by `scale`.
-  util::Matrix<double> at(const util::Vector3<double>& place,
+  util::Matrix<double> At(const util::Vector3<double>& place,
                           const util::Vector3<double>& scale) const;
 };
 
 /// Up stands on the plane that the four wheels stand on, so wheels of two sizes are no slope. An
 /// empty text means success; any other says why these are not the wheels of a car.
-std::string findCarFrame(const FourWheels& wheels, CarFrame& frame);
+std::string FindCarFrame(const FourWheels& wheels, CarFrame& frame);
 
 }  // namespace orv::rws::addon

@@ -47,7 +47,7 @@ void CCarCamObject::Start(double time) {
     Reset(time);
   else
     Resume(time);
-  m_memory.Cut(util::FrameAfter(time, m_pInterface->GetFrameDuration()));
+  m_memory.Cut(util::frameAfter(time, m_pInterface->GetFrameDuration()));
   if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
   WarnOfTarget();
   m_hideModes.Start();
@@ -57,7 +57,7 @@ void CCarCamObject::Forget(double time) {
   if (m_memory.dStartTime > time - util::kFrameTolerance)
     m_memory = CarMemory();
   else
-    m_memory.Cut(util::FrameAfter(time, m_pInterface->GetFrameDuration()));
+    m_memory.Cut(util::frameAfter(time, m_pInterface->GetFrameDuration()));
   m_gauges.velocity = m_gauges.velocityPercent = 0.0;
 }
 
@@ -76,7 +76,7 @@ double CCarCamObject::StartGas(double time) const {
   const double pedal = cCarCam.input[kGasPedal];
   if (std::abs(pedal) > kStartInput) return pedal * maximum;
   const Matrix now = m_body.ReadMatrix(time),
-               before = m_body.ReadMatrix(util::FrameBefore(time, dt));
+               before = m_body.ReadMatrix(util::frameBefore(time, dt));
   // Of the foot: a body that has just been settled leans about that.
   const auto foot = [&](const Matrix& body) {
     return body.translation() - body.axisRow(1).normalized() * cCarCam.geometry.dHeight;
@@ -147,7 +147,7 @@ void CCarCamObject::ReadExternalForce(double before) {
 
 void CCarCamObject::Step(double time) {
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = util::FrameBefore(time, dt);
+  const double before = util::frameBefore(time, dt);
   ReadInputs();
   if (m_settings.bAutonomousMode)
     cCarCam.SteerTowards(m_target.ReadMatrix(before).translation(), dt);

@@ -29,7 +29,7 @@ constexpr double kMostSide = util::kPi / 3.0 * 1.03;
 // --- the axis ---
 
 /// From the corner that lies least far along `direction` to the one that lies farthest.
-Vector across(const Points& points, const Vector& direction, std::size_t stride = 1) {
+Vector Across(const Points& points, const Vector& direction, std::size_t stride = 1) {
   double low = std::numeric_limits<double>::infinity(), high = -low;
   std::size_t first = 0, last = 0;
   for (std::size_t i = 0; i < points.size(); i += stride) {
@@ -40,7 +40,7 @@ Vector across(const Points& points, const Vector& direction, std::size_t stride 
   return points[last] - points[first];
 }
 
-Vector coarseAxis(const Points& points) {
+Vector CoarseAxis(const Points& points) {
   const std::size_t stride = points.size() / kCoarseCorners + 1;
   const double turn = util::kPi * (3.0 - std::sqrt(5.0));
   Vector best;
@@ -48,7 +48,7 @@ Vector coarseAxis(const Points& points) {
   for (int i = 0; i < kDirections; ++i) {
     const double z = (i + 0.5) / kDirections, r = std::sqrt(1.0 - z * z);
     const Vector direction(r * std::cos(turn * i), r * std::sin(turn * i), z);
-    const double extent = across(points, direction, stride).dot(direction);
+    const double extent = Across(points, direction, stride).dot(direction);
     if (extent < least) least = extent, best = direction;
   }
   return best;
@@ -56,7 +56,7 @@ Vector coarseAxis(const Points& points) {
 
 /// Where in [-kNear, kNear] a convex function is least, by golden section.
 template <class Function>
-double whereLeast(const Function& function) {
+double WhereLeast(const Function& function) {
   constexpr double kGolden = 0.6180339887498949;
   double from = -kNear, to = kNear;
   double a = to - kGolden * (to - from), b = from + kGolden * (to - from);
@@ -77,7 +77,7 @@ double whereLeast(const Function& function) {
 /// The direction of least extent in the plane that touches the sphere at `axis`. The extent is
 /// convex there, the greatest of one linear function per pair of corners; those that count are
 /// collected one by one.
-Vector leastNear(const Points& points, const Vector& axis, double size) {
+Vector LeastNear(const Points& points, const Vector& axis, double size) {
   const Vector away = std::abs(axis.x) < 0.6 ? Vector(1, 0, 0) : Vector(0, 1, 0);
   const Vector u = axis.cross(away).normalized(), v = axis.cross(u);
   struct Cut {
@@ -92,23 +92,23 @@ Vector leastNear(const Points& points, const Vector& axis, double size) {
   double a = 0.0, b = 0.0;
   for (int i = 0; i < kMostCuts; ++i) {
     const Vector direction = axis + u * a + v * b;
-    const Vector pair = across(points, direction);
+    const Vector pair = Across(points, direction);
     if (i > 0 && pair.dot(direction) - known(a, b) <= kSettled * size) break;
     cuts.push_back({pair.dot(axis), pair.dot(u), pair.dot(v)});
     const auto bestB = [&](double at) {
-      return whereLeast([&](double other) { return known(at, other); });
+      return WhereLeast([&](double other) { return known(at, other); });
     };
-    a = whereLeast([&](double at) { return known(at, bestB(at)); });
+    a = WhereLeast([&](double at) { return known(at, bestB(at)); });
     b = bestB(a);
   }
   return (axis + u * a + v * b).normalized();
 }
 
-Vector findAxis(const Points& points, double size) {
-  Vector axis = coarseAxis(points);
+Vector FindAxis(const Points& points, double size) {
+  Vector axis = CoarseAxis(points);
   for (int i = 0; i < kMostRounds; ++i) {
     const Vector before = axis;
-    axis = leastNear(points, axis, size);
+    axis = LeastNear(points, axis, size);
     if ((axis - before).length() <= kSettled) break;
   }
   return axis;
@@ -121,45 +121,45 @@ struct Flat {
   friend Flat operator-(const Flat& a, const Flat& b) { return {a.x - b.x, a.y - b.y}; }
 };
 
-double cross(const Flat& a, const Flat& b) {
+double Cross(const Flat& a, const Flat& b) {
   return a.x * b.y - a.y * b.x;
 }
 
-double lengthOf(const Flat& a) {
+double LengthOf(const Flat& a) {
   return std::hypot(a.x, a.y);
 }
 
 struct Circle {
   Flat centre;
   double radius = 0.0;
-  bool holds(const Flat& point) const {
-    return lengthOf(point - centre) <= radius * (1.0 + kSettled);
+  bool Holds(const Flat& point) const {
+    return LengthOf(point - centre) <= radius * (1.0 + kSettled);
   }
 };
 
 /// Through two or three points; a radius of 0 when there is none.
-Circle through(const std::vector<Flat>& on) {
+Circle Through(const std::vector<Flat>& on) {
   const Flat a = on[1] - on[0];
   Flat middle{a.x * 0.5, a.y * 0.5};
   if (on.size() == 3) {
     const Flat b = on[2] - on[0];
-    const double d = 2.0 * cross(a, b);
+    const double d = 2.0 * Cross(a, b);
     if (d == 0.0) return {};
     const double aa = a.x * a.x + a.y * a.y, bb = b.x * b.x + b.y * b.y;
     middle = {(b.y * aa - a.y * bb) / d, (a.x * bb - b.x * aa) / d};
   }
-  return {{on[0].x + middle.x, on[0].y + middle.y}, lengthOf(middle)};
+  return {{on[0].x + middle.x, on[0].y + middle.y}, LengthOf(middle)};
 }
 
 /// The least circle round up to four points; `rim` becomes the two or three that it goes through.
-Circle leastRoundFew(std::vector<Flat>& rim) {
+Circle LeastRoundFew(std::vector<Flat>& rim) {
   const std::vector<Flat> points = rim;
   const std::size_t n = points.size();
   Circle best;
   const auto consider = [&](const std::vector<Flat>& on) {
-    const Circle circle = through(on);
+    const Circle circle = Through(on);
     if (circle.radius == 0.0 || (best.radius > 0.0 && circle.radius >= best.radius)) return;
-    if (!std::all_of(points.begin(), points.end(), [&](const Flat& p) { return circle.holds(p); }))
+    if (!std::all_of(points.begin(), points.end(), [&](const Flat& p) { return circle.Holds(p); }))
       return;
     best = circle;
     rim = on;
@@ -173,17 +173,17 @@ Circle leastRoundFew(std::vector<Flat>& rim) {
 }
 
 /// The least circle round all points: takes in the farthest one until none is left outside.
-Circle leastRound(const std::vector<Flat>& points) {
+Circle LeastRound(const std::vector<Flat>& points) {
   std::vector<Flat> rim{points.front()};
   Circle circle{points.front(), 0.0};
   for (;;) {
     const Flat& farthest =
         *std::max_element(points.begin(), points.end(), [&](const Flat& a, const Flat& b) {
-          return lengthOf(a - circle.centre) < lengthOf(b - circle.centre);
+          return LengthOf(a - circle.centre) < LengthOf(b - circle.centre);
         });
-    if (circle.holds(farthest)) return circle;
+    if (circle.Holds(farthest)) return circle;
     rim.push_back(farthest);
-    const Circle wider = leastRoundFew(rim);
+    const Circle wider = LeastRoundFew(rim);
     if (!(wider.radius > circle.radius)) return circle;  // rounding is all that is left
     circle = wider;
   }
@@ -191,7 +191,7 @@ Circle leastRound(const std::vector<Flat>& points) {
 
 /// Corners of the convex outline, counter-clockwise; what lies on its sides but for `tolerance` is
 /// no corner.
-std::vector<Flat> outlineOf(std::vector<Flat> points, double tolerance) {
+std::vector<Flat> OutlineOf(std::vector<Flat> points, double tolerance) {
   std::sort(points.begin(), points.end(),
             [](const Flat& a, const Flat& b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
   std::vector<Flat> outline;
@@ -201,7 +201,7 @@ std::vector<Flat> outlineOf(std::vector<Flat> points, double tolerance) {
       while (outline.size() >= start + 2) {
         const Flat& before = outline[outline.size() - 2];
         const Flat side = *point - before;
-        if (cross(outline.back() - before, side) > tolerance * lengthOf(side)) break;
+        if (Cross(outline.back() - before, side) > tolerance * LengthOf(side)) break;
         outline.pop_back();
       }
       outline.push_back(*point);
@@ -214,24 +214,24 @@ std::vector<Flat> outlineOf(std::vector<Flat> points, double tolerance) {
 }
 
 /// How much nearer to its middle than its radius the outline comes, part of the radius.
-double unevennessOf(const std::vector<Flat>& points, const Circle& circle) {
-  const std::vector<Flat> outline = outlineOf(points, circle.radius * 1e-6);
+double UnevennessOf(const std::vector<Flat>& points, const Circle& circle) {
+  const std::vector<Flat> outline = OutlineOf(points, circle.radius * 1e-6);
   double nearest = circle.radius;
   for (std::size_t i = 0; i < outline.size(); ++i) {
     const Flat a = outline[i] - circle.centre;
     const Flat b = outline[(i + 1) % outline.size()] - circle.centre;
-    nearest = std::min(nearest, lengthOf(a));
+    nearest = std::min(nearest, LengthOf(a));
     // Sides as long as those of a box are no facets of a round thing.
-    const double angle = std::atan2(cross(a, b), a.x * b.x + a.y * b.y);
+    const double angle = std::atan2(Cross(a, b), a.x * b.x + a.y * b.y);
     if (angle < 0.0 || angle > kMostSide)
-      nearest = std::min(nearest, std::abs(cross(a, b)) / lengthOf(b - a));
+      nearest = std::min(nearest, std::abs(Cross(a, b)) / LengthOf(b - a));
   }
   return 1.0 - nearest / circle.radius;
 }
 
 }  // namespace
 
-std::string measureWheel(const std::vector<Vector>& corners, WheelMeasure& wheel) {
+std::string MeasureWheel(const std::vector<Vector>& corners, WheelMeasure& wheel) {
   if (corners.empty()) return "it has no mesh";
   // Near the origin no digits are lost to a place far from it.
   const Vector origin = corners.front();
@@ -243,7 +243,7 @@ std::string measureWheel(const std::vector<Vector>& corners, WheelMeasure& wheel
     size = std::max(size, points.back().length());
   }
   if (!std::isnormal(size)) return "its mesh has no size";
-  wheel.axis = findAxis(points, size);
+  wheel.axis = FindAxis(points, size);
   const Vector away = std::abs(wheel.axis.x) < 0.6 ? Vector(1, 0, 0) : Vector(0, 1, 0);
   const Vector u = wheel.axis.cross(away).normalized(), v = wheel.axis.cross(u);
   std::vector<Flat> flat;
@@ -254,13 +254,13 @@ std::string measureWheel(const std::vector<Vector>& corners, WheelMeasure& wheel
     high = std::max(high, point.dot(wheel.axis));
     flat.push_back({point.dot(u), point.dot(v)});
   }
-  const Circle circle = leastRound(flat);
+  const Circle circle = LeastRound(flat);
   wheel.width = high - low;
   wheel.radius = circle.radius;
   wheel.centre =
       origin + wheel.axis * ((low + high) * 0.5) + u * circle.centre.x + v * circle.centre.y;
   if (wheel.width <= 1e-6 * size) return "its mesh is flat: a wheel has a width";
-  wheel.unevenness = unevennessOf(flat, circle);
+  wheel.unevenness = UnevennessOf(flat, circle);
   if (wheel.unevenness > kMostUneven) {
     const double percent = std::round(wheel.unevenness * 1000.0) / 10.0;
     return "it is no disc, or one that is wider than its diameter: seen along its thinnest "

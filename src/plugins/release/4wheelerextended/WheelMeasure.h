@@ -24,6 +24,6 @@ inline constexpr double kMostUneven = 0.05;
 /// nothing depends on how its node is turned or scaled, nor on where its corners lie dense. The
 /// outline counts at its corners: a wheel of six sides or more is as round as its corners are.
 /// An empty text means success; any other says why this is no wheel.
-std::string measureWheel(const std::vector<util::Vector3<double>>& corners, WheelMeasure& wheel);
+std::string MeasureWheel(const std::vector<util::Vector3<double>>& corners, WheelMeasure& wheel);
 
 }  // namespace orv::rws::addon

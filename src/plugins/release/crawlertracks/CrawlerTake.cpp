@@ -200,7 +200,7 @@ void CrawlerTracks::BuildSteps(double time) {
 /// stands as the scene and the memory have it; a new one was settled when it was laid.
 void CrawlerTracks::Settle(double time) {
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = util::FrameBefore(time, dt);
+  const double before = util::frameBefore(time, dt);
   const auto& memory = m_track->steps.front()->linVelocity.samples;
   const bool goesOn = !memory.empty() && memory.front().time <= time + util::kFrameTolerance;
   m_isNew = !goesOn;
@@ -375,7 +375,7 @@ void CrawlerTracks::CarryAlong(double before, double time) {
 void CrawlerTracks::Step(double time) {
   if (!m_isRunning) return;
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = util::FrameBefore(time, dt);
+  const double before = util::frameBefore(time, dt);
   m_world->Tune(m_settings, WorldStep());
   m_world->SetGravity(GravityAt(before));
   ReadFrame(before, time);

@@ -48,7 +48,7 @@ void CCollisionNode::BeginFrame(double time) {
 
 void CCollisionNode::Add(CSnapshot_Mesh* mesh, int moving, CNode* node, double time) {
   const Matrix now = PoseOf(node, time);
-  const Matrix before = PoseOf(node, util::FrameBefore(time, Core().GetFrameDuration()));
+  const Matrix before = PoseOf(node, util::frameBefore(time, Core().GetFrameDuration()));
   const bool moves = now != before && before.affineInverse()[15] != 0.0;
   m_surfaces.push_back({mesh, moving, moves ? now * before.affineInverse() : Matrix(), moves});
   m_anyMoves = m_anyMoves || moves;

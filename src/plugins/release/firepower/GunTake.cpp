@@ -64,7 +64,7 @@ void Firepower::Start(double time) {
   PushVariableUndo(*m_pInterface, m_logic.fireOffline);
   if (!IsComplete()) TellError(kErrorWhenStarting);
   const double dt = m_pInterface->GetFrameDuration();
-  const double first = util::FrameAfter(time, dt), before = util::FrameBefore(first, dt);
+  const double first = util::frameAfter(time, dt), before = util::frameBefore(first, dt);
   m_memory.Cut(first);
   m_state = m_memory.Resume(before);
   RemoveBulletsAfter(time);
@@ -75,7 +75,7 @@ void Firepower::Start(double time) {
 }
 
 void Firepower::Forget(double time) {
-  m_memory.Cut(util::FrameAfter(time, m_pInterface->GetFrameDuration()));
+  m_memory.Cut(util::frameAfter(time, m_pInterface->GetFrameDuration()));
   while (!bullets.empty() && bullets.back().creationTime > time + util::kFrameTolerance)
     bullets.pop_back();
   m_logic.timeDelayFire = m_logic.fireOffline = false;
@@ -187,7 +187,7 @@ void Firepower::Step(double time) {
 
 void Firepower::AdvanceBullets(double time, double dt) {
   for (const int index : m_overdue)
-    bullets[static_cast<std::size_t>(index)].Rest(*m_pInterface, util::FrameBefore(time, dt), time);
+    bullets[static_cast<std::size_t>(index)].Rest(*m_pInterface, util::frameBefore(time, dt), time);
   m_overdue.clear();
   if (m_living.empty()) return;
   m_collision.BeginFrame(time);
@@ -211,7 +211,7 @@ void Firepower::AdvanceBullets(double time, double dt) {
 // --- firing ---
 
 Firepower::GunPose Firepower::ReadGun(double time, double dt) const {
-  const Matrix now = BarrelAtRest(time), before = BarrelAtRest(util::FrameBefore(time, dt));
+  const Matrix now = BarrelAtRest(time), before = BarrelAtRest(util::frameBefore(time, dt));
   return {-now.axisRow(2).normalized(), (now.translation() - before.translation()) / dt,
           m_template.IsBound() ? m_template.ReadMatrix(time) : now};
 }
@@ -255,7 +255,7 @@ void Firepower::Fire(const GunPose& gun, double time, double dt) {
   birth.axisTurn = 2.0 * util::kPi * draw(Chance::kSpinAxisTurn);
   birth.length = s.length;
   Bullet bullet(number, node, time, birth);
-  bullet.Appear(*m_pInterface, std::max(util::FrameBefore(time, dt), m_takeStart), s, Rules(), dt);
+  bullet.Appear(*m_pInterface, std::max(util::frameBefore(time, dt), m_takeStart), s, Rules(), dt);
   m_living.push_back(static_cast<int>(bullets.size()));
   bullets.push_back(std::move(bullet));
 }

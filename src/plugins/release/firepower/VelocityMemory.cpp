@@ -58,7 +58,7 @@ Vector VelocityMemory::At(double time) const {
   if (mark == m_marks.end()) return {};
   const Span& span = *LatestAt(m_spans, mark->time);
   Flight flight{{}, mark->velocity};
-  for (auto frames = util::NearestFrame(until - mark->time, span.duration); frames > 0; --frames)
+  for (auto frames = util::nearestFrame(until - mark->time, span.duration); frames > 0; --frames)
     flight.Free(span.rules, span.duration);
   return flight.velocity;
 }

@@ -114,7 +114,7 @@ CMotionFilterCamObject::CMotionFilterCamNode::CMotionFilterCamNode(CMotionFilter
 
 void CMotionFilterCamObject::CMotionFilterCamNode::Step(double time) {
   double dt = Core().GetFrameDuration();
-  const double before = util::FrameBefore(time, dt);
+  const double before = util::frameBefore(time, dt);
   Transform current = Transform::fromMatrix(ReadMatrix(before));
   const Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
   if (const auto cut = FindCut(m_rig.m_attachedCam, before, target, settings.jumpThreshold)) {
@@ -167,7 +167,7 @@ void CMotionFilterCamObject::Start(double time) {
     m_followCam.linearVelocity = memory.position;
     m_followCam.angularVelocity = AngularVelocity(memory);
   }
-  CutHistory(history, util::FrameAfter(time, m_pInterface->GetFrameDuration()));
+  CutHistory(history, util::frameAfter(time, m_pInterface->GetFrameDuration()));
   m_memory.bFirstTime = false;
   // A later start at this time finds the same velocities, also where this one was a first time.
   StoreVelocities(time);

@@ -127,7 +127,7 @@ bool CCarriageNode::HasPassed(double u, double v, double w) const {
 // --- the take's start ---
 
 void CCarriageNode::Forget(double time) {
-  const double after = util::FrameAfter(time, Core().GetFrameDuration());
+  const double after = util::frameAfter(time, Core().GetFrameDuration());
   CutHistory(memory.currentSpeed, after);
   CutHistory(memory.dCurrentCarriageSpeed_Avar, after);
   CutHistory(memory.speedMem, after);
@@ -139,7 +139,7 @@ void CCarriageNode::Forget(double time) {
 
 void CCarriageNode::Start(double time) {
   const double dt = Core().GetFrameDuration();
-  const double before = util::FrameBefore(time, dt), after = util::FrameAfter(time, dt);
+  const double before = util::frameBefore(time, dt), after = util::frameAfter(time, dt);
   CarriageMemory& m = memory;
   const Matrix pose = ReadMatrix(time);
   m_started = time;
@@ -231,7 +231,7 @@ CCarriageNode::Frame CCarriageNode::BeginFrame(double time) const {
   Frame frame{};
   frame.time = time;
   frame.dt = Core().GetFrameDuration();
-  frame.before = std::max(util::FrameBefore(time, frame.dt), m_started);
+  frame.before = std::max(util::frameBefore(time, frame.dt), m_started);
   m_rail.nodeSpline.SetTime(time);
   frame.path = ChoosePath();
   frame.reference = m_rail.referenceFrame.ReadMatrix(time);

@@ -322,7 +322,7 @@ double CCurve::Closest(const Vector& point) {
   // Between the neighbours of the closest sample the distance has one minimum.
   const double low = m_sampleChords[best > 0 ? best - 1 : 0];
   const double high = m_sampleChords[std::min(best + 1, m_sampleChords.size() - 1)];
-  const double middle = util::LeastBetween(low, high, kRefinements, distance);
+  const double middle = util::leastBetween(low, high, kRefinements, distance);
   return distance(middle) < least ? ArcAt(middle) : m_sampleArcs[best];
 }
 

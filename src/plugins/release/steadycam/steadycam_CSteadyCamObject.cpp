@@ -70,7 +70,7 @@ CSteadyCamObject::CSteadyCamNode::CSteadyCamNode(CSteadyCamObject& rig)
 
 void CSteadyCamObject::CSteadyCamNode::Step(double time) {
   double dt = Core().GetFrameDuration();
-  const double before = util::FrameBefore(time, dt);
+  const double before = util::frameBefore(time, dt);
   Transform current = Transform::fromMatrix(ReadMatrix(before));
   Transform target = Transform::fromMatrix(m_rig.m_attachedCam.ReadMatrix(time));
   if (const auto cut = FindCut(m_rig.m_attachedCam, before, target, settings.jumpThreshold)) {
@@ -106,7 +106,7 @@ void CSteadyCamObject::Start(double time) {
   m_followCam.firstStage = history.value(time);
   if (m_memory.bFirstTime)
     m_followCam.firstStage = Transform::fromMatrix(m_attachedCam.ReadMatrix(time));
-  CutHistory(history, util::FrameAfter(time, m_pInterface->GetFrameDuration()));
+  CutHistory(history, util::frameAfter(time, m_pInterface->GetFrameDuration()));
   m_memory.bFirstTime = false;
   // A later start at this time finds the same first stage, also where this one was a first time.
   history.set(time, m_followCam.firstStage);

@@ -384,7 +384,7 @@ void CTemplateObject::Start(double time) {
       Value(i) = Before(i) = m_programs[index].expression.Evaluate();
     }
   }
-  const double next = util::FrameAfter(time, m_pInterface->GetFrameDuration());
+  const double next = util::frameAfter(time, m_pInterface->GetFrameDuration());
   for (int i = 0; i < count; ++i) {
     CutHistory(m_memory.histories[static_cast<std::size_t>(i)], next);
     Remember(i, time);
@@ -408,7 +408,7 @@ void CTemplateObject::Step(double time) {
   FillSettings(time);
   for (std::size_t i = 0; i < m_inputs.size(); ++i)
     m_values[static_cast<std::size_t>(d.InputSlot()) + i] = m_inputs[i]->read();
-  const double before = util::FrameBefore(time, m_pInterface->GetFrameDuration());
+  const double before = util::frameBefore(time, m_pInterface->GetFrameDuration());
   const int count = static_cast<int>(d.outputs.size());
   for (int i = 0; i < count; ++i)
     if (d.outputs[static_cast<std::size_t>(i)].isRemembered)
