@@ -84,8 +84,8 @@ class LinkRig : public Rig {
 
  private:
   struct Settings {
-    bool hideHelpers = false;
-    bool hideHelpersDuringRecording = false;
+    bool hideHelpers = false;                 ///< cage and actuator
+    bool hideHelpersDuringRecording = false;  ///< the same ones, in takes and resimulations
   };
   enum Own { kMoreModes, kMore, kChannels };
 

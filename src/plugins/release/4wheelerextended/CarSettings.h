@@ -80,11 +80,11 @@ struct CarSettings {
   // General modes
   bool bHideHelpers = false;                 ///< helper nodes are never seen
   bool bHideHelpersDuringRecording = false;  ///< nor in a take
-  bool bHideFollowCam = true;
-  bool bHideDriverCam = true;
-  bool bHideTopViewCam = true;
-  bool bSaveDynamicData = true;         ///< a take within an earlier one goes on from there
-  bool bKeyframeOnlyEssential = false;  ///< cameras and wheel helpers get no keys
+  bool bHideFollowCam = true;                ///< always, as each of the two below
+  bool bHideDriverCam = true;                ///< the camera within the car
+  bool bHideTopViewCam = true;               ///< the camera above the car
+  bool bSaveDynamicData = true;              ///< a take within an earlier one goes on from there
+  bool bKeyframeOnlyEssential = false;       ///< cameras and wheel helpers get no keys
   // Autonomous mode
   bool bAutonomousMode = false;             ///< drives to the target; the inputs add to that
   double dFollowAccelerationMult = 0.5;     ///< gas per body scale of distance, [0.01, 30]

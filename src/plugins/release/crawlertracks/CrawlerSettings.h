@@ -21,13 +21,13 @@ struct CrawlerSettings : BeltTuning {
   double trackGap = 0.0;         ///< between two steps (units of the Frame)
   double trackDensity = 1000.0;  ///< mass of a step by the volume of its box, in units of the Frame
   // Of the next wheel to be added.
-  bool staticWheel = false;
-  bool innerWheel = true;
-  bool trackWheel = true;
+  bool staticWheel = false;  ///< does not turn with the driveWheel
+  bool innerWheel = true;    ///< the belt runs round it; off: along its outside
+  bool trackWheel = true;    ///< the belt's line is laid round it
 
-  bool hideHelpers = false;
-  bool hideHelpersDuringRecording = false;
-  bool hideTrackText = false;
+  bool hideHelpers = false;                 ///< TemplateStep, GravityDirection and the text
+  bool hideHelpersDuringRecording = false;  ///< the same ones, in takes and resimulations
+  bool hideTrackText = false;               ///< the text that tells where forward is
 
   /// The part of the save data that holds these boxes.
   static constexpr int kSavedBoxes = 1;

@@ -34,7 +34,7 @@ class CDirectInputLinkObject : public LinkRig {
 
  private:
   struct Settings {
-    bool hideCamera = false;
+    bool hideCamera = false;  ///< always, in takes and out of them
   };
 
   Settings m_settings;

@@ -26,8 +26,8 @@ struct GunSettings {
   double deltaValue = 0.2;     ///< step off a surface after a hit (m), above 0
   double length = 4.0;         ///< of the barrel, in its own scale (m)
 
-  bool pitchBullet = false;
-  bool rotateBullet = false;
+  bool pitchBullet = false;             ///< its axis follows the velocity; off: as at the muzzle
+  bool rotateBullet = false;            ///< it spins; the three below say how
   double angularVelocity = 10.0;        ///< revolutions a second
   double randomizeRotationSpeed = 0.0;  ///< largest deviation (revolutions a second)
   double randomizeRotationAxis = 0.0;   ///< largest deviation (degrees)
@@ -37,10 +37,10 @@ struct GunSettings {
   double response = 1.0;       ///< of the barrel's smoothing, (0, 1]; 1 is none
   double recoilDepth = 0.0;    ///< way back (% of the length); 0 is no recoil
 
-  bool hideHelpers = false;
-  bool hideHelpersDuringRecording = false;
-  bool hideCamera = false;  ///< the crosshairCam
-  bool hideCameraDuringRecording = false;
+  bool hideHelpers = false;                 ///< the templateBullet and the collision node
+  bool hideHelpersDuringRecording = false;  ///< the same ones, in takes and resimulations
+  bool hideCamera = false;                  ///< the crosshairCam
+  bool hideCameraDuringRecording = false;   ///< the crosshairCam, in takes and resimulations
 
   /// The part of the save data that holds the boxes of the camera.
   static constexpr int kSavedBoxes = 1;

@@ -11,7 +11,7 @@ namespace orv::rws::addon {
 
 /// Saved values of a waypoint beside its settings.
 struct WaypointValues {
-  WaypointSettings settings;
+  WaypointSettings settings;      ///< shown in the panel while it is selected
   double onSplinePosition = 0.0;  ///< arc parameter, 0 to 1
   double initTime = 0.0;          ///< host's time at its creation (s)
 };

@@ -40,15 +40,15 @@ struct RailSettings {
   bool bInputMode = false;           ///< the inputs alone drive
   bool useSimpleParameters = false;  ///< every waypoint uses the first one's settings
   bool useCCurve = false;            ///< run on the rig's own curve
-  bool loop = false;
-  double maxSpeed = 10.0;  ///< speed at full input, in the user's unit
-  double speedMult = 1.0;
-  double gravityStrength = 0.0;           ///< speed gained on a vertical drop (m/s), 0 is off
-  double bankingFactor = 0.0;             ///< lean per speed and curvature, 0 is off
-  double inputResponseFactor = 0.1;       ///< kept and saved; the motion has no use for it
-  double waypointStartPercentage = 10.0;  ///< where a new waypoint goes
-  int currentlySelectedSpeedUnit = 0;
-  bool hideHelpersDuringRecording = false;
+  bool loop = false;                 ///< over the end to the start; off: stop there
+  double maxSpeed = 10.0;            ///< speed at full input, in the user's unit
+  double speedMult = 1.0;  ///< of the speed that is aimed at, whatever it comes from, [0, 1000]
+  double gravityStrength = 0.0;             ///< speed gained on a vertical drop (m/s), 0 is off
+  double bankingFactor = 0.0;               ///< lean per speed and curvature, 0 is off
+  double inputResponseFactor = 0.1;         ///< kept and saved; the motion has no use for it
+  double waypointStartPercentage = 10.0;    ///< where a new waypoint goes
+  int currentlySelectedSpeedUnit = 0;       ///< a SpeedUnit, of all speeds that the user gives
+  bool hideHelpersDuringRecording = false;  ///< all but the carriage, in takes and resimulations
 
   /// The part of the save data that is the carriage's.
   static constexpr int kSavedCarriage = 1;

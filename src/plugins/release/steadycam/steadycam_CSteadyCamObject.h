@@ -15,11 +15,11 @@ class CSteadyCamObject : public FollowRig {
  public:
   /// A factor is the part of the way that is made up in a nominal step; a larger one lags less.
   struct Settings {
-    double translationalResponseFactor = 0.1;
-    double rotationalResponseFactor = 0.4;
-    double jumpThreshold = 0.0;  ///< way of the AttachedCam in a frame that is a cut (m)
-    bool hideAttachedCam = false;
-    bool hideFollowCam = false;
+    double translationalResponseFactor = 0.1;  ///< of both stages' position, [1e-8, 100]
+    double rotationalResponseFactor = 0.4;     ///< of both stages' rotation, [1e-8, 100]
+    double jumpThreshold = 0.0;    ///< way of the AttachedCam in a frame that is a cut (m)
+    bool hideAttachedCam = false;  ///< always, in takes and out of them
+    bool hideFollowCam = false;    ///< the same for the FollowCam
   };
 
   /// The filter.
