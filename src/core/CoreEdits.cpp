@@ -142,8 +142,11 @@ std::string CoreImplementation::LoadInputProfile(Instance& instance,
   if (!profiles.Find(profileName)) return "there is no input profile \"" + profileName + "\"";
   std::vector<int> all(static_cast<std::size_t>(instance.GetProperties().count()));
   std::iota(all.begin(), all.end(), 0);
-  return ChangeInputs(instance, "Load input profile", std::move(all),
-                      [&] { profiles.Apply(profileName, instance.GetProperties()); });
+  std::string problem;
+  const std::string refused = ChangeInputs(instance, "Load input profile", std::move(all), [&] {
+    problem = profiles.Apply(profileName, instance.GetProperties());
+  });
+  return refused.empty() ? problem : refused;
 }
 
 // --- undo ---

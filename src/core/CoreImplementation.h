@@ -92,6 +92,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   /// Null unmaps.
   std::string MapInput(Instance& instance, int input, unidevice::Control* control);
   std::string SetInputResponse(Instance& instance, int input, const InputResponse& response);
+  /// Tells the inputs with a number that was refused too; the others have loaded then.
   std::string LoadInputProfile(Instance& instance, const std::string& profileName);
   /// The host's undo and redo, with what they change told when all is done.
   bool Undo();

@@ -20,6 +20,7 @@
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/RunRigs.h"
 #include "core/CoreImplementation.h"
+#include "core/CoreMessages.h"
 #include "core/instances/Instance.h"
 #include "support/TempFolder.h"
 #include "util/CMesh_Box.h"
@@ -60,6 +61,17 @@ void makeScene(app::SceneSession& session) {
         "a car is made");
 }
 
+/// Counts what the core tells of checks.
+struct CheckWatch : util::MessageNode {
+  explicit CheckWatch(rws::core::CoreImplementation& core) : MessageNode("CheckWatch") {
+    connect(&core);
+  }
+  void onMessage(util::Message& message, bool) override {
+    if (rws::core::NewsIn<rws::core::RowChecked>(message)) ++told;
+  }
+  int told = 0;
+};
+
 class Work {
  public:
   Work(app::SceneSession& session, const tests::TempFolder& folder)
@@ -67,6 +79,8 @@ class Work {
 
   void fit();
   void resimulate();
+  void onlyOne();
+  void changeTiming();
   void cancel();
   void cancelTake();
   void plot();
@@ -154,6 +168,34 @@ void Work::resimulate() {
   check(app::PlaybackRange(m_session.GetScene()) == TimeSpan{0.0, 3.0}, "the range grows");
 }
 
+/// A rig that is unchecked is stepped alone; what is told leaves its check as it was.
+void Work::onlyOne() {
+  auto& core = m_session.GetCore();
+  core.CreateToolFromFactory(app::kFittedKind, "Other");
+  core.SetChecked(core.Find("Car"), false);
+  CheckWatch watch(core);
+  expectOneStep("a run of one rig", [&] {
+    const auto run = app::Resimulate(core, {0.0, 1.0}, Monitor(), {core.Find("Car")});
+    check(run.began && run.frames == 25, "it is stepped");
+    check(watch.told == 4, "both rows' checks are told, there and back");
+  });
+  check(!core.Find("Car")->IsChecked() && core.Find("Other")->IsChecked(), "the checks are back");
+  core.SetChecked(core.Find("Car"), true);
+  core.DeleteTool("Other");
+}
+
+void Work::changeTiming() {
+  const double rate = m_session.GetScene().GetFrameRate();
+  expectOneStep("another range and rate", [&] {
+    check(app::SetTiming(m_session, {0.5, 2.5}, 30.0), "they are set");
+  });
+  expectNothing("a range that runs backwards", [&] {
+    check(!app::SetTiming(m_session, {2.0, 1.0}, 24.0), "it is refused");
+  });
+  check(m_session.GetScene().GetFrameRate() == 30.0, "the rate is the new one");
+  check(app::SetTiming(m_session, {0.0, 3.0}, rate), "they are set back");
+}
+
 void Work::cancel() {
   std::atomic<bool> stop{false};
   const Monitor monitor([&](long, long, double) { stop = true; }, &stop);
@@ -205,6 +247,8 @@ int main(int argc, char** argv) {
   Work work(session, folder);
   work.fit();
   work.resimulate();
+  work.onlyOne();
+  work.changeTiming();
   work.cancel();
   work.cancelTake();
   work.plot();

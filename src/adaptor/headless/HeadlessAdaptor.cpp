@@ -181,6 +181,18 @@ double HeadlessAdaptor::GetFrameRate() {
   return m_scene->GetFrameRate();
 }
 
+bool HeadlessAdaptor::SetFrameRate(double rate) {
+  const Scene::Rate before = m_scene->GetRate();
+  if (!m_scene->SetFrameRate(rate)) return false;
+  if (m_scene->GetRate() == before) return true;
+  PushExchange("CFrameRateRestoreObj", [this, saved = before]() mutable {
+    const Scene::Rate now = m_scene->GetRate();
+    m_scene->PutRate(saved);
+    saved = now;
+  });
+  return true;
+}
+
 // --- the rest ---
 
 std::vector<std::string> HeadlessAdaptor::GetNodesWithLensKeys() const {

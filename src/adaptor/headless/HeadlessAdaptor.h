@@ -39,6 +39,9 @@ class HeadlessAdaptor final : public HostAdaptor {
   void SetTimeHandler(std::function<void(double)> handler) { m_timeChanged = std::move(handler); }
   /// Whoever follows tree, time, selection and refresh.
   HostObservers& GetObservers() { return m_observers; }
+  /// Of the scene: false, with nothing changed, unless it is finite and above 0. Keys keep their
+  /// times. Undoable in an open block.
+  bool SetFrameRate(double rate);
   /// Scene names of the cameras whose lens has keys, which a file has no place for.
   std::vector<std::string> GetNodesWithLensKeys() const;
   /// The one HeadlessNode of a scene node, made at the first call.

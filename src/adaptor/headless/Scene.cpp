@@ -242,6 +242,11 @@ bool Scene::SetFrameRate(double fps) {
   return true;
 }
 
+void Scene::PutRate(const Rate& rate) {
+  m_frameRate = rate.fps;
+  m_rateIsChosen = rate.isChosen;
+}
+
 bool Scene::SetRange(double start, double end) {
   if (!std::isfinite(start) || !std::isfinite(end) || end < start) return false;
   m_rangeStart = start;

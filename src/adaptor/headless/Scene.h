@@ -68,6 +68,14 @@ class Scene {
   static constexpr double kUsualRate = 25.0;
   /// False, with nothing changed, unless `fps` is finite and above 0.
   bool SetFrameRate(double fps);
+  struct Rate {
+    double fps = kUsualRate;
+    bool isChosen = false;  ///< and so belongs into the file's record
+    bool operator==(const Rate& o) const { return fps == o.fps && isChosen == o.isChosen; }
+  };
+  Rate GetRate() const { return {m_frameRate, m_rateIsChosen}; }
+  /// Back to what GetRate gave.
+  void PutRate(const Rate& rate);
   /// Playback range: the file's record, else from the first to the last key, else 0 to 10 s.
   double GetRangeStart() const { return m_rangeStart; }  ///< s
   double GetRangeEnd() const { return m_rangeEnd; }      ///< s

@@ -83,8 +83,7 @@ void RunApply(Program& program, const ProfileOptions& o) {
   Instance& rig = job.FindRig(o.rig);
   RequireProfile(ManagerOf(rig, o.inputs), o);
   if (o.inputs) {
-    const std::string problem =
-        rig.GetTool()->GetInputProfiles().Apply(o.name, rig.GetProperties());
+    const std::string problem = job.GetCore().LoadInputProfile(rig, o.name);
     if (!problem.empty()) throw Failure(KindOf(o) + o.name, problem);
   } else {
     job.LoadProfile(rig, o.name);

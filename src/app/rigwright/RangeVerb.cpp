@@ -32,17 +32,17 @@ void RunRange(Program& program, const RangeOptions& options) {
                   "the range would go from " + RangeText(span) + ", backwards",
                   "give both --start and --end");
   }
-  if (options.fps) SetFrameRate(job, *options.fps);
+  const double rate = options.fps.value_or(scene.GetFrameRate());
+  WarnOfRate(job, rate);
   if (options.Changes()) {
-    RequireFrameNumbers(span, scene.GetFrameRate(), "the playback range",
+    RequireFrameNumbers(span, rate, "the playback range",
                         "give times nearer to 0 or a lower --fps");
-    scene.SetRange(span.from, span.to);
+    ChangeTiming(job, span, options.fps);
     job.Save(options.output);
   }
-  program.GetOutput().GetObject()["frameRate"] = scene.GetFrameRate();
+  program.GetOutput().GetObject()["frameRate"] = rate;
   program.GetOutput().GetObject()["range"] = {span.from, span.to};
-  program.GetOutput().Line(RangeText(span) + " at " +
-                           rws::adaptor::headless::FrameRateText(scene.GetFrameRate()) +
+  program.GetOutput().Line(RangeText(span) + " at " + rws::adaptor::headless::FrameRateText(rate) +
                            " frames per second");
 }
 

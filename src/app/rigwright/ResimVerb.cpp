@@ -27,9 +27,9 @@ struct ResimOptions {
   std::vector<std::string> assignments, only;
 };
 
-RunResult RunFrames(SceneJob& job, const TimeSpan& span) {
+RunResult RunFrames(SceneJob& job, const TimeSpan& span, const RowsToStep& only) {
   const ProgressBar bar(job.GetProgram().GetOutput(), "resim");
-  const RunResult result = Resimulate(job.GetCore(), span, bar.GetMonitor());
+  const RunResult result = Resimulate(job.GetCore(), span, bar.GetMonitor(), only);
   if (!result.began) throw Failure("resim", "the run could not begin");
   CheckInterrupt();
   return result;
@@ -41,16 +41,13 @@ void RunResim(Program& program, const ResimOptions& options) {
   for (const std::string& assignment : options.assignments) job.SetParameter(assignment);
   const TimeSpan span = SpanOf(job.GetScene(), options.range);
   if (options.fps) {
-    SetFrameRate(job, *options.fps);
+    WarnOfRate(job, *options.fps);
+    ChangeTiming(job, PlaybackRange(job.GetScene()), options.fps);
     RequireFrameNumbers(span, *options.fps, "--fps", "give a lower rate or a shorter --range");
   }
   if (!options.inputs.empty()) ReadInputs(job, options.inputs).PutIntoTracks();
 
-  RunResult run;
-  {
-    const OnlyRigs only(job.GetCore(), RowsToRun(job, options.only));
-    run = RunFrames(job, span);
-  }
+  const RunResult run = RunFrames(job, span, RowsToRun(job, options.only));
   const TimeSpan range = PlaybackRange(job.GetScene());
   StretchRange(job.GetSession(), span);
   TellRange(job, range);

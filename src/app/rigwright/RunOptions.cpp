@@ -73,16 +73,18 @@ CLI::Option* AddFrameRate(CLI::App& verb, std::optional<double>& rate) {
       ->type_name("RATE");
 }
 
-void SetFrameRate(SceneJob& job, double rate) {
+void ChangeTiming(SceneJob& job, const TimeSpan& range, std::optional<double> rate) {
+  if (!SetTiming(job.GetSession(), range, rate))
+    throw Failure(job.GetPath(), RangeText(range) + " can't be its playback range");
+}
+
+void WarnOfRate(SceneJob& job, double rate) {
   const double before = job.GetScene().GetFrameRate();
-  if (!job.GetScene().SetFrameRate(rate))
-    throw Failure("--fps", util::shortText(rate) + " is no frame rate");
-  if (before == rate || !HasKeysOffTheGrid(job.GetScene())) return;
-  job.GetProgram().GetOutput().Warn(
-      "the scene ran at " + headless::FrameRateText(before) +
-      " frames per second: keys keep their times, and no longer fall on "
-      "frames of " +
-      headless::FrameRateText(rate));
+  if (before == rate || !HasKeysOffTheGrid(job.GetScene(), rate)) return;
+  job.GetProgram().GetOutput().Warn("the scene ran at " + headless::FrameRateText(before) +
+                                    " frames per second: keys keep their times, and no longer "
+                                    "fall on frames of " +
+                                    headless::FrameRateText(rate));
 }
 
 void RequireRigs(SceneJob& job) {

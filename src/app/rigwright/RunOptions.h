@@ -41,8 +41,10 @@ void TellRange(SceneJob& job, const TimeSpan& before);
 
 /// `--fps`: a number or a fraction such as 30000/1001.
 CLI::Option* AddFrameRate(CLI::App& verb, std::optional<double>& rate);
-/// Gives the scene another frame rate; keys that no longer fall on frames are told as a warning.
-void SetFrameRate(SceneJob& job, double rate);
+/// Tells as a warning that a rate is new to the scene and some keys fall on none of its frames.
+void WarnOfRate(SceneJob& job, double rate);
+/// See SetTiming; refuses what is no range.
+void ChangeTiming(SceneJob& job, const TimeSpan& range, std::optional<double> rate);
 
 /// Refuses a scene without a rig.
 void RequireRigs(SceneJob& job);

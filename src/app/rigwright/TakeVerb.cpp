@@ -33,12 +33,13 @@ struct TakeOptions {
 };
 
 /// Asks before a recorded performance is written over by controls that are not there.
-void AskBeforeLosing(SceneJob& job, double start) {
+void AskBeforeLosing(SceneJob& job, double start, const RowsToStep& only) {
   std::vector<std::string> inputs;
-  for (const StakedInput& input : InputsAtStake(job.GetCore(), job.GetCore().SnapToFrame(start)))
+  auto& core = job.GetCore();
+  for (const StakedInput& input : InputsAtStake(core, core.SnapToFrame(start), only))
     inputs.push_back(input.name + " (" + RangeText(input.moved) + ")");
   if (inputs.empty()) return;
-  const int answer = job.GetCore().MessageBox(
+  const int answer = core.MessageBox(
       "take",
       "no device drives " + Joined(inputs) + ", and the take would record zeros in place of what " +
           (inputs.size() == 1 ? "this input" : "these inputs") + " recorded. Go on?",
@@ -50,10 +51,11 @@ void AskBeforeLosing(SceneJob& job, double start) {
 }
 
 /// Lets Qt's event loop run until the take has ended.
-void RunTake(SceneJob& job, TakeRun& take, double start, double length) {
+void RunTake(SceneJob& job, TakeRun& take, double start, double length, const RowsToStep& only) {
   ProgressBar bar(job.GetProgram().GetOutput(), "take");
   job.GetUi().SetProgress(&bar);
-  if (!take.Begin(start, length, bar.GetMonitor(), [] { QCoreApplication::quit(); }))
+  if (!take.Begin(
+          start, length, bar.GetMonitor(), [] { QCoreApplication::quit(); }, only))
     throw Failure("take", "the take could not begin");
   QCoreApplication::exec();
   job.GetUi().SetProgress(nullptr);
@@ -80,9 +82,9 @@ void RunTakeVerb(Program& program, const TakeOptions& options) {
     std::unique_ptr<PlayedInputs> played;
     if (!options.play.empty())
       played = std::make_unique<PlayedInputs>(core, ReadInputs(job, options.play));
-    const OnlyRigs only(core, RowsToRun(job, options.only));
-    AskBeforeLosing(job, start);
-    RunTake(job, take, start, *options.seconds);
+    const RowsToStep only = RowsToRun(job, options.only);
+    AskBeforeLosing(job, start, only);
+    RunTake(job, take, start, *options.seconds, only);
   }
   const long frames = take.GetResult().frames;
   const TimeSpan performed = take.GetPerformed();

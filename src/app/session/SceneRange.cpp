@@ -6,6 +6,7 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
+#include "app/session/anyhost/UndoBlock.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 
@@ -42,6 +43,16 @@ TimeSpan KeyedRange(const headless::Scene& scene) {
   return scene.KeyRange(keyed.from, keyed.to) ? Both(range, keyed) : range;
 }
 
+bool SetTiming(SceneSession& session, const TimeSpan& range, std::optional<double> rate) {
+  auto& adaptor = session.GetAdaptor();
+  UndoBlock block(adaptor, "Change range and rate");
+  if (rate && !adaptor.SetFrameRate(*rate)) return false;
+  adaptor.SetTimeRange(range.from, range.to);
+  if (!(PlaybackRange(session.GetScene()) == range)) return false;
+  block.Keep();
+  return true;
+}
+
 void StretchRange(SceneSession& session, const TimeSpan& span) {
   const TimeSpan now = Both(PlaybackRange(session.GetScene()), span);
   session.GetAdaptor().SetTimeRange(now.from, now.to);
@@ -53,13 +64,13 @@ void SettleRange(SceneSession& session, const TimeSpan& before, const TimeSpan& 
                                     std::max(performed.to, std::min(before.to, keyed.to)));
 }
 
-bool HasKeysOffTheGrid(const headless::Scene& scene) {
+bool HasKeysOffTheGrid(const headless::Scene& scene, double rate) {
   for (const headless::SceneNode* node : scene.GetNodes()) {
     const auto channels = node->GetAnimation().channels;
     for (const auto& channel : channels) {
       if (!channel) continue;
       for (const double time : channel->GetTimes())
-        if (!headless::StandsOnFrame(time, scene.GetFrameRate())) return true;
+        if (!headless::StandsOnFrame(time, rate)) return true;
     }
   }
   return false;

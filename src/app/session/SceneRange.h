@@ -1,6 +1,8 @@
 // The playback range and the frame rate of a scene.
 #pragma once
 
+#include <optional>
+
 #include "app/session/anyhost/TimeSpan.h"
 
 namespace orv::rws::adaptor::headless {
@@ -15,6 +17,10 @@ TimeSpan PlaybackRange(const rws::adaptor::headless::Scene& scene);
 /// The playback range and all that is keyed.
 TimeSpan KeyedRange(const rws::adaptor::headless::Scene& scene);
 
+/// Sets the playback range and, when given, the frame rate, as one undo step; keys keep their
+/// times. False, with nothing changed, for what is no range or no rate.
+bool SetTiming(SceneSession& session, const TimeSpan& range, std::optional<double> rate);
+
 /// Makes the playback range reach over `span`, as a run does that goes beyond it: what was
 /// simulated must not be cut off by the next run. Undoable in an open block.
 void StretchRange(SceneSession& session, const TimeSpan& span);
@@ -23,7 +29,7 @@ void StretchRange(SceneSession& session, const TimeSpan& span);
 /// block.
 void SettleRange(SceneSession& session, const TimeSpan& before, const TimeSpan& performed);
 
-/// Whether some key of the scene stands between its frames.
-bool HasKeysOffTheGrid(const rws::adaptor::headless::Scene& scene);
+/// Whether some key of the scene stands between the frames of `rate`.
+bool HasKeysOffTheGrid(const rws::adaptor::headless::Scene& scene, double rate);
 
 }  // namespace orv::app

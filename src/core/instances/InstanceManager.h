@@ -60,6 +60,8 @@ class InstanceManager : public CoreSubSystem, public InstanceHost {
   /// What stands in the group moves to its place.
   void DeleteGroup(InstanceReference* group);
   void SetChecked(InstanceReference* row, bool checked);
+  /// Several rows by their number, as one step; those that are gone are left out.
+  void SetChecked(const std::vector<std::pair<int, bool>>& checks);
   /// Moves `row` directly before `before`, into whose group it comes, or, when that is null, to the
   /// end of its own.
   std::string MoveBefore(InstanceReference* row, InstanceReference* before);

@@ -185,6 +185,13 @@ void InstanceManager::SetChecked(InstanceReference* row, bool checked) {
   ChangeRows((checked ? "Check " : "Uncheck ") + row->GetLabel(), tree);
 }
 
+void InstanceManager::SetChecked(const std::vector<std::pair<int, bool>>& checks) {
+  RowLayout tree = GetLayout();
+  for (const auto& [id, checked] : checks)
+    if (const Place place = tree.PlaceOf(id); place.rows) place.Row().checked = checked;
+  ChangeRows("Check", tree);
+}
+
 std::string InstanceManager::MoveBefore(InstanceReference* row, InstanceReference* before) {
   if (!row || row == before) return {};
   if (before && before->IsUnder(*row)) return kWithinItself;

@@ -15,24 +15,43 @@ namespace orv::app {
 using rws::core::CoreImplementation;
 using rws::core::InstanceReference;
 
-OnlyRigs::OnlyRigs(CoreImplementation& core, const std::vector<InstanceReference*>& rows) {
-  if (rows.empty()) return;
-  for (InstanceReference* row : core.GetRows()) {
-    m_before.emplace_back(row, row->IsChecked());
-    row->SetChecked(row->IsGroup());
+/// Steps only these rows for as long as it lives; afterwards each row's check is what it was. Both
+/// changes are told and belong to the run's undo block.
+class OnlyRigs {
+ public:
+  OnlyRigs(CoreImplementation& core, const RowsToStep& rows) : m_core(core) {
+    if (rows.empty()) return;
+    Checks now;
+    for (const InstanceReference* row : core.GetRows()) {
+      m_before.emplace_back(row->GetId(), row->IsChecked());
+      now.emplace_back(row->GetId(), row->IsGroup() || Holds(rows, row));
+    }
+    core.SetChecked(now);
   }
-  for (InstanceReference* row : rows) row->SetChecked(true);
-}
+  ~OnlyRigs() {
+    if (!m_before.empty()) m_core.SetChecked(m_before);
+  }
+  OnlyRigs(const OnlyRigs&) = delete;
+  OnlyRigs& operator=(const OnlyRigs&) = delete;
 
-OnlyRigs::~OnlyRigs() {
-  for (const auto& [row, checked] : m_before) row->SetChecked(checked);
-}
+  static bool Holds(const RowsToStep& rows, const InstanceReference* row) {
+    return std::find(rows.begin(), rows.end(), row) != rows.end();
+  }
 
-RunResult Resimulate(CoreImplementation& core, const TimeSpan& span, const Monitor& monitor) {
+ private:
+  using Checks = std::vector<std::pair<int, bool>>;  ///< by InstanceReference::GetId
+
+  CoreImplementation& m_core;
+  Checks m_before;
+};
+
+RunResult Resimulate(CoreImplementation& core, const TimeSpan& span, const Monitor& monitor,
+                     const RowsToStep& only) {
   constexpr long kTold = 16;  // frames between two looks of the monitor's progress
   RunResult result;
   if (core.IsRecording()) return result;
   UndoBlock block(*core.GetAdaptor(), "Resimulating");
+  const OnlyRigs stepped(core, only);
   result.began = core.BeginResimulation(span.from, span.to) == 0;
   if (!result.began) return result;
   const double rate = core.GetFrameRate();
@@ -58,7 +77,7 @@ TakeRun::~TakeRun() {
 }
 
 bool TakeRun::Begin(double start, double seconds, const Monitor& monitor,
-                    std::function<void()> ended) {
+                    std::function<void()> ended, const RowsToStep& only) {
   if (m_core.IsRecording()) return false;
   rws::AdaptorInterface& adaptor = *m_core.GetAdaptor();
   m_monitor = &monitor;
@@ -68,10 +87,12 @@ bool TakeRun::Begin(double start, double seconds, const Monitor& monitor,
   m_total = static_cast<long>(std::floor(seconds * m_rate));
   m_first = m_core.FrameIndex(m_core.SnapToFrame(start));
   m_block = std::make_unique<UndoBlock>(adaptor, "Record");
+  m_only = std::make_unique<OnlyRigs>(m_core, only);
   adaptor.SetCurrentTime(start);
   m_core.SetTakeLength(seconds);
   m_result.began = m_core.StartRecording() == 0;
   if (!m_result.began) {
+    m_only.reset();
     m_block.reset();
     return false;
   }
@@ -99,15 +120,18 @@ void TakeRun::End() {
   m_result.seconds = m_monitor->Seconds();
   const double start = m_core.GetStartTime();
   m_performed = {start, std::max(start, m_core.GetFrameTime())};
+  m_only.reset();
   if (!m_result.cancelled) m_block->Keep();
   m_block.reset();
   const auto ended = std::move(m_ended);  // the program may destroy the run in there
   if (ended) ended();
 }
 
-std::vector<StakedInput> InputsAtStake(CoreImplementation& core, double start) {
+std::vector<StakedInput> InputsAtStake(CoreImplementation& core, double start,
+                                       const RowsToStep& only) {
   std::vector<StakedInput> result;
-  for (rws::core::Instance* rig : core.List(true)) {
+  for (rws::core::Instance* rig : core.List(only.empty())) {
+    if (!only.empty() && !OnlyRigs::Holds(only, core.Find(rig->GetInstanceName()))) continue;
     const auto& entries = rig->GetProperties().entries;
     const auto& tracks = rig->GetTracks();
     for (std::size_t i = 0; i < std::min(entries.size(), tracks.size()); ++i) {

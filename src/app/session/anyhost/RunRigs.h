@@ -4,7 +4,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/session/anyhost/Monitor.h"
@@ -19,21 +18,11 @@ class InstanceReference;
 
 namespace orv::app {
 
+class OnlyRigs;
 class UndoBlock;
 
-/// Steps only some rigs for as long as it lives; afterwards each row's check is what it was.
-class OnlyRigs {
- public:
-  /// Without rows every row stays as it is.
-  OnlyRigs(rws::core::CoreImplementation& core,
-           const std::vector<rws::core::InstanceReference*>& rows);
-  ~OnlyRigs();
-  OnlyRigs(const OnlyRigs&) = delete;
-  OnlyRigs& operator=(const OnlyRigs&) = delete;
-
- private:
-  std::vector<std::pair<rws::core::InstanceReference*, bool>> m_before;
-};
+/// Rows of rigs that alone take part in a run, checked or not; none: all that are checked.
+using RowsToStep = std::vector<rws::core::InstanceReference*>;
 
 /// How a run ended. One that was cancelled or could not begin has left the scene as it was.
 struct RunResult {
@@ -46,7 +35,7 @@ struct RunResult {
 /// Steps the rigs that take part over `span` from their recorded inputs, as fast as it can, and
 /// writes the keys: one undo step.
 RunResult Resimulate(rws::core::CoreImplementation& core, const TimeSpan& span,
-                     const Monitor& monitor);
+                     const Monitor& monitor, const RowsToStep& only = {});
 
 /// A take of a told length against the real clock, one undo step. It runs in Qt's event loop, which
 /// the program keeps going until it is told of the end.
@@ -60,7 +49,8 @@ class TakeRun {
 
   /// Begins at `start`, for so many `seconds` (not positive: until the core is told to stop).
   /// `ended` is called from the event loop. False, with nothing changed, when no take can begin.
-  bool Begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended);
+  bool Begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended,
+             const RowsToStep& only = {});
   const RunResult& GetResult() const { return m_result; }
   /// From its first frame to its last.
   TimeSpan GetPerformed() const { return m_performed; }
@@ -72,6 +62,7 @@ class TakeRun {
   rws::core::CoreImplementation& m_core;
   std::unique_ptr<QTimer> m_look;
   std::unique_ptr<UndoBlock> m_block;  ///< while the take runs
+  std::unique_ptr<OnlyRigs> m_only;    ///< the same
   const Monitor* m_monitor = nullptr;
   std::function<void()> m_ended;
   RunResult m_result;
@@ -87,6 +78,7 @@ struct StakedInput {
 };
 
 /// What a take that begins at `start` (s) would put an absent control's zeros in the place of.
-std::vector<StakedInput> InputsAtStake(rws::core::CoreImplementation& core, double start);
+std::vector<StakedInput> InputsAtStake(rws::core::CoreImplementation& core, double start,
+                                       const RowsToStep& only = {});
 
 }  // namespace orv::app
