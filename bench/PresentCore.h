@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "FakeInterface.h"
 #include "core/interface/CSnapshot_Mesh.h"
-#include "support/FakeInterface.h"
 
 namespace orv::bench {
 

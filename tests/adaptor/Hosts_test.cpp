@@ -110,6 +110,8 @@ TEST(Hosts, EveryRigPerformsAlikeOnBothAndAfterASave) {
     StageFixture stage;
     Performance there(stage, tool->GetId());
     ExpectAlike(expected, there.Resimulate(), "the first run");
+    for (CoreNode* node : there.Nodes())
+      EXPECT_EQ(static_cast<stage::Node*>(node)->keyStatesForgotten, 1) << "bound once";
     there.SaveAndOpen();
     ExpectAlike(expected, there.Resimulate(), "after a save");
   }

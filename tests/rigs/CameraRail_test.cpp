@@ -533,15 +533,12 @@ TEST(CameraRail, ACurveThatGoesInTheMiddleOfATakeLeavesTheCarriageWhereItIs) {
   for (const bool withCarriage : {false, true}) {
     Rail rail;
     hl::SceneNode& path = rail.Straight(30, {0, 100});
-    ASSERT_EQ(rail.core().BeginResimulation(0.0, rail.Frame(60)), 0);
-    for (int i = 0; i < 30; ++i) ASSERT_TRUE(rail.core().StepResimulation());
-    if (withCarriage)
-      rail.session.GetAdaptor().DiscardNode(rail.session.GetAdaptor().FindSceneNode("Path"));
-    else
-      path.SetCurve({});
-    while (rail.core().StepResimulation()) {
-    }
-    rail.core().EndResimulation();
+    rail.onFrame = [&](int frame) {
+      auto& adaptor = rail.session.GetAdaptor();
+      if (frame == 30 && withCarriage) adaptor.DiscardNode(adaptor.FindSceneNode("Path"));
+      if (frame == 30 && !withCarriage) path.SetCurve({});
+    };
+    rail.Resimulate(0, 60);
     if (withCarriage) continue;
     EXPECT_GT(rail.Carriage(30).translation().x, 1.0);
     EXPECT_TRUE(rail.Carriage(60) == rail.Carriage(31));

@@ -10,9 +10,6 @@
 
 namespace orv::tests {
 
-/// A control by time (s).
-using Control = std::function<double(double t)>;
-
 enum CarInput { kGas, kSteer, kBoost, kAbs, kSkid, kSkidBrake, kGravel, kBurnout, kForce };
 /// Tracks of the inputs that a drive uses; the others stay at 0.
 using Inputs = std::map<CarInput, Control>;
@@ -92,11 +89,9 @@ class CarScene : public HostScene {
 
   void SetInputs(const Inputs& inputs, double end) {
     for (int i = 0; i < rig->GetProperties().count() && i <= kForce; ++i) {
-      util::AVar_Linear<double> track;
       const auto found = inputs.find(static_cast<CarInput>(i));
-      const Control control = found == inputs.end() ? Always(0.0) : found->second;
-      for (int k = 0; k <= FrameOf(end); ++k) track.set(Frame(k), control(Frame(k)));
-      rig->SetTrack(i, track);
+      Feed(rig->GetProperties().property(i)->name, FrameOf(end),
+           found == inputs.end() ? Always(0.0) : found->second);
     }
   }
   void Drive(double seconds, const Inputs& inputs) {

@@ -1,14 +1,13 @@
 // The crawler's belt on the real core: counts, motion, takes, undo and bad input.
+#include "rigs/BareRig.h"
 #include "rigs/CarScene.h"
 #include "rigs/RigSuite.h"
-#include "support/FakeInterface.h"
 
 namespace orv::tests {
 namespace {
 
 using Vector = util::Vector3<double>;
 using Matrix = util::Matrix<double>;
-using Messages = std::vector<std::string>;
 
 // Of a new rig in units of its Frame: a step, and the belt's line round a wheel.
 constexpr double kLength = 0.18, kLine = 0.5 + 0.03;
@@ -31,13 +30,7 @@ class Crawler : public RigScene {
     Press("Create Track");
     return *this;
   }
-  void Drive(const Control& input) {
-    util::AVar_Linear<double> track;
-    for (int i = 0; i <= 1000; ++i) track.set(Frame(i), input(Frame(i)));
-    auto& inputs = rig->GetProperties();
-    for (int i = 0; i < inputs.count(); ++i)
-      if (inputs.property(i)->name == "Forward/Backward") rig->SetTrack(i, track);
-  }
+  void Drive(const Control& input) { Feed("Forward/Backward", 1000, input); }
   void Resize(const std::string& node, double scale) {
     auto pose = Find(node).GetPose();
     pose.scale = pose.scale * scale;
@@ -464,44 +457,52 @@ TEST(CrawlerTracks, WhatIsNotPossibleIsToldInItsWords) {
 }
 
 TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
-  auto world = std::make_unique<FakeWorld>(Kind("CrawlerTracks"));
+  Crawler world(1);
+  BareRig* rig = nullptr;
+  const auto told = [&] {
+    rig->refused.clear();
+    return world.Told();
+  };
   for (const std::string node : {"driveWheel", "TemplateStep"}) {
-    world->core.refused = "CreateMeshNode " + node;
-    EXPECT_EQ(world->rig->Create(), 1);
-    EXPECT_EQ(world->core.Told(), Messages{node == "TemplateStep" ? "Could not create TemplateStep"
-                                                                  : "Could not create Wheel Node"});
+    rig = &Strip(world, "CreateMeshNode " + node);
+    EXPECT_EQ(told(), Messages{node == "TemplateStep" ? "Error: Could not create TemplateStep"
+                                                      : "Error: Could not create Wheel Node"});
   }
-  EXPECT_EQ(world->rig->Create(), 0);
-  world->core.refused = "CreateMeshNode";
-  world->core.Press("Add Wheel");
-  EXPECT_EQ(world->core.Told(), Messages{"Could not create Wheel Node"});
-  world->core.Press("Add Wheel");
-  world->core.Press("Calculate Number of Steps");
+  rig = &Strip(world);
+  const auto press = [&](const std::string& button, const std::string& refused = {}) {
+    rig->refused = refused;
+    world.Press(button);
+    return told();
+  };
+  EXPECT_EQ(press("Add Wheel", "CreateMeshNode"), Messages{"Error: Could not create Wheel Node"});
+  press("Add Wheel");
+  press("Calculate Number of Steps");
   for (const auto& [refused, text] :
        {std::pair{"CreateMeshNode caterpillar", "Could not create StepActor..."},
         {"CreateMeshNode step003", "Could not create StepActor..."},
         {"IsValid step003", "no StepActor"}}) {
-    world->core.refused = refused;
-    world->core.Press("Create Track");
-    EXPECT_EQ(world->core.Told(), Messages{text}) << refused;
-    EXPECT_FALSE(world->core.nodes.count("step001") + world->core.nodes.count("caterpillar"));
+    EXPECT_EQ(press("Create Track", refused), Messages{std::string("Error: ") + text}) << refused;
+    EXPECT_EQ(world.StepCount(), 0);
+    EXPECT_FALSE(world.scene().Find("Rig_caterpillar"));
   }
   for (const auto& [refused, text] : {std::pair{"DeleteNode step003", "Could'nt delete track."},
                                       {"DeleteNode caterpillar", "Could'nt delete track.."}}) {
-    world->core.Press("Create Track");
-    world->core.refused = refused;
-    world->core.Press("Remove Track");
-    EXPECT_EQ(world->core.Told(), Messages{text}) << refused;
+    press("Create Track");
+    EXPECT_EQ(press("Remove Track", refused), Messages{std::string("Deletion Error: ") + text})
+        << refused;
   }
-  world->core.Press("Create Track");
-  world->Take(0, 2);
-  EXPECT_EQ(world->core.Told(), Messages{});
-  const auto blob = world->Save();
-  world->core.refused = "SetUserData";
-  world->core.blob.clear();
-  EXPECT_EQ(world->rig->Store(), 1);
-  EXPECT_EQ(world->core.Told(), Messages{"Error when saving. Please try again."});
+  press("Create Track");
+  world.Resimulate(0, 2);
+  EXPECT_EQ(told(), Messages{});
+  const auto blob = rig->Save();
+  util::xml::Tag record("");
+  rig->WriteRecord(record);
+  rig->refused = "SetUserData";
+  rig->ClearUserData();
+  EXPECT_EQ(rig->GetRig()->Store(), 1);
+  EXPECT_EQ(told(), Messages{"Error: Error when saving. Please try again."});
 
+  auto& manager = static_cast<rws::core::InstanceManager&>(world.core());
   const auto opened = [&](const std::string& list, const std::string& field) {
     util::DataChunk chunk(blob.data(), blob.size());
     for (auto& child : chunk.children) {
@@ -511,34 +512,41 @@ TEST(CrawlerTracks, EachFailureOfTheHostOrAFileIsToldInItsWords) {
       for (auto& one : fields)
         if (one.name == field) one.payload.push_back('x');
     }
-    const auto other = world->Reopen(chunk.flatten());
-    EXPECT_EQ(other->restored, 1) << field;
-    return other->core.Told();
+    EXPECT_EQ(BareRig(manager, "CrawlerTracks").Open(record, chunk.flatten()), 1) << field;
+    return world.Told();
   };
-  const std::string again = "Error when loading, try again.";
-  EXPECT_EQ(opened("wheels", "name"), (Messages{"Could not load Wheel", again}));
+  const std::string again = "Error: Error when loading, try again.";
+  EXPECT_EQ(opened("wheels", "name"), (Messages{"Error: Could not load Wheel", again}));
   for (const char* value : {"stepDescInfo", "stepBodyDescInfo", "linVelocity", "angVelocity"})
-    EXPECT_EQ(opened("track", value), (Messages{"Could not load Step", again})) << value;
+    EXPECT_EQ(opened("track", value), (Messages{"Error: Could not load Step", again})) << value;
   EXPECT_EQ(opened("crawlerTracks", "gravity"), Messages{again});
+  const std::set<std::string> firmness{"flaccid",           "trackDamping", "transFlaccid",
+                                       "trackTransDamping", "twistFlaccid", "trackTwistDamping"};
   // Next to none of these is brought to the least that a user can set.
-  NewWorld loose("CrawlerTracks");
-  for (const std::string way : {"Bending", "Displacement", "Twist"}) {
-    for (const char* what : {" Stiffness", " Damping"}) {
-      for (const double value : {0.0099, 0.0105}) {
-        *loose.core.Find(way + what).number = value;
-        const auto other = loose.Reopen(loose.Save());
-        EXPECT_EQ(other->restored, 0);
-        EXPECT_EQ(*other->core.Find(way + what).number, std::max(value, 0.01)) << way << what;
-      }
+  for (const double value : {0.0099, 0.0105}) {
+    util::DataChunk chunk(blob.data(), blob.size());
+    for (auto& child : chunk.children)
+      for (auto& field : child.children)
+        if (child.name == "crawlerTracks" && firmness.count(field.name))
+          std::memcpy(field.payload.data(), &value, sizeof value);
+    BareRig other(manager, "CrawlerTracks");
+    EXPECT_EQ(other.Open(record, chunk.flatten()), 0);
+    const auto saved = other.Save();
+    for (const std::string& field : firmness) {
+      double kept = 0.0;
+      util::DataChunk(saved.data(), saved.size()).getChunk("crawlerTracks").getValue(field, kept);
+      EXPECT_EQ(kept, std::max(value, 0.01)) << field;
     }
   }
 
   for (const auto& [node, text] : {std::pair{"step002", "Error when updating, can't find steps."},
                                    {"bogie01", "Could not create an actor, no wheelNode"}}) {
-    world->core.DeleteNode(&world->Node(node), false);
-    world->Take(0, 2);
-    EXPECT_EQ(world->core.Told(), Messages{text});
+    auto& adaptor = world.session.GetAdaptor();
+    adaptor.DiscardNode(adaptor.FindSceneNode(std::string("Rig_") + node));
+    world.Resimulate(0, 2);
+    EXPECT_EQ(told(), Messages{std::string("Error: ") + text});
   }
 }
+
 }  // namespace
 }  // namespace orv::tests

@@ -1,8 +1,8 @@
 // The gun: what it fires when, how projectiles fly and bounce, and how takes go on.
 #include "plugins/release/firepower/FiringLogic.h"
 #include "plugins/release/firepower/Flight.h"
+#include "rigs/BareRig.h"
 #include "rigs/RigSuite.h"
-#include "support/FakeInterface.h"
 
 namespace orv::tests {
 namespace {
@@ -12,6 +12,7 @@ using rws::addon::Flight;
 using rws::addon::GunSettings;
 using rws::addon::GunState;
 using Vector = util::Vector3<double>;
+using Matrix = util::Matrix<double>;
 
 /// Frames in which a gun discharges, the input given by frame.
 std::vector<int> Discharges(const GunSettings& settings, int frames, double fps,
@@ -407,62 +408,78 @@ TEST(Firepower, ARetakeReplacesTheProjectilesOfItsFutureAndUndoBringsThemBack) {
 }
 
 TEST(Firepower, EachFailureIsToldInItsWords) {
-  using Messages = std::vector<std::string>;
-  const auto fresh = [] {
-    auto world = std::make_unique<NewWorld>("Firepower");
-    world->core.controls.at("Fire")->current = 1.0;
-    return world;
+  RigScene world("Firepower");
+  BareRig* rig = &Strip(world, "CreateMeshNode");
+  const auto told = [&] {
+    rig->refused.clear();
+    return world.Told();
   };
-  FakeWorld unmade(Kind("Firepower"));
-  unmade.core.refused = "CreateMeshNode";
-  EXPECT_EQ(unmade.rig->Create(), 1);
-  EXPECT_EQ(unmade.core.Told(), Messages{"Error in onCreate"});
+  EXPECT_EQ(told(), Messages{"Error: Error in onCreate"});
 
-  auto world = fresh();
-  world->core.refused = "CreateMeshNode";
-  world->Take(0, 20);
-  EXPECT_EQ(world->core.Told(), Messages{"Error in onNodeCreate"}) << "once a take";
-  world->Take(0, 20);
-  world->Take(0, 20, [&](int i) { world->core.refused = i == 0 ? "DeleteNode" : ""; });
-  EXPECT_EQ(world->core.Told(), Messages{"Error in onNodeDelete"});
-  world->Take(0, 20, [&](int i) { world->core.refused = i > 9 ? "GetSnapshot" : ""; });
-  EXPECT_EQ(world->core.Told(), Messages{"Error in onBulletFrame"});
-  world->core.refused = "SetUserData";
-  world->core.blob.clear();
-  EXPECT_EQ(world->rig->Store(), 1);
-  EXPECT_EQ(world->core.Told(), Messages{"Error in onSave"});
+  const auto renew = [&] {
+    rig = &Strip(world);
+    world.Drive("Fire", {{0.0, 1.0}});
+  };
+  renew();
+  const auto fails = [&](const std::string& operation, int from, int to) {
+    world.onFrame = [=](int frame) {
+      rig->refused = frame + 1 >= from && frame + 1 < to ? operation : "";
+    };
+    world.onFrame(-1);
+    world.Resimulate(0, 20);
+    world.onFrame = nullptr;
+    return told();
+  };
+  EXPECT_EQ(fails("CreateMeshNode", 0, 21), Messages{"Error: Error in onNodeCreate"})
+      << "once a take";
+  world.Resimulate(0, 20);
+  EXPECT_EQ(fails("DeleteNode", 0, 1), Messages{"Error: Error in onNodeDelete"});
+  EXPECT_EQ(fails("GetSnapshot", 10, 21), Messages{"Error: Error in onBulletFrame"});
+  rig->refused = "SetUserData";
+  rig->ClearUserData();
+  EXPECT_EQ(rig->GetRig()->Store(), 1);
+  EXPECT_EQ(told(), Messages{"Error: Error in onSave"});
 
-  world = fresh();
-  world->Take(0, 20);
-  const auto blob = world->Save();
-  auto opened = world->Reopen({blob.begin(), blob.end() - 9});
-  EXPECT_EQ(opened->restored, 1);
-  EXPECT_EQ(opened->core.Told(), Messages{"Error in onLoad"});
+  renew();
+  world.Resimulate(0, 20);
+  const auto blob = rig->Save();
+  util::xml::Tag record("");
+  rig->WriteRecord(record);
+  const auto opened = [&](const std::vector<unsigned char>& data) {
+    BareRig other(static_cast<rws::core::InstanceManager&>(world.core()), "Firepower");
+    return other.Open(record, data);
+  };
+  EXPECT_EQ(opened({blob.begin(), blob.end() - 9}), 1);
+  EXPECT_EQ(told(), Messages{"Error: Error in onLoad"});
   util::DataChunk chunk(blob.data(), blob.size());
   for (auto& child : chunk.children)
     if (child.name == "bullets") child.children.at(1).name = "bullet_00001";
-  opened = world->Reopen(chunk.flatten());
-  EXPECT_EQ(opened->restored, 1);
-  EXPECT_EQ(opened->core.Told(), Messages{"Could not load bullet"});
+  EXPECT_EQ(opened(chunk.flatten()), 1);
+  EXPECT_EQ(told(), Messages{"Error: Could not load bullet"});
 
-  world->core.DeleteNode(&world->Node("bullet_00002"), false);
-  opened = world->Reopen(blob);
-  EXPECT_EQ(opened->restored, 0) << "the other projectiles stay";
-  EXPECT_EQ(opened->core.Told(), Messages{"no node"});
-  world->Take(15, 20);
-  EXPECT_EQ(world->core.Told(), Messages{"no node"});
+  const auto remove = [&](const std::string& node) {
+    auto& adaptor = world.session.GetAdaptor();
+    ASSERT_TRUE(world.scene().Find("Rig_" + node)) << node;
+    adaptor.DiscardNode(adaptor.FindSceneNode("Rig_" + node));
+  };
+  remove("bullet_00002");
+  EXPECT_EQ(opened(blob), 0) << "the other projectiles stay";
+  EXPECT_EQ(told(), Messages{"Error: no node"});
+  world.Resimulate(15, 20);
+  EXPECT_EQ(told(), Messages{"Error: no node"});
 
-  world->Take(0, 20, [&](int i) {
-    if (i == 15) world->core.DeleteNode(&world->Node("barrel"), false);
-  });
-  EXPECT_EQ(world->core.Told(), (Messages{"Error in onFrame", "Error when stopping record"}));
-  opened = world->Reopen(blob);
-  EXPECT_TRUE(opened->restored == 1 && opened->core.Told() == Messages{"no node"})
+  world.onFrame = [&](int frame) {
+    if (frame == 14) remove("barrel");
+  };
+  world.Resimulate(0, 20);
+  world.onFrame = nullptr;
+  EXPECT_EQ(told(), (Messages{"Error: Error in onFrame", "Error: Error when stopping record"}));
+  EXPECT_TRUE(opened(blob) == 1 && told() == Messages{"Error: no node"})
       << "no gun without a barrel";
-  world->rig->Start(0.0);
-  EXPECT_EQ(world->core.Told(), Messages{"Error when starting to record."});
-  world->rig.reset();
-  EXPECT_EQ(world->core.Told(), Messages{"Error when deleting Firepower."});
+  rig->GetRig()->Start(0.0);
+  EXPECT_EQ(told(), Messages{"Error: Error when starting to record."});
+  world.core().DropAllRows();
+  EXPECT_EQ(world.Told(), Messages{"Error: Error when deleting Firepower."});
 }
 
 }  // namespace

@@ -37,6 +37,9 @@ namespace orv::tests {
 
 namespace hl = rws::adaptor::headless;
 
+/// A control by time (s).
+using Control = std::function<double(double t)>;
+
 class HostScene : rws::core::UserInterface {
  public:
   using Matrix = util::Matrix<double>;
@@ -118,6 +121,15 @@ class HostScene : rws::core::UserInterface {
     EXPECT_TRUE(way.SetKeys(times, ways) && turn.SetKeys(times, turns));
     node.SetChannel(way);
     node.SetChannel(turn);
+  }
+
+  /// An input's track, with a value a frame up to `last`.
+  void Feed(const std::string& input, int last, const Control& control) {
+    util::AVar_Linear<double> track;
+    for (int i = 0; i <= last; ++i) track.set(Frame(i), control(Frame(i)));
+    auto& inputs = rig->GetProperties();
+    for (int i = 0; i < inputs.count(); ++i)
+      if (inputs.property(i)->name == input) rig->SetTrack(i, track);
   }
 
   // --- takes and files ---

@@ -1,9 +1,7 @@
 // What every rig must hold on the real core: one instantiation per kind of the list.
-#include "core/instances/InstanceManager.h"
 #include "core/services/Resources.h"
+#include "rigs/BareRig.h"
 #include "rigs/RigSuite.h"
-#include "support/FakeInterface.h"
-#include "support/Templates.h"
 
 namespace orv::tests {
 namespace {
@@ -24,13 +22,15 @@ class Rigs : public testing::TestWithParam<std::string> {
     }
     return world;
   }
+  static rws::core::InstanceManager& Manager(RigScene& world) {
+    return static_cast<rws::core::InstanceManager&>(world.core());
+  }
+  static util::xml::Tag Record(RigScene& world) {
+    util::xml::Tag record("RWT_Plugin");
+    world.rig->WriteRecord(record);
+    return record;
+  }
 };
-
-rws::CCameraPlugin& KindOf(const std::string& id) {
-  for (auto* kind : AllKinds())
-    if (kind->GetId() == id) return *kind;
-  throw std::runtime_error("no kind " + id);
-}
 
 std::vector<std::string> Kinds() {
   std::vector<std::string> kinds;
@@ -114,7 +114,7 @@ TEST_P(Rigs, ARetakeKeepsWhatLiesBeforeItAndUndoAndRedoGiveTheSavedFileByteForBy
 TEST_P(Rigs, ARenamedAndAClonedRigGoOnAsTheSame) {
   auto world = NewScene();
   world->Take(0, 20);
-  auto& manager = static_cast<rws::core::InstanceManager&>(world->core());
+  auto& manager = Manager(*world);
   std::string problem;
   rws::core::Instance* clone = manager.Clone(manager.Find("Rig"), problem);
   ASSERT_TRUE(clone) << problem;
@@ -134,7 +134,7 @@ TEST_P(Rigs, ADeletedRigLeavesNoNodeAndUndoBringsAllOfItBack) {
   const auto fresh = world->PosesOf(0, 25);
   world->Take(0, 20);
   const std::string before = world->Saved();
-  auto& manager = static_cast<rws::core::InstanceManager&>(world->core());
+  auto& manager = Manager(*world);
   auto& adaptor = world->session.GetAdaptor();
   manager.Delete(manager.Find("Rig"), true);
   EXPECT_TRUE(world->PosesOf(0, 0).empty());
@@ -158,7 +158,7 @@ TEST_P(Rigs, ADeletedRigLeavesNoNodeAndUndoBringsAllOfItBack) {
 TEST_P(Rigs, EveryProfileThatComesWithTheRigCanBeAppliedAndUndone) {
   auto world = NewScene();
   const std::string before = world->Saved();
-  const std::string folder = ":/data/" + KindOf(GetParam()).GetDataFolder() + "/configprofiles";
+  const std::string folder = ":/data/" + Kind(GetParam()).GetDataFolder() + "/configprofiles";
   int applied = 0;
   for (const std::string& path : rws::core::ListResources(folder, "ocp")) {
     const std::string name = path.substr(folder.size() + 1, path.size() - folder.size() - 5);
@@ -211,29 +211,36 @@ TEST_P(Rigs, HiddenNodesComeBackWithUndoAndAfterATakeAndStayHiddenInAReopenedSce
   EXPECT_GT(hidden(), usually);
 }
 
-TEST_P(Rigs, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
-  FakeWorld world(KindOf(GetParam()));
-  std::vector<unsigned char> taken;
-  {
-    auto scene = NewScene();
-    scene->Take(0, 3);
-    taken = scene->Stored().flatten();
-    const auto nameOf = [](const hl::SceneNode& node) {
-      return node.GetName().substr(node.GetName().rfind("Rig_", 0) == 0 ? 4 : 0);
-    };
-    for (auto* node : scene->scene().GetNodes()) {
-      auto& bare = world.core.nodes[nameOf(*node)] = std::make_unique<FakeNode>();
-      bare->name = nameOf(*node);
-      bare->rest = node->LocalMatrix(0.0);
-      if (node->GetMesh()) bare->mesh = *node->GetMesh();
-      if (node->GetParent()) bare->parent = world.core.nodes.at(nameOf(*node->GetParent())).get();
-    }
+TEST_P(Rigs, WhatIsSavedOfTheParametersComesBackFromTheBlobAlone) {
+  auto world = NewScene();
+  const util::xml::Tag fresh = Record(*world);
+  for (auto* element : world->rig->GetConfig().GetElements()) {
+    using Kind = rws::core::ConfigElement::Kind;
+    const auto& range = element->GetRange();
+    if (element->GetKind() == Kind::kSpinner || element->GetKind() == Kind::kSpinnerInt)
+      element->SetNumber(std::floor(range.min + 0.37 * (range.max - range.min)));
+    if (element->GetKind() == Kind::kComboBox)
+      element->SetNumber(std::floor(0.37 * static_cast<double>(element->GetItems().size() - 1)));
+    // Of a ground that a car has not kept there is nothing to keep.
+    if (element->GetKind() == Kind::kCheckBox && element->GetLabel() != "Store Ground Mesh Data")
+      element->SetNumber(1.0 - element->GetNumber());
   }
+  const auto saved = world->Stored().flatten();
+  BareRig opened(Manager(*world), GetParam());
+  EXPECT_EQ(opened.Open(fresh, saved), 0);
+  EXPECT_EQ(opened.Save(), saved);
+}
+
+TEST_P(Rigs, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
+  auto world = NewScene();
+  world->Take(0, 3);
+  const auto taken = world->Stored().flatten();
+  const util::xml::Tag record = Record(*world);
   int restored = 0;
   const auto savedAfter = [&](const std::vector<unsigned char>& blob) {
-    const auto opened = world.Reopen(blob);
-    restored = opened->restored;
-    return opened->Save();
+    BareRig opened(Manager(*world), GetParam());
+    restored = opened.Open(record, blob);
+    return opened.Save();
   };
   const auto fresh = savedAfter({});
   EXPECT_EQ(restored, 0);
@@ -267,20 +274,20 @@ TEST_P(Rigs, ABlobThatIsOldForeignOrDamagedLeavesTheDefaults) {
   }
 }
 
-TEST_P(Rigs, NodesAreBoundOnceNoSnapshotIsKeptAndANeededNodeThatIsMissingIsTold) {
-  NewWorld world(KindOf(GetParam()));
+TEST_P(Rigs, NoSnapshotIsKeptAndANeededNodeThatIsMissingIsTold) {
+  RigScene world(GetParam());
+  BareRig& rig = Strip(world);
   world.Take(0, 3);
-  EXPECT_EQ(world.core.openSnapshots, 0);
-  for (auto& [name, node] : world.core.nodes) EXPECT_EQ(node->keyStatesForgotten, 1) << name;
+  EXPECT_EQ(rig.openSnapshots, 0);
+  const util::xml::Tag record = Record(world);
   int needed = 0;
   for (const std::string name : {"CarBodyMesh", "FollowCam", "RelativeCageMesh", "CarriageNode",
                                  "Arm", "Plate", "Camera", "barrel", "driveWheel"}) {
-    const auto taken = world.core.nodes.extract(name);
-    if (taken.empty()) continue;
-    for (auto& [other, node] : world.core.nodes) node->parent = nullptr;
-    EXPECT_EQ(world.Reopen({})->restored, 1) << name;
+    if (needed > 0 || !world.scene().Find("Rig_" + name)) continue;
+    BareRig opened(Manager(world), GetParam());
+    opened.refused = "FindNode " + name;
+    EXPECT_EQ(opened.Open(record, {}), 1) << name;
     ++needed;
-    break;
   }
   EXPECT_EQ(needed, 1);
 }

@@ -97,6 +97,12 @@ class Node final : public HostNode {
   std::string GetSceneName() override { return m_object ? m_object->name : std::string(); }
   std::string GetTag() override { return m_object ? m_object->tag : std::string(); }
   Object* GetObject() { return m_object; }
+  std::intptr_t Extension(int code, void* a, void* b) override {
+    keyStatesForgotten += code == rws::kForgetTransformKeys;
+    return HostNode::Extension(code, a, b);
+  }
+
+  int keyStatesForgotten = 0;
 
  private:
   friend class Host;

@@ -48,6 +48,13 @@ inline std::vector<rws::CCameraPlugin*> AllKinds() {
   return kinds;
 }
 
+/// The rig kind of this id.
+inline rws::CCameraPlugin& Kind(const std::string& id) {
+  for (rws::CCameraPlugin* kind : AllKinds())
+    if (kind->GetId() == id) return *kind;
+  throw std::runtime_error("no kind " + id);
+}
+
 /// A kind's id as the name of an instantiated test.
 inline std::string TestName(std::string id) {
   for (char& c : id)

@@ -1,19 +1,25 @@
 // Files of template tools, what a rig makes of them, and the ones that come with the program.
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-#include "support/FakeInterface.h"
+#include "rigs/RigSuite.h"
+#include "support/TempFolder.h"
 #include "support/Templates.h"
-#include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
-#include "util/QTransform.h"
 
-namespace orv::rws::addon {
+namespace orv::tests {
 namespace {
 
-using tests::Matrix;
-using tests::NewWorld;
+using rws::CCameraPlugin;
+using rws::addon::MakeTemplatePlugin;
+using Matrix = HostScene::Matrix;
+
+/// A rig of this kind, in the place of the one that comes with the program.
+struct World : HostScene {
+  explicit World(CCameraPlugin& kind, double fps = 25.0)
+      : HostScene(kind.GetId(), "Rig", fps, {&kind}) {
+    scene().SetRange(0.0, 100.0);
+    if (auto* const input = rig->FindInput("In")) input->deadzone = 0.0;
+  }
+  Matrix Local(const std::string& node, int frame) { return Find(node).LocalMatrix(Frame(frame)); }
+};
 
 struct EndPlugin {
   void operator()(CCameraPlugin* plugin) const { plugin->Destroy(); }
@@ -42,12 +48,6 @@ PluginPtr WithOutputs(const std::string& outputs) {
 
 std::string Output(const std::string& channel, const std::string& expression) {
   return "<output node=\"Cam\" channel=\"" + channel + "\">" + expression + "</output>";
-}
-
-CCameraPlugin& Shipped(const std::string& id) {
-  for (CCameraPlugin* kind : tests::ShippedTemplates())
-    if (kind->GetId() == id) return *kind;
-  throw std::runtime_error("no template " + id);
 }
 
 constexpr char kIntegrator[] =
@@ -158,21 +158,22 @@ TEST(TemplateTool, ExpressionsReadParametersInputsMotionsTimeAndOtherOutputs) {
       Output("scale y", "<parameter>a</parameter>") +
       "<output "
       "name=\"later\"><mul><parameter>a</parameter><parameter>on</parameter></mul></output>");
-  NewWorld world(*kind);
-  world.core.Set("On=1");
-  world.Node("Base").rest = util::QTransform<double>{{0, 0, 0.5}, {}}.toMatrix();
-  world.Node("Cam").rest = Matrix::rotationAxisAngle(90.0, 0, 1, 0);
-  world.Take(0, 2, [&](int frame) { world.core.controls["In"]->current = 0.125 * frame; });
+  World world(*kind);
+  world.Set("On=1");
+  world.Find("Base").SetPose({{0, 0, 0.5}, {}, {1, 1, 1}});
+  world.Find("Cam").SetPose(rws::adaptor::Decompose(Matrix::rotationAxisAngle(90.0, 0, 1, 0)));
+  world.Feed("In", 2, [](double t) { return t * 25.0 * 0.125; });
+  world.Resimulate(0, 2);
   // The rest of the pose stays: Y still points up, then it is turned by the motion, 0.5 rad.
-  const Matrix pose = world.Node("Cam").Local(0.08);
+  const Matrix pose = world.Local("Cam", 2);
   const double expected[] = {5.0, 0.08 + 0.25, 3.0 + 20.0 + std::asin(1.0)};
   for (int i = 0; i < 3; ++i) EXPECT_NEAR(pose.translation()[i], expected[i], 1e-12) << i;
   EXPECT_NEAR(pose.axisRow(1).x, -2.0 * std::sin(0.5), 1e-12);
   EXPECT_NEAR(pose.axisRow(2).x, std::cos(0.5), 1e-12);
-  EXPECT_TRUE(world.Node("Base").mesh == util::CMesh_Box(1, 1, 1));
-  EXPECT_TRUE(world.Node("Rod").mesh == util::CMesh_Cylinder(0.5, 1, 24));
+  EXPECT_TRUE(*world.Find("Base").GetMesh() == util::CMesh_Box(1, 1, 1));
+  EXPECT_TRUE(*world.Find("Rod").GetMesh() == util::CMesh_Cylinder(0.5, 1, 24));
   // At the start the input is at rest.
-  EXPECT_NEAR(world.Node("Cam").Local(0.0).translation().y, 0.0, 1e-12);
+  EXPECT_NEAR(world.Local("Cam", 0).translation().y, 0.0, 1e-12);
 }
 
 TEST(TemplateTool, ATakeGoesOnWhereOneStoodAndElseBeginsAtTheStartOrTheNode) {
@@ -180,26 +181,30 @@ TEST(TemplateTool, ATakeGoesOnWhereOneStoodAndElseBeginsAtTheStartOrTheNode) {
       WithOutputs(Output("translate x", kIntegrator) +
                   "<output name=\"speed\"><start><constant>5</constant></start><before/></output>" +
                   Output("translate y", "<before>speed</before>"));
-  NewWorld world(*kind);
-  world.Node("Cam").rest.setTranslation({10.0, 0.0, 0.0});
-  const auto xAt = [&](int frame) { return world.Place("Cam", frame).x; };
-  world.Take(5, 30);
+  World world(*kind);
+  world.Find("Cam").SetPose({{10.0, 0.0, 0.0}, {}, {1, 1, 1}});
+  const auto xAt = [&](int frame) { return world.At("Cam", frame).x; };
+  world.Resimulate(5, 30);
   EXPECT_NEAR(xAt(30), 10.0 + 25 * 0.08, 1e-9);
-  EXPECT_EQ(world.Place("Cam", 6).y, 5.0);
-  world.Take(20, 40);
+  EXPECT_EQ(world.At("Cam", 6).y, 5.0);
+  world.Resimulate(20, 40);
   EXPECT_NEAR(xAt(40), 10.0 + 35 * 0.08, 1e-9) << "it goes on";
-  Matrix moved;
-  moved.setTranslation({-3.0, 0.0, 0.0});
-  world.Node("Cam").keys[world.Time(40)] = moved;
-  world.Take(40, 50);
+  const auto put = [&](int frame, double x) {
+    Matrix pose;
+    pose.setTranslation({x, 0.0, 0.0});
+    auto* const cam = world.session.GetAdaptor().FindSceneNode("Rig_Cam");
+    EXPECT_TRUE(cam->SetWorldPose(world.Frame(frame), pose, true));
+  };
+  put(40, -3.0);
+  world.Resimulate(40, 50);
   EXPECT_NEAR(xAt(50), -3.0 + 10 * 0.08, 1e-9) << "from where the user has put it";
-  world.Node("Cam").keys[world.Time(90)] = Matrix();
-  world.Take(90, 92);
+  put(90, 0.0);
+  world.Resimulate(90, 92);
   EXPECT_NEAR(xAt(92), 2 * 0.08, 1e-9) << "no take leads there";
-  *world.core.Find("A").number = 9.0;
-  world.core.Press("Re-Initialize");
-  world.Take(91, 92);
-  world.Take(91, 92);
+  world.Edit("A", 9.0);
+  world.Press("Re-Initialize");
+  world.Resimulate(91, 92);
+  world.Resimulate(91, 92);
   EXPECT_NEAR(xAt(92), 0.08 + 9 * 0.04, 1e-9);
 }
 
@@ -208,26 +213,73 @@ TEST(TemplateTool, AChangedFileFindsTheMemoriesOfAnOldSceneByTheirNames) {
   const PluginPtr old = WithOutputs(way);
   const PluginPtr changed = WithOutputs(Output("translate y", "<before>new</before>") +
                                         "<output name=\"new\"><before/></output>" + way);
-  NewWorld before(*old), after(*changed);
-  before.Take(0, 10);
-  after.core.blob = before.Save();
-  after.Node("Cam").keys = before.Node("Cam").keys;
-  ASSERT_EQ(after.rig->Restore(), 0);
-  after.Take(10, 12);
-  EXPECT_NEAR(after.Place("Cam", 12).x, 12 * 0.08, 1e-9);
+  TempFolder folder;
+  {
+    World before(*old);
+    before.Resimulate(0, 10);
+    folder.Write("old.glb", before.Saved());
+  }
+  World after(*changed);
+  std::string error;
+  ASSERT_TRUE(after.session.Open(folder.path + "/old.glb", error)) << error;
+  after.MeetAgain();
+  after.Resimulate(10, 12);
+  EXPECT_NEAR(after.At("Cam", 12).x, 12 * 0.08, 1e-9);
 }
 
 TEST(TemplateTool, WhatIsNoNumberIsPassedOnAndLeavesTheMemoryWhole) {
   const PluginPtr kind = WithOutputs(
       Output("translate x", "<add><before/><inv><parameter>in</parameter></inv></add>") +
       Output("translate y", "<neg><parameter>Cam translate x</parameter></neg>"));
-  NewWorld world(*kind);
+  World world(*kind);
   const double inputs[] = {0.0, 0.0, 0.5, 0.0, 0.5};
-  world.Take(0, 4, [&](int frame) { world.core.controls["In"]->current = inputs[frame]; });
-  EXPECT_FALSE(std::isfinite(world.Place("Cam", 1).y));
-  EXPECT_EQ(world.Place("Cam", 2).y, -2.0);
-  EXPECT_EQ(world.Place("Cam", 4).y, -4.0);
-  EXPECT_EQ(world.Reopen(world.Save())->restored, 0);
+  world.Feed("In", 4, [&](double t) { return inputs[world.FrameOf(t)]; });
+  world.Resimulate(0, 4);
+  EXPECT_EQ(world.session.TakeWarnings().at(0).find("2 poses were not written"), 0u);
+  EXPECT_EQ(world.At("Cam", 2).y, -2.0);
+  EXPECT_EQ(world.At("Cam", 4).y, -4.0);
+  world.Reopen();
+}
+
+constexpr char kZoom[] = R"(<template version="1" id="Zoom" name="Zoom" category="Camera">
+  <parameters><spinner name="rate" label="Rate" value="10" min="-90" max="90"/></parameters>
+  <nodes><camera name="Cam" fieldofview="30"/></nodes>
+  <outputs>
+    <output node="Cam" channel="field of view"><add><before/>
+      <mul><parameter>rate</parameter><parameter>frame duration</parameter></mul></add></output>
+    <output node="Cam" channel="focus distance"><constant>-3</constant></output>
+    <output node="Cam" channel="translate x">
+      <inv><greater><parameter>time</parameter><constant>0.39</constant></greater></inv></output>
+  </outputs></template>)";
+
+TEST(TemplateTool, LensesAreRecordedRepeatedAndUndoneAndRefusedPosesTold) {
+  const PluginPtr kind = Make(kZoom);
+  RigScene world("Zoom", 25.0, {kind.get()});
+  const auto lens = [&] {
+    std::vector<double> values;
+    auto& node = world.session.GetAdaptor().NodeFor(world.Find("Cam"));
+    for (int i = 0; i <= 20; ++i) {
+      auto* snapshot = node.GetSnapshotLens(world.Frame(i));
+      values.push_back(snapshot->GetFieldOfView());
+      values.push_back(snapshot->GetFocusDistance());
+      node.ReleaseSnapshot(snapshot);
+    }
+    return values;
+  };
+  const auto fresh = lens();
+  world.Take(0, 20);
+  const auto taken = lens();
+  EXPECT_EQ(taken[0], 30.0);
+  EXPECT_NEAR(taken[40], 30.0 + 20 * 0.4, 1e-9);
+  EXPECT_EQ(taken[41], 0.0) << "kept within what a lens can be";
+  EXPECT_NE(world.session.TakeWarnings().at(0).find("node Rig_Cam at 0 s"), std::string::npos);
+  EXPECT_EQ(world.PosesOf(20, 20)["Cam"].at(0).translation().x, 1.0);
+  world.Resimulate(0, 20);
+  EXPECT_EQ(lens(), taken);
+  world.Resimulate(12, 20);
+  EXPECT_EQ(lens(), taken);
+  for (int run = 0; run < 3; ++run) ASSERT_TRUE(world.session.GetAdaptor().HostUndo());
+  EXPECT_EQ(lens(), fresh);
 }
 
 /// Angle of a plane pendulum on a pivot that moves by 0.3 sin(2t) m, from 40 degrees, at rest
@@ -254,43 +306,44 @@ double SwingAngle(double seconds, double length) {
 
 TEST(TemplateTool, ThePendulumSwingsAsOnePhysicsBookSaysAndStaysOnItsRod) {
   constexpr double kFps = 200.0;
-  NewWorld world(Shipped("Pendulum"), kFps);
+  World world(Kind("Pendulum"), kFps);
   for (const auto& [label, value] : std::map<std::string, double>{
            {"Length", 2.0}, {"Air Drag", 0.0}, {"Start Angle", 40.0}, {"Start Heading", 90.0}})
-    *world.core.Find(label).number = value;
+    world.Edit(label, value);
   const int frames = static_cast<int>(6 * kFps);
-  for (int i = 0; i <= frames; ++i)
-    world.Node("Pivot").keys[world.Time(i)].setTranslation(
-        {0.3 * std::sin(2 * i / kFps), 1.0, 0.0});
-  world.Take(0, frames);
+  World::Animate(world.Find("Pivot"), world.Frame(1), frames, [](double t) {
+    return rws::adaptor::Trs{{0.3 * std::sin(2 * t), 1.0, 0.0}, {}, {1, 1, 1}};
+  });
+  world.Resimulate(0, frames);
   for (int i = 0; i <= frames; i += 100) {
-    const auto down = world.Place("Bob", i) - world.Place("Pivot", i);
+    const auto down = world.At("Bob", i) - world.At("Pivot", i);
     EXPECT_NEAR(down.length(), 2.0, 1e-12) << i;
     EXPECT_NEAR(std::atan2(down.x, -down.y), SwingAngle(i / kFps, 2.0), 0.01) << i;
   }
   // However its pivot jumps, it stays whole.
-  NewWorld wild(Shipped("Pendulum"));
+  World wild(Kind("Pendulum"));
+  World::Animate(wild.Find("Pivot"), wild.Frame(1), 50, [&](double t) {
+    const int i = wild.FrameOf(t);
+    return rws::adaptor::Trs{{i % 7 * 30.0, i % 3 * -40.0, i % 5 * 9.0}, {}, {1, 1, 1}};
+  });
+  wild.Resimulate(0, 50);
   for (int i = 0; i <= 50; ++i)
-    wild.Node("Pivot").keys[wild.Time(i)].setTranslation(
-        {i % 7 * 30.0, i % 3 * -40.0, i % 5 * 9.0});
-  wild.Take(0, 50);
-  for (int i = 0; i <= 50; ++i)
-    EXPECT_NEAR((wild.Place("Bob", i) - wild.Place("Pivot", i)).length(), 1.5, 1e-9) << i;
+    EXPECT_NEAR((wild.At("Bob", i) - wild.At("Pivot", i)).length(), 1.5, 1e-9) << i;
 }
 
 TEST(TemplateTool, TheTurntableStartsSoftlyHoldsItsSpeedAndStopsAfterItsTurns) {
   for (const double fps : {24.0, 60.0}) {
-    NewWorld world(Shipped("Turntable"), fps);
-    *world.core.Find("Seconds Per Turn").number = 4.0;
-    *world.core.Find("Soft Start").number = 1.0;
-    *world.core.Find("Turns").number = 2.25;
+    World world(Kind("Turntable"), fps);
+    world.Edit("Seconds Per Turn", 4.0);
+    world.Edit("Soft Start", 1.0);
+    world.Edit("Turns", 2.25);
     const int frames = static_cast<int>(20 * fps);
-    world.Take(0, frames);
+    world.Resimulate(0, frames);
     constexpr double kTurn = 2 * 3.14159265358979323846;
     double turned = 0.0, fastest = 0.0, at1 = 0.0;
     for (int i = 1; i <= frames; ++i) {
-      const auto x0 = world.Node("Plate").Local(world.Time(i - 1)).axisRow(0);
-      const auto x1 = world.Node("Plate").Local(world.Time(i)).axisRow(0);
+      const auto x0 = world.Local("Plate", i - 1).axisRow(0);
+      const auto x1 = world.Local("Plate", i).axisRow(0);
       const double step = std::atan2(x0.z * x1.x - x0.x * x1.z, x0.dot(x1));
       EXPECT_GE(step, -1e-12) << i;
       turned += step;
@@ -304,22 +357,25 @@ TEST(TemplateTool, TheTurntableStartsSoftlyHoldsItsSpeedAndStopsAfterItsTurns) {
 }
 
 TEST(TemplateTool, TheHandsShakeTheSameAtEveryFrameRateAndNotAtAllWithoutAmount) {
-  NewWorld world(Shipped("HandheldCam")), fine(Shipped("HandheldCam"), 50.0);
-  NewWorld other(Shipped("HandheldCam")), still(Shipped("HandheldCam"));
-  *other.core.Find("Seed").choice = 7;
-  *still.core.Find("Amount").number = 0.0;
-  for (NewWorld* each : {&world, &other, &still}) each->Take(0, 50);
-  fine.Take(0, 100);
+  const auto places = [](const std::string& edit, double fps) {
+    World world(Kind("HandheldCam"), fps);
+    world.Set(edit);
+    const int frames = static_cast<int>(2 * fps);
+    world.Resimulate(0, frames);
+    return world.PosesOf(0, frames).at("Camera");
+  };
+  const auto world = places("Amount=1", 25.0), fine = places("Amount=1", 50.0);
+  const auto other = places("Seed=7", 25.0), still = places("Amount=0", 25.0);
   double widest = 0.0;
-  for (int i = 0; i <= 50; ++i) {
-    const auto place = world.Place("Camera", i);
+  for (std::size_t i = 0; i <= 50; ++i) {
+    const auto place = world[i].translation();
     widest = std::max(widest, place.length());
-    EXPECT_LT((place - fine.Place("Camera", 2 * i)).length(), 1e-9) << i;
-    EXPECT_GT((place - other.Place("Camera", i)).length(), 1e-6) << i;
-    EXPECT_EQ(still.Place("Camera", i).length(), 0.0) << i;
+    EXPECT_LT((place - fine[2 * i].translation()).length(), 1e-9) << i;
+    EXPECT_GT((place - other[i].translation()).length(), 1e-6) << i;
+    EXPECT_EQ(still[i].translation().length(), 0.0) << i;
   }
   EXPECT_TRUE(widest > 0.005 && widest < 0.06) << widest;
 }
 
 }  // namespace
-}  // namespace orv::rws::addon
+}  // namespace orv::tests
