@@ -11,11 +11,25 @@
 #include "core/config/ParameterUndo.h"
 #include "core/host/AdaptorInterface.h"
 #include "core/instances/Instance.h"
+#include "core/instances/RecordKeys.h"
+#include "core/services/CalibrationFile.h"
 #include "core/tools/Tool.h"
 #include "unidevice/Control.h"
+#include "unidevice/ControlFinder.h"
+#include "unidevice/DriverManager.h"
 #include "unidevice/Property.h"
 
 namespace orv::rws::core {
+
+namespace {
+
+std::vector<int> AllInputs(const Instance& instance) {
+  std::vector<int> all(static_cast<std::size_t>(instance.GetProperties().count()));
+  std::iota(all.begin(), all.end(), 0);
+  return all;
+}
+
+}  // namespace
 
 // --- parameters ---
 
@@ -96,6 +110,62 @@ std::string CoreImplementation::LoadProfile(const std::string& toolName,
   return problem;
 }
 
+// --- what parameters are compared with ---
+
+ProfileValues CoreImplementation::GetBaseValues(const Instance& instance,
+                                                ParameterBase base) const {
+  const ConfigProfileManager& profiles = instance.GetTool()->GetConfigProfiles();
+  std::vector<const util::xml::Element*> documents{profiles.Find(kFactorySettings)};
+  if (!documents[0]) return {};
+  const util::xml::Tag* const own = profiles.Find(instance.GetCurrentProfile());
+  if (base == ParameterBase::kProfile && own) documents.push_back(own);
+  return {instance.GetConfig(), documents};
+}
+
+std::string CoreImplementation::ResetElements(Instance& instance,
+                                              const std::vector<ConfigElement*>& elements,
+                                              ParameterBase base, const std::string& what) {
+  const ProfileValues values = GetBaseValues(instance, base);
+  std::vector<ConfigElement*> changed;
+  for (ConfigElement* element : elements)
+    if (values.Differs(*element)) changed.push_back(element);
+  if (changed.empty()) return {};
+  const CoreRequest request(*this);
+  const auto before = std::make_shared<ParameterState>(instance);
+  GetAdaptor()->BeginUndoBlock("Reset " + what);
+  GetAdaptor()->PushUndo(new ParameterUndo(instance, before));
+  for (ConfigElement* element : changed) values.WriteTo(*element);
+  before->KeepChanged(instance);
+  GetAdaptor()->EndUndoBlock();
+  instance.RefreshConfig();
+  return {};
+}
+
+std::string CoreImplementation::ResetParameters(Instance& instance,
+                                                const std::vector<int>& elements,
+                                                ParameterBase base) {
+  std::vector<ConfigElement*> found;
+  for (const int id : elements) {
+    std::string problem;
+    found.push_back(FindEditable(instance, id, problem));
+    if (!found.back()) return problem;
+  }
+  return ResetElements(instance, found, base,
+                       found.size() == 1 ? found[0]->GetLabel() : "parameters");
+}
+
+std::string CoreImplementation::ResetGroup(Instance& instance, const ConfigElement& group,
+                                           ParameterBase base) {
+  std::vector<ConfigElement*> inside;
+  for (ConfigElement* element : instance.GetConfig().GetElements()) {
+    const ConfigElement* around = element->GetParent();
+    while (around && around != &group) around = around->GetParent();
+    if (around && element->HasValue()) inside.push_back(element);
+  }
+  return ResetElements(instance, inside, base,
+                       group.GetLabel().empty() ? "all parameters" : group.GetLabel());
+}
+
 // --- inputs ---
 
 std::string CoreImplementation::ChangeInputs(Instance& instance, const std::string& undoName,
@@ -122,6 +192,25 @@ std::string CoreImplementation::MapInput(Instance& instance, int input,
                       [=] { property->assign(control); });
 }
 
+std::string CoreImplementation::MapInputTo(Instance& instance, int input,
+                                           const util::xml::Tag& controlTag) {
+  unidevice::Property* const property = instance.GetProperties().property(input);
+  if (!property) return "there is no input with the index " + std::to_string(input);
+  const auto parts = unidevice::choicesOf(controlTag);
+  if (!controlTag.name.empty() && parts.empty()) return "it names no control";
+  if (!parts.empty()) {
+    std::uint32_t kind = parts[0].kind();
+    if (parts.size() > 1) kind = unidevice::pairKind(kind, parts[1].kind());
+    if ((kind & property->flags) == 0)
+      return property->displayName + " takes no control of this kind";
+  }
+  return ChangeInputs(instance, "Map " + property->displayName, {input}, [&] {
+    util::xml::Tag mapping(record::kProperty);  // without numbers, which stay
+    if (!parts.empty()) mapping.addChild(controlTag);
+    property->load(mapping);
+  });
+}
+
 std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
                                                  const InputResponse& response) {
   unidevice::Property* const property = instance.GetProperties().property(input);
@@ -140,13 +229,49 @@ std::string CoreImplementation::LoadInputProfile(Instance& instance,
                                                  const std::string& profileName) {
   InputProfileManager& profiles = instance.GetTool()->GetInputProfiles();
   if (!profiles.Find(profileName)) return "there is no input profile \"" + profileName + "\"";
-  std::vector<int> all(static_cast<std::size_t>(instance.GetProperties().count()));
-  std::iota(all.begin(), all.end(), 0);
   std::string problem;
-  const std::string refused = ChangeInputs(instance, "Load input profile", std::move(all), [&] {
-    problem = profiles.Apply(profileName, instance.GetProperties());
-  });
+  const std::string refused =
+      ChangeInputs(instance, "Load input profile", AllInputs(instance),
+                   [&] { problem = profiles.Apply(profileName, instance.GetProperties()); });
   return refused.empty() ? problem : refused;
+}
+
+std::string CoreImplementation::LoadInputFactorySettings(Instance& instance) {
+  const util::xml::Tag& factory = instance.GetTool()->GetInputProfiles().GetFactorySettings();
+  return ChangeInputs(instance, "Load input profile", AllInputs(instance),
+                      [&] { InputProfileManager::ApplyTo(factory, instance.GetProperties()); });
+}
+
+// --- calibration ---
+
+std::string CoreImplementation::ChangeCalibration(
+    const std::function<void(unidevice::CalibrationTable&)>& change) {
+  if (IsRecording()) return "a take or a resimulation runs";
+  unidevice::CalibrationTable& table = unidevice::DriverManager::instance().calibrations();
+  CalibrationFile::Load();  // another program may have changed it
+  auto before = table.all();
+  change(table);
+  std::string problem = CalibrationFile::Save();
+  if (!problem.empty()) table.replace(std::move(before));
+  if (problem.empty()) m_messages.Tell(CalibrationsChanged{});
+  return problem;
+}
+
+std::string CoreImplementation::SetCalibration(const unidevice::ControlChoice& control,
+                                               const unidevice::Calibration& calibration) {
+  if (control.device.empty()) return "it names no device";
+  if (control.index < 0) return "controls are numbered from 0";
+  if (const unidevice::ChoiceProblem problem = control.check()) return problem.why;
+  if (control.kind() != unidevice::kInfiniteControl)
+    return "only an axis or a slider can be calibrated";
+  if (const util::Sentence problem = calibration.problem()) return problem.filled();
+  return ChangeCalibration([&](auto& table) { table.set(control, calibration); });
+}
+
+std::string CoreImplementation::ClearCalibration(const unidevice::ControlChoice& control) {
+  if (!unidevice::DriverManager::instance().calibrations().find(control))
+    return "it is not calibrated";
+  return ChangeCalibration([&](auto& table) { table.clear(control); });
 }
 
 // --- undo ---

@@ -1,12 +1,15 @@
 #include "core/CoreImplementation.h"
 
+#include <algorithm>
 #include <new>
 
 #include "core/CoreRequest.h"
+#include "core/HotKeys.h"
 #include "core/config/ParameterEdit.h"
 #include "core/host/AdaptorInterface.h"
 #include "core/host/CoreNode.h"
 #include "core/instances/Instance.h"
+#include "core/services/CalibrationFile.h"
 #include "core/services/Log.h"
 #include "core/tools/CoreLibrary.h"
 #include "core/tools/TemplateLibrary.h"
@@ -19,7 +22,9 @@ CoreImplementation::CoreImplementation() {
   unidevice::DriverManager::instance();  // outlives the core, whose instances are its devices
   for (CoreSubSystem* part : OpenList()) part->m_pCore = this;
   s_listClosed = true;
-  SetHotKeys({70, 107, 187, 109, 189, kKeyEscape, kKeySpace});
+  std::vector<int> watched = HotKeyCodes();
+  watched.push_back(70);  // hosts watch "F" as well, and nothing is bound to it
+  SetHotKeys(watched);
   for (CoreSubSystem* part : OpenList()) part->OnCoreReady();
 }
 
@@ -40,6 +45,7 @@ void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, Temp
   m_library.AddLibrary(std::make_unique<CoreLibrary>(*this, rigs));
   if (maker) m_library.AddLibrary(std::make_unique<TemplateLibrary>(*this, maker));
   m_library.Load();
+  CalibrationFile::Load();
   m_messages.Tell(ToolsChanged{});
 }
 
@@ -126,14 +132,35 @@ void CoreImplementation::SetHotKeys(const std::vector<int>& keys) {
 }
 
 void CoreImplementation::OnKeyEvent(int key, bool down, const KeyModifiers& modifiers) {
-  if (!RecordManager::IsRecording() || RecordManager::IsResimulating()) return;
-  const bool controlAlone = modifiers.control && !modifiers.shift && !modifiers.alt;
-  if (key == kKeyZ && down && controlAlone) {
-    RecordManager::StopRecording();
-    if (Undo()) RecordManager::StartRecording();
-  } else if ((key == kKeySpace || key == kKeyEscape) && down) {
-    RecordManager::StopRecording();
+  if (down) HandleKey(key, modifiers);
+}
+
+bool CoreImplementation::HandleKey(int key, const KeyModifiers& modifiers) {
+  constexpr int kMostByKeys = 10;  // index of the slow factor
+  if (RecordManager::IsResimulating()) return false;
+  const HotKeyTime now = RecordManager::IsRecording() ? HotKeyTime::kInTake : HotKeyTime::kIdle;
+  const HotKey* const row = FindHotKey(key, modifiers, now);
+  if (!row) return false;
+  const int slow = RecordManager::GetSlowFactorIndex();
+  switch (row->action) {
+    case HotKeyAction::kStop:
+      RecordManager::StopRecording();
+      break;
+    case HotKeyAction::kRetry:
+      RecordManager::StopRecording();
+      if (Undo()) RecordManager::StartRecording();
+      break;
+    case HotKeyAction::kSlower:
+      RecordManager::SetSlowFactorIndex(std::min(slow + 1, kMostByKeys));
+      break;
+    case HotKeyAction::kFaster:
+      RecordManager::SetSlowFactorIndex(std::max(slow - 1, 1));
+      break;
+    case HotKeyAction::kStart:
+      RecordManager::StartRecording();
+      break;
   }
+  return true;
 }
 
 // --- take and time ---

@@ -4,6 +4,7 @@
 
 #include "unidevice/Device.h"
 #include "unidevice/DriverManager.h"
+#include "unidevice/DummyDriver.h"
 
 namespace orv::unidevice {
 
@@ -38,6 +39,9 @@ Control* Driver::detect(const std::vector<Control*>* exclude) {
 bool Driver::addDevice(Device* device) {
   device->driver = this;
   devices.push_back(device);
+  // A software device joins its driver before it has any controls.
+  DriverManager& drivers = DriverManager::instance();
+  if (this != &drivers.dummyDriver()) drivers.calibrations().applyTo(*device);
   DriverManager::noteChange();
   return true;
 }

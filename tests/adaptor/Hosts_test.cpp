@@ -30,7 +30,6 @@ class Performance {
         m_rigs(core, dynamic_cast<rws::adaptor::HostAdaptor&>(fixture.Adaptor()),
                [](const std::string& warning) { ADD_FAILURE() << warning; }) {
     m_fixture.SetFrameRate(24.0);
-    core.runEventQueue = [] {};
     core.SetAdaptor(&fixture.Adaptor());
     core.LoadTools(rws::addon::AllRigs(), nullptr);
     rig = core.CreateToolFromFactory(kind, "Rig");

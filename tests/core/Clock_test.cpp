@@ -1,7 +1,10 @@
 // The clock of a take, driven by scripted milliseconds.
+#include <QEventLoop>
+#include <QTimer>
 #include <cmath>
 #include <map>
 
+#include "core/take/RunStatus.h"
 #include "support/CoreTest.h"
 
 namespace orv::tests {
@@ -214,16 +217,55 @@ TEST_F(Clock, ATakeOfATollLengthEndsAtItsLastFrameBeforeTheRangeGrows) {
   EXPECT_EQ(adaptor.rangeEnd, 1.0);
 }
 
-TEST_F(Clock, AStopFromTheEventQueueEndsTheTickForGood) {
+TEST_F(Clock, AStopBetweenTwoTicksEndsTheTakeForGood) {
   core.StartRecording();
   Tick(0);
-  core.runEventQueue = [this] { core.OnKeyEvent(rws::core::kKeyEscape, true, {}); };
   Tick(40);
+  core.OnKeyEvent(rws::core::kKeyEscape, true, {});
   EXPECT_FALSE(core.IsRecording());
   EXPECT_FALSE(core.IsTimerRunning(RecordManager::kTakeTimer));
   const std::size_t steps = Steps().size();
   Tick(80);
   EXPECT_EQ(Steps().size(), steps);
+}
+
+TEST_F(Clock, ATakeGoesOnWhileAMenuThatOpenedInItRunsALoopOfItsOwn) {
+  QEventLoop program;
+  std::size_t before = 0, during = 0;
+  QTimer::singleShot(60, &program, [&] {
+    QEventLoop menu;
+    QTimer::singleShot(400, &menu, [&] { menu.quit(); });
+    before = Steps().size();
+    menu.exec();
+    during = Steps().size() - before;
+    program.quit();
+  });
+  core.StartRecording();
+  program.exec();
+  EXPECT_GE(during, 5u) << "of the 10 frames in 0.4 s";
+  EXPECT_TRUE(core.IsRecording());
+}
+
+TEST_F(Clock, TheStateOfATakeIsToldInWords) {
+  const auto text = [this] { return rws::core::GetRunStatus(core).text.filled(); };
+  EXPECT_EQ(text(), "Ready.");
+  core.GetPreferences().countdownSeconds = 2;
+  core.StartRecording();
+  Run(40, 1000);
+  EXPECT_EQ(text(), "The take begins in 1 s.");
+  core.OnKeyEvent(rws::core::kKeyEscape, true, {});
+  EXPECT_EQ(text(), "Ready.") << "Escape ends the countdown";
+  core.GetPreferences().countdownSeconds = 0;
+  core.StartRecording();
+  Run(40, 400);
+  EXPECT_EQ(text(), "Recording frame 11 (0.44 s).");
+  Tick(1000);
+  EXPECT_EQ(text(), "Recording frame 14 (0.56 s), 12 frames behind.");
+  core.StopRecording();
+  core.BeginResimulation(0.0, 0.4);
+  for (int i = 0; i < 6; ++i) core.StepResimulation();
+  EXPECT_EQ(text(), "Resimulating frame 7 (60 %).");
+  core.EndResimulation();
 }
 
 TEST_F(Clock, ControlZThrowsTheTakeAwayAndStartsAnother) {

@@ -211,7 +211,6 @@ class Messages : public DataRootTest {
     Start({&plugin});
     core->SetAdaptor(&host);
     host.core = core.get();
-    core->runEventQueue = [] {};
     for (int i = 0; i < 3; ++i) core->CreateTool("Probe");
   }
   ~Messages() override { core.reset(); }

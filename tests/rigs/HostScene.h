@@ -51,7 +51,6 @@ class HostScene : rws::core::UserInterface {
   HostScene(const std::string& kind, const std::string& name, double fps,
             const std::vector<rws::CCameraPlugin*>& kinds)
       : session(kinds, rws::addon::MakeTemplatePlugin), m_name(name) {
-    core().runEventQueue = [] {};
     core().SetUserInterface(this);
     scene().SetFrameRate(fps);
     rig = core().CreateToolFromFactory(kind, name);

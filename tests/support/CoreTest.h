@@ -27,7 +27,6 @@ class CoreTest : public testing::Test {
   CoreTest() {
     core.SetAdaptor(&adaptor);
     core.LoadTools({&plugin});
-    core.runEventQueue = [] {};
   }
   void Tick(unsigned ms) { core.OnTimer(rws::core::RecordManager::kTakeTimer, ms); }
 

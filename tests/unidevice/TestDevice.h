@@ -33,7 +33,7 @@ class TestDevice : public Device {
   }
   bool update() override {
     ++polls;
-    for (int i = 0; i < controlCount(); ++i) control(i)->current = hardware[std::size_t(i)];
+    for (int i = 0; i < controlCount(); ++i) control(i)->receive(hardware[std::size_t(i)]);
     return true;
   }
   bool activate() override { return awake = usable; }

@@ -12,6 +12,7 @@
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/Names.h"
 #include "core/instances/Instance.h"
+#include "core/services/CalibrationFile.h"
 #include "unidevice/Control.h"
 #include "unidevice/ControlChoice.h"
 #include "unidevice/Device.h"
@@ -34,6 +35,7 @@ using util::xml::Tag;
 
 void RunDevices(Program& program) {
   const DeviceNotes devices(program.GetOutput());
+  rws::core::CalibrationFile::Load();
   auto& drivers = unidevice::DriverManager::instance();
   drivers.activateAll();
   drivers.updateAll();
@@ -50,6 +52,8 @@ void RunDevices(Program& program) {
                             {"index", control.index},
                             {"description", control.description},
                             {"value", control.current}});
+        if (control.calibration.kind != unidevice::Calibration::Kind::kNone)
+          controls.back()["hardware"] = control.hardware;
         table.Add({device->name, control.type, std::to_string(control.index), control.description,
                    util::shortText(control.current)});
       }

@@ -13,6 +13,8 @@ void AddFitVerb(Program& program);         ///< fit
 void AddSettingVerbs(Program& program);    ///< set, press
 void AddProfileVerbs(Program& program);    ///< profile list, apply, save, ...
 void AddDeviceVerbs(Program& program);     ///< devices, map
+void AddCalibrateVerbs(Program& program);  ///< calibrate list, set, clear
+void AddWhyVerb(Program& program);
 void AddPreferenceVerb(Program& program);  ///< preferences
 void AddRangeVerb(Program& program);
 void AddResimVerb(Program& program);

@@ -25,10 +25,12 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddSettingVerbs(program);
   orv::app::AddProfileVerbs(program);
   orv::app::AddDeviceVerbs(program);
+  orv::app::AddCalibrateVerbs(program);
   orv::app::AddRangeVerb(program);
   orv::app::AddResimVerb(program);
   orv::app::AddTakeVerb(program);
   orv::app::AddInputsVerb(program);
+  orv::app::AddWhyVerb(program);
   orv::app::AddExportVerb(program);
   orv::app::AddPlotVerb(program);
   orv::app::AddPreferenceVerb(program);

@@ -95,6 +95,10 @@ ProfileResult InputProfileManager::Import(const std::string& path, bool overwrit
   return ImportFile(path, overwrite, [](Tag&) {});
 }
 
+void InputProfileManager::RecordFactorySettings(unidevice::PropertyHandler& properties) {
+  m_factorySettings = Write(kFactorySettings, properties);
+}
+
 void InputProfileManager::EnsureStartProfile(unidevice::PropertyHandler& properties) {
   if (!Find(kStartProfile)) PutInMemory(kStartProfile, Write(kStartProfile, properties));
 }

@@ -33,10 +33,17 @@ class InputProfileManager : public XMLFileManager {
   ProfileResult SaveStartProfile(unidevice::PropertyHandler& properties);
   ProfileResult Import(const std::string& path, bool overwrite);
 
+  /// Notes the inputs of a rig that has just been made. It is no profile of the list.
+  void RecordFactorySettings(unidevice::PropertyHandler& properties);
+  const util::xml::Tag& GetFactorySettings() const { return m_factorySettings; }
+
   /// Makes "Start Profile" of the present mapping, in memory, unless there is one.
   void EnsureStartProfile(unidevice::PropertyHandler& properties);
 
   using XMLFileManager::Save;
+
+ private:
+  util::xml::Tag m_factorySettings{std::string()};
 };
 
 }  // namespace orv::rws::core

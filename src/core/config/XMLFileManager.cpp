@@ -128,8 +128,11 @@ bool XMLFileManager::IsReadOnly(const std::string& name) const {
          name != kStartProfile;
 }
 
-/// Whether the profile can be neither renamed nor deleted: there is no file of the user's behind
-/// it.
+bool XMLFileManager::IsFixed(const std::string& name) const {
+  const auto found = m_profiles.find(name);
+  return found == m_profiles.end() || IsFixed(name, found->second);
+}
+
 bool XMLFileManager::IsFixed(const std::string& name, const Profile& profile) const {
   return name == kFactorySettings || profile.origin == Origin::kFactory ||
          profile.origin == Origin::kCollectiveFile;

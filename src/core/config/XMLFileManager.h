@@ -80,6 +80,8 @@ class XMLFileManager {
   const util::xml::Tag* Find(const std::string& name) const;
   /// Whether the profile can't be saved over.
   bool IsReadOnly(const std::string& name) const;
+  /// Whether the profile can be neither renamed nor deleted: no file of the user's is behind it.
+  bool IsFixed(const std::string& name) const;
 
   ProfileResult Rename(const std::string& name, const std::string& newName);
   /// Asks first unless `confirmed`.

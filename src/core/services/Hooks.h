@@ -14,7 +14,15 @@ struct KeyModifiers {
 };
 
 /// Virtual-key codes that the core knows.
-enum VirtualKey : int { kKeyEscape = 27, kKeySpace = 32, kKeyZ = 90 };
+enum VirtualKey : int {
+  kKeyEscape = 27,
+  kKeySpace = 32,
+  kKeyZ = 90,
+  kKeyAdd = 107,       ///< of the number block
+  kKeySubtract = 109,  ///< of the number block
+  kKeyPlus = 187,
+  kKeyMinus = 189,
+};
 
 /// A platform's keyboard hook. It delivers on the main thread.
 class Hooks {

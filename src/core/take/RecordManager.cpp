@@ -1,6 +1,5 @@
 #include "core/take/RecordManager.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -30,10 +29,6 @@ unsigned SystemTickCount() {
   return static_cast<unsigned>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
-void RunQtEvents() {
-  if (QCoreApplication::instance()) QCoreApplication::processEvents();
-}
-
 }  // namespace
 
 /// Models under one dummy model of a rig, with the visibility that they had before the take. The
@@ -43,7 +38,7 @@ struct RecordManager::HiddenModels {
   std::vector<bool> visible;
 };
 
-RecordManager::RecordManager() : tickCount(SystemTickCount), runEventQueue(RunQtEvents) {}
+RecordManager::RecordManager() : tickCount(SystemTickCount) {}
 
 RecordManager::~RecordManager() = default;
 
@@ -197,12 +192,14 @@ void RecordManager::OnTimer(int id, unsigned elapsedMs) {
   if (!m_bRecording || m_bResimulating) return;
   if (!Tick(elapsedMs)) return;
 
+  // Between two ticks the program's event loop runs: the host redraws, and input arrives. A loop
+  // within the tick would hold the take up for as long as a menu that is opened there stays open.
+  //
   // The two counters have different origins, so this nearly always falls to the floor. That is
   // meant: the take clock alone decides when a frame falls due, not the timer's period.
   double wait = GetFrameDuration() -
                 (static_cast<double>(tickCount()) - static_cast<double>(elapsedMs)) / 1000.0;
   if (wait <= 0.0) wait = kMinimumWait;
-  runEventQueue();
   if (m_bRecording) StartTimer(kTakeTimer, wait);
 }
 

@@ -85,10 +85,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   /// Leaves a rig out of the running take.
   void Forget(Instance* instance);
 
-  /// Milliseconds of the system's own clock, and what lets the event queue run within a tick. Both
-  /// may be replaced, so that a test scripts them.
+  /// Milliseconds of the system's own clock; may be replaced, so that a test scripts it.
   std::function<unsigned()> tickCount;
-  std::function<void()> runEventQueue;
 
  protected:
   /// Lets go of what the old user interface made, and has the present one show what runs.

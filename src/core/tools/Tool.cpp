@@ -23,6 +23,7 @@ void Tool::LoadProfiles() {
 void Tool::RecordDefaults(Instance& instance) {
   m_configProfiles.RecordFactorySettings(instance.GetConfig());
   m_configProfiles.EnsureStartProfile();
+  m_inputProfiles.RecordFactorySettings(instance.GetProperties());
   m_inputProfiles.EnsureStartProfile(instance.GetProperties());
 }
 

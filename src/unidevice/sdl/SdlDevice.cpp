@@ -84,13 +84,13 @@ bool SdlDevice::update() {
   SDL_Joystick* joystick = m_force->joystick();
   std::size_t next = 0;
   for (int i = 0; i < m_axes; ++i)
-    m_controls[next++]->current = normalizedAxis(SDL_JoystickGetAxis(joystick, i));
+    m_controls[next++]->receive(normalizedAxis(SDL_JoystickGetAxis(joystick, i)));
   for (int i = 0; i < m_buttons; ++i)
-    m_controls[next++]->current = SDL_JoystickGetButton(joystick, i) ? 1.0 : 0.0;
+    m_controls[next++]->receive(SDL_JoystickGetButton(joystick, i) ? 1.0 : 0.0);
   for (int i = 0; i < m_hats; ++i) {
     const int hat = SDL_JoystickGetHat(joystick, i);
-    m_controls[next++]->current = ((hat & SDL_HAT_RIGHT) != 0) - ((hat & SDL_HAT_LEFT) != 0);
-    m_controls[next++]->current = ((hat & SDL_HAT_UP) != 0) - ((hat & SDL_HAT_DOWN) != 0);
+    m_controls[next++]->receive(((hat & SDL_HAT_RIGHT) != 0) - ((hat & SDL_HAT_LEFT) != 0));
+    m_controls[next++]->receive(((hat & SDL_HAT_UP) != 0) - ((hat & SDL_HAT_DOWN) != 0));
   }
   return true;
 }
