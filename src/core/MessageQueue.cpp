@@ -34,7 +34,7 @@ void MessageQueue::NoteListener(const util::MessageNode* listener) {
 }
 
 void MessageQueue::Deliver() {
-  if (m_present != 0) return;
+  if (m_news.empty() || m_present != 0) return;
   struct End {
     MessageQueue& queue;
     ~End() {

@@ -113,5 +113,24 @@ TEST_P(CarJumpProfile, ADropIsOneFallOneCompressionAndADecayingSettling) {
   }
 }
 
+/// Until it has landed the car has its full grip, however slowly tires take hold again.
+TEST(CarJump, TiresTakeHoldAnewWhereACarLands) {
+  std::ptrdiff_t landed = 0;
+  const auto drive = [&](double release) {
+    CarScene car;
+    car.Edit("Skidding Release Response Factor", release);
+    car.AddGround(GridMesh(Ramp, Rows(-30, 30, 2), Rows(-100, 20, 1200)));
+    car.Drive(14.4, {{kGas, PressedSoon(1)}, {kSteer, Between(12, 15, 0.5)}});
+    landed = car.air.rend() - std::find(car.air.rbegin(), car.air.rend(), 15);
+    std::vector<Vector> path;
+    for (int i = 0; i <= car.FrameOf(14.4); ++i) path.push_back(car.At("CarBodyMesh", i));
+    return path;
+  };
+  const std::vector<Vector> atOnce = drive(1.0), slowly = drive(0.1);
+  ASSERT_LT(landed, 345);
+  for (int i = 0; i < landed; ++i) ASSERT_EQ(atOnce[i], slowly[i]) << i;
+  EXPECT_GT((atOnce[350] - slowly[350]).length(), 0.01);
+}
+
 }  // namespace
 }  // namespace orv::tests

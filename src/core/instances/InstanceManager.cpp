@@ -1,6 +1,7 @@
 #include "core/instances/InstanceManager.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string_view>
@@ -16,6 +17,7 @@
 #include "core/interface/CCamera.h"
 #include "core/services/Log.h"
 #include "core/tools/Tool.h"
+#include "util/NumberText.h"
 #include "util/xml/Tag.h"
 
 namespace orv::rws::core {
@@ -26,21 +28,21 @@ namespace {
 struct NameNumber {
   std::size_t position = std::string::npos;
   std::size_t digits = 0;
-  long long value = 0;
+  std::int64_t value = 0;
 };
 
-NameNumber FindNumber(const std::string& name) {
+NameNumber FindNumber(std::string_view name) {
   NameNumber number;
   std::size_t begin = name.size();
   while (begin > 0 && name[begin - 1] >= '0' && name[begin - 1] <= '9') --begin;
   if (begin == name.size() || name.size() - begin > 15) return number;
   number.position = begin;
   number.digits = name.size() - begin;
-  number.value = std::stoll(name.substr(begin));
+  util::parseNumber(name.substr(begin), number.value);
   return number;
 }
 
-std::string WithNumber(const std::string& stem, long long value, std::size_t digits) {
+std::string WithNumber(const std::string& stem, std::int64_t value, std::size_t digits) {
   std::string text = std::to_string(value);
   if (text.size() < digits) text.insert(0, digits - text.size(), '0');
   return stem + text;
@@ -93,9 +95,8 @@ void InstanceManager::DropOldSelection() {
 }
 
 Instance* InstanceManager::FindByIdentity(int identity) const {
-  for (Instance* instance : List(false))
-    if (instance->GetIdentity() == identity) return instance;
-  return nullptr;
+  const InstanceReference* const row = FindRow(identity);
+  return row ? row->GetInstance() : nullptr;
 }
 
 std::vector<Instance*> InstanceManager::List(bool onlyChecked) const {
@@ -113,16 +114,17 @@ std::string InstanceManager::UniqueName(const std::string& name) const {
   const std::string stem = numbered ? name.substr(0, number.position) : name + "_";
   const std::size_t digits = numbered ? number.digits : 2;
   // In a scene of many rigs most are in the way by their number: each is looked at once.
-  const long long first = number.value + 1;
+  const std::int64_t first = number.value + 1;
   std::vector<bool> used(taken.size() + 1);
   for (const std::string_view other : taken) {
     if (other.compare(0, stem.size(), stem) != 0) continue;
-    const std::string rest(other.substr(stem.size()));
-    const long long own = FindNumber(rest).value;
-    const auto place = static_cast<std::size_t>(own - first);
-    if (place < used.size() && rest == WithNumber({}, own, digits)) used[place] = true;
+    const NameNumber own = FindNumber(other);
+    if (own.position != stem.size() || own.digits < digits) continue;
+    if (own.digits > digits && other[own.position] == '0') continue;  // as WithNumber never writes
+    const auto place = static_cast<std::size_t>(own.value - first);
+    if (place < used.size()) used[place] = true;
   }
-  for (long long value = first;; ++value) {
+  for (std::int64_t value = first;; ++value) {
     const auto place = static_cast<std::size_t>(value - first);
     if (place < used.size() && used[place]) continue;
     const std::string candidate = WithNumber(stem, value, digits);

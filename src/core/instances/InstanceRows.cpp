@@ -31,6 +31,15 @@ void Collect(const InstanceReference& row, std::vector<InstanceReference*>& out)
   }
 }
 
+/// From the end: what was made last is asked for most.
+InstanceReference* FindBelow(const InstanceReference& row, int id) {
+  for (auto child = row.children.rbegin(); child != row.children.rend(); ++child) {
+    if ((*child)->GetId() == id) return child->get();
+    if (InstanceReference* const found = FindBelow(**child, id)) return found;
+  }
+  return nullptr;
+}
+
 RowLayout LayoutOf(const InstanceReference& row) {
   RowLayout layout;
   layout.id = row.GetId();
@@ -91,9 +100,7 @@ void Write(const InstanceReference& row, const AbsentRigs& absent, Tag& out) {
 }  // namespace
 
 InstanceReference* InstanceManager::FindRow(int id) const {
-  for (InstanceReference* row : GetRows())
-    if (row->GetId() == id) return row;
-  return nullptr;
+  return FindBelow(m_root, id);
 }
 
 std::vector<InstanceReference*> InstanceManager::GetRows() const {

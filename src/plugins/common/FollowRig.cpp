@@ -1,8 +1,9 @@
 #include "plugins/common/FollowRig.h"
 
+#include <string_view>
+
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
-#include "plugins/common/ReplayedEvent.h"
 
 namespace orv::rws::addon {
 
@@ -47,10 +48,11 @@ int FollowRig::Restore() {
 }
 
 void FollowRig::OnCallback(std::string name) {
-  if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
-  const ReplayedEvent event(name);
-  // Undo and redo never re-initialise.
-  if (!event.IsReplay() && event.label == kReInitialize) m_memory.bFirstTime = true;
+  // Undo and redo never re-initialise, and come under other names.
+  if (std::string_view(name) == kReInitialize)
+    m_memory.bFirstTime = true;
+  else
+    m_hideModes.OnCallback(*m_pInterface, *this, name);
 }
 
 }  // namespace orv::rws::addon

@@ -1,6 +1,7 @@
 #include "plugins/common/Parameters.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "plugins/common/SaveChunk.h"
 
@@ -11,31 +12,31 @@ namespace {
 void DefineParameter(CInterface& core, const Parameter& p, CInterface::Callback& callback,
                      const DefineOwn& own) {
   const ParameterRange& range = p.range;
-  const std::string label = p.label ? std::string(p.prefix) + p.label : std::string();
+  std::string label = p.label ? std::string(p.prefix) + p.label : std::string();
   switch (p.kind) {
     case ParameterKind::kGroup:
-      core.BeginGroup(label, p.tooltip);
+      core.BeginGroup(std::move(label), p.tooltip);
       break;
     case ParameterKind::kEndGroup:
       core.EndGroup();
       break;
     case ParameterKind::kNumber:
-      core.AddSpinner(label, p.tooltip, p.number, range.min, range.max, range.step, range.decimals,
-                      p.asInput, &callback);
+      core.AddSpinner(std::move(label), p.tooltip, p.number, range.min, range.max, range.step,
+                      range.decimals, p.asInput, &callback);
       break;
     case ParameterKind::kCount:
-      core.AddSpinnerInt(label, p.tooltip, p.count, static_cast<int>(range.min),
+      core.AddSpinnerInt(std::move(label), p.tooltip, p.count, static_cast<int>(range.min),
                          static_cast<int>(range.max), static_cast<int>(range.step), 0, p.asInput,
                          &callback);
       break;
     case ParameterKind::kFlag:
-      core.AddCheckBox(label, p.tooltip, p.flag, &callback);
+      core.AddCheckBox(std::move(label), p.tooltip, p.flag, &callback);
       break;
     case ParameterKind::kChoice:
-      core.AddComboBox(label, p.tooltip, p.items(), p.count, &callback);
+      core.AddComboBox(std::move(label), p.tooltip, p.items(), p.count, &callback);
       break;
     case ParameterKind::kButton:
-      core.AddButton(label, p.tooltip, &callback);
+      core.AddButton(std::move(label), p.tooltip, &callback);
       break;
     case ParameterKind::kOwn:
       own(p.own);

@@ -1,6 +1,7 @@
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 
 #include <cmath>
+#include <utility>
 
 #include "core/interface/CNode.h"
 #include "plugins/common/History.h"
@@ -182,18 +183,18 @@ void CMotionFilterCamObject::StoreVelocities(double time) {
 void CMotionFilterCamObject::CheckStability() {
   const Settings& s = m_followCam.settings;
   const double rate = m_pInterface->GetFrameRate();
-  const auto check = [&](bool fixated, bool& told, const FilterHalf& half) {
-    if (fixated || told || half.IsStable()) return;
-    told = true;
+  const FilterHalf translation{"Translation", s.translationalResponseFactor,
+                               s.translationalSmoothingFactor, rate};
+  const FilterHalf rotation{"Rotation", s.rotationalResponseFactor, s.rotationalSmoothingFactor,
+                            kRotationSteps * rate};
+  const auto tell = [&](const FilterHalf& half, bool& told) {
+    if (std::exchange(told, true)) return;
     std::string camera = "the FollowCam";
     if (CNode* const node = m_followCam.GetNode()) node->Extension(kReadName, &camera, nullptr);
     Tell("Warning", half.Excess(camera, rate));
   };
-  check(s.bFixateTranslations, m_toldTranslation,
-        {"Translation", s.translationalResponseFactor, s.translationalSmoothingFactor, rate});
-  check(
-      s.bFixateRotations, m_toldRotation,
-      {"Rotation", s.rotationalResponseFactor, s.rotationalSmoothingFactor, kRotationSteps * rate});
+  if (!s.bFixateTranslations && !translation.IsStable()) tell(translation, m_toldTranslation);
+  if (!s.bFixateRotations && !rotation.IsStable()) tell(rotation, m_toldRotation);
 }
 
 void CMotionFilterCamObject::Step(double time) {
