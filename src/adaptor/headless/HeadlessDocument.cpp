@@ -18,13 +18,14 @@ void HeadlessDocument::Show(std::unique_ptr<Scene> scene) {
   m_scene = std::move(scene);
 }
 
-bool HeadlessDocument::Open(const std::string& path, std::string& error,
-                            const ReadOptions& options) {
+bool HeadlessDocument::Open(const std::string& path, std::string& error, const ReadOptions& options,
+                            const std::function<void()>& leave) {
   ReadResult read = GltfReader::Read(path, options);
   if (!read) {
     error = read.error;
     return false;
   }
+  if (leave) leave();
   Show(std::move(read.scene));
   m_warnings = std::move(read.warnings);
   std::vector<std::string> kept;

@@ -1,6 +1,7 @@
 // A scene file that is open in the headless host.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,7 +25,9 @@ class HeadlessDocument {
 
   /// Opens a file in place of what is open. False, with `error` told and everything as it was, when
   /// it can't be read. Records that are damaged, and with them the tags of their nodes, are kept.
-  bool Open(const std::string& path, std::string& error, const ReadOptions& options = {});
+  /// `leave` is called when the file has been read, before the nodes of the old scene go.
+  bool Open(const std::string& path, std::string& error, const ReadOptions& options = {},
+            const std::function<void()>& leave = {});
   /// Writes the scene, the file put in place whole or not at all. False with `error` told.
   bool Save(const std::string& path, std::string& error);
   /// Empties the document.

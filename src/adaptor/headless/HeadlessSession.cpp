@@ -44,6 +44,7 @@ std::vector<std::string> HeadlessSession::TakeWarnings() {
 }
 
 void HeadlessSession::New() {
+  m_core->StopRecording();
   m_core->DropAllRows();
   m_document->Close();
   m_rigs->Clear();
@@ -53,8 +54,9 @@ bool HeadlessSession::Open(const std::string& path, std::string& error, const st
   m_core->StopRecording();
   ReadOptions options;
   options.clip = clip;
-  if (!m_document->Open(path, error, options)) return false;
-  m_core->DropAllRows();  // the rigs of the scene before; none touches its nodes as it goes
+  // The rigs of the scene before; none touches its nodes as it goes. Who follows the host must not
+  // meet them without their nodes.
+  if (!m_document->Open(path, error, options, [this] { m_core->DropAllRows(); })) return false;
   m_rigs->Load(std::exchange(m_document->GetRecords(), {}), GetScene().GetRows());
   return true;
 }

@@ -40,8 +40,10 @@ void RunPreferences(Program& program, const std::vector<std::string>& assignment
   for (const std::string& key : Preferences::Keys())
     table.Add({key, preferences.Text(key), Preferences::Description(key)});
   for (const std::string& line : table.Lines()) program.GetOutput().Line(line);
-  program.GetOutput().GetObject()["preferences"] = {{"countdown", preferences.countdownSeconds},
-                                                    {"updateviewport", preferences.updateViewport}};
+  program.GetOutput().GetObject()["preferences"] = {
+      {"countdown", preferences.countdownSeconds}, {"updateviewport", preferences.updateViewport},
+      {"autosave", preferences.autosaveMinutes},   {"language", preferences.Text("language")},
+      {"theme", preferences.Text("theme")},        {"units", preferences.Text("units")}};
   program.GetOutput().GetObject()["file"] = Preferences::Path();
   if (!changed.empty()) program.GetOutput().Note("preferences: written to " + Preferences::Path());
 }

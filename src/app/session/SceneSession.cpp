@@ -29,9 +29,16 @@ std::string SceneSession::Open(const std::string& path, const std::string& clip)
   m_losses.reset();
   m_warnings = m_session->TakeWarnings();
   error = FindLostRecords(path, clip);
-  // Last: it knows nodes and rigs by where they are.
-  m_losses = std::make_unique<Losses>(GetCore(), GetScene());
+  RestartLosses();  // last: it knows nodes and rigs by where they are
   return error;
+}
+
+void SceneSession::Clear() {
+  m_losses.reset();
+  m_session->New();
+  m_warnings.clear();
+  m_session->TakeWarnings();
+  RestartLosses();
 }
 
 std::string SceneSession::Save(const std::string& path) {
@@ -48,6 +55,10 @@ LossReport SceneSession::FindLosses() const {
   return m_losses ? m_losses->Report() : LossReport();
 }
 
+void SceneSession::RestartLosses() {
+  m_losses = std::make_unique<Losses>(GetCore(), GetScene());
+}
+
 rws::core::CoreImplementation& SceneSession::GetCore() {
   return m_session->GetCore();
 }
@@ -58,6 +69,14 @@ rws::adaptor::headless::HeadlessAdaptor& SceneSession::GetAdaptor() {
 
 rws::adaptor::headless::Scene& SceneSession::GetScene() {
   return m_session->GetScene();
+}
+
+const rws::core::CoreImplementation& SceneSession::GetCore() const {
+  return m_session->GetCore();
+}
+
+const rws::adaptor::headless::HeadlessAdaptor& SceneSession::GetAdaptor() const {
+  return m_session->GetAdaptor();
 }
 
 std::map<std::string, std::set<std::string>> SceneSession::NodeFamilies() {

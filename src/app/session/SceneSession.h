@@ -30,16 +30,22 @@ class SceneSession {
   /// Opens a `.glb` or `.gltf` in place of what was open; `clip` names the animation that is
   /// evaluated, by default the first. An empty text means success; any other says what is wrong.
   std::string Open(const std::string& path, const std::string& clip = {});
+  /// An empty scene in place of what was open.
+  void Clear();
   /// Writes the file, whole or not at all. An empty text means success.
   std::string Save(const std::string& path);
   /// Hands over, and forgets, what the last calls had to say.
   std::vector<std::string> TakeWarnings();
   /// What of the keys and recorded inputs that the file held when it was opened is gone.
   LossReport FindLosses() const;
+  /// From here on what the scene holds now counts for `FindLosses`.
+  void RestartLosses();
 
   rws::core::CoreImplementation& GetCore();
   rws::adaptor::headless::HeadlessAdaptor& GetAdaptor();
   rws::adaptor::headless::Scene& GetScene();
+  const rws::core::CoreImplementation& GetCore() const;
+  const rws::adaptor::headless::HeadlessAdaptor& GetAdaptor() const;
 
  private:
   /// In a scene without rigs, names as "<first part>_<rest>": the rests of each first part that

@@ -40,6 +40,9 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   /// The next take ends itself behind the frame at `seconds` after its start, before the range
   /// grows. Not positive: no limit.
   void SetTakeLength(double seconds) { m_takeLength = seconds; }
+  /// Called when a take has been asked for, while the scene still is as the user left it; may be
+  /// empty. It must not change the scene.
+  std::function<void()> beforeTake;
 
   // A resimulation: `to` is the last time simulated.
   /// Begins a run and lets the window's timer pace it.
