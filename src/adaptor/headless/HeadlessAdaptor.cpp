@@ -24,6 +24,7 @@ HeadlessAdaptor::HeadlessAdaptor(Scene& scene)
 
 HeadlessAdaptor::~HeadlessAdaptor() {
   m_scene->SetTreeHandler(nullptr);
+  m_observers = {};  // who still follows is not called by what half is gone
   ClearUndoHistory();
 }
 
