@@ -145,7 +145,8 @@ TEST_F(SceneDocument, FailedSavesLoseNothing) {
   EXPECT_TRUE(result.problem && result.isAsked) << result.problem.why;
   EXPECT_EQ(folder.Read("a.glb"), "another's");
   EXPECT_TRUE(document->IsDirty());
-  EXPECT_TRUE(document->Save(app::Overwrite::kOverwrite));
+  result = document->Save(app::Overwrite::kOverwrite);
+  EXPECT_TRUE(result && !result.isAsked);
   fs::remove(path("a.glb"));
   EXPECT_EQ(document->GetDiskState(), app::SceneDocument::DiskState::kGone);
   EXPECT_TRUE(document->Save());

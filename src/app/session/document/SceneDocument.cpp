@@ -164,9 +164,9 @@ DocumentResult SceneDocument::Write(const std::string& path, Overwrite overwrite
     return result;
   }
   GetCore().EndEdit();
-  const DiskState disk = GetDiskState();
-  result.isAsked = path == m_path && disk == DiskState::kChanged;
-  if (result.isAsked && overwrite == Overwrite::kRefuse) {
+  result.isAsked =
+      overwrite == Overwrite::kRefuse && path == m_path && GetDiskState() == DiskState::kChanged;
+  if (result.isAsked) {
     result.problem = {path,
                       "another program has changed the file since it was opened or saved here",
                       "save under another name, or replace what the other has written",
@@ -307,15 +307,14 @@ void SceneDocument::LookAtAutosave() {
 void SceneDocument::PrepareTake() {
   m_journal.Close();
   if (GetCore().GetPreferences().autosaveMinutes <= 0) return;
-  // A retry finds the scene as the take before did.
-  if (!m_isAutosaved || !(GetState() == m_autosaved)) {
+  // A retry finds the scene as the take before did, unless somebody has removed it.
+  AutosaveNote note;
+  if (!m_isAutosaved || !(GetState() == m_autosaved) || !m_folder.ReadNote(note)) {
     const Problem problem = WriteAutosave();
     Tell(problem, m_toldAutosave);
-    if (problem) return;
+    if (problem || !m_folder.ReadNote(note)) return;
   }
   JournalHead head;
-  AutosaveNote note;
-  if (!m_folder.ReadNote(note)) return;
   head.autosave = note.file;
   head.start = GetCore().SnapToFrame(GetAdaptor().GetCurrentTime());
   head.frameRate = GetCore().GetFrameRate();

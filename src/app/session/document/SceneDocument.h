@@ -25,7 +25,7 @@ namespace orv::app {
 /// What opening or saving came to.
 struct DocumentResult {
   Problem problem;       ///< why it was not done, and the scene is as it was; empty when it was
-  bool isAsked = false;  ///< the file has changed on the disk: done when asked with kOverwrite
+  bool isAsked = false;  ///< refused since the file has changed on the disk; see Overwrite
   std::vector<std::string> warnings;  ///< what could not be read or kept, a sentence each
   LossReport losses;  ///< of a save: keys and recorded inputs that the file does not hold any more
 
