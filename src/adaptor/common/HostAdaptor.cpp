@@ -267,10 +267,13 @@ bool HostAdaptor::EndUndoBlock() {
   undoNames.pop_back();
   if (!undoNames.empty() || !undoOpened) return true;
   undoOpened = false;
-  if (std::exchange(undoCancelled, false))
+  if (std::exchange(undoCancelled, false)) {
     m_undo.cancel();
-  else if (const int id = m_undo.commit(name); id >= 0)
+  } else {
+    const int id = m_undo.commit(name);
+    if (id < 0) return true;
     BlockMade(id, name);
+  }
   UndoChanged();
   return true;
 }

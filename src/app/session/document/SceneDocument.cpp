@@ -2,7 +2,6 @@
 
 #include <QTimer>
 #include <chrono>
-#include <cmath>
 #include <ctime>
 #include <filesystem>
 #include <utility>
@@ -13,7 +12,6 @@
 #include "app/session/document/StartScene.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreRequest.h"
-#include "core/instances/StateUndo.h"
 #include "core/services/Log.h"
 
 namespace orv::app {
@@ -41,19 +39,6 @@ std::string Absolute(const std::string& path) {
 Problem RunningProblem() {
   return {"the scene", "a take or resimulation runs", "stop it first", {}};
 }
-
-class FrameRateUndo : public rws::core::StateUndo<double> {
- public:
-  /// The scene outlives its history.
-  explicit FrameRateUndo(rws::adaptor::headless::Scene& scene)
-      : StateUndo(scene.GetFrameRate()), m_scene(scene) {}
-
- private:
-  double Present() override { return m_scene.GetFrameRate(); }
-  void Apply(const double& rate) override { m_scene.SetFrameRate(rate); }
-
-  rws::adaptor::headless::Scene& m_scene;
-};
 
 }  // namespace
 
@@ -224,15 +209,11 @@ SceneDocument::DiskState SceneDocument::GetDiskState() const {
 
 Problem SceneDocument::SetFrameRate(double fps) {
   if (IsRunning()) return RunningProblem();
-  if (fps == GetScene().GetFrameRate()) return {};
-  if (!std::isfinite(fps) || !(fps > 0.0))
-    return {"the frame rate", "it must be a number above 0", {}, {}};
   const rws::core::CoreRequest request(GetCore());
   GetAdaptor().BeginUndoBlock("Change frame rate");
-  GetAdaptor().PushUndo(new FrameRateUndo(GetScene()));
-  GetScene().SetFrameRate(fps);
+  const bool done = GetAdaptor().SetFrameRate(fps);
   GetAdaptor().EndUndoBlock();
-  return {};
+  return done ? Problem() : Problem{"the frame rate", "it must be a number above 0", {}, {}};
 }
 
 bool SceneDocument::IsRunning() const {
@@ -292,7 +273,8 @@ Problem SceneDocument::WriteAutosave() {
   if (!error.empty())
     return {"the autosave", error, "see that the data root can be written and has room", {}};
   if (const Problem problem = m_folder.SetNote(note)) return problem;
-  m_autosaved = GetState();
+  // Within a block that has begun to change the scene no step tells what the autosave holds.
+  m_autosaved = GetAdaptor().GetUndo().lastInBlock() ? State{-2, 0} : GetState();
   m_isAutosaved = true;
   DropJournal();  // what its take came to is in the autosave
   return {};
