@@ -14,6 +14,7 @@ void AddSettingVerbs(Program& program);    ///< set, press
 void AddProfileVerbs(Program& program);    ///< profile list, apply, save, ...
 void AddDeviceVerbs(Program& program);     ///< devices, map
 void AddPreferenceVerb(Program& program);  ///< preferences
+void AddLicenceVerb(Program& program);     ///< licence
 void AddRangeVerb(Program& program);
 void AddResimVerb(Program& program);
 void AddTakeVerb(Program& program);
