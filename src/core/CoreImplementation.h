@@ -17,9 +17,9 @@
 #include "core/services/Hooks.h"
 #include "core/services/LogFeed.h"
 #include "core/services/Preferences.h"
-#include "core/services/UpdateManager.h"
 #include "core/take/RecordManager.h"
 #include "core/tools/LibraryManager.h"
+#include "core/update/UpdateManager.h"
 #include "util/Singleton.h"
 
 namespace orv::rws {

@@ -1,4 +1,5 @@
 // preferences.
+#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -42,6 +43,9 @@ void RunPreferences(Program& program, const std::vector<std::string>& assignment
   for (const std::string& line : table.Lines()) program.GetOutput().Line(line);
   program.GetOutput().GetObject()["preferences"] = {{"countdown", preferences.countdownSeconds},
                                                     {"updateviewport", preferences.updateViewport}};
+  if (const auto keys = Preferences::Keys();
+      std::find(keys.begin(), keys.end(), "updatecheck") != keys.end())
+    program.GetOutput().GetObject()["preferences"]["updatecheck"] = preferences.updateCheck;
   program.GetOutput().GetObject()["file"] = Preferences::Path();
   if (!changed.empty()) program.GetOutput().Note("preferences: written to " + Preferences::Path());
 }

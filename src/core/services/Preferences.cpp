@@ -5,6 +5,7 @@
 
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
+#include "core/update/UpdateAddress.h"
 #include "util/NumberText.h"
 #include "util/xml/Tag.h"
 
@@ -26,15 +27,37 @@ struct Entry {
   int most;                 ///< 1: a switch
   int (*get)(const Preferences&);
   void (*set)(Preferences&, int);
+  bool (*isShown)();  ///< to people
 };
+
+bool Always() {
+  return true;
+}
+
+bool Never() {
+  return false;
+}
+
+bool WhereOffered() {
+  return !GetUpdateAddress().empty();
+}
 
 const Entry kEntries[] = {
     {"countdown", "Start Countdown time", "seconds before a take begins", 3600,
      [](const Preferences& p) { return p.countdownSeconds; },
-     [](Preferences& p, int value) { p.countdownSeconds = value; }},
+     [](Preferences& p, int value) { p.countdownSeconds = value; }, Always},
     {"updateviewport", "updateviewport", "a resimulation in a window shows frames as it runs", 1,
      [](const Preferences& p) { return p.updateViewport ? 1 : 0; },
-     [](Preferences& p, int value) { p.updateViewport = value != 0; }},
+     [](Preferences& p, int value) { p.updateViewport = value != 0; }, Always},
+    {"updatecheck", "Update check", "asks a server once a week for a newer version", 1,
+     [](const Preferences& p) { return p.updateCheck ? 1 : 0; },
+     [](Preferences& p, int value) { p.updateCheck = value != 0; }, WhereOffered},
+    {"updateasked", "Update check asked", "", 1,
+     [](const Preferences& p) { return p.updateAsked ? 1 : 0; },
+     [](Preferences& p, int value) { p.updateAsked = value != 0; }, Never},
+    {"updateday", "Update check day", "", 10000000,
+     [](const Preferences& p) { return p.updateDay; },
+     [](Preferences& p, int value) { p.updateDay = value; }, Never},
 };
 
 const Entry* Find(const std::string& key) {
@@ -119,7 +142,8 @@ bool Preferences::Save(std::string* error, const std::vector<std::string>& keys)
 
 std::vector<std::string> Preferences::Keys() {
   std::vector<std::string> result;
-  for (const Entry& entry : kEntries) result.emplace_back(entry.key);
+  for (const Entry& entry : kEntries)
+    if (entry.isShown()) result.emplace_back(entry.key);
   return result;
 }
 
@@ -138,7 +162,7 @@ std::string Preferences::Text(const std::string& key) const {
 
 bool Preferences::Set(const std::string& key, const std::string& text, std::string& error) {
   const Entry* entry = Find(key);
-  if (!entry) {
+  if (!entry || !entry->isShown()) {
     error = "there is no such preference";
     return false;
   }
