@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <set>
 
 #include "core/CoreRequest.h"
 #include "core/HotKeys.h"
@@ -11,6 +12,7 @@
 #include "core/instances/Instance.h"
 #include "core/services/CalibrationFile.h"
 #include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "core/tools/CoreLibrary.h"
 #include "core/tools/TemplateLibrary.h"
 #include "core/tools/Tool.h"
@@ -46,6 +48,8 @@ void CoreImplementation::LoadTools(const std::vector<CCameraPlugin*>& rigs, Temp
   if (maker) m_library.AddLibrary(std::make_unique<TemplateLibrary>(*this, maker));
   m_library.Load();
   CalibrationFile::Load();
+  if (m_licensing.GetState() != LicenceState::kNotNeeded)
+    LogEntry(LogLevel::kInfo, m_licensing.GetText());
   m_messages.Tell(ToolsChanged{});
 }
 
@@ -112,8 +116,18 @@ int CoreImplementation::MessageBox(const std::string& title, const std::string& 
   return kAnswerCancel;  // as a box that is closed without a button
 }
 
-bool CoreImplementation::CheckLicence(const std::string&) {
-  return true;
+bool CoreImplementation::CheckLicence(const std::string& feature) {
+  return m_licensing.Allows(feature);
+}
+
+void CoreImplementation::CheckSaving() {
+  std::set<std::string> told;
+  for (Instance* instance : List(false)) {
+    const std::string feature = instance->GetTool()->GetLicenceName();
+    if (CheckLicence(feature) || !told.insert(feature).second) continue;
+    LogEntry(LogLevel::kWarning, Translate("Saved with rigs that can't be performed: %1",
+                                           {m_licensing.WhyNot(feature)}));
+  }
 }
 
 // --- keys ---
@@ -202,6 +216,12 @@ Instance* CoreImplementation::CreateToolFromFactory(const std::string& kind,
 }
 
 std::string CoreImplementation::CreateTool(const std::string& name) {
+  Tool* tool = m_library.Find(name);
+  const std::string why = tool ? m_licensing.WhyNot(tool->GetLicenceName()) : std::string();
+  if (!why.empty()) {
+    MessageBox(tool->GetDisplayName(), why, kIconWarning);
+    return {};
+  }
   Instance* instance = CreateToolFromFactory(name, {});
   return instance ? instance->GetInstanceName() : std::string();
 }
@@ -240,6 +260,7 @@ std::string CoreImplementation::CloneTool(const std::string& name, std::string& 
 // --- the scene ---
 
 void CoreImplementation::SaveScene(XmlSink& out) {
+  CheckSaving();
   for (Instance* instance : List(false)) {
     std::string problem;
     util::xml::Tag record = SaveInstance(*instance, problem);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/CoreInterface.h"
@@ -13,12 +14,13 @@
 #include "core/host/AdaptorManager.h"
 #include "core/instances/InstanceManager.h"
 #include "core/interface/TemplateMaker.h"
+#include "core/licensing/Licensing.h"
 #include "core/services/Hooks.h"
 #include "core/services/LogFeed.h"
 #include "core/services/Preferences.h"
-#include "core/services/UpdateManager.h"
 #include "core/take/RecordManager.h"
 #include "core/tools/LibraryManager.h"
+#include "core/update/UpdateManager.h"
 #include "util/Singleton.h"
 
 namespace orv::rws {
@@ -73,6 +75,12 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   LibraryManager& GetLibrary() { return m_library; }
   /// Read from the data root when they are first asked for.
   Preferences& GetPreferences();
+  Licensing& GetLicensing() { return m_licensing; }
+  /// In place of the one by the key that was built in.
+  void SetLicensing(Licensing licensing) { m_licensing = std::move(licensing); }
+  /// To be called by who saves the rigs: warns of those that the licence does not cover, which are
+  /// saved all the same.
+  void CheckSaving();
 
   // What a user edits. Undoable; each is one step.
 
@@ -187,6 +195,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   Hooks* m_pHooks = nullptr;
   std::vector<int> m_hotKeys;
   LibraryManager m_library;
+  Licensing m_licensing;
   Preferences m_preferences;
   bool m_preferencesRead = false;
   int m_lastObjectId = 0;

@@ -144,10 +144,19 @@ struct CalibrationsChanged {
   static constexpr std::int32_t kId = 0x2011;
 };
 
+/// What a check for updates came to. One that the user has not asked for tells only newer versions.
+struct UpdateChecked {
+  static constexpr std::int32_t kId = 0x2012;
+  bool isNewer;
+  std::string version;  ///< the newest there is; empty when the check failed
+  std::string link;     ///< page about it, https; may be empty
+  std::string problem;  ///< why the check failed; else empty
+};
+
 using CoreNews = std::variant<RowCreated, RowDeleted, RowRenamed, RowMoved, RowChecked, RowSelected,
                               ParametersChanged, InputsChanged, ProfileChanged, RunStateChanged,
                               TimeChanged, SlowFactorChanged, ToolsChanged, ProfileListChanged,
-                              DevicesChanged, LogLine, CalibrationsChanged>;
+                              DevicesChanged, LogLine, CalibrationsChanged, UpdateChecked>;
 
 /// What a message of the core tells, good while it is delivered; null for another kind.
 template <class News>

@@ -1,6 +1,7 @@
 // Tools, their creation of instances, libraries, preferences and the data root.
 #include "core/services/Preferences.h"
 #include "core/services/Resources.h"
+#include "core/services/Translation.h"
 #include "core/take/ResimulateWindow.h"
 #include "support/CoreTest.h"
 
@@ -104,6 +105,27 @@ TEST_F(Tools, CarryEveryFactoryProfileUnderTheNameOfItsFile) {
   std::string bytes, error;
   EXPECT_FALSE(rws::core::ReadResource(":/data/absent.ocp", bytes, &error));
   EXPECT_NE(error.find(":/data/absent.ocp"), std::string::npos);
+}
+
+TEST_F(Tools, ShowTextsInTheUsersLanguageAndCarryTheIconsOfTheWindows) {
+  using rws::core::Translate;
+  EXPECT_EQ(rws::core::ListLanguages(), (std::vector<std::string>{"en", "de"}));
+  EXPECT_EQ(Translate("Vehicle"), "Vehicle");
+  EXPECT_FALSE(rws::core::LoadLanguage("xx"));
+  EXPECT_TRUE(rws::core::LoadLanguage("de_AT"));
+  EXPECT_EQ(rws::core::GetLanguage(), "de");
+  EXPECT_EQ(Translate("Vehicle"), "Fahrzeug");
+  EXPECT_EQ(Translate("No text of ours %1 %3 %", {"%2", "b"}), "No text of ours %2 %3 %");
+  EXPECT_EQ(Translate("%1 out of %2 frames.", {"1", "2"}), "1 von 2 Bildern.");
+  for (const char* words : {"", "vehi", "FAHR zeug", "zeug veh"})
+    EXPECT_TRUE(rws::core::MatchesSearch("Vehicle", words)) << words;
+  EXPECT_FALSE(rws::core::MatchesSearch("Vehicle", "fahr rad"));
+  EXPECT_TRUE(rws::core::LoadLanguage("en"));
+  EXPECT_EQ(Translate("Vehicle"), "Vehicle");
+  std::string light, dark;
+  EXPECT_TRUE(rws::core::ReadResource(":/data/core/images/icons/light/record_16.png", light));
+  EXPECT_TRUE(rws::core::ReadResource(":/data/core/images/icons/dark/up_48.png", dark));
+  EXPECT_EQ(light.substr(1, 3) + dark.substr(1, 3), "PNGPNG");
 }
 
 TEST_F(Tools, PreferencesSurviveARestartAndDamageIsKept) {

@@ -92,6 +92,7 @@ class ProbePlugin : public rws::CCameraPlugin {
   std::string GetId() override { return id; }
   std::string GetName() override { return "Orvel Probe"; }
   std::string GetCategory() override { return category; }
+  std::string GetLicenceFeature() override { return feature; }
   std::string GetDataFolder() override { return folder.empty() ? id : folder; }
   int GetInterfaceVersion() override { return version; }
   std::string GetDescription() override { return "Notes what the core asks of it."; }
@@ -100,7 +101,7 @@ class ProbePlugin : public rws::CCameraPlugin {
   ProbeRig* last = nullptr;  ///< the rig made last; its instance owns it
   ProbeRig::Log log;
   ProbeRig::Ways ways;
-  std::string id = "Probe", category = "Accessory", folder;
+  std::string id = "Probe", category = "Accessory", folder, feature;
   int version = rws::kInterfaceVersion;
 };
 

@@ -73,6 +73,7 @@ void SceneRigs::LoadRows(const std::string& text) {
 }
 
 bool SceneRigs::Store(std::vector<RigRecord>& records, std::string& rows, std::string& error) {
+  m_core.CheckSaving();
   std::vector<RigRecord> stored;
   for (core::Instance* instance : m_core.List(false)) {
     RigRecord record;

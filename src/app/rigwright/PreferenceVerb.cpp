@@ -1,4 +1,5 @@
 // preferences.
+#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -44,6 +45,9 @@ void RunPreferences(Program& program, const std::vector<std::string>& assignment
       {"countdown", preferences.countdownSeconds}, {"updateviewport", preferences.updateViewport},
       {"autosave", preferences.autosaveMinutes},   {"language", preferences.Text("language")},
       {"theme", preferences.Text("theme")},        {"units", preferences.Text("units")}};
+  if (const auto keys = Preferences::Keys();
+      std::find(keys.begin(), keys.end(), "updatecheck") != keys.end())
+    program.GetOutput().GetObject()["preferences"]["updatecheck"] = preferences.updateCheck;
   program.GetOutput().GetObject()["file"] = Preferences::Path();
   if (!changed.empty()) program.GetOutput().Note("preferences: written to " + Preferences::Path());
 }

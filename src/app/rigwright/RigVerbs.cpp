@@ -38,7 +38,9 @@ Vector PlaceOn(const Instance& rig, const std::string& kind, const Vector& foot,
 
 void RunAdd(Program& program, const AddOptions& options) {
   SceneJob job(program, options.scene);
-  job.FindTool(options.kind);
+  const std::string feature = job.FindTool(options.kind).GetLicenceName();
+  const std::string refused = job.GetCore().GetLicensing().WhyNot(feature);
+  if (!refused.empty()) throw Failure("kind " + options.kind, refused);
   std::string wrong;
   if (!options.name.empty() && !rws::core::IsNameAllowed(options.name, wrong))
     throw Failure("--name", wrong);

@@ -16,6 +16,7 @@ void AddDeviceVerbs(Program& program);     ///< devices, map
 void AddCalibrateVerbs(Program& program);  ///< calibrate list, set, clear
 void AddWhyVerb(Program& program);
 void AddPreferenceVerb(Program& program);  ///< preferences
+void AddLicenceVerb(Program& program);     ///< licence
 void AddRangeVerb(Program& program);
 void AddResimVerb(Program& program);
 void AddTakeVerb(Program& program);

@@ -7,7 +7,7 @@
 #include "core/instances/Instance.h"
 #include "core/instances/RecordKeys.h"
 #include "core/services/Log.h"
-#include "core/services/UpdateManager.h"
+#include "core/update/UpdateManager.h"
 #include "util/NumberText.h"
 
 namespace orv::rws::core {

@@ -7,6 +7,7 @@
 #include "core/instances/NameRules.h"
 #include "core/services/Log.h"
 #include "core/services/Resources.h"
+#include "core/services/Translation.h"
 
 namespace orv::rws::core {
 
@@ -16,18 +17,19 @@ using util::xml::Element;
 using util::xml::Tag;
 using Answer = ProfileResult::Answer;
 
-constexpr char kSelect[] = "Please select or specify a profile";
-constexpr char kReadOnly[] =
-    "The specified profile is considered read-only and cannot be overwritten.";
-constexpr char kExample[] = "Cannot rename example profiles.";
-constexpr char kExists[] = "- name already exists.";
-constexpr char kOverwrite[] = "This will overwrite the profile";
-constexpr char kNotSaved[] = "The profile could not be saved";
-constexpr char kNotRenamed[] =
-    "The specified profile could not be renamed, please try with another name.";
-constexpr char kNotOverwritten[] = "The profile already exists and cannot be overwritten.";
-constexpr char kNotImported[] = "The profile could not be imported.";
-constexpr char kDelete[] = "Do you really want to delete the profile:";
+constexpr const char* kSelect = Translatable("Please select or specify a profile");
+constexpr const char* kReadOnly =
+    Translatable("The specified profile is considered read-only and cannot be overwritten.");
+constexpr const char* kExample = Translatable("Cannot rename example profiles.");
+constexpr const char* kExists = Translatable("- name already exists.");
+constexpr const char* kOverwrite = Translatable("This will overwrite the profile");
+constexpr const char* kNotSaved = Translatable("The profile could not be saved");
+constexpr const char* kNotRenamed =
+    Translatable("The specified profile could not be renamed, please try with another name.");
+constexpr const char* kNotOverwritten =
+    Translatable("The profile already exists and cannot be overwritten.");
+constexpr const char* kNotImported = Translatable("The profile could not be imported.");
+constexpr const char* kDelete = Translatable("Do you really want to delete the profile:");
 
 ProfileResult Refused(std::string message) {
   return {Answer::kRefused, std::move(message), {}};
@@ -225,7 +227,8 @@ ProfileResult XMLFileManager::Rename(const std::string& name, const std::string&
   if (name == newName) return {};
   std::string problem;
   if (!IsNameAllowed(newName, problem)) return Refused(problem);
-  if (newName == kFactorySettings || m_profiles.count(newName)) return Refused(newName + kExists);
+  if (newName == kFactorySettings || m_profiles.count(newName))
+    return Refused(newName + Translate(kExists));
   if (!MayWrite()) return Refused(kNotRenamed);
   const std::string oldPath = found->second.path;
   Profiles before = m_profiles;
@@ -248,7 +251,7 @@ ProfileResult XMLFileManager::Delete(const std::string& name, bool confirmed) {
   const auto found = m_profiles.find(name);
   if (found == m_profiles.end()) return Refused(kSelect);
   if (IsFixed(name, found->second)) return Refused(kReadOnly);
-  if (!confirmed) return Ask(std::string(kDelete) + " " + name);
+  if (!confirmed) return Ask(Translate(kDelete) + " " + name);
   if (!found->second.path.empty() && !RemoveFile(found->second.path)) return Refused(kReadOnly);
   m_profiles.erase(found);
   Reload();

@@ -194,6 +194,8 @@ Instance* InstanceManager::Create(Tool* tool, const std::string& name) {
 }
 
 Instance* InstanceManager::MakeInstance(Tool& tool, const std::string& name) {
+  if (!GetCore()->CheckLicence(tool.GetLicenceName())) return nullptr;
+  GetCore()->GetLicensing().NoteUse();
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   const bool nested = adaptor.IsUndoBlockOpen();
   adaptor.BeginUndoBlock("Create " + tool.GetDisplayId());
@@ -279,6 +281,8 @@ Instance* InstanceManager::Clone(InstanceReference* row, std::string& problem) {
 
 Instance* InstanceManager::MakeClone(InstanceReference& row, std::string& problem) {
   Instance& source = *row.GetInstance();
+  problem = GetCore()->GetLicensing().WhyNot(source.GetTool()->GetLicenceName());
+  if (!problem.empty()) return nullptr;
   util::xml::Tag record = SaveInstance(source, problem);
   if (record.name.empty()) return nullptr;
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();

@@ -5,6 +5,7 @@
 
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
+#include "core/update/UpdateAddress.h"
 #include "util/NumberText.h"
 #include "util/xml/Tag.h"
 
@@ -26,25 +27,39 @@ struct Entry {
   int most;                 ///< 1: a switch, which has no words
   int (*get)(const Preferences&);
   void (*set)(Preferences&, int);
+  bool (*isShown)();                    ///< to people
   std::vector<std::string> words = {};  ///< `most` and one
 };
+
+bool Always() {
+  return true;
+}
+
+bool Never() {
+  return false;
+}
+
+bool WhereOffered() {
+  return !GetUpdateAddress().empty();
+}
 
 const Entry kEntries[] = {
     {"countdown", "Start Countdown time", "seconds before a take begins", 3600,
      [](const Preferences& p) { return p.countdownSeconds; },
-     [](Preferences& p, int value) { p.countdownSeconds = value; }},
+     [](Preferences& p, int value) { p.countdownSeconds = value; }, Always},
     {"updateviewport", "updateviewport", "a resimulation in a window shows frames as it runs", 1,
      [](const Preferences& p) { return p.updateViewport ? 1 : 0; },
-     [](Preferences& p, int value) { p.updateViewport = value != 0; }},
+     [](Preferences& p, int value) { p.updateViewport = value != 0; }, Always},
     {"autosave", "autosave", "minutes between autosaves; 0: no autosave, no journal of takes", 1440,
      [](const Preferences& p) { return p.autosaveMinutes; },
-     [](Preferences& p, int value) { p.autosaveMinutes = value; }},
+     [](Preferences& p, int value) { p.autosaveMinutes = value; }, Always},
     {"language",
      "language",
      "of the windows",
      2,
      [](const Preferences& p) { return static_cast<int>(p.language); },
      [](Preferences& p, int value) { p.language = static_cast<Preferences::Language>(value); },
+     Always,
      {"system", "en", "de"}},
     {"theme",
      "theme",
@@ -52,6 +67,7 @@ const Entry kEntries[] = {
      2,
      [](const Preferences& p) { return static_cast<int>(p.theme); },
      [](Preferences& p, int value) { p.theme = static_cast<Preferences::Theme>(value); },
+     Always,
      {"system", "light", "dark"}},
     {"units",
      "units",
@@ -59,7 +75,17 @@ const Entry kEntries[] = {
      4,
      [](const Preferences& p) { return static_cast<int>(p.units); },
      [](Preferences& p, int value) { p.units = static_cast<Preferences::LengthUnit>(value); },
+     Always,
      {"m", "cm", "mm", "ft", "in"}},
+    {"updatecheck", "Update check", "asks a server once a week for a newer version", 1,
+     [](const Preferences& p) { return p.updateCheck ? 1 : 0; },
+     [](Preferences& p, int value) { p.updateCheck = value != 0; }, WhereOffered},
+    {"updateasked", "Update check asked", "", 1,
+     [](const Preferences& p) { return p.updateAsked ? 1 : 0; },
+     [](Preferences& p, int value) { p.updateAsked = value != 0; }, Never},
+    {"updateday", "Update check day", "", 10000000,
+     [](const Preferences& p) { return p.updateDay; },
+     [](Preferences& p, int value) { p.updateDay = value; }, Never},
 };
 
 /// The value that a text stands for, in the file (where a switch is 0 or 1) as for people.
@@ -160,7 +186,8 @@ bool Preferences::Save(std::string* error, const std::vector<std::string>& keys)
 
 std::vector<std::string> Preferences::Keys() {
   std::vector<std::string> result;
-  for (const Entry& entry : kEntries) result.emplace_back(entry.key);
+  for (const Entry& entry : kEntries)
+    if (entry.isShown()) result.emplace_back(entry.key);
   return result;
 }
 
@@ -183,7 +210,7 @@ std::vector<std::string> Preferences::Words(const std::string& key) {
 
 bool Preferences::Set(const std::string& key, const std::string& text, std::string& error) {
   const Entry* entry = Find(key);
-  if (!entry) {
+  if (!entry || !entry->isShown()) {
     error = "there is no such preference";
     return false;
   }

@@ -21,6 +21,9 @@ class Preferences {
   Language language = Language::kSystem;   ///< "language": "system", "en", "de"
   Theme theme = Theme::kSystem;            ///< "theme": "system", "light", "dark"
   LengthUnit units = LengthUnit::kMetres;  ///< "units": "m", "cm", "mm", "ft", "in"
+  bool updateCheck = false;  ///< the user agrees that a server is asked for newer versions
+  bool updateAsked = false;  ///< he has been asked for that
+  int updateDay = 0;         ///< of the last check (days since 1970)
 
   /// Reads the stored preferences. False when there are none or the file is damaged (a log line
   /// tells); what could not be read has its default.
@@ -30,7 +33,8 @@ class Preferences {
   /// damaged, so that it would be lost.
   bool Save(std::string* error = nullptr, const std::vector<std::string>& keys = {}) const;
 
-  /// What people call the preferences: "countdown", "updateviewport", "autosave" and so on.
+  /// What people call the preferences: "countdown", "updateviewport", and "updatecheck" where the
+  /// check is offered. Others, which the program keeps for itself, have keys too.
   static std::vector<std::string> Keys();
   /// What the preference of a key does; empty for an unknown key.
   static std::string Description(const std::string& key);

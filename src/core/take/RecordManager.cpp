@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <map>
 
 #include "core/CoreRequest.h"
 #include "core/UserInterface.h"
@@ -10,8 +11,11 @@
 #include "core/host/AdaptorInterface.h"
 #include "core/host/CoreNode.h"
 #include "core/instances/Instance.h"
+#include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "core/take/HostTimeUndo.h"
 #include "core/take/ResimulateWindow.h"
+#include "core/tools/Tool.h"
 #include "util/FrameGrid.h"
 #include "util/ReturnValue.h"
 
@@ -78,11 +82,45 @@ void RecordManager::BeginTake(const char* undoName) {
   m_bRecording = true;
 }
 
+std::vector<Instance*> RecordManager::ListPerformers() {
+  CoreImplementation& core = *GetCore();
+  std::vector<Instance*> rigs = core.List(true);
+  std::map<std::string, std::string> leftOut;  // names of rigs by feature
+  const auto isLeftOut = [&](Instance* rig) {
+    const std::string feature = rig->GetTool()->GetLicenceName();
+    if (core.CheckLicence(feature)) return false;
+    std::string& names = leftOut[feature];
+    names += (names.empty() ? "" : ", ") + rig->GetInstanceName();
+    return true;
+  };
+  rigs.erase(std::remove_if(rigs.begin(), rigs.end(), isLeftOut), rigs.end());
+  for (const auto& [feature, names] : leftOut)
+    LogEntry(LogLevel::kWarning, Translate("Left out, with its keys as they are: %1. %2",
+                                           {names, core.GetLicensing().WhyNot(feature)}));
+  return rigs;
+}
+
+bool RecordManager::IsLicensed() {
+  CoreImplementation& core = *GetCore();
+  const std::vector<Instance*> rigs = core.List(true);
+  std::string why;
+  for (Instance* rig : rigs) {
+    why = core.GetLicensing().WhyNot(rig->GetTool()->GetLicenceName());
+    if (why.empty()) break;
+  }
+  if (why.empty()) {
+    core.GetLicensing().NoteUse();
+    return true;
+  }
+  core.MessageBox(Translate("None of the rigs can be performed"), why, kIconWarning);
+  return false;
+}
+
 void RecordManager::StartInstances(double t) {
   CoreImplementation& core = *GetCore();
   for (Instance* instance : core.List(false)) instance->SetTouched(true);
 
-  const std::vector<Instance*> active = core.List(true);
+  const std::vector<Instance*> active = ListPerformers();
   std::vector<CInterface*> filtered(active.begin(), active.end());
   util::ReturnValue<std::vector<CInterface*>> result(filtered);
   core.GetAdaptor()->BeginRecording(t, result);
@@ -134,6 +172,7 @@ void RecordManager::Forget(Instance* instance) {
 
 int RecordManager::StartRecording() {
   if (m_bRecording) return kTakeRunning;
+  if (!IsLicensed()) return kNotLicensed;
   CoreImplementation& core = *GetCore();
   const CoreRequest request(core);
   if (beforeTake) beforeTake();
@@ -382,6 +421,7 @@ int RecordManager::Resimulate(double from, double to) {
 
 int RecordManager::BeginResimulation(double from, double to) {
   if (m_bRecording) return kTakeRunning;
+  if (!IsLicensed()) return kNotLicensed;
   const CoreRequest request(*GetCore());
   BeginTake("Resimulating");
   m_bResimulating = true;

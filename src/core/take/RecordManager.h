@@ -17,6 +17,9 @@ class Instance;
 
 /// What StartRecording and Resimulate answer while a take runs.
 inline constexpr int kTakeRunning = 71;
+/// What they answer when the licence covers none of the checked rigs, which a message box has told.
+/// Where it covers some, the others are left out, with a warning in the log.
+inline constexpr int kNotLicensed = 72;
 
 /// Drives frames: a live take follows the real clock by timer 123, a resimulation runs as fast as
 /// its caller lets it. Both step rigs through the same Instance calls. Times are seconds; a frame's
@@ -95,6 +98,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
  private:
   friend class ResimulateWindow;
 
+  bool IsLicensed();
+  std::vector<Instance*> ListPerformers();
   void BeginTake(const char* undoName);
   void StartInstances(double t);
   void EndTake();

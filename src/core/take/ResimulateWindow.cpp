@@ -6,6 +6,7 @@
 #include "core/CoreImplementation.h"
 #include "core/host/AdaptorInterface.h"
 #include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "util/FrameGrid.h"
 
 namespace orv::rws::core {
@@ -19,8 +20,9 @@ constexpr unsigned kRefreshInterval = 2000;  ///< ms between two refreshes of th
 
 /// Before the first frame is done nothing is known of the time.
 std::string RemainingText(int seconds) {
-  if (seconds < 0) return "99 hrs and 59 minutes";
-  return std::to_string(seconds / 60) + " minutes and " + std::to_string(seconds % 60) + " seconds";
+  if (seconds < 0) return Translate("99 hrs and 59 minutes");
+  return Translate("%1 minutes and %2 seconds",
+                   {std::to_string(seconds / 60), std::to_string(seconds % 60)});
 }
 
 }  // namespace
@@ -113,10 +115,10 @@ void RecordManager::ResimulateWindow::UpdateTexts() {
   const std::string remaining = RemainingText(m_remainingSeconds);
   status.title = std::to_string(std::lround(progress * 100.0f)) + "% - " + remaining;
   status.range =
-      "Resimulating frame " + std::to_string(first) + " to " + std::to_string(last) + "...";
-  status.currentFrame = "Current frame: " + std::to_string(current);
-  status.framesDone =
-      std::to_string(current - first) + " out of " + std::to_string(last - first) + " frames.";
+      Translate("Resimulating frame %1 to %2...", {std::to_string(first), std::to_string(last)});
+  status.currentFrame = Translate("Current frame: %1", {std::to_string(current)});
+  status.framesDone = Translate("%1 out of %2 frames.",
+                                {std::to_string(current - first), std::to_string(last - first)});
   status.remaining = remaining + ".";
   m_pView->SetStatus(status);
 }

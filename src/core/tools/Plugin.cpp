@@ -11,6 +11,7 @@
 #include "core/interface/CCameraPlugin.h"
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "util/xml/Tag.h"
 
 namespace orv::rws::core {
@@ -24,7 +25,14 @@ constexpr char kRecordVersion[] = "2.5";
 
 Plugin::Plugin(InstanceHost& host, CCameraPlugin& factory)
     : Tool(factory.GetDataFolder()), m_host(host), m_factory(factory) {
-  const auto mayWrite = [this] { return m_host.CheckLicence(GetLicenceName()); };
+  const auto mayWrite = [this] {
+    const bool may = m_host.CheckLicence(GetLicenceName());
+    if (!may)
+      LogEntry(LogLevel::kWarning,
+               Translate("Profiles of %1 can't be written: the licence does not cover \"%2\"",
+                         {GetDisplayId(), GetLicenceName()}));
+    return may;
+  };
   GetConfigProfiles().SetWriteGate(mayWrite);
   GetInputProfiles().SetWriteGate(mayWrite);
   GetConfigProfiles().SetChangeHandler([this] {

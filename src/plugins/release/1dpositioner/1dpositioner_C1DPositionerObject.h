@@ -26,6 +26,7 @@ class C1DPositionerPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel 1D positioner"; }
   std::string GetCategory() override { return "Accessory"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "links"; }
 };
 
 }  // namespace orv::rws::addon

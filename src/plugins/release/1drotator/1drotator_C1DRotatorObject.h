@@ -25,6 +25,7 @@ class C1DRotatorPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel 1D rotator"; }
   std::string GetCategory() override { return "Accessory"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "links"; }
 };
 
 }  // namespace orv::rws::addon

@@ -27,6 +27,7 @@ class C1DScalerPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel 1D scaler"; }
   std::string GetCategory() override { return "Accessory"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "links"; }
 };
 
 }  // namespace orv::rws::addon

@@ -144,6 +144,7 @@ class CCarCamPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel 4-Wheeler Extended"; }
   std::string GetCategory() override { return "Vehicle"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "vehicle"; }
 
  private:
   GroundShapePool m_shapes;

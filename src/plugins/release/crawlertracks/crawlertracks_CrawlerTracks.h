@@ -210,6 +210,7 @@ class CrawlerTracksPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel CrawlerTracks"; }
   std::string GetCategory() override { return "Accessory"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "tracks"; }
 
  private:
   GroundShapePool m_shapes;

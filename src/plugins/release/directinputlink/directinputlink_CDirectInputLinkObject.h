@@ -49,6 +49,7 @@ class CDirectInputLinkPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel DirectInputLink"; }
   std::string GetCategory() override { return "Accessory"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "links"; }
 };
 
 }  // namespace orv::rws::addon

@@ -101,6 +101,7 @@ class CFirepowerPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel Firepower"; }
   std::string GetCategory() override { return "Accessory;Weapon"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "firepower"; }
 };
 
 }  // namespace orv::rws::addon

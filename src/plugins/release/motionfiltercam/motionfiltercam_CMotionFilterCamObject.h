@@ -67,6 +67,7 @@ class CMotionFilterCamPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel MotionFilterCam"; }
   std::string GetCategory() override { return "Camera"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "camera"; }
 };
 
 }  // namespace orv::rws::addon

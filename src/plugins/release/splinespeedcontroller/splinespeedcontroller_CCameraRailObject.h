@@ -112,6 +112,7 @@ class CCameraRailPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel Spline Speed-Controller"; }
   std::string GetCategory() override { return "Camera"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "rail"; }
 };
 
 }  // namespace orv::rws::addon

@@ -56,6 +56,7 @@ class CSteadyCamPlugin : public CCameraPlugin {
   std::string GetName() override { return "Orvel SoftMotionCam"; }
   std::string GetCategory() override { return "Camera"; }
   std::string GetDescription() override;
+  std::string GetLicenceFeature() override { return "camera"; }
 };
 
 }  // namespace orv::rws::addon
