@@ -22,6 +22,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddRowVerbs(program);
   orv::app::AddNodeVerbs(program);
   orv::app::AddFitVerb(program);
+  orv::app::AddModelVerbs(program);
   orv::app::AddSettingVerbs(program);
   orv::app::AddProfileVerbs(program);
   orv::app::AddDeviceVerbs(program);
@@ -32,7 +33,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddExportVerb(program);
   orv::app::AddPlotVerb(program);
   orv::app::AddPreferenceVerb(program);
-  return program.Run(argc, argv);
+  return program.run(argc, argv);
 }
 
 }  // namespace

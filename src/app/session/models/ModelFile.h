@@ -64,7 +64,7 @@ class ModelFile {
   /// Reads the file and what it refers to beside it. A problem names the file, what is wrong and
   /// what to do; one without a text in `why` means success. `cancelled` is set when the monitor
   /// ended it.
-  Problem read(const std::string& path, const Monitor& monitor, bool& cancelled);
+  Problem Read(const std::string& path, const Monitor& monitor, bool& cancelled);
   const ModelFacts& facts() const { return m_facts; }
   /// Adds the nodes to the open scene under names that are free there: meshes, materials, textures,
   /// cameras, the tree, and keys. One undo step, which leaves the scene as it was to the byte.

@@ -62,8 +62,8 @@ struct AddedModel {
   std::vector<std::string> warnings;
 };
 
-/// Adds rigs and nodes of a model to the open scene under names that are free there; what stood on
-/// each other, or was mapped to each other, still is. Poses, parameters and mappings are those of
+/// Adds rigs and nodes of a model to the open scene under names that are free there; what hung on
+/// each other still does. Poses, parameters and mappings are those of
 /// the file. One undo step, which leaves the scene as it was to the byte.
 AddedModel addRiggedModel(SceneSession& session, const std::string& path,
                           const ModelPlacing& placing);
