@@ -61,16 +61,16 @@ constexpr const char* kDae =
 std::string bytesOf(SceneSession& session) {
   std::string error, bytes;
   EXPECT_TRUE(session.copy(error)) << error;  // writes the rigs' records as a save does
-  EXPECT_TRUE(rws::adaptor::headless::GltfWriter::writeMemory(
-      session.scene(), rws::adaptor::headless::GltfForm::kBinary, bytes));
+  EXPECT_TRUE(rws::adaptor::headless::GltfWriter::WriteMemory(
+      session.GetScene(), rws::adaptor::headless::GltfForm::kBinary, bytes));
   return bytes;
 }
 
 /// The largest of a mesh's points in the world.
 Vector farthest(const rws::adaptor::headless::SceneNode& node) {
   Vector most(-1e9, -1e9, -1e9);
-  for (const Vector& vertex : node.mesh()->vertices) {
-    const Vector p = node.worldMatrix(0.0).transformPoint(vertex);
+  for (const Vector& vertex : node.GetMesh()->vertices) {
+    const Vector p = node.WorldMatrix(0.0).transformPoint(vertex);
     most = {std::max(most.x, p.x), std::max(most.y, p.y), std::max(most.z, p.z)};
   }
   return most;
@@ -83,18 +83,18 @@ void expectNear(const Vector& a, const Vector& b) {
 /// Undone the scene is as it was to the byte, redone as it was after.
 void expectUndoable(SceneSession& session, const std::string& before) {
   const std::string after = bytesOf(session);
-  EXPECT_TRUE(session.core().Undo());
+  EXPECT_TRUE(session.GetCore().Undo());
   EXPECT_TRUE(bytesOf(session) == before);
-  EXPECT_TRUE(session.core().Redo());
+  EXPECT_TRUE(session.GetCore().Redo());
   EXPECT_TRUE(bytesOf(session) == after);
 }
 
 class Models : public testing::Test {
  protected:
   Models() {
-    session.scene().addNode("Floor").setMesh(util::CMesh_Box(400.0, 1.0, 400.0));
-    session.scene().find("Floor")->setPose({{0.0, -0.5, 0.0}, {}, {1.0, 1.0, 1.0}});
-    session.scene().addNode("Cube");
+    session.GetScene().AddNode("Floor").SetMesh(util::CMesh_Box(400.0, 1.0, 400.0));
+    session.GetScene().find("Floor")->SetPose({{0.0, -0.5, 0.0}, {}, {1.0, 1.0, 1.0}});
+    session.GetScene().AddNode("Cube");
     EXPECT_EQ(session.save(folder.path + "/scene.glb"), "");
     EXPECT_EQ(session.open(folder.path + "/scene.glb"), "");
     folder.Write("box.mtl", kMtl);
@@ -104,10 +104,10 @@ class Models : public testing::Test {
   ImportResult import(const std::string& path, const app::ImportOptions& options = {}) {
     ModelFile file;
     bool cancelled = false;
-    const app::Problem problem = file.read(path, Monitor(), cancelled);
+    const app::Problem problem = file.Read(path, Monitor(), cancelled);
     EXPECT_FALSE(problem) << problem.what << problem.why;
-    facts = file.facts();
-    ImportResult result = file.addTo(session, options, Monitor());
+    facts = file.GetFacts();
+    ImportResult result = file.AddTo(session, options, Monitor());
     EXPECT_FALSE(result.problem) << result.problem.what << result.problem.why;
     return result;
   }
@@ -126,7 +126,7 @@ TEST_F(Models, ImportBringsMeshesMaterialsAndTexturesAndIsUndoneToTheByte) {
   EXPECT_FALSE(facts.unitMeters.told);
   EXPECT_EQ(facts.unitMeters.value, 0.01);
   ASSERT_EQ(result.nodes, std::vector<std::string>{"Cube_2"});
-  const auto* node = session.scene().find("Cube_2");
+  const auto* node = session.GetScene().find("Cube_2");
   EXPECT_EQ(node->parent()->name(), "Floor");
   expectNear(farthest(*node), {1.505, 2.5, 0.0});
   expectUndoable(session, before);
@@ -134,14 +134,14 @@ TEST_F(Models, ImportBringsMeshesMaterialsAndTexturesAndIsUndoneToTheByte) {
   // What was imported stays what it is through a file, and goes with its nodes.
   EXPECT_EQ(session.save(folder.path + "/with.glb"), "");
   EXPECT_EQ(session.open(folder.path + "/with.glb"), "");
-  expectNear(farthest(*session.scene().find("Cube_2")), {1.505, 2.5, 0.0});
+  expectNear(farthest(*session.GetScene().find("Cube_2")), {1.505, 2.5, 0.0});
   app::GlbParts parts;
-  ASSERT_TRUE(app::splitGlb(bytesOf(session), parts));
+  ASSERT_TRUE(app::SplitGlb(bytesOf(session), parts));
   EXPECT_EQ(parts.json["images"].size(), 1u);
   EXPECT_NE(parts.binary.find(kPng), std::string::npos);
   EXPECT_EQ(parts.json["materials"].size(), 3u);  // the floor's too
-  session.scene().detach(*session.scene().find("Cube_2"));
-  ASSERT_TRUE(app::splitGlb(bytesOf(session), parts));
+  session.GetScene().Detach(*session.GetScene().find("Cube_2"));
+  ASSERT_TRUE(app::SplitGlb(bytesOf(session), parts));
   EXPECT_FALSE(parts.json.contains("images") || parts.json.contains("textures"));
   EXPECT_EQ(parts.binary.find(kPng), std::string::npos);
 }
@@ -152,12 +152,12 @@ TEST_F(Models, ImportTakesUnitAndUpFromTheFileInEveryLocale) {
   import(path);
   EXPECT_TRUE(facts.unitMeters.told && facts.up.told);
   EXPECT_EQ(facts.up.value, UpAxis::kZ);
-  expectNear(farthest(*session.scene().find("Mast")), Vector(11.5, 23.0, -2.0) * 0.0254);
+  expectNear(farthest(*session.GetScene().find("Mast")), Vector(11.5, 23.0, -2.0) * 0.0254);
   // Another program's glTF in centimetres with Z up, again over names that are taken.
   const std::string glb = folder.path + "/mast.glb";
   EXPECT_EQ(session.save(glb), "");
   import(glb, {0.5, UpAxis::kZ, ""});
-  expectNear(farthest(*session.scene().find("Mast_2")), Vector(11.5, -2.0, -3.0) * (0.5 * 0.0254));
+  expectNear(farthest(*session.GetScene().find("Mast_2")), Vector(11.5, -2.0, -3.0) * (0.5 * 0.0254));
 }
 
 TEST_F(Models, DamagedModelsAreRefusedOrReadAndNeverCrash) {
@@ -172,29 +172,29 @@ TEST_F(Models, DamagedModelsAreRefusedOrReadAndNeverCrash) {
                                                                   {"f.stl", "solid x"},
                                                                   {"g.3ds", "MM"},
                                                                   {"h.ply", "ply\n"}}) {
-    const app::Problem problem = file.read(folder.Write(name, content), Monitor(), cancelled);
+    const app::Problem problem = file.Read(folder.Write(name, content), Monitor(), cancelled);
     EXPECT_TRUE(problem) << name;
   }
-  EXPECT_TRUE(file.read(folder.path + "/none.obj", Monitor(), cancelled));
+  EXPECT_TRUE(file.Read(folder.path + "/none.obj", Monitor(), cancelled));
   const std::pair<const char*, std::string> sound[] = {{"x.obj", kObj}, {"x.dae", kDae}};
   for (const auto& [name, whole] : sound) {
     for (std::size_t i = 0; i < 60; ++i) {
       std::string damaged = whole.substr(0, whole.size() * (i + 1) / 60);
       damaged[(i * 7919) % damaged.size()] = static_cast<char>(i * 37);
-      if (!file.read(folder.Write(name, damaged), Monitor(), cancelled))
-        file.addTo(session, {}, Monitor());
+      if (!file.Read(folder.Write(name, damaged), Monitor(), cancelled))
+        file.AddTo(session, {}, Monitor());
     }
   }
   const std::atomic<bool> stop{true};
-  EXPECT_FALSE(file.read(folder.Write("y.obj", kObj), Monitor({}, &stop), cancelled));
+  EXPECT_FALSE(file.Read(folder.Write("y.obj", kObj), Monitor({}, &stop), cancelled));
   EXPECT_TRUE(cancelled);
 }
 
 TEST_F(Models, AModelComesUnderFreeNamesWithItsLinks) {
-  auto& core = session.core();
+  auto& core = session.GetCore();
   ASSERT_TRUE(core.CreateToolFromFactory("4WheelerExt", "Car"));
   ASSERT_TRUE(core.CreateToolFromFactory("SteadyCam", "Cam"));
-  auto& adaptor = session.adaptor();
+  auto& adaptor = session.GetAdaptor();
   const auto hang = [&](const char* child, const char* parent) {
     EXPECT_TRUE(adaptor.FindSceneNode(child)->SetParent(adaptor.FindSceneNode(parent)));
   };
@@ -202,64 +202,64 @@ TEST_F(Models, AModelComesUnderFreeNamesWithItsLinks) {
   hang("Cam_AttachedCam", "Cube");
   hang("Car_GravityDirectionMesh", "Floor");
   std::string problem;
-  const int id = core.FindInstance("Car")->GetConfig().findAll("Suspension Length").front()->id();
+  const int id = core.FindInstance("Car")->GetConfig().FindAll("Suspension Length").front()->GetId();
   ASSERT_TRUE(core.EditParameter(*core.FindInstance("Car"), id, "0.31", problem)) << problem;
   const std::string scene = bytesOf(session);
   const std::string path = folder.path + "/car.prm";
   std::vector<std::string> warnings;
-  ASSERT_FALSE(app::makeRiggedModel(session, {{"Car", "Cam"}, {}}, {"A car", "Drive.", kPng}, path,
+  ASSERT_FALSE(app::MakeRiggedModel(session, {{"Car", "Cam"}, {}}, {"A car", "Drive.", kPng}, path,
                                     warnings));
   EXPECT_EQ(warnings.size(), 1u);  // it has no ground any more
   EXPECT_TRUE(bytesOf(session) == scene);
-  const app::RiggedModelInfo info = app::readRiggedModel(path);
+  const app::RiggedModelInfo info = app::ReadRiggedModel(path);
   EXPECT_EQ(info.card.title + info.card.text + info.card.picture, "A carDrive." + kPng);
   ASSERT_EQ(info.rigs.size(), 2u);
   EXPECT_EQ(info.rigs[0].kind, "4WheelerExt");
 
   for (const char* number : {"_02", "_03"}) {
     const std::string before = bytesOf(session);
-    const app::AddedModel added = app::addRiggedModel(session, path, {{5.0, 0.0, 1.0}, "Floor"});
+    const app::AddedModel added = app::AddRiggedModel(session, path, {{5.0, 0.0, 1.0}, "Floor"});
     ASSERT_FALSE(added.problem) << added.problem.what << added.problem.why;
     const std::string car = "Car" + std::string(number), cam = "Cam" + std::string(number);
     EXPECT_EQ(added.rigs, (std::vector<std::string>{car, cam}));
     expectUndoable(session, before);
-    const auto* attached = session.scene().find(cam + "_AttachedCam");
+    const auto* attached = session.GetScene().find(cam + "_AttachedCam");
     ASSERT_TRUE(attached && attached->parent() && attached->parent()->parent());
     EXPECT_EQ(attached->parent()->parent()->name(), car + "_CarBodyMesh");
-    EXPECT_EQ(attached->tag(), cam + "/AttachedCam");
-    EXPECT_EQ(session.scene().find(car + "_GravityDirectionMesh")->parent()->name(), "Floor");
-    expectNear(session.scene().find(car + "_CarBodyMesh")->worldMatrix(0.0).translation() -
-                   session.scene().find("Car_CarBodyMesh")->worldMatrix(0.0).translation(),
+    EXPECT_EQ(attached->GetTag(), cam + "/AttachedCam");
+    EXPECT_EQ(session.GetScene().find(car + "_GravityDirectionMesh")->parent()->name(), "Floor");
+    expectNear(session.GetScene().find(car + "_CarBodyMesh")->WorldMatrix(0.0).translation() -
+                   session.GetScene().find("Car_CarBodyMesh")->WorldMatrix(0.0).translation(),
                {5.0, 0.0, 1.0});
-    EXPECT_EQ(core.FindInstance(car)->GetConfig().find(id)->number(), 0.31);
+    EXPECT_EQ(core.FindInstance(car)->GetConfig().find(id)->GetNumber(), 0.31);
   }
-  EXPECT_TRUE(app::readRiggedModel(folder.path + "/scene.glb").problem);
+  EXPECT_TRUE(app::ReadRiggedModel(folder.path + "/scene.glb").problem);
   EXPECT_TRUE(
-      app::readRiggedModel(folder.Write("cut.prm", folder.Read("car.prm").substr(0, 900))).problem);
+      app::ReadRiggedModel(folder.Write("cut.prm", folder.Read("car.prm").substr(0, 900))).problem);
 }
 
 TEST_F(Models, ShippedModelsDriveOverTheGround) {
-  const std::vector<std::string> models = app::shippedModels();
+  const std::vector<std::string> models = app::ShippedModels();
   ASSERT_EQ(models.size(), 2u);
   double place = 0.0;
   for (const std::string& model : models) {
-    const app::AddedModel added = app::addRiggedModel(session, model, {{place, 0.0, 0.0}, "Floor"});
+    const app::AddedModel added = app::AddRiggedModel(session, model, {{place, 0.0, 0.0}, "Floor"});
     ASSERT_FALSE(added.problem) << added.problem.what << added.problem.why;
-    EXPECT_FALSE(app::readRiggedModel(model).card.picture.empty());
+    EXPECT_FALSE(app::ReadRiggedModel(model).card.picture.empty());
     place += 12.0;
   }
   const std::string text =
       "time,Car:Gas Pedal (Forw/Backw),Tank:Gas Pedal (Forw/Backw),LeftBelt:Forward/Backward,"
       "RightBelt:Forward/Backward\n0,0,0,0,0\n0.5,0.5,0.5,0.5,0.5\n";
   app::InputFile inputs;
-  ASSERT_EQ(inputs.load(session.core(), folder.Write("go.csv", text)), "");
-  inputs.putIntoTracks();
-  ASSERT_TRUE(app::resimulate(session.core(), {0.0, 3.0}, Monitor()).began);
-  EXPECT_TRUE(session.takeWarnings().empty());
+  ASSERT_EQ(inputs.load(session.GetCore(), folder.Write("go.csv", text)), "");
+  inputs.PutIntoTracks();
+  ASSERT_TRUE(app::Resimulate(session.GetCore(), {0.0, 3.0}, Monitor()).began);
+  EXPECT_TRUE(session.TakeWarnings().empty());
   for (const char* name : {"WheelFL", "WheelBR", "Hull"}) {
-    const auto& node = *session.scene().find(name);
+    const auto& node = *session.GetScene().find(name);
     std::vector<Vector> places;
-    for (int i = 0; i <= 75; ++i) places.push_back(node.worldMatrix(0.04 * i).translation());
+    for (int i = 0; i <= 75; ++i) places.push_back(node.WorldMatrix(0.04 * i).translation());
     EXPECT_LT(places.back().z, places.front().z - 1.0) << name;
     for (std::size_t i = 2; i < places.size(); ++i)
       EXPECT_LT((places[i] - places[i - 1] * 2.0 + places[i - 2]).length(), 0.02) << name << i;

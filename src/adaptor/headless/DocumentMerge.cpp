@@ -16,7 +16,7 @@ constexpr const char* kMergedLists[] = {"nodes",     "meshes",      "skins",    
                                         "accessors", "bufferViews", "buffers"};
 constexpr const char* kLights = "KHR_lights_punctual";
 
-Json& listOf(Json& json, const char* name) {
+Json& ListOf(Json& json, const char* name) {
   Json& result = json[name];
   if (!result.is_array()) result = Json::array();
   return result;
@@ -28,7 +28,7 @@ std::size_t SizeOf(const Json& json, const char* name) {
 }
 
 /// Takes an extension out of all elements.
-void eraseExtension(Json& value, const std::string& name) {
+void EraseExtension(Json& value, const std::string& name) {
   if (value.is_object()) {
     const auto extensions = value.find("extensions");
     if (extensions != value.end() && extensions->is_object()) {
@@ -37,24 +37,24 @@ void eraseExtension(Json& value, const std::string& name) {
     }
   }
   if (value.is_structured())
-    for (Json& part : value) eraseExtension(part, name);
+    for (Json& part : value) EraseExtension(part, name);
 }
 
-void eraseText(Json& list, const std::string& text) {
+void EraseText(Json& list, const std::string& text) {
   Json kept = Json::array();
   for (Json& element : list)
     if (element != text) kept.push_back(std::move(element));
   list = std::move(kept);
 }
 
-const Json* lightsOf(const Json& json) {
+const Json* LightsOf(const Json& json) {
   const Json* extensions = Member(json, "extensions");
   const Json* lights = extensions == nullptr ? nullptr : Member(*extensions, kLights);
   const Json* list = lights == nullptr ? nullptr : Member(*lights, "lights");
   return list != nullptr && list->is_array() ? list : nullptr;
 }
 
-std::string mimeOf(std::string_view bytes) {
+std::string MimeOf(std::string_view bytes) {
   if (bytes.substr(0, 4) == "\x89PNG") return "image/png";
   if (bytes.substr(0, 3) == "\xFF\xD8\xFF") return "image/jpeg";
   if (bytes.substr(0, 4) == "RIFF") return "image/webp";
@@ -76,27 +76,27 @@ std::size_t DocumentMerge::first(const char* list) const {
 }
 
 std::shared_ptr<const GltfDocument> DocumentMerge::run() {
-  refuseCompressed();
+  RefuseCompressed();
   for (const char* name : {"asset", "scene", "scenes", "animations"}) m_json.erase(name);
-  dropUnknownExtensions();
-  takeImagesIn();
-  markOwn();
+  DropUnknownExtensions();
+  TakeImagesIn();
+  MarkOwn();
   if (m_base == nullptr)
     *m_result->m_json = Json{{"asset", {{"version", "2.0"}, {"generator", "Orvel Rigwright"}}},
                              {"scene", 0},
                              {"scenes", Json::array({Json::object()})}};
   else
     *m_result->m_json = m_base->GetJson();
-  mergeLights();
-  renumber();
+  MergeLights();
+  Renumber();
   Append();
-  appendBuffers();
+  AppendBuffers();
   if (!m_added->GetFurtherChunks().empty())
     m_warnings.push_back("the file's further chunks were left out");
   return m_result;
 }
 
-void DocumentMerge::refuseCompressed() const {
+void DocumentMerge::RefuseCompressed() const {
   const Json* used = Member(m_json, "extensionsUsed");
   if (used == nullptr) return;
   for (const Json& name : *used) {
@@ -112,19 +112,19 @@ void DocumentMerge::refuseCompressed() const {
 }
 
 /// What we don't know may refer to parts by numbers that we can't adapt.
-void DocumentMerge::dropUnknownExtensions() {
+void DocumentMerge::DropUnknownExtensions() {
   for (std::string name = UnknownExtension(m_json); !name.empty();
        name = UnknownExtension(m_json)) {
     m_warnings.push_back("the extension " + name + " is not known here and was left out");
-    eraseExtension(m_json, name);
-    eraseText(listOf(m_json, "extensionsUsed"), name);
-    eraseText(listOf(m_json, "extensionsRequired"), name);
+    EraseExtension(m_json, name);
+    EraseText(ListOf(m_json, "extensionsUsed"), name);
+    EraseText(ListOf(m_json, "extensionsRequired"), name);
   }
 }
 
 /// Images beside the file become part of it: the scene that it comes into lies elsewhere.
-void DocumentMerge::takeImagesIn() {
-  for (Json& image : listOf(m_json, "images")) {
+void DocumentMerge::TakeImagesIn() {
+  for (Json& image : ListOf(m_json, "images")) {
     const Json* uri = Member(image, "uri");
     if (uri == nullptr || !uri->is_string() || IsDataUri(uri->get<std::string>())) continue;
     const std::string text = uri->get<std::string>();
@@ -136,14 +136,14 @@ void DocumentMerge::takeImagesIn() {
       m_warnings.push_back("images: " + error + "; the texture stays without it");
       continue;
     }
-    const std::string mime = mimeOf(*bytes);
+    const std::string mime = MimeOf(*bytes);
     if (mime.empty()) {
       m_warnings.push_back("images: " + Quoted(text) +
                            " is no PNG and no JPEG; the texture stays without it");
       continue;
     }
-    Json& views = listOf(m_json, "bufferViews");
-    Json& buffers = listOf(m_json, "buffers");
+    Json& views = ListOf(m_json, "bufferViews");
+    Json& buffers = ListOf(m_json, "buffers");
     views.push_back(
         Json{{"buffer", buffers.size()}, {"byteOffset", 0}, {"byteLength", bytes->size()}});
     buffers.push_back(Json{{"byteLength", bytes->size()}});
@@ -158,9 +158,9 @@ void DocumentMerge::takeImagesIn() {
   }
 }
 
-void DocumentMerge::markOwn() {
+void DocumentMerge::MarkOwn() {
   for (const Table table : kTables) {
-    for (Json& element : listOf(m_json, nameOf(table))) {
+    for (Json& element : ListOf(m_json, NameOf(table))) {
       if (!element.is_object()) continue;
       Json& own = ExtrasObject(element)[kOwnKey];
       if (!own.is_object()) own = Json::object();
@@ -169,16 +169,16 @@ void DocumentMerge::markOwn() {
   }
 }
 
-void DocumentMerge::mergeLights() {
-  const Json* added = lightsOf(m_json);
+void DocumentMerge::MergeLights() {
+  const Json* added = LightsOf(m_json);
   Json& base = *m_result->m_json;
-  const std::size_t before = lightsOf(base) == nullptr ? 0 : lightsOf(base)->size();
+  const std::size_t before = LightsOf(base) == nullptr ? 0 : LightsOf(base)->size();
   if (added != nullptr) {
     Json& lights = base["extensions"][kLights]["lights"];
     if (!lights.is_array()) lights = Json::array();
     for (const Json& light : *added) lights.push_back(light);
   }
-  for (Json& node : listOf(m_json, "nodes")) {
+  for (Json& node : ListOf(m_json, "nodes")) {
     if (!node.is_object() || Member(node, "extensions") == nullptr) continue;
     const Json* light = Member(node["extensions"], kLights);
     const Json* index = light == nullptr ? nullptr : Member(*light, "light");
@@ -191,22 +191,22 @@ void DocumentMerge::mergeLights() {
     if (name == kLights) continue;
     const std::string extension = name;
     m_warnings.push_back("the extension " + extension + " was left out");
-    for (const char* list : kMergedLists) eraseExtension(listOf(m_json, list), extension);
-    eraseText(listOf(m_json, "extensionsUsed"), extension);
-    eraseText(listOf(m_json, "extensionsRequired"), extension);
+    for (const char* list : kMergedLists) EraseExtension(ListOf(m_json, list), extension);
+    EraseText(ListOf(m_json, "extensionsUsed"), extension);
+    EraseText(ListOf(m_json, "extensionsRequired"), extension);
   }
 }
 
-void DocumentMerge::renumber() {
+void DocumentMerge::Renumber() {
   for (const Table table : kTables) {
-    const std::size_t offset = first(nameOf(table));
+    const std::size_t offset = first(NameOf(table));
     VisitReferences(m_json, table,
                     [offset](Json& index) { index = index.get<std::size_t>() + offset; });
   }
   std::vector<int> map(SizeOf(m_json, "nodes"));
   for (std::size_t i = 0; i < map.size(); ++i) map[i] = static_cast<int>(first("nodes") + i);
   RemapNodes(m_json, map);
-  for (Json& view : listOf(m_json, "bufferViews"))
+  for (Json& view : ListOf(m_json, "bufferViews"))
     view["buffer"] = view["buffer"].get<std::size_t>() + first("buffers");
 }
 
@@ -214,23 +214,23 @@ void DocumentMerge::Append() {
   Json& json = *m_result->m_json;
   // In a file where somebody has moved bytes about, ours can't be told from others' any more.
   if (m_base != nullptr && !m_base->OwnPartsApart())
-    for (Json& view : listOf(json, "bufferViews")) EraseExtra(view, kOwnKey);
+    for (Json& view : ListOf(json, "bufferViews")) EraseExtra(view, kOwnKey);
   for (const char* name : kMergedLists) {
     if (SizeOf(m_json, name) == 0) continue;
-    Json& list = listOf(json, name);
+    Json& list = ListOf(json, name);
     for (Json& element : m_json[name]) list.push_back(std::move(element));
   }
   for (const char* name : {"extensionsUsed", "extensionsRequired"}) {
     if (SizeOf(m_json, name) == 0) continue;
-    Json& list = listOf(json, name);
+    Json& list = ListOf(json, name);
     for (Json& extension : m_json[name]) {
-      eraseText(list, extension.is_string() ? extension.get<std::string>() : std::string());
+      EraseText(list, extension.is_string() ? extension.get<std::string>() : std::string());
       list.push_back(std::move(extension));
     }
   }
 }
 
-void DocumentMerge::appendBuffers() {
+void DocumentMerge::AppendBuffers() {
   GltfDocument& result = *m_result;
   if (m_base != nullptr) {
     result.m_buffers = m_base->m_buffers;

@@ -28,14 +28,14 @@ class DocumentMerge {
   const std::vector<std::string>& GetWarnings() const { return m_warnings; }
 
  private:
-  void refuseCompressed() const;
-  void dropUnknownExtensions();
-  void takeImagesIn();
-  void markOwn();
-  void mergeLights();
-  void renumber();
+  void RefuseCompressed() const;
+  void DropUnknownExtensions();
+  void TakeImagesIn();
+  void MarkOwn();
+  void MergeLights();
+  void Renumber();
   void Append();
-  void appendBuffers();
+  void AppendBuffers();
 
   std::shared_ptr<const GltfDocument> m_base;
   std::shared_ptr<const GltfDocument> m_added;

@@ -164,19 +164,19 @@ std::string HeadlessAdaptor::Merge(Scene& added, HeadlessNode* parent,
                                    std::vector<HeadlessNode*>& roots) {
   std::vector<std::string> warnings;
   std::shared_ptr<const GltfDocument> document;
-  std::string error = SceneMerge::mergeDocuments(*m_scene, added, document, warnings);
+  std::string error = SceneMerge::MergeDocuments(*m_scene, added, document, warnings);
   if (!error.empty()) return error;
   for (std::string& warning : warnings) Warn(std::move(warning));
   // Ahead of the steps of the nodes: a redo has the document before they come back.
   auto exchange = [scene = m_scene, document]() mutable {
-    SceneMerge::exchangeDocument(*scene, document);
+    SceneMerge::ExchangeDocument(*scene, document);
   };
   exchange();
   PushExchange("CDocumentRestoreObj", exchange);
-  while (!added.roots().empty()) {
-    std::unique_ptr<SceneNode> root = added.detach(*added.roots().front());
+  while (!added.GetRoots().empty()) {
+    std::unique_ptr<SceneNode> root = added.Detach(*added.GetRoots().front());
     HeadlessNode& node =
-        NodeFor(m_scene->attach(std::move(root), parent ? parent->GetSceneNode() : nullptr));
+        NodeFor(m_scene->Attach(std::move(root), parent ? parent->GetSceneNode() : nullptr));
     Adopt(node);
     roots.push_back(&node);
   }

@@ -8,7 +8,7 @@
 
 namespace orv::rws::adaptor::headless {
 
-std::string SceneMerge::mergeDocuments(const Scene& scene, Scene& added,
+std::string SceneMerge::MergeDocuments(const Scene& scene, Scene& added,
                                        std::shared_ptr<const GltfDocument>& document,
                                        std::vector<std::string>& warnings) try {
   document = scene.m_document;
@@ -38,7 +38,7 @@ std::string SceneMerge::mergeDocuments(const Scene& scene, Scene& added,
   return "there is not enough memory for it";
 }
 
-void SceneMerge::exchangeDocument(Scene& scene, std::shared_ptr<const GltfDocument>& document) {
+void SceneMerge::ExchangeDocument(Scene& scene, std::shared_ptr<const GltfDocument>& document) {
   std::swap(scene.m_document, document);
 }
 

@@ -17,10 +17,10 @@ class SceneMerge {
   /// the outcome, which `scene` does not have yet. What comes in so counts as ours: a save drops
   /// the parts that no node uses any more. Images beside the file are taken in. An empty text means
   /// success, any other says why nothing has changed.
-  static std::string mergeDocuments(const Scene& scene, Scene& added,
+  static std::string MergeDocuments(const Scene& scene, Scene& added,
                                     std::shared_ptr<const GltfDocument>& document,
                                     std::vector<std::string>& warnings);
-  static void exchangeDocument(Scene& scene, std::shared_ptr<const GltfDocument>& document);
+  static void ExchangeDocument(Scene& scene, std::shared_ptr<const GltfDocument>& document);
 };
 
 }  // namespace orv::rws::adaptor::headless

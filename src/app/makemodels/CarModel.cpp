@@ -31,7 +31,7 @@ constexpr Station kStations[] = {{-2.10, 0.58, 0.66}, {-2.04, 0.68, 0.76}, {-1.9
                                  {0.00, 0.94, 0.89},  {1.00, 0.95, 0.89},  {1.60, 0.94, 0.87},
                                  {1.95, 0.91, 0.83},  {2.06, 0.84, 0.78},  {2.10, 0.70, 0.70}};
 
-Station stationAt(double z) {
+Station StationAt(double z) {
   const Station* last = kStations;
   for (const Station& next : kStations) {
     if (z <= next.z) {
@@ -45,7 +45,7 @@ Station stationAt(double z) {
 }
 
 /// The lower edge, which rises over the wheels.
-double lowerEdge(double z) {
+double LowerEdge(double z) {
   for (const double axle : {kFrontAxle, kBackAxle}) {
     const double away = std::abs(z - axle);
     if (away < kArch) return std::max(kSill, kRadius + std::sqrt(kArch * kArch - away * away));
@@ -53,7 +53,7 @@ double lowerEdge(double z) {
   return std::abs(z) > 1.9 ? kSill + 0.5 * (std::abs(z) - 1.9) : kSill;
 }
 
-std::vector<double> bodyPlaces() {
+std::vector<double> BodyPlaces() {
   std::vector<double> places;
   for (const Station& station : kStations)
     if (std::min(std::abs(station.z - kFrontAxle), std::abs(station.z - kBackAxle)) > kArch)
@@ -64,11 +64,11 @@ std::vector<double> bodyPlaces() {
   return places;
 }
 
-void addBody(Shape& shape, const Paints& paint) {
+void AddBody(Shape& shape, const Paints& paint) {
   std::vector<std::vector<Vector>> rings;
-  for (const double z : bodyPlaces()) {
-    const Station s = stationAt(z);
-    const double low = std::min(lowerEdge(z), s.top - 0.12);
+  for (const double z : BodyPlaces()) {
+    const Station s = StationAt(z);
+    const double low = std::min(LowerEdge(z), s.top - 0.12);
     const double waist = std::max(low + 0.02, 0.56 * s.top + 0.06);
     std::vector<Vector> side = {{s.half - 0.10, low, z},
                                 {s.half - 0.02, low, z},
@@ -82,13 +82,13 @@ void addBody(Shape& shape, const Paints& paint) {
       ring.push_back({-point->x, point->y, z});
     rings.push_back(std::move(ring));
   }
-  shape.loft(paint.body, rings, true, true);
+  shape.Loft(paint.body, rings, true, true);
   // What is seen between the wheels and below.
-  shape.box(paint.dark, {-0.62, 0.20, -1.95}, {0.62, 0.55, 1.95}, 0.03);
+  shape.Box(paint.dark, {-0.62, 0.20, -1.95}, {0.62, 0.55, 1.95}, 0.03);
 }
 
 /// A roof on four slanting windows with their pillars between them.
-void addCabin(Shape& shape, const Paints& paint) {
+void AddCabin(Shape& shape, const Paints& paint) {
   constexpr double kLow = 0.90, kHigh = 1.36;
   const std::vector<Vector> low = {{0.78, kLow, -0.98}, {0.80, kLow, 0.30},  {0.78, kLow, 1.72},
                                    {-0.78, kLow, 1.72}, {-0.80, kLow, 0.30}, {-0.78, kLow, -0.98}};
@@ -99,7 +99,7 @@ void addCabin(Shape& shape, const Paints& paint) {
     for (Vector& p : ring) p = {p.x * (1.0 - by), p.y + up, 0.42 + (p.z - 0.42) * (1.0 - by)};
     return ring;
   };
-  shape.loft(paint.body, {inset(high, 0.30, 0.075), inset(high, 0.09, 0.055), high, low}, true,
+  shape.Loft(paint.body, {inset(high, 0.30, 0.075), inset(high, 0.09, 0.055), high, low}, true,
              true);
   // Panes a finger's breadth in front of the faces.
   const auto pane = [&](std::size_t a, std::size_t b, double margin) {
@@ -109,7 +109,7 @@ void addCabin(Shape& shape, const Paints& paint) {
     const Vector middle = (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
     std::vector<Vector> face;
     for (const Vector& c : corners) face.push_back(middle + (c - middle) * margin + lift);
-    shape.face(paint.glass, face);
+    shape.Face(paint.glass, face);
   };
   pane(1, 0, 0.86);
   pane(2, 1, 0.84);
@@ -119,37 +119,37 @@ void addCabin(Shape& shape, const Paints& paint) {
   pane(0, 5, 0.90);
 }
 
-void addDetails(Shape& shape, const Paints& paint) {
+void AddDetails(Shape& shape, const Paints& paint) {
   Shape side;  // the right one
-  side.box(paint.lamp, {0.46, 0.60, -2.07}, {0.70, 0.70, -1.90}, 0.02);
-  side.box(paint.blinker, {0.70, 0.60, -2.03}, {0.79, 0.68, -1.88}, 0.015);
-  side.box(paint.tail, {0.48, 0.68, 1.98}, {0.74, 0.82, 2.10}, 0.02);
-  side.box(paint.body, {0.86, 0.95, -0.62}, {1.00, 1.06, -0.50}, 0.03);
-  side.box(paint.dark, {0.80, 0.98, -0.58}, {0.88, 1.01, -0.54}, 0.005);
-  side.box(paint.chrome, {0.87, 0.76, 0.14}, {0.905, 0.79, 0.30}, 0.008);
-  side.box(paint.chrome, {0.87, 0.76, 1.00}, {0.905, 0.79, 1.14}, 0.008);
+  side.Box(paint.lamp, {0.46, 0.60, -2.07}, {0.70, 0.70, -1.90}, 0.02);
+  side.Box(paint.blinker, {0.70, 0.60, -2.03}, {0.79, 0.68, -1.88}, 0.015);
+  side.Box(paint.tail, {0.48, 0.68, 1.98}, {0.74, 0.82, 2.10}, 0.02);
+  side.Box(paint.body, {0.86, 0.95, -0.62}, {1.00, 1.06, -0.50}, 0.03);
+  side.Box(paint.dark, {0.80, 0.98, -0.58}, {0.88, 1.01, -0.54}, 0.005);
+  side.Box(paint.chrome, {0.87, 0.76, 0.14}, {0.905, 0.79, 0.30}, 0.008);
+  side.Box(paint.chrome, {0.87, 0.76, 1.00}, {0.905, 0.79, 1.14}, 0.008);
   for (const double z : {-0.82, 0.36, 1.18})  // the doors' edges
-    side.box(paint.dark, {0.872, 0.36, z}, {0.894, 0.86, z + 0.012}, 0.003);
-  side.box(paint.dark, {0.80, 0.22, -0.86}, {0.885, 0.30, 0.88}, 0.015);
-  side.turned(paint.chrome, {{0.0, 2.03}, {0.035, 2.03}, {0.035, 2.13}, {0.025, 2.13}, {0.0, 2.06}},
+    side.Box(paint.dark, {0.872, 0.36, z}, {0.894, 0.86, z + 0.012}, 0.003);
+  side.Box(paint.dark, {0.80, 0.22, -0.86}, {0.885, 0.30, 0.88}, 0.015);
+  side.Turned(paint.chrome, {{0.0, 2.03}, {0.035, 2.03}, {0.035, 2.13}, {0.025, 2.13}, {0.0, 2.06}},
               {0.50, 0.27, 0.0}, true, 12);
-  shape.add(side);
-  shape.addMirrored(side);
-  shape.box(paint.dark, {-0.42, 0.56, -2.125}, {0.42, 0.68, -2.02}, 0.02);
+  shape.Add(side);
+  shape.AddMirrored(side);
+  shape.Box(paint.dark, {-0.42, 0.56, -2.125}, {0.42, 0.68, -2.02}, 0.02);
   for (int i = 0; i < 3; ++i)
-    shape.box(paint.chrome, {-0.40, 0.585 + 0.03 * i, -2.135}, {0.40, 0.595 + 0.03 * i, -2.10},
+    shape.Box(paint.chrome, {-0.40, 0.585 + 0.03 * i, -2.135}, {0.40, 0.595 + 0.03 * i, -2.10},
               0.003);
-  shape.box(paint.dark, {-0.72, 0.30, -2.08}, {0.72, 0.44, -1.92}, 0.03);
-  shape.box(paint.dark, {-0.74, 0.32, 1.94}, {0.74, 0.48, 2.12}, 0.03);
-  shape.box(paint.chrome, {-0.26, 0.56, 2.08}, {0.26, 0.67, 2.118}, 0.01);
-  shape.box(paint.chrome, {-0.26, 0.36, -2.105}, {0.26, 0.46, -2.06}, 0.01);
+  shape.Box(paint.dark, {-0.72, 0.30, -2.08}, {0.72, 0.44, -1.92}, 0.03);
+  shape.Box(paint.dark, {-0.74, 0.32, 1.94}, {0.74, 0.48, 2.12}, 0.03);
+  shape.Box(paint.chrome, {-0.26, 0.56, 2.08}, {0.26, 0.67, 2.118}, 0.01);
+  shape.Box(paint.chrome, {-0.26, 0.36, -2.105}, {0.26, 0.46, -2.06}, 0.01);
 }
 
 /// The outer side to +X.
-Shape wheel(const Paints& paint) {
+Shape ShapeWheel(const Paints& paint) {
   Shape shape;
   constexpr double w = 0.11;  // half the tyre's width
-  shape.turned(paint.rubber,
+  shape.Turned(paint.rubber,
                {{0.22, -w + 0.02},
                 {0.25, -w},
                 {0.295, -w + 0.005},
@@ -161,7 +161,7 @@ Shape wheel(const Paints& paint) {
                 {0.25, w},
                 {0.22, w - 0.02}},
                {}, false, 40);
-  shape.turned(paint.rim,
+  shape.Turned(paint.rim,
                {{0.0, -0.06},
                 {0.19, -0.06},
                 {0.225, -w + 0.01},
@@ -173,42 +173,42 @@ Shape wheel(const Paints& paint) {
                 {0.20, 0.05},
                 {0.0, 0.045}},
                {}, false, 40);
-  shape.turned(paint.dark, {{0.198, 0.052}, {0.06, 0.048}, {0.0, 0.048}}, {}, false, 40);
+  shape.Turned(paint.dark, {{0.198, 0.052}, {0.06, 0.048}, {0.0, 0.048}}, {}, false, 40);
   for (int i = 0; i < 5; ++i) {
     Shape spoke;
-    spoke.box(paint.rim, {0.045, 0.04, -0.032}, {0.085, 0.205, 0.032}, 0.01);
-    spoke.turnAboutX(2.0 * util::kPi * i / 5.0);
-    shape.add(spoke);
+    spoke.Box(paint.rim, {0.045, 0.04, -0.032}, {0.085, 0.205, 0.032}, 0.01);
+    spoke.TurnAboutX(2.0 * util::kPi * i / 5.0);
+    shape.Add(spoke);
   }
-  shape.turned(paint.chrome, {{0.06, 0.05}, {0.055, 0.09}, {0.03, 0.10}, {0.0, 0.10}}, {}, false,
+  shape.Turned(paint.chrome, {{0.06, 0.05}, {0.055, 0.09}, {0.03, 0.10}, {0.0, 0.10}}, {}, false,
                20);
   return shape;
 }
 
 }  // namespace
 
-void modelCar(Kit& kit) {
-  const Paints paint{kit.material("Paint", 0.55, 0.03, 0.03, 0.2, 0.35),
-                     kit.material("Glass", 0.03, 0.05, 0.07, 0.3, 0.1),
-                     kit.material("Trim", 0.02, 0.02, 0.022, 0.0, 0.8),
-                     kit.material("Rubber", 0.018, 0.018, 0.018, 0.0, 0.95),
-                     kit.material("Rim", 0.55, 0.56, 0.58, 0.8, 0.35),
-                     kit.material("Chrome", 0.75, 0.76, 0.78, 0.9, 0.2),
-                     kit.light("Headlight", 0.95, 0.95, 0.85),
-                     kit.light("Tail light", 0.60, 0.02, 0.02),
-                     kit.light("Indicator", 0.85, 0.40, 0.05)};
+void ModelCar(Kit& kit) {
+  const Paints paint{kit.AddMaterial("Paint", 0.55, 0.03, 0.03, 0.2, 0.35),
+                     kit.AddMaterial("Glass", 0.03, 0.05, 0.07, 0.3, 0.1),
+                     kit.AddMaterial("Trim", 0.02, 0.02, 0.022, 0.0, 0.8),
+                     kit.AddMaterial("Rubber", 0.018, 0.018, 0.018, 0.0, 0.95),
+                     kit.AddMaterial("Rim", 0.55, 0.56, 0.58, 0.8, 0.35),
+                     kit.AddMaterial("Chrome", 0.75, 0.76, 0.78, 0.9, 0.2),
+                     kit.AddLight("Headlight", 0.95, 0.95, 0.85),
+                     kit.AddLight("Tail light", 0.60, 0.02, 0.02),
+                     kit.AddLight("Indicator", 0.85, 0.40, 0.05)};
   Shape body;
-  addBody(body, paint);
-  addCabin(body, paint);
-  addDetails(body, paint);
-  kit.part("Body", {}, body);
-  const Shape right = wheel(paint);
+  AddBody(body, paint);
+  AddCabin(body, paint);
+  AddDetails(body, paint);
+  kit.AddPart("Body", {}, body);
+  const Shape right = ShapeWheel(paint);
   Shape left;
-  left.addMirrored(right);
-  kit.part("WheelFL", {-kHalfTrack, kRadius, kFrontAxle}, left);
-  kit.part("WheelFR", {kHalfTrack, kRadius, kFrontAxle}, right);
-  kit.part("WheelBL", {-kHalfTrack, kRadius, kBackAxle}, left);
-  kit.part("WheelBR", {kHalfTrack, kRadius, kBackAxle}, right);
+  left.AddMirrored(right);
+  kit.AddPart("WheelFL", {-kHalfTrack, kRadius, kFrontAxle}, left);
+  kit.AddPart("WheelFR", {kHalfTrack, kRadius, kFrontAxle}, right);
+  kit.AddPart("WheelBL", {-kHalfTrack, kRadius, kBackAxle}, left);
+  kit.AddPart("WheelBR", {kHalfTrack, kRadius, kBackAxle}, right);
 }
 
 }  // namespace orv::app

@@ -32,7 +32,7 @@ class Canvas {
   Canvas() : m_depth(static_cast<std::size_t>(kW * kH), -1e9), m_colour(m_depth.size(), kGround) {}
 
   /// Screen coordinates and depth of the corners; nearer is more.
-  void triangle(const std::array<Vector, 3>& p, const std::array<double, 3>& colour) {
+  void Triangle(const std::array<Vector, 3>& p, const std::array<double, 3>& colour) {
     const double area =
         (p[1].x - p[0].x) * (p[2].y - p[0].y) - (p[2].x - p[0].x) * (p[1].y - p[0].y);
     if (!(std::abs(area) > 1e-9)) return;
@@ -59,7 +59,7 @@ class Canvas {
     }
   }
 
-  std::string png() const {
+  std::string Png() const {
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     for (int y = 0; y < kHeight; ++y) {
       for (int x = 0; x < kWidth; ++x) {
@@ -93,28 +93,28 @@ class Canvas {
 
 }  // namespace
 
-int Kit::material(const std::string& name, double red, double green, double blue, double metallic,
-                  double roughness) {
+int Kit::AddMaterial(const std::string& name, double red, double green, double blue,
+                     double metallic, double roughness) {
   GltfBuilder::Material material;
   material.name = name;
   material.colour = {red, green, blue, 1.0};
   material.metallic = metallic;
   material.roughness = roughness;
   m_materials.push_back(material);
-  return m_builder.addMaterial(material);
+  return m_builder.AddMaterial(material);
 }
 
-int Kit::light(const std::string& name, double red, double green, double blue) {
+int Kit::AddLight(const std::string& name, double red, double green, double blue) {
   GltfBuilder::Material material;
   material.name = name;
   material.colour = {red, green, blue, 1.0};
   material.glow = {0.6 * red, 0.6 * green, 0.6 * blue};
   material.roughness = 0.3;
   m_materials.push_back(material);
-  return m_builder.addMaterial(material);
+  return m_builder.AddMaterial(material);
 }
 
-int Kit::part(const std::string& name, const Vector& place, const Shape& shape, int parent) {
+int Kit::AddPart(const std::string& name, const Vector& place, const Shape& shape, int parent) {
   m_parts.push_back({name, parent, place, shape});
   return static_cast<int>(m_parts.size()) - 1;
 }
@@ -127,20 +127,20 @@ std::string Kit::Finish() {
     node.pose.translation = part.place;
     if (part.parent >= 0)
       node.pose.translation = part.place - m_parts[static_cast<std::size_t>(part.parent)].place;
-    node.mesh = m_builder.addMesh(part.name, part.shape.primitives());
+    node.mesh = m_builder.AddMesh(part.name, part.shape.Primitives());
     m_builder.AddNode(node);
   }
   return m_builder.Finish();
 }
 
-std::string Kit::picture() const {
+std::string Kit::MakePicture() const {
   const Vector back = unit(kTowardsEye);
   const Vector right = unit(Vector(0.0, 1.0, 0.0).cross(back));
   const Vector up = back.cross(right);
   const auto seen = [&](const Vector& p) { return Vector(p.dot(right), -p.dot(up), p.dot(back)); };
   Vector low(1e9, 1e9, 0.0), high(-1e9, -1e9, 0.0);
   for (const Part& part : m_parts) {
-    for (const Vector& corner : part.shape.corners()) {
+    for (const Vector& corner : part.shape.GetCorners()) {
       const Vector p = seen(corner + part.place);
       low = {std::min(low.x, p.x), std::min(low.y, p.y), 0.0};
       high = {std::max(high.x, p.x), std::max(high.y, p.y), 0.0};
@@ -151,12 +151,12 @@ std::string Kit::picture() const {
   const Vector middle = (low + high) * 0.5;
   Canvas canvas;
   for (const Part& part : m_parts) {
-    for (std::size_t i = 0; i < part.shape.materials().size(); ++i) {
-      const Vector* c = &part.shape.corners()[3 * i];
+    for (std::size_t i = 0; i < part.shape.GetMaterials().size(); ++i) {
+      const Vector* c = &part.shape.GetCorners()[3 * i];
       const Vector normal = unit((c[1] - c[0]).cross(c[2] - c[0]));
       if (normal.dot(back) <= 0.0) continue;
       const GltfBuilder::Material& material =
-          m_materials[static_cast<std::size_t>(part.shape.materials()[i])];
+          m_materials[static_cast<std::size_t>(part.shape.GetMaterials()[i])];
       const Vector half = unit(unit(kTowardsSun) + back);
       const double shine =
           (1.0 - material.roughness) * std::pow(std::max(0.0, normal.dot(half)), 30.0) * 0.5;
@@ -171,10 +171,10 @@ std::string Kit::picture() const {
         points[k] = {(p.x - middle.x) * zoom + Canvas::kW / 2.0,
                      (p.y - middle.y) * zoom + Canvas::kH / 2.0, p.z};
       }
-      canvas.triangle(points, colour);
+      canvas.Triangle(points, colour);
     }
   }
-  return canvas.png();
+  return canvas.Png();
 }
 
 }  // namespace orv::app

@@ -20,16 +20,16 @@ class Kit {
     Shape shape;   ///< about that place
   };
 
-  int material(const std::string& name, double red, double green, double blue, double metallic,
-               double roughness);
+  int AddMaterial(const std::string& name, double red, double green, double blue, double metallic,
+                  double roughness);
   /// A material that shines by itself.
-  int light(const std::string& name, double red, double green, double blue);
-  int part(const std::string& name, const Vector& place, const Shape& shape, int parent = -1);
+  int AddLight(const std::string& name, double red, double green, double blue);
+  int AddPart(const std::string& name, const Vector& place, const Shape& shape, int parent = -1);
 
   /// The file's bytes (.glb). Call once.
   std::string Finish();
   /// A picture of all parts (PNG), seen from the front and the left and above.
-  std::string picture() const;
+  std::string MakePicture() const;
 
  private:
   GltfBuilder m_builder;

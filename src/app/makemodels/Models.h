@@ -6,7 +6,7 @@
 namespace orv::app {
 
 /// Body, and the wheels WheelFL, WheelFR, WheelBL and WheelBR: 4.2 m long, the nose to -Z.
-void modelCar(Kit& kit);
+void ModelCar(Kit& kit);
 
 /// Where the wheels of one belt stand, in the hull's Y and Z (m), the drive wheel first and then as
 /// they follow each other round the belt.
@@ -21,6 +21,6 @@ inline constexpr double kMuzzle = -3.95;   ///< where the barrel ends (z, m)
 inline constexpr double kGunHeight = 1.72;
 
 /// Hull, Turret and Gun, and a wheel Left0, Left1, ... Right0, ... for each of the belts'.
-void modelTank(Kit& kit);
+void ModelTank(Kit& kit);
 
 }  // namespace orv::app

@@ -18,18 +18,18 @@ constexpr double kCrease = 0.8;
 
 }  // namespace
 
-void Shape::triangle(int material, const Vector& a, const Vector& b, const Vector& c) {
+void Shape::Triangle(int material, const Vector& a, const Vector& b, const Vector& c) {
   if (!((b - a).cross(c - a).length() > 1e-9)) return;
   m_corners.insert(m_corners.end(), {a, b, c});
   m_materials.push_back(material);
 }
 
-void Shape::face(int material, const std::vector<Vector>& corners) {
+void Shape::Face(int material, const std::vector<Vector>& corners) {
   for (std::size_t i = 2; i < corners.size(); ++i)
-    triangle(material, corners[0], corners[i - 1], corners[i]);
+    Triangle(material, corners[0], corners[i - 1], corners[i]);
 }
 
-void Shape::loft(int material, const std::vector<std::vector<Vector>>& rings, bool closed,
+void Shape::Loft(int material, const std::vector<std::vector<Vector>>& rings, bool closed,
                  bool ends) {
   for (std::size_t r = 1; r < rings.size(); ++r) {
     const std::vector<Vector>& a = rings[r - 1];
@@ -37,16 +37,16 @@ void Shape::loft(int material, const std::vector<std::vector<Vector>>& rings, bo
     const std::size_t count = closed ? a.size() : a.size() - 1;
     for (std::size_t i = 0; i < count; ++i) {
       const std::size_t k = (i + 1) % a.size();
-      triangle(material, a[i], a[k], b[k]);
-      triangle(material, a[i], b[k], b[i]);
+      Triangle(material, a[i], a[k], b[k]);
+      Triangle(material, a[i], b[k], b[i]);
     }
   }
   if (!ends) return;
-  face(material, {rings.front().rbegin(), rings.front().rend()});
-  face(material, rings.back());
+  Face(material, {rings.front().rbegin(), rings.front().rend()});
+  Face(material, rings.back());
 }
 
-void Shape::box(int material, const Vector& low, const Vector& high, double bevel) {
+void Shape::Box(int material, const Vector& low, const Vector& high, double bevel) {
   // Four octagons along Z, the outer two smaller by the bevel.
   const auto ring = [&](double z, double inset) {
     const double x0 = low.x + inset, x1 = high.x - inset, y0 = low.y + inset, y1 = high.y - inset;
@@ -54,13 +54,13 @@ void Shape::box(int material, const Vector& low, const Vector& high, double beve
     return std::vector<Vector>{{x0 + b, y0, z}, {x1 - b, y0, z}, {x1, y0 + b, z}, {x1, y1 - b, z},
                                {x1 - b, y1, z}, {x0 + b, y1, z}, {x0, y1 - b, z}, {x0, y0 + b, z}};
   };
-  loft(material,
+  Loft(material,
        {ring(low.z, bevel), ring(low.z + bevel, 0.0), ring(high.z - bevel, 0.0),
         ring(high.z, bevel)},
        true, true);
 }
 
-void Shape::turned(int material, const std::vector<std::pair<double, double>>& line,
+void Shape::Turned(int material, const std::vector<std::pair<double, double>>& line,
                    const Vector& centre, bool alongZ, int segments) {
   std::vector<std::vector<Vector>> rings;
   for (const auto& [radius, place] : line) {
@@ -72,27 +72,27 @@ void Shape::turned(int material, const std::vector<std::pair<double, double>>& l
     }
     rings.push_back(std::move(ring));
   }
-  loft(material, rings, true, false);
+  Loft(material, rings, true, false);
 }
 
-void Shape::turnAboutX(double angle) {
+void Shape::TurnAboutX(double angle) {
   const double c = std::cos(angle), s = std::sin(angle);
   for (Vector& p : m_corners) p = {p.x, c * p.y - s * p.z, s * p.y + c * p.z};
 }
 
-void Shape::add(const Shape& other) {
+void Shape::Add(const Shape& other) {
   m_corners.insert(m_corners.end(), other.m_corners.begin(), other.m_corners.end());
   m_materials.insert(m_materials.end(), other.m_materials.begin(), other.m_materials.end());
 }
 
-void Shape::addMirrored(const Shape& other) {
+void Shape::AddMirrored(const Shape& other) {
   const auto mirrored = [](const Vector& v) { return Vector(-v.x, v.y, v.z); };
   for (std::size_t i = 0; i < other.m_materials.size(); ++i)
-    triangle(other.m_materials[i], mirrored(other.m_corners[3 * i]),
+    Triangle(other.m_materials[i], mirrored(other.m_corners[3 * i]),
              mirrored(other.m_corners[3 * i + 2]), mirrored(other.m_corners[3 * i + 1]));
 }
 
-std::vector<GltfBuilder::Primitive> Shape::primitives() const {
+std::vector<GltfBuilder::Primitive> Shape::Primitives() const {
   const auto placeOf = [](const Vector& v) {
     return std::array<long, 3>{std::lround(v.x * 1e4), std::lround(v.y * 1e4),
                                std::lround(v.z * 1e4)};

@@ -27,15 +27,15 @@ using Json = nlohmann::ordered_json;
 /// In place of a scene's path: an empty one.
 constexpr const char* kNewScene = "new";
 
-std::string numberText(double value) {
+std::string NumberText(double value) {
   return util::shortText(std::round(value * 1e4) / 1e4 + 0.0);
 }
 
-std::string sizeText(const Vector& size) {
-  return numberText(size.x) + " x " + numberText(size.y) + " x " + numberText(size.z) + " m";
+std::string SizeText(const Vector& size) {
+  return NumberText(size.x) + " x " + NumberText(size.y) + " x " + NumberText(size.z) + " m";
 }
 
-std::unique_ptr<SceneJob> openOrNew(Program& program, const std::string& path) {
+std::unique_ptr<SceneJob> OpenOrNew(Program& program, const std::string& path) {
   return path == kNewScene ? std::make_unique<SceneJob>(program)
                            : std::make_unique<SceneJob>(program, path);
 }
@@ -47,10 +47,10 @@ struct ImportVerbOptions {
   std::optional<double> unit;
 };
 
-void tellUnits(Program& program, const ModelFacts& facts, double unit, UpAxis up, bool unitGiven,
+void TellUnits(Program& program, const ModelFacts& facts, double unit, UpAxis up, bool unitGiven,
                bool upGiven) {
   Output& out = program.GetOutput();
-  Json& object = out.object();
+  Json& object = out.GetObject();
   const Vector told =
       up == UpAxis::kZ ? Vector(facts.size.x, facts.size.z, facts.size.y) : facts.size;
   object["format"] = facts.format;
@@ -62,14 +62,14 @@ void tellUnits(Program& program, const ModelFacts& facts, double unit, UpAxis up
   };
   out.Note(facts.format + ": a unit is " + util::shortText(unit) + " m (" +
            source(unitGiven, facts.unitMeters.told) + "), " + (up == UpAxis::kZ ? "Z" : "Y") +
-           " is up (" + source(upGiven, facts.up.told) + "); " + sizeText(told * unit));
+           " is up (" + source(upGiven, facts.up.told) + "); " + SizeText(told * unit));
   if (!unitGiven && !facts.unitMeters.told && unit != 1.0)
     out.Warn("the file does not tell its unit: " + util::shortText(unit) +
-             " m is taken, since it would be " + sizeText(told) +
+             " m is taken, since it would be " + SizeText(told) +
              " large in metres (--scale gives another)");
 }
 
-void runImport(Program& program, const ImportVerbOptions& options) {
+void RunImport(Program& program, const ImportVerbOptions& options) {
   ModelFile file;
   bool cancelled = false;
   {
@@ -78,27 +78,27 @@ void runImport(Program& program, const ImportVerbOptions& options) {
     CheckInterrupt();
     if (problem) throw Failure(problem.what, problem.why, problem.hint);
   }
-  const auto job = openOrNew(program, options.scene);
+  const auto job = OpenOrNew(program, options.scene);
   ImportOptions wanted;
   wanted.unitMeters = options.unit;
   if (!options.up.empty()) wanted.up = options.up == "z" ? UpAxis::kZ : UpAxis::kY;
   wanted.under = options.under;
-  const ModelFacts& facts = file.facts();
-  const ImportResult result = file.addTo(job->GetSession(), wanted, Monitor({}, &InterruptFlag()));
+  const ModelFacts& facts = file.GetFacts();
+  const ImportResult result = file.AddTo(job->GetSession(), wanted, Monitor({}, &InterruptFlag()));
   CheckInterrupt();
   if (result.problem) throw Failure(result.problem, job->GetScene());
-  tellUnits(program, facts, wanted.unitMeters.value_or(facts.unitMeters.value),
+  TellUnits(program, facts, wanted.unitMeters.value_or(facts.unitMeters.value),
             wanted.up.value_or(facts.up.value), wanted.unitMeters.has_value(),
             wanted.up.has_value());
   for (const std::string& text : facts.odd) program.GetOutput().Warn(options.model + ": " + text);
   for (const std::string& text : result.warnings)
     program.GetOutput().Warn(options.model + ": " + text);
-  job->save(options.output);
-  program.GetOutput().object()["nodes"] = result.nodes;
+  job->Save(options.output);
+  program.GetOutput().GetObject()["nodes"] = result.nodes;
   for (const std::string& name : result.nodes) program.GetOutput().Line(name);
 }
 
-void addImport(Program& program) {
+void AddImport(Program& program) {
   auto o = std::make_shared<ImportVerbOptions>();
   CLI::App& verb = program.AddVerb(
       "import",
@@ -108,8 +108,8 @@ void addImport(Program& program) {
       "cameras and the nodes' keys. Unit and up are the file's; what it does not tell is guessed,\n"
       "which is said.",
       "rigwright import yard.glb car.fbx --scale 0.01 --up z -o yard.glb",
-      [o](Program& p) { runImport(p, *o); });
-  AddScene(verb, o->scene)->Description("Scene to read (.glb or .gltf), or new for an empty one");
+      [o](Program& p) { RunImport(p, *o); });
+  AddScene(verb, o->scene)->description("Scene to read (.glb or .gltf), or new for an empty one");
   verb.add_option("MODEL", o->model, "File of the model")
       ->required()
       ->type_name("")
@@ -133,7 +133,7 @@ struct ModelOptions {
   std::optional<Vector> translate;
 };
 
-void runMake(Program& program, const ModelOptions& options) {
+void RunMake(Program& program, const ModelOptions& options) {
   SceneJob job(program, options.scene);
   ModelCard card{options.title, options.text, {}};
   std::string error;
@@ -143,20 +143,20 @@ void runMake(Program& program, const ModelOptions& options) {
   for (const std::string& node : options.nodes) job.FindNode(node);
   std::vector<std::string> warnings;
   CheckInterrupt();
-  const Problem problem =
-      makeRiggedModel(job.GetSession(), {options.rigs, options.nodes}, card, options.output, warnings);
+  const Problem problem = MakeRiggedModel(job.GetSession(), {options.rigs, options.nodes}, card,
+                                          options.output, warnings);
   if (problem) throw Failure(problem, job.GetScene());
   for (const std::string& text : warnings) program.GetOutput().Warn(text);
-  program.GetOutput().object()["output"] = options.output;
+  program.GetOutput().GetObject()["output"] = options.output;
   program.GetOutput().Note("model: written to " + options.output);
 }
 
-void runInfo(Program& program, const ModelOptions& options) {
-  const RiggedModelInfo info = readRiggedModel(options.model);
+void RunInfo(Program& program, const ModelOptions& options) {
+  const RiggedModelInfo info = ReadRiggedModel(options.model);
   if (info.problem) throw Failure(info.problem.what, info.problem.why, info.problem.hint);
   const Vector size = info.high - info.low;
   Output& out = program.GetOutput();
-  Json& object = out.object();
+  Json& object = out.GetObject();
   object["title"] = info.card.title;
   object["text"] = info.card.text;
   object["pictureBytes"] = info.card.picture.size();
@@ -166,57 +166,57 @@ void runInfo(Program& program, const ModelOptions& options) {
   object["rigs"] = Json::array();
   out.Line(info.card.title);
   if (!info.card.text.empty()) out.Line(info.card.text);
-  out.Line(std::to_string(info.nodes) + " nodes, " + sizeText(size) +
+  out.Line(std::to_string(info.nodes) + " nodes, " + SizeText(size) +
            (info.hasTake ? ", with a take" : ""));
   Table table;
-  table.add({"rig", "kind"});
+  table.Add({"rig", "kind"});
   for (const RiggedModelInfo::Rig& rig : info.rigs) {
     object["rigs"].push_back({{"name", rig.name}, {"kind", rig.kind}});
-    table.add({rig.name, rig.kind});
+    table.Add({rig.name, rig.kind});
   }
-  for (const std::string& line : table.lines()) out.Line(line);
+  for (const std::string& line : table.Lines()) out.Line(line);
 }
 
-void runList(Program& program) {
+void RunList(Program& program) {
   Output& out = program.GetOutput();
-  out.object()["models"] = Json::array();
+  out.GetObject()["models"] = Json::array();
   Table table;
-  table.add({"model", "title"});
-  for (const std::string& path : shippedModels()) {
-    const std::string title = readRiggedModel(path).card.title;
-    out.object()["models"].push_back({{"path", path}, {"title", title}});
-    table.add({path, title});
+  table.Add({"model", "title"});
+  for (const std::string& path : ShippedModels()) {
+    const std::string title = ReadRiggedModel(path).card.title;
+    out.GetObject()["models"].push_back({{"path", path}, {"title", title}});
+    table.Add({path, title});
   }
-  for (const std::string& line : table.lines()) out.Line(line);
+  for (const std::string& line : table.Lines()) out.Line(line);
 }
 
-void runAddModel(Program& program, const ModelOptions& options) {
-  const auto job = openOrNew(program, options.scene);
+void RunAddModel(Program& program, const ModelOptions& options) {
+  const auto job = OpenOrNew(program, options.scene);
   if (!options.ground.empty()) job->FindNode(options.ground);
-  const AddedModel added = addRiggedModel(job->GetSession(), options.model,
+  const AddedModel added = AddRiggedModel(job->GetSession(), options.model,
                                           {options.translate.value_or(Vector()), options.ground});
   if (added.problem) throw Failure(added.problem, job->GetScene());
   for (const std::string& text : added.warnings) program.GetOutput().Warn(text);
-  job->save(options.output);
-  program.GetOutput().object()["rigs"] = added.rigs;
-  program.GetOutput().object()["nodes"] = added.nodes;
+  job->Save(options.output);
+  program.GetOutput().GetObject()["rigs"] = added.rigs;
+  program.GetOutput().GetObject()["nodes"] = added.nodes;
   for (const std::string& rig : added.rigs) program.GetOutput().Line(rig);
 }
 
-CLI::Option* addModel(CLI::App& verb, std::string& path) {
+CLI::Option* AddModel(CLI::App& verb, std::string& path) {
   return verb.add_option("MODEL", path, "Pre-rigged model (.prm, or as model list tells)")
       ->required()
       ->type_name("")
       ->check(checkNotEmpty);
 }
 
-void addMake(Program& program, CLI::App& group) {
+void AddMake(Program& program, CLI::App& group) {
   auto o = std::make_shared<ModelOptions>();
   CLI::App& verb = program.AddVerb(
       group, "make", "Write rigs and nodes, with all that stands below them, as a pre-rigged model",
       "rigwright model make drive.glb --rig Car --node Trailer --title \"Car and trailer\" "
       "-o car.prm",
-      [o](Program& p) { runMake(p, *o); });
+      [o](Program& p) { RunMake(p, *o); });
   AddScene(verb, o->scene);
   AddList(verb, "--rig", o->rigs, "Rig that it has; may be repeated")->type_name("RIG");
   AddList(verb, "--node", o->nodes, "Node that it has; may be repeated")->type_name("NODE");
@@ -234,23 +234,23 @@ void addMake(Program& program, CLI::App& group) {
 void AddGroup(Program& program) {
   CLI::App& group = program.AddGroup("model", "Pre-rigged models: make, list, info, add",
                                      "rigwright model add yard.glb car.prm -o yard.glb");
-  addMake(program, group);
+  AddMake(program, group);
   program.MarkReadOnly(program.AddVerb(group, "list", "List the models that come with the program",
-                                       "rigwright model list", runList));
+                                       "rigwright model list", RunList));
   auto o = std::make_shared<ModelOptions>();
   CLI::App& info =
       program.AddVerb(group, "info", "Tell what a pre-rigged model is",
-                      "rigwright model info car.prm", [o](Program& p) { runInfo(p, *o); });
-  addModel(info, o->model);
+                      "rigwright model info car.prm", [o](Program& p) { RunInfo(p, *o); });
+  AddModel(info, o->model);
   program.MarkReadOnly(info);
 
   auto a = std::make_shared<ModelOptions>();
   CLI::App& add = program.AddVerb(
       group, "add", "Add the rigs and nodes of a pre-rigged model to a scene; prints its rigs",
       "rigwright model add yard.glb car.prm --translate 0,0,-4 --ground Terrain -o yard.glb",
-      [a](Program& p) { runAddModel(p, *a); });
-  AddScene(add, a->scene)->Description("Scene to read (.glb or .gltf), or new for an empty one");
-  addModel(add, a->model);
+      [a](Program& p) { RunAddModel(p, *a); });
+  AddScene(add, a->scene)->description("Scene to read (.glb or .gltf), or new for an empty one");
+  AddModel(add, a->model);
   AddVector(add, "--translate", a->translate, "By how much all of it is moved (m)");
   add.add_option("--ground", a->ground, "Node that its rigs take as their ground")
       ->type_name("NODE")
@@ -261,7 +261,7 @@ void AddGroup(Program& program) {
 }  // namespace
 
 void AddModelVerbs(Program& program) {
-  addImport(program);
+  AddImport(program);
   AddGroup(program);
 }
 

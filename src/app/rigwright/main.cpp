@@ -33,7 +33,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddExportVerb(program);
   orv::app::AddPlotVerb(program);
   orv::app::AddPreferenceVerb(program);
-  return program.run(argc, argv);
+  return program.Run(argc, argv);
 }
 
 }  // namespace

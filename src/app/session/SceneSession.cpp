@@ -42,7 +42,7 @@ std::string SceneSession::Save(const std::string& path) {
   return m_session->Save(path, error) ? std::string() : error;
 }
 
-std::unique_ptr<rws::adaptor::headless::Scene> SceneSession::copy(std::string& error) {
+std::unique_ptr<rws::adaptor::headless::Scene> SceneSession::Copy(std::string& error) {
   namespace headless = rws::adaptor::headless;
   std::string bytes;
   if (!m_session->Store(error)) return nullptr;

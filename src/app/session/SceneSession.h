@@ -32,8 +32,8 @@ class SceneSession {
   std::string Open(const std::string& path, const std::string& clip = {});
   /// Writes the file, whole or not at all. An empty text means success.
   std::string Save(const std::string& path);
-  /// What `save` would write, read as a scene of its own; null with `error` told.
-  std::unique_ptr<rws::adaptor::headless::Scene> copy(std::string& error);
+  /// What `Save` would write, read as a scene of its own; null with `error` told.
+  std::unique_ptr<rws::adaptor::headless::Scene> Copy(std::string& error);
   /// Hands over, and forgets, what the last calls had to say.
   std::vector<std::string> TakeWarnings();
   /// What of the keys and recorded inputs that the file held when it was opened is gone.

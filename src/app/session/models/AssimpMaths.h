@@ -12,7 +12,7 @@ inline util::Vector3<double> VectorOf(const aiVector3D& v) {
   return {double{v.x}, double{v.y}, double{v.z}};
 }
 
-inline util::Quat<double> quatOf(const aiQuaternion& q) {
+inline util::Quat<double> QuatOf(const aiQuaternion& q) {
   return {double{q.x}, double{q.y}, double{q.z}, double{q.w}};
 }
 
@@ -25,7 +25,7 @@ inline util::Matrix<double> MatrixOf(const aiMatrix4x4& m) {
   return result;
 }
 
-inline bool isOfTriangles(const aiMesh& mesh) {
+inline bool IsOfTriangles(const aiMesh& mesh) {
   return mesh.mPrimitiveTypes == aiPrimitiveType_TRIANGLE ||
          mesh.mPrimitiveTypes == (aiPrimitiveType_TRIANGLE | aiPrimitiveType_NGONEncodingFlag);
 }

@@ -55,8 +55,8 @@ void Append(std::vector<float>& values, const Vector& v) {
 }
 
 /// As a PNG when it is neither that nor a JPEG; empty when it can't be read.
-std::string usableImage(std::string bytes) {
-  if (!mimeOfImage(bytes).empty()) return bytes;
+std::string UsableImage(std::string bytes) {
+  if (!MimeOfImage(bytes).empty()) return bytes;
   const QImage image = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
                                         static_cast<int>(bytes.size()));
   QByteArray png;
@@ -72,26 +72,25 @@ class Conversion {
       : m_scene(scene), m_change(change), m_folder(folder), m_stem(stem), m_warnings(warnings) {}
 
   std::string run() {
-    addMaterials();
+    AddMaterials();
     for (unsigned i = 0; i < m_scene.mNumCameras; ++i)
       m_cameras.emplace(m_scene.mCameras[i]->mName.C_Str(), m_scene.mCameras[i]);
-    addNodes();
-    if (m_scene.mNumAnimations > 0) addKeys(*m_scene.mAnimations[0]);
+    AddNodes();
+    if (m_scene.mNumAnimations > 0) AddKeys(*m_scene.mAnimations[0]);
     return m_builder.Finish();
   }
 
  private:
-  void addMaterials();
-  int textureOf(const aiMaterial& material);
-  std::string imageBytes(const std::string& name) const;
-  GltfBuilder::Primitive primitiveOf(const aiMesh& mesh) const;
-  int meshOf(const aiNode& node);
-  void addNodes();
-  void addCamera(const aiCamera& camera, int node);
-  void addKeys(const aiAnimation& animation);
-  template <class Key, class Append>
-  void addKeys(int node, ChannelPath path, const Key* keys, unsigned count, double tick,
-               Append append);
+  void AddMaterials();
+  int TextureOf(const aiMaterial& material);
+  std::string ImageBytes(const std::string& name) const;
+  GltfBuilder::Primitive PrimitiveOf(const aiMesh& mesh) const;
+  int MeshOf(const aiNode& node);
+  void AddNodes();
+  void AddCamera(const aiCamera& camera, int node);
+  void AddKeys(const aiAnimation& animation);
+  template <class Key, class Put>
+  void AddKeys(int node, ChannelPath path, const Key* keys, unsigned count, double tick, Put put);
 
   const aiScene& m_scene;
   const SpaceChange m_change;
@@ -106,13 +105,13 @@ class Conversion {
   std::map<std::string, int> m_nodes;
 };
 
-void Conversion::addMaterials() {
+void Conversion::AddMaterials() {
   for (unsigned i = 0; i < m_scene.mNumMaterials; ++i) {
     const aiMaterial& from = *m_scene.mMaterials[i];
     GltfBuilder::Material material;
     aiString name;
     if (from.Get(AI_MATKEY_NAME, name) == AI_SUCCESS) material.name = name.C_Str();
-    aiColor4D GetColour(0.8f, 0.8f, 0.8f, 1.0f);
+    aiColor4D colour(0.8f, 0.8f, 0.8f, 1.0f);
     if (from.Get(AI_MATKEY_BASE_COLOR, colour) != AI_SUCCESS)
       from.Get(AI_MATKEY_COLOR_DIFFUSE, colour);
     float opacity = 1.0f;
@@ -131,34 +130,34 @@ void Conversion::addMaterials() {
       material.roughness = part(number);
     int twoSided = 0;
     if (from.Get(AI_MATKEY_TWOSIDED, twoSided) == AI_SUCCESS) material.doubleSided = twoSided != 0;
-    material.texture = textureOf(from);
+    material.texture = TextureOf(from);
     // Programs that show a texture alone leave the colour black beside it.
     if (material.texture >= 0 &&
         material.colour[0] + material.colour[1] + material.colour[2] == 0.0)
       material.colour = {1.0, 1.0, 1.0, material.colour[3]};
-    m_materials.push_back(m_builder.addMaterial(material));
+    m_materials.push_back(m_builder.AddMaterial(material));
   }
 }
 
-int Conversion::textureOf(const aiMaterial& material) {
+int Conversion::TextureOf(const aiMaterial& material) {
   aiString name;
   if (material.GetTexture(aiTextureType_BASE_COLOR, 0, &name) != AI_SUCCESS &&
       material.GetTexture(aiTextureType_DIFFUSE, 0, &name) != AI_SUCCESS)
     return -1;
   const auto [known, isNew] = m_textures.emplace(name.C_Str(), -1);
   if (!isNew) return known->second;
-  const std::string bytes = usableImage(imageBytes(name.C_Str()));
+  const std::string bytes = UsableImage(ImageBytes(name.C_Str()));
   if (bytes.empty())
     m_warnings.push_back("the image " + known->first +
                          " is not there, or of a kind that is not read; its material is plain");
   else
-    known->second = m_builder.addTexture(bytes);
+    known->second = m_builder.AddTexture(bytes);
   return known->second;
 }
 
 /// Of an image within the file, else of one beside it: as the path says, or by its name alone,
 /// since paths are those of the machine where the model was made.
-std::string Conversion::imageBytes(const std::string& name) const {
+std::string Conversion::ImageBytes(const std::string& name) const {
   if (const aiTexture* embedded = m_scene.GetEmbeddedTexture(name.c_str())) {
     if (embedded->mHeight == 0)
       return {reinterpret_cast<const char*>(embedded->pcData), embedded->mWidth};
@@ -173,9 +172,9 @@ std::string Conversion::imageBytes(const std::string& name) const {
   return {};
 }
 
-GltfBuilder::Primitive Conversion::primitiveOf(const aiMesh& mesh) const {
+GltfBuilder::Primitive Conversion::PrimitiveOf(const aiMesh& mesh) const {
   GltfBuilder::Primitive primitive;
-  primitive.lines = !isOfTriangles(mesh);
+  primitive.lines = !IsOfTriangles(mesh);
   if (mesh.mMaterialIndex < m_materials.size())
     primitive.material = m_materials[mesh.mMaterialIndex];
   const bool shaded = mesh.HasNormals() && !primitive.lines;
@@ -201,9 +200,9 @@ GltfBuilder::Primitive Conversion::primitiveOf(const aiMesh& mesh) const {
 }
 
 /// Lines are a curve where no triangles stand beside them.
-int Conversion::meshOf(const aiNode& node) {
+int Conversion::MeshOf(const aiNode& node) {
   std::vector<unsigned> used(node.mMeshes, node.mMeshes + node.mNumMeshes);
-  const auto isSolid = [this](unsigned i) { return isOfTriangles(*m_scene.mMeshes[i]); };
+  const auto isSolid = [this](unsigned i) { return IsOfTriangles(*m_scene.mMeshes[i]); };
   if (std::any_of(used.begin(), used.end(), isSolid))
     used.erase(std::remove_if(used.begin(), used.end(), [&](unsigned i) { return !isSolid(i); }),
                used.end());
@@ -212,17 +211,17 @@ int Conversion::meshOf(const aiNode& node) {
   if (known != m_meshes.end()) return known->second;
   std::vector<GltfBuilder::Primitive> primitives;
   for (const unsigned i : used) {
-    GltfBuilder::Primitive primitive = primitiveOf(*m_scene.mMeshes[i]);
+    GltfBuilder::Primitive primitive = PrimitiveOf(*m_scene.mMeshes[i]);
     if (!primitive.corners.empty()) primitives.push_back(std::move(primitive));
   }
   const int mesh =
       primitives.empty()
           ? -1
-          : m_builder.addMesh(m_scene.mMeshes[used.front()]->mName.C_Str(), primitives);
+          : m_builder.AddMesh(m_scene.mMeshes[used.front()]->mName.C_Str(), primitives);
   return m_meshes[used] = mesh;
 }
 
-void Conversion::addNodes() {
+void Conversion::AddNodes() {
   const aiNode& root = *m_scene.mRootNode;
   // The library's root says nothing where it neither shows nor moves anything.
   const bool bare = root.mNumMeshes == 0 && root.mNumChildren > 0 &&
@@ -239,18 +238,18 @@ void Conversion::addNodes() {
       node.pose = {m_change.point(pose.translation), m_change.rotation(pose.rotation),
                    m_change.scale(pose.scale)};
       node.parent = parent;
-      node.mesh = meshOf(*from);
+      node.mesh = MeshOf(*from);
       index = m_builder.AddNode(node);
       m_nodes.emplace(from->mName.C_Str(), index);
       const auto camera = m_cameras.find(from->mName.C_Str());
-      if (camera != m_cameras.end()) addCamera(*camera->second, index);
+      if (camera != m_cameras.end()) AddCamera(*camera->second, index);
     }
     for (unsigned i = from->mNumChildren; i-- > 0;) open.emplace_back(from->mChildren[i], index);
   }
 }
 
 /// A camera of the library looks along any direction of its node, ours along -Z.
-void Conversion::addCamera(const aiCamera& camera, int node) {
+void Conversion::AddCamera(const aiCamera& camera, int node) {
   const auto unit = [](Vector v, const Vector& otherwise) {
     const double length = v.length();
     return length > 0.0 && std::isfinite(length) ? v * (1.0 / length) : otherwise;
@@ -277,20 +276,20 @@ void Conversion::addCamera(const aiCamera& camera, int node) {
   view.name = std::string(camera.mName.C_Str()) + "_view";
   view.pose = rws::adaptor::Decompose(look);
   view.parent = node;
-  view.camera = m_builder.addCamera(lens);
+  view.camera = m_builder.AddCamera(lens);
   m_builder.AddNode(view);
 }
 
-template <class Key, class Append>
-void Conversion::addKeys(int node, ChannelPath path, const Key* keys, unsigned count, double tick,
-                         Append append) {
+template <class Key, class Put>
+void Conversion::AddKeys(int node, ChannelPath path, const Key* keys, unsigned count, double tick,
+                         Put put) {
   std::vector<double> times;
   std::vector<float> values;
   for (unsigned i = 0; i < count; ++i) {
     const double time = keys[i].mTime * tick;
     if (!std::isfinite(time) || (!times.empty() && time < times.back() + kSameTime)) continue;
     times.push_back(time);
-    Append(values, keys[i].mValue);
+    put(values, keys[i].mValue);
   }
   for (const float value : values)
     if (!std::isfinite(value)) return;
@@ -298,10 +297,10 @@ void Conversion::addKeys(int node, ChannelPath path, const Key* keys, unsigned c
   bool moves = false;
   for (std::size_t i = width; i < values.size(); ++i)
     moves = moves || values[i] != values[i - width];
-  if (moves) m_builder.addKeys(node, path, times, values);
+  if (moves) m_builder.AddKeys(node, path, times, values);
 }
 
-void Conversion::addKeys(const aiAnimation& animation) {
+void Conversion::AddKeys(const aiAnimation& animation) {
   constexpr double kUsualTicks = 25.0;  ///< a second, where the file does not tell
   const double ticks = animation.mTicksPerSecond;
   const double tick = 1.0 / (ticks > 0.0 && std::isfinite(ticks) ? ticks : kUsualTicks);
@@ -311,18 +310,18 @@ void Conversion::addKeys(const aiAnimation& animation) {
     const auto found = m_nodes.find(channel.mNodeName.C_Str());
     if (found == m_nodes.end() || !done.insert(found->second).second) continue;
     const int node = found->second;
-    addKeys(node, ChannelPath::kTranslation, channel.mPositionKeys, channel.mNumPositionKeys, tick,
+    AddKeys(node, ChannelPath::kTranslation, channel.mPositionKeys, channel.mNumPositionKeys, tick,
             [this](std::vector<float>& values, const aiVector3D& v) {
               Append(values, m_change.point(VectorOf(v)));
             });
-    addKeys(node, ChannelPath::kScale, channel.mScalingKeys, channel.mNumScalingKeys, tick,
+    AddKeys(node, ChannelPath::kScale, channel.mScalingKeys, channel.mNumScalingKeys, tick,
             [this](std::vector<float>& values, const aiVector3D& v) {
               Append(values, m_change.scale(VectorOf(v)));
             });
     Quat last;
-    addKeys(node, ChannelPath::kRotation, channel.mRotationKeys, channel.mNumRotationKeys, tick,
+    AddKeys(node, ChannelPath::kRotation, channel.mRotationKeys, channel.mNumRotationKeys, tick,
             [this, &last](std::vector<float>& values, const aiQuaternion& v) {
-              Quat q = m_change.rotation(quatOf(v));
+              Quat q = m_change.rotation(QuatOf(v));
               q.normalize();
               if (q.x * last.x + q.y * last.y + q.z * last.z + q.w * last.w < 0.0) q = -q;
               last = q;
@@ -334,7 +333,7 @@ void Conversion::addKeys(const aiAnimation& animation) {
 
 }  // namespace
 
-std::string ForeignModel::toGltf(double unitMeters, UpAxis up,
+std::string ForeignModel::ToGltf(double unitMeters, UpAxis up,
                                  std::vector<std::string>& warnings) const {
   const SpaceChange change(unitMeters, up);
   return Conversion(*m_scene, change, m_folder, m_stem, warnings).run();

@@ -78,7 +78,7 @@ class Progress final : public Assimp::ProgressHandler {
 };
 
 template <class Visit>
-void eachNode(const aiNode& root, Visit visit) {
+void EachNode(const aiNode& root, Visit visit) {
   std::vector<const aiNode*> open{&root};
   while (!open.empty()) {
     const aiNode* node = open.back();
@@ -89,7 +89,7 @@ void eachNode(const aiNode& root, Visit visit) {
 }
 
 /// The text between the two, of the file's first part; empty when they are not there.
-std::string between(const std::string& text, const std::string& before, const std::string& after) {
+std::string Between(const std::string& text, const std::string& before, const std::string& after) {
   const std::size_t start = text.find(before);
   if (start == std::string::npos) return {};
   const std::size_t end = text.find(after, start + before.size());
@@ -97,7 +97,7 @@ std::string between(const std::string& text, const std::string& before, const st
   return text.substr(start + before.size(), end - start - before.size());
 }
 
-std::string counted(std::size_t count, const std::string& one, const std::string& many) {
+std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
   return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
@@ -106,7 +106,7 @@ std::string counted(std::size_t count, const std::string& one, const std::string
 ForeignModel::ForeignModel() = default;
 ForeignModel::~ForeignModel() = default;
 
-const std::vector<std::string>& ForeignModel::endings() {
+const std::vector<std::string>& ForeignModel::Endings() {
   static const std::vector<std::string> all = [] {
     std::vector<std::string> endings;
     for (const Format& format : kFormats) endings.push_back(format.ending);
@@ -138,7 +138,7 @@ Problem ForeignModel::Read(const std::string& path, const Monitor& monitor, bool
   if (cancelled) return {};
   const Problem problem = CheckScene(path);
   if (problem) return problem;
-  readUnits(path, ending, facts);
+  ReadUnits(path, ending, facts);
   count(facts);
   return {};
 } catch (const std::bad_alloc&) {
@@ -158,7 +158,7 @@ Problem ForeignModel::CheckScene(const std::string& path) const {
     return {path, "holds no mesh", kAnew, {}};
   std::size_t nodes = 0;
   bool finite = true;
-  eachNode(*m_scene->mRootNode, [&](const aiNode& node) {
+  EachNode(*m_scene->mRootNode, [&](const aiNode& node) {
     ++nodes;
     finite = finite && IsFinite(rws::adaptor::Decompose(MatrixOf(node.mTransformation)));
   });
@@ -175,8 +175,8 @@ Problem ForeignModel::CheckScene(const std::string& path) const {
   if (!finite) return {path, "has a place that is no number", kAnew, {}};
   if (nodes > kMostNodes || vertices > kMostVertices)
     return {path,
-            "is too large: " + counted(nodes, "node", "nodes") + " and " +
-                counted(vertices, "point", "points") + ", of at most " +
+            "is too large: " + Counted(nodes, "node", "nodes") + " and " +
+                Counted(vertices, "point", "points") + ", of at most " +
                 std::to_string(kMostNodes) + " and " + std::to_string(kMostVertices),
             "import its parts one by one",
             {}};
@@ -185,7 +185,7 @@ Problem ForeignModel::CheckScene(const std::string& path) const {
 
 /// What the file tells of its unit and its up. The library turns some formats by a pose of the
 /// root, which goes: all are turned in one place.
-void ForeignModel::readUnits(const std::string& path, const std::string& ending,
+void ForeignModel::ReadUnits(const std::string& path, const std::string& ending,
                              ModelFacts& facts) {
   aiMatrix4x4& root = m_scene->mRootNode->mTransformation;
   if (ending == ".fbx" && m_scene->mMetaData != nullptr) {
@@ -202,10 +202,10 @@ void ForeignModel::readUnits(const std::string& path, const std::string& ending,
     root = aiMatrix4x4();
     std::string text;
     util::readFile(path, text);
-    const std::string unit = between(between(text, "<unit", ">"), "meter=\"", "\"");
+    const std::string unit = Between(Between(text, "<unit", ">"), "meter=\"", "\"");
     double metres = 0.0;
     if (util::parseNumber(unit, metres) && metres > 0.0) facts.unitMeters = {metres, true};
-    const std::string up = between(text, "<up_axis>", "</up_axis>");
+    const std::string up = Between(text, "<up_axis>", "</up_axis>");
     facts.up = {up == "Z_UP" ? UpAxis::kZ : UpAxis::kY, up == "Z_UP" || up == "Y_UP"};
   } else if (ending == ".3ds") {
     root = aiMatrix4x4();
@@ -224,7 +224,7 @@ void ForeignModel::count(ModelFacts& facts) const {
   for (unsigned i = 0; i < m_scene->mNumMeshes; ++i) {
     const aiMesh& mesh = *m_scene->mMeshes[i];
     ++facts.meshes;
-    if (isOfTriangles(mesh)) facts.triangles += mesh.mNumFaces;
+    if (IsOfTriangles(mesh)) facts.triangles += mesh.mNumFaces;
     bones += mesh.mNumBones > 0 ? 1 : 0;
     morphs += mesh.mNumAnimMeshes > 0 ? 1 : 0;
   }
@@ -256,13 +256,13 @@ void ForeignModel::count(ModelFacts& facts) const {
   if (!facts.unitMeters.told && largest > kMostMetres)
     facts.unitMeters.value = largest > kMostCentimetres ? 0.001 : 0.01;
   if (bones > 0)
-    facts.odd.push_back(counted(bones, "mesh is", "meshes are") +
+    facts.odd.push_back(Counted(bones, "mesh is", "meshes are") +
                         " skinned: they come in their rest pose, without the skin");
   if (morphs > 0)
-    facts.odd.push_back(counted(morphs, "mesh has", "meshes have") +
+    facts.odd.push_back(Counted(morphs, "mesh has", "meshes have") +
                         " morph targets, which are left out");
   if (m_scene->mNumLights > 0)
-    facts.odd.push_back(counted(m_scene->mNumLights, "light is", "lights are") + " left out");
+    facts.odd.push_back(Counted(m_scene->mNumLights, "light is", "lights are") + " left out");
   if (m_scene->mNumAnimations > 1)
     facts.odd.push_back("of " + std::to_string(m_scene->mNumAnimations) +
                         " animations the first one comes along");

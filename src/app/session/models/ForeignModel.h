@@ -23,17 +23,17 @@ class ForeignModel {
   ~ForeignModel();
 
   /// Endings that it reads, in small letters with their point.
-  static const std::vector<std::string>& endings();
+  static const std::vector<std::string>& Endings();
 
   /// See ModelFile::read. Fills `facts`.
   Problem Read(const std::string& path, const Monitor& monitor, bool& cancelled, ModelFacts& facts);
   /// The model as a `.glb` in metres with Y up: what the numbers say in `unitMeters` and `up`.
   /// `warnings` get the textures that are missing.
-  std::string toGltf(double unitMeters, UpAxis up, std::vector<std::string>& warnings) const;
+  std::string ToGltf(double unitMeters, UpAxis up, std::vector<std::string>& warnings) const;
 
  private:
   Problem CheckScene(const std::string& path) const;
-  void readUnits(const std::string& path, const std::string& ending, ModelFacts& facts);
+  void ReadUnits(const std::string& path, const std::string& ending, ModelFacts& facts);
   void count(ModelFacts& facts) const;
 
   std::unique_ptr<Assimp::Importer> m_importer;

@@ -13,10 +13,10 @@ struct GlbParts {
 };
 
 /// False when `bytes` are no whole `.glb`.
-bool splitGlb(const std::string& bytes, GlbParts& parts);
+bool SplitGlb(const std::string& bytes, GlbParts& parts);
 /// Texts that are no UTF-8 keep what can be kept.
-std::string joinGlb(const GlbParts& parts);
+std::string JoinGlb(const GlbParts& parts);
 /// Appends to the binary part, at a place where anything may begin; gives that place.
-std::size_t appendBinary(GlbParts& parts, const void* data, std::size_t size);
+std::size_t AppendBinary(GlbParts& parts, const void* data, std::size_t size);
 
 }  // namespace orv::app

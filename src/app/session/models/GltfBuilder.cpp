@@ -19,7 +19,7 @@ constexpr int kUnsignedInt = 5125;
 
 }  // namespace
 
-std::string mimeOfImage(const std::string& bytes) {
+std::string MimeOfImage(const std::string& bytes) {
   if (bytes.compare(0, 4, "\x89PNG") == 0) return "image/png";
   return bytes.compare(0, 3, "\xFF\xD8\xFF") == 0 ? "image/jpeg" : "";
 }
@@ -37,12 +37,12 @@ int GltfBuilder::Append(const char* list, Json element) {
 }
 
 std::size_t GltfBuilder::AddView(const void* data, std::size_t size, int target) {
-  Json view{{"buffer", 0}, {"byteOffset", appendBinary(m_parts, data, size)}, {"byteLength", size}};
+  Json view{{"buffer", 0}, {"byteOffset", AppendBinary(m_parts, data, size)}, {"byteLength", size}};
   if (target != 0) view["target"] = target;
   return static_cast<std::size_t>(Append("bufferViews", std::move(view)));
 }
 
-std::size_t GltfBuilder::addFloats(const std::vector<float>& values, const char* type,
+std::size_t GltfBuilder::AddFloats(const std::vector<float>& values, const char* type,
                                    std::size_t components, int target, bool bounds) {
   Json accessor{{"bufferView", AddView(values.data(), values.size() * sizeof(float), target)},
                 {"componentType", kFloat},
@@ -62,13 +62,13 @@ std::size_t GltfBuilder::addFloats(const std::vector<float>& values, const char*
   return static_cast<std::size_t>(Append("accessors", std::move(accessor)));
 }
 
-int GltfBuilder::addTexture(const std::string& bytes) {
-  const int image = Append("images", Json{{"mimeType", mimeOfImage(bytes)},
+int GltfBuilder::AddTexture(const std::string& bytes) {
+  const int image = Append("images", Json{{"mimeType", MimeOfImage(bytes)},
                                           {"bufferView", AddView(bytes.data(), bytes.size(), 0)}});
   return Append("textures", Json{{"source", image}});
 }
 
-int GltfBuilder::addMaterial(const Material& material) {
+int GltfBuilder::AddMaterial(const Material& material) {
   Json surface{{"baseColorFactor", material.colour},
                {"metallicFactor", material.metallic},
                {"roughnessFactor", material.roughness}};
@@ -80,14 +80,14 @@ int GltfBuilder::addMaterial(const Material& material) {
   return Append("materials", std::move(json));
 }
 
-int GltfBuilder::addMesh(const std::string& name, const std::vector<Primitive>& primitives) {
+int GltfBuilder::AddMesh(const std::string& name, const std::vector<Primitive>& primitives) {
   Json parts = Json::array();
   for (const Primitive& primitive : primitives) {
-    Json attributes{{"POSITION", addFloats(primitive.points, "VEC3", 3, kVertices, true)}};
+    Json attributes{{"POSITION", AddFloats(primitive.points, "VEC3", 3, kVertices, true)}};
     if (!primitive.normals.empty())
-      attributes["NORMAL"] = addFloats(primitive.normals, "VEC3", 3, kVertices, false);
+      attributes["NORMAL"] = AddFloats(primitive.normals, "VEC3", 3, kVertices, false);
     if (!primitive.texCoords.empty())
-      attributes["TEXCOORD_0"] = addFloats(primitive.texCoords, "VEC2", 2, kVertices, false);
+      attributes["TEXCOORD_0"] = AddFloats(primitive.texCoords, "VEC2", 2, kVertices, false);
     const std::size_t view = AddView(primitive.corners.data(),
                                      primitive.corners.size() * sizeof(std::uint32_t), kIndices);
     Json part{{"attributes", std::move(attributes)},
@@ -102,7 +102,7 @@ int GltfBuilder::addMesh(const std::string& name, const std::vector<Primitive>& 
   return Append("meshes", Json{{"name", name}, {"primitives", std::move(parts)}});
 }
 
-int GltfBuilder::addCamera(const Camera& camera) {
+int GltfBuilder::AddCamera(const Camera& camera) {
   Json perspective{{"yfov", camera.fieldOfView}, {"znear", camera.nearClip}};
   if (camera.aspectRatio > 0.0) perspective["aspectRatio"] = camera.aspectRatio;
   if (camera.farClip > camera.nearClip) perspective["zfar"] = camera.farClip;
@@ -127,16 +127,16 @@ int GltfBuilder::AddNode(const Node& node) {
   return index;
 }
 
-void GltfBuilder::addKeys(int node, ChannelPath path, const std::vector<double>& times,
+void GltfBuilder::AddKeys(int node, ChannelPath path, const std::vector<double>& times,
                           const std::vector<float>& values) {
   constexpr const char* kPaths[] = {"translation", "rotation", "scale"};
   Json& animations = m_parts.json["animations"];
   if (animations.empty())
     animations.push_back(Json{{"channels", Json::array()}, {"samplers", Json::array()}});
   const std::size_t input =
-      addFloats(std::vector<float>(times.begin(), times.end()), "SCALAR", 1, 0, true);
+      AddFloats(std::vector<float>(times.begin(), times.end()), "SCALAR", 1, 0, true);
   const bool turns = path == ChannelPath::kRotation;
-  const std::size_t output = addFloats(values, turns ? "VEC4" : "VEC3", turns ? 4 : 3, 0, false);
+  const std::size_t output = AddFloats(values, turns ? "VEC4" : "VEC3", turns ? 4 : 3, 0, false);
   Json& animation = m_parts.json["animations"][0];
   animation["channels"].push_back(
       Json{{"sampler", animation["samplers"].size()},
@@ -148,7 +148,7 @@ std::string GltfBuilder::Finish() {
   if (m_parts.json["scenes"][0]["nodes"].empty()) m_parts.json["scenes"][0].erase("nodes");
   if (!m_parts.binary.empty())
     m_parts.json["buffers"] = Json::array({Json{{"byteLength", m_parts.binary.size()}}});
-  return joinGlb(m_parts);
+  return JoinGlb(m_parts);
 }
 
 }  // namespace orv::app

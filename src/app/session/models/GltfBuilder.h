@@ -52,13 +52,13 @@ class GltfBuilder {
   GltfBuilder();
 
   /// A texture that shows a PNG or a JPEG.
-  int addTexture(const std::string& bytes);
-  int addMaterial(const Material& material);
-  int addMesh(const std::string& name, const std::vector<Primitive>& primitives);
-  int addCamera(const Camera& camera);
+  int AddTexture(const std::string& bytes);
+  int AddMaterial(const Material& material);
+  int AddMesh(const std::string& name, const std::vector<Primitive>& primitives);
+  int AddCamera(const Camera& camera);
   int AddNode(const Node& node);
   /// Keys that lead straight from one to the next. `times` rise (s).
-  void addKeys(int node, rws::adaptor::headless::ChannelPath path, const std::vector<double>& times,
+  void AddKeys(int node, rws::adaptor::headless::ChannelPath path, const std::vector<double>& times,
                const std::vector<float>& values);
 
   /// The file's bytes. Call once, as the last.
@@ -66,7 +66,7 @@ class GltfBuilder {
 
  private:
   std::size_t AddView(const void* data, std::size_t size, int target);
-  std::size_t addFloats(const std::vector<float>& values, const char* type, std::size_t components,
+  std::size_t AddFloats(const std::vector<float>& values, const char* type, std::size_t components,
                         int target, bool bounds);
   int Append(const char* list, nlohmann::ordered_json element);
 
@@ -74,6 +74,6 @@ class GltfBuilder {
 };
 
 /// "image/png", "image/jpeg", or empty for bytes that are neither.
-std::string mimeOfImage(const std::string& bytes);
+std::string MimeOfImage(const std::string& bytes);
 
 }  // namespace orv::app

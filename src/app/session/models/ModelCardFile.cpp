@@ -30,26 +30,26 @@ std::string TextOf(const Json& json) {
   return json.is_string() ? json.get<std::string>() : std::string();
 }
 
-std::size_t numberOf(const Json& json) {
+std::size_t NumberOf(const Json& json) {
   return json.is_number_unsigned() ? json.get<std::size_t>() : 0;
 }
 
 }  // namespace
 
-bool putCard(const ModelCard& card, std::string& bytes) {
+bool PutCard(const ModelCard& card, std::string& bytes) {
   GlbParts parts;
-  if (!splitGlb(bytes, parts)) return false;
+  if (!SplitGlb(bytes, parts)) return false;
   Json& json = parts.json;
   Json entry{{"title", card.title}, {"text", card.text}};
   if (!card.picture.empty()) {
-    const std::size_t place = appendBinary(parts, card.picture.data(), card.picture.size());
+    const std::size_t place = AppendBinary(parts, card.picture.data(), card.picture.size());
     Json& buffers = json["buffers"];
     if (buffers.empty()) buffers = Json::array({Json{{"byteLength", 0}}});
     buffers[0]["byteLength"] = place + card.picture.size();
     entry["picture"] = json["images"].size();
     // Marked, as all bytes of ours are that come last.
     json["images"].push_back(Json{{"name", "Picture"},
-                                  {"mimeType", mimeOfImage(card.picture)},
+                                  {"mimeType", MimeOfImage(card.picture)},
                                   {"bufferView", json["bufferViews"].size()}});
     json["bufferViews"].push_back(Json{{"buffer", 0},
                                        {"byteOffset", place},
@@ -57,13 +57,13 @@ bool putCard(const ModelCard& card, std::string& bytes) {
                                        {"extras", {{"rigwright", {{"own", true}}}}}});
   }
   json["scenes"][json.value("scene", std::size_t{0})]["extras"][kCard] = std::move(entry);
-  bytes = joinGlb(parts);
+  bytes = JoinGlb(parts);
   return true;
 }
 
-bool readCard(const std::string& bytes, ModelCard& card) {
+bool ReadCard(const std::string& bytes, ModelCard& card) {
   GlbParts parts;
-  if (!splitGlb(bytes, parts)) return false;
+  if (!SplitGlb(bytes, parts)) return false;
   const Json& json = parts.json;
   const Json& shown = at(json, "scene");
   const Json& scene = at(json, "scenes", shown.is_null() ? Json(0u) : shown);
@@ -72,8 +72,8 @@ bool readCard(const std::string& bytes, ModelCard& card) {
   if (card.title.empty()) return false;
   const Json& image = at(json, "images", at(entry, "picture"));
   const Json& view = at(json, "bufferViews", at(image, "bufferView"));
-  const std::size_t place = numberOf(at(view, "byteOffset"));
-  const std::size_t size = numberOf(at(view, "byteLength"));
+  const std::size_t place = NumberOf(at(view, "byteOffset"));
+  const std::size_t size = NumberOf(at(view, "byteLength"));
   if (place <= parts.binary.size() && size <= parts.binary.size() - place)
     card.picture = parts.binary.substr(place, size);
   return true;

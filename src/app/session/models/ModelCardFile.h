@@ -8,8 +8,8 @@
 namespace orv::app {
 
 /// Puts the card into the bytes of a `.glb`. False when they are none.
-bool putCard(const ModelCard& card, std::string& bytes);
+bool PutCard(const ModelCard& card, std::string& bytes);
 /// False when `bytes` are no `.glb` with a card.
-bool readCard(const std::string& bytes, ModelCard& card);
+bool ReadCard(const std::string& bytes, ModelCard& card);
 
 }  // namespace orv::app

@@ -31,12 +31,12 @@ using Quat = util::Quat<double>;
 
 namespace {
 
-bool isGltf(const std::string& path) {
+bool IsGltf(const std::string& path) {
   const std::string ending = EndingOf(path);
   return ending == ".glb" || ending == ".gltf";
 }
 
-ModelFacts factsOf(const Scene& scene) {
+ModelFacts FactsOf(const Scene& scene) {
   ModelFacts facts;
   facts.format = "glTF 2.0";
   facts.unitMeters.told = facts.up.told = true;
@@ -69,7 +69,7 @@ ModelFacts factsOf(const Scene& scene) {
 
 /// Puts a node at the top, with its keys, into another unit and up. All of it is linear, so that
 /// tangents of keys go along.
-void changeTop(SceneNode& node, double unit, UpAxis up) {
+void ChangeTop(SceneNode& node, double unit, UpAxis up) {
   const double half = std::sqrt(0.5);
   const Quat turn = up == UpAxis::kZ ? Quat(-half, 0.0, 0.0, half) : Quat();
   const auto point = [&](const Vector& v) {
@@ -100,7 +100,7 @@ void changeTop(SceneNode& node, double unit, UpAxis up) {
 }
 
 /// What only means something beside the rigs of the scene that it comes from.
-void dropMarks(Scene& scene) {
+void DropMarks(Scene& scene) {
   for (SceneNode* node : scene.GetNodes()) {
     node->SetTag("");
     node->SetHub(false);
@@ -117,9 +117,9 @@ struct ModelFile::Content {
 ModelFile::ModelFile() = default;
 ModelFile::~ModelFile() = default;
 
-const std::vector<std::string>& ModelFile::endings() {
+const std::vector<std::string>& ModelFile::Endings() {
   static const std::vector<std::string> all = [] {
-    std::vector<std::string> endings = ForeignModel::endings();
+    std::vector<std::string> endings = ForeignModel::Endings();
     endings.insert(endings.end(), {".glb", ".gltf"});
     return endings;
   }();
@@ -131,18 +131,18 @@ Problem ModelFile::Read(const std::string& path, const Monitor& monitor, bool& c
   m_path = path;
   m_facts = {};
   m_content.reset();
-  const std::vector<std::string>& known = endings();
+  const std::vector<std::string>& known = Endings();
   const std::string ending = EndingOf(path);
   if (std::find(known.begin(), known.end(), ending) == known.end())
     return {path,
             "models of this kind can't be imported",
             "import one of " + Joined(known) + "; other programs export .glb, which keeps most",
             {}};
-  if (isGltf(path)) {
+  if (IsGltf(path)) {
     const headless::ReadResult read = headless::GltfReader::Read(path);
     cancelled = monitor.IsCancelled();
     if (!read) return {"", read.error, "", {}};
-    m_facts = factsOf(*read.scene);
+    m_facts = FactsOf(*read.scene);
     return {};
   }
   std::string bytes, error;
@@ -152,7 +152,7 @@ Problem ModelFile::Read(const std::string& path, const Monitor& monitor, bool& c
   return problem;
 }
 
-ImportResult ModelFile::addTo(SceneSession& session, const ImportOptions& options,
+ImportResult ModelFile::AddTo(SceneSession& session, const ImportOptions& options,
                               const Monitor& monitor) const {
   ImportResult result;
   headless::HeadlessAdaptor& adaptor = session.GetAdaptor();
@@ -169,7 +169,7 @@ ImportResult ModelFile::addTo(SceneSession& session, const ImportOptions& option
   const UpAxis up = options.up.value_or(m_facts.up.value);
   headless::ReadResult read =
       m_content ? headless::GltfReader::ReadMemory(
-                      m_content->foreign.toGltf(unit, up, result.warnings), m_path)
+                      m_content->foreign.ToGltf(unit, up, result.warnings), m_path)
                 : headless::GltfReader::Read(m_path);
   if (!read) {
     result.problem = {"", read.error, "", {}};
@@ -180,12 +180,12 @@ ImportResult ModelFile::addTo(SceneSession& session, const ImportOptions& option
   Scene& added = *read.scene;
   // A rate is guessed of a file of the library's too, but to no user.
   if (!m_content) result.warnings = std::move(read.warnings);
-  dropMarks(added);
+  DropMarks(added);
   if (!m_content && (unit != 1.0 || up != UpAxis::kY))
-    for (const auto& root : added.GetRoots()) changeTop(*root, unit, up);
+    for (const auto& root : added.GetRoots()) ChangeTop(*root, unit, up);
   std::size_t renamed = 0;
-  for (const auto& [old, name] :
-       takeFreeNames(added, session.GetScene(), [](const SceneNode& node) { return node.name(); }))
+  for (const auto& [old, name] : TakeFreeNames(
+           added, session.GetScene(), [](const SceneNode& node) { return node.GetName(); }))
     renamed += old != name ? 1 : 0;
   if (renamed > 0)
     result.warnings.push_back(std::to_string(renamed) +

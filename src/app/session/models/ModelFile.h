@@ -59,16 +59,16 @@ class ModelFile {
   ~ModelFile();
 
   /// Endings of the files that can be imported, in small letters with their point.
-  static const std::vector<std::string>& endings();
+  static const std::vector<std::string>& Endings();
 
   /// Reads the file and what it refers to beside it. A problem names the file, what is wrong and
   /// what to do; one without a text in `why` means success. `cancelled` is set when the monitor
   /// ended it.
   Problem Read(const std::string& path, const Monitor& monitor, bool& cancelled);
-  const ModelFacts& facts() const { return m_facts; }
+  const ModelFacts& GetFacts() const { return m_facts; }
   /// Adds the nodes to the open scene under names that are free there: meshes, materials, textures,
   /// cameras, the tree, and keys. One undo step, which leaves the scene as it was to the byte.
-  ImportResult addTo(SceneSession& session, const ImportOptions& options,
+  ImportResult AddTo(SceneSession& session, const ImportOptions& options,
                      const Monitor& monitor) const;
 
  private:

@@ -43,11 +43,11 @@ constexpr const char* kEnding = ".prm";
 constexpr const char* kShipped = ":/data/models";
 
 /// The rig of which this is a node's tag.
-std::string rigOfTag(const std::string& tag) {
+std::string RigOfTag(const std::string& tag) {
   return tag.substr(0, tag.find('/'));
 }
 
-bool hasTake(const Scene& scene) {
+bool HasTake(const Scene& scene) {
   for (const SceneNode* node : scene.GetNodes())
     if (!node->GetTag().empty() && node->HasKeys()) return true;
   for (const auto& rig : scene.GetRigs())
@@ -62,7 +62,7 @@ struct OpenModel {
   std::unique_ptr<Scene> scene;
 };
 
-OpenModel openModel(const std::string& path) {
+OpenModel ReadModel(const std::string& path) {
   OpenModel model;
   std::string bytes, error;
   if (path.rfind(":/", 0) == 0) {
@@ -78,7 +78,7 @@ OpenModel openModel(const std::string& path) {
     model.problem = {"", error, "", {}};
     return model;
   }
-  if (!readCard(bytes, model.card)) {
+  if (!ReadCard(bytes, model.card)) {
     model.problem = {path,
                      "is damaged, or no pre-rigged model",
                      "rigwright model make makes one; rigwright import brings other models in",
@@ -102,18 +102,19 @@ class Selecting {
   /// Warns of what loses the node that it hangs on.
   void run(std::vector<std::string>& warnings) {
     for (SceneNode* node : m_scene.GetNodes())
-      if (isChosen(*node) ||
-          (node->GetTag().empty() && node->parent() && m_kept.count(node->parent()) > 0))
+      if (IsChosen(*node) ||
+          (node->GetTag().empty() && node->GetParent() && m_kept.count(node->GetParent()) > 0))
         m_kept.insert(node);
     for (SceneNode* node : m_scene.GetNodes()) {
-      if (m_kept.count(node) == 0 || !node->parent() || m_kept.count(node->parent()) > 0) continue;
-      warnings.push_back(node->name() + " hung on " + node->parent()->name() +
+      if (m_kept.count(node) == 0 || !node->GetParent() || m_kept.count(node->GetParent()) > 0)
+        continue;
+      warnings.push_back(node->GetName() + " hung on " + node->GetParent()->GetName() +
                          ", which is no part of the model: it hangs in the world now");
       m_scene.Reparent(*node, nullptr, m_scene.GetRangeStart());
     }
     std::vector<SceneNode*> tops;
     for (SceneNode* node : m_scene.GetNodes())
-      if (m_kept.count(node) == 0 && (!node->parent() || m_kept.count(node->parent()) > 0))
+      if (m_kept.count(node) == 0 && (!node->GetParent() || m_kept.count(node->GetParent()) > 0))
         tops.push_back(node);
     for (SceneNode* node : tops) m_scene.Detach(*node);
     auto& rigs = m_scene.GetRigs();
@@ -123,9 +124,9 @@ class Selecting {
   }
 
  private:
-  bool isChosen(const SceneNode& node) const {
-    return m_nodes.count(node.name()) > 0 ||
-           (!node.GetTag().empty() && m_rigs.count(rigOfTag(node.GetTag())) > 0);
+  bool IsChosen(const SceneNode& node) const {
+    return m_nodes.count(node.GetName()) > 0 ||
+           (!node.GetTag().empty() && m_rigs.count(RigOfTag(node.GetTag())) > 0);
   }
 
   Scene& m_scene;
@@ -134,33 +135,33 @@ class Selecting {
   std::set<const SceneNode*> m_kept;
 };
 
-Problem checkSelection(SceneSession& session, const ModelSelection& selection,
+Problem CheckSelection(SceneSession& session, const ModelSelection& selection,
                        const ModelCard& card, const std::string& path) {
   if (EndingOf(path) != kEnding)
     return {path, std::string("a pre-rigged model ends in ") + kEnding, "", {}};
   if (card.title.find_first_not_of(' ') == std::string::npos)
     return {path, "a pre-rigged model has a title", "give it one", {}};
-  if (!card.picture.empty() && mimeOfImage(card.picture).empty())
+  if (!card.picture.empty() && MimeOfImage(card.picture).empty())
     return {path, "the picture is no PNG and no JPEG", "", {}};
   if (selection.rigs.empty() && selection.nodes.empty())
     return {path, "nothing is selected for the model", "name its rigs and nodes", {}};
   for (const std::string& rig : selection.rigs)
     if (!session.GetCore().FindInstance(rig)) return {rig, "there is no rig of this name", "", {}};
   for (const std::string& node : selection.nodes)
-    if (!session.GetScene().find(node)) return {node, "there is no node of this name", "", {}};
+    if (!session.GetScene().Find(node)) return {node, "there is no node of this name", "", {}};
   return {};
 }
 
 }  // namespace
 
-RiggedModelInfo readRiggedModel(const std::string& path) {
+RiggedModelInfo ReadRiggedModel(const std::string& path) {
   RiggedModelInfo info;
-  OpenModel model = openModel(path);
+  OpenModel model = ReadModel(path);
   info.problem = model.problem;
   if (info.problem) return info;
   info.card = std::move(model.card);
   for (const auto& rig : model.scene->GetRigs()) info.rigs.push_back({rig.name, rig.kind});
-  info.hasTake = hasTake(*model.scene);
+  info.hasTake = HasTake(*model.scene);
   const double infinite = std::numeric_limits<double>::infinity();
   Vector low(infinite, infinite, infinite);
   Vector high = -low;
@@ -178,20 +179,20 @@ RiggedModelInfo readRiggedModel(const std::string& path) {
   return info;
 }
 
-std::vector<std::string> shippedModels() {
+std::vector<std::string> ShippedModels() {
   std::vector<std::string> paths;
   for (const QString& name : QDir(kShipped).entryList({"*.prm"}, QDir::Files, QDir::Name))
     paths.push_back(std::string(kShipped) + "/" + name.toStdString());
   return paths;
 }
 
-Problem makeRiggedModel(SceneSession& session, const ModelSelection& selection,
+Problem MakeRiggedModel(SceneSession& session, const ModelSelection& selection,
                         const ModelCard& card, const std::string& path,
                         std::vector<std::string>& warnings) {
-  const Problem wrong = checkSelection(session, selection, card, path);
+  const Problem wrong = CheckSelection(session, selection, card, path);
   if (wrong) return wrong;
   std::string error;
-  const std::unique_ptr<Scene> selected = session.copy(error);
+  const std::unique_ptr<Scene> selected = session.Copy(error);
   if (!selected) return {"", error, "", {}};
   Selecting(*selected, selection).run(warnings);
   Scene model;
@@ -199,7 +200,7 @@ Problem makeRiggedModel(SceneSession& session, const ModelSelection& selection,
   model.SetRange(selected->GetRangeStart(), selected->GetRangeEnd());
   model.GetRigs() = selected->GetRigs();
   // Into an empty scene, which takes no raw part along that nobody uses.
-  headless::HeadlessAdaptor GetAdaptor(model);
+  headless::HeadlessAdaptor adaptor(model);
   std::vector<headless::HeadlessNode*> roots;
   error = adaptor.Merge(*selected, nullptr, roots);
   if (!error.empty()) return {"", error, "", {}};
@@ -208,7 +209,7 @@ Problem makeRiggedModel(SceneSession& session, const ModelSelection& selection,
   headless::WriteResult written =
       headless::GltfWriter::WriteMemory(model, headless::GltfForm::kBinary, bytes);
   if (!written) return {"", written.error, "", {}};
-  if (!putCard(card, bytes)) return {path, "the model could not be put together", "", {}};
+  if (!PutCard(card, bytes)) return {path, "the model could not be put together", "", {}};
   if (!util::writeFile(path, bytes, &error)) return {"", error, "", {}};
   return {};
 }
@@ -220,14 +221,14 @@ class Arrival {
  public:
   Arrival(SceneSession& session, Scene& model) : m_session(session), m_model(model) {}
 
-  Problem readRecords();
+  Problem ReadRecords();
   void Rename();
   /// Adds the rigs, whose nodes are there by now.
-  Problem addRigs(AddedModel& result);
-  Problem takeGround(const std::string& ground);
+  Problem AddRigs(AddedModel& result);
+  Problem TakeGround(const std::string& ground);
 
  private:
-  std::string freeRigName(const std::string& wish) const;
+  std::string FreeRigName(const std::string& wish) const;
 
   SceneSession& m_session;
   Scene& m_model;
@@ -236,7 +237,7 @@ class Arrival {
   std::vector<rws::core::Instance*> m_added;
 };
 
-Problem Arrival::readRecords() {
+Problem Arrival::ReadRecords() {
   for (const auto& rig : m_model.GetRigs()) {
     std::string problem = rig.problem;
     util::xml::Tag GetTag("");
@@ -252,7 +253,7 @@ Problem Arrival::readRecords() {
   return {};
 }
 
-std::string Arrival::freeRigName(const std::string& wish) const {
+std::string Arrival::FreeRigName(const std::string& wish) const {
   const auto isFree = [this](const std::string& name) {
     if (m_session.GetCore().UniqueName(name) != name) return false;
     return std::none_of(m_rigs.begin(), m_rigs.end(), [&name](const auto& entry) {
@@ -265,22 +266,22 @@ std::string Arrival::freeRigName(const std::string& wish) const {
 }
 
 void Arrival::Rename() {
-  for (auto& [old, name] : m_rigs) name = freeRigName(old);
+  for (auto& [old, name] : m_rigs) name = FreeRigName(old);
   std::map<const SceneNode*, std::string> wishes;
   for (SceneNode* node : m_model.GetNodes()) {
     if (node->GetTag().empty()) continue;
-    const auto rig = m_rigs.find(rigOfTag(node->GetTag()));
+    const auto rig = m_rigs.find(RigOfTag(node->GetTag()));
     if (rig == m_rigs.end()) {
       node->SetTag("");  // of a rig that the file does not have
       continue;
     }
     node->SetTag(rig->second + node->GetTag().substr(rig->first.size()));
-    if (node->name().rfind(rig->first + "_", 0) == 0)
-      wishes[node] = rig->second + node->name().substr(rig->first.size());
+    if (node->GetName().rfind(rig->first + "_", 0) == 0)
+      wishes[node] = rig->second + node->GetName().substr(rig->first.size());
   }
-  const auto names = takeFreeNames(m_model, m_session.GetScene(), [&wishes](const SceneNode& node) {
+  const auto names = TakeFreeNames(m_model, m_session.GetScene(), [&wishes](const SceneNode& node) {
     const auto wish = wishes.find(&node);
-    return wish == wishes.end() ? node.name() : wish->second;
+    return wish == wishes.end() ? node.GetName() : wish->second;
   });
   for (util::xml::Tag& tag : m_records) {
     const std::string old = tag.attribute(record::kName);
@@ -289,7 +290,7 @@ void Arrival::Rename() {
     if (!info) continue;
     for (util::xml::Element* node : info->children) {
       const std::string handle = node->attribute(record::kHandle);
-      if (rigOfTag(handle) == old)
+      if (RigOfTag(handle) == old)
         node->setAttribute(record::kHandle, m_rigs.at(old) + handle.substr(old.size()));
       const auto parent = names.find(node->attribute(record::kParent));
       if (parent != names.end()) node->setAttribute(record::kParent, parent->second);
@@ -297,7 +298,7 @@ void Arrival::Rename() {
   }
 }
 
-Problem Arrival::addRigs(AddedModel& result) {
+Problem Arrival::AddRigs(AddedModel& result) {
   for (const util::xml::Tag& tag : m_records) {
     std::string problem;
     rws::core::Instance* const rig = m_session.GetCore().AddFromRecord(tag, problem);
@@ -312,7 +313,7 @@ Problem Arrival::addRigs(AddedModel& result) {
   return {};
 }
 
-Problem Arrival::takeGround(const std::string& ground) {
+Problem Arrival::TakeGround(const std::string& ground) {
   if (ground.empty()) return {};
   headless::HeadlessNode* const node = m_session.GetAdaptor().FindSceneNode(ground);
   if (!node) return {ground, "there is no node of this name", "", {}};
@@ -326,15 +327,15 @@ Problem Arrival::takeGround(const std::string& ground) {
   return {};
 }
 
-Problem whyNot(SceneSession& session, const Scene& model, const ModelPlacing& placing) {
+Problem WhyNot(SceneSession& session, const Scene& model, const ModelPlacing& placing) {
   if (session.GetCore().IsRecording() || session.GetCore().IsResimulating())
     return {"", "no model can be added during a take", "stop it first", {}};
-  if (hasTake(model) && !(placing.translation == Vector()))
+  if (HasTake(model) && !(placing.translation == Vector()))
     return {"", "the model holds a take, which can't be moved", "add it without a translation", {}};
   return {};
 }
 
-void moveTop(SceneNode& node, const Vector& by) {
+void MoveTop(SceneNode& node, const Vector& by) {
   rws::adaptor::Trs pose = node.GetPose();
   pose.translation += by;
   node.SetPose(pose);
@@ -354,24 +355,24 @@ void moveTop(SceneNode& node, const Vector& by) {
 
 }  // namespace
 
-AddedModel addRiggedModel(SceneSession& session, const std::string& path,
+AddedModel AddRiggedModel(SceneSession& session, const std::string& path,
                           const ModelPlacing& placing) {
   AddedModel result;
-  OpenModel model = openModel(path);
-  result.problem = model.problem ? model.problem : whyNot(session, *model.scene, placing);
+  OpenModel model = ReadModel(path);
+  result.problem = model.problem ? model.problem : WhyNot(session, *model.scene, placing);
   if (result.problem) return result;
   Arrival arrival(session, *model.scene);
-  result.problem = arrival.readRecords();
+  result.problem = arrival.ReadRecords();
   if (result.problem) return result;
   arrival.Rename();
-  for (const auto& root : model.scene->GetRoots()) moveTop(*root, placing.translation);
+  for (const auto& root : model.scene->GetRoots()) MoveTop(*root, placing.translation);
 
   UndoBlock block(session.GetAdaptor(), "Add " + model.card.title);
   std::vector<headless::HeadlessNode*> roots;
   const std::string error = session.GetAdaptor().Merge(*model.scene, nullptr, roots);
   if (!error.empty()) result.problem = {path, error, "", {}};
-  if (!result.problem) result.problem = arrival.addRigs(result);
-  if (!result.problem) result.problem = arrival.takeGround(placing.ground);
+  if (!result.problem) result.problem = arrival.AddRigs(result);
+  if (!result.problem) result.problem = arrival.TakeGround(placing.ground);
   if (result.problem) {
     result.rigs.clear();
     return result;

@@ -34,9 +34,9 @@ struct RiggedModelInfo {
 };
 
 /// Reads a .prm, or one of those that come with the program.
-RiggedModelInfo readRiggedModel(const std::string& path);
+RiggedModelInfo ReadRiggedModel(const std::string& path);
 /// Paths, for all functions here, of the models that come with the program, by title.
-std::vector<std::string> shippedModels();
+std::vector<std::string> ShippedModels();
 
 /// What a model is made of: these rigs and nodes, with all that stands below them.
 struct ModelSelection {
@@ -46,7 +46,7 @@ struct ModelSelection {
 
 /// Writes `path` (.prm), whole or not at all; the open scene stays as it is. What hangs on a node
 /// outside of the selection is put into the world where it is now, which `warnings` tell.
-Problem makeRiggedModel(SceneSession& session, const ModelSelection& selection,
+Problem MakeRiggedModel(SceneSession& session, const ModelSelection& selection,
                         const ModelCard& card, const std::string& path,
                         std::vector<std::string>& warnings);
 
@@ -65,7 +65,7 @@ struct AddedModel {
 /// Adds rigs and nodes of a model to the open scene under names that are free there; what hung on
 /// each other still does. Poses, parameters and mappings are those of
 /// the file. One undo step, which leaves the scene as it was to the byte.
-AddedModel addRiggedModel(SceneSession& session, const std::string& path,
+AddedModel AddRiggedModel(SceneSession& session, const std::string& path,
                           const ModelPlacing& placing);
 
 }  // namespace orv::app
