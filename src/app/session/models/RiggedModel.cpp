@@ -240,7 +240,7 @@ class Arrival {
 Problem Arrival::ReadRecords() {
   for (const auto& rig : m_model.GetRigs()) {
     std::string problem = rig.problem;
-    util::xml::Tag GetTag("");
+    util::xml::Tag tag("");
     if (problem.empty()) tag.loadText(rig.record, &problem);
     if (problem.empty() && tag.attribute(record::kName) != rig.name)
       problem = "its record is that of \"" + tag.attribute(record::kName) + "\"";
