@@ -33,20 +33,22 @@ class Column {
 using Columns = std::map<std::string, Column>;
 
 /// A widget with the sizes that its component asks for.
-class BoxItem : public QWidgetItem {
+class BoxItem : public QWidgetItemV2 {
  public:
   BoxItem(QtPeer& peer, QWidget* widget);
   ~BoxItem() override;
 
   QSize sizeHint() const override;
   QSize minimumSize() const override;
+  QSize maximumSize() const override;
   int GetWish() const;  ///< width but for the column's
   QtPeer& GetPeer() const { return m_peer; }
   /// The component's sizes have changed, or what is shown.
   void Changed();
 
  private:
-  QSize Bounded(QSize size) const;
+  QSize Wish() const;   ///< what the document asks for, or the content needs
+  QSize Least() const;  ///< but for the column's
 
   QtPeer& m_peer;
   Column* m_column = nullptr;
@@ -63,9 +65,13 @@ class BoxLayout : public QBoxLayout {
 
   Qt::Orientations expandingDirections() const override;
   void setGeometry(const QRect& rect) override;
+  void invalidate() override;
 
  private:
+  bool IsAlong(const QLayoutItem& item) const;
   bool IsFilled() const;
+
+  mutable int m_filled = -1;  ///< -1: to be worked out
 };
 
 }  // namespace orv::gui::component::qt
