@@ -13,7 +13,7 @@ struct ReadOptions {
   /// Name or index of the animation clip to evaluate; empty for the first.
   std::string clip;
   /// Of readMemory: where files beside it are looked for, with its slash. Empty: they are refused.
-  std::string folder;
+  std::string folder{};
 };
 
 struct ReadResult {

@@ -113,7 +113,7 @@ void AddImport(Program& program) {
   verb.add_option("MODEL", o->model, "File of the model")
       ->required()
       ->type_name("")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
   AddNumber(verb, "--scale", o->unit, "Metres of one unit of the file",
             [](double value) { return MustBeFrom(value, 1e-6, 1e6); });
   verb.add_option("--up", o->up, "Axis of the file that points up")
@@ -121,7 +121,7 @@ void AddImport(Program& program) {
       ->check(CLI::IsMember({"y", "z"}));
   verb.add_option("--under", o->under, "Node that the model comes below")
       ->type_name("NODE")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
   AddSceneOutput(verb, o->output);
 }
 
@@ -207,7 +207,7 @@ CLI::Option* AddModel(CLI::App& verb, std::string& path) {
   return verb.add_option("MODEL", path, "Pre-rigged model (.prm, or as model list tells)")
       ->required()
       ->type_name("")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
 }
 
 void AddMake(Program& program, CLI::App& group) {
@@ -223,11 +223,11 @@ void AddMake(Program& program, CLI::App& group) {
   verb.add_option("--title", o->title, "Its name for people")
       ->required()
       ->type_name("TITLE")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
   verb.add_option("--text", o->text, "What it is and how to drive it")->type_name("TEXT");
   verb.add_option("--picture", o->picture, "What it looks like (.png or .jpg)")
       ->type_name("FILE")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
   AddOutput(verb, o->output, "Model to write (.prm)")->type_name("OUT");
 }
 
@@ -254,7 +254,7 @@ void AddGroup(Program& program) {
   AddVector(add, "--translate", a->translate, "By how much all of it is moved (m)");
   add.add_option("--ground", a->ground, "Node that its rigs take as their ground")
       ->type_name("NODE")
-      ->check(checkNotEmpty);
+      ->check(CheckNotEmpty);
   AddSceneOutput(add, a->output);
 }
 
