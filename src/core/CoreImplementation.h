@@ -9,6 +9,7 @@
 #include "core/CoreInterface.h"
 #include "core/MessageQueue.h"
 #include "core/UserInterface.h"
+#include "core/config/ProfileValues.h"
 #include "core/host/AdaptorManager.h"
 #include "core/instances/InstanceManager.h"
 #include "core/interface/TemplateMaker.h"
@@ -25,7 +26,9 @@ class CCameraPlugin;
 }
 namespace orv::unidevice {
 class Control;
-}
+struct Calibration;
+struct ControlChoice;
+}  // namespace orv::unidevice
 
 namespace orv::rws::core {
 
@@ -87,12 +90,30 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   void CancelEdit();
   /// A user's press of a button. False when the element is no button.
   bool PressButton(Instance& instance, int elementId);
+  /// The values that the rig's parameters are compared with.
+  ProfileValues GetBaseValues(const Instance& instance, ParameterBase base) const;
+  /// Puts these elements, or all below `group`, back. Empty when that is done, or when they stand
+  /// there already; else why not.
+  std::string ResetParameters(Instance& instance, const std::vector<int>& elements,
+                              ParameterBase base);
+  std::string ResetGroup(Instance& instance, const ConfigElement& group, ParameterBase base);
   // Of inputs, by their index. An empty text means success, any other why not: in a resimulation,
   // which feeds the inputs from their tracks, nothing of this can be had.
   /// Null unmaps.
   std::string MapInput(Instance& instance, int input, unidevice::Control* control);
+  /// As what a `control` element names, such as ControlFinder::tag; a device that is away is taken
+  /// up when it comes. An empty tag unmaps.
+  std::string MapInputTo(Instance& instance, int input, const util::xml::Tag& controlTag);
   std::string SetInputResponse(Instance& instance, int input, const InputResponse& response);
   std::string LoadInputProfile(Instance& instance, const std::string& profileName);
+  /// Every input as the rig's Define made it, unmapped.
+  std::string LoadInputFactorySettings(Instance& instance);
+  // Calibrations belong to the user's devices and not to the scene: they act at once, are kept in
+  // the data root and are not undoable. An empty text means success.
+  /// Refused in a take, whose tracks would jump. One that can't be saved doesn't act either.
+  std::string SetCalibration(const unidevice::ControlChoice& control,
+                             const unidevice::Calibration& calibration);
+  std::string ClearCalibration(const unidevice::ControlChoice& control);
   /// The host's undo and redo, with what they change told when all is done.
   bool Undo();
   bool Redo();
@@ -141,6 +162,10 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
 
   // MessageNode
   void onMessage(util::Message& message, bool broadcast) override;
+
+  /// A key that went down, in a window of the program: does what its row of HotKeys says. True when
+  /// it was a hot key, and then nobody else should get it.
+  bool HandleKey(int key, const KeyModifiers& modifiers);
 
   // Hooks::KeyEventCallback
   void OnKeyEvent(int key, bool down, const KeyModifiers& modifiers) override;

@@ -139,10 +139,15 @@ struct LogLine {
   std::string text;
 };
 
-using CoreNews =
-    std::variant<RowCreated, RowDeleted, RowRenamed, RowMoved, RowChecked, RowSelected,
-                 ParametersChanged, InputsChanged, ProfileChanged, RunStateChanged, TimeChanged,
-                 SlowFactorChanged, ToolsChanged, ProfileListChanged, DevicesChanged, LogLine>;
+/// Of a device, of those that are away too; its controls may read otherwise from here on.
+struct CalibrationsChanged {
+  static constexpr std::int32_t kId = 0x2011;
+};
+
+using CoreNews = std::variant<RowCreated, RowDeleted, RowRenamed, RowMoved, RowChecked, RowSelected,
+                              ParametersChanged, InputsChanged, ProfileChanged, RunStateChanged,
+                              TimeChanged, SlowFactorChanged, ToolsChanged, ProfileListChanged,
+                              DevicesChanged, LogLine, CalibrationsChanged>;
 
 /// What a message of the core tells, good while it is delivered; null for another kind.
 template <class News>

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "unidevice/Calibration.h"
+
 namespace orv::util::xml {
 class Element;
 class Tag;
@@ -72,6 +74,15 @@ class Control {
     current = value;
   }
 
+  /// What a device does with a value that it has read: notes it, and makes `current` of it by
+  /// `calibration`. Hardware that has not moved yet may tell 0 wherever it rests, so until it has
+  /// told another value a calibrated control reads 0.
+  void receive(double value) {
+    hardware = value;
+    reported = reported || value != 0.0;
+    current = reported ? calibration.apply(value) : 0.0;
+  }
+
   /// Takes one entry of `target` out of `targets`; nothing happens if there is none.
   void removeTarget(ControlTarget* target);
 
@@ -80,6 +91,9 @@ class Control {
   double previous = 0.0;                ///< value at the last baseline
   double current = 0.0;                 ///< value now
   double detectionThreshold = 0.1;      ///< a change must exceed this to be detected
+  double hardware = 0.0;                ///< value that the hardware told last, not calibrated
+  bool reported = false;                ///< the hardware has told a value other than 0
+  Calibration calibration;              ///< from the CalibrationTable
   std::string type;                     ///< `Axis`, `Button`, `Slider`, `Hat` or a key's name
   int index = 0;                        ///< among the controls of this type on the device
   std::string description;              ///< for people; matching ignores it

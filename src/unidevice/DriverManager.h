@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "unidevice/CalibrationTable.h"
+
 namespace orv::util::xml {
 class Element;
 }
@@ -70,6 +72,9 @@ class DriverManager {
   /// empty one allows all. Null if no such control is present.
   Control* findControl(const util::xml::Element& controlTag);
 
+  /// The user's calibrations of hardware.
+  CalibrationTable& calibrations() { return m_calibrations; }
+
   /// Grows whenever a device has come or gone. Comparing it with the last value seen is all that a
   /// frame needs to do to learn whether PropertyHandler::rebind is worth a call.
   static std::uint64_t generation();
@@ -80,6 +85,7 @@ class DriverManager {
  private:
   DriverManager();
 
+  CalibrationTable m_calibrations;
   std::vector<std::unique_ptr<Driver>> m_drivers;
   DummyDriver* m_dummy = nullptr;
   bool m_started = false;

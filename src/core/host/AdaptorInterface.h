@@ -153,6 +153,8 @@ class AdaptorInterface {
 
   /// [ignorable] The slow factor of the running take, a whole number from 1 up.
   virtual void SetSlowFactor(int) {}
+  /// [defaulted] Whether FilterCurves does anything: only then do windows offer it.
+  virtual bool CanFilterCurves() { return false; }
   /// [defaulted] Whether the host can show frames while a resimulation runs.
   virtual bool CanShowFramesDuringRun() { return false; }
   /// [ignorable] A take has ended and all is back in place: refresh the lists of nodes.
