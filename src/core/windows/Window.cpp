@@ -19,6 +19,9 @@ namespace {
 using gui::componentinterface::Dialog;
 
 constexpr char kGeometry[] = "geometry";
+/// A dialog with nothing in it but a list.
+constexpr char kFrameDocument[] = "/core/layout/rws_frame.xml";
+constexpr int kFrameContent = 1;
 
 }  // namespace
 
@@ -39,7 +42,6 @@ CoreImplementation& Window::GetCore() const {
 void Window::Adopt(gui::Component* root) {
   m_root = root;
   if (!m_root) return;
-  m_windows.Prepare(*m_root);
   connect(m_root);
   connect(&GetCore());
   OnBuilt();
@@ -48,15 +50,27 @@ void Window::Adopt(gui::Component* root) {
 bool Window::Build() {
   if (m_root) return true;
   m_docked = false;
-  m_owned = m_windows.GetLayout().Load(m_document);
-  Adopt(m_owned.get());
-  if (!m_root) return false;
-  QWidget* parent = m_windows.GetParentFor(*this);
-  QWidget* widget = gui::component::qt::Realise(*m_root, parent);
+  gui::ComponentPtr root = m_windows.GetLayout().Load(m_document);
+  if (!root) return false;
+  gui::Component* content = root.get();
+  m_frame = dynamic_cast<Dialog*>(content) ? std::move(root) : Frame(std::move(root));
+  if (!m_frame) return false;
+  m_windows.Prepare(*m_frame);
+  connect(m_frame.get());
+  Adopt(content);
+  QWidget* widget = gui::component::qt::Realise(*m_frame, m_windows.GetParentFor(*this));
   widget->setObjectName(QString::fromStdString(name()));
-  if (auto* dialog = dynamic_cast<Dialog*>(m_root))
-    dialog->SetGeometry(m_windows.GetSettings().Get(name(), kGeometry));
+  GetDialog()->SetGeometry(m_windows.GetSettings().Get(name(), kGeometry));
   return true;
+}
+
+gui::ComponentPtr Window::Frame(gui::ComponentPtr root) {
+  gui::ComponentPtr frame = m_windows.GetLayout().Load(kFrameDocument);
+  gui::Component* inside =
+      dynamic_cast<Dialog*>(frame.get()) ? frame->Find(kFrameContent) : nullptr;
+  if (!inside) return nullptr;
+  inside->addChild(root.release());
+  return frame;
 }
 
 bool Window::BuildIn(gui::Component& container) {
@@ -67,9 +81,13 @@ bool Window::BuildIn(gui::Component& container) {
   return m_root != nullptr;
 }
 
+Dialog* Window::GetDialog() const {
+  return dynamic_cast<Dialog*>(m_frame.get());
+}
+
 bool Window::Show() {
   if (!m_root && !Build()) return false;
-  if (auto* dialog = dynamic_cast<Dialog*>(m_root)) {
+  if (Dialog* dialog = GetDialog()) {
     dialog->Show();
     dialog->Raise();
   } else {
@@ -79,7 +97,7 @@ bool Window::Show() {
 }
 
 void Window::Hide() {
-  if (auto* dialog = dynamic_cast<Dialog*>(m_root))
+  if (Dialog* dialog = GetDialog())
     dialog->Hide();
   else if (m_root)
     m_root->SetVisible(false);
@@ -87,12 +105,17 @@ void Window::Hide() {
 
 bool Window::IsShown() const {
   if (!m_root) return false;
-  const auto* dialog = dynamic_cast<const Dialog*>(m_root);
+  const Dialog* dialog = GetDialog();
   return dialog ? dialog->IsShown() : m_root->IsVisible();
 }
 
 QWidget* Window::GetWidget() const {
-  return m_root ? gui::component::qt::WidgetOf(*m_root) : nullptr;
+  const gui::Component* top = m_frame ? m_frame.get() : m_root;
+  return top ? gui::component::qt::WidgetOf(*top) : nullptr;
+}
+
+void Window::SetTitle(const std::string& title) {
+  if (m_frame) m_frame->SetLabel(title);
 }
 
 void Window::SetEnabled(int id, bool enabled, const std::string& why) {
@@ -105,7 +128,7 @@ void Window::SetText(int id, const std::string& text) {
 
 void Window::onMessage(util::Message& message, bool) {
   if (message.id == util::MSG_DESTROYED) {
-    if (m_root && message.origin == m_root) m_root = nullptr;
+    if (m_root && message.origin == static_cast<util::MessageNode*>(m_root)) m_root = nullptr;
     return;
   }
   if (message.origin == static_cast<util::MessageNode*>(&GetCore())) {
@@ -114,12 +137,11 @@ void Window::onMessage(util::Message& message, bool) {
   }
   gui::Component* source = gui::SourceOf(message);
   if (!source || !m_root) return;
-  if (source == m_root) {
+  if (source == m_frame.get()) {
     if (message.id == gui::kMsgShown) {
       OnShown();
     } else if (message.id == gui::kMsgHidden) {
-      if (const auto* dialog = dynamic_cast<const Dialog*>(m_root))
-        m_windows.GetSettings().Set(name(), kGeometry, dialog->GetGeometry());
+      m_windows.GetSettings().Set(name(), kGeometry, GetDialog()->GetGeometry());
       OnHidden();
     }
   }

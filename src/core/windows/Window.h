@@ -8,6 +8,9 @@
 
 class QWidget;
 
+namespace orv::gui::componentinterface {
+class Dialog;
+}
 namespace orv::rws::core {
 class CoreImplementation;
 }
@@ -20,7 +23,8 @@ class Windows;
 /// user's own document may lack (see `With`), and hears of everything by messages: of its
 /// components, and of the core.
 ///
-/// It stands by itself, as a window of its own, or docked: below a container of another window.
+/// It stands by itself, as a window of its own, or docked: below a container of another window. A
+/// document whose root is no dialog can do both; by itself it is put into a frame.
 class Window : public util::MessageNode {
  public:
   /// `name` is that of its object and of what is kept of it (place, folds), `document` the path of
@@ -43,6 +47,8 @@ class Window : public util::MessageNode {
   gui::Component* GetRoot() const { return m_root; }
   /// The window's widget, or the one that the docked root is; null before it is built.
   QWidget* GetWidget() const;
+  /// Of a window of its own: what stands in its title bar, shown as it is.
+  void SetTitle(const std::string& title);
   bool IsDocked() const { return m_docked; }
 
   /// Called some 15 times a second while it is shown: for what is told by no message because it
@@ -80,12 +86,14 @@ class Window : public util::MessageNode {
 
  private:
   void Adopt(gui::Component* root);
+  gui::ComponentPtr Frame(gui::ComponentPtr root);
+  gui::componentinterface::Dialog* GetDialog() const;
   void onMessage(util::Message& message, bool broadcast) override;
 
   Windows& m_windows;
   std::string m_document;
-  gui::ComponentPtr m_owned;         ///< of a window of its own
-  gui::Component* m_root = nullptr;  ///< it, or the docked one, which its container owns
+  gui::ComponentPtr m_frame;         ///< the dialog, of a window of its own; may be the root
+  gui::Component* m_root = nullptr;  ///< the document's; of a docked window its container owns it
   bool m_docked = false;
 };
 
