@@ -123,6 +123,7 @@ TEST_F(BadInput, TheRestEndsWithOneAndNamesTheThingAndItsNeighbours) {
       {"range cam.glb --start 3 -o x.glb", 1, {"from 3 to 2 s", "--end"}},
       {"preferences count=1", 1, {"mean countdown?"}},
       {"preferences countdown=-1", 1, {"\"-1\"", "0 to 3600"}},
+      {"preferences theme=2", 1, {"\"2\"", "one of system light dark"}},
       {"--data-root cut.glb preferences countdown=1", 1, {"preferences.xml"}},
       {"resim shot.glb -o x.glb", 1, {"shot.glb", "no rig"}},
       {"resim cam.glb --only Kam -o x.glb", 1, {"mean Cam"}},

@@ -342,8 +342,13 @@ TEST_F(EndToEnd, NothingPerformedIsLostWithoutAWord) {
   }
   EXPECT_TRUE(files() == before);
 
-  EXPECT_EQ(json("preferences countdown=1 updateviewport=off")["preferences"],
-            nlohmann::json({{"countdown", 1}, {"updateviewport", false}}));
+  EXPECT_EQ(json("preferences countdown=1 updateviewport=off theme=dark")["preferences"],
+            nlohmann::json({{"countdown", 1},
+                            {"updateviewport", false},
+                            {"autosave", 3},
+                            {"language", "system"},
+                            {"theme", "dark"},
+                            {"units", "m"}}));
   tells("take hand.glb --from 4 --seconds 0.1 -o x.glb", 0, {"starts in 1 s"});
 
   ok("range hand.glb --end 1.5 --fps 30000/1001 -o other.glb");

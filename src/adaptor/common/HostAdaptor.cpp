@@ -271,12 +271,34 @@ bool HostAdaptor::EndUndoBlock() {
     m_undo.cancel();
   else if (const int id = m_undo.commit(name); id >= 0)
     BlockMade(id, name);
+  UndoChanged();
   return true;
 }
 
 bool HostAdaptor::CancelUndoBlock() {
   undoCancelled = !undoNames.empty();
   return EndUndoBlock();
+}
+
+bool HostAdaptor::StepUndo() {
+  if (!m_undo.stepBack()) return false;
+  UndoChanged();
+  return true;
+}
+
+bool HostAdaptor::StepRedo() {
+  if (!m_undo.stepForward()) return false;
+  UndoChanged();
+  return true;
+}
+
+void HostAdaptor::ClearUndoHistory() {
+  m_undo.clearHistory();
+  UndoChanged();
+}
+
+int HostAdaptor::GetChangeId() const {
+  return m_undo.latestId([](const UndoUnit& unit) { return unit.typeName() != kSelectionStep; });
 }
 
 void HostAdaptor::PushExchange(const char* type, Exchange exchange) {

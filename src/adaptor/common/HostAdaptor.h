@@ -44,6 +44,9 @@ class HostAdaptor : public AdaptorInterface {
   /// The nodes that are selected, in the order of their selection.
   std::vector<HostNode*> GetSelection() const;
   const UndoManagement& GetUndo() const { return m_undo; }
+  /// Id of the block in force that changed the scene last, a selection being no change; -1 without
+  /// one. Equal ids of one scene mean equal scenes, as far as undo knows them.
+  int GetChangeId() const;
   bool IsRecording() const { return m_recording; }
 
   // The operations of the interface.
@@ -73,7 +76,7 @@ class HostAdaptor : public AdaptorInterface {
   void SetTimeRange(double start, double end) override;
   void BeginRecording(double time, util::ReturnValue<std::vector<CInterface*>>& instances) override;
   void EndRecording() override;
-  void ClearUndoHistory() override { m_undo.clearHistory(); }
+  void ClearUndoHistory() override;
   void ReleaseSnapshot(CExtendable* snapshot) override;
   void DiscardNode(core::CoreNode* node) override;
   core::CoreNode* DuplicateNode(core::CoreNode* node, const NodeIdentity& identity,
@@ -157,6 +160,8 @@ class HostAdaptor : public AdaptorInterface {
   virtual void BlockMade(int /*id*/, const std::string& /*name*/) {}
   /// What GetSelection tells has changed.
   virtual void SelectionChanged() {}
+  /// A block was made or rolled back, or one was undone or redone, or all are gone.
+  virtual void UndoChanged() {}
 
   // What this class does for it.
 
@@ -169,8 +174,8 @@ class HostAdaptor : public AdaptorInterface {
   /// Another scene comes: forgets all nodes, the selection, the undo history and a take.
   void Forget();
   void Warn(std::string text) { m_warnings.push_back(std::move(text)); }
-  bool StepUndo() { return m_undo.stepBack(); }
-  bool StepRedo() { return m_undo.stepForward(); }
+  bool StepUndo();
+  bool StepRedo();
 
  private:
   core::CoreNode* Introduce(HostNode* node, const NodeIdentity& identity);

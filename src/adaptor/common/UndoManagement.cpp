@@ -111,6 +111,20 @@ std::vector<std::string> UndoManagement::entryNames() const {
   return names;
 }
 
+int UndoManagement::latestId(const std::function<bool(const UndoUnit&)>& counts) const {
+  for (int i = position; i > 0; --i)
+    if (counts(*units[i - 1])) return units[i - 1]->id;
+  return -1;
+}
+
+std::vector<std::string> UndoManagement::redoNames() const {
+  std::vector<std::string> names;
+  for (std::size_t i = position; i < units.size(); ++i)
+    if (i == static_cast<std::size_t>(position) || units[i - 1]->id != units[i]->id)
+      names.push_back(units[i]->name);
+  return names;
+}
+
 std::string UndoManagement::redoName() const {
   return position < static_cast<int>(units.size()) ? units[position]->name : std::string();
 }

@@ -1,6 +1,7 @@
 // The undo list of a host.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -36,10 +37,14 @@ class UndoManagement {
   /// Id of the block that stepBack would undo, or stepForward redo; -1 when there is none.
   int undoId() const { return position > 0 ? units[position - 1]->id : -1; }
   int redoId() const;
+  /// Id of the block in force that has the latest unit for which `counts`; -1 when there is none.
+  int latestId(const std::function<bool(const UndoUnit&)>& counts) const;
   /// The latest unit of the open block, or null.
   UndoUnit* lastInBlock() const;
   /// Names of the blocks in force, oldest first.
   std::vector<std::string> entryNames() const;
+  /// Names of the blocks that stand undone, in the order in which they would be redone.
+  std::vector<std::string> redoNames() const;
   /// Name of the block that stepForward would redo; empty when there is none.
   std::string redoName() const;
 

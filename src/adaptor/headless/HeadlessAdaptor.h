@@ -37,7 +37,7 @@ class HeadlessAdaptor final : public HostAdaptor {
   void SetMessageHandler(MessageHandler handler) { m_showMessage = std::move(handler); }
   /// Called with every new current time (s).
   void SetTimeHandler(std::function<void(double)> handler) { m_timeChanged = std::move(handler); }
-  /// Whoever follows tree, time, selection and refresh.
+  /// Whoever follows tree, time, selection, undo and refresh.
   HostObservers& GetObservers() { return m_observers; }
   /// Scene names of the cameras whose lens has keys, which a file has no place for.
   std::vector<std::string> GetNodesWithLensKeys() const;
@@ -78,6 +78,7 @@ class HeadlessAdaptor final : public HostAdaptor {
   void Remove(HostNode& node) override;
   bool PutTimeRange(double start, double end) override;
   void SelectionChanged() override { m_observers.Tell(&HostObserver::OnSelection); }
+  void UndoChanged() override { m_observers.Tell(&HostObserver::OnUndo); }
   void FollowTree();
   HeadlessNode& Add(const std::string& sceneName, HostNode* parent);
 

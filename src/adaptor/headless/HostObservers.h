@@ -17,6 +17,8 @@ class HostObserver {
   virtual void OnTree() {}
   virtual void OnTime(double /*time*/) {}  ///< s
   virtual void OnSelection() {}
+  /// The list of undo steps, or which of them are in force, has changed.
+  virtual void OnUndo() {}
   /// The views are to be drawn anew.
   virtual void OnRefresh() {}
 };

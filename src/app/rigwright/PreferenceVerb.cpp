@@ -40,8 +40,10 @@ void runPreferences(Program& program, const std::vector<std::string>& assignment
   for (const std::string& key : Preferences::keys())
     table.add({key, preferences.text(key), Preferences::description(key)});
   for (const std::string& line : table.lines()) program.output().line(line);
-  program.output().object()["preferences"] = {{"countdown", preferences.countdownSeconds},
-                                              {"updateviewport", preferences.updateViewport}};
+  program.output().object()["preferences"] = {
+      {"countdown", preferences.countdownSeconds}, {"updateviewport", preferences.updateViewport},
+      {"autosave", preferences.autosaveMinutes},   {"language", preferences.text("language")},
+      {"theme", preferences.text("theme")},        {"units", preferences.text("units")}};
   program.output().object()["file"] = Preferences::path();
   if (!changed.empty()) program.output().note("preferences: written to " + Preferences::path());
 }

@@ -18,14 +18,15 @@ using util::xml::Tag;
 constexpr char kRoot[] = "preferences";
 constexpr char kPreference[] = "preference";
 
-/// One preference: whole numbers from 0 up.
+/// One preference: a whole number from 0 up, or a word of a list by its number.
 struct Entry {
   const char* key;          ///< for people
   const char* name;         ///< in the file
   const char* description;  ///< for people
-  int most;                 ///< 1: a switch
+  int most;                 ///< 1: a switch, which has no words
   int (*get)(const Preferences&);
   void (*set)(Preferences&, int);
+  std::vector<std::string> words = {};  ///< `most` and one
 };
 
 const Entry kEntries[] = {
@@ -35,7 +36,47 @@ const Entry kEntries[] = {
     {"updateviewport", "updateviewport", "a resimulation in a window shows frames as it runs", 1,
      [](const Preferences& p) { return p.updateViewport ? 1 : 0; },
      [](Preferences& p, int value) { p.updateViewport = value != 0; }},
+    {"autosave", "autosave", "minutes between autosaves; 0: no autosave, no journal of takes", 1440,
+     [](const Preferences& p) { return p.autosaveMinutes; },
+     [](Preferences& p, int value) { p.autosaveMinutes = value; }},
+    {"language",
+     "language",
+     "of the windows",
+     2,
+     [](const Preferences& p) { return static_cast<int>(p.language); },
+     [](Preferences& p, int value) { p.language = static_cast<Preferences::Language>(value); },
+     {"system", "en", "de"}},
+    {"theme",
+     "theme",
+     "colours of the windows",
+     2,
+     [](const Preferences& p) { return static_cast<int>(p.theme); },
+     [](Preferences& p, int value) { p.theme = static_cast<Preferences::Theme>(value); },
+     {"system", "light", "dark"}},
+    {"units",
+     "units",
+     "of lengths in the windows",
+     4,
+     [](const Preferences& p) { return static_cast<int>(p.units); },
+     [](Preferences& p, int value) { p.units = static_cast<Preferences::LengthUnit>(value); },
+     {"m", "cm", "mm", "ft", "in"}},
 };
+
+/// The value that a text stands for, in the file (where a switch is 0 or 1) as for people.
+bool ValueOf(const Entry& entry, const std::string& text, int& value) {
+  const auto word = std::find(entry.words.begin(), entry.words.end(), text);
+  if (!entry.words.empty()) {
+    value = static_cast<int>(word - entry.words.begin());
+    return word != entry.words.end();
+  }
+  return util::parseNumber(text, value) && value >= 0 && value <= entry.most;
+}
+
+/// As the file has it.
+std::string StoredText(const Entry& entry, const Preferences& preferences) {
+  const int value = entry.get(preferences);
+  return entry.words.empty() ? std::to_string(value) : entry.words[static_cast<std::size_t>(value)];
+}
 
 const Entry* Find(const std::string& key) {
   const auto found = std::find_if(std::begin(kEntries), std::end(kEntries),
@@ -79,7 +120,7 @@ bool Preferences::load() {
     const Element* stored = FindElement(root, entry);
     if (!stored) continue;
     int value = 0;
-    if (util::parseNumber(stored->text(), value) && value >= 0 && value <= entry.most) {
+    if (ValueOf(entry, stored->text(), value)) {
       entry.set(*this, value);
       continue;
     }
@@ -108,7 +149,7 @@ bool Preferences::save(std::string* error, const std::vector<std::string>& keys)
       tag.setAttribute("name", entry.name);
       stored = &root.addChild(tag);
     }
-    stored->setText(std::to_string(entry.get(*this)));
+    stored->setText(StoredText(entry, *this));
   }
   std::error_code ignored;
   std::filesystem::create_directories(std::filesystem::path(path()).parent_path(), ignored);
@@ -131,9 +172,13 @@ std::string Preferences::description(const std::string& key) {
 std::string Preferences::text(const std::string& key) const {
   const Entry* entry = Find(key);
   if (!entry) return {};
-  const int value = entry->get(*this);
-  if (entry->most > 1) return std::to_string(value);
-  return value ? "on" : "off";
+  if (entry->most > 1) return StoredText(*entry, *this);
+  return entry->get(*this) ? "on" : "off";
+}
+
+std::vector<std::string> Preferences::words(const std::string& key) {
+  const Entry* entry = Find(key);
+  return entry ? entry->words : std::vector<std::string>();
 }
 
 bool Preferences::set(const std::string& key, const std::string& text, std::string& error) {
@@ -145,10 +190,12 @@ bool Preferences::set(const std::string& key, const std::string& text, std::stri
   int value = -1;
   if (entry->most == 1 && (text == "on" || text == "true")) value = 1;
   if (entry->most == 1 && (text == "off" || text == "false")) value = 0;
-  if (value < 0 && (!util::parseNumber(text, value) || value < 0 || value > entry->most)) {
-    error = "\"" + text + "\" is not " +
-            (entry->most == 1 ? "on or off"
-                              : "a whole number from 0 to " + std::to_string(entry->most));
+  if (value < 0 && !ValueOf(*entry, text, value)) {
+    std::string wanted = "a whole number from 0 to " + std::to_string(entry->most);
+    if (entry->most == 1) wanted = "on or off";
+    if (!entry->words.empty()) wanted = "one of";
+    for (const std::string& word : entry->words) wanted += " " + word;
+    error = "\"" + text + "\" is not " + wanted;
     return false;
   }
   entry->set(*this, value);

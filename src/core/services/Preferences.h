@@ -10,8 +10,17 @@ namespace orv::rws::core {
 /// fresh object has the defaults. The core reads them at their first use.
 class Preferences {
  public:
+  enum class Language { kSystem, kEnglish, kGerman };
+  enum class Theme { kSystem, kLight, kDark };
+  /// Of lengths, where windows show them; scenes and rigs are in metres.
+  enum class LengthUnit { kMetres, kCentimetres, kMillimetres, kFeet, kInches };
+
   int countdownSeconds = 0;    ///< "Start Countdown time", whole seconds before a take
   bool updateViewport = true;  ///< "updateviewport": a resimulation shows frames as it runs
+  int autosaveMinutes = 3;     ///< "autosave", between autosaves; 0: none, nor a take's journal
+  Language language = Language::kSystem;   ///< "language": "system", "en", "de"
+  Theme theme = Theme::kSystem;            ///< "theme": "system", "light", "dark"
+  LengthUnit units = LengthUnit::kMetres;  ///< "units": "m", "cm", "mm", "ft", "in"
 
   /// Reads the stored preferences. False when there are none or the file is damaged (a log line
   /// tells); what could not be read has its default.
@@ -21,10 +30,12 @@ class Preferences {
   /// damaged, so that it would be lost.
   bool save(std::string* error = nullptr, const std::vector<std::string>& keys = {}) const;
 
-  /// What people call the preferences: "countdown", "updateviewport".
+  /// What people call the preferences: "countdown", "updateviewport", "autosave" and so on.
   static std::vector<std::string> keys();
   /// What the preference of a key does; empty for an unknown key.
   static std::string description(const std::string& key);
+  /// The words that are values of a key, in the order of their enumeration; empty for a number.
+  static std::vector<std::string> words(const std::string& key);
   /// The value of a key; empty for an unknown one.
   std::string text(const std::string& key) const;
   /// Sets the value from a text. False, with `error` saying what it must be, when it is none.

@@ -141,6 +141,7 @@ int RecordManager::StartRecording() {
   if (m_bRecording) return kTakeRunning;
   CoreImplementation& core = *GetCore();
   const CoreRequest request(core);
+  if (beforeTake) beforeTake();
   AdaptorInterface& adaptor = *core.GetAdaptor();
   HideHighPolyModels();
   BeginTake("Record");

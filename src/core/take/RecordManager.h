@@ -82,6 +82,9 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   /// Leaves a rig out of the running take.
   void Forget(Instance* instance);
 
+  /// Called when a take has been asked for, while the scene still is as the user left it; may be
+  /// empty. It must not change the scene.
+  std::function<void()> beforeTake;
   /// Milliseconds of the system's own clock, and what lets the event queue run within a tick. Both
   /// may be replaced, so that a test scripts them.
   std::function<unsigned()> tickCount;
