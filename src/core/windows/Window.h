@@ -57,6 +57,8 @@ class Window : public util::MessageNode {
   /// The user's language, theme or units have changed; components show their texts anew by
   /// themselves.
   virtual void OnSettingsChanged() {}
+  /// Title, file or changes of the scene, or the list of undo, are others.
+  virtual void OnSceneChanged() {}
 
  protected:
   /// The components are there and their widgets not yet: fill in what is shown first.

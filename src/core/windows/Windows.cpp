@@ -178,6 +178,11 @@ void Windows::ShowSettings() {
   }
 }
 
+void Windows::TellSceneChanged() {
+  for (std::size_t i = 0; i < m_all.size(); ++i)
+    if (m_all[i]->GetRoot()) m_all[i]->OnSceneChanged();
+}
+
 void Windows::Enter(Window& window) {
   m_all.push_back(&window);
 }

@@ -98,6 +98,8 @@ class Windows : public QObject, public UserInterface {
 
   /// All windows show their texts anew; to be called when language, theme or units have changed.
   void ShowSettings();
+  /// See Window::OnSceneChanged.
+  void TellSceneChanged();
 
   // Of Window alone.
   void Enter(Window& window);
