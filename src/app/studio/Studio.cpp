@@ -35,11 +35,11 @@ using gui::Translate;
 using rws::core::LogEntry;
 using rws::core::LogLevel;
 
-std::string sceneFilter() {
+std::string SceneFilter() {
   return Translate("Scenes (*.glb *.gltf)");
 }
 
-std::string textOf(const Problem& problem) {
+std::string TextOf(const Problem& problem) {
   std::string text = problem.what.empty() ? problem.why : problem.what + ": " + problem.why;
   if (!problem.hint.empty()) text += "\n\n" + problem.hint;
   return text;
@@ -56,33 +56,33 @@ Studio::Studio(const StudioOptions& options)
   AddAllWindows(m_windows);
   m_document.setChangeHandler([this] { m_windows.TellSceneChanged(); });
   m_document.setTroubleHandler([this](const Problem& problem) {
-    LogEntry(LogLevel::kWarning, textOf(problem));
+    LogEntry(LogLevel::kWarning, TextOf(problem));
     // Not within what has failed: it may be a take's first frame.
-    QTimer::singleShot(0, this, [this, problem] { show(Translate("Autosave"), problem); });
+    QTimer::singleShot(0, this, [this, problem] { Show(Translate("Autosave"), problem); });
   });
   ApplyAppearance();
 }
 
 Studio::~Studio() = default;
 
-bool Studio::begin(std::string& problem) {
+bool Studio::Begin(std::string& problem) {
   if (!m_windows.OpenMainWindow(nullptr)) {
     problem = "the main window can't be opened (see core.log in the data root)";
     return false;
   }
-  setGeometry(m_options.geometry);
+  SetGeometry(m_options.geometry);
   if (!m_devices.problem().empty()) LogEntry(LogLevel::kWarning, m_devices.problem());
   m_document.newScene();
-  if (!m_options.scene.empty()) open(m_options.scene);
+  if (!m_options.scene.empty()) Open(m_options.scene);
   if (m_options.script.empty()) {
-    QTimer::singleShot(0, this, [this] { offerLeftovers(); });
+    QTimer::singleShot(0, this, [this] { OfferLeftovers(); });
     return true;
   }
   m_script = std::make_unique<ScriptDriver>(*this);
-  return m_script->start(m_options.script, problem);
+  return m_script->Start(m_options.script, problem);
 }
 
-void Studio::setGeometry(const std::string& geometry) {
+void Studio::SetGeometry(const std::string& geometry) {
   static const QRegularExpression pattern(R"(^(\d+)x(\d+)(?:([+-]\d+)([+-]\d+))?$)");
   const auto match = pattern.match(QString::fromStdString(geometry));
   QWidget* main = m_windows.GetMainWidget();
@@ -94,18 +94,18 @@ void Studio::setGeometry(const std::string& geometry) {
 
 // --- what is shown ---
 
-int Studio::ask(const std::string& title, const std::string& text, unsigned flags) {
+int Studio::Ask(const std::string& title, const std::string& text, unsigned flags) {
   return m_document.core().MessageBox(title, text, flags);
 }
 
-void Studio::show(const std::string& title, const Problem& problem) {
-  ask(title, textOf(problem), rws::kButtonsOk | rws::kIconWarning);
+void Studio::Show(const std::string& title, const Problem& problem) {
+  Ask(title, TextOf(problem), rws::kButtonsOk | rws::kIconWarning);
 }
 
-bool Studio::showResult(const std::string& title, const DocumentResult& result) {
+bool Studio::ShowResult(const std::string& title, const DocumentResult& result) {
   for (const std::string& warning : result.warnings) LogEntry(LogLevel::kWarning, warning);
   if (result.problem) {
-    show(title, result.problem);
+    Show(title, result.problem);
     return false;
   }
   if (!result.warnings.empty()) {
@@ -116,7 +116,7 @@ bool Studio::showResult(const std::string& title, const DocumentResult& result) 
     if (result.warnings.size() > kMostShown)
       text += "\n" + Translate("%1 more stand in the log.",
                                {std::to_string(result.warnings.size() - kMostShown)});
-    ask(title, text, rws::kButtonsOk | rws::kIconWarning);
+    Ask(title, text, rws::kButtonsOk | rws::kIconWarning);
   }
   return true;
 }
@@ -144,23 +144,23 @@ void Studio::ApplyAppearance() {
 
 // --- commands ---
 
-const std::vector<Studio::Command>& Studio::commands() {
+const std::vector<Studio::Command>& Studio::Commands() {
   static const std::vector<Command> all{
-      {kCommandNew, &Studio::newScene},
-      {kCommandOpen, &Studio::openScene},
-      {kCommandSave, &Studio::saveScene},
-      {kCommandSaveAs, &Studio::saveSceneAs},
-      {kCommandExportScene, &Studio::exportScene},
-      {kCommandExportPoses, &Studio::exportPoses},
-      {kCommandExportPicture, &Studio::exportPicture},
-      {kCommandQuit, &Studio::quit},
-      {kCommandHelp, &Studio::showHelp},
+      {kCommandNew, &Studio::NewScene},
+      {kCommandOpen, &Studio::OpenScene},
+      {kCommandSave, &Studio::SaveScene},
+      {kCommandSaveAs, &Studio::SaveSceneAs},
+      {kCommandExportScene, &Studio::ExportScene},
+      {kCommandExportPoses, &Studio::ExportPoses},
+      {kCommandExportPicture, &Studio::ExportPicture},
+      {kCommandQuit, &Studio::Quit},
+      {kCommandHelp, &Studio::ShowHelp},
   };
   return all;
 }
 
 bool Studio::HasCommand(int id) const {
-  return id == kCommandRecent || std::any_of(commands().begin(), commands().end(),
+  return id == kCommandRecent || std::any_of(Commands().begin(), Commands().end(),
                                              [id](const Command& c) { return c.id == id; });
 }
 
@@ -168,10 +168,10 @@ void Studio::RunCommand(int id) {
   if (id >= kFirstRecent && id < kFirstExample) {
     const auto recent = RecentFiles::list();
     const auto index = static_cast<std::size_t>(id - kFirstRecent);
-    if (index < recent.size() && mayDiscard()) open(recent[index].path);
+    if (index < recent.size() && MayDiscard()) Open(recent[index].path);
     return;
   }
-  for (const Command& command : commands())
+  for (const Command& command : Commands())
     if (command.id == id) return (this->*command.run)();
 }
 
@@ -190,56 +190,56 @@ void Studio::UpdateMenu(gui::Menu& menu) {
   menu.SetItems(kCommandRecent, std::move(items));
 }
 
-void Studio::newScene() {
-  if (mayDiscard()) showResult(Translate("New scene"), m_document.newScene());
+void Studio::NewScene() {
+  if (MayDiscard()) ShowResult(Translate("New scene"), m_document.newScene());
 }
 
-void Studio::openScene() {
-  if (!mayDiscard()) return;
-  const std::string path = m_windows.ChooseFile(Translate("Open"), sceneFilter(), "scenes");
-  if (!path.empty()) open(path);
+void Studio::OpenScene() {
+  if (!MayDiscard()) return;
+  const std::string path = m_windows.ChooseFile(Translate("Open"), SceneFilter(), "scenes");
+  if (!path.empty()) Open(path);
 }
 
-void Studio::open(const std::string& path) {
-  showResult(Translate("Open"), m_document.open(path));
+void Studio::Open(const std::string& path) {
+  ShowResult(Translate("Open"), m_document.open(path));
 }
 
-bool Studio::save() {
-  if (m_document.path().empty()) return saveAs();
+bool Studio::Save() {
+  if (m_document.path().empty()) return SaveAs();
   DocumentResult result = m_document.save();
   if (result.isAsked) {
-    if (ask(Translate("Save"), textOf(result.problem), rws::kButtonsYesNo | rws::kIconQuestion) !=
+    if (Ask(Translate("Save"), TextOf(result.problem), rws::kButtonsYesNo | rws::kIconQuestion) !=
         rws::kAnswerYes)
       return false;
     result = m_document.save(Overwrite::kOverwrite);
   }
-  return showResult(Translate("Save"), result);
+  return ShowResult(Translate("Save"), result);
 }
 
-bool Studio::saveAs() {
-  const std::string path = m_windows.ChooseFileToSave(Translate("Save as"), sceneFilter(), "scenes",
+bool Studio::SaveAs() {
+  const std::string path = m_windows.ChooseFileToSave(Translate("Save as"), SceneFilter(), "scenes",
                                                       m_document.title(), ".glb");
   if (path.empty()) return false;
   // The dialog has asked about a file that is there.
-  return showResult(Translate("Save as"), m_document.saveAs(path, Overwrite::kOverwrite));
+  return ShowResult(Translate("Save as"), m_document.saveAs(path, Overwrite::kOverwrite));
 }
 
-bool Studio::mayDiscard() {
+bool Studio::MayDiscard() {
   m_document.endRun();
   if (!m_document.isDirty()) return true;
   const int answer =
-      ask(Translate("Unsaved changes"), Translate("Save the changes of %1?", {m_document.title()}),
+      Ask(Translate("Unsaved changes"), Translate("Save the changes of %1?", {m_document.title()}),
           rws::kButtonsYesNoCancel | rws::kIconQuestion);
-  if (answer == rws::kAnswerYes) return save();
+  if (answer == rws::kAnswerYes) return Save();
   return answer == rws::kAnswerNo;
 }
 
 void Studio::OpenDropped(const std::vector<std::string>& paths) {
-  if (!paths.empty() && mayDiscard()) open(paths.front());
+  if (!paths.empty() && MayDiscard()) Open(paths.front());
 }
 
 bool Studio::MayClose() {
-  return mayDiscard();
+  return MayDiscard();
 }
 
 void Studio::OnMainWindowClosed() {
@@ -247,15 +247,15 @@ void Studio::OnMainWindowClosed() {
   QApplication::quit();
 }
 
-void Studio::quit() {
+void Studio::Quit() {
   m_windows.CloseMainWindow();
 }
 
-void Studio::showHelp() {
+void Studio::ShowHelp() {
   QDesktopServices::openUrl(QUrl("https://github.com/"));
 }
 
-void Studio::offerLeftovers() {
+void Studio::OfferLeftovers() {
   for (Leftover& leftover : findLeftovers()) {
     std::string text = Translate("%1 was not saved when the program ended.", {leftover.title});
     if (leftover.hasTake)
@@ -263,34 +263,34 @@ void Studio::offerLeftovers() {
                               {QString::number(leftover.takeSeconds(), 'f', 1).toStdString()});
     text += "\n\n" + Translate("Open what there is of it? No removes it for good.");
     const int answer =
-        ask(Translate("Recovery"), text, rws::kButtonsYesNoCancel | rws::kIconQuestion);
+        Ask(Translate("Recovery"), text, rws::kButtonsYesNoCancel | rws::kIconQuestion);
     if (answer == rws::kAnswerNo) discard(std::move(leftover));
     if (answer != rws::kAnswerYes) continue;
-    showResult(Translate("Recovery"), m_document.restore(std::move(leftover)));
+    ShowResult(Translate("Recovery"), m_document.restore(std::move(leftover)));
     return;
   }
 }
 
 // --- the script ---
 
-rws::core::CoreImplementation& Studio::scriptedCore() {
+rws::core::CoreImplementation& Studio::ScriptedCore() {
   return m_document.core();
 }
 
-std::string Studio::scriptNew() {
-  return textOf(m_document.newScene().problem);
+std::string Studio::ScriptNew() {
+  return TextOf(m_document.newScene().problem);
 }
 
-std::string Studio::scriptOpen(const std::string& path) {
-  return textOf(m_document.open(path).problem);
+std::string Studio::ScriptOpen(const std::string& path) {
+  return TextOf(m_document.open(path).problem);
 }
 
-std::string Studio::scriptSave(const std::string& path) {
-  return textOf(
+std::string Studio::ScriptSave(const std::string& path) {
+  return TextOf(
       (path.empty() ? m_document.save() : m_document.saveAs(path, Overwrite::kOverwrite)).problem);
 }
 
-nlohmann::json Studio::scriptState() {
+nlohmann::json Studio::ScriptState() {
   auto& core = m_document.core();
   static const char* const kRuns[] = {"idle", "countdown", "recording", "resimulating"};
   const UndoList undo = m_document.undoList();
@@ -307,7 +307,7 @@ nlohmann::json Studio::scriptState() {
           {"path", m_document.path()}};
 }
 
-void Studio::scriptQuit(int status) {
+void Studio::ScriptQuit(int status) {
   m_document.close();
   QApplication::exit(status);
 }

@@ -28,7 +28,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
 
   /// Opens the windows, the scene and the script. False, with `problem` filled, when the program
   /// can't begin.
-  bool begin(std::string& problem);
+  bool Begin(std::string& problem);
 
   // Program
   bool HasCommand(int id) const override;
@@ -42,44 +42,44 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void ApplyAppearance() override;
 
   // ScriptHost
-  rws::core::CoreImplementation& scriptedCore() override;
-  std::string scriptNew() override;
-  std::string scriptOpen(const std::string& path) override;
-  std::string scriptSave(const std::string& path) override;
-  nlohmann::json scriptState() override;
-  void scriptQuit(int status) override;
+  rws::core::CoreImplementation& ScriptedCore() override;
+  std::string ScriptNew() override;
+  std::string ScriptOpen(const std::string& path) override;
+  std::string ScriptSave(const std::string& path) override;
+  nlohmann::json ScriptState() override;
+  void ScriptQuit(int status) override;
 
  private:
   struct Command {
     int id;
     void (Studio::*run)();
   };
-  static const std::vector<Command>& commands();
+  static const std::vector<Command>& Commands();
 
   // Commands of the menus.
-  void newScene();
-  void openScene();
-  void saveScene() { save(); }
-  void saveSceneAs() { saveAs(); }
-  void exportScene();
-  void exportPoses();
-  void exportPicture();
-  void quit();
-  void showHelp();
+  void NewScene();
+  void OpenScene();
+  void SaveScene() { Save(); }
+  void SaveSceneAs() { SaveAs(); }
+  void ExportScene();
+  void ExportPoses();
+  void ExportPicture();
+  void Quit();
+  void ShowHelp();
 
-  void open(const std::string& path);
-  bool save();
-  bool saveAs();
+  void Open(const std::string& path);
+  bool Save();
+  bool SaveAs();
   /// Whether the scene may go: asks about what is not saved.
-  bool mayDiscard();
-  void offerLeftovers();
+  bool MayDiscard();
+  void OfferLeftovers();
 
   /// What a call came to: problems as a box, what was odd as lines of the log and a box of their
   /// own. True when it was done.
-  bool showResult(const std::string& title, const DocumentResult& result);
-  void show(const std::string& title, const Problem& problem);
-  int ask(const std::string& title, const std::string& text, unsigned flags);
-  void setGeometry(const std::string& geometry);
+  bool ShowResult(const std::string& title, const DocumentResult& result);
+  void Show(const std::string& title, const Problem& problem);
+  int Ask(const std::string& title, const std::string& text, unsigned flags);
+  void SetGeometry(const std::string& geometry);
 
   StudioOptions m_options;
   QPalette m_systemPalette;  ///< as it was before any theme

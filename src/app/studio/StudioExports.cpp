@@ -24,7 +24,7 @@ namespace orv::app {
 
 using gui::Translate;
 
-void Studio::exportScene() {
+void Studio::ExportScene() {
   const std::string title = Translate("Export for delivery");
   const std::string path = m_windows.ChooseFileToSave(title, Translate("Scenes (*.glb *.gltf)"),
                                                       "exports", m_document.title(), ".glb");
@@ -33,28 +33,28 @@ void Studio::exportScene() {
   const QTemporaryDir folder;
   const std::string copy = QFile::encodeName(folder.filePath("scene.glb")).toStdString();
   std::string problem = m_document.session().save(copy);
-  if (!problem.empty()) return show(title, Problem{"", problem, "", {}});
+  if (!problem.empty()) return Show(title, Problem{"", problem, "", {}});
   auto read = rws::adaptor::headless::GltfReader::read(copy, {});
-  if (!read) return show(title, Problem{"", read.error, "", {}});
+  if (!read) return Show(title, Problem{"", read.error, "", {}});
   CleanResult cleaned = cleanScene(*read.scene, {}, keyedRange(*read.scene), Monitor());
   problem = writeDelivery(*read.scene, path, cleaned.warnings);
   DocumentResult result;
   result.problem = Problem{"", problem, "", {}};
   result.warnings = std::move(cleaned.warnings);
-  showResult(title, result);
+  ShowResult(title, result);
 }
 
-void Studio::exportPoses() {
+void Studio::ExportPoses() {
   const std::string path =
       m_windows.ChooseFileToSave(Translate("Export poses"), Translate("Tables (*.csv)"), "exports",
                                  m_document.title() + ".csv", ".csv");
   if (path.empty()) return;
   const PosesResult written =
       writePoses(m_document.scene(), {}, playbackRange(m_document.scene()), path, Monitor());
-  if (!written.error.empty()) show(Translate("Export poses"), Problem{"", written.error, "", {}});
+  if (!written.error.empty()) Show(Translate("Export poses"), Problem{"", written.error, "", {}});
 }
 
-void Studio::exportPicture() {
+void Studio::ExportPicture() {
   const std::string path =
       m_windows.ChooseFileToSave(Translate("Export picture"), Translate("Pictures (*.png *.svg)"),
                                  "exports", m_document.title() + ".png", ".png");
@@ -63,13 +63,13 @@ void Studio::exportPicture() {
   scenes.push_back(plotScene(m_document.scene(), m_document.core().List(false),
                              playbackRange(m_document.scene()), m_document.title(), Monitor()));
   if (scenes.front().data.paths.empty())
-    return show(Translate("Export picture"),
+    return Show(Translate("Export picture"),
                 Problem{m_document.title(), Translate("there is no rig to draw"), "", {}});
   const PlotSheet sheet = sheetOf(std::move(scenes));
   const std::string picture = endingOf(path) == ".svg" ? drawSvg(sheet) : drawPng(sheet);
   std::string error = picture.empty() ? Translate("the picture could not be made") : std::string();
   if (error.empty()) util::writeFile(path, picture, &error);
-  if (!error.empty()) show(Translate("Export picture"), Problem{path, error, "", {}});
+  if (!error.empty()) Show(Translate("Export picture"), Problem{path, error, "", {}});
 }
 
 }  // namespace orv::app

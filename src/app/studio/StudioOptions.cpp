@@ -10,7 +10,7 @@ namespace orv::app {
 
 namespace {
 
-std::string checkGeometry(const std::string& text) {
+std::string CheckGeometry(const std::string& text) {
   static const QRegularExpression pattern(R"(^\d{2,5}x\d{2,5}([+-]\d+[+-]\d+)?$)");
   return pattern.match(QString::fromStdString(text)).hasMatch()
              ? std::string()
@@ -21,7 +21,7 @@ constexpr int kWrongUsage = 2;
 
 }  // namespace
 
-bool readOptions(int argc, char** argv, StudioOptions& options, int& status) {
+bool ReadOptions(int argc, char** argv, StudioOptions& options, int& status) {
   CLI::App app("Performs rigs of a glTF scene, with windows", "rigwright-studio");
   app.set_version_flag("--version", rws::core::UpdateManager::GetProductName() + " " +
                                         rws::core::UpdateManager::GetVersion());
@@ -31,7 +31,7 @@ bool readOptions(int argc, char** argv, StudioOptions& options, int& status) {
       ->type_name("FILE");
   app.add_option("--geometry", options.geometry, "Size and place of the main window")
       ->type_name("WxH+X+Y")
-      ->check(checkGeometry);
+      ->check(CheckGeometry);
   app.add_option("--theme", options.theme, "Look (default: the preference)")
       ->check(CLI::IsMember({"dark", "light"}));
   app.add_option("--lang", options.language, "Language (default: the preference)")

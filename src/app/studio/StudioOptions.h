@@ -19,6 +19,6 @@ struct StudioOptions {
 
 /// Reads the command line. True when the program is to go on; else `status` is its exit status, and
 /// what was to be said has been said.
-bool readOptions(int argc, char** argv, StudioOptions& options, int& status);
+bool ReadOptions(int argc, char** argv, StudioOptions& options, int& status);
 
 }  // namespace orv::app

@@ -10,7 +10,7 @@
 
 namespace {
 
-int runStudio(int argc, char** argv, const orv::app::StudioOptions& options) {
+int RunStudio(int argc, char** argv, const orv::app::StudioOptions& options) {
   using namespace orv;
   if (options.scale > 0.0) qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
   QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -23,7 +23,7 @@ int runStudio(int argc, char** argv, const orv::app::StudioOptions& options) {
   if (!rws::core::NewLog(rws::core::DataRoot::GetDataFolder() + "/core.log", &problem))
     std::fprintf(stderr, "rigwright-studio: no log: %s\n", problem.c_str());
   app::Studio studio(options);
-  if (!studio.begin(problem)) {
+  if (!studio.Begin(problem)) {
     std::fprintf(stderr, "rigwright-studio: %s\n", problem.c_str());
     return 1;
   }
@@ -35,9 +35,9 @@ int runStudio(int argc, char** argv, const orv::app::StudioOptions& options) {
 int main(int argc, char** argv) {
   orv::app::StudioOptions options;
   int status = 0;
-  if (!orv::app::readOptions(argc, argv, options, status)) return status;
+  if (!orv::app::ReadOptions(argc, argv, options, status)) return status;
   try {
-    return runStudio(argc, argv, options);
+    return RunStudio(argc, argv, options);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rigwright-studio: unexpected failure: %s (please report)\n",
                  error.what());

@@ -35,25 +35,25 @@ bool ScriptDevice::update() {
   return true;
 }
 
-int ScriptDevice::indexOf(const std::string& control) const {
+int ScriptDevice::IndexOf(const std::string& control) const {
   for (std::size_t i = 0; i < m_controls.size(); ++i)
     if (m_controls[i]->type + std::to_string(m_controls[i]->index) == control)
       return static_cast<int>(i);
   return -1;
 }
 
-bool ScriptDevice::set(const std::string& control, double value) {
-  const int index = indexOf(control);
+bool ScriptDevice::Set(const std::string& control, double value) {
+  const int index = IndexOf(control);
   if (index >= 0) m_values[static_cast<std::size_t>(index)] = value;
   return index >= 0;
 }
 
-bool ScriptDevice::feed(const std::string& path, std::function<double()> time,
+bool ScriptDevice::Feed(const std::string& path, std::function<double()> time,
                         std::string& problem) {
   unidevice::RecordedInput input;
   const auto resolve = [this](const std::string& column) {
     unidevice::RecordedInput::Resolution found;
-    found.known = indexOf(column) >= 0;
+    found.known = IndexOf(column) >= 0;
     found.key = column;
     found.why = "the device has no such control (they are called Axis0, Button0 and so on)";
     return found;
@@ -61,7 +61,7 @@ bool ScriptDevice::feed(const std::string& path, std::function<double()> time,
   if (!input.load(path, resolve, problem)) return false;
   m_input = std::move(input);
   m_fed.clear();
-  for (const auto& column : m_input.columns) m_fed.push_back(indexOf(column.key));
+  for (const auto& column : m_input.columns) m_fed.push_back(IndexOf(column.key));
   m_time = std::move(time);
   return true;
 }

@@ -25,14 +25,14 @@ class ScriptDevice : public unidevice::Device {
   bool update() override;
 
   /// "Axis0", "Button3". False when it has no such control.
-  bool set(const std::string& control, double value);
+  bool Set(const std::string& control, double value);
   /// Plays a file whose columns are named so, by `time` (s).
-  bool feed(const std::string& path, std::function<double()> time, std::string& problem);
+  bool Feed(const std::string& path, std::function<double()> time, std::string& problem);
   /// The control noise that every axis has.
-  void setNoise(double noise) { m_noise = noise; }
+  void SetNoise(double noise) { m_noise = noise; }
 
  private:
-  int indexOf(const std::string& control) const;
+  int IndexOf(const std::string& control) const;
 
   std::vector<std::unique_ptr<unidevice::Control>> m_controls;
   std::vector<double> m_values;

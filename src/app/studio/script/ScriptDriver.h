@@ -32,32 +32,32 @@ class ScriptDriver : public QObject {
   ~ScriptDriver() override;
 
   /// "-" is standard input. False, with `problem` filled, when the file can't be read.
-  bool start(const std::string& file, std::string& problem);
+  bool Start(const std::string& file, std::string& problem);
 
  private:
   using Json = nlohmann::json;
   using Action = std::function<void()>;
 
-  void readInput();
-  void next();
-  void run(const std::string& text);
-  void perform(const ScriptLine& line);
+  void ReadInput();
+  void Next();
+  void Run(const std::string& text);
+  void Perform(const ScriptLine& line);
   /// Does it from the event loop and answers behind it.
-  void act(Action action);
-  void answer(Json reply);
-  void fail(const std::string& why);
-  void answerOr(const std::string& why);
-  void finish();
+  void Act(Action action);
+  void Answer(Json reply);
+  void Fail(const std::string& why);
+  void AnswerOr(const std::string& why);
+  void Finish();
 
-  void pointer(const ScriptLine& line);
-  void drag(const ScriptLine& line);
-  void type(const ScriptLine& line);
-  void device(const ScriptLine& line);
-  void feed(const ScriptLine& line);
-  void move(const ScriptLine& line);
-  void dump(const ScriptLine& line);
-  void shot(const ScriptLine& line);
-  void waitIdle(const ScriptLine& line);
+  void Pointer(const ScriptLine& line);
+  void Drag(const ScriptLine& line);
+  void Type(const ScriptLine& line);
+  void Device(const ScriptLine& line);
+  void Feed(const ScriptLine& line);
+  void Move(const ScriptLine& line);
+  void Dump(const ScriptLine& line);
+  void Shot(const ScriptLine& line);
+  void WaitIdle(const ScriptLine& line);
 
   ScriptHost& m_host;
   std::deque<std::string> m_lines;

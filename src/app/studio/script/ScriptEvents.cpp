@@ -27,30 +27,30 @@ namespace orv::app {
 namespace {
 
 /// Events of one click lie closer together than a double click takes, those of two further apart.
-int now(int apart) {
+int Now(int apart) {
   static int time = 1000;
   return time += apart;
 }
 
-void sendMouse(QWidget& widget, const QPoint& point, Qt::MouseButtons state, Qt::MouseButton button,
+void SendMouse(QWidget& widget, const QPoint& point, Qt::MouseButtons state, Qt::MouseButton button,
                QEvent::Type type, Qt::KeyboardModifiers modifiers, int apart) {
   QWidget* top = widget.window();
   QWindow* window = top->windowHandle();
   if (!window) return;
   const QPoint global = widget.mapToGlobal(point);
   qt_handleMouseEvent(window, top->mapFromGlobal(global), global, state, button, type, modifiers,
-                      now(apart));
+                      Now(apart));
 }
 
-void press(QWidget& widget, const QPoint& point, Qt::MouseButton button,
+void Press(QWidget& widget, const QPoint& point, Qt::MouseButton button,
            Qt::KeyboardModifiers modifiers, int apart) {
   const QPointer<QWidget> alive(&widget);
-  sendMouse(widget, point, Qt::NoButton, Qt::NoButton, QEvent::MouseMove, modifiers, apart);
+  SendMouse(widget, point, Qt::NoButton, Qt::NoButton, QEvent::MouseMove, modifiers, apart);
   if (!alive) return;
-  sendMouse(widget, point, button, button, QEvent::MouseButtonPress, modifiers, 1);
+  SendMouse(widget, point, button, button, QEvent::MouseButtonPress, modifiers, 1);
 }
 
-QWindow* keyWindow() {
+QWindow* KeyWindow() {
   if (QWidget* popup = QApplication::activePopupWidget()) return popup->windowHandle();
   if (QWindow* focus = QGuiApplication::focusWindow()) return focus;
   QWidget* widget = QApplication::activeModalWidget();
@@ -58,8 +58,8 @@ QWindow* keyWindow() {
   return widget ? widget->windowHandle() : nullptr;
 }
 
-void sendKey(int key, Qt::KeyboardModifiers modifiers, const QString& text) {
-  const QPointer<QWindow> window(keyWindow());
+void SendKey(int key, Qt::KeyboardModifiers modifiers, const QString& text) {
+  const QPointer<QWindow> window(KeyWindow());
   if (!window) return;
   qt_handleKeyEvent(window, QEvent::KeyPress, key, modifiers, text, false, 1);
   if (window) qt_handleKeyEvent(window, QEvent::KeyRelease, key, modifiers, text, false, 1);
@@ -67,29 +67,29 @@ void sendKey(int key, Qt::KeyboardModifiers modifiers, const QString& text) {
 
 }  // namespace
 
-void sendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
+void SendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
                Qt::KeyboardModifiers modifiers, bool twice) {
   const QPointer<QWidget> alive(&widget);
   const int apart = 2 * QApplication::doubleClickInterval();
   for (int i = 0; i < (twice ? 2 : 1) && alive; ++i) {
-    press(*alive, point, button, modifiers, i == 0 ? apart : 1);
+    Press(*alive, point, button, modifiers, i == 0 ? apart : 1);
     if (alive)
-      sendMouse(*alive, point, Qt::NoButton, button, QEvent::MouseButtonRelease, modifiers, 1);
+      SendMouse(*alive, point, Qt::NoButton, button, QEvent::MouseButtonRelease, modifiers, 1);
   }
 }
 
-void sendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
+void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
               Qt::KeyboardModifiers modifiers) {
   const QPointer<QWidget> alive(&widget);
-  press(widget, from, Qt::LeftButton, modifiers, 2 * QApplication::doubleClickInterval());
+  Press(widget, from, Qt::LeftButton, modifiers, 2 * QApplication::doubleClickInterval());
   for (int i = 1; i <= steps && alive; ++i)
-    sendMouse(*alive, from + (to - from) * i / steps, Qt::LeftButton, Qt::NoButton,
+    SendMouse(*alive, from + (to - from) * i / steps, Qt::LeftButton, Qt::NoButton,
               QEvent::MouseMove, modifiers, 10);
   if (alive)
-    sendMouse(*alive, to, Qt::NoButton, Qt::LeftButton, QEvent::MouseButtonRelease, modifiers, 10);
+    SendMouse(*alive, to, Qt::NoButton, Qt::LeftButton, QEvent::MouseButtonRelease, modifiers, 10);
 }
 
-void sendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers) {
+void SendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers) {
   const QPointer<QWidget> alive(&widget);
   for (int i = 0; i < qAbs(steps) && alive; ++i) {
     QWidget* under = alive->childAt(point);
@@ -101,16 +101,16 @@ void sendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModi
   }
 }
 
-void sendText(const QString& text) {
+void SendText(const QString& text) {
   for (const QChar letter : text) {
     int key = letter.toUpper().unicode();
     if (letter == '\n') key = Qt::Key_Return;
     if (letter == '\t') key = Qt::Key_Tab;
-    sendKey(key, letter.isUpper() ? Qt::ShiftModifier : Qt::NoModifier, letter);
+    SendKey(key, letter.isUpper() ? Qt::ShiftModifier : Qt::NoModifier, letter);
   }
 }
 
-bool sendKeys(const QString& keys) {
+bool SendKeys(const QString& keys) {
   const QKeySequence sequence = QKeySequence::fromString(keys, QKeySequence::PortableText);
   if (sequence.isEmpty() || sequence[0] == Qt::Key_unknown) return false;
   for (int i = 0; i < sequence.count(); ++i) {
@@ -122,12 +122,12 @@ bool sendKeys(const QString& keys) {
     QString text = letter ? QString(QChar(key)).toLower() : QString();
     if (modifiers & Qt::ShiftModifier) text = text.toUpper();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) text = "\r";
-    sendKey(key, modifiers, text);
+    SendKey(key, modifiers, text);
   }
   return true;
 }
 
-Qt::KeyboardModifiers modifiersOf(const QString& text) {
+Qt::KeyboardModifiers ModifiersOf(const QString& text) {
   Qt::KeyboardModifiers modifiers = Qt::NoModifier;
   for (const QString& word : text.toLower().split('+')) {
     if (word == "ctrl") modifiers |= Qt::ControlModifier;

@@ -12,20 +12,20 @@ namespace orv::app {
 // grabs, shortcuts and modal boxes have their say. A call may return late: a box or menu that it
 // opens may run an event loop of its own inside.
 
-void sendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
+void SendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
                Qt::KeyboardModifiers modifiers, bool twice);
 /// From one place to another in `steps` moves, both within `widget`; the mouse is let go over
 /// whatever lies there.
-void sendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
+void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
               Qt::KeyboardModifiers modifiers);
 /// Steps of the wheel, positive away from the user.
-void sendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers);
+void SendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers);
 /// To whatever has the focus, a key a letter.
-void sendText(const QString& text);
+void SendText(const QString& text);
 /// Such as "Ctrl+Shift+Z", "Space", "F2". False when there is no such key.
-bool sendKeys(const QString& keys);
+bool SendKeys(const QString& keys);
 
 /// "ctrl+shift"; unknown words are passed over.
-Qt::KeyboardModifiers modifiersOf(const QString& text);
+Qt::KeyboardModifiers ModifiersOf(const QString& text);
 
 }  // namespace orv::app

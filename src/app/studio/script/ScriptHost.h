@@ -14,16 +14,16 @@ class ScriptHost {
  public:
   virtual ~ScriptHost() = default;
 
-  virtual rws::core::CoreImplementation& scriptedCore() = 0;
+  virtual rws::core::CoreImplementation& ScriptedCore() = 0;
   // Without a question. An empty text means success, any other why not.
-  virtual std::string scriptNew() = 0;
-  virtual std::string scriptOpen(const std::string& path) = 0;
+  virtual std::string ScriptNew() = 0;
+  virtual std::string ScriptOpen(const std::string& path) = 0;
   /// An empty path: the scene's own file.
-  virtual std::string scriptSave(const std::string& path) = 0;
+  virtual std::string ScriptSave(const std::string& path) = 0;
   /// Run, time, frame, selection, names of undo steps, dirty, path.
-  virtual nlohmann::json scriptState() = 0;
+  virtual nlohmann::json ScriptState() = 0;
   /// Ends the program with this exit status, unsaved changes and all.
-  virtual void scriptQuit(int status) = 0;
+  virtual void ScriptQuit(int status) = 0;
 };
 
 }  // namespace orv::app

@@ -7,7 +7,7 @@ namespace orv::app {
 namespace {
 
 /// One word as it stands: quotes taken away; `key` is filled when it is key=value.
-bool readWord(const std::string& text, std::size_t& at, std::string& key, std::string& word,
+bool ReadWord(const std::string& text, std::size_t& at, std::string& key, std::string& word,
               bool& hasKey) {
   bool quoted = false;
   for (; at < text.size(); ++at) {
@@ -30,7 +30,7 @@ bool readWord(const std::string& text, std::size_t& at, std::string& key, std::s
 
 }  // namespace
 
-bool ScriptLine::parse(const std::string& text, ScriptLine& line, std::string& problem) {
+bool ScriptLine::Parse(const std::string& text, ScriptLine& line, std::string& problem) {
   line = {};
   std::size_t at = 0;
   for (;;) {
@@ -38,7 +38,7 @@ bool ScriptLine::parse(const std::string& text, ScriptLine& line, std::string& p
     if (at >= text.size() || (line.verb.empty() && text[at] == '#')) return true;
     std::string key, word;
     bool hasKey = false;
-    if (!readWord(text, at, key, word, hasKey)) {
+    if (!ReadWord(text, at, key, word, hasKey)) {
       problem = "a quote is not closed";
       return false;
     }

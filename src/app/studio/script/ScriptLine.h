@@ -15,16 +15,16 @@ struct ScriptLine {
   std::map<std::string, std::string> values;
 
   /// The first word, or empty.
-  std::string word() const { return words.empty() ? std::string() : words.front(); }
-  bool has(const std::string& key) const { return values.count(key) != 0; }
+  std::string Word() const { return words.empty() ? std::string() : words.front(); }
+  bool Has(const std::string& key) const { return values.count(key) != 0; }
   /// Empty when there is none.
-  std::string value(const std::string& key) const {
+  std::string Value(const std::string& key) const {
     const auto found = values.find(key);
     return found == values.end() ? std::string() : found->second;
   }
 
   /// False, with `problem` filled, when a quote is not closed.
-  static bool parse(const std::string& text, ScriptLine& line, std::string& problem);
+  static bool Parse(const std::string& text, ScriptLine& line, std::string& problem);
 };
 
 }  // namespace orv::app

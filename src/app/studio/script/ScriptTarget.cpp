@@ -18,41 +18,41 @@ namespace orv::app {
 
 namespace {
 
-QString text(const std::string& value) {
+QString Text(const std::string& value) {
   return QString::fromStdString(value);
 }
 
 /// As people read it: without the marks of mnemonics.
-QString plain(QString label) {
+QString Plain(QString label) {
   label.replace("&&", QChar(1)).remove('&').replace(QChar(1), "&");
   const int tab = label.indexOf('\t');
   return tab < 0 ? label : label.left(tab);
 }
 
-bool isNamed(QWidget& widget, const std::string& name) {
-  return accessibleNameOf(widget) == name;
+bool IsNamed(QWidget& widget, const std::string& name) {
+  return AccessibleNameOf(widget) == name;
 }
 
 /// In the order in which they are painted, which is that of their making.
-QWidget* findWidget(QWidget& window, const ScriptLine& line) {
+QWidget* FindWidget(QWidget& window, const ScriptLine& line) {
   QList<QWidget*> all = window.findChildren<QWidget*>();
   all.prepend(&window);
   for (QWidget* widget : all) {
     if (!widget->isVisible()) continue;
-    if (line.has("id") && widget->objectName() != text(line.value("id"))) continue;
-    if (line.has("name") && !isNamed(*widget, line.value("name"))) continue;
+    if (line.Has("id") && widget->objectName() != Text(line.Value("id"))) continue;
+    if (line.Has("name") && !IsNamed(*widget, line.Value("name"))) continue;
     return widget;
   }
   return nullptr;
 }
 
-void scrollTo(QWidget& widget) {
+void ScrollTo(QWidget& widget) {
   for (QWidget* around = widget.parentWidget(); around; around = around->parentWidget())
     if (auto* area = qobject_cast<QScrollArea*>(around)) area->ensureWidgetVisible(&widget);
 }
 
 /// The item whose texts lead down from the top, each part the text of the first column of a row.
-QModelIndex findRow(const QAbstractItemModel& model, const QString& path) {
+QModelIndex FindRow(const QAbstractItemModel& model, const QString& path) {
   QModelIndex found;
   for (const QString& part : path.split('/')) {
     QModelIndex next;
@@ -67,13 +67,13 @@ QModelIndex findRow(const QAbstractItemModel& model, const QString& path) {
   return found;
 }
 
-ScriptTarget rowTarget(QWidget& widget, const ScriptLine& line) {
+ScriptTarget RowTarget(QWidget& widget, const ScriptLine& line) {
   auto* view = qobject_cast<QAbstractItemView*>(&widget);
   if (!view) view = widget.findChild<QAbstractItemView*>();
   if (!view || !view->model()) return {nullptr, {}, "it has no rows"};
-  QModelIndex index = findRow(*view->model(), text(line.value("row")));
-  if (!index.isValid()) return {nullptr, {}, "it has no row \"" + line.value("row") + "\""};
-  if (line.has("column")) index = index.sibling(index.row(), text(line.value("column")).toInt());
+  QModelIndex index = FindRow(*view->model(), Text(line.Value("row")));
+  if (!index.isValid()) return {nullptr, {}, "it has no row \"" + line.Value("row") + "\""};
+  if (line.Has("column")) index = index.sibling(index.row(), Text(line.Value("column")).toInt());
   if (auto* tree = qobject_cast<QTreeView*>(view))
     for (QModelIndex up = index.parent(); up.isValid(); up = up.parent()) tree->expand(up);
   view->scrollTo(index);
@@ -83,36 +83,36 @@ ScriptTarget rowTarget(QWidget& widget, const ScriptLine& line) {
 }
 
 template <class MenuWidget>
-ScriptTarget actionTarget(const QList<MenuWidget*>& menus, const std::string& wanted) {
+ScriptTarget ActionTarget(const QList<MenuWidget*>& menus, const std::string& wanted) {
   for (MenuWidget* menu : menus)
     for (QAction* action : menu->actions())
-      if (menu->isVisible() && action->isVisible() && plain(action->text()) == text(wanted))
+      if (menu->isVisible() && action->isVisible() && Plain(action->text()) == Text(wanted))
         return action->isEnabled() ? ScriptTarget{menu, menu->actionGeometry(action).center(), {}}
                                    : ScriptTarget{nullptr, {}, "\"" + wanted + "\" is disabled"};
   return {nullptr, {}, "no menu shows \"" + wanted + "\""};
 }
 
-ScriptTarget menuTarget(const ScriptLine& line) {
-  if (line.has("menu")) {
-    QWidget* window = windowNamed(line.value("win"));
+ScriptTarget MenuTarget(const ScriptLine& line) {
+  if (line.Has("menu")) {
+    QWidget* window = WindowNamed(line.Value("win"));
     if (!window) return {nullptr, {}, "there is no such window"};
-    return actionTarget(window->findChildren<QMenuBar*>(), line.value("menu"));
+    return ActionTarget(window->findChildren<QMenuBar*>(), line.Value("menu"));
   }
   QList<QMenu*> menus;
   for (QWidget* widget : QApplication::topLevelWidgets())
     if (auto* menu = qobject_cast<QMenu*>(widget)) menus.append(menu);
-  return actionTarget(menus, line.value("action"));
+  return ActionTarget(menus, line.Value("action"));
 }
 
 }  // namespace
 
-std::string accessibleNameOf(QWidget& widget) {
-  if (!widget.accessibleName().isEmpty()) return plain(widget.accessibleName()).toStdString();
+std::string AccessibleNameOf(QWidget& widget) {
+  if (!widget.accessibleName().isEmpty()) return Plain(widget.accessibleName()).toStdString();
   QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&widget);
-  return accessible ? plain(accessible->text(QAccessible::Name)).toStdString() : std::string();
+  return accessible ? Plain(accessible->text(QAccessible::Name)).toStdString() : std::string();
 }
 
-QList<QWidget*> shownWindows() {
+QList<QWidget*> ShownWindows() {
   QList<QWidget*> shown;
   for (QWidget* widget : QApplication::topLevelWidgets())
     if (widget->isVisible() && widget->windowType() != Qt::ToolTip) shown.append(widget);
@@ -122,38 +122,38 @@ QList<QWidget*> shownWindows() {
   return shown;
 }
 
-QWidget* windowNamed(const std::string& name) {
+QWidget* WindowNamed(const std::string& name) {
   if (name.empty()) {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
     if (QWidget* active = QApplication::activeWindow()) return active;
   }
-  for (QWidget* window : shownWindows())
-    if (name.empty() || window->objectName() == text(name)) return window;
+  for (QWidget* window : ShownWindows())
+    if (name.empty() || window->objectName() == Text(name)) return window;
   return nullptr;
 }
 
-ScriptTarget findTarget(const ScriptLine& line) {
-  if (line.has("menu") || line.has("action")) return menuTarget(line);
+ScriptTarget FindTarget(const ScriptLine& line) {
+  if (line.Has("menu") || line.Has("action")) return MenuTarget(line);
   QWidget* widget = nullptr;
-  if (line.has("win")) {
-    QWidget* window = windowNamed(line.value("win"));
-    if (!window) return {nullptr, {}, "no window \"" + line.value("win") + "\" is shown"};
-    widget = findWidget(*window, line);
+  if (line.Has("win")) {
+    QWidget* window = WindowNamed(line.Value("win"));
+    if (!window) return {nullptr, {}, "no window \"" + line.Value("win") + "\" is shown"};
+    widget = FindWidget(*window, line);
   } else {
-    QList<QWidget*> windows = shownWindows();
-    if (QWidget* front = windowNamed({})) windows.prepend(front);
+    QList<QWidget*> windows = ShownWindows();
+    if (QWidget* front = WindowNamed({})) windows.prepend(front);
     if (QWidget* modal = QApplication::activeModalWidget()) windows = {modal};
     for (QWidget* window : windows)
-      if (!widget) widget = findWidget(*window, line);
+      if (!widget) widget = FindWidget(*window, line);
   }
   if (!widget) return {nullptr, {}, "nothing that is shown has this id or name"};
-  if (line.has("row")) return rowTarget(*widget, line);
-  scrollTo(*widget);
+  if (line.Has("row")) return RowTarget(*widget, line);
+  ScrollTo(*widget);
   ScriptTarget target{widget, widget->rect().center(), {}};
-  const QStringList at = text(line.value("at")).split(',');
+  const QStringList at = Text(line.Value("at")).split(',');
   if (at.size() == 2) target.point = {at[0].toInt(), at[1].toInt()};
   // A check box takes clicks on its box and text alone.
-  if (qobject_cast<QAbstractButton*>(widget) && !line.has("at"))
+  if (qobject_cast<QAbstractButton*>(widget) && !line.Has("at"))
     target.point.setX(std::min(target.point.x(), widget->sizeHint().width() / 2));
   return target;
 }

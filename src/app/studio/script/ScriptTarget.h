@@ -25,14 +25,14 @@ struct ScriptTarget {
 /// - `menu=TEXT`: an entry of a menu bar, `action=TEXT`: one of the menu that is open,
 /// - `at=X,Y`: in place of the middle.
 /// The first that is visible wins; one that is scrolled out of sight is scrolled into it.
-ScriptTarget findTarget(const ScriptLine& line);
+ScriptTarget FindTarget(const ScriptLine& line);
 
 /// The windows that are shown, in the order of their object names.
-QList<QWidget*> shownWindows();
+QList<QWidget*> ShownWindows();
 /// The window of that object name; empty: the one in front. Null when it isn't shown.
-QWidget* windowNamed(const std::string& name);
+QWidget* WindowNamed(const std::string& name);
 
 /// What a screen reader would say.
-std::string accessibleNameOf(QWidget& widget);
+std::string AccessibleNameOf(QWidget& widget);
 
 }  // namespace orv::app

@@ -16,7 +16,7 @@ namespace {
 using nlohmann::json;
 
 /// Buttons and labels say by their size hint how much room their text takes.
-bool isClipped(const QWidget& widget) {
+bool IsClipped(const QWidget& widget) {
   const auto* label = qobject_cast<const QLabel*>(&widget);
   if (label && label->wordWrap()) return label->heightForWidth(label->width()) > label->height();
   if (!label && !qobject_cast<const QAbstractButton*>(&widget)) return false;
@@ -24,16 +24,16 @@ bool isClipped(const QWidget& widget) {
   return hint.width() > widget.width() || hint.height() > widget.height();
 }
 
-json describe(QWidget& widget) {
+json Describe(QWidget& widget) {
   const QPoint at = widget.mapToGlobal({0, 0});
   json entry{{"id", widget.objectName().toStdString()},
              {"class", widget.metaObject()->className()},
-             {"name", accessibleNameOf(widget)},
+             {"name", AccessibleNameOf(widget)},
              {"rect", {at.x(), at.y(), widget.width(), widget.height()}},
              {"enabled", widget.isEnabled()},
              {"focusable", widget.focusPolicy() != Qt::NoFocus},
              {"focus", widget.hasFocus()},
-             {"clipped", isClipped(widget)}};
+             {"clipped", IsClipped(widget)}};
   if (QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&widget)) {
     const QMetaEnum roles = QMetaEnum::fromType<QAccessible::Role>();
     const char* role = roles.valueToKey(accessible->role());
@@ -51,16 +51,16 @@ json describe(QWidget& widget) {
 
 }  // namespace
 
-json dumpWidgets(QWidget& window) {
+json DumpWidgets(QWidget& window) {
   json entries = json::array();
   QList<QWidget*> all = window.findChildren<QWidget*>();
   all.prepend(&window);
   for (QWidget* widget : all) {
     if (!widget->isVisible()) continue;
-    if (widget->objectName().isEmpty() && accessibleNameOf(*widget).empty() &&
+    if (widget->objectName().isEmpty() && AccessibleNameOf(*widget).empty() &&
         widget->focusPolicy() == Qt::NoFocus)
       continue;
-    entries.push_back(describe(*widget));
+    entries.push_back(Describe(*widget));
   }
   return entries;
 }
