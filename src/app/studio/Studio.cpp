@@ -184,7 +184,6 @@ void Studio::UpdateMenu(gui::Menu& menu) {
     item.label = fileNameOf(file.path);
     item.tooltip = file.path;
     item.enabled = file.isThere;
-    item.translated = false;
     items.push_back(std::move(item));
   }
   menu.SetItems(kCommandRecent, std::move(items));
