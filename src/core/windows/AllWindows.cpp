@@ -4,6 +4,7 @@
 #include "core/windows/CountdownWindow.h"
 #include "core/windows/HotKeysWindow.h"
 #include "core/windows/LogWindow.h"
+#include "core/windows/MainWindow.h"
 #include "core/windows/MessageBoxWindow.h"
 #include "core/windows/PreferencesWindow.h"
 #include "core/windows/ResimulationWindow.h"
@@ -28,6 +29,7 @@ std::unique_ptr<Window> MakeOfRig(Windows& windows, int row) {
 }  // namespace
 
 void AddAllWindows(Windows& windows) {
+  windows.AddMaker(WindowKind::kMain, MakePlain<MainWindow>);
   windows.AddMaker(WindowKind::kToolConfig, MakeOfRig<ToolConfigPanel>);
   windows.AddMaker(WindowKind::kPreferences, MakePlain<PreferencesWindow>);
   windows.AddMaker(WindowKind::kHotKeys, MakePlain<HotKeysWindow>);
@@ -38,6 +40,7 @@ void AddAllWindows(Windows& windows) {
                      return std::make_unique<LogWindow>(all, history);
                    });
   Windows::Views& views = windows.GetViews();
+  views.main = [](Window& main) { return dynamic_cast<MainWindowView*>(&main); };
   views.countdown = [](Windows& all) { return new CountdownWindow(all); };
   views.resimulation = [](Windows& all) { return new ResimulationWindow(all); };
   views.messageBox = [](Windows& all, const std::string& title, const std::string& text,

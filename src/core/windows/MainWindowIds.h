@@ -31,10 +31,10 @@ enum MainWindowComponent : int {
   kNodeArea = 340,  ///< hidden where the host shows its scene by itself
   kNodeSearch,      ///< text box
   kNodeTree,
-  kNodeNotice,  ///< label
-  kNodePose,    ///< group
-  kNodeSpace,   ///< combo box: in its parent, in the world
-  kNodeFields,  ///< list around the nine below
+  kNodeNotice,         ///< label
+  kNodePose,           ///< group
+  kNodeSpace,          ///< combo box: in its parent, in the world
+  kNodeFields,         ///< list around the nine below
   kNodeNumbers = 350,  ///< spinners: translation, rotation, scale, x to z each
   kNodeGround = 360,   ///< entries of the tree's menu and of the menu bar
   kNodeFit,
