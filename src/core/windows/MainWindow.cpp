@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "core/CoreImplementation.h"
+#include "core/WindowIds.h"
 #include "core/windows/MainWindowDevices.h"
 #include "core/windows/MainWindowDock.h"
 #include "core/windows/MainWindowIds.h"

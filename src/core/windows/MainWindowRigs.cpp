@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/CoreImplementation.h"
+#include "core/host/AdaptorInterface.h"
 #include "core/instances/Instance.h"
 #include "core/tools/Tool.h"
 #include "core/windows/MainWindowIds.h"

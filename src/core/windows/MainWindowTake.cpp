@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "core/CoreImplementation.h"
+#include "core/WindowIds.h"
+#include "core/host/AdaptorInterface.h"
 #include "core/take/RunStatus.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"

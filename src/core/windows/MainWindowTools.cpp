@@ -71,7 +71,8 @@ void MainWindowTools::Fill() {
   for (const std::string& category : GetCore().GetLibrary().GetCategories()) {
     const int group = ++key;
     Tree::Row heading;
-    heading.cells = {{Translate(category)}};
+    heading.cells.resize(1);
+    heading.cells[0].text = Translate(category);
     heading.strong = true;
     tree->AddRow(group, Tree::kTop, -1, std::move(heading));
     for (Tool* tool : GetCore().GetLibrary().GetTools()) {
