@@ -94,7 +94,7 @@ TEST_F(MainWindow, FramesWhatTheProgramHas) {
 
 TEST_F(MainWindow, ArrangesRigs) {
   EXPECT_FALSE(Rigs().GetEmptyText().empty());
-  const int a = Add("1dpositioner", "A"), b = Add("1dpositioner", "B"), c = Add("1drotator", "C");
+  const int a = Add("1DPositioner", "A"), b = Add("1DPositioner", "B"), c = Add("1DRotator", "C");
   EXPECT_EQ(Shown(), "A B C");
   // Selection goes both ways.
   core.SetSelection({b});
@@ -139,7 +139,7 @@ TEST_F(MainWindow, ArrangesRigs) {
 }
 
 TEST_F(MainWindow, DocksTheParametersOfTheSelectedRigs) {
-  const int a = Add("1dpositioner", "A"), b = Add("1dpositioner", "B"), c = Add("1drotator", "C");
+  const int a = Add("1DPositioner", "A"), b = Add("1DPositioner", "B"), c = Add("1DRotator", "C");
   core.SetSelection({a, b, c});
   Window* panel = windows->Find(WindowKind::kToolConfig, a);
   ASSERT_TRUE(panel && panel->IsDocked() && panel->IsShown());
@@ -173,7 +173,7 @@ TEST_F(MainWindow, MakesRigsOfTheListOfTools) {
 TEST_F(MainWindow, RunsTakes) {
   EXPECT_FALSE(main->GetRoot()->Find(kTakeRecord)->IsEnabled());
   EXPECT_FALSE(main->GetRoot()->Find(kTakeRecord)->GetShownTooltip().empty());
-  const int rig = Add("1dpositioner", "A");
+  const int rig = Add("1DPositioner", "A");
   ASSERT_TRUE(main->GetRoot()->Find(kTakeRecord)->IsEnabled());
   The<Button>(kTakeRecord).Click();
   ASSERT_TRUE(core.IsRecording());
