@@ -50,6 +50,8 @@ std::string TextOf(const Problem& problem) {
 Studio::Studio(const StudioOptions& options)
     : m_options(options),
       m_systemPalette(QApplication::palette()),
+      m_browser(m_document.core(), m_document.adaptor(),
+                [this](double fps) { return TextOf(m_document.setFrameRate(fps)); }),
       m_devices([](const std::string&) {}),
       m_windows(m_document.core(), *this),
       m_keys(m_document.core()) {

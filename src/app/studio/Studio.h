@@ -9,6 +9,7 @@
 
 #include "app/session/anyhost/Devices.h"
 #include "app/session/document/SceneDocument.h"
+#include "app/studio/HeadlessBrowser.h"
 #include "app/studio/KeyFilter.h"
 #include "app/studio/StudioOptions.h"
 #include "app/studio/script/ScriptHost.h"
@@ -39,6 +40,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void OpenDropped(const std::vector<std::string>& paths) override;
   bool MayClose() override;
   void OnMainWindowClosed() override;
+  rws::core::windows::SceneBrowser* GetSceneBrowser() override { return &m_browser; }
   void ApplyAppearance() override;
 
   // ScriptHost
@@ -84,6 +86,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   StudioOptions m_options;
   QPalette m_systemPalette;  ///< as it was before any theme
   SceneDocument m_document;
+  HeadlessBrowser m_browser;
   Devices m_devices;
   rws::core::windows::Windows m_windows;
   KeyFilter m_keys;
