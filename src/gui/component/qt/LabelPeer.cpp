@@ -38,6 +38,8 @@ class LabelPeer : public PeerOf<Label, QLabel> {
 
   void UpdateContent(unsigned changes) override {
     if (changes & (kStyleChange | kMarkChange)) UpdateStyle();
+    // The colour of links is taken from the palette with the text.
+    if (Held()->HasLinks() && (changes & kStyleChange)) View()->clear();
     if (changes & (kLabelChange | kImageChange)) UpdateText();
   }
 
@@ -73,6 +75,8 @@ class LabelPeer : public PeerOf<Label, QLabel> {
       View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View()));
       return;
     }
+    // What code sets has no mnemonics.
+    if (!Held()->IsDocumentLabel() && View()->buddy()) View()->setBuddy(nullptr);
     const QString text = ToQt(Held()->GetShownText());
     if (View()->text() != text) View()->setText(text);
   }
