@@ -24,23 +24,9 @@
 #include "gui/component/qt/Realise.h"
 #include "plugins/release/all/AllRigs.h"
 #include "support/TempFolder.h"
+#include "support/WidgetApplication.h"
 
 namespace orv::tests {
-
-/// An application with widgets, made before the first test of a program.
-class WidgetApplication : public testing::Environment {
- public:
-  void SetUp() override { m_application = std::make_unique<QApplication>(m_argc, m_argv); }
-  void TearDown() override { m_application.reset(); }
-
- private:
-  int m_argc = 1;
-  char m_name[5] = "test";
-  char* m_argv[2] = {m_name, nullptr};
-  std::unique_ptr<QApplication> m_application;
-};
-inline testing::Environment* const kWidgetApplication =
-    testing::AddGlobalTestEnvironment(new WidgetApplication);
 
 /// A program around the windows that notes what it is asked for.
 class NotingProgram : public rws::core::windows::Program {

@@ -114,9 +114,11 @@ void ParameterRows::AddGroup(const ConfigElement& group, gui::Component& into,
   if (!root) return;
   root->SetRow(kFirstGroupRow + static_cast<int>(m_groups.size()));
   m_groups.push_back({&group, root, {}});
-  root->SetLabel(gui::Translate(group.label()));
-  root->SetTooltip(gui::Translate(group.tooltip()));
-  if (auto* fold = dynamic_cast<Group*>(root)) fold->SetFolded(folded.count(group.label()) != 0);
+  With<Group>(*root, kGroupBox, [&](Group& box) {
+    box.GetComponent().SetLabel(gui::Translate(group.label()));
+    box.GetComponent().SetTooltip(gui::Translate(group.tooltip()));
+    box.SetFolded(folded.count(group.label()) != 0);
+  });
   gui::Component* rows = root->Find(kGroupRows);
   const std::string words = around + " " + WordsOf(group);
   for (const auto& child : group.children())
@@ -278,7 +280,7 @@ const ConfigElement* ParameterRows::GroupOf(const gui::Component& source) const 
 std::set<std::string> ParameterRows::GetFolded() const {
   std::set<std::string> folded;
   for (const Row& group : m_groups)
-    if (const auto* fold = dynamic_cast<const Group*>(group.root); fold && fold->IsFolded())
+    if (const auto* fold = group.root->Get<Group>(kGroupBox); fold && fold->IsFolded())
       folded.insert(group.element->label());
   return folded;
 }

@@ -43,6 +43,7 @@ enum ParameterRowId : int {
   kRowSlider = 3,
   kRowReset = 4,  ///< button
   kGroupRows = 5,
+  kGroupBox = 6,
 };
 
 }  // namespace orv::rws::core::windows

@@ -7,6 +7,7 @@
 #include "core/windows/MainWindow.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
+#include "core/windows/ToolConfigIds.h"
 #include "gui/GuiMessages.h"
 #include "gui/component/Tree.h"
 #include "gui/componentinterface/Button.h"
@@ -143,6 +144,7 @@ TEST_F(MainWindow, DocksTheParametersOfTheSelectedRigs) {
   core.SetSelection({a, b, c});
   Window* panel = windows->Find(WindowKind::kToolConfig, a);
   ASSERT_TRUE(panel && panel->IsDocked() && panel->IsShown());
+  EXPECT_GT(panel->GetRoot()->Find(kConfigRows)->childCount(), 0);
   core.SetSelection({c});
   EXPECT_FALSE(panel->IsShown());
   EXPECT_TRUE(windows->Find(WindowKind::kToolConfig, c)->IsShown());
