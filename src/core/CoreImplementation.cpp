@@ -81,6 +81,11 @@ MainWindowView* CoreImplementation::GetMainWindow() const {
   return m_pUserInterface ? m_pUserInterface->GetMainWindow() : nullptr;
 }
 
+gui::Component* CoreImplementation::GetRootComponent() {
+  MainWindowView* const window = GetMainWindow();
+  return window ? window->GetRootComponent() : nullptr;
+}
+
 int CoreImplementation::ShowMainWindow(void* parent) {
   if (IsMainWindowOpen()) {
     m_pUserInterface->RaiseMainWindow();

@@ -136,7 +136,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   int ShowMainWindow(void* parent) override;
   int HideMainWindow() override;
   bool IsMainWindowOpen() override;
-  gui::Component* GetRootComponent() override { return nullptr; }
+  gui::Component* GetRootComponent() override;
   void RegisterFactories(util::AbstractFactory<gui::Component>* table) override;
   void GetCountdownSeconds(int& out) override;
   void UpdateTime(double time) override;

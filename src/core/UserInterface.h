@@ -4,6 +4,10 @@
 
 #include <string>
 
+namespace orv::gui {
+class Component;
+}
+
 namespace orv::rws::core {
 
 /// State of the main window; numbers are those of MainWindowId.
@@ -18,6 +22,8 @@ class MainWindowView {
   virtual void SetRecordState(bool recording) = 0;
   /// Native window handle, for drivers that need one; null without.
   virtual void* GetWindowHandle() { return nullptr; }
+  /// Root of its components; null without.
+  virtual gui::Component* GetRootComponent() { return nullptr; }
 };
 
 /// Shows the whole seconds left before a take and the fraction of the running second.

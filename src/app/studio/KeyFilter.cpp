@@ -1,0 +1,37 @@
+#include "app/studio/KeyFilter.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+#include "core/CoreImplementation.h"
+#include "core/HotKeys.h"
+
+namespace orv::app {
+
+KeyFilter::KeyFilter(rws::core::CoreImplementation& core) : m_core(core) {
+  QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool KeyFilter::eventFilter(QObject*, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (type != QEvent::KeyPress && type != QEvent::KeyRelease && type != QEvent::ShortcutOverride)
+    return false;
+  auto* key = static_cast<QKeyEvent*>(event);
+  if (type == QEvent::KeyRelease) {
+    if (key->key() != m_taken) return false;
+    if (!key->isAutoRepeat()) m_taken = 0;
+    return true;
+  }
+  // One press comes as an override and then as a press, to the window and then to its widget.
+  if (key->key() == m_taken) return true;
+  const rws::core::KeyModifiers modifiers{bool(key->modifiers() & Qt::ControlModifier),
+                                          bool(key->modifiers() & Qt::ShiftModifier),
+                                          bool(key->modifiers() & Qt::AltModifier)};
+  const int code = rws::core::VirtualKeyOf(key->key(), key->modifiers() & Qt::KeypadModifier);
+  if (code == 0 || !m_core.HandleKey(code, modifiers)) return false;
+  m_taken = key->key();
+  event->accept();
+  return true;
+}
+
+}  // namespace orv::app

@@ -1,0 +1,24 @@
+// What the desktop program is started with.
+#pragma once
+
+#include <string>
+
+namespace orv::app {
+
+/// Empty, or not positive: as the preferences have it.
+struct StudioOptions {
+  std::string scene;
+  std::string script;    ///< file of commands, "-" for standard input
+  std::string geometry;  ///< WIDTHxHEIGHT[+X+Y] of the main window
+  std::string theme;     ///< dark or light
+  std::string language;  ///< en or de
+  std::string dataRoot;
+  double scale = 0.0;  ///< of everything, 1 for 96 dpi
+  int seed = 0;        ///< of the random events that a test makes
+};
+
+/// Reads the command line. True when the program is to go on; else `status` is its exit status, and
+/// what was to be said has been said.
+bool ReadOptions(int argc, char** argv, StudioOptions& options, int& status);
+
+}  // namespace orv::app

@@ -1,0 +1,31 @@
+// What a user's hands do, as events of the window system.
+#pragma once
+
+#include <QPoint>
+#include <QString>
+
+class QWidget;
+
+namespace orv::app {
+
+// Each goes the way of a real event, through the window that the widget lies in, so that popups,
+// grabs, shortcuts and modal boxes have their say. A call may return late: a box or menu that it
+// opens may run an event loop of its own inside.
+
+void SendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
+               Qt::KeyboardModifiers modifiers, bool twice);
+/// From one place to another in `steps` moves, both within `widget`; the mouse is let go over
+/// whatever lies there.
+void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
+              Qt::KeyboardModifiers modifiers);
+/// Steps of the wheel, positive away from the user.
+void SendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers);
+/// To whatever has the focus, a key a letter.
+void SendText(const QString& text);
+/// Such as "Ctrl+Shift+Z", "Space", "F2". False when there is no such key.
+bool SendKeys(const QString& keys);
+
+/// "ctrl+shift"; unknown words are passed over.
+Qt::KeyboardModifiers ModifiersOf(const QString& text);
+
+}  // namespace orv::app

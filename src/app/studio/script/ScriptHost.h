@@ -1,0 +1,29 @@
+// What a script asks of the program that it drives.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+namespace orv::rws::core {
+class CoreImplementation;
+}
+
+namespace orv::app {
+
+class ScriptHost {
+ public:
+  virtual ~ScriptHost() = default;
+
+  virtual rws::core::CoreImplementation& ScriptedCore() = 0;
+  // Without a question. An empty text means success, any other why not.
+  virtual std::string ScriptNew() = 0;
+  virtual std::string ScriptOpen(const std::string& path) = 0;
+  /// An empty path: the scene's own file.
+  virtual std::string ScriptSave(const std::string& path) = 0;
+  /// Run, time, frame, selection, names of undo steps, dirty, path.
+  virtual nlohmann::json ScriptState() = 0;
+  /// Ends the program with this exit status, unsaved changes and all.
+  virtual void ScriptQuit(int status) = 0;
+};
+
+}  // namespace orv::app
