@@ -90,7 +90,7 @@ void HeadlessBrowser::Number() {
   m_scene = &m_host.GetScene();
   m_isOld = false;
   m_nodes.clear();
-  for (SceneNode* node : m_host.GetScene().nodes()) m_nodes[KeyOf(*node)] = node;
+  for (SceneNode* node : m_host.GetScene().GetNodes()) m_nodes[KeyOf(*node)] = node;
 }
 
 HeadlessBrowser::SceneNode* HeadlessBrowser::Find(int key) {
@@ -115,17 +115,17 @@ std::vector<HeadlessBrowser::Node> HeadlessBrowser::GetNodes() {
   Number();
   std::vector<Node> nodes;
   nodes.reserve(m_nodes.size());
-  for (const SceneNode* from : m_host.GetScene().nodes()) {
+  for (const SceneNode* from : m_host.GetScene().GetNodes()) {
     Node node;
     node.key = KeyOf(*from);
-    node.parent = from->parent() ? KeyOf(*from->parent()) : 0;
-    node.type = from->lens()      ? Type::kCamera
-                : from->hasMesh() ? Type::kMesh
-                : from->curve()   ? Type::kCurve
+    node.parent = from->GetParent() ? KeyOf(*from->GetParent()) : 0;
+    node.type = from->GetLens()      ? Type::kCamera
+                : from->HasMesh() ? Type::kMesh
+                : from->GetCurve()   ? Type::kCurve
                                   : Type::kGroup;
-    node.name = from->name();
-    node.keyed = from->hasKeys();
-    node.ofRig = !from->tag().empty() || from->isHub();
+    node.name = from->GetName();
+    node.keyed = from->HasKeys();
+    node.ofRig = !from->GetTag().empty() || from->IsHub();
     nodes.push_back(std::move(node));
   }
   return nodes;
@@ -135,7 +135,7 @@ std::vector<int> HeadlessBrowser::GetSelection() {
   std::vector<int> keys;
   for (rws::adaptor::HostNode* node : m_host.GetSelection())
     if (const SceneNode* from = static_cast<HostNode*>(node)->GetSceneNode())
-      if (from->scene()) keys.push_back(KeyOf(*from));
+      if (from->GetScene()) keys.push_back(KeyOf(*from));
   return keys;
 }
 
@@ -154,8 +154,8 @@ std::vector<int> HeadlessBrowser::GetDriven(int rigRow) {
     for (rws::core::CoreNode* node : rig->GetNodes())
       driven.insert(static_cast<HostNode*>(node)->GetSceneNode());
   // Parents come before their children.
-  for (const SceneNode* node : m_host.GetScene().nodes()) {
-    if (!driven.count(node) && (!node->parent() || !driven.count(node->parent()))) continue;
+  for (const SceneNode* node : m_host.GetScene().GetNodes()) {
+    if (!driven.count(node) && (!node->GetParent() || !driven.count(node->GetParent()))) continue;
     driven.insert(node);
     keys.push_back(KeyOf(*node));
   }
@@ -168,11 +168,11 @@ bool HeadlessBrowser::GetPose(int key, Space space, Pose& pose) {
   const SceneNode* node = Find(key);
   if (!node) return false;
   const double time = m_host.GetCurrentTime();
-  const Trs held = space == Space::kParent ? node->localTrs(time)
-                                           : rws::adaptor::decompose(node->worldMatrix(time));
+  const Trs held = space == Space::kParent ? node->LocalTrs(time)
+                                           : rws::adaptor::Decompose(node->WorldMatrix(time));
   pose.translation = held.translation;
   pose.rotation =
-      rws::adaptor::toEuler(held.rotation, rws::adaptor::RotationOrder::kXyz) * kDegrees;
+      rws::adaptor::ToEuler(held.rotation, rws::adaptor::RotationOrder::kXyz) * kDegrees;
   pose.scale = held.scale;
   return true;
 }
@@ -186,27 +186,27 @@ std::string HeadlessBrowser::SetPose(int key, Space space, const Pose& pose) {
              scaled = pose.scale != held.scale;
   Trs wanted;
   wanted.translation = pose.translation;
-  wanted.rotation = rotationFromDegrees(pose.rotation);
+  wanted.rotation = RotationFromDegrees(pose.rotation);
   wanted.scale = pose.scale;
-  if (const SceneNode* parent = node->GetSceneNode()->parent();
+  if (const SceneNode* parent = node->GetSceneNode()->GetParent();
       parent && space == Space::kWorld &&
-      !rws::adaptor::poseUnder(parent->worldMatrix(time), rws::adaptor::compose(wanted), wanted))
+      !rws::adaptor::PoseUnder(parent->WorldMatrix(time), rws::adaptor::Compose(wanted), wanted))
     return Translate("%1 can't be placed in the world: a node above it has a scale of 0.",
                      {node->GetSceneName()});
-  if (!rws::adaptor::isFinite(wanted)) return Translate("That is no place in the scene.");
+  if (!rws::adaptor::IsFinite(wanted)) return Translate("That is no place in the scene.");
   // What stays gets no key.
   PlacedPose placed;
   if (moved) placed.translation = wanted.translation;
   if (turned) placed.rotation = wanted.rotation;
   if (scaled) placed.scale = wanted.scale;
   if (!moved && !turned && !scaled) return {};
-  return placeNode(*node, placed, time).error;
+  return PlaceNode(*node, placed, time).error;
 }
 
 // --- the tree ---
 
 std::string HeadlessBrowser::Hang(HostNode& node, HostNode* parent) {
-  if (parent && (parent == &node || parent->GetSceneNode()->isUnder(*node.GetSceneNode())))
+  if (parent && (parent == &node || parent->GetSceneNode()->IsUnder(*node.GetSceneNode())))
     return Translate("%1 can't hang below itself.", {node.GetSceneName()});
   return node.SetParent(parent)
              ? std::string()
@@ -223,19 +223,19 @@ std::string HeadlessBrowser::MoveUnder(const std::vector<int>& keys, int parent)
     if (!node) continue;
     // What hangs on another one that moves stays on it.
     bool carried = false;
-    for (const SceneNode* at = node->GetSceneNode()->parent(); at; at = at->parent())
+    for (const SceneNode* at = node->GetSceneNode()->GetParent(); at; at = at->GetParent())
       carried = carried || std::find(keys.begin(), keys.end(), KeyOf(*at)) != keys.end();
     const std::string problem = carried ? std::string() : Hang(*node, under);
     if (!problem.empty()) return problem;
   }
-  block.keep();
+  block.Keep();
   return {};
 }
 
 std::string HeadlessBrowser::UseAsGround(int rigRow, const std::vector<int>& keys,
                                          std::string& told) {
   rws::core::Instance* rig = FindRig(rigRow);
-  const auto ground = rig ? groundOf(*rig) : std::nullopt;
+  const auto ground = rig ? GroundOf(*rig) : std::nullopt;
   if (!ground) return Translate("This rig meets no ground.");
   HostNode* marker = m_host.FindSceneNode(ground->declaredBy);
   if (!marker) return Translate("The rig's node that tells its ground is gone; undo its deletion.");
@@ -249,10 +249,10 @@ std::string HeadlessBrowser::UseAsGround(int rigRow, const std::vector<int>& key
     if (!problem.empty()) return problem;
     first = false;
   }
-  const auto met = groundOf(*rig);
+  const auto met = GroundOf(*rig);
   if (!met || met->meshes == 0) return Translate("There is no mesh in what is selected.");
-  block.keep();
-  told = groundText(*met);
+  block.Keep();
+  told = GroundText(*met);
   return {};
 }
 
@@ -261,19 +261,19 @@ std::string HeadlessBrowser::UseAsGround(int rigRow, const std::vector<int>& key
 std::string HeadlessBrowser::WhyNotFit(int rigRow) {
   rws::core::Instance* rig = FindRig(rigRow);
   if (!rig) return Translate("Select a rig first.");
-  return TextOf(checkFittedRig(*rig));
+  return TextOf(CheckFittedRig(*rig));
 }
 
 HeadlessBrowser::Car HeadlessBrowser::GuessCar(int key) {
   Car car;
   const SceneNode* chosen = Find(key);
-  for (const SceneNode* node : m_host.GetScene().nodes()) {
-    if (!node->tag().empty() || node->isHub()) continue;
-    const int wheel = WheelOfName(node->name());
+  for (const SceneNode* node : m_host.GetScene().GetNodes()) {
+    if (!node->GetTag().empty() || node->IsHub()) continue;
+    const int wheel = WheelOfName(node->GetName());
     if (wheel >= 0 && car.wheels[wheel] == 0) car.wheels[wheel] = KeyOf(*node);
-    if (wheel < 0 && car.body == 0 && IsBodyName(node->name())) car.body = KeyOf(*node);
+    if (wheel < 0 && car.body == 0 && IsBodyName(node->GetName())) car.body = KeyOf(*node);
   }
-  if (chosen && chosen->tag().empty() && WheelOfName(chosen->name()) < 0) car.body = key;
+  if (chosen && chosen->GetTag().empty() && WheelOfName(chosen->GetName()) < 0) car.body = key;
   return car;
 }
 
@@ -287,7 +287,7 @@ std::string HeadlessBrowser::FitCar(int rigRow, const Car& car, std::string& tol
     complete = complete && model.wheels[i];
   }
   if (!complete) return Translate("The rig or a part of the car is gone.");
-  const CarFit fit = fitCar(*rig, model);
+  const CarFit fit = app::FitCar(*rig, model);
   for (const Problem& odd : fit.odd) told += (told.empty() ? "" : "\n") + TextOf(odd);
   return TextOf(fit.problem);
 }

@@ -50,14 +50,14 @@ std::string TextOf(const Problem& problem) {
 Studio::Studio(const StudioOptions& options)
     : m_options(options),
       m_systemPalette(QApplication::palette()),
-      m_browser(m_document.core(), m_document.adaptor(),
-                [this](double fps) { return TextOf(m_document.setFrameRate(fps)); }),
+      m_browser(m_document.GetCore(), m_document.GetAdaptor(),
+                [this](double fps) { return TextOf(m_document.SetFrameRate(fps)); }),
       m_devices([](const std::string&) {}),
-      m_windows(m_document.core(), *this),
-      m_keys(m_document.core()) {
+      m_windows(m_document.GetCore(), *this),
+      m_keys(m_document.GetCore()) {
   AddAllWindows(m_windows);
-  m_document.setChangeHandler([this] { m_windows.TellSceneChanged(); });
-  m_document.setTroubleHandler([this](const Problem& problem) {
+  m_document.SetChangeHandler([this] { m_windows.TellSceneChanged(); });
+  m_document.SetTroubleHandler([this](const Problem& problem) {
     LogEntry(LogLevel::kWarning, TextOf(problem));
     // Not within what has failed: it may be a take's first frame.
     QTimer::singleShot(0, this, [this, problem] { Show(Translate("Autosave"), problem); });
@@ -73,8 +73,8 @@ bool Studio::Begin(std::string& problem) {
     return false;
   }
   SetGeometry(m_options.geometry);
-  if (!m_devices.problem().empty()) LogEntry(LogLevel::kWarning, m_devices.problem());
-  m_document.newScene();
+  if (!m_devices.GetProblem().empty()) LogEntry(LogLevel::kWarning, m_devices.GetProblem());
+  m_document.NewScene();
   if (!m_options.scene.empty()) Open(m_options.scene);
   if (m_options.script.empty()) {
     QTimer::singleShot(0, this, [this] { OfferLeftovers(); });
@@ -97,7 +97,7 @@ void Studio::SetGeometry(const std::string& geometry) {
 // --- what is shown ---
 
 int Studio::Ask(const std::string& title, const std::string& text, unsigned flags) {
-  return m_document.core().MessageBox(title, text, flags);
+  return m_document.GetCore().MessageBox(title, text, flags);
 }
 
 void Studio::Show(const std::string& title, const Problem& problem) {
@@ -124,15 +124,15 @@ bool Studio::ShowResult(const std::string& title, const DocumentResult& result) 
 }
 
 std::string Studio::GetSceneTitle() const {
-  return m_document.title();
+  return m_document.GetTitle();
 }
 
 bool Studio::IsSceneChanged() const {
-  return m_document.isDirty();
+  return m_document.IsDirty();
 }
 
 void Studio::ApplyAppearance() {
-  const auto& preferences = m_document.core().GetPreferences();
+  const auto& preferences = m_document.GetCore().GetPreferences();
   using Choice = rws::core::Preferences::Theme;
   Choice theme = preferences.theme;
   if (!m_options.theme.empty()) theme = m_options.theme == "light" ? Choice::kLight : Choice::kDark;
@@ -168,7 +168,7 @@ bool Studio::HasCommand(int id) const {
 
 void Studio::RunCommand(int id) {
   if (id >= kFirstRecent && id < kFirstExample) {
-    const auto recent = RecentFiles::list();
+    const auto recent = RecentFiles::List();
     const auto index = static_cast<std::size_t>(id - kFirstRecent);
     if (index < recent.size() && MayDiscard()) Open(recent[index].path);
     return;
@@ -180,10 +180,10 @@ void Studio::RunCommand(int id) {
 void Studio::UpdateMenu(gui::Menu& menu) {
   std::vector<gui::MenuItem> items;
   int id = kFirstRecent;
-  for (const RecentFile& file : RecentFiles::list()) {
+  for (const RecentFile& file : RecentFiles::List()) {
     gui::MenuItem item;
     item.id = id++;
-    item.label = fileNameOf(file.path);
+    item.label = FileNameOf(file.path);
     item.tooltip = file.path;
     item.enabled = file.isThere;
     items.push_back(std::move(item));
@@ -192,7 +192,7 @@ void Studio::UpdateMenu(gui::Menu& menu) {
 }
 
 void Studio::NewScene() {
-  if (MayDiscard()) ShowResult(Translate("New scene"), m_document.newScene());
+  if (MayDiscard()) ShowResult(Translate("New scene"), m_document.NewScene());
 }
 
 void Studio::OpenScene() {
@@ -202,34 +202,34 @@ void Studio::OpenScene() {
 }
 
 void Studio::Open(const std::string& path) {
-  ShowResult(Translate("Open"), m_document.open(path));
+  ShowResult(Translate("Open"), m_document.Open(path));
 }
 
 bool Studio::Save() {
-  if (m_document.path().empty()) return SaveAs();
-  DocumentResult result = m_document.save();
+  if (m_document.GetPath().empty()) return SaveAs();
+  DocumentResult result = m_document.Save();
   if (result.isAsked) {
     if (Ask(Translate("Save"), TextOf(result.problem), rws::kButtonsYesNo | rws::kIconQuestion) !=
         rws::kAnswerYes)
       return false;
-    result = m_document.save(Overwrite::kOverwrite);
+    result = m_document.Save(Overwrite::kOverwrite);
   }
   return ShowResult(Translate("Save"), result);
 }
 
 bool Studio::SaveAs() {
   const std::string path = m_windows.ChooseFileToSave(Translate("Save as"), SceneFilter(), "scenes",
-                                                      m_document.title(), ".glb");
+                                                      m_document.GetTitle(), ".glb");
   if (path.empty()) return false;
   // The dialog has asked about a file that is there.
-  return ShowResult(Translate("Save as"), m_document.saveAs(path, Overwrite::kOverwrite));
+  return ShowResult(Translate("Save as"), m_document.SaveAs(path, Overwrite::kOverwrite));
 }
 
 bool Studio::MayDiscard() {
-  m_document.endRun();
-  if (!m_document.isDirty()) return true;
+  m_document.EndRun();
+  if (!m_document.IsDirty()) return true;
   const int answer =
-      Ask(Translate("Unsaved changes"), Translate("Save the changes of %1?", {m_document.title()}),
+      Ask(Translate("Unsaved changes"), Translate("Save the changes of %1?", {m_document.GetTitle()}),
           rws::kButtonsYesNoCancel | rws::kIconQuestion);
   if (answer == rws::kAnswerYes) return Save();
   return answer == rws::kAnswerNo;
@@ -244,7 +244,7 @@ bool Studio::MayClose() {
 }
 
 void Studio::OnMainWindowClosed() {
-  m_document.close();
+  m_document.Close();
   QApplication::quit();
 }
 
@@ -257,17 +257,17 @@ void Studio::ShowHelp() {
 }
 
 void Studio::OfferLeftovers() {
-  for (Leftover& leftover : findLeftovers()) {
+  for (Leftover& leftover : FindLeftovers()) {
     std::string text = Translate("%1 was not saved when the program ended.", {leftover.title});
     if (leftover.hasTake)
       text += " " + Translate("A take of %1 s was running.",
-                              {QString::number(leftover.takeSeconds(), 'f', 1).toStdString()});
+                              {QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString()});
     text += "\n\n" + Translate("Open what there is of it? No removes it for good.");
     const int answer =
         Ask(Translate("Recovery"), text, rws::kButtonsYesNoCancel | rws::kIconQuestion);
-    if (answer == rws::kAnswerNo) discard(std::move(leftover));
+    if (answer == rws::kAnswerNo) Discard(std::move(leftover));
     if (answer != rws::kAnswerYes) continue;
-    ShowResult(Translate("Recovery"), m_document.restore(std::move(leftover)));
+    ShowResult(Translate("Recovery"), m_document.Restore(std::move(leftover)));
     return;
   }
 }
@@ -275,41 +275,41 @@ void Studio::OfferLeftovers() {
 // --- the script ---
 
 rws::core::CoreImplementation& Studio::ScriptedCore() {
-  return m_document.core();
+  return m_document.GetCore();
 }
 
 std::string Studio::ScriptNew() {
-  return TextOf(m_document.newScene().problem);
+  return TextOf(m_document.NewScene().problem);
 }
 
 std::string Studio::ScriptOpen(const std::string& path) {
-  return TextOf(m_document.open(path).problem);
+  return TextOf(m_document.Open(path).problem);
 }
 
 std::string Studio::ScriptSave(const std::string& path) {
   return TextOf(
-      (path.empty() ? m_document.save() : m_document.saveAs(path, Overwrite::kOverwrite)).problem);
+      (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }
 
 nlohmann::json Studio::ScriptState() {
-  auto& core = m_document.core();
+  auto& core = m_document.GetCore();
   static const char* const kRuns[] = {"idle", "countdown", "recording", "resimulating"};
-  const UndoList undo = m_document.undoList();
+  const UndoList undo = m_document.GetUndoList();
   nlohmann::json selection = nlohmann::json::array();
   for (const int row : core.GetSelection())
     if (const auto* found = core.FindRow(row)) selection.push_back(found->GetLabel());
   return {{"run", kRuns[static_cast<int>(core.GetRunState())]},
-          {"time", m_document.adaptor().GetCurrentTime()},
-          {"frame", core.FrameIndex(m_document.adaptor().GetCurrentTime())},
+          {"time", m_document.GetAdaptor().GetCurrentTime()},
+          {"frame", core.FrameIndex(m_document.GetAdaptor().GetCurrentTime())},
           {"selection", selection},
           {"undo", undo.names},
           {"undoPosition", undo.position},
-          {"dirty", m_document.isDirty()},
-          {"path", m_document.path()}};
+          {"dirty", m_document.IsDirty()},
+          {"path", m_document.GetPath()}};
 }
 
 void Studio::ScriptQuit(int status) {
-  m_document.close();
+  m_document.Close();
   QApplication::exit(status);
 }
 

@@ -27,17 +27,17 @@ using gui::Translate;
 void Studio::ExportScene() {
   const std::string title = Translate("Export for delivery");
   const std::string path = m_windows.ChooseFileToSave(title, Translate("Scenes (*.glb *.gltf)"),
-                                                      "exports", m_document.title(), ".glb");
+                                                      "exports", m_document.GetTitle(), ".glb");
   if (path.empty()) return;
   // A scene of its own: the open one keeps its rigs.
   const QTemporaryDir folder;
   const std::string copy = QFile::encodeName(folder.filePath("scene.glb")).toStdString();
-  std::string problem = m_document.session().save(copy);
+  std::string problem = m_document.GetSession().Save(copy);
   if (!problem.empty()) return Show(title, Problem{"", problem, "", {}});
-  auto read = rws::adaptor::headless::GltfReader::read(copy, {});
+  auto read = rws::adaptor::headless::GltfReader::Read(copy, {});
   if (!read) return Show(title, Problem{"", read.error, "", {}});
-  CleanResult cleaned = cleanScene(*read.scene, {}, keyedRange(*read.scene), Monitor());
-  problem = writeDelivery(*read.scene, path, cleaned.warnings);
+  CleanResult cleaned = CleanScene(*read.scene, {}, KeyedRange(*read.scene), Monitor());
+  problem = WriteDelivery(*read.scene, path, cleaned.warnings);
   DocumentResult result;
   result.problem = Problem{"", problem, "", {}};
   result.warnings = std::move(cleaned.warnings);
@@ -47,26 +47,26 @@ void Studio::ExportScene() {
 void Studio::ExportPoses() {
   const std::string path =
       m_windows.ChooseFileToSave(Translate("Export poses"), Translate("Tables (*.csv)"), "exports",
-                                 m_document.title() + ".csv", ".csv");
+                                 m_document.GetTitle() + ".csv", ".csv");
   if (path.empty()) return;
   const PosesResult written =
-      writePoses(m_document.scene(), {}, playbackRange(m_document.scene()), path, Monitor());
+      WritePoses(m_document.GetScene(), {}, PlaybackRange(m_document.GetScene()), path, Monitor());
   if (!written.error.empty()) Show(Translate("Export poses"), Problem{"", written.error, "", {}});
 }
 
 void Studio::ExportPicture() {
   const std::string path =
       m_windows.ChooseFileToSave(Translate("Export picture"), Translate("Pictures (*.png *.svg)"),
-                                 "exports", m_document.title() + ".png", ".png");
+                                 "exports", m_document.GetTitle() + ".png", ".png");
   if (path.empty()) return;
   std::vector<PlottedScene> scenes;
-  scenes.push_back(plotScene(m_document.scene(), m_document.core().List(false),
-                             playbackRange(m_document.scene()), m_document.title(), Monitor()));
+  scenes.push_back(PlotScene(m_document.GetScene(), m_document.GetCore().List(false),
+                             PlaybackRange(m_document.GetScene()), m_document.GetTitle(), Monitor()));
   if (scenes.front().data.paths.empty())
     return Show(Translate("Export picture"),
-                Problem{m_document.title(), Translate("there is no rig to draw"), "", {}});
-  const PlotSheet sheet = sheetOf(std::move(scenes));
-  const std::string picture = endingOf(path) == ".svg" ? drawSvg(sheet) : drawPng(sheet);
+                Problem{m_document.GetTitle(), Translate("there is no rig to draw"), "", {}});
+  const PlotSheet sheet = SheetOf(std::move(scenes));
+  const std::string picture = EndingOf(path) == ".svg" ? DrawSvg(sheet) : DrawPng(sheet);
   std::string error = picture.empty() ? Translate("the picture could not be made") : std::string();
   if (error.empty()) util::writeFile(path, picture, &error);
   if (!error.empty()) Show(Translate("Export picture"), Problem{path, error, "", {}});

@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 #include <iostream>
 
-#include "core/services/UpdateManager.h"
+#include "core/update/UpdateManager.h"
 
 namespace orv::app {
 

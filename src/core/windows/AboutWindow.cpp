@@ -1,6 +1,6 @@
 #include "core/windows/AboutWindow.h"
 
-#include "core/services/UpdateManager.h"
+#include "core/update/UpdateManager.h"
 #include "core/windows/SmallWindowIds.h"
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"

@@ -31,9 +31,9 @@ using Kind = ConfigElement::Kind;
 constexpr int kFirstGroupRow = 1000000;
 
 const char* DocumentOf(const ConfigElement& element) {
-  if (element.kind() == Kind::kLabel) return kNoteRow;
-  if (element.isReadOnly()) return kGaugeRow;
-  switch (element.kind()) {
+  if (element.GetKind() == Kind::kLabel) return kNoteRow;
+  if (element.IsReadOnly()) return kGaugeRow;
+  switch (element.GetKind()) {
     case Kind::kCheckBox:
       return kCheckBoxRow;
     case Kind::kTextBox:
@@ -52,8 +52,8 @@ std::string Small(const std::string& text) {
 }
 
 std::string WordsOf(const ConfigElement& element) {
-  return Small(element.label() + " " + gui::Translate(element.label()) + " " + element.tooltip() +
-               " " + gui::Translate(element.tooltip()));
+  return Small(element.GetLabel() + " " + gui::Translate(element.GetLabel()) + " " + element.GetTooltip() +
+               " " + gui::Translate(element.GetTooltip()));
 }
 
 /// The component of a row as the type that it is when the document is ours.
@@ -65,7 +65,7 @@ void With(gui::Component& root, int id, Use&& use) {
 std::vector<Item> ItemsOf(const ConfigElement& element) {
   std::vector<Item> items;
   int id = 0;
-  for (const std::string& text : element.items()) {
+  for (const std::string& text : element.GetItems()) {
     Item item;
     item.id = id++;
     item.text = text;
@@ -77,8 +77,8 @@ std::vector<Item> ItemsOf(const ConfigElement& element) {
 
 /// Digits of the fraction that a gauge shows; its own value would flicker with all of them.
 std::string GaugeText(const ConfigElement& element) {
-  if (element.kind() != Kind::kSpinner) return element.valueText();
-  return QString::number(element.number(), 'f', std::max(0, element.range().decimals))
+  if (element.GetKind() != Kind::kSpinner) return element.GetValueText();
+  return QString::number(element.GetNumber(), 'f', std::max(0, element.GetRange().decimals))
       .toStdString();
 }
 
@@ -98,9 +98,9 @@ void ParameterRows::Build(const ConfigTree& config, const ProfileValues& factory
                           const std::set<std::string>& folded) {
   const gui::Frozen frozen(m_container);
   Clear();
-  if (!config.root()) return;
-  for (const auto& child : config.root()->children())
-    if (child->kind() == Kind::kGroup)
+  if (!config.GetRoot()) return;
+  for (const auto& child : config.GetRoot()->GetChildren())
+    if (child->GetKind() == Kind::kGroup)
       AddGroup(*child, m_container, {}, factory, folded);
     else
       AddRow(*child, m_container, {}, factory);
@@ -115,14 +115,14 @@ void ParameterRows::AddGroup(const ConfigElement& group, gui::Component& into,
   root->SetRow(kFirstGroupRow + static_cast<int>(m_groups.size()));
   m_groups.push_back({&group, root, {}});
   With<Group>(*root, kGroupBox, [&](Group& box) {
-    box.GetComponent().SetLabel(gui::Translate(group.label()));
-    box.GetComponent().SetTooltip(gui::Translate(group.tooltip()));
-    box.SetFolded(folded.count(group.label()) != 0);
+    box.GetComponent().SetLabel(gui::Translate(group.GetLabel()));
+    box.GetComponent().SetTooltip(gui::Translate(group.GetTooltip()));
+    box.SetFolded(folded.count(group.GetLabel()) != 0);
   });
   gui::Component* rows = root->Find(kGroupRows);
   const std::string words = around + " " + WordsOf(group);
-  for (const auto& child : group.children())
-    if (child->kind() == Kind::kGroup)
+  for (const auto& child : group.GetChildren())
+    if (child->GetKind() == Kind::kGroup)
       AddGroup(*child, rows ? *rows : *root, words, factory, folded);
     else
       AddRow(*child, rows ? *rows : *root, words, factory);
@@ -132,10 +132,10 @@ void ParameterRows::AddRow(const ConfigElement& element, gui::Component& into,
                            const std::string& around, const ProfileValues& factory) {
   gui::Component* root = m_layout.Instantiate(DocumentOf(element), into);
   if (!root) return;
-  root->SetRow(element.id() + 1);
-  const std::string label = gui::Translate(element.label());
+  root->SetRow(element.GetId() + 1);
+  const std::string label = gui::Translate(element.GetLabel());
   With<Label>(*root, kRowLabel, [&label](Label& text) { text.SetText(label); });
-  const std::string tooltip = gui::Translate(element.tooltip());
+  const std::string tooltip = gui::Translate(element.GetTooltip());
   for (const int id : {kRowLabel, kRowValue, kRowSlider})
     if (gui::Component* component = root->Find(id)) {
       component->SetTooltip(tooltip);
@@ -144,16 +144,16 @@ void ParameterRows::AddRow(const ConfigElement& element, gui::Component& into,
   if (gui::Component* reset = root->Find(kRowReset))
     reset->SetAccessibleName(gui::Translate("Reset %1", {label}));
 
-  const ConfigElement::Range& range = element.range();
+  const ConfigElement::Range& range = element.GetRange();
   With<Spinner>(*root, kRowValue, [&](Spinner& spinner) {
     spinner.SetRange(range.min, range.max);
     spinner.SetStep(range.step);
-    spinner.SetDecimals(element.kind() == Kind::kSpinner ? range.decimals : 0);
+    spinner.SetDecimals(element.GetKind() == Kind::kSpinner ? range.decimals : 0);
   });
   With<Slider>(*root, kRowSlider, [&](Slider& slider) {
     double usual = 0.0;
-    util::parseNumber(factory.GetText(element.id()), usual);
-    const SoftRange soft = SoftRangeOf(range, element.number(), usual);
+    util::parseNumber(factory.GetText(element.GetId()), usual);
+    const SoftRange soft = SoftRangeOf(range, element.GetNumber(), usual);
     slider.SetRange(soft.from, soft.to);
     slider.SetStep(range.step);
   });
@@ -161,38 +161,38 @@ void ParameterRows::AddRow(const ConfigElement& element, gui::Component& into,
   With<CheckBox>(*root, kRowValue, [&](CheckBox& box) {
     if (!root->Find(kRowLabel)) box.GetComponent().SetLabel(label);
   });
-  if (element.id() >= 0) m_byId[element.id()] = m_rows.size();
+  if (element.GetId() >= 0) m_byId[element.GetId()] = m_rows.size();
   m_rows.push_back({&element, root, around + " " + WordsOf(element)});
 }
 
 void ParameterRows::ShowValue(const Row& row) {
   const ConfigElement& element = *row.element;
-  if (!element.hasValue()) return;
+  if (!element.HasValue()) return;
   gui::Component& root = *row.root;
-  With<Spinner>(root, kRowValue, [&](Spinner& spinner) { spinner.SetValue(element.number()); });
-  With<Slider>(root, kRowSlider, [&](Slider& slider) { slider.SetValue(element.number()); });
-  With<CheckBox>(root, kRowValue, [&](CheckBox& box) { box.SetOn(element.number() != 0.0); });
+  With<Spinner>(root, kRowValue, [&](Spinner& spinner) { spinner.SetValue(element.GetNumber()); });
+  With<Slider>(root, kRowSlider, [&](Slider& slider) { slider.SetValue(element.GetNumber()); });
+  With<CheckBox>(root, kRowValue, [&](CheckBox& box) { box.SetOn(element.GetNumber() != 0.0); });
   With<ComboBox>(root, kRowValue, [&](ComboBox& box) {
     const auto& shown = box.GetItems();
     const bool same =
-        std::equal(shown.begin(), shown.end(), element.items().begin(), element.items().end(),
+        std::equal(shown.begin(), shown.end(), element.GetItems().begin(), element.GetItems().end(),
                    [](const Item& a, const std::string& b) { return a.text == b; });
     if (!same) box.SetItems(ItemsOf(element));
-    box.SelectIndex(static_cast<int>(element.number()));
+    box.SelectIndex(static_cast<int>(element.GetNumber()));
   });
-  With<TextBox>(root, kRowValue, [&](TextBox& box) { box.SetText(element.valueText()); });
-  if (element.isReadOnly())
+  With<TextBox>(root, kRowValue, [&](TextBox& box) { box.SetText(element.GetValueText()); });
+  if (element.IsReadOnly())
     With<Label>(root, kRowValue, [&](Label& label) { label.SetText(GaugeText(element)); });
 }
 
 void ParameterRows::ShowMark(const Row& row) const {
-  if (row.element->id() < 0 || row.element->isReadOnly() || !row.element->hasValue()) return;
+  if (row.element->GetId() < 0 || row.element->IsReadOnly() || !row.element->HasValue()) return;
   const bool differs = m_base.Differs(*row.element);
   if (gui::Component* label = row.root->Find(kRowLabel)) label->SetMarked(differs);
   if (gui::Component* reset = row.root->Find(kRowReset)) {
     reset->SetVisible(differs);
     if (differs)
-      reset->SetTooltip(gui::Translate("Back to %1", {m_base.GetText(row.element->id())}));
+      reset->SetTooltip(gui::Translate("Back to %1", {m_base.GetText(row.element->GetId())}));
   }
 }
 
@@ -213,7 +213,7 @@ void ParameterRows::RefreshElement(int element) {
 
 void ParameterRows::RefreshLive(const std::vector<int>& liveElements) {
   for (const Row& row : m_rows)
-    if (row.element->isReadOnly()) ShowValue(row);
+    if (row.element->IsReadOnly()) ShowValue(row);
   for (const int element : liveElements) {
     const auto found = m_byId.find(element);
     if (found != m_byId.end()) ShowValue(m_rows[found->second]);
@@ -228,9 +228,9 @@ void ParameterRows::ShowBase(ProfileValues base) {
 
 void ParameterRows::ShowMixed(const std::set<int>& elements) {
   for (const Row& row : m_rows) {
-    const bool mixed = elements.count(row.element->id()) != 0;
+    const bool mixed = elements.count(row.element->GetId()) != 0;
     With<Label>(*row.root, kRowLabel, [&](Label& label) {
-      const std::string text = gui::Translate(row.element->label());
+      const std::string text = gui::Translate(row.element->GetLabel());
       // "not equal" behind the label
       label.SetText(mixed ? text + " \u2260" : text);
     });
@@ -245,7 +245,7 @@ void ParameterRows::SetFilter(const std::string& text) {
     const bool shown = row.words.find(wanted) != std::string::npos;
     row.root->SetVisible(shown);
     if (!shown) continue;
-    for (const ConfigElement* group = row.element->parent(); group; group = group->parent())
+    for (const ConfigElement* group = row.element->GetParent(); group; group = group->GetParent())
       shownGroups.insert(group);
   }
   for (const Row& group : m_groups)
@@ -253,7 +253,7 @@ void ParameterRows::SetFilter(const std::string& text) {
 }
 
 bool ParameterRows::IsLocked(const ConfigElement& element) const {
-  return !m_whyLocked.empty() && !element.isReadOnly();
+  return !m_whyLocked.empty() && !element.IsReadOnly();
 }
 
 void ParameterRows::SetLocked(const std::string& why) {
@@ -281,17 +281,17 @@ std::set<std::string> ParameterRows::GetFolded() const {
   std::set<std::string> folded;
   for (const Row& group : m_groups)
     if (const auto* fold = group.root->Get<Group>(kGroupBox); fold && fold->IsFolded())
-      folded.insert(group.element->label());
+      folded.insert(group.element->GetLabel());
   return folded;
 }
 
 std::vector<int> ParameterRows::GetChanged(const ConfigElement* group) const {
   std::vector<int> changed;
   for (const Row& row : m_rows) {
-    const ConfigElement* around = row.element->parent();
-    while (group && around && around != group) around = around->parent();
-    if ((!group || around) && row.element->id() >= 0 && m_base.Differs(*row.element))
-      changed.push_back(row.element->id());
+    const ConfigElement* around = row.element->GetParent();
+    while (group && around && around != group) around = around->GetParent();
+    if ((!group || around) && row.element->GetId() >= 0 && m_base.Differs(*row.element))
+      changed.push_back(row.element->GetId());
   }
   return changed;
 }

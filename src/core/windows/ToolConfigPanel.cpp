@@ -167,10 +167,10 @@ void ToolConfigPanel::ShowMixed() {
   const std::vector<Instance*> rigs = FindRigs();
   std::set<int> mixed;
   for (std::size_t i = 1; i < rigs.size(); ++i)
-    for (const ConfigElement* element : rigs.front()->GetConfig().elements()) {
-      const ConfigElement* other = rigs[i]->GetConfig().find(element->id());
-      if (other && other->hasValue() && other->valueText() != element->valueText())
-        mixed.insert(element->id());
+    for (const ConfigElement* element : rigs.front()->GetConfig().GetElements()) {
+      const ConfigElement* other = rigs[i]->GetConfig().Find(element->GetId());
+      if (other && other->HasValue() && other->GetValueText() != element->GetValueText())
+        mixed.insert(element->GetId());
     }
   m_rows->ShowMixed(mixed);
 }
@@ -319,7 +319,7 @@ void ToolConfigPanel::SetAll(int element, const std::string& text) {
   if (rigs.empty()) return;
   AdaptorInterface* adaptor = GetCore().GetAdaptor();
   const bool several = rigs.size() > 1;
-  if (several) adaptor->BeginUndoBlock(rigs.front()->GetConfig().find(element)->label());
+  if (several) adaptor->BeginUndoBlock(rigs.front()->GetConfig().Find(element)->GetLabel());
   std::string problem;
   for (Instance* rig : rigs) GetCore().EditParameter(*rig, element, text, problem);
   if (several) adaptor->EndUndoBlock();
@@ -387,7 +387,7 @@ void ToolConfigPanel::Ask(Request&& request) {
 void ToolConfigPanel::Answer(const ProfileResult& result) {
   Tell(result.message);
   // A refused choice must not stay in the box.
-  if (!result.done() && GetRoot()) ShowProfiles();
+  if (!result.Done() && GetRoot()) ShowProfiles();
 }
 
 void ToolConfigPanel::SaveAs() {
