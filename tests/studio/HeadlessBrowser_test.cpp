@@ -141,6 +141,8 @@ TEST_F(HeadlessBrowser, NamesStepsInTheMenu) {
   Window* main = Begin().Open(WindowKind::kMain);
   main->GetRoot()->Get<gui::component::Tree>(kNodeTree)->SelectByUser({Key("Body")}, Key("Body"));
   main->OnLive();
+  EXPECT_EQ(browser.GetSelection(), std::vector<int>{Key("Body")});
+  EXPECT_TRUE(browser.GetUndoSteps().names.empty());
   auto& x = *main->GetRoot()->Get<gui::componentinterface::Spinner>(kNodeNumbers);
   x.SetValue(2.0);
   x.GetComponent().Post(gui::kMsgValueChanged);
