@@ -90,7 +90,8 @@ TEST_F(HeadlessBrowser, HandsGroundAndModelToTheCar) {
 TEST_F(HeadlessBrowser, FollowsTenThousandNodesInTheTree) {
   for (int i = 0; i < 100; ++i) {
     auto& group = session.GetScene().addNode("Group" + std::to_string(i));
-    for (int k = 0; k < 99; ++k) session.GetScene().addNode("Part" + std::to_string(100 * i + k), &group);
+    for (int k = 0; k < 99; ++k)
+      session.GetScene().addNode("Part" + std::to_string(100 * i + k), &group);
   }
   const auto begun = std::chrono::steady_clock::now();
   Window* main = Begin().Open(WindowKind::kMain);
