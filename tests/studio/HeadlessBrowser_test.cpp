@@ -32,8 +32,8 @@ class HeadlessBrowser : public WindowsTest {
     return 0;
   }
   rws::adaptor::headless::SceneNode& Mesh(const char* name) {
-    auto& node = session.GetScene().addNode(name);
-    node.setMesh(util::CMesh_Box(1.0, 1.0, 1.0));
+    auto& node = session.GetScene().AddNode(name);
+    node.SetMesh(util::CMesh_Box(1.0, 1.0, 1.0));
     return node;
   }
 
@@ -47,7 +47,7 @@ TEST_F(HeadlessBrowser, PlacesAndHangsNodesOneStepEach) {
   rws::adaptor::Trs pose;
   pose.translation = {1.0, 2.0, 3.0};
   pose.rotation = {0.0, std::sqrt(0.5), 0.0, std::sqrt(0.5)};
-  carrier.setPose(pose);
+  carrier.SetPose(pose);
   Mesh("Load");
   const int load = Key("Load"), parent = Key("Carrier");
   ASSERT_EQ(browser.MoveUnder({load}, parent), "");
@@ -65,7 +65,7 @@ TEST_F(HeadlessBrowser, PlacesAndHangsNodesOneStepEach) {
   EXPECT_NE(browser.MoveUnder({parent}, load), "");
   EXPECT_EQ(browser.GetUndoSteps().position, 2u);
   EXPECT_TRUE(browser.GoToStep(0));
-  EXPECT_EQ(session.GetScene().find("Load")->parent(), nullptr);
+  EXPECT_EQ(session.GetScene().Find("Load")->GetParent(), nullptr);
   EXPECT_EQ(browser.GetUndoSteps().names.size(), 2u);
   EXPECT_TRUE(browser.GoToStep(2));
   EXPECT_EQ(Key("Load"), load);
@@ -77,7 +77,7 @@ TEST_F(HeadlessBrowser, HandsGroundAndModelToTheCar) {
   std::string told;
   ASSERT_EQ(browser.UseAsGround(car, {Key("Yard")}, told), "");
   EXPECT_NE(told.find("Yard"), std::string::npos) << told;
-  session.GetScene().addNode("Nothing");
+  session.GetScene().AddNode("Nothing");
   EXPECT_NE(browser.UseAsGround(car, {Key("Nothing")}, told), "");
   ASSERT_EQ(browser.WhyNotFit(car), "");
   const std::vector<int> driven = browser.GetDriven(car);
@@ -89,8 +89,9 @@ TEST_F(HeadlessBrowser, HandsGroundAndModelToTheCar) {
 
 TEST_F(HeadlessBrowser, FollowsTenThousandNodesInTheTree) {
   for (int i = 0; i < 100; ++i) {
-    auto& group = session.GetScene().addNode("Group" + std::to_string(i));
-    for (int k = 0; k < 99; ++k) session.GetScene().addNode("Part" + std::to_string(100 * i + k), &group);
+    auto& group = session.GetScene().AddNode("Group" + std::to_string(i));
+    for (int k = 0; k < 99; ++k)
+      session.GetScene().AddNode("Part" + std::to_string(100 * i + k), &group);
   }
   const auto begun = std::chrono::steady_clock::now();
   Window* main = Begin().Open(WindowKind::kMain);
@@ -104,20 +105,20 @@ TEST_F(HeadlessBrowser, FollowsTenThousandNodesInTheTree) {
   };
   auto& scene = session.GetScene();
   for (int i = 0; i < 300; ++i) {
-    const auto nodes = scene.nodes();
+    const auto nodes = scene.GetNodes();
     auto& node = *nodes[next(nodes.size())];
     switch (next(4)) {
       case 0:
-        scene.detach(node);
+        scene.Detach(node);
         break;
       case 1:
-        scene.move(node, nodes[next(nodes.size())], next(3));
+        scene.Move(node, nodes[next(nodes.size())], next(3));
         break;
       case 2:
-        scene.rename(node, "Other");
+        scene.Rename(node, "Other");
         break;
       default:
-        scene.addNode("New", &node);
+        scene.AddNode("New", &node);
     }
     if (i % 10 == 0) Live();
   }
@@ -130,7 +131,7 @@ TEST_F(HeadlessBrowser, FollowsTenThousandNodesInTheTree) {
     }
   };
   visit(tree.GetTop());
-  for (const auto* node : scene.nodes()) wanted.push_back(node->name());
+  for (const auto* node : scene.GetNodes()) wanted.push_back(node->GetName());
   EXPECT_EQ(shown, wanted);
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begun;
   EXPECT_LT(taken.count(), 10.0);
@@ -141,15 +142,17 @@ TEST_F(HeadlessBrowser, NamesStepsInTheMenu) {
   Window* main = Begin().Open(WindowKind::kMain);
   main->GetRoot()->Get<gui::component::Tree>(kNodeTree)->SelectByUser({Key("Body")}, Key("Body"));
   main->OnLive();
+  EXPECT_EQ(browser.GetSelection(), std::vector<int>{Key("Body")});
+  EXPECT_TRUE(browser.GetUndoSteps().names.empty());
   auto& x = *main->GetRoot()->Get<gui::componentinterface::Spinner>(kNodeNumbers);
   x.SetValue(2.0);
   x.GetComponent().Post(gui::kMsgValueChanged);
-  EXPECT_EQ(session.GetScene().find("Body")->pose().translation.x, 2.0);
+  EXPECT_EQ(session.GetScene().Find("Body")->GetPose().translation.x, 2.0);
   windows->TellSceneChanged();
   const auto& menu = main->GetRoot()->Get<gui::componentinterface::Menubar>(kMainMenu)->GetMenu();
   EXPECT_EQ(menu.Find(kCommandUndo)->label, "&Undo Place #Body");
   main->GetRoot()->Find(kMainMenu)->Post(gui::kMsgMenuItem, kCommandUndo);
-  EXPECT_EQ(session.GetScene().find("Body")->pose().translation.x, 0.0);
+  EXPECT_EQ(session.GetScene().Find("Body")->GetPose().translation.x, 0.0);
 }
 
 }  // namespace orv::tests

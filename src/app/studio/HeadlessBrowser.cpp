@@ -69,7 +69,11 @@ void HeadlessBrowser::OnTree() {
 }
 
 void HeadlessBrowser::OnSelection() {
-  ForObservers([](Observer& observer) { observer.OnNodeSelection(); });
+  std::vector<int> keys;
+  for (rws::adaptor::HostNode* node : m_host.GetSelection())
+    if (const SceneNode* from = static_cast<HostNode*>(node)->GetSceneNode())
+      keys.push_back(KeyOf(*from));
+  Select(keys);
 }
 
 void HeadlessBrowser::OnRefresh() {
@@ -133,17 +137,14 @@ std::vector<HeadlessBrowser::Node> HeadlessBrowser::GetNodes() {
 
 std::vector<int> HeadlessBrowser::GetSelection() {
   std::vector<int> keys;
-  for (rws::adaptor::HostNode* node : m_host.GetSelection())
-    if (const SceneNode* from = static_cast<HostNode*>(node)->GetSceneNode())
-      if (from->GetScene()) keys.push_back(KeyOf(*from));
+  for (const int key : m_selection)
+    if (Find(key)) keys.push_back(key);
   return keys;
 }
 
 void HeadlessBrowser::Select(const std::vector<int>& keys) {
-  m_host.BeginGroupSelection();
-  for (const int key : keys)
-    if (HostNode* node = FindHostNode(key)) node->Select();
-  m_host.EndGroupSelection();
+  m_selection = keys;
+  ForObservers([](Observer& observer) { observer.OnNodeSelection(); });
 }
 
 std::vector<int> HeadlessBrowser::GetDriven(int rigRow) {

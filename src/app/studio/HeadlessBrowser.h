@@ -75,7 +75,10 @@ class HeadlessBrowser : public rws::core::windows::SceneBrowser,
   /// A node that undo has taken out of the scene has its key back with it.
   std::unordered_map<const SceneNode*, int> m_keys;
   std::unordered_map<int, SceneNode*> m_nodes;  ///< in the scene when it was numbered last
-  const void* m_scene = nullptr;                ///< whose nodes these are
+  /// Here rather than at the host, where each selection is a step of undo and cuts off what could
+  /// be redone; what a rig selects there is taken over.
+  std::vector<int> m_selection;
+  const void* m_scene = nullptr;  ///< whose nodes these are
   int m_lastKey = 0;
   bool m_isOld = true;
 };

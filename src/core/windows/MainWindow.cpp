@@ -102,6 +102,7 @@ void MainWindow::Keep(const std::string& key, const std::string& value) {
 }
 
 void MainWindow::OnBuilt() {
+  m_selection = GetCore().GetSelection();
   GetRoot()->SetDropFiles(true);
   for (const int id : kSplitters) {
     const std::vector<int> sizes = Split(GetKept(KeyOf("sizes", id)));
@@ -267,10 +268,12 @@ void MainWindow::OnFrame(gui::Component& source, util::Message& message) {
 }
 
 void MainWindow::OnCore(const util::Message& message) {
+  // Of many rows that are selected at once each is told, and the first tells of all.
+  const bool selected = NewsIn<RowSelected>(message) != nullptr;
+  if (selected && m_selection == GetCore().GetSelection()) return;
+  if (selected || NewsIn<RowDeleted>(message)) m_selection = GetCore().GetSelection();
   for (const auto& page : m_pages) page->OnCore(message);
-  if (NewsIn<RunStateChanged>(message) || NewsIn<RowSelected>(message) ||
-      NewsIn<RowChecked>(message))
-    ShowCommands();
+  if (selected || NewsIn<RunStateChanged>(message) || NewsIn<RowChecked>(message)) ShowCommands();
 }
 
 void MainWindow::OnLive() {

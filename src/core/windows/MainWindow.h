@@ -80,6 +80,7 @@ class MainWindow : public Window, public MainWindowView {
   void OnFrame(gui::Component& source, util::Message& message);
 
   std::vector<std::unique_ptr<MainWindowPage>> m_pages;
+  std::vector<int> m_selection;  ///< rows, as the pages know it
   std::unique_ptr<EscapeFilter> m_escape;
 };
 

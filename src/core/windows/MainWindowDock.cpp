@@ -16,7 +16,7 @@ namespace {
 
 using gui::Translate;
 
-constexpr std::size_t kMostDocked = 4;
+constexpr std::size_t kMostDocked = 8;
 constexpr WindowKind kPanel = WindowKind::kToolConfig;
 
 }  // namespace
@@ -72,8 +72,8 @@ void MainWindowDock::Show() {
                                        : std::string());
   if (gui::Component* button = GetWindow().Find(kDockFloat)) {
     button->SetVisible(row != 0);
-    button->SetLabel(floats ? Translate("Back into this &window")
-                            : Translate("In a &window of its own"));
+    button->SetLabel(floats ? Translate("Back into this window")
+                            : Translate("In a window of its own"));
   }
 }
 

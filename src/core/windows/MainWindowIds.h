@@ -70,7 +70,7 @@ enum MainWindowComponent : int {
 /// The page of a product.
 enum ProductId : int {
   kProductTitle = 1,
-  kProductText,    ///< label
+  kProductText,    ///< text box of several lines
   kProductAuthor,  ///< label
   kProductCreate,  ///< button
 };

@@ -125,7 +125,8 @@ void MainWindowTools::ShowProduct() {
   const std::string author = tool->GetCreatedBy();
   const std::string licence = WhyNot(*tool);
   set(kProductTitle, Translate(tool->GetDisplayName()));
-  set(kProductText, Translate(tool->GetDescription()));
+  if (auto* text = m_product->Get<TextBox>(kProductText))
+    text->SetText(Translate(tool->GetDescription()));
   set(kProductAuthor, !licence.empty() ? licence
                       : author.empty() ? std::string()
                                        : Translate("By %1", {author}));

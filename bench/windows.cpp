@@ -1,0 +1,109 @@
+// The core's windows from the call that opens them until they are painted, when they have been open
+// before: 50 ms at most for each, 40 ms for the parameters of the car. The medians count.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QWidget>
+#include <algorithm>
+#include <vector>
+
+#include "adaptor/headless/HeadlessSession.h"
+#include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
+#include "core/services/DataRoot.h"
+#include "core/windows/AllWindows.h"
+#include "core/windows/Program.h"
+#include "core/windows/Window.h"
+#include "core/windows/Windows.h"
+#include "plugins/release/all/AllRigs.h"
+#include "support/TempFolder.h"
+
+namespace {
+
+using namespace orv::rws::core::windows;
+
+class BareProgram : public Program {
+ public:
+  bool HasCommand(int) const override { return false; }
+  void RunCommand(int) override {}
+};
+
+/// Windows with a scene of one car.
+struct Desk {
+  Desk() {
+    AddAllWindows(windows);
+    car = session.GetCore().CreateToolFromFactory("4WheelerExt", "Car")->GetIdentity();
+    session.GetCore().SetSelection({car});
+  }
+
+  orv::tests::TempFolder folder;
+  orv::rws::adaptor::headless::HeadlessSession session{
+      (orv::rws::core::DataRoot::Set(folder.path), orv::rws::addon::AllRigs())};
+  BareProgram program;
+  Windows windows{session.GetCore(), program};
+  int car = 0;
+};
+
+class PaintWatch : public QObject {
+ public:
+  explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    m_painted = m_painted || event->type() == QEvent::Paint;
+    return false;
+  }
+  void Wait() const {
+    while (!m_painted) QApplication::processEvents();
+  }
+
+ private:
+  bool m_painted = false;
+};
+
+/// `drop` makes it anew each time, as when its rig is selected again after many others.
+void Open(benchmark::State& state, WindowKind kind, bool ofRig, bool drop) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  int argc = 1;
+  char name[] = "bench";
+  char* argv[] = {name, nullptr};
+  QApplication application(argc, argv);
+  Desk desk;
+  const int row = ofRig ? desk.car : 0;
+  std::vector<double> times;
+  const auto open = [&] {
+    QElapsedTimer timer;
+    timer.start();
+    Window* window = desk.windows.Open(kind, row);
+    if (!window) return -1.0;
+    PaintWatch(*window->GetWidget()).Wait();
+    const double ms = timer.nsecsElapsed() * 1e-6;
+    desk.windows.Close(kind, row);
+    if (drop) desk.windows.Drop(kind, row);
+    QApplication::processEvents();
+    return ms;
+  };
+  if (open() < 0.0) return state.SkipWithError("it can't be opened");
+  for (auto _ : state) {
+    times.push_back(open());
+    state.SetIterationTime(times.back() * 1e-3);
+  }
+  std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
+  state.counters["median_ms"] = times[times.size() / 2];
+}
+
+}  // namespace
+
+#define ORV_WINDOW(name, kind, ofRig, drop)                    \
+  BENCHMARK_CAPTURE(Open, name, WindowKind::kind, ofRig, drop) \
+      ->UseManualTime()                                        \
+      ->Unit(benchmark::kMillisecond)
+ORV_WINDOW(main, kMain, false, false);
+ORV_WINDOW(main_anew, kMain, false, true);
+ORV_WINDOW(preferences, kPreferences, false, false);
+ORV_WINDOW(log, kLog, false, false);
+ORV_WINDOW(hot_keys, kHotKeys, false, false);
+ORV_WINDOW(why, kWhy, false, false);
+ORV_WINDOW(about, kAbout, false, false);
+ORV_WINDOW(car_parameters, kToolConfig, true, false);
+ORV_WINDOW(car_parameters_anew, kToolConfig, true, true);
