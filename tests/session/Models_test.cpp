@@ -157,7 +157,8 @@ TEST_F(Models, ImportTakesUnitAndUpFromTheFileInEveryLocale) {
   const std::string glb = folder.path + "/mast.glb";
   EXPECT_EQ(session.Save(glb), "");
   import(glb, {0.5, UpAxis::kZ, ""});
-  expectNear(farthest(*session.GetScene().Find("Mast_2")), Vector(11.5, -2.0, -3.0) * (0.5 * 0.0254));
+  expectNear(farthest(*session.GetScene().Find("Mast_2")),
+             Vector(11.5, -2.0, -3.0) * (0.5 * 0.0254));
 }
 
 TEST_F(Models, DamagedModelsAreRefusedOrReadAndNeverCrash) {
@@ -202,8 +203,9 @@ TEST_F(Models, AModelComesUnderFreeNamesWithItsLinks) {
   hang("Cam_AttachedCam", "Cube");
   hang("Car_GravityDirectionMesh", "Floor");
   std::string problem;
-  const int id = core.FindInstance("Car")->GetConfig().FindAll("Suspension Length").front()->GetId();
-  ASSERT_TRUE(core.EditParameter(*core.FindInstance("Car"), id, "0.31", problem)) << problem;
+  const int id =
+      core.FindInstance("Cam")->GetConfig().FindAll("Translation Response Factor").front()->GetId();
+  ASSERT_TRUE(core.EditParameter(*core.FindInstance("Cam"), id, "0.31", problem)) << problem;
   const std::string scene = bytesOf(session);
   const std::string path = folder.path + "/car.prm";
   std::vector<std::string> warnings;
@@ -227,11 +229,12 @@ TEST_F(Models, AModelComesUnderFreeNamesWithItsLinks) {
     ASSERT_TRUE(attached && attached->GetParent() && attached->GetParent()->GetParent());
     EXPECT_EQ(attached->GetParent()->GetParent()->GetName(), car + "_CarBodyMesh");
     EXPECT_EQ(attached->GetTag(), cam + "/AttachedCam");
-    EXPECT_EQ(session.GetScene().Find(car + "_GravityDirectionMesh")->GetParent()->GetName(), "Floor");
+    EXPECT_EQ(session.GetScene().Find(car + "_GravityDirectionMesh")->GetParent()->GetName(),
+              "Floor");
     expectNear(session.GetScene().Find(car + "_CarBodyMesh")->WorldMatrix(0.0).translation() -
                    session.GetScene().Find("Car_CarBodyMesh")->WorldMatrix(0.0).translation(),
                {5.0, 0.0, 1.0});
-    EXPECT_EQ(core.FindInstance(car)->GetConfig().Find(id)->GetNumber(), 0.31);
+    EXPECT_EQ(core.FindInstance(cam)->GetConfig().Find(id)->GetNumber(), 0.31);
   }
   EXPECT_TRUE(app::ReadRiggedModel(folder.path + "/scene.glb").problem);
   EXPECT_TRUE(
@@ -263,7 +266,7 @@ TEST_F(Models, ShippedModelsDriveOverTheGround) {
     EXPECT_LT(places.back().z, places.front().z - 1.0) << name;
     for (std::size_t i = 2; i < places.size(); ++i)
       EXPECT_LT((places[i] - places[i - 1] * 2.0 + places[i - 2]).length(), 0.02) << name << i;
-    if (node.GetName() != "Hull") EXPECT_NEAR(places.back().y, 0.33, 0.02) << name;
+    EXPECT_NEAR(places.back().y, places.front().y, 0.03) << name;
   }
 }
 
