@@ -218,7 +218,7 @@ TEST_F(Models, AModelComesUnderFreeNamesWithItsLinks) {
   ASSERT_EQ(info.rigs.size(), 2u);
   EXPECT_EQ(info.rigs[0].kind, "4WheelerExt");
 
-  for (const char* number : {"_02", "_03"}) {
+  for (const char* number : {"_01", "_02"}) {
     const std::string before = bytesOf(session);
     const app::AddedModel added = app::AddRiggedModel(session, path, {{5.0, 0.0, 1.0}, "Floor"});
     ASSERT_FALSE(added.problem) << added.problem.what << added.problem.why;
