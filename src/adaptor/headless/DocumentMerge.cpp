@@ -258,7 +258,7 @@ void DocumentMerge::AppendBuffers() {
   result.m_budget += m_added->m_budget;
   result.loaded.resize(first("nodes"), false);
   result.loaded.resize(SizeOf(*result.m_json, "nodes"), true);
-  result.m_base = std::move(m_base);
+  result.m_base = m_base;
 }
 
 }  // namespace orv::rws::adaptor::headless

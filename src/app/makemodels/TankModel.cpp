@@ -86,8 +86,6 @@ Shape ShapeTurret(const Paints& paint) {
   shape.Box(paint.dark, {0.28, 0.68, -0.02}, {0.50, 0.76, 0.06}, 0.02);
   shape.Box(paint.dark, {-0.66, 0.50, -0.62}, {-0.46, 0.66, -0.44}, 0.02);
   shape.Box(paint.darker, {-0.80, 0.16, 1.14}, {0.80, 0.46, 1.52}, 0.04);
-  shape.Turned(paint.dark, {{0.0, -0.1}, {0.012, -0.1}, {0.012, 0.1}, {0.0, 0.1}},
-               {-0.70, 0.80, 1.20}, true, 8);
   shape.Box(paint.dark, {-0.708, 0.45, 1.212}, {-0.692, 1.75, 1.228}, 0.003);
   return shape;
 }

@@ -38,8 +38,7 @@ void Require(bool good, const std::string& what) {
 class Workshop {
  public:
   /// Opens the parts by way of a file, as any other scene.
-  Workshop(Kit& kit, const std::string& folder, std::string picture)
-      : m_picture(std::move(picture)) {
+  Workshop(Kit& kit, const std::string& folder) {
     const std::string path = folder + "/parts.glb";
     std::string error;
     Require(util::writeFile(path, kit.Finish(), &error), error);
@@ -89,8 +88,20 @@ class Workshop {
   void TakeMeshAway(const std::string& name) {
     Require(m_session.GetAdaptor().TakeMeshAway(&FindNode(name)), name + " keeps its mesh");
   }
-  void Make(const ModelSelection& selection, ModelCard card, const std::string& path) {
-    card.picture = m_picture;
+  /// The meshes of the nodes that are called `beginning` and something, as they stand in the world.
+  void AddShapes(const std::string& beginning, int material, Shape& shape) {
+    for (const auto* each : m_session.GetScene().GetNodes()) {
+      if (each->GetName().rfind(beginning, 0) != 0 || !each->GetMesh()) continue;
+      const Matrix world = each->WorldMatrix(Now());
+      const util::CMesh& mesh = *each->GetMesh();
+      const auto corner = [&](std::size_t i) {
+        return world.transformPoint(mesh.vertices[static_cast<std::size_t>(mesh.faces[i])]);
+      };
+      for (std::size_t i = 0; i + 2 < mesh.faces.size(); i += 3)
+        shape.Face(material, {corner(i), corner(i + 1), corner(i + 2)});
+    }
+  }
+  void Make(const ModelSelection& selection, const ModelCard& card, const std::string& path) {
     std::vector<std::string> warnings;
     const Problem problem = MakeRiggedModel(m_session, selection, card, path, warnings);
     Require(!problem, problem.what + ": " + problem.why);
@@ -105,13 +116,12 @@ class Workshop {
   }
 
   SceneSession m_session;
-  std::string m_picture;
 };
 
 void MakeCar(const std::string& folder) {
   Kit kit;
   ModelCar(kit);
-  Workshop shop(kit, folder, kit.MakePicture());
+  Workshop shop(kit, folder);
   Instance& car = shop.AddRig(kFittedKind, "Car", "Start Profile");
   shop.Fit(car, "Body", "Wheel");
   shop.AddRig("MotionFilterCam", "CarCam", "Loose FollowCam");
@@ -124,7 +134,7 @@ void MakeCar(const std::string& folder) {
        "A family car, 4.2 m long, with a camera that follows it. Hang Car_GravityDirectionMesh "
        "on your ground, map the inputs of Car, and drive; look through CarCam_FollowCam. Other "
        "profiles of the rig make it another car.",
-       ""},
+       kit.MakePicture()},
       folder + "/Car.prm");
 }
 
@@ -159,7 +169,8 @@ void AddBelt(Workshop& shop, const std::string& side, double x) {
   shop.FindNode(rigName + "_TemplateStep").SetColour({0.07f, 0.07f, 0.075f});
   shop.Parent(rigName + "_Frame", "Hull");
   shop.Parent(rigName + "_GravityDirection", "Floor");
-  shop.Set(belt, "Maximum (Input Driven) Rotation Speed", "20");
+  // At which a link has the speed of the hull, 6.72 m/s at full gas.
+  shop.Set(belt, "Maximum (Input Driven) Rotation Speed", "22.4");
   shop.Press(belt, "Calculate Number of Steps");
   shop.Press(belt, "Create Track");
 }
@@ -167,7 +178,6 @@ void AddBelt(Workshop& shop, const std::string& side, double x) {
 void MakeTank(const std::string& folder) {
   Kit kit;
   ModelTank(kit);
-  const std::string picture = kit.MakePicture();
   // The hull rides as a car does, on wheels that are not seen; they hold the belts clear of the
   // ground by a finger's breadth.
   const int unseen = kit.AddMaterial("Unseen", 0.02, 0.02, 0.02, 0.0, 1.0);
@@ -179,9 +189,12 @@ void MakeTank(const std::string& folder) {
   Shape floor;
   floor.Box(unseen, {-20.0, -1.0, -20.0}, {20.0, 0.0, 20.0}, 0.1);
   kit.AddPart("Floor", {}, floor);
-  Workshop shop(kit, folder, picture);
+  Workshop shop(kit, folder);
   Instance& tank = shop.AddRig(kFittedKind, "Tank", "Truck");
   shop.Fit(tank, "Hull", "Guide");
+  // Belts answer at once: their vehicle does not take long either.
+  shop.Set(tank, "Gas Pedal (Forw/Backw) Response Factor", "0.06");
+  shop.Set(tank, "Acceleration (scale relative)", "1.5");
   for (const char* end : {"FL", "FR", "BL", "BR"}) shop.FindNode(std::string("Guide") + end).Hide();
   shop.Parent("Tank_GravityDirectionMesh", "Floor");
   AddBelt(shop, "Left", -kBeltSide);
@@ -192,13 +205,20 @@ void MakeTank(const std::string& folder) {
   shop.Parent("Cannon_fire trigger", "Turret");
   shop.Parent("Gun", "Cannon_barrel");
   for (const char* name : {"Cannon_fire trigger", "Cannon_barrel"}) shop.TakeMeshAway(name);
+  Kit shown;
+  ModelTank(shown);
+  Shape belts;
+  const int steel = shown.AddMaterial("Belt", 0.07, 0.07, 0.075, 0.0, 0.7);
+  for (const char* side : {"Left", "Right"})
+    shop.AddShapes(side + std::string("Belt_step"), steel, belts);
+  shown.AddPart("Belts", {}, belts);
   shop.Make({{"Tank", "LeftBelt", "RightBelt", "Cannon"}, {}},
             {"Tank",
              "A tracked vehicle with a gun. Hang Tank_GravityDirectionMesh, "
              "LeftBelt_GravityDirection and RightBelt_GravityDirection on your ground, and "
              "Cannon_collision on what shots hit. Tank drives; map the belts' Forward/Backward to "
              "its gas pedal too. The node Turret turns the gun.",
-             ""},
+             shown.MakePicture()},
             folder + "/Tank.prm");
 }
 
