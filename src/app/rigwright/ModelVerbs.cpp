@@ -103,7 +103,7 @@ void AddImport(Program& program) {
   CLI::App& verb = program.AddVerb(
       "import",
       "Bring a model into a scene; prints its topmost nodes\n"
-      "Reads .obj, .fbx, .dae, .stl, .ply, .3ds, .glb and .gltf: tree, meshes, materials, "
+      "Reads .obj, .fbx, .dae, .stl, .3ds, .glb and .gltf: tree, meshes, materials, "
       "textures,\n"
       "cameras and the nodes' keys. Unit and up are the file's; what it does not tell is guessed,\n"
       "which is said.",

@@ -41,9 +41,12 @@ struct Format {
   const char* ending;
   const char* name;
 };
-constexpr Format kFormats[] = {{".obj", "Wavefront OBJ"}, {".fbx", "Autodesk FBX"},
-                               {".dae", "Collada"},       {".stl", "STL"},
-                               {".ply", "Stanford PLY"},  {".3ds", "3D Studio 3DS"}};
+// Of what else the library reads, PLY for one hangs or dies on damaged files.
+constexpr Format kFormats[] = {{".obj", "Wavefront OBJ"},
+                               {".fbx", "Autodesk FBX"},
+                               {".dae", "Collada"},
+                               {".stl", "STL"},
+                               {".3ds", "3D Studio 3DS"}};
 
 /// Numbers are read with a decimal point on this thread, whatever the user's locale.
 class PlainNumbers {
