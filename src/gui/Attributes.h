@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orv::util::xml {
 class Element;
@@ -45,12 +46,17 @@ struct Padding {
 /// Takes one attribute. False when the name is none of the common ones. A value that can't be read
 /// leaves the default.
 bool ReadAttribute(Attributes& attributes, std::string_view name, const std::string& value);
+bool IsCommonAttribute(std::string_view name);
 
 /// "yes", "true" and "1" are true, "no", "false" and "0" are false, whatever the case of letters.
 bool ReadFlag(std::string_view text, bool byDefault);
+/// The attribute `type` of a list or splitter; "horizontal" in any case of letters.
+bool ReadHorizontal(const util::xml::Element& tag);
 int ReadInt(std::string_view text, int byDefault);
 /// Either decimal separator.
 double ReadDouble(std::string_view text, double byDefault);
+/// What stands between blanks.
+std::vector<std::string_view> Words(std::string_view text);
 /// Up to four numbers: left, top, right, bottom; one that is missing keeps its default.
 Padding ReadPadding(std::string_view text, Padding byDefault);
 

@@ -79,6 +79,8 @@ class Component : public util::DynamicObject,
   virtual std::string GetShownTooltip() const = 0;
   /// For who hears or drives the window; else it is the label, the tooltip, or the label before.
   virtual void SetAccessibleName(const std::string& name) = 0;
+  /// What SetAccessibleName or the document tells, as it is read out.
+  virtual std::string GetShownName() const = 0;
 
   /// `why`, which is shown as tooltip while the component is disabled, tells what to do.
   virtual void SetEnabled(bool enabled, const std::string& why = {}) = 0;
@@ -150,13 +152,15 @@ class Component : public util::DynamicObject,
   void destroyNode() override { destroy(); }
 
  protected:
-  struct Popup;
+  /// Has it destroyed later, when nothing is being delivered.
+  static void RetirePeer(std::unique_ptr<Peer> peer, Toolkit& toolkit);
 
   Attributes m_attributes;
   std::string m_tooltip;
   std::string m_whyDisabled;
   bool m_labelIsEnglish = true;  ///< from the document, translated when shown
   bool m_tooltipIsEnglish = true;
+  bool m_nameIsEnglish = true;
   bool m_marked = false;
   bool m_dropFiles = false;
   std::uint64_t m_flags = 0;
@@ -192,6 +196,16 @@ class Frozen {
 
 /// Destroys what has been retired; does nothing while a message is being delivered.
 void DestroyRetired();
+
+/// Nothing that has been retired is destroyed while one of these lives: for a toolkit's event that
+/// runs an event loop of its own.
+class HoldRetired {
+ public:
+  HoldRetired();
+  HoldRetired(const HoldRetired&) = delete;
+  HoldRetired& operator=(const HoldRetired&) = delete;
+  ~HoldRetired();
+};
 
 /// A factory of elements whose class is made of its tag alone.
 template <class Class>

@@ -63,7 +63,6 @@ class Layout {
   std::unique_ptr<util::xml::Element> Parse(std::string_view bytes, const std::string& name,
                                             std::string& problem) const;
   ComponentPtr Build(const util::xml::Element& tag, const std::string& name);
-  void AddChildren(Component& parent, const util::xml::Element& tag, const std::string& name);
   void LogOnce(const std::string& line);
   void Log(const std::string& line) const;
 

@@ -16,11 +16,12 @@ struct MenuItem {
   std::string shortcut;  ///< "Ctrl+Shift+S", portable text
   std::string icon;      ///< path of an image, aliases allowed
   std::string tooltip;
+  std::string whyDisabled;  ///< shown as it is in place of the tooltip while it is disabled
   bool checkable = false, checked = false, enabled = true, visible = true;
   bool separator = false;
-  bool translated = true;       ///< whether `label` and `tooltip` are English and to be translated
-  std::vector<MenuItem> items;  ///< not empty: a menu of its own
-  bool isMenu = false;
+  bool english = false;  ///< whether `label` and `tooltip` are to be translated when shown
+  bool isMenu = false;   ///< opens `items`
+  std::vector<MenuItem> items;
 };
 
 /// The entries with their state. Choosing one posts kMsgMenuItem with its id.
@@ -45,6 +46,7 @@ class Menu {
   void SetObserver(std::function<void(bool structure)> observer);
 
  private:
+  MenuItem* FindToChange(int id);
   template <class Edit>
   bool Change(int id, Edit&& edit);
 

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <map>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "gui/Component.h"
 
@@ -17,6 +20,7 @@ class StdComponent : public Component {
   void SetTooltip(const std::string& tooltip) override;
   std::string GetShownTooltip() const override;
   void SetAccessibleName(const std::string& name) override;
+  std::string GetShownName() const override;
   void SetEnabled(bool enabled, const std::string& why = {}) override;
   void SetVisible(bool visible) override;
   void SetMarked(bool marked) override;
@@ -44,9 +48,14 @@ class StdComponent : public Component {
  protected:
   /// Tells the peer, if there is one.
   void Changed(unsigned changes);
+  /// The peer is about to be taken away; called before each end of a realisation.
+  virtual void PeerGoes() {}
 
  private:
   void WatchPopup();
+  void AddToPeer(Component& child, int index);
+  /// This one's and those of all below it, which forget them.
+  void TakePeers(std::vector<std::unique_ptr<Peer>>& peers);
 
   std::map<std::string, std::vector<std::string>> m_aliases;
   int m_frozen = 0;

@@ -26,10 +26,14 @@ enum Change : unsigned {
 };
 
 /// What a toolkit keeps for one realised component. The component owns it; it reads the component's
-/// state and never holds a copy that could differ.
+/// state and never holds a copy that could differ. It dies when it is no longer needed and nothing
+/// is being delivered, since it may be its own widget's event that has led to its end.
 class Peer {
  public:
   virtual ~Peer() = default;
+  /// The component is about to go, or to be unrealised: it must not be touched any more. `top` is
+  /// set for the one whose widget holds those of the others, and is to be hidden.
+  virtual void Detach(bool top) = 0;
   /// Brings the widget up to date; bits of `Change`.
   virtual void Update(unsigned changes) = 0;
   /// `child` is realised and stands at `index` among the children.

@@ -47,6 +47,11 @@ class Dialog : public Element<componentinterface::Dialog> {
     virtual void FitWindow() = 0;
   };
 
+  const std::string& GetHeldGeometry() const { return m_geometry; }
+
+ protected:
+  void PeerGoes() override;
+
  private:
   Window* GetWindow() const;
 

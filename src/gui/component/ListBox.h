@@ -56,12 +56,20 @@ class ListBox : public Element<componentinterface::ListBox> {
   void SelectByUser(std::vector<int> ids, int current);
   void FollowByUser(bool follow) { m_follow = follow; }
 
+ protected:
+  void PeerGoes() override { m_observer = nullptr; }
+
  private:
+  void IndexFrom(std::size_t first);
+  void DropLostSelection();
+
   std::vector<componentinterface::Item> m_items;
+  std::unordered_map<int, std::size_t> m_places;  ///< by id: index, m_removed more
+  std::size_t m_removed = 0;                      ///< items that RemoveFirst has taken away
   std::vector<int> m_selected;
   Observer* m_observer = nullptr;
   std::string m_filter;
-  bool m_editable, m_several = false, m_follow = false;
+  bool m_editable, m_several, m_follow = false;
 };
 
 }  // namespace orv::gui::component

@@ -25,6 +25,8 @@ class Spinner : public Element<componentinterface::Spinner> {
   const std::string& GetUnit() const override { return m_unit; }
   bool IsReadOnly() const override { return m_readOnly; }
   void SetReadOnly(bool readOnly) override;
+  void SetWhole(bool whole) override;
+  bool IsWhole() const override { return m_whole; }
   std::string GetShownText() const override;
   bool IsBeingEdited() const override { return m_typing || m_dragging; }
 
@@ -41,11 +43,13 @@ class Spinner : public Element<componentinterface::Spinner> {
   bool EndDrag(bool cancelled);
 
  private:
+  double Allowed(double value) const;
+
   double m_value, m_min, m_max, m_step;
   double m_before = 0.0;  ///< when the drag began
   int m_decimals;
   std::string m_unit;
-  bool m_readOnly;
+  bool m_readOnly, m_whole;
   bool m_typing = false, m_dragging = false;
 };
 

@@ -18,7 +18,7 @@ class TextBox : public Element<componentinterface::TextBox> {
   bool IsEditable() const override { return m_editable; }
   void SetHint(const std::string& hint) override;
   std::string GetShownHint() const override;
-  bool IsMultiLine() const override;
+  bool IsMultiLine() const override { return m_multiLine; }
   void SelectAll() override;
 
   /// The toolkit's words: a letter, Enter, and the end of typing. `RevertByUser` is Escape.
@@ -35,7 +35,7 @@ class TextBox : public Element<componentinterface::TextBox> {
   std::string m_entered;  ///< what was last set or confirmed
   std::string m_hint;
   bool m_hintIsEnglish = true;
-  bool m_editable;
+  bool m_editable, m_multiLine;
   bool m_selectAll = false;
 };
 

@@ -11,6 +11,7 @@ namespace orv::gui::component {
 class Tree : public Element<componentinterface::Tree> {
  public:
   explicit Tree(const util::xml::Element& tag);
+  ~Tree() override;
   const char* GetElement() const override { return "tree"; }
   bool KnowsAttribute(std::string_view name) const override;
   bool OwnsTag(std::string_view name) const override;
@@ -70,11 +71,17 @@ class Tree : public Element<componentinterface::Tree> {
   void ExpandByUser(int key, bool expanded);
   void CheckByUser(int key, componentinterface::CheckState state);
 
+ protected:
+  void PeerGoes() override { m_observer = nullptr; }
+
  private:
-  Node* Row_(int key) const;
+  Node* Held(int key) const;
   void Forget(const Node& row);
-  void ApplyFilter();
-  bool FilterRow(Node& row, const std::string& folded);
+  void MarkSelected(const std::vector<int>& keys);
+  void SetHidden(Node& row, bool hidden);
+  bool Holds(const Row& row) const;
+  /// True when something of the row is left in sight.
+  bool FilterRows(Node& row);
 
   Node m_top{kTop};
   std::unordered_map<int, Node*> m_rows;

@@ -33,6 +33,9 @@ class Spinner : public Interface {
   virtual const std::string& GetUnit() const = 0;
   virtual bool IsReadOnly() const = 0;
   virtual void SetReadOnly(bool readOnly) = 0;
+  /// What the user enters is rounded to a whole number.
+  virtual void SetWhole(bool whole) = 0;
+  virtual bool IsWhole() const = 0;
   /// The number as it is shown, without unit.
   virtual std::string GetShownText() const = 0;
   /// Whether the user is typing or dragging right now: a value that is set meanwhile waits until
