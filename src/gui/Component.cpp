@@ -52,6 +52,9 @@ Background* ReadBackground(const util::xml::Element& tag) {
 
 Component::Component(const util::xml::Element& tag) : MessageNode(tag.name) {
   for (const auto& [name, value] : tag.attributes) ReadAttribute(m_attributes, name, value);
+  // The size that is told is a wish; what comes of it is stored in its place.
+  if (m_attributes.desiredWidth == kUnset) m_attributes.desiredWidth = m_attributes.width;
+  if (m_attributes.desiredHeight == kUnset) m_attributes.desiredHeight = m_attributes.height;
   for (const util::xml::Element* child : tag.children) {
     if (child->kind != util::xml::kTag) continue;
     if (child->name == "background") m_background.reset(ReadBackground(*child));
@@ -149,6 +152,10 @@ void DestroyRetired() {
   // From the top down: a widget takes those within it along.
   const std::vector<std::unique_ptr<Peer>> peers = std::move(RetiredPeers());
   RetiredPeers().clear();
+}
+
+bool HasRetired() {
+  return !Retired().empty() || !RetiredPeers().empty();
 }
 
 HoldRetired::HoldRetired() {

@@ -196,6 +196,7 @@ class Frozen {
 
 /// Destroys what has been retired; does nothing while a message is being delivered.
 void DestroyRetired();
+bool HasRetired();
 
 /// Nothing that has been retired is destroyed while one of these lives: for a toolkit's event that
 /// runs an event loop of its own.

@@ -152,7 +152,7 @@ void StdComponent::Realise(Toolkit& toolkit, Peer* parent) {
   if (m_peer) return;
   m_toolkit = &toolkit;
   m_peer = toolkit.Create(*this, parent);
-  for (int i = 0; i < m_frozen; ++i) m_peer->Freeze(true);
+  if (m_frozen > 0) m_peer->Freeze(true);
   for (int i = 0; i < childCount(); ++i) AddToPeer(*m_children[i], i);
   m_peer->Update(kAllChanges);
 }
@@ -182,13 +182,11 @@ void StdComponent::TakePeers(std::vector<std::unique_ptr<Peer>>& peers) {
 }
 
 void StdComponent::Freeze() {
-  ++m_frozen;
-  if (m_peer) m_peer->Freeze(true);
+  if (m_frozen++ == 0 && m_peer) m_peer->Freeze(true);
 }
 
 void StdComponent::Thaw() {
-  --m_frozen;
-  if (m_peer) m_peer->Freeze(false);
+  if (--m_frozen == 0 && m_peer) m_peer->Freeze(false);
 }
 
 void StdComponent::childRemoving() {

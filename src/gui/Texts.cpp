@@ -34,6 +34,12 @@ std::string Translate(const std::string& english, std::initializer_list<std::str
   return filled;
 }
 
+std::string EscapeMnemonics(const std::string& name) {
+  std::string escaped;
+  for (const char c : name) escaped.append(c == '&' ? 2 : 1, c);
+  return escaped;
+}
+
 void SetTooltipTexts(std::function<std::string(int)> texts) {
   g_tooltips = std::move(texts);
 }

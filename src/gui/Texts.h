@@ -19,6 +19,11 @@ std::string Translate(const std::string& english);
 /// As above, and "%1" to "%9" replaced by the values.
 std::string Translate(const std::string& english, std::initializer_list<std::string> values);
 
+/// "&" marks the letter that a label, button, check box or menu is reached by with Alt, and "&&" is
+/// an ampersand: a name that is shown in one of these is guarded first. (What code sets as the text
+/// of a `label` element, and titles, have no such marks.)
+std::string EscapeMnemonics(const std::string& name);
+
 /// What the attribute `tooltipid` names; English. Without one, such tooltips are empty.
 void SetTooltipTexts(std::function<std::string(int)> texts);
 std::string TooltipText(int id);

@@ -40,7 +40,7 @@ class Peer {
   virtual void AddChild(Component& child, int index) = 0;
   /// `child` is about to be unrealised.
   virtual void RemoveChild(Component& child) = 0;
-  /// Nothing is laid out and painted until it is called with false as often as with true.
+  /// Nothing is laid out and painted from the call with true to that with false.
   virtual void Freeze(bool frozen) = 0;
   virtual void TakeFocus() = 0;
   /// Opens the component's popup at a place within it (px at 96 dpi), or at its lower left corner

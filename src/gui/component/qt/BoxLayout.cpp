@@ -1,0 +1,132 @@
+#include "gui/component/qt/BoxLayout.h"
+
+#include <QWidget>
+#include <algorithm>
+
+#include "gui/component/qt/QtPeer.h"
+#include "gui/component/qt/Realise.h"
+
+namespace orv::gui::component::qt {
+
+void Column::Remove(BoxItem* item) {
+  m_items.erase(std::remove(m_items.begin(), m_items.end(), item), m_items.end());
+  m_width = -1;
+}
+
+int Column::GetWidth() {
+  if (m_width < 0) {
+    m_width = 0;
+    for (const BoxItem* item : m_items) m_width = std::max(m_width, item->GetWish());
+  }
+  return m_width;
+}
+
+void Column::Invalidate() {
+  const int before = m_width;
+  m_width = -1;
+  if (before < 0 || GetWidth() == before) return;
+  for (BoxItem* item : m_items) item->widget()->updateGeometry();
+}
+
+BoxItem::BoxItem(QtPeer& peer, QWidget* widget) : QWidgetItem(widget), m_peer(peer) {
+  const std::string& name = peer.GetComponent()->GetAttributes().column;
+  if (name.empty()) return;
+  m_column = &peer.GetColumns()[name];
+  m_column->Add(this);
+  m_column->Invalidate();
+}
+
+BoxItem::~BoxItem() {
+  if (m_column) m_column->Remove(this);
+}
+
+QSize BoxItem::Bounded(QSize size) const {
+  const Component* component = m_peer.GetComponent();
+  if (!component) return size;
+  const Attributes& a = component->GetAttributes();
+  if (a.desiredWidth != kUnset) size.setWidth(Scaled(a.desiredWidth));
+  if (a.desiredHeight != kUnset) size.setHeight(Scaled(a.desiredHeight));
+  return size;
+}
+
+int BoxItem::GetWish() const {
+  if (isEmpty()) return 0;
+  const QSize size = Bounded(QWidgetItem::sizeHint());
+  return std::max(size.width(), QWidgetItem::minimumSize().width());
+}
+
+QSize BoxItem::sizeHint() const {
+  if (isEmpty()) return QSize(0, 0);
+  QSize size = Bounded(QWidgetItem::sizeHint()).expandedTo(QWidgetItem::minimumSize());
+  size = size.boundedTo(maximumSize().expandedTo(QWidgetItem::minimumSize()));
+  if (m_column) size.setWidth(std::max(size.width(), m_column->GetWidth()));
+  return size;
+}
+
+QSize BoxItem::minimumSize() const {
+  QSize size = QWidgetItem::minimumSize();
+  if (m_column && !isEmpty()) size.setWidth(std::max(size.width(), m_column->GetWidth()));
+  return size;
+}
+
+void BoxItem::Changed() {
+  if (m_column) m_column->Invalidate();
+}
+
+BoxLayout::BoxLayout(Direction direction, QWidget* parent) : QBoxLayout(direction, parent) {
+  // The last item, which takes the spare room when nothing else does.
+  addItem(new QSpacerItem(0, 0));
+}
+
+void BoxLayout::Insert(int index, QtPeer& peer) {
+  QWidget* widget = peer.GetWidget();
+  auto* item = new BoxItem(peer, widget);
+  item->setAlignment(peer.GetAlignment());
+  addChildWidget(widget);
+  index = std::min(index, count() - 1);
+  insertItem(index, item);
+  const int stretch = peer.GetComponent()->GetAttributes().stretch;
+  if (stretch != kUnset) setStretch(index, stretch);
+}
+
+BoxItem* BoxLayout::Find(const QtPeer& peer) const {
+  for (int i = 0; i < count() - 1; ++i) {
+    auto* item = static_cast<BoxItem*>(itemAt(i));
+    if (&item->GetPeer() == &peer) return item;
+  }
+  return nullptr;
+}
+
+void BoxLayout::Remove(QtPeer& peer) {
+  BoxItem* item = Find(peer);
+  if (!item) return;
+  removeItem(item);
+  delete item;
+}
+
+bool BoxLayout::IsFilled() const {
+  const bool across = direction() == LeftToRight;
+  for (int i = 0; i < count() - 1; ++i) {
+    const QLayoutItem* item = itemAt(i);
+    if (item->isEmpty()) continue;
+    if (stretch(i) > 0) return true;
+    if (item->expandingDirections() & (across ? Qt::Horizontal : Qt::Vertical)) return true;
+  }
+  return false;
+}
+
+Qt::Orientations BoxLayout::expandingDirections() const {
+  Qt::Orientations directions = QBoxLayout::expandingDirections();
+  // The spacer at the end is no wish for room.
+  const Qt::Orientation along = direction() == LeftToRight ? Qt::Horizontal : Qt::Vertical;
+  if (!IsFilled()) directions &= ~Qt::Orientations(along);
+  return directions;
+}
+
+void BoxLayout::setGeometry(const QRect& rect) {
+  const int spare = IsFilled() ? 0 : 1;
+  if (stretch(count() - 1) != spare) setStretch(count() - 1, spare);
+  QBoxLayout::setGeometry(rect);
+}
+
+}  // namespace orv::gui::component::qt

@@ -1,0 +1,71 @@
+// How the children of a list, border, group, scroll or dialog stand.
+#pragma once
+
+#include <QBoxLayout>
+#include <QWidgetItem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gui/Attributes.h"
+
+namespace orv::gui::component::qt {
+
+class BoxItem;
+class QtPeer;
+
+/// Widgets that share one width. Worked out when it is asked for.
+class Column {
+ public:
+  void Add(BoxItem* item) { m_items.push_back(item); }
+  void Remove(BoxItem* item);
+  int GetWidth();
+  /// A member wishes another width: the layouts of all are done anew.
+  void Invalidate();
+
+ private:
+  std::vector<BoxItem*> m_items;
+  int m_width = -1;
+};
+
+/// Columns of one root by their names.
+using Columns = std::map<std::string, Column>;
+
+/// A widget with the sizes that its component asks for.
+class BoxItem : public QWidgetItem {
+ public:
+  BoxItem(QtPeer& peer, QWidget* widget);
+  ~BoxItem() override;
+
+  QSize sizeHint() const override;
+  QSize minimumSize() const override;
+  int GetWish() const;  ///< width but for the column's
+  QtPeer& GetPeer() const { return m_peer; }
+  /// The component's sizes have changed, or what is shown.
+  void Changed();
+
+ private:
+  QSize Bounded(QSize size) const;
+
+  QtPeer& m_peer;
+  Column* m_column = nullptr;
+};
+
+/// Children in a row or column, packed to its start unless one of them takes the spare room.
+class BoxLayout : public QBoxLayout {
+ public:
+  BoxLayout(Direction direction, QWidget* parent);
+
+  void Insert(int index, QtPeer& peer);
+  void Remove(QtPeer& peer);
+  BoxItem* Find(const QtPeer& peer) const;
+
+  Qt::Orientations expandingDirections() const override;
+  void setGeometry(const QRect& rect) override;
+
+ private:
+  bool IsFilled() const;
+};
+
+}  // namespace orv::gui::component::qt

@@ -1,0 +1,87 @@
+// label.
+#include <QEvent>
+#include <QLabel>
+
+#include "gui/Style.h"
+#include "gui/component/Label.h"
+#include "gui/component/qt/Images.h"
+#include "gui/component/qt/Peers.h"
+#include "gui/component/qt/Realise.h"
+
+namespace orv::gui::component::qt {
+
+namespace {
+
+class LabelPeer : public PeerOf<Label, QLabel> {
+ public:
+  LabelPeer(Component& component, QLabel* label) : PeerOf(component, label) {
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    if (Held()->Wraps()) {
+      policy.setHorizontalPolicy(QSizePolicy::Expanding);
+      policy.setHeightForWidth(true);
+      label->setWordWrap(true);
+    }
+    label->setSizePolicy(policy);
+    label->setTextFormat(Held()->HasLinks() ? Qt::RichText : Qt::PlainText);
+    if (!Held()->HasLinks()) return;
+    label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    QObject::connect(label, &QLabel::linkActivated, [this](const QString& link) {
+      if (Held()) Held()->ClickLink(link.toStdString());
+    });
+  }
+
+  /// The text is aligned within the label, which is as large as its place.
+  Qt::Alignment GetAlignment() const override { return Qt::Alignment(); }
+
+ protected:
+  bool HoldsValue() const override { return false; }
+
+  void UpdateContent(unsigned changes) override {
+    if (changes & (kStyleChange | kMarkChange)) UpdateStyle();
+    if (changes & (kLabelChange | kImageChange)) UpdateText();
+  }
+
+ private:
+  void UpdateStyle() {
+    const std::string& text = Held()->GetAttributes().style;
+    ApplyTextStyle(*View(), text, Held()->IsMarked());
+    const Style style = ReadStyle(text);
+    Qt::Alignment alignment = QtPeer::GetAlignment();
+    if (style.textAlign == Align::kStart) alignment |= Qt::AlignLeft;
+    if (style.textAlign == Align::kCenter) alignment |= Qt::AlignHCenter;
+    if (style.textAlign == Align::kEnd) alignment |= Qt::AlignRight;
+    if (!(alignment & Qt::AlignHorizontal_Mask)) alignment |= Qt::AlignLeft;
+    if (!(alignment & Qt::AlignVertical_Mask))
+      alignment |= Held()->Wraps() ? Qt::AlignTop : Qt::AlignVCenter;
+    if (View()->alignment() != alignment) View()->setAlignment(alignment);
+    const Padding& p = style.padding;
+    const Padding& m = style.margin;
+    if (p.left || p.right || p.top || p.bottom || m.left || m.right || m.top || m.bottom)
+      View()->setContentsMargins(Scaled(p.left + m.left), Scaled(p.top + m.top),
+                                 Scaled(p.right + m.right), Scaled(p.bottom + m.bottom));
+    if (style.background) {
+      QPalette palette = View()->palette();
+      const Rgba& c = *style.background;
+      palette.setColor(View()->backgroundRole(), QColor(c.r, c.g, c.b, c.a));
+      View()->setPalette(palette);
+      View()->setAutoFillBackground(true);
+    }
+  }
+
+  void UpdateText() {
+    if (!Held()->GetImage().empty()) {
+      View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View()));
+      return;
+    }
+    const QString text = ToQt(Held()->GetShownText());
+    if (View()->text() != text) View()->setText(text);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<Peer> MakeLabel(Component& component, QWidget* parent) {
+  return std::make_unique<LabelPeer>(component, new QLabel(parent));
+}
+
+}  // namespace orv::gui::component::qt

@@ -1,0 +1,109 @@
+#include "gui/component/qt/MenuActions.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include "gui/GuiMessages.h"
+#include "gui/Texts.h"
+#include "gui/component/Menubar.h"
+#include "gui/component/qt/Images.h"
+#include "gui/component/qt/QtPeer.h"
+
+namespace orv::gui::component::qt {
+
+namespace {
+
+std::string Shown(const MenuItem& item, const std::string& text) {
+  return item.english ? Translate(text) : text;
+}
+
+}  // namespace
+
+void MenuActions::Fill(QWidget& holder, const std::vector<MenuItem>& items) {
+  Fill(holder, items, "");
+}
+
+void MenuActions::Fill(QWidget& holder, const std::vector<MenuItem>& items,
+                       const std::string& path) {
+  for (QAction* action : holder.actions()) {
+    holder.removeAction(action);
+    if (action->isSeparator()) delete action;
+  }
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const MenuItem& item = items[i];
+    if (item.separator) {
+      auto* line = new QAction(&holder);
+      line->setSeparator(true);
+      holder.addAction(line);
+    } else if (item.isMenu) {
+      QMenu* menu = MenuOf(item, path + "/" + std::to_string(i), holder);
+      Describe(*menu->menuAction(), item);
+      holder.addAction(menu->menuAction());
+      Fill(*menu, item.items, path + "/" + std::to_string(i));
+    } else {
+      holder.addAction(ActionOf(item, *m_peer.GetWidget()));
+    }
+  }
+}
+
+QMenu* MenuActions::MenuOf(const MenuItem& item, const std::string& path, QWidget& holder) {
+  QMenu*& menu = m_menus[item.id == kNoId ? path : std::to_string(item.id)];
+  if (menu) return menu;
+  menu = new QMenu(&holder);
+  menu->setToolTipsVisible(true);
+  if (item.id != kNoId) menu->setObjectName(QString::number(item.id));
+  QObject::connect(menu, &QMenu::aboutToShow, [this, id = item.id] {
+    if (m_peer.GetComponent()) m_peer.GetComponent()->Post(kMsgPopupOpening, id);
+  });
+  return menu;
+}
+
+QAction* MenuActions::ActionOf(const MenuItem& item, QWidget& owner) {
+  QAction*& action = m_actions[item.id];
+  if (!action) {
+    action = new QAction(&owner);
+    action->setObjectName(QString::number(item.id));
+    QObject::connect(action, &QAction::triggered,
+                     [this, id = item.id](bool checked) { Chosen(id, checked); });
+  }
+  Describe(*action, item);
+  return action;
+}
+
+void MenuActions::Describe(QAction& action, const MenuItem& item) {
+  const QString text = ToQt(Shown(item, item.label));
+  if (action.text() != text) action.setText(text);
+  const bool why = !item.enabled && !item.whyDisabled.empty();
+  action.setToolTip(ToQt(why ? item.whyDisabled : Shown(item, item.tooltip)));
+  if (!item.shortcut.empty())
+    action.setShortcut(QKeySequence::fromString(ToQt(item.shortcut), QKeySequence::PortableText));
+  if (!item.icon.empty())
+    action.setIcon(LoadIcon(*m_peer.GetComponent(), item.icon, *m_peer.GetWidget()));
+  action.setCheckable(item.checkable);
+  action.setChecked(item.checked);
+  action.setEnabled(item.enabled);
+  action.setVisible(item.visible);
+}
+
+void MenuActions::Chosen(int id, bool checked) {
+  Component* component = m_peer.GetComponent();
+  if (!component) return;
+  auto* bar = dynamic_cast<Menubar*>(component);
+  Menu* menu = bar ? &bar->GetMenu() : component->GetPopup();
+  const MenuItem* item = menu ? menu->Find(id) : nullptr;
+  if (!item) return;
+  if (item->checkable) menu->SetChecked(id, checked);
+  component->Post(kMsgMenuItem, id);
+}
+
+void MenuActions::ServeShortcuts(QWidget& widget, const std::vector<MenuItem>& items) {
+  for (const MenuItem& item : items) {
+    ServeShortcuts(widget, item.items);
+    if (item.shortcut.empty() || item.isMenu || item.separator) continue;
+    QAction* action = ActionOf(item, widget);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    if (!widget.actions().contains(action)) widget.addAction(action);
+  }
+}
+
+}  // namespace orv::gui::component::qt

@@ -1,0 +1,42 @@
+// A component's menu entries as actions.
+#pragma once
+
+#include <QKeySequence>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "gui/Menu.h"
+
+class QAction;
+class QMenu;
+class QWidget;
+
+namespace orv::gui::component::qt {
+
+class QtPeer;
+
+/// Fills a menu or menu bar and keeps it up to date. Menus and actions that stay are kept as
+/// objects, so that one may be refilled while it opens.
+class MenuActions {
+ public:
+  explicit MenuActions(QtPeer& peer) : m_peer(peer) {}
+
+  /// `holder` is a QMenu or QMenuBar.
+  void Fill(QWidget& holder, const std::vector<MenuItem>& items);
+  /// Has the entries' shortcuts work while the focus is in `widget`.
+  void ServeShortcuts(QWidget& widget, const std::vector<MenuItem>& items);
+
+ private:
+  void Fill(QWidget& holder, const std::vector<MenuItem>& items, const std::string& path);
+  QAction* ActionOf(const MenuItem& item, QWidget& owner);
+  QMenu* MenuOf(const MenuItem& item, const std::string& path, QWidget& holder);
+  void Describe(QAction& action, const MenuItem& item);
+  void Chosen(int id, bool checked);
+
+  QtPeer& m_peer;
+  std::map<int, QAction*> m_actions;      ///< by the item's id
+  std::map<std::string, QMenu*> m_menus;  ///< by the menu's id, or its place
+};
+
+}  // namespace orv::gui::component::qt
