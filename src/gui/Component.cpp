@@ -23,6 +23,7 @@ struct Delivery {
 
 Delivery* g_delivery = nullptr;
 int g_held = 0;
+bool g_scheduled = false;  ///< a toolkit will call DestroyRetired
 
 Delivery::Delivery(Component* source) : outer(std::exchange(g_delivery, this)) {
   for (const Component* node = source; node; node = node->parent()) path.push_back(node);
@@ -41,6 +42,21 @@ std::vector<ComponentPtr>& Retired() {
 std::vector<std::unique_ptr<Peer>>& RetiredPeers() {
   static auto* peers = new std::vector<std::unique_ptr<Peer>>;
   return *peers;
+}
+
+void Schedule(Toolkit& toolkit) {
+  g_scheduled = true;
+  toolkit.ScheduleRetired();
+}
+
+void DestroyAll() {
+  g_scheduled = false;
+  for (auto& retired = Retired(); !retired.empty();) {
+    const ComponentPtr component = std::move(retired.back());
+    retired.pop_back();
+  }
+  // From the top down: a widget takes those within it along.
+  const std::vector<std::unique_ptr<Peer>> peers = std::exchange(RetiredPeers(), {});
 }
 
 Background* ReadBackground(const util::xml::Element& tag) {
@@ -124,6 +140,8 @@ bool Component::Post(std::int32_t id, std::int32_t param, void* data) {
       listener->onMessage(message, true);
     }
   }
+  // Without a toolkit nobody's event is being handled further out.
+  if (!delivery.outer && g_held == 0 && !g_scheduled) DestroyAll();
   return delivery.path.front() != nullptr;
 }
 
@@ -133,25 +151,18 @@ void Component::Retire() {
   Unrealise();
   Retired().emplace_back(this);
   if (toolkit)
-    toolkit->ScheduleRetired();
+    Schedule(*toolkit);
   else
     DestroyRetired();
 }
 
 void Component::RetirePeer(std::unique_ptr<Peer> peer, Toolkit& toolkit) {
   RetiredPeers().push_back(std::move(peer));
-  if (g_delivery || g_held > 0) toolkit.ScheduleRetired();
+  if (g_delivery || g_held > 0) Schedule(toolkit);
 }
 
 void DestroyRetired() {
-  if (g_delivery || g_held > 0) return;
-  for (auto& retired = Retired(); !retired.empty();) {
-    const ComponentPtr component = std::move(retired.back());
-    retired.pop_back();
-  }
-  // From the top down: a widget takes those within it along.
-  const std::vector<std::unique_ptr<Peer>> peers = std::move(RetiredPeers());
-  RetiredPeers().clear();
+  if (!g_delivery && g_held == 0) DestroyAll();
 }
 
 bool HasRetired() {
