@@ -74,6 +74,8 @@ class Component : public util::DynamicObject,
   const std::string& GetLabel() const { return m_attributes.label; }
   /// As it is shown.
   virtual std::string GetShownLabel() const = 0;
+  /// Whether it is still the document's, English and with a mnemonic.
+  bool IsDocumentLabel() const { return m_labelIsEnglish; }
   virtual void SetTooltip(const std::string& tooltip) = 0;
   /// As it is shown: why the component is disabled, if that was told, else its tooltip.
   virtual std::string GetShownTooltip() const = 0;

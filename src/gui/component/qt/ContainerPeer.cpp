@@ -83,7 +83,7 @@ void ContainerPeer::BecomeBuddy(QtPeer& peer, int index) {
   auto* label = focus && before && QtPeer::Of(*before)
                     ? qobject_cast<QLabel*>(QtPeer::Of(*before)->GetWidget())
                     : nullptr;
-  if (label && label->text().contains('&')) label->setBuddy(focus);
+  if (label && before->IsDocumentLabel() && label->text().contains('&')) label->setBuddy(focus);
 }
 
 void ContainerPeer::RemoveChild(Component& child) {

@@ -73,6 +73,8 @@ class LabelPeer : public PeerOf<Label, QLabel> {
       View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View()));
       return;
     }
+    // What code sets has no mnemonics.
+    if (!Held()->IsDocumentLabel() && View()->buddy()) View()->setBuddy(nullptr);
     const QString text = ToQt(Held()->GetShownText());
     if (View()->text() != text) View()->setText(text);
   }

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLinearGradient>
 #include <unordered_map>
+#include <utility>
 
 #include "gui/GuiMessages.h"
 #include "gui/Style.h"
@@ -93,7 +94,9 @@ void ApplyTextStyle(QWidget& widget, const std::string& text, bool marked) {
   if (style.underline) font.setUnderline(*style.underline);
   if (font.resolve() != widget.font().resolve() || font != widget.font()) widget.setFont(font);
   QPalette palette;
-  const QPalette system = QApplication::palette(&widget);
+  // That of what it stands in: a host's own where it has one.
+  const QPalette system =
+      widget.parentWidget() ? widget.parentWidget()->palette() : QApplication::palette(&widget);
   if (marked)
     palette.setColor(widget.foregroundRole(), ToneOf(system, Tone::kAccent));
   else if (style.color)
@@ -140,8 +143,13 @@ Columns& QtPeer::GetColumns() {
   return *root.m_columns;
 }
 
+void QtPeer::Restyle() {
+  if (!m_updating) Update(kStyleChange | kImageChange | kMarkChange);
+}
+
 void QtPeer::Update(unsigned changes) {
   if (!m_widget || !m_component) return;
+  const bool outer = std::exchange(m_updating, true);
   if (changes & kEnabledChange) {
     if (m_widget->isEnabledTo(m_widget->parentWidget()) != m_component->IsEnabled() ||
         changes != kAllChanges)
@@ -150,6 +158,8 @@ void QtPeer::Update(unsigned changes) {
   if (changes & kStyleChange) UpdateBackground();
   if (changes & kSizeChange) UpdateSize();
   UpdateContent(changes);
+  if (!m_component->GetAttributes().tabStop && m_widget->focusPolicy() & Qt::TabFocus)
+    m_widget->setFocusPolicy(Qt::FocusPolicy(m_widget->focusPolicy() & ~Qt::TabFocus));
   if (changes & (kTooltipChange | kEnabledChange)) {
     const std::string tooltip = m_component->GetShownTooltip();
     if (!tooltip.empty() || changes != kAllChanges) m_widget->setToolTip(TooltipOf(tooltip));
@@ -160,10 +170,13 @@ void QtPeer::Update(unsigned changes) {
     if (auto* container = parent ? dynamic_cast<ContainerPeer*>(parent->GetPeer()) : nullptr)
       container->ChildChanged(*m_component);
   }
-  if ((changes & kVisibleChange) && !m_widget->isWindow())
-    m_widget->setVisible(m_component->IsVisible());
+  // A new widget is shown by what it stands in.
+  const bool shown = m_component->IsVisible();
+  if ((changes & kVisibleChange) && !m_widget->isWindow() && !(shown && changes == kAllChanges))
+    m_widget->setVisible(shown);
   if ((changes & kMenuChange) && m_component->GetPopup()) UpdatePopup();
   if (changes & kValueChange) m_widget->setAcceptDrops(m_component->TakesFiles() || TakesDrops());
+  m_updating = outer;
 }
 
 void QtPeer::UpdateSize() {

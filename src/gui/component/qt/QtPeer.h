@@ -46,6 +46,10 @@ class QtPeer : public Peer {
   virtual Qt::Alignment GetAlignment() const;
   /// What it is called when it is read out: its own name, its label, tooltip or what stands before.
   QString GetSpokenName() const;
+  /// Works out anew what depends on the palette and font around the widget.
+  void Restyle();
+  /// Whether the widget opens its popup by itself.
+  virtual bool HandlesMenu() const { return false; }
   /// The label of a component may change how the next one is called.
   void UpdateName();
 
@@ -85,6 +89,7 @@ class QtPeer : public Peer {
   std::unique_ptr<MenuActions> m_popupActions;
   QPointer<QMenu> m_popupMenu;
   bool m_active = false;
+  bool m_updating = false;  ///< whose own changes of palette and font are no news
 };
 
 /// The same with the types of both.

@@ -95,9 +95,13 @@ bool Watcher::eventFilter(QObject* object, QEvent* event) {
     case QEvent::Resize:
       if (QtPeer* peer = QtPeer::At(object)) TellPlace(*peer, *static_cast<QWidget*>(object));
       return false;
+    case QEvent::PaletteChange:
+    case QEvent::FontChange:
+      if (QtPeer* peer = QtPeer::At(object)) peer->Restyle();
+      return false;
     case QEvent::ContextMenu: {
       QtPeer* peer = QtPeer::At(object);
-      if (!peer || !peer->GetComponent()->GetPopup()) return false;
+      if (!peer || peer->HandlesMenu() || !peer->GetComponent()->GetPopup()) return false;
       const auto& menu = *static_cast<QContextMenuEvent*>(event);
       peer->OpenPopupAt(menu.globalPos());
       return true;
