@@ -71,7 +71,7 @@ TEST(Layout, ReadsEveryElementAndAttribute) {
 TEST(Layout, PrefersTheUsersDocumentUnlessItCantBeUsed) {
   const std::string carried = "<dialog label=\"carried\"/>";
   const std::map<std::string, const char*> damaged{
-      {"<dialog label=", "cannot|broken|closed"},
+      {"<dialog label=", "broken"},
       {"<tree/>", "root"},
       {"<list/>", "must be"},
       {std::string("<dialog>") +
@@ -124,8 +124,7 @@ TEST(Layout, PrefersTheUsersDocumentUnlessItCantBeUsed) {
     EXPECT_EQ(layout.Load("/a.xml")->GetLabel(), "carried") << reason;
     ASSERT_EQ(log.size(), 1u);
     EXPECT_NE(log[0].find("/a.xml"), std::string::npos);
-    if (!std::string(reason).count('|'))
-      EXPECT_NE(log[0].find(reason), std::string::npos) << log[0];
+    EXPECT_NE(log[0].find(reason), std::string::npos) << log[0];
   }
 }
 
@@ -181,7 +180,7 @@ TEST(Layout, TellsAListenerOnceOnTheWayUpAndLetsItEndTheSource) {
 
   // Whoever is told of a tick may do away with the box, its list or the whole window.
   window.listener.then = [&](util::Message& message) { SourceOf(message)->parent()->Retire(); };
-  ASSERT_TRUE(window.root->Find(4)->Post(kMsgChecked, 1)) << "retired, and not yet destroyed";
+  EXPECT_FALSE(window.root->Find(4)->Post(kMsgChecked, 1));
   EXPECT_FALSE(window.root->Find(4));
   EXPECT_FALSE(HasRetired()) << "nothing is being delivered any more";
   window.listener.then = [&](util::Message&) { window.root.reset(); };

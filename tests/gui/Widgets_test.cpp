@@ -117,15 +117,18 @@ TEST(Widgets, AreNamedReachedInOrderAndNotClipped) {
     qt::ApplyTheme(*qApp, theme);
     Window::Settle();
     const char* name = theme == qt::Theme::kDark ? "/dark.png" : "/light.png";
-    if (pictures) EXPECT_TRUE(dialog->grab().save(QString(pictures) + name));
+    if (pictures) {
+      EXPECT_TRUE(dialog->grab().save(QString(pictures) + name));
+    }
   }
   for (const QWidget* widget : dialog->findChildren<QWidget*>()) {
     if (!widget->isVisible() || !qt::ComponentOf(widget)) continue;
     const Component& component = *qt::ComponentOf(widget);
     if (qt::WidgetOf(component) != widget) continue;
-    if (widget->focusPolicy() & Qt::TabFocus)
+    if (widget->focusPolicy() & Qt::TabFocus) {
       EXPECT_FALSE(widget->accessibleName().isEmpty())
           << component.GetElement() << component.GetId();
+    }
     const QSize least = widget->minimumSizeHint();
     EXPECT_GE(widget->width(), least.width()) << component.GetElement() << component.GetId();
     EXPECT_GE(widget->height(), least.height()) << component.GetElement() << component.GetId();
@@ -142,10 +145,11 @@ TEST(Widgets, AreNamedReachedInOrderAndNotClipped) {
     const Component* at = qt::ComponentOf(QApplication::focusWidget());
     ASSERT_TRUE(at);
     if (!order.empty() && at->GetId() == order.front()) break;
-    order.push_back(at->GetId());
+    // A label's links are gone through one by one.
+    if (order.empty() || order.back() != at->GetId()) order.push_back(at->GetId());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   }
-  EXPECT_EQ(order, (std::vector<int>{10, 12, 13, 15, 16, 17, 20, 21, 22, 23, 24, 25, 26, 27,
+  EXPECT_EQ(order, (std::vector<int>{10, 12, 13, 15, 16, 17, 20, 22, 23, 24, 25, 26, 27,
                                      28, 29, 31, 32, 33, 34, 35, 36, 38, 51, 53, 54, 64}));
 }
 
@@ -258,7 +262,9 @@ TEST(Widgets, PostWhatAUserDoes) {
   // Pressed on one box and dragged over the next of its group.
   take();
   QTest::mousePress(window.Widget(22), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
-  QTest::mouseMove(window.Widget(23), QPoint(8, 8));
+  QMouseEvent over(QEvent::MouseMove, QPointF(), window.Widget(23)->mapToGlobal(QPoint(8, 8)),
+                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.Widget(22), &over);
   QTest::mouseRelease(window.Widget(22), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
   EXPECT_TRUE(window.Get<ci::CheckBox>(22).IsOn() && window.Get<ci::CheckBox>(23).IsOn());
   EXPECT_EQ(take().size(), 4u);
@@ -508,8 +514,9 @@ TEST(Widgets, FollowATreeThroughAnyChange) {
           const QModelIndex child = view->model()->index(i, 0, at);
           EXPECT_EQ(child.data().toString().toStdString(), node.child(i)->row.cells[0].text);
           EXPECT_EQ(view->selectionModel()->isSelected(child), node.child(i)->selected);
-          if (node.child(i)->childCount() > 0)
+          if (node.child(i)->childCount() > 0) {
             EXPECT_EQ(view->isExpanded(child), node.child(i)->expanded);
+          }
           compare(*node.child(i), child);
         }
       };
@@ -535,6 +542,7 @@ TEST(Widgets, RenameCheckAndMoveRowsOfATree) {
   editor->selectAll();
   Type(editor, "Bus");
   QTest::keyClick(editor, Qt::Key_Return);
+  Window::Settle();
   EXPECT_EQ(text, "Bus");
   EXPECT_EQ(tree.FindRow(2)->row.cells[0].text, "Car_002") << "until the window says so";
   view->setFocus();

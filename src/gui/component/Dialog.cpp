@@ -8,7 +8,7 @@ namespace orv::gui::component {
 
 Dialog::Dialog(const util::xml::Element& tag)
     : Element(tag),
-      m_padding(ReadPadding(tag.attribute("padding"), m_padding)),
+      m_padding(ReadPadding(tag.attribute("padding"), {8, 8, 8, 8})),
       m_spacing(ReadInt(tag.attribute("spacing"), kUnset)),
       m_icon(tag.attribute("icon")),
       m_closeButton(ReadFlag(tag.attribute("closebtn"), true)),

@@ -55,8 +55,8 @@ class Dialog : public Element<componentinterface::Dialog> {
  private:
   Window* GetWindow() const;
 
-  Padding m_padding{8, 8, 8, 8};
-  int m_spacing = kUnset;
+  Padding m_padding;
+  int m_spacing;
   std::string m_icon;
   std::string m_geometry;  ///< to be taken when it is realised
   bool m_closeButton = true, m_minimizeButton = false, m_titleBar = true;

@@ -40,32 +40,52 @@ BoxItem::~BoxItem() {
   if (m_column) m_column->Remove(this);
 }
 
-QSize BoxItem::Bounded(QSize size) const {
+QSize BoxItem::Wish() const {
+  QSize size = QWidgetItem::sizeHint();
+  if (const Component* component = m_peer.GetComponent()) {
+    const Attributes& a = component->GetAttributes();
+    if (a.desiredWidth != kUnset) size.setWidth(Scaled(a.desiredWidth));
+    if (a.desiredHeight != kUnset) size.setHeight(Scaled(a.desiredHeight));
+  }
+  const QWidget& widget = *const_cast<BoxItem*>(this)->widget();
+  return size.expandedTo(widget.minimumSize()).boundedTo(widget.maximumSize());
+}
+
+QSize BoxItem::Least() const {
+  QWidget& widget = *const_cast<BoxItem*>(this)->widget();
+  // A least size that is told can't be less than what the content needs.
+  QSize size = QWidgetItem::minimumSize().expandedTo(
+      widget.minimumSizeHint().boundedTo(widget.maximumSize()));
   const Component* component = m_peer.GetComponent();
-  if (!component) return size;
-  const Attributes& a = component->GetAttributes();
-  if (a.desiredWidth != kUnset) size.setWidth(Scaled(a.desiredWidth));
-  if (a.desiredHeight != kUnset) size.setHeight(Scaled(a.desiredHeight));
+  if (component && component->GetAttributes().fixedWidth) size.setWidth(Wish().width());
+  if (component && component->GetAttributes().fixedHeight) size.setHeight(Wish().height());
   return size;
 }
 
 int BoxItem::GetWish() const {
-  if (isEmpty()) return 0;
-  const QSize size = Bounded(QWidgetItem::sizeHint());
-  return std::max(size.width(), QWidgetItem::minimumSize().width());
+  return isEmpty() ? 0 : Wish().expandedTo(Least()).width();
 }
 
 QSize BoxItem::sizeHint() const {
   if (isEmpty()) return QSize(0, 0);
-  QSize size = Bounded(QWidgetItem::sizeHint()).expandedTo(QWidgetItem::minimumSize());
-  size = size.boundedTo(maximumSize().expandedTo(QWidgetItem::minimumSize()));
+  QSize size = Wish().expandedTo(Least());
   if (m_column) size.setWidth(std::max(size.width(), m_column->GetWidth()));
   return size;
 }
 
 QSize BoxItem::minimumSize() const {
-  QSize size = QWidgetItem::minimumSize();
-  if (m_column && !isEmpty()) size.setWidth(std::max(size.width(), m_column->GetWidth()));
+  if (isEmpty()) return QSize(0, 0);
+  QSize size = Least();
+  if (m_column) size.setWidth(std::max(size.width(), m_column->GetWidth()));
+  return size;
+}
+
+QSize BoxItem::maximumSize() const {
+  QSize size = QWidgetItem::maximumSize();
+  const Component* component = m_peer.GetComponent();
+  if (!component || isEmpty()) return size;
+  if (component->GetAttributes().fixedWidth) size.setWidth(sizeHint().width());
+  if (component->GetAttributes().fixedHeight) size.setHeight(sizeHint().height());
   return size;
 }
 

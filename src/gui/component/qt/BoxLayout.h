@@ -40,13 +40,15 @@ class BoxItem : public QWidgetItem {
 
   QSize sizeHint() const override;
   QSize minimumSize() const override;
+  QSize maximumSize() const override;
   int GetWish() const;  ///< width but for the column's
   QtPeer& GetPeer() const { return m_peer; }
   /// The component's sizes have changed, or what is shown.
   void Changed();
 
  private:
-  QSize Bounded(QSize size) const;
+  QSize Wish() const;   ///< what the document asks for, or the content needs
+  QSize Least() const;  ///< but for the column's
 
   QtPeer& m_peer;
   Column* m_column = nullptr;

@@ -191,12 +191,6 @@ void QtPeer::UpdateSize() {
     m_widget->setMaximumWidth(limit(a.maxWidth));
   if (a.maxHeight < kNoLimit || m_widget->maximumHeight() < QWIDGETSIZE_MAX)
     m_widget->setMaximumHeight(limit(a.maxHeight));
-  if (a.fixedWidth || a.fixedHeight) {
-    QSizePolicy policy = m_widget->sizePolicy();
-    if (a.fixedWidth) policy.setHorizontalPolicy(QSizePolicy::Fixed);
-    if (a.fixedHeight) policy.setVerticalPolicy(QSizePolicy::Fixed);
-    m_widget->setSizePolicy(policy);
-  }
   m_widget->updateGeometry();
 }
 

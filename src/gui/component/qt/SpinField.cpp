@@ -140,7 +140,7 @@ void SpinField::resizeEvent(QResizeEvent*) {
 }
 
 void SpinField::BeginTyping(const QString& first) {
-  if (!CanEdit() || IsEditing()) return;
+  if (!CanEdit() || (IsEditing() && m_editor->hasFocus())) return;
   if (!m_editor) {
     m_editor = new QLineEdit(this);
     m_editor->setFrame(false);

@@ -2,8 +2,9 @@
 
 #include <QApplication>
 #include <QStyle>
-#include <QStyleFactory>
 #include <algorithm>
+
+#include "gui/component/qt/CalmStyle.h"
 
 namespace orv::gui::component::qt {
 
@@ -26,7 +27,8 @@ struct Greys {
 constexpr Greys kDark{42, 32, 37, 56, 222, 74, 62, 30, 24, 14, 124};
 constexpr Greys kLight{242, 255, 248, 236, 28, 255, 246, 190, 168, 120, 140};
 
-QPalette Build(const Greys& greys, const QColor& accent, const QColor& onAccent) {
+/// `accent` behind white text, `link` as text.
+QPalette Build(const Greys& greys, const QColor& accent, const QColor& link) {
   QPalette palette;
   const auto set = [&](QPalette::ColorRole role, int grey) { palette.setColor(role, Grey(grey)); };
   set(QPalette::Window, greys.window);
@@ -45,11 +47,11 @@ QPalette Build(const Greys& greys, const QColor& accent, const QColor& onAccent)
     palette.setColor(QPalette::Disabled, role, Grey(greys.disabled));
   }
   palette.setColor(QPalette::Highlight, accent);
-  palette.setColor(QPalette::HighlightedText, onAccent);
+  palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::Disabled, QPalette::Highlight, Grey(greys.mid));
   palette.setColor(QPalette::Disabled, QPalette::HighlightedText, Grey(greys.disabled));
-  palette.setColor(QPalette::Link, accent);
-  palette.setColor(QPalette::LinkVisited, accent);
+  palette.setColor(QPalette::Link, link);
+  palette.setColor(QPalette::LinkVisited, link);
   return palette;
 }
 
@@ -60,13 +62,12 @@ double Luminance(const QColor& color) {
 }  // namespace
 
 QPalette PaletteOf(Theme theme) {
-  return theme == Theme::kDark ? Build(kDark, QColor(77, 148, 224), Grey(255))
-                               : Build(kLight, QColor(30, 106, 190), Grey(255));
+  return theme == Theme::kDark ? Build(kDark, QColor(40, 108, 178), QColor(110, 176, 244))
+                               : Build(kLight, QColor(30, 106, 190), QColor(24, 94, 172));
 }
 
 void ApplyTheme(QApplication& application, Theme theme) {
-  if (application.style()->objectName().compare(QLatin1String("fusion"), Qt::CaseInsensitive) != 0)
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  if (!dynamic_cast<CalmStyle*>(application.style())) application.setStyle(new CalmStyle);
   application.setPalette(PaletteOf(theme));
 }
 
@@ -85,7 +86,7 @@ QColor ToneOf(const QPalette& palette, Tone tone) {
     case Tone::kText:
       return text;
     case Tone::kWeakText:
-      return Mix(text, window, 0.35);
+      return Mix(text, window, 0.3);
     case Tone::kLine:
       return Mix(text, window, 0.75);
     case Tone::kField:
@@ -93,9 +94,9 @@ QColor ToneOf(const QPalette& palette, Tone tone) {
     case Tone::kHover:
       return Mix(text, window, 0.9);
     case Tone::kWarning:
-      return dark ? QColor(226, 172, 74) : QColor(158, 98, 0);
+      return dark ? QColor(226, 172, 74) : QColor(136, 84, 0);
     case Tone::kError:
-      return dark ? QColor(240, 110, 104) : QColor(190, 32, 32);
+      return dark ? QColor(255, 138, 130) : QColor(190, 32, 32);
     case Tone::kGood:
       return dark ? QColor(112, 190, 122) : QColor(30, 122, 56);
   }
@@ -107,7 +108,7 @@ QColor TextColor(const QPalette& palette, const QColor& wanted) {
   const int least = std::min({wanted.red(), wanted.green(), wanted.blue()});
   if (most - least > 8) return wanted;
   // A grey tells how far a text steps back: from black, the text itself, to weak.
-  const double share = std::min(0.4, wanted.lightnessF() * 0.66);
+  const double share = std::min(0.36, wanted.lightnessF() * 0.6);
   const QColor text = palette.color(QPalette::WindowText);
   return Mix(text, palette.color(QPalette::Window), share);
 }
