@@ -38,6 +38,8 @@ class LabelPeer : public PeerOf<Label, QLabel> {
 
   void UpdateContent(unsigned changes) override {
     if (changes & (kStyleChange | kMarkChange)) UpdateStyle();
+    // The colour of links is taken from the palette with the text.
+    if (Held()->HasLinks() && (changes & kStyleChange)) View()->clear();
     if (changes & (kLabelChange | kImageChange)) UpdateText();
   }
 
