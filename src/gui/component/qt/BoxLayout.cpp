@@ -28,7 +28,7 @@ void Column::Invalidate() {
   for (BoxItem* item : m_items) item->widget()->updateGeometry();
 }
 
-BoxItem::BoxItem(QtPeer& peer, QWidget* widget) : QWidgetItem(widget), m_peer(peer) {
+BoxItem::BoxItem(QtPeer& peer, QWidget* widget) : QWidgetItemV2(widget), m_peer(peer) {
   const std::string& name = peer.GetComponent()->GetAttributes().column;
   if (name.empty()) return;
   m_column = &peer.GetColumns()[name];
@@ -41,7 +41,7 @@ BoxItem::~BoxItem() {
 }
 
 QSize BoxItem::Wish() const {
-  QSize size = QWidgetItem::sizeHint();
+  QSize size = QWidgetItemV2::sizeHint();
   if (const Component* component = m_peer.GetComponent()) {
     const Attributes& a = component->GetAttributes();
     if (a.desiredWidth != kUnset) size.setWidth(Scaled(a.desiredWidth));
@@ -53,9 +53,10 @@ QSize BoxItem::Wish() const {
 
 QSize BoxItem::Least() const {
   QWidget& widget = *const_cast<BoxItem*>(this)->widget();
+  QSize size = QWidgetItemV2::minimumSize();
   // A least size that is told can't be less than what the content needs.
-  QSize size = QWidgetItem::minimumSize().expandedTo(
-      widget.minimumSizeHint().boundedTo(widget.maximumSize()));
+  if (widget.minimumWidth() > 0 || widget.minimumHeight() > 0)
+    size = size.expandedTo(widget.minimumSizeHint().boundedTo(widget.maximumSize()));
   const Component* component = m_peer.GetComponent();
   if (component && component->GetAttributes().fixedWidth) size.setWidth(Wish().width());
   if (component && component->GetAttributes().fixedHeight) size.setHeight(Wish().height());
@@ -81,7 +82,7 @@ QSize BoxItem::minimumSize() const {
 }
 
 QSize BoxItem::maximumSize() const {
-  QSize size = QWidgetItem::maximumSize();
+  QSize size = QWidgetItemV2::maximumSize();
   const Component* component = m_peer.GetComponent();
   if (!component || isEmpty()) return size;
   if (component->GetAttributes().fixedWidth) size.setWidth(sizeHint().width());
@@ -96,6 +97,7 @@ void BoxItem::Changed() {
 BoxLayout::BoxLayout(Direction direction, QWidget* parent) : QBoxLayout(direction, parent) {
   // The last item, which takes the spare room when nothing else does.
   addItem(new QSpacerItem(0, 0));
+  setStretch(0, 1);
 }
 
 void BoxLayout::Insert(int index, QtPeer& peer) {
@@ -107,6 +109,8 @@ void BoxLayout::Insert(int index, QtPeer& peer) {
   insertItem(index, item);
   const int stretch = peer.GetComponent()->GetAttributes().stretch;
   if (stretch != kUnset) setStretch(index, stretch);
+  const bool fills = stretch > 0 || IsAlong(*item);
+  if (this->stretch(count() - 1) != 0 && fills) setStretch(count() - 1, 0);
 }
 
 BoxItem* BoxLayout::Find(const QtPeer& peer) const {
@@ -124,15 +128,24 @@ void BoxLayout::Remove(QtPeer& peer) {
   delete item;
 }
 
+bool BoxLayout::IsAlong(const QLayoutItem& item) const {
+  const Qt::Orientation along = direction() == LeftToRight ? Qt::Horizontal : Qt::Vertical;
+  return item.expandingDirections() & along;
+}
+
 bool BoxLayout::IsFilled() const {
-  const bool across = direction() == LeftToRight;
-  for (int i = 0; i < count() - 1; ++i) {
-    const QLayoutItem* item = itemAt(i);
-    if (item->isEmpty()) continue;
-    if (stretch(i) > 0) return true;
-    if (item->expandingDirections() & (across ? Qt::Horizontal : Qt::Vertical)) return true;
+  if (m_filled >= 0) return m_filled > 0;
+  m_filled = 0;
+  for (int i = 0; i < count() - 1 && m_filled == 0; ++i) {
+    const QLayoutItem& item = *itemAt(i);
+    if (!item.isEmpty() && (stretch(i) > 0 || IsAlong(item))) m_filled = 1;
   }
-  return false;
+  return m_filled > 0;
+}
+
+void BoxLayout::invalidate() {
+  m_filled = -1;
+  QBoxLayout::invalidate();
 }
 
 Qt::Orientations BoxLayout::expandingDirections() const {

@@ -33,7 +33,7 @@ class Column {
 using Columns = std::map<std::string, Column>;
 
 /// A widget with the sizes that its component asks for.
-class BoxItem : public QWidgetItem {
+class BoxItem : public QWidgetItemV2 {
  public:
   BoxItem(QtPeer& peer, QWidget* widget);
   ~BoxItem() override;
@@ -65,9 +65,13 @@ class BoxLayout : public QBoxLayout {
 
   Qt::Orientations expandingDirections() const override;
   void setGeometry(const QRect& rect) override;
+  void invalidate() override;
 
  private:
+  bool IsAlong(const QLayoutItem& item) const;
   bool IsFilled() const;
+
+  mutable int m_filled = -1;  ///< -1: to be worked out
 };
 
 }  // namespace orv::gui::component::qt

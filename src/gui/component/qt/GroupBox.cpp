@@ -55,7 +55,7 @@ void GroupBox::SetFold(bool foldable, bool folded) {
   m_folded = foldable && folded;
   setFocusPolicy(foldable ? Qt::TabFocus : Qt::NoFocus);
   setAttribute(Qt::WA_Hover, foldable);
-  m_content->setVisible(!m_folded);
+  if (std::exchange(m_contentHidden, m_folded) != m_folded) m_content->setVisible(!m_folded);
   UpdateMargins();
 }
 

@@ -43,6 +43,7 @@ class GroupBox : public QWidget {
   QString m_title;
   QBrush m_brush;
   bool m_marked = false, m_foldable = false, m_folded = false, m_hover = false;
+  bool m_contentHidden = false;
 };
 
 }  // namespace orv::gui::component::qt

@@ -65,6 +65,11 @@ QString SpinField::ShownText() const {
   return text;
 }
 
+void SpinField::RangeChanged() {
+  m_hint = QSize();
+  updateGeometry();
+}
+
 void SpinField::Refresh() {
   if (IsEditing() && !m_editor->isModified() && m_spinner) {
     m_editor->setText(QString::fromStdString(m_spinner->GetShownText()));
@@ -74,15 +79,24 @@ void SpinField::Refresh() {
 }
 
 QSize SpinField::sizeHint() const {
-  const QFontMetrics metrics(font());
-  int width = metrics.width(QStringLiteral("-00000.000"));
-  if (m_spinner) width = std::max(width, std::min(metrics.width(ShownText()), 2 * width));
-  return QSize(width + 2 * Scaled(kMargin) + Scaled(kArrowWidth), metrics.height() + Scaled(8));
+  if (!m_hint.isValid()) {
+    const QFontMetrics metrics(font());
+    const int unit = m_spinner && !m_spinner->GetUnit().empty()
+                         ? metrics.width(' ' + QString::fromStdString(m_spinner->GetUnit()))
+                         : 0;
+    m_hint = QSize(10 * metrics.width('0') + unit + 2 * Scaled(kMargin) + Scaled(kArrowWidth),
+                   metrics.height() + Scaled(8));
+  }
+  return m_hint;
 }
 
 QSize SpinField::minimumSizeHint() const {
-  const QFontMetrics metrics(font());
-  return QSize(metrics.width(QStringLiteral("-00.000")) + 2 * Scaled(kMargin), sizeHint().height());
+  return QSize(sizeHint().width() * 2 / 3, sizeHint().height());
+}
+
+void SpinField::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) m_hint = QSize();
+  QWidget::changeEvent(event);
 }
 
 QRect SpinField::ArrowRect() const {
@@ -406,7 +420,7 @@ class SpinnerPeer : public PeerOf<Spinner, SpinField> {
   void UpdateContent(unsigned changes) override {
     if (changes & (kStyleChange)) ApplyTextStyle(*View(), Held()->GetAttributes().style, false);
     if (changes & (kRangeChange | kValueChange | kMarkChange)) View()->Refresh();
-    if (changes & kRangeChange) View()->updateGeometry();
+    if (changes & kRangeChange) View()->RangeChanged();
   }
   void Detached() override {
     if (View()) View()->Release();

@@ -21,8 +21,10 @@ class SpinField : public QWidget {
   /// The component is gone.
   void Release();
   Spinner* GetSpinner() const { return m_spinner; }
-  /// Value, range or unit have changed.
+  /// The value has changed, or how it is shown.
   void Refresh();
+  /// The unit has changed.
+  void RangeChanged();
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -38,6 +40,7 @@ class SpinField : public QWidget {
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
@@ -64,6 +67,7 @@ class SpinField : public QWidget {
   void PaintArrows(QPainter& painter) const;
 
   Spinner* m_spinner;
+  mutable QSize m_hint;  ///< invalid: to be worked out
   QPointer<QLineEdit> m_editor;
   QTimer m_repeat;  ///< a held arrow, or the end of a turn of the wheel
   bool m_stepping = false, m_wheeling = false, m_dragging = false;
