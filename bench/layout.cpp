@@ -1,10 +1,13 @@
-// Opening a window of 81 parameters, as a tool configuration is: from the call to painted. The
-// first opening parses the documents and fills the font and style caches; the later ones are what a
-// user sees. The check is the number of rows that stand in the window and are painted.
+// What windows cost. Opening one of 81 parameters, as a tool configuration is: from the call to
+// painted. The first opening parses the documents and fills the font and style caches; the later
+// ones are what a user sees. The check is the number of rows that stand in the window and are
+// painted.
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
 #include <ctime>
+#include <functional>
+#include <numeric>
 
 #include "Figures.h"
 #include "gui/Layout.h"
@@ -14,6 +17,7 @@
 #include "gui/componentinterface/Label.h"
 #include "gui/componentinterface/Slider.h"
 #include "gui/componentinterface/Spinner.h"
+#include "gui/componentinterface/Tree.h"
 
 namespace {
 
@@ -84,13 +88,19 @@ ComponentPtr Open(Layout& layout, PaintCounter& painted) {
   return root;
 }
 
-void OpenEightyOneParameters(benchmark::State& state) {
+/// The application that widgets need, without a screen.
+QApplication& Application() {
+  static int argc = 1;
+  static char name[] = "bench";
+  static char* argv[] = {name, nullptr};
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  int argc = 1;
-  char name[] = "bench";
-  char* argv[] = {name, nullptr};
-  QApplication application(argc, argv);
+  static QApplication application(argc, argv);
   component::qt::ApplyTheme(application, component::qt::Theme::kDark);
+  return application;
+}
+
+void OpenEightyOneParameters(benchmark::State& state) {
+  Application();
   LayoutServices services;
   services.readFactory = ReadDocument;
   Layout layout(services);
@@ -118,5 +128,51 @@ void OpenEightyOneParameters(benchmark::State& state) {
   state.counters["rows_painted"] = rows;
 }
 BENCHMARK(OpenEightyOneParameters)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// A tree of ten thousand rows, a hundred in each group: coming one by one while it is shown, being
+/// sought through, all selected, and going.
+void TenThousandRows(benchmark::State& state) {
+  Application();
+  Layout layout({});
+  const ComponentPtr root = layout.LoadText(
+      "<dialog width=\"500\" height=\"700\"><tree id=\"1\" name=\"Rigs\"><column label=\"Name\"/>"
+      "<column label=\"Kind\"/></tree></dialog>",
+      "tree");
+  auto& tree = *root->Get<componentinterface::Tree>(1);
+  component::qt::Realise(*root);
+  dynamic_cast<componentinterface::Dialog&>(*root).Show();
+  const auto time = [](const std::function<void()>& work) {
+    return 1e3 * bench::Seconds([&] {
+             work();
+             QCoreApplication::sendPostedEvents();
+             QCoreApplication::processEvents();
+           });
+  };
+  const auto fill = [&] {
+    const Frozen frozen(*root->Find(1));
+    for (int key = 1; key <= 10000; ++key) {
+      componentinterface::Tree::Row row;
+      row.cells = {{"Row " + std::to_string(key), "", "", false}, {"Kind", "", "", true}};
+      const int group = (key - 1) / 100 * 100 + 1;
+      tree.AddRow(key, key == group ? 0 : group, -1, row);
+      if (key == group) tree.SetExpanded(key, true);
+    }
+  };
+  int rows = 0;
+  for (auto _ : state) {
+    for (int turn = 0; turn < bench::Turns(3); ++turn) {
+      state.counters["fill_ms"] = time(fill);
+      rows = tree.GetRowCount();
+      state.counters["filter_ms"] = time([&] { tree.SetFilter("77"); });
+      state.counters["unfilter_ms"] = time([&] { tree.SetFilter(""); });
+      std::vector<int> all(10000);
+      std::iota(all.begin(), all.end(), 1);
+      state.counters["select_ms"] = time([&] { tree.Select(all); });
+      state.counters["clear_ms"] = time([&] { tree.Clear(); });
+    }
+  }
+  if (rows != 10000) state.SkipWithError("rows are missing");
+}
+BENCHMARK(TenThousandRows)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace

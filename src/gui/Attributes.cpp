@@ -116,11 +116,11 @@ double ReadDouble(std::string_view text, double byDefault) {
   return byDefault;
 }
 
-std::vector<std::string_view> Words(std::string_view text) {
-  std::vector<std::string_view> words;
+std::vector<std::string> Words(std::string_view text) {
+  std::vector<std::string> words;
   for (text = Trimmed(text); !text.empty(); text = Trimmed(text)) {
     const auto end = std::find_if(text.begin(), text.end(), util::xml::isSpace);
-    words.push_back(text.substr(0, end - text.begin()));
+    words.emplace_back(text.begin(), end);
     text.remove_prefix(end - text.begin());
   }
   return words;
@@ -128,7 +128,7 @@ std::vector<std::string_view> Words(std::string_view text) {
 
 Padding ReadPadding(std::string_view text, Padding byDefault) {
   int* const sides[] = {&byDefault.left, &byDefault.top, &byDefault.right, &byDefault.bottom};
-  const std::vector<std::string_view> words = Words(text);
+  const std::vector<std::string> words = Words(text);
   for (std::size_t i = 0; i < std::min<std::size_t>(4, words.size()); ++i)
     *sides[i] = std::clamp(ReadInt(words[i], *sides[i]), 0, kNoLimit);
   return byDefault;

@@ -56,7 +56,7 @@ int ReadInt(std::string_view text, int byDefault);
 /// Either decimal separator.
 double ReadDouble(std::string_view text, double byDefault);
 /// What stands between blanks.
-std::vector<std::string_view> Words(std::string_view text);
+std::vector<std::string> Words(std::string_view text);
 /// Up to four numbers: left, top, right, bottom; one that is missing keeps its default.
 Padding ReadPadding(std::string_view text, Padding byDefault);
 

@@ -43,10 +43,10 @@ namespace background {
 Color::Color(const util::xml::Element& tag) : m_color(ReadColor(tag.child("color"))) {}
 
 Gradient_Linear::Gradient_Linear(const util::xml::Element& tag)
-    : startX(ReadDouble(tag.attribute("startx"), startX)),
-      startY(ReadDouble(tag.attribute("starty"), startY)),
-      endX(ReadDouble(tag.attribute("endx"), endX)),
-      endY(ReadDouble(tag.attribute("endy"), endY)) {
+    : startX(ReadDouble(tag.attribute("startx"), 0.0)),
+      startY(ReadDouble(tag.attribute("starty"), 0.0)),
+      endX(ReadDouble(tag.attribute("endx"), 0.0)),
+      endY(ReadDouble(tag.attribute("endy"), 1.0)) {
   const std::string spreadName = tag.attribute("spread");
   if (spreadName == "repeat") spread = Spread::kRepeat;
   if (spreadName == "reflect") spread = Spread::kReflect;

@@ -23,7 +23,7 @@ class Gradient_Linear : public Background {
 
   explicit Gradient_Linear(const util::xml::Element& tag);
 
-  double startX = 0.0, startY = 0.0, endX = 0.0, endY = 1.0;
+  double startX, startY, endX, endY;
   Spread spread = Spread::kPad;
   Coordinates coordinates = Coordinates::kObject;
   std::vector<Stop> stops;  ///< in order of position

@@ -13,7 +13,7 @@ namespace {
 
 /// "r g b" or "r g b a".
 std::optional<Rgba> ReadColorAttribute(const std::string& text) {
-  const std::vector<std::string_view> words = Words(text);
+  const std::vector<std::string> words = Words(text);
   if (words.size() != 3 && words.size() != 4) return ReadStyle("color:" + text).color;
   int channels[4] = {0, 0, 0, 255};
   for (std::size_t i = 0; i < words.size(); ++i) {

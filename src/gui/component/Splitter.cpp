@@ -8,8 +8,7 @@ namespace orv::gui::component {
 
 Splitter::Splitter(const util::xml::Element& tag)
     : Element(tag), m_horizontal(ReadHorizontal(tag)) {
-  for (const std::string_view word : Words(tag.attribute("sizes")))
-    m_sizes.push_back(ReadInt(word, 0));
+  for (const std::string& word : Words(tag.attribute("sizes"))) m_sizes.push_back(ReadInt(word, 0));
 }
 
 bool Splitter::KnowsAttribute(std::string_view name) const {

@@ -196,6 +196,13 @@ std::vector<int> Tree::GetSelected() const {
   return keys;
 }
 
+bool Tree::IsSelection(std::vector<int> keys) const {
+  std::vector<int> selected = GetSelected();
+  std::sort(selected.begin(), selected.end());
+  std::sort(keys.begin(), keys.end());
+  return selected == keys;
+}
+
 void Tree::SetCurrent(int key) {
   m_current = Held(key) ? key : int(kTop);
   if (m_observer) m_observer->SelectionSet();

@@ -66,6 +66,9 @@ class Tree : public Element<componentinterface::Tree> {
   };
   void SetObserver(Observer* observer) { m_observer = observer; }
 
+  /// Whether exactly these are selected, in any order.
+  bool IsSelection(std::vector<int> keys) const;
+
   /// The toolkit's words for what the user did.
   void SelectByUser(const std::vector<int>& keys, int current);
   void ExpandByUser(int key, bool expanded);

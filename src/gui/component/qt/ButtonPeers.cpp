@@ -305,7 +305,9 @@ class CheckBoxPeer : public PeerOf<CheckBox, TickBox> {
 
   void UpdateIcon() {
     const std::string& path = Held()->GetIcon(Held()->GetState());
-    if (!path.empty()) View()->setIcon(LoadIcon(*GetComponent(), path, *View()));
+    if (path.empty()) return;
+    View()->setIcon(LoadIcon(*GetComponent(), path, *View()));
+    View()->setIconSize(QSize(Scaled(16), Scaled(16)));
   }
 };
 

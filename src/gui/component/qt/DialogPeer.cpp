@@ -129,10 +129,7 @@ class DialogPeer : public ContainerPeer, public Dialog::Window {
       WriteGeometry(Held()->GetHeldGeometry());
   }
 
-  void Detached() override {
-    EndLoop();
-    if (View()) View()->onClose = nullptr;
-  }
+  void Detached() override { EndLoop(); }
 
  private:
   Dialog* Held() const { return static_cast<Dialog*>(GetComponent()); }

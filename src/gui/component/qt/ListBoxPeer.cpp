@@ -2,7 +2,6 @@
 #include <QAbstractListModel>
 #include <QApplication>
 #include <QClipboard>
-#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QListView>
 #include <QScrollBar>
@@ -15,6 +14,7 @@
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/Peers.h"
 #include "gui/component/qt/Realise.h"
+#include "gui/component/qt/RowRanges.h"
 #include "gui/component/qt/Theme.h"
 
 namespace orv::gui::component::qt {
@@ -260,15 +260,15 @@ class ListBoxPeer : public PeerOf<ListBox, ItemView>, public ListBox::Observer {
   void ShowSelection() {
     if (!View()) return;
     m_telling = true;
-    QItemSelection selection;
+    RowRanges ranges;
     QModelIndex current;
     for (const int id : Held()->GetSelected()) {
       const int row = m_model->RowOf(Held()->IndexOf(id));
       if (row < 0) continue;
-      selection.select(m_model->index(row), m_model->index(row));
+      ranges.Add(m_model->index(row));
       if (!current.isValid()) current = m_model->index(row);
     }
-    View()->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    View()->selectionModel()->select(ranges.Take(), QItemSelectionModel::ClearAndSelect);
     if (current.isValid())
       View()->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     m_telling = false;

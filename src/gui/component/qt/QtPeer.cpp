@@ -175,7 +175,7 @@ void QtPeer::Update(unsigned changes) {
   if ((changes & kVisibleChange) && !m_widget->isWindow() && !(shown && changes == kAllChanges))
     m_widget->setVisible(shown);
   if ((changes & kMenuChange) && m_component->GetPopup()) UpdatePopup();
-  if (changes & kValueChange) m_widget->setAcceptDrops(m_component->TakesFiles() || TakesDrops());
+  if ((changes & kValueChange) && m_component->TakesFiles()) m_widget->setAcceptDrops(true);
   m_updating = outer;
 }
 

@@ -67,8 +67,6 @@ class QtPeer : public Peer {
   virtual void UpdateContent(unsigned changes) = 0;
   /// Whether what stands before names it rather than its tooltip: true of what holds a value.
   virtual bool HoldsValue() const { return true; }
-  /// Whether the widget takes drops by itself.
-  virtual bool TakesDrops() const { return false; }
   /// Whether the widget draws GetBrush itself.
   virtual bool DrawsBackground() const { return false; }
   /// What is to be drawn behind it now; no brush when nothing is.

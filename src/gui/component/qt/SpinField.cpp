@@ -66,7 +66,7 @@ QString SpinField::ShownText() const {
 }
 
 void SpinField::RangeChanged() {
-  m_hint = QSize();
+  m_digitWidth = 0;
   updateGeometry();
 }
 
@@ -79,23 +79,27 @@ void SpinField::Refresh() {
 }
 
 QSize SpinField::sizeHint() const {
-  if (!m_hint.isValid()) {
-    const QFontMetrics metrics(font());
-    const int unit = m_spinner && !m_spinner->GetUnit().empty()
-                         ? metrics.width(' ' + QString::fromStdString(m_spinner->GetUnit()))
-                         : 0;
-    m_hint = QSize(10 * metrics.width('0') + unit + 2 * Scaled(kMargin) + Scaled(kArrowWidth),
-                   metrics.height() + Scaled(8));
-  }
-  return m_hint;
+  return Hint(10);
 }
 
 QSize SpinField::minimumSizeHint() const {
-  return QSize(sizeHint().width() * 2 / 3, sizeHint().height());
+  return Hint(7);
+}
+
+QSize SpinField::Hint(int digits) const {
+  if (m_digitWidth == 0) {
+    const QFontMetrics metrics(font());
+    const std::string unit = m_spinner ? m_spinner->GetUnit() : std::string();
+    m_digitWidth = metrics.width('0');
+    m_around = QSize(2 * Scaled(kMargin) + Scaled(kArrowWidth), metrics.height() + Scaled(8));
+    if (!unit.empty())
+      m_around.rwidth() += metrics.width(' ' + QString::fromStdString(unit)) + Scaled(2);
+  }
+  return m_around + QSize(digits * m_digitWidth, 0);
 }
 
 void SpinField::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::FontChange) m_hint = QSize();
+  if (event->type() == QEvent::FontChange) m_digitWidth = 0;
   QWidget::changeEvent(event);
 }
 

@@ -48,6 +48,7 @@ class SpinField : public QWidget {
 
   bool IsEditing() const { return m_editor && m_editor->isVisible(); }
   bool CanEdit() const;
+  QSize Hint(int digits) const;
   QRect ArrowRect() const;
   QRect TextRect() const;
   Part PartAt(const QPoint& place) const;
@@ -67,7 +68,8 @@ class SpinField : public QWidget {
   void PaintArrows(QPainter& painter) const;
 
   Spinner* m_spinner;
-  mutable QSize m_hint;  ///< invalid: to be worked out
+  mutable int m_digitWidth = 0;  ///< 0: this and the next are to be worked out
+  mutable QSize m_around;        ///< margins, arrows and unit
   QPointer<QLineEdit> m_editor;
   QTimer m_repeat;  ///< a held arrow, or the end of a turn of the wheel
   bool m_stepping = false, m_wheeling = false, m_dragging = false;

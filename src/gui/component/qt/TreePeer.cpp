@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QTreeView>
@@ -13,6 +12,7 @@
 #include "gui/component/Tree.h"
 #include "gui/component/qt/Peers.h"
 #include "gui/component/qt/Realise.h"
+#include "gui/component/qt/RowRanges.h"
 #include "gui/component/qt/Theme.h"
 #include "gui/component/qt/TreeModel.h"
 
@@ -38,7 +38,7 @@ class RowView : public QTreeView {
 
   void currentChanged(const QModelIndex& current, const QModelIndex& before) override {
     QTreeView::currentChanged(current, before);
-    if (onSelect && current.row() != before.row()) onSelect();
+    if (onSelect) onSelect();
   }
 
   void startDrag(Qt::DropActions actions) override {
@@ -156,10 +156,6 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
   }
 
  protected:
-  bool TakesDrops() const override {
-    return GetComponent() && static_cast<const Tree*>(GetComponent())->CanDrag();
-  }
-
   void UpdateContent(unsigned changes) override {
     RowView* view = View();
     if (changes & kRangeChange)
@@ -178,7 +174,6 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
 
   void Detached() override {
     if (m_model) m_model->Release();
-    if (View()) View()->onSelect = nullptr;
   }
 
  private:
@@ -279,13 +274,10 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
   void ShowSelection() {
     if (!m_model || m_telling) return;
     m_telling = true;
-    QItemSelection selection;
-    for (const int key : Held()->GetSelected()) {
-      const QModelIndex index = m_model->IndexOf(*Held()->FindRow(key));
-      if (index.isValid()) selection.select(index, index);
-    }
+    RowRanges ranges;
+    for (const int key : Held()->GetSelected()) ranges.Add(m_model->IndexOf(*Held()->FindRow(key)));
     QItemSelectionModel* model = View()->selectionModel();
-    model->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    model->select(ranges.Take(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     const Tree::Node* current = Held()->FindRow(Held()->GetCurrent());
     model->setCurrentIndex(current ? m_model->IndexOf(*current) : QModelIndex(),
                            QItemSelectionModel::NoUpdate);
@@ -297,9 +289,12 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
     std::vector<int> keys;
     for (const QModelIndex& index : View()->selectionModel()->selectedRows())
       if (const Tree::Node* row = m_model->NodeOf(index)) keys.push_back(row->key);
-    const QModelIndex current = View()->currentIndex();
-    const Tree::Node* row = current.isValid() ? m_model->NodeOf(current) : nullptr;
-    Held()->SelectByUser(keys, row ? row->key : int(Tree::kTop));
+    const QModelIndex at = View()->currentIndex();
+    const Tree::Node* row = at.isValid() ? m_model->NodeOf(at) : nullptr;
+    // Qt tells of the selection before the current row follows it.
+    const int current = keys.size() == 1 ? keys.front() : row ? row->key : int(Tree::kTop);
+    if (current != Held()->GetCurrent() || !Held()->IsSelection(keys))
+      Held()->SelectByUser(keys, current);
   }
 
   QPointer<TreeModel> m_model;
