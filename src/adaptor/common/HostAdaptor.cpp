@@ -84,6 +84,11 @@ CoreNode* HostAdaptor::Introduce(HostNode* node, const NodeIdentity& identity) {
   return node;
 }
 
+void HostAdaptor::Adopt(HostNode& node) {
+  Enlist(node);
+  Created(node);
+}
+
 void HostAdaptor::Created(HostNode& node) {
   Push(UndoUnitPtr(new CCreateNodeRestoreObj(node.MakePresence())));
   if (m_recording && IsInTake(node.owner)) node.BeginBuffering(m_takeStart, true);
@@ -236,10 +241,7 @@ std::string HostAdaptor::ImportNodes(const std::string& file, const std::string&
   std::vector<HostNode*> added;
   std::string error = ReadNodes(file, prefix, added);
   if (!error.empty()) return error;
-  for (HostNode* node : added) {
-    Enlist(*node);
-    Created(*node);
-  }
+  for (HostNode* node : added) Adopt(*node);
   const std::vector<CoreNode*> roots(added.begin(), added.end());
   result.set(roots);
   return {};

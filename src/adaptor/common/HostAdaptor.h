@@ -162,6 +162,8 @@ class HostAdaptor : public AdaptorInterface {
 
   /// Takes a new node of the scene over, as one that is not known yet.
   void Keep(std::unique_ptr<HostNode> node);
+  /// A node that was put into the scene becomes known as a user's own; undoable in an open block.
+  void Adopt(HostNode& node);
   /// All that were kept since the scene was opened, in this order.
   const std::vector<std::unique_ptr<HostNode>>& AllNodes() const { return m_nodes; }
   /// The valid node of this adaptor behind it, or null.

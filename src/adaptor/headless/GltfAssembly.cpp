@@ -53,7 +53,9 @@ void GltfWriter::Assembly::Run() {
 /// How the node stands in the document that is written on; null for a node from elsewhere.
 const SceneNode::Source* GltfWriter::Assembly::SourceOf(const SceneNode& node) const {
   const SceneNode::Source* source = node.m_source.get();
-  return source != nullptr && source->document.get() == m_document ? source : nullptr;
+  const bool isHere = source != nullptr && m_document != nullptr &&
+                      m_document->Includes(source->document.get());
+  return isHere ? source : nullptr;
 }
 
 Json& GltfWriter::Assembly::List(const char* name) {
@@ -289,9 +291,8 @@ std::size_t GltfWriter::Assembly::AddIndices(const std::vector<std::uint32_t>& v
 
 /// Leaves out what only an earlier save of ours needed.
 void GltfWriter::Assembly::Compact() {
-  for (const Table table : {Table::kMeshes, Table::kCameras, Table::kMaterials, Table::kAccessors})
-    DropUnusedOwn(m_json, table);
-  const std::vector<int> map = DropUnusedOwn(m_json, Table::kBufferViews);
+  std::vector<int> map;
+  for (const Table table : kTables) map = DropUnusedOwn(m_json, table);  // the last: buffer views
   std::vector<ViewBytes> bytes(List("bufferViews").size());
   for (std::size_t i = 0; i < map.size(); ++i)
     if (map[i] >= 0) bytes[static_cast<std::size_t>(map[i])] = std::move(m_viewBytes[i]);

@@ -185,7 +185,7 @@ void GltfWriter::Assembly::FindMeshes() {
   for (const SceneNode* node : m_nodes) {
     const SceneNode::Source* source = SourceOf(*node);
     if (source == nullptr || source->mesh < 0 || source->curve) continue;
-    if (const auto mesh = m_document->BuiltTriangles(source->mesh))
+    if (const auto mesh = source->document->BuiltTriangles(source->mesh))
       m_meshes.emplace(std::pair(mesh.get(), source->colour),
                        static_cast<std::size_t>(source->mesh));
   }

@@ -379,6 +379,12 @@ void GltfDocument::Spend(std::size_t amount, const Place& place) const {
   m_budget -= amount;
 }
 
+bool GltfDocument::Includes(const GltfDocument* other) const {
+  const GltfDocument* document = this;
+  while (document != nullptr && document != other) document = document->m_base.get();
+  return document != nullptr;
+}
+
 std::shared_ptr<const util::CMesh> GltfDocument::Triangles(int mesh) const {
   std::shared_ptr<const util::CMesh>& result = m_meshes[mesh];
   if (!result) result = MakeSharedMesh(mesh < 0 ? util::CMesh() : BuildTriangles(*this, mesh));

@@ -46,6 +46,9 @@ class GltfDocument {
   const std::vector<Buffer>& GetBuffers() const { return m_buffers; }
   /// True when what we wrote in an earlier save lies apart from all else and can be left out.
   bool OwnPartsApart() const { return m_ownPartsApart; }
+  /// Whether this is `other` or was merged from it, so that what it holds stands here under the
+  /// same indices.
+  bool Includes(const GltfDocument* other) const;
   /// Chunks of a `.glb` behind JSON and BIN, headers included.
   std::string_view GetFurtherChunks() const { return m_furtherChunks; }
   /// Folder of the file, with which relative URIs begin; "" for a file read from memory.
@@ -72,6 +75,8 @@ class GltfDocument {
   std::vector<bool> loaded;
 
  private:
+  friend class DocumentMerge;
+
   std::string_view SplitContainer(const std::shared_ptr<const std::string>& content);
   void Parse(std::string_view text);
   void CheckAsset() const;
@@ -91,6 +96,7 @@ class GltfDocument {
   std::string m_folder;
   bool m_fromMemory = true;
   bool m_ownPartsApart = true;
+  std::shared_ptr<const GltfDocument> m_base;  ///< what this was merged from first; or null
   mutable std::size_t m_budget = 0;
   mutable std::map<int, std::shared_ptr<const util::CMesh>> m_meshes;
 };

@@ -52,7 +52,8 @@ ReadResult GltfReader::Read(const std::string& path, const ReadOptions& options)
 
 ReadResult GltfReader::ReadMemory(std::string bytes, const std::string& name,
                                   const ReadOptions& options) {
-  return Build(std::move(bytes), name, nullptr, options);
+  const std::string* const folder = options.folder.empty() ? nullptr : &options.folder;
+  return Build(std::move(bytes), name, folder, options);
 }
 
 ReadResult GltfReader::Build(std::string bytes, const std::string& name, const std::string* folder,

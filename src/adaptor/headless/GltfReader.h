@@ -12,6 +12,8 @@ namespace orv::rws::adaptor::headless {
 struct ReadOptions {
   /// Name or index of the animation clip to evaluate; empty for the first.
   std::string clip;
+  /// Of readMemory: where files beside it are looked for, with its slash. Empty: they are refused.
+  std::string folder{};
 };
 
 struct ReadResult {
@@ -29,7 +31,7 @@ class GltfReader {
   /// Reads a file and the buffers beside it; the form is told from the content.
   static ReadResult Read(const std::string& path, const ReadOptions& options = {});
   /// Reads from memory; `name` stands for the file in messages. Buffers beside the file are
-  /// refused.
+  /// refused unless the options name its folder.
   static ReadResult ReadMemory(std::string bytes, const std::string& name,
                                const ReadOptions& options = {});
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <set>
+#include <string_view>
 
 namespace orv::rws::adaptor::headless {
 
@@ -36,8 +37,8 @@ const std::set<std::string> kKnownExtensions = {"EXT_mesh_gpu_instancing",
                                                 "KHR_texture_transform",
                                                 "KHR_xmp_json_ld"};
 
-constexpr const char* kTableNames[] = {"meshes", "cameras", "materials", "accessors",
-                                       "bufferViews"};
+constexpr const char* kTableNames[] = {"meshes", "cameras",  "skins",     "materials",  "textures",
+                                       "images", "samplers", "accessors", "bufferViews"};
 
 /// Members that are missing or of another type are passed over: others' parts of a file may hold
 /// anything.
@@ -80,6 +81,25 @@ void VisitMaterials(Json& json, const Visit& visit) {
     Extension(primitive, "KHR_materials_variants", [&](Json& variants) {
       Each(variants, "mappings", [&](Json& mapping) { Index(mapping, "material", visit); });
     });
+  });
+}
+
+/// Whatever is called a texture anywhere in a material, be it an extension's.
+void VisitTextures(Json& object, const Visit& visit) {
+  if (!object.is_object()) return;
+  for (auto& [name, value] : object.items()) {
+    constexpr std::string_view kEnd = "Texture";
+    const bool fits = name.size() >= kEnd.size() &&
+                      std::string_view(name).substr(name.size() - kEnd.size()) == kEnd;
+    if (fits) Index(value, "index", visit);
+    if (name != "extras") VisitTextures(value, visit);
+  }
+}
+
+void VisitImages(Json& json, const Visit& visit) {
+  Each(json, "textures", [&](Json& texture) {
+    Index(texture, "source", visit);
+    Each(texture, "extensions", [&](Json& extension) { Index(extension, "source", visit); });
   });
 }
 
@@ -181,8 +201,16 @@ void VisitReferences(Json& json, Table table, const Visit& visit) {
       return Each(json, "nodes", [&](Json& node) { Index(node, "mesh", visit); });
     case Table::kCameras:
       return Each(json, "nodes", [&](Json& node) { Index(node, "camera", visit); });
+    case Table::kSkins:
+      return Each(json, "nodes", [&](Json& node) { Index(node, "skin", visit); });
     case Table::kMaterials:
       return VisitMaterials(json, visit);
+    case Table::kTextures:
+      return Each(json, "materials", [&](Json& material) { VisitTextures(material, visit); });
+    case Table::kImages:
+      return VisitImages(json, visit);
+    case Table::kSamplers:
+      return Each(json, "textures", [&](Json& texture) { Index(texture, "sampler", visit); });
     case Table::kAccessors:
       return VisitAccessors(json, visit);
     case Table::kBufferViews:
@@ -190,10 +218,14 @@ void VisitReferences(Json& json, Table table, const Visit& visit) {
   }
 }
 
+const char* NameOf(Table table) {
+  return kTableNames[static_cast<int>(table)];
+}
+
 std::vector<int> DropUnusedOwn(Json& json, Table table) {
-  const char* name = kTableNames[static_cast<int>(table)];
+  const char* name = NameOf(table);
   const auto list = json.find(name);
-  if (list == json.end()) return {};
+  if (list == json.end() || list->empty()) return {};
   std::vector<bool> used(list->size(), false);
   VisitReferences(json, table, [&used](Json& reference) {
     const auto at = reference.get<std::size_t>();

@@ -10,7 +10,23 @@
 namespace orv::rws::adaptor::headless {
 
 /// The lists of a glTF file whose elements come and go with our own data.
-enum class Table { kMeshes, kCameras, kMaterials, kAccessors, kBufferViews };
+enum class Table {
+  kMeshes,
+  kCameras,
+  kSkins,
+  kMaterials,
+  kTextures,
+  kImages,
+  kSamplers,
+  kAccessors,
+  kBufferViews
+};
+/// All of them, each ahead of those that it refers to.
+inline constexpr Table kTables[] = {Table::kMeshes,    Table::kCameras,   Table::kSkins,
+                                    Table::kMaterials, Table::kTextures,  Table::kImages,
+                                    Table::kSamplers,  Table::kAccessors, Table::kBufferViews};
+/// The list's name in the file.
+const char* NameOf(Table table);
 
 /// Whether a value can be an index; what is none, others may have put there, and is left alone.
 bool IsIndex(const Json& value);

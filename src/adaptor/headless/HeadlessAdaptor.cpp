@@ -6,6 +6,7 @@
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
+#include "adaptor/headless/SceneMerge.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -155,6 +156,29 @@ std::string HeadlessAdaptor::ReadNodes(const std::string& file, const std::strin
   while (!read.scene->GetRoots().empty()) {
     std::unique_ptr<SceneNode> root = read.scene->Detach(*read.scene->GetRoots().front());
     roots.push_back(&NodeFor(m_scene->Attach(std::move(root), nullptr)));
+  }
+  return {};
+}
+
+std::string HeadlessAdaptor::Merge(Scene& added, HeadlessNode* parent,
+                                   std::vector<HeadlessNode*>& roots) {
+  std::vector<std::string> warnings;
+  std::shared_ptr<const GltfDocument> document;
+  std::string error = SceneMerge::MergeDocuments(*m_scene, added, document, warnings);
+  if (!error.empty()) return error;
+  for (std::string& warning : warnings) Warn(std::move(warning));
+  // Ahead of the steps of the nodes: a redo has the document before they come back.
+  auto exchange = [scene = m_scene, document]() mutable {
+    SceneMerge::ExchangeDocument(*scene, document);
+  };
+  exchange();
+  PushExchange("CDocumentRestoreObj", exchange);
+  while (!added.GetRoots().empty()) {
+    std::unique_ptr<SceneNode> root = added.Detach(*added.GetRoots().front());
+    HeadlessNode& node =
+        NodeFor(m_scene->Attach(std::move(root), parent ? parent->GetSceneNode() : nullptr));
+    Adopt(node);
+    roots.push_back(&node);
   }
   return {};
 }

@@ -41,6 +41,12 @@ class HeadlessAdaptor final : public HostAdaptor {
   HostObservers& GetObservers() { return m_observers; }
   /// Scene names of the cameras whose lens has keys, which a file has no place for.
   std::vector<std::string> GetNodesWithLensKeys() const;
+  /// Brings all nodes of `added`, which keeps none, in below `parent` (null: the world), with the
+  /// raw parts of its file that they use and the keys of its clip. Names that are taken are counted
+  /// up; who refers to a node by name must see to it before. Undoable in an open block: the scene
+  /// is then written as before to the byte. An empty text means success, with the new nodes at the
+  /// top in `roots`; any other says why nothing has changed.
+  std::string Merge(Scene& added, HeadlessNode* parent, std::vector<HeadlessNode*>& roots);
   /// The one HeadlessNode of a scene node, made at the first call.
   HeadlessNode& NodeFor(SceneNode& node);
   /// The same, known from here on.

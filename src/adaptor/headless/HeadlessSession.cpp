@@ -60,8 +60,11 @@ bool HeadlessSession::Open(const std::string& path, std::string& error, const st
 }
 
 bool HeadlessSession::Save(const std::string& path, std::string& error) {
-  return m_rigs->Store(m_document->GetRecords(), GetScene().GetRows(), error) &&
-         m_document->Save(path, error);
+  return Store(error) && m_document->Save(path, error);
+}
+
+bool HeadlessSession::Store(std::string& error) {
+  return m_rigs->Store(m_document->GetRecords(), GetScene().GetRows(), error);
 }
 
 }  // namespace orv::rws::adaptor::headless

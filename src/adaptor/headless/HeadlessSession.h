@@ -40,6 +40,9 @@ class HeadlessSession {
   /// Stores every rig and writes the file, whole or not at all.
   bool Save(const std::string& path, std::string& error);
 
+  /// Writes the rigs' records into the scene, as Save does.
+  bool Store(std::string& error);
+
   core::CoreImplementation& GetCore() { return *m_core; }
   HeadlessAdaptor& GetAdaptor();
   Scene& GetScene();

@@ -98,6 +98,7 @@ class Scene {
 
   friend class GltfReader;
   friend class GltfWriter;
+  friend class SceneMerge;
   friend class SceneNode;
 
   std::vector<std::unique_ptr<SceneNode>>& Siblings(SceneNode* parent);

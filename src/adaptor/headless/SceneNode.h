@@ -125,6 +125,7 @@ class alignas(64) SceneNode {
   friend class Scene;
   friend class GltfReader;
   friend class GltfWriter;
+  friend class SceneMerge;
 
   /// How the node was read. What still equals it goes back to the file untouched, also after a
   /// change was undone.

@@ -299,6 +299,20 @@ Instance* InstanceManager::MakeClone(InstanceReference& row, std::string& proble
   return clone;
 }
 
+Instance* InstanceManager::AddFromRecord(const util::xml::Element& record, std::string& problem) {
+  AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
+  const bool nested = adaptor.IsUndoBlockOpen();
+  adaptor.BeginUndoBlock("Add " + record.attribute(record::kName));
+  Instance* const instance = LoadInstance(record, problem);
+  if (!instance) {
+    CloseRefused(nested);
+    return nullptr;
+  }
+  adaptor.PushUndo(new InstanceReferenceCreateRestore(*this, *instance));
+  adaptor.EndUndoBlock();
+  return instance;
+}
+
 bool InstanceManager::DuplicateNodes(Instance& source, const std::string& name,
                                      util::xml::Element& record, std::vector<CoreNode*>& copies,
                                      std::string& problem) {

@@ -53,6 +53,10 @@ class InstanceManager : public CoreSubSystem, public InstanceHost {
   /// Undoable. Null, with `problem` filled, when it can't be made.
   Instance* Clone(InstanceReference* row, std::string& problem);
 
+  /// Makes an instance from the record of another scene, whose nodes have come in; undoable, as
+  /// LoadInstance otherwise.
+  Instance* AddFromRecord(const util::xml::Element& record, std::string& problem);
+
   // Rows and groups of them, all undoable. An empty text means success, any other why not.
 
   /// A group at the end of the list. Null, with `problem` filled, when the name can't be had.
