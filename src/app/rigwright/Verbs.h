@@ -10,6 +10,7 @@ void AddRigVerbs(Program& program);        ///< add, remove, rename, clone
 void AddRowVerbs(Program& program);        ///< order, check, group
 void AddNodeVerbs(Program& program);       ///< parent, place
 void AddFitVerb(Program& program);         ///< fit
+void AddModelVerbs(Program& program);      ///< import, model make, list, info, add
 void AddSettingVerbs(Program& program);    ///< set, press
 void AddProfileVerbs(Program& program);    ///< profile list, apply, save, ...
 void AddDeviceVerbs(Program& program);     ///< devices, map

@@ -22,6 +22,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddRowVerbs(program);
   orv::app::AddNodeVerbs(program);
   orv::app::AddFitVerb(program);
+  orv::app::AddModelVerbs(program);
   orv::app::AddSettingVerbs(program);
   orv::app::AddProfileVerbs(program);
   orv::app::AddDeviceVerbs(program);

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "adaptor/headless/GltfReader.h"
+#include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
@@ -27,6 +29,7 @@ std::string SceneSession::Open(const std::string& path, const std::string& clip)
   std::string error;
   if (!m_session->Open(path, error, clip)) return error;
   m_losses.reset();
+  m_folder = std::filesystem::absolute(path).parent_path().string() + "/";
   m_warnings = m_session->TakeWarnings();
   error = FindLostRecords(path, clip);
   // Last: it knows nodes and rigs by where they are.
@@ -37,6 +40,21 @@ std::string SceneSession::Open(const std::string& path, const std::string& clip)
 std::string SceneSession::Save(const std::string& path) {
   std::string error;
   return m_session->Save(path, error) ? std::string() : error;
+}
+
+std::unique_ptr<rws::adaptor::headless::Scene> SceneSession::Copy(std::string& error) {
+  namespace headless = rws::adaptor::headless;
+  std::string bytes;
+  if (!m_session->Store(error)) return nullptr;
+  const headless::WriteResult written =
+      headless::GltfWriter::WriteMemory(GetScene(), headless::GltfForm::kBinary, bytes);
+  error = written.error;
+  if (!written) return nullptr;
+  headless::ReadOptions options;
+  options.folder = m_folder;
+  headless::ReadResult read = headless::GltfReader::ReadMemory(std::move(bytes), "scene", options);
+  error = read.error;
+  return std::move(read.scene);
 }
 
 std::vector<std::string> SceneSession::TakeWarnings() {

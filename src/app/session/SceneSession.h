@@ -32,6 +32,8 @@ class SceneSession {
   std::string Open(const std::string& path, const std::string& clip = {});
   /// Writes the file, whole or not at all. An empty text means success.
   std::string Save(const std::string& path);
+  /// What `Save` would write, read as a scene of its own; null with `error` told.
+  std::unique_ptr<rws::adaptor::headless::Scene> Copy(std::string& error);
   /// Hands over, and forgets, what the last calls had to say.
   std::vector<std::string> TakeWarnings();
   /// What of the keys and recorded inputs that the file held when it was opened is gone.
@@ -50,6 +52,7 @@ class SceneSession {
 
   std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
   std::unique_ptr<Losses> m_losses;  ///< since the scene was opened
+  std::string m_folder;  ///< of the file that was opened, with its slash: what lies beside it
   std::vector<std::string> m_warnings;
 };
 
