@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "FakeInterface.h"
+#include "core/interface/CSnapshot.h"
 #include "core/interface/CSnapshot_Mesh.h"
 
 namespace orv::bench {

@@ -51,9 +51,7 @@ class NotingProgram : public rws::core::windows::Program {
 
 class WindowsTest : public testing::Test {
  protected:
-  WindowsTest() : session((rws::core::DataRoot::Set(folder.path), rws::addon::AllRigs())) {
-    core.runEventQueue = [] {};
-  }
+  WindowsTest() : session((rws::core::DataRoot::Set(folder.path), rws::addon::AllRigs())) {}
   ~WindowsTest() override {
     windows.reset();
     rws::core::DataRoot::Set("");
