@@ -109,7 +109,7 @@ class Component : public util::DynamicObject,
   /// Takes ownership; null for none.
   virtual void SetBackground(Background* background) = 0;
   const Background* GetBackground() const { return m_background.get(); }
-  /// Of the active state (pressed, checked, selected, or the active window).
+  /// Of the active state: a button is pressed or down, a box ticked, a dialog the active window.
   const Background* GetActiveBackground() const { return m_activeBackground.get(); }
   bool HasFlag(int bit) const { return bit >= 0 && bit < 64 && (m_flags >> bit & 1u) != 0; }
 

@@ -50,7 +50,7 @@ struct Window {
   }
 
   static std::string Everything() {
-    std::ifstream in(ORV_SOURCE_DIR "/tests/gui/everything.xml", std::ios::binary);
+    std::ifstream in(ORV_SOURCE_DIR "/fuzz/corpus/layout/everything.xml", std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
   }
 

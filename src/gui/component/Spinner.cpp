@@ -2,43 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
-#include "gui/GuiMessages.h"
 #include "gui/NumberField.h"
 
 namespace orv::gui::component {
 
 Spinner::Spinner(const util::xml::Element& tag)
-    : Element(tag),
-      m_value(ReadDouble(tag.attribute("defaultvalue"), 0.0)),
-      m_min(ReadDouble(tag.attribute("min"), -1e18)),
-      m_max(ReadDouble(tag.attribute("max"), 1e18)),
-      m_step(ReadDouble(tag.attribute("step"), 1.0)),
+    : Number(tag, -1e18, 1e18, 1.0),
       m_decimals(ReadInt(tag.attribute("decimals"), 0)),
       m_unit(tag.attribute("unit")),
       m_readOnly(ReadFlag(tag.attribute("readonly"), false)),
       m_whole(ReadFlag(tag.attribute("whole"), false)) {}
 
 bool Spinner::KnowsAttribute(std::string_view name) const {
-  return name == "min" || name == "max" || name == "step" || name == "decimals" ||
-         name == "defaultvalue" || name == "unit" || name == "readonly" || name == "whole" ||
-         Element::KnowsAttribute(name);
-}
-
-void Spinner::SetValue(double value) {
-  m_value = value;
-  Changed(kValueChange);
-}
-
-void Spinner::SetRange(double min, double max) {
-  m_min = min;
-  m_max = max;
-  Changed(kRangeChange);
-}
-
-void Spinner::SetStep(double step) {
-  m_step = step;
+  return name == "decimals" || name == "unit" || name == "readonly" || name == "whole" ||
+         Number::KnowsAttribute(name);
 }
 
 void Spinner::SetDecimals(int decimals) {
@@ -78,26 +56,6 @@ double Spinner::Allowed(double value) const {
 
 double Spinner::Stepped(double from, double steps) const {
   return Allowed(AddSteps(from, m_step, steps));
-}
-
-bool Spinner::EnterByUser(double value) {
-  // Bits and not numbers: -0 typed over 0 is a change, and what is entered unchanged is none.
-  if (value == m_value && std::signbit(value) == std::signbit(m_value)) return true;
-  m_value = value;
-  Changed(kValueChange);
-  return Post(kMsgValueChanged);
-}
-
-bool Spinner::BeginDrag() {
-  m_before = m_value;
-  m_dragging = true;
-  return Post(kMsgEditBegin);
-}
-
-bool Spinner::EndDrag(bool cancelled) {
-  if (!std::exchange(m_dragging, false)) return true;
-  if (cancelled && !EnterByUser(m_before)) return false;
-  return Post(kMsgEditEnd, cancelled);
 }
 
 }  // namespace orv::gui::component

@@ -1,24 +1,17 @@
 // `spinner`: a number.
 #pragma once
 
-#include "gui/StdComponent.h"
+#include "gui/component/Number.h"
 #include "gui/componentinterface/Spinner.h"
 
 namespace orv::gui::component {
 
-class Spinner : public Element<componentinterface::Spinner> {
+class Spinner : public Number<componentinterface::Spinner> {
  public:
   explicit Spinner(const util::xml::Element& tag);
   const char* GetElement() const override { return "spinner"; }
   bool KnowsAttribute(std::string_view name) const override;
 
-  void SetValue(double value) override;
-  double GetValue() const override { return m_value; }
-  void SetRange(double min, double max) override;
-  double GetMin() const override { return m_min; }
-  double GetMax() const override { return m_max; }
-  void SetStep(double step) override;
-  double GetStep() const override { return m_step; }
   void SetDecimals(int decimals) override;
   int GetDecimals() const override { return m_decimals; }
   void SetUnit(const std::string& unit) override;
@@ -28,9 +21,9 @@ class Spinner : public Element<componentinterface::Spinner> {
   void SetWhole(bool whole) override;
   bool IsWhole() const override { return m_whole; }
   std::string GetShownText() const override;
-  bool IsBeingEdited() const override { return m_typing || m_dragging; }
+  bool IsBeingEdited() const override { return m_typing || Number::IsBeingEdited(); }
 
-  // The toolkit's words. Each returns false when a listener destroyed the component.
+  // The toolkit's words.
 
   /// The user began or ended typing, which alone posts nothing.
   void SetTyping(bool typing) { m_typing = typing; }
@@ -38,19 +31,14 @@ class Spinner : public Element<componentinterface::Spinner> {
   bool ReadText(const std::string& text, double& value) const;
   /// The value that `steps` steps from `from` lead to, rounded to the step and cut to the range.
   double Stepped(double from, double steps) const;
-  bool EnterByUser(double value);
-  bool BeginDrag();
-  bool EndDrag(bool cancelled);
 
  private:
   double Allowed(double value) const;
 
-  double m_value, m_min, m_max, m_step;
-  double m_before = 0.0;  ///< when the drag began
   int m_decimals;
   std::string m_unit;
   bool m_readOnly, m_whole;
-  bool m_typing = false, m_dragging = false;
+  bool m_typing = false;
 };
 
 }  // namespace orv::gui::component

@@ -4,29 +4,9 @@
 #include <algorithm>
 
 #include "gui/component/qt/QtPeer.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 
 namespace orv::gui::component::qt {
-
-void Column::Remove(BoxItem* item) {
-  m_items.erase(std::remove(m_items.begin(), m_items.end(), item), m_items.end());
-  m_width = -1;
-}
-
-int Column::GetWidth() {
-  if (m_width < 0) {
-    m_width = 0;
-    for (const BoxItem* item : m_items) m_width = std::max(m_width, item->GetWish());
-  }
-  return m_width;
-}
-
-void Column::Invalidate() {
-  const int before = m_width;
-  m_width = -1;
-  if (before < 0 || GetWidth() == before) return;
-  for (BoxItem* item : m_items) item->widget()->updateGeometry();
-}
 
 BoxItem::BoxItem(QtPeer& peer, QWidget* widget) : QWidgetItemV2(widget), m_peer(peer) {
   const std::string& name = peer.GetComponent()->GetAttributes().column;

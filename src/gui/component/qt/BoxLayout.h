@@ -2,38 +2,17 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QWidget>
 #include <QWidgetItem>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
 
-#include "gui/Attributes.h"
+#include "gui/component/qt/Column.h"
 
 namespace orv::gui::component::qt {
 
-class BoxItem;
 class QtPeer;
 
-/// Widgets that share one width. Worked out when it is asked for.
-class Column {
- public:
-  void Add(BoxItem* item) { m_items.push_back(item); }
-  void Remove(BoxItem* item);
-  int GetWidth();
-  /// A member wishes another width: the layouts of all are done anew.
-  void Invalidate();
-
- private:
-  std::vector<BoxItem*> m_items;
-  int m_width = -1;
-};
-
-/// Columns of one root by their names.
-using Columns = std::map<std::string, Column>;
-
 /// A widget with the sizes that its component asks for.
-class BoxItem : public QWidgetItemV2 {
+class BoxItem : public QWidgetItemV2, public Column::Member {
  public:
   BoxItem(QtPeer& peer, QWidget* widget);
   ~BoxItem() override;
@@ -41,7 +20,8 @@ class BoxItem : public QWidgetItemV2 {
   QSize sizeHint() const override;
   QSize minimumSize() const override;
   QSize maximumSize() const override;
-  int GetWish() const;  ///< width but for the column's
+  int GetWish() const override;  ///< width but for the column's
+  void Relayout() override { widget()->updateGeometry(); }
   QtPeer& GetPeer() const { return m_peer; }
   /// The component's sizes have changed, or what is shown.
   void Changed();

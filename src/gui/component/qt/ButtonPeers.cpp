@@ -12,9 +12,10 @@
 #include "gui/component/Button.h"
 #include "gui/component/CheckBox.h"
 #include "gui/component/FlmButton.h"
+#include "gui/component/qt/BoxLayout.h"
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
 
 namespace orv::gui::component::qt {

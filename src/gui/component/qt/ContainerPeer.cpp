@@ -4,7 +4,7 @@
 #include <QPainter>
 
 #include "gui/component/Label.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
 #include "gui/component/qt/Watcher.h"
 

@@ -41,8 +41,7 @@ class ContainerPeer : public QtPeer {
   void RemoveChild(Component& child) override;
   void Freeze(bool frozen) override;
   QWidget* GetFocusWidget() const override { return nullptr; }
-  /// A child wishes another size, or is called differently.
-  void ChildChanged(Component& child);
+  void ChildChanged(Component& child) override;
 
  protected:
   void UpdateContent(unsigned changes) override;

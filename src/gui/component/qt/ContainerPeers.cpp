@@ -17,7 +17,7 @@
 #include "gui/component/qt/ContainerPeer.h"
 #include "gui/component/qt/GroupBox.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 
 namespace orv::gui::component::qt {
 
@@ -110,7 +110,7 @@ class ScrollPeer : public ContainerPeer, public Scroll::Pane {
   }
 
   void RevealChild(Component& child) override {
-    QWidget* widget = WidgetOf(child);
+    QWidget* widget = QtPeer::Of(child) ? QtPeer::Of(child)->GetWidget() : nullptr;
     auto* pane = static_cast<QScrollArea*>(GetWidget());
     if (!pane || !widget || !pane->isAncestorOf(widget)) return;
     if (pane->widget()->layout()) pane->widget()->layout()->activate();

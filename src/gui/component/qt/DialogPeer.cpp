@@ -13,7 +13,7 @@
 #include "gui/component/qt/ContainerPeer.h"
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 
 namespace orv::gui::component::qt {
 

@@ -4,8 +4,6 @@
 #include <QPainter>
 #include <QPixmapCache>
 
-#include "gui/component/qt/QtPeer.h"
-
 namespace orv::gui::component::qt {
 
 namespace {
@@ -21,10 +19,12 @@ bool IsMask(const std::string& path) {
 /// The first candidate that is an image. Also those that are none are remembered.
 QPixmap Load(const Component& component, const std::string& path) {
   for (const std::string& file : component.ResolvePath(path)) {
-    const QString key = QLatin1String("orv-image:") + ToQt(file);
+    const QString key = QLatin1String("orv-image:") + QString::fromStdString(file);
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap)) return pixmap;
-    if (!QFileInfo::exists(ToQt(file)) || !pixmap.load(ToQt(file))) continue;
+    if (!QFileInfo::exists(QString::fromStdString(file)) ||
+        !pixmap.load(QString::fromStdString(file)))
+      continue;
     QPixmapCache::insert(key, pixmap);
     return pixmap;
   }

@@ -13,8 +13,8 @@
 #include "gui/component/ListBox.h"
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
 #include "gui/component/qt/RowRanges.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
 
 namespace orv::gui::component::qt {

@@ -7,7 +7,6 @@
 #include "gui/Texts.h"
 #include "gui/component/Menubar.h"
 #include "gui/component/qt/Images.h"
-#include "gui/component/qt/QtPeer.h"
 
 namespace orv::gui::component::qt {
 
@@ -41,7 +40,7 @@ void MenuActions::Fill(QWidget& holder, const std::vector<MenuItem>& items,
       holder.addAction(menu->menuAction());
       Fill(*menu, item.items, path + "/" + std::to_string(i));
     } else {
-      holder.addAction(ActionOf(item, *m_peer.GetWidget()));
+      holder.addAction(ActionOf(item, m_owner));
     }
   }
 }
@@ -53,7 +52,7 @@ QMenu* MenuActions::MenuOf(const MenuItem& item, const std::string& path, QWidge
   menu->setToolTipsVisible(true);
   if (item.id != kNoId) menu->setObjectName(QString::number(item.id));
   QObject::connect(menu, &QMenu::aboutToShow, [this, id = item.id] {
-    if (m_peer.GetComponent()) m_peer.GetComponent()->Post(kMsgPopupOpening, id);
+    if (Component* component = m_component()) component->Post(kMsgPopupOpening, id);
   });
   return menu;
 }
@@ -71,14 +70,14 @@ QAction* MenuActions::ActionOf(const MenuItem& item, QWidget& owner) {
 }
 
 void MenuActions::Describe(QAction& action, const MenuItem& item) {
-  const QString text = ToQt(Shown(item, item.label));
+  const QString text = QString::fromStdString(Shown(item, item.label));
   if (action.text() != text) action.setText(text);
   const bool why = !item.enabled && !item.whyDisabled.empty();
-  action.setToolTip(ToQt(why ? item.whyDisabled : Shown(item, item.tooltip)));
+  action.setToolTip(QString::fromStdString(why ? item.whyDisabled : Shown(item, item.tooltip)));
   if (!item.shortcut.empty())
-    action.setShortcut(QKeySequence::fromString(ToQt(item.shortcut), QKeySequence::PortableText));
-  if (!item.icon.empty())
-    action.setIcon(LoadIcon(*m_peer.GetComponent(), item.icon, *m_peer.GetWidget()));
+    action.setShortcut(QKeySequence::fromString(QString::fromStdString(item.shortcut),
+                                                QKeySequence::PortableText));
+  if (!item.icon.empty()) action.setIcon(LoadIcon(*m_component(), item.icon, m_owner));
   action.setCheckable(item.checkable);
   action.setChecked(item.checked);
   action.setEnabled(item.enabled);
@@ -86,7 +85,7 @@ void MenuActions::Describe(QAction& action, const MenuItem& item) {
 }
 
 void MenuActions::Chosen(int id, bool checked) {
-  Component* component = m_peer.GetComponent();
+  Component* component = m_component();
   if (!component) return;
   auto* bar = dynamic_cast<Menubar*>(component);
   Menu* menu = bar ? &bar->GetMenu() : component->GetPopup();

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QKeySequence>
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "gui/Menu.h"
+#include "gui/Component.h"
 
 class QAction;
 class QMenu;
@@ -14,13 +16,14 @@ class QWidget;
 
 namespace orv::gui::component::qt {
 
-class QtPeer;
-
 /// Fills a menu or menu bar and keeps it up to date. Menus and actions that stay are kept as
 /// objects, so that one may be refilled while it opens.
 class MenuActions {
  public:
-  explicit MenuActions(QtPeer& peer) : m_peer(peer) {}
+  /// `component` gives the one whose entries they are, or null once it has gone; `owner` is its
+  /// widget.
+  MenuActions(QWidget& owner, std::function<Component*()> component)
+      : m_owner(owner), m_component(std::move(component)) {}
 
   /// `holder` is a QMenu or QMenuBar.
   void Fill(QWidget& holder, const std::vector<MenuItem>& items);
@@ -34,7 +37,8 @@ class MenuActions {
   void Describe(QAction& action, const MenuItem& item);
   void Chosen(int id, bool checked);
 
-  QtPeer& m_peer;
+  QWidget& m_owner;
+  std::function<Component*()> m_component;
   std::map<int, QAction*> m_actions;      ///< by the item's id
   std::map<std::string, QMenu*> m_menus;  ///< by the menu's id, or its place
 };

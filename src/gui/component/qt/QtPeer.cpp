@@ -12,10 +12,8 @@
 #include "gui/background/Color.h"
 #include "gui/background/Gradient_Linear.h"
 #include "gui/component/Label.h"
-#include "gui/component/qt/ContainerPeer.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
-#include "gui/component/qt/Watcher.h"
 
 namespace orv::gui::component::qt {
 
@@ -107,7 +105,6 @@ void ApplyTextStyle(QWidget& widget, const std::string& text, bool marked) {
 QtPeer::QtPeer(Component& component, QWidget* widget) : m_component(&component), m_widget(widget) {
   Peers()[widget] = this;
   if (component.GetId() != kNoId) widget->setObjectName(QString::number(component.GetId()));
-  Watcher::Instance().Watch(*widget);
 }
 
 QtPeer::~QtPeer() {
@@ -166,9 +163,7 @@ void QtPeer::Update(unsigned changes) {
   }
   if ((changes & kOutside) && changes != kAllChanges) {
     UpdateName();
-    Component* parent = m_component->parent();
-    if (auto* container = parent ? dynamic_cast<ContainerPeer*>(parent->GetPeer()) : nullptr)
-      container->ChildChanged(*m_component);
+    if (Component* parent = m_component->parent()) Of(*parent)->ChildChanged(*m_component);
   }
   // A new widget is shown by what it stands in.
   const bool shown = m_component->IsVisible();
@@ -247,7 +242,8 @@ void QtPeer::TakeFocus() {
 }
 
 void QtPeer::UpdatePopup() {
-  if (!m_popupActions) m_popupActions = std::make_unique<MenuActions>(*this);
+  if (!m_popupActions)
+    m_popupActions = std::make_unique<MenuActions>(*m_widget, [this] { return m_component; });
   const auto& items = m_component->GetPopup()->GetItems();
   m_popupActions->ServeShortcuts(*m_widget, items);
   if (m_popupMenu) m_popupActions->Fill(*m_popupMenu, items);

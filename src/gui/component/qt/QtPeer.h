@@ -10,7 +10,7 @@
 #include <string>
 
 #include "gui/Component.h"
-#include "gui/component/qt/BoxLayout.h"
+#include "gui/component/qt/Column.h"
 #include "gui/component/qt/MenuActions.h"
 
 namespace orv::gui::component::qt {
@@ -48,6 +48,8 @@ class QtPeer : public Peer {
   QString GetSpokenName() const;
   /// Works out anew what depends on the palette and font around the widget.
   void Restyle();
+  /// A child wishes another size, or is called differently.
+  virtual void ChildChanged(Component&) {}
   /// Whether the widget opens its popup by itself.
   virtual bool HandlesMenu() const { return false; }
   /// The label of a component may change how the next one is called.

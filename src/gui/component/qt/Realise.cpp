@@ -1,7 +1,5 @@
 #include "gui/component/qt/Realise.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 #include <QTimer>
 #include <map>
 #include <string>
@@ -49,7 +47,10 @@ class QtToolkit : public Toolkit {
   std::unique_ptr<Peer> Create(Component& component, Peer* parent) override {
     QWidget* around = parent ? static_cast<QtPeer*>(parent)->GetContent() : rootParent;
     const auto maker = Makers().find(component.GetElement());
-    return maker != Makers().end() ? maker->second(component, around) : MakeView(component, around);
+    std::unique_ptr<Peer> peer =
+        maker != Makers().end() ? maker->second(component, around) : MakeView(component, around);
+    Watcher::Instance().Watch(*static_cast<QtPeer*>(peer.get())->GetWidget());
+    return peer;
   }
 
   void ScheduleRetired() override {
@@ -92,20 +93,6 @@ Component* ComponentOf(const QWidget* widget) {
 
 void RegisterPeer(const char* element, PeerMaker maker) {
   Makers()[element] = std::move(maker);
-}
-
-static double Scale() {
-  // Of the primary screen: a window keeps its measures when it is moved to another one.
-  static const double scale = QGuiApplication::primaryScreen()->logicalDotsPerInchX() / 96.0;
-  return scale > 0.0 ? scale : 1.0;
-}
-
-int Scaled(int pixels) {
-  return qRound(pixels * Scale());
-}
-
-int Unscaled(int pixels) {
-  return qRound(pixels / Scale());
 }
 
 }  // namespace orv::gui::component::qt

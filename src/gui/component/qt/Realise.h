@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "gui/Component.h"
+#include "gui/component/qt/Scale.h"
 
 class QWidget;
 
@@ -20,12 +21,8 @@ QWidget* WidgetOf(const Component& component);
 /// The component whose widget this is or lies in; null for a widget of someone else.
 Component* ComponentOf(const QWidget* widget);
 
-/// Makes the peers of further elements; an element without one of its own gets a view's.
+/// Makes the peers (of class QtPeer) of further elements; an element without one gets a view's.
 using PeerMaker = std::function<std::unique_ptr<Peer>(Component& component, QWidget* parent)>;
 void RegisterPeer(const char* element, PeerMaker maker);
-
-/// Pixels at 96 dpi as pixels of the screen, by the logical resolution, and back.
-int Scaled(int pixels);
-int Unscaled(int pixels);
 
 }  // namespace orv::gui::component::qt

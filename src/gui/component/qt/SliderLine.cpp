@@ -8,7 +8,7 @@
 
 #include "gui/component/Slider.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
 
 namespace orv::gui::component::qt {

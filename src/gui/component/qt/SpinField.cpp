@@ -12,7 +12,7 @@
 #include "gui/Texts.h"
 #include "gui/component/Spinner.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
 
 namespace orv::gui::component::qt {

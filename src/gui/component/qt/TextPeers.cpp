@@ -14,7 +14,7 @@
 #include "gui/component/TextBox.h"
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 
 namespace orv::gui::component::qt {
 

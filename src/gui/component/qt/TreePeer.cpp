@@ -11,8 +11,8 @@
 #include "gui/GuiMessages.h"
 #include "gui/component/Tree.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
 #include "gui/component/qt/RowRanges.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/Theme.h"
 #include "gui/component/qt/TreeModel.h"
 

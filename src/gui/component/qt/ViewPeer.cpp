@@ -11,7 +11,7 @@
 #include "gui/component/View.h"
 #include "gui/component/qt/MenuActions.h"
 #include "gui/component/qt/Peers.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 #include "gui/component/qt/ViewArea.h"
 #include "gui/component/qt/ViewHandler.h"
 
@@ -138,7 +138,8 @@ class ViewPeer : public PeerOf<component::View, ViewArea> {
 
 class MenubarPeer : public PeerOf<Menubar, QMenuBar> {
  public:
-  MenubarPeer(Component& component, QMenuBar* bar) : PeerOf(component, bar), m_actions(*this) {
+  MenubarPeer(Component& component, QMenuBar* bar)
+      : PeerOf(component, bar), m_actions(*bar, [this] { return GetComponent(); }) {
     // In the window on every platform, where it belongs to the tree.
     bar->setNativeMenuBar(false);
   }

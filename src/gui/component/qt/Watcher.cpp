@@ -11,7 +11,7 @@
 
 #include "gui/GuiMessages.h"
 #include "gui/component/qt/QtPeer.h"
-#include "gui/component/qt/Realise.h"
+#include "gui/component/qt/Scale.h"
 
 namespace orv::gui::component::qt {
 
