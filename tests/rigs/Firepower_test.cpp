@@ -466,14 +466,15 @@ TEST(Firepower, EachFailureIsToldInItsWords) {
   EXPECT_EQ(opened(blob), 0) << "the other projectiles stay";
   EXPECT_EQ(told(), Messages{"Error: no node"});
   world.Resimulate(15, 20);
-  EXPECT_EQ(told(), Messages{"Error: no node"});
+  EXPECT_EQ(told(), (Messages{"Error: Error in onNodeDelete", "Error: no node"}));
 
   world.onFrame = [&](int frame) {
     if (frame == 14) remove("barrel");
   };
   world.Resimulate(0, 20);
   world.onFrame = nullptr;
-  EXPECT_EQ(told(), (Messages{"Error: Error in onFrame", "Error: Error when stopping record"}));
+  EXPECT_EQ(told(), (Messages{"Error: Error in onNodeDelete", "Error: Error in onFrame",
+                              "Error: Error when stopping record"}));
   EXPECT_TRUE(opened(blob) == 1 && told() == Messages{"Error: no node"})
       << "no gun without a barrel";
   rig->GetRig()->Start(0.0);

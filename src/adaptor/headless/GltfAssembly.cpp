@@ -53,8 +53,8 @@ void GltfWriter::Assembly::Run() {
 /// How the node stands in the document that is written on; null for a node from elsewhere.
 const SceneNode::Source* GltfWriter::Assembly::SourceOf(const SceneNode& node) const {
   const SceneNode::Source* source = node.m_source.get();
-  const bool isHere = source != nullptr && m_document != nullptr &&
-                      m_document->Includes(source->document.get());
+  const bool isHere =
+      source != nullptr && m_document != nullptr && m_document->Includes(source->document.get());
   return isHere ? source : nullptr;
 }
 

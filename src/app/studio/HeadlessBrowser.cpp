@@ -123,10 +123,10 @@ std::vector<HeadlessBrowser::Node> HeadlessBrowser::GetNodes() {
     Node node;
     node.key = KeyOf(*from);
     node.parent = from->GetParent() ? KeyOf(*from->GetParent()) : 0;
-    node.type = from->GetLens()      ? Type::kCamera
-                : from->HasMesh() ? Type::kMesh
-                : from->GetCurve()   ? Type::kCurve
-                                  : Type::kGroup;
+    node.type = from->GetLens()    ? Type::kCamera
+                : from->HasMesh()  ? Type::kMesh
+                : from->GetCurve() ? Type::kCurve
+                                   : Type::kGroup;
     node.name = from->GetName();
     node.keyed = from->HasKeys();
     node.ofRig = !from->GetTag().empty() || from->IsHub();

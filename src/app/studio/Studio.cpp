@@ -228,9 +228,9 @@ bool Studio::SaveAs() {
 bool Studio::MayDiscard() {
   m_document.EndRun();
   if (!m_document.IsDirty()) return true;
-  const int answer =
-      Ask(Translate("Unsaved changes"), Translate("Save the changes of %1?", {m_document.GetTitle()}),
-          rws::kButtonsYesNoCancel | rws::kIconQuestion);
+  const int answer = Ask(Translate("Unsaved changes"),
+                         Translate("Save the changes of %1?", {m_document.GetTitle()}),
+                         rws::kButtonsYesNoCancel | rws::kIconQuestion);
   if (answer == rws::kAnswerYes) return Save();
   return answer == rws::kAnswerNo;
 }

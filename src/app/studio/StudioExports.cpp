@@ -61,7 +61,8 @@ void Studio::ExportPicture() {
   if (path.empty()) return;
   std::vector<PlottedScene> scenes;
   scenes.push_back(PlotScene(m_document.GetScene(), m_document.GetCore().List(false),
-                             PlaybackRange(m_document.GetScene()), m_document.GetTitle(), Monitor()));
+                             PlaybackRange(m_document.GetScene()), m_document.GetTitle(),
+                             Monitor()));
   if (scenes.front().data.paths.empty())
     return Show(Translate("Export picture"),
                 Problem{m_document.GetTitle(), Translate("there is no rig to draw"), "", {}});

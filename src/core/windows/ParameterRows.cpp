@@ -52,8 +52,8 @@ std::string Small(const std::string& text) {
 }
 
 std::string WordsOf(const ConfigElement& element) {
-  return Small(element.GetLabel() + " " + gui::Translate(element.GetLabel()) + " " + element.GetTooltip() +
-               " " + gui::Translate(element.GetTooltip()));
+  return Small(element.GetLabel() + " " + gui::Translate(element.GetLabel()) + " " +
+               element.GetTooltip() + " " + gui::Translate(element.GetTooltip()));
 }
 
 /// The component of a row as the type that it is when the document is ours.

@@ -199,7 +199,8 @@ ImportResult ModelFile::AddTo(SceneSession& session, const ImportOptions& option
   }
   block.Keep();
   for (headless::HeadlessNode* root : roots) result.nodes.push_back(root->GetSceneName());
-  if (m_facts.keyedNodes > 0 && HasKeysOffTheGrid(session.GetScene(), session.GetScene().GetFrameRate()))
+  if (m_facts.keyedNodes > 0 &&
+      HasKeysOffTheGrid(session.GetScene(), session.GetScene().GetFrameRate()))
     result.warnings.push_back("keys stand between the frames of the scene, which has " +
                               util::shortText(session.GetScene().GetFrameRate()) + " a second");
   return result;
