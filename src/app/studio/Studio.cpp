@@ -1,10 +1,8 @@
 #include "app/studio/Studio.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QRegularExpression>
 #include <QTimer>
-#include <QUrl>
 #include <QWidget>
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -19,6 +17,7 @@
 #include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
 #include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "core/windows/AllWindows.h"
 #include "core/windows/MenuIds.h"
 #include "core/windows/Window.h"
@@ -133,6 +132,11 @@ bool Studio::IsSceneChanged() const {
 
 void Studio::ApplyAppearance() {
   const auto& preferences = m_document.GetCore().GetPreferences();
+  std::string language = m_options.language;
+  if (language.empty() && preferences.Text("language") != "system")
+    language = preferences.Text("language");
+  rws::core::LoadLanguage(language);
+  gui::SetTranslator([](const std::string& text) { return rws::core::Translate(text); });
   using Choice = rws::core::Preferences::Theme;
   Choice theme = preferences.theme;
   if (!m_options.theme.empty()) theme = m_options.theme == "light" ? Choice::kLight : Choice::kDark;
@@ -156,7 +160,6 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandExportPoses, &Studio::ExportPoses},
       {kCommandExportPicture, &Studio::ExportPicture},
       {kCommandQuit, &Studio::Quit},
-      {kCommandHelp, &Studio::ShowHelp},
   };
   return all;
 }
@@ -250,10 +253,6 @@ void Studio::OnMainWindowClosed() {
 
 void Studio::Quit() {
   m_windows.CloseMainWindow();
-}
-
-void Studio::ShowHelp() {
-  QDesktopServices::openUrl(QUrl("https://github.com/"));
 }
 
 void Studio::OfferLeftovers() {

@@ -67,7 +67,6 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void ExportPoses();
   void ExportPicture();
   void Quit();
-  void ShowHelp();
 
   void Open(const std::string& path);
   bool Save();
