@@ -14,7 +14,6 @@ struct StudioOptions {
   std::string language;  ///< en or de
   std::string dataRoot;
   double scale = 0.0;  ///< of everything, 1 for 96 dpi
-  int seed = 0;        ///< of the random events that a test makes
 };
 
 /// Reads the command line. True when the program is to go on; else `status` is its exit status, and
