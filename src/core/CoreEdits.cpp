@@ -17,6 +17,7 @@
 #include "unidevice/Control.h"
 #include "unidevice/ControlFinder.h"
 #include "unidevice/DriverManager.h"
+#include "unidevice/EmulatedTControl.h"
 #include "unidevice/Property.h"
 
 namespace orv::rws::core {
@@ -200,7 +201,7 @@ std::string CoreImplementation::MapInputTo(Instance& instance, int input,
   if (!controlTag.name.empty() && parts.empty()) return "it names no control";
   if (!parts.empty()) {
     std::uint32_t kind = parts[0].kind();
-    if (parts.size() > 1) kind = unidevice::pairKind(kind, parts[1].kind());
+    if (parts.size() > 1) kind = unidevice::EmulatedTControl::pairKind(kind, parts[1].kind());
     if ((kind & property->flags) == 0)
       return property->displayName + " takes no control of this kind";
   }

@@ -10,7 +10,7 @@
 
 namespace orv::unidevice {
 
-void CalibrationTable::set(const ControlChoice& control, const Calibration& calibration) {
+void CalibrationTable::set(const ControlName& control, const Calibration& calibration) {
   const auto found = std::find_if(m_all.begin(), m_all.end(),
                                   [&](const auto& entry) { return entry.control == control; });
   if (calibration.kind == Calibration::Kind::kNone) {
@@ -23,7 +23,7 @@ void CalibrationTable::set(const ControlChoice& control, const Calibration& cali
   applyToPresent();
 }
 
-bool CalibrationTable::clear(const ControlChoice& control) {
+bool CalibrationTable::clear(const ControlName& control) {
   if (!find(control)) return false;
   set(control, {});
   return true;
@@ -34,7 +34,7 @@ void CalibrationTable::replace(std::vector<CalibratedControl> all) {
   applyToPresent();
 }
 
-const Calibration* CalibrationTable::find(const ControlChoice& control) const {
+const Calibration* CalibrationTable::find(const ControlName& control) const {
   for (const CalibratedControl& entry : m_all)
     if (entry.control == control) return &entry.calibration;
   return nullptr;

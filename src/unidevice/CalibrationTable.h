@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "unidevice/Calibration.h"
-#include "unidevice/ControlChoice.h"
+#include "unidevice/ControlName.h"
 
 namespace orv::unidevice {
 
@@ -13,7 +13,7 @@ class Device;
 
 /// A control by device, type and number, and its calibration.
 struct CalibratedControl {
-  ControlChoice control;
+  ControlName control;
   Calibration calibration;
 };
 
@@ -24,13 +24,13 @@ class CalibrationTable {
  public:
   /// In place of what the control had. Kind::kNone is as `clear`. The calibration must have no
   /// problem.
-  void set(const ControlChoice& control, const Calibration& calibration);
+  void set(const ControlName& control, const Calibration& calibration);
   /// False if there was none.
-  bool clear(const ControlChoice& control);
+  bool clear(const ControlName& control);
   /// All of them at once.
   void replace(std::vector<CalibratedControl> all);
   /// Null for a control without one.
-  const Calibration* find(const ControlChoice& control) const;
+  const Calibration* find(const ControlName& control) const;
   /// In the order of their making.
   const std::vector<CalibratedControl>& all() const { return m_all; }
 

@@ -141,10 +141,6 @@ bool ControlChoice::present() const {
   return DriverManager::instance().findControl(tag()) != nullptr;
 }
 
-bool operator==(const ControlChoice& a, const ControlChoice& b) {
-  return a.device == b.device && a.type == b.type && a.index == b.index;
-}
-
 Tag pairTag(const ControlChoice& positive, const ControlChoice& negative) {
   Tag tag = makeTag(EmulatedTrinaryDevice::kName, EmulatedTControl::kType, 0);
   addTextChild(tag, "description",
@@ -156,10 +152,6 @@ Tag pairTag(const ControlChoice& positive, const ControlChoice& negative) {
     tag.addChild(child);
   }
   return tag;
-}
-
-std::uint32_t pairKind(std::uint32_t positive, std::uint32_t negative) {
-  return (positive | negative) & kInfiniteControl ? kInfiniteControl : kFiniteControl;
 }
 
 std::string kindText(std::uint32_t kinds) {

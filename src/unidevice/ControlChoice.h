@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "unidevice/ControlName.h"
 #include "util/xml/Tag.h"
 
 namespace orv::unidevice {
@@ -21,11 +22,7 @@ struct ChoiceProblem {
 
 /// One control by device, type and number. A device may be away: what is not there can't be
 /// checked, but a type that no device can have is refused.
-struct ControlChoice {
-  std::string device;  ///< empty: the first device that has the control
-  std::string type;    ///< see Control::type
-  int index = 0;
-
+struct ControlChoice : ControlName {
   /// The `control` element that names it.
   util::xml::Tag tag() const;
   /// Whether it can be meant; devices that are present are looked at.
@@ -39,12 +36,8 @@ struct ControlChoice {
   std::vector<std::string> presentDevices() const;
 };
 
-bool operator==(const ControlChoice& a, const ControlChoice& b);
-
 /// The `control` element of two controls of which one counts positive, one negative.
 util::xml::Tag pairTag(const ControlChoice& positive, const ControlChoice& negative);
-/// The kind of such a pair: see EmulatedTControl.
-std::uint32_t pairKind(std::uint32_t positive, std::uint32_t negative);
 
 /// "an axis, a hat" for bits of ControlKind.
 std::string kindText(std::uint32_t kinds);

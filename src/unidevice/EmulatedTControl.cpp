@@ -1,6 +1,5 @@
 #include "unidevice/EmulatedTControl.h"
 
-#include "unidevice/ControlChoice.h"
 #include "unidevice/ControlTag.h"
 #include "unidevice/Device.h"
 #include "util/xml/Tag.h"
@@ -25,6 +24,10 @@ void addPart(util::xml::Tag& tag, const Control* part, const char* direction) {
 }
 
 }  // namespace
+
+std::uint32_t EmulatedTControl::pairKind(std::uint32_t positive, std::uint32_t negative) {
+  return (positive | negative) & kInfiniteControl ? kInfiniteControl : kFiniteControl;
+}
 
 std::string EmulatedTControl::describe(const std::string& first, const std::string& second) {
   return "emulated control (" + first + ", " + second + ")";

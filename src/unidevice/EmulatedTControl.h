@@ -16,6 +16,9 @@ class EmulatedTControl : public Control, public ControlTarget {
   /// The description of a control made of two, each told as "device:type".
   static std::string describe(const std::string& first, const std::string& second);
 
+  /// The bit of ControlKind of a pair of these bits.
+  static std::uint32_t pairKind(std::uint32_t positive, std::uint32_t negative);
+
   /// Joins the `targets` of both parts, neither of which may be null.
   EmulatedTControl(Control* positive, Control* negative, int index, Device* device);
   ~EmulatedTControl() override;

@@ -304,8 +304,8 @@ TEST_F(EndToEnd, CtrlCLeavesEverythingAsItWas) {
 
   // Wherever the signal comes, also in the middle of a save: all or nothing.
   int saved = 0;
-  for (double after = 0.2; saved == 0 && after < 30.0; after *= 1.3) {
-    const Outcome late = run("resim hand.glb --range 0:2000 -o new.glb", after);
+  for (double after = 0.2; saved == 0 && after < 30.0; after *= 1.5) {
+    const Outcome late = run("resim hand.glb --range 0:1000 -o new.glb", after);
     saved = folder.Has("new.glb");
     EXPECT_EQ(late.status, saved ? 0 : 130) << after << late.err;
     EXPECT_EQ(files().size(), before.size() + static_cast<std::size_t>(saved)) << after;

@@ -103,7 +103,9 @@ class ProgramTest : public testing::Test {
 
   std::string path(const std::string& name) const { return folder.path + "/" + name; }
 
-  /// Runs the program in the folder. With `signalAfter` it gets SIGINT after so many seconds.
+  /// Runs the program in the folder. With `signalAfter` it gets SIGINT after so many seconds. A
+  /// status of 128 and more is that of a shell: ended by this signal less 128, as SIGINT does to a
+  /// program that is still being loaded.
   Outcome run(const Words& words, double signalAfter = 0.0, const Texts& environment = {}) const {
     const pid_t child = fork();
     if (child == 0) exec(words, environment);
@@ -113,7 +115,7 @@ class ProgramTest : public testing::Test {
     }
     int status = 0;
     waitpid(child, &status, 0);
-    Outcome result{WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status),
+    Outcome result{WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
                    folder.Read(".out"), folder.Read(".err")};
     std::filesystem::remove(path(".out"));
     std::filesystem::remove(path(".err"));

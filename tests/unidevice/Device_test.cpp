@@ -5,6 +5,7 @@
 #include "TestDevice.h"
 #include "unidevice/ControlChoice.h"
 #include "unidevice/DummyDriver.h"
+#include "unidevice/EmulatedTControl.h"
 
 namespace orv::unidevice {
 namespace {
@@ -104,8 +105,8 @@ TEST(Device, AChoiceIsCheckedAgainstTheDeviceWhereItIsThere) {
                                    {"Space", kBinaryControl},
                                    {"Button", kBinaryControl}})
     EXPECT_EQ(ControlChoice({"Wheel", type, 0}).kind(), kind) << type;
-  EXPECT_EQ(pairKind(kBinaryControl, kBinaryControl), kFiniteControl);
-  EXPECT_EQ(pairKind(kBinaryControl, kInfiniteControl), kInfiniteControl);
+  EXPECT_EQ(EmulatedTControl::pairKind(kBinaryControl, kBinaryControl), kFiniteControl);
+  EXPECT_EQ(EmulatedTControl::pairKind(kBinaryControl, kInfiniteControl), kInfiniteControl);
 }
 
 TEST(Device, DriversAreListedInOrderUnderUniqueNames) {

@@ -19,6 +19,7 @@
 #include "unidevice/Driver.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/DummyDriver.h"
+#include "unidevice/EmulatedTControl.h"
 #include "unidevice/EmulatedTrinaryDevice.h"
 #include "unidevice/KeyNames.h"
 #include "unidevice/Property.h"
@@ -112,7 +113,7 @@ Mapping ReadMapping(const MapOptions& o) {
                   "name two controls");
   }
   return {unidevice::pairTag(positive, negative),
-          unidevice::pairKind(positive.kind(), negative.kind()),
+          unidevice::EmulatedTControl::pairKind(positive.kind(), negative.kind()),
           {positive, negative}};
 }
 

@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 #include <iostream>
 
-#include "core/update/UpdateManager.h"
+#include "core/services/Product.h"
 
 namespace orv::app {
 
@@ -23,8 +23,8 @@ constexpr int kWrongUsage = 2;
 
 bool ReadOptions(int argc, char** argv, StudioOptions& options, int& status) {
   CLI::App app("Performs rigs of a glTF scene, with windows", "rigwright-studio");
-  app.set_version_flag("--version", rws::core::UpdateManager::GetProductName() + " " +
-                                        rws::core::UpdateManager::GetVersion());
+  app.set_version_flag("--version",
+                       std::string(rws::core::kProductName) + " " + rws::core::kProductVersion);
   app.add_option("SCENE", options.scene, "Scene to open (.glb or .gltf)")->type_name("");
   app.add_option("--script", options.script,
                  "Do what this file says, a command a line; - is standard input")

@@ -7,7 +7,7 @@
 #include "core/instances/Instance.h"
 #include "core/instances/RecordKeys.h"
 #include "core/services/Log.h"
-#include "core/update/UpdateManager.h"
+#include "core/services/Product.h"
 #include "util/NumberText.h"
 
 namespace orv::rws::core {
@@ -119,7 +119,7 @@ std::string ConfigProfileManager::GetVersionWarning(const std::string& name) con
   util::parseNumber(profile->attribute(kVersion), version);
   util::parseNumber(ConfigTree::kVersion, present);
   if (version >= present) return {};
-  return "This profile has been saved in an older version of " + UpdateManager::GetProductName() +
+  return std::string("This profile has been saved in an older version of ") + kProductName +
          ". Some old settings might not work well in the current version. Use it with caution.";
 }
 

@@ -10,6 +10,7 @@
 
 #include "core/CoreImplementation.h"
 #include "core/services/Log.h"
+#include "core/services/Product.h"
 #include "core/services/Translation.h"
 #include "core/update/UpdateAddress.h"
 
@@ -39,7 +40,7 @@ class UpdateManager::Inbox : public QObject {
 
 UpdateManager::UpdateManager() : currentDay(Today), m_inbox(std::make_unique<Inbox>(*this)) {
   const QString system = QSysInfo::kernelType() + "-" + QSysInfo::buildCpuArchitecture();
-  m_query = {GetUpdateAddress(), system.toStdString(), GetVersion(), false};
+  m_query = {GetUpdateAddress(), system.toStdString(), kProductVersion, false};
 }
 
 UpdateManager::~UpdateManager() = default;

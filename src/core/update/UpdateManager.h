@@ -20,9 +20,6 @@ class UpdateManager : public CoreSubSystem {
   UpdateManager();
   ~UpdateManager() override;
 
-  static std::string GetProductName() { return "Orvel Rigwright"; }
-  static std::string GetVersion() { return "7.0"; }
-
   /// Whether there is a server to ask; without one nothing of the check is to be shown.
   bool IsOffered() const { return !m_query.address.empty(); }
   /// Whether the user has not been asked yet for his consent.

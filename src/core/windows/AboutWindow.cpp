@@ -1,6 +1,6 @@
 #include "core/windows/AboutWindow.h"
 
-#include "core/update/UpdateManager.h"
+#include "core/services/Product.h"
 #include "core/windows/SmallWindowIds.h"
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
@@ -12,8 +12,8 @@ AboutWindow::AboutWindow(Windows& windows)
     : Window(windows, "About", "/core/layout/rws_about.xml") {}
 
 void AboutWindow::OnBuilt() {
-  SetText(kAboutName, UpdateManager::GetProductName());
-  SetText(kAboutVersion, gui::Translate("Version %1", {UpdateManager::GetVersion()}));
+  SetText(kAboutName, kProductName);
+  SetText(kAboutVersion, gui::Translate("Version %1", {kProductVersion}));
 }
 
 void AboutWindow::OnComponent(gui::Component& source, util::Message& message) {

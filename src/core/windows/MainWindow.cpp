@@ -72,7 +72,8 @@ class MainWindow::EscapeFilter : public QObject {
 };
 
 MainWindow::MainWindow(Windows& windows)
-    : Window(windows, "MainWindow", kMainLayout), m_escape(std::make_unique<EscapeFilter>()) {
+    : MainWindowFrame(windows, "MainWindow", kMainLayout),
+      m_escape(std::make_unique<EscapeFilter>()) {
   auto rigs = std::make_unique<MainWindowRigs>(*this);
   auto scene = std::make_unique<MainWindowScene>(*this);
   m_pages.push_back(std::make_unique<MainWindowTools>(*this));
@@ -149,7 +150,7 @@ void* MainWindow::GetWindowHandle() {
 
 void MainWindow::ShowTitle() {
   const Program& program = GetWindows().GetProgram();
-  const std::string product = UpdateManager::GetProductName();
+  const std::string product = kProductName;
   const std::string scene = program.GetSceneTitle();
   SetTitle(scene.empty() ? product : scene + (program.IsSceneChanged() ? "* - " : " - ") + product);
 }

@@ -7,8 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/UserInterface.h"
-#include "core/windows/Window.h"
+#include "core/windows/MainWindowFrame.h"
 
 namespace orv::gui {
 class Menu;
@@ -17,11 +16,10 @@ class Menu;
 namespace orv::rws::core::windows {
 
 class MainWindowPage;
-class SceneBrowser;
 
 /// Frame, menus and what the core asks of its main window; the rest is done by pages, which share
 /// the window's components.
-class MainWindow : public Window, public MainWindowView {
+class MainWindow : public MainWindowFrame {
  public:
   explicit MainWindow(Windows& windows);
   ~MainWindow() override;
@@ -37,32 +35,17 @@ class MainWindow : public Window, public MainWindowView {
   void OnSettingsChanged() override;
   void OnSceneChanged() override;
 
-  // What the pages use.
-
-  using Window::Find;
-  using Window::Get;
-  using Window::GetCore;
-  using Window::GetWindows;
-  using Window::SetEnabled;
-  using Window::SetText;
-  using Window::With;
-
-  /// Null where the host shows its scene by itself.
-  SceneBrowser* GetBrowser() const;
-  void Tell(int label, const std::string& text);
-  /// Enables an entry wherever it stands: menu bar and popups.
-  void ShowCommand(int command, bool enabled, const std::string& why = {});
-  void ShowCommandLabel(int command, const std::string& label);
-  /// All entries anew.
-  void ShowCommands();
-  void RunCommand(int command);
-  /// Why the scene can't be changed now: a take or resimulation runs. Empty when it can.
-  std::string WhyLocked() const;
-  /// Shows one of the pages at the right, by its button.
-  void ShowPage(int button);
-  /// A setting of this window.
-  std::string GetKept(const std::string& key) const;
-  void Keep(const std::string& key, const std::string& value);
+  // MainWindowFrame
+  SceneBrowser* GetBrowser() const override;
+  void Tell(int label, const std::string& text) override;
+  void ShowCommand(int command, bool enabled, const std::string& why) override;
+  void ShowCommandLabel(int command, const std::string& label) override;
+  void ShowCommands() override;
+  void RunCommand(int command) override;
+  std::string WhyLocked() const override;
+  void ShowPage(int button) override;
+  std::string GetKept(const std::string& key) const override;
+  void Keep(const std::string& key, const std::string& value) override;
 
  protected:
   void OnBuilt() override;

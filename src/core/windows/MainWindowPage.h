@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "core/windows/MainWindow.h"
+#include "core/windows/MainWindowFrame.h"
 
 namespace orv::rws::core::windows {
 
@@ -11,7 +11,7 @@ namespace orv::rws::core::windows {
 /// hears.
 class MainWindowPage {
  public:
-  explicit MainWindowPage(MainWindow& window) : m_window(window) {}
+  explicit MainWindowPage(MainWindowFrame& window) : m_window(window) {}
   virtual ~MainWindowPage() = default;
   MainWindowPage(const MainWindowPage&) = delete;
   MainWindowPage& operator=(const MainWindowPage&) = delete;
@@ -36,7 +36,7 @@ class MainWindowPage {
   Interface* Get(int id) const {
     return m_window.Get<Interface>(id);
   }
-  MainWindow& GetWindow() const { return m_window; }
+  MainWindowFrame& GetWindow() const { return m_window; }
   Windows& GetWindows() const { return m_window.GetWindows(); }
   CoreImplementation& GetCore() const { return m_window.GetCore(); }
   SceneBrowser* GetBrowser() const { return m_window.GetBrowser(); }
@@ -44,7 +44,7 @@ class MainWindowPage {
   void Tell(int label, const std::string& text) { m_window.Tell(label, text); }
 
  private:
-  MainWindow& m_window;
+  MainWindowFrame& m_window;
 };
 
 }  // namespace orv::rws::core::windows

@@ -12,7 +12,7 @@ class MainWindowScene;
 class MainWindowPose : public MainWindowPage {
  public:
   /// `scene` tells the node and outlives this one.
-  MainWindowPose(MainWindow& window, const MainWindowScene& scene)
+  MainWindowPose(MainWindowFrame& window, const MainWindowScene& scene)
       : MainWindowPage(window), m_scene(scene) {}
 
   void OnBuilt() override;

@@ -39,7 +39,7 @@ std::string TypeText(SceneBrowser::Type type) {
 
 }  // namespace
 
-MainWindowScene::MainWindowScene(MainWindow& window) : MainWindowPage(window) {}
+MainWindowScene::MainWindowScene(MainWindowFrame& window) : MainWindowPage(window) {}
 
 MainWindowScene::~MainWindowScene() {
   if (m_browser) m_browser->RemoveObserver(*this);
@@ -174,7 +174,7 @@ int MainWindowScene::FirstRig() const {
 
 void MainWindowScene::ShowCommands() {
   if (!m_browser) return;
-  MainWindow& window = GetWindow();
+  MainWindowFrame& window = GetWindow();
   const std::string locked = window.WhyLocked();
   const int rig = FirstRig();
   const bool node = GetCurrent() != 0;

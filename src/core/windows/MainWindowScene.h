@@ -16,7 +16,7 @@ namespace orv::rws::core::windows {
 /// were, and only where the tree differs.
 class MainWindowScene : public MainWindowPage, private SceneBrowser::Observer {
  public:
-  explicit MainWindowScene(MainWindow& window);
+  explicit MainWindowScene(MainWindowFrame& window);
   ~MainWindowScene() override;
 
   void OnBuilt() override;

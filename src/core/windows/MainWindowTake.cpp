@@ -91,7 +91,7 @@ std::string MainWindowTake::WhyNoTake() const {
 }
 
 void MainWindowTake::ShowCommands() {
-  MainWindow& window = GetWindow();
+  MainWindowFrame& window = GetWindow();
   const RunState state = GetCore().GetRunState();
   const bool idle = state == RunState::kIdle;
   const bool takes = state == RunState::kCountdown || state == RunState::kRecording;
