@@ -166,7 +166,7 @@ class RigDiagnosis {
     if (away == controls.end()) return;
     Add(Severity::kWarning, Kind::kDeviceAbsent,
         {"%1 of %2 is mapped to %3, which is not there.",
-         {input.displayName, m_rig.GetInstanceName(), NameOf(*away)}},
+         {input.name, m_rig.GetInstanceName(), NameOf(*away)}},
         "Plug the device in, or map the input to another control.", index);
   }
 
@@ -175,12 +175,12 @@ class RigDiagnosis {
     if (input.deadzone >= 1.0 || input.multiplier == 0.0) {
       Add(Severity::kWarning, Kind::kSwallowed,
           {"%1 of %2 gives nothing, whatever its control does.",
-           {input.displayName, m_rig.GetInstanceName()}},
+           {input.name, m_rig.GetInstanceName()}},
           "Set a dead zone below 1 and a multiplier that is not 0.", index);
     } else if (raw > kMovement && raw <= input.deadzone) {
       Add(Severity::kNote, Kind::kSwallowed,
           {"The control of %1 of %2 stands at %3, within the dead zone of %4.",
-           {input.displayName, m_rig.GetInstanceName(), Rounded(raw), Rounded(input.deadzone)}},
+           {input.name, m_rig.GetInstanceName(), Rounded(raw), Rounded(input.deadzone)}},
           "Move it further, make the dead zone smaller, or calibrate the control.", index);
     }
   }

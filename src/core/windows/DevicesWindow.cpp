@@ -173,7 +173,7 @@ void DevicesWindow::ShowAbsent() {
         if (control.device.empty() || control.present()) continue;
         auto& inputs = away[control.device];
         const std::string words =
-            Translate("%1 of %2", {Translate(entry.second->displayName), rig->GetInstanceName()});
+            Translate("%1 of %2", {Translate(entry.second->name), rig->GetInstanceName()});
         if (std::find(inputs.begin(), inputs.end(), words) == inputs.end()) inputs.push_back(words);
       }
   std::string text;

@@ -128,7 +128,10 @@ std::string InputConfigWindow::WhyLocked() const {
 void InputConfigWindow::ShowChosen() {
   const unidevice::Property* input = FindInput();
   if (!input) return;
-  SetText(kInputName, Translate(input->displayName));
+  SetText(kInputName, Translate(input->name));
+  const bool described = input->displayName != input->name;
+  SetText(kInputDescription, described ? Translate(input->displayName) : std::string());
+  if (gui::Component* description = Find(kInputDescription)) description->SetVisible(described);
   SetText(kInputMapping, MappingWords(*input));
   std::vector<unidevice::ControlChoice> controls = ControlsOf(*input);
   const std::string locked = WhyLocked();
@@ -155,8 +158,7 @@ void InputConfigWindow::ShowTask() {
   std::string text = Shown(m_finder->text());
   if (m_finder->wantsNegative())
     text = Translate("Found %1.", {ControlWords(m_finder->found()[0].control)}) + " " + text;
-  text += " " + Translate("Move the control that is to feed %1; Escape cancels.",
-                          {Translate(input->displayName)});
+  text += " " + Translate("Move what is to feed %1. Escape cancels.", {Translate(input->name)});
   SetText(kInputTaskText, text);
 }
 
@@ -170,6 +172,8 @@ void InputConfigWindow::OnLive() {
 
 void InputConfigWindow::OnCore(const util::Message& message) {
   if (const auto* changed = NewsIn<InputsChanged>(message)) {
+    const Instance* rig = FindRig();
+    if (rig && rig->GetProperties().count() != m_rows.GetCount()) return ShowAll();
     // Of a drag only the drawing follows each step.
     if (!m_editor.IsDragging()) ShowMappings();
     if (changed->row != m_row) return;

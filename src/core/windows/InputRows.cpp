@@ -52,7 +52,7 @@ std::vector<std::string> Conflicts(const CoreImplementation& core, const Instanc
     }
   for (const HotKeyConflict& conflict : FindHotKeyConflicts(rig))
     for (int i = 0; i < rig.GetProperties().count(); ++i)
-      if (rig.GetProperties().property(i)->displayName == conflict.inputs.front())
+      if (rig.GetProperties().property(i)->name == conflict.inputs.front())
         add(i, Shown(conflict.text));
   return texts;
 }
@@ -78,10 +78,11 @@ void InputRows::Build(gui::Component& container, const Instance& rig) {
     gui::Component* root = m_layout.Instantiate(kDocument, container);
     if (!root) return;
     root->SetRow(i + 1);
-    const std::string name = Translate(rig.GetProperties().property(i)->displayName);
+    const std::string name = Translate(rig.GetProperties().property(i)->name);
     if (gui::Component* button = root->Find(kInputRowName)) {
       button->SetLabel(gui::EscapeMnemonics(name));
       button->SetAccessibleName(name);
+      button->SetTooltip(Translate(rig.GetProperties().property(i)->displayName));
     }
     m_rows.push_back({root, std::make_unique<LiveBar>(2)});
     if (auto* view = root->Get<View>(kInputRowBars)) view->SetHandler(m_rows.back().bars.get());

@@ -70,6 +70,14 @@ QSize BoxItem::maximumSize() const {
   return size;
 }
 
+Qt::Orientations BoxItem::expandingDirections() const {
+  Qt::Orientations directions = QWidgetItemV2::expandingDirections();
+  const Component* component = m_peer.GetComponent();
+  if (component && component->GetAttributes().fixedWidth) directions &= ~Qt::Horizontal;
+  if (component && component->GetAttributes().fixedHeight) directions &= ~Qt::Vertical;
+  return directions;
+}
+
 void BoxItem::Changed() {
   if (m_column) m_column->Invalidate();
 }

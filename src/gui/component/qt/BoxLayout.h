@@ -20,6 +20,7 @@ class BoxItem : public QWidgetItemV2, public Column::Member {
   QSize sizeHint() const override;
   QSize minimumSize() const override;
   QSize maximumSize() const override;
+  Qt::Orientations expandingDirections() const override;
   int GetWish() const override;  ///< width but for the column's
   void Relayout() override { widget()->updateGeometry(); }
   QtPeer& GetPeer() const { return m_peer; }
