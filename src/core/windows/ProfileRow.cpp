@@ -48,10 +48,13 @@ const ProfileRow::Entry* ProfileRow::FindCurrent() const {
 void ProfileRow::TakeCurrent(bool all) {
   m_entries = Requests(m_windows.GetCore(), m_row, m_kind).List();
   const Entry* current = FindCurrent();
-  if (current && (current->isCurrent || (m_kind == Kind::kInputs && !all))) return;
+  if (current && current->isCurrent) return;
   const auto other = std::find_if(m_entries.begin(), m_entries.end(),
                                   [](const Entry& entry) { return entry.isCurrent; });
-  m_current = other == m_entries.end() ? std::string() : other->name;
+  if (other != m_entries.end())
+    m_current = other->name;
+  else if (!current || all)
+    m_current.clear();
 }
 
 void ProfileRow::Show(bool all) {
