@@ -100,6 +100,8 @@ void CalibrationPanel::ShowState() {
   std::string text = control ? CalibrationWords(table.find(*control)) : std::string();
   if (!m_measure && !m_notice.empty()) text = m_notice;
   SetText(kCalibrationState, text);
+  for (const int id : {kCalibrationState, kCalibrationButtons})
+    if (gui::Component* idle = m_root->Find(id)) idle->SetVisible(!m_measure);
   if (gui::Component* measure = m_root->Find(kMeasure)) measure->SetVisible(m_measure.has_value());
   if (!m_measure) return;
   const bool there = control && control->present();

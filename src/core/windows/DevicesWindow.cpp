@@ -160,8 +160,10 @@ void DevicesWindow::ShowCalibrations() {
   for (const DeviceRow& device : m_devices)
     for (const ControlRow& control : device.controls) {
       const unidevice::Calibration* calibration = table.find(control.choice);
-      if (auto* label = control.root->Get<Label>(kControlCalibration))
-        label->SetText(calibration ? CalibrationWords(calibration) : std::string());
+      if (auto* label = control.root->Get<Label>(kControlCalibration)) {
+        label->SetText(calibration ? Translate("calibrated") : std::string());
+        label->GetComponent().SetTooltip(CalibrationWords(calibration));
+      }
     }
 }
 

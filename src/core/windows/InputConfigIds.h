@@ -50,6 +50,7 @@ enum CalibrationId : int {
   kMeasureValue = 8,
   kMeasureNext = 9,
   kMeasureCancel = 10,
+  kCalibrationButtons = 11,  ///< list of those above
 };
 
 enum DevicesId : int {

@@ -158,8 +158,7 @@ void InputConfigWindow::ShowTask() {
   std::string text = Shown(m_finder->text());
   if (m_finder->wantsNegative())
     text = Translate("Found %1.", {ControlWords(m_finder->found()[0].control)}) + " " + text;
-  text += " " + Translate("Move what is to feed %1. Escape cancels.", {Translate(input->name)});
-  SetText(kInputTaskText, text);
+  SetText(kInputTaskText, Translate("%1: %2 Escape cancels.", {Translate(input->name), text}));
 }
 
 void InputConfigWindow::OnLive() {
