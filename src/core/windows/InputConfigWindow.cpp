@@ -218,7 +218,9 @@ void InputConfigWindow::OnComponent(gui::Component& source, util::Message& messa
   if (message.id == gui::kMsgClicked) OnButton(source.GetId());
   const int row = m_rows.InputOf(source);
   const bool chosen = message.id == gui::kMsgValueChanged || message.id == gui::kMsgFocusGained;
-  if (row >= 0 && chosen && source.GetId() == kInputRowName) Choose(row);
+  if (row < 0 || !chosen || source.GetId() != kInputRowName) return;
+  if (row != m_input) Tell({});
+  Choose(row);
 }
 
 void InputConfigWindow::OnButton(int id) {
