@@ -1,6 +1,5 @@
 #include "core/windows/DevicesWindow.h"
 
-#include <QString>
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -214,9 +213,9 @@ void DevicesWindow::ShowLive(ControlRow& row, const unidevice::Control& control)
   if (m_round % kRecent == 0) {
     const double shaking = (*high - *low) / 2.0;
     const bool shakes = shaking >= kLeastNoise && shaking <= kMostNoise;
-    row.noise = shakes ? " \u00b1" + QString::number(shaking, 'f', 2).toStdString() : "";
+    row.noise = shakes ? " \u00b1" + BarNumber(shaking) : "";
   }
-  const std::string text = QString::number(control.current, 'f', 2).toStdString() + row.noise;
+  const std::string text = BarNumber(control.current) + row.noise;
   if (!row.bar->Set({{{control.current, *low, *high}, {}}}, text)) return;
   if (auto* view = row.root->Get<View>(kControlBar)) view->Repaint();
 }

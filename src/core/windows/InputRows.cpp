@@ -1,6 +1,5 @@
 #include "core/windows/InputRows.h"
 
-#include <QString>
 #include <algorithm>
 #include <cmath>
 
@@ -107,7 +106,7 @@ void InputRows::RefreshLive(const Instance& rig) {
     const double after = input.read();
     const double range = OutputRange(input.multiplier, input.offset);
     const std::array<LiveBar::Line, 2> lines{{{input.raw(), 0.0, 0.0}, {after / range, 0.0, 0.0}}};
-    if (!m_rows[i].bars->Set(lines, QString::number(after, 'f', 2).toStdString())) continue;
+    if (!m_rows[i].bars->Set(lines, BarNumber(after))) continue;
     if (auto* view = m_rows[i].root->Get<View>(kInputRowBars)) view->Repaint();
   }
 }

@@ -66,14 +66,13 @@ void ProfileRow::Show(bool all) {
     for (const Entry& entry : m_entries) {
       Item item;
       item.id = static_cast<int>(items.size());
-      item.text = entry.name;
-      item.english = entry.isFixed;
+      item.text = entry.isFixed ? Translate(entry.name) : entry.name;
+      if (&entry == current && !entry.isCurrent) item.text = Translate("%1 (changed)", {item.text});
       item.dim = entry.isReadOnly;
       items.push_back(std::move(item));
     }
     box->SetItems(std::move(items));
     box->SelectIndex(current ? static_cast<int>(current - m_entries.data()) : -1);
-    box->GetComponent().SetMarked(current && !current->isCurrent);
     box->GetComponent().SetEnabled(m_whyLocked.empty(), m_whyLocked);
   }
   if (gui::Component* save = m_root->Find(kProfileSave))
