@@ -79,6 +79,8 @@ void InputConfigWindow::OnHidden() {
 }
 
 void InputConfigWindow::OnSettingsChanged() {
+  m_profiles.Show(false);
+  m_calibration.Show();
   ShowAll();
 }
 
@@ -212,9 +214,16 @@ void InputConfigWindow::OnComponent(gui::Component& source, util::Message& messa
     }
     return m_calibration.Cancel();
   }
-  if (!FindRig() || m_profiles.OnComponent(source, message) ||
-      m_calibration.OnComponent(source, message) || m_editor.OnComponent(source, message))
+  if (!FindRig() || m_profiles.OnComponent(source, message)) return;
+  if (m_calibration.OnComponent(source, message)) {
+    // What is moved to be measured is not meant to be mapped.
+    if (m_finder && m_calibration.IsMeasuring()) EndLooking();
     return;
+  }
+  if (m_editor.OnComponent(source, message)) {
+    if (message.id == gui::kMsgEditEnd) m_profiles.Show(false);
+    return;
+  }
   if (message.id == gui::kMsgClicked) OnButton(source.GetId());
   const int row = m_rows.InputOf(source);
   const bool chosen = message.id == gui::kMsgValueChanged || message.id == gui::kMsgFocusGained;

@@ -98,6 +98,7 @@ void ProfileRow::ShowMenu() const {
 }
 
 void ProfileRow::SetLocked(const std::string& why) {
+  if (why == m_whyLocked) return;
   m_whyLocked = why;
   Show(false);
 }

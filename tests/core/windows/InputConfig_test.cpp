@@ -219,6 +219,9 @@ TEST_F(InputConfig, ADragInTheCurveIsOneStepAndGivesTheFormulasValues) {
   drag(ResponseEditor::kMultiplier, 0.0, 0.8);
   drag(ResponseEditor::kOffset, 0.0, -0.6);
   drag(ResponseEditor::kExponent, 0.0, 0.2 + 0.8 * 0.25);
+  auto& profile =
+      *window->GetRoot()->Find(kInputProfiles)->Get<gui::component::ComboBox>(kProfileChoice);
+  EXPECT_EQ(profile.GetText(), "Start Profile (changed)");
   const InputResponse end = Response(0);
   EXPECT_EQ(end.deadzone, 0.3);
   EXPECT_EQ(end.multiplier, 0.8);
