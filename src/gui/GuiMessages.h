@@ -28,7 +28,7 @@ enum GuiMessage : std::int32_t {
   kMsgMenuItem = 0x4011,      ///< `param` is the item's id; of a popup or a menu bar
 
   // Dialog.
-  kMsgCloseRequest = 0x4020,  ///< `data` is a CloseRequest, which may refuse
+  kMsgCloseRequest = 0x4020,  ///< `data` is a CloseRequest; `param` 1: by Escape
   kMsgClosed = 0x4021,
 
   // Group and scroll.

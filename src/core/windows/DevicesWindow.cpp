@@ -235,7 +235,8 @@ void DevicesWindow::Choose(const unidevice::ControlChoice& choice) {
 }
 
 void DevicesWindow::OnComponent(gui::Component& source, util::Message& message) {
-  if (message.id == gui::kMsgCloseRequest && m_calibration.IsMeasuring()) {
+  const bool escape = message.id == gui::kMsgCloseRequest && message.param != 0;
+  if (escape && m_calibration.IsMeasuring()) {
     gui::DataOf<gui::CloseRequest>(message)->refused = true;
     return m_calibration.Cancel();
   }

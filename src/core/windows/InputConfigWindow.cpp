@@ -206,7 +206,8 @@ void InputConfigWindow::OnCore(const util::Message& message) {
 // --- what the user does ---
 
 void InputConfigWindow::OnComponent(gui::Component& source, util::Message& message) {
-  if (message.id == gui::kMsgCloseRequest && (m_finder || m_calibration.IsMeasuring())) {
+  const bool escape = message.id == gui::kMsgCloseRequest && message.param != 0;
+  if (escape && (m_finder || m_calibration.IsMeasuring())) {
     gui::DataOf<gui::CloseRequest>(message)->refused = true;
     if (m_finder) {
       EndLooking();

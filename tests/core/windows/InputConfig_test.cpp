@@ -1,4 +1,5 @@
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <cmath>
 #include <random>
 
@@ -122,15 +123,18 @@ TEST_F(InputConfig, MapsWhatIsMovedTwentyTimesOfTwenty) {
   // Escape ends the wait, and only then the window.
   The<Button>(kInputPress).Click();
   EXPECT_TRUE(Shows(kInputTask));
-  auto* dialog = dynamic_cast<Dialog*>(window->GetRoot());
-  EXPECT_FALSE(dialog->Close());
+  QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QApplication::sendEvent(window->GetWidget(), &escape);
+  EXPECT_TRUE(window->IsShown());
   EXPECT_FALSE(window->IsLooking());
   // A control that is taken twice is told on the row of each.
   core.MapInput(*core.FindByIdentity(row), 2, pad->control(3));
   gui::Component* first = window->GetRoot()->Find(kInputRows)->child(0);
   EXPECT_TRUE(first->Find(kInputRowConflict)->IsVisible());
   The<Button>(kInputUnmap).Click();
-  EXPECT_TRUE(dialog->Close());
+  The<Button>(kInputPress).Click();
+  EXPECT_TRUE(dynamic_cast<Dialog*>(window->GetRoot())->Close());
+  EXPECT_FALSE(window->IsLooking());
 }
 
 TEST_F(InputConfig, StaysCalmWhenDeviceOrRigGo) {
