@@ -96,8 +96,9 @@ void CalibrationPanel::ShowState() {
   std::string text = control ? CalibrationWords(table.find(*control)) : std::string();
   if (!m_measure && !m_notice.empty()) text = m_notice;
   SetText(kCalibrationState, text);
-  for (const int id : {kCalibrationState, kCalibrationButtons})
-    if (gui::Component* idle = m_root->Find(id)) idle->SetVisible(!m_measure);
+  if (gui::Component* state = m_root->Find(kCalibrationState))
+    state->SetVisible(!m_measure && !text.empty());
+  if (gui::Component* buttons = m_root->Find(kCalibrationButtons)) buttons->SetVisible(!m_measure);
   if (gui::Component* measure = m_root->Find(kMeasure)) measure->SetVisible(m_measure.has_value());
   if (!m_measure) return;
   const bool there = control && control->present();
