@@ -13,6 +13,7 @@
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
 #include "app/studio/script/ScriptDriver.h"
+#include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
@@ -33,6 +34,8 @@ using namespace rws::core::windows;
 using gui::Translate;
 using rws::core::LogEntry;
 using rws::core::LogLevel;
+
+constexpr char kBusy[] = "an import or export is at work; cancel it or wait";
 
 std::string SceneFilter() {
   return Translate("Scenes (*.glb *.gltf)");
@@ -58,8 +61,8 @@ Studio::Studio(const StudioOptions& options)
   m_document.SetChangeHandler([this] { m_windows.TellSceneChanged(); });
   m_document.SetTroubleHandler([this](const Problem& problem) {
     LogEntry(LogLevel::kWarning, TextOf(problem));
-    // Not within what has failed: it may be a take's first frame.
-    QTimer::singleShot(0, this, [this, problem] { Show(Translate("Autosave"), problem); });
+    // No box: it may be a take's first frame.
+    Tell(TextOf(problem));
   });
   ApplyAppearance();
 }
@@ -75,10 +78,11 @@ bool Studio::Begin(std::string& problem) {
   if (!m_devices.GetProblem().empty()) LogEntry(LogLevel::kWarning, m_devices.GetProblem());
   m_document.NewScene();
   if (!m_options.scene.empty()) Open(m_options.scene);
-  if (m_options.script.empty()) {
-    QTimer::singleShot(0, this, [this] { OfferLeftovers(); });
-    return true;
-  }
+  QTimer::singleShot(0, this, [this] {
+    OfferLeftovers();
+    AskForUpdates();
+  });
+  if (m_options.script.empty()) return true;
   m_script = std::make_unique<ScriptDriver>(*this);
   return m_script->Start(m_options.script, problem);
 }
@@ -156,21 +160,39 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandOpen, &Studio::OpenScene},
       {kCommandSave, &Studio::SaveScene},
       {kCommandSaveAs, &Studio::SaveSceneAs},
+      {kCommandImport, &Studio::ImportModel},
+      {kCommandOpenModel, &Studio::AddModelFromMenu},
+      {kCommandMakeModel, &Studio::MakeModel},
       {kCommandExportScene, &Studio::ExportScene},
       {kCommandExportPoses, &Studio::ExportPoses},
       {kCommandExportPicture, &Studio::ExportPicture},
+      {kCommandHelp, &Studio::ShowHelp},
+      {kCommandLicence, &Studio::ShowLicence},
+      {kCommandUpdate, &Studio::CheckForUpdate},
       {kCommandQuit, &Studio::Quit},
   };
   return all;
 }
 
+/// What leaves the scene alone, or ends a take by asking for another scene.
+bool IsForTakes(int id) {
+  static constexpr int kFree[] = {kCommandNew,     kCommandOpen,   kCommandRecent, kCommandQuit,
+                                  kCommandExamples, kCommandHelp, kCommandLicence, kCommandUpdate};
+  return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
+}
+
 bool Studio::HasCommand(int id) const {
-  return id == kCommandRecent || std::any_of(Commands().begin(), Commands().end(),
-                                             [id](const Command& c) { return c.id == id; });
+  if (id == kCommandUpdate) return m_windows.GetCore().IsOffered();
+  return id == kCommandRecent || id == kCommandExamples ||
+         std::any_of(Commands().begin(), Commands().end(),
+                     [id](const Command& c) { return c.id == id; });
 }
 
 void Studio::RunCommand(int id) {
-  if (id >= kFirstRecent && id < kFirstExample) {
+  if (m_working > 0) return;
+  if (!IsForTakes(id) && IsLocked(Translate("That"))) return;
+  if (id >= kFirstExample) return OpenExample(id - kFirstExample);
+  if (id >= kFirstRecent) {
     const auto recent = RecentFiles::List();
     const auto index = static_cast<std::size_t>(id - kFirstRecent);
     if (index < recent.size() && MayDiscard()) Open(recent[index].path);
@@ -181,17 +203,41 @@ void Studio::RunCommand(int id) {
 }
 
 void Studio::UpdateMenu(gui::Menu& menu) {
+  const std::string locked = m_document.IsRunning() ? WhyLocked() : std::string();
+  for (const Command& command : Commands())
+    if (!IsForTakes(command.id)) menu.SetEnabled(command.id, locked.empty(), locked);
   std::vector<gui::MenuItem> items;
   int id = kFirstRecent;
   for (const RecentFile& file : RecentFiles::List()) {
     gui::MenuItem item;
     item.id = id++;
-    item.label = FileNameOf(file.path);
+    item.label = gui::EscapeMnemonics(FileNameOf(file.path));
     item.tooltip = file.path;
     item.enabled = file.isThere;
+    if (!file.isThere) item.whyDisabled = Translate("%1 is not there.", {file.path});
     items.push_back(std::move(item));
   }
   menu.SetItems(kCommandRecent, std::move(items));
+  items.clear();
+  id = kFirstExample;
+  for (const Example& example : GetExamples()) {
+    gui::MenuItem item;
+    item.id = id++;
+    item.label = Translate(example.label);
+    item.tooltip = Translate(example.text);
+    items.push_back(std::move(item));
+  }
+  menu.SetItems(kCommandExamples, std::move(items));
+}
+
+std::string Studio::WhyLocked() const {
+  return Translate("A take or resimulation runs. Stop it first.");
+}
+
+bool Studio::IsLocked(const std::string& what) {
+  if (!m_document.IsRunning()) return false;
+  Tell(Translate("%1 has to wait: a take or resimulation runs. Stop it first.", {what}));
+  return true;
 }
 
 void Studio::NewScene() {
@@ -204,8 +250,8 @@ void Studio::OpenScene() {
   if (!path.empty()) Open(path);
 }
 
-void Studio::Open(const std::string& path) {
-  ShowResult(Translate("Open"), m_document.Open(path));
+bool Studio::Open(const std::string& path) {
+  return ShowResult(Translate("Open"), m_document.Open(path));
 }
 
 bool Studio::Save() {
@@ -236,10 +282,6 @@ bool Studio::MayDiscard() {
                          rws::kButtonsYesNoCancel | rws::kIconQuestion);
   if (answer == rws::kAnswerYes) return Save();
   return answer == rws::kAnswerNo;
-}
-
-void Studio::OpenDropped(const std::vector<std::string>& paths) {
-  if (!paths.empty() && MayDiscard()) Open(paths.front());
 }
 
 bool Studio::MayClose() {
@@ -278,14 +320,17 @@ rws::core::CoreImplementation& Studio::ScriptedCore() {
 }
 
 std::string Studio::ScriptNew() {
+  if (m_working > 0) return kBusy;
   return TextOf(m_document.NewScene().problem);
 }
 
 std::string Studio::ScriptOpen(const std::string& path) {
+  if (m_working > 0) return kBusy;
   return TextOf(m_document.Open(path).problem);
 }
 
 std::string Studio::ScriptSave(const std::string& path) {
+  if (m_working > 0) return kBusy;
   return TextOf(
       (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }
