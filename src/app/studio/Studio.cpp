@@ -1,6 +1,8 @@
 #include "app/studio/Studio.h"
 
 #include <QApplication>
+#include <QDateTime>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTimer>
 #include <QWidget>
@@ -43,8 +45,10 @@ std::string SceneFilter() {
 
 std::string TextOf(const Problem& problem) {
   std::string text = problem.what.empty() ? problem.why : problem.what + ": " + problem.why;
-  if (!problem.hint.empty()) text += "\n\n" + problem.hint;
-  return text;
+  if (problem.hint.empty()) return text;
+  // A paragraph of its own here, and so a sentence.
+  const QString hint = QString::fromStdString(Translate(problem.hint));
+  return text + "\n\n" + (hint.left(1).toUpper() + hint.mid(1)).toStdString() + ".";
 }
 
 }  // namespace
@@ -241,7 +245,7 @@ bool Studio::IsLocked(const std::string& what) {
 }
 
 void Studio::NewScene() {
-  if (MayDiscard()) ShowResult(Translate("New scene"), m_document.NewScene());
+  if (MayDiscard() && ShowResult(Translate("New scene"), m_document.NewScene())) Tell({});
 }
 
 void Studio::OpenScene() {
@@ -251,7 +255,9 @@ void Studio::OpenScene() {
 }
 
 bool Studio::Open(const std::string& path) {
-  return ShowResult(Translate("Open"), m_document.Open(path));
+  const bool done = ShowResult(Translate("Open"), m_document.Open(path));
+  if (done) Tell({});  // what it says is of the scene before
+  return done;
 }
 
 bool Studio::Save() {
@@ -297,17 +303,30 @@ void Studio::Quit() {
   m_windows.CloseMainWindow();
 }
 
+/// What a user is told of a leftover before choosing.
+std::string LeftoverText(const Leftover& leftover) {
+  const QDateTime kept = QDateTime::fromSecsSinceEpoch(leftover.note.time);
+  std::string text = Translate(
+      "%1 was not saved when the program ended. It was kept on %2.",
+      {leftover.title, QLocale().toString(kept, QLocale::ShortFormat).toStdString()});
+  const std::string seconds = QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString();
+  if (leftover.hasTake)
+    text += " " + (leftover.take.ended ? Translate("A take of %1 s had been recorded on it.", {seconds})
+                                       : Translate("A take of %1 s was running.", {seconds}));
+  if (leftover.fileIsNewer)
+    text += "\n\n" + Translate("The file itself was written later: %1", {leftover.note.scene});
+  return text + "\n\n" +
+         Translate("Yes opens what there is of it, No removes it for good, Cancel asks again at "
+                   "the next start.");
+}
+
 void Studio::OfferLeftovers() {
-  for (Leftover& leftover : FindLeftovers()) {
-    std::string text = Translate("%1 was not saved when the program ended.", {leftover.title});
-    if (leftover.hasTake)
-      text += " " + Translate("A take of %1 s was running.",
-                              {QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString()});
-    text += "\n\n" + Translate("Open what there is of it? No removes it for good.");
-    const int answer =
-        Ask(Translate("Recovery"), text, rws::kButtonsYesNoCancel | rws::kIconQuestion);
+  std::vector<Leftover> all = FindLeftovers();
+  for (Leftover& leftover : all) {
+    const int answer = Ask(Translate("Recovery"), LeftoverText(leftover),
+                           rws::kButtonsYesNoCancel | rws::kIconQuestion);
     if (answer == rws::kAnswerNo) Discard(std::move(leftover));
-    if (answer != rws::kAnswerYes) continue;
+    if (answer != rws::kAnswerYes || !MayDiscard()) continue;
     ShowResult(Translate("Recovery"), m_document.Restore(std::move(leftover)));
     return;
   }

@@ -14,11 +14,11 @@ using gui::Translate;
 
 const std::vector<Studio::Example>& Studio::GetExamples() {
   static const std::vector<Example> all{
-      {"drive.glb", "A drive over hills",
+      {"drive.glb", "A &drive over hills",
        "A car with a recorded take: change its parameters and resimulate"},
-      {"shaky.glb", "A shaky camera, smoothed",
+      {"shaky.glb", "A &shaky camera, smoothed",
        "A camera on a shaking carrier, and the one that follows it calmly"},
-      {"tank.glb", "A tank on a range", "Two belts under a hull, a gun, and walls to fire at"},
+      {"tank.glb", "A &tank on a range", "Two belts under a hull, a gun, and walls to fire at"},
   };
   return all;
 }
@@ -33,7 +33,8 @@ void Studio::OpenExample(int number) {
     return Show(Translate("Examples"),
                 Problem{copy.toStdString(), Translate("the example can't be unpacked there"),
                         Translate("see that the disk has room"), {}});
-  ShowResult(Translate("Examples"), m_document.OpenCopy(QFile::encodeName(copy).toStdString()));
+  const auto opened = m_document.OpenCopy(QFile::encodeName(copy).toStdString());
+  if (ShowResult(Translate("Examples"), opened)) Tell(Translate(example.text));
 }
 
 void Studio::ShowHelp() {

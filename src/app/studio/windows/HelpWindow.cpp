@@ -31,7 +31,8 @@ QString ReadText(const std::string& path) {
 
 std::string TitleOf(const std::string& path) {
   const QString text = ReadText(path);
-  return text.mid(2, text.indexOf('\n') - 2).toStdString();
+  // Without what stands in brackets, such as a rig's longer name.
+  return text.mid(2, text.indexOf('\n') - 2).section(" (", 0, 0).toStdString();
 }
 
 /// A page's path from what another page calls it.

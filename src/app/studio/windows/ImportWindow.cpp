@@ -56,7 +56,7 @@ bool ImportWindow::Run(ImportOptions& options) {
 void ImportWindow::OnBuilt() {
   const auto number = [](std::size_t count) { return std::to_string(count); };
   SetText(kImportFile, FileNameOf(m_path));
-  SetText(kImportContent, Translate("%1 with %2 nodes, %3 meshes and %4 triangles",
+  SetText(kImportContent, Translate("%1; nodes: %2, meshes: %3, triangles: %4",
                                     {m_facts.format, number(m_facts.nodes), number(m_facts.meshes),
                                      number(m_facts.triangles)}));
   std::string odd;
