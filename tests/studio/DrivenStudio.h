@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <vector>
 
 namespace orv::tests {
 
@@ -42,7 +42,7 @@ class DrivenStudio {
     EXPECT_TRUE(answer.is_object() && answer.value("ok", false)) << command << ": " << answer;
     return answer.is_object() ? answer : Json::object();
   }
-  void Do(const std::vector<std::string>& commands) {
+  void DoAll(std::initializer_list<std::string> commands) {
     for (const std::string& command : commands) Do(command);
   }
   /// What the widget `id` of a shown window reads; "no window", "no widget" where there is none.

@@ -1,9 +1,7 @@
 // The desktop program by its windows, as a user has it.
 #include <filesystem>
 
-#include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
-#include "app/session/models/RiggedModel.h"
 #include "core/CoreImplementation.h"
 #include "studio/DrivenStudio.h"
 #include "support/TempFolder.h"
@@ -13,20 +11,26 @@ namespace orv::tests {
 
 namespace {
 
+using Json = nlohmann::json;
+
 constexpr const char* kOk = "click win=MessageBox id=10";
 constexpr const char* kCancel = "click win=MessageBox id=11";
 constexpr const char* kYes = "click win=MessageBox id=12";
 constexpr const char* kNo = "click win=MessageBox id=13";
+constexpr int kBoxText = 3, kNoticeText = 309;
 
 class Studio : public testing::Test {
  protected:
-  /// A scene with a rig, that differs from its file.
-  void Edit(DrivenStudio& studio) { studio.Do("click double id=321 row=\"Camera/Steady Cam\""); }
-  std::string Choose(const std::string& menu, const std::string& entry) {
-    return "click menu=" + menu + "\nclick action=\"" + entry + "\"";
+  static void Choose(DrivenStudio& studio, const std::string& menu, const std::string& entry) {
+    studio.DoAll({"click menu=" + menu, "click action=\"" + entry + "\""});
   }
-  void DoChoose(DrivenStudio& studio, const std::string& menu, const std::string& entry) {
-    studio.Do({"click menu=" + menu, "click action=\"" + entry + "\""});
+  static void AddRig(DrivenStudio& studio) {
+    studio.Do("click double id=321 row=\"Camera/Orvel SoftMotionCam\"");
+  }
+  static std::size_t Steps(DrivenStudio& studio) { return studio.State()["undoPosition"]; }
+  static std::string LastStep(DrivenStudio& studio) {
+    const Json undo = studio.State()["undo"];
+    return undo.empty() ? std::string() : undo.back().get<std::string>();
   }
 
   TempFolder folder;
@@ -34,5 +38,120 @@ class Studio : public testing::Test {
 };
 
 }  // namespace
+
+TEST_F(Studio, ImportsWhatIsDroppedByUnitAndUp) {
+  const std::string model = folder.Write(
+      "car.obj", "o Cube\nv 0 0 0\nv 420 0 0\nv 420 140 0\nv 0 0 180\nf 1 2 3\nf 1 2 4\n");
+  DrivenStudio studio(root);
+  studio.Do("drop " + model);
+  EXPECT_EQ(studio.ValueOf("Import", 16), "4.2 m wide, 1.4 m high, 1.8 m deep");
+  studio.Do("click win=Import id=21");
+  EXPECT_EQ(Steps(studio), 0u) << "cancelled";
+  studio.DoAll({"drop " + model, "click win=Import id=14", "key Down", "key Return"});
+  EXPECT_EQ(studio.ValueOf("Import", 16), "4.2 m wide, 1.8 m high, 1.4 m deep");
+  // A number of the user's own, by either separator.
+  studio.DoAll({"click win=Import id=13", "key Ctrl+A", "type 0,1", "key Tab"});
+  EXPECT_EQ(studio.ValueOf("Import", 16), "42 m wide, 18 m high, 14 m deep");
+  studio.Do("click win=Import id=20");
+  EXPECT_EQ(LastStep(studio), "Import car.obj");
+  EXPECT_EQ(studio.ValueOf("MainWindow", kNoticeText), "car.obj is in the scene.");
+  Choose(studio, "Edit", "Undo Import car.obj");
+  EXPECT_EQ(Steps(studio), 0u);
+  EXPECT_EQ(studio.State()["dirty"], false);
+
+  const std::string other = folder.Write("thing.xyz", "x"), bad = folder.Write("bad.fbx", "x");
+  for (const std::string& file : {other, bad}) {
+    studio.Do("drop " + file);
+    const std::string told = studio.ValueOf("MessageBox", kBoxText);
+    EXPECT_EQ(told.rfind(file, 0), 0u) << told;
+    EXPECT_NE(told.find(".glb"), std::string::npos) << "what to do: " << told;
+    studio.Do(kOk);
+  }
+
+  // A take goes on whatever is dropped or pressed.
+  studio.DoAll({"device Pad", "click double id=321 row=\"Accessory/Orvel 1D positioner\"", "record",
+             "wait 0.2", "drop " + model, "key Ctrl+S", "wait 0.2"});
+  EXPECT_EQ(studio.State()["run"], "recording");
+  EXPECT_NE(studio.ValueOf("MainWindow", kNoticeText).find("has to wait"), std::string::npos);
+  EXPECT_FALSE(studio.Shows("MessageBox") || studio.Shows("Import"));
+  studio.DoAll({"stop", "quit 3"});
+  EXPECT_EQ(studio.Wait(), 3);
+}
+
+TEST_F(Studio, MakesModelsAndAddsThemUnderFreeNames) {
+  DrivenStudio studio(root);
+  AddRig(studio);
+  const std::string rig = studio.State()["selection"][0];
+  Choose(studio, "File", "Make a pre-rigged model...");
+  // The rig that is selected is ticked; only the title is missing.
+  studio.DoAll({"type Mine", "click win=MakeModel id=20", "key Return"});
+  EXPECT_TRUE(std::filesystem::exists(root + "/models/Mine.prm"));
+  EXPECT_EQ(Steps(studio), 1u);
+  for (const char* model : {"Mine", "Mine", "Tank"}) {
+    const std::size_t before = Steps(studio);
+    Choose(studio, "File", "Open a pre-rigged model...");
+    studio.DoAll({std::string("click win=Models id=10 row=") + model, "click win=Models id=20"});
+    EXPECT_EQ(Steps(studio), before + 1);
+    EXPECT_EQ(LastStep(studio), std::string("Add ") + model);
+  }
+  const std::string path = folder.path + "/scene.glb";
+  studio.Do("save " + path);
+  app::SceneSession session;
+  ASSERT_EQ(session.Open(path), "");
+  EXPECT_EQ(session.GetCore().List(false).size(), 7u) << "three of one kind, four of the tank";
+  EXPECT_TRUE(session.GetCore().FindInstance(rig));
+  Choose(studio, "Edit", "Undo Add Tank");
+  EXPECT_EQ(Steps(studio), 3u);
+
+  // By drag and drop; one that is none can't be added.
+  const std::string none = folder.Write("none.prm", "x");
+  studio.DoAll({"drop " + root + "/models/Mine.prm", "click win=Models id=20"});
+  EXPECT_EQ(Steps(studio), 4u);
+  studio.Do("drop " + none);
+  EXPECT_NE(studio.ValueOf("Models", 14).find("no pre-rigged model"), std::string::npos);
+  studio.Do("click win=Models id=20");
+  EXPECT_TRUE(studio.Shows("Models")) << "its button is disabled";
+  studio.Do("click win=Models id=21");
+}
+
+TEST_F(Studio, AsksBeforeChangesAreLost) {
+  const std::string path = folder.path + "/a.glb";
+  const auto size = [&path] { return std::filesystem::file_size(path); };
+  DrivenStudio studio(root);
+  studio.Do("save " + path);
+  const auto empty = size();
+  AddRig(studio);
+  const std::vector<std::pair<const char*, const char*>> ways{
+      {"File", "New"}, {"File", "Quit"}, {"Help", "Examples"}};
+  for (const auto& [menu, entry] : ways) {
+    Choose(studio, menu, entry);
+    if (std::string(menu) == "Help") studio.Do("click action=\"A shaky camera, smoothed\"");
+    EXPECT_TRUE(studio.Shows("MessageBox")) << entry;
+    studio.Do(kCancel);
+    EXPECT_EQ(studio.State()["dirty"], true);
+    EXPECT_EQ(studio.State()["path"], path);
+  }
+  studio.DoAll({"drop " + path, kYes});
+  EXPECT_GT(size(), empty) << "saved, and opened again";
+  EXPECT_EQ(studio.State()["dirty"], false);
+  EXPECT_EQ(Steps(studio), 0u);
+  AddRig(studio);
+  const auto saved = size();
+  Choose(studio, "Help", "Examples");
+  studio.DoAll({"click action=\"A drive over hills\"", kNo});
+  EXPECT_EQ(size(), saved);
+  EXPECT_EQ(studio.State()["path"], "") << "an example is nobody's file";
+  EXPECT_EQ(studio.State()["dirty"], false);
+  Choose(studio, "File", "Open recent");
+  studio.Do("click action=a.glb");
+  EXPECT_EQ(studio.State()["path"], path);
+  Choose(studio, "File", "Export poses...");
+  studio.DoAll({"key Ctrl+A", "type " + folder.path + "/poses.csv", "key Return"});
+  EXPECT_EQ(folder.Read("poses.csv").rfind("time,node,", 0), 0u);
+  Choose(studio, "Help", "Help");
+  EXPECT_NE(studio.ValueOf("Help", 12).find("A car in five minutes"), std::string::npos);
+  Choose(studio, "File", "Quit");
+  EXPECT_EQ(studio.Wait(), 0) << "nothing is lost, nothing is asked";
+}
 
 }  // namespace orv::tests

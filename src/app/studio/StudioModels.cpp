@@ -50,7 +50,7 @@ void Studio::TakeDropped(const std::vector<std::string>& paths) {
                        {FileNameOf(path)}));
       continue;
     }
-    if (IsLocked(Translate("Bring in %1", {FileNameOf(path)}))) return;
+    if (IsLocked(FileNameOf(path))) return;
     if (IsRiggedModel(path))
       AddModel(path);
     else
