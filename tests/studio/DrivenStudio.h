@@ -21,10 +21,9 @@ class DrivenStudio {
     environment.insert("SDL_VIDEODRIVER", "dummy");
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(STUDIO_PROGRAM,
-                    QStringList{"--script", "-", "--geometry", "1200x800", "--lang", "en",
-                                "--data-root", QString::fromStdString(root)} +
-                        more);
+    m_process.start(STUDIO_PROGRAM, QStringList{"--script", "-", "--geometry", "1200x800", "--lang",
+                                                "en", "--data-root", QString::fromStdString(root)} +
+                                        more);
   }
   ~DrivenStudio() { Kill(); }
 

@@ -102,7 +102,7 @@ TEST(Kills, AnInterruptedTakeIsOfferedAndTaken) {
   {
     DrivenStudio studio(root);
     studio.DoAll({"device Pad", "click double id=321 row=\"Accessory/Orvel 1D positioner\"",
-               "move Pad Axis0=0.5", "record", "wait 1.5"});
+                  "move Pad Axis0=0.5", "record", "wait 1.5"});
     studio.Send("crash");
     EXPECT_EQ(studio.Wait(), -1);
   }

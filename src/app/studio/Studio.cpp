@@ -180,7 +180,7 @@ const std::vector<Studio::Command>& Studio::Commands() {
 
 /// What leaves the scene alone, or ends a take by asking for another scene.
 bool IsForTakes(int id) {
-  static constexpr int kFree[] = {kCommandNew,     kCommandOpen,   kCommandRecent, kCommandQuit,
+  static constexpr int kFree[] = {kCommandNew,      kCommandOpen, kCommandRecent,  kCommandQuit,
                                   kCommandExamples, kCommandHelp, kCommandLicence, kCommandUpdate};
   return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
 }
@@ -306,18 +306,20 @@ void Studio::Quit() {
 /// What a user is told of a leftover before choosing.
 std::string LeftoverText(const Leftover& leftover) {
   const QDateTime kept = QDateTime::fromSecsSinceEpoch(leftover.note.time);
-  std::string text = Translate(
-      "%1 was not saved when the program ended. It was kept on %2.",
-      {leftover.title, QLocale().toString(kept, QLocale::ShortFormat).toStdString()});
+  std::string text =
+      Translate("%1 was not saved when the program ended. It was kept on %2.",
+                {leftover.title, QLocale().toString(kept, QLocale::ShortFormat).toStdString()});
   const std::string seconds = QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString();
   if (leftover.hasTake)
-    text += " " + (leftover.take.ended ? Translate("A take of %1 s had been recorded on it.", {seconds})
-                                       : Translate("A take of %1 s was running.", {seconds}));
+    text +=
+        " " + (leftover.take.ended ? Translate("A take of %1 s had been recorded on it.", {seconds})
+                                   : Translate("A take of %1 s was running.", {seconds}));
   if (leftover.fileIsNewer)
     text += "\n\n" + Translate("The file itself was written later: %1", {leftover.note.scene});
   return text + "\n\n" +
-         Translate("Yes opens what there is of it, No removes it for good, Cancel asks again at "
-                   "the next start.");
+         Translate(
+             "Yes opens what there is of it, No removes it for good, Cancel asks again at "
+             "the next start.");
 }
 
 void Studio::OfferLeftovers() {

@@ -30,9 +30,10 @@ void Studio::OpenExample(int number) {
   const QTemporaryDir folder;
   const QString copy = folder.filePath(example.file);
   if (!QFile::copy(QString(":/examples/") + example.file, copy))
-    return Show(Translate("Examples"),
-                Problem{copy.toStdString(), Translate("the example can't be unpacked there"),
-                        Translate("see that the disk has room"), {}});
+    return Show(Translate("Examples"), Problem{copy.toStdString(),
+                                               Translate("the example can't be unpacked there"),
+                                               Translate("see that the disk has room"),
+                                               {}});
   const auto opened = m_document.OpenCopy(QFile::encodeName(copy).toStdString());
   if (ShowResult(Translate("Examples"), opened)) Tell(Translate(example.text));
 }

@@ -45,9 +45,10 @@ void Studio::TakeDropped(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) {
     if (IsScene(path)) {
       if (path != *scene)
-        Tell(Translate("%1 was not opened: there is one scene at a time. Import a model from the "
-                       "File menu brings it into the open scene.",
-                       {FileNameOf(path)}));
+        Tell(
+            Translate("%1 was not opened: there is one scene at a time. Import a model from the "
+                      "File menu brings it into the open scene.",
+                      {FileNameOf(path)}));
       continue;
     }
     if (IsLocked(FileNameOf(path))) return;
@@ -63,8 +64,8 @@ void Studio::ImportModel() {
   for (const std::string& ending : ModelFile::Endings())
     filter += (filter.empty() ? "*" : " *") + ending;
   const std::string path = m_windows.ChooseFile(
-      Translate("Import a model"), Translate("Models (%1)", {filter}) + ";;" + Translate("All files (*)"),
-      "models");
+      Translate("Import a model"),
+      Translate("Models (%1)", {filter}) + ";;" + Translate("All files (*)"), "models");
   if (path.empty()) return;
   if (IsRiggedModel(path))
     AddModel(path);
@@ -135,8 +136,7 @@ void Studio::MakeModel() {
                                  card.title + ".prm", ".prm", ModelsWindow::GetUserFolder());
   if (path.empty()) return;
   std::vector<std::string> warnings;
-  const Problem problem =
-      MakeRiggedModel(m_document.GetSession(), selection, card, path, warnings);
+  const Problem problem = MakeRiggedModel(m_document.GetSession(), selection, card, path, warnings);
   if (problem) return Show(title, problem);
   TellDone(Translate("%1 was written.", {path}), warnings);
 }
@@ -149,7 +149,8 @@ void Studio::TellDone(const std::string& text, const std::vector<std::string>& n
     if (i < kMostTold) told += "\n" + notes[i];
   }
   if (notes.size() > kMostTold)
-    told += "\n" + Translate("%1 more stand in the log.", {std::to_string(notes.size() - kMostTold)});
+    told +=
+        "\n" + Translate("%1 more stand in the log.", {std::to_string(notes.size() - kMostTold)});
   Tell(told);
 }
 

@@ -78,8 +78,8 @@ std::string MainWindowDock::FirstSteps() const {
       text += "<p>" + Translate(step.text, {link}) + "</p>";
     else if (program.HasCommand(step.command))
       text += "<p>" +
-              Translate(step.text, {"<a href=\"" + std::to_string(step.command) + "\">" + link +
-                                    "</a>"}) +
+              Translate(step.text,
+                        {"<a href=\"" + std::to_string(step.command) + "\">" + link + "</a>"}) +
               "</p>";
   }
   return text;
@@ -103,7 +103,7 @@ void MainWindowDock::Show() {
   }
   const bool isEmpty = GetCore().GetRows().empty();
   GetWindow().Tell(kDockHelp, isEmpty ? FirstSteps() : std::string());
-  GetWindow().Tell(kDockHint, isEmpty ? std::string()
+  GetWindow().Tell(kDockHint, isEmpty    ? std::string()
                               : row == 0 ? Translate("Select a rig to see its parameters.")
                               : floats ? Translate("The parameters stand in a window of their own.")
                                        : std::string());
@@ -115,7 +115,8 @@ void MainWindowDock::Show() {
 }
 
 void MainWindowDock::OnComponent(gui::Component& source, util::Message& message) {
-  if (const auto* link = gui::DataOf<gui::LinkClicked>(message); link && source.GetId() == kDockHelp)
+  if (const auto* link = gui::DataOf<gui::LinkClicked>(message);
+      link && source.GetId() == kDockHelp)
     return GetWindow().RunCommand(QString::fromStdString(link->link).toInt());
   if (source.GetId() != kDockFloat || message.id != gui::kMsgClicked || m_shown == 0) return;
   const bool floats = Floats(m_shown);

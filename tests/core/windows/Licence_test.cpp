@@ -32,8 +32,10 @@ TEST_F(Licence, WindowTellsEachStateAndWhatItLeavesOut) {
   Run("keys " + folder.path + "/key > " + folder.path + "/public");
   const auto key = util::xml::decodeBase64(folder.Read("public").substr(0, 44));
   const std::string file = rws::core::Licensing::GetPath();
-  Run("sign --key " + folder.path + "/key --licensee 'Studio A' --features camera,rail --until "
-      "2027-12-31 --id 17 -o " + file);
+  Run("sign --key " + folder.path +
+      "/key --licensee 'Studio A' --features camera,rail --until "
+      "2027-12-31 --id 17 -o " +
+      file);
   const std::string good = folder.Read("licence.txt");
   std::string day = "2027-01-01";
   core.SetLicensing(

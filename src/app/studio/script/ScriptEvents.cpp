@@ -1,14 +1,14 @@
 #include "app/studio/script/ScriptEvents.h"
 
 #include <QApplication>
-#include <QDropEvent>
-#include <QFileInfo>
-#include <QMimeData>
-#include <QUrl>
 #include <QCursor>
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QKeySequence>
+#include <QMimeData>
 #include <QPointer>
+#include <QUrl>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
@@ -96,7 +96,8 @@ void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
 bool SendFiles(QWidget& widget, const QStringList& paths) {
   QMimeData data;
   QList<QUrl> urls;
-  for (const QString& path : paths) urls.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+  for (const QString& path : paths)
+    urls.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
   data.setUrls(urls);
   const QPoint place = widget.rect().center();
   QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);

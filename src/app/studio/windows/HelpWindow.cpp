@@ -59,8 +59,8 @@ std::string HtmlOf(const std::string& page) {
 HelpWindow::HelpWindow(rws::core::windows::Windows& windows)
     : Window(windows, "Help", "/core/layout/rws_help.xml") {
   for (const char* path : kFirstPages) m_pages.push_back({path, TitleOf(path)});
-  for (const QString& name :
-       QDir(QString(kRoot) + "rigs").entryList({"*.md"}, QDir::Files, QDir::Name | QDir::IgnoreCase)) {
+  for (const QString& name : QDir(QString(kRoot) + "rigs")
+                                 .entryList({"*.md"}, QDir::Files, QDir::Name | QDir::IgnoreCase)) {
     const std::string path = "rigs/" + name.toStdString();
     m_pages.push_back({path, TitleOf(path)});
   }

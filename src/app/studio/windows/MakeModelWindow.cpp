@@ -131,9 +131,8 @@ void MakeModelWindow::OnComponent(gui::Component& source, util::Message& message
   }
   if (id == kMakeTitle || id == kMakeText) {
     if (message.id != gui::kMsgTyped && message.id != gui::kMsgValueChanged) return;
-    With<TextBox>(id, [&](TextBox& box) {
-      (id == kMakeTitle ? m_card.title : m_card.text) = box.GetText();
-    });
+    With<TextBox>(
+        id, [&](TextBox& box) { (id == kMakeTitle ? m_card.title : m_card.text) = box.GetText(); });
     ShowAccept();
   }
   if (message.id != gui::kMsgClicked) return;

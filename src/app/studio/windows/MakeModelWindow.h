@@ -18,8 +18,7 @@ namespace orv::app {
 /// and for title, text and picture. Modal.
 class MakeModelWindow : public rws::core::windows::Window {
  public:
-  MakeModelWindow(rws::core::windows::Windows& windows,
-                  rws::core::windows::SceneBrowser& browser);
+  MakeModelWindow(rws::core::windows::Windows& windows, rws::core::windows::SceneBrowser& browser);
   ~MakeModelWindow() override;
 
   /// False when the user cancels.

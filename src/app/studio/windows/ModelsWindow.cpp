@@ -34,12 +34,13 @@ std::string MetresText(double length) {
 
 std::string FactsText(const RiggedModelInfo& info, const std::string& path) {
   std::vector<std::string> rigs;
-  for (const RiggedModelInfo::Rig& rig : info.rigs) rigs.push_back(rig.name + " (" + rig.kind + ")");
+  for (const RiggedModelInfo::Rig& rig : info.rigs)
+    rigs.push_back(rig.name + " (" + rig.kind + ")");
   const util::Vector3<double> size = info.high - info.low;
-  std::string text = Translate("Rigs: %1. %2 nodes, %3 x %4 x %5 m.",
-                               {rigs.empty() ? Translate("none") : Joined(rigs),
-                                std::to_string(info.nodes), MetresText(size.x), MetresText(size.y),
-                                MetresText(size.z)});
+  std::string text =
+      Translate("Rigs: %1. %2 nodes, %3 x %4 x %5 m.",
+                {rigs.empty() ? Translate("none") : Joined(rigs), std::to_string(info.nodes),
+                 MetresText(size.x), MetresText(size.y), MetresText(size.z)});
   if (info.hasTake) text += " " + Translate("A take comes along.");
   return path.rfind(":/", 0) == 0 ? text : text + "\n" + path;
 }
@@ -138,9 +139,8 @@ void ModelsWindow::ShowModel() {
     if (!p.hint.empty()) problem += " (" + p.hint + ")";
   }
   SetText(kModelTitle, good ? Translate(info->card.title) : FileNameOf(path));
-  With<TextBox>(kModelText, [&](TextBox& box) {
-    box.SetText(good ? Translate(info->card.text) : problem);
-  });
+  With<TextBox>(kModelText,
+                [&](TextBox& box) { box.SetText(good ? Translate(info->card.text) : problem); });
   SetText(kModelFacts, good ? FactsText(*info, path) : std::string());
   SetEnabled(kModelAdd, good, info ? problem : Translate("Choose a model first."));
 }
