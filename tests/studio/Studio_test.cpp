@@ -22,7 +22,7 @@ constexpr int kBoxText = 3, kNoticeText = 309;
 class Studio : public testing::Test {
  protected:
   static void Choose(DrivenStudio& studio, const std::string& menu, const std::string& entry) {
-    studio.DoAll({"click menu=" + menu, "click action=\"" + entry + "\""});
+    studio.DoAll({"click win=MainWindow menu=" + menu, "click action=\"" + entry + "\""});
   }
   static void ChooseFrom(DrivenStudio& studio, const std::string& menu, const std::string& below,
                          const std::string& entry) {
@@ -152,10 +152,12 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
   EXPECT_EQ(studio.State()["path"], path);
   Choose(studio, "File", "Export poses...");
   studio.DoAll({"key Ctrl+A", "type " + folder.path + "/poses.csv", "key Return"});
+  EXPECT_EQ(studio.ValueOf("MainWindow", kNoticeText), folder.path + "/poses.csv was written.");
   EXPECT_EQ(folder.Read("poses.csv").rfind("time,node,", 0), 0u);
   Choose(studio, "Help", "Help");
   EXPECT_NE(studio.ValueOf("Help", 12).find("A car in five minutes"), std::string::npos);
-  Choose(studio, "File", "Quit");
+  studio.Do("click win=MainWindow menu=File");
+  studio.Send("click action=Quit");
   EXPECT_EQ(studio.Wait(), 0) << "nothing is lost, nothing is asked";
 }
 
