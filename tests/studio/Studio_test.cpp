@@ -1,8 +1,20 @@
 // The desktop program by its windows, as a user has it.
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
 #include <filesystem>
 
 #include "app/session/SceneSession.h"
+#include "app/studio/Studio.h"
 #include "core/CoreImplementation.h"
+#include "core/services/DataRoot.h"
+#include "core/windows/MenuIds.h"
 #include "studio/DrivenStudio.h"
 #include "support/TempFolder.h"
 #include "support/WidgetApplication.h"
@@ -159,6 +171,79 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
   studio.Do("click win=MainWindow menu=File");
   studio.Send("click action=Quit");
   EXPECT_EQ(studio.Wait(), 0) << "nothing is lost, nothing is asked";
+}
+
+/// A server that takes connections and never answers.
+class SilentServer {
+ public:
+  SilentServer() : m_socket(::socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    if (::bind(m_socket, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
+        ::listen(m_socket, 4) != 0)
+      ADD_FAILURE() << "no socket";
+    ::getsockname(m_socket, reinterpret_cast<sockaddr*>(&address), &size);
+    port = ntohs(address.sin_port);
+  }
+  ~SilentServer() { ::close(m_socket); }
+  /// Whether somebody has come within so many ms.
+  bool IsAsked(int patience) const {
+    pollfd look{m_socket, POLLIN, 0};
+    return ::poll(&look, 1, patience) == 1;
+  }
+  int port = 0;
+
+ private:
+  int m_socket;
+};
+
+TEST_F(Studio, AsksNoServerWithoutConsentAndQuitsAtOnce) {
+  rws::core::DataRoot::Set(root);
+  const SilentServer server;
+  int boxes = 0;
+  const auto begin = [&](const char* answer) {
+    auto studio = std::make_unique<app::Studio>(app::StudioOptions());
+    studio->ScriptedCore().SetQuery(
+        {"http://127.0.0.1:" + std::to_string(server.port), "test", "7.0", true});
+    std::string problem;
+    EXPECT_TRUE(studio->Begin(problem)) << problem;
+    QTimer::singleShot(100, [&boxes, answer] {
+      if (QWidget* box = QApplication::activeModalWidget())
+        ++boxes, box->findChild<QPushButton*>(answer)->click();
+    });
+    QElapsedTimer clock;
+    for (clock.start(); clock.elapsed() < 200;) QApplication::processEvents();
+    return studio;
+  };
+  begin("13");
+  EXPECT_EQ(boxes, 1);
+  auto studio = begin("13");
+  EXPECT_EQ(boxes, 1) << "asked once";
+  EXPECT_TRUE(studio->HasCommand(rws::core::windows::kCommandUpdate));
+  EXPECT_FALSE(server.IsAsked(0));
+  QTimer::singleShot(
+      100, [] { QApplication::activeModalWidget()->findChild<QPushButton*>("12")->click(); });
+  studio->RunCommand(rws::core::windows::kCommandUpdate);
+  EXPECT_TRUE(server.IsAsked(2000));
+
+  // What a licence leaves out is saved all the same, and told.
+  auto& core = studio->ScriptedCore();
+  ASSERT_TRUE(core.CreateToolFromFactory("SteadyCam", "Cam"));
+  core.SetLicensing(rws::core::Licensing(std::string(32, 'k')));
+  EXPECT_EQ(studio->ScriptSave(folder.path + "/a.glb"), "");
+  studio->RunCommand(rws::core::windows::kCommandSave);
+  std::string told;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (const auto* label = window->findChild<QLabel*>("309")) told = label->text().toStdString();
+  EXPECT_NE(told.find("Cam. " + rws::core::Licensing::GetPath()), std::string::npos) << told;
+
+  QElapsedTimer clock;
+  clock.start();
+  studio.reset();
+  EXPECT_LT(clock.elapsed(), 1000);
+  rws::core::DataRoot::Set("");
 }
 
 }  // namespace orv::tests

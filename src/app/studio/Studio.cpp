@@ -269,7 +269,9 @@ bool Studio::Save() {
       return false;
     result = m_document.Save(Overwrite::kOverwrite);
   }
-  return ShowResult(Translate("Save"), result);
+  if (!ShowResult(Translate("Save"), result)) return false;
+  TellUncovered();
+  return true;
 }
 
 bool Studio::SaveAs() {
@@ -277,7 +279,10 @@ bool Studio::SaveAs() {
                                                       m_document.GetTitle(), ".glb");
   if (path.empty()) return false;
   // The dialog has asked about a file that is there.
-  return ShowResult(Translate("Save as"), m_document.SaveAs(path, Overwrite::kOverwrite));
+  if (!ShowResult(Translate("Save as"), m_document.SaveAs(path, Overwrite::kOverwrite)))
+    return false;
+  TellUncovered();
+  return true;
 }
 
 bool Studio::MayDiscard() {

@@ -2,10 +2,13 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "app/session/anyhost/Names.h"
 #include "app/studio/Studio.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CInterface.h"
+#include "core/tools/Tool.h"
 #include "gui/Texts.h"
 
 namespace orv::app {
@@ -45,6 +48,20 @@ void Studio::ShowHelp() {
 
 void Studio::ShowLicence() {
   m_windows.Open(rws::core::windows::WindowKind::kLicence);
+}
+
+void Studio::TellUncovered() {
+  auto& core = m_document.GetCore();
+  std::vector<std::string> rigs;
+  std::string why;
+  for (rws::core::Instance* rig : core.List(false)) {
+    const std::string missing = core.GetLicensing().WhyNot(rig->GetTool()->GetLicenceName());
+    if (missing.empty()) continue;
+    rigs.push_back(rig->GetInstanceName());
+    why = missing;
+  }
+  if (!rigs.empty())
+    Tell(Translate("Saved, with rigs that can't be performed: %1. %2", {Joined(rigs), why}));
 }
 
 void Studio::AskForUpdates() {
