@@ -53,6 +53,17 @@ class DrivenStudio {
     }
     return "no window";
   }
+  /// All that can have the focus has a name, and no text is cut off.
+  void ExpectReadable(const std::string& window) {
+    const Json shown = Do("dump " + window)["windows"];
+    ASSERT_EQ(shown.size(), 1u) << window;
+    for (const Json& widget : shown[0]["widgets"]) {
+      EXPECT_FALSE(widget["clipped"].get<bool>()) << window << ": " << widget;
+      const bool isPart = widget["id"].get<std::string>().rfind("qt_", 0) == 0;
+      EXPECT_FALSE(widget["focusable"].get<bool>() && widget["name"] == "" && !isPart)
+          << window << ": " << widget;
+    }
+  }
   bool Shows(const std::string& window) { return !Do("dump " + window)["windows"].empty(); }
   Json State() { return Do("state"); }
 

@@ -63,6 +63,7 @@ TEST_F(Studio, ImportsWhatIsDroppedByUnitAndUp) {
   DrivenStudio studio(root);
   studio.Do("drop " + model);
   EXPECT_EQ(studio.ValueOf("Import", 16), "4.2 m wide, 1.4 m high, 1.8 m deep");
+  studio.ExpectReadable("Import");
   studio.Do("click win=Import id=21");
   EXPECT_EQ(Steps(studio), 0u) << "cancelled";
   studio.DoAll({"drop " + model, "click win=Import id=14", "key Down", "key Return"});
@@ -101,6 +102,7 @@ TEST_F(Studio, MakesModelsAndAddsThemUnderFreeNames) {
   AddRig(studio);
   const std::string rig = studio.State()["selection"][0];
   Choose(studio, "File", "Make a pre-rigged model...");
+  studio.ExpectReadable("MakeModel");
   // The rig that is selected is ticked; only the title is missing.
   studio.DoAll({"type Mine", "click win=MakeModel id=20", "key Return"});
   EXPECT_TRUE(std::filesystem::exists(root + "/models/Mine.prm"));
@@ -129,6 +131,7 @@ TEST_F(Studio, MakesModelsAndAddsThemUnderFreeNames) {
   EXPECT_NE(studio.ValueOf("Models", 14).find("no pre-rigged model"), std::string::npos);
   studio.Do("click win=Models id=20");
   EXPECT_TRUE(studio.Shows("Models")) << "its button is disabled";
+  studio.ExpectReadable("Models");
   studio.Do("click win=Models id=21");
 }
 
@@ -168,6 +171,7 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
   EXPECT_EQ(folder.Read("poses.csv").rfind("time,node,", 0), 0u);
   Choose(studio, "Help", "Help");
   EXPECT_NE(studio.ValueOf("Help", 12).find("A car in five minutes"), std::string::npos);
+  studio.ExpectReadable("Help");
   studio.Do("click win=MainWindow menu=File");
   studio.Send("click action=Quit");
   EXPECT_EQ(studio.Wait(), 0) << "nothing is lost, nothing is asked";

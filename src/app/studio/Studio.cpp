@@ -73,6 +73,16 @@ Studio::Studio(const StudioOptions& options)
 
 Studio::~Studio() = default;
 
+Studio::Working::Working(Studio& studio) : at(studio) {
+  ++at.m_working;
+  QApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+Studio::Working::~Working() {
+  QApplication::restoreOverrideCursor();
+  --at.m_working;
+}
+
 bool Studio::Begin(std::string& problem) {
   if (!m_windows.OpenMainWindow(nullptr)) {
     problem = "the main window can't be opened (see core.log in the data root)";
@@ -334,7 +344,12 @@ void Studio::OfferLeftovers() {
                            rws::kButtonsYesNoCancel | rws::kIconQuestion);
     if (answer == rws::kAnswerNo) Discard(std::move(leftover));
     if (answer != rws::kAnswerYes || !MayDiscard()) continue;
-    ShowResult(Translate("Recovery"), m_document.Restore(std::move(leftover)));
+    DocumentResult restored;
+    {
+      const Working working(*this);
+      restored = m_document.Restore(std::move(leftover));
+    }
+    ShowResult(Translate("Recovery"), restored);
     return;
   }
 }

@@ -65,10 +65,11 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   };
   static const std::vector<Example>& GetExamples();
 
-  /// While long work handles events: scripts get no other scene meanwhile.
+  /// While long work goes on, which may handle events: menus and scripts get no other scene
+  /// meanwhile.
   struct Working {
-    explicit Working(Studio& studio) : at(studio) { ++at.m_working; }
-    ~Working() { --at.m_working; }
+    explicit Working(Studio& studio);
+    ~Working();
     Working(const Working&) = delete;
     Working& operator=(const Working&) = delete;
     Studio& at;

@@ -85,7 +85,11 @@ void Studio::Import(const std::string& path) {
   }
   ImportOptions options;
   if (cancelled || !ImportWindow(m_windows, path, file.GetFacts()).Run(options)) return;
-  const ImportResult result = file.AddTo(m_document.GetSession(), options, Monitor());
+  ImportResult result;
+  {
+    const Working working(*this);
+    result = file.AddTo(m_document.GetSession(), options, Monitor());
+  }
   if (result.problem) return Show(title, result.problem);
   m_browser.SelectNamed(result.nodes);
   std::vector<std::string> notes = result.warnings;
@@ -109,8 +113,11 @@ std::vector<std::string> Studio::GetGrounds() {
 void Studio::AddModel(const std::string& path) {
   ModelChoice choice{path, {}};
   if (!ModelsWindow(m_windows, GetGrounds()).Run(choice)) return;
-  const AddedModel added =
-      AddRiggedModel(m_document.GetSession(), choice.path, {{}, choice.ground});
+  AddedModel added;
+  {
+    const Working working(*this);
+    added = AddRiggedModel(m_document.GetSession(), choice.path, {{}, choice.ground});
+  }
   if (added.problem) return Show(Translate("Pre-rigged models"), added.problem);
   auto& core = m_document.GetCore();
   std::vector<int> rows;
