@@ -67,12 +67,12 @@ void AddModel(SceneSession& session, const std::string& path, const std::string&
   Require(added.problem);
 }
 
-void Perform(SceneSession& session, double end) {
+/// By way of its file, whose floats a take must have begun from to be run again bit for bit.
+void Perform(SceneSession& session, const std::string& path, double end) {
+  Require(session.Save(path));
+  Require(session.Open(path));
   const RunResult run = Resimulate(session.GetCore(), {0.0, end}, Monitor());
   Require(run.began && run.frames > 0 ? "" : "a rig of the examples did not run");
-}
-
-void Save(SceneSession& session, const std::string& path) {
   Require(session.Save(path));
 }
 
@@ -103,8 +103,7 @@ void MakeDrive(const std::string& folder) {
   InputFile inputs;
   Require(inputs.Load(session.GetCore(), path));
   inputs.PutIntoTracks();
-  Perform(session, kEnd);
-  Save(session, folder + "/drive.glb");
+  Perform(session, folder + "/drive.glb", kEnd);
 }
 
 void MakeShaky(const std::string& folder) {
@@ -138,8 +137,7 @@ void MakeShaky(const std::string& folder) {
     block.Keep();
   }
   scene.Find("Calm_AttachedCam")->SetPose({{0.0, 0.25, 0.0}, {}, {1.0, 1.0, 1.0}});
-  Perform(session, kEnd);
-  Save(session, folder + "/shaky.glb");
+  Perform(session, folder + "/shaky.glb", kEnd);
 }
 
 void MakeRange(const std::string& folder) {
@@ -162,7 +160,7 @@ void MakeRange(const std::string& folder) {
   if (!hit || !adaptor.FindSceneNode("Walls")->SetParent(hit))
     throw std::runtime_error("the cannon meets no walls");
   block.Keep();
-  Save(session, folder + "/tank.glb");
+  Require(session.Save(folder + "/tank.glb"));
 }
 
 }  // namespace
