@@ -44,6 +44,7 @@ enum GuiMessage : std::int32_t {
   kMsgExpanded = 0x4065,
   kMsgCollapsed = 0x4066,
   kMsgColumnClicked = 0x4067,  ///< `param` is the column of the head
+  kMsgHovered = 0x4069,        ///< the mouse has come over the row, or over none (0); of a tree
   kMsgCopied = 0x4068,         ///< Ctrl+C; the texts of the selected rows are in the clipboard
 
   // An edit in progress (spinner, slider, graph): the value changes between these two are one

@@ -71,6 +71,7 @@ void PreferencesWindow::OnBuilt() {
   const std::vector<std::string> keys = Preferences::Keys();
   for (const Shown& shown : ShownPreferences()) {
     if (shown.isAppearance && GetWindows().GetProgram().RulesAppearance()) continue;
+    if (shown.key == std::string("updatecheck") && !GetCore().IsOffered()) continue;
     if (std::find(keys.begin(), keys.end(), shown.key) != keys.end()) AddRow(shown.key);
   }
   With<TextBox>(kDataRootPath, [](TextBox& box) { box.SetText(DataRoot::Get()); });

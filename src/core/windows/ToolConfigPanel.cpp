@@ -112,6 +112,7 @@ void ToolConfigPanel::ShowAll() {
   gui::Component* rows = Find(kConfigRows);
   if (!rig || !rows) return;
   const WindowSettings& settings = GetWindows().GetSettings();
+  m_shown = rig;
   m_rows = std::make_unique<ParameterRows>(GetWindows().GetLayout(), *rows);
   m_rows->Build(rig->GetConfig(), GetCore().GetBaseValues(*rig, ParameterBase::kFactory),
                 SplitFolds(settings.Get(name(), kFolds)));
@@ -172,6 +173,8 @@ void ToolConfigPanel::OnLive() {
 }
 
 void ToolConfigPanel::OnCore(const util::Message& message) {
+  // News may be held back until after the rig has gone, and its parameters with it.
+  if (!NewsIn<RowDeleted>(message) && FindRig() != m_shown) return;
   if (const auto* changed = NewsIn<ParametersChanged>(message)) {
     if (std::find(m_rigs.begin(), m_rigs.end(), changed->row) == m_rigs.end()) return;
     if (changed->row == m_rigs.front()) m_rows->Refresh();

@@ -62,8 +62,9 @@ class ToolConfigPanel : public Window {
   std::string m_kind;       ///< Tool::GetDisplayId
   ProfileRow m_profiles;
   std::unique_ptr<ParameterRows> m_rows;
-  int m_dragged = -1;       ///< element of an open edit
-  std::string m_dragValue;  ///< what it has come to
+  const Instance* m_shown = nullptr;  ///< whose parameters m_rows shows; to be compared alone
+  int m_dragged = -1;                 ///< element of an open edit
+  std::string m_dragValue;            ///< what it has come to
 };
 
 }  // namespace orv::rws::core::windows
