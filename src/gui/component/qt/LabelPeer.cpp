@@ -12,6 +12,8 @@ namespace orv::gui::component::qt {
 
 namespace {
 
+constexpr int kImageSize = 24;  ///< of an image that comes in several
+
 class LabelPeer : public PeerOf<Label, QLabel> {
  public:
   LabelPeer(Component& component, QLabel* label) : PeerOf(component, label) {
@@ -72,7 +74,9 @@ class LabelPeer : public PeerOf<Label, QLabel> {
 
   void UpdateText() {
     if (!Held()->GetImage().empty()) {
-      View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View()));
+      const int wished = Held()->GetAttributes().desiredWidth;
+      View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View(),
+                                   wished != kUnset ? wished : kImageSize));
       return;
     }
     // What code sets has no mnemonics.
