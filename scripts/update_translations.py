@@ -90,7 +90,7 @@ def from_layout(path):
         fail(f"{path}: {error}")
     where = os.path.relpath(path, ROOT)
     for element in root.iter():
-        for attribute in ("label", "defaulttext", "hint", "name", "unit"):
+        for attribute in ("label", "defaulttext", "hint", "name"):
             yield element.get(attribute, ""), where
         if element.tag in ("label", "tooltip"):
             yield " ".join((element.text or "").split()), where

@@ -182,7 +182,7 @@ void QtPeer::UpdateSize() {
   if (a.minWidth > 0 || m_widget->minimumWidth() > 0) m_widget->setMinimumWidth(Scaled(a.minWidth));
   if (a.minHeight > 0 || m_widget->minimumHeight() > 0)
     m_widget->setMinimumHeight(Scaled(a.minHeight));
-  if (a.maxWidth < kNoLimit || m_widget->maximumWidth() < QWIDGETSIZE_MAX)
+  if (LimitsWidth() && (a.maxWidth < kNoLimit || m_widget->maximumWidth() < QWIDGETSIZE_MAX))
     m_widget->setMaximumWidth(limit(a.maxWidth));
   if (a.maxHeight < kNoLimit || m_widget->maximumHeight() < QWIDGETSIZE_MAX)
     m_widget->setMaximumHeight(limit(a.maxHeight));

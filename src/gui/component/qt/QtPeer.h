@@ -69,6 +69,8 @@ class QtPeer : public Peer {
   virtual void UpdateContent(unsigned changes) = 0;
   /// Whether what stands before names it rather than its tooltip: true of what holds a value.
   virtual bool HoldsValue() const { return true; }
+  /// Whether `maxwidth` is a limit; else it is what the element makes of it.
+  virtual bool LimitsWidth() const { return true; }
   /// Whether the widget draws GetBrush itself.
   virtual bool DrawsBackground() const { return false; }
   /// What is to be drawn behind it now; no brush when nothing is.
