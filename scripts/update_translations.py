@@ -29,7 +29,7 @@ LAYOUTS = os.path.join(ROOT, "data/core/layout")
 LITERALS = r'((?:"(?:[^"\\\n]|\\.)*"\s*)+)'
 CALLS = re.compile(r"\b(?:Translate|Translatable)\(")
 # Steps of undo are named in English, and translated when a window lists them.
-STEPS = re.compile(r"\b(?:BeginUndoBlock\(|UndoBlock block\([^\"]*|AsOneStep\(|ChangeRows\(|ChangeInputs\([^\"]*)"
+STEPS = re.compile(r"\b(?:BeginUndoBlock\(|BeginTake\(|UndoBlock block\([^\"]*|AsOneStep\(|ChangeRows\(|ChangeInputs\([^\"]*)"
                    + LITERALS + r"\s*[,)]")
 BOXES = re.compile(r"\bMessageBox\(\s*" + LITERALS + r"(?:,\s*" + LITERALS + r"\s*,)?")
 SENTENCE = re.compile(r"(?:[A-Z]|%1 ).* .*[.?:]|.*%\d.*[.]|[A-Z][a-z]+[.]")

@@ -33,9 +33,10 @@ const std::vector<HotKey>& HotKeys() {
   static const std::vector<HotKey> table = {
       {kKeySpace, kDown, kUp, kDown, HotKeyTime::kIdle, HotKeyAction::kStart, "Space",
        Translatable("Ctrl+Alt+Space"), Translatable("Starts a take")},
-      {kKeySpace, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Space", Translatable("Space"), kStop},
-      {kKeyEscape, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Escape", Translatable("Escape"),
-       kStop},
+      {kKeySpace, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Space",
+       Translatable("Space"), kStop},
+      {kKeyEscape, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Escape",
+       Translatable("Escape"), kStop},
       {kKeyZ, kDown, kUp, kUp, kInTake, HotKeyAction::kRetry, "Z", Translatable("Ctrl+Z"),
        Translatable("Throws the take away and starts another")},
       {kKeyAdd, kUp, kEither, kUp, kInTake, HotKeyAction::kSlower, "Num_Add", "+", kSlower},

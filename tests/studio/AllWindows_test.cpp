@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -39,6 +40,10 @@ namespace {
 using namespace rws::core::windows;
 namespace core = rws::core;
 namespace qt = gui::component::qt;
+
+constexpr char kLongText[] =
+    "xxxxx xxxxxx xxxxxx xxxxxxxx xxxxx xxxxxxxxx xxxxxxx xxxxxxxxx xxxxxx xxxx xxxxxxx xxxxxxx "
+    "xxxxx xxxxxx xxxxxx xxxxxxxx xxxxx xxxxxxxxx xxxxxxx xxxxxxxxx xxxxxx xxxx xxxxxxx xxxxxxx";
 
 std::string Name(const QWidget& widget) {
   return std::string(widget.metaObject()->className()) + " " + widget.objectName().toStdString() +
@@ -109,6 +114,7 @@ class AllWindows : public WindowsTest {
   AllWindows()
       : browser(WindowsTest::core, session.GetAdaptor(), [](double) { return std::string(); }) {
     program.browser = &browser;
+    QApplication::setFont(QFont("DejaVu Sans", 9));  // as small as systems have it
     for (int id = kProgramCommands; id <= kCommandUpdate; ++id) program.has.insert(id);
     Begin();
     car = Add("4WheelerExt", "Car");
@@ -131,7 +137,8 @@ class AllWindows : public WindowsTest {
   void Each(const std::function<void(QWidget& top)>& look) {
     const auto shown = [&](Window& window) {
       SCOPED_TRACE(window.name());
-      for (int i = 0; i < 3; ++i) QApplication::processEvents();
+      QElapsedTimer time;
+      for (time.start(); time.elapsed() < 30;) QApplication::processEvents();
       look(*window.GetWidget()->window());
     };
     Window& main = *windows->Open(WindowKind::kMain);
@@ -155,7 +162,7 @@ class AllWindows : public WindowsTest {
     resimulation.SetStatus(
         {0.4f, "40% - 0 minutes and 5 seconds", "0 to 500", "200", "200 of 500", "5"});
     shown(resimulation);
-    MessageBoxWindow box(*windows, "Title", std::string(400, 'x').replace(40, 300, 300, ' '),
+    MessageBoxWindow box(*windows, "Title", kLongText,
                          rws::kButtonsYesNoCancel | rws::kIconWarning);
     box.Show();
     shown(box);
@@ -181,8 +188,8 @@ TEST_F(AllWindows, ShowTextsWhole) {
           if (!widget->isVisible() || widget->window() != &top) continue;
           EXPECT_EQ(Clipped(*widget), "")
               << Name(*widget) << ": " << TextsOf(*widget).join(" | ").toStdString();
-          if (const auto* tree = qobject_cast<QTreeView*>(widget))
-            EXPECT_EQ(ClippedRows(*tree), "") << Name(*widget);
+          const auto* tree = qobject_cast<QTreeView*>(widget);
+          EXPECT_EQ(tree ? ClippedRows(*tree) : "", "") << Name(*widget);
         }
       });
     }
@@ -193,14 +200,15 @@ TEST_F(AllWindows, SpeakTheUsersLanguage) {
   gui::SetTranslator([](const std::string& text) { return "\u27e6" + text + "\u27e7"; });
   windows->ShowSettings();
   const QRegularExpression words("[A-Za-z]{3}");
-  const QStringList names{"Car",   "Gun",        "English",  "Deutsch",
-                          "Title", "200 of 500", "0 to 500", "Orvel"};
+  const QStringList names{"Orvel Rigwright", "Car",        "Gun",      "English", "Deutsch",
+                          "Title",           "200 of 500", "0 to 500", "Orvel"};
   Each([&](QWidget& top) {
     for (const QWidget* widget : top.findChildren<QWidget*>())
       for (const QString& text : TextsOf(*widget))
         if (widget->isVisible() && text.contains(words) && !names.contains(text) &&
-            !text.contains("xxx"))
+            !text.contains("xxx")) {
           EXPECT_TRUE(text.contains(QChar(0x27e6))) << Name(*widget) << text.toStdString();
+        }
   });
 }
 
@@ -220,12 +228,14 @@ TEST_F(AllWindows, AreReachedAndHeardWithoutAMouse) {
         if (!reachable || widget->window() != &top) continue;
         EXPECT_EQ(round.count(widget), 1u) << Name(*widget);
         // Who has the focus is seen.
+        top.setAttribute(Qt::WA_KeyboardFocusChange);
         widget->clearFocus();
         const QImage before = widget->grab().toImage();
         widget->setFocus(Qt::TabFocusReason);
         const bool isRow = widget->inherits("QAbstractItemView");  // its rows show it
-        if (widget->hasFocus() && !isRow)
+        if (widget->hasFocus() && !isRow) {
           EXPECT_NE(before, widget->grab().toImage()) << Name(*widget);
+        }
       }
       for (QMenuBar* bar : top.findChildren<QMenuBar*>())
         for (QAction* menu : bar->actions()) {
@@ -240,6 +250,8 @@ TEST_F(AllWindows, AreReachedAndHeardWithoutAMouse) {
                 << entry->text().toStdString();
           }
         }
+      // To these two the core says when they close.
+      if (top.objectName() == "Countdown" || top.objectName() == "Resimulation") return;
       if (top.objectName() == "MainWindow") return;
       QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
       QApplication::sendEvent(&top, &escape);

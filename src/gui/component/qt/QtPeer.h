@@ -71,6 +71,8 @@ class QtPeer : public Peer {
   virtual bool HoldsValue() const { return true; }
   /// Whether `maxwidth` is a limit; else it is what the element makes of it.
   virtual bool LimitsWidth() const { return true; }
+  /// The least size that the document asks for.
+  virtual void SetLeast(const QSize& size);
   /// Whether the widget draws GetBrush itself.
   virtual bool DrawsBackground() const { return false; }
   /// What is to be drawn behind it now; no brush when nothing is.
