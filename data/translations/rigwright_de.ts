@@ -5194,5 +5194,685 @@
         <source>The centre (%1) and the high end (%2) are too near to each other: they must lie %3 apart.</source>
         <translation type="vanished">Die Mitte (%1) und das obere Ende (%2) liegen zu dicht beieinander: Sie müssen %3 auseinanderliegen.</translation>
     </message>
+    <message>
+        <source>Calibration</source>
+        <translation type="vanished">Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Inputs</source>
+        <translation type="vanished">Eingaben</translation>
+    </message>
+    <message>
+        <source>All devices that are there, each with every control</source>
+        <translation type="vanished">Alle Geräte, die da sind, jedes mit allen Bedienelementen</translation>
+    </message>
+    <message>
+        <source>Press no&amp;w!</source>
+        <translation type="vanished">&amp;Jetzt bewegen!</translation>
+    </message>
+    <message>
+        <source>Waits until you move a control, and maps the input to it</source>
+        <translation type="vanished">Wartet, bis Sie ein Bedienelement bewegen, und ordnet ihm die Eingabe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Two controls...</source>
+        <translation type="vanished">Z&amp;wei Bedienelemente ...</translation>
+    </message>
+    <message>
+        <source>Asks for two controls: one that counts positive, and one that counts negative</source>
+        <translation type="vanished">Fragt nach zwei Bedienelementen: einem, das positiv zählt, und einem, das negativ zählt</translation>
+    </message>
+    <message>
+        <source>Unm&amp;ap</source>
+        <translation type="vanished">&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>Response curve</source>
+        <translation type="vanished">Antwortkurve</translation>
+    </message>
+    <message>
+        <source>What the input gives for each place of the control. Drag the squares, or choose one by Page Up and Page Down and move it by the arrow keys.</source>
+        <translation type="vanished">Was die Eingabe für jede Stellung des Bedienelements liefert. Ziehen Sie die Quadrate, oder wählen Sie eines mit Bild auf und Bild ab und bewegen Sie es mit den Pfeiltasten.</translation>
+    </message>
+    <message>
+        <source>Dead &amp;zone</source>
+        <translation type="vanished">T&amp;otzone</translation>
+    </message>
+    <message>
+        <source>How far the control may move before anything happens</source>
+        <translation type="vanished">Wie weit sich das Bedienelement bewegen darf, bevor etwas geschieht</translation>
+    </message>
+    <message>
+        <source>&amp;Exponent</source>
+        <translation type="vanished">&amp;Exponent</translation>
+    </message>
+    <message>
+        <source>1 is a straight line; more makes the middle finer</source>
+        <translation type="vanished">1 ist eine gerade Linie; mehr macht die Mitte feiner</translation>
+    </message>
+    <message>
+        <source>M&amp;ultiplier</source>
+        <translation type="vanished">&amp;Faktor</translation>
+    </message>
+    <message>
+        <source>What the input gives at the control's end</source>
+        <translation type="vanished">Was die Eingabe am Ende des Bedienelements liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Offset</source>
+        <translation type="vanished">&amp;Versatz</translation>
+    </message>
+    <message>
+        <source>Is added last; what the input gives when nothing is moved</source>
+        <translation type="vanished">Wird zuletzt addiert; was die Eingabe liefert, wenn nichts bewegt wird</translation>
+    </message>
+    <message>
+        <source>&amp;Inverted</source>
+        <translation type="vanished">&amp;Umgekehrt</translation>
+    </message>
+    <message>
+        <source>Turns the sign of the multiplier</source>
+        <translation type="vanished">Kehrt das Vorzeichen des Faktors um</translation>
+    </message>
+    <message>
+        <source>Control to be calibrated</source>
+        <translation type="vanished">Bedienelement, das kalibriert wird</translation>
+    </message>
+    <message>
+        <source>Pedal or tri&amp;gger...</source>
+        <translation type="vanished">&amp;Pedal oder Abzug ...</translation>
+    </message>
+    <message>
+        <source>Measures where it rests and where it is full, so that it gives 0 to 1</source>
+        <translation type="vanished">Misst, wo es ruht und wo es voll ist, sodass es 0 bis 1 liefert</translation>
+    </message>
+    <message>
+        <source>A&amp;xis...</source>
+        <translation type="vanished">Ac&amp;hse ...</translation>
+    </message>
+    <message>
+        <source>Measures the centre and both ends, so that it gives -1 to 1</source>
+        <translation type="vanished">Misst die Mitte und beide Enden, sodass es -1 bis 1 liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <translation type="vanished">Verge&amp;ssen</translation>
+    </message>
+    <message>
+        <source>Takes the control's values as the device gives them</source>
+        <translation type="vanished">Nimmt die Werte des Bedienelements, wie das Gerät sie liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation type="vanished">&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>Cance&amp;l</source>
+        <translation type="vanished">Abb&amp;rechen</translation>
+    </message>
+    <message>
+        <source>Buttons</source>
+        <translation type="vanished">Tasten</translation>
+    </message>
+    <message>
+        <source>Shows its calibration below</source>
+        <translation type="vanished">Zeigt unten seine Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation type="vanished">Wert</translation>
+    </message>
+    <message>
+        <source>Control and value</source>
+        <translation type="vanished">Bedienelement und Wert</translation>
+    </message>
+    <message>
+        <source>Above what the control gives, below and as a number what the input makes of it</source>
+        <translation type="vanished">Oben, was das Bedienelement liefert, unten und als Zahl, was die Eingabe daraus macht</translation>
+    </message>
+    <message>
+        <source>&amp;Profile</source>
+        <translation type="vanished">Pro&amp;fil</translation>
+    </message>
+    <message>
+        <source>Not calibrated</source>
+        <translation type="vanished">Nicht kalibriert</translation>
+    </message>
+    <message>
+        <source>Rests at %1, full at %2</source>
+        <translation type="vanished">Ruht bei %1, voll bei %2</translation>
+    </message>
+    <message>
+        <source>Centre at %1, ends at %2 and %3</source>
+        <translation type="vanished">Mitte bei %1, Enden bei %2 und %3</translation>
+    </message>
+    <message>
+        <source>Then press Next.</source>
+        <translation type="vanished">Drücken Sie dann Weiter.</translation>
+    </message>
+    <message>
+        <source>Choose a control first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Bedienelement.</translation>
+    </message>
+    <message>
+        <source>Only an axis or a slider can be calibrated.</source>
+        <translation type="vanished">Nur eine Achse oder ein Schieber kann kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>This may be any device. Map the input to a control of one first.</source>
+        <translation type="vanished">Das kann jedes Gerät sein. Ordnen Sie die Eingabe zuerst dem Bedienelement eines Geräts zu.</translation>
+    </message>
+    <message>
+        <source>It is not calibrated.</source>
+        <translation type="vanished">Es ist nicht kalibriert.</translation>
+    </message>
+    <message>
+        <source>Any device</source>
+        <translation type="vanished">Irgendein Gerät</translation>
+    </message>
+    <message>
+        <source>%1 (not there)</source>
+        <translation type="vanished">%1 (nicht da)</translation>
+    </message>
+    <message>
+        <source>Not mapped</source>
+        <translation type="vanished">Nicht zugeordnet</translation>
+    </message>
+    <message>
+        <source>%1 up, %2 down</source>
+        <translation type="vanished">%1 auf, %2 ab</translation>
+    </message>
+    <message>
+        <source>Move a control to see it. The grey band is where it was in the last second. Choose an axis to calibrate it.</source>
+        <translation type="vanished">Bewegen Sie ein Bedienelement, um es zu sehen. Das graue Band zeigt, wo es in der letzten Sekunde war. Wählen Sie eine Achse, um sie zu kalibrieren.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="vanished">%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 is not there, or lacks the control. Mapped to it: %2.</source>
+        <translation type="vanished">%1 ist nicht da, oder ihm fehlt das Bedienelement. Ihm zugeordnet: %2.</translation>
+    </message>
+    <message>
+        <source>No control is chosen</source>
+        <translation type="vanished">Kein Bedienelement ist gewählt</translation>
+    </message>
+    <message>
+        <source>This rig has no inputs.</source>
+        <translation type="vanished">Dieses Rig hat keine Eingaben.</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <translation type="vanished">Eingaben von %1</translation>
+    </message>
+    <message>
+        <source>A resimulation runs, which feeds the inputs. Stop it first.</source>
+        <translation type="vanished">Eine neue Simulation läuft und speist die Eingaben. Beenden Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>A control is looked for. Cancel that first.</source>
+        <translation type="vanished">Ein Bedienelement wird gesucht. Brechen Sie das zuerst ab.</translation>
+    </message>
+    <message>
+        <source>This input takes a single button.</source>
+        <translation type="vanished">Diese Eingabe nimmt eine einzelne Taste.</translation>
+    </message>
+    <message>
+        <source>It is not mapped.</source>
+        <translation type="vanished">Sie ist nicht zugeordnet.</translation>
+    </message>
+    <message>
+        <source>Move what is to feed %1. Escape cancels.</source>
+        <translation type="vanished">Bewegen Sie, was %1 speisen soll. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>%1 feeds %2 as well.</source>
+        <translation type="vanished">%1 speist auch %2.</translation>
+    </message>
+    <message>
+        <source>%1 feeds %2 of %3 as well.</source>
+        <translation type="vanished">%1 speist auch %2 von %3.</translation>
+    </message>
+    <message>
+        <source>Choose a profile first, or save under another name.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Profil, oder speichern Sie unter einem anderen Namen.</translation>
+    </message>
+    <message>
+        <source>Choose a profile first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Profil.</translation>
+    </message>
+    <message>
+        <source>This profile comes with the program.</source>
+        <translation type="vanished">Dieses Profil kommt mit dem Programm.</translation>
+    </message>
+    <message>
+        <source>Profiles (%1)</source>
+        <translation type="vanished">Profile (%1)</translation>
+    </message>
+    <message>
+        <source>control</source>
+        <translation type="vanished">Bedienelement</translation>
+    </message>
+    <message>
+        <source>input</source>
+        <translation type="vanished">Eingabe</translation>
+    </message>
+    <message>
+        <source>Dead zone</source>
+        <translation type="vanished">Totzone</translation>
+    </message>
+    <message>
+        <source>Exponent</source>
+        <translation type="vanished">Exponent</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <translation type="vanished">Versatz</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation type="vanished">Hilfe</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation type="vanished">Seiten</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation type="vanished">Seite</translation>
+    </message>
+    <message>
+        <source>Import a model</source>
+        <translation type="vanished">Modell importieren</translation>
+    </message>
+    <message>
+        <source>A &amp;unit is</source>
+        <translation type="vanished">Eine &amp;Einheit ist</translation>
+    </message>
+    <message>
+        <source>1 metre</source>
+        <translation type="vanished">1 Meter</translation>
+    </message>
+    <message>
+        <source>1 centimetre</source>
+        <translation type="vanished">1 Zentimeter</translation>
+    </message>
+    <message>
+        <source>1 millimetre</source>
+        <translation type="vanished">1 Millimeter</translation>
+    </message>
+    <message>
+        <source>1 inch</source>
+        <translation type="vanished">1 Zoll</translation>
+    </message>
+    <message>
+        <source>1 foot</source>
+        <translation type="vanished">1 Fuß</translation>
+    </message>
+    <message>
+        <source>another length</source>
+        <translation type="vanished">eine andere Länge</translation>
+    </message>
+    <message>
+        <source>Metres in a unit</source>
+        <translation type="vanished">Meter in einer Einheit</translation>
+    </message>
+    <message>
+        <source>U&amp;p is</source>
+        <translation type="vanished">&amp;Oben ist</translation>
+    </message>
+    <message>
+        <source>In the scene</source>
+        <translation type="vanished">In der Szene</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation type="vanished">&amp;Importieren</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation type="vanished">Lizenz</translation>
+    </message>
+    <message>
+        <source>Licensee</source>
+        <translation type="vanished">Lizenznehmer</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation type="vanished">Nummer</translation>
+    </message>
+    <message>
+        <source>Valid until</source>
+        <translation type="vanished">Gültig bis</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <translation type="vanished">Merkmale</translation>
+    </message>
+    <message>
+        <source>Its file</source>
+        <translation type="vanished">Ihre Datei</translation>
+    </message>
+    <message>
+        <source>File of the licence</source>
+        <translation type="vanished">Datei der Lizenz</translation>
+    </message>
+    <message>
+        <source>&amp;Read it again</source>
+        <translation type="vanished">&amp;Neu lesen</translation>
+    </message>
+    <message>
+        <source>For when another file has been put there</source>
+        <translation type="vanished">Falls eine andere Datei dorthin gelegt wurde</translation>
+    </message>
+    <message>
+        <source>&amp;Open its folder</source>
+        <translation type="vanished">&amp;Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Open its page</source>
+        <translation type="vanished">&amp;Webseite öffnen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="vanished">Schließen</translation>
+    </message>
+    <message>
+        <source>Close the notice</source>
+        <translation type="vanished">Hinweis schließen</translation>
+    </message>
+    <message>
+        <source>Make a pre-rigged model</source>
+        <translation type="vanished">Vorgeriggtes Modell erstellen</translation>
+    </message>
+    <message>
+        <source>A pre-rigged model holds rigs and nodes, with all that stands below them, to be added to other scenes.</source>
+        <translation type="vanished">Ein vorgeriggtes Modell enthält Rigs und Knoten mit allem, was unter ihnen steht, um anderen Szenen hinzugefügt zu werden.</translation>
+    </message>
+    <message>
+        <source>&amp;Made of</source>
+        <translation type="vanished">&amp;Besteht aus</translation>
+    </message>
+    <message>
+        <source>Made of</source>
+        <translation type="vanished">Besteht aus</translation>
+    </message>
+    <message>
+        <source>&amp;Title</source>
+        <translation type="vanished">&amp;Titel</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation type="vanished">Titel</translation>
+    </message>
+    <message>
+        <source>What people call it</source>
+        <translation type="vanished">Wie man es nennt</translation>
+    </message>
+    <message>
+        <source>Te&amp;xt</source>
+        <translation type="vanished">Te&amp;xt</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="vanished">Text</translation>
+    </message>
+    <message>
+        <source>What it is and how to drive it</source>
+        <translation type="vanished">Was es ist und wie man es fährt</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation type="vanished">Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Picture...</source>
+        <translation type="vanished">B&amp;ild ...</translation>
+    </message>
+    <message>
+        <source>&amp;Without</source>
+        <translation type="vanished">&amp;Ohne</translation>
+    </message>
+    <message>
+        <source>&amp;Make...</source>
+        <translation type="vanished">&amp;Erstellen ...</translation>
+    </message>
+    <message>
+        <source>Pre-rigged models</source>
+        <translation type="vanished">Vorgeriggte Modelle</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation type="vanished">Modelle</translation>
+    </message>
+    <message>
+        <source>From a &amp;file...</source>
+        <translation type="vanished">Aus einer &amp;Datei ...</translation>
+    </message>
+    <message>
+        <source>&amp;Ground of its rigs</source>
+        <translation type="vanished">&amp;Boden seiner Rigs</translation>
+    </message>
+    <message>
+        <source>&amp;Add to the scene</source>
+        <translation type="vanished">Der Szene &amp;hinzufügen</translation>
+    </message>
+    <message>
+        <source>Ride</source>
+        <translation type="vanished">Fahrt</translation>
+    </message>
+    <message>
+        <source>Walls</source>
+        <translation type="vanished">Wände</translation>
+    </message>
+    <message>
+        <source>That</source>
+        <translation type="vanished">Das</translation>
+    </message>
+    <message>
+        <source>%1 is not there.</source>
+        <translation type="vanished">%1 ist nicht da.</translation>
+    </message>
+    <message>
+        <source>A take or resimulation runs. Stop it first.</source>
+        <translation type="vanished">Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
+    </message>
+    <message>
+        <source>%1 has to wait: a take or resimulation runs. Stop it first.</source>
+        <translation type="vanished">%1 muss warten: Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
+    </message>
+    <message>
+        <source>%1 was not saved when the program ended. It was kept on %2.</source>
+        <translation type="vanished">%1 war nicht gespeichert, als das Programm endete. Aufgehoben wurde es am %2.</translation>
+    </message>
+    <message>
+        <source>A take of %1 s had been recorded on it.</source>
+        <translation type="vanished">Ein Take von %1 s war darauf aufgenommen.</translation>
+    </message>
+    <message>
+        <source>The file itself was written later: %1</source>
+        <translation type="vanished">Die Datei selbst wurde später geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Yes opens what there is of it, No removes it for good, Cancel asks again at the next start.</source>
+        <translation type="vanished">Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
+    </message>
+    <message>
+        <source>Writing %1...</source>
+        <translation type="vanished">%1 wird geschrieben ...</translation>
+    </message>
+    <message>
+        <source>%1 was written.</source>
+        <translation type="vanished">%1 wurde geschrieben.</translation>
+    </message>
+    <message>
+        <source>Examples</source>
+        <translation type="vanished">Beispiele</translation>
+    </message>
+    <message>
+        <source>the example can't be unpacked there</source>
+        <translation type="vanished">das Beispiel kann dort nicht entpackt werden</translation>
+    </message>
+    <message>
+        <source>see that the disk has room</source>
+        <translation type="vanished">sorgen Sie dafür, dass der Datenträger Platz hat</translation>
+    </message>
+    <message>
+        <source>Newer versions</source>
+        <translation type="vanished">Neuere Versionen</translation>
+    </message>
+    <message>
+        <source>May the program ask a server for newer versions once a week? It sends its version and the kind of this computer, and nothing else. The preferences change the answer at any time.</source>
+        <translation type="vanished">Darf das Programm einmal in der Woche einen Server nach neueren Versionen fragen? Es sendet seine Version und die Art dieses Rechners, sonst nichts. In den Einstellungen lässt sich die Antwort jederzeit ändern.</translation>
+    </message>
+    <message>
+        <source>The check for newer versions is switched off. Switch it on, and look now?</source>
+        <translation type="vanished">Die Suche nach neueren Versionen ist ausgeschaltet. Einschalten und jetzt nachsehen?</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version...</source>
+        <translation type="vanished">Eine neuere Version wird gesucht ...</translation>
+    </message>
+    <message>
+        <source>%1 was not opened: there is one scene at a time. Import a model from the File menu brings it into the open scene.</source>
+        <translation type="vanished">%1 wurde nicht geöffnet: Es gibt nur eine Szene zur Zeit. Modell importieren im Menü Datei bringt es in die offene Szene.</translation>
+    </message>
+    <message>
+        <source>Bring in %1</source>
+        <translation type="vanished">%1 hereinholen</translation>
+    </message>
+    <message>
+        <source>Models (%1)</source>
+        <translation type="vanished">Modelle (%1)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation type="vanished">Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Reading %1...</source>
+        <translation type="vanished">%1 wird gelesen ...</translation>
+    </message>
+    <message>
+        <source>%1 is in the scene.</source>
+        <translation type="vanished">%1 ist in der Szene.</translation>
+    </message>
+    <message>
+        <source>%1 is in the scene: %2.</source>
+        <translation type="vanished">%1 ist in der Szene: %2.</translation>
+    </message>
+    <message>
+        <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
+        <translation type="vanished">%1; Knoten: %2, Netze: %3, Dreiecke: %4</translation>
+    </message>
+    <message>
+        <source>Both are what the file tells.</source>
+        <translation type="vanished">Beides sagt die Datei.</translation>
+    </message>
+    <message>
+        <source>The unit is what the file tells, up is a guess.</source>
+        <translation type="vanished">Die Einheit sagt die Datei, oben ist geraten.</translation>
+    </message>
+    <message>
+        <source>Up is what the file tells, the unit is a guess.</source>
+        <translation type="vanished">Oben sagt die Datei, die Einheit ist geraten.</translation>
+    </message>
+    <message>
+        <source>Both are guesses: the file tells neither. Look at the size.</source>
+        <translation type="vanished">Beides ist geraten: Die Datei sagt keines. Sehen Sie sich die Größe an.</translation>
+    </message>
+    <message>
+        <source>There is no mesh in it, and so no size to see.</source>
+        <translation type="vanished">Es enthält kein Netz, deshalb ist keine Größe zu sehen.</translation>
+    </message>
+    <message>
+        <source>%1 m wide, %2 m high, %3 m deep</source>
+        <translation type="vanished">%1 m breit, %2 m hoch, %3 m tief</translation>
+    </message>
+    <message>
+        <source>Nodes</source>
+        <translation type="vanished">Knoten</translation>
+    </message>
+    <message>
+        <source>There is no picture.</source>
+        <translation type="vanished">Es gibt kein Bild.</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg)</source>
+        <translation type="vanished">Bilder (*.png *.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>%1 is no PNG and no JPEG.</source>
+        <translation type="vanished">%1 ist kein PNG und kein JPEG.</translation>
+    </message>
+    <message>
+        <source>Give it a title.</source>
+        <translation type="vanished">Geben Sie ihm einen Titel.</translation>
+    </message>
+    <message>
+        <source>Tick a rig or a node.</source>
+        <translation type="vanished">Setzen Sie das Häkchen eines Rigs oder eines Knotens.</translation>
+    </message>
+    <message>
+        <source>Rigs: %1. %2 nodes, %3 x %4 x %5 m.</source>
+        <translation type="vanished">Rigs: %1. %2 Knoten, %3 x %4 x %5 m.</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation type="vanished">keine</translation>
+    </message>
+    <message>
+        <source>A take comes along.</source>
+        <translation type="vanished">Ein Take kommt mit.</translation>
+    </message>
+    <message>
+        <source>Pre-rigged models (*.prm)</source>
+        <translation type="vanished">Vorgeriggte Modelle (*.prm)</translation>
+    </message>
+    <message>
+        <source>Choose a model first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Modell.</translation>
+    </message>
+    <message>
+        <source>A pre-rigged model</source>
+        <translation type="vanished">Ein vorgeriggtes Modell</translation>
+    </message>
+    <message>
+        <source>No picture</source>
+        <translation type="vanished">Kein Bild</translation>
+    </message>
+    <message>
+        <source>It covers all tools.</source>
+        <translation type="vanished">Sie gilt für alle Werkzeuge.</translation>
+    </message>
+    <message>
+        <source>Rigs of these tools open, show, export and save, and can't be made or performed: %1.</source>
+        <translation type="vanished">Rigs dieser Werkzeuge lassen sich öffnen, zeigen, exportieren und speichern, aber nicht erzeugen oder ausführen: %1.</translation>
+    </message>
+    <message>
+        <source>What to do first</source>
+        <translation type="vanished">Was zuerst zu tun ist</translation>
+    </message>
+    <message>
+        <source>The check for newer versions failed: %1</source>
+        <translation type="vanished">Die Suche nach neueren Versionen ist fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>This is the newest version: %1.</source>
+        <translation type="vanished">Das ist die neueste Version: %1.</translation>
+    </message>
+    <message>
+        <source>Version %1 is there; this is %2.</source>
+        <translation type="vanished">Version %1 ist da; dies ist %2.</translation>
+    </message>
+    <message>
+        <source>Point at a tool, or choose one with the arrow keys, to see what it does.</source>
+        <translation type="vanished">Zeigen Sie auf ein Werkzeug, oder wählen Sie eines mit den Pfeiltasten, um zu sehen, was es tut.</translation>
+    </message>
+    <message>
+        <source>Choose a tool first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Werkzeug.</translation>
+    </message>
 </context>
 </TS>
