@@ -28,6 +28,8 @@ TS = os.path.join(ROOT, "data/translations/rigwright_de.ts")
 LAYOUTS = os.path.join(ROOT, "data/core/layout")
 LITERALS = r'((?:"(?:[^"\\\n]|\\.)*"\s*)+)'
 CALLS = re.compile(r"\b(?:Translate|Translatable)\(")
+# What rigs tell of their ground.
+REPORTS = re.compile(r"\breport\.(?:title|otherwise)\s*=([^;]*);")
 # Steps of undo are named in English, and translated when a window lists them.
 STEPS = re.compile(r"\b(?:BeginUndoBlock\(|BeginTake\(|UndoBlock block\([^\"]*|AsOneStep\(|ChangeRows\(|ChangeInputs\([^\"]*)"
                    + LITERALS + r"\s*[,)]")
@@ -74,6 +76,9 @@ def from_code():
                     yield unquote(literals), where
             for box in BOXES.finditer(code):
                 for literals in filter(None, box.groups()):
+                    yield unquote(literals), where
+            for report in REPORTS.finditer(code):
+                for literals in re.findall(LITERALS, report[1]):
                     yield unquote(literals), where
             for step in STEPS.finditer(code):
                 yield unquote(step[1]), where

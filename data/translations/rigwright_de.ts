@@ -1559,6 +1559,21 @@
         <translation>Noch kein Rig. Doppelklicken Sie links auf ein Werkzeug, oder wählen Sie eines und drücken Sie die Eingabetaste.</translation>
     </message>
     <message>
+        <source>Rig</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Rig</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Zustand</translation>
+    </message>
+    <message>
         <source>off</source>
         <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
         <translation>aus</translation>
@@ -1647,6 +1662,21 @@
         <source>group</source>
         <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
         <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Node</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Keys</translation>
     </message>
     <message>
         <source>The scene is empty. Import a model, or drop a file here.</source>
@@ -2019,6 +2049,21 @@
         <translation>Die Physikwelt wurde nicht erzeugt</translation>
     </message>
     <message>
+        <source>Ground</source>
+        <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp; src/plugins/release/crawlertracks/crawlertracks_CrawlerTracks.cpp</extracomment>
+        <translation>Boden</translation>
+    </message>
+    <message>
+        <source>none: the plane y = 0 carries the car, up to 1000 m from the origin</source>
+        <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp</extracomment>
+        <translation>keiner: die Ebene y = 0 trägt das Auto, bis 1000 m vom Ursprung</translation>
+    </message>
+    <message>
+        <source>none: the plane y = 0 carries the car</source>
+        <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp</extracomment>
+        <translation>keiner: die Ebene y = 0 trägt das Auto</translation>
+    </message>
+    <message>
         <source>Create new track</source>
         <extracomment>src/plugins/release/crawlertracks/CrawlerActions.cpp</extracomment>
         <translation>Neue Kette erzeugen</translation>
@@ -2027,6 +2072,21 @@
         <source>Track already created. Do you want to remove current track and create a new one?</source>
         <extracomment>src/plugins/release/crawlertracks/CrawlerActions.cpp</extracomment>
         <translation>Die Kette gibt es schon. Soll sie entfernt und neu erzeugt werden?</translation>
+    </message>
+    <message>
+        <source>none: the belt hangs on its wheels</source>
+        <extracomment>src/plugins/release/crawlertracks/crawlertracks_CrawlerTracks.cpp</extracomment>
+        <translation>keiner: die Kette hängt an ihren Rädern</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <extracomment>src/plugins/release/firepower/CCollisionNode.cpp</extracomment>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>none: projectiles meet nothing</source>
+        <extracomment>src/plugins/release/firepower/CCollisionNode.cpp</extracomment>
+        <translation>keines: Geschosse treffen auf nichts</translation>
     </message>
     <message>
         <source>Overwrite?</source>

@@ -51,7 +51,11 @@ class PushButton : public QPushButton {
 
   void paintEvent(QPaintEvent* event) override {
     const QBrush own = brush ? brush() : QBrush();
-    if (!isFlat() && own.style() == Qt::NoBrush) return QPushButton::paintEvent(event);
+    if (!isFlat() && own.style() == Qt::NoBrush) {
+      QPushButton::paintEvent(event);
+      PaintFocus();
+      return;
+    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(hasFocus() ? QPen(ToneOf(palette(), Tone::kAccent)) : QPen(Qt::NoPen));
@@ -61,6 +65,17 @@ class PushButton : public QPushButton {
     initStyleOption(&option);
     option.state &= ~QStyle::State_HasFocus;
     style()->drawControl(QStyle::CE_PushButtonLabel, &option, &painter, this);
+  }
+
+ private:
+  /// Within the frame, whose colour tells the default button.
+  void PaintFocus() {
+    if (!hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange)) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(ToneOf(palette(), Tone::kAccent));
+    const double inset = Scaled(3) - 0.5;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), 2, 2);
   }
 };
 
