@@ -28,7 +28,8 @@ struct Size {
 constexpr Size kSizes[] = {{16, 0, {"16", "22", "32"}},
                            {24, 1, {"22", "16", "32"}},
                            {32, 0, {"32", "16", "22"}},
-                           {48, 2, {"22", "16", "32"}}};
+                           {48, 2, {"22", "16", "32"}},
+                           {64, 0, {"32", "16", "22"}}};
 
 constexpr const char* kKinds[] = {"actions", "status", "devices", "applets", "places"};
 

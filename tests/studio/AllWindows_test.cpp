@@ -141,7 +141,7 @@ class AllWindows : public WindowsTest {
     const auto shown = [&](Window& window) {
       SCOPED_TRACE(window.name());
       QElapsedTimer time;
-      for (time.start(); time.elapsed() < 300;) QApplication::processEvents();
+      for (time.start(); time.elapsed() < 80;) QApplication::processEvents();
       look(*window.GetWidget()->window());
     };
     Window& main = *windows->Open(WindowKind::kMain);
@@ -181,21 +181,21 @@ class AllWindows : public WindowsTest {
 }  // namespace
 
 TEST_F(AllWindows, ShowTextsWhole) {
-  for (const char* language : {"en", "de"})
-    for (const qt::Theme theme : {qt::Theme::kLight, qt::Theme::kDark}) {
-      SCOPED_TRACE(language);
-      qt::ApplyTheme(*qApp, theme);
-      Speak(language);
-      Each([](QWidget& top) {
-        for (QWidget* widget : top.findChildren<QWidget*>()) {
-          if (!widget->isVisible() || widget->window() != &top) continue;
-          EXPECT_EQ(Clipped(*widget), "")
-              << Name(*widget) << ": " << TextsOf(*widget).join(" | ").toStdString();
-          const auto* tree = qobject_cast<QTreeView*>(widget);
-          EXPECT_EQ(tree ? ClippedRows(*tree) : "", "") << Name(*widget);
-        }
-      });
-    }
+  // A theme changes no widths: each language in one of them.
+  for (const char* language : {"en", "de"}) {
+    SCOPED_TRACE(language);
+    qt::ApplyTheme(*qApp, language[0] == 'e' ? qt::Theme::kLight : qt::Theme::kDark);
+    Speak(language);
+    Each([](QWidget& top) {
+      for (QWidget* widget : top.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != &top) continue;
+        EXPECT_EQ(Clipped(*widget), "")
+            << Name(*widget) << ": " << TextsOf(*widget).join(" | ").toStdString();
+        const auto* tree = qobject_cast<QTreeView*>(widget);
+        EXPECT_EQ(tree ? ClippedRows(*tree) : "", "") << Name(*widget);
+      }
+    });
+  }
 }
 
 TEST_F(AllWindows, SpeakTheUsersLanguage) {

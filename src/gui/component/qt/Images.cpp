@@ -40,14 +40,19 @@ QHash<QString, QIcon>& Sets() {
 QIcon LoadSet(const QString& file, bool dark) {
   if (Sets().isEmpty()) qAddPostRoutine([] { Sets().clear(); });  // before the screens go
   const QFileInfo name(file);
-  const QString stem = name.path() + QLatin1String(dark ? "/dark/" : "/light/") +
-                       name.completeBaseName() + QLatin1Char('_');
+  const auto stemOf = [&name](const char* folder) {
+    return name.path() + QLatin1String(folder) + name.completeBaseName() + QLatin1Char('_');
+  };
+  const QString stem = stemOf(dark ? "/dark/" : "/light/");
   const auto known = Sets().constFind(stem);
   if (known != Sets().constEnd()) return *known;
   QIcon icon;
-  for (const int size : {16, 24, 32, 48}) {
-    const QString member = stem + QString::number(size) + QLatin1String(".png");
-    if (QFileInfo::exists(member)) icon.addFile(member);
+  for (const int size : {16, 24, 32, 48, 64}) {
+    const QString end = QString::number(size) + QLatin1String(".png");
+    if (!QFileInfo::exists(stem + end)) continue;
+    icon.addFile(stem + end);
+    // What is selected stands on the accent, which is dark in each theme.
+    icon.addFile(stemOf("/dark/") + end, QSize(), QIcon::Selected);
   }
   Sets().insert(stem, icon);
   return icon;
