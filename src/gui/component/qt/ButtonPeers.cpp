@@ -85,6 +85,12 @@ class ButtonPeer : public PeerOf<Button, PushButton> {
     button->setFlat(Held()->IsFlat());
     button->setCheckable(Held()->IsToggle());
     button->setDefault(Held()->IsDefault());
+    // What comes and goes behind a field does not move it.
+    if (Held()->IsFlat() && component.GetShownLabel().empty()) {
+      QSizePolicy policy = button->sizePolicy();
+      policy.setRetainSizeWhenHidden(true);
+      button->setSizePolicy(policy);
+    }
     button->brush = [this] { return OwnBrush(); };
     QObject::connect(button, &QPushButton::pressed, [this] { Stand(kMsgPressed); });
     QObject::connect(button, &QPushButton::released, [this] { Stand(kMsgReleased); });
