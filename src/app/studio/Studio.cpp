@@ -14,6 +14,7 @@
 #include "app/session/anyhost/Names.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
+#include "app/studio/QtTexts.h"
 #include "app/studio/script/ScriptDriver.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
@@ -154,6 +155,8 @@ void Studio::ApplyAppearance() {
   if (language.empty() && preferences.Text("language") != "system")
     language = preferences.Text("language");
   rws::core::LoadLanguage(language);
+  if (!LoadQtTexts(rws::core::GetLanguage()))
+    LogEntry(LogLevel::kWarning, "File dialogs are English: Qt's translations are not installed");
   gui::SetTranslator([](const std::string& text) { return rws::core::Translate(text); });
   using Choice = rws::core::Preferences::Theme;
   Choice theme = preferences.theme;

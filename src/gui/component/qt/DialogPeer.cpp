@@ -62,6 +62,7 @@ class DialogPeer : public ContainerPeer, public Dialog::Window {
       : ContainerPeer(component, window, window) {
     window->onClose = [this](bool byEscape) { return !GetComponent() || Held()->Close(byEscape); };
     window->onActive = [this](bool active) { SetActive(active); };
+    GetLayout()->setSizeConstraint(QLayout::SetMinimumSize);
   }
 
   void ShowWindow(bool shown) override {
