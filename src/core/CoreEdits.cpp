@@ -216,8 +216,7 @@ std::string CoreImplementation::MapInputTo(Instance& instance, int input,
   if (!parts.empty()) {
     std::uint32_t kind = parts[0].kind();
     if (parts.size() > 1) kind = unidevice::EmulatedTControl::pairKind(kind, parts[1].kind());
-    if ((kind & property->flags) == 0)
-      return property->name + " takes no control of this kind";
+    if ((kind & property->flags) == 0) return property->name + " takes no control of this kind";
   }
   return ChangeInputs(instance, "Map " + property->name, {input}, [&] {
     util::xml::Tag mapping(record::kProperty);  // without numbers, which stay

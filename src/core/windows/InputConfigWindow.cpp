@@ -65,6 +65,7 @@ void InputConfigWindow::OnBuilt() {
   if (gui::Component* profiles = Find(kInputProfiles)) m_profiles.Build(*profiles);
   if (gui::Component* calibration = Find(kInputCalibration)) m_calibration.Build(*calibration);
   m_editor.Build(*GetRoot());
+  NoteInputs();
   ShowAll();
 }
 
@@ -82,6 +83,21 @@ void InputConfigWindow::OnSettingsChanged() {
   m_profiles.Show(false);
   m_calibration.Show();
   ShowAll();
+}
+
+int InputConfigWindow::NoteInputs() {
+  auto before = std::move(m_noted);
+  m_noted.clear();
+  const Instance* rig = FindRig();
+  for (int i = 0; rig && i < rig->GetProperties().count(); ++i) {
+    const unidevice::Property& input = *rig->GetProperties().property(i);
+    m_noted.emplace_back(InputResponse::Of(input), ControlsOf(input));
+  }
+  before.resize(m_noted.size());
+  int changed = 0;
+  for (std::size_t i = 0; i < before.size(); ++i)
+    if (!(before[i] == m_noted[i])) ++changed;
+  return changed;
 }
 
 void InputConfigWindow::ShowAll() {
@@ -180,7 +196,8 @@ void InputConfigWindow::OnCore(const util::Message& message) {
     if (changed->row != m_row) return;
     m_editor.Show();
     if (m_editor.IsDragging()) return;
-    m_profiles.Show(changed->input == InputsChanged::kAll);
+    // A device that has come back, or the end of a resimulation, is told of all and changes none.
+    m_profiles.Show(NoteInputs() > 1);
     ShowChosen();
   } else if (const auto* list = NewsIn<ProfileListChanged>(message)) {
     if (list->tool == m_kind && list->inputs) m_profiles.Show(false);

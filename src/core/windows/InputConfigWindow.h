@@ -6,6 +6,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/take/DevicePolling.h"
 #include "core/windows/CalibrationPanel.h"
@@ -51,6 +53,8 @@ class InputConfigWindow : public Window {
   Instance* FindRig() const;
   unidevice::Property* FindInput() const;
 
+  /// Notes how all inputs stand; how many stand otherwise than when it was called last.
+  int NoteInputs();
   void ShowAll();
   void ShowTitle();
   void ShowMappings();
@@ -66,6 +70,7 @@ class InputConfigWindow : public Window {
   const int m_row;
   std::string m_kind;  ///< Tool::GetDisplayId
   int m_input = 0;
+  std::vector<std::pair<InputResponse, std::vector<unidevice::ControlChoice>>> m_noted;
   InputRows m_rows;
   ProfileRow m_profiles;
   ResponseEditor m_editor;

@@ -183,6 +183,10 @@ TEST_F(InputConfig, AProfileLoadedByMistakeIsOneStepBack) {
       *window->GetRoot()->Find(kInputProfiles)->Get<gui::component::ComboBox>(kProfileChoice);
   EXPECT_EQ(box.GetText(), "Mine");
   core.SetInputResponse(rig, 1, {-2.5, 1.7, 0.05, 0.3});
+  pad->destroy();
+  Poll();
+  pad = PlugPad();
+  Poll();
   EXPECT_EQ(box.GetText(), "Mine (changed)");
   std::vector<std::string> before;
   const auto saved = [&] {
