@@ -5934,5 +5934,41 @@
         <source>Choose a tool first.</source>
         <translation type="vanished">Wählen Sie zuerst ein Werkzeug.</translation>
     </message>
+    <message>
+        <source>calibrated</source>
+        <translation type="vanished">kalibriert</translation>
+    </message>
+    <message>
+        <source>%1: %2 Escape cancels.</source>
+        <translation type="vanished">%1: %2 Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>%1 (changed)</source>
+        <translation type="vanished">%1 (geändert)</translation>
+    </message>
+    <message>
+        <source>Saved, with rigs that can't be performed: %1. %2</source>
+        <translation type="vanished">Gespeichert, mit Rigs, die nicht ausgeführt werden können: %1. %2</translation>
+    </message>
+    <message>
+        <source>Inputs and what they are mapped to</source>
+        <translation type="vanished">Eingaben und was ihnen zugeordnet ist</translation>
+    </message>
+    <message>
+        <source>&amp;Press now!</source>
+        <translation type="vanished">&amp;Jetzt bewegen!</translation>
+    </message>
+    <message>
+        <source>&amp;Unmap</source>
+        <translation type="vanished">&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>&amp;Multiplier</source>
+        <translation type="vanished">&amp;Faktor</translation>
+    </message>
+    <message>
+        <source>Move the control that is to feed %1; Escape cancels.</source>
+        <translation type="vanished">Bewegen Sie das Bedienelement, das %1 speisen soll; Esc bricht ab.</translation>
+    </message>
 </context>
 </TS>

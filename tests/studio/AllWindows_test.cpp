@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -18,6 +19,7 @@
 #include <QXmlStreamReader>
 
 #include "app/studio/HeadlessBrowser.h"
+#include "app/studio/QtTexts.h"
 #include "core/WindowIds.h"
 #include "core/interface/CInterface.h"
 #include "core/services/Translation.h"
@@ -234,6 +236,10 @@ TEST_F(AllWindows, SpeakTheUsersLanguage) {
           EXPECT_TRUE(text.contains(QChar(0x27e6))) << Name(*widget) << text.toStdString();
         }
   });
+  ASSERT_TRUE(app::LoadQtTexts("de"));
+  EXPECT_EQ(QFileDialog::tr("File &name:"), "Datei&name:");
+  ASSERT_TRUE(app::LoadQtTexts("en"));
+  EXPECT_EQ(QFileDialog::tr("File &name:"), "File &name:");
   EXPECT_EQ(lacking, std::set<std::string>{}) << "scripts/update_translations.py finds them not";
 }
 
