@@ -3196,7 +3196,7 @@
     <message>
         <source>Move WheelCenterMesh to ground hit point</source>
         <extracomment>4WheelerExt</extracomment>
-        <translation>WheelCenterMesh auf den Bodenkontakt setzen</translation>
+        <translation>WheelCenterMesh auf Bodenkontakt setzen</translation>
     </message>
     <message>
         <source>The wheel centers stand where the tires touch the ground.</source>
@@ -3206,7 +3206,7 @@
     <message>
         <source>Align WheelCenterMesh to ground incline</source>
         <extracomment>4WheelerExt</extracomment>
-        <translation>WheelCenterMesh nach der Bodenneigung ausrichten</translation>
+        <translation>WheelCenterMesh mit dem Boden neigen</translation>
     </message>
     <message>
         <source>The wheel centers stand upright on the ground.</source>
