@@ -20,6 +20,10 @@
 
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/QtTexts.h"
+#include "app/studio/windows/HelpWindow.h"
+#include "app/studio/windows/ImportWindow.h"
+#include "app/studio/windows/MakeModelWindow.h"
+#include "app/studio/windows/ModelsWindow.h"
 #include "core/WindowIds.h"
 #include "core/interface/CInterface.h"
 #include "core/services/Translation.h"
@@ -156,7 +160,8 @@ class AllWindows : public WindowsTest {
     }
     for (const WindowKind kind :
          {WindowKind::kDevices, WindowKind::kPreferences, WindowKind::kLog, WindowKind::kHotKeys,
-          WindowKind::kWhy, WindowKind::kAbout, WindowKind::kToolConfig, WindowKind::kInputConfig})
+          WindowKind::kWhy, WindowKind::kAbout, WindowKind::kLicence, WindowKind::kToolConfig,
+          WindowKind::kInputConfig})
       if (Window* window = windows->Open(kind, kind >= WindowKind::kToolConfig ? car : 0)) {
         shown(*window);
         windows->Drop(kind, kind >= WindowKind::kToolConfig ? car : 0);
@@ -175,8 +180,16 @@ class AllWindows : public WindowsTest {
     box.Show();
     shown(box);
     FitCarWindow fit(*windows, browser, car);
-    fit.Show();
-    shown(fit);
+    app::HelpWindow help(*windows);
+    const app::ModelFacts facts{};
+    app::ImportWindow import(*windows, "/models/of/a/Car.fbx", facts);
+    app::MakeModelWindow make(*windows, browser);
+    app::ModelsWindow models(*windows, {"ground"});
+    for (Window* window : std::initializer_list<Window*>{&fit, &help, &import, &make, &models}) {
+      window->Show();
+      shown(*window);
+      window->Hide();
+    }
   }
 
   app::HeadlessBrowser browser;
