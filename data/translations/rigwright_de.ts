@@ -15,7 +15,7 @@
     </message>
     <message>
         <source>&amp;Close</source>
-        <extracomment>data/core/layout/rws_about.xml; data/core/layout/rws_hotkeys.xml; data/core/layout/rws_preferences.xml</extracomment>
+        <extracomment>data/core/layout/rws_about.xml; data/core/layout/rws_help.xml; data/core/layout/rws_hotkeys.xml</extracomment>
         <translation>&amp;Schließen</translation>
     </message>
     <message>
@@ -25,8 +25,18 @@
     </message>
     <message>
         <source>&amp;Cancel</source>
-        <extracomment>data/core/layout/rws_countdown.xml; data/core/layout/rws_message.xml</extracomment>
+        <extracomment>data/core/layout/rws_countdown.xml; data/core/layout/rws_inputconfig.xml; data/core/layout/rws_message.xml</extracomment>
         <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <extracomment>data/core/layout/rws_devices.xml; data/core/layout/rws_main.xml</extracomment>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <extracomment>data/core/layout/rws_devices.xml; data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Kalibrierung</translation>
     </message>
     <message>
         <source>Fit car to...</source>
@@ -70,8 +80,23 @@
     </message>
     <message>
         <source>Cancel</source>
-        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <extracomment>data/core/layout/rws_fitcar.xml; data/core/layout/rws_import.xml; data/core/layout/rws_makemodel.xml</extracomment>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <extracomment>data/core/layout/rws_help.xml</extracomment>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <extracomment>data/core/layout/rws_help.xml</extracomment>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <extracomment>data/core/layout/rws_help.xml</extracomment>
+        <translation>Seite</translation>
     </message>
     <message>
         <source>Hot keys</source>
@@ -82,6 +107,216 @@
         <source>In a take these keys act wherever the focus is.</source>
         <extracomment>data/core/layout/rws_hotkeys.xml</extracomment>
         <translation>In einem Take wirken diese Tasten, wo auch immer der Fokus ist.</translation>
+    </message>
+    <message>
+        <source>Import a model</source>
+        <extracomment>data/core/layout/rws_import.xml; src/app/studio/StudioModels.cpp</extracomment>
+        <translation>Modell importieren</translation>
+    </message>
+    <message>
+        <source>A &amp;unit is</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>Eine &amp;Einheit ist</translation>
+    </message>
+    <message>
+        <source>1 metre</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>1 Meter</translation>
+    </message>
+    <message>
+        <source>1 centimetre</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>1 Zentimeter</translation>
+    </message>
+    <message>
+        <source>1 millimetre</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>1 Millimeter</translation>
+    </message>
+    <message>
+        <source>1 inch</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>1 Zoll</translation>
+    </message>
+    <message>
+        <source>1 foot</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>1 Fuß</translation>
+    </message>
+    <message>
+        <source>another length</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>eine andere Länge</translation>
+    </message>
+    <message>
+        <source>Metres in a unit</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>Meter in einer Einheit</translation>
+    </message>
+    <message>
+        <source>U&amp;p is</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>&amp;Oben ist</translation>
+    </message>
+    <message>
+        <source>In the scene</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>In der Szene</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <extracomment>data/core/layout/rws_import.xml</extracomment>
+        <translation>&amp;Importieren</translation>
+    </message>
+    <message>
+        <source>Inputs</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Eingaben</translation>
+    </message>
+    <message>
+        <source>De&amp;vices...</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml; data/core/layout/rws_main.xml</extracomment>
+        <translation>Geräte &amp;zeigen ...</translation>
+    </message>
+    <message>
+        <source>All devices that are there, each with every control</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Alle Geräte, die da sind, jedes mit allen Bedienelementen</translation>
+    </message>
+    <message>
+        <source>Press no&amp;w!</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>&amp;Jetzt bewegen!</translation>
+    </message>
+    <message>
+        <source>Waits until you move a control, and maps the input to it</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Wartet, bis Sie ein Bedienelement bewegen, und ordnet ihm die Eingabe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Two controls...</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Z&amp;wei Bedienelemente ...</translation>
+    </message>
+    <message>
+        <source>Asks for two controls: one that counts positive, and one that counts negative</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Fragt nach zwei Bedienelementen: einem, das positiv zählt, und einem, das negativ zählt</translation>
+    </message>
+    <message>
+        <source>Unm&amp;ap</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>Response curve</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Antwortkurve</translation>
+    </message>
+    <message>
+        <source>What the input gives for each place of the control. Drag the squares, or choose one by Page Up and Page Down and move it by the arrow keys.</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Was die Eingabe für jede Stellung des Bedienelements liefert. Ziehen Sie die Quadrate, oder wählen Sie eines mit Bild auf und Bild ab und bewegen Sie es mit den Pfeiltasten.</translation>
+    </message>
+    <message>
+        <source>Dead &amp;zone</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>T&amp;otzone</translation>
+    </message>
+    <message>
+        <source>How far the control may move before anything happens</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Wie weit sich das Bedienelement bewegen darf, bevor etwas geschieht</translation>
+    </message>
+    <message>
+        <source>&amp;Exponent</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>&amp;Exponent</translation>
+    </message>
+    <message>
+        <source>1 is a straight line; more makes the middle finer</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>1 ist eine gerade Linie; mehr macht die Mitte feiner</translation>
+    </message>
+    <message>
+        <source>M&amp;ultiplier</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>&amp;Faktor</translation>
+    </message>
+    <message>
+        <source>What the input gives at the control's end</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Was die Eingabe am Ende des Bedienelements liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Offset</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>&amp;Versatz</translation>
+    </message>
+    <message>
+        <source>Is added last; what the input gives when nothing is moved</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Wird zuletzt addiert; was die Eingabe liefert, wenn nichts bewegt wird</translation>
+    </message>
+    <message>
+        <source>&amp;Inverted</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>&amp;Umgekehrt</translation>
+    </message>
+    <message>
+        <source>Turns the sign of the multiplier</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Kehrt das Vorzeichen des Faktors um</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Lizenz</translation>
+    </message>
+    <message>
+        <source>Licensee</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Lizenznehmer</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Valid until</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Gültig bis</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Merkmale</translation>
+    </message>
+    <message>
+        <source>Its file</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Ihre Datei</translation>
+    </message>
+    <message>
+        <source>File of the licence</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Datei der Lizenz</translation>
+    </message>
+    <message>
+        <source>&amp;Read it again</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>&amp;Neu lesen</translation>
+    </message>
+    <message>
+        <source>For when another file has been put there</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>Falls eine andere Datei dorthin gelegt wurde</translation>
+    </message>
+    <message>
+        <source>&amp;Open its folder</source>
+        <extracomment>data/core/layout/rws_licence.xml</extracomment>
+        <translation>&amp;Ordner öffnen</translation>
     </message>
     <message>
         <source>Log</source>
@@ -175,7 +410,7 @@
     </message>
     <message>
         <source>Save &amp;as...</source>
-        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rws_toolconfig.xml</extracomment>
+        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rows/profiles.xml</extracomment>
         <translation>Speichern &amp;unter ...</translation>
     </message>
     <message>
@@ -374,9 +609,19 @@
         <translation>&amp;Info</translation>
     </message>
     <message>
-        <source>De&amp;vices...</source>
+        <source>&amp;Open its page</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Geräte &amp;zeigen ...</translation>
+        <translation>&amp;Webseite öffnen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Close the notice</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Hinweis schließen</translation>
     </message>
     <message>
         <source>Search the tools</source>
@@ -385,7 +630,7 @@
     </message>
     <message>
         <source>Tools</source>
-        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowTools.cpp</extracomment>
         <translation>Werkzeuge</translation>
     </message>
     <message>
@@ -395,7 +640,7 @@
     </message>
     <message>
         <source>Rigs</source>
-        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <extracomment>data/core/layout/rws_main.xml; src/app/studio/windows/MakeModelWindow.cpp</extracomment>
         <translation>Rigs</translation>
     </message>
     <message>
@@ -519,11 +764,6 @@
         <translation>Ein Doppelklick auf einen Schritt oder die Eingabetaste führt zu ihm zurück oder vor</translation>
     </message>
     <message>
-        <source>Devices</source>
-        <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Geräte</translation>
-    </message>
-    <message>
         <source>Re&amp;cord</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Aufnehmen</translation>
@@ -604,6 +844,76 @@
         <translation>Blendet während eines Takes die Modelle aus, die an Rigs hängen</translation>
     </message>
     <message>
+        <source>Make a pre-rigged model</source>
+        <extracomment>data/core/layout/rws_makemodel.xml; src/app/studio/StudioModels.cpp</extracomment>
+        <translation>Vorgeriggtes Modell erstellen</translation>
+    </message>
+    <message>
+        <source>A pre-rigged model holds rigs and nodes, with all that stands below them, to be added to other scenes.</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Ein vorgeriggtes Modell enthält Rigs und Knoten mit allem, was unter ihnen steht, um anderen Szenen hinzugefügt zu werden.</translation>
+    </message>
+    <message>
+        <source>Made &amp;of</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>&amp;Besteht aus</translation>
+    </message>
+    <message>
+        <source>Made of</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Besteht aus</translation>
+    </message>
+    <message>
+        <source>&amp;Title</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>&amp;Titel</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>What people call it</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Wie man es nennt</translation>
+    </message>
+    <message>
+        <source>Te&amp;xt</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Te&amp;xt</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>What it is and how to drive it</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>Was es ist und wie man es fährt</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <extracomment>data/core/layout/rws_makemodel.xml; data/core/layout/rws_models.xml; src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Picture...</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>B&amp;ild ...</translation>
+    </message>
+    <message>
+        <source>&amp;Without</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>&amp;Ohne</translation>
+    </message>
+    <message>
+        <source>&amp;Make...</source>
+        <extracomment>data/core/layout/rws_makemodel.xml</extracomment>
+        <translation>&amp;Erstellen ...</translation>
+    </message>
+    <message>
         <source>&amp;Yes</source>
         <extracomment>data/core/layout/rws_message.xml</extracomment>
         <translation>&amp;Ja</translation>
@@ -619,9 +929,34 @@
         <translation>&amp;OK</translation>
     </message>
     <message>
+        <source>Pre-rigged models</source>
+        <extracomment>data/core/layout/rws_models.xml; src/app/studio/StudioModels.cpp</extracomment>
+        <translation>Vorgeriggte Modelle</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <extracomment>data/core/layout/rws_models.xml</extracomment>
+        <translation>Modelle</translation>
+    </message>
+    <message>
+        <source>From a &amp;file...</source>
+        <extracomment>data/core/layout/rws_models.xml</extracomment>
+        <translation>Aus einer &amp;Datei ...</translation>
+    </message>
+    <message>
         <source>Description</source>
-        <extracomment>data/core/layout/rws_popout_product.xml</extracomment>
+        <extracomment>data/core/layout/rws_models.xml; data/core/layout/rws_popout_product.xml</extracomment>
         <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>&amp;Ground of its rigs</source>
+        <extracomment>data/core/layout/rws_models.xml</extracomment>
+        <translation>&amp;Boden seiner Rigs</translation>
+    </message>
+    <message>
+        <source>&amp;Add to the scene</source>
+        <extracomment>data/core/layout/rws_models.xml</extracomment>
+        <translation>Der Szene &amp;hinzufügen</translation>
     </message>
     <message>
         <source>Create</source>
@@ -684,71 +1019,6 @@
         <translation>Welche Bedienelemente auf die Eingaben des Rigs wirken, und wie es darauf antwortet</translation>
     </message>
     <message>
-        <source>Pr&amp;ofile</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Pr&amp;ofil</translation>
-    </message>
-    <message>
-        <source>Sets of values kept under a name</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Werte, die unter einem Namen aufgehoben sind</translation>
-    </message>
-    <message>
-        <source>S&amp;ave</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Spei&amp;chern</translation>
-    </message>
-    <message>
-        <source>Saves the values under the name of this profile</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Speichert die Werte unter dem Namen dieses Profils</translation>
-    </message>
-    <message>
-        <source>&amp;More</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>&amp;Mehr</translation>
-    </message>
-    <message>
-        <source>All that can be done with profiles</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Alles, was sich mit Profilen tun lässt</translation>
-    </message>
-    <message>
-        <source>&amp;Rename...</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Um&amp;benennen ...</translation>
-    </message>
-    <message>
-        <source>&amp;Delete</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>&amp;Löschen</translation>
-    </message>
-    <message>
-        <source>&amp;Import...</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>&amp;Importieren ...</translation>
-    </message>
-    <message>
-        <source>&amp;Export...</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>&amp;Exportieren ...</translation>
-    </message>
-    <message>
-        <source>&amp;Factory settings</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>&amp;Werkseinstellungen</translation>
-    </message>
-    <message>
-        <source>Use for &amp;new rigs</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Für &amp;neue Rigs verwenden</translation>
-    </message>
-    <message>
-        <source>Reset all &amp;values</source>
-        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
-        <translation>Alle Werte &amp;zurücksetzen</translation>
-    </message>
-    <message>
         <source>Shows the parameters whose name or description holds this text</source>
         <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
         <translation>Zeigt die Parameter, deren Name oder Beschreibung diesen Text enthält</translation>
@@ -769,9 +1039,154 @@
         <translation>Rig &amp;zeigen</translation>
     </message>
     <message>
+        <source>Control to be calibrated</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Bedienelement, das kalibriert wird</translation>
+    </message>
+    <message>
+        <source>Pedal or tri&amp;gger...</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>&amp;Pedal oder Abzug ...</translation>
+    </message>
+    <message>
+        <source>Measures where it rests and where it is full, so that it gives 0 to 1</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Misst, wo es ruht und wo es voll ist, sodass es 0 bis 1 liefert</translation>
+    </message>
+    <message>
+        <source>A&amp;xis...</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Ac&amp;hse ...</translation>
+    </message>
+    <message>
+        <source>Measures the centre and both ends, so that it gives -1 to 1</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Misst die Mitte und beide Enden, sodass es -1 bis 1 liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Verge&amp;ssen</translation>
+    </message>
+    <message>
+        <source>Takes the control's values as the device gives them</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Nimmt die Werte des Bedienelements, wie das Gerät sie liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>Cance&amp;l</source>
+        <extracomment>data/core/layout/rows/calibration.xml</extracomment>
+        <translation>Abb&amp;rechen</translation>
+    </message>
+    <message>
+        <source>Buttons</source>
+        <extracomment>data/core/layout/rows/device.xml</extracomment>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Shows its calibration below</source>
+        <extracomment>data/core/layout/rows/device_control.xml</extracomment>
+        <translation>Zeigt unten seine Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <extracomment>data/core/layout/rows/device_control.xml</extracomment>
+        <translation>Wert</translation>
+    </message>
+    <message>
         <source>&amp;Reset this group</source>
         <extracomment>data/core/layout/rows/group.xml</extracomment>
         <translation>Diese Gruppe &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Control and value</source>
+        <extracomment>data/core/layout/rows/input.xml</extracomment>
+        <translation>Bedienelement und Wert</translation>
+    </message>
+    <message>
+        <source>Above what the control gives, below and as a number what the input makes of it</source>
+        <extracomment>data/core/layout/rows/input.xml</extracomment>
+        <translation>Oben, was das Bedienelement liefert, unten und als Zahl, was die Eingabe daraus macht</translation>
+    </message>
+    <message>
+        <source>Pr&amp;ofile</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Pr&amp;ofil</translation>
+    </message>
+    <message>
+        <source>Sets of values kept under a name</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Werte, die unter einem Namen aufgehoben sind</translation>
+    </message>
+    <message>
+        <source>S&amp;ave</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Spei&amp;chern</translation>
+    </message>
+    <message>
+        <source>Saves the values under the name of this profile</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Speichert die Werte unter dem Namen dieses Profils</translation>
+    </message>
+    <message>
+        <source>&amp;More</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>&amp;Mehr</translation>
+    </message>
+    <message>
+        <source>All that can be done with profiles</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Alles, was sich mit Profilen tun lässt</translation>
+    </message>
+    <message>
+        <source>&amp;Rename...</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Um&amp;benennen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Import...</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>&amp;Importieren ...</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>&amp;Exportieren ...</translation>
+    </message>
+    <message>
+        <source>&amp;Factory settings</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>&amp;Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>Use for &amp;new rigs</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Für &amp;neue Rigs verwenden</translation>
+    </message>
+    <message>
+        <source>Reset all &amp;values</source>
+        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
+        <translation>Alle Werte &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Ride</source>
+        <extracomment>src/app/makemodels/Examples.cpp</extracomment>
+        <translation>Fahrt</translation>
+    </message>
+    <message>
+        <source>Walls</source>
+        <extracomment>src/app/makemodels/Examples.cpp</extracomment>
+        <translation>Wände</translation>
     </message>
     <message>
         <source>Change range and rate</source>
@@ -859,14 +1274,29 @@
         <translation>Szenen (*.glb *.gltf)</translation>
     </message>
     <message>
-        <source>Autosave</source>
-        <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>Automatische Sicherung</translation>
+        <source>%1 more stand in the log.</source>
+        <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 weitere stehen im Protokoll.</translation>
     </message>
     <message>
-        <source>%1 more stand in the log.</source>
+        <source>That</source>
+        <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Das</translation>
+    </message>
+    <message>
+        <source>%1 is not there.</source>
         <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>%1 weitere stehen im Protokoll.</translation>
+        <translation>%1 ist nicht da.</translation>
+    </message>
+    <message>
+        <source>A take or resimulation runs. Stop it first.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
+    </message>
+    <message>
+        <source>%1 has to wait: a take or resimulation runs. Stop it first.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>%1 muss warten: Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
     </message>
     <message>
         <source>New scene</source>
@@ -899,9 +1329,14 @@
         <translation>Änderungen an %1 speichern?</translation>
     </message>
     <message>
-        <source>%1 was not saved when the program ended.</source>
+        <source>%1 was not saved when the program ended. It was kept on %2.</source>
         <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>%1 war nicht gespeichert, als das Programm endete.</translation>
+        <translation>%1 war nicht gespeichert, als das Programm endete. Aufgehoben wurde es am %2.</translation>
+    </message>
+    <message>
+        <source>A take of %1 s had been recorded on it.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ein Take von %1 s war darauf aufgenommen.</translation>
     </message>
     <message>
         <source>A take of %1 s was running.</source>
@@ -909,9 +1344,14 @@
         <translation>Ein Take von %1 s lief gerade.</translation>
     </message>
     <message>
-        <source>Open what there is of it? No removes it for good.</source>
+        <source>The file itself was written later: %1</source>
         <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>Öffnen, was davon da ist? Nein entfernt es endgültig.</translation>
+        <translation>Die Datei selbst wurde später geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Yes opens what there is of it, No removes it for good, Cancel asks again at the next start.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
     </message>
     <message>
         <source>Recovery</source>
@@ -922,6 +1362,16 @@
         <source>Export for delivery</source>
         <extracomment>src/app/studio/StudioExports.cpp</extracomment>
         <translation>Zur Auslieferung exportieren</translation>
+    </message>
+    <message>
+        <source>Writing %1...</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>%1 wird geschrieben ...</translation>
+    </message>
+    <message>
+        <source>%1 was written.</source>
+        <extracomment>src/app/studio/StudioExports.cpp; src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 wurde geschrieben.</translation>
     </message>
     <message>
         <source>Export poses</source>
@@ -952,6 +1402,176 @@
         <source>the picture could not be made</source>
         <extracomment>src/app/studio/StudioExports.cpp</extracomment>
         <translation>das Bild konnte nicht erzeugt werden</translation>
+    </message>
+    <message>
+        <source>Examples</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Beispiele</translation>
+    </message>
+    <message>
+        <source>the example can't be unpacked there</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>das Beispiel kann dort nicht entpackt werden</translation>
+    </message>
+    <message>
+        <source>see that the disk has room</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>sorgen Sie dafür, dass der Datenträger Platz hat</translation>
+    </message>
+    <message>
+        <source>Saved, with rigs that can't be performed: %1. %2</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Gespeichert, mit Rigs, die nicht ausgeführt werden können: %1. %2</translation>
+    </message>
+    <message>
+        <source>Newer versions</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Neuere Versionen</translation>
+    </message>
+    <message>
+        <source>May the program ask a server for newer versions once a week? It sends its version and the kind of this computer, and nothing else. The preferences change the answer at any time.</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Darf das Programm einmal in der Woche einen Server nach neueren Versionen fragen? Es sendet seine Version und die Art dieses Rechners, sonst nichts. In den Einstellungen lässt sich die Antwort jederzeit ändern.</translation>
+    </message>
+    <message>
+        <source>The check for newer versions is switched off. Switch it on, and look now?</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Die Suche nach neueren Versionen ist ausgeschaltet. Einschalten und jetzt nachsehen?</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version...</source>
+        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>Eine neuere Version wird gesucht ...</translation>
+    </message>
+    <message>
+        <source>%1 was not opened: there is one scene at a time. Import a model from the File menu brings it into the open scene.</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 wurde nicht geöffnet: Es gibt nur eine Szene zur Zeit. Modell importieren im Menü Datei bringt es in die offene Szene.</translation>
+    </message>
+    <message>
+        <source>Models (%1)</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>Modelle (%1)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Reading %1...</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 wird gelesen ...</translation>
+    </message>
+    <message>
+        <source>%1 is in the scene.</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 ist in der Szene.</translation>
+    </message>
+    <message>
+        <source>%1 is in the scene: %2.</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 ist in der Szene: %2.</translation>
+    </message>
+    <message>
+        <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>%1; Knoten: %2, Netze: %3, Dreiecke: %4</translation>
+    </message>
+    <message>
+        <source>Both are what the file tells.</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>Beides sagt die Datei.</translation>
+    </message>
+    <message>
+        <source>The unit is what the file tells, up is a guess.</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>Die Einheit sagt die Datei, oben ist geraten.</translation>
+    </message>
+    <message>
+        <source>Up is what the file tells, the unit is a guess.</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>Oben sagt die Datei, die Einheit ist geraten.</translation>
+    </message>
+    <message>
+        <source>Both are guesses: the file tells neither. Look at the size.</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>Beides ist geraten: Die Datei sagt keines. Sehen Sie sich die Größe an.</translation>
+    </message>
+    <message>
+        <source>There is no mesh in it, and so no size to see.</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>Es enthält kein Netz, deshalb ist keine Größe zu sehen.</translation>
+    </message>
+    <message>
+        <source>%1 m wide, %2 m high, %3 m deep</source>
+        <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
+        <translation>%1 m breit, %2 m hoch, %3 m tief</translation>
+    </message>
+    <message>
+        <source>Nodes</source>
+        <extracomment>src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>There is no picture.</source>
+        <extracomment>src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>Es gibt kein Bild.</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg)</source>
+        <extracomment>src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>Bilder (*.png *.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>%1 is no PNG and no JPEG.</source>
+        <extracomment>src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>%1 ist kein PNG und kein JPEG.</translation>
+    </message>
+    <message>
+        <source>Give it a title.</source>
+        <extracomment>src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>Geben Sie ihm einen Titel.</translation>
+    </message>
+    <message>
+        <source>Tick a rig or a node.</source>
+        <extracomment>src/app/studio/windows/MakeModelWindow.cpp</extracomment>
+        <translation>Setzen Sie das Häkchen eines Rigs oder eines Knotens.</translation>
+    </message>
+    <message>
+        <source>Rigs: %1. %2 nodes, %3 x %4 x %5 m.</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>Rigs: %1. %2 Knoten, %3 x %4 x %5 m.</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>A take comes along.</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>Ein Take kommt mit.</translation>
+    </message>
+    <message>
+        <source>Pre-rigged models (*.prm)</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>Vorgeriggte Modelle (*.prm)</translation>
+    </message>
+    <message>
+        <source>Choose a model first.</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Modell.</translation>
+    </message>
+    <message>
+        <source>A pre-rigged model</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>Ein vorgeriggtes Modell</translation>
+    </message>
+    <message>
+        <source>No picture</source>
+        <extracomment>src/app/studio/windows/PictureView.cpp</extracomment>
+        <translation>Kein Bild</translation>
     </message>
     <message>
         <source>Load profile</source>
@@ -1469,6 +2089,101 @@
         <translation>Version %1</translation>
     </message>
     <message>
+        <source>Not calibrated</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Nicht kalibriert</translation>
+    </message>
+    <message>
+        <source>Rests at %1, full at %2</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Ruht bei %1, voll bei %2</translation>
+    </message>
+    <message>
+        <source>Centre at %1, ends at %2 and %3</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Mitte bei %1, Enden bei %2 und %3</translation>
+    </message>
+    <message>
+        <source>Then press Next.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Drücken Sie dann Weiter.</translation>
+    </message>
+    <message>
+        <source>%1 is not there. Plug it in.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp; src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>%1 ist nicht da. Schließen Sie es an.</translation>
+    </message>
+    <message>
+        <source>Choose a control first.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Bedienelement.</translation>
+    </message>
+    <message>
+        <source>Only an axis or a slider can be calibrated.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Nur eine Achse oder ein Schieber kann kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>This may be any device. Map the input to a control of one first.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Das kann jedes Gerät sein. Ordnen Sie die Eingabe zuerst dem Bedienelement eines Geräts zu.</translation>
+    </message>
+    <message>
+        <source>A take runs. Stop it first.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp; src/core/windows/MainWindow.cpp</extracomment>
+        <translation>Ein Take läuft. Beenden Sie ihn zuerst.</translation>
+    </message>
+    <message>
+        <source>It is not calibrated.</source>
+        <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Es ist nicht kalibriert.</translation>
+    </message>
+    <message>
+        <source>Any device</source>
+        <extracomment>src/core/windows/ControlWords.cpp</extracomment>
+        <translation>Irgendein Gerät</translation>
+    </message>
+    <message>
+        <source>%1 (not there)</source>
+        <extracomment>src/core/windows/ControlWords.cpp</extracomment>
+        <translation>%1 (nicht da)</translation>
+    </message>
+    <message>
+        <source>Not mapped</source>
+        <extracomment>src/core/windows/ControlWords.cpp</extracomment>
+        <translation>Nicht zugeordnet</translation>
+    </message>
+    <message>
+        <source>No device is there. Plug in a pad or a wheel.</source>
+        <extracomment>src/core/windows/DevicesWindow.cpp; src/core/windows/MainWindowDevices.cpp</extracomment>
+        <translation>Kein Gerät ist da. Schließen Sie ein Gamepad oder ein Lenkrad an.</translation>
+    </message>
+    <message>
+        <source>Move a control to see it. The grey band is where it was in the last second. Choose an axis to calibrate it.</source>
+        <extracomment>src/core/windows/DevicesWindow.cpp</extracomment>
+        <translation>Bewegen Sie ein Bedienelement, um es zu sehen. Das graue Band zeigt, wo es in der letzten Sekunde war. Wählen Sie eine Achse, um sie zu kalibrieren.</translation>
+    </message>
+    <message>
+        <source>calibrated</source>
+        <extracomment>src/core/windows/DevicesWindow.cpp</extracomment>
+        <translation>kalibriert</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <extracomment>src/core/windows/DevicesWindow.cpp</extracomment>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 is not there, or lacks the control. Mapped to it: %2.</source>
+        <extracomment>src/core/windows/DevicesWindow.cpp</extracomment>
+        <translation>%1 ist nicht da, oder ihm fehlt das Bedienelement. Ihm zugeordnet: %2.</translation>
+    </message>
+    <message>
+        <source>No control is chosen</source>
+        <extracomment>src/core/windows/DevicesWindow.cpp</extracomment>
+        <translation>Kein Bedienelement ist gewählt</translation>
+    </message>
+    <message>
         <source>%1 takes the size and place of your car and carries it from then on. Which nodes are its body and its wheels?</source>
         <extracomment>src/core/windows/FitCarWindow.cpp</extracomment>
         <translation>%1 übernimmt Größe und Ort Ihres Autos und trägt es von da an. Welche Knoten sind seine Karosserie und seine Räder?</translation>
@@ -1509,6 +2224,71 @@
         <translation>zu jeder anderen Zeit</translation>
     </message>
     <message>
+        <source>This rig has no inputs.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>Dieses Rig hat keine Eingaben.</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>Eingaben von %1</translation>
+    </message>
+    <message>
+        <source>A resimulation runs, which feeds the inputs. Stop it first.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>Eine neue Simulation läuft und speist die Eingaben. Beenden Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>A control is looked for. Cancel that first.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>Ein Bedienelement wird gesucht. Brechen Sie das zuerst ab.</translation>
+    </message>
+    <message>
+        <source>This input takes a single button.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>Diese Eingabe nimmt eine einzelne Taste.</translation>
+    </message>
+    <message>
+        <source>It is not mapped.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>Sie ist nicht zugeordnet.</translation>
+    </message>
+    <message>
+        <source>Found %1.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp; src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>%1 gefunden.</translation>
+    </message>
+    <message>
+        <source>%1: %2 Escape cancels.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp</extracomment>
+        <translation>%1: %2 Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>Nothing has changed.</source>
+        <extracomment>src/core/windows/InputConfigWindow.cpp; src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>Nichts hat sich geändert.</translation>
+    </message>
+    <message>
+        <source>%1 feeds %2 as well.</source>
+        <extracomment>src/core/windows/InputRows.cpp</extracomment>
+        <translation>%1 speist auch %2.</translation>
+    </message>
+    <message>
+        <source>%1 feeds %2 of %3 as well.</source>
+        <extracomment>src/core/windows/InputRows.cpp</extracomment>
+        <translation>%1 speist auch %2 von %3.</translation>
+    </message>
+    <message>
+        <source>It covers all tools.</source>
+        <extracomment>src/core/windows/LicenceWindow.cpp</extracomment>
+        <translation>Sie gilt für alle Werkzeuge.</translation>
+    </message>
+    <message>
+        <source>Rigs of these tools open, show, export and save, and can't be made or performed: %1.</source>
+        <extracomment>src/core/windows/LicenceWindow.cpp</extracomment>
+        <translation>Rigs dieser Werkzeuge lassen sich öffnen, zeigen, exportieren und speichern, aber nicht erzeugen oder ausführen: %1.</translation>
+    </message>
+    <message>
         <source>%1 of %2 lines</source>
         <extracomment>src/core/windows/LogWindow.cpp</extracomment>
         <translation>%1 von %2 Zeilen</translation>
@@ -1519,19 +2299,14 @@
         <translation>Eine neue Simulation läuft. Beenden Sie sie zuerst.</translation>
     </message>
     <message>
-        <source>A take runs. Stop it first.</source>
-        <extracomment>src/core/windows/MainWindow.cpp</extracomment>
-        <translation>Ein Take läuft. Beenden Sie ihn zuerst.</translation>
-    </message>
-    <message>
-        <source>No device is there. Plug in a pad or a wheel.</source>
-        <extracomment>src/core/windows/MainWindowDevices.cpp</extracomment>
-        <translation>Kein Gerät ist da. Schließen Sie ein Gamepad oder ein Lenkrad an.</translation>
-    </message>
-    <message>
         <source>%1 So are %2 more inputs.</source>
         <extracomment>src/core/windows/MainWindowDevices.cpp</extracomment>
         <translation>%1 Ebenso %2 weitere Eingaben.</translation>
+    </message>
+    <message>
+        <source>What to do first</source>
+        <extracomment>src/core/windows/MainWindowDock.cpp</extracomment>
+        <translation>Was zuerst zu tun ist</translation>
     </message>
     <message>
         <source>Select a rig to see its parameters.</source>
@@ -1547,6 +2322,21 @@
         <source>Back into this window</source>
         <extracomment>src/core/windows/MainWindowDock.cpp</extracomment>
         <translation>Zurück in dieses Fenster</translation>
+    </message>
+    <message>
+        <source>The check for newer versions failed: %1</source>
+        <extracomment>src/core/windows/MainWindowNotice.cpp</extracomment>
+        <translation>Die Suche nach neueren Versionen ist fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>This is the newest version: %1.</source>
+        <extracomment>src/core/windows/MainWindowNotice.cpp</extracomment>
+        <translation>Das ist die neueste Version: %1.</translation>
+    </message>
+    <message>
+        <source>Version %1 is there; this is %2.</source>
+        <extracomment>src/core/windows/MainWindowNotice.cpp</extracomment>
+        <translation>Version %1 ist da; dies ist %2.</translation>
     </message>
     <message>
         <source>Select a node in the scene first.</source>
@@ -1744,9 +2534,19 @@
         <translation>Dieses Werkzeug braucht eine Lizenz mit dem Merkmal „%1“.</translation>
     </message>
     <message>
+        <source>Point at a tool, or choose one with the arrow keys, to see what it does.</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>Zeigen Sie auf ein Werkzeug, oder wählen Sie eines mit den Pfeiltasten, um zu sehen, was es tut.</translation>
+    </message>
+    <message>
         <source>By %1</source>
         <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
         <translation>Von %1</translation>
+    </message>
+    <message>
+        <source>Choose a tool first.</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Werkzeug.</translation>
     </message>
     <message>
         <source>%1 could not be created; the log tells why.</source>
@@ -1954,54 +2754,99 @@
         <translation>Einen Server wöchentlich nach neueren Versionen fragen</translation>
     </message>
     <message>
-        <source>%1 and %2 more</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
-        <translation>%1 und %2 weitere</translation>
+        <source>%1 (changed)</source>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
+        <translation>%1 (geändert)</translation>
     </message>
     <message>
         <source>This profile can't be saved over. Save it under another name.</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Dieses Profil kann nicht überschrieben werden. Speichern Sie es unter einem anderen Namen.</translation>
     </message>
     <message>
+        <source>Choose a profile first, or save under another name.</source>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Profil, oder speichern Sie unter einem anderen Namen.</translation>
+    </message>
+    <message>
+        <source>Choose a profile first.</source>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Profil.</translation>
+    </message>
+    <message>
+        <source>This profile comes with the program.</source>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
+        <translation>Dieses Profil kommt mit dem Programm.</translation>
+    </message>
+    <message>
         <source>Profiles</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Profile</translation>
     </message>
     <message>
         <source>Save profile</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Profil speichern</translation>
     </message>
     <message>
         <source>Name:</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Name:</translation>
     </message>
     <message>
         <source>Rename profile</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Profil umbenennen</translation>
     </message>
     <message>
+        <source>Profiles (%1)</source>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
+        <translation>Profile (%1)</translation>
+    </message>
+    <message>
         <source>Import profiles</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Profile importieren</translation>
     </message>
     <message>
-        <source>Profiles (*.ocp *.xml)</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
-        <translation>Profile (*.ocp *.xml)</translation>
-    </message>
-    <message>
         <source>Export profile</source>
-        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <extracomment>src/core/windows/ProfileRow.cpp</extracomment>
         <translation>Profil exportieren</translation>
     </message>
     <message>
-        <source>Profiles (*.ocp)</source>
+        <source>control</source>
+        <extracomment>src/core/windows/ResponseEditor.cpp</extracomment>
+        <translation>Bedienelement</translation>
+    </message>
+    <message>
+        <source>input</source>
+        <extracomment>src/core/windows/ResponseEditor.cpp</extracomment>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Dead zone</source>
+        <extracomment>src/core/windows/ResponseEditor.cpp</extracomment>
+        <translation>Totzone</translation>
+    </message>
+    <message>
+        <source>Exponent</source>
+        <extracomment>src/core/windows/ResponseEditor.cpp</extracomment>
+        <translation>Exponent</translation>
+    </message>
+    <message>
+        <source>Multiplier</source>
+        <extracomment>src/core/windows/ResponseEditor.cpp; 4WheelerExt</extracomment>
+        <translation>Faktor</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <extracomment>src/core/windows/ResponseEditor.cpp</extracomment>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
         <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
-        <translation>Profile (*.ocp)</translation>
+        <translation>%1 und %2 weitere</translation>
     </message>
     <message>
         <source>Reset</source>
@@ -2114,11 +2959,6 @@
         <translation>Die Mitte (%1) liegt nicht zwischen den Enden (%2 und %3).</translation>
     </message>
     <message>
-        <source>%1 is not there. Plug it in.</source>
-        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
-        <translation>%1 ist nicht da. Schließen Sie es an.</translation>
-    </message>
-    <message>
         <source>%1 has told nothing yet. Move it once and let it go.</source>
         <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
         <translation>%1 hat noch nichts gemeldet. Bewegen Sie es einmal, und lassen Sie es los.</translation>
@@ -2177,16 +3017,6 @@
         <source>Found %1 and %2.</source>
         <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
         <translation>%1 und %2 gefunden.</translation>
-    </message>
-    <message>
-        <source>Found %1.</source>
-        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
-        <translation>%1 gefunden.</translation>
-    </message>
-    <message>
-        <source>Nothing has changed.</source>
-        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
-        <translation>Nichts hat sich geändert.</translation>
     </message>
     <message>
         <source>Orvel MotionFilterCam</source>
@@ -2819,11 +3649,6 @@
         <translation>Geschwindigkeit, mit der ein erster Take beginnt.</translation>
     </message>
     <message>
-        <source>Multiplier</source>
-        <extracomment>4WheelerExt</extracomment>
-        <translation>Faktor</translation>
-    </message>
-    <message>
         <source>Turns scene units a second into the unit of the gauges: 3.6 is km/h.</source>
         <extracomment>4WheelerExt: Multiplier</extracomment>
         <translation>Rechnet Szeneneinheiten je Sekunde in die Einheit der Anzeigen um: 3,6 ergibt km/h.</translation>
@@ -3196,7 +4021,7 @@
     <message>
         <source>Move WheelCenterMesh to ground hit point</source>
         <extracomment>4WheelerExt</extracomment>
-        <translation>WheelCenterMesh auf den Bodenkontakt setzen</translation>
+        <translation>WheelCenterMesh auf Bodenkontakt setzen</translation>
     </message>
     <message>
         <source>The wheel centers stand where the tires touch the ground.</source>
@@ -3206,7 +4031,7 @@
     <message>
         <source>Align WheelCenterMesh to ground incline</source>
         <extracomment>4WheelerExt</extracomment>
-        <translation>WheelCenterMesh nach der Bodenneigung ausrichten</translation>
+        <translation>WheelCenterMesh mit dem Boden neigen</translation>
     </message>
     <message>
         <source>The wheel centers stand upright on the ground.</source>
@@ -5239,6 +6064,26 @@
         <translation>Tempo (Schneller/Langsamer)</translation>
     </message>
     <message>
+        <source>Autosave</source>
+        <translation type="vanished">Automatische Sicherung</translation>
+    </message>
+    <message>
+        <source>%1 was not saved when the program ended.</source>
+        <translation type="vanished">%1 war nicht gespeichert, als das Programm endete.</translation>
+    </message>
+    <message>
+        <source>Open what there is of it? No removes it for good.</source>
+        <translation type="vanished">Öffnen, was davon da ist? Nein entfernt es endgültig.</translation>
+    </message>
+    <message>
+        <source>Profiles (*.ocp *.xml)</source>
+        <translation type="vanished">Profile (*.ocp *.xml)</translation>
+    </message>
+    <message>
+        <source>Profiles (*.ocp)</source>
+        <translation type="vanished">Profile (*.ocp)</translation>
+    </message>
+    <message>
         <source>fps</source>
         <translation type="vanished">B/s</translation>
     </message>
@@ -5255,684 +6100,44 @@
         <translation type="vanished">Die Mitte (%1) und das obere Ende (%2) liegen zu dicht beieinander: Sie müssen %3 auseinanderliegen.</translation>
     </message>
     <message>
-        <source>Calibration</source>
-        <translation type="vanished">Kalibrierung</translation>
-    </message>
-    <message>
-        <source>Inputs</source>
-        <translation type="vanished">Eingaben</translation>
-    </message>
-    <message>
-        <source>All devices that are there, each with every control</source>
-        <translation type="vanished">Alle Geräte, die da sind, jedes mit allen Bedienelementen</translation>
-    </message>
-    <message>
-        <source>Press no&amp;w!</source>
-        <translation type="vanished">&amp;Jetzt bewegen!</translation>
-    </message>
-    <message>
-        <source>Waits until you move a control, and maps the input to it</source>
-        <translation type="vanished">Wartet, bis Sie ein Bedienelement bewegen, und ordnet ihm die Eingabe zu</translation>
-    </message>
-    <message>
-        <source>&amp;Two controls...</source>
-        <translation type="vanished">Z&amp;wei Bedienelemente ...</translation>
-    </message>
-    <message>
-        <source>Asks for two controls: one that counts positive, and one that counts negative</source>
-        <translation type="vanished">Fragt nach zwei Bedienelementen: einem, das positiv zählt, und einem, das negativ zählt</translation>
-    </message>
-    <message>
-        <source>Unm&amp;ap</source>
-        <translation type="vanished">&amp;Trennen</translation>
-    </message>
-    <message>
-        <source>Response curve</source>
-        <translation type="vanished">Antwortkurve</translation>
-    </message>
-    <message>
-        <source>What the input gives for each place of the control. Drag the squares, or choose one by Page Up and Page Down and move it by the arrow keys.</source>
-        <translation type="vanished">Was die Eingabe für jede Stellung des Bedienelements liefert. Ziehen Sie die Quadrate, oder wählen Sie eines mit Bild auf und Bild ab und bewegen Sie es mit den Pfeiltasten.</translation>
-    </message>
-    <message>
-        <source>Dead &amp;zone</source>
-        <translation type="vanished">T&amp;otzone</translation>
-    </message>
-    <message>
-        <source>How far the control may move before anything happens</source>
-        <translation type="vanished">Wie weit sich das Bedienelement bewegen darf, bevor etwas geschieht</translation>
-    </message>
-    <message>
-        <source>&amp;Exponent</source>
-        <translation type="vanished">&amp;Exponent</translation>
-    </message>
-    <message>
-        <source>1 is a straight line; more makes the middle finer</source>
-        <translation type="vanished">1 ist eine gerade Linie; mehr macht die Mitte feiner</translation>
-    </message>
-    <message>
-        <source>M&amp;ultiplier</source>
-        <translation type="vanished">&amp;Faktor</translation>
-    </message>
-    <message>
-        <source>What the input gives at the control's end</source>
-        <translation type="vanished">Was die Eingabe am Ende des Bedienelements liefert</translation>
-    </message>
-    <message>
-        <source>&amp;Offset</source>
-        <translation type="vanished">&amp;Versatz</translation>
-    </message>
-    <message>
-        <source>Is added last; what the input gives when nothing is moved</source>
-        <translation type="vanished">Wird zuletzt addiert; was die Eingabe liefert, wenn nichts bewegt wird</translation>
-    </message>
-    <message>
-        <source>&amp;Inverted</source>
-        <translation type="vanished">&amp;Umgekehrt</translation>
-    </message>
-    <message>
-        <source>Turns the sign of the multiplier</source>
-        <translation type="vanished">Kehrt das Vorzeichen des Faktors um</translation>
-    </message>
-    <message>
-        <source>Control to be calibrated</source>
-        <translation type="vanished">Bedienelement, das kalibriert wird</translation>
-    </message>
-    <message>
-        <source>Pedal or tri&amp;gger...</source>
-        <translation type="vanished">&amp;Pedal oder Abzug ...</translation>
-    </message>
-    <message>
-        <source>Measures where it rests and where it is full, so that it gives 0 to 1</source>
-        <translation type="vanished">Misst, wo es ruht und wo es voll ist, sodass es 0 bis 1 liefert</translation>
-    </message>
-    <message>
-        <source>A&amp;xis...</source>
-        <translation type="vanished">Ac&amp;hse ...</translation>
-    </message>
-    <message>
-        <source>Measures the centre and both ends, so that it gives -1 to 1</source>
-        <translation type="vanished">Misst die Mitte und beide Enden, sodass es -1 bis 1 liefert</translation>
-    </message>
-    <message>
-        <source>&amp;Forget</source>
-        <translation type="vanished">Verge&amp;ssen</translation>
-    </message>
-    <message>
-        <source>Takes the control's values as the device gives them</source>
-        <translation type="vanished">Nimmt die Werte des Bedienelements, wie das Gerät sie liefert</translation>
-    </message>
-    <message>
-        <source>&amp;Next</source>
-        <translation type="vanished">&amp;Weiter</translation>
-    </message>
-    <message>
-        <source>Cance&amp;l</source>
-        <translation type="vanished">Abb&amp;rechen</translation>
-    </message>
-    <message>
-        <source>Buttons</source>
-        <translation type="vanished">Tasten</translation>
-    </message>
-    <message>
-        <source>Shows its calibration below</source>
-        <translation type="vanished">Zeigt unten seine Kalibrierung</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation type="vanished">Wert</translation>
-    </message>
-    <message>
-        <source>Control and value</source>
-        <translation type="vanished">Bedienelement und Wert</translation>
-    </message>
-    <message>
-        <source>Above what the control gives, below and as a number what the input makes of it</source>
-        <translation type="vanished">Oben, was das Bedienelement liefert, unten und als Zahl, was die Eingabe daraus macht</translation>
-    </message>
-    <message>
         <source>&amp;Profile</source>
         <translation type="vanished">Pro&amp;fil</translation>
-    </message>
-    <message>
-        <source>Not calibrated</source>
-        <translation type="vanished">Nicht kalibriert</translation>
-    </message>
-    <message>
-        <source>Rests at %1, full at %2</source>
-        <translation type="vanished">Ruht bei %1, voll bei %2</translation>
-    </message>
-    <message>
-        <source>Centre at %1, ends at %2 and %3</source>
-        <translation type="vanished">Mitte bei %1, Enden bei %2 und %3</translation>
-    </message>
-    <message>
-        <source>Then press Next.</source>
-        <translation type="vanished">Drücken Sie dann Weiter.</translation>
-    </message>
-    <message>
-        <source>Choose a control first.</source>
-        <translation type="vanished">Wählen Sie zuerst ein Bedienelement.</translation>
-    </message>
-    <message>
-        <source>Only an axis or a slider can be calibrated.</source>
-        <translation type="vanished">Nur eine Achse oder ein Schieber kann kalibriert werden.</translation>
-    </message>
-    <message>
-        <source>This may be any device. Map the input to a control of one first.</source>
-        <translation type="vanished">Das kann jedes Gerät sein. Ordnen Sie die Eingabe zuerst dem Bedienelement eines Geräts zu.</translation>
-    </message>
-    <message>
-        <source>It is not calibrated.</source>
-        <translation type="vanished">Es ist nicht kalibriert.</translation>
-    </message>
-    <message>
-        <source>Any device</source>
-        <translation type="vanished">Irgendein Gerät</translation>
-    </message>
-    <message>
-        <source>%1 (not there)</source>
-        <translation type="vanished">%1 (nicht da)</translation>
-    </message>
-    <message>
-        <source>Not mapped</source>
-        <translation type="vanished">Nicht zugeordnet</translation>
     </message>
     <message>
         <source>%1 up, %2 down</source>
         <translation type="vanished">%1 auf, %2 ab</translation>
     </message>
     <message>
-        <source>Move a control to see it. The grey band is where it was in the last second. Choose an axis to calibrate it.</source>
-        <translation type="vanished">Bewegen Sie ein Bedienelement, um es zu sehen. Das graue Band zeigt, wo es in der letzten Sekunde war. Wählen Sie eine Achse, um sie zu kalibrieren.</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation type="vanished">%1 von %2</translation>
-    </message>
-    <message>
-        <source>%1 is not there, or lacks the control. Mapped to it: %2.</source>
-        <translation type="vanished">%1 ist nicht da, oder ihm fehlt das Bedienelement. Ihm zugeordnet: %2.</translation>
-    </message>
-    <message>
-        <source>No control is chosen</source>
-        <translation type="vanished">Kein Bedienelement ist gewählt</translation>
-    </message>
-    <message>
-        <source>This rig has no inputs.</source>
-        <translation type="vanished">Dieses Rig hat keine Eingaben.</translation>
-    </message>
-    <message>
-        <source>Inputs of %1</source>
-        <translation type="vanished">Eingaben von %1</translation>
-    </message>
-    <message>
-        <source>A resimulation runs, which feeds the inputs. Stop it first.</source>
-        <translation type="vanished">Eine neue Simulation läuft und speist die Eingaben. Beenden Sie sie zuerst.</translation>
-    </message>
-    <message>
-        <source>A control is looked for. Cancel that first.</source>
-        <translation type="vanished">Ein Bedienelement wird gesucht. Brechen Sie das zuerst ab.</translation>
-    </message>
-    <message>
-        <source>This input takes a single button.</source>
-        <translation type="vanished">Diese Eingabe nimmt eine einzelne Taste.</translation>
-    </message>
-    <message>
-        <source>It is not mapped.</source>
-        <translation type="vanished">Sie ist nicht zugeordnet.</translation>
-    </message>
-    <message>
         <source>Move what is to feed %1. Escape cancels.</source>
         <translation type="vanished">Bewegen Sie, was %1 speisen soll. Esc bricht ab.</translation>
-    </message>
-    <message>
-        <source>%1 feeds %2 as well.</source>
-        <translation type="vanished">%1 speist auch %2.</translation>
-    </message>
-    <message>
-        <source>%1 feeds %2 of %3 as well.</source>
-        <translation type="vanished">%1 speist auch %2 von %3.</translation>
-    </message>
-    <message>
-        <source>Choose a profile first, or save under another name.</source>
-        <translation type="vanished">Wählen Sie zuerst ein Profil, oder speichern Sie unter einem anderen Namen.</translation>
-    </message>
-    <message>
-        <source>Choose a profile first.</source>
-        <translation type="vanished">Wählen Sie zuerst ein Profil.</translation>
-    </message>
-    <message>
-        <source>This profile comes with the program.</source>
-        <translation type="vanished">Dieses Profil kommt mit dem Programm.</translation>
-    </message>
-    <message>
-        <source>Profiles (%1)</source>
-        <translation type="vanished">Profile (%1)</translation>
-    </message>
-    <message>
-        <source>control</source>
-        <translation type="vanished">Bedienelement</translation>
-    </message>
-    <message>
-        <source>input</source>
-        <translation type="vanished">Eingabe</translation>
-    </message>
-    <message>
-        <source>Dead zone</source>
-        <translation type="vanished">Totzone</translation>
-    </message>
-    <message>
-        <source>Exponent</source>
-        <translation type="vanished">Exponent</translation>
-    </message>
-    <message>
-        <source>Offset</source>
-        <translation type="vanished">Versatz</translation>
-    </message>
-    <message>
-        <source>Help</source>
-        <translation type="vanished">Hilfe</translation>
-    </message>
-    <message>
-        <source>Pages</source>
-        <translation type="vanished">Seiten</translation>
-    </message>
-    <message>
-        <source>Page</source>
-        <translation type="vanished">Seite</translation>
-    </message>
-    <message>
-        <source>Import a model</source>
-        <translation type="vanished">Modell importieren</translation>
-    </message>
-    <message>
-        <source>A &amp;unit is</source>
-        <translation type="vanished">Eine &amp;Einheit ist</translation>
-    </message>
-    <message>
-        <source>1 metre</source>
-        <translation type="vanished">1 Meter</translation>
-    </message>
-    <message>
-        <source>1 centimetre</source>
-        <translation type="vanished">1 Zentimeter</translation>
-    </message>
-    <message>
-        <source>1 millimetre</source>
-        <translation type="vanished">1 Millimeter</translation>
-    </message>
-    <message>
-        <source>1 inch</source>
-        <translation type="vanished">1 Zoll</translation>
-    </message>
-    <message>
-        <source>1 foot</source>
-        <translation type="vanished">1 Fuß</translation>
-    </message>
-    <message>
-        <source>another length</source>
-        <translation type="vanished">eine andere Länge</translation>
-    </message>
-    <message>
-        <source>Metres in a unit</source>
-        <translation type="vanished">Meter in einer Einheit</translation>
-    </message>
-    <message>
-        <source>U&amp;p is</source>
-        <translation type="vanished">&amp;Oben ist</translation>
-    </message>
-    <message>
-        <source>In the scene</source>
-        <translation type="vanished">In der Szene</translation>
-    </message>
-    <message>
-        <source>&amp;Import</source>
-        <translation type="vanished">&amp;Importieren</translation>
-    </message>
-    <message>
-        <source>Licence</source>
-        <translation type="vanished">Lizenz</translation>
-    </message>
-    <message>
-        <source>Licensee</source>
-        <translation type="vanished">Lizenznehmer</translation>
-    </message>
-    <message>
-        <source>Number</source>
-        <translation type="vanished">Nummer</translation>
-    </message>
-    <message>
-        <source>Valid until</source>
-        <translation type="vanished">Gültig bis</translation>
-    </message>
-    <message>
-        <source>Features</source>
-        <translation type="vanished">Merkmale</translation>
-    </message>
-    <message>
-        <source>Its file</source>
-        <translation type="vanished">Ihre Datei</translation>
-    </message>
-    <message>
-        <source>File of the licence</source>
-        <translation type="vanished">Datei der Lizenz</translation>
-    </message>
-    <message>
-        <source>&amp;Read it again</source>
-        <translation type="vanished">&amp;Neu lesen</translation>
-    </message>
-    <message>
-        <source>For when another file has been put there</source>
-        <translation type="vanished">Falls eine andere Datei dorthin gelegt wurde</translation>
-    </message>
-    <message>
-        <source>&amp;Open its folder</source>
-        <translation type="vanished">&amp;Ordner öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Open its page</source>
-        <translation type="vanished">&amp;Webseite öffnen</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation type="vanished">Schließen</translation>
-    </message>
-    <message>
-        <source>Close the notice</source>
-        <translation type="vanished">Hinweis schließen</translation>
-    </message>
-    <message>
-        <source>Make a pre-rigged model</source>
-        <translation type="vanished">Vorgeriggtes Modell erstellen</translation>
-    </message>
-    <message>
-        <source>A pre-rigged model holds rigs and nodes, with all that stands below them, to be added to other scenes.</source>
-        <translation type="vanished">Ein vorgeriggtes Modell enthält Rigs und Knoten mit allem, was unter ihnen steht, um anderen Szenen hinzugefügt zu werden.</translation>
     </message>
     <message>
         <source>&amp;Made of</source>
         <translation type="vanished">&amp;Besteht aus</translation>
     </message>
     <message>
-        <source>Made of</source>
-        <translation type="vanished">Besteht aus</translation>
-    </message>
-    <message>
-        <source>&amp;Title</source>
-        <translation type="vanished">&amp;Titel</translation>
-    </message>
-    <message>
-        <source>Title</source>
-        <translation type="vanished">Titel</translation>
-    </message>
-    <message>
-        <source>What people call it</source>
-        <translation type="vanished">Wie man es nennt</translation>
-    </message>
-    <message>
-        <source>Te&amp;xt</source>
-        <translation type="vanished">Te&amp;xt</translation>
-    </message>
-    <message>
-        <source>Text</source>
-        <translation type="vanished">Text</translation>
-    </message>
-    <message>
-        <source>What it is and how to drive it</source>
-        <translation type="vanished">Was es ist und wie man es fährt</translation>
-    </message>
-    <message>
-        <source>Picture</source>
-        <translation type="vanished">Bild</translation>
-    </message>
-    <message>
-        <source>&amp;Picture...</source>
-        <translation type="vanished">B&amp;ild ...</translation>
-    </message>
-    <message>
-        <source>&amp;Without</source>
-        <translation type="vanished">&amp;Ohne</translation>
-    </message>
-    <message>
-        <source>&amp;Make...</source>
-        <translation type="vanished">&amp;Erstellen ...</translation>
-    </message>
-    <message>
-        <source>Pre-rigged models</source>
-        <translation type="vanished">Vorgeriggte Modelle</translation>
-    </message>
-    <message>
-        <source>Models</source>
-        <translation type="vanished">Modelle</translation>
-    </message>
-    <message>
-        <source>From a &amp;file...</source>
-        <translation type="vanished">Aus einer &amp;Datei ...</translation>
-    </message>
-    <message>
-        <source>&amp;Ground of its rigs</source>
-        <translation type="vanished">&amp;Boden seiner Rigs</translation>
-    </message>
-    <message>
-        <source>&amp;Add to the scene</source>
-        <translation type="vanished">Der Szene &amp;hinzufügen</translation>
-    </message>
-    <message>
-        <source>Ride</source>
-        <translation type="vanished">Fahrt</translation>
-    </message>
-    <message>
-        <source>Walls</source>
-        <translation type="vanished">Wände</translation>
-    </message>
-    <message>
-        <source>That</source>
-        <translation type="vanished">Das</translation>
-    </message>
-    <message>
-        <source>%1 is not there.</source>
-        <translation type="vanished">%1 ist nicht da.</translation>
-    </message>
-    <message>
-        <source>A take or resimulation runs. Stop it first.</source>
-        <translation type="vanished">Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
-    </message>
-    <message>
-        <source>%1 has to wait: a take or resimulation runs. Stop it first.</source>
-        <translation type="vanished">%1 muss warten: Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
-    </message>
-    <message>
-        <source>%1 was not saved when the program ended. It was kept on %2.</source>
-        <translation type="vanished">%1 war nicht gespeichert, als das Programm endete. Aufgehoben wurde es am %2.</translation>
-    </message>
-    <message>
-        <source>A take of %1 s had been recorded on it.</source>
-        <translation type="vanished">Ein Take von %1 s war darauf aufgenommen.</translation>
-    </message>
-    <message>
-        <source>The file itself was written later: %1</source>
-        <translation type="vanished">Die Datei selbst wurde später geschrieben: %1</translation>
-    </message>
-    <message>
-        <source>Yes opens what there is of it, No removes it for good, Cancel asks again at the next start.</source>
-        <translation type="vanished">Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
-    </message>
-    <message>
-        <source>Writing %1...</source>
-        <translation type="vanished">%1 wird geschrieben ...</translation>
-    </message>
-    <message>
-        <source>%1 was written.</source>
-        <translation type="vanished">%1 wurde geschrieben.</translation>
-    </message>
-    <message>
-        <source>Examples</source>
-        <translation type="vanished">Beispiele</translation>
-    </message>
-    <message>
-        <source>the example can't be unpacked there</source>
-        <translation type="vanished">das Beispiel kann dort nicht entpackt werden</translation>
-    </message>
-    <message>
-        <source>see that the disk has room</source>
-        <translation type="vanished">sorgen Sie dafür, dass der Datenträger Platz hat</translation>
-    </message>
-    <message>
-        <source>Newer versions</source>
-        <translation type="vanished">Neuere Versionen</translation>
-    </message>
-    <message>
-        <source>May the program ask a server for newer versions once a week? It sends its version and the kind of this computer, and nothing else. The preferences change the answer at any time.</source>
-        <translation type="vanished">Darf das Programm einmal in der Woche einen Server nach neueren Versionen fragen? Es sendet seine Version und die Art dieses Rechners, sonst nichts. In den Einstellungen lässt sich die Antwort jederzeit ändern.</translation>
-    </message>
-    <message>
-        <source>The check for newer versions is switched off. Switch it on, and look now?</source>
-        <translation type="vanished">Die Suche nach neueren Versionen ist ausgeschaltet. Einschalten und jetzt nachsehen?</translation>
-    </message>
-    <message>
-        <source>Looking for a newer version...</source>
-        <translation type="vanished">Eine neuere Version wird gesucht ...</translation>
-    </message>
-    <message>
-        <source>%1 was not opened: there is one scene at a time. Import a model from the File menu brings it into the open scene.</source>
-        <translation type="vanished">%1 wurde nicht geöffnet: Es gibt nur eine Szene zur Zeit. Modell importieren im Menü Datei bringt es in die offene Szene.</translation>
-    </message>
-    <message>
         <source>Bring in %1</source>
         <translation type="vanished">%1 hereinholen</translation>
     </message>
     <message>
-        <source>Models (%1)</source>
-        <translation type="vanished">Modelle (%1)</translation>
+        <source>Inputs and what they are mapped to</source>
+        <translation type="vanished">Eingaben und was ihnen zugeordnet ist</translation>
     </message>
     <message>
-        <source>All files (*)</source>
-        <translation type="vanished">Alle Dateien (*)</translation>
+        <source>&amp;Press now!</source>
+        <translation type="vanished">&amp;Jetzt bewegen!</translation>
     </message>
     <message>
-        <source>Reading %1...</source>
-        <translation type="vanished">%1 wird gelesen ...</translation>
+        <source>&amp;Unmap</source>
+        <translation type="vanished">&amp;Trennen</translation>
     </message>
     <message>
-        <source>%1 is in the scene.</source>
-        <translation type="vanished">%1 ist in der Szene.</translation>
+        <source>&amp;Multiplier</source>
+        <translation type="vanished">&amp;Faktor</translation>
     </message>
     <message>
-        <source>%1 is in the scene: %2.</source>
-        <translation type="vanished">%1 ist in der Szene: %2.</translation>
-    </message>
-    <message>
-        <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
-        <translation type="vanished">%1; Knoten: %2, Netze: %3, Dreiecke: %4</translation>
-    </message>
-    <message>
-        <source>Both are what the file tells.</source>
-        <translation type="vanished">Beides sagt die Datei.</translation>
-    </message>
-    <message>
-        <source>The unit is what the file tells, up is a guess.</source>
-        <translation type="vanished">Die Einheit sagt die Datei, oben ist geraten.</translation>
-    </message>
-    <message>
-        <source>Up is what the file tells, the unit is a guess.</source>
-        <translation type="vanished">Oben sagt die Datei, die Einheit ist geraten.</translation>
-    </message>
-    <message>
-        <source>Both are guesses: the file tells neither. Look at the size.</source>
-        <translation type="vanished">Beides ist geraten: Die Datei sagt keines. Sehen Sie sich die Größe an.</translation>
-    </message>
-    <message>
-        <source>There is no mesh in it, and so no size to see.</source>
-        <translation type="vanished">Es enthält kein Netz, deshalb ist keine Größe zu sehen.</translation>
-    </message>
-    <message>
-        <source>%1 m wide, %2 m high, %3 m deep</source>
-        <translation type="vanished">%1 m breit, %2 m hoch, %3 m tief</translation>
-    </message>
-    <message>
-        <source>Nodes</source>
-        <translation type="vanished">Knoten</translation>
-    </message>
-    <message>
-        <source>There is no picture.</source>
-        <translation type="vanished">Es gibt kein Bild.</translation>
-    </message>
-    <message>
-        <source>Pictures (*.png *.jpg *.jpeg)</source>
-        <translation type="vanished">Bilder (*.png *.jpg *.jpeg)</translation>
-    </message>
-    <message>
-        <source>%1 is no PNG and no JPEG.</source>
-        <translation type="vanished">%1 ist kein PNG und kein JPEG.</translation>
-    </message>
-    <message>
-        <source>Give it a title.</source>
-        <translation type="vanished">Geben Sie ihm einen Titel.</translation>
-    </message>
-    <message>
-        <source>Tick a rig or a node.</source>
-        <translation type="vanished">Setzen Sie das Häkchen eines Rigs oder eines Knotens.</translation>
-    </message>
-    <message>
-        <source>Rigs: %1. %2 nodes, %3 x %4 x %5 m.</source>
-        <translation type="vanished">Rigs: %1. %2 Knoten, %3 x %4 x %5 m.</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation type="vanished">keine</translation>
-    </message>
-    <message>
-        <source>A take comes along.</source>
-        <translation type="vanished">Ein Take kommt mit.</translation>
-    </message>
-    <message>
-        <source>Pre-rigged models (*.prm)</source>
-        <translation type="vanished">Vorgeriggte Modelle (*.prm)</translation>
-    </message>
-    <message>
-        <source>Choose a model first.</source>
-        <translation type="vanished">Wählen Sie zuerst ein Modell.</translation>
-    </message>
-    <message>
-        <source>A pre-rigged model</source>
-        <translation type="vanished">Ein vorgeriggtes Modell</translation>
-    </message>
-    <message>
-        <source>No picture</source>
-        <translation type="vanished">Kein Bild</translation>
-    </message>
-    <message>
-        <source>It covers all tools.</source>
-        <translation type="vanished">Sie gilt für alle Werkzeuge.</translation>
-    </message>
-    <message>
-        <source>Rigs of these tools open, show, export and save, and can't be made or performed: %1.</source>
-        <translation type="vanished">Rigs dieser Werkzeuge lassen sich öffnen, zeigen, exportieren und speichern, aber nicht erzeugen oder ausführen: %1.</translation>
-    </message>
-    <message>
-        <source>What to do first</source>
-        <translation type="vanished">Was zuerst zu tun ist</translation>
-    </message>
-    <message>
-        <source>The check for newer versions failed: %1</source>
-        <translation type="vanished">Die Suche nach neueren Versionen ist fehlgeschlagen: %1</translation>
-    </message>
-    <message>
-        <source>This is the newest version: %1.</source>
-        <translation type="vanished">Das ist die neueste Version: %1.</translation>
-    </message>
-    <message>
-        <source>Version %1 is there; this is %2.</source>
-        <translation type="vanished">Version %1 ist da; dies ist %2.</translation>
-    </message>
-    <message>
-        <source>Point at a tool, or choose one with the arrow keys, to see what it does.</source>
-        <translation type="vanished">Zeigen Sie auf ein Werkzeug, oder wählen Sie eines mit den Pfeiltasten, um zu sehen, was es tut.</translation>
-    </message>
-    <message>
-        <source>Choose a tool first.</source>
-        <translation type="vanished">Wählen Sie zuerst ein Werkzeug.</translation>
+        <source>Move the control that is to feed %1; Escape cancels.</source>
+        <translation type="vanished">Bewegen Sie das Bedienelement, das %1 speisen soll; Esc bricht ab.</translation>
     </message>
 </context>
 </TS>

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -18,6 +19,11 @@
 #include <QXmlStreamReader>
 
 #include "app/studio/HeadlessBrowser.h"
+#include "app/studio/QtTexts.h"
+#include "app/studio/windows/HelpWindow.h"
+#include "app/studio/windows/ImportWindow.h"
+#include "app/studio/windows/MakeModelWindow.h"
+#include "app/studio/windows/ModelsWindow.h"
 #include "core/WindowIds.h"
 #include "core/interface/CInterface.h"
 #include "core/services/Translation.h"
@@ -154,7 +160,8 @@ class AllWindows : public WindowsTest {
     }
     for (const WindowKind kind :
          {WindowKind::kDevices, WindowKind::kPreferences, WindowKind::kLog, WindowKind::kHotKeys,
-          WindowKind::kWhy, WindowKind::kAbout, WindowKind::kToolConfig, WindowKind::kInputConfig})
+          WindowKind::kWhy, WindowKind::kAbout, WindowKind::kLicence, WindowKind::kToolConfig,
+          WindowKind::kInputConfig})
       if (Window* window = windows->Open(kind, kind >= WindowKind::kToolConfig ? car : 0)) {
         shown(*window);
         windows->Drop(kind, kind >= WindowKind::kToolConfig ? car : 0);
@@ -173,8 +180,16 @@ class AllWindows : public WindowsTest {
     box.Show();
     shown(box);
     FitCarWindow fit(*windows, browser, car);
-    fit.Show();
-    shown(fit);
+    app::HelpWindow help(*windows);
+    const app::ModelFacts facts{};
+    app::ImportWindow import(*windows, "/models/of/a/Car.fbx", facts);
+    app::MakeModelWindow make(*windows, browser);
+    app::ModelsWindow models(*windows, {"ground"});
+    for (Window* window : std::initializer_list<Window*>{&fit, &help, &import, &make, &models}) {
+      window->Show();
+      shown(*window);
+      window->Hide();
+    }
   }
 
   app::HeadlessBrowser browser;
@@ -234,6 +249,10 @@ TEST_F(AllWindows, SpeakTheUsersLanguage) {
           EXPECT_TRUE(text.contains(QChar(0x27e6))) << Name(*widget) << text.toStdString();
         }
   });
+  ASSERT_TRUE(app::LoadQtTexts("de"));
+  EXPECT_EQ(QFileDialog::tr("File &name:"), "Datei&name:");
+  ASSERT_TRUE(app::LoadQtTexts("en"));
+  EXPECT_EQ(QFileDialog::tr("File &name:"), "File &name:");
   EXPECT_EQ(lacking, std::set<std::string>{}) << "scripts/update_translations.py finds them not";
 }
 

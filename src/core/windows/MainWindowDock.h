@@ -17,7 +17,6 @@ class MainWindowDock : public MainWindowPage {
   using MainWindowPage::MainWindowPage;
 
   void OnBuilt() override { Show(); }
-  void OnSettingsChanged() override { Show(); }
   void OnComponent(gui::Component& source, util::Message& message) override;
   void OnCommand(int command) override;
   void OnCore(const util::Message& message) override;

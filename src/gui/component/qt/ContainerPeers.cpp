@@ -90,6 +90,12 @@ class ScrollPane : public QScrollArea {
     const int bar = verticalScrollBar()->sizeHint().width();
     return QSize(content.width() + bar, std::min(content.height(), Scaled(400)));
   }
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (object == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(object, event);
+  }
 };
 
 class ScrollPeer : public ContainerPeer, public Scroll::Pane {
