@@ -12,6 +12,7 @@
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
 #include "core/services/CalibrationFile.h"
+#include "unidevice/ControlChoice.h"
 #include "unidevice/DriverManager.h"
 #include "util/NumberText.h"
 
