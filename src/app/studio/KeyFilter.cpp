@@ -22,6 +22,8 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
     if (!key->isAutoRepeat()) m_taken = 0;
     return true;
   }
+  // A press of its own: letting go has passed by, as when another program took the keyboard.
+  if (type == QEvent::ShortcutOverride && !key->isAutoRepeat()) m_taken = 0;
   // One press comes as an override and then as a press, to the window and then to its widget.
   if (key->key() == m_taken) return true;
   const rws::core::KeyModifiers modifiers{bool(key->modifiers() & Qt::ControlModifier),

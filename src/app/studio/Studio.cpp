@@ -79,7 +79,7 @@ bool Studio::Begin(std::string& problem) {
     QTimer::singleShot(0, this, [this] { OfferLeftovers(); });
     return true;
   }
-  m_script = std::make_unique<ScriptDriver>(*this);
+  m_script = std::make_unique<ScriptDriver>(*this, m_options.seed);
   return m_script->Start(m_options.script, problem);
 }
 
@@ -248,7 +248,11 @@ bool Studio::MayClose() {
 
 void Studio::OnMainWindowClosed() {
   m_document.Close();
-  QApplication::quit();
+  if (!m_keepOpen) return QApplication::quit();
+  QTimer::singleShot(0, this, [this] {
+    m_document.NewScene();
+    m_windows.OpenMainWindow(nullptr);
+  });
 }
 
 void Studio::Quit() {

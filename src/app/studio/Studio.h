@@ -49,6 +49,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptOpen(const std::string& path) override;
   std::string ScriptSave(const std::string& path) override;
   nlohmann::json ScriptState() override;
+  void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;
 
  private:
@@ -89,6 +90,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   Devices m_devices;
   rws::core::windows::Windows m_windows;
   KeyFilter m_keys;
+  bool m_keepOpen = false;  ///< also without a main window; see ScriptKeepOpen
   std::unique_ptr<ScriptDriver> m_script;
 };
 

@@ -41,6 +41,8 @@ class ToolConfigPanel : public Window {
   Instance* FindRig(int row) const;
   Instance* FindRig() const { return FindRig(m_rigs.front()); }
   std::vector<Instance*> FindRigs() const;
+  /// Whether the rows are those of a rig that is there.
+  bool HasRig() const;
 
   void ShowAll();
   void ShowTitle();

@@ -15,6 +15,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "app/studio/script/Monkey.h"
 #include "app/studio/script/ScriptDevice.h"
 #include "app/studio/script/ScriptEvents.h"
 #include "app/studio/script/ScriptHost.h"
@@ -22,6 +23,7 @@
 #include "app/studio/script/ScriptTarget.h"
 #include "app/studio/script/WidgetDump.h"
 #include "core/CoreImplementation.h"
+#include "core/services/DataRoot.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
@@ -41,7 +43,7 @@ double NumberOr(const std::string& text, double byDefault) {
 
 }  // namespace
 
-ScriptDriver::ScriptDriver(ScriptHost& host) : m_host(host) {}
+ScriptDriver::ScriptDriver(ScriptHost& host, unsigned seed) : m_host(host), m_seed(seed) {}
 
 ScriptDriver::~ScriptDriver() = default;
 
@@ -130,6 +132,7 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"state", [&] { Answer(m_host.ScriptState()); }},
       {"wait", [&] { WaitIdle(line); }},
       {"wait-idle", [&] { WaitIdle(line); }},
+      {"monkey", [&] { LetLoose(line); }},
       {"crash", [] { std::raise(SIGKILL); }},
       {"quit",
        [&] {
@@ -324,6 +327,24 @@ void ScriptDriver::WaitIdle(const ScriptLine& line) {
       Answer(Json::object());
   });
   timer->start(kLookPeriod);
+}
+
+void ScriptDriver::LetLoose(const ScriptLine& line) {
+  MonkeyTask task;
+  double number = 0.0;
+  if (!util::parseNumber(line.Word(), number) || number < 1.0 || number > 1e9)
+    return Fail("the number of events is missing");
+  task.events = static_cast<int>(number);
+  task.seed = static_cast<unsigned>(NumberOr(line.Value("seed"), m_seed));
+  task.log = line.Value("log");
+  task.folder = rws::core::DataRoot::Get() + "/monkey";
+  m_monkey = std::make_unique<Monkey>(m_host, task, [this](Json report) {
+    m_failed = m_failed || report.contains("error");
+    report["ok"] = !report.contains("error");
+    Answer(std::move(report));
+    m_monkey.release()->deleteLater();
+  });
+  m_monkey->Begin();
 }
 
 }  // namespace orv::app
