@@ -8,6 +8,7 @@
 
 #include "core/CoreImplementation.h"
 #include "core/WindowIds.h"
+#include "core/services/Product.h"
 #include "core/windows/MainWindowDevices.h"
 #include "core/windows/MainWindowDock.h"
 #include "core/windows/MainWindowIds.h"
