@@ -10,6 +10,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -22,6 +23,8 @@
 #include "app/studio/script/ScriptTarget.h"
 #include "app/studio/script/WidgetDump.h"
 #include "core/CoreImplementation.h"
+#include "unidevice/Driver.h"
+#include "unidevice/DriverManager.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
@@ -31,7 +34,8 @@ namespace {
 
 constexpr int kMaxWait = 600;    ///< s
 constexpr int kLookPeriod = 20;  ///< ms
-constexpr int kQuietLooks = 3;   ///< rounds without anything running that count as idle
+constexpr int kMostControls = 200;
+constexpr int kQuietLooks = 3;  ///< rounds without anything running that count as idle
 
 double NumberOr(const std::string& text, double byDefault) {
   double value = byDefault;
@@ -43,7 +47,9 @@ double NumberOr(const std::string& text, double byDefault) {
 
 ScriptDriver::ScriptDriver(ScriptHost& host) : m_host(host) {}
 
-ScriptDriver::~ScriptDriver() = default;
+ScriptDriver::~ScriptDriver() {
+  unidevice::DriverManager::instance().removeDriver(ScriptDevice::kDriver);
+}
 
 bool ScriptDriver::Start(const std::string& file, std::string& problem) {
   if (file == "-") {
@@ -246,9 +252,19 @@ void ScriptDriver::Device(const ScriptLine& line) {
     return Answer(Json::object());
   }
   if (found != m_devices.end()) return Fail("\"" + name + "\" is there already");
-  auto* device = new ScriptDevice(name, static_cast<int>(NumberOr(line.Value("axes"), 4.0)),
-                                  static_cast<int>(NumberOr(line.Value("buttons"), 8.0)));
+  ScriptDevice::Controls controls;
+  const auto count = [&line](const char* what, int& number) {
+    number = std::clamp(static_cast<int>(NumberOr(line.Value(what), number)), 0, kMostControls);
+  };
+  count("axes", controls.axes);
+  count("buttons", controls.buttons);
+  count("hats", controls.hats);
+  auto* device = new ScriptDevice(name, controls);
   device->SetNoise(NumberOr(line.Value("noise"), 0.0));
+  auto& drivers = unidevice::DriverManager::instance();
+  if (!drivers.find(ScriptDevice::kDriver))
+    drivers.addDriver(std::make_unique<unidevice::Driver>(ScriptDevice::kDriver));
+  drivers.find(ScriptDevice::kDriver)->addDevice(device);
   m_devices[name] = device;
   Answer(Json::object());
 }

@@ -66,7 +66,7 @@ class ScriptDriver : public QObject {
   bool m_ended = false;  ///< no more lines will come
   bool m_busy = false;   ///< a command is not answered yet
   bool m_failed = false;
-  std::map<std::string, ScriptDevice*> m_devices;  ///< the dummy driver's
+  std::map<std::string, ScriptDevice*> m_devices;  ///< their driver's
 };
 
 }  // namespace orv::app
