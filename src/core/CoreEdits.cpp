@@ -9,6 +9,7 @@
 #include "core/config/InputUndo.h"
 #include "core/config/ParameterEdit.h"
 #include "core/config/ParameterUndo.h"
+#include "core/config/ResponseEdit.h"
 #include "core/host/AdaptorInterface.h"
 #include "core/instances/Instance.h"
 #include "core/instances/RecordKeys.h"
@@ -24,10 +25,22 @@ namespace orv::rws::core {
 
 namespace {
 
+constexpr char kNotFinite[] = "a number of the response is not finite";
+constexpr char kFedInputs[] = "a resimulation runs, which feeds the inputs";
+
 std::vector<int> AllInputs(const Instance& instance) {
   std::vector<int> all(static_cast<std::size_t>(instance.GetProperties().count()));
   std::iota(all.begin(), all.end(), 0);
   return all;
+}
+
+std::string NoInput(int input) {
+  return "there is no input with the index " + std::to_string(input);
+}
+
+bool IsFinite(const InputResponse& response) {
+  return std::isfinite(response.multiplier + response.exponent + response.deadzone +
+                       response.offset);
 }
 
 }  // namespace
@@ -68,7 +81,8 @@ bool CoreImplementation::BeginEdit(Instance& instance, int elementId, std::strin
 bool CoreImplementation::DragEdit(Instance& instance, int elementId, const std::string& text,
                                   std::string& problem) {
   const MessageQueue::Hold hold(m_messages);
-  const std::shared_ptr<ParameterEdit> edit = m_edit;  // a box that the rig shows may end it
+  // A box that the rig shows may end it.
+  const auto edit = std::dynamic_pointer_cast<ParameterEdit>(m_edit);
   if (edit && edit->Is(instance, elementId)) return edit->Drag(text, problem);
   problem = "no edit of it is open";
   return false;
@@ -172,7 +186,7 @@ std::string CoreImplementation::ResetGroup(Instance& instance, const ConfigEleme
 std::string CoreImplementation::ChangeInputs(Instance& instance, const std::string& undoName,
                                              std::vector<int> inputs,
                                              const std::function<void()>& change) {
-  if (IsResimulating()) return "a resimulation runs, which feeds the inputs";
+  if (IsResimulating()) return kFedInputs;
   const CoreRequest request(*this);
   const int input = inputs.size() == 1 ? inputs[0] : InputsChanged::kAll;
   GetAdaptor()->BeginUndoBlock(undoName);
@@ -186,7 +200,7 @@ std::string CoreImplementation::ChangeInputs(Instance& instance, const std::stri
 std::string CoreImplementation::MapInput(Instance& instance, int input,
                                          unidevice::Control* control) {
   unidevice::Property* const property = instance.GetProperties().property(input);
-  if (!property) return "there is no input with the index " + std::to_string(input);
+  if (!property) return NoInput(input);
   if (control && (control->flags & property->flags) == 0)
     return property->displayName + " takes no control of this kind";
   return ChangeInputs(instance, "Map " + property->displayName, {input},
@@ -196,7 +210,7 @@ std::string CoreImplementation::MapInput(Instance& instance, int input,
 std::string CoreImplementation::MapInputTo(Instance& instance, int input,
                                            const util::xml::Tag& controlTag) {
   unidevice::Property* const property = instance.GetProperties().property(input);
-  if (!property) return "there is no input with the index " + std::to_string(input);
+  if (!property) return NoInput(input);
   const auto parts = unidevice::choicesOf(controlTag);
   if (!controlTag.name.empty() && parts.empty()) return "it names no control";
   if (!parts.empty()) {
@@ -215,15 +229,28 @@ std::string CoreImplementation::MapInputTo(Instance& instance, int input,
 std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
                                                  const InputResponse& response) {
   unidevice::Property* const property = instance.GetProperties().property(input);
-  if (!property) return "there is no input with the index " + std::to_string(input);
-  const double sum = response.multiplier + response.exponent + response.deadzone + response.offset;
-  if (!std::isfinite(sum)) return "a number of the response is not finite";
-  return ChangeInputs(instance, "Change response of " + property->displayName, {input}, [=] {
-    property->multiplier = response.multiplier;
-    property->exponent = response.exponent;
-    property->deadzone = response.deadzone;
-    property->offset = response.offset;
-  });
+  if (!property) return NoInput(input);
+  if (!IsFinite(response)) return kNotFinite;
+  return ChangeInputs(instance, "Change response of " + property->displayName, {input},
+                      [=] { response.WriteTo(*property); });
+}
+
+std::string CoreImplementation::BeginResponseEdit(Instance& instance, int input) {
+  if (!instance.GetProperties().property(input)) return NoInput(input);
+  if (IsResimulating()) return kFedInputs;
+  const CoreRequest request(*this);
+  m_edit = std::make_shared<ResponseEdit>(instance, input);
+  return {};
+}
+
+std::string CoreImplementation::DragResponse(Instance& instance, int input,
+                                             const InputResponse& response) {
+  const MessageQueue::Hold hold(m_messages);
+  const auto edit = std::dynamic_pointer_cast<ResponseEdit>(m_edit);
+  if (!edit || !edit->Is(instance, input)) return "no edit of it is open";
+  if (!IsFinite(response)) return kNotFinite;
+  edit->Set(response);
+  return {};
 }
 
 std::string CoreImplementation::LoadInputProfile(Instance& instance,

@@ -10,6 +10,7 @@
 #include "core/CoreInterface.h"
 #include "core/MessageQueue.h"
 #include "core/UserInterface.h"
+#include "core/config/InputResponse.h"
 #include "core/config/ProfileValues.h"
 #include "core/host/AdaptorManager.h"
 #include "core/instances/InstanceManager.h"
@@ -36,15 +37,7 @@ struct ControlChoice;
 namespace orv::rws::core {
 
 class ConfigElement;
-class ParameterEdit;
-
-/// How an input answers its control: the numbers of unidevice::Property.
-struct InputResponse {
-  double multiplier = 1.0;
-  double exponent = 1.0;
-  double deadzone = 0.1;
-  double offset = 0.0;
-};
+class OpenEdit;
 
 /// The core. A plug-in or program uses the process-wide one of instance(); a test may make its own,
 /// one at a time. Owns instances and tools; adaptor, user interface and hook are not owned and must
@@ -114,6 +107,9 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   /// up when it comes. An empty tag unmaps.
   std::string MapInputTo(Instance& instance, int input, const util::xml::Tag& controlTag);
   std::string SetInputResponse(Instance& instance, int input, const InputResponse& response);
+  /// The same as an edit of many changes, which EndEdit and CancelEdit end as those of a parameter.
+  std::string BeginResponseEdit(Instance& instance, int input);
+  std::string DragResponse(Instance& instance, int input, const InputResponse& response);
   /// Tells the inputs with a number that was refused too; the others have loaded then.
   std::string LoadInputProfile(Instance& instance, const std::string& profileName);
   /// Every input as the rig's Define made it, unmapped.
@@ -190,7 +186,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
 
   MessageQueue m_messages{*this};
   LogFeed m_logFeed{m_messages};
-  std::shared_ptr<ParameterEdit> m_edit;  ///< the one that is open
+  std::shared_ptr<OpenEdit> m_edit;  ///< the one that is open
   UserInterface* m_pUserInterface = nullptr;
   Hooks* m_pHooks = nullptr;
   std::vector<int> m_hotKeys;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "unidevice/Control.h"
+#include "unidevice/ControlFinder.h"
 #include "unidevice/ControlTag.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/FFEffect.h"
@@ -53,7 +54,10 @@ double Property::raw() const {
 }
 
 double Property::read() const {
-  const double value = raw();
+  return respond(raw());
+}
+
+double Property::respond(double value) const {
   const double sign = value < 0.0 ? -1.0 : 1.0;
   double beyond = std::abs(value) - deadzone;
   if (beyond < 0.0) beyond = 0.0;
@@ -105,6 +109,17 @@ bool Property::load(const util::xml::Element& property) {
   savedControl = property.child(kControlTag);
   bind(savedControl.name.empty() ? nullptr : DriverManager::instance().findControl(savedControl));
   return good;
+}
+
+bool Property::holds(const util::xml::Element& property) const {
+  for (const Number& number : kNumbers) {
+    double value = this->*number.field;
+    util::parseNumber(trimmed(property.child(number.tag).text()), value);
+    if (value != this->*number.field) return false;
+  }
+  const auto wanted = choicesOf(property.child(kControlTag));
+  if (wanted == choicesOf(savedControl)) return true;
+  return control && control->device && wanted == choicesOf(*control);
 }
 
 void Property::save(util::xml::Tag& tag) const {

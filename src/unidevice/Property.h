@@ -33,6 +33,9 @@ class Property : public ControlTarget {
   /// as no movement as well: the result is `offset`, or 0 if that isn't finite either.
   double read() const;
 
+  /// What `read` gives while the control stands at `value`.
+  double respond(double value) const;
+
   /// Raw value of the bound control, 0 without one: what a take records.
   double raw() const;
 
@@ -61,6 +64,9 @@ class Property : public ControlTarget {
   /// is unmapped. A number that doesn't parse or isn't finite is refused: that field keeps its
   /// value, the rest is still read, and the result is false.
   bool load(const util::xml::Element& property);
+
+  /// Whether `load` of this element would change nothing.
+  bool holds(const util::xml::Element& property) const;
 
   /// Makes `tag` the `property` element that `load` reads. While the mapped control is away, or a
   /// control of no device stands in for it, the `control` child is the one last loaded or saved.

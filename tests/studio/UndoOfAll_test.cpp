@@ -89,7 +89,7 @@ class UndoOfAll : public testing::TestWithParam<unsigned> {
   app::HeadlessBrowser browser;
   Windows windows;
   Window* main = nullptr;
-  app::ScriptDevice* pad = new app::ScriptDevice("Pad", 2, 2);
+  app::ScriptDevice* pad = app::ScriptDevice::Plug("Pad", {2, 2, 0});
 };
 
 std::string UndoOfAll::EditRows() {

@@ -71,6 +71,20 @@ std::string InputProfileManager::ApplyTo(const Element& profile,
   return problem;
 }
 
+bool InputProfileManager::IsHeldBy(const std::string& name,
+                                   const unidevice::PropertyHandler& properties) const {
+  const Tag* const profile = Find(name);
+  if (!profile) return false;
+  int held = 0;
+  for (const Element* child : profile->children) {
+    const unidevice::Property* const property =
+        IsTag(*child, kProperty) ? properties.find(child->attribute(kName)) : nullptr;
+    if (property && !property->holds(*child)) return false;
+    if (property) ++held;
+  }
+  return held > 0;
+}
+
 std::string InputProfileManager::Apply(const std::string& name,
                                        unidevice::PropertyHandler& properties) {
   const Tag* profile = Find(name);

@@ -25,6 +25,8 @@ class InputProfileManager : public XMLFileManager {
   static std::string ApplyTo(const util::xml::Element& profile,
                              unidevice::PropertyHandler& properties);
 
+  /// Whether all inputs that the profile has stand at its values.
+  bool IsHeldBy(const std::string& name, const unidevice::PropertyHandler& properties) const;
   /// An empty text means success.
   std::string Apply(const std::string& name, unidevice::PropertyHandler& properties);
   ProfileResult Save(const std::string& name, unidevice::PropertyHandler& properties,

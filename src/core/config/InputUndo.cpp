@@ -22,19 +22,13 @@ std::vector<InputMapping> MappingsOf(const Instance& instance, const std::vector
 
 InputMapping::InputMapping(const Instance& instance, int index) : input(index), savedControl("") {
   const unidevice::Property& property = *instance.GetProperties().property(index);
-  multiplier = property.multiplier;
-  exponent = property.exponent;
-  deadzone = property.deadzone;
-  offset = property.offset;
+  response = InputResponse::Of(property);
   control = std::make_shared<ControlHolder>(property.control);
   savedControl = property.savedControl;
 }
 
 void InputMapping::WriteTo(unidevice::Property& property) const {
-  property.multiplier = multiplier;
-  property.exponent = exponent;
-  property.deadzone = deadzone;
-  property.offset = offset;
+  response.WriteTo(property);
   property.savedControl = savedControl;
   property.bind(control->Get());
   property.rebind();

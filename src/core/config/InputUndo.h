@@ -4,14 +4,11 @@
 #include <memory>
 #include <vector>
 
+#include "core/config/InputResponse.h"
 #include "core/instances/ControlHolder.h"
 #include "core/instances/InstanceHandle.h"
 #include "core/instances/StateUndo.h"
 #include "util/xml/Tag.h"
-
-namespace orv::unidevice {
-class Property;
-}
 
 namespace orv::rws::core {
 
@@ -22,7 +19,7 @@ struct InputMapping {
   void WriteTo(unidevice::Property& property) const;
 
   int input;  ///< index among the instance's inputs
-  double multiplier, exponent, deadzone, offset;
+  InputResponse response;
   std::shared_ptr<ControlHolder> control;
   util::xml::Tag savedControl;
 };

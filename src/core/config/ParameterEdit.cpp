@@ -13,7 +13,7 @@ ParameterEdit::ParameterEdit(Instance& instance, ConfigElement& element)
     : m_host(instance.GetHost()), m_instance(instance), m_element(&element) {}
 
 ParameterEdit::~ParameterEdit() {
-  End();
+  ParameterEdit::End();
 }
 
 bool ParameterEdit::Is(const Instance& instance, int element) const {

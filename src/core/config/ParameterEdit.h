@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "core/config/OpenEdit.h"
 #include "core/instances/InstanceHandle.h"
 
 namespace orv::rws {
@@ -19,13 +20,11 @@ struct ParameterState;
 /// Makes however many changes of one parameter one undo step, which holds the parameters that have
 /// changed. The undo block opens with the first change, unless it is part of another, and closes
 /// with the end.
-class ParameterEdit {
+class ParameterEdit : public OpenEdit {
  public:
   ParameterEdit(Instance& instance, ConfigElement& element);
   /// Ends it.
-  ~ParameterEdit();
-  ParameterEdit(const ParameterEdit&) = delete;
-  ParameterEdit& operator=(const ParameterEdit&) = delete;
+  ~ParameterEdit() override;
 
   bool Is(const Instance& instance, int element) const;
   /// Sets the value and tells the rig. False with `problem` filled, and nothing changed, when the
@@ -33,11 +32,9 @@ class ParameterEdit {
   bool Set(const std::string& text, std::string& problem);
   /// As Set, but nothing happens when the value stands there.
   bool Drag(const std::string& text, std::string& problem);
-  /// Closes the undo step. When the value is back where it began so is all else that the rig has
-  /// set with it, and no step is left, but that of a request that is one by itself (`keep`).
-  void End(bool keep = false);
-  /// Puts all back to the beginning and ends.
-  void Cancel();
+  /// When the value is back where it began so is all else that the rig has set with it.
+  void End(bool keep = false) override;
+  void Cancel() override;
 
  private:
   void Open();

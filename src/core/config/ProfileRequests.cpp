@@ -38,8 +38,10 @@ std::vector<ProfileRequests::Entry> ProfileRequests::List() const {
   Instance* const rig = FindRig();
   if (!rig) return entries;
   const XMLFileManager& profiles = ManagerOf(*rig);
+  const InputProfileManager& inputs = rig->GetTool()->GetInputProfiles();
   for (const std::string& name : profiles.GetNames()) {
-    const bool isCurrent = m_kind == Kind::kConfig && name == rig->GetCurrentProfile();
+    const bool isCurrent = m_kind == Kind::kInputs ? inputs.IsHeldBy(name, rig->GetProperties())
+                                                   : name == rig->GetCurrentProfile();
     entries.push_back({name, profiles.IsReadOnly(name), profiles.IsFixed(name), isCurrent});
   }
   return entries;

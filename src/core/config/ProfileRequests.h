@@ -25,7 +25,9 @@ class ProfileRequests {
     std::string name;
     bool isReadOnly = false;  ///< can't be saved over
     bool isFixed = false;     ///< can be neither renamed nor deleted
-    bool isCurrent = false;   ///< the config profile that counts as the rig's own
+    /// The config profile that counts as the rig's own; an input profile whose values the inputs
+    /// have.
+    bool isCurrent = false;
   };
 
   /// `row` is InstanceReference::GetId.

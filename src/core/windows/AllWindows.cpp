@@ -2,7 +2,9 @@
 
 #include "core/windows/AboutWindow.h"
 #include "core/windows/CountdownWindow.h"
+#include "core/windows/DevicesWindow.h"
 #include "core/windows/HotKeysWindow.h"
+#include "core/windows/InputConfigWindow.h"
 #include "core/windows/LogWindow.h"
 #include "core/windows/MainWindow.h"
 #include "core/windows/MessageBoxWindow.h"
@@ -31,6 +33,8 @@ std::unique_ptr<Window> MakeOfRig(Windows& windows, int row) {
 void AddAllWindows(Windows& windows) {
   windows.AddMaker(WindowKind::kMain, MakePlain<MainWindow>);
   windows.AddMaker(WindowKind::kToolConfig, MakeOfRig<ToolConfigPanel>);
+  windows.AddMaker(WindowKind::kInputConfig, MakeOfRig<InputConfigWindow>);
+  windows.AddMaker(WindowKind::kDevices, MakePlain<DevicesWindow>);
   windows.AddMaker(WindowKind::kPreferences, MakePlain<PreferencesWindow>);
   windows.AddMaker(WindowKind::kHotKeys, MakePlain<HotKeysWindow>);
   windows.AddMaker(WindowKind::kWhy, MakePlain<WhyWindow>);

@@ -14,26 +14,15 @@ inline constexpr char kGaugeRow[] = "/core/layout/rows/gauge.xml";
 inline constexpr char kNoteRow[] = "/core/layout/rows/note.xml";
 
 enum ToolConfigId : int {
-  kConfigTitle = 200,    ///< label: the rig's name, or how many rigs
-  kConfigProfile = 201,  ///< combo box
-  kConfigSave = 202,     ///< button
-  kConfigMore = 203,     ///< button whose popup holds the other requests on profiles
-  kConfigSearch = 204,   ///< text box
+  kConfigTitle = 200,   ///< label: the rig's name, or how many rigs
+  kConfigSearch = 204,  ///< text box
   kConfigScroll = 205,
-  kConfigRows = 206,    ///< list: groups and rows come into it
-  kConfigNotice = 207,  ///< label: what a request had to say
-  kConfigInputs = 208,  ///< button: the rig's inputs
+  kConfigRows = 206,      ///< list: groups and rows come into it
+  kConfigNotice = 207,    ///< label: what a request had to say
+  kConfigInputs = 208,    ///< button: the rig's inputs
+  kConfigProfiles = 209,  ///< list: the row of profiles comes into it
 
-  // Entries of the popup.
-  kProfileSaveAs = 220,
-  kProfileRename,
-  kProfileDelete,
-  kProfileImport,
-  kProfileExport,
-  kProfileFactory,
-  kProfileStart,
-  kResetAll,
-  kResetGroup,  ///< of a group's popup
+  kResetGroup = 228,  ///< of a group's popup
 };
 
 /// Within each row.

@@ -16,7 +16,6 @@
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
-#include "gui/componentinterface/ComboBox.h"
 #include "gui/componentinterface/Scroll.h"
 #include "gui/componentinterface/Slider.h"
 #include "gui/componentinterface/Spinner.h"
@@ -28,7 +27,6 @@ namespace orv::rws::core::windows {
 namespace {
 
 using namespace gui::componentinterface;
-using Requests = ProfileRequests;
 
 constexpr char kFolds[] = "folded";
 constexpr char kOffset[] = "scroll";
@@ -58,7 +56,10 @@ std::string ValueOf(gui::Component& source, const util::Message& message) {
 }  // namespace
 
 ToolConfigPanel::ToolConfigPanel(Windows& windows, int row)
-    : Window(windows, "ToolConfig", kToolConfigLayout), m_rigs{row} {
+    : Window(windows, "ToolConfig", kToolConfigLayout),
+      m_rigs{row},
+      m_profiles(windows, row, ProfileRequests::Kind::kConfig,
+                 [this](const std::string& text) { Tell(text); }) {
   if (const Instance* rig = FindRig()) {
     m_kind = rig->GetTool()->GetDisplayId();
     setName("ToolConfig_" + m_kind);
@@ -119,7 +120,7 @@ void ToolConfigPanel::ShowAll() {
   m_rows->Build(rig->GetConfig(), GetCore().GetBaseValues(*rig, ParameterBase::kFactory),
                 SplitFolds(settings.Get(name(), kFolds)));
   ShowTitle();
-  ShowProfiles();
+  if (gui::Component* profiles = Find(kConfigProfiles)) m_profiles.Build(*profiles);
   ShowBase();
   ShowMixed();
   With<TextBox>(kConfigSearch, [this](TextBox& box) { m_rows->SetFilter(box.GetText()); });
@@ -136,30 +137,6 @@ void ToolConfigPanel::ShowTitle() {
     title = gui::Translate("%1 and %2 more", {title, std::to_string(rigs.size() - 1)});
   SetText(kConfigTitle, title);
   SetTitle(title);
-}
-
-void ToolConfigPanel::ShowProfiles() {
-  std::vector<Item> items;
-  int current = -1;
-  bool canSave = false;
-  for (const auto& entry : Requests(GetCore(), m_rigs.front(), Requests::Kind::kConfig).List()) {
-    Item item;
-    item.id = static_cast<int>(items.size());
-    item.text = entry.name;
-    item.english = entry.isFixed;
-    item.dim = entry.isReadOnly;
-    if (entry.isCurrent) {
-      current = item.id;
-      canSave = !entry.isReadOnly;
-    }
-    items.push_back(std::move(item));
-  }
-  With<ComboBox>(kConfigProfile, [&](ComboBox& box) {
-    box.SetItems(std::move(items));
-    box.SelectIndex(current);
-  });
-  SetEnabled(kConfigSave, canSave,
-             gui::Translate("This profile can't be saved over. Save it under another name."));
 }
 
 void ToolConfigPanel::ShowBase() {
@@ -208,11 +185,11 @@ void ToolConfigPanel::OnCore(const util::Message& message) {
     if (m_rigs.size() > 1) ShowMixed();
   } else if (const auto* profile = NewsIn<ProfileChanged>(message)) {
     if (profile->row != m_rigs.front()) return;
-    ShowProfiles();
+    m_profiles.Show();
     ShowBase();
   } else if (const auto* list = NewsIn<ProfileListChanged>(message)) {
     if (list->tool != m_kind || list->inputs) return;
-    ShowProfiles();
+    m_profiles.Show();
     ShowBase();
   } else if (NewsIn<RowRenamed>(message)) {
     ShowTitle();
@@ -228,24 +205,13 @@ void ToolConfigPanel::OnCore(const util::Message& message) {
 
 void ToolConfigPanel::OnComponent(gui::Component& source, util::Message& message) {
   if (!HasRig()) return;
+  if (m_profiles.OnComponent(source, message)) return;
   if (message.id == gui::kMsgMenuItem) return OnMenu(message.param, source);
   const int element = m_rows->ElementOf(source);
   if (element >= 0) return OnRow(element, source, message);
   switch (source.GetId()) {
     case kConfigSearch:
       if (message.id == gui::kMsgTyped) m_rows->SetFilter(Get<TextBox>(kConfigSearch)->GetText());
-      break;
-    case kConfigProfile:
-      if (message.id == gui::kMsgValueChanged)
-        Answer(Requests(GetCore(), m_rigs.front(), Requests::Kind::kConfig)
-                   .Load(Get<ComboBox>(kConfigProfile)->GetText()));
-      break;
-    case kConfigSave:
-      if (message.id == gui::kMsgClicked)
-        Ask([](Requests& requests, bool confirmed) { return requests.Save(confirmed); });
-      break;
-    case kConfigMore:
-      if (message.id == gui::kMsgClicked) source.OpenPopup();
       break;
     case kConfigInputs:
       if (message.id == gui::kMsgClicked)
@@ -346,81 +312,9 @@ void ToolConfigPanel::Reset(const std::vector<int>& elements) {
   Tell(problem);
 }
 
-// --- profiles ---
-
 void ToolConfigPanel::OnMenu(int item, const gui::Component& source) {
-  Requests requests(GetCore(), m_rigs.front(), Requests::Kind::kConfig);
-  switch (item) {
-    case kProfileSaveAs:
-      return SaveAs();
-    case kProfileRename:
-      return Rename();
-    case kProfileDelete:
-      return Ask([profile = FindRig()->GetCurrentProfile()](Requests& r, bool confirmed) {
-        return r.Delete(profile, confirmed);
-      });
-    case kProfileImport:
-      return Import();
-    case kProfileExport:
-      return Export();
-    case kProfileFactory:
-      return Answer(requests.LoadFactorySettings());
-    case kProfileStart:
-      return Answer(requests.SaveStartProfile());
-    case kResetGroup:
-      return Reset(m_rows->GetChanged(m_rows->GroupOf(source)));
-    case kResetAll:
-      return Reset(m_rows->GetChanged());
-    default:
-      return;
-  }
-}
-
-template <class Request>
-void ToolConfigPanel::Ask(Request&& request) {
-  Requests requests(GetCore(), m_rigs.front(), Requests::Kind::kConfig);
-  ProfileResult result = request(requests, false);
-  if (result.answer == ProfileResult::Answer::kAsk) {
-    if (GetCore().MessageBox(gui::Translate("Profiles"), result.message,
-                             kButtonsYesNo | kIconQuestion) != kAnswerYes)
-      return;
-    result = request(requests, true);
-  }
-  Answer(result);
-}
-
-void ToolConfigPanel::Answer(const ProfileResult& result) {
-  Tell(result.message);
-  // A refused choice must not stay in the box.
-  if (!result.Done() && GetRoot()) ShowProfiles();
-}
-
-void ToolConfigPanel::SaveAs() {
-  std::string name;
-  if (GetWindows().AskText(gui::Translate("Save profile"), gui::Translate("Name:"), name))
-    Ask([&name](Requests& requests, bool confirmed) { return requests.SaveAs(name, confirmed); });
-}
-
-void ToolConfigPanel::Rename() {
-  const std::string old = FindRig()->GetCurrentProfile();
-  std::string name = old;
-  if (GetWindows().AskText(gui::Translate("Rename profile"), gui::Translate("Name:"), name))
-    Ask([&](Requests& requests, bool) { return requests.Rename(old, name); });
-}
-
-void ToolConfigPanel::Import() {
-  const std::string path = GetWindows().ChooseFile(
-      gui::Translate("Import profiles"), gui::Translate("Profiles (*.ocp *.xml)"), "profiles");
-  if (!path.empty())
-    Ask([&path](Requests& requests, bool confirmed) { return requests.Import(path, confirmed); });
-}
-
-void ToolConfigPanel::Export() {
-  const std::string profile = FindRig()->GetCurrentProfile();
-  const std::string path = GetWindows().ChooseFileToSave(gui::Translate("Export profile"),
-                                                         gui::Translate("Profiles (*.ocp)"),
-                                                         "profiles", profile, ".ocp");
-  if (!path.empty()) Ask([&](Requests& requests, bool) { return requests.Export(profile, path); });
+  if (item == kResetGroup) return Reset(m_rows->GetChanged(m_rows->GroupOf(source)));
+  if (item == kResetAll) return Reset(m_rows->GetChanged());
 }
 
 void ToolConfigPanel::Tell(const std::string& text) {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/config/ProfileRequests.h"
 #include "core/windows/ParameterRows.h"
+#include "core/windows/ProfileRow.h"
 #include "core/windows/Window.h"
 
 namespace orv::rws::core {
@@ -46,7 +46,6 @@ class ToolConfigPanel : public Window {
 
   void ShowAll();
   void ShowTitle();
-  void ShowProfiles();
   void ShowBase();
   void ShowMixed();
   void KeepLook();
@@ -59,18 +58,11 @@ class ToolConfigPanel : public Window {
   void Reset(const std::vector<int>& elements);
 
   void OnMenu(int item, const gui::Component& source);
-  void Answer(const ProfileResult& result);
-  /// Asks, and repeats the request with a yes.
-  template <class Request>
-  void Ask(Request&& request);
-  void SaveAs();
-  void Rename();
-  void Import();
-  void Export();
   void Tell(const std::string& text);
 
   std::vector<int> m_rigs;  ///< rows, never empty; the one that is shown first
   std::string m_kind;       ///< Tool::GetDisplayId
+  ProfileRow m_profiles;
   std::unique_ptr<ParameterRows> m_rows;
   int m_dragged = -1;       ///< element of an open edit
   std::string m_dragValue;  ///< what it has come to

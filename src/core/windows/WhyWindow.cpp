@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/CoreImplementation.h"
+#include "core/windows/ControlWords.h"
 #include "core/windows/SmallWindowIds.h"
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
@@ -16,10 +17,6 @@ namespace {
 using gui::componentinterface::Tree;
 
 constexpr int kRoundsPerLook = 15;
-
-std::string Shown(const util::Sentence& sentence) {
-  return util::Sentence::fill(gui::Translate(sentence.text), sentence.values);
-}
 
 const char* IconOf(Reason::Severity severity) {
   switch (severity) {

@@ -311,7 +311,7 @@ void Monkey::UsePad() {
   const auto found = m_pads.find(name);
   Note("pad " + name);
   if (found == m_pads.end()) {
-    m_pads[name] = new ScriptDevice(name, 4, 4);
+    m_pads[name] = ScriptDevice::Plug(name, {4, 4, 1});
     m_pads[name]->SetNoise(0.04);
   } else if (Chance(15)) {
     found->second->destroy();

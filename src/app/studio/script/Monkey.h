@@ -90,7 +90,7 @@ class Monkey : public QObject {
   const Done m_done;
   std::mt19937 m_random;
   int m_left;
-  std::map<std::string, ScriptDevice*> m_pads;  ///< the dummy driver's
+  std::map<std::string, ScriptDevice*> m_pads;  ///< their driver's
 
   // The report.
   bool m_ran = false;

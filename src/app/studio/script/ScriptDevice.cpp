@@ -2,18 +2,32 @@
 
 #include <utility>
 
+#include "unidevice/Driver.h"
+#include "unidevice/DriverManager.h"
+
 namespace orv::app {
 
-ScriptDevice::ScriptDevice(const std::string& deviceName, int axes, int buttons) : Device(true) {
-  using namespace unidevice;
+ScriptDevice* ScriptDevice::Plug(const std::string& deviceName, const Controls& controls) {
+  auto device = std::make_unique<ScriptDevice>(deviceName, controls);
+  auto& drivers = unidevice::DriverManager::instance();
+  if (!drivers.find(kDriver)) drivers.addDriver(std::make_unique<unidevice::Driver>(kDriver));
+  ScriptDevice* const plugged = device.release();
+  drivers.find(kDriver)->addDevice(plugged);
+  return plugged;
+}
+
+ScriptDevice::ScriptDevice(const std::string& deviceName, const Controls& controls) {
   name = deviceName;
-  for (int i = 0; i < axes; ++i)
-    m_controls.push_back(
-        std::make_unique<Control>(kInfiniteControl, "Axis", i, "Axis " + std::to_string(i), this));
-  for (int i = 0; i < buttons; ++i)
-    m_controls.push_back(std::make_unique<Control>(kBinaryControl, "Button", i,
-                                                   "Button " + std::to_string(i), this));
+  Add(unidevice::kInfiniteControl, "Axis", controls.axes);
+  Add(unidevice::kBinaryControl, "Button", controls.buttons);
+  Add(unidevice::kFiniteControl, "Hat", 2 * controls.hats);
   m_values.resize(m_controls.size());
+}
+
+void ScriptDevice::Add(std::uint32_t kind, const char* type, int count) {
+  for (int i = 0; i < count; ++i)
+    m_controls.push_back(std::make_unique<unidevice::Control>(
+        kind, type, i, type + (" " + std::to_string(i)), this));
 }
 
 ScriptDevice::~ScriptDevice() = default;
@@ -27,10 +41,12 @@ bool ScriptDevice::update() {
     for (std::size_t i = 0; i < m_fed.size(); ++i)
       m_values[static_cast<std::size_t>(m_fed[i])] = m_input.value(static_cast<int>(i), m_time());
   for (std::size_t i = 0; i < m_controls.size(); ++i) {
-    m_controls[i]->current = m_values[i];
-    if (m_noise <= 0.0 || m_controls[i]->flags != unidevice::kInfiniteControl) continue;
-    m_random = m_random * 1664525u + 1013904223u;
-    m_controls[i]->current += m_noise * ((m_random >> 8) / 8388608.0 - 1.0);
+    double value = m_values[i];
+    if (m_noise > 0.0 && m_controls[i]->flags == unidevice::kInfiniteControl) {
+      m_random = m_random * 1664525u + 1013904223u;
+      value += m_noise * ((m_random >> 8) / 8388608.0 - 1.0);
+    }
+    m_controls[i]->receive(value);
   }
   return true;
 }

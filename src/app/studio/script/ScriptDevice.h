@@ -1,6 +1,7 @@
 // A pad that a script has instead of hands.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -13,18 +14,27 @@
 
 namespace orv::app {
 
-/// Axes and buttons of the types that hardware has, so that profiles and mapping by moving treat it
-/// as such. It moves as `set` and `feed` say. Belongs to the dummy driver; `destroy` unplugs it.
+/// Axes, buttons and hats of the types that hardware has, in a driver of their own, so that
+/// profiles, calibration and mapping by moving treat it as such. It moves as `Set` and `Feed` say;
+/// `destroy` unplugs it.
 class ScriptDevice : public unidevice::Device {
  public:
-  ScriptDevice(const std::string& deviceName, int axes, int buttons);
+  static constexpr const char* kDriver = "scriptdriver";
+
+  struct Controls {
+    int axes = 4, buttons = 8, hats = 0;  ///< a hat has two controls: left to right, down to up
+  };
+
+  /// Makes one and plugs it into the driver, which owns it.
+  static ScriptDevice* Plug(const std::string& deviceName, const Controls& controls);
+  ScriptDevice(const std::string& deviceName, const Controls& controls);
   ~ScriptDevice() override;
 
   int controlCount() const override { return static_cast<int>(m_controls.size()); }
   unidevice::Control* control(int i) const override;
   bool update() override;
 
-  /// "Axis0", "Button3". False when it has no such control.
+  /// "Axis0", "Button3", "Hat0". False when it has no such control.
   bool Set(const std::string& control, double value);
   /// Plays a file whose columns are named so, by `time` (s).
   bool Feed(const std::string& path, std::function<double()> time, std::string& problem);
@@ -32,6 +42,7 @@ class ScriptDevice : public unidevice::Device {
   void SetNoise(double noise) { m_noise = noise; }
 
  private:
+  void Add(std::uint32_t kind, const char* type, int count);
   int IndexOf(const std::string& control) const;
 
   std::vector<std::unique_ptr<unidevice::Control>> m_controls;

@@ -10,6 +10,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -24,6 +25,7 @@
 #include "app/studio/script/WidgetDump.h"
 #include "core/CoreImplementation.h"
 #include "core/services/DataRoot.h"
+#include "unidevice/DriverManager.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
@@ -33,7 +35,8 @@ namespace {
 
 constexpr int kMaxWait = 600;    ///< s
 constexpr int kLookPeriod = 20;  ///< ms
-constexpr int kQuietLooks = 3;   ///< rounds without anything running that count as idle
+constexpr int kMostControls = 200;
+constexpr int kQuietLooks = 3;  ///< rounds without anything running that count as idle
 
 double NumberOr(const std::string& text, double byDefault) {
   double value = byDefault;
@@ -45,7 +48,9 @@ double NumberOr(const std::string& text, double byDefault) {
 
 ScriptDriver::ScriptDriver(ScriptHost& host, unsigned seed) : m_host(host), m_seed(seed) {}
 
-ScriptDriver::~ScriptDriver() = default;
+ScriptDriver::~ScriptDriver() {
+  unidevice::DriverManager::instance().removeDriver(ScriptDevice::kDriver);
+}
 
 bool ScriptDriver::Start(const std::string& file, std::string& problem) {
   if (file == "-") {
@@ -249,10 +254,15 @@ void ScriptDriver::Device(const ScriptLine& line) {
     return Answer(Json::object());
   }
   if (found != m_devices.end()) return Fail("\"" + name + "\" is there already");
-  auto* device = new ScriptDevice(name, static_cast<int>(NumberOr(line.Value("axes"), 4.0)),
-                                  static_cast<int>(NumberOr(line.Value("buttons"), 8.0)));
-  device->SetNoise(NumberOr(line.Value("noise"), 0.0));
-  m_devices[name] = device;
+  ScriptDevice::Controls controls;
+  const auto count = [&line](const char* what, int& number) {
+    number = std::clamp(static_cast<int>(NumberOr(line.Value(what), number)), 0, kMostControls);
+  };
+  count("axes", controls.axes);
+  count("buttons", controls.buttons);
+  count("hats", controls.hats);
+  m_devices[name] = ScriptDevice::Plug(name, controls);
+  m_devices[name]->SetNoise(NumberOr(line.Value("noise"), 0.0));
   Answer(Json::object());
 }
 

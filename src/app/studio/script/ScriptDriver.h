@@ -70,7 +70,7 @@ class ScriptDriver : public QObject {
   bool m_busy = false;   ///< a command is not answered yet
   bool m_failed = false;
   std::unique_ptr<Monkey> m_monkey;
-  std::map<std::string, ScriptDevice*> m_devices;  ///< the dummy driver's
+  std::map<std::string, ScriptDevice*> m_devices;  ///< their driver's
 };
 
 }  // namespace orv::app
