@@ -1,4 +1,6 @@
-// Whatever a scene file stores comes back by undo, and again by redo, to the byte.
+// Whatever a scene file stores comes back by undo, and again by redo, to the byte. What is no step
+// and left out: the profile that a rig counts as its own when one is saved, which goes with the
+// file.
 #include <algorithm>
 #include <random>
 
@@ -142,7 +144,6 @@ std::string UndoOfAll::EditRig(Instance& rig) {
     case 2:
       return "factory " + profiles.LoadFactorySettings().message;
     case 3:
-      profiles.SaveAs("Mine", true);
       return "profile " + profiles.Load(Any(profiles.List()).name).message;
     default: {
       ConfigElement* const element = Any(values);
