@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QTimer>
 
 #include "core/CoreImplementation.h"
 #include "core/HotKeys.h"
@@ -30,8 +31,13 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
                                           bool(key->modifiers() & Qt::ShiftModifier),
                                           bool(key->modifiers() & Qt::AltModifier)};
   const int code = rws::core::VirtualKeyOf(key->key(), key->modifiers() & Qt::KeypadModifier);
-  if (code == 0 || !m_core.HandleKey(code, modifiers)) return false;
+  using rws::core::HotKeyTime;
+  const HotKeyTime now = m_core.IsRecording() ? HotKeyTime::kInTake : HotKeyTime::kIdle;
+  if (code == 0 || m_core.IsResimulating() || !rws::core::FindHotKey(code, modifiers, now))
+    return false;
   m_taken = key->key();
+  // Later: the toolkit goes on with the window that the key came to, which a take may close.
+  QTimer::singleShot(0, this, [this, code, modifiers] { m_core.HandleKey(code, modifiers); });
   event->accept();
   return true;
 }

@@ -54,7 +54,7 @@ class Values : public WindowsTest {
 }  // namespace
 
 TEST_F(Values, StayToTheBitWhenOnlyLookedAt) {
-  Begin();
+  Begin().GetViews().messageBox = [](auto&&...) { return int(rws::kAnswerCancel); };
   int fields = 0;
   for (Tool* tool : core.GetLibrary().GetTools()) {
     Instance* rig = core.Create(tool, "");
