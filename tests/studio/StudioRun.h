@@ -56,7 +56,8 @@ class StudioRun : public testing::Test {
     folder.Write("script.txt", lines);
     std::string out;
     Run(STUDIO_PROGRAM,
-        QStringList{"--script", "script.txt", "--geometry", "1300x850", "--lang", "en"} + options,
+        QStringList{"--script", "script.txt", "--geometry", "1300x850+0+0", "--lang", "en"} +
+            options,
         out, variables);
     std::vector<Json> answers;
     std::istringstream text(out);
