@@ -10,7 +10,9 @@
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
+#include <cmath>
 #include <ctime>
+#include <string>
 #include <vector>
 
 #include "Figures.h"
@@ -24,6 +26,7 @@
 #include "core/windows/Windows.h"
 #include "plugins/release/all/AllRigs.h"
 #include "support/TempFolder.h"
+#include "unidevice/TestDevice.h"
 
 namespace {
 
@@ -125,7 +128,7 @@ double TakeShare(Shown shown, int ms) {
   return share;
 }
 
-void Live(benchmark::State& state) {
+void InTake(benchmark::State& state) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   int argc = 1;
   char name[] = "bench";
@@ -146,9 +149,40 @@ void Live(benchmark::State& state) {
   all.Report(state, "all_percent");
 }
 
+/// A round of a window with all that it paints, with 20 rigs, while every axis of two devices
+/// moves. There are 15 a second.
+void Live(benchmark::State& state, WindowKind kind, bool ofRig) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  int argc = 1;
+  char name[] = "bench";
+  char* argv[] = {name, nullptr};
+  QApplication application(argc, argv);
+  orv::unidevice::TestDriver driver("bench");
+  const std::vector<std::string> types(8, "Axis");
+  orv::unidevice::TestDevice* const pads[] = {driver.plug("Pad", types),
+                                              driver.plug("Wheel", types)};
+  Desk desk;
+  auto& core = desk.session.GetCore();
+  for (int i = 1; i < 20; ++i) core.CreateToolFromFactory("4WheelerExt", "Car" + std::to_string(i));
+  for (int i = 0; i < 8; ++i) core.MapInput(*core.FindByIdentity(desk.car), i, pads[0]->control(i));
+  Window* window = desk.windows.Open(kind, ofRig ? desk.car : 0);
+  if (!window) return state.SkipWithError("it can't be opened");
+  QApplication::processEvents();
+  double time = 0.0;
+  for (auto _ : state) {
+    time += 1.0 / 15.0;
+    for (auto* pad : pads) {
+      for (std::size_t i = 0; i < types.size(); ++i) pad->hardware[i] = std::sin(time + i);
+      pad->update();
+    }
+    window->OnLive();
+    QApplication::processEvents();
+  }
+}
+
 }  // namespace
 
-BENCHMARK(Live)->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(InTake)->Iterations(1)->Unit(benchmark::kSecond);
 #define ORV_WINDOW(name, kind, ofRig, drop)                    \
   BENCHMARK_CAPTURE(Open, name, WindowKind::kind, ofRig, drop) \
       ->UseManualTime()                                        \
@@ -160,5 +194,11 @@ ORV_WINDOW(log, kLog, false, false);
 ORV_WINDOW(hot_keys, kHotKeys, false, false);
 ORV_WINDOW(why, kWhy, false, false);
 ORV_WINDOW(about, kAbout, false, false);
+ORV_WINDOW(devices, kDevices, false, false);
+ORV_WINDOW(car_inputs, kInputConfig, true, false);
+ORV_WINDOW(car_inputs_anew, kInputConfig, true, true);
 ORV_WINDOW(car_parameters, kToolConfig, true, false);
 ORV_WINDOW(car_parameters_anew, kToolConfig, true, true);
+BENCHMARK_CAPTURE(Live, devices_live, WindowKind::kDevices, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Live, car_inputs_live, WindowKind::kInputConfig, true)
+    ->Unit(benchmark::kMillisecond);

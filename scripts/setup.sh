@@ -6,7 +6,7 @@ packages=(
   qtbase5-dev libqt5svg5-dev libtinygltf-dev nlohmann-json3-dev libcli11-dev libspdlog-dev
   libsdl2-dev libbullet-dev libeigen3-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
   libclang-rt-14-dev python3 fonts-dejavu-core
-  libassimp-dev libcpp-httplib-dev qttools5-dev-tools breeze-icon-theme xvfb xauth xdotool
+  libassimp-dev libcpp-httplib-dev qttools5-dev-tools qttranslations5-l10n breeze-icon-theme xvfb xauth xdotool
 )
 missing=()
 for package in "${packages[@]}"; do

@@ -23,10 +23,13 @@ constexpr Theme kThemes[] = {{"breeze", "light"}, {"breeze-dark", "dark"}};
 struct Size {
   int pixels;
   int margin;
-  const char* grids[2];  ///< folders of drawings, the better one first
+  const char* grids[3];  ///< folders of drawings, the better one first
 };
-constexpr Size kSizes[] = {
-    {16, 0, {"16", "22"}}, {24, 1, {"22", "16"}}, {32, 0, {"32", "16"}}, {48, 2, {"22", "16"}}};
+constexpr Size kSizes[] = {{16, 0, {"16", "22", "32"}},
+                           {24, 1, {"22", "16", "32"}},
+                           {32, 0, {"32", "16", "22"}},
+                           {48, 2, {"22", "16", "32"}},
+                           {64, 0, {"32", "16", "22"}}};
 
 constexpr const char* kKinds[] = {"actions", "status", "devices", "applets", "places"};
 

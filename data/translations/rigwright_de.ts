@@ -4,9 +4,1019 @@
 <context>
     <name>rigwright</name>
     <message>
+        <source>About</source>
+        <extracomment>data/core/layout/rws_about.xml</extracomment>
+        <translation>Info</translation>
+    </message>
+    <message>
+        <source>Icons: Breeze, by the KDE community, under the GNU Lesser General Public License 3.</source>
+        <extracomment>data/core/layout/rws_about.xml</extracomment>
+        <translation>Symbole: Breeze, von der KDE-Gemeinschaft, unter der GNU Lesser General Public License 3.</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <extracomment>data/core/layout/rws_about.xml; data/core/layout/rws_hotkeys.xml; data/core/layout/rws_preferences.xml</extracomment>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
+        <source>Countdown</source>
+        <extracomment>data/core/layout/rws_countdown.xml</extracomment>
+        <translation>Countdown</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <extracomment>data/core/layout/rws_countdown.xml; data/core/layout/rws_message.xml</extracomment>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Fit car to...</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Auto anpassen an ...</translation>
+    </message>
+    <message>
+        <source>&amp;Body</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>&amp;Karosserie</translation>
+    </message>
+    <message>
+        <source>Wheel front &amp;left</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Rad vorn &amp;links</translation>
+    </message>
+    <message>
+        <source>Wheel front &amp;right</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Rad vorn &amp;rechts</translation>
+    </message>
+    <message>
+        <source>Wheel b&amp;ack left</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Rad &amp;hinten links</translation>
+    </message>
+    <message>
+        <source>Wheel bac&amp;k right</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Rad hi&amp;nten rechts</translation>
+    </message>
+    <message>
+        <source>Left and right are as the driver sees them.</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Links und rechts, wie der Fahrer es sieht.</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>&amp;Anpassen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <extracomment>data/core/layout/rws_fitcar.xml</extracomment>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Hot keys</source>
+        <extracomment>data/core/layout/rws_hotkeys.xml</extracomment>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>In a take these keys act wherever the focus is.</source>
+        <extracomment>data/core/layout/rws_hotkeys.xml</extracomment>
+        <translation>In einem Take wirken diese Tasten, wo auch immer der Fokus ist.</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>&amp;Level</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>&amp;Stufe</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Notes and worse</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Hinweise und Schlimmeres</translation>
+    </message>
+    <message>
+        <source>Warnings and errors</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Warnungen und Fehler</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <extracomment>data/core/layout/rws_log.xml; data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Follow</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>&amp;Folgen</translation>
+    </message>
+    <message>
+        <source>Keeps the latest line in sight</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Hält die neueste Zeile im Blick</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Copies the selected lines, or all that are shown</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Kopiert die gewählten Zeilen oder alle gezeigten</translation>
+    </message>
+    <message>
+        <source>Lines of the log</source>
+        <extracomment>data/core/layout/rws_log.xml</extracomment>
+        <translation>Zeilen des Protokolls</translation>
+    </message>
+    <message>
+        <source>Orvel Rigwright</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Orvel Rigwright</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Neu</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ö&amp;ffnen ...</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;as...</source>
+        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Speichern &amp;unter ...</translation>
+    </message>
+    <message>
+        <source>&amp;Import a model...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Modell &amp;importieren ...</translation>
+    </message>
+    <message>
+        <source>Open a &amp;pre-rigged model...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Vorgeriggtes Modell öffnen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Make a pre-rigged model...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Vorgeriggtes Modell &amp;erstellen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Export for delivery...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zur &amp;Auslieferung exportieren ...</translation>
+    </message>
+    <message>
+        <source>Expor&amp;t poses...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Posen exportieren ...</translation>
+    </message>
+    <message>
+        <source>Export a pi&amp;cture...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Bild exportieren ...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Been&amp;den</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Rück&amp;gängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Preferences...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Einstellungen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Rig</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Rig</translation>
+    </message>
+    <message>
+        <source>&amp;Parameters</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Parameter</translation>
+    </message>
+    <message>
+        <source>&amp;Inputs...</source>
+        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>E&amp;ingaben ...</translation>
+    </message>
+    <message>
+        <source>Re&amp;name</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Umbenennen</translation>
+    </message>
+    <message>
+        <source>&amp;Duplicate</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Duplizieren</translation>
+    </message>
+    <message>
+        <source>D&amp;elete</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Group</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Gruppieren</translation>
+    </message>
+    <message>
+        <source>&amp;Ungroup</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Gruppierung &amp;aufheben</translation>
+    </message>
+    <message>
+        <source>Select &amp;all</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>All&amp;e auswählen</translation>
+    </message>
+    <message>
+        <source>Use the node as gr&amp;ound</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Knoten als &amp;Boden verwenden</translation>
+    </message>
+    <message>
+        <source>&amp;Fit car to...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Auto anpa&amp;ssen an ...</translation>
+    </message>
+    <message>
+        <source>Select what the rig dri&amp;ves</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Vom Rig Bewegtes auswählen</translation>
+    </message>
+    <message>
+        <source>Look again for &amp;templates</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Vorlagen &amp;neu suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Take</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Take</translation>
+    </message>
+    <message>
+        <source>&amp;Record</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Aufnehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rws_resimulate.xml</extracomment>
+        <translation>&amp;Stopp</translation>
+    </message>
+    <message>
+        <source>Retr&amp;y</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Nochma&amp;l</translation>
+    </message>
+    <message>
+        <source>Resimu&amp;late</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Neu simulieren</translation>
+    </message>
+    <message>
+        <source>&amp;Why does nothing move?</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Warum bewegt sich nichts?</translation>
+    </message>
+    <message>
+        <source>&amp;Window</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Devices</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>G&amp;eräte</translation>
+    </message>
+    <message>
+        <source>&amp;Log</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Protokoll</translation>
+    </message>
+    <message>
+        <source>&amp;Hot keys</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Examples</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Beispiele</translation>
+    </message>
+    <message>
+        <source>&amp;Licence...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Lizenz ...</translation>
+    </message>
+    <message>
+        <source>Look for &amp;updates...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Nach &amp;Updates suchen ...</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Info</translation>
+    </message>
+    <message>
+        <source>De&amp;vices...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Geräte &amp;zeigen ...</translation>
+    </message>
+    <message>
+        <source>Search the tools</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Werkzeuge suchen</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Search the rigs</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Rigs suchen</translation>
+    </message>
+    <message>
+        <source>Rigs</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Rigs</translation>
+    </message>
+    <message>
+        <source>Search the scene</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Szene durchsuchen</translation>
+    </message>
+    <message>
+        <source>Scene</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Szene</translation>
+    </message>
+    <message>
+        <source>Use as &amp;ground</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Als &amp;Boden verwenden</translation>
+    </message>
+    <message>
+        <source>Put under the &amp;world</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Unter die &amp;Welt hängen</translation>
+    </message>
+    <message>
+        <source>Pose</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Pose</translation>
+    </message>
+    <message>
+        <source>In</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Im Raum</translation>
+    </message>
+    <message>
+        <source>Space of the pose</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Raum der Pose</translation>
+    </message>
+    <message>
+        <source>its parent</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>seines Elternknotens</translation>
+    </message>
+    <message>
+        <source>the world</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>der Welt</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <extracomment>data/core/layout/rws_main.xml; 1DPositioner input</extracomment>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Position X</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Position X</translation>
+    </message>
+    <message>
+        <source>Position Y</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Position Y</translation>
+    </message>
+    <message>
+        <source>Position Z</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Position Z</translation>
+    </message>
+    <message>
+        <source>Rotation</source>
+        <extracomment>data/core/layout/rws_main.xml; 1DRotator input; Firepower</extracomment>
+        <translation>Drehung</translation>
+    </message>
+    <message>
+        <source>Rotation X</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Drehung X</translation>
+    </message>
+    <message>
+        <source>Rotation Y</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Drehung Y</translation>
+    </message>
+    <message>
+        <source>Rotation Z</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Drehung Z</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <extracomment>data/core/layout/rws_main.xml; 1DScaler input</extracomment>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Scale X</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Größe X</translation>
+    </message>
+    <message>
+        <source>Scale Y</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Größe Y</translation>
+    </message>
+    <message>
+        <source>Scale Z</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Größe Z</translation>
+    </message>
+    <message>
+        <source>In a window of its own</source>
+        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowDock.cpp</extracomment>
+        <translation>In ein eigenes Fenster</translation>
+    </message>
+    <message>
+        <source>Steps that can be undone</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Schritte, die rückgängig gemacht werden können</translation>
+    </message>
+    <message>
+        <source>Double-click a step, or press Enter, to go back or forth to it</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Doppelklick auf einen Schritt oder die Eingabetaste führt zu ihm zurück oder vor</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>Re&amp;cord</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Aufnehmen</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Von</translation>
+    </message>
+    <message>
+        <source>Start of the range</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Anfang des Bereichs</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>bis</translation>
+    </message>
+    <message>
+        <source>End of the range</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ende des Bereichs</translation>
+    </message>
+    <message>
+        <source>Frame rate</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Bildrate</translation>
+    </message>
+    <message>
+        <source>Slow-motio&amp;n factor</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeitl&amp;upenfaktor</translation>
+    </message>
+    <message>
+        <source>Slow-motion factor</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeitlupenfaktor</translation>
+    </message>
+    <message>
+        <source>How much slower a take runs: each step halves the speed</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Wie viel langsamer ein Take läuft: Jede Stufe halbiert das Tempo</translation>
+    </message>
+    <message>
+        <source>Auto-e&amp;xpand timeline</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeitleiste automatisch &amp;verlängern</translation>
+    </message>
+    <message>
+        <source>A take that reaches the end of the range goes on, and the range grows</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Take, der das Ende des Bereichs erreicht, läuft weiter, und der Bereich wächst</translation>
+    </message>
+    <message>
+        <source>Resimulate from first frame</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Vom ersten Bild an neu simulieren</translation>
+    </message>
+    <message>
+        <source>Else a resimulation begins at the present time</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Sonst beginnt eine neue Simulation bei der aktuellen Zeit</translation>
+    </message>
+    <message>
+        <source>Low poly on record</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Bei der Aufnahme vereinfacht</translation>
+    </message>
+    <message>
+        <source>Hides the models that hang on rigs while a take runs</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Blendet während eines Takes die Modelle aus, die an Rigs hängen</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <extracomment>data/core/layout/rws_message.xml</extracomment>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <extracomment>data/core/layout/rws_message.xml</extracomment>
+        <translation>&amp;Nein</translation>
+    </message>
+    <message>
+        <source>&amp;OK</source>
+        <extracomment>data/core/layout/rws_message.xml</extracomment>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <extracomment>data/core/layout/rws_popout_product.xml</extracomment>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <extracomment>data/core/layout/rws_popout_product.xml</extracomment>
+        <translation>Erzeugen</translation>
+    </message>
+    <message>
+        <source>Makes a rig of this kind in the scene</source>
+        <extracomment>data/core/layout/rws_popout_product.xml</extracomment>
+        <translation>Erzeugt ein Rig dieser Art in der Szene</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <extracomment>data/core/layout/rws_preferences.xml</extracomment>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Data root</source>
+        <extracomment>data/core/layout/rws_preferences.xml</extracomment>
+        <translation>Datenordner</translation>
+    </message>
+    <message>
+        <source>Folder of profiles, preferences and logs. --data-root or RIGWRIGHT_DATA_ROOT names another.</source>
+        <extracomment>data/core/layout/rws_preferences.xml</extracomment>
+        <translation>Ordner für Profile, Einstellungen und Protokolle. --data-root oder RIGWRIGHT_DATA_ROOT nennt einen anderen.</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <extracomment>data/core/layout/rws_preferences.xml</extracomment>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Resimulation</source>
+        <extracomment>data/core/layout/rws_resimulate.xml</extracomment>
+        <translation>Neue Simulation</translation>
+    </message>
+    <message>
+        <source>Show &amp;frames while it runs</source>
+        <extracomment>data/core/layout/rws_resimulate.xml</extracomment>
+        <translation>&amp;Bilder währenddessen zeigen</translation>
+    </message>
+    <message>
+        <source>Showing frames makes the run slower.</source>
+        <extracomment>data/core/layout/rws_resimulate.xml</extracomment>
+        <translation>Bilder zu zeigen macht den Lauf langsamer.</translation>
+    </message>
+    <message>
+        <source>Ends the run; what was simulated is kept</source>
+        <extracomment>data/core/layout/rws_resimulate.xml</extracomment>
+        <translation>Beendet den Lauf; was simuliert wurde, bleibt</translation>
+    </message>
+    <message>
+        <source>Tool configuration</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Parameter des Rigs</translation>
+    </message>
+    <message>
+        <source>Which controls turn this rig's inputs, and how it answers them</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Welche Bedienelemente auf die Eingaben des Rigs wirken, und wie es darauf antwortet</translation>
+    </message>
+    <message>
+        <source>Pr&amp;ofile</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Pr&amp;ofil</translation>
+    </message>
+    <message>
+        <source>Sets of values kept under a name</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Werte, die unter einem Namen aufgehoben sind</translation>
+    </message>
+    <message>
+        <source>S&amp;ave</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Spei&amp;chern</translation>
+    </message>
+    <message>
+        <source>Saves the values under the name of this profile</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Speichert die Werte unter dem Namen dieses Profils</translation>
+    </message>
+    <message>
+        <source>&amp;More</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>&amp;Mehr</translation>
+    </message>
+    <message>
+        <source>All that can be done with profiles</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Alles, was sich mit Profilen tun lässt</translation>
+    </message>
+    <message>
+        <source>&amp;Rename...</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Um&amp;benennen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Import...</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>&amp;Importieren ...</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>&amp;Exportieren ...</translation>
+    </message>
+    <message>
+        <source>&amp;Factory settings</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>&amp;Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>Use for &amp;new rigs</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Für &amp;neue Rigs verwenden</translation>
+    </message>
+    <message>
+        <source>Reset all &amp;values</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Alle Werte &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Shows the parameters whose name or description holds this text</source>
+        <extracomment>data/core/layout/rws_toolconfig.xml</extracomment>
+        <translation>Zeigt die Parameter, deren Name oder Beschreibung diesen Text enthält</translation>
+    </message>
+    <message>
+        <source>Why does nothing move?</source>
+        <extracomment>data/core/layout/rws_why.xml</extracomment>
+        <translation>Warum bewegt sich nichts?</translation>
+    </message>
+    <message>
+        <source>Reasons</source>
+        <extracomment>data/core/layout/rws_why.xml</extracomment>
+        <translation>Gründe</translation>
+    </message>
+    <message>
+        <source>&amp;Show the rig</source>
+        <extracomment>data/core/layout/rws_why.xml</extracomment>
+        <translation>Rig &amp;zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Reset this group</source>
+        <extracomment>data/core/layout/rows/group.xml</extracomment>
+        <translation>Diese Gruppe &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Change range and rate</source>
+        <extracomment>src/app/session/SceneRange.cpp</extracomment>
+        <translation>Bereich und Bildrate ändern</translation>
+    </message>
+    <message>
+        <source>Resimulating</source>
+        <extracomment>src/app/session/anyhost/RunRigs.cpp; src/core/take/RecordManager.cpp</extracomment>
+        <translation>Neue Simulation</translation>
+    </message>
+    <message>
+        <source>Change frame rate</source>
+        <extracomment>src/app/session/document/SceneDocument.cpp</extracomment>
+        <translation>Bildrate ändern</translation>
+    </message>
+    <message>
+        <source>Restore take</source>
+        <extracomment>src/app/session/document/TakeJournal.cpp</extracomment>
+        <translation>Take wiederherstellen</translation>
+    </message>
+    <message>
+        <source>The node is gone.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Den Knoten gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>%1 can't be placed in the world: a node above it has a scale of 0.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>%1 kann nicht in der Welt platziert werden: Ein Knoten darüber hat die Größe 0.</translation>
+    </message>
+    <message>
+        <source>That is no place in the scene.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Das ist kein Ort in der Szene.</translation>
+    </message>
+    <message>
+        <source>%1 can't hang below itself.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>%1 kann nicht unter sich selbst hängen.</translation>
+    </message>
+    <message>
+        <source>%1 can't hang there and keep its place: a scale of 0 stands above it.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>%1 kann dort nicht hängen und seinen Ort behalten: Darüber steht eine Größe von 0.</translation>
+    </message>
+    <message>
+        <source>This rig meets no ground.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Dieses Rig berührt keinen Boden.</translation>
+    </message>
+    <message>
+        <source>The rig's node that tells its ground is gone; undo its deletion.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Der Knoten des Rigs, der seinen Boden angibt, fehlt; machen Sie sein Löschen rückgängig.</translation>
+    </message>
+    <message>
+        <source>There is no mesh in what is selected.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>In der Auswahl ist kein Netz.</translation>
+    </message>
+    <message>
+        <source>Select a rig first.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp; src/core/windows/MainWindowRigs.cpp; src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Rig.</translation>
+    </message>
+    <message>
+        <source>The rig or a part of the car is gone.</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Das Rig oder ein Teil des Autos fehlt.</translation>
+    </message>
+    <message>
+        <source>Move nodes</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Knoten umhängen</translation>
+    </message>
+    <message>
+        <source>Use as ground</source>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <translation>Als Boden verwenden</translation>
+    </message>
+    <message>
+        <source>Scenes (*.glb *.gltf)</source>
+        <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Szenen (*.glb *.gltf)</translation>
+    </message>
+    <message>
+        <source>Autosave</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Automatische Sicherung</translation>
+    </message>
+    <message>
+        <source>%1 more stand in the log.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>%1 weitere stehen im Protokoll.</translation>
+    </message>
+    <message>
+        <source>New scene</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Neue Szene</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Save the changes of %1?</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Änderungen an %1 speichern?</translation>
+    </message>
+    <message>
+        <source>%1 was not saved when the program ended.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>%1 war nicht gespeichert, als das Programm endete.</translation>
+    </message>
+    <message>
+        <source>A take of %1 s was running.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ein Take von %1 s lief gerade.</translation>
+    </message>
+    <message>
+        <source>Open what there is of it? No removes it for good.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Öffnen, was davon da ist? Nein entfernt es endgültig.</translation>
+    </message>
+    <message>
+        <source>Recovery</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Wiederherstellung</translation>
+    </message>
+    <message>
+        <source>Export for delivery</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Zur Auslieferung exportieren</translation>
+    </message>
+    <message>
+        <source>Export poses</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Posen exportieren</translation>
+    </message>
+    <message>
+        <source>Tables (*.csv)</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Tabellen (*.csv)</translation>
+    </message>
+    <message>
+        <source>Export picture</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Bild exportieren</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.svg)</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Bilder (*.png *.svg)</translation>
+    </message>
+    <message>
+        <source>there is no rig to draw</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>es gibt kein Rig, das gezeichnet werden kann</translation>
+    </message>
+    <message>
+        <source>the picture could not be made</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>das Bild konnte nicht erzeugt werden</translation>
+    </message>
+    <message>
+        <source>Load profile</source>
+        <extracomment>src/core/CoreEdits.cpp</extracomment>
+        <translation>Profil laden</translation>
+    </message>
+    <message>
+        <source>Load input profile</source>
+        <extracomment>src/core/CoreEdits.cpp</extracomment>
+        <translation>Eingabeprofil laden</translation>
+    </message>
+    <message>
         <source>Saved with rigs that can't be performed: %1</source>
         <extracomment>src/core/CoreImplementation.cpp</extracomment>
         <translation>Gespeichert mit Rigs, die nicht ausgeführt werden können: %1</translation>
+    </message>
+    <message>
+        <source>Stops the take</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Beendet den Take</translation>
+    </message>
+    <message>
+        <source>Makes the take slower</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Macht den Take langsamer</translation>
+    </message>
+    <message>
+        <source>Makes the take faster</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Macht den Take schneller</translation>
+    </message>
+    <message>
+        <source>Ctrl+Alt+Space</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Strg+Alt+Leertaste</translation>
+    </message>
+    <message>
+        <source>Starts a take</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Beginnt einen Take</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>Ctrl+Z</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Strg+Z</translation>
+    </message>
+    <message>
+        <source>Throws the take away and starts another</source>
+        <extracomment>src/core/HotKeys.cpp</extracomment>
+        <translation>Verwirft den Take und beginnt einen neuen</translation>
+    </message>
+    <message>
+        <source>%1 is mapped to %2, which is a hot key.</source>
+        <extracomment>src/core/config/InputConflicts.cpp</extracomment>
+        <translation>%1 ist %2 zugeordnet, und das ist ein Tastenkürzel.</translation>
     </message>
     <message>
         <source>Please select or specify a profile</source>
@@ -57,6 +1067,21 @@
         <source>Do you really want to delete the profile:</source>
         <extracomment>src/core/config/XMLFileManager.cpp</extracomment>
         <translation>Soll dieses Profil wirklich gelöscht werden:</translation>
+    </message>
+    <message>
+        <source>Delete node</source>
+        <extracomment>src/core/instances/Instance.cpp</extracomment>
+        <translation>Knoten löschen</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <extracomment>src/core/instances/InstanceRows.cpp</extracomment>
+        <translation>Häkchen setzen</translation>
+    </message>
+    <message>
+        <source>Change order</source>
+        <extracomment>src/core/instances/InstanceRows.cpp</extracomment>
+        <translation>Reihenfolge ändern</translation>
     </message>
     <message>
         <source>the line "%1" has no colon</source>
@@ -144,6 +1169,186 @@
         <translation>%1: Die Lizenz %2 von %3 umfasst %4, nicht aber „%5“. Bitte eine Lizenz dort ablegen, die es umfasst.</translation>
     </message>
     <message>
+        <source>seconds before a take begins</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>Sekunden, bevor ein Take beginnt</translation>
+    </message>
+    <message>
+        <source>a resimulation in a window shows frames as it runs</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>eine neue Simulation in einem Fenster zeigt Bilder, während sie läuft</translation>
+    </message>
+    <message>
+        <source>minutes between autosaves; 0: no autosave, no journal of takes</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>Minuten zwischen automatischen Sicherungen; 0: keine Sicherung, kein Mitschreiben von Takes</translation>
+    </message>
+    <message>
+        <source>of the windows</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>der Fenster</translation>
+    </message>
+    <message>
+        <source>colours of the windows</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>Farben der Fenster</translation>
+    </message>
+    <message>
+        <source>of lengths in the windows</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>von Längen in den Fenstern</translation>
+    </message>
+    <message>
+        <source>asks a server once a week for a newer version</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>fragt einen Server einmal in der Woche nach einer neueren Version</translation>
+    </message>
+    <message>
+        <source>The playback range from %1 s to %2 s is empty.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Der Abspielbereich von %1 s bis %2 s ist leer.</translation>
+    </message>
+    <message>
+        <source>Set an end behind its start.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Setzen Sie ein Ende hinter seinem Anfang.</translation>
+    </message>
+    <message>
+        <source>The time %1 s is at the end of the playback range, or behind it.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Die Zeit %1 s liegt am Ende des Abspielbereichs oder dahinter.</translation>
+    </message>
+    <message>
+        <source>Go back to where the take is to begin; else the range grows.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Gehen Sie dahin zurück, wo der Take beginnen soll; sonst wächst der Bereich.</translation>
+    </message>
+    <message>
+        <source>Go back to where the take is to begin, or let the range grow.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Gehen Sie dahin zurück, wo der Take beginnen soll, oder lassen Sie den Bereich wachsen.</translation>
+    </message>
+    <message>
+        <source>There is no rig in the scene.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>In der Szene ist kein Rig.</translation>
+    </message>
+    <message>
+        <source>Add one from the list of tools.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Fügen Sie eines aus der Liste der Werkzeuge hinzu.</translation>
+    </message>
+    <message>
+        <source>A resimulation runs, so no take can begin.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Eine neue Simulation läuft, deshalb kann kein Take beginnen.</translation>
+    </message>
+    <message>
+        <source>A take runs already.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Ein Take läuft schon.</translation>
+    </message>
+    <message>
+        <source>Stop it first.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Beenden Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>Takes run %1 times slower than real time.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Takes laufen %1-mal langsamer als in Echtzeit.</translation>
+    </message>
+    <message>
+        <source>Lower the slow factor.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Verringern Sie den Zeitlupenfaktor.</translation>
+    </message>
+    <message>
+        <source>%1 needs a licence that is not there.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>%1 braucht eine Lizenz, die fehlt.</translation>
+    </message>
+    <message>
+        <source>See the licence in the preferences.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Sehen Sie in den Einstellungen nach der Lizenz.</translation>
+    </message>
+    <message>
+        <source>%1 is not checked, so it takes no part in takes.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>%1 hat kein Häkchen und nimmt deshalb an Takes nicht teil.</translation>
+    </message>
+    <message>
+        <source>Check its row.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Setzen Sie das Häkchen in seiner Zeile.</translation>
+    </message>
+    <message>
+        <source>%1 stands in the group %2, which is not checked.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>%1 steht in der Gruppe %2, die kein Häkchen hat.</translation>
+    </message>
+    <message>
+        <source>Check the group.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Setzen Sie das Häkchen der Gruppe.</translation>
+    </message>
+    <message>
+        <source>No input of %1 is mapped to a control.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Keine Eingabe von %1 ist einem Bedienelement zugeordnet.</translation>
+    </message>
+    <message>
+        <source>Map one in the input configuration, or load an input profile.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Ordnen Sie in der Eingabekonfiguration eine zu, oder laden Sie ein Eingabeprofil.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 is mapped to %3, which is not there.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>%1 von %2 ist %3 zugeordnet, und das fehlt.</translation>
+    </message>
+    <message>
+        <source>Plug the device in, or map the input to another control.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Schließen Sie das Gerät an, oder ordnen Sie die Eingabe einem anderen Bedienelement zu.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 gives nothing, whatever its control does.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>%1 von %2 liefert nichts, was auch immer sein Bedienelement tut.</translation>
+    </message>
+    <message>
+        <source>Set a dead zone below 1 and a multiplier that is not 0.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Stellen Sie eine Totzone unter 1 und einen Faktor ein, der nicht 0 ist.</translation>
+    </message>
+    <message>
+        <source>The control of %1 of %2 stands at %3, within the dead zone of %4.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Das Bedienelement von %1 von %2 steht auf %3, innerhalb der Totzone von %4.</translation>
+    </message>
+    <message>
+        <source>Move it further, make the dead zone smaller, or calibrate the control.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Bewegen Sie es weiter, verkleinern Sie die Totzone, oder kalibrieren Sie das Bedienelement.</translation>
+    </message>
+    <message>
+        <source>%1 meets no mesh. %2: %3.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>%1 berührt kein Netz. %2: %3.</translation>
+    </message>
+    <message>
+        <source>Choose the ground's meshes.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Wählen Sie die Netze des Bodens.</translation>
+    </message>
+    <message>
+        <source>Put the ground's meshes below %1.</source>
+        <extracomment>src/core/take/Diagnosis.cpp</extracomment>
+        <translation>Hängen Sie die Netze des Bodens unter %1.</translation>
+    </message>
+    <message>
         <source>Left out, with its keys as they are: %1. %2</source>
         <extracomment>src/core/take/RecordManager.cpp</extracomment>
         <translation>Ausgelassen, Keys unverändert: %1. %2</translation>
@@ -152,6 +1357,11 @@
         <source>None of the rigs can be performed</source>
         <extracomment>src/core/take/RecordManager.cpp</extracomment>
         <translation>Keines der Rigs kann ausgeführt werden</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <extracomment>src/core/take/RecordManager.cpp</extracomment>
+        <translation>Aufnahme</translation>
     </message>
     <message>
         <source>99 hrs and 59 minutes</source>
@@ -177,6 +1387,36 @@
         <source>%1 out of %2 frames.</source>
         <extracomment>src/core/take/ResimulateWindow.cpp</extracomment>
         <translation>%1 von %2 Bildern.</translation>
+    </message>
+    <message>
+        <source>The take begins in %1 s.</source>
+        <extracomment>src/core/take/RunStatus.cpp</extracomment>
+        <translation>Der Take beginnt in %1 s.</translation>
+    </message>
+    <message>
+        <source>Recording frame %1 (%2 s).</source>
+        <extracomment>src/core/take/RunStatus.cpp</extracomment>
+        <translation>Bild %1 wird aufgenommen (%2 s).</translation>
+    </message>
+    <message>
+        <source>Recording frame %1 (%2 s), one frame behind.</source>
+        <extracomment>src/core/take/RunStatus.cpp</extracomment>
+        <translation>Bild %1 wird aufgenommen (%2 s), ein Bild im Rückstand.</translation>
+    </message>
+    <message>
+        <source>Recording frame %1 (%2 s), %3 frames behind.</source>
+        <extracomment>src/core/take/RunStatus.cpp</extracomment>
+        <translation>Bild %1 wird aufgenommen (%2 s), %3 Bilder im Rückstand.</translation>
+    </message>
+    <message>
+        <source>Resimulating frame %1 (%2 %).</source>
+        <extracomment>src/core/take/RunStatus.cpp</extracomment>
+        <translation>Bild %1 wird neu simuliert (%2 %).</translation>
+    </message>
+    <message>
+        <source>Ready.</source>
+        <extracomment>src/core/take/RunStatus.cpp</extracomment>
+        <translation>Bereit.</translation>
     </message>
     <message>
         <source>Profiles of %1 can't be written: the licence does not cover "%2"</source>
@@ -224,6 +1464,576 @@
         <translation>der Server braucht zu lange für eine Antwort</translation>
     </message>
     <message>
+        <source>Version %1</source>
+        <extracomment>src/core/windows/AboutWindow.cpp</extracomment>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>%1 takes the size and place of your car and carries it from then on. Which nodes are its body and its wheels?</source>
+        <extracomment>src/core/windows/FitCarWindow.cpp</extracomment>
+        <translation>%1 übernimmt Größe und Ort Ihres Autos und trägt es von da an. Welche Knoten sind seine Karosserie und seine Räder?</translation>
+    </message>
+    <message>
+        <source>A node can't be two parts of the car.</source>
+        <extracomment>src/core/windows/FitCarWindow.cpp</extracomment>
+        <translation>Ein Knoten kann nicht zwei Teile des Autos sein.</translation>
+    </message>
+    <message>
+        <source>Choose a node for each part.</source>
+        <extracomment>src/core/windows/FitCarWindow.cpp</extracomment>
+        <translation>Wählen Sie für jeden Teil einen Knoten.</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <extracomment>src/core/windows/HotKeysWindow.cpp</extracomment>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>What it does</source>
+        <extracomment>src/core/windows/HotKeysWindow.cpp</extracomment>
+        <translation>Was sie tut</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <extracomment>src/core/windows/HotKeysWindow.cpp</extracomment>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>in a take</source>
+        <extracomment>src/core/windows/HotKeysWindow.cpp</extracomment>
+        <translation>in einem Take</translation>
+    </message>
+    <message>
+        <source>at any other time</source>
+        <extracomment>src/core/windows/HotKeysWindow.cpp</extracomment>
+        <translation>zu jeder anderen Zeit</translation>
+    </message>
+    <message>
+        <source>%1 of %2 lines</source>
+        <extracomment>src/core/windows/LogWindow.cpp</extracomment>
+        <translation>%1 von %2 Zeilen</translation>
+    </message>
+    <message>
+        <source>A resimulation runs. Stop it first.</source>
+        <extracomment>src/core/windows/MainWindow.cpp</extracomment>
+        <translation>Eine neue Simulation läuft. Beenden Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>A take runs. Stop it first.</source>
+        <extracomment>src/core/windows/MainWindow.cpp</extracomment>
+        <translation>Ein Take läuft. Beenden Sie ihn zuerst.</translation>
+    </message>
+    <message>
+        <source>No device is there. Plug in a pad or a wheel.</source>
+        <extracomment>src/core/windows/MainWindowDevices.cpp</extracomment>
+        <translation>Kein Gerät ist da. Schließen Sie ein Gamepad oder ein Lenkrad an.</translation>
+    </message>
+    <message>
+        <source>%1 So are %2 more inputs.</source>
+        <extracomment>src/core/windows/MainWindowDevices.cpp</extracomment>
+        <translation>%1 Ebenso %2 weitere Eingaben.</translation>
+    </message>
+    <message>
+        <source>Select a rig to see its parameters.</source>
+        <extracomment>src/core/windows/MainWindowDock.cpp</extracomment>
+        <translation>Wählen Sie ein Rig, um seine Parameter zu sehen.</translation>
+    </message>
+    <message>
+        <source>The parameters stand in a window of their own.</source>
+        <extracomment>src/core/windows/MainWindowDock.cpp</extracomment>
+        <translation>Die Parameter stehen in einem eigenen Fenster.</translation>
+    </message>
+    <message>
+        <source>Back into this window</source>
+        <extracomment>src/core/windows/MainWindowDock.cpp</extracomment>
+        <translation>Zurück in dieses Fenster</translation>
+    </message>
+    <message>
+        <source>Select a node in the scene first.</source>
+        <extracomment>src/core/windows/MainWindowPose.cpp; src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Wählen Sie zuerst einen Knoten in der Szene.</translation>
+    </message>
+    <message>
+        <source>No rig yet. Double-click a tool at the left, or choose one and press Enter.</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Noch kein Rig. Doppelklicken Sie links auf ein Werkzeug, oder wählen Sie eines und drücken Sie die Eingabetaste.</translation>
+    </message>
+    <message>
+        <source>Rig</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Rig</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>resimulating</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>simuliert</translation>
+    </message>
+    <message>
+        <source>recording</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>nimmt auf</translation>
+    </message>
+    <message>
+        <source>recorded</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>aufgenommen</translation>
+    </message>
+    <message>
+        <source>ready</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>bereit</translation>
+    </message>
+    <message>
+        <source>Select a rig or a group first.</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Wählen Sie zuerst ein Rig oder eine Gruppe.</translation>
+    </message>
+    <message>
+        <source>Select a group first.</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Wählen Sie zuerst eine Gruppe.</translation>
+    </message>
+    <message>
+        <source>There is no rig yet.</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Es gibt noch kein Rig.</translation>
+    </message>
+    <message>
+        <source>Rigs can be dropped on groups and between rows.</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Rigs lassen sich auf Gruppen und zwischen Zeilen ablegen.</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Move rigs</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Rigs verschieben</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Duplizieren</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Ungroup</source>
+        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
+        <translation>Gruppierung aufheben</translation>
+    </message>
+    <message>
+        <source>mesh</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Netz</translation>
+    </message>
+    <message>
+        <source>curve</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Kurve</translation>
+    </message>
+    <message>
+        <source>camera</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>group</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Node</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>The scene is empty. Import a model, or drop a file here.</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Die Szene ist leer. Importieren Sie ein Modell, oder ziehen Sie eine Datei hierher.</translation>
+    </message>
+    <message>
+        <source>keys</source>
+        <extracomment>src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>Set the frame rate in the host.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Stellen Sie die Bildrate im Wirtsprogramm ein.</translation>
+    </message>
+    <message>
+        <source>real time</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Echtzeit</translation>
+    </message>
+    <message>
+        <source>%1 x slower</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>%1 x langsamer</translation>
+    </message>
+    <message>
+        <source>There is no rig. Add one from the list of tools.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Es gibt kein Rig. Fügen Sie eines aus der Liste der Werkzeuge hinzu.</translation>
+    </message>
+    <message>
+        <source>No rig is checked. Check one in its row.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Kein Rig hat ein Häkchen. Setzen Sie eines in seiner Zeile.</translation>
+    </message>
+    <message>
+        <source>No take or resimulation runs.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Kein Take und keine neue Simulation läuft.</translation>
+    </message>
+    <message>
+        <source>The last step is no take.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Der letzte Schritt ist kein Take.</translation>
+    </message>
+    <message>
+        <source>Playback range</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Abspielbereich</translation>
+    </message>
+    <message>
+        <source>There are no tools.</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>Es gibt keine Werkzeuge.</translation>
+    </message>
+    <message>
+        <source>No tool has this in its name or description.</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>Kein Werkzeug hat dies in Name oder Beschreibung.</translation>
+    </message>
+    <message>
+        <source>This tool needs a licence with the feature "%1".</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>Dieses Werkzeug braucht eine Lizenz mit dem Merkmal „%1“.</translation>
+    </message>
+    <message>
+        <source>By %1</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>Von %1</translation>
+    </message>
+    <message>
+        <source>%1 could not be created; the log tells why.</source>
+        <extracomment>src/core/windows/MainWindowTools.cpp</extracomment>
+        <translation>%1 konnte nicht erzeugt werden; das Protokoll sagt, warum.</translation>
+    </message>
+    <message>
+        <source>Add %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 hinzufügen</translation>
+    </message>
+    <message>
+        <source>Change response of %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Antwort von %1 ändern</translation>
+    </message>
+    <message>
+        <source>Change %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 ändern</translation>
+    </message>
+    <message>
+        <source>Check %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Häkchen für %1</translation>
+    </message>
+    <message>
+        <source>Clone %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 duplizieren</translation>
+    </message>
+    <message>
+        <source>Create group %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Gruppe %1 erzeugen</translation>
+    </message>
+    <message>
+        <source>Create %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 erzeugen</translation>
+    </message>
+    <message>
+        <source>Delete group %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Gruppe %1 löschen</translation>
+    </message>
+    <message>
+        <source>Delete %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 löschen</translation>
+    </message>
+    <message>
+        <source>Fit %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 anpassen</translation>
+    </message>
+    <message>
+        <source>Import %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 importieren</translation>
+    </message>
+    <message>
+        <source>Map %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 zuordnen</translation>
+    </message>
+    <message>
+        <source>Move %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 verschieben</translation>
+    </message>
+    <message>
+        <source>Place %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 platzieren</translation>
+    </message>
+    <message>
+        <source>Rename %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 umbenennen</translation>
+    </message>
+    <message>
+        <source>Reset %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp; src/core/windows/ParameterRows.cpp</extracomment>
+        <translation>%1 zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Select %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 auswählen</translation>
+    </message>
+    <message>
+        <source>SetParent %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 umhängen</translation>
+    </message>
+    <message>
+        <source>Uncheck %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Kein Häkchen für %1</translation>
+    </message>
+    <message>
+        <source>As it was opened</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Wie geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Rück&amp;gängig: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>There is nothing to undo.</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Es gibt nichts rückgängig zu machen.</translation>
+    </message>
+    <message>
+        <source>There is nothing to redo.</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>Es gibt nichts zu wiederholen.</translation>
+    </message>
+    <message>
+        <source>Back to %1</source>
+        <extracomment>src/core/windows/ParameterRows.cpp</extracomment>
+        <translation>Zurück auf %1</translation>
+    </message>
+    <message>
+        <source>Seconds before a take</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Sekunden vor einem Take</translation>
+    </message>
+    <message>
+        <source>Minutes between autosaves (0: none)</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Minuten zwischen Sicherungen (0: keine)</translation>
+    </message>
+    <message>
+        <source>Show frames while a resimulation runs</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Bilder während einer neuen Simulation zeigen</translation>
+    </message>
+    <message>
+        <source>Lengths in</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Längen in</translation>
+    </message>
+    <message>
+        <source>Metres</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Metern</translation>
+    </message>
+    <message>
+        <source>Centimetres</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Zentimetern</translation>
+    </message>
+    <message>
+        <source>Millimetres</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Millimetern</translation>
+    </message>
+    <message>
+        <source>Feet</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Fuß</translation>
+    </message>
+    <message>
+        <source>Inches</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>The system's</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Wie das System</translation>
+    </message>
+    <message>
+        <source>Theme</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Ask a server for newer versions once a week</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Einen Server wöchentlich nach neueren Versionen fragen</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>This profile can't be saved over. Save it under another name.</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Dieses Profil kann nicht überschrieben werden. Speichern Sie es unter einem anderen Namen.</translation>
+    </message>
+    <message>
+        <source>Profiles</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profile</translation>
+    </message>
+    <message>
+        <source>Save profile</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profil speichern</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Rename profile</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profil umbenennen</translation>
+    </message>
+    <message>
+        <source>Import profiles</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profile importieren</translation>
+    </message>
+    <message>
+        <source>Profiles (*.ocp *.xml)</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profile (*.ocp *.xml)</translation>
+    </message>
+    <message>
+        <source>Export profile</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profil exportieren</translation>
+    </message>
+    <message>
+        <source>Profiles (*.ocp)</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Profile (*.ocp)</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <extracomment>src/core/windows/ToolConfigPanel.cpp</extracomment>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Nothing keeps the rigs from moving. Record a take.</source>
+        <extracomment>src/core/windows/WhyWindow.cpp</extracomment>
+        <translation>Nichts hindert die Rigs daran, sich zu bewegen. Nehmen Sie einen Take auf.</translation>
+    </message>
+    <message>
+        <source>Something keeps a rig from moving:</source>
+        <extracomment>src/core/windows/WhyWindow.cpp</extracomment>
+        <translation>Etwas hindert ein Rig daran, sich zu bewegen:</translation>
+    </message>
+    <message>
+        <source>The rigs can move. Worth knowing:</source>
+        <extracomment>src/core/windows/WhyWindow.cpp</extracomment>
+        <translation>Die Rigs können sich bewegen. Gut zu wissen:</translation>
+    </message>
+    <message>
+        <source>This is of the whole take and of no rig.</source>
+        <extracomment>src/core/windows/WhyWindow.cpp</extracomment>
+        <translation>Das betrifft den ganzen Take und kein einzelnes Rig.</translation>
+    </message>
+    <message>
+        <source>This is no number. Esc brings the old one back.</source>
+        <extracomment>src/gui/component/qt/SpinField.cpp</extracomment>
+        <translation>Das ist keine Zahl. Esc bringt die alte zurück.</translation>
+    </message>
+    <message>
         <source>UNSUPPORTED SURFACE TYPE</source>
         <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp</extracomment>
         <translation>OBERFLÄCHE NICHT UNTERSTÜTZT</translation>
@@ -239,6 +2049,21 @@
         <translation>Die Physikwelt wurde nicht erzeugt</translation>
     </message>
     <message>
+        <source>Ground</source>
+        <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp; src/plugins/release/crawlertracks/crawlertracks_CrawlerTracks.cpp</extracomment>
+        <translation>Boden</translation>
+    </message>
+    <message>
+        <source>none: the plane y = 0 carries the car, up to 1000 m from the origin</source>
+        <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp</extracomment>
+        <translation>keiner: die Ebene y = 0 trägt das Auto, bis 1000 m vom Ursprung</translation>
+    </message>
+    <message>
+        <source>none: the plane y = 0 carries the car</source>
+        <extracomment>src/plugins/release/4wheelerextended/CGravityDirectionNode.cpp</extracomment>
+        <translation>keiner: die Ebene y = 0 trägt das Auto</translation>
+    </message>
+    <message>
         <source>Create new track</source>
         <extracomment>src/plugins/release/crawlertracks/CrawlerActions.cpp</extracomment>
         <translation>Neue Kette erzeugen</translation>
@@ -249,9 +2074,119 @@
         <translation>Die Kette gibt es schon. Soll sie entfernt und neu erzeugt werden?</translation>
     </message>
     <message>
+        <source>none: the belt hangs on its wheels</source>
+        <extracomment>src/plugins/release/crawlertracks/crawlertracks_CrawlerTracks.cpp</extracomment>
+        <translation>keiner: die Kette hängt an ihren Rädern</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <extracomment>src/plugins/release/firepower/CCollisionNode.cpp</extracomment>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>none: projectiles meet nothing</source>
+        <extracomment>src/plugins/release/firepower/CCollisionNode.cpp</extracomment>
+        <translation>keines: Geschosse treffen auf nichts</translation>
+    </message>
+    <message>
         <source>Overwrite?</source>
         <extracomment>src/plugins/release/splinespeedcontroller/RailActions.cpp</extracomment>
         <translation>Überschreiben?</translation>
+    </message>
+    <message>
+        <source>One of the values is not a finite number.</source>
+        <extracomment>src/unidevice/Calibration.cpp</extracomment>
+        <translation>Einer der Werte ist keine endliche Zahl.</translation>
+    </message>
+    <message>
+        <source>Rest (%1) and full (%2) are too near to each other: they must lie %3 apart.</source>
+        <extracomment>src/unidevice/Calibration.cpp</extracomment>
+        <translation>Ruhe (%1) und voll (%2) liegen zu dicht beieinander: Sie müssen %3 auseinanderliegen.</translation>
+    </message>
+    <message>
+        <source>The centre (%1) and the low end (%2) are too near to each other: they must lie %3 apart.</source>
+        <extracomment>src/unidevice/Calibration.cpp</extracomment>
+        <translation>Die Mitte (%1) und das untere Ende (%2) liegen zu dicht beieinander: Sie müssen %3 auseinanderliegen.</translation>
+    </message>
+    <message>
+        <source>The centre (%1) does not lie between the ends (%2 and %3).</source>
+        <extracomment>src/unidevice/Calibration.cpp</extracomment>
+        <translation>Die Mitte (%1) liegt nicht zwischen den Enden (%2 und %3).</translation>
+    </message>
+    <message>
+        <source>%1 is not there. Plug it in.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>%1 ist nicht da. Schließen Sie es an.</translation>
+    </message>
+    <message>
+        <source>%1 has told nothing yet. Move it once and let it go.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>%1 hat noch nichts gemeldet. Bewegen Sie es einmal, und lassen Sie es los.</translation>
+    </message>
+    <message>
+        <source>It moved by %1 while it was to rest. Let it go and wait a moment.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Es hat sich um %1 bewegt, während es ruhen sollte. Lassen Sie es los, und warten Sie einen Moment.</translation>
+    </message>
+    <message>
+        <source>Let go of the pedal or trigger.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Lassen Sie das Pedal oder den Abzug los.</translation>
+    </message>
+    <message>
+        <source>Let go of it, so that it stands in its centre.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Lassen Sie es los, sodass es in seiner Mitte steht.</translation>
+    </message>
+    <message>
+        <source>Press it all the way down.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Drücken Sie es ganz durch.</translation>
+    </message>
+    <message>
+        <source>Move it all the way to the end that counts as 1.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Bewegen Sie es ganz bis zu dem Ende, das als 1 gilt.</translation>
+    </message>
+    <message>
+        <source>Move it all the way to the other end.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Bewegen Sie es ganz bis zum anderen Ende.</translation>
+    </message>
+    <message>
+        <source>It rests at %1 and is full at %2.</source>
+        <extracomment>src/unidevice/CalibrationMeasure.cpp</extracomment>
+        <translation>Es ruht bei %1 und ist bei %2 voll.</translation>
+    </message>
+    <message>
+        <source>Nothing has moved. Is the device plugged in?</source>
+        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>Nichts hat sich bewegt. Ist das Gerät angeschlossen?</translation>
+    </message>
+    <message>
+        <source>%1 has moved, which another input has already.</source>
+        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>%1 hat sich bewegt, doch das gehört schon einer anderen Eingabe.</translation>
+    </message>
+    <message>
+        <source>%1 has moved, but this input takes no control of its kind.</source>
+        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>%1 hat sich bewegt, doch diese Eingabe nimmt kein Bedienelement dieser Art.</translation>
+    </message>
+    <message>
+        <source>Found %1 and %2.</source>
+        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>%1 und %2 gefunden.</translation>
+    </message>
+    <message>
+        <source>Found %1.</source>
+        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>%1 gefunden.</translation>
+    </message>
+    <message>
+        <source>Nothing has changed.</source>
+        <extracomment>src/unidevice/ControlFinder.cpp</extracomment>
+        <translation>Nichts hat sich geändert.</translation>
     </message>
     <message>
         <source>Orvel MotionFilterCam</source>
@@ -779,11 +2714,6 @@
         <translation>Position: Aufsummieren</translation>
     </message>
     <message>
-        <source>Position</source>
-        <extracomment>1DPositioner input</extracomment>
-        <translation>Position</translation>
-    </message>
-    <message>
         <source>Orvel 1D rotator</source>
         <extracomment>1DRotator</extracomment>
         <translation>Orvel 1D rotator</translation>
@@ -812,11 +2742,6 @@
         <source>Rotation Integrate</source>
         <extracomment>1DRotator</extracomment>
         <translation>Drehung: Aufsummieren</translation>
-    </message>
-    <message>
-        <source>Rotation</source>
-        <extracomment>1DRotator input; Firepower</extracomment>
-        <translation>Drehung</translation>
     </message>
     <message>
         <source>Orvel 1D scaler</source>
@@ -857,11 +2782,6 @@
         <source>Scale Integrate</source>
         <extracomment>1DScaler</extracomment>
         <translation>Größe: Aufsummieren</translation>
-    </message>
-    <message>
-        <source>Scale</source>
-        <extracomment>1DScaler input</extracomment>
-        <translation>Größe</translation>
     </message>
     <message>
         <source>Orvel 4-Wheeler Extended</source>
@@ -1717,6 +3637,46 @@
         <source>How fast the car falls. 1 is the earth's for a car of the size that it is created in, 0 never comes down.</source>
         <extracomment>4WheelerExt: Jump Gravity</extracomment>
         <translation>Wie schnell das Auto fällt. 1 ist wie auf der Erde für ein Auto in seiner Ausgangsgröße, 0 kommt nie herunter.</translation>
+    </message>
+    <message>
+        <source>Gas Pedal (Forw/Backw)</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Gaspedal (Vor/Zurück)</translation>
+    </message>
+    <message>
+        <source>Steering Wheel (Right/Left)</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Lenkrad (Rechts/Links)</translation>
+    </message>
+    <message>
+        <source>Booster</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Boost</translation>
+    </message>
+    <message>
+        <source>ABS Brake</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>ABS-Bremse</translation>
+    </message>
+    <message>
+        <source>Skidding</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Schleudern</translation>
+    </message>
+    <message>
+        <source>Skid Brake</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Handbremse</translation>
+    </message>
+    <message>
+        <source>Burnout</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Burnout</translation>
+    </message>
+    <message>
+        <source>External Force</source>
+        <extracomment>4WheelerExt input</extracomment>
+        <translation>Äußere Kraft</translation>
     </message>
     <message>
         <source>Orvel Spline Speed-Controller</source>
@@ -2614,6 +4574,11 @@
         <translation>Regler: Höchste Drehzahl (durch Eingabe)</translation>
     </message>
     <message>
+        <source>Forward/Backward</source>
+        <extracomment>CrawlerTracks input</extracomment>
+        <translation>Vor/Zurück</translation>
+    </message>
+    <message>
         <source>Turns the driveWheel</source>
         <extracomment>CrawlerTracks input</extracomment>
         <translation>Dreht das driveWheel</translation>
@@ -3274,49 +5239,700 @@
         <translation>Tempo (Schneller/Langsamer)</translation>
     </message>
     <message>
-        <source>Gas Pedal (Forw/Backw)</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Gaspedal (Vor/Zurück)</translation>
+        <source>fps</source>
+        <translation type="vanished">B/s</translation>
     </message>
     <message>
-        <source>Steering Wheel (Right/Left)</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Lenkrad (Rechts/Links)</translation>
+        <source>Export p&amp;oses...</source>
+        <translation type="vanished">&amp;Posen exportieren ...</translation>
     </message>
     <message>
-        <source>Booster</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Boost</translation>
+        <source>&amp;Show frames while it runs</source>
+        <translation type="vanished">&amp;Bilder währenddessen zeigen</translation>
     </message>
     <message>
-        <source>ABS Brake</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>ABS-Bremse</translation>
+        <source>The centre (%1) and the high end (%2) are too near to each other: they must lie %3 apart.</source>
+        <translation type="vanished">Die Mitte (%1) und das obere Ende (%2) liegen zu dicht beieinander: Sie müssen %3 auseinanderliegen.</translation>
     </message>
     <message>
-        <source>Skidding</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Schleudern</translation>
+        <source>Calibration</source>
+        <translation type="vanished">Kalibrierung</translation>
     </message>
     <message>
-        <source>Skid Brake</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Handbremse</translation>
+        <source>Inputs</source>
+        <translation type="vanished">Eingaben</translation>
     </message>
     <message>
-        <source>Burnout</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Burnout</translation>
+        <source>All devices that are there, each with every control</source>
+        <translation type="vanished">Alle Geräte, die da sind, jedes mit allen Bedienelementen</translation>
     </message>
     <message>
-        <source>External Force</source>
-        <extracomment>4WheelerExt input</extracomment>
-        <translation>Äußere Kraft</translation>
+        <source>Press no&amp;w!</source>
+        <translation type="vanished">&amp;Jetzt bewegen!</translation>
     </message>
     <message>
-        <source>Forward/Backward</source>
-        <extracomment>CrawlerTracks input</extracomment>
-        <translation>Vor/Zurück</translation>
+        <source>Waits until you move a control, and maps the input to it</source>
+        <translation type="vanished">Wartet, bis Sie ein Bedienelement bewegen, und ordnet ihm die Eingabe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Two controls...</source>
+        <translation type="vanished">Z&amp;wei Bedienelemente ...</translation>
+    </message>
+    <message>
+        <source>Asks for two controls: one that counts positive, and one that counts negative</source>
+        <translation type="vanished">Fragt nach zwei Bedienelementen: einem, das positiv zählt, und einem, das negativ zählt</translation>
+    </message>
+    <message>
+        <source>Unm&amp;ap</source>
+        <translation type="vanished">&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>Response curve</source>
+        <translation type="vanished">Antwortkurve</translation>
+    </message>
+    <message>
+        <source>What the input gives for each place of the control. Drag the squares, or choose one by Page Up and Page Down and move it by the arrow keys.</source>
+        <translation type="vanished">Was die Eingabe für jede Stellung des Bedienelements liefert. Ziehen Sie die Quadrate, oder wählen Sie eines mit Bild auf und Bild ab und bewegen Sie es mit den Pfeiltasten.</translation>
+    </message>
+    <message>
+        <source>Dead &amp;zone</source>
+        <translation type="vanished">T&amp;otzone</translation>
+    </message>
+    <message>
+        <source>How far the control may move before anything happens</source>
+        <translation type="vanished">Wie weit sich das Bedienelement bewegen darf, bevor etwas geschieht</translation>
+    </message>
+    <message>
+        <source>&amp;Exponent</source>
+        <translation type="vanished">&amp;Exponent</translation>
+    </message>
+    <message>
+        <source>1 is a straight line; more makes the middle finer</source>
+        <translation type="vanished">1 ist eine gerade Linie; mehr macht die Mitte feiner</translation>
+    </message>
+    <message>
+        <source>M&amp;ultiplier</source>
+        <translation type="vanished">&amp;Faktor</translation>
+    </message>
+    <message>
+        <source>What the input gives at the control's end</source>
+        <translation type="vanished">Was die Eingabe am Ende des Bedienelements liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Offset</source>
+        <translation type="vanished">&amp;Versatz</translation>
+    </message>
+    <message>
+        <source>Is added last; what the input gives when nothing is moved</source>
+        <translation type="vanished">Wird zuletzt addiert; was die Eingabe liefert, wenn nichts bewegt wird</translation>
+    </message>
+    <message>
+        <source>&amp;Inverted</source>
+        <translation type="vanished">&amp;Umgekehrt</translation>
+    </message>
+    <message>
+        <source>Turns the sign of the multiplier</source>
+        <translation type="vanished">Kehrt das Vorzeichen des Faktors um</translation>
+    </message>
+    <message>
+        <source>Control to be calibrated</source>
+        <translation type="vanished">Bedienelement, das kalibriert wird</translation>
+    </message>
+    <message>
+        <source>Pedal or tri&amp;gger...</source>
+        <translation type="vanished">&amp;Pedal oder Abzug ...</translation>
+    </message>
+    <message>
+        <source>Measures where it rests and where it is full, so that it gives 0 to 1</source>
+        <translation type="vanished">Misst, wo es ruht und wo es voll ist, sodass es 0 bis 1 liefert</translation>
+    </message>
+    <message>
+        <source>A&amp;xis...</source>
+        <translation type="vanished">Ac&amp;hse ...</translation>
+    </message>
+    <message>
+        <source>Measures the centre and both ends, so that it gives -1 to 1</source>
+        <translation type="vanished">Misst die Mitte und beide Enden, sodass es -1 bis 1 liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <translation type="vanished">Verge&amp;ssen</translation>
+    </message>
+    <message>
+        <source>Takes the control's values as the device gives them</source>
+        <translation type="vanished">Nimmt die Werte des Bedienelements, wie das Gerät sie liefert</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation type="vanished">&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>Cance&amp;l</source>
+        <translation type="vanished">Abb&amp;rechen</translation>
+    </message>
+    <message>
+        <source>Buttons</source>
+        <translation type="vanished">Tasten</translation>
+    </message>
+    <message>
+        <source>Shows its calibration below</source>
+        <translation type="vanished">Zeigt unten seine Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation type="vanished">Wert</translation>
+    </message>
+    <message>
+        <source>Control and value</source>
+        <translation type="vanished">Bedienelement und Wert</translation>
+    </message>
+    <message>
+        <source>Above what the control gives, below and as a number what the input makes of it</source>
+        <translation type="vanished">Oben, was das Bedienelement liefert, unten und als Zahl, was die Eingabe daraus macht</translation>
+    </message>
+    <message>
+        <source>&amp;Profile</source>
+        <translation type="vanished">Pro&amp;fil</translation>
+    </message>
+    <message>
+        <source>Not calibrated</source>
+        <translation type="vanished">Nicht kalibriert</translation>
+    </message>
+    <message>
+        <source>Rests at %1, full at %2</source>
+        <translation type="vanished">Ruht bei %1, voll bei %2</translation>
+    </message>
+    <message>
+        <source>Centre at %1, ends at %2 and %3</source>
+        <translation type="vanished">Mitte bei %1, Enden bei %2 und %3</translation>
+    </message>
+    <message>
+        <source>Then press Next.</source>
+        <translation type="vanished">Drücken Sie dann Weiter.</translation>
+    </message>
+    <message>
+        <source>Choose a control first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Bedienelement.</translation>
+    </message>
+    <message>
+        <source>Only an axis or a slider can be calibrated.</source>
+        <translation type="vanished">Nur eine Achse oder ein Schieber kann kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>This may be any device. Map the input to a control of one first.</source>
+        <translation type="vanished">Das kann jedes Gerät sein. Ordnen Sie die Eingabe zuerst dem Bedienelement eines Geräts zu.</translation>
+    </message>
+    <message>
+        <source>It is not calibrated.</source>
+        <translation type="vanished">Es ist nicht kalibriert.</translation>
+    </message>
+    <message>
+        <source>Any device</source>
+        <translation type="vanished">Irgendein Gerät</translation>
+    </message>
+    <message>
+        <source>%1 (not there)</source>
+        <translation type="vanished">%1 (nicht da)</translation>
+    </message>
+    <message>
+        <source>Not mapped</source>
+        <translation type="vanished">Nicht zugeordnet</translation>
+    </message>
+    <message>
+        <source>%1 up, %2 down</source>
+        <translation type="vanished">%1 auf, %2 ab</translation>
+    </message>
+    <message>
+        <source>Move a control to see it. The grey band is where it was in the last second. Choose an axis to calibrate it.</source>
+        <translation type="vanished">Bewegen Sie ein Bedienelement, um es zu sehen. Das graue Band zeigt, wo es in der letzten Sekunde war. Wählen Sie eine Achse, um sie zu kalibrieren.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="vanished">%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 is not there, or lacks the control. Mapped to it: %2.</source>
+        <translation type="vanished">%1 ist nicht da, oder ihm fehlt das Bedienelement. Ihm zugeordnet: %2.</translation>
+    </message>
+    <message>
+        <source>No control is chosen</source>
+        <translation type="vanished">Kein Bedienelement ist gewählt</translation>
+    </message>
+    <message>
+        <source>This rig has no inputs.</source>
+        <translation type="vanished">Dieses Rig hat keine Eingaben.</translation>
+    </message>
+    <message>
+        <source>Inputs of %1</source>
+        <translation type="vanished">Eingaben von %1</translation>
+    </message>
+    <message>
+        <source>A resimulation runs, which feeds the inputs. Stop it first.</source>
+        <translation type="vanished">Eine neue Simulation läuft und speist die Eingaben. Beenden Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>A control is looked for. Cancel that first.</source>
+        <translation type="vanished">Ein Bedienelement wird gesucht. Brechen Sie das zuerst ab.</translation>
+    </message>
+    <message>
+        <source>This input takes a single button.</source>
+        <translation type="vanished">Diese Eingabe nimmt eine einzelne Taste.</translation>
+    </message>
+    <message>
+        <source>It is not mapped.</source>
+        <translation type="vanished">Sie ist nicht zugeordnet.</translation>
+    </message>
+    <message>
+        <source>Move what is to feed %1. Escape cancels.</source>
+        <translation type="vanished">Bewegen Sie, was %1 speisen soll. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>%1 feeds %2 as well.</source>
+        <translation type="vanished">%1 speist auch %2.</translation>
+    </message>
+    <message>
+        <source>%1 feeds %2 of %3 as well.</source>
+        <translation type="vanished">%1 speist auch %2 von %3.</translation>
+    </message>
+    <message>
+        <source>Choose a profile first, or save under another name.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Profil, oder speichern Sie unter einem anderen Namen.</translation>
+    </message>
+    <message>
+        <source>Choose a profile first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Profil.</translation>
+    </message>
+    <message>
+        <source>This profile comes with the program.</source>
+        <translation type="vanished">Dieses Profil kommt mit dem Programm.</translation>
+    </message>
+    <message>
+        <source>Profiles (%1)</source>
+        <translation type="vanished">Profile (%1)</translation>
+    </message>
+    <message>
+        <source>control</source>
+        <translation type="vanished">Bedienelement</translation>
+    </message>
+    <message>
+        <source>input</source>
+        <translation type="vanished">Eingabe</translation>
+    </message>
+    <message>
+        <source>Dead zone</source>
+        <translation type="vanished">Totzone</translation>
+    </message>
+    <message>
+        <source>Exponent</source>
+        <translation type="vanished">Exponent</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <translation type="vanished">Versatz</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation type="vanished">Hilfe</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation type="vanished">Seiten</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation type="vanished">Seite</translation>
+    </message>
+    <message>
+        <source>Import a model</source>
+        <translation type="vanished">Modell importieren</translation>
+    </message>
+    <message>
+        <source>A &amp;unit is</source>
+        <translation type="vanished">Eine &amp;Einheit ist</translation>
+    </message>
+    <message>
+        <source>1 metre</source>
+        <translation type="vanished">1 Meter</translation>
+    </message>
+    <message>
+        <source>1 centimetre</source>
+        <translation type="vanished">1 Zentimeter</translation>
+    </message>
+    <message>
+        <source>1 millimetre</source>
+        <translation type="vanished">1 Millimeter</translation>
+    </message>
+    <message>
+        <source>1 inch</source>
+        <translation type="vanished">1 Zoll</translation>
+    </message>
+    <message>
+        <source>1 foot</source>
+        <translation type="vanished">1 Fuß</translation>
+    </message>
+    <message>
+        <source>another length</source>
+        <translation type="vanished">eine andere Länge</translation>
+    </message>
+    <message>
+        <source>Metres in a unit</source>
+        <translation type="vanished">Meter in einer Einheit</translation>
+    </message>
+    <message>
+        <source>U&amp;p is</source>
+        <translation type="vanished">&amp;Oben ist</translation>
+    </message>
+    <message>
+        <source>In the scene</source>
+        <translation type="vanished">In der Szene</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation type="vanished">&amp;Importieren</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation type="vanished">Lizenz</translation>
+    </message>
+    <message>
+        <source>Licensee</source>
+        <translation type="vanished">Lizenznehmer</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation type="vanished">Nummer</translation>
+    </message>
+    <message>
+        <source>Valid until</source>
+        <translation type="vanished">Gültig bis</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <translation type="vanished">Merkmale</translation>
+    </message>
+    <message>
+        <source>Its file</source>
+        <translation type="vanished">Ihre Datei</translation>
+    </message>
+    <message>
+        <source>File of the licence</source>
+        <translation type="vanished">Datei der Lizenz</translation>
+    </message>
+    <message>
+        <source>&amp;Read it again</source>
+        <translation type="vanished">&amp;Neu lesen</translation>
+    </message>
+    <message>
+        <source>For when another file has been put there</source>
+        <translation type="vanished">Falls eine andere Datei dorthin gelegt wurde</translation>
+    </message>
+    <message>
+        <source>&amp;Open its folder</source>
+        <translation type="vanished">&amp;Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Open its page</source>
+        <translation type="vanished">&amp;Webseite öffnen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="vanished">Schließen</translation>
+    </message>
+    <message>
+        <source>Close the notice</source>
+        <translation type="vanished">Hinweis schließen</translation>
+    </message>
+    <message>
+        <source>Make a pre-rigged model</source>
+        <translation type="vanished">Vorgeriggtes Modell erstellen</translation>
+    </message>
+    <message>
+        <source>A pre-rigged model holds rigs and nodes, with all that stands below them, to be added to other scenes.</source>
+        <translation type="vanished">Ein vorgeriggtes Modell enthält Rigs und Knoten mit allem, was unter ihnen steht, um anderen Szenen hinzugefügt zu werden.</translation>
+    </message>
+    <message>
+        <source>&amp;Made of</source>
+        <translation type="vanished">&amp;Besteht aus</translation>
+    </message>
+    <message>
+        <source>Made of</source>
+        <translation type="vanished">Besteht aus</translation>
+    </message>
+    <message>
+        <source>&amp;Title</source>
+        <translation type="vanished">&amp;Titel</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation type="vanished">Titel</translation>
+    </message>
+    <message>
+        <source>What people call it</source>
+        <translation type="vanished">Wie man es nennt</translation>
+    </message>
+    <message>
+        <source>Te&amp;xt</source>
+        <translation type="vanished">Te&amp;xt</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="vanished">Text</translation>
+    </message>
+    <message>
+        <source>What it is and how to drive it</source>
+        <translation type="vanished">Was es ist und wie man es fährt</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation type="vanished">Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Picture...</source>
+        <translation type="vanished">B&amp;ild ...</translation>
+    </message>
+    <message>
+        <source>&amp;Without</source>
+        <translation type="vanished">&amp;Ohne</translation>
+    </message>
+    <message>
+        <source>&amp;Make...</source>
+        <translation type="vanished">&amp;Erstellen ...</translation>
+    </message>
+    <message>
+        <source>Pre-rigged models</source>
+        <translation type="vanished">Vorgeriggte Modelle</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation type="vanished">Modelle</translation>
+    </message>
+    <message>
+        <source>From a &amp;file...</source>
+        <translation type="vanished">Aus einer &amp;Datei ...</translation>
+    </message>
+    <message>
+        <source>&amp;Ground of its rigs</source>
+        <translation type="vanished">&amp;Boden seiner Rigs</translation>
+    </message>
+    <message>
+        <source>&amp;Add to the scene</source>
+        <translation type="vanished">Der Szene &amp;hinzufügen</translation>
+    </message>
+    <message>
+        <source>Ride</source>
+        <translation type="vanished">Fahrt</translation>
+    </message>
+    <message>
+        <source>Walls</source>
+        <translation type="vanished">Wände</translation>
+    </message>
+    <message>
+        <source>That</source>
+        <translation type="vanished">Das</translation>
+    </message>
+    <message>
+        <source>%1 is not there.</source>
+        <translation type="vanished">%1 ist nicht da.</translation>
+    </message>
+    <message>
+        <source>A take or resimulation runs. Stop it first.</source>
+        <translation type="vanished">Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
+    </message>
+    <message>
+        <source>%1 has to wait: a take or resimulation runs. Stop it first.</source>
+        <translation type="vanished">%1 muss warten: Ein Take oder eine neue Simulation läuft. Beenden Sie das zuerst.</translation>
+    </message>
+    <message>
+        <source>%1 was not saved when the program ended. It was kept on %2.</source>
+        <translation type="vanished">%1 war nicht gespeichert, als das Programm endete. Aufgehoben wurde es am %2.</translation>
+    </message>
+    <message>
+        <source>A take of %1 s had been recorded on it.</source>
+        <translation type="vanished">Ein Take von %1 s war darauf aufgenommen.</translation>
+    </message>
+    <message>
+        <source>The file itself was written later: %1</source>
+        <translation type="vanished">Die Datei selbst wurde später geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Yes opens what there is of it, No removes it for good, Cancel asks again at the next start.</source>
+        <translation type="vanished">Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
+    </message>
+    <message>
+        <source>Writing %1...</source>
+        <translation type="vanished">%1 wird geschrieben ...</translation>
+    </message>
+    <message>
+        <source>%1 was written.</source>
+        <translation type="vanished">%1 wurde geschrieben.</translation>
+    </message>
+    <message>
+        <source>Examples</source>
+        <translation type="vanished">Beispiele</translation>
+    </message>
+    <message>
+        <source>the example can't be unpacked there</source>
+        <translation type="vanished">das Beispiel kann dort nicht entpackt werden</translation>
+    </message>
+    <message>
+        <source>see that the disk has room</source>
+        <translation type="vanished">sorgen Sie dafür, dass der Datenträger Platz hat</translation>
+    </message>
+    <message>
+        <source>Newer versions</source>
+        <translation type="vanished">Neuere Versionen</translation>
+    </message>
+    <message>
+        <source>May the program ask a server for newer versions once a week? It sends its version and the kind of this computer, and nothing else. The preferences change the answer at any time.</source>
+        <translation type="vanished">Darf das Programm einmal in der Woche einen Server nach neueren Versionen fragen? Es sendet seine Version und die Art dieses Rechners, sonst nichts. In den Einstellungen lässt sich die Antwort jederzeit ändern.</translation>
+    </message>
+    <message>
+        <source>The check for newer versions is switched off. Switch it on, and look now?</source>
+        <translation type="vanished">Die Suche nach neueren Versionen ist ausgeschaltet. Einschalten und jetzt nachsehen?</translation>
+    </message>
+    <message>
+        <source>Looking for a newer version...</source>
+        <translation type="vanished">Eine neuere Version wird gesucht ...</translation>
+    </message>
+    <message>
+        <source>%1 was not opened: there is one scene at a time. Import a model from the File menu brings it into the open scene.</source>
+        <translation type="vanished">%1 wurde nicht geöffnet: Es gibt nur eine Szene zur Zeit. Modell importieren im Menü Datei bringt es in die offene Szene.</translation>
+    </message>
+    <message>
+        <source>Bring in %1</source>
+        <translation type="vanished">%1 hereinholen</translation>
+    </message>
+    <message>
+        <source>Models (%1)</source>
+        <translation type="vanished">Modelle (%1)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation type="vanished">Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Reading %1...</source>
+        <translation type="vanished">%1 wird gelesen ...</translation>
+    </message>
+    <message>
+        <source>%1 is in the scene.</source>
+        <translation type="vanished">%1 ist in der Szene.</translation>
+    </message>
+    <message>
+        <source>%1 is in the scene: %2.</source>
+        <translation type="vanished">%1 ist in der Szene: %2.</translation>
+    </message>
+    <message>
+        <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
+        <translation type="vanished">%1; Knoten: %2, Netze: %3, Dreiecke: %4</translation>
+    </message>
+    <message>
+        <source>Both are what the file tells.</source>
+        <translation type="vanished">Beides sagt die Datei.</translation>
+    </message>
+    <message>
+        <source>The unit is what the file tells, up is a guess.</source>
+        <translation type="vanished">Die Einheit sagt die Datei, oben ist geraten.</translation>
+    </message>
+    <message>
+        <source>Up is what the file tells, the unit is a guess.</source>
+        <translation type="vanished">Oben sagt die Datei, die Einheit ist geraten.</translation>
+    </message>
+    <message>
+        <source>Both are guesses: the file tells neither. Look at the size.</source>
+        <translation type="vanished">Beides ist geraten: Die Datei sagt keines. Sehen Sie sich die Größe an.</translation>
+    </message>
+    <message>
+        <source>There is no mesh in it, and so no size to see.</source>
+        <translation type="vanished">Es enthält kein Netz, deshalb ist keine Größe zu sehen.</translation>
+    </message>
+    <message>
+        <source>%1 m wide, %2 m high, %3 m deep</source>
+        <translation type="vanished">%1 m breit, %2 m hoch, %3 m tief</translation>
+    </message>
+    <message>
+        <source>Nodes</source>
+        <translation type="vanished">Knoten</translation>
+    </message>
+    <message>
+        <source>There is no picture.</source>
+        <translation type="vanished">Es gibt kein Bild.</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg)</source>
+        <translation type="vanished">Bilder (*.png *.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>%1 is no PNG and no JPEG.</source>
+        <translation type="vanished">%1 ist kein PNG und kein JPEG.</translation>
+    </message>
+    <message>
+        <source>Give it a title.</source>
+        <translation type="vanished">Geben Sie ihm einen Titel.</translation>
+    </message>
+    <message>
+        <source>Tick a rig or a node.</source>
+        <translation type="vanished">Setzen Sie das Häkchen eines Rigs oder eines Knotens.</translation>
+    </message>
+    <message>
+        <source>Rigs: %1. %2 nodes, %3 x %4 x %5 m.</source>
+        <translation type="vanished">Rigs: %1. %2 Knoten, %3 x %4 x %5 m.</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation type="vanished">keine</translation>
+    </message>
+    <message>
+        <source>A take comes along.</source>
+        <translation type="vanished">Ein Take kommt mit.</translation>
+    </message>
+    <message>
+        <source>Pre-rigged models (*.prm)</source>
+        <translation type="vanished">Vorgeriggte Modelle (*.prm)</translation>
+    </message>
+    <message>
+        <source>Choose a model first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Modell.</translation>
+    </message>
+    <message>
+        <source>A pre-rigged model</source>
+        <translation type="vanished">Ein vorgeriggtes Modell</translation>
+    </message>
+    <message>
+        <source>No picture</source>
+        <translation type="vanished">Kein Bild</translation>
+    </message>
+    <message>
+        <source>It covers all tools.</source>
+        <translation type="vanished">Sie gilt für alle Werkzeuge.</translation>
+    </message>
+    <message>
+        <source>Rigs of these tools open, show, export and save, and can't be made or performed: %1.</source>
+        <translation type="vanished">Rigs dieser Werkzeuge lassen sich öffnen, zeigen, exportieren und speichern, aber nicht erzeugen oder ausführen: %1.</translation>
+    </message>
+    <message>
+        <source>What to do first</source>
+        <translation type="vanished">Was zuerst zu tun ist</translation>
+    </message>
+    <message>
+        <source>The check for newer versions failed: %1</source>
+        <translation type="vanished">Die Suche nach neueren Versionen ist fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>This is the newest version: %1.</source>
+        <translation type="vanished">Das ist die neueste Version: %1.</translation>
+    </message>
+    <message>
+        <source>Version %1 is there; this is %2.</source>
+        <translation type="vanished">Version %1 ist da; dies ist %2.</translation>
+    </message>
+    <message>
+        <source>Point at a tool, or choose one with the arrow keys, to see what it does.</source>
+        <translation type="vanished">Zeigen Sie auf ein Werkzeug, oder wählen Sie eines mit den Pfeiltasten, um zu sehen, was es tut.</translation>
+    </message>
+    <message>
+        <source>Choose a tool first.</source>
+        <translation type="vanished">Wählen Sie zuerst ein Werkzeug.</translation>
     </message>
 </context>
 </TS>

@@ -202,8 +202,8 @@ std::string CoreImplementation::MapInput(Instance& instance, int input,
   unidevice::Property* const property = instance.GetProperties().property(input);
   if (!property) return NoInput(input);
   if (control && (control->flags & property->flags) == 0)
-    return property->displayName + " takes no control of this kind";
-  return ChangeInputs(instance, "Map " + property->displayName, {input},
+    return property->name + " takes no control of this kind";
+  return ChangeInputs(instance, "Map " + property->name, {input},
                       [=] { property->assign(control); });
 }
 
@@ -217,9 +217,9 @@ std::string CoreImplementation::MapInputTo(Instance& instance, int input,
     std::uint32_t kind = parts[0].kind();
     if (parts.size() > 1) kind = unidevice::EmulatedTControl::pairKind(kind, parts[1].kind());
     if ((kind & property->flags) == 0)
-      return property->displayName + " takes no control of this kind";
+      return property->name + " takes no control of this kind";
   }
-  return ChangeInputs(instance, "Map " + property->displayName, {input}, [&] {
+  return ChangeInputs(instance, "Map " + property->name, {input}, [&] {
     util::xml::Tag mapping(record::kProperty);  // without numbers, which stay
     if (!parts.empty()) mapping.addChild(controlTag);
     property->load(mapping);
@@ -231,7 +231,7 @@ std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
   unidevice::Property* const property = instance.GetProperties().property(input);
   if (!property) return NoInput(input);
   if (!IsFinite(response)) return kNotFinite;
-  return ChangeInputs(instance, "Change response of " + property->displayName, {input},
+  return ChangeInputs(instance, "Change response of " + property->name, {input},
                       [=] { response.WriteTo(*property); });
 }
 

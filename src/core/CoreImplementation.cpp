@@ -11,11 +11,13 @@
 #include "core/host/CoreNode.h"
 #include "core/instances/Instance.h"
 #include "core/services/CalibrationFile.h"
+#include "core/services/DataRoot.h"
 #include "core/services/Log.h"
 #include "core/services/Translation.h"
 #include "core/tools/CoreLibrary.h"
 #include "core/tools/TemplateLibrary.h"
 #include "core/tools/Tool.h"
+#include "gui/Component.h"
 #include "unidevice/DriverManager.h"
 
 namespace orv::rws::core {
@@ -108,7 +110,12 @@ bool CoreImplementation::IsMainWindowOpen() {
 
 void CoreImplementation::RegisterFactories(util::AbstractFactory<gui::Component>*) {}
 
-void CoreImplementation::RegisterImageAliases(gui::Component*) {}
+void CoreImplementation::RegisterImageAliases(gui::Component* component) {
+  const std::vector<std::string> folders{DataRoot::GetDataFolder() + "/core/images",
+                                         ":/data/core/images"};
+  component->SetPathAlias("[images]", folders);
+  component->SetPathAlias("[coreimages]", folders);
+}
 
 void CoreImplementation::ShowError(const std::string& text) {
   LogEntry(LogLevel::kError, text);

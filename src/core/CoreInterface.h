@@ -76,7 +76,8 @@ class CoreInterface : public util::MessageNode {
   /// As FindTool, and the row found becomes the one that is selected.
   virtual InstanceReference* SelectTool(const std::string& name) = 0;
   virtual bool DeleteTool(const std::string& name) = 0;
-  /// Gives a layout the path aliases "[images]" and "[coreimages]".
+  /// Gives a layout the path aliases "[images]" and "[coreimages]": "core/images" of the data root,
+  /// and what the program carries.
   virtual void RegisterImageAliases(gui::Component* component) = 0;
   /// Hands a text to the log window and the log.
   virtual void ShowError(const std::string& text) = 0;

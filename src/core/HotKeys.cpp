@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "core/services/Translation.h"
+
 namespace orv::rws::core {
 
 namespace {
@@ -25,17 +27,18 @@ bool HotKey::Fits(const KeyModifiers& modifiers) const {
 }
 
 const std::vector<HotKey>& HotKeys() {
-  constexpr const char* kStop = "Stops the take";
-  constexpr const char* kSlower = "Makes the take slower";
-  constexpr const char* kFaster = "Makes the take faster";
+  constexpr const char* kStop = Translatable("Stops the take");
+  constexpr const char* kSlower = Translatable("Makes the take slower");
+  constexpr const char* kFaster = Translatable("Makes the take faster");
   static const std::vector<HotKey> table = {
       {kKeySpace, kDown, kUp, kDown, HotKeyTime::kIdle, HotKeyAction::kStart, "Space",
-       "Ctrl+Alt+Space", "Starts a take"},
-      {kKeySpace, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Space", "Space", kStop},
-      {kKeyEscape, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Escape", "Escape",
-       kStop},
-      {kKeyZ, kDown, kUp, kUp, kInTake, HotKeyAction::kRetry, "Z", "Ctrl+Z",
-       "Throws the take away and starts another"},
+       Translatable("Ctrl+Alt+Space"), Translatable("Starts a take")},
+      {kKeySpace, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Space",
+       Translatable("Space"), kStop},
+      {kKeyEscape, kEither, kEither, kEither, kInTake, HotKeyAction::kStop, "Escape",
+       Translatable("Escape"), kStop},
+      {kKeyZ, kDown, kUp, kUp, kInTake, HotKeyAction::kRetry, "Z", Translatable("Ctrl+Z"),
+       Translatable("Throws the take away and starts another")},
       {kKeyAdd, kUp, kEither, kUp, kInTake, HotKeyAction::kSlower, "Num_Add", "+", kSlower},
       {kKeyPlus, kUp, kEither, kUp, kInTake, HotKeyAction::kSlower, "Equals", "+", kSlower},
       {kKeySubtract, kUp, kEither, kUp, kInTake, HotKeyAction::kFaster, "Num_Subtract", "-",

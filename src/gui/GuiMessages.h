@@ -28,7 +28,7 @@ enum GuiMessage : std::int32_t {
   kMsgMenuItem = 0x4011,      ///< `param` is the item's id; of a popup or a menu bar
 
   // Dialog.
-  kMsgCloseRequest = 0x4020,  ///< `data` is a CloseRequest, which may refuse
+  kMsgCloseRequest = 0x4020,  ///< `data` is a CloseRequest; `param` 1: by Escape
   kMsgClosed = 0x4021,
 
   // Group and scroll.
@@ -44,6 +44,7 @@ enum GuiMessage : std::int32_t {
   kMsgExpanded = 0x4065,
   kMsgCollapsed = 0x4066,
   kMsgColumnClicked = 0x4067,  ///< `param` is the column of the head
+  kMsgHovered = 0x4069,        ///< the mouse has come over the row, or over none (0); of a tree
   kMsgCopied = 0x4068,         ///< Ctrl+C; the texts of the selected rows are in the clipboard
 
   // An edit in progress (spinner, slider, graph): the value changes between these two are one

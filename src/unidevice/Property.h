@@ -79,8 +79,8 @@ class Property : public ControlTarget {
   double deadzone = 0.1;           ///< raw magnitude up to which nothing happens
   double offset = 0.0;             ///< added last; the value without a control
   std::vector<FFEffect*> effects;  ///< owned
-  std::string name;                ///< key in profiles
-  std::string displayName;         ///< for people
+  std::string name;                ///< what it is called; key in profiles
+  std::string displayName;         ///< what it does, or the name again; for people
   std::uint32_t flags = 0;         ///< bits of ControlKind that this input accepts
   /// The `control` element as last loaded or saved; its name is empty if there is none.
   mutable util::xml::Tag savedControl;

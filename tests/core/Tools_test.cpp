@@ -124,7 +124,7 @@ TEST_F(Tools, ShowTextsInTheUsersLanguageAndCarryTheIconsOfTheWindows) {
   EXPECT_EQ(Translate("Vehicle"), "Vehicle");
   std::string light, dark;
   EXPECT_TRUE(rws::core::ReadResource(":/data/core/images/icons/light/record_16.png", light));
-  EXPECT_TRUE(rws::core::ReadResource(":/data/core/images/icons/dark/up_48.png", dark));
+  EXPECT_TRUE(rws::core::ReadResource(":/data/core/images/icons/dark/undo_48.png", dark));
   EXPECT_EQ(light.substr(1, 3) + dark.substr(1, 3), "PNGPNG");
 }
 

@@ -147,7 +147,7 @@ TEST_F(HeadlessBrowser, NamesStepsInTheMenu) {
   EXPECT_EQ(session.GetScene().Find("Body")->GetPose().translation.x, 2.0);
   windows->TellSceneChanged();
   const auto& menu = main->GetRoot()->Get<gui::componentinterface::Menubar>(kMainMenu)->GetMenu();
-  EXPECT_EQ(menu.Find(kCommandUndo)->label, "&Undo Place #Body");
+  EXPECT_EQ(menu.Find(kCommandUndo)->label, "&Undo Place Body");
   main->GetRoot()->Find(kMainMenu)->Post(gui::kMsgMenuItem, kCommandUndo);
   EXPECT_EQ(session.GetScene().Find("Body")->GetPose().translation.x, 0.0);
 }

@@ -1,4 +1,4 @@
-// Makes the pre-rigged models that come with the program: make_models FOLDER.
+// Makes the pre-rigged models and examples that come with the program: make_models FOLDER.
 #include <QCoreApplication>
 #include <cstdio>
 #include <filesystem>
@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "Examples.h"
 #include "Models.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
@@ -235,6 +236,7 @@ int main(int argc, char** argv) {
   try {
     orv::app::MakeCar(argv[1]);
     orv::app::MakeTank(argv[1]);
+    orv::app::MakeExamples(argv[1]);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "make_models: %s\n", error.what());

@@ -147,6 +147,13 @@ void HeadlessBrowser::Select(const std::vector<int>& keys) {
   ForObservers([](Observer& observer) { observer.OnNodeSelection(); });
 }
 
+void HeadlessBrowser::SelectNamed(const std::vector<std::string>& names) {
+  std::vector<int> keys;
+  for (const std::string& name : names)
+    if (const SceneNode* node = m_host.GetScene().Find(name)) keys.push_back(KeyOf(*node));
+  Select(keys);
+}
+
 std::vector<int> HeadlessBrowser::GetDriven(int rigRow) {
   const rws::core::Instance* rig = FindRig(rigRow);
   std::vector<int> keys;

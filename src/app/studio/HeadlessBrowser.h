@@ -37,6 +37,7 @@ class HeadlessBrowser : public rws::core::windows::SceneBrowser,
   std::vector<Node> GetNodes() override;
   std::vector<int> GetSelection() override;
   void Select(const std::vector<int>& keys) override;
+  void SelectNamed(const std::vector<std::string>& names);
   std::vector<int> GetDriven(int rigRow) override;
   bool GetPose(int key, Space space, Pose& pose) override;
   std::string SetPose(int key, Space space, const Pose& pose) override;

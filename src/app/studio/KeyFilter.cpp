@@ -1,6 +1,6 @@
 #include "app/studio/KeyFilter.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QTimer>
 
@@ -10,7 +10,7 @@
 namespace orv::app {
 
 KeyFilter::KeyFilter(rws::core::CoreImplementation& core) : m_core(core) {
-  QCoreApplication::instance()->installEventFilter(this);
+  QApplication::instance()->installEventFilter(this);
 }
 
 bool KeyFilter::eventFilter(QObject*, QEvent* event) {
@@ -31,6 +31,8 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
                                           bool(key->modifiers() & Qt::ShiftModifier),
                                           bool(key->modifiers() & Qt::AltModifier)};
   const int code = rws::core::VirtualKeyOf(key->key(), key->modifiers() & Qt::KeypadModifier);
+  // No take begins behind a question that waits.
+  if (QApplication::activeModalWidget() && !m_core.IsRecording()) return false;
   using rws::core::HotKeyTime;
   const HotKeyTime now = m_core.IsRecording() ? HotKeyTime::kInTake : HotKeyTime::kIdle;
   if (code == 0 || m_core.IsResimulating() || !rws::core::FindHotKey(code, modifiers, now))

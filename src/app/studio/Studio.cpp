@@ -1,6 +1,8 @@
 #include "app/studio/Studio.h"
 
 #include <QApplication>
+#include <QDateTime>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTimer>
 #include <QWidget>
@@ -12,7 +14,9 @@
 #include "app/session/anyhost/Names.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
+#include "app/studio/QtTexts.h"
 #include "app/studio/script/ScriptDriver.h"
+#include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
@@ -34,14 +38,18 @@ using gui::Translate;
 using rws::core::LogEntry;
 using rws::core::LogLevel;
 
+constexpr char kBusy[] = "an import or export is at work; cancel it or wait";
+
 std::string SceneFilter() {
   return Translate("Scenes (*.glb *.gltf)");
 }
 
 std::string TextOf(const Problem& problem) {
   std::string text = problem.what.empty() ? problem.why : problem.what + ": " + problem.why;
-  if (!problem.hint.empty()) text += "\n\n" + problem.hint;
-  return text;
+  if (problem.hint.empty()) return text;
+  // A paragraph of its own here, and so a sentence.
+  const QString hint = QString::fromStdString(Translate(problem.hint));
+  return text + "\n\n" + (hint.left(1).toUpper() + hint.mid(1)).toStdString() + ".";
 }
 
 }  // namespace
@@ -58,13 +66,23 @@ Studio::Studio(const StudioOptions& options)
   m_document.SetChangeHandler([this] { m_windows.TellSceneChanged(); });
   m_document.SetTroubleHandler([this](const Problem& problem) {
     LogEntry(LogLevel::kWarning, TextOf(problem));
-    // Not within what has failed: it may be a take's first frame.
-    QTimer::singleShot(0, this, [this, problem] { Show(Translate("Autosave"), problem); });
+    // No box: it may be a take's first frame.
+    Tell(TextOf(problem));
   });
   ApplyAppearance();
 }
 
 Studio::~Studio() = default;
+
+Studio::Working::Working(Studio& studio) : at(studio) {
+  ++at.m_working;
+  QApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+Studio::Working::~Working() {
+  QApplication::restoreOverrideCursor();
+  --at.m_working;
+}
 
 bool Studio::Begin(std::string& problem) {
   if (!m_windows.OpenMainWindow(nullptr)) {
@@ -75,10 +93,11 @@ bool Studio::Begin(std::string& problem) {
   if (!m_devices.GetProblem().empty()) LogEntry(LogLevel::kWarning, m_devices.GetProblem());
   m_document.NewScene();
   if (!m_options.scene.empty()) Open(m_options.scene);
-  if (m_options.script.empty()) {
-    QTimer::singleShot(0, this, [this] { OfferLeftovers(); });
-    return true;
-  }
+  QTimer::singleShot(0, this, [this] {
+    OfferLeftovers();
+    AskForUpdates();
+  });
+  if (m_options.script.empty()) return true;
   m_script = std::make_unique<ScriptDriver>(*this, m_options.seed);
   return m_script->Start(m_options.script, problem);
 }
@@ -136,6 +155,8 @@ void Studio::ApplyAppearance() {
   if (language.empty() && preferences.Text("language") != "system")
     language = preferences.Text("language");
   rws::core::LoadLanguage(language);
+  if (!LoadQtTexts(rws::core::GetLanguage()))
+    LogEntry(LogLevel::kWarning, "File dialogs are English: Qt's translations are not installed");
   gui::SetTranslator([](const std::string& text) { return rws::core::Translate(text); });
   using Choice = rws::core::Preferences::Theme;
   Choice theme = preferences.theme;
@@ -156,21 +177,39 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandOpen, &Studio::OpenScene},
       {kCommandSave, &Studio::SaveScene},
       {kCommandSaveAs, &Studio::SaveSceneAs},
+      {kCommandImport, &Studio::ImportModel},
+      {kCommandOpenModel, &Studio::AddModelFromMenu},
+      {kCommandMakeModel, &Studio::MakeModel},
       {kCommandExportScene, &Studio::ExportScene},
       {kCommandExportPoses, &Studio::ExportPoses},
       {kCommandExportPicture, &Studio::ExportPicture},
+      {kCommandHelp, &Studio::ShowHelp},
+      {kCommandLicence, &Studio::ShowLicence},
+      {kCommandUpdate, &Studio::CheckForUpdate},
       {kCommandQuit, &Studio::Quit},
   };
   return all;
 }
 
+/// What leaves the scene alone, or ends a take by asking for another scene.
+bool IsForTakes(int id) {
+  static constexpr int kFree[] = {kCommandNew,      kCommandOpen, kCommandRecent,  kCommandQuit,
+                                  kCommandExamples, kCommandHelp, kCommandLicence, kCommandUpdate};
+  return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
+}
+
 bool Studio::HasCommand(int id) const {
-  return id == kCommandRecent || std::any_of(Commands().begin(), Commands().end(),
-                                             [id](const Command& c) { return c.id == id; });
+  if (id == kCommandUpdate) return m_windows.GetCore().IsOffered();
+  return id == kCommandRecent || id == kCommandExamples ||
+         std::any_of(Commands().begin(), Commands().end(),
+                     [id](const Command& c) { return c.id == id; });
 }
 
 void Studio::RunCommand(int id) {
-  if (id >= kFirstRecent && id < kFirstExample) {
+  if (m_working > 0) return;
+  if (!IsForTakes(id) && IsLocked(Translate("That"))) return;
+  if (id >= kFirstExample) return OpenExample(id - kFirstExample);
+  if (id >= kFirstRecent) {
     const auto recent = RecentFiles::List();
     const auto index = static_cast<std::size_t>(id - kFirstRecent);
     if (index < recent.size() && MayDiscard()) Open(recent[index].path);
@@ -181,21 +220,45 @@ void Studio::RunCommand(int id) {
 }
 
 void Studio::UpdateMenu(gui::Menu& menu) {
+  const std::string locked = m_document.IsRunning() ? WhyLocked() : std::string();
+  for (const Command& command : Commands())
+    if (!IsForTakes(command.id)) menu.SetEnabled(command.id, locked.empty(), locked);
   std::vector<gui::MenuItem> items;
   int id = kFirstRecent;
   for (const RecentFile& file : RecentFiles::List()) {
     gui::MenuItem item;
     item.id = id++;
-    item.label = FileNameOf(file.path);
+    item.label = gui::EscapeMnemonics(FileNameOf(file.path));
     item.tooltip = file.path;
     item.enabled = file.isThere;
+    if (!file.isThere) item.whyDisabled = Translate("%1 is not there.", {file.path});
     items.push_back(std::move(item));
   }
   menu.SetItems(kCommandRecent, std::move(items));
+  items.clear();
+  id = kFirstExample;
+  for (const Example& example : GetExamples()) {
+    gui::MenuItem item;
+    item.id = id++;
+    item.label = Translate(example.label);
+    item.tooltip = Translate(example.text);
+    items.push_back(std::move(item));
+  }
+  menu.SetItems(kCommandExamples, std::move(items));
+}
+
+std::string Studio::WhyLocked() const {
+  return Translate("A take or resimulation runs. Stop it first.");
+}
+
+bool Studio::IsLocked(const std::string& what) {
+  if (!m_document.IsRunning()) return false;
+  Tell(Translate("%1 has to wait: a take or resimulation runs. Stop it first.", {what}));
+  return true;
 }
 
 void Studio::NewScene() {
-  if (MayDiscard()) ShowResult(Translate("New scene"), m_document.NewScene());
+  if (MayDiscard() && ShowResult(Translate("New scene"), m_document.NewScene())) Tell({});
 }
 
 void Studio::OpenScene() {
@@ -204,8 +267,10 @@ void Studio::OpenScene() {
   if (!path.empty()) Open(path);
 }
 
-void Studio::Open(const std::string& path) {
-  ShowResult(Translate("Open"), m_document.Open(path));
+bool Studio::Open(const std::string& path) {
+  const bool done = ShowResult(Translate("Open"), m_document.Open(path));
+  if (done) Tell({});  // what it says is of the scene before
+  return done;
 }
 
 bool Studio::Save() {
@@ -217,7 +282,9 @@ bool Studio::Save() {
       return false;
     result = m_document.Save(Overwrite::kOverwrite);
   }
-  return ShowResult(Translate("Save"), result);
+  if (!ShowResult(Translate("Save"), result)) return false;
+  TellUncovered();
+  return true;
 }
 
 bool Studio::SaveAs() {
@@ -225,7 +292,10 @@ bool Studio::SaveAs() {
                                                       m_document.GetTitle(), ".glb");
   if (path.empty()) return false;
   // The dialog has asked about a file that is there.
-  return ShowResult(Translate("Save as"), m_document.SaveAs(path, Overwrite::kOverwrite));
+  if (!ShowResult(Translate("Save as"), m_document.SaveAs(path, Overwrite::kOverwrite)))
+    return false;
+  TellUncovered();
+  return true;
 }
 
 bool Studio::MayDiscard() {
@@ -236,10 +306,6 @@ bool Studio::MayDiscard() {
                          rws::kButtonsYesNoCancel | rws::kIconQuestion);
   if (answer == rws::kAnswerYes) return Save();
   return answer == rws::kAnswerNo;
-}
-
-void Studio::OpenDropped(const std::vector<std::string>& paths) {
-  if (!paths.empty() && MayDiscard()) Open(paths.front());
 }
 
 bool Studio::MayClose() {
@@ -259,18 +325,38 @@ void Studio::Quit() {
   m_windows.CloseMainWindow();
 }
 
+/// What a user is told of a leftover before choosing.
+std::string LeftoverText(const Leftover& leftover) {
+  const QDateTime kept = QDateTime::fromSecsSinceEpoch(leftover.note.time);
+  std::string text =
+      Translate("%1 was not saved when the program ended. It was kept on %2.",
+                {leftover.title, QLocale().toString(kept, QLocale::ShortFormat).toStdString()});
+  const std::string seconds = QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString();
+  if (leftover.hasTake)
+    text +=
+        " " + (leftover.take.ended ? Translate("A take of %1 s had been recorded on it.", {seconds})
+                                   : Translate("A take of %1 s was running.", {seconds}));
+  if (leftover.fileIsNewer)
+    text += "\n\n" + Translate("The file itself was written later: %1", {leftover.note.scene});
+  return text + "\n\n" +
+         Translate(
+             "Yes opens what there is of it, No removes it for good, Cancel asks again at "
+             "the next start.");
+}
+
 void Studio::OfferLeftovers() {
-  for (Leftover& leftover : FindLeftovers()) {
-    std::string text = Translate("%1 was not saved when the program ended.", {leftover.title});
-    if (leftover.hasTake)
-      text += " " + Translate("A take of %1 s was running.",
-                              {QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString()});
-    text += "\n\n" + Translate("Open what there is of it? No removes it for good.");
-    const int answer =
-        Ask(Translate("Recovery"), text, rws::kButtonsYesNoCancel | rws::kIconQuestion);
+  std::vector<Leftover> all = FindLeftovers();
+  for (Leftover& leftover : all) {
+    const int answer = Ask(Translate("Recovery"), LeftoverText(leftover),
+                           rws::kButtonsYesNoCancel | rws::kIconQuestion);
     if (answer == rws::kAnswerNo) Discard(std::move(leftover));
-    if (answer != rws::kAnswerYes) continue;
-    ShowResult(Translate("Recovery"), m_document.Restore(std::move(leftover)));
+    if (answer != rws::kAnswerYes || !MayDiscard()) continue;
+    DocumentResult restored;
+    {
+      const Working working(*this);
+      restored = m_document.Restore(std::move(leftover));
+    }
+    ShowResult(Translate("Recovery"), restored);
     return;
   }
 }
@@ -282,14 +368,17 @@ rws::core::CoreImplementation& Studio::ScriptedCore() {
 }
 
 std::string Studio::ScriptNew() {
+  if (m_working > 0) return kBusy;
   return TextOf(m_document.NewScene().problem);
 }
 
 std::string Studio::ScriptOpen(const std::string& path) {
+  if (m_working > 0) return kBusy;
   return TextOf(m_document.Open(path).problem);
 }
 
 std::string Studio::ScriptSave(const std::string& path) {
+  if (m_working > 0) return kBusy;
   return TextOf(
       (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }

@@ -18,6 +18,7 @@
 
 namespace orv::app {
 
+class HelpWindow;
 class ScriptDriver;
 
 /// One scene at a time, with the core's windows around it. Works on a SceneDocument; what it asks a
@@ -58,28 +59,67 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
     void (Studio::*run)();
   };
   static const std::vector<Command>& Commands();
+  struct Example {
+    const char* file;  ///< below ":/examples"
+    const char* label;
+    const char* text;
+  };
+  static const std::vector<Example>& GetExamples();
+
+  /// While long work goes on, which may handle events: menus and scripts get no other scene
+  /// meanwhile.
+  struct Working {
+    explicit Working(Studio& studio);
+    ~Working();
+    Working(const Working&) = delete;
+    Working& operator=(const Working&) = delete;
+    Studio& at;
+  };
 
   // Commands of the menus.
   void NewScene();
   void OpenScene();
   void SaveScene() { Save(); }
   void SaveSceneAs() { SaveAs(); }
+  void ImportModel();
+  void AddModelFromMenu() { AddModel({}); }
+  void MakeModel();
   void ExportScene();
   void ExportPoses();
   void ExportPicture();
+  void ShowHelp();
+  void ShowLicence();
+  void CheckForUpdate();
   void Quit();
 
-  void Open(const std::string& path);
+  bool Open(const std::string& path);
+  void OpenExample(int number);
+  void TakeDropped(const std::vector<std::string>& paths);
+  void Import(const std::string& path);
+  /// Asks which one; `path`, if any, is the first choice.
+  void AddModel(const std::string& path);
+  std::vector<std::string> GetGrounds();
   bool Save();
   bool SaveAs();
   /// Whether the scene may go: asks about what is not saved.
   bool MayDiscard();
   void OfferLeftovers();
+  /// Asks once for consent, and checks when a week has gone by.
+  void AskForUpdates();
 
   /// What a call came to: problems as a box, what was odd as lines of the log and a box of their
   /// own. True when it was done.
   bool ShowResult(const std::string& title, const DocumentResult& result);
   void Show(const std::string& title, const Problem& problem);
+  /// In the main window, without a box: also during a take, which a box would hold up.
+  void Tell(const std::string& text) { m_windows.ShowNotice(text); }
+  /// That it is done, and what was odd, which the log keeps.
+  void TellDone(const std::string& text, const std::vector<std::string>& notes);
+  /// Warns of rigs in what was saved that the licence does not cover.
+  void TellUncovered();
+  /// Whether a take or resimulation runs, which is told: `what` has to wait.
+  bool IsLocked(const std::string& what);
+  std::string WhyLocked() const;
   int Ask(const std::string& title, const std::string& text, unsigned flags);
   void SetGeometry(const std::string& geometry);
 
@@ -90,6 +130,8 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   Devices m_devices;
   rws::core::windows::Windows m_windows;
   KeyFilter m_keys;
+  std::unique_ptr<HelpWindow> m_help;
+  int m_working = 0;  ///< levels of Working
   bool m_keepOpen = false;  ///< also without a main window; see ScriptKeepOpen
   std::unique_ptr<ScriptDriver> m_script;
 };

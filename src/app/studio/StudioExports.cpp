@@ -13,9 +13,9 @@
 #include "app/session/DeliveryFile.h"
 #include "app/session/PosesFile.h"
 #include "app/session/SceneRange.h"
-#include "app/session/anyhost/Monitor.h"
 #include "app/session/anyhost/Names.h"
 #include "app/studio/Studio.h"
+#include "app/studio/windows/ProgressWindow.h"
 #include "core/CoreImplementation.h"
 #include "gui/Texts.h"
 #include "util/AtomicFile.h"
@@ -36,12 +36,14 @@ void Studio::ExportScene() {
   if (!problem.empty()) return Show(title, Problem{"", problem, "", {}});
   auto read = rws::adaptor::headless::GltfReader::Read(copy, {});
   if (!read) return Show(title, Problem{"", read.error, "", {}});
-  CleanResult cleaned = CleanScene(*read.scene, {}, KeyedRange(*read.scene), Monitor());
+  const Working working(*this);
+  ProgressWindow progress(m_windows, title, Translate("Writing %1...", {FileNameOf(path)}));
+  CleanResult cleaned =
+      CleanScene(*read.scene, {}, KeyedRange(*read.scene), progress.MakeMonitor());
+  if (progress.IsCancelled()) return;
   problem = WriteDelivery(*read.scene, path, cleaned.warnings);
-  DocumentResult result;
-  result.problem = Problem{"", problem, "", {}};
-  result.warnings = std::move(cleaned.warnings);
-  ShowResult(title, result);
+  if (!problem.empty()) return Show(title, Problem{"", problem, "", {}});
+  TellDone(Translate("%1 was written.", {path}), cleaned.warnings);
 }
 
 void Studio::ExportPoses() {
@@ -49,9 +51,18 @@ void Studio::ExportPoses() {
       m_windows.ChooseFileToSave(Translate("Export poses"), Translate("Tables (*.csv)"), "exports",
                                  m_document.GetTitle() + ".csv", ".csv");
   if (path.empty()) return;
-  const PosesResult written =
-      WritePoses(m_document.GetScene(), {}, PlaybackRange(m_document.GetScene()), path, Monitor());
-  if (!written.error.empty()) Show(Translate("Export poses"), Problem{"", written.error, "", {}});
+  PosesResult written;
+  {
+    const Working working(*this);
+    ProgressWindow progress(m_windows, Translate("Export poses"),
+                            Translate("Writing %1...", {FileNameOf(path)}));
+    written = WritePoses(m_document.GetScene(), {}, PlaybackRange(m_document.GetScene()), path,
+                         progress.MakeMonitor());
+    if (progress.IsCancelled()) return;
+  }
+  if (!written.error.empty())
+    return Show(Translate("Export poses"), Problem{"", written.error, "", {}});
+  TellDone(Translate("%1 was written.", {path}), {});
 }
 
 void Studio::ExportPicture() {
@@ -59,10 +70,14 @@ void Studio::ExportPicture() {
       m_windows.ChooseFileToSave(Translate("Export picture"), Translate("Pictures (*.png *.svg)"),
                                  "exports", m_document.GetTitle() + ".png", ".png");
   if (path.empty()) return;
+  const Working working(*this);
+  ProgressWindow progress(m_windows, Translate("Export picture"),
+                          Translate("Writing %1...", {FileNameOf(path)}));
   std::vector<PlottedScene> scenes;
   scenes.push_back(PlotScene(m_document.GetScene(), m_document.GetCore().List(false),
                              PlaybackRange(m_document.GetScene()), m_document.GetTitle(),
-                             Monitor()));
+                             progress.MakeMonitor()));
+  if (progress.IsCancelled()) return;
   if (scenes.front().data.paths.empty())
     return Show(Translate("Export picture"),
                 Problem{m_document.GetTitle(), Translate("there is no rig to draw"), "", {}});
@@ -70,7 +85,8 @@ void Studio::ExportPicture() {
   const std::string picture = EndingOf(path) == ".svg" ? DrawSvg(sheet) : DrawPng(sheet);
   std::string error = picture.empty() ? Translate("the picture could not be made") : std::string();
   if (error.empty()) util::writeFile(path, picture, &error);
-  if (!error.empty()) Show(Translate("Export picture"), Problem{path, error, "", {}});
+  if (!error.empty()) return Show(Translate("Export picture"), Problem{path, error, "", {}});
+  TellDone(Translate("%1 was written.", {path}), {});
 }
 
 }  // namespace orv::app

@@ -23,7 +23,7 @@ using Mapped = std::pair<std::string, std::vector<ControlChoice>>;
 std::vector<Mapped> MappedInputs(const Instance& instance) {
   std::vector<Mapped> inputs;
   for (const auto& entry : instance.GetProperties().entries)
-    inputs.emplace_back(entry.second->displayName, ControlsOf(*entry.second));
+    inputs.emplace_back(entry.second->name, ControlsOf(*entry.second));
   return inputs;
 }
 
@@ -89,7 +89,7 @@ std::vector<SharedControl> FindSharedControls(const CoreImplementation& core, bo
                                   [&](const auto& other) { return other.control == control; });
         if (found == controls.end())
           found = controls.insert(controls.end(), SharedControl{control, {}});
-        found->uses.push_back({rig->GetIdentity(), i, rig->GetInstanceName(), input.displayName});
+        found->uses.push_back({rig->GetIdentity(), i, rig->GetInstanceName(), input.name});
       }
     }
   }

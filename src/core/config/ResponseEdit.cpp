@@ -32,7 +32,7 @@ unidevice::Property* ResponseEdit::FindInput() const {
 void ResponseEdit::Open(Instance& instance) {
   AdaptorInterface& adaptor = *m_host.GetAdaptor();
   m_ownsBlock = !adaptor.IsUndoBlockOpen();
-  if (m_ownsBlock) adaptor.BeginUndoBlock("Change response of " + FindInput()->displayName);
+  if (m_ownsBlock) adaptor.BeginUndoBlock("Change response of " + FindInput()->name);
   adaptor.PushUndo(new InputUndo(instance, {m_input}));
   m_changed = true;
 }

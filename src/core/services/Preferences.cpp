@@ -5,6 +5,7 @@
 
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "core/update/UpdateAddress.h"
 #include "util/NumberText.h"
 #include "util/xml/Tag.h"
@@ -44,18 +45,20 @@ bool WhereOffered() {
 }
 
 const Entry kEntries[] = {
-    {"countdown", "Start Countdown time", "seconds before a take begins", 3600,
+    {"countdown", "Start Countdown time", Translatable("seconds before a take begins"), 3600,
      [](const Preferences& p) { return p.countdownSeconds; },
      [](Preferences& p, int value) { p.countdownSeconds = value; }, Always},
-    {"updateviewport", "updateviewport", "a resimulation in a window shows frames as it runs", 1,
+    {"updateviewport", "updateviewport",
+     Translatable("a resimulation in a window shows frames as it runs"), 1,
      [](const Preferences& p) { return p.updateViewport ? 1 : 0; },
      [](Preferences& p, int value) { p.updateViewport = value != 0; }, Always},
-    {"autosave", "autosave", "minutes between autosaves; 0: no autosave, no journal of takes", 1440,
+    {"autosave", "autosave",
+     Translatable("minutes between autosaves; 0: no autosave, no journal of takes"), 1440,
      [](const Preferences& p) { return p.autosaveMinutes; },
      [](Preferences& p, int value) { p.autosaveMinutes = value; }, Always},
     {"language",
      "language",
-     "of the windows",
+     Translatable("of the windows"),
      2,
      [](const Preferences& p) { return static_cast<int>(p.language); },
      [](Preferences& p, int value) { p.language = static_cast<Preferences::Language>(value); },
@@ -63,7 +66,7 @@ const Entry kEntries[] = {
      {"system", "en", "de"}},
     {"theme",
      "theme",
-     "colours of the windows",
+     Translatable("colours of the windows"),
      2,
      [](const Preferences& p) { return static_cast<int>(p.theme); },
      [](Preferences& p, int value) { p.theme = static_cast<Preferences::Theme>(value); },
@@ -71,14 +74,14 @@ const Entry kEntries[] = {
      {"system", "light", "dark"}},
     {"units",
      "units",
-     "of lengths in the windows",
+     Translatable("of lengths in the windows"),
      4,
      [](const Preferences& p) { return static_cast<int>(p.units); },
      [](Preferences& p, int value) { p.units = static_cast<Preferences::LengthUnit>(value); },
      Always,
      {"m", "cm", "mm", "ft", "in"}},
-    {"updatecheck", "Update check", "asks a server once a week for a newer version", 1,
-     [](const Preferences& p) { return p.updateCheck ? 1 : 0; },
+    {"updatecheck", "Update check", Translatable("asks a server once a week for a newer version"),
+     1, [](const Preferences& p) { return p.updateCheck ? 1 : 0; },
      [](Preferences& p, int value) { p.updateCheck = value != 0; }, WhereOffered},
     {"updateasked", "Update check asked", "", 1,
      [](const Preferences& p) { return p.updateAsked ? 1 : 0; },

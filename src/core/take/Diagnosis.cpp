@@ -13,6 +13,7 @@
 #include "core/instances/InstanceReference.h"
 #include "core/interface/CCamera.h"
 #include "core/interface/GroundReport.h"
+#include "core/services/Translation.h"
 #include "core/tools/Tool.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
@@ -166,7 +167,7 @@ class RigDiagnosis {
     if (away == controls.end()) return;
     Add(Severity::kWarning, Kind::kDeviceAbsent,
         {"%1 of %2 is mapped to %3, which is not there.",
-         {input.displayName, m_rig.GetInstanceName(), NameOf(*away)}},
+         {Translate(input.name), m_rig.GetInstanceName(), NameOf(*away)}},
         "Plug the device in, or map the input to another control.", index);
   }
 
@@ -175,12 +176,12 @@ class RigDiagnosis {
     if (input.deadzone >= 1.0 || input.multiplier == 0.0) {
       Add(Severity::kWarning, Kind::kSwallowed,
           {"%1 of %2 gives nothing, whatever its control does.",
-           {input.displayName, m_rig.GetInstanceName()}},
+           {Translate(input.name), m_rig.GetInstanceName()}},
           "Set a dead zone below 1 and a multiplier that is not 0.", index);
     } else if (raw > kMovement && raw <= input.deadzone) {
       Add(Severity::kNote, Kind::kSwallowed,
           {"The control of %1 of %2 stands at %3, within the dead zone of %4.",
-           {input.displayName, m_rig.GetInstanceName(), Rounded(raw), Rounded(input.deadzone)}},
+           {Translate(input.name), m_rig.GetInstanceName(), Rounded(raw), Rounded(input.deadzone)}},
           "Move it further, make the dead zone smaller, or calibrate the control.", index);
     }
   }
@@ -189,7 +190,8 @@ class RigDiagnosis {
     GroundReport ground;
     if (m_rig.GetRig()->Extension(kTellGround, &ground, nullptr) <= 0 || ground.meshes > 0) return;
     Add(Severity::kWarning, Kind::kNoGround,
-        {"%1 meets no mesh. %2: %3.", {m_rig.GetInstanceName(), ground.title, ground.otherwise}},
+        {"%1 meets no mesh. %2: %3.",
+         {m_rig.GetInstanceName(), Translate(ground.title), Translate(ground.otherwise)}},
         ground.declaredBy.empty()
             ? Sentence("Choose the ground's meshes.")
             : Sentence("Put the ground's meshes below %1.", {ground.declaredBy}));

@@ -5,6 +5,7 @@
 #include "core/windows/DevicesWindow.h"
 #include "core/windows/HotKeysWindow.h"
 #include "core/windows/InputConfigWindow.h"
+#include "core/windows/LicenceWindow.h"
 #include "core/windows/LogWindow.h"
 #include "core/windows/MainWindow.h"
 #include "core/windows/MessageBoxWindow.h"
@@ -39,6 +40,7 @@ void AddAllWindows(Windows& windows) {
   windows.AddMaker(WindowKind::kHotKeys, MakePlain<HotKeysWindow>);
   windows.AddMaker(WindowKind::kWhy, MakePlain<WhyWindow>);
   windows.AddMaker(WindowKind::kAbout, MakePlain<AboutWindow>);
+  windows.AddMaker(WindowKind::kLicence, MakePlain<LicenceWindow>);
   windows.AddMaker(WindowKind::kLog,
                    [history = std::make_shared<LogHistory>(windows.GetCore())](Windows& all, int) {
                      return std::make_unique<LogWindow>(all, history);

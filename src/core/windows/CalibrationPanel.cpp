@@ -1,11 +1,11 @@
 #include "core/windows/CalibrationPanel.h"
 
-#include <QString>
 #include <utility>
 
 #include "core/CoreImplementation.h"
 #include "core/windows/ControlWords.h"
 #include "core/windows/InputConfigIds.h"
+#include "core/windows/LiveBar.h"
 #include "core/windows/Windows.h"
 #include "gui/Component.h"
 #include "gui/GuiMessages.h"
@@ -29,10 +29,6 @@ using unidevice::CalibrationMeasure;
 constexpr char kDocument[] = "/core/layout/rows/calibration.xml";
 constexpr int kWatchPeriod = 16;  ///< ms
 
-std::string Number(double value) {
-  return QString::number(value, 'f', 2).toStdString();
-}
-
 }  // namespace
 
 std::string CalibrationWords(const Calibration* calibration) {
@@ -40,10 +36,10 @@ std::string CalibrationWords(const Calibration* calibration) {
     return Translate("Not calibrated");
   if (calibration->kind == Calibration::Kind::kPedal)
     return Translate("Rests at %1, full at %2",
-                     {Number(calibration->rest), Number(calibration->full)});
+                     {BarNumber(calibration->rest), BarNumber(calibration->full)});
   return Translate(
       "Centre at %1, ends at %2 and %3",
-      {Number(calibration->rest), Number(calibration->low), Number(calibration->full)});
+      {BarNumber(calibration->rest), BarNumber(calibration->low), BarNumber(calibration->full)});
 }
 
 CalibrationPanel::CalibrationPanel(Windows& windows) : m_windows(windows) {
@@ -100,6 +96,9 @@ void CalibrationPanel::ShowState() {
   std::string text = control ? CalibrationWords(table.find(*control)) : std::string();
   if (!m_measure && !m_notice.empty()) text = m_notice;
   SetText(kCalibrationState, text);
+  if (gui::Component* state = m_root->Find(kCalibrationState))
+    state->SetVisible(!m_measure && !text.empty());
+  if (gui::Component* buttons = m_root->Find(kCalibrationButtons)) buttons->SetVisible(!m_measure);
   if (gui::Component* measure = m_root->Find(kMeasure)) measure->SetVisible(m_measure.has_value());
   if (!m_measure) return;
   const bool there = control && control->present();
@@ -132,7 +131,7 @@ void CalibrationPanel::ShowButtons() {
 }
 
 void CalibrationPanel::ShowLive() {
-  if (m_root && m_measure) SetText(kMeasureValue, Number(m_measure->value()));
+  if (m_root && m_measure) SetText(kMeasureValue, BarNumber(m_measure->value()));
 }
 
 // --- measuring ---

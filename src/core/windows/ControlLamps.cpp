@@ -19,6 +19,13 @@ constexpr int kAcross = 16;  ///< lamps in a line
 constexpr int kPitch = 28;   ///< px at 96 dpi, from lamp to lamp
 constexpr int kLamp = 24;    ///< px at 96 dpi
 
+/// The number at the end of a name, or its place.
+QString NumberIn(const QString& name, int place) {
+  bool isNumber = false;
+  const int number = name.section(QLatin1Char(' '), -1).toInt(&isNumber);
+  return QString::number(isNumber ? number : place);
+}
+
 }  // namespace
 
 ControlLamps::ControlLamps(const std::vector<std::string>& names) : m_lit(names.size(), false) {
@@ -54,7 +61,7 @@ void ControlLamps::Paint(QPainter& painter, QWidget& widget) {
     painter.drawEllipse(place);
     painter.setPen(lit ? palette.color(QPalette::HighlightedText)
                        : ToneOf(palette, Tone::kWeakText));
-    painter.drawText(place, Qt::AlignCenter, QString::number(i + 1));
+    painter.drawText(place, Qt::AlignCenter, NumberIn(m_names[static_cast<std::size_t>(i)], i + 1));
   }
 }
 

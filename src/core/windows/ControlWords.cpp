@@ -28,7 +28,7 @@ std::string MappingWords(const unidevice::Property& input) {
     words.push_back(control.present() ? ControlWords(control)
                                       : Translate("%1 (not there)", {ControlWords(control)}));
   if (words.empty()) return Translate("Not mapped");
-  return words.size() == 1 ? words[0] : Translate("%1 up, %2 down", {words[0], words[1]});
+  return words.size() == 1 ? words[0] : words[0] + " (+), " + words[1] + " (-)";
 }
 
 std::string Shown(const util::Sentence& sentence) {

@@ -1,6 +1,5 @@
 #include "core/windows/DevicesWindow.h"
 
-#include <QString>
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -160,8 +159,10 @@ void DevicesWindow::ShowCalibrations() {
   for (const DeviceRow& device : m_devices)
     for (const ControlRow& control : device.controls) {
       const unidevice::Calibration* calibration = table.find(control.choice);
-      if (auto* label = control.root->Get<Label>(kControlCalibration))
-        label->SetText(calibration ? CalibrationWords(calibration) : std::string());
+      if (auto* label = control.root->Get<Label>(kControlCalibration)) {
+        label->SetText(calibration ? Translate("calibrated") : std::string());
+        label->GetComponent().SetTooltip(CalibrationWords(calibration));
+      }
     }
 }
 
@@ -173,7 +174,7 @@ void DevicesWindow::ShowAbsent() {
         if (control.device.empty() || control.present()) continue;
         auto& inputs = away[control.device];
         const std::string words =
-            Translate("%1 of %2", {Translate(entry.second->displayName), rig->GetInstanceName()});
+            Translate("%1 of %2", {Translate(entry.second->name), rig->GetInstanceName()});
         if (std::find(inputs.begin(), inputs.end(), words) == inputs.end()) inputs.push_back(words);
       }
   std::string text;
@@ -212,9 +213,9 @@ void DevicesWindow::ShowLive(ControlRow& row, const unidevice::Control& control)
   if (m_round % kRecent == 0) {
     const double shaking = (*high - *low) / 2.0;
     const bool shakes = shaking >= kLeastNoise && shaking <= kMostNoise;
-    row.noise = shakes ? " \u00b1" + QString::number(shaking, 'f', 2).toStdString() : "";
+    row.noise = shakes ? " \u00b1" + BarNumber(shaking) : "";
   }
-  const std::string text = QString::number(control.current, 'f', 2).toStdString() + row.noise;
+  const std::string text = BarNumber(control.current) + row.noise;
   if (!row.bar->Set({{{control.current, *low, *high}, {}}}, text)) return;
   if (auto* view = row.root->Get<View>(kControlBar)) view->Repaint();
 }
@@ -234,7 +235,8 @@ void DevicesWindow::Choose(const unidevice::ControlChoice& choice) {
 }
 
 void DevicesWindow::OnComponent(gui::Component& source, util::Message& message) {
-  if (message.id == gui::kMsgCloseRequest && m_calibration.IsMeasuring()) {
+  const bool escape = message.id == gui::kMsgCloseRequest && message.param != 0;
+  if (escape && m_calibration.IsMeasuring()) {
     gui::DataOf<gui::CloseRequest>(message)->refused = true;
     return m_calibration.Cancel();
   }

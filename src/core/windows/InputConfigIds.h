@@ -13,6 +13,7 @@ enum InputConfigId : int {
   kInputChosen,       ///< list with all that is of the chosen input
   kInputName,         ///< labels
   kInputMapping,
+  kInputDescription,
   kInputPress = 310,  ///< buttons
   kInputPressPair,
   kInputUnmap,
@@ -49,6 +50,7 @@ enum CalibrationId : int {
   kMeasureValue = 8,
   kMeasureNext = 9,
   kMeasureCancel = 10,
+  kCalibrationButtons = 11,  ///< list of those above
 };
 
 enum DevicesId : int {
@@ -61,7 +63,7 @@ enum DevicesId : int {
 };
 
 /// Within the row of a device, and of one of its controls.
-enum DeviceRowId : int { kDeviceGroup = 1, kDeviceControls = 2, kDeviceLamps = 3 };
+enum DeviceRowId : int { kDeviceGroup = 11, kDeviceControls = 12, kDeviceLamps = 13 };
 enum ControlRowId : int { kControlName = 1, kControlBar = 2, kControlCalibration = 3 };
 
 }  // namespace orv::rws::core::windows

@@ -79,6 +79,8 @@ void InputConfigWindow::OnHidden() {
 }
 
 void InputConfigWindow::OnSettingsChanged() {
+  m_profiles.Show(false);
+  m_calibration.Show();
   ShowAll();
 }
 
@@ -128,7 +130,10 @@ std::string InputConfigWindow::WhyLocked() const {
 void InputConfigWindow::ShowChosen() {
   const unidevice::Property* input = FindInput();
   if (!input) return;
-  SetText(kInputName, Translate(input->displayName));
+  SetText(kInputName, Translate(input->name));
+  const bool described = input->displayName != input->name;
+  SetText(kInputDescription, described ? Translate(input->displayName) : std::string());
+  if (gui::Component* description = Find(kInputDescription)) description->SetVisible(described);
   SetText(kInputMapping, MappingWords(*input));
   std::vector<unidevice::ControlChoice> controls = ControlsOf(*input);
   const std::string locked = WhyLocked();
@@ -155,9 +160,7 @@ void InputConfigWindow::ShowTask() {
   std::string text = Shown(m_finder->text());
   if (m_finder->wantsNegative())
     text = Translate("Found %1.", {ControlWords(m_finder->found()[0].control)}) + " " + text;
-  text += " " + Translate("Move the control that is to feed %1; Escape cancels.",
-                          {Translate(input->displayName)});
-  SetText(kInputTaskText, text);
+  SetText(kInputTaskText, Translate("%1: %2 Escape cancels.", {Translate(input->name), text}));
 }
 
 void InputConfigWindow::OnLive() {
@@ -170,6 +173,8 @@ void InputConfigWindow::OnLive() {
 
 void InputConfigWindow::OnCore(const util::Message& message) {
   if (const auto* changed = NewsIn<InputsChanged>(message)) {
+    const Instance* rig = FindRig();
+    if (rig && rig->GetProperties().count() != m_rows.GetCount()) return ShowAll();
     // Of a drag only the drawing follows each step.
     if (!m_editor.IsDragging()) ShowMappings();
     if (changed->row != m_row) return;
@@ -201,7 +206,8 @@ void InputConfigWindow::OnCore(const util::Message& message) {
 // --- what the user does ---
 
 void InputConfigWindow::OnComponent(gui::Component& source, util::Message& message) {
-  if (message.id == gui::kMsgCloseRequest && (m_finder || m_calibration.IsMeasuring())) {
+  const bool escape = message.id == gui::kMsgCloseRequest && message.param != 0;
+  if (escape && (m_finder || m_calibration.IsMeasuring())) {
     gui::DataOf<gui::CloseRequest>(message)->refused = true;
     if (m_finder) {
       EndLooking();
@@ -209,13 +215,22 @@ void InputConfigWindow::OnComponent(gui::Component& source, util::Message& messa
     }
     return m_calibration.Cancel();
   }
-  if (!FindRig() || m_profiles.OnComponent(source, message) ||
-      m_calibration.OnComponent(source, message) || m_editor.OnComponent(source, message))
+  if (!FindRig() || m_profiles.OnComponent(source, message)) return;
+  if (m_calibration.OnComponent(source, message)) {
+    // What is moved to be measured is not meant to be mapped.
+    if (m_finder && m_calibration.IsMeasuring()) EndLooking();
     return;
+  }
+  if (m_editor.OnComponent(source, message)) {
+    if (message.id == gui::kMsgEditEnd) m_profiles.Show(false);
+    return;
+  }
   if (message.id == gui::kMsgClicked) OnButton(source.GetId());
   const int row = m_rows.InputOf(source);
   const bool chosen = message.id == gui::kMsgValueChanged || message.id == gui::kMsgFocusGained;
-  if (row >= 0 && chosen && source.GetId() == kInputRowName) Choose(row);
+  if (row < 0 || !chosen || source.GetId() != kInputRowName) return;
+  if (row != m_input) Tell({});
+  Choose(row);
 }
 
 void InputConfigWindow::OnButton(int id) {

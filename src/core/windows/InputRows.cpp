@@ -1,6 +1,5 @@
 #include "core/windows/InputRows.h"
 
-#include <QString>
 #include <algorithm>
 #include <cmath>
 
@@ -52,7 +51,7 @@ std::vector<std::string> Conflicts(const CoreImplementation& core, const Instanc
     }
   for (const HotKeyConflict& conflict : FindHotKeyConflicts(rig))
     for (int i = 0; i < rig.GetProperties().count(); ++i)
-      if (rig.GetProperties().property(i)->displayName == conflict.inputs.front())
+      if (rig.GetProperties().property(i)->name == conflict.inputs.front())
         add(i, Shown(conflict.text));
   return texts;
 }
@@ -78,10 +77,11 @@ void InputRows::Build(gui::Component& container, const Instance& rig) {
     gui::Component* root = m_layout.Instantiate(kDocument, container);
     if (!root) return;
     root->SetRow(i + 1);
-    const std::string name = Translate(rig.GetProperties().property(i)->displayName);
+    const std::string name = Translate(rig.GetProperties().property(i)->name);
     if (gui::Component* button = root->Find(kInputRowName)) {
       button->SetLabel(gui::EscapeMnemonics(name));
       button->SetAccessibleName(name);
+      button->SetTooltip(Translate(rig.GetProperties().property(i)->displayName));
     }
     m_rows.push_back({root, std::make_unique<LiveBar>(2)});
     if (auto* view = root->Get<View>(kInputRowBars)) view->SetHandler(m_rows.back().bars.get());
@@ -106,7 +106,7 @@ void InputRows::RefreshLive(const Instance& rig) {
     const double after = input.read();
     const double range = OutputRange(input.multiplier, input.offset);
     const std::array<LiveBar::Line, 2> lines{{{input.raw(), 0.0, 0.0}, {after / range, 0.0, 0.0}}};
-    if (!m_rows[i].bars->Set(lines, QString::number(after, 'f', 2).toStdString())) continue;
+    if (!m_rows[i].bars->Set(lines, BarNumber(after))) continue;
     if (auto* view = m_rows[i].root->Get<View>(kInputRowBars)) view->Repaint();
   }
 }

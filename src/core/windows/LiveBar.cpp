@@ -25,6 +25,11 @@ bool LooksSame(const LiveBar::Line& a, const LiveBar::Line& b) {
 
 }  // namespace
 
+std::string BarNumber(double value) {
+  const QString text = QString::number(value, 'f', 2);
+  return (text == QLatin1String("-0.00") ? QStringLiteral("0.00") : text).toStdString();
+}
+
 bool LiveBar::Set(const std::array<Line, 2>& lines, const std::string& text) {
   const QString shown = QString::fromStdString(text);
   if (LooksSame(m_lines[0], lines[0]) && LooksSame(m_lines[1], lines[1]) && shown == m_text)

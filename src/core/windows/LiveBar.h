@@ -8,6 +8,9 @@
 
 namespace orv::rws::core::windows {
 
+/// With two decimals, and no minus before a 0.
+std::string BarNumber(double value);
+
 /// One bar, or two below each other of which the lower is the accented one, and a text behind them.
 class LiveBar : public gui::component::qt::ViewHandler {
  public:

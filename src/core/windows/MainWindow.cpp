@@ -12,6 +12,7 @@
 #include "core/windows/MainWindowDevices.h"
 #include "core/windows/MainWindowDock.h"
 #include "core/windows/MainWindowIds.h"
+#include "core/windows/MainWindowNotice.h"
 #include "core/windows/MainWindowPose.h"
 #include "core/windows/MainWindowRigs.h"
 #include "core/windows/MainWindowScene.h"
@@ -85,6 +86,7 @@ MainWindow::MainWindow(Windows& windows)
   m_pages.push_back(std::make_unique<MainWindowTake>(*this));
   m_pages.push_back(std::make_unique<MainWindowUndo>(*this));
   m_pages.push_back(std::make_unique<MainWindowDevices>(*this));
+  m_pages.push_back(std::make_unique<MainWindowNotice>(*this));
 }
 
 MainWindow::~MainWindow() = default;
@@ -292,6 +294,10 @@ void MainWindow::OnSceneChanged() {
   ShowTitle();
   for (const auto& page : m_pages) page->OnSceneChanged();
   ShowCommands();
+}
+
+void MainWindow::OnNotice(const std::string& text) {
+  for (const auto& page : m_pages) page->OnNotice(text);
 }
 
 }  // namespace orv::rws::core::windows

@@ -34,6 +34,7 @@ class MainWindow : public MainWindowFrame {
   void OnLive() override;
   void OnSettingsChanged() override;
   void OnSceneChanged() override;
+  void OnNotice(const std::string& text) override;
 
   // MainWindowFrame
   SceneBrowser* GetBrowser() const override;

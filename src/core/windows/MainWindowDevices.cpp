@@ -4,6 +4,7 @@
 
 #include "core/CoreImplementation.h"
 #include "core/take/Diagnosis.h"
+#include "core/windows/ControlWords.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
@@ -61,7 +62,7 @@ void MainWindowDevices::ShowBanner() {
   int more = -1;
   for (const Reason& reason : Diagnose(GetCore())) {
     if (reason.kind != Reason::Kind::kDeviceAbsent || ++more > 0) continue;
-    text = util::Sentence::fill(Translate(reason.text.text), reason.text.values);
+    text = Shown(reason.text);
   }
   if (more > 0) text = Translate("%1 So are %2 more inputs.", {text, std::to_string(more)});
   if (text == m_banner) return;
@@ -71,7 +72,8 @@ void MainWindowDevices::ShowBanner() {
 }
 
 void MainWindowDevices::OnComponent(gui::Component& source, util::Message& message) {
-  if (source.GetId() == kMainBannerDevices && message.id == gui::kMsgClicked)
+  if ((source.GetId() == kMainBannerDevices && message.id == gui::kMsgClicked) ||
+      (source.GetId() == kDeviceList && message.id == gui::kMsgActivated))
     GetWindows().Open(WindowKind::kDevices);
 }
 

@@ -1,10 +1,12 @@
 #include "core/windows/MainWindowDock.h"
 
+#include <QString>
 #include <algorithm>
 
 #include "core/CoreImplementation.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
+#include "core/windows/Program.h"
 #include "core/windows/ToolConfigPanel.h"
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
@@ -18,6 +20,10 @@ using gui::Translate;
 
 constexpr std::size_t kMostDocked = 8;
 constexpr WindowKind kPanel = WindowKind::kToolConfig;
+
+std::string Html(const std::string& text) {
+  return QString::fromStdString(text).toHtmlEscaped().toStdString();
+}
 
 }  // namespace
 
@@ -51,6 +57,34 @@ Window* MainWindowDock::Dock(int row) {
   return area ? GetWindows().Dock(kPanel, row, *area) : nullptr;
 }
 
+/// What a user without a rig may do, each with a link that does it.
+std::string MainWindowDock::FirstSteps() const {
+  struct Step {
+    int command;
+    const char* text;
+    const char* link;
+  };
+  static constexpr Step kSteps[] = {
+      {0, "A rig moves things. %1 in the list at the left makes one.", "Double-click on a tool"},
+      {kCommandOpenModel, "%1 brings a car or a tank that has its rigs already.",
+       "A pre-rigged model"},
+      {kCommandImport, "%1 brings your own model into the scene.", "An import"},
+      {kCommandHelp, "%1 lead from there to the first take.", "The first steps"}};
+  const Program& program = GetWindows().GetProgram();
+  std::string text = "<p><b>" + Html(Translate("What to do first")) + "</b></p>";
+  for (const Step& step : kSteps) {
+    const std::string link = Html(Translate(step.link));
+    if (step.command == 0)
+      text += "<p>" + Translate(step.text, {link}) + "</p>";
+    else if (program.HasCommand(step.command))
+      text += "<p>" +
+              Translate(step.text,
+                        {"<a href=\"" + std::to_string(step.command) + "\">" + link + "</a>"}) +
+              "</p>";
+  }
+  return text;
+}
+
 void MainWindowDock::Show() {
   const int row = FirstRig();
   const bool floats = row != 0 && Floats(row);
@@ -67,7 +101,10 @@ void MainWindowDock::Show() {
       static_cast<ToolConfigPanel*>(panel)->SetOthers(GetCore().GetSelection());
     }
   }
-  GetWindow().Tell(kDockHint, row == 0 ? Translate("Select a rig to see its parameters.")
+  const bool isEmpty = GetCore().GetRows().empty();
+  GetWindow().Tell(kDockHelp, isEmpty ? FirstSteps() : std::string());
+  GetWindow().Tell(kDockHint, isEmpty    ? std::string()
+                              : row == 0 ? Translate("Select a rig to see its parameters.")
                               : floats ? Translate("The parameters stand in a window of their own.")
                                        : std::string());
   if (gui::Component* button = GetWindow().Find(kDockFloat)) {
@@ -78,6 +115,9 @@ void MainWindowDock::Show() {
 }
 
 void MainWindowDock::OnComponent(gui::Component& source, util::Message& message) {
+  if (const auto* link = gui::DataOf<gui::LinkClicked>(message);
+      link && source.GetId() == kDockHelp)
+    return GetWindow().RunCommand(QString::fromStdString(link->link).toInt());
   if (source.GetId() != kDockFloat || message.id != gui::kMsgClicked || m_shown == 0) return;
   const bool floats = Floats(m_shown);
   GetWindows().Drop(kPanel, m_shown);
@@ -97,12 +137,12 @@ void MainWindowDock::OnCommand(int command) {
 }
 
 void MainWindowDock::OnCore(const util::Message& message) {
-  if (NewsIn<RowSelected>(message)) {
+  if (NewsIn<RowSelected>(message) || NewsIn<RowCreated>(message)) {
     Show();
   } else if (const auto* deleted = NewsIn<RowDeleted>(message)) {
     GetWindows().DropRow(deleted->row);
     m_docked.erase(std::remove(m_docked.begin(), m_docked.end(), deleted->row), m_docked.end());
-    if (deleted->row == m_shown) Show();
+    if (deleted->row == m_shown || GetCore().GetRows().empty()) Show();
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <string>
 
 #include "core/windows/MainWindowPage.h"
 
@@ -16,13 +17,16 @@ class MainWindowDock : public MainWindowPage {
   using MainWindowPage::MainWindowPage;
 
   void OnBuilt() override { Show(); }
+  void OnSettingsChanged() override { Show(); }
   void OnComponent(gui::Component& source, util::Message& message) override;
   void OnCommand(int command) override;
   void OnCore(const util::Message& message) override;
   void OnLive() override;
+  void OnSettingsChanged() override { Show(); }
 
  private:
   void Show();
+  std::string FirstSteps() const;
   /// Null when the panel stands in a window of its own.
   Window* FindDocked(int row) const;
   /// Docks it unless it is there.

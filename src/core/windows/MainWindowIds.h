@@ -15,6 +15,10 @@ enum MainWindowComponent : int {
   kMainBannerDevices,  ///< button
   kMainColumns,        ///< splitter: tools, scene, pages
   kMainMiddle,         ///< splitter: rigs, nodes
+  kMainNotice,         ///< border, hidden while there is nothing to say
+  kMainNoticeText,     ///< label
+  kMainNoticeLink,     ///< button, of a notice with a page
+  kMainNoticeClose,    ///< button
 
   // Tools.
   kToolSearch = 320,  ///< text box
@@ -51,6 +55,7 @@ enum MainWindowComponent : int {
   kDockArea = 390,  ///< list: panels are docked in it
   kDockHint,        ///< label
   kDockFloat,       ///< button: into a window of its own, or back
+  kDockHelp,        ///< label with links: what to do first, while there is no rig
   kUndoList = 395,  ///< list box; the item's id is the number of steps in force
   kDeviceList,      ///< list box
   kDeviceHint,      ///< label

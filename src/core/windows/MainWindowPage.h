@@ -26,6 +26,7 @@ class MainWindowPage {
   virtual void OnLive() {}
   virtual void OnSceneChanged() {}
   virtual void OnSettingsChanged() {}
+  virtual void OnNotice(const std::string& /*text*/) {}
 
  protected:
   template <class Interface, class Use>

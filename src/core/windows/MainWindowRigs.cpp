@@ -4,6 +4,7 @@
 
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
+#include "core/services/Translation.h"
 #include "core/tools/Tool.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
@@ -43,9 +44,9 @@ void MainWindowRigs::OnSettingsChanged() {
 
 void MainWindowRigs::Fill() {
   With<Tree>(kRigTree, [this](Tree& tree) {
-    tree.SetColumns({{"Rig", 180, true, false, true},
-                     {"Kind", 120, false, false, true},
-                     {"State", 110, false, false, true}});
+    tree.SetColumns({{Translatable("Rig"), 180, true, false, true},
+                     {Translatable("Kind"), 120, false, false, true},
+                     {Translatable("State"), 110, false, false, true}});
     tree.Clear();
     for (const InstanceReference* row : GetCore().GetRows()) {
       const bool top = !row->parent || !row->parent->parent;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "core/CoreImplementation.h"
+#include "core/services/Translation.h"
 #include "core/windows/FitCarWindow.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
@@ -60,9 +61,9 @@ void MainWindowScene::Follow() {
 
 void MainWindowScene::OnSettingsChanged() {
   With<Tree>(kNodeTree, [](Tree& tree) {
-    tree.SetColumns({{"Node", 200, true, false, true},
-                     {"Type", 70, false, false, true},
-                     {"Keys", 50, false, false, true}});
+    tree.SetColumns({{Translatable("Node"), 200, true, false, true},
+                     {Translatable("Type"), 70, false, false, true},
+                     {Translatable("Keys"), 76, false, false, true}});
     tree.SetEmptyText(Translate("The scene is empty. Import a model, or drop a file here."));
   });
   m_nodes.clear();

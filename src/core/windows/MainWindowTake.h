@@ -18,7 +18,10 @@ class MainWindowTake : public MainWindowPage {
   void ShowCommands() override;
   void OnCore(const util::Message& message) override;
   void OnLive() override;
-  void OnSettingsChanged() override { ShowState(); }
+  void OnSettingsChanged() override {
+    ShowSlowFactor();
+    ShowState();
+  }
 
  private:
   void ShowState();

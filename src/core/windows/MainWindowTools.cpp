@@ -103,7 +103,11 @@ void MainWindowTools::Fill() {
 
 Tool* MainWindowTools::GetSelected() const {
   const Tree* tree = Get<Tree>(kToolTree);
-  const auto found = m_tools.find(tree ? tree->GetCurrent() : 0);
+  return Find(tree ? tree->GetCurrent() : 0);
+}
+
+Tool* MainWindowTools::Find(int key) const {
+  const auto found = m_tools.find(key);
   return found == m_tools.end() ? nullptr : GetCore().GetLibrary().Find(found->second);
 }
 
@@ -113,26 +117,30 @@ std::string MainWindowTools::WhyNot(Tool& tool) const {
   return Translate("This tool needs a licence with the feature \"%1\".", {feature});
 }
 
+/// The tool under the mouse, else the one that is selected. Its place is never hidden, which would
+/// move the rows under the mouse.
 void MainWindowTools::ShowProduct() {
-  Tool* tool = GetSelected();
-  gui::Component* area = GetWindow().Find(kToolProduct);
-  if (!area || !m_product) return;
-  area->SetVisible(tool != nullptr);
-  if (!tool) return;
+  if (!m_product) return;
+  Tool* selected = GetSelected();
+  Tool* hovered = Find(m_hovered);
+  Tool* tool = hovered ? hovered : selected;
   const auto set = [this](int id, const std::string& text) {
     if (auto* label = m_product->Get<Label>(id)) label->SetText(text);
   };
-  const std::string author = tool->GetCreatedBy();
-  const std::string licence = WhyNot(*tool);
-  set(kProductTitle, Translate(tool->GetDisplayName()));
+  const std::string author = tool ? tool->GetCreatedBy() : std::string();
+  const std::string licence = tool ? WhyNot(*tool) : std::string();
+  set(kProductTitle, tool ? Translate(tool->GetDisplayName()) : Translate("Tools"));
   if (auto* text = m_product->Get<TextBox>(kProductText))
-    text->SetText(Translate(tool->GetDescription()));
+    text->SetText(tool ? Translate(tool->GetDescription())
+                       : Translate("Point at a tool, or choose one with the arrow keys, to see "
+                                   "what it does."));
   set(kProductAuthor, !licence.empty() ? licence
                       : author.empty() ? std::string()
                                        : Translate("By %1", {author}));
-  const std::string locked = GetWindow().WhyLocked();
+  std::string why = selected ? WhyNot(*selected) : Translate("Choose a tool first.");
+  if (why.empty()) why = GetWindow().WhyLocked();
   if (gui::Component* button = m_product->Find(kProductCreate))
-    button->SetEnabled(licence.empty() && locked.empty(), licence.empty() ? locked : licence);
+    button->SetEnabled(why.empty(), why);
 }
 
 void MainWindowTools::Create() {
@@ -161,6 +169,15 @@ void MainWindowTools::OnComponent(gui::Component& source, util::Message& message
       ShowProduct();
     }
     if (message.id == gui::kMsgActivated) Create();
+    if (message.id == gui::kMsgHovered) {
+      m_hovered = message.param;
+      ShowProduct();
+    }
+    // Who comes by the keyboard sees at once what there is.
+    if (message.id == gui::kMsgFocusGained && !GetSelected() && !m_tools.empty()) {
+      Get<Tree>(kToolTree)->SetCurrent(m_tools.begin()->first);
+      ShowProduct();
+    }
   } else if (message.id == gui::kMsgClicked && m_product &&
              &source == m_product->Find(kProductCreate)) {
     Create();

@@ -30,12 +30,14 @@ class MainWindowTools : public MainWindowPage {
   bool Matches(Tool& tool, const std::string& words) const;
   /// Null when a category or nothing is selected.
   Tool* GetSelected() const;
+  Tool* Find(int key) const;
   /// Why no rig of it can be made; empty when one can.
   std::string WhyNot(Tool& tool) const;
   void ShowProduct();
   void Create();
 
   std::map<int, std::string> m_tools;   ///< Tool::GetDisplayId by the row's key
+  int m_hovered = 0;                    ///< key of the row under the mouse
   gui::Component* m_product = nullptr;  ///< root of the product's page
 };
 

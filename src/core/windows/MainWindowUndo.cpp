@@ -1,6 +1,7 @@
 #include "core/windows/MainWindowUndo.h"
 
 #include "core/CoreImplementation.h"
+#include "core/services/Translation.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
 #include "gui/GuiMessages.h"
@@ -14,6 +15,35 @@ namespace {
 using gui::Translate;
 using gui::componentinterface::Item;
 using gui::componentinterface::ListBox;
+
+/// What begins the names of steps that end with a name or a parameter's label, the longer before
+/// those that they begin with.
+constexpr const char* kSteps[] = {
+    Translatable("Add %1"),     Translatable("Change response of %1"),
+    Translatable("Change %1"),  Translatable("Check %1"),
+    Translatable("Clone %1"),   Translatable("Create group %1"),
+    Translatable("Create %1"),  Translatable("Delete group %1"),
+    Translatable("Delete %1"),  Translatable("Fit %1"),
+    Translatable("Import %1"),  Translatable("Map %1"),
+    Translatable("Move %1"),    Translatable("Place %1"),
+    Translatable("Rename %1"),  Translatable("Reset %1"),
+    Translatable("Select %1"),  Translatable("SetParent %1"),
+    Translatable("Uncheck %1"),
+};
+
+/// Hosts and scenes hold the names of steps in English.
+std::string StepName(const std::string& name) {
+  const std::string whole = Translate(name);
+  if (whole != name) return whole;
+  for (const std::string step : kSteps) {
+    const std::string verb = step.substr(0, step.size() - 2);
+    if (name.compare(0, verb.size(), verb) != 0) continue;
+    // A node's name has a mark, which tells it from a label.
+    const std::string what = name.substr(verb.size());
+    return Translate(step, {what.compare(0, 1, "#") == 0 ? what.substr(1) : Translate(what)});
+  }
+  return name;
+}
 
 /// For a menu, in which "&" marks a letter.
 std::string InMenu(std::string text) {
@@ -34,7 +64,7 @@ void MainWindowUndo::Show() {
   items[0].text = Translate("As it was opened");
   for (std::size_t i = 0; i < items.size(); ++i) {
     items[i].id = static_cast<int>(i);
-    if (i > 0) items[i].text = Translate(m_steps.names[i - 1]);
+    if (i > 0) items[i].text = StepName(m_steps.names[i - 1]);
     items[i].dim = i > m_steps.position;
   }
   With<ListBox>(kUndoList, [&](ListBox& list) {
@@ -52,10 +82,10 @@ void MainWindowUndo::ShowCommands() {
   const bool canUndo = !own || at > 0, canRedo = !own || at < m_steps.names.size();
   GetWindow().ShowCommandLabel(
       kCommandUndo, own && canUndo
-                        ? Translate("&Undo %1", {InMenu(Translate(m_steps.names[at - 1]))})
+                        ? Translate("&Undo %1", {InMenu(StepName(m_steps.names[at - 1]))})
                         : Translate("&Undo"));
   GetWindow().ShowCommandLabel(
-      kCommandRedo, own && canRedo ? Translate("&Redo %1", {InMenu(Translate(m_steps.names[at]))})
+      kCommandRedo, own && canRedo ? Translate("&Redo %1", {InMenu(StepName(m_steps.names[at]))})
                                    : Translate("&Redo"));
   GetWindow().ShowCommand(kCommandUndo, canUndo && locked.empty(),
                           canUndo ? locked : Translate("There is nothing to undo."));

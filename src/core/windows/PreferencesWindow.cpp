@@ -7,6 +7,7 @@
 
 #include "core/CoreImplementation.h"
 #include "core/services/DataRoot.h"
+#include "core/services/Translation.h"
 #include "core/windows/Program.h"
 #include "core/windows/SmallWindowIds.h"
 #include "core/windows/Windows.h"
@@ -37,17 +38,26 @@ struct Shown {
 
 const std::vector<Shown>& ShownPreferences() {
   static const std::vector<Shown> all{
-      {"countdown", "Seconds before a take", 3600.0, {}, false},
-      {"autosave", "Minutes between autosaves (0: none)", 120.0, {}, false},
-      {"updateviewport", "Show frames while a resimulation runs", 0.0, {}, false},
+      {"countdown", Translatable("Seconds before a take"), 3600.0, {}, false},
+      {"autosave", Translatable("Minutes between autosaves (0: none)"), 120.0, {}, false},
+      {"updateviewport", Translatable("Show frames while a resimulation runs"), 0.0, {}, false},
       {"units",
-       "Lengths in",
+       Translatable("Lengths in"),
        0.0,
-       {"Metres", "Centimetres", "Millimetres", "Feet", "Inches"},
+       {Translatable("Metres"), Translatable("Centimetres"), Translatable("Millimetres"),
+        Translatable("Feet"), Translatable("Inches")},
        false},
-      {"language", "Language", 0.0, {"The system's", "English", "Deutsch"}, true},
-      {"theme", "Theme", 0.0, {"The system's", "Light", "Dark"}, true},
-      {"updatecheck", "Ask a server for newer versions once a week", 0.0, {}, false},
+      {"language",
+       Translatable("Language"),
+       0.0,
+       {Translatable("The system's"), "English", "Deutsch"},
+       true},
+      {"theme",
+       Translatable("Theme"),
+       0.0,
+       {Translatable("The system's"), Translatable("Light"), Translatable("Dark")},
+       true},
+      {"updatecheck", Translatable("Ask a server for newer versions once a week"), 0.0, {}, false},
   };
   return all;
 }
@@ -71,6 +81,7 @@ void PreferencesWindow::OnBuilt() {
   const std::vector<std::string> keys = Preferences::Keys();
   for (const Shown& shown : ShownPreferences()) {
     if (shown.isAppearance && GetWindows().GetProgram().RulesAppearance()) continue;
+    if (shown.key == std::string("updatecheck") && !GetCore().IsOffered()) continue;
     if (std::find(keys.begin(), keys.end(), shown.key) != keys.end()) AddRow(shown.key);
   }
   With<TextBox>(kDataRootPath, [](TextBox& box) { box.SetText(DataRoot::Get()); });

@@ -48,10 +48,13 @@ const ProfileRow::Entry* ProfileRow::FindCurrent() const {
 void ProfileRow::TakeCurrent(bool all) {
   m_entries = Requests(m_windows.GetCore(), m_row, m_kind).List();
   const Entry* current = FindCurrent();
-  if (current && (current->isCurrent || (m_kind == Kind::kInputs && !all))) return;
+  if (current && current->isCurrent) return;
   const auto other = std::find_if(m_entries.begin(), m_entries.end(),
                                   [](const Entry& entry) { return entry.isCurrent; });
-  m_current = other == m_entries.end() ? std::string() : other->name;
+  if (other != m_entries.end())
+    m_current = other->name;
+  else if (!current || all)
+    m_current.clear();
 }
 
 void ProfileRow::Show(bool all) {
@@ -63,14 +66,13 @@ void ProfileRow::Show(bool all) {
     for (const Entry& entry : m_entries) {
       Item item;
       item.id = static_cast<int>(items.size());
-      item.text = entry.name;
-      item.english = entry.isFixed;
+      item.text = entry.isFixed ? Translate(entry.name) : entry.name;
+      if (&entry == current && !entry.isCurrent) item.text = Translate("%1 (changed)", {item.text});
       item.dim = entry.isReadOnly;
       items.push_back(std::move(item));
     }
     box->SetItems(std::move(items));
     box->SelectIndex(current ? static_cast<int>(current - m_entries.data()) : -1);
-    box->GetComponent().SetMarked(current && !current->isCurrent);
     box->GetComponent().SetEnabled(m_whyLocked.empty(), m_whyLocked);
   }
   if (gui::Component* save = m_root->Find(kProfileSave))
@@ -96,6 +98,7 @@ void ProfileRow::ShowMenu() const {
 }
 
 void ProfileRow::SetLocked(const std::string& why) {
+  if (why == m_whyLocked) return;
   m_whyLocked = why;
   Show(false);
 }

@@ -36,9 +36,9 @@ enum ProfileRowId : int {
 };
 
 /// Chooses, saves, renames, deletes, imports and exports the config profiles or the input profiles
-/// of one rig. Which input profile a rig stands at is not noted by the core: it is the one that was
-/// chosen here last, as long as not all inputs are set to other values at once, or else any whose
-/// values the inputs have.
+/// of one rig. Which input profile a rig stands at is not noted by the core: it is one whose values
+/// the inputs have, the one chosen here before others; when none is, the one that it was, which
+/// then is told to be changed, unless all inputs were set to other values at once.
 class ProfileRow {
  public:
   using Kind = ProfileRequests::Kind;

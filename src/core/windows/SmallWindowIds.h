@@ -35,6 +35,22 @@ enum HotKeysId : int { kHotKeyList = 10, kHotKeysClose };
 
 enum WhyId : int { kWhySummary = 10, kWhyReasons, kWhyRemedy, kWhyShowRig, kWhyClose };
 
+enum LicenceId : int {
+  kLicenceIcon = 10,
+  kLicenceText,
+  kLicenceFields,  ///< list around what a licence says
+  kLicenceOwner,
+  kLicenceNumber,
+  kLicenceUntil,
+  kLicenceFeatures,
+  kLicenceNeeded,  ///< list around what a program that needs one shows
+  kLicenceFile,
+  kLicenceKinds,
+  kLicenceReload,
+  kLicenceFolder,
+  kLicenceClose,
+};
+
 enum AboutId : int { kAboutName = 10, kAboutVersion, kAboutClose };
 
 }  // namespace orv::rws::core::windows

@@ -4,6 +4,7 @@
 
 #include "core/CoreImplementation.h"
 #include "core/windows/ControlWords.h"
+#include "core/windows/InputConfigWindow.h"
 #include "core/windows/SmallWindowIds.h"
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
@@ -100,7 +101,10 @@ void WhyWindow::OnComponent(gui::Component& source, util::Message& message) {
   const Reason* reason = source.GetId() == kWhyShowRig ? GetSelected() : nullptr;
   if (!reason || reason->row == 0) return;
   GetCore().SetSelection({reason->row});
-  if (reason->input >= 0) GetWindows().Open(WindowKind::kInputConfig, reason->row);
+  if (reason->input < 0) return;
+  if (auto* inputs = dynamic_cast<InputConfigWindow*>(
+          GetWindows().Open(WindowKind::kInputConfig, reason->row)))
+    inputs->Choose(reason->input);
 }
 
 }  // namespace orv::rws::core::windows

@@ -59,6 +59,8 @@ class Window : public util::MessageNode {
   virtual void OnSettingsChanged() {}
   /// Title, file or changes of the scene, or the list of undo, are others.
   virtual void OnSceneChanged() {}
+  /// The program has something to say that is worth no box; see Windows::ShowNotice.
+  virtual void OnNotice(const std::string& /*text*/) {}
 
  protected:
   /// The components are there and their widgets not yet: fill in what is shown first.

@@ -158,8 +158,9 @@ std::vector<std::string> Windows::ChooseFiles(const std::string& title, const st
 
 std::string Windows::ChooseFileToSave(const std::string& title, const std::string& filter,
                                       const std::string& what, const std::string& name,
-                                      const std::string& suffix) {
-  QFileDialog dialog(GetMainWidget(), Text(title), Text(m_settings.Get(kFolders, what)),
+                                      const std::string& suffix, const std::string& folder) {
+  const std::string& kept = m_settings.Get(kFolders, what);
+  QFileDialog dialog(GetMainWidget(), Text(title), Text(kept.empty() ? folder : kept),
                      Text(filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   // The dialog's own question is asked of the name that it completes.
@@ -190,6 +191,11 @@ void Windows::ShowSettings() {
 void Windows::TellSceneChanged() {
   for (std::size_t i = 0; i < m_all.size(); ++i)
     if (m_all[i]->GetRoot()) m_all[i]->OnSceneChanged();
+}
+
+void Windows::ShowNotice(const std::string& text) {
+  for (std::size_t i = 0; i < m_all.size(); ++i)
+    if (m_all[i]->GetRoot()) m_all[i]->OnNotice(text);
 }
 
 void Windows::Enter(Window& window) {

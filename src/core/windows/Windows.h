@@ -36,6 +36,7 @@ enum class WindowKind {
   kHotKeys,
   kWhy,
   kAbout,
+  kLicence,
   kToolConfig,
   kInputConfig,
 };
@@ -90,10 +91,10 @@ class Windows : public QObject, public UserInterface {
   std::vector<std::string> ChooseFiles(const std::string& title, const std::string& filter,
                                        const std::string& what);
   /// Asks before it gives the path of a file that is there. `suffix`, such as ".glb", is appended
-  /// to a name without one.
+  /// to a name without one; `folder` is where a first choice begins.
   std::string ChooseFileToSave(const std::string& title, const std::string& filter,
                                const std::string& what, const std::string& name,
-                               const std::string& suffix);
+                               const std::string& suffix, const std::string& folder = {});
   /// A line of text, such as a name. False when the user cancels.
   bool AskText(const std::string& title, const std::string& label, std::string& text);
 
@@ -101,6 +102,8 @@ class Windows : public QObject, public UserInterface {
   void ShowSettings();
   /// See Window::OnSceneChanged.
   void TellSceneChanged();
+  /// A sentence in the main window, which stays until it is closed or another takes its place.
+  void ShowNotice(const std::string& text);
 
   // Of Window alone.
   void Enter(Window& window);

@@ -47,10 +47,10 @@ void Dialog::Raise() {
   if (Window* window = GetWindow()) window->RaiseWindow();
 }
 
-bool Dialog::Close() {
+bool Dialog::Close(bool byEscape) {
   if (!m_shown) return true;
   CloseRequest request;
-  if (!Post(kMsgCloseRequest, 0, &request)) return true;
+  if (!Post(kMsgCloseRequest, byEscape, &request)) return true;
   if (request.refused) return false;
   Hide();
   Post(kMsgClosed);

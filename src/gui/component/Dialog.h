@@ -16,7 +16,8 @@ class Dialog : public Element<componentinterface::Dialog> {
   void Hide() override;
   bool IsShown() const override { return m_shown; }
   void Raise() override;
-  bool Close() override;
+  bool Close() override { return Close(false); }
+  bool Close(bool byEscape);
   void SetModal(bool modal) override { m_modal = modal; }
   bool IsModal() const override { return m_modal; }
   int RunModal() override;

@@ -14,8 +14,8 @@ namespace orv::gui::componentinterface {
 /// of thousands of rows. All texts are shown as they are.
 ///
 /// Posts kMsgSelectionChanged, kMsgActivated, kMsgRowChecked, kMsgRenamed, kMsgMoveRequest,
-/// kMsgExpanded, kMsgCollapsed, kMsgColumnClicked, and kMsgPopupOpening before its popup opens,
-/// with the row under the mouse selected.
+/// kMsgExpanded, kMsgCollapsed, kMsgColumnClicked, kMsgHovered, and kMsgPopupOpening before its
+/// popup opens, with the row under the mouse selected.
 class Tree : public Interface {
  public:
   static constexpr int kTop = 0;

@@ -116,6 +116,15 @@ DocumentResult SceneDocument::Open(const std::string& path, const std::string& c
   return result;
 }
 
+DocumentResult SceneDocument::OpenCopy(const std::string& path) {
+  const rws::core::MessageQueue::Hold hold(GetCore().GetMessages());
+  DocumentResult result = Read(path, {});
+  if (!result) return result;
+  ShowScene({});
+  TellChange();
+  return result;
+}
+
 /// Reads a file in place of what is open.
 DocumentResult SceneDocument::Read(const std::string& path, const std::string& clip) {
   DocumentResult result;

@@ -65,6 +65,8 @@ class SceneDocument : private util::MessageNode, private rws::adaptor::headless:
   /// Opens a `.glb` or `.gltf` in place of what is open, which stays when that fails. `clip` names
   /// the animation that is evaluated, by default the first.
   DocumentResult Open(const std::string& path, const std::string& clip = {});
+  /// The same as a scene without a file, such as an example: what is saved goes elsewhere.
+  DocumentResult OpenCopy(const std::string& path);
   /// Writes the file, whole or not at all. A scene without a file is refused: ask for a path.
   DocumentResult Save(Overwrite overwrite = Overwrite::kRefuse);
   /// Writes the scene as `path`, which is its file from then on. That a file of somebody else's is

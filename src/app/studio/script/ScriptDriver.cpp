@@ -124,6 +124,7 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"click", [&] { Pointer(line); }},
       {"wheel", [&] { Pointer(line); }},
       {"drag", [&] { Drag(line); }},
+      {"drop", [&] { Drop(line); }},
       {"type", [&] { Type(line); }},
       {"key", [&] { Type(line); }},
       {"record", [&] { Act([&core] { core.StartRecording(); }); }},
@@ -231,6 +232,16 @@ void ScriptDriver::Drag(const ScriptLine& line) {
   Act([=, point = from.point] {
     if (widget) SendDrag(*widget, point, to, steps, modifiers);
   });
+}
+
+void ScriptDriver::Drop(const ScriptLine& line) {
+  QWidget* window = WindowNamed(line.Value("win"));
+  if (!window) return Fail("there is no such window");
+  QStringList paths;
+  for (const std::string& path : line.words) paths.append(QString::fromStdString(path));
+  if (paths.isEmpty()) return Fail("a file's path is missing");
+  if (!SendFiles(*window, paths)) return Fail("the window takes no files now");
+  QTimer::singleShot(1, this, [this] { Answer(Json::object()); });
 }
 
 void ScriptDriver::Type(const ScriptLine& line) {

@@ -52,6 +52,7 @@ class ScriptDriver : public QObject {
 
   void Pointer(const ScriptLine& line);
   void Drag(const ScriptLine& line);
+  void Drop(const ScriptLine& line);
   void Type(const ScriptLine& line);
   void Device(const ScriptLine& line);
   void Feed(const ScriptLine& line);

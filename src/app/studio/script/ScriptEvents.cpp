@@ -2,9 +2,13 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QKeySequence>
+#include <QMimeData>
 #include <QPointer>
+#include <QUrl>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
@@ -90,6 +94,21 @@ void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
               QEvent::MouseMove, modifiers, 10);
   if (alive)
     SendMouse(*alive, to, Qt::NoButton, Qt::LeftButton, QEvent::MouseButtonRelease, modifiers, 10);
+}
+
+bool SendFiles(QWidget& widget, const QStringList& paths) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const QString& path : paths)
+    urls.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+  data.setUrls(urls);
+  const QPoint place = widget.rect().center();
+  QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&widget, &enter);
+  if (!enter.isAccepted()) return false;
+  QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&widget, &drop);
+  return true;
 }
 
 void SendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers) {

@@ -3,6 +3,7 @@
 
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 
 class QWidget;
 
@@ -18,6 +19,8 @@ void SendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
 /// whatever lies there.
 void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
               Qt::KeyboardModifiers modifiers);
+/// Files dropped in the middle of it. False when it takes none.
+bool SendFiles(QWidget& widget, const QStringList& paths);
 /// Steps of the wheel, positive away from the user.
 void SendWheel(QWidget& widget, const QPoint& point, int steps, Qt::KeyboardModifiers modifiers);
 /// To whatever has the focus, a key a letter.

@@ -65,9 +65,18 @@ QSize BoxItem::maximumSize() const {
   QSize size = QWidgetItemV2::maximumSize();
   const Component* component = m_peer.GetComponent();
   if (!component || isEmpty()) return size;
+  if (m_column) size.setWidth(std::min(size.width(), m_column->GetWidth()));
   if (component->GetAttributes().fixedWidth) size.setWidth(sizeHint().width());
   if (component->GetAttributes().fixedHeight) size.setHeight(sizeHint().height());
   return size;
+}
+
+Qt::Orientations BoxItem::expandingDirections() const {
+  Qt::Orientations directions = QWidgetItemV2::expandingDirections();
+  const Component* component = m_peer.GetComponent();
+  if (component && component->GetAttributes().fixedWidth) directions &= ~Qt::Horizontal;
+  if (component && component->GetAttributes().fixedHeight) directions &= ~Qt::Vertical;
+  return directions;
 }
 
 void BoxItem::Changed() {

@@ -20,6 +20,7 @@ class BoxItem : public QWidgetItemV2, public Column::Member {
   QSize sizeHint() const override;
   QSize minimumSize() const override;
   QSize maximumSize() const override;
+  Qt::Orientations expandingDirections() const override;
   int GetWish() const override;  ///< width but for the column's
   void Relayout() override { widget()->updateGeometry(); }
   QtPeer& GetPeer() const { return m_peer; }
@@ -42,7 +43,11 @@ class BoxLayout : public QBoxLayout {
   void Insert(int index, QtPeer& peer);
   void Remove(QtPeer& peer);
   BoxItem* Find(const QtPeer& peer) const;
+  /// As small as it may become, where the content needs no more.
+  void SetLeast(const QSize& size) { m_least = size; }
 
+  QSize minimumSize() const override { return QBoxLayout::minimumSize().expandedTo(m_least); }
+  QSize sizeHint() const override { return QBoxLayout::sizeHint().expandedTo(m_least); }
   Qt::Orientations expandingDirections() const override;
   void setGeometry(const QRect& rect) override;
   void invalidate() override;
@@ -51,6 +56,7 @@ class BoxLayout : public QBoxLayout {
   bool IsAlong(const QLayoutItem& item) const;
   bool IsFilled() const;
 
+  QSize m_least;
   mutable int m_filled = -1;  ///< -1: to be worked out
 };
 

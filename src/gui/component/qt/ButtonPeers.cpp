@@ -51,7 +51,11 @@ class PushButton : public QPushButton {
 
   void paintEvent(QPaintEvent* event) override {
     const QBrush own = brush ? brush() : QBrush();
-    if (!isFlat() && own.style() == Qt::NoBrush) return QPushButton::paintEvent(event);
+    if (!isFlat() && own.style() == Qt::NoBrush) {
+      QPushButton::paintEvent(event);
+      PaintFocus();
+      return;
+    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(hasFocus() ? QPen(ToneOf(palette(), Tone::kAccent)) : QPen(Qt::NoPen));
@@ -62,6 +66,17 @@ class PushButton : public QPushButton {
     option.state &= ~QStyle::State_HasFocus;
     style()->drawControl(QStyle::CE_PushButtonLabel, &option, &painter, this);
   }
+
+ private:
+  /// Within the frame, whose colour tells the default button.
+  void PaintFocus() {
+    if (!hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange)) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(ToneOf(palette(), Tone::kAccent));
+    const double inset = Scaled(3) - 0.5;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), 2, 2);
+  }
 };
 
 class ButtonPeer : public PeerOf<Button, PushButton> {
@@ -70,6 +85,12 @@ class ButtonPeer : public PeerOf<Button, PushButton> {
     button->setFlat(Held()->IsFlat());
     button->setCheckable(Held()->IsToggle());
     button->setDefault(Held()->IsDefault());
+    // What comes and goes behind a field does not move it.
+    if (Held()->IsFlat() && component.GetShownLabel().empty()) {
+      QSizePolicy policy = button->sizePolicy();
+      policy.setRetainSizeWhenHidden(true);
+      button->setSizePolicy(policy);
+    }
     button->brush = [this] { return OwnBrush(); };
     QObject::connect(button, &QPushButton::pressed, [this] { Stand(kMsgPressed); });
     QObject::connect(button, &QPushButton::released, [this] { Stand(kMsgReleased); });

@@ -65,6 +65,14 @@ void ContainerPeer::UpdateContent(unsigned changes) {
   if (auto* panel = dynamic_cast<Panel*>(GetWidget())) panel->SetLook(GetBrush(), GetBorder());
 }
 
+void ContainerPeer::SetLeast(const QSize& size) {
+  // A widget's own least size would hold even where the content needs more.
+  if (m_content == GetWidget())
+    GetLayout()->SetLeast(size);
+  else
+    QtPeer::SetLeast(size);
+}
+
 void ContainerPeer::AddChild(Component& child, int index) {
   QtPeer* peer = QtPeer::Of(child);
   BoxLayout* layout = GetLayout();

@@ -45,6 +45,7 @@ class ContainerPeer : public QtPeer {
 
  protected:
   void UpdateContent(unsigned changes) override;
+  void SetLeast(const QSize& size) override;
   virtual BoxLook GetLook() const = 0;
   virtual BorderStyle GetBorder() const { return BorderStyle::kNone; }
   bool DrawsBackground() const override { return true; }

@@ -25,16 +25,16 @@ class DialogWindow : public QDialog {
   DialogWindow(QWidget* parent, Qt::WindowFlags flags) : QDialog(parent, flags) {}
 
   void reject() override {
-    if (onClose) onClose();
+    if (onClose) onClose(true);
   }
   void done(int) override { reject(); }
 
-  std::function<bool()> onClose;
+  std::function<bool(bool byEscape)> onClose;
   std::function<void(bool)> onActive;
   QBrush brush;
 
  protected:
-  void closeEvent(QCloseEvent* event) override { event->setAccepted(!onClose || onClose()); }
+  void closeEvent(QCloseEvent* event) override { event->setAccepted(!onClose || onClose(false)); }
   void changeEvent(QEvent* event) override {
     if (event->type() == QEvent::ActivationChange && onActive) onActive(isActiveWindow());
     QDialog::changeEvent(event);
@@ -60,8 +60,9 @@ class DialogPeer : public ContainerPeer, public Dialog::Window {
  public:
   DialogPeer(Component& component, DialogWindow* window)
       : ContainerPeer(component, window, window) {
-    window->onClose = [this] { return !GetComponent() || Held()->Close(); };
+    window->onClose = [this](bool byEscape) { return !GetComponent() || Held()->Close(byEscape); };
     window->onActive = [this](bool active) { SetActive(active); };
+    GetLayout()->setSizeConstraint(QLayout::SetMinimumSize);
   }
 
   void ShowWindow(bool shown) override {

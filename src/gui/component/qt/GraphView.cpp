@@ -37,8 +37,9 @@ GraphView::GraphView(Graph& graph, QWidget* parent) : QWidget(parent), m_graph(&
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void GraphView::Refresh() {
+void GraphView::Refresh(bool still) {
   if (!m_graph) return;
+  if (still) m_still = QPixmap();
   const int count = static_cast<int>(m_graph->GetHandles().size());
   setFocusPolicy(count > 0 ? Qt::StrongFocus : Qt::NoFocus);
   m_handle = std::max(0, std::min(m_handle, count - 1));
@@ -148,16 +149,29 @@ void GraphView::PaintHandles(QPainter& painter) const {
   }
 }
 
-void GraphView::paintEvent(QPaintEvent*) {
-  if (!m_graph) return;
-  QPainter painter(this);
+/// Stroking curves is dear, and a live point moves many times a second.
+void GraphView::PaintStill() {
+  const QSize size = this->size() * devicePixelRatioF();
+  if (m_still.size() == size) return;
+  m_still = QPixmap(size);
+  m_still.setDevicePixelRatio(devicePixelRatioF());
+  m_still.fill(Qt::transparent);
+  QPainter painter(&m_still);
+  painter.setFont(font());
   painter.fillRect(Area(), palette().brush(QPalette::Base));
   PaintAxis(painter, m_graph->GetXAxis(), true);
   PaintAxis(painter, m_graph->GetYAxis(), false);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setClipRect(Area().adjusted(-1, -1, 1, 1));
   PaintCurves(painter);
-  painter.setClipping(false);
+}
+
+void GraphView::paintEvent(QPaintEvent*) {
+  if (!m_graph) return;
+  PaintStill();
+  QPainter painter(this);
+  painter.drawPixmap(0, 0, m_still);
+  painter.setRenderHint(QPainter::Antialiasing);
   PaintLive(painter);
   PaintHandles(painter);
 }
@@ -260,6 +274,9 @@ void GraphView::focusOutEvent(QFocusEvent* event) {
 }
 
 bool GraphView::event(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange ||
+      event->type() == QEvent::EnabledChange)
+    m_still = QPixmap();
   if (event->type() == QEvent::ToolTip && m_graph) {
     const auto& help = *static_cast<QHelpEvent*>(event);
     const int handle = HandleAt(help.pos());
@@ -279,7 +296,8 @@ class GraphPeer : public PeerOf<Graph, GraphView> {
 
  protected:
   void UpdateContent(unsigned changes) override {
-    if (changes & (kRangeChange | kItemsChange | kValueChange)) View()->Refresh();
+    if (changes & (kRangeChange | kItemsChange | kValueChange))
+      View()->Refresh(changes & (kRangeChange | kItemsChange));
   }
   void Detached() override {
     if (View()) View()->Release();

@@ -1,6 +1,7 @@
 // Curves, a live point and handles over two axes.
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 #include "gui/component/Graph.h"
@@ -14,7 +15,8 @@ class GraphView : public QWidget {
   /// The component is gone.
   void Release() { m_graph = nullptr; }
   Graph* GetGraph() const { return m_graph; }
-  void Refresh();
+  /// `still`: more than the live point has changed.
+  void Refresh(bool still);
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -37,12 +39,14 @@ class GraphView : public QWidget {
   int HandleAt(const QPointF& place) const;
   void PaintAxis(QPainter& painter, const Graph::Axis& axis, bool across) const;
   void PaintCurves(QPainter& painter) const;
+  void PaintStill();
   void PaintLive(QPainter& painter) const;
   void PaintHandles(QPainter& painter) const;
   void Nudge(double x, double y);
   void End(bool cancelled);
 
   Graph* m_graph;
+  QPixmap m_still;   ///< all but live point and handles; null when it is to be painted anew
   int m_handle = 0;  ///< that the keyboard moves
   int m_hover = -1;
   bool m_dragging = false, m_nudging = false;

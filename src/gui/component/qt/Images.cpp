@@ -1,8 +1,14 @@
 #include "gui/component/qt/Images.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QHash>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QWindow>
+
+#include "gui/component/qt/Scale.h"
+#include "gui/component/qt/Theme.h"
 
 namespace orv::gui::component::qt {
 
@@ -16,19 +22,40 @@ bool IsMask(const std::string& path) {
          stem.compare(stem.size() - mark.size(), mark.size(), mark) == 0;
 }
 
-/// The first candidate that is an image. Also those that are none are remembered.
-QPixmap Load(const Component& component, const std::string& path) {
-  for (const std::string& file : component.ResolvePath(path)) {
-    const QString key = QLatin1String("orv-image:") + QString::fromStdString(file);
-    QPixmap pixmap;
-    if (QPixmapCache::find(key, &pixmap)) return pixmap;
-    if (!QFileInfo::exists(QString::fromStdString(file)) ||
-        !pixmap.load(QString::fromStdString(file)))
-      continue;
+/// A file as an image. Also those that are none are remembered.
+QPixmap LoadFile(const QString& file) {
+  const QString key = QLatin1String("orv-image:") + file;
+  QPixmap pixmap;
+  if (!QPixmapCache::find(key, &pixmap) && QFileInfo::exists(file) && pixmap.load(file))
     QPixmapCache::insert(key, pixmap);
-    return pixmap;
+  return pixmap;
+}
+
+QHash<QString, QIcon>& Sets() {
+  static QHash<QString, QIcon> sets;
+  return sets;
+}
+
+/// The set that stands in for a file; null without. Sets are remembered, and those that are none.
+QIcon LoadSet(const QString& file, bool dark) {
+  if (Sets().isEmpty()) qAddPostRoutine([] { Sets().clear(); });  // before the screens go
+  const QFileInfo name(file);
+  const auto stemOf = [&name](const char* folder) {
+    return name.path() + QLatin1String(folder) + name.completeBaseName() + QLatin1Char('_');
+  };
+  const QString stem = stemOf(dark ? "/dark/" : "/light/");
+  const auto known = Sets().constFind(stem);
+  if (known != Sets().constEnd()) return *known;
+  QIcon icon;
+  for (const int size : {16, 24, 32, 48, 64}) {
+    const QString end = QString::number(size) + QLatin1String(".png");
+    if (!QFileInfo::exists(stem + end)) continue;
+    icon.addFile(stem + end);
+    // What is selected stands on the accent, which is dark in each theme.
+    icon.addFile(stemOf("/dark/") + end, QSize(), QIcon::Selected);
   }
-  return {};
+  Sets().insert(stem, icon);
+  return icon;
 }
 
 QPixmap Tinted(const QPixmap& mask, const QColor& color) {
@@ -46,22 +73,40 @@ QPixmap Tinted(const QPixmap& mask, const QColor& color) {
 
 }  // namespace
 
-QPixmap LoadPixmap(const Component& component, const std::string& path, const QWidget& widget) {
+QPixmap LoadPixmap(const Component& component, const std::string& path, const QWidget& widget,
+                   int size) {
   if (path.empty()) return {};
-  const QPixmap pixmap = Load(component, path);
-  if (pixmap.isNull() || !IsMask(path)) return pixmap;
-  return Tinted(pixmap, widget.palette().color(widget.foregroundRole()));
+  for (const std::string& candidate : component.ResolvePath(path)) {
+    const QString file = QString::fromStdString(candidate);
+    const QPixmap pixmap = LoadFile(file);
+    if (!pixmap.isNull())
+      return IsMask(path) ? Tinted(pixmap, widget.palette().color(widget.foregroundRole()))
+                          : pixmap;
+    const QIcon set = LoadSet(file, IsDark(widget.palette()));
+    if (!set.isNull())
+      return set.pixmap(widget.window()->windowHandle(), QSize(Scaled(size), Scaled(size)));
+  }
+  return {};
 }
 
 QIcon LoadIcon(const Component& component, const std::string& path, const QWidget& widget) {
-  const QPixmap pixmap = LoadPixmap(component, path, widget);
-  if (pixmap.isNull()) return {};
-  QIcon icon(pixmap);
-  if (IsMask(path))
-    icon.addPixmap(Tinted(Load(component, path),
-                          widget.palette().color(QPalette::Disabled, widget.foregroundRole())),
+  if (path.empty()) return {};
+  for (const std::string& candidate : component.ResolvePath(path)) {
+    const QString file = QString::fromStdString(candidate);
+    const QPixmap pixmap = LoadFile(file);
+    if (pixmap.isNull()) {
+      const QIcon set = LoadSet(file, IsDark(widget.palette()));
+      if (!set.isNull()) return set;
+      continue;
+    }
+    if (!IsMask(path)) return QIcon(pixmap);
+    const QPalette& palette = widget.palette();
+    QIcon icon(Tinted(pixmap, palette.color(widget.foregroundRole())));
+    icon.addPixmap(Tinted(pixmap, palette.color(QPalette::Disabled, widget.foregroundRole())),
                    QIcon::Disabled);
-  return icon;
+    return icon;
+  }
+  return {};
 }
 
 }  // namespace orv::gui::component::qt

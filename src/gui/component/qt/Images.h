@@ -14,8 +14,13 @@ namespace orv::gui::component::qt {
 /// null without. A file called "...-symbolic.png" is a mask that is drawn in the widget's text
 /// colour. Loaded images are shared. A file "...@2x.png" beside it serves screens of double
 /// density.
-QPixmap LoadPixmap(const Component& component, const std::string& path, const QWidget& widget);
-/// The same with a disabled look where it is a mask.
+///
+/// Where "folder/name.png" is no file, the set "folder/light/name_16.png", "_24", "_32", "_48" and
+/// "_64", or that in "folder/dark", stands in for it: dark when the widget's palette is, and the
+/// size that fits. Of a set a pixmap is `size` wide, in pixels at 96 dpi.
+QPixmap LoadPixmap(const Component& component, const std::string& path, const QWidget& widget,
+                   int size = 24);
+/// The same in all sizes, and with a disabled look.
 QIcon LoadIcon(const Component& component, const std::string& path, const QWidget& widget);
 
 }  // namespace orv::gui::component::qt

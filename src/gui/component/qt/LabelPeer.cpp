@@ -1,6 +1,7 @@
 // label.
 #include <QEvent>
 #include <QLabel>
+#include <algorithm>
 
 #include "gui/Style.h"
 #include "gui/component/Label.h"
@@ -12,12 +13,40 @@ namespace orv::gui::component::qt {
 
 namespace {
 
-class LabelPeer : public PeerOf<Label, QLabel> {
+constexpr int kImageSize = 24;  ///< of an image that comes in several
+
+/// One that wraps can be told how wide it is to be: wider only where a word is.
+class TextLabel : public QLabel {
  public:
-  LabelPeer(Component& component, QLabel* label) : PeerOf(component, label) {
+  explicit TextLabel(QWidget* parent) : QLabel(parent) {}
+
+  void SetUsualWidth(int pixels) { m_usualWidth = pixels; }
+
+  QSize sizeHint() const override { return m_usualWidth > 0 ? Wish() : QLabel::sizeHint(); }
+  QSize minimumSizeHint() const override {
+    return m_usualWidth > 0 ? Wish() : QLabel::minimumSizeHint();
+  }
+
+ private:
+  QSize Wish() const {
+    const int word = QLabel::minimumSizeHint().width();
+    const int whole = fontMetrics().size(0, text()).width() + 2 * margin();
+    const int width = std::max(word, std::min(m_usualWidth, whole));
+    return QSize(width, heightForWidth(width));
+  }
+
+  int m_usualWidth = 0;
+};
+
+class LabelPeer : public PeerOf<Label, TextLabel> {
+ public:
+  LabelPeer(Component& component, TextLabel* label) : PeerOf(component, label) {
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     if (Held()->Wraps()) {
-      policy.setHorizontalPolicy(QSizePolicy::Expanding);
+      if (LimitsWidth())
+        policy.setHorizontalPolicy(QSizePolicy::Expanding);
+      else
+        label->SetUsualWidth(Scaled(Held()->GetAttributes().maxWidth));
       policy.setHeightForWidth(true);
       label->setWordWrap(true);
     }
@@ -35,6 +64,11 @@ class LabelPeer : public PeerOf<Label, QLabel> {
 
  protected:
   bool HoldsValue() const override { return false; }
+  /// In a column the widest word of all says how wide each is.
+  bool LimitsWidth() const override {
+    const Attributes& a = Held()->GetAttributes();
+    return !Held()->Wraps() || a.column.empty() || a.maxWidth >= kNoLimit;
+  }
 
   void UpdateContent(unsigned changes) override {
     if (changes & (kStyleChange | kMarkChange)) UpdateStyle();
@@ -72,7 +106,9 @@ class LabelPeer : public PeerOf<Label, QLabel> {
 
   void UpdateText() {
     if (!Held()->GetImage().empty()) {
-      View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View()));
+      const int wished = Held()->GetAttributes().desiredWidth;
+      View()->setPixmap(LoadPixmap(*GetComponent(), Held()->GetImage(), *View(),
+                                   wished != kUnset ? wished : kImageSize));
       return;
     }
     // What code sets has no mnemonics.
@@ -85,7 +121,7 @@ class LabelPeer : public PeerOf<Label, QLabel> {
 }  // namespace
 
 std::unique_ptr<Peer> MakeLabel(Component& component, QWidget* parent) {
-  return std::make_unique<LabelPeer>(component, new QLabel(parent));
+  return std::make_unique<LabelPeer>(component, new TextLabel(parent));
 }
 
 }  // namespace orv::gui::component::qt

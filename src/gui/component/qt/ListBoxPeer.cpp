@@ -11,6 +11,7 @@
 #include "gui/TextSearch.h"
 #include "gui/component/Items.h"
 #include "gui/component/ListBox.h"
+#include "gui/component/qt/Elided.h"
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/Peers.h"
 #include "gui/component/qt/RowRanges.h"
@@ -57,7 +58,9 @@ class ItemModel : public QAbstractListModel {
       case Qt::EditRole:
         return ToQt(ShownText(*item));
       case Qt::ToolTipRole:
-        return item->tooltip.empty() ? QVariant() : ToQt(item->tooltip);
+        return item->tooltip.empty()
+                   ? ElidedText(*static_cast<QAbstractItemView*>(m_peer.GetWidget()), index)
+                   : ToQt(item->tooltip);
       case Qt::DecorationRole:
         return item->icon.empty() ? QVariant() : LoadIcon(*m_list, item->icon, *m_peer.GetWidget());
       case Qt::FontRole: {

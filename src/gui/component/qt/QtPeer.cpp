@@ -179,14 +179,16 @@ void QtPeer::UpdateSize() {
   const auto limit = [](int pixels) {
     return pixels >= kNoLimit ? QWIDGETSIZE_MAX : Scaled(pixels);
   };
-  if (a.minWidth > 0 || m_widget->minimumWidth() > 0) m_widget->setMinimumWidth(Scaled(a.minWidth));
-  if (a.minHeight > 0 || m_widget->minimumHeight() > 0)
-    m_widget->setMinimumHeight(Scaled(a.minHeight));
-  if (a.maxWidth < kNoLimit || m_widget->maximumWidth() < QWIDGETSIZE_MAX)
+  SetLeast(QSize(Scaled(a.minWidth), Scaled(a.minHeight)));
+  if (LimitsWidth() && (a.maxWidth < kNoLimit || m_widget->maximumWidth() < QWIDGETSIZE_MAX))
     m_widget->setMaximumWidth(limit(a.maxWidth));
   if (a.maxHeight < kNoLimit || m_widget->maximumHeight() < QWIDGETSIZE_MAX)
     m_widget->setMaximumHeight(limit(a.maxHeight));
   m_widget->updateGeometry();
+}
+
+void QtPeer::SetLeast(const QSize& size) {
+  if (size != m_widget->minimumSize()) m_widget->setMinimumSize(size);
 }
 
 QBrush QtPeer::GetBrush() const {

@@ -69,6 +69,10 @@ class QtPeer : public Peer {
   virtual void UpdateContent(unsigned changes) = 0;
   /// Whether what stands before names it rather than its tooltip: true of what holds a value.
   virtual bool HoldsValue() const { return true; }
+  /// Whether `maxwidth` is a limit; else it is what the element makes of it.
+  virtual bool LimitsWidth() const { return true; }
+  /// The least size that the document asks for.
+  virtual void SetLeast(const QSize& size);
   /// Whether the widget draws GetBrush itself.
   virtual bool DrawsBackground() const { return false; }
   /// What is to be drawn behind it now; no brush when nothing is.

@@ -6,6 +6,7 @@
 
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
+#include "gui/component/qt/Elided.h"
 #include "gui/component/qt/Images.h"
 #include "gui/component/qt/QtPeer.h"
 #include "gui/component/qt/Theme.h"
@@ -73,7 +74,7 @@ QVariant TreeModel::CellData(const Tree::Cell& cell, const Tree::Row& row, int r
     case Qt::EditRole:
       return ToQt(cell.text);
     case Qt::ToolTipRole:
-      return cell.tooltip.empty() ? QVariant() : ToQt(cell.tooltip);
+      return ToQt(cell.tooltip);
     case Qt::DecorationRole:
       return cell.icon.empty() ? QVariant() : LoadIcon(*m_tree, cell.icon, widget);
     case Qt::FontRole: {
@@ -105,6 +106,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
   static const Tree::Cell kEmpty;
   const auto& cells = node->row.cells;
   const bool there = index.column() < static_cast<int>(cells.size());
+  if (role == Qt::ToolTipRole && there && cells[index.column()].tooltip.empty())
+    return ElidedText(*static_cast<QAbstractItemView*>(m_peer.GetWidget()), index);
   return CellData(there ? cells[index.column()] : kEmpty, node->row, role);
 }
 

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QTreeView>
 #include <algorithm>
+#include <utility>
 
 #include "gui/GuiMessages.h"
 #include "gui/component/Tree.h"
@@ -26,6 +27,7 @@ class RowView : public QTreeView {
   std::function<void()> onSelect;
   std::function<void()> onCopied;
   std::function<void(const QPoint& place)> onMenu;
+  std::function<void()> onLeft;
   QString emptyText;
 
   using QTreeView::edit;
@@ -65,6 +67,11 @@ class RowView : public QTreeView {
     else if (!under.isValid())
       clearSelection();
     if (onMenu) onMenu(place);
+  }
+
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() == QEvent::Leave && onLeft) onLeft();
+    return QTreeView::viewportEvent(event);
   }
 
   void paintEvent(QPaintEvent* event) override {
@@ -206,6 +213,12 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
       const Tree::Node* row = m_model->NodeOf(index);
       if (Held() && row && !m_telling) Held()->Post(kMsgActivated, row->key);
     });
+    view.setMouseTracking(true);
+    view.onLeft = [this] { Hovered(QModelIndex()); };
+    QObject::connect(&view, &QAbstractItemView::entered,
+                     [this](const QModelIndex& index) { Hovered(index); });
+    QObject::connect(&view, &QAbstractItemView::viewportEntered,
+                     [this] { Hovered(QModelIndex()); });
     QObject::connect(&view, &QTreeView::expanded,
                      [this](const QModelIndex& i) { Expanded(i, true); });
     QObject::connect(&view, &QTreeView::collapsed,
@@ -213,6 +226,12 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
     QObject::connect(view.header(), &QHeaderView::sectionClicked, [this](int column) {
       if (Held()) Held()->Post(kMsgColumnClicked, column);
     });
+  }
+
+  void Hovered(const QModelIndex& index) {
+    const Tree::Node* row = index.isValid() && m_model ? m_model->NodeOf(index) : nullptr;
+    const int key = row ? row->key : int(Tree::kTop);
+    if (Held() && std::exchange(m_hovered, key) != key) Held()->Post(kMsgHovered, key);
   }
 
   void Expanded(const QModelIndex& index, bool expanded) {
@@ -299,6 +318,7 @@ class TreePeer : public PeerOf<Tree, RowView>, public Tree::Observer {
 
   QPointer<TreeModel> m_model;
   bool m_telling = false;
+  int m_hovered = Tree::kTop;  ///< row that was told last
 };
 
 }  // namespace

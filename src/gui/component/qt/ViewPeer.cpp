@@ -148,7 +148,8 @@ class MenubarPeer : public PeerOf<Menubar, QMenuBar> {
 
  protected:
   void UpdateContent(unsigned changes) override {
-    if (changes & kMenuChange) m_actions.Fill(*View(), Held()->GetMenu().GetItems());
+    if (changes & (kMenuChange | kImageChange))
+      m_actions.Fill(*View(), Held()->GetMenu().GetItems());
   }
 
  private:

@@ -1,0 +1,47 @@
+// The numbers of the components of the desktop program's own windows.
+#pragma once
+
+namespace orv::app {
+
+enum ImportId : int {
+  kImportFile = 10,  ///< labels
+  kImportContent,
+  kImportUnit,    ///< combo box
+  kImportMetres,  ///< spinner
+  kImportUp,      ///< combo box
+  kImportSource,  ///< labels
+  kImportSize,
+  kImportOdd,
+  kImportAccept = 20,
+  kImportCancel,
+};
+
+enum ModelsId : int {
+  kModelList = 10,
+  kModelFromFile,
+  kModelPicture,  ///< view
+  kModelTitle,
+  kModelText,
+  kModelFacts,
+  kModelGround,  ///< combo box; an item's id is its place in the list of nodes, 0 is none
+  kModelAdd = 20,
+  kModelCancel,
+};
+
+enum MakeModelId : int {
+  kMakeParts = 10,  ///< tree
+  kMakeTitle,
+  kMakeText,
+  kMakePicture,  ///< view
+  kMakeChoosePicture,
+  kMakeNoPicture,
+  kMakeNotice,
+  kMakeAccept = 20,
+  kMakeCancel,
+};
+
+enum ProgressId : int { kProgressText = 10, kProgressBar, kProgressCancel };
+
+enum HelpId : int { kHelpPages = 10, kHelpScroll, kHelpText, kHelpClose };
+
+}  // namespace orv::app
