@@ -183,7 +183,8 @@ bool CoreImplementation::HandleKey(int key, const KeyModifiers& modifiers) {
       RecordManager::SetSlowFactorIndex(std::max(slow - 1, 1));
       break;
     case HotKeyAction::kStart:
-      RecordManager::StartRecording();
+      // Not within a request that asks its user something.
+      if (!GetAdaptor()->IsUndoBlockOpen()) RecordManager::StartRecording();
       break;
   }
   return true;

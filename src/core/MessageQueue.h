@@ -33,6 +33,8 @@ class MessageQueue {
 
   /// Whether anybody listens: worth asking before news that take work to put together.
   bool IsHeard() const { return m_node.listenerCount() > 0; }
+  /// Whether something is being done that is told when it is done.
+  bool IsHeld() const { return m_holds > 0; }
   /// At once, or behind what is under way. Of equal changes of values in a row one is told.
   void Tell(CoreNews news);
   /// To be called when `listener` subscribes: what came before is not told to it.

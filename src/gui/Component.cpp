@@ -158,11 +158,15 @@ void Component::Retire() {
 
 void Component::RetirePeer(std::unique_ptr<Peer> peer, Toolkit& toolkit) {
   RetiredPeers().push_back(std::move(peer));
-  if (g_delivery || g_held > 0) Schedule(toolkit);
+  if (IsDelivering()) Schedule(toolkit);
 }
 
 void DestroyRetired() {
-  if (!g_delivery && g_held == 0) DestroyAll();
+  if (!IsDelivering()) DestroyAll();
+}
+
+bool IsDelivering() {
+  return g_delivery || g_held > 0;
 }
 
 bool HasRetired() {

@@ -199,6 +199,9 @@ class Frozen {
 /// Destroys what has been retired; does nothing while a message is being delivered.
 void DestroyRetired();
 bool HasRetired();
+/// Whether a message is being delivered, or what has been retired is held: what handles an event
+/// may be further out.
+bool IsDelivering();
 
 /// Nothing that has been retired is destroyed while one of these lives: for a toolkit's event that
 /// runs an event loop of its own.

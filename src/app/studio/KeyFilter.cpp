@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QTimer>
 
 #include "core/CoreImplementation.h"
 #include "core/HotKeys.h"
@@ -22,6 +23,8 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
     if (!key->isAutoRepeat()) m_taken = 0;
     return true;
   }
+  // A press of its own: letting go has passed by, as when another program took the keyboard.
+  if (type == QEvent::ShortcutOverride && !key->isAutoRepeat()) m_taken = 0;
   // One press comes as an override and then as a press, to the window and then to its widget.
   if (key->key() == m_taken) return true;
   const rws::core::KeyModifiers modifiers{bool(key->modifiers() & Qt::ControlModifier),
@@ -30,8 +33,13 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
   const int code = rws::core::VirtualKeyOf(key->key(), key->modifiers() & Qt::KeypadModifier);
   // No take begins behind a question that waits.
   if (QApplication::activeModalWidget() && !m_core.IsRecording()) return false;
-  if (code == 0 || !m_core.HandleKey(code, modifiers)) return false;
+  using rws::core::HotKeyTime;
+  const HotKeyTime now = m_core.IsRecording() ? HotKeyTime::kInTake : HotKeyTime::kIdle;
+  if (code == 0 || m_core.IsResimulating() || !rws::core::FindHotKey(code, modifiers, now))
+    return false;
   m_taken = key->key();
+  // Later: the toolkit goes on with the window that the key came to, which a take may close.
+  QTimer::singleShot(0, this, [this, code, modifiers] { m_core.HandleKey(code, modifiers); });
   event->accept();
   return true;
 }

@@ -124,7 +124,7 @@ bool Studio::Begin(std::string& problem) {
     AskForUpdates();
   });
   if (m_options.script.empty()) return true;
-  m_script = std::make_unique<ScriptDriver>(*this);
+  m_script = std::make_unique<ScriptDriver>(*this, m_options.seed);
   return m_script->Start(m_options.script, problem);
 }
 
@@ -333,7 +333,11 @@ bool Studio::MayClose() {
 
 void Studio::OnMainWindowClosed() {
   m_document.Close();
-  QApplication::quit();
+  if (!m_keepOpen) return QApplication::quit();
+  QTimer::singleShot(0, this, [this] {
+    m_document.NewScene();
+    m_windows.OpenMainWindow(nullptr);
+  });
 }
 
 void Studio::Quit() {

@@ -50,6 +50,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptOpen(const std::string& path) override;
   std::string ScriptSave(const std::string& path) override;
   nlohmann::json ScriptState() override;
+  void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;
 
  private:
@@ -131,6 +132,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   KeyFilter m_keys;
   std::unique_ptr<HelpWindow> m_help;
   int m_working = 0;  ///< levels of Working
+  bool m_keepOpen = false;  ///< also without a main window; see ScriptKeepOpen
   std::unique_ptr<ScriptDriver> m_script;
 };
 

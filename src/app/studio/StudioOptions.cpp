@@ -40,6 +40,8 @@ bool ReadOptions(int argc, char** argv, StudioOptions& options, int& status) {
       ->check(CLI::Range(0.5, 4.0));
   app.add_option("--data-root", options.dataRoot, "Folder for profiles, preferences and logs")
       ->type_name("DIR");
+  app.add_option("--seed", options.seed, "Seed of a script's random events (default: 1)")
+      ->type_name("N");
   try {
     app.parse(argc, argv);
     return true;

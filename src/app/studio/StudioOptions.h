@@ -13,6 +13,7 @@ struct StudioOptions {
   std::string theme;     ///< dark or light
   std::string language;  ///< en or de
   std::string dataRoot;
+  unsigned seed = 1;   ///< of a script's random events
   double scale = 0.0;  ///< of everything, 1 for 96 dpi
 };
 

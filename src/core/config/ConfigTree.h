@@ -49,6 +49,8 @@ class ConfigTree {
 
   /// Null until `Begin`.
   ConfigElement* GetRoot() const { return m_root.get(); }
+  /// Expires with the tree: for who keeps pointers to elements.
+  std::weak_ptr<const void> GetLife() const { return m_life; }
   /// Null when no element has this id. Constant time.
   ConfigElement* Find(int id) const;
   /// All elements with an id that have this label, in order of declaration.
@@ -76,6 +78,7 @@ class ConfigTree {
                  std::string& problem);
   void UpgradeGroup(util::xml::Element& group, const ConfigElement* around) const;
 
+  const std::shared_ptr<const void> m_life = std::make_shared<char>();
   std::unique_ptr<ConfigElement> m_root;
   ConfigElement* m_open = nullptr;  ///< where the next element goes
   std::vector<ConfigElement*> m_elements;

@@ -243,10 +243,6 @@ void Instance::AddButton(std::string label, std::string tooltip, Callback* cb) {
   m_config.AddButton(std::move(label), std::move(tooltip), cb);
 }
 
-void Instance::RefreshConfig() {
-  m_host.GetMessages().Tell(ParametersChanged{m_identity, ParametersChanged::kAll});
-}
-
 void Instance::ShowInputConfig() {
   m_host.ShowInputConfig(m_name);
 }

@@ -23,6 +23,9 @@ constexpr std::size_t kPrefetchedRigSize = 512;
 /// The same of a scene node.
 constexpr std::size_t kPrefetchedNodeSize = 192;
 
+/// The one whose rig is being told the host's time.
+const Instance* g_updating = nullptr;
+
 void PrefetchLines(const void* object, std::size_t size) {
   constexpr std::size_t kLine = 64;
   for (std::size_t at = 0; at < size; at += kLine)
@@ -79,7 +82,15 @@ void Instance::PrefetchRig() const {
 }
 
 void Instance::Update(double t) {
+  g_updating = this;
   m_pRig->Update(t);
+  g_updating = nullptr;
+}
+
+void Instance::RefreshConfig() {
+  // The host's time changes with each tick of a run, at whose end all is told.
+  if (g_updating == this && m_host.IsRecording()) return;
+  m_host.GetMessages().Tell(ParametersChanged{m_identity, ParametersChanged::kAll});
 }
 
 void Instance::RecordInputs(double t) {

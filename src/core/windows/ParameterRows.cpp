@@ -98,6 +98,7 @@ void ParameterRows::Build(const ConfigTree& config, const ProfileValues& factory
                           const std::set<std::string>& folded) {
   const gui::Frozen frozen(m_container);
   Clear();
+  m_tree = config.GetLife();
   if (!config.GetRoot()) return;
   for (const auto& child : config.GetRoot()->GetChildren())
     if (child->GetKind() == Kind::kGroup)
@@ -113,7 +114,7 @@ void ParameterRows::AddGroup(const ConfigElement& group, gui::Component& into,
   gui::Component* root = m_layout.Instantiate(kGroupRow, into);
   if (!root) return;
   root->SetRow(kFirstGroupRow + static_cast<int>(m_groups.size()));
-  m_groups.push_back({&group, root, {}});
+  m_groups.push_back({&group, root, {}, group.GetLabel()});
   With<Group>(*root, kGroupBox, [&](Group& box) {
     box.GetComponent().SetLabel(gui::Translate(group.GetLabel()));
     box.GetComponent().SetTooltip(gui::Translate(group.GetTooltip()));
@@ -162,7 +163,7 @@ void ParameterRows::AddRow(const ConfigElement& element, gui::Component& into,
     if (!root->Find(kRowLabel)) box.GetComponent().SetLabel(label);
   });
   if (element.GetId() >= 0) m_byId[element.GetId()] = m_rows.size();
-  m_rows.push_back({&element, root, around + " " + WordsOf(element)});
+  m_rows.push_back({&element, root, around + " " + WordsOf(element), {}});
 }
 
 void ParameterRows::ShowValue(const Row& row) {
@@ -281,7 +282,7 @@ std::set<std::string> ParameterRows::GetFolded() const {
   std::set<std::string> folded;
   for (const Row& group : m_groups)
     if (const auto* fold = group.root->Get<Group>(kGroupBox); fold && fold->IsFolded())
-      folded.insert(group.element->GetLabel());
+      folded.insert(group.label);
   return folded;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -31,6 +32,9 @@ class ParameterRows {
   void Build(const ConfigTree& config, const ProfileValues& factory,
              const std::set<std::string>& folded);
   void Clear();
+  /// Whether the tree is there. A rig's goes before that is told, and a rig that comes back by undo
+  /// has another. Without it all that asks for elements is not to be called.
+  bool HasTree() const { return !m_tree.expired(); }
 
   /// Brings what is shown to what the rig holds; a value that the user is editing stays.
   void Refresh();
@@ -51,7 +55,7 @@ class ParameterRows {
   int ElementOf(const gui::Component& source) const;
   /// Null when the component lies in no group's row.
   const ConfigElement* GroupOf(const gui::Component& source) const;
-  /// Names of the groups that are folded.
+  /// Names of the groups that are folded; also without the tree.
   std::set<std::string> GetFolded() const;
   /// Elements that can be put back, of the whole tree or of one group.
   std::vector<int> GetChanged(const ConfigElement* group = nullptr) const;
@@ -61,6 +65,7 @@ class ParameterRows {
     const ConfigElement* element;
     gui::Component* root;  ///< of the row's document
     std::string words;     ///< what a search looks in, in small letters
+    std::string label;     ///< of a group, as the core has it
   };
 
   void AddGroup(const ConfigElement& group, gui::Component& into, const std::string& around,
@@ -73,6 +78,7 @@ class ParameterRows {
 
   gui::Layout& m_layout;
   gui::Component& m_container;
+  std::weak_ptr<const void> m_tree;
   std::vector<Row> m_rows;            ///< of elements and notes, in order
   std::vector<Row> m_groups;          ///< in order, those around others first
   std::map<int, std::size_t> m_byId;  ///< element's id to its row

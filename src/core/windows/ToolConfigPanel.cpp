@@ -83,6 +83,10 @@ std::vector<Instance*> ToolConfigPanel::FindRigs() const {
   return rigs;
 }
 
+bool ToolConfigPanel::HasRig() const {
+  return m_rows && m_rows->HasTree() && FindRig();
+}
+
 void ToolConfigPanel::SetOthers(const std::vector<int>& rows) {
   std::vector<int> rigs{m_rigs.front()};
   for (const int row : rows) {
@@ -91,7 +95,7 @@ void ToolConfigPanel::SetOthers(const std::vector<int>& rows) {
   }
   if (rigs == m_rigs) return;
   m_rigs = std::move(rigs);
-  if (!GetRoot()) return;
+  if (!GetRoot() || !HasRig()) return;
   ShowTitle();
   ShowMixed();
 }
@@ -112,7 +116,6 @@ void ToolConfigPanel::ShowAll() {
   gui::Component* rows = Find(kConfigRows);
   if (!rig || !rows) return;
   const WindowSettings& settings = GetWindows().GetSettings();
-  m_shown = rig;
   m_rows = std::make_unique<ParameterRows>(GetWindows().GetLayout(), *rows);
   m_rows->Build(rig->GetConfig(), GetCore().GetBaseValues(*rig, ParameterBase::kFactory),
                 SplitFolds(settings.Get(name(), kFolds)));
@@ -164,17 +167,18 @@ void ToolConfigPanel::KeepLook() {
 
 void ToolConfigPanel::OnLive() {
   if (!GetCore().IsRecording() && !GetCore().IsResimulating()) return;
-  const Instance* rig = FindRig();
-  if (!rig || !m_rows) return;
+  if (!HasRig()) return;
   std::vector<int> live;
-  for (const auto& [element, property] : rig->GetLiveSpinners())
+  for (const auto& [element, property] : FindRig()->GetLiveSpinners())
     if (element != m_dragged) live.push_back(element);
   m_rows->RefreshLive(live);
 }
 
 void ToolConfigPanel::OnCore(const util::Message& message) {
-  // News may be held back until after the rig has gone, and its parameters with it.
-  if (!NewsIn<RowDeleted>(message) && FindRig() != m_shown) return;
+  if (const auto* deleted = NewsIn<RowDeleted>(message); deleted && deleted->row == m_rigs.front())
+    return GetWindows().Drop(WindowKind::kToolConfig, deleted->row);
+  // A rig is gone before that is told.
+  if (!HasRig()) return;
   if (const auto* changed = NewsIn<ParametersChanged>(message)) {
     if (std::find(m_rigs.begin(), m_rigs.end(), changed->row) == m_rigs.end()) return;
     if (changed->row == m_rigs.front()) m_rows->Refresh();
@@ -192,8 +196,6 @@ void ToolConfigPanel::OnCore(const util::Message& message) {
   } else if (NewsIn<TimeChanged>(message)) {
     if (!GetCore().IsRecording()) m_rows->RefreshLive({});
   } else if (const auto* deleted = NewsIn<RowDeleted>(message)) {
-    if (deleted->row == m_rigs.front())
-      return GetWindows().Drop(WindowKind::kToolConfig, deleted->row);
     m_rigs.erase(std::remove(m_rigs.begin(), m_rigs.end(), deleted->row), m_rigs.end());
     ShowTitle();
   }
@@ -202,7 +204,7 @@ void ToolConfigPanel::OnCore(const util::Message& message) {
 // --- what the user does ---
 
 void ToolConfigPanel::OnComponent(gui::Component& source, util::Message& message) {
-  if (!m_rows || !FindRig()) return;
+  if (!HasRig()) return;
   if (m_profiles.OnComponent(source, message)) return;
   if (message.id == gui::kMsgMenuItem) return OnMenu(message.param, source);
   const int element = m_rows->ElementOf(source);

@@ -41,6 +41,8 @@ class ToolConfigPanel : public Window {
   Instance* FindRig(int row) const;
   Instance* FindRig() const { return FindRig(m_rigs.front()); }
   std::vector<Instance*> FindRigs() const;
+  /// Whether the rows are those of a rig that is there.
+  bool HasRig() const;
 
   void ShowAll();
   void ShowTitle();
@@ -62,7 +64,6 @@ class ToolConfigPanel : public Window {
   std::string m_kind;       ///< Tool::GetDisplayId
   ProfileRow m_profiles;
   std::unique_ptr<ParameterRows> m_rows;
-  const Instance* m_shown = nullptr;  ///< whose parameters m_rows shows; to be compared alone
   int m_dragged = -1;                 ///< element of an open edit
   std::string m_dragValue;            ///< what it has come to
 };

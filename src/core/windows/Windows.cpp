@@ -15,6 +15,7 @@
 #include "core/services/Resources.h"
 #include "core/windows/Program.h"
 #include "core/windows/Window.h"
+#include "gui/Component.h"
 #include "gui/Texts.h"
 #include "gui/component/qt/Realise.h"
 #include "gui/componentinterface/Dialog.h"
@@ -103,7 +104,15 @@ void Windows::Drop(WindowKind kind, int row) {
   found->second->Hide();
   m_dropped.push_back(std::move(found->second));
   m_windows.erase(found);
-  QTimer::singleShot(0, this, [this] { m_dropped.clear(); });
+  QTimer::singleShot(0, this, [this] { ClearDropped(); });
+}
+
+/// A window that waits for an answer runs an event loop, in which its rig may go.
+void Windows::ClearDropped() {
+  if (gui::IsDelivering())
+    QTimer::singleShot(kLivePeriod, this, [this] { ClearDropped(); });
+  else
+    m_dropped.clear();
 }
 
 Window* Windows::Dock(WindowKind kind, int row, gui::Component& container) {
@@ -235,9 +244,28 @@ ResimulationView* Windows::CreateResimulationView() {
 }
 
 int Windows::MessageBox(const std::string& title, const std::string& text, unsigned flags) {
-  if (m_views.messageBox) return m_views.messageBox(*this, title, text, flags);
-  LogEntry(LogLevel::kWarning, title + ": " + text);
-  return kAnswerCancel;
+  if (!m_views.messageBox) {
+    LogEntry(LogLevel::kWarning, title + ": " + text);
+    return kAnswerCancel;
+  }
+  constexpr unsigned kButtons = 15;
+  if ((flags & kButtons) != kButtonsOk || !m_core.GetMessages().IsHeld())
+    return m_views.messageBox(*this, title, text, flags);
+  // What a rig says in each frame is said once.
+  for (const Box& box : m_boxes)
+    if (box.title == title && box.text == text) return kAnswerOk;
+  m_boxes.push_back({title, text, flags});
+  QTimer::singleShot(0, this, [this] { ShowBoxes(); });
+  return kAnswerOk;
+}
+
+void Windows::ShowBoxes() {
+  if (std::exchange(m_showsBoxes, true)) return;
+  for (; !m_boxes.empty(); m_boxes.pop_front()) {
+    const Box box = m_boxes.front();
+    m_views.messageBox(*this, box.title, box.text, box.flags);
+  }
+  m_showsBoxes = false;
 }
 
 void Windows::ShowInputConfig(const std::string& instanceName) {

@@ -1,6 +1,7 @@
 // The windows of the core.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -116,6 +117,8 @@ class Windows : public QObject, public UserInterface {
   void CloseMainWindow() override;
   CountdownDialog* CreateCountdownDialog() override;
   ResimulationView* CreateResimulationView() override;
+  /// One that asks nothing is shown when what is being done is done: within a frame its event loop
+  /// would hold the take up, and let it be stopped in the middle of a rig's step.
   int MessageBox(const std::string& title, const std::string& text, unsigned flags) override;
   void ShowInputConfig(const std::string& instanceName) override;
 
@@ -124,6 +127,13 @@ class Windows : public QObject, public UserInterface {
 
   Window* Make(WindowKind kind, int row);
   void GoLive();
+  void ShowBoxes();
+  void ClearDropped();
+
+  struct Box {
+    std::string title, text;
+    unsigned flags;
+  };
 
   CoreImplementation& m_core;
   Program& m_program;
@@ -133,7 +143,9 @@ class Windows : public QObject, public UserInterface {
   Views m_views;
   std::vector<Window*> m_all;  ///< also those that are nobody's kind, in the order of their making
   std::map<Key, std::unique_ptr<Window>> m_windows;
-  std::vector<std::unique_ptr<Window>> m_dropped;  ///< until the event loop
+  std::vector<std::unique_ptr<Window>> m_dropped;  ///< until nothing of them is on the stack
+  std::deque<Box> m_boxes;                         ///< that wait, behind the one that is shown
+  bool m_showsBoxes = false;
   QTimer m_live;
 };
 

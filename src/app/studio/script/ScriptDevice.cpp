@@ -2,7 +2,19 @@
 
 #include <utility>
 
+#include "unidevice/Driver.h"
+#include "unidevice/DriverManager.h"
+
 namespace orv::app {
+
+ScriptDevice* ScriptDevice::Plug(const std::string& deviceName, const Controls& controls) {
+  auto device = std::make_unique<ScriptDevice>(deviceName, controls);
+  auto& drivers = unidevice::DriverManager::instance();
+  if (!drivers.find(kDriver)) drivers.addDriver(std::make_unique<unidevice::Driver>(kDriver));
+  ScriptDevice* const plugged = device.release();
+  drivers.find(kDriver)->addDevice(plugged);
+  return plugged;
+}
 
 ScriptDevice::ScriptDevice(const std::string& deviceName, const Controls& controls) {
   name = deviceName;

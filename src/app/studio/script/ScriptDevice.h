@@ -25,6 +25,8 @@ class ScriptDevice : public unidevice::Device {
     int axes = 4, buttons = 8, hats = 0;  ///< a hat has two controls: left to right, down to up
   };
 
+  /// Makes one and plugs it into the driver, which owns it.
+  static ScriptDevice* Plug(const std::string& deviceName, const Controls& controls);
   ScriptDevice(const std::string& deviceName, const Controls& controls);
   ~ScriptDevice() override;
 

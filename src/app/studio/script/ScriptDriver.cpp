@@ -16,6 +16,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "app/studio/script/Monkey.h"
 #include "app/studio/script/ScriptDevice.h"
 #include "app/studio/script/ScriptEvents.h"
 #include "app/studio/script/ScriptHost.h"
@@ -23,7 +24,7 @@
 #include "app/studio/script/ScriptTarget.h"
 #include "app/studio/script/WidgetDump.h"
 #include "core/CoreImplementation.h"
-#include "unidevice/Driver.h"
+#include "core/services/DataRoot.h"
 #include "unidevice/DriverManager.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
@@ -45,7 +46,7 @@ double NumberOr(const std::string& text, double byDefault) {
 
 }  // namespace
 
-ScriptDriver::ScriptDriver(ScriptHost& host) : m_host(host) {}
+ScriptDriver::ScriptDriver(ScriptHost& host, unsigned seed) : m_host(host), m_seed(seed) {}
 
 ScriptDriver::~ScriptDriver() {
   unidevice::DriverManager::instance().removeDriver(ScriptDevice::kDriver);
@@ -137,6 +138,7 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"state", [&] { Answer(m_host.ScriptState()); }},
       {"wait", [&] { WaitIdle(line); }},
       {"wait-idle", [&] { WaitIdle(line); }},
+      {"monkey", [&] { LetLoose(line); }},
       {"crash", [] { std::raise(SIGKILL); }},
       {"quit",
        [&] {
@@ -270,13 +272,8 @@ void ScriptDriver::Device(const ScriptLine& line) {
   count("axes", controls.axes);
   count("buttons", controls.buttons);
   count("hats", controls.hats);
-  auto* device = new ScriptDevice(name, controls);
-  device->SetNoise(NumberOr(line.Value("noise"), 0.0));
-  auto& drivers = unidevice::DriverManager::instance();
-  if (!drivers.find(ScriptDevice::kDriver))
-    drivers.addDriver(std::make_unique<unidevice::Driver>(ScriptDevice::kDriver));
-  drivers.find(ScriptDevice::kDriver)->addDevice(device);
-  m_devices[name] = device;
+  m_devices[name] = ScriptDevice::Plug(name, controls);
+  m_devices[name]->SetNoise(NumberOr(line.Value("noise"), 0.0));
   Answer(Json::object());
 }
 
@@ -351,6 +348,24 @@ void ScriptDriver::WaitIdle(const ScriptLine& line) {
       Answer(Json::object());
   });
   timer->start(kLookPeriod);
+}
+
+void ScriptDriver::LetLoose(const ScriptLine& line) {
+  MonkeyTask task;
+  double number = 0.0;
+  if (!util::parseNumber(line.Word(), number) || number < 1.0 || number > 1e9)
+    return Fail("the number of events is missing");
+  task.events = static_cast<int>(number);
+  task.seed = static_cast<unsigned>(NumberOr(line.Value("seed"), m_seed));
+  task.log = line.Value("log");
+  task.folder = rws::core::DataRoot::Get() + "/monkey";
+  m_monkey = std::make_unique<Monkey>(m_host, task, [this](Json report) {
+    m_failed = m_failed || report.contains("error");
+    report["ok"] = !report.contains("error");
+    Answer(std::move(report));
+    m_monkey.release()->deleteLater();
+  });
+  m_monkey->Begin();
 }
 
 }  // namespace orv::app

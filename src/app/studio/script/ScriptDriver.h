@@ -14,6 +14,7 @@ class QSocketNotifier;
 
 namespace orv::app {
 
+class Monkey;
 class ScriptDevice;
 class ScriptHost;
 struct ScriptLine;
@@ -27,8 +28,8 @@ struct ScriptLine;
 /// The end of a file quits; the status is 0, or 1 when a command failed.
 class ScriptDriver : public QObject {
  public:
-  /// `host` outlives it.
-  explicit ScriptDriver(ScriptHost& host);
+  /// `host` outlives it. `seed` is that of random events.
+  ScriptDriver(ScriptHost& host, unsigned seed);
   ~ScriptDriver() override;
 
   /// "-" is standard input. False, with `problem` filled, when the file can't be read.
@@ -59,14 +60,17 @@ class ScriptDriver : public QObject {
   void Dump(const ScriptLine& line);
   void Shot(const ScriptLine& line);
   void WaitIdle(const ScriptLine& line);
+  void LetLoose(const ScriptLine& line);
 
   ScriptHost& m_host;
+  const unsigned m_seed;
   std::deque<std::string> m_lines;
   std::string m_rest;  ///< of standard input behind the last whole line
   std::unique_ptr<QSocketNotifier> m_notifier;
   bool m_ended = false;  ///< no more lines will come
   bool m_busy = false;   ///< a command is not answered yet
   bool m_failed = false;
+  std::unique_ptr<Monkey> m_monkey;
   std::map<std::string, ScriptDevice*> m_devices;  ///< their driver's
 };
 

@@ -51,6 +51,9 @@ void Press(QWidget& widget, const QPoint& point, Qt::MouseButton button,
   const QPointer<QWidget> alive(&widget);
   SendMouse(widget, point, Qt::NoButton, Qt::NoButton, QEvent::MouseMove, modifiers, apart);
   if (!alive) return;
+  // As a window manager does, where there is one.
+  if (QWidget* top = widget.window(); !top->isActiveWindow() && top->windowType() != Qt::Popup)
+    top->activateWindow();
   SendMouse(widget, point, button, button, QEvent::MouseButtonPress, modifiers, 1);
 }
 

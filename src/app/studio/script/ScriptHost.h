@@ -22,6 +22,8 @@ class ScriptHost {
   virtual std::string ScriptSave(const std::string& path) = 0;
   /// Run, time, frame, selection, names of undo steps, dirty, path.
   virtual nlohmann::json ScriptState() = 0;
+  /// Whether the program goes on, with a new scene, when its main window is closed.
+  virtual void ScriptKeepOpen(bool keep) = 0;
   /// Ends the program with this exit status, unsaved changes and all.
   virtual void ScriptQuit(int status) = 0;
 };
