@@ -1,4 +1,4 @@
-// The program killed at any moment.
+// The program killed at any moment; ORV_KILLS is how often.
 #include <QElapsedTimer>
 #include <cstdlib>
 #include <filesystem>

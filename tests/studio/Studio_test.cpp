@@ -105,8 +105,8 @@ TEST_F(Studio, MakesModelsAndAddsThemUnderFreeNames) {
   studio.ExpectReadable("MakeModel");
   // The rig that is selected is ticked; only the title is missing.
   studio.DoAll({"type Mine", "click win=MakeModel id=20", "key Return"});
-  EXPECT_TRUE(std::filesystem::exists(root + "/models/Mine.prm"));
   EXPECT_EQ(Steps(studio), 1u);
+  EXPECT_TRUE(std::filesystem::exists(root + "/models/Mine.prm"));
   for (const char* model : {"Mine", "Mine", "Tank"}) {
     const std::size_t before = Steps(studio);
     Choose(studio, "File", "Open a pre-rigged model...");
@@ -153,8 +153,8 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
     EXPECT_EQ(studio.State()["path"], path);
   }
   studio.DoAll({"drop " + path, kYes});
-  EXPECT_GT(size(), empty) << "saved, and opened again";
   EXPECT_EQ(studio.State()["dirty"], false);
+  EXPECT_GT(size(), empty) << "saved, and opened again";
   EXPECT_EQ(Steps(studio), 0u);
   AddRig(studio);
   const auto saved = size();
@@ -169,6 +169,14 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
   studio.DoAll({"key Ctrl+A", "type " + folder.path + "/poses.csv", "key Return"});
   EXPECT_EQ(studio.ValueOf("MainWindow", kNoticeText), folder.path + "/poses.csv was written.");
   EXPECT_EQ(folder.Read("poses.csv").rfind("time,node,", 0), 0u);
+  // A delivery has no rigs, and so is never the scene's own file.
+  const std::string own = folder.Read("a.glb");
+  Choose(studio, "File", "Export for delivery...");
+  studio.DoAll(
+      {"key Ctrl+A", "type " + path, "key Return", "wait 0.1", "click name=Yes", "wait 0.1"});
+  EXPECT_NE(studio.ValueOf("MessageBox", kBoxText).find("own file"), std::string::npos);
+  studio.Do(kOk);
+  EXPECT_TRUE(folder.Read("a.glb") == own);
   Choose(studio, "Help", "Help");
   EXPECT_NE(studio.ValueOf("Help", 12).find("A car in five minutes"), std::string::npos);
   studio.ExpectReadable("Help");

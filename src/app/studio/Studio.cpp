@@ -52,6 +52,32 @@ std::string TextOf(const Problem& problem) {
   return text + "\n\n" + (hint.left(1).toUpper() + hint.mid(1)).toStdString() + ".";
 }
 
+/// What leaves the scene alone, or ends a take by asking for another scene.
+bool IsForTakes(int id) {
+  static constexpr int kFree[] = {kCommandNew,      kCommandOpen, kCommandRecent,  kCommandQuit,
+                                  kCommandExamples, kCommandHelp, kCommandLicence, kCommandUpdate};
+  return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
+}
+
+/// What a user is told of a leftover before choosing.
+std::string LeftoverText(const Leftover& leftover) {
+  const QDateTime kept = QDateTime::fromSecsSinceEpoch(leftover.note.time);
+  std::string text =
+      Translate("%1 was not saved when the program ended. It was kept on %2.",
+                {leftover.title, QLocale().toString(kept, QLocale::ShortFormat).toStdString()});
+  const std::string seconds = QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString();
+  if (leftover.hasTake)
+    text +=
+        " " + (leftover.take.ended ? Translate("A take of %1 s had been recorded on it.", {seconds})
+                                   : Translate("A take of %1 s was running.", {seconds}));
+  if (leftover.fileIsNewer)
+    text += "\n\n" + Translate("The file itself was written later: %1", {leftover.note.scene});
+  return text + "\n\n" +
+         Translate(
+             "Yes opens what there is of it, No removes it for good, Cancel asks again at "
+             "the next start.");
+}
+
 }  // namespace
 
 Studio::Studio(const StudioOptions& options)
@@ -191,13 +217,6 @@ const std::vector<Studio::Command>& Studio::Commands() {
   return all;
 }
 
-/// What leaves the scene alone, or ends a take by asking for another scene.
-bool IsForTakes(int id) {
-  static constexpr int kFree[] = {kCommandNew,      kCommandOpen, kCommandRecent,  kCommandQuit,
-                                  kCommandExamples, kCommandHelp, kCommandLicence, kCommandUpdate};
-  return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
-}
-
 bool Studio::HasCommand(int id) const {
   if (id == kCommandUpdate) return m_windows.GetCore().IsOffered();
   return id == kCommandRecent || id == kCommandExamples ||
@@ -309,7 +328,7 @@ bool Studio::MayDiscard() {
 }
 
 bool Studio::MayClose() {
-  return MayDiscard();
+  return m_working == 0 && MayDiscard();
 }
 
 void Studio::OnMainWindowClosed() {
@@ -319,25 +338,6 @@ void Studio::OnMainWindowClosed() {
 
 void Studio::Quit() {
   m_windows.CloseMainWindow();
-}
-
-/// What a user is told of a leftover before choosing.
-std::string LeftoverText(const Leftover& leftover) {
-  const QDateTime kept = QDateTime::fromSecsSinceEpoch(leftover.note.time);
-  std::string text =
-      Translate("%1 was not saved when the program ended. It was kept on %2.",
-                {leftover.title, QLocale().toString(kept, QLocale::ShortFormat).toStdString()});
-  const std::string seconds = QString::number(leftover.GetTakeSeconds(), 'f', 1).toStdString();
-  if (leftover.hasTake)
-    text +=
-        " " + (leftover.take.ended ? Translate("A take of %1 s had been recorded on it.", {seconds})
-                                   : Translate("A take of %1 s was running.", {seconds}));
-  if (leftover.fileIsNewer)
-    text += "\n\n" + Translate("The file itself was written later: %1", {leftover.note.scene});
-  return text + "\n\n" +
-         Translate(
-             "Yes opens what there is of it, No removes it for good, Cancel asks again at "
-             "the next start.");
 }
 
 void Studio::OfferLeftovers() {

@@ -1,6 +1,7 @@
 // What the desktop program writes for others.
 #include <QFile>
 #include <QTemporaryDir>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -26,9 +27,17 @@ using gui::Translate;
 
 void Studio::ExportScene() {
   const std::string title = Translate("Export for delivery");
+  const std::string stem = std::filesystem::path(m_document.GetTitle()).stem().string();
   const std::string path = m_windows.ChooseFileToSave(title, Translate("Scenes (*.glb *.gltf)"),
-                                                      "exports", m_document.GetTitle(), ".glb");
+                                                      "exports", stem + "_delivery.glb", ".glb");
   if (path.empty()) return;
+  std::error_code none;
+  if (std::filesystem::equivalent(path, m_document.GetPath(), none))
+    return Show(title, Problem{path,
+                               Translate("this is the open scene's own file, which would "
+                                         "lose its rigs"),
+                               Translate("choose another name"),
+                               {}});
   // A scene of its own: the open one keeps its rigs.
   const QTemporaryDir folder;
   const std::string copy = QFile::encodeName(folder.filePath("scene.glb")).toStdString();

@@ -67,6 +67,7 @@ void MainWindowTools::Fill() {
   tree->SetColumns({{"", 0, true}});
   tree->Clear();
   m_tools.clear();
+  m_hovered = 0;
   int key = 0, current = 0;
   for (const std::string& category : GetCore().GetLibrary().GetCategories()) {
     const int group = ++key;
