@@ -66,7 +66,10 @@ void ProfileRow::Show(bool all) {
     for (const Entry& entry : m_entries) {
       Item item;
       item.id = static_cast<int>(items.size());
-      item.text = entry.isFixed ? Translate(entry.name) : entry.name;
+      // Those of input profiles that are shipped are called after the devices that they are for.
+      const bool english =
+          entry.isFixed && (m_kind == Kind::kConfig || entry.name == kStartProfile);
+      item.text = english ? Translate(entry.name) : entry.name;
       if (&entry == current && !entry.isCurrent) item.text = Translate("%1 (changed)", {item.text});
       item.dim = entry.isReadOnly;
       items.push_back(std::move(item));
