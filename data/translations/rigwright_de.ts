@@ -1274,6 +1274,31 @@
         <translation>Szenen (*.glb *.gltf)</translation>
     </message>
     <message>
+        <source>%1 was not saved when the program ended. It was kept on %2.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>%1 war nicht gespeichert, als das Programm endete. Aufgehoben wurde es am %2.</translation>
+    </message>
+    <message>
+        <source>A take of %1 s had been recorded on it.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ein Take von %1 s war darauf aufgenommen.</translation>
+    </message>
+    <message>
+        <source>A take of %1 s was running.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ein Take von %1 s lief gerade.</translation>
+    </message>
+    <message>
+        <source>The file itself was written later: %1</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Die Datei selbst wurde später geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Yes opens what there is of it, No removes it for good, Cancel asks again at the next start.</source>
+        <extracomment>src/app/studio/Studio.cpp</extracomment>
+        <translation>Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
+    </message>
+    <message>
         <source>%1 more stand in the log.</source>
         <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioModels.cpp</extracomment>
         <translation>%1 weitere stehen im Protokoll.</translation>
@@ -1329,31 +1354,6 @@
         <translation>Änderungen an %1 speichern?</translation>
     </message>
     <message>
-        <source>%1 was not saved when the program ended. It was kept on %2.</source>
-        <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>%1 war nicht gespeichert, als das Programm endete. Aufgehoben wurde es am %2.</translation>
-    </message>
-    <message>
-        <source>A take of %1 s had been recorded on it.</source>
-        <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>Ein Take von %1 s war darauf aufgenommen.</translation>
-    </message>
-    <message>
-        <source>A take of %1 s was running.</source>
-        <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>Ein Take von %1 s lief gerade.</translation>
-    </message>
-    <message>
-        <source>The file itself was written later: %1</source>
-        <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>Die Datei selbst wurde später geschrieben: %1</translation>
-    </message>
-    <message>
-        <source>Yes opens what there is of it, No removes it for good, Cancel asks again at the next start.</source>
-        <extracomment>src/app/studio/Studio.cpp</extracomment>
-        <translation>Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
-    </message>
-    <message>
         <source>Recovery</source>
         <extracomment>src/app/studio/Studio.cpp</extracomment>
         <translation>Wiederherstellung</translation>
@@ -1362,6 +1362,16 @@
         <source>Export for delivery</source>
         <extracomment>src/app/studio/StudioExports.cpp</extracomment>
         <translation>Zur Auslieferung exportieren</translation>
+    </message>
+    <message>
+        <source>this is the open scene's own file, which would lose its rigs</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>das ist die Datei der offenen Szene, die ihre Rigs verlöre</translation>
+    </message>
+    <message>
+        <source>choose another name</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>wählen Sie einen anderen Namen</translation>
     </message>
     <message>
         <source>Writing %1...</source>
@@ -2344,6 +2354,36 @@
         <translation>Wählen Sie zuerst einen Knoten in der Szene.</translation>
     </message>
     <message>
+        <source>Rigs can be dropped on groups and between rows.</source>
+        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Rigs lassen sich auf Gruppen und zwischen Zeilen ablegen.</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Move rigs</source>
+        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Rigs verschieben</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Duplizieren</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Ungroup</source>
+        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Gruppierung aufheben</translation>
+    </message>
+    <message>
         <source>No rig yet. Double-click a tool at the left, or choose one and press Enter.</source>
         <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
         <translation>Noch kein Rig. Doppelklicken Sie links auf ein Werkzeug, oder wählen Sie eines und drücken Sie die Eingabetaste.</translation>
@@ -2402,36 +2442,6 @@
         <source>There is no rig yet.</source>
         <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
         <translation>Es gibt noch kein Rig.</translation>
-    </message>
-    <message>
-        <source>Rigs can be dropped on groups and between rows.</source>
-        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
-        <translation>Rigs lassen sich auf Gruppen und zwischen Zeilen ablegen.</translation>
-    </message>
-    <message>
-        <source>Group</source>
-        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
-        <translation>Gruppe</translation>
-    </message>
-    <message>
-        <source>Move rigs</source>
-        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
-        <translation>Rigs verschieben</translation>
-    </message>
-    <message>
-        <source>Duplicate</source>
-        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
-        <translation>Duplizieren</translation>
-    </message>
-    <message>
-        <source>Delete</source>
-        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
-        <translation>Löschen</translation>
-    </message>
-    <message>
-        <source>Ungroup</source>
-        <extracomment>src/core/windows/MainWindowRigs.cpp</extracomment>
-        <translation>Gruppierung aufheben</translation>
     </message>
     <message>
         <source>mesh</source>

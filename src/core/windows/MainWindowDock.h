@@ -21,6 +21,7 @@ class MainWindowDock : public MainWindowPage {
   void OnCommand(int command) override;
   void OnCore(const util::Message& message) override;
   void OnLive() override;
+  void OnSettingsChanged() override { Show(); }
 
  private:
   void Show();

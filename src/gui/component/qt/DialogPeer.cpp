@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QLayout>
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
@@ -35,6 +36,15 @@ class DialogWindow : public QDialog {
 
  protected:
   void closeEvent(QCloseEvent* event) override { event->setAccepted(!onClose || onClose(false)); }
+  bool event(QEvent* event) override {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show) {
+      // Labels that wrap need more than the least height, which knows of no width.
+      const int needed = layout() ? layout()->minimumHeightForWidth(width()) : 0;
+      if (needed > height()) resize(width(), needed);
+    }
+    return handled;
+  }
   void changeEvent(QEvent* event) override {
     if (event->type() == QEvent::ActivationChange && onActive) onActive(isActiveWindow());
     QDialog::changeEvent(event);
