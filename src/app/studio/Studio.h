@@ -131,7 +131,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   rws::core::windows::Windows m_windows;
   KeyFilter m_keys;
   std::unique_ptr<HelpWindow> m_help;
-  int m_working = 0;  ///< levels of Working
+  int m_working = 0;        ///< levels of Working
   bool m_keepOpen = false;  ///< also without a main window; see ScriptKeepOpen
   std::unique_ptr<ScriptDriver> m_script;
 };

@@ -64,8 +64,8 @@ class ToolConfigPanel : public Window {
   std::string m_kind;       ///< Tool::GetDisplayId
   ProfileRow m_profiles;
   std::unique_ptr<ParameterRows> m_rows;
-  int m_dragged = -1;                 ///< element of an open edit
-  std::string m_dragValue;            ///< what it has come to
+  int m_dragged = -1;       ///< element of an open edit
+  std::string m_dragValue;  ///< what it has come to
 };
 
 }  // namespace orv::rws::core::windows
