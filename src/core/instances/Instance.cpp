@@ -165,7 +165,7 @@ void Instance::GetExtensions(std::vector<int>& out) {
 
 int Instance::PushUndo(CUndo* step) {
   if (!step) return 1;
-  return Adaptor().PushUndo(new OwnedUndo(step, *this)) ? 0 : 1;
+  return Adaptor().PushUndo(new OwnedUndo(step, *this, m_host.IsRecording())) ? 0 : 1;
 }
 
 unidevice::Property* Instance::AddInput(std::string inputName, std::string label, unsigned flags) {

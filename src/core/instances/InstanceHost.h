@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orv::rws {
 class AdaptorInterface;
@@ -43,6 +44,8 @@ class InstanceHost {
   virtual InstanceReference* AddRow(std::unique_ptr<Instance> instance, bool checked = true) = 0;
   /// The instance with this identity, or null.
   virtual Instance* FindByIdentity(int identity) const = 0;
+  /// Builds the instance anew as it stands, but with these data of its rig; the object goes.
+  virtual void RebuildWithData(Instance& instance, const std::vector<unsigned char>& data) = 0;
   /// Removes the nodes of a rig for good; a user's own under them move to the parent of the rig.
   virtual void DiscardNodes(Instance& instance) = 0;
   /// The instance is going: nothing that runs may use it any more.

@@ -383,6 +383,26 @@ util::xml::Tag InstanceManager::SaveInstance(Instance& instance, std::string& pr
   return record;
 }
 
+void InstanceManager::RebuildWithData(Instance& instance, const std::vector<unsigned char>& data) {
+  const MessageQueue::Hold hold(GetCore()->GetMessages());
+  const int identity = instance.GetIdentity();
+  const std::string name = instance.GetInstanceName();
+  std::string problem;
+  const util::xml::Tag present = SaveInstance(instance, problem);
+  if (present.name.empty()) return LogEntry(LogLevel::kError, problem);
+  instance.SetUserData(data.data(), static_cast<int>(data.size()));
+  util::xml::Tag wanted(present.name);
+  instance.WriteRecord(wanted);
+  wanted.setAttribute(record::kChecked, present.attribute(record::kChecked));
+  const RowLayout layout = GetLayout();
+  RemoveRow(Find(name));
+  if (!LoadInstance(wanted, problem, identity)) {
+    LogEntry(LogLevel::kError, "The memory of " + name + " could not be brought back: " + problem);
+    LoadInstance(present, problem, identity);
+  }
+  Arrange(layout);
+}
+
 Instance* InstanceManager::LoadInstance(const util::xml::Element& record, std::string& problem,
                                         int identity) {
   return MakeAnnounced(*GetCore(), [&] { return MakeLoaded(record, problem, identity); });

@@ -109,6 +109,7 @@ class InstanceManager : public CoreSubSystem, public InstanceHost {
   std::string UniqueName(const std::string& name) const override;
   InstanceReference* AddRow(std::unique_ptr<Instance> instance, bool checked = true) override;
   Instance* FindByIdentity(int identity) const override;
+  void RebuildWithData(Instance& instance, const std::vector<unsigned char>& data) override;
   void DiscardNodes(Instance& instance) override;
 
  private:

@@ -9,6 +9,7 @@
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceHost.h"
 #include "core/interface/CCamera.h"
+#include "core/take/RunDataUndo.h"
 #include "core/take/TakeUndo.h"
 #include "unidevice/Control.h"
 #include "unidevice/Property.h"
@@ -69,6 +70,7 @@ void Instance::Stop(double) {
   m_pRig->Stop();
   StopLiveSpinners();
   if (m_host.IsResimulating()) RestoreControls();
+  Adaptor().PushUndo(new RunDataUndo(*this));
 }
 
 void Instance::Prefetch() const {

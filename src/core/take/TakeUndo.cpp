@@ -12,7 +12,8 @@ TakeUndo::TakeUndo(Instance& instance, double time, bool records)
     : StateUndo(StateOf(instance, records)),
       m_instance(instance),
       m_time(time),
-      m_records(records) {}
+      m_records(records),
+      m_before(instance) {}
 
 TakeState TakeUndo::StateOf(Instance& instance, bool records) {
   TakeState state;
@@ -50,9 +51,12 @@ void TakeUndo::Apply(const TakeState& state) {
 
 void TakeUndo::Undo(bool keep) {
   Instance* const instance = m_instance.Get();
+  const bool forgets = instance && m_instance.IsOriginalGone() && !m_before.IsNoted();
   // First: what the rig knows of its outputs goes with its memory, their values do not.
-  if (instance && m_instance.IsOriginalGone()) instance->GetRig()->Forget(m_time);
+  if (forgets) instance->GetRig()->Forget(m_time);
   StateUndo::Undo(keep);
+  m_before.Note();
+  m_before.PutBack();
 }
 
 }  // namespace orv::rws::core

@@ -7,6 +7,7 @@
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceHandle.h"
 #include "core/instances/StateUndo.h"
+#include "core/instances/StoredData.h"
 
 namespace orv::rws::core {
 
@@ -34,6 +35,7 @@ class TakeUndo : public StateUndo<TakeState> {
   InstanceHandle m_instance;
   const double m_time;
   const bool m_records;
+  StoredData m_before;  ///< from the first time that the run was taken back
 };
 
 }  // namespace orv::rws::core
