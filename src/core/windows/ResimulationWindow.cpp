@@ -45,6 +45,7 @@ void ResimulationWindow::SetProgress(float progress) {
 }
 
 void ResimulationWindow::OnComponent(gui::Component& source, util::Message& message) {
+  if (!GetCore().IsResimulating()) return;
   auto& run = GetCore().GetResimulateWindow();
   if (message.id == gui::kMsgClosed ||
       (message.id == gui::kMsgClicked && source.GetId() == kStopButton))
