@@ -4,8 +4,7 @@
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  # The sloppiness is what ccache asks for where headers are precompiled.
-  set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE_PROGRAM})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
 endif()
 find_program(MOLD_PROGRAM mold)
 
@@ -42,18 +41,10 @@ function(orv_headers layer out)
   set(${out} ${root} PARENT_SCOPE)
 endfunction()
 
-# The foreign headers that cost most, compiled once for a target. Files include what they use all the
-# same: the debug preset builds without.
-set(ORV_PCH_STD <algorithm> <filesystem> <functional> <map> <memory> <optional> <set> <sstream>
-    <string> <unordered_map> <vector>)
-set(ORV_PCH_JSON ${ORV_PCH_STD} <nlohmann/json.hpp>)
-set(ORV_PCH_QT ${ORV_PCH_STD} <QtWidgets>)
-
 # orv_layer(<layer> DIRS <folders below src> USES <lower layers> LIBS <foreign targets, public>
-#           PRIVATE_LIBS <foreign targets that do not show in headers>
-#           PCH <foreign headers that are compiled once>)
+#           PRIVATE_LIBS <foreign targets that do not show in headers>)
 function(orv_layer layer)
-  cmake_parse_arguments(A "" "" "DIRS;USES;LIBS;PRIVATE_LIBS;PCH" ${ARGN})
+  cmake_parse_arguments(A "" "" "DIRS;USES;LIBS;PRIVATE_LIBS" ${ARGN})
   orv_headers(${layer} root ${A_DIRS})
   set(sources)
   foreach(dir ${A_DIRS})
@@ -64,9 +55,6 @@ function(orv_layer layer)
     add_library(${layer} STATIC ${sources})
     target_include_directories(${layer} PUBLIC ${root})
     target_link_libraries(${layer} PUBLIC ${A_USES} ${A_LIBS} PRIVATE orv_flags ${A_PRIVATE_LIBS})
-    if(A_PCH)
-      target_precompile_headers(${layer} PRIVATE ${A_PCH})
-    endif()
   else()
     add_library(${layer} INTERFACE)
     target_include_directories(${layer} INTERFACE ${root})
@@ -74,8 +62,11 @@ function(orv_layer layer)
   endif()
 endfunction()
 
-# Compiling the tests takes longer than they gain by being optimised.
-set(ORV_TEST_FLAGS -O0 -fPIC)
+# For what takes longer to optimise than it gains: little work around heavy templates.
+set(ORV_QUICK_BUILD -O1)
+# Compiling the tests takes longer than they gain by being optimised. Where several sources are
+# compiled as one, GCC takes all but the first for headers, and their fixtures for shared ones.
+set(ORV_TEST_FLAGS -O0 -fPIC -Wno-subobject-linkage)
 
 # orv_tests(<folder below tests> USES <layers>): one program a folder, one CTest entry a source file.
 # The suites of X_test.cpp are all called X.
@@ -90,7 +81,6 @@ function(orv_tests folder)
   target_include_directories(${program} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${program} PRIVATE ${A_USES} test_main orv_flags)
   target_compile_options(${program} PRIVATE ${ORV_TEST_FLAGS})
-  target_precompile_headers(${program} REUSE_FROM test_main)
   target_compile_definitions(${program} PRIVATE ORV_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
                              ORV_BINARY_DIR="${CMAKE_BINARY_DIR}")
   set(suites)

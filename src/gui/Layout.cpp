@@ -5,8 +5,6 @@
 
 namespace orv::gui {
 
-using util::xml::Element;
-
 namespace {
 
 bool IsRoot(const std::string& name) {
@@ -14,8 +12,8 @@ bool IsRoot(const std::string& name) {
 }
 
 /// Why the document is too large to be built, or an empty text.
-std::string TooLarge(const Element& root) {
-  std::vector<std::pair<const Element*, int>> open{{&root, 1}};
+std::string TooLarge(const util::xml::Element& root) {
+  std::vector<std::pair<const util::xml::Element*, int>> open{{&root, 1}};
   for (int count = 0; !open.empty();) {
     const auto [element, depth] = open.back();
     open.pop_back();
@@ -24,7 +22,7 @@ std::string TooLarge(const Element& root) {
       return "its elements are nested deeper than " + std::to_string(kMaxLayoutDepth);
     if (++count > kMaxLayoutElements)
       return "it has more than " + std::to_string(kMaxLayoutElements) + " elements";
-    for (const Element* child : element->children) open.emplace_back(child, depth + 1);
+    for (const util::xml::Element* child : element->children) open.emplace_back(child, depth + 1);
   }
   return {};
 }
@@ -51,9 +49,9 @@ void Layout::Forget() {
   m_documents.clear();
 }
 
-std::unique_ptr<Element> Layout::Parse(std::string_view bytes, const std::string& name,
-                                       std::string& problem) const {
-  auto root = std::make_unique<Element>();
+std::unique_ptr<util::xml::Element> Layout::Parse(std::string_view bytes, const std::string& name,
+                                                  std::string& problem) const {
+  auto root = std::make_unique<util::xml::Element>();
   if (root->loadText(bytes, &problem) != util::xml::kReadOk) {
     problem = name + ": " + problem;
     return nullptr;
@@ -68,9 +66,9 @@ std::unique_ptr<Element> Layout::Parse(std::string_view bytes, const std::string
   return nullptr;
 }
 
-std::unique_ptr<Element> Layout::Read(const std::string& path) {
+std::unique_ptr<util::xml::Element> Layout::Read(const std::string& path) {
   std::string bytes, problem;
-  std::unique_ptr<Element> carried;
+  std::unique_ptr<util::xml::Element> carried;
   if (m_services.readFactory && m_services.readFactory(path, bytes)) {
     carried = Parse(bytes, path, problem);
     if (!carried) Log("The program's own layout can't be used: " + problem);
@@ -79,7 +77,7 @@ std::unique_ptr<Element> Layout::Read(const std::string& path) {
     if (!carried && problem.empty()) Log("There is no layout " + path);
     return carried;
   }
-  std::unique_ptr<Element> user = Parse(bytes, path, problem);
+  std::unique_ptr<util::xml::Element> user = Parse(bytes, path, problem);
   if (user && carried && user->name != carried->name) {
     problem = path + ": its root is \"" + user->name + "\", and must be \"" + carried->name + "\"";
     user.reset();
@@ -90,23 +88,23 @@ std::unique_ptr<Element> Layout::Read(const std::string& path) {
   return carried;
 }
 
-const Element* Layout::Document(const std::string& path) {
+const util::xml::Element* Layout::Document(const std::string& path) {
   const auto known = m_documents.find(path);
   if (known != m_documents.end()) return known->second.get();
-  std::unique_ptr<Element> document = Read(path);
+  std::unique_ptr<util::xml::Element> document = Read(path);
   // What can't be used is tried again the next time: the user may have mended it.
   if (!document) return nullptr;
   return (m_documents[path] = std::move(document)).get();
 }
 
 ComponentPtr Layout::Load(const std::string& path) {
-  const Element* document = Document(path);
+  const util::xml::Element* document = Document(path);
   return document ? Build(*document, path) : nullptr;
 }
 
 ComponentPtr Layout::LoadText(std::string_view document, const std::string& name) {
   std::string problem;
-  const std::unique_ptr<Element> root = Parse(document, name, problem);
+  const std::unique_ptr<util::xml::Element> root = Parse(document, name, problem);
   if (root) return Build(*root, name);
   Log("The layout can't be used: " + problem);
   return nullptr;
@@ -119,7 +117,7 @@ Component* Layout::Instantiate(const std::string& path, Component& parent, int i
   return row.release();
 }
 
-ComponentPtr Layout::Build(const Element& tag, const std::string& name) {
+ComponentPtr Layout::Build(const util::xml::Element& tag, const std::string& name) {
   ComponentPtr component(m_factories.create(tag));
   if (!component) {
     LogOnce(name + ": there is no element \"" + tag.name + "\"; it is left out");
@@ -129,7 +127,7 @@ ComponentPtr Layout::Build(const Element& tag, const std::string& name) {
     if (!component->KnowsAttribute(attribute.first))
       LogOnce(name + ": " + tag.name + " has no attribute \"" + attribute.first +
               "\"; it is passed over");
-  for (const Element* child : tag.children) {
+  for (const util::xml::Element* child : tag.children) {
     if (child->kind != util::xml::kTag || component->OwnsTag(child->name)) continue;
     if (ComponentPtr built = Build(*child, name)) component->addChild(built.release());
   }

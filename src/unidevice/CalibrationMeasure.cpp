@@ -12,7 +12,7 @@ namespace orv::unidevice {
 namespace {
 
 /// How far a control may shake that is said to rest.
-constexpr double kMostShaking = 0.1;
+constexpr double kMostShakingAtRest = 0.1;
 
 }  // namespace
 
@@ -46,7 +46,7 @@ util::Sentence CalibrationMeasure::next() {
 util::Sentence CalibrationMeasure::endRest(const Extremes& seen) {
   if (!m_reported)
     return {"%1 has told nothing yet. Move it once and let it go.", {m_control.device}};
-  if (seen.most - seen.least > kMostShaking)
+  if (seen.most - seen.least > kMostShakingAtRest)
     return {"It moved by %1 while it was to rest. Let it go and wait a moment.",
             {util::shortText(std::round((seen.most - seen.least) * 100.0) / 100.0)}};
   m_rest = seen;

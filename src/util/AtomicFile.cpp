@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -181,6 +182,14 @@ bool readFile(const std::string& path, std::string& bytes, std::string* error) {
   bytes.clear();
   if (error) *error = describe(path, "cannot be read", number);
   return false;
+}
+
+std::string absolutePath(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  std::string text = error ? path : absolute.lexically_normal().string();
+  while (text.size() > 1 && text.back() == '/') text.pop_back();
+  return text;
 }
 
 }  // namespace orv::util

@@ -56,4 +56,8 @@ bool writeFile(const std::string& path, std::string_view bytes, std::string* err
 /// Reads a whole file. On failure `bytes` is empty and `error`, when given, names path and reason.
 bool readFile(const std::string& path, std::string& bytes, std::string* error = nullptr);
 
+/// `path` from the root on, without "." and "..", and without a slash at its end. Links stay. What
+/// can't be told (the folder of work has gone) leaves `path` as it is.
+std::string absolutePath(const std::string& path);
+
 }  // namespace orv::util

@@ -15,7 +15,7 @@ using orv::util::Quat;
 using orv::util::Vector3;
 
 constexpr double kFrame = 0.04;
-constexpr double kForever = std::numeric_limits<double>::infinity();
+constexpr double kAllTime = std::numeric_limits<double>::infinity();
 
 Channel channelOf(ChannelPath path, Interpolation mode, std::vector<double> times,
                   std::vector<double> values) {
@@ -125,7 +125,7 @@ TEST(Scene, ATakeReplacesKeysFromItsStartAndBakesWhatItCannotBlend) {
   Channel open = channelOf(ChannelPath::kTranslation, Interpolation::kLinear, {0.0, 0.400001, 5.0},
                            {1, 1, 1, 2, 2, 2, 3, 3, 3});
   Channel bounded = open;
-  ASSERT_TRUE(open.ReplaceKeys(0.4, kForever, takeTimes, takeValues, kFrame));
+  ASSERT_TRUE(open.ReplaceKeys(0.4, kAllTime, takeTimes, takeValues, kFrame));
   EXPECT_EQ(open.GetTimes(), (std::vector<double>{0.0, 0.4, 0.44, 0.48}));
   ASSERT_TRUE(bounded.ReplaceKeys(0.4, 0.48, takeTimes, takeValues, kFrame));
   EXPECT_EQ(bounded.GetTimes(), (std::vector<double>{0.0, 0.4, 0.44, 0.48, 5.0}));
@@ -155,13 +155,13 @@ TEST(Scene, ChannelsThatHoldOneListOfTimesChangeOnTheirOwn) {
   const std::vector<double> times{0.0, 0.04, 0.08};
   const std::vector<double> values(9, 1.0);
   for (const auto path : {ChannelPath::kTranslation, ChannelPath::kScale})
-    node.ReplaceKeys(path, 0.0, kForever, times, values, kFrame);
+    node.ReplaceKeys(path, 0.0, kAllTime, times, values, kFrame);
   const Channel& scale = *node.GetChannel(ChannelPath::kScale);
   EXPECT_EQ(&node.GetChannel(ChannelPath::kTranslation)->GetTimes(), &scale.GetTimes());
   const NodeAnimation before = node.GetAnimation();
   Channel changed = scale;
   EXPECT_TRUE(changed.SetKey(0.02, values.data(), kFrame));
-  node.ReplaceKeys(ChannelPath::kTranslation, 0.06, kForever, {0.07}, {2, 2, 2}, kFrame);
+  node.ReplaceKeys(ChannelPath::kTranslation, 0.06, kAllTime, {0.07}, {2, 2, 2}, kFrame);
   EXPECT_EQ(node.GetChannel(ChannelPath::kTranslation)->GetTimes(),
             (std::vector<double>{0.0, 0.04, 0.07}));
   EXPECT_EQ(changed.GetKeyCount(), 4u);
@@ -266,7 +266,7 @@ TEST(Scene, NamesStayUniqueThroughAddingRenamingDetachingAndAttaching) {
 
 TEST(Scene, RateAndRangeRefuseWhatIsNone) {
   Scene scene;
-  for (const double bad : {0.0, -25.0, double(NAN), kForever})
+  for (const double bad : {0.0, -25.0, double(NAN), kAllTime})
     EXPECT_FALSE(scene.SetFrameRate(bad));
   EXPECT_FALSE(scene.SetRange(2.0, 1.0));
   EXPECT_FALSE(scene.SetRange(0.0, NAN));

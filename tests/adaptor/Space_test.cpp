@@ -14,8 +14,8 @@ namespace {
 
 using namespace rws::adaptor;
 using Vec = util::Vector3<double>;
-using Quat = util::Quat<double>;
-using Matrix = util::Matrix<double>;
+using Turn = util::Quat<double>;
+using Pose = util::Matrix<double>;
 
 constexpr int kPoses = 200000;
 constexpr double kDegrees = 180.0 / M_PI;
@@ -35,9 +35,9 @@ Vec vec(double size) {
   return {uniform(-size, size), uniform(-size, size), uniform(-size, size)};
 }
 
-Quat turn() {
+Turn turn() {
   std::normal_distribution<double> normal;
-  return Quat(normal(random()), normal(random()), normal(random()), normal(random())).normalized();
+  return Turn(normal(random()), normal(random()), normal(random()), normal(random())).normalized();
 }
 
 /// Uneven scale, every second time mirrored along some axis.
@@ -48,33 +48,33 @@ Vec unevenScale() {
   return scale;
 }
 
-Matrix shift(const Vec& by) {
-  Matrix m;
+Pose shift(const Vec& by) {
+  Pose m;
   m.setTranslation(by);
   return m;
 }
 
-Matrix scaling(const Vec& by) {
-  Matrix m;
+Pose scaling(const Vec& by) {
+  Pose m;
   m[0] = by.x, m[5] = by.y, m[10] = by.z;
   return m;
 }
 
 /// By whole matrices, as all that is expected here.
-Matrix matrixOf(const Trs& p) {
+Pose matrixOf(const Trs& p) {
   return shift(p.translation) * p.rotation.toMatrix() * scaling(p.scale);
 }
 
-Matrix aboutAxes(const Vec& angles, const char* order) {
-  Matrix m;
+Pose aboutAxes(const Vec& angles, const char* order) {
+  Pose m;
   for (int i = 0; i < 3; ++i) {
     const int axis = order[i] - 'X';
-    m = Matrix::rotationAxisAngle(angles[axis] * kDegrees, axis == 0, axis == 1, axis == 2) * m;
+    m = Pose::rotationAxisAngle(angles[axis] * kDegrees, axis == 0, axis == 1, axis == 2) * m;
   }
   return m;
 }
 
-double apart(const Matrix& a, const Matrix& b) {
+double apart(const Pose& a, const Pose& b) {
   double most = 0.0;
   for (int i = 0; i < 16; ++i) most = std::max(most, std::abs(a[i] - b[i]));
   return most;
@@ -98,8 +98,8 @@ TEST(Space, AnglesOfEveryOrderGiveTheirRotationBackNearTheFrameBefore) {
       told[middle] = (round % 8 ? 0.5 : -1.5) * M_PI;
       if (round % 3 != 0) told[middle] += std::pow(10.0, uniform(-17, -3));
     }
-    const Matrix expected = aboutAxes(told, kOrders[o]);
-    const Quat q = FromEuler(told, order);
+    const Pose expected = aboutAxes(told, kOrders[o]);
+    const Turn q = FromEuler(told, order);
     ASSERT_LT(apart(q.toMatrix(), expected), 1e-13);
     const Vec previous = vec(20.0), plain = ToEuler(q, order);
     const Vec near = ToEulerNear(q, order, previous);
@@ -132,7 +132,7 @@ TEST(Space, SmoothCurvesOfAnglesComeBackAsTheyWere) {
       ASSERT_LT((previous - told).length(), 1e-9) << kOrders[o] << " at frame " << frame;
     }
     const Vec none;
-    EXPECT_TRUE(sameBits(none, ToEuler(Quat(), static_cast<RotationOrder>(o))));
+    EXPECT_TRUE(sameBits(none, ToEuler(Turn(), static_cast<RotationOrder>(o))));
   }
 }
 
@@ -147,12 +147,12 @@ TEST(Space, ChannelsRoundPivotsShowThePose) {
     ASSERT_TRUE(sameBits(bare.translation, pose.translation) && sameBits(bare.scale, pose.scale));
     frame = {frame.order, vec(10.0), vec(10.0), vec(10.0), vec(10.0), turn(), turn()};
     const HostChannels c = ChannelsOf(pose, frame, previous);
-    const Matrix scaled = shift(frame.scaleShift) * shift(frame.scalePivot) * scaling(c.scale) *
-                          shift(-frame.scalePivot);
-    const Matrix turned = shift(frame.rotateShift) * shift(frame.rotatePivot) *
-                          frame.orient.toMatrix() * aboutAxes(c.angles, kOrders[o]) *
-                          frame.rotateAxis.toMatrix() * shift(-frame.rotatePivot);
-    const Matrix shown = shift(c.translation) * turned * scaled;
+    const Pose scaled = shift(frame.scaleShift) * shift(frame.scalePivot) * scaling(c.scale) *
+                        shift(-frame.scalePivot);
+    const Pose turned = shift(frame.rotateShift) * shift(frame.rotatePivot) *
+                        frame.orient.toMatrix() * aboutAxes(c.angles, kOrders[o]) *
+                        frame.rotateAxis.toMatrix() * shift(-frame.rotatePivot);
+    const Pose shown = shift(c.translation) * turned * scaled;
     ASSERT_LT(apart(shown, matrixOf(pose)), 1e-11);
     ASSERT_LT(apart(shown, rws::adaptor::MatrixOf(c, frame)), 1e-11);
   }
@@ -165,16 +165,16 @@ TEST(Space, AxesAndUnitsOfAnotherHost) {
   EXPECT_EQ(Vec(100.0, -300.0, 200.0), kCentimetresZ.PointToHost(p));
   EXPECT_EQ(Vec(1.0, -3.0, 2.0), kCentimetresZ.DirectionToHost(p));
   EXPECT_EQ(Vec(100.0, 200.0, 300.0), (Space{UpAxis::kY, 100.0}.PointToHost(p)));
-  Matrix expected;
+  Pose expected;
   expected[0] = expected[6] = 100.0;
   expected[9] = -100.0;
   expected[5] = expected[10] = 0.0;
-  EXPECT_EQ(expected, kCentimetresZ.WorldToHost(Matrix()));
+  EXPECT_EQ(expected, kCentimetresZ.WorldToHost(Pose()));
   // A node that stands as its parent is turned up by a quarter; a turn about the rigs' up axis is
   // one about the host's.
-  const Quat up = kCentimetresZ.OrientationToHost(Quat());
+  const Turn up = kCentimetresZ.OrientationToHost(Turn());
   EXPECT_LT((up.rotate({0, 1, 0}) - Vec(0, 0, 1)).length(), 1e-15);
-  EXPECT_EQ(Quat(0, 0, 0.6, 0.8), kCentimetresZ.TurnToHost({0, 0.6, 0, 0.8}));
+  EXPECT_EQ(Turn(0, 0, 0.6, 0.8), kCentimetresZ.TurnToHost({0, 0.6, 0, 0.8}));
 }
 
 TEST(Space, PosesOfAnotherHostAndBack) {
@@ -194,7 +194,7 @@ TEST(Space, PosesOfAnotherHostAndBack) {
     if (i % 5 == 0) parent.translation[i % 3] = i % 2 ? -0.0 : 4e-320;
     if (i % 11 == 0) parent.rotation = {-0.0, 0.0, -0.0, 1.0};
     const Trs child{vec(10.0), turn(), unevenScale()};
-    const Matrix world = matrixOf(parent), there = space.WorldToHost(world);
+    const Pose world = matrixOf(parent), there = space.WorldToHost(world);
     const Trs top = space.TopLevelToHost(parent), back = space.TopLevelToRig(top);
     if (i % 7 == 0) {
       ASSERT_TRUE(sameBits(parent, top) && sameBits(parent, back) && sameBits(world, there) &&
@@ -209,13 +209,13 @@ TEST(Space, PosesOfAnotherHostAndBack) {
     ASSERT_TRUE(sameBits(child.scale, space.DirectionToRig(space.DirectionToHost(child.scale))));
 
     // Below the top level nothing is converted: the child's own matrix hangs on either parent.
-    const Matrix local = matrixOf(child), hung = there * local, inRig = world * local;
+    const Pose local = matrixOf(child), hung = there * local, inRig = world * local;
     ASSERT_LT(apart(hung, space.WorldToHost(inRig)), 1e3 * rounding * space.metre);
     const Vec p = vec(10.0), q = space.PointToRig(hung.transformPoint(p));
     ASSERT_LT((q - inRig.transformPoint(p)).length(), 1e-9);
 
     // A turn of the world, done on either side.
-    const Quat by = turn();
+    const Turn by = turn();
     ASSERT_LT(apart(space.OrientationToHost(parent.rotation * by).toMatrix(),
                     (top.rotation * space.TurnToHost(by)).toMatrix()),
               1e-14);

@@ -19,7 +19,7 @@ namespace {
 using namespace rws::core;
 
 /// What a window shows of one rig.
-struct Rig {
+struct ShownRig {
   std::string name, profile, values, inputs;
 
   void ReadValues(Instance& from) {
@@ -49,7 +49,7 @@ struct Shown {
     for (Tool* tool : core.GetLibrary().GetTools()) ReadProfiles(*tool);
   }
   void ReadRig(Instance& from) {
-    Rig& rig = rigs[from.GetIdentity()];
+    ShownRig& rig = rigs[from.GetIdentity()];
     rig.name = from.GetInstanceName();
     rig.profile = from.GetCurrentProfile();
     rig.ReadValues(from);
@@ -79,7 +79,7 @@ struct Shown {
   }
 
   RowLayout rows;
-  std::map<int, Rig> rigs;
+  std::map<int, ShownRig> rigs;
   std::set<int> selection;
   std::map<std::string, std::string> profiles;
   RunState state;

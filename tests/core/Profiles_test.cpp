@@ -24,8 +24,8 @@ constexpr char kReadOnly[] =
     "The specified profile is considered read-only and cannot be overwritten.";
 
 /// Two groups that share a label.
-struct Rig {
-  Rig() {
+struct TwoGroups {
+  TwoGroups() {
     tree.BeginGroup("Front", "");
     tree.AddCheckBox("On", "", &on, nullptr);
     tree.AddSpinner("Factor", "", &front, 0, 100, 1, 2, nullptr);
@@ -56,13 +56,13 @@ class Profiles : public testing::Test {
   void Expect(const ConfigProfileManager& manager, const std::string& name, double front,
               double rear) {
     ASSERT_NE(manager.Find(name), nullptr) << name;
-    Rig fresh;
+    TwoGroups fresh;
     EXPECT_EQ(fresh.tree.Read(*manager.Find(name)), "");
     EXPECT_EQ(std::pair(fresh.front, fresh.rear), std::pair(front, rear)) << name;
   }
   TempFolder folder;
   std::string tool;
-  Rig rig;
+  TwoGroups rig;
   ConfigProfileManager profiles;
 };
 
@@ -86,7 +86,7 @@ TEST_F(Profiles, OfEveryFormGiveTheSameValuesAndThoseOfOldVersionsWarn) {
     EXPECT_EQ(parsed.at(0).name, "configprofile");
     EXPECT_EQ(parsed[0].attribute("name"), "A");
     EXPECT_EQ(parsed[0].attribute("version"), "1.0");
-    Rig fresh;
+    TwoGroups fresh;
     EXPECT_EQ(fresh.tree.Read(parsed[0]), "");
     EXPECT_EQ(std::tuple(fresh.on, fresh.front, fresh.rear, fresh.count),
               std::tuple(true, 12.5, 25.0, 4))

@@ -193,22 +193,22 @@ TEST_F(Resimulation, LiveSpinnersRepeatTheirTakeUntilTheUserSetsThem) {
 }
 
 /// Keeps the texts that it was last given.
-struct FakeUi : rws::core::UserInterface {
+struct StatusUi : rws::core::UserInterface {
   rws::core::ResimulationStatus status;
   struct View : rws::core::ResimulationView {
-    explicit View(FakeUi& o) : owner(o) {}
+    explicit View(StatusUi& o) : owner(o) {}
     void Open(bool, bool) override {}
     void SetStatus(const rws::core::ResimulationStatus& s) override { owner.status = s; }
     void SetProgress(float) override {}
     void Close() override {}
-    FakeUi& owner;
+    StatusUi& owner;
   };
   rws::core::ResimulationView* CreateResimulationView() override { return new View(*this); }
   int MessageBox(const std::string&, const std::string&, unsigned) override { return 1; }
 };
 
 TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
-  FakeUi ui;
+  StatusUi ui;
   core.SetUserInterface(&ui);
   adaptor.rangeEnd = 10.0;
   Take(5);
@@ -232,7 +232,7 @@ TEST_F(Resimulation, TheWindowPacesTheRunInSlices) {
   EXPECT_TRUE(core.IsResimulating());
   window.OnTimer(2, 0);
   EXPECT_EQ(plugin.log.steps.size(), slice);
-  FakeUi other;
+  StatusUi other;
   const std::string shown = ui.status.title;
   core.SetUserInterface(&other);  // in the midst of the run
   EXPECT_EQ(other.status.framesDone, "50 out of 100 frames.");

@@ -18,7 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 using rws::core::UpdateChecked;
 using rws::core::UpdateQuery;
-using Clock = std::chrono::steady_clock;
+using std::chrono::steady_clock;
 
 /// Takes connections one at a time, notes what they send and does with each what it is told.
 class Server {
@@ -131,8 +131,8 @@ class Update : public DataRootTest, public util::MessageNode {
   void Point(const std::string& address) { core->SetQuery({address, "linux-x", "7.0", true}); }
   /// Lets events run until an answer has come, or for a while.
   void Wait(std::chrono::milliseconds most) {
-    const auto end = Clock::now() + most;
-    while (answers.empty() && Clock::now() < end) {
+    const auto end = steady_clock::now() + most;
+    while (answers.empty() && steady_clock::now() < end) {
       QCoreApplication::processEvents();
       std::this_thread::sleep_for(2ms);
     }
@@ -142,10 +142,10 @@ class Update : public DataRootTest, public util::MessageNode {
     Point(address);
     EXPECT_EQ(core->SetConsent(true), "");
     answers.clear();
-    const auto begin = Clock::now();
+    const auto begin = steady_clock::now();
     EXPECT_EQ(core->CheckNow(), "");
     Wait(8s);
-    seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+    seconds = std::chrono::duration<double>(steady_clock::now() - begin).count();
     return answers.size() == 1 ? answers[0] : UpdateChecked{false, "none", "", ""};
   }
   UpdateChecked AskServer(Server::Answer answer, double* seconds = nullptr) {
@@ -289,9 +289,9 @@ TEST_F(Update, TheProgramQuitsAtOnceWhateverTheNetworkDoes) {
     EXPECT_EQ(core->CheckNow(), "");
     Wait(200ms);
     disconnect(core.get());
-    const auto begin = Clock::now();
+    const auto begin = steady_clock::now();
     core.reset();
-    EXPECT_LT(Clock::now() - begin, 700ms) << address;
+    EXPECT_LT(steady_clock::now() - begin, 700ms) << address;
     EXPECT_TRUE(answers.empty());
   };
   Server server([](int connection) {
@@ -309,8 +309,9 @@ TEST_F(Update, TheProgramQuitsAtOnceWhateverTheNetworkDoes) {
     resolver.gate->open = true;
   }
   resolver.gate->changed.notify_all();
-  const auto end = Clock::now() + 2s;
-  while (resolver.gate.use_count() > 1 && Clock::now() < end) std::this_thread::sleep_for(5ms);
+  const auto end = steady_clock::now() + 2s;
+  while (resolver.gate.use_count() > 1 && steady_clock::now() < end)
+    std::this_thread::sleep_for(5ms);
   EXPECT_EQ(resolver.gate->passed, 2);
   EXPECT_EQ(server.connections, before) << "a name that comes too late is not asked";
   Begin();
@@ -319,7 +320,7 @@ TEST_F(Update, TheProgramQuitsAtOnceWhateverTheNetworkDoes) {
 // The whole process, with the thread still in the look-up.
 TEST_F(Update, TheProcessEndsWhileANameIsLookedUp) {
   testing::FLAGS_gtest_death_test_style = "threadsafe";
-  const auto begin = Clock::now();
+  const auto begin = steady_clock::now();
   EXPECT_EXIT(
       {
         HangingResolver resolver;
@@ -334,7 +335,7 @@ TEST_F(Update, TheProcessEndsWhileANameIsLookedUp) {
         std::exit(0);
       },
       testing::ExitedWithCode(0), "");
-  EXPECT_LT(Clock::now() - begin, 3s);
+  EXPECT_LT(steady_clock::now() - begin, 3s);
 }
 
 }  // namespace

@@ -140,7 +140,7 @@ Path PathOf(int rays, const Prepare& prepare, bool many = false) {
     for (const char* node : {"CarBodyMesh", "WheelMesh_FL"}) path.push_back(car->At(node, i));
   return path;
 }
-double Farthest(const Path& a, const Path& b) {
+double Deviation(const Path& a, const Path& b) {
   double most = 0.0;
   for (std::size_t i = 0; i < a.size(); ++i) most = std::max(most, (a[i] - b[i]).length());
   return most;
@@ -171,7 +171,7 @@ TEST(CarGround, AllCastersGiveTheSameDriveOnOneMeshOnManyAndFromAStoredMesh) {
       if (many) ways.push_back(host);
       if (rays == 1) ways.push_back(store);  // by the tree
       for (const Prepare& way : ways)
-        EXPECT_LT(Farthest(expected, PathOf(rays, way, many)), 1e-6) << &way - ways.data() << many;
+        EXPECT_LT(Deviation(expected, PathOf(rays, way, many)), 1e-6) << &way - ways.data() << many;
     }
   }
 }

@@ -4,6 +4,7 @@
 #include <limits>
 #include <random>
 
+#include "util/Angles.h"
 #include "util/Matrix.h"
 #include "util/QTransform.h"
 #include "util/Quat.h"
@@ -14,7 +15,8 @@ using M = orv::util::Matrix<double>;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+using orv::util::kPi;
+
 std::mt19937_64 g_random(11);
 
 double any(double from = -1.0, double to = 1.0) {

@@ -11,7 +11,7 @@ using namespace orv::util;
 
 namespace {
 
-std::string g_log;
+std::string g_heard;
 
 std::string nameOf(MessageNode* node) {
   return node ? node->name() : "-";
@@ -24,14 +24,14 @@ class Recorder : public MessageNode {
   std::function<void(Message&)> then;
 
   void onMessage(Message& m, bool broadcast) override {
-    g_log += name() + ":" + std::to_string(m.id) + (broadcast ? "b " : " ") + nameOf(m.origin) +
-             ">" + nameOf(m.sender) + ">" + nameOf(m.target) + "; ";
+    g_heard += name() + ":" + std::to_string(m.id) + (broadcast ? "b " : " ") + nameOf(m.origin) +
+               ">" + nameOf(m.sender) + ">" + nameOf(m.target) + "; ";
     if (then) then(m);
   }
 };
 
-std::string takeLog() {
-  return std::exchange(g_log, {});
+std::string takeHeard() {
+  return std::exchange(g_heard, {});
 }
 
 }  // namespace
@@ -39,14 +39,14 @@ std::string takeLog() {
 TEST(MessageNode, LinksStandOnBothSidesAndTellTheSubject) {
   Recorder a("a"), b("b");
   EXPECT_TRUE(a.connect(&b));
-  EXPECT_EQ(takeLog(), "b:-1 a>a>-; ");
+  EXPECT_EQ(takeHeard(), "b:-1 a>a>-; ");
   EXPECT_TRUE(a.connect(&b));
-  EXPECT_EQ(takeLog(), "");
+  EXPECT_EQ(takeHeard(), "");
   EXPECT_TRUE(a.hasSubject(&b) && b.hasListener(&a) && !b.hasSubject(&a));
   EXPECT_TRUE(a.subject(0) == &b && !a.subject(-1) && !a.subject(1));
   b.then = [&](Message& m) { EXPECT_TRUE(b.hasListener(m.origin)); };  // the link still stands
   EXPECT_TRUE(a.disconnect(&b));
-  EXPECT_EQ(takeLog(), "b:-2 a>a>-; ");
+  EXPECT_EQ(takeHeard(), "b:-2 a>a>-; ");
   EXPECT_EQ(a.subjectCount() + b.listenerCount(), 0);
 }
 
@@ -54,26 +54,26 @@ TEST(MessageNode, DeliveryRunsFromTheLastListenerAndPutsTheMessageBack) {
   Recorder hub("hub"), a("a"), b("b"), c("c"), far("far");
   for (Recorder* node : {&a, &b, &c}) node->connect(&hub);
   far.connect(&b);
-  takeLog();
+  takeHeard();
   b.then = [&](Message& m) { b.broadcast(m); };  // passes it on, origin kept
   Message message(7, 1, 2);
   message.sender = &far;
   hub.postAll(message);
-  EXPECT_EQ(takeLog(), "c:7b hub>hub>c; b:7b hub>hub>b; far:7b hub>b>far; a:7b hub>hub>a; ");
+  EXPECT_EQ(takeHeard(), "c:7b hub>hub>c; b:7b hub>hub>b; far:7b hub>b>far; a:7b hub>hub>a; ");
   EXPECT_TRUE(!message.origin && message.sender == &far && !message.target);
 
   message.origin = &c;
   hub.send(&a, message);
   hub.post(&a, message);
   hub.post(nullptr, message);
-  EXPECT_EQ(takeLog(), "a:7 c>hub>-; a:7 hub>hub>-; ");
+  EXPECT_EQ(takeHeard(), "a:7 c>hub>-; a:7 hub>hub>-; ");
   EXPECT_EQ(message.origin, &c);
 
   b.then = [&](Message& m) {
     if (m.id == 7) b.disconnect(&hub);
   };
   hub.broadcast(message);
-  EXPECT_EQ(takeLog(), "c:7b c>hub>c; b:7b c>hub>b; hub:-2 b>b>-; a:7b c>hub>a; ");
+  EXPECT_EQ(takeHeard(), "c:7b c>hub>c; b:7b c>hub>b; hub:-2 b>b>-; a:7b c>hub>a; ");
 }
 
 TEST(MessageNode, ADyingNodeTellsItsListenersThenItsSubjectsThenLeaves) {
@@ -82,12 +82,12 @@ TEST(MessageNode, ADyingNodeTellsItsListenersThenItsSubjectsThenLeaves) {
   node->connect(&above);
   first.connect(node.get());
   second.connect(node.get());
-  takeLog();
+  takeHeard();
   second.then = [&](Message& m) {
     if (m.id == MSG_DESTROYED) second.disconnect(m.sender);
   };
   node.reset();
-  EXPECT_EQ(takeLog(),
+  EXPECT_EQ(takeHeard(),
             "second:-3b node>node>second; first:-3b node>node>first; above:-2 node>node>-; ");
   EXPECT_EQ(above.listenerCount() + first.subjectCount() + second.subjectCount(), 0);
 }
@@ -99,9 +99,9 @@ TEST(MessageNode, CopyConnectionsTakesTheSamePlaceAndLeavesTheOther) {
   for (Recorder* listener : {&old, &old2}) listener->connect(&node);
   for (Recorder* subject : {&s1, &s2}) other.connect(subject);
   for (Recorder* listener : {&l1, &l2}) listener->connect(&other);
-  takeLog();
+  takeHeard();
   node.copyConnections(&other);
-  EXPECT_EQ(takeLog(),
+  EXPECT_EQ(takeHeard(),
             "old:-2 node>node>-; node:-2 old2>old2>-; node:-2 old>old>-; node:-1 l1>l1>-; node:-1 "
             "l2>l2>-; "
             "s1:-1 node>node>-; s2:-1 node>node>-; ");

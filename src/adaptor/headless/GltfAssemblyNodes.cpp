@@ -18,7 +18,6 @@ using util::Quat;
 using util::Vector3;
 
 constexpr int kVertexTarget = 34962;
-constexpr double kLeastClip = 1e-4;  ///< glTF wants a near plane in front of the eye (m)
 
 std::string Label(const SceneNode& node) {
   return "node \"" + node.GetName() + '"';
@@ -161,7 +160,7 @@ void GltfWriter::Assembly::WriteLens(const SceneNode& node, const SceneNode::Sou
   if (old != nullptr) camera = List("cameras")[old->get<std::size_t>()];
   Json& perspective = camera["perspective"];
   perspective["yfov"] = lens.fieldOfView / util::kDegreesPerRadian;
-  perspective["znear"] = std::max(lens.nearClip, kLeastClip);
+  perspective["znear"] = std::max(lens.nearClip, Lens::kLeastClip);
   if (lens.farClip > perspective["znear"].get<double>())
     perspective["zfar"] = lens.farClip;
   else

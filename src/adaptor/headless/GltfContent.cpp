@@ -17,8 +17,6 @@ using util::Quat;
 
 /// A rotation farther from unit length than this is brought back to it.
 constexpr double kUnitTolerance = 1e-5;
-/// Near plane that stands for one that glTF can't tell (m).
-constexpr double kLeastClip = 1e-4;
 
 void CheckTimes(const std::vector<double>& times, const Place& place) {
   for (std::size_t i = 0; i < times.size(); ++i) {
@@ -120,7 +118,7 @@ void GltfReader::Content::ReadLens(const Json& json, const Place& place, SceneNo
     if (degrees / util::kDegreesPerRadian == angle) lens.fieldOfView = degrees;
     // glTF knows neither a near plane at the eye nor a far one in front of it.
     const double nearClip = NumberOr(*own, "nearClip", lens.nearClip);
-    if (nearClip < lens.nearClip && lens.nearClip == kLeastClip) lens.nearClip = nearClip;
+    if (nearClip < lens.nearClip && lens.nearClip == Lens::kLeastClip) lens.nearClip = nearClip;
     lens.focusDistance = NumberOr(*own, "focusDistance", lens.focusDistance);
   }
   node.m_lens = lens;

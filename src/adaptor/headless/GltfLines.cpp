@@ -16,10 +16,10 @@ using Point = util::Vector3<double>;
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-using Place = std::array<double, 3>;
+using Coordinates = std::array<double, 3>;
 
 struct PlaceHash {
-  std::size_t operator()(const Place& place) const {
+  std::size_t operator()(const Coordinates& place) const {
     std::size_t hash = 0;
     for (const double x : place) hash = hash * 1000003 + std::hash<double>()(x);
     return hash;
@@ -34,12 +34,12 @@ struct Line {
 class Net {
  public:
   Net(const std::vector<double>& numbers, const std::vector<std::uint32_t>& corners) {
-    std::unordered_map<Place, std::size_t, PlaceHash> places;
+    std::unordered_map<Coordinates, std::size_t, PlaceHash> places;
     std::unordered_set<std::uint64_t> known;
     const auto pointAt = [&](std::uint32_t corner) {
       const double* p = &numbers[3 * static_cast<std::size_t>(corner)];
       if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2])) return kNone;
-      const auto [at, isNew] = places.emplace(Place{p[0], p[1], p[2]}, points.size());
+      const auto [at, isNew] = places.emplace(Coordinates{p[0], p[1], p[2]}, points.size());
       if (isNew) {
         points.emplace_back(p[0], p[1], p[2]);
         linesAt.emplace_back();

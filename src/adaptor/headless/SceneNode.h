@@ -19,6 +19,8 @@ class Scene;
 
 /// Perspective lens of a camera node. The camera looks along -Z of the node with +Y up.
 struct Lens {
+  /// glTF wants a near plane in front of the eye (m); this one stands for one that it cannot tell.
+  static constexpr double kLeastClip = 1e-4;
   double fieldOfView = 45.0;   ///< vertical (degrees)
   double focusDistance = 5.0;  ///< m
   double nearClip = 0.1;       ///< m

@@ -18,7 +18,7 @@ constexpr double kHalfTrack = 0.76;
 constexpr double kArch = 0.40;  ///< radius of a wheel arch
 constexpr double kSill = 0.24;  ///< height of the body's lower edge
 
-struct Paints {
+struct CarPaints {
   int body, glass, dark, rubber, rim, chrome, lamp, tail, blinker;
 };
 
@@ -64,7 +64,7 @@ std::vector<double> BodyPlaces() {
   return places;
 }
 
-void AddBody(Shape& shape, const Paints& paint) {
+void AddBody(Shape& shape, const CarPaints& paint) {
   std::vector<std::vector<Vector>> rings;
   for (const double z : BodyPlaces()) {
     const Station s = StationAt(z);
@@ -88,7 +88,7 @@ void AddBody(Shape& shape, const Paints& paint) {
 }
 
 /// A roof on four slanting windows with their pillars between them.
-void AddCabin(Shape& shape, const Paints& paint) {
+void AddCabin(Shape& shape, const CarPaints& paint) {
   constexpr double kLow = 0.90, kHigh = 1.36;
   const std::vector<Vector> low = {{0.78, kLow, -0.98}, {0.80, kLow, 0.30},  {0.78, kLow, 1.72},
                                    {-0.78, kLow, 1.72}, {-0.80, kLow, 0.30}, {-0.78, kLow, -0.98}};
@@ -119,7 +119,7 @@ void AddCabin(Shape& shape, const Paints& paint) {
   pane(0, 5, 0.90);
 }
 
-void AddDetails(Shape& shape, const Paints& paint) {
+void AddDetails(Shape& shape, const CarPaints& paint) {
   Shape side;  // the right one
   side.Box(paint.lamp, {0.46, 0.60, -2.07}, {0.70, 0.70, -1.90}, 0.02);
   side.Box(paint.blinker, {0.70, 0.60, -2.03}, {0.79, 0.68, -1.88}, 0.015);
@@ -146,7 +146,7 @@ void AddDetails(Shape& shape, const Paints& paint) {
 }
 
 /// The outer side to +X.
-Shape ShapeWheel(const Paints& paint) {
+Shape ShapeWheel(const CarPaints& paint) {
   Shape shape;
   constexpr double w = 0.11;  // half the tyre's width
   shape.Turned(paint.rubber,
@@ -188,15 +188,15 @@ Shape ShapeWheel(const Paints& paint) {
 }  // namespace
 
 void ModelCar(Kit& kit) {
-  const Paints paint{kit.AddMaterial("Paint", 0.55, 0.03, 0.03, 0.2, 0.35),
-                     kit.AddMaterial("Glass", 0.03, 0.05, 0.07, 0.3, 0.1),
-                     kit.AddMaterial("Trim", 0.02, 0.02, 0.022, 0.0, 0.8),
-                     kit.AddMaterial("Rubber", 0.018, 0.018, 0.018, 0.0, 0.95),
-                     kit.AddMaterial("Rim", 0.55, 0.56, 0.58, 0.8, 0.35),
-                     kit.AddMaterial("Chrome", 0.75, 0.76, 0.78, 0.9, 0.2),
-                     kit.AddLight("Headlight", 0.95, 0.95, 0.85),
-                     kit.AddLight("Tail light", 0.60, 0.02, 0.02),
-                     kit.AddLight("Indicator", 0.85, 0.40, 0.05)};
+  const CarPaints paint{kit.AddMaterial("Paint", 0.55, 0.03, 0.03, 0.2, 0.35),
+                        kit.AddMaterial("Glass", 0.03, 0.05, 0.07, 0.3, 0.1),
+                        kit.AddMaterial("Trim", 0.02, 0.02, 0.022, 0.0, 0.8),
+                        kit.AddMaterial("Rubber", 0.018, 0.018, 0.018, 0.0, 0.95),
+                        kit.AddMaterial("Rim", 0.55, 0.56, 0.58, 0.8, 0.35),
+                        kit.AddMaterial("Chrome", 0.75, 0.76, 0.78, 0.9, 0.2),
+                        kit.AddLight("Headlight", 0.95, 0.95, 0.85),
+                        kit.AddLight("Tail light", 0.60, 0.02, 0.02),
+                        kit.AddLight("Indicator", 0.85, 0.40, 0.05)};
   Shape body;
   AddBody(body, paint);
   AddCabin(body, paint);

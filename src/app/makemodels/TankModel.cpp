@@ -11,7 +11,7 @@ namespace {
 
 using Vector = Shape::Vector;
 
-struct Paints {
+struct TankPaints {
   int armour, darker, steel, rubber, dark, lamp;
 };
 
@@ -35,7 +35,7 @@ void AddPrism(Shape& shape, int material, const std::vector<Vector>& outline, do
       true, true);
 }
 
-Shape ShapeHull(const Paints& paint) {
+Shape ShapeHull(const TankPaints& paint) {
   Shape shape;
   AddPrism(shape, paint.armour,
            {{0, 0.45, -1.75},
@@ -67,7 +67,7 @@ Shape ShapeHull(const Paints& paint) {
   return shape;
 }
 
-Shape ShapeTurret(const Paints& paint) {
+Shape ShapeTurret(const TankPaints& paint) {
   Shape shape;
   const auto ring = [&](double y, double grow) {
     const std::vector<Vector> outline = {{0.45, y, -1.15},  {0.95, y, -0.45}, {0.98, y, 0.60},
@@ -90,7 +90,7 @@ Shape ShapeTurret(const Paints& paint) {
   return shape;
 }
 
-Shape ShapeGun(const Paints& paint, double muzzle) {
+Shape ShapeGun(const TankPaints& paint, double muzzle) {
   Shape shape;
   shape.Box(paint.armour, {-0.30, -0.20, -0.32}, {0.30, 0.22, 0.20}, 0.06);
   shape.Turned(paint.armour,
@@ -115,7 +115,7 @@ Shape ShapeGun(const Paints& paint, double muzzle) {
 }
 
 /// A wheel of a belt: rubber on steel, or teeth.
-Shape ShapeBeltWheel(const Paints& paint, double radius, bool toothed) {
+Shape ShapeBeltWheel(const TankPaints& paint, double radius, bool toothed) {
   Shape shape;
   constexpr double w = 0.15;
   const int tyre = toothed ? paint.steel : paint.rubber;
@@ -156,12 +156,12 @@ Shape ShapeBeltWheel(const Paints& paint, double radius, bool toothed) {
 }  // namespace
 
 void ModelTank(Kit& kit) {
-  const Paints paint{kit.AddMaterial("Armour", 0.16, 0.19, 0.09, 0.1, 0.75),
-                     kit.AddMaterial("Armour dark", 0.10, 0.12, 0.06, 0.1, 0.8),
-                     kit.AddMaterial("Steel", 0.22, 0.22, 0.23, 0.7, 0.5),
-                     kit.AddMaterial("Rubber", 0.02, 0.02, 0.02, 0.0, 0.95),
-                     kit.AddMaterial("Black", 0.015, 0.015, 0.015, 0.2, 0.7),
-                     kit.AddLight("Headlight", 0.95, 0.95, 0.85)};
+  const TankPaints paint{kit.AddMaterial("Armour", 0.16, 0.19, 0.09, 0.1, 0.75),
+                         kit.AddMaterial("Armour dark", 0.10, 0.12, 0.06, 0.1, 0.8),
+                         kit.AddMaterial("Steel", 0.22, 0.22, 0.23, 0.7, 0.5),
+                         kit.AddMaterial("Rubber", 0.02, 0.02, 0.02, 0.0, 0.95),
+                         kit.AddMaterial("Black", 0.015, 0.015, 0.015, 0.2, 0.7),
+                         kit.AddLight("Headlight", 0.95, 0.95, 0.85)};
   const int hullPart = kit.AddPart("Hull", {}, ShapeHull(paint));
   const Vector turretPlace(0.0, 1.30, -0.05);
   const int turretPart = kit.AddPart("Turret", turretPlace, ShapeTurret(paint), hullPart);

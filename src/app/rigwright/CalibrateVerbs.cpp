@@ -32,7 +32,7 @@ struct CalibrateOptions {
   }
 };
 
-void RunList(Program& program) {
+void RunCalibrationList(Program& program) {
   const std::string damaged = CalibrationFile::Load();
   if (!damaged.empty())
     throw Failure("calibrations", damaged, "mend the file, or remove it to begin anew");
@@ -97,7 +97,7 @@ void AddCalibrateVerbs(Program& program) {
       "calibrate", "What pedals, triggers and axes give at rest and at full, kept for each device",
       "rigwright calibrate list");
   program.MarkReadOnly(program.AddVerb(group, "list", "List the calibrated controls",
-                                       "rigwright calibrate list", RunList));
+                                       "rigwright calibrate list", RunCalibrationList));
   auto o = std::make_shared<CalibrateOptions>();
   CLI::App& set = program.AddVerb(
       group, "set",

@@ -177,7 +177,7 @@ void RunInfo(Program& program, const ModelOptions& options) {
   for (const std::string& line : table.Lines()) out.Line(line);
 }
 
-void RunList(Program& program) {
+void RunModelList(Program& program) {
   Output& out = program.GetOutput();
   out.GetObject()["models"] = Json::array();
   Table table;
@@ -236,7 +236,7 @@ void AddGroup(Program& program) {
                                      "rigwright model add yard.glb car.prm -o yard.glb");
   AddMake(program, group);
   program.MarkReadOnly(program.AddVerb(group, "list", "List the models that come with the program",
-                                       "rigwright model list", RunList));
+                                       "rigwright model list", RunModelList));
   auto o = std::make_shared<ModelOptions>();
   CLI::App& info =
       program.AddVerb(group, "info", "Tell what a pre-rigged model is",

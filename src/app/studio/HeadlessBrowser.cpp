@@ -26,7 +26,7 @@ namespace {
 
 constexpr double kDegrees = 57.29577951308232;
 
-std::string TextOf(const Problem& problem) {
+std::string LineOf(const Problem& problem) {
   if (!problem) return {};
   std::string text = problem.what.empty() ? problem.why : problem.what + ": " + problem.why;
   if (!problem.hint.empty()) text += " (" + problem.hint + ")";
@@ -269,7 +269,7 @@ std::string HeadlessBrowser::UseAsGround(int rigRow, const std::vector<int>& key
 std::string HeadlessBrowser::WhyNotFit(int rigRow) {
   rws::core::Instance* rig = FindRig(rigRow);
   if (!rig) return Translate("Select a rig first.");
-  return TextOf(CheckFittedRig(*rig));
+  return LineOf(CheckFittedRig(*rig));
 }
 
 HeadlessBrowser::Car HeadlessBrowser::GuessCar(int key) {
@@ -296,8 +296,8 @@ std::string HeadlessBrowser::FitCar(int rigRow, const Car& car, std::string& tol
   }
   if (!complete) return Translate("The rig or a part of the car is gone.");
   const CarFit fit = app::FitCar(*rig, model);
-  for (const Problem& odd : fit.odd) told += (told.empty() ? "" : "\n") + TextOf(odd);
-  return TextOf(fit.problem);
+  for (const Problem& odd : fit.odd) told += (told.empty() ? "" : "\n") + LineOf(odd);
+  return LineOf(fit.problem);
 }
 
 // --- undo ---

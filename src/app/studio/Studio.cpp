@@ -44,7 +44,7 @@ std::string SceneFilter() {
   return Translate("Scenes (*.glb *.gltf)");
 }
 
-std::string TextOf(const Problem& problem) {
+std::string SentencesOf(const Problem& problem) {
   std::string text = problem.what.empty() ? problem.why : problem.what + ": " + problem.why;
   if (problem.hint.empty()) return text;
   // A paragraph of its own here, and so a sentence.
@@ -84,16 +84,16 @@ Studio::Studio(const StudioOptions& options)
     : m_options(options),
       m_systemPalette(QApplication::palette()),
       m_browser(m_document.GetCore(), m_document.GetAdaptor(),
-                [this](double fps) { return TextOf(m_document.SetFrameRate(fps)); }),
+                [this](double fps) { return SentencesOf(m_document.SetFrameRate(fps)); }),
       m_devices([](const std::string&) {}),
       m_windows(m_document.GetCore(), *this),
       m_keys(m_document.GetCore()) {
   AddAllWindows(m_windows);
   m_document.SetChangeHandler([this] { m_windows.TellSceneChanged(); });
   m_document.SetTroubleHandler([this](const Problem& problem) {
-    LogEntry(LogLevel::kWarning, TextOf(problem));
+    LogEntry(LogLevel::kWarning, SentencesOf(problem));
     // No box: it may be a take's first frame.
-    Tell(TextOf(problem));
+    Tell(SentencesOf(problem));
   });
   ApplyAppearance();
 }
@@ -145,7 +145,7 @@ int Studio::Ask(const std::string& title, const std::string& text, unsigned flag
 }
 
 void Studio::Show(const std::string& title, const Problem& problem) {
-  Ask(title, TextOf(problem), rws::kButtonsOk | rws::kIconWarning);
+  Ask(title, SentencesOf(problem), rws::kButtonsOk | rws::kIconWarning);
 }
 
 bool Studio::ShowResult(const std::string& title, const DocumentResult& result) {
@@ -296,8 +296,8 @@ bool Studio::Save() {
   if (m_document.GetPath().empty()) return SaveAs();
   DocumentResult result = m_document.Save();
   if (result.isAsked) {
-    if (Ask(Translate("Save"), TextOf(result.problem), rws::kButtonsYesNo | rws::kIconQuestion) !=
-        rws::kAnswerYes)
+    if (Ask(Translate("Save"), SentencesOf(result.problem),
+            rws::kButtonsYesNo | rws::kIconQuestion) != rws::kAnswerYes)
       return false;
     result = m_document.Save(Overwrite::kOverwrite);
   }
@@ -369,17 +369,17 @@ rws::core::CoreImplementation& Studio::ScriptedCore() {
 
 std::string Studio::ScriptNew() {
   if (m_working > 0) return kBusy;
-  return TextOf(m_document.NewScene().problem);
+  return SentencesOf(m_document.NewScene().problem);
 }
 
 std::string Studio::ScriptOpen(const std::string& path) {
   if (m_working > 0) return kBusy;
-  return TextOf(m_document.Open(path).problem);
+  return SentencesOf(m_document.Open(path).problem);
 }
 
 std::string Studio::ScriptSave(const std::string& path) {
   if (m_working > 0) return kBusy;
-  return TextOf(
+  return SentencesOf(
       (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }
 

@@ -24,10 +24,6 @@ constexpr char kOldVersion[] = "1.0";
 /// Roots of the collective files of earlier releases, whose children are `profile`.
 constexpr const char* kOldRoots[] = {"ConfigProfile", "rws_config", "CameraConfig"};
 
-bool IsTag(const Element& element, std::string_view name) {
-  return element.kind == util::xml::kTag && element.name == name;
-}
-
 Tag HeadOf(const std::string& version, const std::string& name) {
   Tag profile(kConfigProfile);
   profile.setAttribute(kVersion, version);
@@ -38,14 +34,14 @@ Tag HeadOf(const std::string& version, const std::string& name) {
 /// Old groups and values by name become groups and items by label.
 void ConvertOldGroup(const Element& from, Element& to) {
   for (const Element* child : from.children) {
-    const bool check = IsTag(*child, "check");
-    if (IsTag(*child, kGroup)) {
+    const bool check = child->isTag("check");
+    if (child->isTag(kGroup)) {
       Tag group(kGroup);
       group.setAttribute(kId, "-1");
       group.setAttribute(kLabel, child->attribute(kName));
       ConvertOldGroup(*child, group);
       to.emplaceChild(std::move(group));
-    } else if (check || IsTag(*child, "spinner")) {
+    } else if (check || child->isTag("spinner")) {
       Tag item(kItem);
       item.setAttribute(kLabel, child->attribute(kName));
       const std::string text = child->text();
@@ -76,23 +72,23 @@ ConfigProfileManager::ConfigProfileManager(const std::string& factoryFolder,
 bool ConfigProfileManager::Parse(const Element& root, const std::string& fallbackName,
                                  std::vector<Tag>& profiles) {
   for (const char* oldRoot : kOldRoots) {
-    if (!IsTag(root, oldRoot)) continue;
+    if (!root.isTag(oldRoot)) continue;
     for (const Element* child : root.children) {
       const std::string name = child->attribute(kName);
-      if (IsTag(*child, kProfile) && !name.empty()) profiles.push_back(ConvertOld(*child, name));
+      if (child->isTag(kProfile) && !name.empty()) profiles.push_back(ConvertOld(*child, name));
     }
     return true;
   }
   const std::string version = root.hasAttribute(kVersion) ? root.attribute(kVersion) : kOldVersion;
-  if (IsTag(root, "configprofiles")) {
+  if (root.isTag("configprofiles")) {
     for (const Element* child : root.children) {
       const std::string name = child->attribute(kName);
-      if (IsTag(*child, kConfigProfile) && !name.empty())
+      if (child->isTag(kConfigProfile) && !name.empty())
         profiles.push_back(WithHead(*child, version, name));
     }
     return true;
   }
-  if (!IsTag(root, kConfigProfile)) return false;
+  if (!root.isTag(kConfigProfile)) return false;
   const std::string name = root.attribute(kName);
   profiles.push_back(WithHead(root, version, name.empty() ? fallbackName : name));
   return true;

@@ -16,10 +16,6 @@ using namespace record;
 using util::xml::Element;
 using util::xml::Tag;
 
-bool IsTag(const Element& element, std::string_view name) {
-  return element.kind == util::xml::kTag && element.name == name;
-}
-
 Tag ProfileOf(const Element& source, const std::string& name) {
   Tag profile(kProfile);
   profile.setAttribute(kName, name);
@@ -46,12 +42,12 @@ InputProfileManager::InputProfileManager(const std::string& factoryFolder,
 
 bool InputProfileManager::Parse(const Element& root, const std::string& fallbackName,
                                 std::vector<Tag>& profiles) {
-  const bool single = IsTag(root, kProfile) || IsTag(root, kInputProfile);
-  if (!single && !IsTag(root, "unidevice")) return false;
+  const bool single = root.isTag(kProfile) || root.isTag(kInputProfile);
+  if (!single && !root.isTag("unidevice")) return false;
   const std::size_t before = profiles.size();
   for (const Element* child : root.children) {
     const std::string name = child->attribute(kName);
-    if (IsTag(*child, kProfile) && !name.empty()) profiles.push_back(ProfileOf(*child, name));
+    if (child->isTag(kProfile) && !name.empty()) profiles.push_back(ProfileOf(*child, name));
   }
   if (!single || profiles.size() > before) return true;
   const std::string name = root.attribute(kName);
@@ -63,7 +59,7 @@ std::string InputProfileManager::ApplyTo(const Element& profile,
                                          unidevice::PropertyHandler& properties) {
   std::string problem;
   for (const Element* child : profile.children) {
-    if (!IsTag(*child, kProperty)) continue;
+    if (!child->isTag(kProperty)) continue;
     unidevice::Property* property = properties.find(child->attribute(kName));
     if (property && !property->load(*child))
       problem += (problem.empty() ? "no number for \"" : ", \"") + property->name + "\"";
@@ -78,7 +74,7 @@ bool InputProfileManager::IsHeldBy(const std::string& name,
   int held = 0;
   for (const Element* child : profile->children) {
     const unidevice::Property* const property =
-        IsTag(*child, kProperty) ? properties.find(child->attribute(kName)) : nullptr;
+        child->isTag(kProperty) ? properties.find(child->attribute(kName)) : nullptr;
     if (property && !property->holds(*child)) return false;
     if (property) ++held;
   }

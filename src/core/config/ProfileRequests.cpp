@@ -10,7 +10,6 @@ namespace orv::rws::core {
 namespace {
 
 constexpr char kGone[] = "the rig has gone";
-constexpr char kSelect[] = "Please select or specify a profile";
 
 /// The answer of a request that gives a text, empty when it was done.
 ProfileResult ResultOf(std::string problem, const std::string& name) {
@@ -52,7 +51,7 @@ std::vector<ProfileRequests::Entry> ProfileRequests::List() const {
 ProfileResult ProfileRequests::Load(const std::string& name) {
   Instance* const rig = FindRig();
   if (!rig) return ResultOf(kGone, name);
-  if (name.empty()) return ResultOf(kSelect, name);
+  if (name.empty()) return ResultOf(kSelectProfile, name);
   if (m_kind == Kind::kInputs) return ResultOf(m_core.LoadInputProfile(*rig, name), name);
   ProfileResult result = ResultOf(m_core.LoadProfile(rig->GetInstanceName(), name), name);
   if (result.Done()) result.message = rig->GetTool()->GetConfigProfiles().GetVersionWarning(name);
@@ -71,7 +70,7 @@ ProfileResult ProfileRequests::LoadFactorySettings() {
 ProfileResult ProfileRequests::Save(bool confirmed) {
   Instance* const rig = FindRig();
   if (!rig) return ResultOf(kGone, {});
-  if (m_kind == Kind::kInputs) return ResultOf(kSelect, {});  // which one is not noted
+  if (m_kind == Kind::kInputs) return ResultOf(kSelectProfile, {});  // which one is not noted
   return SaveAs(rig->GetCurrentProfile(), confirmed);
 }
 

@@ -17,7 +17,6 @@ using util::xml::Element;
 using util::xml::Tag;
 using Answer = ProfileResult::Answer;
 
-constexpr const char* kSelect = Translatable("Please select or specify a profile");
 constexpr const char* kReadOnly =
     Translatable("The specified profile is considered read-only and cannot be overwritten.");
 constexpr const char* kExample = Translatable("Cannot rename example profiles.");
@@ -194,7 +193,7 @@ void XMLFileManager::Put(const std::string& name, Tag document) {
 
 ProfileResult XMLFileManager::CheckTarget(const std::string& name, bool overwrite) const {
   std::string problem;
-  if (name.find_first_not_of(' ') == std::string::npos) return Refused(kSelect);
+  if (name.find_first_not_of(' ') == std::string::npos) return Refused(kSelectProfile);
   if (!IsNameAllowed(name, problem)) return Refused(problem);
   if (IsReadOnly(name)) return Refused(kReadOnly);
   const auto found = m_profiles.find(name);
@@ -221,7 +220,7 @@ ProfileResult XMLFileManager::Store(const std::string& name, Tag document, bool 
 
 ProfileResult XMLFileManager::Rename(const std::string& name, const std::string& newName) {
   const auto found = m_profiles.find(name);
-  if (found == m_profiles.end() || newName.empty()) return Refused(kSelect);
+  if (found == m_profiles.end() || newName.empty()) return Refused(kSelectProfile);
   if (IsFixed(name, found->second)) return Refused(IsExampleName(name) ? kExample : kReadOnly);
   if (IsExampleName(name)) return Refused(kExample);
   if (name == newName) return {};
@@ -249,7 +248,7 @@ ProfileResult XMLFileManager::Rename(const std::string& name, const std::string&
 
 ProfileResult XMLFileManager::Delete(const std::string& name, bool confirmed) {
   const auto found = m_profiles.find(name);
-  if (found == m_profiles.end()) return Refused(kSelect);
+  if (found == m_profiles.end()) return Refused(kSelectProfile);
   if (IsFixed(name, found->second)) return Refused(kReadOnly);
   if (!confirmed) return Ask(Translate(kDelete) + " " + name);
   if (!found->second.path.empty() && !RemoveFile(found->second.path)) return Refused(kReadOnly);
@@ -260,7 +259,7 @@ ProfileResult XMLFileManager::Delete(const std::string& name, bool confirmed) {
 
 ProfileResult XMLFileManager::Export(const std::string& name, const std::string& path) const {
   const Tag* document = Find(name);
-  if (!document || path.empty()) return Refused(kSelect);
+  if (!document || path.empty()) return Refused(kSelectProfile);
   if (name == kFactorySettings || !MayWrite()) return Refused(kNotSaved);
   std::string problem;
   if (document->save(path, &problem)) return {Answer::kDone, {}, {name}};

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/services/Translation.h"
 #include "util/xml/Tag.h"
 
 namespace orv::rws::core {
@@ -14,6 +15,9 @@ namespace orv::rws::core {
 inline constexpr const char* kFactorySettings = "Factory Settings";
 /// Name of the profile that a new instance loads.
 inline constexpr const char* kStartProfile = "Start Profile";
+
+/// The answer to a request without a profile.
+inline constexpr const char* kSelectProfile = Translatable("Please select or specify a profile");
 
 /// How a request on profiles ended, with the text for the user.
 struct ProfileResult {

@@ -62,7 +62,7 @@ Tag OutputsTag(const std::vector<unidevice::Property*>& properties) {
 template <class Use>
 void ForEach(const Element& parent, const char* name, Use use) {
   for (const Element* child : parent.children) {
-    if (child->kind == util::xml::kTag && child->name == name) use(*child);
+    if (child->isTag(name)) use(*child);
   }
 }
 

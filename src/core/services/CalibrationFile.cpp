@@ -17,7 +17,7 @@ using unidevice::Calibration;
 using util::xml::Element;
 using util::xml::Tag;
 
-constexpr char kRoot[] = "calibrations";
+constexpr char kCalibrations[] = "calibrations";
 constexpr char kControl[] = "control";
 constexpr char kPedal[] = "pedal";
 constexpr char kAxis[] = "axis";
@@ -48,7 +48,7 @@ std::string ReadFile(std::vector<CalibratedControl>& all) {
   Element root;
   std::string problem;
   if (root.load(path, &problem) != 0) return problem;
-  if (root.name != kRoot) return path + ": it has another root tag";
+  if (root.name != kCalibrations) return path + ": it has another root tag";
   for (const Element* child : root.children) {
     if (child->kind != util::xml::kTag) continue;
     CalibratedControl& read = all.emplace_back();
@@ -96,7 +96,7 @@ std::string CalibrationFile::Save() {
     return "the calibrations are damaged and were left as they are: " + problem +
            " (mend the file, or remove it to begin anew)";
   }
-  Tag root(kRoot);
+  Tag root(kCalibrations);
   for (const CalibratedControl& entry : unidevice::DriverManager::instance().calibrations().all())
     root.emplaceChild(Write(entry));
   std::error_code ignoredError;

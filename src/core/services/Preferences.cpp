@@ -17,7 +17,7 @@ namespace {
 using util::xml::Element;
 using util::xml::Tag;
 
-constexpr char kRoot[] = "preferences";
+constexpr char kPreferences[] = "preferences";
 constexpr char kPreference[] = "preference";
 
 /// One preference: a whole number from 0 up, or a word of a list by its number.
@@ -127,7 +127,7 @@ std::string ReadFile(Element& root) {
   if (!std::filesystem::exists(path, ignored)) return {};
   std::string problem;
   if (root.load(path, &problem) != 0) return problem;
-  return root.name == kRoot ? std::string() : path + ": it has another root tag";
+  return root.name == kPreferences ? std::string() : path + ": it has another root tag";
 }
 
 }  // namespace
@@ -144,7 +144,7 @@ bool Preferences::Load() {
     LogEntry(LogLevel::kWarning, "The preferences can't be read, so the defaults hold: " + problem);
     return false;
   }
-  bool whole = root.name == kRoot;
+  bool whole = root.name == kPreferences;
   for (const Entry& entry : kEntries) {
     const Element* stored = FindElement(root, entry);
     if (!stored) continue;
@@ -162,7 +162,7 @@ bool Preferences::Load() {
 }
 
 bool Preferences::Save(std::string* error, const std::vector<std::string>& keys) const {
-  Tag root(kRoot);
+  Tag root(kPreferences);
   const std::string problem = ReadFile(root);
   if (!problem.empty()) {
     if (error)

@@ -26,9 +26,6 @@ using gui::componentinterface::Label;
 using unidevice::Calibration;
 using unidevice::CalibrationMeasure;
 
-constexpr char kDocument[] = "/core/layout/rows/calibration.xml";
-constexpr int kWatchPeriod = 16;  ///< ms
-
 }  // namespace
 
 std::string CalibrationWords(const Calibration* calibration) {
@@ -48,7 +45,7 @@ CalibrationPanel::CalibrationPanel(Windows& windows) : m_windows(windows) {
 }
 
 void CalibrationPanel::Build(gui::Component& into) {
-  m_root = m_windows.GetLayout().Instantiate(kDocument, into);
+  m_root = m_windows.GetLayout().Instantiate("/core/layout/rows/calibration.xml", into);
   Show();
 }
 

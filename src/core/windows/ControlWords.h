@@ -12,6 +12,9 @@ class Property;
 
 namespace orv::rws::core::windows {
 
+/// How often controls are looked at while the user is asked to move one (ms).
+inline constexpr int kWatchPeriod = 16;
+
 /// "Pad: Axis 1", by the description that the control has while it is there.
 std::string ControlWords(const unidevice::ControlChoice& control);
 /// What feeds an input: none, one control or two, and which of them are not there.

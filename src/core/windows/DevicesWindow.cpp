@@ -30,7 +30,6 @@ using gui::Translate;
 using namespace gui::componentinterface;
 using unidevice::DriverManager;
 
-constexpr char kDocument[] = "/core/layout/rws_devices.xml";
 constexpr char kDeviceDocument[] = "/core/layout/rows/device.xml";
 constexpr char kControlDocument[] = "/core/layout/rows/device_control.xml";
 constexpr double kLeastNoise = 0.005;  ///< that is worth a word
@@ -44,7 +43,7 @@ std::string NameOf(const unidevice::Control& control) {
 }  // namespace
 
 DevicesWindow::DevicesWindow(Windows& windows)
-    : Window(windows, "Devices", kDocument), m_calibration(windows) {}
+    : Window(windows, "Devices", "/core/layout/rws_devices.xml"), m_calibration(windows) {}
 
 DevicesWindow::~DevicesWindow() {
   if (GetRoot()) Release();

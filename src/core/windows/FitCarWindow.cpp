@@ -18,8 +18,6 @@ using gui::componentinterface::ComboBox;
 using gui::componentinterface::Dialog;
 using gui::componentinterface::Item;
 
-constexpr int kAccepted = 1;
-
 }  // namespace
 
 FitCarWindow::FitCarWindow(Windows& windows, SceneBrowser& browser, int rigRow)
@@ -34,7 +32,7 @@ bool FitCarWindow::Run(SceneBrowser::Car& car) {
   m_car = car;
   if (!Build()) return false;
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog || dialog->RunModal() != kAccepted) return false;
+  if (!dialog || dialog->RunModal() != Dialog::kAccepted) return false;
   car = m_car;
   return true;
 }
@@ -71,8 +69,10 @@ void FitCarWindow::ShowAccept() {
 
 void FitCarWindow::OnComponent(gui::Component& source, util::Message& message) {
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (message.id == gui::kMsgClicked && source.GetId() == kFitAccept) dialog->EndModal(kAccepted);
-  if (message.id == gui::kMsgClicked && source.GetId() == kFitCancel) dialog->EndModal(0);
+  if (message.id == gui::kMsgClicked && source.GetId() == kFitAccept)
+    dialog->EndModal(Dialog::kAccepted);
+  if (message.id == gui::kMsgClicked && source.GetId() == kFitCancel)
+    dialog->EndModal(Dialog::kCancelled);
   int* part = PartOf(m_car, source.GetId());
   if (!part || message.id != gui::kMsgValueChanged) return;
   *part = message.param;

@@ -21,16 +21,13 @@ namespace {
 
 using gui::Translate;
 using State = unidevice::ControlFinder::State;
-
-constexpr char kDocument[] = "/core/layout/rws_inputconfig.xml";
-constexpr int kWatchPeriod = 16;  ///< ms
 /// Kinds of which two controls make one.
 constexpr std::uint32_t kPairs = unidevice::kFiniteControl | unidevice::kInfiniteControl;
 
 }  // namespace
 
 InputConfigWindow::InputConfigWindow(Windows& windows, int row)
-    : Window(windows, "InputConfig", kDocument),
+    : Window(windows, "InputConfig", "/core/layout/rws_inputconfig.xml"),
       m_row(row),
       m_rows(windows.GetLayout()),
       m_profiles(windows, row, ProfileRequests::Kind::kInputs,

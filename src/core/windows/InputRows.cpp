@@ -23,8 +23,6 @@ namespace {
 using gui::Translate;
 using namespace gui::componentinterface;
 
-constexpr char kDocument[] = "/core/layout/rows/input.xml";
-
 void SetText(gui::Component& root, int id, const std::string& text) {
   if (auto* label = root.Get<Label>(id)) label->SetText(text);
 }
@@ -74,7 +72,7 @@ void InputRows::Build(gui::Component& container, const Instance& rig) {
   Release();
   while (gui::Component* old = container.child(container.childCount() - 1)) old->Retire();
   for (int i = 0; i < rig.GetProperties().count(); ++i) {
-    gui::Component* root = m_layout.Instantiate(kDocument, container);
+    gui::Component* root = m_layout.Instantiate("/core/layout/rows/input.xml", container);
     if (!root) return;
     root->SetRow(i + 1);
     const std::string name = Translate(rig.GetProperties().property(i)->name);

@@ -28,7 +28,7 @@ namespace {
 using namespace gui::componentinterface;
 
 /// What a window calls a preference and its values; those that are not here are no matter of it.
-struct Shown {
+struct ShownPreference {
   const char* key;
   const char* label;
   double most;                      ///< of a number
@@ -36,8 +36,8 @@ struct Shown {
   bool isAppearance = false;
 };
 
-const std::vector<Shown>& ShownPreferences() {
-  static const std::vector<Shown> all{
+const std::vector<ShownPreference>& ShownPreferences() {
+  static const std::vector<ShownPreference> all{
       {"countdown", Translatable("Seconds before a take"), 3600.0, {}, false},
       {"autosave", Translatable("Minutes between autosaves (0: none)"), 120.0, {}, false},
       {"updateviewport", Translatable("Show frames while a resimulation runs"), 0.0, {}, false},
@@ -62,12 +62,13 @@ const std::vector<Shown>& ShownPreferences() {
   return all;
 }
 
-const Shown& ShownOf(const std::string& key) {
+const ShownPreference& ShownOf(const std::string& key) {
   const auto& all = ShownPreferences();
-  return *std::find_if(all.begin(), all.end(), [&key](const Shown& s) { return key == s.key; });
+  return *std::find_if(all.begin(), all.end(),
+                       [&key](const ShownPreference& s) { return key == s.key; });
 }
 
-bool IsSwitch(const Shown& shown) {
+bool IsSwitch(const ShownPreference& shown) {
   return shown.most <= 0.0 && shown.values.empty();
 }
 
@@ -79,7 +80,7 @@ PreferencesWindow::PreferencesWindow(Windows& windows)
 void PreferencesWindow::OnBuilt() {
   m_rows.clear();
   const std::vector<std::string> keys = Preferences::Keys();
-  for (const Shown& shown : ShownPreferences()) {
+  for (const ShownPreference& shown : ShownPreferences()) {
     if (shown.isAppearance && GetWindows().GetProgram().RulesAppearance()) continue;
     if (shown.key == std::string("updatecheck") && !GetCore().IsOffered()) continue;
     if (std::find(keys.begin(), keys.end(), shown.key) != keys.end()) AddRow(shown.key);
@@ -91,7 +92,7 @@ void PreferencesWindow::OnBuilt() {
 void PreferencesWindow::AddRow(const std::string& key) {
   gui::Component* rows = Find(kPreferenceRows);
   if (!rows) return;
-  const Shown& shown = ShownOf(key);
+  const ShownPreference& shown = ShownOf(key);
   const char* document = "/core/layout/rows/preference_choice.xml";
   if (IsSwitch(shown)) document = "/core/layout/rows/preference_switch.xml";
   if (shown.most > 0.0) document = "/core/layout/rows/preference_number.xml";

@@ -20,8 +20,6 @@ using gui::componentinterface::ComboBox;
 using gui::componentinterface::Item;
 using Requests = ProfileRequests;
 
-constexpr char kDocument[] = "/core/layout/rows/profiles.xml";
-
 }  // namespace
 
 ProfileRow::ProfileRow(Windows& windows, int row, Kind kind,
@@ -30,7 +28,7 @@ ProfileRow::ProfileRow(Windows& windows, int row, Kind kind,
 
 void ProfileRow::Build(gui::Component& into) {
   while (gui::Component* old = into.child(into.childCount() - 1)) old->Retire();
-  m_root = m_windows.GetLayout().Instantiate(kDocument, into);
+  m_root = m_windows.GetLayout().Instantiate("/core/layout/rows/profiles.xml", into);
   if (!m_root) return;
   gui::Component* more = m_root->Find(kProfileMore);
   if (more && more->GetPopup()) more->GetPopup()->SetVisible(kResetAll, m_kind == Kind::kConfig);

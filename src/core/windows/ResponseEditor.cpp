@@ -32,14 +32,14 @@ constexpr double kLeastExponent = 0.1;  ///< that a drag leads to, and
 constexpr double kMostExponent = 10.0;  ///< the most
 constexpr double kVisible = 0.002;      ///< a smaller move of the live point is not seen
 
-struct NumberOf {
+struct NumberField {
   int id;
   double InputResponse::*field;
 };
-constexpr NumberOf kNumbers[] = {{kInputDeadzone, &InputResponse::deadzone},
-                                 {kInputExponent, &InputResponse::exponent},
-                                 {kInputMultiplier, &InputResponse::multiplier},
-                                 {kInputOffset, &InputResponse::offset}};
+constexpr NumberField kNumberFields[] = {{kInputDeadzone, &InputResponse::deadzone},
+                                         {kInputExponent, &InputResponse::exponent},
+                                         {kInputMultiplier, &InputResponse::multiplier},
+                                         {kInputOffset, &InputResponse::offset}};
 
 /// To the decimals that a hundredth of `span` has.
 double Rounded(double value, double span) {
@@ -75,7 +75,7 @@ void ResponseEditor::Show() {
   const unidevice::Property* input = FindInput();
   if (!input) return;
   const InputResponse response = InputResponse::Of(*input);
-  for (const NumberOf& number : kNumbers)
+  for (const NumberField& number : kNumberFields)
     if (auto* spinner = m_root->Get<Spinner>(number.id)) spinner->SetValue(response.*number.field);
   if (auto* box = m_root->Get<CheckBox>(kInputInvert)) box->SetOn(response.multiplier < 0.0);
   // While the mouse holds a square the drawing must not move below it.
@@ -164,7 +164,7 @@ bool ResponseEditor::OnComponent(gui::Component& source, const util::Message& me
       break;
     case gui::kMsgValueChanged:
       if (id == kInputInvert) response.multiplier = 0.0 - response.multiplier;
-      for (const NumberOf& number : kNumbers)
+      for (const NumberField& number : kNumberFields)
         if (number.id == id) response.*number.field = m_root->Get<Spinner>(id)->GetValue();
       Set(response);
       break;

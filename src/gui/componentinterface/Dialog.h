@@ -23,8 +23,10 @@ class Dialog : public Interface {
   /// While it is shown, the windows that it stands over take no input. Set before it is shown.
   virtual void SetModal(bool modal) = 0;
   virtual bool IsModal() const = 0;
-  /// Shows it, modal, and returns when it is closed: 0, or what EndModal was given. For message
-  /// boxes alone, as the event loop runs inside.
+  /// Answers of a dialog that is accepted or not.
+  static constexpr int kCancelled = 0, kAccepted = 1;
+  /// Shows it, modal, and returns when it is closed: kCancelled, or what EndModal was given. The
+  /// event loop runs inside.
   virtual int RunModal() = 0;
   virtual void EndModal(int answer) = 0;
   /// Path of an image.

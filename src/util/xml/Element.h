@@ -71,6 +71,8 @@ class Element {
     return kind == 0 && name.empty() && attributes.empty() && children.empty();
   }
 
+  /// True for a tag of that name.
+  bool isTag(std::string_view tagName) const { return kind == kTag && name == tagName; }
   bool hasAttribute(std::string_view attributeName) const;
   /// The value of the first attribute of that name; empty when there is none.
   std::string attribute(std::string_view attributeName) const;

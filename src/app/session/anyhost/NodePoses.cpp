@@ -5,10 +5,10 @@
 namespace orv::app {
 
 using rws::core::CoreNode;
-using util::Matrix;
+using Matrix = util::Matrix<double>;
 
-Matrix<double> WorldPose(CoreNode& node, double time) {
-  Matrix<double> pose;
+Matrix WorldPose(CoreNode& node, double time) {
+  Matrix pose;
   if (rws::CSnapshot* const snapshot = node.GetSnapshot(time)) {
     snapshot->GetMatrix(pose.data());
     node.ReleaseSnapshot(snapshot);
@@ -16,7 +16,7 @@ Matrix<double> WorldPose(CoreNode& node, double time) {
   return pose;
 }
 
-void SetWorldPose(CoreNode& node, double time, const Matrix<double>& world) {
+void SetWorldPose(CoreNode& node, double time, const Matrix& world) {
   if (rws::CSnapshot* const snapshot = node.GetSnapshot(time)) {
     snapshot->SetMatrix(world.data());
     node.ReleaseSnapshot(snapshot);

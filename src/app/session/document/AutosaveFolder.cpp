@@ -20,7 +20,7 @@ namespace {
 constexpr char kAbout[] = "about";
 constexpr char kOwner[] = "owner";
 
-Problem ProblemOf(const std::string& why) {
+Problem FolderProblem(const std::string& why) {
   return {"the autosave", why, "see that the data root can be written and has room", {}};
 }
 
@@ -56,8 +56,8 @@ Problem AutosaveFolder::Make() {
   if (!m_path.empty() && fs::is_directory(m_path, error)) return {};
   // Between the folder's coming and its lock nobody may take it for one that a crash has left.
   const FileLock all = LockAll();
-  if (all.IsBusy()) return ProblemOf("another program looks through " + Root());
-  if (!all.IsHeld()) return ProblemOf(all.GetError());
+  if (all.IsBusy()) return FolderProblem("another program looks through " + Root());
+  if (!all.IsHeld()) return FolderProblem(all.GetError());
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   const auto stem =
       Root() + "/" +
@@ -65,11 +65,11 @@ Problem AutosaveFolder::Make() {
       std::to_string(::getpid());
   std::string path = stem;
   for (int i = 2; !fs::create_directory(path, error); ++i) {
-    if (error) return ProblemOf(path + ": cannot be made (" + error.message() + ")");
+    if (error) return FolderProblem(path + ": cannot be made (" + error.message() + ")");
     path = stem + "-" + std::to_string(i);
   }
   FileLock lock = LockOwner(path);
-  if (!lock.IsHeld()) return ProblemOf(lock.GetError());
+  if (!lock.IsHeld()) return FolderProblem(lock.GetError());
   m_path = path;
   m_lock = std::move(lock);
   m_latest.clear();
@@ -90,7 +90,7 @@ Problem AutosaveFolder::SetNote(const AutosaveNote& note) {
   std::string text = KeptText(note.scene) + "\n" + note.file + "\n";
   for (const std::int64_t number : numbers) text += std::to_string(number) + "\n";
   std::string error;
-  if (!util::writeFile(PathOf(kAbout), text, &error)) return ProblemOf(error);
+  if (!util::writeFile(PathOf(kAbout), text, &error)) return FolderProblem(error);
   std::error_code ignored;
   if (!m_latest.empty() && m_latest != note.file) fs::remove(PathOf(m_latest), ignored);
   m_latest = note.file;

@@ -31,7 +31,7 @@ std::vector<std::string> ReadPaths() {
   return paths;
 }
 
-Problem ProblemOf(const std::string& why) {
+Problem ListProblem(const std::string& why) {
   return {"the list of recent files", why, "see that the data root can be written", {}};
 }
 
@@ -40,21 +40,15 @@ Problem Change(const std::function<void(std::vector<std::string>&)>& edit) {
   std::error_code ignored;
   fs::create_directories(file.parent_path(), ignored);
   const FileLock lock((file.parent_path() / "recent.lock").string(), kPatience);
-  if (lock.IsBusy()) return ProblemOf("another program holds it");
-  if (!lock.IsHeld()) return ProblemOf(lock.GetError());
+  if (lock.IsBusy()) return ListProblem("another program holds it");
+  if (!lock.IsHeld()) return ListProblem(lock.GetError());
   std::vector<std::string> paths = ReadPaths();
   edit(paths);
   std::string text;
   for (std::size_t i = 0; i < std::min(paths.size(), RecentFiles::kMost); ++i)
     text += KeptText(paths[i]) + "\n";
   std::string error;
-  return util::writeFile(file.string(), text, &error) ? Problem() : ProblemOf(error);
-}
-
-std::string Absolute(const std::string& path) {
-  std::error_code error;
-  const fs::path result = fs::absolute(path, error);
-  return error ? path : result.lexically_normal().string();
+  return util::writeFile(file.string(), text, &error) ? Problem() : ListProblem(error);
 }
 
 void Take(std::vector<std::string>& paths, const std::string& path) {
@@ -77,7 +71,7 @@ std::vector<RecentFile> RecentFiles::List() {
 }
 
 Problem RecentFiles::Add(const std::string& path) {
-  return Change([file = Absolute(path)](std::vector<std::string>& paths) {
+  return Change([file = util::absolutePath(path)](std::vector<std::string>& paths) {
     Take(paths, file);
     paths.insert(paths.begin(), file);
   });

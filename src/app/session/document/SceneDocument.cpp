@@ -13,6 +13,7 @@
 #include "core/CoreImplementation.h"
 #include "core/CoreRequest.h"
 #include "core/services/Log.h"
+#include "util/AtomicFile.h"
 
 namespace orv::app {
 
@@ -28,12 +29,6 @@ constexpr double kJournalPeriod = 0.5;  ///< s, so that a busy tick still loses 
 double GetSteadySeconds() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return std::chrono::duration<double>(now).count();
-}
-
-std::string Absolute(const std::string& path) {
-  std::error_code error;
-  const fs::path result = fs::absolute(path, error);
-  return error ? path : result.lexically_normal().string();
 }
 
 Problem RunningProblem() {
@@ -109,7 +104,7 @@ DocumentResult SceneDocument::Open(const std::string& path, const std::string& c
   const FileStamp stamp = FileStamp::Of(path);  // before: what changes meanwhile is told
   DocumentResult result = Read(path, clip);
   if (!result) return result;
-  ShowScene(Absolute(path));
+  ShowScene(util::absolutePath(path));
   m_stamp = stamp;
   Tell(RecentFiles::Add(path), m_toldRecent);
   TellChange();
@@ -148,7 +143,7 @@ DocumentResult SceneDocument::Save(Overwrite overwrite) {
 }
 
 DocumentResult SceneDocument::SaveAs(const std::string& path, Overwrite overwrite) {
-  return Write(Absolute(path), overwrite);
+  return Write(util::absolutePath(path), overwrite);
 }
 
 DocumentResult SceneDocument::Write(const std::string& path, Overwrite overwrite) {

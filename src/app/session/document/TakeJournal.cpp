@@ -106,7 +106,7 @@ class ItemReader {
   bool m_good = true;
 };
 
-Problem ProblemOf(const std::string& path, const std::string& action) {
+Problem JournalProblem(const std::string& path, const std::string& action) {
   return {"the journal of the take",
           path + ": " + action,
           "the take goes on; see that the data root can be written and has room",
@@ -128,7 +128,7 @@ Problem TakeJournal::Begin(const std::string& path, const JournalHead& head) {
   m_rigs.clear();
   m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (!IsOpen())
-    return ProblemOf(path, std::string("cannot be made (") + std::strerror(errno) + ")");
+    return JournalProblem(path, std::string("cannot be made (") + std::strerror(errno) + ")");
   std::string content = "H";
   PutText(content, head.autosave);
   Put(content, head.start);
@@ -149,7 +149,7 @@ Problem TakeJournal::Append(const std::string& record) {
     if (written <= 0) {
       const std::string why = std::strerror(written < 0 ? errno : ENOSPC);
       Close();
-      return ProblemOf(m_path, "cannot be written (" + why + ")");
+      return JournalProblem(m_path, "cannot be written (" + why + ")");
     }
     at += written;
     left -= static_cast<std::size_t>(written);

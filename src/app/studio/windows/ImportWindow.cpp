@@ -22,7 +22,6 @@ using gui::Translate;
 /// Metres of the units in the order of the document; any other length comes behind them.
 constexpr double kUnits[] = {1.0, 0.01, 0.001, 0.0254, 0.3048};
 constexpr int kAnotherUnit = static_cast<int>(std::size(kUnits));
-constexpr int kAccepted = 1;
 
 /// To four digits, which tell a wrong unit from a right one.
 std::string LengthText(double length) {
@@ -47,7 +46,7 @@ bool ImportWindow::Run(ImportOptions& options) {
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
   if (!dialog) return false;
   dialog->FitToContent();
-  if (dialog->RunModal() != kAccepted) return false;
+  if (dialog->RunModal() != Dialog::kAccepted) return false;
   options.unitMeters = m_unit;
   options.up = m_up;
   return true;
@@ -96,8 +95,8 @@ void ImportWindow::ShowSize() {
 void ImportWindow::OnComponent(gui::Component& source, util::Message& message) {
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
   const int id = source.GetId();
-  if (message.id == gui::kMsgClicked && id == kImportAccept) dialog->EndModal(kAccepted);
-  if (message.id == gui::kMsgClicked && id == kImportCancel) dialog->EndModal(0);
+  if (message.id == gui::kMsgClicked && id == kImportAccept) dialog->EndModal(Dialog::kAccepted);
+  if (message.id == gui::kMsgClicked && id == kImportCancel) dialog->EndModal(Dialog::kCancelled);
   if (message.id != gui::kMsgValueChanged) return;
   if (id == kImportUnit && message.param >= 0 && message.param < kAnotherUnit) {
     m_unit = kUnits[message.param];

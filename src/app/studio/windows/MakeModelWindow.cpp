@@ -24,7 +24,6 @@ namespace {
 using namespace gui::componentinterface;
 using gui::Translate;
 
-constexpr int kAccepted = 1;
 constexpr int kRigs = 1, kNodes = 2;  ///< keys of the headings
 
 }  // namespace
@@ -60,7 +59,7 @@ void MakeModelWindow::AddPart(bool isRig, const std::string& name, bool chosen) 
 bool MakeModelWindow::Run(ModelSelection& selection, ModelCard& card) {
   if (!Build()) return false;
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog || dialog->RunModal() != kAccepted) return false;
+  if (!dialog || dialog->RunModal() != Dialog::kAccepted) return false;
   for (const auto& [key, part] : m_parts)
     if (part.chosen) (part.isRig ? selection.rigs : selection.nodes).push_back(part.name);
   card = m_card;
@@ -139,8 +138,8 @@ void MakeModelWindow::OnComponent(gui::Component& source, util::Message& message
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
   if (id == kMakeChoosePicture) ChoosePicture();
   if (id == kMakeNoPicture) SetPicture({}, {});
-  if (dialog && id == kMakeAccept) dialog->EndModal(kAccepted);
-  if (dialog && id == kMakeCancel) dialog->EndModal(0);
+  if (dialog && id == kMakeAccept) dialog->EndModal(Dialog::kAccepted);
+  if (dialog && id == kMakeCancel) dialog->EndModal(Dialog::kCancelled);
 }
 
 }  // namespace orv::app

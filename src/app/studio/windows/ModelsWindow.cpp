@@ -26,8 +26,6 @@ namespace {
 using namespace gui::componentinterface;
 using gui::Translate;
 
-constexpr int kAccepted = 1;
-
 std::string MetresText(double length) {
   return util::shortText(std::round(length * 10.0) / 10.0);
 }
@@ -86,7 +84,7 @@ bool ModelsWindow::Run(ModelChoice& choice) {
   With<ListBox>(kModelList, [first](ListBox& list) { list.Select({first}); });
   ShowModel();
   auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog || dialog->RunModal() != kAccepted) return false;
+  if (!dialog || dialog->RunModal() != Dialog::kAccepted) return false;
   choice = m_choice;
   return true;
 }
@@ -162,7 +160,7 @@ void ModelsWindow::Accept() {
   const auto* box = Get<ComboBox>(kModelGround);
   const int ground = box ? box->GetIndex() : 0;
   m_choice.ground = ground > 0 ? m_grounds[static_cast<std::size_t>(ground - 1)] : std::string();
-  if (auto* dialog = dynamic_cast<Dialog*>(GetRoot())) dialog->EndModal(kAccepted);
+  if (auto* dialog = dynamic_cast<Dialog*>(GetRoot())) dialog->EndModal(Dialog::kAccepted);
 }
 
 void ModelsWindow::OnComponent(gui::Component& source, util::Message& message) {
@@ -173,7 +171,7 @@ void ModelsWindow::OnComponent(gui::Component& source, util::Message& message) {
   if (id == kModelAdd) Accept();
   if (id == kModelFromFile) AddFromFile();
   if (auto* dialog = dynamic_cast<Dialog*>(GetRoot()); dialog && id == kModelCancel)
-    dialog->EndModal(0);
+    dialog->EndModal(Dialog::kCancelled);
 }
 
 }  // namespace orv::app

@@ -7,6 +7,9 @@
 
 namespace orv::gui::component::qt {
 
+/// So long without a turn (ms), and a turn of the wheel has ended: one change of a number.
+inline constexpr int kWheelPause = 400;
+
 std::unique_ptr<Peer> MakeDialog(Component& component, QWidget* parent);
 std::unique_ptr<Peer> MakeList(Component& component, QWidget* parent);
 std::unique_ptr<Peer> MakeBorder(Component& component, QWidget* parent);

@@ -15,8 +15,7 @@ namespace orv::gui::component::qt {
 
 namespace {
 
-constexpr int kHandle = 12;       ///< px at 96 dpi
-constexpr int kWheelPause = 400;  ///< ms without a turn end a turn of the wheel
+constexpr int kHandle = 12;  ///< px at 96 dpi
 
 }  // namespace
 

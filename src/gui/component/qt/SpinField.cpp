@@ -24,7 +24,6 @@ constexpr int kMargin = 6;           ///< px at 96 dpi, before and behind the nu
 constexpr int kPixelsAStep = 4;      ///< of a drag, at 96 dpi
 constexpr int kRepeatDelay = 400;    ///< ms until a held arrow repeats
 constexpr int kRepeatInterval = 50;  ///< ms
-constexpr int kWheelPause = 400;     ///< ms without a turn end a turn of the wheel
 
 double Factor(Qt::KeyboardModifiers modifiers) {
   if (modifiers & Qt::ControlModifier) return 10.0;

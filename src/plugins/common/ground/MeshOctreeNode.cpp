@@ -20,7 +20,7 @@ constexpr double kMostDuplication = 1.1;
 /// A half with fewer triangles is no group worth a cell.
 constexpr std::size_t kLeastGroup = 3;
 
-bool IsFinite(const Vector& v) {
+bool IsFinitePoint(const Vector& v) {
   return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
@@ -90,7 +90,7 @@ MeshOctreeNode::MeshOctreeNode(const util::CMesh& mesh) {
       const std::int32_t index = mesh.faces[i + k];
       good = good && index >= 0 && index < count;
       if (good) triangle[k] = mesh.vertices[static_cast<std::size_t>(index)];
-      good = good && IsFinite(triangle[k]);
+      good = good && IsFinitePoint(triangle[k]);
     }
     if (!good) continue;
     m_triangles.push_back(triangle);

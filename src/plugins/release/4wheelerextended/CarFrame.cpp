@@ -14,7 +14,7 @@ using Vector = util::Vector3<double>;
 /// Part by which the sides of the wheels' rectangle may differ, and cosine of its corners.
 constexpr double kTolerance = 0.05;
 /// Body height over the wheels' bottoms, in wheelbases.
-constexpr double kRestHeight = 0.2;
+constexpr double kRestHeightShare = 0.2;
 constexpr const char* kNaming = "name the wheels as front left, front right, back left, back right";
 
 double Shown(double value) {
@@ -90,7 +90,7 @@ std::string FindCarFrame(const FourWheels& wheels, CarFrame& frame) {
   frame.wheelbase = stand.back.dot(frame.back);
   frame.frontTrack = (centres[1] - centres[0]).dot(frame.right);
   frame.backTrack = (centres[3] - centres[2]).dot(frame.right);
-  frame.restHeight = std::max(kRestHeight * frame.wheelbase, radius);
+  frame.restHeight = std::max(kRestHeightShare * frame.wheelbase, radius);
   frame.origin = stand.middle + frame.up * frame.restHeight;
   return {};
 }

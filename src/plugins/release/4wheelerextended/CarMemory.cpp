@@ -35,7 +35,7 @@ namespace {
 
 /// A history's key in save data, and what it keeps.
 template <class T>
-struct Row {
+struct HistoryRow {
   const char* key;
   T& (*of)(CarState&);
 };
@@ -47,7 +47,7 @@ struct Row {
     }                                \
   }
 
-const Row<double> kNumbers[] = {
+const HistoryRow<double> kNumbers[] = {
     ORV_ROW("ancCarCamcCarBodyfRelYPos", cCarBody.fRelYPos),
     ORV_ROW("ancCarCamcCarBodyfRelXAng", cCarBody.fRelXAng),
     ORV_ROW("ancCarCamcCarBodyfRelZAng", cCarBody.fRelZAng),
@@ -83,7 +83,7 @@ const Row<double> kNumbers[] = {
     ORV_ROW("ancCarCamsteeringResponse", steeringResponse),
 };
 
-const Row<bool> kFlags[] = {
+const HistoryRow<bool> kFlags[] = {
     ORV_ROW("ancCarCambIsReverseVelAbsBraking", bIsReverseVelAbsBraking),
     ORV_ROW("ancCarCambSkidBreakingOn", bSkidBreakingOn),
     ORV_ROW("ancCarCambSkidBreakingOnDisableFeatures", bSkidBreakingOnDisableFeatures),
@@ -96,19 +96,19 @@ const Row<bool> kFlags[] = {
     ORV_ROW("ancCarCambBurnoutOn", bBurnoutOn),
 };
 
-const Row<int> kSeeds[] = {
+const HistoryRow<int> kSeeds[] = {
     ORV_ROW("ancCarCamrandomValue_gravelShake", randomValue_gravelShake),
     ORV_ROW("ancCarCamrandomValue_burnout", randomValue_burnout),
     ORV_ROW("ancCarCamrandomValue_steeringNoise", randomValue_steeringNoise),
 };
 
-const Row<Vector> kVectors[] = {
+const HistoryRow<Vector> kVectors[] = {
     ORV_ROW("anvAcceleration", vAcceleration),
     ORV_ROW("ancCarCamvSkidBrakePosIncr", vSkidBrakePosIncr),
     ORV_ROW("ancCarCamskidIncrement", skidIncrement),
 };
 
-const Row<Transform> kTransforms[] = {
+const HistoryRow<Transform> kTransforms[] = {
     ORV_ROW("ancCarCamqTransCarAbsIncr", qTransCarAbsIncr),
     ORV_ROW("anFollowCamFilterMem", followCamFirst),
     ORV_ROW("anFollowCamFilterMem2", followCamSecond),

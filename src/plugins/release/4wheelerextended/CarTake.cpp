@@ -16,13 +16,13 @@ using Transform = util::QTransform<double>;
 namespace {
 
 /// First seeds of gravel shake, burnout and steering noise.
-constexpr int kSeeds[] = {1000, 10000, 100000};
+constexpr int kFirstSeeds[] = {1000, 10000, 100000};
 /// Turn of the steering wheel for one radian of the front wheels (rad).
 constexpr double kSteeringWheelTurn = -5.0;
 /// Input above which a take starts at the speed that the pedal asks for.
 constexpr double kStartInput = 0.01;
 /// Distance in body scales by which a user has moved a car, and not rounding.
-constexpr double kMoved = 1e-6;
+constexpr double kLeastDrift = 1e-6;
 
 }  // namespace
 
@@ -95,9 +95,9 @@ void CCarCamObject::Reset(double time) {
   WarnOfRigging(time);
   Vector bottoms[kWheelCount];
   CarState& state = cCarCam.state;
-  state.randomValue_gravelShake = kSeeds[0] + m_settings.iRandomSeedAdder;
-  state.randomValue_burnout = kSeeds[1] + m_settings.iRandomSeedAdder;
-  state.randomValue_steeringNoise = kSeeds[2] + m_settings.iRandomSeedAdder;
+  state.randomValue_gravelShake = kFirstSeeds[0] + m_settings.iRandomSeedAdder;
+  state.randomValue_burnout = kFirstSeeds[1] + m_settings.iRandomSeedAdder;
+  state.randomValue_steeringNoise = kFirstSeeds[2] + m_settings.iRandomSeedAdder;
   cCarCam.Reset(FindBase(time, bottoms));
   cCarCam.StartAt(StartGas(time), m_pInterface->GetFrameDuration());
   for (int i = 0; i < kWheelCount; ++i) {
@@ -120,7 +120,7 @@ void CCarCamObject::Resume(double time) {
   // A user who has moved the whole car since finds the take going on from where it is now.
   const Transform here = Transform::fromMatrix(m_bodyBase.ReadMatrix(time));
   const Transform there = cCarCam.state.base;
-  if ((here.position - there.position).length() > kMoved * cCarCam.geometry.scale)
+  if ((here.position - there.position).length() > kLeastDrift * cCarCam.geometry.scale)
     cCarCam.Carry(there.rotation.conjugate() * here.rotation, there.position, here.position);
 }
 

@@ -9,8 +9,6 @@ namespace orv::rws::addon {
 
 namespace {
 
-/// Two times this close are one (s): sums of frame durations are rounded.
-constexpr double kSameTime = 1e-9;
 /// A random integer of 15 bits as a part of a frame.
 constexpr double kRhythmUnit = 3.0517578125e-05;
 constexpr int kRhythmSteps = 32768;

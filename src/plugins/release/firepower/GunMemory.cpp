@@ -13,25 +13,28 @@ namespace {
 
 /// A part of the state and its key in save data.
 template <class T>
-struct Row {
+struct HistoryRow {
   const char* key;
   T GunState::*part;
 };
 
-constexpr auto kRows = std::make_tuple(
-    Row<double>{"fireTimer", &GunState::fireTimer}, Row<double>{"fire", &GunState::fire},
-    Row<bool>{"okToFire", &GunState::okToFire}, Row<int>{"nrFirePressed", &GunState::nrFirePressed},
-    Row<bool>{"firstFired", &GunState::firstFired},
-    Row<bool>{"timeDelayActivated", &GunState::timeDelayActivated},
-    Row<double>{"timeDelayStart", &GunState::timeDelayStart},
-    Row<bool>{"delayed", &GunState::delayed}, Row<double>{"recoil", &GunState::recoil},
-    Row<double>{"currentRecoil", &GunState::currentRecoil},
-    Row<double>{"barrelBack", &GunState::barrelBack},
-    Row<int>{"nrDischarges", &GunState::nrDischarges}, Row<int>{"nrBullets", &GunState::nrBullets});
+constexpr auto kHistories = std::make_tuple(
+    HistoryRow<double>{"fireTimer", &GunState::fireTimer},
+    HistoryRow<double>{"fire", &GunState::fire}, HistoryRow<bool>{"okToFire", &GunState::okToFire},
+    HistoryRow<int>{"nrFirePressed", &GunState::nrFirePressed},
+    HistoryRow<bool>{"firstFired", &GunState::firstFired},
+    HistoryRow<bool>{"timeDelayActivated", &GunState::timeDelayActivated},
+    HistoryRow<double>{"timeDelayStart", &GunState::timeDelayStart},
+    HistoryRow<bool>{"delayed", &GunState::delayed},
+    HistoryRow<double>{"recoil", &GunState::recoil},
+    HistoryRow<double>{"currentRecoil", &GunState::currentRecoil},
+    HistoryRow<double>{"barrelBack", &GunState::barrelBack},
+    HistoryRow<int>{"nrDischarges", &GunState::nrDischarges},
+    HistoryRow<int>{"nrBullets", &GunState::nrBullets});
 
 template <class Visit>
 void ForEachRow(Visit visit) {
-  std::apply([&](const auto&... row) { (visit(row), ...); }, kRows);
+  std::apply([&](const auto&... row) { (visit(row), ...); }, kHistories);
 }
 
 /// Far from where counting on would leave the numbers that there are.

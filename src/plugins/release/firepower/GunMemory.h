@@ -11,6 +11,9 @@ class DataChunk;
 
 namespace orv::rws::addon {
 
+/// Two times of a gun this close are one (s): sums of frame durations are rounded.
+inline constexpr double kSameTime = 1e-9;
+
 class SaveReader;
 
 /// Time since the last round of a gun that has fired none (s): longer than any rate waits.

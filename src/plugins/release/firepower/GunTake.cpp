@@ -24,8 +24,6 @@ namespace {
 
 /// Difference of a barrel's place by which a user has moved it, and not rounding.
 constexpr double kMoved = 1e-9;
-/// Two times this close are one (s): sums of frame durations are rounded.
-constexpr double kSameTime = 1e-9;
 
 double Radians(double degrees) {
   return degrees * util::kPi / 180.0;

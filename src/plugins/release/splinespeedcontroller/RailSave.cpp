@@ -13,7 +13,7 @@ using util::DataChunk;
 namespace {
 
 const char kChunkName[] = "CameraRailplugin";
-const char kCarriage[] = "carriage";
+const char kCarriageChunk[] = "carriage";
 const char kWaypoints[] = "waypoints";
 const char kCurveInformation[] = "ccurveinformation";
 const char kCurveData[] = "ccurvedata";
@@ -44,7 +44,7 @@ DataChunk CCameraRailObject::SaveCarriage() {
     return index >= 0 && i < m_rail.waypoints.size() ? m_rail.waypoints[i]->GetName()
                                                      : std::string();
   };
-  DataChunk chunk(kCarriage);
+  DataChunk chunk(kCarriageChunk);
   AddHistory(chunk, "currentSpeed", m.currentSpeed);
   AddHistory(chunk, "dCurrentCarriageSpeed_Avar", m.dCurrentCarriageSpeed_Avar);
   AddHistory(chunk, "speedMem", m.speedMem);
@@ -175,7 +175,7 @@ SaveState CCameraRailObject::LoadBlob() {
   const std::vector<Parameter> parameters = ParametersOf(settings);
   const bool isUnit = LoadParameters(reader, parameters);
   reader.ReadStruct("selectedWaypoint", state.selected);
-  const DataChunk& carriage = chunk.getChunk(kCarriage);
+  const DataChunk& carriage = chunk.getChunk(kCarriageChunk);
   SaveReader in(carriage);
   CarriageMemory m;
   in.ReadHistory("currentSpeed", m.currentSpeed);

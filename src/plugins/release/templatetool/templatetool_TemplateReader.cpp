@@ -326,8 +326,7 @@ bool TemplateReader::ReadInputs(const Element& section) {
   const Place place(*this, section);
   if (!CheckShape(section, {}, {"input", "motion"})) return false;
   for (const Element* child : section.children)
-    if (child->name == "input" && child->kind == util::xml::kTag && !ReadInput(*child))
-      return false;
+    if (child->isTag("input") && !ReadInput(*child)) return false;
   return true;
 }
 
@@ -363,8 +362,7 @@ bool TemplateReader::ReadMotions(const Element& section) {
   const Place place(*this, section);
   FindCarriedNodes();
   for (const Element* child : section.children)
-    if (child->name == "motion" && child->kind == util::xml::kTag && !ReadMotion(*child))
-      return false;
+    if (child->isTag("motion") && !ReadMotion(*child)) return false;
   return true;
 }
 
