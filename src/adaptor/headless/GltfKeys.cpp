@@ -13,6 +13,7 @@ FloatKeys ToFloatKeys(const Channel& channel) {
   const auto n = static_cast<std::size_t>(ComponentCount(channel.GetPath()));
   auto first =
       static_cast<std::size_t>(std::lower_bound(times.begin(), times.end(), 0.0) - times.begin());
+  const auto toFloat = [](double v) { return static_cast<float>(v); };
   FloatKeys keys;
   keys.times.reserve(times.size() - first + 1);
   keys.values.reserve((times.size() - first + 1) * width);
@@ -22,17 +23,18 @@ FloatKeys ToFloatKeys(const Channel& channel) {
     keys.times.push_back(0.0f);
     // A spline's tangents at the cut stay level.
     keys.values.resize(width, 0.0f);
-    std::transform(value, value + n, keys.values.begin() + (width == n ? 0 : n),
-                   [](double v) { return static_cast<float>(v); });
+    std::transform(value, value + n, keys.values.begin() + (width == n ? 0 : n), toFloat);
   }
   for (std::size_t i = first; i < times.size(); ++i) {
     float time = static_cast<float>(times[i]);
     if (!keys.times.empty() && time <= keys.times.back())
       time = std::nextafter(keys.times.back(), std::numeric_limits<float>::infinity());
     keys.times.push_back(time);
-    for (std::size_t k = 0; k < width; ++k)
-      keys.values.push_back(static_cast<float>(values[i * width + k]));
   }
+  const std::size_t from = keys.values.size();
+  keys.values.resize(keys.times.size() * width);
+  std::transform(values.begin() + static_cast<std::ptrdiff_t>(first * width), values.end(),
+                 keys.values.begin() + static_cast<std::ptrdiff_t>(from), toFloat);
   return keys;
 }
 
