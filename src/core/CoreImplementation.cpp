@@ -184,7 +184,11 @@ bool CoreImplementation::HandleKey(int key, const KeyModifiers& modifiers) {
       break;
     case HotKeyAction::kStart:
       // Not within a request that asks its user something.
-      if (!GetAdaptor()->IsUndoBlockOpen()) RecordManager::StartRecording();
+      if (GetAdaptor()->IsUndoBlockOpen()) break;
+      if (const util::Sentence why = WhyNoTake())
+        m_messages.Tell(TakeRefused{why});
+      else
+        RecordManager::StartRecording();
       break;
   }
   return true;
@@ -200,6 +204,24 @@ Preferences& CoreImplementation::GetPreferences() {
 
 void CoreImplementation::GetCountdownSeconds(int& out) {
   out = GetPreferences().countdownSeconds;
+}
+
+util::Sentence CoreImplementation::WhyLocked() const {
+  switch (GetRunState()) {
+    case RunState::kIdle:
+      return {};
+    case RunState::kResimulating:
+      return Translatable("A resimulation runs. Stop it first.");
+    default:
+      return Translatable("A take runs. Stop it first.");
+  }
+}
+
+util::Sentence CoreImplementation::WhyNoTake() const {
+  if (const util::Sentence locked = WhyLocked()) return locked;
+  if (List(false).empty()) return Translatable("There is no rig. Add one from the list of tools.");
+  if (List(true).empty()) return Translatable("No rig is checked. Check one in its row.");
+  return {};
 }
 
 void CoreImplementation::StopRecording() {

@@ -136,6 +136,9 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   void RegisterFactories(util::AbstractFactory<gui::Component>* table) override;
   void GetCountdownSeconds(int& out) override;
   void UpdateTime(double time) override;
+  /// Why the user can't edit now, and why no take can begin; empty when that can be.
+  util::Sentence WhyLocked() const;
+  util::Sentence WhyNoTake() const;
   bool IsRecording() override { return RecordManager::IsRecording(); }
   bool IsResimulating() override { return RecordManager::IsResimulating(); }
   void SetHotKeys(const std::vector<int>& keys) override;

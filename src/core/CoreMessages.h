@@ -7,6 +7,7 @@
 
 #include "core/services/Log.h"
 #include "util/Message.h"
+#include "util/Sentence.h"
 
 namespace orv::rws::core {
 
@@ -153,10 +154,17 @@ struct UpdateChecked {
   std::string problem;  ///< why the check failed; else empty
 };
 
-using CoreNews = std::variant<RowCreated, RowDeleted, RowRenamed, RowMoved, RowChecked, RowSelected,
-                              ParametersChanged, InputsChanged, ProfileChanged, RunStateChanged,
-                              TimeChanged, SlowFactorChanged, ToolsChanged, ProfileListChanged,
-                              DevicesChanged, LogLine, CalibrationsChanged, UpdateChecked>;
+/// A hot key has asked for a take that can't begin now.
+struct TakeRefused {
+  static constexpr std::int32_t kId = 0x2013;
+  util::Sentence why;
+};
+
+using CoreNews =
+    std::variant<RowCreated, RowDeleted, RowRenamed, RowMoved, RowChecked, RowSelected,
+                 ParametersChanged, InputsChanged, ProfileChanged, RunStateChanged, TimeChanged,
+                 SlowFactorChanged, ToolsChanged, ProfileListChanged, DevicesChanged, LogLine,
+                 CalibrationsChanged, UpdateChecked, TakeRefused>;
 
 /// What a message of the core tells, good while it is delivered; null for another kind.
 template <class News>

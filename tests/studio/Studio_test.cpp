@@ -14,6 +14,7 @@
 #include "app/studio/Studio.h"
 #include "core/CoreImplementation.h"
 #include "core/services/DataRoot.h"
+#include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
 #include "studio/DrivenStudio.h"
 #include "support/TempFolder.h"
@@ -30,6 +31,7 @@ constexpr const char* kCancel = "click win=MessageBox id=11";
 constexpr const char* kYes = "click win=MessageBox id=12";
 constexpr const char* kNo = "click win=MessageBox id=13";
 constexpr int kBoxText = 3, kNoticeText = 309;
+constexpr const char* kNoRig = "There is no rig. Add one from the list of tools.";
 
 class Studio : public testing::Test {
  protected:
@@ -56,6 +58,19 @@ class Studio : public testing::Test {
 };
 
 }  // namespace
+
+TEST_F(Studio, BeginsNoTakeByScriptOrHotKeyThatTheButtonWouldNot) {
+  DrivenStudio studio(root);
+  studio.Send("record");
+  EXPECT_EQ(studio.Read()["error"], kNoRig);
+  studio.DoAll({"key Ctrl+Alt+Space", "wait 0.1"});
+  EXPECT_EQ(studio.State()["run"], "idle");
+  EXPECT_EQ(studio.ValueOf("MainWindow", rws::core::windows::kTakeStatus), kNoRig);
+  studio.Send("click row=Nowhere");
+  const std::string searched = studio.Read()["error"];
+  EXPECT_NE(searched.find("id=321"), std::string::npos) << searched;
+  studio.DoAll({"click double row=\"Accessory/Orvel 1D positioner\"", "record", "quit 0"});
+}
 
 TEST_F(Studio, ImportsWhatIsDroppedByUnitAndUp) {
   const std::string model = folder.Write(

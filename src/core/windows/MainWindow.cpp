@@ -204,14 +204,7 @@ void MainWindow::RunCommand(int command) {
 }
 
 std::string MainWindow::WhyLocked() const {
-  switch (GetCore().GetRunState()) {
-    case RunState::kIdle:
-      return {};
-    case RunState::kResimulating:
-      return Translate("A resimulation runs. Stop it first.");
-    default:
-      return Translate("A take runs. Stop it first.");
-  }
+  return Translate(GetCore().WhyLocked().text);
 }
 
 void MainWindow::Tell(int label, const std::string& text) {

@@ -82,12 +82,7 @@ void MainWindowTake::OnLive() {
 }
 
 std::string MainWindowTake::WhyNoTake() const {
-  const std::string locked = GetWindow().WhyLocked();
-  if (!locked.empty()) return locked;
-  if (GetCore().List(false).empty())
-    return Translate("There is no rig. Add one from the list of tools.");
-  if (GetCore().List(true).empty()) return Translate("No rig is checked. Check one in its row.");
-  return {};
+  return Translate(GetCore().WhyNoTake().text);
 }
 
 void MainWindowTake::ShowCommands() {
@@ -118,6 +113,9 @@ void MainWindowTake::OnCore(const util::Message& message) {
     if (run->state != RunState::kIdle) m_problem.clear();
     ShowState();
     ShowTimes();
+  } else if (const auto* refused = NewsIn<TakeRefused>(message)) {
+    m_problem = Translate(refused->why.text);
+    ShowState();
   } else if (NewsIn<SlowFactorChanged>(message)) {
     ShowSlowFactor();
   } else if (NewsIn<TimeChanged>(message)) {

@@ -25,6 +25,7 @@
 #include "app/studio/script/WidgetDump.h"
 #include "core/CoreImplementation.h"
 #include "core/services/DataRoot.h"
+#include "gui/Texts.h"
 #include "unidevice/DriverManager.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
@@ -127,7 +128,7 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"drop", [&] { Drop(line); }},
       {"type", [&] { Type(line); }},
       {"key", [&] { Type(line); }},
-      {"record", [&] { Act([&core] { core.StartRecording(); }); }},
+      {"record", [&] { Record(); }},
       {"stop", [&] { Act([&core] { core.StopRecording(); }); }},
       {"device", [&] { Device(line); }},
       {"feed", [&] { Feed(line); }},
@@ -179,6 +180,14 @@ void ScriptDriver::AnswerOr(const std::string& why) {
     Answer(Json::object());
   else
     Fail(why);
+}
+
+void ScriptDriver::Record() {
+  rws::core::CoreImplementation& core = m_host.ScriptedCore();
+  if (const QWidget* modal = QApplication::activeModalWidget())
+    return Fail("the window \"" + modal->windowTitle().toStdString() + "\" comes first");
+  if (const util::Sentence why = core.WhyNoTake()) return Fail(gui::Translate(why.text));
+  Act([&core] { core.StartRecording(); });
 }
 
 // --- hands ---

@@ -45,6 +45,7 @@ class ScriptDriver : public QObject {
   void Perform(const ScriptLine& line);
   /// Does it from the event loop and answers behind it.
   void Act(Action action);
+  void Record();
   void Answer(Json reply);
   void Fail(const std::string& why);
   void AnswerOr(const std::string& why);

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -82,6 +83,30 @@ ScriptTarget RowTarget(QWidget& widget, const ScriptLine& line) {
   return {view->viewport(), rect.center(), {}};
 }
 
+/// What a script would call it: its own id or that of what it is part of.
+std::string IdOf(const QWidget& widget) {
+  const QWidget* named = &widget;
+  while (named->parentWidget() &&
+         (named->objectName().isEmpty() || named->objectName().startsWith("qt_")))
+    named = named->parentWidget();
+  return named->objectName().toStdString();
+}
+
+/// The first row of this path in any list or tree that the windows show.
+ScriptTarget RowInAny(const QList<QWidget*>& windows, const ScriptLine& line) {
+  std::string searched;
+  for (QWidget* window : windows) {
+    for (auto* view : window->findChildren<QAbstractItemView*>()) {
+      if (!view->isVisible() || qobject_cast<QHeaderView*>(view)) continue;
+      const ScriptTarget target = RowTarget(*view, line);
+      if (target.widget) return target;
+      searched += (searched.empty() ? "id=" : ", id=") + IdOf(*view);
+    }
+  }
+  if (searched.empty()) return {nullptr, {}, "no tree is shown"};
+  return {nullptr, {}, "no row \"" + line.Value("row") + "\" is in what is shown: " + searched};
+}
+
 template <class MenuWidget>
 ScriptTarget ActionTarget(const QList<MenuWidget*>& menus, const std::string& wanted) {
   for (MenuWidget* menu : menus)
@@ -134,18 +159,22 @@ QWidget* WindowNamed(const std::string& name) {
 
 ScriptTarget FindTarget(const ScriptLine& line) {
   if (line.Has("menu") || line.Has("action")) return MenuTarget(line);
-  QWidget* widget = nullptr;
+  QList<QWidget*> windows;
   if (line.Has("win")) {
-    QWidget* window = WindowNamed(line.Value("win"));
-    if (!window) return {nullptr, {}, "no window \"" + line.Value("win") + "\" is shown"};
-    widget = FindWidget(*window, line);
+    windows = {WindowNamed(line.Value("win"))};
+    if (!windows[0]) return {nullptr, {}, "no window \"" + line.Value("win") + "\" is shown"};
   } else {
-    QList<QWidget*> windows = ShownWindows();
-    if (QWidget* front = WindowNamed({})) windows.prepend(front);
+    windows = ShownWindows();
+    if (QWidget* front = WindowNamed({})) {
+      windows.removeOne(front);
+      windows.prepend(front);
+    }
     if (QWidget* modal = QApplication::activeModalWidget()) windows = {modal};
-    for (QWidget* window : windows)
-      if (!widget) widget = FindWidget(*window, line);
   }
+  if (line.Has("row") && !line.Has("id") && !line.Has("name")) return RowInAny(windows, line);
+  QWidget* widget = nullptr;
+  for (QWidget* window : windows)
+    if (!widget) widget = FindWidget(*window, line);
   if (!widget) return {nullptr, {}, "nothing that is shown has this id or name"};
   if (line.Has("row")) return RowTarget(*widget, line);
   ScrollTo(*widget);
