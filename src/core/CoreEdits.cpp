@@ -104,6 +104,7 @@ bool CoreImplementation::PressButton(Instance& instance, int elementId) {
   const CoreRequest request(*this);
   GetAdaptor()->BeginUndoBlock(element->GetLabel());
   m_messages.Tell(ParametersChanged{instance.GetIdentity(), ParametersChanged::kAll});
+  const std::shared_ptr<OwnedBlock> steps = IsRecording() ? nullptr : instance.OpenOwnedBlock();
   element->Apply();
   GetAdaptor()->EndUndoBlock();
   return true;

@@ -22,7 +22,6 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
     int stops = 0;
     int updates = 0;
     std::vector<std::string> callbacks;
-    std::vector<double> forgotten;  ///< starts of takes
   };
   /// What a rig may do beside its work.
   struct Ways {
@@ -72,7 +71,6 @@ class ProbeRig : public rws::CCamera, public rws::CInterface::Callback {
     if (m_ways.couples && name == "Gain") count = static_cast<int>(gain);
     if (name == "Press") gain += 1.0;
   }
-  void Forget(double time) override { m_log.forgotten.push_back(time); }
 
   double gain = 1.0;
   int count = 3;

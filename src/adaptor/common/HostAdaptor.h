@@ -70,6 +70,7 @@ class HostAdaptor : public AdaptorInterface {
   bool EndUndoBlock() override;
   bool CancelUndoBlock() override;
   bool IsUndoBlockOpen() override { return !undoNames.empty() && m_undo.isOpen(); }
+  int GetUndoBlock() override { return m_undo.openId(); }
   /// A host with a queue of its own runs that, whose entries (see BlockMade) call StepUndo.
   bool HostUndo() override { return StepUndo(); }
   bool HostRedo() override { return StepRedo(); }

@@ -259,6 +259,8 @@ Matrix<double> HostNode::GetRecordedBetween(double time) {
 
 bool HostNode::SetWorldPose(double time, const Matrix<double>& world, bool key) {
   if (!IsValid() || !std::isfinite(time)) return false;
+  // What was saved comes back to the bit, which a rig that is told of its parameters would not hit.
+  if (m_adaptor.GetUndo().isBusy()) return true;
   Trs pose;
   HostNode* const parent = ParentNode();
   if (!parent)

@@ -34,6 +34,10 @@ class UndoManagement {
   void clearHistory();
 
   bool isOpen() const { return open; }
+  /// Steps are being undone or redone.
+  bool isBusy() const { return busy; }
+  /// Id of the open block; 0 when none is.
+  int openId() const { return open ? currentId : 0; }
   /// Id of the block that stepBack would undo, or stepForward redo; -1 when there is none.
   int undoId() const { return position > 0 ? units[position - 1]->id : -1; }
   int redoId() const;

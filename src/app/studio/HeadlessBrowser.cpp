@@ -208,7 +208,12 @@ std::string HeadlessBrowser::SetPose(int key, Space space, const Pose& pose) {
   if (turned) placed.rotation = wanted.rotation;
   if (scaled) placed.scale = wanted.scale;
   if (!moved && !turned && !scaled) return {};
-  return PlaceNode(*node, placed, time).error;
+  UndoBlock block(m_host, "Place #" + node->GetSceneName());
+  std::string error = PlaceNode(*node, placed, time).error;
+  if (!error.empty()) return error;
+  m_core.UpdateTime(time);  // nodes that a rig lets follow go in the same step
+  block.Keep();
+  return {};
 }
 
 // --- the tree ---

@@ -25,11 +25,14 @@ bool ParameterValue::Fits(const ConfigElement& of) const {
   return IsText(of) ? of.GetValueText() == text : of.GetNumber() == number;
 }
 
-void ParameterValue::WriteTo(ConfigElement& target) const {
-  if (Fits(target)) return;
+bool ParameterValue::Put(ConfigElement& target) const {
+  if (Fits(target)) return false;
   std::string problem;
-  if (IsText(target) ? target.SetValueText(text, problem) : target.SetNumber(number))
-    target.Apply();
+  return IsText(target) ? target.SetValueText(text, problem) : target.SetNumber(number);
+}
+
+void ParameterValue::WriteTo(ConfigElement& target) const {
+  if (Put(target)) target.Apply();
 }
 
 ParameterState::ParameterState(const Instance& instance) : profile(instance.GetCurrentProfile()) {
@@ -68,6 +71,8 @@ void ParameterState::WriteTo(Instance& instance) const {
       if (other.element == value.element) other = value;
   }
   for (const ParameterValue& value : wanted.values) value.WriteTo(*config.Find(value.element));
+  // Two that follow each other, such as a time in frames and in seconds, need not have agreed.
+  for (const ParameterValue& value : wanted.values) value.Put(*config.Find(value.element));
   instance.SetCurrentProfile(profile);
 }
 

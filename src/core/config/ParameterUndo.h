@@ -18,6 +18,8 @@ struct ParameterValue {
   bool Fits(const ConfigElement& element) const;
   /// Writes the value, unless it stands there, and tells the rig by the label, as an edit does.
   void WriteTo(ConfigElement& element) const;
+  /// Writes the value alone; false when it stands there.
+  bool Put(ConfigElement& element) const;
 
   int element;
   double number = 0.0;

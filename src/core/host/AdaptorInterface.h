@@ -175,6 +175,8 @@ class AdaptorInterface {
   virtual bool TakeMeshAway(core::CoreNode*) { return false; }
   /// [defaulted] The models that a user parented to this node of a rig, for "Low poly on record".
   virtual void GetModelsUnder(core::CoreNode*, util::ReturnValue<std::vector<core::CoreNode*>>&) {}
+  /// Number of the open undo block, another for each; 0 without one, or when the host can't tell.
+  virtual int GetUndoBlock() { return 0; }
 };
 
 }  // namespace orv::rws

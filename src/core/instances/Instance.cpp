@@ -165,7 +165,20 @@ void Instance::GetExtensions(std::vector<int>& out) {
 
 int Instance::PushUndo(CUndo* step) {
   if (!step) return 1;
-  return Adaptor().PushUndo(new OwnedUndo(step, *this, m_host.IsRecording())) ? 0 : 1;
+  std::shared_ptr<OwnedBlock> block;
+  if (!m_host.IsRecording() && Adaptor().IsUndoBlockOpen()) {
+    block = m_ownedBlock.lock();
+    const int number = Adaptor().GetUndoBlock();
+    if (!block || number == 0 || number != m_ownedBlockNumber) block = OpenOwnedBlock();
+  }
+  return Adaptor().PushUndo(new OwnedUndo(step, *this, std::move(block))) ? 0 : 1;
+}
+
+std::shared_ptr<OwnedBlock> Instance::OpenOwnedBlock() {
+  auto block = std::make_shared<OwnedBlock>(*this);
+  m_ownedBlock = block;
+  m_ownedBlockNumber = Adaptor().GetUndoBlock();
+  return block;
 }
 
 unidevice::Property* Instance::AddInput(std::string inputName, std::string label, unsigned flags) {

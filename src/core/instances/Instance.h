@@ -33,6 +33,7 @@ namespace orv::rws::core {
 class CoreNode;
 class InstanceHost;
 class Tool;
+struct OwnedBlock;
 
 /// A rig object with all that the core keeps for it: its configuration tree, its inputs as a
 /// device, the recorded input tracks and the blob. Implements what the rig asks of the core.
@@ -107,6 +108,10 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   /// Reads parameters, inputs, tracks and blob from a record, after Define and before Restore.
   /// An empty text means success, any other names what is damaged.
   std::string ReadRecord(const util::xml::Element& record);
+
+  /// Notes what the rig stores, for the steps that it makes in the open undo block while somebody
+  /// holds the result: to be called ahead of what may push its step behind the change.
+  std::shared_ptr<OwnedBlock> OpenOwnedBlock();
 
   /// Read-only numbers that the rig publishes, as properties whose `read` gives them; the rig's.
   const std::vector<unidevice::Property*>& GetOutputs() const { return m_outputs; }
@@ -217,8 +222,11 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::array<const CoreNode*, 4> m_prefetchedNodes{};  ///< the first nodes of the rig
   /// Tags of this rig's nodes by their name within it, as loaded: what FindNode resolves by.
   std::map<std::string, std::string> m_nodeTags;
-  std::set<std::string> m_lostNodes;  ///< see GetLostNodes
-  std::shared_ptr<int> m_life;        ///< expires with this instance: undo steps watch it
+  std::set<std::string> m_lostNodes;       ///< see GetLostNodes
+  std::shared_ptr<int> m_life;             ///< expires with this instance: undo steps watch it
+  std::weak_ptr<OwnedBlock> m_ownedBlock;  ///< of the steps that the rig has made last
+  int m_ownedBlockNumber = 0;
+  bool m_updating = false;  ///< the rig is being told the host's time
   int m_identity;
   InstanceHost& m_host;
 };

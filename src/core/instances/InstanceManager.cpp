@@ -390,6 +390,9 @@ void InstanceManager::RebuildWithData(Instance& instance, const std::vector<unsi
   std::string problem;
   const util::xml::Tag present = SaveInstance(instance, problem);
   if (present.name.empty()) return LogEntry(LogLevel::kError, problem);
+  int size = 0;
+  const auto* const stored = static_cast<const unsigned char*>(instance.GetUserData(&size));
+  if (stored && std::equal(data.begin(), data.end(), stored, stored + size)) return;
   instance.SetUserData(data.data(), static_cast<int>(data.size()));
   util::xml::Tag wanted(present.name);
   instance.WriteRecord(wanted);

@@ -24,9 +24,6 @@ constexpr std::size_t kPrefetchedRigSize = 512;
 /// The same of a scene node.
 constexpr std::size_t kPrefetchedNodeSize = 192;
 
-/// The one whose rig is being told the host's time.
-const Instance* g_updating = nullptr;
-
 void PrefetchLines(const void* object, std::size_t size) {
   constexpr std::size_t kLine = 64;
   for (std::size_t at = 0; at < size; at += kLine)
@@ -37,7 +34,8 @@ void PrefetchLines(const void* object, std::size_t size) {
 
 void Instance::Start(double t) {
   const bool resimulates = m_host.IsResimulating();
-  Adaptor().PushUndo(new TakeUndo(*this, t, !resimulates));
+  Adaptor().PushUndo(
+      new TakeUndo(*this, resimulates ? TakeUndo::Of::kResimulation : TakeUndo::Of::kTake));
   StartLiveSpinners();
   m_plannedInputs = 0;
   if (resimulates) {
@@ -84,14 +82,14 @@ void Instance::PrefetchRig() const {
 }
 
 void Instance::Update(double t) {
-  g_updating = this;
+  m_updating = true;
   m_pRig->Update(t);
-  g_updating = nullptr;
+  m_updating = false;
 }
 
 void Instance::RefreshConfig() {
   // The host's time changes with each tick of a run, at whose end all is told.
-  if (g_updating == this && m_host.IsRecording()) return;
+  if (m_updating && m_host.IsRecording()) return;
   m_host.GetMessages().Tell(ParametersChanged{m_identity, ParametersChanged::kAll});
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "core/instances/InstanceHandle.h"
@@ -15,15 +16,15 @@ class StoredData {
  public:
   explicit StoredData(const Instance& instance) : m_instance(instance) {}
 
-  /// Keeps what the rig would store now, while the object is the one that the step was made for.
+  /// Keeps what the rig would store now.
   void Note();
-  bool IsNoted() const { return m_data.has_value(); }
   /// Gives what was kept, if anything, to the object that has come in its place.
   void PutBack() const;
 
  private:
   InstanceHandle m_instance;
   std::optional<std::vector<unsigned char>> m_data;
+  std::vector<std::pair<int, double>> m_gauges;  ///< element id and number; not in the data
 };
 
 }  // namespace orv::rws::core

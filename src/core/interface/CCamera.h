@@ -53,13 +53,6 @@ class CCamera : public CExtendable {
   virtual void Destroy();
   ~CCamera() override;
 
-  // Behind the slots above, whose order stays.
-
-  /// The take that began at `time` was undone, but this object was built anew after it, and what
-  /// its predecessor would have taken back is lost: the rig forgets what its histories hold from
-  /// that take on. Nodes that the take made are gone. Called between takes.
-  virtual void Forget(double /*time*/) {}
-
   int GetObjectId() const { return m_id; }
   const std::string& GetTypeName() const { return m_typeName; }
 

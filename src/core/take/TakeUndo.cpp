@@ -3,17 +3,17 @@
 #include <algorithm>
 
 #include "core/config/ConfigElement.h"
-#include "core/interface/CCamera.h"
 #include "unidevice/Property.h"
 
 namespace orv::rws::core {
 
-TakeUndo::TakeUndo(Instance& instance, double time, bool records)
-    : StateUndo(StateOf(instance, records)),
+TakeUndo::TakeUndo(Instance& instance, Of what)
+    : StateUndo(StateOf(instance, what != Of::kResimulation)),
       m_instance(instance),
-      m_time(time),
-      m_records(records),
-      m_before(instance) {}
+      m_records(what != Of::kResimulation),
+      m_before(instance) {
+  if (what != Of::kTracks) m_before.Note();
+}
 
 TakeState TakeUndo::StateOf(Instance& instance, bool records) {
   TakeState state;
@@ -50,12 +50,7 @@ void TakeUndo::Apply(const TakeState& state) {
 }
 
 void TakeUndo::Undo(bool keep) {
-  Instance* const instance = m_instance.Get();
-  const bool forgets = instance && m_instance.IsOriginalGone() && !m_before.IsNoted();
-  // First: what the rig knows of its outputs goes with its memory, their values do not.
-  if (forgets) instance->GetRig()->Forget(m_time);
   StateUndo::Undo(keep);
-  m_before.Note();
   m_before.PutBack();
 }
 

@@ -20,11 +20,15 @@ struct TakeState {
 };
 
 /// Saved before anything changes. A rig that was built anew since has lost its own steps: it is
-/// told to forget what they would have taken back.
+/// given what it stored before the run.
 class TakeUndo : public StateUndo<TakeState> {
  public:
-  /// `time` is the take's start (s); `records` says that tracks will change.
-  TakeUndo(Instance& instance, double time, bool records);
+  enum class Of {
+    kTake,          ///< tracks and the rig's memory change
+    kResimulation,  ///< the rig's memory does
+    kTracks,        ///< tracks do, which come from elsewhere than from a take
+  };
+  TakeUndo(Instance& instance, Of what);
   void Undo(bool keep) override;
 
  private:
@@ -33,9 +37,8 @@ class TakeUndo : public StateUndo<TakeState> {
   void Apply(const TakeState& state) override;
 
   InstanceHandle m_instance;
-  const double m_time;
   const bool m_records;
-  StoredData m_before;  ///< from the first time that the run was taken back
+  StoredData m_before;
 };
 
 }  // namespace orv::rws::core

@@ -29,11 +29,6 @@ void FollowRig::Step(double time) {
   m_followCamNode.Step(time);
 }
 
-void FollowRig::Forget(double time) {
-  if (ForgetTake(m_memory.history, time, m_pInterface->GetFrameDuration()))
-    m_memory.bFirstTime = true;
-}
-
 int FollowRig::Create() {
   return m_attachedCam.Create() != 0 || m_followCamNode.Create() != 0 ? 1 : 0;
 }
@@ -49,10 +44,12 @@ int FollowRig::Restore() {
 
 void FollowRig::OnCallback(std::string name) {
   // Undo and redo never re-initialise, and come under other names.
-  if (std::string_view(name) == kReInitialize)
+  if (std::string_view(name) == kReInitialize) {
+    PushVariableUndo(*m_pInterface, m_memory.bFirstTime);
     m_memory.bFirstTime = true;
-  else
+  } else {
     m_hideModes.OnCallback(*m_pInterface, *this, name);
+  }
 }
 
 }  // namespace orv::rws::addon

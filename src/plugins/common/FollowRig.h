@@ -57,7 +57,6 @@ class FollowRig : public Rig {
   int Create() override;
   int Restore() override;
   void OnCallback(std::string name) override;
-  void Forget(double time) override;
 
  protected:
   /// `followCam` is the derived rig's.

@@ -6,7 +6,6 @@
 #include "core/interface/CInterface.h"
 #include "core/interface/CVariableModUndo.h"
 #include "util/AVar.h"
-#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -25,17 +24,6 @@ void CutHistory(util::AVar<T>& history, double time) {
   auto first = static_cast<std::size_t>(history.find(time));
   if (time > history.samples[first].time) ++first;
   history.samples.resize(first);
-}
-
-/// Forgets the take that began at `time`. What it settled on there stays where the history goes
-/// farther back, since the rig remembered that before; a history that began with the take goes.
-/// True when nothing is left. `duration` is that of a frame (s).
-template <class T>
-bool ForgetTake(util::AVar<T>& history, double time, double duration) {
-  CutHistory(history, util::frameAfter(time, duration));
-  if (!history.samples.empty() && history.samples.front().time > time - util::kFrameTolerance)
-    history.samples.clear();
-  return history.samples.empty();
 }
 
 }  // namespace orv::rws::addon

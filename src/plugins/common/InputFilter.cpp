@@ -84,14 +84,6 @@ void InputFilterHistory::Cut(double time) {
   CutHistory(m_previousActivation, time);
 }
 
-void InputFilterHistory::Forget(double time, double duration) {
-  ForgetTake(m_previousLimitedInput, time, duration);
-  ForgetTake(m_integratedInput, time, duration);
-  ForgetTake(m_filterMemories, time, duration);
-  ForgetTake(m_trinaryState, time, duration);
-  ForgetTake(m_previousActivation, time, duration);
-}
-
 void InputFilterHistory::Save(util::DataChunk& chunk, const InputFilterKeys& keys) const {
   AddHistory(chunk, keys.filterMemories, m_filterMemories);
   AddHistory(chunk, keys.integratedInput, m_integratedInput);

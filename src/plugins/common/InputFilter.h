@@ -73,8 +73,6 @@ class InputFilterHistory {
   void Store(double time, const InputFilterState& state);
   /// Drops the states from `time` on.
   void Cut(double time);
-  /// See ForgetTake.
-  void Forget(double time, double duration);
 
   void Save(util::DataChunk& chunk, const InputFilterKeys& keys) const;
   void Load(SaveReader& reader, const InputFilterKeys& keys);

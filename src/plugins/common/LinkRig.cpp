@@ -169,11 +169,6 @@ void LinkRig::Step(double time) {
   m_actuator.Write(time, local);
 }
 
-void LinkRig::Forget(double time) {
-  for (InputFilterHistory& history : m_histories)
-    history.Forget(time, m_pInterface->GetFrameDuration());
-}
-
 int LinkRig::Restore() {
   if (!m_cage.Find() || !m_actuator.Find()) return 1;
   RestoreMore();

@@ -45,7 +45,6 @@ class LinkRig : public Rig {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
-  void Forget(double time) override;
 
  protected:
   /// A channel is named by its input, which is also what its parameters begin with.

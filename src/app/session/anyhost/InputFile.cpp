@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
@@ -79,10 +78,10 @@ void InputFile::WarnOfLargeValues(const std::string& path) {
 }
 
 void InputFile::PutIntoTracks() const {
-  constexpr double kNever = std::numeric_limits<double>::infinity();  // no memory of a rig goes
   for (std::size_t i = 0; i < m_targets.size(); ++i) {
     Instance& rig = *m_targets[i].rig;
-    rig.GetHost().GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, kNever, true));
+    rig.GetHost().GetAdaptor()->PushUndo(
+        new rws::core::TakeUndo(rig, rws::core::TakeUndo::Of::kTracks));
     const auto& entries = rig.GetProperties().entries;
     for (std::size_t k = 0; k < entries.size(); ++k)
       if (entries[k].second == m_targets[i].input)

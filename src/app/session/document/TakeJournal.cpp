@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 #include "app/session/anyhost/RunRigs.h"
@@ -322,7 +321,6 @@ bool ReadJournal(const std::string& path, JournalledTake& take, Problem& problem
 
 RestoredTake RestoreTake(CoreImplementation& core, const JournalledTake& take,
                          const Monitor& monitor) {
-  constexpr double kNever = std::numeric_limits<double>::infinity();  // no memory of a rig goes
   RestoredTake result;
   for (const auto& input : take.inputs) {
     const Instance* const rig = core.FindInstance(input.rig);
@@ -333,7 +331,7 @@ RestoredTake RestoreTake(CoreImplementation& core, const JournalledTake& take,
   rws::AdaptorInterface& adaptor = *core.GetAdaptor();
   UndoBlock block(adaptor, "Restore take");
   for (Instance* rig : core.List(true)) {
-    adaptor.PushUndo(new rws::core::TakeUndo(*rig, kNever, true));
+    adaptor.PushUndo(new rws::core::TakeUndo(*rig, rws::core::TakeUndo::Of::kTracks));
     const auto& entries = rig->GetProperties().entries;
     auto tracks = rig->GetTracks();
     tracks.resize(entries.size());

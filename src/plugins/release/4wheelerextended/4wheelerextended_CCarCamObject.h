@@ -44,7 +44,6 @@ class CCarCamObject : public Rig {
   void OnCallback(std::string name) override;
   std::intptr_t Extension(int code, void* a, void* b) override;
   void GetExtensions(std::vector<int>& out) override;
-  void Forget(double time) override;
 
  private:
   /// What hangs on one wheel.

@@ -53,14 +53,6 @@ void CCarCamObject::Start(double time) {
   m_hideModes.Start();
 }
 
-void CCarCamObject::Forget(double time) {
-  if (m_memory.dStartTime > time - util::kFrameTolerance)
-    m_memory = CarMemory();
-  else
-    m_memory.Cut(util::frameAfter(time, m_pInterface->GetFrameDuration()));
-  m_gauges.velocity = m_gauges.velocityPercent = 0.0;
-}
-
 void CCarCamObject::Stop() {
   m_gravity.EndFrame();
   m_gravity.ReleaseSurfaces();

@@ -102,17 +102,6 @@ void CrawlerTracks::Start(double time) {
   Settle(time);
 }
 
-void CrawlerTracks::Forget(double time) {
-  if (!m_track) return;
-  const double dt = m_pInterface->GetFrameDuration();
-  for (const auto& step : m_track->steps) {
-    ForgetTake(step->linVelocity, time, dt);
-    ForgetTake(step->angVelocity, time, dt);
-  }
-  ForgetTake(m_track->heldStep, time, dt);
-  ForgetTake(m_track->heldAngle, time, dt);
-}
-
 void CrawlerTracks::Stop() {
   m_hideModes.Stop();
   m_gravityDirection.ReleaseSurfaces();

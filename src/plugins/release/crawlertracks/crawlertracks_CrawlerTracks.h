@@ -71,7 +71,6 @@ class CrawlerTracks : public Rig {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
-  void Forget(double time) override;
   std::intptr_t Extension(int code, void* a, void* b) override;
   void GetExtensions(std::vector<int>& out) override { out.push_back(kTellGround); }
 

@@ -72,13 +72,6 @@ void Firepower::Start(double time) {
   m_hideModes.Start();
 }
 
-void Firepower::Forget(double time) {
-  m_memory.Cut(util::frameAfter(time, m_pInterface->GetFrameDuration()));
-  while (!bullets.empty() && bullets.back().creationTime > time + util::kFrameTolerance)
-    bullets.pop_back();
-  m_logic.timeDelayFire = m_logic.fireOffline = false;
-}
-
 void Firepower::Stop() {
   m_collision.ReleaseSurfaces();
   m_hideModes.Stop();

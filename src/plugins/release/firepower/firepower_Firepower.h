@@ -40,7 +40,6 @@ class Firepower : public Rig {
   int Store() override;
   void Destroy() override;
   void OnCallback(std::string name) override;
-  void Forget(double time) override;
   std::intptr_t Extension(int code, void* a, void* b) override;
   void GetExtensions(std::vector<int>& out) override { out.push_back(kTellGround); }
 

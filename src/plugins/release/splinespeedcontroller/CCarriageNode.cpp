@@ -126,17 +126,6 @@ bool CCarriageNode::HasPassed(double u, double v, double w) const {
 
 // --- the take's start ---
 
-void CCarriageNode::Forget(double time) {
-  const double after = util::frameAfter(time, Core().GetFrameDuration());
-  CutHistory(memory.currentSpeed, after);
-  CutHistory(memory.dCurrentCarriageSpeed_Avar, after);
-  CutHistory(memory.speedMem, after);
-  CutHistory(memory.qTransMem, after);
-  CutHistory(memory.onSplinePosition, after);
-  CutHistory(memory.framesAtWaypoint, after);
-  CutHistory(memory.stopped, after);
-}
-
 void CCarriageNode::Start(double time) {
   const double dt = Core().GetFrameDuration();
   const double before = util::frameBefore(time, dt), after = util::frameAfter(time, dt);

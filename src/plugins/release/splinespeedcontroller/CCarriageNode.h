@@ -39,8 +39,6 @@ class CCarriageNode : public RigMeshNode {
 
   /// Settles the state at `time` and discards the future. The caller has made it undoable.
   void Start(double time);
-  /// Forgets a take that began at `time`; where it settled there the carriage was before.
-  void Forget(double time);
   void Step(double time) override;
 
   /// The path that a carriage would run on; the host's curve is the one bound.

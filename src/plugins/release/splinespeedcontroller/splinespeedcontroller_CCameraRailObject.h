@@ -36,7 +36,6 @@ class CCameraRailObject : public Rig {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
-  void Forget(double time) override { m_carriage.Forget(time); }
 
   // What undo steps exchange.
   WaypointState GetWaypointState() const;

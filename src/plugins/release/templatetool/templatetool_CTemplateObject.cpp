@@ -211,7 +211,10 @@ void CTemplateObject::OnCallback(std::string name) {
   if (m_hideModes.OnCallback(*m_pInterface, *this, name)) return;
   const ReplayedEvent event(name);
   // Undo and redo never re-initialise.
-  if (!event.IsReplay() && event.label == kReInitialize) m_memory.bReInitialize = true;
+  if (!event.IsReplay() && event.label == kReInitialize) {
+    PushVariableUndo(*m_pInterface, m_memory.bReInitialize);
+    m_memory.bReInitialize = true;
+  }
 }
 
 // --- nodes ---
@@ -392,11 +395,6 @@ void CTemplateObject::Start(double time) {
   m_memory.bReInitialize = false;
   for (std::size_t i = 0; i < d.nodes.size(); ++i) WriteNode(i, time);
   m_hideModes.Start();
-}
-
-void CTemplateObject::Forget(double time) {
-  const double dt = m_pInterface->GetFrameDuration();
-  for (auto& history : m_memory.histories) ForgetTake(history, time, dt);
 }
 
 void CTemplateObject::Stop() {

@@ -49,7 +49,6 @@ class CTemplateObject : public Rig {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
-  void Forget(double time) override;
 
  private:
   /// The variable that a configuration element is bound to.
