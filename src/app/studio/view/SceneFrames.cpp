@@ -124,7 +124,9 @@ void SceneFrames::AddNodes(const std::vector<std::unique_ptr<SceneNode>>& nodes,
       shown.selected = at.selected || std::find(m_selection.begin(), m_selection.end(),
                                                 node.get()) != m_selection.end();
       shown.key = KeyOf(*node);
-      if (at.visible && shown.visible && shown.key.owner && node.get() != m_through)
+      // The signs of cameras would stand in the picture of one.
+      const bool hasSign = shown.key.owner && !(m_through && shown.key.owner == &kCameraSign);
+      if (at.visible && shown.visible && hasSign && node.get() != m_through)
         shown.model = FindModel(*node, shown.key);
       const Colour own = node->GetColour();
       int mesh = 0;

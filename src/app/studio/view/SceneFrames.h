@@ -90,7 +90,7 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   MeshPool m_pool;
   FileMeshes m_files{m_pool};
   std::map<ModelKey, HeldModel> m_models;
-  std::vector<Shown> m_shown;         ///< in the order of the tree; an id is an index from 1
+  std::vector<Shown> m_shown;         ///< parents first; an id is an index from 1
   std::vector<std::size_t> m_places;  ///< instances as they lie in the packet, by index of m_shown
   std::vector<const SceneNode*> m_selection;
   const SceneNode* m_through = nullptr;

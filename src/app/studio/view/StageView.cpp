@@ -94,6 +94,10 @@ double StageView::Aspect() const {
 void StageView::MakePacket() {
   m_source.Read();
   m_optics.fieldOfView = kFieldOfView;
+  if (const util::Box box = m_source.GetBox(false); m_framesNext && !box.isEmpty()) {
+    m_framesNext = false;
+    m_eye.Frame(box, kFieldOfView, Aspect());
+  }
   SourceLens lens;
   m_isThrough = m_source.GetLens(lens);
   m_packet.gate.visible = false;
@@ -150,6 +154,7 @@ void StageView::Frame(bool selection) {
   const util::Box box = m_source.GetBox(selection);
   if (box.isEmpty()) return;
   LeaveCamera();
+  m_framesNext = false;
   m_eye.Frame(box, kFieldOfView, Aspect());
   update();
 }
@@ -162,8 +167,14 @@ void StageView::FrameSelected() {
   Frame(true);
 }
 
+void StageView::FrameNext() {
+  m_framesNext = true;
+  update();
+}
+
 void StageView::SetEye(const OrbitEye& eye) {
   m_eye = eye;
+  m_framesNext = false;
   update();
 }
 

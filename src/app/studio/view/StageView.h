@@ -53,6 +53,8 @@ class StageView : public QOpenGLWidget {
   /// All, or all that is selected, comes into the picture; nothing happens without any.
   void FrameAll();
   void FrameSelected();
+  /// The next picture that shows something shows all of it.
+  void FrameNext();
   void SetEye(const OrbitEye& eye);
   const OrbitEye& GetEye() const { return m_eye; }
 
@@ -94,6 +96,7 @@ class StageView : public QOpenGLWidget {
   Optics m_optics;
   util::Matrix<double> m_pose;  ///< of the latest picture's eye
   bool m_isThrough = false;     ///< through a camera
+  bool m_framesNext = true;
   NavigationPreset m_preset = NavigationPreset::kBlender;
   DragKind m_drag = DragKind::kSelect;
   Qt::MouseButton m_button = Qt::NoButton;  ///< that the drag began with
