@@ -127,7 +127,7 @@ bool Renderer::Build(Program& program, const ShaderSource& source, std::string& 
   }
   for (const char* name :
        {"viewProjection", "baseColour", "picture", "cutoff", "light", "plain", "corner", "first",
-        "gap", "lines", "skip", "ink", "strength", "place", "reach"})
+        "gap", "lines", "skip", "ink", "strength", "place", "reach", "ahead"})
     program.places[name] = m_gl->glGetUniformLocation(program.name, name);
   return true;
 }
@@ -307,6 +307,8 @@ void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned
   m_gl->glUniform3f(program->places["light"], static_cast<float>(packet.light.x) / length,
                     static_cast<float>(packet.light.y) / length,
                     static_cast<float>(packet.light.z) / length);
+  const auto& view = packet.camera.view;
+  m_gl->glUniform3f(program->places["ahead"], view[2], view[6], view[10]);
   if (bits & kShadePlain) m_gl->glUniform4fv(program->places["plain"], 1, m_plain.data());
   if (bits & kShadeMask) m_gl->glUniform1f(program->places["cutoff"], material.cutoff);
   if (bits & kShadeTexture) m_gl->glBindTexture(GL_TEXTURE_2D, FindTexture(*material.texture));

@@ -61,6 +61,7 @@ constexpr char kMeshFragment[] = R"(
 uniform sampler2D picture;
 uniform float cutoff;
 uniform vec3 light;
+uniform vec3 ahead;  // where the eye looks
 uniform vec4 plain;
 in vec3 at;
 #ifdef NORMALS
@@ -102,10 +103,9 @@ void main() {
 #else
   vec3 n = normalize(cross(dFdx(at), dFdy(at)));
 #endif
-  vec3 eye = normalize(-at);
-  float front = dot(n, eye);
-  n = front < 0.0 ? -n : n;
-  float lit = 0.2 + 0.14 * n.y + 0.55 * max(dot(n, light), 0.0) + 0.25 * abs(front);
+  // Towards the eye: a side that is seen. The middle of the picture stands for all of it.
+  n = dot(n, at) > 0.0 ? -n : n;
+  float lit = 0.2 + 0.14 * n.y + 0.55 * max(dot(n, light), 0.0) + 0.25 * abs(dot(n, ahead));
   result = vec4(sqrt(c.rgb * lit), c.a);
 #endif
 }
