@@ -158,10 +158,14 @@ void StagePane::OnTree() {
 void StagePane::Update() {
   if (!m_view) return;
   if (m_core.GetRunState() == rws::core::RunState::kIdle) return m_view->update();
+  m_isWanted = true;
   if (m_isPainting) return;
   const qint64 due = m_end + std::min(m_cost, kLongestPause);
   const qint64 left = due - m_since.elapsed();
-  if (left <= 0) return m_view->update();
+  if (left <= 0) {
+    m_isWanted = false;
+    return m_view->update();
+  }
   if (!m_later.isActive()) m_later.start(static_cast<int>(left));
 }
 
@@ -173,6 +177,7 @@ void StagePane::NotePicture() {
   QTimer::singleShot(0, &m_later, [this] {
     m_isPainting = false;
     m_end = m_cost = m_since.elapsed();
+    if (m_isWanted) Update();
     ShowNote();
     for (const std::string& odd : m_frames.TakeOdd())
       rws::core::LogEntry(rws::core::LogLevel::kWarning, odd);

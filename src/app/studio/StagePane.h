@@ -75,6 +75,7 @@ class StagePane : public gui::component::qt::ViewHandler,
   qint64 m_cost = 0;              ///< of the latest picture (ms)
   qint64 m_end = 0;               ///< of it, by m_since (ms)
   bool m_isPainting = false;
+  bool m_isWanted = false;  ///< another picture, which could not be drawn yet
   QTimer m_later;
 };
 

@@ -77,7 +77,8 @@ std::shared_ptr<const MeshData> MeshPool::Share(MeshData data) {
 /// One mesh of one file. Its steps throw GltfError.
 class FileMeshes::Reader {
  public:
-  Reader(FileMeshes& to, const Document& document) : m_to(to), m_document(*document) {}
+  Reader(FileMeshes& to, const Document& document)
+      : m_to(to), m_owner(document), m_document(*document) {}
 
   void ReadPrimitive(const Json& primitive, const Place& place, Model& model) {
     const std::size_t mode = WholeAt(primitive, "mode", 4, place);
@@ -239,10 +240,11 @@ class FileMeshes::Reader {
     const int index = IndexAt(info, "index", textures.size(), place);
     if (index < 0) return nullptr;
     const auto number = static_cast<std::size_t>(index);
-    auto& held = m_to.m_textures[{&m_document, number}];
-    if (auto texture = held.lock()) return texture;
+    HeldTexture& held = m_to.m_textures[{&m_document, number}];
+    if (auto texture = held.texture.lock(); texture && held.document.lock() == m_owner)
+      return texture;
     const auto texture = ReadTexture(textures[number], Place("textures", number));
-    held = texture;
+    held = {m_owner, texture};
     return texture;
   }
 
@@ -306,6 +308,7 @@ class FileMeshes::Reader {
   }
 
   FileMeshes& m_to;
+  const Document& m_owner;
   const GltfDocument& m_document;
 };
 
@@ -330,7 +333,7 @@ Model FileMeshes::Read(const Document& document, int mesh) {
 
 void FileMeshes::DropUnused() {
   for (auto at = m_textures.begin(); at != m_textures.end();)
-    at = at->second.expired() ? m_textures.erase(at) : std::next(at);
+    at = at->second.texture.expired() ? m_textures.erase(at) : std::next(at);
 }
 
 }  // namespace orv::app::view

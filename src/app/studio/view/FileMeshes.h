@@ -52,7 +52,12 @@ class FileMeshes {
   class Reader;
 
   MeshPool& m_pool;
-  std::map<std::pair<const void*, std::size_t>, std::weak_ptr<const Texture>> m_textures;
+  struct HeldTexture {
+    std::weak_ptr<const rws::adaptor::headless::GltfDocument> document;
+    std::weak_ptr<const Texture> texture;
+  };
+  /// By document and number; another document may have come to lie at the same address.
+  std::map<std::pair<const void*, std::size_t>, HeldTexture> m_textures;
   std::vector<std::string> m_odd;
 };
 

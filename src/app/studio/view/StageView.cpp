@@ -57,6 +57,8 @@ StageView::StageView(FrameSource& source, Quality quality, QWidget* parent)
 }
 
 StageView::~StageView() {
+  // The context goes after the members that its slot uses.
+  if (context()) context()->disconnect(this);
   if (!m_renderer) return;
   makeCurrent();
   m_renderer.reset();
