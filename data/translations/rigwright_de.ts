@@ -644,6 +644,11 @@
         <translation>Rigs</translation>
     </message>
     <message>
+        <source>Picture of the scene</source>
+        <extracomment>data/core/layout/rws_main.xml; src/app/studio/StagePane.cpp</extracomment>
+        <translation>Bild der Szene</translation>
+    </message>
+    <message>
         <source>Search the scene</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>Szene durchsuchen</translation>
@@ -1269,6 +1274,51 @@
         <translation>Als Boden verwenden</translation>
     </message>
     <message>
+        <source>The scene can't be shown here: %1. Everything else works as ever; a driver with OpenGL 3.3 brings the picture back.</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Die Szene lässt sich hier nicht zeigen: %1. Alles andere geht wie immer; ein Treiber mit OpenGL 3.3 bringt das Bild zurück.</translation>
+    </message>
+    <message>
+        <source>Through %1</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Durch %1</translation>
+    </message>
+    <message>
+        <source>Grid: %1</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Raster: %1</translation>
+    </message>
+    <message>
+        <source>Show &amp;all</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Alles zeigen</translation>
+    </message>
+    <message>
+        <source>Show the &amp;selection</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Aus&amp;wahl zeigen</translation>
+    </message>
+    <message>
+        <source>Look &amp;through</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Sehen &amp;durch</translation>
+    </message>
+    <message>
+        <source>&amp;Edges of triangles</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Kanten der Dreiecke</translation>
+    </message>
+    <message>
+        <source>&amp;Grid</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Raster</translation>
+    </message>
+    <message>
+        <source>&amp;Mouse as in</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Maus wie in</translation>
+    </message>
+    <message>
         <source>Scenes (*.glb *.gltf)</source>
         <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioExports.cpp</extracomment>
         <translation>Szenen (*.glb *.gltf)</translation>
@@ -1649,11 +1699,6 @@
         <translation>%1 ist %2 zugeordnet, und das ist ein Tastenkürzel.</translation>
     </message>
     <message>
-        <source>Please select or specify a profile</source>
-        <extracomment>src/core/config/XMLFileManager.cpp</extracomment>
-        <translation>Bitte ein Profil auswählen oder angeben</translation>
-    </message>
-    <message>
         <source>The specified profile is considered read-only and cannot be overwritten.</source>
         <extracomment>src/core/config/XMLFileManager.cpp</extracomment>
         <translation>Das angegebene Profil ist schreibgeschützt und kann nicht überschrieben werden.</translation>
@@ -1697,6 +1742,11 @@
         <source>Do you really want to delete the profile:</source>
         <extracomment>src/core/config/XMLFileManager.cpp</extracomment>
         <translation>Soll dieses Profil wirklich gelöscht werden:</translation>
+    </message>
+    <message>
+        <source>Please select or specify a profile</source>
+        <extracomment>src/core/config/XMLFileManager.h</extracomment>
+        <translation>Bitte ein Profil auswählen oder angeben</translation>
     </message>
     <message>
         <source>Delete node</source>

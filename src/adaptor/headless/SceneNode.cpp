@@ -170,6 +170,12 @@ const CMesh* SceneNode::GetMesh() const {
   return SharedMesh().get();
 }
 
+std::shared_ptr<const GltfDocument> SceneNode::GetFileMesh(int& mesh) const {
+  if (m_ownMesh || !HasMesh()) return nullptr;
+  mesh = m_source->mesh;
+  return m_source->document;
+}
+
 void SceneNode::SetMesh(const CMesh& mesh) {
   SetMesh(MakeSharedMesh(mesh));
 }

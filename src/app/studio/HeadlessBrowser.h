@@ -39,6 +39,9 @@ class HeadlessBrowser : public rws::core::windows::SceneBrowser,
   void Select(const std::vector<int>& keys) override;
   void SelectNamed(const std::vector<std::string>& names);
   std::vector<int> GetDriven(int rigRow) override;
+  int GetKey(const rws::adaptor::headless::SceneNode& node) { return KeyOf(node); }
+  /// Null for a node that is gone.
+  const rws::adaptor::headless::SceneNode* GetNode(int key) { return Find(key); }
   bool GetPose(int key, Space space, Pose& pose) override;
   std::string SetPose(int key, Space space, const Pose& pose) override;
   std::string MoveUnder(const std::vector<int>& keys, int parent) override;

@@ -15,6 +15,7 @@
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
 #include "app/studio/QtTexts.h"
+#include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
@@ -86,8 +87,11 @@ Studio::Studio(const StudioOptions& options)
       m_browser(m_document.GetCore(), m_document.GetAdaptor(),
                 [this](double fps) { return SentencesOf(m_document.SetFrameRate(fps)); }),
       m_devices([](const std::string&) {}),
+      m_stage(std::make_unique<StagePane>(m_document.GetCore(), m_document.GetAdaptor(), m_browser,
+                                          options.isFixedQuality)),
       m_windows(m_document.GetCore(), *this),
       m_keys(m_document.GetCore()) {
+  m_stage->SetSettings(&m_windows.GetSettings());
   AddAllWindows(m_windows);
   m_document.SetChangeHandler([this] { m_windows.TellSceneChanged(); });
   m_document.SetTroubleHandler([this](const Problem& problem) {
@@ -98,7 +102,13 @@ Studio::Studio(const StudioOptions& options)
   ApplyAppearance();
 }
 
-Studio::~Studio() = default;
+Studio::~Studio() {
+  m_stage->SetSettings(nullptr);
+}
+
+gui::component::qt::ViewHandler* Studio::GetStage() {
+  return m_stage.get();
+}
 
 Studio::Working::Working(Studio& studio) : at(studio) {
   ++at.m_working;

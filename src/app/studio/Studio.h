@@ -19,6 +19,7 @@
 namespace orv::app {
 
 class HelpWindow;
+class StagePane;
 class ScriptDriver;
 
 /// One scene at a time, with the core's windows around it. Works on a SceneDocument; what it asks a
@@ -42,6 +43,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   bool MayClose() override;
   void OnMainWindowClosed() override;
   rws::core::windows::SceneBrowser* GetSceneBrowser() override { return &m_browser; }
+  gui::component::qt::ViewHandler* GetStage() override;
   void ApplyAppearance() override;
 
   // ScriptHost
@@ -128,6 +130,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   SceneDocument m_document;
   HeadlessBrowser m_browser;
   Devices m_devices;
+  std::unique_ptr<StagePane> m_stage;
   rws::core::windows::Windows m_windows;
   KeyFilter m_keys;
   std::unique_ptr<HelpWindow> m_help;

@@ -38,12 +38,16 @@ bool ReadOptions(int argc, char** argv, StudioOptions& options, int& status) {
       ->check(CLI::IsMember({"en", "de"}));
   app.add_option("--scale", options.scale, "Size of everything (default: the screen's)")
       ->check(CLI::Range(0.5, 4.0));
+  std::string quality;
+  app.add_option("--quality", quality, "Of the scene's picture; fixed is the same on every machine")
+      ->check(CLI::IsMember({"fixed", "machine"}));
   app.add_option("--data-root", options.dataRoot, "Folder for profiles, preferences and logs")
       ->type_name("DIR");
   app.add_option("--seed", options.seed, "Seed of a script's random events (default: 1)")
       ->type_name("N");
   try {
     app.parse(argc, argv);
+    options.isFixedQuality = quality == "fixed";
     return true;
   } catch (const CLI::Success& done) {
     status = app.exit(done);

@@ -13,8 +13,9 @@ struct StudioOptions {
   std::string theme;     ///< dark or light
   std::string language;  ///< en or de
   std::string dataRoot;
-  unsigned seed = 1;   ///< of a script's random events
-  double scale = 0.0;  ///< of everything, 1 for 96 dpi
+  unsigned seed = 1;            ///< of a script's random events
+  bool isFixedQuality = false;  ///< the view's pictures are the same on every machine
+  double scale = 0.0;           ///< of everything, 1 for 96 dpi
 };
 
 /// Reads the command line. True when the program is to go on; else `status` is its exit status, and

@@ -5,6 +5,7 @@
 
 #include "app/studio/Studio.h"
 #include "app/studio/StudioOptions.h"
+#include "app/studio/view/Graphics.h"
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
 
@@ -15,6 +16,8 @@ int RunStudio(int argc, char** argv, const orv::app::StudioOptions& options) {
   if (options.scale > 0.0) qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
   QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
   QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+  // As the view needs it, for all windows: they are composed of it.
+  QSurfaceFormat::setDefaultFormat(app::view::MakeFormat(0));
   QApplication application(argc, argv);
   QApplication::setApplicationName("rigwright-studio");
   QApplication::setQuitOnLastWindowClosed(false);

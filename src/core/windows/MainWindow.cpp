@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <algorithm>
+#include <iterator>
 
 #include "core/CoreImplementation.h"
 #include "core/WindowIds.h"
@@ -25,11 +27,13 @@
 #include "gui/GuiMessages.h"
 #include "gui/Menu.h"
 #include "gui/Texts.h"
+#include "gui/component/qt/ViewHandler.h"
 #include "gui/componentinterface/Button.h"
 #include "gui/componentinterface/CheckBox.h"
 #include "gui/componentinterface/Menubar.h"
 #include "gui/componentinterface/Spinner.h"
 #include "gui/componentinterface/Splitter.h"
+#include "gui/componentinterface/View.h"
 
 namespace orv::rws::core::windows {
 
@@ -38,7 +42,7 @@ namespace {
 using namespace gui::componentinterface;
 using gui::Translate;
 
-constexpr int kSplitters[] = {kMainColumns, kMainMiddle};
+constexpr int kSplitters[] = {kMainColumns, kMainMiddle, kMainLeft};
 constexpr int kCheckBoxes[] = {kResimulateFromFirstFrame, kAutoExpandTimeline, kLowPolyOnRecord};
 /// Buttons of the pages at the right, each followed by what it shows.
 constexpr std::pair<int, int> kPages[] = {
@@ -117,6 +121,9 @@ void MainWindow::OnBuilt() {
     if (!state.empty()) With<CheckBox>(id, [&](CheckBox& box) { box.SetOn(state == "1"); });
   }
   With<Menubar>(kMainMenu, [this](Menubar& bar) { HideMissing(bar.GetMenu()); });
+  gui::component::qt::ViewHandler* stage = GetWindows().GetProgram().GetStage();
+  With<View>(kMainStage, [stage](View& view) { view.SetHandler(stage); });
+  if (gui::Component* view = Find(kMainStage)) view->SetVisible(stage != nullptr);
   for (const auto& page : m_pages) page->OnBuilt();
   const std::vector<int> page = Split(GetKept(kPage));
   ShowPage(page.size() == 1 ? page.front() : kPageParameters);
@@ -251,7 +258,7 @@ void MainWindow::OnFrame(gui::Component& source, util::Message& message) {
         With<Menubar>(kMainMenu, [&](Menubar& bar) { program.UpdateMenu(bar.GetMenu()); });
       break;
     case gui::kMsgValueChanged:
-      if (id == kMainColumns || id == kMainMiddle)
+      if (std::count(std::begin(kSplitters), std::end(kSplitters), id) != 0)
         Keep(KeyOf("sizes", id), Join(Get<Splitter>(id)->GetSizes()));
       if (id >= kResimulateFromFirstFrame && id <= kLowPolyOnRecord)
         Keep(KeyOf("check", id), message.param ? "1" : "0");

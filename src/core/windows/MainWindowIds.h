@@ -13,12 +13,14 @@ enum MainWindowComponent : int {
   kMainBanner = 303,  ///< border, hidden while all mapped devices are there
   kMainBannerText,
   kMainBannerDevices,  ///< button
-  kMainColumns,        ///< splitter: tools, scene, pages
-  kMainMiddle,         ///< splitter: rigs, nodes
+  kMainColumns,        ///< splitter: lists, scene, pages
+  kMainMiddle,         ///< splitter: the scene's picture, its nodes
   kMainNotice,         ///< border, hidden while there is nothing to say
   kMainNoticeText,     ///< label
   kMainNoticeLink,     ///< button, of a notice with a page
   kMainNoticeClose,    ///< button
+  kMainStage,          ///< view: the scene, hidden where the host shows it by itself
+  kMainLeft,           ///< splitter: tools, rigs
 
   // Tools.
   kToolSearch = 320,  ///< text box

@@ -45,8 +45,8 @@ void MainWindowRigs::OnSettingsChanged() {
 void MainWindowRigs::Fill() {
   With<Tree>(kRigTree, [this](Tree& tree) {
     tree.SetColumns({{Translatable("Rig"), 180, true, false, true},
-                     {Translatable("Kind"), 120, false, false, true},
-                     {Translatable("State"), 110, false, false, true}});
+                     {Translatable("Kind"), 90, false, false, true},
+                     {Translatable("State"), 86, false, false, true}});
     tree.Clear();
     for (const InstanceReference* row : GetCore().GetRows()) {
       const bool top = !row->parent || !row->parent->parent;

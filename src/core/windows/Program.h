@@ -9,6 +9,9 @@ class QWidget;
 namespace orv::gui {
 class Menu;
 }
+namespace orv::gui::component::qt {
+class ViewHandler;
+}
 
 namespace orv::rws::core::windows {
 
@@ -39,6 +42,9 @@ class Program {
   /// Scene, nodes and undo as the main window shows them; null where the host has windows of its
   /// own for that.
   virtual SceneBrowser* GetSceneBrowser() { return nullptr; }
+  /// The picture of the scene in the middle of the main window; null where the host shows its scene
+  /// by itself.
+  virtual gui::component::qt::ViewHandler* GetStage() { return nullptr; }
   /// The widget that windows stand over when the main window is closed; null without.
   virtual QWidget* GetHostWindow() { return nullptr; }
   /// Applies theme and language of the preferences; where the host rules over them it does nothing

@@ -1,6 +1,7 @@
 // The widget of a view.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 namespace orv::gui::component::qt {
@@ -25,6 +26,7 @@ class ViewArea : public QWidget {
   bool Hand(Event& event, void (ViewHandler::*call)(Event&));
 
   ViewHandler* m_handler = nullptr;
+  QPointer<QWidget> m_content;  ///< the handler's, over all of this one
 };
 
 }  // namespace orv::gui::component::qt

@@ -23,6 +23,9 @@ namespace orv::gui::component::qt {
 class ViewHandler : public componentinterface::View::Handler {
  public:
   virtual void Paint(QPainter& painter, QWidget& widget) = 0;
+  /// A widget of the handler's own that fills the view and takes its events, made when the view has
+  /// one; the view's widget, which is `parent`, owns it. Null for none.
+  virtual QWidget* MakeContent(QWidget* /*parent*/) { return nullptr; }
   /// Preferred and least size; invalid for the document's.
   virtual QSize GetSizeHint(const QWidget&) const { return {}; }
   virtual QSize GetMinimumSize(const QWidget&) const { return {}; }

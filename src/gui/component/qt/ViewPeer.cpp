@@ -45,6 +45,14 @@ ViewArea::ViewArea(QWidget* parent) : QWidget(parent) {
 }
 
 void ViewArea::SetHandler(ViewHandler* handler) {
+  if (handler != m_handler) {
+    delete m_content;
+    m_content = handler ? handler->MakeContent(this) : nullptr;
+    if (m_content) {
+      m_content->setGeometry(rect());
+      m_content->show();
+    }
+  }
   m_handler = handler;
   setFocusPolicy(handler && handler->TakesKeys() ? Qt::StrongFocus : Qt::NoFocus);
   updateGeometry();
@@ -91,6 +99,7 @@ bool ViewArea::event(QEvent* event) {
       handler->MouseLeft();
       break;
     case QEvent::Resize:
+      if (m_content) m_content->setGeometry(rect());
       handler->Resized(*this);
       break;
     case QEvent::FocusIn:

@@ -1,0 +1,249 @@
+// Pictures of a scene at 1280 x 720 with 300 nodes that move, from the look at the scene to the
+// last pixel. Needs a display with OpenGL: xvfb-run -a build/release/bin/bench_stage.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <QGuiApplication>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adaptor/headless/GltfWriter.h"
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessDocument.h"
+#include "adaptor/headless/Scene.h"
+#include "app/studio/view/Graphics.h"
+#include "app/studio/view/Renderer.h"
+#include "app/studio/view/SceneFrames.h"
+#include "app/studio/view/packet/ViewCamera.h"
+#include "util/CMesh.h"
+
+namespace {
+
+using namespace orv::app::view;
+using namespace orv::rws::adaptor;
+using namespace orv::rws::adaptor::headless;
+
+constexpr int kWidth = 1280, kHeight = 720, kNodes = 300, kFrames = 50;
+
+/// A context without a window, made at the first use; it lives as long as the program.
+class Screen {
+ public:
+  static Screen& Get() {
+    static auto* const screen = new Screen;  // Qt's own statics go first
+    return *screen;
+  }
+  const std::string& GetProblem() const { return m_problem; }
+  Renderer& GetRenderer() { return *m_renderer; }
+  void Finish() { m_context.functions()->glFinish(); }
+
+ private:
+  Screen() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    m_application = std::make_unique<QGuiApplication>(m_argc, m_argv);
+    m_problem = GetGraphics().problem;
+    if (!m_problem.empty()) return;
+    m_surface = std::make_unique<QOffscreenSurface>();
+    m_surface->setFormat(MakeFormat(0));
+    m_surface->create();
+    m_context.setFormat(MakeFormat(0));
+    m_context.create();
+    m_context.makeCurrent(m_surface.get());
+    m_target = std::make_unique<QOpenGLFramebufferObject>(
+        kWidth, kHeight, QOpenGLFramebufferObject::CombinedDepthStencil);
+    m_target->bind();
+    m_renderer = std::make_unique<Renderer>();
+    m_renderer->Begin(m_problem);
+  }
+
+  int m_argc = 1;
+  char m_name[6] = "bench";
+  char* m_argv[2] = {m_name, nullptr};
+  std::unique_ptr<QGuiApplication> m_application;
+  std::unique_ptr<QOffscreenSurface> m_surface;
+  QOpenGLContext m_context;
+  std::unique_ptr<QOpenGLFramebufferObject> m_target;
+  std::unique_ptr<Renderer> m_renderer;
+  std::string m_problem;
+};
+
+/// A wavy sheet of `side` by `side` squares, `size` metres wide.
+orv::util::CMesh Sheet(int side, double size, double wave) {
+  orv::util::CMesh mesh;
+  for (int z = 0; z <= side; ++z)
+    for (int x = 0; x <= side; ++x)
+      mesh.vertices.emplace_back(size * x / side, wave * std::sin(0.3 * x) * std::cos(0.2 * z),
+                                 size * z / side);
+  for (std::int32_t z = 0; z < side; ++z)
+    for (std::int32_t x = 0; x < side; ++x) {
+      const std::int32_t a = z * (side + 1) + x, c = a + side + 1;
+      mesh.faces.insert(mesh.faces.end(), {a, c, a + 1, a + 1, c, c + 1});
+    }
+  return mesh;
+}
+
+void Move(SceneNode& node, double x, double y, double z, double phase) {
+  std::vector<double> times, values;
+  for (int i = 0; i < kFrames; ++i) {
+    times.push_back(i * 0.04);
+    values.insert(values.end(), {x, y + 0.5 * std::sin(0.2 * i + phase), z});
+  }
+  node.ReplaceKeys(ChannelPath::kTranslation, 0.0, kFrames * 0.04, times, values, 0.04);
+}
+
+/// Nodes that each show a mesh of their own, so that nothing is gained by equal ones.
+void FillWithSheets(Scene& scene, int triangles) {
+  const int side = static_cast<int>(std::lround(std::sqrt(triangles / (2.0 * kNodes))));
+  for (int i = 0; i < kNodes; ++i) {
+    SceneNode& node = scene.AddNode("Sheet");
+    node.SetMesh(Sheet(side, 0.9, 0.02 + 0.0001 * i));
+    Move(node, i % 20, 0.0, i / 20, i);
+  }
+}
+
+/// What of a hundred cars is seen: body, four wheels and a few marks each.
+void FillWithCars(Scene& scene) {
+  scene.AddNode("Ground").SetMesh(Sheet(200, 100.0, 0.2));
+  const orv::util::CMesh parts[] = {Sheet(20, 2.0, 0.3), Sheet(8, 0.6, 0.1), Sheet(2, 0.3, 0.0)};
+  for (int car = 0; car < 100; ++car) {
+    SceneNode& body = scene.AddNode("Car");
+    body.SetMesh(parts[0]);
+    Move(body, 8.0 * (car % 10), 1.0, 8.0 * (car / 10), car);
+    for (int i = 0; i < 23; ++i) {
+      SceneNode& part = scene.AddNode("Part", &body);
+      part.SetMesh(parts[i < 4 ? 1 : 2]);
+      Move(part, 0.3 * (i % 6), 0.2, 0.3 * (i / 6), i);
+    }
+  }
+}
+
+/// Like a picture of the program's: the scene is read at the next frame's time.
+class Film {
+ public:
+  explicit Film(HeadlessAdaptor& host) : m_host(host), m_frames(host) {
+    m_packet.grid.visible = false;
+  }
+  void Picture(int frame) {
+    m_host.SetCurrentTime(frame % kFrames * 0.04);
+    m_frames.Read();
+    if (frame == 0) {
+      m_eye.yaw = m_eye.pitch = 0.6;
+      m_eye.Frame(m_frames.GetBox(false), 45.0, kAspect);
+    }
+    Optics optics;
+    ChooseClip(m_eye.GetPose(), m_frames.GetBox(false), optics);
+    ChooseGrid(m_eye, m_packet.grid);
+    SetEye(m_packet, m_eye.GetPose(), optics, kAspect);
+    m_frames.Write(m_packet);
+    Screen::Get().GetRenderer().Draw(m_packet, kWidth, kHeight);
+    Screen::Get().Finish();
+  }
+  SceneFrames& GetFrames() { return m_frames; }
+  FramePacket& GetPacket() { return m_packet; }
+
+ private:
+  static constexpr double kAspect = static_cast<double>(kWidth) / kHeight;
+  HeadlessAdaptor& m_host;
+  SceneFrames m_frames;
+  FramePacket m_packet;
+  OrbitEye m_eye;
+};
+
+/// True where there is something to measure with. A run of the tests does without it aloud.
+bool HasScreen(benchmark::State& state) {
+  const std::string& problem = Screen::Get().GetProblem();
+  if (problem.empty()) return true;
+  std::fprintf(stderr, "NOT MEASURED: %s (xvfb-run -a bench_stage)\n", problem.c_str());
+  if (!std::getenv("ORV_BENCH_ONCE")) state.SkipWithError(problem.c_str());
+  for (auto _ : state) {
+  }
+  return false;
+}
+
+void MeasureFilm(benchmark::State& state, void (*fill)(Scene&, int), int triangles, bool all) {
+  if (!HasScreen(state)) return;
+  Scene scene;
+  HeadlessAdaptor host(scene);
+  fill(scene, triangles);
+  Film film(host);
+  if (all) {
+    film.GetPacket().grid.visible = true;
+    std::vector<const SceneNode*> chosen;
+    for (const SceneNode* node : scene.GetNodes())
+      if (chosen.size() < 10) chosen.push_back(node);
+    film.GetFrames().Select(chosen);
+  }
+  int frame = 0;
+  film.Picture(frame);
+  for (auto _ : state) film.Picture(++frame);
+  state.counters["draws"] = Screen::Get().GetRenderer().GetCounts().meshes;
+  std::size_t drawn = 0;
+  for (const Batch& batch : film.GetPacket().batches)
+    drawn += batch.mesh->indices.size() / 3 * batch.count;
+  state.counters["triangles"] = static_cast<double>(drawn);
+}
+
+void SceneAlone(benchmark::State& state) {
+  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), false);
+}
+void WithGridAndOutline(benchmark::State& state) {
+  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), true);
+}
+void HundredCars(benchmark::State& state) {
+  MeasureFilm(
+      state, [](Scene& scene, int) { FillWithCars(scene); }, 0, false);
+}
+
+/// What of a picture is ours before the driver has it.
+void PacketAlone(benchmark::State& state) {
+  Scene scene;
+  HeadlessAdaptor host(scene);
+  FillWithCars(scene);
+  SceneFrames frames(host);
+  FramePacket packet;
+  int frame = 0;
+  for (auto _ : state) {
+    host.SetCurrentTime(++frame % kFrames * 0.04);
+    frames.Read();
+    frames.Write(packet);
+  }
+}
+
+/// From the file to the first picture.
+void OpenAMillion(benchmark::State& state) {
+  if (!HasScreen(state)) return;
+  const std::string path =
+      (std::filesystem::temp_directory_path() / ("stage_" + std::to_string(getpid()) + ".glb"))
+          .string();
+  {
+    Scene scene;
+    scene.AddNode("Ground").SetMesh(Sheet(708, 700.0, 2.0));
+    if (!GltfWriter::Write(scene, path)) state.SkipWithError("the file can't be written");
+  }
+  for (auto _ : state) {
+    HeadlessDocument document;
+    std::string error;
+    if (!document.Open(path, error)) state.SkipWithError(error.c_str());
+    Film(document.GetAdaptor()).Picture(0);
+  }
+  std::filesystem::remove(path);
+}
+
+BENCHMARK(SceneAlone)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(WithGridAndOutline)
+    ->Arg(100000)
+    ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(HundredCars)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(PacketAlone)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenAMillion)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace

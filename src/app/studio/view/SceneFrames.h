@@ -1,0 +1,103 @@
+// Packets of the headless scene.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "adaptor/headless/HostObservers.h"
+#include "app/studio/view/FileMeshes.h"
+#include "app/studio/view/FrameSource.h"
+
+namespace orv::util {
+class CMesh;
+}
+namespace orv::rws::adaptor::headless {
+class GltfDocument;
+class HeadlessAdaptor;
+class HeadlessNode;
+class SceneNode;
+}  // namespace orv::rws::adaptor::headless
+
+namespace orv::app::view {
+
+/// Shows the meshes, curves and cameras of the scene's visible nodes. Of each picture it reads the
+/// poses, which allocates nothing; nodes and meshes only when they have changed. Poses are those
+/// that the host's nodes tell, which in a take is what the take has come to; the scene is only
+/// read.
+class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObserver {
+ public:
+  using SceneNode = rws::adaptor::headless::SceneNode;
+
+  explicit SceneFrames(rws::adaptor::headless::HeadlessAdaptor& host);
+  ~SceneFrames() override;
+  SceneFrames(const SceneFrames&) = delete;
+  SceneFrames& operator=(const SceneFrames&) = delete;
+
+  // FrameSource
+  void Read() override;
+  util::Box GetBox(bool ofSelection) const override;
+  bool GetLens(SourceLens& lens) override;
+  void Write(FramePacket& packet) override;
+
+  /// These and what hangs below them get an outline.
+  void Select(std::vector<const SceneNode*> nodes);
+  /// The node that an id of the latest packet stands for; null for 0, and when it has gone since.
+  const SceneNode* FindNode(std::uint32_t id) const;
+  /// The camera to look through; null for none. A node that goes is forgotten.
+  void LookThrough(const SceneNode* node);
+  const SceneNode* GetLookThrough() const { return m_through; }
+  /// Hands over, and forgets, what of files could not be shown.
+  std::vector<std::string> TakeOdd() { return m_files.TakeOdd(); }
+
+ private:
+  struct Shown;
+  struct ModelKey {
+    const void* owner = nullptr;  ///< document, mesh or curve
+    int number = 0;
+    friend bool operator<(const ModelKey& a, const ModelKey& b) {
+      return a.owner != b.owner ? a.owner < b.owner : a.number < b.number;
+    }
+    friend bool operator==(const ModelKey& a, const ModelKey& b) {
+      return a.owner == b.owner && a.number == b.number;
+    }
+  };
+  struct HeldModel {
+    std::shared_ptr<const void> owner;  ///< so that its address stays its own
+    std::shared_ptr<const Model> model;
+    bool isUsed = false;
+  };
+
+  // HostObserver
+  void OnTree() override { m_isTreeOld = true; }
+
+  static ModelKey KeyOf(const SceneNode& node);
+  void ListNodes();
+  void AddNodes(const std::vector<std::unique_ptr<SceneNode>>& nodes, bool visible);
+  bool HasChanged(const Shown& shown) const;
+  std::shared_ptr<const Model> FindModel(const SceneNode& node, const ModelKey& key);
+  Model MakeModel(const SceneNode& node);
+  std::shared_ptr<const Model> ShareModel(Model model);
+  void Arrange(FramePacket& packet);
+  void AddGroup(FramePacket& packet, const std::vector<std::size_t>& group, bool mirrored);
+  void SortBlended(FramePacket& packet) const;
+
+  rws::adaptor::headless::HeadlessAdaptor& m_host;
+  MeshPool m_pool;
+  FileMeshes m_files{m_pool};
+  std::map<ModelKey, HeldModel> m_models;
+  std::vector<Shown> m_shown;         ///< parents first; an id is an index from 1
+  std::vector<std::size_t> m_places;  ///< instances as they lie in the packet, by index of m_shown
+  std::vector<const SceneNode*> m_selection;
+  const SceneNode* m_through = nullptr;
+  const void* m_scene = nullptr;
+  bool m_isTreeOld = true, m_isArranged = false;
+  std::uint64_t m_structure = 0;
+  FramePacket* m_arranged = nullptr;  ///< the packet that m_places is of
+};
+
+}  // namespace orv::app::view

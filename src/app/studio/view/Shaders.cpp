@@ -1,0 +1,219 @@
+#include "app/studio/view/Shaders.h"
+
+namespace orv::app::view {
+
+namespace {
+
+constexpr char kVersion[] = "#version 330 core\n";
+
+// Red, green and blue are linear until they are written; the square root stands for the screen's
+// curve, which costs a renderer without a graphics processor much more.
+constexpr char kMeshVertex[] = R"(
+layout(location = 0) in vec3 position;
+layout(location = 1) in vec3 normal;
+layout(location = 2) in vec4 colour;
+layout(location = 3) in vec2 texCoord;
+layout(location = 4) in vec4 row0;
+layout(location = 5) in vec4 row1;
+layout(location = 6) in vec4 row2;
+layout(location = 7) in vec4 tint;
+layout(location = 8) in uint id;
+uniform mat4 viewProjection;
+uniform vec4 baseColour;
+out vec3 at;
+#ifdef NORMALS
+out vec3 facing;
+#endif
+#ifdef COLOURS
+out vec4 surface;
+#else
+flat out vec4 surface;
+#endif
+#ifdef TEXTURED
+out vec2 place;
+#endif
+#ifdef ID
+flat out uint shown;
+#endif
+void main() {
+  vec4 p = vec4(position, 1.0);
+  at = vec3(dot(row0, p), dot(row1, p), dot(row2, p));
+  gl_Position = viewProjection * vec4(at, 1.0);
+  surface = tint * baseColour;
+#ifdef COLOURS
+  surface *= colour;
+#endif
+#ifdef NORMALS
+  facing = vec3(dot(cross(row1.xyz, row2.xyz), normal), dot(cross(row2.xyz, row0.xyz), normal),
+                dot(cross(row0.xyz, row1.xyz), normal));
+#endif
+#ifdef TEXTURED
+  place = texCoord;
+#endif
+#ifdef ID
+  shown = id;
+#endif
+}
+)";
+
+// The eye is the origin.
+constexpr char kMeshFragment[] = R"(
+uniform sampler2D picture;
+uniform float cutoff;
+uniform vec3 light;
+uniform vec3 ahead;  // where the eye looks
+uniform vec4 plain;
+in vec3 at;
+#ifdef NORMALS
+in vec3 facing;
+#endif
+#ifdef COLOURS
+in vec4 surface;
+#else
+flat in vec4 surface;
+#endif
+#ifdef TEXTURED
+in vec2 place;
+#endif
+#ifdef ID
+flat in uint shown;
+out uint result;
+#else
+out vec4 result;
+#endif
+void main() {
+  vec4 c = surface;
+#ifdef TEXTURED
+  vec4 texel = texture(picture, place);
+  c *= vec4(texel.rgb * texel.rgb, texel.a);
+#endif
+#ifdef MASKED
+  if (c.a < cutoff) discard;
+  c.a = 1.0;
+#endif
+#if defined(ID)
+  result = shown;
+#elif defined(PLAIN)
+  result = plain;
+#elif defined(UNLIT)
+  result = vec4(sqrt(c.rgb), c.a);
+#else
+#ifdef NORMALS
+  vec3 n = normalize(facing);
+#else
+  vec3 n = normalize(cross(dFdx(at), dFdy(at)));
+#endif
+  // Towards the eye: a side that is seen. The middle of the picture stands for all of it.
+  n = dot(n, at) > 0.0 ? -n : n;
+  float lit = 0.2 + 0.14 * n.y + 0.55 * max(dot(n, light), 0.0) + 0.25 * abs(dot(n, ahead));
+  result = vec4(sqrt(c.rgb * lit), c.a);
+#endif
+}
+)";
+
+constexpr char kGridVertex[] = R"(
+uniform mat4 viewProjection;
+uniform vec3 corner;  // of the packet's space: first line of both directions
+uniform ivec2 first;  // its number, from the world's origin
+uniform float gap;
+uniform int lines;    // of each direction
+uniform int skip;     // so many to the next of the coarser ones, 0: none is left out
+uniform vec3 ink;
+uniform float strength;
+out vec2 from;        // 0 in the middle, 1 at the edge
+flat out vec4 stroke;
+void main() {
+  int line = gl_VertexID / 2;
+  bool alongZ = line < lines;
+  int k = alongZ ? line : line - lines;
+  int number = k + (alongZ ? first.x : first.y);
+  float across = float(k), along = float(gl_VertexID % 2) * float(lines - 1);
+  vec2 cell = alongZ ? vec2(across, along) : vec2(along, across);
+  from = 2.0 * cell / float(lines - 1) - 1.0;
+  vec3 p = corner + vec3(cell.x * gap, 0.0, cell.y * gap);
+  gl_Position = viewProjection * vec4(p, 1.0);
+  gl_Position.z -= 2e-5 * gl_Position.w;  // wins over a ground in its plane
+  stroke = vec4(ink, strength);
+  if (number == 0) stroke = vec4(alongZ ? vec3(0.3, 0.45, 0.85) : vec3(0.8, 0.3, 0.3), 0.9);
+  else if (skip != 0 && number % skip == 0) stroke.a = 0.0;
+}
+)";
+
+constexpr char kGridFragment[] = R"(
+in vec2 from;
+flat in vec4 stroke;
+out vec4 result;
+void main() {
+  float near = clamp(1.0 - dot(from, from), 0.0, 1.0);
+  result = vec4(stroke.rgb, stroke.a * near);
+}
+)";
+
+constexpr char kRectangleVertex[] = R"(
+uniform vec4 place;  // left, bottom, width, height in 0 to 1
+void main() {
+  vec2 c[6] = vec2[6](vec2(0, 0), vec2(1, 0), vec2(1, 1), vec2(0, 0), vec2(1, 1), vec2(0, 1));
+  gl_Position = vec4(2.0 * (place.xy + c[gl_VertexID] * place.zw) - 1.0, 0.0, 1.0);
+}
+)";
+
+constexpr char kRectangleFragment[] = R"(
+uniform vec4 plain;
+out vec4 result;
+void main() { result = plain; }
+)";
+
+constexpr char kOutlineVertex[] = R"(
+void main() {
+  gl_Position = vec4(gl_VertexID == 1 ? 3.0 : -1.0, gl_VertexID == 2 ? 3.0 : -1.0, 0.0, 1.0);
+}
+)";
+
+constexpr char kOutlineFragment[] = R"(
+uniform sampler2D picture;
+uniform vec4 plain;
+uniform int reach;  // pixels
+out vec4 result;
+void main() {
+  ivec2 at = ivec2(gl_FragCoord.xy);
+  if (texelFetch(picture, at, 0).r > 0.5) discard;
+  ivec2 last = textureSize(picture, 0) - 1;
+  int side = max(1, (reach * 7) / 10);
+  ivec2 ways[8] = ivec2[8](ivec2(reach, 0), ivec2(-reach, 0), ivec2(0, reach), ivec2(0, -reach),
+                           ivec2(side, side), ivec2(-side, side), ivec2(side, -side),
+                           ivec2(-side, -side));
+  float covered = 0.0;
+  for (int i = 0; i < 8; ++i)
+    covered = max(covered, texelFetch(picture, clamp(at + ways[i], ivec2(0), last), 0).r);
+  if (covered < 0.5) discard;
+  result = plain;
+}
+)";
+
+}  // namespace
+
+ShaderSource MeshShader(unsigned bits) {
+  std::string head = kVersion;
+  if (bits & kShadeNormals) head += "#define NORMALS\n";
+  if (bits & kShadeTexture) head += "#define TEXTURED\n";
+  if (bits & kShadeMask) head += "#define MASKED\n";
+  if (bits & kShadeColours) head += "#define COLOURS\n";
+  if (bits & kShadeUnlit) head += "#define UNLIT\n";
+  if (bits & kShadeId) head += "#define ID\n";
+  if (bits & kShadePlain) head += "#define PLAIN\n";
+  return {head + kMeshVertex, head + kMeshFragment};
+}
+
+ShaderSource GridShader() {
+  return {std::string(kVersion) + kGridVertex, std::string(kVersion) + kGridFragment};
+}
+
+ShaderSource RectangleShader() {
+  return {std::string(kVersion) + kRectangleVertex, std::string(kVersion) + kRectangleFragment};
+}
+
+ShaderSource OutlineShader() {
+  return {std::string(kVersion) + kOutlineVertex, std::string(kVersion) + kOutlineFragment};
+}
+
+}  // namespace orv::app::view

@@ -1,0 +1,256 @@
+// What the view draws and picks, against the scene.
+#include "app/studio/view/StageView.h"
+
+#include <QTest>
+#include <cmath>
+#include <random>
+
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/Scene.h"
+#include "app/studio/view/Graphics.h"
+#include "app/studio/view/SceneFrames.h"
+#include "support/Display.h"
+#include "util/MeshRays.h"
+
+namespace orv::tests {
+
+namespace {
+
+using namespace app::view;
+using namespace rws::adaptor::headless;
+using util::CMesh;
+using util::Matrix;
+using util::MeshRays;
+using util::Vector3;
+
+CMesh Box(double x, double y, double z) {
+  CMesh mesh;
+  for (int i = 0; i < 8; ++i)
+    mesh.vertices.emplace_back(i & 1 ? x : -x, i & 2 ? y : -y, i & 4 ? z : -z);
+  mesh.faces = {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
+                2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5};
+  return mesh;
+}
+
+class StageView : public testing::Test {
+ protected:
+  void SetUp() override { ORV_NEEDS_OPENGL(); }
+
+  /// Boxes of three shapes, turned anyhow, some mirrored, far away from the world's origin.
+  void AddBoxes(int count) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> unit(-1.0, 1.0);
+    const CMesh shapes[] = {Box(1, 1, 1), Box(2, 0.3, 1), Box(0.2, 3, 0.4)};
+    for (int i = 0; i < count; ++i) {
+      SceneNode& node = scene.AddNode("Box");
+      node.SetMesh(shapes[i % 3]);
+      rws::adaptor::Trs pose;
+      pose.translation = Vector3<double>(20000.0, 3.0, -5000.0) +
+                         Vector3<double>(unit(random), unit(random), unit(random)) * 3.5;
+      pose.rotation = {unit(random), unit(random), unit(random), unit(random)};
+      pose.rotation.normalize();
+      if (i % 5 == 0) pose.scale = {-1.0, 1.3, 0.8};
+      node.SetPose(pose);
+    }
+  }
+  void Show(app::view::StageView& view) {
+    view.resize(640, 360);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    view.FrameAll();
+    view.grabFramebuffer();
+  }
+  static void Move(QWidget& view, const QPoint& to, Qt::MouseButton held,
+                   Qt::KeyboardModifiers keys) {
+    QMouseEvent move(QEvent::MouseMove, to, held, held, keys);
+    QApplication::sendEvent(&view, &move);
+  }
+
+  Scene scene;
+  HeadlessAdaptor host{scene};
+  SceneFrames frames{host};
+};
+
+/// The nearest node that a ray hits, by the scene's own numbers.
+const SceneNode* HitBy(const std::vector<std::pair<SceneNode*, std::unique_ptr<MeshRays>>>& all,
+                       const Vector3<double>& origin, const Vector3<double>& direction) {
+  const SceneNode* nearest = nullptr;
+  double least = 1e9;
+  for (const auto& [node, rays] : all) {
+    const Matrix<double> inverse = node->WorldMatrix(0.0).affineInverse();
+    MeshRays::Hit hit;
+    if (!rays->intersect(inverse.transformPoint(origin), inverse.transformVector(direction), least,
+                         hit))
+      continue;
+    least = hit.t;
+    nearest = node;
+  }
+  return nearest;
+}
+
+}  // namespace
+
+TEST_F(StageView, PicksWhatRaysHit) {
+  AddBoxes(40);
+  std::vector<std::pair<SceneNode*, std::unique_ptr<MeshRays>>> all;
+  for (SceneNode* node : scene.GetNodes())
+    all.emplace_back(node, std::make_unique<MeshRays>(node->SharedMesh()));
+  app::view::StageView view(frames, Quality::kFixed);
+  Show(view);
+  const int width = view.width(), height = view.height();
+  const std::vector<std::uint32_t> ids = view.ReadIds(view.rect());
+  ASSERT_EQ(ids.size(), static_cast<std::size_t>(width * height));
+  // Row by row from the bottom.
+  const auto idAt = [&](int x, int y) {
+    return ids[static_cast<std::size_t>((height - 1 - y) * width + x)];
+  };
+  int compared = 0, hits = 0;
+  for (int y = 1; y + 1 < height; y += 2)
+    for (int x = 1; x + 1 < width; x += 2) {
+      const std::uint32_t id = idAt(x, y);
+      bool isEdge = false;
+      for (int k = 0; k < 9; ++k) isEdge = isEdge || idAt(x + k % 3 - 1, y + k / 3 - 1) != id;
+      if (isEdge) continue;
+      Vector3<double> origin, direction;
+      view.GetRay({x + 0.5, y + 0.5}, origin, direction);
+      ASSERT_EQ(frames.FindNode(id), HitBy(all, origin, direction)) << x << ", " << y;
+      ++compared;
+      hits += id != 0;
+    }
+  EXPECT_GT(compared, 10000);
+  EXPECT_GT(hits, 2000);
+}
+
+TEST_F(StageView, SelectsByClickAndRectangle) {
+  scene.AddNode("Left").SetMesh(Box(1, 1, 1));
+  scene.AddNode("Right").SetMesh(Box(1, 1, 1));
+  rws::adaptor::Trs pose;
+  pose.translation = {4.0, 0.0, 0.0};
+  scene.Find("Right")->SetPose(pose);
+  app::view::StageView view(frames, Quality::kFixed);
+  std::vector<std::string> hit;
+  PickMode mode{};
+  view.picked = [&](const std::vector<std::uint32_t>& ids, PickMode how) {
+    hit.clear();
+    mode = how;
+    for (const std::uint32_t id : ids) hit.push_back(frames.FindNode(id)->GetName());
+  };
+  Show(view);
+  OrbitEye eye = view.GetEye();
+  eye.yaw = eye.pitch = 0.0;
+  view.SetEye(eye);
+  using Names = std::vector<std::string>;
+  const QPoint middle = view.rect().center();
+  QTest::mouseClick(&view, Qt::LeftButton, {}, middle - QPoint(100, 0));
+  EXPECT_EQ(hit, Names{"Left"});
+  EXPECT_EQ(mode, PickMode::kReplace);
+  QTest::mouseClick(&view, Qt::LeftButton, Qt::ControlModifier, {5, 5});
+  EXPECT_EQ(hit, Names{});
+  EXPECT_EQ(mode, PickMode::kToggle);
+  QTest::mousePress(&view, Qt::LeftButton, Qt::ShiftModifier, {5, 5});
+  Move(view, middle, Qt::LeftButton, Qt::ShiftModifier);
+  QTest::mouseRelease(&view, Qt::LeftButton, Qt::ShiftModifier, {635, 355});
+  EXPECT_EQ(hit.size(), 2u) << "all of the picture";
+  EXPECT_EQ(mode, PickMode::kAdd);
+
+  // What is selected gets an outline just outside of it, and nothing else changes.
+  const QImage before = view.grabFramebuffer();
+  frames.Select({scene.Find("Left")});
+  const QImage after = view.grabFramebuffer();
+  const std::vector<std::uint32_t> ids = view.ReadIds(view.rect());
+  int changed = 0;
+  for (int y = 0; y < 360; ++y)
+    for (int x = 0; x < 640; ++x) {
+      if (before.pixel(x, y) == after.pixel(x, y)) continue;
+      ++changed;
+      const std::uint32_t id = ids[static_cast<std::size_t>((359 - y) * 640 + x)];
+      EXPECT_TRUE(!frames.FindNode(id) || frames.FindNode(id)->GetName() != "Left");
+    }
+  EXPECT_GT(changed, 300);
+  EXPECT_LT(changed, 6000);
+}
+
+TEST_F(StageView, MovesTheEyeAsOtherProgramsDo) {
+  AddBoxes(3);
+  app::view::StageView view(frames, Quality::kFixed);
+  Show(view);
+  const OrbitEye start = view.GetEye();
+  const auto drag = [&](Qt::MouseButton button, Qt::KeyboardModifiers keys) {
+    view.SetEye(start);
+    QTest::mousePress(&view, button, keys, {300, 180});
+    Move(view, {360, 200}, button, keys);
+    QTest::mouseRelease(&view, button, keys, {360, 200});
+    const OrbitEye& now = view.GetEye();
+    return now.distance != start.distance                ? 'd'
+           : (now.target - start.target).length() > 1e-9 ? 'p'
+           : now.yaw != start.yaw                        ? 'o'
+                                                         : '-';
+  };
+  EXPECT_EQ(drag(Qt::MiddleButton, {}), 'o');
+  EXPECT_EQ(drag(Qt::MiddleButton, Qt::ShiftModifier), 'p');
+  EXPECT_EQ(drag(Qt::MiddleButton, Qt::ControlModifier), 'd');
+  EXPECT_EQ(drag(Qt::LeftButton, {}), '-');
+  view.SetNavigation(NavigationPreset::kMaya);
+  EXPECT_EQ(drag(Qt::LeftButton, Qt::AltModifier), 'o');
+  EXPECT_EQ(drag(Qt::MiddleButton, Qt::AltModifier), 'p');
+  EXPECT_EQ(drag(Qt::RightButton, Qt::AltModifier), 'd');
+  EXPECT_EQ(drag(Qt::LeftButton, {}), '-');
+}
+
+TEST_F(StageView, LooksThroughACameraWithinItsGate) {
+  SceneNode& camera = scene.AddNode("Camera");
+  Lens lens;
+  lens.fieldOfView = 30.0;
+  lens.aspectRatio = 1.0;
+  camera.SetLens(lens);
+  rws::adaptor::Trs pose;
+  pose.translation = {0.0, 0.0, 10.0};
+  camera.SetPose(pose);
+  // As high as the camera's picture at ten metres.
+  const double half = 10.0 * std::tan(15.0 * 3.14159265358979 / 180.0);
+  scene.AddNode("Card").SetMesh(Box(0.5 * half, half, 1e-6));
+  app::view::StageView view(frames, Quality::kFixed);
+  Show(view);
+  frames.LookThrough(&camera);
+  view.grabFramebuffer();
+  const Gate gate = view.GetPacket().gate;
+  ASSERT_TRUE(gate.visible);
+  EXPECT_NEAR(gate.width * 640.0, gate.height * 360.0, 1e-3) << "a square";
+  const std::vector<std::uint32_t> ids = view.ReadIds(view.rect());
+  int rows = 0;
+  for (int y = 0; y < 360; ++y) rows += ids[static_cast<std::size_t>(y * 640 + 320)] != 0;
+  EXPECT_NEAR(rows, gate.height * 360.0, 1.5);
+  // Who turns away has the eye where the camera stood.
+  bool left = false;
+  view.cameraLeft = [&] {
+    left = true;
+    frames.LookThrough(nullptr);
+  };
+  QTest::keyClick(&view, Qt::Key_Left);
+  EXPECT_TRUE(left);
+  EXPECT_FALSE(frames.GetLookThrough());
+  const Vector3<double> at = view.GetEye().GetPose().translation();
+  EXPECT_NEAR(at.y, 0.0, 1e-9);
+}
+
+TEST_F(StageView, DrawsTheSameInAnotherContext) {
+  AddBoxes(12);
+  QWidget one, other;
+  one.resize(640, 360);
+  other.resize(640, 360);
+  auto* view = new app::view::StageView(frames, Quality::kFixed, &one);
+  one.show();
+  view->resize(640, 360);
+  view->FrameAll();
+  const QImage before = view->grabFramebuffer();
+  EXPECT_EQ(view->grabFramebuffer(), before);
+  // The old context goes with the window.
+  view->setParent(&other);
+  view->resize(640, 360);
+  view->show();
+  other.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+  EXPECT_EQ(view->grabFramebuffer(), before);
+}
+
+}  // namespace orv::tests
