@@ -7,6 +7,7 @@ packages=(
   libsdl2-dev libbullet-dev libeigen3-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
   libclang-rt-14-dev python3 fonts-dejavu-core
   libassimp-dev libcpp-httplib-dev qttools5-dev-tools qttranslations5-l10n breeze-icon-theme xvfb xauth xdotool
+  libx11-dev libxi-dev libspnav-dev liblo-dev librtmidi-dev libumockdev-dev umockdev
 )
 missing=()
 for package in "${packages[@]}"; do
