@@ -33,14 +33,6 @@ class Wheel {
     for (const int force : {FF_CONSTANT, FF_SPRING, FF_PERIODIC, FF_SINE, FF_GAIN})
       set(m_forces, force);
     g_signal_connect(m_handler, "handle-ioctl", G_CALLBACK(&Wheel::onControl), this);
-    plug();
-  }
-  ~Wheel() {
-    g_object_unref(m_handler);
-    g_object_unref(m_bed);
-  }
-
-  void plug() {
     const char* description =
         "P: /devices/fake/input/input9\nE: SUBSYSTEM=input\nE: ID_INPUT=1\n"
         "E: ID_INPUT_JOYSTICK=1\nE: PRODUCT=3/46d/c24f/111\n\n"
@@ -50,14 +42,16 @@ class Wheel {
     GError* error = nullptr;
     EXPECT_TRUE(umockdev_testbed_add_from_string(m_bed, description, &error)) << error->message;
     EXPECT_TRUE(umockdev_testbed_attach_ioctl(m_bed, kNode, m_handler, &error)) << error->message;
-    umockdev_testbed_uevent(m_bed, kSys, "add");
+    plug();
   }
-  void unplug() {
-    umockdev_testbed_uevent(m_bed, kSys, "remove");
-    umockdev_testbed_detach_ioctl(m_bed, kNode, nullptr);
-    umockdev_testbed_remove_device(m_bed, kSys);
-    umockdev_testbed_remove_device(m_bed, "/sys/devices/fake/input/input9");
+  ~Wheel() {
+    g_object_unref(m_handler);
+    g_object_unref(m_bed);
   }
+
+  /// Told as the kernel tells it.
+  void plug() { umockdev_testbed_uevent(m_bed, kSys, "add"); }
+  void unplug() { umockdev_testbed_uevent(m_bed, kSys, "remove"); }
   void move(std::initializer_list<input_event> events) const {
     const int socket = umockdev_testbed_get_dev_fd(m_bed, kNode);
     for (const input_event& event : events)
