@@ -1,12 +1,14 @@
 // What runs on Windows, or under Wine, without a host: the files and the drivers.
 #include <filesystem>
 #include <iostream>
+#include <string>
 
 #include "Check.h"
 #include "util/win32/Windows.h"
 
 namespace orv::tests {
 void testFiles(const std::filesystem::path& folder);
+void testJoysticks();
 }  // namespace orv::tests
 
 int main() {
@@ -16,6 +18,7 @@ int main() {
   fs::create_directories(folder);
   orv::tests::testFiles(folder);
   fs::remove_all(folder);
+  orv::tests::testJoysticks();
   if (orv::tests::g_failures) std::cerr << orv::tests::g_failures << " checks failed\n";
   return orv::tests::g_failures ? 1 : 0;
 }
