@@ -9,6 +9,7 @@
 namespace orv::tests {
 void testFiles(const std::filesystem::path& folder);
 void testJoysticks();
+void testKeysAndPen();
 }  // namespace orv::tests
 
 int main() {
@@ -19,6 +20,7 @@ int main() {
   orv::tests::testFiles(folder);
   fs::remove_all(folder);
   orv::tests::testJoysticks();
+  orv::tests::testKeysAndPen();
   if (orv::tests::g_failures) std::cerr << orv::tests::g_failures << " checks failed\n";
   return orv::tests::g_failures ? 1 : 0;
 }
