@@ -121,9 +121,10 @@ Control* WinDevice::control(int i) const {
 
 bool WinDevice::readState(DIJOYSTATE2& state) {
   IDirectInputDevice8W& device = *m_force->device();
+  device.Poll();  // some need none
+  if (SUCCEEDED(device.GetDeviceState(sizeof state, &state))) return true;
   // Another program that takes the device for itself alone ends our reading until it gives it back.
-  if (FAILED(device.Poll()) && FAILED(device.Acquire())) return false;
-  return SUCCEEDED(device.GetDeviceState(sizeof state, &state));
+  return SUCCEEDED(device.Acquire()) && SUCCEEDED(device.GetDeviceState(sizeof state, &state));
 }
 
 bool WinDevice::update() {
