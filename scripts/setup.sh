@@ -5,9 +5,10 @@ packages=(
   build-essential cmake ninja-build ccache mold clang clang-format-14 pkg-config
   qtbase5-dev libqt5svg5-dev libtinygltf-dev nlohmann-json3-dev libcli11-dev libspdlog-dev
   libsdl2-dev libbullet-dev libeigen3-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
-  libclang-rt-14-dev python3 fonts-dejavu-core
+  g++-mingw-w64-x86-64-posix libclang-rt-14-dev python3 fonts-dejavu-core
   libassimp-dev libcpp-httplib-dev qttools5-dev-tools qttranslations5-l10n breeze-icon-theme xvfb xauth xdotool
   libgl1-mesa-dri
+  libx11-dev libxi-dev libspnav-dev liblo-dev librtmidi-dev libumockdev-dev umockdev
 )
 missing=()
 for package in "${packages[@]}"; do

@@ -1879,6 +1879,26 @@
         <translation>von Längen in den Fenstern</translation>
     </message>
     <message>
+        <source>UDP port at which OSC messages move controls; 0: none</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>UDP-Port, an dem OSC-Nachrichten Regler bewegen; 0: keiner</translation>
+    </message>
+    <message>
+        <source>OSC messages of other machines move controls too; else of this one alone</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>OSC-Nachrichten anderer Rechner bewegen auch Regler, sonst nur die dieses Rechners</translation>
+    </message>
+    <message>
+        <source>MIDI controllers and notes move controls</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>MIDI-Regler und -Noten sind Eingaben</translation>
+    </message>
+    <message>
+        <source>what a pen's position is relative to: the window below it, or the tablet</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>worauf sich die Lage eines Stifts bezieht: das Fenster unter ihm oder das Tablett</translation>
+    </message>
+    <message>
         <source>asks a server once a week for a newer version</source>
         <extracomment>src/core/services/Preferences.cpp</extracomment>
         <translation>fragt einen Server einmal in der Woche nach einer neueren Version</translation>
@@ -2782,6 +2802,36 @@
         <source>Inches</source>
         <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
         <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>Port for OSC messages (0: none)</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Port für OSC-Nachrichten (0: keiner)</translation>
+    </message>
+    <message>
+        <source>Take OSC messages of other machines</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>OSC-Nachrichten anderer Rechner annehmen</translation>
+    </message>
+    <message>
+        <source>Take MIDI controllers and notes</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>MIDI-Regler und -Noten annehmen</translation>
+    </message>
+    <message>
+        <source>A pen's position is that in</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Die Lage eines Stifts gilt für</translation>
+    </message>
+    <message>
+        <source>The window</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Das Fenster</translation>
+    </message>
+    <message>
+        <source>The tablet</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Das Tablett</translation>
     </message>
     <message>
         <source>Language</source>

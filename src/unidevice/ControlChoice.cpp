@@ -122,6 +122,7 @@ ChoiceProblem ControlChoice::check() const {
   if (device == EmulatedTrinaryDevice::kName)
     return {"its controls are made of two others", "", {}, ""};
   if (device.empty()) return checkType(*this);
+  if (DriverManager::instance().findControl(tag())) return {};
   if (const Device* there = findWithControls(device)) return checkOn(*there, *this);
   for (const std::string& name : presentDevices())
     if (name != device && sameButForCase(name, device))

@@ -75,6 +75,15 @@ bool Driver::deactivate() {
   return all;
 }
 
+std::string Driver::distinctName(const std::string& wanted) const {
+  for (int number = 1;; ++number) {
+    const std::string name = number == 1 ? wanted : wanted + " #" + std::to_string(number);
+    const bool taken = std::any_of(devices.begin(), devices.end(),
+                                   [&name](const Device* d) { return d->name == name; });
+    if (!taken) return name;
+  }
+}
+
 void Driver::destroy() {
   delete this;
 }

@@ -58,6 +58,10 @@ class Driver {
 
   std::string name;              ///< key in the DriverManager
   std::vector<Device*> devices;  ///< owned
+
+ protected:
+  /// `wanted`, or with " #2" and so on behind it: the first that none of the devices has.
+  std::string distinctName(const std::string& wanted) const;
 };
 
 }  // namespace orv::unidevice

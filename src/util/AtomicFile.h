@@ -5,8 +5,9 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
-struct stat;
+#include "util/FileReplacement.h"
 
 namespace orv::util {
 
@@ -19,7 +20,6 @@ namespace orv::util {
 class AtomicFile {
  public:
   explicit AtomicFile(const std::string& path);
-  ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
 
@@ -36,18 +36,14 @@ class AtomicFile {
   const std::string& error() const { return m_error; }
 
  private:
-  bool open();
-  bool openTemporary();
-  bool matchOldFile(const struct stat& old);
   bool isCancelled();
-  bool fail(const char* action);
-  void discard() noexcept;
+  /// What the last step of `m_file` could not do.
+  bool failStep();
+  bool fail(const char* action, std::error_code reason);
 
-  std::string m_path;       ///< as the caller named it, for messages
-  std::string m_target;     ///< behind all symbolic links
-  std::string m_temporary;  ///< empty when the target is written directly
+  std::string m_path;  ///< as the caller named it, for messages
   std::string m_error;
-  int m_descriptor = -1;
+  FileReplacement m_file;
 };
 
 /// Writes `bytes` as the whole of a file. On failure `error`, when given, names path and reason.

@@ -348,7 +348,11 @@ TEST_F(EndToEnd, NothingPerformedIsLostWithoutAWord) {
                             {"autosave", 3},
                             {"language", "system"},
                             {"theme", "dark"},
-                            {"units", "m"}}));
+                            {"units", "m"},
+                            {"osc", 0},
+                            {"oscopen", false},
+                            {"midi", false},
+                            {"pen", "window"}}));
   tells("take hand.glb --from 4 --seconds 0.1 -o x.glb", 0, {"starts in 1 s"});
 
   ok("range hand.glb --end 1.5 --fps 30000/1001 -o other.glb");

@@ -14,11 +14,14 @@ class DrivenStudio {
  public:
   using Json = nlohmann::json;
 
-  /// On this data root, with a command line behind it.
-  explicit DrivenStudio(const std::string& root, const QStringList& more = {}) {
+  /// On this data root, with a command line behind it, and these variables besides.
+  explicit DrivenStudio(const std::string& root, const QStringList& more = {},
+                        const QStringList& variables = {}) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     environment.insert("SDL_VIDEODRIVER", "dummy");
+    for (const QString& variable : variables)
+      environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(STUDIO_PROGRAM, QStringList{"--script", "-", "--geometry", "1200x800", "--lang",

@@ -1,11 +1,10 @@
 // Whole sessions: a take that is repeated in three ways, and hands of the window system beside the
 // script's.
-#include <QStandardPaths>
-#include <QThread>
 #include <cmath>
 #include <sstream>
 
 #include "studio/StudioRun.h"
+#include "studio/XDisplay.h"
 
 namespace orv::tests {
 
@@ -22,38 +21,6 @@ class Sessions : public StudioRun {
     Rigwright({"export", scene, "--range", "0:" + end, "-o", "poses.csv"});
     return folder.Read("poses.csv");
   }
-};
-
-/// The driver's own leaks can't be told apart: it is unloaded when they are looked for.
-const QString kNoLeaks = "ASAN_OPTIONS=detect_leaks=0";
-
-/// An X server without a screen, which ends with this.
-class Display {
- public:
-  Display() {
-    m_server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1500x1000x24", "-nolisten", "tcp"});
-    if (m_server.waitForReadyRead(20000)) name = ":" + m_server.readLine().trimmed();
-  }
-  ~Display() {
-    m_server.terminate();
-    m_server.waitForFinished();
-  }
-  /// Hands; each command of xdotool, and a while for it to arrive.
-  void Do(const QString& command) {
-    QProcess hands;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DISPLAY", name);
-    hands.setProcessEnvironment(environment);
-    hands.start("xdotool", command.split(' '));
-    EXPECT_TRUE(hands.waitForFinished(20000) && hands.exitCode() == 0)
-        << command.toStdString() << hands.readAllStandardError().toStdString();
-    QThread::msleep(250);
-  }
-
-  QString name;
-
- private:
-  QProcess m_server;
 };
 
 }  // namespace
@@ -99,7 +66,7 @@ TEST_F(Sessions, TakesAreRepeatedByWindowAndCommandLine) {
   // Once more with the scene's picture, which the others went without.
   if (QStandardPaths::findExecutable("Xvfb").isEmpty())
     GTEST_SKIP() << "NOT TESTED with a picture: there is no Xvfb (scripts/setup.sh installs it)";
-  Display display;
+  XDisplay display;
   ASSERT_FALSE(display.name.isEmpty()) << "Xvfb does not start";
   const auto seen = Script(
       "open base.glb\ndump MainWindow\ndevice Pad\nfeed feed.csv\nclick id=400\n"
@@ -111,10 +78,8 @@ TEST_F(Sessions, TakesAreRepeatedByWindowAndCommandLine) {
 }
 
 TEST_F(Sessions, ScriptAndWindowSystemLeaveOneScene) {
-  for (const char* program : {"Xvfb", "xdotool"})
-    if (QStandardPaths::findExecutable(program).isEmpty())
-      GTEST_SKIP() << "there is no " << program << " (scripts/setup.sh installs it)";
-  Display display;
+  if (!XDisplay::whatIsMissing().empty()) GTEST_SKIP() << XDisplay::whatIsMissing();
+  XDisplay display;
   ASSERT_FALSE(display.name.isEmpty()) << "Xvfb does not start";
   MakeScene("script.glb");
   folder.Write("hands.glb", folder.Read("script.glb"));

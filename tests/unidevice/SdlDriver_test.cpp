@@ -175,6 +175,45 @@ TEST(SdlDriver, IdenticalDevicesAreToldApartAndComeAndGo) {
   second.joystick = nullptr;  // SDL has closed it with the last user
 }
 
+TEST(SdlDriver, PadsAreDescribedByTheirMakeAndKeepTheirNumbers) {
+  Sdl sdl;
+  VirtualPad pad("Known Pad");  // SDL knows its first axes and its buttons
+  sdl.driver->update();
+  Device* device = sdl.find("Known Pad");
+  ASSERT_NE(device, nullptr);
+  const char* expected[] = {
+      "Left stick (left/right)", "Left stick (up/down)", "Z-Axis", "A", "B", "X", "Y",
+      "Hat 1 (left/right)"};
+  for (int i = 0; i < 8; ++i) EXPECT_EQ(device->control(i)->description, expected[i]) << i;
+  EXPECT_EQ(device->control(6)->type + std::to_string(device->control(6)->index), "Button3");
+
+  const PadNames expectedNames{{{'a', 0}, "Left stick (up/down)"},
+                               {{'a', 2}, "Left trigger / Right trigger"},
+                               {{'b', 3}, "A"},
+                               {{'b', 77}, "Guide"},
+                               {{'h', 0}, "D-pad"}};
+  EXPECT_EQ(
+      padNames("03000000,A pad: a,-lefty:-a0,+lefty:+a0~,lefttrigger:+a2,righttrigger:-a2,a:b3,"
+               "dpup:h0.1,dpleft:h0.8,guide:b77,odd:b1,start:,back:b,x:b12345678901,"
+               "platform:Linux,:,"),
+      expectedNames);
+}
+
+TEST(SdlDriver, WhatSpeaksInAnotherDriverAppearsOnce) {
+  bool elsewhere = true;
+  SDL_SetHint(SDL_HINT_JOYSTICK_HIDAPI, "0");
+  SdlDriver driver({}, [&elsewhere](unsigned, unsigned) { return elsewhere; });
+  VirtualPad pad("Mouse");
+  driver.update();
+  EXPECT_EQ(driver.deviceCount(), 0);
+  elsewhere = false;
+  driver.update();
+  EXPECT_EQ(driver.deviceCount(), 1);
+  elsewhere = true;
+  driver.update();
+  EXPECT_EQ(driver.deviceCount(), 0);
+}
+
 TEST(SdlDriver, WhatCanNotBeStartedOrOpenedIsReportedOnceAndTheDriverGoesOn) {
   g_initFails = true;
   std::string log;

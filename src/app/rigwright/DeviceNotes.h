@@ -3,6 +3,7 @@
 
 #include "app/rigwright/Output.h"
 #include "app/session/anyhost/Devices.h"
+#include "core/services/Preferences.h"
 
 namespace orv::app {
 
@@ -11,11 +12,14 @@ class DeviceNotes {
  public:
   explicit DeviceNotes(Output& output)
       : m_devices([&output](const std::string& line) { output.Note("devices: " + line); }) {
-    if (!m_devices.GetProblem().empty()) output.Warn(m_devices.GetProblem());
+    rws::core::Preferences preferences;
+    preferences.Load();
+    for (const std::string& problem : {m_devices.GetProblem(), m_devices.Follow(preferences)})
+      if (!problem.empty()) output.Warn(problem);
   }
 
  private:
-  const Devices m_devices;
+  Devices m_devices;
 };
 
 }  // namespace orv::app

@@ -64,7 +64,7 @@ void RunDevices(Program& program) {
   drivers.deactivateAll();
   program.GetOutput().GetObject()["devices"] = list;
   for (const std::string& line : table.Lines()) program.GetOutput().Line(line);
-  if (table.IsEmpty())
+  if (list.empty())
     program.GetOutput().Note("there are no devices (plug one in, or use take --play)");
 }
 

@@ -90,6 +90,7 @@ Studio::Studio(const StudioOptions& options)
       m_stage(std::make_unique<StagePane>(m_document.GetCore(), m_document.GetAdaptor(), m_browser,
                                           options.isFixedQuality)),
       m_windows(m_document.GetCore(), *this),
+      m_input(m_document.GetCore()),
       m_keys(m_document.GetCore()) {
   m_stage->SetSettings(&m_windows.GetSettings());
   AddAllWindows(m_windows);
@@ -127,6 +128,7 @@ bool Studio::Begin(std::string& problem) {
   }
   SetGeometry(m_options.geometry);
   if (!m_devices.GetProblem().empty()) LogEntry(LogLevel::kWarning, m_devices.GetProblem());
+  OnPreferences();
   m_document.NewScene();
   if (!m_options.scene.empty()) Open(m_options.scene);
   QTimer::singleShot(0, this, [this] {
@@ -203,6 +205,13 @@ void Studio::ApplyAppearance() {
   gui::component::qt::ApplyTheme(*qApp, theme == Choice::kLight ? gui::component::qt::Theme::kLight
                                                                 : gui::component::qt::Theme::kDark);
   m_windows.ShowSettings();
+}
+
+void Studio::OnPreferences() {
+  const std::string problem = m_devices.Follow(m_document.GetCore().GetPreferences());
+  if (problem.empty()) return;
+  LogEntry(LogLevel::kWarning, problem);
+  Tell(problem);
 }
 
 // --- commands ---

@@ -12,6 +12,7 @@
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/KeyFilter.h"
 #include "app/studio/StudioOptions.h"
+#include "app/studio/WindowInput.h"
 #include "app/studio/script/ScriptHost.h"
 #include "core/windows/Program.h"
 #include "core/windows/Windows.h"
@@ -45,6 +46,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   rws::core::windows::SceneBrowser* GetSceneBrowser() override { return &m_browser; }
   gui::component::qt::ViewHandler* GetStage() override;
   void ApplyAppearance() override;
+  void OnPreferences() override;
 
   // ScriptHost
   rws::core::CoreImplementation& ScriptedCore() override;
@@ -132,7 +134,8 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   Devices m_devices;
   std::unique_ptr<StagePane> m_stage;
   rws::core::windows::Windows m_windows;
-  KeyFilter m_keys;
+  WindowInput m_input;
+  KeyFilter m_keys;  ///< behind it, and so ahead of it with every key
   std::unique_ptr<HelpWindow> m_help;
   int m_working = 0;        ///< levels of Working
   bool m_keepOpen = false;  ///< also without a main window; see ScriptKeepOpen

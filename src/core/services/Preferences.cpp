@@ -80,6 +80,24 @@ const Entry kEntries[] = {
      [](Preferences& p, int value) { p.units = static_cast<Preferences::LengthUnit>(value); },
      Always,
      {"m", "cm", "mm", "ft", "in"}},
+    {"osc", "osc", Translatable("UDP port at which OSC messages move controls; 0: none"), 65535,
+     [](const Preferences& p) { return p.oscPort; },
+     [](Preferences& p, int value) { p.oscPort = value; }, Always},
+    {"oscopen", "oscopen",
+     Translatable("OSC messages of other machines move controls too; else of this one alone"), 1,
+     [](const Preferences& p) { return p.oscOpen ? 1 : 0; },
+     [](Preferences& p, int value) { p.oscOpen = value != 0; }, Always},
+    {"midi", "midi", Translatable("MIDI controllers and notes move controls"), 1,
+     [](const Preferences& p) { return p.midi ? 1 : 0; },
+     [](Preferences& p, int value) { p.midi = value != 0; }, Always},
+    {"pen",
+     "pen",
+     Translatable("what a pen's position is relative to: the window below it, or the tablet"),
+     1,
+     [](const Preferences& p) { return static_cast<int>(p.penArea); },
+     [](Preferences& p, int value) { p.penArea = static_cast<Preferences::PenArea>(value); },
+     Always,
+     {"window", "tablet"}},
     {"updatecheck", "Update check", Translatable("asks a server once a week for a newer version"),
      1, [](const Preferences& p) { return p.updateCheck ? 1 : 0; },
      [](Preferences& p, int value) { p.updateCheck = value != 0; }, WhereOffered},
@@ -202,7 +220,7 @@ std::string Preferences::Description(const std::string& key) {
 std::string Preferences::Text(const std::string& key) const {
   const Entry* entry = Find(key);
   if (!entry) return {};
-  if (entry->most > 1) return StoredText(*entry, *this);
+  if (entry->most > 1 || !entry->words.empty()) return StoredText(*entry, *this);
   return entry->get(*this) ? "on" : "off";
 }
 
@@ -218,11 +236,12 @@ bool Preferences::Set(const std::string& key, const std::string& text, std::stri
     return false;
   }
   int value = -1;
-  if (entry->most == 1 && (text == "on" || text == "true")) value = 1;
-  if (entry->most == 1 && (text == "off" || text == "false")) value = 0;
+  const bool isSwitch = entry->most == 1 && entry->words.empty();
+  if (isSwitch && (text == "on" || text == "true")) value = 1;
+  if (isSwitch && (text == "off" || text == "false")) value = 0;
   if (value < 0 && !ValueOf(*entry, text, value)) {
     std::string wanted = "a whole number from 0 to " + std::to_string(entry->most);
-    if (entry->most == 1) wanted = "on or off";
+    if (isSwitch) wanted = "on or off";
     if (!entry->words.empty()) wanted = "one of";
     for (const std::string& word : entry->words) wanted += " " + word;
     error = "\"" + text + "\" is not " + wanted;

@@ -15,12 +15,19 @@ class Preferences {
   /// Of lengths, where windows show them; scenes and rigs are in metres.
   enum class LengthUnit { kMetres, kCentimetres, kMillimetres, kFeet, kInches };
 
+  /// What a pen's position is relative to.
+  enum class PenArea { kWindow, kTablet };
+
   int countdownSeconds = 0;    ///< "Start Countdown time", whole seconds before a take
   bool updateViewport = true;  ///< "updateviewport": a resimulation shows frames as it runs
   int autosaveMinutes = 3;     ///< "autosave", between autosaves; 0: none, nor a take's journal
   Language language = Language::kSystem;   ///< "language": "system", "en", "de"
   Theme theme = Theme::kSystem;            ///< "theme": "system", "light", "dark"
   LengthUnit units = LengthUnit::kMetres;  ///< "units": "m", "cm", "mm", "ft", "in"
+  int oscPort = 0;                         ///< "osc", UDP port at which OSC is listened to; 0: none
+  bool oscOpen = false;                    ///< "oscopen": other machines are heard too
+  bool midi = false;                       ///< "midi": MIDI inputs are devices
+  PenArea penArea = PenArea::kWindow;      ///< "pen": "window", "tablet"
   bool updateCheck = false;  ///< the user agrees that a server is asked for newer versions
   bool updateAsked = false;  ///< he has been asked for that
   int updateDay = 0;         ///< of the last check (days since 1970)

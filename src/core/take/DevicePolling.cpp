@@ -25,6 +25,14 @@ DevicePolling::Wake::~Wake() {
     unidevice::DriverManager::instance().deactivateAll();
 }
 
+DevicePolling::Search::Search(CoreImplementation& core) : m_core(core) {
+  ++core.GetDevices().m_searches;
+}
+
+DevicePolling::Search::~Search() {
+  --m_core.GetDevices().m_searches;
+}
+
 DevicePolling::DevicePolling() : m_generation(unidevice::DriverManager::generation()) {}
 
 void DevicePolling::Activate(CoreImplementation& core) {

@@ -27,7 +27,21 @@ class DevicePolling {
     CoreImplementation& m_core;
   };
 
+  /// Says while it lives that the user moves controls to have them found: then a key is a control,
+  /// and no command of a window.
+  class Search {
+   public:
+    explicit Search(CoreImplementation& core);
+    ~Search();
+    Search(const Search&) = delete;
+    Search& operator=(const Search&) = delete;
+
+   private:
+    CoreImplementation& m_core;
+  };
+
   DevicePolling();
+  bool IsSearched() const { return m_searches > 0; }
   void BeginTake(CoreImplementation& core);
   void EndTake();
   /// Reads all devices, and binds inputs whose control has come. Called once a frame of a take.
@@ -37,6 +51,7 @@ class DevicePolling {
   static void Activate(CoreImplementation& core);
 
   int m_users = 0;
+  int m_searches = 0;
   std::uint64_t m_generation;  ///< of the list of devices that inputs were bound by
 };
 

@@ -282,6 +282,7 @@ void InputConfigWindow::BeginLooking(bool pair) {
   m_calibration.Cancel();
   Tell({});
   m_finder.emplace(std::move(wish));
+  m_search.emplace(GetCore());
   m_clock.start();
   m_watch.start();
   ShowChosen();
@@ -308,6 +309,7 @@ void InputConfigWindow::Look(double now) {
 void InputConfigWindow::EndLooking() {
   m_watch.stop();
   m_finder.reset();
+  m_search.reset();
   ShowChosen();
   gui::Component* press = IsShown() ? Find(kInputPress) : nullptr;
   if (press) press->TakeFocus();

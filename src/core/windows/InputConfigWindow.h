@@ -76,6 +76,7 @@ class InputConfigWindow : public Window {
   ResponseEditor m_editor;
   CalibrationPanel m_calibration;
   std::optional<unidevice::ControlFinder> m_finder;
+  std::optional<DevicePolling::Search> m_search;  ///< beside the finder
   QTimer m_watch;
   QElapsedTimer m_clock;
   std::unique_ptr<DevicePolling::Wake> m_wake;

@@ -47,6 +47,14 @@ const std::vector<ShownPreference>& ShownPreferences() {
        {Translatable("Metres"), Translatable("Centimetres"), Translatable("Millimetres"),
         Translatable("Feet"), Translatable("Inches")},
        false},
+      {"osc", Translatable("Port for OSC messages (0: none)"), 65535.0, {}, false},
+      {"oscopen", Translatable("Take OSC messages of other machines"), 0.0, {}, false},
+      {"midi", Translatable("Take MIDI controllers and notes"), 0.0, {}, false},
+      {"pen",
+       Translatable("A pen's position is that in"),
+       0.0,
+       {Translatable("The window"), Translatable("The tablet")},
+       false},
       {"language",
        Translatable("Language"),
        0.0,
@@ -158,6 +166,7 @@ void PreferencesWindow::Set(const Row& row, gui::Component& source, const util::
     GetWindows().GetProgram().ApplyAppearance();
   else
     GetWindows().ShowSettings();
+  GetWindows().GetProgram().OnPreferences();
 }
 
 void PreferencesWindow::OnComponent(gui::Component& source, util::Message& message) {

@@ -50,6 +50,8 @@ class Program {
   /// Applies theme and language of the preferences; where the host rules over them it does nothing
   /// and says so by `RulesAppearance`.
   virtual void ApplyAppearance() {}
+  /// The user has changed a preference, in memory and on the disk.
+  virtual void OnPreferences() {}
   virtual bool RulesAppearance() const { return false; }
 };
 

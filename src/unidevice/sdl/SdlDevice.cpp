@@ -43,18 +43,24 @@ double normalizedAxis(int value) {
   return value < 0 ? value / 32768.0 : value / 32767.0;
 }
 
-SdlDevice::SdlDevice(SDL_Joystick* joystick, std::string name)
+SdlDevice::SdlDevice(SDL_Joystick* joystick, std::string name, const PadNames& names)
     : m_force(std::make_shared<SdlForce>(joystick)),
       m_instance(SDL_JoystickInstanceID(joystick)),
+      m_vendor(SDL_JoystickGetVendor(joystick)),
+      m_product(SDL_JoystickGetProduct(joystick)),
       m_axes(SDL_JoystickNumAxes(joystick)),
       m_buttons(SDL_JoystickNumButtons(joystick)),
       m_hats(SDL_JoystickNumHats(joystick)) {
   this->name = std::move(name);
-  for (int i = 0; i < m_axes; ++i) add(kInfiniteControl, "Axis", i, axisName(i));
+  const auto called = [&names](char kind, int i, const std::string& plain) {
+    const auto found = names.find({kind, i});
+    return found == names.end() ? plain : found->second;
+  };
+  for (int i = 0; i < m_axes; ++i) add(kInfiniteControl, "Axis", i, called('a', i, axisName(i)));
   for (int i = 0; i < m_buttons; ++i)
-    add(kBinaryControl, "Button", i, "Button " + std::to_string(i + 1));
+    add(kBinaryControl, "Button", i, called('b', i, "Button " + std::to_string(i + 1)));
   for (int i = 0; i < m_hats; ++i) {
-    const std::string hat = "Hat " + std::to_string(i + 1);
+    const std::string hat = called('h', i, "Hat " + std::to_string(i + 1));
     add(kFiniteControl, "Hat", 2 * i, hat + " (left/right)");
     add(kFiniteControl, "Hat", 2 * i + 1, hat + " (down/up)");
   }

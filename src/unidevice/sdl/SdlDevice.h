@@ -9,6 +9,7 @@
 
 #include "unidevice/Control.h"
 #include "unidevice/Device.h"
+#include "unidevice/sdl/PadNames.h"
 #include "unidevice/sdl/SdlEffect.h"
 
 namespace orv::unidevice {
@@ -16,8 +17,8 @@ namespace orv::unidevice {
 /// Device over an open SDL joystick, which it closes at its end.
 class SdlDevice : public Device {
  public:
-  /// Takes `joystick` over.
-  SdlDevice(SDL_Joystick* joystick, std::string name);
+  /// Takes `joystick` over. `names`: of those of its controls that have any.
+  SdlDevice(SDL_Joystick* joystick, std::string name, const PadNames& names);
   ~SdlDevice() override;
 
   int controlCount() const override { return static_cast<int>(m_controls.size()); }
@@ -28,6 +29,9 @@ class SdlDevice : public Device {
 
   /// SDL's number for this connection; never used again after an unplug.
   int instance() const { return m_instance; }
+
+  unsigned vendor() const { return m_vendor; }    ///< USB id, 0 where there is none
+  unsigned product() const { return m_product; }  ///< likewise
 
   /// False once the hardware is gone.
   bool attached() const;
@@ -40,6 +44,7 @@ class SdlDevice : public Device {
 
   std::shared_ptr<SdlForce> m_force;  ///< shared with effects, which may outlive the device
   int m_instance = -1;
+  unsigned m_vendor = 0, m_product = 0;
   int m_axes = 0;
   int m_buttons = 0;
   int m_hats = 0;

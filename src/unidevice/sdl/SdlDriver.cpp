@@ -15,9 +15,18 @@ const SdlDevice& asSdl(const Device* device) {
   return *static_cast<const SdlDevice*>(device);
 }
 
+/// What SDL knows of the make of a pad.
+PadNames namesOf(int sdlIndex) {
+  char* const mapping = SDL_GameControllerMappingForDeviceIndex(sdlIndex);
+  const PadNames names = mapping ? padNames(mapping) : PadNames();
+  SDL_free(mapping);
+  return names;
+}
+
 }  // namespace
 
-SdlDriver::SdlDriver(LogFn log) : Driver(kName), m_log(std::move(log)) {
+SdlDriver::SdlDriver(LogFn log, ElsewhereFn elsewhere)
+    : Driver(kName), m_log(std::move(log)), m_elsewhere(std::move(elsewhere)) {
   // Ctrl-C is the program's own, and a host's window need not be SDL's to have the focus.
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
@@ -59,9 +68,14 @@ void SdlDriver::takeEvents() {
   SDL_FlushEvents(SDL_JOYDEVICEADDED, SDL_JOYDEVICEREMOVED);
 }
 
+bool SdlDriver::speaksElsewhere(unsigned vendor, unsigned product) const {
+  return m_elsewhere && m_elsewhere(vendor, product);
+}
+
 void SdlDriver::dropGone() {
   for (std::size_t i = devices.size(); i-- > 0;) {
-    if (asSdl(devices[i]).attached()) continue;
+    const SdlDevice& device = asSdl(devices[i]);
+    if (device.attached() && !speaksElsewhere(device.vendor(), device.product())) continue;
     log("device \"" + devices[i]->name + "\" is gone: its inputs fall back to their offset");
     devices[i]->destroy();
   }
@@ -73,7 +87,9 @@ void SdlDriver::addNew() {
     const bool known = std::any_of(devices.begin(), devices.end(), [instance](const Device* d) {
       return asSdl(d).instance() == instance;
     });
-    if (instance >= 0 && !known && m_refused.count(instance) == 0) open(i, instance);
+    if (instance < 0 || known || m_refused.count(instance) != 0) continue;
+    if (speaksElsewhere(SDL_JoystickGetDeviceVendor(i), SDL_JoystickGetDeviceProduct(i))) continue;
+    open(i, instance);
   }
 }
 
@@ -87,18 +103,9 @@ void SdlDriver::open(int sdlIndex, int instance) {
         " (check the permissions of /dev/input, then plug it in again)");
     return;
   }
-  auto* device = new SdlDevice(joystick, distinctName(wanted));
+  auto* device = new SdlDevice(joystick, distinctName(wanted), namesOf(sdlIndex));
   addDevice(device);
   log("device \"" + device->name + "\" is ready: " + device->summary());
-}
-
-std::string SdlDriver::distinctName(const std::string& wanted) const {
-  for (int number = 1;; ++number) {
-    const std::string name = number == 1 ? wanted : wanted + " #" + std::to_string(number);
-    const bool taken = std::any_of(devices.begin(), devices.end(),
-                                   [&name](const Device* d) { return d->name == name; });
-    if (!taken) return name;
-  }
 }
 
 void SdlDriver::log(const std::string& line) const {

@@ -13,7 +13,8 @@ namespace orv::unidevice {
 /// vanish while it is polled.
 ///
 /// Per device: each axis is an `Axis` in [-1, 1], each button a `Button` of 0 or 1, and each hat
-/// two `Hat` controls of -1, 0 or 1: index 2 * hat is left to right, 2 * hat + 1 down to up. A
+/// two `Hat` controls of -1, 0 or 1: index 2 * hat is left to right, 2 * hat + 1 down to up. Where
+/// SDL knows the make of a pad its names stand in the descriptions; types and numbers stay. A
 /// second device of the same name is called "<name> #2", and so on; the lowest free number is
 /// taken, so a single device that returns gets its name back.
 ///
@@ -26,9 +27,13 @@ class SdlDriver : public Driver {
   /// Gets one line, without a line end, for each thing worth noting.
   using LogFn = std::function<void(const std::string&)>;
 
+  /// Whether hardware of this USB id speaks in another driver now, and so must not appear here.
+  using ElsewhereFn = std::function<bool(unsigned vendor, unsigned product)>;
+
   /// Initialises SDL's joystick part beside whatever else uses SDL in the process, and takes up the
-  /// devices present. SDL installs no signal handlers. `log` may be empty.
-  explicit SdlDriver(LogFn log = {});
+  /// devices present. SDL installs no signal handlers. `log` and `elsewhere`, which is asked at
+  /// each `update`, may be empty.
+  explicit SdlDriver(LogFn log = {}, ElsewhereFn elsewhere = {});
   ~SdlDriver() override;
 
   /// False if SDL's joystick part could not be initialised; the driver has no devices then.
@@ -42,13 +47,14 @@ class SdlDriver : public Driver {
 
  private:
   void takeEvents();
+  bool speaksElsewhere(unsigned vendor, unsigned product) const;
   void dropGone();
   void addNew();
   void open(int sdlIndex, int instance);
-  std::string distinctName(const std::string& wanted) const;
   void log(const std::string& line) const;
 
   LogFn m_log;
+  ElsewhereFn m_elsewhere;
   bool m_available = false;
   bool m_haptic = false;
   std::string m_error;

@@ -8,9 +8,6 @@ namespace orv::unidevice {
 
 namespace {
 
-/// Longest time that every platform's haptics can count (s).
-constexpr double kLongest = 32.767;
-
 Uint32 milliseconds(double seconds) {
   return static_cast<Uint32>(std::max(1.0, std::round(seconds * 1000.0)));
 }
@@ -37,7 +34,7 @@ SDL_HapticDirection sdlDirection(double direction) {
   return result;
 }
 
-SDL_HapticEffect conditionEffect(Uint16 type, const SdlEffectParameters& parameters) {
+SDL_HapticEffect conditionEffect(Uint16 type, const EffectParameters& parameters) {
   SDL_HapticEffect effect{};
   effect.condition.type = type;
   effect.condition.direction.type = SDL_HAPTIC_CARTESIAN;
@@ -50,57 +47,16 @@ SDL_HapticEffect conditionEffect(Uint16 type, const SdlEffectParameters& paramet
   return effect;
 }
 
-/// The parameters and their checks; what reaches the hardware is the derived class's.
-class SdlEffect : public FFEffect {
+/// An effect by way of the device's joystick or its haptic side.
+class SdlEffect : public ParameterEffect {
  public:
   SdlEffect(std::shared_ptr<SdlForce> force, FFKind kind, double direction)
-      : m_force(std::move(force)), m_kind(kind) {
-    m_parameters.direction = direction;
-  }
-
-  FFKind kind() const override { return m_kind; }
-  double magnitude() const override { return m_parameters.magnitude; }
-  double direction() const override { return m_parameters.direction; }
-  double duration() const override { return m_parameters.duration; }
-  double period() const override { return m_parameters.period; }
-
-  bool setMagnitude(double magnitude) override {
-    if (std::isnan(magnitude)) return false;
-    return change(&SdlEffectParameters::magnitude, std::clamp(magnitude, 0.0, 1.0));
-  }
-
-  bool setDirection(double direction) override {
-    return std::isfinite(direction) && change(&SdlEffectParameters::direction, direction);
-  }
-
-  bool setDuration(double duration) override {
-    return duration >= 0.0 && duration <= kLongest &&
-           change(&SdlEffectParameters::duration, duration);
-  }
-
-  bool setPeriod(double period) override {
-    return period > 0.0 && period <= kLongest && change(&SdlEffectParameters::period, period);
-  }
+      : ParameterEffect(kind, direction), m_force(std::move(force)) {}
 
  protected:
-  bool reachable() const { return valid && m_force->joystick(); }
-
-  /// Brings changed parameters to the hardware.
-  virtual bool apply() = 0;
+  bool reachable() const override { return valid && m_force->joystick(); }
 
   std::shared_ptr<SdlForce> m_force;
-  SdlEffectParameters m_parameters;
-
- private:
-  bool change(double SdlEffectParameters::*field, double value) {
-    if (!reachable()) return false;
-    const double old = std::exchange(m_parameters.*field, value);
-    if (apply()) return true;
-    m_parameters.*field = old;
-    return false;
-  }
-
-  FFKind m_kind;
 };
 
 /// An effect that the device computes itself.
@@ -202,7 +158,7 @@ void SdlForce::close() {
   m_joystick = nullptr;
 }
 
-SDL_HapticEffect toSdlEffect(FFKind kind, const SdlEffectParameters& parameters) {
+SDL_HapticEffect toSdlEffect(FFKind kind, const EffectParameters& parameters) {
   SDL_HapticEffect effect{};
   switch (kind) {
     case FFKind::kConstant:

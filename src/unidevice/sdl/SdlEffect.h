@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "unidevice/FFEffect.h"
+#include "unidevice/ParameterEffect.h"
 
 namespace orv::unidevice {
 
@@ -36,16 +36,8 @@ class SdlForce {
   SDL_Haptic* m_haptic = nullptr;
 };
 
-/// What an effect is told by its owner; see FFEffect for units.
-struct SdlEffectParameters {
-  double magnitude = 0.0;
-  double direction = 0.0;
-  double duration = 0.0;
-  double period = 0.1;
-};
-
 /// The effect in SDL's terms.
-SDL_HapticEffect toSdlEffect(FFKind kind, const SdlEffectParameters& parameters);
+SDL_HapticEffect toSdlEffect(FFKind kind, const EffectParameters& parameters);
 
 /// An effect on the device, by its haptic side if that has the kind, else a rumble on its motor.
 /// Null if the device has no such effect.
