@@ -41,10 +41,16 @@ void RunPreferences(Program& program, const std::vector<std::string>& assignment
   for (const std::string& key : Preferences::Keys())
     table.Add({key, preferences.Text(key), Preferences::Description(key)});
   for (const std::string& line : table.Lines()) program.GetOutput().Line(line);
-  program.GetOutput().GetObject()["preferences"] = {
-      {"countdown", preferences.countdownSeconds}, {"updateviewport", preferences.updateViewport},
-      {"autosave", preferences.autosaveMinutes},   {"language", preferences.Text("language")},
-      {"theme", preferences.Text("theme")},        {"units", preferences.Text("units")}};
+  program.GetOutput().GetObject()["preferences"] = {{"countdown", preferences.countdownSeconds},
+                                                    {"updateviewport", preferences.updateViewport},
+                                                    {"autosave", preferences.autosaveMinutes},
+                                                    {"language", preferences.Text("language")},
+                                                    {"theme", preferences.Text("theme")},
+                                                    {"units", preferences.Text("units")},
+                                                    {"osc", preferences.oscPort},
+                                                    {"oscopen", preferences.oscOpen},
+                                                    {"midi", preferences.midi},
+                                                    {"pen", preferences.Text("pen")}};
   if (const auto keys = Preferences::Keys();
       std::find(keys.begin(), keys.end(), "updatecheck") != keys.end())
     program.GetOutput().GetObject()["preferences"]["updatecheck"] = preferences.updateCheck;

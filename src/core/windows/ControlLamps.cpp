@@ -19,11 +19,15 @@ constexpr int kAcross = 16;  ///< lamps in a line
 constexpr int kPitch = 28;   ///< px at 96 dpi, from lamp to lamp
 constexpr int kLamp = 24;    ///< px at 96 dpi
 
-/// The number at the end of a name, or its place.
-QString NumberIn(const QString& name, int place) {
+/// What has room in a lamp: a short name whole, else its number, or initials.
+QString ShortName(const QString& name) {
+  if (name.size() <= 3) return name;
+  const QStringList words = name.split(QLatin1Char(' '));
   bool isNumber = false;
-  const int number = name.section(QLatin1Char(' '), -1).toInt(&isNumber);
-  return QString::number(isNumber ? number : place);
+  words.last().toInt(&isNumber);
+  if (isNumber) return words.last();
+  if (words.size() == 1) return name.left(2);
+  return (words[0].left(1) + words[1].left(1)).toUpper();
 }
 
 }  // namespace
@@ -61,7 +65,11 @@ void ControlLamps::Paint(QPainter& painter, QWidget& widget) {
     painter.drawEllipse(place);
     painter.setPen(lit ? palette.color(QPalette::HighlightedText)
                        : ToneOf(palette, Tone::kWeakText));
-    painter.drawText(place, Qt::AlignCenter, NumberIn(m_names[static_cast<std::size_t>(i)], i + 1));
+    const QString name = ShortName(m_names[static_cast<std::size_t>(i)]);
+    QFont font = widget.font();
+    if (name.size() > 2 && font.pointSizeF() > 0.0) font.setPointSizeF(0.75 * font.pointSizeF());
+    painter.setFont(font);
+    painter.drawText(place, Qt::AlignCenter, name);
   }
 }
 
