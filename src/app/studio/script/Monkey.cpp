@@ -296,6 +296,7 @@ void Monkey::PickAction(QWidget& popup) {
 
 void Monkey::UseTake() {
   const bool idle = m_host.ScriptedCore().GetRunState() == RunState::kIdle;
+  if (idle && m_host.ScriptedCore().WhyNoTake()) return AddRig();  // clicks seldom make one
   const int ids[] = {kTakeRecord, kTakeRetry, rws::core::kResimulateButton, kTakeStop};
   const int id = idle ? PickOf(ids, m_random()) : ids[Chance(70) ? 3 : 1];
   if (!idle && Chance(40)) return PressKeys();  // takes are to last
@@ -304,6 +305,14 @@ void Monkey::UseTake() {
   const ScriptTarget target = FindTarget(line);
   Note("take " + std::to_string(id));
   if (target.widget) SendClick(*target.widget, target.point, Qt::LeftButton, Qt::NoModifier, false);
+}
+
+void Monkey::AddRig() {
+  auto& core = m_host.ScriptedCore();
+  const std::vector<rws::core::Tool*>& tools = core.GetLibrary().GetTools();
+  const std::string kind = tools[Random(static_cast<int>(tools.size()))]->GetDisplayId();
+  Note("add " + kind);
+  core.CreateTool(kind);
 }
 
 void Monkey::UsePad() {

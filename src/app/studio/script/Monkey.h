@@ -63,6 +63,7 @@ class Monkey : public QObject {
   void TurnWheel();
   void OpenMenu();
   void UseTake();
+  void AddRig();
   void UsePad();
   void ChangeScene();
   void CloseWindow();
