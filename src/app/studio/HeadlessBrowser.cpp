@@ -16,6 +16,7 @@
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 #include "gui/Texts.h"
+#include "util/Angles.h"
 
 namespace orv::app {
 
@@ -23,8 +24,6 @@ using gui::Translate;
 using rws::adaptor::Trs;
 
 namespace {
-
-constexpr double kDegrees = 57.29577951308232;
 
 std::string LineOf(const Problem& problem) {
   if (!problem) return {};
@@ -179,8 +178,8 @@ bool HeadlessBrowser::GetPose(int key, Space space, Pose& pose) {
   const Trs held = space == Space::kParent ? node->LocalTrs(time)
                                            : rws::adaptor::Decompose(node->WorldMatrix(time));
   pose.translation = held.translation;
-  pose.rotation =
-      rws::adaptor::ToEuler(held.rotation, rws::adaptor::RotationOrder::kXyz) * kDegrees;
+  pose.rotation = rws::adaptor::ToEuler(held.rotation, rws::adaptor::RotationOrder::kXyz) *
+                  util::kDegreesPerRadian;
   pose.scale = held.scale;
   return true;
 }

@@ -17,6 +17,7 @@
 #include "core/interface/CSnapshot_Mesh.h"
 #include "core/tools/Tool.h"
 #include "plugins/release/4wheelerextended/CarSettings.h"
+#include "util/Angles.h"
 #include "util/NumberText.h"
 #include "util/Quat.h"
 
@@ -41,7 +42,6 @@ constexpr double kKept = 1e-6;
 /// second it was not modelled straight.
 constexpr double kWobble = 0.1;
 constexpr double kMostLean = 5.0;
-constexpr double kDegrees = 57.29577951308232;
 
 std::array<CoreNode*, 5> AllOf(const CarModel& model) {
   return {model.body, model.wheels[0], model.wheels[1], model.wheels[2], model.wheels[3]};
@@ -143,7 +143,7 @@ Problem FindCorners(CoreNode& node, const CarModel& model, double time,
 
 double LeanOf(const WheelMeasure& wheel, const CarFrame& frame) {
   return std::atan2(wheel.axis.cross(frame.right).length(), std::abs(wheel.axis.dot(frame.right))) *
-         kDegrees;
+         util::kDegreesPerRadian;
 }
 
 Problem Measure(const CarModel& model, double time, CarFit& fit) {
