@@ -121,17 +121,20 @@ uniform int skip;     // so many to the next of the coarser ones, 0: none is lef
 uniform vec3 ink;
 uniform float strength;
 out vec2 from;        // 0 in the middle, 1 at the edge
+out vec3 at;          // of the packet's space, where the eye is the origin
+flat out vec2 along;  // the line's direction in the plane
 flat out vec4 stroke;
 void main() {
   int line = gl_VertexID / 2;
   bool alongZ = line < lines;
   int k = alongZ ? line : line - lines;
   int number = k + (alongZ ? first.x : first.y);
-  float across = float(k), along = float(gl_VertexID % 2) * float(lines - 1);
-  vec2 cell = alongZ ? vec2(across, along) : vec2(along, across);
+  float across = float(k), end = float(gl_VertexID % 2) * float(lines - 1);
+  vec2 cell = alongZ ? vec2(across, end) : vec2(end, across);
   from = 2.0 * cell / float(lines - 1) - 1.0;
-  vec3 p = corner + vec3(cell.x * gap, 0.0, cell.y * gap);
-  gl_Position = viewProjection * vec4(p, 1.0);
+  along = alongZ ? vec2(0.0, 1.0) : vec2(1.0, 0.0);
+  at = corner + vec3(cell.x * gap, 0.0, cell.y * gap);
+  gl_Position = viewProjection * vec4(at, 1.0);
   gl_Position.z -= 2e-5 * gl_Position.w;  // wins over a ground in its plane
   stroke = vec4(ink, strength);
   if (number == 0) stroke = vec4(alongZ ? vec3(0.3, 0.45, 0.85) : vec3(0.8, 0.3, 0.3), 0.9);
@@ -139,13 +142,25 @@ void main() {
 }
 )";
 
+// Where lines come to lie close together they fade, as they would be a surface.
 constexpr char kGridFragment[] = R"(
+uniform float gap;
+uniform float focus;  // pixels of a metre at a distance of one
 in vec2 from;
+in vec3 at;
+flat in vec2 along;
 flat in vec4 stroke;
 out vec4 result;
 void main() {
   float near = clamp(1.0 - dot(from, from), 0.0, 1.0);
-  result = vec4(stroke.rgb, stroke.a * near);
+  // From this line to the next as the eye sees it, without what runs along the line.
+  float far = length(at);
+  vec3 gaze = at / far, line = vec3(along.x, 0.0, along.y), next = vec3(along.y, 0.0, along.x);
+  line -= dot(line, gaze) * gaze;
+  next -= dot(next, gaze) * gaze;
+  next -= line * dot(line, next) / max(dot(line, line), 1e-6);
+  float space = length(next) * gap * focus / far;
+  result = vec4(stroke.rgb, stroke.a * near * smoothstep(2.0, 12.0, space));
 }
 )";
 
@@ -172,10 +187,11 @@ void main() {
 constexpr char kOutlineFragment[] = R"(
 uniform sampler2D picture;
 uniform vec4 plain;
-uniform int reach;  // pixels
+uniform int reach;   // pixels
+uniform ivec2 from;  // where the mask's corner lies
 out vec4 result;
 void main() {
-  ivec2 at = ivec2(gl_FragCoord.xy);
+  ivec2 at = ivec2(gl_FragCoord.xy) - from;
   if (texelFetch(picture, at, 0).r > 0.5) discard;
   ivec2 last = textureSize(picture, 0) - 1;
   int side = max(1, (reach * 7) / 10);
