@@ -91,6 +91,8 @@ class StageView : public QOpenGLWidget {
               util::Vector3<double>& direction) const;
   /// As of the latest picture.
   const FramePacket& GetPacket() const { return m_pictures[m_active].packet; }
+  const util::Matrix<double>& GetEyePose() const { return m_pictures[m_active].GetPose(); }
+  const Optics& GetOptics() const { return m_pictures[m_active].GetOptics(); }
   const StagePicture& GetPicture(std::size_t number) const { return m_pictures[number]; }
   /// Of the latest update, all pictures together.
   Renderer::Counts GetCounts() const { return m_counts; }
