@@ -47,6 +47,7 @@ struct Renderer::Program {
 struct Renderer::GpuMesh {
   GLuint array = 0, vertices = 0, indices = 0;
   GLuint levelIndices = 0;             ///< 0 without levels
+  GLuint normals = 0;                  ///< of a mesh that has none of its own; 0 without
   const MeshLevels* levels = nullptr;  ///< those that are uploaded
   GLenum mode = GL_TRIANGLES;
   std::uint64_t used = 0;  ///< see m_draws
@@ -224,6 +225,20 @@ void Renderer::DropMesh(GpuMesh& mesh) {
   m_gl->glDeleteBuffers(1, &mesh.vertices);
   m_gl->glDeleteBuffers(1, &mesh.indices);
   m_gl->glDeleteBuffers(1, &mesh.levelIndices);
+  m_gl->glDeleteBuffers(1, &mesh.normals);
+}
+
+/// Those of the surface at its vertices. Its array is bound.
+void Renderer::AddNormals(GpuMesh& held, const MeshData& mesh) {
+  constexpr GLuint kNormal = 1;
+  if (held.normals || !mesh.normals.empty()) return;
+  const std::vector<MeshData::Float3> normals = SmoothNormals(mesh);
+  m_gl->glGenBuffers(1, &held.normals);
+  m_gl->glBindBuffer(GL_ARRAY_BUFFER, held.normals);
+  m_gl->glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(normals.size() * 12), normals.data(),
+                     GL_STATIC_DRAW);
+  m_gl->glEnableVertexAttribArray(kNormal);
+  m_gl->glVertexAttribPointer(kNormal, 3, GL_FLOAT, GL_FALSE, 0, nullptr);
 }
 
 /// Binds the indices that are drawn; the mesh's array is bound.
@@ -343,7 +358,9 @@ void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned
   // The order of a blended mesh's triangles is part of its look.
   const bool isExact = m_isExact || material.alpha == AlphaMode::kBlend;
   const MeshLevels* levels = m_levels && !isExact ? m_levels->Find(*batch.mesh) : nullptr;
-  m_choice.Choose(packet, batch, levels, m_ranges);
+  const bool isLit = !(bits & (kShadeUnlit | kShadeId | kShadePlain));
+  if (m_choice.Choose(packet, batch, levels, m_ranges) && isLit)
+    bits = (bits | kShadeDense) & ~unsigned{kShadeNormals};
   Program* program = m_ranges.empty() ? nullptr : FindMeshProgram(bits);
   if (!program) return;
   GpuMesh& mesh = FindMesh(*batch.mesh);
@@ -371,6 +388,7 @@ void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned
   }
   m_gl->glBindVertexArray(mesh.array);
   UseLevels(mesh, levels);
+  if (bits & kShadeDense) AddNormals(mesh, *batch.mesh);
   m_gl->glBindBuffer(GL_ARRAY_BUFFER, m_instances);
   const std::size_t first = batch.first * sizeof(Instance);
   for (GLuint row = 0; row < 3; ++row)

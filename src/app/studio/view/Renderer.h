@@ -68,6 +68,7 @@ class Renderer {
   unsigned FindTexture(const Texture& texture);
   void DropUnused(const FramePacket& packet);
   void DropMesh(GpuMesh& mesh);
+  void AddNormals(GpuMesh& held, const MeshData& mesh);
   void UseLevels(GpuMesh& mesh, const MeshLevels* levels);
   unsigned BitsFor(const MeshData& mesh, const Material& material) const;
   void DrawBatch(const FramePacket& packet, const Batch& batch, unsigned bits, std::uint32_t count);

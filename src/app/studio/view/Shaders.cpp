@@ -6,8 +6,19 @@ namespace {
 
 constexpr char kVersion[] = "#version 330 core\n";
 
-// Red, green and blue are linear until they are written; the square root stands for the screen's
-// curve, which costs a renderer without a graphics processor much more.
+// Light on a surface as a screen shows it: the square root stands for the screen's curve, which
+// costs a renderer without a graphics processor much more. As it is a product's, each part has its
+// own. The eye is the origin.
+constexpr char kLight[] = R"(
+uniform vec3 light;
+uniform vec3 ahead;  // where the eye looks
+float LightOn(vec3 n, vec3 at) {
+  // Towards the eye: a side that is seen. The middle of the picture stands for all of it.
+  n = dot(n, at) > 0.0 ? -n : n;
+  return sqrt(0.2 + 0.14 * n.y + 0.55 * max(dot(n, light), 0.0) + 0.25 * abs(dot(n, ahead)));
+}
+)";
+
 constexpr char kMeshVertex[] = R"(
 layout(location = 0) in vec3 position;
 layout(location = 1) in vec3 normal;
@@ -20,11 +31,13 @@ layout(location = 7) in vec4 tint;
 layout(location = 8) in uint id;
 uniform mat4 viewProjection;
 uniform vec4 baseColour;
+#ifdef PLACED
 out vec3 at;
+#endif
 #ifdef NORMALS
 out vec3 facing;
 #endif
-#ifdef COLOURS
+#ifdef VARIED
 out vec4 surface;
 #else
 flat out vec4 surface;
@@ -37,15 +50,25 @@ flat out uint shown;
 #endif
 void main() {
   vec4 p = vec4(position, 1.0);
-  at = vec3(dot(row0, p), dot(row1, p), dot(row2, p));
-  gl_Position = viewProjection * vec4(at, 1.0);
+  vec3 here = vec3(dot(row0, p), dot(row1, p), dot(row2, p));
+  gl_Position = viewProjection * vec4(here, 1.0);
   surface = tint * baseColour;
 #ifdef COLOURS
   surface *= colour;
 #endif
-#ifdef NORMALS
-  facing = vec3(dot(cross(row1.xyz, row2.xyz), normal), dot(cross(row2.xyz, row0.xyz), normal),
+  surface.rgb = sqrt(surface.rgb);
+#if defined(NORMALS) || defined(DENSE)
+  vec3 n = vec3(dot(cross(row1.xyz, row2.xyz), normal), dot(cross(row2.xyz, row0.xyz), normal),
                 dot(cross(row0.xyz, row1.xyz), normal));
+#endif
+#ifdef DENSE
+  surface.rgb *= LightOn(normalize(n), here);
+#endif
+#ifdef NORMALS
+  facing = n;
+#endif
+#ifdef PLACED
+  at = here;
 #endif
 #ifdef TEXTURED
   place = texCoord;
@@ -56,18 +79,17 @@ void main() {
 }
 )";
 
-// The eye is the origin.
 constexpr char kMeshFragment[] = R"(
 uniform sampler2D picture;
 uniform float cutoff;
-uniform vec3 light;
-uniform vec3 ahead;  // where the eye looks
 uniform vec4 plain;
+#ifdef PLACED
 in vec3 at;
+#endif
 #ifdef NORMALS
 in vec3 facing;
 #endif
-#ifdef COLOURS
+#ifdef VARIED
 in vec4 surface;
 #else
 flat in vec4 surface;
@@ -84,8 +106,7 @@ out vec4 result;
 void main() {
   vec4 c = surface;
 #ifdef TEXTURED
-  vec4 texel = texture(picture, place);
-  c *= vec4(texel.rgb * texel.rgb, texel.a);
+  c *= texture(picture, place);
 #endif
 #ifdef MASKED
   if (c.a < cutoff) discard;
@@ -95,18 +116,12 @@ void main() {
   result = shown;
 #elif defined(PLAIN)
   result = plain;
-#elif defined(UNLIT)
-  result = vec4(sqrt(c.rgb), c.a);
+#elif !defined(PLACED)
+  result = c;
+#elif defined(NORMALS)
+  result = vec4(c.rgb * LightOn(normalize(facing), at), c.a);
 #else
-#ifdef NORMALS
-  vec3 n = normalize(facing);
-#else
-  vec3 n = normalize(cross(dFdx(at), dFdy(at)));
-#endif
-  // Towards the eye: a side that is seen. The middle of the picture stands for all of it.
-  n = dot(n, at) > 0.0 ? -n : n;
-  float lit = 0.2 + 0.14 * n.y + 0.55 * max(dot(n, light), 0.0) + 0.25 * abs(dot(n, ahead));
-  result = vec4(sqrt(c.rgb * lit), c.a);
+  result = vec4(c.rgb * LightOn(normalize(cross(dFdx(at), dFdy(at))), at), c.a);
 #endif
 }
 )";
@@ -209,14 +224,19 @@ void main() {
 }  // namespace
 
 ShaderSource MeshShader(unsigned bits) {
+  const bool isLit = !(bits & (kShadeUnlit | kShadeId | kShadePlain));
+  const bool isDense = isLit && bits & kShadeDense;
   std::string head = kVersion;
-  if (bits & kShadeNormals) head += "#define NORMALS\n";
+  if (isDense) head += "#define DENSE\n";
+  if (isLit && !isDense) head += "#define PLACED\n";
+  if (isLit && !isDense && bits & kShadeNormals) head += "#define NORMALS\n";
+  if (isDense || bits & kShadeColours) head += "#define VARIED\n";
   if (bits & kShadeTexture) head += "#define TEXTURED\n";
   if (bits & kShadeMask) head += "#define MASKED\n";
   if (bits & kShadeColours) head += "#define COLOURS\n";
-  if (bits & kShadeUnlit) head += "#define UNLIT\n";
   if (bits & kShadeId) head += "#define ID\n";
   if (bits & kShadePlain) head += "#define PLAIN\n";
+  head += kLight;
   return {head + kMeshVertex, head + kMeshFragment};
 }
 

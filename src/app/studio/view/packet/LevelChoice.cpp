@@ -8,6 +8,7 @@ namespace orv::app::view {
 namespace {
 
 constexpr double kMostError = 1.0;    ///< pixels
+constexpr double kDense = 3.0;        ///< pixels, the edge of a triangle
 constexpr double kLeastDepth = 1e-3;  ///< m
 
 std::size_t CoarsestLevel(const std::array<MeshLevels::Range, MeshLevels::kCount>& levels,
@@ -17,6 +18,13 @@ std::size_t CoarsestLevel(const std::array<MeshLevels::Range, MeshLevels::kCount
          static_cast<double>(levels[level + 1].error) * perMetre <= kMostError)
     ++level;
   return level;
+}
+
+/// Of a level's triangles on average, by how many are left of a mesh whose edges are so long.
+double EdgeOf(double edge, const std::array<MeshLevels::Range, MeshLevels::kCount>& levels,
+              std::size_t level) {
+  return edge * std::sqrt(static_cast<double>(levels[0].count) /
+                          static_cast<double>(std::max(levels[level].count, 1u)));
 }
 
 void Add(const MeshLevels::Range& range, std::vector<MeshLevels::Range>& ranges) {
@@ -76,31 +84,37 @@ LevelChoice::Seen LevelChoice::Look(const Instance& instance, const util::Box& b
   return seen;
 }
 
-void LevelChoice::Choose(const FramePacket& packet, const Batch& batch, const MeshLevels* levels,
+bool LevelChoice::Choose(const FramePacket& packet, const Batch& batch, const MeshLevels* levels,
                          std::vector<MeshLevels::Range>& ranges) const {
   ranges.clear();
+  const MeshData& mesh = *batch.mesh;
+  const double edge = mesh.edge;
+  double perMetre = 0.0;
   if (levels && batch.count == 1) {
     const Instance& instance = packet.instances[batch.first];
+    bool isDense = true;
     for (const MeshLevels::Piece& piece : levels->pieces) {
       const Seen seen = Look(instance, piece.box);
-      if (seen.isInside) Add(piece.levels[CoarsestLevel(piece.levels, seen.perMetre)], ranges);
+      if (!seen.isInside) continue;
+      const std::size_t level = CoarsestLevel(piece.levels, seen.perMetre);
+      Add(piece.levels[level], ranges);
+      isDense = isDense && EdgeOf(edge, piece.levels, level) * seen.perMetre < kDense;
     }
-    return;
+    return isDense;
   }
   bool isInside = false;
-  double perMetre = 0.0;
   for (std::uint32_t i = 0; i < batch.count; ++i) {
-    const Seen seen = Look(packet.instances[batch.first + i], batch.mesh->box);
+    const Seen seen = Look(packet.instances[batch.first + i], mesh.box);
     if (!seen.isInside) continue;
     isInside = true;
     perMetre = std::max(perMetre, seen.perMetre);
-    if (!levels) break;
   }
-  if (!isInside) return;
+  if (!isInside) return false;
   MeshLevels::Range range;
-  range.count = static_cast<std::uint32_t>(batch.mesh->indices.size());
-  if (levels) range = levels->whole[CoarsestLevel(levels->whole, perMetre)];
-  ranges.push_back(range);
+  range.count = static_cast<std::uint32_t>(mesh.indices.size());
+  const std::size_t level = levels ? CoarsestLevel(levels->whole, perMetre) : 0;
+  ranges.push_back(levels ? levels->whole[level] : range);
+  return (levels ? EdgeOf(edge, levels->whole, level) : edge) * perMetre < kDense;
 }
 
 }  // namespace orv::app::view

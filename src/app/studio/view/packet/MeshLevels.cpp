@@ -11,9 +11,10 @@
 namespace orv::app::view {
 
 using util::Vector3;
-using Corners = std::vector<std::uint32_t>;
 
 namespace {
+
+using Corners = std::vector<std::uint32_t>;
 
 constexpr std::size_t kLeastTriangles = 256;   ///< of a mesh that is worth it
 constexpr std::size_t kPieceTriangles = 4096;  ///< at most; a step's work
