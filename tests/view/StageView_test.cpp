@@ -262,6 +262,9 @@ TEST_F(StageView, ShowsTwoPanesAndACameraInTheCorner) {
   camera.SetPose(pose);
   app::view::StageView view(frames, Quality::kFixed);
   Show(view);
+  OrbitEye eye = view.GetEye();
+  eye.target = {};
+  view.SetEye(eye);
   view.SetLayout(PaneLayout::kColumns);
   frames.LookThrough(&camera, kInset);
   view.SetInsetVisible(true);

@@ -45,9 +45,10 @@ void MeshData::Measure() {
   std::size_t count = 0;
   for (std::size_t i = 0; i + 2 < indices.size() && !lines; i += 3) {
     const Float3 &a = positions[indices[i]], &b = positions[indices[i + 1 + i % 2]];
-    const double length = std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+    const float x = a[0] - b[0], y = a[1] - b[1], z = a[2] - b[2];
+    const float length = std::sqrt(x * x + y * y + z * z);
     if (!std::isfinite(length)) continue;
-    sum += length;
+    sum += static_cast<double>(length);
     ++count;
   }
   edge = count > 0 ? static_cast<float>(sum / static_cast<double>(count)) : 0.0f;
@@ -83,7 +84,8 @@ std::vector<MeshData::Float3> SmoothNormals(const MeshData& mesh) {
       for (std::size_t k = 0; k < 3; ++k) normals[mesh.indices[i + corner]][k] += across[k];
   }
   for (MeshData::Float3& normal : normals) {
-    const float length = std::hypot(normal[0], normal[1], normal[2]);
+    const float length =
+        std::sqrt(normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]);
     if (length > 0.0f)
       for (float& part : normal) part /= length;
     else
