@@ -13,6 +13,7 @@ namespace orv::app::view {
 namespace {
 
 constexpr int kGridLines = 201;
+constexpr int kGridPieces = 25;  ///< of a line
 constexpr GLuint kFirstInstanceAttribute = 4, kTint = 7, kId = 8;
 
 const void* PointerAt(std::size_t bytes) {
@@ -128,9 +129,9 @@ bool Renderer::Build(Program& program, const ShaderSource& source, std::string& 
     problem = std::string("the driver refuses a program: ") + told;
     return false;
   }
-  for (const char* name :
-       {"viewProjection", "baseColour", "picture", "cutoff", "light", "plain", "corner", "first",
-        "gap", "lines", "skip", "ink", "strength", "place", "reach", "ahead", "from", "focus"})
+  for (const char* name : {"viewProjection", "baseColour", "picture", "cutoff", "light", "plain",
+                           "corner", "first", "gap", "lines", "pieces", "skip", "ink", "strength",
+                           "place", "reach", "ahead", "from", "focus"})
     program.places[name] = m_gl->glGetUniformLocation(program.name, name);
   program.baseColour = program.places["baseColour"];
   program.cutoff = program.places["cutoff"];
@@ -552,12 +553,13 @@ void Renderer::DrawLines(const FramePacket& packet, double step, int skip, float
   m_gl->glUniform2i(at["first"], first[0], first[1]);
   m_gl->glUniform1f(at["gap"], static_cast<float>(step));
   m_gl->glUniform1i(at["lines"], kGridLines);
+  m_gl->glUniform1i(at["pieces"], kGridPieces);
   m_gl->glUniform1i(at["skip"], skip);
   m_gl->glUniform3fv(at["ink"], 1, packet.gridColour.data());
   m_gl->glUniform1f(at["strength"], strength);
   m_gl->glUniform1f(at["focus"], static_cast<float>(m_choice.GetFocus()));
   m_gl->glBindVertexArray(m_empty);
-  m_gl->glDrawArrays(GL_LINES, 0, 4 * kGridLines);
+  m_gl->glDrawArrays(GL_LINES, 0, 4 * kGridLines * kGridPieces);
   ++m_counts.all;
 }
 

@@ -126,57 +126,65 @@ void main() {
 }
 )";
 
+// Lines come in pieces, so that what changes along them is worked out at their ends.
 constexpr char kGridVertex[] = R"(
 uniform mat4 viewProjection;
 uniform vec3 corner;  // of the packet's space: first line of both directions
 uniform ivec2 first;  // its number, from the world's origin
 uniform float gap;
+uniform float focus;  // pixels of a metre at a distance of one
 uniform int lines;    // of each direction
+uniform int pieces;   // of a line
 uniform int skip;     // so many to the next of the coarser ones, 0: none is left out
 uniform vec3 ink;
 uniform float strength;
-out vec2 from;        // 0 in the middle, 1 at the edge
-out vec3 at;          // of the packet's space, where the eye is the origin
-flat out vec2 along;  // the line's direction in the plane
+out float weight;
 flat out vec4 stroke;
-void main() {
-  int line = gl_VertexID / 2;
-  bool alongZ = line < lines;
-  int k = alongZ ? line : line - lines;
-  int number = k + (alongZ ? first.x : first.y);
-  float across = float(k), end = float(gl_VertexID % 2) * float(lines - 1);
-  vec2 cell = alongZ ? vec2(across, end) : vec2(end, across);
-  from = 2.0 * cell / float(lines - 1) - 1.0;
-  along = alongZ ? vec2(0.0, 1.0) : vec2(1.0, 0.0);
-  at = corner + vec3(cell.x * gap, 0.0, cell.y * gap);
-  gl_Position = viewProjection * vec4(at, 1.0);
-  gl_Position.z -= 2e-5 * gl_Position.w;  // wins over a ground in its plane
-  stroke = vec4(ink, strength);
-  if (number == 0) stroke = vec4(alongZ ? vec3(0.3, 0.45, 0.85) : vec3(0.8, 0.3, 0.3), 0.9);
-  else if (skip != 0 && number % skip == 0) stroke.a = 0.0;
+vec2 Cell(bool alongZ, int line, int end) {
+  vec2 cell = vec2(float(line), float(end) * float(lines - 1) / float(pieces));
+  return alongZ ? cell : cell.yx;
 }
-)";
-
-// Where lines come to lie close together they fade, as they would be a surface.
-constexpr char kGridFragment[] = R"(
-uniform float gap;
-uniform float focus;  // pixels of a metre at a distance of one
-in vec2 from;
-in vec3 at;
-flat in vec2 along;
-flat in vec4 stroke;
-out vec4 result;
-void main() {
-  float near = clamp(1.0 - dot(from, from), 0.0, 1.0);
+vec3 Place(vec2 cell) { return corner + vec3(cell.x * gap, 0.0, cell.y * gap); }
+// Less to the edge of all, and where lines come to lie close together, as they would be a surface.
+float Weight(bool alongZ, vec2 cell) {
+  vec2 from = 2.0 * cell / float(lines - 1) - 1.0;
+  vec3 at = Place(cell);
   // From this line to the next as the eye sees it, without what runs along the line.
-  float far = length(at);
-  vec3 gaze = at / far, line = vec3(along.x, 0.0, along.y), next = vec3(along.y, 0.0, along.x);
+  float far = max(length(at), 1e-6);
+  vec3 gaze = at / far, line = alongZ ? vec3(0, 0, 1) : vec3(1, 0, 0), next = line.zyx;
   line -= dot(line, gaze) * gaze;
   next -= dot(next, gaze) * gaze;
   next -= line * dot(line, next) / max(dot(line, line), 1e-6);
   float space = length(next) * gap * focus / far;
-  result = vec4(stroke.rgb, stroke.a * near * smoothstep(2.0, 12.0, space));
+  return clamp(1.0 - dot(from, from), 0.0, 1.0) * smoothstep(2.0, 12.0, space);
 }
+void main() {
+  int piece = gl_VertexID / 2, end = gl_VertexID % 2;
+  int line = piece / pieces;
+  piece %= pieces;
+  bool alongZ = line < lines;
+  int k = alongZ ? line : line - lines;
+  int number = k + (alongZ ? first.x : first.y);
+  vec2 cell = Cell(alongZ, k, piece + end);
+  weight = Weight(alongZ, cell);
+  gl_Position = viewProjection * vec4(Place(cell), 1.0);
+  gl_Position.z -= 2e-5 * gl_Position.w;  // wins over a ground in its plane
+  stroke = vec4(ink, strength);
+  if (number == 0)
+    stroke = vec4(alongZ ? vec3(0.3, 0.45, 0.85) : vec3(0.8, 0.3, 0.3), 0.9);
+  else if (skip != 0 && number % skip == 0)
+    stroke.a = 0.0;
+  // What can't be seen is not drawn at all.
+  if (stroke.a == 0.0 || weight + Weight(alongZ, Cell(alongZ, k, piece + 1 - end)) == 0.0)
+    gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
+}
+)";
+
+constexpr char kGridFragment[] = R"(
+in float weight;
+flat in vec4 stroke;
+out vec4 result;
+void main() { result = vec4(stroke.rgb, stroke.a * weight); }
 )";
 
 constexpr char kRectangleVertex[] = R"(
