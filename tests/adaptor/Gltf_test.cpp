@@ -12,6 +12,7 @@
 #include "ForeignGltf.h"
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/GltfWriter.h"
+#include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
 #include "support/GltfValidator.h"
 #include "support/TempFolder.h"
