@@ -100,6 +100,10 @@ void Player::SetSound(std::shared_ptr<const sound::Sound> sound, double start) {
   m_output.SetSound(std::move(sound));
 }
 
+void Player::SetSoundStart(double start) {
+  m_soundStart = start;
+}
+
 void Player::Hear(double time) {
   std::string problem;
   if (m_hasSound && !m_output.Follow(time - m_soundStart, problem) && soundFailed)
@@ -130,7 +134,9 @@ void Player::OnTree() {
 }
 
 void Player::onMessage(util::Message& message, bool) {
-  if (rws::core::NewsIn<rws::core::RunStateChanged>(message)) Stop();
+  if (!rws::core::NewsIn<rws::core::RunStateChanged>(message)) return;
+  Stop();
+  if (changed) changed();
 }
 
 }  // namespace orv::app

@@ -45,9 +45,10 @@ class Player : private rws::adaptor::headless::HostObserver, private util::Messa
 
   /// Null for none; `start` is when it begins (s).
   void SetSound(std::shared_ptr<const sound::Sound> sound, double start);
+  void SetSoundStart(double start);
   bool IsHeard() const { return m_output.IsPlaying(); }
 
-  /// Playback begins or ends, or is another one.
+  /// Playback, or a run of the core, begins or ends.
   std::function<void()> changed;
   /// The sound can't be played, and why.
   std::function<void(const std::string& problem)> soundFailed;
