@@ -431,6 +431,22 @@ std::string Studio::ScriptSave(const std::string& path) {
       (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }
 
+std::string Studio::ScriptPreview(const ScriptPreviewWish& wish) {
+  if (m_working > 0) return kBusy;
+  if (m_document.IsRunning()) return WhyLocked();
+  PreviewOptions options = PreviewOfRange();
+  if (!wish.camera.empty()) {
+    options.camera = m_document.GetScene().Find(wish.camera);
+    if (!options.camera || !options.camera->GetLens())
+      return "there is no camera \"" + wish.camera + "\"";
+  }
+  if (wish.width > 0) options.width = wish.width;
+  if (wish.height > 0) options.height = wish.height;
+  options.overlay = wish.overlay;
+  const Working working(*this);
+  return SentencesOf(WritePreview(m_document.GetAdaptor(), options, wish.folder).problem);
+}
+
 nlohmann::json Studio::ScriptState() {
   auto& core = m_document.GetCore();
   static const char* const kRuns[] = {"idle", "countdown", "recording", "resimulating"};

@@ -11,6 +11,7 @@
 #include "app/session/document/SceneDocument.h"
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/KeyFilter.h"
+#include "app/studio/PreviewFolder.h"
 #include "app/studio/StudioOptions.h"
 #include "app/studio/WindowInput.h"
 #include "app/studio/script/ScriptHost.h"
@@ -56,6 +57,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptNew() override;
   std::string ScriptOpen(const std::string& path) override;
   std::string ScriptSave(const std::string& path) override;
+  std::string ScriptPreview(const ScriptPreviewWish& wish) override;
   nlohmann::json ScriptState() override;
   void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;
@@ -112,6 +114,8 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void CheckForUpdate();
   void Quit();
 
+  /// Of the playback range, as the view shows it.
+  PreviewOptions PreviewOfRange();
   void BeginPlayback();
   void PlayOrStop(bool backwards);
   /// What the menu and the buttons of time show.
