@@ -35,7 +35,7 @@ Sound::Sound(int rate, int channels, std::vector<std::int16_t> samples)
   }
 }
 
-std::shared_ptr<const Sound> Sound::Read(const std::string& path, std::string& problem) {
+std::shared_ptr<const Sound> Sound::Read(const std::string& path, util::Sentence& problem) {
   std::error_code none;
   if (!std::filesystem::is_regular_file(path, none)) {
     problem = "there is no such file";
@@ -44,7 +44,7 @@ std::shared_ptr<const Sound> Sound::Read(const std::string& path, std::string& p
   SF_INFO info{};
   const std::unique_ptr<SNDFILE, CloseFile> file(sf_open(path.c_str(), SFM_READ, &info));
   if (!file || info.channels < 1 || info.samplerate < 1) {
-    problem = file ? "it holds no sound" : sf_strerror(nullptr);
+    problem = file ? util::Sentence("it holds no sound") : util::Sentence(sf_strerror(nullptr));
     return nullptr;
   }
   const int kept = info.channels <= 2 ? info.channels : 1;

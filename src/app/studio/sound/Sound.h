@@ -6,14 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "util/Sentence.h"
+
 namespace orv::app::sound {
 
 /// What a file holds, decoded. Never changed once it is shared: the thread that plays it reads it.
 class Sound {
  public:
-  /// Of WAV, FLAC, Ogg and MP3. More than two channels become one. Null with `problem`, a sentence,
-  /// when there is none or it is too long.
-  static std::shared_ptr<const Sound> Read(const std::string& path, std::string& problem);
+  /// Of WAV, FLAC, Ogg and MP3. More than two channels become one. Null with `problem` when there
+  /// is none or it is too long.
+  static std::shared_ptr<const Sound> Read(const std::string& path, util::Sentence& problem);
   /// `samples` are those of all channels, 1 or 2, by turns.
   Sound(int rate, int channels, std::vector<std::int16_t> samples);
 
