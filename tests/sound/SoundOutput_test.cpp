@@ -46,11 +46,11 @@ std::string WriteSound(const TempFolder& folder, const char* name, int format, i
 
 TEST(SoundOutput, ReadsFormatsAndRefusesWhatIsNone) {
   TempFolder folder;
-  std::string problem;
+  util::Sentence problem;
   for (const int channels : {1, 2, 4}) {
     const auto sound = Sound::Read(
         WriteSound(folder, "a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, channels, 20000), problem);
-    ASSERT_TRUE(sound) << problem;
+    ASSERT_TRUE(sound) << problem.text;
     EXPECT_EQ(sound->GetChannels(), channels == 2 ? 2 : 1);
     EXPECT_EQ(sound->GetLength(), 20000);
     EXPECT_EQ(sound->GetSamples()[100],
@@ -61,10 +61,10 @@ TEST(SoundOutput, ReadsFormatsAndRefusesWhatIsNone) {
   EXPECT_TRUE(Sound::Read(WriteSound(folder, "a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 2, 20000),
                           problem));
   EXPECT_FALSE(Sound::Read(folder.path + "/gone.wav", problem));
-  EXPECT_EQ(problem, "there is no such file");
-  problem.clear();
+  EXPECT_EQ(problem.text, "there is no such file");
+  problem = {};
   EXPECT_FALSE(Sound::Read(folder.Write("text.wav", "no sound at all"), problem));
-  EXPECT_NE(problem, "");
+  EXPECT_TRUE(problem);
 }
 
 TEST(SoundOutput, PlaysFromTheToldTimeSampleForSample) {
@@ -73,9 +73,10 @@ TEST(SoundOutput, PlaysFromTheToldTimeSampleForSample) {
   setenv("SDL_AUDIODRIVER", "disk", 1);
   setenv("SDL_DISKAUDIOFILE", out.c_str(), 1);
   std::string problem;
+  util::Sentence unread;
   const auto sound =
-      Sound::Read(WriteSound(folder, "a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 24000), problem);
-  ASSERT_TRUE(sound) << problem;
+      Sound::Read(WriteSound(folder, "a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 24000), unread);
+  ASSERT_TRUE(sound) << unread.text;
   // `begin` is the first time told; before the sound's beginning there is silence.
   for (const double begin : {0.5, -0.1}) {
     SoundOutput output;

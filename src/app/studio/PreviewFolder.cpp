@@ -16,11 +16,13 @@
 #include "app/studio/view/Renderer.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StagePicture.h"
+#include "gui/Texts.h"
 #include "util/AtomicFile.h"
 
 namespace orv::app {
 
 namespace fs = std::filesystem;
+using gui::Translate;
 
 namespace {
 
@@ -38,12 +40,12 @@ class OffscreenPicture {
     m_surface.setFormat(view::MakeFormat(0));
     m_surface.create();
     m_context.setFormat(view::MakeFormat(0));
-    problem = "there is no OpenGL for it";
+    problem = Translate("there is no OpenGL for it");
     if (!m_context.create() || !m_context.makeCurrent(&m_surface)) return false;
     GLint most = 0;
     m_context.functions()->glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &most);
     if (width > most || height > most) {
-      problem = "pictures can't be larger than " + std::to_string(most) + " pixels here";
+      problem = Translate("pictures can't be larger than %1 pixels here", {std::to_string(most)});
       return false;
     }
     m_target = std::make_unique<QOpenGLFramebufferObject>(
@@ -89,14 +91,20 @@ class FolderInTheMaking {
     std::error_code code;
     if (fs::exists(fs::symlink_status(m_folder, code)) &&
         (!fs::is_directory(m_folder, code) || !fs::is_empty(m_folder, code)))
-      return {m_folder.string(), "there are files already", "choose another folder", {}};
+      return {m_folder.string(),
+              Translate("there are files already"),
+              Translate("choose another folder"),
+              {}};
     if (fs::exists(fs::symlink_status(m_part, code)))
-      return {m_part.string(), "a preview that was interrupted is in the way", "remove it", {}};
+      return {m_part.string(),
+              Translate("a preview that was interrupted is in the way"),
+              Translate("remove it"),
+              {}};
     m_isMade = fs::create_directory(m_part, code);
     if (m_isMade) return {};
     return {m_folder.string(),
-            "the folder can't be made (" + code.message() + ")",
-            "choose one where you may write",
+            Translate("the folder can't be made: %1", {code.message()}),
+            Translate("choose one where you may write"),
             {}};
   }
   std::string PathOf(int frame) const {
@@ -138,7 +146,10 @@ PreviewResult WritePreview(rws::adaptor::headless::HeadlessAdaptor& host,
                            const Monitor& monitor) {
   PreviewResult result;
   if (options.width < 1 || options.height < 1 || options.last < options.first) {
-    result.problem = {folder, "there is nothing to write", "give a size and a range of frames", {}};
+    result.problem = {folder,
+                      Translate("there is nothing to write"),
+                      Translate("give a size and a range of frames"),
+                      {}};
     return result;
   }
   FolderInTheMaking made(folder);
@@ -164,7 +175,10 @@ PreviewResult WritePreview(rws::adaptor::headless::HeadlessAdaptor& host,
     picture.Make(frames, static_cast<double>(options.width) / options.height);
     const QImage image = canvas.Draw(picture.packet, options.isFixedQuality ? 0 : kPreviewSamples);
     if (image.isNull() || !image.save(QString::fromStdString(made.PathOf(frame)), "PNG")) {
-      result.problem = {folder, "a picture could not be written", "see that the disk has room", {}};
+      result.problem = {folder,
+                        Translate("a picture could not be written"),
+                        Translate("see that the disk has room"),
+                        {}};
       return result;
     }
     monitor.Tell(frame - options.first + 1, count);

@@ -110,11 +110,12 @@ void Studio::FollowSound() {
   const std::string file = sound ? sound->file : std::string();
   if (file == m_soundFile) return m_player->SetSoundStart(sound ? sound->start : 0.0);
   m_soundFile = file;
+  util::Sentence unread;
   std::string problem;
-  const auto read = file.empty() ? nullptr : sound::Sound::Read(file, problem);
-  if (!problem.empty()) {
+  const auto read = file.empty() ? nullptr : sound::Sound::Read(file, unread);
+  if (unread) {
     problem = Translate("The sound %1 is not heard: %2. Choose another, or put it back there.",
-                        {file, Translate(problem)});
+                        {file, Translate(unread.text)});
     // Behind what is told of the scene that has come.
     QTimer::singleShot(0, this, [this, problem] { Tell(problem); });
   }
@@ -134,7 +135,7 @@ void Studio::ChooseSound() {
   choice.frame = static_cast<int>(std::lround(start / duration));
   const int shown = choice.frame;
   MediaWindow window(m_windows, MediaWindow::Kind::kSound, [](const std::string& file) {
-    std::string problem;
+    util::Sentence problem;
     sound::Sound::Read(file, problem);
     return problem;
   });

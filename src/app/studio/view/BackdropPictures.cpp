@@ -10,10 +10,10 @@
 
 namespace orv::app::view {
 
-std::string CheckPicture(const std::string& file) {
+util::Sentence CheckPicture(const std::string& file) {
   const QString path = QString::fromStdString(file);
   if (!QFileInfo(path).isFile()) return "there is no such file";
-  return QImageReader(path).canRead() ? std::string() : "it is no picture that can be read";
+  return QImageReader(path).canRead() ? util::Sentence() : "it is no picture that can be read";
 }
 
 const BackdropPictures::Sequence& BackdropPictures::FindSequence(const std::string& file) {

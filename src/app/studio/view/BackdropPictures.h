@@ -11,11 +11,12 @@
 
 #include "adaptor/headless/SceneMedia.h"
 #include "app/studio/view/packet/FramePacket.h"
+#include "util/Sentence.h"
 
 namespace orv::app::view {
 
-/// Why a file can't stand behind a camera, a text to be translated; empty when it can.
-std::string CheckPicture(const std::string& file);
+/// Why a file can't stand behind a camera, empty when it can.
+util::Sentence CheckPicture(const std::string& file);
 
 /// Decodes pictures when they are asked for, and ahead of that when told; keeps the latest, as many
 /// as its memory holds. A file whose name has a number, and beside which others of the same name

@@ -17,7 +17,7 @@ using namespace gui::componentinterface;
 using gui::Translate;
 
 MediaWindow::MediaWindow(rws::core::windows::Windows& windows, Kind kind,
-                         std::function<std::string(const std::string&)> check)
+                         std::function<util::Sentence(const std::string& file)> check)
     : Window(windows, "Media", "/core/layout/rws_media.xml"),
       m_kind(kind),
       m_check(std::move(check)) {}
@@ -54,8 +54,8 @@ void MediaWindow::ShowFile() {
   const std::string& file = m_choice.file;
   SetText(kMediaFile, file.empty() ? Translate("None") : FileNameOf(file));
   if (gui::Component* label = Find(kMediaFile)) label->SetTooltip(file);
-  const std::string problem = file.empty() ? std::string() : m_check(file);
-  SetText(kMediaNotice, problem.empty() ? problem : file + ": " + Translate(problem));
+  const std::string problem = file.empty() ? std::string() : Translate(m_check(file).text);
+  SetText(kMediaNotice, problem.empty() ? problem : file + ": " + problem);
   if (gui::Component* notice = Find(kMediaNotice)) notice->SetVisible(!problem.empty());
   SetEnabled(kMediaAccept, problem.empty(), Translate("Choose a file that can be read, or none."));
   SetEnabled(kMediaNone, !file.empty(), Translate("There is none."));

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/windows/Window.h"
+#include "util/Sentence.h"
 
 namespace orv::app {
 
@@ -22,7 +23,7 @@ class MediaWindow : public rws::core::windows::Window {
 
   /// `check` tells what is wrong with a file, empty for nothing.
   MediaWindow(rws::core::windows::Windows& windows, Kind kind,
-              std::function<std::string(const std::string& file)> check);
+              std::function<util::Sentence(const std::string& file)> check);
 
   /// Begins with what `choice` holds. False when the user cancels.
   bool Run(Choice& choice);
@@ -36,7 +37,7 @@ class MediaWindow : public rws::core::windows::Window {
   void ChooseAFile();
 
   const Kind m_kind;
-  const std::function<std::string(const std::string&)> m_check;
+  const std::function<util::Sentence(const std::string&)> m_check;
   Choice m_choice;
 };
 
