@@ -571,7 +571,7 @@
     <message>
         <source>Ti&amp;me</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Ze&amp;it</translation>
+        <translation>Bildf&amp;olge</translation>
     </message>
     <message>
         <source>&amp;Play</source>
