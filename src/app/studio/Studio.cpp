@@ -114,6 +114,7 @@ Studio::Studio(const StudioOptions& options)
 }
 
 Studio::~Studio() {
+  m_player->changed = nullptr;
   m_stage->SetSettings(nullptr);
 }
 

@@ -57,8 +57,11 @@ void Studio::ShowPlayback() {
   show(kCommandPlayBackwards, back, "play-back");
   main->With<Button>(kCommandLoop, [this](Button& button) { button.SetDown(m_player->IsLoop()); });
   const std::string locked = m_document.IsRunning() ? WhyLocked() : std::string();
-  for (int id = kCommandPlay; id <= kCommandRangeEnd; ++id)
+  for (int id = kCommandPlay; id <= kCommandRangeEnd; ++id) {
     main->SetEnabled(id, locked.empty(), locked);
+    // A menu that was opened in a take has disabled their keys.
+    main->ShowCommand(id, locked.empty(), locked);
+  }
 }
 
 void Studio::PlayOrStop(bool backwards) {

@@ -101,11 +101,14 @@ void Timeline::Read() {
   m_isOld = false;
   ReadKeys();
   ReadTakes();
-  if (m_drag == Drag::kNone) {
-    m_host.GetTimeRange(m_begin, m_end);
-    const auto& sound = m_host.GetScene().GetSound();
-    m_soundStart = sound ? sound->start : 0.0;
-  }
+  ReadRange();
+}
+
+void Timeline::ReadRange() {
+  if (m_drag != Drag::kNone && m_drag != Drag::kTime && m_drag != Drag::kPan) return;
+  m_host.GetTimeRange(m_begin, m_end);
+  const auto& sound = m_host.GetScene().GetSound();
+  m_soundStart = sound ? sound->start : 0.0;
 }
 
 void Timeline::ReadKeys() {

@@ -86,6 +86,8 @@ class Timeline : public gui::component::qt::ViewHandler,
   void Read();
   void ReadKeys();
   void ReadTakes();
+  /// Range and sound, unless they are dragged.
+  void ReadRange();
   void PlaceRows();
   /// Why time can't be set now; empty when it can.
   std::string WhyLocked() const;

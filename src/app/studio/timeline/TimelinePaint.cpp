@@ -30,7 +30,10 @@ QColor Faint(QColor colour, double alpha) {
 }  // namespace
 
 void Timeline::Paint(QPainter& painter, QWidget& widget) {
-  if (m_isOld) Read();
+  // What a run records is read when it is over.
+  const bool runs = m_core.GetRunState() != rws::core::RunState::kIdle;
+  if (m_isOld && !runs) Read();
+  ReadRange();
   PlaceRows();
   m_scale.SetWidth(widget.width());
   if (m_fitsNext && widget.width() > 0) {
