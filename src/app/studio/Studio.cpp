@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/Scene.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
