@@ -596,12 +596,12 @@
     <message>
         <source>To the key be&amp;fore</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Zum vorigen &amp;Schlüssel</translation>
+        <translation>Zum vorigen &amp;Key</translation>
     </message>
     <message>
         <source>To the &amp;next key</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Zum &amp;nächsten Schlüssel</translation>
+        <translation>Zum &amp;nächsten Key</translation>
     </message>
     <message>
         <source>To the &amp;range's begin</source>
@@ -631,7 +631,7 @@
     <message>
         <source>Picture behin&amp;d the camera...</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Bild hinter der &amp;Kamera...</translation>
+        <translation>Bild hinter der Ka&amp;mera...</translation>
     </message>
     <message>
         <source>&amp;Window</source>
@@ -856,12 +856,12 @@
     <message>
         <source>To the key before</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Zum vorigen Schlüssel</translation>
+        <translation>Zum vorigen Key</translation>
     </message>
     <message>
         <source>To the key before of what is selected (Alt+Shift+Left)</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Zum vorigen Schlüssel der Auswahl (Alt+Umschalt+Links)</translation>
+        <translation>Zum vorigen Key der Auswahl (Alt+Umschalt+Links)</translation>
     </message>
     <message>
         <source>A frame back</source>
@@ -906,12 +906,12 @@
     <message>
         <source>To the next key</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Zum nächsten Schlüssel</translation>
+        <translation>Zum nächsten Key</translation>
     </message>
     <message>
         <source>To the next key of what is selected (Alt+Shift+Right)</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Zum nächsten Schlüssel der Auswahl (Alt+Umschalt+Rechts)</translation>
+        <translation>Zum nächsten Key der Auswahl (Alt+Umschalt+Rechts)</translation>
     </message>
     <message>
         <source>To the range's end</source>
@@ -1951,17 +1951,17 @@
     <message>
         <source>What is selected has no keys. Select nodes that have.</source>
         <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
-        <translation>Die Auswahl hat keine Schlüssel. Wählen Sie Knoten aus, die welche haben.</translation>
+        <translation>Die Auswahl hat keine Keys. Wählen Sie Knoten aus, die welche haben.</translation>
     </message>
     <message>
         <source>There is no later key of what is selected.</source>
         <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
-        <translation>Die Auswahl hat keinen späteren Schlüssel.</translation>
+        <translation>Die Auswahl hat keinen späteren Key.</translation>
     </message>
     <message>
         <source>There is no earlier key of what is selected.</source>
         <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
-        <translation>Die Auswahl hat keinen früheren Schlüssel.</translation>
+        <translation>Die Auswahl hat keinen früheren Key.</translation>
     </message>
     <message>
         <source>Playback range</source>

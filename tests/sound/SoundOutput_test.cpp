@@ -34,11 +34,10 @@ std::string WriteSound(const TempFolder& folder, const char* name, int format, i
   info.channels = channels;
   info.format = format;
   SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
-  for (long i = 0; file && i < length; ++i)
-    for (int c = 0; c < channels; ++c) {
-      const std::int16_t sample = SampleAt(i, c);
-      sf_write_short(file, &sample, 1);
-    }
+  std::vector<std::int16_t> samples;
+  for (long i = 0; i < length; ++i)
+    for (int c = 0; c < channels; ++c) samples.push_back(SampleAt(i, c));
+  sf_write_short(file, samples.data(), static_cast<sf_count_t>(samples.size()));
   sf_close(file);
   return path;
 }

@@ -5,6 +5,7 @@
 
 #include "core/windows/MainWindowIds.h"
 #include "studio/DrivenStudio.h"
+#include "studio/XDisplay.h"
 #include "support/TempFolder.h"
 
 namespace orv::tests {
@@ -152,7 +153,10 @@ TEST_F(Time, PreviewsAreWholeFoldersAndShowWhatStandsBehindTheCamera) {
   WriteSound();
   const std::string scene = WriteScene(), out = folder.path + "/out",
                     other = folder.path + "/other";
-  DrivenStudio studio(root, {"--quality", "fixed"});
+  if (const std::string missing = XDisplay::whatIsMissing(); !missing.empty())
+    GTEST_SKIP() << missing;
+  const XDisplay display;
+  DrivenStudio studio(root, {"--quality", "fixed"}, {"DISPLAY=" + display.name, kNoLeaks});
   studio.DoAll({"open " + scene, "key Alt+Right"});
   studio.Send("preview " + out + " camera=Eye size=64x48");
   const Json answer = studio.Read(60000);

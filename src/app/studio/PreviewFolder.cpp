@@ -162,6 +162,7 @@ PreviewResult WritePreview(rws::adaptor::headless::HeadlessAdaptor& host,
     return result;
   }
   view::SceneFrames frames(host);
+  frames.Read();  // so that it knows the camera
   frames.LookThrough(options.camera, kWhole);
   frames.SetSignsVisible(options.overlay);
   view::StagePicture picture(kWhole);
