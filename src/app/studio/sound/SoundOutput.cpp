@@ -12,7 +12,15 @@ namespace orv::app::sound {
 
 namespace {
 
-constexpr int kBuffer = 512;  ///< samples of a channel that are handed over at once
+/// Handed over at once (s): well below what may be off.
+constexpr double kBuffer = 0.0125;
+
+/// Samples of a channel, as SDL wants them.
+Uint16 PowerOfTwo(double most) {
+  Uint16 samples = 32;
+  while (samples * 2.0 <= most && samples < 8192) samples = static_cast<Uint16>(samples * 2);
+  return samples;
+}
 
 }  // namespace
 
@@ -56,7 +64,7 @@ bool SoundOutput::Open(std::string& problem) {
   wanted.freq = m_sound->GetRate();
   wanted.format = AUDIO_S16SYS;
   wanted.channels = static_cast<Uint8>(m_sound->GetChannels());
-  wanted.samples = kBuffer;
+  wanted.samples = PowerOfTwo(kBuffer * m_sound->GetRate());
   wanted.callback = &Reading::Fill;
   wanted.userdata = m_reading.get();
   m_reading->sound = m_sound.get();
