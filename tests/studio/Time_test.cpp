@@ -87,7 +87,7 @@ TEST_F(Time, IsScrubbedSteppedAndPlayedUntilATakeBegins) {
                                    {"Alt+Left", 90},
                                    {"Alt+End", 250},
                                    {"Home", 0},
-                                   {"PageDown", 25},
+                                   {"PgDown", 25},
                                    {"Alt+Right", 26}}) {
     studio.Do(std::string("key ") + key);
     EXPECT_EQ(Frame(studio), frame) << key;

@@ -161,7 +161,8 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::unique_ptr<StagePane> m_stage;
   std::unique_ptr<Player> m_player;
   std::unique_ptr<Timeline> m_timeline;
-  std::string m_soundFile;  ///< that was read, or could not be
+  std::string m_soundFile;             ///< that was read, or could not be
+  const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;
   WindowInput m_input;
   KeyFilter m_keys;  ///< behind it, and so ahead of it with every key

@@ -111,8 +111,11 @@ void Studio::SwitchEveryFrame() {
 void Studio::FollowSound() {
   const auto& sound = m_document.GetScene().GetSound();
   const std::string file = sound ? sound->file : std::string();
-  if (file == m_soundFile) return m_player->SetSoundStart(sound ? sound->start : 0.0);
+  const void* const scene = &m_document.GetScene();
+  if (file == m_soundFile && scene == m_soundScene)
+    return m_player->SetSoundStart(sound ? sound->start : 0.0);
   m_soundFile = file;
+  m_soundScene = scene;
   util::Sentence unread;
   std::string problem;
   const auto read = file.empty() ? nullptr : sound::Sound::Read(file, unread);

@@ -104,7 +104,8 @@ void MainWindowTake::ShowCommands() {
        isLast ? why : Translate("The last step is no take."));
   show(kResimulateButton, kCommandResimulate, why.empty(), why);
   const std::string locked = window.WhyLocked();
-  for (const int id : {kTakeTime, kTakeFrame, kTakeFrom, kTakeTo}) window.SetEnabled(id, idle, locked);
+  for (const int id : {kTakeTime, kTakeFrame, kTakeFrom, kTakeTo})
+    window.SetEnabled(id, idle, locked);
   if (GetBrowser()) window.SetEnabled(kTakeRate, idle, locked);
   window.SetEnabled(kSlowMotionFactor, state != RunState::kResimulating, locked);
 }
