@@ -79,6 +79,7 @@ TEST_F(Time, IsScrubbedSteppedAndPlayedUntilATakeBegins) {
     const double x = width * (0.5 + 0.94 * (frame - 125.0) / 250.0);
     return line + " at=" + std::to_string(std::lround(x)) + "," + std::to_string(y);
   };
+  studio.ExpectReadable("MainWindow");
   studio.Do("click" + at(100, 20));
   EXPECT_EQ(Frame(studio), 100);
   EXPECT_EQ(studio.ValueOf("MainWindow", kTakeFrame), "100");
@@ -127,7 +128,8 @@ TEST_F(Time, SoundIsHeardInPlaybackAndInTakesThatAreNotSlowed) {
   // A frame of silence, but for what the first picture took; then the sound from its beginning.
   std::size_t first = 0;
   while (first < bytes.size() / 2 && played[first] == 0) ++first;
-  EXPECT_LE(first, 0.04 * 8000);
+  EXPECT_LE(first, 0.14 * 8000);
+  EXPECT_LT(played[first], 0.1 * 8000);
   // Where the machine was late it goes on as it should be.
   int jumps = 0;
   for (std::size_t i = first + 1; i < bytes.size() / 2; ++i)
