@@ -6,6 +6,7 @@
 #include <cmath>
 #include <unordered_set>
 
+#include "app/studio/view/LinesPass.h"
 #include "app/studio/view/Shaders.h"
 
 namespace orv::app::view {
@@ -94,6 +95,11 @@ bool Renderer::Begin(std::string& problem) {
   auto program = std::make_unique<Program>();
   if (!Build(*program, MeshShader(0), problem)) return false;
   m_programs[0] = std::move(program);
+  Program strokes, corners;
+  if (!Build(strokes, LinesPass::StrokeShader(), problem) ||
+      !Build(corners, LinesPass::CornerShader(), problem))
+    return false;
+  m_lines = std::make_unique<LinesPass>(*m_gl, strokes.name, corners.name);
   return true;
 }
 
@@ -368,6 +374,7 @@ void Renderer::Draw(const FramePacket& packet, int width, int height, double pix
   m_gl->glDisable(GL_DEPTH_TEST);
   m_gl->glDisable(GL_CULL_FACE);
   DrawOutline(packet, width, height, pixelRatio, static_cast<unsigned>(framebuffer));
+  m_counts.all += m_lines->Draw(packet, m_viewProjection, width, height, pixelRatio);
   if (packet.gate.visible) DrawGate(packet);
   // As others who paint here expect it.
   m_gl->glDepthMask(GL_TRUE);

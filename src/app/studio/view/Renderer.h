@@ -13,6 +13,8 @@ class QOpenGLFunctions_3_3_Core;
 
 namespace orv::app::view {
 
+class LinesPass;
+
 /// A rectangle of a picture in device pixels, from the bottom left corner.
 struct PixelRect {
   int x = 0, y = 0, width = 0, height = 0;
@@ -73,6 +75,7 @@ class Renderer {
   QOpenGLFunctions_3_3_Core* m_gl = nullptr;
   std::unordered_map<unsigned, std::unique_ptr<Program>> m_programs;  ///< by ShaderBits
   std::unique_ptr<Program> m_grid, m_rectangle, m_outline;
+  std::unique_ptr<LinesPass> m_lines;
   std::unordered_map<std::uint64_t, std::unique_ptr<GpuMesh>> m_meshes;
   std::unordered_map<std::uint64_t, unsigned> m_textures;
   unsigned m_instances = 0;  ///< buffer

@@ -117,6 +117,8 @@ void StageView::MakePacket() {
   ChooseGrid(eye, m_packet.grid);
   view::SetEye(m_packet, m_pose, m_optics, Aspect());
   m_source.Write(m_packet);
+  m_packet.lines.clear();
+  if (linesWanted) linesWanted(m_packet);
 }
 
 void StageView::TakeColours() {

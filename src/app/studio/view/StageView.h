@@ -40,6 +40,8 @@ class StageView : public QOpenGLWidget {
   std::function<void()> cameraLeft;
   /// There is no picture to be had, and why.
   std::function<void(const std::string& problem)> failed;
+  /// The packet of the next picture stands but for its lines: who has some hangs them into it.
+  std::function<void(FramePacket& packet)> linesWanted;
   /// After each picture; for what is shown beside it.
   std::function<void()> painted;
 
