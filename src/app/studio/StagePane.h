@@ -11,8 +11,11 @@
 #include "adaptor/headless/HostObservers.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StageView.h"
+#include "app/studio/view/overlay/OverlayView.h"
 #include "core/windows/SceneBrowser.h"
 #include "gui/component/qt/ViewHandler.h"
+
+class QMenu;
 
 namespace orv::rws::core {
 class CoreImplementation;
@@ -38,6 +41,8 @@ class StagePane : public gui::component::qt::ViewHandler,
 
   /// Where the user's choices are kept; null for nowhere.
   void SetSettings(rws::core::windows::WindowSettings* settings);
+  /// For the line about pictures a second.
+  void SetLatency(const view::PictureLatency& latency) { m_overlayView.SetLatency(latency); }
 
   // ViewHandler
   void Paint(QPainter& painter, QWidget& widget) override;
@@ -56,10 +61,12 @@ class StagePane : public gui::component::qt::ViewHandler,
   void NotePicture();
   void Select(const std::vector<std::uint32_t>& ids, view::PickMode mode);
   void OpenMenu(const QPoint& at);
+  void AddOverlayMenu(QMenu& menu);
   void ShowNote();
   void Keep(const char* key, const std::string& value);
   std::string GetKept(const char* key) const;
   void TakeChoices();
+  void ConnectOverlay();
 
   rws::core::CoreImplementation& m_core;
   rws::adaptor::headless::HeadlessAdaptor& m_host;
@@ -67,6 +74,8 @@ class StagePane : public gui::component::qt::ViewHandler,
   rws::core::windows::WindowSettings* m_settings = nullptr;
   view::Quality m_quality;
   view::SceneFrames m_frames;
+  view::Overlay m_overlay;
+  view::OverlayView m_overlayView;
   QPointer<view::StageView> m_view;
   QPointer<QLabel> m_note;        ///< what the grid's step is, and which camera is looked through
   std::string m_problem;          ///< why there is no picture
