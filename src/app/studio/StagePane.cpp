@@ -147,10 +147,12 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
 
 void StagePane::ConnectOverlay() {
   m_view->linesWanted = [this](view::FramePacket& packet) {
+    m_overlayView.Read();
     m_overlayView.Write(packet, m_view->height());
   };
   m_view->paintOver = [this](QPainter& painter) {
-    m_overlayView.Paint(painter, m_view->GetPacket(), m_view->size(), m_view->palette());
+    m_overlayView.PaintNames(painter, m_view->GetPacket(), m_view->rect(), m_view->palette());
+    m_overlayView.Paint(painter, m_view->size(), m_view->palette());
   };
 }
 

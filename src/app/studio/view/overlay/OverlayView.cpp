@@ -30,9 +30,8 @@ Material GhostMaterial() {
   return material;
 }
 
-/// Place in the picture (pixels of the desktop, from the top left corner); false for one that is
-/// not in it.
-bool Project(const FramePacket& packet, const util::Vector3<double>& world, const QSize& size,
+/// Where it is in a picture that lies there (pixels of the desktop); false for what is not in it.
+bool Project(const FramePacket& packet, const util::Vector3<double>& world, const QRect& picture,
              QPointF& place) {
   const util::Vector3<double> p = world - packet.origin;
   const auto& view = packet.camera.view;
@@ -43,7 +42,8 @@ bool Project(const FramePacket& packet, const util::Vector3<double>& world, cons
   if (!(eye[2] < 0.0)) return false;
   const double x = projection[0] * eye[0] / -eye[2], y = projection[5] * eye[1] / -eye[2];
   if (!(std::abs(x) <= 1.0 && std::abs(y) <= 1.0)) return false;
-  place = {0.5 * (1.0 + x) * size.width(), 0.5 * (1.0 - y) * size.height()};
+  place = {picture.x() + 0.5 * (1.0 + x) * picture.width(),
+           picture.y() + 0.5 * (1.0 - y) * picture.height()};
   return true;
 }
 
@@ -58,16 +58,23 @@ void PaintPlate(QPainter& painter, const QRectF& place, const QPalette& palette)
 
 // --- lines ---
 
+LineSet& OverlayView::LinesOf(const FramePacket& packet) {
+  for (const auto& picture : m_pictures)
+    if (picture->packet == &packet) return picture->lines;
+  m_pictures.push_back(std::make_unique<Picture>(Picture{&packet, {}}));
+  return m_pictures.back()->lines;
+}
+
 void OverlayView::Write(FramePacket& packet, int height) {
-  m_overlay.Read();
-  m_lines.Begin(packet.origin);
-  m_lines.hidden = 0.35f;
+  LineSet& lines = LinesOf(packet);
+  lines.Begin(packet.origin);
+  lines.hidden = 0.35f;
   const ScreenScale scale = ScreenScale::Of(packet, height);
   if (m_overlay.IsShown(kOverlayPaths))
-    DrawPaths(m_overlay.GetPaths(), m_overlay.GetTime(), scale, m_lines);
+    DrawPaths(m_overlay.GetPaths(), m_overlay.GetTime(), scale, lines);
   for (const rws::RigMarks& marks : m_overlay.GetMarks())
-    DrawMarks(marks, m_overlay.GetChoice(), scale, m_lines);
-  if (!m_lines.IsEmpty()) packet.lines.push_back(&m_lines);
+    DrawMarks(marks, m_overlay.GetChoice(), scale, lines);
+  if (!lines.IsEmpty()) packet.lines.push_back(&lines);
   WriteGhost(packet);
 }
 
@@ -130,33 +137,32 @@ void OverlayView::WriteGhost(FramePacket& packet) {
 
 // --- texts ---
 
-void OverlayView::Paint(QPainter& painter, const FramePacket& packet, const QSize& size,
-                        const QPalette& palette) {
-  if (m_overlay.IsShown(kOverlayNames)) PaintNames(painter, packet, size, palette);
+void OverlayView::Paint(QPainter& painter, const QSize& size, const QPalette& palette) {
   if (!m_overlay.GetPerformers().empty()) PaintInputs(painter, size, palette);
   if (m_overlay.IsShown(kOverlayRate)) PaintRate(painter, size, palette);
 }
 
 /// What is selected comes first; a name that would lie on another is left out.
-void OverlayView::PaintNames(QPainter& painter, const FramePacket& packet, const QSize& size,
+void OverlayView::PaintNames(QPainter& painter, const FramePacket& packet, const QRect& place,
                              const QPalette& palette) {
   m_namePlaces.clear();
+  if (!m_overlay.IsShown(kOverlayNames)) return;
   const QFontMetrics metrics = painter.fontMetrics();
   for (const Overlay::Name& name : m_overlay.GetNames()) {
     QPointF at;
     if (m_namePlaces.size() >= kMostNames) break;
     if (!name.node->IsValid() ||
-        !Project(packet, name.node->GetWorldPose(m_overlay.GetTime()).translation(), size, at))
+        !Project(packet, name.node->GetWorldPose(m_overlay.GetTime()).translation(), place, at))
       continue;
-    const QRectF place(at.x() + 6.0, at.y() - 0.5 * metrics.height(),
+    const QRectF plate(at.x() + 6.0, at.y() - 0.5 * metrics.height(),
                        metrics.horizontalAdvance(name.text) + 6.0, metrics.height());
     if (std::any_of(m_namePlaces.begin(), m_namePlaces.end(),
-                    [&](const QRectF& other) { return other.intersects(place); }))
+                    [&](const QRectF& other) { return other.intersects(plate); }))
       continue;
-    m_namePlaces.push_back(place);
-    PaintPlate(painter, place, palette);
+    m_namePlaces.push_back(plate);
+    PaintPlate(painter, plate, palette);
     painter.setPen(palette.color(name.isSelected ? QPalette::Highlight : QPalette::WindowText));
-    painter.drawText(place, Qt::AlignCenter, name.text);
+    painter.drawText(plate, Qt::AlignCenter, name.text);
   }
 }
 
