@@ -226,7 +226,7 @@ void OverlayView::PaintRate(QPainter& painter, const QSize& size, const QPalette
   };
   std::string text = Translate("%1 pictures/s, %2 ms each", {number(rate, 1), number(m_cost, 1)});
   if (m_latency.median >= 0.0)
-    text += "\n" + Translate("From the hand: %1 ms, at most %2 ms of 19 in 20",
+    text += "\n" + Translate("Latency: median %1 ms, 95 % within %2 ms",
                              {number(m_latency.median, 0), number(m_latency.p95, 0)});
   const QString shown = QString::fromStdString(text);
   const QFontMetrics metrics = painter.fontMetrics();
