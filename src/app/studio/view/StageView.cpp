@@ -53,6 +53,7 @@ StageView::StageView(FrameSource& source, Quality quality, QWidget* parent)
     : QOpenGLWidget(parent), m_source(source) {
   setFormat(MakeFormat(ChooseSamples(GetGraphics(), quality == Quality::kFixed)));
   setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
   TakeColours();
 }
 
@@ -119,6 +120,7 @@ void StageView::MakePacket() {
   m_source.Write(m_packet);
   m_packet.lines.clear();
   if (linesWanted) linesWanted(m_packet);
+  if (m_interactor) m_interactor->Draw(m_packet);
 }
 
 void StageView::TakeColours() {
@@ -238,7 +240,7 @@ void StageView::Pick(const QRect& part, PickMode mode) {
 // --- hands ---
 
 void StageView::mousePressEvent(QMouseEvent* event) {
-  if (m_button != Qt::NoButton) return;
+  if (m_button != Qt::NoButton || (m_interactor && m_interactor->OnPress(*event))) return;
   const Qt::KeyboardModifiers keys = event->modifiers();
   const PointerButton button = event->button() == Qt::LeftButton     ? PointerButton::kLeft
                                : event->button() == Qt::MiddleButton ? PointerButton::kMiddle
@@ -251,7 +253,10 @@ void StageView::mousePressEvent(QMouseEvent* event) {
 }
 
 void StageView::mouseMoveEvent(QMouseEvent* event) {
-  if (m_button == Qt::NoButton) return;
+  if (m_button == Qt::NoButton) {
+    if (m_interactor) m_interactor->OnMove(*event);
+    return;
+  }
   const QPoint by = event->pos() - m_last;
   if (!m_isDragged &&
       (event->pos() - m_pressed).manhattanLength() < QApplication::startDragDistance())
@@ -279,6 +284,7 @@ void StageView::Drag(const QPoint& by) {
 }
 
 void StageView::mouseReleaseEvent(QMouseEvent* event) {
+  if (m_button == Qt::NoButton && m_interactor && m_interactor->OnRelease(*event)) return;
   if (event->button() != m_button) return;
   m_button = Qt::NoButton;
   if (m_band) m_band->hide();
@@ -290,10 +296,27 @@ void StageView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void StageView::wheelEvent(QWheelEvent* event) {
+  if (m_interactor && m_interactor->OnWheel(*event)) return;
   LeaveCamera();
   m_eye.Dolly(std::pow(kWheelFactor, event->angleDelta().y() / 120.0));
   update();
   event->accept();
+}
+
+bool StageView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && m_interactor &&
+      m_interactor->WantsKey(*static_cast<QKeyEvent*>(event)))
+    event->accept();
+  // Tab would go to the next widget before it comes as a key.
+  if (event->type() == QEvent::KeyPress && m_interactor &&
+      m_interactor->OnKey(*static_cast<QKeyEvent*>(event)))
+    return true;
+  return QOpenGLWidget::event(event);
+}
+
+void StageView::focusOutEvent(QFocusEvent* event) {
+  if (m_interactor) m_interactor->OnFocusLost();
+  QOpenGLWidget::focusOutEvent(event);
 }
 
 void StageView::keyPressEvent(QKeyEvent* event) {

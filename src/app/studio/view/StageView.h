@@ -9,6 +9,7 @@
 
 #include "app/studio/view/FrameSource.h"
 #include "app/studio/view/Renderer.h"
+#include "app/studio/view/StageInteractor.h"
 #include "app/studio/view/packet/Navigation.h"
 #include "app/studio/view/packet/ViewCamera.h"
 
@@ -45,6 +46,8 @@ class StageView : public QOpenGLWidget {
   /// After each picture; for what is shown beside it.
   std::function<void()> painted;
 
+  /// Outlives this one; null for none.
+  void SetInteractor(StageInteractor* interactor) { m_interactor = interactor; }
   void SetNavigation(NavigationPreset preset) { m_preset = preset; }
   NavigationPreset GetNavigation() const { return m_preset; }
   void SetShading(Shading shading);
@@ -65,14 +68,19 @@ class StageView : public QOpenGLWidget {
   /// The ray through a place of the widget, as of the latest picture (world, m).
   void GetRay(const QPointF& at, util::Vector3<double>& origin,
               util::Vector3<double>& direction) const;
-  /// As of the latest picture.
+  // As of the latest picture.
   const FramePacket& GetPacket() const { return m_packet; }
+  /// Without scale.
+  const util::Matrix<double>& GetEyePose() const { return m_pose; }
+  const Optics& GetOptics() const { return m_optics; }
   Renderer::Counts GetCounts() const;
 
  protected:
   void initializeGL() override;
   void paintGL() override;
+  bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -92,6 +100,7 @@ class StageView : public QOpenGLWidget {
   double Aspect() const;
 
   FrameSource& m_source;
+  StageInteractor* m_interactor = nullptr;
   std::unique_ptr<Renderer> m_renderer;  ///< null while there is no context that can draw
   FramePacket m_packet;
   OrbitEye m_eye;
