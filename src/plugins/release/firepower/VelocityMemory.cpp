@@ -63,6 +63,21 @@ Vector VelocityMemory::At(double time) const {
   return flight.velocity;
 }
 
+bool VelocityMemory::IsTurnedUntil(double time) const {
+  for (std::size_t i = 1; i < m_marks.size(); ++i) {
+    const Sample& last = m_marks[i - 1];
+    const Sample& mark = m_marks[i];
+    if (mark.time > time + util::kFrameTolerance) break;
+    const Span& span = *LatestAt(m_spans, last.time);
+    Flight flight{{}, last.velocity};
+    flight.Free(span.rules, mark.time - last.time);
+    // Other rules from this frame on have acted in it already.
+    const double most = 1e-6 + 0.5 * last.velocity.length();
+    if ((flight.velocity - mark.velocity).length() > most) return true;
+  }
+  return false;
+}
+
 void VelocityMemory::CutBehind(double time) {
   const double last = time + util::kFrameTolerance;
   while (!m_marks.empty() && m_marks.back().time > last) m_marks.pop_back();
