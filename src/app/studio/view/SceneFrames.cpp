@@ -198,6 +198,17 @@ std::shared_ptr<const Model> SceneFrames::ShareModel(Model model) {
 
 // --- each picture ---
 
+Matrix<double> SceneFrames::ReadPose(const Shown& shown, double time) const {
+  Matrix<double> below;
+  if (!m_preview.empty())
+    for (const SceneNode* at = shown.node; at; at = at->GetParent()) {
+      for (const auto& [node, world] : m_preview)
+        if (node == at) return world * below;
+      below = at->LocalMatrix(time) * below;
+    }
+  return shown.host->GetWorldPose(time);
+}
+
 void SceneFrames::Read() {
   if (!m_isTreeOld && m_scene == &m_host.GetScene())
     m_isTreeOld = std::any_of(m_shown.begin(), m_shown.end(),
@@ -206,7 +217,7 @@ void SceneFrames::Read() {
   const double time = m_host.GetCurrentTime();
   for (Shown& shown : m_shown) {
     if (!shown.model && !shown.selected && shown.node != m_through) continue;
-    shown.world = shown.host->GetWorldPose(time);
+    shown.world = ReadPose(shown, time);
     if (!IsFinite(shown.world)) shown.world = {};
     if (!shown.model) {
       shown.box = {};
