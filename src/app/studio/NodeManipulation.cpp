@@ -69,9 +69,12 @@ bool NodeManipulation::ReadTarget(SceneNode& node, double time, Target& target) 
 
 void NodeManipulation::Read(Selection& selection) {
   selection.targets.clear();
-  selection.blocked = Translate(m_core.WhyLocked().text);
+  selection.blocked.clear();
   selection.reference.reset();
-  if (!selection.blocked.empty()) return;
+  if (m_core.GetRunState() != rws::core::RunState::kIdle) {
+    selection.blocked = Translate(m_core.WhyLocked().text);
+    return;
+  }
   const double time = m_host.GetCurrentTime();
   std::vector<SceneNode*> nodes;
   for (const int key : m_browser.GetSelection())
@@ -143,6 +146,7 @@ std::string NodeManipulation::Place(const char* verb, const std::vector<Placing>
   UndoBlock block(m_host, name);
   for (const auto& [node, pose] : placings) {
     wanted.push_back(With({pose.translation, pose.rotation, pose.scale}, node->LocalTrs(time)));
+    if (!pose.translation && !pose.rotation && !pose.scale) continue;
     if (!rws::adaptor::IsFinite(wanted.back()))
       return Translate("That is no place in the scene.");
     const PlacingResult placed = PlaceNode(m_host.HandOut(*node), pose, time);

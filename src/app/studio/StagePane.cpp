@@ -8,6 +8,7 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
 #include "app/studio/HeadlessBrowser.h"
+#include "app/studio/StageManipulator.h"
 #include "app/studio/view/Graphics.h"
 #include "core/CoreImplementation.h"
 #include "core/services/Log.h"
@@ -50,7 +51,9 @@ StagePane::StagePane(rws::core::CoreImplementation& core,
       m_host(host),
       m_browser(browser),
       m_quality(isFixedQuality ? view::Quality::kFixed : view::Quality::kByMachine),
-      m_frames(host) {
+      m_frames(host),
+      m_nodes(core, host, browser, m_frames) {
+  m_nodes.changed = [this] { Update(); };
   m_host.GetObservers().Add(*this);
   m_browser.AddObserver(*this);
   m_later.setSingleShot(true);
@@ -86,6 +89,7 @@ void StagePane::TakeChoices() {
                                                         : NavigationPreset::kBlender);
   m_view->SetShading(GetKept("shading") == "wire" ? Shading::kWireOverPlain : Shading::kPlain);
   m_view->SetGridVisible(GetKept("grid") != "no");
+  m_hands->TakeChoices();
 }
 
 // --- the widget ---
@@ -125,6 +129,11 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
       view->deleteLater();
     });
   };
+  m_hands = std::make_unique<StageManipulator>(m_core, m_nodes, *m_view);
+  m_hands->kept = [this](const char* key) { return GetKept(key); };
+  m_hands->keep = [this](const char* key, const std::string& value) { Keep(key, value); };
+  m_view->SetInteractor(m_hands.get());
+  QObject::connect(m_view, &QObject::destroyed, [this] { m_hands.reset(); });
   m_note = new QLabel(m_view);
   m_note->setAttribute(Qt::WA_TransparentForMouseEvents);
   const int space = gui::component::qt::Scaled(8);
@@ -230,6 +239,7 @@ void StagePane::OpenMenu(const QPoint& at) {
   add(*menu, Translate("Show the &selection") + "\tF", [this] {
     m_view->FrameSelected();
   })->setEnabled(!m_browser.GetSelection().empty());
+  m_hands->AddTo(*menu);
   menu->addSeparator();
   QMenu* cameras = menu->addMenu(Shown(Translate("Look &through")));
   for (const SceneNode* node : m_host.GetScene().GetNodes()) {

@@ -5,10 +5,12 @@
 #include <QLabel>
 #include <QPointer>
 #include <QTimer>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
+#include "app/studio/NodeManipulation.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StageView.h"
 #include "core/windows/SceneBrowser.h"
@@ -24,6 +26,7 @@ class WindowSettings;
 namespace orv::app {
 
 class HeadlessBrowser;
+class StageManipulator;
 
 /// Shows the scene at its time, in takes too, and shares the selection of the trees. Where there is
 /// no OpenGL a text says so in the picture's place, and all else goes on.
@@ -67,6 +70,8 @@ class StagePane : public gui::component::qt::ViewHandler,
   rws::core::windows::WindowSettings* m_settings = nullptr;
   view::Quality m_quality;
   view::SceneFrames m_frames;
+  NodeManipulation m_nodes;
+  std::unique_ptr<StageManipulator> m_hands;  ///< of the view, and no longer there than it
   QPointer<view::StageView> m_view;
   QPointer<QLabel> m_note;        ///< what the grid's step is, and which camera is looked through
   std::string m_problem;          ///< why there is no picture
