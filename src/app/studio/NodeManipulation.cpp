@@ -87,8 +87,8 @@ void NodeManipulation::Read(Selection& selection) {
     if (above) continue;
     Target target;
     if (!ReadTarget(*node, time, target))
-      selection.blocked = Translate("%1 can't be placed: a node above it has a scale of 0.",
-                                    {node->GetName()});
+      selection.blocked =
+          Translate("%1 can't be placed: a node above it has a scale of 0.", {node->GetName()});
     selection.targets.push_back(std::move(target));
   }
   ReadTarget(*nodes.back(), time, selection.active);
@@ -147,8 +147,7 @@ std::string NodeManipulation::Place(const char* verb, const std::vector<Placing>
   for (const auto& [node, pose] : placings) {
     wanted.push_back(With({pose.translation, pose.rotation, pose.scale}, node->LocalTrs(time)));
     if (!pose.translation && !pose.rotation && !pose.scale) continue;
-    if (!rws::adaptor::IsFinite(wanted.back()))
-      return Translate("That is no place in the scene.");
+    if (!rws::adaptor::IsFinite(wanted.back())) return Translate("That is no place in the scene.");
     const PlacingResult placed = PlaceNode(m_host.HandOut(*node), pose, time);
     if (!placed.error.empty())
       return Translate("%1 can't be placed: %2", {node->GetName(), Translate(placed.error)});
@@ -239,8 +238,8 @@ double NodeManipulation::GetDepth(const Selection& selection) {
   double depth = 0.0;
   for (const Target& target : selection.targets)
     if (const SceneNode* node = m_browser.GetNode(target.id))
-      depth = std::max(depth, selection.active.world.translation().y -
-                                  FindLowest(*node, time).box.low.y);
+      depth = std::max(depth,
+                       selection.active.world.translation().y - FindLowest(*node, time).box.low.y);
   return depth;
 }
 

@@ -38,8 +38,8 @@ class NodeManipulation : public view::ManipulatedScene {
   void TakeReference();
   /// Empty for none, and when it has gone.
   std::string GetReferenceName();
-  /// Each selected node goes down, or up, onto what lies under it; one step of undo. An empty answer
-  /// means success; any other says why nothing has changed.
+  /// Each selected node goes down, or up, onto what lies under it; one step of undo. An empty
+  /// answer means success; any other says why nothing has changed.
   std::string DropToGround();
   /// Hands over, and forgets, what the latest change had besides, such as keys that it set.
   std::string TakeNote() { return std::exchange(m_note, {}); }

@@ -138,7 +138,8 @@ void StageManipulator::AddTo(QMenu& menu) {
     check(names[i] + "\t" + (maya ? "WERQ" : "GRSQ")[i], options.tool == kToolOf[i],
           choose(kTool, kTools[i]));
   nodes->addSeparator();
-  const std::string spaces[] = {Translate("Along the &world's axes"), Translate("Along its &own axes"),
+  const std::string spaces[] = {Translate("Along the &world's axes"),
+                                Translate("Along its &own axes"),
                                 Translate("Along the &parent's axes")};
   for (std::size_t i = 0; i < 3; ++i)
     check(spaces[i], static_cast<std::size_t>(options.space) == i, choose(kSpace, kSpaces[i]));
@@ -162,8 +163,9 @@ void StageManipulator::AddTo(QMenu& menu) {
   snap(Translate("Snap to no&des"), kNodes, options.toNodes);
   snap(Translate("Snap to s&urfaces"), kGround, options.toGround);
   nodes->addSeparator();
-  add(Translate("Drop to g&round") + "\t" + Translate("End"), [this] { Drop(); })
-      ->setEnabled(!m_manipulator.GetSelection().targets.empty());
+  add(Translate("Drop to g&round") + "\t" + Translate("End"), [this] {
+    Drop();
+  })->setEnabled(!m_manipulator.GetSelection().targets.empty());
 }
 
 // --- the mouse ---
@@ -257,8 +259,8 @@ bool StageManipulator::OnKey(QKeyEvent& event) {
     return true;
   }
   const Tool tool = ToolOf(event.key());
-  Choose(kTool, kTools[std::find(std::begin(kToolOf), std::end(kToolOf), tool) -
-                       std::begin(kToolOf)]);
+  Choose(kTool,
+         kTools[std::find(std::begin(kToolOf), std::end(kToolOf), tool) - std::begin(kToolOf)]);
   if (tool != Tool::kNone && m_view.GetNavigation() == NavigationPreset::kBlender)
     BeginAnywhere(tool);
   return true;
@@ -301,8 +303,8 @@ void StageManipulator::DragKey(const QKeyEvent& event) {
     m_manipulator.NextNumber();
   } else if (tool != Tool::kNone && tool != m_manipulator.GetDragTool()) {
     Cancel();
-    Choose(kTool, kTools[std::find(std::begin(kToolOf), std::end(kToolOf), tool) -
-                         std::begin(kToolOf)]);
+    Choose(kTool,
+           kTools[std::find(std::begin(kToolOf), std::end(kToolOf), tool) - std::begin(kToolOf)]);
     return BeginAnywhere(tool);
   } else if (!TakeArrow(event)) {
     const QString text = event.text();
@@ -346,11 +348,10 @@ void StageManipulator::OnFocusLost() {
 
 void StageManipulator::Draw(view::FramePacket& packet) {
   const double scale = gui::component::qt::Scaled(960) / 960.0;
-  m_manipulator.SetUnit(
-      rws::core::windows::UnitOf(m_core.GetPreferences().units).perMetre);
-  m_manipulator.SetView(view::ViewFrame(m_view.GetEyePose(), m_view.GetOptics(), m_view.width(),
-                                        m_view.height()),
-                        packet.grid.step, scale);
+  m_manipulator.SetUnit(rws::core::windows::UnitOf(m_core.GetPreferences().units).perMetre);
+  m_manipulator.SetView(
+      view::ViewFrame(m_view.GetEyePose(), m_view.GetOptics(), m_view.width(), m_view.height()),
+      packet.grid.step, scale);
   // Something else has come between, such as a take.
   if (m_wasDragging && !m_manipulator.IsDragging()) {
     End();

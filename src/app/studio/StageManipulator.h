@@ -73,10 +73,10 @@ class StageManipulator : public view::StageInteractor {
   view::LineSet m_lines;
   QPointer<QLabel> m_numbers, m_status;
   QTimer m_statusTime;
-  QPointF m_at;              ///< of the pointer, as far as the view knows
+  QPointF m_at;  ///< of the pointer, as far as the view knows
   QPointF m_pressed;
-  bool m_isHeld = false;     ///< a handle is, by the left button
-  bool m_isBeyond = false;   ///< the pointer has left where it was pressed
+  bool m_isHeld = false;    ///< a handle is, by the left button
+  bool m_isBeyond = false;  ///< the pointer has left where it was pressed
   bool m_wasDragging = false;
 };
 

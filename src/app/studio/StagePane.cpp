@@ -129,11 +129,11 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
       view->deleteLater();
     });
   };
-  m_hands = std::make_unique<StageManipulator>(m_core, m_nodes, *m_view);
+  auto hands = std::make_unique<StageManipulator>(m_core, m_nodes, *m_view);
+  m_hands = hands.get();
   m_hands->kept = [this](const char* key) { return GetKept(key); };
   m_hands->keep = [this](const char* key, const std::string& value) { Keep(key, value); };
-  m_view->SetInteractor(m_hands.get());
-  QObject::connect(m_view, &QObject::destroyed, [this] { m_hands.reset(); });
+  m_view->SetInteractor(std::move(hands));
   m_note = new QLabel(m_view);
   m_note->setAttribute(Qt::WA_TransparentForMouseEvents);
   const int space = gui::component::qt::Scaled(8);

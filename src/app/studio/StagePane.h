@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QTimer>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -71,8 +70,8 @@ class StagePane : public gui::component::qt::ViewHandler,
   view::Quality m_quality;
   view::SceneFrames m_frames;
   NodeManipulation m_nodes;
-  std::unique_ptr<StageManipulator> m_hands;  ///< of the view, and no longer there than it
   QPointer<view::StageView> m_view;
+  StageManipulator* m_hands = nullptr;  ///< the view's own
   QPointer<QLabel> m_note;        ///< what the grid's step is, and which camera is looked through
   std::string m_problem;          ///< why there is no picture
   const void* m_scene = nullptr;  ///< that the eye was set for

@@ -46,8 +46,8 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
 
   /// These and what hangs below them get an outline.
   void Select(std::vector<const SceneNode*> nodes);
-  /// Pictures show these nodes elsewhere than they stand, by their world poses, and what hangs below
-  /// them with them. Empty: all as it is.
+  /// Pictures show these nodes elsewhere than they stand, by their world poses, and what hangs
+  /// below them with them. Empty: all as it is.
   using Preview = std::vector<std::pair<const SceneNode*, util::Matrix<double>>>;
   void SetPreview(Preview preview) { m_preview = std::move(preview); }
   /// The node that an id of the latest packet stands for; null for 0, and when it has gone since.

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/studio/view/FrameSource.h"
@@ -46,8 +47,9 @@ class StageView : public QOpenGLWidget {
   /// After each picture; for what is shown beside it.
   std::function<void()> painted;
 
-  /// Outlives this one; null for none.
-  void SetInteractor(StageInteractor* interactor) { m_interactor = interactor; }
+  void SetInteractor(std::unique_ptr<StageInteractor> interactor) {
+    m_interactor = std::move(interactor);
+  }
   void SetNavigation(NavigationPreset preset) { m_preset = preset; }
   NavigationPreset GetNavigation() const { return m_preset; }
   void SetShading(Shading shading);
@@ -100,8 +102,8 @@ class StageView : public QOpenGLWidget {
   double Aspect() const;
 
   FrameSource& m_source;
-  StageInteractor* m_interactor = nullptr;
-  std::unique_ptr<Renderer> m_renderer;  ///< null while there is no context that can draw
+  std::unique_ptr<StageInteractor> m_interactor;  ///< null for none
+  std::unique_ptr<Renderer> m_renderer;           ///< null while there is no context that can draw
   FramePacket m_packet;
   OrbitEye m_eye;
   Optics m_optics;

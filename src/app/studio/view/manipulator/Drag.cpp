@@ -31,7 +31,8 @@ Drag::Drag(Tool tool, const Constraint& constraint, Grip grip, const Frame& fram
       m_view(view),
       m_size(size),
       m_start(start) {
-  m_hasStart = m_tool == Tool::kTurn ? FindAngle(start, m_lastAngle) : FindMove(start, m_startPlace);
+  m_hasStart =
+      m_tool == Tool::kTurn ? FindAngle(start, m_lastAngle) : FindMove(start, m_startPlace);
   m_change = Begin();
 }
 
@@ -106,8 +107,7 @@ double Drag::FollowTurn(const Pixel& at) {
   if (!m_hasStart || !FindAngle(at, angle)) return m_change.angle;
   const double by = angle - m_lastAngle;
   m_lastAngle = angle;
-  const bool isUnrolled =
-      std::abs(GetTurnAxis().dot(m_view.SightTo(m_frame.origin))) < kEdgeOn;
+  const bool isUnrolled = std::abs(GetTurnAxis().dot(m_view.SightTo(m_frame.origin))) < kEdgeOn;
   return m_change.angle + (isUnrolled ? by : std::remainder(by, 2.0 * util::kPi));
 }
 

@@ -49,9 +49,9 @@ class Drag {
   ViewFrame m_view;
   double m_size = 1.0;
   Pixel m_start;
-  bool m_hasStart = false;  ///< the start means something
-  Vector m_startPlace;      ///< of a move, and of a scale by its handle, along the axis
-  double m_lastAngle = 0.0; ///< as of the latest pointer, within a turn
+  bool m_hasStart = false;   ///< the start means something
+  Vector m_startPlace;       ///< of a move, and of a scale by its handle, along the axis
+  double m_lastAngle = 0.0;  ///< as of the latest pointer, within a turn
   Change m_change;
 };
 

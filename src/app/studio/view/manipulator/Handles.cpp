@@ -15,10 +15,10 @@ namespace {
 using Kind = Constraint::Kind;
 
 // Of an axis' length.
-constexpr double kStem = 0.22;                        ///< where an axis begins
+constexpr double kStem = 0.22;                          ///< where an axis begins
 constexpr double kSquareFrom = 0.34, kSquareTo = 0.54;  ///< of a plane's square, along both axes
-constexpr double kTip = 0.2, kTipWidth = 0.07;        ///< of an arrow
-constexpr double kCube = 0.06;                        ///< half of it, at the end of a scale's axis
+constexpr double kTip = 0.2, kTipWidth = 0.07;          ///< of an arrow
+constexpr double kCube = 0.06;    ///< half of it, at the end of a scale's axis
 constexpr double kCentre = 0.13;  ///< radius of the free handle of moving and scaling
 constexpr double kViewRing = 1.18;
 constexpr int kSteps = 64;  ///< of a circle
@@ -27,8 +27,7 @@ constexpr double kFadeFrom = 0.3, kFadeTo = 0.12;
 constexpr double kRingFadeFrom = 0.12, kRingFadeTo = 0.03;
 constexpr double kGuides = 400.0;  ///< lengths of an axis, to either side
 
-constexpr Rgba kAxisColours[3] = {
-    {230, 65, 70, 255}, {110, 190, 60, 255}, {65, 125, 235, 255}};
+constexpr Rgba kAxisColours[3] = {{230, 65, 70, 255}, {110, 190, 60, 255}, {65, 125, 235, 255}};
 constexpr Rgba kFreeColour{225, 225, 225, 255}, kHotColour{255, 205, 60, 255},
     kGrey{150, 150, 150, 255};
 
@@ -60,15 +59,13 @@ Handles::Handles(Tool tool, const Frame& frame, const ViewFrame& view, double sc
       m_view(view),
       m_reach(kReach * scale),
       m_line(static_cast<float>(2.0 * scale)) {
-  if (tool != Tool::kNone)
-    m_size = std::max(0.0, kLength * scale * view.PixelSize(frame.origin));
+  if (tool != Tool::kNone) m_size = std::max(0.0, kLength * scale * view.PixelSize(frame.origin));
 }
 
 double Handles::GetOpacity(const Constraint& handle) const {
   if (m_tool == Tool::kTurn && handle.kind == Kind::kPlane) return 0.0;
   if (handle.kind == Kind::kFree) return 1.0;
-  const double along =
-      std::abs(m_frame.axes[handle.axis].dot(m_view.SightTo(m_frame.origin)));
+  const double along = std::abs(m_frame.axes[handle.axis].dot(m_view.SightTo(m_frame.origin)));
   if (m_tool == Tool::kTurn) return Faded(along, kRingFadeFrom, kRingFadeTo);
   const double sine =
       handle.kind == Kind::kPlane ? along : std::sqrt(std::max(0.0, 1.0 - along * along));
@@ -96,8 +93,7 @@ Vector3<double> Handles::OnCircle(const Constraint& handle, int step) const {
   const Vector one = isFree ? m_view.GetRight() : m_frame.axes[(handle.axis + 1) % 3];
   const Vector other = isFree ? m_view.GetUp() : m_frame.axes[(handle.axis + 2) % 3];
   const double radius = !isFree ? 1.0 : m_tool == Tool::kTurn ? kViewRing : kCentre;
-  return m_frame.origin +
-         (one * std::cos(angle) + other * std::sin(angle)) * (radius * m_size);
+  return m_frame.origin + (one * std::cos(angle) + other * std::sin(angle)) * (radius * m_size);
 }
 
 /// The far half of a ring is neither drawn nor hit, unless the ring is seen as nearly round.
@@ -212,7 +208,8 @@ void Handles::DrawHandle(const Constraint& handle, const Rgba& colour, LineSet& 
   if (handle.kind == Kind::kAxis) {
     Vector from, to;
     GetStem(handle.axis, from, to);
-    const Vector end = m_tool == Tool::kMove ? to - m_frame.axes[handle.axis] * (kTip * m_size) : to;
+    const Vector end =
+        m_tool == Tool::kMove ? to - m_frame.axes[handle.axis] * (kTip * m_size) : to;
     lines.AddLine(from, end, colour, m_line);
     return DrawTip(handle.axis, to, colour, lines);
   }
@@ -221,7 +218,8 @@ void Handles::DrawHandle(const Constraint& handle, const Rgba& colour, LineSet& 
   const Rgba fill = WithAlpha(colour, 0.45);
   lines.AddTriangle(corners[0], corners[1], corners[2], fill);
   lines.AddTriangle(corners[0], corners[2], corners[3], fill);
-  for (int i = 0; i < 4; ++i) lines.AddLine(corners[i], corners[(i + 1) % 4], colour, 0.5f * m_line);
+  for (int i = 0; i < 4; ++i)
+    lines.AddLine(corners[i], corners[(i + 1) % 4], colour, 0.5f * m_line);
 }
 
 void Handles::Draw(const Constraint* hot, bool isGrey, LineSet& lines) const {

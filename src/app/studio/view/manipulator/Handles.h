@@ -16,9 +16,7 @@ struct Constraint {
   int axis = 0;  ///< the axis, or the one that is upright on the plane; 0, 1, 2
 
   /// Whether the frame's axis `i` may change.
-  bool Has(int i) const {
-    return kind == Kind::kFree || (kind == Kind::kAxis) == (i == axis);
-  }
+  bool Has(int i) const { return kind == Kind::kFree || (kind == Kind::kAxis) == (i == axis); }
   friend bool operator==(const Constraint& a, const Constraint& b) {
     return a.kind == b.kind && (a.kind == Kind::kFree || a.axis == b.axis);
   }

@@ -61,9 +61,9 @@ bool Manipulator::Hover(const Hand& hand) {
   if (m_isDragging) return false;
   Constraint found;
   const bool canUse = !m_selection.targets.empty() && m_selection.blocked.empty();
-  const bool isHit = canUse && Handles(m_options.tool, ChooseFrame(m_selection, m_options.space),
-                                       m_view, m_scale)
-                                   .Hit(hand.at, found);
+  const bool isHit =
+      canUse && Handles(m_options.tool, ChooseFrame(m_selection, m_options.space), m_view, m_scale)
+                    .Hit(hand.at, found);
   const std::optional<Constraint> before = m_hot;
   m_hot = isHit ? std::optional<Constraint>(found) : std::nullopt;
   return before.has_value() != isHit || (isHit && !(*before == found));
@@ -265,8 +265,7 @@ void Manipulator::Update() {
   m_change = change;
   const Vector& f = change.factors;
   m_isRefused = change.tool == Tool::kScale && (f.x == 0.0 || f.y == 0.0 || f.z == 0.0);
-  if (!m_isRefused)
-    m_scene.Preview(m_held, Apply(m_held, m_change, m_space, m_options.pivot));
+  if (!m_isRefused) m_scene.Preview(m_held, Apply(m_held, m_change, m_space, m_options.pivot));
 }
 
 // --- arrow keys ---
@@ -320,9 +319,7 @@ std::string Manipulator::Nudge(int right, int up, int nearer, bool fine) {
   if (m_drag.GetTool() == Tool::kTurn) {
     // About the axis that stands most as the movement's own does.
     double sign = 1.0;
-    const Vector about = right  ? m_view.GetUp()
-                         : up   ? -m_view.GetRight()
-                                : -m_view.GetForward();
+    const Vector about = right ? m_view.GetUp() : up ? -m_view.GetRight() : -m_view.GetForward();
     const int axis = AxisTowards(about, m_drag.GetFrame(), -1, sign);
     Restart({Kind::kAxis, axis}, m_space);
     const int turns = static_cast<int>(sign) * (right + up + nearer);

@@ -32,10 +32,10 @@ class Manipulator {
   };
   /// A number that a drag has come to.
   struct Amount {
-    int axis = 0;           ///< of the frame: 0 X, 1 Y, 2 Z; -1: of none
-    double value = 0.0;     ///< m, degrees or a factor, by the tool
-    std::string typed;      ///< what has been typed for it
-    bool isCurrent = false; ///< the next digit goes there
+    int axis = 0;            ///< of the frame: 0 X, 1 Y, 2 Z; -1: of none
+    double value = 0.0;      ///< m, degrees or a factor, by the tool
+    std::string typed;       ///< what has been typed for it
+    bool isCurrent = false;  ///< the next digit goes there
   };
 
   explicit Manipulator(ManipulatedScene& scene) : m_scene(scene) {}
@@ -115,7 +115,7 @@ class Manipulator {
   Hand m_hand;
   bool m_isMoved = false;  ///< the pointer has
   NumberEntry m_numbers;
-  Vector m_steps;           ///< of arrow keys, along the frame's axes
+  Vector m_steps;             ///< of arrow keys, along the frame's axes
   double m_angleSteps = 0.0;  ///< radians
   std::optional<double> m_depth;
   Change m_change;

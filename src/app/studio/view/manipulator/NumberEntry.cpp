@@ -37,7 +37,8 @@ void NumberEntry::Erase() {
 }
 
 bool NumberEntry::IsUsed() const {
-  return std::any_of(m_texts.begin(), m_texts.end(), [](const auto& text) { return !text.empty(); });
+  return std::any_of(m_texts.begin(), m_texts.end(),
+                     [](const auto& text) { return !text.empty(); });
 }
 
 double NumberEntry::Get(int number, double otherwise) const {

@@ -35,8 +35,7 @@ NewPose Turned(const Target& target, const Vector3<double>& axis, double angle,
   NewPose pose;
   const Vector3<double> arm = target.world.translation() - pivot;
   PutTranslation(target, TurnAbout(axis, angle).rotate(arm) - arm, pose);
-  pose.rotation =
-      (target.rotation * TurnAbout(AxisInParent(target, axis), angle)).normalized();
+  pose.rotation = (target.rotation * TurnAbout(AxisInParent(target, axis), angle)).normalized();
   return pose;
 }
 
@@ -45,8 +44,8 @@ NewPose Scaled(const Target& target, const Frame& frame, const Vector3<double>& 
                const Vector3<double>& pivot) {
   const auto stretch = [&](const Vector3<double>& v) {
     const Vector3<double> inside = frame.FromWorld(v);
-    return frame.ToWorld({inside.x * (factors.x - 1.0), inside.y * (factors.y - 1.0),
-                          inside.z * (factors.z - 1.0)});
+    return frame.ToWorld(
+        {inside.x * (factors.x - 1.0), inside.y * (factors.y - 1.0), inside.z * (factors.z - 1.0)});
   };
   NewPose pose;
   PutTranslation(target, stretch(target.world.translation() - pivot), pose);
