@@ -16,7 +16,7 @@ namespace orv::tests {
 
 namespace {
 
-using namespace app::view;
+namespace view = app::view;
 using rws::adaptor::Trs;
 using rws::adaptor::headless::ChannelPath;
 using rws::adaptor::headless::Scene;
@@ -43,17 +43,17 @@ class NodeManipulation : public WindowsTest {
     browser.Select(keys);
     hands.SetView({}, 1.0, 1.0);
   }
-  std::string Type(Tool tool, int axis, const char* text) {
+  std::string Type(view::Tool tool, int axis, const char* text) {
     EXPECT_TRUE(hands.Begin(tool, {}));
-    if (axis >= 0) hands.Lock(Constraint::Kind::kAxis, axis);
+    if (axis >= 0) hands.Lock(view::Constraint::Kind::kAxis, axis);
     for (; *text; ++text) hands.Type(*text);
     return hands.Finish();
   }
 
   app::HeadlessBrowser browser{core, session.GetAdaptor(), [](double) { return std::string(); }};
-  SceneFrames frames{session.GetAdaptor()};
+  view::SceneFrames frames{session.GetAdaptor()};
   app::NodeManipulation nodes{core, session.GetAdaptor(), browser, frames};
-  Manipulator hands{nodes};
+  view::Manipulator hands{nodes};
 };
 
 }  // namespace
@@ -70,7 +70,7 @@ TEST_F(NodeManipulation, EqualsPlaceAndIsOneStepOfUndo) {
   const auto steps = [&] { return browser.GetUndoSteps(); };
   const Trs before = load.LocalTrs(0.0);
   Select({"Load"});
-  EXPECT_EQ(Type(Tool::kMove, 0, "1,5"), "");
+  EXPECT_EQ(Type(view::Tool::kMove, 0, "1,5"), "");
   place({before.translation + Vector(0.0, 0.0, 0.75), {}, {}}, 0.0);
   ExpectEqual(load, *other.GetScene().Find("Load"), 0.0);
   EXPECT_EQ(steps().names, std::vector<std::string>{"Move #Load"});
@@ -78,15 +78,15 @@ TEST_F(NodeManipulation, EqualsPlaceAndIsOneStepOfUndo) {
   EXPECT_EQ(load.LocalTrs(0.0), before);
   // What is let go of leaves even what can be redone.
   hands.SetView({}, 1.0, 1.0);
-  ASSERT_TRUE(hands.Begin(Tool::kTurn, {}));
+  ASSERT_TRUE(hands.Begin(view::Tool::kTurn, {}));
   hands.Type('9');
   hands.Cancel();
   EXPECT_EQ(load.LocalTrs(0.0), before);
   EXPECT_EQ(steps().names.size(), 1u);
   ASSERT_TRUE(core.Redo());
 
-  EXPECT_EQ(Type(Tool::kTurn, 1, "30"), "");
-  EXPECT_EQ(Type(Tool::kScale, -1, "1.25"), "");
+  EXPECT_EQ(Type(view::Tool::kTurn, 1, "30"), "");
+  EXPECT_EQ(Type(view::Tool::kScale, -1, "1.25"), "");
   place({{}, before.rotation * app::RotationFromDegrees({0, 30, 0}), before.scale * 1.25}, 0.0);
   ExpectEqual(load, *other.GetScene().Find("Load"), 0.0);
   EXPECT_EQ(steps().position, 3u);
@@ -99,7 +99,7 @@ TEST_F(NodeManipulation, EqualsPlaceAndIsOneStepOfUndo) {
   }
   session.GetAdaptor().SetCurrentTime(0.52);
   hands.SetView({}, 1.0, 1.0);
-  EXPECT_EQ(Type(Tool::kMove, 1, "-2"), "");
+  EXPECT_EQ(Type(view::Tool::kMove, 1, "-2"), "");
   EXPECT_NE(nodes.TakeNote().find("0.52"), std::string::npos);
   place({Vector(0.52, -0.48, 0.52), {}, {}}, 0.52);
   for (const double time : {0.0, 0.3, 0.52, 0.7, 1.0})
@@ -110,10 +110,10 @@ TEST_F(NodeManipulation, EqualsPlaceAndIsOneStepOfUndo) {
   // A take takes the hands away, and what was tried with it.
   ASSERT_TRUE(core.CreateToolFromFactory("SteadyCam", "Cam"));
   hands.SetView({}, 1.0, 1.0);
-  ASSERT_TRUE(hands.Begin(Tool::kMove, {}));
+  ASSERT_TRUE(hands.Begin(view::Tool::kMove, {}));
   core.StartRecording();
   hands.SetView({}, 1.0, 1.0);
-  EXPECT_FALSE(hands.IsDragging() || hands.Begin(Tool::kMove, {}));
+  EXPECT_FALSE(hands.IsDragging() || hands.Begin(view::Tool::kMove, {}));
   EXPECT_NE(nodes.DropToGround(), "");
   core.StopRecording();
 }
@@ -144,7 +144,7 @@ TEST_F(NodeManipulation, MovesManyAndDropsThemOntoWhatLiesBelow) {
     keys.push_back(browser.GetKey(*scene.Find("Box" + std::to_string(i))));
   browser.Select(keys);
   hands.SetView({}, 1.0, 1.0);
-  EXPECT_EQ(Type(Tool::kMove, 2, "1.5"), "");
+  EXPECT_EQ(Type(view::Tool::kMove, 2, "1.5"), "");
   for (int i = 0; i < count; ++i) {
     const Vector now = scene.Find("Box" + std::to_string(i))->WorldMatrix(0.0).translation();
     EXPECT_LT((now - before[static_cast<std::size_t>(i)] - Vector(0, 0, 1.5)).length(), 1e-12);
@@ -166,7 +166,7 @@ TEST_F(NodeManipulation, MovesManyAndDropsThemOntoWhatLiesBelow) {
   auto& body = static_cast<rws::adaptor::headless::HeadlessNode&>(*rig->GetNodes().front());
   browser.Select({browser.GetKey(*body.GetSceneNode())});
   hands.SetView({}, 1.0, 1.0);
-  EXPECT_EQ(Type(Tool::kMove, 1, "40"), "");
+  EXPECT_EQ(Type(view::Tool::kMove, 1, "40"), "");
   EXPECT_EQ(nodes.DropToGround(), "");
   const Vector at = body.GetWorldPose(0.0).translation();
   EXPECT_NEAR(at.y, app::StandingPlace(*rig, {at.x, 0.5 * at.x, at.z}, 1.0)->y, 1e-9);

@@ -10,7 +10,7 @@ namespace orv::tests {
 
 namespace {
 
-using namespace app::view;
+namespace view = app::view;
 using Vector = util::Vector3<double>;
 using StageManipulator = StudioRun;
 
@@ -44,19 +44,19 @@ TEST_F(StageManipulator, FollowsRealHandsInThePicture) {
     return "at=" + std::to_string(std::lround(at.x)) + "," + std::to_string(std::lround(at.y));
   };
   // All of the scene is the load, in whose middle its origin is.
-  const Pixel middle{width / 2, height / 2};
+  const view::Pixel middle{width / 2, height / 2};
   studio.DoAll({"wait 0.5", "click id=stage " + click(middle), "wait 0.3"});
   const util::Matrix<double> start = read("a.glb");
   util::Box box;
   for (const auto& vertex : util::CMesh_Box(1.0, 1.0, 1.0).vertices)
     box.add(start.transformPoint(vertex));
-  OrbitEye eye;
+  view::OrbitEye eye;
   eye.Frame(box, 45.0, width / height);
-  const ViewFrame view(eye.GetPose(), Optics(), width, height);
-  Frame frame;
+  const view::ViewFrame view(eye.GetPose(), view::Optics(), width, height);
+  view::Frame frame;
   frame.origin = start.translation();
-  const double size = Handles(Tool::kMove, frame, view, 1.0).GetSize();
-  Pixel grip, to;
+  const double size = view::Handles(view::Tool::kMove, frame, view, 1.0).GetSize();
+  view::Pixel grip, to;
   ASSERT_TRUE(view.Project(frame.origin + frame.axes[0] * (0.7 * size), grip));
   ASSERT_TRUE(view.Project(frame.origin + frame.axes[0] * (1.7 * size), to));
   const auto drag = [&](const Pixel& way) {

@@ -175,8 +175,9 @@ TEST_F(Manipulator, IsOfOneSizeAndHitWithinSixPixels) {
         for (const double far : {5.5, 6.5}) {
           Constraint found;
           const double part = far * scale / length;
-          const bool isHit = handles.Hit(stem + Pixel{beside.x * part, beside.y * part}, found) &&
-                             found == Constraint{Kind::kAxis, axis};
+          const bool isHit = handles.Hit(stem + Pixel{beside.x * part, beside.y * part}, found);
+          // Another may lie nearer.
+          if (isHit && !(found == Constraint{Kind::kAxis, axis})) continue;
           EXPECT_EQ(isHit, far < 6.0);
         }
       }

@@ -35,7 +35,7 @@ const char* VerbOf(view::Tool tool) {
   return tool == view::Tool::kTurn ? "Turn" : tool == view::Tool::kScale ? "Scale" : "Move";
 }
 
-Trs With(const NewPose& pose, const Trs& held) {
+Trs Replaced(const NewPose& pose, const Trs& held) {
   return {pose.translation.value_or(held.translation), pose.rotation.value_or(held.rotation),
           pose.scale.value_or(held.scale)};
 }
@@ -114,7 +114,7 @@ void NodeManipulation::Preview(const Selection& selection, const std::vector<New
   for (std::size_t i = 0; i < poses.size(); ++i)
     if (const SceneNode* node = m_browser.GetNode(selection.targets[i].id))
       preview.emplace_back(node, selection.targets[i].parent *
-                                     rws::adaptor::Compose(With(poses[i], node->LocalTrs(time))));
+                                     rws::adaptor::Compose(Replaced(poses[i], node->LocalTrs(time))));
   m_frames.SetPreview(std::move(preview));
   if (changed) changed();
 }
@@ -145,7 +145,7 @@ std::string NodeManipulation::Place(const char* verb, const std::vector<Placing>
   if (placings.size() > 1) name += " +" + std::to_string(placings.size() - 1);
   UndoBlock block(m_host, name);
   for (const auto& [node, pose] : placings) {
-    wanted.push_back(With({pose.translation, pose.rotation, pose.scale}, node->LocalTrs(time)));
+    wanted.push_back(Replaced({pose.translation, pose.rotation, pose.scale}, node->LocalTrs(time)));
     if (!pose.translation && !pose.rotation && !pose.scale) continue;
     if (!rws::adaptor::IsFinite(wanted.back())) return Translate("That is no place in the scene.");
     const PlacingResult placed = PlaceNode(m_host.HandOut(*node), pose, time);

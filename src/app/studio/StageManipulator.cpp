@@ -31,8 +31,8 @@ constexpr int kStatusTime = 6000;  ///< ms
 constexpr int kGap = 16;           ///< between pointer and numbers (pixels at 96 dpi)
 
 // Keys of what is kept, and its words; the first of each is the default, and kept as nothing.
-constexpr char kTool[] = "tool", kSpace[] = "axes", kPivot[] = "pivot", kSteps[] = "snapsteps",
-               kNodes[] = "snapnodes", kGround[] = "snapground";
+constexpr char kKeptTool[] = "tool", kKeptAxes[] = "axes", kKeptPivot[] = "pivot", kSnapSteps[] = "snapsteps",
+               kSnapNodes[] = "snapnodes", kSnapGround[] = "snapground";
 constexpr const char* kTools[] = {"", "turn", "scale", "none"};
 constexpr Tool kToolOf[] = {Tool::kMove, Tool::kTurn, Tool::kScale, Tool::kNone};
 constexpr const char* kSpaces[] = {"", "local", "parent", "node"};
@@ -97,12 +97,12 @@ StageManipulator::~StageManipulator() {
 
 void StageManipulator::TakeChoices() {
   view::Manipulator::Options options;
-  options.tool = kToolOf[IndexOf(kTools, kept(kTool))];
-  options.space = static_cast<view::Space>(IndexOf(kSpaces, kept(kSpace)));
-  options.pivot = static_cast<view::Pivot>(IndexOf(kPivots, kept(kPivot)));
-  options.toSteps = !kept(kSteps).empty();
-  options.toNodes = !kept(kNodes).empty();
-  options.toGround = !kept(kGround).empty();
+  options.tool = kToolOf[IndexOf(kTools, kept(kKeptTool))];
+  options.space = static_cast<view::Space>(IndexOf(kSpaces, kept(kKeptAxes)));
+  options.pivot = static_cast<view::Pivot>(IndexOf(kPivots, kept(kKeptPivot)));
+  options.toSteps = !kept(kSnapSteps).empty();
+  options.toNodes = !kept(kSnapNodes).empty();
+  options.toGround = !kept(kSnapGround).empty();
   // What a node's axes were taken from lasts as long as its scene.
   if (options.space == view::Space::kNode && m_nodes.GetReferenceName().empty())
     options.space = view::Space::kWorld;
@@ -136,32 +136,32 @@ void StageManipulator::AddTo(QMenu& menu) {
                                Translate("&No handles")};
   for (std::size_t i = 0; i < 4; ++i)
     check(names[i] + "\t" + (maya ? "WERQ" : "GRSQ")[i], options.tool == kToolOf[i],
-          choose(kTool, kTools[i]));
+          choose(kKeptTool, kTools[i]));
   nodes->addSeparator();
   const std::string spaces[] = {Translate("Along the &world's axes"),
                                 Translate("Along its &own axes"),
                                 Translate("Along the &parent's axes")};
   for (std::size_t i = 0; i < 3; ++i)
-    check(spaces[i], static_cast<std::size_t>(options.space) == i, choose(kSpace, kSpaces[i]));
+    check(spaces[i], static_cast<std::size_t>(options.space) == i, choose(kKeptAxes, kSpaces[i]));
   if (const std::string reference = m_nodes.GetReferenceName(); !reference.empty())
     check(Translate("Along the axes of %1", {gui::EscapeMnemonics(reference)}),
-          options.space == view::Space::kNode, choose(kSpace, kSpaces[3]));
+          options.space == view::Space::kNode, choose(kKeptAxes, kSpaces[3]));
   add(Translate("Along the &chosen node's axes from here on"), [this] {
     m_nodes.TakeReference();
-    Choose(kSpace, kSpaces[3]);
+    Choose(kKeptAxes, kSpaces[3]);
   })->setEnabled(!m_manipulator.GetSelection().targets.empty());
   nodes->addSeparator();
   check(Translate("Around the node chosen &last"), options.pivot == view::Pivot::kActive,
-        choose(kPivot, kPivots[0]));
+        choose(kKeptPivot, kPivots[0]));
   check(Translate("&Each around itself"), options.pivot == view::Pivot::kOwn,
-        choose(kPivot, kPivots[1]));
+        choose(kKeptPivot, kPivots[1]));
   nodes->addSeparator();
   const auto snap = [&](const std::string& text, const char* key, bool on) {
     check(text, on, choose(key, on ? "" : "yes"));
   };
-  snap(Translate("Snap to &grid and steps"), kSteps, options.toSteps);
-  snap(Translate("Snap to no&des"), kNodes, options.toNodes);
-  snap(Translate("Snap to s&urfaces"), kGround, options.toGround);
+  snap(Translate("Snap to &grid and steps"), kSnapSteps, options.toSteps);
+  snap(Translate("Snap to no&des"), kSnapNodes, options.toNodes);
+  snap(Translate("Snap to s&urfaces"), kSnapGround, options.toGround);
   nodes->addSeparator();
   add(Translate("Drop to g&round") + "\t" + Translate("End"), [this] {
     Drop();
@@ -259,7 +259,7 @@ bool StageManipulator::OnKey(QKeyEvent& event) {
     return true;
   }
   const Tool tool = ToolOf(event.key());
-  Choose(kTool,
+  Choose(kKeptTool,
          kTools[std::find(std::begin(kToolOf), std::end(kToolOf), tool) - std::begin(kToolOf)]);
   if (tool != Tool::kNone && m_view.GetNavigation() == NavigationPreset::kBlender)
     BeginAnywhere(tool);
@@ -303,7 +303,7 @@ void StageManipulator::DragKey(const QKeyEvent& event) {
     m_manipulator.NextNumber();
   } else if (tool != Tool::kNone && tool != m_manipulator.GetDragTool()) {
     Cancel();
-    Choose(kTool,
+    Choose(kKeptTool,
            kTools[std::find(std::begin(kToolOf), std::end(kToolOf), tool) - std::begin(kToolOf)]);
     return BeginAnywhere(tool);
   } else if (!TakeArrow(event)) {

@@ -9,10 +9,9 @@
 namespace orv::app::view {
 
 using util::Vector3;
+using Kind = Constraint::Kind;
 
 namespace {
-
-using Kind = Constraint::Kind;
 
 // Of an axis' length.
 constexpr double kStem = 0.22;                          ///< where an axis begins
