@@ -52,7 +52,9 @@ StagePane::StagePane(rws::core::CoreImplementation& core,
       m_browser(browser),
       m_quality(isFixedQuality ? view::Quality::kFixed : view::Quality::kByMachine),
       m_frames(host),
-      m_nodes(core, host, browser, m_frames) {
+      m_nodes(core, host, browser, m_frames),
+      m_overlay(core, host),
+      m_overlayView(m_overlay, m_frames) {
   m_nodes.changed = [this] { Update(); };
   m_host.GetObservers().Add(*this);
   m_browser.AddObserver(*this);
@@ -84,6 +86,13 @@ void StagePane::Keep(const char* key, const std::string& value) {
 }
 
 void StagePane::TakeChoices() {
+  // A kind that a user has not chosen keeps what it begins with.
+  for (std::size_t i = 0; i < view::kOverlayKindCount; ++i) {
+    const std::string kept = GetKept(view::GetOverlayKinds()[i].key);
+    m_overlay.Show(static_cast<view::OverlayKind>(i),
+                   kept.empty() ? view::GetOverlayKinds()[i].isShown : kept == "yes");
+  }
+  Update();
   if (!m_view) return;
   m_view->SetNavigation(GetKept("navigation") == "maya" ? NavigationPreset::kMaya
                                                         : NavigationPreset::kBlender);
@@ -120,6 +129,7 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   m_view->menuWanted = [this](const QPoint& at) { OpenMenu(at); };
   m_view->cameraLeft = [this] { m_frames.LookThrough(nullptr); };
   m_view->painted = [this] { NotePicture(); };
+  ConnectOverlay();
   m_view->failed = [this](const std::string& problem) {
     rws::core::LogEntry(rws::core::LogLevel::kWarning, "No view of the scene: " + problem);
     m_problem = problem;
@@ -142,6 +152,17 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   OnNodeSelection();
   m_view->FrameNext();
   return m_view;
+}
+
+void StagePane::ConnectOverlay() {
+  m_view->linesWanted = [this](view::FramePacket& packet) {
+    m_overlayView.Read();
+    m_overlayView.Write(packet, m_view->height());
+  };
+  m_view->paintOver = [this](QPainter& painter) {
+    m_overlayView.PaintNames(painter, m_view->GetPacket(), m_view->rect(), m_view->palette());
+    m_overlayView.Paint(painter, m_view->size(), m_view->palette());
+  };
 }
 
 void StagePane::ShowNote() {
@@ -186,6 +207,7 @@ void StagePane::NotePicture() {
   QTimer::singleShot(0, &m_later, [this] {
     m_isPainting = false;
     m_end = m_cost = m_since.elapsed();
+    m_overlayView.SetCost(static_cast<double>(m_cost));
     if (m_isWanted) Update();
     ShowNote();
     for (const std::string& odd : m_frames.TakeOdd())
@@ -199,6 +221,7 @@ void StagePane::OnNodeSelection() {
   std::vector<const SceneNode*> nodes;
   for (const int key : m_browser.GetSelection())
     if (const SceneNode* node = m_browser.GetNode(key)) nodes.push_back(node);
+  m_overlay.Select(nodes);
   m_frames.Select(std::move(nodes));
   Update();
 }
@@ -259,10 +282,23 @@ void StagePane::OpenMenu(const QPoint& at) {
   check(*menu, Translate("&Edges of triangles"), wire,
         [this, wire] { Keep("shading", wire ? "" : "wire"); });
   check(*menu, Translate("&Grid"), grid, [this, grid] { Keep("grid", grid ? "no" : ""); });
+  AddOverlayMenu(*menu->addMenu(Shown(Translate("&Overlay"))));
   QMenu* hands = menu->addMenu(Shown(Translate("&Mouse as in")));
   check(*hands, "&Blender", !maya, [this] { Keep("navigation", ""); });
   check(*hands, "&Maya", maya, [this] { Keep("navigation", "maya"); });
   menu->popup(at);
+}
+
+void StagePane::AddOverlayMenu(QMenu& menu) {
+  for (std::size_t i = 0; i < view::kOverlayKindCount; ++i) {
+    const view::OverlayKindText& kind = view::GetOverlayKinds()[i];
+    const bool isShown = m_overlay.IsShown(static_cast<view::OverlayKind>(i));
+    QAction* entry = menu.addAction(Shown(Translate(kind.text)));
+    entry->setCheckable(true);
+    entry->setChecked(isShown);
+    QObject::connect(entry, &QAction::triggered,
+                     [this, key = kind.key, isShown] { Keep(key, isShown ? "no" : "yes"); });
+  }
 }
 
 }  // namespace orv::app

@@ -12,8 +12,11 @@
 #include "app/studio/NodeManipulation.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StageView.h"
+#include "app/studio/view/overlay/OverlayView.h"
 #include "core/windows/SceneBrowser.h"
 #include "gui/component/qt/ViewHandler.h"
+
+class QMenu;
 
 namespace orv::rws::core {
 class CoreImplementation;
@@ -40,6 +43,8 @@ class StagePane : public gui::component::qt::ViewHandler,
 
   /// Where the user's choices are kept; null for nowhere.
   void SetSettings(rws::core::windows::WindowSettings* settings);
+  /// For the line about pictures a second.
+  void SetLatency(const view::PictureLatency& latency) { m_overlayView.SetLatency(latency); }
 
   // ViewHandler
   void Paint(QPainter& painter, QWidget& widget) override;
@@ -58,10 +63,12 @@ class StagePane : public gui::component::qt::ViewHandler,
   void NotePicture();
   void Select(const std::vector<std::uint32_t>& ids, view::PickMode mode);
   void OpenMenu(const QPoint& at);
+  void AddOverlayMenu(QMenu& menu);
   void ShowNote();
   void Keep(const char* key, const std::string& value);
   std::string GetKept(const char* key) const;
   void TakeChoices();
+  void ConnectOverlay();
 
   rws::core::CoreImplementation& m_core;
   rws::adaptor::headless::HeadlessAdaptor& m_host;
@@ -70,6 +77,8 @@ class StagePane : public gui::component::qt::ViewHandler,
   view::Quality m_quality;
   view::SceneFrames m_frames;
   NodeManipulation m_nodes;
+  view::Overlay m_overlay;
+  view::OverlayView m_overlayView;
   QPointer<view::StageView> m_view;
   StageManipulator* m_hands = nullptr;  ///< the view's own
   QPointer<QLabel> m_note;        ///< what the grid's step is, and which camera is looked through

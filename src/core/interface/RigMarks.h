@@ -7,8 +7,8 @@
 
 namespace orv::rws {
 
-/// The answer of a rig to kTellMarks. World space (m). Whoever asks often keeps one: lists that have
-/// been as long as they become allocate nothing.
+/// The answer of a rig to kTellMarks. World space (m). Whoever asks often keeps one: lists that
+/// have been as long as they become allocate nothing.
 struct RigMarks {
   using Vector = util::Vector3<double>;
 

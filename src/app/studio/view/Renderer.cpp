@@ -249,9 +249,14 @@ void Renderer::Upload(const FramePacket& packet) {
   m_structure = packet.structure;
   m_viewProjection = Multiply(packet.camera.projection, packet.camera.view);
   m_gl->glBindBuffer(GL_ARRAY_BUFFER, m_instances);
-  m_gl->glBufferData(GL_ARRAY_BUFFER,
-                     static_cast<GLsizeiptr>(packet.instances.size() * sizeof(Instance)),
-                     packet.instances.data(), GL_STREAM_DRAW);
+  const auto scene = static_cast<GLsizeiptr>(packet.instances.size() * sizeof(Instance));
+  const auto ghosts = static_cast<GLsizeiptr>(packet.ghostInstances.size() * sizeof(Instance));
+  m_gl->glBufferData(GL_ARRAY_BUFFER, scene + ghosts, ghosts ? nullptr : packet.instances.data(),
+                     GL_STREAM_DRAW);
+  if (ghosts) {
+    m_gl->glBufferSubData(GL_ARRAY_BUFFER, 0, scene, packet.instances.data());
+    m_gl->glBufferSubData(GL_ARRAY_BUFFER, scene, ghosts, packet.ghostInstances.data());
+  }
 }
 
 void Renderer::Prepare(Target& target, int width, int height, int format) {
@@ -371,6 +376,7 @@ void Renderer::Draw(const FramePacket& packet, int width, int height, double pix
   if (packet.grid.visible) DrawGrid(packet);
   for (const Batch& batch : packet.blended)
     DrawBatch(packet, batch, BitsFor(*batch.mesh, packet.materials[batch.material]), batch.count);
+  if (!packet.ghosts.empty()) DrawGhosts(packet);
   m_gl->glDisable(GL_DEPTH_TEST);
   m_gl->glDisable(GL_CULL_FACE);
   DrawOutline(packet, width, height, pixelRatio, static_cast<unsigned>(framebuffer));
@@ -390,6 +396,23 @@ void Renderer::DrawWire(const FramePacket& packet) {
   for (const Batch& batch : packet.batches)
     if (!batch.mesh->lines) DrawBatch(packet, batch, kShadePlain, batch.count);
   m_gl->glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+}
+
+/// Their depth first, so that one sees the scene through a ghost, but not its own inside.
+void Renderer::DrawGhosts(const FramePacket& packet) {
+  const auto draw = [&](bool isDepth) {
+    for (Batch batch : packet.ghosts) {
+      batch.first += static_cast<std::uint32_t>(packet.instances.size());
+      const unsigned bits = BitsFor(*batch.mesh, packet.materials[batch.material]);
+      DrawBatch(packet, batch, isDepth ? kShadePlain : bits, batch.count);
+    }
+  };
+  m_gl->glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+  m_gl->glDepthMask(GL_TRUE);
+  draw(true);
+  m_gl->glDepthMask(GL_FALSE);
+  m_gl->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+  draw(false);
 }
 
 // --- the grid ---

@@ -62,6 +62,7 @@ class Renderer {
   unsigned BitsFor(const MeshData& mesh, const Material& material) const;
   void DrawBatch(const FramePacket& packet, const Batch& batch, unsigned bits, std::uint32_t count);
   void DrawWire(const FramePacket& packet);
+  void DrawGhosts(const FramePacket& packet);
   void DrawGrid(const FramePacket& packet);
   void DrawLines(const FramePacket& packet, double step, int skip, float strength);
   void DrawOutline(const FramePacket& packet, int width, int height, double pixelRatio,

@@ -352,6 +352,12 @@ const SceneFrames::SceneNode* SceneFrames::FindNode(std::uint32_t id) const {
   return m_isTreeOld || id == 0 || id > m_shown.size() ? nullptr : m_shown[id - 1].node;
 }
 
+std::shared_ptr<const Model> SceneFrames::GetModel(const SceneNode& node) const {
+  for (const Shown& shown : m_shown)
+    if (shown.node == &node) return shown.model;
+  return nullptr;
+}
+
 void SceneFrames::LookThrough(const SceneNode* node) {
   if (node == m_through) return;
   m_through = node;

@@ -52,6 +52,8 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   void SetPreview(Preview preview) { m_preview = std::move(preview); }
   /// The node that an id of the latest packet stands for; null for 0, and when it has gone since.
   const SceneNode* FindNode(std::uint32_t id) const;
+  /// What a node shows in the latest packet; null for nothing.
+  std::shared_ptr<const Model> GetModel(const SceneNode& node) const;
   /// The camera to look through; null for none. A node that goes is forgotten.
   void LookThrough(const SceneNode* node);
   const SceneNode* GetLookThrough() const { return m_through; }

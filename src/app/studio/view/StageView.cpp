@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QPainter>
 #include <QRubberBand>
 #include <algorithm>
 #include <cmath>
@@ -87,6 +88,10 @@ void StageView::paintGL() {
   const double ratio = devicePixelRatioF();
   m_renderer->Draw(m_packet, static_cast<int>(std::lround(width() * ratio)),
                    static_cast<int>(std::lround(height() * ratio)), ratio);
+  if (paintOver) {
+    QPainter painter(this);
+    paintOver(painter);
+  }
   if (painted) painted();
 }
 

@@ -14,6 +14,7 @@
 #include "app/studio/view/packet/Navigation.h"
 #include "app/studio/view/packet/ViewCamera.h"
 
+class QPainter;
 class QRubberBand;
 
 namespace orv::app::view {
@@ -44,6 +45,8 @@ class StageView : public QOpenGLWidget {
   std::function<void(const std::string& problem)> failed;
   /// The packet of the next picture stands but for its lines: who has some hangs them into it.
   std::function<void(FramePacket& packet)> linesWanted;
+  /// Over each picture, in pixels of the desktop.
+  std::function<void(QPainter& painter)> paintOver;
   /// After each picture; for what is shown beside it.
   std::function<void()> painted;
 

@@ -43,8 +43,7 @@ std::intptr_t CCarCamObject::TellMarks(RigMarks& marks) const {
   if (m_inTake) now = &cCarCam.state;
   if (!now) return 1;
   const Vector place = m_bodyBase.ReadMatrix(marks.time).translation();
-  if (!m_inTake &&
-      (place - now->base.position).length() > kMovedSince * cCarCam.geometry.scale)
+  if (!m_inTake && (place - now->base.position).length() > kMovedSince * cCarCam.geometry.scale)
     return 1;
   for (int i = 0; i < kWheelCount; ++i) TellWheel(*now, before ? *before : *now, i, marks);
   if (m_settings.bAutonomousMode)
@@ -73,8 +72,8 @@ void CCarCamObject::TellWheel(const CarState& now, const CarState& before, int i
   double roll = -cCarCam.spin[index] * radius;
   if (!m_inTake) {
     const double turned = before.wheels[index].pfTotalPitch - wheel.pfTotalPitch;
-    roll = way + std::remainder(turned - (radius > 0.0 ? way / radius : 0.0), 2.0 * util::kPi) *
-                     radius;
+    roll = way +
+           std::remainder(turned - (radius > 0.0 ? way / radius : 0.0), 2.0 * util::kPi) * radius;
   }
   marks.contacts.push_back({wheel.bottom, normal, cCarCam.GetLoad(now, before, dt, index),
                             &now == &before ? Vector() : (travel - ahead * roll) / dt});

@@ -21,7 +21,7 @@ std::intptr_t CrawlerTracks::TellMarks(RigMarks& marks) const {
     const Vector velocity = axes.rotate(memory.value(time)) * scale - carried;
     const double speed = velocity.length();
     const Matrix pose = step->ReadMatrix(time);
-    const Quat turn = Quat::fromMatrix(pose);
+    const auto turn = util::Quat<double>::fromMatrix(pose);
     marks.speeds.push_back({pose.translation() + turn.rotate(step->shape.middle) * scale,
                             speed > 0.0 ? velocity / speed : Vector(), speed});
   }

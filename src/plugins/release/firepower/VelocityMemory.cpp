@@ -68,11 +68,13 @@ bool VelocityMemory::IsTurnedUntil(double time) const {
     const Sample& last = m_marks[i - 1];
     const Sample& mark = m_marks[i];
     if (mark.time > time + util::kFrameTolerance) break;
-    const Span& span = *LatestAt(m_spans, last.time);
+    // Other rules act in the frame that ends at their mark.
+    const Span& until = *LatestAt(m_spans, mark.time);
     Flight flight{{}, last.velocity};
-    flight.Free(span.rules, mark.time - last.time);
-    // Other rules from this frame on have acted in it already.
-    const double most = 1e-6 + 0.5 * last.velocity.length();
+    flight.Free(LatestAt(m_spans, last.time)->rules,
+                std::max(mark.time - last.time - until.duration, 0.0));
+    flight.Free(until.rules, std::min(until.duration, mark.time - last.time));
+    const double most = 1e-6 * (1.0 + last.velocity.length());
     if ((flight.velocity - mark.velocity).length() > most) return true;
   }
   return false;
