@@ -1314,6 +1314,11 @@
         <translation>&amp;Raster</translation>
     </message>
     <message>
+        <source>&amp;Overlay</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Einblendungen</translation>
+    </message>
+    <message>
         <source>&amp;Mouse as in</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>&amp;Maus wie in</translation>
@@ -1534,6 +1539,66 @@
         <translation>%1 ist in der Szene: %2.</translation>
     </message>
     <message>
+        <source>&amp;Paths of nodes</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Wege von Knoten</translation>
+    </message>
+    <message>
+        <source>&amp;Ghost of the take before</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Geist des Takes davor</translation>
+    </message>
+    <message>
+        <source>Wheel &amp;contacts, load and slip</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Aufstandspunkte, Last und Schlupf</translation>
+    </message>
+    <message>
+        <source>&amp;Rays at the ground</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Strahlen zum Boden</translation>
+    </message>
+    <message>
+        <source>&amp;Speeds of belts</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Tempo von Ketten</translation>
+    </message>
+    <message>
+        <source>S&amp;hots</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>Sch&amp;üsse</translation>
+    </message>
+    <message>
+        <source>&amp;Targets</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Ziele</translation>
+    </message>
+    <message>
+        <source>&amp;Inputs in a take</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Eingänge im Take</translation>
+    </message>
+    <message>
+        <source>&amp;Names</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Namen</translation>
+    </message>
+    <message>
+        <source>Pictures a second and &amp;latency</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Bilder je Sekunde und Latenz</translation>
+    </message>
+    <message>
+        <source>%1 pictures/s, %2 ms each</source>
+        <extracomment>src/app/studio/view/overlay/OverlayView.cpp</extracomment>
+        <translation>%1 Bilder/s, je %2 ms</translation>
+    </message>
+    <message>
+        <source>Latency: median %1 ms, 95 % within %2 ms</source>
+        <extracomment>src/app/studio/view/overlay/OverlayView.cpp</extracomment>
+        <translation>Latenz: Median %1 ms, 95 % innerhalb von %2 ms</translation>
+    </message>
+    <message>
         <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
         <extracomment>src/app/studio/windows/ImportWindow.cpp</extracomment>
         <translation>%1; Knoten: %2, Netze: %3, Dreiecke: %4</translation>
@@ -1647,6 +1712,26 @@
         <source>Saved with rigs that can't be performed: %1</source>
         <extracomment>src/core/CoreImplementation.cpp</extracomment>
         <translation>Gespeichert mit Rigs, die nicht ausgeführt werden können: %1</translation>
+    </message>
+    <message>
+        <source>A resimulation runs. Stop it first.</source>
+        <extracomment>src/core/CoreImplementation.cpp</extracomment>
+        <translation>Eine neue Simulation läuft. Beenden Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>A take runs. Stop it first.</source>
+        <extracomment>src/core/CoreImplementation.cpp; src/core/windows/CalibrationPanel.cpp</extracomment>
+        <translation>Ein Take läuft. Beenden Sie ihn zuerst.</translation>
+    </message>
+    <message>
+        <source>There is no rig. Add one from the list of tools.</source>
+        <extracomment>src/core/CoreImplementation.cpp</extracomment>
+        <translation>Es gibt kein Rig. Fügen Sie eines aus der Liste der Werkzeuge hinzu.</translation>
+    </message>
+    <message>
+        <source>No rig is checked. Check one in its row.</source>
+        <extracomment>src/core/CoreImplementation.cpp</extracomment>
+        <translation>Kein Rig hat ein Häkchen. Setzen Sie eines in seiner Zeile.</translation>
     </message>
     <message>
         <source>Stops the take</source>
@@ -2209,11 +2294,6 @@
         <translation>Das kann jedes Gerät sein. Ordnen Sie die Eingabe zuerst dem Bedienelement eines Geräts zu.</translation>
     </message>
     <message>
-        <source>A take runs. Stop it first.</source>
-        <extracomment>src/core/windows/CalibrationPanel.cpp; src/core/windows/MainWindow.cpp</extracomment>
-        <translation>Ein Take läuft. Beenden Sie ihn zuerst.</translation>
-    </message>
-    <message>
         <source>It is not calibrated.</source>
         <extracomment>src/core/windows/CalibrationPanel.cpp</extracomment>
         <translation>Es ist nicht kalibriert.</translation>
@@ -2372,11 +2452,6 @@
         <source>%1 of %2 lines</source>
         <extracomment>src/core/windows/LogWindow.cpp</extracomment>
         <translation>%1 von %2 Zeilen</translation>
-    </message>
-    <message>
-        <source>A resimulation runs. Stop it first.</source>
-        <extracomment>src/core/windows/MainWindow.cpp</extracomment>
-        <translation>Eine neue Simulation läuft. Beenden Sie sie zuerst.</translation>
     </message>
     <message>
         <source>%1 So are %2 more inputs.</source>
@@ -2572,16 +2647,6 @@
         <source>%1 x slower</source>
         <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
         <translation>%1 x langsamer</translation>
-    </message>
-    <message>
-        <source>There is no rig. Add one from the list of tools.</source>
-        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
-        <translation>Es gibt kein Rig. Fügen Sie eines aus der Liste der Werkzeuge hinzu.</translation>
-    </message>
-    <message>
-        <source>No rig is checked. Check one in its row.</source>
-        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
-        <translation>Kein Rig hat ein Häkchen. Setzen Sie eines in seiner Zeile.</translation>
     </message>
     <message>
         <source>No take or resimulation runs.</source>

@@ -16,6 +16,8 @@ class QOpenGLFunctions_3_3_Core;
 
 namespace orv::app::view {
 
+class LinesPass;
+
 /// A rectangle of a picture in device pixels, from the bottom left corner.
 struct PixelRect {
   int x = 0, y = 0, width = 0, height = 0;
@@ -76,6 +78,7 @@ class Renderer {
   void DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio);
   void DrawWire(const FramePacket& packet);
   void DrawThrough(const FramePacket& packet);
+  void DrawGhosts(const FramePacket& packet);
   void DrawGrid(const FramePacket& packet);
   void DrawLines(const FramePacket& packet, double step, int skip, float strength);
   void DrawOutline(const FramePacket& packet, const PixelRect& area, double pixelRatio);
@@ -90,6 +93,7 @@ class Renderer {
   QOpenGLFunctions_3_3_Core* m_gl = nullptr;
   std::unordered_map<unsigned, std::unique_ptr<Program>> m_programs;  ///< by ShaderBits
   std::unique_ptr<Program> m_grid, m_rectangle, m_outline;
+  std::unique_ptr<LinesPass> m_lines;
   std::unordered_map<std::uint64_t, std::unique_ptr<GpuMesh>> m_meshes;
   struct GpuTexture {
     unsigned name = 0;
