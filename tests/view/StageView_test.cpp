@@ -458,7 +458,7 @@ TEST_F(StageView, DrawsLinesOfAnyWidthAlsoWhereTheyAreHidden) {
                   [](const QColor& now, const QColor&) {
                     return now.red() > 200 && now.green() > 200 && now.blue() < 100;
                   }),
-            100)
+            90)
       << "the part ahead of the eye";
   // Nothing of it is picked.
   for (const std::uint32_t id : view.ReadIds(view.rect())) ASSERT_LE(id, 1u);

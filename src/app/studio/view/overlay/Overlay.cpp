@@ -5,7 +5,7 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "core/CoreImplementation.h"
+#include "app/studio/view/overlay/RunClock.h"
 #include "core/instances/Instance.h"
 #include "core/interface/CCamera.h"
 #include "core/services/Translation.h"
@@ -146,7 +146,7 @@ void Overlay::Read() {
     m_performers.clear();
     if (performers > 0) FindPerformers();
   }
-  m_time = isRunning ? m_core.GetFrameTime() : m_host.GetCurrentTime();
+  m_time = isRunning ? GetLatestFrame(m_core) : m_host.GetCurrentTime();
   m_ghost.Follow();
   m_film = m_choice[kOverlayGhost] ? m_ghost.GetFilm() : nullptr;
   static const std::vector<HeadlessNode*> kNone;
