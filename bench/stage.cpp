@@ -135,14 +135,14 @@ class Film {
     m_frames.Read();
     if (frame == 0) {
       m_eye.yaw = m_eye.pitch = 0.6;
-      m_eye.Frame(m_frames.GetBox(false), 45.0, kAspect);
+      m_eye.Frame(m_frames.GetBox(BoxOf::kAll), 45.0, kAspect);
     }
     Optics optics;
-    ChooseClip(m_eye.GetPose(), m_frames.GetBox(false), optics);
+    ChooseClip(m_eye.GetPose(), m_frames.GetBox(BoxOf::kAll), optics);
     ChooseGrid(m_eye, m_packet.grid);
     SetEye(m_packet, m_eye.GetPose(), optics, kAspect);
-    m_frames.Write(m_packet);
-    Screen::Get().GetRenderer().Draw(m_packet, kWidth, kHeight);
+    m_frames.Write(0, m_packet);
+    Screen::Get().GetRenderer().Draw(m_packet, {0, 0, kWidth, kHeight});
     Screen::Get().Finish();
   }
   SceneFrames& GetFrames() { return m_frames; }
@@ -167,13 +167,16 @@ bool HasScreen(benchmark::State& state) {
   return false;
 }
 
-void MeasureFilm(benchmark::State& state, void (*fill)(Scene&, int), int triangles, bool all) {
+/// What is in the picture besides the scene, and whether it has been open for a while.
+enum class Show { kScene, kAll, kAllSettled };
+
+void MeasureFilm(benchmark::State& state, void (*fill)(Scene&, int), int triangles, Show show) {
   if (!HasScreen(state)) return;
   Scene scene;
   HeadlessAdaptor host(scene);
   fill(scene, triangles);
   Film film(host);
-  if (all) {
+  if (show != Show::kScene) {
     film.GetPacket().grid.visible = true;
     std::vector<const SceneNode*> chosen;
     for (const SceneNode* node : scene.GetNodes())
@@ -182,23 +185,45 @@ void MeasureFilm(benchmark::State& state, void (*fill)(Scene&, int), int triangl
   }
   int frame = 0;
   film.Picture(frame);
+  LevelStore levels;
+  if (show == Show::kAllSettled) {
+    levels.Follow(film.GetPacket());
+    while (levels.Work()) {
+    }
+    Screen::Get().GetRenderer().SetLevels(&levels);
+    film.Picture(frame);
+  }
   for (auto _ : state) film.Picture(++frame);
   state.counters["draws"] = Screen::Get().GetRenderer().GetCounts().meshes;
-  std::size_t drawn = 0;
-  for (const Batch& batch : film.GetPacket().batches)
-    drawn += batch.mesh->indices.size() / 3 * batch.count;
-  state.counters["triangles"] = static_cast<double>(drawn);
+  state.counters["triangles"] =
+      static_cast<double>(Screen::Get().GetRenderer().GetCounts().triangles);
+  Screen::Get().GetRenderer().SetLevels(nullptr);
 }
 
 void SceneAlone(benchmark::State& state) {
-  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), false);
+  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), Show::kScene);
 }
 void WithGridAndOutline(benchmark::State& state) {
-  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), true);
+  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), Show::kAll);
+}
+/// With coarser forms of the meshes, as far as they can't be told from them.
+void WithLevels(benchmark::State& state) {
+  MeasureFilm(state, FillWithSheets, static_cast<int>(state.range(0)), Show::kAllSettled);
 }
 void HundredCars(benchmark::State& state) {
   MeasureFilm(
-      state, [](Scene& scene, int) { FillWithCars(scene); }, 0, false);
+      state, [](Scene& scene, int) { FillWithCars(scene); }, 0, Show::kScene);
+}
+
+/// The work that a scene of a million triangles leaves for idle moments.
+void MakeLevels(benchmark::State& state) {
+  auto mesh = std::make_shared<MeshData>(MakeMeshData(Sheet(708, 700.0, 2.0)));
+  for (auto _ : state) {
+    LevelMaker maker(mesh);
+    while (maker.Work()) {
+    }
+    state.counters["indices"] = static_cast<double>(maker.Take()->indices.size());
+  }
 }
 
 /// What of a picture is ours before the driver has it.
@@ -212,7 +237,7 @@ void PacketAlone(benchmark::State& state) {
   for (auto _ : state) {
     host.SetCurrentTime(++frame % kFrames * 0.04);
     frames.Read();
-    frames.Write(packet);
+    frames.Write(0, packet);
   }
 }
 
@@ -242,7 +267,9 @@ BENCHMARK(WithGridAndOutline)
     ->Arg(1000000)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
+BENCHMARK(WithLevels)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(HundredCars)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(MakeLevels)->Unit(benchmark::kMillisecond);
 BENCHMARK(PacketAlone)->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenAMillion)->Unit(benchmark::kMillisecond)->UseRealTime();
 

@@ -126,7 +126,7 @@ TEST_F(Overlay, TheGhostIsTheTakeThatTheSceneDoesNotShow) {
   for (const int frame : {0, 30}) {
     host().SetCurrentTime(frame * 0.04);
     frames.Read();
-    frames.Write(packet);
+    frames.Write(0, packet);
     packet.lines.clear();
     view.Read();
     view.Write(packet, 720);

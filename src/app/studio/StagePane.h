@@ -5,10 +5,12 @@
 #include <QLabel>
 #include <QPointer>
 #include <QTimer>
+#include <array>
 #include <string>
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
+#include "app/studio/NodeManipulation.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StageView.h"
 #include "app/studio/view/overlay/OverlayView.h"
@@ -27,6 +29,7 @@ class WindowSettings;
 namespace orv::app {
 
 class HeadlessBrowser;
+class StageManipulator;
 
 /// Shows the scene at its time, in takes too, and shares the selection of the trees. Where there is
 /// no OpenGL a text says so in the picture's place, and all else goes on.
@@ -61,8 +64,25 @@ class StagePane : public gui::component::qt::ViewHandler,
   void NotePicture();
   void Select(const std::vector<std::uint32_t>& ids, view::PickMode mode);
   void OpenMenu(const QPoint& at);
+  void AddPaneEntries(QMenu& menu);
+  void AddCameraEntries(QMenu& menu);
+  void AddFollowEntries(QMenu& menu);
+  void AddShadingEntries(QMenu& menu);
+  /// Of the view's own commands; true when there is one for it.
+  bool PressKey(int key, bool shift);
+  using SceneNode = rws::adaptor::headless::SceneNode;
+  /// The node that was selected last; null without one.
+  const SceneNode* GetSelected() const;
+  /// Through this camera, in the active pane, or no longer.
+  void LookThrough(const SceneNode* camera);
+  /// Along with the selected node, or no longer with any.
+  void Follow(bool turns);
+  void SetShading(view::Shading shading);
+  /// The inset shows the camera that was selected or looked through last, else the first.
+  void ChooseInset();
+  void ShowNotes();
+  std::string NoteOf(std::size_t picture) const;
   void AddOverlayMenu(QMenu& menu);
-  void ShowNote();
   void Keep(const char* key, const std::string& value);
   std::string GetKept(const char* key) const;
   void TakeChoices();
@@ -74,10 +94,13 @@ class StagePane : public gui::component::qt::ViewHandler,
   rws::core::windows::WindowSettings* m_settings = nullptr;
   view::Quality m_quality;
   view::SceneFrames m_frames;
+  NodeManipulation m_nodes;
   view::Overlay m_overlay;
   view::OverlayView m_overlayView;
   QPointer<view::StageView> m_view;
-  QPointer<QLabel> m_note;        ///< what the grid's step is, and which camera is looked through
+  StageManipulator* m_hands = nullptr;  ///< the view's own
+  /// Of each picture: the grid's step, or which camera is looked through.
+  std::array<QPointer<QLabel>, view::kPictures> m_notes;
   std::string m_problem;          ///< why there is no picture
   const void* m_scene = nullptr;  ///< that the eye was set for
   QElapsedTimer m_since;          ///< the latest picture's begin
