@@ -44,7 +44,7 @@ TEST(RigMarks, WheelsOfACarAtRestCarryItWhereTheyStand) {
   };
   car.Drive(2.0, {});
   expect(45);
-  EXPECT_EQ(MarksOf(car, 45).rays[2].from, car.At(CarScene::kWheels[2], 45));
+  EXPECT_LT((MarksOf(car, 45).rays[2].from - car.At(CarScene::kWheels[2], 45)).length(), 1e-12);
   EXPECT_TRUE(MarksOf(car, -5).contacts.empty()) << "no take has been there";
 }
 
@@ -92,7 +92,7 @@ TEST(RigMarks, ShotsLeadFromTheBarrelAndTellWhatTheyMet) {
   EXPECT_GT(hits, 3);
 }
 
-TEST(RigMarks, ABeltTellsItsSpeedAgainstItsFrameAndACameraWhatItFollows) {
+TEST(RigMarks, ABeltTellsItsSpeedAgainstItsFrame) {
   HostScene belt("CrawlerTracks", "Rig", 25.0, rws::addon::AllRigs());
   belt.scene().SetRange(0.0, 10.0);
   for (const char* action : {"Add Wheel", "Add Wheel", "Calculate Number of Steps", "Create Track"})
@@ -119,7 +119,9 @@ TEST(RigMarks, ABeltTellsItsSpeedAgainstItsFrameAndACameraWhatItFollows) {
   }
   EXPECT_GT(moved, 0.0);
   EXPECT_NEAR(told, moved, 0.05 * moved);
+}
 
+TEST(RigMarks, ACameraTellsWhatItFollows) {
   HostScene camera("SteadyCam", "Rig", 25.0, rws::addon::AllRigs());
   HostScene::Animate(camera.Find("AttachedCam"), 0.04, 50, [](double t) {
     return rws::adaptor::Trs{{3.0 * t, 1.0, 0.0}, {}, {1, 1, 1}};
