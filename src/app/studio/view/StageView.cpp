@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QOpenGLPaintDevice>
 #include <QPainter>
 #include <QRubberBand>
 #include <algorithm>
@@ -121,8 +122,13 @@ void StageView::paintGL() {
     m_counts.all += counts.all;
     m_counts.triangles += counts.triangles;
   }
-  if (paintOver) {
-    QPainter painter(this);
+  if (paintOver && hasTexts && hasTexts()) {
+    // A painter of the widget would paint elsewhere when that is grabbed.
+    const double ratio = devicePixelRatioF();
+    QOpenGLPaintDevice device(size() * ratio);
+    device.setDevicePixelRatio(ratio);
+    QPainter painter(&device);
+    painter.setFont(font());
     paintOver(painter);
   }
   const FramePacket& packet = m_pictures[0].packet;
