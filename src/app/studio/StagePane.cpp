@@ -193,6 +193,7 @@ void StagePane::ConnectOverlay() {
     m_overlayView.Read();
     m_overlayView.Write(packet, m_view->GetPlace(m_view->NumberOf(packet)).height());
   };
+  m_view->hasTexts = [this] { return m_overlayView.HasTexts(); };
   m_view->paintOver = [this](QPainter& painter) {
     for (std::size_t picture = 0; picture < kInset; ++picture)
       if (m_view->IsShown(picture))

@@ -58,6 +58,8 @@ class StageView : public QOpenGLWidget {
   std::function<void(FramePacket& packet)> linesWanted;
   /// Over all pictures, in pixels of the desktop.
   std::function<void(QPainter& painter)> paintOver;
+  /// Whether `paintOver` has something to write; without it never.
+  std::function<bool()> hasTexts;
   /// After each update; for what is shown beside it.
   std::function<void()> painted;
   /// Whether a take needs all the time there is; none: never.

@@ -137,6 +137,11 @@ void OverlayView::WriteGhost(FramePacket& packet) {
 
 // --- texts ---
 
+bool OverlayView::HasTexts() const {
+  return m_overlay.IsShown(kOverlayNames) || m_overlay.IsShown(kOverlayRate) ||
+         !m_overlay.GetPerformers().empty();
+}
+
 void OverlayView::Paint(QPainter& painter, const QSize& size, const QPalette& palette) {
   if (!m_overlay.GetPerformers().empty()) PaintInputs(painter, size, palette);
   if (m_overlay.IsShown(kOverlayRate)) PaintRate(painter, size, palette);

@@ -34,6 +34,8 @@ class OverlayView {
   void Read() { m_overlay.Read(); }
   /// Of a picture that is `height` pixels of the desktop high.
   void Write(FramePacket& packet, int height);
+  /// Whether there is something for the next two.
+  bool HasTexts() const;
   /// Over the picture of this packet, which lies at `place` (pixels of the desktop).
   void PaintNames(QPainter& painter, const FramePacket& packet, const QRect& place,
                   const QPalette& palette);
