@@ -40,7 +40,7 @@ TEST_F(StageManipulator, FollowsRealHandsInThePicture) {
     if (widget["id"] == "stage") shown = widget["rect"];
   if (shown.is_null()) GTEST_SKIP() << "NOT TESTED: the server has no OpenGL 3.3";
   const double width = shown[2], height = shown[3];
-  const auto click = [&](const Pixel& at) {
+  const auto click = [&](const view::Pixel& at) {
     return "at=" + std::to_string(std::lround(at.x)) + "," + std::to_string(std::lround(at.y));
   };
   // All of the scene is the load, in whose middle its origin is.
@@ -59,7 +59,7 @@ TEST_F(StageManipulator, FollowsRealHandsInThePicture) {
   view::Pixel grip, to;
   ASSERT_TRUE(view.Project(frame.origin + frame.axes[0] * (0.7 * size), grip));
   ASSERT_TRUE(view.Project(frame.origin + frame.axes[0] * (1.7 * size), to));
-  const auto drag = [&](const Pixel& way) {
+  const auto drag = [&](const view::Pixel& way) {
     return "drag id=stage " + click(grip) + " by=" + std::to_string(std::lround(way.x)) + "," +
            std::to_string(std::lround(way.y)) + " steps=6";
   };

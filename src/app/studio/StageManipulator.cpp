@@ -51,13 +51,13 @@ QString QText(const std::string& text) {
 std::string SpaceText(view::Space space) {
   switch (space) {
     case view::Space::kLocal:
-      return Translate("own axes");
+      return Translate("Own axes");
     case view::Space::kParent:
-      return Translate("the parent's axes");
+      return Translate("Axes of the parent");
     case view::Space::kNode:
-      return Translate("axes of the chosen node");
+      return Translate("Axes of the chosen node");
     default:
-      return Translate("the world's axes");
+      return Translate("Axes of the world");
   }
 }
 
