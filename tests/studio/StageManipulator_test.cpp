@@ -36,7 +36,8 @@ TEST_F(StageManipulator, FollowsRealHandsInThePicture) {
   DrivenStudio studio(Path("root"), {QString::fromStdString(Path("a.glb"))},
                       {"DISPLAY=" + display.name, kNoLeaks});
   Json shown;
-  for (const Json& widget : studio.Do("dump MainWindow")["windows"][0]["widgets"])
+  const Json dump = studio.Do("dump MainWindow");
+  for (const Json& widget : dump["windows"][0]["widgets"])
     if (widget["id"] == "stage") shown = widget["rect"];
   if (shown.is_null()) GTEST_SKIP() << "NOT TESTED: the server has no OpenGL 3.3";
   const double width = shown[2], height = shown[3];
