@@ -405,9 +405,14 @@ void StageManipulator::ShowNumbers() {
 
 void StageManipulator::ShowStatus(const std::string& text) {
   if (!m_status || text.empty()) return;
+  const int space = gui::component::qt::Scaled(8), room = m_view.width() - 2 * space;
   m_status->setText(QText(text));
+  m_status->setWordWrap(false);
   m_status->adjustSize();
-  const int space = gui::component::qt::Scaled(8);
+  if (m_status->width() > room) {
+    m_status->setWordWrap(true);
+    m_status->resize(room, m_status->heightForWidth(room));
+  }
   m_status->move(space, m_view.height() - m_status->height() - space);
   m_status->show();
   if (m_manipulator.IsDragging())
