@@ -56,13 +56,13 @@ TEST(SceneFrames, FollowPosesMeshesAndTree) {
   const auto write = [&](double time) {
     host.SetCurrentTime(time);
     frames.Read();
-    frames.Write(packet);
+    frames.Write(0, packet);
     ExpectPoses(frames, packet, time);
   };
   for (const double time : {0.0, 0.3, 1.0}) write(time);
   EXPECT_EQ(packet.instances.size(), 5u);
   EXPECT_EQ(packet.batches.size(), 2u) << "equal meshes are one draw";
-  EXPECT_NEAR(frames.GetBox(false).high.y, 10.0, 1e-9);
+  EXPECT_NEAR(frames.GetBox(BoxOf::kAll).high.y, 10.0, 1e-9);
   std::uint64_t structure = packet.structure;
   const void* instances = packet.instances.data();
   write(0.5);
@@ -124,7 +124,7 @@ TEST(SceneFrames, ReadWhatAFileTellsOfSurfaces) {
   SceneFrames frames(document.GetAdaptor());
   FramePacket packet;
   frames.Read();
-  frames.Write(packet);
+  frames.Write(0, packet);
   const std::vector<std::string> odd = frames.TakeOdd();
   ASSERT_EQ(odd.size(), 1u) << "told once, and the rest is shown";
   EXPECT_NE(odd[0].find("gone.png"), std::string::npos) << odd[0];
@@ -144,7 +144,7 @@ TEST(SceneFrames, ReadWhatAFileTellsOfSurfaces) {
   for (const double z : {10.0, -10.0}) {
     packet.origin = {0.0, 0.0, z};
     frames.Read();
-    frames.Write(packet);
+    frames.Write(0, packet);
     const auto distance = [&](const Batch& batch) {
       return std::abs(packet.instances[batch.first].pose[11]);
     };

@@ -113,8 +113,9 @@ void NodeManipulation::Preview(const Selection& selection, const std::vector<New
   const double time = m_host.GetCurrentTime();
   for (std::size_t i = 0; i < poses.size(); ++i)
     if (const SceneNode* node = m_browser.GetNode(selection.targets[i].id))
-      preview.emplace_back(node, selection.targets[i].parent *
-                                     rws::adaptor::Compose(Replaced(poses[i], node->LocalTrs(time))));
+      preview.emplace_back(node,
+                           selection.targets[i].parent *
+                               rws::adaptor::Compose(Replaced(poses[i], node->LocalTrs(time))));
   m_frames.SetPreview(std::move(preview));
   if (changed) changed();
 }

@@ -31,8 +31,8 @@ constexpr int kStatusTime = 6000;  ///< ms
 constexpr int kGap = 16;           ///< between pointer and numbers (pixels at 96 dpi)
 
 // Keys of what is kept, and its words; the first of each is the default, and kept as nothing.
-constexpr char kKeptTool[] = "tool", kKeptAxes[] = "axes", kKeptPivot[] = "pivot", kSnapSteps[] = "snapsteps",
-               kSnapNodes[] = "snapnodes", kSnapGround[] = "snapground";
+constexpr char kKeptTool[] = "tool", kKeptAxes[] = "axes", kKeptPivot[] = "pivot",
+               kSnapSteps[] = "snapsteps", kSnapNodes[] = "snapnodes", kSnapGround[] = "snapground";
 constexpr const char* kTools[] = {"", "turn", "scale", "none"};
 constexpr Tool kToolOf[] = {Tool::kMove, Tool::kTurn, Tool::kScale, Tool::kNone};
 constexpr const char* kSpaces[] = {"", "local", "parent", "node"};
@@ -172,7 +172,9 @@ void StageManipulator::AddTo(QMenu& menu) {
 
 Hand StageManipulator::HandAt(const QPointF& at, Qt::KeyboardModifiers keys) {
   m_at = at;
-  return {{at.x(), at.y()}, bool(keys & Qt::ControlModifier), bool(keys & Qt::ShiftModifier)};
+  const QPointF within = at - m_view.GetPlace(m_view.GetActive()).topLeft();
+  return {
+      {within.x(), within.y()}, bool(keys & Qt::ControlModifier), bool(keys & Qt::ShiftModifier)};
 }
 
 bool StageManipulator::OnPress(QMouseEvent& event) {
@@ -349,8 +351,9 @@ void StageManipulator::OnFocusLost() {
 void StageManipulator::Draw(view::FramePacket& packet) {
   const double scale = gui::component::qt::Scaled(960) / 960.0;
   m_manipulator.SetUnit(rws::core::windows::UnitOf(m_core.GetPreferences().units).perMetre);
+  const QRect pane = m_view.GetPlace(m_view.GetActive());
   m_manipulator.SetView(
-      view::ViewFrame(m_view.GetEyePose(), m_view.GetOptics(), m_view.width(), m_view.height()),
+      view::ViewFrame(m_view.GetEyePose(), m_view.GetOptics(), pane.width(), pane.height()),
       packet.grid.step, scale);
   // Something else has come between, such as a take.
   if (m_wasDragging && !m_manipulator.IsDragging()) {

@@ -20,18 +20,46 @@ namespace orv::app {
 
 using gui::Translate;
 using rws::adaptor::headless::SceneNode;
+using view::kInset;
 using view::NavigationPreset;
+using view::PaneLayout;
 using view::PickMode;
 using view::Shading;
 
 namespace {
 
 constexpr char kStageSettings[] = "Stage";
+/// By pane.
+constexpr const char* kShadingKeys[] = {"shading", "shading2"};
+/// What settings keep of a choice, in the order of their enums.
+constexpr const char* kLayouts[] = {"", "columns", "rows"};
+constexpr const char* kShadings[] = {"", "wire", "xray"};
 /// However long a picture takes, a run has some five of them a second (ms).
 constexpr qint64 kLongestPause = 150;
 
 QString Shown(const std::string& text) {
   return QString::fromStdString(text);
+}
+
+/// The place of a text among the choices; the first one for any other.
+template <class Choice, std::size_t count>
+Choice ChoiceOf(const char* const (&texts)[count], const std::string& text) {
+  const auto at = std::find(std::begin(texts), std::end(texts), text);
+  return static_cast<Choice>(at == std::end(texts) ? 0 : at - std::begin(texts));
+}
+
+template <class Action>
+QAction* AddEntry(QMenu& menu, const std::string& text, Action action) {
+  QAction* entry = menu.addAction(Shown(text));
+  QObject::connect(entry, &QAction::triggered, action);
+  return entry;
+}
+
+template <class Action>
+void AddChoice(QMenu& menu, const std::string& text, bool on, Action action) {
+  QAction* entry = AddEntry(menu, text, action);
+  entry->setCheckable(true);
+  entry->setChecked(on);
 }
 
 /// A power of ten of metres.
@@ -96,8 +124,12 @@ void StagePane::TakeChoices() {
   if (!m_view) return;
   m_view->SetNavigation(GetKept("navigation") == "maya" ? NavigationPreset::kMaya
                                                         : NavigationPreset::kBlender);
-  m_view->SetShading(GetKept("shading") == "wire" ? Shading::kWireOverPlain : Shading::kPlain);
+  for (std::size_t pane = 0; pane < kInset; ++pane)
+    m_view->SetShading(ChoiceOf<Shading>(kShadings, GetKept(kShadingKeys[pane])), pane);
   m_view->SetGridVisible(GetKept("grid") != "no");
+  m_view->SetLayout(ChoiceOf<PaneLayout>(kLayouts, GetKept("panes")));
+  m_view->SetInsetVisible(GetKept("inset") == "yes");
+  ChooseInset();
   m_hands->TakeChoices();
 }
 
@@ -127,7 +159,9 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
     Select(ids, mode);
   };
   m_view->menuWanted = [this](const QPoint& at) { OpenMenu(at); };
-  m_view->cameraLeft = [this] { m_frames.LookThrough(nullptr); };
+  m_view->cameraLeft = [this] { m_frames.LookThrough(nullptr, m_view->GetActive()); };
+  m_view->keyPressed = [this](int key, bool shift) { return PressKey(key, shift); };
+  m_view->isBusy = [this] { return m_core.GetRunState() != rws::core::RunState::kIdle; };
   m_view->painted = [this] { NotePicture(); };
   ConnectOverlay();
   m_view->failed = [this](const std::string& problem) {
@@ -144,10 +178,10 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   m_hands->kept = [this](const char* key) { return GetKept(key); };
   m_hands->keep = [this](const char* key, const std::string& value) { Keep(key, value); };
   m_view->SetInteractor(std::move(hands));
-  m_note = new QLabel(m_view);
-  m_note->setAttribute(Qt::WA_TransparentForMouseEvents);
-  const int space = gui::component::qt::Scaled(8);
-  m_note->move(space, space);
+  for (auto& note : m_notes) {
+    note = new QLabel(m_view);
+    note->setAttribute(Qt::WA_TransparentForMouseEvents);
+  }
   TakeChoices();
   OnNodeSelection();
   m_view->FrameNext();
@@ -157,24 +191,45 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
 void StagePane::ConnectOverlay() {
   m_view->linesWanted = [this](view::FramePacket& packet) {
     m_overlayView.Read();
-    m_overlayView.Write(packet, m_view->height());
+    m_overlayView.Write(packet, m_view->GetPlace(m_view->NumberOf(packet)).height());
   };
   m_view->paintOver = [this](QPainter& painter) {
-    m_overlayView.PaintNames(painter, m_view->GetPacket(), m_view->rect(), m_view->palette());
+    for (std::size_t picture = 0; picture < kInset; ++picture)
+      if (m_view->IsShown(picture))
+        m_overlayView.PaintNames(painter, m_view->GetPicture(picture).packet,
+                                 m_view->GetPlace(picture), m_view->palette());
     m_overlayView.Paint(painter, m_view->size(), m_view->palette());
   };
 }
 
-void StagePane::ShowNote() {
-  if (!m_view || !m_note) return;
+std::string StagePane::NoteOf(std::size_t picture) const {
+  if (!m_view->IsShown(picture)) return {};
+  if (const SceneNode* camera = m_frames.GetLookThrough(picture))
+    return picture == kInset ? camera->GetName() : Translate("Through %1", {camera->GetName()});
   std::string text;
-  if (const SceneNode* camera = m_frames.GetLookThrough())
-    text = Translate("Through %1", {camera->GetName()});
-  else if (m_view->IsGridVisible())
-    text = Translate("Grid: %1", {StepText(m_view->GetPacket().grid.step)});
-  if (m_note->text() == Shown(text)) return;
-  m_note->setText(Shown(text));
-  m_note->adjustSize();
+  if (m_view->IsGridVisible())
+    text = Translate("Grid: %1", {StepText(m_view->GetPicture(picture).packet.grid.step)});
+  if (const SceneNode* followed = m_frames.GetFollowed(picture))
+    text += (text.empty() ? "" : "  ") + Translate("Along with %1", {followed->GetName()});
+  return text;
+}
+
+void StagePane::ShowNotes() {
+  if (!m_view) return;
+  const int space = gui::component::qt::Scaled(8);
+  for (std::size_t picture = 0; picture < m_notes.size(); ++picture) {
+    QLabel* note = m_notes[picture];
+    if (!note) continue;
+    const QString text = Shown(NoteOf(picture));
+    if (note->text() != text) {
+      note->setText(text);
+      note->adjustSize();
+    }
+    note->setVisible(!text.isEmpty());
+    const int within = picture == kInset ? space / 2 : space;
+    const QPoint at = m_view->GetPlace(picture).topLeft() + QPoint(within, within);
+    if (note->pos() != at) note->move(at);
+  }
 }
 
 // --- when it draws ---
@@ -209,7 +264,8 @@ void StagePane::NotePicture() {
     m_end = m_cost = m_since.elapsed();
     m_overlayView.SetCost(static_cast<double>(m_cost));
     if (m_isWanted) Update();
-    ShowNote();
+    ChooseInset();
+    ShowNotes();
     for (const std::string& odd : m_frames.TakeOdd())
       rws::core::LogEntry(rws::core::LogLevel::kWarning, odd);
   });
@@ -221,9 +277,16 @@ void StagePane::OnNodeSelection() {
   std::vector<const SceneNode*> nodes;
   for (const int key : m_browser.GetSelection())
     if (const SceneNode* node = m_browser.GetNode(key)) nodes.push_back(node);
+  const SceneNode* latest = nodes.empty() ? nullptr : nodes.back();
   m_overlay.Select(nodes);
   m_frames.Select(std::move(nodes));
+  if (latest && latest->GetLens()) m_frames.LookThrough(latest, kInset);
   Update();
+}
+
+const SceneNode* StagePane::GetSelected() const {
+  const std::vector<int> keys = m_browser.GetSelection();
+  return keys.empty() ? nullptr : m_browser.GetNode(keys.back());
 }
 
 void StagePane::Select(const std::vector<std::uint32_t>& ids, PickMode mode) {
@@ -242,51 +305,154 @@ void StagePane::Select(const std::vector<std::uint32_t>& ids, PickMode mode) {
   m_browser.Select(keys);
 }
 
+// --- panes, cameras, companions ---
+
+void StagePane::LookThrough(const SceneNode* camera) {
+  m_frames.LookThrough(camera, m_view->GetActive());
+  if (camera) m_frames.LookThrough(camera, kInset);
+  Update();
+}
+
+void StagePane::Follow(bool turns) {
+  const std::size_t pane = m_view->GetActive();
+  const bool isSame = m_frames.GetFollowed(pane) && m_frames.TurnsWithFollowed(pane) == turns;
+  const SceneNode* now = isSame ? nullptr : m_frames.GetFollowed(pane);
+  if (!isSame && !now) now = GetSelected();
+  m_frames.Follow(now, turns, pane);
+  Update();
+}
+
+void StagePane::SetShading(Shading shading) {
+  Keep(kShadingKeys[m_view->GetActive()], kShadings[static_cast<std::size_t>(shading)]);
+}
+
+void StagePane::ChooseInset() {
+  if (!m_view || GetKept("inset") != "yes" || m_frames.GetLookThrough(kInset)) return;
+  for (const SceneNode* node : m_host.GetScene().GetNodes()) {
+    if (!node->GetLens()) continue;
+    m_frames.LookThrough(node, kInset);
+    return Update();
+  }
+}
+
+bool StagePane::PressKey(int key, bool shift) {
+  const auto layout = [this](PaneLayout wanted) {
+    Keep("panes", kLayouts[static_cast<std::size_t>(wanted)]);
+  };
+  switch (key) {
+    case Qt::Key_1:
+      layout(PaneLayout::kOne);
+      return true;
+    case Qt::Key_2:
+      layout(PaneLayout::kColumns);
+      return true;
+    case Qt::Key_3:
+      layout(PaneLayout::kRows);
+      return true;
+    case Qt::Key_I:
+      Keep("inset", m_view->IsInsetVisible() ? "" : "yes");
+      return true;
+    case Qt::Key_L:
+      Follow(shift);
+      return true;
+    case Qt::Key_D:
+      SetShading(static_cast<Shading>((static_cast<std::size_t>(m_view->GetShading()) + 1) %
+                                      std::size(kShadings)));
+      return true;
+    case Qt::Key_C: {
+      const SceneNode* node = GetSelected();
+      const bool isThrough = m_frames.GetLookThrough(m_view->GetActive());
+      LookThrough(!isThrough && node && node->GetLens() ? node : nullptr);
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
 // --- the menu ---
 
 void StagePane::OpenMenu(const QPoint& at) {
   if (!m_view) return;
   auto* menu = new QMenu(m_view);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  const auto add = [](QMenu& to, const std::string& text, auto action) {
-    QAction* entry = to.addAction(Shown(text));
-    QObject::connect(entry, &QAction::triggered, action);
-    return entry;
-  };
-  const auto check = [&](QMenu& to, const std::string& text, bool on, auto action) {
-    QAction* entry = add(to, text, action);
-    entry->setCheckable(true);
-    entry->setChecked(on);
-  };
-  add(*menu, Translate("Show &all") + "\tA", [this] { m_view->FrameAll(); });
-  add(*menu, Translate("Show the &selection") + "\tF", [this] {
+  AddEntry(*menu, Translate("Show &all") + "\tA", [this] { m_view->FrameAll(); });
+  AddEntry(*menu, Translate("Show the &selection") + "\tF", [this] {
     m_view->FrameSelected();
   })->setEnabled(!m_browser.GetSelection().empty());
   m_hands->AddTo(*menu);
   menu->addSeparator();
-  QMenu* cameras = menu->addMenu(Shown(Translate("Look &through")));
+  AddCameraEntries(*menu);
+  AddFollowEntries(*menu);
+  menu->addSeparator();
+  AddPaneEntries(*menu);
+  AddShadingEntries(*menu);
+  const bool grid = m_view->IsGridVisible(),
+             maya = m_view->GetNavigation() == NavigationPreset::kMaya;
+  AddChoice(*menu, Translate("&Grid"), grid, [this, grid] { Keep("grid", grid ? "no" : ""); });
+  AddOverlayMenu(*menu->addMenu(Shown(Translate("&Overlay"))));
+  QMenu* hands = menu->addMenu(Shown(Translate("&Mouse as in")));
+  AddChoice(*hands, "&Blender", !maya, [this] { Keep("navigation", ""); });
+  AddChoice(*hands, "&Maya", maya, [this] { Keep("navigation", "maya"); });
+  menu->popup(at);
+}
+
+void StagePane::AddCameraEntries(QMenu& menu) {
+  QMenu* cameras = menu.addMenu(Shown(Translate("Look &through")));
+  QMenu* insets = menu.addMenu(Shown(Translate("Camera in the &corner")));
+  const bool hasInset = m_view->IsInsetVisible();
+  AddChoice(*insets, Translate("&None") + "\tI", !hasInset, [this] { Keep("inset", ""); });
+  insets->addSeparator();
+  const std::size_t pane = m_view->GetActive();
   for (const SceneNode* node : m_host.GetScene().GetNodes()) {
     if (!node->GetLens()) continue;
     const int key = m_browser.GetKey(*node);
-    check(*cameras, gui::EscapeMnemonics(node->GetName()), node == m_frames.GetLookThrough(),
-          [this, key] {
-            const SceneNode* chosen = m_browser.GetNode(key);
-            m_frames.LookThrough(chosen == m_frames.GetLookThrough() ? nullptr : chosen);
-            Update();
-          });
+    const bool isSeen = node == m_frames.GetLookThrough(pane);
+    AddChoice(*cameras, gui::EscapeMnemonics(node->GetName()), isSeen,
+              [this, key, isSeen] { LookThrough(isSeen ? nullptr : m_browser.GetNode(key)); });
+    AddChoice(*insets, gui::EscapeMnemonics(node->GetName()),
+              hasInset && node == m_frames.GetLookThrough(kInset), [this, key] {
+                m_frames.LookThrough(m_browser.GetNode(key), kInset);
+                Keep("inset", "yes");
+                Update();
+              });
   }
-  cameras->setEnabled(!cameras->isEmpty());
-  menu->addSeparator();
-  const bool wire = m_view->GetShading() == Shading::kWireOverPlain, grid = m_view->IsGridVisible(),
-             maya = m_view->GetNavigation() == NavigationPreset::kMaya;
-  check(*menu, Translate("&Edges of triangles"), wire,
-        [this, wire] { Keep("shading", wire ? "" : "wire"); });
-  check(*menu, Translate("&Grid"), grid, [this, grid] { Keep("grid", grid ? "no" : ""); });
-  AddOverlayMenu(*menu->addMenu(Shown(Translate("&Overlay"))));
-  QMenu* hands = menu->addMenu(Shown(Translate("&Mouse as in")));
-  check(*hands, "&Blender", !maya, [this] { Keep("navigation", ""); });
-  check(*hands, "&Maya", maya, [this] { Keep("navigation", "maya"); });
-  menu->popup(at);
+  const bool hasCameras = !cameras->isEmpty();
+  cameras->setEnabled(hasCameras);
+  insets->setEnabled(hasCameras);
+}
+
+void StagePane::AddFollowEntries(QMenu& menu) {
+  QMenu* follow = menu.addMenu(Shown(Translate("Travel a&long with")));
+  const std::size_t pane = m_view->GetActive();
+  const SceneNode* followed = m_frames.GetFollowed(pane);
+  const SceneNode* node = followed ? followed : GetSelected();
+  const bool turns = m_frames.TurnsWithFollowed(pane);
+  const std::string name = gui::EscapeMnemonics(node ? node->GetName() : std::string());
+  AddChoice(*follow, Translate("The &place of %1", {name}) + "\tL", followed && !turns,
+            [this] { Follow(false); });
+  AddChoice(*follow, Translate("Place and &heading of %1", {name}) + "\tShift+L", followed && turns,
+            [this] { Follow(true); });
+  follow->setEnabled(node != nullptr);
+}
+
+void StagePane::AddPaneEntries(QMenu& menu) {
+  QMenu* panes = menu.addMenu(Shown(Translate("&Panes")));
+  const std::string texts[] = {Translate("&One"), Translate("Two &side by side"),
+                               Translate("Two one &above the other")};
+  for (std::size_t i = 0; i < std::size(texts); ++i)
+    AddChoice(*panes, texts[i] + "\t" + std::to_string(i + 1),
+              m_view->GetLayout() == static_cast<PaneLayout>(i),
+              [this, i] { Keep("panes", kLayouts[i]); });
+}
+
+void StagePane::AddShadingEntries(QMenu& menu) {
+  QMenu* shadings = menu.addMenu(Shown(Translate("S&hading") + "\tD"));
+  const std::string texts[] = {Translate("&Plain"), Translate("With the &edges of triangles"),
+                               Translate("&Rigs shine through")};
+  for (std::size_t i = 0; i < std::size(texts); ++i)
+    AddChoice(*shadings, texts[i], m_view->GetShading() == static_cast<Shading>(i),
+              [this, i] { SetShading(static_cast<Shading>(i)); });
 }
 
 void StagePane::AddOverlayMenu(QMenu& menu) {

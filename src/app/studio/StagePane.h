@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QTimer>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -63,8 +64,25 @@ class StagePane : public gui::component::qt::ViewHandler,
   void NotePicture();
   void Select(const std::vector<std::uint32_t>& ids, view::PickMode mode);
   void OpenMenu(const QPoint& at);
+  void AddPaneEntries(QMenu& menu);
+  void AddCameraEntries(QMenu& menu);
+  void AddFollowEntries(QMenu& menu);
+  void AddShadingEntries(QMenu& menu);
+  /// Of the view's own commands; true when there is one for it.
+  bool PressKey(int key, bool shift);
+  using SceneNode = rws::adaptor::headless::SceneNode;
+  /// The node that was selected last; null without one.
+  const SceneNode* GetSelected() const;
+  /// Through this camera, in the active pane, or no longer.
+  void LookThrough(const SceneNode* camera);
+  /// Along with the selected node, or no longer with any.
+  void Follow(bool turns);
+  void SetShading(view::Shading shading);
+  /// The inset shows the camera that was selected or looked through last, else the first.
+  void ChooseInset();
+  void ShowNotes();
+  std::string NoteOf(std::size_t picture) const;
   void AddOverlayMenu(QMenu& menu);
-  void ShowNote();
   void Keep(const char* key, const std::string& value);
   std::string GetKept(const char* key) const;
   void TakeChoices();
@@ -81,7 +99,8 @@ class StagePane : public gui::component::qt::ViewHandler,
   view::OverlayView m_overlayView;
   QPointer<view::StageView> m_view;
   StageManipulator* m_hands = nullptr;  ///< the view's own
-  QPointer<QLabel> m_note;        ///< what the grid's step is, and which camera is looked through
+  /// Of each picture: the grid's step, or which camera is looked through.
+  std::array<QPointer<QLabel>, view::kPictures> m_notes;
   std::string m_problem;          ///< why there is no picture
   const void* m_scene = nullptr;  ///< that the eye was set for
   QElapsedTimer m_since;          ///< the latest picture's begin

@@ -48,9 +48,4 @@ QSurfaceFormat MakeFormat(int samples) {
   return format;
 }
 
-int ChooseSamples(const Graphics& graphics, bool isFixed) {
-  constexpr int kSamples = 4;
-  return isFixed || graphics.isSoftware ? 0 : kSamples;
-}
-
 }  // namespace orv::app::view

@@ -17,8 +17,5 @@ struct Graphics {
 const Graphics& GetGraphics();
 /// Of a context that Renderer works in.
 QSurfaceFormat MakeFormat(int samples);
-/// Samples a pixel for pictures on the screen: without a graphics processor each costs as much as
-/// the picture, so there are none, nor in pictures that are to be the same everywhere.
-int ChooseSamples(const Graphics& graphics, bool isFixed);
 
 }  // namespace orv::app::view

@@ -211,6 +211,8 @@ int LinesPass::Draw(const FramePacket& packet, const std::array<float, 16>& view
   m_gl.glUniform2f(m_size, static_cast<float>(width), static_cast<float>(height));
   m_gl.glUniform1f(m_ratio, static_cast<float>(pixelRatio));
   m_gl.glDisable(GL_CULL_FACE);
+  // The far plane stands behind what the scene shows; a way may lead out of that.
+  m_gl.glEnable(GL_DEPTH_CLAMP);
   std::size_t firstStroke = 0, firstCorner = 0;
   for (const LineSet* set : packet.lines) {
     if (set->onTop) {
@@ -225,6 +227,7 @@ int LinesPass::Draw(const FramePacket& packet, const std::array<float, 16>& view
     firstStroke += set->strokes.size();
     firstCorner += set->corners.size();
   }
+  m_gl.glDisable(GL_DEPTH_CLAMP);
   m_gl.glDisable(GL_DEPTH_TEST);
   return m_draws;
 }

@@ -14,6 +14,7 @@ namespace orv::app::view {
 namespace {
 
 constexpr int kGridLines = 201;
+constexpr int kGridPieces = 25;  ///< of a line
 constexpr GLuint kFirstInstanceAttribute = 4, kTint = 7, kId = 8;
 
 const void* PointerAt(std::size_t bytes) {
@@ -40,17 +41,23 @@ GLint WrapMode(Texture::Wrap wrap) {
 struct Renderer::Program {
   GLuint name = 0;
   std::unordered_map<std::string, GLint> places;
+  // Of meshes' programs, as each batch sets them.
+  GLint baseColour = -1, cutoff = -1, plain = -1;
+  std::uint64_t picture = 0;  ///< that has set the rest, by m_draws
 };
 
 struct Renderer::GpuMesh {
   GLuint array = 0, vertices = 0, indices = 0;
-  GLsizei count = 0;
+  GLuint levelIndices = 0;             ///< 0 without levels
+  GLuint normals = 0;                  ///< of a mesh that has none of its own; 0 without
+  const MeshLevels* levels = nullptr;  ///< those that are uploaded
   GLenum mode = GL_TRIANGLES;
+  std::uint64_t used = 0;  ///< see m_draws
 };
 
 struct Renderer::Target {
-  GLuint framebuffer = 0, colour = 0, depth = 0;
-  int width = 0, height = 0;
+  GLuint framebuffer = 0, texture = 0, colour = 0, depth = 0;
+  int width = 0, height = 0, samples = 0;
 };
 
 Renderer::Renderer() = default;
@@ -60,15 +67,11 @@ Renderer::~Renderer() {
   for (const auto& [bits, program] : m_programs) m_gl->glDeleteProgram(program->name);
   for (const auto* program : {m_grid.get(), m_rectangle.get(), m_outline.get()})
     if (program) m_gl->glDeleteProgram(program->name);
-  for (const auto& [id, mesh] : m_meshes) {
-    m_gl->glDeleteVertexArrays(1, &mesh->array);
-    m_gl->glDeleteBuffers(1, &mesh->vertices);
-    m_gl->glDeleteBuffers(1, &mesh->indices);
-  }
-  for (const auto& [id, texture] : m_textures) m_gl->glDeleteTextures(1, &texture);
+  for (const auto& [id, mesh] : m_meshes) DropMesh(*mesh);
+  for (const auto& [id, texture] : m_textures) m_gl->glDeleteTextures(1, &texture.name);
   m_gl->glDeleteBuffers(1, &m_instances);
   m_gl->glDeleteVertexArrays(1, &m_empty);
-  for (Target* target : {m_ids.get(), m_mask.get()})
+  for (Target* target : {m_ids.get(), m_mask.get(), m_canvas.get()})
     if (target) Free(*target);
 }
 
@@ -86,6 +89,7 @@ bool Renderer::Begin(std::string& problem) {
   m_gl->glGenVertexArrays(1, &m_empty);
   m_ids = std::make_unique<Target>();
   m_mask = std::make_unique<Target>();
+  m_canvas = std::make_unique<Target>();
   m_grid = std::make_unique<Program>();
   m_rectangle = std::make_unique<Program>();
   m_outline = std::make_unique<Program>();
@@ -131,10 +135,13 @@ bool Renderer::Build(Program& program, const ShaderSource& source, std::string& 
     problem = std::string("the driver refuses a program: ") + told;
     return false;
   }
-  for (const char* name :
-       {"viewProjection", "baseColour", "picture", "cutoff", "light", "plain", "corner", "first",
-        "gap", "lines", "skip", "ink", "strength", "place", "reach", "ahead"})
+  for (const char* name : {"viewProjection", "baseColour", "picture", "cutoff", "light", "plain",
+                           "corner", "first", "gap", "lines", "pieces", "skip", "ink", "strength",
+                           "place", "reach", "ahead", "from", "focus"})
     program.places[name] = m_gl->glGetUniformLocation(program.name, name);
+  program.baseColour = program.places["baseColour"];
+  program.cutoff = program.places["cutoff"];
+  program.plain = program.places["plain"];
   return true;
 }
 
@@ -158,7 +165,7 @@ Renderer::GpuMesh& Renderer::FindMesh(const MeshData& mesh) {
   std::unique_ptr<GpuMesh>& held = m_meshes[mesh.id];
   if (held) return *held;
   held = std::make_unique<GpuMesh>();
-  held->count = static_cast<GLsizei>(mesh.indices.size());
+  held->used = m_draws;
   held->mode = mesh.lines ? GL_LINES : GL_TRIANGLES;
   m_gl->glGenVertexArrays(1, &held->array);
   m_gl->glGenBuffers(1, &held->vertices);
@@ -201,8 +208,10 @@ Renderer::GpuMesh& Renderer::FindMesh(const MeshData& mesh) {
 }
 
 unsigned Renderer::FindTexture(const Texture& texture) {
-  GLuint& name = m_textures[texture.id];
+  GpuTexture& held = m_textures[texture.id];
+  GLuint& name = held.name;
   if (name) return name;
+  held.used = m_draws;
   m_gl->glGenTextures(1, &name);
   m_gl->glBindTexture(GL_TEXTURE_2D, name);
   m_gl->glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
@@ -218,35 +227,75 @@ unsigned Renderer::FindTexture(const Texture& texture) {
   return name;
 }
 
+void Renderer::DropMesh(GpuMesh& mesh) {
+  m_gl->glDeleteVertexArrays(1, &mesh.array);
+  m_gl->glDeleteBuffers(1, &mesh.vertices);
+  m_gl->glDeleteBuffers(1, &mesh.indices);
+  m_gl->glDeleteBuffers(1, &mesh.levelIndices);
+  m_gl->glDeleteBuffers(1, &mesh.normals);
+}
+
+/// Those of the surface at its vertices. Its array is bound.
+void Renderer::AddNormals(GpuMesh& held, const MeshData& mesh) {
+  constexpr GLuint kNormal = 1;
+  if (held.normals || !mesh.normals.empty()) return;
+  const std::vector<MeshData::Float3> normals = SmoothNormals(mesh);
+  m_gl->glGenBuffers(1, &held.normals);
+  m_gl->glBindBuffer(GL_ARRAY_BUFFER, held.normals);
+  m_gl->glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(normals.size() * 12), normals.data(),
+                     GL_STATIC_DRAW);
+  m_gl->glEnableVertexAttribArray(kNormal);
+  m_gl->glVertexAttribPointer(kNormal, 3, GL_FLOAT, GL_FALSE, 0, nullptr);
+}
+
+/// Binds the indices that are drawn; the mesh's array is bound.
+void Renderer::UseLevels(GpuMesh& mesh, const MeshLevels* levels) {
+  if (levels && mesh.levels != levels) {
+    if (!mesh.levelIndices) m_gl->glGenBuffers(1, &mesh.levelIndices);
+    m_gl->glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mesh.levelIndices);
+    m_gl->glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(levels->indices.size() * 4),
+                       levels->indices.data(), GL_STATIC_DRAW);
+    mesh.levels = levels;
+  }
+  m_gl->glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, levels ? mesh.levelIndices : mesh.indices);
+}
+
+/// A few pictures after the structure has changed.
 void Renderer::DropUnused(const FramePacket& packet) {
-  std::unordered_set<std::uint64_t> used;
+  constexpr std::uint64_t kPatience = 8;  ///< more than there are pictures at once
+  ++m_draws;
+  if (m_structure != packet.structure) m_dropAt = m_draws + kPatience;
+  m_structure = packet.structure;
+  if (m_draws > m_dropAt) return;
   for (const auto* batches : {&packet.batches, &packet.blended})
-    for (const Batch& batch : *batches) used.insert(batch.mesh->id);
+    for (const Batch& batch : *batches)
+      if (const auto held = m_meshes.find(batch.mesh->id); held != m_meshes.end())
+        held->second->used = m_draws;
   for (const Material& material : packet.materials)
-    if (material.texture) used.insert(material.texture->id);
+    if (material.texture)
+      if (const auto held = m_textures.find(material.texture->id); held != m_textures.end())
+        held->second.used = m_draws;
+  if (m_draws < m_dropAt) return;
   for (auto at = m_meshes.begin(); at != m_meshes.end();) {
-    if (used.count(at->first)) {
+    if (at->second->used + kPatience > m_draws) {
       ++at;
       continue;
     }
-    m_gl->glDeleteVertexArrays(1, &at->second->array);
-    m_gl->glDeleteBuffers(1, &at->second->vertices);
-    m_gl->glDeleteBuffers(1, &at->second->indices);
+    DropMesh(*at->second);
     at = m_meshes.erase(at);
   }
   for (auto at = m_textures.begin(); at != m_textures.end();) {
-    if (used.count(at->first)) {
+    if (at->second.used + kPatience > m_draws) {
       ++at;
       continue;
     }
-    m_gl->glDeleteTextures(1, &at->second);
+    m_gl->glDeleteTextures(1, &at->second.name);
     at = m_textures.erase(at);
   }
 }
 
 void Renderer::Upload(const FramePacket& packet) {
-  if (m_structure != packet.structure) DropUnused(packet);
-  m_structure = packet.structure;
+  DropUnused(packet);
   m_viewProjection = Multiply(packet.camera.projection, packet.camera.view);
   m_gl->glBindBuffer(GL_ARRAY_BUFFER, m_instances);
   const auto scene = static_cast<GLsizeiptr>(packet.instances.size() * sizeof(Instance));
@@ -259,36 +308,45 @@ void Renderer::Upload(const FramePacket& packet) {
   }
 }
 
-void Renderer::Prepare(Target& target, int width, int height, int format) {
-  if (target.framebuffer && target.width == width && target.height == height) {
+/// Binds a framebuffer of its own: GL_R32UI and GL_RGBA8 with depth, GL_R8 without.
+void Renderer::Prepare(Target& target, int width, int height, int format, int samples) {
+  if (target.framebuffer && target.width == width && target.height == height &&
+      target.samples == samples) {
     m_gl->glBindFramebuffer(GL_FRAMEBUFFER, target.framebuffer);
     return;
   }
   Free(target);
   target.width = width;
   target.height = height;
+  target.samples = samples;
   m_gl->glGenFramebuffers(1, &target.framebuffer);
   m_gl->glBindFramebuffer(GL_FRAMEBUFFER, target.framebuffer);
-  m_gl->glGenTextures(1, &target.colour);
-  m_gl->glBindTexture(GL_TEXTURE_2D, target.colour);
-  const bool ids = format == GL_R32UI;
-  m_gl->glTexImage2D(GL_TEXTURE_2D, 0, format, width, height, 0, ids ? GL_RED_INTEGER : GL_RED,
-                     ids ? GL_UNSIGNED_INT : GL_UNSIGNED_BYTE, nullptr);
-  m_gl->glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-  m_gl->glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-  m_gl->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, target.colour,
-                               0);
-  if (!ids) return;
-  m_gl->glGenRenderbuffers(1, &target.depth);
-  m_gl->glBindRenderbuffer(GL_RENDERBUFFER, target.depth);
-  m_gl->glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, width, height);
-  m_gl->glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER,
-                                  target.depth);
+  const auto internal = static_cast<GLenum>(format);
+  if (format == GL_R8) {
+    m_gl->glGenTextures(1, &target.texture);
+    m_gl->glBindTexture(GL_TEXTURE_2D, target.texture);
+    m_gl->glTexImage2D(GL_TEXTURE_2D, 0, format, width, height, 0, GL_RED, GL_UNSIGNED_BYTE,
+                       nullptr);
+    m_gl->glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    m_gl->glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    m_gl->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D,
+                                 target.texture, 0);
+    return;
+  }
+  const auto attach = [&](GLuint& buffer, GLenum kind, GLenum place) {
+    m_gl->glGenRenderbuffers(1, &buffer);
+    m_gl->glBindRenderbuffer(GL_RENDERBUFFER, buffer);
+    m_gl->glRenderbufferStorageMultisample(GL_RENDERBUFFER, samples, kind, width, height);
+    m_gl->glFramebufferRenderbuffer(GL_FRAMEBUFFER, place, GL_RENDERBUFFER, buffer);
+  };
+  attach(target.colour, internal, GL_COLOR_ATTACHMENT0);
+  attach(target.depth, GL_DEPTH_COMPONENT24, GL_DEPTH_ATTACHMENT);
 }
 
 void Renderer::Free(Target& target) {
   if (target.framebuffer) m_gl->glDeleteFramebuffers(1, &target.framebuffer);
-  if (target.colour) m_gl->glDeleteTextures(1, &target.colour);
+  if (target.texture) m_gl->glDeleteTextures(1, &target.texture);
+  if (target.colour) m_gl->glDeleteRenderbuffers(1, &target.colour);
   if (target.depth) m_gl->glDeleteRenderbuffers(1, &target.depth);
   target = {};
 }
@@ -307,21 +365,36 @@ unsigned Renderer::BitsFor(const MeshData& mesh, const Material& material) const
 
 void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned bits,
                          std::uint32_t count) {
+  if (count == 0) return;
   const Material& material = packet.materials[batch.material];
-  Program* program = FindMeshProgram(bits);
-  if (!program || count == 0) return;
+  // The order of a blended mesh's triangles is part of its look.
+  const bool isExact = m_isExact || material.alpha == AlphaMode::kBlend;
+  const MeshLevels* levels = m_levels && !isExact ? m_levels->Find(*batch.mesh) : nullptr;
+  const bool isLit = !(bits & (kShadeUnlit | kShadeId | kShadePlain));
+  // Ghosts lie behind the scene.
+  const std::size_t scene = packet.instances.size();
+  const Instance* instances = batch.first < scene ? &packet.instances[batch.first]
+                                                  : &packet.ghostInstances[batch.first - scene];
+  if (m_choice.Choose(instances, batch, levels, m_ranges) && isLit)
+    bits = (bits | kShadeDense) & ~unsigned{kShadeNormals};
+  Program* program = m_ranges.empty() ? nullptr : FindMeshProgram(bits);
+  if (!program) return;
   GpuMesh& mesh = FindMesh(*batch.mesh);
   m_gl->glUseProgram(program->name);
-  m_gl->glUniformMatrix4fv(program->places["viewProjection"], 1, GL_FALSE, m_viewProjection.data());
-  m_gl->glUniform4fv(program->places["baseColour"], 1, material.colour.data());
-  const auto length = static_cast<float>(packet.light.length());
-  m_gl->glUniform3f(program->places["light"], static_cast<float>(packet.light.x) / length,
-                    static_cast<float>(packet.light.y) / length,
-                    static_cast<float>(packet.light.z) / length);
-  const auto& view = packet.camera.view;
-  m_gl->glUniform3f(program->places["ahead"], view[2], view[6], view[10]);
-  if (bits & kShadePlain) m_gl->glUniform4fv(program->places["plain"], 1, m_plain.data());
-  if (bits & kShadeMask) m_gl->glUniform1f(program->places["cutoff"], material.cutoff);
+  if (program->picture != m_draws) {
+    program->picture = m_draws;
+    auto& at = program->places;
+    m_gl->glUniformMatrix4fv(at["viewProjection"], 1, GL_FALSE, m_viewProjection.data());
+    const auto length = static_cast<float>(packet.light.length());
+    m_gl->glUniform3f(at["light"], static_cast<float>(packet.light.x) / length,
+                      static_cast<float>(packet.light.y) / length,
+                      static_cast<float>(packet.light.z) / length);
+    const auto& view = packet.camera.view;
+    m_gl->glUniform3f(at["ahead"], view[2], view[6], view[10]);
+  }
+  m_gl->glUniform4fv(program->baseColour, 1, material.colour.data());
+  if (bits & kShadePlain) m_gl->glUniform4fv(program->plain, 1, m_plain.data());
+  if (bits & kShadeMask) m_gl->glUniform1f(program->cutoff, material.cutoff);
   if (bits & kShadeTexture) m_gl->glBindTexture(GL_TEXTURE_2D, FindTexture(*material.texture));
   if (material.doubleSided || batch.mesh->lines) {
     m_gl->glDisable(GL_CULL_FACE);
@@ -330,6 +403,8 @@ void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned
     m_gl->glFrontFace(batch.mirrored ? GL_CW : GL_CCW);
   }
   m_gl->glBindVertexArray(mesh.array);
+  UseLevels(mesh, levels);
+  if (bits & kShadeDense) AddNormals(mesh, *batch.mesh);
   m_gl->glBindBuffer(GL_ARRAY_BUFFER, m_instances);
   const std::size_t first = batch.first * sizeof(Instance);
   for (GLuint row = 0; row < 3; ++row)
@@ -339,20 +414,69 @@ void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned
                               PointerAt(first + offsetof(Instance, colour)));
   m_gl->glVertexAttribIPointer(kId, 1, GL_UNSIGNED_INT, sizeof(Instance),
                                PointerAt(first + offsetof(Instance, id)));
-  m_gl->glDrawElementsInstanced(mesh.mode, mesh.count, GL_UNSIGNED_INT, nullptr,
-                                static_cast<GLsizei>(count));
-  ++m_counts.meshes;
-  ++m_counts.all;
+  DrawMeshes(mesh, count);
 }
 
-void Renderer::Draw(const FramePacket& packet, int width, int height, double pixelRatio) {
+/// The chosen ranges of what is bound.
+void Renderer::DrawMeshes(const GpuMesh& mesh, std::uint32_t count) {
+  ++m_counts.meshes;
+  ++m_counts.all;
+  for (const MeshLevels::Range& range : m_ranges)
+    m_counts.triangles += mesh.mode == GL_TRIANGLES ? std::size_t{range.count} / 3 * count : 0;
+  if (m_ranges.size() == 1) {
+    m_gl->glDrawElementsInstanced(mesh.mode, static_cast<GLsizei>(m_ranges[0].count),
+                                  GL_UNSIGNED_INT, PointerAt(4 * std::size_t{m_ranges[0].first}),
+                                  static_cast<GLsizei>(count));
+    return;
+  }
+  m_rangeCounts.clear();
+  m_rangeOffsets.clear();
+  for (const MeshLevels::Range& range : m_ranges) {
+    m_rangeCounts.push_back(static_cast<int>(range.count));
+    m_rangeOffsets.push_back(PointerAt(4 * std::size_t{range.first}));
+  }
+  m_gl->glMultiDrawElements(mesh.mode, m_rangeCounts.data(), GL_UNSIGNED_INT, m_rangeOffsets.data(),
+                            static_cast<GLsizei>(m_ranges.size()));
+}
+
+void Renderer::Clear(const LinearColour& colour) {
+  m_gl->glDisable(GL_SCISSOR_TEST);
+  m_gl->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+  m_gl->glClearColor(colour[0], colour[1], colour[2], 1.0f);
+  m_gl->glClear(GL_COLOR_BUFFER_BIT);
+}
+
+void Renderer::Draw(const FramePacket& packet, const PixelRect& area, double pixelRatio,
+                    const PictureQuality& quality) {
   m_counts = {};
+  if (quality.samples == 0 && quality.scale == 1.0) return DrawPicture(packet, area, pixelRatio);
   GLint framebuffer = 0;
   m_gl->glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
-  Upload(packet);
-  m_gl->glActiveTexture(GL_TEXTURE0);
-  m_gl->glViewport(0, 0, width, height);
+  const auto scaled = [&quality](int length) {
+    return std::max(1, static_cast<int>(std::lround(quality.scale * length)));
+  };
+  const PixelRect all{0, 0, scaled(area.width), scaled(area.height)};
+  Prepare(*m_canvas, all.width, all.height, GL_RGBA8, quality.samples);
+  DrawPicture(packet, all, pixelRatio * quality.scale);
+  m_gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, m_canvas->framebuffer);
+  m_gl->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(framebuffer));
+  // Who reads by scissors would see them as they were.
   m_gl->glDisable(GL_SCISSOR_TEST);
+  m_gl->glBlitFramebuffer(0, 0, all.width, all.height, area.x, area.y, area.x + area.width,
+                          area.y + area.height, GL_COLOR_BUFFER_BIT,
+                          quality.scale == 1.0 ? GL_NEAREST : GL_LINEAR);
+  m_gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(framebuffer));
+}
+
+void Renderer::DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio) {
+  Upload(packet);
+  m_choice = LevelChoice(packet, area.height);
+  const bool wire = packet.shading == Shading::kWireOverPlain;
+  m_isExact = wire;  // the edges are those of the mesh
+  m_gl->glActiveTexture(GL_TEXTURE0);
+  m_gl->glViewport(area.x, area.y, area.width, area.height);
+  m_gl->glEnable(GL_SCISSOR_TEST);
+  m_gl->glScissor(area.x, area.y, area.width, area.height);
   m_gl->glDisable(GL_BLEND);
   m_gl->glEnable(GL_DEPTH_TEST);
   m_gl->glDepthFunc(GL_LEQUAL);
@@ -360,7 +484,7 @@ void Renderer::Draw(const FramePacket& packet, int width, int height, double pix
   m_gl->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
   m_gl->glClearColor(packet.background[0], packet.background[1], packet.background[2], 1.0f);
   m_gl->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  const bool wire = packet.shading == Shading::kWireOverPlain;
+  m_gl->glDisable(GL_SCISSOR_TEST);
   if (wire) {
     m_gl->glEnable(GL_POLYGON_OFFSET_FILL);
     m_gl->glPolygonOffset(1.0f, 1.0f);
@@ -377,17 +501,39 @@ void Renderer::Draw(const FramePacket& packet, int width, int height, double pix
   for (const Batch& batch : packet.blended)
     DrawBatch(packet, batch, BitsFor(*batch.mesh, packet.materials[batch.material]), batch.count);
   if (!packet.ghosts.empty()) DrawGhosts(packet);
+  if (packet.shading == Shading::kXRay) DrawThrough(packet);
   m_gl->glDisable(GL_DEPTH_TEST);
   m_gl->glDisable(GL_CULL_FACE);
-  DrawOutline(packet, width, height, pixelRatio, static_cast<unsigned>(framebuffer));
-  m_counts.all += m_lines->Draw(packet, m_viewProjection, width, height, pixelRatio);
+  DrawOutline(packet, area, pixelRatio);
+  m_counts.all += m_lines->Draw(packet, m_viewProjection, area.width, area.height, pixelRatio);
   if (packet.gate.visible) DrawGate(packet);
+  if (packet.isFramed) DrawFrame(packet, area, pixelRatio);
   // As others who paint here expect it.
   m_gl->glDepthMask(GL_TRUE);
   m_gl->glDisable(GL_BLEND);
   m_gl->glBindVertexArray(0);
   m_gl->glBindBuffer(GL_ARRAY_BUFFER, 0);
   m_gl->glUseProgram(0);
+}
+
+/// Rigs once more, over all: their nearest surface, so that what is seen anyway stays as it is.
+void Renderer::DrawThrough(const FramePacket& packet) {
+  constexpr float kStrength = 0.45f;
+  m_gl->glDepthRange(0.0, 0.05);
+  m_gl->glDepthMask(GL_TRUE);
+  m_gl->glBlendFuncSeparate(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA, GL_ZERO, GL_ONE);
+  m_gl->glBlendColor(0.0f, 0.0f, 0.0f, kStrength);
+  for (const bool isColour : {false, true}) {
+    const GLboolean mask = isColour ? GL_TRUE : GL_FALSE;
+    m_gl->glColorMask(mask, mask, mask, mask);
+    for (const Batch& batch : packet.batches)
+      if (batch.ofRig)
+        DrawBatch(packet, batch, BitsFor(*batch.mesh, packet.materials[batch.material]),
+                  batch.count);
+  }
+  m_gl->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+  m_gl->glDepthRange(0.0, 1.0);
+  m_gl->glDepthMask(GL_FALSE);
 }
 
 void Renderer::DrawWire(const FramePacket& packet) {
@@ -441,11 +587,13 @@ void Renderer::DrawLines(const FramePacket& packet, double step, int skip, float
   m_gl->glUniform2i(at["first"], first[0], first[1]);
   m_gl->glUniform1f(at["gap"], static_cast<float>(step));
   m_gl->glUniform1i(at["lines"], kGridLines);
+  m_gl->glUniform1i(at["pieces"], kGridPieces);
   m_gl->glUniform1i(at["skip"], skip);
   m_gl->glUniform3fv(at["ink"], 1, packet.gridColour.data());
   m_gl->glUniform1f(at["strength"], strength);
+  m_gl->glUniform1f(at["focus"], static_cast<float>(m_choice.GetFocus()));
   m_gl->glBindVertexArray(m_empty);
-  m_gl->glDrawArrays(GL_LINES, 0, 4 * kGridLines);
+  m_gl->glDrawArrays(GL_LINES, 0, 4 * kGridLines * kGridPieces);
   ++m_counts.all;
 }
 
@@ -492,12 +640,14 @@ bool Renderer::FindSelected(const FramePacket& packet, int width, int height, in
   return low[0] <= high[0] && low[1] <= high[1] && part.width > 0 && part.height > 0;
 }
 
-void Renderer::DrawOutline(const FramePacket& packet, int width, int height, double pixelRatio,
-                           unsigned framebuffer) {
+void Renderer::DrawOutline(const FramePacket& packet, const PixelRect& area, double pixelRatio) {
   const int reach = std::max(1, static_cast<int>(std::lround(2.0 * pixelRatio)));
   PixelRect part;
-  if (!FindSelected(packet, width, height, reach, part)) return;
-  Prepare(*m_mask, width, height, GL_R8);
+  if (!FindSelected(packet, area.width, area.height, reach, part)) return;
+  GLint framebuffer = 0;
+  m_gl->glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
+  Prepare(*m_mask, area.width, area.height, GL_R8);
+  m_gl->glViewport(0, 0, area.width, area.height);
   m_gl->glEnable(GL_SCISSOR_TEST);
   m_gl->glScissor(part.x, part.y, part.width, part.height);
   m_gl->glDisable(GL_BLEND);
@@ -510,13 +660,16 @@ void Renderer::DrawOutline(const FramePacket& packet, int width, int height, dou
           BitsFor(*batch.mesh, packet.materials[batch.material]) & (kShadeMask | kShadeTexture);
       DrawBatch(packet, batch, kShadePlain | (masked & kShadeMask ? masked : 0), batch.selected);
     }
-  m_gl->glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+  m_gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(framebuffer));
+  m_gl->glViewport(area.x, area.y, area.width, area.height);
+  m_gl->glScissor(area.x + part.x, area.y + part.y, part.width, part.height);
   m_gl->glDisable(GL_CULL_FACE);
   m_gl->glUseProgram(m_outline->name);
-  m_gl->glBindTexture(GL_TEXTURE_2D, m_mask->colour);
+  m_gl->glBindTexture(GL_TEXTURE_2D, m_mask->texture);
   m_gl->glUniform4f(m_outline->places["plain"], packet.outline[0], packet.outline[1],
                     packet.outline[2], 1.0f);
   m_gl->glUniform1i(m_outline->places["reach"], reach);
+  m_gl->glUniform2i(m_outline->places["from"], area.x, area.y);
   m_gl->glBindVertexArray(m_empty);
   m_gl->glDrawArrays(GL_TRIANGLES, 0, 3);
   ++m_counts.all;
@@ -524,21 +677,37 @@ void Renderer::DrawOutline(const FramePacket& packet, int width, int height, dou
   m_gl->glEnable(GL_BLEND);
 }
 
+/// Of the picture, in 0 to 1, by the rectangle's program, which is in use.
+void Renderer::DrawRectangle(float left, float bottom, float width, float height) {
+  m_gl->glUniform4f(m_rectangle->places["place"], left, bottom, width, height);
+  m_gl->glDrawArrays(GL_TRIANGLES, 0, 6);
+  ++m_counts.all;
+}
+
 void Renderer::DrawGate(const FramePacket& packet) {
   const Gate& gate = packet.gate;
   const float right = gate.left + gate.width, top = gate.bottom + gate.height;
-  const float parts[4][4] = {{0.0f, 0.0f, 1.0f, gate.bottom},
-                             {0.0f, top, 1.0f, 1.0f - top},
-                             {0.0f, gate.bottom, gate.left, gate.height},
-                             {right, gate.bottom, 1.0f - right, gate.height}};
   m_gl->glUseProgram(m_rectangle->name);
   m_gl->glUniform4f(m_rectangle->places["plain"], 0.0f, 0.0f, 0.0f, 0.55f);
   m_gl->glBindVertexArray(m_empty);
-  for (const auto& part : parts) {
-    m_gl->glUniform4fv(m_rectangle->places["place"], 1, part);
-    m_gl->glDrawArrays(GL_TRIANGLES, 0, 6);
-    ++m_counts.all;
-  }
+  DrawRectangle(0.0f, 0.0f, 1.0f, gate.bottom);
+  DrawRectangle(0.0f, top, 1.0f, 1.0f - top);
+  DrawRectangle(0.0f, gate.bottom, gate.left, gate.height);
+  DrawRectangle(right, gate.bottom, 1.0f - right, gate.height);
+}
+
+void Renderer::DrawFrame(const FramePacket& packet, const PixelRect& area, double pixelRatio) {
+  const double line = std::max(1.0, std::round(pixelRatio));
+  const auto width = static_cast<float>(line / area.width);
+  const auto height = static_cast<float>(line / area.height);
+  m_gl->glUseProgram(m_rectangle->name);
+  m_gl->glUniform4f(m_rectangle->places["plain"], packet.outline[0], packet.outline[1],
+                    packet.outline[2], 1.0f);
+  m_gl->glBindVertexArray(m_empty);
+  DrawRectangle(0.0f, 0.0f, 1.0f, height);
+  DrawRectangle(0.0f, 1.0f - height, 1.0f, height);
+  DrawRectangle(0.0f, 0.0f, width, 1.0f);
+  DrawRectangle(1.0f - width, 0.0f, width, 1.0f);
 }
 
 // --- picks ---
@@ -551,6 +720,8 @@ void Renderer::ReadIds(const FramePacket& packet, int width, int height, const P
   m_gl->glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
   const Counts counts = m_counts;
   Upload(packet);
+  m_choice = LevelChoice(packet, height);
+  m_isExact = true;
   Prepare(*m_ids, width, height, GL_R32UI);
   m_gl->glViewport(0, 0, width, height);
   m_gl->glEnable(GL_SCISSOR_TEST);

@@ -8,6 +8,9 @@
 #include <vector>
 
 #include "app/studio/view/packet/FramePacket.h"
+#include "app/studio/view/packet/LevelChoice.h"
+#include "app/studio/view/packet/MeshLevels.h"
+#include "app/studio/view/packet/QualityControl.h"
 
 class QOpenGLFunctions_3_3_Core;
 
@@ -34,17 +37,24 @@ class Renderer {
   /// False, with why, where the current context can't do it.
   bool Begin(std::string& problem);
 
-  /// Into the framebuffer that is bound; sizes in device pixels. `pixelRatio` is device pixels per
-  /// pixel of the desktop, for lengths on the screen.
-  void Draw(const FramePacket& packet, int width, int height, double pixelRatio = 1.0);
+  /// Where levels of meshes are looked up; null for none. The store outlives this, or is taken
+  /// back.
+  void SetLevels(const LevelStore* levels) { m_levels = levels; }
+  /// All that the framebuffer that is bound shows, in one colour.
+  void Clear(const LinearColour& colour);
+  /// Into a part of the framebuffer that is bound; sizes in device pixels. `pixelRatio` is device
+  /// pixels per pixel of the desktop, for lengths on the screen.
+  void Draw(const FramePacket& packet, const PixelRect& area, double pixelRatio = 1.0,
+            const PictureQuality& quality = {});
   /// The ids that a picture of this size shows in a part of it, which must lie in it: row by row
   /// from the bottom, 0 for none.
   void ReadIds(const FramePacket& packet, int width, int height, const PixelRect& part,
                std::vector<std::uint32_t>& ids);
 
-  /// Draw calls of the latest picture: those of meshes, and all.
+  /// Draw calls of the latest picture: those of meshes, and all; and its triangles.
   struct Counts {
     int meshes = 0, all = 0;
+    std::size_t triangles = 0;
   };
   Counts GetCounts() const { return m_counts; }
 
@@ -59,18 +69,25 @@ class Renderer {
   GpuMesh& FindMesh(const MeshData& mesh);
   unsigned FindTexture(const Texture& texture);
   void DropUnused(const FramePacket& packet);
+  void DropMesh(GpuMesh& mesh);
+  void AddNormals(GpuMesh& held, const MeshData& mesh);
+  void UseLevels(GpuMesh& mesh, const MeshLevels* levels);
   unsigned BitsFor(const MeshData& mesh, const Material& material) const;
   void DrawBatch(const FramePacket& packet, const Batch& batch, unsigned bits, std::uint32_t count);
+  void DrawMeshes(const GpuMesh& mesh, std::uint32_t count);
+  void DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio);
   void DrawWire(const FramePacket& packet);
+  void DrawThrough(const FramePacket& packet);
   void DrawGhosts(const FramePacket& packet);
   void DrawGrid(const FramePacket& packet);
   void DrawLines(const FramePacket& packet, double step, int skip, float strength);
-  void DrawOutline(const FramePacket& packet, int width, int height, double pixelRatio,
-                   unsigned framebuffer);
+  void DrawOutline(const FramePacket& packet, const PixelRect& area, double pixelRatio);
+  void DrawRectangle(float left, float bottom, float width, float height);
+  void DrawFrame(const FramePacket& packet, const PixelRect& area, double pixelRatio);
   bool FindSelected(const FramePacket& packet, int width, int height, int reach,
                     PixelRect& part) const;
   void DrawGate(const FramePacket& packet);
-  void Prepare(Target& target, int width, int height, int format);
+  void Prepare(Target& target, int width, int height, int format, int samples = 0);
   void Free(Target& target);
 
   QOpenGLFunctions_3_3_Core* m_gl = nullptr;
@@ -78,11 +95,24 @@ class Renderer {
   std::unique_ptr<Program> m_grid, m_rectangle, m_outline;
   std::unique_ptr<LinesPass> m_lines;
   std::unordered_map<std::uint64_t, std::unique_ptr<GpuMesh>> m_meshes;
-  std::unordered_map<std::uint64_t, unsigned> m_textures;
+  struct GpuTexture {
+    unsigned name = 0;
+    std::uint64_t used = 0;  ///< see m_draws
+  };
+  std::unordered_map<std::uint64_t, GpuTexture> m_textures;
   unsigned m_instances = 0;  ///< buffer
   unsigned m_empty = 0;      ///< vertex array of draws without vertex data
-  std::unique_ptr<Target> m_ids, m_mask;
+  std::unique_ptr<Target> m_ids, m_mask, m_canvas;
+  const LevelStore* m_levels = nullptr;
+  LevelChoice m_choice;
+  bool m_isExact = false;                   ///< no levels in this picture
+  std::vector<MeshLevels::Range> m_ranges;  ///< of the batch that is drawn
+  std::vector<int> m_rangeCounts;
+  std::vector<const void*> m_rangeOffsets;
   std::uint64_t m_structure = 0;
+  /// Pictures so far, and the one that drops what none has shown since the structure changed:
+  /// several packets may take turns.
+  std::uint64_t m_draws = 0, m_dropAt = 0;
   std::array<float, 16> m_viewProjection{};
   std::array<float, 4> m_plain{};  ///< colour of kShadePlain
   Counts m_counts;

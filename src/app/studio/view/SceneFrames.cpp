@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "adaptor/headless/GltfDocument.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
@@ -12,6 +13,7 @@ namespace orv::app::view {
 
 using rws::adaptor::Colour;
 using rws::adaptor::headless::HeadlessNode;
+using rws::adaptor::headless::SceneNode;
 using util::Matrix;
 using util::Vector3;
 
@@ -41,6 +43,13 @@ util::Box Moved(const util::Box& box, const Matrix<double>& pose) {
   return moved;
 }
 
+/// Wide and flat, as what everything else stands on.
+bool IsGround(const util::Box& box) {
+  constexpr double kLeastWidth = 20.0;  ///< m
+  const Vector3<double> size = box.high - box.low;
+  return std::min(size.x, size.z) > kLeastWidth && size.y < 0.25 * std::min(size.x, size.z);
+}
+
 bool IsFinite(const Matrix<double>& m) {
   double sum = 0.0;
   for (int i = 0; i < 16; ++i) sum += std::abs(m[i]);
@@ -62,6 +71,7 @@ struct SceneFrames::Shown {
   Colour tint{1.0f, 1.0f, 1.0f};
   bool visible = true;  ///< its own; nodes below one that is hidden are not listed
   bool selected = false, mirrored = false;
+  bool ofRig = false;
   Matrix<double> world;
   util::Box box;
 };
@@ -87,19 +97,23 @@ SceneFrames::ModelKey SceneFrames::KeyOf(const SceneNode& node) {
 
 void SceneFrames::ListNodes() {
   m_isTreeOld = false;
-  m_isArranged = false;
+  Disarrange();
   m_shown.clear();
   for (auto& [key, held] : m_models) held.isUsed = false;
   const auto& scene = m_host.GetScene();
-  if (m_scene != &scene) m_selection.clear(), m_through = nullptr;
-  m_scene = &scene;
   // What has gone may not even be looked at.
   const std::vector<SceneNode*> nodes = scene.GetNodes();
   const std::unordered_set<const SceneNode*> there(nodes.begin(), nodes.end());
-  if (!there.count(m_through)) m_through = nullptr;
-  m_selection.erase(std::remove_if(m_selection.begin(), m_selection.end(),
-                                   [&](const SceneNode* node) { return !there.count(node); }),
+  const auto isGone = [&](const SceneNode* node) {
+    return m_scene != &scene || !there.count(node);
+  };
+  for (Picture& picture : m_pictures) {
+    if (isGone(picture.through)) picture.through = nullptr;
+    if (isGone(picture.followed)) picture.followed = nullptr;
+  }
+  m_selection.erase(std::remove_if(m_selection.begin(), m_selection.end(), isGone),
                     m_selection.end());
+  m_scene = &scene;
   AddNodes(scene.GetRoots(), true);
   for (auto at = m_models.begin(); at != m_models.end();)
     at = at->second.isUsed ? std::next(at) : m_models.erase(at);
@@ -110,9 +124,9 @@ void SceneFrames::AddNodes(const std::vector<std::unique_ptr<SceneNode>>& nodes,
   // A list of its own: a scene may be deeper than the stack.
   struct Open {
     const std::vector<std::unique_ptr<SceneNode>>* nodes;
-    bool visible, selected;
+    bool visible, selected, ofRig;
   };
-  std::vector<Open> open{{&nodes, visible, false}};
+  std::vector<Open> open{{&nodes, visible, false, false}};
   while (!open.empty()) {
     const Open at = open.back();
     open.pop_back();
@@ -124,10 +138,8 @@ void SceneFrames::AddNodes(const std::vector<std::unique_ptr<SceneNode>>& nodes,
       shown.selected = at.selected || std::find(m_selection.begin(), m_selection.end(),
                                                 node.get()) != m_selection.end();
       shown.key = KeyOf(*node);
-      // The signs of cameras would stand in the picture of one.
-      const bool hasSign = shown.key.owner && !(m_through && shown.key.owner == &kCameraSign);
-      if (at.visible && shown.visible && hasSign && node.get() != m_through)
-        shown.model = FindModel(*node, shown.key);
+      shown.ofRig = at.ofRig || !node->GetTag().empty() || node->IsHub();
+      if (at.visible && shown.visible && shown.key.owner) shown.model = FindModel(*node, shown.key);
       const Colour own = node->GetColour();
       int mesh = 0;
       // A file's material has its colour already.
@@ -135,7 +147,8 @@ void SceneFrames::AddNodes(const std::vector<std::unique_ptr<SceneNode>>& nodes,
                    : node->HasMesh()       ? own
                    : node->GetCurve()      ? kCurveColour
                                            : kCameraColour;
-      open.push_back({&node->GetChildren(), at.visible && shown.visible, shown.selected});
+      open.push_back(
+          {&node->GetChildren(), at.visible && shown.visible, shown.selected, shown.ofRig});
       m_shown.push_back(std::move(shown));
     }
   }
@@ -198,6 +211,14 @@ std::shared_ptr<const Model> SceneFrames::ShareModel(Model model) {
 
 // --- each picture ---
 
+/// Whether somebody wants to know where it is, though there may be nothing to be seen.
+bool SceneFrames::IsPose(const Shown& shown) const {
+  return shown.selected ||
+         std::any_of(m_pictures.begin(), m_pictures.end(), [&shown](const Picture& picture) {
+           return shown.node == picture.through || shown.node == picture.followed;
+         });
+}
+
 Matrix<double> SceneFrames::ReadPose(const Shown& shown, double time) const {
   Matrix<double> below;
   if (!m_preview.empty())
@@ -215,8 +236,9 @@ void SceneFrames::Read() {
                               [this](const Shown& shown) { return HasChanged(shown); });
   if (m_isTreeOld || m_scene != &m_host.GetScene()) ListNodes();
   const double time = m_host.GetCurrentTime();
+  bool isTurned = false;
   for (Shown& shown : m_shown) {
-    if (!shown.model && !shown.selected && shown.node != m_through) continue;
+    if (!shown.model && !IsPose(shown)) continue;
     shown.world = ReadPose(shown, time);
     if (!IsFinite(shown.world)) shown.world = {};
     if (!shown.model) {
@@ -226,37 +248,58 @@ void SceneFrames::Read() {
     }
     shown.box = Moved(shown.model->box, shown.world);
     const bool mirrored = IsMirrored(shown.world);
-    m_isArranged = m_isArranged && mirrored == shown.mirrored;
+    isTurned = isTurned || mirrored != shown.mirrored;
     shown.mirrored = mirrored;
   }
+  if (isTurned) Disarrange();
 }
 
-util::Box SceneFrames::GetBox(bool ofSelection) const {
-  util::Box box;
-  for (const Shown& shown : m_shown)
-    if (ofSelection ? shown.selected : shown.model != nullptr) box.add(shown.box);
-  return box;
-}
-
-bool SceneFrames::GetLens(SourceLens& lens) {
-  if (!m_through || m_isTreeOld || !m_through->GetLens()) return false;
+util::Box SceneFrames::GetBox(BoxOf what) const {
+  util::Box box, rest;
   for (const Shown& shown : m_shown) {
-    if (shown.node != m_through) continue;
-    lens.pose = shown.world;
-    // Keys of a lens are the host's, not the scene's.
-    lens.fieldOfView =
-        shown.host->GetLensValue(rws::adaptor::LensValue::kFieldOfView, m_host.GetCurrentTime());
-    const double aspect = m_through->GetLens()->aspectRatio;
-    lens.aspect = aspect > 0.0 ? aspect : 16.0 / 9.0;
-    return true;
+    if (what == BoxOf::kSelection ? !shown.selected : !shown.model) continue;
+    if (what != BoxOf::kMatter || shown.ofRig)
+      box.add(shown.box);
+    else if (!IsGround(shown.box))
+      rest.add(shown.box);
   }
-  return false;
+  return box.isEmpty() ? rest : box;
 }
 
-void SceneFrames::Write(FramePacket& packet) {
-  if (!m_isArranged || m_arranged != &packet) Arrange(packet);
-  for (std::size_t i = 0; i < m_places.size(); ++i) {
-    const Matrix<double>& world = m_shown[m_places[i]].world;
+const SceneFrames::Shown* SceneFrames::Find(const SceneNode* node) const {
+  if (!node || m_isTreeOld) return nullptr;
+  const auto at = std::find_if(m_shown.begin(), m_shown.end(),
+                               [node](const Shown& shown) { return shown.node == node; });
+  return at == m_shown.end() ? nullptr : &*at;
+}
+
+bool SceneFrames::GetLens(std::size_t picture, SourceLens& lens) {
+  const SceneNode* through = m_pictures[picture].through;
+  const Shown* shown = Find(through);
+  if (!shown || !through->GetLens()) return false;
+  lens.pose = shown->world;
+  // Keys of a lens are the host's, not the scene's.
+  lens.fieldOfView =
+      shown->host->GetLensValue(rws::adaptor::LensValue::kFieldOfView, m_host.GetCurrentTime());
+  const double aspect = through->GetLens()->aspectRatio;
+  lens.aspect = aspect > 0.0 ? aspect : 16.0 / 9.0;
+  return true;
+}
+
+bool SceneFrames::GetGuide(std::size_t picture, SourceGuide& guide) {
+  const Shown* shown = Find(m_pictures[picture].followed);
+  if (!shown) return false;
+  guide.node = shown->node;
+  guide.pose = shown->world;
+  guide.turns = m_pictures[picture].turns;
+  return true;
+}
+
+void SceneFrames::Write(std::size_t number, FramePacket& packet) {
+  Picture& picture = m_pictures[number];
+  if (picture.packet != &packet) Arrange(picture, packet);
+  for (std::size_t i = 0; i < picture.places.size(); ++i) {
+    const Matrix<double>& world = m_shown[picture.places[i]].world;
     Instance& instance = packet.instances[i];
     for (int row = 0; row < 3; ++row) {
       for (int column = 0; column < 3; ++column)
@@ -264,42 +307,50 @@ void SceneFrames::Write(FramePacket& packet) {
       instance.pose[4 * row + 3] = static_cast<float>(world[12 + row] - packet.origin[row]);
     }
   }
-  SortBlended(packet);
+  SortBlended(picture, packet);
+}
+
+void SceneFrames::Disarrange() {
+  ++m_structure;
+  for (Picture& picture : m_pictures) picture.packet = nullptr;
 }
 
 /// Equal models come to lie together.
-void SceneFrames::Arrange(FramePacket& packet) {
-  m_isArranged = true;
-  m_arranged = &packet;
-  packet.structure = ++m_structure;
+void SceneFrames::Arrange(Picture& picture, FramePacket& packet) {
+  picture.packet = &packet;
+  picture.places.clear();
+  packet.structure = m_structure;
   packet.instances.clear();
   packet.materials.clear();
   packet.batches.clear();
   packet.blended.clear();
-  m_places.clear();
   std::vector<std::vector<std::size_t>> groups;
-  std::map<std::pair<const Model*, bool>, std::size_t> groupOf;
+  std::map<std::tuple<const Model*, bool, bool>, std::size_t> groupOf;
   for (std::size_t i = 0; i < m_shown.size(); ++i) {
     const Shown& shown = m_shown[i];
     if (!shown.model || shown.model->parts.empty()) continue;
-    const auto [at, isNew] =
-        groupOf.emplace(std::make_pair(shown.model.get(), shown.mirrored), groups.size());
+    // The signs of cameras would stand in the picture of one.
+    if (picture.through && (shown.node == picture.through || shown.key.owner == &kCameraSign))
+      continue;
+    const auto [at, isNew] = groupOf.emplace(
+        std::make_tuple(shown.model.get(), shown.mirrored, shown.ofRig), groups.size());
     if (isNew) groups.emplace_back();
     groups[at->second].push_back(i);
   }
   for (std::vector<std::size_t>& group : groups) {
     std::stable_partition(group.begin(), group.end(),
                           [this](std::size_t i) { return m_shown[i].selected; });
-    AddGroup(packet, group, m_shown[group.front()].mirrored);
+    AddGroup(picture, packet, group);
   }
 }
 
-void SceneFrames::AddGroup(FramePacket& packet, const std::vector<std::size_t>& group,
-                           bool mirrored) {
+void SceneFrames::AddGroup(Picture& picture, FramePacket& packet,
+                           const std::vector<std::size_t>& group) const {
   Batch batch;
   batch.first = static_cast<std::uint32_t>(packet.instances.size());
   batch.count = static_cast<std::uint32_t>(group.size());
-  batch.mirrored = mirrored;
+  batch.mirrored = m_shown[group.front()].mirrored;
+  batch.ofRig = m_shown[group.front()].ofRig;
   for (const std::size_t i : group) {
     const Shown& shown = m_shown[i];
     Instance instance{};
@@ -307,7 +358,7 @@ void SceneFrames::AddGroup(FramePacket& packet, const std::vector<std::size_t>& 
     instance.colour[3] = 255;
     instance.id = static_cast<std::uint32_t>(i + 1);
     packet.instances.push_back(instance);
-    m_places.push_back(i);
+    picture.places.push_back(i);
     batch.selected += shown.selected ? 1 : 0;
   }
   for (const Model::Part& part : m_shown[group.front()].model->parts) {
@@ -330,9 +381,9 @@ void SceneFrames::AddGroup(FramePacket& packet, const std::vector<std::size_t>& 
   }
 }
 
-void SceneFrames::SortBlended(FramePacket& packet) const {
-  const auto distance = [this, &packet](const Batch& batch) {
-    return (m_shown[m_places[batch.first]].box.middle() - packet.origin).lengthSquared();
+void SceneFrames::SortBlended(const Picture& picture, FramePacket& packet) const {
+  const auto distance = [this, &picture, &packet](const Batch& batch) {
+    return (m_shown[picture.places[batch.first]].box.middle() - packet.origin).lengthSquared();
   };
   std::sort(packet.blended.begin(), packet.blended.end(), [&](const Batch& a, const Batch& b) {
     const double one = distance(a), other = distance(b);
@@ -358,10 +409,22 @@ std::shared_ptr<const Model> SceneFrames::GetModel(const SceneNode& node) const 
   return nullptr;
 }
 
-void SceneFrames::LookThrough(const SceneNode* node) {
-  if (node == m_through) return;
-  m_through = node;
-  m_isTreeOld = true;
+/// Null for a node that has gone since the latest Read.
+const SceneNode* SceneFrames::IfThere(const SceneNode* node) const {
+  if (!node || !m_isTreeOld) return node;
+  const std::vector<SceneNode*> nodes = m_host.GetScene().GetNodes();
+  return std::find(nodes.begin(), nodes.end(), node) != nodes.end() ? node : nullptr;
+}
+
+void SceneFrames::LookThrough(const SceneNode* node, std::size_t picture) {
+  if (node == m_pictures[picture].through) return;
+  m_pictures[picture].through = node;
+  m_pictures[picture].packet = nullptr;
+}
+
+void SceneFrames::Follow(const SceneNode* node, bool turns, std::size_t picture) {
+  m_pictures[picture].followed = node;
+  m_pictures[picture].turns = turns;
 }
 
 }  // namespace orv::app::view

@@ -1,6 +1,7 @@
 // Packets of the headless scene.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -40,9 +41,10 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
 
   // FrameSource
   void Read() override;
-  util::Box GetBox(bool ofSelection) const override;
-  bool GetLens(SourceLens& lens) override;
-  void Write(FramePacket& packet) override;
+  util::Box GetBox(BoxOf what) const override;
+  bool GetLens(std::size_t picture, SourceLens& lens) override;
+  bool GetGuide(std::size_t picture, SourceGuide& guide) override;
+  void Write(std::size_t picture, FramePacket& packet) override;
 
   /// These and what hangs below them get an outline.
   void Select(std::vector<const SceneNode*> nodes);
@@ -55,8 +57,17 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   /// What a node shows in the latest packet; null for nothing.
   std::shared_ptr<const Model> GetModel(const SceneNode& node) const;
   /// The camera to look through; null for none. A node that goes is forgotten.
-  void LookThrough(const SceneNode* node);
-  const SceneNode* GetLookThrough() const { return m_through; }
+  void LookThrough(const SceneNode* node, std::size_t picture = 0);
+  const SceneNode* GetLookThrough(std::size_t picture = 0) const {
+    return IfThere(m_pictures[picture].through);
+  }
+  /// The node to travel with, where it turns too if `turns`; null for none. A node that goes is
+  /// forgotten.
+  void Follow(const SceneNode* node, bool turns, std::size_t picture = 0);
+  const SceneNode* GetFollowed(std::size_t picture = 0) const {
+    return IfThere(m_pictures[picture].followed);
+  }
+  bool TurnsWithFollowed(std::size_t picture = 0) const { return m_pictures[picture].turns; }
   /// Hands over, and forgets, what of files could not be shown.
   std::vector<std::string> TakeOdd() { return m_files.TakeOdd(); }
 
@@ -78,6 +89,15 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
     bool isUsed = false;
   };
 
+  /// One of those that are shown at once.
+  struct Picture {
+    const SceneNode* through = nullptr;
+    const SceneNode* followed = nullptr;
+    bool turns = false;
+    const FramePacket* packet = nullptr;  ///< that is arranged; null for none
+    std::vector<std::size_t> places;      ///< its instances in their order, by index of m_shown
+  };
+
   // HostObserver
   void OnTree() override { m_isTreeOld = true; }
 
@@ -89,23 +109,25 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   std::shared_ptr<const Model> FindModel(const SceneNode& node, const ModelKey& key);
   Model MakeModel(const SceneNode& node);
   std::shared_ptr<const Model> ShareModel(Model model);
-  void Arrange(FramePacket& packet);
-  void AddGroup(FramePacket& packet, const std::vector<std::size_t>& group, bool mirrored);
-  void SortBlended(FramePacket& packet) const;
+  bool IsPose(const Shown& shown) const;
+  const Shown* Find(const SceneNode* node) const;
+  const SceneNode* IfThere(const SceneNode* node) const;
+  void Disarrange();
+  void Arrange(Picture& picture, FramePacket& packet);
+  void AddGroup(Picture& picture, FramePacket& packet, const std::vector<std::size_t>& group) const;
+  void SortBlended(const Picture& picture, FramePacket& packet) const;
 
   rws::adaptor::headless::HeadlessAdaptor& m_host;
   MeshPool m_pool;
   FileMeshes m_files{m_pool};
   std::map<ModelKey, HeldModel> m_models;
-  std::vector<Shown> m_shown;         ///< parents first; an id is an index from 1
-  std::vector<std::size_t> m_places;  ///< instances as they lie in the packet, by index of m_shown
+  std::vector<Shown> m_shown;  ///< parents first; an id is an index from 1
   std::vector<const SceneNode*> m_selection;
+  std::array<Picture, kPictures> m_pictures;
   Preview m_preview;
-  const SceneNode* m_through = nullptr;
   const void* m_scene = nullptr;
-  bool m_isTreeOld = true, m_isArranged = false;
-  std::uint64_t m_structure = 0;
-  FramePacket* m_arranged = nullptr;  ///< the packet that m_places is of
+  bool m_isTreeOld = true;
+  std::uint64_t m_structure = 0;  ///< FramePacket::structure
 };
 
 }  // namespace orv::app::view

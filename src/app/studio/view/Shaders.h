@@ -7,13 +7,15 @@ namespace orv::app::view {
 
 /// What a mesh's program does; bits.
 enum ShaderBits : unsigned {
-  kShadeNormals = 1,  ///< interpolated; else each triangle is flat
+  kShadeNormals = 1,  ///< light at each pixel, by interpolated normals; else each triangle is flat
   kShadeTexture = 2,
   kShadeMask = 4,  ///< leaves out what is more transparent than the cutoff
   kShadeColours = 8,
   kShadeUnlit = 16,
-  kShadeId = 32,    ///< writes the instance's id instead of a colour
-  kShadePlain = 64  ///< writes one colour for all
+  kShadeId = 32,     ///< writes the instance's id instead of a colour
+  kShadePlain = 64,  ///< writes one colour for all
+  kShadeDense = 128  ///< light at the vertices: for triangles of a few pixels, each of which costs
+                     ///< a renderer without a graphics processor as much as sixteen
 };
 
 struct ShaderSource {

@@ -8,6 +8,7 @@
 #include <QRubberBand>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "app/studio/view/Graphics.h"
 
@@ -15,11 +16,17 @@ namespace orv::app::view {
 
 namespace {
 
-constexpr double kFieldOfView = 45.0;  ///< degrees, of the user's own eye
+constexpr double kFieldOfView = StagePicture::kFieldOfView;
 constexpr double kWheelFactor = 0.85;  ///< of the distance, a step of the wheel
 constexpr double kKeyStep = 0.05;      ///< of the picture's height, an arrow key
 /// Lines are thin: what lies so near to a click counts (pixels of the desktop).
 constexpr int kClickReach = 4;
+constexpr int kGap = 2;          ///< between two panes (pixels of the desktop)
+constexpr int kInsetMargin = 8;  ///< from the pane's edges (pixels of the desktop)
+/// Parts of the pane's width and height that an inset takes up at most.
+constexpr double kInsetSize = 0.32;
+constexpr int kLevelSlice = 6;   ///< ms of work between two looks at the events
+constexpr int kRestPause = 300;  ///< ms without a picture, until one is drawn that stays
 
 LinearColour Floats(const QColor& colour) {
   return {static_cast<float>(colour.redF()), static_cast<float>(colour.greenF()),
@@ -51,11 +58,22 @@ std::uint32_t NearestId(const std::vector<std::uint32_t>& ids, int width, int he
 }  // namespace
 
 StageView::StageView(FrameSource& source, Quality quality, QWidget* parent)
-    : QOpenGLWidget(parent), m_source(source) {
-  setFormat(MakeFormat(ChooseSamples(GetGraphics(), quality == Quality::kFixed)));
+    : QOpenGLWidget(parent),
+      m_source(source),
+      m_quality(quality),
+      m_control(GetGraphics().isSoftware) {
+  setFormat(MakeFormat(0));  // samples are the renderer's business
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   TakeColours();
+  connect(&m_idle, &QTimer::timeout, this, [this] { MakeLevels(); });
+  m_rest.setSingleShot(true);
+  m_rest.setInterval(kRestPause);
+  connect(&m_rest, &QTimer::timeout, this, [this] {
+    m_isAtRest = true;
+    update();
+  });
+  connect(this, &QOpenGLWidget::frameSwapped, this, [this] { NoteCost(); });
 }
 
 StageView::~StageView() {
@@ -67,7 +85,7 @@ StageView::~StageView() {
   doneCurrent();
 }
 
-// --- the picture ---
+// --- the pictures ---
 
 void StageView::initializeGL() {
   connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] {
@@ -76,6 +94,7 @@ void StageView::initializeGL() {
     doneCurrent();
   });
   m_renderer = std::make_unique<Renderer>();
+  if (m_quality == Quality::kByMachine) m_renderer->SetLevels(&m_levels);
   std::string problem;
   if (m_renderer->Begin(problem)) return;
   m_renderer.reset();
@@ -84,56 +103,158 @@ void StageView::initializeGL() {
 
 void StageView::paintGL() {
   if (!m_renderer) return;
-  MakePacket();
-  const double ratio = devicePixelRatioF();
-  m_renderer->Draw(m_packet, static_cast<int>(std::lround(width() * ratio)),
-                   static_cast<int>(std::lround(height() * ratio)), ratio);
+  m_sincePaint.start();
+  m_source.Read();
+  const PictureQuality quality = ChooseQuality();
+  m_counts = {};
+  // As wide as its camera tells.
+  SourceLens lens;
+  m_isInsetThere = m_hasInset && m_source.GetLens(kInset, lens);
+  if (m_isInsetThere) m_insetAspect = lens.aspect;
+  if (m_layout != PaneLayout::kOne) m_renderer->Clear(m_gap);
+  for (std::size_t picture = 0; picture < kPictures; ++picture) {
+    if (!IsShown(picture)) continue;
+    MakePacket(picture);
+    m_renderer->Draw(m_pictures[picture].packet, AreaOf(picture), devicePixelRatioF(), quality);
+    const Renderer::Counts counts = m_renderer->GetCounts();
+    m_counts.meshes += counts.meshes;
+    m_counts.all += counts.all;
+    m_counts.triangles += counts.triangles;
+  }
   if (paintOver) {
     QPainter painter(this);
     paintOver(painter);
   }
+  const FramePacket& packet = m_pictures[0].packet;
+  if (m_quality == Quality::kByMachine && m_structure != packet.structure) {
+    m_structure = packet.structure;
+    m_levels.Follow(packet);
+    m_idle.start(0);
+  }
   if (painted) painted();
 }
 
-double StageView::Aspect() const {
-  return static_cast<double>(std::max(width(), 1)) / std::max(height(), 1);
+PictureQuality StageView::ChooseQuality() {
+  const bool isAtRest = std::exchange(m_isAtRest, false);
+  m_isTimed = !isAtRest;
+  if (m_quality == Quality::kFixed) return {};
+  const PictureQuality quality = isAtRest ? m_control.GetAtRest() : m_control.Get();
+  if (quality.scale < 1.0)
+    m_rest.start();
+  else
+    m_rest.stop();
+  return quality;
 }
 
-void StageView::MakePacket() {
-  m_source.Read();
-  m_optics.fieldOfView = kFieldOfView;
-  if (const util::Box box = m_source.GetBox(false); m_framesNext && !box.isEmpty()) {
-    m_framesNext = false;
-    m_eye.Frame(box, kFieldOfView, Aspect());
+/// Behind the update, when the window has been put together: the driver draws until then.
+void StageView::NoteCost() {
+  if (!std::exchange(m_isTimed, false) || m_quality == Quality::kFixed) return;
+  m_control.Note(static_cast<double>(m_sincePaint.nsecsElapsed()) / 1e6);
+}
+
+void StageView::MakeLevels() {
+  if (isBusy && isBusy()) return m_idle.start(200);
+  m_idle.setInterval(0);
+  QElapsedTimer clock;
+  clock.start();
+  while (clock.elapsed() < kLevelSlice)
+    if (!m_levels.Work()) return m_idle.stop();
+}
+
+void StageView::MakePacket(std::size_t picture) {
+  StagePicture& made = m_pictures[picture];
+  made.Make(m_source, AspectOf(picture));
+  made.packet.lines.clear();
+  if (linesWanted) linesWanted(made.packet);
+  if (m_interactor && picture == m_active) m_interactor->Draw(made.packet);
+  made.packet.isFramed = picture == kInset || (m_layout != PaneLayout::kOne && picture == m_active);
+}
+
+// --- where they lie ---
+
+bool StageView::IsShown(std::size_t picture) const {
+  return picture == 0 || (picture == kInset ? m_isInsetThere : m_layout != PaneLayout::kOne);
+}
+
+QRect StageView::GetPlace(std::size_t picture) const {
+  if (picture == kInset) {
+    const QRect pane = GetPlace(0);
+    const double most = kInsetSize * std::min<double>(pane.width(), pane.height() * m_insetAspect);
+    const int width = std::max(1, static_cast<int>(std::lround(most)));
+    const int height = std::max(1, static_cast<int>(std::lround(most / m_insetAspect)));
+    return {pane.right() + 1 - kInsetMargin - width, pane.bottom() + 1 - kInsetMargin - height,
+            width, height};
   }
-  SourceLens lens;
-  m_isThrough = m_source.GetLens(lens);
-  m_packet.gate.visible = false;
-  OrbitEye eye = m_eye;
-  if (m_isThrough) {
-    m_pose = lens.pose;
-    m_pose.normalizeRows();
-    m_optics.fieldOfView = lens.fieldOfView;
-    m_packet.gate = ChooseGate(lens.aspect, Aspect(), m_optics.fieldOfView);
-    eye = OrbitEye::FromPose(m_pose, m_eye.distance);
+  if (m_layout == PaneLayout::kOne) return rect();
+  QRect place = rect();
+  if (m_layout == PaneLayout::kColumns) {
+    const int half = std::max(1, (width() - kGap) / 2);
+    picture == 0 ? place.setWidth(half) : place.setLeft(half + kGap);
   } else {
-    m_pose = m_eye.GetPose();
+    const int half = std::max(1, (height() - kGap) / 2);
+    picture == 0 ? place.setHeight(half) : place.setTop(half + kGap);
   }
-  ChooseClip(m_pose, m_source.GetBox(false), m_optics);
-  ChooseGrid(eye, m_packet.grid);
-  view::SetEye(m_packet, m_pose, m_optics, Aspect());
-  m_source.Write(m_packet);
-  m_packet.lines.clear();
-  if (linesWanted) linesWanted(m_packet);
-  if (m_interactor) m_interactor->Draw(m_packet);
+  return place;
+}
+
+std::size_t StageView::NumberOf(const FramePacket& packet) const {
+  const auto at =
+      std::find_if(m_pictures.begin(), m_pictures.end(),
+                   [&packet](const StagePicture& picture) { return &picture.packet == &packet; });
+  return static_cast<std::size_t>(at - m_pictures.begin());
+}
+
+std::size_t StageView::PictureAt(const QPoint& at) const {
+  for (std::size_t picture = kPictures; picture-- > 1;)
+    if (IsShown(picture) && GetPlace(picture).contains(at)) return picture;
+  return 0;
+}
+
+/// Its place in pixels of the screen.
+PixelRect StageView::AreaOf(std::size_t picture) const {
+  const double ratio = devicePixelRatioF();
+  const auto pixels = [ratio](int length) { return static_cast<int>(std::lround(length * ratio)); };
+  const QRect place = GetPlace(picture);
+  const int left = pixels(place.x()), right = pixels(place.x() + place.width());
+  const int bottom = pixels(height() - place.y() - place.height()),
+            top = pixels(height() - place.y());
+  return {left, bottom, std::max(1, right - left), std::max(1, top - bottom)};
+}
+
+double StageView::AspectOf(std::size_t picture) const {
+  const QRect place = GetPlace(picture);
+  return static_cast<double>(std::max(place.width(), 1)) / std::max(place.height(), 1);
+}
+
+void StageView::SetLayout(PaneLayout layout) {
+  if (layout == m_layout) return;
+  if (m_layout == PaneLayout::kOne) m_pictures[1].SetEye(m_pictures[0].GetEye());
+  m_layout = layout;
+  if (!IsShown(m_active)) m_active = 0;
+  m_control.Restart();
+  update();
+}
+
+void StageView::SetInsetVisible(bool visible) {
+  m_hasInset = visible;
+  update();
+}
+
+void StageView::SetActive(std::size_t pane) {
+  if (pane == m_active || pane == kInset || !IsShown(pane)) return;
+  m_active = pane;
+  update();
 }
 
 void StageView::TakeColours() {
   const QColor window = palette().color(QPalette::Window);
   const bool isDark = window.lightness() < 128;
-  m_packet.background = Floats(isDark ? window.lighter(115) : window.darker(135));
-  m_packet.gridColour = Floats(isDark ? window.lighter(260) : window.darker(210));
-  m_packet.outline = Floats(palette().color(QPalette::Highlight));
+  m_gap = Floats(window);
+  for (StagePicture& picture : m_pictures) {
+    picture.packet.background = Floats(isDark ? window.lighter(115) : window.darker(135));
+    picture.packet.gridColour = Floats(isDark ? window.lighter(260) : window.darker(210));
+    picture.packet.outline = Floats(palette().color(QPalette::Highlight));
+  }
 }
 
 void StageView::changeEvent(QEvent* event) {
@@ -144,78 +265,74 @@ void StageView::changeEvent(QEvent* event) {
   QOpenGLWidget::changeEvent(event);
 }
 
-void StageView::SetShading(Shading shading) {
-  m_packet.shading = shading;
+void StageView::SetShading(Shading shading, std::size_t picture) {
+  m_pictures[picture].packet.shading = shading;
   update();
 }
 
 void StageView::SetGridVisible(bool visible) {
-  m_packet.grid.visible = visible;
+  m_pictures[0].packet.grid.visible = m_pictures[1].packet.grid.visible = visible;
+  m_pictures[kInset].packet.grid.visible = false;
   update();
-}
-
-Renderer::Counts StageView::GetCounts() const {
-  return m_renderer ? m_renderer->GetCounts() : Renderer::Counts();
 }
 
 // --- the eye ---
 
-void StageView::Frame(bool selection) {
+void StageView::Frame(BoxOf what) {
   m_source.Read();
-  const util::Box box = m_source.GetBox(selection);
-  if (box.isEmpty()) return;
-  LeaveCamera();
-  m_framesNext = false;
-  m_eye.Frame(box, kFieldOfView, Aspect());
-  update();
+  if (!m_source.GetBox(what).isEmpty()) LeaveCamera();
+  if (m_pictures[m_active].Frame(m_source, what)) update();
 }
 
 void StageView::FrameAll() {
-  Frame(false);
+  Frame(BoxOf::kAll);
 }
 
 void StageView::FrameSelected() {
-  Frame(true);
+  Frame(BoxOf::kSelection);
 }
 
 void StageView::FrameNext() {
-  m_framesNext = true;
+  for (StagePicture& picture : m_pictures) picture.FrameNext();
+  m_control.Restart();
   update();
 }
 
 void StageView::SetEye(const OrbitEye& eye) {
-  m_eye = eye;
-  m_framesNext = false;
+  m_pictures[m_active].SetEye(eye);
   update();
 }
 
 void StageView::LeaveCamera() {
-  if (!m_isThrough) return;
-  m_isThrough = false;
-  m_eye = OrbitEye::FromPose(m_pose, m_eye.distance);
+  if (!m_pictures[m_active].IsThroughCamera()) return;
+  m_pictures[m_active].LeaveCamera();
   if (cameraLeft) cameraLeft();
 }
 
 void StageView::GetRay(const QPointF& at, util::Vector3<double>& origin,
                        util::Vector3<double>& direction) const {
-  RayThrough(m_pose, m_optics, Aspect(), at.x() / std::max(width(), 1),
-             1.0 - at.y() / std::max(height(), 1), origin, direction);
+  const QRect place = GetPlace(m_active);
+  m_pictures[m_active].GetRay((at.x() - place.x()) / std::max(place.width(), 1),
+                              1.0 - (at.y() - place.y()) / std::max(place.height(), 1), origin,
+                              direction);
 }
 
 // --- picks ---
 
-std::vector<std::uint32_t> StageView::ReadIds(const QRect& part) {
+std::vector<std::uint32_t> StageView::ReadIds(const QRect& part, std::size_t picture) {
   std::vector<std::uint32_t> ids;
-  if (!m_renderer) return ids;
+  const QRect place = GetPlace(picture), inside = part & place;
+  if (!m_renderer || inside.isEmpty()) return ids;
   const double ratio = devicePixelRatioF();
   const auto pixels = [ratio](int length) { return static_cast<int>(std::lround(length * ratio)); };
-  const QRect inside = part & rect();
-  const PixelRect rectangle{pixels(inside.x()), pixels(height() - inside.y() - inside.height()),
+  const PixelRect area = AreaOf(picture);
+  const PixelRect rectangle{pixels(inside.x()) - area.x,
+                            pixels(height() - inside.y() - inside.height()) - area.y,
                             pixels(inside.width()), pixels(inside.height())};
-  if (inside.isEmpty()) return ids;
   makeCurrent();
-  MakePacket();
-  m_renderer->ReadIds(m_packet, pixels(width()), pixels(height()), rectangle, ids);
+  m_source.Read();
+  MakePacket(picture);
+  m_renderer->ReadIds(m_pictures[picture].packet, area.width, area.height, rectangle, ids);
   doneCurrent();
   return ids;
 }
@@ -223,14 +340,14 @@ std::vector<std::uint32_t> StageView::ReadIds(const QRect& part) {
 void StageView::Pick(const QRect& part, PickMode mode) {
   std::vector<std::uint32_t> hit;
   if (part.width() > 1 || part.height() > 1) {
-    hit = ReadIds(part);
+    hit = ReadIds(part, m_pointed);
     std::sort(hit.begin(), hit.end());
     hit.erase(std::unique(hit.begin(), hit.end()), hit.end());
     hit.erase(std::remove(hit.begin(), hit.end(), 0u), hit.end());
   } else {
     const QRect around =
-        part.adjusted(-kClickReach, -kClickReach, kClickReach, kClickReach) & rect();
-    const std::vector<std::uint32_t> ids = ReadIds(around);
+        part.adjusted(-kClickReach, -kClickReach, kClickReach, kClickReach) & GetPlace(m_pointed);
+    const std::vector<std::uint32_t> ids = ReadIds(around, m_pointed);
     const double ratio = devicePixelRatioF();
     const auto pixel = [ratio](double at) { return static_cast<int>((at + 0.5) * ratio); };
     const int width = static_cast<int>(std::lround(around.width() * ratio));
@@ -245,7 +362,11 @@ void StageView::Pick(const QRect& part, PickMode mode) {
 // --- hands ---
 
 void StageView::mousePressEvent(QMouseEvent* event) {
-  if (m_button != Qt::NoButton || (m_interactor && m_interactor->OnPress(*event))) return;
+  if (m_button != Qt::NoButton) return;
+  // With another button held the hand stays in its pane.
+  const std::size_t before = m_active;
+  if (event->buttons() == event->button()) SetActive(m_pointed = PictureAt(event->pos()));
+  if (m_interactor && m_pointed == before && m_interactor->OnPress(*event)) return;
   const Qt::KeyboardModifiers keys = event->modifiers();
   const PointerButton button = event->button() == Qt::LeftButton     ? PointerButton::kLeft
                                : event->button() == Qt::MiddleButton ? PointerButton::kMiddle
@@ -278,13 +399,14 @@ void StageView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void StageView::Drag(const QPoint& by) {
-  if (m_drag == DragKind::kMenu) return;
+  if (m_drag == DragKind::kMenu || m_pointed == kInset) return;
   LeaveCamera();
-  const double x = static_cast<double>(by.x()) / std::max(height(), 1);
-  const double y = static_cast<double>(by.y()) / std::max(height(), 1);
-  if (m_drag == DragKind::kOrbit) m_eye.Orbit(x, y);
-  if (m_drag == DragKind::kPan) m_eye.Pan(x, y, kFieldOfView);
-  if (m_drag == DragKind::kDolly) m_eye.Dolly(std::exp(3.0 * (y - x)));
+  OrbitEye& eye = m_pictures[m_active].UseEye();
+  const double side = std::max(GetPlace(m_active).height(), 1);
+  const double x = by.x() / side, y = by.y() / side;
+  if (m_drag == DragKind::kOrbit) eye.Orbit(x, y);
+  if (m_drag == DragKind::kPan) eye.Pan(x, y, kFieldOfView);
+  if (m_drag == DragKind::kDolly) eye.Dolly(std::exp(3.0 * (y - x)));
   update();
 }
 
@@ -302,10 +424,13 @@ void StageView::mouseReleaseEvent(QMouseEvent* event) {
 
 void StageView::wheelEvent(QWheelEvent* event) {
   if (m_interactor && m_interactor->OnWheel(*event)) return;
-  LeaveCamera();
-  m_eye.Dolly(std::pow(kWheelFactor, event->angleDelta().y() / 120.0));
-  update();
   event->accept();
+  const std::size_t picture = PictureAt(event->position().toPoint());
+  if (picture == kInset) return;
+  SetActive(picture);
+  LeaveCamera();
+  m_pictures[m_active].UseEye().Dolly(std::pow(kWheelFactor, event->angleDelta().y() / 120.0));
+  update();
 }
 
 bool StageView::event(QEvent* event) {
@@ -352,23 +477,26 @@ void StageView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
       LeaveCamera();
-      m_eye.Dolly(event->key() == Qt::Key_PageUp ? kWheelFactor : 1.0 / kWheelFactor);
+      m_pictures[m_active].UseEye().Dolly(event->key() == Qt::Key_PageUp ? kWheelFactor
+                                                                         : 1.0 / kWheelFactor);
       return update();
     default:
-      return QOpenGLWidget::keyPressEvent(event);
+      if (!keyPressed || !keyPressed(event->key(), shift)) QOpenGLWidget::keyPressEvent(event);
+      return;
   }
   LeaveCamera();
+  OrbitEye& eye = m_pictures[m_active].UseEye();
   if (shift)
-    m_eye.Pan(x, y, kFieldOfView);
+    eye.Pan(x, y, kFieldOfView);
   else
-    m_eye.Orbit(x, y);
+    eye.Orbit(x, y);
   update();
 }
 
 /// By the keyboard; the mouse's own comes with the release of the button.
 void StageView::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() == QContextMenuEvent::Keyboard && menuWanted)
-    menuWanted(mapToGlobal(rect().center()));
+    menuWanted(mapToGlobal(GetPlace(m_active).center()));
   event->accept();
 }
 

@@ -7,7 +7,7 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "core/CoreImplementation.h"
+#include "app/studio/view/overlay/RunClock.h"
 #include "core/instances/Instance.h"
 
 namespace orv::app::view {
@@ -35,8 +35,7 @@ void Ghost::Follow() {
     return;
   }
   if (!m_isRunning) Begin();
-  if (m_core.GetRunState() != rws::core::RunState::kCountdown)
-    m_latest.Follow(m_core.GetFrameTime(), TakeFilm::From::kHost);
+  m_latest.Follow(GetLatestFrame(m_core), TakeFilm::From::kHost);
 }
 
 void Ghost::Begin() {

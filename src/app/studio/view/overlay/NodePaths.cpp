@@ -6,7 +6,7 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "core/CoreImplementation.h"
+#include "app/studio/view/overlay/RunClock.h"
 #include "util/FrameGrid.h"
 
 namespace orv::app::view {
@@ -34,10 +34,7 @@ void NodePaths::Follow(const std::vector<HeadlessNode*>& nodes) {
     source.start = std::min(source.start, m_core.GetStartTime());
     Begin(nodes, source);
   }
-  if (m_core.GetRunState() == rws::core::RunState::kCountdown)
-    FollowUntil(m_core.GetStartTime());
-  else
-    FollowUntil(m_core.GetFrameTime());
+  FollowUntil(GetLatestFrame(m_core));
 }
 
 void NodePaths::Begin(const std::vector<HeadlessNode*>& nodes, const Source& source) {

@@ -5,15 +5,13 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
-#include "core/CoreImplementation.h"
+#include "app/studio/view/overlay/RunClock.h"
 #include "core/instances/Instance.h"
 #include "core/interface/CCamera.h"
 #include "core/services/Translation.h"
 #include "unidevice/Property.h"
 
 namespace orv::app::view {
-
-using rws::core::Instance;
 
 const std::array<OverlayKindText, kOverlayKindCount>& GetOverlayKinds() {
   using rws::core::Translatable;
@@ -62,7 +60,7 @@ void Overlay::FindRigs() {
   m_selection.erase(std::remove_if(m_selection.begin(), m_selection.end(),
                                    [](HeadlessNode* node) { return !node->IsValid(); }),
                     m_selection.end());
-  const auto add = [&](Instance* rig, std::size_t most) {
+  const auto add = [&](rws::core::Instance* rig, std::size_t most) {
     if (m_rigs.size() >= most ||
         std::find(m_rigs.begin(), m_rigs.end(), rig->GetIdentity()) != m_rigs.end())
       return;
@@ -71,17 +69,17 @@ void Overlay::FindRigs() {
     const std::vector<rws::core::CoreNode*> nodes = rig->GetNodes();
     if (!nodes.empty()) m_ways.push_back(static_cast<HeadlessNode*>(nodes.front()));
   };
-  const std::vector<Instance*> rigs = m_core.List(false);
+  const std::vector<rws::core::Instance*> rigs = m_core.List(false);
   for (const int row : m_rows)
     if (const auto* found = m_core.FindRow(row); found && found->GetInstance())
       add(found->GetInstance(), kMostRigs);
   for (HeadlessNode* node : m_selection)
     for (SceneNode* at = node->GetSceneNode(); at; at = at->GetParent())
-      for (Instance* rig : rigs)
+      for (rws::core::Instance* rig : rigs)
         if (static_cast<rws::CInterface*>(rig) == m_host.NodeFor(*at).GetOwner())
           add(rig, kMostRigs);
   if (m_rigs.empty() && m_selection.empty())
-    for (Instance* rig : rigs) add(rig, kUsualRigs);
+    for (rws::core::Instance* rig : rigs) add(rig, kUsualRigs);
   for (HeadlessNode* node : m_selection)
     if (std::find(m_ways.begin(), m_ways.end(), node) == m_ways.end()) m_ways.push_back(node);
   FindNames();
@@ -92,7 +90,7 @@ void Overlay::FindNames() {
   m_names.clear();
   for (HeadlessNode* node : m_selection)
     m_names.push_back({node, QString::fromStdString(node->GetSceneName()), true});
-  for (Instance* rig : m_core.List(false)) {
+  for (rws::core::Instance* rig : m_core.List(false)) {
     const std::vector<rws::core::CoreNode*> nodes = rig->GetNodes();
     if (nodes.empty()) continue;
     auto* node = static_cast<HeadlessNode*>(nodes.front());
@@ -104,11 +102,11 @@ void Overlay::FindNames() {
 /// Inputs that something drives; rigs that are looked at come first.
 void Overlay::FindPerformers() {
   m_performers.clear();
-  std::vector<Instance*> rigs = m_core.GetTakeInstances();
-  std::stable_partition(rigs.begin(), rigs.end(), [&](Instance* rig) {
+  std::vector<rws::core::Instance*> rigs = m_core.GetTakeInstances();
+  std::stable_partition(rigs.begin(), rigs.end(), [&](rws::core::Instance* rig) {
     return std::find(m_rigs.begin(), m_rigs.end(), rig->GetIdentity()) != m_rigs.end();
   });
-  for (Instance* rig : rigs) {
+  for (rws::core::Instance* rig : rigs) {
     Performer performer{QString::fromStdString(rig->GetInstanceName()), {}};
     for (const auto& [name, property] : rig->GetProperties().entries)
       if (property->control) performer.inputs.push_back({property, QString::fromStdString(name)});
@@ -129,7 +127,7 @@ void Overlay::ReadMarks() {
   m_marks.resize(m_rigs.size());
   for (std::size_t i = 0; i < m_rigs.size(); ++i) {
     m_marks[i].Begin(m_time);
-    const Instance* rig = m_core.FindByIdentity(m_rigs[i]);
+    const rws::core::Instance* rig = m_core.FindByIdentity(m_rigs[i]);
     if (rig && IsAnyMarkShown()) rig->GetRig()->Extension(rws::kTellMarks, &m_marks[i], nullptr);
   }
 }
@@ -146,7 +144,7 @@ void Overlay::Read() {
     m_performers.clear();
     if (performers > 0) FindPerformers();
   }
-  m_time = isRunning ? m_core.GetFrameTime() : m_host.GetCurrentTime();
+  m_time = isRunning ? GetLatestFrame(m_core) : m_host.GetCurrentTime();
   m_ghost.Follow();
   m_film = m_choice[kOverlayGhost] ? m_ghost.GetFilm() : nullptr;
   static const std::vector<HeadlessNode*> kNone;

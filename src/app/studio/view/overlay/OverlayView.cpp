@@ -216,9 +216,9 @@ void OverlayView::PaintInputs(QPainter& painter, const QSize& size, const QPalet
 void OverlayView::PaintRate(QPainter& painter, const QSize& size, const QPalette& palette) {
   if (!m_clock.isValid()) m_clock.start();
   const qint64 now = m_clock.elapsed();
-  m_times[m_pictures++ % m_times.size()] = now;
-  const std::size_t held = std::min(m_pictures, m_times.size());
-  const qint64 span = now - m_times[(m_pictures - held) % m_times.size()];
+  m_times[m_drawn++ % m_times.size()] = now;
+  const std::size_t held = std::min(m_drawn, m_times.size());
+  const qint64 span = now - m_times[(m_drawn - held) % m_times.size()];
   const double rate =
       span > 0 ? 1000.0 * static_cast<double>(held - 1) / static_cast<double>(span) : 0.0;
   const auto number = [](double value, int decimals) {

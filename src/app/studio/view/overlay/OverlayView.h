@@ -78,7 +78,7 @@ class OverlayView {
   // The latest pictures' times (ms), round and round.
   QElapsedTimer m_clock;
   std::array<qint64, 32> m_times{};
-  std::size_t m_pictures = 0;
+  std::size_t m_drawn = 0;
 };
 
 }  // namespace orv::app::view

@@ -58,9 +58,14 @@ struct Batch {
   std::uint32_t first = 0, count = 0;  ///< of the instances
   std::uint32_t selected = 0;          ///< so many of them, which come first, are outlined
   bool mirrored = false;               ///< the poses turn the winding round
+  bool ofRig = false;                  ///< of a rig, or hung on one
 };
 
-enum class Shading { kPlain, kWireOverPlain };
+enum class Shading {
+  kPlain,
+  kWireOverPlain,
+  kXRay  ///< what is of rigs shines through the rest
+};
 
 struct PacketCamera {
   std::array<float, 16> view{};        ///< from the packet's space, column by column
@@ -103,6 +108,7 @@ struct FramePacket {
   LinearColour background{0.22f, 0.23f, 0.25f};
   LinearColour gridColour{0.45f, 0.46f, 0.48f};
   LinearColour outline{1.0f, 0.62f, 0.1f};
+  bool isFramed = false;  ///< a line round it, in the colour of outlines
 };
 
 }  // namespace orv::app::view

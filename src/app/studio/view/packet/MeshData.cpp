@@ -40,6 +40,18 @@ void MeshData::Measure() {
   for (const Float3& p : positions)
     if (std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]))
       box.add({p[0], p[1], p[2]});
+  // One edge of each triangle stands for all three.
+  double sum = 0.0;
+  std::size_t count = 0;
+  for (std::size_t i = 0; i + 2 < indices.size() && !lines; i += 3) {
+    const Float3 &a = positions[indices[i]], &b = positions[indices[i + 1 + i % 2]];
+    const float x = a[0] - b[0], y = a[1] - b[1], z = a[2] - b[2];
+    const float length = std::sqrt(x * x + y * y + z * z);
+    if (!std::isfinite(length)) continue;
+    sum += static_cast<double>(length);
+    ++count;
+  }
+  edge = count > 0 ? static_cast<float>(sum / static_cast<double>(count)) : 0.0f;
 }
 
 bool MeshData::IsEqual(const MeshData& other) const {
@@ -55,6 +67,31 @@ std::uint64_t MeshData::Hash() const {
   HashInto(hash, texCoords);
   HashInto(hash, indices);
   return hash;
+}
+
+std::vector<MeshData::Float3> SmoothNormals(const MeshData& mesh) {
+  std::vector<MeshData::Float3> normals(mesh.positions.size());
+  for (std::size_t i = 0; i + 2 < mesh.indices.size(); i += 3) {
+    const MeshData::Float3& a = mesh.positions[mesh.indices[i]];
+    float u[3], v[3];
+    for (std::size_t k = 0; k < 3; ++k) {
+      u[k] = mesh.positions[mesh.indices[i + 1]][k] - a[k];
+      v[k] = mesh.positions[mesh.indices[i + 2]][k] - a[k];
+    }
+    const float across[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
+                             u[0] * v[1] - u[1] * v[0]};
+    for (std::size_t corner = 0; corner < 3; ++corner)
+      for (std::size_t k = 0; k < 3; ++k) normals[mesh.indices[i + corner]][k] += across[k];
+  }
+  for (MeshData::Float3& normal : normals) {
+    const float length =
+        std::sqrt(normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]);
+    if (length > 0.0f)
+      for (float& part : normal) part /= length;
+    else
+      normal = {0.0f, 1.0f, 0.0f};
+  }
+  return normals;
 }
 
 MeshData MakeMeshData(const util::CMesh& mesh) {

@@ -31,8 +31,9 @@ struct MeshData {
   /// Never that of another mesh; what the renderer keeps it by.
   std::uint64_t id = NextId();
   util::Box box;
+  float edge = 0.0f;  ///< of a triangle, as long as they are on average (m)
 
-  /// Fills `box`; points that are not finite do not count.
+  /// Fills `box` and `edge`; points that are not finite do not count.
   void Measure();
   /// Whether the two look the same.
   bool IsEqual(const MeshData& other) const;
@@ -42,6 +43,8 @@ struct MeshData {
   static std::uint64_t NextId();
 };
 
+/// At each vertex that of the surface around it; vertices at one place count as many.
+std::vector<MeshData::Float3> SmoothNormals(const MeshData& mesh);
 /// Positions and triangles alone.
 MeshData MakeMeshData(const util::CMesh& mesh);
 /// A line from point to point.

@@ -64,6 +64,13 @@ void OrbitEye::Dolly(double factor) {
   distance = std::clamp(distance * factor, kLeastDistance, kMostDistance);
 }
 
+void OrbitEye::Travel(const Vector3<double>& from, const Vector3<double>& to, double turn) {
+  const Vector3<double> away = target - from;
+  const double c = std::cos(turn), s = std::sin(turn);
+  target = to + Vector3<double>(c * away.x + s * away.z, away.y, c * away.z - s * away.x);
+  yaw = std::remainder(yaw + turn, 2.0 * kPi);
+}
+
 void OrbitEye::Frame(const util::Box& box, double fieldOfView, double aspect) {
   if (box.isEmpty()) return;
   target = box.middle();

@@ -36,6 +36,9 @@ struct OrbitEye {
   void Pan(double x, double y, double fieldOfView);
   /// Above 1 goes away.
   void Dolly(double factor);
+  /// Goes along with what has moved `from` here `to` there and turned by so much about +Y
+  /// (radians).
+  void Travel(const util::Vector3<double>& from, const util::Vector3<double>& to, double turn);
   /// All of `box` comes into a picture of this width over height. Nothing happens for an empty box.
   void Frame(const util::Box& box, double fieldOfView, double aspect);
 };
