@@ -41,10 +41,13 @@ function(orv_headers layer out)
   set(${out} ${root} PARENT_SCOPE)
 endfunction()
 
-# orv_layer(<layer> DIRS <folders below src> USES <lower layers> LIBS <foreign targets, public>
+# For what takes longer to optimise than it gains: little work around heavy templates.
+set(ORV_QUICK_BUILD -O1)
+
+# orv_layer(<layer> [QUICK] DIRS <folders below src> USES <lower layers> LIBS <foreign targets, public>
 #           PRIVATE_LIBS <foreign targets that do not show in headers>)
 function(orv_layer layer)
-  cmake_parse_arguments(A "" "" "DIRS;USES;LIBS;PRIVATE_LIBS" ${ARGN})
+  cmake_parse_arguments(A QUICK "" "DIRS;USES;LIBS;PRIVATE_LIBS" ${ARGN})
   orv_headers(${layer} root ${A_DIRS})
   set(sources)
   foreach(dir ${A_DIRS})
@@ -55,6 +58,9 @@ function(orv_layer layer)
     add_library(${layer} STATIC ${sources})
     target_include_directories(${layer} PUBLIC ${root})
     target_link_libraries(${layer} PUBLIC ${A_USES} ${A_LIBS} PRIVATE orv_flags ${A_PRIVATE_LIBS})
+    if(A_QUICK)
+      target_compile_options(${layer} PRIVATE ${ORV_QUICK_BUILD})
+    endif()
   else()
     add_library(${layer} INTERFACE)
     target_include_directories(${layer} INTERFACE ${root})
@@ -62,8 +68,6 @@ function(orv_layer layer)
   endif()
 endfunction()
 
-# For what takes longer to optimise than it gains: little work around heavy templates.
-set(ORV_QUICK_BUILD -O1)
 # Compiling the tests takes longer than they gain by being optimised. Where several sources are
 # compiled as one, GCC takes all but the first for headers, and their fixtures for shared ones.
 set(ORV_TEST_FLAGS -O0 -fPIC -Wno-subobject-linkage)
@@ -123,7 +127,27 @@ function(orv_fuzz name)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   else()
     target_sources(fuzz_${name} PRIVATE ${CMAKE_SOURCE_DIR}/fuzz/ReplayMain.cpp)
+    target_compile_options(fuzz_${name} PRIVATE ${ORV_TEST_FLAGS})
     add_test(NAME fuzz.${name}
              COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
   endif()
+endfunction()
+
+# orv_carried(<target> <prefix> <entries of a .qrc> <files>): an object library of files as resources,
+# which nobody refers to by name. They don't go through the compiler, which takes a second for each
+# 200 KB of numbers: the assembler includes them.
+function(orv_carried target prefix entries)
+  set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}.qrc)
+  file(CONFIGURE OUTPUT ${list} CONTENT
+       "<RCC>\n  <qresource prefix=\"${prefix}\">\n${entries}  </qresource>\n</RCC>\n")
+  set(ORV_CARRIED ${target})
+  set(ORV_CARRIED_FILE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rcc)
+  add_custom_command(OUTPUT ${ORV_CARRIED_FILE}
+                     COMMAND Qt5::rcc --binary --output ${ORV_CARRIED_FILE} ${list}
+                     DEPENDS ${list} ${ARGN} VERBATIM)
+  set(source ${CMAKE_CURRENT_BINARY_DIR}/${target}.cpp)
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/Carried.cpp.in ${source} @ONLY)
+  set_source_files_properties(${source} PROPERTIES OBJECT_DEPENDS ${ORV_CARRIED_FILE})
+  add_library(${target} OBJECT ${source})
+  target_link_libraries(${target} PUBLIC Qt5::Core)
 endfunction()

@@ -289,6 +289,6 @@ TEST_P(UndoOfAll, GivesTheFilesOfBefore) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, UndoOfAll,
-                         testing::Combine(testing::Bool(), testing::Values(7u, 11u, 16u)));
+                         testing::Combine(testing::Bool(), testing::Values(7u, 11u, 17u)));
 
 }  // namespace orv::tests

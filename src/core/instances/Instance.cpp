@@ -9,6 +9,7 @@
 #include "core/host/CoreNode.h"
 #include "core/host/SnapshotMeshProxy.h"
 #include "core/instances/InstanceHost.h"
+#include "core/instances/NodeOwnerUndo.h"
 #include "core/instances/OwnedUndo.h"
 #include "core/interface/CCamera.h"
 #include "core/interface/CSnapshot.h"
@@ -292,15 +293,14 @@ void Instance::ClearUserData() {
 void Instance::DeleteNode(CNode* node, bool undoable) {
   if (!node) return;
   AdaptorInterface& adaptor = Adaptor();
-  if (undoable) {
-    adaptor.BeginUndoBlock("Delete node");
+  if (undoable) adaptor.BeginUndoBlock("Delete node");
+  if (adaptor.IsUndoBlockOpen()) {
+    NoteOwner(*AsCoreNode(node));
     AsCoreNode(node)->deleteMe();
-    adaptor.EndUndoBlock();
-  } else if (adaptor.IsUndoBlockOpen()) {
-    AsCoreNode(node)->deleteMe();  // part of what the open block does
   } else {
     adaptor.DiscardNode(AsCoreNode(node));
   }
+  if (undoable) adaptor.EndUndoBlock();
 }
 
 CNode* Instance::FindNode(std::string nodeName) {
@@ -316,17 +316,25 @@ CNode* Instance::FindNode(std::string nodeName) {
 CNode* Instance::CreateCameraNode(std::string nodeName, CNode* parent, double fieldOfView,
                                   double nearClip) {
   const NodeIdentity identity{this, nodeName, m_name + "_" + nodeName};
-  CoreNode* node = Adaptor().CreateCameraNode(identity, parent, fieldOfView, nearClip);
-  if (node) Adaptor().TagNode(node, m_name + "/" + nodeName);
-  return node;
+  return Mark(Adaptor().CreateCameraNode(identity, parent, fieldOfView, nearClip));
 }
 
 CNode* Instance::CreateMeshNode(std::string nodeName, CNode* parent, const util::CMesh* mesh,
                                 int flags) {
   const NodeIdentity identity{this, nodeName, m_name + "_" + nodeName};
-  CoreNode* node = Adaptor().CreateMeshNode(identity, parent, mesh, flags);
-  if (node) Adaptor().TagNode(node, m_name + "/" + nodeName);
-  return node;
+  return Mark(Adaptor().CreateMeshNode(identity, parent, mesh, flags));
+}
+
+CNode* Instance::Mark(CoreNode* made) {
+  if (!made) return nullptr;
+  Adaptor().TagNode(made, m_name + "/" + made->GetName());
+  NoteOwner(*made);
+  return made;
+}
+
+void Instance::NoteOwner(CoreNode& node) {
+  if (Adaptor().IsUndoBlockOpen())
+    Adaptor().PushUndo(new NodeOwnerUndo(*this, node.GetName(), node.GetTag()));
 }
 
 void Instance::Reserved2(std::string, util::CMesh) {}

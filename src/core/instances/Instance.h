@@ -196,6 +196,9 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   void PlanFeeds();
   void RecordInputs(double t);
   void FeedInputs(double t);
+  /// Gives a node that was made for the rig its tag; null for null.
+  CNode* Mark(CoreNode* made);
+  void NoteOwner(CoreNode& node);
 
   CCamera* m_pRig;  ///< owned; ended by its Destroy
   ConfigTree m_config;
