@@ -88,7 +88,7 @@ TEST_F(StageManipulator, FollowsRealHandsInThePicture) {
   EXPECT_EQ(studio.State()["undoPosition"], 1);
   EXPECT_LT(off(place(1.5), read("b.glb")), 1e-12);
   // A click on a handle is none of the picture's, and no movement.
-  studio.DoAll({"key Ctrl+Z", "wait 0.3", "click id=stage " + click(grip), "key Alt+Right"});
+  studio.DoAll({"key Ctrl+Z", "wait 0.3", "click id=stage " + click(grip), "key Ctrl+Right"});
   EXPECT_EQ(studio.State()["undoPosition"], 1);
 }
 
