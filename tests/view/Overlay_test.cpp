@@ -57,6 +57,7 @@ class Overlay : public testing::Test {
   }
   void Edit(const std::string& label, const std::string& value) {
     std::string problem;
+    EXPECT_FALSE(rig->GetConfig().FindAll(label).empty()) << label;
     for (auto* element : rig->GetConfig().FindAll(label))
       EXPECT_TRUE(core().EditParameter(*rig, element->GetId(), value, problem)) << problem;
   }
@@ -92,7 +93,7 @@ TEST_F(Overlay, TheGhostIsTheTakeThatTheSceneDoesNotShow) {
   overlay.Read();
   EXPECT_FALSE(overlay.GetGhost()) << "there is no other take";
   const Poses first = PosesNow();
-  Edit("Gas Pedal (Forward/Reverse) Maximum", "1.5");
+  Edit("Gas Pedal (Forw/Backw) Maximum", "1.5");
   // Only some frames are painted.
   Resimulate([&](int frame) {
     if (frame % 7 != 0) return;
@@ -112,7 +113,7 @@ TEST_F(Overlay, TheGhostIsTheTakeThatTheSceneDoesNotShow) {
 
   // A program that has filmed nothing yet has the keys.
   app::view::Overlay other(core(), host());
-  Edit("Gas Pedal (Forward/Reverse) Maximum", "3");
+  Edit("Gas Pedal (Forw/Backw) Maximum", "3");
   Resimulate([&](int) { other.Read(); });
   other.Read();
   ExpectFilm(other.GetGhost(), second, 0, kFrames);

@@ -363,6 +363,7 @@ void StageView::Pick(const QRect& part, PickMode mode) {
 
 void StageView::mousePressEvent(QMouseEvent* event) {
   if (m_button != Qt::NoButton) return;
+  if (m_interactor && m_interactor->IsBusy() && m_interactor->OnPress(*event)) return;
   // With another button held the hand stays in its pane.
   const std::size_t before = m_active;
   if (event->buttons() == event->button()) SetActive(m_pointed = PictureAt(event->pos()));
