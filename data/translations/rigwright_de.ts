@@ -1434,6 +1434,11 @@
         <translation>Raster: %1</translation>
     </message>
     <message>
+        <source>Along with %1</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Mit %1</translation>
+    </message>
+    <message>
         <source>Show &amp;all</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>&amp;Alles zeigen</translation>
@@ -1442,16 +1447,6 @@
         <source>Show the &amp;selection</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>Aus&amp;wahl zeigen</translation>
-    </message>
-    <message>
-        <source>Look &amp;through</source>
-        <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation>Sehen &amp;durch</translation>
-    </message>
-    <message>
-        <source>&amp;Edges of triangles</source>
-        <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation>&amp;Kanten der Dreiecke</translation>
     </message>
     <message>
         <source>&amp;Grid</source>
@@ -1467,6 +1462,76 @@
         <source>&amp;Mouse as in</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>&amp;Maus wie in</translation>
+    </message>
+    <message>
+        <source>Look &amp;through</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Sehen &amp;durch</translation>
+    </message>
+    <message>
+        <source>Camera in the &amp;corner</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Kamera in der Ecke</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Keine</translation>
+    </message>
+    <message>
+        <source>Travel a&amp;long with</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>M&amp;itreisen mit</translation>
+    </message>
+    <message>
+        <source>The &amp;place of %1</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Dem &amp;Ort von %1</translation>
+    </message>
+    <message>
+        <source>Place and &amp;heading of %1</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Ort und &amp;Richtung von %1</translation>
+    </message>
+    <message>
+        <source>Pa&amp;nes</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>A&amp;nsichten</translation>
+    </message>
+    <message>
+        <source>&amp;One</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Eine</translation>
+    </message>
+    <message>
+        <source>Two &amp;side by side</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Zwei &amp;nebeneinander</translation>
+    </message>
+    <message>
+        <source>Two one &amp;above the other</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Zwei ü&amp;bereinander</translation>
+    </message>
+    <message>
+        <source>S&amp;hading</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Schattierung</translation>
+    </message>
+    <message>
+        <source>&amp;Plain</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Ein&amp;fach</translation>
+    </message>
+    <message>
+        <source>With the &amp;edges of triangles</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Mit &amp;Kanten der Dreiecke</translation>
+    </message>
+    <message>
+        <source>&amp;Rigs shine through</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Rigs scheinen durch</translation>
     </message>
     <message>
         <source>Scenes (*.glb *.gltf)</source>
@@ -6392,6 +6457,14 @@
         <source>Speed (Faster/Slower)</source>
         <extracomment>Turntable input</extracomment>
         <translation>Tempo (Schneller/Langsamer)</translation>
+    </message>
+    <message>
+        <source>&amp;Panes</source>
+        <translation type="vanished">A&amp;nsichten</translation>
+    </message>
+    <message>
+        <source>&amp;Edges of triangles</source>
+        <translation type="vanished">&amp;Kanten der Dreiecke</translation>
     </message>
     <message>
         <source>Autosave</source>

@@ -440,7 +440,7 @@ void StagePane::AddFollowEntries(QMenu& menu) {
 }
 
 void StagePane::AddPaneEntries(QMenu& menu) {
-  QMenu* panes = menu.addMenu(Shown(Translate("&Panes")));
+  QMenu* panes = menu.addMenu(Shown(Translate("Pa&nes")));
   const std::string texts[] = {Translate("&One"), Translate("Two &side by side"),
                                Translate("Two one &above the other")};
   for (std::size_t i = 0; i < std::size(texts); ++i)
