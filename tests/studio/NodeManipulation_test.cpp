@@ -35,7 +35,10 @@ void ExpectEqual(const SceneNode& a, const SceneNode& b, double time) {
 
 class NodeManipulation : public WindowsTest {
  protected:
-  NodeManipulation() { FillScene(session.GetScene()); }
+  NodeManipulation() {
+    FillScene(session.GetScene());
+    browser.GetNodes();  // which numbers them
+  }
 
   void Select(std::initializer_list<const char*> names) {
     std::vector<int> keys;

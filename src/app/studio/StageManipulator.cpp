@@ -51,13 +51,13 @@ QString QText(const std::string& text) {
 std::string SpaceText(view::Space space) {
   switch (space) {
     case view::Space::kLocal:
-      return Translate("own axes");
+      return Translate("Own axes");
     case view::Space::kParent:
-      return Translate("the parent's axes");
+      return Translate("Axes of the parent");
     case view::Space::kNode:
-      return Translate("axes of the chosen node");
+      return Translate("Axes of the chosen node");
     default:
-      return Translate("the world's axes");
+      return Translate("Axes of the world");
   }
 }
 
@@ -170,9 +170,13 @@ void StageManipulator::AddTo(QMenu& menu) {
 
 // --- the mouse ---
 
+QRect StageManipulator::GetPane() const {
+  return m_view.GetPlace(m_view.GetActive());
+}
+
 Hand StageManipulator::HandAt(const QPointF& at, Qt::KeyboardModifiers keys) {
   m_at = at;
-  const QPointF within = at - m_view.GetPlace(m_view.GetActive()).topLeft();
+  const QPointF within = at - GetPane().topLeft();
   return {
       {within.x(), within.y()}, bool(keys & Qt::ControlModifier), bool(keys & Qt::ShiftModifier)};
 }
@@ -197,8 +201,9 @@ bool StageManipulator::OnPress(QMouseEvent& event) {
 }
 
 bool StageManipulator::OnMove(QMouseEvent& event) {
-  const Hand hand = HandAt(event.localPos(), event.modifiers());
+  Hand hand = HandAt(event.localPos(), event.modifiers());
   if (!m_manipulator.IsDragging()) {
+    if (!GetPane().contains(event.pos())) hand.at = {-1e6, -1e6};  // beside all handles
     if (m_manipulator.Hover(hand)) m_view.update();
     return false;
   }
@@ -241,7 +246,7 @@ bool StageManipulator::IsOurs(const QKeyEvent& event) const {
            event.key() == Qt::Key_End;
   const bool isArrow = (event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down) ||
                        event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown;
-  return isArrow && keys & Qt::AltModifier && !(keys & (Qt::ControlModifier | Qt::MetaModifier)) &&
+  return isArrow && keys & Qt::ControlModifier && !(keys & (Qt::AltModifier | Qt::MetaModifier)) &&
          m_manipulator.GetOptions().tool != Tool::kNone;
 }
 
@@ -408,10 +413,16 @@ void StageManipulator::ShowNumbers() {
 
 void StageManipulator::ShowStatus(const std::string& text) {
   if (!m_status || text.empty()) return;
+  const QRect pane = GetPane();
+  const int space = gui::component::qt::Scaled(8), room = pane.width() - 2 * space;
   m_status->setText(QText(text));
+  m_status->setWordWrap(false);
   m_status->adjustSize();
-  const int space = gui::component::qt::Scaled(8);
-  m_status->move(space, m_view.height() - m_status->height() - space);
+  if (m_status->width() > room) {
+    m_status->setWordWrap(true);
+    m_status->resize(room, m_status->heightForWidth(room));
+  }
+  m_status->move(pane.x() + space, pane.y() + pane.height() - m_status->height() - space);
   m_status->show();
   if (m_manipulator.IsDragging())
     m_statusTime.stop();

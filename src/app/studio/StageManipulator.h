@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 #include <functional>
 #include <string>
@@ -20,8 +21,8 @@ namespace view {
 class StageView;
 }
 
-/// A view's mouse and keys as a manipulator wants them, and its numbers beside the pointer. One a
-/// view; they share the nodes and, by what is kept, the user's choices.
+/// A view's mouse and keys as a manipulator wants them, and its numbers beside the pointer. The
+/// handles stand in the active pane.
 class StageManipulator : public view::StageInteractor {
  public:
   /// All outlive this one, but for the view.
@@ -37,6 +38,7 @@ class StageManipulator : public view::StageInteractor {
   void AddTo(QMenu& menu);
 
   // StageInteractor
+  bool IsBusy() const override { return m_manipulator.IsDragging(); }
   bool OnPress(QMouseEvent& event) override;
   bool OnMove(QMouseEvent& event) override;
   bool OnRelease(QMouseEvent& event) override;
@@ -60,6 +62,7 @@ class StageManipulator : public view::StageInteractor {
   void Cancel();
   void End();
   view::Manipulator::Hand HandAt(const QPointF& at, Qt::KeyboardModifiers keys);
+  QRect GetPane() const;
   void ShowNumbers();
   std::string GetNumbers() const;
   std::string GetHint() const;

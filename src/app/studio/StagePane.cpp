@@ -181,6 +181,8 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   for (auto& note : m_notes) {
     note = new QLabel(m_view);
     note->setAttribute(Qt::WA_TransparentForMouseEvents);
+    note->setAutoFillBackground(true);  // the picture below it may be of any colour
+    note->setMargin(gui::component::qt::Scaled(2));
   }
   TakeChoices();
   OnNodeSelection();
@@ -221,15 +223,16 @@ void StagePane::ShowNotes() {
   for (std::size_t picture = 0; picture < m_notes.size(); ++picture) {
     QLabel* note = m_notes[picture];
     if (!note) continue;
-    const QString text = Shown(NoteOf(picture));
+    const int within = picture == kInset ? space / 2 : space;
+    const QRect room = m_view->GetPlace(picture).adjusted(within, within, -within, -within);
+    const QString text = note->fontMetrics().elidedText(Shown(NoteOf(picture)), Qt::ElideRight,
+                                                        room.width() - 2 * note->margin());
     if (note->text() != text) {
       note->setText(text);
       note->adjustSize();
     }
     note->setVisible(!text.isEmpty());
-    const int within = picture == kInset ? space / 2 : space;
-    const QPoint at = m_view->GetPlace(picture).topLeft() + QPoint(within, within);
-    if (note->pos() != at) note->move(at);
+    if (note->pos() != room.topLeft()) note->move(room.topLeft());
   }
 }
 
@@ -438,7 +441,7 @@ void StagePane::AddFollowEntries(QMenu& menu) {
 }
 
 void StagePane::AddPaneEntries(QMenu& menu) {
-  QMenu* panes = menu.addMenu(Shown(Translate("&Panes")));
+  QMenu* panes = menu.addMenu(Shown(Translate("Pa&nes")));
   const std::string texts[] = {Translate("&One"), Translate("Two &side by side"),
                                Translate("Two one &above the other")};
   for (std::size_t i = 0; i < std::size(texts); ++i)

@@ -264,10 +264,14 @@ void Renderer::UseLevels(GpuMesh& mesh, const MeshLevels* levels) {
 void Renderer::DropUnused(const FramePacket& packet) {
   constexpr std::uint64_t kPatience = 8;  ///< more than there are pictures at once
   ++m_draws;
-  if (m_structure != packet.structure) m_dropAt = m_draws + kPatience;
-  m_structure = packet.structure;
+  if (m_structure != packet.structure) {
+    m_structure = packet.structure;
+    m_changedAt = m_draws;
+    // One that is due comes first, or changes in a row would put it off for ever.
+    if (m_draws > m_dropAt) m_dropAt = m_draws + kPatience;
+  }
   if (m_draws > m_dropAt) return;
-  for (const auto* batches : {&packet.batches, &packet.blended})
+  for (const auto* batches : {&packet.batches, &packet.blended, &packet.ghosts})
     for (const Batch& batch : *batches)
       if (const auto held = m_meshes.find(batch.mesh->id); held != m_meshes.end())
         held->second->used = m_draws;
@@ -276,6 +280,7 @@ void Renderer::DropUnused(const FramePacket& packet) {
       if (const auto held = m_textures.find(material.texture->id); held != m_textures.end())
         held->second.used = m_draws;
   if (m_draws < m_dropAt) return;
+  m_dropAt = std::max(m_dropAt, m_changedAt + kPatience);
   for (auto at = m_meshes.begin(); at != m_meshes.end();) {
     if (at->second->used + kPatience > m_draws) {
       ++at;

@@ -110,9 +110,9 @@ class Renderer {
   std::vector<int> m_rangeCounts;
   std::vector<const void*> m_rangeOffsets;
   std::uint64_t m_structure = 0;
-  /// Pictures so far, and the one that drops what none has shown since the structure changed:
-  /// several packets may take turns.
-  std::uint64_t m_draws = 0, m_dropAt = 0;
+  /// Pictures so far, the one with the latest structure first, and the one that drops what none
+  /// has shown for a while: several packets may take turns.
+  std::uint64_t m_draws = 0, m_changedAt = 0, m_dropAt = 0;
   std::array<float, 16> m_viewProjection{};
   std::array<float, 4> m_plain{};  ///< colour of kShadePlain
   Counts m_counts;

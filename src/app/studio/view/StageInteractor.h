@@ -14,6 +14,8 @@ struct FramePacket;
 class StageInteractor {
  public:
   virtual ~StageInteractor() = default;
+  /// Whether something goes on that all events belong to.
+  virtual bool IsBusy() const = 0;
   virtual bool OnPress(QMouseEvent& event) = 0;
   virtual bool OnMove(QMouseEvent& event) = 0;
   virtual bool OnRelease(QMouseEvent& event) = 0;

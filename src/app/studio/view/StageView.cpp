@@ -25,7 +25,7 @@ constexpr int kClickReach = 4;
 constexpr int kGap = 2;          ///< between two panes (pixels of the desktop)
 constexpr int kInsetMargin = 8;  ///< from the pane's edges (pixels of the desktop)
 /// Parts of the pane's width and height that an inset takes up at most.
-constexpr double kInsetSize = 0.32;
+constexpr double kInsetWidth = 0.45, kInsetHeight = 0.32;
 constexpr int kLevelSlice = 6;   ///< ms of work between two looks at the events
 constexpr int kRestPause = 300;  ///< ms without a picture, until one is drawn that stays
 
@@ -185,7 +185,8 @@ bool StageView::IsShown(std::size_t picture) const {
 QRect StageView::GetPlace(std::size_t picture) const {
   if (picture == kInset) {
     const QRect pane = GetPlace(0);
-    const double most = kInsetSize * std::min<double>(pane.width(), pane.height() * m_insetAspect);
+    const double most =
+        std::min(kInsetWidth * pane.width(), kInsetHeight * pane.height() * m_insetAspect);
     const int width = std::max(1, static_cast<int>(std::lround(most)));
     const int height = std::max(1, static_cast<int>(std::lround(most / m_insetAspect)));
     return {pane.right() + 1 - kInsetMargin - width, pane.bottom() + 1 - kInsetMargin - height,
@@ -369,6 +370,7 @@ void StageView::Pick(const QRect& part, PickMode mode) {
 
 void StageView::mousePressEvent(QMouseEvent* event) {
   if (m_button != Qt::NoButton) return;
+  if (m_interactor && m_interactor->IsBusy() && m_interactor->OnPress(*event)) return;
   // With another button held the hand stays in its pane.
   const std::size_t before = m_active;
   if (event->buttons() == event->button()) SetActive(m_pointed = PictureAt(event->pos()));
