@@ -18,11 +18,18 @@
 #include "adaptor/headless/GltfWriter.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessDocument.h"
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
 #include "app/studio/view/Graphics.h"
 #include "app/studio/view/Renderer.h"
 #include "app/studio/view/SceneFrames.h"
+#include "app/studio/view/overlay/OverlayView.h"
 #include "app/studio/view/packet/ViewCamera.h"
+#include "core/CoreImplementation.h"
+#include "core/config/ConfigElement.h"
+#include "core/instances/Instance.h"
+#include "plugins/release/all/AllRigs.h"
 #include "util/CMesh.h"
 
 namespace {
@@ -142,11 +149,17 @@ class Film {
     ChooseGrid(m_eye, m_packet.grid);
     SetEye(m_packet, m_eye.GetPose(), optics, kAspect);
     m_frames.Write(0, m_packet);
+    m_packet.lines.clear();
+    if (m_overlay) {
+      m_overlay->Read();
+      m_overlay->Write(m_packet, kHeight);
+    }
     Screen::Get().GetRenderer().Draw(m_packet, {0, 0, kWidth, kHeight});
     Screen::Get().Finish();
   }
   SceneFrames& GetFrames() { return m_frames; }
   FramePacket& GetPacket() { return m_packet; }
+  void SetOverlay(OverlayView* overlay) { m_overlay = overlay; }
 
  private:
   static constexpr double kAspect = static_cast<double>(kWidth) / kHeight;
@@ -154,6 +167,7 @@ class Film {
   SceneFrames m_frames;
   FramePacket m_packet;
   OrbitEye m_eye;
+  OverlayView* m_overlay = nullptr;
 };
 
 /// True where there is something to measure with. A run of the tests does without it aloud.
@@ -215,6 +229,49 @@ void HundredCars(benchmark::State& state) {
       state, [](Scene& scene, int) { FillWithCars(scene); }, 0, Show::kScene);
 }
 
+/// A hundred cars that have driven twice, with other parameters. 0: the scene alone, 1: with the
+/// overlay as it is at first, 2: with all of it, of as many rigs as it shows.
+void DrivenCars(benchmark::State& state) {
+  if (!HasScreen(state)) return;
+  HeadlessSession session(orv::rws::addon::AllRigs());
+  auto& core = session.GetCore();
+  session.GetScene().SetRange(0.0, kFrames * 0.04);
+  orv::util::AVar_Linear<double> gas;
+  for (int i = 0; i <= kFrames; ++i) gas.set(i * 0.04, i < 3 ? 0.0 : 1.0);
+  std::vector<int> rows;
+  for (int i = 0; i < 100; ++i) {
+    auto* rig = core.CreateToolFromFactory("4WheelerExt", "Car" + std::to_string(i));
+    Trs pose = static_cast<HeadlessNode*>(rig->GetNodes().front())->GetSceneNode()->GetPose();
+    pose.translation = {8.0 * (i % 10), 0.54, 8.0 * (i / 10)};
+    static_cast<HeadlessNode*>(rig->GetNodes().front())->GetSceneNode()->SetPose(pose);
+    rig->SetTrack(0, gas);
+    rows.push_back(rig->GetIdentity());
+  }
+  Overlay overlay(core, session.GetAdaptor());
+  if (state.range(0) == 2) {
+    core.SetSelection(rows);
+    for (int kind = 0; kind < kOverlayKindCount; ++kind)
+      overlay.Show(static_cast<OverlayKind>(kind), true);
+  }
+  Film film(session.GetAdaptor());
+  OverlayView view(overlay, film.GetFrames());
+  for (const char* maximum : {"3", "2"}) {
+    std::string problem;
+    for (auto* rig : core.List(false))
+      for (auto* element : rig->GetConfig().FindAll("Gas Pedal (Forw/Backw) Maximum"))
+        core.EditParameter(*rig, element->GetId(), maximum, problem);
+    core.BeginResimulation(0.0, kFrames * 0.04);
+    while (core.StepResimulation()) overlay.Read();
+    core.EndResimulation();
+  }
+  if (state.range(0) > 0) film.SetOverlay(&view);
+  film.Picture(0);
+  int frame = kFrames / 2;  // by then the two drives have parted
+  for (auto _ : state) film.Picture(++frame);
+  state.counters["draws"] = Screen::Get().GetRenderer().GetCounts().all;
+  state.counters["ghosts"] = static_cast<double>(film.GetPacket().ghostInstances.size());
+}
+
 /// The work that a scene of a million triangles leaves for idle moments.
 void MakeLevels(benchmark::State& state) {
   auto mesh = std::make_shared<MeshData>(MakeMeshData(Sheet(708, 700.0, 2.0)));
@@ -269,6 +326,7 @@ BENCHMARK(WithGridAndOutline)
     ->UseRealTime();
 BENCHMARK(WithLevels)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(HundredCars)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(DrivenCars)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(MakeLevels)->Unit(benchmark::kMillisecond);
 BENCHMARK(PacketAlone)->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenAMillion)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -139,7 +139,7 @@ TEST(MeshLevels, AreTakenByTheErrorInPixels) {
     SetEye(packet, eye.GetPose(), {}, 16.0 / 9.0);
     for (int row = 0; row < 3; ++row)
       packet.instances[0].pose[4 * row + 3] = static_cast<float>(-packet.origin[row]);
-    LevelChoice(packet, kHeight).Choose(packet, batch, levels.get(), ranges);
+    LevelChoice(packet, kHeight).Choose(packet.instances.data(), batch, levels.get(), ranges);
     std::size_t triangles = 0;
     for (const auto& range : ranges) triangles += range.count / 3;
     return triangles;

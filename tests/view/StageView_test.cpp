@@ -404,4 +404,64 @@ TEST_F(StageView, DrawsCoarserMeshesThatLookTheSame) {
   EXPECT_LT(changed, exact.width() * exact.height() / 200);
 }
 
+TEST_F(StageView, DrawsLinesOfAnyWidthAlsoWhereTheyAreHidden) {
+  scene.AddNode("Box").SetMesh(Box(1, 1, 1));
+  app::view::StageView view(frames, Quality::kFixed);
+  LineSet hidden, onTop;
+  onTop.onTop = true;
+  bool isShown = false;
+  view.linesWanted = [&](FramePacket& packet) {
+    if (!isShown) return;
+    hidden.Begin(packet.origin);
+    onTop.Begin(packet.origin);
+    // Behind the box, on top of it, from far ahead to behind the eye, and a point.
+    hidden.AddLine({-50, 0, -3}, {50, 0, -3}, {255, 0, 0, 255}, 6.0f);
+    onTop.AddLine({-50, 0.5, -3}, {50, 0.5, -3}, {0, 255, 0, 255}, 6.0f);
+    hidden.AddLine({2.0, -3.0, -1e4}, {2.0, -3.0, 1e4}, {255, 255, 0, 255}, 2.0f);
+    onTop.AddPoint({0, -0.5, 0}, {0, 0, 255, 255}, 20.0f);
+    onTop.AddPoint({NAN, 0, 0}, {0, 0, 255, 255}, 20.0f);
+    packet.lines = {&hidden, &onTop};
+  };
+  Show(view);
+  OrbitEye eye = view.GetEye();
+  eye.yaw = eye.pitch = 0.0;
+  eye.target = {};
+  eye.distance = 8.0;
+  view.SetEye(eye);
+  view.SetGridVisible(false);
+  const QImage before = view.grabFramebuffer();
+  isShown = true;
+  const QImage after = view.grabFramebuffer();
+  const auto count = [&](int x0, int x1, auto&& is) {
+    int sum = 0;
+    for (int x = x0; x < x1; ++x)
+      for (int y = 0; y < 360; ++y) {
+        const QColor now = after.pixelColor(x, y), was = before.pixelColor(x, y);
+        sum += now != was && is(now, was);
+      }
+    return sum;
+  };
+  const auto isRed = [](const QColor& now, const QColor&) { return now.red() == 255; };
+  const auto isReddish = [](const QColor& now, const QColor& was) {
+    return now.red() > was.red() && now.red() < 250 && now.blue() < was.blue();
+  };
+  const auto isGreen = [](const QColor& now, const QColor&) {
+    return now.green() == 255 && now.red() == 0;
+  };
+  const auto isBlue = [](const QColor& now, const QColor&) { return now.blue() == 255; };
+  EXPECT_NEAR(count(10, 110, isRed), 600, 110) << "beside the box";
+  EXPECT_EQ(count(310, 330, isRed), 0);
+  EXPECT_NEAR(count(310, 330, isReddish), 120, 45) << "behind it";
+  EXPECT_NEAR(count(310, 330, isGreen), 120, 21) << "over it";
+  EXPECT_NEAR(count(0, 640, isBlue), 314, 40) << "a disc";
+  EXPECT_GT(count(320, 640,
+                  [](const QColor& now, const QColor&) {
+                    return now.red() > 200 && now.green() > 200 && now.blue() < 100;
+                  }),
+            90)
+      << "the part ahead of the eye";
+  // Nothing of it is picked.
+  for (const std::uint32_t id : view.ReadIds(view.rect())) ASSERT_LE(id, 1u);
+}
+
 }  // namespace orv::tests

@@ -41,7 +41,7 @@ class HeadlessBrowser : public rws::core::windows::SceneBrowser,
   std::vector<int> GetDriven(int rigRow) override;
   int GetKey(const rws::adaptor::headless::SceneNode& node) { return KeyOf(node); }
   /// Null for a node that is gone.
-  const rws::adaptor::headless::SceneNode* GetNode(int key) { return Find(key); }
+  rws::adaptor::headless::SceneNode* GetNode(int key) { return Find(key); }
   bool GetPose(int key, Space space, Pose& pose) override;
   std::string SetPose(int key, Space space, const Pose& pose) override;
   std::string MoveUnder(const std::vector<int>& keys, int parent) override;

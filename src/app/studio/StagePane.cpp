@@ -8,6 +8,7 @@
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
 #include "app/studio/HeadlessBrowser.h"
+#include "app/studio/StageManipulator.h"
 #include "app/studio/view/Graphics.h"
 #include "core/CoreImplementation.h"
 #include "core/services/Log.h"
@@ -78,7 +79,11 @@ StagePane::StagePane(rws::core::CoreImplementation& core,
       m_host(host),
       m_browser(browser),
       m_quality(isFixedQuality ? view::Quality::kFixed : view::Quality::kByMachine),
-      m_frames(host) {
+      m_frames(host),
+      m_nodes(core, host, browser, m_frames),
+      m_overlay(core, host),
+      m_overlayView(m_overlay, m_frames) {
+  m_nodes.changed = [this] { Update(); };
   m_host.GetObservers().Add(*this);
   m_browser.AddObserver(*this);
   m_later.setSingleShot(true);
@@ -109,6 +114,13 @@ void StagePane::Keep(const char* key, const std::string& value) {
 }
 
 void StagePane::TakeChoices() {
+  // A kind that a user has not chosen keeps what it begins with.
+  for (std::size_t i = 0; i < view::kOverlayKindCount; ++i) {
+    const std::string kept = GetKept(view::GetOverlayKinds()[i].key);
+    m_overlay.Show(static_cast<view::OverlayKind>(i),
+                   kept.empty() ? view::GetOverlayKinds()[i].isShown : kept == "yes");
+  }
+  Update();
   if (!m_view) return;
   m_view->SetNavigation(GetKept("navigation") == "maya" ? NavigationPreset::kMaya
                                                         : NavigationPreset::kBlender);
@@ -118,6 +130,7 @@ void StagePane::TakeChoices() {
   m_view->SetLayout(ChoiceOf<PaneLayout>(kLayouts, GetKept("panes")));
   m_view->SetInsetVisible(GetKept("inset") == "yes");
   ChooseInset();
+  m_hands->TakeChoices();
 }
 
 // --- the widget ---
@@ -150,6 +163,7 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   m_view->keyPressed = [this](int key, bool shift) { return PressKey(key, shift); };
   m_view->isBusy = [this] { return m_core.GetRunState() != rws::core::RunState::kIdle; };
   m_view->painted = [this] { NotePicture(); };
+  ConnectOverlay();
   m_view->failed = [this](const std::string& problem) {
     rws::core::LogEntry(rws::core::LogLevel::kWarning, "No view of the scene: " + problem);
     m_problem = problem;
@@ -159,14 +173,36 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
       view->deleteLater();
     });
   };
+  auto hands = std::make_unique<StageManipulator>(m_core, m_nodes, *m_view);
+  m_hands = hands.get();
+  m_hands->kept = [this](const char* key) { return GetKept(key); };
+  m_hands->keep = [this](const char* key, const std::string& value) { Keep(key, value); };
+  m_view->SetInteractor(std::move(hands));
   for (auto& note : m_notes) {
     note = new QLabel(m_view);
     note->setAttribute(Qt::WA_TransparentForMouseEvents);
+    note->setAutoFillBackground(true);  // the picture below it may be of any colour
+    note->setMargin(gui::component::qt::Scaled(2));
   }
   TakeChoices();
   OnNodeSelection();
   m_view->FrameNext();
   return m_view;
+}
+
+void StagePane::ConnectOverlay() {
+  m_view->linesWanted = [this](view::FramePacket& packet) {
+    m_overlayView.Read();
+    m_overlayView.Write(packet, m_view->GetPlace(m_view->NumberOf(packet)).height());
+  };
+  m_view->hasTexts = [this] { return m_overlayView.HasTexts(); };
+  m_view->paintOver = [this](QPainter& painter) {
+    for (std::size_t picture = 0; picture < kInset; ++picture)
+      if (m_view->IsShown(picture))
+        m_overlayView.PaintNames(painter, m_view->GetPicture(picture).packet,
+                                 m_view->GetPlace(picture), m_view->palette());
+    m_overlayView.Paint(painter, m_view->size(), m_view->palette());
+  };
 }
 
 std::string StagePane::NoteOf(std::size_t picture) const {
@@ -187,15 +223,16 @@ void StagePane::ShowNotes() {
   for (std::size_t picture = 0; picture < m_notes.size(); ++picture) {
     QLabel* note = m_notes[picture];
     if (!note) continue;
-    const QString text = Shown(NoteOf(picture));
+    const int within = picture == kInset ? space / 2 : space;
+    const QRect room = m_view->GetPlace(picture).adjusted(within, within, -within, -within);
+    const QString text = note->fontMetrics().elidedText(Shown(NoteOf(picture)), Qt::ElideRight,
+                                                        room.width() - 2 * note->margin());
     if (note->text() != text) {
       note->setText(text);
       note->adjustSize();
     }
     note->setVisible(!text.isEmpty());
-    const int within = picture == kInset ? space / 2 : space;
-    const QPoint at = m_view->GetPlace(picture).topLeft() + QPoint(within, within);
-    if (note->pos() != at) note->move(at);
+    if (note->pos() != room.topLeft()) note->move(room.topLeft());
   }
 }
 
@@ -229,6 +266,7 @@ void StagePane::NotePicture() {
   QTimer::singleShot(0, &m_later, [this] {
     m_isPainting = false;
     m_end = m_cost = m_since.elapsed();
+    m_overlayView.SetCost(static_cast<double>(m_cost));
     if (m_isWanted) Update();
     ChooseInset();
     ShowNotes();
@@ -245,6 +283,7 @@ void StagePane::OnNodeSelection() {
   for (const int key : m_browser.GetSelection())
     if (const SceneNode* node = m_browser.GetNode(key)) nodes.push_back(node);
   const SceneNode* latest = nodes.empty() ? nullptr : nodes.back();
+  m_overlay.Select(nodes);
   m_frames.Select(std::move(nodes));
   if (latest && latest->GetLens()) m_frames.LookThrough(latest, kInset);
   Update();
@@ -346,6 +385,7 @@ void StagePane::OpenMenu(const QPoint& at) {
   AddEntry(*menu, Translate("Show the &selection") + "\tF", [this] {
     m_view->FrameSelected();
   })->setEnabled(!m_browser.GetSelection().empty());
+  m_hands->AddTo(*menu);
   menu->addSeparator();
   AddCameraEntries(*menu);
   AddFollowEntries(*menu);
@@ -355,6 +395,7 @@ void StagePane::OpenMenu(const QPoint& at) {
   const bool grid = m_view->IsGridVisible(),
              maya = m_view->GetNavigation() == NavigationPreset::kMaya;
   AddChoice(*menu, Translate("&Grid"), grid, [this, grid] { Keep("grid", grid ? "no" : ""); });
+  AddOverlayMenu(*menu->addMenu(Shown(Translate("&Overlay"))));
   QMenu* hands = menu->addMenu(Shown(Translate("&Mouse as in")));
   AddChoice(*hands, "&Blender", !maya, [this] { Keep("navigation", ""); });
   AddChoice(*hands, "&Maya", maya, [this] { Keep("navigation", "maya"); });
@@ -401,7 +442,7 @@ void StagePane::AddFollowEntries(QMenu& menu) {
 }
 
 void StagePane::AddPaneEntries(QMenu& menu) {
-  QMenu* panes = menu.addMenu(Shown(Translate("&Panes")));
+  QMenu* panes = menu.addMenu(Shown(Translate("Pa&nes")));
   const std::string texts[] = {Translate("&One"), Translate("Two &side by side"),
                                Translate("Two one &above the other")};
   for (std::size_t i = 0; i < std::size(texts); ++i)
@@ -417,6 +458,18 @@ void StagePane::AddShadingEntries(QMenu& menu) {
   for (std::size_t i = 0; i < std::size(texts); ++i)
     AddChoice(*shadings, texts[i], m_view->GetShading() == static_cast<Shading>(i),
               [this, i] { SetShading(static_cast<Shading>(i)); });
+}
+
+void StagePane::AddOverlayMenu(QMenu& menu) {
+  for (std::size_t i = 0; i < view::kOverlayKindCount; ++i) {
+    const view::OverlayKindText& kind = view::GetOverlayKinds()[i];
+    const bool isShown = m_overlay.IsShown(static_cast<view::OverlayKind>(i));
+    QAction* entry = menu.addAction(Shown(Translate(kind.text)));
+    entry->setCheckable(true);
+    entry->setChecked(isShown);
+    QObject::connect(entry, &QAction::triggered,
+                     [this, key = kind.key, isShown] { Keep(key, isShown ? "no" : "yes"); });
+  }
 }
 
 }  // namespace orv::app

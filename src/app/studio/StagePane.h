@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
+#include "app/studio/NodeManipulation.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StageView.h"
+#include "app/studio/view/overlay/OverlayView.h"
 #include "core/windows/SceneBrowser.h"
 #include "gui/component/qt/ViewHandler.h"
 
@@ -27,6 +29,7 @@ class WindowSettings;
 namespace orv::app {
 
 class HeadlessBrowser;
+class StageManipulator;
 
 /// Shows the scene at its time, in takes too, and shares the selection of the trees. Where there is
 /// no OpenGL a text says so in the picture's place, and all else goes on.
@@ -41,6 +44,8 @@ class StagePane : public gui::component::qt::ViewHandler,
 
   /// Where the user's choices are kept; null for nowhere.
   void SetSettings(rws::core::windows::WindowSettings* settings);
+  /// For the line about pictures a second.
+  void SetLatency(const view::PictureLatency& latency) { m_overlayView.SetLatency(latency); }
 
   /// The camera that is looked through; null without one.
   const rws::adaptor::headless::SceneNode* GetCamera() const {
@@ -84,9 +89,11 @@ class StagePane : public gui::component::qt::ViewHandler,
   void ChooseInset();
   void ShowNotes();
   std::string NoteOf(std::size_t picture) const;
+  void AddOverlayMenu(QMenu& menu);
   void Keep(const char* key, const std::string& value);
   std::string GetKept(const char* key) const;
   void TakeChoices();
+  void ConnectOverlay();
 
   rws::core::CoreImplementation& m_core;
   rws::adaptor::headless::HeadlessAdaptor& m_host;
@@ -94,7 +101,11 @@ class StagePane : public gui::component::qt::ViewHandler,
   rws::core::windows::WindowSettings* m_settings = nullptr;
   view::Quality m_quality;
   view::SceneFrames m_frames;
+  NodeManipulation m_nodes;
+  view::Overlay m_overlay;
+  view::OverlayView m_overlayView;
   QPointer<view::StageView> m_view;
+  StageManipulator* m_hands = nullptr;  ///< the view's own
   /// Of each picture: the grid's step, or which camera is looked through.
   std::array<QPointer<QLabel>, view::kPictures> m_notes;
   std::string m_problem;          ///< why there is no picture

@@ -18,6 +18,8 @@ enum RigExtension : int {
                     ///< began now: 1
   kStandingHeight = 3,  ///< a rig that stands on its ground: `a`, a double*, gets the height of
                         ///< its first node over its foot as they are now (m): 1
+  kTellMarks = 5,       ///< appends to the RigMarks in `a` what the rig shows of its work at their
+                        ///< time: 1. Asked between frames, in takes too; changes nothing
 };
 
 /// One rig. The core calls it on the host's main thread; no operation may block or pump events.

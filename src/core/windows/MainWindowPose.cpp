@@ -1,6 +1,7 @@
 #include "core/windows/MainWindowPose.h"
 
 #include "core/CoreImplementation.h"
+#include "core/windows/LengthUnit.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MainWindowScene.h"
 #include "gui/GuiMessages.h"
@@ -24,26 +25,6 @@ double& NumberOf(SceneBrowser::Pose& pose, int number) {
   return number % 3 == 0 ? vector.x : number % 3 == 1 ? vector.y : vector.z;
 }
 
-struct Unit {
-  double perMetre;
-  const char* name;
-};
-
-Unit UnitOf(Preferences::LengthUnit unit) {
-  switch (unit) {
-    case Preferences::LengthUnit::kCentimetres:
-      return {100.0, "cm"};
-    case Preferences::LengthUnit::kMillimetres:
-      return {1000.0, "mm"};
-    case Preferences::LengthUnit::kFeet:
-      return {1.0 / 0.3048, "ft"};
-    case Preferences::LengthUnit::kInches:
-      return {1.0 / 0.0254, "in"};
-    default:
-      return {1.0, "m"};
-  }
-}
-
 }  // namespace
 
 void MainWindowPose::OnBuilt() {
@@ -53,7 +34,7 @@ void MainWindowPose::OnBuilt() {
 }
 
 void MainWindowPose::OnSettingsChanged() {
-  const Unit unit = UnitOf(GetCore().GetPreferences().units);
+  const LengthUnit unit = UnitOf(GetCore().GetPreferences().units);
   m_unit = unit.perMetre;
   for (int i = 0; i < 6; ++i)
     With<Spinner>(kNodeNumbers + i,

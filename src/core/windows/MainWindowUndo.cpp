@@ -19,16 +19,17 @@ using gui::componentinterface::ListBox;
 /// What begins the names of steps that end with a name or a parameter's label, the longer before
 /// those that they begin with.
 constexpr const char* kSteps[] = {
-    Translatable("Add %1"),     Translatable("Change response of %1"),
-    Translatable("Change %1"),  Translatable("Check %1"),
-    Translatable("Clone %1"),   Translatable("Create group %1"),
-    Translatable("Create %1"),  Translatable("Delete group %1"),
-    Translatable("Delete %1"),  Translatable("Fit %1"),
-    Translatable("Import %1"),  Translatable("Map %1"),
-    Translatable("Move %1"),    Translatable("Place %1"),
-    Translatable("Rename %1"),  Translatable("Reset %1"),
-    Translatable("Select %1"),  Translatable("SetParent %1"),
-    Translatable("Uncheck %1"),
+    Translatable("Add %1"),    Translatable("Change response of %1"),
+    Translatable("Change %1"), Translatable("Check %1"),
+    Translatable("Clone %1"),  Translatable("Create group %1"),
+    Translatable("Create %1"), Translatable("Delete group %1"),
+    Translatable("Delete %1"), Translatable("Drop %1"),
+    Translatable("Fit %1"),    Translatable("Import %1"),
+    Translatable("Map %1"),    Translatable("Move %1"),
+    Translatable("Place %1"),  Translatable("Rename %1"),
+    Translatable("Reset %1"),  Translatable("Scale %1"),
+    Translatable("Select %1"), Translatable("SetParent %1"),
+    Translatable("Turn %1"),   Translatable("Uncheck %1"),
 };
 
 /// Hosts and scenes hold the names of steps in English.

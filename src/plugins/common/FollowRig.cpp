@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "core/interface/RigMarks.h"
 #include "plugins/common/History.h"
 #include "plugins/common/NodeScale.h"
 
@@ -50,6 +51,15 @@ void FollowRig::OnCallback(std::string name) {
   } else {
     m_hideModes.OnCallback(*m_pInterface, *this, name);
   }
+}
+
+std::intptr_t FollowRig::Extension(int code, void* a, void* b) {
+  if (code != kTellMarks || !a) return CCamera::Extension(code, a, b);
+  auto& marks = *static_cast<RigMarks*>(a);
+  if (m_attachedCam.IsBound())
+    marks.targets.push_back({m_followCamNode.ReadMatrix(marks.time).translation(),
+                             m_attachedCam.ReadMatrix(marks.time).translation()});
+  return 1;
 }
 
 }  // namespace orv::rws::addon

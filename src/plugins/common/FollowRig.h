@@ -57,6 +57,8 @@ class FollowRig : public Rig {
   int Create() override;
   int Restore() override;
   void OnCallback(std::string name) override;
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellMarks); }
 
  protected:
   /// `followCam` is the derived rig's.

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <unordered_set>
 
+#include "app/studio/view/LinesPass.h"
 #include "app/studio/view/Shaders.h"
 
 namespace orv::app::view {
@@ -98,6 +99,11 @@ bool Renderer::Begin(std::string& problem) {
   auto program = std::make_unique<Program>();
   if (!Build(*program, MeshShader(0), problem)) return false;
   m_programs[0] = std::move(program);
+  Program strokes, corners;
+  if (!Build(strokes, LinesPass::StrokeShader(), problem) ||
+      !Build(corners, LinesPass::CornerShader(), problem))
+    return false;
+  m_lines = std::make_unique<LinesPass>(*m_gl, strokes.name, corners.name);
   return true;
 }
 
@@ -258,10 +264,14 @@ void Renderer::UseLevels(GpuMesh& mesh, const MeshLevels* levels) {
 void Renderer::DropUnused(const FramePacket& packet) {
   constexpr std::uint64_t kPatience = 8;  ///< more than there are pictures at once
   ++m_draws;
-  if (m_structure != packet.structure) m_dropAt = m_draws + kPatience;
-  m_structure = packet.structure;
+  if (m_structure != packet.structure) {
+    m_structure = packet.structure;
+    m_changedAt = m_draws;
+    // One that is due comes first, or changes in a row would put it off for ever.
+    if (m_draws > m_dropAt) m_dropAt = m_draws + kPatience;
+  }
   if (m_draws > m_dropAt) return;
-  for (const auto* batches : {&packet.batches, &packet.blended})
+  for (const auto* batches : {&packet.batches, &packet.blended, &packet.ghosts})
     for (const Batch& batch : *batches)
       if (const auto held = m_meshes.find(batch.mesh->id); held != m_meshes.end())
         held->second->used = m_draws;
@@ -270,6 +280,7 @@ void Renderer::DropUnused(const FramePacket& packet) {
       if (const auto held = m_textures.find(material.texture->id); held != m_textures.end())
         held->second.used = m_draws;
   if (m_draws < m_dropAt) return;
+  m_dropAt = std::max(m_dropAt, m_changedAt + kPatience);
   for (auto at = m_meshes.begin(); at != m_meshes.end();) {
     if (at->second->used + kPatience > m_draws) {
       ++at;
@@ -292,9 +303,14 @@ void Renderer::Upload(const FramePacket& packet) {
   DropUnused(packet);
   m_viewProjection = Multiply(packet.camera.projection, packet.camera.view);
   m_gl->glBindBuffer(GL_ARRAY_BUFFER, m_instances);
-  m_gl->glBufferData(GL_ARRAY_BUFFER,
-                     static_cast<GLsizeiptr>(packet.instances.size() * sizeof(Instance)),
-                     packet.instances.data(), GL_STREAM_DRAW);
+  const auto scene = static_cast<GLsizeiptr>(packet.instances.size() * sizeof(Instance));
+  const auto ghosts = static_cast<GLsizeiptr>(packet.ghostInstances.size() * sizeof(Instance));
+  m_gl->glBufferData(GL_ARRAY_BUFFER, scene + ghosts, ghosts ? nullptr : packet.instances.data(),
+                     GL_STREAM_DRAW);
+  if (ghosts) {
+    m_gl->glBufferSubData(GL_ARRAY_BUFFER, 0, scene, packet.instances.data());
+    m_gl->glBufferSubData(GL_ARRAY_BUFFER, scene, ghosts, packet.ghostInstances.data());
+  }
 }
 
 /// Binds a framebuffer of its own: GL_R32UI and GL_RGBA8 with depth, GL_R8 without.
@@ -360,7 +376,11 @@ void Renderer::DrawBatch(const FramePacket& packet, const Batch& batch, unsigned
   const bool isExact = m_isExact || material.alpha == AlphaMode::kBlend;
   const MeshLevels* levels = m_levels && !isExact ? m_levels->Find(*batch.mesh) : nullptr;
   const bool isLit = !(bits & (kShadeUnlit | kShadeId | kShadePlain));
-  if (m_choice.Choose(packet, batch, levels, m_ranges) && isLit)
+  // Ghosts lie behind the scene.
+  const std::size_t scene = packet.instances.size();
+  const Instance* instances = batch.first < scene ? &packet.instances[batch.first]
+                                                  : &packet.ghostInstances[batch.first - scene];
+  if (m_choice.Choose(instances, batch, levels, m_ranges) && isLit)
     bits = (bits | kShadeDense) & ~unsigned{kShadeNormals};
   Program* program = m_ranges.empty() ? nullptr : FindMeshProgram(bits);
   if (!program) return;
@@ -486,10 +506,12 @@ void Renderer::DrawPicture(const FramePacket& packet, const PixelRect& area, dou
   if (packet.grid.visible) DrawGrid(packet);
   for (const Batch& batch : packet.blended)
     DrawBatch(packet, batch, BitsFor(*batch.mesh, packet.materials[batch.material]), batch.count);
+  if (!packet.ghosts.empty()) DrawGhosts(packet);
   if (packet.shading == Shading::kXRay) DrawThrough(packet);
   m_gl->glDisable(GL_DEPTH_TEST);
   m_gl->glDisable(GL_CULL_FACE);
   DrawOutline(packet, area, pixelRatio);
+  m_counts.all += m_lines->Draw(packet, m_viewProjection, area.width, area.height, pixelRatio);
   if (packet.gate.visible) DrawGate(packet);
   if (packet.isFramed) DrawFrame(packet, area, pixelRatio);
   // As others who paint here expect it.
@@ -526,6 +548,23 @@ void Renderer::DrawWire(const FramePacket& packet) {
   for (const Batch& batch : packet.batches)
     if (!batch.mesh->lines) DrawBatch(packet, batch, kShadePlain, batch.count);
   m_gl->glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+}
+
+/// Their depth first, so that one sees the scene through a ghost, but not its own inside.
+void Renderer::DrawGhosts(const FramePacket& packet) {
+  const auto draw = [&](bool isDepth) {
+    for (Batch batch : packet.ghosts) {
+      batch.first += static_cast<std::uint32_t>(packet.instances.size());
+      const unsigned bits = BitsFor(*batch.mesh, packet.materials[batch.material]);
+      DrawBatch(packet, batch, isDepth ? kShadePlain : bits, batch.count);
+    }
+  };
+  m_gl->glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+  m_gl->glDepthMask(GL_TRUE);
+  draw(true);
+  m_gl->glDepthMask(GL_FALSE);
+  m_gl->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+  draw(false);
 }
 
 // --- the grid ---

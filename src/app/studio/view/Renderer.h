@@ -17,6 +17,8 @@ class QOpenGLFunctions_3_3_Core;
 
 namespace orv::app::view {
 
+class LinesPass;
+
 /// A rectangle of a picture in device pixels, from the bottom left corner.
 struct PixelRect {
   int x = 0, y = 0, width = 0, height = 0;
@@ -77,6 +79,7 @@ class Renderer {
   void DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio);
   void DrawWire(const FramePacket& packet);
   void DrawThrough(const FramePacket& packet);
+  void DrawGhosts(const FramePacket& packet);
   void DrawGrid(const FramePacket& packet);
   void DrawLines(const FramePacket& packet, double step, int skip, float strength);
   void DrawOutline(const FramePacket& packet, const PixelRect& area, double pixelRatio);
@@ -91,6 +94,7 @@ class Renderer {
   QOpenGLFunctions_3_3_Core* m_gl = nullptr;
   std::unordered_map<unsigned, std::unique_ptr<Program>> m_programs;  ///< by ShaderBits
   std::unique_ptr<Program> m_grid, m_rectangle, m_outline;
+  std::unique_ptr<LinesPass> m_lines;
   std::unordered_map<std::uint64_t, std::unique_ptr<GpuMesh>> m_meshes;
   struct GpuTexture {
     unsigned name = 0;
@@ -108,9 +112,9 @@ class Renderer {
   std::vector<int> m_rangeCounts;
   std::vector<const void*> m_rangeOffsets;
   std::uint64_t m_structure = 0;
-  /// Pictures so far, and the one that drops what none has shown since the structure changed:
-  /// several packets may take turns.
-  std::uint64_t m_draws = 0, m_dropAt = 0;
+  /// Pictures so far, the one with the latest structure first, and the one that drops what none
+  /// has shown for a while: several packets may take turns.
+  std::uint64_t m_draws = 0, m_changedAt = 0, m_dropAt = 0;
   std::array<float, 16> m_viewProjection{};
   std::array<float, 4> m_plain{};  ///< colour of kShadePlain
   Counts m_counts;

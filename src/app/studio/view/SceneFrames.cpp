@@ -221,6 +221,17 @@ bool SceneFrames::IsPose(const Shown& shown) const {
          });
 }
 
+Matrix<double> SceneFrames::ReadPose(const Shown& shown, double time) const {
+  Matrix<double> below;
+  if (!m_preview.empty())
+    for (const SceneNode* at = shown.node; at; at = at->GetParent()) {
+      for (const auto& [node, world] : m_preview)
+        if (node == at) return world * below;
+      below = at->LocalMatrix(time) * below;
+    }
+  return shown.host->GetWorldPose(time);
+}
+
 void SceneFrames::Read() {
   if (!m_isTreeOld && m_scene == &m_host.GetScene())
     m_isTreeOld = std::any_of(m_shown.begin(), m_shown.end(),
@@ -230,7 +241,7 @@ void SceneFrames::Read() {
   bool isTurned = false;
   for (Shown& shown : m_shown) {
     if (!shown.model && !IsPose(shown)) continue;
-    shown.world = shown.host->GetWorldPose(time);
+    shown.world = ReadPose(shown, time);
     if (!IsFinite(shown.world)) shown.world = {};
     if (!shown.model) {
       shown.box = {};
@@ -398,6 +409,12 @@ void SceneFrames::Select(std::vector<const SceneNode*> nodes) {
 
 const SceneFrames::SceneNode* SceneFrames::FindNode(std::uint32_t id) const {
   return m_isTreeOld || id == 0 || id > m_shown.size() ? nullptr : m_shown[id - 1].node;
+}
+
+std::shared_ptr<const Model> SceneFrames::GetModel(const SceneNode& node) const {
+  for (const Shown& shown : m_shown)
+    if (shown.node == &node) return shown.model;
+  return nullptr;
 }
 
 /// Null for a node that has gone since the latest Read.

@@ -49,8 +49,14 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
 
   /// These and what hangs below them get an outline.
   void Select(std::vector<const SceneNode*> nodes);
+  /// Pictures show these nodes elsewhere than they stand, by their world poses, and what hangs
+  /// below them with them. Empty: all as it is.
+  using Preview = std::vector<std::pair<const SceneNode*, util::Matrix<double>>>;
+  void SetPreview(Preview preview) { m_preview = std::move(preview); }
   /// The node that an id of the latest packet stands for; null for 0, and when it has gone since.
   const SceneNode* FindNode(std::uint32_t id) const;
+  /// What a node shows in the latest packet; null for nothing.
+  std::shared_ptr<const Model> GetModel(const SceneNode& node) const;
   /// The camera to look through; null for none. A node that goes is forgotten.
   void LookThrough(const SceneNode* node, std::size_t picture = 0);
   const SceneNode* GetLookThrough(std::size_t picture = 0) const {
@@ -104,6 +110,7 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   void ListNodes();
   void AddNodes(const std::vector<std::unique_ptr<SceneNode>>& nodes, bool visible);
   bool HasChanged(const Shown& shown) const;
+  util::Matrix<double> ReadPose(const Shown& shown, double time) const;
   std::shared_ptr<const Model> FindModel(const SceneNode& node, const ModelKey& key);
   Model MakeModel(const SceneNode& node);
   std::shared_ptr<const Model> ShareModel(Model model);
@@ -124,6 +131,7 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   std::vector<Shown> m_shown;  ///< parents first; an id is an index from 1
   std::vector<const SceneNode*> m_selection;
   std::array<Picture, kPictures> m_pictures;
+  Preview m_preview;
   const void* m_scene = nullptr;
   bool m_isTreeOld = true;
   std::uint64_t m_structure = 0;  ///< FramePacket::structure

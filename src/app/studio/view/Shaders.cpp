@@ -31,6 +31,7 @@ layout(location = 7) in vec4 tint;
 layout(location = 8) in uint id;
 uniform mat4 viewProjection;
 uniform vec4 baseColour;
+invariant gl_Position;  // what is drawn twice lies at one depth
 #ifdef PLACED
 out vec3 at;
 #endif

@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QOpenGLPaintDevice>
+#include <QPainter>
 #include <QRubberBand>
 #include <algorithm>
 #include <cmath>
@@ -23,7 +25,7 @@ constexpr int kClickReach = 4;
 constexpr int kGap = 2;          ///< between two panes (pixels of the desktop)
 constexpr int kInsetMargin = 8;  ///< from the pane's edges (pixels of the desktop)
 /// Parts of the pane's width and height that an inset takes up at most.
-constexpr double kInsetSize = 0.32;
+constexpr double kInsetWidth = 0.45, kInsetHeight = 0.32;
 constexpr int kLevelSlice = 6;   ///< ms of work between two looks at the events
 constexpr int kRestPause = 300;  ///< ms without a picture, until one is drawn that stays
 
@@ -63,6 +65,7 @@ StageView::StageView(FrameSource& source, Quality quality, QWidget* parent)
       m_control(GetGraphics().isSoftware) {
   setFormat(MakeFormat(0));  // samples are the renderer's business
   setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
   TakeColours();
   connect(&m_idle, &QTimer::timeout, this, [this] { MakeLevels(); });
   m_rest.setSingleShot(true);
@@ -119,6 +122,15 @@ void StageView::paintGL() {
     m_counts.all += counts.all;
     m_counts.triangles += counts.triangles;
   }
+  if (paintOver && hasTexts && hasTexts()) {
+    // A painter of the widget would paint elsewhere when that is grabbed.
+    const double ratio = devicePixelRatioF();
+    QOpenGLPaintDevice device(size() * ratio);
+    device.setDevicePixelRatio(ratio);
+    QPainter painter(&device);
+    painter.setFont(font());
+    paintOver(painter);
+  }
   const FramePacket& packet = m_pictures[0].packet;
   if (m_quality == Quality::kByMachine && m_structure != packet.structure) {
     m_structure = packet.structure;
@@ -158,6 +170,9 @@ void StageView::MakeLevels() {
 void StageView::MakePacket(std::size_t picture) {
   StagePicture& made = m_pictures[picture];
   made.Make(m_source, AspectOf(picture));
+  made.packet.lines.clear();
+  if (linesWanted) linesWanted(made.packet);
+  if (m_interactor && picture == m_active) m_interactor->Draw(made.packet);
   made.packet.isFramed = picture == kInset || (m_layout != PaneLayout::kOne && picture == m_active);
 }
 
@@ -170,7 +185,8 @@ bool StageView::IsShown(std::size_t picture) const {
 QRect StageView::GetPlace(std::size_t picture) const {
   if (picture == kInset) {
     const QRect pane = GetPlace(0);
-    const double most = kInsetSize * std::min<double>(pane.width(), pane.height() * m_insetAspect);
+    const double most =
+        std::min(kInsetWidth * pane.width(), kInsetHeight * pane.height() * m_insetAspect);
     const int width = std::max(1, static_cast<int>(std::lround(most)));
     const int height = std::max(1, static_cast<int>(std::lround(most / m_insetAspect)));
     return {pane.right() + 1 - kInsetMargin - width, pane.bottom() + 1 - kInsetMargin - height,
@@ -186,6 +202,13 @@ QRect StageView::GetPlace(std::size_t picture) const {
     picture == 0 ? place.setHeight(half) : place.setTop(half + kGap);
   }
   return place;
+}
+
+std::size_t StageView::NumberOf(const FramePacket& packet) const {
+  const auto at =
+      std::find_if(m_pictures.begin(), m_pictures.end(),
+                   [&packet](const StagePicture& picture) { return &picture.packet == &packet; });
+  return static_cast<std::size_t>(at - m_pictures.begin());
 }
 
 std::size_t StageView::PictureAt(const QPoint& at) const {
@@ -347,8 +370,11 @@ void StageView::Pick(const QRect& part, PickMode mode) {
 
 void StageView::mousePressEvent(QMouseEvent* event) {
   if (m_button != Qt::NoButton) return;
-  m_pointed = PictureAt(event->pos());
-  SetActive(m_pointed);
+  if (m_interactor && m_interactor->IsBusy() && m_interactor->OnPress(*event)) return;
+  // With another button held the hand stays in its pane.
+  const std::size_t before = m_active;
+  if (event->buttons() == event->button()) SetActive(m_pointed = PictureAt(event->pos()));
+  if (m_interactor && m_pointed == before && m_interactor->OnPress(*event)) return;
   const Qt::KeyboardModifiers keys = event->modifiers();
   const PointerButton button = event->button() == Qt::LeftButton     ? PointerButton::kLeft
                                : event->button() == Qt::MiddleButton ? PointerButton::kMiddle
@@ -361,7 +387,10 @@ void StageView::mousePressEvent(QMouseEvent* event) {
 }
 
 void StageView::mouseMoveEvent(QMouseEvent* event) {
-  if (m_button == Qt::NoButton) return;
+  if (m_button == Qt::NoButton) {
+    if (m_interactor) m_interactor->OnMove(*event);
+    return;
+  }
   const QPoint by = event->pos() - m_last;
   if (!m_isDragged &&
       (event->pos() - m_pressed).manhattanLength() < QApplication::startDragDistance())
@@ -390,6 +419,7 @@ void StageView::Drag(const QPoint& by) {
 }
 
 void StageView::mouseReleaseEvent(QMouseEvent* event) {
+  if (m_button == Qt::NoButton && m_interactor && m_interactor->OnRelease(*event)) return;
   if (event->button() != m_button) return;
   m_button = Qt::NoButton;
   if (m_band) m_band->hide();
@@ -401,6 +431,7 @@ void StageView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void StageView::wheelEvent(QWheelEvent* event) {
+  if (m_interactor && m_interactor->OnWheel(*event)) return;
   event->accept();
   const std::size_t picture = PictureAt(event->position().toPoint());
   if (picture == kInset) return;
@@ -408,6 +439,22 @@ void StageView::wheelEvent(QWheelEvent* event) {
   LeaveCamera();
   m_pictures[m_active].UseEye().Dolly(std::pow(kWheelFactor, event->angleDelta().y() / 120.0));
   update();
+}
+
+bool StageView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && m_interactor &&
+      m_interactor->WantsKey(*static_cast<QKeyEvent*>(event)))
+    event->accept();
+  // Tab would go to the next widget before it comes as a key.
+  if (event->type() == QEvent::KeyPress && m_interactor &&
+      m_interactor->OnKey(*static_cast<QKeyEvent*>(event)))
+    return true;
+  return QOpenGLWidget::event(event);
+}
+
+void StageView::focusOutEvent(QFocusEvent* event) {
+  if (m_interactor) m_interactor->OnFocusLost();
+  QOpenGLWidget::focusOutEvent(event);
 }
 
 void StageView::keyPressEvent(QKeyEvent* event) {

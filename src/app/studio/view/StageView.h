@@ -8,15 +8,18 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/studio/view/FrameSource.h"
 #include "app/studio/view/Renderer.h"
+#include "app/studio/view/StageInteractor.h"
 #include "app/studio/view/StagePicture.h"
 #include "app/studio/view/packet/MeshLevels.h"
 #include "app/studio/view/packet/Navigation.h"
 #include "app/studio/view/packet/QualityControl.h"
 
+class QPainter;
 class QRubberBand;
 
 namespace orv::app::view {
@@ -51,11 +54,20 @@ class StageView : public QOpenGLWidget {
   std::function<bool(int key, bool shift)> keyPressed;
   /// There is no picture to be had, and why.
   std::function<void(const std::string& problem)> failed;
+  /// The packet of the next picture stands but for its lines: who has some hangs them into it.
+  std::function<void(FramePacket& packet)> linesWanted;
+  /// Over all pictures, in pixels of the desktop.
+  std::function<void(QPainter& painter)> paintOver;
+  /// Whether `paintOver` has something to write; without it never.
+  std::function<bool()> hasTexts;
   /// After each update; for what is shown beside it.
   std::function<void()> painted;
   /// Whether a take needs all the time there is; none: never.
   std::function<bool()> isBusy;
 
+  void SetInteractor(std::unique_ptr<StageInteractor> interactor) {
+    m_interactor = std::move(interactor);
+  }
   void SetNavigation(NavigationPreset preset) { m_preset = preset; }
   NavigationPreset GetNavigation() const { return m_preset; }
   void SetShading(Shading shading, std::size_t picture);
@@ -91,9 +103,12 @@ class StageView : public QOpenGLWidget {
               util::Vector3<double>& direction) const;
   /// As of the latest picture.
   const FramePacket& GetPacket() const { return m_pictures[m_active].packet; }
+  /// Without scale.
   const util::Matrix<double>& GetEyePose() const { return m_pictures[m_active].GetPose(); }
   const Optics& GetOptics() const { return m_pictures[m_active].GetOptics(); }
   const StagePicture& GetPicture(std::size_t number) const { return m_pictures[number]; }
+  /// Which picture's packet that is.
+  std::size_t NumberOf(const FramePacket& packet) const;
   /// Of the latest update, all pictures together.
   Renderer::Counts GetCounts() const { return m_counts; }
   PictureQuality GetPictureQuality() const { return m_control.Get(); }
@@ -103,7 +118,9 @@ class StageView : public QOpenGLWidget {
  protected:
   void initializeGL() override;
   void paintGL() override;
+  bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -129,7 +146,8 @@ class StageView : public QOpenGLWidget {
 
   FrameSource& m_source;
   Quality m_quality;
-  std::unique_ptr<Renderer> m_renderer;  ///< null while there is no context that can draw
+  std::unique_ptr<StageInteractor> m_interactor;  ///< null for none
+  std::unique_ptr<Renderer> m_renderer;           ///< null while there is no context that can draw
   std::array<StagePicture, kPictures> m_pictures{StagePicture(0), StagePicture(1),
                                                  StagePicture(kInset)};
   std::size_t m_active = 0;   ///< of the panes

@@ -17,6 +17,10 @@
 #include "plugins/release/4wheelerextended/CarSettings.h"
 #include "unidevice/Property.h"
 
+namespace orv::rws {
+struct RigMarks;
+}
+
 namespace orv::rws::addon {
 
 class SaveReader;
@@ -105,6 +109,10 @@ class CCarCamObject : public Rig {
   bool KeepsHistories() const;
   Matrix Scaled(const util::QTransform<double>& pose) const;
   util::QTransform<double> PivotOf(util::QTransform<double> base) const;
+
+  // Marks
+  std::intptr_t TellMarks(RigMarks& marks) const;
+  void TellWheel(const CarState& now, const CarState& before, int index, RigMarks& marks) const;
 
   // Saving
   SaveState LoadBlob();

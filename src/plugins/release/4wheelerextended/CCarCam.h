@@ -67,7 +67,11 @@ class CCarCam {
   double GetLateralOffset(int wheel) const;
   /// Length of a wheel's spring: the height of the wheel's attachment on the body over the wheel,
   /// both counted from rest (m).
-  double GetCompression(int wheel) const;
+  double GetCompression(int wheel) const { return GetCompression(state, wheel); }
+  double GetCompression(const CarState& of, int wheel) const;
+  /// Part of the car's weight on a wheel: its share at rest, and what the spring adds in `now`, a
+  /// frame of `dt` seconds behind `before`.
+  double GetLoad(const CarState& now, const CarState& before, double dt, int wheel) const;
   /// Whether the falling corner of the chassis over a wheel comes down on `groundBelow` in this
   /// frame.
   bool ComesDown(int wheel) const;

@@ -164,11 +164,11 @@ void CCarCam::MoveBodyInTheAir() {
   for (int i = 0; i < kWheelCount; ++i) state.wheels[i].lastCompression = GetCompression(i);
 }
 
-double CCarCam::GetCompression(int wheel) const {
-  const CarBodyState& body = state.cCarBody;
+double CCarCam::GetCompression(const CarState& of, int wheel) const {
+  const CarBodyState& body = of.cCarBody;
   const CarWheelGeometry& sizes = geometry.wheels[wheel];
   return body.fRelYPos - std::sin(body.fRelXAng) * sizes.zOffset +
-         std::sin(body.fRelZAng) * sizes.xOffset - state.wheels[wheel].CurrDelta;
+         std::sin(body.fRelZAng) * sizes.xOffset - of.wheels[wheel].CurrDelta;
 }
 
 /// Sum of the springs' forces (kg m/s²), and their torques about the body's axes.

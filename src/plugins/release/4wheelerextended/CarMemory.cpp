@@ -7,6 +7,7 @@
 #include "util/AVar_Latest.h"
 #include "util/AVar_Linear.h"
 #include "util/AVar_Nearest.h"
+#include "util/FrameGrid.h"
 
 namespace orv::util {
 
@@ -239,6 +240,13 @@ CarState CarMemory::At(double time) const {
   for (std::size_t i = behind > 0 ? behind - 1 : 0; i <= behind && i < m_frames.size(); ++i)
     histories.Store(m_frames[i].time, m_frames[i].state);
   return histories.At(time);
+}
+
+const CarState* CarMemory::Find(double time, const CarState*& before) const {
+  const std::size_t behind = FirstFrom(time + util::kFrameTolerance);
+  if (behind == 0) return nullptr;
+  before = &m_frames[behind > 1 ? behind - 2 : 0].state;
+  return &m_frames[behind - 1].state;
 }
 
 void CarMemory::Save(util::DataChunk& chunk) const {

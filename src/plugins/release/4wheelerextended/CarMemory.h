@@ -27,6 +27,9 @@ class CarMemory {
   void Store(double time, const CarState& state);
   /// Between two frames numbers are interpolated, poses the nearer frame's, the rest the earlier's.
   CarState At(double time) const;
+  /// The state of the latest frame at or before `time` (s), and that of the one before it, itself
+  /// where there is none; null ahead of the first.
+  const CarState* Find(double time, const CarState*& before) const;
   void Save(util::DataChunk& chunk) const;
   void Load(SaveReader& reader);
 

@@ -287,12 +287,13 @@ std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
     *static_cast<double*>(a) = cCarCam.geometry.dHeight;
     return 1;
   }
+  if (code == kTellMarks && a) return TellMarks(*static_cast<RigMarks*>(a));
   if (code != kIsComputed) return CCamera::Extension(code, a, b);
   return IsComputed(kGaugeRows, m_gauges, a) ? 1 : 0;
 }
 
 void CCarCamObject::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(), {kIsComputed, kTellGround, kStandingHeight});
+  out.insert(out.end(), {kIsComputed, kTellGround, kStandingHeight, kTellMarks});
 }
 
 int CCarCamObject::Define() {

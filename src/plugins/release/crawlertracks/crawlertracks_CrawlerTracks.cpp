@@ -157,6 +157,7 @@ int CrawlerTracks::Create() {
 // --- the factory ---
 
 std::intptr_t CrawlerTracks::Extension(int code, void* a, void* b) {
+  if (code == kTellMarks && a) return TellMarks(*static_cast<RigMarks*>(a));
   return code == kTellGround && a ? m_gravityDirection.TellGround(*static_cast<GroundReport*>(a))
                                   : CCamera::Extension(code, a, b);
 }

@@ -20,6 +20,9 @@
 namespace orv::unidevice {
 class Property;
 }
+namespace orv::rws {
+struct RigMarks;
+}
 
 namespace orv::rws::addon {
 
@@ -72,7 +75,9 @@ class CrawlerTracks : public Rig {
   int Store() override;
   void OnCallback(std::string name) override;
   std::intptr_t Extension(int code, void* a, void* b) override;
-  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellGround); }
+  void GetExtensions(std::vector<int>& out) override {
+    out.insert(out.end(), {kTellGround, kTellMarks});
+  }
 
   // What undo steps exchange.
   struct WheelState {
@@ -167,6 +172,8 @@ class CrawlerTracks : public Rig {
   bool HasBurst();
   bool HasLeft() const;
   void WarnOfLeaving();
+
+  std::intptr_t TellMarks(RigMarks& marks) const;
 
   // Saving.
   SaveState LoadBlob();

@@ -140,6 +140,16 @@ bool Bullet::Step(CInterface& core, double time, double dt, const GunSettings& s
   return true;
 }
 
+RigMarks::Shot Bullet::TellShot(CInterface& core, double time) const {
+  const auto placeAt = [&](double t) {
+    Matrix pose;
+    const SnapshotGuard snapshot(core, node, t);
+    if (snapshot) snapshot->GetMatrix(pose.data());
+    return pose.translation();
+  };
+  return {placeAt(creationTime), placeAt(time), m_direction, velocity.IsTurnedUntil(time)};
+}
+
 // --- saving ---
 
 util::DataChunk Bullet::Save() const {

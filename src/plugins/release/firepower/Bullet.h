@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "core/interface/RigMarks.h"
 #include "plugins/release/firepower/Flight.h"
 #include "plugins/release/firepower/VelocityMemory.h"
 #include "plugins/release/firepower/firepower_Firepower.h"
@@ -49,6 +50,9 @@ class Firepower::Bullet : public CInterface::Callback {
   /// there are none. False, with the projectile at rest where it was, when it can't.
   bool Step(CInterface& core, double time, double dt, const GunSettings& settings,
             const FlightRules& rules, const RayTest* surfaces);
+
+  /// Its way up to `time` (s).
+  RigMarks::Shot TellShot(CInterface& core, double time) const;
 
   util::DataChunk Save() const;
   void Load(SaveReader& reader, const util::DataChunk& chunk);

@@ -63,6 +63,23 @@ Vector VelocityMemory::At(double time) const {
   return flight.velocity;
 }
 
+bool VelocityMemory::IsTurnedUntil(double time) const {
+  for (std::size_t i = 1; i < m_marks.size(); ++i) {
+    const Sample& last = m_marks[i - 1];
+    const Sample& mark = m_marks[i];
+    if (mark.time > time + util::kFrameTolerance) break;
+    // Other rules act in the frame that ends at their mark.
+    const Span& until = *LatestAt(m_spans, mark.time);
+    Flight flight{{}, last.velocity};
+    flight.Free(LatestAt(m_spans, last.time)->rules,
+                std::max(mark.time - last.time - until.duration, 0.0));
+    flight.Free(until.rules, std::min(until.duration, mark.time - last.time));
+    const double most = 1e-6 * (1.0 + last.velocity.length());
+    if ((flight.velocity - mark.velocity).length() > most) return true;
+  }
+  return false;
+}
+
 void VelocityMemory::CutBehind(double time) {
   const double last = time + util::kFrameTolerance;
   while (!m_marks.empty() && m_marks.back().time > last) m_marks.pop_back();

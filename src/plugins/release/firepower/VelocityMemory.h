@@ -28,6 +28,8 @@ class VelocityMemory {
   double GetLast() const { return m_last; }
   /// The velocity in the frame at `time`, or in the last one that was reached.
   util::Vector3<double> At(double time) const;
+  /// Whether something other than the rules has changed it up to the frame at `time`.
+  bool IsTurnedUntil(double time) const;
   /// Forgets what lies behind the frame at `time`.
   void CutBehind(double time);
 

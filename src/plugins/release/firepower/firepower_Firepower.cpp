@@ -1,11 +1,13 @@
 #include "plugins/release/firepower/firepower_Firepower.h"
 
 #include "core/interface/CNode.h"
+#include "core/interface/RigMarks.h"
 #include "plugins/common/NodeScale.h"
 #include "plugins/release/firepower/Bullet.h"
 #include "plugins/release/firepower/Messages.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
+#include "util/FrameGrid.h"
 
 namespace orv::rws::addon {
 
@@ -102,8 +104,22 @@ void Firepower::Destroy() {
 }
 
 std::intptr_t Firepower::Extension(int code, void* a, void* b) {
+  if (code == kTellMarks && a) return TellMarks(*static_cast<RigMarks*>(a));
   return code == kTellGround && a ? m_collision.TellGround(*static_cast<GroundReport*>(a))
                                   : CCamera::Extension(code, a, b);
+}
+
+/// Of the latest rounds: more at once can't be told apart.
+std::intptr_t Firepower::TellMarks(RigMarks& marks) const {
+  constexpr std::size_t kMostShots = 200;
+  const double last = marks.time + util::kFrameTolerance;
+  for (auto bullet = bullets.rbegin(); bullet != bullets.rend(); ++bullet) {
+    if (bullet->creationTime > last || !bullet->HasNode()) continue;
+    if (marks.shots.size() >= kMostShots || last - bullet->creationTime > m_settings.lifeTime + 1.0)
+      break;
+    marks.shots.push_back(bullet->TellShot(*m_pInterface, marks.time));
+  }
+  return 1;
 }
 
 // --- the factory ---

@@ -16,6 +16,10 @@
 #include "plugins/release/firepower/GunSettings.h"
 #include "unidevice/Property.h"
 
+namespace orv::rws {
+struct RigMarks;
+}
+
 namespace orv::rws::addon {
 
 /// The user places and animates the fire trigger; the barrel, the templateBullet at its muzzle and
@@ -41,7 +45,9 @@ class Firepower : public Rig {
   void Destroy() override;
   void OnCallback(std::string name) override;
   std::intptr_t Extension(int code, void* a, void* b) override;
-  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellGround); }
+  void GetExtensions(std::vector<int>& out) override {
+    out.insert(out.end(), {kTellGround, kTellMarks});
+  }
 
  private:
   /// Where the gun stands in a frame.
@@ -68,6 +74,7 @@ class Firepower : public Rig {
   CNode* MakeBulletNode(const std::string& name);
   bool IsComplete() const;
   void TellError(const char* message);
+  std::intptr_t TellMarks(RigMarks& marks) const;
 
   // Saving
   SaveState LoadBlob(std::vector<Bullet>& loaded, const char*& message);

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "app/studio/view/packet/Lines.h"
 #include "app/studio/view/packet/MeshData.h"
 #include "util/Matrix.h"
 #include "util/Vector3.h"
@@ -98,9 +99,12 @@ struct FramePacket {
   util::Vector3<double> origin;  ///< of the packet's space in the world (m)
   std::vector<Instance> instances;
   std::vector<Material> materials;
-  std::vector<Batch> batches;   ///< opaque and masked
-  std::vector<Batch> blended;   ///< one instance each, farthest first
-  std::uint64_t structure = 0;  ///< another number when other meshes or textures are used
+  std::vector<Batch> batches;            ///< opaque and masked
+  std::vector<Batch> ghosts;             ///< seen through, over all else, and not picked
+  std::vector<Instance> ghostInstances;  ///< of `ghosts`, whose `first` counts from here
+  std::vector<Batch> blended;            ///< one instance each, farthest first
+  std::uint64_t structure = 0;           ///< another number when other meshes or textures are used
+  std::vector<const LineSet*> lines;     ///< their owners keep them until the next picture
   PacketCamera camera;
   util::Vector3<double> light{0.35, 0.85, 0.4};  ///< towards it, in the world
   Shading shading = Shading::kPlain;

@@ -84,17 +84,16 @@ LevelChoice::Seen LevelChoice::Look(const Instance& instance, const util::Box& b
   return seen;
 }
 
-bool LevelChoice::Choose(const FramePacket& packet, const Batch& batch, const MeshLevels* levels,
+bool LevelChoice::Choose(const Instance* instances, const Batch& batch, const MeshLevels* levels,
                          std::vector<MeshLevels::Range>& ranges) const {
   ranges.clear();
   const MeshData& mesh = *batch.mesh;
   const double edge = mesh.edge;
   double perMetre = 0.0;
   if (levels && batch.count == 1) {
-    const Instance& instance = packet.instances[batch.first];
     bool isDense = true;
     for (const MeshLevels::Piece& piece : levels->pieces) {
-      const Seen seen = Look(instance, piece.box);
+      const Seen seen = Look(instances[0], piece.box);
       if (!seen.isInside) continue;
       const std::size_t level = CoarsestLevel(piece.levels, seen.perMetre);
       Add(piece.levels[level], ranges);
@@ -104,7 +103,7 @@ bool LevelChoice::Choose(const FramePacket& packet, const Batch& batch, const Me
   }
   bool isInside = false;
   for (std::uint32_t i = 0; i < batch.count; ++i) {
-    const Seen seen = Look(packet.instances[batch.first + i], mesh.box);
+    const Seen seen = Look(instances[i], mesh.box);
     if (!seen.isInside) continue;
     isInside = true;
     perMetre = std::max(perMetre, seen.perMetre);

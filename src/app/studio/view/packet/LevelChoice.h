@@ -19,10 +19,10 @@ class LevelChoice {
 
   /// Pixels that a metre takes up at a distance of one.
   double GetFocus() const { return m_focus; }
-  /// The index ranges to draw, merged where they touch; of the mesh's own indices where `levels` is
-  /// null, else of theirs. Equal meshes get one level, as one draw shows them all. True when all
-  /// triangles are but a few pixels large.
-  bool Choose(const FramePacket& packet, const Batch& batch, const MeshLevels* levels,
+  /// The index ranges to draw of a batch with these instances, merged where they touch; of the
+  /// mesh's own indices where `levels` is null, else of theirs. Equal meshes get one level, as one
+  /// draw shows them all. True when all triangles are but a few pixels large.
+  bool Choose(const Instance* instances, const Batch& batch, const MeshLevels* levels,
               std::vector<MeshLevels::Range>& ranges) const;
 
  private:
