@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build ccache mold clang clang-format-14 pkg-config
   qtbase5-dev libqt5svg5-dev libtinygltf-dev nlohmann-json3-dev libcli11-dev libspdlog-dev
-  libsdl2-dev libbullet-dev libeigen3-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
+  libsdl2-dev libsndfile1-dev libbullet-dev libeigen3-dev libgtest-dev libbenchmark-dev libpugixml-dev libssl-dev
   g++-mingw-w64-x86-64-posix libclang-rt-14-dev python3 fonts-dejavu-core
   libassimp-dev libmeshoptimizer-dev libcpp-httplib-dev qttools5-dev-tools qttranslations5-l10n breeze-icon-theme xvfb xauth xdotool
   libgl1-mesa-dri

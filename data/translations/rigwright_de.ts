@@ -104,9 +104,9 @@
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <source>In a take these keys act wherever the focus is.</source>
+        <source>In a take these keys act wherever the focus is, and those of other times too unless a text is typed.</source>
         <extracomment>data/core/layout/rws_hotkeys.xml</extracomment>
-        <translation>In einem Take wirken diese Tasten, wo auch immer der Fokus ist.</translation>
+        <translation>In einem Take wirken diese Tasten, wo immer der Fokus ist, und die für sonst ebenso, solange kein Text getippt wird.</translation>
     </message>
     <message>
         <source>Import a model</source>
@@ -444,6 +444,11 @@
         <translation>&amp;Bild exportieren ...</translation>
     </message>
     <message>
+        <source>Export a pre&amp;view...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Vo&amp;rschau exportieren...</translation>
+    </message>
+    <message>
         <source>&amp;Quit</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>Been&amp;den</translation>
@@ -562,6 +567,71 @@
         <source>&amp;Why does nothing move?</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Warum bewegt sich nichts?</translation>
+    </message>
+    <message>
+        <source>Ti&amp;me</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Bildf&amp;olge</translation>
+    </message>
+    <message>
+        <source>&amp;Play</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Abspielen</translation>
+    </message>
+    <message>
+        <source>Play &amp;backwards</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Rückwärts abspielen</translation>
+    </message>
+    <message>
+        <source>A frame ba&amp;ck</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Bild &amp;zurück</translation>
+    </message>
+    <message>
+        <source>A frame &amp;on</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Bild &amp;vor</translation>
+    </message>
+    <message>
+        <source>To the key be&amp;fore</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum vorigen &amp;Key</translation>
+    </message>
+    <message>
+        <source>To the &amp;next key</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum &amp;nächsten Key</translation>
+    </message>
+    <message>
+        <source>To the &amp;range's begin</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum An&amp;fang des Bereichs</translation>
+    </message>
+    <message>
+        <source>To the range's &amp;end</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum &amp;Ende des Bereichs</translation>
+    </message>
+    <message>
+        <source>&amp;Loop</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Sch&amp;leife</translation>
+    </message>
+    <message>
+        <source>S&amp;how every frame, however long it takes</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Jedes Bild zeigen, so lange es auch dauert</translation>
+    </message>
+    <message>
+        <source>&amp;Sound...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Ton...</translation>
+    </message>
+    <message>
+        <source>Picture behin&amp;d the camera...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Bild hinter der Ka&amp;mera...</translation>
     </message>
     <message>
         <source>&amp;Window</source>
@@ -769,6 +839,111 @@
         <translation>Ein Doppelklick auf einen Schritt oder die Eingabetaste führt zu ihm zurück oder vor</translation>
     </message>
     <message>
+        <source>Time line</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeitleiste</translation>
+    </message>
+    <message>
+        <source>To the range's begin</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum Anfang des Bereichs</translation>
+    </message>
+    <message>
+        <source>To the range's begin (Alt+Home)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum Anfang des Bereichs (Alt+Pos1)</translation>
+    </message>
+    <message>
+        <source>To the key before</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum vorigen Key</translation>
+    </message>
+    <message>
+        <source>To the key before of what is selected (Alt+Shift+Left)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum vorigen Key der Auswahl (Alt+Umschalt+Links)</translation>
+    </message>
+    <message>
+        <source>A frame back</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Bild zurück</translation>
+    </message>
+    <message>
+        <source>A frame back (Alt+Left)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Bild zurück (Alt+Links)</translation>
+    </message>
+    <message>
+        <source>Play backwards</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Rückwärts abspielen</translation>
+    </message>
+    <message>
+        <source>Plays the range backwards, or stops (Shift+F8)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Spielt den Bereich rückwärts oder hält an (Umschalt+F8)</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Plays the range in real time, or stops (F8)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Spielt den Bereich in Echtzeit oder hält an (F8)</translation>
+    </message>
+    <message>
+        <source>A frame on</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Bild vor</translation>
+    </message>
+    <message>
+        <source>A frame on (Alt+Right)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Bild vor (Alt+Rechts)</translation>
+    </message>
+    <message>
+        <source>To the next key</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum nächsten Key</translation>
+    </message>
+    <message>
+        <source>To the next key of what is selected (Alt+Shift+Right)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum nächsten Key der Auswahl (Alt+Umschalt+Rechts)</translation>
+    </message>
+    <message>
+        <source>To the range's end</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum Ende des Bereichs</translation>
+    </message>
+    <message>
+        <source>To the range's end (Alt+End)</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zum Ende des Bereichs (Alt+Ende)</translation>
+    </message>
+    <message>
+        <source>Loop</source>
+        <extracomment>data/core/layout/rws_main.xml; Spline Speed-Controller</extracomment>
+        <translation>Schleife</translation>
+    </message>
+    <message>
+        <source>Playback begins anew at the end of the range</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Am Ende des Bereichs beginnt die Wiedergabe von vorn</translation>
+    </message>
+    <message>
+        <source>Frame</source>
+        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rws_media.xml</extracomment>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>The frame that is shown</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Das Bild, das gezeigt wird</translation>
+    </message>
+    <message>
         <source>Re&amp;cord</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Aufnehmen</translation>
@@ -919,6 +1094,46 @@
         <translation>&amp;Erstellen ...</translation>
     </message>
     <message>
+        <source>Sound</source>
+        <extracomment>data/core/layout/rws_media.xml; src/app/studio/StudioTime.cpp; src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>Ton</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <extracomment>data/core/layout/rws_media.xml</extracomment>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose...</source>
+        <extracomment>data/core/layout/rws_media.xml</extracomment>
+        <translation>&amp;Wählen...</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <extracomment>data/core/layout/rws_media.xml; src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Keine</translation>
+    </message>
+    <message>
+        <source>Begins at frame</source>
+        <extracomment>data/core/layout/rws_media.xml; src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Beginnt bei Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Opacity</source>
+        <extracomment>data/core/layout/rws_media.xml</extracomment>
+        <translation>&amp;Deckkraft</translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <extracomment>data/core/layout/rws_media.xml</extracomment>
+        <translation>Deckkraft</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <extracomment>data/core/layout/rws_media.xml</extracomment>
+        <translation>&amp;Anwenden</translation>
+    </message>
+    <message>
         <source>&amp;Yes</source>
         <extracomment>data/core/layout/rws_message.xml</extracomment>
         <translation>&amp;Ja</translation>
@@ -992,6 +1207,46 @@
         <source>&amp;Open</source>
         <extracomment>data/core/layout/rws_preferences.xml</extracomment>
         <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Export a preview</source>
+        <extracomment>data/core/layout/rws_preview.xml; src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Vorschau exportieren</translation>
+    </message>
+    <message>
+        <source>See&amp;n by</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>Gesehen &amp;von</translation>
+    </message>
+    <message>
+        <source>&amp;Size</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>&amp;Größe</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>by</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>mal</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>With &amp;grid, cameras and curves</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>Mit &amp;Raster, Kameras und Kurven</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <extracomment>data/core/layout/rws_preview.xml; data/core/layout/rows/profiles.xml</extracomment>
+        <translation>&amp;Exportieren ...</translation>
     </message>
     <message>
         <source>Resimulation</source>
@@ -1164,11 +1419,6 @@
         <translation>&amp;Importieren ...</translation>
     </message>
     <message>
-        <source>&amp;Export...</source>
-        <extracomment>data/core/layout/rows/profiles.xml</extracomment>
-        <translation>&amp;Exportieren ...</translation>
-    </message>
-    <message>
         <source>&amp;Factory settings</source>
         <extracomment>data/core/layout/rows/profiles.xml</extracomment>
         <translation>&amp;Werkseinstellungen</translation>
@@ -1302,6 +1552,66 @@
         <source>Nothing lies under %1.</source>
         <extracomment>src/app/studio/NodeManipulation.cpp</extracomment>
         <translation>Unter %1 liegt nichts.</translation>
+    </message>
+    <message>
+        <source>there is no OpenGL for it</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>dafür gibt es kein OpenGL</translation>
+    </message>
+    <message>
+        <source>pictures can't be larger than %1 pixels here</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>Bilder können hier nicht größer als %1 Pixel sein</translation>
+    </message>
+    <message>
+        <source>there are files already</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>dort liegen schon Dateien</translation>
+    </message>
+    <message>
+        <source>choose another folder</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>wählen Sie einen anderen Ordner</translation>
+    </message>
+    <message>
+        <source>a preview that was interrupted is in the way</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>eine unterbrochene Vorschau ist im Weg</translation>
+    </message>
+    <message>
+        <source>remove it</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>entfernen Sie sie</translation>
+    </message>
+    <message>
+        <source>the folder can't be made: %1</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>der Ordner kann nicht angelegt werden: %1</translation>
+    </message>
+    <message>
+        <source>choose one where you may write</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>wählen Sie einen, in dem Sie schreiben dürfen</translation>
+    </message>
+    <message>
+        <source>there is nothing to write</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>es gibt nichts zu schreiben</translation>
+    </message>
+    <message>
+        <source>give a size and a range of frames</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>geben Sie eine Größe und einen Bereich von Bildern an</translation>
+    </message>
+    <message>
+        <source>a picture could not be written</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp</extracomment>
+        <translation>ein Bild konnte nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>see that the disk has room</source>
+        <extracomment>src/app/studio/PreviewFolder.cpp; src/app/studio/StudioHelp.cpp</extracomment>
+        <translation>sorgen Sie für Platz auf der Platte</translation>
     </message>
     <message>
         <source>Own axes</source>
@@ -1472,11 +1782,6 @@
         <source>Camera in the &amp;corner</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>&amp;Kamera in der Ecke</translation>
-    </message>
-    <message>
-        <source>&amp;None</source>
-        <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation>&amp;Keine</translation>
     </message>
     <message>
         <source>Travel a&amp;long with</source>
@@ -1679,6 +1984,21 @@
         <translation>das Bild konnte nicht erzeugt werden</translation>
     </message>
     <message>
+        <source>Frames %1 to %2, a PNG file each, in a new folder</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Bilder %1 bis %2, je eine PNG-Datei, in einem neuen Ordner</translation>
+    </message>
+    <message>
+        <source>Folders (*)</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Ordner (*)</translation>
+    </message>
+    <message>
+        <source>The preview was cancelled; nothing of it was kept.</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Die Vorschau wurde abgebrochen; nichts davon wurde behalten.</translation>
+    </message>
+    <message>
         <source>Examples</source>
         <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
         <translation>Beispiele</translation>
@@ -1687,11 +2007,6 @@
         <source>the example can't be unpacked there</source>
         <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
         <translation>das Beispiel kann dort nicht entpackt werden</translation>
-    </message>
-    <message>
-        <source>see that the disk has room</source>
-        <extracomment>src/app/studio/StudioHelp.cpp</extracomment>
-        <translation>sorgen Sie dafür, dass der Datenträger Platz hat</translation>
     </message>
     <message>
         <source>Saved, with rigs that can't be performed: %1. %2</source>
@@ -1747,6 +2062,61 @@
         <source>%1 is in the scene: %2.</source>
         <extracomment>src/app/studio/StudioModels.cpp</extracomment>
         <translation>%1 ist in der Szene: %2.</translation>
+    </message>
+    <message>
+        <source>The sound can't be played: %1</source>
+        <extracomment>src/app/studio/StudioTime.cpp</extracomment>
+        <translation>Der Ton kann nicht abgespielt werden: %1</translation>
+    </message>
+    <message>
+        <source>The sound %1 is not heard: %2. Choose another, or put it back there.</source>
+        <extracomment>src/app/studio/StudioTime.cpp</extracomment>
+        <translation>Der Ton %1 ist nicht zu hören: %2. Wählen Sie einen anderen oder legen Sie ihn wieder dorthin.</translation>
+    </message>
+    <message>
+        <source>Picture behind the camera</source>
+        <extracomment>src/app/studio/StudioTime.cpp; src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Bild hinter der Kamera</translation>
+    </message>
+    <message>
+        <source>No camera is selected or looked through</source>
+        <extracomment>src/app/studio/StudioTime.cpp</extracomment>
+        <translation>Es ist keine Kamera ausgewählt, und durch keine wird geblickt</translation>
+    </message>
+    <message>
+        <source>select a camera in the scene first</source>
+        <extracomment>src/app/studio/StudioTime.cpp</extracomment>
+        <translation>wählen Sie zuerst in der Szene eine Kamera aus</translation>
+    </message>
+    <message>
+        <source>Frame %1, %2 s, %3</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>Bild %1, %2 s, %3</translation>
+    </message>
+    <message>
+        <source>Recorded: %1</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>Aufgenommen: %1</translation>
+    </message>
+    <message>
+        <source>What is selected has no keys. Select nodes that have.</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>Die Auswahl hat keine Keys. Wählen Sie Knoten aus, die welche haben.</translation>
+    </message>
+    <message>
+        <source>There is no later key of what is selected.</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>Die Auswahl hat keinen späteren Key.</translation>
+    </message>
+    <message>
+        <source>There is no earlier key of what is selected.</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>Die Auswahl hat keinen früheren Key.</translation>
+    </message>
+    <message>
+        <source>Playback range</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp; src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>Abspielbereich</translation>
     </message>
     <message>
         <source>&amp;Paths of nodes</source>
@@ -1874,6 +2244,46 @@
         <translation>Setzen Sie das Häkchen eines Rigs oder eines Knotens.</translation>
     </message>
     <message>
+        <source>WAV, FLAC, Ogg or MP3. It is heard when the scene is played and in takes that are not slowed.</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>WAV, FLAC, Ogg oder MP3. Zu hören, wenn die Szene abgespielt wird, und in Takes, die nicht verlangsamt sind.</translation>
+    </message>
+    <message>
+        <source>A picture, or any one of a numbered sequence, which then shows a picture a frame. It is seen when one looks through the camera.</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Ein Bild oder irgendeines einer nummerierten Folge, die dann je Bild der Szene eines zeigt. Zu sehen, wenn man durch die Kamera blickt.</translation>
+    </message>
+    <message>
+        <source>The chosen one shows at frame</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Das gewählte steht bei Bild</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Choose a file that can be read, or none.</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Wählen Sie eine Datei, die gelesen werden kann, oder keine.</translation>
+    </message>
+    <message>
+        <source>There is none.</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Es gibt keine.</translation>
+    </message>
+    <message>
+        <source>Sounds (*.wav *.flac *.ogg *.oga *.opus *.mp3 *.aif *.aiff)</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Töne (*.wav *.flac *.ogg *.oga *.opus *.mp3 *.aif *.aiff)</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg *.bmp)</source>
+        <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
+        <translation>Bilder (*.png *.jpg *.jpeg *.bmp)</translation>
+    </message>
+    <message>
         <source>Rigs: %1. %2 nodes, %3 x %4 x %5 m.</source>
         <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
         <translation>Rigs: %1. %2 Knoten, %3 x %4 x %5 m.</translation>
@@ -1907,6 +2317,11 @@
         <source>No picture</source>
         <extracomment>src/app/studio/windows/PictureView.cpp</extracomment>
         <translation>Kein Bild</translation>
+    </message>
+    <message>
+        <source>The view's own eye</source>
+        <extracomment>src/app/studio/windows/PreviewWindow.cpp</extracomment>
+        <translation>Das Auge der Ansicht</translation>
     </message>
     <message>
         <source>Load profile</source>
@@ -2862,11 +3277,6 @@
         <source>The last step is no take.</source>
         <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
         <translation>Der letzte Schritt ist kein Take.</translation>
-    </message>
-    <message>
-        <source>Playback range</source>
-        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
-        <translation>Abspielbereich</translation>
     </message>
     <message>
         <source>There are no tools.</source>
@@ -5219,11 +5629,6 @@
         <translation>Neigt den Wagen in die Kurve, 0: aus</translation>
     </message>
     <message>
-        <source>Loop</source>
-        <extracomment>Spline Speed-Controller</extracomment>
-        <translation>Schleife</translation>
-    </message>
-    <message>
         <source>The carriage goes on at the other end of the path</source>
         <extracomment>Spline Speed-Controller: Loop</extracomment>
         <translation>Der Wagen fährt am anderen Ende der Bahn weiter</translation>
@@ -6459,8 +6864,12 @@
         <translation>Tempo (Schneller/Langsamer)</translation>
     </message>
     <message>
-        <source>&amp;Panes</source>
-        <translation type="vanished">A&amp;nsichten</translation>
+        <source>T&amp;ime</source>
+        <translation type="vanished">&amp;Zeit</translation>
+    </message>
+    <message>
+        <source>In a take these keys act wherever the focus is.</source>
+        <translation type="vanished">In einem Take wirken diese Tasten, wo auch immer der Fokus ist.</translation>
     </message>
     <message>
         <source>&amp;Edges of triangles</source>
@@ -6541,6 +6950,26 @@
     <message>
         <source>Move the control that is to feed %1; Escape cancels.</source>
         <translation type="vanished">Bewegen Sie das Bedienelement, das %1 speisen soll; Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation type="vanished">eine solche Datei gibt es nicht</translation>
+    </message>
+    <message>
+        <source>it holds no sound</source>
+        <translation type="vanished">sie enthält keinen Ton</translation>
+    </message>
+    <message>
+        <source>it is too long</source>
+        <translation type="vanished">er ist zu lang</translation>
+    </message>
+    <message>
+        <source>it is no picture that can be read</source>
+        <translation type="vanished">es ist kein Bild, das gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>Picture behind #</source>
+        <translation type="vanished">Bild hinter #</translation>
     </message>
 </context>
 </TS>

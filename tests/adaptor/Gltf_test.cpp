@@ -12,6 +12,7 @@
 #include "ForeignGltf.h"
 #include "adaptor/headless/GltfReader.h"
 #include "adaptor/headless/GltfWriter.h"
+#include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
 #include "support/GltfValidator.h"
 #include "support/TempFolder.h"
@@ -522,6 +523,40 @@ TEST_F(Gltf, SideFilesAreReadAndTakenAlong) {
 
   EXPECT_NE(GltfReader::ReadMemory(source.text("data.bin"), "m.gltf").error.find("buffers[0].uri"),
             std::string::npos);
+}
+
+TEST_F(Gltf, SoundAndBackdropsAreKeptByPathsFromTheScene) {
+  Scene made;
+  made.AddNode("Camera").SetLens({});
+  made.SetSound(SceneSound{path("media/song.ogg"), 1.0 / 3.0});
+  made.Find("Camera")->SetBackdrop(
+      std::make_shared<Backdrop>(Backdrop{path("plate.0007.png"), -5, 0.5}));
+  Json json = Json::parse(contentOf(save(made, "a.gltf")));
+  EXPECT_EQ(json["scenes"][0]["extras"]["rigwright"]["sound"]["file"], "media/song.ogg");
+  json["scenes"][0]["extras"]["rigwright"]["sound"]["future"] = 1;
+  json["nodes"][0]["extras"]["RWT_backdrop"]["future"] = 2;
+  folder.Write("a.gltf", json.dump());
+  folder.Write("sub/none", "");
+  const auto scene = open(path("a.gltf"));
+  const auto elsewhere = open(save(*scene, "sub/b.gltf"));
+  const Json moved = Json::parse(contentOf(path("sub/b.gltf")));
+  EXPECT_EQ(moved["nodes"][0]["extras"]["RWT_backdrop"],
+            Json({{"file", "../plate.0007.png"}, {"frame", -5}, {"opacity", 0.5}, {"future", 2}}));
+  EXPECT_EQ(moved["scenes"][0]["extras"]["rigwright"]["sound"]["future"], 1);
+  for (const Scene* read : {scene.get(), elsewhere.get()}) {
+    EXPECT_EQ(*read->GetSound(), *made.GetSound());
+    EXPECT_EQ(*read->Find("Camera")->GetBackdrop(), *made.Find("Camera")->GetBackdrop());
+  }
+  HeadlessAdaptor host(*elsewhere);
+  host.BeginUndoBlock("None");
+  host.SetSound(std::nullopt);
+  host.SetBackdrop(*elsewhere->Find("Camera"), nullptr);
+  host.EndUndoBlock();
+  EXPECT_EQ(contentOf(save(*elsewhere, "none.gltf")).find("song"), std::string::npos);
+  EXPECT_FALSE(open(path("none.gltf"))->Find("Camera")->GetBackdrop());
+  EXPECT_TRUE(host.HostUndo());
+  EXPECT_EQ(*elsewhere->GetSound(), *made.GetSound());
+  EXPECT_TRUE(elsewhere->Find("Camera")->GetBackdrop());
 }
 
 TEST_F(Gltf, DamagedRigRecordsAreToldAndKept) {

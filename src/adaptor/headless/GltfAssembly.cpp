@@ -32,8 +32,12 @@ std::size_t Aligned(std::size_t size) {
 
 }  // namespace
 
-GltfWriter::Assembly::Assembly(const Scene& scene, GltfForm form)
-    : m_scene(scene), m_form(form), m_document(scene.m_document.get()), m_nodes(scene.GetNodes()) {}
+GltfWriter::Assembly::Assembly(const Scene& scene, GltfForm form, const std::string* folder)
+    : m_scene(scene),
+      m_form(form),
+      m_folder(folder),
+      m_document(scene.m_document.get()),
+      m_nodes(scene.GetNodes()) {}
 
 void GltfWriter::Assembly::Run() {
   CopyDocument();

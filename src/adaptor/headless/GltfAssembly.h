@@ -27,7 +27,8 @@ class GltfWriter::Assembly {
   /// Takes bytes in parts; false ends the save.
   using Sink = std::function<bool(std::string_view)>;
 
-  Assembly(const Scene& scene, GltfForm form);
+  /// `folder` is that of the file that is written; null in memory.
+  Assembly(const Scene& scene, GltfForm form, const std::string* folder);
 
   /// Does all the work. Call once.
   void Run();
@@ -108,6 +109,7 @@ class GltfWriter::Assembly {
 
   const Scene& m_scene;
   const GltfForm m_form;
+  const std::string* const m_folder;
   const GltfDocument* m_document;
   Json m_json;
   std::vector<SceneNode*> m_nodes;  ///< parents before children

@@ -6,6 +6,7 @@
 
 #include "adaptor/headless/GltfAssembly.h"
 #include "adaptor/headless/GltfDocument.h"
+#include "adaptor/headless/GltfMedia.h"
 #include "adaptor/headless/GltfMesh.h"
 #include "util/Angles.h"
 
@@ -127,6 +128,10 @@ void GltfWriter::Assembly::WriteExtras(const SceneNode& node, const SceneNode::S
   const auto home = node.HangsOnRig() ? node.m_home : std::nullopt;
   write(kHomeKey, home != old.home, home.has_value(), home.value_or(""));
   write(kHubKey, node.m_hub != old.hub, node.m_hub, true);
+  if (node.m_backdrop)
+    WriteBackdrop(*node.m_backdrop, m_folder, ExtrasObject(json)[kBackdropKey]);
+  else if (old.hasBackdrop)
+    EraseExtra(json, kBackdropKey);
 }
 
 void GltfWriter::Assembly::WriteVisible(const SceneNode& node, Json& json) {

@@ -5,6 +5,7 @@
 
 #include "adaptor/headless/GltfAccessor.h"
 #include "adaptor/headless/GltfKeys.h"
+#include "adaptor/headless/GltfMedia.h"
 #include "util/Angles.h"
 #include "util/NumberText.h"
 
@@ -65,6 +66,12 @@ void GltfReader::Content::ReadNode(std::size_t index, SceneNode& node) {
   if (home != nullptr && home->is_string()) node.SetHome(home->get<std::string>());
   const Json* hub = extras == nullptr ? nullptr : Member(*extras, kHubKey);
   node.SetHub(hub != nullptr && *hub == true);
+  if (const Json* behind = extras == nullptr ? nullptr : Member(*extras, kBackdropKey)) {
+    if (const auto backdrop = BackdropOf(*behind, m_file.document->GetFolder()))
+      node.SetBackdrop(std::make_shared<const Backdrop>(*backdrop));
+    else
+      m_file.Warn(place.In("extras").In(kBackdropKey), "names no file and does not count");
+  }
   const Json* extensions = ObjectAt(json, "extensions", place);
   const Json* visibility =
       extensions == nullptr ? nullptr : Member(*extensions, "KHR_node_visibility");
@@ -271,6 +278,7 @@ void GltfReader::Content::KeepSource(SceneNode& node) {
   source->home = node.m_home;
   source->hub = node.m_hub;
   source->lens = node.m_lens;
+  source->hasBackdrop = node.m_backdrop != nullptr;
   source->curve = node.m_curve;
   source->colour = node.m_colour;
   node.m_source = std::move(source);

@@ -96,6 +96,8 @@ inline constexpr const char* kTagKey = "RWT_tag";
 /// hub.
 inline constexpr const char* kHomeKey = "RWT_home";
 inline constexpr const char* kHubKey = "RWT_hub";
+/// Member of a camera node's extras: what stands behind its picture.
+inline constexpr const char* kBackdropKey = "RWT_backdrop";
 
 /// What is kept under kOwnKey in the extras of `element`; null when there is none.
 const Json* OwnExtras(const Json& element);

@@ -7,6 +7,7 @@
 #include "adaptor/headless/FrameRate.h"
 #include "adaptor/headless/FrameRateGuess.h"
 #include "adaptor/headless/GltfKeys.h"
+#include "adaptor/headless/GltfMedia.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -87,6 +88,11 @@ void GltfReader::Record::ReadRecord() {
       m_file.scene->m_rows = rows->get<std::string>();
     else
       m_file.Warn(place.In("rows"), "is no text; the rigs stand without their groups");
+  }
+  if (const Json* sound = Member(*record, "sound")) {
+    m_file.scene->m_sound = SoundOf(*sound, m_file.document->GetFolder());
+    m_file.scene->m_hadSound = m_file.scene->m_sound.has_value();
+    if (!m_file.scene->m_hadSound) m_file.Warn(place.In("sound"), "names no file; it is kept");
   }
   if (const Json* exact = Member(*record, "exact")) ReadExact(*exact, place.In("exact"));
   m_file.scene->m_sourceRange[0] = m_file.scene->m_rangeStart;

@@ -166,11 +166,11 @@ WriteResult Guarded(const std::string& name, Work work) {
 WriteResult GltfWriter::Write(const Scene& scene, const std::string& path) {
   return Guarded(path, [&](WriteResult& result) {
     const GltfForm form = FormOf(path);
-    Assembly assembly(scene, form);
+    const std::string folder = fs::path(path).parent_path().string();
+    Assembly assembly(scene, form, &folder);
     assembly.Run();
     result.warnings = assembly.GetWarnings();
     const GltfDocument* document = scene.m_document.get();
-    const std::string folder = fs::path(path).parent_path().string();
     if (form == GltfForm::kText && document != nullptr && !document->GetFurtherChunks().empty())
       result.warnings.push_back(path + ": a .gltf has no place for the source's further chunks");
     SideFiles files(document == nullptr ? "" : document->GetFolder(), path);
@@ -199,7 +199,7 @@ WriteResult GltfWriter::Write(const Scene& scene, const std::string& path) {
 WriteResult GltfWriter::WriteMemory(const Scene& scene, GltfForm form, std::string& bytes) {
   bytes.clear();
   return Guarded("scene", [&](WriteResult& result) {
-    Assembly assembly(scene, form);
+    Assembly assembly(scene, form, nullptr);
     assembly.Run();
     result.warnings = assembly.GetWarnings();
     if (form == GltfForm::kText) {

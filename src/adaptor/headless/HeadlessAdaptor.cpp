@@ -218,6 +218,29 @@ bool HeadlessAdaptor::SetFrameRate(double rate) {
   return true;
 }
 
+void HeadlessAdaptor::SetSound(std::optional<SceneSound> sound) {
+  if (sound == m_scene->GetSound()) return;
+  std::optional<SceneSound> before = m_scene->GetSound();
+  m_scene->SetSound(std::move(sound));
+  PushExchange("CSoundRestoreObj", [this, saved = std::move(before)]() mutable {
+    std::optional<SceneSound> now = m_scene->GetSound();
+    m_scene->SetSound(std::move(saved));
+    saved = std::move(now);
+  });
+}
+
+void HeadlessAdaptor::SetBackdrop(SceneNode& camera, std::shared_ptr<const Backdrop> backdrop) {
+  HeadlessNode& node = HandOut(camera);
+  std::shared_ptr<const Backdrop> before = camera.GetBackdrop();
+  camera.SetBackdrop(std::move(backdrop));
+  PushExchange("CBackdropRestoreObj", [&node, saved = std::move(before)]() mutable {
+    if (!node.m_sceneNode) return;
+    std::shared_ptr<const Backdrop> now = node.m_sceneNode->GetBackdrop();
+    node.m_sceneNode->SetBackdrop(std::move(saved));
+    saved = std::move(now);
+  });
+}
+
 // --- the rest ---
 
 std::vector<std::string> HeadlessAdaptor::GetNodesWithLensKeys() const {

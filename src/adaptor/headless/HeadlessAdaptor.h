@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -10,6 +11,7 @@
 
 #include "adaptor/common/HostAdaptor.h"
 #include "adaptor/headless/HostObservers.h"
+#include "adaptor/headless/SceneMedia.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -42,6 +44,10 @@ class HeadlessAdaptor final : public HostAdaptor {
   /// Of the scene: false, with nothing changed, unless it is finite and above 0. Keys keep their
   /// times. Undoable in an open block.
   bool SetFrameRate(double rate);
+  /// Undoable in an open block, as is the next.
+  void SetSound(std::optional<SceneSound> sound);
+  /// Null for none.
+  void SetBackdrop(SceneNode& camera, std::shared_ptr<const Backdrop> backdrop);
   /// Scene names of the cameras whose lens has keys, which a file has no place for.
   std::vector<std::string> GetNodesWithLensKeys() const;
   /// Brings all nodes of `added`, which keeps none, in below `parent` (null: the world), with the

@@ -5,11 +5,14 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "adaptor/common/RigRecord.h"
+#include "adaptor/headless/SceneMedia.h"
 #include "adaptor/headless/SceneNode.h"
 
 namespace orv::rws::adaptor::headless {
@@ -93,6 +96,9 @@ class Scene {
   /// Groups and order of the rigs, a text that only the core understands; empty without groups.
   std::string& GetRows() { return m_rows; }
 
+  const std::optional<SceneSound>& GetSound() const { return m_sound; }
+  void SetSound(std::optional<SceneSound> sound) { m_sound = std::move(sound); }
+
   /// Names of the file's animation clips, in its order ("" for one without a name).
   const std::vector<std::string>& GetClips() const { return m_clips; }
   /// Index of the clip that the nodes' channels come from and keys are written to; -1 when the file
@@ -126,6 +132,8 @@ class Scene {
   bool m_hadRecord = false;               ///< the file had a record of ours
   std::vector<RigRecord> m_rigs;
   std::string m_rows;
+  std::optional<SceneSound> m_sound;
+  bool m_hadSound = false;  ///< the file had one that could be read
   std::vector<std::string> m_clips;
   int m_evaluatedClip = -1;
   std::function<void()> m_treeChanged;

@@ -11,6 +11,7 @@
 #include "adaptor/common/Geometry.h"
 #include "adaptor/common/Trs.h"
 #include "adaptor/headless/Channel.h"
+#include "adaptor/headless/SceneMedia.h"
 
 namespace orv::rws::adaptor::headless {
 
@@ -108,6 +109,9 @@ class alignas(64) SceneNode {
   /// Null when the node has none.
   const Lens* GetLens() const { return m_lens ? &*m_lens : nullptr; }
   void SetLens(const Lens& lens);
+  /// What stands behind the picture of a camera; null without one.
+  const std::shared_ptr<const Backdrop>& GetBackdrop() const { return m_backdrop; }
+  void SetBackdrop(std::shared_ptr<const Backdrop> backdrop) { m_backdrop = std::move(backdrop); }
   const Curve* GetCurve() const { return m_curve.get(); }
   std::shared_ptr<const Curve> GetSharedCurve() const { return m_curve; }
   void SetCurve(const Curve& curve);
@@ -147,6 +151,7 @@ class alignas(64) SceneNode {
     std::optional<std::string> home;
     bool hub = false;
     std::optional<Lens> lens;
+    bool hasBackdrop = false;
     std::shared_ptr<const Curve> curve;
     bool hasTriangles = false;
     Colour colour{0.8f, 0.8f, 0.8f};
@@ -168,6 +173,7 @@ class alignas(64) SceneNode {
   std::optional<std::string> m_home;
   bool m_hub = false;
   std::optional<Lens> m_lens;
+  std::shared_ptr<const Backdrop> m_backdrop;
   std::shared_ptr<const Curve> m_curve;
   mutable std::shared_ptr<const util::CMesh> m_mesh;  ///< null until asked for
   bool m_ownMesh = false;                             ///< given by SetMesh

@@ -233,6 +233,7 @@ void Cleaner::RemoveRigs() {
   for (SceneNode* node : m_scene.GetNodes()) {
     node->SetTag({});
     node->SetHub(false);
+    node->SetBackdrop(nullptr);
   }
   m_scene.GetRigs().clear();
 }

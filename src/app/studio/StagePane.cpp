@@ -269,6 +269,7 @@ void StagePane::NotePicture() {
     if (m_isWanted) Update();
     ChooseInset();
     ShowNotes();
+    if (m_core.GetRunState() == rws::core::RunState::kIdle) m_frames.LoadAhead();
     for (const std::string& odd : m_frames.TakeOdd())
       rws::core::LogEntry(rws::core::LogLevel::kWarning, odd);
   });

@@ -47,6 +47,13 @@ class StagePane : public gui::component::qt::ViewHandler,
   /// For the line about pictures a second.
   void SetLatency(const view::PictureLatency& latency) { m_overlayView.SetLatency(latency); }
 
+  /// The camera that is looked through; null without one.
+  const rws::adaptor::headless::SceneNode* GetCamera() const {
+    return m_frames.GetLookThrough(m_view ? m_view->GetActive() : 0);
+  }
+  /// The active pane's own eye.
+  view::OrbitEye GetEye() const { return m_view ? m_view->GetEye() : view::OrbitEye(); }
+
   // ViewHandler
   void Paint(QPainter& painter, QWidget& widget) override;
   QWidget* MakeContent(QWidget* parent) override;

@@ -11,12 +11,15 @@
 #include <utility>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/Scene.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
 #include "app/studio/QtTexts.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
+#include "app/studio/timeline/Player.h"
+#include "app/studio/timeline/Timeline.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
@@ -55,8 +58,9 @@ std::string SentencesOf(const Problem& problem) {
 
 /// What leaves the scene alone, or ends a take by asking for another scene.
 bool IsForTakes(int id) {
-  static constexpr int kFree[] = {kCommandNew,      kCommandOpen, kCommandRecent,  kCommandQuit,
-                                  kCommandExamples, kCommandHelp, kCommandLicence, kCommandUpdate};
+  static constexpr int kFree[] = {
+      kCommandNew,  kCommandOpen,    kCommandRecent, kCommandQuit, kCommandExamples,
+      kCommandHelp, kCommandLicence, kCommandUpdate, kCommandLoop, kCommandEveryFrame};
   return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
 }
 
@@ -89,12 +93,19 @@ Studio::Studio(const StudioOptions& options)
       m_devices([](const std::string&) {}),
       m_stage(std::make_unique<StagePane>(m_document.GetCore(), m_document.GetAdaptor(), m_browser,
                                           options.isFixedQuality)),
+      m_player(std::make_unique<Player>(m_document.GetCore(), m_document.GetAdaptor())),
+      m_timeline(
+          std::make_unique<Timeline>(m_document.GetCore(), m_document.GetAdaptor(), m_browser)),
       m_windows(m_document.GetCore(), *this),
       m_input(m_document.GetCore()),
       m_keys(m_document.GetCore()) {
   m_stage->SetSettings(&m_windows.GetSettings());
   AddAllWindows(m_windows);
-  m_document.SetChangeHandler([this] { m_windows.TellSceneChanged(); });
+  BeginPlayback();
+  m_document.SetChangeHandler([this] {
+    FollowSound();
+    m_windows.TellSceneChanged();
+  });
   m_document.SetTroubleHandler([this](const Problem& problem) {
     LogEntry(LogLevel::kWarning, SentencesOf(problem));
     // No box: it may be a take's first frame.
@@ -104,11 +115,16 @@ Studio::Studio(const StudioOptions& options)
 }
 
 Studio::~Studio() {
+  m_player->changed = nullptr;
   m_stage->SetSettings(nullptr);
 }
 
 gui::component::qt::ViewHandler* Studio::GetStage() {
   return m_stage.get();
+}
+
+gui::component::qt::ViewHandler* Studio::GetTimeline() {
+  return m_timeline.get();
 }
 
 Studio::Working::Working(Studio& studio) : at(studio) {
@@ -228,6 +244,19 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandExportScene, &Studio::ExportScene},
       {kCommandExportPoses, &Studio::ExportPoses},
       {kCommandExportPicture, &Studio::ExportPicture},
+      {kCommandPreview, &Studio::ExportPreview},
+      {kCommandPlay, &Studio::Play},
+      {kCommandPlayBackwards, &Studio::PlayBackwards},
+      {kCommandFrameBack, &Studio::FrameBack},
+      {kCommandFrameOn, &Studio::FrameOn},
+      {kCommandKeyBack, &Studio::KeyBack},
+      {kCommandKeyOn, &Studio::KeyOn},
+      {kCommandRangeBegin, &Studio::RangeBegin},
+      {kCommandRangeEnd, &Studio::RangeEnd},
+      {kCommandLoop, &Studio::SwitchLoop},
+      {kCommandEveryFrame, &Studio::SwitchEveryFrame},
+      {kCommandSound, &Studio::ChooseSound},
+      {kCommandBackdrop, &Studio::ChooseBackdrop},
       {kCommandHelp, &Studio::ShowHelp},
       {kCommandLicence, &Studio::ShowLicence},
       {kCommandUpdate, &Studio::CheckForUpdate},
@@ -238,7 +267,7 @@ const std::vector<Studio::Command>& Studio::Commands() {
 
 bool Studio::HasCommand(int id) const {
   if (id == kCommandUpdate) return m_windows.GetCore().IsOffered();
-  return id == kCommandRecent || id == kCommandExamples ||
+  return id == kCommandRecent || id == kCommandExamples || id == kCommandTime ||
          std::any_of(Commands().begin(), Commands().end(),
                      [id](const Command& c) { return c.id == id; });
 }
@@ -261,6 +290,8 @@ void Studio::UpdateMenu(gui::Menu& menu) {
   const std::string locked = m_document.IsRunning() ? WhyLocked() : std::string();
   for (const Command& command : Commands())
     if (!IsForTakes(command.id)) menu.SetEnabled(command.id, locked.empty(), locked);
+  menu.SetChecked(kCommandLoop, m_player->IsLoop());
+  menu.SetChecked(kCommandEveryFrame, m_player->IsEveryFrame());
   std::vector<gui::MenuItem> items;
   int id = kFirstRecent;
   for (const RecentFile& file : RecentFiles::List()) {
@@ -402,6 +433,22 @@ std::string Studio::ScriptSave(const std::string& path) {
       (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }
 
+std::string Studio::ScriptPreview(const ScriptPreviewWish& wish) {
+  if (m_working > 0) return kBusy;
+  if (m_document.IsRunning()) return WhyLocked();
+  PreviewOptions options = PreviewOfRange();
+  if (!wish.camera.empty()) {
+    options.camera = m_document.GetScene().Find(wish.camera);
+    if (!options.camera || !options.camera->GetLens())
+      return "there is no camera \"" + wish.camera + "\"";
+  }
+  if (wish.width > 0) options.width = wish.width;
+  if (wish.height > 0) options.height = wish.height;
+  options.overlay = wish.overlay;
+  const Working working(*this);
+  return SentencesOf(WritePreview(m_document.GetAdaptor(), options, wish.folder).problem);
+}
+
 nlohmann::json Studio::ScriptState() {
   auto& core = m_document.GetCore();
   static const char* const kRuns[] = {"idle", "countdown", "recording", "resimulating"};
@@ -412,6 +459,8 @@ nlohmann::json Studio::ScriptState() {
   return {{"run", kRuns[static_cast<int>(core.GetRunState())]},
           {"time", m_document.GetAdaptor().GetCurrentTime()},
           {"frame", core.FrameIndex(m_document.GetAdaptor().GetCurrentTime())},
+          {"playing", m_player->IsPlaying()},
+          {"heard", m_player->IsHeard()},
           {"selection", selection},
           {"undo", undo.names},
           {"undoPosition", undo.position},

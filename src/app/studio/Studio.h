@@ -11,6 +11,7 @@
 #include "app/session/document/SceneDocument.h"
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/KeyFilter.h"
+#include "app/studio/PreviewFolder.h"
 #include "app/studio/StudioOptions.h"
 #include "app/studio/WindowInput.h"
 #include "app/studio/script/ScriptHost.h"
@@ -20,7 +21,9 @@
 namespace orv::app {
 
 class HelpWindow;
+class Player;
 class StagePane;
+class Timeline;
 class ScriptDriver;
 
 /// One scene at a time, with the core's windows around it. Works on a SceneDocument; what it asks a
@@ -45,6 +48,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void OnMainWindowClosed() override;
   rws::core::windows::SceneBrowser* GetSceneBrowser() override { return &m_browser; }
   gui::component::qt::ViewHandler* GetStage() override;
+  gui::component::qt::ViewHandler* GetTimeline() override;
   void ApplyAppearance() override;
   void OnPreferences() override;
 
@@ -53,6 +57,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptNew() override;
   std::string ScriptOpen(const std::string& path) override;
   std::string ScriptSave(const std::string& path) override;
+  std::string ScriptPreview(const ScriptPreviewWish& wish) override;
   nlohmann::json ScriptState() override;
   void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;
@@ -91,11 +96,32 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void ExportScene();
   void ExportPoses();
   void ExportPicture();
+  void ExportPreview();
+  void Play() { PlayOrStop(false); }
+  void PlayBackwards() { PlayOrStop(true); }
+  void FrameBack();
+  void FrameOn();
+  void KeyBack();
+  void KeyOn();
+  void RangeBegin();
+  void RangeEnd();
+  void SwitchLoop();
+  void SwitchEveryFrame();
+  void ChooseSound();
+  void ChooseBackdrop();
   void ShowHelp();
   void ShowLicence();
   void CheckForUpdate();
   void Quit();
 
+  /// Of the playback range, as the view shows it.
+  PreviewOptions PreviewOfRange();
+  void BeginPlayback();
+  void PlayOrStop(bool backwards);
+  /// What the menu and the buttons of time show.
+  void ShowPlayback();
+  /// Reads the sound that the scene refers to, when that is another one than before.
+  void FollowSound();
   bool Open(const std::string& path);
   void OpenExample(int number);
   void TakeDropped(const std::vector<std::string>& paths);
@@ -133,6 +159,10 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   HeadlessBrowser m_browser;
   Devices m_devices;
   std::unique_ptr<StagePane> m_stage;
+  std::unique_ptr<Player> m_player;
+  std::unique_ptr<Timeline> m_timeline;
+  std::string m_soundFile;             ///< that was read, or could not be
+  const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;
   WindowInput m_input;
   KeyFilter m_keys;  ///< behind it, and so ahead of it with every key

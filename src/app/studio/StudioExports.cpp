@@ -15,11 +15,14 @@
 #include "app/session/PosesFile.h"
 #include "app/session/SceneRange.h"
 #include "app/session/anyhost/Names.h"
+#include "app/studio/StagePane.h"
 #include "app/studio/Studio.h"
+#include "app/studio/windows/PreviewWindow.h"
 #include "app/studio/windows/ProgressWindow.h"
 #include "core/CoreImplementation.h"
 #include "gui/Texts.h"
 #include "util/AtomicFile.h"
+#include "util/FrameGrid.h"
 
 namespace orv::app {
 
@@ -96,6 +99,55 @@ void Studio::ExportPicture() {
   if (error.empty()) util::writeFile(path, picture, &error);
   if (!error.empty()) return Show(Translate("Export picture"), Problem{path, error, "", {}});
   TellDone(Translate("%1 was written.", {path}), {});
+}
+
+PreviewOptions Studio::PreviewOfRange() {
+  const auto& scene = m_document.GetScene();
+  const double duration = scene.GetFrameDuration();
+  PreviewOptions options;
+  options.camera = m_stage->GetCamera();
+  options.eye = m_stage->GetEye();
+  options.first = static_cast<int>(util::firstFrameFrom(scene.GetRangeStart(), duration));
+  options.last = static_cast<int>(util::lastFrameUntil(scene.GetRangeEnd(), duration));
+  options.isFixedQuality = m_options.isFixedQuality;
+  return options;
+}
+
+void Studio::ExportPreview() {
+  const std::string title = Translate("Export a preview");
+  PreviewOptions options = PreviewOfRange();
+  std::vector<PreviewWindow::Camera> cameras;
+  std::vector<const rws::adaptor::headless::SceneNode*> nodes;
+  PreviewWindow::Choice choice;
+  for (const auto* node : m_document.GetScene().GetNodes()) {
+    if (!node->GetLens()) continue;
+    if (node == options.camera) choice.camera = static_cast<int>(cameras.size());
+    const double aspect = node->GetLens()->aspectRatio;
+    cameras.push_back({node->GetName(), aspect > 0.0 ? aspect : 16.0 / 9.0});
+    nodes.push_back(node);
+  }
+  const std::string frames =
+      Translate("Frames %1 to %2, a PNG file each, in a new folder",
+                {std::to_string(options.first), std::to_string(options.last)});
+  if (!PreviewWindow(m_windows, cameras, frames).Run(choice)) return;
+  const std::string folder = m_windows.ChooseFileToSave(
+      title, Translate("Folders (*)"), "exports",
+      std::filesystem::path(m_document.GetTitle()).stem().string() + "_preview", "");
+  if (folder.empty()) return;
+  options.camera = choice.camera < 0 ? nullptr : nodes[static_cast<std::size_t>(choice.camera)];
+  options.width = choice.width;
+  options.height = choice.height;
+  options.overlay = choice.overlay;
+  PreviewResult result;
+  {
+    const Working working(*this);
+    ProgressWindow progress(m_windows, title, Translate("Writing %1...", {FileNameOf(folder)}));
+    result = WritePreview(m_document.GetAdaptor(), options, folder, progress.MakeMonitor());
+  }
+  if (result.isCancelled)
+    return Tell(Translate("The preview was cancelled; nothing of it was kept."));
+  if (result.problem) return Show(title, result.problem);
+  TellDone(Translate("%1 was written.", {folder}), result.odd);
 }
 
 }  // namespace orv::app

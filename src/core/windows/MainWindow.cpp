@@ -124,6 +124,10 @@ void MainWindow::OnBuilt() {
   gui::component::qt::ViewHandler* stage = GetWindows().GetProgram().GetStage();
   With<View>(kMainStage, [stage](View& view) { view.SetHandler(stage); });
   if (gui::Component* view = Find(kMainStage)) view->SetVisible(stage != nullptr);
+  gui::component::qt::ViewHandler* timeline = GetWindows().GetProgram().GetTimeline();
+  With<View>(kMainTimeline, [timeline](View& view) { view.SetHandler(timeline); });
+  for (const int id : {kMainTimeline, kMainTimeButtons})
+    if (gui::Component* part = Find(id)) part->SetVisible(timeline != nullptr);
   for (const auto& page : m_pages) page->OnBuilt();
   const std::vector<int> page = Split(GetKept(kPage));
   ShowPage(page.size() == 1 ? page.front() : kPageParameters);
@@ -168,7 +172,7 @@ void MainWindow::ShowTitle() {
 /// Entries that the program around the window has not.
 void MainWindow::HideMissing(gui::Menu& menu) {
   const Program& program = GetWindows().GetProgram();
-  for (int id = kProgramCommands; id <= kCommandUpdate; ++id)
+  for (int id = kProgramCommands; id < kFirstRecent; ++id)
     menu.SetVisible(id, program.HasCommand(id));
   if (!GetBrowser())
     for (const int id : {kNodeGround, kNodeFit, kNodeSelectDriven}) menu.SetVisible(id, false);
@@ -265,6 +269,7 @@ void MainWindow::OnFrame(gui::Component& source, util::Message& message) {
       break;
     case gui::kMsgClicked:
       ShowPage(id);
+      if (id >= kProgramCommands && id <= kLastProgramCommand) program.RunCommand(id);
       break;
     default:
       break;

@@ -21,6 +21,8 @@ enum MainWindowComponent : int {
   kMainNoticeClose,    ///< button
   kMainStage,          ///< view: the scene, hidden where the host shows it by itself
   kMainLeft,           ///< splitter: tools, rigs
+  kMainTimeline,       ///< view, hidden where the host has a time line
+  kMainTimeButtons,    ///< list, hidden likewise; its buttons have the ids of commands
 
   // Tools.
   kToolSearch = 320,  ///< text box
@@ -72,6 +74,7 @@ enum MainWindowComponent : int {
   kTakeTo,
   kTakeRate,    ///< spinner (frames per second)
   kTakeStatus,  ///< label
+  kTakeFrame,   ///< spinner: the time in frames
 };
 
 /// The page of a product.

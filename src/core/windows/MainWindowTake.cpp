@@ -67,6 +67,7 @@ void MainWindowTake::ShowTimes() {
   double start = 0.0, end = 0.0;
   host->GetTimeRange(start, end);
   SetSpinnerQuietly(kTakeTime, host->GetCurrentTime());
+  SetSpinnerQuietly(kTakeFrame, GetCore().FrameIndex(host->GetCurrentTime()));
   SetSpinnerQuietly(kTakeFrom, start);
   SetSpinnerQuietly(kTakeTo, end);
   SetSpinnerQuietly(kTakeRate, host->GetFrameRate());
@@ -103,7 +104,8 @@ void MainWindowTake::ShowCommands() {
        isLast ? why : Translate("The last step is no take."));
   show(kResimulateButton, kCommandResimulate, why.empty(), why);
   const std::string locked = window.WhyLocked();
-  for (const int id : {kTakeTime, kTakeFrom, kTakeTo}) window.SetEnabled(id, idle, locked);
+  for (const int id : {kTakeTime, kTakeFrame, kTakeFrom, kTakeTo})
+    window.SetEnabled(id, idle, locked);
   if (GetBrowser()) window.SetEnabled(kTakeRate, idle, locked);
   window.SetEnabled(kSlowMotionFactor, state != RunState::kResimulating, locked);
 }
@@ -147,6 +149,8 @@ void MainWindowTake::OnComponent(gui::Component& source, util::Message& message)
       return GetCore().SetSlowFactorIndex(static_cast<int>(std::lround(value)));
     case kTakeTime:
       return SetTime(value);
+    case kTakeFrame:
+      return SetTime(std::lround(value) * host->GetFrameDuration());
     case kTakeFrom:
       return SetRange(value, std::max(value, end));
     case kTakeTo:

@@ -24,6 +24,21 @@ enum ProgramCommand : int {
   kCommandHelp,
   kCommandLicence,
   kCommandUpdate,
+  kCommandPreview,  ///< a folder of pictures
+  // The menu of time.
+  kCommandTime = 3040,  ///< the menu itself
+  kCommandPlay,
+  kCommandPlayBackwards,
+  kCommandFrameBack,
+  kCommandFrameOn,
+  kCommandKeyBack,
+  kCommandKeyOn,
+  kCommandRangeBegin,
+  kCommandRangeEnd,
+  kCommandLoop,
+  kCommandEveryFrame,
+  kCommandSound,
+  kCommandBackdrop,
   kFirstRecent = 3100,
   kFirstExample = 3200,
 };

@@ -45,6 +45,8 @@ class Program {
   /// The picture of the scene in the middle of the main window; null where the host shows its scene
   /// by itself.
   virtual gui::component::qt::ViewHandler* GetStage() { return nullptr; }
+  /// The time line of the main window, with the buttons around it; null where the host has its own.
+  virtual gui::component::qt::ViewHandler* GetTimeline() { return nullptr; }
   /// The widget that windows stand over when the main window is closed; null without.
   virtual QWidget* GetHostWindow() { return nullptr; }
   /// Applies theme and language of the preferences; where the host rules over them it does nothing

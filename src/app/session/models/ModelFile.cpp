@@ -105,6 +105,7 @@ void DropMarks(Scene& scene) {
     node->SetTag("");
     node->SetHub(false);
     node->SetHome({});
+    node->SetBackdrop(nullptr);
   }
 }
 

@@ -136,6 +136,7 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"unplug", [&] { Device(line); }},
       {"dump", [&] { Dump(line); }},
       {"shot", [&] { Shot(line); }},
+      {"preview", [&] { Preview(line); }},
       {"state", [&] { Answer(m_host.ScriptState()); }},
       {"wait", [&] { WaitIdle(line); }},
       {"wait-idle", [&] { WaitIdle(line); }},
@@ -335,6 +336,21 @@ void ScriptDriver::Shot(const ScriptLine& line) {
   if (!window->grab().save(QString::fromStdString(line.Word()), "PNG"))
     return Fail(line.Word() + ": the picture can't be written");
   Answer({{"file", line.Word()}});
+}
+
+void ScriptDriver::Preview(const ScriptLine& line) {
+  ScriptPreviewWish wish;
+  wish.folder = line.Word();
+  wish.camera = line.Value("camera");
+  wish.overlay = line.Value("overlay") == "yes";
+  if (wish.folder.empty()) return Fail("the folder's name is missing");
+  if (line.Has("size")) {
+    const QStringList size = QString::fromStdString(line.Value("size")).split('x');
+    wish.width = size.size() == 2 ? size[0].toInt() : 0;
+    wish.height = size.size() == 2 ? size[1].toInt() : 0;
+    if (wish.width < 1 || wish.height < 1) return Fail("size=WIDTHxHEIGHT is wanted");
+  }
+  AnswerOr(m_host.ScriptPreview(wish));
 }
 
 void ScriptDriver::WaitIdle(const ScriptLine& line) {

@@ -10,6 +10,14 @@ class CoreImplementation;
 
 namespace orv::app {
 
+/// A folder of pictures of the playback range, as the view shows it where nothing else is wished.
+struct ScriptPreviewWish {
+  std::string folder;
+  std::string camera;         ///< name of a node
+  int width = 0, height = 0;  ///< 0: as it is by default
+  bool overlay = false;
+};
+
 class ScriptHost {
  public:
   virtual ~ScriptHost() = default;
@@ -20,6 +28,7 @@ class ScriptHost {
   virtual std::string ScriptOpen(const std::string& path) = 0;
   /// An empty path: the scene's own file.
   virtual std::string ScriptSave(const std::string& path) = 0;
+  virtual std::string ScriptPreview(const ScriptPreviewWish& wish) = 0;
   /// Run, time, frame, selection, names of undo steps, dirty, path.
   virtual nlohmann::json ScriptState() = 0;
   /// Whether the program goes on, with a new scene, when its main window is closed.

@@ -14,6 +14,7 @@ struct SourceLens {
   util::Matrix<double> pose;   ///< of the world; it looks along its -Z, +Y up
   double fieldOfView = 45.0;   ///< vertical (degrees)
   double aspect = 16.0 / 9.0;  ///< width over height
+  BackdropLook backdrop;
 };
 
 /// A node that an eye travels with.

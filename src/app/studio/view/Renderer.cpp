@@ -490,6 +490,7 @@ void Renderer::DrawPicture(const FramePacket& packet, const PixelRect& area, dou
   m_gl->glClearColor(packet.background[0], packet.background[1], packet.background[2], 1.0f);
   m_gl->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   m_gl->glDisable(GL_SCISSOR_TEST);
+  m_backdrop.Draw(*m_gl, packet, area.width, area.height, m_empty);
   if (wire) {
     m_gl->glEnable(GL_POLYGON_OFFSET_FILL);
     m_gl->glPolygonOffset(1.0f, 1.0f);

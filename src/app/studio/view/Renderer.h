@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "app/studio/view/Backdrop.h"
 #include "app/studio/view/packet/FramePacket.h"
 #include "app/studio/view/packet/LevelChoice.h"
 #include "app/studio/view/packet/MeshLevels.h"
@@ -104,6 +105,7 @@ class Renderer {
   unsigned m_empty = 0;      ///< vertex array of draws without vertex data
   std::unique_ptr<Target> m_ids, m_mask, m_canvas;
   const LevelStore* m_levels = nullptr;
+  BackdropPass m_backdrop;
   LevelChoice m_choice;
   bool m_isExact = false;                   ///< no levels in this picture
   std::vector<MeshLevels::Range> m_ranges;  ///< of the batch that is drawn

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <tuple>
+#include <utility>
 
 #include "adaptor/headless/GltfDocument.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
+#include "util/FrameGrid.h"
 
 namespace orv::app::view {
 
@@ -283,6 +285,10 @@ bool SceneFrames::GetLens(std::size_t picture, SourceLens& lens) {
       shown->host->GetLensValue(rws::adaptor::LensValue::kFieldOfView, m_host.GetCurrentTime());
   const double aspect = through->GetLens()->aspectRatio;
   lens.aspect = aspect > 0.0 ? aspect : 16.0 / 9.0;
+  if (const auto& backdrop = through->GetBackdrop()) {
+    const int frame = util::frameAtOrBefore(m_host.GetCurrentTime(), m_host.GetFrameDuration());
+    lens.backdrop = {m_backdrops.Find(*backdrop, frame), static_cast<float>(backdrop->opacity)};
+  }
   return true;
 }
 
@@ -329,6 +335,8 @@ void SceneFrames::Arrange(Picture& picture, FramePacket& packet) {
   for (std::size_t i = 0; i < m_shown.size(); ++i) {
     const Shown& shown = m_shown[i];
     if (!shown.model || shown.model->parts.empty()) continue;
+    const bool isSign = !shown.node->HasMesh();
+    if (isSign && !m_hasSigns) continue;
     // The signs of cameras would stand in the picture of one.
     if (picture.through && (shown.node == picture.through || shown.key.owner == &kCameraSign))
       continue;
@@ -425,6 +433,16 @@ void SceneFrames::LookThrough(const SceneNode* node, std::size_t picture) {
 void SceneFrames::Follow(const SceneNode* node, bool turns, std::size_t picture) {
   m_pictures[picture].followed = node;
   m_pictures[picture].turns = turns;
+}
+
+void SceneFrames::SetSignsVisible(bool visible) {
+  if (std::exchange(m_hasSigns, visible) != visible) Disarrange();
+}
+
+std::vector<std::string> SceneFrames::TakeOdd() {
+  std::vector<std::string> odd = m_files.TakeOdd();
+  for (std::string& text : m_backdrops.TakeOdd()) odd.push_back(std::move(text));
+  return odd;
 }
 
 }  // namespace orv::app::view

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
+#include "app/studio/view/BackdropPictures.h"
 #include "app/studio/view/FileMeshes.h"
 #include "app/studio/view/FrameSource.h"
 
@@ -69,7 +70,11 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   }
   bool TurnsWithFollowed(std::size_t picture = 0) const { return m_pictures[picture].turns; }
   /// Hands over, and forgets, what of files could not be shown.
-  std::vector<std::string> TakeOdd() { return m_files.TakeOdd(); }
+  std::vector<std::string> TakeOdd();
+  /// Cameras and curves are shown, which they are at first.
+  void SetSignsVisible(bool visible);
+  /// See BackdropPictures::LoadAhead.
+  bool LoadAhead() { return m_backdrops.LoadAhead(); }
 
  private:
   struct Shown;
@@ -120,6 +125,8 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   rws::adaptor::headless::HeadlessAdaptor& m_host;
   MeshPool m_pool;
   FileMeshes m_files{m_pool};
+  BackdropPictures m_backdrops;
+  bool m_hasSigns = true;
   std::map<ModelKey, HeldModel> m_models;
   std::vector<Shown> m_shown;  ///< parents first; an id is an index from 1
   std::vector<const SceneNode*> m_selection;

@@ -34,6 +34,7 @@ void StagePicture::Make(FrameSource& source, double aspect) {
   SourceLens lens;
   m_isThrough = source.GetLens(m_number, lens);
   packet.gate.visible = false;
+  packet.backdrop = m_isThrough ? lens.backdrop : BackdropLook();
   OrbitEye eye = m_eye;
   if (m_isThrough) {
     m_pose = lens.pose;

@@ -40,6 +40,30 @@ enum MakeModelId : int {
   kMakeCancel,
 };
 
+enum MediaId : int {
+  kMediaText = 10,
+  kMediaFile,  ///< label
+  kMediaChoose,
+  kMediaNone,
+  kMediaNotice,
+  kMediaFrameLabel,
+  kMediaFrame,       ///< spinner
+  kMediaOpacityRow,  ///< list
+  kMediaOpacity,     ///< spinner (%)
+  kMediaAccept = 20,
+  kMediaCancel,
+};
+
+enum PreviewId : int {
+  kPreviewCamera = 10,  ///< combo box; an item's id is its place in the list of cameras, 0 the eye
+  kPreviewWidth,        ///< spinners
+  kPreviewHeight,
+  kPreviewOverlay,  ///< check box
+  kPreviewFrames,   ///< label
+  kPreviewAccept = 20,
+  kPreviewCancel,
+};
+
 enum ProgressId : int { kProgressText = 10, kProgressBar, kProgressCancel };
 
 enum HelpId : int { kHelpPages = 10, kHelpScroll, kHelpText, kHelpClose };

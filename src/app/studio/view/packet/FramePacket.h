@@ -86,6 +86,12 @@ struct Gate {
   float left = 0.0f, bottom = 0.0f, width = 1.0f, height = 1.0f;
 };
 
+/// What stands behind all else.
+struct BackdropLook {
+  std::shared_ptr<const Texture> picture;  ///< null for nothing
+  float opacity = 1.0f;
+};
+
 using LinearColour = std::array<float, 3>;
 
 /// Knows no toolkit and no scene. Whoever makes it changes it between pictures only.
@@ -104,6 +110,7 @@ struct FramePacket {
   Shading shading = Shading::kPlain;
   GridLook grid;
   Gate gate;
+  BackdropLook backdrop;
   // As a screen shows them.
   LinearColour background{0.22f, 0.23f, 0.25f};
   LinearColour gridColour{0.45f, 0.46f, 0.48f};

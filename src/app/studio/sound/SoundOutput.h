@@ -1,0 +1,45 @@
+// A sound on the loudspeakers.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "app/studio/sound/Sound.h"
+
+namespace orv::app::sound {
+
+/// Plays one sound through SDL at the time that it is told. SDL's own thread reads the sound and
+/// counts its samples; while nothing is played there is neither device nor thread.
+class SoundOutput {
+ public:
+  /// Told time and what is heard may differ so much (s) before the sound jumps.
+  static constexpr double kTolerance = 0.06;
+
+  SoundOutput();
+  ~SoundOutput();
+  SoundOutput(const SoundOutput&) = delete;
+  SoundOutput& operator=(const SoundOutput&) = delete;
+
+  /// Ends what is played; null for none.
+  void SetSound(std::shared_ptr<const Sound> sound);
+  /// `time` (s, from the sound's beginning, before it too) is to be heard now, and the sound goes
+  /// on by itself from there. False, with `problem`, when it can't be played, which is tried again
+  /// only after Stop.
+  bool Follow(double time, std::string& problem);
+  void Stop();
+  bool IsPlaying() const { return m_device != 0; }
+
+ private:
+  struct Reading;
+
+  bool Open(std::string& problem);
+
+  std::shared_ptr<const Sound> m_sound;
+  std::unique_ptr<Reading> m_reading;  ///< of the thread that plays
+  std::uint32_t m_device = 0;
+  bool m_hasFailed = false;
+  bool m_isSystemOpen = false;  ///< SDL's audio
+};
+
+}  // namespace orv::app::sound
