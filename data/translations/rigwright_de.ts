@@ -1475,7 +1475,7 @@
     </message>
     <message>
         <source>That is no place in the scene.</source>
-        <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
+        <extracomment>src/app/studio/HeadlessBrowser.cpp; src/app/studio/NodeManipulation.cpp</extracomment>
         <translation>Das ist kein Ort in der Szene.</translation>
     </message>
     <message>
@@ -1522,6 +1522,36 @@
         <source>Use as ground</source>
         <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
         <translation>Als Boden verwenden</translation>
+    </message>
+    <message>
+        <source>%1 can't be placed: a node above it has a scale of 0.</source>
+        <extracomment>src/app/studio/NodeManipulation.cpp</extracomment>
+        <translation>%1 lässt sich nicht platzieren: Ein Knoten darüber hat die Skalierung 0.</translation>
+    </message>
+    <message>
+        <source>%1 can't be placed: %2</source>
+        <extracomment>src/app/studio/NodeManipulation.cpp</extracomment>
+        <translation>%1 lässt sich nicht platzieren: %2</translation>
+    </message>
+    <message>
+        <source>%1 has keys: its pose became a key at %2 s, the others stay.</source>
+        <extracomment>src/app/studio/NodeManipulation.cpp</extracomment>
+        <translation>%1 hat Keys: Die Pose wurde ein Key bei %2 s, die anderen bleiben.</translation>
+    </message>
+    <message>
+        <source>The rig of %1 decides where it stands, and has moved it on.</source>
+        <extracomment>src/app/studio/NodeManipulation.cpp</extracomment>
+        <translation>Das Rig von %1 bestimmt, wo der Knoten steht, und hat ihn weiterbewegt.</translation>
+    </message>
+    <message>
+        <source>Select a node in the scene first.</source>
+        <extracomment>src/app/studio/NodeManipulation.cpp; src/core/windows/MainWindowPose.cpp; src/core/windows/MainWindowScene.cpp</extracomment>
+        <translation>Wählen Sie zuerst einen Knoten in der Szene.</translation>
+    </message>
+    <message>
+        <source>Nothing lies under %1.</source>
+        <extracomment>src/app/studio/NodeManipulation.cpp</extracomment>
+        <translation>Unter %1 liegt nichts.</translation>
     </message>
     <message>
         <source>there is no OpenGL for it</source>
@@ -1584,6 +1614,121 @@
         <translation>sorgen Sie für Platz auf der Platte</translation>
     </message>
     <message>
+        <source>Own axes</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Eigene Achsen</translation>
+    </message>
+    <message>
+        <source>Axes of the parent</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Achsen des Elternknotens</translation>
+    </message>
+    <message>
+        <source>Axes of the chosen node</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Achsen des gewählten Knotens</translation>
+    </message>
+    <message>
+        <source>Axes of the world</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Achsen der Welt</translation>
+    </message>
+    <message>
+        <source>&amp;Place nodes</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Knoten &amp;platzieren</translation>
+    </message>
+    <message>
+        <source>&amp;Move</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Ver&amp;schieben</translation>
+    </message>
+    <message>
+        <source>&amp;Turn</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>&amp;Drehen</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>S&amp;kalieren</translation>
+    </message>
+    <message>
+        <source>&amp;No handles</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Kei&amp;ne Griffe</translation>
+    </message>
+    <message>
+        <source>Along the &amp;world's axes</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Entlang der Achsen der &amp;Welt</translation>
+    </message>
+    <message>
+        <source>Along its &amp;own axes</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Entlang der &amp;eigenen Achsen</translation>
+    </message>
+    <message>
+        <source>Along the &amp;parent's axes</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Entlang der Achsen des El&amp;ternknotens</translation>
+    </message>
+    <message>
+        <source>Along the axes of %1</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Entlang der Achsen von %1</translation>
+    </message>
+    <message>
+        <source>Along the &amp;chosen node's axes from here on</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Ab &amp;jetzt entlang der Achsen des gewählten Knotens</translation>
+    </message>
+    <message>
+        <source>Around the node chosen &amp;last</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Um den &amp;zuletzt gewählten Knoten</translation>
+    </message>
+    <message>
+        <source>&amp;Each around itself</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Jeden um sich se&amp;lbst</translation>
+    </message>
+    <message>
+        <source>Snap to &amp;grid and steps</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Am R&amp;aster und in Schritten einrasten</translation>
+    </message>
+    <message>
+        <source>Snap to no&amp;des</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>An Knoten ein&amp;rasten</translation>
+    </message>
+    <message>
+        <source>Snap to s&amp;urfaces</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>An &amp;Oberflächen einrasten</translation>
+    </message>
+    <message>
+        <source>Drop to g&amp;round</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Auf den &amp;Boden absetzen</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>A scale of 0 can't be had.</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>Eine Skalierung von 0 ist nicht möglich.</translation>
+    </message>
+    <message>
+        <source>%1. X, Y, Z: one axis, with Shift two; digits; Enter; Escape</source>
+        <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
+        <translation>%1. X, Y, Z: eine Achse, mit Umschalt zwei; Ziffern; Eingabe; Escape</translation>
+    </message>
+    <message>
         <source>The scene can't be shown here: %1. Everything else works as ever; a driver with OpenGL 3.3 brings the picture back.</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>Die Szene lässt sich hier nicht zeigen: %1. Alles andere geht wie immer; ein Treiber mit OpenGL 3.3 bringt das Bild zurück.</translation>
@@ -1601,7 +1746,7 @@
     <message>
         <source>Along with %1</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Mit %1</translation>
     </message>
     <message>
         <source>Show &amp;all</source>
@@ -1619,6 +1764,11 @@
         <translation>&amp;Raster</translation>
     </message>
     <message>
+        <source>&amp;Overlay</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>&amp;Einblendungen</translation>
+    </message>
+    <message>
         <source>&amp;Mouse as in</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>&amp;Maus wie in</translation>
@@ -1631,62 +1781,62 @@
     <message>
         <source>Camera in the &amp;corner</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Kamera in der Ecke</translation>
     </message>
     <message>
         <source>Travel a&amp;long with</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>M&amp;itreisen mit</translation>
     </message>
     <message>
         <source>The &amp;place of %1</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Dem &amp;Ort von %1</translation>
     </message>
     <message>
         <source>Place and &amp;heading of %1</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Ort und &amp;Richtung von %1</translation>
     </message>
     <message>
-        <source>&amp;Panes</source>
+        <source>Pa&amp;nes</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;nsichten</translation>
     </message>
     <message>
         <source>&amp;One</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Eine</translation>
     </message>
     <message>
         <source>Two &amp;side by side</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Zwei &amp;nebeneinander</translation>
     </message>
     <message>
         <source>Two one &amp;above the other</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Zwei ü&amp;bereinander</translation>
     </message>
     <message>
         <source>S&amp;hading</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Schattierung</translation>
     </message>
     <message>
         <source>&amp;Plain</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Ein&amp;fach</translation>
     </message>
     <message>
         <source>With the &amp;edges of triangles</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Mit &amp;Kanten der Dreiecke</translation>
     </message>
     <message>
         <source>&amp;Rigs shine through</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rigs scheinen durch</translation>
     </message>
     <message>
         <source>Scenes (*.glb *.gltf)</source>
@@ -1967,6 +2117,66 @@
         <source>Playback range</source>
         <extracomment>src/app/studio/timeline/Timeline.cpp; src/core/windows/MainWindowTake.cpp</extracomment>
         <translation>Abspielbereich</translation>
+    </message>
+    <message>
+        <source>&amp;Paths of nodes</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Wege von Knoten</translation>
+    </message>
+    <message>
+        <source>&amp;Ghost of the take before</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Geist des Takes davor</translation>
+    </message>
+    <message>
+        <source>Wheel &amp;contacts, load and slip</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Aufstandspunkte, Last und Schlupf</translation>
+    </message>
+    <message>
+        <source>&amp;Rays at the ground</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Strahlen zum Boden</translation>
+    </message>
+    <message>
+        <source>&amp;Speeds of belts</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Tempo von Ketten</translation>
+    </message>
+    <message>
+        <source>S&amp;hots</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>Sch&amp;üsse</translation>
+    </message>
+    <message>
+        <source>&amp;Targets</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Ziele</translation>
+    </message>
+    <message>
+        <source>&amp;Inputs in a take</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Eingänge im Take</translation>
+    </message>
+    <message>
+        <source>&amp;Names</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Namen</translation>
+    </message>
+    <message>
+        <source>Pictures a second and &amp;latency</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>&amp;Bilder je Sekunde und Latenz</translation>
+    </message>
+    <message>
+        <source>%1 pictures/s, %2 ms each</source>
+        <extracomment>src/app/studio/view/overlay/OverlayView.cpp</extracomment>
+        <translation>%1 Bilder/s, je %2 ms</translation>
+    </message>
+    <message>
+        <source>Latency: median %1 ms, 95 % within %2 ms</source>
+        <extracomment>src/app/studio/view/overlay/OverlayView.cpp</extracomment>
+        <translation>Latenz: Median %1 ms, 95 % innerhalb von %2 ms</translation>
     </message>
     <message>
         <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
@@ -2909,11 +3119,6 @@
         <translation>Version %1 ist da; dies ist %2.</translation>
     </message>
     <message>
-        <source>Select a node in the scene first.</source>
-        <extracomment>src/core/windows/MainWindowPose.cpp; src/core/windows/MainWindowScene.cpp</extracomment>
-        <translation>Wählen Sie zuerst einen Knoten in der Szene.</translation>
-    </message>
-    <message>
         <source>Rigs can be dropped on groups and between rows.</source>
         <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
         <translation>Rigs lassen sich auf Gruppen und zwischen Zeilen ablegen.</translation>
@@ -3154,6 +3359,11 @@
         <translation>%1 löschen</translation>
     </message>
     <message>
+        <source>Drop %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 absetzen</translation>
+    </message>
+    <message>
         <source>Fit %1</source>
         <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
         <translation>%1 anpassen</translation>
@@ -3189,6 +3399,11 @@
         <translation>%1 zurücksetzen</translation>
     </message>
     <message>
+        <source>Scale %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 skalieren</translation>
+    </message>
+    <message>
         <source>Select %1</source>
         <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
         <translation>%1 auswählen</translation>
@@ -3197,6 +3412,11 @@
         <source>SetParent %1</source>
         <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
         <translation>%1 umhängen</translation>
+    </message>
+    <message>
+        <source>Turn %1</source>
+        <extracomment>src/core/windows/MainWindowUndo.cpp</extracomment>
+        <translation>%1 drehen</translation>
     </message>
     <message>
         <source>Uncheck %1</source>
