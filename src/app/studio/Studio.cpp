@@ -17,6 +17,7 @@
 #include "app/studio/QtTexts.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
+#include "app/studio/script/ScriptView.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
@@ -402,10 +403,15 @@ std::string Studio::ScriptSave(const std::string& path) {
       (path.empty() ? m_document.Save() : m_document.SaveAs(path, Overwrite::kOverwrite)).problem);
 }
 
+nlohmann::json Studio::ScriptView(const ScriptLine& line) {
+  return RunViewCommand(line, *m_stage, m_document.GetAdaptor());
+}
+
 nlohmann::json Studio::ScriptState() {
   auto& core = m_document.GetCore();
   static const char* const kRuns[] = {"idle", "countdown", "recording", "resimulating"};
   const UndoList undo = m_document.GetUndoList();
+  const PictureFigures pictures = m_stage->GetFigures();
   nlohmann::json selection = nlohmann::json::array();
   for (const int row : core.GetSelection())
     if (const auto* found = core.FindRow(row)) selection.push_back(found->GetLabel());
@@ -416,6 +422,13 @@ nlohmann::json Studio::ScriptState() {
           {"undo", undo.names},
           {"undoPosition", undo.position},
           {"dirty", m_document.IsDirty()},
+          {"pictures",
+           {{"painted", pictures.painted},
+            {"dropped", pictures.dropped},
+            {"perSecond", pictures.perSecond},
+            {"latencies", pictures.latencies},
+            {"latencyMedian", pictures.medianMs},
+            {"latencyP95", pictures.p95Ms}}},
           {"path", m_document.GetPath()}};
 }
 

@@ -136,6 +136,9 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"unplug", [&] { Device(line); }},
       {"dump", [&] { Dump(line); }},
       {"shot", [&] { Shot(line); }},
+      {"project", [&] { View(line); }},
+      {"pick", [&] { View(line); }},
+      {"view", [&] { View(line); }},
       {"state", [&] { Answer(m_host.ScriptState()); }},
       {"wait", [&] { WaitIdle(line); }},
       {"wait-idle", [&] { WaitIdle(line); }},
@@ -335,6 +338,12 @@ void ScriptDriver::Shot(const ScriptLine& line) {
   if (!window->grab().save(QString::fromStdString(line.Word()), "PNG"))
     return Fail(line.Word() + ": the picture can't be written");
   Answer({{"file", line.Word()}});
+}
+
+void ScriptDriver::View(const ScriptLine& line) {
+  Json answer = m_host.ScriptView(line);
+  if (answer.contains("error")) return Fail(answer["error"]);
+  Answer(std::move(answer));
 }
 
 void ScriptDriver::WaitIdle(const ScriptLine& line) {

@@ -60,6 +60,7 @@ class ScriptDriver : public QObject {
   void Move(const ScriptLine& line);
   void Dump(const ScriptLine& line);
   void Shot(const ScriptLine& line);
+  void View(const ScriptLine& line);
   void WaitIdle(const ScriptLine& line);
   void LetLoose(const ScriptLine& line);
 

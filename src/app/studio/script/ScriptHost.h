@@ -10,6 +10,8 @@ class CoreImplementation;
 
 namespace orv::app {
 
+struct ScriptLine;
+
 class ScriptHost {
  public:
   virtual ~ScriptHost() = default;
@@ -20,7 +22,10 @@ class ScriptHost {
   virtual std::string ScriptOpen(const std::string& path) = 0;
   /// An empty path: the scene's own file.
   virtual std::string ScriptSave(const std::string& path) = 0;
-  /// Run, time, frame, selection, names of undo steps, dirty, path.
+  /// A command about the scene's picture; see RunViewCommand.
+  virtual nlohmann::json ScriptView(const ScriptLine& line) = 0;
+  /// Run, time, frame, selection, names of undo steps, dirty, path, and how
+  /// the pictures have come.
   virtual nlohmann::json ScriptState() = 0;
   /// Whether the program goes on, with a new scene, when its main window is closed.
   virtual void ScriptKeepOpen(bool keep) = 0;
