@@ -131,6 +131,7 @@ void RecordManager::StartInstances(double t) {
       m_instances.push_back(instance);
   }
 
+  m_forces.Begin(m_instances);
   m_devices.BeginTake(core);
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Start(t);
 }
@@ -138,6 +139,7 @@ void RecordManager::StartInstances(double t) {
 void RecordManager::EndTake() {
   CoreImplementation& core = *GetCore();
   core.EndEdit();
+  m_forces.Stop(m_instances);
   m_devices.EndTake();
   m_bRecording = false;
   m_bResimulating = false;
@@ -259,7 +261,10 @@ bool RecordManager::Tick(unsigned elapsedMs) {
   for (int i = 0; i < kMaxFramesPerTick && m_frame < target && m_clock >= m_startTime; ++i) {
     if (!StepDueFrame(i == 0 ? m_clock : GetClockNow())) return false;
   }
-  if (isIdle) NoteInputs(m_clock);
+  if (isIdle) {
+    NoteInputs(m_clock);
+    PlayForces(false);
+  }
   m_inputs.DropBefore(std::min(m_clock, GetDue(m_frame + 1)));
   if (m_clock < m_startTime) ShowCountdown();
   GetCore()->GetAdaptor()->SetCurrentTime(m_clock);
@@ -279,6 +284,7 @@ bool RecordManager::StepDueFrame(double polledAt) {
     const InputHistory::AsOf inputs(m_inputs, GetDue(m_frame));
     StepInstances(m_frame * GetFrameDuration());
   }
+  PlayForces(true);
   if (!IsBeyondTakeLength(m_frame + 1)) return true;
   StopRecording();
   return false;
@@ -301,6 +307,10 @@ double RecordManager::GetClockNow() const {
 void RecordManager::NoteInputs(double clock) {
   m_devices.Poll(*GetCore());
   m_inputs.Note(clock);
+}
+
+void RecordManager::PlayForces(bool isFrame) {
+  m_forces.Play(*GetCore(), m_instances, tickCount() * 0.001, isFrame);
 }
 
 void RecordManager::PollInputs() {

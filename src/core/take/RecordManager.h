@@ -9,6 +9,7 @@
 #include "core/CoreSubSystem.h"
 #include "core/services/TimerManager.h"
 #include "core/take/DevicePolling.h"
+#include "core/take/ForceFeedback.h"
 #include "core/take/InputHistory.h"
 
 namespace orv::rws::core {
@@ -118,6 +119,7 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   double GetClockNow() const;
   bool StepDueFrame(double polledAt);
   void NoteInputs(double clock);
+  void PlayForces(bool isFrame);
   double GetDue(int frame) const;
   void StepInstances(double t);
   bool HandleRangeEnd();
@@ -157,6 +159,7 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   int m_resimFrame = 0;  ///< index of m_resimTime
   DevicePolling m_devices;
   InputHistory m_inputs;  ///< of the running take
+  ForceFeedback m_forces;
   RunState m_toldState = RunState::kIdle;
   std::vector<HiddenModels> m_hiddenModels;
 };
