@@ -112,20 +112,16 @@ void ForcePlayer::playHand(Hand& hand, Property& input, const ForceGains& gains,
   const auto bring = [&](bool pushes, double strength, double& brought) {
     FFEffect* const effect = effectOf(input, pushes);
     if (!effect) return;
-    const bool isChanged = std::abs(strength - brought) >= kLeast || (strength == 0.0) != (brought == 0.0);
-    if (isChanged) {
-      // Left is the other way round; by itself an effect pushes to higher values.
-      if (pushes && (strength < 0.0) != (brought < 0.0))
+    const bool wasSilent = brought == 0.0, isSilent = strength == 0.0;
+    if (std::abs(strength - brought) >= kLeast || isSilent != wasSilent) {
+      // By itself an effect pushes to higher values.
+      if ((strength < 0.0) != (brought < 0.0))
         effect->setDirection(effect->direction() + (strength < 0.0 ? util::kPi : -util::kPi));
       effect->setMagnitude(std::abs(strength));
-      const bool wasSilent = brought == 0.0;
       brought = strength;
-      if (strength == 0.0)
-        effect->stop();
-      else if (wasSilent)
-        effect->start();
     }
-    if (isAnew && brought != 0.0) effect->start();
+    if (isSilent && !wasSilent) effect->stop();
+    if (!isSilent && (wasSilent || isAnew)) effect->start();
   };
   bring(true, push, hand.push);
   bring(false, shake, hand.shake);
