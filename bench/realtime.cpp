@@ -107,7 +107,8 @@ void MapPad(CoreImplementation& core, Pad& pad) {
 // --- scenes ---
 
 /// So many cars; a single one on the playground of the examples. Why not, or nothing.
-std::string FillScene(app::SceneSession& session, const std::string& folder, int cars, double rate) {
+std::string FillScene(app::SceneSession& session, const std::string& folder, int cars,
+                      double rate) {
   std::string ground = "Terrain";
   if (cars == 1) {
     const std::string file = folder + "/terrain.glb";

@@ -13,9 +13,9 @@ namespace orv::unidevice {
 
 namespace {
 
-constexpr double kLasting = 0.5;  ///< s that an effect plays by itself
-constexpr double kAnew = 0.2;     ///< s after which it is begun anew
-constexpr double kKick = 0.08;    ///< s that a blow is felt at the least
+constexpr double kLasting = 0.5;        ///< s that an effect plays by itself
+constexpr double kAnew = 0.2;           ///< s after which it is begun anew
+constexpr double kKick = 0.08;          ///< s that a blow is felt at the least
 constexpr double kLeast = 1.0 / 256.0;  ///< change of a strength that is worth a transfer
 constexpr double kSwing = 0.04;         ///< s, a swing of what shakes
 
@@ -102,8 +102,7 @@ void ForcePlayer::play(const std::vector<Property*>& inputs, const ForceGains& g
 void ForcePlayer::playHand(Hand& hand, Property& input, const ForceGains& gains, double now) {
   if (!hand.canPush && !hand.canShake) return;
   // Along the control's own axis, which the mapping may have turned round.
-  const double push =
-      part(input.feel.push, gains.push) * (input.multiplier < 0.0 ? -1.0 : 1.0);
+  const double push = part(input.feel.push, gains.push) * (input.multiplier < 0.0 ? -1.0 : 1.0);
   const double kick = part(std::abs(input.feel.kick), gains.kick);
   double shake = std::max(kick, part(std::abs(input.feel.road), gains.road));
   if (kick > 0.0) hand.shakeUntil = now + kKick;

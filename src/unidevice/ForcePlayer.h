@@ -17,10 +17,10 @@ struct ForceGains {
   bool any() const { return push > 0.0 || road > 0.0 || kick > 0.0; }
 };
 
-/// Plays `Property::feel` on the devices that the inputs are mapped to; a control that feeds several
-/// of them has the first one's. Effects last for a moment and are begun anew while they are asked
-/// for, so that a device falls silent when nobody asks any more, as when the program hangs or dies.
-/// The properties own the effects.
+/// Plays `Property::feel` on the devices that the inputs are mapped to; a control that feeds
+/// several of them has the first one's. Effects last for a moment and are begun anew while they are
+/// asked for, so that a device falls silent when nobody asks any more, as when the program hangs or
+/// dies. The properties own the effects.
 class ForcePlayer {
  public:
   /// Brings what `inputs` say now to their devices. `now` are seconds of a clock that runs on.

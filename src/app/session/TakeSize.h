@@ -16,8 +16,9 @@ inline constexpr double kBytesPerKeyedFrame = 164.0;
 
 /// Size of a file (bytes), 0 where there is none.
 double SizeOf(const std::string& path);
-/// A problem when a scene whose file now has `held` bytes does not fit into a .glb any more when the
-/// rigs that take part, or `only` these, have been performed over `span`, as far as that can be told.
+/// A problem when a scene whose file now has `held` bytes does not fit into a .glb any more when
+/// the rigs that take part, or `only` these, have been performed over `span`, as far as that can be
+/// told.
 Problem FindTakeTooLong(rws::core::CoreImplementation& core, double held, const TimeSpan& span,
                         const RowsToStep& only = {});
 

@@ -9,11 +9,11 @@ namespace orv::app {
 /// How the pictures have come since the latest take began, or without one the program.
 struct PictureFigures {
   long painted = 0;
-  long dropped = 0;         ///< frames of the take that no picture has shown
-  double perSecond = 0.0;   ///< of the last second
-  long latencies = 0;       ///< how many the next two are of; they are 0 without any
-  double medianMs = 0.0;    ///< from the poll that found a mapped control moved to the picture
-  double p95Ms = 0.0;       ///< 19 of 20 came at least as fast
+  long dropped = 0;        ///< frames of the take that no picture has shown
+  double perSecond = 0.0;  ///< of the last second
+  long latencies = 0;      ///< how many the next two are of; they are 0 without any
+  double medianMs = 0.0;   ///< from the poll that found a mapped control moved to the picture
+  double p95Ms = 0.0;      ///< 19 of 20 came at least as fast
 };
 
 /// A picture holds its take up for as long as it takes to draw. So it waits while the take has
@@ -27,8 +27,10 @@ class PicturePace {
   /// `frame` is the one that the take begins at.
   void BeginTake(int frame);
   bool MayDraw(double now, bool isBehind) const {
-    return !isBehind || now - m_begun >= kLongestPause;
+    return !isBehind || GetPause(now) >= kLongestPause;
   }
+  /// Since the latest picture was begun.
+  double GetPause(double now) const { return now - m_begun; }
   void NoteBegin(double now) { m_begun = now; }
   /// A picture can be seen now that shows the take's frames up to `frame`. `latencies` are those
   /// (ms) of the moves that it is the first to show.

@@ -90,8 +90,7 @@ void InputHistory::DropBefore(double clock) {
 }
 
 std::vector<double> InputHistory::TakeMoves(double clock) {
-  const auto end =
-      std::upper_bound(m_moves.begin(), m_moves.end(), clock + util::kFrameTolerance);
+  const auto end = std::upper_bound(m_moves.begin(), m_moves.end(), clock + util::kFrameTolerance);
   std::vector<double> moves(m_moves.begin(), end);
   m_moves.erase(m_moves.begin(), end);
   return moves;

@@ -146,10 +146,10 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   double m_fixedFrameDuration = 0.04;
   bool m_bFixedFrameDuration = false;
   std::vector<Instance*> m_instances;
-  unsigned m_lastTick = 0;  ///< ms
+  unsigned m_lastTick = 0;   ///< ms
   unsigned m_tickBegin = 0;  ///< by tickCount
-  int m_frame = 0;          ///< last frame stepped
-  double m_clock = 0.0;     ///< take clock (s)
+  int m_frame = 0;           ///< last frame stepped
+  double m_clock = 0.0;      ///< take clock (s)
   bool m_bRecording = false;
   bool m_bResimulating = false;
   float m_resimProgress = 0.0f;

@@ -166,8 +166,9 @@ Json View(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
   } else if (what == "between") {
     if (!Choose(stage, "between", value, {{"on", "yes"}, {"off", ""}}, answer)) return answer;
   } else {
-    return Failed("view " + what +
-                  " is none of frame-all, frame-selected, look, eye, shading, grid, mouse, between");
+    return Failed(
+        "view " + what +
+        " is none of frame-all, frame-selected, look, eye, shading, grid, mouse, between");
   }
   return State(stage);
 }
