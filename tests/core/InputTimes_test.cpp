@@ -1,5 +1,5 @@
 // What a frame of a take has its inputs from: not from when it was stepped.
-#include <map>
+#include <utility>
 
 #include "../unidevice/TestDevice.h"
 #include "support/CoreTest.h"
@@ -20,7 +20,7 @@ class InputTimes : public CoreTest {
   Instance& Rig() { return *core.List(false).front(); }
   void GoTo(unsigned ms) {
     m_now = ms;
-    pad->hardware[0] = ms * 1e-3;
+    if (pad) pad->hardware[0] = ms;
   }
   /// Ticks each millisecond up to `ms`.
   void TickTo(unsigned ms) {
@@ -53,14 +53,14 @@ TEST_F(InputTimes, FramesThatAreSteppedTogetherTakeWhatStoodWhenEachFellDue) {
   for (const unsigned ms : {1070u, 1090u, 1125u}) GoTo(ms), core.PollInputs();
   GoTo(1170);
   Tick(1170);
-  EXPECT_EQ(Recorded(), (std::vector<double>{1.0, 1.04, 1.07, 1.09, 1.125}))
+  EXPECT_EQ(Recorded(), (std::vector<double>{1000, 1040, 1070, 1090, 1125}))
       << "due at 1000, 1040, 1080, 1120 and 1160";
-  EXPECT_EQ(pad->control(0)->current, 1.17) << "read now";
+  EXPECT_EQ(pad->control(0)->current, 1170.0) << "read now";
   EXPECT_FALSE(core.IsBehind());
   GoTo(1205);
   EXPECT_TRUE(core.IsBehind());
   Tick(1205);
-  EXPECT_EQ(Recorded().back(), 1.17) << "the latest that was polled before 1200";
+  EXPECT_EQ(Recorded().back(), 1170.0) << "the latest that was polled before 1200";
   core.StopRecording();
 
   const std::vector<double> fed = plugin.log.inputs;
@@ -81,7 +81,7 @@ TEST_F(InputTimes, FollowTheSlowFactorAndTheCountdown) {
   core.PollInputs();
   GoTo(3170);
   Tick(3170);
-  EXPECT_EQ(Recorded(), (std::vector<double>{3.0, 3.01, 3.1}));
+  EXPECT_EQ(Recorded(), (std::vector<double>{3000, 3010, 3100}));
 }
 
 TEST_F(InputTimes, TellHowLongAMoveTookToItsFrameOnceEach) {
@@ -124,11 +124,11 @@ TEST_F(InputTimes, APlayedDeviceFollowsTheFramesHoweverOftenItIsPolled) {
 TEST_F(InputTimes, ADeviceThatIsUnpluggedInATakeKeepsItsMapping) {
   Begin();
   TickTo(1030);
-  pad->destroy();
+  std::exchange(pad, nullptr)->destroy();
   TickTo(1060);
   pad = driver.plug("Pad", {"Axis"});
   TickTo(1100);
-  EXPECT_EQ(Recorded(), (std::vector<double>{1.0, 0.0, 1.08}));
+  EXPECT_EQ(Recorded(), (std::vector<double>{1000, 0, 1080}));
 }
 
 }  // namespace orv::tests
