@@ -3,6 +3,8 @@
 
 #include "../unidevice/TestDevice.h"
 #include "support/CoreTest.h"
+#include "unidevice/ParameterEffect.h"
+#include "unidevice/Property.h"
 
 namespace orv::tests {
 namespace {
@@ -129,6 +131,63 @@ TEST_F(InputTimes, ADeviceThatIsUnpluggedInATakeKeepsItsMapping) {
   pad = driver.plug("Pad", {"Axis"});
   TickTo(1100);
   EXPECT_EQ(Recorded(), (std::vector<double>{1000, 0, 1080}));
+}
+
+TEST_F(InputTimes, ForcesAreThereInTakesAloneAndWhenAskedFor) {
+  using namespace unidevice;
+  struct Motor : ParameterEffect {
+    Motor(FFKind kind, double& strength) : ParameterEffect(kind, 0.0), strength(strength) {}
+    ~Motor() override { strength = 0.0; }
+    bool start() override { return plays = true, apply(); }
+    bool stop() override { return plays = false, apply(); }
+    bool isPlaying() const override { return plays; }
+    bool reachable() const override { return valid; }
+    bool apply() override { return strength = plays ? magnitude() : 0.0, true; }
+    double& strength;
+    bool plays = false;
+  };
+  struct Felt : unidevice::Control {
+    using Control::Control;
+    bool hasForceFeedback() const override { return true; }
+    FFEffect* createEffect(FFKind kind) override {
+      return new Motor(kind, kind == FFKind::kConstant ? push : shake);
+    }
+    double push = 0.0, shake = 0.0;
+  };
+  Felt control(kInfiniteControl, "Axis", 0);
+  Property& input = *Rig().GetProperties().property(2);
+  input.bind(&control);
+  const auto frame = [&](unsigned ms, double push, double kick) {
+    input.feel.push = push;
+    input.feel.kick = kick;
+    GoTo(ms);
+    Tick(ms);
+  };
+  input.feel.push = 1.0;  // of some time before
+  Begin();
+  EXPECT_EQ(input.feel.push, 0.0);
+  frame(1040, 0.5, 0.0);
+  EXPECT_TRUE(input.effects.empty()) << "off at first";
+  core.GetPreferences().steeringForce = 50;
+  core.GetPreferences().kickForce = 100;
+  frame(1080, -0.5, 1.0);
+  EXPECT_EQ(control.push, 0.25);
+  EXPECT_EQ(control.shake, 1.0);
+  frame(1120, 0.5, 0.0);
+  EXPECT_EQ(control.shake, 1.0) << "a blow can be felt";
+  frame(1180, 0.0, 0.0);
+  EXPECT_EQ(control.push, 0.0);
+  EXPECT_EQ(control.shake, 0.0);
+  frame(1220, 1.0, 0.0);
+  EXPECT_EQ(control.push, 0.5);
+  core.StopRecording();
+  EXPECT_EQ(control.push, 0.0);
+  EXPECT_TRUE(input.effects.empty());
+  core.BeginResimulation(0.0, 0.2);
+  input.feel.push = 1.0;
+  core.StepResimulation();
+  EXPECT_TRUE(input.effects.empty());
+  core.EndResimulation();
 }
 
 }  // namespace orv::tests
