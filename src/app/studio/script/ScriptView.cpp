@@ -23,19 +23,20 @@ using Json = nlohmann::json;
 using rws::adaptor::headless::HeadlessAdaptor;
 using rws::adaptor::headless::SceneNode;
 
-Json Failed(const std::string& why) {
+Json ViewFailure(const std::string& why) {
   return {{"error", why}};
 }
 
-Json NoNode(const std::string& name) {
-  return Failed("there is no node \"" + name + "\"");
+Json NoSuchNode(const std::string& name) {
+  return ViewFailure("there is no node \"" + name + "\"");
 }
 
-Json ToJson(const util::Vector3<double>& v) {
+Json PlaceJson(const util::Vector3<double>& v) {
   return {v.x, v.y, v.z};
 }
 
-std::array<double, 4> Times(const std::array<float, 16>& columns, const std::array<double, 4>& v) {
+std::array<double, 4> Transformed(const std::array<float, 16>& columns,
+                                  const std::array<double, 4>& v) {
   std::array<double, 4> result{};
   for (std::size_t row = 0; row < 4; ++row)
     for (std::size_t column = 0; column < 4; ++column)
@@ -43,16 +44,16 @@ std::array<double, 4> Times(const std::array<float, 16>& columns, const std::arr
   return result;
 }
 
-Json Project(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
+Json ProjectNode(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
   SceneNode* const node = host.GetScene().Find(line.Word());
-  if (!node) return NoNode(line.Word());
+  if (!node) return NoSuchNode(line.Word());
   view::StageView& picture = *stage.GetView();
   picture.ReadIds({0, 0, 1, 1});  // brings the camera up to date
   const view::FramePacket& packet = picture.GetPacket();
   const util::Vector3<double> at =
       host.NodeFor(*node).GetWorldPose(stage.GetShownTime()).translation() - packet.origin;
-  const auto clip =
-      Times(packet.camera.projection, Times(packet.camera.view, {at.x, at.y, at.z, 1.0}));
+  const auto clip = Transformed(packet.camera.projection,
+                                Transformed(packet.camera.view, {at.x, at.y, at.z, 1.0}));
   Json answer{{"x", nullptr}, {"y", nullptr}, {"inside", false}};
   if (clip[3] <= 0.0) return answer;  // behind the eye
   const double x = (0.5 + 0.5 * clip[0] / clip[3]) * picture.width();
@@ -63,23 +64,23 @@ Json Project(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
   return answer;
 }
 
-Json Pick(const ScriptLine& line, StagePane& stage) {
+Json PickNode(const ScriptLine& line, StagePane& stage) {
   double x = 0.0, y = 0.0;
   view::StageView& picture = *stage.GetView();
   if (line.words.size() != 2 || !util::parseNumber(line.words[0], x) ||
       !util::parseNumber(line.words[1], y))
-    return Failed("pick X Y is wanted");
+    return ViewFailure("pick X Y is wanted");
   if (x < 0.0 || y < 0.0 || x >= picture.width() || y >= picture.height())
-    return Failed("the picture is " + std::to_string(picture.width()) + " x " +
-                  std::to_string(picture.height()) + " pixels");
+    return ViewFailure("the picture is " + std::to_string(picture.width()) + " x " +
+                       std::to_string(picture.height()) + " pixels");
   const auto ids = picture.ReadIds({static_cast<int>(x), static_cast<int>(y), 1, 1});
   const SceneNode* const node = ids.empty() ? nullptr : stage.FindNode(ids.front());
   return {{"node", node ? Json(node->GetName()) : Json()}};
 }
 
 /// What a word after the command may be, and what is kept for it.
-bool Choose(StagePane& stage, const char* key, const std::string& word,
-            const std::map<std::string, std::string>& values, Json& answer) {
+bool ChooseLook(StagePane& stage, const char* key, const std::string& word,
+                const std::map<std::string, std::string>& values, Json& answer) {
   const auto found = values.find(word);
   if (found != values.end()) {
     stage.Keep(key, found->second);
@@ -87,11 +88,11 @@ bool Choose(StagePane& stage, const char* key, const std::string& word,
   }
   std::string known;
   for (const auto& [name, value] : values) known += (known.empty() ? "" : ", ") + name;
-  answer = Failed("\"" + word + "\" is none of " + known);
+  answer = ViewFailure("\"" + word + "\" is none of " + known);
   return false;
 }
 
-bool SetEye(const ScriptLine& line, view::StageView& picture, Json& answer) {
+bool SetScriptEye(const ScriptLine& line, view::StageView& picture, Json& answer) {
   view::OrbitEye eye = picture.GetEye();
   for (const auto& [key, text] : line.values) {
     double value = 0.0;
@@ -114,7 +115,8 @@ bool SetEye(const ScriptLine& line, view::StageView& picture, Json& answer) {
         good = false;
     }
     if (good) continue;
-    answer = Failed(key + "=" + text +
+    answer =
+        ViewFailure(key + "=" + text +
                     " is not understood (target=X,Y,Z in metres, distance=M, yaw=DEG, pitch=DEG)");
     return false;
   }
@@ -122,7 +124,7 @@ bool SetEye(const ScriptLine& line, view::StageView& picture, Json& answer) {
   return true;
 }
 
-Json State(const StagePane& stage) {
+Json PictureState(const StagePane& stage) {
   const view::StageView& picture = *stage.GetView();
   const view::OrbitEye& eye = picture.GetEye();
   const SceneNode* const through = stage.GetLookThrough();
@@ -130,7 +132,7 @@ Json State(const StagePane& stage) {
           {"height", picture.height()},
           {"look", through ? Json(through->GetName()) : Json()},
           {"eye",
-           {{"target", ToJson(eye.target)},
+           {{"target", PlaceJson(eye.target)},
             {"distance", eye.distance},
             {"yaw", eye.yaw / util::kRadiansPerDegree},
             {"pitch", eye.pitch / util::kRadiansPerDegree}}},
@@ -138,39 +140,40 @@ Json State(const StagePane& stage) {
           {"grid", picture.IsGridVisible()}};
 }
 
-Json View(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
+Json ChangeView(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
   view::StageView& picture = *stage.GetView();
   const std::string what = line.Word();
   const std::string value = line.words.size() > 1 ? line.words[1] : std::string();
   Json answer;
-  if (what.empty()) return State(stage);
+  if (what.empty()) return PictureState(stage);
   if (what == "frame-all") {
     picture.FrameAll();
   } else if (what == "frame-selected") {
     picture.FrameSelected();
   } else if (what == "look") {
     const SceneNode* const node = value.empty() ? nullptr : host.GetScene().Find(value);
-    if (!value.empty() && !node) return NoNode(value);
-    if (node && !node->GetLens()) return Failed("\"" + value + "\" is no camera");
+    if (!value.empty() && !node) return NoSuchNode(value);
+    if (node && !node->GetLens()) return ViewFailure("\"" + value + "\" is no camera");
     stage.LookThrough(node);
   } else if (what == "eye") {
-    if (!SetEye(line, picture, answer)) return answer;
+    if (!SetScriptEye(line, picture, answer)) return answer;
     stage.LookThrough(nullptr);
   } else if (what == "shading") {
-    if (!Choose(stage, "shading", value, {{"plain", ""}, {"wire", "wire"}}, answer)) return answer;
+    if (!ChooseLook(stage, "shading", value, {{"plain", ""}, {"wire", "wire"}}, answer))
+      return answer;
   } else if (what == "grid") {
-    if (!Choose(stage, "grid", value, {{"on", ""}, {"off", "no"}}, answer)) return answer;
+    if (!ChooseLook(stage, "grid", value, {{"on", ""}, {"off", "no"}}, answer)) return answer;
   } else if (what == "mouse") {
-    if (!Choose(stage, "navigation", value, {{"blender", ""}, {"maya", "maya"}}, answer))
+    if (!ChooseLook(stage, "navigation", value, {{"blender", ""}, {"maya", "maya"}}, answer))
       return answer;
   } else if (what == "between") {
-    if (!Choose(stage, "between", value, {{"on", "yes"}, {"off", ""}}, answer)) return answer;
+    if (!ChooseLook(stage, "between", value, {{"on", "yes"}, {"off", ""}}, answer)) return answer;
   } else {
-    return Failed(
+    return ViewFailure(
         "view " + what +
         " is none of frame-all, frame-selected, look, eye, shading, grid, mouse, between");
   }
-  return State(stage);
+  return PictureState(stage);
 }
 
 }  // namespace
@@ -178,11 +181,12 @@ Json View(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
 Json RunViewCommand(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
   if (!stage.GetView()) {
     const std::string& problem = stage.GetProblem();
-    return Failed("there is no picture: " + (problem.empty() ? "its window is closed" : problem));
+    return ViewFailure("there is no picture: " +
+                       (problem.empty() ? "its window is closed" : problem));
   }
-  if (line.verb == "project") return Project(line, stage, host);
-  if (line.verb == "pick") return Pick(line, stage);
-  return View(line, stage, host);
+  if (line.verb == "project") return ProjectNode(line, stage, host);
+  if (line.verb == "pick") return PickNode(line, stage);
+  return ChangeView(line, stage, host);
 }
 
 }  // namespace orv::app
