@@ -3,9 +3,11 @@
 #include <QRect>
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/HeadlessNode.h"
@@ -48,7 +50,8 @@ Json ProjectNode(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host
   SceneNode* const node = host.GetScene().Find(line.Word());
   if (!node) return NoSuchNode(line.Word());
   view::StageView& picture = *stage.GetView();
-  picture.ReadIds({0, 0, 1, 1});  // brings the camera up to date
+  const QRect place = picture.GetPlace(picture.GetActive());
+  picture.ReadIds({place.topLeft(), QSize(1, 1)});  // brings the camera up to date
   const view::FramePacket& packet = picture.GetPacket();
   const util::Vector3<double> at =
       host.NodeFor(*node).GetWorldPose(stage.GetShownTime()).translation() - packet.origin;
@@ -56,12 +59,19 @@ Json ProjectNode(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host
                                 Transformed(packet.camera.view, {at.x, at.y, at.z, 1.0}));
   Json answer{{"x", nullptr}, {"y", nullptr}, {"inside", false}};
   if (clip[3] <= 0.0) return answer;  // behind the eye
-  const double x = (0.5 + 0.5 * clip[0] / clip[3]) * picture.width();
-  const double y = (0.5 - 0.5 * clip[1] / clip[3]) * picture.height();
-  answer["x"] = x;
-  answer["y"] = y;
-  answer["inside"] = x >= 0.0 && y >= 0.0 && x < picture.width() && y < picture.height();
+  const double x = (0.5 + 0.5 * clip[0] / clip[3]) * place.width();
+  const double y = (0.5 - 0.5 * clip[1] / clip[3]) * place.height();
+  answer["x"] = place.x() + x;
+  answer["y"] = place.y() + y;
+  answer["inside"] = x >= 0.0 && y >= 0.0 && x < place.width() && y < place.height();
   return answer;
+}
+
+/// The topmost of the pictures at a place of the widget.
+std::size_t PictureBelow(const view::StageView& pictures, const QPoint& at) {
+  for (std::size_t picture = view::kPictures; picture-- > 0;)
+    if (pictures.IsShown(picture) && pictures.GetPlace(picture).contains(at)) return picture;
+  return pictures.GetActive();
 }
 
 Json PickNode(const ScriptLine& line, StagePane& stage) {
@@ -73,22 +83,57 @@ Json PickNode(const ScriptLine& line, StagePane& stage) {
   if (x < 0.0 || y < 0.0 || x >= picture.width() || y >= picture.height())
     return ViewFailure("the picture is " + std::to_string(picture.width()) + " x " +
                        std::to_string(picture.height()) + " pixels");
-  const auto ids = picture.ReadIds({static_cast<int>(x), static_cast<int>(y), 1, 1});
+  const QPoint at(static_cast<int>(x), static_cast<int>(y));
+  const auto ids = picture.ReadIds({at, QSize(1, 1)}, PictureBelow(picture, at));
   const SceneNode* const node = ids.empty() ? nullptr : stage.FindNode(ids.front());
   return {{"node", node ? Json(node->GetName()) : Json()}};
 }
 
-/// What a word after the command may be, and what is kept for it.
-bool ChooseLook(StagePane& stage, const char* key, const std::string& word,
-                const std::map<std::string, std::string>& values, Json& answer) {
-  const auto found = values.find(word);
-  if (found != values.end()) {
-    stage.Keep(key, found->second);
+/// Choices of the picture: the words, and what is kept for each.
+struct Look {
+  const char* command;
+  const char* key;
+  std::map<std::string, std::string> values;
+};
+
+const std::vector<Look>& GetLooks() {
+  static const std::vector<Look> all{
+      {"grid", "grid", {{"on", ""}, {"off", "no"}}},
+      {"mouse", "navigation", {{"blender", ""}, {"maya", "maya"}}},
+      {"between", "between", {{"on", "yes"}, {"off", ""}}},
+      {"panes", "panes", {{"one", ""}, {"columns", "columns"}, {"rows", "rows"}}},
+      {"inset", "inset", {{"on", "yes"}, {"off", ""}}},
+  };
+  return all;
+}
+
+constexpr const char* kShadingWords[] = {"plain", "wire", "xray"};
+
+std::string WordIsNone(const std::string& word, const std::string& known) {
+  return "\"" + word + "\" is none of" + known;
+}
+
+bool ChooseLook(StagePane& stage, const Look& look, const std::string& word, Json& answer) {
+  const auto found = look.values.find(word);
+  if (found != look.values.end()) {
+    stage.Keep(look.key, found->second);
     return true;
   }
   std::string known;
-  for (const auto& [name, value] : values) known += (known.empty() ? "" : ", ") + name;
-  answer = ViewFailure("\"" + word + "\" is none of " + known);
+  for (const auto& [name, value] : look.values) known += " " + name;
+  answer = ViewFailure(WordIsNone(word, known));
+  return false;
+}
+
+bool ChooseShading(StagePane& stage, const std::string& word, Json& answer) {
+  std::string known;
+  for (std::size_t i = 0; i < std::size(kShadingWords); ++i) {
+    known += std::string(" ") + kShadingWords[i];
+    if (word != kShadingWords[i]) continue;
+    stage.SetShading(static_cast<view::Shading>(i));
+    return true;
+  }
+  answer = ViewFailure(WordIsNone(word, known));
   return false;
 }
 
@@ -136,8 +181,9 @@ Json PictureState(const StagePane& stage) {
             {"distance", eye.distance},
             {"yaw", eye.yaw / util::kRadiansPerDegree},
             {"pitch", eye.pitch / util::kRadiansPerDegree}}},
-          {"shading", picture.GetShading() == view::Shading::kPlain ? "plain" : "wire"},
-          {"grid", picture.IsGridVisible()}};
+          {"shading", kShadingWords[static_cast<std::size_t>(picture.GetShading())]},
+          {"grid", picture.IsGridVisible()},
+          {"inset", picture.IsInsetVisible()}};
 }
 
 Json ChangeView(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host) {
@@ -159,19 +205,15 @@ Json ChangeView(const ScriptLine& line, StagePane& stage, HeadlessAdaptor& host)
     if (!SetScriptEye(line, picture, answer)) return answer;
     stage.LookThrough(nullptr);
   } else if (what == "shading") {
-    if (!ChooseLook(stage, "shading", value, {{"plain", ""}, {"wire", "wire"}}, answer))
-      return answer;
-  } else if (what == "grid") {
-    if (!ChooseLook(stage, "grid", value, {{"on", ""}, {"off", "no"}}, answer)) return answer;
-  } else if (what == "mouse") {
-    if (!ChooseLook(stage, "navigation", value, {{"blender", ""}, {"maya", "maya"}}, answer))
-      return answer;
-  } else if (what == "between") {
-    if (!ChooseLook(stage, "between", value, {{"on", "yes"}, {"off", ""}}, answer)) return answer;
+    if (!ChooseShading(stage, value, answer)) return answer;
   } else {
-    return ViewFailure(
-        "view " + what +
-        " is none of frame-all, frame-selected, look, eye, shading, grid, mouse, between");
+    std::string known = " frame-all frame-selected look eye shading";
+    for (const Look& look : GetLooks()) {
+      if (what == look.command)
+        return ChooseLook(stage, look, value, answer) ? PictureState(stage) : answer;
+      known += std::string(" ") + look.command;
+    }
+    return ViewFailure(WordIsNone(what, known));
   }
   return PictureState(stage);
 }
