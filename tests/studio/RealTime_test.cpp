@@ -65,8 +65,7 @@ TEST_F(RealTime, APlayedTakeIsTheSameWhateverIsPainted) {
   XDisplay display;
   for (const char* size : {"600x500", "1500x1000"}) {
     const Json pictures =
-        perform({"--geometry", size}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=" + display.name, kNoLeaks},
-                &display);
+        perform(size, {"QT_QPA_PLATFORM=xcb", "DISPLAY=" + display.name, kNoLeaks}, &display);
     EXPECT_GT(pictures["painted"], 4) << pictures;
     EXPECT_GT(pictures["perSecond"], 3.0) << pictures;
     EXPECT_GT(pictures["latencyMedian"], 0.0) << pictures;
