@@ -11,7 +11,7 @@ TEST(PicturePace, LetsATakeCatchUpButShowsFiveASecond) {
   EXPECT_TRUE(pace.MayDraw(10.0, false));
   pace.NoteBegin(10.0);
   EXPECT_TRUE(pace.MayDraw(10.01, false));
-  EXPECT_FALSE(pace.MayDraw(10.15, true));
+  EXPECT_FALSE(pace.MayDraw(10.1, true));
   EXPECT_TRUE(pace.MayDraw(10.2, true));
 
   pace.NotePicture(10.0, 101, {});

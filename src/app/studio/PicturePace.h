@@ -22,7 +22,7 @@ class PicturePace {
  public:
   /// From the begin of one picture to that of the next at the most, where a tick of the take
   /// leaves room: at least five a second.
-  static constexpr double kLongestPause = 0.18;
+  static constexpr double kLongestPause = 0.14;
 
   /// `frame` is the one that the take begins at.
   void BeginTake(int frame);
