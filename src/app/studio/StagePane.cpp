@@ -249,6 +249,7 @@ void StagePane::DrawWhenDue() {
 
 void StagePane::NotePainted() {
   m_painted = IsInTake() ? GetNewestFrame() : 0;
+  m_isPainted = true;
   m_core.PollInputs();
   QTimer::singleShot(0, m_view, [this] {
     ChooseInset();
@@ -260,6 +261,8 @@ void StagePane::NotePainted() {
 
 void StagePane::NoteSwapped() {
   m_core.PollInputs();
+  // The window is put together for other widgets too.
+  if (!std::exchange(m_isPainted, false)) return;
   m_pace.NotePicture(Now(), m_painted, m_core.TakeInputAges());
 }
 

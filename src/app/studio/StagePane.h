@@ -116,6 +116,7 @@ class StagePane : public gui::component::qt::ViewHandler,
   bool m_wasInTake = false;
   bool m_isBetween = false;  ///< shows a take at its clock, between frames, not its newest frame
   bool m_isWanted = false;   ///< another picture, which could not be drawn yet
+  bool m_isPainted = false;  ///< and not seen yet
   int m_asked = 0;           ///< newest frame that a picture has been asked for of
   int m_painted = 0;         ///< newest frame that the latest picture shows
 };
