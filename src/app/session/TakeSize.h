@@ -11,8 +11,9 @@ namespace orv::app {
 
 /// The most that a .glb can hold (bytes).
 inline constexpr double kMostGlbBytes = 4294967295.0;
-/// What a node takes in it for each frame: its keys, and the numbers that they were rounded from.
-inline constexpr double kBytesPerKeyedFrame = 164.0;
+/// What a node takes in it for each frame: its keys, the numbers that they were rounded from, and
+/// its part of what the rig remembers. That of a car is as much.
+inline constexpr double kBytesPerKeyedFrame = 200.0;
 
 /// Size of a file (bytes), 0 where there is none.
 double SizeOf(const std::string& path);
