@@ -1,6 +1,7 @@
 #include "app/studio/PicturePace.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orv::app {
 
@@ -17,7 +18,14 @@ void PicturePace::BeginTake(int frame) {
   m_frame = frame;
 }
 
+void PicturePace::NoteBegin(double now) {
+  m_begun = now;
+  m_isBegun = true;
+}
+
 void PicturePace::NotePicture(double now, int frame, const std::vector<double>& latencies) {
+  m_ended = now;
+  if (std::exchange(m_isBegun, false)) m_rest = std::min(now - m_begun, kLongestRest);
   ++m_figures.painted;
   m_figures.dropped += std::max(0, frame - m_frame - 1);
   m_frame = std::max(m_frame, frame);
