@@ -1611,7 +1611,7 @@
     <message>
         <source>see that the disk has room</source>
         <extracomment>src/app/studio/PreviewFolder.cpp; src/app/studio/StudioHelp.cpp</extracomment>
-        <translation>sorgen Sie für Platz auf der Platte</translation>
+        <translation>sorgen Sie dafür, dass der Datenträger Platz hat</translation>
     </message>
     <message>
         <source>Own axes</source>
@@ -1767,6 +1767,11 @@
         <source>&amp;Overlay</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
         <translation>&amp;Einblendungen</translation>
+    </message>
+    <message>
+        <source>Takes &amp;between their frames</source>
+        <extracomment>src/app/studio/StagePane.cpp</extracomment>
+        <translation>Aufnahmen z&amp;wischen ihren Bildern</translation>
     </message>
     <message>
         <source>&amp;Mouse as in</source>
@@ -2607,6 +2612,21 @@
         <source>what a pen's position is relative to: the window below it, or the tablet</source>
         <extracomment>src/core/services/Preferences.cpp</extracomment>
         <translation>worauf sich die Lage eines Stifts bezieht: das Fenster unter ihm oder das Tablett</translation>
+    </message>
+    <message>
+        <source>how strongly a wheel with forces is drawn by a car's front wheels (%); 0: not</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>wie stark die Vorderräder eines Autos an einem Lenkrad mit Kräften ziehen (%); 0: gar nicht</translation>
+    </message>
+    <message>
+        <source>how strongly the ground shakes a wheel or pad that drives a car (%); 0: not</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>wie stark der Boden ein Lenkrad oder Gamepad rüttelt, das ein Auto fährt (%); 0: gar nicht</translation>
+    </message>
+    <message>
+        <source>how strongly a gun shakes the device that fires it (%); 0: not</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>wie stark ein Geschütz das Gerät rüttelt, mit dem gefeuert wird (%); 0: gar nicht</translation>
     </message>
     <message>
         <source>asks a server once a week for a newer version</source>
@@ -3527,6 +3547,21 @@
         <source>The tablet</source>
         <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
         <translation>Das Tablett</translation>
+    </message>
+    <message>
+        <source>Force of a car's steering (%)</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Kraft der Lenkung eines Autos (%)</translation>
+    </message>
+    <message>
+        <source>Force of the ground on a wheel (%)</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Kraft des Bodens auf ein Lenkrad (%)</translation>
+    </message>
+    <message>
+        <source>Force of a gun's kick (%)</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Kraft des Rückstoßes eines Geschützes (%)</translation>
     </message>
     <message>
         <source>Language</source>
@@ -6970,6 +7005,10 @@
     <message>
         <source>Picture behind #</source>
         <translation type="vanished">Bild hinter #</translation>
+    </message>
+    <message>
+        <source>&amp;Panes</source>
+        <translation type="vanished">A&amp;nsichten</translation>
     </message>
 </context>
 </TS>

@@ -40,6 +40,10 @@ class Device : public util::DynamicObject {
   /// Polls the hardware into `Control::current`. False if the device can't be read now.
   virtual bool update() = 0;
 
+  /// Whether the values are those of the take's frame that is being stepped, whenever they are
+  /// polled, as where a file is played.
+  virtual bool isPlayed() const { return false; }
+
   /// The first control in index order that matches the `control` element `tag`; null if none does.
   virtual Control* findControl(const util::xml::Element& tag);
 

@@ -18,9 +18,9 @@ class Driver {
   Driver(const Driver&) = delete;
   Driver& operator=(const Driver&) = delete;
 
-  /// Polls every device in order. Called once a frame of a take, before any rig steps. A driver
-  /// with hot plug adds and destroys devices in here, so pointers to devices and controls don't
-  /// outlive the call unless a ControlTarget guards them.
+  /// Polls every device in order. Called at each frame of a take before any rig steps, and between
+  /// frames about once a millisecond. A driver with hot plug adds and destroys devices in here, so
+  /// pointers to devices and controls don't outlive the call unless a ControlTarget guards them.
   virtual bool update();
 
   /// Settles every device; true if any reports true.

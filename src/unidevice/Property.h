@@ -13,6 +13,14 @@ namespace orv::unidevice {
 class Control;
 class FFEffect;
 
+/// What the hand on an input's control is to feel, as the rig sets it in its steps; 0 is nothing.
+/// No pose depends on it.
+struct Feel {
+  double push = 0.0;  ///< along the control, [-1, 1]; positive to where the input reads more
+  double road = 0.0;  ///< how the ground shakes it, [0, 1]
+  double kick = 0.0;  ///< a blow in this frame, [0, 1]
+};
+
 /// Maps the raw value of one control through dead zone, exponent, multiplier and offset to the
 /// number that a rig reads in each step. Owned by a PropertyHandler.
 class Property : public ControlTarget {
@@ -84,6 +92,7 @@ class Property : public ControlTarget {
   std::uint32_t flags = 0;         ///< bits of ControlKind that this input accepts
   /// The `control` element as last loaded or saved; its name is empty if there is none.
   mutable util::xml::Tag savedControl;
+  Feel feel;  ///< the rig's; played in takes
 };
 
 }  // namespace orv::unidevice

@@ -66,6 +66,8 @@ TEST(CarDrive, ATurnHasTheRadiusOfItsSteeringAndTheInnerWheelYawsMore) {
   EXPECT_GT(yaw("_FR"), yaw("_FL") + 0.02);
   EXPECT_GT(yaw("_FL"), 0.1);
   EXPECT_NEAR(yaw("_BL"), 0.0, 1e-9);
+  const double pull = -std::pow(CarScene::kScale * gas, 2) / rho / (4.0 * CarScene::kScale);
+  EXPECT_NEAR(car.rig->GetProperties().property(kSteer)->feel.push, pull, 0.02) << "drawn back";
 }
 
 TEST(CarDrive, NoWheelIsSteeredBeyondARightAngle) {

@@ -16,7 +16,7 @@ class DrivenStudio {
 
   /// On this data root, with a command line behind it, and these variables besides.
   explicit DrivenStudio(const std::string& root, const QStringList& more = {},
-                        const QStringList& variables = {}) {
+                        const QStringList& variables = {}, const QString& size = "1200x800") {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     environment.insert("SDL_VIDEODRIVER", "dummy");
@@ -24,8 +24,8 @@ class DrivenStudio {
       environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(STUDIO_PROGRAM, QStringList{"--script", "-", "--geometry", "1200x800", "--lang",
-                                                "en", "--data-root", QString::fromStdString(root)} +
+    m_process.start(STUDIO_PROGRAM, QStringList{"--script", "-", "--geometry", size, "--lang", "en",
+                                                "--data-root", QString::fromStdString(root)} +
                                         more);
   }
   ~DrivenStudio() { Kill(); }

@@ -15,6 +15,7 @@
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/SceneRange.h"
+#include "app/session/TakeSize.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/anyhost/PlayedInputs.h"
 #include "app/session/anyhost/RunRigs.h"
@@ -50,6 +51,20 @@ void AskBeforeLosing(SceneJob& job, double start, const RowsToStep& only) {
   }
 }
 
+/// Asks before a take that can't be saved afterwards.
+void AskBeforeTooMuch(SceneJob& job, const TakeOptions& options, double start,
+                      const RowsToStep& only) {
+  if (QString::fromStdString(options.output).endsWith(".gltf", Qt::CaseInsensitive)) return;
+  const Problem problem = FindTakeTooLong(job.GetCore(), SizeOf(job.GetPath()),
+                                          {start, start + *options.seconds}, only);
+  if (!problem) return;
+  if (job.GetCore().MessageBox("take", problem.why + ". Go on?", rws::kButtonsYesNo) !=
+      rws::kAnswerYes)
+    throw Failure("take", "nothing was recorded or written: " + problem.why,
+                  "give fewer --seconds or an output that ends with .gltf, step other rigs by "
+                  "--only, lower the frame rate, or say --yes");
+}
+
 /// Lets Qt's event loop run until the take has ended.
 void RunTake(SceneJob& job, TakeRun& take, double start, double length, const RowsToStep& only) {
   ProgressBar bar(job.GetProgram().GetOutput(), "take");
@@ -83,6 +98,7 @@ void RunTakeVerb(Program& program, const TakeOptions& options) {
     if (!options.play.empty())
       played = std::make_unique<PlayedInputs>(core, ReadInputs(job, options.play));
     const RowsToStep only = RowsToRun(job, options.only);
+    AskBeforeTooMuch(job, options, start, only);
     AskBeforeLosing(job, start, only);
     RunTake(job, take, start, *options.seconds, only);
   }

@@ -2,8 +2,10 @@
 
 #include <QMenu>
 #include <QPainter>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
@@ -34,8 +36,7 @@ constexpr const char* kShadingKeys[] = {"shading", "shading2"};
 /// What settings keep of a choice, in the order of their enums.
 constexpr const char* kLayouts[] = {"", "columns", "rows"};
 constexpr const char* kShadings[] = {"", "wire", "xray"};
-/// However long a picture takes, a run has some five of them a second (ms).
-constexpr qint64 kLongestPause = 150;
+constexpr double kSmoothPause = 0.015;  ///< s, between pictures of what moves between frames
 
 QString Shown(const std::string& text) {
   return QString::fromStdString(text);
@@ -86,8 +87,7 @@ StagePane::StagePane(rws::core::CoreImplementation& core,
   m_nodes.changed = [this] { Update(); };
   m_host.GetObservers().Add(*this);
   m_browser.AddObserver(*this);
-  m_later.setSingleShot(true);
-  QObject::connect(&m_later, &QTimer::timeout, [this] { Update(); });
+  m_frames.SetClock([this] { return GetShownTime(); });
   m_since.start();
 }
 
@@ -127,6 +127,7 @@ void StagePane::TakeChoices() {
   for (std::size_t pane = 0; pane < kInset; ++pane)
     m_view->SetShading(ChoiceOf<Shading>(kShadings, GetKept(kShadingKeys[pane])), pane);
   m_view->SetGridVisible(GetKept("grid") != "no");
+  m_isBetween = GetKept("between") == "yes";
   m_view->SetLayout(ChoiceOf<PaneLayout>(kLayouts, GetKept("panes")));
   m_view->SetInsetVisible(GetKept("inset") == "yes");
   ChooseInset();
@@ -162,7 +163,8 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   m_view->cameraLeft = [this] { m_frames.LookThrough(nullptr, m_view->GetActive()); };
   m_view->keyPressed = [this](int key, bool shift) { return PressKey(key, shift); };
   m_view->isBusy = [this] { return m_core.GetRunState() != rws::core::RunState::kIdle; };
-  m_view->painted = [this] { NotePicture(); };
+  m_view->painted = [this] { NotePainted(); };
+  QObject::connect(m_view, &QOpenGLWidget::frameSwapped, m_view, [this] { NoteSwapped(); });
   ConnectOverlay();
   m_view->failed = [this](const std::string& problem) {
     rws::core::LogEntry(rws::core::LogLevel::kWarning, "No view of the scene: " + problem);
@@ -192,6 +194,7 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
 
 void StagePane::ConnectOverlay() {
   m_view->linesWanted = [this](view::FramePacket& packet) {
+    if (m_drawnFrom < 0.0) m_drawnFrom = Now();
     m_overlayView.Read();
     m_overlayView.Write(packet, m_view->GetPlace(m_view->NumberOf(packet)).height());
   };
@@ -244,36 +247,67 @@ void StagePane::OnTree() {
   Update();
 }
 
-void StagePane::Update() {
-  if (!m_view) return;
-  if (m_core.GetRunState() == rws::core::RunState::kIdle) return m_view->update();
-  m_isWanted = true;
-  if (m_isPainting) return;
-  const qint64 due = m_end + std::min(m_cost, kLongestPause);
-  const qint64 left = due - m_since.elapsed();
-  if (left <= 0) {
-    m_isWanted = false;
-    return m_view->update();
-  }
-  if (!m_later.isActive()) m_later.start(static_cast<int>(left));
+bool StagePane::IsInTake() const {
+  const auto state = m_core.GetRunState();
+  return state == rws::core::RunState::kRecording || state == rws::core::RunState::kCountdown;
 }
 
-void StagePane::NotePicture() {
-  // The driver draws behind this call, until the window is put together.
-  m_since.restart();
-  m_end = m_cost = 0;
-  m_isPainting = true;
-  QTimer::singleShot(0, &m_later, [this] {
-    m_isPainting = false;
-    m_end = m_cost = m_since.elapsed();
-    m_overlayView.SetCost(static_cast<double>(m_cost));
-    if (m_isWanted) Update();
+double StagePane::GetShownTime() const {
+  const bool showsNewest = IsInTake() && !m_isBetween;
+  return showsNewest ? m_core.GetFrameTime() : m_host.GetCurrentTime();
+}
+
+int StagePane::GetNewestFrame() const {
+  return static_cast<int>(std::lround(m_core.GetFrameTime() / m_core.GetFrameDuration()));
+}
+
+void StagePane::OnTime(double) {
+  // A take tells its time with every tick, many of which step no frame.
+  if (!IsInTake() || m_isBetween || GetNewestFrame() != m_asked) return Update();
+  DrawWhenDue();
+}
+
+void StagePane::Update() {
+  if (!m_view) return;
+  const bool wasInTake = std::exchange(m_wasInTake, IsInTake());
+  if (!m_wasInTake) return m_view->update();
+  if (!wasInTake) m_pace.BeginTake(m_asked = GetNewestFrame());
+  m_isWanted = true;
+  DrawWhenDue();
+}
+
+void StagePane::DrawWhenDue() {
+  if (!m_view || !m_isWanted || !m_pace.MayDraw(Now(), m_core.IsBehind())) return;
+  if (m_isBetween && m_pace.GetPause(Now()) < kSmoothPause) return;
+  m_isWanted = false;
+  m_asked = GetNewestFrame();
+  m_pace.NoteBegin(Now());
+  m_view->update();
+}
+
+void StagePane::NotePainted() {
+  m_painted = IsInTake() ? GetNewestFrame() : 0;
+  m_isPainted = true;
+  m_core.PollInputs();
+  QTimer::singleShot(0, m_view, [this] {
     ChooseInset();
     ShowNotes();
     if (m_core.GetRunState() == rws::core::RunState::kIdle) m_frames.LoadAhead();
     for (const std::string& odd : m_frames.TakeOdd())
       rws::core::LogEntry(rws::core::LogLevel::kWarning, odd);
   });
+}
+
+void StagePane::NoteSwapped() {
+  m_core.PollInputs();
+  // The window is put together for other widgets too.
+  if (!std::exchange(m_isPainted, false)) return;
+  m_pace.NotePicture(Now(), m_painted, m_core.TakeInputAges());
+  m_overlayView.SetCost(1000.0 * (Now() - m_drawnFrom));
+  m_drawnFrom = -1.0;
+  if (!m_overlay.IsShown(view::kOverlayRate)) return;
+  const PictureFigures figures = GetFigures();
+  if (figures.latencies > 0) m_overlayView.SetLatency({figures.medianMs, figures.p95Ms});
 }
 
 // --- the selection ---
@@ -396,6 +430,8 @@ void StagePane::OpenMenu(const QPoint& at) {
              maya = m_view->GetNavigation() == NavigationPreset::kMaya;
   AddChoice(*menu, Translate("&Grid"), grid, [this, grid] { Keep("grid", grid ? "no" : ""); });
   AddOverlayMenu(*menu->addMenu(Shown(Translate("&Overlay"))));
+  AddChoice(*menu, Translate("Takes &between their frames"), m_isBetween,
+            [this] { Keep("between", m_isBetween ? "" : "yes"); });
   QMenu* hands = menu->addMenu(Shown(Translate("&Mouse as in")));
   AddChoice(*hands, "&Blender", !maya, [this] { Keep("navigation", ""); });
   AddChoice(*hands, "&Maya", maya, [this] { Keep("navigation", "maya"); });

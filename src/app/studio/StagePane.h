@@ -4,13 +4,13 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPointer>
-#include <QTimer>
 #include <array>
 #include <string>
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
 #include "app/studio/NodeManipulation.h"
+#include "app/studio/PicturePace.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StageView.h"
 #include "app/studio/view/overlay/OverlayView.h"
@@ -44,15 +44,29 @@ class StagePane : public gui::component::qt::ViewHandler,
 
   /// Where the user's choices are kept; null for nowhere.
   void SetSettings(rws::core::windows::WindowSettings* settings);
-  /// For the line about pictures a second.
-  void SetLatency(const view::PictureLatency& latency) { m_overlayView.SetLatency(latency); }
-
   /// The camera that is looked through; null without one.
   const rws::adaptor::headless::SceneNode* GetCamera() const {
     return m_frames.GetLookThrough(m_view ? m_view->GetActive() : 0);
   }
   /// The active pane's own eye.
   view::OrbitEye GetEye() const { return m_view ? m_view->GetEye() : view::OrbitEye(); }
+
+  /// Null while there is no picture; then the problem, if any, says why.
+  view::StageView* GetView() const { return m_view; }
+  const std::string& GetProblem() const { return m_problem; }
+  /// The time of the scene that pictures show (s).
+  double GetShownTime() const;
+  using SceneNode = rws::adaptor::headless::SceneNode;
+  /// See SceneFrames.
+  const SceneNode* FindNode(std::uint32_t id) const { return m_frames.FindNode(id); }
+  const SceneNode* GetLookThrough() const { return m_frames.GetLookThrough(m_view->GetActive()); }
+  /// Through this camera, in the active pane, or no longer.
+  void LookThrough(const SceneNode* camera);
+  void SetShading(view::Shading shading);
+  /// A choice of the user's, by its key in the settings; empty is the default.
+  void Keep(const char* key, const std::string& value);
+  /// Of the latest take.
+  PictureFigures GetFigures() const { return m_pace.GetFigures(Now()); }
 
   // ViewHandler
   void Paint(QPainter& painter, QWidget& widget) override;
@@ -63,12 +77,19 @@ class StagePane : public gui::component::qt::ViewHandler,
   void OnNodeSelection() override;
   // HostObserver
   void OnTree() override;
-  void OnTime(double) override { Update(); }
+  void OnTime(double) override;
   void OnRefresh() override { Update(); }
 
-  /// Draws anew, in a run only when the picture before has left the run as much time as it took.
+  bool IsInTake() const;
+  /// Of the newest frame that a take has stepped.
+  int GetNewestFrame() const;
+  double Now() const { return static_cast<double>(m_since.nsecsElapsed()) * 1e-9; }  ///< s
+  /// Draws anew, in a take when that has no frames to catch up on.
   void Update();
-  void NotePicture();
+  void DrawWhenDue();
+  /// What the picture shows is settled, but it can't be seen yet.
+  void NotePainted();
+  void NoteSwapped();
   void Select(const std::vector<std::uint32_t>& ids, view::PickMode mode);
   void OpenMenu(const QPoint& at);
   void AddPaneEntries(QMenu& menu);
@@ -77,20 +98,15 @@ class StagePane : public gui::component::qt::ViewHandler,
   void AddShadingEntries(QMenu& menu);
   /// Of the view's own commands; true when there is one for it.
   bool PressKey(int key, bool shift);
-  using SceneNode = rws::adaptor::headless::SceneNode;
   /// The node that was selected last; null without one.
   const SceneNode* GetSelected() const;
-  /// Through this camera, in the active pane, or no longer.
-  void LookThrough(const SceneNode* camera);
   /// Along with the selected node, or no longer with any.
   void Follow(bool turns);
-  void SetShading(view::Shading shading);
   /// The inset shows the camera that was selected or looked through last, else the first.
   void ChooseInset();
   void ShowNotes();
   std::string NoteOf(std::size_t picture) const;
   void AddOverlayMenu(QMenu& menu);
-  void Keep(const char* key, const std::string& value);
   std::string GetKept(const char* key) const;
   void TakeChoices();
   void ConnectOverlay();
@@ -110,12 +126,15 @@ class StagePane : public gui::component::qt::ViewHandler,
   std::array<QPointer<QLabel>, view::kPictures> m_notes;
   std::string m_problem;          ///< why there is no picture
   const void* m_scene = nullptr;  ///< that the eye was set for
-  QElapsedTimer m_since;          ///< the latest picture's begin
-  qint64 m_cost = 0;              ///< of the latest picture (ms)
-  qint64 m_end = 0;               ///< of it, by m_since (ms)
-  bool m_isPainting = false;
-  bool m_isWanted = false;  ///< another picture, which could not be drawn yet
-  QTimer m_later;
+  QElapsedTimer m_since;          ///< the program's begin
+  PicturePace m_pace;
+  bool m_wasInTake = false;
+  bool m_isBetween = false;   ///< shows a take at its clock, between frames, not its newest frame
+  bool m_isWanted = false;    ///< another picture, which could not be drawn yet
+  bool m_isPainted = false;   ///< and not seen yet
+  double m_drawnFrom = -1.0;  ///< begin of the picture that is drawn (s); below 0 for none
+  int m_asked = 0;            ///< newest frame that a picture has been asked for of
+  int m_painted = 0;          ///< newest frame that the latest picture shows
 };
 
 }  // namespace orv::app

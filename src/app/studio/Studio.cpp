@@ -18,6 +18,7 @@
 #include "app/studio/QtTexts.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
+#include "app/studio/script/ScriptView.h"
 #include "app/studio/timeline/Player.h"
 #include "app/studio/timeline/Timeline.h"
 #include "app/studio/windows/HelpWindow.h"
@@ -449,10 +450,15 @@ std::string Studio::ScriptPreview(const ScriptPreviewWish& wish) {
   return SentencesOf(WritePreview(m_document.GetAdaptor(), options, wish.folder).problem);
 }
 
+nlohmann::json Studio::ScriptView(const ScriptLine& line) {
+  return RunViewCommand(line, *m_stage, m_document.GetAdaptor());
+}
+
 nlohmann::json Studio::ScriptState() {
   auto& core = m_document.GetCore();
   static const char* const kRuns[] = {"idle", "countdown", "recording", "resimulating"};
   const UndoList undo = m_document.GetUndoList();
+  const PictureFigures pictures = m_stage->GetFigures();
   nlohmann::json selection = nlohmann::json::array();
   for (const int row : core.GetSelection())
     if (const auto* found = core.FindRow(row)) selection.push_back(found->GetLabel());
@@ -465,6 +471,13 @@ nlohmann::json Studio::ScriptState() {
           {"undo", undo.names},
           {"undoPosition", undo.position},
           {"dirty", m_document.IsDirty()},
+          {"pictures",
+           {{"painted", pictures.painted},
+            {"dropped", pictures.dropped},
+            {"perSecond", pictures.perSecond},
+            {"latencies", pictures.latencies},
+            {"latencyMedian", pictures.medianMs},
+            {"latencyP95", pictures.p95Ms}}},
           {"path", m_document.GetPath()}};
 }
 

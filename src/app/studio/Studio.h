@@ -58,6 +58,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptOpen(const std::string& path) override;
   std::string ScriptSave(const std::string& path) override;
   std::string ScriptPreview(const ScriptPreviewWish& wish) override;
+  nlohmann::json ScriptView(const ScriptLine& line) override;
   nlohmann::json ScriptState() override;
   void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;

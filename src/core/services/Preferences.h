@@ -28,6 +28,9 @@ class Preferences {
   bool oscOpen = false;                    ///< "oscopen": other machines are heard too
   bool midi = false;                       ///< "midi": MIDI inputs are devices
   PenArea penArea = PenArea::kWindow;      ///< "pen": "window", "tablet"
+  int steeringForce = 0;     ///< "steeringforce", what a wheel feels of a car's steering (%)
+  int roadForce = 0;         ///< "roadforce", what it feels of the ground (%)
+  int kickForce = 0;         ///< "kickforce", what a trigger feels of a gun (%)
   bool updateCheck = false;  ///< the user agrees that a server is asked for newer versions
   bool updateAsked = false;  ///< he has been asked for that
   int updateDay = 0;         ///< of the last check (days since 1970)

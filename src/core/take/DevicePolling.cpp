@@ -56,9 +56,13 @@ void DevicePolling::EndTake() {
   if (m_users == 0) unidevice::DriverManager::instance().deactivateAll();
 }
 
+void DevicePolling::Read() {
+  unidevice::DriverManager::instance().updateAll();
+}
+
 void DevicePolling::Poll(CoreImplementation& core) {
   const MessageQueue::Hold hold(core.GetMessages());
-  unidevice::DriverManager::instance().updateAll();
+  Read();
   const std::uint64_t now = unidevice::DriverManager::generation();
   if (now == m_generation) return;
   m_generation = now;

@@ -44,8 +44,11 @@ class DevicePolling {
   bool IsSearched() const { return m_searches > 0; }
   void BeginTake(CoreImplementation& core);
   void EndTake();
-  /// Reads all devices, and binds inputs whose control has come. Called once a frame of a take.
+  /// Reads all devices, and binds inputs whose control has come. Called at each frame of a take and
+  /// in each tick between two.
   void Poll(CoreImplementation& core);
+  /// Reads all devices; who has come or gone is told by the next Poll.
+  static void Read();
 
  private:
   static void Activate(CoreImplementation& core);

@@ -131,6 +131,7 @@ void RecordManager::StartInstances(double t) {
       m_instances.push_back(instance);
   }
 
+  m_forces.Begin(m_instances);
   m_devices.BeginTake(core);
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Start(t);
 }
@@ -138,6 +139,7 @@ void RecordManager::StartInstances(double t) {
 void RecordManager::EndTake() {
   CoreImplementation& core = *GetCore();
   core.EndEdit();
+  m_forces.Stop(m_instances);
   m_devices.EndTake();
   m_bRecording = false;
   m_bResimulating = false;
@@ -185,7 +187,9 @@ int RecordManager::StartRecording() {
   double rangeStart = 0.0;
   adaptor.GetTimeRange(rangeStart, m_endTime);
   m_clock = m_startTime;
+  m_tickBegin = tickCount();
   m_frame = FrameIndex(m_clock);
+  m_inputs.Clear();
   StartInstances(m_startTime);
   m_bFirstTick = true;
 
@@ -246,25 +250,41 @@ bool RecordManager::Tick(unsigned elapsedMs) {
   const MessageQueue::Hold hold(GetCore()->GetMessages());
   m_clock += (elapsedMs - m_lastTick) * 0.001 / m_slowFactor;
   m_lastTick = elapsedMs;
+  m_tickBegin = tickCount();
 
   const int target = FrameIndex(m_clock) + 1;
   if (m_clock > m_startTime) HideCountdown();
   TellRunState();
   // A frame falls due when the clock has reached the start. Before that none is used up, so that a
   // take steps the frames that its resimulation steps, wherever it starts.
+  const bool isIdle = m_frame >= target || m_clock < m_startTime;
   for (int i = 0; i < kMaxFramesPerTick && m_frame < target && m_clock >= m_startTime; ++i) {
-    if (!StepDueFrame()) return false;
+    if (!StepDueFrame(i == 0 ? m_clock : GetClockNow())) return false;
   }
+  if (isIdle) {
+    NoteInputs(m_clock);
+    PlayForces(false);
+  }
+  m_inputs.DropBefore(std::min(m_clock, GetDue(m_frame + 1)));
   if (m_clock < m_startTime) ShowCountdown();
   GetCore()->GetAdaptor()->SetCurrentTime(m_clock);
   return true;
 }
 
-bool RecordManager::StepDueFrame() {
+/// When the take's clock asks for a frame: one frame ahead of its own time.
+double RecordManager::GetDue(int frame) const {
+  return (frame - 1) * GetFrameDuration();
+}
+
+bool RecordManager::StepDueFrame(double polledAt) {
   ++m_frame;
   if (!HandleRangeEnd()) return false;
-  m_devices.Poll(*GetCore());
-  StepInstances(m_frame * GetFrameDuration());
+  NoteInputs(polledAt);
+  {
+    const InputHistory::AsOf inputs(m_inputs, GetDue(m_frame));
+    StepInstances(m_frame * GetFrameDuration());
+  }
+  PlayForces(true);
   if (!IsBeyondTakeLength(m_frame + 1)) return true;
   StopRecording();
   return false;
@@ -277,6 +297,37 @@ void RecordManager::StepInstances(double t) {
     if (i + 1 < m_instances.size()) m_instances[i + 1]->PrefetchRig();
     m_instances[i]->Step(t);
   }
+}
+
+/// The take's clock with what has gone by since the tick began.
+double RecordManager::GetClockNow() const {
+  return m_clock + (tickCount() - m_tickBegin) * 0.001 / m_slowFactor;
+}
+
+void RecordManager::NoteInputs(double clock) {
+  m_devices.Poll(*GetCore());
+  m_inputs.Note(clock);
+}
+
+void RecordManager::PlayForces(bool isFrame) {
+  m_forces.Play(*GetCore(), m_instances, tickCount() * 0.001, isFrame);
+}
+
+void RecordManager::PollInputs() {
+  if (!m_bRecording || m_bResimulating) return;
+  m_devices.Read();
+  m_inputs.Note(GetClockNow());
+}
+
+bool RecordManager::IsBehind() const {
+  return GetRunState() == RunState::kRecording && FrameIndex(GetClockNow()) + 1 > m_frame;
+}
+
+std::vector<double> RecordManager::TakeInputAges() {
+  const double now = GetClockNow();
+  std::vector<double> ages = m_inputs.TakeMoves(GetDue(m_frame));
+  for (double& age : ages) age = (now - age) * m_slowFactor * 1000.0;
+  return ages;
 }
 
 bool RecordManager::HandleRangeEnd() {

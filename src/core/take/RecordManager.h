@@ -9,6 +9,8 @@
 #include "core/CoreSubSystem.h"
 #include "core/services/TimerManager.h"
 #include "core/take/DevicePolling.h"
+#include "core/take/ForceFeedback.h"
+#include "core/take/InputHistory.h"
 
 namespace orv::rws::core {
 
@@ -40,6 +42,15 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   void StopRecording();
   /// The tick. `elapsedMs` are milliseconds of any origin, low 32 bits.
   void OnTimer(int id, unsigned elapsedMs) override;
+  /// Reads the devices, as the idle milliseconds of a take do by themselves: for who holds a take
+  /// up, around that. Tells nothing, so that it may be called within a widget's painting. Nothing
+  /// happens without a take.
+  void PollInputs();
+  /// Whether the running take has a frame to catch up on, which fell due and is not stepped yet.
+  bool IsBehind() const;
+  /// How long ago (ms of real time) mapped controls were found moved, for each move that a frame
+  /// stepped by now has taken. Each is told once.
+  std::vector<double> TakeInputAges();
   /// The next take ends itself behind the frame at `seconds` after its start, before the range
   /// grows. Not positive: no limit.
   void SetTakeLength(double seconds) { m_takeLength = seconds; }
@@ -105,7 +116,11 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   void EndTake();
   /// False when it has ended the take.
   bool Tick(unsigned elapsedMs);
-  bool StepDueFrame();
+  double GetClockNow() const;
+  bool StepDueFrame(double polledAt);
+  void NoteInputs(double clock);
+  void PlayForces(bool isFrame);
+  double GetDue(int frame) const;
   void StepInstances(double t);
   bool HandleRangeEnd();
   bool IsBeyondTakeLength(int frame) const;
@@ -131,9 +146,10 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   double m_fixedFrameDuration = 0.04;
   bool m_bFixedFrameDuration = false;
   std::vector<Instance*> m_instances;
-  unsigned m_lastTick = 0;  ///< ms
-  int m_frame = 0;          ///< last frame stepped
-  double m_clock = 0.0;     ///< take clock (s)
+  unsigned m_lastTick = 0;   ///< ms
+  unsigned m_tickBegin = 0;  ///< by tickCount
+  int m_frame = 0;           ///< last frame stepped
+  double m_clock = 0.0;      ///< take clock (s)
   bool m_bRecording = false;
   bool m_bResimulating = false;
   float m_resimProgress = 0.0f;
@@ -142,6 +158,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   double m_takeLength = 0.0;
   int m_resimFrame = 0;  ///< index of m_resimTime
   DevicePolling m_devices;
+  InputHistory m_inputs;  ///< of the running take
+  ForceFeedback m_forces;
   RunState m_toldState = RunState::kIdle;
   std::vector<HiddenModels> m_hiddenModels;
 };

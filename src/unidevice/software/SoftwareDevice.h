@@ -28,6 +28,7 @@ class SoftwareDevice : public Device {
 
   /// Sets each control to its column's value at the present time.
   bool update() override;
+  bool isPlayed() const override { return true; }
 
   /// One update; there is no queue to drain.
   bool settle() override;

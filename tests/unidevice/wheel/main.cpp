@@ -10,11 +10,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "unidevice/Control.h"
 #include "unidevice/Device.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/FFEffect.h"
+#include "unidevice/ForcePlayer.h"
 #include "unidevice/Property.h"
 #include "unidevice/sdl/SdlDriver.h"
 
@@ -193,14 +195,43 @@ TEST(Wheel, PushesAndKeepsItsMappingWhenPluggedInAgain) {
   }
   EXPECT_EQ(wheel.removed, 1);
 
+  // What a rig says of its input, there, back, and away with the device.
+  ForcePlayer player;
+  const std::vector<Property*> inputs{&pedal, &steer};
+  const ForceGains half{0.5, 0.0, 0.0};
+  steer.feel.push = 1.0;
+  player.play(inputs, half, 10.0);
+  EXPECT_EQ(wheel.uploaded.type, FF_CONSTANT);
+  EXPECT_EQ(wheel.uploaded.u.constant.level, 16384);
+  EXPECT_EQ(wheel.uploaded.replay.length, 500) << "silent by itself, should nobody ask any more";
+  EXPECT_EQ(wheel.received().value, 1);
+  const int right = wheel.uploaded.direction;
+  player.play(inputs, half, 10.1);
+  steer.feel.push = -0.5;
+  player.play(inputs, half, 10.25);
+  EXPECT_EQ(wheel.uploaded.u.constant.level, 8192);
+  EXPECT_EQ(std::abs(wheel.uploaded.direction - right), 0x8000);
+  EXPECT_EQ(wheel.received().value, 1) << "begun anew";
+  const int before = wheel.removed;
+  player.stop(inputs);
+  EXPECT_EQ(wheel.received().value, 0);
+  EXPECT_EQ(wheel.removed, before + 2);
+  EXPECT_TRUE(steer.effects.empty() && pedal.effects.empty());
+  player.play(inputs, half, 11.0);
+
   wheel.unplug();
   ASSERT_TRUE(pollUntil(driver, 0));
+  player.play(inputs, half, 11.1);
   EXPECT_EQ(steer.read(), 0.25);
-  const auto before = DriverManager::generation();
+  const auto generation = DriverManager::generation();
   wheel.plug();
   ASSERT_TRUE(pollUntil(driver, 1));
-  EXPECT_NE(DriverManager::generation(), before);
+  EXPECT_NE(DriverManager::generation(), generation);
   EXPECT_TRUE(steer.rebind() && pedal.rebind());
+  wheel.uploaded = {};
+  player.play(inputs, half, 12.0);
+  EXPECT_EQ(wheel.uploaded.u.constant.level, 8192) << "its forces too";
+  player.stop(inputs);
   wheel.move({moved(EV_ABS, ABS_X, 0), moved(EV_ABS, ABS_Z, 65535), moved(EV_SYN, SYN_REPORT, 0)});
   SDL_Delay(50);
   driver.update();

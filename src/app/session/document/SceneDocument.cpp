@@ -8,6 +8,7 @@
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
+#include "app/session/TakeSize.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/StartScene.h"
 #include "core/CoreImplementation.h"
@@ -292,6 +293,12 @@ void SceneDocument::LookAtAutosave() {
 
 void SceneDocument::PrepareTake() {
   m_journal.Close();
+  if (fs::path(m_path).extension() != ".gltf") {
+    double start = 0.0, end = 0.0;
+    GetAdaptor().GetTimeRange(start, end);
+    Tell(FindTakeTooLong(GetCore(), SizeOf(m_path), {GetAdaptor().GetCurrentTime(), end}),
+         m_toldSize);
+  }
   if (GetCore().GetPreferences().autosaveMinutes <= 0) return;
   // A retry finds the scene as the take before did, unless somebody has removed it.
   AutosaveNote note;

@@ -175,7 +175,7 @@ class SceneDocument : private util::MessageNode, private rws::adaptor::headless:
   TakeJournal m_journal;
   bool m_hasJournal = false;   ///< one of the take that was recorded on m_autosaved
   double m_journalTime = 0.0;  ///< of its last record, by `seconds`
-  Problem m_toldAutosave, m_toldJournal, m_toldRecent;
+  Problem m_toldAutosave, m_toldJournal, m_toldRecent, m_toldSize;
   std::unique_ptr<QTimer> m_timer;
   std::function<void()> m_changed;
   std::function<void(const Problem&)> m_trouble;

@@ -1,5 +1,6 @@
 #include "app/studio/script/ScriptDevice.h"
 
+#include <cmath>
 #include <utility>
 
 #include "unidevice/Driver.h"
@@ -37,9 +38,13 @@ unidevice::Control* ScriptDevice::control(int i) const {
 }
 
 bool ScriptDevice::update() {
-  if (m_time)
+  if (m_time) {
+    const double time = m_time();
     for (std::size_t i = 0; i < m_fed.size(); ++i)
-      m_values[static_cast<std::size_t>(m_fed[i])] = m_input.value(static_cast<int>(i), m_time());
+      m_values[static_cast<std::size_t>(m_fed[i])] = m_input.value(static_cast<int>(i), time);
+    // Noise too is a function of the frame, however often it is polled.
+    m_random = static_cast<unsigned>(std::lround(time * 1e5)) + 1u;
+  }
   for (std::size_t i = 0; i < m_controls.size(); ++i) {
     double value = m_values[i];
     if (m_noise > 0.0 && m_controls[i]->flags == unidevice::kInfiniteControl) {

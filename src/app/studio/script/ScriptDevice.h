@@ -33,6 +33,8 @@ class ScriptDevice : public unidevice::Device {
   int controlCount() const override { return static_cast<int>(m_controls.size()); }
   unidevice::Control* control(int i) const override;
   bool update() override;
+  /// While a file is played.
+  bool isPlayed() const override { return m_time != nullptr; }
 
   /// "Axis0", "Button3", "Hat0". False when it has no such control.
   bool Set(const std::string& control, double value);

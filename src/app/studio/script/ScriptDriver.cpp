@@ -137,6 +137,9 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"dump", [&] { Dump(line); }},
       {"shot", [&] { Shot(line); }},
       {"preview", [&] { Preview(line); }},
+      {"project", [&] { View(line); }},
+      {"pick", [&] { View(line); }},
+      {"view", [&] { View(line); }},
       {"state", [&] { Answer(m_host.ScriptState()); }},
       {"wait", [&] { WaitIdle(line); }},
       {"wait-idle", [&] { WaitIdle(line); }},
@@ -351,6 +354,12 @@ void ScriptDriver::Preview(const ScriptLine& line) {
     if (wish.width < 1 || wish.height < 1) return Fail("size=WIDTHxHEIGHT is wanted");
   }
   AnswerOr(m_host.ScriptPreview(wish));
+}
+
+void ScriptDriver::View(const ScriptLine& line) {
+  Json answer = m_host.ScriptView(line);
+  if (answer.contains("error")) return Fail(answer["error"]);
+  Answer(std::move(answer));
 }
 
 void ScriptDriver::WaitIdle(const ScriptLine& line) {

@@ -61,6 +61,7 @@ class ScriptDriver : public QObject {
   void Dump(const ScriptLine& line);
   void Shot(const ScriptLine& line);
   void Preview(const ScriptLine& line);
+  void View(const ScriptLine& line);
   void WaitIdle(const ScriptLine& line);
   void LetLoose(const ScriptLine& line);
 

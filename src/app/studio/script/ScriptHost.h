@@ -10,6 +10,8 @@ class CoreImplementation;
 
 namespace orv::app {
 
+struct ScriptLine;
+
 /// A folder of pictures of the playback range, as the view shows it where nothing else is wished.
 struct ScriptPreviewWish {
   std::string folder;
@@ -29,7 +31,10 @@ class ScriptHost {
   /// An empty path: the scene's own file.
   virtual std::string ScriptSave(const std::string& path) = 0;
   virtual std::string ScriptPreview(const ScriptPreviewWish& wish) = 0;
-  /// Run, time, frame, selection, names of undo steps, dirty, path.
+  /// A command about the scene's picture; see RunViewCommand.
+  virtual nlohmann::json ScriptView(const ScriptLine& line) = 0;
+  /// Run, time, frame, selection, names of undo steps, dirty, path, and how
+  /// the pictures have come.
   virtual nlohmann::json ScriptState() = 0;
   /// Whether the program goes on, with a new scene, when its main window is closed.
   virtual void ScriptKeepOpen(bool keep) = 0;

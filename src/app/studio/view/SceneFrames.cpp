@@ -213,6 +213,10 @@ std::shared_ptr<const Model> SceneFrames::ShareModel(Model model) {
 
 // --- each picture ---
 
+double SceneFrames::GetTime() const {
+  return m_clock ? m_clock() : m_host.GetCurrentTime();
+}
+
 /// Whether somebody wants to know where it is, though there may be nothing to be seen.
 bool SceneFrames::IsPose(const Shown& shown) const {
   return shown.selected ||
@@ -237,7 +241,7 @@ void SceneFrames::Read() {
     m_isTreeOld = std::any_of(m_shown.begin(), m_shown.end(),
                               [this](const Shown& shown) { return HasChanged(shown); });
   if (m_isTreeOld || m_scene != &m_host.GetScene()) ListNodes();
-  const double time = m_host.GetCurrentTime();
+  const double time = GetTime();
   bool isTurned = false;
   for (Shown& shown : m_shown) {
     if (!shown.model && !IsPose(shown)) continue;
@@ -281,8 +285,7 @@ bool SceneFrames::GetLens(std::size_t picture, SourceLens& lens) {
   if (!shown || !through->GetLens()) return false;
   lens.pose = shown->world;
   // Keys of a lens are the host's, not the scene's.
-  lens.fieldOfView =
-      shown->host->GetLensValue(rws::adaptor::LensValue::kFieldOfView, m_host.GetCurrentTime());
+  lens.fieldOfView = shown->host->GetLensValue(rws::adaptor::LensValue::kFieldOfView, GetTime());
   const double aspect = through->GetLens()->aspectRatio;
   lens.aspect = aspect > 0.0 ? aspect : 16.0 / 9.0;
   if (const auto& backdrop = through->GetBackdrop()) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -47,6 +48,8 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   bool GetGuide(std::size_t picture, SourceGuide& guide) override;
   void Write(std::size_t picture, FramePacket& packet) override;
 
+  /// The time that pictures show (s); by default the host's.
+  void SetClock(std::function<double()> clock) { m_clock = std::move(clock); }
   /// These and what hangs below them get an outline.
   void Select(std::vector<const SceneNode*> nodes);
   /// Pictures show these nodes elsewhere than they stand, by their world poses, and what hangs
@@ -122,7 +125,10 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   void AddGroup(Picture& picture, FramePacket& packet, const std::vector<std::size_t>& group) const;
   void SortBlended(const Picture& picture, FramePacket& packet) const;
 
+  double GetTime() const;
+
   rws::adaptor::headless::HeadlessAdaptor& m_host;
+  std::function<double()> m_clock;
   MeshPool m_pool;
   FileMeshes m_files{m_pool};
   BackdropPictures m_backdrops;

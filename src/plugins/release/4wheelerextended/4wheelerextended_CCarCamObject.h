@@ -105,6 +105,7 @@ class CCarCamObject : public Rig {
   void WriteBody(double time);
   void WriteWheelHelpers(double time);
   void WriteBaseNodes(double time);
+  void TellHands(double dt);
   void ShowGauges();
   bool KeepsHistories() const;
   Matrix Scaled(const util::QTransform<double>& pose) const;
@@ -125,6 +126,7 @@ class CCarCamObject : public Rig {
   CarGauges m_gauges;
   std::array<unidevice::Property*, kChannelCount> m_inputs{};  ///< the instance's
   std::vector<std::unique_ptr<unidevice::Property>> m_outputs;
+  std::array<double, 2> m_frontHeights{};  ///< CurrDelta of the front wheels, for TellHands
   bool m_inTake = false;
   bool m_reinitialize = false;
   bool m_reportedSurface = false;

@@ -1,4 +1,5 @@
 // A take of a car and its frames.
+#include <algorithm>
 #include <cmath>
 
 #include "plugins/common/History.h"
@@ -23,6 +24,10 @@ constexpr double kSteeringWheelTurn = -5.0;
 constexpr double kStartInput = 0.01;
 /// Distance in body scales by which a user has moved a car, and not rounding.
 constexpr double kLeastDrift = 1e-6;
+// What a hand on the steering feels in full, for a body scale of 1.
+constexpr double kFullPull = 4.0;     ///< m/s² to the side
+constexpr double kPullResponse = 0.5;  ///< of a frame
+constexpr double kFullShake = 2.0;     ///< m/s of the front wheels up and down, together
 
 }  // namespace
 
@@ -49,6 +54,8 @@ void CCarCamObject::Start(double time) {
     Resume(time);
   m_memory.Cut(util::frameAfter(time, m_pInterface->GetFrameDuration()));
   if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
+  for (std::size_t i = 0; i < m_frontHeights.size(); ++i)
+    m_frontHeights[i] = cCarCam.state.wheels[i].CurrDelta;
   WarnOfTarget();
   m_hideModes.Start();
 }
@@ -161,6 +168,27 @@ void CCarCamObject::Step(double time) {
   }
   if (KeepsHistories()) m_memory.Store(time, cCarCam.state);
   ShowGauges();
+  TellHands(dt);
+}
+
+/// The front wheels' grip draws the steering back, and the ground shakes it.
+void CCarCamObject::TellHands(double dt) {
+  if (!m_inputs[kSteeringWheel]) return;
+  unidevice::Feel& feel = m_inputs[kSteeringWheel]->feel;
+  double onGround = 0.0, shaken = 0.0;
+  for (std::size_t i = 0; i < m_frontHeights.size(); ++i) {
+    const CarWheelState& wheel = cCarCam.state.wheels[i];
+    if (!wheel.bInTheAir()) {
+      onGround += 1.0 / static_cast<double>(m_frontHeights.size());
+      shaken += std::abs(wheel.CurrDelta - m_frontHeights[i]) / dt;
+    }
+    m_frontHeights[i] = wheel.CurrDelta;
+  }
+  const double scale = cCarCam.geometry.scale;
+  const double pull =
+      -std::clamp(cCarCam.state.vAcceleration.x / (kFullPull * scale), -1.0, 1.0) * onGround;
+  feel.push += (pull - feel.push) * kPullResponse;
+  feel.road = std::min(shaken / (kFullShake * scale), 1.0);
 }
 
 Matrix CCarCamObject::Scaled(const Transform& pose) const {

@@ -166,6 +166,7 @@ void Firepower::Step(double time) {
   const double dt = m_pInterface->GetFrameDuration();
   AdvanceBullets(time, dt);
   m_discharge.offset = 0.0;
+  if (m_fire) m_fire->feel.kick = 0.0;
   if (!IsComplete()) {
     TellError(kErrorOnFrame);
     return;
@@ -213,6 +214,7 @@ void Firepower::Discharge(double time, double dt) {
     return;
   }
   m_discharge.offset = 1.0;
+  if (m_fire) m_fire->feel.kick = 1.0;
   // A round that comes while the barrel is still back goes on from there.
   const double back = m_settings.recoilBack * dt;
   m_state.recoil = std::clamp(m_state.currentRecoil, 0.0, 1.0) * back;
