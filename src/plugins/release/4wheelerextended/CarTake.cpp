@@ -25,7 +25,7 @@ constexpr double kStartInput = 0.01;
 /// Distance in body scales by which a user has moved a car, and not rounding.
 constexpr double kLeastDrift = 1e-6;
 // What a hand on the steering feels in full, for a body scale of 1.
-constexpr double kFullPull = 4.0;     ///< m/s² to the side
+constexpr double kFullPull = 4.0;      ///< m/s² to the side
 constexpr double kPullResponse = 0.5;  ///< of a frame
 constexpr double kFullShake = 2.0;     ///< m/s of the front wheels up and down, together
 
