@@ -289,7 +289,7 @@ bool SceneFrames::GetLens(std::size_t picture, SourceLens& lens) {
   const double aspect = through->GetLens()->aspectRatio;
   lens.aspect = aspect > 0.0 ? aspect : 16.0 / 9.0;
   if (const auto& backdrop = through->GetBackdrop()) {
-    const int frame = util::frameAtOrBefore(m_host.GetCurrentTime(), m_host.GetFrameDuration());
+    const int frame = util::frameAtOrBefore(GetTime(), m_host.GetFrameDuration());
     lens.backdrop = {m_backdrops.Find(*backdrop, frame), static_cast<float>(backdrop->opacity)};
   }
   return true;
