@@ -10,7 +10,8 @@ import sys
 SHELL = [(-215, 52, 78), (-205, 62, 84), (-130, 80, 88), (-95, 86, 88), (-25, 132, 66),
          (60, 136, 66), (130, 98, 86), (205, 92, 84), (215, 80, 80)]
 BELOW = 26.0
-WHEELS = {"wheel_FL": (-76, -134), "wheel_FR": (76, -134), "wheel_RL": (-76, 134), "wheel_RR": (76, 134)}
+# Left is where +X is for who looks along -Y.
+WHEELS = {"wheel_FL": (76, -134), "wheel_FR": (-76, -134), "wheel_RL": (76, 134), "wheel_RR": (-76, 134)}
 RADIUS, HALF_WIDTH, SIDES = 33.0, 11.0, 24
 
 
@@ -40,9 +41,9 @@ def shell(obj):
     for a, b in zip(rings, rings[1:]):
         for i in range(size):
             j = (i + 1) % size
-            obj.face(a[i], a[j], b[j], b[i])
-    obj.face(*reversed(rings[0]))
-    obj.face(*rings[-1])
+            obj.face(b[i], b[j], a[j], a[i])
+    obj.face(*rings[0])
+    obj.face(*reversed(rings[-1]))
 
 
 def wheel(obj, name, x, y):
@@ -52,9 +53,9 @@ def wheel(obj, name, x, y):
              for side in (-1, 1)]
     for i in range(SIDES):
         j = (i + 1) % SIDES
-        obj.face(sides[0][j], sides[0][i], sides[1][i], sides[1][j])
-    obj.face(*sides[0])
-    obj.face(*reversed(sides[1]))
+        obj.face(sides[1][j], sides[1][i], sides[0][i], sides[0][j])
+    obj.face(*reversed(sides[0]))
+    obj.face(*sides[1])
 
 
 def main(path):

@@ -2,13 +2,13 @@
 # Installs what is missing, builds, and performs the demo: a follow camera on a shaky object, a car
 # that is driven over a terrain for 30 s, then once more as an F1 and as a boat from the same inputs,
 # carriages on curves, tools of one file each, a vehicle on belts that crosses bumps, and a turret
-# that fires at walls. Leaves out/demo/: source scenes, scenes with the new keys, poses as CSV, and
-# pictures.
+# that fires at walls. Leaves out/demo/: source scenes, scenes with the new keys, poses as CSV,
+# pictures, and screenshots of the desktop program with some of the scenes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release --target rigwright
+cmake --build --preset release --target rigwright rigwright-studio
 
 rigwright=build/release/bin/rigwright
 out=out/demo
@@ -132,6 +132,9 @@ python3 examples/make_turret.py "$gun"
 for picture in gun.png gun.svg; do
   "$rigwright" --quiet plot "$gun" -o "$out/$picture"
 done
+
+# What some of these look like in the desktop program.
+scripts/stage_pictures.sh "$out" scripts/demo_stage.script
 
 echo "The demo is in $out:"
 ls -1 "$out"

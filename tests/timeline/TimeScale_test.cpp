@@ -43,10 +43,8 @@ TEST(TimeScale, KeepsTheFrameUnderThePointerAndMarksFramesThatDivide) {
 }
 
 TEST(TimeScale, StacksBarsAndFindsKeysAndHandles) {
-  std::vector<Bar> bars;
-  AddStretches({0.0, 0.04, 0.08, 1.0, 1.04}, 0.06, "A", bars);
-  AddStretches({0.0, 0.04, 0.08}, 0.06, "B", bars);
-  AddStretches({0.04, 1.02}, 5.0, "C", bars);
+  std::vector<Bar> bars{
+      {0.0, 0.08, "A", 0}, {1.0, 1.04, "A", 0}, {0.0, 0.08, "B", 0}, {0.04, 1.02, "C", 0}};
   EXPECT_EQ(StackBars(bars, 3), 2);
   ASSERT_EQ(bars.size(), 3u);
   EXPECT_EQ(bars[0].name, "A, B");

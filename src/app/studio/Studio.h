@@ -127,6 +127,8 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void OpenExample(int number);
   void TakeDropped(const std::vector<std::string>& paths);
   void Import(const std::string& path);
+  /// Selects them, and brings them into the picture unless that is a camera's.
+  void ShowNodes(const std::vector<std::string>& names);
   /// Asks which one; `path`, if any, is the first choice.
   void AddModel(const std::string& path);
   std::vector<std::string> GetGrounds();

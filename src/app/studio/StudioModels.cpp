@@ -6,6 +6,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/models/ModelFile.h"
+#include "app/studio/StagePane.h"
 #include "app/studio/Studio.h"
 #include "app/studio/windows/ImportWindow.h"
 #include "app/studio/windows/MakeModelWindow.h"
@@ -91,10 +92,16 @@ void Studio::Import(const std::string& path) {
     result = file.AddTo(m_document.GetSession(), options, Monitor());
   }
   if (result.problem) return Show(title, result.problem);
-  m_browser.SelectNamed(result.nodes);
+  ShowNodes(result.nodes);
   std::vector<std::string> notes = result.warnings;
   for (const std::string& text : m_document.TakeWarnings()) notes.push_back(text);
   TellDone(Translate("%1 is in the scene.", {FileNameOf(path)}), notes);
+}
+
+void Studio::ShowNodes(const std::vector<std::string>& names) {
+  m_browser.SelectNamed(names);
+  view::StageView* const picture = m_stage->GetView();
+  if (picture && !m_stage->GetCamera()) picture->FrameSelected();
 }
 
 std::vector<std::string> Studio::GetGrounds() {
@@ -124,7 +131,7 @@ void Studio::AddModel(const std::string& path) {
   for (const std::string& rig : added.rigs)
     if (const auto* found = core.FindInstance(rig)) rows.push_back(found->GetIdentity());
   core.SetSelection(rows);
-  m_browser.SelectNamed(added.nodes);
+  ShowNodes(added.nodes);
   std::vector<std::string> notes = added.warnings;
   for (const std::string& text : m_document.TakeWarnings()) notes.push_back(text);
   TellDone(Translate("%1 is in the scene: %2.", {FileNameOf(choice.path), Joined(added.rigs)}),

@@ -1,5 +1,7 @@
 #include "core/windows/MainWindowPose.h"
 
+#include <cmath>
+
 #include "core/CoreImplementation.h"
 #include "core/windows/LengthUnit.h"
 #include "core/windows/MainWindowIds.h"
@@ -23,6 +25,13 @@ constexpr char kSpace[] = "space";
 double& NumberOf(SceneBrowser::Pose& pose, int number) {
   auto& vector = number < 3 ? pose.translation : number < 6 ? pose.rotation : pose.scale;
   return number % 3 == 0 ? vector.x : number % 3 == 1 ? vector.y : vector.z;
+}
+
+/// What a user reads of a number: no remainders of arithmetic.
+double Rounded(double number) {
+  constexpr double kParts = 1e6;
+  const double rounded = std::round(number * kParts) / kParts;
+  return rounded == 0.0 ? 0.0 : rounded;  // no -0
 }
 
 }  // namespace
@@ -64,7 +73,7 @@ void MainWindowPose::Show() {
     GetWindow().SetEnabled(kNodeNumbers + i, there && locked.empty(),
                            there ? locked : Translate("Select a node in the scene first."));
     With<Spinner>(kNodeNumbers + i, [&](Spinner& spinner) {
-      const double shown = NumberOf(pose, i) * Factor(i);
+      const double shown = Rounded(NumberOf(pose, i) * Factor(i));
       if (spinner.GetValue() != shown && !spinner.IsBeingEdited()) spinner.SetValue(shown);
     });
   }
@@ -94,7 +103,7 @@ void MainWindowPose::Apply(int number, double shown) {
   const int node = m_scene.GetCurrent();
   double& held = NumberOf(m_pose, number);
   if (!GetBrowser() || node == 0 || !GetWindow().WhyLocked().empty()) return Show();
-  if (held * Factor(number) != shown) {
+  if (Rounded(held * Factor(number)) != shown) {
     held = shown / Factor(number);
     Tell(kNodeNotice, GetBrowser()->SetPose(node, GetSpace(), m_pose));
   }

@@ -135,8 +135,10 @@ void MainWindowTools::ShowProduct() {
     text->SetText(tool ? Translate(tool->GetDescription())
                        : Translate("Point at a tool, or choose one with the arrow keys, to see "
                                    "what it does."));
+  // Its line stays where there is nothing to say: the list of tools must not move under the
+  // pointer.
   set(kProductAuthor, !licence.empty() ? licence
-                      : author.empty() ? std::string()
+                      : author.empty() ? "\u00a0"
                                        : Translate("By %1", {author}));
   std::string why = selected ? WhyNot(*selected) : Translate("Choose a tool first.");
   if (why.empty()) why = GetWindow().WhyLocked();
@@ -174,8 +176,10 @@ void MainWindowTools::OnComponent(gui::Component& source, util::Message& message
       m_hovered = message.param;
       ShowProduct();
     }
-    // Who comes by the keyboard sees at once what there is.
-    if (message.id == gui::kMsgFocusGained && !GetSelected() && !m_tools.empty()) {
+    // Who comes by the keyboard sees at once what there is. A mouse's press would land elsewhere:
+    // the list shows what is current.
+    if (message.id == gui::kMsgFocusGained && m_hovered == 0 && !GetSelected() &&
+        !m_tools.empty()) {
       Get<Tree>(kToolTree)->SetCurrent(m_tools.begin()->first);
       ShowProduct();
     }

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
@@ -77,8 +78,10 @@ ScriptTarget RowTarget(QWidget& widget, const ScriptLine& line) {
   if (line.Has("column")) index = index.sibling(index.row(), Text(line.Value("column")).toInt());
   if (auto* tree = qobject_cast<QTreeView*>(view))
     for (QModelIndex up = index.parent(); up.isValid(); up = up.parent()) tree->expand(up);
+  // What a command before this one has brought about may yet have to find its place.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   view->scrollTo(index);
-  const QRect rect = view->visualRect(index);
+  const QRect rect = view->visualRect(index) & view->viewport()->rect();
   if (!rect.isValid()) return {nullptr, {}, "the row is hidden"};
   return {view->viewport(), rect.center(), {}};
 }

@@ -30,10 +30,8 @@ using rws::core::RunState;
 namespace {
 
 constexpr int kMostLanes = 3;
-constexpr int kRunPause = 60;          ///< ms from picture to picture in a run
-constexpr double kWheelFactor = 1.25;  ///< a step of the wheel
-constexpr double kGapFrames = 2.5;     ///< frames without a sample between two takes
-
+constexpr int kRunPause = 60;  ///< ms from picture to picture in a run
+constexpr double kWheelFactor = 1.25;
 }  // namespace
 
 Timeline::Timeline(rws::core::CoreImplementation& core,
@@ -126,17 +124,15 @@ void Timeline::ReadKeys() {
 
 void Timeline::ReadTakes() {
   m_takes.clear();
-  std::vector<double> times;
   for (rws::core::Instance* rig : m_core.List(false)) {
-    times.clear();
-    // All inputs of a rig are recorded together; the one that has most tells of all.
-    const util::AVar_Linear<double>* most = nullptr;
-    for (const auto& track : rig->GetTracks())
-      if (!most || track.samples.size() > most->samples.size()) most = &track;
-    if (most)
-      for (const auto& sample : most->samples) times.push_back(sample.time);
-    timeline::AddStretches(times, kGapFrames * m_host.GetFrameDuration(), rig->GetInstanceName(),
-                           m_takes);
+    // Between its samples, which a table may have few of, an input has values too.
+    timeline::Bar bar{HUGE_VAL, -HUGE_VAL, rig->GetInstanceName(), 0};
+    for (const auto& track : rig->GetTracks()) {
+      if (track.samples.empty()) continue;
+      bar.from = std::min(bar.from, track.samples.front().time);
+      bar.to = std::max(bar.to, track.samples.back().time);
+    }
+    if (bar.from <= bar.to) m_takes.push_back(bar);
   }
   m_lanes = std::max(1, timeline::StackBars(m_takes, kMostLanes));
 }

@@ -264,7 +264,10 @@ util::Box SceneFrames::GetBox(BoxOf what) const {
   util::Box box, rest;
   for (const Shown& shown : m_shown) {
     if (what == BoxOf::kSelection ? !shown.selected : !shown.model) continue;
-    if (what != BoxOf::kMatter || shown.ofRig)
+    // A camera high above its car would make the car small.
+    if (shown.node->GetLens())
+      rest.add(shown.box);
+    else if (what != BoxOf::kMatter || shown.ofRig)
       box.add(shown.box);
     else if (!IsGround(shown.box))
       rest.add(shown.box);

@@ -41,6 +41,14 @@ class PushButton : public QPushButton {
   /// Behind a flat one or one with a background of its own; none: the style draws the frame.
   std::function<QBrush()> brush;
 
+  QSize sizeHint() const override {
+    QSize size = QPushButton::sizeHint();
+    // A style's least width would move a short label away from the left edge.
+    if (isFlat() && icon().isNull())
+      size.setWidth(fontMetrics().size(Qt::TextShowMnemonic, text()).width() + 2 * Scaled(4));
+    return size;
+  }
+
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)

@@ -5,14 +5,6 @@
 
 namespace orv::app::timeline {
 
-void AddStretches(const std::vector<double>& times, double gap, const std::string& name,
-                  std::vector<Bar>& bars) {
-  for (std::size_t i = 0; i < times.size(); ++i) {
-    if (i == 0 || times[i] - times[i - 1] > gap) bars.push_back({times[i], times[i], name, 0});
-    bars.back().to = times[i];
-  }
-}
-
 int StackBars(std::vector<Bar>& bars, int most) {
   std::stable_sort(bars.begin(), bars.end(), [](const Bar& a, const Bar& b) {
     return a.from != b.from ? a.from < b.from : a.to > b.to;

@@ -13,9 +13,6 @@ struct Bar {
   int lane = 0;
 };
 
-/// Adds a bar for each stretch in which times, which rise, lie no more than `gap` apart.
-void AddStretches(const std::vector<double>& times, double gap, const std::string& name,
-                  std::vector<Bar>& bars);
 /// Bars of equal times become one with all names; those that overlap get lanes of their own, of
 /// which there are at most `most`: the last takes what is left. The number of lanes comes back.
 int StackBars(std::vector<Bar>& bars, int most);
