@@ -164,7 +164,8 @@ std::string Windows::ChooseFileToSave(const std::string& title, const std::strin
                      Text(filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   // The dialog's own question is asked of the name that it completes.
-  dialog.setDefaultSuffix(Text(suffix.substr(suffix.find_first_not_of('.'))));
+  dialog.setDefaultSuffix(
+      Text(suffix.substr(std::min(suffix.find_first_not_of('.'), suffix.size()))));
   dialog.selectFile(Text(name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   const QString path = dialog.selectedFiles().front();
