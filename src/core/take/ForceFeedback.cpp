@@ -1,7 +1,7 @@
 #include "core/take/ForceFeedback.h"
 
-#include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
+#include "core/services/Preferences.h"
 #include "unidevice/Property.h"
 
 namespace orv::rws::core {
@@ -25,11 +25,10 @@ void ForceFeedback::Begin(const std::vector<Instance*>& rigs) {
   for (unidevice::Property* input : ListInputs(rigs)) input->feel = {};
 }
 
-void ForceFeedback::Play(CoreImplementation& core, const std::vector<Instance*>& rigs,
+void ForceFeedback::Play(const Preferences& preferences, const std::vector<Instance*>& rigs,
                          double seconds, bool isFrame) {
   if (!isFrame && seconds - m_last < kPause) return;
   m_last = seconds;
-  const Preferences& preferences = core.GetPreferences();
   const unidevice::ForceGains gains{preferences.steeringForce / 100.0,
                                     preferences.roadForce / 100.0, preferences.kickForce / 100.0};
   if (!gains.any()) return Stop(rigs);

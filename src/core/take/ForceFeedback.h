@@ -11,8 +11,8 @@ class Property;
 
 namespace orv::rws::core {
 
-class CoreImplementation;
 class Instance;
+class Preferences;
 
 /// Plays what rigs say of their inputs, as strong as the preferences want it, which at first is not
 /// at all. In takes alone: a resimulation has no hands. Nothing of it goes back into a rig.
@@ -22,7 +22,7 @@ class ForceFeedback {
   void Begin(const std::vector<Instance*>& rigs);
   /// To be called behind each frame, and between frames as often as one likes, which is what keeps
   /// a force up. `seconds` of a clock that runs on.
-  void Play(CoreImplementation& core, const std::vector<Instance*>& rigs, double seconds,
+  void Play(const Preferences& preferences, const std::vector<Instance*>& rigs, double seconds,
             bool isFrame);
   void Stop(const std::vector<Instance*>& rigs);
 

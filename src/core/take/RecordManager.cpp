@@ -310,7 +310,7 @@ void RecordManager::NoteInputs(double clock) {
 }
 
 void RecordManager::PlayForces(bool isFrame) {
-  m_forces.Play(*GetCore(), m_instances, tickCount() * 0.001, isFrame);
+  m_forces.Play(GetCore()->GetPreferences(), m_instances, tickCount() * 0.001, isFrame);
 }
 
 void RecordManager::PollInputs() {
