@@ -64,7 +64,8 @@ class Time : public testing::Test {
 
 TEST_F(Time, IsScrubbedSteppedAndPlayedUntilATakeBegins) {
   DrivenStudio studio(root);
-  studio.Do("click double id=321 row=\"Accessory/Orvel 1D positioner\"");
+  // Its rows of parameters have found their places then.
+  studio.DoAll({"click double id=321 row=\"Accessory/Orvel 1D positioner\"", "wait 0.5"});
   const Json shown = studio.Do("dump MainWindow")["windows"][0]["widgets"];
   int width = 0, height = 0;
   for (const Json& widget : shown)
