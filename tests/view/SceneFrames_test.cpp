@@ -96,8 +96,9 @@ TEST(SceneFrames, ReadWhatAFileTellsOfSurfaces) {
   // Two primitives: one masked and textured on both sides, one blended with colours of its corners.
   // The data: positions, texture coordinates, colours and a red PNG of one pixel.
   const std::string path = folder.Write("surfaces.gltf", R"({
-    "asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0, 1]}],
-    "nodes": [{"mesh": 0, "name": "A"}, {"mesh": 0, "name": "B", "translation": [0, 0, 5]}],
+    "asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0, 1, 2]}],
+    "nodes": [{"mesh": 0, "name": "A"}, {"mesh": 0, "name": "B", "translation": [0, 0, 5]},
+              {"name": "Empty mesh", "extras": {"rigwright": {"emptyMesh": true}}}],
     "meshes": [{"primitives": [
       {"attributes": {"POSITION": 0, "TEXCOORD_0": 1}, "material": 0},
       {"attributes": {"POSITION": 0, "COLOR_0": 2}, "material": 1},

@@ -171,7 +171,7 @@ const CMesh* SceneNode::GetMesh() const {
 }
 
 std::shared_ptr<const GltfDocument> SceneNode::GetFileMesh(int& mesh) const {
-  if (m_ownMesh || !HasMesh()) return nullptr;
+  if (m_ownMesh || !HasMesh() || m_source->mesh < 0) return nullptr;
   mesh = m_source->mesh;
   return m_source->document;
 }

@@ -120,7 +120,7 @@ class alignas(64) SceneNode {
   /// node has none.
   const util::CMesh* GetMesh() const;
   /// The file and its mesh that `GetMesh` is built from, for who wants more of it than triangles;
-  /// null for a node without a mesh and for one that `SetMesh` gave.
+  /// null for a node without a mesh, with an empty one, and with one that `SetMesh` gave.
   std::shared_ptr<const GltfDocument> GetFileMesh(int& mesh) const;
   void SetMesh(const util::CMesh& mesh);
   /// The same without a copy, as an undo step wants it; null takes the mesh away.
