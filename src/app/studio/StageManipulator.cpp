@@ -63,6 +63,7 @@ std::string SpaceText(view::Space space) {
 
 QLabel* MakeLabel(QWidget* parent) {
   auto* label = new QLabel(parent);
+  view::WindowPictures::Raise(*label);
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
   label->setAutoFillBackground(true);
   label->setMargin(gui::component::qt::Scaled(4));

@@ -182,6 +182,7 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
   m_view->SetInteractor(std::move(hands));
   for (auto& note : m_notes) {
     note = new QLabel(m_view);
+    view::WindowPictures::Raise(*note);
     note->setAttribute(Qt::WA_TransparentForMouseEvents);
     note->setAutoFillBackground(true);  // the picture below it may be of any colour
     note->setMargin(gui::component::qt::Scaled(2));
@@ -277,17 +278,25 @@ void StagePane::Update() {
 }
 
 void StagePane::DrawWhenDue() {
-  if (!m_view || !m_isWanted || !m_pace.MayDraw(Now(), m_core.IsBehind())) return;
+  if (!m_view || !m_isWanted || m_view->IsPending()) return;
+  if (!m_pace.MayDraw(Now(), m_core.IsBehind())) return;
   if (m_isBetween && m_pace.GetPause(Now()) < kSmoothPause) return;
   m_isWanted = false;
   m_asked = GetNewestFrame();
   m_pace.NoteBegin(Now());
-  m_view->update();
+  m_view->Hurry();
+}
+
+void StagePane::AgeMoves() {
+  const double passed = Now() - std::exchange(m_agedAt, Now());
+  for (double& age : m_ages) age += 1000.0 * passed;
 }
 
 void StagePane::NotePainted() {
   m_painted = IsInTake() ? GetNewestFrame() : 0;
   m_isPainted = true;
+  AgeMoves();
+  for (const double age : m_core.TakeInputAges()) m_ages.push_back(age);
   m_core.PollInputs();
   QTimer::singleShot(0, m_view, [this] {
     ChooseInset();
@@ -302,7 +311,10 @@ void StagePane::NoteSwapped() {
   m_core.PollInputs();
   // The window is put together for other widgets too.
   if (!std::exchange(m_isPainted, false)) return;
-  m_pace.NotePicture(Now(), m_painted, m_core.TakeInputAges());
+  AgeMoves();
+  m_pace.NotePicture(Now(), m_painted, m_ages);
+  m_ages.clear();
+  DrawWhenDue();
   m_overlayView.SetCost(1000.0 * (Now() - m_drawnFrom));
   m_drawnFrom = -1.0;
   if (!m_overlay.IsShown(view::kOverlayRate)) return;

@@ -110,6 +110,7 @@ class StagePane : public gui::component::qt::ViewHandler,
   std::string GetKept(const char* key) const;
   void TakeChoices();
   void ConnectOverlay();
+  void AgeMoves();
 
   rws::core::CoreImplementation& m_core;
   rws::adaptor::headless::HeadlessAdaptor& m_host;
@@ -129,12 +130,14 @@ class StagePane : public gui::component::qt::ViewHandler,
   QElapsedTimer m_since;          ///< the program's begin
   PicturePace m_pace;
   bool m_wasInTake = false;
-  bool m_isBetween = false;   ///< shows a take at its clock, between frames, not its newest frame
-  bool m_isWanted = false;    ///< another picture, which could not be drawn yet
-  bool m_isPainted = false;   ///< and not seen yet
-  double m_drawnFrom = -1.0;  ///< begin of the picture that is drawn (s); below 0 for none
-  int m_asked = 0;            ///< newest frame that a picture has been asked for of
-  int m_painted = 0;          ///< newest frame that the latest picture shows
+  bool m_isBetween = false;    ///< shows a take at its clock, between frames, not its newest frame
+  bool m_isWanted = false;     ///< another picture, which could not be drawn yet
+  bool m_isPainted = false;    ///< and not seen yet
+  std::vector<double> m_ages;  ///< ms, of the moves that the picture is the first to show
+  double m_agedAt = 0.0;       ///< when they were that old (s)
+  double m_drawnFrom = -1.0;   ///< begin of the picture that is drawn (s); below 0 for none
+  int m_asked = 0;             ///< newest frame that a picture has been asked for of
+  int m_painted = 0;           ///< newest frame that the latest picture shows
 };
 
 }  // namespace orv::app

@@ -454,7 +454,8 @@ void Renderer::Clear(const LinearColour& colour) {
 void Renderer::Draw(const FramePacket& packet, const PixelRect& area, double pixelRatio,
                     const PictureQuality& quality) {
   m_counts = {};
-  if (quality.samples == 0 && quality.scale == 1.0) return DrawPicture(packet, area, pixelRatio);
+  if (quality.samples == 0 && quality.scale == 1.0)
+    return DrawPicture(packet, area, pixelRatio, quality.isRough);
   GLint framebuffer = 0;
   m_gl->glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
   const auto scaled = [&quality](int length) {
@@ -462,7 +463,7 @@ void Renderer::Draw(const FramePacket& packet, const PixelRect& area, double pix
   };
   const PixelRect all{0, 0, scaled(area.width), scaled(area.height)};
   Prepare(*m_canvas, all.width, all.height, GL_RGBA8, quality.samples);
-  DrawPicture(packet, all, pixelRatio * quality.scale);
+  DrawPicture(packet, all, pixelRatio * quality.scale, quality.isRough);
   m_gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, m_canvas->framebuffer);
   m_gl->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(framebuffer));
   // Who reads by scissors would see them as they were.
@@ -473,9 +474,10 @@ void Renderer::Draw(const FramePacket& packet, const PixelRect& area, double pix
   m_gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(framebuffer));
 }
 
-void Renderer::DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio) {
+void Renderer::DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio,
+                           bool isRough) {
   Upload(packet);
-  m_choice = LevelChoice(packet, area.height);
+  m_choice = LevelChoice(packet, area.height, isRough);
   const bool wire = packet.shading == Shading::kWireOverPlain;
   m_isExact = wire;  // the edges are those of the mesh
   m_gl->glActiveTexture(GL_TEXTURE0);

@@ -76,7 +76,8 @@ class Renderer {
   unsigned BitsFor(const MeshData& mesh, const Material& material) const;
   void DrawBatch(const FramePacket& packet, const Batch& batch, unsigned bits, std::uint32_t count);
   void DrawMeshes(const GpuMesh& mesh, std::uint32_t count);
-  void DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio);
+  void DrawPicture(const FramePacket& packet, const PixelRect& area, double pixelRatio,
+                   bool isRough);
   void DrawWire(const FramePacket& packet);
   void DrawThrough(const FramePacket& packet);
   void DrawGhosts(const FramePacket& packet);

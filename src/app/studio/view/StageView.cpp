@@ -28,6 +28,7 @@ constexpr int kInsetMargin = 8;  ///< from the pane's edges (pixels of the deskt
 constexpr double kInsetWidth = 0.45, kInsetHeight = 0.32;
 constexpr int kLevelSlice = 6;   ///< ms of work between two looks at the events
 constexpr int kRestPause = 300;  ///< ms without a picture, until one is drawn that stays
+constexpr auto kHurry = static_cast<QEvent::Type>(QEvent::User + 1);
 
 LinearColour Floats(const QColor& colour) {
   return {static_cast<float>(colour.redF()), static_cast<float>(colour.greenF()),
@@ -62,7 +63,8 @@ StageView::StageView(FrameSource& source, Quality quality, QWidget* parent)
     : QOpenGLWidget(parent),
       m_source(source),
       m_quality(quality),
-      m_control(GetGraphics().isSoftware) {
+      m_control(GetGraphics().isSoftware),
+      m_window(*this) {
   setFormat(MakeFormat(0));  // samples are the renderer's business
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -75,6 +77,9 @@ StageView::StageView(FrameSource& source, Quality quality, QWidget* parent)
     update();
   });
   connect(this, &QOpenGLWidget::frameSwapped, this, [this] { NoteCost(); });
+  m_pending.setTimerType(Qt::PreciseTimer);
+  m_pending.setInterval(1);
+  connect(&m_pending, &QTimer::timeout, this, [this] { LookForPicture(); });
 }
 
 StageView::~StageView() {
@@ -103,7 +108,33 @@ void StageView::initializeGL() {
 }
 
 void StageView::paintGL() {
-  if (!m_renderer) return;
+  m_window.Drop();
+  if (m_renderer) Draw();
+}
+
+void StageView::Hurry() {
+  if (IsPending()) return;
+  m_isHurried = true;
+  QCoreApplication::postEvent(this, new QEvent(kHurry), Qt::HighEventPriority);
+}
+
+void StageView::DrawToWindow() {
+  m_isHurried = false;
+  if (!m_renderer || !m_window.Begin()) return update();
+  m_isHurrying = true;
+  Draw();
+  m_isHurrying = false;
+  m_window.End();
+  m_pending.start();
+}
+
+void StageView::LookForPicture() {
+  const bool isSeen = m_window.Poll();
+  if (!m_window.IsPending()) m_pending.stop();
+  if (isSeen) emit frameSwapped();
+}
+
+void StageView::Draw() {
   m_sincePaint.start();
   m_source.Read();
   const PictureQuality quality = ChooseQuality();
@@ -144,8 +175,13 @@ PictureQuality StageView::ChooseQuality() {
   const bool isAtRest = std::exchange(m_isAtRest, false);
   m_isTimed = !isAtRest;
   if (m_quality == Quality::kFixed) return {};
-  const PictureQuality quality = isAtRest ? m_control.GetAtRest() : m_control.Get();
-  if (quality.scale < 1.0)
+  PictureQuality quality = isAtRest ? m_control.GetAtRest() : m_control.Get();
+  // Without a graphics processor the program would wait for what is drawn at another scale.
+  if (m_isHurrying && GetGraphics().isSoftware) {
+    quality = {0, 1.0, true};
+    m_isTimed = false;
+  }
+  if (quality.scale < 1.0 || m_isHurrying)
     m_rest.start();
   else
     m_rest.stop();
@@ -442,6 +478,10 @@ void StageView::wheelEvent(QWheelEvent* event) {
 }
 
 bool StageView::event(QEvent* event) {
+  if (event->type() == kHurry) {
+    DrawToWindow();
+    return true;
+  }
   if (event->type() == QEvent::ShortcutOverride && m_interactor &&
       m_interactor->WantsKey(*static_cast<QKeyEvent*>(event)))
     event->accept();

@@ -15,6 +15,7 @@
 #include "app/studio/view/Renderer.h"
 #include "app/studio/view/StageInteractor.h"
 #include "app/studio/view/StagePicture.h"
+#include "app/studio/view/WindowPictures.h"
 #include "app/studio/view/packet/MeshLevels.h"
 #include "app/studio/view/packet/Navigation.h"
 #include "app/studio/view/packet/QualityControl.h"
@@ -60,10 +61,15 @@ class StageView : public QOpenGLWidget {
   std::function<void(QPainter& painter)> paintOver;
   /// Whether `paintOver` has something to write; without it never.
   std::function<bool()> hasTexts;
-  /// After each update; for what is shown beside it.
+  /// After each update; for what is shown beside it. It is seen with `frameSwapped`.
   std::function<void()> painted;
   /// Whether a take needs all the time there is; none: never.
   std::function<bool()> isBusy;
+
+  /// As update(), but sooner seen where that can be had, and the program goes on meanwhile. Nothing
+  /// while the picture before is pending.
+  void Hurry();
+  bool IsPending() const { return m_isHurried || m_window.IsPending(); }
 
   void SetInteractor(std::unique_ptr<StageInteractor> interactor) {
     m_interactor = std::move(interactor);
@@ -130,6 +136,9 @@ class StageView : public QOpenGLWidget {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  void Draw();
+  void DrawToWindow();
+  void LookForPicture();
   void MakePacket(std::size_t picture);
   void TakeColours();
   void Frame(BoxOf what);
@@ -161,6 +170,10 @@ class StageView : public QOpenGLWidget {
   std::uint64_t m_structure = 0;  ///< of the packet that the levels follow
   QTimer m_idle;                  ///< for the levels
   QualityControl m_control;
+  WindowPictures m_window;
+  bool m_isHurried = false;   ///< and not drawn yet
+  bool m_isHurrying = false;  ///< it is drawn now
+  QTimer m_pending;           ///< for the picture that the driver draws
   QElapsedTimer m_sincePaint;
   bool m_isTimed = false;   ///< the latest update's cost is to be noted
   QTimer m_rest;            ///< to a finer picture, when nothing moves

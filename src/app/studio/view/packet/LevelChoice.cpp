@@ -7,16 +7,18 @@ namespace orv::app::view {
 
 namespace {
 
-constexpr double kMostError = 1.0;    ///< pixels
-constexpr double kDense = 3.0;        ///< pixels, the edge of a triangle
-constexpr double kLeastDepth = 1e-3;  ///< m
+constexpr double kMostError = 1.0, kMostRoughError = 2.0;  ///< pixels
+constexpr double kDense = 3.0;                             ///< pixels, the edge of a triangle
+constexpr double kLeastDepth = 1e-3;                       ///< m
 
 std::size_t CoarsestLevel(const std::array<MeshLevels::Range, MeshLevels::kCount>& levels,
-                          double perMetre) {
+                          double perMetre, bool isRough) {
   std::size_t level = 0;
-  while (level + 1 < levels.size() &&
-         static_cast<double>(levels[level + 1].error) * perMetre <= kMostError)
-    ++level;
+  const auto fits = [perMetre, isRough](const MeshLevels::Range& range) {
+    return isRough ? static_cast<double>(range.shape) * perMetre <= kMostRoughError
+                   : static_cast<double>(range.error) * perMetre <= kMostError;
+  };
+  while (level + 1 < levels.size() && fits(levels[level + 1])) ++level;
   return level;
 }
 
@@ -36,7 +38,7 @@ void Add(const MeshLevels::Range& range, std::vector<MeshLevels::Range>& ranges)
 
 }  // namespace
 
-LevelChoice::LevelChoice(const FramePacket& packet, int height) {
+LevelChoice::LevelChoice(const FramePacket& packet, int height, bool isRough) : m_isRough(isRough) {
   const auto& view = packet.camera.view;
   const auto& projection = packet.camera.projection;
   m_focus = 0.5 * height * static_cast<double>(projection[5]);
@@ -55,32 +57,38 @@ LevelChoice::LevelChoice(const FramePacket& packet, int height) {
     for (std::size_t k = 0; k < 3; ++k)
       m_planes[i][3] += planes[i][k] / length * static_cast<double>(view[12 + k]);
   }
-  for (std::size_t axis = 0; axis < 3; ++axis) m_ahead[axis] = m_planes[4][axis];
+  m_leastAhead = 1.0 / std::sqrt(1.0 + 1.0 / (w * w) + 1.0 / (h * h));
 }
 
 LevelChoice::Seen LevelChoice::Look(const Instance& instance, const util::Box& box) const {
   const util::Vector3<double> at = box.middle(), half = (box.high - box.low) * 0.5;
-  double middle[3], radius = 0.0, scale = 0.0;
+  // The box around it along the axes of the packet's space.
+  double middle[3], reach[3], scale = 0.0;
   for (int row = 0; row < 3; ++row) {
     const float* m = instance.pose + 4 * row;
     middle[row] = static_cast<double>(m[0]) * at.x + static_cast<double>(m[1]) * at.y +
                   static_cast<double>(m[2]) * at.z + static_cast<double>(m[3]);
+    reach[row] = 0.0;
+    for (int k = 0; k < 3; ++k) reach[row] += std::abs(static_cast<double>(m[k])) * half[k];
   }
   for (int k = 0; k < 3; ++k) {
     const double length = std::sqrt(std::pow(static_cast<double>(instance.pose[k]), 2.0) +
                                     std::pow(static_cast<double>(instance.pose[4 + k]), 2.0) +
                                     std::pow(static_cast<double>(instance.pose[8 + k]), 2.0));
-    radius += length * half[k];
     scale = std::max(scale, length);
   }
   Seen seen;
   seen.isInside = true;
-  for (const auto& plane : m_planes)
-    seen.isInside =
-        seen.isInside &&
-        plane[0] * middle[0] + plane[1] * middle[1] + plane[2] * middle[2] + plane[3] > -radius;
-  const double depth = m_ahead[0] * middle[0] + m_ahead[1] * middle[1] + m_ahead[2] * middle[2];
-  seen.perMetre = scale * m_focus / std::max(depth - radius, kLeastDepth);
+  for (const auto& plane : m_planes) {
+    double distance = plane[3];
+    for (std::size_t k = 0; k < 3; ++k)
+      distance += plane[k] * middle[k] + std::abs(plane[k]) * reach[k];
+    seen.isInside = seen.isInside && distance > 0.0;
+  }
+  double distance = 0.0;
+  for (int k = 0; k < 3; ++k)
+    distance += std::pow(std::max(std::abs(middle[k]) - reach[k], 0.0), 2.0);
+  seen.perMetre = scale * m_focus / std::max(m_leastAhead * std::sqrt(distance), kLeastDepth);
   return seen;
 }
 
@@ -95,7 +103,7 @@ bool LevelChoice::Choose(const Instance* instances, const Batch& batch, const Me
     for (const MeshLevels::Piece& piece : levels->pieces) {
       const Seen seen = Look(instances[0], piece.box);
       if (!seen.isInside) continue;
-      const std::size_t level = CoarsestLevel(piece.levels, seen.perMetre);
+      const std::size_t level = CoarsestLevel(piece.levels, seen.perMetre, m_isRough);
       Add(piece.levels[level], ranges);
       isDense = isDense && EdgeOf(edge, piece.levels, level) * seen.perMetre < kDense;
     }
@@ -111,7 +119,7 @@ bool LevelChoice::Choose(const Instance* instances, const Batch& batch, const Me
   if (!isInside) return false;
   MeshLevels::Range range;
   range.count = static_cast<std::uint32_t>(mesh.indices.size());
-  const std::size_t level = levels ? CoarsestLevel(levels->whole, perMetre) : 0;
+  const std::size_t level = levels ? CoarsestLevel(levels->whole, perMetre, m_isRough) : 0;
   ranges.push_back(levels ? levels->whole[level] : range);
   return (levels ? EdgeOf(edge, levels->whole, level) : edge) * perMetre < kDense;
 }

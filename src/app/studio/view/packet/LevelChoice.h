@@ -14,8 +14,8 @@ namespace orv::app::view {
 class LevelChoice {
  public:
   LevelChoice() = default;
-  /// `height` of the picture in pixels.
-  LevelChoice(const FramePacket& packet, int height);
+  /// `height` of the picture in pixels. Rough: coarser ones, that can be told but don't mislead.
+  LevelChoice(const FramePacket& packet, int height, bool isRough = false);
 
   /// Pixels that a metre takes up at a distance of one.
   double GetFocus() const { return m_focus; }
@@ -33,8 +33,9 @@ class LevelChoice {
   Seen Look(const Instance& instance, const util::Box& box) const;
 
   std::array<std::array<double, 4>, 5> m_planes{};  ///< of the picture's pyramid, inwards, unit
-  std::array<double, 3> m_ahead{};
+  double m_leastAhead = 1.0;  ///< depth of what the picture's corners show, a metre from the eye
   double m_focus = 0.0;
+  bool m_isRough = false;
 };
 
 }  // namespace orv::app::view

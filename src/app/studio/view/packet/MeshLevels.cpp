@@ -17,7 +17,7 @@ namespace {
 using Corners = std::vector<std::uint32_t>;
 
 constexpr std::size_t kLeastTriangles = 256;   ///< of a mesh that is worth it
-constexpr std::size_t kPieceTriangles = 4096;  ///< at most; a step's work
+constexpr std::size_t kPieceTriangles = 2048;  ///< at most; a step's work
 constexpr float kMostDeviation = 0.2f;         ///< of a piece's size, of one level from the next
 /// A level with more of the triangles before it than this is none.
 constexpr double kLeastGain = 0.8;
@@ -159,6 +159,7 @@ void LevelMaker::Simplify(Part& part) const {
         return;
       corners = std::move(coarse);
       part.errors[level] = part.errors[level - 1] + error * scale;
+      part.shapes[level] = part.shapes[level - 1] + error * scale;
     }
     meshopt_optimizeVertexCache(corners.data(), corners.data(), corners.size(), points.size());
     Corners& made = part.levels[level];
@@ -239,6 +240,7 @@ void LevelMaker::Assemble() {
       if (level > 0 && part.levels[level].empty()) {
         part.levels[level] = std::move(part.levels[level - 1]);
         part.errors[level] = part.errors[level - 1];
+        part.shapes[level] = part.shapes[level - 1];
       }
       MeshLevels::Range& range = piece.levels[level];
       if (!isNew) {
@@ -248,7 +250,9 @@ void LevelMaker::Assemble() {
       range.first = static_cast<std::uint32_t>(m_made->indices.size());
       range.count = static_cast<std::uint32_t>(part.levels[level].size());
       range.error = part.errors[level];
+      range.shape = part.shapes[level];
       whole.error = std::max(whole.error, range.error);
+      whole.shape = std::max(whole.shape, range.shape);
       m_made->indices.insert(m_made->indices.end(), part.levels[level].begin(),
                              part.levels[level].end());
     }

@@ -24,6 +24,7 @@ struct MeshLevels {
     /// colours or places in a texture get lost, half the edge of a triangle: less than a pixel of
     /// that can't be told.
     float error = 0.0f;
+    float shape = 0.0f;  ///< the same of the surface alone, whatever it looks like
   };
   struct Piece {
     util::Box box;
@@ -50,7 +51,7 @@ class LevelMaker {
   struct Part {
     util::Box box;
     std::array<std::vector<std::uint32_t>, MeshLevels::kCount> levels;
-    std::array<float, MeshLevels::kCount> errors{};
+    std::array<float, MeshLevels::kCount> errors{}, shapes{};
   };
   struct Span {
     std::size_t begin, end;  ///< of m_order
