@@ -53,10 +53,10 @@ void WriteRow(TextFile& file, const SampledScene& scene, const MayaTime& time,
     row.End();
   }
   row.Still("visibility", "unitless", node.isVisible ? 1.0 : 0.0);
-  if (node.kind != ShapeKind::kCamera) return;
-  const auto& lens = *node.node->GetLens();
-  row.Still("focalLength", "unitless", FilmOf(lens).focalLength);
-  row.Still("focusDistance", "linear", lens.focusDistance * scene.metre);
+  const auto* const lens = node.node->GetLens();
+  if (!lens) return;
+  row.Still("focalLength", "unitless", FilmOf(*lens).focalLength);
+  row.Still("focusDistance", "linear", lens->focusDistance * scene.metre);
 }
 
 }  // namespace

@@ -15,12 +15,13 @@ struct FileKind {
   const char* ending;
   double metre;  ///< in its unit of length
   bool isMaya;
+  bool hasGeometry;
   void (*write)(const SampledScene& scene, TextFile& file);
 };
 
-constexpr FileKind kKinds[] = {{".anim", kCentimetres, true, WriteAnimFile},
-                               {".ma", kCentimetres, true, WriteMayaFile},
-                               {".usda", 1.0, false, WriteUsdFile}};
+constexpr FileKind kKinds[] = {{".anim", kCentimetres, true, false, WriteAnimFile},
+                               {".ma", kCentimetres, true, true, WriteMayaFile},
+                               {".usda", 1.0, false, true, WriteUsdFile}};
 
 const FileKind* KindOf(const std::string& path) {
   for (const FileKind& kind : kKinds)
@@ -44,7 +45,7 @@ AnimatedResult WriteAnimated(const rws::adaptor::headless::Scene& scene,
     result.error = path + ": does not end in .anim, .ma or .usda";
     return result;
   }
-  SampleRequest request{only, span, up, kind->metre, {}};
+  SampleRequest request{only, span, up, kind->metre, {}, kind->hasGeometry};
   if (kind->isMaya) request.taken = MayaOwnNames();
   SampledScene sampled = SampleScene(scene, request, monitor);
   result.frames = sampled.frames;

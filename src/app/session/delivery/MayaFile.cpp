@@ -78,7 +78,7 @@ class MayaWriter {
     Head();
     for (const SampledNode& node : m_scene.nodes) {
       Transform(node);
-      Shape(node);
+      for (const SampledShape& shape : node.shapes) Shape(node, shape);
     }
     PlaybackRange();
     for (const SampledNode& node : m_scene.nodes)
@@ -91,10 +91,10 @@ class MayaWriter {
   static rws::adaptor::LegalNames NamesOf(const SampledScene& scene);
   void Head();
   void Transform(const SampledNode& node);
-  void Shape(const SampledNode& node);
-  void Camera(const SampledNode& node);
-  void Mesh(const SampledNode& node);
-  void NurbsCurve(const SampledNode& node);
+  void Shape(const SampledNode& node, const SampledShape& shape);
+  void Camera(const rws::adaptor::headless::Lens& lens);
+  void Mesh(const util::CMesh& mesh);
+  void NurbsCurve(const rws::adaptor::Curve& curve);
   void PlaybackRange();
   void Curves(const SampledNode& node);
   void Connections();
@@ -112,7 +112,10 @@ class MayaWriter {
 /// Curves get names that no node of the scene has.
 rws::adaptor::LegalNames MayaWriter::NamesOf(const SampledScene& scene) {
   std::set<std::string> taken = MayaOwnNames();
-  for (const SampledNode& node : scene.nodes) taken.insert({node.name, node.shape});
+  for (const SampledNode& node : scene.nodes) {
+    taken.insert(node.name);
+    for (const SampledShape& shape : node.shapes) taken.insert(shape.name);
+  }
   return rws::adaptor::LegalNames(std::move(taken));
 }
 
@@ -146,39 +149,31 @@ void MayaWriter::Transform(const SampledNode& node) {
   SetTriple(".s", node.poses.front().scale);
 }
 
-void MayaWriter::Shape(const SampledNode& node) {
-  switch (node.kind) {
-    case ShapeKind::kMesh:
-      return Mesh(node);
-    case ShapeKind::kCamera:
-      return Camera(node);
-    case ShapeKind::kCurve:
-      return NurbsCurve(node);
-    case ShapeKind::kNone:
-      CreateNode("locator", node.shape, node.name);
-      m_file << "\tsetAttr -k off \".v\";\n";
-  }
+void MayaWriter::Shape(const SampledNode& node, const SampledShape& shape) {
+  constexpr const char* kTypes[] = {"locator", "mesh", "camera", "nurbsCurve"};
+  CreateNode(kTypes[static_cast<int>(shape.kind)], shape.name, node.name);
+  m_file << "\tsetAttr -k off \".v\";\n";
+  if (shape.kind == ShapeKind::kCamera) Camera(*node.node->GetLens());
+  if (shape.kind == ShapeKind::kCurve) NurbsCurve(*node.node->GetCurve());
+  if (shape.kind != ShapeKind::kMesh) return;
+  Mesh(*node.node->GetMesh());
+  m_links.emplace_back(shape.name + ".iog", ":initialShadingGroup.dsm");
 }
 
-void MayaWriter::Camera(const SampledNode& node) {
-  const auto& lens = *node.node->GetLens();
+void MayaWriter::Camera(const rws::adaptor::headless::Lens& lens) {
   const Film film = FilmOf(lens);
-  CreateNode("camera", node.shape, node.name);
-  m_file
-      << "\tsetAttr -k off \".v\";\n\tsetAttr \".rnd\" no;\n\tsetAttr \".cap\" -type \"double2\" "
-      << film.width / kMillimetresPerInch << " " << film.height / kMillimetresPerInch
-      << " ;\n\tsetAttr \".ff\" 1;\n\tsetAttr \".fl\" " << film.focalLength
-      << ";\n\tsetAttr \".ncp\" " << film.nearClip * m_scene.metre << ";\n\tsetAttr \".fcp\" "
-      << film.farClip * m_scene.metre << ";\n\tsetAttr \".fd\" "
-      << lens.focusDistance * m_scene.metre << ";\n\tsetAttr \".coi\" "
-      << lens.focusDistance * m_scene.metre << ";\n";
+  m_file << "\tsetAttr \".rnd\" no;\n\tsetAttr \".cap\" -type \"double2\" "
+         << film.width / kMillimetresPerInch << " " << film.height / kMillimetresPerInch
+         << " ;\n\tsetAttr \".ff\" 1;\n\tsetAttr \".fl\" " << film.focalLength
+         << ";\n\tsetAttr \".ncp\" " << film.nearClip * m_scene.metre << ";\n\tsetAttr \".fcp\" "
+         << film.farClip * m_scene.metre << ";\n\tsetAttr \".fd\" "
+         << lens.focusDistance * m_scene.metre << ";\n\tsetAttr \".coi\" "
+         << lens.focusDistance * m_scene.metre << ";\n";
 }
 
-void MayaWriter::Mesh(const SampledNode& node) {
-  const util::CMesh& mesh = *node.node->GetMesh();
+void MayaWriter::Mesh(const util::CMesh& mesh) {
   const EdgeMesh parts(mesh);
-  CreateNode("mesh", node.shape, node.name);
-  m_file << "\tsetAttr -k off \".v\";\n\tsetAttr \".vir\" yes;\n\tsetAttr \".vif\" yes;\n";
+  m_file << "\tsetAttr \".vir\" yes;\n\tsetAttr \".vif\" yes;\n";
   SetArray(m_file, ".vt", mesh.vertices.size(), "",
            [&](std::size_t i) { PutPoint(m_file, mesh.vertices[i], m_scene.metre); });
   SetArray(m_file, ".ed", parts.edges.size(), "", [&](std::size_t i) {
@@ -200,17 +195,14 @@ void MayaWriter::Mesh(const SampledNode& node) {
        {std::pair(".cd", "Edge"), std::pair(".cvd", "Vertex"), std::pair(".hfd", "Face")})
     m_file << "\tsetAttr \"" << attribute << "\" -type \"dataPolyComponent\" Index_Data " << kind
            << " 0 ;\n";
-  m_links.emplace_back(node.shape + ".iog", ":initialShadingGroup.dsm");
 }
 
 /// A curve of straight lines; one that is closed ends in its first point.
-void MayaWriter::NurbsCurve(const SampledNode& node) {
-  const rws::adaptor::Curve& curve = *node.node->GetCurve();
+void MayaWriter::NurbsCurve(const rws::adaptor::Curve& curve) {
   std::vector<Vector3<double>> points = curve.points;
   if (curve.closed) points.push_back(points.front());
-  CreateNode("nurbsCurve", node.shape, node.name);
-  m_file << "\tsetAttr -k off \".v\";\n\tsetAttr \".cc\" -type \"nurbsCurve\" \n\t\t1 "
-         << points.size() - 1 << " 0 no 3\n\t\t" << points.size();
+  m_file << "\tsetAttr \".cc\" -type \"nurbsCurve\" \n\t\t1 " << points.size() - 1
+         << " 0 no 3\n\t\t" << points.size();
   for (std::size_t i = 0; i < points.size(); ++i) m_file.Gap() << i;
   m_file << "\n\t\t" << points.size();
   for (const Vector3<double>& point : points) {

@@ -80,8 +80,9 @@ class Sampler {
   };
 
   void ListNodes();
+  void ListShapes();
   void NameNodes();
-  void CheckShapes();
+  void CheckSize();
   void SampleFrame(long frame);
   Place PlaceOf(const SampledNode& node, double time) const;
   void AddPose(SampledNode& node, const Trs& pose, long frame);
@@ -137,26 +138,30 @@ void Sampler::NameNodes() {
   for (const SampledNode& node : m_result.nodes) wishes.push_back(node.node->GetName());
   wishes = names.Add(wishes);
   for (std::size_t i = 0; i < wishes.size(); ++i) m_result.nodes[i].name = wishes[i];
-  for (SampledNode& node : m_result.nodes) node.shape = names.Add(node.name + "Shape");
+  for (SampledNode& node : m_result.nodes)
+    for (SampledShape& shape : node.shapes) shape.name = names.Add(node.name + "Shape");
 }
 
-void Sampler::CheckShapes() {
+void Sampler::ListShapes() {
   for (SampledNode& sampled : m_result.nodes) {
     const SceneNode& node = *sampled.node;
-    const util::CMesh* const mesh = node.GetMesh();
-    if (mesh && !mesh->faces.empty()) {
-      sampled.kind = ShapeKind::kMesh;
-      if (!FitFloats(mesh->vertices, m_request.metre)) Fail(node, "a point of its mesh");
-    } else if (const Lens* const lens = node.GetLens()) {
-      sampled.kind = ShapeKind::kCamera;
+    const auto add = [&](ShapeKind kind, const char* what,
+                         const std::vector<Vector3<double>>& points) {
+      sampled.shapes.push_back({kind, {}});
+      if (!FitFloats(points, m_request.metre)) Fail(node, what);
+    };
+    const util::CMesh* const mesh = m_request.hasGeometry ? node.GetMesh() : nullptr;
+    if (mesh && !mesh->faces.empty()) add(ShapeKind::kMesh, "a point of its mesh", mesh->vertices);
+    if (const Lens* const lens = node.GetLens()) {
       const Film film = FilmOf(*lens);
-      const Vector3<double> sizes{film.focalLength, film.width, film.height};
-      const Vector3<double> lengths{film.nearClip, film.farClip, lens->focusDistance};
-      if (!FitFloats({sizes, lengths}, m_request.metre)) Fail(node, "its lens");
-    } else if (node.GetCurve() && node.GetCurve()->points.size() > 1) {
-      sampled.kind = ShapeKind::kCurve;
-      if (!FitFloats(node.GetCurve()->points, m_request.metre)) Fail(node, "a point of its curve");
+      add(ShapeKind::kCamera, "its lens",
+          {{film.focalLength, film.width, film.height},
+           {film.nearClip, film.farClip, lens->focusDistance}});
     }
+    const rws::adaptor::Curve* const curve = m_request.hasGeometry ? node.GetCurve() : nullptr;
+    if (curve && curve->points.size() > 1)
+      add(ShapeKind::kCurve, "a point of its curve", curve->points);
+    if (sampled.shapes.empty()) sampled.shapes.push_back({ShapeKind::kHelper, {}});
   }
 }
 
@@ -221,6 +226,17 @@ void Sampler::SampleFrame(long frame) {
   }
 }
 
+void Sampler::CheckSize() {
+  if (m_result.nodes.empty()) m_result.error = "there is no node in the scene";
+  if (m_result.frames == 0)
+    m_result.error = "no frame lies in " + RangeText(m_request.span) + "; export a longer range";
+  if (static_cast<double>(m_result.frames) * static_cast<double>(m_result.nodes.size()) >
+      kMostPoses)
+    m_result.error = std::to_string(m_result.frames) + " frames of " +
+                     std::to_string(m_result.nodes.size()) +
+                     " nodes are too many for one file; export fewer nodes or a shorter range";
+}
+
 SampledScene Sampler::Run(const Monitor& monitor) {
   m_result.firstFrame = m_frames.first;
   m_result.frames = m_frames.Count();
@@ -228,15 +244,9 @@ SampledScene Sampler::Run(const Monitor& monitor) {
   m_result.up = m_request.up;
   m_result.metre = m_request.metre;
   ListNodes();
+  ListShapes();
   NameNodes();
-  CheckShapes();
-  if (m_result.nodes.empty()) m_result.error = "there is no node in the scene";
-  if (m_result.frames == 0) m_result.error = "no frame lies in " + RangeText(m_request.span);
-  if (static_cast<double>(m_result.frames) * static_cast<double>(m_result.nodes.size()) >
-      kMostPoses)
-    m_result.error = std::to_string(m_result.frames) + " frames of " +
-                     std::to_string(m_result.nodes.size()) +
-                     " nodes are too many for one file; export fewer nodes or a shorter range";
+  CheckSize();
   m_places.resize(m_result.nodes.size());
   m_first.resize(m_result.nodes.size());
   m_isTold.resize(m_result.nodes.size());

@@ -26,18 +26,23 @@ struct SampleRequest {
   rws::adaptor::UpAxis up = rws::adaptor::UpAxis::kY;
   double metre = 1.0;           ///< a metre in the file's unit of length
   std::set<std::string> taken;  ///< names that no node may have in the file
+  bool hasGeometry = true;      ///< whether the file holds meshes and curves
 };
 
-/// What hangs on a node's transform in the file.
-enum class ShapeKind { kNone, kMesh, kCamera, kCurve };
+/// What hangs on a node's transform in the file; a helper where there is nothing else.
+enum class ShapeKind { kHelper, kMesh, kCamera, kCurve };
+
+struct SampledShape {
+  ShapeKind kind;
+  std::string name;
+};
 
 struct SampledNode {
   const rws::adaptor::headless::SceneNode* node = nullptr;
-  std::string name;   ///< legal, and unique in the file, as is `shape`
-  std::string shape;  ///< name of what hangs on the transform
-  ShapeKind kind = ShapeKind::kNone;
-  int parent = -1;  ///< place in the list, -1 for the world
-  int depth = 0;    ///< 0 below the world
+  std::string name;                  ///< legal, and unique in the file, also among shapes
+  std::vector<SampledShape> shapes;  ///< never empty
+  int parent = -1;                   ///< place in the list, -1 for the world
+  int depth = 0;                     ///< 0 below the world
   int children = 0;
   bool isVisible = true;  ///< of a node whose parent is not in the file, with all above it
   bool isMoving = false;

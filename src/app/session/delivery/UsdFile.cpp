@@ -11,6 +11,7 @@ namespace orv::app {
 namespace {
 
 using rws::adaptor::HostChannels;
+using rws::adaptor::headless::SceneNode;
 using util::Vector3;
 
 /// Deeper prims are not indented any more: their samples would be mostly blanks.
@@ -27,9 +28,10 @@ class UsdWriter {
   void Head();
   void Prim(const SampledNode& node);
   void Op(const SampledNode& node, std::string_view name, Vector3<double> HostChannels::*member);
-  void Mesh(const SampledNode& node);
-  void Camera(const SampledNode& node);
-  void Curve(const SampledNode& node);
+  void Shape(const SampledNode& node, const SampledShape& shape);
+  void Mesh(const SceneNode& node);
+  void Camera(const rws::adaptor::headless::Lens& lens);
+  void Curve(const rws::adaptor::Curve& curve);
 
   void Open(std::string_view type, std::string_view name);
   void Close();
@@ -124,26 +126,32 @@ void UsdWriter::Op(const SampledNode& node, std::string_view name,
   Line() << "}\n";
 }
 
-void UsdWriter::Mesh(const SampledNode& node) {
-  const util::CMesh& mesh = *node.node->GetMesh();
-  Open("Mesh", node.shape);
-  Numbers("int[] faceVertexCounts", std::vector<int>(mesh.faces.size() / 3, 3));
-  Numbers("int[] faceVertexIndices", mesh.faces);
-  Points(mesh.vertices);
-  const rws::adaptor::Colour colour = node.node->GetColour();
-  Line() << "color3f[] primvars:displayColor = [(" << colour[0] << ", " << colour[1] << ", "
-         << colour[2] << ")]\n";
-  Line() << "uniform token subdivisionScheme = \"none\"\n";
+void UsdWriter::Shape(const SampledNode& node, const SampledShape& shape) {
+  if (shape.kind == ShapeKind::kHelper) return;
+  constexpr const char* kTypes[] = {nullptr, "Mesh", "Camera", "BasisCurves"};
+  Open(kTypes[static_cast<int>(shape.kind)], shape.name);
+  if (shape.kind == ShapeKind::kMesh) Mesh(*node.node);
+  if (shape.kind == ShapeKind::kCamera) Camera(*node.node->GetLens());
+  if (shape.kind == ShapeKind::kCurve) Curve(*node.node->GetCurve());
   Close();
 }
 
-void UsdWriter::Camera(const SampledNode& node) {
-  const auto& lens = *node.node->GetLens();
+void UsdWriter::Mesh(const SceneNode& node) {
+  const util::CMesh& mesh = *node.GetMesh();
+  Numbers("int[] faceVertexCounts", std::vector<int>(mesh.faces.size() / 3, 3));
+  Numbers("int[] faceVertexIndices", mesh.faces);
+  Points(mesh.vertices);
+  const rws::adaptor::Colour colour = node.GetColour();
+  Line() << "color3f[] primvars:displayColor = [(" << colour[0] << ", " << colour[1] << ", "
+         << colour[2] << ")]\n";
+  Line() << "uniform token subdivisionScheme = \"none\"\n";
+}
+
+void UsdWriter::Camera(const rws::adaptor::headless::Lens& lens) {
   const Film film = FilmOf(lens);
   const auto put = [this](std::string_view name, double value) {
     Line() << "float " << name << " = " << static_cast<float>(value) << "\n";
   };
-  Open("Camera", node.shape);
   Line() << "float2 clippingRange = (" << static_cast<float>(film.nearClip) << ", "
          << static_cast<float>(film.farClip) << ")\n";
   put("focalLength", film.focalLength * kTenthsOfAMetre);
@@ -151,17 +159,13 @@ void UsdWriter::Camera(const SampledNode& node) {
   put("horizontalAperture", film.width * kTenthsOfAMetre);
   put("verticalAperture", film.height * kTenthsOfAMetre);
   Line() << "token projection = \"perspective\"\n";
-  Close();
 }
 
-void UsdWriter::Curve(const SampledNode& node) {
-  const rws::adaptor::Curve& curve = *node.node->GetCurve();
-  Open("BasisCurves", node.shape);
+void UsdWriter::Curve(const rws::adaptor::Curve& curve) {
   Numbers("int[] curveVertexCounts", std::vector<std::size_t>{curve.points.size()});
   Points(curve.points);
   Line() << "uniform token type = \"linear\"\n";
   Line() << "uniform token wrap = \"" << (curve.closed ? "periodic" : "nonperiodic") << "\"\n";
-  Close();
 }
 
 void UsdWriter::Prim(const SampledNode& node) {
@@ -172,9 +176,7 @@ void UsdWriter::Prim(const SampledNode& node) {
   Op(node, "translate", &HostChannels::translation);
   Line() << "uniform token[] xformOpOrder = [\"xformOp:translate\", \"xformOp:rotateXYZ\", "
             "\"xformOp:scale\"]\n";
-  if (node.kind == ShapeKind::kMesh) Mesh(node);
-  if (node.kind == ShapeKind::kCamera) Camera(node);
-  if (node.kind == ShapeKind::kCurve) Curve(node);
+  for (const SampledShape& shape : node.shapes) Shape(node, shape);
 }
 
 void UsdWriter::Head() {
