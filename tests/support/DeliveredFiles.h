@@ -105,6 +105,14 @@ inline std::vector<std::string> wordsOf(const std::string& text, const std::stri
   return words;
 }
 
+/// "key value key value".
+inline std::map<std::string, std::string> pairsOf(const std::string& text) {
+  std::map<std::string, std::string> pairs;
+  std::istringstream words(text);
+  for (std::string key; words >> key;) words >> pairs[key];
+  return pairs;
+}
+
 /// A text that is read word by word; what does not belong there throws.
 struct WordReader {
   std::vector<std::string> words;
@@ -117,8 +125,10 @@ struct WordReader {
     ++at;
     return true;
   }
-  void expect(const std::string& word) {
-    if (!takes(word)) throw std::runtime_error(word + " is wanted, not " + peek());
+  void expect(const std::string& text) {
+    std::istringstream wanted(text);
+    for (std::string word; wanted >> word;)
+      if (!takes(word)) throw std::runtime_error(word + " is wanted, not " + peek());
   }
   double number() {
     const std::string word = next();
@@ -130,10 +140,9 @@ struct WordReader {
 };
 
 inline DeliveredFile readAnim(const std::string& text) {
-  const std::map<std::string, std::string> letters{
-      {"translateX", "tx"}, {"translateY", "ty"}, {"translateZ", "tz"},  {"rotateX", "rx"},
-      {"rotateY", "ry"},    {"rotateZ", "rz"},    {"scaleX", "sx"},      {"scaleY", "sy"},
-      {"scaleZ", "sz"},     {"visibility", "v"},  {"focalLength", "fl"}, {"focusDistance", "fd"}};
+  static const auto kLetters = pairsOf(
+      "translateX tx translateY ty translateZ tz rotateX rx rotateY ry rotateZ rz scaleX sx "
+      "scaleY sy scaleZ sz visibility v focalLength fl focusDistance fd");
   DeliveredFile file;
   WordReader in{wordsOf(text, ";{}")};
   for (const char* key : {"animVersion", "mayaVersion", "timeUnit", "linearUnit", "angularUnit",
@@ -162,18 +171,16 @@ inline DeliveredFile readAnim(const std::string& text) {
     DeliveredNode& node = file.nodes.back();
     EXPECT_EQ(in.number(), static_cast<double>(node.channels.size())) << "the curve's number";
     EXPECT_TRUE(full == leaf || full == leaf.substr(0, leaf.size() - 1) + "." + leaf) << full;
-    DeliveredCurve& curve = node.channels[letters.at(leaf)];
-    for (const char* word : {";", "animData", "{", "input", "time", ";", "output"}) in.expect(word);
+    DeliveredCurve& curve = node.channels[kLetters.at(leaf)];
+    in.expect("; animData { input time ; output");
     in.expect(full[0] == 'r'                              ? "angular"
               : full[0] == 't' || leaf == "focusDistance" ? "linear"
                                                           : "unitless");
-    for (const char* word : {";", "weighted", "0", ";", "preInfinity", "constant", ";",
-                             "postInfinity", "constant", ";", "keys", "{"})
-      in.expect(word);
+    in.expect("; weighted 0 ; preInfinity constant ; postInfinity constant ; keys {");
     while (!in.takes("}")) {
       const double time = in.number();
       curve.add(time, in.number());
-      for (const char* word : {"linear", "linear", "1", "1", "0", ";"}) in.expect(word);
+      in.expect("linear linear 1 1 0 ;");
     }
     in.expect("}");
   }
@@ -282,26 +289,12 @@ inline std::vector<std::string> readUsdValue(WordReader& in) {
 }
 
 inline void readUsdPrim(WordReader& in, DeliveredFile& file, const std::string& parent) {
-  static const std::map<std::string, std::string> kTypes{{"visibility", "token"},
-                                                         {"xformOp:translate", "double3"},
-                                                         {"xformOp:rotateXYZ", "double3"},
-                                                         {"xformOp:scale", "double3"},
-                                                         {"xformOpOrder", "token[]"},
-                                                         {"faceVertexCounts", "int[]"},
-                                                         {"faceVertexIndices", "int[]"},
-                                                         {"points", "point3f[]"},
-                                                         {"extent", "float3[]"},
-                                                         {"primvars:displayColor", "color3f[]"},
-                                                         {"subdivisionScheme", "token"},
-                                                         {"clippingRange", "float2"},
-                                                         {"focalLength", "float"},
-                                                         {"focusDistance", "float"},
-                                                         {"horizontalAperture", "float"},
-                                                         {"verticalAperture", "float"},
-                                                         {"projection", "token"},
-                                                         {"curveVertexCounts", "int[]"},
-                                                         {"type", "token"},
-                                                         {"wrap", "token"}};
+  static const auto kTypes = pairsOf(
+      "visibility token xformOp:translate double3 xformOp:rotateXYZ double3 xformOp:scale double3 "
+      "xformOpOrder token[] faceVertexCounts int[] faceVertexIndices int[] points point3f[] "
+      "extent float3[] primvars:displayColor color3f[] subdivisionScheme token "
+      "clippingRange float2 focalLength float focusDistance float horizontalAperture float "
+      "verticalAperture float projection token curveVertexCounts int[] type token wrap token");
   const std::set<std::string> uniform{"xformOpOrder", "subdivisionScheme", "type", "wrap"};
   const std::string type = in.next(), name = in.next().substr(1);
   if (type == "Xform") {

@@ -145,7 +145,7 @@ void MayaWriter::Transform(const SampledNode& node) {
              isTop ? "" : m_scene.nodes[static_cast<std::size_t>(node.parent)].name);
   if (!node.isVisible) m_file << "\tsetAttr \".v\" no;\n";
   SetTriple(".t", node.poses.front().translation);
-  SetTriple(".r", node.poses.front().angles);
+  SetTriple(".r", node.poses.front().degrees);
   SetTriple(".s", node.poses.front().scale);
 }
 

@@ -47,9 +47,9 @@ MayaTime::MayaTime(const SampledScene& scene)
   m_isFrames = m_name != "sec";
 }
 
-double MayaChannel::Of(const rws::adaptor::HostChannels& pose) const {
+double MayaChannel::Of(const SampledPose& pose) const {
   if (kind == kLength) return pose.translation[axis];
-  return kind == kAngle ? pose.angles[axis] : pose.scale[axis];
+  return kind == kAngle ? pose.degrees[axis] : pose.scale[axis];
 }
 
 const std::array<MayaChannel, 9>& MayaChannels() {

@@ -6,11 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "adaptor/common/HostChannels.h"
-
 namespace orv::app {
 
 struct SampledNode;
+struct SampledPose;
 struct SampledScene;
 
 /// The unit of a file's times: frames of a rate that has a name, else seconds.
@@ -40,7 +39,7 @@ struct MayaChannel {
   enum Kind { kLength, kAngle, kFactor } kind;
   int axis;  ///< 0 to 2
 
-  double Of(const rws::adaptor::HostChannels& pose) const;
+  double Of(const SampledPose& pose) const;
 };
 const std::array<MayaChannel, 9>& MayaChannels();
 

@@ -7,6 +7,7 @@
 #include <tuple>
 #include <utility>
 
+#include "adaptor/common/Euler.h"
 #include "adaptor/common/LegalNames.h"
 #include "adaptor/headless/Scene.h"
 #include "app/session/anyhost/FrameTimes.h"
@@ -18,7 +19,6 @@ namespace orv::app {
 
 namespace {
 
-using rws::adaptor::HostChannels;
 using rws::adaptor::RotationOrder;
 using rws::adaptor::Trs;
 using rws::adaptor::headless::Lens;
@@ -38,9 +38,9 @@ constexpr double kMostPoses = 2e7;
 Trs WithUnitRotation(Trs pose) {
   const auto& q = pose.rotation;
   const double squared = q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w;
-  if (std::abs(squared - 1.0) <= kUnitLength || !(squared > 0.0)) return pose;
+  if (std::abs(squared - 1.0) <= kUnitLength) return pose;
   pose.scale = pose.scale * squared;
-  pose.rotation = q.normalized();
+  pose.rotation = squared > 0.0 ? q.normalized() : util::Quat<double>();
   return pose;
 }
 
@@ -84,6 +84,7 @@ class Sampler {
   void NameNodes();
   void CheckSize();
   void SampleFrame(long frame);
+  void TellShear(std::size_t i);
   Place PlaceOf(const SampledNode& node, double time) const;
   void AddPose(SampledNode& node, const Trs& pose, long frame);
   void Fail(const SceneNode& node, const std::string& what);
@@ -188,16 +189,27 @@ void Sampler::AddPose(SampledNode& node, const Trs& pose, long frame) {
   const rws::adaptor::Space space{m_request.up, 1.0};
   const Trs told = node.parent < 0 ? space.TopLevelToHost(pose) : pose;
   const Vector3<double> before =
-      node.poses.empty() ? Vector3<double>() : node.poses.back().angles * util::kRadiansPerDegree;
-  HostChannels channels;
-  channels.translation = told.translation * m_request.metre;
-  channels.angles =
-      ToEulerNear(told.rotation, RotationOrder::kXyz, before) * util::kDegreesPerRadian;
-  channels.scale = told.scale;
-  if (!IsFinite(channels.translation) || !IsFinite(channels.angles) || !IsFinite(channels.scale))
+      node.poses.empty() ? Vector3<double>() : node.poses.back().degrees * util::kRadiansPerDegree;
+  const SampledPose sampled{
+      told.translation * m_request.metre,
+      ToEulerNear(told.rotation, RotationOrder::kXyz, before) * util::kDegreesPerRadian,
+      told.scale};
+  if (!IsFinite(sampled.translation) || !IsFinite(sampled.degrees) || !IsFinite(sampled.scale))
     Fail(*node.node, "its pose at frame " + std::to_string(m_frames.first + frame) + " (" +
                          util::shortText(m_frames.Time(m_frames.first + frame)) + " s)");
-  node.poses.push_back(channels);
+  node.poses.push_back(sampled);
+}
+
+/// What is below a node that lost a shear has lost it with that.
+void Sampler::TellShear(std::size_t i) {
+  const SampledNode& node = m_result.nodes[i];
+  const bool isFirst =
+      node.parent < 0 || !m_places[static_cast<std::size_t>(node.parent)].isSheared;
+  if (!m_places[i].isSheared || !isFirst || m_isTold[i]) return;
+  m_isTold[i] = true;
+  m_result.warnings.push_back(node.node->GetName() +
+                              ": it is sheared, by an uneven scale above it that is not exported "
+                              "or by a matrix, and loses that");
 }
 
 void Sampler::SampleFrame(long frame) {
@@ -205,12 +217,7 @@ void Sampler::SampleFrame(long frame) {
     SampledNode& node = m_result.nodes[i];
     m_places[i] = PlaceOf(node, m_frames.Time(m_frames.first + frame));
     const Trs& pose = m_places[i].pose;
-    if (m_places[i].isSheared && !m_isTold[i]) {
-      m_isTold[i] = true;
-      m_result.warnings.push_back(node.node->GetName() +
-                                  ": it is sheared, by an uneven scale above it that is not "
-                                  "exported or by a matrix, and loses that");
-    }
+    TellShear(i);
     if (frame == 0) {
       m_first[i] = pose;
       AddPose(node, pose, 0);

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "adaptor/common/HostChannels.h"
 #include "adaptor/common/Space.h"
 #include "app/session/anyhost/TimeSpan.h"
+#include "util/Vector3.h"
 
 namespace orv::rws::adaptor::headless {
 struct Lens;
@@ -37,6 +37,13 @@ struct SampledShape {
   std::string name;
 };
 
+/// The nine channels of a transform in a frame, relative to the parent in the file.
+struct SampledPose {
+  util::Vector3<double> translation;  ///< in the file's unit
+  util::Vector3<double> degrees;      ///< X first, then Y, then Z; any number of turns
+  util::Vector3<double> scale;
+};
+
 struct SampledNode {
   const rws::adaptor::headless::SceneNode* node = nullptr;
   std::string name;                  ///< legal, and unique in the file, also among shapes
@@ -46,14 +53,13 @@ struct SampledNode {
   int children = 0;
   bool isVisible = true;  ///< of a node whose parent is not in the file, with all above it
   bool isMoving = false;
-  /// One pose a frame (a single one of a node that stands still), relative to its parent in the
-  /// file; angles in degrees, X first, then Y, then Z, unrolled. In the file's unit and up axis:
-  /// lengths are converted on every level and scales are not, the turn to another up axis is the
-  /// topmost nodes'.
-  std::vector<rws::adaptor::HostChannels> poses;
+  /// One pose a frame (a single one of a node that stands still). Lengths are converted to the
+  /// file's unit on every level and scales are not; the turn to another up axis is the topmost
+  /// nodes'.
+  std::vector<SampledPose> poses;
 
   /// The pose of a frame, counted from the first.
-  const rws::adaptor::HostChannels& Pose(long frame) const {
+  const SampledPose& Pose(long frame) const {
     return poses[isMoving ? static_cast<std::size_t>(frame) : 0];
   }
 };

@@ -10,7 +10,6 @@ namespace orv::app {
 
 namespace {
 
-using rws::adaptor::HostChannels;
 using rws::adaptor::headless::SceneNode;
 using util::Vector3;
 
@@ -27,7 +26,7 @@ class UsdWriter {
  private:
   void Head();
   void Prim(const SampledNode& node);
-  void Op(const SampledNode& node, std::string_view name, Vector3<double> HostChannels::*member);
+  void Op(const SampledNode& node, std::string_view name, Vector3<double> SampledPose::*member);
   void Shape(const SampledNode& node, const SampledShape& shape);
   void Mesh(const SceneNode& node);
   void Camera(const rws::adaptor::headless::Lens& lens);
@@ -106,7 +105,7 @@ void UsdWriter::Points(const std::vector<Vector3<double>>& points) {
 /// Of a node that moves all three properties are sampled, also those that rest: a reader that takes
 /// a matrix apart may find others for these.
 void UsdWriter::Op(const SampledNode& node, std::string_view name,
-                   Vector3<double> HostChannels::*member) {
+                   Vector3<double> SampledPose::*member) {
   Line() << "double3 xformOp:" << name;
   if (!node.isMoving) {
     m_file << " = ";
@@ -117,7 +116,7 @@ void UsdWriter::Op(const SampledNode& node, std::string_view name,
   m_file << ".timeSamples = {\n";
   const Vector3<double>& first = node.poses.front().*member;
   const bool rests = std::all_of(node.poses.begin(), node.poses.end(),
-                                 [&](const HostChannels& pose) { return pose.*member == first; });
+                                 [&](const SampledPose& pose) { return pose.*member == first; });
   for (long frame = 0; frame < m_scene.frames; frame += rests ? m_scene.frames - 1 : 1) {
     Line() << "    " << m_scene.firstFrame + frame << ": ";
     Put(m_file, node.Pose(frame).*member);
@@ -171,9 +170,9 @@ void UsdWriter::Curve(const rws::adaptor::Curve& curve) {
 void UsdWriter::Prim(const SampledNode& node) {
   Open("Xform", node.name);
   if (!node.isVisible) Line() << "token visibility = \"invisible\"\n";
-  Op(node, "rotateXYZ", &HostChannels::angles);
-  Op(node, "scale", &HostChannels::scale);
-  Op(node, "translate", &HostChannels::translation);
+  Op(node, "rotateXYZ", &SampledPose::degrees);
+  Op(node, "scale", &SampledPose::scale);
+  Op(node, "translate", &SampledPose::translation);
   Line() << "uniform token[] xformOpOrder = [\"xformOp:translate\", \"xformOp:rotateXYZ\", "
             "\"xformOp:scale\"]\n";
   for (const SampledShape& shape : node.shapes) Shape(node, shape);
