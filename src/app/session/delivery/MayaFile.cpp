@@ -20,15 +20,16 @@ using util::Vector3;
 /// Elements of an attribute that one statement sets.
 constexpr std::size_t kElementsAtOnce = 250;
 
-/// Sets the elements of an array by statements of `kElementsAtOnce`, each beginning with the
-/// attribute's name and range and `type`. `put(i)` writes an element behind a gap of its own.
+/// Sets the elements of an array by statements of `kElementsAtOnce`, each with the attribute's
+/// name, the elements' range and `type`; the first tells how many there are, and `hint`. `put(i)`
+/// writes an element behind a gap of its own.
 template <class Put>
 void SetArray(TextFile& file, std::string_view attribute, std::size_t size, std::string_view type,
-              const Put& put) {
+              const Put& put, std::string_view hint = {}) {
   for (std::size_t from = 0; from < size; from += kElementsAtOnce) {
     const std::size_t last = std::min(size, from + kElementsAtOnce) - 1;
     file << "\tsetAttr ";
-    if (from == 0) file << "-s " << size << " ";
+    if (from == 0) file << "-s " << size << " " << hint;
     file << "\"" << attribute << "[" << from << ":" << last << "]\"" << type;
     for (std::size_t i = from; i <= last; ++i) put(i);
     file << ";\n";
@@ -179,18 +180,12 @@ void MayaWriter::Mesh(const util::CMesh& mesh) {
   SetArray(m_file, ".ed", parts.edges.size(), "", [&](std::size_t i) {
     m_file.Gap() << parts.edges[i].first << " " << parts.edges[i].second << " 0";
   });
-  for (std::size_t from = 0; from < parts.faces.size(); from += kElementsAtOnce) {
-    const std::size_t end = std::min(parts.faces.size(), from + kElementsAtOnce);
-    m_file << "\tsetAttr ";
-    if (from == 0) m_file << "-s " << parts.faces.size() << " ";
-    m_file << "-ch " << 3 * (end - from) << " \".fc[" << from << ":" << end - 1
-           << "]\" -type \"polyFaces\"";
-    for (std::size_t i = from; i < end; ++i) {
-      const int* const edges = parts.faces[i].edges;
-      m_file << " \n\t\tf 3 " << edges[0] << " " << edges[1] << " " << edges[2];
-    }
-    m_file << " ;\n";
-  }
+  const auto putFace = [&](std::size_t i) {
+    const int* const edges = parts.faces[i].edges;
+    m_file << " \n\t\tf 3 " << edges[0] << " " << edges[1] << " " << edges[2];
+  };
+  SetArray(m_file, ".fc", parts.faces.size(), " -type \"polyFaces\"", putFace,
+           "-ch " + std::to_string(3 * parts.faces.size()) + " ");
   for (const auto& [attribute, kind] :
        {std::pair(".cd", "Edge"), std::pair(".cvd", "Vertex"), std::pair(".hfd", "Face")})
     m_file << "\tsetAttr \"" << attribute << "\" -type \"dataPolyComponent\" Index_Data " << kind
