@@ -434,6 +434,11 @@
         <translation>Zur &amp;Auslieferung exportieren ...</translation>
     </message>
     <message>
+        <source>E&amp;xport animation...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Animation e&amp;xportieren ...</translation>
+    </message>
+    <message>
         <source>Expor&amp;t poses...</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Posen exportieren ...</translation>
@@ -1967,6 +1972,16 @@
         <source>Tables (*.csv)</source>
         <extracomment>src/app/studio/StudioExports.cpp</extracomment>
         <translation>Tabellen (*.csv)</translation>
+    </message>
+    <message>
+        <source>Export animation</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Animation exportieren</translation>
+    </message>
+    <message>
+        <source>Maya scenes (*.ma);;Animation for Maya's clipboard (*.anim);;USD stages (*.usda)</source>
+        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
+        <translation>Maya-Szenen (*.ma);;Animation für Mayas Zwischenablage (*.anim);;USD-Szenen (*.usda)</translation>
     </message>
     <message>
         <source>Export picture</source>

@@ -184,6 +184,9 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
   studio.DoAll({"key Ctrl+A", "type " + folder.path + "/poses.csv", "key Return"});
   EXPECT_EQ(studio.ValueOf("MainWindow", kNoticeText), folder.path + "/poses.csv was written.");
   EXPECT_EQ(folder.Read("poses.csv").rfind("time,node,", 0), 0u);
+  Choose(studio, "File", "Export animation...");
+  studio.DoAll({"key Ctrl+A", "type " + folder.path + "/poses.usda", "key Return"});
+  EXPECT_EQ(folder.Read("poses.usda").rfind("#usda 1.0", 0), 0u);
   // A delivery has no rigs, and so is never the scene's own file.
   const std::string own = folder.Read("a.glb");
   Choose(studio, "File", "Export for delivery...");

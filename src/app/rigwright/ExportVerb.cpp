@@ -18,6 +18,7 @@
 #include "app/session/SavingNote.h"
 #include "app/session/SceneRange.h"
 #include "app/session/anyhost/Names.h"
+#include "app/session/delivery/AnimatedFile.h"
 
 namespace orv::app {
 
@@ -29,20 +30,45 @@ using rws::adaptor::headless::SceneNode;
 
 struct ExportOptions {
   std::string scene, range, output;
+  std::string up;  ///< "y" or "z"; empty: not said
   std::vector<std::string> nodes, keep;
   bool clean = false;
 };
 
 // --- poses as CSV ---
 
+std::vector<const SceneNode*> NodesOf(SceneJob& job, const ExportOptions& options) {
+  std::vector<const SceneNode*> nodes;
+  for (const std::string& name : options.nodes) nodes.push_back(&job.FindNode(name));
+  return nodes;
+}
+
 long WritePoses(SceneJob& job, const ExportOptions& options, const TimeSpan& span) {
-  std::vector<const SceneNode*> only;
-  for (const std::string& name : options.nodes) only.push_back(&job.FindNode(name));
+  const std::vector<const SceneNode*> only = NodesOf(job, options);
   const ProgressBar bar(job.GetProgram().GetOutput(), "export");
   const PosesResult written =
       WritePoses(job.GetScene(), only, span, options.output, bar.GetMonitor());
   CheckInterrupt();
   if (!written.error.empty()) FailWriting(written.error);
+  return written.frames;
+}
+
+// --- animation for other hosts ---
+
+long WriteAnimation(SceneJob& job, const ExportOptions& options, const TimeSpan& span) {
+  using rws::adaptor::UpAxis;
+  Output& out = job.GetProgram().GetOutput();
+  const std::vector<const SceneNode*> only = NodesOf(job, options);
+  AnimatedResult written;
+  {
+    const ProgressBar bar(out, "export");
+    written = WriteAnimated(job.GetScene(), only, span, options.up == "z" ? UpAxis::kZ : UpAxis::kY,
+                            options.output, bar.GetMonitor());
+  }
+  CheckInterrupt();
+  if (!written.error.empty()) FailWriting(written.error);
+  for (const std::string& warning : written.warnings) out.Warn(warning);
+  out.GetObject()["nodes"] = written.nodes;
   return written.frames;
 }
 
@@ -103,14 +129,19 @@ void RunExport(Program& program, const ExportOptions& options) {
   if (options.clean && ending != ".glb" && ending != ".gltf")
     throw WrongUsage("--clean writes a scene, and " + options.output +
                      " does not end in .glb or .gltf");
-  if (!options.clean && !ending.empty() && ending != ".csv" && ending != ".txt")
-    throw WrongUsage("export writes poses as CSV, and " + options.output +
-                     " does not end in .csv; with --clean it writes a scene for delivery, .glb or "
-                     ".gltf, which other programs read");
+  const bool isAnimated = IsAnimatedFile(options.output);
+  if (!options.clean && !isAnimated && !ending.empty() && ending != ".csv" && ending != ".txt")
+    throw WrongUsage("export writes poses as CSV or animation for other programs, and " +
+                     options.output +
+                     " ends in none of .csv, .anim, .ma and .usda; with --clean it writes a scene "
+                     "for delivery, .glb or .gltf, which other programs read");
+  if (!isAnimated && !options.up.empty())
+    throw WrongUsage("--up is for .anim, .ma and .usda; what else is exported has Y up");
   if (options.clean) return RunClean(program, options);
   SceneJob job(program, options.scene);
   const TimeSpan span = SpanOf(job.GetScene(), options.range);
-  const long frames = WritePoses(job, options, span);
+  const long frames =
+      isAnimated ? WriteAnimation(job, options, span) : WritePoses(job, options, span);
   program.GetOutput().GetObject()["frames"] = frames;
   program.GetOutput().GetObject()["output"] = options.output;
   program.GetOutput().Note("export: " + std::to_string(frames) + " frames, written to " +
@@ -123,10 +154,15 @@ void AddExportVerb(Program& program) {
   auto o = std::make_shared<ExportOptions>();
   CLI::App& verb = program.AddVerb(
       "export",
-      "Write world poses as CSV, one row per frame and node; or with --clean a scene for delivery\n"
+      "Write world poses as CSV, one row per frame and node; animation for Maya or USD; or with "
+      "--clean a scene for delivery\n"
       "Columns: time,node,tx,ty,tz,qx,qy,qz,qw,sx,sy,sz (s, m, unit quaternion, factors).\n"
+      ".anim (curves to paste), .ma and .usda hold the tree of nodes with a key per frame; a node\n"
+      "whose parent is not exported carries its world pose.\n"
       "--clean keeps your own nodes, with the motion that rigs gave them baked as keys per frame.",
       "rigwright export out.glb -o poses.csv\n"
+      "  rigwright export out.glb --node Cam_FollowCam -o camera.ma\n"
+      "  rigwright export out.glb --up z -o shot.usda\n"
       "  rigwright export out.glb --clean --keep Cam_FollowCam -o delivery.glb\n"
       "  rigwright export shots.glb --clean --keep \"Gun_bullet_*\" -o delivery.glb",
       [o](Program& p) { RunExport(p, *o); });
@@ -142,7 +178,11 @@ void AddExportVerb(Program& program) {
           "whose names begin so; may be repeated")
       ->type_name("NODE")
       ->needs(clean);
-  AddOutput(verb, o->output, "File to write: .csv, or with --clean .glb or .gltf");
+  verb.add_option("--up", o->up, "Up axis of the .anim, .ma or .usda (default: y)")
+      ->check(CLI::IsMember({"y", "z"}))
+      ->type_name("AXIS");
+  AddOutput(verb, o->output,
+            "File to write: .csv, .anim, .ma or .usda, or with --clean .glb or .gltf");
 }
 
 }  // namespace orv::app

@@ -244,6 +244,7 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandMakeModel, &Studio::MakeModel},
       {kCommandExportScene, &Studio::ExportScene},
       {kCommandExportPoses, &Studio::ExportPoses},
+      {kCommandExportAnimation, &Studio::ExportAnimation},
       {kCommandExportPicture, &Studio::ExportPicture},
       {kCommandPreview, &Studio::ExportPreview},
       {kCommandPlay, &Studio::Play},

@@ -96,6 +96,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void MakeModel();
   void ExportScene();
   void ExportPoses();
+  void ExportAnimation();
   void ExportPicture();
   void ExportPreview();
   void Play() { PlayOrStop(false); }

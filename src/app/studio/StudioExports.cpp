@@ -15,6 +15,7 @@
 #include "app/session/PosesFile.h"
 #include "app/session/SceneRange.h"
 #include "app/session/anyhost/Names.h"
+#include "app/session/delivery/AnimatedFile.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/Studio.h"
 #include "app/studio/windows/PreviewWindow.h"
@@ -75,6 +76,26 @@ void Studio::ExportPoses() {
   if (!written.error.empty())
     return Show(Translate("Export poses"), Problem{"", written.error, "", {}});
   TellDone(Translate("%1 was written.", {path}), {});
+}
+
+void Studio::ExportAnimation() {
+  const std::string title = Translate("Export animation");
+  const std::string stem = std::filesystem::path(m_document.GetTitle()).stem().string();
+  const std::string path = m_windows.ChooseFileToSave(
+      title,
+      Translate("Maya scenes (*.ma);;Animation for Maya's clipboard (*.anim);;USD stages (*.usda)"),
+      "exports", stem + ".ma", ".ma");
+  if (path.empty()) return;
+  AnimatedResult written;
+  {
+    const Working working(*this);
+    ProgressWindow progress(m_windows, title, Translate("Writing %1...", {FileNameOf(path)}));
+    written = WriteAnimated(m_document.GetScene(), {}, PlaybackRange(m_document.GetScene()),
+                            rws::adaptor::UpAxis::kY, path, progress.MakeMonitor());
+    if (progress.IsCancelled()) return;
+  }
+  if (!written.error.empty()) return Show(title, Problem{"", written.error, "", {}});
+  TellDone(Translate("%1 was written.", {path}), written.warnings);
 }
 
 void Studio::ExportPicture() {

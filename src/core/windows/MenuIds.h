@@ -25,6 +25,7 @@ enum ProgramCommand : int {
   kCommandLicence,
   kCommandUpdate,
   kCommandPreview,  ///< a folder of pictures
+  kCommandExportAnimation,
   // The menu of time.
   kCommandTime = 3040,  ///< the menu itself
   kCommandPlay,

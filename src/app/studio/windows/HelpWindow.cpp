@@ -21,9 +21,9 @@ using namespace gui::componentinterface;
 
 constexpr char kRoot[] = ":/help/";
 /// What a reader needs first comes first; the pages of the rigs follow.
-constexpr const char* kFirstPages[] = {"first-steps.md", "first-take.md", "studio.md",
-                                       "devices.md",     "windows.md",    "cli.md",
-                                       "formats.md",     "layout.md",     "vendor.md"};
+constexpr const char* kFirstPages[] = {
+    "first-steps.md", "first-take.md", "studio.md",  "delivery.md", "devices.md",
+    "windows.md",     "cli.md",        "formats.md", "layout.md",   "vendor.md"};
 
 QString ReadText(const std::string& path) {
   QFile file(QString::fromStdString(kRoot + path));
