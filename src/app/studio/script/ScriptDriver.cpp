@@ -23,6 +23,7 @@
 #include "app/studio/script/ScriptLine.h"
 #include "app/studio/script/ScriptTarget.h"
 #include "app/studio/script/WidgetDump.h"
+#include "app/studio/script/WindowShot.h"
 #include "core/CoreImplementation.h"
 #include "core/services/DataRoot.h"
 #include "gui/Texts.h"
@@ -336,7 +337,7 @@ void ScriptDriver::Shot(const ScriptLine& line) {
   QWidget* window = WindowNamed(line.Value("win"));
   if (!window) return Fail("there is no such window");
   if (line.Word().empty()) return Fail("the file's name is missing");
-  if (!window->grab().save(QString::fromStdString(line.Word()), "PNG"))
+  if (!GrabWithPopups(*window).save(QString::fromStdString(line.Word()), "PNG"))
     return Fail(line.Word() + ": the picture can't be written");
   Answer({{"file", line.Word()}});
 }
@@ -345,6 +346,7 @@ void ScriptDriver::Preview(const ScriptLine& line) {
   ScriptPreviewWish wish;
   wish.folder = line.Word();
   wish.camera = line.Value("camera");
+  wish.signs = line.Value("grid") == "yes";
   wish.overlay = line.Value("overlay") == "yes";
   if (wish.folder.empty()) return Fail("the folder's name is missing");
   if (line.Has("size")) {

@@ -106,6 +106,7 @@ void StageView::paintGL() {
   if (!m_renderer) return;
   m_sincePaint.start();
   m_source.Read();
+  if (begun) begun();
   const PictureQuality quality = ChooseQuality();
   m_counts = {};
   // As wide as its camera tells.
@@ -116,6 +117,7 @@ void StageView::paintGL() {
   for (std::size_t picture = 0; picture < kPictures; ++picture) {
     if (!IsShown(picture)) continue;
     MakePacket(picture);
+    AddLines(picture);
     m_renderer->Draw(m_pictures[picture].packet, AreaOf(picture), devicePixelRatioF(), quality);
     const Renderer::Counts counts = m_renderer->GetCounts();
     m_counts.meshes += counts.meshes;
@@ -171,9 +173,13 @@ void StageView::MakePacket(std::size_t picture) {
   StagePicture& made = m_pictures[picture];
   made.Make(m_source, AspectOf(picture));
   made.packet.lines.clear();
-  if (linesWanted) linesWanted(made.packet);
-  if (m_interactor && picture == m_active) m_interactor->Draw(made.packet);
   made.packet.isFramed = picture == kInset || (m_layout != PaneLayout::kOne && picture == m_active);
+}
+
+void StageView::AddLines(std::size_t picture) {
+  FramePacket& packet = m_pictures[picture].packet;
+  if (linesWanted) linesWanted(packet);
+  if (m_interactor && picture == m_active) m_interactor->Draw(packet);
 }
 
 // --- where they lie ---
