@@ -125,10 +125,13 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"save", [&] { AnswerOr(m_host.ScriptSave(line.Word())); }},
       {"click", [&] { Pointer(line); }},
       {"wheel", [&] { Pointer(line); }},
+      {"hover", [&] { Pointer(line); }},
       {"drag", [&] { Drag(line); }},
       {"drop", [&] { Drop(line); }},
       {"type", [&] { Type(line); }},
       {"key", [&] { Type(line); }},
+      {"press", [&] { Type(line); }},
+      {"release", [&] { Type(line); }},
       {"record", [&] { Record(); }},
       {"stop", [&] { Act([&core] { core.StopRecording(); }); }},
       {"device", [&] { Device(line); }},
@@ -209,6 +212,10 @@ void ScriptDriver::Pointer(const ScriptLine& line) {
       if (widget) SendWheel(*widget, point, steps, modifiers);
     });
   }
+  if (line.verb == "hover")
+    return Act([=] {
+      if (widget) SendHover(*widget, point, modifiers);
+    });
   const std::string what = line.Word();
   const Qt::MouseButton button = what == "right"    ? Qt::RightButton
                                  : what == "middle" ? Qt::MiddleButton
@@ -261,6 +268,11 @@ void ScriptDriver::Drop(const ScriptLine& line) {
 void ScriptDriver::Type(const ScriptLine& line) {
   const QString text = QString::fromStdString(line.Word());
   if (line.verb == "type") return Act([text] { SendText(text); });
+  if (line.verb != "key") {
+    const bool isDown = line.verb == "press";
+    return SendModifier(text, isDown) ? Answer(Json::object())
+                                      : Fail("Ctrl, Shift or Alt is wanted");
+  }
   if (QKeySequence::fromString(text, QKeySequence::PortableText).isEmpty())
     return Fail("\"" + line.Word() + "\" is no key");
   Act([text] { SendKeys(text); });

@@ -452,8 +452,8 @@ bool StageView::event(QEvent* event) {
       m_interactor->WantsKey(*static_cast<QKeyEvent*>(event)))
     event->accept();
   // Tab would go to the next widget before it comes as a key.
-  if (event->type() == QEvent::KeyPress && m_interactor &&
-      m_interactor->OnKey(*static_cast<QKeyEvent*>(event)))
+  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  if (isKey && m_interactor && m_interactor->OnKey(*static_cast<QKeyEvent*>(event)))
     return true;
   return QOpenGLWidget::event(event);
 }
