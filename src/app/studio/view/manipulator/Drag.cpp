@@ -38,8 +38,8 @@ Drag::Drag(Tool tool, const Constraint& constraint, Grip grip, const Frame& fram
 }
 
 Vector3<double> Drag::AnchorOf(const Vector3<double>& pivot, const ViewFrame& view, double reach) {
-  constexpr double kLeastDepth = 1e-3;  ///< of the reach
-  if (view.DepthOf(pivot) > kLeastDepth * reach) return pivot;
+  constexpr double kLeastDepth = 1e-3;  ///< m
+  if (view.DepthOf(pivot) > kLeastDepth) return pivot;
   return view.GetEye() + view.GetForward() * reach;
 }
 
