@@ -453,8 +453,7 @@ bool StageView::event(QEvent* event) {
     event->accept();
   // Tab would go to the next widget before it comes as a key.
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-  if (isKey && m_interactor && m_interactor->OnKey(*static_cast<QKeyEvent*>(event)))
-    return true;
+  if (isKey && m_interactor && m_interactor->OnKey(*static_cast<QKeyEvent*>(event))) return true;
   return QOpenGLWidget::event(event);
 }
 
