@@ -1249,6 +1249,11 @@
         <translation>Mit &amp;Raster, Kameras und Kurven</translation>
     </message>
     <message>
+        <source>With the view's &amp;overlay</source>
+        <extracomment>data/core/layout/rws_preview.xml</extracomment>
+        <translation>Mit den E&amp;inblendungen der Ansicht</translation>
+    </message>
+    <message>
         <source>&amp;Export...</source>
         <extracomment>data/core/layout/rws_preview.xml; data/core/layout/rows/profiles.xml</extracomment>
         <translation>&amp;Exportieren ...</translation>
@@ -1454,9 +1459,24 @@
         <translation>Bereich und Bildrate ändern</translation>
     </message>
     <message>
+        <source>after about %1 s of it the scene would pass the 4 GB that a .glb can hold</source>
+        <extracomment>src/app/session/TakeSize.cpp</extracomment>
+        <translation>nach etwa %1 s davon wäre die Szene größer als die 4 GB, die eine .glb fasst</translation>
+    </message>
+    <message>
         <source>Resimulating</source>
         <extracomment>src/app/session/anyhost/RunRigs.cpp; src/core/take/RecordManager.cpp</extracomment>
         <translation>Neue Simulation</translation>
+    </message>
+    <message>
+        <source>The take</source>
+        <extracomment>src/app/session/document/SceneDocument.cpp</extracomment>
+        <translation>Der Take</translation>
+    </message>
+    <message>
+        <source>stop before that, save as .gltf, perform fewer rigs at once, or lower the frame rate</source>
+        <extracomment>src/app/session/document/SceneDocument.cpp</extracomment>
+        <translation>vorher anhalten, als .gltf speichern, weniger Rigs auf einmal aufnehmen oder die Bildrate senken</translation>
     </message>
     <message>
         <source>Change frame rate</source>
@@ -1679,9 +1699,9 @@
         <translation>Entlang der Achsen des El&amp;ternknotens</translation>
     </message>
     <message>
-        <source>Along the axes of %1</source>
+        <source>Along the a&amp;xes of %1</source>
         <extracomment>src/app/studio/StageManipulator.cpp</extracomment>
-        <translation>Entlang der Achsen von %1</translation>
+        <translation>Entlang der A&amp;chsen von %1</translation>
     </message>
     <message>
         <source>Along the &amp;chosen node's axes from here on</source>
@@ -1776,7 +1796,7 @@
     <message>
         <source>Takes &amp;between their frames</source>
         <extracomment>src/app/studio/StagePane.cpp</extracomment>
-        <translation>Aufnahmen z&amp;wischen ihren Bildern</translation>
+        <translation>Aufnahmen &amp;zwischen ihren Bildern</translation>
     </message>
     <message>
         <source>&amp;Mouse as in</source>
@@ -2159,9 +2179,9 @@
         <translation>&amp;Strahlen zum Boden</translation>
     </message>
     <message>
-        <source>&amp;Speeds of belts</source>
+        <source>&amp;Speeds of belts and carriages</source>
         <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
-        <translation>&amp;Tempo von Ketten</translation>
+        <translation>&amp;Tempo von Ketten und Wagen</translation>
     </message>
     <message>
         <source>S&amp;hots</source>
@@ -2172,6 +2192,11 @@
         <source>&amp;Targets</source>
         <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
         <translation>&amp;Ziele</translation>
+    </message>
+    <message>
+        <source>Trac&amp;ks of rails and their waypoints</source>
+        <extracomment>src/app/studio/view/overlay/Overlay.cpp</extracomment>
+        <translation>Schienen und ihre Wegpun&amp;kte</translation>
     </message>
     <message>
         <source>&amp;Inputs in a take</source>
@@ -6912,6 +6937,10 @@
         <source>Speed (Faster/Slower)</source>
         <extracomment>Turntable input</extracomment>
         <translation>Tempo (Schneller/Langsamer)</translation>
+    </message>
+    <message>
+        <source>&amp;Speeds of belts</source>
+        <translation type="vanished">&amp;Tempo von Ketten</translation>
     </message>
     <message>
         <source>T&amp;ime</source>

@@ -3,7 +3,7 @@
 
 #include "../unidevice/TestDevice.h"
 #include "support/CoreTest.h"
-#include "unidevice/ParameterEffect.h"
+#include "support/FeltControl.h"
 #include "unidevice/Property.h"
 
 namespace orv::tests {
@@ -134,28 +134,8 @@ TEST_F(InputTimes, ADeviceThatIsUnpluggedInATakeKeepsItsMapping) {
 }
 
 TEST_F(InputTimes, ForcesAreThereInTakesAloneAndWhenAskedFor) {
-  using namespace unidevice;
-  struct Motor : ParameterEffect {
-    Motor(FFKind kind, double& strength) : ParameterEffect(kind, 0.0), strength(strength) {}
-    ~Motor() override { strength = 0.0; }
-    bool start() override { return plays = true, apply(); }
-    bool stop() override { return plays = false, apply(); }
-    bool isPlaying() const override { return plays; }
-    bool reachable() const override { return valid; }
-    bool apply() override { return strength = plays ? magnitude() : 0.0, true; }
-    double& strength;
-    bool plays = false;
-  };
-  struct Felt : unidevice::Control {
-    using Control::Control;
-    bool hasForceFeedback() const override { return true; }
-    FFEffect* createEffect(FFKind kind) override {
-      return new Motor(kind, kind == FFKind::kConstant ? push : shake);
-    }
-    double push = 0.0, shake = 0.0;
-  };
-  Felt control(kInfiniteControl, "Axis", 0);
-  Property& input = *Rig().GetProperties().property(2);
+  FeltControl control;
+  unidevice::Property& input = *Rig().GetProperties().property(2);
   input.bind(&control);
   const auto frame = [&](unsigned ms, double push, double kick) {
     input.feel.push = push;

@@ -1,4 +1,5 @@
 // The camera rail on the real core: speeds, stops, ends, aim, undo and bad input.
+#include "core/interface/RigMarks.h"
 #include "plugins/release/splinespeedcontroller/NodeSpline.h"
 #include "rigs/RigSuite.h"
 #include "util/AVar_Latest.h"
@@ -80,6 +81,47 @@ class Rail : public RigScene {
   }
   using RigScene::Saved;
 };
+
+TEST(CameraRail, TellsItsTrackItsWaypointsAndHowFastItRuns) {
+  for (const bool own : {false, true}) {
+    Rail rail;
+    if (own)
+      rail.Circle({0, 90, 180, 270});
+    else
+      rail.Straight(100.0, {0, 40, 100});
+    rail.Select(0, "Speed=6");
+    rail.Select(1, "Time Delay (seconds)=2");
+    rail.Resimulate(0, 300);
+    const Vector places[2][4] = {{{0, 0, 0}, {40, 0, 0}, {100, 0, 0}, {}},
+                                 {{10, 0, 0}, {0, 0, 10}, {-10, 0, 0}, {0, 0, -10}}};
+    int told = 0, stood = 0;
+    for (int frame = 2; frame <= 300; ++frame) {  // the first one puts it there
+      rws::RigMarks marks;
+      marks.Begin(rail.Frame(frame));
+      ASSERT_EQ(rail.rig->GetRig()->Extension(rws::kTellMarks, &marks, nullptr), 1);
+      const Vector way =
+          rail.Carriage(frame).translation() - rail.Carriage(frame - 1).translation();
+      ASSERT_EQ(marks.speeds.size(), way.length() > 1e-9 ? 1u : 0u) << frame;
+      for (const auto& speed : marks.speeds) {
+        EXPECT_LT((speed.direction * speed.value * 0.04 - way).length(), 1e-9) << frame;
+        EXPECT_LT((speed.point - rail.Carriage(frame).translation()).length(), 1e-9);
+      }
+      (marks.speeds.empty() ? stood : told) += 1;
+      if (frame != 100) continue;
+      ASSERT_EQ(marks.waypoints.size(), own ? 4u : 3u);
+      for (std::size_t i = 0; i < marks.waypoints.size(); ++i) {
+        EXPECT_LT((marks.waypoints[i].point - places[own][i]).length(), 1e-6);
+        EXPECT_EQ(marks.waypoints[i].stops, i == 1);
+      }
+      double length = 0.0;
+      for (std::size_t i = 1; i < marks.track.size(); ++i)
+        length += (marks.track[i] - marks.track[i - 1]).length();
+      EXPECT_NEAR(length, own ? 59.44 : 100.0, own ? 0.01 : 1e-6) << "all but a circle";
+    }
+    EXPECT_GT(told, 50);
+    EXPECT_GT(stood, 45);
+  }
+}
 
 TEST(CameraRail, ASpeedIsMetInEveryUnitAtAnyScaleOfCarriageAndPath) {
   const std::pair<const char*, double> units[] = {

@@ -3,6 +3,7 @@
 #include "plugins/release/firepower/Flight.h"
 #include "rigs/BareRig.h"
 #include "rigs/RigSuite.h"
+#include "support/FeltControl.h"
 
 namespace orv::tests {
 namespace {
@@ -481,6 +482,37 @@ TEST(Firepower, EachFailureIsToldInItsWords) {
   EXPECT_EQ(told(), Messages{"Error: Error when starting to record."});
   world.core().DropAllRows();
   EXPECT_EQ(world.Told(), Messages{"Error: Error when deleting Firepower."});
+}
+
+TEST(Firepower, TheHandThatFiresFeelsEachDischarge) {
+  FeltControl control;
+  Gun gun;
+  gun.Set("Rate of fire (rounds/s)=5");
+  auto& inputs = gun.rig->GetProperties();
+  for (int i = 0; i < inputs.count(); ++i)
+    if (inputs.property(i)->name == "Fire") inputs.property(i)->bind(&control);
+  unsigned now = 0;
+  gun.core().tickCount = [&now] { return now; };
+  gun.core().GetPreferences().kickForce = 50;
+  std::vector<int> felt, fired;
+  ASSERT_EQ(gun.core().StartRecording(), 0);
+  int frame = 0;
+  for (double before = 0.0; frame < 60; ++now, before = control.shake) {
+    control.current = frame >= 10 && frame < 40 ? 1.0 : 0.0;
+    gun.core().OnTimer(rws::core::RecordManager::kTakeTimer, now);
+    frame = gun.core().FrameIndex(gun.core().GetFrameTime());
+    ASSERT_TRUE(control.shake == 0.0 || control.shake == 0.5) << control.shake;
+    if (control.shake > before) felt.push_back(frame);
+  }
+  gun.core().StopRecording();
+  EXPECT_EQ(control.shake, 0.0);
+  for (int number = 1; number <= gun.Count(); ++number) {
+    int birth = 0;
+    while (gun.Bullet(number, birth).axisRow(0).length() < 0.5) ++birth;
+    fired.push_back(birth);
+  }
+  EXPECT_EQ(felt, fired);
+  EXPECT_EQ(fired.size(), 6u) << "in six fifths of a second";
 }
 
 }  // namespace

@@ -49,22 +49,36 @@ TEST(SoundOutput, ReadsFormatsAndRefusesWhatIsNone) {
   TempFolder folder;
   util::Sentence problem;
   for (const int channels : {1, 2, 4}) {
-    const auto sound = Sound::Read(
+    const auto sound = Sound::Open(
         WriteSound(folder, "a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, channels, 20000), problem);
     ASSERT_TRUE(sound) << problem.text;
     EXPECT_EQ(sound->GetChannels(), channels == 2 ? 2 : 1);
     EXPECT_EQ(sound->GetLength(), 20000);
-    EXPECT_EQ(sound->GetSamples()[100],
-              channels == 2 ? SampleAt(50, 0) : SampleAt(100, channels / 3));
+    // From anywhere, also beside it.
+    for (const long first : {12345L, -3L, 0L, 19998L}) {
+      const int kept = sound->GetChannels();
+      std::vector<std::int16_t> read(static_cast<std::size_t>(5 * kept), 77);
+      sound->Read(first, 5, read.data());
+      for (long i = 0; i < 5 * kept; ++i) {
+        const long place = first + i / kept;
+        const int channel = channels == 4 ? 1 : static_cast<int>(i % kept);
+        EXPECT_EQ(read[static_cast<std::size_t>(i)],
+                  place < 0 || place >= 20000 ? 0 : SampleAt(place, channel))
+            << place;
+      }
+    }
+    EXPECT_EQ(sound->FindPeak(-1.0, 1.5).high, 0.0f) << "nobody has looked";
+    while (sound->Look()) {
+    }
     EXPECT_NEAR(sound->FindPeak(1.0, 1.5).high, 12256.0 / 32768.0, 0.01);
     EXPECT_EQ(sound->FindPeak(-2.0, -1.0).high + sound->FindPeak(3.0, 4.0).high, 0.0f);
   }
-  EXPECT_TRUE(Sound::Read(WriteSound(folder, "a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 2, 20000),
+  EXPECT_TRUE(Sound::Open(WriteSound(folder, "a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 2, 20000),
                           problem));
-  EXPECT_FALSE(Sound::Read(folder.path + "/gone.wav", problem));
+  EXPECT_FALSE(Sound::Open(folder.path + "/gone.wav", problem));
   EXPECT_EQ(problem.text, "there is no such file");
   problem = {};
-  EXPECT_FALSE(Sound::Read(folder.Write("text.wav", "no sound at all"), problem));
+  EXPECT_FALSE(Sound::Open(folder.Write("text.wav", "no sound at all"), problem));
   EXPECT_TRUE(problem);
 }
 
@@ -76,7 +90,7 @@ TEST(SoundOutput, PlaysFromTheToldTimeSampleForSample) {
   std::string problem;
   util::Sentence unread;
   const auto sound =
-      Sound::Read(WriteSound(folder, "a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 24000), unread);
+      Sound::Open(WriteSound(folder, "a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 24000), unread);
   ASSERT_TRUE(sound) << unread.text;
   // `begin` is the first time told; before the sound's beginning there is silence.
   for (const double begin : {0.5, -0.1}) {

@@ -24,9 +24,11 @@ class DrivenStudio {
       environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(STUDIO_PROGRAM, QStringList{"--script", "-", "--geometry", size, "--lang", "en",
-                                                "--data-root", QString::fromStdString(root)} +
-                                        more);
+    const QStringList language =
+        more.contains("--lang") ? QStringList() : QStringList{"--lang", "en"};
+    m_process.start(STUDIO_PROGRAM, QStringList{"--script", "-", "--geometry", size, "--data-root",
+                                                QString::fromStdString(root)} +
+                                        language + more);
   }
   ~DrivenStudio() { Kill(); }
 

@@ -2,7 +2,6 @@
 #include <sstream>
 
 #include "app/session/SceneSession.h"
-#include "app/session/TakeSize.h"
 #include "core/CoreImplementation.h"
 #include "studio/DrivenStudio.h"
 #include "studio/StudioRun.h"
@@ -84,17 +83,6 @@ TEST_F(RealTime, APlayedTakeIsTheSameWhateverIsPainted) {
   EXPECT_EQ(pictures["latencies"], 2) << pictures;
   EXPECT_GT(pictures["latencyMedian"], 0.0) << pictures;
   EXPECT_GE(pictures["latencyP95"], pictures["latencyMedian"]) << pictures;
-}
-
-TEST_F(RealTime, ATakeThatNoFileCanHoldIsToldBeforeItStarts) {
-  app::SceneSession session;
-  ASSERT_TRUE(session.GetCore().CreateToolFromFactory("4WheelerExt", "Car"));
-  const auto find = [&session](double held, double seconds) {
-    return app::FindTakeTooLong(session.GetCore(), held, {10.0, 10.0 + seconds}).why;
-  };
-  EXPECT_EQ(find(0.0, 3600.0), "");
-  EXPECT_NE(find(0.0, 360000.0).find("4 GB"), std::string::npos);
-  EXPECT_NE(find(app::kMostGlbBytes - 1e6, 3600.0).find("after about "), std::string::npos);
 }
 
 TEST_F(RealTime, AScriptFindsNodesInThePictureAndMovesTheEye) {

@@ -40,18 +40,29 @@ class Time : public testing::Test {
     for (std::uint32_t i = 0; i < kSamples; ++i) put(1 + i, 2);
     return folder.Write("beep.wav", bytes);
   }
-  /// A camera that looks at nothing but its sequence of two pictures, red and green.
-  std::string WriteScene() const {
+  /// A camera that looks at nothing but its sequence of two pictures, red and green, and an empty
+  /// node that crosses its view.
+  std::string WriteScene(const std::string& end = "0.16") const {
     for (int i = 1; i <= 2; ++i) {
       QImage picture(8, 6, QImage::Format_RGB888);
       picture.fill(i == 1 ? Qt::red : Qt::green);
       picture.save(QString::fromStdString(folder.path) + "/plate." + QString::number(i) + ".png");
     }
     return folder.Write("scene.gltf", R"({"asset": {"version": "2.0"}, "scene": 0,
-      "scenes": [{"nodes": [0], "extras": {"rigwright": {"version": 1, "frameRate": 25,
-        "range": [0, 0.16], "sound": {"file": "beep.wav", "start": 0.04}}}}],
+      "scenes": [{"nodes": [0, 1], "extras": {"rigwright": {"version": 1, "frameRate": 25,
+        "range": [0, )" + end + R"(], "sound": {"file": "beep.wav", "start": 0.04}}}}],
       "nodes": [{"name": "Eye", "camera": 0, "translation": [0, 5, 0],
-        "extras": {"RWT_backdrop": {"file": "plate.1.png", "frame": 2, "opacity": 1}}}],
+        "extras": {"RWT_backdrop": {"file": "plate.1.png", "frame": 2, "opacity": 1}}},
+        {"name": "Ball"}],
+      "buffers": [{"byteLength": 32, "uri":
+        "data:application/octet-stream;base64,AAAAAArXIz4AAADAAACgQAAAoMAAAABAAACgQAAAoMA="}],
+      "bufferViews": [{"buffer": 0, "byteLength": 8}, {"buffer": 0, "byteOffset": 8,
+        "byteLength": 24}],
+      "accessors": [{"bufferView": 0, "componentType": 5126, "count": 2, "type": "SCALAR",
+        "min": [0], "max": [0.16]}, {"bufferView": 1, "componentType": 5126, "count": 2,
+        "type": "VEC3"}],
+      "animations": [{"samplers": [{"input": 0, "output": 1}],
+        "channels": [{"sampler": 0, "target": {"node": 1, "path": "translation"}}]}],
       "cameras": [{"type": "perspective",
                    "perspective": {"yfov": 0.8, "znear": 0.1, "aspectRatio": 1.3333}}]})");
   }
@@ -184,6 +195,27 @@ TEST_F(Time, PreviewsAreWholeFoldersAndShowWhatStandsBehindTheCamera) {
   studio.Send("preview " + folder.path + "/no/such/place");
   EXPECT_FALSE(studio.Read().value("ok", true));
   EXPECT_FALSE(fs::exists(out + ".part"));
+  // What the view shows over its pictures: the way of what is selected, brighter behind it.
+  studio.DoAll(
+      {"click row=Ball", "preview " + folder.path + "/over camera=Eye size=64x48 overlay=yes"});
+  const QImage over(QString::fromStdString(folder.path + "/over/frame.0002.png"));
+  EXPECT_GT(over.pixelColor(20, 24).blue(), over.pixelColor(44, 24).blue() + 10);
+  EXPECT_GT(over.pixelColor(44, 24).blue(), 10);
+  EXPECT_EQ(over.pixelColor(44, 10), QColor(Qt::red));
+
+  // One that is cancelled leaves nothing, whatever had been written.
+  const std::string part = folder.path + "/some.part";
+  studio.DoAll({"open " + WriteScene("60"), "click win=MainWindow menu=File",
+                "click action=\"Export a preview...\""});
+  studio.ExpectReadable("Preview");
+  studio.DoAll({"click win=Preview id=15", "click win=Preview id=20",
+                "type " + folder.path + "/some", "key Return"});
+  for (int i = 0; i < 100 && !studio.Shows("Progress"); ++i) studio.Do("wait 0.1");
+  EXPECT_TRUE(fs::exists(part));
+  studio.DoAll({"click win=Progress id=12", "wait 0.2"});
+  EXPECT_FALSE(fs::exists(part) || fs::exists(folder.path + "/some"));
+  EXPECT_NE(studio.ValueOf("MainWindow", kMainNoticeText).find("nothing of it was kept"),
+            std::string::npos);
   studio.Do("quit 0");
 }
 

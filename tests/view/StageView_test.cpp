@@ -460,8 +460,19 @@ TEST_F(StageView, DrawsLinesOfAnyWidthAlsoWhereTheyAreHidden) {
                   }),
             90)
       << "the part ahead of the eye";
-  // Nothing of it is picked.
+  // Nothing of it is picked. What lines are made of is read once an update, for both panes, and not
+  // for a pick.
+  int updates = 0, pictures = 0;
+  view.begun = [&] { ++updates; };
+  view.linesWanted = [&](FramePacket&) { EXPECT_EQ(++pictures > 2, updates > 1); };
+  view.SetLayout(PaneLayout::kColumns);
   for (const std::uint32_t id : view.ReadIds(view.rect())) ASSERT_LE(id, 1u);
+  EXPECT_EQ(updates + pictures, 0);
+  for (int i = 1; i <= 2; ++i) {
+    view.grabFramebuffer();
+    EXPECT_EQ(updates, i);
+    EXPECT_EQ(pictures, 2 * i);
+  }
 }
 
 }  // namespace orv::tests

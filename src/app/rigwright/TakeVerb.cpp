@@ -55,12 +55,12 @@ void AskBeforeLosing(SceneJob& job, double start, const RowsToStep& only) {
 void AskBeforeTooMuch(SceneJob& job, const TakeOptions& options, double start,
                       const RowsToStep& only) {
   if (QString::fromStdString(options.output).endsWith(".gltf", Qt::CaseInsensitive)) return;
-  const Problem problem = FindTakeTooLong(job.GetCore(), SizeOf(job.GetPath()),
-                                          {start, start + *options.seconds}, only);
-  if (!problem) return;
-  if (job.GetCore().MessageBox("take", problem.why + ". Go on?", rws::kButtonsYesNo) !=
-      rws::kAnswerYes)
-    throw Failure("take", "nothing was recorded or written: " + problem.why,
+  const std::string why =
+      WhyTakeTooLong(job.GetCore(), SizeOf(job.GetPath()), {start, start + *options.seconds}, only)
+          .filled();
+  if (why.empty()) return;
+  if (job.GetCore().MessageBox("take", why + ". Go on?", rws::kButtonsYesNo) != rws::kAnswerYes)
+    throw Failure("take", "nothing was recorded or written: " + why,
                   "give fewer --seconds or an output that ends with .gltf, step other rigs by "
                   "--only, lower the frame rate, or say --yes");
 }

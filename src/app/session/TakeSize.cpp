@@ -8,6 +8,7 @@
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceReference.h"
+#include "core/services/Translation.h"
 
 namespace orv::app {
 
@@ -30,16 +31,14 @@ double SizeOf(const std::string& path) {
   return none ? 0.0 : static_cast<double>(size);
 }
 
-Problem FindTakeTooLong(rws::core::CoreImplementation& core, double held, const TimeSpan& span,
-                        const RowsToStep& only) {
+util::Sentence WhyTakeTooLong(rws::core::CoreImplementation& core, double held,
+                              const TimeSpan& span, const RowsToStep& only) {
   const double second = core.GetFrameRate() * FrameBytes(core, only);
   if (held + (span.to - span.from) * second <= kMostGlbBytes) return {};
   const double most = std::max(0.0, (kMostGlbBytes - held) / second);
-  return {"the take",
-          "after about " + std::to_string(std::lround(most)) +
-              " s of it the scene would pass the 4 GB that a .glb can hold",
-          "stop before that, save as .gltf, perform fewer rigs at once, or lower the frame rate",
-          {}};
+  return {rws::core::Translatable(
+              "after about %1 s of it the scene would pass the 4 GB that a .glb can hold"),
+          {std::to_string(std::lround(most))}};
 }
 
 }  // namespace orv::app

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "app/session/anyhost/Problem.h"
 #include "app/session/anyhost/RunRigs.h"
 #include "app/session/anyhost/TimeSpan.h"
+#include "util/Sentence.h"
 
 namespace orv::app {
 
@@ -17,10 +17,10 @@ inline constexpr double kBytesPerKeyedFrame = 200.0;
 
 /// Size of a file (bytes), 0 where there is none.
 double SizeOf(const std::string& path);
-/// A problem when a scene whose file now has `held` bytes does not fit into a .glb any more when
+/// Says why when a scene whose file now has `held` bytes does not fit into a .glb any more when
 /// the rigs that take part, or `only` these, have been performed over `span`, as far as that can be
 /// told.
-Problem FindTakeTooLong(rws::core::CoreImplementation& core, double held, const TimeSpan& span,
-                        const RowsToStep& only = {});
+util::Sentence WhyTakeTooLong(rws::core::CoreImplementation& core, double held,
+                              const TimeSpan& span, const RowsToStep& only = {});
 
 }  // namespace orv::app

@@ -1,14 +1,18 @@
 #include "app/studio/PreviewFolder.h"
 
+#include <QGuiApplication>
 #include <QImage>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
+#include <QPainter>
+#include <QPalette>
 #include <QString>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
@@ -16,6 +20,7 @@
 #include "app/studio/view/Renderer.h"
 #include "app/studio/view/SceneFrames.h"
 #include "app/studio/view/StagePicture.h"
+#include "app/studio/view/overlay/OverlayView.h"
 #include "gui/Texts.h"
 #include "util/AtomicFile.h"
 
@@ -139,6 +144,18 @@ class TimeKept {
   const double m_time;
 };
 
+void AddOverlay(view::OverlayView& over, int height, view::FramePacket& packet) {
+  packet.lines.clear();
+  over.Read();
+  over.Write(packet, height);
+}
+
+void PaintNames(view::OverlayView& over, const view::FramePacket& packet, QImage& image) {
+  if (image.isNull() || !over.HasTexts()) return;
+  QPainter painter(&image);
+  over.PaintNames(painter, packet, image.rect(), QGuiApplication::palette());
+}
+
 }  // namespace
 
 PreviewResult WritePreview(rws::adaptor::headless::HeadlessAdaptor& host,
@@ -164,17 +181,21 @@ PreviewResult WritePreview(rws::adaptor::headless::HeadlessAdaptor& host,
   view::SceneFrames frames(host);
   frames.Read();  // so that it knows the camera
   frames.LookThrough(options.camera, kWhole);
-  frames.SetSignsVisible(options.overlay);
+  frames.SetSignsVisible(options.signs);
   view::StagePicture picture(kWhole);
   picture.SetEye(options.eye);
-  picture.packet.grid.visible = options.overlay;
+  picture.packet.grid.visible = options.signs;
+  std::optional<view::OverlayView> over;
+  if (options.overlay) over.emplace(*options.overlay, frames);
   const TimeKept kept(host);
   const long count = static_cast<long>(options.last) - options.first + 1;
   for (int frame = options.first; frame <= options.last; ++frame) {
     host.SetCurrentTime(frame * host.GetFrameDuration());
     frames.Read();
     picture.Make(frames, static_cast<double>(options.width) / options.height);
-    const QImage image = canvas.Draw(picture.packet, options.isFixedQuality ? 0 : kPreviewSamples);
+    if (over) AddOverlay(*over, options.height, picture.packet);
+    QImage image = canvas.Draw(picture.packet, options.isFixedQuality ? 0 : kPreviewSamples);
+    if (over) PaintNames(*over, picture.packet, image);
     if (image.isNull() || !image.save(QString::fromStdString(made.PathOf(frame)), "PNG")) {
       result.problem = {folder,
                         Translate("a picture could not be written"),

@@ -145,7 +145,7 @@ void StageManipulator::AddTo(QMenu& menu) {
   for (std::size_t i = 0; i < 3; ++i)
     check(spaces[i], static_cast<std::size_t>(options.space) == i, choose(kKeptAxes, kSpaces[i]));
   if (const std::string reference = m_nodes.GetReferenceName(); !reference.empty())
-    check(Translate("Along the axes of %1", {gui::EscapeMnemonics(reference)}),
+    check(Translate("Along the a&xes of %1", {gui::EscapeMnemonics(reference)}),
           options.space == view::Space::kNode, choose(kKeptAxes, kSpaces[3]));
   add(Translate("Along the &chosen node's axes from here on"), [this] {
     m_nodes.TakeReference();
@@ -256,11 +256,15 @@ bool StageManipulator::WantsKey(const QKeyEvent& event) const {
 }
 
 bool StageManipulator::OnKey(QKeyEvent& event) {
+  const bool isPress = event.type() == QEvent::KeyPress;
   if (m_manipulator.IsDragging()) {
-    DragKey(event);
+    if (event.key() == Qt::Key_Control || event.key() == Qt::Key_Shift)
+      DragModifier(event, isPress);
+    else if (isPress)
+      DragKey(event);
     return true;
   }
-  if (!IsOurs(event)) return false;
+  if (!isPress || !IsOurs(event)) return false;
   if (TakeArrow(event)) return true;
   if (event.key() == Qt::Key_End) {
     Drop();
@@ -295,6 +299,17 @@ bool StageManipulator::TakeArrow(const QKeyEvent& event) {
   ShowStatus(m_manipulator.Nudge(right, up, nearer, event.modifiers() & Qt::ShiftModifier));
   if (!m_manipulator.IsDragging()) ShowStatus(m_nodes.TakeNote());
   return true;
+}
+
+/// What snaps, and how finely, is another thing at once, wherever the pointer is.
+void StageManipulator::DragModifier(const QKeyEvent& event, bool isPress) {
+  // The event's own modifiers may be those from before it.
+  const auto isDown = [&](Qt::Key key, Qt::KeyboardModifier modifier) {
+    return event.key() == key ? isPress : bool(event.modifiers() & modifier);
+  };
+  m_manipulator.SetKeys(isDown(Qt::Key_Control, Qt::ControlModifier),
+                        isDown(Qt::Key_Shift, Qt::ShiftModifier));
+  ShowNumbers();
 }
 
 void StageManipulator::DragKey(const QKeyEvent& event) {

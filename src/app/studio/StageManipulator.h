@@ -56,6 +56,7 @@ class StageManipulator : public view::StageInteractor {
   bool IsOurs(const QKeyEvent& event) const;
   void BeginAnywhere(view::Tool tool);
   void DragKey(const QKeyEvent& event);
+  void DragModifier(const QKeyEvent& event, bool isPress);
   bool TakeArrow(const QKeyEvent& event);
   void Drop();
   void Finish();

@@ -194,9 +194,11 @@ QWidget* StagePane::MakeContent(QWidget* parent) {
 }
 
 void StagePane::ConnectOverlay() {
-  m_view->linesWanted = [this](view::FramePacket& packet) {
+  m_view->begun = [this] {
     if (m_drawnFrom < 0.0) m_drawnFrom = Now();
     m_overlayView.Read();
+  };
+  m_view->linesWanted = [this](view::FramePacket& packet) {
     m_overlayView.Write(packet, m_view->GetPlace(m_view->NumberOf(packet)).height());
   };
   m_view->hasTexts = [this] { return m_overlayView.HasTexts(); };

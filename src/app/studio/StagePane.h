@@ -51,6 +51,9 @@ class StagePane : public gui::component::qt::ViewHandler,
   /// The active pane's own eye.
   view::OrbitEye GetEye() const { return m_view ? m_view->GetEye() : view::OrbitEye(); }
 
+  /// What is shown over the pictures, which others may show over theirs.
+  view::Overlay& UseOverlay() { return m_overlay; }
+
   /// Null while there is no picture; then the problem, if any, says why.
   view::StageView* GetView() const { return m_view; }
   const std::string& GetProblem() const { return m_problem; }

@@ -446,7 +446,8 @@ std::string Studio::ScriptPreview(const ScriptPreviewWish& wish) {
   }
   if (wish.width > 0) options.width = wish.width;
   if (wish.height > 0) options.height = wish.height;
-  options.overlay = wish.overlay;
+  options.signs = wish.signs;
+  if (wish.overlay) options.overlay = &m_stage->UseOverlay();
   const Working working(*this);
   return SentencesOf(WritePreview(m_document.GetAdaptor(), options, wish.folder).problem);
 }

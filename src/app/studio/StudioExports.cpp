@@ -158,7 +158,8 @@ void Studio::ExportPreview() {
   options.camera = choice.camera < 0 ? nullptr : nodes[static_cast<std::size_t>(choice.camera)];
   options.width = choice.width;
   options.height = choice.height;
-  options.overlay = choice.overlay;
+  options.signs = choice.signs;
+  if (choice.overlay) options.overlay = &m_stage->UseOverlay();
   PreviewResult result;
   {
     const Working working(*this);

@@ -118,7 +118,7 @@ void Studio::FollowSound() {
   m_soundScene = scene;
   util::Sentence unread;
   std::string problem;
-  const auto read = file.empty() ? nullptr : sound::Sound::Read(file, unread);
+  const auto read = file.empty() ? nullptr : sound::Sound::Open(file, unread);
   if (unread) {
     problem = Translate("The sound %1 is not heard: %2. Choose another, or put it back there.",
                         {file, Translate(unread.text)});
@@ -142,7 +142,7 @@ void Studio::ChooseSound() {
   const int shown = choice.frame;
   MediaWindow window(m_windows, MediaWindow::Kind::kSound, [](const std::string& file) {
     util::Sentence problem;
-    sound::Sound::Read(file, problem);
+    sound::Sound::Open(file, problem);
     return problem;
   });
   if (!window.Run(choice)) return;

@@ -40,12 +40,20 @@ struct RigMarks {
     double value = 0.0;  ///< m/s
   };
 
+  /// A place on a track.
+  struct Waypoint {
+    Vector point;
+    bool stops = false;  ///< what runs there stands still
+  };
+
   double time = 0.0;  ///< asked for: the frame of a running take, or the host's time (s)
   std::vector<Contact> contacts;
   std::vector<Ray> rays;
   std::vector<Target> targets;
   std::vector<Shot> shots;
   std::vector<Speed> speeds;
+  std::vector<Vector> track;  ///< along which something runs, point by point; one a rig
+  std::vector<Waypoint> waypoints;
 
   void Begin(double newTime) {
     time = newTime;
@@ -54,6 +62,8 @@ struct RigMarks {
     targets.clear();
     shots.clear();
     speeds.clear();
+    track.clear();
+    waypoints.clear();
   }
 };
 

@@ -7,7 +7,6 @@
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
 #include "gui/componentinterface/ComboBox.h"
-#include "gui/componentinterface/Dialog.h"
 
 namespace orv::rws::core::windows {
 
@@ -15,13 +14,14 @@ namespace {
 
 using gui::Translate;
 using gui::componentinterface::ComboBox;
-using gui::componentinterface::Dialog;
 using gui::componentinterface::Item;
 
 }  // namespace
 
 FitCarWindow::FitCarWindow(Windows& windows, SceneBrowser& browser, int rigRow)
-    : Window(windows, "FitCar", kFitCarLayout), m_browser(browser), m_rig(rigRow) {}
+    : ModalWindow(windows, "FitCar", kFitCarLayout, kFitAccept, kFitCancel, Size::kAsKept),
+      m_browser(browser),
+      m_rig(rigRow) {}
 
 int* FitCarWindow::PartOf(SceneBrowser::Car& car, int id) {
   if (id == kFitBody) return &car.body;
@@ -30,9 +30,7 @@ int* FitCarWindow::PartOf(SceneBrowser::Car& car, int id) {
 
 bool FitCarWindow::Run(SceneBrowser::Car& car) {
   m_car = car;
-  if (!Build()) return false;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog || dialog->RunModal() != Dialog::kAccepted) return false;
+  if (!Ask()) return false;
   car = m_car;
   return true;
 }
@@ -68,11 +66,7 @@ void FitCarWindow::ShowAccept() {
 }
 
 void FitCarWindow::OnComponent(gui::Component& source, util::Message& message) {
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (message.id == gui::kMsgClicked && source.GetId() == kFitAccept)
-    dialog->EndModal(Dialog::kAccepted);
-  if (message.id == gui::kMsgClicked && source.GetId() == kFitCancel)
-    dialog->EndModal(Dialog::kCancelled);
+  ModalWindow::OnComponent(source, message);
   int* part = PartOf(m_car, source.GetId());
   if (!part || message.id != gui::kMsgValueChanged) return;
   *part = message.param;

@@ -3,13 +3,13 @@
 
 #include <vector>
 
+#include "core/windows/ModalWindow.h"
 #include "core/windows/SceneBrowser.h"
-#include "core/windows/Window.h"
 
 namespace orv::rws::core::windows {
 
 /// Asks which nodes are body and wheels. Modal.
-class FitCarWindow : public Window {
+class FitCarWindow : public ModalWindow {
  public:
   FitCarWindow(Windows& windows, SceneBrowser& browser, int rigRow);
 

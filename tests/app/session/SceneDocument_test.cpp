@@ -16,10 +16,12 @@
 
 #include "app/session/DocumentScene.h"
 #include "app/session/PosesFile.h"
+#include "app/session/TakeSize.h"
 #include "app/session/anyhost/NodePoses.h"
 #include "app/session/anyhost/RunRigs.h"
 #include "app/session/document/RecentFiles.h"
 #include "core/services/DataRoot.h"
+#include "core/services/Translation.h"
 #include "support/QtApplication.h"
 #include "util/AtomicFile.h"
 
@@ -292,6 +294,48 @@ TEST_F(SceneDocument, AutosavesComeAndGo) {
   document->EndRun();
   EXPECT_EQ(Autosaves(), 0u);
   EXPECT_TRUE(troubles.empty());
+}
+
+TEST_F(SceneDocument, TellsOfATakeThatNoFileCanHold) {
+  ASSERT_TRUE(document->NewScene());
+  AddRigs(*document);
+  auto& host = document->GetAdaptor();
+  double second = 0.0;  // of a take (bytes)
+  for (auto* node : document->GetScene().GetNodes())
+    second += host.NodeFor(*node).GetOwner() ? 25.0 * app::kBytesPerKeyedFrame : 0.0;
+  const double most = 4294967295.0 / second;
+  const auto why = [&](double held, double seconds) {
+    return app::WhyTakeTooLong(document->GetCore(), held, {10.0, 10.0 + seconds}).filled();
+  };
+  const auto after = [](double seconds) {
+    return "after about " + std::to_string(std::lround(seconds)) + " s of it";
+  };
+  EXPECT_EQ(why(0.0, 0.999 * most), "");
+  EXPECT_EQ(why(0.0, 1.001 * most).rfind(after(most), 0), 0u) << why(0.0, 1.001 * most);
+  EXPECT_EQ(why(4294967295.0 - 100.0 * second, 99.0), "");
+  EXPECT_EQ(why(4294967295.0 - 100.0 * second, 101.0).rfind(after(100.0), 0), 0u);
+
+  ASSERT_TRUE(rws::core::LoadLanguage("de"));
+  const std::string german = "Der Take: nach etwa " + std::to_string(std::lround(most)) +
+                             " s davon wäre die Szene größer als die 4 GB, die eine .glb fasst";
+  const auto take = [&](double end, double from, double length) {
+    EditRange(end);
+    tick = 0;
+    host.SetCurrentTime(from);
+    EXPECT_EQ(document->GetCore().StartRecording(), 0);
+    Perform(length);
+    document->EndRun();
+    return std::exchange(troubles, {});
+  };
+  using Told = std::vector<std::string>;
+  EXPECT_EQ(take(0.9 * most, 0.0, 0.1), Told());
+  EXPECT_EQ(take(1.1 * most, 0.0, 0.1), Told{german});
+  EXPECT_EQ(take(1.1 * most, 0.0, 0.1), Told()) << "it is known";
+  EXPECT_EQ(take(1.2 * most, 0.0, 0.1), Told{german}) << "it has grown";
+  // One that draws the range out tells it when it does.
+  EXPECT_EQ(take(1.5 * most, 1.5 * most - 0.2, 0.1), Told());
+  EXPECT_EQ(take(1.5 * most, 1.5 * most - 0.2, 0.5), Told{german});
+  EXPECT_TRUE(rws::core::LoadLanguage("en"));
 }
 
 TEST_F(SceneDocument, ATakeIsTheSameWhereverItIsRunAgain) {

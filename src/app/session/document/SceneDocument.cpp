@@ -14,6 +14,7 @@
 #include "core/CoreImplementation.h"
 #include "core/CoreRequest.h"
 #include "core/services/Log.h"
+#include "core/services/Translation.h"
 #include "util/AtomicFile.h"
 
 namespace orv::app {
@@ -21,6 +22,8 @@ namespace orv::app {
 namespace fs = std::filesystem;
 using rws::core::NewsIn;
 using rws::core::RunState;
+using rws::core::Translatable;
+using rws::core::Translate;
 
 namespace {
 
@@ -84,6 +87,8 @@ void SceneDocument::ShowScene(const std::string& path) {
   m_journal.Close();
   m_folder.Remove();
   m_isAutosaved = m_hasJournal = false;
+  m_toldSize = {};
+  m_sizedUntil = 0.0;
   GetCore().GetMessages().Tell(rws::core::TimeChanged{GetAdaptor().GetCurrentTime()});
 }
 
@@ -293,12 +298,9 @@ void SceneDocument::LookAtAutosave() {
 
 void SceneDocument::PrepareTake() {
   m_journal.Close();
-  if (fs::path(m_path).extension() != ".gltf") {
-    double start = 0.0, end = 0.0;
-    GetAdaptor().GetTimeRange(start, end);
-    Tell(FindTakeTooLong(GetCore(), SizeOf(m_path), {GetAdaptor().GetCurrentTime(), end}),
-         m_toldSize);
-  }
+  double start = 0.0, end = 0.0;
+  GetAdaptor().GetTimeRange(start, end);
+  LookAtSize({GetAdaptor().GetCurrentTime(), end});
   if (GetCore().GetPreferences().autosaveMinutes <= 0) return;
   // A retry finds the scene as the take before did, unless somebody has removed it.
   AutosaveNote note;
@@ -314,6 +316,21 @@ void SceneDocument::PrepareTake() {
   Tell(m_journal.Begin(m_folder.PathOf(AutosaveFolder::kJournal), head), m_toldJournal);
   m_hasJournal = true;
   m_journalTime = seconds();
+}
+
+/// Of a longer range it is told again.
+void SceneDocument::LookAtSize(const TimeSpan& take) {
+  if (fs::path(m_path).extension() == ".gltf") return;
+  if (take.to > m_sizedUntil) m_toldSize = {};
+  m_sizedUntil = take.to;
+  Problem problem;
+  if (const util::Sentence why = WhyTakeTooLong(GetCore(), SizeOf(m_path), take))
+    problem = {Translate("The take"),
+               Translate(why.text, why.values),
+               Translatable("stop before that, save as .gltf, perform fewer rigs at once, or lower "
+                            "the frame rate"),
+               {}};
+  Tell(problem, m_toldSize);
 }
 
 void SceneDocument::DropJournal() {
@@ -334,7 +351,11 @@ void SceneDocument::onMessage(util::Message& message, bool) {
 }
 
 void SceneDocument::FollowTake() {
-  if (!m_journal.IsOpen() || GetCore().GetRunState() != RunState::kRecording) return;
+  if (GetCore().GetRunState() != RunState::kRecording) return;
+  // A take that comes to the range's end may draw it out.
+  if (GetCore().GetEndTime() > m_sizedUntil)
+    LookAtSize({GetCore().GetStartTime(), GetCore().GetEndTime()});
+  if (!m_journal.IsOpen()) return;
   const double now = seconds();
   if (now - m_journalTime < kJournalPeriod) return;
   m_journalTime = now;

@@ -12,6 +12,7 @@
 #include "app/session/SceneSession.h"
 #include "app/session/anyhost/Monitor.h"
 #include "app/session/anyhost/Problem.h"
+#include "app/session/anyhost/TimeSpan.h"
 #include "app/session/document/AutosaveFolder.h"
 #include "app/session/document/FileStamp.h"
 #include "app/session/document/Recovery.h"
@@ -157,6 +158,7 @@ class SceneDocument : private util::MessageNode, private rws::adaptor::headless:
   Problem WriteAutosave();
   void PrepareTake();
   void FollowTake();
+  void LookAtSize(const TimeSpan& take);
   void DropJournal();
   void Tell(const Problem& problem, Problem& told);
   void TellChange();
@@ -176,6 +178,7 @@ class SceneDocument : private util::MessageNode, private rws::adaptor::headless:
   bool m_hasJournal = false;   ///< one of the take that was recorded on m_autosaved
   double m_journalTime = 0.0;  ///< of its last record, by `seconds`
   Problem m_toldAutosave, m_toldJournal, m_toldRecent, m_toldSize;
+  double m_sizedUntil = 0.0;  ///< end of the longest take that was looked at (s)
   std::unique_ptr<QTimer> m_timer;
   std::function<void()> m_changed;
   std::function<void(const Problem&)> m_trouble;

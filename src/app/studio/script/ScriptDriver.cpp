@@ -23,6 +23,7 @@
 #include "app/studio/script/ScriptLine.h"
 #include "app/studio/script/ScriptTarget.h"
 #include "app/studio/script/WidgetDump.h"
+#include "app/studio/script/WindowShot.h"
 #include "core/CoreImplementation.h"
 #include "core/services/DataRoot.h"
 #include "gui/Texts.h"
@@ -124,10 +125,13 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"save", [&] { AnswerOr(m_host.ScriptSave(line.Word())); }},
       {"click", [&] { Pointer(line); }},
       {"wheel", [&] { Pointer(line); }},
+      {"hover", [&] { Pointer(line); }},
       {"drag", [&] { Drag(line); }},
       {"drop", [&] { Drop(line); }},
       {"type", [&] { Type(line); }},
       {"key", [&] { Type(line); }},
+      {"press", [&] { Type(line); }},
+      {"release", [&] { Type(line); }},
       {"record", [&] { Record(); }},
       {"stop", [&] { Act([&core] { core.StopRecording(); }); }},
       {"device", [&] { Device(line); }},
@@ -208,6 +212,10 @@ void ScriptDriver::Pointer(const ScriptLine& line) {
       if (widget) SendWheel(*widget, point, steps, modifiers);
     });
   }
+  if (line.verb == "hover")
+    return Act([=] {
+      if (widget) SendHover(*widget, point, modifiers);
+    });
   const std::string what = line.Word();
   const Qt::MouseButton button = what == "right"    ? Qt::RightButton
                                  : what == "middle" ? Qt::MiddleButton
@@ -260,6 +268,11 @@ void ScriptDriver::Drop(const ScriptLine& line) {
 void ScriptDriver::Type(const ScriptLine& line) {
   const QString text = QString::fromStdString(line.Word());
   if (line.verb == "type") return Act([text] { SendText(text); });
+  if (line.verb != "key") {
+    const bool isDown = line.verb == "press";
+    return SendModifier(text, isDown) ? Answer(Json::object())
+                                      : Fail("Ctrl, Shift or Alt is wanted");
+  }
   if (QKeySequence::fromString(text, QKeySequence::PortableText).isEmpty())
     return Fail("\"" + line.Word() + "\" is no key");
   Act([text] { SendKeys(text); });
@@ -336,7 +349,7 @@ void ScriptDriver::Shot(const ScriptLine& line) {
   QWidget* window = WindowNamed(line.Value("win"));
   if (!window) return Fail("there is no such window");
   if (line.Word().empty()) return Fail("the file's name is missing");
-  if (!window->grab().save(QString::fromStdString(line.Word()), "PNG"))
+  if (!GrabWithPopups(*window).save(QString::fromStdString(line.Word()), "PNG"))
     return Fail(line.Word() + ": the picture can't be written");
   Answer({{"file", line.Word()}});
 }
@@ -345,6 +358,7 @@ void ScriptDriver::Preview(const ScriptLine& line) {
   ScriptPreviewWish wish;
   wish.folder = line.Word();
   wish.camera = line.Value("camera");
+  wish.signs = line.Value("grid") == "yes";
   wish.overlay = line.Value("overlay") == "yes";
   if (wish.folder.empty()) return Fail("the folder's name is missing");
   if (line.Has("size")) {

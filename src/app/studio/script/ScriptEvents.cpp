@@ -85,6 +85,10 @@ void SendClick(QWidget& widget, const QPoint& point, Qt::MouseButton button,
   }
 }
 
+void SendHover(QWidget& widget, const QPoint& point, Qt::KeyboardModifiers modifiers) {
+  SendMouse(widget, point, Qt::NoButton, Qt::NoButton, QEvent::MouseMove, modifiers, 10);
+}
+
 void SendDrag(QWidget& widget, const QPoint& from, const QPoint& to, int steps,
               Qt::KeyboardModifiers modifiers) {
   const QPointer<QWidget> alive(&widget);
@@ -146,6 +150,19 @@ bool SendKeys(const QString& keys) {
     if (key == Qt::Key_Return || key == Qt::Key_Enter) text = "\r";
     SendKey(key, modifiers, text);
   }
+  return true;
+}
+
+bool SendModifier(const QString& name, bool isDown) {
+  const Qt::KeyboardModifiers modifier = ModifiersOf(name);
+  const int key = modifier == Qt::ControlModifier ? Qt::Key_Control
+                  : modifier == Qt::ShiftModifier ? Qt::Key_Shift
+                                                  : Qt::Key_Alt;
+  QWindow* window = KeyWindow();
+  if (modifier == Qt::NoModifier || !window) return false;
+  // An event's modifiers are those of before it.
+  qt_handleKeyEvent(window, isDown ? QEvent::KeyPress : QEvent::KeyRelease, key,
+                    isDown ? Qt::NoModifier : modifier, {}, false, 1);
   return true;
 }
 

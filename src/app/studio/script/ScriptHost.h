@@ -17,7 +17,7 @@ struct ScriptPreviewWish {
   std::string folder;
   std::string camera;         ///< name of a node
   int width = 0, height = 0;  ///< 0: as it is by default
-  bool overlay = false;
+  bool signs = false, overlay = false;
 };
 
 class ScriptHost {

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QLabel>
+#include <QMenu>
 #include <QMetaEnum>
 #include <QWidget>
 #include <nlohmann/json.hpp>
@@ -22,6 +23,18 @@ bool IsClipped(const QWidget& widget) {
   if (!label && !qobject_cast<const QAbstractButton*>(&widget)) return false;
   const QSize hint = widget.minimumSizeHint();
   return hint.width() > widget.width() || hint.height() > widget.height();
+}
+
+json DescribeEntries(const QMenu& menu) {
+  json entries = json::array();
+  for (const QAction* action : menu.actions()) {
+    if (action->isSeparator() || !action->isVisible()) continue;
+    entries.push_back({{"text", action->text().toStdString()},
+                       {"enabled", action->isEnabled()},
+                       {"checked", action->isChecked()}});
+    if (action->menu()) entries.back()["entries"] = DescribeEntries(*action->menu());
+  }
+  return entries;
 }
 
 json Describe(QWidget& widget) {
@@ -46,6 +59,8 @@ json Describe(QWidget& widget) {
   }
   if (const auto* label = qobject_cast<const QLabel*>(&widget))
     entry["value"] = label->text().toStdString();
+  if (const auto* menu = qobject_cast<const QMenu*>(&widget))
+    entry["entries"] = DescribeEntries(*menu);
   return entry;
 }
 
@@ -57,7 +72,9 @@ json DumpWidgets(QWidget& window) {
   all.prepend(&window);
   for (QWidget* widget : all) {
     if (!widget->isVisible()) continue;
-    if (widget->objectName().isEmpty() && AccessibleNameOf(*widget).empty() &&
+    const bool isMenu = qobject_cast<QMenu*>(widget);
+    if (isMenu && widget != &window) continue;  // a window of its own
+    if (!isMenu && widget->objectName().isEmpty() && AccessibleNameOf(*widget).empty() &&
         widget->focusPolicy() == Qt::NoFocus)
       continue;
     entries.push_back(Describe(*widget));

@@ -11,69 +11,107 @@ namespace orv::app::sound {
 
 namespace {
 
-constexpr long kBlock = 256;  ///< samples of a channel a peak stands for
-/// Half a gigabyte: 46 minutes of two channels at 48 kHz.
-constexpr sf_count_t kMostSamples = sf_count_t{1} << 28;
-
-struct CloseFile {
-  void operator()(SNDFILE* file) const { sf_close(file); }
-};
+constexpr long kBlock = 256;         ///< samples of a channel a peak stands for
+constexpr long kLook = 32 * kBlock;  ///< samples of a channel that are looked at at once
 
 }  // namespace
 
-Sound::Sound(int rate, int channels, std::vector<std::int16_t> samples)
-    : m_rate(rate),
-      m_channels(channels),
-      m_samples(std::move(samples)),
-      m_length(static_cast<long>(m_samples.size()) / channels) {
-  m_peaks.resize(static_cast<std::size_t>((m_length + kBlock - 1) / kBlock));
-  for (std::size_t i = 0; i < m_samples.size(); ++i) {
-    Peak& peak = m_peaks[i / static_cast<std::size_t>(kBlock * channels)];
-    const float value = static_cast<float>(m_samples[i]) / 32768.0f;
-    peak.low = std::min(peak.low, value);
-    peak.high = std::max(peak.high, value);
+/// One reader of the file, which goes on where it is.
+class Sound::File {
+ public:
+  static std::unique_ptr<File> Open(const std::string& path) {
+    auto file = std::make_unique<File>();
+    file->m_file = sf_open(path.c_str(), SFM_READ, &file->m_info);
+    return file->m_file ? std::move(file) : nullptr;
   }
-}
+  File() = default;
+  ~File() {
+    if (m_file) sf_close(m_file);
+  }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
 
-std::shared_ptr<const Sound> Sound::Read(const std::string& path, util::Sentence& problem) {
+  const SF_INFO& GetInfo() const { return m_info; }
+  int GetChannels() const { return m_info.channels <= 2 ? m_info.channels : 1; }
+
+  /// How many samples of a channel there were.
+  long Read(long first, long count, std::int16_t* to) {
+    if (m_place != first) m_place = sf_seek(m_file, first, SEEK_SET);
+    if (m_place < 0) return 0;
+    const bool isMixed = GetChannels() != m_info.channels;
+    if (isMixed) m_mixed.resize(static_cast<std::size_t>(count * m_info.channels));
+    const sf_count_t read = sf_readf_short(m_file, isMixed ? m_mixed.data() : to, count);
+    m_place += read;
+    for (sf_count_t i = 0; isMixed && i < read; ++i) {
+      long sum = 0;
+      for (int c = 0; c < m_info.channels; ++c)
+        sum += m_mixed[static_cast<std::size_t>(i * m_info.channels + c)];
+      to[i] = static_cast<std::int16_t>(sum / m_info.channels);
+    }
+    return static_cast<long>(read);
+  }
+
+ private:
+  SNDFILE* m_file = nullptr;
+  SF_INFO m_info{};
+  sf_count_t m_place = 0;             ///< of the next sample of a channel; below 0 for unknown
+  std::vector<std::int16_t> m_mixed;  ///< of all channels, for reuse
+};
+
+Sound::Sound(std::string path, std::unique_ptr<File> file)
+    : m_path(std::move(path)),
+      m_file(std::move(file)),
+      m_rate(m_file->GetInfo().samplerate),
+      m_channels(m_file->GetChannels()),
+      m_length(static_cast<long>(m_file->GetInfo().frames)) {}
+
+Sound::~Sound() = default;
+
+std::shared_ptr<Sound> Sound::Open(const std::string& path, util::Sentence& problem) {
   std::error_code none;
   if (!std::filesystem::is_regular_file(path, none)) {
     problem = "there is no such file";
     return nullptr;
   }
-  SF_INFO info{};
-  const std::unique_ptr<SNDFILE, CloseFile> file(sf_open(path.c_str(), SFM_READ, &info));
-  if (!file || info.channels < 1 || info.samplerate < 1) {
-    problem = file ? util::Sentence("it holds no sound") : util::Sentence(sf_strerror(nullptr));
+  std::unique_ptr<File> file = File::Open(path);
+  if (!file) {
+    problem = util::Sentence(sf_strerror(nullptr));
     return nullptr;
   }
-  const int kept = info.channels <= 2 ? info.channels : 1;
-  std::vector<std::int16_t> samples;
-  constexpr sf_count_t kPart = 65536;
-  std::vector<std::int16_t> part(static_cast<std::size_t>(kPart * info.channels));
-  for (;;) {
-    const sf_count_t count = sf_readf_short(file.get(), part.data(), kPart);
-    if (count <= 0) break;
-    if (static_cast<sf_count_t>(samples.size()) + count * kept > kMostSamples) {
-      problem = "it is too long";
-      return nullptr;
-    }
-    if (kept == info.channels) {
-      samples.insert(samples.end(), part.begin(), part.begin() + count * kept);
-      continue;
-    }
-    for (sf_count_t i = 0; i < count; ++i) {
-      long sum = 0;
-      for (int c = 0; c < info.channels; ++c)
-        sum += part[static_cast<std::size_t>(i * info.channels + c)];
-      samples.push_back(static_cast<std::int16_t>(sum / info.channels));
-    }
-  }
-  if (samples.empty()) {
+  // A file may promise more than it has.
+  std::int16_t sample[2];
+  const SF_INFO& info = file->GetInfo();
+  if (info.channels < 1 || info.samplerate < 1 || info.frames < 1 ||
+      file->Read(0, 1, sample) != 1) {
     problem = "it holds no sound";
     return nullptr;
   }
-  return std::make_shared<const Sound>(info.samplerate, kept, std::move(samples));
+  return std::shared_ptr<Sound>(new Sound(path, std::move(file)));
+}
+
+void Sound::Read(long first, long count, std::int16_t* to) {
+  std::fill_n(to, count * m_channels, std::int16_t{0});
+  const long from = std::max(first, 0L), end = std::min(first + count, m_length);
+  if (from < end) m_file->Read(from, end - from, to + (from - first) * m_channels);
+}
+
+// --- peaks ---
+
+bool Sound::Look() {
+  if (m_isSeen) return false;
+  if (!m_looked) m_looked = File::Open(m_path);
+  m_part.resize(static_cast<std::size_t>(kLook * m_channels));
+  const long first = static_cast<long>(m_peaks.size()) * kBlock;
+  const long count = m_looked ? m_looked->Read(first, kLook, m_part.data()) : 0;
+  for (long i = 0; i < count * m_channels; ++i) {
+    if (i % (kBlock * m_channels) == 0) m_peaks.emplace_back();
+    const float value = static_cast<float>(m_part[static_cast<std::size_t>(i)]) / 32768.0f;
+    m_peaks.back().low = std::min(m_peaks.back().low, value);
+    m_peaks.back().high = std::max(m_peaks.back().high, value);
+  }
+  m_isSeen = count < kLook;
+  if (m_isSeen) m_looked.reset();
+  return !m_isSeen;
 }
 
 Sound::Peak Sound::FindPeak(double from, double to) const {
@@ -81,7 +119,7 @@ Sound::Peak Sound::FindPeak(double from, double to) const {
   const double last = static_cast<double>(m_peaks.size()) - 1.0;
   const double first = std::floor(from * blocks), end = std::floor(to * blocks);
   Peak peak;
-  if (end < 0.0 || first > last) return peak;
+  if (m_peaks.empty() || end < 0.0 || first > last) return peak;
   const auto stop = static_cast<std::size_t>(std::min(end, last));
   for (auto i = static_cast<std::size_t>(std::max(first, 0.0)); i <= stop; ++i) {
     peak.low = std::min(peak.low, m_peaks[i].low);

@@ -3,7 +3,6 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <utility>
@@ -14,6 +13,10 @@ namespace {
 
 /// Handed over at once (s): well below what may be off.
 constexpr double kBuffer = 0.0125;
+/// Decoded ahead of what is heard (s): the main thread may be away for so long.
+constexpr double kAhead = 4.0;
+/// Of it with one call (s), which takes a few milliseconds, and less is left for the next.
+constexpr double kMostAtOnce = 1.0, kLeastAtOnce = 0.05;
 
 /// Samples of a channel, as SDL wants them.
 Uint16 PowerOfTwo(double most) {
@@ -24,36 +27,74 @@ Uint16 PowerOfTwo(double most) {
 
 }  // namespace
 
-struct SoundOutput::Reading {
-  const Sound* sound = nullptr;
-  std::atomic<std::int64_t> place{0};  ///< sample of a channel that is played next
+/// The samples from `begin` to `end`, each at its number's place in the ring.
+struct SoundOutput::Supply {
+  std::int64_t channels = 1;
+  std::int64_t room = 0;  ///< samples of a channel
+  std::vector<std::int16_t> ring;
+  std::int64_t begin = 0, end = 0;
+  std::int64_t place = 0;  ///< sample of a channel that is played next
 
-  /// Called by SDL's thread.
+  void Begin(int newChannels, int rate, std::int64_t from) {
+    channels = newChannels;
+    room = static_cast<std::int64_t>(kAhead * rate);
+    ring.resize(static_cast<std::size_t>(room * channels));
+    begin = end = place = from;
+  }
+  /// `Copy(part of the ring, number of its first sample, how many samples)`.
+  template <class Copy>
+  void ForParts(std::int64_t from, std::int64_t to, Copy copy) {
+    while (from < to) {
+      const std::int64_t at = (from % room + room) % room;
+      const std::int64_t count = std::min(to - from, room - at);
+      copy(ring.data() + at * channels, from, count);
+      from += count;
+    }
+  }
+  void Add(std::int64_t from, const std::vector<std::int16_t>& samples) {
+    if (from != end) begin = from;
+    end = from + static_cast<std::int64_t>(samples.size()) / channels;
+    ForParts(from, end, [&](std::int16_t* part, std::int64_t first, std::int64_t count) {
+      std::copy_n(samples.data() + (first - from) * channels, count * channels, part);
+    });
+    begin = std::max(begin, end - room);
+  }
+
+  /// Called by SDL's thread, which holds the device's lock.
   static void Fill(void* self, Uint8* to, int bytes) {
-    auto& reading = *static_cast<Reading*>(self);
-    const Sound& sound = *reading.sound;
-    const auto channels = static_cast<std::size_t>(sound.GetChannels());
-    const std::size_t frame = channels * sizeof(std::int16_t);
-    const std::int64_t wanted = bytes / static_cast<int>(frame);
-    const std::int64_t from = reading.place.fetch_add(wanted);
+    auto& supply = *static_cast<Supply*>(self);
+    const std::int64_t size = supply.channels * std::int64_t{sizeof(std::int16_t)};
+    const std::int64_t place = supply.place;
+    supply.place += bytes / size;
     std::memset(to, 0, static_cast<std::size_t>(bytes));
-    const std::int64_t first = std::max<std::int64_t>(from, 0);
-    const std::int64_t end = std::min<std::int64_t>(from + wanted, sound.GetLength());
-    if (end <= first) return;
-    std::memcpy(to + static_cast<std::size_t>(first - from) * frame,
-                sound.GetSamples().data() + static_cast<std::size_t>(first) * channels,
-                static_cast<std::size_t>(end - first) * frame);
+    supply.ForParts(std::max(place, supply.begin), std::min(supply.place, supply.end),
+                    [&](std::int16_t* part, std::int64_t first, std::int64_t count) {
+                      std::memcpy(to + (first - place) * size, part,
+                                  static_cast<std::size_t>(count * size));
+                    });
   }
 };
 
-SoundOutput::SoundOutput() : m_reading(std::make_unique<Reading>()) {}
+/// While it lives the thread that plays waits.
+class DeviceLock {
+ public:
+  explicit DeviceLock(SDL_AudioDeviceID device) : m_device(device) { SDL_LockAudioDevice(device); }
+  ~DeviceLock() { SDL_UnlockAudioDevice(m_device); }
+  DeviceLock(const DeviceLock&) = delete;
+  DeviceLock& operator=(const DeviceLock&) = delete;
+
+ private:
+  SDL_AudioDeviceID m_device;
+};
+
+SoundOutput::SoundOutput() : m_supply(std::make_unique<Supply>()) {}
 
 SoundOutput::~SoundOutput() {
   Stop();
   if (m_isSystemOpen) SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
 
-void SoundOutput::SetSound(std::shared_ptr<const Sound> sound) {
+void SoundOutput::SetSound(std::shared_ptr<Sound> sound) {
   Stop();
   m_sound = std::move(sound);
 }
@@ -65,9 +106,8 @@ bool SoundOutput::Open(std::string& problem) {
   wanted.format = AUDIO_S16SYS;
   wanted.channels = static_cast<Uint8>(m_sound->GetChannels());
   wanted.samples = PowerOfTwo(kBuffer * m_sound->GetRate());
-  wanted.callback = &Reading::Fill;
-  wanted.userdata = m_reading.get();
-  m_reading->sound = m_sound.get();
+  wanted.callback = &Supply::Fill;
+  wanted.userdata = m_supply.get();
   // What the machine can't do SDL converts.
   if (m_isSystemOpen) m_device = SDL_OpenAudioDevice(nullptr, 0, &wanted, &got, 0);
   if (m_device == 0) problem = SDL_GetError();
@@ -78,16 +118,38 @@ bool SoundOutput::Follow(double time, std::string& problem) {
   if (!m_sound || m_hasFailed) return true;
   const auto place = static_cast<std::int64_t>(std::llround(time * m_sound->GetRate()));
   if (m_device == 0) {
-    m_reading->place = place;
+    m_supply->Begin(m_sound->GetChannels(), m_sound->GetRate(), place);
+    DecodeAhead();
     m_hasFailed = !Open(problem);
     if (m_hasFailed) return false;
     SDL_PauseAudioDevice(m_device, 0);
     return true;
   }
-  const std::int64_t off = m_reading->place - place;
-  if (std::abs(static_cast<double>(off)) > kTolerance * m_sound->GetRate())
-    m_reading->place = place;
+  {
+    const DeviceLock lock(m_device);
+    const auto off = static_cast<double>(m_supply->place - place);
+    if (std::abs(off) > kTolerance * m_sound->GetRate()) m_supply->place = place;
+  }
+  DecodeAhead();
   return true;
+}
+
+/// Some of what is about to be played.
+void SoundOutput::DecodeAhead() {
+  const double rate = m_sound->GetRate();
+  std::int64_t from = 0, to = 0;
+  {
+    const DeviceLock lock(m_device);
+    const std::int64_t place = m_supply->place;
+    const bool goesOn = place >= m_supply->begin && place <= m_supply->end;
+    from = goesOn ? m_supply->end : place;
+    to = std::min(place + m_supply->room, from + static_cast<std::int64_t>(kMostAtOnce * rate));
+  }
+  if (static_cast<double>(to - from) < kLeastAtOnce * rate) return;
+  m_block.resize(static_cast<std::size_t>((to - from) * m_sound->GetChannels()));
+  m_sound->Read(static_cast<long>(from), static_cast<long>(to - from), m_block.data());
+  const DeviceLock lock(m_device);
+  m_supply->Add(from, m_block);
 }
 
 void SoundOutput::Stop() {

@@ -94,7 +94,7 @@ void Player::Tick() {
 
 // --- sound ---
 
-void Player::SetSound(std::shared_ptr<const sound::Sound> sound, double start) {
+void Player::SetSound(std::shared_ptr<sound::Sound> sound, double start) {
   m_hasSound = sound != nullptr;
   m_soundStart = start;
   m_output.SetSound(std::move(sound));

@@ -44,7 +44,7 @@ class Player : private rws::adaptor::headless::HostObserver, private util::Messa
   bool IsEveryFrame() const { return m_everyFrame; }
 
   /// Null for none; `start` is when it begins (s).
-  void SetSound(std::shared_ptr<const sound::Sound> sound, double start);
+  void SetSound(std::shared_ptr<sound::Sound> sound, double start);
   void SetSoundStart(double start);
   bool IsHeard() const { return m_output.IsPlaying(); }
 

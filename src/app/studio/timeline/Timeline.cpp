@@ -1,5 +1,6 @@
 #include "app/studio/timeline/Timeline.h"
 
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMouseEvent>
@@ -32,6 +33,9 @@ namespace {
 constexpr int kMostLanes = 3;
 constexpr int kRunPause = 60;  ///< ms from picture to picture in a run
 constexpr double kWheelFactor = 1.25;
+constexpr int kLookTime = 4;    ///< ms of work on a sound between two looks at the events
+constexpr int kLookPause = 80;  ///< ms from picture to picture of a sound that comes to be seen
+
 }  // namespace
 
 Timeline::Timeline(rws::core::CoreImplementation& core,
@@ -44,6 +48,20 @@ Timeline::Timeline(rws::core::CoreImplementation& core,
   QObject::connect(&m_later, &QTimer::timeout, [this] {
     if (m_widget) m_widget->update();
   });
+  QObject::connect(&m_look, &QTimer::timeout, [this] { LookAtSound(); });
+}
+
+/// In moments that nobody needs; a take needs all of them.
+void Timeline::LookAtSound() {
+  const bool isIdle = m_core.GetRunState() == RunState::kIdle;
+  m_look.setInterval(isIdle ? 0 : 200);
+  if (!isIdle) return;
+  QElapsedTimer clock;
+  clock.start();
+  bool isMore = true;
+  while (isMore && clock.elapsed() < kLookTime) isMore = m_sound && m_sound->Look();
+  if (!isMore) m_look.stop();
+  if (!m_later.isActive()) m_later.start(kLookPause);
 }
 
 Timeline::~Timeline() {
@@ -137,9 +155,10 @@ void Timeline::ReadTakes() {
   m_lanes = std::max(1, timeline::StackBars(m_takes, kMostLanes));
 }
 
-void Timeline::SetSound(std::shared_ptr<const sound::Sound> sound, const std::string& problem) {
+void Timeline::SetSound(std::shared_ptr<sound::Sound> sound, const std::string& problem) {
   m_sound = std::move(sound);
   m_soundProblem = problem;
+  m_look.start(0);
   NoteChange();
   if (m_widget) m_widget->updateGeometry();
 }

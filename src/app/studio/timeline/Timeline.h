@@ -42,7 +42,7 @@ class Timeline : public gui::component::qt::ViewHandler,
   ~Timeline() override;
 
   /// What the scene refers to; null, with `problem`, where that could not be read.
-  void SetSound(std::shared_ptr<const sound::Sound> sound, const std::string& problem);
+  void SetSound(std::shared_ptr<sound::Sound> sound, const std::string& problem);
   /// Says why something can't be done.
   std::function<void(const std::string&)> told;
 
@@ -88,6 +88,7 @@ class Timeline : public gui::component::qt::ViewHandler,
   void ReadTakes();
   /// Range and sound, unless they are dragged.
   void ReadRange();
+  void LookAtSound();
   void PlaceRows();
   /// Why time can't be set now; empty when it can.
   std::string WhyLocked() const;
@@ -120,7 +121,7 @@ class Timeline : public gui::component::qt::ViewHandler,
   std::vector<double> m_keys;
   std::vector<timeline::Bar> m_takes;
   int m_lanes = 1;
-  std::shared_ptr<const sound::Sound> m_sound;
+  std::shared_ptr<sound::Sound> m_sound;
   std::string m_soundProblem;
   Drag m_drag = Drag::kNone;
   QPoint m_pressed;
@@ -130,6 +131,7 @@ class Timeline : public gui::component::qt::ViewHandler,
   double m_shown = 0.0;               ///< the time whose cursor is painted (s)
   bool m_fitsNext = true;
   QTimer m_later;
+  QTimer m_look;  ///< at the sound, as long as some of it has not been seen
 };
 
 }  // namespace orv::app

@@ -183,15 +183,16 @@ std::shared_ptr<const Model> SceneFrames::FindModel(const SceneNode& node, const
 Model SceneFrames::MakeModel(const SceneNode& node) {
   int mesh = 0;
   if (const auto document = node.GetFileMesh(mesh)) return m_files.Read(document, mesh);
+  if (node.HasMesh()) return MakeModel(MakeMeshData(*node.GetMesh()));
+  const rws::adaptor::Curve* curve = node.GetCurve();
+  return MakeModel(curve ? MakeLineData(curve->points, curve->closed) : MakeCameraSign());
+}
+
+Model SceneFrames::MakeModel(MeshData mesh) {
   Model model;
   Model::Part part;
   part.material.doubleSided = true;  // as rigs make them, both sides mean something
-  if (node.HasMesh())
-    part.mesh = m_pool.Share(MakeMeshData(*node.GetMesh()));
-  else if (const rws::adaptor::Curve* curve = node.GetCurve())
-    part.mesh = m_pool.Share(MakeLineData(curve->points, curve->closed));
-  else
-    part.mesh = m_pool.Share(MakeCameraSign());
+  part.mesh = m_pool.Share(std::move(mesh));
   model.box = part.mesh->box;
   if (!part.mesh->indices.empty()) model.parts.push_back(std::move(part));
   return model;
@@ -417,10 +418,12 @@ const SceneFrames::SceneNode* SceneFrames::FindNode(std::uint32_t id) const {
   return m_isTreeOld || id == 0 || id > m_shown.size() ? nullptr : m_shown[id - 1].node;
 }
 
-std::shared_ptr<const Model> SceneFrames::GetModel(const SceneNode& node) const {
-  for (const Shown& shown : m_shown)
-    if (shown.node == &node) return shown.model;
-  return nullptr;
+std::shared_ptr<const Model> SceneFrames::GetModel(const MeshLook& look) {
+  const void* owner = look.file ? static_cast<const void*>(look.file.get()) : look.mesh.get();
+  const auto held = m_models.find({owner, look.number});
+  if (held != m_models.end() && held->second.model) return held->second.model;
+  return ShareModel(look.file ? m_files.Read(look.file, look.number)
+                              : MakeModel(MakeMeshData(*look.mesh)));
 }
 
 /// Null for a node that has gone since the latest Read.

@@ -15,6 +15,7 @@
 #include "app/studio/view/BackdropPictures.h"
 #include "app/studio/view/FileMeshes.h"
 #include "app/studio/view/FrameSource.h"
+#include "app/studio/view/MeshLook.h"
 
 namespace orv::util {
 class CMesh;
@@ -58,8 +59,8 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   void SetPreview(Preview preview) { m_preview = std::move(preview); }
   /// The node that an id of the latest packet stands for; null for 0, and when it has gone since.
   const SceneNode* FindNode(std::uint32_t id) const;
-  /// What a node shows in the latest packet; null for nothing.
-  std::shared_ptr<const Model> GetModel(const SceneNode& node) const;
+  /// What shows this, or would.
+  std::shared_ptr<const Model> GetModel(const MeshLook& look);
   /// The camera to look through; null for none. A node that goes is forgotten.
   void LookThrough(const SceneNode* node, std::size_t picture = 0);
   const SceneNode* GetLookThrough(std::size_t picture = 0) const {
@@ -116,6 +117,7 @@ class SceneFrames : public FrameSource, private rws::adaptor::headless::HostObse
   util::Matrix<double> ReadPose(const Shown& shown, double time) const;
   std::shared_ptr<const Model> FindModel(const SceneNode& node, const ModelKey& key);
   Model MakeModel(const SceneNode& node);
+  Model MakeModel(MeshData mesh);
   std::shared_ptr<const Model> ShareModel(Model model);
   bool IsPose(const Shown& shown) const;
   const Shown* Find(const SceneNode* node) const;

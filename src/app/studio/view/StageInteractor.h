@@ -20,6 +20,7 @@ class StageInteractor {
   virtual bool OnMove(QMouseEvent& event) = 0;
   virtual bool OnRelease(QMouseEvent& event) = 0;
   virtual bool OnWheel(QWheelEvent& event) = 0;
+  /// Pressed or, by the event's type, released.
   virtual bool OnKey(QKeyEvent& event) = 0;
   /// Whether a key comes as one, and not as a shortcut of some menu.
   virtual bool WantsKey(const QKeyEvent& event) const = 0;

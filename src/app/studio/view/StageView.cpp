@@ -137,6 +137,7 @@ void StageView::LookForPicture() {
 void StageView::Draw() {
   m_sincePaint.start();
   m_source.Read();
+  if (begun) begun();
   const PictureQuality quality = ChooseQuality();
   m_counts = {};
   // As wide as its camera tells.
@@ -147,6 +148,7 @@ void StageView::Draw() {
   for (std::size_t picture = 0; picture < kPictures; ++picture) {
     if (!IsShown(picture)) continue;
     MakePacket(picture);
+    AddLines(picture);
     m_renderer->Draw(m_pictures[picture].packet, AreaOf(picture), devicePixelRatioF(), quality);
     const Renderer::Counts counts = m_renderer->GetCounts();
     m_counts.meshes += counts.meshes;
@@ -207,9 +209,13 @@ void StageView::MakePacket(std::size_t picture) {
   StagePicture& made = m_pictures[picture];
   made.Make(m_source, AspectOf(picture));
   made.packet.lines.clear();
-  if (linesWanted) linesWanted(made.packet);
-  if (m_interactor && picture == m_active) m_interactor->Draw(made.packet);
   made.packet.isFramed = picture == kInset || (m_layout != PaneLayout::kOne && picture == m_active);
+}
+
+void StageView::AddLines(std::size_t picture) {
+  FramePacket& packet = m_pictures[picture].packet;
+  if (linesWanted) linesWanted(packet);
+  if (m_interactor && picture == m_active) m_interactor->Draw(packet);
 }
 
 // --- where they lie ---
@@ -486,9 +492,8 @@ bool StageView::event(QEvent* event) {
       m_interactor->WantsKey(*static_cast<QKeyEvent*>(event)))
     event->accept();
   // Tab would go to the next widget before it comes as a key.
-  if (event->type() == QEvent::KeyPress && m_interactor &&
-      m_interactor->OnKey(*static_cast<QKeyEvent*>(event)))
-    return true;
+  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  if (isKey && m_interactor && m_interactor->OnKey(*static_cast<QKeyEvent*>(event))) return true;
   return QOpenGLWidget::event(event);
 }
 

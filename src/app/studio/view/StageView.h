@@ -55,6 +55,8 @@ class StageView : public QOpenGLWidget {
   std::function<bool(int key, bool shift)> keyPressed;
   /// There is no picture to be had, and why.
   std::function<void(const std::string& problem)> failed;
+  /// An update begins, whose source has been read; not ahead of a pick.
+  std::function<void()> begun;
   /// The packet of the next picture stands but for its lines: who has some hangs them into it.
   std::function<void(FramePacket& packet)> linesWanted;
   /// Over all pictures, in pixels of the desktop.
@@ -140,6 +142,7 @@ class StageView : public QOpenGLWidget {
   void DrawToWindow();
   void LookForPicture();
   void MakePacket(std::size_t picture);
+  void AddLines(std::size_t picture);
   void TakeColours();
   void Frame(BoxOf what);
   void LeaveCamera();

@@ -8,7 +8,6 @@
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
 #include "gui/componentinterface/ComboBox.h"
-#include "gui/componentinterface/Dialog.h"
 #include "gui/componentinterface/Spinner.h"
 #include "util/NumberText.h"
 
@@ -35,18 +34,15 @@ std::string LengthText(double length) {
 
 ImportWindow::ImportWindow(rws::core::windows::Windows& windows, const std::string& path,
                            const ModelFacts& facts)
-    : Window(windows, "Import", "/core/layout/rws_import.xml"),
+    : ModalWindow(windows, "Import", "/core/layout/rws_import.xml", kImportAccept, kImportCancel,
+                  Size::kContent),
       m_path(path),
       m_facts(facts),
       m_unit(facts.unitMeters.value),
       m_up(facts.up.value) {}
 
 bool ImportWindow::Run(ImportOptions& options) {
-  if (!Build()) return false;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog) return false;
-  dialog->FitToContent();
-  if (dialog->RunModal() != Dialog::kAccepted) return false;
+  if (!Ask()) return false;
   options.unitMeters = m_unit;
   options.up = m_up;
   return true;
@@ -93,10 +89,8 @@ void ImportWindow::ShowSize() {
 }
 
 void ImportWindow::OnComponent(gui::Component& source, util::Message& message) {
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
+  ModalWindow::OnComponent(source, message);
   const int id = source.GetId();
-  if (message.id == gui::kMsgClicked && id == kImportAccept) dialog->EndModal(Dialog::kAccepted);
-  if (message.id == gui::kMsgClicked && id == kImportCancel) dialog->EndModal(Dialog::kCancelled);
   if (message.id != gui::kMsgValueChanged) return;
   if (id == kImportUnit && message.param >= 0 && message.param < kAnotherUnit) {
     m_unit = kUnits[message.param];

@@ -4,13 +4,13 @@
 #include <string>
 
 #include "app/session/models/ModelFile.h"
-#include "core/windows/Window.h"
+#include "core/windows/ModalWindow.h"
 
 namespace orv::app {
 
 /// Asks for the length of a unit and the axis that points up, begins with what the file tells or
 /// what was guessed, and shows the size that comes of it. Modal.
-class ImportWindow : public rws::core::windows::Window {
+class ImportWindow : public rws::core::windows::ModalWindow {
  public:
   ImportWindow(rws::core::windows::Windows& windows, const std::string& path,
                const ModelFacts& facts);

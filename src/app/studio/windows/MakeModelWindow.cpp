@@ -11,7 +11,6 @@
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
-#include "gui/componentinterface/Dialog.h"
 #include "gui/componentinterface/TextBox.h"
 #include "gui/componentinterface/Tree.h"
 #include "gui/componentinterface/View.h"
@@ -30,7 +29,8 @@ constexpr int kRigs = 1, kNodes = 2;  ///< keys of the headings
 
 MakeModelWindow::MakeModelWindow(rws::core::windows::Windows& windows,
                                  rws::core::windows::SceneBrowser& browser)
-    : Window(windows, "MakeModel", "/core/layout/rws_makemodel.xml") {
+    : ModalWindow(windows, "MakeModel", "/core/layout/rws_makemodel.xml", kMakeAccept, kMakeCancel,
+                  Size::kAsKept) {
   // What is done to a group is done to its rigs.
   const std::vector<int> rows = GetCore().GetSelection();
   for (const rws::core::InstanceReference* row : GetCore().GetRows()) {
@@ -57,9 +57,7 @@ void MakeModelWindow::AddPart(bool isRig, const std::string& name, bool chosen) 
 }
 
 bool MakeModelWindow::Run(ModelSelection& selection, ModelCard& card) {
-  if (!Build()) return false;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog || dialog->RunModal() != Dialog::kAccepted) return false;
+  if (!Ask()) return false;
   for (const auto& [key, part] : m_parts)
     if (part.chosen) (part.isRig ? selection.rigs : selection.nodes).push_back(part.name);
   card = m_card;
@@ -120,6 +118,7 @@ void MakeModelWindow::ShowAccept() {
 }
 
 void MakeModelWindow::OnComponent(gui::Component& source, util::Message& message) {
+  ModalWindow::OnComponent(source, message);
   const int id = source.GetId();
   if (id == kMakeParts && message.id == gui::kMsgRowChecked) {
     const auto part = m_parts.find(message.param);
@@ -135,11 +134,8 @@ void MakeModelWindow::OnComponent(gui::Component& source, util::Message& message
     ShowAccept();
   }
   if (message.id != gui::kMsgClicked) return;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
   if (id == kMakeChoosePicture) ChoosePicture();
   if (id == kMakeNoPicture) SetPicture({}, {});
-  if (dialog && id == kMakeAccept) dialog->EndModal(Dialog::kAccepted);
-  if (dialog && id == kMakeCancel) dialog->EndModal(Dialog::kCancelled);
 }
 
 }  // namespace orv::app

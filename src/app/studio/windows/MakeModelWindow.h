@@ -6,7 +6,7 @@
 
 #include "app/session/models/RiggedModel.h"
 #include "app/studio/windows/PictureView.h"
-#include "core/windows/Window.h"
+#include "core/windows/ModalWindow.h"
 
 namespace orv::rws::core::windows {
 class SceneBrowser;
@@ -16,7 +16,7 @@ namespace orv::app {
 
 /// Asks for the rigs and nodes, of which those that are selected in the scene are ticked at first,
 /// and for title, text and picture. Modal.
-class MakeModelWindow : public rws::core::windows::Window {
+class MakeModelWindow : public rws::core::windows::ModalWindow {
  public:
   MakeModelWindow(rws::core::windows::Windows& windows, rws::core::windows::SceneBrowser& browser);
   ~MakeModelWindow() override;

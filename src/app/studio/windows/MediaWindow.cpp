@@ -8,7 +8,6 @@
 #include "core/windows/Windows.h"
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
-#include "gui/componentinterface/Dialog.h"
 #include "gui/componentinterface/Spinner.h"
 
 namespace orv::app {
@@ -18,17 +17,14 @@ using gui::Translate;
 
 MediaWindow::MediaWindow(rws::core::windows::Windows& windows, Kind kind,
                          std::function<util::Sentence(const std::string& file)> check)
-    : Window(windows, "Media", "/core/layout/rws_media.xml"),
+    : ModalWindow(windows, "Media", "/core/layout/rws_media.xml", kMediaAccept, kMediaCancel,
+                  Size::kContent),
       m_kind(kind),
       m_check(std::move(check)) {}
 
 bool MediaWindow::Run(Choice& choice) {
   m_choice = choice;
-  if (!Build()) return false;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog) return false;
-  dialog->FitToContent();
-  if (dialog->RunModal() != Dialog::kAccepted) return false;
+  if (!Ask()) return false;
   choice = m_choice;
   return true;
 }
@@ -75,6 +71,7 @@ void MediaWindow::ChooseAFile() {
 }
 
 void MediaWindow::OnComponent(gui::Component& source, util::Message& message) {
+  ModalWindow::OnComponent(source, message);
   const int id = source.GetId();
   const auto* spinner = dynamic_cast<Spinner*>(&source);
   if (message.id == gui::kMsgValueChanged && spinner) {
@@ -82,14 +79,11 @@ void MediaWindow::OnComponent(gui::Component& source, util::Message& message) {
     if (id == kMediaOpacity) m_choice.opacity = spinner->GetValue() / 100.0;
   }
   if (message.id != gui::kMsgClicked) return;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
   if (id == kMediaChoose) ChooseAFile();
   if (id == kMediaNone) {
     m_choice.file.clear();
     ShowFile();
   }
-  if (id == kMediaAccept) dialog->EndModal(Dialog::kAccepted);
-  if (id == kMediaCancel) dialog->EndModal(Dialog::kCancelled);
 }
 
 }  // namespace orv::app

@@ -4,14 +4,14 @@
 #include <functional>
 #include <string>
 
-#include "core/windows/Window.h"
+#include "core/windows/ModalWindow.h"
 #include "util/Sentence.h"
 
 namespace orv::app {
 
 /// Asks for the file and the frame where it begins, and for a picture how much of it is seen.
 /// Modal.
-class MediaWindow : public rws::core::windows::Window {
+class MediaWindow : public rws::core::windows::ModalWindow {
  public:
   enum class Kind { kSound, kBackdrop };
 

@@ -12,7 +12,6 @@
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
 #include "gui/componentinterface/ComboBox.h"
-#include "gui/componentinterface/Dialog.h"
 #include "gui/componentinterface/Label.h"
 #include "gui/componentinterface/ListBox.h"
 #include "gui/componentinterface/TextBox.h"
@@ -46,7 +45,9 @@ std::string FactsText(const RiggedModelInfo& info, const std::string& path) {
 }  // namespace
 
 ModelsWindow::ModelsWindow(rws::core::windows::Windows& windows, std::vector<std::string> grounds)
-    : Window(windows, "Models", "/core/layout/rws_models.xml"), m_grounds(std::move(grounds)) {
+    : ModalWindow(windows, "Models", "/core/layout/rws_models.xml", kModelAdd, kModelCancel,
+                  Size::kAsKept),
+      m_grounds(std::move(grounds)) {
   for (const std::string& path : ShippedModels()) AddModel(path);
   AddFolder(GetUserFolder());
 }
@@ -83,8 +84,7 @@ bool ModelsWindow::Run(ModelChoice& choice) {
   if (!Build()) return false;
   With<ListBox>(kModelList, [first](ListBox& list) { list.Select({first}); });
   ShowModel();
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog || dialog->RunModal() != Dialog::kAccepted) return false;
+  if (!Ask()) return false;
   choice = m_choice;
   return true;
 }
@@ -160,18 +160,15 @@ void ModelsWindow::Accept() {
   const auto* box = Get<ComboBox>(kModelGround);
   const int ground = box ? box->GetIndex() : 0;
   m_choice.ground = ground > 0 ? m_grounds[static_cast<std::size_t>(ground - 1)] : std::string();
-  if (auto* dialog = dynamic_cast<Dialog*>(GetRoot())) dialog->EndModal(Dialog::kAccepted);
+  End(true);
 }
 
 void ModelsWindow::OnComponent(gui::Component& source, util::Message& message) {
   const int id = source.GetId();
   if (id == kModelList && message.id == gui::kMsgSelectionChanged) return ShowModel();
   if (id == kModelList && message.id == gui::kMsgActivated) return Accept();
-  if (message.id != gui::kMsgClicked) return;
-  if (id == kModelAdd) Accept();
-  if (id == kModelFromFile) AddFromFile();
-  if (auto* dialog = dynamic_cast<Dialog*>(GetRoot()); dialog && id == kModelCancel)
-    dialog->EndModal(Dialog::kCancelled);
+  if (id == kModelFromFile && message.id == gui::kMsgClicked) return AddFromFile();
+  ModalWindow::OnComponent(source, message);
 }
 
 }  // namespace orv::app

@@ -6,7 +6,7 @@
 
 #include "app/session/models/RiggedModel.h"
 #include "app/studio/windows/PictureView.h"
-#include "core/windows/Window.h"
+#include "core/windows/ModalWindow.h"
 
 namespace orv::app {
 
@@ -18,7 +18,7 @@ struct ModelChoice {
 
 /// Lists the models that come with the program, those in the user's folder and files that the user
 /// looks up, with picture and text. Modal.
-class ModelsWindow : public rws::core::windows::Window {
+class ModelsWindow : public rws::core::windows::ModalWindow {
  public:
   /// `grounds`: nodes that rigs may take as their ground, the likeliest first.
   ModelsWindow(rws::core::windows::Windows& windows, std::vector<std::string> grounds);
@@ -34,6 +34,7 @@ class ModelsWindow : public rws::core::windows::Window {
  protected:
   void OnBuilt() override;
   void OnComponent(gui::Component& source, util::Message& message) override;
+  void Accept() override;
 
  private:
   void AddFolder(const std::string& folder);
@@ -42,7 +43,6 @@ class ModelsWindow : public rws::core::windows::Window {
   void AddFromFile();
   void ShowModel();
   const RiggedModelInfo* GetSelected() const;
-  void Accept();
 
   const std::vector<std::string> m_grounds;
   std::vector<std::string> m_paths;  ///< by the item's id, less one

@@ -8,7 +8,6 @@
 #include "gui/Texts.h"
 #include "gui/componentinterface/CheckBox.h"
 #include "gui/componentinterface/ComboBox.h"
-#include "gui/componentinterface/Dialog.h"
 #include "gui/componentinterface/Spinner.h"
 
 namespace orv::app {
@@ -17,17 +16,14 @@ using namespace gui::componentinterface;
 
 PreviewWindow::PreviewWindow(rws::core::windows::Windows& windows, std::vector<Camera> cameras,
                              std::string frames)
-    : Window(windows, "Preview", "/core/layout/rws_preview.xml"),
+    : ModalWindow(windows, "Preview", "/core/layout/rws_preview.xml", kPreviewAccept,
+                  kPreviewCancel, Size::kContent),
       m_cameras(std::move(cameras)),
       m_frames(std::move(frames)) {}
 
 bool PreviewWindow::Run(Choice& choice) {
   m_choice = choice;
-  if (!Build()) return false;
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (!dialog) return false;
-  dialog->FitToContent();
-  if (dialog->RunModal() != Dialog::kAccepted) return false;
+  if (!Ask()) return false;
   choice = m_choice;
   return true;
 }
@@ -47,6 +43,7 @@ void PreviewWindow::OnBuilt() {
     box.SelectId(m_choice.camera + 1);
   });
   With<Spinner>(kPreviewWidth, [this](Spinner& spinner) { spinner.SetValue(m_choice.width); });
+  With<CheckBox>(kPreviewSigns, [this](CheckBox& box) { box.SetOn(m_choice.signs); });
   With<CheckBox>(kPreviewOverlay, [this](CheckBox& box) { box.SetOn(m_choice.overlay); });
   SetText(kPreviewFrames, m_frames);
   ShowHeight();
@@ -62,13 +59,12 @@ void PreviewWindow::ShowHeight() {
 }
 
 void PreviewWindow::OnComponent(gui::Component& source, util::Message& message) {
+  ModalWindow::OnComponent(source, message);
   const int id = source.GetId();
-  auto* dialog = dynamic_cast<Dialog*>(GetRoot());
-  if (message.id == gui::kMsgClicked && id == kPreviewAccept) dialog->EndModal(Dialog::kAccepted);
-  if (message.id == gui::kMsgClicked && id == kPreviewCancel) dialog->EndModal(Dialog::kCancelled);
   if (message.id != gui::kMsgValueChanged) return;
   const auto* spinner = dynamic_cast<Spinner*>(&source);
   if (id == kPreviewCamera) m_choice.camera = message.param - 1;
+  if (id == kPreviewSigns) m_choice.signs = message.param != 0;
   if (id == kPreviewOverlay) m_choice.overlay = message.param != 0;
   if (id == kPreviewWidth && spinner)
     m_choice.width = static_cast<int>(std::lround(spinner->GetValue()));

@@ -4,12 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "core/windows/Window.h"
+#include "core/windows/ModalWindow.h"
 
 namespace orv::app {
 
-/// Asks through which camera, how large, and whether grid and signs are to be seen. Modal.
-class PreviewWindow : public rws::core::windows::Window {
+/// Asks through which camera, how large, and whether grid and signs, or the view's overlay, are to
+/// be seen. Modal.
+class PreviewWindow : public rws::core::windows::ModalWindow {
  public:
   struct Camera {
     std::string name;
@@ -18,7 +19,7 @@ class PreviewWindow : public rws::core::windows::Window {
   struct Choice {
     int camera = -1;  ///< of the list; -1: the present eye
     int width = 1280, height = 720;
-    bool overlay = false;
+    bool signs = false, overlay = false;
   };
 
   PreviewWindow(rws::core::windows::Windows& windows, std::vector<Camera> cameras,

@@ -58,8 +58,9 @@ enum PreviewId : int {
   kPreviewCamera = 10,  ///< combo box; an item's id is its place in the list of cameras, 0 the eye
   kPreviewWidth,        ///< spinners
   kPreviewHeight,
-  kPreviewOverlay,  ///< check box
+  kPreviewSigns,    ///< check box
   kPreviewFrames,   ///< label
+  kPreviewOverlay,  ///< check box
   kPreviewAccept = 20,
   kPreviewCancel,
 };

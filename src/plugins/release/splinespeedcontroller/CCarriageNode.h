@@ -49,6 +49,8 @@ class CCarriageNode : public RigMeshNode {
   void Initialize(Path path, double u, double time);
   /// Index of the neighbour in the list, the ends joined.
   int Successor(int index, bool forward) const;
+  /// Whether the carriage stops at a waypoint.
+  bool IsStop(int index) const;
 
   CarriageMemory memory;
 
@@ -110,7 +112,6 @@ class CCarriageNode : public RigMeshNode {
   int StandingAt(double u) const;
   bool HasPassed(double u, double v, double w) const;
   double PositionOf(int index) const;
-  bool IsStop(int index) const;
   /// What counts for a waypoint; the user's own parameters without one.
   const WaypointSettings& SettingsOf(int index) const;
   double PathLength(const Frame& frame) const;

@@ -11,6 +11,10 @@
 #include "plugins/release/splinespeedcontroller/CCarriageNode.h"
 #include "plugins/release/splinespeedcontroller/RailContext.h"
 
+namespace orv::rws {
+struct RigMarks;
+}
+
 namespace orv::rws::addon {
 
 /// The user sets out waypoints; the CarriageNode runs through them along the host's curve that it
@@ -36,6 +40,8 @@ class CCameraRailObject : public Rig {
   int Restore() override;
   int Store() override;
   void OnCallback(std::string name) override;
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellMarks); }
 
   // What undo steps exchange.
   WaypointState GetWaypointState() const;
@@ -48,6 +54,7 @@ class CCameraRailObject : public Rig {
   using Path = CCarriageNode::Path;
 
   void DefineOwn(int which);
+  std::intptr_t TellMarks(RigMarks& marks);
 
   // Actions.
   bool RunAction(const std::string& label);

@@ -23,17 +23,24 @@ constexpr double kNearPivot = 20.0;
 }  // namespace
 
 Drag::Drag(Tool tool, const Constraint& constraint, Grip grip, const Frame& frame,
-           const ViewFrame& view, double size, const Pixel& start)
+           const ViewFrame& view, double size, double reach, const Pixel& start)
     : m_tool(tool),
       m_constraint(constraint),
       m_grip(grip),
       m_frame(frame),
       m_view(view),
+      m_anchor(AnchorOf(frame.origin, view, reach)),
       m_size(size),
       m_start(start) {
   m_hasStart =
       m_tool == Tool::kTurn ? FindAngle(start, m_lastAngle) : FindMove(start, m_startPlace);
   m_change = Begin();
+}
+
+Vector3<double> Drag::AnchorOf(const Vector3<double>& pivot, const ViewFrame& view, double reach) {
+  constexpr double kLeastDepth = 1e-3;  ///< m
+  if (view.DepthOf(pivot) > kLeastDepth) return pivot;
+  return view.GetEye() + view.GetForward() * reach;
 }
 
 Change Drag::Begin() const {
@@ -70,31 +77,31 @@ bool Drag::FindMove(const Pixel& at, Vector& place) const {
   if (m_constraint.kind == Kind::kAxis) {
     const Vector& axis = m_frame.axes[m_constraint.axis];
     double along = 0.0;
-    if (!MeetLine(ray, m_frame.origin, axis, along)) return false;
-    place = m_frame.origin + axis * along;
+    if (!MeetLine(ray, m_anchor, axis, along)) return false;
+    place = m_anchor + axis * along;
     return true;
   }
   const Vector normal =
       m_constraint.kind == Kind::kPlane ? m_frame.axes[m_constraint.axis] : m_view.GetForward();
-  return MeetPlane(ray, m_frame.origin, normal, place);
+  return MeetPlane(ray, m_anchor, normal, place);
 }
 
 // --- turning ---
 
 /// Where the pointer stands around the axis (radians); from its side a ring is unrolled.
 bool Drag::FindAngle(const Pixel& at, double& angle) const {
-  const Vector axis = GetTurnAxis(), sight = m_view.SightTo(m_frame.origin);
+  const Vector axis = GetTurnAxis(), sight = m_view.SightTo(m_anchor);
   if (std::abs(axis.dot(sight)) < kEdgeOn) {
     const Vector tangent = -axis.cross(sight);  // the way of what is nearest to the eye
     Pixel way{tangent.dot(m_view.GetRight()), -tangent.dot(m_view.GetUp())};
-    const double length = way.Length(), radius = m_size / m_view.PixelSize(m_frame.origin);
+    const double length = way.Length(), radius = m_size / m_view.PixelSize(m_anchor);
     if (!(length > 0.0 && radius > 0.0)) return false;
     angle = (at - m_start).Dot(way) / (length * radius);
     return true;
   }
   Vector hit;
-  if (!MeetPlane(m_view.RayAt(at), m_frame.origin, axis, hit)) return false;
-  const Vector arm = hit - m_frame.origin;
+  if (!MeetPlane(m_view.RayAt(at), m_anchor, axis, hit)) return false;
+  const Vector arm = hit - m_anchor;
   // Any two directions across the axis, the same ones each time.
   const Vector helper = std::abs(axis.x) < 0.9 ? Vector(1.0, 0.0, 0.0) : Vector(0.0, 1.0, 0.0);
   const Vector u = (helper - axis * axis.dot(helper)).normalized();
@@ -107,7 +114,7 @@ double Drag::FollowTurn(const Pixel& at) {
   if (!m_hasStart || !FindAngle(at, angle)) return m_change.angle;
   const double by = angle - m_lastAngle;
   m_lastAngle = angle;
-  const bool isUnrolled = std::abs(GetTurnAxis().dot(m_view.SightTo(m_frame.origin))) < kEdgeOn;
+  const bool isUnrolled = std::abs(GetTurnAxis().dot(m_view.SightTo(m_anchor))) < kEdgeOn;
   return m_change.angle + (isUnrolled ? by : std::remainder(by, 2.0 * util::kPi));
 }
 
@@ -122,16 +129,16 @@ double Drag::FollowScale(const Pixel& at) {
   const bool isAxis = m_grip == Grip::kHandle && m_constraint.kind == Kind::kAxis;
   if (isAxis && m_hasStart) {
     const Vector& axis = m_frame.axes[m_constraint.axis];
-    const double start = (m_startPlace - m_frame.origin).dot(axis);
+    const double start = (m_startPlace - m_anchor).dot(axis);
     if (!FindMove(at, place)) return factor;
-    const double now = (place - m_frame.origin).dot(axis);
+    const double now = (place - m_anchor).dot(axis);
     factor = start > 0.1 * m_size ? now / start : 1.0 + (now - start) / m_size;
-  } else if (m_view.Project(m_frame.origin, pivot)) {
+  } else if (m_view.Project(m_anchor, pivot)) {
     const double start = (m_start - pivot).Length();
     const bool isCentre = m_grip == Grip::kHandle && m_constraint.kind == Kind::kFree;
     const Pixel way = at - m_start;
     factor = isCentre || start < kNearPivot
-                 ? 1.0 + (way.x - way.y) * m_view.PixelSize(m_frame.origin) / m_size
+                 ? 1.0 + (way.x - way.y) * m_view.PixelSize(m_anchor) / m_size
                  : (at - pivot).Length() / start;
   }
   return std::max(factor, kLeastFactor);

@@ -15,9 +15,13 @@ class Drag {
   enum class Grip { kHandle, kAnywhere };
 
   Drag() = default;
-  /// `size`: length of the handles (m).
+  /// `size`: length of the handles at the anchor (m); `reach`: see there.
   Drag(Tool tool, const Constraint& constraint, Grip grip, const Frame& frame,
-       const ViewFrame& view, double size, const Pixel& start);
+       const ViewFrame& view, double size, double reach, const Pixel& start);
+  /// Where the pointer takes hold: the pivot, or, where that is not in front of the eye, as that of
+  /// a camera that one looks through, a place so far ahead (m).
+  static util::Vector3<double> AnchorOf(const util::Vector3<double>& pivot, const ViewFrame& view,
+                                        double reach);
 
   Tool GetTool() const { return m_tool; }
   Drag::Grip GetGrip() const { return m_grip; }
@@ -47,6 +51,7 @@ class Drag {
   Grip m_grip = Grip::kHandle;
   Frame m_frame;
   ViewFrame m_view;
+  Vector m_anchor;
   double m_size = 1.0;
   Pixel m_start;
   bool m_hasStart = false;   ///< the start means something

@@ -14,6 +14,8 @@ using Kind = Constraint::Kind;
 namespace {
 
 constexpr SnapSteps kCoarse{1.0, 15.0 * util::kRadiansPerDegree, 0.1};
+/// Where a pointer takes hold that drags the eye itself (steps of the grid).
+constexpr double kReach = 10.0;
 constexpr SnapSteps kFine{0.1, 1.0 * util::kRadiansPerDegree, 0.01};
 
 }  // namespace
@@ -90,19 +92,24 @@ bool Manipulator::Start(Tool tool, Drag::Grip grip, const Constraint& constraint
   m_isDragging = true;
   m_space = m_options.space;
   const Frame frame = ChooseFrame(m_held, m_space);
-  m_drag = Drag(tool, constraint, grip, frame, m_view,
-                Handles::kLength * m_scale * m_view.PixelSize(frame.origin), hand.at);
+  m_drag = MakeDrag(tool, constraint, grip, frame, m_view, hand.at);
   Restart(constraint, m_space);
   return true;
+}
+
+Drag Manipulator::MakeDrag(Tool tool, const Constraint& constraint, Drag::Grip grip,
+                           const Frame& frame, const ViewFrame& view, const Pixel& start) const {
+  const double reach = kReach * m_gridStep;
+  const double pixel = view.PixelSize(Drag::AnchorOf(frame.origin, view, reach));
+  return {tool, constraint, grip, frame, view, Handles::kLength * m_scale * pixel, reach, start};
 }
 
 /// The same drag, from where it began, under another constraint.
 void Manipulator::Restart(const Constraint& constraint, Space space) {
   m_space = space;
   const Frame frame = ChooseFrame(m_held, space);
-  m_drag = Drag(m_drag.GetTool(), constraint, m_drag.GetGrip(), frame, m_drag.GetView(),
-                Handles::kLength * m_scale * m_drag.GetView().PixelSize(frame.origin),
-                m_drag.GetStart());
+  m_drag = MakeDrag(m_drag.GetTool(), constraint, m_drag.GetGrip(), frame, m_drag.GetView(),
+                    m_drag.GetStart());
   m_steps = {};
   m_angleSteps = 0.0;
   m_isMoved = false;
@@ -115,6 +122,12 @@ void Manipulator::Move(const Hand& hand) {
   m_hand = hand;
   m_isMoved = true;
   Update();
+}
+
+void Manipulator::SetKeys(bool otherSnap, bool fine) {
+  m_hand.otherSnap = otherSnap;
+  m_hand.fine = fine;
+  if (m_isDragging && m_isMoved) Update();
 }
 
 void Manipulator::Lock(Kind kind, int axis) {

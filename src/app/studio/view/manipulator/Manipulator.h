@@ -63,6 +63,8 @@ class Manipulator {
   bool Begin(Tool tool, const Hand& hand);
   bool IsDragging() const { return m_isDragging; }
   void Move(const Hand& hand);
+  /// The hand as it is, with other keys.
+  void SetKeys(bool otherSnap, bool fine);
   /// The same again lets go of it after a round through the axes of the other space.
   void Lock(Constraint::Kind kind, int axis);
   bool Type(char letter);
@@ -87,6 +89,8 @@ class Manipulator {
   using Vector = util::Vector3<double>;
 
   bool Start(Tool tool, Drag::Grip grip, const Constraint& constraint, const Hand& hand);
+  Drag MakeDrag(Tool tool, const Constraint& constraint, Drag::Grip grip, const Frame& frame,
+                const ViewFrame& view, const Pixel& start) const;
   void Restart(const Constraint& constraint, Space space);
   bool IsStillThere() const;
   Frame GetDragFrame() const;

@@ -29,6 +29,9 @@ class ViewFrame {
   /// `eye` has no scale; width and height in pixels of the desktop.
   ViewFrame(const util::Matrix<double>& eye, const Optics& optics, double width, double height);
 
+  /// How far ahead of the eye a place is (m); below 0 behind it.
+  double DepthOf(const util::Vector3<double>& world) const;
+  util::Vector3<double> GetEye() const { return m_eye.translation(); }
   util::Vector3<double> GetRight() const { return m_eye.axisRow(0); }
   util::Vector3<double> GetUp() const { return m_eye.axisRow(1); }
   util::Vector3<double> GetForward() const { return -m_eye.axisRow(2); }
@@ -42,8 +45,6 @@ class ViewFrame {
   Ray RayAt(const Pixel& at) const;
 
  private:
-  double DepthOf(const util::Vector3<double>& world) const;
-
   util::Matrix<double> m_eye;
   Optics m_optics;
   double m_half = 0.4;  ///< height of the picture's half at a depth of one

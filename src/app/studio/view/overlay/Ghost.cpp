@@ -32,9 +32,11 @@ void Ghost::Follow() {
   }
   if (!m_host.IsRecording()) {
     if (m_isRunning) End();
+    FindRounds();
     return;
   }
   if (!m_isRunning) Begin();
+  FindRounds();
   m_latest.Follow(GetLatestFrame(m_core), TakeFilm::From::kHost);
 }
 
@@ -43,17 +45,24 @@ void Ghost::Begin() {
   m_isShownOld = true;
   m_isResimulation = m_core.IsResimulating();
   ++m_serial;
+  m_rigs.clear();
+  for (const rws::core::Instance* rig : m_core.GetTakeInstances()) m_rigs.insert(rig);
+  m_known.clear();
+  m_rounds = 0;
+  for (SceneNode* node : m_scene->GetNodes()) m_known.insert(&m_host.NodeFor(*node));
   std::vector<HeadlessNode*> actors = FindActors();
+  actors.resize(std::min(actors.size(), kMostActors));
   if (HasFilmed(actors))
     std::swap(m_before, m_latest);
   else
     FilmKeys(actors);
-  m_latest.Begin(m_core.GetStartTime(), m_core.GetFrameDuration(), std::move(actors));
+  m_latest.Begin(m_core.GetStartTime(), m_core.GetFrameDuration(), actors);
 }
 
 /// The frames behind the latest picture are read from the keys that the run has left. Where it was
 /// rolled back these are others, and the film ends with what was seen of it.
 void Ghost::End() {
+  FindRounds();
   m_isRunning = false;
   m_isShownOld = true;
   if (m_latest.IsGoingOn())
@@ -63,39 +72,53 @@ void Ghost::End() {
 
 /// Meshes of the rigs that take part and of all that hangs on them.
 std::vector<Ghost::HeadlessNode*> Ghost::FindActors() const {
-  const auto& rigs = m_core.GetTakeInstances();
   std::vector<HeadlessNode*> actors;
   std::unordered_set<const SceneNode*> carried;
   for (SceneNode* node : m_host.GetScene().GetNodes()) {
     HeadlessNode& host = m_host.NodeFor(*node);
-    const rws::CInterface* owner = host.GetOwner();
-    const bool isOfRig = std::any_of(rigs.begin(), rigs.end(), [owner](const auto* rig) {
-      return static_cast<const rws::CInterface*>(rig) == owner;
-    });
-    if (!isOfRig && !carried.count(node->GetParent())) continue;
+    if (!m_rigs.count(host.GetOwner()) && !carried.count(node->GetParent())) continue;
     carried.insert(node);
-    if (node->HasMesh() && node->IsVisible() && actors.size() < kMostActors)
-      actors.push_back(&host);
+    if (node->HasMesh() && node->IsVisible()) actors.push_back(&host);
   }
   return actors;
+}
+
+/// What has been fired since the latest look, and what takes the place of what is gone.
+void Ghost::FindRounds() {
+  if (!std::exchange(m_isTreeOld, false)) return;
+  ++m_serial;
+  m_isShownOld = true;
+  if (m_isRunning)
+    for (HeadlessNode* node : FindActors())
+      if (m_rounds < kMostRounds && m_known.insert(node).second) {
+        m_latest.AddRound(node);
+        ++m_rounds;
+      }
+  const auto find = [this](const std::string& name) -> HeadlessNode* {
+    SceneNode* node = m_host.GetScene().Find(name);
+    return node ? &m_host.NodeFor(*node) : nullptr;
+  };
+  m_latest.FindRounds(find);
+  m_before.FindRounds(find);
 }
 
 /// Whether the latest film has all of them.
 bool Ghost::HasFilmed(const std::vector<HeadlessNode*>& actors) const {
   if (m_latest.IsEmpty()) return false;
   const auto& filmed = m_latest.GetActors();
-  return std::all_of(actors.begin(), actors.end(), [&](HeadlessNode* actor) {
-    return std::find(filmed.begin(), filmed.end(), actor) != filmed.end();
+  return std::all_of(actors.begin(), actors.end(), [&](HeadlessNode* node) {
+    return std::any_of(filmed.begin(), filmed.end(),
+                       [node](const TakeFilm::Actor& actor) { return actor.node == node; });
   });
 }
 
-void Ghost::FilmKeys(std::vector<HeadlessNode*> actors) {
+void Ghost::FilmKeys(const std::vector<HeadlessNode*>& actors) {
   m_before.Clear();
   double start = 0.0, end = 0.0;
   const bool hasKeys = std::any_of(actors.begin(), actors.end(),
                                    [](HeadlessNode* actor) { return actor->HasKeys(); });
   if (!hasKeys || !m_scene->KeyRange(start, end)) return;
-  m_before.Begin(m_core.GetStartTime(), m_core.GetFrameDuration(), std::move(actors));
+  m_before.Begin(m_core.GetStartTime(), m_core.GetFrameDuration(), actors);
   m_before.Spare(end, kMostKeyPoses);
   m_before.Follow(end, TakeFilm::From::kKeys);
 }

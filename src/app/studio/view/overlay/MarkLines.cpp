@@ -17,7 +17,8 @@ namespace {
 constexpr Rgba kPathColour{255, 190, 70, 255}, kPathAhead{255, 190, 70, 110};
 constexpr Rgba kLoadColour{90, 200, 255, 255}, kRayHit{120, 220, 130, 170},
     kRayMiss{170, 170, 170, 120}, kTargetColour{200, 140, 255, 255}, kShotColour{255, 150, 60, 255},
-    kHitColour{255, 70, 60, 255};
+    kHitColour{255, 70, 60, 255}, kTrackColour{80, 220, 200, 200}, kPassColour{80, 220, 200, 255},
+    kStopColour{255, 110, 90, 255};
 constexpr double kWayTime = 0.1;            ///< of which a speed's arrow is the way (s)
 constexpr double kMuchSlip = 3.0;           ///< that is red (m/s)
 constexpr double kMuchSpeed = 15.0;         ///< that is red (m/s)
@@ -107,6 +108,12 @@ void DrawMarks(const RigMarks& marks, const OverlayChoice& choice, const ScreenS
                scale, lines);
       lines.AddPoint(shot.to, shot.hits ? kHitColour : kShotColour, shot.hits ? 7.0f : 4.0f);
     }
+  if (choice[kOverlayTracks]) {
+    for (std::size_t i = 1; i < marks.track.size(); ++i)
+      lines.AddLine(marks.track[i - 1], marks.track[i], kTrackColour, 1.6f);
+    for (const RigMarks::Waypoint& waypoint : marks.waypoints)
+      lines.AddPoint(waypoint.point, waypoint.stops ? kStopColour : kPassColour, 8.0f);
+  }
   if (choice[kOverlayTargets])
     for (const RigMarks::Target& target : marks.targets) {
       lines.AddLine(target.from, target.point, kTargetColour, 1.2f);

@@ -20,9 +20,10 @@ const std::array<OverlayKindText, kOverlayKindCount>& GetOverlayKinds() {
       {"ghost", Translatable("&Ghost of the take before"), true},
       {"contacts", Translatable("Wheel &contacts, load and slip"), true},
       {"rays", Translatable("&Rays at the ground"), false},
-      {"speeds", Translatable("&Speeds of belts"), true},
+      {"speeds", Translatable("&Speeds of belts and carriages"), true},
       {"shots", Translatable("S&hots"), true},
       {"targets", Translatable("&Targets"), false},
+      {"tracks", Translatable("Trac&ks of rails and their waypoints"), true},
       {"inputs", Translatable("&Inputs in a take"), true},
       {"names", Translatable("&Names"), false},
       {"rate", Translatable("Pictures a second and &latency"), false},
@@ -117,8 +118,8 @@ void Overlay::FindPerformers() {
 // --- each picture ---
 
 bool Overlay::IsAnyMarkShown() const {
-  for (const OverlayKind kind :
-       {kOverlayContacts, kOverlayRays, kOverlaySpeeds, kOverlayShots, kOverlayTargets})
+  for (const OverlayKind kind : {kOverlayContacts, kOverlayRays, kOverlaySpeeds, kOverlayShots,
+                                 kOverlayTargets, kOverlayTracks})
     if (m_choice[kind]) return true;
   return false;
 }

@@ -75,7 +75,10 @@ class Overlay : private rws::adaptor::headless::HostObserver {
 
  private:
   // HostObserver
-  void OnTree() override { m_isOld = true; }
+  void OnTree() override {
+    m_isOld = true;
+    m_ghost.NoteTree();
+  }
   void OnUndo() override { m_ghost.Follow(); }
 
   void FindRigs();

@@ -14,6 +14,7 @@ enum OverlayKind {
   kOverlaySpeeds,
   kOverlayShots,
   kOverlayTargets,
+  kOverlayTracks,
   kOverlayInputs,
   kOverlayNames,
   kOverlayRate,

@@ -4,6 +4,8 @@
 #include <QPalette>
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <tuple>
 
 #include "adaptor/headless/HeadlessNode.h"
 #include "app/studio/view/SceneFrames.h"
@@ -47,6 +49,14 @@ bool Project(const FramePacket& packet, const util::Vector3<double>& world, cons
   return true;
 }
 
+/// What is hidden in the scene has no ghost, nor has what was taken out of it.
+bool IsHidden(const TakeFilm::Actor& actor) {
+  if (!TakeFilm::IsThere(actor)) return !actor.isRound;
+  for (const auto* node = actor.node->GetSceneNode(); node; node = node->GetParent())
+    if (!node->IsVisible()) return true;
+  return false;
+}
+
 /// Text is read on any scene.
 void PaintPlate(QPainter& painter, const QRectF& place, const QPalette& palette) {
   QColor plate = palette.color(QPalette::Window);
@@ -83,14 +93,39 @@ void OverlayView::Write(FramePacket& packet, int height) {
 void OverlayView::ArrangeGhost(const TakeFilm& film) {
   m_groups.clear();
   const auto& actors = film.GetActors();
+  // A gun's rounds have one mesh, which may be in no picture any more.
+  std::map<std::tuple<const void*, const void*, int>, std::shared_ptr<const Model>> models;
   for (std::size_t i = 0; i < actors.size(); ++i) {
-    if (!actors[i]->IsValid()) continue;
-    std::shared_ptr<const Model> model = m_frames.GetModel(*actors[i]->GetSceneNode());
-    if (!model) continue;
-    auto group = std::find_if(m_groups.begin(), m_groups.end(),
-                              [&](const Group& one) { return one.model == model; });
-    if (group == m_groups.end()) group = m_groups.insert(group, {std::move(model), {}});
-    group->actors.push_back(i);
+    if (IsHidden(actors[i])) continue;
+    const MeshLook& look = actors[i].look;
+    auto& model = models[std::make_tuple(look.file.get(), look.mesh.get(), look.number)];
+    if (!model) model = m_frames.GetModel(look);
+    for (const Model::Part& part : model->parts) {
+      if (part.mesh->lines) continue;
+      auto group = std::find_if(m_groups.begin(), m_groups.end(),
+                                [&](const Group& one) { return one.mesh == part.mesh; });
+      if (group == m_groups.end()) group = m_groups.insert(group, {part.mesh, {}});
+      group->actors.push_back(i);
+    }
+  }
+}
+
+/// Without those that stand where the scene's own do.
+void OverlayView::AddInstances(const TakeFilm& film, const Group& group, double time,
+                               FramePacket& packet) {
+  Matrix<double> pose;
+  for (const std::size_t i : group.actors) {
+    const TakeFilm::Actor& actor = film.GetActors()[i];
+    if (!film.GetPose(actor, time, pose) ||
+        (TakeFilm::IsThere(actor) && TakeFilm::LookSame(pose, actor.node->GetWorldPose(time))))
+      continue;
+    Instance instance{{}, {120, 170, 255, 110}, 0};
+    for (int row = 0; row < 3; ++row) {
+      for (int column = 0; column < 3; ++column)
+        instance.pose[4 * row + column] = static_cast<float>(pose[4 * column + row]);
+      instance.pose[4 * row + 3] = static_cast<float>(pose[12 + row] - packet.origin[row]);
+    }
+    packet.ghostInstances.push_back(instance);
   }
 }
 
@@ -113,25 +148,11 @@ void OverlayView::WriteGhost(FramePacket& packet) {
   batch.material = static_cast<std::uint32_t>(packet.materials.size() - 1);
   for (const Group& group : m_groups) {
     batch.first = static_cast<std::uint32_t>(packet.ghostInstances.size());
-    for (const std::size_t actor : group.actors) {
-      const Matrix<double> pose = film->GetPose(actor, time);
-      rws::adaptor::headless::HeadlessNode& node = *film->GetActors()[actor];
-      if (!node.IsValid() || TakeFilm::LookSame(pose, node.GetWorldPose(time))) continue;
-      Instance instance{{}, {120, 170, 255, 110}, 0};
-      for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column)
-          instance.pose[4 * row + column] = static_cast<float>(pose[4 * column + row]);
-        instance.pose[4 * row + 3] = static_cast<float>(pose[12 + row] - packet.origin[row]);
-      }
-      packet.ghostInstances.push_back(instance);
-    }
+    AddInstances(*film, group, time, packet);
     batch.count = static_cast<std::uint32_t>(packet.ghostInstances.size()) - batch.first;
     if (batch.count == 0) continue;
-    for (const Model::Part& part : group.model->parts) {
-      if (part.mesh->lines) continue;
-      batch.mesh = part.mesh;
-      packet.ghosts.push_back(batch);
-    }
+    batch.mesh = group.mesh;
+    packet.ghosts.push_back(batch);
   }
 }
 

@@ -28,7 +28,7 @@ struct PictureLatency {
 /// allocate nothing. The overlay, the view's source and its packets outlive it.
 class OverlayView {
  public:
-  OverlayView(Overlay& overlay, const SceneFrames& frames) : m_overlay(overlay), m_frames(frames) {}
+  OverlayView(Overlay& overlay, SceneFrames& frames) : m_overlay(overlay), m_frames(frames) {}
 
   /// Ahead of each update of the view.
   void Read() { m_overlay.Read(); }
@@ -49,9 +49,9 @@ class OverlayView {
   const std::vector<QRectF>& GetNamePlaces() const { return m_namePlaces; }
 
  private:
-  /// Actors of the ghost that show the same.
+  /// Actors of the ghost that show the same mesh.
   struct Group {
-    std::shared_ptr<const Model> model;
+    std::shared_ptr<const MeshData> mesh;
     std::vector<std::size_t> actors;
   };
 
@@ -64,11 +64,12 @@ class OverlayView {
   LineSet& LinesOf(const FramePacket& packet);
   void WriteGhost(FramePacket& packet);
   void ArrangeGhost(const TakeFilm& film);
+  void AddInstances(const TakeFilm& film, const Group& group, double time, FramePacket& packet);
   void PaintInputs(QPainter& painter, const QSize& size, const QPalette& palette) const;
   void PaintRate(QPainter& painter, const QSize& size, const QPalette& palette);
 
   Overlay& m_overlay;
-  const SceneFrames& m_frames;
+  SceneFrames& m_frames;
   std::vector<std::unique_ptr<Picture>> m_pictures;
   std::vector<Group> m_groups;
   std::uint64_t m_structure = 0;  ///< of the packet that the groups are of

@@ -19,20 +19,25 @@ bool TakeFilm::LookSame(const Matrix<double>& a, const Matrix<double>& b) {
   return true;
 }
 
-void TakeFilm::Begin(double start, double frame, std::vector<HeadlessNode*> actors) {
-  m_actors = std::move(actors);
-  m_poses.clear();
+void TakeFilm::Begin(double start, double frame, const std::vector<HeadlessNode*>& nodes) {
+  Clear();
+  for (HeadlessNode* node : nodes)
+    m_actors.push_back({node, node->GetSceneName(), MeshLook::Of(*node->GetSceneNode())});
   m_start = start;
   m_frame = frame;
   m_stride = 1;
-  m_frames = 0;
-  m_origin = m_actors.empty() ? Vector3<double>() : m_actors[0]->GetWorldPose(start).translation();
+  m_origin =
+      m_actors.empty() ? Vector3<double>() : m_actors[0].node->GetWorldPose(start).translation();
+}
+
+void TakeFilm::AddRound(HeadlessNode* node) {
+  m_actors.push_back(
+      {node, node->GetSceneName(), MeshLook::Of(*node->GetSceneNode()), true, m_frames});
 }
 
 void TakeFilm::Clear() {
-  m_actors.clear();
-  std::vector<Pose>().swap(m_poses);
-  m_frames = 0;
+  std::vector<Actor>().swap(m_actors);
+  m_frames = m_poses = 0;
 }
 
 void TakeFilm::Spare(double time, std::size_t most) {
@@ -46,36 +51,51 @@ double TakeFilm::TimeOf(std::size_t frame) const {
   return util::snapToFrame(m_start + static_cast<double>(frame) * m_stride * m_frame, m_frame);
 }
 
+bool TakeFilm::IsThere(const Actor& actor) {
+  return actor.node->IsValid();
+}
+
+void TakeFilm::Add(Actor& actor, double time, From from) {
+  if (!IsThere(actor)) {
+    actor.poses.push_back(actor.poses.empty() ? Pose{} : actor.poses.back());
+    return;
+  }
+  const Matrix<double> pose = from == From::kKeys ? actor.node->GetSceneNode()->WorldMatrix(time)
+                                                  : actor.node->GetWorldPose(time);
+  const Vector3<double> place = pose.translation() - m_origin;
+  Pose kept;
+  for (int i = 0; i < 9; ++i) kept.axes[i] = static_cast<float>(pose[4 * (i / 3) + i % 3]);
+  for (int i = 0; i < 3; ++i) kept.place[i] = static_cast<float>(place[i]);
+  actor.poses.push_back(kept);
+}
+
 void TakeFilm::Follow(double time, From from) {
   if (m_actors.empty()) return;
   for (double next = TimeOf(m_frames); next <= time + util::kFrameTolerance;
        next = TimeOf(m_frames)) {
-    if (m_frames > 1 && m_poses.size() + m_actors.size() > kMostPoses) {
+    if (m_frames > 1 && m_poses + m_actors.size() > kMostPoses) {
       Thin();
       continue;
     }
-    for (HeadlessNode* actor : m_actors) {
-      Matrix<double> pose;
-      if (actor->IsValid())
-        pose = from == From::kKeys ? actor->GetSceneNode()->WorldMatrix(next)
-                                   : actor->GetWorldPose(next);
-      const Vector3<double> place = pose.translation() - m_origin;
-      Pose& kept = m_poses.emplace_back();
-      for (int i = 0; i < 9; ++i) kept.axes[i] = static_cast<float>(pose[4 * (i / 3) + i % 3]);
-      for (int i = 0; i < 3; ++i) kept.place[i] = static_cast<float>(place[i]);
-    }
+    for (Actor& actor : m_actors) Add(actor, next, from);
+    m_poses += m_actors.size();
     ++m_frames;
   }
 }
 
 /// Every second frame goes.
 void TakeFilm::Thin() {
-  const std::size_t count = m_actors.size(), left = (m_frames + 1) / 2;
-  for (std::size_t frame = 1; frame < left; ++frame)
-    std::copy_n(m_poses.begin() + static_cast<std::ptrdiff_t>(2 * frame * count), count,
-                m_poses.begin() + static_cast<std::ptrdiff_t>(frame * count));
-  m_poses.resize(left * count);
-  m_frames = left;
+  m_poses = 0;
+  for (Actor& actor : m_actors) {
+    const std::size_t first = (actor.first + 1) / 2;
+    std::size_t left = 0;
+    for (std::size_t old = 2 * first - actor.first; old < actor.poses.size(); old += 2)
+      actor.poses[left++] = actor.poses[old];
+    actor.poses.resize(left);
+    actor.first = first;
+    m_poses += left;
+  }
+  m_frames = (m_frames + 1) / 2;
   m_stride *= 2;
 }
 
@@ -84,26 +104,37 @@ bool TakeFilm::Covers(double time) const {
          time < TimeOf(m_frames) - util::kFrameTolerance;
 }
 
-Matrix<double> TakeFilm::Unpack(std::size_t actor, std::size_t frame) const {
-  const Pose& kept = m_poses[frame * m_actors.size() + actor];
+Matrix<double> TakeFilm::Unpack(const Pose& kept) const {
   Matrix<double> pose;
   for (int i = 0; i < 9; ++i) pose[4 * (i / 3) + i % 3] = kept.axes[i];
   pose.setTranslation(m_origin + Vector3<double>(kept.place[0], kept.place[1], kept.place[2]));
   return pose;
 }
 
-Matrix<double> TakeFilm::GetPose(std::size_t actor, double time) const {
-  const double frame = (time - m_start + util::kFrameTolerance) / (m_frame * m_stride);
-  return Unpack(
-      actor, static_cast<std::size_t>(std::clamp(frame, 0.0, static_cast<double>(m_frames) - 1.0)));
+bool TakeFilm::GetPose(const Actor& actor, double time, Matrix<double>& pose) const {
+  const double at = (time - m_start + util::kFrameTolerance) / (m_frame * m_stride);
+  const auto frame =
+      static_cast<std::size_t>(std::clamp(at, 0.0, static_cast<double>(m_frames) - 1.0));
+  if (frame < actor.first) return false;
+  pose = Unpack(actor.poses[frame - actor.first]);
+  return true;
 }
 
+/// A round that is gone is another take's; of a rig that is gone nothing is missed.
 bool TakeFilm::IsSame(std::size_t frame) const {
   const double time = TimeOf(frame);
-  for (std::size_t i = 0; i < m_actors.size(); ++i)
-    if (m_actors[i]->IsValid() && !LookSame(Unpack(i, frame), m_actors[i]->GetWorldPose(time)))
+  bool isAny = false, misses = false;
+  for (const Actor& actor : m_actors) {
+    if (frame < actor.first) continue;
+    if (!IsThere(actor)) {
+      misses = misses || actor.isRound;
+      continue;
+    }
+    isAny = isAny || !actor.isRound;
+    if (!LookSame(Unpack(actor.poses[frame - actor.first]), actor.node->GetWorldPose(time)))
       return false;
-  return true;
+  }
+  return !(misses && isAny);
 }
 
 bool TakeFilm::IsOther() const {
