@@ -1,7 +1,9 @@
 // Takes in real time: how long a hand's move takes to the picture that shows it and where that time
-// goes, how many frames and pictures a second a hundred cars come to, and what long takes hold in
-// memory. Needs a display with OpenGL: xvfb-run -a -s "-screen 0 1920x1200x24"
-// build/release/bin/bench_realtime. What a row measures takes half a minute; once it is seconds.
+// goes, how many frames and pictures a second a hundred cars come to, what their frames cost and
+// ask the memory for, and what long takes hold. Needs a display with OpenGL:
+// xvfb-run -a -s "-screen 0 1920x1200x24" build/release/bin/bench_realtime. What a row measures
+// takes half a minute; once it is seconds. HundredCarsStepped needs neither display nor time: it
+// goes by a clock that is told, so its label, a hash of the poses, and its instructions repeat.
 #include <malloc.h>
 
 #include <QApplication>
@@ -15,6 +17,7 @@
 #include <fstream>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <random>
 #include <string>
@@ -25,6 +28,7 @@
 #include "Figures.h"
 #include "RollingTerrain.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
 #include "app/studio/StagePane.h"
@@ -40,6 +44,24 @@
 #include "unidevice/Device.h"
 #include "unidevice/Driver.h"
 #include "unidevice/DriverManager.h"
+
+namespace orv::bench {
+namespace {
+std::atomic<std::uint64_t> g_allocations{0};
+}
+}  // namespace orv::bench
+
+void* operator new(std::size_t size) {
+  ++orv::bench::g_allocations;
+  if (void* const memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
 
 namespace orv::bench {
 namespace {
@@ -384,6 +406,47 @@ void HundredCarsShown(benchmark::State& state) {
   }
 }
 BENCHMARK(HundredCarsShown)->Arg(60)->Arg(25)->Iterations(1)->Unit(benchmark::kSecond);
+
+void HundredCarsStepped(benchmark::State& state) {
+  int argc = 0;
+  std::optional<QCoreApplication> application;  // for timers
+  if (!QCoreApplication::instance()) application.emplace(argc, nullptr);
+  const tests::TempFolder folder;
+  rws::core::DataRoot::Set(folder.path);
+  app::SceneSession session;
+  FillScene(session, folder.path, 100, 60.0);
+  auto* const pad = new Pad;
+  CoreImplementation& core = session.GetCore();
+  MapPad(core, *pad);
+  core.StartRecording();
+  unsigned ms = 0;
+  const auto perform = [&](int frames) {
+    const double first = core.GetFrameTime();
+    for (; core.GetFrameTime() < first + (frames - 0.5) * core.GetFrameDuration(); ms += 4) {
+      pad->places[0] = 0.3 * std::sin(ms * 1e-3);
+      core.OnTimer(rws::core::RecordManager::kTakeTimer, ms);
+    }
+  };
+  perform(20);  // what the first frames make
+  const int frames = 100 * Turns(10);
+  const std::uint64_t before = g_allocations;
+  for (auto _ : state) {
+    const double seconds = Seconds([&] { perform(frames); });
+    state.counters["frame_us"] = seconds / frames * 1e6;
+  }
+  state.counters["allocations_a_frame"] = static_cast<double>(g_allocations - before) / frames;
+  Hash hash;
+  for (SceneNode* node : session.GetScene().GetNodes())
+    hash.Add(session.GetAdaptor()
+                 .FindSceneNode(node->GetName())
+                 ->GetWorldPose(core.GetFrameTime())
+                 .data(),
+             16);
+  state.SetLabel("poses " + std::to_string(hash.value));
+  core.StopRecording();
+  unidevice::DriverManager::instance().removeDriver(kDriver);
+}
+BENCHMARK(HundredCarsStepped)->Iterations(1)->Unit(benchmark::kSecond);
 
 // --- long takes ---
 
