@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "util/Box.h"
+#include "util/Simd.h"
 #include "util/Vector3.h"
 
 namespace orv::util {
@@ -69,24 +70,45 @@ class MeshRays {
     int depth;
   };
 
-  /// A neighbourhood in which many short rays follow each other, as those of a wheel do, and the
-  /// few nodes that reach into it: its rays need not come down from the root.
+  /// Planes of two triangles, by which a ray that can't hit these is told at once.
+  struct Planes {
+    DoublePair normal[3];      ///< unit
+    DoublePair offset;         ///< distance of the plane from the mesh's origin
+    DoublePair room;           ///< a ray that stays farther away from the plane than this misses
+    std::int32_t triangle[2];  ///< twice the same where there is no other
+  };
+
+  /// A neighbourhood in which many short rays follow each other, as those of a wheel do, and what
+  /// reaches into it: its rays need not come down from the root.
   struct Place {
-    static constexpr int kMostNodes = 6;
-    Box inner;       ///< rays within it may use the nodes
-    Box seen;        ///< round the latest ray that found no place
-    int count = -1;  ///< of the nodes; below 0 while there is no place
+    static constexpr int kMostNodes = 6, kMostPlanes = 16;
+    Box inner;              ///< rays within it may use what is noted here
+    double shortest = 0.0;  ///< rays below that are worth a smaller place
+    int count = -1;         ///< of the nodes; below 0 while there is no place
     std::int32_t pair[kMostNodes], side[kMostNodes];
+    int planeCount = -1;  ///< below 0 where too many triangles reach in: then the nodes serve
+    Planes planes[kMostPlanes];
+  };
+  /// The surroundings of the latest ray that found no place.
+  struct Seen {
+    Box box;
+    double shortest = 0.0;
   };
 
   class Builder;
   struct Ray;
   struct Entry;
+  struct Closest;
 
   void divide(Entry& entry) const;
   bool isInPlace(const Vector3<double>& origin, const Vector3<double>& way) const;
-  void fillPlace(const Box& box) const;
+  void fillPlace() const;
+  void findPlanes(const Box& box) const;
+  Planes planesOf(std::int32_t first, std::int32_t second, const Box& box) const;
+  unsigned crossPlanes(const Vector3<double>& origin, const Vector3<double>& way) const;
   static bool hitTriangle(const Ray& ray, const Triangle& triangle, double& t);
+  void look(const Ray& ray, std::int32_t triangle, Closest& closest) const;
+  void walk(const Ray& ray, bool inPlace, Closest& closest) const;
 
   std::shared_ptr<const CMesh> m_mesh;
   // Grow where rays go.
@@ -94,6 +116,7 @@ class MeshRays {
   mutable std::vector<Triangle> m_triangles;  ///< of the sorted leaves
   mutable std::vector<Region> m_regions;
   mutable Place m_place;
+  mutable Seen m_seen;
   mutable std::vector<std::int32_t> m_order;  ///< usable triangles, region by region
 };
 

@@ -29,6 +29,14 @@ struct DoublePair {
   double value[2];
 
   double operator[](int i) const { return value[i]; }
+  double& operator[](int i) { return value[i]; }
+  friend DoublePair operator-(const DoublePair& a) { return {{-a.value[0], -a.value[1]}}; }
+  friend DoublePair operator+(const DoublePair& a, const DoublePair& b) {
+    return {{a.value[0] + b.value[0], a.value[1] + b.value[1]}};
+  }
+  friend DoublePair operator-(const DoublePair& a, const DoublePair& b) {
+    return {{a.value[0] - b.value[0], a.value[1] - b.value[1]}};
+  }
   friend DoublePair operator-(const DoublePair& a, double b) {
     return {{a.value[0] - b, a.value[1] - b}};
   }
