@@ -345,12 +345,13 @@ MeshRays::MeshRays(std::shared_ptr<const CMesh> mesh) : m_mesh(std::move(mesh)) 
 /// so that z is its main direction, and sheared so that it runs along z.
 struct MeshRays::Ray {
   Vec origin;
+  Vec behind;  ///< the origin for what is left: along the border of a box a ray stays in it
   double inverse[3];
   int negative[3];  ///< 1 where it runs towards lower values, else 0
   int kx, ky, kz;
   double shearX, shearY, shearZ;
 
-  Ray(const Vec& from, const Vec& direction) : origin(from) {
+  Ray(const Vec& from, const Vec& direction) : origin(from), behind(from) {
     kz = 0;
     if (std::abs(direction.y) > std::abs(direction[kz])) kz = 1;
     if (std::abs(direction.z) > std::abs(direction[kz])) kz = 2;
@@ -364,6 +365,8 @@ struct MeshRays::Ray {
       // A tiny step in place of none keeps the slab test free of 0 * infinity.
       const double step = direction[i] == 0.0 ? std::copysign(1e-300, direction[i]) : direction[i];
       inverse[i] = 1.0 / step;
+      if (direction[i] == 0.0)
+        behind[i] -= std::copysign(std::max(std::abs(from[i]) * 1e-15, 1e-280), step);
       negative[i] = inverse[i] < 0.0;
     }
   }
@@ -375,7 +378,7 @@ struct MeshRays::Ray {
     leave = Lanes{limit, limit} * kSlabSlack;
     for (int i = 0; i < 3; ++i) {
       const Lanes a = (widen(pair.bound[negative[i]][i]) - origin[i]) * inverse[i];
-      const Lanes b = (widen(pair.bound[1 - negative[i]][i]) - origin[i]) * inverse[i] * kSlabSlack;
+      const Lanes b = (widen(pair.bound[1 - negative[i]][i]) - behind[i]) * inverse[i] * kSlabSlack;
       enter = larger(a, enter);
       leave = smaller(b, leave);
     }
@@ -444,9 +447,24 @@ bool meets(const Box& box, const Pair& pair, int side) {
 
 }  // namespace
 
-/// Whether the ray's whole way lies in the place. The second of two rays that come near each other
-/// makes a new one; what rays of another order of length do doesn't count.
-bool MeshRays::isInPlace(const Vec& origin, const Vec& way) const {
+/// Whether the ray's whole way lies in the place, and is not too short for it. False for one that
+/// is no ray.
+inline bool MeshRays::isInPlace(const Vec& origin, const Vec& way) const {
+  const Place& place = m_place;
+  double longest = 0.0;
+  for (int i = 0; i < 3; ++i) {
+    const double end = origin[i] + way[i];
+    if (!(origin[i] >= place.inner.low[i] && origin[i] <= place.inner.high[i] &&
+          end >= place.inner.low[i] && end <= place.inner.high[i]))
+      return false;
+    longest = std::max(longest, std::abs(way[i]));
+  }
+  return longest >= place.shortest;
+}
+
+/// The second of two rays that come near each other makes a place, and is in it; what rays of
+/// another order of length do doesn't count.
+bool MeshRays::makePlace(const Vec& origin, const Vec& way) const {
   if (!isFinite(way)) return false;
   Box box;
   box.add(origin);
@@ -456,7 +474,6 @@ bool MeshRays::isInPlace(const Vec& origin, const Vec& way) const {
     longest = std::max(longest, std::abs(way[i]));
     farthest = std::max(farthest, std::abs(origin[i]));
   }
-  if (m_place.count >= 0 && longest >= m_place.shortest && m_place.inner.holds(box)) return true;
   if (!(longest > farthest * kShortestInPlace)) return false;
   const bool isNear = longest >= m_seen.shortest && m_seen.box.holds(box);
   const Vec room(longest, longest, longest);
@@ -576,9 +593,10 @@ unsigned MeshRays::crossPlanes(const Vec& origin, const Vec& way) const {
     const DoublePair rise = n[0] * way.x + n[1] * way.y + n[2] * way.z;
     const DoublePair end = begin + rise;
     const DoublePair away = larger(smaller(begin, end), smaller(-begin, -end)) - planes.room;
-    const DoublePair steep = larger(rise, -rise);
-    for (int lane = 0; lane < 2; ++lane)
-      if (!(away[lane] > 0.0 && steep[lane] >= flat)) crossed |= 1u << (2 * i + lane);
+    // What is not a number is no miss.
+    const DoublePair misses = smaller(larger(rise, -rise) - flat, away);
+    if (!(misses[0] > 0.0)) crossed |= 1u << (2 * i);
+    if (!(misses[1] > 0.0)) crossed |= 2u << (2 * i);
   }
   return crossed;
 }
@@ -628,11 +646,15 @@ void MeshRays::walk(const Ray& ray, bool inPlace, Closest& closest) const {
 }
 
 bool MeshRays::intersect(const Vec& origin, const Vec& direction, double maxT, Hit& hit) const {
-  if (m_pairs.empty() || !isFinite(origin) || !isFinite(direction) || !(maxT >= 0.0)) return false;
-  if (direction.x == 0.0 && direction.y == 0.0 && direction.z == 0.0) return false;
+  if (!(maxT >= 0.0)) return false;
   const Vec way = direction * maxT;
-  const bool inPlace = isInPlace(origin, way);
   Closest closest{maxT};
+  bool inPlace = isInPlace(origin, way);
+  if (!inPlace) {
+    if (m_pairs.empty() || !isFinite(origin) || !isFinite(direction)) return false;
+    if (direction.x == 0.0 && direction.y == 0.0 && direction.z == 0.0) return false;
+    inPlace = makePlace(origin, way);
+  }
   if (inPlace && m_place.planeCount >= 0) {
     unsigned crossed = crossPlanes(origin, way);
     if (crossed == 0) return false;

@@ -82,9 +82,9 @@ class MeshRays {
   /// reaches into it: its rays need not come down from the root.
   struct Place {
     static constexpr int kMostNodes = 6, kMostPlanes = 16;
-    Box inner;              ///< rays within it may use what is noted here
+    Box inner;              ///< rays within it may use what is noted here; empty at first
     double shortest = 0.0;  ///< rays below that are worth a smaller place
-    int count = -1;         ///< of the nodes; below 0 while there is no place
+    int count = 0;          ///< of the nodes
     std::int32_t pair[kMostNodes], side[kMostNodes];
     int planeCount = -1;  ///< below 0 where too many triangles reach in: then the nodes serve
     Planes planes[kMostPlanes];
@@ -102,6 +102,7 @@ class MeshRays {
 
   void divide(Entry& entry) const;
   bool isInPlace(const Vector3<double>& origin, const Vector3<double>& way) const;
+  bool makePlace(const Vector3<double>& origin, const Vector3<double>& way) const;
   void fillPlace() const;
   void findPlanes(const Box& box) const;
   Planes planesOf(std::int32_t first, std::int32_t second, const Box& box) const;

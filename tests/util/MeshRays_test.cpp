@@ -105,6 +105,57 @@ TEST(MeshRays, AgreesWithEveryTriangleTriedInTurn) {
   EXPECT_EQ(hash, 9076270509425987295u) << "also with ORV_PLAIN_SIMD";
 }
 
+/// Short rays follow each other round a wheel, some flat over the ground or through a corner, and
+/// now and then a long one from above: to the bit they hit what the triangles alone tell.
+TEST(MeshRays, RaysRoundAWheelHitWhatEachTriangleTellsAlone) {
+  std::mt19937 random(11);
+  std::uniform_real_distribution<double> unit(-1.0, 1.0);
+  constexpr int kQuads = 5;
+  int hits = 0, places = 0;
+  for (const double far : {0.0, 3000.0})
+    for (const double height : {1.0, 1e-9, 0.0}) {
+      CMesh mesh = Hills(kQuads);
+      for (Vec& vertex : mesh.vertices) vertex = Vec(vertex.x + far, vertex.y * height, vertex.z);
+      mesh.vertices.push_back(mesh.vertices[14] + Vec(2.0, 1e-12, 1e-7));  // a sliver
+      mesh.faces.insert(mesh.faces.end(), {14, 15, static_cast<int>(mesh.vertices.size()) - 1});
+      const MeshRays rays = RaysOver(mesh);
+      for (; places % 40 < 39; ++places) {
+        const Vec& corner = mesh.vertices[static_cast<std::size_t>(places % 40) * 36 / 40];
+        const bool isExact = places % 4 == 0;
+        Vec centre = corner + Vec(unit(random), unit(random), unit(random)) * 0.4;
+        if (isExact) centre = corner + Vec(0.0, 0.25, 0.0);
+        for (int i = 0; i < 24; ++i) {
+          const double angle = 0.2618 * i, length = 0.1 + 0.3 * std::abs(unit(random));
+          Vec way = Vec(std::sin(angle), -std::cos(angle), i % 3 ? 0.0 : 0.1) * length;
+          if (i % 8 == 1) way = Vec(length, (i - 9) * 1e-13, length * unit(random));
+          if (isExact && i % 6 == 0) way = corner - centre;
+          const Vec from = i % 8 == 1 ? Vec(centre.x, corner.y, centre.z) : centre;
+          const double most = i % 12 == 5 ? 900.0 : 1.0;
+          double least = most;
+          int expected = -1;
+          MeshRays::Hit hit;
+          for (std::size_t face = 0; face < mesh.faces.size(); face += 3) {
+            CMesh one;
+            one.vertices = mesh.vertices;
+            one.faces.assign(mesh.faces.begin() + face, mesh.faces.begin() + face + 3);
+            if (!RaysOver(one).intersect(from, way, least, hit)) continue;
+            if (expected >= 0 && hit.t == least) continue;
+            least = hit.t;
+            expected = static_cast<int>(face / 3);
+          }
+          const bool isHit = rays.intersect(from, way, most, hit);
+          ASSERT_EQ(isHit, expected >= 0) << places << " " << i;
+          if (!isHit) continue;
+          ++hits;
+          ASSERT_EQ(hit.triangle, expected) << places << " " << i;
+          ASSERT_EQ(hit.t, least);
+        }
+      }
+      ++places;
+    }
+  EXPECT_GT(hits, 1000);
+}
+
 TEST(MeshRays, LetsNothingThroughWhereTrianglesMeet) {
   const int n = 20;
   const MeshRays rays = RaysOver(Hills(n));

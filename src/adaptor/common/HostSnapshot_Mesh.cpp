@@ -7,6 +7,17 @@ namespace orv::rws::adaptor {
 
 using util::Vector3;
 
+namespace {
+
+/// The image of `p` under an affine map: transformPoint() without its division by 1.
+Vector3<double> TransformAffine(const util::Matrix<double>& m, const Vector3<double>& p) {
+  return {p.x * m[0] + p.y * m[4] + p.z * m[8] + m[12],
+          p.x * m[1] + p.y * m[5] + p.z * m[9] + m[13],
+          p.x * m[2] + p.y * m[6] + p.z * m[10] + m[14]};
+}
+
+}  // namespace
+
 util::CMesh HostSnapshot_Mesh::GetMesh() {
   const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh();
   return mesh ? *mesh : util::CMesh();
@@ -42,7 +53,7 @@ bool HostSnapshot_Mesh::Intersect(const Vector3<double>& origin, const Vector3<d
   // it is in the node's space.
   const Vector3<double> unit = direction / length;
   util::MeshRays::Hit found;
-  if (!m_rays->intersect(m_inverse.transformPoint(origin), m_inverse.transformVector(unit),
+  if (!m_rays->intersect(TransformAffine(m_inverse, origin), m_inverse.transformVector(unit),
                          maxDistance, found))
     return false;
   hit.distance = found.t;

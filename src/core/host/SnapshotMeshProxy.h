@@ -6,11 +6,21 @@
 
 namespace orv::rws::core {
 
-/// Forwards each call to the adaptor's snapshot, which goes back to its node with this proxy.
+/// Forwards each call to the adaptor's snapshot, which goes back to its node with this proxy. The
+/// instance keeps free ones for the next frame.
 class Snapshot_Mesh_Proxy : public CSnapshot_Mesh {
  public:
-  Snapshot_Mesh_Proxy(CoreNode* node, CSnapshot_Mesh* target) : m_node(node), m_target(target) {}
-  ~Snapshot_Mesh_Proxy() override { m_node->ReleaseSnapshot(m_target); }
+  Snapshot_Mesh_Proxy(CoreNode* node, CSnapshot_Mesh* target) { Bind(node, target); }
+  ~Snapshot_Mesh_Proxy() override { Free(); }
+
+  void Bind(CoreNode* node, CSnapshot_Mesh* target) {
+    m_node = node;
+    m_target = target;
+  }
+  void Free() {
+    if (m_target) m_node->ReleaseSnapshot(m_target);
+    m_target = nullptr;
+  }
 
   std::intptr_t Extension(int code, void* a, void* b) override {
     return m_target->Extension(code, a, b);

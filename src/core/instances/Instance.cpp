@@ -350,7 +350,12 @@ CSnapshot_Helper* Instance::GetSnapshotHelper(CNode* node) {
 CSnapshot_Mesh* Instance::GetSnapshotMesh(CNode* node, double time) {
   if (!node) return nullptr;
   CSnapshot_Mesh* target = AsCoreNode(node)->GetSnapshotMesh(time);
-  return target ? new Snapshot_Mesh_Proxy(AsCoreNode(node), target) : nullptr;
+  if (!target) return nullptr;
+  if (m_freeMeshes.empty()) return new Snapshot_Mesh_Proxy(AsCoreNode(node), target);
+  Snapshot_Mesh_Proxy* const proxy = m_freeMeshes.back().release();
+  m_freeMeshes.pop_back();
+  proxy->Bind(AsCoreNode(node), target);
+  return proxy;
 }
 
 CSnapshot_Lens* Instance::GetSnapshotLens(CNode* node, double time) {
@@ -366,7 +371,10 @@ void Instance::ReleaseNode(void* object) {
 }
 
 void Instance::ReleaseSnapshotMesh(CSnapshot_Mesh* snapshot) {
-  delete snapshot;
+  if (!snapshot) return;
+  auto* const proxy = static_cast<Snapshot_Mesh_Proxy*>(snapshot);
+  proxy->Free();
+  m_freeMeshes.emplace_back(proxy);
 }
 
 void Instance::ReleaseSnapshotLens(CSnapshot_Lens* snapshot) {

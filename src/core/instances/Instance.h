@@ -32,6 +32,7 @@ namespace orv::rws::core {
 
 class CoreNode;
 class InstanceHost;
+class Snapshot_Mesh_Proxy;
 class Tool;
 struct OwnedBlock;
 
@@ -229,6 +230,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::shared_ptr<int> m_life;             ///< expires with this instance: undo steps watch it
   std::weak_ptr<OwnedBlock> m_ownedBlock;  ///< of the steps that the rig has made last
   int m_ownedBlockNumber = 0;
+  std::vector<std::unique_ptr<Snapshot_Mesh_Proxy>> m_freeMeshes;
   bool m_updating = false;  ///< the rig is being told the host's time
   int m_identity;
   InstanceHost& m_host;
