@@ -329,7 +329,7 @@ void Latency(benchmark::State& state) {
         desk.pad->places[0] = i * Follower::kStep;
       }
     });
-    Wait(Length(15.0));
+    Wait(Length(40.0));
     goesOn = false;
     hand.join();
     desk.studio->ScriptedCore().StopRecording();
@@ -345,6 +345,9 @@ void Latency(benchmark::State& state) {
     state.counters["moves"] = static_cast<double>(follower.all.size());
     const auto& view = static_cast<app::view::StageView&>(*stage);
     state.counters["triangles"] = static_cast<double>(view.GetCounts().triangles);
+    const auto figures = static_cast<app::StagePane&>(*desk.studio->GetStage()).GetFigures();
+    state.counters["pictures"] = static_cast<double>(figures.painted);
+    state.counters["dropped"] = static_cast<double>(figures.dropped);
     state.counters["scale"] = view.GetPictureQuality().scale;
   }
 }

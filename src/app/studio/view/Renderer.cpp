@@ -505,7 +505,7 @@ void Renderer::DrawPicture(const FramePacket& packet, const PixelRect& area, dou
   m_gl->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
   if (wire) DrawWire(packet);
   m_gl->glDepthMask(GL_FALSE);
-  if (packet.grid.visible) DrawGrid(packet);
+  if (packet.grid.visible) DrawGrid(packet, isRough);
   for (const Batch& batch : packet.blended)
     DrawBatch(packet, batch, BitsFor(*batch.mesh, packet.materials[batch.material]), batch.count);
   if (!packet.ghosts.empty()) DrawGhosts(packet);
@@ -571,8 +571,8 @@ void Renderer::DrawGhosts(const FramePacket& packet) {
 
 // --- the grid ---
 
-void Renderer::DrawGrid(const FramePacket& packet) {
-  DrawLines(packet, packet.grid.step, 10, 0.45f * packet.grid.fade);
+void Renderer::DrawGrid(const FramePacket& packet, bool isRough) {
+  if (!isRough) DrawLines(packet, packet.grid.step, 10, 0.45f * packet.grid.fade);
   DrawLines(packet, 10.0 * packet.grid.step, 0, 0.55f);
 }
 

@@ -81,7 +81,7 @@ class Renderer {
   void DrawWire(const FramePacket& packet);
   void DrawThrough(const FramePacket& packet);
   void DrawGhosts(const FramePacket& packet);
-  void DrawGrid(const FramePacket& packet);
+  void DrawGrid(const FramePacket& packet, bool isRough);
   void DrawLines(const FramePacket& packet, double step, int skip, float strength);
   void DrawOutline(const FramePacket& packet, const PixelRect& area, double pixelRatio);
   void DrawRectangle(float left, float bottom, float width, float height);

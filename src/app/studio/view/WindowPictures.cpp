@@ -70,13 +70,15 @@ void WindowPictures::End() {
   auto* const gl = Functions();
   m_fence = gl->glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
   gl->glFlush();
-  m_widget.doneCurrent();
 }
 
 bool WindowPictures::Poll() {
   QWindow* const window = m_widget.windowHandle();
   QOpenGLContext* const context = m_widget.context();
-  if (!m_fence || !window || !context || !context->makeCurrent(window)) {
+  // It mostly still is current; to make it so asks the window system, which takes its time.
+  const bool isCurrent =
+      context && QOpenGLContext::currentContext() == context && context->surface() == window;
+  if (!m_fence || !window || !context || !(isCurrent || context->makeCurrent(window))) {
     m_fence = nullptr;
     return false;
   }
@@ -85,8 +87,8 @@ bool WindowPictures::Poll() {
   if (isDone) {
     Drop();
     context->swapBuffers(window);
+    m_widget.doneCurrent();
   }
-  m_widget.doneCurrent();
   return isDone;
 }
 

@@ -21,7 +21,7 @@ class WindowPictures {
   /// The widget's context is current, and what is drawn next goes to its window; false where that
   /// can't be had now, as while it isn't seen.
   bool Begin();
-  /// All is drawn: on to the driver. No context is current.
+  /// All is drawn: on to the driver. The context stays current.
   void End();
   /// Between `End` and the picture that is seen.
   bool IsPending() const { return m_fence != nullptr; }

@@ -9,7 +9,8 @@ namespace orv::app::view {
 struct PictureQuality {
   int samples = 0;     ///< of each pixel; 0 for one, without a buffer for more
   double scale = 1.0;  ///< of width and height, (0, 1]
-  /// Coarser meshes may look otherwise, but lie where they should to some pixels.
+  /// Coarser meshes may look otherwise, but lie where they should to some pixels; of the grid there
+  /// are the coarse lines alone.
   bool isRough = false;
 };
 
