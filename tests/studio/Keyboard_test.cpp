@@ -45,6 +45,7 @@ TEST_F(Keyboard, DrivesByPlaceWhileOurWindowHasTheFocus) {
   studio.Do("wait 0.4");
   display.Do("keyup " + letterZ);
   focus(ours);
+  EXPECT_GT(studio.State()["pictures"]["painted"].get<int>(), 3) << "seen in their own window";
   studio.DoAll({"wait 0.3", "stop", "save " + Path("b.glb")});
   Rigwright({"inputs", "b.glb", "-o", "keys.csv"});
   std::istringstream rows(folder.Read("keys.csv"));
