@@ -186,6 +186,10 @@ TEST_F(Studio, AsksBeforeChangesAreLost) {
   EXPECT_EQ(folder.Read("poses.csv").rfind("time,node,", 0), 0u);
   Choose(studio, "File", "Export animation...");
   studio.DoAll({"key Ctrl+A", "type " + folder.path + "/poses.usda", "key Return"});
+  // The script goes on while it is written.
+  const std::string told = folder.path + "/poses.usda was written.";
+  for (int i = 0; i < 100 && studio.ValueOf("MainWindow", kNoticeText) != told; ++i)
+    studio.Do("wait 0.1");
   EXPECT_EQ(folder.Read("poses.usda").rfind("#usda 1.0", 0), 0u);
   // A delivery has no rigs, and so is never the scene's own file.
   const std::string own = folder.Read("a.glb");

@@ -224,7 +224,8 @@ inline DeliveredFile readMayaAscii(std::string text) {
       auto name = words.begin();
       while ((*name)[0] != '.') ++name;
       const std::string attribute = name->substr(0, name->find('['));
-      if (*(name + 1) == "-type") ++ ++name;
+      // Some only say how long an attribute gets.
+      if (name + 1 != words.end() && *(name + 1) == "-type") name += 2;
       auto& values = objects.back().attributes[attribute];
       values.insert(values.end(), name + 1, words.end());
     } else if (verb == "connectAttr") {

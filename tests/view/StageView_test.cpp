@@ -394,7 +394,7 @@ TEST_F(StageView, DrawsCoarserMeshesThatLookTheSame) {
   const QImage exact = fixed.grabFramebuffer();
   EXPECT_EQ(fixed.GetCounts().triangles, sheet.faces.size() / 3);
   Show(free);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !free.IsMakingLevels(); }, 20000));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !free.IsMakingLevels(); }, 60000));
   const QImage coarse = free.grabFramebuffer();
   EXPECT_LT(free.GetCounts().triangles, sheet.faces.size() / 3 / 3);
   int changed = 0;

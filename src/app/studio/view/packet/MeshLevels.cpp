@@ -24,7 +24,7 @@ constexpr double kLeastGain = 0.8;
 /// What may change unseen, on average: length of a unit normal's difference, parts of a colour,
 /// parts of a texture.
 constexpr double kNormalTolerance = 0.06, kColourTolerance = 0.02, kPlaceTolerance = 5e-4;
-constexpr std::size_t kMostSamples = 512;  ///< of a piece and level
+constexpr std::size_t kMostSamples = 256;  ///< of a piece and level
 
 Vector3<double> PointOf(const MeshData::Float3& p) {
   return {p[0], p[1], p[2]};
