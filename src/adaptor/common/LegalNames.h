@@ -1,9 +1,10 @@
-/// Names that hosts and their files take.
+// Names that hosts and their files take.
 #pragma once
 
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orv::rws::adaptor {

@@ -96,6 +96,7 @@ StageView::~StageView() {
 void StageView::initializeGL() {
   connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] {
     makeCurrent();
+    m_window.Drop();
     m_renderer.reset();
     doneCurrent();
   });
