@@ -36,6 +36,7 @@ SpaceNavDriver::SpaceNavDriver(LogFn log) : Driver(kName), m_log(std::move(log))
 }
 
 SpaceNavDriver::~SpaceNavDriver() {
+  m_log = nullptr;  // the mouse is still there
   disconnect();
 }
 

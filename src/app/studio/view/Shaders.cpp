@@ -13,8 +13,10 @@ constexpr char kLight[] = R"(
 uniform vec3 light;
 uniform vec3 ahead;  // where the eye looks
 float LightOn(vec3 n, vec3 at) {
-  // Towards the eye: a side that is seen. The middle of the picture stands for all of it.
-  n = dot(n, at) > 0.0 ? -n : n;
+  // Towards the eye: a side that is seen, but for a crest's, whose smooth normal leads a little away.
+  // The middle of the picture stands for all of it.
+  float away = max(dot(n, at), 0.0);
+  n = away * away > 0.01 * dot(at, at) ? -n : n;
   return sqrt(0.2 + 0.14 * n.y + 0.55 * max(dot(n, light), 0.0) + 0.25 * abs(dot(n, ahead)));
 }
 )";
