@@ -56,6 +56,7 @@ TEST(Tablet, PensMoveControlsUntilTheyAreLifted) {
   studio->ScriptedCore().GetPreferences().penArea = rws::core::Preferences::PenArea::kTablet;
   move(QEvent::TabletMove, Qt::RightButton);
   expect("Axis", {0.5, 0.0, 0.5, 0.25, -0.5});
+  expect("Slider", {0.0});  // it hovers, whatever pressure is told
   expect("Button", {0.0, 1.0, 0.0, 1.0});
   QEvent gone(QEvent::TabletLeaveProximity);
   QApplication::sendEvent(qApp, &gone);

@@ -145,11 +145,12 @@ void InputWatch::OnPen(const QWindow& window, const QTabletEvent& event) {
     pen.screenLeft = part(event.globalPosF().x() - all.x(), all.width());
     pen.screenTop = part(event.globalPosF().y() - all.y(), all.height());
   }
-  pen.pressure = event.pressure();
   pen.tiltRight = event.xTilt();
   pen.tiltNear = event.yTilt();
   pen.twist = event.rotation();
   pen.tip = event.buttons() & Qt::LeftButton;
+  // Some tablets keep telling the last pressure of a pen that is lifted.
+  pen.pressure = pen.tip ? event.pressure() : 0.0;
   pen.firstButton = event.buttons() & Qt::RightButton;
   pen.secondButton = event.buttons() & Qt::MiddleButton;
   m_sink.OnPen(pen);
