@@ -31,10 +31,15 @@ class Failure : public std::exception {
   std::string m_text;
 };
 
-/// The user has ended the verb by a signal; nothing has been written. Exit status 130.
+/// The user has ended the verb by a signal. Exit status 130.
 class Interrupted : public std::exception {
  public:
-  const char* what() const noexcept override { return "interrupted"; }
+  explicit Interrupted(std::string text = "interrupted: nothing was written")
+      : m_text(std::move(text)) {}
+  const char* what() const noexcept override { return m_text.c_str(); }
+
+ private:
+  std::string m_text;
 };
 
 /// The command line alone shows that it can't be meant; exit status 2.

@@ -174,8 +174,8 @@ int Program::RunVerb() {
     return m_output.Finish() ? kDone : kFailed;
   } catch (const WrongUsage& usage) {
     return TellWrongUsage(usage.what());
-  } catch (const Interrupted&) {
-    m_output.Error("interrupted: nothing was written");
+  } catch (const Interrupted& interrupted) {
+    m_output.Error(interrupted.what());
     return kInterrupted;
   } catch (const Failure& failure) {
     m_output.Error(failure.what());

@@ -124,7 +124,7 @@ ConfigElement& SceneJob::FindElement(Instance& rig, const std::string& label, bo
                 "name one by its id: " + Joined(choices));
 }
 
-SceneJob::Parameter SceneJob::SetParameter(const std::string& assignment) {
+SceneJob::Parameter SceneJob::FindAssigned(const std::string& assignment, std::string& value) {
   std::string rest;
   Instance& instance = RigOf(assignment, rest);
   // A label may hold "=" itself: the longest one that there is counts.
@@ -133,15 +133,21 @@ SceneJob::Parameter SceneJob::SetParameter(const std::string& assignment) {
     if (!instance.GetConfig().FindAll(rest.substr(0, at)).empty()) equals = at;
   if (equals == std::string::npos)
     throw Failure(assignment, "there is no value", "write RIG:LABEL=VALUE");
-  ConfigElement& target = FindElement(instance, rest.substr(0, equals), false);
-  const std::string name = instance.GetInstanceName() + ":" + target.GetLabel();
-  std::string problem;
-  if (!GetCore().EditParameter(instance, target.GetId(), rest.substr(equals + 1), problem)) {
+  value = rest.substr(equals + 1);
+  return {instance, FindElement(instance, rest.substr(0, equals), false)};
+}
+
+SceneJob::Parameter SceneJob::SetParameter(const std::string& assignment) {
+  std::string value, problem;
+  const Parameter found = FindAssigned(assignment, value);
+  const ConfigElement& target = found.element;
+  const std::string name = found.rig.GetInstanceName() + ":" + target.GetLabel();
+  if (!GetCore().EditParameter(found.rig, target.GetId(), value, problem)) {
     throw Failure(name, problem,
                   target.GetItems().empty() ? "" : "choose one of: " + Joined(target.GetItems()));
   }
   if (!problem.empty()) m_program.GetOutput().Warn(name + ": " + problem);
-  return {instance, target};
+  return found;
 }
 
 void SceneJob::LoadProfile(Instance& rig, const std::string& name) {

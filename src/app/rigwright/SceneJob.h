@@ -69,7 +69,9 @@ class SceneJob {
     rws::core::Instance& rig;
     rws::core::ConfigElement& element;
   };
-  /// Edits one parameter from "RIG:LABEL=VALUE" or "RIG:#ID=VALUE".
+  /// The parameter of "RIG:LABEL=VALUE" or "RIG:#ID=VALUE", and what stands behind it.
+  Parameter FindAssigned(const std::string& assignment, std::string& value);
+  /// Edits that parameter.
   Parameter SetParameter(const std::string& assignment);
 
   /// Loads a config profile; one of an older version is told as a warning.

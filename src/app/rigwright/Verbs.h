@@ -24,5 +24,6 @@ void AddTakeVerb(Program& program);
 void AddInputsVerb(Program& program);
 void AddExportVerb(Program& program);
 void AddPlotVerb(Program& program);
+void AddSweepVerbs(Program& program);  ///< sweep, sweep open, collect, work
 
 }  // namespace orv::app

@@ -34,6 +34,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddWhyVerb(program);
   orv::app::AddExportVerb(program);
   orv::app::AddPlotVerb(program);
+  orv::app::AddSweepVerbs(program);
   orv::app::AddPreferenceVerb(program);
   orv::app::AddLicenceVerb(program);
   return program.Run(argc, argv);

@@ -46,7 +46,7 @@ class OnlyRigs {
 };
 
 RunResult Resimulate(CoreImplementation& core, const TimeSpan& span, const Monitor& monitor,
-                     const RowsToStep& only) {
+                     const RowsToStep& only, const std::function<void()>& afterFrame) {
   constexpr long kTold = 16;  // frames between two looks of the monitor's progress
   RunResult result;
   if (core.IsRecording()) return result;
@@ -56,8 +56,10 @@ RunResult Resimulate(CoreImplementation& core, const TimeSpan& span, const Monit
   if (!result.began) return result;
   const double rate = core.GetFrameRate();
   const auto total = static_cast<long>(std::floor((span.to - span.from) * rate + 1e-3));
-  while (!monitor.IsCancelled() && core.StepResimulation())
+  while (!monitor.IsCancelled() && core.StepResimulation()) {
+    if (afterFrame) afterFrame();
     if (++result.frames % kTold == 0) monitor.Tell(result.frames, total);
+  }
   core.EndResimulation();
   result.cancelled = monitor.IsCancelled();
   result.seconds = monitor.Seconds();

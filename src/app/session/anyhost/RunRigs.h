@@ -33,9 +33,10 @@ struct RunResult {
 };
 
 /// Steps the rigs that take part over `span` from their recorded inputs, as fast as it can, and
-/// writes the keys: one undo step.
+/// writes the keys: one undo step. `afterFrame`, when given, is called after each frame.
 RunResult Resimulate(rws::core::CoreImplementation& core, const TimeSpan& span,
-                     const Monitor& monitor, const RowsToStep& only = {});
+                     const Monitor& monitor, const RowsToStep& only = {},
+                     const std::function<void()>& afterFrame = {});
 
 /// A take of a told length against the real clock, one undo step. It runs in Qt's event loop, which
 /// the program keeps going until it is told of the end.
