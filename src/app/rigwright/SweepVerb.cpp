@@ -118,10 +118,6 @@ std::vector<SweepAxis> AxesOf(SceneJob& job, const SweepOptions& o) {
     for (std::size_t k = 0; k < i; ++k)
       if (axes[k].name == axes[i].name && axes[k].element == axes[i].element)
         throw Failure(axes[i].name, "is varied twice", "give all its values at once");
-  // A value that can't be had is told before the first row is simulated.
-  for (const SweepAxis& axis : axes)
-    for (const std::string& value : axis.values)
-      Require(ApplySweepValue(job.GetSession(), axis, value));
   return axes;
 }
 
@@ -142,6 +138,13 @@ SweepPlan PlanOf(Program& program, const SweepOptions& o) {
   plan.dataRoot = util::absolutePath(rws::core::DataRoot::Get());
   plan.near = o.near.empty() ? "" : job.FindNode(o.near).GetName();
   plan.axes = AxesOf(job, o);
+  if (plan.RowCount() > kMostRows)
+    throw Failure("sweep", "there would be more than " + std::to_string(kMostRows) + " rows",
+                  "vary less");
+  // A value that can't be had is told before the first row is simulated.
+  for (const SweepAxis& axis : plan.axes)
+    for (const std::string& value : axis.values)
+      Require(ApplySweepValue(job.GetSession(), axis, value));
   plan.rig = MeasuredRig(job, o, plan.axes);
   plan.pick = o.pick;
   plan.scenes = o.scenes;
@@ -150,9 +153,6 @@ SweepPlan PlanOf(Program& program, const SweepOptions& o) {
   if (!wrong.empty()) throw Failure("--pick", wrong);
   if (plan.near.empty() && pick.Asks(kSweepNear))
     throw Failure("--pick", "there is nothing to be near to", "give --near NODE");
-  if (plan.RowCount() > kMostRows)
-    throw Failure("sweep", "there would be more than " + std::to_string(kMostRows) + " rows",
-                  "vary less");
   std::string why;
   plan.content = plan.ReadContent(why);
   if (plan.content.empty()) throw Failure("", why);
