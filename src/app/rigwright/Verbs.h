@@ -22,6 +22,7 @@ void AddRangeVerb(Program& program);
 void AddResimVerb(Program& program);
 void AddTakeVerb(Program& program);
 void AddInputsVerb(Program& program);
+void AddEditInputsVerb(Program& program);  ///< edit-inputs
 void AddExportVerb(Program& program);
 void AddPlotVerb(Program& program);
 void AddSweepVerbs(Program& program);  ///< sweep, sweep open, collect, work

@@ -31,6 +31,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddResimVerb(program);
   orv::app::AddTakeVerb(program);
   orv::app::AddInputsVerb(program);
+  orv::app::AddEditInputsVerb(program);
   orv::app::AddWhyVerb(program);
   orv::app::AddExportVerb(program);
   orv::app::AddPlotVerb(program);

@@ -62,6 +62,23 @@ std::string InputFile::Load(rws::core::CoreImplementation& core, const std::stri
   return {};
 }
 
+const util::AVar_Linear<double>* TrackOf(const FoundInput& input) {
+  const auto& entries = input.rig->GetProperties().entries;
+  const auto& tracks = input.rig->GetTracks();
+  for (std::size_t i = 0; i < std::min(entries.size(), tracks.size()); ++i)
+    if (entries[i].second == input.input) return &tracks[i];
+  return nullptr;
+}
+
+void ReplaceTrack(const FoundInput& input, util::AVar_Linear<double> track) {
+  Instance& rig = *input.rig;
+  rig.GetHost().GetAdaptor()->PushUndo(
+      new rws::core::TakeUndo(rig, rws::core::TakeUndo::Of::kTracks));
+  const auto& entries = rig.GetProperties().entries;
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    if (entries[i].second == input.input) rig.SetTrack(static_cast<int>(i), std::move(track));
+}
+
 /// No control gives a value beyond 1, so one in a file is a slip more often than not; it is taken.
 void InputFile::WarnOfLargeValues(const std::string& path) {
   m_warnings.clear();
@@ -78,15 +95,8 @@ void InputFile::WarnOfLargeValues(const std::string& path) {
 }
 
 void InputFile::PutIntoTracks() const {
-  for (std::size_t i = 0; i < m_targets.size(); ++i) {
-    Instance& rig = *m_targets[i].rig;
-    rig.GetHost().GetAdaptor()->PushUndo(
-        new rws::core::TakeUndo(rig, rws::core::TakeUndo::Of::kTracks));
-    const auto& entries = rig.GetProperties().entries;
-    for (std::size_t k = 0; k < entries.size(); ++k)
-      if (entries[k].second == m_targets[i].input)
-        rig.SetTrack(static_cast<int>(k), m_input.columns[i].track);
-  }
+  for (std::size_t i = 0; i < m_targets.size(); ++i)
+    ReplaceTrack(m_targets[i], m_input.columns[i].track);
 }
 
 unidevice::RecordedInput RecordedInputs(const std::vector<Instance*>& rigs) {

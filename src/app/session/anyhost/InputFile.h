@@ -29,6 +29,11 @@ struct FoundInput {
 /// The input of "RIG:INPUT", or of "INPUT" when exactly one rig has it.
 FoundInput FindInput(rws::core::CoreImplementation& core, const std::string& text);
 
+/// Puts a track in the place of the input's; undoable in an open block.
+void ReplaceTrack(const FoundInput& input, util::AVar_Linear<double> track);
+/// The input's track; null when there is none.
+const util::AVar_Linear<double>* TrackOf(const FoundInput& input);
+
 /// An input file read for the rigs of a scene.
 class InputFile {
  public:
