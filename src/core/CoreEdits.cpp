@@ -26,7 +26,7 @@ namespace orv::rws::core {
 namespace {
 
 constexpr char kNotFinite[] = "a number of the response is not finite";
-constexpr char kFedInputs[] = "a resimulation runs, which feeds the inputs";
+constexpr char kFedInputs[] = "the run that goes on plays what was recorded of it";
 
 std::vector<int> AllInputs(const Instance& instance) {
   std::vector<int> all(static_cast<std::size_t>(instance.GetProperties().count()));
@@ -187,9 +187,9 @@ std::string CoreImplementation::ResetGroup(Instance& instance, const ConfigEleme
 std::string CoreImplementation::ChangeInputs(Instance& instance, const std::string& undoName,
                                              std::vector<int> inputs,
                                              const std::function<void()>& change) {
-  if (IsResimulating()) return kFedInputs;
-  const CoreRequest request(*this);
   const int input = inputs.size() == 1 ? inputs[0] : InputsChanged::kAll;
+  if (IsResimulating() || instance.IsFed(inputs.size() == 1 ? input : -1)) return kFedInputs;
+  const CoreRequest request(*this);
   GetAdaptor()->BeginUndoBlock(undoName);
   GetAdaptor()->PushUndo(new InputUndo(instance, std::move(inputs)));
   change();
@@ -237,7 +237,7 @@ std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
 
 std::string CoreImplementation::BeginResponseEdit(Instance& instance, int input) {
   if (!instance.GetProperties().property(input)) return NoInput(input);
-  if (IsResimulating()) return kFedInputs;
+  if (IsResimulating() || instance.IsFed(input)) return kFedInputs;
   const CoreRequest request(*this);
   m_edit = std::make_shared<ResponseEdit>(instance, input);
   return {};

@@ -90,6 +90,66 @@ TEST_F(EndToEnd, APerformedTakeResimulatesBitForBit) {
   EXPECT_EQ(folder.Read("recorded.csv"), folder.Read("recorded2.csv"));
 }
 
+TEST_F(EndToEnd, ATakeWithinAnotherChangesNothingElse) {
+  ok("add shot.glb DirectInputLink --name Hand -o hand.glb");
+  ok("add hand.glb MotionFilterCam --name Cam -o hand.glb");
+  ok("parent hand.glb Cam_AttachedCam Mover -o hand.glb");
+  folder.Write("in.csv", handInputs());
+  ok("take hand.glb --seconds 1.6 --play in.csv --countdown 0 -o take.glb");
+  ok("inputs take.glb -o all.csv");
+  const Poses whole = poses("take.glb");
+  const std::string inputs = folder.Read("all.csv");
+
+  // What was there once more, at once or by other controls; nothing armed; all the same to the bit.
+  ok("take take.glb --from 0.4 --to 0.8 --go-on --play all.csv --countdown 0 -o same.glb");
+  EXPECT_TRUE(poses("same.glb") == whole);
+  ok("take take.glb --seconds 1.6 --arm none --countdown 0 -o none.glb");
+  EXPECT_TRUE(poses("none.glb") == whole);
+  ok("inputs none.glb -o none.csv");
+  EXPECT_EQ(folder.Read("none.csv"), inputs);
+
+  // One input alone, blended in and out: the others stay, and so do the keys ahead of it.
+  const std::string name = json("info take.glb")["rigs"][0]["inputs"][0]["name"];
+  folder.Write("one.csv", "time,Hand:" + name + "\n0,0.9\n2,0.9\n");
+  ok({"take", "take.glb", "--from", "0.4", "--to", "0.8", "--go-on", "--blend", "0.12", "--arm",
+      "Hand:" + name, "--play", "one.csv", "--countdown", "0", "-o", "one.glb"});
+  ok("inputs one.glb -o one.csv");
+  const auto cells = [](const std::string& text) {
+    std::vector<std::vector<double>> rows;
+    std::istringstream lines(text);
+    std::string line;
+    for (std::getline(lines, line); std::getline(lines, line);) {
+      rows.emplace_back();
+      std::istringstream fields(line);
+      for (std::string field; std::getline(fields, field, ',');)
+        rows.back().push_back(std::stod(field));
+    }
+    return rows;
+  };
+  const auto before = cells(inputs), after = cells(folder.Read("one.csv"));
+  ASSERT_EQ(before.size(), after.size());
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const double t = before[i][0];
+    for (std::size_t k = 0; k < before[i].size(); ++k) {
+      if (k == 1 && t > 0.41 && t < 0.79) continue;
+      EXPECT_EQ(after[i][k], before[i][k]) << t;
+    }
+    if (t > 0.53 && t < 0.67) {
+      EXPECT_EQ(after[i][1], 0.9) << t;
+    }
+  }
+  const Poses now = poses("one.glb");
+  for (const auto& [node, rows] : whole) {
+    ASSERT_EQ(now.at(node).size(), rows.size());
+    for (std::size_t i = 0; i <= 10; ++i) EXPECT_EQ(now.at(node)[i], rows[i]) << node;
+  }
+  EXPECT_FALSE(now == whole);
+  tells("take take.glb --from 1 --to 0.5 -o no.glb", 1, {"--to", "not behind"});
+  tells("take take.glb -o no.glb", 2, {"--seconds or --to"});
+  tells("take take.glb --to 1 --blend 1 -o no.glb", 2, {"--go-on"});
+  tells("take take.glb --to 1 --arm Hand:Nose -o no.glb", 1, {"Nose", name});
+}
+
 TEST_F(EndToEnd, AFollowCameraSmoothsAndLeavesTheRestAlone) {
   makeFollowScene();
   const Poses before = poses("shot.glb");

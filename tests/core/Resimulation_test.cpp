@@ -44,6 +44,7 @@ class Resimulation : public CoreTest {
   }
 
   unidevice::Control stick{unidevice::kInfiniteControl, "Axis", 0};
+  unidevice::Control lever{unidevice::kInfiniteControl, "Axis", 1};
   Instance* instance = nullptr;
 };
 
@@ -65,6 +66,48 @@ TEST_F(Resimulation, FeedsEveryFrameWithTheInputOfTheTakeAndGivesTheControlsBack
   Resimulate(2.0, 2.0);  // the last frame of the range: nothing but start and stop
   EXPECT_TRUE(plugin.log.steps.empty());
   EXPECT_EQ(core.GetProgress(), 1.0f);
+}
+
+TEST_F(Resimulation, ATakeRecordsArmedInputsAndPlaysTheOthers) {
+  const int gain = 0, input = 2;
+  instance->GetProperties().property(gain)->bind(&lever);
+  Take(50);
+  const auto whole = instance->GetTracks();
+  const std::vector<double> taken = plugin.log.inputs;
+  ASSERT_EQ(whole.size(), 3u);
+
+  // Nothing is armed: a resimulation in real time, which changes no track.
+  instance->SetArmed(std::vector<bool>());
+  stick.current = 99.0;
+  adaptor.time = 0.0;
+  plugin.log.inputs.clear();
+  core.StartRecording();
+  EXPECT_TRUE(instance->IsFed(gain) && instance->IsFed(input));
+  EXPECT_NE(core.MapInput(*instance, input, &lever), "") << "it plays";
+  for (int i = 0; i < 50; ++i) Tick(static_cast<unsigned>(i * 40));
+  core.StopRecording();
+  EXPECT_EQ(plugin.log.inputs, taken);
+  EXPECT_TRUE(instance->GetTracks() == whole);
+  EXPECT_EQ(instance->FindInput("Input")->control, &stick);
+
+  // The other one is armed, from the middle on.
+  instance->SetArmed(std::vector<bool>{true, false, false});
+  adaptor.time = 1.0;
+  lever.current = 0.75;
+  plugin.log.inputs.clear();
+  core.StartRecording();
+  EXPECT_TRUE(instance->IsFed(input) && !instance->IsFed(gain));
+  EXPECT_EQ(core.MapInput(*instance, gain, &lever), "");
+  for (int i = 0; i < 10; ++i) Tick(static_cast<unsigned>(i * 40));
+  core.StopRecording();
+  EXPECT_EQ(plugin.log.inputs, std::vector<double>(taken.begin() + 25, taken.begin() + 35));
+  EXPECT_TRUE(instance->GetTracks()[input] == whole[input]);
+  EXPECT_EQ(instance->GetTracks()[gain].samples.size(), 24u + 10u);
+  EXPECT_EQ(instance->GetTracks()[gain].samples.back().value, 0.75);
+  ASSERT_TRUE(adaptor.HostUndo());
+  EXPECT_TRUE(instance->GetTracks() == whole);
+  instance->SetArmed(std::nullopt);
+  EXPECT_FALSE(instance->IsPlayed(0));
 }
 
 TEST_F(Resimulation, ATakeFromTheMiddleKeepsTheInputBeforeItAndUndoBringsTheRestBack) {

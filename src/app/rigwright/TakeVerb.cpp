@@ -18,8 +18,10 @@
 #include "app/session/TakeSize.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/anyhost/PlayedInputs.h"
+#include "app/session/anyhost/Punch.h"
 #include "app/session/anyhost/RunRigs.h"
 #include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CInterface.h"
 #include "util/NumberText.h"
 
@@ -29,8 +31,9 @@ namespace {
 
 struct TakeOptions {
   std::string scene, play, output;
-  std::optional<double> seconds, slow, countdown, from;
-  std::vector<std::string> only;
+  std::optional<double> seconds, slow, countdown, from, to, blend;
+  std::vector<std::string> only, arm;
+  bool goOn = false;
 };
 
 /// Asks before a recorded performance is written over by controls that are not there.
@@ -77,12 +80,36 @@ void RunTake(SceneJob& job, TakeRun& take, double start, double length, const Ro
   CheckInterrupt();
 }
 
-void RunTakeVerb(Program& program, const TakeOptions& options) {
+/// The length that was asked for, by one option or the other.
+double LengthOf(const TakeOptions& options, double start) {
+  if (options.seconds.has_value() == options.to.has_value())
+    throw WrongUsage("give either --seconds or --to");
+  if (options.blend && !options.goOn) throw WrongUsage("--blend needs --go-on");
+  if (options.seconds) return *options.seconds;
+  if (!(*options.to > start))
+    throw Failure("--to", util::shortText(*options.to) + " s is not behind the take's start, " +
+                              util::shortText(start) + " s");
+  return *options.to - start;
+}
+
+/// "none" arms nothing: all inputs play what they have.
+void Arm(SceneJob& job, const std::vector<std::string>& names) {
+  if (names == std::vector<std::string>{"none"}) {
+    for (rws::core::Instance* rig : job.GetCore().List(false)) rig->SetArmed(std::vector<bool>());
+    return;
+  }
+  const std::string problem = ArmInputs(job.GetCore(), names);
+  if (!problem.empty()) throw Failure("--arm", problem);
+}
+
+void RunTakeVerb(Program& program, TakeOptions options) {
   const DeviceNotes devices(program.GetOutput());
   SceneJob job(program, options.scene);
   RequireRigs(job);
   auto& core = job.GetCore();
   const double start = options.from.value_or(job.GetScene().GetRangeStart());
+  options.seconds = LengthOf(options, start);
+  Arm(job, options.arm);
   const double rate = job.GetScene().GetFrameRate();
   const TimeSpan range = PlaybackRange(job.GetScene());
   RequireFrameNumbers({start, start}, rate, options.from ? "--from" : "the playback range",
@@ -93,6 +120,7 @@ void RunTakeVerb(Program& program, const TakeOptions& options) {
     core.GetPreferences().countdownSeconds = static_cast<int>(*options.countdown);
 
   TakeRun take(core);
+  std::unique_ptr<Punch> punch;
   {
     std::unique_ptr<PlayedInputs> played;
     if (!options.play.empty())
@@ -100,11 +128,18 @@ void RunTakeVerb(Program& program, const TakeOptions& options) {
     const RowsToStep only = RowsToRun(job, options.only);
     AskBeforeTooMuch(job, options, start, only);
     AskBeforeLosing(job, start, only);
+    if (options.goOn) {
+      punch = std::make_unique<Punch>(core, only, LastKeyOfRigs(job.GetSession(), start));
+      take.finish = [&](const TimeSpan& performed) {
+        punch->GoOn(performed, options.blend.value_or(0.0), Monitor({}, &InterruptFlag()));
+      };
+    }
     RunTake(job, take, start, *options.seconds, only);
   }
   const long frames = take.GetResult().frames;
   const TimeSpan performed = take.GetPerformed();
-  SettleRange(job.GetSession(), range, performed);
+  const double end = punch ? std::max(performed.to, punch->GetEnd()) : performed.to;
+  SettleRange(job.GetSession(), range, {performed.from, end});
   TellRange(job, range);
   const std::string why = "a take drops what lies behind its end";
   job.Save(options.output, {why, why});
@@ -134,7 +169,8 @@ void AddTakeVerb(Program& program) {
   AddNumber(verb, "--seconds", o->seconds, "Length of the take (s)", [](double value) {
     const std::string wrong = MustBePositive(value);
     return wrong.empty() ? MustBeTime(value) : wrong;
-  })->required();
+  });
+  AddNumber(verb, "--to", o->to, "End of the take (s), in place of --seconds", MustBeTime);
   verb.add_option("--play", o->play, "Input file (CSV) in place of devices, for its columns")
       ->type_name("FILE")
       ->check(CheckNotEmpty);
@@ -147,6 +183,15 @@ void AddTakeVerb(Program& program) {
             "Seconds before the take begins (default: the preference)",
             [](double value) { return MustBeWholeUpTo(value, 0.0, 3600.0); });
   AddList(verb, "--only", o->only, "Step only this rig; may be repeated")->type_name("RIG");
+  AddList(
+      verb, "--arm", o->arm,
+      "Record only this input, or RIG:* for all of a rig; the others play what was recorded. May "
+      "be repeated; none arms nothing")
+      ->type_name("RIG:INPUT");
+  verb.add_flag("--go-on", o->goOn, "Behind the take go on with what was recorded before");
+  AddNumber(verb, "--blend", o->blend,
+            "With --go-on: seconds at either end over which inputs go from the old ones to the new",
+            [](double value) { return value >= 0.0 ? std::string() : "must not be below 0"; });
   AddSceneOutput(verb, o->output);
 }
 

@@ -89,8 +89,10 @@ Losses::Tally Losses::LostKeys() const {
   const std::set<const headless::SceneNode*> there(nodes.begin(), nodes.end());
   Tally tally(m_scene.GetFrameDuration());
   for (const Keys& keys : m_keys) {
-    headless::NodeAnimation now;
-    if (there.count(keys.node)) now = keys.node->GetAnimation();
+    // A run makes what it fires anew, under the same names.
+    const headless::SceneNode* node = keys.node;
+    if (there.count(node) == 0) node = m_scene.Find(keys.name);
+    const headless::NodeAnimation now = node ? node->GetAnimation() : headless::NodeAnimation();
     std::size_t most = 0;  // a key of a node is one, whatever it moves
     for (std::size_t i = 0; i < now.channels.size(); ++i) {
       const auto& before = keys.before.channels[i];

@@ -1,10 +1,14 @@
 #include "app/session/SceneRange.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "adaptor/headless/FrameRate.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
+#include "adaptor/headless/SceneNode.h"
 #include "app/session/SceneSession.h"
 #include "app/session/anyhost/UndoBlock.h"
 #include "core/CoreImplementation.h"
@@ -41,6 +45,20 @@ TimeSpan KeyedRange(const headless::Scene& scene) {
   const TimeSpan range = PlaybackRange(scene);
   TimeSpan keyed;
   return scene.KeyRange(keyed.from, keyed.to) ? Both(range, keyed) : range;
+}
+
+double LastKeyOfRigs(const SceneSession& session, double none) {
+  double last = -std::numeric_limits<double>::infinity();
+  for (const rws::core::Instance* rig : session.GetCore().List(false)) {
+    for (rws::core::CoreNode* node : rig->GetNodes()) {
+      const headless::SceneNode* own = static_cast<headless::HeadlessNode*>(node)->GetSceneNode();
+      if (!own) continue;
+      for (const auto& channel : own->GetAnimation().channels)
+        if (channel && !channel->GetTimes().empty())
+          last = std::max(last, channel->GetTimes().back());
+    }
+  }
+  return std::isfinite(last) ? last : none;
 }
 
 bool SetTiming(SceneSession& session, const TimeSpan& range, std::optional<double> rate) {

@@ -17,6 +17,9 @@ TimeSpan PlaybackRange(const rws::adaptor::headless::Scene& scene);
 /// The playback range and all that is keyed.
 TimeSpan KeyedRange(const rws::adaptor::headless::Scene& scene);
 
+/// Time (s) of the last key of a rig's node; `none` when no rig has keyed any.
+double LastKeyOfRigs(const SceneSession& session, double none);
+
 /// Sets the playback range and, when given, the frame rate, as one undo step; keys keep their
 /// times. False, with nothing changed, for what is no range or no rate.
 bool SetTiming(SceneSession& session, const TimeSpan& range, std::optional<double> rate);

@@ -5,6 +5,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -100,6 +101,13 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   /// Replaces a track by one that no take of this instance has recorded: what the latest take noted
   /// of the input's live spinner goes with the old one.
   void SetTrack(int index, util::AVar_Linear<double> track);
+  /// Which inputs takes record, by their index; the others play their tracks, as in a resimulation.
+  /// Without a word all are recorded, and an input that comes later is not. Not during a take.
+  void SetArmed(std::optional<std::vector<bool>> armed) { m_armed = std::move(armed); }
+  /// Whether a take plays the input's track.
+  bool IsPlayed(int input) const;
+  /// Whether the run that goes on feeds the input, or one of all for -1, from its track.
+  bool IsFed(int input) const;
   const std::vector<LiveSpinner>& GetLiveSpinners() const { return m_liveSpinners; }
   /// The nodes of this rig that the adaptor knows, in the order of their creation.
   std::vector<CoreNode*> GetNodes() const;
@@ -188,6 +196,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
 
   AdaptorInterface& Adaptor() const;
   void AddLiveSpinner(int elementId, const std::string& label);
+  int InputOfSpinner(int elementId) const;
   void StartLiveSpinners();
   void StopLiveSpinners();
   void ApplyLiveSpinners();
@@ -210,7 +219,9 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::vector<unidevice::Property*> m_outputs;  ///< the rig's
   bool m_recordStart = false;                   ///< the rig begins by its inputs
   std::vector<util::AVar_Linear<double>> m_tracks;
-  std::deque<ControlHolder> m_savedControls;  ///< set aside while a resimulation runs
+  std::optional<std::vector<bool>> m_armed;   ///< see SetArmed
+  bool m_running = false;                     ///< in a take or a resimulation
+  std::deque<ControlHolder> m_savedControls;  ///< of inputs that a run feeds
   std::vector<std::unique_ptr<unidevice::Control>> m_temporaryControls;
   std::string m_currentProfile = "Factory Settings";
   std::string m_name;
@@ -220,7 +231,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   std::vector<std::unique_ptr<COREComboUpdater>> m_comboUpdaters;
   std::vector<LiveSpinnerSpan> m_liveSpinnerSpans;
   // Of the running take, so that a frame looks nothing up.
-  std::vector<Feed> m_feeds;  ///< resimulation: inputs whose track holds something
+  std::vector<Feed> m_feeds;  ///< inputs that are fed, whose track holds something
   std::vector<LiveFeed> m_liveFeeds;
   int m_plannedInputs = 0;                             ///< how many inputs there were then
   std::array<const CoreNode*, 4> m_prefetchedNodes{};  ///< the first nodes of the rig

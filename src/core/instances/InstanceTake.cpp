@@ -36,9 +36,10 @@ void Instance::Start(double t) {
   const bool resimulates = m_host.IsResimulating();
   Adaptor().PushUndo(
       new TakeUndo(*this, resimulates ? TakeUndo::Of::kResimulation : TakeUndo::Of::kTake));
+  m_running = true;
   StartLiveSpinners();
   m_plannedInputs = 0;
-  if (resimulates) {
+  if (IsFed(-1)) {
     FollowInputs();
     FeedInputs(t);
   }
@@ -50,16 +51,15 @@ void Instance::Start(double t) {
   for (std::size_t i = 0; i < m_prefetchedNodes.size(); ++i)
     m_prefetchedNodes[i] = i < nodes.size() ? nodes[i] : nullptr;
   if (resimulates) return;
-  for (auto& track : m_tracks) track.cutFrom(t);
+  for (std::size_t i = 0; i < m_tracks.size(); ++i)
+    if (!IsFed(static_cast<int>(i))) m_tracks[i].cutFrom(t);
   if (m_recordStart) RecordInputs(t);
 }
 
 void Instance::Step(double t) {
   if (m_properties.count() != m_plannedInputs) FollowInputs();
-  if (m_host.IsResimulating())
-    FeedInputs(t);
-  else
-    RecordInputs(t);
+  FeedInputs(t);
+  if (!m_host.IsResimulating()) RecordInputs(t);
   ApplyLiveSpinners();
   m_pRig->Step(t);
 }
@@ -67,7 +67,8 @@ void Instance::Step(double t) {
 void Instance::Stop(double) {
   m_pRig->Stop();
   StopLiveSpinners();
-  if (m_host.IsResimulating()) RestoreControls();
+  if (IsFed(-1)) RestoreControls();
+  m_running = false;
   Adaptor().PushUndo(new RunDataUndo(*this));
 }
 
@@ -95,7 +96,21 @@ void Instance::RefreshConfig() {
 
 void Instance::RecordInputs(double t) {
   for (int i = 0; i < m_properties.count(); ++i)
-    m_tracks[static_cast<std::size_t>(i)].set(t, m_properties.property(i)->raw());
+    if (!IsPlayed(i)) m_tracks[static_cast<std::size_t>(i)].set(t, m_properties.property(i)->raw());
+}
+
+bool Instance::IsPlayed(int input) const {
+  if (!m_armed) return false;
+  const auto index = static_cast<std::size_t>(input);
+  return index >= m_armed->size() || !(*m_armed)[index];
+}
+
+bool Instance::IsFed(int input) const {
+  if (!m_running) return false;
+  if (m_host.IsResimulating()) return true;
+  for (int i = 0; input < 0 && i < m_properties.count(); ++i)
+    if (IsPlayed(i)) return true;
+  return input >= 0 && IsPlayed(input);
 }
 
 /// Makes the running take ready for the inputs that have come since the last call.
@@ -105,7 +120,7 @@ void Instance::FollowInputs() {
   // Never shortened: a rig that gained an input since the last take gets an empty track.
   if (m_tracks.size() < static_cast<std::size_t>(inputs))
     m_tracks.resize(static_cast<std::size_t>(inputs));
-  if (m_host.IsResimulating()) UseTemporaryControls();
+  if (IsFed(-1)) UseTemporaryControls();
   PlanFeeds();
   m_plannedInputs = inputs;
 }
@@ -115,8 +130,8 @@ void Instance::FollowInputs() {
 void Instance::PlanFeeds() {
   m_feeds.clear();
   m_liveFeeds.clear();
-  const bool resimulating = m_host.IsResimulating();
-  for (int i = 0; resimulating && i < m_properties.count(); ++i) {
+  for (int i = 0; i < m_properties.count(); ++i) {
+    if (!IsFed(i)) continue;
     unidevice::Control* control = m_properties.property(i)->control;
     const auto& track = m_tracks[static_cast<std::size_t>(i)];
     if (i >= m_plannedInputs) control->push(track.defaultValue);
@@ -138,6 +153,7 @@ void Instance::UseTemporaryControls() {
       m_temporaryControls.push_back(std::make_unique<unidevice::Control>(
           kAnyControl, "Temporary control", i, "Temporary control"));
     if (m_savedControls.size() <= index) m_savedControls.emplace_back();
+    if (!IsFed(i)) continue;
     unidevice::Control& temporary = *m_temporaryControls[index];
     temporary.previous = temporary.current = 0.0;
     unidevice::Property& property = *m_properties.property(i);
@@ -148,6 +164,7 @@ void Instance::UseTemporaryControls() {
 
 void Instance::RestoreControls() {
   for (int i = 0; i < m_plannedInputs; ++i) {
+    if (!IsFed(i)) continue;
     const auto index = static_cast<std::size_t>(i);
     m_properties.property(i)->bind(m_savedControls[index].Get());
     m_savedControls[index].Hold(nullptr);
@@ -174,16 +191,25 @@ void Instance::SetTrack(int index, util::AVar_Linear<double> track) {
 
 // --- live spinners ---
 
+/// Beyond all inputs for a spinner that is gone.
+int Instance::InputOfSpinner(int elementId) const {
+  for (const auto& [id, property] : m_liveSpinners) {
+    if (id != elementId) continue;
+    for (int i = 0; i < m_properties.count(); ++i)
+      if (m_properties.property(i) == property) return i;
+  }
+  return m_properties.count();
+}
+
 void Instance::StartLiveSpinners() {
-  if (m_host.IsResimulating()) {
-    // A parameter that still stands where the take left it goes back to where the take began.
-    // Else the user has set it since, and that is where the run begins.
-    for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
-      ConfigElement* element = m_config.Find(span.elementId);
-      if (!element || element->GetNumber() != span.end || span.start == span.end) continue;
-      element->SetNumber(span.start);
-      element->Apply();
-    }
+  // A parameter that still stands where the take left it goes back to where the take began. Else
+  // the user has set it since, and that is where the run begins.
+  for (const LiveSpinnerSpan& span : m_liveSpinnerSpans) {
+    if (!IsFed(InputOfSpinner(span.elementId))) continue;
+    ConfigElement* element = m_config.Find(span.elementId);
+    if (!element || element->GetNumber() != span.end || span.start == span.end) continue;
+    element->SetNumber(span.start);
+    element->Apply();
   }
   m_liveSpinnerSpans.clear();
   for (const auto& [id, property] : m_liveSpinners) {

@@ -123,6 +123,7 @@ void TakeRun::End() {
   const double start = m_core.GetStartTime();
   m_performed = {start, std::max(start, m_core.GetFrameTime())};
   m_only.reset();
+  if (!m_result.cancelled && finish) finish(m_performed);
   if (!m_result.cancelled) m_block->Keep();
   m_block.reset();
   const auto ended = std::move(m_ended);  // the program may destroy the run in there
@@ -137,7 +138,7 @@ std::vector<StakedInput> InputsAtStake(CoreImplementation& core, double start,
     const auto& entries = rig->GetProperties().entries;
     const auto& tracks = rig->GetTracks();
     for (std::size_t i = 0; i < std::min(entries.size(), tracks.size()); ++i) {
-      if (entries[i].second->control) continue;
+      if (entries[i].second->control || rig->IsPlayed(static_cast<int>(i))) continue;
       TimeSpan span{start, start};
       bool moved = false;
       for (const auto& sample : tracks[i].samples) {

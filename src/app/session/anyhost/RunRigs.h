@@ -52,6 +52,9 @@ class TakeRun {
   /// `ended` is called from the event loop. False, with nothing changed, when no take can begin.
   bool Begin(double start, double seconds, const Monitor& monitor, std::function<void()> ended,
              const RowsToStep& only = {});
+  /// Called behind the last frame, within the take's undo step, unless it was thrown away; what it
+  /// does belongs to the take.
+  std::function<void(const TimeSpan& performed)> finish;
   const RunResult& GetResult() const { return m_result; }
   /// From its first frame to its last.
   TimeSpan GetPerformed() const { return m_performed; }
