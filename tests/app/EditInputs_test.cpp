@@ -26,6 +26,28 @@ TEST_F(EditInputs, KeysFollowFromTheEditAlone) {
       "cut.glb"});
   EXPECT_TRUE(poses("cut.glb") == before);
 
+  // Which of these keys follow from their inputs.
+  for (const char* scene : {"take.glb", "edited.glb", "again.glb"})
+    EXPECT_EQ(ok({"verify", scene}).rfind("same: ", 0), 0u) << scene;
+  const auto kept = files();
+  const Outcome differs = run("verify cut.glb --json");
+  EXPECT_EQ(differs.status, 3);
+  EXPECT_TRUE(files() == kept) << "nothing is written";
+  const auto report = nlohmann::json::parse(differs.out, nullptr, false);
+  const Poses cut = [&] {
+    ok("resim cut.glb -o recut.glb");
+    return poses("recut.glb");
+  }();
+  double first = 1e9;
+  for (const auto& [name, rows] : before)
+    for (std::size_t i = 0; i < rows.size(); ++i)
+      if (cut.at(name)[i] != rows[i]) first = std::min(first, rows[i][0]);
+  EXPECT_EQ(report["first"]["time"], first) << differs.out;
+  EXPECT_EQ(report["same"], false);
+  EXPECT_GT(report["largest"]["amount"], 0.0);
+  tells("verify shot.glb", 1, {"no rig"});
+  tells("verify hand.glb", 1, {"has keys", "resim"});
+
   const auto refuses = [&](Words words, int status, const Texts& pieces) {
     words.insert(words.begin(), {"edit-inputs", "take.glb"});
     words.insert(words.end(), {"-o", "no.glb"});

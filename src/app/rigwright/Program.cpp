@@ -171,7 +171,7 @@ int Program::RunVerb() {
       application = std::make_unique<QCoreApplication>(count, arguments);
     OpenLog(*verb);
     m_runs.at(verb)(*this);
-    return m_output.Finish() ? kDone : kFailed;
+    return m_output.Finish() ? m_status : kFailed;
   } catch (const WrongUsage& usage) {
     return TellWrongUsage(usage.what());
   } catch (const Interrupted& interrupted) {

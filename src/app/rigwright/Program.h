@@ -46,6 +46,8 @@ class Program {
   /// 130 interrupted.
   int Run(int argc, char** argv);
 
+  /// Exit status of a verb that has done its work; 0 without a word.
+  void SetStatus(int status) { m_status = status; }
   Output& GetOutput() { return m_output; }
   const GlobalOptions& GetOptions() const { return m_options; }
 
@@ -58,6 +60,7 @@ class Program {
   CLI::App* ChosenVerb();
 
   CLI::App m_app;
+  int m_status = 0;
   Output m_output;
   GlobalOptions m_options;
   std::map<const CLI::App*, std::function<void(Program&)>> m_runs;
