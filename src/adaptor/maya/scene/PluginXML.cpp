@@ -137,8 +137,7 @@ Tag BuildPluginXML(const StorageValues& values, std::string& problem) {
   }
   if (!hasSaveData && (inputText.empty() || values.Number(kUserDataSize) > 0))
     root.emplaceChild(SaveDataTag(values));
-  if (!hasProfile && (inputText.empty() || values.Number(kProfileSize) > 0))
-    root.addChild(profile);
+  if (!hasProfile && (inputText.empty() || values.Number(kProfileSize) > 0)) root.addChild(profile);
   if (!hasNodes && (inputText.empty() || !values.Texts(kNodeHandles).empty()))
     root.emplaceChild(NodeInfoTag(values));
   return root;
@@ -181,8 +180,8 @@ RigRecord ReadRecord(const StorageValues& values) {
 }
 
 std::string RenameTag(const std::string& tag, const std::string& from, const std::string& to) {
-  const bool isOfRig = tag.size() > from.size() && tag[from.size()] == '/' &&
-                       tag.compare(0, from.size(), from) == 0;
+  const bool isOfRig =
+      tag.size() > from.size() && tag[from.size()] == '/' && tag.compare(0, from.size(), from) == 0;
   return isOfRig ? to + tag.substr(from.size()) : tag;
 }
 

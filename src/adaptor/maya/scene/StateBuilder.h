@@ -47,8 +47,8 @@ struct SceneState {
 };
 
 std::string BuildState(const SceneState& state);
-/// False, with `problem` filled and an empty state, when it can't be read. An empty text is an empty
-/// state.
+/// False, with `problem` filled and an empty state, when it can't be read. An empty text is an
+/// empty state.
 bool ReadState(const std::string& text, SceneState& state, std::string& problem);
 
 }  // namespace orv::rws::adaptor::maya
