@@ -1,5 +1,5 @@
-// The namespace of the API's version, and names of its classes: what declares one of them outside of
-// it has made an ambiguous name.
+// The namespace of the API's version, and names of its classes: what declares one of them outside
+// of it has made an ambiguous name.
 #pragma once
 #include <maya/MTypes.h>
 
@@ -141,5 +141,4 @@ struct CurveChangeState;
 struct BlockState;
 struct SyntaxState;
 struct ArgState;
-struct SpaceMesh;
 }  // namespace mayahost

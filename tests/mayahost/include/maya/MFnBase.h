@@ -5,15 +5,15 @@
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 
-#define declareMinimalMFn(MFnClass)                                  \
- public:                                                             \
-  MFnClass() = default;                                              \
-  MFnClass(MObject& object, MStatus* status = NULL);                 \
-  MFnClass(const MObject& object, MStatus* status = NULL);           \
+#define declareMinimalMFn(MFnClass)                        \
+ public:                                                   \
+  MFnClass() = default;                                    \
+  MFnClass(MObject& object, MStatus* status = NULL);       \
+  MFnClass(const MObject& object, MStatus* status = NULL); \
   MFn::Type type() const override;
 
-#define declareDagMFn(MFnClass)  \
-  declareMinimalMFn(MFnClass)    \
+#define declareDagMFn(MFnClass) \
+  declareMinimalMFn(MFnClass)   \
   MFnClass(const MDagPath& path, MStatus* status = NULL);
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN

@@ -16,7 +16,7 @@
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MMeshIsectAccelParams {
  public:
-  mayahost::SpaceMesh* mesh = NULL;
+  bool grid = true;
 };
 class MFnMesh : public MFnDagNode {
   declareDagMFn(MFnMesh)
@@ -49,12 +49,12 @@ class MFnMesh : public MFnDagNode {
   MStatus getConnectedShaders(unsigned int instance, MObjectArray& shaders, MIntArray& indices) const;
   MStatus syncObject();
   MStatus updateSurface();
-  bool closestIntersection(const MFloatPoint& source, const MFloatVector& direction, const MIntArray* faceIds, const MIntArray* triIds,
-                           bool idsSorted, MSpace::Space space, float maxParam, bool testBothDirections, MMeshIsectAccelParams* accelParams,
-                           MFloatPoint& hitPoint, float* hitRayParam, int* hitFace, int* hitTriangle, float* hitBary1, float* hitBary2,
-                           float tolerance = 1e-6f, MStatus* status = NULL) const;
-  bool intersect(const MPoint& source, const MVector& direction, MPointArray& points, double tolerance = 1e-10,
-                 MSpace::Space space = MSpace::kObject, MIntArray* polygons = NULL, MStatus* status = NULL) const;
+  bool closestIntersection(const MFloatPoint& source, const MFloatVector& direction, const MIntArray* faceIds, const MIntArray* triIds, bool idsSorted,
+                           MSpace::Space space, float maxParam, bool testBothDirections, MMeshIsectAccelParams* accelParams, MFloatPoint& hitPoint,
+                           float* hitRayParam, int* hitFace, int* hitTriangle, float* hitBary1, float* hitBary2, float tolerance = 1e-6f,
+                           MStatus* status = NULL) const;
+  bool intersect(const MPoint& source, const MVector& direction, MPointArray& points, double tolerance = 1e-10, MSpace::Space space = MSpace::kObject,
+                 MIntArray* polygons = NULL, MStatus* status = NULL) const;
   MStatus getClosestPoint(const MPoint& to, MPoint& closest, MSpace::Space space = MSpace::kObject, int* polygon = NULL) const;
   static MMeshIsectAccelParams autoUniformGridParams() { return {}; }
   MStatus freeCachedIntersectionAccelerator() { return MStatus::kSuccess; }

@@ -16,8 +16,8 @@ class MPlug {
   explicit MPlug(const mayahost::PlugRef& ref);
   MString name(MStatus* status = NULL) const;
   MString info(MStatus* status = NULL) const { return name(status); }
-  MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false, bool includeInstancedIndices = false,
-                      bool useAlias = false, bool useFullAttributePath = false, bool useLongNames = false, MStatus* status = NULL) const;
+  MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false, bool includeInstancedIndices = false, bool useAlias = false,
+                      bool useFullAttributePath = false, bool useLongNames = false, MStatus* status = NULL) const;
   bool isNull(MStatus* status = NULL) const;
   MObject node(MStatus* status = NULL) const;
   MObject attribute(MStatus* status = NULL) const;

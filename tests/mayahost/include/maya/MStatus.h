@@ -7,17 +7,11 @@
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MStatus {
  public:
+  // clang-format off
   enum MStatusCode {
-    kSuccess = 0,
-    kFailure,
-    kInsufficientMemory,
-    kInvalidParameter,
-    kLicenseFailure,
-    kUnknownParameter,
-    kNotImplemented,
-    kNotFound,
-    kEndOfFile
+    kSuccess = 0, kFailure, kInsufficientMemory, kInvalidParameter, kLicenseFailure, kUnknownParameter, kNotImplemented, kNotFound, kEndOfFile
   };
+  // clang-format on
   MStatus() = default;
   MStatus(MStatusCode code) : fCode(code) {}
   MStatus(bool, MStatusCode code, const MString&) : fCode(code) {}
@@ -43,27 +37,25 @@ inline bool operator!=(MStatus::MStatusCode code, const MStatus& status) { retur
 std::ostream& operator<<(std::ostream& os, const MStatus& status);
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
-#define MCheckStatus(status, message) \
+#define MCheckStatus(status, message)  \
   if (MStatus::kSuccess != (status)) { \
     std::cerr << (message) << "\n";    \
     return status;                     \
   }
-#define CHECK_MSTATUS(code)                                                            \
-  do {                                                                                 \
-    MStatus maya_status_(code);                                                        \
-    if (maya_status_ != MStatus::kSuccess)                                             \
-      std::cerr << "\nAPI error detected in " << __FILE__ << " at line " << __LINE__ \
-                << std::endl;                                                          \
+#define CHECK_MSTATUS(code)                                                                                                             \
+  do {                                                                                                                                  \
+    MStatus maya_status_(code);                                                                                                         \
+    if (maya_status_ != MStatus::kSuccess) std::cerr << "\nAPI error detected in " << __FILE__ << " at line " << __LINE__ << std::endl; \
   } while (0)
-#define CHECK_MSTATUS_AND_RETURN(code, result)        \
-  do {                                                \
-    MStatus maya_status_and_(code);                   \
-    CHECK_MSTATUS(maya_status_and_);                  \
-    if (maya_status_and_.error()) return (result);    \
+#define CHECK_MSTATUS_AND_RETURN(code, result)     \
+  do {                                             \
+    MStatus maya_status_and_(code);                \
+    CHECK_MSTATUS(maya_status_and_);               \
+    if (maya_status_and_.error()) return (result); \
   } while (0)
-#define CHECK_MSTATUS_AND_RETURN_IT(code) \
-  do {                                    \
-    MStatus maya_status_it_(code);        \
-    CHECK_MSTATUS(maya_status_it_);       \
+#define CHECK_MSTATUS_AND_RETURN_IT(code)                \
+  do {                                                   \
+    MStatus maya_status_it_(code);                       \
+    CHECK_MSTATUS(maya_status_it_);                      \
     if (maya_status_it_.error()) return maya_status_it_; \
   } while (0)

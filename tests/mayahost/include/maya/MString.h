@@ -65,8 +65,7 @@ class MString {
   unsigned int asUnsigned() const { return static_cast<unsigned int>(asInt()); }
   double asDouble() const;
   float asFloat() const { return static_cast<float>(asDouble()); }
-  MStatus format(const MString& text, const MString& a1, const MString& a2 = MString(),
-                 const MString& a3 = MString(), const MString& a4 = MString());
+  MStatus format(const MString& text, const MString& a1, const MString& a2 = MString(), const MString& a3 = MString(), const MString& a4 = MString());
 
  private:
   static int Place(std::size_t at) { return at == std::string::npos ? -1 : static_cast<int>(at); }
