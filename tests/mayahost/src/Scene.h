@@ -1,5 +1,7 @@
 // What the stand-in keeps: nodes, their attributes, values and connections, and what takes changes back.
 #pragma once
+#define MNoPluginEntry
+#define MNoVersionString
 #include <maya/MDagPath.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MMatrix.h>

@@ -34,15 +34,17 @@ class MFnPlugin : public MFnBase {
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
-#ifndef MNoPluginEntry
 #if defined(_WIN32)
 #define PLUGIN_EXPORT __declspec(dllexport)
 #else
 #define PLUGIN_EXPORT __attribute__((visibility("default")))
 #endif
+#ifndef MNoPluginEntry
 extern "C" PLUGIN_EXPORT MStatus initializePlugin(MObject object);
 extern "C" PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
 #endif
-#if !defined(MNoVersionString)
-extern "C" PLUGIN_EXPORT inline const char* MApiVersionText() { return "20190000"; }
+#ifndef MNoVersionString
+extern "C" {
+PLUGIN_EXPORT __attribute__((used)) inline char MApiVersion[] = MAYA_API_VERSION_STRING;
+}
 #endif

@@ -1,7 +1,6 @@
 // Nodes of plug-ins.
 #pragma once
 #include <maya/MDataBlock.h>
-#include <maya/MFnPlugin.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <maya/MPlugArray.h>

@@ -10,10 +10,12 @@ class MSceneMessage : public MMessage {
     kSceneUpdate = 0, kBeforeNew, kAfterNew, kBeforeImport, kAfterImport, kBeforeOpen, kAfterOpen, kBeforeFileRead, kAfterFileRead,
     kAfterSceneReadAndRecordEdits, kBeforeExport, kAfterExport, kBeforeSave, kAfterSave, kBeforeCreateReference, kAfterCreateReference,
     kBeforeRemoveReference, kAfterRemoveReference, kBeforeImportReference, kAfterImportReference, kBeforeExportReference, kAfterExportReference,
-    kBeforeUnloadReference, kAfterUnloadReference, kBeforeLoadReference, kAfterLoadReference, kBeforeSoftwareRender, kAfterSoftwareRender,
-    kBeforeSoftwareFrameRender, kAfterSoftwareFrameRender, kSoftwareRenderInterrupted, kMayaInitialized, kMayaExiting, kBeforeNewCheck, kBeforeOpenCheck,
-    kBeforeSaveCheck, kBeforeImportCheck, kBeforeExportCheck, kBeforeLoadReferenceCheck, kBeforeReference, kAfterReference, kBeforePluginLoad,
-    kAfterPluginLoad, kBeforePluginUnload, kAfterPluginUnload, kBeforeCreateReferenceCheck, kLast
+    kBeforeUnloadReference, kAfterUnloadReference,
+    kBeforeSoftwareRender, kAfterSoftwareRender, kBeforeSoftwareFrameRender, kAfterSoftwareFrameRender, kSoftwareRenderInterrupted, kMayaInitialized,
+    kMayaExiting, kBeforeNewCheck, kBeforeOpenCheck, kBeforeSaveCheck, kBeforeImportCheck, kBeforeExportCheck, kBeforeLoadReference, kAfterLoadReference,
+    kBeforeLoadReferenceCheck, kBeforeCreateReferenceCheck, kBeforePluginLoad, kAfterPluginLoad, kBeforePluginUnload, kAfterPluginUnload,
+    kBeforeCreateReferenceAndRecordEdits, kAfterCreateReferenceAndRecordEdits, kBeforeReference = 14, kAfterReference = 15,
+    kLast = 46
   };
   // clang-format on
   static MCallbackId addCallback(Message message, MBasicFunction function, void* clientData = NULL, MStatus* status = NULL);
