@@ -1,12 +1,11 @@
 // The commands of the plug-in.
 #pragma once
 
+#include <maya/MArgList.h>
 #include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 
 #include <vector>
-
-class MArgList;
 
 namespace orv::rws::adaptor::maya {
 
