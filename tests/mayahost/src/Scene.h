@@ -6,10 +6,12 @@
 #include <maya/MFnPlugin.h>
 #include <maya/MMatrix.h>
 #include <maya/MPlug.h>
+#include <maya/MPlugArray.h>
 #include <maya/MPoint.h>
 #include <maya/MPxNode.h>
 #include <maya/MSelectionList.h>
 #include <maya/MTime.h>
+#include <maya/MTransformationMatrix.h>
 
 #include <functional>
 #include <map>
