@@ -1,6 +1,7 @@
 #include "adaptor/maya/plugin/PluginSession.h"
 
 #include <maya/MGlobal.h>
+#include <maya/MQtUtil.h>
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -94,7 +95,7 @@ void PluginSession::Tell(const std::string& warning) {
 }
 
 QWidget* PluginSession::GetHostWindow() {
-  return static_cast<QWidget*>(m_adaptor->GetMainWindow());
+  return MQtUtil::mainWindow();
 }
 
 void PluginSession::OnPreferences() {
