@@ -10,6 +10,7 @@
 #include "core/CoreImplementation.h"
 #include "core/config/ConfigElement.h"
 #include "core/instances/Instance.h"
+#include "core/interface/CCameraPlugin.h"
 #include "plugins/release/all/AllRigs.h"
 #include "support/QtApplication.h"
 
