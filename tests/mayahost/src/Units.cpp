@@ -33,7 +33,7 @@ double TicksOfUnit(MTime::Unit unit) {
   }
 }
 const double kCentimetres[] = {0, 2.54, 30.48, 91.44, 160934.4, 0.1, 1, 100000, 100};
-const double kRadians[] = {0, 1, M_PI / 180, M_PI / 10800, M_PI / 648000};
+const double kInRadians[] = {0, 1, M_PI / 180, M_PI / 10800, M_PI / 648000};
 MTime g_contextTime;
 bool g_otherTime = false, g_playing = false, g_autoKey = false;
 double g_speed = 0;
@@ -70,11 +70,14 @@ MStatus MDistance::setUIUnit(Unit unit) {
   if (unit <= kInvalid || unit >= kLast) return MS::kInvalidParameter;
   return TheScene().lengthUnit = unit, mayahost::NotifyEvent("linearUnitChanged"), MS::kSuccess;
 }
-double MAngle::as(Unit unit) const { return unit == fUnit ? fValue : fValue * (kRadians[fUnit] / kRadians[unit]); }
+double MAngle::as(Unit unit) const { return unit == fUnit ? fValue : fValue * (kInRadians[fUnit] / kInRadians[unit]); }
 MAngle::Unit MAngle::uiUnit() { return TheScene().angleUnit; }
 MStatus MAngle::setUIUnit(Unit unit) { return unit <= kInvalid || unit >= kLast ? MS::kInvalidParameter : (TheScene().angleUnit = unit, MS::kSuccess); }
 
-MDGContext& MDGContext::fsNormal = *new MDGContext();
+namespace {
+MDGContext g_normal;
+}
+MDGContext& MDGContext::fsNormal = g_normal;
 MStatus MDGContext::getTime(MTime& time) const { return time = fNormal ? mayahost::TimeOf(TheScene().now) : fTime, MS::kSuccess; }
 MDGContext MDGContext::current(MStatus* status) {
   mayahost::Ok(status);

@@ -20,7 +20,6 @@ class MItDag {
   MString partialPathName(MStatus* status = NULL) const;
   MStatus getPath(MDagPath& path) const;
   MStatus next();
-  MStatus prune();
   bool isDone(MStatus* status = NULL) const;
   TraversalType traversalType(MStatus* status = NULL) const;
   void traverseUnderWorld(bool) {}
@@ -31,7 +30,7 @@ class MItDag {
     unsigned int depth;
   };
   bool Fits() const;
-  void Advance(bool below);
+  void Advance();
   MDagPath fRoot;
   TraversalType fType = kDepthFirst;
   MFn::Type fFilter = MFn::kInvalid;
