@@ -48,7 +48,12 @@ PluginSession::PluginSession(bool withWindows)
   if (!core::NewLog(core::DataRoot::GetDataFolder() + "/core.log", &problem))
     Tell("there is no log: " + problem);
   m_core->SetAdaptor(m_adaptor.get());
-  m_core->LoadTools(addon::AllRigs(), addon::MakeTemplatePlugin);
+  // Without kinds of rigs those of a scene are kept as they are.
+  if (Features::instance().IsOn(Feature::kTools))
+    m_core->LoadTools(addon::AllRigs(), addon::MakeTemplatePlugin);
+  else
+    m_core->LoadTools({});
+  m_core->whyHostRefuses = [] { return Features::instance().Why(Feature::kTakes); };
   connect(m_core.get());
   g_session = this;
 }

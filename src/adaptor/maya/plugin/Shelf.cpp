@@ -3,7 +3,7 @@
 #include <maya/MDagModifier.h>
 #include <maya/MStatus.h>
 
-#include "adaptor/maya/plugin/MelText.h"
+#include "adaptor/maya/MelText.h"
 #include "core/services/DataRoot.h"
 #include "core/services/Resources.h"
 #include "util/AtomicFile.h"

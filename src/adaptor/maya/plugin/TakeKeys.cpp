@@ -3,7 +3,7 @@
 #include <maya/MGlobal.h>
 #include <maya/MString.h>
 
-#include "adaptor/maya/plugin/MelText.h"
+#include "adaptor/maya/MelText.h"
 
 namespace orv::rws::adaptor::maya {
 
