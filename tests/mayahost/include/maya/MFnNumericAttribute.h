@@ -10,7 +10,6 @@ class MFnNumericAttribute : public MFnAttribute {
                  const MObject& child3 = MObject::kNullObj, MStatus* status = NULL);
   MObject createColor(const MString& name, const MString& brief, MStatus* status = NULL);
   MObject createPoint(const MString& name, const MString& brief, MStatus* status = NULL);
-  MObject createAddr(const MString& name, const MString& brief, MStatus* status = NULL);
   MFnNumericData::Type unitType(MStatus* status = NULL) const;
   MObject child(unsigned int index, MStatus* status = NULL) const;
   MStatus setDefault(double value);

@@ -10,7 +10,6 @@
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MPlug {
  public:
-  enum MValueSelector { kAll, kNonDefault, kChanged, kLastAttrSelector };
   MPlug() = default;
   MPlug(const MObject& node, const MObject& attribute);
   explicit MPlug(const mayahost::PlugRef& ref);
@@ -101,8 +100,6 @@ class MPlug {
   MStatus setMTime(const MTime& value) { return setValue(value); }
   MStatus setMAngle(const MAngle& value) { return setValue(value); }
   MStatus setMDistance(const MDistance& value) { return setValue(value); }
-  MStatus getSetAttrCmds(MStringArray& commands, MValueSelector selector = kAll, bool useLongNames = false) const;
-  bool operator==(const MPlug& o) const;
   bool operator!=(const MPlug& o) const { return !(*this == o); }
   bool operator==(const MObject& attribute) const;
   bool operator!=(const MObject& attribute) const { return !(*this == attribute); }
