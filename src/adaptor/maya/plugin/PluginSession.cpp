@@ -77,8 +77,9 @@ PluginSession::~PluginSession() {
 }
 
 void PluginSession::Start() {
-  m_devices = std::make_unique<app::Devices>([](const std::string&) {});
-  if (!m_devices->GetProblem().empty())
+  // Without windows there is nobody to perform.
+  if (m_hasWindows) m_devices = std::make_unique<app::Devices>([](const std::string&) {});
+  if (m_devices && !m_devices->GetProblem().empty())
     core::LogEntry(core::LogLevel::kWarning, m_devices->GetProblem());
   if (m_hasWindows && Features::instance().IsOn(Feature::kWindows)) {
     m_windows = std::make_unique<core::windows::Windows>(*m_core, *this);
