@@ -36,6 +36,8 @@ class MDGModifier {
   MStatus newPlugValueString(const MPlug& plug, const MString& value);
   MStatus commandToExecute(const MString& command);
 
+  mayahost::ModifierState& State() { return *fState; }  ///< the stand-in's own
+
  protected:
   std::unique_ptr<mayahost::ModifierState> fState;
 };

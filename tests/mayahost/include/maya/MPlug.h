@@ -100,6 +100,7 @@ class MPlug {
   MStatus setMTime(const MTime& value) { return setValue(value); }
   MStatus setMAngle(const MAngle& value) { return setValue(value); }
   MStatus setMDistance(const MDistance& value) { return setValue(value); }
+  bool operator==(const MPlug& o) const;
   bool operator!=(const MPlug& o) const { return !(*this == o); }
   bool operator==(const MObject& attribute) const;
   bool operator!=(const MObject& attribute) const { return !(*this == attribute); }
