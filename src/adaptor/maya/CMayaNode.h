@@ -4,6 +4,7 @@
 #include <maya/MDagPath.h>
 #include <maya/MObject.h>
 #include <maya/MObjectHandle.h>
+#include <maya/MPlug.h>
 
 #include <array>
 #include <memory>
@@ -17,6 +18,7 @@ namespace orv::rws::adaptor::maya {
 
 class MayaAdaptorInterface;
 class PlugChange;
+struct Reparenting;
 class TakeChannels;
 
 /// The one CNode of a transform at one place of the hierarchy. The object is held by a handle,
@@ -82,8 +84,9 @@ class CMayaNode final : public HostNode {
   std::unique_ptr<NodePresence> MakePresence() override;
 
   MayaAdaptorInterface& Adaptor() const;
-  /// Whether its own channels carry the conversion of the world.
-  bool IsTop();
+  /// Below the top: whether it follows its parent.
+  bool Inherits() const;
+  bool IsStill() const;
   ChannelFrame ReadFrame() const;
   HostChannels ReadChannels(double time) const;
   /// The channels that show a pose in rig space, and back.
@@ -93,27 +96,43 @@ class CMayaNode final : public HostNode {
   const Trs* FindKept(double time, const HostChannels& channels, const ChannelFrame& frame);
   /// Where the changes of the open block go; null without one.
   PlugChange* ChangeOf(const std::weak_ptr<PlugChange>& change) const;
+  /// What the plug has for a value of the lens.
+  double ToLensPlug(LensValue which, double time, double value) const;
+  static std::vector<MObject> MakeCurves(const MPlug* plugs, std::size_t count, PlugChange* change);
+  void KeepSamples(double from, const std::vector<PoseSample>& take);
+  /// Of its pose, rising (s).
   std::vector<double> KeyTimes() const;
 
   // A take, see TakeChannels.
   void EnterTake();
   void LeaveTake();
   /// Puts the latest pose of the take on the transform.
-  void ShowTakePose(double time);
+  void ShowTakePose();
+  /// Its scene is gone.
+  void AbandonTake();
+  void ForgetShapes();
+  void CopyShapes(const CMayaNode& from);
   /// Why its channels can't take keys; empty where they can.
   std::string WhyNoKeys() const;
 
   MObjectHandle m_handle;
   unsigned m_instance;  ///< number of its path among the object's
   std::unique_ptr<TakeChannels> m_take;
+  // What the transform shows of it.
+  double m_shownTime = 0.0;
+  Trs m_shownPose;
+  util::Vector3<double> m_shownAngles;
   std::vector<PoseSample> m_kept;  ///< what the keys of takes stood for, by rising time
   std::weak_ptr<PlugChange> m_poseChange;
   std::weak_ptr<PlugChange> m_lensChange;
+  std::weak_ptr<Reparenting> m_reparenting;
+  bool m_moving = false;                              ///< its place and pose change in one step
+  util::Matrix<double> m_still;                       ///< own pose where nothing drives it
+  int m_stillTake = 0;                                ///< the take for which it holds
   mutable std::shared_ptr<const util::CMesh> m_mesh;  ///< as it was read last
   mutable std::shared_ptr<const Curve> m_curve;
   mutable int m_meshTake = 0;  ///< the take for which it holds
   mutable int m_curveTake = 0;
-  bool m_hasLensKeys = false;
 };
 
 }  // namespace orv::rws::adaptor::maya

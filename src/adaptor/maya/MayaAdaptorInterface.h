@@ -74,7 +74,6 @@ class MayaAdaptorInterface final : public HostAdaptor {
   void SetTimeRange(double start, double end) override;
   double GetFrameRate() override;
   void RefreshViews() override;
-  void GatherNodes() override;
   void BeginRecording(double time, util::ReturnValue<std::vector<CInterface*>>& instances) override;
   void EndRecording() override;
   void FilterCurves() override;
@@ -109,7 +108,6 @@ class MayaAdaptorInterface final : public HostAdaptor {
   void ForTakeNodes(Visit visit);
   void PutTakePoses();
   void LeaveTake();
-  void ForgetNodes();
 
   std::unordered_map<unsigned, std::vector<CMayaNode*>> m_nodeOf;  ///< by the handle's hash
   TakeSwitches m_switches;
@@ -119,7 +117,6 @@ class MayaAdaptorInterface final : public HostAdaptor {
   int m_groups = 0;                 ///< of selections that are open
   bool m_groupStarted = false;
   bool m_importing = false;
-  bool m_stepped = false;  ///< the entry of the host's queue that ran was ours
   bool m_madeEntries = false;  ///< the host's queue may hold entries of ours
 };
 

@@ -3,8 +3,8 @@
 
 namespace orv::rws::adaptor::maya {
 
-/// Auto Key would key what a take puts on transforms, and Cached Playback would show the scene as it
-/// was. Both come back as they were.
+/// Auto Key would key what a take puts on transforms, and Cached Playback would show the scene as
+/// it was. Both come back as they were.
 class TakeSwitches {
  public:
   ~TakeSwitches() { Restore(); }
