@@ -18,6 +18,5 @@ class MNodeMessage : public MMessage {
   static MCallbackId addNameChangedCallback(MObject& node, MNodeStringFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addNodePreRemovalCallback(MObject& node, MNodeFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addNodeAboutToDeleteCallback(MObject& node, MNodeModFunction function, void* clientData = NULL, MStatus* status = NULL);
-  static MCallbackId addNodeDestroyedCallback(MObject& node, MBasicFunction function, void* clientData = NULL, MStatus* status = NULL);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
