@@ -1,5 +1,6 @@
 #include "adaptor/maya/plugin/PluginSession.h"
 
+#include <maya/MFileIO.h>
 #include <maya/MGlobal.h>
 #include <maya/MQtUtil.h>
 
@@ -92,7 +93,9 @@ void PluginSession::Start() {
     m_startKey->Do(TakeKeys::kBindStart);
   }
   OnPreferences();
-  AfterOpen();
+  // A scene without them may have nodes of rigs that were there when the plug-in went: they keep
+  // their tags until the scene is opened again.
+  if (m_storage->IsThere()) AfterOpen();
 }
 
 void PluginSession::Tell(const std::string& warning) {
@@ -210,7 +213,8 @@ void PluginSession::PlaybackStarted() {
 }
 
 bool PluginSession::FollowsNodes() const {
-  return !m_inSceneChange && Features::instance().IsOn(Feature::kNodeEvents);
+  return !m_inSceneChange && !MFileIO::isReadingFile() &&
+         Features::instance().IsOn(Feature::kNodeEvents);
 }
 
 }  // namespace orv::rws::adaptor::maya

@@ -8,10 +8,13 @@
 #include <maya/MDGMessage.h>
 #include <maya/MDGModifier.h>
 #include <maya/MDistance.h>
+#include <maya/MDoubleArray.h>
 #include <maya/MFnAnimCurve.h>
+#include <maya/MFnMatrixData.h>
 #include <maya/MObjectArray.h>
 #include <maya/MPlugArray.h>
 #include <maya/MTime.h>
+#include <maya/MTimeArray.h>
 
 #include "adaptor/maya/probes/Probe.h"
 #include "adaptor/maya/probes/ProbeScene.h"
@@ -156,6 +159,45 @@ void Reconnected(ProbeRun& run) {
   run.Check(MFnAnimCurve(curve).numKeys() == 2, "its curve lost keys");
 }
 
+void ManyKeys(ProbeRun& run) {
+  MObject curve;
+  Animated("probeMany", curve);
+  MFnAnimCurve fn(curve);
+  MTimeArray times;
+  MDoubleArray values;
+  for (int i = 0; i < 3; ++i) {
+    times.append(Seconds(0.5 + i));
+    values.append(i);
+  }
+  MAnimCurveChange change;
+  fn.addKeys(&times, &values, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear, true,
+             &change);
+  run.Check(fn.numKeys() == 5, "keys that were there are gone, or new ones missing");
+  change.undoIt();
+  run.Check(fn.numKeys() == 2, "undoIt leaves some");
+}
+
+void CurvesByModifier(ProbeRun& run) {
+  const MObject node = ProbeTransform("probeDriven");
+  MDGModifier modifier;
+  const MObject curve = modifier.createNode("animCurveTL");
+  modifier.connect(ProbePlug(curve, "output"), ProbePlug(node, "translateY"));
+  run.Check(modifier.doIt() == MStatus::kSuccess, "doIt fails");
+  MFnAnimCurve fn(curve);
+  fn.addKeyframe(Seconds(0.0), 3.0);
+  run.Near(ProbePlug(node, "translateY").asDouble(), 3.0, 1e-9, "a plug that such a curve drives");
+  modifier.undoIt();
+  run.Check(!ProbePlug(node, "translateY").isDestination(), "undoIt leaves the connection");
+}
+
+void MatricesElsewhere(ProbeRun& run) {
+  MObject curve;
+  const MObject node = Animated("probeMatrix", curve);
+  MDGContext context(Seconds(0.5));
+  MFnMatrixData data(ProbePlug(node, "matrix").asMObject(context));
+  run.Near(data.matrix()(3, 0), 5.0, 1e-6, "a transform's matrix in the context of another time");
+}
+
 void CountTime(MTime&, void* clientData) {
   ++*static_cast<int*>(clientData);
 }
@@ -196,6 +238,10 @@ void AddKeyProbes(std::vector<Probe>& list) {
       {60, Feature::kTakes, kAssumed, "a curve keeps its keys while it is disconnected",
        Reconnected},
       {61, Feature::kTakes, kFromDocs, "a callback tells every time that is set", TimeCallback},
+      {63, Feature::kTakes, kFromDocs, "many keys are added at once, and taken back", ManyKeys},
+      {64, Feature::kTakes, kFromDocs, "a modifier makes curves and connects them",
+       CurvesByModifier},
+      {65, Feature::kTakes, kFromDocs, "matrices can be read at other times", MatricesElsewhere},
       {62, Feature::kTakes, kFromDocs, "automatic keys can be switched off", AutoKeyOff},
   };
   list.insert(list.end(), std::begin(probes), std::end(probes));

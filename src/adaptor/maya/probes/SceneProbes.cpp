@@ -192,6 +192,36 @@ bool IsModified() {
   return modified != 0;
 }
 
+void OwnTypesSurviveFiles(ProbeRun& run) {
+  MFileIO::newFile(true);
+  MFnDependencyNode fn;
+  MStatus status;
+  const MObject node = fn.create("CStorageNode", "probeStored", &status);
+  if (status != MStatus::kSuccess) return run.Skip("the plug-in's node types are not registered");
+  ProbePlug(node, "PluginName").setString("probe");
+  ProbePlug(node, "UserDataSize").setInt(7);
+  const ProbeFile file("types");
+  MFileIO::saveAs(file.GetPath(), "mayaAscii", true);
+  MFileIO::newFile(true);
+  MFileIO::open(file.GetPath(), "mayaAscii", true);
+  MSelectionList list;
+  MObject read;
+  list.add("probeStored");
+  list.getDependNode(0, read);
+  run.Check(!read.isNull() && ProbePlug(read, "PluginName").asString() == "probe" &&
+                ProbePlug(read, "UserDataSize").asInt() == 7,
+            "a node of a plug-in's type comes back changed");
+  MFileIO::newFile(true);
+}
+
+void EmptyQueue(ProbeRun& run) {
+  MGlobal::executeCommand("createNode transform -n probeQueued", false, true);
+  int empty = 0;
+  MGlobal::executeCommand("flushUndo");
+  MGlobal::executeCommand("undoInfo -q -undoQueueEmpty", empty);
+  run.Check(empty == 1, "the queue is not empty when it was flushed");
+}
+
 void ModifiedCanBeSet(ProbeRun& run) {
   MFileIO::newFile(true);
   ProbeTransform("probeChange");
@@ -291,6 +321,10 @@ void AddSceneProbes(std::vector<Probe>& list) {
       {12, Feature::kWindows, kOfDocs, "the host names its main window", MainWindow},
       {13, Feature::kHotKeys, kOfDocs, "the present set of hot keys has a name", HotKeySets},
       {14, Feature::kShelf, kThought, "the shelf's layout has a global name", ShelfTabs},
+      {15, Feature::kStorage, kOfDocs, "nodes of a plug-in's types survive a file",
+       OwnTypesSurviveFiles},
+      {16, Feature::kUndo, kOfDocs, "the undo queue can be flushed, and tells that it is empty",
+       EmptyQueue},
   };
   list.insert(list.end(), std::begin(probes), std::end(probes));
 }

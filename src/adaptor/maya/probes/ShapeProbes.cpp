@@ -3,7 +3,9 @@
 #include <maya/MFnCamera.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnNurbsCurve.h>
+#include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
 #include <maya/MPoint.h>
 #include <maya/MPointArray.h>
 
@@ -56,6 +58,19 @@ void SinglePoints(ProbeRun& run) {
   fn.getPoint(3, point);
   run.Near(point.x, 1.0, 1e-7, "a point");
   run.Check(point.x == double(float(fine)), "points are not held in single precision");
+}
+
+void ShadedByCommand(ProbeRun& run) {
+  MObject transform = ProbeTransform("probeShaded");
+  MFnMesh fn(SquareMesh(transform, 1.0));
+  run.Check(MGlobal::executeCommand("sets -e -forceElement \"initialShadingGroup\" \"" +
+                                    fn.fullPathName() + "\"") == MStatus::kSuccess,
+            "\"sets\" fails");
+  MObjectArray shaders;
+  MIntArray faces;
+  fn.getConnectedShaders(0, shaders, faces);
+  run.Check(shaders.length() == 1 && MFnDependencyNode(shaders[0]).name() == "initialShadingGroup",
+            "a mesh does not tell its shader");
 }
 
 void CurveLength(ProbeRun& run) {
@@ -111,6 +126,7 @@ void AddShapeProbes(std::vector<Probe>& list) {
       {83, Feature::kTakes, kInDocs, "curves tell length and the place at one", CurveLength},
       {84, Feature::kTakes, kInDocs, "lenses are in millimetres, films in inches", LensUnits},
       {85, Feature::kTakes, kInDocs, "a lens can be set by plugs", LensPlugs},
+      {87, Feature::kTools, kInDocs, "\"sets\" gives a mesh its shader", ShadedByCommand},
       {86, Feature::kTakes, kInDocs, "a camera looks along its negative Z", CameraLooksBack},
   };
   list.insert(list.end(), std::begin(probes), std::end(probes));

@@ -84,6 +84,12 @@ void SceneStorage::Clear() {
   DeleteStorage();
 }
 
+bool SceneStorage::IsThere() const {
+  int referenced = 0;
+  return !FindStorage(StorageNode::kId, false, referenced).empty() ||
+         !FindStorage(CStorageNode::kId, true, referenced).empty();
+}
+
 void SceneStorage::Forget() {
   m_rigs.Clear();
   m_own.clear();

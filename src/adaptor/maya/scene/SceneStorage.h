@@ -31,6 +31,8 @@ class SceneStorage {
   bool Write();
   /// After it was, also when it could not be.
   void Clear();
+  /// Whether the scene holds storage nodes of its own.
+  bool IsThere() const;
   /// After another scene was opened, in place of all rigs.
   void Open();
   /// Ahead of an import, which brings nodes with tags that the scene's own may have.
