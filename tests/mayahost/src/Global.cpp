@@ -242,12 +242,12 @@ MStatus M3dView::getCamera(MDagPath& camera) const {
 int M3dView::portWidth(MStatus* status) const { return Ok(status), 960; }
 int M3dView::portHeight(MStatus* status) const { return Ok(status), 540; }
 QWidget* MQtUtil::mainWindow() {
-  static std::unique_ptr<QMainWindow> window;
+  static QMainWindow* window = nullptr;
   if (!TheState().batch && qApp && !window) {
-    window = std::make_unique<QMainWindow>();
-    QObject::connect(qApp, &QObject::destroyed, [] { window.release(); });
+    window = new QMainWindow;
+    qAddPostRoutine([] { delete std::exchange(window, nullptr); });
   }
-  return TheState().batch ? nullptr : window.get();
+  return TheState().batch ? nullptr : window;
 }
 QWidget* MQtUtil::findControl(const MString& name, const QWidget* parent) {
   const QWidget* from = parent ? parent : mainWindow();

@@ -51,7 +51,7 @@ void Tell(const std::string& topic, const Node* node, Call call) {
     g_current = before;
   }
 }
-std::string Scene(int message) { return "callback " + std::to_string(message); }
+std::string SceneTopic(int message) { return "callback " + std::to_string(message); }
 }  // namespace
 
 std::vector<std::string> Callbacks() {
@@ -60,13 +60,10 @@ std::vector<std::string> Callbacks() {
   return topics;
 }
 bool AnybodyHearsDirt() {
-  if (std::any_of(g_listeners.begin(), g_listeners.end(), [](const auto& l) { return l->topic == "dirty"; })) return true;
-  for (const auto& [serial, node] : TheScene().nodes)
-    if (node->user && !node->clean.empty()) return true;
-  return false;
+  return TheState().computed || std::any_of(g_listeners.begin(), g_listeners.end(), [](const auto& l) { return l->topic == "dirty"; });
 }
 void NotifyScene(int message) {
-  Tell<MMessage::MBasicFunction>(Scene(message), nullptr, [](auto f, void* data) { f(data); });
+  Tell<MMessage::MBasicFunction>(SceneTopic(message), nullptr, [](auto f, void* data) { f(data); });
 }
 bool AskScene(int message) {
   bool go = true;
@@ -160,7 +157,7 @@ MStatus MMessage::nodeCallbacks(const MObject& node, MCallbackIdArray& ids) {
 MCallbackId MMessage::currentCallbackId() { return g_current; }
 MCallbackId MSceneMessage::addCallback(Message m, MBasicFunction f, void* data, MStatus* status) {
   if (m < 0 || m >= kLast) return Ok(status, false), 0;
-  return Listen(mayahost::Scene(m), nullptr, f, data, status);
+  return Listen(SceneTopic(m), nullptr, f, data, status);
 }
 MCallbackId MSceneMessage::addCheckCallback(Message m, MCheckFunction f, void* data, MStatus* status) {
   return Listen("check " + std::to_string(m), nullptr, f, data, status);

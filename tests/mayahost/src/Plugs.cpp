@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "Notify.h"
-#include "Scene.h"
+#include "State.h"
 
 namespace mayahost {
 namespace {
@@ -308,7 +308,7 @@ Value OfUserNode(const PlugRef& plug) {
   MDataBlock block;
   block.node = &node;
   node.clean.insert(plug.Key());
-  g_quiet = true;
+  g_quiet = TheState().computed = true;
   const NodePtr keep = node.Ptr();
   const Recording none(nullptr);
   MStatus status = keep->user->compute(MPlug(plug), block);

@@ -35,6 +35,7 @@ struct State {
   std::map<std::string, bool> evaluators{{"cache", true}};
   std::map<std::string, bool> conditions;
   int refreshes = 0;
+  bool computed = false;  ///< some node of a plug-in has values that may grow old
   bool batch = false, failed = false;
   bool reading = false, writing = false, opening = false, newing = false, importing = false, referencing = false;
   std::string asked;  ///< the file of what is going on

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "Scene.h"
+#include "Command.h"
 
 namespace mayahost {
 namespace {
@@ -229,4 +229,13 @@ bool Node::Has(MFn::Type fn) const {
   return false;
 }
 
+}  // namespace mayahost
+
+namespace mayahost {
+std::vector<std::string> PluginTypes() {
+  std::vector<std::string> names;
+  for (const auto& [name, type] : Types())
+    if (type->creator) names.push_back(name);
+  return names;
+}
 }  // namespace mayahost

@@ -5,7 +5,6 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MArrayDataHandle {
  public:
   explicit MArrayDataHandle(const MPlug& plug = MPlug(), bool output = false) : fPlug(plug), fOutput(output) {}
-  MArrayDataHandle(const MDataHandle& handle, MStatus* status = NULL);
   unsigned int elementCount(MStatus* status = NULL);
   unsigned int elementIndex(MStatus* status = NULL);
   MStatus next();

@@ -13,7 +13,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MDataHandle {
  public:
   MDataHandle() = default;
-  explicit MDataHandle(const MPlug& plug) : fPlug(plug) {}
+  explicit MDataHandle(const MPlug& plug);
   bool isNumeric() const;
   MFnData::Type type() const;
   MFnNumericData::Type numericType() const;
@@ -62,7 +62,6 @@ class MDataHandle {
 
  private:
   void Load() const;
-  void Store();
   MPlug fPlug;
   union Number {
     bool b;

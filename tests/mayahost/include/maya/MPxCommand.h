@@ -13,7 +13,6 @@
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MPxCommand {
  public:
-  enum MResultType { kLong, kDouble, kString, kNoArg };
   MPxCommand() = default;
   virtual ~MPxCommand() = default;
   virtual MStatus doIt(const MArgList& args);
@@ -43,7 +42,6 @@ class MPxCommand {
   static void appendToResult(double value);
   static void appendToResult(const MString& value);
   static void appendToResult(const char* value) { appendToResult(MString(value)); }
-  static MResultType currentResultType();
 
   MString line, name;  ///< the stand-in's own
 

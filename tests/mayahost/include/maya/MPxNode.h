@@ -24,7 +24,6 @@ class MPxNode {
   virtual MStatus setDependentsDirty(const MPlug& plug, MPlugArray& affected);
   virtual MStatus connectionMade(const MPlug& plug, const MPlug& other, bool asSrc);
   virtual MStatus connectionBroken(const MPlug& plug, const MPlug& other, bool asSrc);
-  virtual MStatus legalConnection(const MPlug& plug, const MPlug& other, bool asSrc, bool& isLegal) const;
   virtual bool getInternalValueInContext(const MPlug&, MDataHandle&, MDGContext&) { return false; }
   virtual bool setInternalValueInContext(const MPlug&, const MDataHandle&, MDGContext&) { return false; }
   virtual void copyInternalData(MPxNode*) {}
@@ -34,11 +33,9 @@ class MPxNode {
   MString typeName() const;
   MString name() const;
   MObject thisMObject() const;
-  MStatus setExistWithoutInConnections(bool flag);
-  MStatus setExistWithoutOutConnections(bool flag);
   static MStatus addAttribute(const MObject& attribute);
   static MStatus attributeAffects(const MObject& whenChanges, const MObject& isAffected);
-  static MObject message, isHistoricallyInteresting, caching, state, frozen;
+  static MObject message, isHistoricallyInteresting, caching, state;
 
   std::weak_ptr<mayahost::Thing> thing;  ///< the stand-in's own
 

@@ -12,7 +12,6 @@ class MSyntax {
   MStatus addFlag(const char* brief, const char* full, MArgType a1 = kNoArg, MArgType a2 = kNoArg, MArgType a3 = kNoArg, MArgType a4 = kNoArg,
                   MArgType a5 = kNoArg, MArgType a6 = kNoArg);
   MStatus makeFlagMultiUse(const char* flag);
-  MStatus makeFlagQueryWithFullArgs(const char* flag, bool optional);
   MStatus addArg(MArgType type);
   void enableQuery(bool supported = true);
   void enableEdit(bool supported = true);
