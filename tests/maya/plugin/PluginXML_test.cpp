@@ -35,7 +35,8 @@ std::vector<RigRecord> RealRecords(std::string& rows) {
   core.MoveInto(core.Find(core.List(false).front()->GetInstanceName()), group);
   core.SetChecked(core.Find(core.List(false).back()->GetInstanceName()), false);
   std::vector<RigRecord> records;
-  SceneRigs rigs(core, session.GetAdaptor(), [](const std::string& text) { ADD_FAILURE() << text; });
+  SceneRigs rigs(core, session.GetAdaptor(),
+                 [](const std::string& text) { ADD_FAILURE() << text; });
   EXPECT_TRUE(rigs.Store(records, rows, problem)) << problem;
   return records;
 }
@@ -100,11 +101,14 @@ TEST(PluginXML, KeepsADamagedRecordAsItIs) {
 }
 
 TEST(PluginXML, RenamesARigWithTheHandlesOfItsNodesAlone) {
-  RigRecord record{"Kind", "Rig",
+  RigRecord record{"Kind",
+                   "Rig",
                    "<RWT_Plugin version=\"2.5\" type=\"Kind\" name=\"Rig\"><nodeinfo>"
                    "<node name=\"A\" handle=\"Rig/A\"/><node name=\"B\" handle=\"Rig_2/B\"/>"
                    "</nodeinfo></RWT_Plugin>",
-                   "", "", ""};
+                   "",
+                   "",
+                   ""};
   RenameRecord(record, "New");
   const StorageValues values = StoreRecord(record);
   EXPECT_EQ(values.Text(kCameraName), "New");
