@@ -80,5 +80,6 @@ void AddSceneProbes(std::vector<Probe>& list);
 void AddGraphProbes(std::vector<Probe>& list);
 void AddKeyProbes(std::vector<Probe>& list);
 void AddShapeProbes(std::vector<Probe>& list);
+void AddDetailProbes(std::vector<Probe>& list);
 
 }  // namespace orv::rws::adaptor::maya

@@ -28,6 +28,7 @@ const std::vector<Probe>& AllProbes() {
     AddGraphProbes(made);
     AddKeyProbes(made);
     AddShapeProbes(made);
+    AddDetailProbes(made);
     std::sort(made.begin(), made.end(), [](const Probe& a, const Probe& b) { return a.id < b.id; });
     return made;
   }();
