@@ -21,6 +21,7 @@
 #include "adaptor/maya/MelText.h"
 #include "adaptor/maya/PlugChange.h"
 #include "adaptor/maya/TakeChannels.h"
+#include "core/services/Log.h"
 
 namespace orv::rws::adaptor::maya {
 
@@ -109,6 +110,13 @@ HostNode* CMayaNode::ChildNode(int index) {
 
 std::string CMayaNode::GetSceneName() {
   return Exists() ? BareName(GetObject()) : std::string();
+}
+
+void CMayaNode::deleteMe() {
+  const std::string path = GetPath().fullPathName().asUTF8();
+  HostNode::deleteMe();
+  core::LogEntry(core::LogLevel::kDebug, "CMayaNode->deleteMe() w. path=" + path +
+                                             " valid=" + std::to_string(IsValid()));
 }
 
 void CMayaNode::PutName(const std::string& wish) {

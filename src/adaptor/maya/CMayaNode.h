@@ -32,6 +32,7 @@ class CMayaNode final : public HostNode {
   ~CMayaNode() override;
 
   bool IsValid() override { return m_handle.isValid(); }
+  void deleteMe() override;
   int GetChildCount() override;
   /// Without path and namespace.
   std::string GetSceneName() override;
