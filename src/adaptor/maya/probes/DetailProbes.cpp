@@ -171,6 +171,15 @@ void KeysOneByOne(ProbeRun& run) {
   run.Check(fn.numKeys() == 0, "the change does not take everything back");
 }
 
+void UpAxis(ProbeRun& run) {
+  const bool before = MGlobal::isYAxisUp();
+  MGlobal::setZAxisUp();
+  run.Check(!MGlobal::isYAxisUp(), "Y is up where Z was set");
+  MGlobal::setYAxisUp();
+  run.Check(MGlobal::isYAxisUp(), "Y is not up where it was set");
+  if (!before) MGlobal::setZAxisUp();
+}
+
 void TicksOfTime(ProbeRun& run) {
   run.Check(MTime::ticksPerSecond() == 141120000.0 || MTime::ticksPerSecond() == 6000.0,
             "a second has another number of ticks");
@@ -296,6 +305,7 @@ void AddDetailProbes(std::vector<Probe>& list) {
       {112, Feature::kTools, kWritten, "shaders can be made and coloured", ColoursOfShaders},
       {113, Feature::kTools, kWritten, "cameras have a near plane", NearPlane},
       {114, Feature::kTakes, kWritten, "the active view can be drawn by force", ViewsDrawn},
+      {116, Feature::kTakes, kWritten, "the up axis is told as it was set", UpAxis},
       {115, Feature::kTakes, kWritten, "playback can be heard", HeardConditions},
   };
   list.insert(list.end(), std::begin(probes), std::end(probes));
