@@ -83,6 +83,7 @@ struct Reparenting {
 // --- the tree ---
 
 HostNode* CMayaNode::ParentNode() {
+  if (m_take) return m_take->GetPlace().parent;
   MDagPath path = GetPath();
   if (path.length() < 2) return nullptr;
   path.pop();
@@ -115,8 +116,8 @@ std::string CMayaNode::GetSceneName() {
 void CMayaNode::deleteMe() {
   const std::string path = GetPath().fullPathName().asUTF8();
   HostNode::deleteMe();
-  core::LogEntry(core::LogLevel::kDebug, "CMayaNode->deleteMe() w. path=" + path +
-                                             " valid=" + std::to_string(IsValid()));
+  core::LogEntry(core::LogLevel::kDebug,
+                 "CMayaNode->deleteMe() w. path=" + path + " valid=" + std::to_string(IsValid()));
 }
 
 void CMayaNode::PutName(const std::string& wish) {
@@ -171,6 +172,7 @@ std::unique_ptr<NodePresence> CMayaNode::MakePresence() {
 // --- poses ---
 
 ChannelFrame CMayaNode::ReadFrame() const {
+  if (m_take) return m_take->GetPlace().frame;
   const MObject node = GetObject();
   ChannelFrame frame;
   frame.order = static_cast<RotationOrder>(FindPlug(node, "rotateOrder").asInt());
@@ -200,6 +202,7 @@ HostChannels CMayaNode::ReadChannels(double time) const {
 }
 
 bool CMayaNode::Inherits() const {
+  if (m_take) return m_take->GetPlace().inherits;
   return FindPlug(GetObject(), "inheritsTransform").asBool();
 }
 
@@ -443,7 +446,9 @@ bool CMayaNode::PutUnder(HostNode* parent) {
 // --- a take ---
 
 void CMayaNode::EnterTake() {
-  if (!m_take && IsValid()) m_take = std::make_unique<TakeChannels>(GetObject());
+  if (m_take || !IsValid()) return;
+  const TakeChannels::Place place{ReadFrame(), Inherits(), ParentNode()};
+  m_take = std::make_unique<TakeChannels>(GetObject(), place);
 }
 
 void CMayaNode::LeaveTake() {

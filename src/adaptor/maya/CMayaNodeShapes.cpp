@@ -106,6 +106,8 @@ std::shared_ptr<const Curve> CMayaNode::SharedCurve() const {
 }
 
 bool CMayaNode::HasMesh() const {
+  const int take = Adaptor().GetTakeSerial();
+  if (take != 0 && take == m_meshTake) return m_mesh != nullptr;
   const MDagPath path = GetPath();
   return FindShape(path, MFn::kMesh).isValid() || FindShape(path, MFn::kNurbsSurface).isValid();
 }

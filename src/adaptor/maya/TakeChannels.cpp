@@ -4,7 +4,7 @@
 
 namespace orv::rws::adaptor::maya {
 
-TakeChannels::TakeChannels(const MObject& transform) {
+TakeChannels::TakeChannels(const MObject& transform, Place place) : m_place(place) {
   const std::array<MPlug, 9> plugs = PosePlugs(transform);
   for (std::size_t i = 0; i < plugs.size(); ++i) {
     m_channels[i] = {plugs[i], CurveOf(plugs[i]), plugs[i].asDouble()};
