@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QKeyEvent>
+#include <QWidget>
 
 #include "adaptor/maya/plugin/TakeKeys.h"
 #include "adaptor/maya/scene/ModifiedFlag.h"
@@ -93,6 +95,60 @@ TEST_F(HostScene, BindsTheStartKeyInASetOfTheUsersAloneAndGivesItBack) {
   EXPECT_EQ(Run("hotkey -q -name \"Space\""), "");
   Unload();
   EXPECT_EQ(Run("hotkey -q -name \"Space\" -ctl -alt"), "");
+}
+
+/// What a widget of the host gets of the keyboard.
+class Listener : public QWidget {
+ public:
+  int keys = 0;
+
+ protected:
+  void keyPressEvent(QKeyEvent*) override { ++keys; }
+};
+
+TEST_F(HostScene, LeavesTheHostItsKeysButInTakes) {
+  ASSERT_TRUE(Load());
+  Run("OrvelCreateToolCmd -name \"MotionFilterCam\"");
+  Listener widget;
+  const auto press = [&widget](int key, Qt::KeyboardModifiers held) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, held);
+      QCoreApplication::sendEvent(&widget, &event);
+    }
+    QCoreApplication::processEvents();
+  };
+  press(Qt::Key_Space, Qt::ControlModifier | Qt::AltModifier);
+  press(Qt::Key_Space, Qt::NoModifier);
+  EXPECT_EQ(widget.keys, 2);
+  EXPECT_FALSE(Core().IsRecording());
+  Run("OrvelStartAnimationCmd");
+  ASSERT_TRUE(Core().IsRecording());
+  press(Qt::Key_A, Qt::NoModifier);
+  EXPECT_EQ(widget.keys, 3);
+  const int slow = Core().GetSlowFactorIndex();
+  press(Qt::Key_Plus, Qt::NoModifier);
+  EXPECT_EQ(Core().GetSlowFactorIndex(), slow + 1);
+  Run("OrvelDecSlowFactorCmd");
+  EXPECT_EQ(Core().GetSlowFactorIndex(), slow);
+  press(Qt::Key_Space, Qt::NoModifier);
+  EXPECT_FALSE(Core().IsRecording());
+  EXPECT_EQ(widget.keys, 3);
+}
+
+TEST_F(HostScene, EndsATakeWhenTheSceneGoesOrPlays) {
+  ASSERT_TRUE(Load());
+  Run("OrvelCreateToolCmd -name \"MotionFilterCam\"");
+  Run("OrvelStartAnimationCmd");
+  mayahost::Play(true);
+  EXPECT_FALSE(Core().IsRecording());
+  mayahost::Play(false);
+  Run("OrvelStartAnimationCmd");
+  Save("a");
+  EXPECT_FALSE(Core().IsRecording());
+  Run("OrvelStartAnimationCmd");
+  MFileIO::newFile(true);
+  EXPECT_FALSE(Core().IsRecording());
+  EXPECT_TRUE(Rigs().empty());
 }
 
 }  // namespace
