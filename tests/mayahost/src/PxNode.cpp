@@ -40,7 +40,7 @@ MStatus MPxNode::attributeAffects(const MObject& when, const MObject& affected) 
   return MS::kSuccess;
 }
 
-MDataHandle::MDataHandle(const MPlug& plug) : fPlug(plug) {}
+MDataHandle::MDataHandle(const MPlug& plug, bool output) : fPlug(plug), fOutput(output) {}
 void MDataHandle::Load() const {
   if (fNumber || fPlug.isNull()) return;
   auto* self = const_cast<MDataHandle*>(this);
@@ -73,20 +73,20 @@ MFnData::Type MDataHandle::type() const {
 MFnNumericData::Type MDataHandle::numericType() const {
   return isNumeric() ? static_cast<MFnNumericData::Type>(fPlug.Ref().attr->subtype) : MFnNumericData::kInvalid;
 }
-bool& MDataHandle::asBool() { return Load(), fNumber->b = fNumber->d != 0; }
-short& MDataHandle::asShort() { return Load(), Seen(*fNumber, &Number::s); }
-int& MDataHandle::asInt() { return Load(), Seen(*fNumber, &Number::i); }
-float& MDataHandle::asFloat() { return Load(), Seen(*fNumber, &Number::f); }
-double& MDataHandle::asDouble() { return Load(), fNumber->d; }
-double3& MDataHandle::asDouble3() { return Load(), fNumber->v; }
+bool& MDataHandle::asBool() { return Load(), fAs = 'b', fNumber->b = fNumber->d != 0; }
+short& MDataHandle::asShort() { return Load(), fAs = 's', Seen(*fNumber, &Number::s); }
+int& MDataHandle::asInt() { return Load(), fAs = 'i', Seen(*fNumber, &Number::i); }
+float& MDataHandle::asFloat() { return Load(), fAs = 'f', Seen(*fNumber, &Number::f); }
+double& MDataHandle::asDouble() { return Load(), fAs = 'd', fNumber->d; }
+double3& MDataHandle::asDouble3() { return Load(), fAs = 'v', fNumber->v; }
 MVector MDataHandle::asVector() const { return Load(), MVector(fNumber->v[0], fNumber->v[1], fNumber->v[2]); }
 MDistance MDataHandle::asDistance() const { return Load(), MDistance(fNumber->d); }
 MAngle MDataHandle::asAngle() const { return Load(), MAngle(fNumber->d); }
 MTime MDataHandle::asTime() const { return Load(), MTime(MTime(fNumber->d, MTime::kSeconds).as(MTime::uiUnit()), MTime::uiUnit()); }
-MString& MDataHandle::asString() { return Load(), *fString; }
-MMatrix& MDataHandle::asMatrix() { return Load(), *fMatrix; }
+MString& MDataHandle::asString() { return Load(), fAs = 't', *fString; }
+MMatrix& MDataHandle::asMatrix() { return Load(), fAs = 'm', *fMatrix; }
 MObject MDataHandle::data() { return fPlug.isNull() ? MObject() : Obj(Get(fPlug.Ref()).data); }
-void MDataHandle::set(double v) { PutPlain(fPlug.Ref(), v), fNumber.reset(); }
+void MDataHandle::set(double v) { fPlug.isNull() ? void() : PutPlain(fPlug.Ref(), v), fNumber.reset(), fAs = 0; }
 void MDataHandle::set(bool v) { set(double(v)); }
 void MDataHandle::set(short v) { set(double(v)); }
 void MDataHandle::set(int v) { set(double(v)); }
@@ -120,6 +120,19 @@ MStatus MDataHandle::copy(const MDataHandle& from) {
   const Value v = Get(from.fPlug.Ref());
   return PutPlain(fPlug.Ref(), v.number, v.data), MS::kSuccess;
 }
+void MDataHandle::Store() {
+  if (!fOutput || !fAs || !fNumber || fNumber.use_count() > 1) return;
+  const char as = std::exchange(fAs, 0);
+  const Number n = *fNumber;
+  if (as == 't')
+    set(MString(*fString));
+  else if (as == 'm')
+    set(MMatrix(*fMatrix));
+  else if (as == 'v')
+    set(n.v[0], n.v[1], n.v[2]);
+  else
+    set(as == 'b' ? n.b : as == 's' ? n.s : as == 'i' ? n.i : as == 'f' ? double(n.f) : n.d);
+}
 void MDataHandle::setClean() { fPlug.isNull() ? void() : void(fPlug.Ref().node->clean.insert(fPlug.Ref().Key())); }
 
 namespace {
@@ -130,8 +143,8 @@ MPlug Of(Node* node, const MObject& attribute, MStatus* status) {
 }  // namespace
 MDataHandle MDataBlock::inputValue(const MPlug& plug, MStatus* s) { return Ok(s, !plug.isNull()), MDataHandle(plug); }
 MDataHandle MDataBlock::inputValue(const MObject& attribute, MStatus* s) { return MDataHandle(Of(node, attribute, s)); }
-MDataHandle MDataBlock::outputValue(const MPlug& plug, MStatus* s) { return Ok(s, !plug.isNull()), MDataHandle(plug); }
-MDataHandle MDataBlock::outputValue(const MObject& attribute, MStatus* s) { return MDataHandle(Of(node, attribute, s)); }
+MDataHandle MDataBlock::outputValue(const MPlug& plug, MStatus* s) { return Ok(s, !plug.isNull()), MDataHandle(plug, true); }
+MDataHandle MDataBlock::outputValue(const MObject& attribute, MStatus* s) { return MDataHandle(Of(node, attribute, s), true); }
 MArrayDataHandle MDataBlock::inputArrayValue(const MPlug& plug, MStatus* s) { return Ok(s, plug.isArray()), MArrayDataHandle(plug); }
 MArrayDataHandle MDataBlock::inputArrayValue(const MObject& attribute, MStatus* s) { return MArrayDataHandle(Of(node, attribute, s)); }
 MArrayDataHandle MDataBlock::outputArrayValue(const MObject& attribute, MStatus* s) { return MArrayDataHandle(Of(node, attribute, s), true); }
@@ -155,6 +168,6 @@ MStatus MArrayDataHandle::jumpToElement(unsigned int index) {
 }
 MStatus MArrayDataHandle::jumpToArrayElement(unsigned int position) { return fAt = position, St(position < elementCount()); }
 MDataHandle MArrayDataHandle::inputValue(MStatus* s) { return Ok(s, fAt < elementCount()), MDataHandle(fPlug.elementByPhysicalIndex(fAt)); }
-MDataHandle MArrayDataHandle::outputValue(MStatus* s) { return inputValue(s); }
+MDataHandle MArrayDataHandle::outputValue(MStatus* s) { return Ok(s, fAt < elementCount()), MDataHandle(fPlug.elementByPhysicalIndex(fAt), true); }
 MStatus MArrayDataHandle::setClean() { return St(!fPlug.isNull()); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -21,6 +21,7 @@ void Journal::Redo() {
 }
 Recording::Recording(Journal* journal) : m_before(g_journal) { g_journal = journal; }
 Recording::~Recording() { g_journal = m_before; }
+Journal* CurrentJournal() { return g_journal; }
 void Do(std::function<void()> redo, std::function<void()> undo) {
   redo();
   if (g_journal) g_journal->steps.push_back({std::move(undo), std::move(redo)});

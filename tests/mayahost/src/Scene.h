@@ -188,6 +188,7 @@ class Recording {
 };
 /// Does it, and notes it in the journal that records, if any.
 void Do(std::function<void()> redo, std::function<void()> undo);
+Journal* CurrentJournal();
 
 struct Scene {
   Scene();

@@ -15,7 +15,7 @@ struct OwnType {
   /// instance, o computed, n not saved.
   const char* attrs;
 };
-const OwnType kOwnTypes[] = {
+constexpr OwnType kOwnTypes[] = {
     {"dependNode", MFn::kDependencyNode, "", "message/msg:message:0:hn isHistoricallyInteresting/ihi:int:2:h caching/cch:bool:0:h nodeState/nds:enum:0:h"},
     {"dagNode", MFn::kDagNode, "dependNode",
      "visibility/v:bool:1:k intermediateObject/io:bool template/tmp:bool instObjGroups/iog:message:0:awn worldMatrix/wm:matrix:0:wo "
@@ -60,8 +60,12 @@ const OwnType kOwnTypes[] = {
     {"network", MFn::kDependencyNode, "dependNode", ""},
 };
 
+void MakeOwnTypes();
+/// Also for statics of other sources, which may come first.
 std::map<std::string, std::unique_ptr<NodeType>>& Types() {
   static std::map<std::string, std::unique_ptr<NodeType>> types;
+  static bool begun = false;
+  if (!std::exchange(begun, true)) MakeOwnTypes();
   return types;
 }
 
@@ -107,7 +111,7 @@ void Set(Attr& attr, double fallback, const std::string& flags) {
   for (const auto& child : attr.children) Set(*child, fallback, flags);
 }
 
-const bool kMade = [] {
+void MakeOwnTypes() {
   for (const OwnType& own : kOwnTypes) {
     NodeType& type = AddType(own.name, own.fn, FindType(own.base), 0x100 + static_cast<unsigned>(&own - kOwnTypes));
     std::istringstream words(own.attrs);
@@ -123,8 +127,7 @@ const bool kMade = [] {
       if (attr->name == "rotateOrder") attr->fields = {{0, "xyz"}, {1, "yzx"}, {2, "zxy"}, {3, "xzy"}, {4, "yxz"}, {5, "zyx"}};
     }
   }
-  return true;
-}();
+}
 
 }  // namespace
 

@@ -13,7 +13,10 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MDataHandle {
  public:
   MDataHandle() = default;
-  explicit MDataHandle(const MPlug& plug);
+  explicit MDataHandle(const MPlug& plug, bool output = false);
+  MDataHandle(const MDataHandle&) = default;
+  MDataHandle& operator=(const MDataHandle&) = default;
+  ~MDataHandle() { Store(); }
   bool isNumeric() const;
   MFnData::Type type() const;
   MFnNumericData::Type numericType() const;
@@ -62,7 +65,10 @@ class MDataHandle {
 
  private:
   void Load() const;
+  void Store();  ///< what was written by reference
   MPlug fPlug;
+  bool fOutput = false;
+  char fAs = 0;  ///< what an output was asked as
   union Number {
     bool b;
     short s;
