@@ -21,7 +21,7 @@ template <class Read>
 auto ReadAt(double time, Read read) {
   const MTime host = ToHostTime(time);
   if (host == MAnimControl::currentTime()) return read();
-  const MDGContext context(host);
+  MDGContext context(host);
   const MDGContextGuard guard(context);
   return read();
 }

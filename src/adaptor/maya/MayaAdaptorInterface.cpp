@@ -179,7 +179,8 @@ void MayaAdaptorInterface::Select(HostNode& node) {
       MGlobal::setActiveSelectionList(saved, MGlobal::kReplaceList);
       saved = now;
     });
-  MGlobal::select(path, MObject::kNullObj, joins ? MGlobal::kAddToList : MGlobal::kReplaceList);
+  MObject whole;
+  MGlobal::select(path, whole, joins ? MGlobal::kAddToList : MGlobal::kReplaceList);
   EndUndoBlock();
 }
 

@@ -7,8 +7,8 @@
 #include <maya/MFnMesh.h>
 #include <maya/MFnNurbsCurve.h>
 #include <maya/MGlobal.h>
+#include <maya/MItDependencyNodes.h>
 #include <maya/MNamespace.h>
-#include <maya/MObjectArray.h>
 #include <maya/MPointArray.h>
 
 #include <cmath>
@@ -80,6 +80,16 @@ MObject CopyCurve(const MDagPath& shape, const MObject& transform) {
 std::string BareNameOf(const MObject& node) {
   const std::string name = MFnDependencyNode(node).name().asUTF8();
   return name.substr(name.rfind(':') + 1);
+}
+
+/// The nodes of a namespace and of those within it, in the order of the scene.
+std::vector<MObject> NodesIn(const std::string& space) {
+  std::vector<MObject> nodes;
+  for (MItDependencyNodes each; !each.isDone(); each.next()) {
+    const std::string name = MFnDependencyNode(each.thisNode()).name().asUTF8();
+    if (name.rfind(space + ":", 0) == 0) nodes.push_back(each.thisNode());
+  }
+  return nodes;
 }
 
 bool IsStorage(const MObject& node) {
@@ -209,10 +219,7 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
   const MStatus status = MFileIO::import(file.c_str(), nullptr, false, space.c_str());
   m_importing = false;
   if (!status) return file + " can't be read: " + status.errorString().asUTF8();
-  MObjectArray objects;
-  MNamespace::getNamespaceObjects(space.c_str(), objects, true);
-  for (unsigned i = 0; i < objects.length(); ++i) {
-    MObject object = objects[i];
+  for (MObject object : NodesIn(space)) {
     if (IsStorage(object)) {
       // Rigs of another scene.
       MFnDependencyNode(object).setLocked(false);
