@@ -516,7 +516,9 @@ bool OptionVar(const Words& words, Words& result) {
   return !args.bad;
 }
 bool Exists(const Words& words, Words& result) {
-  return result = {words.size() > 1 && (words[1].find('.') == std::string::npos ? !Resolve(words[1]).empty() : FindPlug(words[1]).node) ? "1" : "0"}, true;
+  const std::string name = words.size() > 1 ? words[1] : "";
+  const bool there = name.find('.') == std::string::npos ? !Resolve(name).empty() : FindPlug(name).node != nullptr;
+  return result = {there ? "1" : "0"}, true;
 }
 bool TypeName(const Words& words, Words& result) {
   const auto found = words.size() > 1 ? Resolve(words[1]) : std::vector<MSelectionList::Item>();

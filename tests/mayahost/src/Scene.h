@@ -163,6 +163,7 @@ struct Node : Thing {
   std::vector<MSelectionList::Item> members;  ///< of a set
   std::shared_ptr<MPxNode> user;
   std::set<PlugKey> clean;
+  std::string raw;  ///< of a node of an unknown type: its part of the file
   bool readsTime = false;
 };
 using NodePtr = std::shared_ptr<Node>;

@@ -57,6 +57,7 @@ constexpr OwnType kOwnTypes[] = {
     {"addDoubleLinear", MFn::kDependencyNode, "dependNode", "input1/i1:len input2/i2:len output/o:len:0:o"},
     {"multDoubleLinear", MFn::kDependencyNode, "dependNode", "input1/i1:len:1 input2/i2:len:1 output/o:len:0:o"},
     {"reference", MFn::kReference, "dependNode", "fileNames/fn:string locked/lk:bool"},
+    {"unknown", MFn::kUnknown, "dependNode", ""},
     {"network", MFn::kDependencyNode, "dependNode", ""},
 };
 

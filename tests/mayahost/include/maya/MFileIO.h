@@ -9,8 +9,6 @@ class MFileIO {
   enum ReferenceMode { kLoadDefault, kLoadAllReferences, kLoadNoReferences };
   static MString currentFile();
   static MString fileType();
-  static MStringArray getFileTypes();
-  static MStatus getFiles(MStringArray& files);
   static MStatus newFile(bool force = false);
   static MStatus open(const MString& file, const char* type = NULL, bool force = false, ReferenceMode mode = kLoadDefault, bool ignoreVersion = false);
   static MStatus save(bool force = false);
