@@ -259,6 +259,13 @@ struct Reader {
     }
     return ShapeLine(w);
   }
+  bool TryLine(const std::string& line) {
+    try {
+      return Line(line);
+    } catch (const std::exception&) {
+      return false;
+    }
+  }
   bool Line(const std::string& line) {
     const auto w = Words(line);
     if (w.empty()) return true;
@@ -310,7 +317,7 @@ bool ReadScene(const std::string& text, const std::string& space, Node* referenc
   {
     const During reading(TheState().reading, TheState().asked);
     for (int number = 2; good && std::getline(lines, line); ++number)
-      if (!reader.Line(line)) good = (Say(Spoken::kError, "Line " + std::to_string(number) + " of the file can't be read: " + line), false);
+      if (!reader.TryLine(line)) good = (Say(Spoken::kError, "Line " + std::to_string(number) + " of the file can't be read: " + line), false);
   }
   TheScene().currentNamespace = current;
   if (good) NotifyScene(M::kAfterFileRead);

@@ -55,7 +55,6 @@ class MFnMesh : public MFnDagNode {
                            MStatus* status = NULL) const;
   bool intersect(const MPoint& source, const MVector& direction, MPointArray& points, double tolerance = 1e-10, MSpace::Space space = MSpace::kObject,
                  MIntArray* polygons = NULL, MStatus* status = NULL) const;
-  MStatus getClosestPoint(const MPoint& to, MPoint& closest, MSpace::Space space = MSpace::kObject, int* polygon = NULL) const;
   static MMeshIsectAccelParams autoUniformGridParams() { return {}; }
   MStatus freeCachedIntersectionAccelerator() { return MStatus::kSuccess; }
 };
