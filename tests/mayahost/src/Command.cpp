@@ -43,7 +43,6 @@ std::map<std::string, std::shared_ptr<Plugin>>& Plugins() {
   return plugins;
 }
 std::vector<std::string> g_result;
-bool g_isList = false;
 NodeType* g_initializing = nullptr;
 
 bool IsFlag(const MString& word) {
