@@ -3,6 +3,7 @@
 #include <maya/MDoubleArray.h>
 #include <maya/MFnAnimCurve.h>
 #include <maya/MFnDependencyNode.h>
+#include <maya/MFnUnitAttribute.h>
 #include <maya/MTimeArray.h>
 
 #include "adaptor/maya/HostTime.h"
@@ -13,14 +14,11 @@ namespace {
 
 /// The node type of the curve that a plug takes.
 const char* CurveTypeFor(const MPlug& plug) {
-  switch (plug.attribute().apiType()) {
-    case MFn::kDoubleLinearAttribute:
-      return "animCurveTL";
-    case MFn::kDoubleAngleAttribute:
-      return "animCurveTA";
-    default:
-      return "animCurveTU";
-  }
+  const MObject attribute = plug.attribute();
+  if (!attribute.hasFn(MFn::kUnitAttribute)) return "animCurveTU";
+  const MFnUnitAttribute::Type unit = MFnUnitAttribute(attribute).unitType();
+  if (unit == MFnUnitAttribute::kDistance) return "animCurveTL";
+  return unit == MFnUnitAttribute::kAngle ? "animCurveTA" : "animCurveTU";
 }
 
 }  // namespace
