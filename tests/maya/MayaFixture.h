@@ -73,6 +73,7 @@ class MayaFixture final : public AdaptorFixture {
     NewScene(settings);
     MTime::setUIUnit(MTime::k24FPS);
     m_adaptor->SetTimeRange(0.0, 4.0);
+    m_adaptor->SetCurrentTime(0.0);
     BuildScene();
     MGlobal::executeCommand("flushUndo");
     m_adaptor->SceneGone();

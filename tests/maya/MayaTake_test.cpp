@@ -209,7 +209,7 @@ TEST(MayaTake, KeepsTheUsersOrderAndPivotsAndTurnsOnAcrossWholeTurns) {
   for (const char* pivot : {"rotatePivotX", "scalePivotY", "rotateAxisZ", "rotatePivotTranslateY"})
     PlugOf(body, pivot).setDouble(0.7);
   const auto pose = [](int frame) {
-    Matrix<double> m = Matrix<double>::rotationAxisAngle(50.0 * frame, 0.3, 1.0, 0.1);
+    Matrix<double> m = Matrix<double>::rotationAxisAngle(50.0 * frame, 0.36, 0.8, 0.48);
     m.setTranslation({0.1 * frame, 1, 2});
     return m;
   };

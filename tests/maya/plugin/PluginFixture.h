@@ -31,6 +31,8 @@ class PluginTest : public testing::Test {
     mayahost::SetBatch(false);
   }
   ~PluginTest() override {
+    // What is in use can't be unloaded.
+    MFileIO::newFile(true);
     if (rws::adaptor::maya::PluginSession::Get()) Unload();
     mayahost::Reset();
     mayahost::SetBatch(false);

@@ -12,7 +12,7 @@
 #include "core/instances/Instance.h"
 #include "core/interface/CCameraPlugin.h"
 #include "plugins/release/all/AllRigs.h"
-#include "support/QtApplication.h"
+#include "support/WidgetApplication.h"
 
 namespace orv::tests {
 namespace {

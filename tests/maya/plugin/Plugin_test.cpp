@@ -140,8 +140,8 @@ TEST_F(Plugin, SavesTwiceAndOpensTheSameRigs) {
   Save("a");
   EXPECT_EQ(StorageNodes(), 0);
   EXPECT_FALSE(ModifiedFlag::IsSet());
-  EXPECT_EQ(CountInFile("a", "createNode StorageNode"), 1);
-  EXPECT_EQ(CountInFile("a", "createNode CStorageNode"), 2);
+  EXPECT_EQ(CountInFile("a", "node StorageNode "), 1);
+  EXPECT_EQ(CountInFile("a", "node CStorageNode "), 2);
   Forget();
   MFileIO::newFile(true);
   EXPECT_TRUE(Rigs().empty());
