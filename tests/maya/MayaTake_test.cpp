@@ -7,6 +7,7 @@
 #include "adaptor/HeadlessFixture.h"
 #include "adaptor/Performance.h"
 #include "adaptor/maya/Channels.h"
+#include "core/interface/CCameraPlugin.h"
 #include "support/QtApplication.h"
 
 namespace orv::tests {
@@ -42,6 +43,19 @@ TEST(MayaTake, PosesAreThoseOfTheHostWithoutAProgramAtEveryRate) {
         EXPECT_EQ(there.Resimulate(), first) << "bit for bit within a session";
       }
     }
+  }
+}
+
+TEST(MayaTake, EveryRigPerformsAsWithoutAProgramAndAfterASave) {
+  for (rws::CCameraPlugin* tool : rws::addon::AllRigs()) {
+    SCOPED_TRACE(tool->GetId());
+    HeadlessFixture plain;
+    const Poses expected = Performance(plain, tool->GetId()).Resimulate();
+    MayaFixture host({true, MDistance::kCentimeters});
+    Performance there(host, tool->GetId());
+    ExpectAlike(expected, there.Resimulate(), "the first run");
+    there.SaveAndOpen();
+    ExpectAlike(expected, there.Resimulate(), "after a save");
   }
 }
 
