@@ -125,13 +125,16 @@ std::vector<SceneStorage::Group> SceneStorage::ReadGroups() {
   return groups;
 }
 
-void SceneStorage::Sort(std::vector<RigRecord>& records,
-                        const std::vector<std::string>& order) const {
-  const auto place = [&order](const RigRecord& record) {
-    return std::find(order.begin(), order.end(), record.name) - order.begin();
-  };
-  std::stable_sort(records.begin(), records.end(),
-                   [&](const RigRecord& a, const RigRecord& b) { return place(a) < place(b); });
+void SceneStorage::Sort(std::vector<RigRecord>& records, std::vector<std::string> order) const {
+  std::vector<std::pair<std::size_t, RigRecord>> placed;
+  for (RigRecord& record : records) {
+    const auto place = std::find(order.begin(), order.end(), record.name);
+    placed.emplace_back(place - order.begin(), std::move(record));
+    if (place != order.end()) *place += '/';  // of no rig: another of this name comes behind
+  }
+  std::stable_sort(placed.begin(), placed.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (std::size_t i = 0; i < placed.size(); ++i) records[i] = std::move(placed[i].second);
 }
 
 bool SceneStorage::IsOwn(const MObject& node) const {
@@ -140,52 +143,73 @@ bool SceneStorage::IsOwn(const MObject& node) const {
                      [&handle](const MObjectHandle& own) { return own == handle; });
 }
 
-void SceneStorage::RenameRig(RigRecord& record, Group& group,
-                             const std::vector<std::string>& taken) {
+std::vector<TaggedNode*> SceneStorage::NodesOf(const std::string& rig, const Group& group,
+                                               bool ofSecond) {
+  std::vector<TaggedNode*> nodes;
+  std::vector<std::string> spaces;  // in which there are such nodes, in their order
+  for (TaggedNode& node : m_came) {
+    if (RenameTag(node.tag, rig, {}) == node.tag || !IsWithin(node.space, group.space)) continue;
+    nodes.push_back(&node);
+    if (std::find(spaces.begin(), spaces.end(), node.space) == spaces.end())
+      spaces.push_back(node.space);
+  }
+  if (!ofSecond) return nodes;
+  const std::string second = spaces.size() > 1 ? spaces[1] : std::string();
+  nodes.erase(std::remove_if(nodes.begin(), nodes.end(),
+                             [&](const TaggedNode* node) {
+                               return spaces.size() < 2 || node->space != second;
+                             }),
+              nodes.end());
+  return nodes;
+}
+
+void SceneStorage::RenameRig(RigRecord& record, Group& group, const std::vector<std::string>& taken,
+                             bool isSecond) {
   const std::string old = record.name;
   const auto isFree = [&](const std::string& name) {
     return m_core.UniqueName(name) == name &&
            std::find(taken.begin(), taken.end(), name) == taken.end();
   };
+  // As the core counts names up: with two digits.
+  const std::size_t digits = old.find_last_not_of("0123456789") + 1;
+  const std::string stem = digits < old.size() ? old.substr(0, digits) : old + "_";
   std::string name = m_core.UniqueName(old);
-  for (int i = 2; !isFree(name); ++i) name = old + "_" + std::to_string(i);
+  for (int i = 2; !isFree(name); ++i) name = stem + (i < 10 ? "0" : "") + std::to_string(i);
   RenameRecord(record, name);
   if (record.name == old) return;
-  for (auto node = m_came.begin(); node != m_came.end();) {
-    const std::string tag = RenameTag(node->tag, old, name);
-    if (tag == node->tag || !IsWithin(node->space, group.space)) {
-      ++node;
-      continue;
-    }
-    SetTagOf(node->node, tag);
-    node = m_came.erase(node);
+  for (TaggedNode* node : NodesOf(old, group, isSecond)) {
+    node->tag = RenameTag(node->tag, old, name);
+    SetTagOf(node->node, node->tag);
   }
   Tag rows("");
-  if (group.rows.empty() || rows.loadText(group.rows) != 0) return;
+  if (isSecond || group.rows.empty() || rows.loadText(group.rows) != 0) return;
   RenameInRows(rows, old, name);
   group.rows = rows.toText("", "");
 }
 
 void SceneStorage::MakeUnique(std::vector<Group>& groups, bool beside) {
-  std::vector<std::string> taken;
-  // Deepest namespaces first: their nodes stand within those around them too.
+  // Who stands outside all namespaces keeps its name; then the deepest come first, since their
+  // nodes stand within the namespaces around them too.
+  const auto depth = [beside](const Group* group) {
+    if (group->space.empty()) return beside ? 0 : 1000000;
+    return 1 + static_cast<int>(std::count(group->space.begin(), group->space.end(), ':'));
+  };
   std::vector<Group*> order;
   for (Group& group : groups) order.push_back(&group);
-  std::stable_sort(order.begin(), order.end(), [](const Group* a, const Group* b) {
-    return std::count(a->space.begin(), a->space.end(), ':') + !a->space.empty() >
-           std::count(b->space.begin(), b->space.end(), ':') + !b->space.empty();
-  });
-  // Who stands outside keeps its name.
-  for (auto group = groups.begin(); !beside && group != groups.end(); ++group)
-    if (group->space.empty())
-      for (const RigRecord& record : group->records) taken.push_back(record.name);
+  std::stable_sort(order.begin(), order.end(),
+                   [&](const Group* a, const Group* b) { return depth(a) > depth(b); });
+  std::vector<std::string> taken;
+  const auto isIn = [](const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+  };
   for (Group* group : order) {
-    const bool keeps = !beside && group->space.empty();
+    std::vector<std::string> own;  // as they were
     for (RigRecord& record : group->records) {
-      if (keeps || record.Damaged()) continue;
-      const bool clashes = std::find(taken.begin(), taken.end(), record.name) != taken.end() ||
-                           (beside && m_core.UniqueName(record.name) != record.name);
-      if (clashes) RenameRig(record, *group, taken);
+      if (record.Damaged()) continue;
+      const bool isSecond = isIn(own, record.name);
+      own.push_back(record.name);
+      if (isIn(taken, record.name) || (beside && m_core.UniqueName(record.name) != record.name))
+        RenameRig(record, *group, taken, isSecond);
       taken.push_back(record.name);
     }
   }

@@ -53,9 +53,13 @@ class SceneStorage {
   };
 
   std::vector<Group> ReadGroups();
-  void Sort(std::vector<RigRecord>& records, const std::vector<std::string>& order) const;
+  void Sort(std::vector<RigRecord>& records, std::vector<std::string> order) const;
   void MakeUnique(std::vector<Group>& groups, bool beside);
-  void RenameRig(RigRecord& record, Group& group, const std::vector<std::string>& taken);
+  /// Nodes that came for a rig of the group. Of two rigs of one name in it, such as files merged
+  /// without the plug-in leave, the second has those of the second namespace.
+  std::vector<TaggedNode*> NodesOf(const std::string& rig, const Group& group, bool ofSecond);
+  void RenameRig(RigRecord& record, Group& group, const std::vector<std::string>& taken,
+                 bool isSecond);
   bool IsOwn(const MObject& node) const;
 
   core::CoreImplementation& m_core;
