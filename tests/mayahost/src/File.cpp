@@ -102,6 +102,7 @@ void WriteNode(std::ostream& out, Node& node) {
         << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << "\n";
 }
 void WriteTies(std::ostream& out, Node& node) {
+  out << node.rawTies;
   for (std::size_t i = 1; i < node.parents.size(); ++i) out << "instance " << Of(node.Ptr()) << " " << Of(node.parents[i]->Ptr()) << "\n";
   for (const AttrPtr& attr : AllAttrs(node))
     for (auto at = node.inputs.lower_bound({attr.get(), {}}); at != node.inputs.end() && at->first.first == attr.get(); ++at)
@@ -221,7 +222,7 @@ struct Reader {
     if (w[0] == "form" && n.size() == 2) shape->degree = static_cast<int>(n[0]), shape->form = static_cast<int>(n[1]);
     return true;
   }
-  bool TieLine(const std::vector<std::string>& w) {
+  bool TieLine(const std::vector<std::string>& w, const std::string& line) {
     const NodePtr a = w.size() > 2 ? Find(w[1]) : nullptr, b = w[0] == "connect" ? w.size() > 4 ? Find(w[3]) : nullptr : w.size() > 2 ? Find(w[2]) : nullptr;
     if (!a || !b) return false;
     if (w[0] == "instance") return Reparent(a, nullptr, b.get(), true);
@@ -231,6 +232,8 @@ struct Reader {
       if (std::none_of(a->members.begin(), a->members.end(), [&](const auto& m) { return m.node == Obj(b); })) a->members.push_back({Obj(b), path, {}});
       return true;
     }
+    const NodePtr lost = !a->raw.empty() ? a : !b->raw.empty() ? b : nullptr;
+    if (lost) return lost->rawTies += line + "\n", true;
     const PlugRef from = RefOf(a, w[2]), to = RefOf(b, w[4]);
     return from.node && to.node && (InputOf(to) || Connect(from, to));
   }
@@ -278,7 +281,7 @@ struct Reader {
       return !settings || (s.minTime = std::stoll(w[1]), s.maxTime = std::stoll(w[2]), s.startTime = std::stoll(w[3]), s.endTime = std::stoll(w[4]),
                            s.now = std::stoll(w[5]), true);
     if (w[0] == "namespace" && w.size() > 1) return s.namespaces.insert(space + w[1]), true;
-    if (w[0] == "instance" || w[0] == "connect" || w[0] == "member") return TieLine(w);
+    if (w[0] == "instance" || w[0] == "connect" || w[0] == "member") return TieLine(w, line);
     if (node && node->info->name == "reference" && w[0] == "node" && !node->reference) LoadReference(NodePtr(node));
     if (w[0] == "node") return MakeOne(w, line);
     if (!node) return false;

@@ -321,7 +321,9 @@ bool HotKeys(const Words& words, Words& result) {
   auto& keys = TheState().hotKeys[TheState().hotKeySet];
   const std::string key = (args.Has("k") ? args["k"] : args.rest.empty() ? "" : args.rest[0]);
   if (args.bad || key.empty()) return Fail("hotkey: no key.");
-  const std::string full = std::string(args.Has("ctl") ? "ctl+" : "") + (args.Has("alt") ? "alt+" : "") + (args.Has("sht") ? "sht+" : "") + key;
+  // A dash by itself would be read as a flag.
+  const std::string full =
+      std::string(args.Has("ctl") ? "ctl+" : "") + (args.Has("alt") ? "alt+" : "") + (args.Has("sht") ? "sht+" : "") + (key == "Dash" ? "-" : key);
   const auto at = keys.find(full);
   if (args.Has("q")) return result = {at == keys.end() || Pretends(Wrong::kHotKeys) ? "" : args.Has("rn") ? at->second.release : at->second.name}, true;
   if (TheState().hotKeySet == "Maya_Default") return Fail("The default hotkey set is read-only.");

@@ -292,17 +292,20 @@ Value Computed(const PlugRef& plug) {
   return value;
 }
 
-Value Stored(const PlugRef& plug) {
+}  // namespace
+
+Value Kept(const PlugRef& plug) {
   const auto at = plug.node->values.find(plug.Key());
   if (at != plug.node->values.end()) return at->second;
   return {plug.attr->fallback, plug.attr->type == MFn::kMatrixAttribute && !plug.attr->fallbackData ? Matrix(MMatrix()) : plug.attr->fallbackData};
 }
 
+namespace {
 /// What the last computation left, or what one for another time gives, which leaves nothing.
 Value OfUserNode(const PlugRef& plug) {
   Node& node = *plug.node;
   const bool other = !MDGContext::current().isNormal();
-  if (!other && node.clean.count(plug.Key())) return Stored(plug);
+  if (!other && node.clean.count(plug.Key())) return Kept(plug);
   const auto values = node.values;
   const auto clean = node.clean;
   MDataBlock block;
@@ -314,7 +317,7 @@ Value OfUserNode(const PlugRef& plug) {
   MStatus status = keep->user->compute(MPlug(plug), block);
   if (status != MStatus::kSuccess && plug.attr->parent) status = keep->user->compute(MPlug(ParentOf(plug)), block);
   g_quiet = false;
-  const Value value = Stored(plug);
+  const Value value = Kept(plug);
   if (other) node.values = values, node.clean = clean;
   return value;
 }
@@ -333,7 +336,7 @@ Value Get(const PlugRef& plug) {
   if (plug.node->user && (plug.attr->computed || (plug.attr->parent && plug.attr->parent->computed))) return OfUserNode(plug);
   if (!plug.node->user && !plug.attr->Is(kWritable)) return Computed(plug);
   if (plug.node->user && plug.node->IsDag() && !plug.attr->Is(kWritable) && !plug.attr->Is(kDynamicAttr)) return Computed(plug);
-  return Stored(plug);
+  return Kept(plug);
 }
 
 MMatrix LocalMatrix(Node& node) {

@@ -46,10 +46,10 @@ void MDataHandle::Load() const {
   auto* self = const_cast<MDataHandle*>(this);
   self->fNumber = std::make_shared<Number>();
   if (fPlug.isCompound()) {
-    for (unsigned i = 0; i < 3 && i < fPlug.numChildren(); ++i) self->fNumber->v[i] = Get(fPlug.child(i).Ref()).number;
+    for (unsigned i = 0; i < 3 && i < fPlug.numChildren(); ++i) self->fNumber->v[i] = (fOutput ? Kept(fPlug.child(i).Ref()) : Get(fPlug.child(i).Ref())).number;
     return;
   }
-  const Value value = Get(fPlug.Ref());
+  const Value value = fOutput ? Kept(fPlug.Ref()) : Get(fPlug.Ref());
   self->fNumber->d = value.number;
   self->fString = std::make_shared<MString>(value.data ? value.data->text.c_str() : "");
   self->fMatrix = std::make_shared<MMatrix>(value.data ? value.data->matrix : MMatrix());

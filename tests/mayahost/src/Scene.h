@@ -163,7 +163,7 @@ struct Node : Thing {
   std::vector<MSelectionList::Item> members;  ///< of a set
   std::shared_ptr<MPxNode> user;
   std::set<PlugKey> clean;
-  std::string raw;  ///< of a node of an unknown type: its part of the file
+  std::string raw, rawTies;  ///< of a node of an unknown type: its parts of the file
   bool readsTime = false;
 };
 using NodePtr = std::shared_ptr<Node>;
@@ -248,6 +248,8 @@ PlugRef RefOf(const NodePtr& node, const std::string& plug);
 std::string PlugName(const PlugRef& plug, bool longNames);
 PlugRef ChildOf(const PlugRef& plug, std::size_t i);
 Value Get(const PlugRef& plug);
+/// What is kept, computed or not.
+Value Kept(const PlugRef& plug);
 /// Puts a value; false when the plug is locked or has an input.
 bool Put(const PlugRef& plug, const Value& value, bool callbacks = true);
 double GetNumber(Node& node, const char* name);
