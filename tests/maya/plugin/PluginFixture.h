@@ -5,6 +5,8 @@
 #include <maya/MFileIO.h>
 #include <maya/MFnPlugin.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -64,11 +66,16 @@ class PluginTest : public testing::Test {
     for (rws::core::Instance* rig : Core().List(false)) names.push_back(rig->GetInstanceName());
     return names;
   }
-  /// All that a scene file keeps of the rigs.
+  /// All that a scene file keeps of the rigs, as sorted lines: a rig lists its nodes in the order
+  /// in which it made them, or found them.
   std::string Records() {
     util::xml::Tag tag("rigs");
     Core().SaveScene(tag);
-    return tag.toText();
+    std::istringstream text(tag.toText());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(text, line);) lines.push_back(line);
+    std::sort(lines.begin(), lines.end());
+    return Join(lines);
   }
   static std::vector<std::string> Tags() {
     std::vector<std::string> tags;

@@ -260,7 +260,8 @@ void ColoursOfShaders(ProbeRun& run) {
 
 void NearPlane(ProbeRun& run) {
   MFnCamera fn;
-  fn.create(const_cast<MObject&>(MObject::kNullObj));
+  MObject transform = ProbeTransform("probeNear");
+  fn.create(transform);
   fn.setNearClippingPlane(2.5);
   run.Near(fn.nearClippingPlane(), 2.5, 1e-9, "a near plane");
 }
