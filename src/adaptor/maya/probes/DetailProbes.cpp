@@ -15,6 +15,7 @@
 #include <maya/MFnNurbsCurve.h>
 #include <maya/MFnNurbsSurface.h>
 #include <maya/MFnSet.h>
+#include <maya/MFnUnitAttribute.h>
 #include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
 #include <maya/MMatrix.h>
@@ -85,6 +86,8 @@ void PartsOfPlugs(ProbeRun& run) {
   run.Check(plug.partialName() == "tx", "its short name is another");
   run.Check(plug.attribute() == MFnDependencyNode(node).attribute("translateX"),
             "its attribute is another");
+  run.Check(MFnUnitAttribute(plug.attribute()).unitType() == MFnUnitAttribute::kDistance,
+            "it is no distance");
   run.Check(!plug.isDestination() && plug.source().isNull(), "it has a source");
   MPlug order = ProbePlug(node, "rotateOrder");
   order.setInt(2);

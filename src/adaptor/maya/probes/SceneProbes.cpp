@@ -231,6 +231,25 @@ void ModifiedCanBeSet(ProbeRun& run) {
   run.Check(IsModified(), "it stays unset");
 }
 
+void NoteReading(MObject&, void* clientData) {
+  auto* const reading = static_cast<bool*>(clientData);
+  *reading = *reading || MFileIO::isReadingFile();
+}
+
+void ReadingIsTold(ProbeRun& run) {
+  MFileIO::newFile(true);
+  ProbeTransform("probeRead");
+  const ProbeFile file("reading");
+  MFileIO::saveAs(file.GetPath(), "mayaAscii", true);
+  bool reading = false;
+  const MCallbackId id = MDGMessage::addNodeAddedCallback(NoteReading, "dependNode", &reading);
+  MFileIO::import(file.GetPath(), "mayaAscii");
+  MMessage::removeCallback(id);
+  run.Check(reading, "a node comes with a file that nobody reads");
+  run.Check(!MFileIO::isReadingFile(), "a file is read when that is done");
+  MFileIO::newFile(true);
+}
+
 void ImportRenames(ProbeRun& run) {
   MFileIO::newFile(true);
   const MObject own = ProbeTransform("probeImported");
@@ -323,6 +342,7 @@ void AddSceneProbes(std::vector<Probe>& list) {
       {14, Feature::kShelf, kThought, "the shelf's layout has a global name", ShelfTabs},
       {15, Feature::kStorage, kOfDocs, "nodes of a plug-in's types survive a file",
        OwnTypesSurviveFiles},
+      {17, Feature::kNodeEvents, kOfDocs, "a file that is read is told", ReadingIsTold},
       {16, Feature::kUndo, kOfDocs, "the undo queue can be flushed, and tells that it is empty",
        EmptyQueue},
   };
