@@ -39,13 +39,16 @@ TEST_F(Plugin, LoadsAndUnloadsTwiceAndLeavesNothing) {
   for (int round = 0; round < 2; ++round) {
     ASSERT_TRUE(Load()) << Said();
     EXPECT_NE(Registered(), before);
-    EXPECT_NE(Run("OrvelCreateToolCmd -name \"MotionFilterCam\""), "");
-    Run("OrvelDeleteToolCmd -name \"MotionFilterCam_01\"");
+    // More than the queue holds.
+    for (int i = 0; i < 30; ++i) {
+      EXPECT_NE(Run("OrvelCreateToolCmd -name \"MotionFilterCam\""), "");
+      Run("OrvelDeleteToolCmd -name \"MotionFilterCam_01\"");
+    }
+    EXPECT_GE(mayahost::UndoQueue().size(), 50u);
     ASSERT_TRUE(Unload()) << Said();
+    EXPECT_TRUE(mayahost::UndoQueue().empty());
     EXPECT_EQ(Registered(), before);
     EXPECT_EQ(PluginSession::Get(), nullptr);
-    // Entries that the queue still holds find nobody, and do nothing.
-    Run("undo");
   }
 }
 
@@ -201,6 +204,58 @@ TEST_F(Plugin, ResimulatesInBatchAndRefusesTakes) {
   for (rws::core::CoreNode* node : Core().List(false).front()->GetNodes())
     anyKeyed = anyKeyed || node->HasKeys();
   EXPECT_TRUE(anyKeyed);
+}
+
+TEST_F(Plugin, WhatWasRefutedIsOffFromTheNextLoadOn) {
+  ASSERT_TRUE(Load());
+  Run("OrvelCreateToolCmd -name \"MotionFilterCam\"");
+  Save("a");
+  const auto loadWithout = [this](int probe) {
+    MFileIO::newFile(true);
+    EXPECT_FALSE(RunSelfTest({probe}).report.empty());
+    Unload();
+    Forget();
+    EXPECT_TRUE(Load());
+    return Said().find("(probe " + std::to_string(probe) + ";") != std::string::npos;
+  };
+  const auto create = [this] { return Run("OrvelCreateToolCmd -name \"MotionFilterCam\""); };
+  EXPECT_TRUE(loadWithout(25));  // tools: none are made, and those of a scene are kept
+  EXPECT_EQ(create(), "");
+  Open("a");
+  EXPECT_TRUE(Rigs().empty());
+  Save("b");
+  EXPECT_EQ(CountInFile("b", "node CStorageNode "), 1);
+  EXPECT_TRUE(loadWithout(5));  // storage
+  EXPECT_NE(create(), "");
+  Save("b");
+  EXPECT_EQ(CountInFile("b", "node CStorageNode "), 0);
+  EXPECT_TRUE(loadWithout(8));  // import
+  Import("a", "one");
+  EXPECT_TRUE(Rigs().empty());
+  EXPECT_TRUE(loadWithout(12));  // windows
+  Run("OrvelShowUICmd");
+  EXPECT_FALSE(Core().IsMainWindowOpen());
+  EXPECT_TRUE(loadWithout(14));  // shelf
+  EXPECT_EQ(Said().find("shelf: string"), std::string::npos);
+  EXPECT_TRUE(loadWithout(9));  // undo: no entries are made
+  create();
+  EXPECT_EQ(Join(mayahost::UndoQueue()).find("OrvelUndoWrapperII"), std::string::npos);
+  EXPECT_TRUE(loadWithout(13));  // hot keys
+  EXPECT_TRUE(loadWithout(27));  // nodes
+  EXPECT_FALSE(PluginSession::Get()->FollowsNodes());
+}
+
+TEST_F(Plugin, OpensTheWindowAndResimulatesThere) {
+  ASSERT_TRUE(Load());
+  Run("OrvelShowUICmd");
+  EXPECT_TRUE(Core().IsMainWindowOpen());
+  Run("OrvelCreateToolCmd -name \"MotionFilterCam\"");
+  EXPECT_TRUE(Try("OrvelReSimulateCmd"));
+  EXPECT_TRUE(Core().IsResimulating());
+  Run("OrvelStopAnimationCmd");
+  EXPECT_FALSE(Core().IsResimulating());
+  Unload();
+  EXPECT_EQ(Join(mayahost::UndoQueue()).find("OrvelUndoWrapperII"), std::string::npos);
 }
 
 TEST_F(Plugin, TestsAHostOnceAVersion) {
