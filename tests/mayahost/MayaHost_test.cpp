@@ -98,7 +98,8 @@ class MoveCommand : public MPxCommand {
   MStatus Step(double by) {
     MSelectionList list;
     MDagPath path;
-    if (list.add(m_name) != MS::kSuccess || MS::kSuccess != list.getDagPath(0, path)) return MS::kFailure;
+    if (list.add(m_name) != MS::kSuccess || MS::kSuccess != list.getDagPath(0, path))
+      return MS::kFailure;
     MFnTransform fn(path);
     setResult(fn.getTranslation(MSpace::kTransform).x + by);
     return fn.translateBy(MVector(by, 0, 0), MSpace::kTransform);
@@ -142,12 +143,15 @@ TEST_F(MayaHost, RunsAForeignPlugIn) {
   // A chain: keys, a node that doubles, a transform.
   MFnDependencyNode twice;
   twice.create("twice", "doubler");
-  MPlug in = twice.findPlug("iv", false), out = twice.findPlug("outValue", false), height(top, MFnDependencyNode(top).attribute("ty"));
+  MPlug in = twice.findPlug("iv", false), out = twice.findPlug("outValue", false),
+        height(top, MFnDependencyNode(top).attribute("ty"));
   MFnAnimCurve curve;
   ASSERT_FALSE(curve.create(in).isNull());
   EXPECT_EQ(curve.typeName(), "animCurveTU");
-  curve.addKey(MTime(0.0, MTime::kSeconds), 1.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear);
-  curve.addKey(MTime(2.0, MTime::kSeconds), 5.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear);
+  curve.addKey(MTime(0.0, MTime::kSeconds), 1.0, MFnAnimCurve::kTangentLinear,
+               MFnAnimCurve::kTangentLinear);
+  curve.addKey(MTime(2.0, MTime::kSeconds), 5.0, MFnAnimCurve::kTangentLinear,
+               MFnAnimCurve::kTangentLinear);
   MDGModifier wires;
   wires.connect(out, height);
   ASSERT_EQ(MS::kSuccess, wires.doIt());
@@ -167,14 +171,17 @@ TEST_F(MayaHost, RunsAForeignPlugIn) {
 
   // It lives in a file, and a type that is in use can't go.
   EXPECT_FALSE(mayahost::Unload("others", End));
-  ASSERT_TRUE(mayahost::Load("others2", [](MObject o) { return MFnPlugin(o).registerCommand("moveIt", MoveCommand::Creator, MoveCommand::Syntax); }));
+  ASSERT_TRUE(mayahost::Load("others2", [](MObject o) {
+    return MFnPlugin(o).registerCommand("moveIt", MoveCommand::Creator, MoveCommand::Syntax);
+  }));
   const std::string file = testing::TempDir() + "mayahost.scene", before = mayahost::Dump();
   ASSERT_EQ(MFileIO::saveAs(file.c_str()), MS::kSuccess);
   ASSERT_EQ(MFileIO::newFile(true), MS::kSuccess);
   EXPECT_TRUE(Named("cart").isNull());
   ASSERT_EQ(MFileIO::open(file.c_str(), nullptr, true), MS::kSuccess);
   EXPECT_EQ(mayahost::Dump(), before);
-  EXPECT_NEAR(MPlug(Named("cart"), MFnDependencyNode(Named("cart")).attribute("ty")).asDouble(), 6.0, 1e-12);
+  EXPECT_NEAR(MPlug(Named("cart"), MFnDependencyNode(Named("cart")).attribute("ty")).asDouble(),
+              6.0, 1e-12);
   MFileIO::newFile(true);
   EXPECT_TRUE(mayahost::Unload("others", End));
   EXPECT_TRUE(mayahost::Registered().empty());
@@ -182,11 +189,14 @@ TEST_F(MayaHost, RunsAForeignPlugIn) {
   ASSERT_EQ(MFileIO::open(file.c_str(), nullptr, true), MS::kSuccess);
   ASSERT_EQ(MFileIO::save(), MS::kSuccess);
   EXPECT_NE(mayahost::SceneText().find("node twice \"doubler\""), std::string::npos);
-  ASSERT_TRUE(mayahost::Load("others", [](MObject o) { return MFnPlugin(o).registerNode("twice", 0x70001, TwiceNode::Creator, TwiceNode::Initialize); }));
+  ASSERT_TRUE(mayahost::Load("others", [](MObject o) {
+    return MFnPlugin(o).registerNode("twice", 0x70001, TwiceNode::Creator, TwiceNode::Initialize);
+  }));
   MFileIO::open(file.c_str(), nullptr, true);
   EXPECT_EQ(mayahost::Dump(), before);
   MFileIO::newFile(true);
-  EXPECT_TRUE(mayahost::Unload("others", [](MObject o) { return MFnPlugin(o).deregisterNode(0x70001); }));
+  EXPECT_TRUE(
+      mayahost::Unload("others", [](MObject o) { return MFnPlugin(o).deregisterNode(0x70001); }));
   std::remove(file.c_str());
 }
 
@@ -195,13 +205,15 @@ TEST_F(MayaHost, TakesEditsBackToTheByte) {
   mayahost::Type(
       "createNode transform -n body; createNode transform -n wheel -p body; createNode transform "
       "-n wheel;");
-  mayahost::Type("setAttr body.t 1 2 3; setAttr body.ry 90; setAttr body.ro 2; parent \"|wheel\" body");
+  mayahost::Type(
+      "setAttr body.t 1 2 3; setAttr body.ry 90; setAttr body.ro 2; parent \"|wheel\" body");
   EXPECT_FALSE(mayahost::Failed());
   EXPECT_EQ(mayahost::Type("ls -type transform wheel*"), "wheel wheel1");
   const MObject wheel = Named("wheel1");
   MDagPath path;
   MDagPath::getAPathTo(wheel, path);
-  EXPECT_TRUE(path.inclusiveMatrix().isEquivalent(MMatrix(), 1e-12)) << "parent keeps the place in the world";
+  EXPECT_TRUE(path.inclusiveMatrix().isEquivalent(MMatrix(), 1e-12))
+      << "parent keeps the place in the world";
   const MObjectHandle handle(wheel);
   const std::string full = mayahost::Dump();
   mayahost::Type("delete body");
@@ -231,7 +243,9 @@ TEST_F(MayaHost, TakesEditsBackToTheByte) {
   curve.create(plug, &modifier);
   const std::string bare = mayahost::Dump();
   MAnimCurveChange change;
-  for (int i = 0; i < 9; ++i) curve.addKey(MTime(i, MTime::kFilm), i * i * 0.1, MFnAnimCurve::kTangentSmooth, MFnAnimCurve::kTangentSmooth, &change);
+  for (int i = 0; i < 9; ++i)
+    curve.addKey(MTime(i, MTime::kFilm), i * i * 0.1, MFnAnimCurve::kTangentSmooth,
+                 MFnAnimCurve::kTangentSmooth, &change);
   const std::string keyed = mayahost::Dump();
   change.undoIt();
   EXPECT_EQ(mayahost::Dump(), bare);
@@ -301,15 +315,20 @@ TEST_F(MayaHost, FailsSoftlyAndTellsInOrder) {
   MDagPath::getAPathTo(mesh.object(), path);
   MFloatPoint hit;
   float far = 0;
-  EXPECT_TRUE(MFnMesh(path).closestIntersection(MFloatPoint(1, 5, 2), MFloatVector(0, -1, 0), NULL, NULL, false, MSpace::kWorld, 100, false, NULL, hit, &far,
-                                                NULL, NULL, NULL, NULL));
+  EXPECT_TRUE(MFnMesh(path).closestIntersection(MFloatPoint(1, 5, 2), MFloatVector(0, -1, 0), NULL,
+                                                NULL, false, MSpace::kWorld, 100, false, NULL, hit,
+                                                &far, NULL, NULL, NULL, NULL));
   EXPECT_NEAR(hit.y, 2.0, 0.1);
-  EXPECT_EQ(mesh.getPoint(0, corner, MSpace::kWorld), MS::kInvalidParameter) << "an object has no place in the world";
+  EXPECT_EQ(mesh.getPoint(0, corner, MSpace::kWorld), MS::kInvalidParameter)
+      << "an object has no place in the world";
 
   using M = MSceneMessage;
-  const MCallbackId ids[] = {M::addCallback(M::kBeforeNew, Hear<1>),    M::addCallback(M::kAfterNew, Hear<2>),    M::addCallback(M::kBeforeOpen, Hear<5>),
-                             M::addCallback(M::kAfterOpen, Hear<6>),    M::addCallback(M::kBeforeSave, Hear<12>), M::addCallback(M::kAfterSave, Hear<13>),
-                             M::addCallback(M::kBeforeImport, Hear<3>), M::addCallback(M::kAfterImport, Hear<4>), M::addCallback(M::kAfterReference, Hear<15>)};
+  const MCallbackId ids[] = {
+      M::addCallback(M::kBeforeNew, Hear<1>),      M::addCallback(M::kAfterNew, Hear<2>),
+      M::addCallback(M::kBeforeOpen, Hear<5>),     M::addCallback(M::kAfterOpen, Hear<6>),
+      M::addCallback(M::kBeforeSave, Hear<12>),    M::addCallback(M::kAfterSave, Hear<13>),
+      M::addCallback(M::kBeforeImport, Hear<3>),   M::addCallback(M::kAfterImport, Hear<4>),
+      M::addCallback(M::kAfterReference, Hear<15>)};
   const std::string file = testing::TempDir() + "mayahost2.scene";
   g_heard.clear();
   MFileIO::saveAs(file.c_str());
@@ -342,7 +361,8 @@ TEST_F(MayaHost, KeepsAttributesOfAllKinds) {
   node.addAttribute(number.create("place", "pl", MFnNumericData::k3Double));
   node.addAttribute(number.create("count", "ct", MFnNumericData::kInt));
   number.setArray(true);
-  EXPECT_EQ(node.addAttribute(number.create("count", "cx", MFnNumericData::kInt)), MS::kFailure) << "the name is taken";
+  EXPECT_EQ(node.addAttribute(number.create("count", "cx", MFnNumericData::kInt)), MS::kFailure)
+      << "the name is taken";
   MFnStringArrayData data;
   node.findPlug("words", false).setValue(data.create(words));
   node.findPlug("text", false).setValue(MString("a\\b \"c\""));
@@ -356,7 +376,8 @@ TEST_F(MayaHost, KeepsAttributesOfAllKinds) {
   MFnSet set;
   set.create(members);
   MFnNurbsCurve curve;
-  curve.create(MPointArray({MPoint(0, 0, 0), MPoint(3, 4, 0), MPoint(3, 4, 5)}), MDoubleArray({0, 1, 2}), 1, MFnNurbsCurve::kOpen, false, false);
+  curve.create(MPointArray({MPoint(0, 0, 0), MPoint(3, 4, 0), MPoint(3, 4, 5)}),
+               MDoubleArray({0, 1, 2}), 1, MFnNurbsCurve::kOpen, false, false);
   EXPECT_NEAR(curve.length(), 10.0, 1e-6);
   EXPECT_NEAR(curve.findParamFromLength(7.5), 1.5, 1e-6);
   const std::string file = testing::TempDir() + "mayahost3.scene", before = mayahost::Dump();
@@ -372,7 +393,8 @@ TEST_F(MayaHost, KeepsAttributesOfAllKinds) {
   EXPECT_EQ(mayahost::Type("hotkeySet -current \"mine\"; hotkeySet -q -current"), "mine");
   mayahost::Type("hotkey -k \"Space\" -ctl -alt -name \"Go\"");
   EXPECT_EQ(mayahost::Type("hotkey -q -name -ctl -alt \"Space\""), "Go");
-  EXPECT_EQ(mayahost::Type("confirmDialog -title \"A\" -message \"b; \\\"c\\\"\" -button \"Ok\";"), "Ok");
+  EXPECT_EQ(mayahost::Type("confirmDialog -title \"A\" -message \"b; \\\"c\\\"\" -button \"Ok\";"),
+            "Ok");
   EXPECT_EQ(mayahost::Said().back(), "box: A|b; \"c\"");
   std::remove(file.c_str());
 }

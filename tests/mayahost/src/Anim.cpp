@@ -228,21 +228,8 @@ MObject MFnAnimCurve::create(AnimCurveType type, MDGModifier* modifier, MStatus*
 MFnAnimCurve::AnimCurveType MFnAnimCurve::animCurveType(MStatus* status) const {
   return CurveOf(fObject, status) ? static_cast<AnimCurveType>(fObject.apiType() - MFn::kAnimCurveTimeToAngular) : kAnimCurveUnknown;
 }
-MFnAnimCurve::AnimCurveType MFnAnimCurve::timedAnimCurveTypeForPlug(MPlug& plug, MStatus* status) const {
-  Ok(status, !plug.isNull());
-  return plug.isNull() ? kAnimCurveUnknown : static_cast<AnimCurveType>(Timed(plug.Ref()));
-}
-MFnAnimCurve::AnimCurveType MFnAnimCurve::unitlessAnimCurveTypeForPlug(MPlug& plug, MStatus* status) const {
-  Ok(status, !plug.isNull());
-  return plug.isNull() ? kAnimCurveUnknown : static_cast<AnimCurveType>(Timed(plug.Ref()) + 4);
-}
 bool MFnAnimCurve::isTimeInput(MStatus* status) const { return animCurveType(status) < kAnimCurveUA; }
 bool MFnAnimCurve::isUnitlessInput(MStatus* status) const { return !isTimeInput(status); }
-bool MFnAnimCurve::isStatic(MStatus* status) const {
-  const Curve* curve = CurveOf(fObject, status);
-  return !curve ||
-         std::all_of(curve->keys.begin(), curve->keys.end(), [&](const Key& k) { return k.value == curve->keys[0].value && k.y[0] == 0 && k.y[1] == 0; });
-}
 unsigned int MFnAnimCurve::numKeys(MStatus* status) const {
   return CurveOf(fObject, status) ? static_cast<unsigned int>(NodeOf(fObject)->curve->keys.size()) : 0;
 }
@@ -341,9 +328,6 @@ MStatus MFnAnimCurve::setTangent(unsigned int i, TangentValue x, TangentValue y,
     return true;
   });
 }
-MStatus MFnAnimCurve::setAngle(unsigned int i, const MAngle& angle, bool in, MAnimCurveChange* change) {
-  return setTangent(i, float(std::cos(angle.asRadians())), float(std::sin(angle.asRadians())), in, change);
-}
 bool MFnAnimCurve::isWeighted(MStatus* status) const { return CurveOf(fObject, status) && NodeOf(fObject)->curve->weighted; }
 MStatus MFnAnimCurve::setIsWeighted(bool on, MAnimCurveChange* change) {
   return Edit(fObject, change, [&](Curve& c) { return c.weighted = on, true; });
@@ -352,7 +336,6 @@ bool MFnAnimCurve::tangentsLocked(unsigned int i, MStatus* status) const { retur
 MStatus MFnAnimCurve::setTangentsLocked(unsigned int i, bool on, MAnimCurveChange* change) {
   return Edit(fObject, change, [&](Curve& c) { return i < c.keys.size() && (c.keys[i].tied = on, true); });
 }
-bool MFnAnimCurve::isBreakdown(unsigned int i, MStatus* status) const { return KeyOf(fObject, i, status), false; }
 MFnAnimCurve::InfinityType MFnAnimCurve::preInfinityType(MStatus* s) const {
   return CurveOf(fObject, s) ? static_cast<InfinityType>(NodeOf(fObject)->curve->pre) : kConstant;
 }

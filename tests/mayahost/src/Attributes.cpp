@@ -8,7 +8,6 @@
 #include <maya/MFnMeshData.h>
 #include <maya/MFnMessageAttribute.h>
 #include <maya/MFnNumericAttribute.h>
-#include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnStringArrayData.h>
 #include <maya/MFnStringData.h>
 #include <maya/MFnTypedAttribute.h>
@@ -49,11 +48,8 @@ FLAG(isKeyable, setKeyable, kKeyable)
 FLAG(isHidden, setHidden, kHidden)
 FLAG(isChannelBoxFlagSet, setChannelBox, kChannelBox)
 FLAG(isUsedAsColor, setUsedAsColor, kUsedAsColor)
-FLAG(isIndeterminant, setIndeterminant, kIndeterminant)
-FLAG(isRenderSource, setRenderSource, kRender)
 FLAG(isWorldSpace, setWorldSpace, kWorldSpaceAttr)
 FLAG(usesArrayDataBuilder, setUsesArrayDataBuilder, kBuilder)
-FLAG(affectsAppearance, setAffectsAppearance, kAppearance)
 FLAG(internal, setInternal, kInternal)
 namespace {
 std::shared_ptr<Attr> Asked(const MObject& object, MStatus* status) {
@@ -62,7 +58,6 @@ std::shared_ptr<Attr> Asked(const MObject& object, MStatus* status) {
 }
 }  // namespace
 bool MFnAttribute::isDynamic(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->Is(kDynamicAttr); }
-bool MFnAttribute::isExtension(MStatus* status) const { return Asked(fObject, status), false; }
 MFnAttribute::DisconnectBehavior MFnAttribute::disconnectBehavior(MStatus* status) const {
   const auto attr = Asked(fObject, status);
   return attr ? static_cast<DisconnectBehavior>(attr->disconnect) : kNothing;
@@ -76,10 +71,6 @@ MObject MFnAttribute::parent(MStatus* status) const {
   const auto attr = Asked(fObject, status);
   return attr && attr->parent ? Obj(attr->parent->shared_from_this()) : MObject();
 }
-MStatus MFnAttribute::setNiceNameOverride(const MString& name) {
-  return Asked(fObject, nullptr) ? (As<Attr>(fObject)->nice = name.asChar(), MS::kSuccess) : MS::kFailure;
-}
-
 namespace {
 MObject New(MFn::Type type, const MString& name, const MString& brief, int subtype, double fallback, MStatus* status) {
   const bool good = name.length() > 0 && LegalName(name.asChar()) == name.asChar();
@@ -254,7 +245,6 @@ FN_SET(MFnStringArrayData, MFn::kStringArrayData)
 FN_SET(MFnDoubleArrayData, MFn::kDoubleArrayData)
 FN_SET(MFnIntArrayData, MFn::kIntArrayData)
 FN_SET(MFnMeshData, MFn::kMeshData)
-FN_SET(MFnSingleIndexedComponent, MFn::kSingleIndexedComponent)
 #define CREATE(Class, kType, Argument)                            \
   MObject Class::create(const Argument& value, MStatus* status) { \
     fObject = Obj(std::make_shared<Data>(kType));                 \
@@ -277,7 +267,6 @@ MString MFnStringData::string(MStatus* status) const { return AskedData(fObject,
 MStatus MFnStringData::set(const MString& text) { return As<Data>(fObject) ? (As<Data>(fObject)->text = text.asChar(), MS::kSuccess) : MS::kFailure; }
 MMatrix MFnMatrixData::matrix(MStatus* status) const { return AskedData(fObject, status) ? As<Data>(fObject)->matrix : MMatrix(); }
 MStatus MFnMatrixData::set(const MMatrix& m) { return As<Data>(fObject) ? (As<Data>(fObject)->matrix = m, MS::kSuccess) : MS::kFailure; }
-bool MFnMatrixData::isTransformation(MStatus* status) const { return AskedData(fObject, status), false; }
 MStringArray MFnStringArrayData::array(MStatus* status) const {
   MStringArray made;
   if (const auto data = AskedData(fObject, status))
@@ -328,22 +317,6 @@ MStatus MFnNumericData::getData(double& a, double& b, double& c) const {
 }
 MStatus MFnNumericData::setData(double a, double b, double c) {
   return As<Data>(fObject) ? (As<Data>(fObject)->numbers = {a, b, c}, MS::kSuccess) : MS::kFailure;
-}
-MObject MFnSingleIndexedComponent::create(MFn::Type type, MStatus* status) {
-  Ok(status, type > MFn::kComponent && type <= MFn::kSingleIndexedComponent);
-  return fObject = Obj(std::make_shared<Data>(type));
-}
-MStatus MFnSingleIndexedComponent::addElement(int i) { return As<Data>(fObject) ? (As<Data>(fObject)->elements.push_back(i), MS::kSuccess) : MS::kFailure; }
-MStatus MFnSingleIndexedComponent::addElements(const MIntArray& all) {
-  for (const int i : all) addElement(i);
-  return St(!fObject.isNull());
-}
-int MFnSingleIndexedComponent::elementCount(MStatus* status) const {
-  return AskedData(fObject, status) ? static_cast<int>(As<Data>(fObject)->elements.size()) : 0;
-}
-MStatus MFnSingleIndexedComponent::getElements(MIntArray& all) const {
-  const auto data = As<Data>(fObject);
-  return data ? (all = MIntArray(data->elements.data(), static_cast<unsigned>(data->elements.size())), MS::kSuccess) : MS::kFailure;
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

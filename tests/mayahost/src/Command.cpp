@@ -349,11 +349,9 @@ MString PluginText(const MObject& object, std::string Plugin::*which, MStatus* s
 }  // namespace
 MString MFnPlugin::vendor(MStatus* s) const { return PluginText(fObject, &Plugin::vendor, s); }
 MString MFnPlugin::version(MStatus* s) const { return PluginText(fObject, &Plugin::version, s); }
-MString MFnPlugin::apiVersion(MStatus* s) const { return Ok(s), MAYA_API_VERSION_STRING; }
 MString MFnPlugin::name(MStatus* s) const { return PluginText(fObject, &Plugin::name, s); }
 MString MFnPlugin::loadPath(MStatus* s) const { return PluginText(fObject, &Plugin::path, s); }
 MStatus MFnPlugin::setName(const MString& name, bool) { return As<Plugin>(fObject) ? (As<Plugin>(fObject)->name = name.asChar(), MS::kSuccess) : MS::kFailure; }
-MStatus MFnPlugin::setVersion(const MString& v) { return As<Plugin>(fObject) ? (As<Plugin>(fObject)->version = v.asChar(), MS::kSuccess) : MS::kFailure; }
 MStatus MFnPlugin::registerCommand(const MString& name, MCreatorFunction creator, MCreateSyntaxFunction syntax) {
   auto& commands = TheState().commands;
   if (!As<Plugin>(fObject) || !creator || commands.count(name.asChar()) || MustFail(name.asChar())) return MS::kFailure;
@@ -387,7 +385,6 @@ MStatus MFnPlugin::deregisterNode(const MTypeId& id) {
   RemoveType(id.id());
   return MS::kSuccess;
 }
-MStatus MFnPlugin::registerUI(const MString&, const MString&, const MString&, const MString&) { return St(!fObject.isNull()); }
 MObject MFnPlugin::findPlugin(const MString& name) { return Plugins().count(name.asChar()) ? MObject(Plugins()[name.asChar()]) : MObject(); }
 bool MFnPlugin::isNodeRegistered(const MString& type) { return FindType(type.asChar()); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -204,10 +204,6 @@ MStatus MFnDagNode::removeChild(MObject& child) {
   if (!node || !below || std::find(below->parents.begin(), below->parents.end(), node.get()) == below->parents.end()) return MS::kFailure;
   return St(Reparent(below, node.get(), below->parents.size() > 1 ? nullptr : TheScene().world.get()));
 }
-MStatus MFnDagNode::removeChildAt(unsigned int i) {
-  MObject below = child(i);
-  return removeChild(below);
-}
 MObject MFnDagNode::dagRoot(MStatus* status) const { return Ok(status), Obj(TheScene().world); }
 bool MFnDagNode::hasParent(const MObject& other, MStatus* status) const {
   const NodePtr node = Need(fObject, status), above = NodeOf(other);
@@ -217,21 +213,10 @@ bool MFnDagNode::hasChild(const MObject& other, MStatus* status) const {
   const NodePtr node = Need(fObject, status), below = NodeOf(other);
   return node && below && std::find(below->parents.begin(), below->parents.end(), node.get()) != below->parents.end();
 }
-bool MFnDagNode::inUnderWorld(MStatus* status) const { return Need(fObject, status), false; }
-bool MFnDagNode::inModel(MStatus* status) const {
-  const NodePtr node = Need(fObject, status);
-  return node && node->inScene;
-}
-bool MFnDagNode::isInstanceable(MStatus* status) const { return Need(fObject, status) != nullptr; }
 bool MFnDagNode::isInstanced(bool indirect, MStatus* status) const { return instanceCount(indirect, status) > 1; }
 unsigned int MFnDagNode::instanceCount(bool total, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return !node ? 0 : static_cast<unsigned int>(total ? PathsTo(node).size() : node->parents.size());
-}
-bool MFnDagNode::isInstancedAttribute(const MObject& attribute, MStatus* status) const {
-  const auto attr = As<Attr>(attribute);
-  Ok(status, attr != nullptr);
-  return attr && attr->Is(kWorldSpaceAttr);
 }
 namespace {
 NodePtr Duplicate(const NodePtr& node, Node* parent) {

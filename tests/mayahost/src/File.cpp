@@ -481,7 +481,6 @@ bool RemoveReference(const NodePtr& reference, bool unload) {
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 MString MFileIO::currentFile() { return TheScene().file.empty() ? "untitled" : TheScene().file.c_str(); }
-MString MFileIO::fileType() { return "mayaAscii"; }
 MStatus MFileIO::newFile(bool force) { return St((force || !TheScene().modified) && NewScene()); }
 MStatus MFileIO::open(const MString& file, const char*, bool force, ReferenceMode, bool) {
   return St((force || !TheScene().modified) && OpenScene(file.asChar()));
@@ -512,18 +511,10 @@ MStatus MFileIO::loadReferenceByNode(const MObject& object) {
   const NodePtr node = NodeOf(object);
   return St(node && node->info->name == "reference" && LoadReference(node));
 }
-MStatus MFileIO::getReferences(MStringArray& files, bool) {
-  files.clear();
-  for (const auto& [serial, node] : TheScene().nodes)
-    if (node->info->name == "reference") files.append(FileOf(node).c_str());
-  return MS::kSuccess;
-}
 MStatus MFileIO::exportAll(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), false)); }
 MStatus MFileIO::exportSelected(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), true)); }
 MStatus MFileIO::setCurrentFile(const MString& file) { return TheScene().file = file.asChar(), MS::kSuccess; }
 MString MFileIO::beforeOpenFilename() { return TheState().asked.c_str(); }
-MString MFileIO::beforeImportFilename() { return TheState().asked.c_str(); }
-MString MFileIO::beforeSaveFilename() { return TheState().asked.c_str(); }
 bool MFileIO::isReadingFile() { return TheState().reading; }
 bool MFileIO::isWritingFile() { return TheState().writing; }
 bool MFileIO::isOpeningFile() { return TheState().opening; }

@@ -230,17 +230,8 @@ bool MGlobal::setOptionVarValue(const MString& name, int value) { return setOpti
 bool MGlobal::removeOptionVar(const MString& name) { return TheState().options.erase(name.asChar()) > 0; }
 
 M3dView M3dView::active3dView(MStatus* status) { return Ok(status, !TheState().batch), M3dView(); }
-unsigned int M3dView::numberOf3dViews() { return TheState().batch ? 0 : 1; }
-MStatus M3dView::get3dView(unsigned int i, M3dView& view) { return view = M3dView(), St(i < numberOf3dViews()); }
 QWidget* M3dView::applicationShell(MStatus* status) { return Ok(status, !TheState().batch), MQtUtil::mainWindow(); }
 MStatus M3dView::refresh(bool, bool) { return TheState().batch ? MS::kFailure : (++TheState().refreshes, MS::kSuccess); }
-MStatus M3dView::scheduleRefreshAllViews() { return ++TheState().refreshes, MS::kSuccess; }
-MStatus M3dView::getCamera(MDagPath& camera) const {
-  const auto found = Resolve("perspShape");
-  return found.empty() ? MS::kFailure : (camera = found[0].path, MS::kSuccess);
-}
-int M3dView::portWidth(MStatus* status) const { return Ok(status), 960; }
-int M3dView::portHeight(MStatus* status) const { return Ok(status), 540; }
 QWidget* MQtUtil::mainWindow() {
   static QMainWindow* window = nullptr;
   if (!TheState().batch && qApp && !window) {
@@ -253,6 +244,4 @@ QWidget* MQtUtil::findControl(const MString& name, const QWidget* parent) {
   const QWidget* from = parent ? parent : mainWindow();
   return from ? from->findChild<QWidget*>(name.asChar()) : nullptr;
 }
-QWidget* MQtUtil::findLayout(const MString& name, const QWidget* parent) { return findControl(name, parent); }
-QWidget* MQtUtil::findWindow(const MString& name, const QWidget* parent) { return findControl(name, parent); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

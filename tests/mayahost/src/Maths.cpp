@@ -265,11 +265,6 @@ MStatus MTransformationMatrix::setRotation(const double rotation[3], RotationOrd
   return fRotate.setValue(rotation[0], rotation[1], rotation[2], static_cast<MEulerRotation::RotationOrder>(order - 1));
 }
 MQuaternion MTransformationMatrix::rotation() const { return fRotate.asQuaternion(); }
-MStatus MTransformationMatrix::getRotationQuaternion(double& x, double& y, double& z, double& w) const {
-  const MQuaternion q = rotation();
-  return x = q.x, y = q.y, z = q.z, w = q.w, MStatus::kSuccess;
-}
-MStatus MTransformationMatrix::setRotationQuaternion(double x, double y, double z, double w) { return rotateTo(MQuaternion(x, y, z, w)), MStatus::kSuccess; }
 MTransformationMatrix& MTransformationMatrix::rotateTo(const MQuaternion& q) { return fRotate = q, *this; }
 MStatus MTransformationMatrix::reorderRotation(RotationOrder order) {
   return fRotate.reorderIt(static_cast<MEulerRotation::RotationOrder>(order - 1)), MStatus::kSuccess;

@@ -1,6 +1,5 @@
 // Function sets of meshes.
 #include <maya/MFnMesh.h>
-#include <maya/MItMeshPolygon.h>
 
 #include <algorithm>
 #include <cmath>
@@ -103,7 +102,6 @@ MStatus MFnMesh::createInPlace(int nv, int np, const MPointArray& points, const 
 }
 int MFnMesh::numVertices(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->points.size() / 3) : 0; }
 int MFnMesh::numPolygons(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->counts.size()) : 0; }
-int MFnMesh::numFaceVertices(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->connects.size()) : 0; }
 int MFnMesh::numEdges(MStatus* status) const {
   std::set<std::pair<int, int>> edges;
   for (int i = 0; i < numPolygons(status); ++i) {
@@ -136,20 +134,10 @@ MStatus MFnMesh::getTriangles(MIntArray& counts, MIntArray& vertices) const {
   EachTriangle(*s, [&](int, int, int a, int b, int c) { vertices.append(a), vertices.append(b), vertices.append(c); });
   return MS::kSuccess;
 }
-MStatus MFnMesh::getPolygonTriangleVertices(int polygon, int triangle, int vertices[3]) const {
-  MIntArray all;
-  if (getPolygonVertices(polygon, all) != MS::kSuccess || triangle < 0 || triangle + 2 >= int(all.length())) return MS::kInvalidParameter;
-  return vertices[0] = all[0], vertices[1] = all[unsigned(triangle + 1)], vertices[2] = all[unsigned(triangle + 2)], MS::kSuccess;
-}
 MStatus MFnMesh::getPoint(int i, MPoint& point, MSpace::Space space) const {
   MMatrix m;
   if (i < 0 || i >= numVertices() || !ToSpace(fPath, space, m)) return MS::kInvalidParameter;
   return point = PointOf(*Geometry(fObject), i) * m, MS::kSuccess;
-}
-MStatus MFnMesh::setPoint(int i, const MPoint& point, MSpace::Space space) {
-  MPointArray all;
-  const MStatus status = getPoints(all, space);
-  return status != MS::kSuccess ? status : i < 0 || i >= int(all.length()) ? MStatus(MS::kInvalidParameter) : (all[unsigned(i)] = point, setPoints(all, space));
 }
 MStatus MFnMesh::getPoints(MPointArray& points, MSpace::Space space) const {
   MMatrix m;
@@ -199,12 +187,6 @@ MStatus MFnMesh::getVertexNormals(bool angleWeighted, MFloatVectorArray& normals
   normals.clear();
   for (const MVector& sum : sums) normals.append(MFloatVector(sum.normal()));
   return MS::kSuccess;
-}
-MStatus MFnMesh::getNormals(MFloatVectorArray& normals, MSpace::Space space) const { return getVertexNormals(false, normals, space); }
-MStatus MFnMesh::getVertexNormal(int i, bool angleWeighted, MVector& normal, MSpace::Space space) const {
-  MFloatVectorArray all;
-  if (getVertexNormals(angleWeighted, all, space) != MS::kSuccess || i < 0 || i >= int(all.length())) return MS::kInvalidParameter;
-  return normal = all[unsigned(i)], MS::kSuccess;
 }
 MStatus MFnMesh::getConnectedShaders(unsigned int, MObjectArray& shaders, MIntArray& indices) const {
   const NodePtr node = NodeOf(fObject);
@@ -264,44 +246,4 @@ bool MFnMesh::intersect(const MPoint& source, const MVector& direction, MPointAr
   return !hits.empty();
 }
 
-MItMeshPolygon::MItMeshPolygon(const MObject& mesh, MStatus* status) : fMesh(mesh, status) {}
-MItMeshPolygon::MItMeshPolygon(const MDagPath& path, const MObject&, MStatus* status) : fMesh(path, status) {}
-bool MItMeshPolygon::isDone(MStatus* status) const { return Ok(status), fAt >= fMesh.numPolygons(); }
-MStatus MItMeshPolygon::next() { return ++fAt, MS::kSuccess; }
-unsigned int MItMeshPolygon::count(MStatus* status) const { return static_cast<unsigned>(fMesh.numPolygons(status)); }
-unsigned int MItMeshPolygon::index(MStatus* status) const { return Ok(status, !isDone()), static_cast<unsigned>(fAt); }
-MStatus MItMeshPolygon::setIndex(int i, int& previous) { return previous = fAt, fAt = i, St(!isDone()); }
-unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) const { return static_cast<unsigned>(fMesh.polygonVertexCount(fAt, status)); }
-int MItMeshPolygon::vertexIndex(int i, MStatus* status) const {
-  MIntArray v;
-  getVertices(v);
-  const bool has = i >= 0 && i < int(v.length());
-  return Ok(status, has), has ? v[unsigned(i)] : -1;
-}
-MStatus MItMeshPolygon::getVertices(MIntArray& v) const { return fMesh.getPolygonVertices(fAt, v); }
-MPoint MItMeshPolygon::point(int i, MSpace::Space space, MStatus* status) const {
-  MPoint p;
-  const MStatus s = fMesh.getPoint(vertexIndex(i), p, space);
-  return status ? void(*status = s) : void(), p;
-}
-void MItMeshPolygon::getPoints(MPointArray& points, MSpace::Space space, MStatus* status) const {
-  points.clear();
-  for (unsigned i = 0; i < polygonVertexCount(status); ++i) points.append(point(int(i), space));
-}
-MPoint MItMeshPolygon::center(MSpace::Space space, MStatus* status) const {
-  MPointArray all;
-  getPoints(all, space, status);
-  MVector sum;
-  for (const MPoint& p : all) sum += MVector(p);
-  return sum / std::max(1u, all.length());
-}
-MStatus MItMeshPolygon::getNormal(MVector& normal, MSpace::Space space) const { return fMesh.getPolygonNormal(fAt, normal, space); }
-MStatus MItMeshPolygon::numTriangles(int& count) const { return count = int(polygonVertexCount()) - 2, St(!isDone()); }
-bool MItMeshPolygon::hasValidTriangulation(MStatus* status) const { return Ok(status), polygonVertexCount() > 2; }
-MStatus MItMeshPolygon::getTriangles(MPointArray& points, MIntArray& vertices, MSpace::Space space) const {
-  points.clear(), vertices.clear();
-  for (int t = 0; t + 2 < int(polygonVertexCount()); ++t)
-    for (const int i : {0, t + 1, t + 2}) points.append(point(i, space)), vertices.append(vertexIndex(i));
-  return St(!isDone());
-}
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,7 @@
 #include <maya/MConditionMessage.h>
 #include <maya/MDGMessage.h>
 #include <maya/MDGModifier.h>
-#include <maya/MDagMessage.h>
 #include <maya/MEventMessage.h>
-#include <maya/MModelMessage.h>
 #include <maya/MNodeMessage.h>
 #include <maya/MSceneMessage.h>
 #include <maya/MStringArray.h>
@@ -114,14 +112,6 @@ void NotifyConnection(const PlugRef& source, const PlugRef& destination, bool ma
     f(a, b, made, data);
   });
 }
-void NotifyParent(const NodePtr& child, Node* parent, bool added) {
-  Tell<MMessage::MParentChildFunction>(added ? "childAdded" : "childRemoved", nullptr, [&](auto f, void* data) {
-    MDagPath path, above;
-    if (const auto paths = PathsTo(child); !paths.empty()) path = paths[0];
-    if (const auto paths = PathsTo(parent->Ptr()); !paths.empty()) above = paths[0];
-    f(path, above, data);
-  });
-}
 void NotifyEvent(const std::string& event) {
   Tell<MMessage::MBasicFunction>("event " + event, nullptr, [](auto f, void* data) { f(data); });
 }
@@ -129,10 +119,7 @@ void NotifyCondition(const std::string& condition, bool state) {
   TheState().conditions[condition] = state;
   Tell<MMessage::MStateFunction>("condition " + condition, nullptr, [&](auto f, void* data) { f(state, data); });
 }
-void NotifySelection() {
-  NotifyEvent("SelectionChanged");
-  Tell<MMessage::MBasicFunction>("activeList", nullptr, [](auto f, void* data) { f(data); });
-}
+void NotifySelection() { NotifyEvent("SelectionChanged"); }
 }  // namespace mayahost
 
 using namespace mayahost;
@@ -163,14 +150,12 @@ MCallbackId MSceneMessage::addCheckCallback(Message m, MCheckFunction f, void* d
   return Listen("check " + std::to_string(m), nullptr, f, data, status);
 }
 MCallbackId MDGMessage::addTimeChangeCallback(MTimeFunction f, void* data, MStatus* s) { return Listen("time", nullptr, f, data, s); }
-MCallbackId MDGMessage::addForceUpdateCallback(MTimeFunction f, void* data, MStatus* s) { return Listen("forceUpdate", nullptr, f, data, s); }
 MCallbackId MDGMessage::addNodeAddedCallback(MNodeFunction f, const MString& type, void* data, MStatus* s) {
   return Listen(std::string("added ") + type.asChar(), nullptr, FindType(type.asChar()) ? f : nullptr, data, s);
 }
 MCallbackId MDGMessage::addNodeRemovedCallback(MNodeFunction f, const MString& type, void* data, MStatus* s) {
   return Listen(std::string("removed ") + type.asChar(), nullptr, FindType(type.asChar()) ? f : nullptr, data, s);
 }
-MCallbackId MDGMessage::addConnectionCallback(MPlugFunction f, void* data, MStatus* s) { return Listen("connection", nullptr, f, data, s); }
 MCallbackId MNodeMessage::addAttributeChangedCallback(MObject& node, MAttr2PlugFunction f, void* data, MStatus* s) {
   return Listen("attribute", &node, f, data, s);
 }
@@ -192,7 +177,4 @@ MStatus MEventMessage::getEventNames(MStringArray& names) {
   return names = {"timeChanged", "timeUnitChanged", "linearUnitChanged", "playbackRangeChanged", "SelectionChanged", "Undo", "Redo", "quitApplication", "idle"},
          MS::kSuccess;
 }
-MCallbackId MModelMessage::addCallback(Message, MBasicFunction f, void* data, MStatus* s) { return Listen("activeList", nullptr, f, data, s); }
-MCallbackId MDagMessage::addChildAddedCallback(MParentChildFunction f, void* data, MStatus* s) { return Listen("childAdded", nullptr, f, data, s); }
-MCallbackId MDagMessage::addChildRemovedCallback(MParentChildFunction f, void* data, MStatus* s) { return Listen("childRemoved", nullptr, f, data, s); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -35,9 +35,6 @@ MColor MFnLambertShader::color(MStatus* status) const { return ColorOf(fObject, 
 MStatus MFnLambertShader::setColor(const MColor& color) { return SetColorOf(fObject, "color", color); }
 MColor MFnLambertShader::transparency(MStatus* status) const { return ColorOf(fObject, "transparency", status); }
 MStatus MFnLambertShader::setTransparency(const MColor& color) { return SetColorOf(fObject, "transparency", color); }
-float MFnLambertShader::diffuseCoeff(MStatus* status) const { return Need(fObject, status) ? float(GetNumber(*NodeOf(fObject), "diffuse")) : 0; }
-MStatus MFnLambertShader::setDiffuseCoeff(float v) { return St(NodeOf(fObject) && PutNumber(*NodeOf(fObject), "diffuse", v)); }
-
 MObject MFnSet::create(const MSelectionList& members, Restriction restriction, MStatus* status) {
   MFnDependencyNode::create(restriction == kRenderableOnly ? "shadingEngine" : "objectSet", status);
   addMembers(members);
@@ -148,8 +145,6 @@ MString MNamespace::getNamespaceFromName(const MString& name, MStatus* status) {
   return Ok(status), Pretends(Wrong::kNamespaces) ? "" : NamespaceOf(name.asChar()).c_str();
 }
 MString MNamespace::stripNamespaceFromName(const MString& name, MStatus* status) { return Ok(status), Short(name.asChar()).c_str(); }
-MString MNamespace::makeNamepathAbsolute(const MString& name, MStatus* status) { return Ok(status), (":" + Bare(name)).c_str(); }
-
 MString MFnReference::fileName(bool, bool, bool, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   const Value v = node ? Get(NumberOf(node, "fileNames")) : Value();

@@ -113,11 +113,6 @@ MObject MFnDependencyNode::attribute(const MString& name, MStatus* status) const
   Ok(status, attr != nullptr);
   return Obj(attr);
 }
-MFnDependencyNode::MAttrClass MFnDependencyNode::attributeClass(const MObject& attribute, MStatus* status) const {
-  const auto attr = As<Attr>(attribute);
-  Ok(status, attr != nullptr);
-  return !attr ? kInvalidAttr : attr->Is(kDynamicAttr) ? kLocalDynamicAttr : kNormalAttr;
-}
 bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node && FindAttr(*node, name.asChar());
@@ -153,7 +148,6 @@ bool MFnDependencyNode::isFromReferencedFile(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node && node->reference;
 }
-bool MFnDependencyNode::isShared(MStatus* status) const { return isDefaultNode(status); }
 bool MFnDependencyNode::isLocked(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node && node->locked;
@@ -176,17 +170,10 @@ bool MFnDependencyNode::canBeWritten(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node && !node->doNotWrite;
 }
-bool MFnDependencyNode::hasUniqueName(MStatus* status) const {
-  const NodePtr node = Need(fObject, status);
-  return node && TheScene().byName.count(node->name) == 1;
-}
 MString MFnDependencyNode::parentNamespace(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node ? NamespaceOf(node->name).c_str() : "";
 }
-bool MFnDependencyNode::isTrackingEdits(MStatus* status) const { return isFromReferencedFile(status); }
-MString MFnDependencyNode::classification(const MString&) { return ""; }
-
 MItDependencyNodes::MItDependencyNodes(MFn::Type filter, MStatus* status) {
   Ok(status);
   reset(filter);

@@ -15,7 +15,6 @@ void NotifyAttr(int message, const PlugRef& plug, const PlugRef& other = {});
 void NotifyDirty(Node& node);
 void NotifyTime();
 void NotifyConnection(const PlugRef& source, const PlugRef& destination, bool made);
-void NotifyParent(const NodePtr& child, Node* parent, bool added);
 void NotifyEvent(const std::string& event);
 void NotifyCondition(const std::string& condition, bool state);
 void NotifySelection();

@@ -70,43 +70,15 @@ MObject MFnNurbsCurve::create(const MPointArray& cvs, const MDoubleArray& knots,
   const bool good = degree >= 1 && cvs.length() > degree && knots.length() == cvs.length() + degree - 1 && std::is_sorted(knots.begin(), knots.end());
   return NewNet("nurbsCurve", good ? s : nullptr, owner, fObject, status);
 }
-MObject MFnNurbsCurve::createWithEditPoints(const MPointArray& points, unsigned int degree, Form form, bool a, bool b, bool, MObject owner, MStatus* status) {
-  // The stand-in goes through edit points by straight spans only.
-  MDoubleArray knots;
-  for (unsigned i = 0; i < points.length(); ++i) knots.append(i);
-  if (degree != 1) return Ok(status, false), MObject();
-  return create(points, knots, 1, form, a, b, owner, status);
-}
 MFnNurbsCurve::Form MFnNurbsCurve::form(MStatus* status) const { return AskedNet(fObject, status) ? static_cast<Form>(Net(fObject)->form) : kInvalid; }
 int MFnNurbsCurve::degree(MStatus* status) const { return AskedNet(fObject, status) ? Net(fObject)->degree : 0; }
 int MFnNurbsCurve::numCVs(MStatus* status) const { return AskedNet(fObject, status) ? int(Net(fObject)->cvs.size()) : 0; }
 int MFnNurbsCurve::numSpans(MStatus* status) const { return numCVs(status) - degree(); }
-int MFnNurbsCurve::numKnots(MStatus* status) const { return AskedNet(fObject, status) ? int(Net(fObject)->knots.size()) : 0; }
-MStatus MFnNurbsCurve::getCV(unsigned int i, MPoint& point, MSpace::Space space) const {
-  MMatrix m;
-  if (int(i) >= numCVs() || !ToSpace(fPath, space, m)) return MS::kInvalidParameter;
-  return point = Net(fObject)->cvs[i] * m, MS::kSuccess;
-}
-MStatus MFnNurbsCurve::setCV(unsigned int i, const MPoint& point, MSpace::Space space) {
-  MPointArray all;
-  if (getCVs(all, space) != MS::kSuccess || i >= all.length()) return MS::kInvalidParameter;
-  return all[i] = point, setCVs(all, space);
-}
 MStatus MFnNurbsCurve::getCVs(MPointArray& cvs, MSpace::Space space) const {
   MMatrix m;
   if (!Net(fObject) || !ToSpace(fPath, space, m)) return MS::kFailure;
   cvs.clear();
   for (const MPoint& p : Net(fObject)->cvs) cvs.append(p * m);
-  return MS::kSuccess;
-}
-MStatus MFnNurbsCurve::setCVs(const MPointArray& cvs, MSpace::Space space) {
-  MMatrix m;
-  const NodePtr node = NodeOf(fObject);
-  if (!node || int(cvs.length()) != numCVs() || !ToSpace(fPath, space, m)) return MS::kFailure;
-  const auto s = std::make_shared<Shape>(*Net(fObject));
-  m = m.inverse();
-  std::transform(cvs.begin(), cvs.end(), s->cvs.begin(), [&](const MPoint& p) { return p * m; });
-  Do([=] { node->shape = s; }, [=, before = node->shape] { node->shape = before; });
   return MS::kSuccess;
 }
 MStatus MFnNurbsCurve::getKnots(MDoubleArray& knots) const {
@@ -134,27 +106,6 @@ MVector MFnNurbsCurve::tangent(double param, MSpace::Space space, MStatus* statu
 bool MFnNurbsCurve::isParamOnCurve(double param, MStatus* status) const {
   return AskedNet(fObject, status) && param >= Low(*Net(fObject)) - 1e-9 && param <= High(*Net(fObject)) + 1e-9;
 }
-MPoint MFnNurbsCurve::closestPoint(const MPoint& to, double* param, double, MSpace::Space space, MStatus* status) const {
-  MMatrix m;
-  const ShapePtr s = Net(fObject);
-  const bool can = s && ToSpace(fPath, space, m);
-  Ok(status, can);
-  if (!can) return {};
-  const auto far = [&](double u) { return (At(*s, u) * m).distanceTo(to); };
-  double best = Low(*s), step = (High(*s) - Low(*s)) / 1000;
-  for (int i = 0; i <= 1000; ++i)
-    if (far(Low(*s) + i * step) < far(best)) best = Low(*s) + i * step;
-  for (; step > 1e-12; step /= 2)
-    for (const double u : {best - step, best + step})
-      if (u >= Low(*s) && u <= High(*s) && far(u) < far(best)) best = u;
-  if (param) *param = best;
-  return At(*s, best) * m;
-}
-MStatus MFnNurbsCurve::getParamAtPoint(const MPoint& point, double& param, MSpace::Space space) const {
-  MStatus status;
-  const MPoint found = closestPoint(point, &param, 0, space, &status);
-  return status != MS::kSuccess || found.distanceTo(point) > 1e-3 ? MS::kFailure : MS::kSuccess;
-}
 double MFnNurbsCurve::length(double) const { return length(nullptr); }
 double MFnNurbsCurve::length(MStatus* status, double) const { return AskedNet(fObject, status) ? LengthTo(*Net(fObject), High(*Net(fObject))) : 0; }
 double MFnNurbsCurve::findParamFromLength(double length, MStatus* status) const {
@@ -172,15 +123,6 @@ MObject MFnNurbsSurface::create(const MPointArray& cvs, const MDoubleArray& u, c
   s->cvs.assign(cvs.begin(), cvs.end()), s->knots.assign(u.begin(), u.end()), s->vKnots.assign(v.begin(), v.end());
   const bool good = du == 1 && dv == 1 && u.length() > 1 && v.length() > 1 && cvs.length() == u.length() * v.length();
   return NewNet("nurbsSurface", good ? s : nullptr, owner, fObject, status);
-}
-int MFnNurbsSurface::numCVsInU(MStatus* status) const { return AskedNet(fObject, status) ? int(Net(fObject)->knots.size()) : 0; }
-int MFnNurbsSurface::numCVsInV(MStatus* status) const { return AskedNet(fObject, status) ? int(Net(fObject)->vKnots.size()) : 0; }
-MStatus MFnNurbsSurface::getCVs(MPointArray& cvs, MSpace::Space space) const {
-  MMatrix m;
-  if (!Net(fObject) || !ToSpace(fPath, space, m)) return MS::kFailure;
-  cvs.clear();
-  for (const MPoint& p : Net(fObject)->cvs) cvs.append(p * m);
-  return MS::kSuccess;
 }
 MStatus MFnNurbsSurface::getKnotDomain(double& su, double& eu, double& sv, double& ev) const {
   const ShapePtr s = Net(fObject);
@@ -203,44 +145,5 @@ MStatus MFnNurbsSurface::getPointAtParam(double u, double v, MPoint& point, MSpa
   MMatrix m;
   if (!Net(fObject) || !ToSpace(fPath, space, m)) return MS::kFailure;
   return point = Bilinear(*Net(fObject), u, v) * m, MS::kSuccess;
-}
-MVector MFnNurbsSurface::normal(double u, double v, MSpace::Space space, MStatus* status) const {
-  MMatrix m;
-  const ShapePtr s = Net(fObject);
-  const bool can = s && ToSpace(fPath, space, m);
-  Ok(status, can);
-  if (!can) return {};
-  const double h = 1e-5;
-  const MVector du = (Bilinear(*s, u + h, v) * m) - (Bilinear(*s, u - h, v) * m), dv = (Bilinear(*s, u, v + h) * m) - (Bilinear(*s, u, v - h) * m);
-  return (du ^ dv).normal();
-}
-bool MFnNurbsSurface::intersect(const MPoint& start, const MVector& way, double& u, double& v, MPoint& point, double, MSpace::Space space, bool,
-                                double* distance, bool, bool* exact, MStatus* status) const {
-  MMatrix m;
-  const ShapePtr s = Net(fObject);
-  const bool can = s && ToSpace(fPath, space, m);
-  Ok(status, can);
-  double best = -1;
-  for (std::size_t i = 0; can && i + 1 < s->knots.size(); ++i)
-    for (std::size_t j = 0; j + 1 < s->vKnots.size(); ++j) {
-      // Newton's rule from the middle of the patch.
-      double a = (s->knots[i] + s->knots[i + 1]) / 2, b = (s->vKnots[j] + s->vKnots[j + 1]) / 2, t = 0;
-      for (int n = 0; n < 30; ++n) {
-        const double h = 1e-5;
-        const MVector off = Bilinear(*s, a, b) * m - start, du = (Bilinear(*s, a + h, b) * m - Bilinear(*s, a - h, b) * m) / (2 * h),
-                      dv = (Bilinear(*s, a, b + h) * m - Bilinear(*s, a, b - h) * m) / (2 * h);
-        const double det = du * (dv ^ way);
-        if (std::fabs(det) < 1e-300) break;
-        a -= (off * (dv ^ way)) / det, b -= (du * (off ^ way)) / det;
-        t = (Bilinear(*s, a, b) * m - start) * way / (way * way);
-      }
-      const bool inside = a >= s->knots[i] - 1e-9 && a <= s->knots[i + 1] + 1e-9 && b >= s->vKnots[j] - 1e-9 && b <= s->vKnots[j + 1] + 1e-9;
-      const MPoint at = Bilinear(*s, a, b) * m;
-      if (!inside || t < 0 || (best >= 0 && t >= best) || ((at - start) - way * t).length() > 1e-6 * (1 + at.distanceTo(start))) continue;
-      best = t, u = a, v = b, point = at;
-      if (distance) *distance = at.distanceTo(start);
-      if (exact) *exact = true;
-    }
-  return best >= 0;
 }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -56,7 +56,6 @@ MStatus MPlug::setLocked(bool on) { return SetFlag(Ref(), kLockedPlug, on); }
 MStatus MPlug::setKeyable(bool on) { return SetFlag(Ref(), mayahost::kKeyable, on); }
 MStatus MPlug::setChannelBox(bool on) { return SetFlag(Ref(), mayahost::kChannelBox, on); }
 bool MPlug::isDynamic(MStatus* status) const { return Ok(status, fNode != nullptr), fNode && Ref().attr->Is(kDynamicAttr); }
-bool MPlug::isNetworked(MStatus* status) const { return Ok(status, fNode != nullptr), fNode && (isConnected() || isLocked()); }
 bool MPlug::isFreeToChange(bool, bool checkChildren, MStatus* status) const {
   Ok(status, fNode != nullptr);
   if (!fNode || IsLocked(Ref()) || InputOf(Ref())) return false;
@@ -65,9 +64,6 @@ bool MPlug::isFreeToChange(bool, bool checkChildren, MStatus* status) const {
     if (child(i).isLocked() || child(i).isDestination()) return false;
   return true;
 }
-bool MPlug::isDefaultValue(MStatus* status) const {
-  return Ok(status, fNode != nullptr), fNode && !InputOf(Ref()) && Get(Ref()).number == Ref().attr->fallback;
-}
 unsigned int MPlug::numElements(MStatus* status) const {
   Ok(status, isArray());
   return isArray() ? static_cast<unsigned int>(Indices(Ref()).size()) : 0;
@@ -75,11 +71,6 @@ unsigned int MPlug::numElements(MStatus* status) const {
 unsigned int MPlug::numChildren(MStatus* status) const {
   Ok(status, isCompound());
   return fNode ? static_cast<unsigned int>(Ref().attr->children.size()) : 0;
-}
-unsigned int MPlug::numConnectedElements(MStatus* status) const {
-  unsigned int count = 0;
-  for (unsigned int i = 0; i < numElements(status); ++i) count += elementByPhysicalIndex(i).isConnected();
-  return count;
 }
 unsigned int MPlug::logicalIndex(MStatus* status) const { return Ok(status, isElement()), isElement() ? static_cast<unsigned int>(fIndices.back()) : 0; }
 MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject&) {
@@ -118,11 +109,6 @@ MPlug MPlug::elementByPhysicalIndex(unsigned int i, MStatus* status) const {
   const auto all = isArray() ? Indices(Ref()) : std::vector<int>();
   Ok(status, i < all.size());
   return i < all.size() ? elementByLogicalIndex(static_cast<unsigned int>(all[i])) : MPlug();
-}
-MPlug MPlug::connectionByPhysicalIndex(unsigned int i, MStatus* status) const {
-  for (unsigned int k = 0; k < numElements(); ++k)
-    if (elementByPhysicalIndex(k).isConnected() && i-- == 0) return elementByPhysicalIndex(k, status);
-  return Ok(status, false), MPlug();
 }
 bool MPlug::connectedTo(MPlugArray& plugs, bool asDst, bool asSrc, MStatus* status) const {
   plugs.clear();

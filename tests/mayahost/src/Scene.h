@@ -49,7 +49,6 @@ struct Data : Thing {
   std::vector<double> numbers;
   MMatrix matrix;
   ShapePtr shape;
-  std::vector<int> elements;  ///< of a component
 };
 using DataPtr = std::shared_ptr<Data>;
 

@@ -45,31 +45,6 @@ MString& MString::operator+=(double value) { return *this += Digits(value, -1).c
 MString& MString::operator+=(int value) { return *this += std::to_string(value).c_str(); }
 MString& MString::operator+=(unsigned int value) { return *this += std::to_string(value).c_str(); }
 MStatus MString::set(double value, int precision) { return set(Digits(value, precision).c_str()); }
-MStatus MString::setWChar(const wchar_t* text) {
-  fText.clear();
-  for (; text && *text; ++text) {
-    const auto c = static_cast<unsigned>(*text);
-    if (c < 0x80) fText += static_cast<char>(c);
-    for (int shift = c < 0x80 ? -6 : c < 0x800 ? 6 : c < 0x10000 ? 12 : 18, first = shift; shift >= 0; shift -= 6)
-      fText += static_cast<char>(shift == first ? (0xF00 >> (shift / 6 + 1)) | (c >> shift) : 0x80 | ((c >> shift) & 0x3F));
-  }
-  return MStatus::kSuccess;
-}
-const wchar_t* MString::asWChar() const {
-  fWide.clear();
-  for (std::size_t i = 0; i < fText.size();) {
-    const auto c = static_cast<unsigned char>(fText[i]);
-    const int more = c < 0x80 ? 0 : c < 0xE0 ? 1 : c < 0xF0 ? 2 : 3;
-    unsigned code = more ? c & (0x3F >> more) : c;
-    for (int k = 1; k <= more && i + k < fText.size(); ++k) code = code << 6 | (static_cast<unsigned char>(fText[i + k]) & 0x3F);
-    fWide += static_cast<wchar_t>(code);
-    i += more + 1;
-  }
-  return fWide.c_str();
-}
-unsigned int MString::numChars() const {
-  return static_cast<unsigned int>(std::count_if(fText.begin(), fText.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
 MStatus MString::split(char c, MStringArray& parts) const {
   parts.clear();
   for (std::size_t from = 0, to; from <= fText.size(); from = to + 1) {
@@ -92,11 +67,6 @@ MString& MString::toUpperCase() {
 }
 MString& MString::toLowerCase() {
   return std::transform(fText.begin(), fText.end(), fText.begin(), [](unsigned char c) { return std::tolower(c); }), *this;
-}
-MString MString::expandEnvironmentVariablesAndTilde(MStatus* status) const {
-  if (status) *status = MStatus::kSuccess;
-  const char* home = std::getenv("HOME");
-  return fText.substr(0, 1) == "~" && home ? MString((home + fText.substr(1)).c_str()) : *this;
 }
 bool MString::isInt() const { return IsNumber(fText, true); }
 bool MString::isDouble() const { return IsNumber(fText, false); }

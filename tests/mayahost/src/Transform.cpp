@@ -113,10 +113,6 @@ MStatus Get3(const MObject& object, const char* name, double v[3]) {
   const NodePtr node = NodeOf(object);
   return node ? Read3(node, name).get(v) : MStatus(MS::kFailure);
 }
-MVector Told3(const MObject& object, const char* name, MStatus* status) {
-  const NodePtr node = Need(object, status);
-  return node ? Read3(node, name) : MVector();
-}
 MStatus Set3(const MObject& object, const char* name, const MVector& v) {
   const NodePtr node = NodeOf(object);
   return St(node && Write3(node, name, v));
@@ -124,22 +120,6 @@ MStatus Set3(const MObject& object, const char* name, const MVector& v) {
 }  // namespace
 MStatus MFnTransform::getScale(double scale[3]) const { return Get3(fObject, "scale", scale); }
 MStatus MFnTransform::setScale(const double s[3]) { return Set3(fObject, "scale", {s[0], s[1], s[2]}); }
-MStatus MFnTransform::getShear(double shear[3]) const { return Get3(fObject, "shear", shear); }
-MStatus MFnTransform::setShear(const double s[3]) { return Set3(fObject, "shear", {s[0], s[1], s[2]}); }
-MPoint MFnTransform::scalePivot(MSpace::Space, MStatus* s) const { return Told3(fObject, "scalePivot", s); }
-MPoint MFnTransform::rotatePivot(MSpace::Space, MStatus* s) const { return Told3(fObject, "rotatePivot", s); }
-MStatus MFnTransform::setScalePivot(const MPoint& p, MSpace::Space space, bool balance) {
-  MTransformationMatrix t = transformation();
-  return t.setScalePivot(p, space, balance), set(t);
-}
-MStatus MFnTransform::setRotatePivot(const MPoint& p, MSpace::Space space, bool balance) {
-  MTransformationMatrix t = transformation();
-  return t.setRotatePivot(p, space, balance), set(t);
-}
-MVector MFnTransform::rotatePivotTranslation(MSpace::Space, MStatus* s) const { return Told3(fObject, "rotatePivotTranslate", s); }
-MVector MFnTransform::scalePivotTranslation(MSpace::Space, MStatus* s) const { return Told3(fObject, "scalePivotTranslate", s); }
-MQuaternion MFnTransform::rotateOrientation(MSpace::Space, MStatus* s) const { return MEulerRotation(Told3(fObject, "rotateAxis", s)).asQuaternion(); }
-MStatus MFnTransform::setRotateOrientation(const MQuaternion& q, MSpace::Space, bool) { return Set3(fObject, "rotateAxis", q.asEulerRotation().asVector()); }
 MTransformationMatrix::RotationOrder MFnTransform::rotationOrder(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node ? static_cast<MTransformationMatrix::RotationOrder>(OrderOf(node) + 1) : MTransformationMatrix::kInvalid;
@@ -151,8 +131,6 @@ MStatus MFnTransform::setRotationOrder(MTransformationMatrix::RotationOrder orde
   if (!PutNumber(*node, "rotateOrder", order - 1)) return MS::kFailure;
   return reorder ? St(Write3(node, "rotate", e.reorder(OrderOf(node)).asVector())) : MStatus(MS::kSuccess);
 }
-MTransformationMatrix MFnTransform::restPosition(MStatus* status) const { return Need(fObject, status), MTransformationMatrix(); }
-
 MObject MFnCamera::create(MObject& parent, MStatus* status) { return MFnDagNode::create("camera", parent, status); }
 namespace {
 double Lens(const MObject& object, const char* name, MStatus* status) {
@@ -186,15 +164,8 @@ LENS(verticalFilmAperture, setVerticalFilmAperture, "verticalFilmAperture")
 LENS(nearClippingPlane, setNearClippingPlane, "nearClipPlane")
 LENS(farClippingPlane, setFarClippingPlane, "farClipPlane")
 LENS(focusDistance, setFocusDistance, "focusDistance")
-LENS(centerOfInterest, setCenterOfInterest, "centerOfInterest")
-double MFnCamera::fStop(MStatus* status) const { return Lens(fObject, "fStop", status); }
 double MFnCamera::horizontalFieldOfView(MStatus* status) const { return 2 * std::atan(horizontalFilmAperture() * kInch / 2 / focalLength(status)); }
 double MFnCamera::verticalFieldOfView(MStatus* status) const { return 2 * std::atan(verticalFilmAperture() * kInch / 2 / focalLength(status)); }
 MStatus MFnCamera::setHorizontalFieldOfView(double v) { return setFocalLength(horizontalFilmAperture() * kInch / 2 / std::tan(v / 2)); }
 MStatus MFnCamera::setVerticalFieldOfView(double v) { return setFocalLength(verticalFilmAperture() * kInch / 2 / std::tan(v / 2)); }
-double MFnCamera::aspectRatio(MStatus* status) const { return horizontalFilmAperture(status) / verticalFilmAperture(); }
-MStatus MFnCamera::setAspectRatio(double v) { return setVerticalFilmAperture(horizontalFilmAperture() / v); }
-bool MFnCamera::isDepthOfField(MStatus* status) const { return Lens(fObject, "depthOfField", status) != 0; }
-bool MFnCamera::isOrtho(MStatus* status) const { return Lens(fObject, "orthographic", status) != 0; }
-MFnCamera::FilmFit MFnCamera::filmFit(MStatus* status) const { return static_cast<FilmFit>(std::lround(Lens(fObject, "filmFit", status))); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -36,8 +36,6 @@ const double kCentimetres[] = {0, 2.54, 30.48, 91.44, 160934.4, 0.1, 1, 100000, 
 const double kInRadians[] = {0, 1, M_PI / 180, M_PI / 10800, M_PI / 648000};
 MTime g_contextTime;
 bool g_otherTime = false, g_playing = false, g_autoKey = false;
-double g_speed = 0;
-MAnimControl::PlaybackMode g_mode = MAnimControl::kPlaybackLoop;
 }  // namespace
 
 namespace mayahost {
@@ -114,13 +112,8 @@ MStatus MAnimControl::setAnimationStartTime(MTime t) { return SetRange(TheScene(
 MStatus MAnimControl::setAnimationEndTime(MTime t) { return SetRange(TheScene().endTime, t, false, TheScene().maxTime, TheScene().startTime); }
 MStatus MAnimControl::setAnimationStartEndTime(MTime a, MTime b) { return setAnimationStartTime(a), setAnimationEndTime(b); }
 bool MAnimControl::isPlaying() { return g_playing; }
-bool MAnimControl::isScrubbing() { return false; }
 MStatus MAnimControl::playForward() { return g_playing ? void() : (g_playing = true, mayahost::NotifyCondition("playingBack", true)), MS::kSuccess; }
 MStatus MAnimControl::stop() { return g_playing ? (g_playing = false, mayahost::NotifyCondition("playingBack", false)) : void(), MS::kSuccess; }
 bool MAnimControl::autoKeyMode() { return g_autoKey; }
 MStatus MAnimControl::setAutoKeyMode(bool on) { return g_autoKey = on, MS::kSuccess; }
-double MAnimControl::playbackSpeed() { return g_speed; }
-MStatus MAnimControl::setPlaybackSpeed(double speed) { return g_speed = speed, MS::kSuccess; }
-MAnimControl::PlaybackMode MAnimControl::playbackMode() { return g_mode; }
-MStatus MAnimControl::setPlaybackMode(PlaybackMode mode) { return g_mode = mode, MS::kSuccess; }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

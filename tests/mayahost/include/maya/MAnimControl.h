@@ -19,15 +19,10 @@ class MAnimControl {
   static MStatus setAnimationEndTime(MTime time);
   static MStatus setAnimationStartEndTime(MTime start, MTime end);
   static bool isPlaying();
-  static bool isScrubbing();
   static MStatus playForward();
   static MStatus playBackward() { return playForward(); }
   static MStatus stop();
   static bool autoKeyMode();
   static MStatus setAutoKeyMode(bool on);
-  static double playbackSpeed();
-  static MStatus setPlaybackSpeed(double speed);
-  static PlaybackMode playbackMode();
-  static MStatus setPlaybackMode(PlaybackMode mode);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

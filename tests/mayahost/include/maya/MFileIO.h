@@ -8,7 +8,6 @@ class MFileIO {
  public:
   enum ReferenceMode { kLoadDefault, kLoadAllReferences, kLoadNoReferences };
   static MString currentFile();
-  static MString fileType();
   static MStatus newFile(bool force = false);
   static MStatus open(const MString& file, const char* type = NULL, bool force = false, ReferenceMode mode = kLoadDefault, bool ignoreVersion = false);
   static MStatus save(bool force = false);
@@ -23,14 +22,11 @@ class MFileIO {
   static MStatus exportSelected(const MString& file, const char* type = NULL, bool preserveReferences = false);
   static MStatus setCurrentFile(const MString& file);
   static MString beforeOpenFilename();
-  static MString beforeImportFilename();
-  static MString beforeSaveFilename();
   static bool isReadingFile();
   static bool isWritingFile();
   static bool isOpeningFile();
   static bool isNewingFile();
   static bool isImportingFile();
   static bool isReferencingFile();
-  static MStatus getReferences(MStringArray& references, bool unresolvedName = false);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -29,13 +29,9 @@ class MFnAnimCurve : public MFnDependencyNode {
   MObject create(MPlug& plug, AnimCurveType type, MDGModifier* modifier = NULL, MStatus* status = NULL);
   MObject create(AnimCurveType type, MDGModifier* modifier = NULL, MStatus* status = NULL);
   AnimCurveType animCurveType(MStatus* status = NULL) const;
-  AnimCurveType timedAnimCurveTypeForPlug(MPlug& plug, MStatus* status = NULL) const;
-  AnimCurveType unitlessAnimCurveTypeForPlug(MPlug& plug, MStatus* status = NULL) const;
   bool isTimeInput(MStatus* status = NULL) const;
   bool isUnitlessInput(MStatus* status = NULL) const;
-  bool isStatic(MStatus* status = NULL) const;
   unsigned int numKeys(MStatus* status = NULL) const;
-  unsigned int numKeyframes(MStatus* status = NULL) const { return numKeys(status); }
   MStatus evaluate(const MTime& time, double& value) const;
   double evaluate(const MTime& time, MStatus* status = NULL) const;
   MTime time(unsigned int index, MStatus* status = NULL) const;
@@ -58,12 +54,10 @@ class MFnAnimCurve : public MFnDependencyNode {
   MStatus getTangent(unsigned int index, TangentValue& x, TangentValue& y, bool in) const;
   MStatus getTangent(unsigned int index, MAngle& angle, double& weight, bool in) const;
   MStatus setTangent(unsigned int index, TangentValue x, TangentValue y, bool in, MAnimCurveChange* change = NULL, bool convertUnits = true);
-  MStatus setAngle(unsigned int index, const MAngle& angle, bool in, MAnimCurveChange* change = NULL);
   bool isWeighted(MStatus* status = NULL) const;
   MStatus setIsWeighted(bool weighted, MAnimCurveChange* change = NULL);
   bool tangentsLocked(unsigned int index, MStatus* status = NULL) const;
   MStatus setTangentsLocked(unsigned int index, bool locked, MAnimCurveChange* change = NULL);
-  bool isBreakdown(unsigned int index, MStatus* status = NULL) const;
   InfinityType preInfinityType(MStatus* status = NULL) const;
   InfinityType postInfinityType(MStatus* status = NULL) const;
   MStatus setPreInfinityType(InfinityType type, MAnimCurveChange* change = NULL);

@@ -26,18 +26,11 @@ class MFnAttribute : public MFnBase {
   MStatus setChannelBox(bool state);
   bool isUsedAsColor(MStatus* status = NULL) const;
   MStatus setUsedAsColor(bool state);
-  bool isIndeterminant(MStatus* status = NULL) const;
-  MStatus setIndeterminant(bool state);
-  bool isRenderSource(MStatus* status = NULL) const;
-  MStatus setRenderSource(bool state);
   bool isWorldSpace(MStatus* status = NULL) const;
   MStatus setWorldSpace(bool state);
   bool usesArrayDataBuilder(MStatus* status = NULL) const;
   MStatus setUsesArrayDataBuilder(bool state);
-  bool affectsAppearance(MStatus* status = NULL) const;
-  MStatus setAffectsAppearance(bool state);
   bool isDynamic(MStatus* status = NULL) const;
-  bool isExtension(MStatus* status = NULL) const;
   DisconnectBehavior disconnectBehavior(MStatus* status = NULL) const;
   MStatus setDisconnectBehavior(DisconnectBehavior behavior);
   MStatus setInternal(bool state);
@@ -45,8 +38,6 @@ class MFnAttribute : public MFnBase {
   MString name(MStatus* status = NULL) const;
   MString shortName(MStatus* status = NULL) const;
   MObject parent(MStatus* status = NULL) const;
-  MStatus setNiceNameOverride(const MString& name);
   bool accepts(MFn::Type) const { return true; }
-  MStatus addToCategory(const MString&) { return MStatus::kSuccess; }
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -22,19 +22,11 @@ class MFnCamera : public MFnDagNode {
   MStatus setHorizontalFilmAperture(double v);
   double verticalFilmAperture(MStatus* status = NULL) const;
   MStatus setVerticalFilmAperture(double v);
-  double aspectRatio(MStatus* status = NULL) const;
-  MStatus setAspectRatio(double v);
   double nearClippingPlane(MStatus* status = NULL) const;
   MStatus setNearClippingPlane(double v);
   double farClippingPlane(MStatus* status = NULL) const;
   MStatus setFarClippingPlane(double v);
   double focusDistance(MStatus* status = NULL) const;
   MStatus setFocusDistance(double v);
-  double fStop(MStatus* status = NULL) const;
-  double centerOfInterest(MStatus* status = NULL) const;
-  MStatus setCenterOfInterest(double v);
-  bool isDepthOfField(MStatus* status = NULL) const;
-  bool isOrtho(MStatus* status = NULL) const;
-  FilmFit filmFit(MStatus* status = NULL) const;
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -19,18 +19,13 @@ class MFnDagNode : public MFnDependencyNode {
   MObject child(unsigned int i, MStatus* status = NULL) const;
   MStatus addChild(MObject& child, unsigned int index = kNextPos, bool keepExistingParents = false);
   MStatus removeChild(MObject& child);
-  MStatus removeChildAt(unsigned int index);
   MObject dagRoot(MStatus* status = NULL) const;
   bool hasParent(const MObject& node, MStatus* status = NULL) const;
   bool hasChild(const MObject& node, MStatus* status = NULL) const;
   bool isChildOf(const MObject& node, MStatus* status = NULL) const { return hasParent(node, status); }
   bool isParentOf(const MObject& node, MStatus* status = NULL) const { return hasChild(node, status); }
-  bool inUnderWorld(MStatus* status = NULL) const;
-  bool inModel(MStatus* status = NULL) const;
-  bool isInstanceable(MStatus* status = NULL) const;
   bool isInstanced(bool indirect = true, MStatus* status = NULL) const;
   unsigned int instanceCount(bool total, MStatus* status = NULL) const;
-  bool isInstancedAttribute(const MObject& attribute, MStatus* status = NULL) const;
   MObject duplicate(bool instance = false, bool instanceLeaf = false, MStatus* status = NULL) const;
   MStatus getPath(MDagPath& path) const;
   MDagPath dagPath(MStatus* status = NULL) const;
@@ -41,7 +36,6 @@ class MFnDagNode : public MFnDependencyNode {
   MMatrix transformationMatrix(MStatus* status = NULL) const;
   bool isIntermediateObject(MStatus* status = NULL) const;
   MStatus setIntermediateObject(bool intermediate);
-  MString dagRootName() const { return "world"; }
 
  protected:
   MDagPath fPath;

@@ -24,7 +24,6 @@ class MFnDependencyNode : public MFnBase {
   unsigned int attributeCount(MStatus* status = NULL) const;
   MObject attribute(unsigned int index, MStatus* status = NULL) const;
   MObject attribute(const MString& name, MStatus* status = NULL) const;
-  MAttrClass attributeClass(const MObject& attribute, MStatus* status = NULL) const;
   bool hasAttribute(const MString& name, MStatus* status = NULL) const;
   MPlug findPlug(const MObject& attribute, bool wantNetworkedPlug, MStatus* status = NULL) const;
   MPlug findPlug(const MString& name, bool wantNetworkedPlug, MStatus* status = NULL) const;
@@ -34,15 +33,11 @@ class MFnDependencyNode : public MFnBase {
   MStatus removeAttribute(const MObject& attribute, MAttrClass type = kLocalDynamicAttr);
   MPxNode* userNode(MStatus* status = NULL) const;
   bool isFromReferencedFile(MStatus* status = NULL) const;
-  bool isShared(MStatus* status = NULL) const;
   bool isLocked(MStatus* status = NULL) const;
   MStatus setLocked(bool locked);
   bool isDefaultNode(MStatus* status = NULL) const;
   MStatus setDoNotWrite(bool flag);
   bool canBeWritten(MStatus* status = NULL) const;
-  bool hasUniqueName(MStatus* status = NULL) const;
   MString parentNamespace(MStatus* status = NULL) const;
-  bool isTrackingEdits(MStatus* status = NULL) const;
-  static MString classification(const MString& type);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -10,7 +10,5 @@ class MFnLambertShader : public MFnDependencyNode {
   MStatus setColor(const MColor& color);
   MColor transparency(MStatus* status = NULL) const;
   MStatus setTransparency(const MColor& color);
-  float diffuseCoeff(MStatus* status = NULL) const;
-  MStatus setDiffuseCoeff(float v);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -8,7 +8,6 @@ class MFnMatrixData : public MFnData {
   MObject create(MStatus* status = NULL) { return create(MMatrix(), status); }
   MObject create(const MMatrix& matrix, MStatus* status = NULL);
   MObject create(const MTransformationMatrix& matrix, MStatus* status = NULL) { return create(matrix.asMatrix(), status); }
-  bool isTransformation(MStatus* status = NULL) const;
   MTransformationMatrix transformation(MStatus* status = NULL) const { return MTransformationMatrix(matrix(status)); }
   MMatrix matrix(MStatus* status = NULL) const;
   MStatus set(const MMatrix& matrix);

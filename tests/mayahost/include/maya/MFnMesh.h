@@ -29,23 +29,17 @@ class MFnMesh : public MFnDagNode {
   int numVertices(MStatus* status = NULL) const;
   int numEdges(MStatus* status = NULL) const;
   int numPolygons(MStatus* status = NULL) const;
-  int numFaceVertices(MStatus* status = NULL) const;
-  int numNormals(MStatus* status = NULL) const { return numVertices(status); }
   int polygonVertexCount(int polygon, MStatus* status = NULL) const;
   MStatus getPolygonVertices(int polygon, MIntArray& vertices) const;
   MStatus getVertices(MIntArray& counts, MIntArray& vertices) const;
   MStatus getTriangles(MIntArray& counts, MIntArray& vertices) const;
-  MStatus getPolygonTriangleVertices(int polygon, int triangle, int vertices[3]) const;
   MStatus getPoint(int vertex, MPoint& point, MSpace::Space space = MSpace::kObject) const;
-  MStatus setPoint(int vertex, const MPoint& point, MSpace::Space space = MSpace::kObject);
   MStatus getPoints(MPointArray& points, MSpace::Space space = MSpace::kObject) const;
   MStatus getPoints(MFloatPointArray& points, MSpace::Space space = MSpace::kObject) const;
   MStatus setPoints(const MPointArray& points, MSpace::Space space = MSpace::kObject);
   const float* getRawPoints(MStatus* status = NULL) const;
   MStatus getVertexNormals(bool angleWeighted, MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
-  MStatus getVertexNormal(int vertex, bool angleWeighted, MVector& normal, MSpace::Space space = MSpace::kObject) const;
   MStatus getPolygonNormal(int polygon, MVector& normal, MSpace::Space space = MSpace::kObject) const;
-  MStatus getNormals(MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
   MStatus getConnectedShaders(unsigned int instance, MObjectArray& shaders, MIntArray& indices) const;
   MStatus syncObject();
   MStatus updateSurface();

@@ -21,8 +21,6 @@ class MFnNumericAttribute : public MFnAttribute {
   MStatus getDefault(double& value) const;
   MStatus setMin(double value);
   MStatus setMax(double value);
-  MStatus setSoftMin(double value) { return (void)value, MStatus::kSuccess; }
-  MStatus setSoftMax(double value) { return (void)value, MStatus::kSuccess; }
   bool hasMin(MStatus* status = NULL) const;
   bool hasMax(MStatus* status = NULL) const;
   MStatus getMin(double& value) const;

@@ -12,28 +12,19 @@ class MFnNurbsCurve : public MFnDagNode {
   enum Form { kInvalid, kOpen, kClosed, kPeriodic, kLast };
   MObject create(const MPointArray& cvs, const MDoubleArray& knots, unsigned int degree, Form form, bool create2D, bool createRational,
                  MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
-  MObject createWithEditPoints(const MPointArray& points, unsigned int degree, Form form, bool create2D, bool createRational, bool uniform,
-                               MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
   Form form(MStatus* status = NULL) const;
   int degree(MStatus* status = NULL) const;
   int numCVs(MStatus* status = NULL) const;
   int numSpans(MStatus* status = NULL) const;
-  int numKnots(MStatus* status = NULL) const;
-  MStatus getCV(unsigned int i, MPoint& point, MSpace::Space space = MSpace::kObject) const;
-  MStatus setCV(unsigned int i, const MPoint& point, MSpace::Space space = MSpace::kObject);
   MStatus getCVs(MPointArray& cvs, MSpace::Space space = MSpace::kObject) const;
-  MStatus setCVs(const MPointArray& cvs, MSpace::Space space = MSpace::kObject);
   MStatus getKnots(MDoubleArray& knots) const;
   MStatus getKnotDomain(double& start, double& end) const;
   MStatus getPointAtParam(double param, MPoint& point, MSpace::Space space = MSpace::kObject) const;
   MVector tangent(double param, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
   bool isParamOnCurve(double param, MStatus* status = NULL) const;
-  MPoint closestPoint(const MPoint& to, double* param = NULL, double tolerance = 1e-10, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
-  MStatus getParamAtPoint(const MPoint& point, double& param, MSpace::Space space = MSpace::kObject) const;
   double length(double tolerance = 1e-10) const;
   double length(MStatus* status, double tolerance = 1e-10) const;
   double findParamFromLength(double length, MStatus* status = NULL) const;
   double findLengthFromParam(double param, MStatus* status = NULL) const;
-  MStatus updateCurve() { return MStatus::kSuccess; }
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -12,14 +12,7 @@ class MFnNurbsSurface : public MFnDagNode {
   enum Form { kInvalid, kOpen, kClosed, kPeriodic, kLast };
   MObject create(const MPointArray& cvs, const MDoubleArray& uKnots, const MDoubleArray& vKnots, unsigned int uDegree, unsigned int vDegree, Form uForm,
                  Form vForm, bool createRational, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
-  int numCVsInU(MStatus* status = NULL) const;
-  int numCVsInV(MStatus* status = NULL) const;
-  MStatus getCVs(MPointArray& cvs, MSpace::Space space = MSpace::kObject) const;
   MStatus getKnotDomain(double& startU, double& endU, double& startV, double& endV) const;
   MStatus getPointAtParam(double u, double v, MPoint& point, MSpace::Space space = MSpace::kObject) const;
-  MVector normal(double u, double v, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
-  bool intersect(const MPoint& start, const MVector& direction, double& u, double& v, MPoint& point, double tolerance = 1e-10,
-                 MSpace::Space space = MSpace::kObject, bool calculateDistance = false, double* distance = NULL, bool calculateExactHit = false,
-                 bool* wasExactHit = NULL, MStatus* status = NULL) const;
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

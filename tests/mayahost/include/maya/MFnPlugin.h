@@ -18,17 +18,14 @@ class MFnPlugin : public MFnBase {
   MFn::Type type() const override;
   MString vendor(MStatus* status = NULL) const;
   MString version(MStatus* status = NULL) const;
-  MString apiVersion(MStatus* status = NULL) const;
   MString name(MStatus* status = NULL) const;
   MString loadPath(MStatus* status = NULL) const;
   MStatus setName(const MString& name, bool allowRename = true);
-  MStatus setVersion(const MString& version);
   MStatus registerCommand(const MString& name, MCreatorFunction creator, MCreateSyntaxFunction syntax = NULL);
   MStatus deregisterCommand(const MString& name);
   MStatus registerNode(const MString& type, const MTypeId& id, MCreatorFunction creator, MInitializeFunction initialize, int nodeType = 0,
                        const MString* classification = NULL);
   MStatus deregisterNode(const MTypeId& id);
-  MStatus registerUI(const MString& creationProc, const MString& deletionProc, const MString& = "", const MString& = "");
   static MObject findPlugin(const MString& name);
   static bool isNodeRegistered(const MString& type);
 };

@@ -24,20 +24,7 @@ class MFnTransform : public MFnDagNode {
   MStatus rotateBy(const MEulerRotation& rotation, MSpace::Space space = MSpace::kTransform);
   MStatus getScale(double scale[3]) const;
   MStatus setScale(const double scale[3]);
-  MStatus getShear(double shear[3]) const;
-  MStatus setShear(const double shear[3]);
-  MPoint scalePivot(MSpace::Space space, MStatus* status = NULL) const;
-  MStatus setScalePivot(const MPoint& p, MSpace::Space space, bool balance);
-  MPoint rotatePivot(MSpace::Space space, MStatus* status = NULL) const;
-  MStatus setRotatePivot(const MPoint& p, MSpace::Space space, bool balance);
-  MVector rotatePivotTranslation(MSpace::Space space, MStatus* status = NULL) const;
-  MVector scalePivotTranslation(MSpace::Space space, MStatus* status = NULL) const;
-  MQuaternion rotateOrientation(MSpace::Space space, MStatus* status = NULL) const;
-  MStatus setRotateOrientation(const MQuaternion& q, MSpace::Space space, bool balance);
   MTransformationMatrix::RotationOrder rotationOrder(MStatus* status = NULL) const;
   MStatus setRotationOrder(MTransformationMatrix::RotationOrder order, bool reorder);
-  MStatus clearRestPosition() { return MStatus::kSuccess; }
-  MTransformationMatrix restPosition(MStatus* status = NULL) const;
-  MStatus resetFromRestPosition() { return MStatus::kFailure; }
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -16,6 +16,5 @@ class MNamespace {
   static MStatus getNamespaceObjects(const MString& name, MObjectArray& objects, bool recurse = false);
   static MString getNamespaceFromName(const MString& name, MStatus* status = NULL);
   static MString stripNamespaceFromName(const MString& name, MStatus* status = NULL);
-  static MString makeNamepathAbsolute(const MString& name, MStatus* status = NULL);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -14,7 +14,6 @@ class MPlug {
   MPlug(const MObject& node, const MObject& attribute);
   explicit MPlug(const mayahost::PlugRef& ref);
   MString name(MStatus* status = NULL) const;
-  MString info(MStatus* status = NULL) const { return name(status); }
   MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false, bool includeInstancedIndices = false, bool useAlias = false,
                       bool useFullAttributePath = false, bool useLongNames = false, MStatus* status = NULL) const;
   bool isNull(MStatus* status = NULL) const;
@@ -34,13 +33,10 @@ class MPlug {
   bool isChannelBoxFlagSet(MStatus* status = NULL) const;
   MStatus setChannelBox(bool visible);
   bool isDynamic(MStatus* status = NULL) const;
-  bool isNetworked(MStatus* status = NULL) const;
   bool isFreeToChange(bool checkParents = true, bool checkChildren = true, MStatus* status = NULL) const;
-  bool isDefaultValue(MStatus* status = NULL) const;
   unsigned int numElements(MStatus* status = NULL) const;
   unsigned int evaluateNumElements(MStatus* status = NULL) const { return numElements(status); }
   unsigned int numChildren(MStatus* status = NULL) const;
-  unsigned int numConnectedElements(MStatus* status = NULL) const;
   unsigned int logicalIndex(MStatus* status = NULL) const;
   MStatus selectAncestorLogicalIndex(unsigned int index, const MObject& attribute = MObject::kNullObj);
   MPlug child(unsigned int index, MStatus* status = NULL) const;
@@ -49,7 +45,6 @@ class MPlug {
   MPlug array(MStatus* status = NULL) const;
   MPlug elementByLogicalIndex(unsigned int index, MStatus* status = NULL) const;
   MPlug elementByPhysicalIndex(unsigned int index, MStatus* status = NULL) const;
-  MPlug connectionByPhysicalIndex(unsigned int index, MStatus* status = NULL) const;
   MPlug operator[](unsigned int index) const { return elementByPhysicalIndex(index); }
   bool connectedTo(MPlugArray& plugs, bool asDst, bool asSrc, MStatus* status = NULL) const;
   MPlug source(MStatus* status = NULL) const;

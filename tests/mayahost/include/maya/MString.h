@@ -12,7 +12,6 @@ class MString {
   MString() = default;
   MString(const char* text) : fText(text ? text : "") {}
   MString(const char* text, int length) : fText(text, static_cast<std::size_t>(length)) {}
-  MString(const wchar_t* text) { setWChar(text); }
   MString& operator+=(const MString& other) { return fText += other.fText, *this; }
   MString& operator+=(const char* other) { return fText += other, *this; }
   MString& operator+=(double value);
@@ -38,13 +37,10 @@ class MString {
   MStatus set(double value, int precision);
   MStatus set(const char* text, int length) { return *this = MString(text, length), MStatus::kSuccess; }
   MStatus setUTF8(const char* text) { return set(text); }
-  MStatus setWChar(const wchar_t* text);
   const char* asChar() const { return fText.c_str(); }
   const char* asUTF8() const { return fText.c_str(); }
   const char* asChar(int& length) const { return length = static_cast<int>(fText.size()), asChar(); }
-  const wchar_t* asWChar() const;
   unsigned int length() const { return static_cast<unsigned int>(fText.size()); }
-  unsigned int numChars() const;
   void clear() { fText.clear(); }
   int index(char c) const { return Place(fText.find(c)); }
   int rindex(char c) const { return Place(fText.rfind(c)); }
@@ -52,11 +48,9 @@ class MString {
   int rindexW(const MString& text) const { return Place(fText.rfind(text.fText)); }
   MStatus split(char c, MStringArray& parts) const;
   MString substring(int start, int end) const;
-  MString substringW(int start, int end) const { return substring(start, end); }
   MStatus substitute(const MString& what, const MString& by);
   MString& toUpperCase();
   MString& toLowerCase();
-  MString expandEnvironmentVariablesAndTilde(MStatus* status = NULL) const;
   bool isInt() const;
   bool isDouble() const;
   bool isFloat() const { return isDouble(); }
@@ -70,7 +64,6 @@ class MString {
  private:
   static int Place(std::size_t at) { return at == std::string::npos ? -1 : static_cast<int>(at); }
   std::string fText;
-  mutable std::wstring fWide;
 };
 inline MString operator+(const char* a, const MString& b) { return MString(a) += b; }
 inline bool operator==(const char* a, const MString& b) { return b == a; }

@@ -25,8 +25,6 @@ class MTransformationMatrix {
   MStatus setRotation(const double rotation[3], RotationOrder order, MSpace::Space space = MSpace::kTransform);
   MQuaternion rotation() const;
   MEulerRotation eulerRotation() const { return fRotate; }
-  MStatus getRotationQuaternion(double& x, double& y, double& z, double& w) const;
-  MStatus setRotationQuaternion(double x, double y, double z, double w);
   MTransformationMatrix& rotateTo(const MQuaternion& q);
   MTransformationMatrix& rotateTo(const MEulerRotation& e) { return fRotate = e, *this; }
   RotationOrder rotationOrder() const { return static_cast<RotationOrder>(fRotate.order + 1); }
