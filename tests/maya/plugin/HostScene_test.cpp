@@ -7,7 +7,9 @@
 
 #include "adaptor/maya/plugin/TakeKeys.h"
 #include "adaptor/maya/scene/ModifiedFlag.h"
+#include "adaptor/maya/scene/SceneStorage.h"
 #include "maya/plugin/PluginFixture.h"
+#include "util/ReturnValue.h"
 
 namespace orv::tests {
 namespace {
@@ -53,6 +55,20 @@ TEST_F(HostScene, LeavesReferencedRigsClosedAndTellsOnce) {
   const std::size_t told = said.find("referenced files stay closed");
   ASSERT_NE(told, said.npos) << said;
   EXPECT_EQ(said.find("referenced files stay closed", told + 1), said.npos);
+}
+
+TEST_F(HostScene, TakesNoRigsFromAnImportOfItsOwn) {
+  ASSERT_TRUE(Load());
+  Run("OrvelCreateToolCmd -name \"MotionFilterCam\"");
+  Save("a");
+  const std::size_t tags = Tags().size();
+  std::vector<rws::core::CoreNode*> nodes;
+  util::ReturnValue<std::vector<rws::core::CoreNode*>> result(nodes);
+  auto& adaptor = PluginSession::Get()->GetAdaptor();
+  EXPECT_EQ(adaptor.ImportNodes(Path("a"), "In_", result), "");
+  EXPECT_EQ(Rigs().size(), 1u);
+  EXPECT_EQ(Tags().size(), tags);
+  EXPECT_FALSE(PluginSession::Get()->GetStorage().IsThere());
 }
 
 TEST_F(HostScene, ReadsAMergeByItsNamespacesAndKeepsTheListsOrder) {

@@ -173,13 +173,14 @@ void PluginSession::AfterOpen() {
 }
 
 void PluginSession::BeforeImport() {
+  if (m_adaptor->IsImporting()) return;
   EndWork();
   m_storage->NoteOwn();
 }
 
 void PluginSession::AfterImport() {
-  // An import of our own brings nodes for a rig that stands.
-  if (m_adaptor->IsImporting()) return;
+  // An import of our own brings nodes for a rig that stands, and no rigs.
+  if (m_adaptor->IsImporting()) return m_storage->Clear();
   EndWork();
   if (Features::instance().IsOn(Feature::kImport))
     m_storage->Add();

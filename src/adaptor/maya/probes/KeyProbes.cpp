@@ -36,8 +36,8 @@ MObject Animated(const char* name, MObject& curve) {
   MPlug plug = ProbePlug(node, "translateX");
   MFnAnimCurve fn;
   curve = fn.create(plug, MFnAnimCurve::kAnimCurveTL);
-  fn.addKeyframe(Seconds(0.0), 0.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear);
-  fn.addKeyframe(Seconds(1.0), 10.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear);
+  fn.addKey(Seconds(0.0), 0.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear);
+  fn.addKey(Seconds(1.0), 10.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear);
   return node;
 }
 
@@ -119,8 +119,8 @@ void ChangesOfKeys(ProbeRun& run) {
   Animated("probeRekeyed", curve);
   MFnAnimCurve fn(curve);
   MAnimCurveChange change;
-  fn.addKeyframe(Seconds(0.5), 100.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear,
-                 &change);
+  fn.addKey(Seconds(0.5), 100.0, MFnAnimCurve::kTangentLinear, MFnAnimCurve::kTangentLinear,
+            &change);
   run.Check(fn.numKeys() == 3, "a key was not added");
   change.undoIt();
   run.Check(fn.numKeys() == 2, "undoIt of the change leaves the key");
@@ -184,7 +184,7 @@ void CurvesByModifier(ProbeRun& run) {
   modifier.connect(ProbePlug(curve, "output"), ProbePlug(node, "translateY"));
   run.Check(modifier.doIt() == MStatus::kSuccess, "doIt fails");
   MFnAnimCurve fn(curve);
-  fn.addKeyframe(Seconds(0.0), 3.0);
+  fn.addKey(Seconds(0.0), 3.0);
   run.Near(ProbePlug(node, "translateY").asDouble(), 3.0, 1e-9, "a plug that such a curve drives");
   modifier.undoIt();
   run.Check(!ProbePlug(node, "translateY").isDestination(), "undoIt leaves the connection");
