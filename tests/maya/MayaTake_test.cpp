@@ -3,6 +3,9 @@
 #include <maya/MFnDependencyNode.h>
 #include <maya/MPlug.h>
 
+#include <functional>
+#include <sstream>
+
 #include "MayaFixture.h"
 #include "adaptor/HeadlessFixture.h"
 #include "adaptor/Performance.h"
@@ -60,23 +63,26 @@ TEST(MayaTake, EveryRigPerformsAsWithoutAProgramAndAfterASave) {
 }
 
 TEST(MayaTake, UndoLeavesTheSceneAsItWasToTheByte) {
-  MayaFixture host;
-  Performance car(host, "4WheelerExt");
-  const std::string before = mayahost::Dump();
-  car.Resimulate();
-  const std::string taken = mayahost::Dump();
-  EXPECT_NE(taken, before);
-  EXPECT_TRUE(mayahost::Undo());
-  EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
-  EXPECT_TRUE(mayahost::Redo());
-  EXPECT_EQ(mayahost::Dump(), taken) << Difference(taken, mayahost::Dump());
-  // A retake over the keys of the one before.
-  car.rig->SetTrack(0, {});
-  car.Resimulate();
-  EXPECT_TRUE(mayahost::Undo());
-  EXPECT_EQ(mayahost::Dump(), taken) << Difference(taken, mayahost::Dump());
-  EXPECT_TRUE(mayahost::Undo());
-  EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
+  for (const char* kind : {"4WheelerExt", "MotionFilterCam"}) {
+    SCOPED_TRACE(kind);
+    MayaFixture host;
+    Performance car(host, kind);
+    const std::string before = mayahost::Dump();
+    car.Resimulate();
+    const std::string taken = mayahost::Dump();
+    EXPECT_NE(taken, before);
+    EXPECT_TRUE(mayahost::Undo());
+    EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
+    EXPECT_TRUE(mayahost::Redo());
+    EXPECT_EQ(mayahost::Dump(), taken) << Difference(taken, mayahost::Dump());
+    // A retake over the keys of the one before.
+    car.rig->SetTrack(0, {});
+    car.Resimulate();
+    EXPECT_TRUE(mayahost::Undo());
+    EXPECT_EQ(mayahost::Dump(), taken) << Difference(taken, mayahost::Dump());
+    EXPECT_TRUE(mayahost::Undo());
+    EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
+  }
 }
 
 TEST(MayaTake, ShowsTheTakeAndPutsBackWhatHasNoCurve) {
@@ -134,6 +140,12 @@ TEST(MayaTake, ARigWithALockedChannelStaysOut) {
   PlugOf(chief, "ty").setLocked(false);
   EXPECT_FALSE(car.Resimulate().empty());
   EXPECT_TRUE(host.Maya().TakeWarnings().empty());
+}
+
+Matrix<double> Pose() {
+  Matrix<double> pose = Matrix<double>::rotationAxisAngle(50.0, 0.36, 0.8, 0.48);
+  pose.setTranslation({1, 2, 3});
+  return pose;
 }
 
 /// A step of undo without a rig.
@@ -211,6 +223,76 @@ TEST(MayaTake, NodesThatTheHostDeletesComeBackWithTheirKeys) {
   EXPECT_TRUE(last->IsValid());
   EXPECT_EQ(car.Nodes(), nodes);
   ExpectAlike(taken, car.Resimulate(), "after it came back");
+}
+
+TEST(MayaTake, EveryEditIsUndoneAndRedoneToTheByte) {
+  for (const bool zUp : {false, true}) {
+    MayaFixture host({zUp, MDistance::kCentimeters});
+    auto& adaptor = host.Maya();
+    CInterface* const owner = reinterpret_cast<CInterface*>(&host);
+    CoreNode* const body = adaptor.CreateMeshNode({owner, "Body", "Body"}, nullptr, nullptr, 0);
+    CoreNode* const lens = adaptor.CreateCameraNode({owner, "Lens", "Lens"}, body, 40.0, 0.1);
+    auto* const mover = static_cast<maya::CMayaNode*>(host.UserNode("Mover"));
+    auto* const hook = static_cast<maya::CMayaNode*>(host.UserNode("Hook"));
+    util::CMesh triangle;
+    triangle.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 0, -1}};
+    triangle.faces = {0, 1, 2};
+    const std::vector<std::pair<const char*, std::function<void()>>> edits = {
+        {"keys",
+         [&] {
+           for (const double time : {0.0, 1.0, 3.0})
+             hook->SetWorldPose(
+                 time, rws::adaptor::Compose({{time, 2, 0}, {0, 0.6, 0, 0.8}, {1, 1, 1}}), true);
+         }},
+        {"a pose without keys",
+         [&] { static_cast<maya::CMayaNode*>(body)->SetWorldPose(0.0, Pose(), false); }},
+        {"a keyed node below another", [&] { EXPECT_TRUE(mover->SetParent(body)); }},
+        {"and to the top", [&] { EXPECT_TRUE(hook->SetParent(nullptr)); }},
+        {"a lens",
+         [&] {
+           static_cast<maya::CMayaNode*>(lens)->SetLensValue(rws::adaptor::LensValue::kFieldOfView,
+                                                             0.0, 60.0);
+         }},
+        {"a mesh", [&] { static_cast<maya::CMayaNode*>(body)->SetMesh(triangle); }},
+        {"a colour",
+         [&] {
+           static_cast<maya::CMayaNode*>(body)->SetColour({1.0f, 0.5f, 0.25f});
+         }},
+        {"a copy of it",
+         [&] {
+           adaptor.DuplicateNode(body, {owner, "Copy", "Copy"}, mover);
+         }},
+        {"a copy with keys",
+         [&] {
+           adaptor.DuplicateNode(hook, {owner, "Hook", "Hook"}, nullptr);
+         }},
+        {"no mesh", [&] { EXPECT_TRUE(adaptor.TakeMeshAway(body)); }},
+        {"a tag", [&] { EXPECT_TRUE(adaptor.TagNode(body, "Rig/Body")); }},
+        {"a name", [&] { hook->Rename("Crook"); }},
+        {"out of sight", [&] { body->Hide(); }},
+        {"a selection", [&] { lens->Select(); }},
+        {"a range that grows", [&] { adaptor.SetTimeRange(-1.0, 90.0); }},
+        {"nothing left", [&] { body->deleteMe(); }}};
+    for (const auto& [name, edit] : edits) {
+      SCOPED_TRACE(name);
+      const std::string before = mayahost::Dump();
+      const Matrix<double> pose = mover->GetWorldPose(3.0);
+      adaptor.BeginUndoBlock(name);
+      edit();
+      adaptor.EndUndoBlock();
+      const std::string after = mayahost::Dump();
+      EXPECT_NE(after, before);
+      for (int i = 0; i < 16 && mover->IsValid(); ++i)
+        EXPECT_NEAR(mover->GetWorldPose(3.0)[i], pose[i], 1e-9);
+      for (int turn = 0; turn < 2; ++turn) {
+        EXPECT_TRUE(adaptor.HostUndo());
+        EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
+        EXPECT_TRUE(adaptor.HostRedo());
+        EXPECT_EQ(mayahost::Dump(), after) << Difference(after, mayahost::Dump());
+      }
+    }
+    adaptor.ClearUndoHistory();
+  }
 }
 
 TEST(MayaTake, KeepsTheUsersOrderAndPivotsAndTurnsOnAcrossWholeTurns) {

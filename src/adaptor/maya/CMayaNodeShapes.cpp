@@ -135,8 +135,9 @@ void CMayaNode::PutMesh(std::shared_ptr<const util::CMesh> mesh) {
     return;
   }
   if (shape.isValid()) {
-    MFnDagNode(shape).setIntermediateObject(false);
-    FillMesh(*mesh, shape);
+    // A host that takes no mesh without faces shows none then.
+    const bool filled = FillMesh(*mesh, shape);
+    MFnDagNode(shape).setIntermediateObject(!filled && mesh->faces.empty());
   } else {
     const MObject made = MakeMesh(*mesh, GetObject());
     MDagPath::getAPathTo(made, shape);

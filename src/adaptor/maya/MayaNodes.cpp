@@ -152,6 +152,7 @@ HostNode* MayaAdaptorInterface::AddMesh(const std::string& sceneName, HostNode* 
   }
   MDagPath path;
   MDagPath::getAPathTo(shape, path);
+  if (!hasFaces) FillMesh({}, path);
   ShadePlainly(path);
   // Helpers are no part of the picture.
   for (const char* seen : {"castsShadows", "receiveShadows", "motionBlur"})

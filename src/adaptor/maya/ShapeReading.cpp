@@ -143,12 +143,12 @@ MObject MakeMesh(const util::CMesh& mesh, const MObject& transform) {
                      HostFaces(mesh), transform);
 }
 
-void FillMesh(const util::CMesh& mesh, const MDagPath& shape) {
+bool FillMesh(const util::CMesh& mesh, const MDagPath& shape) {
   MPointArray points;
   for (const auto& v : mesh.vertices) points.append(MPoint(v.x, v.y, v.z));
-  MFnMesh(shape).createInPlace(static_cast<int>(mesh.vertices.size()),
-                               static_cast<int>(mesh.faces.size() / 3), points, ThreeEach(mesh),
-                               HostFaces(mesh));
+  return MFnMesh(shape).createInPlace(static_cast<int>(mesh.vertices.size()),
+                                      static_cast<int>(mesh.faces.size() / 3), points,
+                                      ThreeEach(mesh), HostFaces(mesh));
 }
 
 std::shared_ptr<const Curve> ReadCurve(const MDagPath& shape,

@@ -21,9 +21,9 @@ std::shared_ptr<const util::CMesh> ReadMesh(const MDagPath& shape,
 /// A surface in triangles between points of even steps.
 std::shared_ptr<const util::CMesh> ReadSurface(const MDagPath& shape,
                                                const std::shared_ptr<const util::CMesh>& known);
-/// Makes a mesh shape below `transform`, or fills the one at `shape`.
+/// Makes a mesh shape below `transform`, or fills the one at `shape`: false where the host refuses.
 MObject MakeMesh(const util::CMesh& mesh, const MObject& transform);
-void FillMesh(const util::CMesh& mesh, const MDagPath& shape);
+bool FillMesh(const util::CMesh& mesh, const MDagPath& shape);
 
 /// A line through the curve's points, as many to a span as its bend asks for. `known` itself where
 /// it is the same.

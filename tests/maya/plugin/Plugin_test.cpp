@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 #include "adaptor/maya/MayaAdaptorInterface.h"
@@ -10,6 +11,7 @@
 #include "adaptor/maya/scene/ModifiedFlag.h"
 #include "adaptor/maya/scene/StorageNode.h"
 #include "core/CoreImplementation.h"
+#include "core/config/ProfileRequests.h"
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceReference.h"
 #include "maya/plugin/PluginFixture.h"
@@ -122,6 +124,21 @@ TEST_F(Plugin, CommandsMakeNameCopyAndDeleteRigs) {
   EXPECT_TRUE(Core().GetSelection().empty());
   EXPECT_TRUE(Try("OrvelLoadProfileCmd -name \"4WheelerExt_01\" \"F1.ocp\""));
   EXPECT_EQ(Core().FindInstance("4WheelerExt_01")->GetCurrentProfile(), "F1");
+  // A file that the rig does not have comes among its own.
+  const std::string pad = folder.Write("Pad.oip",
+                                       "<?xml version=\"1.0\"?>\n<profile name=\"Pad\"><property "
+                                       "name=\"Forw/Backw Transl\"><multiplier>2</multiplier>"
+                                       "</property></profile>\n");
+  Forget();
+  EXPECT_TRUE(Try("OrvelLoadProfileCmd -name \"Eye\" \"" + pad + "\""));
+  EXPECT_EQ(Said(), "");
+  const auto profiles = rws::core::ProfileRequests(Core(), Core().Find("Eye")->GetId(),
+                                                   rws::core::ProfileRequests::Kind::kInputs)
+                            .List();
+  EXPECT_TRUE(std::any_of(profiles.begin(), profiles.end(),
+                          [](const auto& entry) { return entry.name == "Pad"; }));
+  EXPECT_TRUE(Try("OrvelLoadProfileCmd -name \"Eye\" \"None.ocp\""));
+  EXPECT_NE(Said().find("error: "), std::string::npos);
   Run("OrvelDeleteToolCmd -name \"" + clone + "\"");
   EXPECT_EQ(Rigs().size(), 2u);
   Run("undo");
