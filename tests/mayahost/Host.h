@@ -13,8 +13,8 @@ using OPENMAYA_MAJOR_NAMESPACE::MObject;
 using OPENMAYA_MAJOR_NAMESPACE::MPxCommand;
 using OPENMAYA_MAJOR_NAMESPACE::MStatus;
 
-/// As after starting: an empty scene, no texts, no options, hot keys or shelves, undo on. Plug-ins stay
-/// loaded and callbacks registered.
+/// As after starting: an empty scene, no texts, no options, hot keys or shelves, undo on. Plug-ins
+/// stay loaded and callbacks registered.
 void Reset();
 /// The whole scene with time, ranges, units and selection as text; equal scenes give equal texts.
 std::string Dump();
@@ -54,15 +54,28 @@ void SetCondition(const std::string& condition, bool state);
 
 // What was said and asked for.
 
-/// Texts since the last Reset: "info: ...", "warning: ...", "error: ...", "status: ...", "box: title|text",
-/// "shelf: ...".
+/// Texts since the last Reset: "info: ...", "warning: ...", "error: ...", "status: ...", "box:
+/// title|text", "shelf: ...".
 std::vector<std::string>& Said();
 int Refreshes();
 /// Every line that was executed, also from within.
 std::vector<std::string>& Executed();
 
 /// A behaviour that is made wrong, so that tests of beliefs see one refuted.
-enum class Wrong { kNone, kAxis, kTimeUnit, kCurveLinear, kUndoQueue, kCallbackOrder, kRename, kMeshPoints, kHandles, kNamespaces, kStringArrays, kHotKeys };
+enum class Wrong {
+  kNone,
+  kAxis,
+  kTimeUnit,
+  kCurveLinear,
+  kUndoQueue,
+  kCallbackOrder,
+  kRename,
+  kMeshPoints,
+  kHandles,
+  kNamespaces,
+  kStringArrays,
+  kHotKeys
+};
 void Pretend(Wrong behaviour);
 bool Pretends(Wrong behaviour);
 

@@ -14,6 +14,7 @@
 #include <maya/MFnUnitAttribute.h>
 
 #include "Fn.h"
+#include "State.h"
 
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -269,7 +270,7 @@ MMatrix MFnMatrixData::matrix(MStatus* status) const { return AskedData(fObject,
 MStatus MFnMatrixData::set(const MMatrix& m) { return As<Data>(fObject) ? (As<Data>(fObject)->matrix = m, MS::kSuccess) : MS::kFailure; }
 MStringArray MFnStringArrayData::array(MStatus* status) const {
   MStringArray made;
-  if (const auto data = AskedData(fObject, status))
+  if (const auto data = AskedData(fObject, status); data && !Pretends(Wrong::kStringArrays))
     for (const std::string& text : data->texts) made.append(text.c_str());
   return made;
 }

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Scene.h"
+#include "State.h"
 
 namespace mayahost {
 namespace {
@@ -42,7 +42,7 @@ double Bezier(double a, double b, double c, double d, double t) {
 }
 
 double Between(const Curve& curve, const Key& a, const Key& b, double seconds) {
-  if (a.type[1] == kStep) return a.value;
+  if (a.type[1] == kStep || Pretends(Wrong::kCurveLinear)) return a.value;
   if (a.type[1] == kStepNext) return b.value;
   const double from = Seconds(a.ticks), span = Seconds(b.ticks - a.ticks), at = seconds - from;
   if (a.type[1] == kLinear && b.type[0] == kLinear) return a.value + (b.value - a.value) * (at / span);

@@ -416,11 +416,11 @@ bool SaveScene(const std::string& file) {
   if (!AskScene(M::kBeforeSaveCheck)) return false;
   {
     const During now(TheState().writing, file);
-    NotifyScene(M::kBeforeSave);
+    NotifyScene(Pretends(Wrong::kCallbackOrder) ? M::kAfterSave : M::kBeforeSave);
     if (!Write(file, WriteScene(false))) return false;
   }
   TheScene().file = file, TheScene().modified = false;
-  NotifyScene(M::kAfterSave);
+  NotifyScene(Pretends(Wrong::kCallbackOrder) ? M::kBeforeSave : M::kAfterSave);
   return true;
 }
 bool ExportScene(const std::string& file, bool selected) {

@@ -6,6 +6,7 @@
 
 #include "Fn.h"
 #include "Notify.h"
+#include "State.h"
 
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -20,7 +21,7 @@ const char* MObject::apiTypeStr() const {
 bool MObjectHandle::isValid() const {
   const auto thing = fThing.lock();
   const auto* node = dynamic_cast<const Node*>(thing.get());
-  return thing && (!node || node->inScene);
+  return thing && (!node || node->inScene || Pretends(Wrong::kHandles));
 }
 unsigned int MObjectHandle::hashCode() const {
   const auto* node = dynamic_cast<const Node*>(fThing.lock().get());

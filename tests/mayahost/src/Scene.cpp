@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "Notify.h"
+#include "State.h"
 
 namespace mayahost {
 namespace {
@@ -224,7 +225,7 @@ bool DeleteNode(const NodePtr& node, bool force) {
 }
 
 std::string Rename(const NodePtr& node, const std::string& text) {
-  std::string name = LegalName(text);
+  std::string name = LegalName(text) + (Pretends(Wrong::kRename) ? "_" : "");
   const std::string& current = TheScene().currentNamespace;
   if (!name.empty() && name[0] == ':')
     name.erase(0, 1);

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "Notify.h"
-#include "Scene.h"
+#include "State.h"
 
 using mayahost::TheScene;
 
@@ -52,7 +52,10 @@ void SetNow(long long ticks) {
 }  // namespace mayahost
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-double MTime::as(Unit unit) const { return unit == fUnit ? fValue : fValue * TicksOfUnit(fUnit) / TicksOfUnit(unit); }
+double MTime::as(Unit unit) const {
+  if (mayahost::Pretends(mayahost::Wrong::kTimeUnit)) return fValue * 1.001 * TicksOfUnit(fUnit) / TicksOfUnit(unit);
+  return unit == fUnit ? fValue : fValue * TicksOfUnit(fUnit) / TicksOfUnit(unit);
+}
 bool MTime::operator==(const MTime& o) const { return mayahost::TicksOf(*this) == mayahost::TicksOf(o); }
 bool MTime::operator<(const MTime& o) const { return mayahost::TicksOf(*this) < mayahost::TicksOf(o); }
 MTime::Unit MTime::uiUnit() { return TheScene().timeUnit; }
