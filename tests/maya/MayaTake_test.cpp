@@ -309,20 +309,28 @@ TEST(MayaTake, KeepsTheUsersOrderAndPivotsAndTurnsOnAcrossWholeTurns) {
     m.setTranslation({0.1 * frame, 1, 2});
     return m;
   };
+  // Under a node that moves, which it does not follow.
+  CoreNode* const free =
+      adaptor.CreateMeshNode({owner, "Free", "Free"}, host.UserNode("Mover"), nullptr, 0);
+  PlugOf(free, "inheritsTransform").setBool(false);
   std::vector<CInterface*> instances = {owner};
   util::ReturnValue<std::vector<CInterface*>> result(instances);
   adaptor.BeginUndoBlock("Take");
   adaptor.BeginRecording(0.0, result);
   for (int frame = 0; frame <= 60; ++frame)
-    static_cast<maya::CMayaNode*>(body)->SetWorldPose(frame / 24.0, pose(frame), true);
+    for (CoreNode* node : {body, free})
+      static_cast<maya::CMayaNode*>(node)->SetWorldPose(frame / 24.0, pose(frame), true);
   adaptor.EndRecording();
   adaptor.EndUndoBlock();
   for (const int frame : {0, 7, 31, 60}) {
-    const Matrix<double> rig = static_cast<maya::CMayaNode*>(body)->GetWorldPose(frame / 24.0);
-    const Matrix<double> shown = adaptor.GetSpace().WorldToRig(host.HostWorld(body, frame / 24.0));
-    for (int i = 0; i < 16; ++i) {
-      EXPECT_NEAR(rig[i], pose(frame)[i], 1e-12);
-      EXPECT_NEAR(shown[i], pose(frame)[i], 1e-9);
+    for (CoreNode* node : {body, free}) {
+      const Matrix<double> rig = static_cast<maya::CMayaNode*>(node)->GetWorldPose(frame / 24.0);
+      const Matrix<double> shown =
+          adaptor.GetSpace().WorldToRig(host.HostWorld(node, frame / 24.0));
+      for (int i = 0; i < 16; ++i) {
+        EXPECT_NEAR(rig[i], pose(frame)[i], 1e-12);
+        EXPECT_NEAR(shown[i], pose(frame)[i], 1e-9);
+      }
     }
   }
   double least = 1e9, most = -1e9;
