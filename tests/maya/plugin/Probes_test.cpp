@@ -20,7 +20,9 @@ TEST(Probes, HoldInTheStandIn) {
 
 TEST(Probes, SeeAHostThatBehavesOtherwise) {
   using mayahost::Wrong;
-  for (const Wrong wrong : {Wrong::kAxis, Wrong::kUndoQueue, Wrong::kMeshPoints}) {
+  for (const Wrong wrong : {Wrong::kAxis, Wrong::kTimeUnit, Wrong::kCurveLinear, Wrong::kUndoQueue,
+                            Wrong::kCallbackOrder, Wrong::kRename, Wrong::kMeshPoints,
+                            Wrong::kHandles, Wrong::kStringArrays}) {
     mayahost::Reset();
     mayahost::Pretend(wrong);
     const auto outcomes = RunProbes();
