@@ -219,6 +219,9 @@ util::Sentence CoreImplementation::WhyLocked() const {
 
 util::Sentence CoreImplementation::WhyNoTake() const {
   if (const util::Sentence locked = WhyLocked()) return locked;
+  if (const std::string refused = whyHostRefuses ? whyHostRefuses() : std::string();
+      !refused.empty())
+    return {"%1", {refused}};
   if (List(false).empty()) return Translatable("There is no rig. Add one from the list of tools.");
   if (List(true).empty()) return Translatable("No rig is checked. Check one in its row.");
   return {};

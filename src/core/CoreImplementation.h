@@ -139,6 +139,8 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   /// Why the user can't edit now, and why no take can begin; empty when that can be.
   util::Sentence WhyLocked() const;
   util::Sentence WhyNoTake() const;
+  /// Why the host can have no take at all; may be empty, as may what it answers.
+  std::function<std::string()> whyHostRefuses;
   bool IsRecording() override { return RecordManager::IsRecording(); }
   bool IsResimulating() override { return RecordManager::IsResimulating(); }
   void SetHotKeys(const std::vector<int>& keys) override;

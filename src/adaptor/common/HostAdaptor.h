@@ -103,9 +103,10 @@ class HostAdaptor : public AdaptorInterface {
   /// Saves a node's pose and keys, or its lens, for the open block before they change.
   void KeepPose(HostNode& node);
   void KeepLens(HostNode& node);
-  void Select(HostNode& node);
-  void BeginGroupSelection();
-  void EndGroupSelection();
+  /// A host whose selection is its own to keep overrides these three.
+  virtual void Select(HostNode& node);
+  virtual void BeginGroupSelection();
+  virtual void EndGroupSelection();
   void Delete(HostNode& node);
   /// Marks, or no longer, the nodes of `owner` that are known as to be rebuilt.
   void MarkRebuild(CInterface* owner, bool rebuild);

@@ -19,11 +19,15 @@ Vector3<double> Carried(const Quat<double>& rotation, const Vector3<double>& sca
 
 }  // namespace
 
-Matrix<double> MatrixOf(const HostChannels& channels, const ChannelFrame& frame) {
+Trs PoseOf(const HostChannels& channels, const ChannelFrame& frame) {
   const Quat<double> rotation =
       frame.rotateAxis * FromEuler(channels.angles, frame.order) * frame.orient;
   const Vector3<double> origin = Carried(rotation, channels.scale, frame);
-  return Compose({channels.translation + origin, rotation, channels.scale});
+  return {channels.translation + origin, rotation, channels.scale};
+}
+
+Matrix<double> MatrixOf(const HostChannels& channels, const ChannelFrame& frame) {
+  return Compose(PoseOf(channels, frame));
 }
 
 HostChannels ChannelsOf(const Trs& pose, const ChannelFrame& frame,

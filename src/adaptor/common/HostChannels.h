@@ -29,7 +29,8 @@ struct ChannelFrame {
   util::Quat<double> orient;          ///< a turn behind the angles, such as a joint's
 };
 
-/// The local matrix that the host shows for these channels.
+/// The pose that the host shows for these channels, and its local matrix.
+Trs PoseOf(const HostChannels& channels, const ChannelFrame& frame);
 util::Matrix<double> MatrixOf(const HostChannels& channels, const ChannelFrame& frame);
 
 /// The channels under which the host shows `pose`, the angles nearest to those of the frame before.

@@ -178,6 +178,9 @@ class HostNode : public core::CoreNode {
   // --- what this class does for it ---
 
   bool IsBuffering() const { return buffering; }
+  bool IsWrittenByRig() const { return m_writtenByRig; }
+  /// What the running take has written so far, in rising time.
+  const std::vector<PoseSample>& GetRecorded() const { return recorded; }
 
   HostAdaptor& m_adaptor;
 

@@ -25,6 +25,14 @@ std::string LegalName(const std::string& name) {
   return legal.empty() || IsDigit(legal.front()) ? "_" + legal : legal;
 }
 
+std::string FreeLegalName(const std::string& wish,
+                          const std::function<bool(const std::string& name)>& isTaken) {
+  const std::string legal = LegalName(wish);
+  std::string name = legal;
+  for (int i = 2; isTaken(name); ++i) name = legal + "_" + std::to_string(i);
+  return name;
+}
+
 std::string LegalNames::Add(const std::string& wish) {
   const std::string legal = LegalName(wish);
   std::string name = legal;

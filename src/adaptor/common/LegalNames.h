@@ -1,6 +1,7 @@
 // Names that hosts and their files take.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -13,6 +14,10 @@ namespace orv::rws::adaptor {
 /// underscore, and one ahead of a digit: "4WheelerExt_01 Body" becomes "_4WheelerExt_01_Body". An
 /// empty name becomes "_".
 std::string LegalName(const std::string& name);
+
+/// The legal form of `wish`, with "_2", "_3", ... behind it where `isTaken`.
+std::string FreeLegalName(const std::string& wish,
+                          const std::function<bool(const std::string& name)>& isTaken);
 
 /// Hands out legal names, none of them twice.
 class LegalNames {

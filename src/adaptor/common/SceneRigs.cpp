@@ -6,6 +6,7 @@
 #include "adaptor/common/HostAdaptor.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
+#include "core/instances/RecordKeys.h"
 #include "core/tools/Tool.h"
 #include "util/xml/Tag.h"
 
@@ -30,15 +31,13 @@ void SceneRigs::Clear() {
   m_core.SetReservedNames({});
 }
 
-void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& rows) {
-  // What opening a file does to the scene is no step of the user's.
-  m_kept.clear();
+void SceneRigs::OpenAll(const std::vector<RigRecord>& records, std::size_t firstPlace) {
   std::vector<std::string> keptNames;
+  for (const KeptRecord& kept : m_kept) keptNames.push_back(kept.record.name);
   for (const RigRecord& record : records) {
     if (record.Damaged()) keptNames.push_back(record.name);
   }
   m_core.SetReservedNames(keptNames);
-  bool anyNameless = false;
   for (std::size_t i = 0; i < records.size(); ++i) {
     std::string problem = records[i].problem;
     util::xml::Tag record("");
@@ -46,19 +45,55 @@ void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& r
       problem = "its record can't be read: " + problem;
     if (problem.empty()) problem = CompareHeads(records[i], record);
     if (problem.empty() && m_core.LoadInstance(record, problem)) continue;
-    m_kept.push_back({i, records[i]});
+    m_kept.push_back({firstPlace + i, records[i]});
     if (!records[i].Damaged()) keptNames.push_back(records[i].name);
-    anyNameless = anyNameless || records[i].name.empty();
     m_warn("the rig " +
            (records[i].name.empty() ? "number " + std::to_string(i + 1) : records[i].name) +
            " can't be opened: " + problem +
            " (its record is kept as it is when the scene is saved)");
   }
   m_core.SetReservedNames(keptNames);
+}
+
+void SceneRigs::Load(const std::vector<RigRecord>& records, const std::string& rows) {
+  m_kept.clear();
+  OpenAll(records, 0);
   LoadRows(rows);
-  m_adaptor.KeepTagsOf(keptNames);
+  Tidy();
+}
+
+void SceneRigs::Add(const std::vector<RigRecord>& records, const std::string& rows) {
+  namespace keys = core::record;
+  util::xml::Tag before("");
+  m_core.WriteRows(before);
+  util::xml::Tag joined(keys::kRows);
+  if (!before.children.empty()) joined = *before.children.front();
+  // Rigs that rows do not name come last, so those that are there are named.
+  for (const core::Instance* instance : m_core.List(false)) {
+    if (!before.children.empty()) break;
+    util::xml::Tag rig(keys::kRig);
+    rig.setAttribute(keys::kName, instance->GetInstanceName());
+    joined.emplaceChild(std::move(rig));
+  }
+  OpenAll(records, m_core.List(false).size() + m_kept.size());
+  util::xml::Tag added("");
+  if (!rows.empty() && added.loadText(rows) == 0) {
+    for (const util::xml::Element* child : added.children) joined.addChild(*child);
+    LoadRows(joined.toText("", ""));
+  } else if (!rows.empty()) {
+    LoadRows(rows);  // tells what is wrong
+  }
+  Tidy();
+}
+
+void SceneRigs::Tidy() {
+  std::vector<std::string> names;
+  for (const KeptRecord& kept : m_kept) names.push_back(kept.record.name);
   // A record that does not even tell its name could own any of the tags.
+  const bool anyNameless = std::find(names.begin(), names.end(), std::string()) != names.end();
+  m_adaptor.KeepTagsOf(std::move(names));
   if (!anyNameless) m_adaptor.GatherNodes();
+  // What opening a file does to the scene is no step of the user's.
   m_adaptor.ClearUndoHistory();
 }
 

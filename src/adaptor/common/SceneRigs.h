@@ -30,6 +30,9 @@ class SceneRigs {
   /// After a scene was opened. `records` in list order; `rows` is the text of the groups and may be
   /// empty.
   void Load(const std::vector<RigRecord>& records, const std::string& rows);
+  /// After another scene's nodes came in beside those that are there: as Load, behind the rigs of
+  /// the scene. Names and tags must not be those of rigs that are there.
+  void Add(const std::vector<RigRecord>& records, const std::string& rows);
   /// False, with `error` told and nothing changed, when a rig can't be stored.
   bool Store(std::vector<RigRecord>& records, std::string& rows, std::string& error);
   /// Forgets what is kept, for an empty scene.
@@ -42,7 +45,9 @@ class SceneRigs {
     RigRecord record;
   };
 
+  void OpenAll(const std::vector<RigRecord>& records, std::size_t firstPlace);
   void LoadRows(const std::string& text);
+  void Tidy();
 
   core::CoreImplementation& m_core;
   HostAdaptor& m_adaptor;

@@ -83,8 +83,10 @@ void UndoManagement::clearHistory() {
   std::vector<UndoUnitPtr> oldDiscarded = std::move(discarded);
   units.clear();
   discarded.clear();
-  position = 0;
-  for (UndoUnitPtr& unit : old) unit.reset();
+  const int inForce = std::exchange(position, 0);
+  for (int i = 0; i < inForce; ++i) old[static_cast<std::size_t>(i)].reset();
+  // What stands undone may hold what the units before it have made.
+  while (static_cast<int>(old.size()) > inForce) old.pop_back();
   for (UndoUnitPtr& unit : oldDiscarded) unit.reset();
   open = false;
   busy = false;

@@ -10,11 +10,11 @@
 #include "app/session/anyhost/Devices.h"
 #include "app/session/document/SceneDocument.h"
 #include "app/studio/HeadlessBrowser.h"
-#include "app/studio/KeyFilter.h"
 #include "app/studio/PreviewFolder.h"
 #include "app/studio/StudioOptions.h"
 #include "app/studio/WindowInput.h"
 #include "app/studio/script/ScriptHost.h"
+#include "core/windows/KeyFilter.h"
 #include "core/windows/Program.h"
 #include "core/windows/Windows.h"
 
@@ -169,7 +169,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;
   WindowInput m_input;
-  KeyFilter m_keys;  ///< behind it, and so ahead of it with every key
+  rws::core::windows::KeyFilter m_keys;  ///< behind it, and so ahead of it with every key
   std::unique_ptr<HelpWindow> m_help;
   int m_working = 0;        ///< levels of Working
   bool m_keepOpen = false;  ///< also without a main window; see ScriptKeepOpen

@@ -1,4 +1,4 @@
-#include "app/studio/KeyFilter.h"
+#include "core/windows/KeyFilter.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -7,9 +7,9 @@
 #include "core/CoreImplementation.h"
 #include "core/HotKeys.h"
 
-namespace orv::app {
+namespace orv::rws::core::windows {
 
-KeyFilter::KeyFilter(rws::core::CoreImplementation& core) : m_core(core) {
+KeyFilter::KeyFilter(CoreImplementation& core, Scope scope) : m_core(core), m_scope(scope) {
   QApplication::instance()->installEventFilter(this);
 }
 
@@ -27,16 +27,15 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
   if (type == QEvent::ShortcutOverride && !key->isAutoRepeat()) m_taken = 0;
   // One press comes as an override and then as a press, to the window and then to its widget.
   if (key->key() == m_taken) return true;
-  const rws::core::KeyModifiers modifiers{bool(key->modifiers() & Qt::ControlModifier),
-                                          bool(key->modifiers() & Qt::ShiftModifier),
-                                          bool(key->modifiers() & Qt::AltModifier)};
-  const int code = rws::core::VirtualKeyOf(key->key(), key->modifiers() & Qt::KeypadModifier);
+  const KeyModifiers modifiers{bool(key->modifiers() & Qt::ControlModifier),
+                               bool(key->modifiers() & Qt::ShiftModifier),
+                               bool(key->modifiers() & Qt::AltModifier)};
+  const int code = VirtualKeyOf(key->key(), key->modifiers() & Qt::KeypadModifier);
+  if (m_scope == Scope::kInTakes && !m_core.IsRecording()) return false;
   // No take begins behind a question that waits.
   if (QApplication::activeModalWidget() && !m_core.IsRecording()) return false;
-  using rws::core::HotKeyTime;
   const HotKeyTime now = m_core.IsRecording() ? HotKeyTime::kInTake : HotKeyTime::kIdle;
-  if (code == 0 || m_core.IsResimulating() || !rws::core::FindHotKey(code, modifiers, now))
-    return false;
+  if (code == 0 || m_core.IsResimulating() || !FindHotKey(code, modifiers, now)) return false;
   m_taken = key->key();
   // Later: the toolkit goes on with the window that the key came to, which a take may close.
   QTimer::singleShot(0, this, [this, code, modifiers] { m_core.HandleKey(code, modifiers); });
@@ -44,4 +43,4 @@ bool KeyFilter::eventFilter(QObject*, QEvent* event) {
   return true;
 }
 
-}  // namespace orv::app
+}  // namespace orv::rws::core::windows

@@ -1,0 +1,166 @@
+// What hangs below a transform: lens, mesh, curve, colour.
+#include <cmath>
+
+#include "adaptor/maya/CMayaNode.h"
+#include "adaptor/maya/Channels.h"
+#include "adaptor/maya/HelperShader.h"
+#include "adaptor/maya/MayaAdaptorInterface.h"
+#include "adaptor/maya/PlugChange.h"
+#include "adaptor/maya/ShapeReading.h"
+#include "util/Angles.h"
+
+#include <maya/MFnDagNode.h>
+
+namespace orv::rws::adaptor::maya {
+
+namespace {
+
+constexpr double kMillimetresAnInch = 25.4;
+constexpr double kCentimetresAMetre = 100.0;
+constexpr Colour kNoColour = {0.5f, 0.5f, 0.5f};
+
+const char* PlugNameOf(LensValue which) {
+  return which == LensValue::kFieldOfView ? "focalLength" : "focusDistance";
+}
+
+/// Half the film's height (mm) at `time`.
+double HalfFilm(const MObject& camera, double time) {
+  return 0.5 * kMillimetresAnInch * ValueAt(FindPlug(camera, "verticalFilmAperture"), time);
+}
+
+}  // namespace
+
+// --- the lens ---
+
+bool CMayaNode::HasLens() const {
+  return FindShape(GetPath(), MFn::kCamera).isValid();
+}
+
+double CMayaNode::ReadLens(LensValue which, double time) const {
+  const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
+  const double value = ValueAt(FindPlug(camera, PlugNameOf(which)), time);
+  if (which == LensValue::kFocusDistance) return value / kCentimetresAMetre;
+  return 2.0 * std::atan(HalfFilm(camera, time) / value) * 180.0 / util::kPi;
+}
+
+double CMayaNode::ToLensPlug(LensValue which, double time, double value) const {
+  if (which == LensValue::kFocusDistance) return value * kCentimetresAMetre;
+  const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
+  return HalfFilm(camera, time) / std::tan(value * util::kPi / 360.0);
+}
+
+void CMayaNode::WriteLens(LensValue which, double time, double value) {
+  if (which == LensValue::kFieldOfView && !(value > 0.0 && value < 180.0)) return;
+  const MPlug plug = FindPlug(FindShape(GetPath(), MFn::kCamera).node(), PlugNameOf(which));
+  const double number = ToLensPlug(which, time, value);
+  const MObject curve = CurveOf(plug);
+  PlugChange* const change = ChangeOf(m_lensChange);
+  if (curve.isNull())
+    PutValue(plug, number);
+  else if (WhyNoKeysOn(plug).empty())
+    PutKey(curve, time, number, change ? change->GetKeys() : nullptr);
+}
+
+void CMayaNode::WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) {
+  const MPlug plug = FindPlug(FindShape(GetPath(), MFn::kCamera).node(), PlugNameOf(which));
+  const std::string problem = WhyNoKeysOn(plug);
+  if (!problem.empty()) {
+    Adaptor().NoteProblem("node " + GetSceneName() + ": its lens could not be keyed, since its " +
+                          PlugNameOf(which) + " " + problem);
+    return;
+  }
+  std::vector<double> times, values;
+  bool varies = !CurveOf(plug).isNull();
+  for (const auto& sample : take.samples) {
+    times.push_back(sample.time);
+    values.push_back(ToLensPlug(which, sample.time, sample.value));
+    varies = varies || std::abs(values.back() - plug.asDouble()) > 1e-9 * std::abs(values.back());
+  }
+  if (!varies) return;
+  PlugChange* const change = ChangeOf(m_lensChange);
+  ReplaceKeys(MakeCurves(&plug, 1, change).front(), from, times, values,
+              change ? change->GetKeys() : nullptr);
+}
+
+Exchange CMayaNode::SaveLens() {
+  const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
+  const MPlug plugs[] = {FindPlug(camera, PlugNameOf(LensValue::kFieldOfView)),
+                         FindPlug(camera, PlugNameOf(LensValue::kFocusDistance))};
+  auto change = std::make_shared<PlugChange>(plugs, 2, m_adaptor.GetUndo().openId());
+  m_lensChange = change;
+  return [this, change] {
+    if (Exists()) change->Exchange();
+  };
+}
+
+// --- curve and mesh ---
+
+std::shared_ptr<const Curve> CMayaNode::SharedCurve() const {
+  const MDagPath shape = FindShape(GetPath(), MFn::kNurbsCurve);
+  if (!shape.isValid()) return nullptr;
+  const int take = Adaptor().GetTakeSerial();
+  if (take != 0 && take == m_curveTake) return m_curve;
+  m_curve = ReadCurve(shape, m_curve);
+  m_curveTake = FindPlug(shape.node(), "create").isDestination() ? 0 : take;
+  return m_curve;
+}
+
+bool CMayaNode::HasMesh() const {
+  const int take = Adaptor().GetTakeSerial();
+  if (take != 0 && take == m_meshTake) return m_mesh != nullptr;
+  const MDagPath path = GetPath();
+  return FindShape(path, MFn::kMesh).isValid() || FindShape(path, MFn::kNurbsSurface).isValid();
+}
+
+std::shared_ptr<const util::CMesh> CMayaNode::SharedMesh() const {
+  const int take = Adaptor().GetTakeSerial();
+  if (take != 0 && take == m_meshTake) return m_mesh;
+  const MDagPath path = GetPath();
+  const MDagPath mesh = FindShape(path, MFn::kMesh);
+  const MDagPath surface = mesh.isValid() ? mesh : FindShape(path, MFn::kNurbsSurface);
+  if (!surface.isValid()) return nullptr;
+  m_mesh = mesh.isValid() ? ReadMesh(mesh, m_mesh) : ReadSurface(surface, m_mesh);
+  const char* const input = mesh.isValid() ? "inMesh" : "create";
+  m_meshTake = FindPlug(surface.node(), input).isDestination() ? 0 : take;
+  return m_mesh;
+}
+
+void CMayaNode::PutMesh(std::shared_ptr<const util::CMesh> mesh) {
+  MDagPath shape = FindShape(GetPath(), MFn::kMesh, true);
+  if (!mesh) {
+    // Out of sight, and no mesh to rigs, while what hangs on the node stays seen.
+    if (shape.isValid()) MFnDagNode(shape).setIntermediateObject(true);
+    m_mesh = nullptr;
+    m_meshTake = 0;
+    return;
+  }
+  if (shape.isValid()) {
+    // A host that takes no mesh without faces shows none then.
+    const bool filled = FillMesh(*mesh, shape);
+    MFnDagNode(shape).setIntermediateObject(!filled && mesh->faces.empty());
+  } else {
+    const MObject made = MakeMesh(*mesh, GetObject());
+    MDagPath::getAPathTo(made, shape);
+    ShadePlainly(shape);
+  }
+  m_mesh = std::move(mesh);
+  m_meshTake = Adaptor().GetTakeSerial();
+}
+
+// --- colour ---
+
+Colour CMayaNode::ReadColour() const {
+  const MDagPath shape = FindShape(GetPath(), MFn::kMesh);
+  const MObject lambert = shape.isValid() ? LambertOf(shape) : MObject();
+  return lambert.isNull() ? kNoColour : ReadLambert(lambert);
+}
+
+void CMayaNode::PutColour(const Colour& colour) {
+  const MDagPath shape = FindShape(GetPath(), MFn::kMesh);
+  if (!shape.isValid()) return;
+  if (!IsOwnShader(LambertOf(shape)))
+    m_adaptor.PushExchange("CCreateShaderObj", MakeOwnShader(shape, GetSceneName()));
+  PutLambert(LambertOf(shape), colour);
+}
+
+}  // namespace orv::rws::adaptor::maya

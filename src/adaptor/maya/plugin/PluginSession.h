@@ -1,0 +1,90 @@
+// The plug-in while it is loaded.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/windows/Program.h"
+#include "util/MessageNode.h"
+
+namespace orv::app {
+class Devices;
+}
+namespace orv::rws::core {
+class CoreImplementation;
+}
+namespace orv::rws::core::windows {
+class KeyFilter;
+class Windows;
+}  // namespace orv::rws::core::windows
+
+namespace orv::rws::adaptor::maya {
+
+class MayaAdaptorInterface;
+class SceneStorage;
+class TakeKeys;
+
+/// Core, adaptor, windows and devices from the plug-in's loading to its unloading, and what they do
+/// about the host's scene. Main thread only.
+class PluginSession : public core::windows::Program, public util::MessageNode {
+ public:
+  /// `withWindows` is false where the host has none.
+  explicit PluginSession(bool withWindows);
+  ~PluginSession() override;
+  PluginSession(const PluginSession&) = delete;
+  PluginSession& operator=(const PluginSession&) = delete;
+
+  /// Null while the plug-in is not loaded.
+  static PluginSession* Get();
+  /// Reads the rigs of the scene that is open, and readies what needs the host's event loop.
+  void Start();
+
+  core::CoreImplementation& GetCore() { return *m_core; }
+  MayaAdaptorInterface& GetAdaptor() { return *m_adaptor; }
+  SceneStorage& GetStorage() { return *m_storage; }
+  bool HasWindows() const { return m_hasWindows; }
+  /// Into the host's script editor and the log.
+  void Tell(const std::string& warning);
+
+  // Of the host's scene, see Callbacks.
+  void BeforeScene();  ///< a new one, or another
+  void AfterNew();
+  void AfterOpen();
+  void BeforeImport();
+  void AfterImport();
+  void AfterReference();
+  void AfterImportReference() { AfterImport(); }
+  void BeforeSave();
+  void AfterSave();
+  void TimeChanged();
+  void PlaybackStarted();
+  /// False while a file is read: the nodes that come are looked at when it has been.
+  bool FollowsNodes() const;
+
+  // Program
+  bool HasCommand(int /*id*/) const override { return false; }
+  void RunCommand(int /*id*/) override {}
+  QWidget* GetHostWindow() override;
+  bool RulesAppearance() const override { return true; }
+  void OnPreferences() override;
+
+  // MessageNode
+  void onMessage(util::Message& message, bool broadcast) override;
+
+ private:
+  void EndWork();
+  void DropScene();
+  void LookAtFailedOpen();
+
+  bool m_hasWindows;
+  bool m_inSceneChange = false;
+  std::unique_ptr<MayaAdaptorInterface> m_adaptor;
+  std::unique_ptr<core::CoreImplementation> m_core;
+  std::unique_ptr<SceneStorage> m_storage;
+  std::unique_ptr<app::Devices> m_devices;
+  std::unique_ptr<core::windows::Windows> m_windows;
+  std::unique_ptr<core::windows::KeyFilter> m_keys;
+  std::unique_ptr<TakeKeys> m_startKey;
+};
+
+}  // namespace orv::rws::adaptor::maya

@@ -1,0 +1,27 @@
+// An angle in a unit of its own; inside, everything is radians.
+#pragma once
+#include <maya/MStatus.h>
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+class MAngle {
+ public:
+  enum Unit { kInvalid, kRadians, kDegrees, kAngMinutes, kAngSeconds, kLast };
+  MAngle() = default;
+  MAngle(double value, Unit unit = kRadians) : fValue(value), fUnit(unit) {}
+  Unit unit() const { return fUnit; }
+  double value() const { return fValue; }
+  double as(Unit unit) const;
+  double asRadians() const { return as(kRadians); }
+  double asDegrees() const { return as(kDegrees); }
+  MStatus setUnit(Unit unit) { return fUnit = unit, MStatus::kSuccess; }
+  MStatus setValue(double value) { return fValue = value, MStatus::kSuccess; }
+  static Unit uiUnit();
+  static MStatus setUIUnit(Unit unit);
+  static Unit internalUnit() { return kRadians; }
+  static double internalToUI(double v) { return MAngle(v).as(uiUnit()); }
+  static double uiToInternal(double v) { return MAngle(v, uiUnit()).asRadians(); }
+
+ private:
+  double fValue = 0;
+  Unit fUnit = kRadians;
+};
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

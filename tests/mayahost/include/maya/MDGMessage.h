@@ -1,0 +1,12 @@
+// What happens to the graph.
+#pragma once
+#include <maya/MCallbackIdArray.h>
+#include <maya/MMessage.h>
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+class MDGMessage : public MMessage {
+ public:
+  static MCallbackId addTimeChangeCallback(MTimeFunction function, void* clientData = NULL, MStatus* status = NULL);
+  static MCallbackId addNodeAddedCallback(MNodeFunction function, const MString& type = "dependNode", void* clientData = NULL, MStatus* status = NULL);
+  static MCallbackId addNodeRemovedCallback(MNodeFunction function, const MString& type = "dependNode", void* clientData = NULL, MStatus* status = NULL);
+};
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,21 @@
+// Plain types and versions.
+#pragma once
+#include <cstddef>
+#include <cstdint>
+
+#define MAYA_API_VERSION 20190000
+#define MAYA_APP_VERSION 2019
+
+typedef unsigned long long MUint64;
+typedef long long MInt64;
+typedef short short2[2];
+typedef short short3[3];
+typedef int int2[2];
+typedef int int3[3];
+typedef long long2[2];
+typedef long long3[3];
+typedef float float2[2];
+typedef float float3[3];
+typedef double double2[2];
+typedef double double3[3];
+typedef double double4[4];

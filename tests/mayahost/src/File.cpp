@@ -1,0 +1,524 @@
+// Scenes as text, and what is done with files.
+#include <maya/MFileIO.h>
+#include <maya/MSceneMessage.h>
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <iomanip>
+#include <sstream>
+
+#include "Command.h"
+#include "Fn.h"
+#include "Notify.h"
+
+namespace mayahost {
+namespace {
+
+std::string Quoted(const std::string& text) {
+  std::string made = "\"";
+  for (const char c : text) made += c == '\n' ? "\\n" : c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+  return made + '"';
+}
+/// Words of a line, as Quoted writes texts.
+std::vector<std::string> Words(const std::string& line) {
+  std::vector<std::string> words;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == ' ') continue;
+    std::string word;
+    if (line[i] == '"') {
+      for (++i; i < line.size() && line[i] != '"'; ++i) word += line[i] != '\\' ? line[i] : line[++i] == 'n' ? '\n' : line[i];
+    } else {
+      for (; i < line.size() && line[i] != ' '; ++i) word += line[i];
+    }
+    words.push_back(word);
+  }
+  return words;
+}
+std::string Text(double value) {
+  char text[40];
+  return {text, std::to_chars(text, text + 40, value).ptr};
+}
+double Number(const std::string& text) { return MString(text.c_str()).asDouble(); }
+template <class List>
+std::string Joined(const List& list) {
+  std::string text;
+  for (const auto& v : list) text += " " + Text(static_cast<double>(v));
+  return text;
+}
+std::string Of(const NodePtr& node) {
+  const auto paths = PathsTo(node);
+  return Quoted(paths.empty() ? node->name : PathName(paths[0], true));
+}
+
+std::string DataText(const Data& data) {
+  if (data.type == MFn::kStringData) return " text " + Quoted(data.text);
+  if (data.type == MFn::kStringArrayData) {
+    std::string text = " texts";
+    for (const std::string& one : data.texts) text += " " + Quoted(one);
+    return text;
+  }
+  if (data.type == MFn::kMatrixData) return " matrix" + Joined(std::vector<double>(&data.matrix.matrix[0][0], &data.matrix.matrix[0][0] + 16));
+  return (data.type == MFn::kIntArrayData ? " ints" : " numbers") + Joined(data.numbers);
+}
+void WriteValues(std::ostream& out, Node& node) {
+  for (const AttrPtr& attr : AllAttrs(node)) {
+    for (auto at = node.values.lower_bound({attr.get(), {}}); at != node.values.end() && at->first.first == attr.get(); ++at) {
+      const PlugRef plug{&node, attr.get(), at->first.second};
+      if (!attr->Is(kStorable) || InputOf(plug) || attr->computed) continue;
+      const bool whole = attr->parent && InputOf({&node, attr->parent, plug.idx});
+      if (whole || (attr->IsData() ? !at->second.data || at->second.data->shape : at->second.number == attr->fallback)) continue;
+      out << "set " << Quoted(PlugName(plug, true)) << (attr->IsData() ? DataText(*at->second.data) : " number " + Text(at->second.number)) << "\n";
+    }
+    for (auto at = node.flags.lower_bound({attr.get(), {}}); at != node.flags.end() && at->first.first == attr.get(); ++at)
+      if (at->second != attr->flags) out << "flags " << Quoted(PlugName({&node, attr.get(), at->first.second}, true)) << " " << at->second << "\n";
+  }
+}
+void WriteShape(std::ostream& out, const Shape& s) {
+  out << "points" << Joined(s.points) << "\ncounts" << Joined(s.counts) << "\nconnects" << Joined(s.connects) << "\n";
+  if (s.cvs.empty()) return;
+  out << "cvs";
+  for (const MPoint& p : s.cvs) out << " " << Text(p.x) << " " << Text(p.y) << " " << Text(p.z);
+  out << "\nknots" << Joined(s.knots) << "\nvknots" << Joined(s.vKnots) << "\nform " << s.degree << " " << s.form << "\n";
+}
+void WriteNode(std::ostream& out, Node& node) {
+  if (!node.raw.empty()) {
+    out << node.raw;
+    return;
+  }
+  const std::string above = node.parents.empty() || node.parents[0] == TheScene().world.get() ? "\"\"" : Of(node.parents[0]->Ptr());
+  out << "node " << node.info->name << " " << Quoted(node.name) << " " << above << (node.isDefault ? " default" : "") << (node.locked ? " locked" : "") << "\n";
+  for (const AttrPtr& attr : node.dynamic) {
+    if (attr->parent) continue;
+    out << "attr " << attr->name << " " << attr->brief << " " << attr->type << " " << attr->subtype << " " << attr->flags << " " << Text(attr->fallback)
+        << "\n";
+  }
+  WriteValues(out, node);
+  if (node.shape && node.IsDag()) WriteShape(out, *node.shape);
+  if (!node.curve) return;
+  out << "curve " << node.curve->pre << " " << node.curve->post << " " << node.curve->weighted << "\n";
+  for (const Key& k : node.curve->keys)
+    out << "key " << k.ticks << " " << Text(k.value) << " " << k.type[0] << " " << k.type[1] << " " << Text(k.x[0]) << " " << Text(k.y[0]) << " "
+        << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << "\n";
+}
+void WriteTies(std::ostream& out, Node& node) {
+  out << node.rawTies;
+  for (std::size_t i = 1; i < node.parents.size(); ++i) out << "instance " << Of(node.Ptr()) << " " << Of(node.parents[i]->Ptr()) << "\n";
+  for (const AttrPtr& attr : AllAttrs(node))
+    for (auto at = node.inputs.lower_bound({attr.get(), {}}); at != node.inputs.end() && at->first.first == attr.get(); ++at)
+      if (at->second.node->inScene)
+        out << "connect " << Of(at->second.node->Ptr()) << " " << Quoted(PlugName(at->second, true)) << " " << Of(node.Ptr()) << " "
+            << Quoted(PlugName({&node, attr.get(), at->first.second}, true)) << "\n";
+  for (const auto& member : node.members) out << "member " << Of(node.Ptr()) << " " << Of(NodeOf(member.node)) << "\n";
+}
+/// Parents stand ahead of what is below them, children in their order.
+void InOrder(const NodePtr& node, const Node* above, std::vector<NodePtr>& order) {
+  if (above && node->parents[0] != above) return;
+  order.push_back(node);
+  for (const NodePtr& child : node->children) InOrder(child, node.get(), order);
+}
+}  // namespace
+
+std::string WriteScene(bool everything, const std::vector<NodePtr>* only) {
+  const Scene& s = TheScene();
+  std::ostringstream out;
+  out << "mayahost 1\nunits " << s.timeUnit << " " << s.lengthUnit << " " << s.angleUnit << "\nup " << (s.yUp ? "y" : "z") << "\nrange " << s.minTime << " "
+      << s.maxTime << " " << s.startTime << " " << s.endTime << " " << s.now << "\n";
+  for (const std::string& space : s.namespaces) out << "namespace " << Quoted(space) << "\n";
+  std::vector<NodePtr> order;
+  for (const NodePtr& top : s.world->children) InOrder(top, s.world.get(), order);
+  for (const auto& [serial, node] : s.nodes)
+    if (!node->IsDag()) order.push_back(node);
+  const auto goes = [&](const NodePtr& node) {
+    if (everything) return true;
+    return !node->reference && !node->doNotWrite &&
+           (!only || std::any_of(only->begin(), only->end(), [&](const NodePtr& o) { return IsBelow(node.get(), o.get()); }));
+  };
+  // The nodes that references bring have to be there when others are hung below them.
+  for (int references = 1; references >= 0; --references)
+    for (const NodePtr& node : order)
+      if (goes(node) && (node->info->name == "reference") == (references == 1)) WriteNode(out, *node);
+  for (const NodePtr& node : order)
+    if (goes(node)) WriteTies(out, *node);
+  if (everything)
+    for (const auto& item : s.selection.items) out << "selected " << Of(NodeOf(item.node)) << "\n";
+  return out.str();
+}
+std::string Dump() { return WriteScene(true); }
+std::string SceneText() { return WriteScene(false); }
+
+namespace {
+
+struct Reader {
+  std::string space;  ///< with its colon
+  std::string clash;  ///< what goes ahead of names that are taken
+  Node* reference = nullptr;
+  bool settings = false;
+  NodePtr node;
+  std::shared_ptr<Shape> shape;
+  std::map<std::string, NodePtr> byName;  ///< as the file calls them
+  std::string unknown;
+
+  NodePtr Find(const std::string& name) const {
+    const auto at = byName.find(name);
+    if (at != byName.end()) return at->second;
+    const auto found = Resolve(name);
+    return found.empty() ? nullptr : NodeOf(found[0].node);
+  }
+  bool MakeOne(const std::vector<std::string>& w, const std::string& line) {
+    if (w.size() < 4) return false;
+    const std::string path = w[3].empty() ? "|" + w[2] : w[3] + "|" + w[2];
+    const bool isDefault = std::find(w.begin() + 4, w.end(), "default") != w.end();
+    const NodeType* type = FindType(w[1]);
+    const auto known = isDefault ? Resolve(w[2]) : std::vector<MSelectionList::Item>();
+    const NodePtr above = w[3].empty() ? nullptr : Find(w[3]);
+    if (!w[3].empty() && !above) return false;
+    if (!known.empty()) {
+      node = NodeOf(known[0].node);
+    } else {
+      node = MakeNode(type ? type : FindType("unknown"), space + w[2]);
+      if (!type) node->raw = line + "\n";
+      const std::string wanted = node->name;
+      const Node* at = above ? above.get() : TheScene().world.get();
+      if (!clash.empty() && UniqueName(wanted, *node, at) != wanted) node->name = clash + "_" + wanted;
+      AddNode(node, above.get());
+      node->reference = reference;
+      node->locked = std::find(w.begin() + 4, w.end(), "locked") != w.end();
+      node->isDefault = isDefault && settings;
+    }
+    shape.reset();
+    byName[node->IsDag() ? path : w[2]] = node;
+    return true;
+  }
+  bool SetOne(const std::vector<std::string>& w) {
+    const PlugRef plug = w.size() > 2 ? RefOf(node, w[1]) : PlugRef{};
+    if (!plug.node) return false;
+    Value value;
+    std::vector<double> numbers;
+    for (std::size_t i = 3; i < w.size(); ++i) numbers.push_back(Number(w[i]));
+    if (w[2] == "number") return plug.node->values[plug.Key()] = {numbers.at(0), nullptr}, true;
+    const auto data = std::make_shared<Data>(w[2] == "text"     ? MFn::kStringData
+                                             : w[2] == "texts"  ? MFn::kStringArrayData
+                                             : w[2] == "matrix" ? MFn::kMatrixData
+                                             : w[2] == "ints"   ? MFn::kIntArrayData
+                                                                : MFn::kDoubleArrayData);
+    if (w[2] == "text" && w.size() > 3) data->text = w[3];
+    if (w[2] == "texts") data->texts.assign(w.begin() + 3, w.end());
+    if (w[2] == "matrix" && numbers.size() == 16) std::copy(numbers.begin(), numbers.end(), &data->matrix.matrix[0][0]);
+    if (w[2] == "ints" || w[2] == "numbers") data->numbers = numbers;
+    node->values[plug.Key()] = {0, data};
+    return true;
+  }
+  bool ShapeLine(const std::vector<std::string>& w) {
+    if (!shape) node->shape = shape = std::make_shared<Shape>();
+    std::vector<double> n;
+    for (std::size_t i = 1; i < w.size(); ++i) n.push_back(Number(w[i]));
+    if (w[0] == "points") shape->points.assign(n.begin(), n.end());
+    if (w[0] == "counts") shape->counts.assign(n.begin(), n.end());
+    if (w[0] == "connects") shape->connects.assign(n.begin(), n.end());
+    if (w[0] == "knots") shape->knots = n;
+    if (w[0] == "vknots") shape->vKnots = n;
+    for (std::size_t i = 0; w[0] == "cvs" && i + 2 < n.size(); i += 3) shape->cvs.emplace_back(n[i], n[i + 1], n[i + 2]);
+    if (w[0] == "form" && n.size() == 2) shape->degree = static_cast<int>(n[0]), shape->form = static_cast<int>(n[1]);
+    return true;
+  }
+  bool TieLine(const std::vector<std::string>& w, const std::string& line) {
+    const NodePtr a = w.size() > 2 ? Find(w[1]) : nullptr, b = w[0] == "connect" ? w.size() > 4 ? Find(w[3]) : nullptr : w.size() > 2 ? Find(w[2]) : nullptr;
+    if (!a || !b) return false;
+    if (w[0] == "instance") return Reparent(a, nullptr, b.get(), true);
+    if (w[0] == "member") {
+      MDagPath path;
+      MDagPath::getAPathTo(Obj(b), path);
+      if (std::none_of(a->members.begin(), a->members.end(), [&](const auto& m) { return m.node == Obj(b); })) a->members.push_back({Obj(b), path, {}});
+      return true;
+    }
+    const NodePtr lost = !a->raw.empty() ? a : !b->raw.empty() ? b : nullptr;
+    if (lost) return lost->rawTies += line + "\n", true;
+    const PlugRef from = RefOf(a, w[2]), to = RefOf(b, w[4]);
+    return from.node && to.node && (InputOf(to) || Connect(from, to));
+  }
+  bool NodeLine(const std::vector<std::string>& w) {
+    if (w[0] == "attr" && w.size() > 6) {
+      const AttrPtr attr = MakeAttr(static_cast<MFn::Type>(std::stoi(w[3])), w[1], w[2], std::stoi(w[4]));
+      attr->flags = static_cast<unsigned>(std::stoul(w[5])), attr->fallback = Number(w[6]);
+      const bool three = attr->type == MFn::kAttribute3Double || attr->type == MFn::kAttribute3Float;
+      for (const char* end = three ? "012" : ""; *end; ++end)
+        AddChildAttr(*attr, MakeAttr(MFn::kNumericAttribute, w[1] + *end, w[2] + *end,
+                                     attr->type == MFn::kAttribute3Float ? MFnNumericData::kFloat : MFnNumericData::kDouble));
+      return FindAttr(*node, w[1]) || AddAttr(node, attr);
+    }
+    if (w[0] == "set") return SetOne(w);
+    if (w[0] == "flags" && w.size() > 2) {
+      const PlugRef plug = RefOf(node, w[1]);
+      return plug.node && (node->flags[plug.Key()] = static_cast<unsigned>(std::stoul(w[2])), true);
+    }
+    if (w[0] == "curve" && w.size() > 3 && node->curve)
+      return node->curve->pre = std::stoi(w[1]), node->curve->post = std::stoi(w[2]), node->curve->weighted = w[3] == "1", true;
+    if (w[0] == "key" && w.size() > 9 && node->curve) {
+      Key k;
+      k.ticks = std::stoll(w[1]), k.value = Number(w[2]), k.type[0] = std::stoi(w[3]), k.type[1] = std::stoi(w[4]);
+      k.x[0] = Number(w[5]), k.y[0] = Number(w[6]), k.x[1] = Number(w[7]), k.y[1] = Number(w[8]), k.tied = w[9] == "1";
+      return node->curve->keys.push_back(k), true;
+    }
+    return ShapeLine(w);
+  }
+  bool TryLine(const std::string& line) {
+    try {
+      return Line(line);
+    } catch (const std::exception&) {
+      return false;
+    }
+  }
+  bool Line(const std::string& line) {
+    const auto w = Words(line);
+    if (w.empty()) return true;
+    Scene& s = TheScene();
+    if (w[0] == "units" && w.size() > 3)
+      return !settings || (s.timeUnit = static_cast<MTime::Unit>(std::stoi(w[1])), s.lengthUnit = static_cast<MDistance::Unit>(std::stoi(w[2])),
+                           s.angleUnit = static_cast<MAngle::Unit>(std::stoi(w[3])), true);
+    if (w[0] == "up" && w.size() > 1) return !settings || (s.yUp = w[1] == "y", true);
+    if (w[0] == "range" && w.size() > 5)
+      return !settings || (s.minTime = std::stoll(w[1]), s.maxTime = std::stoll(w[2]), s.startTime = std::stoll(w[3]), s.endTime = std::stoll(w[4]),
+                           s.now = std::stoll(w[5]), true);
+    if (w[0] == "namespace" && w.size() > 1) return s.namespaces.insert(space + w[1]), true;
+    if (w[0] == "instance" || w[0] == "connect" || w[0] == "member") return TieLine(w, line);
+    if (node && node->info->name == "reference" && w[0] == "node" && !node->reference) LoadReference(NodePtr(node));
+    if (w[0] == "node") return MakeOne(w, line);
+    if (!node) return false;
+    if (!node->raw.empty()) return node->raw += line + "\n", true;
+    return NodeLine(w);
+  }
+};
+struct During {
+  explicit During(bool& flag, const std::string& file) : m_flag(flag) { m_flag = true, TheState().asked = file; }
+  ~During() { m_flag = false; }
+  bool& m_flag;
+};
+bool Load(const std::string& file, std::string& text) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return Say(Spoken::kError, "File not found: " + file), false;
+  text.assign(std::istreambuf_iterator<char>(in), {});
+  return true;
+}
+using M = MSceneMessage;
+}  // namespace
+
+bool ReadScene(const std::string& text, const std::string& space, Node* reference, bool settings) {
+  const Recording none(nullptr);
+  const std::string current = std::exchange(TheScene().currentNamespace, "");
+  Reader reader;
+  reader.reference = reference, reader.settings = settings;
+  if (!space.empty())
+    TheScene().namespaces.insert(space), reader.space = space + ":";
+  else if (!settings)
+    reader.clash = LegalName(
+        std::string(TheState().asked.substr(TheState().asked.rfind('/') + 1)).substr(0, TheState().asked.substr(TheState().asked.rfind('/') + 1).find('.')));
+  NotifyScene(M::kBeforeFileRead);
+  std::istringstream lines(text);
+  std::string line;
+  bool good = static_cast<bool>(std::getline(lines, line)) && line == "mayahost 1";
+  {
+    const During reading(TheState().reading, TheState().asked);
+    for (int number = 2; good && std::getline(lines, line); ++number)
+      if (!reader.TryLine(line)) good = (Say(Spoken::kError, "Line " + std::to_string(number) + " of the file can't be read: " + line), false);
+  }
+  TheScene().currentNamespace = current;
+  if (good) NotifyScene(M::kAfterFileRead);
+  return good;
+}
+
+namespace {
+NodePtr AddDefault(const char* type, const char* name, Node* parent) {
+  const NodePtr node = MakeNode(FindType(type), name);
+  AddNode(node, parent);
+  node->isDefault = true;
+  return node;
+}
+void AddDefaults() {
+  TheScene().time = AddDefault("time", "time1", nullptr);
+  const struct {
+    const char* name;
+    double x, y, z, rx, ry;
+  } kCameras[] = {{"persp", 28, 21, 28, -0.48, 0.785}, {"top", 0, 1000.1, 0, -M_PI / 2, 0}, {"front", 0, 0, 1000.1, 0, 0}, {"side", 1000.1, 0, 0, 0, M_PI / 2}};
+  for (const auto& c : kCameras) {
+    const NodePtr node = AddDefault("transform", c.name, nullptr);
+    AddDefault("camera", (std::string(c.name) + "Shape").c_str(), node.get());
+    PutNumber(*node, "translateX", c.x), PutNumber(*node, "translateY", c.y), PutNumber(*node, "translateZ", c.z);
+    PutNumber(*node, "rotateX", c.rx), PutNumber(*node, "rotateY", c.ry), PutNumber(*node, "visibility", 0);
+  }
+  const NodePtr shader = AddDefault("lambert", "lambert1", nullptr), group = AddDefault("shadingEngine", "initialShadingGroup", nullptr);
+  Connect(RefOf(shader, "outColor"), RefOf(group, "surfaceShader"));
+}
+}  // namespace
+
+void ClearScene() {
+  const Recording none(nullptr);
+  FlushUndo();
+  TheState().redo.clear();
+  Scene& s = TheScene();
+  s.selection.clear();
+  const auto nodes = s.nodes;
+  for (const auto& [serial, node] : nodes) NotifyNode(false, node), node->inScene = false;
+  for (const auto& [serial, node] : nodes)
+    node->parents.clear(), node->children.clear(), node->inputs.clear(), node->outputs.clear(), node->members.clear(), node->reference = nullptr;
+  const auto [time, length, angle, up] = std::tuple(s.timeUnit, s.lengthUnit, s.angleUnit, s.yUp);
+  const NodePtr world = s.world;
+  world->children.clear();
+  const int serial = s.nextSerial, uuid = s.nextUuid;
+  s = Scene();
+  s.world = world, s.timeUnit = time, s.lengthUnit = length, s.angleUnit = angle, s.yUp = up, s.nextSerial = serial, s.nextUuid = uuid;
+  AddDefaults();
+  s.modified = false;
+}
+
+void Reset() {
+  ClearScene();
+  State& state = TheState();
+  const auto commands = state.commands;
+  state = State();
+  state.commands = commands;
+  const NodePtr world = TheScene().world;
+  TheScene().timeUnit = MTime::kFilm, TheScene().lengthUnit = MDistance::kCentimeters, TheScene().angleUnit = MAngle::kDegrees, TheScene().yUp = true;
+  MDGContext::fsNormal.makeCurrent();
+}
+
+bool NewScene() {
+  if (!AskScene(M::kBeforeNewCheck)) return false;
+  const During now(TheState().newing, "");
+  NotifyScene(M::kBeforeNew);
+  ClearScene();
+  NotifyScene(M::kSceneUpdate);
+  NotifyScene(M::kAfterNew);
+  return TheScene().modified = false, true;
+}
+bool OpenScene(const std::string& file) {
+  if (!AskScene(M::kBeforeOpenCheck)) return false;
+  const During now(TheState().opening, file);
+  NotifyScene(M::kBeforeOpen);
+  std::string text;
+  if (!Load(file, text)) return false;
+  ClearScene();
+  TheScene().file = file;
+  if (!ReadScene(text, "", nullptr, true)) return false;
+  NotifyScene(M::kSceneUpdate);
+  NotifyScene(M::kAfterOpen);
+  return TheScene().modified = false, true;
+}
+namespace {
+bool Write(const std::string& file, const std::string& text) {
+  std::ofstream out(file, std::ios::binary);
+  out << text;
+  return out.flush() ? true : (Say(Spoken::kError, "Can't write: " + file), false);
+}
+}  // namespace
+bool SaveScene(const std::string& file) {
+  if (file.empty()) return Say(Spoken::kError, "The scene has no file name."), false;
+  if (!AskScene(M::kBeforeSaveCheck)) return false;
+  {
+    const During now(TheState().writing, file);
+    NotifyScene(Pretends(Wrong::kCallbackOrder) ? M::kAfterSave : M::kBeforeSave);
+    if (!Write(file, WriteScene(false))) return false;
+  }
+  TheScene().file = file, TheScene().modified = false;
+  NotifyScene(Pretends(Wrong::kCallbackOrder) ? M::kBeforeSave : M::kAfterSave);
+  return true;
+}
+bool ExportScene(const std::string& file, bool selected) {
+  const During now(TheState().writing, file);
+  NotifyScene(M::kBeforeExport);
+  std::vector<NodePtr> only;
+  for (const auto& item : TheScene().selection.items) only.push_back(NodeOf(item.node));
+  const bool good = Write(file, WriteScene(false, selected ? &only : nullptr));
+  NotifyScene(M::kAfterExport);
+  return good;
+}
+bool ImportScene(const std::string& file, const std::string& space) {
+  std::string text;
+  const During now(TheState().importing, file);
+  NotifyScene(M::kBeforeImport);
+  const bool good = Load(file, text) && ReadScene(text, space, nullptr, false);
+  NotifyScene(M::kAfterImport);
+  return TheScene().modified = true, good;
+}
+bool LoadReference(const NodePtr& reference) {
+  const Value file = Get(NumberOf(reference, "fileNames"));
+  std::string text;
+  if (!file.data || !Load(file.data->text, text)) return false;
+  const During now(TheState().referencing, file.data->text);
+  NotifyScene(M::kBeforeLoadReference);
+  const std::string name = Short(reference->name);
+  const bool good = ReadScene(text, name.substr(0, name.rfind("RN")), reference.get(), false);
+  NotifyScene(M::kAfterLoadReference);
+  return good;
+}
+NodePtr ReferenceScene(const std::string& file, const std::string& space) {
+  const Recording none(nullptr);
+  const std::string base = file.substr(file.rfind('/') + 1);
+  NotifyScene(M::kBeforeCreateReference);
+  const NodePtr node = MakeNode(FindType("reference"), LegalName(space.empty() ? base.substr(0, base.find('.')) : space) + "RN");
+  AddNode(node, nullptr);
+  const auto data = std::make_shared<Data>(MFn::kStringData);
+  data->text = file;
+  Put(NumberOf(node, "fileNames"), {0, data});
+  const bool good = LoadReference(node);
+  if (!good)
+    DeleteNode(node, true);
+  else
+    NotifyScene(M::kAfterCreateReference), NotifyScene(M::kAfterCreateReferenceAndRecordEdits);
+  return good ? node : nullptr;
+}
+bool RemoveReference(const NodePtr& reference, bool unload) {
+  const Recording none(nullptr);
+  NotifyScene(unload ? M::kBeforeUnloadReference : M::kBeforeRemoveReference);
+  for (const auto& [serial, node] : std::map<int, NodePtr>(TheScene().nodes))
+    if (node->reference == reference.get() && node->inScene) DeleteNode(node, true);
+  if (!unload) DeleteNode(reference, true);
+  NotifyScene(unload ? M::kAfterUnloadReference : M::kAfterRemoveReference);
+  return true;
+}
+}  // namespace mayahost
+
+using namespace mayahost;
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+MString MFileIO::currentFile() { return TheScene().file.empty() ? "untitled" : TheScene().file.c_str(); }
+MStatus MFileIO::newFile(bool force) { return St((force || !TheScene().modified) && NewScene()); }
+MStatus MFileIO::open(const MString& file, const char*, bool force, ReferenceMode, bool) {
+  return St((force || !TheScene().modified) && OpenScene(file.asChar()));
+}
+MStatus MFileIO::save(bool) { return St(SaveScene(TheScene().file)); }
+MStatus MFileIO::saveAs(const MString& file, const char*, bool) { return St(SaveScene(file.asChar())); }
+MStatus MFileIO::import(const MString& file, const char*, bool, const char* space, bool) { return St(ImportScene(file.asChar(), space ? space : "")); }
+MStatus MFileIO::reference(const MString& file, bool, bool, const MString& space) { return St(ReferenceScene(file.asChar(), space.asChar()) != nullptr); }
+namespace {
+template <class F>
+MStatus WithReference(F fits, bool unload) {
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->info->name == "reference" && fits(node)) return St(RemoveReference(NodePtr(node), unload));
+  return MS::kFailure;
+}
+std::string FileOf(const NodePtr& reference) {
+  const Value v = Get(NumberOf(reference, "fileNames"));
+  return v.data ? v.data->text : "";
+}
+}  // namespace
+MStatus MFileIO::removeReference(const MString& file) {
+  return WithReference([&](const NodePtr& n) { return file == FileOf(n).c_str(); }, false);
+}
+MStatus MFileIO::unloadReferenceByNode(const MObject& object) {
+  return WithReference([&](const NodePtr& n) { return n == NodeOf(object); }, true);
+}
+MStatus MFileIO::loadReferenceByNode(const MObject& object) {
+  const NodePtr node = NodeOf(object);
+  return St(node && node->info->name == "reference" && LoadReference(node));
+}
+MStatus MFileIO::exportAll(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), false)); }
+MStatus MFileIO::exportSelected(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), true)); }
+MStatus MFileIO::setCurrentFile(const MString& file) { return TheScene().file = file.asChar(), MS::kSuccess; }
+MString MFileIO::beforeOpenFilename() { return TheState().asked.c_str(); }
+bool MFileIO::isReadingFile() { return TheState().reading; }
+bool MFileIO::isWritingFile() { return TheState().writing; }
+bool MFileIO::isOpeningFile() { return TheState().opening; }
+bool MFileIO::isNewingFile() { return TheState().newing; }
+bool MFileIO::isImportingFile() { return TheState().importing; }
+bool MFileIO::isReferencingFile() { return TheState().referencing; }
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

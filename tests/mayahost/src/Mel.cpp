@@ -1,0 +1,704 @@
+// The command language, as far as plug-ins send it, and undo.
+#include <maya/MAnimControl.h>
+#include <maya/MFnDagNode.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "Command.h"
+#include "Fn.h"
+#include "Modifier.h"
+#include "Notify.h"
+
+namespace mayahost {
+namespace {
+
+using Words = std::vector<std::string>;
+Journal* g_entry = nullptr;  ///< of the line that runs, if it can be undone
+
+struct Args {
+  std::map<std::string, Words> flags;  ///< by short name
+  Words rest;
+  bool bad = false;
+  bool Has(const char* flag) const { return flags.count(flag) > 0; }
+  std::string operator[](const char* flag) const { return Has(flag) && !flags.at(flag).empty() ? flags.at(flag)[0] : ""; }
+};
+/// Flags by a text such as "q/query n/name:1"; what is asked has no values.
+Args Sort(const Words& words, const std::string& known) {
+  Args args;
+  const bool query = std::any_of(words.begin(), words.end(), [](const std::string& w) { return w == "-q" || w == "-query"; });
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (word.size() < 2 || word[0] != '-' || MString(word.c_str()).isDouble()) {
+      args.rest.push_back(word);
+      continue;
+    }
+    const std::string padded = " q/query e/edit " + known + " ", bare = word.substr(1);
+    std::size_t at = padded.find(" " + bare + "/");
+    if (at == std::string::npos && (at = padded.find("/" + bare + " ")) == std::string::npos && (at = padded.find("/" + bare + ":")) == std::string::npos) {
+      Say(Spoken::kError, "Invalid flag '" + word + "'.");
+      args.bad = true;
+      continue;
+    }
+    const std::size_t from = padded.rfind(' ', at + (padded[at] == ' ')) + 1, slash = padded.find('/', from), colon = padded.find(':', slash);
+    const int count = colon < padded.find(' ', slash) ? padded[colon + 1] - '0' : 0;
+    Words& values = args.flags[padded.substr(from, slash - from)];
+    for (int k = 0; k < count && (!query || padded[colon + 2] == '!') && i + 1 < words.size(); ++k) values.push_back(words[++i]);
+  }
+  return args;
+}
+
+std::string Text(double value) {
+  char text[40];
+  return {text, std::to_chars(text, text + 40, value).ptr};
+}
+bool Fail(const std::string& text) { return Say(Spoken::kError, text), false; }
+bool IsOn(const std::string& word) { return word == "1" || word == "on" || word == "true" || word == "yes"; }
+
+/// Nodes by names; or those selected. Says so of one that isn't there.
+bool Find(const Words& names, std::vector<MSelectionList::Item>& found) {
+  if (names.empty()) found = TheScene().selection.items;
+  for (const std::string& name : names) {
+    const auto items = Resolve(name);
+    if (items.empty()) return Fail("No object matches name: " + name);
+    if (items.size() > 1 && name.find('*') == std::string::npos) return Fail("More than one object matches name: " + name);
+    found.insert(found.end(), items.begin(), items.end());
+  }
+  return true;
+}
+PlugRef FindPlug(const std::string& text) {
+  const auto dot = text.find('.');
+  const auto found = dot == std::string::npos ? std::vector<MSelectionList::Item>() : Resolve(text.substr(0, dot));
+  return found.size() == 1 ? RefOf(NodeOf(found[0].node), text.substr(dot + 1)) : PlugRef{};
+}
+double Unit(const PlugRef& plug) {
+  if (plug.attr->type != MFn::kUnitAttribute) return 1;
+  return plug.attr->subtype == 1   ? MAngle(1, MAngle::uiUnit()).asRadians()
+         : plug.attr->subtype == 2 ? MDistance(1, MDistance::uiUnit()).asCentimeters()
+                                   : MTime(1, MTime::uiUnit()).as(MTime::kSeconds);
+}
+std::string NameOf(const MSelectionList::Item& item) { return item.path.nodes.empty() ? NodeOf(item.node)->name : PathName(item.path, false); }
+void Selected(const MSelectionList& list) {
+  Do([list] { TheScene().selection = list, NotifySelection(); }, [before = TheScene().selection] { TheScene().selection = before, NotifySelection(); });
+}
+
+/// A new parent that keeps the place in the world, unless it is to keep the numbers.
+void Move(const MDagPath& path, const NodePtr& to, const MMatrix& above, bool relative) {
+  const NodePtr node = path.nodes.back();
+  const MMatrix world = path.inclusiveMatrix();
+  Node* from = path.nodes.size() > 1 ? path.nodes[path.nodes.size() - 2].get() : TheScene().world.get();
+  if (!Reparent(node, from, to.get()) || relative || !node->info->IsA("transform")) return;
+  const MMatrix local = world * above.inverse();
+  MTransformationMatrix t;
+  const auto order = static_cast<MEulerRotation::RotationOrder>(std::lround(GetNumber(*node, "rotateOrder")));
+  t.rotateTo(MEulerRotation(0, 0, 0, order));
+  t = local;
+  double scale[3], shear[3];
+  t.getScale(scale, MSpace::kTransform), t.getShear(shear, MSpace::kTransform);
+  const MEulerRotation now(GetNumber(*node, "rotateX"), GetNumber(*node, "rotateY"), GetNumber(*node, "rotateZ"), order);
+  const MMatrix axis = MEulerRotation(GetNumber(*node, "rotateAxisX"), GetNumber(*node, "rotateAxisY"), GetNumber(*node, "rotateAxisZ")).asMatrix();
+  const MEulerRotation turn = MEulerRotation::decompose(axis.inverse() * t.asRotateMatrix(), order).closestSolution(now);
+  const auto put = [&](const char* name, const double* v) {
+    const PlugRef plug = NumberOf(node, name);
+    for (std::size_t i = 0; i < 3; ++i)
+      if (std::fabs(Get(ChildOf(plug, i)).number - v[i]) > 1e-12) Put(ChildOf(plug, i), {v[i], nullptr});
+  };
+  const double angles[3] = {turn.x, turn.y, turn.z};
+  put("scale", scale), put("shear", shear), put("rotate", angles);
+  const MMatrix now2 = LocalMatrix(*node);
+  const PlugRef move = NumberOf(node, "translate");
+  double place[3];
+  for (unsigned i = 0; i < 3; ++i) place[i] = Get(ChildOf(move, i)).number + local(3, i) - now2(3, i);
+  put("translate", place);
+}
+
+bool Parent(const Words& words, Words& result) {
+  const Args args = Sort(words, "w/world r/relative s/shape add/addObject nc/noConnections");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || !Find(args.rest, items)) return false;
+  if (items.size() < (args.Has("w") ? 1u : 2u)) return Fail("Not enough objects to parent.");
+  MDagPath above;
+  if (!args.Has("w")) above = items.back().path, items.pop_back();
+  const NodePtr to = args.Has("w") ? TheScene().world : above.nodes.empty() ? nullptr : above.nodes.back();
+  for (const auto& item : items) {
+    if (!to || item.path.nodes.empty() || IsBelow(to.get(), item.path.nodes.back().get())) return Fail("Cannot parent an object to itself or below it.");
+    const NodePtr node = item.path.nodes.back();
+    const bool there = std::find(node->parents.begin(), node->parents.end(), to.get()) != node->parents.end();
+    if (node->reference && !node->parents.empty() && node->parents[0]->reference) return Fail("A referenced node's parent can't be changed.");
+    if (node->locked) return Fail("Node is locked.");
+    if (args.Has("add") && !there)
+      Reparent(node, nullptr, to.get(), true);
+    else if (!there)
+      Move(item.path, to, above.inclusiveMatrix(), args.Has("r"));
+    result.push_back(NodeName(node));
+  }
+  return true;
+}
+
+bool Delete(const Words& words, Words&) {
+  const Args args = Sort(words, "ch/constructionHistory all/all");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || !Find(args.rest, items)) return false;
+  if (args.Has("ch")) return true;
+  for (const auto& item : items)
+    if (const NodePtr node = NodeOf(item.node); node->inScene && !DeleteNode(node))
+      return Fail("Cannot delete locked, default or referenced node: " + node->name);
+  return true;
+}
+
+bool RenameNode(const Words& words, Words& result) {
+  const Args args = Sort(words, "is/ignoreShape uuid/uuid");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || args.rest.empty() || !Find(args.rest.size() > 1 ? Words{args.rest[0]} : Words(), items) || items.empty())
+    return Fail("rename: what, and to what?");
+  const NodePtr node = NodeOf(items[0].node);
+  const std::string before = Short(node->name), made = Rename(node, args.rest.back());
+  if (made.empty()) return Fail("New name is not legal or the node is locked or read-only.");
+  for (const NodePtr& child : node->children)
+    if (child->info->IsA("shape") && Short(child->name) == before + "Shape" && !args.Has("is")) Rename(child, made + "Shape");
+  result = {made};
+  return true;
+}
+
+bool SetAttr(const Words& words, Words&) {
+  const Args args = Sort(words, "type/type:1 l/lock:1 k/keyable:1 cb/channelBox:1");
+  PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
+  if (args.bad || !plug.node) return Fail("setAttr: No object matches name: " + (args.rest.empty() ? "" : args.rest[0]));
+  if (args.Has("l")) SetPlugFlag(plug, kLockedPlug, IsOn(args["l"]));
+  if (args.Has("k")) SetPlugFlag(plug, kKeyable, IsOn(args["k"]));
+  if (args.Has("cb")) SetPlugFlag(plug, kChannelBox, IsOn(args["cb"]));
+  for (std::size_t i = 1; i < args.rest.size(); ++i) {
+    const PlugRef one = plug.attr->children.size() >= i ? ChildOf(plug, i - 1) : plug;
+    Value value;
+    if (one.attr->type == MFn::kTypedAttribute)
+      value.data = std::make_shared<Data>(MFn::kStringData), value.data->text = args.rest[i];
+    else
+      value.number = (IsOn(args.rest[i]) ? 1 : MString(args.rest[i].c_str()).asDouble()) * Unit(one);
+    if (!Put(one, value)) return Fail("setAttr: The attribute '" + PlugName(one, true) + "' is locked or connected and cannot be modified.");
+  }
+  return true;
+}
+bool GetAttr(const Words& words, Words& result) {
+  const Args args = Sort(words, "l/lock k/keyable type/type t/time:1 s/size");
+  const PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
+  if (args.bad || !plug.node) return Fail("getAttr: No object matches name: " + (args.rest.empty() ? "" : args.rest[0]));
+  if (args.Has("l") || args.Has("k")) return result = {IsLocked(plug) && args.Has("l") ? "1" : args.Has("k") && PlugFlags(plug) & kKeyable ? "1" : "0"}, true;
+  const MDGContext before = args.Has("t") ? MDGContext(MTime(MString(args["t"].c_str()).asDouble(), MTime::uiUnit())).makeCurrent() : MDGContext::current();
+  for (std::size_t i = 0; i < std::max<std::size_t>(1, plug.attr->children.size()); ++i) {
+    const PlugRef one = plug.attr->children.empty() ? plug : ChildOf(plug, i);
+    const Value value = Get(one);
+    if (one.attr->type == MFn::kTypedAttribute)
+      result.push_back(value.data ? value.data->text : "");
+    else if (!one.attr->IsData())
+      result.push_back(Text(value.number / Unit(one)));
+    for (int k = 0; k < 16 && one.attr->type == MFn::kMatrixAttribute; ++k) result.push_back(Text(value.data->matrix(unsigned(k) / 4, unsigned(k) % 4)));
+  }
+  before.makeCurrent();
+  return true;
+}
+bool Wire(const Words& words, Words&) {
+  const Args args = Sort(words, "f/force na/nextAvailable");
+  const PlugRef from = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[0]), to = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[1]);
+  if (!from.node || !to.node) return Fail(words[0] + ": an attribute was not found.");
+  if (const PlugRef* in = InputOf(to); in && args.Has("f")) Disconnect(PlugRef(*in), to);
+  return (words[0] == "connectAttr" ? Connect(from, to) : Disconnect(from, to)) || Fail(words[0] + ": could not be done.");
+}
+
+bool Create(const Words& words, Words& result) {
+  const Args args = Sort(words, "n/name:1 p/parent:1 s/shared ss/skipSelect");
+  const NodeType* type = args.rest.empty() ? nullptr : FindType(args.rest[0]);
+  const auto above = args.Has("p") ? Resolve(args["p"]) : std::vector<MSelectionList::Item>();
+  if (!type || (args.Has("p") && above.size() != 1)) return Fail("createNode: no such type or parent.");
+  const MObject parent = above.empty() ? MObject() : above[0].node;
+  NodePtr node;
+  if (type->IsA("dagNode"))
+    node = CreateDag(type, args["n"], parent);
+  else
+    AddNode(node = MakeNode(type, LegalName(args["n"])), nullptr);
+  result = {NodeName(node)};
+  return true;
+}
+bool Duplicated(const Words& words, Words& result) {
+  const Args args = Sort(words, "n/name:1 un/upstreamNodes st/smartTransform ic/inputConnections rr/returnRootsOnly po/parentOnly ilf/instanceLeaf");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || !Find(args.rest, items)) return false;
+  for (const auto& item : items) {
+    const NodePtr copy = NodeOf(MFnDagNode(item.node).duplicate(words[0] == "instance"));
+    if (!copy) return Fail("Cannot duplicate.");
+    if (args.Has("n")) Rename(copy, args["n"]);
+    result.push_back(NodeName(copy));
+  }
+  return true;
+}
+bool Triangulate(const Words& words, Words& result) {
+  const Args args = Sort(words, "ch/constructionHistory:1");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || !Find(args.rest, items)) return false;
+  for (auto item : items) {
+    if (!item.path.hasFn(MFn::kMesh)) return Fail("polyTriangulate needs a mesh.");
+    item.path.extendToShape();
+    const NodePtr node = item.path.nodes.back();
+    const ShapePtr old = ShapeOf(*node);
+    const auto made = std::make_shared<Shape>(*old);
+    made->counts.clear(), made->connects.clear();
+    int at = 0;
+    for (const int count : old->counts) {
+      for (int i = 2; i < count; ++i) {
+        made->counts.push_back(3);
+        for (const int k : {0, i - 1, i}) made->connects.push_back(old->connects[static_cast<std::size_t>(at + k)]);
+      }
+      at += count;
+    }
+    Do([node, made] { node->shape = made; }, [node, old] { node->shape = old; });
+    result.push_back(NodeName(node));
+  }
+  return true;
+}
+bool Select(const Words& words, Words&) {
+  const Args args = Sort(words, "r/replace add/add d/deselect tgl/toggle cl/clear ne/noExpand");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || (!args.Has("cl") && !Find(args.rest, items))) return false;
+  MSelectionList list, more;
+  if (args.Has("add") || args.Has("d") || args.Has("tgl")) list = TheScene().selection;
+  more.items = items;
+  list.merge(more, args.Has("d") ? MSelectionList::kRemoveFromList : args.Has("tgl") ? MSelectionList::kXORWithList : MSelectionList::kMergeNormal);
+  return Selected(list), true;
+}
+bool List(const Words& words, Words& result) {
+  const Args args = Sort(words, "sl/selection type/type:1 l/long dag/dag s/shapes tr/transforms");
+  std::vector<MSelectionList::Item> items;
+  if (args.Has("sl"))
+    items = TheScene().selection.items;
+  else if (args.rest.empty())
+    items = Resolve("*");
+  for (const std::string& name : args.rest)
+    for (const auto& item : Resolve(name)) items.push_back(item);
+  for (const auto& item : items)
+    if (!args.Has("type") || NodeOf(item.node)->info->IsA(args["type"]))
+      result.push_back(args.Has("l") && !item.path.nodes.empty() ? PathName(item.path, true) : NameOf(item));
+  return true;
+}
+bool Sets(const Words& words, Words&) {
+  const Args args = Sort(words, "fe/forceElement:1! add/addElement:1! rm/remove:1! r/renderable n/name:1 nss/noSurfaceShader em/empty");
+  std::vector<MSelectionList::Item> items;
+  const std::string name = args.Has("fe") ? args["fe"] : args.Has("add") ? args["add"] : args["rm"];
+  const auto sets = Resolve(name);
+  if (args.bad || !Find(args.rest, items) || sets.size() != 1) return Fail("sets: no such set.");
+  for (const auto& [serial, other] : std::map<int, NodePtr>(TheScene().nodes)) {
+    const NodePtr set = other;
+    const bool own = Obj(set) == sets[0].node, shading = set->info->IsA("shadingEngine") && NodeOf(sets[0].node)->info->IsA("shadingEngine");
+    if (!own && !shading) continue;
+    auto members = set->members;
+    for (const auto& item : items)
+      members.erase(std::remove_if(members.begin(), members.end(), [&](const auto& m) { return m.node == item.node; }), members.end());
+    if (own && !args.Has("rm")) members.insert(members.end(), items.begin(), items.end());
+    if (members.size() != set->members.size() || own) Do([set, members] { set->members = members; }, [set, before = set->members] { set->members = before; });
+  }
+  return true;
+}
+bool FilterCurve(const Words& words, Words& result) {
+  const Args args = Sort(words, "f/filter:1 s/startTime:1 e/endTime:1");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || !Find(args.rest, items)) return false;
+  // Turns that jump by whole rounds are unrolled, which is what the filter does without other flags.
+  for (const auto& item : items) {
+    const NodePtr node = NodeOf(item.node);
+    if (!node->curve) return Fail("filterCurve needs animation curves.");
+    Curve after = *node->curve;
+    for (std::size_t i = 1; i < after.keys.size() && node->info->name == "animCurveTA"; ++i)
+      after.keys[i].value -= 2 * M_PI * std::round((after.keys[i].value - after.keys[i - 1].value) / (2 * M_PI));
+    SetTangents(after, 0, after.keys.size());
+    Do([node, after] { *node->curve = after; }, [node, before = *node->curve] { *node->curve = before; });
+  }
+  result = {std::to_string(items.size())};
+  return true;
+}
+
+bool HotKeys(const Words& words, Words& result) {
+  const Args args =
+      Sort(words, "k/keyShortcut:1! n/name:1 rn/releaseName:1 ctl/ctrlModifier alt/altModifier sht/shiftModifier cmd/commandModifier ctx/ctxClient:1");
+  auto& keys = TheState().hotKeys[TheState().hotKeySet];
+  const std::string key = (args.Has("k") ? args["k"] : args.rest.empty() ? "" : args.rest[0]);
+  if (args.bad || key.empty()) return Fail("hotkey: no key.");
+  // A dash by itself would be read as a flag.
+  const std::string full =
+      std::string(args.Has("ctl") ? "ctl+" : "") + (args.Has("alt") ? "alt+" : "") + (args.Has("sht") ? "sht+" : "") + (key == "Dash" ? "-" : key);
+  const auto at = keys.find(full);
+  if (args.Has("q")) return result = {at == keys.end() || Pretends(Wrong::kHotKeys) ? "" : args.Has("rn") ? at->second.release : at->second.name}, true;
+  if (TheState().hotKeySet == "Maya_Default") return Fail("The default hotkey set is read-only.");
+  if (args.Has("n")) keys[full].name = args["n"];
+  if (args.Has("rn")) keys[full].release = args["rn"];
+  return true;
+}
+bool HotKeySet(const Words& words, Words& result) {
+  const Args args = Sort(words, "cu/current ex/exists hka/hotkeySetArray src/source:1 del/delete");
+  State& state = TheState();
+  if (args.Has("q") && args.Has("cu")) return result = {state.hotKeySet}, true;
+  if (args.Has("q") && args.Has("hka")) {
+    for (const auto& [name, keys] : state.hotKeys) result.push_back(name);
+    return true;
+  }
+  const std::string name = args.rest.empty() ? "" : args.rest[0];
+  if (args.Has("ex") || args.Has("q")) return result = {state.hotKeys.count(name) ? "1" : "0"}, true;
+  if (!args.Has("e")) state.hotKeys[name] = state.hotKeys[args.Has("src") ? args["src"] : state.hotKeySet];
+  if (args.Has("cu") && state.hotKeys.count(name)) state.hotKeySet = name;
+  return true;
+}
+bool NameCommand(const Words& words, Words& result) {
+  const Args args = Sort(words, "ann/annotation:1 c/command:1 d/default:1 stp/sourceType:1");
+  if (args.bad || args.rest.empty()) return Fail("nameCommand: no name.");
+  return TheState().nameCommands[args.rest[0]] = args["c"], result = {args.rest[0]}, true;
+}
+bool Confirm(const Words& words, Words& result) {
+  const Args args = Sort(words, "t/title:1 m/message:1 b/button:1 db/defaultButton:1 cb/cancelButton:1 ds/dismissString:1 icn/icon:1 p/parent:1");
+  if (args.bad) return false;
+  if (TheState().batch) return Fail("confirmDialog: not in batch mode.");
+  Say(Spoken::kBox, args["t"] + "|" + args["m"]);
+  return result = {args.Has("db") ? args["db"] : args["b"]}, true;
+}
+
+const std::map<std::string, MTime::Unit> kTimeUnits = {
+    {"hour", MTime::kHours},        {"min", MTime::kMinutes},         {"sec", MTime::kSeconds},       {"millisec", MTime::kMilliseconds},
+    {"game", MTime::kGames},        {"film", MTime::kFilm},           {"pal", MTime::kPALFrame},      {"ntsc", MTime::kNTSCFrame},
+    {"show", MTime::kShowScan},     {"palf", MTime::kPALField},       {"ntscf", MTime::kNTSCField},   {"23.976fps", MTime::k23_976FPS},
+    {"29.97fps", MTime::k29_97FPS}, {"47.952fps", MTime::k47_952FPS}, {"59.94fps", MTime::k59_94FPS}, {"120fps", MTime::k120FPS},
+    {"100fps", MTime::k100FPS},     {"12fps", MTime::k12FPS}};
+const char* const kLengths[] = {"", "in", "ft", "yd", "mi", "mm", "cm", "km", "m"};
+bool CurrentUnit(const Words& words, Words& result) {
+  const Args args = Sort(words, "l/linear:1 a/angle:1 t/time:1 ua/updateAnimation:1");
+  if (args.bad) return false;
+  if (args.Has("q")) {
+    for (const auto& [name, unit] : kTimeUnits)
+      if (args.Has("t") && unit == MTime::uiUnit()) result = {name};
+    if (args.Has("l")) result = {kLengths[MDistance::uiUnit()]};
+    if (args.Has("a")) result = {MAngle::uiUnit() == MAngle::kRadians ? "rad" : "deg"};
+    return true;
+  }
+  const auto length = std::find(std::begin(kLengths) + 1, std::end(kLengths), args["l"]);
+  if ((args.Has("t") && !kTimeUnits.count(args["t"])) || (args.Has("l") && length == std::end(kLengths))) return Fail("currentUnit: no such unit.");
+  if (args.Has("t")) MTime::setUIUnit(kTimeUnits.at(args["t"]));
+  if (args.Has("l")) MDistance::setUIUnit(static_cast<MDistance::Unit>(length - kLengths));
+  if (args.Has("a")) MAngle::setUIUnit(args["a"] == "rad" ? MAngle::kRadians : MAngle::kDegrees);
+  return true;
+}
+bool Playback(const Words& words, Words& result) {
+  const Args args = Sort(words, "min/minTime:1 max/maxTime:1 ast/animationStartTime:1 aet/animationEndTime:1 ps/playbackSpeed:1 l/loop:1");
+  const auto number = [&](const char* f) { return MTime(MString(args[f].c_str()).asDouble(), MTime::uiUnit()); };
+  if (args.bad) return false;
+  if (args.Has("q")) {
+    const MTime t = args.Has("min")   ? MAnimControl::minTime()
+                    : args.Has("max") ? MAnimControl::maxTime()
+                    : args.Has("ast") ? MAnimControl::animationStartTime()
+                                      : MAnimControl::animationEndTime();
+    return result = {Text(t.value())}, true;
+  }
+  if (args.Has("min")) MAnimControl::setMinTime(number("min"));
+  if (args.Has("max")) MAnimControl::setMaxTime(number("max"));
+  if (args.Has("ast")) MAnimControl::setAnimationStartTime(number("ast"));
+  if (args.Has("aet")) MAnimControl::setAnimationEndTime(number("aet"));
+  return true;
+}
+bool CurrentTime(const Words& words, Words& result) {
+  const Args args = Sort(words, "u/update:1");
+  if (args.Has("q") || args.rest.empty()) return result = {Text(TimeOf(TheScene().now).value())}, true;
+  const long long to = TicksOf(MTime(MString(args.rest[0].c_str()).asDouble(), MTime::uiUnit()));
+  Do([to] { SetNow(to); }, [before = TheScene().now] { SetNow(before); });
+  return true;
+}
+bool UpAxis(const Words& words, Words& result) {
+  const Args args = Sort(words, "ax/axis:1 rv/rotateView");
+  if (args.Has("q")) return result = {TheScene().yUp ? "y" : "z"}, true;
+  return TheScene().yUp = args["ax"] != "z", !args.bad;
+}
+bool UndoInfo(const Words& words, Words& result) {
+  const Args args = Sort(words,
+                         "st/state:1 swf/stateWithoutFlush:1 l/length:1 infinity/infinity:1 uqe/undoQueueEmpty rqe/redoQueueEmpty un/undoName rn/redoName "
+                         "ock/openChunk cck/closeChunk cn/chunkName:1 pq/printQueue");
+  State& s = TheState();
+  if (args.bad) return false;
+  const bool wrong = Pretends(Wrong::kUndoQueue);
+  if (args.Has("q")) {
+    if (args.Has("uqe"))
+      result = {s.undo.empty() != wrong ? "1" : "0"};
+    else if (args.Has("rqe"))
+      result = {s.redo.empty() ? "1" : "0"};
+    else if (args.Has("un"))
+      result = {s.undo.empty() ? "" : s.undo.back().name};
+    else if (args.Has("rn"))
+      result = {s.redo.empty() ? "" : s.redo.back().name};
+    else if (args.Has("st") || args.Has("swf"))
+      result = {s.undoOn ? "1" : "0"};
+    else
+      result = {args.Has("l") ? std::to_string(s.undoLength) : s.undoInfinite ? "1" : "0"};
+    return true;
+  }
+  if (args.Has("st") && !(s.undoOn = IsOn(args["st"]))) FlushUndo();
+  if (args.Has("swf")) s.undoOn = IsOn(args["swf"]);
+  if (args.Has("infinity")) s.undoInfinite = IsOn(args["infinity"]);
+  if (args.Has("l")) s.undoLength = MString(args["l"].c_str()).asInt();
+  while (!s.undoInfinite && s.undo.size() > static_cast<std::size_t>(s.undoLength)) s.undo.pop_front();
+  return true;
+}
+bool File(const Words& words, Words& result) {
+  const Args args = Sort(words,
+                         "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
+                         "sn/sceneName ns/namespace:1 type/type:1 pr/preserveReferences lr/loadReference ur/unloadReference");
+  const std::string name = args.rest.empty() ? "" : args.rest[0];
+  if (args.bad) return false;
+  if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
+  if (args.Has("new")) return (args.Has("f") || !TheScene().modified || Fail("Unsaved changes.")) && NewScene();
+  if (args.Has("o")) return (args.Has("f") || !TheScene().modified || Fail("Unsaved changes.")) && OpenScene(name);
+  if (args.Has("rn")) TheScene().file = args["rn"];
+  if (args.Has("mf")) TheScene().modified = IsOn(args["mf"]);
+  if (args.Has("s")) return SaveScene(TheScene().file);
+  if (args.Has("i")) return ImportScene(name, args["ns"]);
+  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"));
+  if (args.Has("rr") || args.Has("ur") || args.Has("lr")) {
+    for (const auto& item : Resolve("*"))
+      if (const NodePtr node = NodeOf(item.node);
+          node->info->name == "reference" && Get(NumberOf(node, "fileNames")).data && Get(NumberOf(node, "fileNames")).data->text == name)
+        return args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
+    return Fail("No such reference: " + name);
+  }
+  if (args.Has("r")) return ReferenceScene(name, args["ns"]) != nullptr;
+  return true;
+}
+bool Namespace(const Words& words, Words& result) {
+  const Args args = Sort(words, "add/add:1 ex/exists:1! rm/removeNamespace:1 set/setNamespace:1 mnr/mergeNamespaceWithRoot dnc/deleteNamespaceContent");
+  if (args.Has("ex")) return result = {TheScene().namespaces.count(args["ex"]) ? "1" : "0"}, true;
+  if (args.Has("add")) TheScene().namespaces.insert(args["add"]);
+  if (args.Has("set")) TheScene().currentNamespace = args["set"] == ":" ? "" : args["set"];
+  const std::string gone = args["rm"];
+  for (const auto& [serial, node] : std::map<int, NodePtr>(TheScene().nodes)) {
+    if (!args.Has("rm") || NamespaceOf(node->name) != gone) continue;
+    if (args.Has("dnc"))
+      DeleteNode(node);
+    else if (args.Has("mnr"))
+      Rename(node, ":" + Short(node->name));
+    else
+      return Fail("Namespace is not empty.");
+  }
+  return TheScene().namespaces.erase(gone), !args.bad;
+}
+bool LockNode(const Words& words, Words& result) {
+  const Args args = Sort(words, "l/lock:1");
+  std::vector<MSelectionList::Item> items;
+  if (args.bad || !Find(args.rest, items)) return false;
+  for (const auto& item : items) {
+    if (args.Has("q"))
+      result.push_back(NodeOf(item.node)->locked ? "1" : "0");
+    else
+      MFnDependencyNode(item.node).setLocked(!args.Has("l") || IsOn(args["l"]));
+  }
+  return true;
+}
+bool Evaluator(const Words& words, Words& result) {
+  const Args args = Sort(words, "n/name:1! en/enable:1");
+  bool& on = TheState().evaluators[args["n"]];
+  if (args.Has("q")) return result = {on ? "1" : "0"}, true;
+  return on = IsOn(args["en"]), !args.bad;
+}
+bool AutoKey(const Words& words, Words& result) {
+  const Args args = Sort(words, "st/state:1");
+  if (args.Has("q")) return result = {MAnimControl::autoKeyMode() ? "1" : "0"}, true;
+  return MAnimControl::setAutoKeyMode(IsOn(args["st"])), !args.bad;
+}
+bool About(const Words& words, Words& result) {
+  const Args args = Sort(words, "v/version api/apiVersion b/batch p/product");
+  return result = {args.Has("api") ? std::to_string(MAYA_API_VERSION) : args.Has("b") ? TheState().batch ? "1" : "0" : "2019"}, !args.bad;
+}
+bool OptionVar(const Words& words, Words& result) {
+  const Args args = Sort(words, "iv/intValue:2 sv/stringValue:2 ex/exists:1! rm/remove:1");
+  auto& options = TheState().options;
+  if (args.Has("ex")) return result = {options.count(args["ex"]) ? "1" : "0"}, true;
+  if (args.Has("rm")) options.erase(args["rm"]);
+  for (const char* flag : {"iv", "sv"})
+    if (args.Has(flag) && args.flags.at(flag).size() == 2) options[args.flags.at(flag)[0]] = args.flags.at(flag)[1];
+  return !args.bad;
+}
+bool Exists(const Words& words, Words& result) {
+  const std::string name = words.size() > 1 ? words[1] : "";
+  const bool there = name.find('.') == std::string::npos ? !Resolve(name).empty() : FindPlug(name).node != nullptr;
+  return result = {there ? "1" : "0"}, true;
+}
+bool TypeName(const Words& words, Words& result) {
+  const auto found = words.size() > 1 ? Resolve(words[1]) : std::vector<MSelectionList::Item>();
+  return !found.empty() ? (result = {NodeOf(found[0].node)->info->name}, true) : Fail("No such node.");
+}
+
+using Builtin = bool (*)(const Words&, Words&);
+const std::map<std::string, Builtin> kBuiltins = {
+    {"parent", Parent},
+    {"delete", Delete},
+    {"rename", RenameNode},
+    {"setAttr", SetAttr},
+    {"getAttr", GetAttr},
+    {"connectAttr", Wire},
+    {"disconnectAttr", Wire},
+    {"createNode", Create},
+    {"duplicate", Duplicated},
+    {"instance", Duplicated},
+    {"polyTriangulate", Triangulate},
+    {"select", Select},
+    {"ls", List},
+    {"sets", Sets},
+    {"filterCurve", FilterCurve},
+    {"hotkey", HotKeys},
+    {"hotkeySet", HotKeySet},
+    {"nameCommand", NameCommand},
+    {"confirmDialog", Confirm},
+    {"currentUnit", CurrentUnit},
+    {"playbackOptions", Playback},
+    {"currentTime", CurrentTime},
+    {"upAxis", UpAxis},
+    {"undoInfo", UndoInfo},
+    {"file", File},
+    {"namespace", Namespace},
+    {"lockNode", LockNode},
+    {"evaluator", Evaluator},
+    {"autoKeyframe", AutoKey},
+    {"about", About},
+    {"optionVar", OptionVar},
+    {"objExists", Exists},
+    {"nodeType", TypeName},
+    {"undo", [](const Words&, Words&) { return StepBack() || (Say(Spoken::kWarning, "There are no more commands to undo."), true); }},
+    {"redo", [](const Words&, Words&) { return StepForward() || (Say(Spoken::kWarning, "There are no more commands to redo."), true); }},
+    {"flushUndo", [](const Words&, Words&) { return FlushUndo(), true; }},
+    {"refresh", [](const Words&, Words&) { return ++TheState().refreshes, true; }},
+    {"evalDeferred", [](const Words& w, Words&) { return TheState().idle.push_back(w.back()), true; }},
+    {"print", [](const Words& w, Words&) { return Say(Spoken::kInfo, w.back()), true; }},
+    {"warning", [](const Words& w, Words&) { return Say(Spoken::kWarning, w.back()), true; }},
+    {"error", [](const Words& w, Words&) { return Fail(w.back()); }}};
+
+/// Statements of words; quotes keep blanks, a backslash within them what follows.
+bool Split(const std::string& mel, std::vector<Words>& statements) {
+  statements.assign(1, {});
+  for (std::size_t i = 0; i < mel.size(); ++i) {
+    const char c = mel[i];
+    if (c == ';' || c == '\n') {
+      if (!statements.back().empty()) statements.emplace_back();
+    } else if (c == '"') {
+      std::string word;
+      for (++i; i < mel.size() && mel[i] != '"'; ++i) {
+        if (mel[i] == '\n') return Fail("Unterminated string.");
+        if (mel[i] == '\\' && ++i < mel.size())
+          word += mel[i] == 'n' ? '\n' : mel[i] == 't' ? '\t' : mel[i];
+        else
+          word += mel[i];
+      }
+      if (i >= mel.size()) return Fail("Unterminated string.");
+      statements.back().push_back(word);
+    } else if (!std::isspace(static_cast<unsigned char>(c))) {
+      std::string word;
+      for (; i < mel.size() && !std::isspace(static_cast<unsigned char>(mel[i])) && mel[i] != ';' && mel[i] != '"'; ++i) word += mel[i];
+      if (word.find_first_of("`$(){}") != std::string::npos) return Fail("Syntax error: " + word);
+      statements.back().push_back(word);
+      --i;
+    }
+  }
+  if (statements.back().empty()) statements.pop_back();
+  return true;
+}
+
+/// The scripts that make and remove a shelf are kept as text; whether the tab is there is remembered.
+bool ShelfScript(const std::string& mel) {
+  if (mel.find("$gShelfTopLevel") == std::string::npos) return false;
+  const auto from = mel.find("$tabName"), quote = mel.find('"', from), end = mel.find('"', quote + 1);
+  const std::string tab = from == std::string::npos ? "" : mel.substr(quote + 1, end - quote - 1);
+  Say(Spoken::kShelf, mel);
+  if (TheState().batch) return true;
+  if (mel.find("addNewShelfTab") != std::string::npos) TheState().shelves.emplace(tab, mel.find("shelfButton") != std::string::npos);
+  if (mel.find("deleteShelfTab") != std::string::npos) TheState().shelves.erase(tab);
+  return true;
+}
+
+bool RunStatements(const std::string& mel, Journal* journal, Words& result) {
+  std::vector<Words> statements;
+  if (ShelfScript(mel)) return true;
+  if (!Split(mel, statements)) return false;
+  for (const Words& words : statements) {
+    result.clear();
+    Journal* const outer = std::exchange(g_entry, journal);
+    bool good = false;
+    if (TheState().commands.count(words[0])) {
+      good = RunCommand(words[0], Words(words.begin() + 1, words.end()), result, journal);
+    } else if (const auto at = kBuiltins.find(words[0]); at != kBuiltins.end()) {
+      const Recording recording(journal);
+      good = at->second(words, result);
+    } else {
+      Fail("Cannot find procedure \"" + words[0] + "\".");
+    }
+    g_entry = outer;
+    if (!good) return false;
+  }
+  return true;
+}
+}  // namespace
+
+bool RunInModifier(const std::string& command) {
+  TheState().executed.push_back(command);
+  Words result;
+  return RunStatements(command, CurrentJournal(), result);
+}
+
+bool Run(const std::string& mel, bool undo, Words& result) {
+  State& state = TheState();
+  state.executed.push_back(mel);
+  if (state.undoing || state.redoing || !undo || !state.undoOn) return RunStatements(mel, nullptr, result);
+  if (g_entry) return RunStatements(mel, g_entry, result);
+  const auto journal = std::make_shared<Journal>();
+  const bool good = RunStatements(mel, journal.get(), result);
+  if (journal->steps.empty()) return good;
+  state.redo.clear();
+  state.undo.push_back({mel, std::move(*journal)});
+  while (!state.undoInfinite && state.undo.size() > static_cast<std::size_t>(state.undoLength)) state.undo.pop_front();
+  return good;
+}
+
+namespace {
+bool Step(std::deque<Entry>& from, std::deque<Entry>& to, bool& doing, void (Journal::*step)(), const char* event) {
+  if (from.empty() || TheState().undoing || TheState().redoing) return false;
+  Entry entry = std::move(from.back());
+  from.pop_back();
+  doing = true;
+  (entry.journal.*step)();
+  doing = false;
+  to.push_back(std::move(entry));
+  NotifyEvent(event);
+  return true;
+}
+Words Names(const std::deque<Entry>& entries) {
+  Words names;
+  for (const Entry& entry : entries) names.push_back(entry.name);
+  return names;
+}
+}  // namespace
+bool StepBack() { return Step(TheState().undo, TheState().redo, TheState().undoing, &Journal::Undo, "Undo"); }
+bool StepForward() { return Step(TheState().redo, TheState().undo, TheState().redoing, &Journal::Redo, "Redo"); }
+void FlushUndo() {
+  // Destroyed from the front, with the queue already empty: what goes may look at it.
+  std::deque<Entry> gone = std::exchange(TheState().undo, {});
+  while (!gone.empty()) gone.pop_front();
+  gone = std::exchange(TheState().redo, {});
+}
+std::string Type(const std::string& mel) {
+  Words result;
+  TheState().failed = !Run(mel, true, result);
+  std::string text;
+  for (const std::string& one : result) text += (text.empty() ? "" : " ") + one;
+  return text;
+}
+bool Failed() { return TheState().failed; }
+bool Undo() { return StepBack(); }
+bool Redo() { return StepForward(); }
+Words UndoQueue() { return Names(TheState().undo); }
+Words RedoQueue() { return Names(TheState().redo); }
+void Idle() {
+  Words result;
+  for (const std::string& line : std::exchange(TheState().idle, {})) Run(line, false, result);
+  NotifyEvent("idle");
+}
+void Play(bool on) { on ? MAnimControl::playForward() : MAnimControl::stop(); }
+
+}  // namespace mayahost

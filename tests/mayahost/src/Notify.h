@@ -1,0 +1,25 @@
+// Who wants to hear of what happens.
+#pragma once
+#include <string>
+
+#include "Scene.h"
+
+namespace mayahost {
+void NotifyScene(int message);
+/// False when a check callback refuses what is about to be done.
+bool AskScene(int message);
+void NotifyNode(bool added, const NodePtr& node);
+void NotifyRemoval(const NodePtr& node);
+void NotifyName(const NodePtr& node, const std::string& before);
+void NotifyAttr(int message, const PlugRef& plug, const PlugRef& other = {});
+void NotifyDirty(Node& node);
+void NotifyTime();
+void NotifyConnection(const PlugRef& source, const PlugRef& destination, bool made);
+void NotifyEvent(const std::string& event);
+void NotifyCondition(const std::string& condition, bool state);
+void NotifySelection();
+bool AnybodyHearsDirt();
+
+// As MNodeMessage numbers them.
+constexpr int MNodeMessage_kMade = 1, MNodeMessage_kBroken = 2, MNodeMessage_kAttributeSet = 8, MNodeMessage_kAdded = 64, MNodeMessage_kRemoved = 128;
+}  // namespace mayahost

@@ -1,0 +1,67 @@
+// The program around a scene: undo, texts, hot keys, plug-ins.
+#pragma once
+#include <deque>
+
+#include "../Host.h"
+#include "Report.h"
+#include "Scene.h"
+
+namespace mayahost {
+
+struct Entry {
+  std::string name;
+  Journal journal;
+};
+struct Command {
+  MCreatorFunction creator = nullptr;
+  MCreateSyntaxFunction syntax = nullptr;
+  std::string plugin;
+};
+struct HotKey {
+  std::string name, release;
+};
+struct State {
+  std::deque<Entry> undo, redo;
+  int undoLength = 50;
+  bool undoOn = true, undoInfinite = false, undoing = false, redoing = false;
+  std::map<std::string, Command> commands;
+  std::map<std::string, std::string> plugins;  ///< their paths
+  std::set<std::string> failing;
+  std::vector<std::string> said, executed, idle;
+  std::map<std::string, std::string> options, nameCommands;
+  std::map<std::string, std::map<std::string, HotKey>> hotKeys{{"Maya_Default", {}}};  ///< by set and key
+  std::string hotKeySet = "Maya_Default";
+  std::map<std::string, int> shelves;  ///< how many buttons
+  std::map<std::string, bool> evaluators{{"cache", true}};
+  std::map<std::string, bool> conditions;
+  int refreshes = 0;
+  bool computed = false;  ///< some node of a plug-in has values that may grow old
+  bool batch = false, failed = false;
+  bool reading = false, writing = false, opening = false, newing = false, importing = false, referencing = false;
+  std::string asked;  ///< the file of what is going on
+  Wrong wrong = Wrong::kNone;
+};
+State& TheState();
+
+/// Runs MEL; false with what went wrong said.
+bool Run(const std::string& mel, bool undo, std::vector<std::string>& result);
+void FlushUndo();
+bool StepBack();
+bool StepForward();
+/// Whether a registration of this name is to fail, which it does once.
+bool MustFail(const std::string& name);
+
+// Files.
+std::string WriteScene(bool everything, const std::vector<NodePtr>* only = nullptr);
+/// Reads text into the scene, names below a namespace (or none); null reference: the nodes are its own.
+bool ReadScene(const std::string& text, const std::string& space, Node* reference, bool settings);
+bool NewScene();
+bool OpenScene(const std::string& file);
+bool SaveScene(const std::string& file);
+bool ImportScene(const std::string& file, const std::string& space);
+bool ExportScene(const std::string& file, bool selected);
+NodePtr ReferenceScene(const std::string& file, const std::string& space);
+bool RemoveReference(const NodePtr& reference, bool unload);
+bool LoadReference(const NodePtr& reference);
+
+}  // namespace mayahost
