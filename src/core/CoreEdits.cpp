@@ -309,6 +309,11 @@ bool CoreImplementation::Undo() {
   return GetAdaptor()->HostUndo();
 }
 
+bool CoreImplementation::UndoBlock(int block) {
+  const CoreRequest request(*this);
+  return GetAdaptor()->UndoBlock(block);
+}
+
 bool CoreImplementation::Redo() {
   const CoreRequest request(*this);
   return GetAdaptor()->HostRedo();

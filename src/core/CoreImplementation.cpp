@@ -172,10 +172,12 @@ bool CoreImplementation::HandleKey(int key, const KeyModifiers& modifiers) {
     case HotKeyAction::kStop:
       RecordManager::StopRecording();
       break;
-    case HotKeyAction::kRetry:
+    case HotKeyAction::kRetry: {
+      const int take = GetAdaptor()->GetUndoBlock();
       RecordManager::StopRecording();
-      if (Undo()) RecordManager::StartRecording();
+      if (UndoBlock(take)) RecordManager::StartRecording();
       break;
+    }
     case HotKeyAction::kSlower:
       RecordManager::SetSlowFactorIndex(std::min(slow + 1, kMostByKeys));
       break;

@@ -182,6 +182,7 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   void OnKeyEvent(int key, bool down, const KeyModifiers& modifiers) override;
 
  private:
+  bool UndoBlock(int block);
   ConfigElement* FindEditable(Instance& instance, int elementId, std::string& problem) const;
   std::string ResetElements(Instance& instance, const std::vector<ConfigElement*>& elements,
                             ParameterBase base, const std::string& what);

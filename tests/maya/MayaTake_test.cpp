@@ -153,12 +153,14 @@ class Block {
  public:
   Block(MayaFixture& host, const char* name) {
     host.Maya().BeginUndoBlock(name);
+    id = host.Maya().GetUndoBlock();
     host.Maya().FindSceneNode("Hook")->Rename(name);
     host.Maya().FindSceneNode(name)->Rename("Hook");
     host.Maya().PushUndo(new Step(log, name));
     host.Maya().EndUndoBlock();
   }
   std::vector<std::string> log;
+  int id = 0;
 
  private:
   struct Step final : rws::CUndo {
@@ -178,8 +180,10 @@ TEST(MayaTake, AQueueThatWasTrimmedFlushedOrOffNeverTakesAnotherBlockBack) {
   Block two(host, "Two");
   mayahost::Type("undoInfo -state on");
   Block three(host, "Three");
-  EXPECT_TRUE(mayahost::Undo());
+  EXPECT_FALSE(host.Maya().UndoBlock(two.id)) << "not in the queue";
+  EXPECT_TRUE(host.Maya().UndoBlock(three.id));
   EXPECT_EQ(three.log.size(), 1u);
+  EXPECT_FALSE(host.Maya().UndoBlock(two.id));
   mayahost::Undo();  // the entry of One: Two stands between
   EXPECT_TRUE(one.log.empty());
   EXPECT_TRUE(two.log.empty());

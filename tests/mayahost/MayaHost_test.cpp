@@ -18,7 +18,10 @@
 #include <maya/MFnTransform.h>
 #include <maya/MFnTypedAttribute.h>
 #include <maya/MItDag.h>
+#include <maya/MItDependencyGraph.h>
 #include <maya/MItDependencyNodes.h>
+#include <maya/MItMeshPolygon.h>
+#include <maya/MItMeshVertex.h>
 #include <maya/MNodeMessage.h>
 #include <maya/MObjectArray.h>
 #include <maya/MObjectHandle.h>
@@ -168,6 +171,12 @@ TEST_F(MayaHost, RunsAForeignPlugIn) {
   EXPECT_NEAR(path.inclusiveMatrix()(3, 1), 6.0, 1e-12);
   EXPECT_EQ(height.setValue(1.0), MS::kFailure) << "it has an input";
   EXPECT_TRUE(MAnimUtil::isAnimated(in));
+  std::string upstream;
+  MObject root = top;
+  for (MItDependencyGraph it(root, MFn::kInvalid, MItDependencyGraph::kUpstream); !it.isDone();
+       it.next())
+    upstream += MFnDependencyNode(it.currentItem()).typeName().asChar() + std::string(" ");
+  EXPECT_EQ(upstream, "transform twice animCurveTU ");
 
   // It lives in a file, and a type that is in use can't go.
   EXPECT_FALSE(mayahost::Unload("others", End));
@@ -311,6 +320,16 @@ TEST_F(MayaHost, FailsSoftlyAndTellsInOrder) {
   MIntArray counts, triangles;
   mesh.getTriangles(counts, triangles);
   EXPECT_EQ(triangles.length(), 6u);
+  MItMeshVertex vertex(mesh.object());
+  vertex.next();
+  MIntArray beside;
+  vertex.getConnectedVertices(beside);
+  EXPECT_EQ(beside, MIntArray({0, 2}));
+  EXPECT_EQ(vertex.position().x, 10.0);
+  MItMeshPolygon polygon(mesh.object());
+  EXPECT_EQ(polygon.polygonVertexCount(), 4u);
+  polygon.next();
+  EXPECT_TRUE(polygon.isDone());
   MDagPath path;
   MDagPath::getAPathTo(mesh.object(), path);
   MFloatPoint hit;

@@ -71,6 +71,7 @@ class HostAdaptor : public AdaptorInterface {
   bool CancelUndoBlock() override;
   bool IsUndoBlockOpen() override { return !undoNames.empty() && m_undo.isOpen(); }
   int GetUndoBlock() override { return m_undo.openId(); }
+  bool UndoBlock(int block) override { return m_undo.undoId() == block && HostUndo(); }
   /// A host with a queue of its own runs that, whose entries (see BlockMade) call StepUndo.
   bool HostUndo() override { return StepUndo(); }
   bool HostRedo() override { return StepRedo(); }

@@ -37,6 +37,11 @@ bool IsTaken(const std::string& name) {
   return MGlobal::getSelectionListByName(name.c_str(), found) && found.length() > 0;
 }
 
+/// The command that is a block's entry in the host's queue.
+std::string WrapperLine(int block) {
+  return "OrvelUndoWrapperII -id " + std::to_string(block);
+}
+
 bool Says(const char* query) {
   int answer = 0;
   return MGlobal::executeCommand(query, answer) && answer != 0;
@@ -189,7 +194,7 @@ void MayaAdaptorInterface::Select(HostNode& node) {
 void MayaAdaptorInterface::BlockMade(int id, const std::string&) {
   if (!Features::instance().IsOn(Feature::kUndo)) return;
   m_madeEntries = true;
-  MGlobal::executeCommand(("OrvelUndoWrapperII -id " + std::to_string(id)).c_str(), true, true);
+  MGlobal::executeCommand(WrapperLine(id).c_str(), true, true);
 }
 
 bool MayaAdaptorInterface::StepHistory(int id, bool back) {
@@ -203,6 +208,13 @@ bool MayaAdaptorInterface::StepHistory(int id, bool back) {
 bool MayaAdaptorInterface::HostUndo() {
   if (GetUndo().isOpen() || Says("undoInfo -q -undoQueueEmpty")) return false;
   return MGlobal::executeCommand("undo");
+}
+
+/// Where the host's queue is off, or has something newer, its latest entry is not ours.
+bool MayaAdaptorInterface::UndoBlock(int block) {
+  MString name;
+  MGlobal::executeCommand("undoInfo -q -undoName", name);
+  return name == WrapperLine(block).c_str() && HostAdaptor::UndoBlock(block);
 }
 
 bool MayaAdaptorInterface::HostRedo() {

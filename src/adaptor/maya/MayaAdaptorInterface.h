@@ -67,6 +67,7 @@ class MayaAdaptorInterface final : public HostAdaptor {
   void* GetMainWindow() override;
   bool HostUndo() override;
   bool HostRedo() override;
+  bool UndoBlock(int block) override;
   double GetCurrentTime() override;
   /// In a take the poses of the moment are put on their transforms first.
   void SetCurrentTime(double time) override;

@@ -10,13 +10,11 @@
 #include "Modifier.h"
 
 namespace mayahost {
-/// Curves as they were before their first change, and as they are after the last.
+/// Curves as they were before their first change; once that is undone, as they were after the last.
 struct CurveChangeState {
-  struct Change {
-    NodePtr node;
-    Curve before, after;
-  };
-  std::vector<Change> changes;
+  std::vector<std::pair<NodePtr, Curve>> others;
+  std::set<const Node*> known;
+  bool undone = false;
 };
 ModifierState::ModifierState() = default;
 void ModifierState::Add(std::function<bool()> op) { pending.push_back(std::move(op)); }
@@ -133,10 +131,12 @@ MStatus MDagModifier::reparentNode(const MObject& object, MObject parent) {
 MAnimCurveChange::MAnimCurveChange(MStatus* status) : state(new CurveChangeState) { Ok(status); }
 MAnimCurveChange::~MAnimCurveChange() = default;
 namespace {
-MStatus Swap(CurveChangeState& state, Curve CurveChangeState::Change::*which) {
-  for (auto& change : state.changes) {
-    *change.node->curve = change.*which;
-    Dirty(NumberOf(change.node, "output"));
+MStatus Swap(CurveChangeState& state, bool undone) {
+  if (state.undone == undone) return MS::kSuccess;
+  state.undone = undone;
+  for (auto& [node, other] : state.others) {
+    std::swap(*node->curve, other);
+    Dirty(NumberOf(node, "output"));
   }
   return MS::kSuccess;
 }
@@ -145,14 +145,8 @@ template <class F>
 MStatus Edit(const MObject& object, MAnimCurveChange* record, F change) {
   const NodePtr node = NodeOf(object);
   if (!node || !node->curve || node->reference) return MS::kFailure;
-  CurveChangeState::Change* noted = nullptr;
-  if (record) {
-    auto& all = record->state->changes;
-    const auto at = std::find_if(all.begin(), all.end(), [&](const auto& c) { return c.node == node; });
-    noted = at != all.end() ? &*at : &all.emplace_back(CurveChangeState::Change{node, *node->curve, {}});
-  }
+  if (record && record->state->known.insert(node.get()).second) record->state->others.emplace_back(node, *node->curve);
   const bool done = change(*node->curve);
-  if (noted) noted->after = *node->curve;
   TheScene().modified = true;
   Dirty(NumberOf(node, "output"));
   return St(done);
@@ -172,7 +166,7 @@ std::size_t PutKey(Curve& curve, long long ticks, double value, int in, int out)
   const auto at = std::lower_bound(curve.keys.begin(), curve.keys.end(), ticks, [](const Key& k, long long t) { return k.ticks < t; });
   const auto i = static_cast<std::size_t>(at - curve.keys.begin());
   Key key;
-  key.ticks = ticks, key.value = value, key.type[0] = in, key.type[1] = out;
+  key.ticks = ticks, key.value = value, key.type[0] = static_cast<short>(in), key.type[1] = static_cast<short>(out);
   if (at != curve.keys.end() && at->ticks == ticks)
     *at = key;
   else
@@ -200,8 +194,8 @@ MObject NewCurve(const PlugRef* plug, int type, MDGModifier* modifier, MStatus* 
 }
 int Timed(const PlugRef& plug) { return plug.attr->type != MFn::kUnitAttribute ? 3 : plug.attr->subtype - 1; }
 }  // namespace
-MStatus MAnimCurveChange::undoIt() { return Swap(*state, &CurveChangeState::Change::before); }
-MStatus MAnimCurveChange::redoIt() { return Swap(*state, &CurveChangeState::Change::after); }
+MStatus MAnimCurveChange::undoIt() { return Swap(*state, true); }
+MStatus MAnimCurveChange::redoIt() { return Swap(*state, false); }
 
 FN_SET(MFnAnimCurve, MFn::kAnimCurve)
 MFnAnimCurve::MFnAnimCurve(const MPlug& plug, MStatus* status) {

@@ -11,7 +11,7 @@
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-const MObject MObject::kNullObj;
+MObject MObject::kNullObj;
 bool MObject::hasFn(MFn::Type type) const { return thing && thing->Has(type); }
 MFn::Type MObject::apiType() const { return thing ? thing->type : MFn::kInvalid; }
 const char* MObject::apiTypeStr() const {

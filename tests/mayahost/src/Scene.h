@@ -123,13 +123,9 @@ struct PlugRef {
 struct Key {
   long long ticks = 0;
   double value = 0.0;
-  int type[2] = {2, 2};                 ///< in, out
-  double x[2] = {1, 1}, y[2] = {0, 0};  ///< tangents (s, value)
-  bool tied = true;                     ///< both tangents turn together
-  bool operator==(const Key& o) const {
-    return ticks == o.ticks && value == o.value && type[0] == o.type[0] && type[1] == o.type[1] && x[0] == o.x[0] && x[1] == o.x[1] && y[0] == o.y[0] &&
-           y[1] == o.y[1];
-  }
+  double x[2] = {1, 1}, y[2] = {0, 0};  ///< tangents (s, value): in, out
+  short type[2] = {2, 2};
+  bool tied = true;  ///< both tangents turn together
 };
 struct Curve {
   std::vector<Key> keys;

@@ -152,7 +152,7 @@ MStatus OrvelStartAnimationCmd::doIt(const MArgList&) {
     ShowRefusal("a take needs a user: there is none where the host runs without windows");
     return MStatus::kSuccess;
   }
-  if (const util::Sentence why = session->GetCore().WhyNoTake())
+  if (const auto why = session->GetCore().WhyNoTake())
     ShowRefusal(why.filled());
   else
     session->GetCore().StartRecording();
@@ -168,7 +168,7 @@ MStatus OrvelReSimulateCmd::doIt(const MArgList&) {
   PluginSession* const session = PluginSession::Get();
   if (!session || !MayUse(Feature::kTakes)) return MStatus::kSuccess;
   core::CoreImplementation& core = session->GetCore();
-  if (const util::Sentence why = core.WhyNoTake()) {
+  if (const auto why = core.WhyNoTake()) {
     ShowRefusal(why.filled());
     return MStatus::kSuccess;
   }

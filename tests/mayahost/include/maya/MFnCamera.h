@@ -8,7 +8,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MFnCamera : public MFnDagNode {
   declareDagMFn(MFnCamera)
   enum FilmFit { kFillFilmFit, kHorizontalFilmFit, kVerticalFilmFit, kOverscanFilmFit, kInvalid };
-  MObject create(MObject& parent = const_cast<MObject&>(MObject::kNullObj), MStatus* status = NULL);
+  MObject create(MObject& parent = MObject::kNullObj, MStatus* status = NULL);
   MPoint eyePoint(MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
   MVector viewDirection(MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
   MVector upDirection(MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;

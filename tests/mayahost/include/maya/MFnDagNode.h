@@ -6,10 +6,10 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MFnDagNode : public MFnDependencyNode {
   declareDagMFn(MFnDagNode)
   enum { kNextPos = 0xff };
-  MObject create(const MTypeId& typeId, MObject& parent = const_cast<MObject&>(MObject::kNullObj), MStatus* status = NULL);
-  MObject create(const MTypeId& typeId, const MString& name, MObject& parent = const_cast<MObject&>(MObject::kNullObj), MStatus* status = NULL);
-  MObject create(const MString& type, MObject& parent = const_cast<MObject&>(MObject::kNullObj), MStatus* status = NULL);
-  MObject create(const MString& type, const MString& name, MObject& parent = const_cast<MObject&>(MObject::kNullObj), MStatus* status = NULL);
+  MObject create(const MTypeId& typeId, MObject& parent = MObject::kNullObj, MStatus* status = NULL);
+  MObject create(const MTypeId& typeId, const MString& name, MObject& parent = MObject::kNullObj, MStatus* status = NULL);
+  MObject create(const MString& type, MObject& parent = MObject::kNullObj, MStatus* status = NULL);
+  MObject create(const MString& type, const MString& name, MObject& parent = MObject::kNullObj, MStatus* status = NULL);
   MStatus setObject(MObject& object) override;
   MStatus setObject(const MObject& object) override;
   virtual MStatus setObject(const MDagPath& path);

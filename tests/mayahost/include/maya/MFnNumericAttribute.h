@@ -21,6 +21,8 @@ class MFnNumericAttribute : public MFnAttribute {
   MStatus getDefault(double& value) const;
   MStatus setMin(double value);
   MStatus setMax(double value);
+  MStatus setSoftMin(double) { return MStatus::kSuccess; }
+  MStatus setSoftMax(double) { return MStatus::kSuccess; }
   bool hasMin(MStatus* status = NULL) const;
   bool hasMax(MStatus* status = NULL) const;
   MStatus getMin(double& value) const;

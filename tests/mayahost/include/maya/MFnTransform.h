@@ -8,7 +8,7 @@
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MFnTransform : public MFnDagNode {
   declareDagMFn(MFnTransform)
-  MObject create(MObject& parent = const_cast<MObject&>(MObject::kNullObj), MStatus* status = NULL);
+  MObject create(MObject& parent = MObject::kNullObj, MStatus* status = NULL);
   MTransformationMatrix transformation(MStatus* status = NULL) const;
   MStatus set(const MTransformationMatrix& transform);
   MVector getTranslation(MSpace::Space space, MStatus* status = NULL) const;

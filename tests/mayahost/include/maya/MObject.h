@@ -15,7 +15,7 @@ class MObject {
   const char* apiTypeStr() const;
   bool operator==(const MObject& o) const { return thing == o.thing; }
   bool operator!=(const MObject& o) const { return thing != o.thing; }
-  static const MObject kNullObj;
+  static MObject kNullObj;
 
   std::shared_ptr<mayahost::Thing> thing;  ///< the stand-in's own
 };

@@ -14,6 +14,7 @@ class MPlug {
   MPlug(const MObject& node, const MObject& attribute);
   explicit MPlug(const mayahost::PlugRef& ref);
   MString name(MStatus* status = NULL) const;
+  MString info(MStatus* status = NULL) const { return name(status); }
   MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false, bool includeInstancedIndices = false, bool useAlias = false,
                       bool useFullAttributePath = false, bool useLongNames = false, MStatus* status = NULL) const;
   bool isNull(MStatus* status = NULL) const;

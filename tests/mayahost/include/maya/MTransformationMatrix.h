@@ -20,7 +20,7 @@ class MTransformationMatrix {
   MVector translation(MSpace::Space space, MStatus* status = NULL) const { return getTranslation(space, status); }
   MStatus setTranslation(const MVector& v, MSpace::Space space);
   MStatus addTranslation(const MVector& v, MSpace::Space space) { return setTranslation(getTranslation(space) + v, space); }
-  MStatus getRotation(double rotation[3], RotationOrder& order, MSpace::Space space = MSpace::kTransform) const;
+  MStatus getRotation(double rotation[3], RotationOrder& order, MSpace::Space space) const;
   MStatus getRotation(double rotation[3], RotationOrder& order) const { return getRotation(rotation, order, MSpace::kTransform); }
   MStatus setRotation(const double rotation[3], RotationOrder order, MSpace::Space space = MSpace::kTransform);
   MQuaternion rotation() const;

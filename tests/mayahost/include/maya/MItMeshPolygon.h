@@ -1,0 +1,34 @@
+// A mesh's faces.
+#pragma once
+#include <maya/MDagPath.h>
+#include <maya/MFnMesh.h>
+#include <maya/MIntArray.h>
+#include <maya/MPoint.h>
+#include <maya/MPointArray.h>
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+class MItMeshPolygon {
+ public:
+  MItMeshPolygon(const MObject& mesh, MStatus* status = NULL);
+  MItMeshPolygon(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL);
+  bool isDone(MStatus* status = NULL) const;
+  MStatus next();
+  MStatus reset() { return fAt = 0, MStatus::kSuccess; }
+  unsigned int count(MStatus* status = NULL) const;
+  unsigned int index(MStatus* status = NULL) const;
+  MStatus setIndex(int index, int& previous);
+  unsigned int polygonVertexCount(MStatus* status = NULL) const;
+  int vertexIndex(int i, MStatus* status = NULL) const;
+  MStatus getVertices(MIntArray& vertices) const;
+  MPoint point(int i, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  void getPoints(MPointArray& points, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  MPoint center(MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
+  MStatus numTriangles(int& count) const;
+  bool hasValidTriangulation(MStatus* status = NULL) const;
+  MStatus getTriangles(MPointArray& points, MIntArray& vertices, MSpace::Space space = MSpace::kObject) const;
+
+ private:
+  MFnMesh fMesh;
+  int fAt = 0;
+};
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,29 @@
+// A mesh's points.
+#pragma once
+#include <maya/MDagPath.h>
+#include <maya/MFnMesh.h>
+#include <maya/MIntArray.h>
+#include <maya/MPoint.h>
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+class MItMeshVertex {
+ public:
+  MItMeshVertex(const MObject& mesh, MStatus* status = NULL);
+  MItMeshVertex(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL);
+  bool isDone(MStatus* status = NULL) const;
+  MStatus next() { return ++fAt, MStatus::kSuccess; }
+  MStatus reset() { return fAt = 0, MStatus::kSuccess; }
+  unsigned int count(MStatus* status = NULL) const;
+  int index(MStatus* status = NULL) const;
+  MStatus setIndex(int index, int& previous);
+  MPoint position(MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  MStatus setPosition(const MPoint& point, MSpace::Space space = MSpace::kObject);
+  MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
+  MStatus getConnectedFaces(MIntArray& faces) const;
+  MStatus getConnectedVertices(MIntArray& vertices) const;
+  MStatus numConnectedFaces(int& count) const;
+
+ private:
+  MFnMesh fMesh;
+  int fAt = 0;
+};
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
