@@ -57,7 +57,7 @@ TEST(KeptTakes, AHundredDrivesAreSmallAndExact) {
     std::string damaged = bytes.substr(0, i % 2 ? random() % bytes.size() : bytes.size());
     if (!damaged.empty()) damaged[random() % damaged.size()] ^= 1 << random() % 8;
     app::TakeList kept;
-    if (!app::DecodeTakes(damaged, kept).empty()) EXPECT_TRUE(kept.takes.empty());
+    EXPECT_TRUE(app::DecodeTakes(damaged, kept).empty() || kept.takes.empty());
   }
 }
 
