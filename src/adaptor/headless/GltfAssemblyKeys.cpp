@@ -193,7 +193,7 @@ void GltfWriter::Assembly::NoteChanges() {
 
 bool GltfWriter::Assembly::SomethingChanged() const {
   return m_document == nullptr || m_scene.m_hadRecord || !m_scene.m_rigs.empty() ||
-         !m_scene.m_rows.empty() || m_scene.m_sound || m_scene.m_rateIsChosen ||
+         !m_scene.m_rows.empty() || !m_scene.m_takes.empty() || m_scene.m_sound || m_scene.m_rateIsChosen ||
          m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
          m_scene.m_rangeEnd != m_scene.m_sourceRange[1] || m_touched;
 }
@@ -229,6 +229,10 @@ void GltfWriter::Assembly::WriteRecord() {
     record.erase("rows");
   else
     record["rows"] = m_scene.m_rows;
+  if (m_scene.m_takes.empty())
+    record.erase("takes");
+  else
+    record["takes"] = m_scene.m_takes;
   if (m_scene.m_sound)
     WriteSound(*m_scene.m_sound, m_folder, record["sound"]);
   else if (m_scene.m_hadSound)

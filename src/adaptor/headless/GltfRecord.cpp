@@ -89,6 +89,12 @@ void GltfReader::Record::ReadRecord() {
     else
       m_file.Warn(place.In("rows"), "is no text; the rigs stand without their groups");
   }
+  if (const Json* takes = Member(*record, "takes")) {
+    if (takes->is_string())
+      m_file.scene->m_takes = takes->get<std::string>();
+    else
+      m_file.Warn(place.In("takes"), "is no text; the kept takes are lost when the scene is saved");
+  }
   if (const Json* sound = Member(*record, "sound")) {
     m_file.scene->m_sound = SoundOf(*sound, m_file.document->GetFolder());
     m_file.scene->m_hadSound = m_file.scene->m_sound.has_value();

@@ -95,6 +95,8 @@ class Scene {
   const std::vector<RigRecord>& GetRigs() const { return m_rigs; }
   /// Groups and order of the rigs, a text that only the core understands; empty without groups.
   std::string& GetRows() { return m_rows; }
+  /// The takes that are kept, a text that only who keeps them understands; empty without any.
+  std::string& GetTakes() { return m_takes; }
 
   const std::optional<SceneSound>& GetSound() const { return m_sound; }
   void SetSound(std::optional<SceneSound> sound) { m_sound = std::move(sound); }
@@ -132,6 +134,7 @@ class Scene {
   bool m_hadRecord = false;               ///< the file had a record of ours
   std::vector<RigRecord> m_rigs;
   std::string m_rows;
+  std::string m_takes;
   std::optional<SceneSound> m_sound;
   bool m_hadSound = false;  ///< the file had one that could be read
   std::vector<std::string> m_clips;

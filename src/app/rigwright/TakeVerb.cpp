@@ -20,6 +20,7 @@
 #include "app/session/anyhost/PlayedInputs.h"
 #include "app/session/anyhost/Punch.h"
 #include "app/session/anyhost/RunRigs.h"
+#include "app/session/takes/KeptTakes.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 #include "core/interface/CInterface.h"
@@ -131,7 +132,8 @@ void RunTakeVerb(Program& program, TakeOptions options) {
     if (options.goOn) {
       punch = std::make_unique<Punch>(core, only, LastKeyOfRigs(job.GetSession(), start));
       take.finish = [&](const TimeSpan& performed) {
-        punch->GoOn(performed, options.blend.value_or(0.0), Monitor({}, &InterruptFlag()));
+        if (punch->GoOn(performed, options.blend.value_or(0.0), Monitor({}, &InterruptFlag())))
+          job.GetSession().GetTakes().TakeOverInputs(std::max(performed.to, punch->GetEnd()));
       };
     }
     RunTake(job, take, start, *options.seconds, only);

@@ -21,6 +21,7 @@ void AddLicenceVerb(Program& program);     ///< licence
 void AddRangeVerb(Program& program);
 void AddResimVerb(Program& program);
 void AddTakeVerb(Program& program);
+void AddTakesVerb(Program& program);
 void AddVerifyVerb(Program& program);
 void AddInputsVerb(Program& program);
 void AddEditInputsVerb(Program& program);  ///< edit-inputs

@@ -30,6 +30,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddRangeVerb(program);
   orv::app::AddResimVerb(program);
   orv::app::AddTakeVerb(program);
+  orv::app::AddTakesVerb(program);
   orv::app::AddVerifyVerb(program);
   orv::app::AddInputsVerb(program);
   orv::app::AddEditInputsVerb(program);

@@ -1,5 +1,6 @@
 #include "app/session/SceneSession.h"
 
+#include <QDateTime>
 #include <algorithm>
 #include <filesystem>
 #include <utility>
@@ -10,9 +11,11 @@
 #include "adaptor/headless/HeadlessSession.h"
 #include "adaptor/headless/Scene.h"
 #include "app/session/Losses.h"
+#include "app/session/takes/KeptTakes.h"
 #include "core/CoreImplementation.h"
 #include "core/host/CoreNode.h"
 #include "core/instances/Instance.h"
+#include "core/services/Product.h"
 #include "core/tools/Tool.h"
 #include "plugins/release/all/AllRigs.h"
 #include "plugins/release/templatetool/templatetool_CTemplateObject.h"
@@ -21,7 +24,11 @@ namespace orv::app {
 
 SceneSession::SceneSession()
     : m_session(std::make_unique<rws::adaptor::headless::HeadlessSession>(
-          rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin)) {}
+          rws::addon::AllRigs(), rws::addon::MakeTemplatePlugin)),
+      m_takes(std::make_unique<KeptTakes>(*this)) {
+  m_takes->now = [] { return QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toStdString(); };
+  m_takes->version = rws::core::kProductVersion;
+}
 
 SceneSession::~SceneSession() = default;
 
@@ -32,6 +39,8 @@ std::string SceneSession::Open(const std::string& path, const std::string& clip)
   m_folder = std::filesystem::absolute(path).parent_path().string() + "/";
   m_warnings = m_session->TakeWarnings();
   error = FindLostRecords(path, clip);
+  const std::string takes = m_takes->Load();
+  if (!takes.empty()) m_warnings.push_back(path + ": " + takes);
   RestartLosses();  // last: it knows nodes and rigs by where they are
   return error;
 }
@@ -39,6 +48,7 @@ std::string SceneSession::Open(const std::string& path, const std::string& clip)
 void SceneSession::Clear() {
   m_losses.reset();
   m_session->New();
+  m_takes->Load();
   m_warnings.clear();
   m_session->TakeWarnings();
   RestartLosses();
@@ -46,12 +56,14 @@ void SceneSession::Clear() {
 
 std::string SceneSession::Save(const std::string& path) {
   std::string error;
+  m_takes->Store();
   return m_session->Save(path, error) ? std::string() : error;
 }
 
 std::unique_ptr<rws::adaptor::headless::Scene> SceneSession::Copy(std::string& error) {
   namespace headless = rws::adaptor::headless;
   std::string bytes;
+  m_takes->Store();
   if (!m_session->Store(error)) return nullptr;
   const headless::WriteResult written =
       headless::GltfWriter::WriteMemory(GetScene(), headless::GltfForm::kBinary, bytes);

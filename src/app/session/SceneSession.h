@@ -18,6 +18,7 @@ class CoreImplementation;
 
 namespace orv::app {
 
+class KeptTakes;
 class Losses;
 struct LossReport;
 
@@ -43,6 +44,7 @@ class SceneSession {
   /// From here on what the scene holds now counts for `FindLosses`.
   void RestartLosses();
 
+  KeptTakes& GetTakes() { return *m_takes; }
   rws::core::CoreImplementation& GetCore();
   rws::adaptor::headless::HeadlessAdaptor& GetAdaptor();
   rws::adaptor::headless::Scene& GetScene();
@@ -57,6 +59,7 @@ class SceneSession {
   std::string FindLostRecords(const std::string& path, const std::string& clip);
 
   std::unique_ptr<rws::adaptor::headless::HeadlessSession> m_session;
+  std::unique_ptr<KeptTakes> m_takes;
   std::unique_ptr<Losses> m_losses;  ///< since the scene was opened
   std::string m_folder;  ///< of the file that was opened, with its slash: what lies beside it
   std::vector<std::string> m_warnings;

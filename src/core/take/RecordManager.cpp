@@ -191,6 +191,7 @@ int RecordManager::StartRecording() {
   m_frame = FrameIndex(m_clock);
   m_inputs.Clear();
   StartInstances(m_startTime);
+  if (takeStarted) takeStarted();
   m_bFirstTick = true;
 
   int countdown = 0;
@@ -217,11 +218,13 @@ void RecordManager::StopRecording() {
   m_clock = std::max(m_clock, m_startTime);
   const double t = m_frame * GetFrameDuration();
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Stop(t);
+  if (!inCountdown && takeStopped) takeStopped();
   EndTake();
   ShowHighPolyModels();
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   if (inCountdown) adaptor.SetCurrentTime(m_hostTime);
   adaptor.TakeEnded();
+  if (!inCountdown && takeEnded) takeEnded();
 }
 
 void RecordManager::OnTimer(int id, unsigned elapsedMs) {

@@ -57,6 +57,12 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   /// Called when a take has been asked for, while the scene still is as the user left it; may be
   /// empty. It must not change the scene.
   std::function<void()> beforeTake;
+  /// Called within the take's undo block, when its rigs have started and when they have stopped,
+  /// and behind it, when the keys are there; may be empty. For a take that ends in its countdown
+  /// the last two are left out.
+  std::function<void()> takeStarted;
+  std::function<void()> takeStopped;
+  std::function<void()> takeEnded;
 
   // A resimulation: `to` is the last time simulated.
   /// Begins a run and lets the window's timer pace it.

@@ -6,6 +6,7 @@
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/Names.h"
 #include "core/CoreImplementation.h"
+#include "core/host/AdaptorInterface.h"
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceReference.h"
 #include "core/take/TakeUndo.h"

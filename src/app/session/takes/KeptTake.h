@@ -1,0 +1,59 @@
+// A take that is kept with its scene.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "adaptor/common/Trs.h"
+#include "app/session/anyhost/TimeSpan.h"
+#include "util/AVar_Linear.h"
+
+namespace orv::app {
+
+/// A parameter as it stood when the take began.
+struct KeptParameter {
+  int element = -1;     ///< its id
+  double number = 0.0;  ///< of what is no text
+  std::string text;     ///< of a text box, or a combo box's item
+
+  bool operator==(const KeptParameter& o) const {
+    return element == o.element && number == o.number && text == o.text;
+  }
+};
+
+/// An input's track from the take's start on.
+struct KeptInput {
+  std::string name;
+  util::AVar_Linear<double> track;
+};
+
+/// What a take holds of one rig.
+struct KeptRig {
+  std::string name, kind, profile;
+  std::vector<KeptParameter> parameters;
+  std::string bindings;  ///< XML of all inputs' mappings
+  std::vector<KeptInput> inputs;
+  // Where it began; nothing for a take that went on from another one.
+  std::vector<unsigned char> memory;  ///< what the rig stored, nothing of it behind the start
+  std::vector<std::pair<std::string, rws::adaptor::Trs>> nodes;  ///< by scene name, at the start
+};
+
+/// Inputs, parameters and a start, from which the keys of a take follow.
+struct KeptTake {
+  int number = 0;  ///< from 1; never given away again
+  std::string name, note;
+  int stars = 0;         ///< 0 to 5
+  std::string when;      ///< as the program told it
+  std::string version;   ///< of the program
+  double rate = 0.0;     ///< frames per second
+  TimeSpan range;        ///< s, from its start to its last frame
+  int predecessor = 0;   ///< number of the take in whose middle it began; 0: none
+  std::string hash;      ///< of the poses, hexadecimal SHA-256
+  bool retried = false;  ///< another take was begun in its place
+  bool undone = false;
+  std::vector<KeptRig> rigs;
+};
+
+}  // namespace orv::app

@@ -1,0 +1,104 @@
+// The takes of a scene.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/session/anyhost/Monitor.h"
+#include "app/session/takes/TakeCode.h"
+
+namespace orv::rws::core {
+class Instance;
+}
+
+namespace orv::app {
+
+class SceneSession;
+
+/// How `KeptTakes::Use` ended.
+struct UseResult {
+  std::string problem;  ///< why nothing has changed; empty when it has
+  bool cancelled = false;
+  bool isSame = false;  ///< the poses are those of the take, to the bit
+};
+
+/// Keeps every take that the session's core performs, outside undo: what a retry or an undo drops
+/// of the scene stays here, marked. Takes that are kept are written with the scene.
+class KeptTakes {
+ public:
+  /// Listens to the core's takes as long as it lives.
+  explicit KeptTakes(SceneSession& session);
+  ~KeptTakes();
+  KeptTakes(const KeptTakes&) = delete;
+  KeptTakes& operator=(const KeptTakes&) = delete;
+
+  /// Takes over what the scene that was opened holds. An empty text, or a warning: what can't be
+  /// read is written back as it is, and no take is kept beside it.
+  std::string Load();
+  /// To be called ahead of a save.
+  void Store();
+
+  const std::vector<KeptTake>& GetTakes() const { return m_list.takes; }
+  /// Null when there is none of this number.
+  const KeptTake* Find(int number) const;
+  /// Number of the take that the scene shows; 0: none.
+  int GetCurrent() const { return Find(m_list.current) ? m_list.current : 0; }
+
+  /// Puts parameters, mappings, tracks and start back and simulates the take, behind those that it
+  /// went on from, one after the other: one undo step.
+  UseResult Use(int number, const Monitor& monitor);
+  // Outside undo. False when there is no such take.
+  bool SetName(int number, const std::string& name);
+  bool SetNote(int number, const std::string& note);
+  bool SetStars(int number, int stars);
+  /// An empty text, or why it has to stay.
+  std::string Delete(int number);
+  /// A take, with those that it went on from, as the bytes of a file.
+  std::string Export(int number) const;
+  /// Adds the takes of such a file behind the present ones. An empty text, or why not.
+  std::string Import(const std::string& bytes, std::vector<int>& numbers);
+
+  /// What was done to the inputs within the step of the take that ended last counts as its own, up
+  /// to `end` (s).
+  void TakeOverInputs(double end);
+
+  /// When a take ended, in the program's own words; asked behind the take.
+  std::function<std::string()> now;
+  std::string version;  ///< of the program
+
+ private:
+  class MarksUndo;
+  /// What undo and redo change.
+  struct Marks {
+    int current = 0;
+    std::map<int, std::pair<bool, bool>> flags;  ///< retried and undone, by number
+  };
+
+  Marks GetMarks() const;
+  void PutMarks(const Marks& marks);
+  KeptTake* Edit(int number);
+  void BeginTake();
+  void StopTake();
+  void EndTake();
+  int PredecessorAt(double start, const std::vector<rws::core::Instance*>& rigs);
+  void ReadInputs(KeptTake& take);
+  void NoteStart(KeptTake& take);
+  std::string HashOf(const KeptTake& take);
+  std::vector<const KeptTake*> ChainOf(int number) const;
+  std::string WhyNot(const std::vector<const KeptTake*>& chain);
+  std::string PutBack(const KeptTake& take);
+  std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
+  bool Simulate(const KeptTake& take, double end, const Monitor& monitor);
+
+  SceneSession& m_session;
+  TakeList m_list;
+  KeptTake m_running;
+  std::shared_ptr<int> m_life = std::make_shared<int>(0);
+  bool m_changed = false;  ///< since `Load`
+  bool m_damaged = false;
+};
+
+}  // namespace orv::app
