@@ -1489,6 +1489,11 @@
         <translation>Take wiederherstellen</translation>
     </message>
     <message>
+        <source>Use Take</source>
+        <extracomment>src/app/session/takes/KeptTakes.cpp</extracomment>
+        <translation>Take verwenden</translation>
+    </message>
+    <message>
         <source>The node is gone.</source>
         <extracomment>src/app/studio/HeadlessBrowser.cpp</extracomment>
         <translation>Den Knoten gibt es nicht mehr.</translation>
@@ -2619,6 +2624,11 @@
         <translation>Minuten zwischen automatischen Sicherungen; 0: keine Sicherung, kein Mitschreiben von Takes</translation>
     </message>
     <message>
+        <source>every take is kept with its scene, outside undo</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>jeder Take bleibt bei seiner Szene, außerhalb des Rückgängigmachens</translation>
+    </message>
+    <message>
         <source>of the windows</source>
         <extracomment>src/core/services/Preferences.cpp</extracomment>
         <translation>der Fenster</translation>
@@ -3527,6 +3537,11 @@
         <source>Show frames while a resimulation runs</source>
         <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
         <translation>Bilder während einer neuen Simulation zeigen</translation>
+    </message>
+    <message>
+        <source>Keep every take with its scene</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Jeden Take bei seiner Szene behalten</translation>
     </message>
     <message>
         <source>Lengths in</source>

@@ -20,6 +20,7 @@ class Takes : public ProgramTest {
 
 TEST_F(Takes, EachComesBackToTheBit) {
   ok("add shot.glb DirectInputLink --name Hand -o hand.glb");
+  ok("preferences keeptakes=on");
   play("a.csv", 1);
   play("b.csv", 2);
   play("c.csv", 3);
@@ -63,6 +64,18 @@ TEST_F(Takes, EachComesBackToTheBit) {
   EXPECT_EQ(list[1]["name"], "best");
   EXPECT_EQ(list[1]["stars"], 4);
   EXPECT_EQ(json("takes other.glb use 2 -o other.glb")["same"], true);
+
+  // A file that is played is no mapping, and a take that was thrown away none at all.
+  ok({"map", "hand.glb", "Hand:Yaw (Right/Left)", "No such wheel", "Axis", "2", "-o", "m.glb"});
+  ok("take m.glb --seconds 0.2 --play a.csv -o m.glb");
+  ok("takes m.glb use 1 -o m.glb");
+  for (const auto& input : json("info m.glb")["rigs"][0]["inputs"])
+    if (input["name"] == "Yaw (Right/Left)") {
+      EXPECT_EQ(input["mapping"]["control"]["device"], "No such wheel");
+    }
+  ok("preferences keeptakes=off");
+  ok("take m.glb --seconds 0.2 --play b.csv -o m.glb");
+  EXPECT_EQ(json("takes m.glb list")["takes"].size(), 1u);
 
   tells("takes now.glb delete 1 -o no.glb", 1, {"take 2 went on from it"});
   ok("takes now.glb delete 3 -o now.glb");

@@ -193,8 +193,8 @@ void GltfWriter::Assembly::NoteChanges() {
 
 bool GltfWriter::Assembly::SomethingChanged() const {
   return m_document == nullptr || m_scene.m_hadRecord || !m_scene.m_rigs.empty() ||
-         !m_scene.m_rows.empty() || !m_scene.m_takes.empty() || m_scene.m_sound || m_scene.m_rateIsChosen ||
-         m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
+         !m_scene.m_rows.empty() || !m_scene.m_takes.empty() || m_scene.m_sound ||
+         m_scene.m_rateIsChosen || m_scene.m_rangeStart != m_scene.m_sourceRange[0] ||
          m_scene.m_rangeEnd != m_scene.m_sourceRange[1] || m_touched;
 }
 

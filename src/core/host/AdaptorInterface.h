@@ -177,8 +177,8 @@ class AdaptorInterface {
   virtual void GetModelsUnder(core::CoreNode*, util::ReturnValue<std::vector<core::CoreNode*>>&) {}
   /// Number of the open undo block, another for each; 0 without one, or when the host can't tell.
   virtual int GetUndoBlock() { return 0; }
-  /// [defaulted] As HostUndo where the block of this number is what that takes back; else false, with
-  /// nothing done.
+  /// [defaulted] As HostUndo where the block of this number is what that takes back; else false,
+  /// with nothing done.
   virtual bool UndoBlock(int /*block*/) { return HostUndo(); }
 };
 

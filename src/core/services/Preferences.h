@@ -30,6 +30,7 @@ class Preferences {
   PenArea penArea = PenArea::kWindow;      ///< "pen": "window", "tablet"
   int steeringForce = 0;     ///< "steeringforce", what a wheel feels of a car's steering (%)
   int roadForce = 0;         ///< "roadforce", what it feels of the ground (%)
+  bool keepTakes = false;    ///< "keeptakes": every take stays with its scene, outside undo
   int kickForce = 0;         ///< "kickforce", what a trigger feels of a gun (%)
   bool updateCheck = false;  ///< the user agrees that a server is asked for newer versions
   bool updateAsked = false;  ///< he has been asked for that

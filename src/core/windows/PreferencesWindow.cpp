@@ -41,6 +41,7 @@ const std::vector<ShownPreference>& ShownPreferences() {
       {"countdown", Translatable("Seconds before a take"), 3600.0, {}, false},
       {"autosave", Translatable("Minutes between autosaves (0: none)"), 120.0, {}, false},
       {"updateviewport", Translatable("Show frames while a resimulation runs"), 0.0, {}, false},
+      {"keeptakes", Translatable("Keep every take with its scene"), 0.0, {}, false},
       {"units",
        Translatable("Lengths in"),
        0.0,

@@ -50,7 +50,11 @@ std::string BindingsOf(Instance& rig) {
   util::xml::Tag profile(record::kProfile);
   for (int i = 0; i < rig.GetProperties().count(); ++i) {
     util::xml::Tag tag(record::kProperty);
-    rig.GetProperties().property(i)->save(tag);
+    unidevice::Property& property = *rig.GetProperties().property(i);
+    // What is bound for a while, such as a file that is played, is no mapping of the user's.
+    unidevice::Control* const bound = std::exchange(property.control, nullptr);
+    property.save(tag);
+    property.control = bound;
     profile.emplaceChild(std::move(tag));
   }
   return profile.toText("", "");
@@ -203,6 +207,8 @@ int KeptTakes::PredecessorAt(double start, const std::vector<Instance*>& rigs) {
 
 void KeptTakes::BeginTake() {
   auto& core = m_session.GetCore();
+  m_isKeeping = core.GetPreferences().keepTakes && !m_damaged;
+  if (!m_isKeeping) return;
   m_running = {};
   m_running.rate = m_session.GetScene().GetFrameRate();
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
@@ -250,7 +256,7 @@ void KeptTakes::NoteStart(KeptTake& take) {
 }
 
 void KeptTakes::StopTake() {
-  if (m_damaged) return;
+  if (!m_isKeeping) return;
   auto& core = m_session.GetCore();
   m_running.range.to = std::max(m_running.range.from, core.GetFrameTime());
   ReadInputs(m_running);
@@ -266,16 +272,18 @@ void KeptTakes::StopTake() {
 }
 
 void KeptTakes::EndTake() {
+  if (!m_isKeeping) return;
   KeptTake* take = Edit(m_list.current);
-  if (!take || m_damaged) return;
+  if (!take) return;
   if (now) take->when = now();
   NoteStart(*take);
   take->hash = HashOf(*take);
 }
 
 void KeptTakes::TakeOverInputs(double end) {
+  if (!m_isKeeping) return;
   KeptTake* take = Edit(m_list.current);
-  if (!take || m_damaged) return;
+  if (!take) return;
   take->range.to = std::max(take->range.to, end);
   ReadInputs(*take);
   take->hash = HashOf(*take);

@@ -25,8 +25,9 @@ struct UseResult {
   bool isSame = false;  ///< the poses are those of the take, to the bit
 };
 
-/// Keeps every take that the session's core performs, outside undo: what a retry or an undo drops
-/// of the scene stays here, marked. Takes that are kept are written with the scene.
+/// Keeps every take that the session's core performs while the preferences ask for it, outside
+/// undo: what a retry or an undo drops of the scene stays here, marked. Takes that are kept are
+/// written with the scene.
 class KeptTakes {
  public:
   /// Listens to the core's takes as long as it lives.
@@ -99,6 +100,7 @@ class KeptTakes {
   std::shared_ptr<int> m_life = std::make_shared<int>(0);
   bool m_changed = false;  ///< since `Load`
   bool m_damaged = false;
+  bool m_isKeeping = false;  ///< the take that runs, or ended last
 };
 
 }  // namespace orv::app
