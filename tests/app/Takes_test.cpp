@@ -69,7 +69,8 @@ TEST_F(Takes, EachComesBackToTheBit) {
   ok({"map", "hand.glb", "Hand:Yaw (Right/Left)", "No such wheel", "Axis", "2", "-o", "m.glb"});
   ok("take m.glb --seconds 0.2 --play a.csv -o m.glb");
   ok("takes m.glb use 1 -o m.glb");
-  for (const auto& input : json("info m.glb")["rigs"][0]["inputs"])
+  const auto mapped = json("info m.glb");
+  for (const auto& input : mapped["rigs"][0]["inputs"])
     if (input["name"] == "Yaw (Right/Left)") {
       EXPECT_EQ(input["mapping"]["control"]["device"], "No such wheel");
     }
