@@ -26,7 +26,7 @@ util::CMesh MakeHills() {
   std::string error;
   EXPECT_TRUE(document.Open(path, error)) << error;
   return *static_cast<headless::HeadlessNode*>(document.GetAdaptor().FindSceneNode("Terrain"))
-              ->GetMesh();
+              ->GetMesh(0.0);
 }
 
 void AddHills(HeadlessFixture& fixture, const util::CMesh& mesh) {

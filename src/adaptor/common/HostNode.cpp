@@ -178,7 +178,7 @@ CSnapshot_Lens* HostNode::GetSnapshotLens(double time) {
 }
 
 CSnapshot_Shape* HostNode::GetSnapshotShape(double time) {
-  std::shared_ptr<const Curve> curve = IsValid() ? SharedCurve() : nullptr;
+  std::shared_ptr<const Curve> curve = IsValid() ? CurveAt(time) : nullptr;
   if (!curve) return nullptr;
   return &m_adaptor.GetPools().shape.Take().Bind(std::move(curve), GetWorldPose(time));
 }
@@ -400,8 +400,8 @@ void HostNode::SetColour(const Colour& colour) {
   });
 }
 
-std::shared_ptr<const util::MeshRays> HostNode::GetRays() {
-  std::shared_ptr<const util::CMesh> mesh = GetMesh();
+std::shared_ptr<const util::MeshRays> HostNode::GetRays(double time) {
+  std::shared_ptr<const util::CMesh> mesh = GetMesh(time);
   if (!mesh) return nullptr;
   if (!m_aside->rays || m_aside->raysMesh != mesh) {
     m_aside->rays = m_adaptor.RaysOf(mesh);

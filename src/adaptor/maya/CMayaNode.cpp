@@ -252,12 +252,11 @@ Matrix<double> CMayaNode::ReadLocal(double time) {
   if (owner || m_take) return Compose(ReadTrs(time));
   // A user's node may have shear, or be of a kind that adds to its channels.
   const int take = Adaptor().GetTakeSerial();
-  if (take != 0 && take == m_stillTake) return m_still;
+  if (m_localRead.Holds(take, time)) return m_local;
   const MObject node = GetObject();
-  MMatrix host;
-  ReadAt(time, [&] {
-    host = MFnMatrixData(FindPlug(node, "matrix").asMObject()).matrix();
-    return 0;
+  m_localRead.Begin(take, node);
+  const MMatrix host = Adaptor().ReadDriven(m_localRead.GetDrive(), time, [&node] {
+    return MFnMatrixData(FindPlug(node, "matrix").asMObject()).matrix();
   });
   Matrix<double> local;
   std::copy(&host.matrix[0][0], &host.matrix[0][0] + 16, local.data());
@@ -266,17 +265,10 @@ Matrix<double> CMayaNode::ReadLocal(double time) {
     local = Adaptor().GetSpace().WorldToRig(local);
   else if (!Inherits())
     local = parent->GetWorldPose(time).affineInverse() * Adaptor().GetSpace().WorldToRig(local);
-  if (take != 0 && (!parent || Inherits()) && IsStill()) {
-    m_stillTake = take;
-    m_still = local;
-  }
+  if (parent && !Inherits()) return local;
+  m_local = local;
+  m_localRead.Note(time);
   return local;
-}
-
-/// Whether nothing drives the transform.
-bool CMayaNode::IsStill() const {
-  const std::array<MPlug, 9> plugs = PosePlugs(GetObject());
-  return std::none_of(plugs.begin(), plugs.end(), IsDriven);
 }
 
 Matrix<double> CMayaNode::ReadWorld(double time) {
@@ -462,7 +454,7 @@ void CMayaNode::AbandonTake() {
 }
 
 void CMayaNode::ForgetShapes() {
-  m_stillTake = m_meshTake = m_curveTake = 0;
+  for (TakeRead* read : {&m_localRead, &m_meshRead, &m_curveRead}) read->Forget();
 }
 
 void CMayaNode::ShowTakePose() {

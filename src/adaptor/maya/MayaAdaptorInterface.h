@@ -12,7 +12,9 @@
 
 #include "adaptor/common/HostAdaptor.h"
 #include "adaptor/common/Space.h"
+#include "adaptor/maya/HostTime.h"
 #include "adaptor/maya/RefreshPace.h"
+#include "adaptor/maya/TakeRead.h"
 #include "adaptor/maya/TakeSwitches.h"
 
 namespace orv::rws::adaptor::maya {
@@ -54,6 +56,14 @@ class MayaAdaptorInterface final : public HostAdaptor {
   Space GetSpace() const;
   /// Number of the running take, from 1 up; what was read for one is not asked twice.
   int GetTakeSerial() const { return IsRecording() ? m_takeSerial : 0; }
+  /// What `read` finds at `time` (s) of what follows `drive`. In a take, nodes that follow others
+  /// see all that rigs have written so far, whenever the host's time is moved.
+  template <class Read>
+  auto ReadDriven(Drive drive, double time, Read read) {
+    if (drive == Drive::kNothing) return read();
+    if (drive == Drive::kNodes && IsRecording()) PutTakePoses();
+    return ReadAt(time, read);
+  }
   /// Name that no node of the scene has, like `wish` and legal.
   std::string FreeName(const std::string& wish) const;
   void NoteProblem(const std::string& text) { Warn(text); }
