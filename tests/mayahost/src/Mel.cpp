@@ -342,6 +342,7 @@ bool HotKeySet(const Words& words, Words& result) {
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.Has("ex") || args.Has("q")) return result = {state.hotKeys.count(name) ? "1" : "0"}, true;
   if (!args.Has("e")) state.hotKeys[name] = state.hotKeys[args.Has("src") ? args["src"] : state.hotKeySet];
+  if (args.Has("e") && args.Has("del")) return name != state.hotKeySet && state.hotKeys.erase(name) > 0;
   if (args.Has("cu") && state.hotKeys.count(name)) state.hotKeySet = name;
   return true;
 }
