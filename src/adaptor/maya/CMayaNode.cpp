@@ -314,10 +314,14 @@ std::vector<MObject> CMayaNode::MakeCurves(const MPlug* plugs, std::size_t count
   const auto lacks = [](const MPlug& plug) { return CurveOf(plug).isNull(); };
   const bool any = std::any_of(plugs, plugs + count, lacks);
   MDGModifier& modifier = change && any ? change->AddCurves() : unnoted;
-  std::vector<MObject> curves;
-  for (std::size_t i = 0; i < count; ++i)
+  std::vector<MObject> curves, made;
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool isNew = lacks(plugs[i]);
     curves.push_back(WhyNoKeysOn(plugs[i]).empty() ? CurveFor(plugs[i], modifier) : MObject());
+    if (isNew && !curves.back().isNull()) made.push_back(curves.back());
+  }
   modifier.doIt();
+  for (const MObject& curve : made) MFnAnimCurve(curve).setIsWeighted(false);
   return curves;
 }
 

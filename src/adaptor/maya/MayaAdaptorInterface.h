@@ -111,6 +111,7 @@ class MayaAdaptorInterface final : public HostAdaptor {
   bool PutTimeRange(double start, double end) override;
   void BlockMade(int id, const std::string& name) override;
 
+  void CopyPose(CMayaNode& from, CMayaNode& to);
   /// A new transform in rig space's unit and axes.
   CMayaNode* AddTransform(const std::string& sceneName, HostNode* parent);
   /// Why no take may write the nodes of this rig; empty where it may.

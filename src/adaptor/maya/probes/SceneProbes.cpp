@@ -312,6 +312,23 @@ void HotKeySets(ProbeRun& run) {
             "the present set of hot keys has no name");
 }
 
+/// In a set of its own, which goes again.
+void HotKeysBound(ProbeRun& run) {
+  if (MGlobal::mayaState() != MGlobal::kInteractive) return run.Skip("there are no windows");
+  MString before, bound;
+  MGlobal::executeCommand("hotkeySet -q -current", before);
+  MGlobal::executeCommand("hotkeySet -source \"Maya_Default\" -current \"orvelProbe\"");
+  MGlobal::executeCommand("nameCommand -ann \"orvelProbe\" -command \"\" orvelProbe");
+  MGlobal::executeCommand("hotkey -k \"-\" -ctl -alt -name \"orvelProbe\"");
+  MGlobal::executeCommand("hotkey -q -name Dash -ctl -alt", bound);
+  MGlobal::executeCommand("hotkeySet -e -current \"" + before + "\"");
+  MGlobal::executeCommand("hotkeySet -e -delete \"orvelProbe\"");
+  run.Check(bound == "orvelProbe", "a key does not tell what it was bound to");
+  MString current;
+  MGlobal::executeCommand("hotkeySet -q -current", current);
+  run.Check(current == before, "the set that was current does not come back");
+}
+
 void ShelfTabs(ProbeRun& run) {
   if (MGlobal::mayaState() != MGlobal::kInteractive) return run.Skip("there are no windows");
   run.Check(MGlobal::executeCommand("global string $gShelfTopLevel;if(`tabLayout -exists "
@@ -339,6 +356,7 @@ void AddSceneProbes(std::vector<Probe>& list) {
       {11, Feature::kTakes, kOfDocs, "there is a condition \"playingBack\"", PlayingCondition},
       {12, Feature::kWindows, kOfDocs, "the host names its main window", MainWindow},
       {13, Feature::kHotKeys, kOfDocs, "the present set of hot keys has a name", HotKeySets},
+      {18, Feature::kHotKeys, kThought, "keys tell what they are bound to", HotKeysBound},
       {14, Feature::kShelf, kThought, "the shelf's layout has a global name", ShelfTabs},
       {15, Feature::kStorage, kOfDocs, "nodes of a plug-in's types survive a file",
        OwnTypesSurviveFiles},
