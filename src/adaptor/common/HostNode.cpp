@@ -140,6 +140,7 @@ bool HostNode::Rename(const std::string& sceneName) {
   const std::string before = GetSceneName();
   if (before == sceneName) return true;
   PutName(sceneName);
+  if (GetSceneName() == before) return false;
   const bool exact = GetSceneName() == sceneName;
   m_adaptor.NoteName(*this);
   m_adaptor.BeginUndoBlock("Rename #" + before);

@@ -114,6 +114,7 @@ std::string CMayaNode::GetSceneName() {
 }
 
 void CMayaNode::deleteMe() {
+  if (IsReferenced()) return;
   const std::string path = GetPath().fullPathName().asUTF8();
   HostNode::deleteMe();
   core::LogEntry(core::LogLevel::kDebug,

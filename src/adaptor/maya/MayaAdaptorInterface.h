@@ -41,6 +41,8 @@ class MayaAdaptorInterface final : public HostAdaptor {
   /// The host has put a node into the scene, be it one that an undo brought back, or taken it out.
   void NodeAdded(MObject& node);
   void NodeRemoved(MObject& node);
+  /// Whether what the host calls now is called by a take that moves the time.
+  bool IsInTick() const { return m_inTick; }
   /// Whether nodes that come do so for ImportNodes.
   bool IsImporting() const { return m_importing; }
 
@@ -129,6 +131,7 @@ class MayaAdaptorInterface final : public HostAdaptor {
   int m_groups = 0;                 ///< of selections that are open
   bool m_groupStarted = false;
   bool m_importing = false;
+  bool m_inTick = false;
   bool m_madeEntries = false;  ///< the host's queue may hold entries of ours
 };
 

@@ -229,6 +229,7 @@ void CMayaNode::CopyShapes(const CMayaNode& from) {
 
 void MayaAdaptorInterface::Remove(HostNode& node) {
   auto& own = static_cast<CMayaNode&>(node);
+  if (own.IsReferenced()) return;
   own.LeaveTake();
   MGlobal::executeCommand(("delete " + QuoteMel(own.GetPath().fullPathName().asUTF8())).c_str(),
                           false, false);

@@ -329,6 +329,21 @@ void HotKeysBound(ProbeRun& run) {
   run.Check(current == before, "the set that was current does not come back");
 }
 
+void NoteWriting(void* clientData) {
+  *static_cast<bool*>(clientData) = MFileIO::isWritingFile();
+}
+
+void WritingIsTold(ProbeRun& run) {
+  const ProbeFile file("writing");
+  bool before = false;
+  const MCallbackId id =
+      MSceneMessage::addCallback(MSceneMessage::kBeforeSave, NoteWriting, &before);
+  MFileIO::saveAs(file.GetPath(), "mayaAscii", true);
+  MMessage::removeCallback(id);
+  run.Note(before ? "isWritingFile is true before a save" : "isWritingFile is false before a save");
+  run.Check(!MFileIO::isWritingFile(), "it is told when none is written");
+}
+
 void ShelfTabs(ProbeRun& run) {
   if (MGlobal::mayaState() != MGlobal::kInteractive) return run.Skip("there are no windows");
   run.Check(MGlobal::executeCommand("global string $gShelfTopLevel;if(`tabLayout -exists "
@@ -361,6 +376,7 @@ void AddSceneProbes(std::vector<Probe>& list) {
       {15, Feature::kStorage, kOfDocs, "nodes of a plug-in's types survive a file",
        OwnTypesSurviveFiles},
       {17, Feature::kNodeEvents, kOfDocs, "a file that is read is told", ReadingIsTold},
+      {19, Feature::kStorage, kOfDocs, "a file that is written is told", WritingIsTold},
       {16, Feature::kUndo, kOfDocs, "the undo queue can be flushed, and tells that it is empty",
        EmptyQueue},
   };
