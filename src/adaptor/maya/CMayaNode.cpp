@@ -78,6 +78,7 @@ bool CMayaNode::IsReferenced() const {
 struct Reparenting {
   MDagModifier move;
   bool undone = false;
+  unsigned instance = 0;  ///< number of the node's path at the other place
 };
 
 // --- the tree ---
@@ -393,6 +394,7 @@ Exchange CMayaNode::SavePlace() {
     pose();
     if (!place->undone) place->move.undoIt();
     place->undone = !place->undone;
+    std::swap(m_instance, place->instance);
   };
 }
 
@@ -405,6 +407,18 @@ std::vector<double> CMayaNode::KeyTimes() const {
     for (unsigned i = 0; i < keys.numKeys(); ++i) times.insert(ToSeconds(keys.time(i)));
   }
   return {times.begin(), times.end()};
+}
+
+/// Below an instance the node stands below all others of it, too.
+unsigned CMayaNode::InstanceBelow(HostNode* parent) const {
+  MDagPathArray paths;
+  MDagPath::getAllPathsTo(GetObject(), paths);
+  for (unsigned i = 0; parent && i < paths.length(); ++i) {
+    MDagPath above = paths[i];
+    above.pop();
+    if (above == static_cast<CMayaNode*>(parent)->GetPath()) return i;
+  }
+  return 0;
 }
 
 bool CMayaNode::PutUnder(HostNode* parent) {
@@ -431,6 +445,7 @@ bool CMayaNode::PutUnder(HostNode* parent) {
              : "parent -world " + own;
   move.commandToExecute(line.c_str());
   if (!move.doIt()) return false;
+  (noted ? noted->instance : unnoted.instance) = std::exchange(m_instance, InstanceBelow(parent));
   m_moving = noted != nullptr;
   if (keyed)
     WriteKeys(times.front(), poses);

@@ -95,6 +95,7 @@ class CMayaNode final : public HostNode {
   HostChannels ToChannels(double time, const Trs& local, const ChannelFrame& frame,
                           const util::Vector3<double>& previousAngles);
   Trs ToPose(double time, const HostChannels& channels, const ChannelFrame& frame);
+  unsigned InstanceBelow(HostNode* parent) const;
   const Trs* FindKept(double time, const HostChannels& channels, const ChannelFrame& frame);
   /// Where the changes of the open block go; null without one.
   PlugChange* ChangeOf(const std::weak_ptr<PlugChange>& change) const;
