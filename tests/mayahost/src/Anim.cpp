@@ -49,6 +49,7 @@ MObject Later(ModifierState& state, const NodeType* type, MObject parent, MStatu
   const bool shape = type->IsA("shape") && !above;
   const NodePtr node = MakeNode(shape ? FindType("transform") : type, shape ? type->name + "1" : "");
   const NodePtr below = shape ? MakeNode(type, type->name + "Shape1") : nullptr;
+  if (node->curve) node->curve->weighted = true;
   state.Add([=] { return AddNode(node, above.get()), below ? AddNode(below, node.get()) : void(), true; });
   return Obj(node);
 }

@@ -467,6 +467,15 @@ NodePtr ReferenceScene(const std::string& file, const std::string& space) {
     NotifyScene(M::kAfterCreateReference), NotifyScene(M::kAfterCreateReferenceAndRecordEdits);
   return good ? node : nullptr;
 }
+bool ImportReference(const NodePtr& reference) {
+  const Recording none(nullptr);
+  NotifyScene(M::kBeforeImportReference);
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->reference == reference.get()) node->reference = nullptr;
+  DeleteNode(reference, true);
+  NotifyScene(M::kAfterImportReference);
+  return TheScene().modified = true;
+}
 bool RemoveReference(const NodePtr& reference, bool unload) {
   const Recording none(nullptr);
   NotifyScene(unload ? M::kBeforeUnloadReference : M::kBeforeRemoveReference);

@@ -342,6 +342,7 @@ bool HotKeySet(const Words& words, Words& result) {
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.Has("ex") || args.Has("q")) return result = {state.hotKeys.count(name) ? "1" : "0"}, true;
   if (!args.Has("e")) state.hotKeys[name] = state.hotKeys[args.Has("src") ? args["src"] : state.hotKeySet];
+  if (args.Has("e") && args.Has("del")) return name != state.hotKeySet && state.hotKeys.erase(name) > 0;
   if (args.Has("cu") && state.hotKeys.count(name)) state.hotKeySet = name;
   return true;
 }
@@ -443,7 +444,7 @@ bool UndoInfo(const Words& words, Words& result) {
 bool File(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-                         "sn/sceneName ns/namespace:1 type/type:1 pr/preserveReferences lr/loadReference ur/unloadReference");
+                         "sn/sceneName ns/namespace:1 type/type:1 pr/preserveReferences lr/loadReference ur/unloadReference ir/importReference");
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.bad) return false;
   if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
@@ -454,11 +455,11 @@ bool File(const Words& words, Words& result) {
   if (args.Has("s")) return SaveScene(TheScene().file);
   if (args.Has("i")) return ImportScene(name, args["ns"]);
   if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"));
-  if (args.Has("rr") || args.Has("ur") || args.Has("lr")) {
+  if (args.Has("rr") || args.Has("ur") || args.Has("lr") || args.Has("ir")) {
     for (const auto& item : Resolve("*"))
       if (const NodePtr node = NodeOf(item.node);
           node->info->name == "reference" && Get(NumberOf(node, "fileNames")).data && Get(NumberOf(node, "fileNames")).data->text == name)
-        return args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
+        return args.Has("ir") ? ImportReference(node) : args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
     return Fail("No such reference: " + name);
   }
   if (args.Has("r")) return ReferenceScene(name, args["ns"]) != nullptr;

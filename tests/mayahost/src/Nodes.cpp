@@ -173,7 +173,7 @@ bool MFnDependencyNode::canBeWritten(MStatus* status) const {
 }
 MString MFnDependencyNode::parentNamespace(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
-  return node ? NamespaceOf(node->name).c_str() : "";
+  return node && !Pretends(Wrong::kNamespaces) ? NamespaceOf(node->name).c_str() : "";
 }
 MItDependencyNodes::MItDependencyNodes(MFn::Type filter, MStatus* status) {
   Ok(status);

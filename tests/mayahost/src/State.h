@@ -63,5 +63,7 @@ bool ExportScene(const std::string& file, bool selected);
 NodePtr ReferenceScene(const std::string& file, const std::string& space);
 bool RemoveReference(const NodePtr& reference, bool unload);
 bool LoadReference(const NodePtr& reference);
+/// Its nodes become the scene's own.
+bool ImportReference(const NodePtr& reference);
 
 }  // namespace mayahost

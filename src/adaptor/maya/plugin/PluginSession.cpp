@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
+#include <utility>
 
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/plugin/TakeKeys.h"
@@ -128,33 +130,68 @@ void PluginSession::EndWork() {
 }
 
 void PluginSession::DropScene() {
-  m_inSceneChange = false;
+  m_inSceneChange = m_inSave = false;
+  m_standing.clear();
   EndWork();
   m_core->DropAllRows();
   m_adaptor->SceneGone();
   m_storage->Forget();
 }
 
+bool PluginSession::HasNodesAlive(core::Instance& rig) const {
+  const std::vector<core::CoreNode*> nodes = rig.GetNodes();
+  return std::any_of(nodes.begin(), nodes.end(),
+                     [](core::CoreNode* node) { return node->IsValid(); });
+}
+
 void PluginSession::BeforeScene() {
+  Settle();
   EndWork();
   m_inSceneChange = true;
-  // The host tells of a scene that could not be opened by no message of its own.
-  if (QCoreApplication::instance())
-    QTimer::singleShot(0, QCoreApplication::instance(), [] {
-      if (g_session) g_session->LookAtFailedOpen();
-    });
+  m_standing.clear();
+  for (core::Instance* rig : m_core->List(false))
+    if (HasNodesAlive(*rig)) m_standing.push_back(rig->GetInstanceName());
+  SettleLater(0);
+}
+
+/// The host tells of a scene that could not be opened, or saved, by no message of its own. Where it
+/// has no event loop, what comes next sees to it.
+void PluginSession::SettleLater(int milliseconds) {
+  if (!QCoreApplication::instance()) return;
+  QTimer::singleShot(milliseconds, QCoreApplication::instance(), [] {
+    constexpr int kOnceMore = 100;
+    if (!g_session) return;
+    if (MFileIO::isReadingFile() || MFileIO::isWritingFile())
+      g_session->SettleLater(kOnceMore);
+    else
+      g_session->Settle();
+  });
+}
+
+void PluginSession::Settle() {
+  LookAtFailedOpen();
+  if (m_inSave) AfterSave();
 }
 
 void PluginSession::LookAtFailedOpen() {
   if (!m_inSceneChange) return;
   m_inSceneChange = false;
-  for (core::Instance* instance : m_core->List(false)) {
-    bool anyAlive = false;
-    for (core::CoreNode* node : instance->GetNodes()) anyAlive = anyAlive || node->IsValid();
-    if (anyAlive) continue;
-    if (core::InstanceReference* row = m_core->Find(instance->GetInstanceName()))
-      m_core->RemoveRow(row);
+  std::vector<core::InstanceReference*> dead;
+  bool anyAlive = false;
+  for (const std::string& name : std::exchange(m_standing, {})) {
+    core::Instance* const rig = m_core->FindInstance(name);
+    const bool isAlive = rig && HasNodesAlive(*rig);
+    anyAlive = anyAlive || isAlive;
+    if (rig && !isAlive) dead.push_back(m_core->Find(name));
   }
+  // Where no node stands the scene is lost, and with it what never had any.
+  if (!dead.empty() && !anyAlive) return DropScene();
+  for (core::InstanceReference* row : dead) m_core->RemoveRow(row);
+}
+
+void PluginSession::BeforeEdit() {
+  Settle();
+  if (m_adaptor->IsInTick()) EndWork();
 }
 
 void PluginSession::AfterNew() {
@@ -174,6 +211,7 @@ void PluginSession::AfterOpen() {
 
 void PluginSession::BeforeImport() {
   if (m_adaptor->IsImporting()) return;
+  Settle();
   EndWork();
   m_storage->NoteOwn();
 }
@@ -194,7 +232,10 @@ void PluginSession::AfterReference() {
 }
 
 void PluginSession::BeforeSave() {
+  Settle();
   EndWork();
+  m_inSave = true;
+  SettleLater(0);
   if (Features::instance().IsOn(Feature::kStorage))
     m_storage->Write();
   else
@@ -202,6 +243,7 @@ void PluginSession::BeforeSave() {
 }
 
 void PluginSession::AfterSave() {
+  m_inSave = false;
   m_storage->Clear();
 }
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/windows/Program.h"
 #include "util/MessageNode.h"
@@ -12,7 +13,8 @@ class Devices;
 }
 namespace orv::rws::core {
 class CoreImplementation;
-}
+class Instance;
+}  // namespace orv::rws::core
 namespace orv::rws::core::windows {
 class KeyFilter;
 class Windows;
@@ -46,6 +48,10 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
   /// Into the host's script editor and the log.
   void Tell(const std::string& warning);
 
+  /// A command is about to change rigs. One that the host runs because a take has moved its time,
+  /// as a script of the user's, ends the take first.
+  void BeforeEdit();
+
   // Of the host's scene, see Callbacks.
   void BeforeScene();  ///< a new one, or another
   void AfterNew();
@@ -74,10 +80,15 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
  private:
   void EndWork();
   void DropScene();
+  bool HasNodesAlive(core::Instance& rig) const;
+  void SettleLater(int milliseconds);
+  void Settle();
   void LookAtFailedOpen();
 
   bool m_hasWindows;
   bool m_inSceneChange = false;
+  bool m_inSave = false;
+  std::vector<std::string> m_standing;  ///< rigs with nodes when the scene began to change
   std::unique_ptr<MayaAdaptorInterface> m_adaptor;
   std::unique_ptr<core::CoreImplementation> m_core;
   std::unique_ptr<SceneStorage> m_storage;
