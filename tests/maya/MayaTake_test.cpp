@@ -391,6 +391,13 @@ TEST(MayaTake, EveryEditIsUndoneAndRedoneToTheByte) {
         {"out of sight", [&] { body->Hide(); }},
         {"a selection", [&] { lens->Select(); }},
         {"a range that grows", [&] { adaptor.SetTimeRange(-1.0, 90.0); }},
+        {"an import with a shader",
+         [&] {
+           NodeList nodes;
+           util::ReturnValue<NodeList> result(nodes);
+           EXPECT_EQ(adaptor.ImportNodes(host.ImportFile(), "In_", result), "");
+           EXPECT_NE(mayahost::Dump().find("In_Lid_shaderSG"), std::string::npos);
+         }},
         {"nothing left", [&] { body->deleteMe(); }}};
     for (const auto& [name, edit] : edits) {
       SCOPED_TRACE(name);
