@@ -231,6 +231,27 @@ TEST(MayaTake, InstancesAndJointsStandWhereTheHostShowsThem) {
   }
 }
 
+TEST(MayaTake, FiltersTheAnglesOfTheLatestTakeAndTakesThatBack) {
+  MayaFixture host;
+  Performance car(host, "4WheelerExt");
+  car.Resimulate();
+  MFnAnimCurve turned(maya::CurveOf(PlugOf(car.Nodes().front(), "ry")));
+  for (unsigned i = 20; i < turned.numKeys(); ++i) turned.setValue(i, turned.value(i) + 4.0 * M_PI);
+  const double before = turned.value(19), after = turned.value(20);
+  EXPECT_GT(std::abs(after - before), 3.0 * M_PI);
+  const std::string jumped = mayahost::Dump();
+  host.Maya().BeginUndoBlock("Filter");
+  host.Maya().FilterCurves();
+  host.Maya().EndUndoBlock();
+  for (unsigned i = 1; i < turned.numKeys(); ++i)
+    EXPECT_LT(std::abs(turned.value(i) - turned.value(i - 1)), M_PI);
+  const std::string filtered = mayahost::Dump();
+  EXPECT_TRUE(host.Maya().HostUndo());
+  EXPECT_EQ(mayahost::Dump(), jumped) << Difference(jumped, mayahost::Dump());
+  EXPECT_TRUE(host.Maya().HostRedo());
+  EXPECT_EQ(mayahost::Dump(), filtered);
+}
+
 TEST(MayaTake, OfCopiesWithATagTheNameDecidesElseTheFirst) {
   MayaFixture host;
   auto& adaptor = host.Maya();

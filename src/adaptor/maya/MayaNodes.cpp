@@ -19,6 +19,7 @@
 #include "adaptor/maya/CMayaNode.h"
 #include "adaptor/maya/Channels.h"
 #include "adaptor/maya/HelperShader.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/MelText.h"
 #include "adaptor/maya/ShapeReading.h"
@@ -109,10 +110,11 @@ bool IsStorage(const MObject& node) {
 struct ImportedRest {
   std::vector<MObjectHandle> nodes;
   std::unique_ptr<MDagModifier> out;
+  int block = -1;  ///< whose step this is
 
   void Exchange() {
     if (out) {
-      out->undoIt();
+      UndoLogged(*out, block);
       out.reset();
       return;
     }
@@ -123,7 +125,7 @@ struct ImportedRest {
     if (names.empty()) return;
     out = std::make_unique<MDagModifier>();
     out->commandToExecute(("delete" + names).c_str());
-    out->doIt();
+    RedoLogged(*out, block);
   }
 };
 
@@ -271,6 +273,7 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
   m_importing = false;
   if (!status) return file + " can't be read: " + status.errorString().asUTF8();
   auto rest = std::make_shared<ImportedRest>();
+  rest->block = GetUndo().openId();
   for (MObject object : NodesIn(space)) {
     if (IsStorage(object)) {
       // Rigs of another scene.
