@@ -106,6 +106,42 @@ TEST_F(Plugin, ARegistrationThatFailsLeavesNothingAndTellsItsText) {
   EXPECT_EQ(Registered(), before);
 }
 
+TEST_F(Plugin, HasAShelfWhileItIsLoadedWithWindows) {
+  const auto scripts = [] {
+    std::vector<std::string> lines;
+    for (std::string line : mayahost::Said())
+      if (line.rfind("shelf: ", 0) == 0) {
+        std::replace(line.begin(), line.end(), '\t', ' ');
+        lines.push_back(line.substr(7));
+      }
+    return lines;
+  };
+  ASSERT_TRUE(Load());
+  ASSERT_EQ(scripts().size(), 1u);
+  std::size_t at = 0;
+  const std::string icon = folder.path + "/orvelicon.xpm";
+  for (const std::string& part :
+       {std::string("string $tabName = \"RigwrightStudio\";global string $gShelfTopLevel;"),
+        std::string("if(`tabLayout -exists $gShelfTopLevel`){ if( (`shelfLayout -exists $tabName`) "
+                    "== 0){ addNewShelfTab $tabName;"),
+        std::string("setParent $currentShelf; string $ShowInterfaceIcon = \""), icon,
+        std::string("-command OrvelShowUICmd -label \"Start Orvel Rigwright\""),
+        std::string("-image1 $ShowInterfaceIcon -style \"iconOnly\";}}")}) {
+    at = scripts()[0].find(part, at);
+    ASSERT_NE(at, std::string::npos) << part << " in " << scripts()[0];
+  }
+  std::string picture;
+  EXPECT_TRUE(util::readFile(icon, picture));
+  Unload();
+  ASSERT_EQ(scripts().size(), 2u);
+  EXPECT_NE(scripts()[1].find("deleteShelfTab $tabName"), std::string::npos);
+  mayahost::SetBatch(true);
+  Forget();
+  ASSERT_TRUE(Load());
+  Unload();
+  EXPECT_TRUE(scripts().empty());
+}
+
 TEST_F(Plugin, CommandsTellTheirUsage) {
   ASSERT_TRUE(Load());
   const std::pair<const char*, const char*> rows[] = {
