@@ -38,8 +38,9 @@ TEST(MayaTake, PosesAreThoseOfTheHostWithoutAProgramAtEveryRate) {
       SCOPED_TRACE(kind + std::string(" at ") + std::to_string(fps));
       HeadlessFixture plain;
       const Poses expected = Performance(plain, kind, fps).Resimulate();
-      for (const bool zUp : {false, true}) {
-        MayaFixture host({zUp, zUp ? MDistance::kMeters : MDistance::kCentimeters});
+      for (const int look : {0, 1, 2, 3}) {
+        const bool zUp = look % 2 != 0;
+        MayaFixture host({zUp, look < 2 ? MDistance::kCentimeters : MDistance::kMeters});
         Performance there(host, kind, fps);
         const Poses first = there.Resimulate();
         ExpectAlike(expected, first, zUp ? "Z up" : "Y up");
@@ -231,6 +232,27 @@ TEST(MayaTake, InstancesAndJointsStandWhereTheHostShowsThem) {
   }
 }
 
+TEST(MayaTake, FiltersTheAnglesOfTheLatestTakeAndTakesThatBack) {
+  MayaFixture host;
+  Performance car(host, "4WheelerExt");
+  car.Resimulate();
+  MFnAnimCurve turned(maya::CurveOf(PlugOf(car.Nodes().front(), "ry")));
+  for (unsigned i = 20; i < turned.numKeys(); ++i) turned.setValue(i, turned.value(i) + 4.0 * M_PI);
+  const double before = turned.value(19), after = turned.value(20);
+  EXPECT_GT(std::abs(after - before), 3.0 * M_PI);
+  const std::string jumped = mayahost::Dump();
+  host.Maya().BeginUndoBlock("Filter");
+  host.Maya().FilterCurves();
+  host.Maya().EndUndoBlock();
+  for (unsigned i = 1; i < turned.numKeys(); ++i)
+    EXPECT_LT(std::abs(turned.value(i) - turned.value(i - 1)), M_PI);
+  const std::string filtered = mayahost::Dump();
+  EXPECT_TRUE(host.Maya().HostUndo());
+  EXPECT_EQ(mayahost::Dump(), jumped) << Difference(jumped, mayahost::Dump());
+  EXPECT_TRUE(host.Maya().HostRedo());
+  EXPECT_EQ(mayahost::Dump(), filtered);
+}
+
 TEST(MayaTake, OfCopiesWithATagTheNameDecidesElseTheFirst) {
   MayaFixture host;
   auto& adaptor = host.Maya();
@@ -391,6 +413,13 @@ TEST(MayaTake, EveryEditIsUndoneAndRedoneToTheByte) {
         {"out of sight", [&] { body->Hide(); }},
         {"a selection", [&] { lens->Select(); }},
         {"a range that grows", [&] { adaptor.SetTimeRange(-1.0, 90.0); }},
+        {"an import with a shader",
+         [&] {
+           NodeList nodes;
+           util::ReturnValue<NodeList> result(nodes);
+           EXPECT_EQ(adaptor.ImportNodes(host.ImportFile(), "In_", result), "");
+           EXPECT_NE(mayahost::Dump().find("In_Lid_shaderSG"), std::string::npos);
+         }},
         {"nothing left", [&] { body->deleteMe(); }}};
     for (const auto& [name, edit] : edits) {
       SCOPED_TRACE(name);

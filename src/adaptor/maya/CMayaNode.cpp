@@ -16,6 +16,7 @@
 #include "adaptor/common/LegalNames.h"
 #include "adaptor/maya/Channels.h"
 #include "adaptor/maya/HostTime.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/MayaPresence.h"
 #include "adaptor/maya/MelText.h"
@@ -168,7 +169,7 @@ void CMayaNode::PutShown(bool shown) {
 }
 
 std::unique_ptr<NodePresence> CMayaNode::MakePresence() {
-  return std::make_unique<MayaPresence>(*this);
+  return std::make_unique<MayaPresence>(*this, m_adaptor.GetUndo().openId());
 }
 
 // --- poses ---
@@ -387,12 +388,12 @@ Exchange CMayaNode::SavePose() {
 Exchange CMayaNode::SavePlace() {
   auto place = std::make_shared<Reparenting>();
   m_reparenting = place;
-  return [this, place, pose = SavePose()] {
+  return [this, place, pose = SavePose(), block = m_adaptor.GetUndo().openId()] {
     if (!IsValid()) return;
     // The pose follows where the node goes, and goes ahead of it where it came from.
-    if (place->undone) place->move.doIt();
+    if (place->undone) RedoLogged(place->move, block);
     pose();
-    if (!place->undone) place->move.undoIt();
+    if (!place->undone) UndoLogged(place->move, block);
     place->undone = !place->undone;
     std::swap(m_instance, place->instance);
   };

@@ -10,13 +10,16 @@
 #include <maya/MGlobal.h>
 #include <maya/MItDependencyNodes.h>
 #include <maya/MNamespace.h>
+#include <maya/MObjectHandle.h>
 
 #include <cmath>
 #include <iterator>
+#include <memory>
 
 #include "adaptor/maya/CMayaNode.h"
 #include "adaptor/maya/Channels.h"
 #include "adaptor/maya/HelperShader.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/MelText.h"
 #include "adaptor/maya/ShapeReading.h"
@@ -101,6 +104,30 @@ bool IsStorage(const MObject& node) {
   const MString type = MFnDependencyNode(node).typeName();
   return type == "StorageNode" || type == "CStorageNode";
 }
+
+/// What an import brings besides transforms and shapes, such as shaders, which is taken out of the
+/// scene and put back.
+struct ImportedRest {
+  std::vector<MObjectHandle> nodes;
+  std::unique_ptr<MDagModifier> out;
+  int block = -1;  ///< whose step this is
+
+  void Exchange() {
+    if (out) {
+      UndoLogged(*out, block);
+      out.reset();
+      return;
+    }
+    std::string names;
+    // Curves go with what they drive.
+    for (const MObjectHandle& node : nodes)
+      if (node.isValid()) names += " " + QuoteMel(MFnDependencyNode(node.object()).name().asUTF8());
+    if (names.empty()) return;
+    out = std::make_unique<MDagModifier>();
+    out->commandToExecute(("delete" + names).c_str());
+    RedoLogged(*out, block);
+  }
+};
 
 /// Keeps the host's selection over what changes it.
 class KeptSelection {
@@ -245,6 +272,8 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
   const MStatus status = MFileIO::import(file.c_str(), nullptr, false, space.c_str());
   m_importing = false;
   if (!status) return file + " can't be read: " + status.errorString().asUTF8();
+  auto rest = std::make_shared<ImportedRest>();
+  rest->block = GetUndo().openId();
   for (MObject object : NodesIn(space)) {
     if (IsStorage(object)) {
       // Rigs of another scene.
@@ -252,6 +281,7 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
       MGlobal::deleteNode(object);
       continue;
     }
+    if (!object.hasFn(MFn::kDagNode)) rest->nodes.emplace_back(object);
     const std::string name = prefix + BareNameOf(object);
     MFnDependencyNode(object).setName((":" + FreeName(name)).c_str());
     CMayaNode* const node = object.hasFn(MFn::kTransform) ? NodeFor(object) : nullptr;
@@ -260,6 +290,7 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
     if (!node->ParentNode()) roots.push_back(node);
   }
   MNamespace::removeNamespace(space.c_str());
+  PushExchange("CDagModifierRestoreObj", [rest] { rest->Exchange(); });
   return {};
 }
 

@@ -93,7 +93,7 @@ void PreferencesWindow::OnBuilt() {
   m_rows.clear();
   const std::vector<std::string> keys = Preferences::Keys();
   for (const ShownPreference& shown : ShownPreferences()) {
-    if (shown.isAppearance && GetWindows().GetProgram().RulesAppearance()) continue;
+    if (shown.key == std::string("theme") && GetWindows().GetProgram().RulesTheme()) continue;
     if (shown.key == std::string("updatecheck") && !GetCore().IsOffered()) continue;
     if (std::find(keys.begin(), keys.end(), shown.key) != keys.end()) AddRow(shown.key);
   }

@@ -7,15 +7,23 @@
 #include <maya/MPointArray.h>
 #include <maya/MSelectionList.h>
 
-#include <QCoreApplication>
+#include <QAction>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QTabletEvent>
 #include <QWidget>
+#include <QWindow>
 
 #include "adaptor/maya/CMayaNode.h"
 #include "adaptor/maya/plugin/TakeKeys.h"
 #include "adaptor/maya/scene/ModifiedFlag.h"
 #include "adaptor/maya/scene/SceneStorage.h"
+#include "core/services/Preferences.h"
+#include "gui/Texts.h"
 #include "maya/plugin/PluginFixture.h"
+#include "unidevice/Control.h"
+#include "unidevice/ControlChoice.h"
+#include "unidevice/DriverManager.h"
 #include "util/ReturnValue.h"
 
 namespace orv::tests {
@@ -297,6 +305,63 @@ TEST_F(HostScene, LeavesTheHostItsKeysButInTakes) {
   press(Qt::Key_Space, Qt::NoModifier);
   EXPECT_FALSE(Core().IsRecording());
   EXPECT_EQ(widget.keys, 3);
+}
+
+TEST_F(HostScene, KeysAndPensOfTheHostsWindowsDriveRigsInTakes) {
+  ASSERT_TRUE(Load());
+  Run("OrvelCreate4WheelerExtCmd");
+  EXPECT_TRUE(Try("OrvelLoadProfileCmd -name \"4WheelerExt_01\" \"Example Keyboard.oip\""));
+  Listener widget;
+  widget.show();
+  QApplication::setActiveWindow(&widget);
+  QCoreApplication::processEvents();
+  auto& drivers = unidevice::DriverManager::instance();
+  const auto press = [&widget](QEvent::Type type, int key, unsigned scan) {
+    QKeyEvent event(type, key, Qt::NoModifier, scan, 0, 0);
+    QCoreApplication::sendEvent(&widget, &event);
+    QCoreApplication::processEvents();
+  };
+  constexpr unsigned kUp = 103 + 8, kH = 35 + 8;  // scan codes
+  press(QEvent::KeyPress, Qt::Key_Up, kUp);
+  press(QEvent::KeyRelease, Qt::Key_Up, kUp);
+  EXPECT_EQ(widget.keys, 1) << "the host's outside of takes";
+  Run("OrvelStartAnimationCmd");
+  ASSERT_TRUE(Core().IsRecording());
+  press(QEvent::KeyPress, Qt::Key_H, kH);
+  EXPECT_EQ(widget.keys, 2) << "no rig's";
+  press(QEvent::KeyPress, Qt::Key_Up, kUp);
+  EXPECT_EQ(widget.keys, 2);
+  drivers.updateAll();
+  const auto* key = drivers.findControl(unidevice::ControlChoice{"Keyboard", "Up_Arrow", 0}.tag());
+  ASSERT_TRUE(key);
+  EXPECT_EQ(key->read(), 1.0);
+  press(QEvent::KeyRelease, Qt::Key_Up, kUp);
+  const QPointF at(10, 10);
+  QTabletEvent pen(QEvent::TabletPress, at, at, QTabletEvent::Stylus, QTabletEvent::Pen, 0.5, 0, 0,
+                   0, 0, 0, Qt::NoModifier, 1, Qt::LeftButton, Qt::LeftButton);
+  QCoreApplication::sendEvent(widget.windowHandle(), &pen);
+  EXPECT_TRUE(drivers.findDevice("Tablet"));
+  Run("OrvelStopAnimationCmd");
+  Unload();
+  EXPECT_FALSE(drivers.findDevice("Tablet") || drivers.findDevice("Keyboard"));
+}
+
+TEST_F(HostScene, WindowsSpeakTheLanguageOfThePreferences) {
+  ASSERT_TRUE(Load());
+  std::string problem;
+  EXPECT_TRUE(Core().GetPreferences().Set("language", "de", problem)) << problem;
+  PluginSession::Get()->ApplyAppearance();
+  EXPECT_EQ(gui::Translate("Preferences"), "Einstellungen");
+  EXPECT_TRUE(Core().GetPreferences().Save(&problem, {"language"})) << problem;
+  Unload();
+  EXPECT_EQ(gui::Translate("Preferences"), "Preferences");
+  ASSERT_TRUE(Load());
+  Run("OrvelShowUICmd");
+  bool isGerman = false;
+  for (const QWidget* window : QApplication::topLevelWidgets())
+    for (const auto* label : window->findChildren<QAction*>())
+      isGerman = isGerman || label->text().contains("Einstellungen");
+  EXPECT_TRUE(isGerman);
 }
 
 TEST_F(HostScene, EndsATakeWhenTheSceneGoesOrPlays) {

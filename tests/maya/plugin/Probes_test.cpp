@@ -20,10 +20,10 @@ TEST(Probes, HoldInTheStandIn) {
 
 TEST(Probes, SeeAHostThatBehavesOtherwise) {
   using mayahost::Wrong;
-  for (const Wrong wrong : {Wrong::kAxis, Wrong::kTimeUnit, Wrong::kCurveLinear, Wrong::kUndoQueue,
-                            Wrong::kCallbackOrder, Wrong::kRename, Wrong::kMeshPoints,
-                            Wrong::kHandles, Wrong::kStringArrays, Wrong::kNamespaces,
-                            Wrong::kHotKeys}) {
+  for (const Wrong wrong :
+       {Wrong::kAxis, Wrong::kTimeUnit, Wrong::kCurveLinear, Wrong::kUndoQueue,
+        Wrong::kCallbackOrder, Wrong::kRename, Wrong::kMeshPoints, Wrong::kHandles,
+        Wrong::kStringArrays, Wrong::kNamespaces, Wrong::kHotKeys}) {
     mayahost::Reset();
     mayahost::SetBatch(false);
     mayahost::Pretend(wrong);

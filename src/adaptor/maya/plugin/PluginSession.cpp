@@ -21,9 +21,13 @@
 #include "core/instances/Instance.h"
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
+#include "core/services/Preferences.h"
+#include "core/services/Translation.h"
 #include "core/windows/AllWindows.h"
 #include "core/windows/KeyFilter.h"
+#include "core/windows/WindowInput.h"
 #include "core/windows/Windows.h"
+#include "gui/Texts.h"
 #include "plugins/release/all/AllRigs.h"
 #include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 
@@ -66,6 +70,7 @@ PluginSession::~PluginSession() {
   g_session = nullptr;
   m_startKey.reset();
   m_keys.reset();
+  m_input.reset();
   m_windows.reset();
   disconnect(m_core.get());
   m_storage.reset();
@@ -76,6 +81,8 @@ PluginSession::~PluginSession() {
   // What remains of the undo history asks the core for its rigs.
   m_core.reset();
   m_adaptor.reset();
+  gui::SetTranslator(nullptr);
+  core::LoadLanguage("en");
   core::CloseLog();
 }
 
@@ -87,6 +94,8 @@ void PluginSession::Start() {
   if (m_hasWindows && Features::instance().IsOn(Feature::kWindows)) {
     m_windows = std::make_unique<core::windows::Windows>(*m_core, *this);
     core::windows::AddAllWindows(*m_windows);
+    m_input = std::make_unique<core::windows::WindowInput>(*m_core);
+    ApplyAppearance();
   }
   if (m_hasWindows && Features::instance().IsOn(Feature::kHotKeys)) {
     using core::windows::KeyFilter;
@@ -107,6 +116,14 @@ void PluginSession::Tell(const std::string& warning) {
 
 QWidget* PluginSession::GetHostWindow() {
   return MQtUtil::mainWindow();
+}
+
+/// The host's own language is none of ours most often.
+void PluginSession::ApplyAppearance() {
+  const std::string language = m_core->GetPreferences().Text("language");
+  core::LoadLanguage(language == "system" ? std::string() : language);
+  gui::SetTranslator([](const std::string& text) { return core::Translate(text); });
+  if (m_windows) m_windows->ShowSettings();
 }
 
 void PluginSession::OnPreferences() {

@@ -17,6 +17,7 @@ class Instance;
 }  // namespace orv::rws::core
 namespace orv::rws::core::windows {
 class KeyFilter;
+class WindowInput;
 class Windows;
 }  // namespace orv::rws::core::windows
 
@@ -71,7 +72,8 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
   bool HasCommand(int /*id*/) const override { return false; }
   void RunCommand(int /*id*/) override {}
   QWidget* GetHostWindow() override;
-  bool RulesAppearance() const override { return true; }
+  void ApplyAppearance() override;
+  bool RulesTheme() const override { return true; }
   void OnPreferences() override;
 
   // MessageNode
@@ -94,7 +96,8 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
   std::unique_ptr<SceneStorage> m_storage;
   std::unique_ptr<app::Devices> m_devices;
   std::unique_ptr<core::windows::Windows> m_windows;
-  std::unique_ptr<core::windows::KeyFilter> m_keys;
+  std::unique_ptr<core::windows::WindowInput> m_input;
+  std::unique_ptr<core::windows::KeyFilter> m_keys;  ///< ahead of it with every key
   std::unique_ptr<TakeKeys> m_startKey;
 };
 
