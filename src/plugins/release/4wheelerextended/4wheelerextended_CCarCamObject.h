@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/Rig.h"
+#include "plugins/common/RigFactory.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/release/4wheelerextended/CCarCam.h"
 #include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
@@ -145,7 +145,7 @@ class CCarCamObject : public Rig {
   std::array<std::unique_ptr<WheelNodes>, kWheelCount> m_wheels;
 };
 
-class CCarCamPlugin : public CCameraPlugin {
+class CCarCamPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "4WheelerExt"; }
