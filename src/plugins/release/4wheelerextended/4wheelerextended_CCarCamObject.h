@@ -18,8 +18,9 @@
 #include "unidevice/Property.h"
 
 namespace orv::rws {
+struct LineToFollow;
 struct RigMarks;
-}
+}  // namespace orv::rws
 
 namespace orv::rws::addon {
 
@@ -110,6 +111,9 @@ class CCarCamObject : public Rig {
   bool KeepsHistories() const;
   Matrix Scaled(const util::QTransform<double>& pose) const;
   util::QTransform<double> PivotOf(util::QTransform<double> base) const;
+
+  // Lines
+  std::intptr_t FollowLine(LineToFollow& asked);
 
   // Marks
   std::intptr_t TellMarks(RigMarks& marks) const;
