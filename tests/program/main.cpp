@@ -23,6 +23,7 @@
 #include "core/CoreMessages.h"
 #include "core/instances/Instance.h"
 #include "support/TempFolder.h"
+#include "support/WithoutTakes.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
 
@@ -88,7 +89,7 @@ class Work {
  private:
   std::string file() const {
     check(m_session.Save(m_folder.path + "/now.glb").empty(), "the scene is saved");
-    return m_folder.Read("now.glb");
+    return tests::withoutTakes(m_folder.Read("now.glb"));
   }
   rws::core::CoreNode* node(const char* name) const {
     return m_session.GetAdaptor().FindSceneNode(name);

@@ -1,6 +1,6 @@
 // Whatever a scene file stores comes back by undo, and again by redo, to the byte. What is no step
 // and left out: the profile that a rig counts as its own when one is saved, which goes with the
-// file.
+// file, and the takes that are kept.
 #include <algorithm>
 #include <random>
 
@@ -18,6 +18,7 @@
 #include "gui/GuiMessages.h"
 #include "gui/component/Tree.h"
 #include "support/WindowsTest.h"
+#include "support/WithoutTakes.h"
 #include "unidevice/PropertyHandler.h"
 #include "util/NumberText.h"
 
@@ -72,7 +73,7 @@ class UndoOfAll : public testing::TestWithParam<std::tuple<bool, unsigned>> {
   std::string Saved() {
     const std::string path = folder.path + "/now.glb";
     EXPECT_EQ(document->GetSession().Save(path), "");
-    return folder.Read("now.glb");
+    return withoutTakes(folder.Read("now.glb"));
   }
 
   // Edits, each of which tells what it was.
