@@ -1464,6 +1464,11 @@
         <translation>nach etwa %1 s davon wäre die Szene größer als die 4 GB, die eine .glb fasst</translation>
     </message>
     <message>
+        <source>Verify</source>
+        <extracomment>src/app/session/Verification.cpp</extracomment>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
         <source>Resimulating</source>
         <extracomment>src/app/session/anyhost/RunRigs.cpp; src/core/take/RecordManager.cpp</extracomment>
         <translation>Neue Simulation</translation>

@@ -6,6 +6,7 @@
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "app/session/document/SceneDocument.h"
+#include "app/session/takes/KeptTakes.h"
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/script/ScriptDevice.h"
 #include "core/config/ConfigTree.h"
@@ -69,11 +70,11 @@ class UndoOfAll : public testing::TestWithParam<std::tuple<bool, unsigned>> {
   }
   void Command(int id) { main->GetRoot()->Find(kMainMenu)->Post(gui::kMsgMenuItem, id); }
 
-  /// The file as it would be saved now.
+  /// The file as it would be saved now, but for kept takes.
   std::string Saved() {
     const std::string path = folder.path + "/now.glb";
-    EXPECT_EQ(document->GetSession().Save(path), "");
-    return withoutTakes(folder.Read("now.glb"));
+    EXPECT_EQ(saveWithoutTakes(document->GetSession(), path), "");
+    return folder.Read("now.glb");
   }
 
   // Edits, each of which tells what it was.

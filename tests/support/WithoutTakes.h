@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace orv::tests {
 
@@ -22,6 +23,17 @@ inline std::string withoutTakes(const std::string& file) {
     json.erase(from, to - from);
   }
   return json + file.substr(20 + length);
+}
+
+/// Saves a session's scene as if no take were kept with it; what is wrong, if anything.
+template <class Session>
+std::string saveWithoutTakes(Session& session, const std::string& path) {
+  session.GetTakes().Store();
+  std::string& kept = session.GetScene().GetTakes();
+  const std::string list = std::exchange(kept, std::string());
+  std::string problem = session.Save(path);
+  kept = list;
+  return problem;
 }
 
 }  // namespace orv::tests

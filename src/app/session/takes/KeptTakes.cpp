@@ -99,12 +99,7 @@ std::string KeptTakes::Load() {
 
 void KeptTakes::Store() {
   if (!m_changed || m_damaged) return;
-  TakeList stored = m_list;
-  const std::set<int> needed = FindNeeded();
-  const auto isUnneeded = [&needed](const auto& take) { return needed.count(take.number) == 0; };
-  stored.hidden.erase(std::remove_if(stored.hidden.begin(), stored.hidden.end(), isUnneeded),
-                      stored.hidden.end());
-  if (stored.hidden.empty()) stored.lastHidden = 0;
+  const TakeList stored = GetNeeded();
   const bool isEmpty = stored.lastNumber == 0 && stored.hidden.empty();
   const std::string bytes = isEmpty ? std::string() : EncodeTakes(stored);
   m_session.GetScene().GetTakes() = util::xml::encodeBase64(bytes.data(), bytes.size());
@@ -149,6 +144,31 @@ std::set<int> KeptTakes::FindNeeded() const {
   for (const KeptTake& shown : m_list.takes)
     for (const KeptTake* take : ChainOf(shown.number)) needed.insert(take->number);
   return needed;
+}
+
+/// The list without what is there for undo alone. Simulations are counted anew, so that doing the
+/// same once more gives the same file.
+TakeList KeptTakes::GetNeeded() const {
+  TakeList list = m_list;
+  const std::set<int> needed = FindNeeded();
+  const auto isUnneeded = [&needed](const auto& take) { return needed.count(take.number) == 0; };
+  list.hidden.erase(std::remove_if(list.hidden.begin(), list.hidden.end(), isUnneeded),
+                    list.hidden.end());
+  list.lastHidden = 0;
+  std::map<int, int> renumbered;
+  for (const KeptTake& take : list.hidden)
+    if (take.number < 0) renumbered[take.number] = --list.lastHidden;
+  const auto renumber = [&renumbered](int& number) {
+    const auto found = renumbered.find(number);
+    if (found != renumbered.end()) number = found->second;
+  };
+  renumber(list.current);
+  for (auto* takes : {&list.takes, &list.hidden})
+    for (KeptTake& take : *takes) {
+      renumber(take.number);
+      renumber(take.predecessor);
+    }
+  return list;
 }
 
 /// No list shows it from here on; it stays as long as the scene or another take needs it.

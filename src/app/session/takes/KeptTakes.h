@@ -114,6 +114,7 @@ class KeptTakes {
   void KeepToLimit();
   void ForgetUnneeded(std::size_t most);
   std::set<int> FindNeeded() const;
+  TakeList GetNeeded() const;
   int PredecessorAt(double start, const std::vector<rws::core::Instance*>& rigs);
   void ReadInputs(KeptTake& take);
   void NoteStart(KeptTake& take);
