@@ -14,10 +14,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 MObject MObject::kNullObj;
 bool MObject::hasFn(MFn::Type type) const { return thing && thing->Has(type); }
 MFn::Type MObject::apiType() const { return thing ? thing->type : MFn::kInvalid; }
-const char* MObject::apiTypeStr() const {
-  const NodePtr node = NodeOf(*this);
-  return node ? node->info->name.c_str() : thing ? "kAttributeOrData" : "kInvalid";
-}
+const char* MObject::apiTypeStr() const { return KindName(apiType()); }
 bool MObjectHandle::isValid() const {
   const auto thing = fThing.lock();
   const auto* node = dynamic_cast<const Node*>(thing.get());

@@ -207,6 +207,7 @@ Scene& TheScene();
 void ClearScene();
 
 // Types.
+const char* KindName(MFn::Type type);
 const NodeType* FindType(const std::string& name);
 const NodeType* FindType(unsigned id);
 NodeType& AddType(const std::string& name, MFn::Type fn, const NodeType* base, unsigned id);

@@ -197,18 +197,25 @@ std::vector<AttrPtr> AllAttrs(const Node& node) {
 
 namespace {
 MFn::Type Above(MFn::Type t) {
+  static const std::map<MFn::Type, MFn::Type> kAbove = {{MFn::kBase, MFn::kInvalid},
+                                                        {MFn::kInvalid, MFn::kInvalid},
+                                                        {MFn::kDependencyNode, MFn::kNamedObject},
+                                                        {MFn::kTimeAttribute, MFn::kUnitAttribute},
+                                                        {MFn::kDoubleLinearAttribute, MFn::kUnitAttribute},
+                                                        {MFn::kDoubleAngleAttribute, MFn::kUnitAttribute},
+                                                        {MFn::kFloatMatrixAttribute, MFn::kMatrixAttribute},
+                                                        {MFn::kSingleIndexedComponent, MFn::kComponent},
+                                                        {MFn::kPointConstraint, MFn::kConstraint},
+                                                        {MFn::kPointLight, MFn::kLight},
+                                                        {MFn::kDirectionalLight, MFn::kLight}};
+  if (const auto at = kAbove.find(t); at != kAbove.end()) return at->second;
   if (t > MFn::kAnimCurve && t <= MFn::kAnimCurveUnitlessToUnitless) return MFn::kAnimCurve;
-  if (t > MFn::kAttribute && t <= MFn::kGenericAttribute) {
-    if (t > MFn::kUnitAttribute && t <= MFn::kDoubleAngleAttribute) return MFn::kUnitAttribute;
-    if (t == MFn::kAttribute2Double || t == MFn::kAttribute3Double || t == MFn::kAttribute3Float) return MFn::kNumericAttribute;
-    return MFn::kAttribute;
-  }
-  if (t == MFn::kData3Double || t == MFn::kData3Float) return MFn::kNumericData;
+  if (t >= MFn::kAttribute2Double && t <= MFn::kAttribute3Short) return MFn::kNumericAttribute;
+  if (t > MFn::kAttribute && t <= MFn::kGenericAttribute) return MFn::kAttribute;
+  if (t > MFn::kNumericData && t <= MFn::kData3Short) return MFn::kNumericData;
   if (t > MFn::kData && t <= MFn::kPluginData) return MFn::kData;
   if (t > MFn::kComponent && t < MFn::kSingleIndexedComponent) return MFn::kSingleIndexedComponent;
-  if (t == MFn::kSingleIndexedComponent) return MFn::kComponent;
-  if (t == MFn::kDependencyNode) return MFn::kNamedObject;
-  return t == MFn::kBase || t == MFn::kInvalid ? MFn::kInvalid : MFn::kBase;
+  return MFn::kBase;
 }
 bool Chain(MFn::Type t, MFn::Type fn) {
   for (; t != MFn::kInvalid; t = Above(t))
@@ -217,6 +224,12 @@ bool Chain(MFn::Type t, MFn::Type fn) {
 }
 }  // namespace
 
+const char* KindName(MFn::Type type) {
+#define MAYAHOST_KIND(kind) #kind,
+  static const char* const kNames[] = {MAYAHOST_KINDS(MAYAHOST_KIND)};
+#undef MAYAHOST_KIND
+  return kNames[type];
+}
 bool Thing::Has(MFn::Type fn) const {
   if (const auto* data = dynamic_cast<const Data*>(this)) {
     if (data->shape && type == MFn::kMeshData && fn == MFn::kMesh) return true;
