@@ -231,6 +231,7 @@ NodePtr Duplicate(const NodePtr& node, Node* parent) {
   copy->flags = node->flags;
   copy->shape = ShapeOf(*node);
   if (node->curve) copy->curve = std::make_unique<Curve>(*node->curve);
+  if (copy->user && node->user) copy->user->copyInternalData(node->user.get());
   AddNode(copy, parent);
   for (const NodePtr& child : node->children) Duplicate(child, copy.get());
   return copy;

@@ -59,13 +59,17 @@ std::string DataText(const Data& data) {
     return text;
   }
   if (data.type == MFn::kMatrixData) return " matrix" + Joined(std::vector<double>(&data.matrix.matrix[0][0], &data.matrix.matrix[0][0] + 16));
-  return (data.type == MFn::kIntArrayData ? " ints" : " numbers") + Joined(data.numbers);
+  static const std::map<MFn::Type, const char*> kKinds = {
+      {MFn::kIntArrayData, " ints"}, {MFn::kPointArrayData, " places"}, {MFn::kVectorArrayData, " vectors"}, {MFn::kMatrixArrayData, " matrices"}};
+  return (kKinds.count(data.type) ? kKinds.at(data.type) : " numbers") + Joined(data.numbers);
 }
 void WriteValues(std::ostream& out, Node& node) {
   for (const AttrPtr& attr : AllAttrs(node)) {
     for (auto at = node.values.lower_bound({attr.get(), {}}); at != node.values.end() && at->first.first == attr.get(); ++at) {
       const PlugRef plug{&node, attr.get(), at->first.second};
       if (!attr->Is(kStorable) || InputOf(plug) || attr->computed) continue;
+      bool save = true;
+      if (node.user && node.user->shouldSave(MPlug(plug), save) == MStatus::kSuccess && !save) continue;
       const bool whole = attr->parent && InputOf({&node, attr->parent, plug.idx});
       if (whole || (attr->IsData() ? !at->second.data || at->second.data->shape : at->second.number == attr->fallback)) continue;
       out << "set " << Quoted(PlugName(plug, true)) << (attr->IsData() ? DataText(*at->second.data) : " number " + Text(at->second.number)) << "\n";
@@ -81,6 +85,13 @@ void WriteShape(std::ostream& out, const Shape& s) {
   for (const MPoint& p : s.cvs) out << " " << Text(p.x) << " " << Text(p.y) << " " << Text(p.z);
   out << "\nknots" << Joined(s.knots) << "\nvknots" << Joined(s.vKnots) << "\nform " << s.degree << " " << s.form << "\n";
 }
+void WriteAttr(std::ostream& out, const Attr& attr) {
+  out << "attr " << attr.name << " " << attr.brief << " " << attr.type << " " << attr.subtype << " " << attr.flags << " " << Text(attr.fallback) << " "
+      << (attr.parent ? attr.parent->name : "-") << " " << (attr.min ? Text(*attr.min) : "-") << " " << (attr.max ? Text(*attr.max) : "-");
+  for (const auto& [i, field] : attr.fields) out << " " << i << " " << Quoted(field);
+  out << "\n";
+  for (const AttrPtr& child : attr.children) WriteAttr(out, *child);
+}
 void WriteNode(std::ostream& out, Node& node) {
   if (!node.raw.empty()) {
     out << node.raw;
@@ -89,9 +100,7 @@ void WriteNode(std::ostream& out, Node& node) {
   const std::string above = node.parents.empty() || node.parents[0] == TheScene().world.get() ? "\"\"" : Of(node.parents[0]->Ptr());
   out << "node " << node.info->name << " " << Quoted(node.name) << " " << above << (node.isDefault ? " default" : "") << (node.locked ? " locked" : "") << "\n";
   for (const AttrPtr& attr : node.dynamic) {
-    if (attr->parent) continue;
-    out << "attr " << attr->name << " " << attr->brief << " " << attr->type << " " << attr->subtype << " " << attr->flags << " " << Text(attr->fallback)
-        << "\n";
+    WriteAttr(out, *attr);
   }
   WriteValues(out, node);
   if (node.shape && node.IsDag()) WriteShape(out, *node.shape);
@@ -197,15 +206,15 @@ struct Reader {
     std::vector<double> numbers;
     for (std::size_t i = 3; i < w.size(); ++i) numbers.push_back(Number(w[i]));
     if (w[2] == "number") return plug.node->values[plug.Key()] = {numbers.at(0), nullptr}, true;
-    const auto data = std::make_shared<Data>(w[2] == "text"     ? MFn::kStringData
-                                             : w[2] == "texts"  ? MFn::kStringArrayData
-                                             : w[2] == "matrix" ? MFn::kMatrixData
-                                             : w[2] == "ints"   ? MFn::kIntArrayData
-                                                                : MFn::kDoubleArrayData);
+    static const std::map<std::string, MFn::Type> kKinds = {{"text", MFn::kStringData},         {"texts", MFn::kStringArrayData},
+                                                            {"matrix", MFn::kMatrixData},       {"ints", MFn::kIntArrayData},
+                                                            {"numbers", MFn::kDoubleArrayData}, {"places", MFn::kPointArrayData},
+                                                            {"vectors", MFn::kVectorArrayData}, {"matrices", MFn::kMatrixArrayData}};
+    const auto data = std::make_shared<Data>(kKinds.at(w[2]));
     if (w[2] == "text" && w.size() > 3) data->text = w[3];
     if (w[2] == "texts") data->texts.assign(w.begin() + 3, w.end());
     if (w[2] == "matrix" && numbers.size() == 16) std::copy(numbers.begin(), numbers.end(), &data->matrix.matrix[0][0]);
-    if (w[2] == "ints" || w[2] == "numbers") data->numbers = numbers;
+    if (w[2] != "text" && w[2] != "texts" && w[2] != "matrix") data->numbers = numbers;
     node->values[plug.Key()] = {0, data};
     return true;
   }
@@ -238,14 +247,15 @@ struct Reader {
     return from.node && to.node && (InputOf(to) || Connect(from, to));
   }
   bool NodeLine(const std::vector<std::string>& w) {
-    if (w[0] == "attr" && w.size() > 6) {
+    if (w[0] == "attr" && w.size() > 9) {
       const AttrPtr attr = MakeAttr(static_cast<MFn::Type>(std::stoi(w[3])), w[1], w[2], std::stoi(w[4]));
       attr->flags = static_cast<unsigned>(std::stoul(w[5])), attr->fallback = Number(w[6]);
-      const bool three = attr->type == MFn::kAttribute3Double || attr->type == MFn::kAttribute3Float;
-      for (const char* end = three ? "012" : ""; *end; ++end)
-        AddChildAttr(*attr, MakeAttr(MFn::kNumericAttribute, w[1] + *end, w[2] + *end,
-                                     attr->type == MFn::kAttribute3Float ? MFnNumericData::kFloat : MFnNumericData::kDouble));
-      return FindAttr(*node, w[1]) || AddAttr(node, attr);
+      if (w.at(8) != "-") attr->min = Number(w[8]);
+      if (w.at(9) != "-") attr->max = Number(w[9]);
+      for (std::size_t i = 10; i + 1 < w.size(); i += 2) attr->fields[static_cast<short>(std::stoi(w[i]))] = w[i + 1];
+      if (FindAttr(*node, w[1])) return true;
+      const AttrPtr above = w[7] != "-" ? FindAttr(*node, w[7]) : nullptr;
+      return above ? (AddChildAttr(*above, attr), true) : AddAttr(node, attr);
     }
     if (w[0] == "set") return SetOne(w);
     if (w[0] == "flags" && w.size() > 2) {

@@ -75,7 +75,10 @@ enum AttrFlag : unsigned {
   kBuilder = 16384,
   kRender = 32768,
   kAppearance = 65536,
-  kLockedPlug = 131072
+  kLockedPlug = 131072,
+  kAffectsWorld = 262144,
+  kFileName = 524288,
+  kIndexIgnored = 1048576
 };
 
 struct Attr : Thing {
@@ -92,6 +95,9 @@ struct Attr : Thing {
   std::vector<Attr*> affects;
   bool computed = false;  ///< something affects it
   int disconnect = 2;
+  std::optional<double> softMin, softMax;
+  std::set<std::string> categories;
+  std::set<int> accepted;  ///< by a generic one: MFnData's kinds, MFnNumericData's below zero
   bool Is(AttrFlag f) const { return flags & f; }
   bool IsData() const { return type == MFn::kTypedAttribute || type == MFn::kMatrixAttribute || type == MFn::kGenericAttribute; }
   bool IsCompound() const { return !children.empty() || type == MFn::kCompoundAttribute; }
@@ -212,6 +218,11 @@ const NodeType* FindType(const std::string& name);
 const NodeType* FindType(unsigned id);
 NodeType& AddType(const std::string& name, MFn::Type fn, const NodeType* base, unsigned id);
 void RemoveType(unsigned id);
+/// What a value of several numbers is, by how MFnNumericData numbers it.
+MFn::Type NumericData(int subtype);
+MFn::Type NumericAttr(int subtype);
+/// How many numbers it has, and what each of them is.
+std::pair<int, int> PartsOf(int subtype);
 AttrPtr MakeAttr(MFn::Type type, const std::string& name, const std::string& brief, int subtype);
 void AddChildAttr(Attr& parent, const AttrPtr& child);
 void IndexAttr(NodeType& type, const AttrPtr& attr);

@@ -63,7 +63,7 @@ struct PlugRef;
 struct Data;
 struct ModifierState;
 struct CurveChangeState;
-struct BlockState;
+struct HandleState;
 struct SyntaxState;
 struct ArgState;
 }  // namespace mayahost
