@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "Fn.h"
+#include "Notify.h"
 
 namespace mayahost {
 bool ToSpace(const MDagPath& path, MSpace::Space space, MMatrix& matrix) {
@@ -240,7 +241,11 @@ NodePtr Duplicate(const NodePtr& node, Node* parent) {
 MObject MFnDagNode::duplicate(bool instance, bool, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   if (!node || node->parents.empty()) return {};
-  if (!instance) return Obj(Duplicate(node, node->parents[0]));
+  if (!instance) {
+    NotifyDuplicate(true);
+    const MObject made = Obj(Duplicate(node, node->parents[0]));
+    return NotifyDuplicate(false), made;
+  }
   const NodePtr made = MakeNode(FindType("transform"), Short(node->name));
   AddNode(made, node->parents[0]);
   made->values = node->values;

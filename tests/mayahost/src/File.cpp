@@ -1,5 +1,6 @@
 // Scenes as text, and what is done with files.
 #include <maya/MFileIO.h>
+#include <maya/MPxFileTranslator.h>
 #include <maya/MSceneMessage.h>
 
 #include <algorithm>
@@ -108,7 +109,7 @@ void WriteNode(std::ostream& out, Node& node) {
   out << "curve " << node.curve->pre << " " << node.curve->post << " " << node.curve->weighted << "\n";
   for (const Key& k : node.curve->keys)
     out << "key " << k.ticks << " " << Text(k.value) << " " << k.type[0] << " " << k.type[1] << " " << Text(k.x[0]) << " " << Text(k.y[0]) << " "
-        << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << "\n";
+        << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << " " << k.weightTied << " " << k.breakdown << "\n";
 }
 void WriteTies(std::ostream& out, Node& node) {
   out << node.rawTies;
@@ -268,6 +269,7 @@ struct Reader {
       Key k;
       k.ticks = std::stoll(w[1]), k.value = Number(w[2]), k.type[0] = std::stoi(w[3]), k.type[1] = std::stoi(w[4]);
       k.x[0] = Number(w[5]), k.y[0] = Number(w[6]), k.x[1] = Number(w[7]), k.y[1] = Number(w[8]), k.tied = w[9] == "1";
+      if (w.size() > 11) k.weightTied = w[10] == "1", k.breakdown = w[11] == "1";
       return node->curve->keys.push_back(k), true;
     }
     return ShapeLine(w);
@@ -385,8 +387,9 @@ void Reset() {
   ClearScene();
   State& state = TheState();
   const auto commands = state.commands;
+  const auto translators = state.translators;
   state = State();
-  state.commands = commands;
+  state.commands = commands, state.translators = translators;
   const NodePtr world = TheScene().world;
   TheScene().timeUnit = MTime::kFilm, TheScene().lengthUnit = MDistance::kCentimeters, TheScene().angleUnit = MAngle::kDegrees, TheScene().yUp = true;
   MDGContext::fsNormal.makeCurrent();
@@ -401,15 +404,28 @@ bool NewScene() {
   NotifyScene(M::kAfterNew);
   return TheScene().modified = false, true;
 }
-bool OpenScene(const std::string& file) {
+namespace {
+bool IsOwn(const std::string& type) { return type.empty() || type == "mayaAscii" || type == "mayaBinary"; }
+/// By a plug-in's format, if there is one for it; `done` when it was tried.
+bool ByPlugin(const std::string& file, const std::string& type, std::string options, int mode, bool& done) {
+  const bool write = mode >= MPxFileTranslator::kSaveAccessMode;
+  const auto translator = IsOwn(type) && (write || !type.empty()) ? nullptr : TranslatorFor(type, file, write, options);
+  done = translator || !IsOwn(type);
+  if (!translator && done) Say(Spoken::kError, "Unrecognized file type: " + type);
+  return translator && Translate(*translator, file, options, mode);
+}
+}  // namespace
+bool OpenScene(const std::string& file, const std::string& type) {
   if (!AskScene(M::kBeforeOpenCheck)) return false;
   const During now(TheState().opening, file);
   NotifyScene(M::kBeforeOpen);
   std::string text;
+  bool done = false;
   if (!Load(file, text)) return false;
   ClearScene();
   TheScene().file = file;
-  if (!ReadScene(text, "", nullptr, true)) return false;
+  const bool good = ByPlugin(file, type, "", MPxFileTranslator::kOpenAccessMode, done);
+  if (done ? !good : !ReadScene(text, "", nullptr, true)) return false;
   NotifyScene(M::kSceneUpdate);
   NotifyScene(M::kAfterOpen);
   return TheScene().modified = false, true;
@@ -433,20 +449,23 @@ bool SaveScene(const std::string& file) {
   NotifyScene(Pretends(Wrong::kCallbackOrder) ? M::kBeforeSave : M::kAfterSave);
   return true;
 }
-bool ExportScene(const std::string& file, bool selected) {
+bool ExportScene(const std::string& file, bool selected, const std::string& type, const std::string& options) {
   const During now(TheState().writing, file);
   NotifyScene(M::kBeforeExport);
   std::vector<NodePtr> only;
   for (const auto& item : TheScene().selection.items) only.push_back(NodeOf(item.node));
-  const bool good = Write(file, WriteScene(false, selected ? &only : nullptr));
+  bool done = false;
+  bool good = ByPlugin(file, type, options, selected ? MPxFileTranslator::kExportActiveAccessMode : MPxFileTranslator::kExportAccessMode, done);
+  if (!done) good = Write(file, WriteScene(false, selected ? &only : nullptr));
   NotifyScene(M::kAfterExport);
   return good;
 }
-bool ImportScene(const std::string& file, const std::string& space) {
+bool ImportScene(const std::string& file, const std::string& space, const std::string& type, const std::string& options) {
   std::string text;
   const During now(TheState().importing, file);
   NotifyScene(M::kBeforeImport);
-  const bool good = Load(file, text) && ReadScene(text, space, nullptr, false);
+  bool done = false, good = Load(file, text) && ByPlugin(file, type, options, MPxFileTranslator::kImportAccessMode, done);
+  if (!done && !text.empty()) good = ReadScene(text, space, nullptr, false);
   NotifyScene(M::kAfterImport);
   return TheScene().modified = true, good;
 }
@@ -497,7 +516,12 @@ MStatus MFileIO::open(const MString& file, const char*, bool force, ReferenceMod
 }
 MStatus MFileIO::save(bool) { return St(SaveScene(TheScene().file)); }
 MStatus MFileIO::saveAs(const MString& file, const char*, bool) { return St(SaveScene(file.asChar())); }
-MStatus MFileIO::import(const MString& file, const char*, bool, const char* space, bool) { return St(ImportScene(file.asChar(), space ? space : "")); }
+namespace {
+const char* Given(const char* text) { return text ? text : ""; }
+}  // namespace
+MStatus MFileIO::import(const MString& file, const char* type, bool, const char* space, bool) {
+  return St(ImportScene(file.asChar(), Given(space), Given(type)));
+}
 MStatus MFileIO::reference(const MString& file, bool, bool, const MString& space) { return St(ReferenceScene(file.asChar(), space.asChar()) != nullptr); }
 namespace {
 template <class F>
@@ -521,8 +545,8 @@ MStatus MFileIO::loadReferenceByNode(const MObject& object) {
   const NodePtr node = NodeOf(object);
   return St(node && node->info->name == "reference" && LoadReference(node));
 }
-MStatus MFileIO::exportAll(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), false)); }
-MStatus MFileIO::exportSelected(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), true)); }
+MStatus MFileIO::exportAll(const MString& file, const char* type, bool) { return St(ExportScene(file.asChar(), false, Given(type))); }
+MStatus MFileIO::exportSelected(const MString& file, const char* type, bool) { return St(ExportScene(file.asChar(), true, Given(type))); }
 MStatus MFileIO::setCurrentFile(const MString& file) { return TheScene().file = file.asChar(), MS::kSuccess; }
 MString MFileIO::beforeOpenFilename() { return TheState().asked.c_str(); }
 bool MFileIO::isReadingFile() { return TheState().reading; }

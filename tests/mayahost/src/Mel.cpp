@@ -443,7 +443,7 @@ bool UndoInfo(const Words& words, Words& result) {
 bool File(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-                         "sn/sceneName ns/namespace:1 type/type:1 pr/preserveReferences lr/loadReference ur/unloadReference");
+                         "sn/sceneName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference ur/unloadReference");
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.bad) return false;
   if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
@@ -452,8 +452,8 @@ bool File(const Words& words, Words& result) {
   if (args.Has("rn")) TheScene().file = args["rn"];
   if (args.Has("mf")) TheScene().modified = IsOn(args["mf"]);
   if (args.Has("s")) return SaveScene(TheScene().file);
-  if (args.Has("i")) return ImportScene(name, args["ns"]);
-  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"));
+  if (args.Has("i")) return ImportScene(name, args["ns"], args["type"], args["op"]);
+  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"), args["type"], args["op"]);
   if (args.Has("rr") || args.Has("ur") || args.Has("lr")) {
     for (const auto& item : Resolve("*"))
       if (const NodePtr node = NodeOf(item.node);
@@ -619,6 +619,7 @@ bool RunStatements(const std::string& mel, Journal* journal, Words& result) {
   if (!Split(mel, statements)) return false;
   for (const Words& words : statements) {
     result.clear();
+    NotifyCommand(words[0]);
     Journal* const outer = std::exchange(g_entry, journal);
     bool good = false;
     if (TheState().commands.count(words[0])) {
@@ -697,6 +698,7 @@ Words RedoQueue() { return Names(TheState().redo); }
 void Idle() {
   Words result;
   for (const std::string& line : std::exchange(TheState().idle, {})) Run(line, false, result);
+  NotifyTimers();
   NotifyEvent("idle");
 }
 void Play(bool on) { on ? MAnimControl::playForward() : MAnimControl::stop(); }

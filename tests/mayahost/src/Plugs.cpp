@@ -89,7 +89,7 @@ bool IsLocked(const PlugRef& plug) {
 namespace {
 void Spread(const PlugRef& plug, std::set<std::pair<Node*, PlugKey>>& seen) {
   if (!seen.insert({plug.node, plug.Key()}).second) return;
-  NotifyDirty(*plug.node);
+  NotifyDirty(plug);
   const NodePtr node = plug.node->Ptr();
   const auto out = [&](Attr* attr, const std::vector<int>* idx) {
     for (const auto& [key, to] : node->outputs)

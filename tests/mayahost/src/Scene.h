@@ -132,6 +132,7 @@ struct Key {
   double x[2] = {1, 1}, y[2] = {0, 0};  ///< tangents (s, value): in, out
   short type[2] = {2, 2};
   bool tied = true;  ///< both tangents turn together
+  bool weightTied = true, breakdown = false;
 };
 struct Curve {
   std::vector<Key> keys;

@@ -24,7 +24,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 // clang-format off
 class M3dView; class MAngle; class MAnimControl; class MAnimCurveChange; class MAnimCurveClipboard; class MAnimCurveClipboardItem;
 class MAnimCurveClipboardItemArray; class MAnimMessage; class MAnimUtil; class MArgDatabase; class MArgList; class MArgParser; class MArrayDataBuilder;
-class MArrayDataHandle; class Matrix; class MBoundingBox; class MCallbackIdArray; class MColor; class MColorArray; class MCommandMessage;
+class MArrayDataHandle; class Matrix; class MatrixOf; class MBoundingBox; class MCallbackIdArray; class MColor; class MColorArray; class MCommandMessage;
 class MCommandResult; class MCommonRenderSettingsData; class MComputation; class MConditionMessage; class MCursor; class MDagMessage; class MDagModifier;
 class MDagPath; class MDagPathArray; class MDataBlock; class MDataHandle; class MDGContext; class MDGContextGuard; class MDGMessage; class MDGModifier;
 class MDistance; class MDoubleArray; class MDrawRegistry; class MEulerRotation; class MEvaluationManager; class MEvaluationNode; class MEvent;
