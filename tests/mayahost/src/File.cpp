@@ -511,14 +511,14 @@ using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 MString MFileIO::currentFile() { return TheScene().file.empty() ? "untitled" : TheScene().file.c_str(); }
 MStatus MFileIO::newFile(bool force) { return St((force || !TheScene().modified) && NewScene()); }
-MStatus MFileIO::open(const MString& file, const char*, bool force, ReferenceMode, bool) {
-  return St((force || !TheScene().modified) && OpenScene(file.asChar()));
-}
-MStatus MFileIO::save(bool) { return St(SaveScene(TheScene().file)); }
-MStatus MFileIO::saveAs(const MString& file, const char*, bool) { return St(SaveScene(file.asChar())); }
 namespace {
 const char* Given(const char* text) { return text ? text : ""; }
 }  // namespace
+MStatus MFileIO::open(const MString& file, const char* type, bool force, ReferenceMode, bool) {
+  return St((force || !TheScene().modified) && OpenScene(file.asChar(), Given(type)));
+}
+MStatus MFileIO::save(bool) { return St(SaveScene(TheScene().file)); }
+MStatus MFileIO::saveAs(const MString& file, const char*, bool) { return St(SaveScene(file.asChar())); }
 MStatus MFileIO::import(const MString& file, const char* type, bool, const char* space, bool) {
   return St(ImportScene(file.asChar(), Given(space), Given(type)));
 }
@@ -535,6 +535,19 @@ std::string FileOf(const NodePtr& reference) {
   return v.data ? v.data->text : "";
 }
 }  // namespace
+MString MFileIO::fileType() { return "mayaAscii"; }
+MStatus MFileIO::getReferences(MStringArray& files) {
+  files.clear();
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->info->name == "reference") files.append(FileOf(node).c_str());
+  return MS::kSuccess;
+}
+MStatus MFileIO::getReferenceNodes(const MString& file, MStringArray& names) {
+  names.clear();
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->reference && file == FileOf(node->reference->Ptr()).c_str()) names.append(NodeName(node).c_str());
+  return St(names.length() > 0);
+}
 MStatus MFileIO::removeReference(const MString& file) {
   return WithReference([&](const NodePtr& n) { return file == FileOf(n).c_str(); }, false);
 }
@@ -549,6 +562,10 @@ MStatus MFileIO::exportAll(const MString& file, const char* type, bool) { return
 MStatus MFileIO::exportSelected(const MString& file, const char* type, bool) { return St(ExportScene(file.asChar(), true, Given(type))); }
 MStatus MFileIO::setCurrentFile(const MString& file) { return TheScene().file = file.asChar(), MS::kSuccess; }
 MString MFileIO::beforeOpenFilename() { return TheState().asked.c_str(); }
+MString MFileIO::beforeSaveFilename() { return beforeOpenFilename(); }
+MString MFileIO::beforeImportFilename() { return beforeOpenFilename(); }
+MString MFileIO::beforeExportFilename() { return beforeOpenFilename(); }
+MString MFileIO::beforeReferenceFilename() { return beforeOpenFilename(); }
 bool MFileIO::isReadingFile() { return TheState().reading; }
 bool MFileIO::isWritingFile() { return TheState().writing; }
 bool MFileIO::isOpeningFile() { return TheState().opening; }

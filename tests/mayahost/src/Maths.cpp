@@ -377,6 +377,27 @@ MStatus MTransformationMatrix::setRotation(const double rotation[3], RotationOrd
   if (order <= kInvalid || order >= kLast) return MStatus::kInvalidParameter;
   return fRotate.setValue(rotation[0], rotation[1], rotation[2], static_cast<MEulerRotation::RotationOrder>(order - 1));
 }
+MStatus MTransformationMatrix::getRotationQuaternion(double& x, double& y, double& z, double& w, MSpace::Space) const {
+  const MQuaternion q = rotation();
+  return x = q.x, y = q.y, z = q.z, w = q.w, MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::setRotationQuaternion(double x, double y, double z, double w, MSpace::Space) {
+  return rotateTo(MQuaternion(x, y, z, w)), MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::addRotation(const double r[3], RotationOrder order, MSpace::Space space) {
+  if (order <= kInvalid || order >= kLast) return MStatus::kInvalidParameter;
+  return rotateBy(MEulerRotation(r, static_cast<MEulerRotation::RotationOrder>(order - 1)), space), MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::addRotationQuaternion(double x, double y, double z, double w, MSpace::Space space) {
+  return rotateBy(MQuaternion(x, y, z, w), space), MStatus::kSuccess;
+}
+MTransformationMatrix& MTransformationMatrix::rotateBy(const MQuaternion& q, MSpace::Space space) {
+  return rotateTo(space == MSpace::kPreTransform ? q * rotation() : rotation() * q);
+}
+MStatus MTransformationMatrix::addScale(const double s[3], MSpace::Space) {
+  return fScale = MVector(fScale.x * s[0], fScale.y * s[1], fScale.z * s[2]), MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::addShear(const double s[3], MSpace::Space) { return fShear += MVector(s), MStatus::kSuccess; }
 MQuaternion MTransformationMatrix::rotation() const { return fRotate.asQuaternion(); }
 MTransformationMatrix& MTransformationMatrix::rotateTo(const MQuaternion& q) { return fRotate = q, *this; }
 MStatus MTransformationMatrix::reorderRotation(RotationOrder order) {

@@ -31,7 +31,7 @@ constexpr OwnType kOwnTypes[] = {
      "focalLength/fl:double:35:k horizontalFilmAperture/hfa:double:1.41732 verticalFilmAperture/vfa:double:0.94488 nearClipPlane/ncp:len:0.1 "
      "farClipPlane/fcp:len:10000 focusDistance/fd:len:5:k fStop/fs:double:5.6 depthOfField/dof:bool centerOfInterest/coi:len:5 filmFit/ff:enum:1 "
      "orthographic/o:bool lensSqueezeRatio/lsr:double:1 cameraScale/cs:double:1 renderable/rnd:bool horizontalFilmOffset/hfo:double "
-     "verticalFilmOffset/vfo:double"},
+     "verticalFilmOffset/vfo:double shutterAngle/sa:ang:2.5132741228718345 overscan/ovr:double:1 orthographicWidth/ow:len:10"},
     {"controlPoint", MFn::kGeometric, "shape", "castsShadows/csh:bool:1 receiveShadows/rcsh:bool:1 motionBlur/mb:bool:1 primaryVisibility/vis:bool:1"},
     {"mesh", MFn::kMesh, "controlPoint", "inMesh/i:mesh:0:h outMesh/o:mesh:0:o worldMesh/w:mesh:0:wo displayColors/dcol:bool"},
     {"nurbsCurve", MFn::kNurbsCurve, "controlPoint", "create/cr:curve:0:h local/l:curve:0:o worldSpace/ws:curve:0:wo"},
