@@ -81,10 +81,11 @@ void WriteValues(std::ostream& out, Node& node) {
 }
 void WriteShape(std::ostream& out, const Shape& s) {
   out << "points" << Joined(s.points) << "\ncounts" << Joined(s.counts) << "\nconnects" << Joined(s.connects) << "\n";
+  if (!s.u.empty()) out << "u" << Joined(s.u) << "\nv" << Joined(s.v) << "\nuvs" << Joined(s.uvs) << "\n";
   if (s.cvs.empty()) return;
   out << "cvs";
   for (const MPoint& p : s.cvs) out << " " << Text(p.x) << " " << Text(p.y) << " " << Text(p.z);
-  out << "\nknots" << Joined(s.knots) << "\nvknots" << Joined(s.vKnots) << "\nform " << s.degree << " " << s.form << "\n";
+  out << "\nknots" << Joined(s.knots) << "\nvknots" << Joined(s.vKnots) << "\nform " << s.degree << " " << s.form << " " << s.vDegree << " " << s.vForm << "\n";
 }
 void WriteAttr(std::ostream& out, const Attr& attr) {
   out << "attr " << attr.name << " " << attr.brief << " " << attr.type << " " << attr.subtype << " " << attr.flags << " " << Text(attr.fallback) << " "
@@ -229,7 +230,11 @@ struct Reader {
     if (w[0] == "knots") shape->knots = n;
     if (w[0] == "vknots") shape->vKnots = n;
     for (std::size_t i = 0; w[0] == "cvs" && i + 2 < n.size(); i += 3) shape->cvs.emplace_back(n[i], n[i + 1], n[i + 2]);
-    if (w[0] == "form" && n.size() == 2) shape->degree = static_cast<int>(n[0]), shape->form = static_cast<int>(n[1]);
+    if (w[0] == "u") shape->u.assign(n.begin(), n.end());
+    if (w[0] == "v") shape->v.assign(n.begin(), n.end());
+    if (w[0] == "uvs") shape->uvs.assign(n.begin(), n.end());
+    if (w[0] == "form" && n.size() == 4)
+      shape->degree = int(n[0]), shape->form = int(n[1]), shape->vDegree = int(n[2]), shape->vForm = int(n[3]);
     return true;
   }
   bool TieLine(const std::vector<std::string>& w, const std::string& line) {

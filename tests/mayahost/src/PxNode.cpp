@@ -20,6 +20,8 @@ MStatus MPxNode::connectionMade(const MPlug&, const MPlug&, bool) { return MS::k
 MStatus MPxNode::connectionBroken(const MPlug&, const MPlug&, bool) { return MS::kUnknownParameter; }
 MStatus MPxNode::legalConnection(const MPlug&, const MPlug&, bool, bool&) const { return MS::kUnknownParameter; }
 MStatus MPxNode::shouldSave(const MPlug&, bool&) { return MS::kUnknownParameter; }
+bool MPxNode::existWithoutInConnections(MStatus* status) const { return Ok(status), fAloneIn; }
+bool MPxNode::existWithoutOutConnections(MStatus* status) const { return Ok(status), fAloneOut; }
 bool MPxNode::doNotWrite(MStatus* status) const { return !MFnDependencyNode(thisMObject()).canBeWritten(status); }
 MStatus MPxNode::setDoNotWrite(bool flag) { return MFnDependencyNode(thisMObject()).setDoNotWrite(flag); }
 MStatus MPxNode::inheritAttributesFrom(const MString& name) {

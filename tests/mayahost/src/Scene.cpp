@@ -176,11 +176,16 @@ void DisconnectAll(const NodePtr& node, std::vector<NodePtr>& orphans) {
   for (const auto& [key, source] : inputs) {
     const NodePtr from = source.node->Ptr();
     Disconnect(source, {node.get(), key.first, key.second});
-    if (from->curve && from->outputs.empty() && from->inScene) orphans.push_back(from);
+    const bool alone = from->user ? from->user->existWithoutOutConnections() : !from->curve;
+    if (!alone && from->outputs.empty() && from->inScene) orphans.push_back(from);
   }
   const auto outputs = node->outputs;
   for (const auto& [key, to] : outputs)
-    for (const PlugRef& plug : to) Disconnect({node.get(), key.first, key.second}, plug);
+    for (const PlugRef& plug : to) {
+      const NodePtr below = plug.node->Ptr();
+      Disconnect({node.get(), key.first, key.second}, plug);
+      if (below->user && !below->user->existWithoutInConnections() && below->inputs.empty() && below->inScene) orphans.push_back(below);
+    }
 }
 }  // namespace
 

@@ -28,9 +28,11 @@ namespace mayahost {
 struct Shape {
   std::vector<float> points;          ///< of a mesh, three each (cm)
   std::vector<int> counts, connects;  ///< of its faces
+  std::vector<float> u, v;            ///< of its one set of texture coordinates
+  std::vector<int> uvs;               ///< which of them each face's corner has; below zero: none
   std::vector<MPoint> cvs;            ///< of curves and surfaces
   std::vector<double> knots, vKnots;
-  int degree = 1, form = 1;
+  int degree = 1, form = 1, vDegree = 1, vForm = 1;
 };
 using ShapePtr = std::shared_ptr<const Shape>;
 

@@ -32,7 +32,7 @@ class Array {
     return MStatus::kSuccess;
   }
   template <class... N>
-  std::enable_if_t<(sizeof...(N) > 1), MStatus> set(unsigned int i, N... parts) {
+  typename std::enable_if<(sizeof...(N) > 1), MStatus>::type set(unsigned int i, N... parts) {
     return set(T(parts...), i);
   }
   unsigned int length() const { return static_cast<unsigned int>(fItems.size()); }
@@ -40,7 +40,7 @@ class Array {
   MStatus clear() { return fItems.clear(), MStatus::kSuccess; }
   MStatus append(const T& value) { return fItems.push_back(value), MStatus::kSuccess; }
   template <class... N>
-  std::enable_if_t<(sizeof...(N) > 1), MStatus> append(N... parts) {
+  typename std::enable_if<(sizeof...(N) > 1), MStatus>::type append(N... parts) {
     return append(T(parts...));
   }
   MStatus append(const Array& other) { return *this += other, MStatus::kSuccess; }
@@ -77,10 +77,10 @@ class Array {
       if (fItems[i] == value) return static_cast<int>(i);
     return -1;
   }
-  auto begin() { return fItems.begin(); }
-  auto end() { return fItems.end(); }
-  auto begin() const { return fItems.begin(); }
-  auto end() const { return fItems.end(); }
+  typename std::vector<T>::iterator begin() { return fItems.begin(); }
+  typename std::vector<T>::iterator end() { return fItems.end(); }
+  typename std::vector<T>::const_iterator begin() const { return fItems.begin(); }
+  typename std::vector<T>::const_iterator end() const { return fItems.end(); }
 
  protected:
   std::vector<T> fItems;

@@ -57,7 +57,8 @@ class MFnNumericData : public MFnData {
     const std::vector<double> all = Numbers();
     if (all.size() != sizeof...(N)) return MStatus::kFailure;
     std::size_t i = 0;
-    return ((to = static_cast<N>(all[i++])), ...), MStatus::kSuccess;
+    const int each[] = {(to = static_cast<N>(all[i++]), 0)...};
+    return (void)each, MStatus::kSuccess;
   }
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

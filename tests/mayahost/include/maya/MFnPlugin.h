@@ -46,6 +46,6 @@ extern "C" PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
 #endif
 #ifndef MNoVersionString
 extern "C" {
-PLUGIN_EXPORT __attribute__((used)) inline char MApiVersion[] = MAYA_API_VERSION_STRING;
+PLUGIN_EXPORT __attribute__((used, weak)) char MApiVersion[] = MAYA_API_VERSION_STRING;
 }
 #endif

@@ -20,6 +20,8 @@ class MPxNode {
   // clang-format on
   MPxNode() = default;
   virtual ~MPxNode() = default;
+  enum SchedulingType { kParallel, kSerial, kGloballySerial, kUntrusted, kDefaultScheduling = kParallel };
+  virtual SchedulingType schedulingType() const { return kDefaultScheduling; }
   virtual void postConstructor() {}
   virtual MStatus compute(const MPlug& plug, MDataBlock& block);
   virtual MStatus setDependentsDirty(const MPlug& plug, MPlugArray& affected);
@@ -37,6 +39,8 @@ class MPxNode {
   MString typeName() const;
   MString name() const;
   MObject thisMObject() const;
+  bool existWithoutInConnections(MStatus* status = NULL) const;
+  bool existWithoutOutConnections(MStatus* status = NULL) const;
   bool doNotWrite(MStatus* status = NULL) const;
   MStatus setDoNotWrite(bool flag);
   static MStatus inheritAttributesFrom(const MString& parentType);
@@ -49,5 +53,10 @@ class MPxNode {
  protected:
   MDataBlock forceCache(MDGContext& context = MDGContext::fsNormal);
   void setMPSafe(bool) {}
+  MStatus setExistWithoutInConnections(bool flag) { return fAloneIn = flag, MStatus::kSuccess; }
+  MStatus setExistWithoutOutConnections(bool flag) { return fAloneOut = flag, MStatus::kSuccess; }
+
+ private:
+  bool fAloneIn = true, fAloneOut = true;
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
