@@ -1,7 +1,7 @@
 // A take's keys on nodes of the stand-in for Maya: what each tick of the take costs, and the keys
 // at its end. The sizes show whether a cost grows faster than the number of keys; a real host adds
-// the time of its own curves. MB is what the process grew by, the stand-in's curves included; own_MB
-// what of it the plug-in holds: poses of keys, undo.
+// the time of its own curves. MB is what the process grew by, the stand-in's curves included;
+// own_MB what of it the plug-in holds: poses of keys, undo.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
