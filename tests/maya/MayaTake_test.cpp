@@ -75,7 +75,7 @@ TEST(MayaTake, UndoLeavesTheSceneAsItWasToTheByte) {
     MayaFixture host;
     Performance car(host, kind);
     const std::string before = mayahost::Dump();
-    car.Resimulate();
+    const Poses poses = car.Resimulate();
     const std::string taken = mayahost::Dump();
     EXPECT_NE(taken, before);
     EXPECT_TRUE(mayahost::Undo());
@@ -84,9 +84,14 @@ TEST(MayaTake, UndoLeavesTheSceneAsItWasToTheByte) {
     EXPECT_EQ(mayahost::Dump(), taken) << Difference(taken, mayahost::Dump());
     // A retake over the keys of the one before.
     car.rig->SetTrack(0, {});
-    car.Resimulate();
+    const Poses other = car.Resimulate();
+    EXPECT_NE(other, poses);
     EXPECT_TRUE(mayahost::Undo());
     EXPECT_EQ(mayahost::Dump(), taken) << Difference(taken, mayahost::Dump());
+    EXPECT_EQ(car.Read(), poses) << "to the bit";
+    EXPECT_TRUE(mayahost::Redo());
+    EXPECT_EQ(car.Read(), other);
+    EXPECT_TRUE(mayahost::Undo());
     EXPECT_TRUE(mayahost::Undo());
     EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
   }
