@@ -60,6 +60,9 @@ class Performance {
     while (core.StepResimulation()) {
     }
     core.EndResimulation();
+    return Read();
+  }
+  Poses Read() {
     Poses poses;
     for (CoreNode* node : Nodes()) {
       for (int frame = 0; frame <= kFrames; ++frame) {

@@ -128,6 +128,8 @@ TEST_F(MayaShapes, StandWhereTheirConstructionPutsThemAtTheTicksTime) {
   modifier.connect(maya::FindPlug(static_cast<maya::CMayaNode*>(rig)->GetObject(), "ty"),
                    maya::FindPlug(rider, "ty"));
   modifier.doIt();
+  MDagModifier bone;
+  EXPECT_EQ(maya::DriveOf(bone.createNode("joint")), maya::Drive::kNodes) << "by no connection";
   EXPECT_NEAR(HeightOf("Tide", 2.0), 2.0, 1e-6) << "outside of a take";
   Begin();
   for (const double time : {0.5, 1.0, 3.0}) {

@@ -42,6 +42,12 @@ bool IsNode(const MObject& child) {
   return child.hasFn(MFn::kTransform) && !child.hasFn(MFn::kConstraint);
 }
 
+std::vector<PoseSample>::const_iterator FirstKept(const std::vector<PoseSample>& poses,
+                                                  double from) {
+  return std::lower_bound(poses.begin(), poses.end(), from,
+                          [](const PoseSample& kept, double t) { return kept.time < t; });
+}
+
 Vector3<double> Three(const MObject& node, const char* x, const char* y, const char* z) {
   return {FindPlug(node, x).asDouble(), FindPlug(node, y).asDouble(), FindPlug(node, z).asDouble()};
 }
@@ -235,9 +241,9 @@ Trs CMayaNode::ToPose(double time, const HostChannels& channels, const ChannelFr
 /// their rounding.
 const Trs* CMayaNode::FindKept(double time, const HostChannels& channels,
                                const ChannelFrame& frame) {
-  const auto at = std::lower_bound(m_kept.begin(), m_kept.end(), time,
-                                   [](const PoseSample& kept, double t) { return kept.time < t; });
-  if (at == m_kept.end() || at->time != time) return nullptr;
+  if (!m_kept) return nullptr;
+  const auto at = FirstKept(*m_kept, time);
+  if (at == m_kept->end() || at->time != time) return nullptr;
   const HostChannels same = ToChannels(time, at->local, frame, channels.angles);
   const bool holds = same.translation == channels.translation && same.angles == channels.angles &&
                      same.scale == channels.scale;
@@ -366,11 +372,12 @@ std::string CMayaNode::WriteKeys(double from, const std::vector<PoseSample>& tak
 }
 
 void CMayaNode::KeepSamples(double from, const std::vector<PoseSample>& take) {
-  const auto first =
-      std::lower_bound(m_kept.begin(), m_kept.end(), from,
-                       [](const PoseSample& kept, double t) { return kept.time < t; });
-  m_kept.erase(first, m_kept.end());
-  m_kept.insert(m_kept.end(), take.begin(), take.end());
+  std::vector<PoseSample> kept;
+  const auto before = m_kept ? FirstKept(*m_kept, from) - m_kept->begin() : 0;
+  kept.reserve(static_cast<std::size_t>(before) + take.size());
+  if (before > 0) kept.assign(m_kept->begin(), m_kept->begin() + before);
+  kept.insert(kept.end(), take.begin(), take.end());
+  m_kept = std::make_shared<const std::vector<PoseSample>>(std::move(kept));
 }
 
 // --- undo ---
@@ -380,15 +387,17 @@ Exchange CMayaNode::SavePose() {
   auto change =
       std::make_shared<PlugChange>(plugs.data(), plugs.size(), m_adaptor.GetUndo().openId());
   m_poseChange = change;
-  return [this, change] {
-    if (Exists()) change->Exchange();
+  return [this, change, kept = m_kept]() mutable {
+    if (!Exists()) return;
+    change->Exchange();
+    std::swap(m_kept, kept);
   };
 }
 
 Exchange CMayaNode::SavePlace() {
   auto place = std::make_shared<Reparenting>();
   m_reparenting = place;
-  return [this, place, pose = SavePose(), block = m_adaptor.GetUndo().openId()] {
+  return [this, place, pose = SavePose(), block = m_adaptor.GetUndo().openId()]() mutable {
     if (!IsValid()) return;
     // The pose follows where the node goes, and goes ahead of it where it came from.
     if (place->undone) RedoLogged(place->move, block);

@@ -125,7 +125,8 @@ class CMayaNode final : public HostNode {
   double m_shownTime = 0.0;
   Trs m_shownPose;
   util::Vector3<double> m_shownAngles;
-  std::vector<PoseSample> m_kept;  ///< what the keys of takes stood for, by rising time
+  /// What the keys of takes stood for, by rising time; steps of undo share it.
+  std::shared_ptr<const std::vector<PoseSample>> m_kept;
   std::weak_ptr<PlugChange> m_poseChange;
   std::weak_ptr<PlugChange> m_lensChange;
   std::weak_ptr<Reparenting> m_reparenting;

@@ -6,6 +6,8 @@
 namespace orv::rws::adaptor::maya {
 
 Drive DriveOf(const MObject& node) {
+  // Inverse kinematics turns joints without a connection to them.
+  if (node.hasFn(MFn::kJoint)) return Drive::kNodes;
   Drive drive = Drive::kNothing;
   MObject root = node;
   MItDependencyGraph each(root, MFn::kInvalid, MItDependencyGraph::kUpstream,
