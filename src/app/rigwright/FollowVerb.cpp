@@ -45,7 +45,7 @@ void TellFollowing(Output& out, const FollowResult& result) {
                         {"p95", off.p95},
                         {"largest", off.largest},
                         {"largestTime", off.largestTime}};
-  object["delay"] = off.delay;
+  object["delay"] = off.delay ? nlohmann::ordered_json(*off.delay) : nlohmann::ordered_json();
   object["speedDifference"] = {{"largest", off.speed}, {"time", off.speedTime}};
   object["margin"] = off.margin;
   object["left"] = off.left ? nlohmann::ordered_json(*off.left) : nlohmann::ordered_json();
@@ -53,8 +53,9 @@ void TellFollowing(Output& out, const FollowResult& result) {
            " frames, " + FineText(off.length) + " m, " + RangeText(result.span));
   out.Line("off the line  mean " + FineText(off.mean) + " m, 95% within " + FineText(off.p95) +
            " m, largest " + FineText(off.largest) + " m " + SecondsText(off.largestTime));
-  out.Line("at the end    " + FineText(std::abs(off.delay)) +
-           (off.delay < 0.0 ? " s early" : " s late"));
+  if (off.delay)
+    out.Line("at the end    " + FineText(std::abs(*off.delay)) +
+             (*off.delay < 0.0 ? " s early" : " s late"));
   out.Line("speed         differs by " + FineText(off.speed) + " m/s at most, " +
            SecondsText(off.speedTime));
   if (off.left)

@@ -37,6 +37,7 @@ using Vector = util::Vector3<double>;
 
 constexpr double kLeastSeconds = 1.0;  ///< of a path
 constexpr double kLeastWay = 0.5;      ///< of a path, in sizes of the rig
+constexpr double kMoves = 0.01;        ///< part of a line's top speed; slower counts as standing
 
 headless::HeadlessNode* NodeNamed(const Instance& rig, const std::string& name) {
   for (rws::core::CoreNode* node : rig.GetNodes()) {
@@ -62,6 +63,54 @@ std::vector<std::string> KindsThatFollow(rws::core::CoreImplementation& core) {
   return kinds;
 }
 
+// --- time ---
+
+/// The line between its frames.
+Pose PoseAt(const std::vector<Pose>& line, double frame) {
+  const auto before = static_cast<std::size_t>(frame);
+  const double part = frame - static_cast<double>(before);
+  Pose pose = line[before];
+  if (part == 0.0) return pose;
+  const Pose& after = line[before + 1];
+  pose.position += (after.position - pose.position) * part;
+  const util::Quat<double>&p = pose.rotation, &q = after.rotation;
+  const double side = p.x * q.x + p.y * q.y + p.z * q.z + p.w * q.w < 0.0 ? -part : part;
+  // Frames are near each other: the straight way is as good as the arc.
+  const double rest = 1.0 - part;
+  pose.rotation = {p.x * rest + q.x * side, p.y * rest + q.y * side, p.z * rest + q.z * side,
+                   p.w * rest + q.w * side};
+  pose.rotation.normalize();
+  return pose;
+}
+
+/// For each frame the one of the line in whose place a rig that goes no faster than `mostWay` (m) a
+/// frame can be: its own, or as soon after it as can be. What is late catches up at a quarter more
+/// than the line's own pace.
+std::vector<double> InReach(const std::vector<Pose>& line, double mostWay) {
+  constexpr double kCatchUp = 1.25;
+  std::vector<double> reached;
+  double at = 0.0;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    reached.push_back(at);
+    const double next = std::min(static_cast<double>(i + 1), static_cast<double>(line.size() - 1));
+    const double wanted = std::min(next, at + kCatchUp);
+    double left = mostWay;
+    while (at < wanted) {
+      const auto segment = static_cast<std::size_t>(at);
+      const double end = std::min(wanted, static_cast<double>(segment + 1));
+      const double whole = (line[segment + 1].position - line[segment].position).length();
+      const double way = whole * (end - at);
+      if (way > left) {
+        at += left / whole;
+        break;
+      }
+      left -= way;
+      at = end;
+    }
+  }
+  return reached;
+}
+
 // --- distances ---
 
 /// Where on the line, between two frames, a place is nearest.
@@ -71,10 +120,11 @@ struct Foot {
 };
 
 /// Of feet that are as near the one that is nearest in time.
-Foot FootOf(const std::vector<Pose>& line, double start, double dt, std::size_t frame,
+Foot FootOf(const std::vector<Pose>& line, double start, double dt, std::size_t frame, double led,
             const Vector& place) {
   const auto window = static_cast<std::size_t>(std::ceil(kFollowWindow / dt));
-  const std::size_t first = frame > window ? frame - window : 0;
+  const auto from = static_cast<std::size_t>(led);
+  const std::size_t first = from > window ? from - window : 0;
   const std::size_t last = std::min(line.size() - 1, frame + window);
   const double now = static_cast<double>(frame);
   double best = -1.0, at = 0.0;
@@ -96,15 +146,21 @@ Foot FootOf(const std::vector<Pose>& line, double start, double dt, std::size_t 
   return {best, start + at * dt};
 }
 
-LineDistances Measure(const std::vector<Pose>& line, const std::vector<Pose>& driven, double start,
-                      double dt, double size) {
+double WayInto(const std::vector<Pose>& line, std::size_t frame) {
+  return (line[frame].position - line[frame - 1].position).length();
+}
+
+LineDistances Measure(const std::vector<Pose>& line, const std::vector<double>& led,
+                      const std::vector<Pose>& driven, double start, double dt, double size) {
   LineDistances off;
   off.frames = static_cast<long>(line.size());
   off.margin = size;
+  double fastest = 0.0;
+  for (std::size_t i = 1; i < line.size(); ++i) fastest = std::max(fastest, WayInto(line, i));
   std::vector<double> distances;
   for (std::size_t i = 0; i < line.size(); ++i) {
     const double time = start + static_cast<double>(i) * dt;
-    const Foot foot = FootOf(line, start, dt, i, driven[i].position);
+    const Foot foot = FootOf(line, start, dt, i, led[i], driven[i].position);
     distances.push_back(foot.distance);
     off.mean += foot.distance / static_cast<double>(line.size());
     if (foot.distance > off.largest) {
@@ -113,17 +169,17 @@ LineDistances Measure(const std::vector<Pose>& line, const std::vector<Pose>& dr
     }
     if (foot.distance <= off.margin) off.left.reset();
     if (foot.distance > off.margin && !off.left) off.left = time;
-    off.delay = time - foot.time;
     if (i == 0) continue;
-    const double way = (line[i].position - line[i - 1].position).length();
+    const double way = WayInto(line, i);
+    if (way > kMoves * fastest) off.delay = time - foot.time;
     off.length += way;
-    const double speed =
-        std::abs((driven[i].position - driven[i - 1].position).length() - way) / dt;
+    const double speed = std::abs(WayInto(driven, i) - way) / dt;
     if (speed > off.speed) {
       off.speed = speed;
       off.speedTime = time;
     }
   }
+  if (off.left) off.delay.reset();
   std::sort(distances.begin(), distances.end());
   off.p95 = distances[static_cast<std::size_t>(
       std::ceil(0.95 * static_cast<double>(distances.size())) - 1.0)];
@@ -148,9 +204,9 @@ class PathFollowing {
     if (!run.began || run.cancelled) return m_result;
     const headless::SceneNode& node = *NodeNamed(*m_driver, m_asked.lineNode)->GetSceneNode();
     std::vector<Pose> driven;
-    for (std::size_t i = 0; i < m_asked.line.size(); ++i) driven.push_back(PoseOf(node, TimeOf(i)));
+    for (std::size_t i = 0; i < m_line.size(); ++i) driven.push_back(PoseOf(node, TimeOf(i)));
     m_result.off =
-        Measure(m_asked.line, driven, m_result.span.from, m_core.GetFrameDuration(), m_asked.size);
+        Measure(m_line, m_led, driven, m_result.span.from, m_core.GetFrameDuration(), m_asked.size);
     block.Keep();
     return m_result;
   }
@@ -195,25 +251,25 @@ class PathFollowing {
     m_first = m_core.FrameIndex(m_core.SnapToFrame(keys->GetTimes().front()));
     const int last = m_core.FrameIndex(keys->GetTimes().back() + 1e-5);
     for (int i = m_first; i <= last; ++i) {
-      m_asked.line.push_back(PoseOf(*own->GetSceneNode(), i * m_core.GetFrameDuration()));
-      const Vector& at = m_asked.line.back().position;
+      m_line.push_back(PoseOf(*own->GetSceneNode(), i * m_core.GetFrameDuration()));
+      const Vector& at = m_line.back().position;
       if (!std::isfinite(at.x) || !std::isfinite(at.y) || !std::isfinite(at.z))
         return Refuse("its path has no place at " + util::shortText(i * m_core.GetFrameDuration()) +
                       " s");
     }
     m_asked.start = TimeOf(0);
-    m_result.span = {TimeOf(0), TimeOf(m_asked.line.size() - 1)};
+    m_result.span = {TimeOf(0), TimeOf(m_line.size() - 1)};
     const double seconds = m_result.span.to - m_result.span.from;
     if (seconds < kLeastSeconds - 1e-5)
       return Refuse(
           "its recorded path of " + util::shortText(seconds) + " s is too short to follow",
           "it takes " + util::shortText(kLeastSeconds) + " s");
+    m_asked.line = m_line;
     Ask();
     double way = 0.0;
-    for (std::size_t i = 1; i < m_asked.line.size(); ++i)
-      way += (m_asked.line[i].position - m_asked.line[i - 1].position).length();
+    for (std::size_t i = 1; i < m_line.size(); ++i) way += WayInto(m_line, i);
     if (way < kLeastWay * m_asked.size)
-      return Refuse("it stands still: its path is " + util::shortText(way) + " m long", remedy);
+      return Refuse("it stands still all along its recorded path", remedy);
     return true;
   }
 
@@ -249,6 +305,9 @@ class PathFollowing {
       return Refuse(m_result.target + " could not be taken from its parent");
     if (!m_wish.asProfile && !Set(m_asked.sharp)) return false;
     Ask();
+    m_led = InReach(m_line, m_asked.topSpeed * m_core.GetFrameDuration());
+    for (std::size_t i = 0; i < m_led.size(); ++i) m_asked.line[i] = PoseAt(m_line, m_led[i]);
+    Ask();
     if (!Set(m_asked.mode)) return false;
     util::AVar_Linear<double> rest;
     rest.set(m_result.span.from, 0.0);
@@ -280,6 +339,8 @@ class PathFollowing {
   rws::core::CoreImplementation& m_core;
   const FollowWish& m_wish;
   FollowResult m_result;
+  std::vector<Pose> m_line;   ///< one a frame
+  std::vector<double> m_led;  ///< frames of the line that the target leads to
   LineToFollow m_asked;
   Instance* m_driver = nullptr;  ///< the original, until a copy takes its place
   int m_first = 0;               ///< frame with which the line begins

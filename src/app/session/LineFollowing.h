@@ -20,8 +20,9 @@ struct FollowWish {
   bool asProfile = false;  ///< with the profile's own values of the mode, not the sharp ones
 };
 
-/// How far off a line a rig is. A place is compared with the part of the line that was recorded
-/// within `kFollowWindow` of it, so that a line may cross itself.
+/// How far off a line a rig is. A place is compared with what was recorded of the line up to
+/// `kFollowWindow` around its time, and around the time of the place that the target led it to
+/// where that is another, so that a line may cross itself.
 struct LineDistances {
   long frames = 0;
   double length = 0.0;         ///< of the line (m)
@@ -29,11 +30,12 @@ struct LineDistances {
   double p95 = 0.0;            ///< 95 of 100 frames are nearer (m)
   double largest = 0.0;        ///< m
   double largestTime = 0.0;    ///< s
-  double delay = 0.0;          ///< s by which it is late at the end where the line is nearest
   double speed = 0.0;          ///< largest difference of speeds at the same time (m/s)
   double speedTime = 0.0;      ///< s
   double margin = 0.0;         ///< m: farther off counts as left
   std::optional<double> left;  ///< s; it has left the line, and does not come back
+  /// s by which it is late when the line moves for the last time; nothing when it has left it
+  std::optional<double> delay;
 };
 
 inline constexpr double kFollowWindow = 10.0;  ///< s

@@ -25,7 +25,8 @@ struct LineToFollow {
   std::vector<std::pair<std::string, double>> mode;
   /// The same that have it follow as closely as it can, whatever its profile asks of the mode.
   std::vector<std::pair<std::string, double>> sharp;
-  double size = 0.0;  ///< of the rig (m): what is near on its scale
+  double size = 0.0;      ///< of the rig (m): what is near on its scale
+  double topSpeed = 0.0;  ///< that it reaches by its present parameters (m/s)
   /// World places of the target, one a frame of the line, by the present parameters (m).
   std::vector<util::Vector3<double>> targets;
 };

@@ -95,6 +95,7 @@ KeptRig SettingsOf(Instance& rig, Surroundings& surroundings) {
   KeptRig kept;
   kept.name = rig.GetInstanceName();
   kept.kind = rig.GetTool()->GetDisplayId();
+  kept.simulation = rig.GetTool()->GetSimulationVersion();
   kept.profile = rig.GetCurrentProfile();
   kept.parameters = ParametersOf(rig);
   kept.bindings = BindingsOf(rig);
@@ -162,6 +163,11 @@ std::vector<std::string> DifferencesFrom(const KeptRig& kept, Instance& rig,
   if (rig.GetCurrentProfile() != kept.profile && !changed.empty())
     changed.insert(changed.begin(), "the profile is \"" + rig.GetCurrentProfile() +
                                         "\" and was \"" + kept.profile + "\"");
+  const int simulation = rig.GetTool()->GetSimulationVersion();
+  if (kept.simulation != 0 && kept.simulation != simulation)
+    changed.push_back("the simulation of " + kept.kind + " has changed since (version " +
+                      std::to_string(kept.simulation) + ", now " + std::to_string(simulation) +
+                      ")");
   if (BindingsOf(rig) != kept.bindings)
     changed.push_back("its inputs are mapped, multiplied or bent otherwise");
   for (std::string& text : ChangedSurfaces(kept, surroundings.Of(rig)))

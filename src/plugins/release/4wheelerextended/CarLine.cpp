@@ -99,6 +99,7 @@ std::intptr_t CCarCamObject::FollowLine(LineToFollow& asked) {
   else
     cCarCam.geometry = m_memory.geometry;
   asked.size = cCarCam.geometry.scale;
+  asked.topSpeed = asked.size * m_settings.channels[kGasPedal].maximum;
   const double dt = m_pInterface->GetFrameDuration();
   if (asked.line.size() > 1) {
     const double gas = MotionOf(asked.line[0], asked.line[1], asked.size, dt).gas;
