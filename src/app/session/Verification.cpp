@@ -184,7 +184,7 @@ class StretchCheck {
     auto& core = m_session.GetCore();
     RowsToStep rows;
     for (const auto& [name, end] : stretch.rigs) {
-      if (end.settings) Put(*core.FindInstance(name), *end.settings);
+      if (end.isReplaced) PutBack(*core.FindInstance(name), end);
       rows.push_back(core.Find(name));
     }
     const RunResult run = Resimulate(core, stretch.span, monitor, rows);
@@ -197,11 +197,24 @@ class StretchCheck {
   void Finish() { m_comparison.Finish(); }
 
  private:
-  static void Put(Instance& rig, const KeptRig& settings) {
+  /// The rig as it stood when the stretch was made, where another run has come in the place of what
+  /// lay behind: its inputs held there what they did, or nothing.
+  static void PutBack(Instance& rig, const KeyStretch::End& end) {
     using rws::core::TakeUndo;
-    rig.GetHost().GetAdaptor()->PushUndo(new TakeUndo(rig, TakeUndo::Of::kResimulation));
-    PutBindings(rig, settings.bindings);
-    PutParameters(rig, settings);
+    rig.GetHost().GetAdaptor()->PushUndo(new TakeUndo(rig, TakeUndo::Of::kTake));
+    for (int i = 0; i < static_cast<int>(rig.GetTracks().size()); ++i) {
+      auto track = rig.GetTracks()[static_cast<std::size_t>(i)];
+      track.cutFrom(end.time);
+      const KeptInput* kept =
+          end.settings ? end.settings->Find(rig.GetProperties().property(i)->name) : nullptr;
+      if (kept)
+        for (const auto& sample : kept->track.samples)
+          if (sample.time >= end.time) track.set(sample.time, sample.value);
+      rig.SetTrack(i, std::move(track));
+    }
+    if (!end.settings) return;
+    PutBindings(rig, end.settings->bindings);
+    PutParameters(rig, *end.settings);
   }
 
   void Compare(const KeyStretch& stretch) {

@@ -45,7 +45,8 @@ void Punch::JoinTracks(Instance& rig, const std::vector<Track>& old, const TimeS
     for (const auto& sample : goOn ? old[i].samples : Track().samples)
       if (sample.time > performed.to || sample.time == performed.from)
         joined.set(sample.time, sample.value);
-    rig.SetTrack(static_cast<int>(i), std::move(joined));
+    // The take's own: a live spinner begins again where the take did.
+    rig.GetTracks()[i] = std::move(joined);
   }
 }
 

@@ -48,6 +48,13 @@ struct KeptRig {
   // Where it began; nothing for a take that went on from another one.
   std::vector<unsigned char> memory;  ///< what the rig stored, nothing of it behind the start
   std::vector<std::pair<std::string, rws::adaptor::Trs>> nodes;  ///< by scene name, at the start
+
+  /// Null where the input had no track.
+  const KeptInput* Find(const std::string& input) const {
+    for (const KeptInput& each : inputs)
+      if (each.name == input) return &each;
+    return nullptr;
+  }
 };
 
 /// Inputs, parameters and a start, from which the keys of a take follow. A simulation of what was
@@ -66,6 +73,7 @@ struct KeptTake {
   std::uint64_t mark = 0;  ///< of the poses from where its chain begins; 0: not known
   bool retried = false;    ///< another take was begun in its place
   bool undone = false;
+  bool isFirst = false;  ///< nothing was keyed or recorded of its rigs ahead of it
   std::vector<KeptRig> rigs;
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <set>
 #include <utility>
 
@@ -36,6 +37,46 @@ using rws::core::Instance;
 
 /// Simulations that undo may ask for.
 constexpr std::size_t kMostUnneeded = 200;
+constexpr double kForever = std::numeric_limits<double>::infinity();
+
+/// The first time (s) at which anything is keyed or recorded of it.
+double FirstOf(Instance& rig) {
+  double first = kForever;
+  for (const auto& track : rig.GetTracks())
+    if (!track.samples.empty()) first = std::min(first, track.samples.front().time);
+  for (rws::core::CoreNode* each : rig.GetNodes()) {
+    const auto* node = static_cast<headless::HeadlessNode*>(each)->GetSceneNode();
+    if (!node) continue;
+    for (const auto& channel : node->GetAnimation().channels)
+      if (channel && !channel->IsEmpty()) first = std::min(first, channel->GetTimes().front());
+  }
+  return first;
+}
+
+/// Undoable in an open block.
+void DropKeys(Instance& rig, double ahead) {
+  for (rws::core::CoreNode* each : rig.GetNodes()) {
+    auto* const known = static_cast<headless::HeadlessNode*>(each);
+    headless::SceneNode* const node = known->GetSceneNode();
+    if (!node || !node->HasKeys()) continue;
+    known->GetAdaptor().KeepPose(*known);
+    for (int i = 0; i < 3; ++i) {
+      const auto path = static_cast<headless::ChannelPath>(i);
+      const headless::Channel* const channel = node->GetChannel(path);
+      if (!channel) continue;
+      const auto& times = channel->GetTimes();
+      const auto first =
+          std::lower_bound(times.begin(), times.end(), ahead - util::kFrameTolerance);
+      const auto dropped = first - times.begin();
+      if (dropped == 0) continue;
+      headless::Channel left(path, channel->GetMode());
+      const auto perKey = static_cast<std::ptrdiff_t>(channel->ValuesPerKey());
+      left.SetKeys({first, times.end()},
+                   {channel->GetValues().begin() + dropped * perKey, channel->GetValues().end()});
+      node->SetChannel(std::move(left));
+    }
+  }
+}
 
 std::set<std::string> NamesOf(const KeptTake& take) {
   std::set<std::string> names;
@@ -242,9 +283,7 @@ int KeptTakes::PredecessorAt(double start, const std::vector<Instance*>& rigs) {
   const KeptTake* found = nullptr;
   for (const KeptTake* take : chain)
     if (take->range.from < start - util::kFrameTolerance) found = take;
-  if (!found || start > found->range.to + util::kFrameTolerance ||
-      found->rate != m_session.GetScene().GetFrameRate())
-    return 0;
+  if (!found || found->rate != m_session.GetScene().GetFrameRate()) return 0;
   std::set<std::string> names;
   for (const Instance* rig : rigs) names.insert(rig->GetInstanceName());
   const std::set<std::string> ran = NamesOf(*found);
@@ -264,7 +303,10 @@ void KeptTakes::BeginTake() {
   m_running.rate = m_session.GetScene().GetFrameRate();
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
   m_running.predecessor = PredecessorAt(core.GetStartTime(), core.GetTakeInstances());
+  m_running.isFirst = m_running.predecessor == 0;
   for (Instance* rig : core.GetTakeInstances()) {
+    m_running.isFirst =
+        m_running.isFirst && !(FirstOf(*rig) < m_running.range.from - util::kFrameTolerance);
     KeptRig kept = SettingsOf(*rig, m_surroundings);
     int size = 0;
     if (m_running.predecessor == 0 && rig->GetRig()->Store() == 0) {
@@ -386,8 +428,8 @@ std::string KeptTakes::HashOf(const KeptTake& take) {
   return hash.result().toHex().toStdString();
 }
 
-/// The same from where the chain begins, for all of its rigs: asked for whenever a run begins, so
-/// it has to be quick.
+/// The same from where the chain begins on, for all of its rigs: asked for whenever a run begins,
+/// so it has to be quick.
 std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
   const std::vector<const KeptTake*> chain = ChainOf(take.number);
   const KeptTake& root = chain.empty() ? take : *chain.front();
@@ -397,7 +439,7 @@ std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
     mark ^= mark >> 32;
   };
   VisitKeys(
-      m_session.GetCore(), root.rigs, {root.range.from, take.range.to}, [&mix] { mix(1); },
+      m_session.GetCore(), root.rigs, {root.range.from, kForever}, [&mix] { mix(1); },
       [&mix](const double* from, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
           std::uint64_t word = 0;
@@ -457,8 +499,22 @@ std::string KeptTakes::PutBackRig(const KeptTake& take, const KeptRig& kept) {
     if (!rig) return "the rig " + kept.name + " could not be put back to its start";
     PutParameters(*rig, kept);  // what the rig stored has some of its own
   }
-  PutInputs(*rig, kept, take.range.from);
+  if (take.isFirst) DropKeys(*rig, take.range.from);
+  PutInputs(*rig, kept, take.isFirst ? -kForever : take.range.from);
   return {};
+}
+
+/// What the rigs have made since goes as a run takes it away that begins there: a rig that is built
+/// anew knows nothing of it.
+bool KeptTakes::ClearFor(const KeptTake& take, const Monitor& monitor) {
+  double from = take.range.from;
+  RowsToStep rows;
+  for (const KeptRig& kept : take.rigs) {
+    rows.push_back(m_session.GetCore().Find(kept.name));
+    Instance& rig = *m_session.GetCore().FindInstance(kept.name);
+    if (take.isFirst) from = std::min(from, FirstOf(rig));
+  }
+  return Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
 }
 
 std::string KeptTakes::PutBack(const KeptTake& take) {
@@ -486,12 +542,14 @@ bool KeptTakes::Simulate(const KeptTake& take, double end, const Monitor& monito
 /// What is wrong, if anything.
 std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor) {
   for (std::size_t i = 0; i < chain.size(); ++i) {
+    if (i == 0 && !ClearFor(*chain[i], monitor)) return "its rigs could not be simulated";
     std::string problem = PutBack(*chain[i]);
     if (!problem.empty()) return problem;
     double end = chain[i]->range.to;
-    // Where another one takes over with all rigs, nothing is left of what lies behind.
+    // Where another one takes over with all rigs, nothing is left of what lies behind. But a rig
+    // may look at the keys around its start.
     if (i + 1 < chain.size() && NamesOf(*chain[i + 1]) == NamesOf(*chain[i]))
-      end = chain[i + 1]->range.from;
+      end = std::min(end, chain[i + 1]->range.from + 1.0 / chain[i]->rate);
     if (!Simulate(*chain[i], end, monitor)) return "its rigs could not be simulated";
   }
   return {};

@@ -123,6 +123,7 @@ class KeptTakes {
   std::uint64_t MarkOf(const KeptTake& take);
   std::vector<const KeptTake*> ChainOf(int number) const;
   std::string WhyNot(const std::vector<const KeptTake*>& chain);
+  bool ClearFor(const KeptTake& take, const Monitor& monitor);
   std::string PutBack(const KeptTake& take);
   std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
   bool Simulate(const KeptTake& take, double end, const Monitor& monitor);

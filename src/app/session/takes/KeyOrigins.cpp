@@ -79,7 +79,7 @@ KeyStretch StretchOf(const std::vector<const KeptTake*>& chain, std::size_t at, 
     for (std::size_t i = chain.size() - 1; i > at; --i)
       if (RigIn(*chain[i], kept->name)) end = {chain[i]->range.from, true, kept};
     stretch.rigs[kept->name] = end;
-    stretch.span.to = std::max(stretch.span.to, end.time);
+    stretch.span.to = std::max(stretch.span.to, std::min(end.time, chain[at]->range.to));
   }
   return stretch;
 }

@@ -301,7 +301,7 @@ void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   out << static_cast<qint32>(take.number) << static_cast<qint32>(take.stars)
       << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown)
       << static_cast<quint64>(take.mark) << take.rate << take.range.from << take.range.to
-      << take.retried << take.undone;
+      << take.retried << take.undone << take.isFirst;
   for (const std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     PutText(out, *text);
   out << static_cast<quint32>(take.rigs.size());
@@ -321,6 +321,7 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   in >> number >> stars >> predecessor;
   if (version > 1) in >> shown >> mark;
   in >> take.rate >> take.range.from >> take.range.to >> take.retried >> take.undone;
+  if (version > 1) in >> take.isFirst;
   take.number = number;
   take.shown = shown;
   take.mark = mark;
