@@ -19,8 +19,10 @@
 #include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
 #include "app/studio/script/ScriptView.h"
+#include "app/studio/timeline/CurveStrip.h"
 #include "app/studio/timeline/Player.h"
 #include "app/studio/timeline/Timeline.h"
+#include "app/studio/windows/CurvesPage.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
@@ -59,9 +61,10 @@ std::string SentencesOf(const Problem& problem) {
 
 /// What leaves the scene alone, or ends a take by asking for another scene.
 bool IsForTakes(int id) {
-  static constexpr int kFree[] = {
-      kCommandNew,  kCommandOpen,    kCommandRecent, kCommandQuit, kCommandExamples,
-      kCommandHelp, kCommandLicence, kCommandUpdate, kCommandLoop, kCommandEveryFrame};
+  static constexpr int kFree[] = {kCommandNew,        kCommandOpen,     kCommandRecent,
+                                  kCommandQuit,       kCommandExamples, kCommandHelp,
+                                  kCommandLicence,    kCommandUpdate,   kCommandLoop,
+                                  kCommandEveryFrame, kCommandCurves};
   return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
 }
 
@@ -97,6 +100,8 @@ Studio::Studio(const StudioOptions& options)
       m_player(std::make_unique<Player>(m_document.GetCore(), m_document.GetAdaptor())),
       m_timeline(
           std::make_unique<Timeline>(m_document.GetCore(), m_document.GetAdaptor(), m_browser)),
+      m_curves(
+          std::make_unique<CurveStrip>(m_document.GetCore(), m_document.GetAdaptor(), *m_timeline)),
       m_windows(m_document.GetCore(), *this),
       m_input(m_document.GetCore()),
       m_keys(m_document.GetCore()) {
@@ -126,6 +131,10 @@ gui::component::qt::ViewHandler* Studio::GetStage() {
 
 gui::component::qt::ViewHandler* Studio::GetTimeline() {
   return m_timeline.get();
+}
+
+void Studio::MakePages(MainWindowFrame& window, const AddPage& add) {
+  add(std::make_unique<CurvesPage>(window, *m_curves));
 }
 
 Studio::Working::Working(Studio& studio) : at(studio) {
@@ -257,6 +266,7 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandRangeEnd, &Studio::RangeEnd},
       {kCommandLoop, &Studio::SwitchLoop},
       {kCommandEveryFrame, &Studio::SwitchEveryFrame},
+      {kCommandCurves, &Studio::SwitchCurves},
       {kCommandSound, &Studio::ChooseSound},
       {kCommandBackdrop, &Studio::ChooseBackdrop},
       {kCommandHelp, &Studio::ShowHelp},
@@ -294,6 +304,7 @@ void Studio::UpdateMenu(gui::Menu& menu) {
     if (!IsForTakes(command.id)) menu.SetEnabled(command.id, locked.empty(), locked);
   menu.SetChecked(kCommandLoop, m_player->IsLoop());
   menu.SetChecked(kCommandEveryFrame, m_player->IsEveryFrame());
+  menu.SetChecked(kCommandCurves, m_curves->IsVisible());
   std::vector<gui::MenuItem> items;
   int id = kFirstRecent;
   for (const RecentFile& file : RecentFiles::List()) {

@@ -21,6 +21,7 @@
 namespace orv::app {
 
 class HelpWindow;
+class CurveStrip;
 class Player;
 class StagePane;
 class Timeline;
@@ -49,6 +50,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   rws::core::windows::SceneBrowser* GetSceneBrowser() override { return &m_browser; }
   gui::component::qt::ViewHandler* GetStage() override;
   gui::component::qt::ViewHandler* GetTimeline() override;
+  void MakePages(rws::core::windows::MainWindowFrame& window, const AddPage& add) override;
   void ApplyAppearance() override;
   void OnPreferences() override;
 
@@ -109,6 +111,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void RangeEnd();
   void SwitchLoop();
   void SwitchEveryFrame();
+  void SwitchCurves();
   void ChooseSound();
   void ChooseBackdrop();
   void ShowHelp();
@@ -165,6 +168,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::unique_ptr<StagePane> m_stage;
   std::unique_ptr<Player> m_player;
   std::unique_ptr<Timeline> m_timeline;
+  std::unique_ptr<CurveStrip> m_curves;
   std::string m_soundFile;             ///< that was read, or could not be
   const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;

@@ -192,6 +192,16 @@ void Timeline::ShowRange() {
   if (m_widget) m_widget->update();
 }
 
+void Timeline::Pan(double pixels) {
+  m_scale.Pan(pixels);
+  if (m_widget) m_widget->update();
+}
+
+void Timeline::Reveal(double time) {
+  m_scale.Reveal(time / m_host.GetFrameDuration());
+  if (m_widget) m_widget->update();
+}
+
 int Timeline::GetFrame() const {
   return m_core.FrameIndex(m_host.GetCurrentTime());
 }

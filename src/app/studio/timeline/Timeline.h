@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
@@ -53,6 +54,13 @@ class Timeline : public gui::component::qt::ViewHandler,
   void GoToRangeEnd(bool end);
   /// All of the range is seen.
   void ShowRange();
+  /// What is seen, for who lies below on the same scale.
+  const timeline::TimeScale& GetScale() const { return m_scale; }
+  /// It may have become another one, or moved.
+  std::function<void()> scaleChanged;
+  /// What is seen moves so many pixels to the right, or as far as `time` (s) needs to be seen.
+  void Pan(double pixels);
+  void Reveal(double time);
 
   // ViewHandler
   void Paint(QPainter& painter, QWidget& widget) override;
@@ -125,10 +133,11 @@ class Timeline : public gui::component::qt::ViewHandler,
   std::string m_soundProblem;
   Drag m_drag = Drag::kNone;
   QPoint m_pressed;
-  double m_grabbed = 0.0;             ///< frame under the pointer when the drag began
-  double m_begin = 0.0, m_end = 0.0;  ///< the range as it is dragged (s)
-  double m_soundStart = 0.0;          ///< the sound's begin, as it is dragged (s)
-  double m_shown = 0.0;               ///< the time whose cursor is painted (s)
+  double m_grabbed = 0.0;                    ///< frame under the pointer when the drag began
+  double m_begin = 0.0, m_end = 0.0;         ///< the range as it is dragged (s)
+  double m_soundStart = 0.0;                 ///< the sound's begin, as it is dragged (s)
+  double m_shown = 0.0;                      ///< the time whose cursor is painted (s)
+  std::pair<double, double> m_paintedScale;  ///< first frame and pixels a frame
   bool m_fitsNext = true;
   QTimer m_later;
   QTimer m_look;  ///< at the sound, as long as some of it has not been seen

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
@@ -40,6 +41,9 @@ void Timeline::Paint(QPainter& painter, QWidget& widget) {
     m_fitsNext = false;
     ShowRange();
   }
+  // Whatever has moved the scale, all of this is painted anew.
+  const std::pair<double, double> scale{m_scale.ToFrame(0.0), m_scale.GetPixelsPerFrame()};
+  if (std::exchange(m_paintedScale, scale) != scale && scaleChanged) scaleChanged();
   const QPalette& palette = widget.palette();
   painter.fillRect(QRectF(0, m_rows.ruler, widget.width(), m_rows.sound - m_rows.ruler),
                    ToneOf(palette, Tone::kField));
