@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the Maya plug-in as with a devkit, one made of the stand-in's headers and the system's Qt, and
-# checks what it shows to the outside. The plug-in can't be loaded anywhere: nothing is behind these
-# headers here. A second argument is the build tree to leave it in.
+# checks what it shows to the outside. Arguments: the folder to leave it in, and a program that has
+# the stand-in itself, which is given the plug-in to load.
 set -euo pipefail
 source=$(cd "$(dirname "$0")/.." && pwd)
 work=${1:-$source/build/maya-devkit}
@@ -44,4 +44,9 @@ names=$(nm -D --defined-only -C "$module/plug-ins/OrvelRigwright.so" | awk '{pri
         sed 's/(.*//' | sort | tr '\n' ' ')
 [ "$names" = "MApiVersion initializePlugin uninitializePlugin " ] ||
   fail "the plug-in shows other names: $(echo "$names" | head -c 400)"
+if [ $# -gt 1 ]; then
+  data=$(mktemp -d)
+  trap 'rm -rf "$data"' EXIT
+  RIGWRIGHT_DATA_ROOT=$data "$2" "$module/plug-ins/OrvelRigwright.so" || fail "loading failed"
+fi
 echo "maya_devkit.sh: $module"

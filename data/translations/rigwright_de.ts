@@ -1464,6 +1464,11 @@
         <translation>nach etwa %1 s davon wäre die Szene größer als die 4 GB, die eine .glb fasst</translation>
     </message>
     <message>
+        <source>Verify</source>
+        <extracomment>src/app/session/Verification.cpp</extracomment>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
         <source>Resimulating</source>
         <extracomment>src/app/session/anyhost/RunRigs.cpp; src/core/take/RecordManager.cpp</extracomment>
         <translation>Neue Simulation</translation>
@@ -2629,6 +2634,11 @@
         <translation>jeder Take bleibt bei seiner Szene, außerhalb des Rückgängigmachens</translation>
     </message>
     <message>
+        <source>takes that are kept with a scene, beside starred ones; 0: all</source>
+        <extracomment>src/core/services/Preferences.cpp</extracomment>
+        <translation>Takes, die mit einer Szene aufgehoben werden, außer denen mit Sternen; 0: alle</translation>
+    </message>
+    <message>
         <source>of the windows</source>
         <extracomment>src/core/services/Preferences.cpp</extracomment>
         <translation>der Fenster</translation>
@@ -3542,6 +3552,11 @@
         <source>Keep every take with its scene</source>
         <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
         <translation>Jeden Take bei seiner Szene behalten</translation>
+    </message>
+    <message>
+        <source>Takes kept with a scene (0: all)</source>
+        <extracomment>src/core/windows/PreferencesWindow.cpp</extracomment>
+        <translation>Takes je Szene (0: alle)</translation>
     </message>
     <message>
         <source>Lengths in</source>

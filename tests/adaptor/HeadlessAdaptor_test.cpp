@@ -157,11 +157,11 @@ TEST(HeadlessAdaptor, NodesOfOneMeshShareItsRays) {
   auto* const a = static_cast<HeadlessNode*>(adaptor.CreateMeshNode({}, nullptr, &mesh, 0));
   auto* const b = static_cast<HeadlessNode*>(adaptor.CreateMeshNode({}, nullptr, nullptr, 0));
   EXPECT_EQ(b->Extension(rws::kShareMesh, a, nullptr), 1);
-  EXPECT_EQ(a->GetRays(), b->GetRays());
+  EXPECT_EQ(a->GetRays(0.0), b->GetRays(0.0));
   mesh.faces.insert(mesh.faces.end(), {0, 2, 1});
   a->SetMesh(mesh);
-  EXPECT_EQ(a->GetRays()->triangleCount(), 2);
-  EXPECT_EQ(b->GetRays()->triangleCount(), 1);
+  EXPECT_EQ(a->GetRays(0.0)->triangleCount(), 2);
+  EXPECT_EQ(b->GetRays(0.0)->triangleCount(), 1);
 }
 
 TEST(HeadlessAdaptor, LeavesTheTagsOfRigsThatAreKeptUnopened) {

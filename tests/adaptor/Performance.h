@@ -90,14 +90,14 @@ class Performance {
   rws::adaptor::SceneRigs m_rigs;
 };
 
-inline void ExpectAlike(const Poses& a, const Poses& b, const char* what) {
+inline void ExpectAlike(const Poses& a, const Poses& b, const char* what, double tolerance = 1e-9) {
   ASSERT_EQ(a.size(), b.size()) << what;
   double worst = 0.0;
   for (const auto& [name, poses] : a)
     for (std::size_t frame = 0; frame < poses.size(); ++frame)
       for (int i = 0; i < 16; ++i)
         worst = std::max(worst, std::abs(poses[frame][i] - b.at(name)[frame][i]));
-  EXPECT_LT(worst, 1e-9) << what;
+  EXPECT_LT(worst, tolerance) << what;
 }
 
 }  // namespace orv::tests

@@ -69,6 +69,12 @@ class MayaFixture final : public AdaptorFixture {
     NewScene(settings);
     NewTransform("Lid", NewTransform("Crate", MObject::kNullObj));
     Place("Crate", {{0, 0, 2}, {}, {1, 1, 1}});
+    auto* const lid = static_cast<maya::CMayaNode*>(m_adaptor->FindSceneNode("Lid"));
+    util::CMesh plate;
+    plate.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 0, -1}};
+    plate.faces = {0, 1, 2};
+    lid->SetMesh(plate);
+    lid->SetColour({0.25f, 0.5f, 0.75f});
     MFileIO::saveAs(ImportFile().c_str(), "mayaAscii", true);
     NewScene(settings);
     MTime::setUIUnit(MTime::k24FPS);

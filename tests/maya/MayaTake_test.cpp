@@ -38,8 +38,9 @@ TEST(MayaTake, PosesAreThoseOfTheHostWithoutAProgramAtEveryRate) {
       SCOPED_TRACE(kind + std::string(" at ") + std::to_string(fps));
       HeadlessFixture plain;
       const Poses expected = Performance(plain, kind, fps).Resimulate();
-      for (const bool zUp : {false, true}) {
-        MayaFixture host({zUp, zUp ? MDistance::kMeters : MDistance::kCentimeters});
+      for (const int look : {0, 1, 2, 3}) {
+        const bool zUp = look % 2 != 0;
+        MayaFixture host({zUp, look < 2 ? MDistance::kCentimeters : MDistance::kMeters});
         Performance there(host, kind, fps);
         const Poses first = there.Resimulate();
         ExpectAlike(expected, first, zUp ? "Z up" : "Y up");
@@ -60,6 +61,12 @@ TEST(MayaTake, EveryRigPerformsAsWithoutAProgramAndAfterASave) {
     there.SaveAndOpen();
     ExpectAlike(expected, there.Resimulate(), "after a save");
   }
+}
+
+Matrix<double> Pose() {
+  Matrix<double> pose = Matrix<double>::rotationAxisAngle(50.0, 0.36, 0.8, 0.48);
+  pose.setTranslation({1, 2, 3});
+  return pose;
 }
 
 TEST(MayaTake, UndoLeavesTheSceneAsItWasToTheByte) {
@@ -122,30 +129,160 @@ TEST(MayaTake, ShowsTheTakeAndPutsBackWhatHasNoCurve) {
   EXPECT_FALSE(adaptor.HostRedo());
 }
 
-TEST(MayaTake, ARigWithALockedChannelStaysOut) {
-  MayaFixture host;
-  Performance car(host, "4WheelerExt");
-  CoreNode* const chief = car.Nodes().front();
-  PlugOf(chief, "ty").setLocked(true);
-  const std::string before = mayahost::Dump();
-  EXPECT_EQ(car.core.BeginResimulation(0.0, 1.0), 0);
-  while (car.core.StepResimulation()) {
+TEST(MayaTake, ARigWithLockedLayeredOrConstrainedChannelsStaysOut) {
+  const char* const kDriven = "is driven by a constraint, a layer or another node";
+  struct Case {
+    const char* mel;
+    std::string words;
+  };
+  const Case cases[] = {
+      {"setAttr -lock 1 NODE.ty", "ty is locked"},
+      {"setAttr -lock 1 NODE.rotate", "rx is locked"},
+      {"createNode animLayer -n Layer; createNode addDoubleLinear -n Blend; "
+       "connectAttr Blend.output NODE.ty",
+       std::string("ty ") + kDriven},
+      {"createNode pointConstraint -n Hold; connectAttr Hold.constraintTranslate NODE.translate",
+       std::string("tx ") + kDriven},
+      {"createNode animCurveUL -n Driven; connectAttr Mover.rx Driven.input; "
+       "connectAttr Driven.output NODE.tz",
+       std::string("tz ") + kDriven},
+  };
+  for (const auto& [mel, words] : cases) {
+    SCOPED_TRACE(mel);
+    MayaFixture host;
+    Performance car(host, "4WheelerExt");
+    CoreNode* const chief = car.Nodes().front();
+    std::string line = mel;
+    for (std::size_t at = line.find("NODE"); at != line.npos; at = line.find("NODE"))
+      line.replace(at, 4, chief->GetSceneName());
+    const std::size_t depth = mayahost::UndoQueue().size();
+    mayahost::Type(line);
+    ASSERT_FALSE(mayahost::Failed());
+    const std::string before = mayahost::Dump();
+    EXPECT_EQ(car.core.BeginResimulation(0.0, 1.0), 0);
+    while (car.core.StepResimulation()) continue;
+    car.core.EndResimulation();
+    EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
+    const std::vector<std::string> warnings = host.Maya().TakeWarnings();
+    ASSERT_EQ(warnings.size(), 1u) << "named once";
+    EXPECT_NE(warnings[0].find(chief->GetSceneName()), std::string::npos) << warnings[0];
+    EXPECT_NE(warnings[0].find(words), std::string::npos) << warnings[0];
+    while (mayahost::UndoQueue().size() > depth) EXPECT_TRUE(mayahost::Undo());
+    EXPECT_FALSE(car.Resimulate().empty());
+    EXPECT_TRUE(host.Maya().TakeWarnings().empty());
   }
-  car.core.EndResimulation();
-  EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
-  const std::vector<std::string> warnings = host.Maya().TakeWarnings();
-  ASSERT_EQ(warnings.size(), 1u);
-  EXPECT_NE(warnings[0].find(chief->GetSceneName()), std::string::npos) << warnings[0];
-  EXPECT_NE(warnings[0].find("ty is locked"), std::string::npos) << warnings[0];
-  PlugOf(chief, "ty").setLocked(false);
-  EXPECT_FALSE(car.Resimulate().empty());
-  EXPECT_TRUE(host.Maya().TakeWarnings().empty());
 }
 
-Matrix<double> Pose() {
-  Matrix<double> pose = Matrix<double>::rotationAxisAngle(50.0, 0.36, 0.8, 0.48);
-  pose.setTranslation({1, 2, 3});
-  return pose;
+TEST(MayaTake, InstancesAndJointsStandWhereTheHostShowsThem) {
+  for (const bool zUp : {false, true}) {
+    MayaFixture host({zUp, MDistance::kCentimeters});
+    const auto name = [](CoreNode* node) { return static_cast<maya::CMayaNode*>(node); };
+    const auto shows = [&](CoreNode* node, const Matrix<double>& pose, const char* what) {
+      SCOPED_TRACE(what);
+      const Matrix<double> shown = host.Maya().GetSpace().WorldToRig(host.HostWorld(node, 1.0));
+      for (int i = 0; i < 16; ++i) {
+        EXPECT_NEAR(name(node)->GetWorldPose(1.0)[i], pose[i], 1e-9) << i;
+        EXPECT_NEAR(shown[i], pose[i], 1e-9) << i;
+      }
+    };
+    // A leaf below two branches.
+    mayahost::Type("createNode transform -n Left");
+    mayahost::Type("createNode transform -n Right");
+    mayahost::Type("createNode transform -n Leaf -p Left");
+    host.Place("Left", {{1, 2, 3}, {0, 0.6, 0, 0.8}, {1, 1, 1}});
+    host.Place("Right", {{-4, 0, 1}, {0.6, 0, 0, 0.8}, {1, 1, 1}});
+    CoreNode* const left = host.UserNode("Left");
+    CoreNode* const right = host.UserNode("Right");
+    MObject leaf = name(left->GetChild(0) ? host.UserNode("|Left|Leaf") : nullptr)->GetObject();
+    EXPECT_TRUE(MFnDagNode(name(right)->GetObject()).addChild(leaf, MFnDagNode::kNextPos, true));
+    CoreNode* const first = host.UserNode("|Left|Leaf");
+    CoreNode* const second = host.UserNode("|Right|Leaf");
+    ASSERT_TRUE(first && second);
+    EXPECT_NE(first, second);
+    EXPECT_FALSE(first->IsSame(second));
+    EXPECT_EQ(first->GetParent(), left);
+    EXPECT_EQ(second->GetParent(), right);
+    name(first)->SetWorldPose(1.0, Pose(), false);
+    shows(first, Pose(), "the first");
+    shows(second,
+          name(right)->GetWorldPose(1.0) * (name(left)->GetWorldPose(1.0).affineInverse() * Pose()),
+          "the second");
+    // A joint with an orientation and an order of the user's, then elsewhere.
+    mayahost::Type("createNode joint -n Root");
+    mayahost::Type("createNode joint -n Tip -p Root");
+    for (const char* joint : {"Root", "Tip"}) {
+      CoreNode* const node = host.UserNode(joint);
+      PlugOf(node, "jointOrientX").setDouble(0.4);
+      PlugOf(node, "jointOrientZ").setDouble(-1.1);
+      PlugOf(node, "rotateAxisY").setDouble(0.3);
+      PlugOf(node, "rotateOrder").setShort(4);
+      Matrix<double> pose = Pose();
+      for (const double time : {0.0, 1.0, 2.0}) {
+        pose.setTranslation({time, 5, 0.5});
+        name(node)->SetWorldPose(time, pose, true);
+      }
+      pose.setTranslation({1, 5, 0.5});
+      shows(node, pose, "keyed");
+      EXPECT_EQ(PlugOf(node, "rotateOrder").asInt(), 4);
+      EXPECT_TRUE(node->SetParent(second));
+      shows(node, pose, "below an instance");
+      EXPECT_TRUE(node->SetParent(host.UserNode("Mover")));
+      shows(node, pose, "moved");
+    }
+  }
+}
+
+TEST(MayaTake, FiltersTheAnglesOfTheLatestTakeAndTakesThatBack) {
+  MayaFixture host;
+  Performance car(host, "4WheelerExt");
+  car.Resimulate();
+  MFnAnimCurve turned(maya::CurveOf(PlugOf(car.Nodes().front(), "ry")));
+  for (unsigned i = 20; i < turned.numKeys(); ++i) turned.setValue(i, turned.value(i) + 4.0 * M_PI);
+  const double before = turned.value(19), after = turned.value(20);
+  EXPECT_GT(std::abs(after - before), 3.0 * M_PI);
+  const std::string jumped = mayahost::Dump();
+  host.Maya().BeginUndoBlock("Filter");
+  host.Maya().FilterCurves();
+  host.Maya().EndUndoBlock();
+  for (unsigned i = 1; i < turned.numKeys(); ++i)
+    EXPECT_LT(std::abs(turned.value(i) - turned.value(i - 1)), M_PI);
+  const std::string filtered = mayahost::Dump();
+  EXPECT_TRUE(host.Maya().HostUndo());
+  EXPECT_EQ(mayahost::Dump(), jumped) << Difference(jumped, mayahost::Dump());
+  EXPECT_TRUE(host.Maya().HostRedo());
+  EXPECT_EQ(mayahost::Dump(), filtered);
+}
+
+TEST(MayaTake, OfCopiesWithATagTheNameDecidesElseTheFirst) {
+  MayaFixture host;
+  auto& adaptor = host.Maya();
+  CoreNode* const hook = host.UserNode("Hook");
+  EXPECT_TRUE(adaptor.TagNode(hook, "Rig/Hook"));
+  mayahost::Type("duplicate -n Copy Hook");
+  CInterface* const owner = reinterpret_cast<CInterface*>(&host);
+  EXPECT_EQ(adaptor.ClaimTaggedNodes({owner, "Hook", "Copy"}, "Rig/Hook"), host.UserNode("Copy"));
+  EXPECT_EQ(adaptor.ClaimTaggedNodes({owner, "Hook", "Gone"}, "Rig/Hook"), hook);
+  EXPECT_EQ(adaptor.ClaimTaggedNodes({owner, "Hook", "Hook"}, "Rig/Hoo"), nullptr);
+}
+
+TEST(MayaTake, TurnsOffWhatWouldDisturbATakeAndPaintsAsItGoes) {
+  MayaFixture host;
+  const auto cached = [] { return mayahost::Type("evaluator -q -name \"cache\" -enable"); };
+  Performance car(host, "4WheelerExt");
+  for (const bool on : {true, false}) {
+    mayahost::Type(std::string("evaluator -name \"cache\" -enable ") + (on ? "1" : "0"));
+    MAnimControl::setAutoKeyMode(on);
+    EXPECT_EQ(car.core.BeginResimulation(0.0, 1.0), 0);
+    EXPECT_EQ(cached(), "0");
+    EXPECT_FALSE(MAnimControl::autoKeyMode());
+    const int painted = mayahost::Refreshes();
+    for (int i = 0; i < 20; ++i) host.Maya().SetCurrentTime(i / 24.0);
+    EXPECT_GT(mayahost::Refreshes(), painted);
+    car.core.EndResimulation();
+    EXPECT_EQ(cached(), on ? "1" : "0");
+    EXPECT_EQ(MAnimControl::autoKeyMode(), on);
+  }
+  MAnimControl::setAutoKeyMode(false);
 }
 
 /// A step of undo without a rig.
@@ -276,6 +413,13 @@ TEST(MayaTake, EveryEditIsUndoneAndRedoneToTheByte) {
         {"out of sight", [&] { body->Hide(); }},
         {"a selection", [&] { lens->Select(); }},
         {"a range that grows", [&] { adaptor.SetTimeRange(-1.0, 90.0); }},
+        {"an import with a shader",
+         [&] {
+           NodeList nodes;
+           util::ReturnValue<NodeList> result(nodes);
+           EXPECT_EQ(adaptor.ImportNodes(host.ImportFile(), "In_", result), "");
+           EXPECT_NE(mayahost::Dump().find("In_Lid_shaderSG"), std::string::npos);
+         }},
         {"nothing left", [&] { body->deleteMe(); }}};
     for (const auto& [name, edit] : edits) {
       SCOPED_TRACE(name);
@@ -305,6 +449,10 @@ TEST(MayaTake, KeepsTheUsersOrderAndPivotsAndTurnsOnAcrossWholeTurns) {
   CInterface* const owner = reinterpret_cast<CInterface*>(&host);
   CoreNode* const body = adaptor.CreateMeshNode({owner, "Body", "Body"}, nullptr, nullptr, 0);
   EXPECT_EQ(PlugOf(body, "rotateOrder").asInt(), 0) << "in a scene with Z up";
+  MGlobal::setYAxisUp();
+  CoreNode* const upright = adaptor.CreateMeshNode({owner, "Up", "Up"}, nullptr, nullptr, 0);
+  EXPECT_EQ(PlugOf(upright, "rotateOrder").asInt(), 2) << "zxy with Y up";
+  MGlobal::setZAxisUp();
   PlugOf(body, "rotateOrder").setShort(3);
   for (const char* pivot : {"rotatePivotX", "scalePivotY", "rotateAxisZ", "rotatePivotTranslateY"})
     PlugOf(body, pivot).setDouble(0.7);

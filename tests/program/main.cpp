@@ -1,6 +1,6 @@
 // A program on the same floor as the command line and without it: it makes a scene, fits a car,
 // resimulates with progress, changes its mind, and draws a picture. What it cancels or takes back
-// must leave the scene as it was, to the byte of its file.
+// must leave the scene as it was, to the byte of its file, but for the takes that are kept with it.
 #include <QGuiApplication>
 #include <cmath>
 #include <cstdio>
@@ -19,10 +19,12 @@
 #include "app/session/anyhost/CarFit.h"
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/RunRigs.h"
+#include "app/session/takes/KeptTakes.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreMessages.h"
 #include "core/instances/Instance.h"
 #include "support/TempFolder.h"
+#include "support/WithoutTakes.h"
 #include "util/CMesh_Box.h"
 #include "util/CMesh_Cylinder.h"
 
@@ -87,7 +89,8 @@ class Work {
 
  private:
   std::string file() const {
-    check(m_session.Save(m_folder.path + "/now.glb").empty(), "the scene is saved");
+    check(tests::saveWithoutTakes(m_session, m_folder.path + "/now.glb").empty(),
+          "the scene is saved");
     return m_folder.Read("now.glb");
   }
   rws::core::CoreNode* node(const char* name) const {

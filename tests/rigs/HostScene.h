@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -191,6 +192,18 @@ class HostScene : rws::core::UserInterface {
       for (const auto& pose : poses)
         for (const double number : pose.m)
           hash = (hash ^ static_cast<std::uint64_t>(std::llround(number * 1e6))) * 1099511628211u;
+    return hash;
+  }
+  /// The same of every bit.
+  static std::uint64_t HashBits(const Poses& all) {
+    std::uint64_t hash = 14695981039346656037u;
+    for (const auto& [node, poses] : all)
+      for (const auto& pose : poses)
+        for (const double number : pose.m) {
+          std::uint64_t bits = 0;
+          std::memcpy(&bits, &number, sizeof bits);
+          hash = (hash ^ bits) * 1099511628211u;
+        }
     return hash;
   }
   /// The boxes since the last call, each as "title: text".

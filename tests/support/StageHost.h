@@ -141,7 +141,7 @@ class Node final : public HostNode {
   }
   void WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) override;
 
-  std::shared_ptr<const Curve> SharedCurve() const override { return m_object->curve; }
+  std::shared_ptr<const Curve> CurveAt(double) const override { return m_object->curve; }
   bool HasMesh() const override { return m_object->isMesh; }
   std::shared_ptr<const util::CMesh> SharedMesh() const override { return m_object->mesh; }
   void PutMesh(std::shared_ptr<const util::CMesh> mesh) override {

@@ -197,6 +197,7 @@ bool HostAdaptor::TagNode(CoreNode* node, const std::string& tag) {
   const std::string before = known->GetTag();
   if (before == tag) return true;
   known->PutTag(tag);
+  if (known->GetTag() != tag) return false;  // not ours to mark
   PushExchange("CTagRestoreObj", [known, saved = before]() mutable {
     if (!known->Exists()) return;
     std::string now = known->GetTag();

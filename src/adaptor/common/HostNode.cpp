@@ -140,6 +140,7 @@ bool HostNode::Rename(const std::string& sceneName) {
   const std::string before = GetSceneName();
   if (before == sceneName) return true;
   PutName(sceneName);
+  if (GetSceneName() == before) return false;
   const bool exact = GetSceneName() == sceneName;
   m_adaptor.NoteName(*this);
   m_adaptor.BeginUndoBlock("Rename #" + before);
@@ -178,7 +179,7 @@ CSnapshot_Lens* HostNode::GetSnapshotLens(double time) {
 }
 
 CSnapshot_Shape* HostNode::GetSnapshotShape(double time) {
-  std::shared_ptr<const Curve> curve = IsValid() ? SharedCurve() : nullptr;
+  std::shared_ptr<const Curve> curve = IsValid() ? CurveAt(time) : nullptr;
   if (!curve) return nullptr;
   return &m_adaptor.GetPools().shape.Take().Bind(std::move(curve), GetWorldPose(time));
 }
@@ -400,8 +401,8 @@ void HostNode::SetColour(const Colour& colour) {
   });
 }
 
-std::shared_ptr<const util::MeshRays> HostNode::GetRays() {
-  std::shared_ptr<const util::CMesh> mesh = GetMesh();
+std::shared_ptr<const util::MeshRays> HostNode::GetRays(double time) {
+  std::shared_ptr<const util::CMesh> mesh = GetMesh(time);
   if (!mesh) return nullptr;
   if (!m_aside->rays || m_aside->raysMesh != mesh) {
     m_aside->rays = m_adaptor.RaysOf(mesh);

@@ -102,11 +102,13 @@ class HostNode : public core::CoreNode {
   /// Replaces the geometry; undoable in an open block.
   void SetMesh(const util::CMesh& mesh);
   void SetColour(const Colour& colour);
-  /// The node's geometry; null without a mesh and for a node that is gone.
-  std::shared_ptr<const util::CMesh> GetMesh() { return IsValid() ? SharedMesh() : nullptr; }
+  /// The node's geometry at `time` (s); null without a mesh and for a node that is gone.
+  std::shared_ptr<const util::CMesh> GetMesh(double time) {
+    return IsValid() ? MeshAt(time) : nullptr;
+  }
   /// Ray queries on the mesh, in the node's own space; null where GetMesh is. Made at the
   /// first call for a mesh and kept as long as a node that was asked shows it.
-  std::shared_ptr<const util::MeshRays> GetRays();
+  std::shared_ptr<const util::MeshRays> GetRays(double time);
 
  protected:
   friend class HostAdaptor;
@@ -157,10 +159,12 @@ class HostNode : public core::CoreNode {
   // --- geometry: what it holds is never changed, another takes its place ---
 
   /// Null for a node without one.
-  virtual std::shared_ptr<const Curve> SharedCurve() const = 0;
+  virtual std::shared_ptr<const Curve> CurveAt(double time) const = 0;
   virtual bool HasMesh() const = 0;
   /// Null without a mesh.
   virtual std::shared_ptr<const util::CMesh> SharedMesh() const = 0;
+  /// A host whose meshes change over time overrides this.
+  virtual std::shared_ptr<const util::CMesh> MeshAt(double /*time*/) const { return SharedMesh(); }
   virtual void PutMesh(std::shared_ptr<const util::CMesh> mesh) = 0;
   virtual Colour ReadColour() const = 0;
   virtual void PutColour(const Colour& colour) = 0;

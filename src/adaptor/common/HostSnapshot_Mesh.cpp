@@ -19,13 +19,13 @@ Vector3<double> TransformAffine(const util::Matrix<double>& m, const Vector3<dou
 }  // namespace
 
 util::CMesh HostSnapshot_Mesh::GetMesh() {
-  const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh();
+  const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh(m_time);
   return mesh ? *mesh : util::CMesh();
 }
 
 std::intptr_t HostSnapshot_Mesh::Extension(int code, void* a, void* b) {
   if (code != kMeshExtent || !a) return Base::Extension(code, a, b);
-  if (const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh())
+  if (const std::shared_ptr<const util::CMesh> mesh = m_node->GetMesh(m_time))
     static_cast<MeshExtent*>(a)->Add(*mesh);
   return 1;
 }
@@ -38,7 +38,7 @@ void HostSnapshot_Mesh::GetExtensions(std::vector<int>& out) {
 void HostSnapshot_Mesh::Place() {
   m_world = m_node->GetWorldPose(m_time);
   m_inverse = m_world.affineInverse();
-  m_rays = m_node->GetRays();
+  m_rays = m_node->GetRays(m_time);
   m_placed = true;
 }
 

@@ -22,6 +22,7 @@ bool UndoManagement::push(UndoUnitPtr unit) {
   unit->id = currentId;
   unit->name = blockName;
   busy = true;
+  if (blockEmpty) cutByBlock = units.size() - static_cast<std::size_t>(position);
   discardTail();
   busy = false;
   units.push_back(std::move(unit));
@@ -54,7 +55,12 @@ void UndoManagement::cancel() {
   for (; position > 0 && units[position - 1]->id == currentId; --position)
     units[position - 1]->undo(true);
   // No entry of the host's queue names these steps, so none may bring them back.
+  const auto cutEnd = static_cast<std::ptrdiff_t>(discarded.size());
   discardTail();
+  const auto cut = discarded.begin() + cutEnd - static_cast<std::ptrdiff_t>(cutByBlock);
+  for (std::size_t i = cutByBlock; i > 0; --i)
+    units.push_back(std::move(cut[static_cast<std::ptrdiff_t>(i - 1)]));
+  discarded.erase(cut, cut + static_cast<std::ptrdiff_t>(cutByBlock));
   busy = false;
 }
 

@@ -24,7 +24,8 @@ class UndoManagement {
   bool push(UndoUnitPtr unit);
   /// Closes the block under `name` and returns its id; an empty one leaves nothing behind, and -1.
   int commit(const std::string& name);
-  /// Closes the block and takes its steps back for good.
+  /// Closes the block and takes its steps back for good. What stood undone ahead of it can be
+  /// redone again.
   void cancel();
   /// Undoes the latest block in force; false when there is none, or one is open.
   bool stepBack();
@@ -58,6 +59,7 @@ class UndoManagement {
   bool blockEmpty = true;
   std::vector<UndoUnitPtr> units;
   std::vector<UndoUnitPtr> discarded;  ///< cut off by new work; kept until the history is cleared
+  std::size_t cutByBlock = 0;          ///< units that the open block's first one has cut off
   int position = 0;                    ///< units in force; those behind stand undone
   int lastCommandId = -1;              ///< block of the latest entry, -1 when none
   int currentId = 0;

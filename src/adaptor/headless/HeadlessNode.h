@@ -52,7 +52,7 @@ class alignas(64) HeadlessNode final : public HostNode {
   void WriteLens(LensValue which, double time, double value) override;
   void WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) override;
 
-  std::shared_ptr<const Curve> SharedCurve() const override {
+  std::shared_ptr<const Curve> CurveAt(double) const override {
     return m_sceneNode->GetSharedCurve();
   }
   bool HasMesh() const override { return m_sceneNode->HasMesh(); }

@@ -16,6 +16,7 @@
 #include "adaptor/common/LegalNames.h"
 #include "adaptor/maya/Channels.h"
 #include "adaptor/maya/HostTime.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/MayaPresence.h"
 #include "adaptor/maya/MelText.h"
@@ -78,6 +79,7 @@ bool CMayaNode::IsReferenced() const {
 struct Reparenting {
   MDagModifier move;
   bool undone = false;
+  unsigned instance = 0;  ///< number of the node's path at the other place
 };
 
 // --- the tree ---
@@ -114,6 +116,7 @@ std::string CMayaNode::GetSceneName() {
 }
 
 void CMayaNode::deleteMe() {
+  if (IsReferenced()) return;
   const std::string path = GetPath().fullPathName().asUTF8();
   HostNode::deleteMe();
   core::LogEntry(core::LogLevel::kDebug,
@@ -166,7 +169,7 @@ void CMayaNode::PutShown(bool shown) {
 }
 
 std::unique_ptr<NodePresence> CMayaNode::MakePresence() {
-  return std::make_unique<MayaPresence>(*this);
+  return std::make_unique<MayaPresence>(*this, m_adaptor.GetUndo().openId());
 }
 
 // --- poses ---
@@ -252,12 +255,11 @@ Matrix<double> CMayaNode::ReadLocal(double time) {
   if (owner || m_take) return Compose(ReadTrs(time));
   // A user's node may have shear, or be of a kind that adds to its channels.
   const int take = Adaptor().GetTakeSerial();
-  if (take != 0 && take == m_stillTake) return m_still;
+  if (m_localRead.Holds(take, time)) return m_local;
   const MObject node = GetObject();
-  MMatrix host;
-  ReadAt(time, [&] {
-    host = MFnMatrixData(FindPlug(node, "matrix").asMObject()).matrix();
-    return 0;
+  m_localRead.Begin(take, node);
+  const MMatrix host = Adaptor().ReadDriven(m_localRead.GetDrive(), time, [&node] {
+    return MFnMatrixData(FindPlug(node, "matrix").asMObject()).matrix();
   });
   Matrix<double> local;
   std::copy(&host.matrix[0][0], &host.matrix[0][0] + 16, local.data());
@@ -266,17 +268,10 @@ Matrix<double> CMayaNode::ReadLocal(double time) {
     local = Adaptor().GetSpace().WorldToRig(local);
   else if (!Inherits())
     local = parent->GetWorldPose(time).affineInverse() * Adaptor().GetSpace().WorldToRig(local);
-  if (take != 0 && (!parent || Inherits()) && IsStill()) {
-    m_stillTake = take;
-    m_still = local;
-  }
+  if (parent && !Inherits()) return local;
+  m_local = local;
+  m_localRead.Note(time);
   return local;
-}
-
-/// Whether nothing drives the transform.
-bool CMayaNode::IsStill() const {
-  const std::array<MPlug, 9> plugs = PosePlugs(GetObject());
-  return std::none_of(plugs.begin(), plugs.end(), IsDriven);
 }
 
 Matrix<double> CMayaNode::ReadWorld(double time) {
@@ -322,10 +317,14 @@ std::vector<MObject> CMayaNode::MakeCurves(const MPlug* plugs, std::size_t count
   const auto lacks = [](const MPlug& plug) { return CurveOf(plug).isNull(); };
   const bool any = std::any_of(plugs, plugs + count, lacks);
   MDGModifier& modifier = change && any ? change->AddCurves() : unnoted;
-  std::vector<MObject> curves;
-  for (std::size_t i = 0; i < count; ++i)
+  std::vector<MObject> curves, made;
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool isNew = lacks(plugs[i]);
     curves.push_back(WhyNoKeysOn(plugs[i]).empty() ? CurveFor(plugs[i], modifier) : MObject());
+    if (isNew && !curves.back().isNull()) made.push_back(curves.back());
+  }
   modifier.doIt();
+  for (const MObject& curve : made) MFnAnimCurve(curve).setIsWeighted(false);
   return curves;
 }
 
@@ -389,13 +388,14 @@ Exchange CMayaNode::SavePose() {
 Exchange CMayaNode::SavePlace() {
   auto place = std::make_shared<Reparenting>();
   m_reparenting = place;
-  return [this, place, pose = SavePose()] {
+  return [this, place, pose = SavePose(), block = m_adaptor.GetUndo().openId()] {
     if (!IsValid()) return;
     // The pose follows where the node goes, and goes ahead of it where it came from.
-    if (place->undone) place->move.doIt();
+    if (place->undone) RedoLogged(place->move, block);
     pose();
-    if (!place->undone) place->move.undoIt();
+    if (!place->undone) UndoLogged(place->move, block);
     place->undone = !place->undone;
+    std::swap(m_instance, place->instance);
   };
 }
 
@@ -408,6 +408,18 @@ std::vector<double> CMayaNode::KeyTimes() const {
     for (unsigned i = 0; i < keys.numKeys(); ++i) times.insert(ToSeconds(keys.time(i)));
   }
   return {times.begin(), times.end()};
+}
+
+/// Below an instance the node stands below all others of it, too.
+unsigned CMayaNode::InstanceBelow(HostNode* parent) const {
+  MDagPathArray paths;
+  MDagPath::getAllPathsTo(GetObject(), paths);
+  for (unsigned i = 0; parent && i < paths.length(); ++i) {
+    MDagPath above = paths[i];
+    above.pop();
+    if (above == static_cast<CMayaNode*>(parent)->GetPath()) return i;
+  }
+  return 0;
 }
 
 bool CMayaNode::PutUnder(HostNode* parent) {
@@ -434,6 +446,7 @@ bool CMayaNode::PutUnder(HostNode* parent) {
              : "parent -world " + own;
   move.commandToExecute(line.c_str());
   if (!move.doIt()) return false;
+  (noted ? noted->instance : unnoted.instance) = std::exchange(m_instance, InstanceBelow(parent));
   m_moving = noted != nullptr;
   if (keyed)
     WriteKeys(times.front(), poses);
@@ -462,7 +475,7 @@ void CMayaNode::AbandonTake() {
 }
 
 void CMayaNode::ForgetShapes() {
-  m_stillTake = m_meshTake = m_curveTake = 0;
+  for (TakeRead* read : {&m_localRead, &m_meshRead, &m_curveRead}) read->Forget();
 }
 
 void CMayaNode::ShowTakePose() {

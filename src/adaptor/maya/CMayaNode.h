@@ -13,6 +13,7 @@
 
 #include "adaptor/common/HostChannels.h"
 #include "adaptor/common/HostNode.h"
+#include "adaptor/maya/TakeRead.h"
 
 namespace orv::rws::adaptor::maya {
 
@@ -72,9 +73,10 @@ class CMayaNode final : public HostNode {
   void WriteLens(LensValue which, double time, double value) override;
   void WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) override;
 
-  std::shared_ptr<const Curve> SharedCurve() const override;
+  std::shared_ptr<const Curve> CurveAt(double time) const override;
   bool HasMesh() const override;
   std::shared_ptr<const util::CMesh> SharedMesh() const override;
+  std::shared_ptr<const util::CMesh> MeshAt(double time) const override;
   void PutMesh(std::shared_ptr<const util::CMesh> mesh) override;
   Colour ReadColour() const override;
   void PutColour(const Colour& colour) override;
@@ -87,13 +89,13 @@ class CMayaNode final : public HostNode {
   MayaAdaptorInterface& Adaptor() const;
   /// Below the top: whether it follows its parent.
   bool Inherits() const;
-  bool IsStill() const;
   ChannelFrame ReadFrame() const;
   HostChannels ReadChannels(double time) const;
   /// The channels that show a pose in rig space, and back.
   HostChannels ToChannels(double time, const Trs& local, const ChannelFrame& frame,
                           const util::Vector3<double>& previousAngles);
   Trs ToPose(double time, const HostChannels& channels, const ChannelFrame& frame);
+  unsigned InstanceBelow(HostNode* parent) const;
   const Trs* FindKept(double time, const HostChannels& channels, const ChannelFrame& frame);
   /// Where the changes of the open block go; null without one.
   PlugChange* ChangeOf(const std::weak_ptr<PlugChange>& change) const;
@@ -127,13 +129,14 @@ class CMayaNode final : public HostNode {
   std::weak_ptr<PlugChange> m_poseChange;
   std::weak_ptr<PlugChange> m_lensChange;
   std::weak_ptr<Reparenting> m_reparenting;
-  bool m_moving = false;                              ///< its place and pose change in one step
-  util::Matrix<double> m_still;                       ///< own pose where nothing drives it
-  int m_stillTake = 0;                                ///< the take for which it holds
-  mutable std::shared_ptr<const util::CMesh> m_mesh;  ///< as it was read last
+  bool m_moving = false;  ///< its place and pose change in one step
+  // As they were read last.
+  util::Matrix<double> m_local;
+  TakeRead m_localRead;
+  mutable std::shared_ptr<const util::CMesh> m_mesh;
+  mutable TakeRead m_meshRead;
   mutable std::shared_ptr<const Curve> m_curve;
-  mutable int m_meshTake = 0;  ///< the take for which it holds
-  mutable int m_curveTake = 0;
+  mutable TakeRead m_curveRead;
 };
 
 }  // namespace orv::rws::adaptor::maya

@@ -95,33 +95,41 @@ Exchange CMayaNode::SaveLens() {
 
 // --- curve and mesh ---
 
-std::shared_ptr<const Curve> CMayaNode::SharedCurve() const {
+std::shared_ptr<const Curve> CMayaNode::CurveAt(double time) const {
+  const int take = Adaptor().GetTakeSerial();
+  if (m_curveRead.Holds(take, time)) return m_curve;
   const MDagPath shape = FindShape(GetPath(), MFn::kNurbsCurve);
   if (!shape.isValid()) return nullptr;
-  const int take = Adaptor().GetTakeSerial();
-  if (take != 0 && take == m_curveTake) return m_curve;
-  m_curve = ReadCurve(shape, m_curve);
-  m_curveTake = FindPlug(shape.node(), "create").isDestination() ? 0 : take;
+  m_curveRead.Begin(take, shape.node());
+  m_curve = Adaptor().ReadDriven(m_curveRead.GetDrive(), time,
+                                 [&] { return ReadCurve(GeometryOf(shape.node()), m_curve); });
+  m_curveRead.Note(time);
   return m_curve;
 }
 
 bool CMayaNode::HasMesh() const {
-  const int take = Adaptor().GetTakeSerial();
-  if (take != 0 && take == m_meshTake) return m_mesh != nullptr;
+  if (m_meshRead.IsOf(Adaptor().GetTakeSerial())) return m_mesh != nullptr;
   const MDagPath path = GetPath();
   return FindShape(path, MFn::kMesh).isValid() || FindShape(path, MFn::kNurbsSurface).isValid();
 }
 
 std::shared_ptr<const util::CMesh> CMayaNode::SharedMesh() const {
+  return MeshAt(m_adaptor.GetCurrentTime());
+}
+
+std::shared_ptr<const util::CMesh> CMayaNode::MeshAt(double time) const {
   const int take = Adaptor().GetTakeSerial();
-  if (take != 0 && take == m_meshTake) return m_mesh;
+  if (m_meshRead.Holds(take, time)) return m_mesh;
   const MDagPath path = GetPath();
   const MDagPath mesh = FindShape(path, MFn::kMesh);
   const MDagPath surface = mesh.isValid() ? mesh : FindShape(path, MFn::kNurbsSurface);
   if (!surface.isValid()) return nullptr;
-  m_mesh = mesh.isValid() ? ReadMesh(mesh, m_mesh) : ReadSurface(surface, m_mesh);
-  const char* const input = mesh.isValid() ? "inMesh" : "create";
-  m_meshTake = FindPlug(surface.node(), input).isDestination() ? 0 : take;
+  m_meshRead.Begin(take, surface.node());
+  m_mesh = Adaptor().ReadDriven(m_meshRead.GetDrive(), time, [&] {
+    const MObject geometry = GeometryOf(surface.node());
+    return mesh.isValid() ? ReadMesh(geometry, m_mesh) : ReadSurface(geometry, m_mesh);
+  });
+  m_meshRead.Note(time);
   return m_mesh;
 }
 
@@ -131,7 +139,7 @@ void CMayaNode::PutMesh(std::shared_ptr<const util::CMesh> mesh) {
     // Out of sight, and no mesh to rigs, while what hangs on the node stays seen.
     if (shape.isValid()) MFnDagNode(shape).setIntermediateObject(true);
     m_mesh = nullptr;
-    m_meshTake = 0;
+    m_meshRead.Forget();
     return;
   }
   if (shape.isValid()) {
@@ -144,7 +152,8 @@ void CMayaNode::PutMesh(std::shared_ptr<const util::CMesh> mesh) {
     ShadePlainly(shape);
   }
   m_mesh = std::move(mesh);
-  m_meshTake = Adaptor().GetTakeSerial();
+  m_meshRead.Begin(Adaptor().GetTakeSerial(), shape.node());
+  m_meshRead.Note(m_adaptor.GetCurrentTime());
 }
 
 // --- colour ---

@@ -245,8 +245,10 @@ void MayaAdaptorInterface::SetCurrentTime(double time) {
     return;
   }
   PutTakePoses();
+  m_inTick = true;
   MAnimControl::setCurrentTime(ToHostTime(time));
   RefreshViews();
+  m_inTick = false;
 }
 
 void MayaAdaptorInterface::GetTimeRange(double& start, double& end) {

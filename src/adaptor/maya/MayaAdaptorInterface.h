@@ -12,7 +12,9 @@
 
 #include "adaptor/common/HostAdaptor.h"
 #include "adaptor/common/Space.h"
+#include "adaptor/maya/HostTime.h"
 #include "adaptor/maya/RefreshPace.h"
+#include "adaptor/maya/TakeRead.h"
 #include "adaptor/maya/TakeSwitches.h"
 
 namespace orv::rws::adaptor::maya {
@@ -39,6 +41,8 @@ class MayaAdaptorInterface final : public HostAdaptor {
   /// The host has put a node into the scene, be it one that an undo brought back, or taken it out.
   void NodeAdded(MObject& node);
   void NodeRemoved(MObject& node);
+  /// Whether what the host calls now is called by a take that moves the time.
+  bool IsInTick() const { return m_inTick; }
   /// Whether nodes that come do so for ImportNodes.
   bool IsImporting() const { return m_importing; }
 
@@ -54,6 +58,14 @@ class MayaAdaptorInterface final : public HostAdaptor {
   Space GetSpace() const;
   /// Number of the running take, from 1 up; what was read for one is not asked twice.
   int GetTakeSerial() const { return IsRecording() ? m_takeSerial : 0; }
+  /// What `read` finds at `time` (s) of what follows `drive`. In a take, nodes that follow others
+  /// see all that rigs have written so far, whenever the host's time is moved.
+  template <class Read>
+  auto ReadDriven(Drive drive, double time, Read read) {
+    if (drive == Drive::kNothing) return read();
+    if (drive == Drive::kNodes && IsRecording()) PutTakePoses();
+    return ReadAt(time, read);
+  }
   /// Name that no node of the scene has, like `wish` and legal.
   std::string FreeName(const std::string& wish) const;
   void NoteProblem(const std::string& text) { Warn(text); }
@@ -101,6 +113,7 @@ class MayaAdaptorInterface final : public HostAdaptor {
   bool PutTimeRange(double start, double end) override;
   void BlockMade(int id, const std::string& name) override;
 
+  void CopyPose(CMayaNode& from, CMayaNode& to);
   /// A new transform in rig space's unit and axes.
   CMayaNode* AddTransform(const std::string& sceneName, HostNode* parent);
   /// Why no take may write the nodes of this rig; empty where it may.
@@ -118,6 +131,7 @@ class MayaAdaptorInterface final : public HostAdaptor {
   int m_groups = 0;                 ///< of selections that are open
   bool m_groupStarted = false;
   bool m_importing = false;
+  bool m_inTick = false;
   bool m_madeEntries = false;  ///< the host's queue may hold entries of ours
 };
 

@@ -6,17 +6,20 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnNurbsCurve.h>
+#include <maya/MFnNurbsSurface.h>
 #include <maya/MGlobal.h>
 #include <maya/MItDependencyNodes.h>
 #include <maya/MNamespace.h>
-#include <maya/MPointArray.h>
+#include <maya/MObjectHandle.h>
 
 #include <cmath>
 #include <iterator>
+#include <memory>
 
 #include "adaptor/maya/CMayaNode.h"
 #include "adaptor/maya/Channels.h"
 #include "adaptor/maya/HelperShader.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/MelText.h"
 #include "adaptor/maya/ShapeReading.h"
@@ -44,6 +47,15 @@ void CopyValues(const MObject& from, const MObject& to, const char* const* names
     PutValue(FindPlug(to, names[i]), FindPlug(from, names[i]).asDouble());
 }
 
+/// Others than fixed ones follow from their kind.
+void CopyTangent(const MFnAnimCurve& from, MFnAnimCurve& to, unsigned key, bool in) {
+  const auto type = in ? from.inTangentType(key) : from.outTangentType(key);
+  if (type != MFnAnimCurve::kTangentFixed) return;
+  MFnAnimCurve::TangentValue x = 1, y = 0;
+  from.getTangent(key, x, y, in);
+  to.setTangent(key, x, y, in);
+}
+
 void CopyKeys(const MObject& from, const MObject& to, const char* name) {
   const MObject curve = CurveOf(FindPlug(from, name));
   if (curve.isNull()) return;
@@ -52,8 +64,15 @@ void CopyKeys(const MObject& from, const MObject& to, const char* name) {
   const MObject copy = CurveFor(FindPlug(to, name), modifier);
   modifier.doIt();
   MFnAnimCurve copied(copy);
-  for (unsigned i = 0; i < keys.numKeys(); ++i)
+  copied.setIsWeighted(keys.isWeighted());
+  for (unsigned i = 0; i < keys.numKeys(); ++i) {
     copied.addKey(keys.time(i), keys.value(i), keys.inTangentType(i), keys.outTangentType(i));
+    copied.setTangentsLocked(i, false);
+    for (const bool in : {true, false}) CopyTangent(keys, copied, i, in);
+    copied.setTangentsLocked(i, keys.tangentsLocked(i));
+  }
+  copied.setPreInfinityType(keys.preInfinityType());
+  copied.setPostInfinityType(keys.postInfinityType());
 }
 
 /// A shape of this kind below a transform.
@@ -64,17 +83,6 @@ MObject AddShape(const char* type, const MObject& transform) {
   modifier.renameNode(shape, (name + "Shape").c_str());
   modifier.doIt();
   return shape;
-}
-
-MObject CopyCurve(const MDagPath& shape, const MObject& transform) {
-  const MFnNurbsCurve from(shape);
-  MPointArray points;
-  MDoubleArray knots;
-  from.getCVs(points);
-  from.getKnots(knots);
-  MFnNurbsCurve to;
-  return to.create(points, knots, static_cast<unsigned>(from.degree()), from.form(), false, false,
-                   transform);
 }
 
 std::string BareNameOf(const MObject& node) {
@@ -96,6 +104,30 @@ bool IsStorage(const MObject& node) {
   const MString type = MFnDependencyNode(node).typeName();
   return type == "StorageNode" || type == "CStorageNode";
 }
+
+/// What an import brings besides transforms and shapes, such as shaders, which is taken out of the
+/// scene and put back.
+struct ImportedRest {
+  std::vector<MObjectHandle> nodes;
+  std::unique_ptr<MDagModifier> out;
+  int block = -1;  ///< whose step this is
+
+  void Exchange() {
+    if (out) {
+      UndoLogged(*out, block);
+      out.reset();
+      return;
+    }
+    std::string names;
+    // Curves go with what they drive.
+    for (const MObjectHandle& node : nodes)
+      if (node.isValid()) names += " " + QuoteMel(MFnDependencyNode(node.object()).name().asUTF8());
+    if (names.empty()) return;
+    out = std::make_unique<MDagModifier>();
+    out->commandToExecute(("delete" + names).c_str());
+    RedoLogged(*out, block);
+  }
+};
 
 /// Keeps the host's selection over what changes it.
 class KeptSelection {
@@ -164,6 +196,28 @@ HostNode* MayaAdaptorInterface::AddHub(const std::string& sceneName, HostNode* p
   return AddTransform(sceneName, parent);
 }
 
+/// In places alike the channels are the same numbers; elsewhere they tell the same poses.
+void MayaAdaptorInterface::CopyPose(CMayaNode& from, CMayaNode& to) {
+  const bool isAlike = (from.ParentNode() == nullptr) == (to.ParentNode() == nullptr) &&
+                       (from.Inherits() || !from.ParentNode());
+  const std::vector<double> times = from.KeyTimes();
+  if (times.empty() || !isAlike)
+    to.WriteTrs(GetCurrentTime(), from.ReadTrs(GetCurrentTime()), false);
+  if (times.empty()) return;
+  if (isAlike) {
+    for (const char* channel : kPoseChannels) {
+      PutValue(FindPlug(to.GetObject(), channel), FindPlug(from.GetObject(), channel).asDouble());
+      CopyKeys(from.GetObject(), to.GetObject(), channel);
+    }
+  }
+  std::vector<PoseSample> poses;
+  for (const double time : times) poses.push_back({time, from.ReadTrs(time)});
+  if (isAlike)
+    to.KeepSamples(poses.front().time, poses);
+  else
+    to.WriteKeys(poses.front().time, poses);
+}
+
 HostNode* MayaAdaptorInterface::AddCopy(HostNode& original, const std::string& sceneName,
                                         HostNode* parent) {
   auto& from = static_cast<CMayaNode&>(original);
@@ -173,12 +227,7 @@ HostNode* MayaAdaptorInterface::AddCopy(HostNode& original, const std::string& s
   FindPlug(copy, "rotateOrder").setShort(FindPlug(source, "rotateOrder").asShort());
   CopyValues(source, copy, kFramePlugs, std::size(kFramePlugs));
   node->CopyShapes(from);
-  std::vector<PoseSample> poses;
-  for (const double time : from.KeyTimes()) poses.push_back({time, from.ReadTrs(time)});
-  if (poses.empty())
-    node->WriteTrs(GetCurrentTime(), from.ReadTrs(GetCurrentTime()), false);
-  else
-    node->WriteKeys(poses.front().time, poses);
+  CopyPose(from, *node);
   node->PutShown(from.IsShown());
   return node;
 }
@@ -192,7 +241,9 @@ void CMayaNode::CopyShapes(const CMayaNode& from) {
     for (const char* name : {"focalLength", "focusDistance"}) CopyKeys(camera.node(), copy, name);
   }
   const MDagPath curve = FindShape(path, MFn::kNurbsCurve);
-  if (curve.isValid()) CopyCurve(curve, GetObject());
+  if (curve.isValid()) MFnNurbsCurve().copy(curve.node(), GetObject());
+  const MDagPath surface = FindShape(path, MFn::kNurbsSurface);
+  if (surface.isValid()) MFnNurbsSurface().copy(surface.node(), GetObject());
   const MDagPath mesh = FindShape(path, MFn::kMesh);
   if (!mesh.isValid()) return;
   MDagPath copied;
@@ -205,6 +256,7 @@ void CMayaNode::CopyShapes(const CMayaNode& from) {
 
 void MayaAdaptorInterface::Remove(HostNode& node) {
   auto& own = static_cast<CMayaNode&>(node);
+  if (own.IsReferenced()) return;
   own.LeaveTake();
   MGlobal::executeCommand(("delete " + QuoteMel(own.GetPath().fullPathName().asUTF8())).c_str(),
                           false, false);
@@ -220,6 +272,8 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
   const MStatus status = MFileIO::import(file.c_str(), nullptr, false, space.c_str());
   m_importing = false;
   if (!status) return file + " can't be read: " + status.errorString().asUTF8();
+  auto rest = std::make_shared<ImportedRest>();
+  rest->block = GetUndo().openId();
   for (MObject object : NodesIn(space)) {
     if (IsStorage(object)) {
       // Rigs of another scene.
@@ -227,6 +281,7 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
       MGlobal::deleteNode(object);
       continue;
     }
+    if (!object.hasFn(MFn::kDagNode)) rest->nodes.emplace_back(object);
     const std::string name = prefix + BareNameOf(object);
     MFnDependencyNode(object).setName((":" + FreeName(name)).c_str());
     CMayaNode* const node = object.hasFn(MFn::kTransform) ? NodeFor(object) : nullptr;
@@ -235,6 +290,7 @@ std::string MayaAdaptorInterface::ReadNodes(const std::string& file, const std::
     if (!node->ParentNode()) roots.push_back(node);
   }
   MNamespace::removeNamespace(space.c_str());
+  PushExchange("CDagModifierRestoreObj", [rest] { rest->Exchange(); });
   return {};
 }
 

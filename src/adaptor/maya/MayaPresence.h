@@ -15,13 +15,15 @@ class CMayaNode;
 /// brings the very same objects back.
 class MayaPresence final : public NodePresence {
  public:
-  explicit MayaPresence(CMayaNode& node);
+  /// `block` is the id of the block whose step it is.
+  MayaPresence(CMayaNode& node, int block);
 
  private:
   void Detach() override;
   void Attach() override;
 
   CMayaNode& m_own;
+  int m_block;                          ///< whose step this is
   std::unique_ptr<MDagModifier> m_out;  ///< has deleted the node
 };
 

@@ -6,6 +6,7 @@
 
 #include "adaptor/maya/CMayaNode.h"
 #include "adaptor/maya/Channels.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/MelText.h"
 #include "adaptor/maya/probes/Features.h"
@@ -88,11 +89,12 @@ void MayaAdaptorInterface::FilterCurves() {
   auto modifier = std::make_shared<MDagModifier>();
   modifier->commandToExecute(("filterCurve" + line).c_str());
   if (!modifier->doIt()) return;
-  PushExchange("CDagModifierRestoreObj", [modifier, undone = false]() mutable {
+  const int block = GetUndo().openId();
+  PushExchange("CDagModifierRestoreObj", [modifier, block, undone = false]() mutable {
     if (undone)
-      modifier->doIt();
+      RedoLogged(*modifier, block);
     else
-      modifier->undoIt();
+      UndoLogged(*modifier, block);
     undone = !undone;
   });
 }

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "adaptor/maya/Channels.h"
+
 namespace orv::rws::adaptor::maya {
 
 using util::Vector3;
@@ -93,9 +95,15 @@ MDagPath FindShape(const MDagPath& transform, MFn::Type type, bool hidden) {
   return {};
 }
 
-std::shared_ptr<const util::CMesh> ReadMesh(const MDagPath& shape,
+MObject GeometryOf(const MObject& shape) {
+  const bool isMesh = shape.hasFn(MFn::kMesh);
+  if (!FindPlug(shape, isMesh ? "inMesh" : "create").isDestination()) return shape;
+  return FindPlug(shape, isMesh ? "outMesh" : "local").asMObject();
+}
+
+std::shared_ptr<const util::CMesh> ReadMesh(const MObject& geometry,
                                             const std::shared_ptr<const util::CMesh>& known) {
-  const MFnMesh host(shape);
+  const MFnMesh host(geometry);
   const int count = host.numVertices();
   if (count == 0) return known && known->vertices.empty() ? known : MakeSharedMesh({});
   MIntArray counts, triangles;
@@ -113,9 +121,9 @@ std::shared_ptr<const util::CMesh> ReadMesh(const MDagPath& shape,
   return MakeSharedMesh(std::move(mesh));
 }
 
-std::shared_ptr<const util::CMesh> ReadSurface(const MDagPath& shape,
+std::shared_ptr<const util::CMesh> ReadSurface(const MObject& geometry,
                                                const std::shared_ptr<const util::CMesh>& known) {
-  const MFnNurbsSurface host(shape);
+  const MFnNurbsSurface host(geometry);
   double u0 = 0.0, u1 = 0.0, v0 = 0.0, v1 = 0.0;
   if (!host.getKnotDomain(u0, u1, v0, v1)) return MakeSharedMesh({});
   util::CMesh mesh;
@@ -151,9 +159,9 @@ bool FillMesh(const util::CMesh& mesh, const MDagPath& shape) {
                                       ThreeEach(mesh), HostFaces(mesh));
 }
 
-std::shared_ptr<const Curve> ReadCurve(const MDagPath& shape,
+std::shared_ptr<const Curve> ReadCurve(const MObject& geometry,
                                        const std::shared_ptr<const Curve>& known) {
-  const MFnNurbsCurve host(shape);
+  const MFnNurbsCurve host(geometry);
   Curve curve;
   curve.closed = host.form() != MFnNurbsCurve::kOpen;
   const std::vector<double> knots = SpanKnots(host);

@@ -14,12 +14,15 @@ namespace orv::rws::adaptor::maya {
 /// path without one. With `hidden` such stages count too.
 MDagPath FindShape(const MDagPath& transform, MFn::Type type, bool hidden = false);
 
-/// The mesh in triangles of the host's own making, as it stands now. `known` itself where it is
-/// the same, to the precision of the host's points.
-std::shared_ptr<const util::CMesh> ReadMesh(const MDagPath& shape,
+/// What the function sets of a shape's kind take: what its construction gives in the present
+/// context, or the shape itself where it has none.
+MObject GeometryOf(const MObject& shape);
+/// The mesh in triangles of the host's own making. `known` itself where it is the same, to the
+/// precision of the host's points.
+std::shared_ptr<const util::CMesh> ReadMesh(const MObject& geometry,
                                             const std::shared_ptr<const util::CMesh>& known);
 /// A surface in triangles between points of even steps.
-std::shared_ptr<const util::CMesh> ReadSurface(const MDagPath& shape,
+std::shared_ptr<const util::CMesh> ReadSurface(const MObject& geometry,
                                                const std::shared_ptr<const util::CMesh>& known);
 /// Makes a mesh shape below `transform`, or fills the one at `shape`: false where the host refuses.
 MObject MakeMesh(const util::CMesh& mesh, const MObject& transform);
@@ -27,7 +30,7 @@ bool FillMesh(const util::CMesh& mesh, const MDagPath& shape);
 
 /// A line through the curve's points, as many to a span as its bend asks for. `known` itself where
 /// it is the same.
-std::shared_ptr<const Curve> ReadCurve(const MDagPath& shape,
+std::shared_ptr<const Curve> ReadCurve(const MObject& geometry,
                                        const std::shared_ptr<const Curve>& known);
 
 }  // namespace orv::rws::adaptor::maya

@@ -43,6 +43,7 @@ void RunTools(Program& program) {
     list.push_back({{"id", tool->GetDisplayId()},
                     {"name", tool->GetDisplayName()},
                     {"category", Joined(categories)},
+                    {"simulationVersion", tool->GetSimulationVersion()},
                     {"description", tool->GetDescription()}});
     out.Line(tool->GetDisplayId() + "  (" + tool->GetDisplayName() + ", " + Joined(categories) +
              ")");
@@ -171,6 +172,7 @@ Json RigJson(Instance& rig, const InstanceReference& row) {
     outputs.push_back({{"name", output->name}, {"value", output->read()}});
   return {{"name", rig.GetInstanceName()},
           {"kind", rig.GetTool()->GetDisplayId()},
+          {"simulationVersion", rig.GetTool()->GetSimulationVersion()},
           {"profile", rig.GetCurrentProfile()},
           {"checked", row.IsChecked()},
           {"group", GroupAround(row)},

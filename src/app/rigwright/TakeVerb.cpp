@@ -20,7 +20,7 @@
 #include "app/session/anyhost/PlayedInputs.h"
 #include "app/session/anyhost/Punch.h"
 #include "app/session/anyhost/RunRigs.h"
-#include "app/session/takes/KeptTakes.h"
+#include "app/session/takes/SceneTake.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 #include "core/interface/CInterface.h"
@@ -32,7 +32,7 @@ namespace {
 
 struct TakeOptions {
   std::string scene, play, output;
-  std::optional<double> seconds, slow, countdown, from, to, blend;
+  std::optional<double> seconds, slow, countdown, from, to, blend, preRoll;
   std::vector<std::string> only, arm;
   bool goOn = false;
 };
@@ -70,11 +70,10 @@ void AskBeforeTooMuch(SceneJob& job, const TakeOptions& options, double start,
 }
 
 /// Lets Qt's event loop run until the take has ended.
-void RunTake(SceneJob& job, TakeRun& take, double start, double length, const RowsToStep& only) {
+void RunTake(SceneJob& job, SceneTake& take, const TakeWish& wish) {
   ProgressBar bar(job.GetProgram().GetOutput(), "take");
   job.GetUi().SetProgress(&bar);
-  if (!take.Begin(
-          start, length, bar.GetMonitor(), [] { QCoreApplication::quit(); }, only))
+  if (!take.Begin(wish, bar.GetMonitor(), [] { QCoreApplication::quit(); }))
     throw Failure("take", "the take could not begin");
   QCoreApplication::exec();
   job.GetUi().SetProgress(nullptr);
@@ -85,7 +84,8 @@ void RunTake(SceneJob& job, TakeRun& take, double start, double length, const Ro
 double LengthOf(const TakeOptions& options, double start) {
   if (options.seconds.has_value() == options.to.has_value())
     throw WrongUsage("give either --seconds or --to");
-  if (options.blend && !options.goOn) throw WrongUsage("--blend needs --go-on");
+  if (options.blend && !options.goOn && !options.from)
+    throw WrongUsage("--blend needs --from or --go-on");
   if (options.seconds) return *options.seconds;
   if (!(*options.to > start))
     throw Failure("--to", util::shortText(*options.to) + " s is not behind the take's start, " +
@@ -120,8 +120,7 @@ void RunTakeVerb(Program& program, TakeOptions options) {
   if (options.countdown)
     core.GetPreferences().countdownSeconds = static_cast<int>(*options.countdown);
 
-  TakeRun take(core);
-  std::unique_ptr<Punch> punch;
+  SceneTake take(job.GetSession());
   {
     std::unique_ptr<PlayedInputs> played;
     if (!options.play.empty())
@@ -129,18 +128,13 @@ void RunTakeVerb(Program& program, TakeOptions options) {
     const RowsToStep only = RowsToRun(job, options.only);
     AskBeforeTooMuch(job, options, start, only);
     AskBeforeLosing(job, start, only);
-    if (options.goOn) {
-      punch = std::make_unique<Punch>(core, only, LastKeyOfRigs(job.GetSession(), start));
-      take.finish = [&](const TimeSpan& performed) {
-        if (punch->GoOn(performed, options.blend.value_or(0.0), Monitor({}, &InterruptFlag())))
-          job.GetSession().GetTakes().TakeOverInputs(std::max(performed.to, punch->GetEnd()));
-      };
-    }
-    RunTake(job, take, start, *options.seconds, only);
+    RunTake(job, take,
+            {start, *options.seconds, options.preRoll.value_or(0.0), options.goOn,
+             options.blend.value_or(0.0), only});
   }
   const long frames = take.GetResult().frames;
   const TimeSpan performed = take.GetPerformed();
-  const double end = punch ? std::max(performed.to, punch->GetEnd()) : performed.to;
+  const double end = take.GetWhole().to;
   SettleRange(job.GetSession(), range, {performed.from, end});
   TellRange(job, range);
   const std::string why = "a take drops what lies behind its end";
@@ -191,9 +185,14 @@ void AddTakeVerb(Program& program) {
       "be repeated; none arms nothing")
       ->type_name("RIG:INPUT");
   verb.add_flag("--go-on", o->goOn, "Behind the take go on with what was recorded before");
+  const auto notBelow0 = [](double value) {
+    return value >= 0.0 ? std::string() : "must not be below 0";
+  };
   AddNumber(verb, "--blend", o->blend,
-            "With --go-on: seconds at either end over which inputs go from the old ones to the new",
-            [](double value) { return value >= 0.0 ? std::string() : "must not be below 0"; });
+            "Seconds over which inputs go from the old ones to the new, and back with --go-on",
+            notBelow0);
+  AddNumber(verb, "--pre-roll", o->preRoll,
+            "Seconds ahead of --from at which time begins to run over what is keyed", notBelow0);
   AddSceneOutput(verb, o->output);
 }
 

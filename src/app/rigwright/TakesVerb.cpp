@@ -38,7 +38,7 @@ nlohmann::ordered_json JsonOf(const KeptTakes& takes, const KeptTake& take) {
           {"when", take.when},
           {"rate", take.rate},
           {"range", {take.range.from, take.range.to}},
-          {"predecessor", take.predecessor},
+          {"predecessor", takes.GetPredecessor(take)},
           {"mark", MarkOf(takes, take)},
           {"rigs", rigs},
           {"version", take.version},
@@ -53,7 +53,8 @@ void ListTakes(Output& out, const KeptTakes& takes) {
                        take.when + "  " + std::string(static_cast<std::size_t>(take.stars), '*');
     for (const std::string& text :
          {MarkOf(takes, take), take.name, take.note,
-          take.predecessor ? "goes on from " + std::to_string(take.predecessor) : ""})
+          takes.GetPredecessor(take) ? "goes on from " + std::to_string(takes.GetPredecessor(take))
+                                     : ""})
       if (!text.empty()) line += "  " + text;
     out.Line(line);
   }

@@ -23,6 +23,7 @@ void AddResimVerb(Program& program);
 void AddTakeVerb(Program& program);
 void AddTakesVerb(Program& program);
 void AddVerifyVerb(Program& program);
+void AddFollowVerb(Program& program);
 void AddInputsVerb(Program& program);
 void AddEditInputsVerb(Program& program);  ///< edit-inputs
 void AddExportVerb(Program& program);

@@ -32,6 +32,7 @@ int RunProgram(int argc, char** argv) {
   orv::app::AddTakeVerb(program);
   orv::app::AddTakesVerb(program);
   orv::app::AddVerifyVerb(program);
+  orv::app::AddFollowVerb(program);
   orv::app::AddInputsVerb(program);
   orv::app::AddEditInputsVerb(program);
   orv::app::AddWhyVerb(program);

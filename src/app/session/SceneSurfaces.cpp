@@ -46,7 +46,7 @@ SceneSurfaces::SceneSurfaces(HeadlessAdaptor& host, double time,
     m_nodes.push_back(node);
     if (!node->HasMesh()) continue;
     const util::Matrix<double> inverse = known.GetWorldPose(time).affineInverse();
-    std::shared_ptr<const util::MeshRays> rays = known.GetRays();
+    std::shared_ptr<const util::MeshRays> rays = known.GetRays(time);
     if (rays && inverse[15] != 0.0) m_surfaces.push_back({node, inverse, std::move(rays)});
   }
 }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <functional>
 #include <map>
+#include <set>
 
 #include "adaptor/headless/FrameRate.h"
 #include "adaptor/headless/HeadlessAdaptor.h"
@@ -13,9 +14,15 @@
 #include "app/session/SceneRange.h"
 #include "app/session/SceneSession.h"
 #include "app/session/anyhost/RunRigs.h"
+#include "app/session/anyhost/UndoBlock.h"
+#include "app/session/takes/KeptTakes.h"
+#include "app/session/takes/KeyOrigins.h"
+#include "app/session/takes/RigSettings.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
+#include "core/instances/InstanceHost.h"
 #include "core/instances/InstanceReference.h"
+#include "core/take/TakeUndo.h"
 #include "unidevice/Property.h"
 #include "util/Angles.h"
 #include "util/NumberText.h"
@@ -32,9 +39,18 @@ constexpr std::array<const char*, 3> kChannelNames{"translation", "rotation", "s
 
 /// A node of a rig, and what moves it.
 struct KeyedNode {
-  std::string name;
+  std::string name, rig;
   headless::NodeAnimation animation;
 };
+
+using IsMeant = std::function<bool(double time)>;
+
+bool HasKeyIn(const headless::NodeAnimation& animation, const IsMeant& isMeant) {
+  for (const auto& channel : animation.channels)
+    if (channel && std::any_of(channel->GetTimes().begin(), channel->GetTimes().end(), isMeant))
+      return true;
+  return false;
+}
 
 bool HasAnyKey(const headless::NodeAnimation& animation) {
   return std::any_of(animation.channels.begin(), animation.channels.end(),
@@ -47,7 +63,7 @@ std::vector<KeyedNode> KeyedNodes(SceneSession& session) {
     for (rws::core::CoreNode* node : rig->GetNodes()) {
       const headless::SceneNode* own = static_cast<headless::HeadlessNode*>(node)->GetSceneNode();
       if (own && HasAnyKey(own->GetAnimation()))
-        nodes.push_back({own->GetName(), own->GetAnimation()});
+        nodes.push_back({own->GetName(), rig->GetInstanceName(), own->GetAnimation()});
     }
   }
   return nodes;
@@ -71,14 +87,13 @@ class KeyComparison {
  public:
   KeyComparison(VerifyReport& report) : m_report(report) {}
 
-  void Compare(const std::string& node, const headless::Channel* before,
+  void Compare(const std::string& node, const IsMeant& isMeant, const headless::Channel* before,
                const headless::Channel* now) {
     if (!before || before->IsEmpty()) return;
     const auto& times = before->GetTimes();
     const auto perKey = static_cast<std::size_t>(before->ValuesPerKey());
-    const auto first = static_cast<std::size_t>(
-        std::lower_bound(times.begin(), times.end(), m_report.span.from) - times.begin());
-    for (std::size_t i = first; i < times.size() && times[i] <= m_report.span.to; ++i) {
+    for (std::size_t i = 0; i < times.size(); ++i) {
+      if (!isMeant(times[i])) continue;
       ++m_report.keys;
       double is[4] = {}, was[4] = {};
       before->Evaluate(times[i], was);
@@ -118,20 +133,10 @@ class KeyComparison {
   std::map<double, KeyDifference> m_seconds;
 };
 
-/// From where the rigs' inputs begin, a frame ahead of what is recorded first, to their last key.
-TimeSpan SpanOfRigs(SceneSession& session) {
-  const TimeSpan range = PlaybackRange(session.GetScene());
-  double first = std::numeric_limits<double>::infinity();
-  for (Instance* rig : session.GetCore().List(true))
-    for (const auto& track : rig->GetTracks())
-      if (!track.samples.empty()) first = std::min(first, track.samples.front().time);
-  const double frame = session.GetScene().GetFrameDuration();
-  const double from = std::isfinite(first) ? std::max(range.from, first - frame) : range.from;
-  return {session.GetCore().SnapToFrame(from), LastKeyOfRigs(session, range.to)};
-}
-
 void FindReasons(SceneSession& session, const std::vector<KeyedNode>& before,
                  VerifyReport& report) {
+  report.reasons = FindChanges(session);
+  const bool isKnown = !report.reasons.empty();
   auto& core = session.GetCore();
   const double rate = session.GetScene().GetFrameRate();
   for (const KeyedNode& node : before) {
@@ -156,6 +161,7 @@ void FindReasons(SceneSession& session, const std::vector<KeyedNode>& before,
       report.reasons.push_back("nothing has been recorded of the inputs of " +
                                rig->GetInstanceName());
   }
+  if (isKnown) return;
   if (report.first && report.first->time > report.span.from + 1.5 / rate)
     report.reasons.push_back("all is the same up to " + util::shortText(report.first->time) +
                              " s: what changed acts from there on, such as the ground or an input");
@@ -165,42 +171,106 @@ void FindReasons(SceneSession& session, const std::vector<KeyedNode>& before,
         "has been changed since the keys were made");
 }
 
+/// Simulates a stretch and compares its keys, then takes all back.
+class StretchCheck {
+ public:
+  StretchCheck(SceneSession& session, const std::vector<KeyedNode>& before, VerifyReport& report)
+      : m_session(session), m_before(before), m_report(report), m_comparison(report) {}
+
+  /// False when there is no use in going on.
+  bool Check(const KeyStretch& stretch, const Monitor& monitor) {
+    const KeptTakes::Pause pause(m_session.GetTakes());
+    UndoBlock block(m_session.GetAdaptor(), "Verify");  // never kept
+    auto& core = m_session.GetCore();
+    RowsToStep rows;
+    for (const auto& [name, end] : stretch.rigs) {
+      if (end.settings) Put(*core.FindInstance(name), *end.settings);
+      rows.push_back(core.Find(name));
+    }
+    const RunResult run = Resimulate(core, stretch.span, monitor, rows);
+    m_report.cancelled = run.cancelled;
+    if (!run.began) m_report.problem = "no rig could be simulated";
+    if (!run.began || run.cancelled) return false;
+    Compare(stretch);
+    return true;
+  }
+  void Finish() { m_comparison.Finish(); }
+
+ private:
+  static void Put(Instance& rig, const KeptRig& settings) {
+    using rws::core::TakeUndo;
+    rig.GetHost().GetAdaptor()->PushUndo(new TakeUndo(rig, TakeUndo::Of::kResimulation));
+    PutBindings(rig, settings.bindings);
+    PutParameters(rig, settings);
+  }
+
+  void Compare(const KeyStretch& stretch) {
+    std::map<std::string, KeyedNode> now;
+    for (KeyedNode& node : KeyedNodes(m_session)) now[node.name] = std::move(node);
+    std::set<std::string> known;
+    for (const KeyedNode& node : m_before) {
+      known.insert(node.name);
+      const IsMeant isMeant = [&](double time) { return stretch.Holds(node.rig, time); };
+      if (!HasKeyIn(node.animation, isMeant)) continue;
+      const auto found = now.find(node.name);
+      if (found == now.end()) {
+        m_report.missing.push_back(node.name + " has keys that no simulation makes");
+        continue;
+      }
+      for (std::size_t i = 0; i < kChannelNames.size(); ++i)
+        m_comparison.Compare(node.name, isMeant, node.animation.channels[i].get(),
+                             found->second.animation.channels[i].get());
+    }
+    for (const auto& [name, node] : now) {
+      const IsMeant isMeant = [&, rig = &node.rig](double time) {
+        return stretch.Holds(*rig, time);
+      };
+      if (known.count(name) == 0 && HasKeyIn(node.animation, isMeant))
+        m_report.missing.push_back(name + " has no keys and would get some");
+    }
+  }
+
+  SceneSession& m_session;
+  const std::vector<KeyedNode>& m_before;
+  VerifyReport& m_report;
+  KeyComparison m_comparison;
+};
+
+VerifyReport CheckAll(SceneSession& session, const std::vector<KeyStretch>& stretches,
+                      const Monitor& monitor) {
+  VerifyReport report;
+  const std::vector<KeyedNode> before = KeyedNodes(session);
+  report.nodes = static_cast<long>(before.size());
+  if (before.empty()) report.problem = "no checked rig has keys";
+  if (!report.problem.empty() || stretches.empty()) return report;
+  report.span = stretches.front().span;
+  for (const KeyStretch& stretch : stretches)
+    report.span = {std::min(report.span.from, stretch.span.from),
+                   std::max(report.span.to, stretch.span.to)};
+  StretchCheck check(session, before, report);
+  for (const KeyStretch& stretch : stretches)
+    if (!check.Check(stretch, monitor)) return report;
+  check.Finish();
+  if (!report.IsSame()) FindReasons(session, before, report);
+  return report;
+}
+
 }  // namespace
 
 VerifyReport Verify(SceneSession& session, const std::optional<TimeSpan>& span,
                     const Monitor& monitor) {
-  VerifyReport report;
-  const std::vector<KeyedNode> before = KeyedNodes(session);
-  report.nodes = static_cast<long>(before.size());
-  report.span = span ? *span : SpanOfRigs(session);
-  if (before.empty()) report.problem = "no checked rig has keys";
-  if (!report.problem.empty()) return report;
-  // The run's undo step takes back what it has written.
-  const RunResult run = Resimulate(session.GetCore(), report.span, monitor);
-  report.cancelled = run.cancelled;
-  if (!run.began) report.problem = "no rig could be simulated";
-  if (!run.began || run.cancelled) return report;
-  std::map<std::string, headless::NodeAnimation> now;
-  for (KeyedNode& node : KeyedNodes(session)) now[node.name] = std::move(node.animation);
-
-  KeyComparison comparison(report);
-  for (const KeyedNode& node : before) {
-    const auto found = now.find(node.name);
-    if (found == now.end()) {
-      report.missing.push_back(node.name + " has keys that no simulation makes");
-      continue;
-    }
-    for (std::size_t i = 0; i < kChannelNames.size(); ++i)
-      comparison.Compare(node.name, node.animation.channels[i].get(),
-                         found->second.channels[i].get());
-    now.erase(found);
-  }
-  for (const auto& [name, animation] : now)
-    report.missing.push_back(name + " has no keys and would get some");
-  comparison.Finish();
-  if (!report.IsSame()) FindReasons(session, before, report);
-  session.GetCore().GetAdaptor()->HostUndo();
-  return report;
+  const auto cut = [&span](std::vector<KeyStretch> stretches) {
+    return span ? Within(std::move(stretches), *span) : stretches;
+  };
+  VerifyReport report = CheckAll(session, cut(FindStretches(session)), monitor);
+  if (report.IsSame() || report.cancelled || !report.problem.empty() ||
+      !session.GetTakes().GetChain().empty())
+    return report;
+  // Nothing is kept of how the keys were made; a take in the middle leaves a trace all the same.
+  const std::vector<KeyStretch> parts = cut(FindStretchesByGaps(session));
+  if (parts.size() < 2) return report;
+  VerifyReport inParts = CheckAll(session, parts, monitor);
+  return inParts.IsSame() ? inParts : report;
 }
 
 }  // namespace orv::app

@@ -38,8 +38,9 @@ struct VerifyReport {
 };
 
 /// Simulates the checked rigs of the session's scene again, over `span` or from where their inputs
-/// begin to their last key, and compares each key of their nodes to the bit. The scene is as it was
-/// afterwards.
+/// begin to their last key, and compares each key of their nodes to the bit. A take that began in
+/// the middle of another one is simulated as it was performed: from what the other one left there.
+/// The scene is as it was afterwards.
 VerifyReport Verify(SceneSession& session, const std::optional<TimeSpan>& span,
                     const Monitor& monitor);
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QTimer>
@@ -35,6 +36,7 @@
 #include "gui/Menu.h"
 #include "gui/Texts.h"
 #include "gui/component/qt/Theme.h"
+#include "unidevice/x11/X11Keys.h"
 
 namespace orv::app {
 
@@ -87,6 +89,15 @@ std::string LeftoverText(const Leftover& leftover) {
              "the next start.");
 }
 
+std::unique_ptr<unidevice::KeySource> OpenKeySource() {
+  if (QGuiApplication::platformName() != "xcb") return {};
+  std::string problem;
+  auto keys = unidevice::X11Keys::open({}, problem);
+  if (!keys)
+    LogEntry(LogLevel::kWarning, "The keyboard is heard by windows' events alone: " + problem);
+  return keys;
+}
+
 }  // namespace
 
 Studio::Studio(const StudioOptions& options)
@@ -103,7 +114,7 @@ Studio::Studio(const StudioOptions& options)
       m_curves(
           std::make_unique<CurveStrip>(m_document.GetCore(), m_document.GetAdaptor(), *m_timeline)),
       m_windows(m_document.GetCore(), *this),
-      m_input(m_document.GetCore()),
+      m_input(m_document.GetCore(), OpenKeySource()),
       m_keys(m_document.GetCore()) {
   m_stage->SetSettings(&m_windows.GetSettings());
   AddAllWindows(m_windows);

@@ -12,10 +12,10 @@
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/PreviewFolder.h"
 #include "app/studio/StudioOptions.h"
-#include "app/studio/WindowInput.h"
 #include "app/studio/script/ScriptHost.h"
 #include "core/windows/KeyFilter.h"
 #include "core/windows/Program.h"
+#include "core/windows/WindowInput.h"
 #include "core/windows/Windows.h"
 
 namespace orv::app {
@@ -172,7 +172,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string m_soundFile;             ///< that was read, or could not be
   const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;
-  WindowInput m_input;
+  rws::core::windows::WindowInput m_input;
   rws::core::windows::KeyFilter m_keys;  ///< behind it, and so ahead of it with every key
   std::unique_ptr<HelpWindow> m_help;
   int m_working = 0;        ///< levels of Working

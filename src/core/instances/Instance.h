@@ -109,6 +109,7 @@ class Instance : public InstanceVirtualDevice, public CInterface, public util::M
   /// Whether the run that goes on feeds the input, or one of all for -1, from its track.
   bool IsFed(int input) const;
   const std::vector<LiveSpinner>& GetLiveSpinners() const { return m_liveSpinners; }
+  const std::vector<LiveSpinnerSpan>& GetLiveSpinnerSpans() const { return m_liveSpinnerSpans; }
   /// The nodes of this rig that the adaptor knows, in the order of their creation.
   std::vector<CoreNode*> GetNodes() const;
 

@@ -20,6 +20,8 @@ enum RigExtension : int {
                         ///< its first node over its foot as they are now (m): 1
   kTellMarks = 5,       ///< appends to the RigMarks in `a` what the rig shows of its work at their
                         ///< time: 1. Asked between frames, in takes too; changes nothing
+  kFollowLine = 6,      ///< a rig that drives after a target by itself: completes the LineToFollow
+                        ///< in `a`: 1. Not asked in takes
 };
 
 /// One rig. The core calls it on the host's main thread; no operation may block or pump events.

@@ -14,6 +14,11 @@ class CCamera;
 /// Version of the rig interface that core, adaptors and rigs agree on.
 inline constexpr int kInterfaceVersion = 0x5AA5;
 
+/// Extension codes that a factory may answer.
+enum PluginExtension : int {
+  kTellSimulation = 1,  ///< version of how rigs of this kind simulate, from 1 up; 0: not known
+};
+
 /// Factory of one rig kind, one static instance each. The texts may be asked for at any time and
 /// touch no scene.
 class CCameraPlugin : public CExtendable {

@@ -30,7 +30,8 @@ class Preferences {
   PenArea penArea = PenArea::kWindow;      ///< "pen": "window", "tablet"
   int steeringForce = 0;     ///< "steeringforce", what a wheel feels of a car's steering (%)
   int roadForce = 0;         ///< "roadforce", what it feels of the ground (%)
-  bool keepTakes = false;    ///< "keeptakes": every take stays with its scene, outside undo
+  bool keepTakes = true;     ///< "keeptakes": every take stays with its scene, outside undo
+  int mostTakes = 0;         ///< "mosttakes", that stay with a scene; 0: all
   int kickForce = 0;         ///< "kickforce", what a trigger feels of a gun (%)
   bool updateCheck = false;  ///< the user agrees that a server is asked for newer versions
   bool updateAsked = false;  ///< he has been asked for that

@@ -196,11 +196,12 @@ int RecordManager::StartRecording() {
 
   int countdown = 0;
   core.GetCountdownSeconds(countdown);
-  m_clock -= countdown;
+  const double ahead = countdown + std::max(m_preRoll, 0.0);
+  m_clock -= ahead;
   TellSlowFactor();
   CountdownDialog* const dialog = FindCountdown();
-  if (countdown != 0 && dialog) {
-    dialog->Set(countdown, 0.0);
+  if (ahead > 0.0 && dialog) {
+    dialog->Set(static_cast<int>(std::ceil(ahead)), 0.0);
     dialog->Show();
   }
   StartTimer(kTakeTimer, GetFrameDuration());
@@ -489,6 +490,7 @@ int RecordManager::BeginResimulation(double from, double to) {
   ShowSlowFactor();
   TellSlowFactorIndex();
   StartInstances(m_startTime);
+  if (runStarted) runStarted();
   TellRunState();
   return 0;
 }
@@ -511,6 +513,7 @@ void RecordManager::EndResimulation() {
   const MessageQueue::Hold hold(GetCore()->GetMessages());
   m_resimProgress = 1.0f;
   for (std::size_t i = 0; i < m_instances.size(); ++i) m_instances[i]->Stop(m_endTime);
+  if (runStopped) runStopped();
   m_slowFactor = m_savedSlowFactor;
   EndTake();
   ShowSlowFactor();
@@ -518,6 +521,7 @@ void RecordManager::EndResimulation() {
   AdaptorInterface& adaptor = *GetCore()->GetAdaptor();
   adaptor.SetCurrentTime(m_startTime);
   adaptor.TakeEnded();
+  if (runEnded) runEnded();
   if (m_pResimulateWindow) m_pResimulateWindow->Close();
 }
 

@@ -54,6 +54,9 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   /// The next take ends itself behind the frame at `seconds` after its start, before the range
   /// grows. Not positive: no limit.
   void SetTakeLength(double seconds) { m_takeLength = seconds; }
+  /// The clock of the next take begins so many seconds ahead of its countdown, and time goes by
+  /// what is keyed until the start is reached. Not positive: none.
+  void SetPreRoll(double seconds) { m_preRoll = seconds; }
   /// Called when a take has been asked for, while the scene still is as the user left it; may be
   /// empty. It must not change the scene.
   std::function<void()> beforeTake;
@@ -63,6 +66,10 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   std::function<void()> takeStarted;
   std::function<void()> takeStopped;
   std::function<void()> takeEnded;
+  /// The same of a resimulation.
+  std::function<void()> runStarted;
+  std::function<void()> runStopped;
+  std::function<void()> runEnded;
 
   // A resimulation: `to` is the last time simulated.
   /// Begins a run and lets the window's timer pace it.
@@ -162,7 +169,8 @@ class RecordManager : public CoreSubSystem, public TimerManager {
   double m_resimTime = 0.0;  ///< next time to resimulate, on the frame grid
   double m_savedSlowFactor = 1.0;
   double m_takeLength = 0.0;
-  int m_resimFrame = 0;  ///< index of m_resimTime
+  double m_preRoll = 0.0;  ///< s
+  int m_resimFrame = 0;    ///< index of m_resimTime
   DevicePolling m_devices;
   InputHistory m_inputs;  ///< of the running take
   ForceFeedback m_forces;

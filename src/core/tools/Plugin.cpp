@@ -81,6 +81,10 @@ std::string Plugin::GetCreatedBy() {
   return m_factory.GetCreatedBy();
 }
 
+int Plugin::GetSimulationVersion() {
+  return static_cast<int>(m_factory.Extension(kTellSimulation, nullptr, nullptr));
+}
+
 Instance* Plugin::MakeInstance(const std::string& name) {
   CCamera* rig = m_factory.CreateObject({m_host.NextObjectId(), GetDisplayId()});
   return rig ? new Instance(m_host, this, rig, name) : nullptr;

@@ -29,6 +29,7 @@ class Plugin : public Tool {
   std::string GetDisplayName() override;
   std::string GetDescription() override;
   std::string GetCreatedBy() override;
+  int GetSimulationVersion() override;
 
  private:
   InstanceHost& m_host;

@@ -59,6 +59,9 @@ class Tool : public QObject,
   virtual std::string GetDescription() = 0;
   /// Author credit.
   virtual std::string GetCreatedBy() = 0;
+  /// Version of how rigs of this kind simulate, from 1 up; another one comes to other poses. 0: not
+  /// known.
+  virtual int GetSimulationVersion() = 0;
 
   /// Reads all profiles, those of the resources first.
   void LoadProfiles();

@@ -42,7 +42,7 @@ namespace {
 using namespace gui::componentinterface;
 using gui::Translate;
 
-constexpr int kSplitters[] = {kMainColumns, kMainMiddle, kMainLeft};
+constexpr int kSplitters[] = {kMainColumns, kMainRight, kMainLeft};
 constexpr int kCheckBoxes[] = {kResimulateFromFirstFrame, kAutoExpandTimeline, kLowPolyOnRecord};
 /// Buttons of the pages at the right, each followed by what it shows.
 constexpr std::pair<int, int> kPages[] = {{kPageParameters, kPanelParameters},

@@ -14,8 +14,7 @@ enum MainWindowComponent : int {
   kMainBannerText,
   kMainBannerDevices,  ///< button
   kMainColumns,        ///< splitter: lists, scene, pages
-  kMainMiddle,         ///< splitter: the scene's picture, its nodes
-  kMainNotice,         ///< border, hidden while there is nothing to say
+  kMainNotice = 308,   ///< border, hidden while there is nothing to say
   kMainNoticeText,     ///< label
   kMainNoticeLink,     ///< button, of a notice with a page
   kMainNoticeClose,    ///< button
@@ -23,6 +22,7 @@ enum MainWindowComponent : int {
   kMainLeft,           ///< splitter: tools, rigs
   kMainTimeline,       ///< view, hidden where the host has a time line
   kMainTimeButtons,    ///< list, hidden likewise; its buttons have the ids of commands
+  kMainRight,          ///< splitter: pages, the scene's nodes
   kMainCurves,         ///< view below the time line; as all of its, the program's page shows it
   kCurvePanel,         ///< list
   kCurveInputs,        ///< tree

@@ -42,6 +42,7 @@ const std::vector<ShownPreference>& ShownPreferences() {
       {"autosave", Translatable("Minutes between autosaves (0: none)"), 120.0, {}, false},
       {"updateviewport", Translatable("Show frames while a resimulation runs"), 0.0, {}, false},
       {"keeptakes", Translatable("Keep every take with its scene"), 0.0, {}, false},
+      {"mosttakes", Translatable("Takes kept with a scene (0: all)"), 100000.0, {}, false},
       {"units",
        Translatable("Lengths in"),
        0.0,
@@ -93,7 +94,7 @@ void PreferencesWindow::OnBuilt() {
   m_rows.clear();
   const std::vector<std::string> keys = Preferences::Keys();
   for (const ShownPreference& shown : ShownPreferences()) {
-    if (shown.isAppearance && GetWindows().GetProgram().RulesAppearance()) continue;
+    if (shown.key == std::string("theme") && GetWindows().GetProgram().RulesTheme()) continue;
     if (shown.key == std::string("updatecheck") && !GetCore().IsOffered()) continue;
     if (std::find(keys.begin(), keys.end(), shown.key) != keys.end()) AddRow(shown.key);
   }

@@ -56,12 +56,11 @@ class Program {
   virtual void MakePages(MainWindowFrame& /*window*/, const AddPage& /*add*/) {}
   /// The widget that windows stand over when the main window is closed; null without.
   virtual QWidget* GetHostWindow() { return nullptr; }
-  /// Applies theme and language of the preferences; where the host rules over them it does nothing
-  /// and says so by `RulesAppearance`.
+  /// Applies language and theme of the preferences; a host may rule over the theme.
   virtual void ApplyAppearance() {}
   /// The user has changed a preference, in memory and on the disk.
   virtual void OnPreferences() {}
-  virtual bool RulesAppearance() const { return false; }
+  virtual bool RulesTheme() const { return false; }
 };
 
 }  // namespace orv::rws::core::windows

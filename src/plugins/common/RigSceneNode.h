@@ -39,6 +39,8 @@ class RigSceneNode {
   /// The host's time changed and no frame is stepped.
   virtual void Update() {}
 
+  /// Within the rig.
+  const std::string& GetName() const { return m_name; }
   bool IsBound() const { return m_node != nullptr; }
   CNode* GetNode() const { return m_node; }
   /// Whether `node` is the scene node that this holds.

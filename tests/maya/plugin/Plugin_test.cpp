@@ -57,13 +57,14 @@ TEST_F(Plugin, LoadsAndUnloadsTwiceAndLeavesNothing) {
 TEST_F(Plugin, ARegistrationThatFailsLeavesNothingAndTellsItsText) {
   const std::string before = Registered();
   std::vector<std::pair<std::string, std::string>> steps;
-  for (const CommandRow& row : AllCommands()) steps.emplace_back(row.name, row.failure);
+  // All but two are told by their own names.
+  for (const CommandRow& row : AllCommands())
+    steps.emplace_back(row.name, "registerCommand " + std::string(row.name) + " failed");
+  steps[0].second = "registerCommand StartOrvelRigwrightStudioCmd failed";
+  steps[4].second = "registerCommand OrvelReSimulate failed";
   steps.emplace_back("StorageNode", "registerNode StorageNode failed");
   steps.emplace_back("CStorageNode", "registerNode CStorageNode failed");
-  steps.emplace_back(SelfTestCommand().name, SelfTestCommand().failure);
-  EXPECT_EQ(steps[0].second, "registerCommand StartOrvelRigwrightStudioCmd failed");
-  EXPECT_EQ(steps[4].second, "registerCommand OrvelReSimulate failed");
-  EXPECT_EQ(steps[5].second, "registerCommand OrvelLoadProfileCmd failed");
+  steps.emplace_back(SelfTestCommand().name, "registerCommand OrvelSelfTestCmd failed");
   EXPECT_EQ(steps.size(), 17u);
   for (const auto& [name, text] : steps) {
     mayahost::FailRegistration(name);
@@ -77,14 +78,68 @@ TEST_F(Plugin, ARegistrationThatFailsLeavesNothingAndTellsItsText) {
     EXPECT_EQ(Registered(), before) << callback;
   }
   ASSERT_TRUE(Load());
-  // The host's own registry lost one: the others go all the same.
+  // The host's own registry lost them: each is told, in the order in which they go.
   MObject object = MFnPlugin::findPlugin("OrvelRigwright");
-  MFnPlugin(object).deregisterCommand("OrvelCloneToolCmd");
+  for (const CommandRow& row : AllCommands()) MFnPlugin(object).deregisterCommand(row.name);
+  MFnPlugin(object).deregisterCommand(SelfTestCommand().name);
   MFnPlugin(object).deregisterNode(CStorageNode::kId);
+  MFnPlugin(object).deregisterNode(StorageNode::kId);
+  Forget();
   Unload();
-  EXPECT_NE(Said().find("deregisterCommand OrvelCloneToolCmd failed"), std::string::npos);
-  EXPECT_NE(Said().find("deregisterNode CStorageNode failed"), std::string::npos);
+  const std::string said = Said();
+  std::size_t at = 0;
+  for (const char* text :
+       {"deregisterNode CStorageNode failed", "deregisterNode StorageNode failed",
+        "deregisterCommand OrvelIncSlowFactorCmd failed",
+        "deregisterCommand OrvelDecSlowFactorCmd failed",
+        "deregisterCommand OrvelCreate4WheelerExtCmd failed",
+        "deregisterCommand OrvelCloneToolCmd failed", "deregisterCommand OrvelRenameToolCmd failed",
+        "deregisterCommand OrvelDeleteToolCmd failed",
+        "deregisterCommand OrvelStartAnimationCmd failed",
+        "deregisterCommand OrvelStopAnimationCmd failed",
+        "deregisterCommand OrvelSelectToolCmd failed"}) {
+    at = said.find(text, at);
+    ASSERT_NE(at, said.npos) << text << " in " << said;
+  }
+  for (const CommandRow& row : AllCommands())
+    EXPECT_NE(said.find("deregisterCommand " + std::string(row.name) + " failed"), said.npos);
   EXPECT_EQ(Registered(), before);
+}
+
+TEST_F(Plugin, HasAShelfWhileItIsLoadedWithWindows) {
+  const auto scripts = [] {
+    std::vector<std::string> lines;
+    for (std::string line : mayahost::Said())
+      if (line.rfind("shelf: ", 0) == 0) {
+        std::replace(line.begin(), line.end(), '\t', ' ');
+        lines.push_back(line.substr(7));
+      }
+    return lines;
+  };
+  ASSERT_TRUE(Load());
+  ASSERT_EQ(scripts().size(), 1u);
+  std::size_t at = 0;
+  const std::string icon = folder.path + "/orvelicon.xpm";
+  for (const std::string& part :
+       {std::string("string $tabName = \"RigwrightStudio\";global string $gShelfTopLevel;"),
+        std::string("if(`tabLayout -exists $gShelfTopLevel`){ if( (`shelfLayout -exists $tabName`) "
+                    "== 0){ addNewShelfTab $tabName;"),
+        std::string("setParent $currentShelf; string $ShowInterfaceIcon = \""), icon,
+        std::string("-command OrvelShowUICmd -label \"Start Orvel Rigwright\""),
+        std::string("-image1 $ShowInterfaceIcon -style \"iconOnly\";}}")}) {
+    at = scripts()[0].find(part, at);
+    ASSERT_NE(at, std::string::npos) << part << " in " << scripts()[0];
+  }
+  std::string picture;
+  EXPECT_TRUE(util::readFile(icon, picture));
+  Unload();
+  ASSERT_EQ(scripts().size(), 2u);
+  EXPECT_NE(scripts()[1].find("deleteShelfTab $tabName"), std::string::npos);
+  mayahost::SetBatch(true);
+  Forget();
+  ASSERT_TRUE(Load());
+  Unload();
+  EXPECT_TRUE(scripts().empty());
 }
 
 TEST_F(Plugin, CommandsTellTheirUsage) {

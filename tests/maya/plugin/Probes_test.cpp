@@ -20,10 +20,12 @@ TEST(Probes, HoldInTheStandIn) {
 
 TEST(Probes, SeeAHostThatBehavesOtherwise) {
   using mayahost::Wrong;
-  for (const Wrong wrong : {Wrong::kAxis, Wrong::kTimeUnit, Wrong::kCurveLinear, Wrong::kUndoQueue,
-                            Wrong::kCallbackOrder, Wrong::kRename, Wrong::kMeshPoints,
-                            Wrong::kHandles, Wrong::kStringArrays}) {
+  for (const Wrong wrong :
+       {Wrong::kAxis, Wrong::kTimeUnit, Wrong::kCurveLinear, Wrong::kUndoQueue,
+        Wrong::kCallbackOrder, Wrong::kRename, Wrong::kMeshPoints, Wrong::kHandles,
+        Wrong::kStringArrays, Wrong::kNamespaces, Wrong::kHotKeys}) {
     mayahost::Reset();
+    mayahost::SetBatch(false);
     mayahost::Pretend(wrong);
     const auto outcomes = RunProbes();
     mayahost::Pretend(Wrong::kNone);

@@ -1,13 +1,16 @@
 // Function sets of animation curves; changes that are undone together.
+#include <maya/MAnimControl.h>
 #include <maya/MAnimUtil.h>
 #include <maya/MDagModifier.h>
 #include <maya/MFnAnimCurve.h>
+#include <maya/MIntArray.h>
 
 #include <algorithm>
 #include <cmath>
 
 #include "Fn.h"
 #include "Modifier.h"
+#include "Notify.h"
 
 namespace mayahost {
 /// Curves as they were before their first change; once that is undone, as they were after the last.
@@ -49,6 +52,7 @@ MObject Later(ModifierState& state, const NodeType* type, MObject parent, MStatu
   const bool shape = type->IsA("shape") && !above;
   const NodePtr node = MakeNode(shape ? FindType("transform") : type, shape ? type->name + "1" : "");
   const NodePtr below = shape ? MakeNode(type, type->name + "Shape1") : nullptr;
+  if (node->curve) node->curve->weighted = true;
   state.Add([=] { return AddNode(node, above.get()), below ? AddNode(below, node.get()) : void(), true; });
   return Obj(node);
 }
@@ -148,6 +152,7 @@ MStatus Edit(const MObject& object, MAnimCurveChange* record, F change) {
   if (record && record->state->known.insert(node.get()).second) record->state->others.emplace_back(node, *node->curve);
   const bool done = change(*node->curve);
   TheScene().modified = true;
+  NotifyCurve(node);
   Dirty(NumberOf(node, "output"));
   return St(done);
 }
@@ -161,7 +166,9 @@ const Key* KeyOf(const MObject& object, unsigned int i, MStatus* status) {
   const bool has = curve && i < curve->keys.size();
   return Ok(status, has), has ? &curve->keys[i] : nullptr;
 }
-int TypeOf(MFnAnimCurve::TangentType type) { return type == MFnAnimCurve::kTangentGlobal ? MFnAnimCurve::kTangentAuto : type; }
+int TypeOf(MFnAnimCurve::TangentType type, bool in = true) {
+  return type != MFnAnimCurve::kTangentGlobal ? type : in ? MAnimControl::globalInTangentType() : MAnimControl::globalOutTangentType();
+}
 std::size_t PutKey(Curve& curve, long long ticks, double value, int in, int out) {
   const auto at = std::lower_bound(curve.keys.begin(), curve.keys.end(), ticks, [](const Key& k, long long t) { return k.ticks < t; });
   const auto i = static_cast<std::size_t>(at - curve.keys.begin());
@@ -182,6 +189,7 @@ MObject NewCurve(const PlugRef* plug, int type, MDGModifier* modifier, MStatus* 
   std::string name;
   if (plug) name = Short(plug->node->name) + "_" + plug->attr->name;
   const NodePtr node = MakeNode(FindType(kNames[type]), name);
+  node->curve->weighted = MAnimControl::weightedTangents();
   const auto put = [=, p = plug ? *plug : PlugRef{}] { return AddNode(node, nullptr), !p.node || Connect(NumberOf(node, "output"), p); };
   if (modifier) {
     // As with the host's own modifiers: the curve is there at once, and what made it can be taken back.
@@ -270,7 +278,7 @@ unsigned int MFnAnimCurve::findClosest(const MTime& time, MStatus* status) const
 }
 unsigned int MFnAnimCurve::addKey(const MTime& time, double value, TangentType in, TangentType out, MAnimCurveChange* change, MStatus* status) {
   std::size_t place = 0;
-  const MStatus s = Edit(fObject, change, [&](Curve& c) { return place = PutKey(c, TicksOf(time), value, TypeOf(in), TypeOf(out)), Around(c, place), true; });
+  const MStatus s = Edit(fObject, change, [&](Curve& c) { return place = PutKey(c, TicksOf(time), value, TypeOf(in), TypeOf(out, false)), Around(c, place), true; });
   return status ? void(*status = s) : void(), static_cast<unsigned int>(place);
 }
 MStatus MFnAnimCurve::addKeyframe(const MTime& time, double value, MAnimCurveChange* change) {
@@ -284,7 +292,7 @@ MStatus MFnAnimCurve::addKeys(const MTimeArray* times, const MDoubleArray* value
   if (!times || !values || times->length() != values->length()) return MS::kInvalidParameter;
   return Edit(fObject, change, [&](Curve& c) {
     if (!keep) c.keys.clear();
-    for (unsigned int i = 0; i < times->length(); ++i) PutKey(c, TicksOf((*times)[i]), (*values)[i], TypeOf(in), TypeOf(out));
+    for (unsigned int i = 0; i < times->length(); ++i) PutKey(c, TicksOf((*times)[i]), (*values)[i], TypeOf(in), TypeOf(out, false));
     return SetTangents(c, 0, c.keys.size()), true;
   });
 }
@@ -303,11 +311,16 @@ MStatus MFnAnimCurve::setInTangentType(unsigned int i, TangentType type, MAnimCu
   return Edit(fObject, change, [&](Curve& c) { return i < c.keys.size() && (c.keys[i].type[0] = TypeOf(type), Around(c, i), true); });
 }
 MStatus MFnAnimCurve::setOutTangentType(unsigned int i, TangentType type, MAnimCurveChange* change) {
-  return Edit(fObject, change, [&](Curve& c) { return i < c.keys.size() && (c.keys[i].type[1] = TypeOf(type), Around(c, i), true); });
+  return Edit(fObject, change, [&](Curve& c) { return i < c.keys.size() && (c.keys[i].type[1] = TypeOf(type, false), Around(c, i), true); });
 }
 MStatus MFnAnimCurve::getTangent(unsigned int i, TangentValue& x, TangentValue& y, bool in) const {
   const Key* key = KeyOf(fObject, i, nullptr);
-  return key ? (x = float(key->x[!in]), y = float(key->y[!in]), MS::kSuccess) : MS::kFailure;
+  return key ? (x = key->x[!in], y = key->y[!in], MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnAnimCurve::getTangent(unsigned int i, float& x, float& y, bool in) const {
+  TangentValue a = 0, b = 0;
+  const MStatus s = getTangent(i, a, b, in);
+  return x = static_cast<float>(a), y = static_cast<float>(b), s;
 }
 MStatus MFnAnimCurve::getTangent(unsigned int i, MAngle& angle, double& weight, bool in) const {
   const Key* key = KeyOf(fObject, i, nullptr);
@@ -321,6 +334,71 @@ MStatus MFnAnimCurve::setTangent(unsigned int i, TangentValue x, TangentValue y,
     if (key.tied) key.type[in] = kTangentFixed, key.x[in] = std::max(key.x[in], 1e-6), key.y[in] = x != 0 ? double(y) / x * key.x[in] : 0;
     return true;
   });
+}
+MStatus MFnAnimCurve::setTangent(unsigned int i, const MAngle& angle, double weight, bool in, MAnimCurveChange* change, bool) {
+  return setTangent(i, weight * std::cos(angle.asRadians()), weight * std::sin(angle.asRadians()), in, change);
+}
+MStatus MFnAnimCurve::setAngle(unsigned int i, const MAngle& angle, bool in, MAnimCurveChange* change) {
+  MAngle before;
+  double weight = 0;
+  const MStatus s = getTangent(i, before, weight, in);
+  return s == MS::kSuccess ? setTangent(i, angle, weight, in, change) : s;
+}
+MStatus MFnAnimCurve::setWeight(unsigned int i, double weight, bool in, MAnimCurveChange* change) {
+  MAngle angle;
+  double before = 0;
+  const MStatus s = getTangent(i, angle, before, in);
+  return s == MS::kSuccess ? setTangent(i, angle, weight, in, change) : s;
+}
+MStatus MFnAnimCurve::setTangentTypes(const MIntArray& indices, TangentType in, TangentType out, MAnimCurveChange* change) {
+  return Edit(fObject, change, [&](Curve& c) {
+    for (const int i : indices) {
+      if (i < 0 || i >= int(c.keys.size())) return false;
+      c.keys[std::size_t(i)].type[0] = short(TypeOf(in)), c.keys[std::size_t(i)].type[1] = short(TypeOf(out, false));
+    }
+    return SetTangents(c, 0, c.keys.size()), true;
+  });
+}
+bool MFnAnimCurve::isStatic(MStatus* status) const {
+  const Curve* curve = CurveOf(fObject, status);
+  return curve && std::all_of(curve->keys.begin(), curve->keys.end(), [&](const Key& k) {
+           return k.value == curve->keys[0].value && (k.y[0] == 0 || &k == &curve->keys.front()) && (k.y[1] == 0 || &k == &curve->keys.back());
+         });
+}
+MFnAnimCurve::AnimCurveType MFnAnimCurve::timedAnimCurveTypeForPlug(const MPlug& plug, MStatus* status) const {
+  const bool can = !plug.isNull() && !plug.isCompound() && !plug.isArray() && !plug.Ref().attr->IsData();
+  return Ok(status, can), can ? static_cast<AnimCurveType>(Timed(plug.Ref())) : kAnimCurveUnknown;
+}
+MFnAnimCurve::AnimCurveType MFnAnimCurve::unitlessAnimCurveTypeForPlug(const MPlug& plug, MStatus* status) const {
+  const AnimCurveType timed = timedAnimCurveTypeForPlug(plug, status);
+  return timed == kAnimCurveUnknown ? timed : static_cast<AnimCurveType>(timed + 4);
+}
+namespace {
+/// Curves of plain inputs keep them as seconds.
+MTime Plain(double input) { return MTime(input, MTime::kSeconds); }
+}  // namespace
+MStatus MFnAnimCurve::evaluate(double input, double& value) const { return isUnitlessInput() ? evaluate(Plain(input), value) : MStatus(MS::kFailure); }
+double MFnAnimCurve::unitlessInput(unsigned int i, MStatus* status) const {
+  const Key* key = KeyOf(fObject, i, status);
+  Ok(status, key && isUnitlessInput());
+  return key && isUnitlessInput() ? Seconds(key->ticks) : 0;
+}
+MStatus MFnAnimCurve::setUnitlessInput(unsigned int i, double input, MAnimCurveChange* change) {
+  return isUnitlessInput() ? setTime(i, Plain(input), change) : MStatus(MS::kFailure);
+}
+bool MFnAnimCurve::find(double input, unsigned int& i, MStatus* status) const { return find(Plain(input), i, status); }
+unsigned int MFnAnimCurve::findClosest(double input, MStatus* status) const { return findClosest(Plain(input), status); }
+unsigned int MFnAnimCurve::addKey(double input, double value, TangentType in, TangentType out, MAnimCurveChange* change, MStatus* status) {
+  Ok(status, isUnitlessInput());
+  return isUnitlessInput() ? addKey(Plain(input), value, in, out, change, status) : 0;
+}
+bool MFnAnimCurve::weightsLocked(unsigned int i, MStatus* status) const { return KeyOf(fObject, i, status) && KeyOf(fObject, i, status)->weightTied; }
+MStatus MFnAnimCurve::setWeightsLocked(unsigned int i, bool on, MAnimCurveChange* change) {
+  return Edit(fObject, change, [&](Curve& c) { return i < c.keys.size() && (c.keys[i].weightTied = on, true); });
+}
+bool MFnAnimCurve::isBreakdown(unsigned int i, MStatus* status) const { return KeyOf(fObject, i, status) && KeyOf(fObject, i, status)->breakdown; }
+MStatus MFnAnimCurve::setIsBreakdown(unsigned int i, bool on, MAnimCurveChange* change) {
+  return Edit(fObject, change, [&](Curve& c) { return i < c.keys.size() && (c.keys[i].breakdown = on, true); });
 }
 bool MFnAnimCurve::isWeighted(MStatus* status) const { return CurveOf(fObject, status) && NodeOf(fObject)->curve->weighted; }
 MStatus MFnAnimCurve::setIsWeighted(bool on, MAnimCurveChange* change) {

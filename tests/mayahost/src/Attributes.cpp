@@ -6,12 +6,21 @@
 #include <maya/MFnMatrixAttribute.h>
 #include <maya/MFnMatrixData.h>
 #include <maya/MFnMeshData.h>
+#include <maya/MFnNurbsSurfaceData.h>
+#include <maya/MFnNurbsCurveData.h>
+#include <maya/MFnMatrixArrayData.h>
+#include <maya/MFnVectorArrayData.h>
+#include <maya/MFnPointArrayData.h>
+#include <maya/MFnGenericAttribute.h>
 #include <maya/MFnMessageAttribute.h>
 #include <maya/MFnNumericAttribute.h>
 #include <maya/MFnStringArrayData.h>
 #include <maya/MFnStringData.h>
 #include <maya/MFnTypedAttribute.h>
 #include <maya/MFnUnitAttribute.h>
+
+#include <algorithm>
+#include <type_traits>
 
 #include "Fn.h"
 #include "State.h"
@@ -27,6 +36,7 @@ FN_SET(MFnEnumAttribute, MFn::kEnumAttribute)
 FN_SET(MFnMatrixAttribute, MFn::kMatrixAttribute)
 FN_SET(MFnMessageAttribute, MFn::kMessageAttribute)
 FN_SET(MFnCompoundAttribute, MFn::kCompoundAttribute)
+FN_SET(MFnGenericAttribute, MFn::kGenericAttribute)
 
 #define FLAG(getter, setter, flag)                                                                       \
   bool MFnAttribute::getter(MStatus* status) const {                                                     \
@@ -52,12 +62,47 @@ FLAG(isUsedAsColor, setUsedAsColor, kUsedAsColor)
 FLAG(isWorldSpace, setWorldSpace, kWorldSpaceAttr)
 FLAG(usesArrayDataBuilder, setUsesArrayDataBuilder, kBuilder)
 FLAG(internal, setInternal, kInternal)
+FLAG(isRenderSource, setRenderSource, kRender)
+FLAG(affectsAppearance, setAffectsAppearance, kAppearance)
+FLAG(isAffectsWorldSpace, setAffectsWorldSpace, kAffectsWorld)
+FLAG(isUsedAsFilename, setUsedAsFilename, kFileName)
+FLAG(isIndeterminant, setIndeterminant, kIndeterminant)
 namespace {
 std::shared_ptr<Attr> Asked(const MObject& object, MStatus* status) {
   const auto attr = As<Attr>(object);
   return Ok(status, attr != nullptr), attr;
 }
 }  // namespace
+bool MFnAttribute::indexMatters(MStatus* status) const { return Asked(fObject, status) && !As<Attr>(fObject)->Is(kIndexIgnored); }
+MStatus MFnAttribute::setIndexMatters(bool on) {
+  const auto attr = As<Attr>(fObject);
+  if (attr) attr->flags = on ? attr->flags & ~unsigned(kIndexIgnored) : attr->flags | kIndexIgnored;
+  return St(attr != nullptr);
+}
+bool MFnAttribute::isExtension(MStatus* status) const { return Asked(fObject, status), false; }
+MString MFnAttribute::niceNameOverride(MStatus* status) const { return Asked(fObject, status) ? As<Attr>(fObject)->nice.c_str() : ""; }
+MStatus MFnAttribute::setNiceNameOverride(const MString& name) {
+  return As<Attr>(fObject) ? (As<Attr>(fObject)->nice = name.asChar(), MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnAttribute::addToCategory(const MString& name) {
+  return As<Attr>(fObject) ? (As<Attr>(fObject)->categories.insert(name.asChar()), MS::kSuccess) : MS::kFailure;
+}
+bool MFnAttribute::hasCategory(const MString& name, MStatus* status) const {
+  return Asked(fObject, status) && As<Attr>(fObject)->categories.count(name.asChar());
+}
+bool MFnAttribute::acceptsAttribute(const MObject& other, MStatus* status) const {
+  const auto attr = Asked(fObject, status), from = As<Attr>(other);
+  return attr && from && attr->IsData() == from->IsData() && attr->children.size() == from->children.size() &&
+         (!attr->IsData() || attr->subtype == from->subtype || attr->accepted.count(from->subtype));
+}
+bool MFnAttribute::accepts(MFnData::Type type, MStatus* status) const {
+  const auto attr = Asked(fObject, status);
+  return attr && (attr->accepted.count(type) || (attr->IsData() ? attr->subtype == type : type == MFnData::kNumeric));
+}
+bool MFnAttribute::accepts(MFnNumericData::Type type, MStatus* status) const {
+  const auto attr = Asked(fObject, status);
+  return attr && (attr->accepted.count(-type) || (!attr->IsData() && PartsOf(type).first == std::max(1, int(attr->children.size()))));
+}
 bool MFnAttribute::isDynamic(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->Is(kDynamicAttr); }
 MFnAttribute::DisconnectBehavior MFnAttribute::disconnectBehavior(MStatus* status) const {
   const auto attr = Asked(fObject, status);
@@ -107,19 +152,29 @@ MStatus MFnTypedAttribute::setDefault(const MObject& value) {
   return attr ? (attr->fallbackData = As<Data>(value), MS::kSuccess) : MS::kFailure;
 }
 MObject MFnNumericAttribute::create(const MString& name, const MString& brief, MFnNumericData::Type type, double value, MStatus* status) {
-  using D = MFnNumericData;
-  const bool three = type == D::k3Short || type == D::k3Int || type == D::k3Float || type == D::k3Double, two = type == D::k2Float || type == D::k2Double;
-  const MFn::Type fn = type == D::k3Float ? MFn::kAttribute3Float : three ? MFn::kAttribute3Double : two ? MFn::kAttribute2Double : MFn::kNumericAttribute;
-  fObject = New(fn, name, brief, type, value, status);
-  const int part = type == D::k3Float || type == D::k2Float ? D::kFloat : type == D::k3Int ? D::kInt : type == D::k3Short ? D::kShort : D::kDouble;
-  if (!fObject.isNull() && (three || two)) Children(fObject, part, three ? "012" : "01", name, brief);
+  fObject = New(NumericAttr(type), name, brief, type, value, status);
+  const auto [count, part] = PartsOf(type);
+  if (!fObject.isNull() && count > 1) {
+    Children(fObject, part, std::string("0123").substr(0, std::size_t(count)).c_str(), name, brief);
+    for (const AttrPtr& child : As<Attr>(fObject)->children) child->fallback = value;
+  }
   return fObject;
 }
+MObject MFnNumericAttribute::createAddr(const MString& name, const MString& brief, MStatus* status) {
+  return create(name, brief, MFnNumericData::kAddr, 0, status);
+}
 MObject MFnNumericAttribute::create(const MString& name, const MString& brief, const MObject& a, const MObject& b, const MObject& c, MStatus* status) {
-  fObject = New(c.isNull() ? MFn::kAttribute2Double : MFn::kAttribute3Double, name, brief, c.isNull() ? MFnNumericData::k2Double : MFnNumericData::k3Double, 0,
-                status);
+  const auto first = As<Attr>(a);
+  if (!first) return Ok(status, false), fObject = MObject();
+  using D = MFnNumericData;
+  const int count = 1 + !b.isNull() + !c.isNull();
+  // Of angles, lengths and other numbers that are no singles, the whole is of doubles.
+  int type = count == 3 ? D::k3Double : count == 2 ? D::k2Double : first->subtype;
+  for (const int one : {D::k2Short, D::k3Short, D::k2Int, D::k3Int, D::k2Float, D::k3Float})
+    if (first->type == MFn::kNumericAttribute && PartsOf(one) == std::pair(count, first->subtype)) type = one;
+  fObject = New(NumericAttr(type), name, brief, type, 0, status);
   for (const MObject* child : {&a, &b, &c})
-    if (!fObject.isNull() && !child->isNull()) AddChildAttr(*As<Attr>(fObject), As<Attr>(*child));
+    if (!fObject.isNull() && As<Attr>(*child)) AddChildAttr(*As<Attr>(fObject), As<Attr>(*child));
   return fObject;
 }
 MObject MFnNumericAttribute::createColor(const MString& name, const MString& brief, MStatus* status) {
@@ -156,12 +211,41 @@ MStatus Bounds(const MObject& object, const std::optional<double> Attr::*which, 
 }
 }  // namespace
 MStatus MFnNumericAttribute::setDefault(double value) { return Default(fObject, value); }
-MStatus MFnNumericAttribute::setDefault(double a, double b, double c) {
+MStatus MFnNumericAttribute::Each(int what, const std::vector<double>& values) {
   const auto attr = As<Attr>(fObject);
-  if (!attr || attr->children.size() != 3) return MS::kFailure;
-  return attr->children[0]->fallback = a, attr->children[1]->fallback = b, attr->children[2]->fallback = c, MS::kSuccess;
+  if (!attr || attr->children.size() != values.size()) return MS::kFailure;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    Attr& child = *attr->children[i];
+    what == 0 ? void(child.fallback = values[i]) : void((what == 1 ? child.min : child.max) = values[i]);
+  }
+  return MS::kSuccess;
 }
-MStatus MFnNumericAttribute::getDefault(double& value) const { return As<Attr>(fObject) ? (value = As<Attr>(fObject)->fallback, MS::kSuccess) : MS::kFailure; }
+namespace {
+template <class N>
+MStatus DefaultOf(const MObject& object, N& value) {
+  const auto attr = As<Attr>(object);
+  return attr ? (value = static_cast<N>(attr->fallback), MS::kSuccess) : MS::kFailure;
+}
+template <class N>
+MStatus DefaultsOf(const MObject& object, N& a, N& b, N& c) {
+  const auto attr = As<Attr>(object);
+  if (!attr || attr->children.size() != 3) return MS::kFailure;
+  return a = N(attr->children[0]->fallback), b = N(attr->children[1]->fallback), c = N(attr->children[2]->fallback), MS::kSuccess;
+}
+}  // namespace
+MStatus MFnNumericAttribute::getDefault(double& value) const { return DefaultOf(fObject, value); }
+MStatus MFnNumericAttribute::getDefault(float& value) const { return DefaultOf(fObject, value); }
+MStatus MFnNumericAttribute::getDefault(int& value) const { return DefaultOf(fObject, value); }
+MStatus MFnNumericAttribute::getDefault(short& value) const { return DefaultOf(fObject, value); }
+MStatus MFnNumericAttribute::getDefault(bool& value) const { return DefaultOf(fObject, value); }
+MStatus MFnNumericAttribute::getDefault(double& a, double& b, double& c) const { return DefaultsOf(fObject, a, b, c); }
+MStatus MFnNumericAttribute::getDefault(float& a, float& b, float& c) const { return DefaultsOf(fObject, a, b, c); }
+MStatus MFnNumericAttribute::setSoftMin(double value) { return Bound(fObject, &Attr::softMin, value); }
+MStatus MFnNumericAttribute::setSoftMax(double value) { return Bound(fObject, &Attr::softMax, value); }
+bool MFnNumericAttribute::hasSoftMin(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->softMin; }
+bool MFnNumericAttribute::hasSoftMax(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->softMax; }
+MStatus MFnNumericAttribute::getSoftMin(double& value) const { return Bounds(fObject, &Attr::softMin, value); }
+MStatus MFnNumericAttribute::getSoftMax(double& value) const { return Bounds(fObject, &Attr::softMax, value); }
 MStatus MFnNumericAttribute::setMin(double value) { return Bound(fObject, &Attr::min, value); }
 MStatus MFnNumericAttribute::setMax(double value) { return Bound(fObject, &Attr::max, value); }
 bool MFnNumericAttribute::hasMin(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->min; }
@@ -186,6 +270,25 @@ MFnUnitAttribute::Type MFnUnitAttribute::unitType(MStatus* status) const {
 }
 MStatus MFnUnitAttribute::setDefault(double value) { return Default(fObject, value); }
 MStatus MFnUnitAttribute::setDefault(const MTime& value) { return Default(fObject, value.as(MTime::kSeconds)); }
+MStatus MFnUnitAttribute::setDefault(const MAngle& value) { return Default(fObject, value.asRadians()); }
+MStatus MFnUnitAttribute::setDefault(const MDistance& value) { return Default(fObject, value.asCentimeters()); }
+MStatus MFnUnitAttribute::getDefault(double& value) const { return DefaultOf(fObject, value); }
+namespace {
+template <class Unit>
+MStatus UnitDefault(const MObject& object, Unit& value, const Unit& made) {
+  return As<Attr>(object) ? (value = made, MS::kSuccess) : MS::kFailure;
+}
+double Fallback(const MObject& object) { return As<Attr>(object) ? As<Attr>(object)->fallback : 0; }
+}  // namespace
+MStatus MFnUnitAttribute::getDefault(MTime& v) const { return UnitDefault(fObject, v, MTime(Fallback(fObject), MTime::kSeconds)); }
+MStatus MFnUnitAttribute::getDefault(MAngle& v) const { return UnitDefault(fObject, v, MAngle(Fallback(fObject))); }
+MStatus MFnUnitAttribute::getDefault(MDistance& v) const { return UnitDefault(fObject, v, MDistance(Fallback(fObject))); }
+MStatus MFnUnitAttribute::setSoftMin(double value) { return Bound(fObject, &Attr::softMin, value); }
+MStatus MFnUnitAttribute::setSoftMax(double value) { return Bound(fObject, &Attr::softMax, value); }
+bool MFnUnitAttribute::hasMin(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->min; }
+bool MFnUnitAttribute::hasMax(MStatus* status) const { return Asked(fObject, status) && As<Attr>(fObject)->max; }
+MStatus MFnUnitAttribute::getMin(double& value) const { return Bounds(fObject, &Attr::min, value); }
+MStatus MFnUnitAttribute::getMax(double& value) const { return Bounds(fObject, &Attr::max, value); }
 MStatus MFnUnitAttribute::setMin(double value) { return Bound(fObject, &Attr::min, value); }
 MStatus MFnUnitAttribute::setMax(double value) { return Bound(fObject, &Attr::max, value); }
 MObject MFnEnumAttribute::create(const MString& name, const MString& brief, short value, MStatus* status) {
@@ -214,12 +317,41 @@ MStatus MFnEnumAttribute::getMax(short& v) const {
   return attr && !attr->fields.empty() ? (v = attr->fields.rbegin()->first, MS::kSuccess) : MS::kFailure;
 }
 MStatus MFnEnumAttribute::setDefault(short value) { return Default(fObject, value); }
+MStatus MFnEnumAttribute::setDefault(const MString& field) {
+  MStatus status;
+  const short i = fieldIndex(field, &status);
+  return status == MS::kSuccess ? setDefault(i) : status;
+}
+MStatus MFnEnumAttribute::getDefault(short& value) const { return DefaultOf(fObject, value); }
+short MFnEnumAttribute::defaultValue(MStatus* status) const { return Asked(fObject, status), static_cast<short>(Fallback(fObject)); }
 MObject MFnMatrixAttribute::create(const MString& name, const MString& brief, Type, MStatus* status) { return create(name, brief, MMatrix(), status); }
 MObject MFnMatrixAttribute::create(const MString& name, const MString& brief, const MMatrix& value, MStatus* status) {
   fObject = New(MFn::kMatrixAttribute, name, brief, MFnData::kMatrix, 0, status);
   if (const auto attr = As<Attr>(fObject)) attr->fallbackData = std::make_shared<Data>(MFn::kMatrixData), attr->fallbackData->matrix = value;
   return fObject;
 }
+MStatus MFnMatrixAttribute::getDefault(MMatrix& value) const {
+  const auto attr = As<Attr>(fObject);
+  return attr && attr->fallbackData ? (value = attr->fallbackData->matrix, MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnMatrixAttribute::setDefault(const MMatrix& value) {
+  const auto attr = As<Attr>(fObject);
+  return attr && attr->fallbackData ? (attr->fallbackData->matrix = value, MS::kSuccess) : MS::kFailure;
+}
+MObject MFnGenericAttribute::create(const MString& name, const MString& brief, MStatus* status) {
+  return fObject = New(MFn::kGenericAttribute, name, brief, MFnData::kAny, 0, status);
+}
+namespace {
+MStatus Accept(const MObject& object, int kind, bool yes) {
+  const auto attr = As<Attr>(object);
+  if (!attr) return MS::kFailure;
+  return yes ? void(attr->accepted.insert(kind)) : void(attr->accepted.erase(kind)), MS::kSuccess;
+}
+}  // namespace
+MStatus MFnGenericAttribute::addAccept(MFnData::Type type) { return Accept(fObject, type, true); }
+MStatus MFnGenericAttribute::addAccept(MFnNumericData::Type type) { return Accept(fObject, -type, true); }
+MStatus MFnGenericAttribute::removeAccept(MFnData::Type type) { return Accept(fObject, type, false); }
+MStatus MFnGenericAttribute::removeAccept(MFnNumericData::Type type) { return Accept(fObject, -type, false); }
 MObject MFnMessageAttribute::create(const MString& name, const MString& brief, MStatus* status) {
   return fObject = New(MFn::kMessageAttribute, name, brief, 0, 0, status);
 }
@@ -229,6 +361,12 @@ MObject MFnCompoundAttribute::create(const MString& name, const MString& brief, 
 MStatus MFnCompoundAttribute::addChild(const MObject& child) {
   const auto attr = As<Attr>(fObject), below = As<Attr>(child);
   return attr && below ? (AddChildAttr(*attr, below), MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnCompoundAttribute::removeChild(const MObject& child) {
+  const auto attr = As<Attr>(fObject), below = As<Attr>(child);
+  if (!attr || !below || below->parent != attr.get()) return MS::kFailure;
+  attr->children.erase(std::find(attr->children.begin(), attr->children.end(), below));
+  return below->parent = nullptr, MS::kSuccess;
 }
 unsigned int MFnCompoundAttribute::numChildren(MStatus* status) const {
   return Asked(fObject, status) ? static_cast<unsigned int>(As<Attr>(fObject)->children.size()) : 0;
@@ -242,10 +380,9 @@ FN_SET(MFnData, MFn::kData)
 FN_SET(MFnNumericData, MFn::kNumericData)
 FN_SET(MFnStringData, MFn::kStringData)
 FN_SET(MFnMatrixData, MFn::kMatrixData)
-FN_SET(MFnStringArrayData, MFn::kStringArrayData)
-FN_SET(MFnDoubleArrayData, MFn::kDoubleArrayData)
-FN_SET(MFnIntArrayData, MFn::kIntArrayData)
 FN_SET(MFnMeshData, MFn::kMeshData)
+FN_SET(MFnNurbsCurveData, MFn::kNurbsCurveData)
+FN_SET(MFnNurbsSurfaceData, MFn::kNurbsSurfaceData)
 #define CREATE(Class, kType, Argument)                            \
   MObject Class::create(const Argument& value, MStatus* status) { \
     fObject = Obj(std::make_shared<Data>(kType));                 \
@@ -255,9 +392,6 @@ FN_SET(MFnMeshData, MFn::kMeshData)
   }
 CREATE(MFnStringData, MFn::kStringData, MString)
 CREATE(MFnMatrixData, MFn::kMatrixData, MMatrix)
-CREATE(MFnStringArrayData, MFn::kStringArrayData, MStringArray)
-CREATE(MFnDoubleArrayData, MFn::kDoubleArrayData, MDoubleArray)
-CREATE(MFnIntArrayData, MFn::kIntArrayData, MIntArray)
 namespace {
 std::shared_ptr<Data> AskedData(const MObject& object, MStatus* status) {
   const auto data = As<Data>(object);
@@ -268,56 +402,90 @@ MString MFnStringData::string(MStatus* status) const { return AskedData(fObject,
 MStatus MFnStringData::set(const MString& text) { return As<Data>(fObject) ? (As<Data>(fObject)->text = text.asChar(), MS::kSuccess) : MS::kFailure; }
 MMatrix MFnMatrixData::matrix(MStatus* status) const { return AskedData(fObject, status) ? As<Data>(fObject)->matrix : MMatrix(); }
 MStatus MFnMatrixData::set(const MMatrix& m) { return As<Data>(fObject) ? (As<Data>(fObject)->matrix = m, MS::kSuccess) : MS::kFailure; }
-MStringArray MFnStringArrayData::array(MStatus* status) const {
-  MStringArray made;
-  if (const auto data = AskedData(fObject, status); data && !Pretends(Wrong::kStringArrays))
-    for (const std::string& text : data->texts) made.append(text.c_str());
-  return made;
-}
-MStatus MFnStringArrayData::set(const MStringArray& array) {
-  const auto data = As<Data>(fObject);
-  if (!data) return MS::kFailure;
-  data->texts.clear();
-  for (const MString& text : array) data->texts.emplace_back(text.asChar());
-  return MS::kSuccess;
-}
 namespace {
-template <class Array, class T>
-Array Numbers(const MObject& object, MStatus* status) {
-  Array made;
-  if (const auto data = AskedData(object, status))
-    for (const double v : data->numbers) made.append(static_cast<T>(v));
-  return made;
+void Unpack(const Data& data, MStringArray& to) {
+  for (const std::string& text : data.texts)
+    if (!Pretends(Wrong::kStringArrays)) to.append(text.c_str());
+}
+void Pack(Data& data, const MStringArray& from) {
+  data.texts.clear();
+  for (const MString& text : from) data.texts.emplace_back(text.asChar());
+}
+/// Numbers of a value in its array.
+template <class T>
+constexpr std::size_t kWide = sizeof(T) / sizeof(double);
+template <class Array>
+void Unpack(const Data& data, Array& to) {
+  using T = std::decay_t<decltype(to[0])>;
+  if constexpr (std::is_arithmetic_v<T>) {
+    for (const double v : data.numbers) to.append(static_cast<T>(v));
+  } else {
+    to.setLength(static_cast<unsigned>(data.numbers.size() / kWide<T>));
+    for (std::size_t i = 0; i < data.numbers.size(); ++i) reinterpret_cast<double*>(&to[unsigned(i / kWide<T>)])[i % kWide<T>] = data.numbers[i];
+  }
 }
 template <class Array>
-MStatus SetNumbers(const MObject& object, const Array& array) {
-  const auto data = As<Data>(object);
-  return data ? (data->numbers.assign(array.begin(), array.end()), MS::kSuccess) : MS::kFailure;
+void Pack(Data& data, const Array& from) {
+  using T = std::decay_t<decltype(from[0])>;
+  data.numbers.clear();
+  for (const T& one : from) {
+    if constexpr (std::is_arithmetic_v<T>)
+      data.numbers.push_back(static_cast<double>(one));
+    else
+      data.numbers.insert(data.numbers.end(), reinterpret_cast<const double*>(&one), reinterpret_cast<const double*>(&one) + kWide<T>);
+  }
 }
 }  // namespace
-MDoubleArray MFnDoubleArrayData::array(MStatus* status) const { return Numbers<MDoubleArray, double>(fObject, status); }
-MStatus MFnDoubleArrayData::set(const MDoubleArray& array) { return SetNumbers(fObject, array); }
-MIntArray MFnIntArrayData::array(MStatus* status) const { return Numbers<MIntArray, int>(fObject, status); }
-MStatus MFnIntArrayData::set(const MIntArray& array) { return SetNumbers(fObject, array); }
-MObject MFnMeshData::create(MStatus* status) {
-  const auto data = std::make_shared<Data>(MFn::kMeshData);
+#define ARRAY_DATA(Class, kType, Array, Item)                                 \
+  FN_SET(Class, kType)                                                        \
+  CREATE(Class, kType, Array)                                                 \
+  Array Class::array(MStatus* status) const {                                 \
+    Array made;                                                               \
+    if (const auto data = AskedData(fObject, status)) Unpack(*data, made);    \
+    return made;                                                              \
+  }                                                                           \
+  MStatus Class::set(const Array& from) {                                     \
+    const auto data = As<Data>(fObject);                                      \
+    return data ? (Pack(*data, from), MS::kSuccess) : MS::kFailure;           \
+  }                                                                           \
+  MStatus Class::set(const Item& item, unsigned int i) {                      \
+    Array all = array();                                                      \
+    return all.set(item, i) == MS::kSuccess ? set(all) : MStatus(MS::kFailure); \
+  }
+ARRAY_DATA(MFnStringArrayData, MFn::kStringArrayData, MStringArray, MString)
+ARRAY_DATA(MFnDoubleArrayData, MFn::kDoubleArrayData, MDoubleArray, double)
+ARRAY_DATA(MFnIntArrayData, MFn::kIntArrayData, MIntArray, int)
+ARRAY_DATA(MFnPointArrayData, MFn::kPointArrayData, MPointArray, MPoint)
+ARRAY_DATA(MFnVectorArrayData, MFn::kVectorArrayData, MVectorArray, MVector)
+ARRAY_DATA(MFnMatrixArrayData, MFn::kMatrixArrayData, MMatrixArray, MMatrix)
+namespace {
+MObject NewShape(MFn::Type type, MStatus* status) {
+  const auto data = std::make_shared<Data>(type);
   data->shape = std::make_shared<Shape>();
-  return Ok(status), fObject = Obj(data);
+  return Ok(status), Obj(data);
 }
+}  // namespace
+MObject MFnMeshData::create(MStatus* status) { return fObject = NewShape(MFn::kMeshData, status); }
+MObject MFnNurbsCurveData::create(MStatus* status) { return fObject = NewShape(MFn::kNurbsCurveData, status); }
+MObject MFnNurbsSurfaceData::create(MStatus* status) { return fObject = NewShape(MFn::kNurbsSurfaceData, status); }
 MObject MFnNumericData::create(Type type, MStatus* status) {
-  const auto data = std::make_shared<Data>(type == k3Float ? MFn::kData3Float : MFn::kData3Double);
-  data->numbers.resize(3);
-  return Ok(status, type == k3Float || type == k3Double), fObject = Obj(data);
+  const auto [count, part] = PartsOf(type);
+  Ok(status, count > 1);
+  if (count < 2) return fObject = MObject();
+  const auto data = std::make_shared<Data>(NumericData(type));
+  data->numbers.resize(std::size_t(count));
+  return fObject = Obj(data);
 }
 MFnNumericData::Type MFnNumericData::numericType(MStatus* status) const {
-  return AskedData(fObject, status) ? fObject.apiType() == MFn::kData3Float ? k3Float : k3Double : kInvalid;
+  if (AskedData(fObject, status))
+    for (int type = kInvalid + 1; type < kLast; ++type)
+      if (PartsOf(type).first > 1 && NumericData(type) == fObject.apiType()) return static_cast<Type>(type);
+  return kInvalid;
 }
-MStatus MFnNumericData::getData(double& a, double& b, double& c) const {
+std::vector<double> MFnNumericData::Numbers() const { return As<Data>(fObject) ? As<Data>(fObject)->numbers : std::vector<double>(); }
+MStatus MFnNumericData::Set(const std::vector<double>& numbers) {
   const auto data = As<Data>(fObject);
-  return data && data->numbers.size() == 3 ? (a = data->numbers[0], b = data->numbers[1], c = data->numbers[2], MS::kSuccess) : MS::kFailure;
-}
-MStatus MFnNumericData::setData(double a, double b, double c) {
-  return As<Data>(fObject) ? (As<Data>(fObject)->numbers = {a, b, c}, MS::kSuccess) : MS::kFailure;
+  return data && data->numbers.size() == numbers.size() ? (data->numbers = numbers, MS::kSuccess) : MS::kFailure;
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -2,18 +2,20 @@
 #include <maya/MArgDatabase.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MPxCommand.h>
+#include <maya/MSceneMessage.h>
 
 #include <algorithm>
 
 #include "Command.h"
 #include "Fn.h"
+#include "Notify.h"
 
 namespace mayahost {
 struct SyntaxState {
   struct Flag {
     std::string brief, full;
     std::vector<MSyntax::MArgType> args;
-    bool multi = false;
+    bool multi = false, queryArgs = false, optional = false;
   };
   std::vector<Flag> flags;
   std::vector<MSyntax::MArgType> args;
@@ -25,6 +27,7 @@ struct ArgState {
   struct Use {
     const SyntaxState::Flag* flag;
     MArgList args;
+    unsigned at = 0;
   };
   std::shared_ptr<SyntaxState> syntax;
   std::vector<Use> uses;
@@ -36,7 +39,7 @@ struct ArgState {
 namespace {
 struct Plugin : Thing {
   Plugin() : Thing(MFn::kPlugin) {}
-  std::string name, path, vendor, version;
+  std::string name, path, vendor, version, api, ui;
 };
 std::map<std::string, std::shared_ptr<Plugin>>& Plugins() {
   static std::map<std::string, std::shared_ptr<Plugin>> plugins;
@@ -73,9 +76,11 @@ bool Parse(ArgState& state, const MArgList& list) {
       else if (syntax.edit && (word == "-e" || word == "-edit"))
         state.edit = true;
       else if (const auto* flag = Flagged(syntax, word)) {
-        state.uses.push_back({flag, {}});
+        const bool again = std::any_of(state.uses.begin(), state.uses.end(), [&](const auto& use) { return use.flag == flag; });
+        if (again && !flag->multi) return Refuse("Flag '" + word + "' is given more than once.");
+        state.uses.push_back({flag, {}, static_cast<unsigned>(i)});
         for (const auto type : flag->args) {
-          if (state.query) break;
+          if (state.query && (!flag->queryArgs || (flag->optional && (i + 1 >= list.words.size() || IsFlag(list.words[i + 1]))))) break;
           if (++i >= list.words.size() || !Suits(list.words[i], type)) return Refuse("Invalid arguments for flag '" + word + "'.");
           state.uses.back().args.words.push_back(list.words[i]);
         }
@@ -122,14 +127,19 @@ bool Load(const std::string& name, EntryPoint initialize, const std::string& pat
   const auto plugin = std::make_shared<Plugin>();
   plugin->name = name, plugin->path = path;
   Plugins()[name] = plugin;
+  NotifyPlugin(MSceneMessage::kBeforePluginLoad, {path});
   const bool good = initialize(MObject(plugin)) == MS::kSuccess;
-  if (!good) Plugins().erase(name);
+  good ? NotifyPlugin(MSceneMessage::kAfterPluginLoad, {path, name}) : void(Plugins().erase(name));
   return good;
 }
 bool Unload(const std::string& name, EntryPoint uninitialize) {
   const auto at = Plugins().find(name);
-  if (at == Plugins().end() || uninitialize(MObject(at->second)) != MS::kSuccess) return false;
-  return Plugins().erase(name) > 0;
+  if (at == Plugins().end()) return false;
+  NotifyPlugin(MSceneMessage::kBeforePluginUnload, {name});
+  if (uninitialize(MObject(at->second)) != MS::kSuccess) return false;
+  const std::string path = at->second->path;
+  Plugins().erase(name);
+  return NotifyPlugin(MSceneMessage::kAfterPluginUnload, {name, path}), true;
 }
 std::vector<std::string> Registered() {
   std::vector<std::string> all;
@@ -150,24 +160,28 @@ MSyntax MPxCommand::syntax() const {
   const auto at = TheState().commands.find(name.asChar());
   return at != TheState().commands.end() && at->second.syntax ? at->second.syntax() : MSyntax();
 }
+MPxCommand::MResultType MPxCommand::currentResultType() {
+  const auto all = [](auto is) { return std::all_of(g_result.begin(), g_result.end(), [&](const std::string& one) { return (MString(one.c_str()).*is)(); }); };
+  return g_result.empty() ? kNoArg : all(&MString::isInt) ? kLong : all(&MString::isDouble) ? kDouble : kString;
+}
+bool MPxCommand::isCurrentResultArray() { return g_result.size() > 1; }
+int MPxCommand::currentIntResult(MStatus* s) { return Ok(s, !g_result.empty()), g_result.empty() ? 0 : MString(g_result[0].c_str()).asInt(); }
+double MPxCommand::currentDoubleResult(MStatus* s) { return Ok(s, !g_result.empty()), g_result.empty() ? 0 : MString(g_result[0].c_str()).asDouble(); }
+MString MPxCommand::currentStringResult(MStatus* s) { return Ok(s, !g_result.empty()), g_result.empty() ? "" : g_result[0].c_str(); }
 void MPxCommand::clearResult() { g_result.clear(); }
 void MPxCommand::setResult(const MString& value) { g_result = {value.asChar()}; }
 void MPxCommand::setResult(int value) { setResult(MString() + value); }
 void MPxCommand::setResult(unsigned int value) { setResult(MString() + value); }
 void MPxCommand::setResult(bool value) { setResult(MString() + int(value)); }
 void MPxCommand::setResult(double value) { setResult(MString() + value); }
-void MPxCommand::setResult(const MIntArray& all) {
-  clearResult();
-  for (const int v : all) appendToResult(v);
-}
-void MPxCommand::setResult(const MDoubleArray& all) {
-  clearResult();
-  for (const double v : all) appendToResult(v);
-}
-void MPxCommand::setResult(const MStringArray& all) {
-  clearResult();
-  for (const MString& v : all) appendToResult(v);
-}
+#define RESULTS(Array)                                                              \
+  void MPxCommand::setResult(const Array& all) { clearResult(), appendToResult(all); } \
+  void MPxCommand::appendToResult(const Array& all) {                               \
+    for (const auto& v : all) appendToResult(v);                                    \
+  }
+RESULTS(MIntArray)
+RESULTS(MDoubleArray)
+RESULTS(MStringArray)
 void MPxCommand::appendToResult(const MString& value) { g_result.emplace_back(value.asChar()); }
 void MPxCommand::appendToResult(int value) { appendToResult(MString() + value); }
 void MPxCommand::appendToResult(double value) { appendToResult(MString() + value); }
@@ -191,12 +205,69 @@ T ArgOf(const MArgList& list, unsigned int i, MStatus* status) {
   const MStatus s = list.get(i, value);
   return status ? void(*status = s) : void(), value;
 }
+/// A number in the user's unit.
+template <class T, class Unit>
+MStatus InUnit(const MArgList& list, unsigned int i, T& value, Unit unit) {
+  double n = 0;
+  const MStatus s = list.get(i, n);
+  return s == MS::kSuccess ? (value = T(n, unit), s) : s;
+}
+template <class T>
+MStatus Several(const MArgList& list, unsigned int& i, T& value, unsigned int count) {
+  T made;
+  for (unsigned int k = 0; k < count; ++k)
+    if (list.get(i + k, made[k]) != MS::kSuccess) return MS::kFailure;
+  return i += count ? count - 1 : 0, value = made, MS::kSuccess;
+}
+/// All that follow and are of the kind.
+template <class Array, class T>
+MStatus Rest(const MArgList& list, unsigned int& i, Array& values) {
+  values.clear();
+  T one{};
+  while (list.get(i, one) == MS::kSuccess && !IsFlag(list.words[i])) values.append(one), ++i;
+  if (values.length()) --i;
+  return St(values.length() > 0);
+}
+template <class T>
+T RestOf(const MArgList& list, unsigned int& i, MStatus* status) {
+  T value;
+  const MStatus s = list.get(i, value);
+  return status ? void(*status = s) : void(), value;
+}
 }  // namespace
+MStatus MArgList::get(unsigned int i, unsigned int& value) const {
+  int n = 0;
+  const MStatus s = get(i, n);
+  return n < 0 ? MStatus(MS::kFailure) : (value = static_cast<unsigned>(n), s);
+}
+MStatus MArgList::get(unsigned int i, MTime& value) const { return InUnit(*this, i, value, MTime::uiUnit()); }
+MStatus MArgList::get(unsigned int i, MAngle& value) const { return InUnit(*this, i, value, MAngle::uiUnit()); }
+MStatus MArgList::get(unsigned int i, MDistance& value) const { return InUnit(*this, i, value, MDistance::uiUnit()); }
+MStatus MArgList::get(unsigned int& i, MVector& value, unsigned int count) const { return Several(*this, i, value, std::min(count, 3u)); }
+MStatus MArgList::get(unsigned int& i, MPoint& value, unsigned int count) const { return Several(*this, i, value, std::min(count, 4u)); }
+MStatus MArgList::get(unsigned int& i, MIntArray& value) const { return Rest<MIntArray, int>(*this, i, value); }
+MStatus MArgList::get(unsigned int& i, MDoubleArray& value) const { return Rest<MDoubleArray, double>(*this, i, value); }
+MStatus MArgList::get(unsigned int& i, MStringArray& value) const { return Rest<MStringArray, MString>(*this, i, value); }
 bool MArgList::asBool(unsigned int i, MStatus* s) const { return ArgOf<bool>(*this, i, s); }
 int MArgList::asInt(unsigned int i, MStatus* s) const { return ArgOf<int>(*this, i, s); }
 double MArgList::asDouble(unsigned int i, MStatus* s) const { return ArgOf<double>(*this, i, s); }
 MString MArgList::asString(unsigned int i, MStatus* s) const { return ArgOf<MString>(*this, i, s); }
-MTime MArgList::asTime(unsigned int i, MStatus* s) const { return {ArgOf<double>(*this, i, s), MTime::uiUnit()}; }
+MTime MArgList::asTime(unsigned int i, MStatus* s) const { return ArgOf<MTime>(*this, i, s); }
+MAngle MArgList::asAngle(unsigned int i, MStatus* s) const { return ArgOf<MAngle>(*this, i, s); }
+MDistance MArgList::asDistance(unsigned int i, MStatus* s) const { return ArgOf<MDistance>(*this, i, s); }
+MVector MArgList::asVector(unsigned int& i, unsigned int count, MStatus* status) const {
+  MVector value;
+  const MStatus s = get(i, value, count);
+  return status ? void(*status = s) : void(), value;
+}
+MPoint MArgList::asPoint(unsigned int& i, unsigned int count, MStatus* status) const {
+  MPoint value;
+  const MStatus s = get(i, value, count);
+  return status ? void(*status = s) : void(), value;
+}
+MIntArray MArgList::asIntArray(unsigned int& i, MStatus* s) const { return RestOf<MIntArray>(*this, i, s); }
+MDoubleArray MArgList::asDoubleArray(unsigned int& i, MStatus* s) const { return RestOf<MDoubleArray>(*this, i, s); }
+MStringArray MArgList::asStringArray(unsigned int& i, MStatus* s) const { return RestOf<MStringArray>(*this, i, s); }
 unsigned int MArgList::flagIndex(const char* brief, const char* full) const {
   const auto same = [](const MString& word, const char* flag) {
     const std::string bare = flag ? flag : "";
@@ -212,10 +283,9 @@ MStatus MArgList::addArg(double value) { return addArg(MString() + value); }
 MSyntax::MSyntax() : state(new SyntaxState) {}
 MStatus MSyntax::addFlag(const char* brief, const char* full, MArgType a1, MArgType a2, MArgType a3, MArgType a4, MArgType a5, MArgType a6) {
   const std::string b = brief ? brief : "", f = full ? full : "";
-  SyntaxState::Flag flag{b.substr(b.find_first_not_of('-') == std::string::npos ? 0 : b.find_first_not_of('-')),
-                         f.substr(f.find_first_not_of('-') == std::string::npos ? 0 : f.find_first_not_of('-')),
-                         {},
-                         false};
+  const auto bare = [](const std::string& text) { return text.substr(std::min(text.find_first_not_of('-'), text.size())); };
+  SyntaxState::Flag flag;
+  flag.brief = bare(b), flag.full = bare(f);
   // Long names have four letters at least, short ones three at most.
   if (flag.full.size() < 2 || flag.brief.empty()) return MS::kInvalidParameter;
   for (const MArgType type : {a1, a2, a3, a4, a5, a6})
@@ -227,6 +297,13 @@ MStatus MSyntax::makeFlagMultiUse(const char* name) {
     if (&flag == Flagged(*state, name)) return flag.multi = true, MS::kSuccess;
   return MS::kInvalidParameter;
 }
+MStatus MSyntax::makeFlagQueryWithFullArgs(const char* name, bool optional) {
+  for (auto& flag : state->flags)
+    if (&flag == Flagged(*state, name)) return flag.queryArgs = true, flag.optional = optional, MS::kSuccess;
+  return MS::kInvalidParameter;
+}
+unsigned int MSyntax::minObjects() const { return state->min; }
+unsigned int MSyntax::maxObjects() const { return state->max; }
 MStatus MSyntax::addArg(MArgType type) { return state->args.push_back(type), MS::kSuccess; }
 void MSyntax::enableQuery(bool on) { state->query = on; }
 void MSyntax::enableEdit(bool on) { state->edit = on; }
@@ -245,10 +322,10 @@ MArgParser::MArgParser(const MSyntax& syntax, const MArgList& args, MStatus* sta
   Ok(status, Parse(*fState, args));
 }
 namespace {
-const ArgState::Use* UseOf(const ArgState& state, const char* name) {
+const ArgState::Use* UseOf(const ArgState& state, const char* name, unsigned nth = 0) {
   const auto* flag = Flagged(*state.syntax, name);
   for (const auto& use : state.uses)
-    if (use.flag == flag && flag) return &use;
+    if (use.flag == flag && flag && nth-- == 0) return &use;
   return nullptr;
 }
 template <class T>
@@ -275,52 +352,50 @@ MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, bool& v) cons
 MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, int& v) const { return FlagArg(*fState, f, i, v); }
 MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, double& v) const { return FlagArg(*fState, f, i, v); }
 MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MString& v) const { return FlagArg(*fState, f, i, v); }
-MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, unsigned int& v) const {
-  int n = 0;
-  const MStatus s = FlagArg(*fState, f, i, n);
-  return v = static_cast<unsigned int>(n), s;
-}
-MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MTime& v) const {
-  double n = 0;
-  const MStatus s = FlagArg(*fState, f, i, n);
-  return v = MTime(n, MTime::uiUnit()), s;
-}
-MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MAngle& v) const {
-  double n = 0;
-  const MStatus s = FlagArg(*fState, f, i, n);
-  return v = MAngle(n, MAngle::uiUnit()), s;
-}
-MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MDistance& v) const {
-  double n = 0;
-  const MStatus s = FlagArg(*fState, f, i, n);
-  return v = MDistance(n, MDistance::uiUnit()), s;
-}
-bool MArgParser::flagArgumentBool(const char* f, unsigned int i, MStatus* s) const {
-  return Asked<bool>([&](bool& v) { return getFlagArgument(f, i, v); }, s);
-}
-int MArgParser::flagArgumentInt(const char* f, unsigned int i, MStatus* s) const {
-  return Asked<int>([&](int& v) { return getFlagArgument(f, i, v); }, s);
-}
-double MArgParser::flagArgumentDouble(const char* f, unsigned int i, MStatus* s) const {
-  return Asked<double>([&](double& v) { return getFlagArgument(f, i, v); }, s);
-}
-MString MArgParser::flagArgumentString(const char* f, unsigned int i, MStatus* s) const {
-  return Asked<MString>([&](MString& v) { return getFlagArgument(f, i, v); }, s);
-}
-MStatus MArgParser::getFlagArgumentList(const char* name, unsigned int nth, MArgList& args) const {
-  const auto* flag = Flagged(*fState->syntax, name);
-  for (const auto& use : fState->uses)
-    if (use.flag == flag && flag && nth-- == 0) return args = use.args, MS::kSuccess;
-  return MS::kInvalidParameter;
-}
+MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, unsigned int& v) const { return FlagArg(*fState, f, i, v); }
+MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MTime& v) const { return FlagArg(*fState, f, i, v); }
+MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MAngle& v) const { return FlagArg(*fState, f, i, v); }
+MStatus MArgParser::getFlagArgument(const char* f, unsigned int i, MDistance& v) const { return FlagArg(*fState, f, i, v); }
 MStatus MArgParser::getCommandArgument(unsigned int i, bool& v) const { return fState->args.get(i, v); }
 MStatus MArgParser::getCommandArgument(unsigned int i, int& v) const { return fState->args.get(i, v); }
 MStatus MArgParser::getCommandArgument(unsigned int i, double& v) const { return fState->args.get(i, v); }
 MStatus MArgParser::getCommandArgument(unsigned int i, MString& v) const { return fState->args.get(i, v); }
-bool MArgParser::commandArgumentBool(unsigned int i, MStatus* s) const { return fState->args.asBool(i, s); }
-int MArgParser::commandArgumentInt(unsigned int i, MStatus* s) const { return fState->args.asInt(i, s); }
-double MArgParser::commandArgumentDouble(unsigned int i, MStatus* s) const { return fState->args.asDouble(i, s); }
-MString MArgParser::commandArgumentString(unsigned int i, MStatus* s) const { return fState->args.asString(i, s); }
+MStatus MArgParser::getCommandArgument(unsigned int i, unsigned int& v) const { return fState->args.get(i, v); }
+MStatus MArgParser::getCommandArgument(unsigned int i, MTime& v) const { return fState->args.get(i, v); }
+MStatus MArgParser::getCommandArgument(unsigned int i, MAngle& v) const { return fState->args.get(i, v); }
+MStatus MArgParser::getCommandArgument(unsigned int i, MDistance& v) const { return fState->args.get(i, v); }
+#define ARGUMENT(Type, Name)                                                                           \
+  Type MArgParser::flagArgument##Name(const char* f, unsigned int i, MStatus* s) const {               \
+    return Asked<Type>([&](Type& v) { return getFlagArgument(f, i, v); }, s);                          \
+  }                                                                                                    \
+  Type MArgParser::commandArgument##Name(unsigned int i, MStatus* s) const {                           \
+    return Asked<Type>([&](Type& v) { return getCommandArgument(i, v); }, s);                          \
+  }
+ARGUMENT(bool, Bool)
+ARGUMENT(int, Int)
+ARGUMENT(double, Double)
+ARGUMENT(MString, String)
+ARGUMENT(MTime, MTime)
+ARGUMENT(MAngle, MAngle)
+ARGUMENT(MDistance, MDistance)
+MStatus MArgParser::getFlagArgumentList(const char* name, unsigned int nth, MArgList& args) const {
+  const auto* use = UseOf(*fState, name, nth);
+  return use ? (args = use->args, MS::kSuccess) : MS::kInvalidParameter;
+}
+MStatus MArgParser::getFlagArgumentPosition(const char* name, unsigned int nth, unsigned int& position) const {
+  const auto* use = UseOf(*fState, name, nth);
+  return use ? (position = use->at, MS::kSuccess) : MS::kInvalidParameter;
+}
+MStatus MArgDatabase::getFlagArgument(const char* flag, unsigned int i, MSelectionList& list) const {
+  MString name;
+  const MStatus s = getFlagArgument(flag, i, name);
+  return s == MS::kSuccess ? list.add(name) : s;
+}
+MStatus MArgDatabase::getCommandArgument(unsigned int i, MSelectionList& list) const {
+  MString name;
+  const MStatus s = getCommandArgument(i, name);
+  return s == MS::kSuccess ? list.add(name) : s;
+}
 MStatus MArgParser::getObjects(MStringArray& names) const {
   names.clear();
   for (const MString& name : fState->objects) names.append(name);
@@ -333,11 +408,11 @@ MStatus MArgDatabase::getObjects(MSelectionList& list) const {
   return St(all);
 }
 
-MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version, const char*, MStatus* status) {
+MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version, const char* api, MStatus* status) {
   fObject = object;
   const auto plugin = As<Plugin>(object);
   Ok(status, plugin != nullptr);
-  if (plugin && plugin->vendor.empty()) plugin->vendor = vendor, plugin->version = version;
+  if (plugin && plugin->vendor.empty()) plugin->vendor = vendor, plugin->version = version, plugin->api = api;
 }
 MFn::Type MFnPlugin::type() const { return MFn::kPlugin; }
 namespace {
@@ -349,6 +424,10 @@ MString PluginText(const MObject& object, std::string Plugin::*which, MStatus* s
 }  // namespace
 MString MFnPlugin::vendor(MStatus* s) const { return PluginText(fObject, &Plugin::vendor, s); }
 MString MFnPlugin::version(MStatus* s) const { return PluginText(fObject, &Plugin::version, s); }
+MString MFnPlugin::apiVersion(MStatus* s) const { return PluginText(fObject, &Plugin::api, s); }
+MStatus MFnPlugin::setVersion(const MString& version) {
+  return As<Plugin>(fObject) ? (As<Plugin>(fObject)->version = version.asChar(), MS::kSuccess) : MS::kFailure;
+}
 MString MFnPlugin::name(MStatus* s) const { return PluginText(fObject, &Plugin::name, s); }
 MString MFnPlugin::loadPath(MStatus* s) const { return PluginText(fObject, &Plugin::path, s); }
 MStatus MFnPlugin::setName(const MString& name, bool) { return As<Plugin>(fObject) ? (As<Plugin>(fObject)->name = name.asChar(), MS::kSuccess) : MS::kFailure; }
@@ -385,6 +464,12 @@ MStatus MFnPlugin::deregisterNode(const MTypeId& id) {
   RemoveType(id.id());
   return MS::kSuccess;
 }
+MStatus MFnPlugin::registerFileTranslator(const MString& name, const char*, MCreatorFunction creator, const char*, const char* options, bool) {
+  auto& translators = TheState().translators;
+  if (!As<Plugin>(fObject) || !creator || translators.count(name.asChar()) || MustFail(name.asChar())) return MS::kFailure;
+  return translators[name.asChar()] = {creator, options ? options : ""}, MS::kSuccess;
+}
+MStatus MFnPlugin::deregisterFileTranslator(const MString& name) { return St(TheState().translators.erase(name.asChar()) > 0); }
 MObject MFnPlugin::findPlugin(const MString& name) { return Plugins().count(name.asChar()) ? MObject(Plugins()[name.asChar()]) : MObject(); }
 bool MFnPlugin::isNodeRegistered(const MString& type) { return FindType(type.asChar()); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,11 +3,13 @@
 #include <maya/MFnCamera.h>
 #include <maya/MFnTransform.h>
 #include <maya/MItDag.h>
+#include <maya/MObjectArray.h>
 
 #include <algorithm>
 #include <cmath>
 
 #include "Fn.h"
+#include "Notify.h"
 
 namespace mayahost {
 bool ToSpace(const MDagPath& path, MSpace::Space space, MMatrix& matrix) {
@@ -69,6 +71,12 @@ bool MDagPath::hasFn(MFn::Type type, MStatus* status) const {
 }
 MFn::Type MDagPath::apiType(MStatus* status) const { return node(status).apiType(); }
 unsigned int MDagPath::length(MStatus* status) const { return Ok(status), static_cast<unsigned int>(nodes.size()); }
+unsigned int MDagPath::pathCount(MStatus* status) const { return Ok(status, !nodes.empty()), !nodes.empty(); }
+MStatus MDagPath::getPath(MDagPath& path, unsigned int i) const { return i < pathCount() ? (path = *this, MS::kSuccess) : MS::kInvalidParameter; }
+bool MDagPath::isTemplated(MStatus* status) const {
+  Ok(status, !nodes.empty());
+  return std::any_of(nodes.begin(), nodes.end(), [](const NodePtr& node) { return GetNumber(*node, "template") != 0; });
+}
 unsigned int MDagPath::childCount(MStatus* status) const {
   Ok(status, !nodes.empty());
   return static_cast<unsigned int>(nodes.empty() ? TheScene().world->children.size() : nodes.back()->children.size());
@@ -204,6 +212,41 @@ MStatus MFnDagNode::removeChild(MObject& child) {
   if (!node || !below || std::find(below->parents.begin(), below->parents.end(), node.get()) == below->parents.end()) return MS::kFailure;
   return St(Reparent(below, node.get(), below->parents.size() > 1 ? nullptr : TheScene().world.get()));
 }
+MStatus MFnDagNode::removeChildAt(unsigned int i) {
+  MObject below = child(i);
+  return below.isNull() ? MStatus(MS::kInvalidParameter) : removeChild(below);
+}
+bool MFnDagNode::inModel(MStatus* status) const { return Need(fObject, status) && NodeOf(fObject)->inScene; }
+bool MFnDagNode::inUnderWorld(MStatus* status) const { return Need(fObject, status), false; }
+bool MFnDagNode::isInstanceable(MStatus* status) const { return Need(fObject, status) != nullptr; }
+namespace {
+MBoundingBox BoxOf(Node& node) {
+  MBoundingBox box;
+  if (const ShapePtr shape = ShapeOf(node)) {
+    for (std::size_t i = 0; i + 2 < shape->points.size(); i += 3) box.expand(MPoint(shape->points[i], shape->points[i + 1], shape->points[i + 2]));
+    for (const MPoint& cv : shape->cvs) box.expand(cv);
+  }
+  if (node.info->IsA("locator")) {
+    const MVector p(GetNumber(node, "localPositionX"), GetNumber(node, "localPositionY"), GetNumber(node, "localPositionZ"));
+    const MVector s(GetNumber(node, "localScaleX"), GetNumber(node, "localScaleY"), GetNumber(node, "localScaleZ"));
+    box.expand(MPoint(p - s)), box.expand(MPoint(p + s));
+  }
+  for (const NodePtr& child : node.children) box.expand(BoxOf(*child));
+  if (node.info->IsA("transform")) box.transformUsing(LocalMatrix(node));
+  return box;
+}
+}  // namespace
+MBoundingBox MFnDagNode::boundingBox(MStatus* status) const {
+  const NodePtr node = Need(fObject, status);
+  return node ? BoxOf(*node) : MBoundingBox();
+}
+MStatus MFnDagNode::getConnectedSetsAndMembers(unsigned int, MObjectArray& sets, MObjectArray& components, bool renderable) const {
+  sets.clear(), components.clear();
+  for (const auto& [serial, set] : TheScene().nodes)
+    for (const auto& member : set->members)
+      if (member.node == fObject && (!renderable || set->info->IsA("shadingEngine"))) sets.append(Obj(set)), components.append(MObject());
+  return St(!fObject.isNull());
+}
 MObject MFnDagNode::dagRoot(MStatus* status) const { return Ok(status), Obj(TheScene().world); }
 bool MFnDagNode::hasParent(const MObject& other, MStatus* status) const {
   const NodePtr node = Need(fObject, status), above = NodeOf(other);
@@ -231,6 +274,7 @@ NodePtr Duplicate(const NodePtr& node, Node* parent) {
   copy->flags = node->flags;
   copy->shape = ShapeOf(*node);
   if (node->curve) copy->curve = std::make_unique<Curve>(*node->curve);
+  if (copy->user && node->user) copy->user->copyInternalData(node->user.get());
   AddNode(copy, parent);
   for (const NodePtr& child : node->children) Duplicate(child, copy.get());
   return copy;
@@ -239,7 +283,11 @@ NodePtr Duplicate(const NodePtr& node, Node* parent) {
 MObject MFnDagNode::duplicate(bool instance, bool, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   if (!node || node->parents.empty()) return {};
-  if (!instance) return Obj(Duplicate(node, node->parents[0]));
+  if (!instance) {
+    NotifyDuplicate(true);
+    const MObject made = Obj(Duplicate(node, node->parents[0]));
+    return NotifyDuplicate(false), made;
+  }
   const NodePtr made = MakeNode(FindType("transform"), Short(node->name));
   AddNode(made, node->parents[0]);
   made->values = node->values;
@@ -297,6 +345,7 @@ bool MItDag::Fits() const {
 void MItDag::Advance() {
   const Step now = fOpen.front();
   fOpen.erase(fOpen.begin());
+  if (std::exchange(fPruned, false)) return;
   const auto& children = now.path.nodes.empty() ? TheScene().world->children : now.path.nodes.back()->children;
   std::size_t at = fType == kBreadthFirst ? fOpen.size() : 0;
   for (const NodePtr& child : children) {
@@ -305,6 +354,11 @@ void MItDag::Advance() {
     fOpen.insert(fOpen.begin() + static_cast<std::ptrdiff_t>(at++), step);
   }
 }
+MStatus MItDag::prune() { return fPruned = true, St(!fOpen.empty()); }
+MStatus MItDag::getAllPaths(MDagPathArray& paths) const { return MDagPath::getAllPathsTo(currentItem(), paths); }
+bool MItDag::isInstanced(bool indirect, MStatus* status) const { return instanceCount(indirect, status) > 1; }
+unsigned int MItDag::instanceCount(bool total, MStatus* status) const { return MFnDagNode(currentItem()).instanceCount(total, status); }
+bool MItDag::willTraverseUnderWorld(MStatus* status) const { return Ok(status), fUnderWorld; }
 MStatus MItDag::next() {
   do Advance();
   while (!fOpen.empty() && !Fits());

@@ -1,5 +1,6 @@
 // Scenes as text, and what is done with files.
 #include <maya/MFileIO.h>
+#include <maya/MPxFileTranslator.h>
 #include <maya/MSceneMessage.h>
 
 #include <algorithm>
@@ -59,13 +60,17 @@ std::string DataText(const Data& data) {
     return text;
   }
   if (data.type == MFn::kMatrixData) return " matrix" + Joined(std::vector<double>(&data.matrix.matrix[0][0], &data.matrix.matrix[0][0] + 16));
-  return (data.type == MFn::kIntArrayData ? " ints" : " numbers") + Joined(data.numbers);
+  static const std::map<MFn::Type, const char*> kKinds = {
+      {MFn::kIntArrayData, " ints"}, {MFn::kPointArrayData, " places"}, {MFn::kVectorArrayData, " vectors"}, {MFn::kMatrixArrayData, " matrices"}};
+  return (kKinds.count(data.type) ? kKinds.at(data.type) : " numbers") + Joined(data.numbers);
 }
 void WriteValues(std::ostream& out, Node& node) {
   for (const AttrPtr& attr : AllAttrs(node)) {
     for (auto at = node.values.lower_bound({attr.get(), {}}); at != node.values.end() && at->first.first == attr.get(); ++at) {
       const PlugRef plug{&node, attr.get(), at->first.second};
       if (!attr->Is(kStorable) || InputOf(plug) || attr->computed) continue;
+      bool save = true;
+      if (node.user && node.user->shouldSave(MPlug(plug), save) == MStatus::kSuccess && !save) continue;
       const bool whole = attr->parent && InputOf({&node, attr->parent, plug.idx});
       if (whole || (attr->IsData() ? !at->second.data || at->second.data->shape : at->second.number == attr->fallback)) continue;
       out << "set " << Quoted(PlugName(plug, true)) << (attr->IsData() ? DataText(*at->second.data) : " number " + Text(at->second.number)) << "\n";
@@ -76,10 +81,18 @@ void WriteValues(std::ostream& out, Node& node) {
 }
 void WriteShape(std::ostream& out, const Shape& s) {
   out << "points" << Joined(s.points) << "\ncounts" << Joined(s.counts) << "\nconnects" << Joined(s.connects) << "\n";
+  if (!s.u.empty()) out << "u" << Joined(s.u) << "\nv" << Joined(s.v) << "\nuvs" << Joined(s.uvs) << "\n";
   if (s.cvs.empty()) return;
   out << "cvs";
   for (const MPoint& p : s.cvs) out << " " << Text(p.x) << " " << Text(p.y) << " " << Text(p.z);
-  out << "\nknots" << Joined(s.knots) << "\nvknots" << Joined(s.vKnots) << "\nform " << s.degree << " " << s.form << "\n";
+  out << "\nknots" << Joined(s.knots) << "\nvknots" << Joined(s.vKnots) << "\nform " << s.degree << " " << s.form << " " << s.vDegree << " " << s.vForm << "\n";
+}
+void WriteAttr(std::ostream& out, const Attr& attr) {
+  out << "attr " << attr.name << " " << attr.brief << " " << attr.type << " " << attr.subtype << " " << attr.flags << " " << Text(attr.fallback) << " "
+      << (attr.parent ? attr.parent->name : "-") << " " << (attr.min ? Text(*attr.min) : "-") << " " << (attr.max ? Text(*attr.max) : "-");
+  for (const auto& [i, field] : attr.fields) out << " " << i << " " << Quoted(field);
+  out << "\n";
+  for (const AttrPtr& child : attr.children) WriteAttr(out, *child);
 }
 void WriteNode(std::ostream& out, Node& node) {
   if (!node.raw.empty()) {
@@ -89,9 +102,7 @@ void WriteNode(std::ostream& out, Node& node) {
   const std::string above = node.parents.empty() || node.parents[0] == TheScene().world.get() ? "\"\"" : Of(node.parents[0]->Ptr());
   out << "node " << node.info->name << " " << Quoted(node.name) << " " << above << (node.isDefault ? " default" : "") << (node.locked ? " locked" : "") << "\n";
   for (const AttrPtr& attr : node.dynamic) {
-    if (attr->parent) continue;
-    out << "attr " << attr->name << " " << attr->brief << " " << attr->type << " " << attr->subtype << " " << attr->flags << " " << Text(attr->fallback)
-        << "\n";
+    WriteAttr(out, *attr);
   }
   WriteValues(out, node);
   if (node.shape && node.IsDag()) WriteShape(out, *node.shape);
@@ -99,7 +110,7 @@ void WriteNode(std::ostream& out, Node& node) {
   out << "curve " << node.curve->pre << " " << node.curve->post << " " << node.curve->weighted << "\n";
   for (const Key& k : node.curve->keys)
     out << "key " << k.ticks << " " << Text(k.value) << " " << k.type[0] << " " << k.type[1] << " " << Text(k.x[0]) << " " << Text(k.y[0]) << " "
-        << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << "\n";
+        << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << " " << k.weightTied << " " << k.breakdown << "\n";
 }
 void WriteTies(std::ostream& out, Node& node) {
   out << node.rawTies;
@@ -197,15 +208,15 @@ struct Reader {
     std::vector<double> numbers;
     for (std::size_t i = 3; i < w.size(); ++i) numbers.push_back(Number(w[i]));
     if (w[2] == "number") return plug.node->values[plug.Key()] = {numbers.at(0), nullptr}, true;
-    const auto data = std::make_shared<Data>(w[2] == "text"     ? MFn::kStringData
-                                             : w[2] == "texts"  ? MFn::kStringArrayData
-                                             : w[2] == "matrix" ? MFn::kMatrixData
-                                             : w[2] == "ints"   ? MFn::kIntArrayData
-                                                                : MFn::kDoubleArrayData);
+    static const std::map<std::string, MFn::Type> kKinds = {{"text", MFn::kStringData},         {"texts", MFn::kStringArrayData},
+                                                            {"matrix", MFn::kMatrixData},       {"ints", MFn::kIntArrayData},
+                                                            {"numbers", MFn::kDoubleArrayData}, {"places", MFn::kPointArrayData},
+                                                            {"vectors", MFn::kVectorArrayData}, {"matrices", MFn::kMatrixArrayData}};
+    const auto data = std::make_shared<Data>(kKinds.at(w[2]));
     if (w[2] == "text" && w.size() > 3) data->text = w[3];
     if (w[2] == "texts") data->texts.assign(w.begin() + 3, w.end());
     if (w[2] == "matrix" && numbers.size() == 16) std::copy(numbers.begin(), numbers.end(), &data->matrix.matrix[0][0]);
-    if (w[2] == "ints" || w[2] == "numbers") data->numbers = numbers;
+    if (w[2] != "text" && w[2] != "texts" && w[2] != "matrix") data->numbers = numbers;
     node->values[plug.Key()] = {0, data};
     return true;
   }
@@ -219,7 +230,11 @@ struct Reader {
     if (w[0] == "knots") shape->knots = n;
     if (w[0] == "vknots") shape->vKnots = n;
     for (std::size_t i = 0; w[0] == "cvs" && i + 2 < n.size(); i += 3) shape->cvs.emplace_back(n[i], n[i + 1], n[i + 2]);
-    if (w[0] == "form" && n.size() == 2) shape->degree = static_cast<int>(n[0]), shape->form = static_cast<int>(n[1]);
+    if (w[0] == "u") shape->u.assign(n.begin(), n.end());
+    if (w[0] == "v") shape->v.assign(n.begin(), n.end());
+    if (w[0] == "uvs") shape->uvs.assign(n.begin(), n.end());
+    if (w[0] == "form" && n.size() == 4)
+      shape->degree = int(n[0]), shape->form = int(n[1]), shape->vDegree = int(n[2]), shape->vForm = int(n[3]);
     return true;
   }
   bool TieLine(const std::vector<std::string>& w, const std::string& line) {
@@ -238,14 +253,15 @@ struct Reader {
     return from.node && to.node && (InputOf(to) || Connect(from, to));
   }
   bool NodeLine(const std::vector<std::string>& w) {
-    if (w[0] == "attr" && w.size() > 6) {
+    if (w[0] == "attr" && w.size() > 9) {
       const AttrPtr attr = MakeAttr(static_cast<MFn::Type>(std::stoi(w[3])), w[1], w[2], std::stoi(w[4]));
       attr->flags = static_cast<unsigned>(std::stoul(w[5])), attr->fallback = Number(w[6]);
-      const bool three = attr->type == MFn::kAttribute3Double || attr->type == MFn::kAttribute3Float;
-      for (const char* end = three ? "012" : ""; *end; ++end)
-        AddChildAttr(*attr, MakeAttr(MFn::kNumericAttribute, w[1] + *end, w[2] + *end,
-                                     attr->type == MFn::kAttribute3Float ? MFnNumericData::kFloat : MFnNumericData::kDouble));
-      return FindAttr(*node, w[1]) || AddAttr(node, attr);
+      if (w.at(8) != "-") attr->min = Number(w[8]);
+      if (w.at(9) != "-") attr->max = Number(w[9]);
+      for (std::size_t i = 10; i + 1 < w.size(); i += 2) attr->fields[static_cast<short>(std::stoi(w[i]))] = w[i + 1];
+      if (FindAttr(*node, w[1])) return true;
+      const AttrPtr above = w[7] != "-" ? FindAttr(*node, w[7]) : nullptr;
+      return above ? (AddChildAttr(*above, attr), true) : AddAttr(node, attr);
     }
     if (w[0] == "set") return SetOne(w);
     if (w[0] == "flags" && w.size() > 2) {
@@ -258,6 +274,7 @@ struct Reader {
       Key k;
       k.ticks = std::stoll(w[1]), k.value = Number(w[2]), k.type[0] = std::stoi(w[3]), k.type[1] = std::stoi(w[4]);
       k.x[0] = Number(w[5]), k.y[0] = Number(w[6]), k.x[1] = Number(w[7]), k.y[1] = Number(w[8]), k.tied = w[9] == "1";
+      if (w.size() > 11) k.weightTied = w[10] == "1", k.breakdown = w[11] == "1";
       return node->curve->keys.push_back(k), true;
     }
     return ShapeLine(w);
@@ -375,8 +392,9 @@ void Reset() {
   ClearScene();
   State& state = TheState();
   const auto commands = state.commands;
+  const auto translators = state.translators;
   state = State();
-  state.commands = commands;
+  state.commands = commands, state.translators = translators;
   const NodePtr world = TheScene().world;
   TheScene().timeUnit = MTime::kFilm, TheScene().lengthUnit = MDistance::kCentimeters, TheScene().angleUnit = MAngle::kDegrees, TheScene().yUp = true;
   MDGContext::fsNormal.makeCurrent();
@@ -391,15 +409,28 @@ bool NewScene() {
   NotifyScene(M::kAfterNew);
   return TheScene().modified = false, true;
 }
-bool OpenScene(const std::string& file) {
+namespace {
+bool IsOwn(const std::string& type) { return type.empty() || type == "mayaAscii" || type == "mayaBinary"; }
+/// By a plug-in's format, if there is one for it; `done` when it was tried.
+bool ByPlugin(const std::string& file, const std::string& type, std::string options, int mode, bool& done) {
+  const bool write = mode >= MPxFileTranslator::kSaveAccessMode;
+  const auto translator = IsOwn(type) && (write || !type.empty()) ? nullptr : TranslatorFor(type, file, write, options);
+  done = translator || !IsOwn(type);
+  if (!translator && done) Say(Spoken::kError, "Unrecognized file type: " + type);
+  return translator && Translate(*translator, file, options, mode);
+}
+}  // namespace
+bool OpenScene(const std::string& file, const std::string& type) {
   if (!AskScene(M::kBeforeOpenCheck)) return false;
   const During now(TheState().opening, file);
   NotifyScene(M::kBeforeOpen);
   std::string text;
+  bool done = false;
   if (!Load(file, text)) return false;
   ClearScene();
   TheScene().file = file;
-  if (!ReadScene(text, "", nullptr, true)) return false;
+  const bool good = ByPlugin(file, type, "", MPxFileTranslator::kOpenAccessMode, done);
+  if (done ? !good : !ReadScene(text, "", nullptr, true)) return false;
   NotifyScene(M::kSceneUpdate);
   NotifyScene(M::kAfterOpen);
   return TheScene().modified = false, true;
@@ -423,20 +454,23 @@ bool SaveScene(const std::string& file) {
   NotifyScene(Pretends(Wrong::kCallbackOrder) ? M::kBeforeSave : M::kAfterSave);
   return true;
 }
-bool ExportScene(const std::string& file, bool selected) {
+bool ExportScene(const std::string& file, bool selected, const std::string& type, const std::string& options) {
   const During now(TheState().writing, file);
   NotifyScene(M::kBeforeExport);
   std::vector<NodePtr> only;
   for (const auto& item : TheScene().selection.items) only.push_back(NodeOf(item.node));
-  const bool good = Write(file, WriteScene(false, selected ? &only : nullptr));
+  bool done = false;
+  bool good = ByPlugin(file, type, options, selected ? MPxFileTranslator::kExportActiveAccessMode : MPxFileTranslator::kExportAccessMode, done);
+  if (!done) good = Write(file, WriteScene(false, selected ? &only : nullptr));
   NotifyScene(M::kAfterExport);
   return good;
 }
-bool ImportScene(const std::string& file, const std::string& space) {
+bool ImportScene(const std::string& file, const std::string& space, const std::string& type, const std::string& options) {
   std::string text;
   const During now(TheState().importing, file);
   NotifyScene(M::kBeforeImport);
-  const bool good = Load(file, text) && ReadScene(text, space, nullptr, false);
+  bool done = false, good = Load(file, text) && ByPlugin(file, type, options, MPxFileTranslator::kImportAccessMode, done);
+  if (!done && !text.empty()) good = ReadScene(text, space, nullptr, false);
   NotifyScene(M::kAfterImport);
   return TheScene().modified = true, good;
 }
@@ -467,6 +501,15 @@ NodePtr ReferenceScene(const std::string& file, const std::string& space) {
     NotifyScene(M::kAfterCreateReference), NotifyScene(M::kAfterCreateReferenceAndRecordEdits);
   return good ? node : nullptr;
 }
+bool ImportReference(const NodePtr& reference) {
+  const Recording none(nullptr);
+  NotifyScene(M::kBeforeImportReference);
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->reference == reference.get()) node->reference = nullptr;
+  DeleteNode(reference, true);
+  NotifyScene(M::kAfterImportReference);
+  return TheScene().modified = true;
+}
 bool RemoveReference(const NodePtr& reference, bool unload) {
   const Recording none(nullptr);
   NotifyScene(unload ? M::kBeforeUnloadReference : M::kBeforeRemoveReference);
@@ -482,12 +525,17 @@ using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 MString MFileIO::currentFile() { return TheScene().file.empty() ? "untitled" : TheScene().file.c_str(); }
 MStatus MFileIO::newFile(bool force) { return St((force || !TheScene().modified) && NewScene()); }
-MStatus MFileIO::open(const MString& file, const char*, bool force, ReferenceMode, bool) {
-  return St((force || !TheScene().modified) && OpenScene(file.asChar()));
+namespace {
+const char* Given(const char* text) { return text ? text : ""; }
+}  // namespace
+MStatus MFileIO::open(const MString& file, const char* type, bool force, ReferenceMode, bool) {
+  return St((force || !TheScene().modified) && OpenScene(file.asChar(), Given(type)));
 }
 MStatus MFileIO::save(bool) { return St(SaveScene(TheScene().file)); }
 MStatus MFileIO::saveAs(const MString& file, const char*, bool) { return St(SaveScene(file.asChar())); }
-MStatus MFileIO::import(const MString& file, const char*, bool, const char* space, bool) { return St(ImportScene(file.asChar(), space ? space : "")); }
+MStatus MFileIO::import(const MString& file, const char* type, bool, const char* space, bool) {
+  return St(ImportScene(file.asChar(), Given(space), Given(type)));
+}
 MStatus MFileIO::reference(const MString& file, bool, bool, const MString& space) { return St(ReferenceScene(file.asChar(), space.asChar()) != nullptr); }
 namespace {
 template <class F>
@@ -501,6 +549,19 @@ std::string FileOf(const NodePtr& reference) {
   return v.data ? v.data->text : "";
 }
 }  // namespace
+MString MFileIO::fileType() { return "mayaAscii"; }
+MStatus MFileIO::getReferences(MStringArray& files) {
+  files.clear();
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->info->name == "reference") files.append(FileOf(node).c_str());
+  return MS::kSuccess;
+}
+MStatus MFileIO::getReferenceNodes(const MString& file, MStringArray& names) {
+  names.clear();
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->reference && file == FileOf(node->reference->Ptr()).c_str()) names.append(NodeName(node).c_str());
+  return St(names.length() > 0);
+}
 MStatus MFileIO::removeReference(const MString& file) {
   return WithReference([&](const NodePtr& n) { return file == FileOf(n).c_str(); }, false);
 }
@@ -511,10 +572,14 @@ MStatus MFileIO::loadReferenceByNode(const MObject& object) {
   const NodePtr node = NodeOf(object);
   return St(node && node->info->name == "reference" && LoadReference(node));
 }
-MStatus MFileIO::exportAll(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), false)); }
-MStatus MFileIO::exportSelected(const MString& file, const char*, bool) { return St(ExportScene(file.asChar(), true)); }
+MStatus MFileIO::exportAll(const MString& file, const char* type, bool) { return St(ExportScene(file.asChar(), false, Given(type))); }
+MStatus MFileIO::exportSelected(const MString& file, const char* type, bool) { return St(ExportScene(file.asChar(), true, Given(type))); }
 MStatus MFileIO::setCurrentFile(const MString& file) { return TheScene().file = file.asChar(), MS::kSuccess; }
 MString MFileIO::beforeOpenFilename() { return TheState().asked.c_str(); }
+MString MFileIO::beforeSaveFilename() { return beforeOpenFilename(); }
+MString MFileIO::beforeImportFilename() { return beforeOpenFilename(); }
+MString MFileIO::beforeExportFilename() { return beforeOpenFilename(); }
+MString MFileIO::beforeReferenceFilename() { return beforeOpenFilename(); }
 bool MFileIO::isReadingFile() { return TheState().reading; }
 bool MFileIO::isWritingFile() { return TheState().writing; }
 bool MFileIO::isOpeningFile() { return TheState().opening; }

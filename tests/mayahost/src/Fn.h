@@ -31,6 +31,9 @@ inline NodePtr Need(const MObject& object, MStatus* status) {
 /// From an object's space to the one that is asked for; false when it can't be told.
 bool ToSpace(const MDagPath& path, MSpace::Space space, MMatrix& matrix);
 /// A new node at its parent; a shape without one gets a transform, which is what is told then.
+/// A mesh's edges, each where it comes first along the faces.
+std::vector<std::pair<int, int>> EdgesOf(const Shape& mesh);
+ShapePtr GeometryOf(const MObject& object);
 NodePtr CreateDag(const NodeType* type, const std::string& name, const MObject& parent, bool add = true);
 PlugRef NumberOf(const NodePtr& node, const char* name);
 }  // namespace mayahost

@@ -20,6 +20,12 @@ State& TheState() {
 void Say(Spoken kind, const std::string& text) {
   static const char* const kKinds[] = {"info", "warning", "error", "status", "box", "shelf"};
   TheState().said.push_back(kKinds[static_cast<int>(kind)] + (": " + text));
+  if (kind <= Spoken::kError) NotifySaid(2 + static_cast<int>(kind), text);
+  if (!TheState().alone) return;
+  if (kind == Spoken::kInfo)
+    std::cout << text << std::endl;
+  else
+    std::cerr << (kind == Spoken::kWarning ? "Warning: " : kind == Spoken::kError ? "Error: " : "") << text << std::endl;
 }
 bool MustFail(const std::string& name) { return TheState().failing.erase(name) > 0; }
 std::vector<std::string>& Said() { return TheState().said; }

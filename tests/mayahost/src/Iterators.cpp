@@ -1,6 +1,8 @@
 // Iterators over meshes and along connections.
 #include <maya/MFnDependencyNode.h>
 #include <maya/MItDependencyGraph.h>
+#include <maya/MItMeshEdge.h>
+#include <maya/MItMeshFaceVertex.h>
 #include <maya/MItMeshPolygon.h>
 #include <maya/MItMeshVertex.h>
 
@@ -53,6 +55,155 @@ MStatus MItMeshPolygon::getTriangles(MPointArray& points, MIntArray& vertices, M
   return St(!isDone());
 }
 
+MStatus MItMeshPolygon::getNormal(unsigned int i, MVector& normal, MSpace::Space space) const {
+  return fMesh.getFaceVertexNormal(fAt, vertexIndex(int(i)), normal, space);
+}
+MStatus MItMeshPolygon::getNormals(MVectorArray& normals, MSpace::Space space) const {
+  MFloatVectorArray all;
+  const MStatus s = fMesh.getFaceVertexNormals(fAt, all, space);
+  normals.clear();
+  for (const MFloatVector& n : all) normals.append(MVector(n));
+  return s;
+}
+namespace {
+/// Edges between neighbouring corners of a face.
+MIntArray EdgesAround(const MObject& mesh, const MIntArray& corners) {
+  MIntArray found;
+  const auto edges = EdgesOf(*GeometryOf(mesh));
+  for (unsigned k = 0; k < corners.length(); ++k) {
+    const int a = corners[k], b = corners[(k + 1) % corners.length()];
+    for (std::size_t i = 0; i < edges.size(); ++i)
+      if (edges[i] == std::pair(a, b) || edges[i] == std::pair(b, a)) found.append(int(i));
+  }
+  return found;
+}
+/// Faces that have both points next to each other.
+MIntArray FacesAt(const MFnMesh& mesh, int a, int b) {
+  MIntArray faces, v;
+  for (int face = 0; face < mesh.numPolygons(); ++face) {
+    mesh.getPolygonVertices(face, v);
+    for (unsigned k = 0; k < v.length(); ++k) {
+      const int c = v[k], e = v[(k + 1) % v.length()];
+      if ((c == a && e == b) || (c == b && e == a)) faces.append(face);
+    }
+  }
+  return faces;
+}
+}  // namespace
+MStatus MItMeshPolygon::getEdges(MIntArray& edges) const {
+  MIntArray v;
+  const MStatus s = getVertices(v);
+  return s == MS::kSuccess ? (edges = EdgesAround(fMesh.object(), v), s) : s;
+}
+MStatus MItMeshPolygon::getConnectedFaces(MIntArray& faces) const {
+  MIntArray v;
+  const MStatus s = getVertices(v);
+  faces.clear();
+  for (unsigned k = 0; k < v.length(); ++k)
+    for (const int face : FacesAt(fMesh, v[k], v[(k + 1) % v.length()]))
+      if (face != fAt && faces.indexOf(face) < 0) faces.append(face);
+  return s;
+}
+bool MItMeshPolygon::onBoundary(MStatus* status) const {
+  MIntArray v;
+  const MStatus s = getVertices(v);
+  if (status) *status = s;
+  for (unsigned k = 0; k < v.length(); ++k)
+    if (FacesAt(fMesh, v[k], v[(k + 1) % v.length()]).length() < 2) return true;
+  return false;
+}
+bool MItMeshPolygon::hasUVs(MStatus* status) const {
+  int id;
+  return Ok(status, !isDone()), fMesh.getPolygonUVid(fAt, 0, id) == MS::kSuccess;
+}
+MStatus MItMeshPolygon::getUV(int vertex, float2& uv, const MString* set) const { return fMesh.getPolygonUV(fAt, vertex, uv[0], uv[1], set); }
+MStatus MItMeshPolygon::getUVs(MFloatArray& u, MFloatArray& v, const MString* set) const {
+  u.clear(), v.clear();
+  float2 uv = {0, 0};
+  for (unsigned i = 0; i < polygonVertexCount(); ++i) {
+    if (const MStatus s = getUV(int(i), uv, set); s != MS::kSuccess) return s;
+    u.append(uv[0]), v.append(uv[1]);
+  }
+  return St(!isDone());
+}
+MStatus MItMeshPolygon::getUVIndex(int vertex, int& index, const MString* set) const { return fMesh.getPolygonUVid(fAt, vertex, index, set); }
+MStatus MItMeshPolygon::getArea(double& area, MSpace::Space space) const {
+  MPointArray p;
+  MStatus s;
+  getPoints(p, space, &s);
+  MVector sum;
+  for (unsigned i = 2; i < p.length(); ++i) sum += (p[i - 1] - p[0]) ^ (p[i] - p[0]);
+  return area = sum.length() / 2, s;
+}
+MStatus MItMeshPolygon::getTriangle(int t, MPointArray& points, MIntArray& vertices, MSpace::Space space) const {
+  points.clear(), vertices.clear();
+  if (t < 0 || t + 2 >= int(polygonVertexCount())) return MS::kInvalidParameter;
+  for (const int i : {0, t + 1, t + 2}) points.append(point(i, space)), vertices.append(vertexIndex(i));
+  return MS::kSuccess;
+}
+MItMeshEdge::MItMeshEdge(const MObject& mesh, MStatus* status) : fMesh(mesh, status) {}
+MItMeshEdge::MItMeshEdge(const MDagPath& path, const MObject&, MStatus* status) : fMesh(path, status) {}
+bool MItMeshEdge::isDone(MStatus* status) const { return Ok(status), fAt >= fMesh.numEdges(); }
+unsigned int MItMeshEdge::count(MStatus* status) const { return static_cast<unsigned>(fMesh.numEdges(status)); }
+int MItMeshEdge::index(MStatus* status) const { return Ok(status, !isDone()), fAt; }
+int MItMeshEdge::index(int i, MStatus* status) const {
+  int2 ends = {-1, -1};
+  const MStatus s = fMesh.getEdgeVertices(fAt, ends);
+  return status ? void(*status = s) : void(), ends[i != 0];
+}
+MStatus MItMeshEdge::setIndex(int i, int& previous) { return previous = fAt, fAt = i, St(!isDone()); }
+MPoint MItMeshEdge::point(int i, MSpace::Space space, MStatus* status) const {
+  MPoint p;
+  const MStatus s = fMesh.getPoint(index(i), p, space);
+  return status ? void(*status = s) : void(), p;
+}
+MPoint MItMeshEdge::center(MSpace::Space space, MStatus* status) const {
+  const MPoint a = point(0, space, status);
+  return a + (point(1, space) - a) * 0.5;
+}
+MStatus MItMeshEdge::getLength(double& length, MSpace::Space space) const {
+  MStatus s;
+  return length = point(0, space, &s).distanceTo(point(1, space)), s;
+}
+bool MItMeshEdge::isSmooth(MStatus* status) const { return fMesh.isEdgeSmooth(fAt, status); }
+bool MItMeshEdge::onBoundary(MStatus* status) const {
+  MIntArray faces;
+  return getConnectedFaces(faces, status) < 2;
+}
+int MItMeshEdge::getConnectedFaces(MIntArray& faces, MStatus* status) const {
+  faces = FacesAt(fMesh, index(0, status), index(1));
+  return static_cast<int>(faces.length());
+}
+MStatus MItMeshEdge::numConnectedFaces(int& count) const {
+  MIntArray faces;
+  return count = getConnectedFaces(faces), St(!isDone());
+}
+MStatus MItMeshFaceVertex::next() {
+  if (++fCorner >= int(fFace.polygonVertexCount())) fCorner = 0, fFace.next();
+  return MS::kSuccess;
+}
+int MItMeshFaceVertex::faceVertId(MStatus* status) const { return Ok(status, !isDone()), fCorner; }
+
+MStatus MItMeshVertex::getConnectedEdges(MIntArray& found) const {
+  found.clear();
+  const ShapePtr s = GeometryOf(fMesh.object());
+  const auto edges = s ? EdgesOf(*s) : std::vector<std::pair<int, int>>();
+  for (std::size_t i = 0; i < edges.size(); ++i)
+    if (edges[i].first == fAt || edges[i].second == fAt) found.append(int(i));
+  return St(!isDone());
+}
+MStatus MItMeshVertex::numConnectedEdges(int& count) const {
+  MIntArray edges;
+  const MStatus s = getConnectedEdges(edges);
+  return count = int(edges.length()), s;
+}
+bool MItMeshVertex::onBoundary(MStatus* status) const {
+  int faces = 0, edges = 0;
+  const MStatus s = numConnectedFaces(faces);
+  if (status) *status = s;
+  return numConnectedEdges(edges), edges > faces;
+}
+MStatus MItMeshVertex::translateBy(const MVector& v, MSpace::Space space) { return setPosition(position(space) + v, space); }
 MItMeshVertex::MItMeshVertex(const MObject& mesh, MStatus* status) : fMesh(mesh, status) {}
 MItMeshVertex::MItMeshVertex(const MDagPath& path, const MObject&, MStatus* status) : fMesh(path, status) {}
 bool MItMeshVertex::isDone(MStatus* status) const { return Ok(status), fAt >= fMesh.numVertices(); }

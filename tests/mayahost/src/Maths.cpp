@@ -1,4 +1,7 @@
 // Vectors, matrices and rotations. Points are rows: the first factor acts first.
+#include <maya/MBoundingBox.h>
+#include <maya/MColor.h>
+#include <maya/MFloatMatrix.h>
 #include <maya/MFloatPoint.h>
 #include <maya/MFloatVector.h>
 #include <maya/MMatrix.h>
@@ -11,7 +14,11 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 const MVector MVector::zero(0, 0, 0), MVector::one(1, 1, 1), MVector::xAxis(1, 0, 0), MVector::yAxis(0, 1, 0), MVector::zAxis(0, 0, 1),
     MVector::xNegAxis(-1, 0, 0), MVector::yNegAxis(0, -1, 0), MVector::zNegAxis(0, 0, -1);
+const MFloatVector MFloatVector::zero(0, 0, 0), MFloatVector::one(1, 1, 1), MFloatVector::xAxis(1, 0, 0), MFloatVector::yAxis(0, 1, 0),
+    MFloatVector::zAxis(0, 0, 1), MFloatVector::xNegAxis(-1, 0, 0), MFloatVector::yNegAxis(0, -1, 0), MFloatVector::zNegAxis(0, 0, -1);
 const MPoint MPoint::origin;
+const MFloatPoint MFloatPoint::origin;
+const MColor MColor::kOpaqueBlack;
 const MMatrix MMatrix::identity;
 const MQuaternion MQuaternion::identity;
 const MEulerRotation MEulerRotation::identity;
@@ -20,6 +27,7 @@ const MTransformationMatrix MTransformationMatrix::identity;
 MVector::MVector(const MPoint& p) : x(p.x), y(p.y), z(p.z) {}
 MVector::MVector(const MFloatVector& v) : x(v.x), y(v.y), z(v.z) {}
 MFloatVector::MFloatVector(const MVector& v) : x(float(v.x)), y(float(v.y)), z(float(v.z)) {}
+MFloatVector::MFloatVector(const MFloatPoint& p) : x(p.x), y(p.y), z(p.z) {}
 MPoint::MPoint(const MFloatPoint& p) : x(p.x), y(p.y), z(p.z), w(p.w) {}
 MFloatPoint::MFloatPoint(const MPoint& p) { setCast(p); }
 void MFloatPoint::setCast(const MPoint& p) { x = float(p.x), y = float(p.y), z = float(p.z), w = float(p.w); }
@@ -33,21 +41,37 @@ MPoint MPoint::operator*(const MMatrix& m) const {
   const auto col = [&](int c) { return x * m(0, c) + y * m(1, c) + z * m(2, c) + w * m(3, c); };
   return {col(0), col(1), col(2), col(3)};
 }
-MStatus MPoint::cartesianize() { return x /= w, y /= w, z /= w, w = 1, MStatus::kSuccess; }
+MVector operator*(const MMatrix& m, const MVector& v) { return v * m.transpose(); }
+MPoint operator*(const MMatrix& m, const MPoint& p) { return p * m.transpose(); }
+MFloatVector MFloatVector::operator*(const MFloatMatrix& m) const {
+  const auto col = [&](unsigned c) { return x * m(0, c) + y * m(1, c) + z * m(2, c); };
+  return {col(0), col(1), col(2)};
+}
+MFloatPoint MFloatPoint::operator*(const MFloatMatrix& m) const {
+  const auto col = [&](unsigned c) { return x * m(0, c) + y * m(1, c) + z * m(2, c) + w * m(3, c); };
+  return {col(0), col(1), col(2), col(3)};
+}
+MVector MVector::rotateBy(double xx, double yy, double zz, double ww) const { return rotateBy(MQuaternion(xx, yy, zz, ww)); }
+MVector MVector::rotateBy(Axis axis, double angle) const {
+  return axis == kWaxis ? *this : rotateBy(MQuaternion(angle, axis == kXaxis ? xAxis : axis == kYaxis ? yAxis : zAxis));
+}
+MQuaternion MVector::rotateTo(const MVector& o) const { return MQuaternion(*this, o); }
+MVector MVector::transformAsNormal(const MMatrix& m) const { return *this * m.inverse().transpose(); }
 
 namespace {
-template <class F>
-MMatrix Each(F f) {
-  MMatrix m;
-  for (int r = 0; r < 4; ++r)
-    for (int c = 0; c < 4; ++c) m(r, c) = f(r, c);
+template <class M, class F>
+M Each(F f) {
+  M m;
+  for (unsigned r = 0; r < 4; ++r)
+    for (unsigned c = 0; c < 4; ++c) m(r, c) = f(r, c);
   return m;
 }
-double Minor(const MMatrix& m, int row, int col) {
-  double v[9];
+template <class M>
+auto Minor(const M& m, unsigned row, unsigned col) {
+  decltype(m(0, 0)) v[9];
   int n = 0;
-  for (int r = 0; r < 4; ++r)
-    for (int c = 0; c < 4; ++c)
+  for (unsigned r = 0; r < 4; ++r)
+    for (unsigned c = 0; c < 4; ++c)
       if (r != row && c != col) v[n++] = m(r, c);
   return v[0] * (v[4] * v[8] - v[5] * v[7]) - v[1] * (v[3] * v[8] - v[5] * v[6]) + v[2] * (v[3] * v[7] - v[4] * v[6]);
 }
@@ -66,59 +90,123 @@ MMatrix Moved(const MVector& v) {
 }
 }  // namespace
 
-MMatrix::MMatrix(const double m[4][4]) { std::copy(&m[0][0], &m[0][0] + 16, &matrix[0][0]); }
-MMatrix::MMatrix(const float m[4][4]) { std::copy(&m[0][0], &m[0][0] + 16, &matrix[0][0]); }
-MStatus MMatrix::get(double m[4][4]) const { return std::copy(&matrix[0][0], &matrix[0][0] + 16, &m[0][0]), MStatus::kSuccess; }
-MStatus MMatrix::get(float m[4][4]) const {
-  return std::transform(&matrix[0][0], &matrix[0][0] + 16, &m[0][0], [](double v) { return float(v); }), MStatus::kSuccess;
-}
-MMatrix& MMatrix::setToIdentity() {
-  for (int i = 0; i < 16; ++i) (&matrix[0][0])[i] = i % 5 == 0;
-  return *this;
-}
-MMatrix MMatrix::transpose() const {
-  return Each([&](int r, int c) { return matrix[c][r]; });
-}
-MMatrix MMatrix::operator+(const MMatrix& o) const {
-  return Each([&](int r, int c) { return matrix[r][c] + o(r, c); });
-}
-MMatrix MMatrix::operator-(const MMatrix& o) const {
-  return Each([&](int r, int c) { return matrix[r][c] - o(r, c); });
-}
-MMatrix MMatrix::operator*(double s) const {
-  return Each([&](int r, int c) { return matrix[r][c] * s; });
-}
-MMatrix MMatrix::operator*(const MMatrix& o) const {
-  return Each([&](int r, int c) { return matrix[r][0] * o(0, c) + matrix[r][1] * o(1, c) + matrix[r][2] * o(2, c) + matrix[r][3] * o(3, c); });
-}
-bool MMatrix::operator==(const MMatrix& o) const { return std::equal(&matrix[0][0], &matrix[0][0] + 16, &o.matrix[0][0]); }
-bool MMatrix::isEquivalent(const MMatrix& o, double tolerance) const {
-  return std::equal(&matrix[0][0], &matrix[0][0] + 16, &o.matrix[0][0], [&](double a, double b) { return std::fabs(a - b) <= tolerance; });
-}
-MMatrix MMatrix::adjoint() const {
-  return Each([&](int r, int c) { return Minor(*this, c, r) * ((r + c) % 2 ? -1 : 1); });
-}
-double MMatrix::det4x4() const {
-  double sum = 0;
-  for (int c = 0; c < 4; ++c) sum += matrix[0][c] * Minor(*this, 0, c) * (c % 2 ? -1 : 1);
-  return sum;
-}
-double MMatrix::det3x3() const { return Minor(*this, 3, 3); }
-MMatrix MMatrix::inverse() const {
-  const double det = det4x4();
-  return det == 0 ? *this : adjoint() * (1 / det);
-}
-MMatrix MMatrix::homogenize() const { return MTransformationMatrix(*this).asRotateMatrix(); }
 std::ostream& operator<<(std::ostream& os, const MMatrix& m) {
-  for (int i = 0; i < 16; ++i) os << (i ? i % 4 ? ", " : "],\n [" : "[[") << m(i / 4, i % 4);
+  for (unsigned i = 0; i < 16; ++i) os << (i ? i % 4 ? ", " : "],\n [" : "[[") << m(i / 4, i % 4);
   return os << "]]";
 }
+std::ostream& operator<<(std::ostream& os, const MFloatMatrix& m) { return os << MMatrix(m.matrix); }
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
-MQuaternion::MQuaternion(const MVector& a, const MVector& b) {
+namespace mayahost {
+using V = unsigned;
+template <class M, class T>
+M& MatrixOf<M, T>::setToIdentity() {
+  for (int i = 0; i < 16; ++i) matrix[i / 4][i % 4] = i % 5 == 0;
+  return static_cast<M&>(*this);
+}
+template <class M, class T>
+M MatrixOf<M, T>::transpose() const {
+  return Each<M>([&](V r, V c) { return matrix[c][r]; });
+}
+template <class M, class T>
+M MatrixOf<M, T>::operator+(const M& o) const {
+  return Each<M>([&](V r, V c) { return matrix[r][c] + o(r, c); });
+}
+template <class M, class T>
+M MatrixOf<M, T>::operator-(const M& o) const {
+  return Each<M>([&](V r, V c) { return matrix[r][c] - o(r, c); });
+}
+template <class M, class T>
+M MatrixOf<M, T>::operator*(T s) const {
+  return Each<M>([&](V r, V c) { return matrix[r][c] * s; });
+}
+template <class M, class T>
+M MatrixOf<M, T>::operator*(const M& o) const {
+  return Each<M>([&](V r, V c) { return matrix[r][0] * o(0, c) + matrix[r][1] * o(1, c) + matrix[r][2] * o(2, c) + matrix[r][3] * o(3, c); });
+}
+template <class M, class T>
+bool MatrixOf<M, T>::operator==(const M& o) const {
+  return std::equal(&matrix[0][0], &matrix[0][0] + 16, &o.matrix[0][0]);
+}
+template <class M, class T>
+bool MatrixOf<M, T>::isEquivalent(const M& o, T tolerance) const {
+  return std::equal(&matrix[0][0], &matrix[0][0] + 16, &o.matrix[0][0], [&](T a, T b) { return std::fabs(a - b) <= tolerance; });
+}
+template <class M, class T>
+M MatrixOf<M, T>::adjoint() const {
+  return Each<M>([&](V r, V c) { return Minor(*this, c, r) * ((r + c) % 2 ? -1 : 1); });
+}
+template <class M, class T>
+T MatrixOf<M, T>::det4x4() const {
+  T sum = 0;
+  for (V c = 0; c < 4; ++c) sum += matrix[0][c] * Minor(*this, 0, c) * (c % 2 ? -1 : 1);
+  return sum;
+}
+template <class M, class T>
+T MatrixOf<M, T>::det3x3() const {
+  return Minor(*this, 3, 3);
+}
+template <class M, class T>
+M MatrixOf<M, T>::inverse() const {
+  const T det = det4x4();
+  return det == 0 ? static_cast<const M&>(*this) : adjoint() * (1 / det);
+}
+template <class M, class T>
+M MatrixOf<M, T>::homogenize() const {
+  return M(MTransformationMatrix(MMatrix(matrix)).asRotateMatrix().matrix);
+}
+template class MatrixOf<MMatrix, double>;
+template class MatrixOf<MFloatMatrix, float>;
+}  // namespace mayahost
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+void MBoundingBox::expand(const MPoint& p) {
+  if (fEmpty) fMin = fMax = p;
+  fEmpty = false;
+  for (unsigned i = 0; i < 3; ++i) fMin[i] = std::min(fMin[i], p[i]), fMax[i] = std::max(fMax[i], p[i]);
+}
+void MBoundingBox::expand(const MBoundingBox& box) {
+  if (!box.fEmpty) expand(box.fMin), expand(box.fMax);
+}
+void MBoundingBox::transformUsing(const MMatrix& m) {
+  MBoundingBox moved;
+  for (int i = 0; i < 8 && !fEmpty; ++i) moved.expand(MPoint(i & 1 ? fMax.x : fMin.x, i & 2 ? fMax.y : fMin.y, i & 4 ? fMax.z : fMin.z) * m);
+  *this = moved;
+}
+bool MBoundingBox::contains(const MPoint& p) const { return intersects(MBoundingBox(p, p)); }
+bool MBoundingBox::intersects(const MBoundingBox& o, double tolerance) const {
+  for (unsigned i = 0; i < 3; ++i)
+    if (fMin[i] > o.fMax[i] + tolerance || o.fMin[i] > fMax[i] + tolerance) return false;
+  return !fEmpty && !o.fEmpty;
+}
+MStatus MColor::set(MColorType type, float c1, float c2, float c3, float aa) {
+  if (type == kCMYK) return MStatus::kInvalidParameter;
+  r = c1, g = c2, b = c3, a = aa;
+  if (type == kCMY) r = 1 - c1, g = 1 - c2, b = 1 - c3;
+  // Each channel is a trapezium over the hue's six parts.
+  const auto part = [&](float shift) {
+    const float k = std::fmod(shift + c1 / 60.0F, 6.0F);
+    return c3 - c3 * c2 * std::clamp(std::min(k, 4 - k), 0.0F, 1.0F);
+  };
+  if (type == kHSV) r = part(5), g = part(3), b = part(1);
+  return MStatus::kSuccess;
+}
+MStatus MColor::get(MColorType type, float& c1, float& c2, float& c3) const {
+  const float most = std::max({r, g, b}), span = most - std::min({r, g, b});
+  if (type == kRGB) c1 = r, c2 = g, c3 = b;
+  if (type == kCMY) c1 = 1 - r, c2 = 1 - g, c3 = 1 - b;
+  if (type == kHSV) {
+    const float hue = span == 0 ? 0 : most == r ? (g - b) / span : most == g ? 2 + (b - r) / span : 4 + (r - g) / span;
+    c1 = 60 * (hue < 0 ? hue + 6 : hue), c2 = most == 0 ? 0 : span / most, c3 = most;
+  }
+  return type == kCMYK ? MStatus::kInvalidParameter : MStatus::kSuccess;
+}
+
+MQuaternion::MQuaternion(const MVector& a, const MVector& b, double factor) {
   const MVector u = a.normal(), v = b.normal();
   MVector axis = u ^ v;
   if (axis.length() < 1e-12) axis = std::fabs(u.x) < 0.9 ? u ^ MVector::xAxis : u ^ MVector::yAxis;
-  setToAxisAngle(axis, u.angle(v));
+  setToAxisAngle(axis, factor * u.angle(v));
 }
 MQuaternion& MQuaternion::setToAxisAngle(const MVector& axis, double theta) {
   const MVector n = axis.normal() * std::sin(theta / 2);
@@ -157,6 +245,14 @@ MQuaternion MQuaternion::operator*(const MQuaternion& o) const {
 }
 MQuaternion MQuaternion::inverse() const { return conjugate() * (1 / (x * x + y * y + z * z + w * w)); }
 MQuaternion MQuaternion::normal() const { return *this * (1 / std::sqrt(x * x + y * y + z * z + w * w)); }
+MQuaternion MQuaternion::log() const {
+  const double v = std::sqrt(x * x + y * y + z * z), a = std::atan2(v, w), s = v > 1e-12 ? a / v : 1;
+  return {x * s, y * s, z * s, 0};
+}
+MQuaternion MQuaternion::exp() const {
+  const double a = std::sqrt(x * x + y * y + z * z), s = a > 1e-12 ? std::sin(a) / a : 1;
+  return {x * s, y * s, z * s, std::cos(a)};
+}
 bool MQuaternion::isEquivalent(const MQuaternion& o, double e) const {
   return std::fabs(x - o.x) <= e && std::fabs(y - o.y) <= e && std::fabs(z - o.z) <= e && std::fabs(w - o.w) <= e;
 }
@@ -186,6 +282,23 @@ MEulerRotation MEulerRotation::decompose(const MMatrix& m, RotationOrder o) {
   e[k] = cos > 1e-12 ? std::atan2(sign * m(i, j), m(i, i)) : 0;
   return e;
 }
+std::ostream& operator<<(std::ostream& os, const MEulerRotation& e) {
+  static const char* const kNames[] = {"kXYZ", "kYZX", "kZXY", "kXZY", "kYXZ", "kZYX"};
+  return os << "[" << e.x << ", " << e.y << ", " << e.z << ", " << kNames[e.order] << "]";
+}
+MEulerRotation MEulerRotation::operator+(const MEulerRotation& o) const { return {asVector() + o.reorder(order).asVector(), order}; }
+MEulerRotation MEulerRotation::operator-(const MEulerRotation& o) const { return {asVector() - o.reorder(order).asVector(), order}; }
+MEulerRotation MEulerRotation::operator*(const MEulerRotation& o) const { return decompose(asMatrix() * o.asMatrix(), order); }
+MEulerRotation MEulerRotation::operator*(const MQuaternion& q) const { return decompose(asMatrix() * q.asMatrix(), order); }
+MEulerRotation MEulerRotation::incrementalRotateBy(const MVector& axis, double angle) {
+  return *this = (*this * MQuaternion(angle, axis)).closestSolution(*this);
+}
+MEulerRotation MEulerRotation::bound() const { return closestCut(MEulerRotation()); }
+MEulerRotation MEulerRotation::closestCut(const MEulerRotation& dst) const {
+  MEulerRotation e = *this;
+  for (unsigned i = 0; i < 3; ++i) e[i] += 2 * M_PI * std::round((dst[i] - e[i]) / (2 * M_PI));
+  return e;
+}
 MEulerRotation MEulerRotation::inverse() const { return decompose(asMatrix().transpose(), order); }
 MEulerRotation MEulerRotation::reorder(RotationOrder o) const { return o == order ? *this : decompose(asMatrix(), o); }
 MEulerRotation MEulerRotation::alternateSolution() const {
@@ -197,7 +310,7 @@ MEulerRotation MEulerRotation::alternateSolution() const {
 MEulerRotation MEulerRotation::closestSolution(const MEulerRotation& dst) const {
   const auto near = [&](MEulerRotation e, double& off) {
     off = 0;
-    for (int i = 0; i < 3; ++i) e[i] += 2 * M_PI * std::round((dst[i] - e[i]) / (2 * M_PI)), off += std::fabs(dst[i] - e[i]);
+    for (unsigned i = 0; i < 3; ++i) e[i] += 2 * M_PI * std::round((dst[i] - e[i]) / (2 * M_PI)), off += std::fabs(dst[i] - e[i]);
     return e;
   };
   double a, b;
@@ -264,6 +377,27 @@ MStatus MTransformationMatrix::setRotation(const double rotation[3], RotationOrd
   if (order <= kInvalid || order >= kLast) return MStatus::kInvalidParameter;
   return fRotate.setValue(rotation[0], rotation[1], rotation[2], static_cast<MEulerRotation::RotationOrder>(order - 1));
 }
+MStatus MTransformationMatrix::getRotationQuaternion(double& x, double& y, double& z, double& w, MSpace::Space) const {
+  const MQuaternion q = rotation();
+  return x = q.x, y = q.y, z = q.z, w = q.w, MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::setRotationQuaternion(double x, double y, double z, double w, MSpace::Space) {
+  return rotateTo(MQuaternion(x, y, z, w)), MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::addRotation(const double r[3], RotationOrder order, MSpace::Space space) {
+  if (order <= kInvalid || order >= kLast) return MStatus::kInvalidParameter;
+  return rotateBy(MEulerRotation(r, static_cast<MEulerRotation::RotationOrder>(order - 1)), space), MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::addRotationQuaternion(double x, double y, double z, double w, MSpace::Space space) {
+  return rotateBy(MQuaternion(x, y, z, w), space), MStatus::kSuccess;
+}
+MTransformationMatrix& MTransformationMatrix::rotateBy(const MQuaternion& q, MSpace::Space space) {
+  return rotateTo(space == MSpace::kPreTransform ? q * rotation() : rotation() * q);
+}
+MStatus MTransformationMatrix::addScale(const double s[3], MSpace::Space) {
+  return fScale = MVector(fScale.x * s[0], fScale.y * s[1], fScale.z * s[2]), MStatus::kSuccess;
+}
+MStatus MTransformationMatrix::addShear(const double s[3], MSpace::Space) { return fShear += MVector(s), MStatus::kSuccess; }
 MQuaternion MTransformationMatrix::rotation() const { return fRotate.asQuaternion(); }
 MTransformationMatrix& MTransformationMatrix::rotateTo(const MQuaternion& q) { return fRotate = q, *this; }
 MStatus MTransformationMatrix::reorderRotation(RotationOrder order) {

@@ -8,23 +8,11 @@
 
 #include "Command.h"
 #include "Fn.h"
+#include "Mel.h"
 #include "Modifier.h"
 #include "Notify.h"
 
 namespace mayahost {
-namespace {
-
-using Words = std::vector<std::string>;
-Journal* g_entry = nullptr;  ///< of the line that runs, if it can be undone
-
-struct Args {
-  std::map<std::string, Words> flags;  ///< by short name
-  Words rest;
-  bool bad = false;
-  bool Has(const char* flag) const { return flags.count(flag) > 0; }
-  std::string operator[](const char* flag) const { return Has(flag) && !flags.at(flag).empty() ? flags.at(flag)[0] : ""; }
-};
-/// Flags by a text such as "q/query n/name:1"; what is asked has no values.
 Args Sort(const Words& words, const std::string& known) {
   Args args;
   const bool query = std::any_of(words.begin(), words.end(), [](const std::string& w) { return w == "-q" || w == "-query"; });
@@ -42,9 +30,11 @@ Args Sort(const Words& words, const std::string& known) {
       continue;
     }
     const std::size_t from = padded.rfind(' ', at + (padded[at] == ' ')) + 1, slash = padded.find('/', from), colon = padded.find(':', slash);
-    const int count = colon < padded.find(' ', slash) ? padded[colon + 1] - '0' : 0;
+    const bool counted = colon < padded.find(' ', slash);
+    char* behind = nullptr;
+    const long count = counted ? std::strtol(padded.c_str() + colon + 1, &behind, 10) : 0;
     Words& values = args.flags[padded.substr(from, slash - from)];
-    for (int k = 0; k < count && (!query || padded[colon + 2] == '!') && i + 1 < words.size(); ++k) values.push_back(words[++i]);
+    for (long k = 0; k < count && (!query || *behind == '!') && i + 1 < words.size(); ++k) values.push_back(words[++i]);
   }
   return args;
 }
@@ -56,7 +46,6 @@ std::string Text(double value) {
 bool Fail(const std::string& text) { return Say(Spoken::kError, text), false; }
 bool IsOn(const std::string& word) { return word == "1" || word == "on" || word == "true" || word == "yes"; }
 
-/// Nodes by names; or those selected. Says so of one that isn't there.
 bool Find(const Words& names, std::vector<MSelectionList::Item>& found) {
   if (names.empty()) found = TheScene().selection.items;
   for (const std::string& name : names) {
@@ -82,6 +71,9 @@ std::string NameOf(const MSelectionList::Item& item) { return item.path.nodes.em
 void Selected(const MSelectionList& list) {
   Do([list] { TheScene().selection = list, NotifySelection(); }, [before = TheScene().selection] { TheScene().selection = before, NotifySelection(); });
 }
+
+namespace {
+Journal* g_entry = nullptr;  ///< of the line that runs, if it can be undone
 
 /// A new parent that keeps the place in the world, unless it is to keep the numbers.
 void Move(const MDagPath& path, const NodePtr& to, const MMatrix& above, bool relative) {
@@ -168,6 +160,11 @@ bool SetAttr(const Words& words, Words&) {
   if (args.Has("l")) SetPlugFlag(plug, kLockedPlug, IsOn(args["l"]));
   if (args.Has("k")) SetPlugFlag(plug, kKeyable, IsOn(args["k"]));
   if (args.Has("cb")) SetPlugFlag(plug, kChannelBox, IsOn(args["cb"]));
+  if (plug.attr->type == MFn::kMatrixAttribute && args.rest.size() == 17) {
+    const auto data = std::make_shared<Data>(MFn::kMatrixData);
+    for (unsigned i = 0; i < 16; ++i) data->matrix(i / 4, i % 4) = MString(args.rest[i + 1].c_str()).asDouble();
+    return Put(plug, {0, data}) || Fail("setAttr: The attribute is locked or connected and cannot be modified.");
+  }
   for (std::size_t i = 1; i < args.rest.size(); ++i) {
     const PlugRef one = plug.attr->children.size() >= i ? ChildOf(plug, i - 1) : plug;
     Value value;
@@ -179,11 +176,29 @@ bool SetAttr(const Words& words, Words&) {
   }
   return true;
 }
+std::string TypeText(const Attr& attr) {
+  static const std::map<int, const char*> kNumbers = {
+      {MFnNumericData::kBoolean, "bool"},    {MFnNumericData::kByte, "byte"},       {MFnNumericData::kShort, "short"},     {MFnNumericData::kInt, "long"},
+      {MFnNumericData::kFloat, "float"},     {MFnNumericData::kDouble, "double"},   {MFnNumericData::k3Double, "double3"}, {MFnNumericData::k3Float, "float3"},
+      {MFnNumericData::k2Double, "double2"}, {MFnNumericData::k2Float, "float2"},   {MFnNumericData::k3Int, "long3"},      {MFnNumericData::k2Int, "long2"},
+      {MFnNumericData::k3Short, "short3"},   {MFnNumericData::k2Short, "short2"}};
+  static const std::map<int, const char*> kData = {{MFnData::kString, "string"},       {MFnData::kStringArray, "stringArray"}, {MFnData::kMatrix, "matrix"},
+                                                   {MFnData::kDoubleArray, "doubleArray"}, {MFnData::kIntArray, "Int32Array"},     {MFnData::kMesh, "mesh"},
+                                                   {MFnData::kPointArray, "pointArray"},   {MFnData::kVectorArray, "vectorArray"}, {MFnData::kNurbsCurve, "nurbsCurve"}};
+  if (attr.type == MFn::kUnitAttribute) return attr.subtype == 1 ? "doubleAngle" : attr.subtype == 2 ? "doubleLinear" : "time";
+  if (attr.type == MFn::kEnumAttribute) return "enum";
+  if (attr.type == MFn::kMessageAttribute) return "message";
+  if (attr.type == MFn::kCompoundAttribute) return "TdataCompound";
+  const auto& names = attr.IsData() ? kData : kNumbers;
+  return names.count(attr.subtype) ? names.at(attr.subtype) : "generic";
+}
 bool GetAttr(const Words& words, Words& result) {
   const Args args = Sort(words, "l/lock k/keyable type/type t/time:1 s/size");
   const PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
   if (args.bad || !plug.node) return Fail("getAttr: No object matches name: " + (args.rest.empty() ? "" : args.rest[0]));
   if (args.Has("l") || args.Has("k")) return result = {IsLocked(plug) && args.Has("l") ? "1" : args.Has("k") && PlugFlags(plug) & kKeyable ? "1" : "0"}, true;
+  if (args.Has("type")) return result = {TypeText(*plug.attr)}, true;
+  if (args.Has("s")) return result = {std::to_string(Indices(plug).size())}, true;
   const MDGContext before = args.Has("t") ? MDGContext(MTime(MString(args["t"].c_str()).asDouble(), MTime::uiUnit())).makeCurrent() : MDGContext::current();
   for (std::size_t i = 0; i < std::max<std::size_t>(1, plug.attr->children.size()); ++i) {
     const PlugRef one = plug.attr->children.empty() ? plug : ChildOf(plug, i);
@@ -256,9 +271,14 @@ bool Triangulate(const Words& words, Words& result) {
   return true;
 }
 bool Select(const Words& words, Words&) {
-  const Args args = Sort(words, "r/replace add/add d/deselect tgl/toggle cl/clear ne/noExpand");
+  const Args args = Sort(words, "r/replace add/add d/deselect tgl/toggle cl/clear ne/noExpand hi/hierarchy all/all");
   std::vector<MSelectionList::Item> items;
   if (args.bad || (!args.Has("cl") && !Find(args.rest, items))) return false;
+  for (std::size_t i = 0; args.Has("hi") && i < items.size(); ++i)
+    for (const NodePtr& child : items[i].path.nodes.empty() ? std::vector<NodePtr>() : items[i].path.nodes.back()->children) {
+      MDagPath below = items[i].path;
+      below.nodes.push_back(child), items.push_back({Obj(child), below, {}});
+    }
   MSelectionList list, more;
   if (args.Has("add") || args.Has("d") || args.Has("tgl")) list = TheScene().selection;
   more.items = items;
@@ -266,7 +286,7 @@ bool Select(const Words& words, Words&) {
   return Selected(list), true;
 }
 bool List(const Words& words, Words& result) {
-  const Args args = Sort(words, "sl/selection type/type:1 l/long dag/dag s/shapes tr/transforms");
+  const Args args = Sort(words, "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid");
   std::vector<MSelectionList::Item> items;
   if (args.Has("sl"))
     items = TheScene().selection.items;
@@ -274,14 +294,40 @@ bool List(const Words& words, Words& result) {
     items = Resolve("*");
   for (const std::string& name : args.rest)
     for (const auto& item : Resolve(name)) items.push_back(item);
+  const auto fits = [&](const MSelectionList::Item& item) {
+    const NodePtr node = NodeOf(item.node);
+    if (args.Has("dag") && !node->IsDag()) return false;
+    if (args.Has("as") && (!node->IsDag() || node->parents.empty() || node->parents[0] != TheScene().world.get())) return false;
+    bool any = false, asked = false;
+    for (const auto& [flag, type] : {std::pair("s", "shape"), std::pair("tr", "transform"), std::pair("ca", "camera"), std::pair("g", "controlPoint")})
+      if (args.Has(flag)) asked = true, any |= node->info->IsA(type);
+    for (const std::string& type : args.Has("type") ? args.flags.at("type") : Words()) asked = true, any |= node->info->IsA(type);
+    for (const std::string& type : args.Has("et") ? args.flags.at("et") : Words()) asked = true, any |= node->info->name == type;
+    return any || !asked;
+  };
   for (const auto& item : items)
-    if (!args.Has("type") || NodeOf(item.node)->info->IsA(args["type"]))
-      result.push_back(args.Has("l") && !item.path.nodes.empty() ? PathName(item.path, true) : NameOf(item));
+    if (fits(item))
+      result.push_back(args.Has("uid")                                    ? NodeOf(item.node)->uuid
+                       : !item.plug.isNull()                              ? item.plug.name().asChar()
+                       : args.Has("l") && !item.path.nodes.empty() ? PathName(item.path, true) : NameOf(item));
   return true;
 }
-bool Sets(const Words& words, Words&) {
+bool Sets(const Words& words, Words& result) {
   const Args args = Sort(words, "fe/forceElement:1! add/addElement:1! rm/remove:1! r/renderable n/name:1 nss/noSurfaceShader em/empty");
   std::vector<MSelectionList::Item> items;
+  if (args.Has("q")) {
+    const auto asked = args.rest.empty() ? std::vector<MSelectionList::Item>() : Resolve(args.rest[0]);
+    if (asked.size() != 1) return Fail("sets: no such set.");
+    for (const auto& member : NodeOf(asked[0].node)->members) result.push_back(NameOf(member));
+    return true;
+  }
+  if (!args.Has("fe") && !args.Has("add") && !args.Has("rm")) {
+    const NodePtr made = MakeNode(FindType(args.Has("r") ? "shadingEngine" : "objectSet"), args.Has("n") ? LegalName(args["n"]) : "set1");
+    AddNode(made, nullptr);
+    if (args.bad || (!args.Has("em") && !Find(args.rest, items))) return false;
+    Do([made, items] { made->members = items; }, [made] { made->members.clear(); });
+    return result = {made->name}, true;
+  }
   const std::string name = args.Has("fe") ? args["fe"] : args.Has("add") ? args["add"] : args["rm"];
   const auto sets = Resolve(name);
   if (args.bad || !Find(args.rest, items) || sets.size() != 1) return Fail("sets: no such set.");
@@ -342,6 +388,7 @@ bool HotKeySet(const Words& words, Words& result) {
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.Has("ex") || args.Has("q")) return result = {state.hotKeys.count(name) ? "1" : "0"}, true;
   if (!args.Has("e")) state.hotKeys[name] = state.hotKeys[args.Has("src") ? args["src"] : state.hotKeySet];
+  if (args.Has("e") && args.Has("del")) return name != state.hotKeySet && state.hotKeys.erase(name) > 0;
   if (args.Has("cu") && state.hotKeys.count(name)) state.hotKeySet = name;
   return true;
 }
@@ -358,26 +405,35 @@ bool Confirm(const Words& words, Words& result) {
   return result = {args.Has("db") ? args["db"] : args["b"]}, true;
 }
 
-const std::map<std::string, MTime::Unit> kTimeUnits = {
-    {"hour", MTime::kHours},        {"min", MTime::kMinutes},         {"sec", MTime::kSeconds},       {"millisec", MTime::kMilliseconds},
-    {"game", MTime::kGames},        {"film", MTime::kFilm},           {"pal", MTime::kPALFrame},      {"ntsc", MTime::kNTSCFrame},
-    {"show", MTime::kShowScan},     {"palf", MTime::kPALField},       {"ntscf", MTime::kNTSCField},   {"23.976fps", MTime::k23_976FPS},
-    {"29.97fps", MTime::k29_97FPS}, {"47.952fps", MTime::k47_952FPS}, {"59.94fps", MTime::k59_94FPS}, {"120fps", MTime::k120FPS},
-    {"100fps", MTime::k100FPS},     {"12fps", MTime::k12FPS}};
+/// Time units by their names: those of films, and "12fps" for frames in whole numbers.
+const std::map<std::string, MTime::Unit>& TimeUnits() {
+  static const std::map<std::string, MTime::Unit> kUnits = [] {
+    std::map<std::string, MTime::Unit> units = {
+        {"hour", MTime::kHours},         {"min", MTime::kMinutes},       {"sec", MTime::kSeconds},         {"millisec", MTime::kMilliseconds},
+        {"game", MTime::kGames},         {"film", MTime::kFilm},         {"pal", MTime::kPALFrame},        {"ntsc", MTime::kNTSCFrame},
+        {"show", MTime::kShowScan},      {"palf", MTime::kPALField},     {"ntscf", MTime::kNTSCField},     {"23.976fps", MTime::k23_976FPS},
+        {"29.97fps", MTime::k29_97FPS},  {"29.97df", MTime::k29_97DF},   {"47.952fps", MTime::k47_952FPS}, {"59.94fps", MTime::k59_94FPS},
+        {"44100fps", MTime::k44100FPS}, {"48000fps", MTime::k48000FPS}};
+    for (int unit = MTime::k2FPS; unit <= MTime::k6000FPS; ++unit)
+      units[std::to_string(std::lround(MTime(1, MTime::kSeconds).as(static_cast<MTime::Unit>(unit)))) + "fps"] = static_cast<MTime::Unit>(unit);
+    return units;
+  }();
+  return kUnits;
+}
 const char* const kLengths[] = {"", "in", "ft", "yd", "mi", "mm", "cm", "km", "m"};
 bool CurrentUnit(const Words& words, Words& result) {
   const Args args = Sort(words, "l/linear:1 a/angle:1 t/time:1 ua/updateAnimation:1");
   if (args.bad) return false;
   if (args.Has("q")) {
-    for (const auto& [name, unit] : kTimeUnits)
+    for (const auto& [name, unit] : TimeUnits())
       if (args.Has("t") && unit == MTime::uiUnit()) result = {name};
     if (args.Has("l")) result = {kLengths[MDistance::uiUnit()]};
     if (args.Has("a")) result = {MAngle::uiUnit() == MAngle::kRadians ? "rad" : "deg"};
     return true;
   }
   const auto length = std::find(std::begin(kLengths) + 1, std::end(kLengths), args["l"]);
-  if ((args.Has("t") && !kTimeUnits.count(args["t"])) || (args.Has("l") && length == std::end(kLengths))) return Fail("currentUnit: no such unit.");
-  if (args.Has("t")) MTime::setUIUnit(kTimeUnits.at(args["t"]));
+  if ((args.Has("t") && !TimeUnits().count(args["t"])) || (args.Has("l") && length == std::end(kLengths))) return Fail("currentUnit: no such unit.");
+  if (args.Has("t")) MTime::setUIUnit(TimeUnits().at(args["t"]));
   if (args.Has("l")) MDistance::setUIUnit(static_cast<MDistance::Unit>(length - kLengths));
   if (args.Has("a")) MAngle::setUIUnit(args["a"] == "rad" ? MAngle::kRadians : MAngle::kDegrees);
   return true;
@@ -443,7 +499,7 @@ bool UndoInfo(const Words& words, Words& result) {
 bool File(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-                         "sn/sceneName ns/namespace:1 type/type:1 pr/preserveReferences lr/loadReference ur/unloadReference");
+                         "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference ur/unloadReference ir/importReference");
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.bad) return false;
   if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
@@ -452,13 +508,13 @@ bool File(const Words& words, Words& result) {
   if (args.Has("rn")) TheScene().file = args["rn"];
   if (args.Has("mf")) TheScene().modified = IsOn(args["mf"]);
   if (args.Has("s")) return SaveScene(TheScene().file);
-  if (args.Has("i")) return ImportScene(name, args["ns"]);
-  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"));
-  if (args.Has("rr") || args.Has("ur") || args.Has("lr")) {
+  if (args.Has("i")) return ImportScene(name, args["ns"], args["type"], args["op"]);
+  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"), args["type"], args["op"]);
+  if (args.Has("rr") || args.Has("ur") || args.Has("lr") || args.Has("ir")) {
     for (const auto& item : Resolve("*"))
       if (const NodePtr node = NodeOf(item.node);
           node->info->name == "reference" && Get(NumberOf(node, "fileNames")).data && Get(NumberOf(node, "fileNames")).data->text == name)
-        return args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
+        return args.Has("ir") ? ImportReference(node) : args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
     return Fail("No such reference: " + name);
   }
   if (args.Has("r")) return ReferenceScene(name, args["ns"]) != nullptr;
@@ -522,12 +578,6 @@ bool Exists(const Words& words, Words& result) {
   const bool there = name.find('.') == std::string::npos ? !Resolve(name).empty() : FindPlug(name).node != nullptr;
   return result = {there ? "1" : "0"}, true;
 }
-bool TypeName(const Words& words, Words& result) {
-  const auto found = words.size() > 1 ? Resolve(words[1]) : std::vector<MSelectionList::Item>();
-  return !found.empty() ? (result = {NodeOf(found[0].node)->info->name}, true) : Fail("No such node.");
-}
-
-using Builtin = bool (*)(const Words&, Words&);
 const std::map<std::string, Builtin> kBuiltins = {
     {"parent", Parent},
     {"delete", Delete},
@@ -561,7 +611,6 @@ const std::map<std::string, Builtin> kBuiltins = {
     {"about", About},
     {"optionVar", OptionVar},
     {"objExists", Exists},
-    {"nodeType", TypeName},
     {"undo", [](const Words&, Words&) { return StepBack() || (Say(Spoken::kWarning, "There are no more commands to undo."), true); }},
     {"redo", [](const Words&, Words&) { return StepForward() || (Say(Spoken::kWarning, "There are no more commands to redo."), true); }},
     {"flushUndo", [](const Words&, Words&) { return FlushUndo(), true; }},
@@ -619,6 +668,7 @@ bool RunStatements(const std::string& mel, Journal* journal, Words& result) {
   if (!Split(mel, statements)) return false;
   for (const Words& words : statements) {
     result.clear();
+    NotifyCommand(words[0]);
     Journal* const outer = std::exchange(g_entry, journal);
     bool good = false;
     if (TheState().commands.count(words[0])) {
@@ -626,6 +676,9 @@ bool RunStatements(const std::string& mel, Journal* journal, Words& result) {
     } else if (const auto at = kBuiltins.find(words[0]); at != kBuiltins.end()) {
       const Recording recording(journal);
       good = at->second(words, result);
+    } else if (const auto more = NodeCommands().find(words[0]); more != NodeCommands().end()) {
+      const Recording recording(journal);
+      good = more->second(words, result);
     } else {
       Fail("Cannot find procedure \"" + words[0] + "\".");
     }
@@ -697,6 +750,7 @@ Words RedoQueue() { return Names(TheState().redo); }
 void Idle() {
   Words result;
   for (const std::string& line : std::exchange(TheState().idle, {})) Run(line, false, result);
+  NotifyTimers();
   NotifyEvent("idle");
 }
 void Play(bool on) { on ? MAnimControl::playForward() : MAnimControl::stop(); }

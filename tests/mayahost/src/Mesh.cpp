@@ -1,5 +1,6 @@
 // Function sets of meshes.
 #include <maya/MFnMesh.h>
+#include <maya/MStringArray.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,12 +10,27 @@
 
 using namespace mayahost;
 
-namespace {
-ShapePtr Geometry(const MObject& object) {
+namespace mayahost {
+std::vector<std::pair<int, int>> EdgesOf(const Shape& s) {
+  std::vector<std::pair<int, int>> edges;
+  std::set<std::pair<int, int>> seen;
+  const int* at = s.connects.data();
+  for (const int count : s.counts) {
+    for (int i = 0; i < count; ++i)
+      if (const std::pair<int, int> edge(at[i], at[(i + 1) % count]); seen.insert(std::minmax({edge.first, edge.second})).second) edges.push_back(edge);
+    at += count;
+  }
+  return edges;
+}
+ShapePtr GeometryOf(const MObject& object) {
   if (const auto data = As<Data>(object)) return data->shape;
   const NodePtr node = NodeOf(object);
   return node ? ShapeOf(*node) : nullptr;
 }
+}  // namespace mayahost
+
+namespace {
+ShapePtr Geometry(const MObject& object) { return GeometryOf(object); }
 ShapePtr Asked(const MObject& object, MStatus* status) {
   const ShapePtr shape = Geometry(object);
   return Ok(status, shape != nullptr), shape;
@@ -94,6 +110,23 @@ MObject MFnMesh::create(int nv, int np, const MPointArray& points, const MIntArr
 MObject MFnMesh::create(int nv, int np, const MFloatPointArray& points, const MIntArray& counts, const MIntArray& connects, MObject owner, MStatus* status) {
   return Owned("mesh", Made(nv, np, points, counts, connects), owner, fObject, status);
 }
+namespace {
+template <class Points>
+ShapePtr Textured(int nv, int np, const Points& points, const MIntArray& counts, const MIntArray& connects, const MFloatArray& u, const MFloatArray& v) {
+  const ShapePtr plain = u.length() == v.length() ? Made(nv, np, points, counts, connects) : nullptr;
+  if (!plain) return nullptr;
+  const auto made = std::make_shared<Shape>(*plain);
+  return made->u.assign(u.begin(), u.end()), made->v.assign(v.begin(), v.end()), made;
+}
+}  // namespace
+MObject MFnMesh::create(int nv, int np, const MPointArray& points, const MIntArray& counts, const MIntArray& connects, const MFloatArray& u,
+                        const MFloatArray& v, MObject owner, MStatus* status) {
+  return Owned("mesh", Textured(nv, np, points, counts, connects, u, v), owner, fObject, status);
+}
+MObject MFnMesh::create(int nv, int np, const MFloatPointArray& points, const MIntArray& counts, const MIntArray& connects, const MFloatArray& u,
+                        const MFloatArray& v, MObject owner, MStatus* status) {
+  return Owned("mesh", Textured(nv, np, points, counts, connects, u, v), owner, fObject, status);
+}
 MObject MFnMesh::copy(const MObject& source, MObject owner, MStatus* status) { return Owned("mesh", Geometry(source), owner, fObject, status); }
 MStatus MFnMesh::createInPlace(int nv, int np, const MPointArray& points, const MIntArray& counts, const MIntArray& connects) {
   const ShapePtr shape = Made(nv, np, points, counts, connects);
@@ -102,14 +135,93 @@ MStatus MFnMesh::createInPlace(int nv, int np, const MPointArray& points, const 
 }
 int MFnMesh::numVertices(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->points.size() / 3) : 0; }
 int MFnMesh::numPolygons(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->counts.size()) : 0; }
-int MFnMesh::numEdges(MStatus* status) const {
-  std::set<std::pair<int, int>> edges;
-  for (int i = 0; i < numPolygons(status); ++i) {
-    MIntArray v;
-    getPolygonVertices(i, v);
-    for (unsigned k = 0; k < v.length(); ++k) edges.insert(std::minmax({v[k], v[(k + 1) % v.length()]}));
+int MFnMesh::numEdges(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(EdgesOf(*Geometry(fObject)).size()) : 0; }
+int MFnMesh::numFaceVertices(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->connects.size()) : 0; }
+// All edges are soft: a point has one normal.
+int MFnMesh::numNormals(MStatus* status) const { return numVertices(status); }
+MStatus MFnMesh::getEdgeVertices(int i, int2& vertices) const {
+  const auto edges = Geometry(fObject) ? EdgesOf(*Geometry(fObject)) : std::vector<std::pair<int, int>>();
+  if (i < 0 || std::size_t(i) >= edges.size()) return MS::kInvalidParameter;
+  return vertices[0] = edges[std::size_t(i)].first, vertices[1] = edges[std::size_t(i)].second, MS::kSuccess;
+}
+bool MFnMesh::isEdgeSmooth(int i, MStatus* status) const {
+  int2 vertices;
+  const MStatus s = getEdgeVertices(i, vertices);
+  return status ? void(*status = s) : void(), s == MS::kSuccess;
+}
+namespace {
+/// The geometry, if the set of texture coordinates that is asked for is the one there is.
+ShapePtr WithUVs(const MObject& object, const MString* set) { return set && set->length() && *set != "map1" ? nullptr : Geometry(object); }
+}  // namespace
+int MFnMesh::numUVs(MStatus* status) const { return Asked(fObject, status) ? static_cast<int>(Geometry(fObject)->u.size()) : 0; }
+int MFnMesh::numUVs(const MString& set, MStatus* status) const {
+  const ShapePtr s = WithUVs(fObject, &set);
+  return Ok(status, s != nullptr), s ? static_cast<int>(s->u.size()) : 0;
+}
+int MFnMesh::numUVSets(MStatus* status) const { return Asked(fObject, status) ? 1 : 0; }
+int MFnMesh::numColorSets(MStatus* status) const { return Asked(fObject, status), 0; }
+MStatus MFnMesh::getUVSetNames(MStringArray& names) const { return names = {"map1"}, St(Geometry(fObject) != nullptr); }
+MString MFnMesh::currentUVSetName(MStatus* status, int) const { return Asked(fObject, status) ? "map1" : ""; }
+MStatus MFnMesh::getUVs(MFloatArray& u, MFloatArray& v, const MString* set) const {
+  const ShapePtr s = WithUVs(fObject, set);
+  if (!s) return MS::kFailure;
+  return u = MFloatArray(s->u.data(), unsigned(s->u.size())), v = MFloatArray(s->v.data(), unsigned(s->v.size())), MS::kSuccess;
+}
+MStatus MFnMesh::setUVs(const MFloatArray& u, const MFloatArray& v, const MString* set) {
+  const ShapePtr s = WithUVs(fObject, set);
+  if (!s || u.length() != v.length()) return MS::kFailure;
+  const auto made = std::make_shared<Shape>(*s);
+  made->u.assign(u.begin(), u.end()), made->v.assign(v.begin(), v.end());
+  return Put(fObject, made), MS::kSuccess;
+}
+MStatus MFnMesh::getUV(int i, float& u, float& v, const MString* set) const {
+  const ShapePtr s = WithUVs(fObject, set);
+  if (!s || i < 0 || std::size_t(i) >= s->u.size()) return MS::kInvalidParameter;
+  return u = s->u[std::size_t(i)], v = s->v[std::size_t(i)], MS::kSuccess;
+}
+MStatus MFnMesh::assignUVs(const MIntArray& counts, const MIntArray& ids, const MString* set) {
+  const ShapePtr s = WithUVs(fObject, set);
+  if (!s || counts.length() != s->counts.size()) return MS::kFailure;
+  const auto made = std::make_shared<Shape>(*s);
+  made->uvs.clear();
+  unsigned at = 0;
+  for (unsigned face = 0; face < counts.length(); ++face) {
+    if (counts[face] != 0 && counts[face] != s->counts[face]) return MS::kFailure;
+    for (int k = 0; k < s->counts[face]; ++k) {
+      if (counts[face] && (at >= ids.length() || ids[at] < 0 || std::size_t(ids[at]) >= s->u.size())) return MS::kFailure;
+      made->uvs.push_back(counts[face] ? ids[at++] : -1);
+    }
   }
-  return static_cast<int>(edges.size());
+  return Put(fObject, made), MS::kSuccess;
+}
+MStatus MFnMesh::getAssignedUVs(MIntArray& counts, MIntArray& ids, const MString* set) const {
+  const ShapePtr s = WithUVs(fObject, set);
+  if (!s) return MS::kFailure;
+  counts.clear(), ids.clear();
+  std::size_t at = 0;
+  for (const int count : s->counts) {
+    const bool has = at < s->uvs.size() && s->uvs[at] >= 0;
+    counts.append(has ? count : 0);
+    for (int k = 0; k < count; ++k, ++at)
+      if (has) ids.append(s->uvs[at]);
+  }
+  return MS::kSuccess;
+}
+MStatus MFnMesh::getPolygonUVid(int polygon, int vertex, int& id, const MString* set) const {
+  const ShapePtr s = WithUVs(fObject, set);
+  if (!s || vertex < 0 || vertex >= polygonVertexCount(polygon)) return MS::kInvalidParameter;
+  const std::size_t at = FirstOf(*s, polygon) + std::size_t(vertex);
+  return at < s->uvs.size() && s->uvs[at] >= 0 ? (id = s->uvs[at], MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnMesh::getPolygonUV(int polygon, int vertex, float& u, float& v, const MString* set) const {
+  int id = -1;
+  const MStatus status = getPolygonUVid(polygon, vertex, id, set);
+  return status == MS::kSuccess ? getUV(id, u, v, set) : status;
+}
+MStatus MFnMesh::getPolygonTriangleVertices(int polygon, int triangle, int vertices[3]) const {
+  MIntArray all;
+  if (getPolygonVertices(polygon, all) != MS::kSuccess || triangle < 0 || triangle + 2 >= int(all.length())) return MS::kInvalidParameter;
+  return vertices[0] = all[0], vertices[1] = all[unsigned(triangle) + 1], vertices[2] = all[unsigned(triangle) + 2], MS::kSuccess;
 }
 int MFnMesh::polygonVertexCount(int i, MStatus* status) const {
   const bool has = i >= 0 && i < numPolygons();
@@ -187,6 +299,76 @@ MStatus MFnMesh::getVertexNormals(bool angleWeighted, MFloatVectorArray& normals
   normals.clear();
   for (const MVector& sum : sums) normals.append(MFloatVector(sum.normal()));
   return MS::kSuccess;
+}
+MStatus MFnMesh::setPoints(const MFloatPointArray& points, MSpace::Space space) {
+  MPointArray all;
+  for (const MFloatPoint& p : points) all.append(MPoint(p));
+  return setPoints(all, space);
+}
+MStatus MFnMesh::setPoint(int i, const MPoint& point, MSpace::Space space) {
+  MPointArray all;
+  const MStatus status = getPoints(all, space);
+  return status != MS::kSuccess || i < 0 ? MStatus(MS::kInvalidParameter) : all.set(point, unsigned(i)) == MS::kSuccess ? setPoints(all, space) : MS::kInvalidParameter;
+}
+MStatus MFnMesh::getNormals(MFloatVectorArray& normals, MSpace::Space space) const { return getVertexNormals(true, normals, space); }
+MStatus MFnMesh::getNormalIds(MIntArray& counts, MIntArray& ids) const { return getVertices(counts, ids); }
+MStatus MFnMesh::getVertexNormal(int i, bool angleWeighted, MVector& normal, MSpace::Space space) const {
+  MFloatVectorArray all;
+  if (getVertexNormals(angleWeighted, all, space) != MS::kSuccess || i < 0 || unsigned(i) >= all.length()) return MS::kInvalidParameter;
+  return normal = all[unsigned(i)], MS::kSuccess;
+}
+MStatus MFnMesh::getFaceVertexNormal(int polygon, int vertex, MVector& normal, MSpace::Space space) const {
+  MIntArray corners;
+  if (getPolygonVertices(polygon, corners) != MS::kSuccess || corners.indexOf(vertex) < 0) return MS::kInvalidParameter;
+  return getVertexNormal(vertex, true, normal, space);
+}
+MStatus MFnMesh::getFaceVertexNormals(int polygon, MFloatVectorArray& normals, MSpace::Space space) const {
+  MIntArray corners;
+  MFloatVectorArray all;
+  normals.clear();
+  if (getPolygonVertices(polygon, corners) != MS::kSuccess || getNormals(all, space) != MS::kSuccess) return MS::kInvalidParameter;
+  for (const int corner : corners) normals.append(all[unsigned(corner)]);
+  return MS::kSuccess;
+}
+namespace {
+MPoint NearestOn(const MPoint& p, const MPoint& a, const MPoint& b, const MPoint& c) {
+  const MVector ab = b - a, ac = c - a, n = ab ^ ac;
+  const auto on = [&](const MPoint& from, const MPoint& to) {
+    const MVector way = to - from;
+    return from + way * std::clamp((p - from) * way / std::max(way * way, 1e-300), 0.0, 1.0);
+  };
+  const MPoint flat = p - n * ((p - a) * n / std::max(n * n, 1e-300));
+  if (((b - a) ^ (flat - a)) * n >= 0 && ((c - b) ^ (flat - b)) * n >= 0 && ((a - c) ^ (flat - c)) * n >= 0 && n * n > 0) return flat;
+  MPoint best = on(a, b);
+  for (const MPoint& other : {on(b, c), on(c, a)})
+    if (other.distanceTo(p) < best.distanceTo(p)) best = other;
+  return best;
+}
+}  // namespace
+MStatus MFnMesh::getClosestPoint(const MPoint& to, MPoint& closest, MSpace::Space space, int* polygon, MMeshIsectAccelParams*) const {
+  MMatrix m;
+  const ShapePtr s = Geometry(fObject);
+  if (!s || s->counts.empty() || !ToSpace(fPath, space, m)) return MS::kFailure;
+  double best = -1;
+  EachTriangle(*s, [&](int face, int, int a, int b, int c) {
+    const MPoint p = NearestOn(to, PointOf(*s, a) * m, PointOf(*s, b) * m, PointOf(*s, c) * m);
+    if (best >= 0 && p.distanceTo(to) >= best) return;
+    best = p.distanceTo(to), closest = p;
+    if (polygon) *polygon = face;
+  });
+  return St(best >= 0);
+}
+MStatus MFnMesh::getClosestPointAndNormal(const MPoint& to, MPoint& closest, MVector& normal, MSpace::Space space, int* polygon,
+                                          MMeshIsectAccelParams* params) const {
+  int face = 0;
+  MStatus status = getClosestPoint(to, closest, space, &face, params);
+  if (status == MS::kSuccess) status = getPolygonNormal(face, normal, space);
+  if (polygon) *polygon = face;
+  return status;
+}
+MStatus MFnMesh::getClosestNormal(const MPoint& to, MVector& normal, MSpace::Space space, int* polygon, MMeshIsectAccelParams* params) const {
+  MPoint closest;
+  return getClosestPointAndNormal(to, closest, normal, space, polygon, params);
 }
 MStatus MFnMesh::getConnectedShaders(unsigned int, MObjectArray& shaders, MIntArray& indices) const {
   const NodePtr node = NodeOf(fObject);

@@ -2,7 +2,10 @@
 #include <maya/MFnBase.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MItDependencyNodes.h>
+#include <maya/MObjectArray.h>
 #include <maya/MObjectHandle.h>
+
+#include <algorithm>
 
 #include "Fn.h"
 #include "Notify.h"
@@ -14,10 +17,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 MObject MObject::kNullObj;
 bool MObject::hasFn(MFn::Type type) const { return thing && thing->Has(type); }
 MFn::Type MObject::apiType() const { return thing ? thing->type : MFn::kInvalid; }
-const char* MObject::apiTypeStr() const {
-  const NodePtr node = NodeOf(*this);
-  return node ? node->info->name.c_str() : thing ? "kAttributeOrData" : "kInvalid";
-}
+const char* MObject::apiTypeStr() const { return KindName(apiType()); }
 bool MObjectHandle::isValid() const {
   const auto thing = fThing.lock();
   const auto* node = dynamic_cast<const Node*>(thing.get());
@@ -131,6 +131,34 @@ MPlug MFnDependencyNode::findPlug(const MString& name, bool, MStatus* status) co
   if (status && node && !plug.node) *status = MS::kInvalidParameter;
   return plug.node ? MPlug(plug) : MPlug();
 }
+MFnDependencyNode::MAttrClass MFnDependencyNode::attributeClass(const MObject& attribute, MStatus* status) const {
+  const NodePtr node = Need(fObject, status);
+  const auto attr = As<Attr>(attribute);
+  const bool has = node && attr && FindAttr(*node, attr->name) == attr;
+  return Ok(status, has), !has ? kInvalidAttr : attr->Is(kDynamicAttr) ? kLocalDynamicAttr : kNormalAttr;
+}
+MStatus MFnDependencyNode::getAffectedAttributes(const MObject& attribute, MObjectArray& affected) const {
+  const auto attr = As<Attr>(attribute);
+  affected.clear();
+  for (Attr* one : attr ? attr->affects : std::vector<Attr*>()) affected.append(Obj(one->shared_from_this()));
+  return St(NodeOf(fObject) && attr);
+}
+MStatus MFnDependencyNode::getAffectedByAttributes(const MObject& attribute, MObjectArray& affecting) const {
+  const NodePtr node = NodeOf(fObject);
+  affecting.clear();
+  for (const AttrPtr& one : node ? AllAttrs(*node) : std::vector<AttrPtr>())
+    if (std::any_of(one->affects.begin(), one->affects.end(), [&](const Attr* a) { return a == attribute.thing.get(); })) affecting.append(Obj(one));
+  return St(node && As<Attr>(attribute));
+}
+bool MFnDependencyNode::isNewAttribute(const MObject& attribute, MStatus* status) const { return attributeClass(attribute, status) == kLocalDynamicAttr; }
+bool MFnDependencyNode::hasUniqueName(MStatus* status) const {
+  const NodePtr node = Need(fObject, status);
+  return node && TheScene().byName.count(node->name) == 1;
+}
+MStatus MFnDependencyNode::setUuid(const MUuid& uuid) {
+  const NodePtr node = NodeOf(fObject);
+  return node && uuid.valid() ? (node->uuid = uuid.asString().asChar(), MS::kSuccess) : MS::kFailure;
+}
 MStatus MFnDependencyNode::addAttribute(const MObject& attribute, MAttrClass) {
   const NodePtr node = NodeOf(fObject);
   const auto attr = As<Attr>(attribute);
@@ -173,7 +201,7 @@ bool MFnDependencyNode::canBeWritten(MStatus* status) const {
 }
 MString MFnDependencyNode::parentNamespace(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
-  return node ? NamespaceOf(node->name).c_str() : "";
+  return node && !Pretends(Wrong::kNamespaces) ? NamespaceOf(node->name).c_str() : "";
 }
 MItDependencyNodes::MItDependencyNodes(MFn::Type filter, MStatus* status) {
   Ok(status);

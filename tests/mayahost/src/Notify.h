@@ -12,12 +12,21 @@ void NotifyNode(bool added, const NodePtr& node);
 void NotifyRemoval(const NodePtr& node);
 void NotifyName(const NodePtr& node, const std::string& before);
 void NotifyAttr(int message, const PlugRef& plug, const PlugRef& other = {});
-void NotifyDirty(Node& node);
+void NotifyDirty(const PlugRef& plug);
 void NotifyTime();
 void NotifyConnection(const PlugRef& source, const PlugRef& destination, bool made);
 void NotifyEvent(const std::string& event);
 void NotifyCondition(const std::string& condition, bool state);
 void NotifySelection();
+/// Scene messages of plug-ins, with their texts.
+void NotifyPlugin(int message, const std::vector<std::string>& texts);
+/// A child got or lost a parent (null: the world).
+void NotifyParent(const NodePtr& child, Node* parent, bool added);
+void NotifyCurve(const NodePtr& curve);
+void NotifyDuplicate(bool before);
+void NotifyCommand(const std::string& line);
+void NotifySaid(int type, const std::string& text);
+void NotifyTimers();
 bool AnybodyHearsDirt();
 
 // As MNodeMessage numbers them.

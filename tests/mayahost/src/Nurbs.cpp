@@ -70,6 +70,7 @@ MObject MFnNurbsCurve::create(const MPointArray& cvs, const MDoubleArray& knots,
   const bool good = degree >= 1 && cvs.length() > degree && knots.length() == cvs.length() + degree - 1 && std::is_sorted(knots.begin(), knots.end());
   return NewNet("nurbsCurve", good ? s : nullptr, owner, fObject, status);
 }
+MObject MFnNurbsCurve::copy(const MObject& source, MObject owner, MStatus* status) { return NewNet("nurbsCurve", Net(source), owner, fObject, status); }
 MFnNurbsCurve::Form MFnNurbsCurve::form(MStatus* status) const { return AskedNet(fObject, status) ? static_cast<Form>(Net(fObject)->form) : kInvalid; }
 int MFnNurbsCurve::degree(MStatus* status) const { return AskedNet(fObject, status) ? Net(fObject)->degree : 0; }
 int MFnNurbsCurve::numCVs(MStatus* status) const { return AskedNet(fObject, status) ? int(Net(fObject)->cvs.size()) : 0; }
@@ -123,6 +124,9 @@ MObject MFnNurbsSurface::create(const MPointArray& cvs, const MDoubleArray& u, c
   s->cvs.assign(cvs.begin(), cvs.end()), s->knots.assign(u.begin(), u.end()), s->vKnots.assign(v.begin(), v.end());
   const bool good = du == 1 && dv == 1 && u.length() > 1 && v.length() > 1 && cvs.length() == u.length() * v.length();
   return NewNet("nurbsSurface", good ? s : nullptr, owner, fObject, status);
+}
+MObject MFnNurbsSurface::copy(const MObject& source, MObject owner, MStatus* status) {
+  return NewNet("nurbsSurface", Net(source), owner, fObject, status);
 }
 MStatus MFnNurbsSurface::getKnotDomain(double& su, double& eu, double& sv, double& ev) const {
   const ShapePtr s = Net(fObject);

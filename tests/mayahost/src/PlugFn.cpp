@@ -1,4 +1,6 @@
 // Plugs as function sets hand them out.
+#include <maya/MDataHandle.h>
+#include <maya/MIntArray.h>
 #include <maya/MPlug.h>
 #include <maya/MStringArray.h>
 
@@ -56,13 +58,65 @@ MStatus MPlug::setLocked(bool on) { return SetFlag(Ref(), kLockedPlug, on); }
 MStatus MPlug::setKeyable(bool on) { return SetFlag(Ref(), mayahost::kKeyable, on); }
 MStatus MPlug::setChannelBox(bool on) { return SetFlag(Ref(), mayahost::kChannelBox, on); }
 bool MPlug::isDynamic(MStatus* status) const { return Ok(status, fNode != nullptr), fNode && Ref().attr->Is(kDynamicAttr); }
-bool MPlug::isFreeToChange(bool, bool checkChildren, MStatus* status) const {
+MPlug::FreeToChangeState MPlug::isFreeToChange(bool checkParents, bool checkChildren, MStatus* status) const {
   Ok(status, fNode != nullptr);
-  if (!fNode || IsLocked(Ref()) || InputOf(Ref())) return false;
-  if (isChild() && parent().isDestination()) return false;
+  if (!fNode || IsLocked(Ref()) || InputOf(Ref())) return kNotFreeToChange;
+  if (checkParents && isChild() && parent().isDestination()) return kNotFreeToChange;
   for (unsigned int i = 0; checkChildren && i < numChildren(); ++i)
-    if (child(i).isLocked() || child(i).isDestination()) return false;
-  return true;
+    if (child(i).isLocked() || child(i).isDestination()) return kChildrenNotFreeToChange;
+  return kFreeToChange;
+}
+bool MPlug::isFromReferencedFile(MStatus* status) const { return Ok(status, fNode != nullptr), fNode && Ref().node->reference; }
+bool MPlug::isNetworked(MStatus* status) const { return Ok(status, fNode != nullptr), false; }
+bool MPlug::isProcedural(MStatus* status) const { return Ok(status, fNode != nullptr), false; }
+bool MPlug::isDefaultValue(bool, MStatus* status) const {
+  Ok(status, fNode != nullptr);
+  for (unsigned int i = 0; i < numChildren(); ++i)
+    if (!child(i).isDefaultValue()) return false;
+  if (!fNode || isCompound() || isArray()) return fNode != nullptr;
+  const Value v = Get(Ref());
+  return v.number == Ref().attr->fallback && v.data == Ref().attr->fallbackData;
+}
+unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) const {
+  Ok(status, isArray());
+  indices.clear();
+  for (const int i : isArray() ? Indices(Ref()) : std::vector<int>()) indices.append(i);
+  return indices.length();
+}
+unsigned int MPlug::numConnectedElements(MStatus* status) const {
+  unsigned int count = 0;
+  for (unsigned int i = 0; i < numElements(status); ++i) count += elementByPhysicalIndex(i).isConnected();
+  return count;
+}
+unsigned int MPlug::numConnectedChildren(MStatus* status) const {
+  unsigned int count = 0;
+  for (unsigned int i = 0; i < numChildren(status); ++i) count += child(i).isConnected();
+  return count;
+}
+MPlug MPlug::connectionByPhysicalIndex(unsigned int index, MStatus* status) const {
+  for (unsigned int i = 0; i < numElements(); ++i)
+    if (elementByPhysicalIndex(i).isConnected() && index-- == 0) return elementByPhysicalIndex(i, status);
+  return Ok(status, false), MPlug();
+}
+MStatus MPlug::setNumElements(unsigned int count) {
+  if (!isArray()) return MS::kFailure;
+  for (unsigned int i = 0; i < count; ++i) {
+    const PlugRef one = elementByLogicalIndex(i).Ref();
+    if (one.attr->children.empty() && !one.node->values.count(one.Key())) Put(one, Kept(one), false);
+  }
+  return MS::kSuccess;
+}
+MStatus MPlug::setAttribute(const MObject& attribute) {
+  const MPlug other(Obj(fNode), attribute);
+  return other.isNull() ? MS::kFailure : (*this = other, MS::kSuccess);
+}
+MDataHandle MPlug::asMDataHandle(MStatus* status) const { return Ok(status, fNode != nullptr), MDataHandle(*this); }
+MStatus MPlug::setMDataHandle(const MDataHandle& handle) {
+  const MPlug& from = handle.Plug();
+  if (!fNode || from.isNull() || from.numChildren() != numChildren()) return MS::kFailure;
+  bool all = true;
+  for (unsigned int i = 0; i < numChildren(); ++i) all &= child(i).setMDataHandle(handle.Plug().isNull() ? handle : MDataHandle(from.child(i)));
+  return St(numChildren() ? all : Put(Ref(), Get(from.Ref())));
 }
 unsigned int MPlug::numElements(MStatus* status) const {
   Ok(status, isArray());
@@ -148,7 +202,7 @@ MStatus Write(const MPlug& plug, const Value& value, bool data) {
   return St(Put(plug.Ref(), value));
 }
 DataPtr Compound(const PlugRef& plug) {
-  const auto data = std::make_shared<Data>(plug.attr->type == MFn::kAttribute3Float ? MFn::kData3Float : MFn::kData3Double);
+  const auto data = std::make_shared<Data>(NumericData(plug.attr->subtype));
   for (std::size_t i = 0; i < plug.attr->children.size(); ++i) data->numbers.push_back(Get(ChildOf(plug, i)).number);
   return data;
 }
@@ -168,6 +222,8 @@ MStatus MPlug::getValue(float& v, MDGContext& c) const { return Number(*this, v,
 MStatus MPlug::getValue(bool& v, MDGContext& c) const { return Number(*this, v, c); }
 MStatus MPlug::getValue(int& v, MDGContext& c) const { return Number(*this, v, c); }
 MStatus MPlug::getValue(short& v, MDGContext& c) const { return Number(*this, v, c); }
+MStatus MPlug::getValue(char& v, MDGContext& c) const { return Number(*this, v, c); }
+MStatus MPlug::getValue(MInt64& v, MDGContext& c) const { return Number(*this, v, c); }
 MStatus MPlug::getValue(MString& text, MDGContext& context) const {
   Value v;
   if (!Reads(*this, context, v) || !IsText(*this)) return MS::kFailure;
@@ -199,6 +255,11 @@ double MPlug::asDouble(MDGContext& c, MStatus* s) const { return Told<double>(*t
 float MPlug::asFloat(MStatus* s) const { return Told<float>(*this, s); }
 float MPlug::asFloat(MDGContext& c, MStatus* s) const { return Told<float>(*this, c, s); }
 bool MPlug::asBool(MStatus* s) const { return Told<bool>(*this, s); }
+bool MPlug::asBool(MDGContext& c, MStatus* s) const { return Told<bool>(*this, c, s); }
+char MPlug::asChar(MStatus* s) const { return Told<char>(*this, s); }
+int MPlug::asInt(MDGContext& c, MStatus* s) const { return Told<int>(*this, c, s); }
+MInt64 MPlug::asInt64(MStatus* s) const { return Told<MInt64>(*this, s); }
+MString MPlug::asString(MDGContext& c, MStatus* s) const { return Told<MString>(*this, c, s); }
 int MPlug::asInt(MStatus* s) const { return Told<int>(*this, s); }
 short MPlug::asShort(MStatus* s) const { return Told<short>(*this, s); }
 MString MPlug::asString(MStatus* s) const { return Told<MString>(*this, s); }

@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <maya/MDataHandle.h>
+
 #include "Notify.h"
 #include "State.h"
 
@@ -87,7 +89,7 @@ bool IsLocked(const PlugRef& plug) {
 namespace {
 void Spread(const PlugRef& plug, std::set<std::pair<Node*, PlugKey>>& seen) {
   if (!seen.insert({plug.node, plug.Key()}).second) return;
-  NotifyDirty(*plug.node);
+  NotifyDirty(plug);
   const NodePtr node = plug.node->Ptr();
   const auto out = [&](Attr* attr, const std::vector<int>* idx) {
     for (const auto& [key, to] : node->outputs)
@@ -127,6 +129,19 @@ void Dirty(const PlugRef& plug) {
   Spread(plug, seen);
 }
 
+namespace {
+std::optional<Value> ValueBefore(const PlugRef& plug) {
+  const auto at = plug.node->values.find(plug.Key());
+  return at == plug.node->values.end() ? std::nullopt : std::optional<Value>(at->second);
+}
+void PutBack(const PlugRef& plug, const std::optional<Value>& value) {
+  if (value)
+    plug.node->values[plug.Key()] = *value;
+  else
+    plug.node->values.erase(plug.Key());
+}
+}  // namespace
+
 bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
   if (callbacks && (IsLocked(plug) || InputOf(plug) || (plug.attr->parent && InputOf(ParentOf(plug))))) return false;
   const NodePtr node = plug.node->Ptr();
@@ -134,15 +149,19 @@ bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
   Value put = value;
   if (plug.attr->min) put.number = std::max(put.number, *plug.attr->min);
   if (plug.attr->max) put.number = std::min(put.number, *plug.attr->max);
-  const auto at = node->values.find(key);
-  std::optional<Value> before;
-  if (at != node->values.end()) before = at->second;
+  const std::optional<Value> before = ValueBefore(plug);
   const auto change = [=](const std::optional<Value>& v) {
     if (node->info->name == "time" && v) return SetNow(std::llround(v->number * MTime::ticksPerSecond()));
+    const std::optional<Value> own = ValueBefore(plug);
     if (v)
       node->values[key] = *v;
     else
       node->values.erase(key);
+    // What the node keeps itself isn't kept here.
+    if (v && callbacks && node->user && plug.attr->Is(kInternal)) {
+      MDataHandle handle{MPlug(plug)};
+      if (node->user->setInternalValueInContext(MPlug(plug), handle, MDGContext::fsNormal)) PutBack(plug, own);
+    }
     if (v && v->data && v->data->shape && !node->curve && node->IsDag()) node->shape = v->data->shape;
     Dirty(plug);
     if (callbacks) NotifyAttr(MNodeMessage_kAttributeSet, plug);
@@ -155,16 +174,6 @@ double GetNumber(Node& node, const char* name) { return Get({&node, FindAttr(nod
 bool PutNumber(Node& node, const char* name, double value) { return Put({&node, FindAttr(node, name).get(), {}}, {value, nullptr}); }
 
 namespace {
-std::optional<Value> ValueBefore(const PlugRef& plug) {
-  const auto at = plug.node->values.find(plug.Key());
-  return at == plug.node->values.end() ? std::nullopt : std::optional<Value>(at->second);
-}
-void PutBack(const PlugRef& plug, const std::optional<Value>& value) {
-  if (value)
-    plug.node->values[plug.Key()] = *value;
-  else
-    plug.node->values.erase(plug.Key());
-}
 void Tell(const PlugRef& source, const PlugRef& destination, bool made) {
   const MPlug from(source), to(destination);
   const auto hear = [&](const NodePtr& node, const MPlug& own, const MPlug& other, bool asSrc) {
@@ -200,6 +209,9 @@ bool Connect(const PlugRef& source, const PlugRef& destination) {
   const bool wantsMessage = destination.attr->type == MFn::kMessageAttribute;
   if (source.attr->type == MFn::kMessageAttribute && !wantsMessage) return false;
   const NodePtr a = source.node->Ptr(), b = destination.node->Ptr();
+  bool legal = true;
+  if (a->user && a->user->legalConnection(MPlug(source), MPlug(destination), true, legal) == MStatus::kSuccess && !legal) return false;
+  if (b->user && b->user->legalConnection(MPlug(destination), MPlug(source), false, legal) == MStatus::kSuccess && !legal) return false;
   Do([a, b, source, destination] { Tie(source, destination); },
      [a, b, source, destination, before = ValueBefore(destination)] { Untie(source, destination), PutBack(destination, before); });
   return true;
@@ -333,6 +345,11 @@ Value Get(const PlugRef& plug) {
     }
   }
   if (plug.node->info->name == "time") return {EvaluationSeconds(), nullptr};
+  if (plug.node->user && plug.attr->Is(kInternal)) {
+    MDataHandle handle(MPlug(plug), true);
+    const Recording none(nullptr);
+    plug.node->user->getInternalValueInContext(MPlug(plug), handle, MDGContext::fsNormal);
+  }
   if (plug.node->user && (plug.attr->computed || (plug.attr->parent && plug.attr->parent->computed))) return OfUserNode(plug);
   if (!plug.node->user && !plug.attr->Is(kWritable)) return Computed(plug);
   if (plug.node->user && plug.node->IsDag() && !plug.attr->Is(kWritable) && !plug.attr->Is(kDynamicAttr)) return Computed(plug);

@@ -88,12 +88,14 @@ void SetName(const NodePtr& node, const std::string& name) {
 void Hang(const NodePtr& node, Node* parent, std::size_t at) {
   parent->children.insert(parent->children.begin() + static_cast<std::ptrdiff_t>(std::min(at, parent->children.size())), node);
   node->parents.push_back(parent);
+  NotifyParent(node, parent, true);
 }
 std::size_t Unhang(const NodePtr& node, Node* parent) {
   const auto at = std::find(parent->children.begin(), parent->children.end(), node);
   const auto place = static_cast<std::size_t>(at - parent->children.begin());
   if (at != parent->children.end()) parent->children.erase(at);
   node->parents.erase(std::find(node->parents.begin(), node->parents.end(), parent));
+  NotifyParent(node, parent, false);
   return place;
 }
 void Enter(const NodePtr& node) {
@@ -174,11 +176,16 @@ void DisconnectAll(const NodePtr& node, std::vector<NodePtr>& orphans) {
   for (const auto& [key, source] : inputs) {
     const NodePtr from = source.node->Ptr();
     Disconnect(source, {node.get(), key.first, key.second});
-    if (from->curve && from->outputs.empty() && from->inScene) orphans.push_back(from);
+    const bool alone = from->user ? from->user->existWithoutOutConnections() : !from->curve;
+    if (!alone && from->outputs.empty() && from->inScene) orphans.push_back(from);
   }
   const auto outputs = node->outputs;
   for (const auto& [key, to] : outputs)
-    for (const PlugRef& plug : to) Disconnect({node.get(), key.first, key.second}, plug);
+    for (const PlugRef& plug : to) {
+      const NodePtr below = plug.node->Ptr();
+      Disconnect({node.get(), key.first, key.second}, plug);
+      if (below->user && !below->user->existWithoutInConnections() && below->inputs.empty() && below->inScene) orphans.push_back(below);
+    }
 }
 }  // namespace
 

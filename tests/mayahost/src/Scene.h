@@ -28,9 +28,11 @@ namespace mayahost {
 struct Shape {
   std::vector<float> points;          ///< of a mesh, three each (cm)
   std::vector<int> counts, connects;  ///< of its faces
+  std::vector<float> u, v;            ///< of its one set of texture coordinates
+  std::vector<int> uvs;               ///< which of them each face's corner has; below zero: none
   std::vector<MPoint> cvs;            ///< of curves and surfaces
   std::vector<double> knots, vKnots;
-  int degree = 1, form = 1;
+  int degree = 1, form = 1, vDegree = 1, vForm = 1;
 };
 using ShapePtr = std::shared_ptr<const Shape>;
 
@@ -75,7 +77,10 @@ enum AttrFlag : unsigned {
   kBuilder = 16384,
   kRender = 32768,
   kAppearance = 65536,
-  kLockedPlug = 131072
+  kLockedPlug = 131072,
+  kAffectsWorld = 262144,
+  kFileName = 524288,
+  kIndexIgnored = 1048576
 };
 
 struct Attr : Thing {
@@ -92,6 +97,9 @@ struct Attr : Thing {
   std::vector<Attr*> affects;
   bool computed = false;  ///< something affects it
   int disconnect = 2;
+  std::optional<double> softMin, softMax;
+  std::set<std::string> categories;
+  std::set<int> accepted;  ///< by a generic one: MFnData's kinds, MFnNumericData's below zero
   bool Is(AttrFlag f) const { return flags & f; }
   bool IsData() const { return type == MFn::kTypedAttribute || type == MFn::kMatrixAttribute || type == MFn::kGenericAttribute; }
   bool IsCompound() const { return !children.empty() || type == MFn::kCompoundAttribute; }
@@ -126,6 +134,7 @@ struct Key {
   double x[2] = {1, 1}, y[2] = {0, 0};  ///< tangents (s, value): in, out
   short type[2] = {2, 2};
   bool tied = true;  ///< both tangents turn together
+  bool weightTied = true, breakdown = false;
 };
 struct Curve {
   std::vector<Key> keys;
@@ -207,10 +216,16 @@ Scene& TheScene();
 void ClearScene();
 
 // Types.
+const char* KindName(MFn::Type type);
 const NodeType* FindType(const std::string& name);
 const NodeType* FindType(unsigned id);
 NodeType& AddType(const std::string& name, MFn::Type fn, const NodeType* base, unsigned id);
 void RemoveType(unsigned id);
+/// What a value of several numbers is, by how MFnNumericData numbers it.
+MFn::Type NumericData(int subtype);
+MFn::Type NumericAttr(int subtype);
+/// How many numbers it has, and what each of them is.
+std::pair<int, int> PartsOf(int subtype);
 AttrPtr MakeAttr(MFn::Type type, const std::string& name, const std::string& brief, int subtype);
 void AddChildAttr(Attr& parent, const AttrPtr& child);
 void IndexAttr(NodeType& type, const AttrPtr& attr);

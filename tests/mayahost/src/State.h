@@ -17,6 +17,10 @@ struct Command {
   MCreateSyntaxFunction syntax = nullptr;
   std::string plugin;
 };
+struct Translator {
+  MCreatorFunction creator = nullptr;
+  std::string options;
+};
 struct HotKey {
   std::string name, release;
 };
@@ -25,7 +29,7 @@ struct State {
   int undoLength = 50;
   bool undoOn = true, undoInfinite = false, undoing = false, redoing = false;
   std::map<std::string, Command> commands;
-  std::map<std::string, std::string> plugins;  ///< their paths
+  std::map<std::string, Translator> translators;
   std::set<std::string> failing;
   std::vector<std::string> said, executed, idle;
   std::map<std::string, std::string> options, nameCommands;
@@ -34,6 +38,8 @@ struct State {
   std::map<std::string, int> shelves;  ///< how many buttons
   std::map<std::string, bool> evaluators{{"cache", true}};
   std::map<std::string, bool> conditions;
+  std::set<std::string> userEvents;
+  bool alone = false;  ///< a program of its own, which says what it has to say on its streams
   int refreshes = 0;
   bool computed = false;  ///< some node of a plug-in has values that may grow old
   bool batch = false, failed = false;
@@ -56,12 +62,15 @@ std::string WriteScene(bool everything, const std::vector<NodePtr>* only = nullp
 /// Reads text into the scene, names below a namespace (or none); null reference: the nodes are its own.
 bool ReadScene(const std::string& text, const std::string& space, Node* reference, bool settings);
 bool NewScene();
-bool OpenScene(const std::string& file);
+/// Formats of plug-ins are told by their names, or found by the file's; the stand-in's own has the host's two.
+bool OpenScene(const std::string& file, const std::string& type = "");
 bool SaveScene(const std::string& file);
-bool ImportScene(const std::string& file, const std::string& space);
-bool ExportScene(const std::string& file, bool selected);
+bool ImportScene(const std::string& file, const std::string& space, const std::string& type = "", const std::string& options = "");
+bool ExportScene(const std::string& file, bool selected, const std::string& type = "", const std::string& options = "");
 NodePtr ReferenceScene(const std::string& file, const std::string& space);
 bool RemoveReference(const NodePtr& reference, bool unload);
 bool LoadReference(const NodePtr& reference);
+/// Its nodes become the scene's own.
+bool ImportReference(const NodePtr& reference);
 
 }  // namespace mayahost

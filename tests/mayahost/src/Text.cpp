@@ -1,10 +1,13 @@
 // Texts and states of calls.
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
+#include <maya/MUuid.h>
 
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cstdlib>
+#include <random>
 
 #include "Report.h"
 
@@ -76,11 +79,57 @@ double MString::asDouble() const {
   std::from_chars(fText.data(), fText.data() + fText.size(), value);
   return value;
 }
-MStatus MString::format(const MString& text, const MString& a1, const MString& a2, const MString& a3, const MString& a4) {
-  const MString* parts[] = {&a1, &a2, &a3, &a4};
-  MString made = text;
-  for (int i = 0; i < 4; ++i) made.substitute(MString("^") + (i + 1) + "s", *parts[i]);
-  return *this = made, MStatus::kSuccess;
+MStatus MString::Format(const MString& text, const std::vector<MString>& parts) {
+  std::string made;
+  const std::string from = text.asChar();
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    const std::size_t n = i + 2 < from.size() && from[i] == '^' && from[i + 2] == 's' ? static_cast<std::size_t>(from[i + 1] - '1') : parts.size();
+    n < parts.size() ? void((made += parts[n].asChar(), i += 2)) : void(made += from[i]);
+  }
+  return *this = made.c_str(), MStatus::kSuccess;
+}
+namespace {
+std::wstring Wide(const std::string& text) {
+  std::wstring wide;
+  for (std::size_t i = 0; i < text.size();) {
+    const auto c = static_cast<unsigned char>(text[i++]);
+    const int more = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
+    unsigned code = more ? c & (0x3Fu >> more) : c;
+    for (int k = 0; k < more && i < text.size(); ++k) code = (code << 6) | (static_cast<unsigned char>(text[i++]) & 0x3Fu);
+    wide += static_cast<wchar_t>(code);
+  }
+  return wide;
+}
+}  // namespace
+MString::MString(const wchar_t* text) {
+  for (; text && *text; ++text) {
+    const auto code = static_cast<unsigned>(*text);
+    const int more = code >= 0x10000 ? 3 : code >= 0x800 ? 2 : code >= 0x80 ? 1 : 0;
+    fText += static_cast<char>(more ? (0xFF00u >> (more + 1) & 0xFFu) | code >> 6 * more : code);
+    for (int k = more; k-- > 0;) fText += static_cast<char>(0x80u | (code >> 6 * k & 0x3Fu));
+  }
+}
+MStatus MUuid::generate() {
+  std::random_device random;
+  std::string text = "xxxxxxxx-xxxx-4xxx-axxx-xxxxxxxxxxxx";
+  for (char& c : text)
+    if (c == 'x') c = "0123456789ABCDEF"[random() % 16];
+  return fText = text.c_str(), MStatus::kSuccess;
+}
+const wchar_t* MString::asWChar() const { return (fWide = Wide(fText)).c_str(); }
+const wchar_t* MString::asWChar(int& length) const { return asWChar(), length = static_cast<int>(fWide.size()), fWide.c_str(); }
+MStatus MString::splitW(wchar_t c, MStringArray& parts) const { return c < 128 ? split(static_cast<char>(c), parts) : MStatus(MStatus::kNotImplemented); }
+MString MString::expandEnvironmentVariablesAndTilde(MStatus* status) const {
+  if (status) *status = MStatus::kSuccess;
+  std::string text = fText;
+  if (!text.empty() && text[0] == '~') text = "$HOME" + text.substr(1);
+  for (std::size_t at; (at = text.find('$')) != std::string::npos;) {
+    std::size_t end = at + 1;
+    while (end < text.size() && (std::isalnum(static_cast<unsigned char>(text[end])) || text[end] == '_')) ++end;
+    const char* value = std::getenv(text.substr(at + 1, end - at - 1).c_str());
+    text = text.substr(0, at) + (value ? value : "") + text.substr(end);
+  }
+  return text.c_str();
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,5 +1,6 @@
 // Function sets of transforms and cameras.
 #include <maya/MFnCamera.h>
+#include <maya/MFnIkJoint.h>
 #include <maya/MFnTransform.h>
 
 #include <cmath>
@@ -27,7 +28,7 @@ MEulerRotation::RotationOrder OrderOf(const NodePtr& node) { return static_cast<
 MMatrix Above(const MDagPath& path) { return path.exclusiveMatrix(); }
 }  // namespace
 
-MObject MFnTransform::create(MObject& parent, MStatus* status) { return MFnDagNode::create("transform", parent, status); }
+MObject MFnTransform::create(MObject parent, MStatus* status) { return MFnDagNode::create("transform", parent, status); }
 MTransformationMatrix MFnTransform::transformation(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   if (!node) return {};
@@ -104,9 +105,32 @@ MStatus MFnTransform::setRotation(const MQuaternion& q, MSpace::Space space) {
   const MMatrix above = space == MSpace::kWorld ? MTransformationMatrix(Above(fPath)).asRotateMatrix() : MMatrix();
   return setRotation(MEulerRotation::decompose(q.asMatrix() * above.inverse(), OrderOf(node)));
 }
-MStatus MFnTransform::rotateBy(const MEulerRotation& by, MSpace::Space) {
+MStatus MFnTransform::rotateBy(const MQuaternion& by, MSpace::Space space) {
   MQuaternion q;
-  return getRotation(q), setRotation(q * by.asQuaternion());
+  const MStatus s = getRotation(q, space);
+  // Ahead of what is there in its own space, behind it in those above.
+  return s == MS::kSuccess ? setRotation(space == MSpace::kPreTransform ? by * q : q * by, space) : s;
+}
+MStatus MFnTransform::rotateBy(const MEulerRotation& by, MSpace::Space space) { return rotateBy(by.asQuaternion(), space); }
+MStatus MFnTransform::rotateBy(const double r[3], MTransformationMatrix::RotationOrder order, MSpace::Space space) {
+  return rotateBy(MEulerRotation(r[0], r[1], r[2], static_cast<MEulerRotation::RotationOrder>(order - 1)), space);
+}
+MStatus MFnTransform::getRotationQuaternion(double& x, double& y, double& z, double& w, MSpace::Space space) const {
+  MQuaternion q;
+  const MStatus s = getRotation(q, space);
+  return x = q.x, y = q.y, z = q.z, w = q.w, s;
+}
+MStatus MFnTransform::setRotationQuaternion(double x, double y, double z, double w, MSpace::Space space) {
+  return setRotation(MQuaternion(x, y, z, w), space);
+}
+MStatus MFnTransform::rotateByQuaternion(double x, double y, double z, double w, MSpace::Space space) { return rotateBy(MQuaternion(x, y, z, w), space); }
+MQuaternion MFnTransform::rotateOrientation(MSpace::Space, MStatus* status) const { return transformation(status).rotationOrientation(); }
+MStatus MFnTransform::setRotateOrientation(const MQuaternion& q, MSpace::Space, bool balance) {
+  MStatus status;
+  MTransformationMatrix t = transformation(&status);
+  if (status != MS::kSuccess) return status;
+  if (balance) t.rotateTo(q.inverse() * t.rotationOrientation() * t.rotation());
+  return set(t.setRotationOrientation(q));
 }
 namespace {
 MStatus Get3(const MObject& object, const char* name, double v[3]) {
@@ -120,6 +144,39 @@ MStatus Set3(const MObject& object, const char* name, const MVector& v) {
 }  // namespace
 MStatus MFnTransform::getScale(double scale[3]) const { return Get3(fObject, "scale", scale); }
 MStatus MFnTransform::setScale(const double s[3]) { return Set3(fObject, "scale", {s[0], s[1], s[2]}); }
+MStatus MFnTransform::scaleBy(const double s[3]) {
+  double now[3];
+  const MStatus status = getScale(now);
+  return status == MS::kSuccess ? Set3(fObject, "scale", {now[0] * s[0], now[1] * s[1], now[2] * s[2]}) : status;
+}
+MStatus MFnTransform::getShear(double shear[3]) const { return Get3(fObject, "shear", shear); }
+MStatus MFnTransform::setShear(const double s[3]) { return Set3(fObject, "shear", {s[0], s[1], s[2]}); }
+namespace {
+/// A point of the transform's own space in the one that is asked for, and back.
+MStatus PivotSpace(const MDagPath& path, MSpace::Space space, MMatrix& m) { return ToSpace(path, space, m) ? MS::kSuccess : MS::kInvalidParameter; }
+}  // namespace
+#define PIVOT(getter, setter, name)                                                               \
+  MPoint MFnTransform::getter(MSpace::Space space, MStatus* status) const {                       \
+    const NodePtr node = Need(fObject, status);                                                   \
+    MMatrix m;                                                                                    \
+    const MStatus s = PivotSpace(fPath, space, m);                                                \
+    if (status && node) *status = s;                                                              \
+    return node ? MPoint(Read3(node, name)) * m : MPoint();                                       \
+  }                                                                                               \
+  MStatus MFnTransform::setter(const MPoint& point, MSpace::Space space, bool balance) {          \
+    MStatus status;                                                                               \
+    MMatrix m;                                                                                    \
+    MTransformationMatrix t = transformation(&status);                                            \
+    if (status != MS::kSuccess || PivotSpace(fPath, space, m) != MS::kSuccess) return MS::kFailure; \
+    return t.setter(point * m.inverse(), MSpace::kTransform, balance), set(t);                    \
+  }                                                                                               \
+  MVector MFnTransform::getter##Translation(MSpace::Space, MStatus* status) const {               \
+    const NodePtr node = Need(fObject, status);                                                   \
+    return node ? Read3(node, name "Translate") : MVector();                                      \
+  }                                                                                               \
+  MStatus MFnTransform::setter##Translation(const MVector& v, MSpace::Space) { return Set3(fObject, name "Translate", v); }
+PIVOT(scalePivot, setScalePivot, "scalePivot")
+PIVOT(rotatePivot, setRotatePivot, "rotatePivot")
 MTransformationMatrix::RotationOrder MFnTransform::rotationOrder(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node ? static_cast<MTransformationMatrix::RotationOrder>(OrderOf(node) + 1) : MTransformationMatrix::kInvalid;
@@ -131,7 +188,27 @@ MStatus MFnTransform::setRotationOrder(MTransformationMatrix::RotationOrder orde
   if (!PutNumber(*node, "rotateOrder", order - 1)) return MS::kFailure;
   return reorder ? St(Write3(node, "rotate", e.reorder(OrderOf(node)).asVector())) : MStatus(MS::kSuccess);
 }
-MObject MFnCamera::create(MObject& parent, MStatus* status) { return MFnDagNode::create("camera", parent, status); }
+FN_DAG(MFnIkJoint, MFn::kJoint)
+MObject MFnIkJoint::create(MObject parent, MStatus* status) { return MFnDagNode::create("joint", parent, status); }
+MStatus MFnIkJoint::getOrientation(MEulerRotation& rotation) const {
+  const NodePtr node = NodeOf(fObject);
+  return node ? (rotation = MEulerRotation(Read3(node, "jointOrient")), MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnIkJoint::getOrientation(MQuaternion& quaternion) const {
+  MEulerRotation e;
+  const MStatus s = getOrientation(e);
+  return quaternion = e.asQuaternion(), s;
+}
+MStatus MFnIkJoint::getOrientation(double rotation[3], MTransformationMatrix::RotationOrder& order) const {
+  MEulerRotation e;
+  const MStatus s = getOrientation(e);
+  return order = MTransformationMatrix::kXYZ, e.asVector().get(rotation), s;
+}
+MStatus MFnIkJoint::setOrientation(const MEulerRotation& e) { return Set3(fObject, "jointOrient", e.reorder(MEulerRotation::kXYZ).asVector()); }
+MStatus MFnIkJoint::setOrientation(const double r[3], MTransformationMatrix::RotationOrder order) {
+  return setOrientation(MEulerRotation(r[0], r[1], r[2], static_cast<MEulerRotation::RotationOrder>(order - 1)));
+}
+MObject MFnCamera::create(MObject parent, MStatus* status) { return MFnDagNode::create("camera", parent, status); }
 namespace {
 double Lens(const MObject& object, const char* name, MStatus* status) {
   const NodePtr node = Need(object, status);
@@ -154,6 +231,7 @@ MPoint MFnCamera::eyePoint(MSpace::Space space, MStatus* status) const {
   return MPoint() * m;
 }
 MVector MFnCamera::viewDirection(MSpace::Space space, MStatus* status) const { return InSpace(fPath, space, MVector::zNegAxis, status); }
+MVector MFnCamera::rightDirection(MSpace::Space space, MStatus* status) const { return InSpace(fPath, space, MVector::xAxis, status); }
 MVector MFnCamera::upDirection(MSpace::Space space, MStatus* status) const { return InSpace(fPath, space, MVector::yAxis, status); }
 #define LENS(getter, setter, name)                                                        \
   double MFnCamera::getter(MStatus* status) const { return Lens(fObject, name, status); } \
@@ -164,8 +242,50 @@ LENS(verticalFilmAperture, setVerticalFilmAperture, "verticalFilmAperture")
 LENS(nearClippingPlane, setNearClippingPlane, "nearClipPlane")
 LENS(farClippingPlane, setFarClippingPlane, "farClipPlane")
 LENS(focusDistance, setFocusDistance, "focusDistance")
-double MFnCamera::horizontalFieldOfView(MStatus* status) const { return 2 * std::atan(horizontalFilmAperture() * kInch / 2 / focalLength(status)); }
-double MFnCamera::verticalFieldOfView(MStatus* status) const { return 2 * std::atan(verticalFilmAperture() * kInch / 2 / focalLength(status)); }
+LENS(centerOfInterest, setCenterOfInterest, "centerOfInterest")
+LENS(fStop, setFStop, "fStop")
+LENS(shutterAngle, setShutterAngle, "shutterAngle")
+LENS(overscan, setOverscan, "overscan")
+LENS(lensSqueezeRatio, setLensSqueezeRatio, "lensSqueezeRatio")
+LENS(cameraScale, setCameraScale, "cameraScale")
+LENS(orthoWidth, setOrthoWidth, "orthographicWidth")
+LENS(horizontalFilmOffset, setHorizontalFilmOffset, "horizontalFilmOffset")
+LENS(verticalFilmOffset, setVerticalFilmOffset, "verticalFilmOffset")
+bool MFnCamera::isOrtho(MStatus* s) const { return Lens(fObject, "orthographic", s) != 0; }
+MStatus MFnCamera::setIsOrtho(bool on) { return SetLens(fObject, "orthographic", on); }
+bool MFnCamera::isDepthOfField(MStatus* s) const { return Lens(fObject, "depthOfField", s) != 0; }
+MStatus MFnCamera::setDepthOfField(bool on) { return SetLens(fObject, "depthOfField", on); }
+MFnCamera::FilmFit MFnCamera::filmFit(MStatus* s) const { return static_cast<FilmFit>(std::lround(Lens(fObject, "filmFit", s))); }
+MStatus MFnCamera::setFilmFit(FilmFit fit) { return fit < kInvalid ? SetLens(fObject, "filmFit", fit) : MStatus(MS::kInvalidParameter); }
+double MFnCamera::aspectRatio(MStatus* s) const { return fObject.isNull() ? (Ok(s, false), 0) : horizontalFilmAperture(s) / verticalFilmAperture(); }
+MStatus MFnCamera::setAspectRatio(double ratio) {
+  return ratio > 0 ? setHorizontalFilmAperture(verticalFilmAperture() * ratio) : MStatus(MS::kInvalidParameter);
+}
+MPoint MFnCamera::centerOfInterestPoint(MSpace::Space space, MStatus* s) const {
+  const MPoint eye = eyePoint(space, s);
+  MMatrix m;
+  ToSpace(fPath, space, m);
+  return eye + MVector(0, 0, -centerOfInterest()) * m;
+}
+MStatus MFnCamera::set(const MPoint& eye, const MVector& view, const MVector& up, double horizontalFieldOfView, double aspectRatio) {
+  const NodePtr node = NodeOf(fObject);
+  if (!node || node->parents.empty() || view.isParallel(up)) return MS::kFailure;
+  const MVector back = -view.normal(), side = (up ^ back).normal(), top = back ^ side;
+  const double m[4][4] = {{side.x, side.y, side.z, 0}, {top.x, top.y, top.z, 0}, {back.x, back.y, back.z, 0}, {eye.x, eye.y, eye.z, 1}};
+  MDagPath path = fPath;
+  if (path.nodes.empty()) MDagPath::getAPathTo(fObject, path);
+  path.pop();
+  MFnTransform above(path);
+  bool all = above.setRotation(MTransformationMatrix(MMatrix(m)).rotation(), MSpace::kWorld) == MS::kSuccess;
+  all &= above.setTranslation(eye, MSpace::kWorld) == MS::kSuccess;
+  all &= setAspectRatio(aspectRatio) == MS::kSuccess && setHorizontalFieldOfView(horizontalFieldOfView) == MS::kSuccess;
+  return St(all);
+}
+namespace {
+double Field(double aperture, double lens) { return lens > 0 ? 2 * std::atan(aperture * kInch / 2 / lens) : 0; }
+}  // namespace
+double MFnCamera::horizontalFieldOfView(MStatus* status) const { return Field(horizontalFilmAperture(), focalLength(status)); }
+double MFnCamera::verticalFieldOfView(MStatus* status) const { return Field(verticalFilmAperture(), focalLength(status)); }
 MStatus MFnCamera::setHorizontalFieldOfView(double v) { return setFocalLength(horizontalFilmAperture() * kInch / 2 / std::tan(v / 2)); }
 MStatus MFnCamera::setVerticalFieldOfView(double v) { return setFocalLength(verticalFilmAperture() * kInch / 2 / std::tan(v / 2)); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -31,7 +31,7 @@ constexpr OwnType kOwnTypes[] = {
      "focalLength/fl:double:35:k horizontalFilmAperture/hfa:double:1.41732 verticalFilmAperture/vfa:double:0.94488 nearClipPlane/ncp:len:0.1 "
      "farClipPlane/fcp:len:10000 focusDistance/fd:len:5:k fStop/fs:double:5.6 depthOfField/dof:bool centerOfInterest/coi:len:5 filmFit/ff:enum:1 "
      "orthographic/o:bool lensSqueezeRatio/lsr:double:1 cameraScale/cs:double:1 renderable/rnd:bool horizontalFilmOffset/hfo:double "
-     "verticalFilmOffset/vfo:double"},
+     "verticalFilmOffset/vfo:double shutterAngle/sa:ang:2.5132741228718345 overscan/ovr:double:1 orthographicWidth/ow:len:10"},
     {"controlPoint", MFn::kGeometric, "shape", "castsShadows/csh:bool:1 receiveShadows/rcsh:bool:1 motionBlur/mb:bool:1 primaryVisibility/vis:bool:1"},
     {"mesh", MFn::kMesh, "controlPoint", "inMesh/i:mesh:0:h outMesh/o:mesh:0:o worldMesh/w:mesh:0:wo displayColors/dcol:bool"},
     {"nurbsCurve", MFn::kNurbsCurve, "controlPoint", "create/cr:curve:0:h local/l:curve:0:o worldSpace/ws:curve:0:wo"},
@@ -155,6 +155,30 @@ AttrPtr MakeAttr(MFn::Type type, const std::string& name, const std::string& bri
   attr->name = name, attr->brief = brief.empty() ? name : brief, attr->subtype = subtype;
   return attr;
 }
+std::pair<int, int> PartsOf(int subtype) {
+  using D = MFnNumericData;
+  static const std::map<int, std::pair<int, int>> kParts = {
+      {D::k2Short, {2, D::kShort}},   {D::k3Short, {3, D::kShort}},   {D::k2Int, {2, D::kInt}},       {D::k3Int, {3, D::kInt}},      {D::k2Float, {2, D::kFloat}},
+      {D::k3Float, {3, D::kFloat}}, {D::k2Double, {2, D::kDouble}}, {D::k3Double, {3, D::kDouble}}, {D::k4Double, {4, D::kDouble}}};
+  const auto at = kParts.find(subtype);
+  return at == kParts.end() ? std::pair(1, subtype) : at->second;
+}
+MFn::Type NumericData(int subtype) {
+  using D = MFnNumericData;
+  static const std::map<int, MFn::Type> kTypes = {
+      {D::k2Short, MFn::kData2Short}, {D::k3Short, MFn::kData3Short},   {D::k2Int, MFn::kData2Int},       {D::k3Int, MFn::kData3Int},      {D::k2Float, MFn::kData2Float},
+      {D::k3Float, MFn::kData3Float}, {D::k2Double, MFn::kData2Double}, {D::k3Double, MFn::kData3Double}, {D::k4Double, MFn::kData4Double}};
+  const auto at = kTypes.find(subtype);
+  return at == kTypes.end() ? MFn::kNumericData : at->second;
+}
+MFn::Type NumericAttr(int subtype) {
+  static const std::map<MFn::Type, MFn::Type> kTypes = {
+      {MFn::kData2Short, MFn::kAttribute2Short}, {MFn::kData3Short, MFn::kAttribute3Short},   {MFn::kData2Int, MFn::kAttribute2Int},
+      {MFn::kData3Int, MFn::kAttribute3Int},     {MFn::kData2Float, MFn::kAttribute2Float},   {MFn::kData3Float, MFn::kAttribute3Float},
+      {MFn::kData2Double, MFn::kAttribute2Double}, {MFn::kData3Double, MFn::kAttribute3Double}, {MFn::kData4Double, MFn::kAttribute4Double}};
+  const auto at = kTypes.find(NumericData(subtype));
+  return at == kTypes.end() ? MFn::kNumericAttribute : at->second;
+}
 void AddChildAttr(Attr& parent, const AttrPtr& child) {
   child->parent = &parent;
   parent.children.push_back(child);
@@ -197,18 +221,25 @@ std::vector<AttrPtr> AllAttrs(const Node& node) {
 
 namespace {
 MFn::Type Above(MFn::Type t) {
+  static const std::map<MFn::Type, MFn::Type> kAbove = {{MFn::kBase, MFn::kInvalid},
+                                                        {MFn::kInvalid, MFn::kInvalid},
+                                                        {MFn::kDependencyNode, MFn::kNamedObject},
+                                                        {MFn::kTimeAttribute, MFn::kUnitAttribute},
+                                                        {MFn::kDoubleLinearAttribute, MFn::kUnitAttribute},
+                                                        {MFn::kDoubleAngleAttribute, MFn::kUnitAttribute},
+                                                        {MFn::kFloatMatrixAttribute, MFn::kMatrixAttribute},
+                                                        {MFn::kSingleIndexedComponent, MFn::kComponent},
+                                                        {MFn::kPointConstraint, MFn::kConstraint},
+                                                        {MFn::kPointLight, MFn::kLight},
+                                                        {MFn::kDirectionalLight, MFn::kLight}};
+  if (const auto at = kAbove.find(t); at != kAbove.end()) return at->second;
   if (t > MFn::kAnimCurve && t <= MFn::kAnimCurveUnitlessToUnitless) return MFn::kAnimCurve;
-  if (t > MFn::kAttribute && t <= MFn::kGenericAttribute) {
-    if (t > MFn::kUnitAttribute && t <= MFn::kDoubleAngleAttribute) return MFn::kUnitAttribute;
-    if (t == MFn::kAttribute2Double || t == MFn::kAttribute3Double || t == MFn::kAttribute3Float) return MFn::kNumericAttribute;
-    return MFn::kAttribute;
-  }
-  if (t == MFn::kData3Double || t == MFn::kData3Float) return MFn::kNumericData;
+  if (t >= MFn::kAttribute2Double && t <= MFn::kAttribute3Short) return MFn::kNumericAttribute;
+  if (t > MFn::kAttribute && t <= MFn::kGenericAttribute) return MFn::kAttribute;
+  if (t > MFn::kNumericData && t <= MFn::kData3Short) return MFn::kNumericData;
   if (t > MFn::kData && t <= MFn::kPluginData) return MFn::kData;
   if (t > MFn::kComponent && t < MFn::kSingleIndexedComponent) return MFn::kSingleIndexedComponent;
-  if (t == MFn::kSingleIndexedComponent) return MFn::kComponent;
-  if (t == MFn::kDependencyNode) return MFn::kNamedObject;
-  return t == MFn::kBase || t == MFn::kInvalid ? MFn::kInvalid : MFn::kBase;
+  return MFn::kBase;
 }
 bool Chain(MFn::Type t, MFn::Type fn) {
   for (; t != MFn::kInvalid; t = Above(t))
@@ -217,6 +248,12 @@ bool Chain(MFn::Type t, MFn::Type fn) {
 }
 }  // namespace
 
+const char* KindName(MFn::Type type) {
+#define MAYAHOST_KIND(kind) #kind,
+  static const char* const kNames[] = {MAYAHOST_KINDS(MAYAHOST_KIND)};
+#undef MAYAHOST_KIND
+  return kNames[type];
+}
 bool Thing::Has(MFn::Type fn) const {
   if (const auto* data = dynamic_cast<const Data*>(this)) {
     if (data->shape && type == MFn::kMeshData && fn == MFn::kMesh) return true;

@@ -73,7 +73,7 @@ MStatus MDistance::setUIUnit(Unit unit) {
 }
 double MAngle::as(Unit unit) const { return unit == fUnit ? fValue : fValue * (kInRadians[fUnit] / kInRadians[unit]); }
 MAngle::Unit MAngle::uiUnit() { return TheScene().angleUnit; }
-MStatus MAngle::setUIUnit(Unit unit) { return unit <= kInvalid || unit >= kLast ? MS::kInvalidParameter : (TheScene().angleUnit = unit, MS::kSuccess); }
+MStatus MAngle::setUIUnit(Unit unit) { return unit <= kInvalid || unit >= kLast ? MS::kInvalidParameter : (TheScene().angleUnit = unit, mayahost::NotifyEvent("angularUnitChanged"), MS::kSuccess); }
 
 namespace {
 MDGContext g_normal;
@@ -117,6 +117,30 @@ MStatus MAnimControl::setAnimationStartEndTime(MTime a, MTime b) { return setAni
 bool MAnimControl::isPlaying() { return g_playing; }
 MStatus MAnimControl::playForward() { return g_playing ? void() : (g_playing = true, mayahost::NotifyCondition("playingBack", true)), MS::kSuccess; }
 MStatus MAnimControl::stop() { return g_playing ? (g_playing = false, mayahost::NotifyCondition("playingBack", false)) : void(), MS::kSuccess; }
+namespace {
+struct Playing {
+  double speed = 1, by = 1;
+  MAnimControl::PlaybackMode mode = MAnimControl::kPlaybackLoop;
+  MAnimControl::PlaybackViewMode view = MAnimControl::kPlaybackViewActive;
+  MFnAnimCurve::TangentType in = MFnAnimCurve::kTangentAuto, out = MFnAnimCurve::kTangentAuto;
+  bool weighted = false;
+} g_prefs;
+}  // namespace
+bool MAnimControl::isScrubbing() { return false; }
+double MAnimControl::playbackSpeed() { return g_prefs.speed; }
+MStatus MAnimControl::setPlaybackSpeed(double speed) { return g_prefs.speed = speed, MS::kSuccess; }
+double MAnimControl::playbackBy() { return g_prefs.by; }
+MStatus MAnimControl::setPlaybackBy(double by) { return g_prefs.by = by, MS::kSuccess; }
+MAnimControl::PlaybackMode MAnimControl::playbackMode() { return g_prefs.mode; }
+MStatus MAnimControl::setPlaybackMode(PlaybackMode mode) { return g_prefs.mode = mode, MS::kSuccess; }
+MAnimControl::PlaybackViewMode MAnimControl::viewMode() { return g_prefs.view; }
+MStatus MAnimControl::setViewMode(PlaybackViewMode mode) { return g_prefs.view = mode, MS::kSuccess; }
+MFnAnimCurve::TangentType MAnimControl::globalInTangentType(MStatus* s) { return mayahost::Ok(s), g_prefs.in; }
+MStatus MAnimControl::setGlobalInTangentType(const MFnAnimCurve::TangentType& type) { return g_prefs.in = type, MS::kSuccess; }
+MFnAnimCurve::TangentType MAnimControl::globalOutTangentType(MStatus* s) { return mayahost::Ok(s), g_prefs.out; }
+MStatus MAnimControl::setGlobalOutTangentType(const MFnAnimCurve::TangentType& type) { return g_prefs.out = type, MS::kSuccess; }
+bool MAnimControl::weightedTangents(MStatus* s) { return mayahost::Ok(s), g_prefs.weighted; }
+MStatus MAnimControl::setWeightedTangents(bool weighted) { return g_prefs.weighted = weighted, MS::kSuccess; }
 bool MAnimControl::autoKeyMode() { return g_autoKey; }
 MStatus MAnimControl::setAutoKeyMode(bool on) { return g_autoKey = on, MS::kSuccess; }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -28,6 +28,12 @@ core::CoreImplementation* CoreOfPlugin() {
   return session ? &session->GetCore() : nullptr;
 }
 
+/// For what changes rigs.
+core::CoreImplementation* CoreForEdit() {
+  if (PluginSession* const session = PluginSession::Get()) session->BeforeEdit();
+  return CoreOfPlugin();
+}
+
 MStatus RefuseUsage(const char* text) {
   const MStatus status(MStatus::kFailure);
   status.perror(text);
@@ -102,7 +108,7 @@ MStatus ChangeSlowFactor(int by) {
 }
 
 MStatus CreateTool(const std::string& kind) {
-  core::CoreImplementation* const core = CoreOfPlugin();
+  core::CoreImplementation* const core = CoreForEdit();
   std::string made;
   if (core && MayUse(Feature::kTools)) made = core->CreateTool(kind);
   MPxCommand::setResult(MString(made.c_str()));
@@ -148,6 +154,7 @@ MStatus OrvelUndoWrapper::redoIt() {
 MStatus OrvelStartAnimationCmd::doIt(const MArgList&) {
   PluginSession* const session = PluginSession::Get();
   if (!session || !MayUse(Feature::kTakes)) return MStatus::kSuccess;
+  session->BeforeEdit();
   if (!session->HasWindows()) {
     ShowRefusal("a take needs a user: there is none where the host runs without windows");
     return MStatus::kSuccess;
@@ -167,6 +174,7 @@ MStatus OrvelStopAnimationCmd::doIt(const MArgList&) {
 MStatus OrvelReSimulateCmd::doIt(const MArgList&) {
   PluginSession* const session = PluginSession::Get();
   if (!session || !MayUse(Feature::kTakes)) return MStatus::kSuccess;
+  session->BeforeEdit();
   core::CoreImplementation& core = session->GetCore();
   if (const auto why = core.WhyNoTake()) {
     ShowRefusal(why.filled());
@@ -191,7 +199,7 @@ MStatus OrvelLoadProfileCmd::doIt(const MArgList& args) {
     return RefuseUsage(
         "Missing profile name. Usage: OrvelLoadProfileCmd -name \"nameOfTool\" "
         "\"profileFileName\" to load.");
-  if (core::CoreImplementation* const core = CoreOfPlugin())
+  if (core::CoreImplementation* const core = CoreForEdit())
     LoadProfileFile(*core, values[0], values[1]);
   return MStatus::kSuccess;
 }
@@ -234,7 +242,7 @@ MStatus OrvelCreate4WheelerExtCmd::doIt(const MArgList&) {
 MStatus OrvelCloneToolCmd::doIt(const MArgList& args) {
   const std::vector<std::string> values = ValuesOfName(args);
   if (values.empty()) return RefuseUsage("Usage: OrvelCloneToolCmd -name \"nameOfTool\".");
-  core::CoreImplementation* const core = CoreOfPlugin();
+  core::CoreImplementation* const core = CoreForEdit();
   std::string name, problem;
   if (core && MayUse(Feature::kTools)) name = core->CloneTool(values[0], problem);
   ShowRefusal(problem);
@@ -246,7 +254,7 @@ MStatus OrvelRenameToolCmd::doIt(const MArgList& args) {
   const std::vector<std::string> values = ValuesOfName(args);
   if (values.size() < 2)
     return RefuseUsage("Usage: OrvelRenameToolCmd -name \"nameOfTool\" \"newName\".");
-  core::CoreImplementation* const core = CoreOfPlugin();
+  core::CoreImplementation* const core = CoreForEdit();
   if (!core) return MStatus::kSuccess;
   core::InstanceReference* const row = core->Find(values[0]);
   ShowRefusal(row ? core->Rename(row, values[1]) : "there is no rig \"" + values[0] + "\"");
@@ -256,7 +264,7 @@ MStatus OrvelRenameToolCmd::doIt(const MArgList& args) {
 MStatus OrvelDeleteToolCmd::doIt(const MArgList& args) {
   const std::vector<std::string> values = ValuesOfName(args);
   if (values.empty()) return RefuseUsage("Usage: OrvelDeleteToolCmd -name \"nameOfTool\".");
-  core::CoreImplementation* const core = CoreOfPlugin();
+  core::CoreImplementation* const core = CoreForEdit();
   if (core && MayUse(Feature::kTools) && !core->DeleteTool(values[0]))
     ShowRefusal("there is no rig \"" + values[0] + "\"");
   return MStatus::kSuccess;

@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
+#include <utility>
 
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/plugin/TakeKeys.h"
@@ -19,9 +21,13 @@
 #include "core/instances/Instance.h"
 #include "core/services/DataRoot.h"
 #include "core/services/Log.h"
+#include "core/services/Preferences.h"
+#include "core/services/Translation.h"
 #include "core/windows/AllWindows.h"
 #include "core/windows/KeyFilter.h"
+#include "core/windows/WindowInput.h"
 #include "core/windows/Windows.h"
+#include "gui/Texts.h"
 #include "plugins/release/all/AllRigs.h"
 #include "plugins/release/templatetool/templatetool_CTemplateObject.h"
 
@@ -64,6 +70,7 @@ PluginSession::~PluginSession() {
   g_session = nullptr;
   m_startKey.reset();
   m_keys.reset();
+  m_input.reset();
   m_windows.reset();
   disconnect(m_core.get());
   m_storage.reset();
@@ -74,6 +81,8 @@ PluginSession::~PluginSession() {
   // What remains of the undo history asks the core for its rigs.
   m_core.reset();
   m_adaptor.reset();
+  gui::SetTranslator(nullptr);
+  core::LoadLanguage("en");
   core::CloseLog();
 }
 
@@ -85,6 +94,8 @@ void PluginSession::Start() {
   if (m_hasWindows && Features::instance().IsOn(Feature::kWindows)) {
     m_windows = std::make_unique<core::windows::Windows>(*m_core, *this);
     core::windows::AddAllWindows(*m_windows);
+    m_input = std::make_unique<core::windows::WindowInput>(*m_core);
+    ApplyAppearance();
   }
   if (m_hasWindows && Features::instance().IsOn(Feature::kHotKeys)) {
     using core::windows::KeyFilter;
@@ -105,6 +116,14 @@ void PluginSession::Tell(const std::string& warning) {
 
 QWidget* PluginSession::GetHostWindow() {
   return MQtUtil::mainWindow();
+}
+
+/// The host's own language is none of ours most often.
+void PluginSession::ApplyAppearance() {
+  const std::string language = m_core->GetPreferences().Text("language");
+  core::LoadLanguage(language == "system" ? std::string() : language);
+  gui::SetTranslator([](const std::string& text) { return core::Translate(text); });
+  if (m_windows) m_windows->ShowSettings();
 }
 
 void PluginSession::OnPreferences() {
@@ -128,33 +147,68 @@ void PluginSession::EndWork() {
 }
 
 void PluginSession::DropScene() {
-  m_inSceneChange = false;
+  m_inSceneChange = m_inSave = false;
+  m_standing.clear();
   EndWork();
   m_core->DropAllRows();
   m_adaptor->SceneGone();
   m_storage->Forget();
 }
 
+bool PluginSession::HasNodesAlive(core::Instance& rig) const {
+  const std::vector<core::CoreNode*> nodes = rig.GetNodes();
+  return std::any_of(nodes.begin(), nodes.end(),
+                     [](core::CoreNode* node) { return node->IsValid(); });
+}
+
 void PluginSession::BeforeScene() {
+  Settle();
   EndWork();
   m_inSceneChange = true;
-  // The host tells of a scene that could not be opened by no message of its own.
-  if (QCoreApplication::instance())
-    QTimer::singleShot(0, QCoreApplication::instance(), [] {
-      if (g_session) g_session->LookAtFailedOpen();
-    });
+  m_standing.clear();
+  for (core::Instance* rig : m_core->List(false))
+    if (HasNodesAlive(*rig)) m_standing.push_back(rig->GetInstanceName());
+  SettleLater(0);
+}
+
+/// The host tells of a scene that could not be opened, or saved, by no message of its own. Where it
+/// has no event loop, what comes next sees to it.
+void PluginSession::SettleLater(int milliseconds) {
+  if (!QCoreApplication::instance()) return;
+  QTimer::singleShot(milliseconds, QCoreApplication::instance(), [] {
+    constexpr int kOnceMore = 100;
+    if (!g_session) return;
+    if (MFileIO::isReadingFile() || MFileIO::isWritingFile())
+      g_session->SettleLater(kOnceMore);
+    else
+      g_session->Settle();
+  });
+}
+
+void PluginSession::Settle() {
+  LookAtFailedOpen();
+  if (m_inSave) AfterSave();
 }
 
 void PluginSession::LookAtFailedOpen() {
   if (!m_inSceneChange) return;
   m_inSceneChange = false;
-  for (core::Instance* instance : m_core->List(false)) {
-    bool anyAlive = false;
-    for (core::CoreNode* node : instance->GetNodes()) anyAlive = anyAlive || node->IsValid();
-    if (anyAlive) continue;
-    if (core::InstanceReference* row = m_core->Find(instance->GetInstanceName()))
-      m_core->RemoveRow(row);
+  std::vector<core::InstanceReference*> dead;
+  bool anyAlive = false;
+  for (const std::string& name : std::exchange(m_standing, {})) {
+    core::Instance* const rig = m_core->FindInstance(name);
+    const bool isAlive = rig && HasNodesAlive(*rig);
+    anyAlive = anyAlive || isAlive;
+    if (rig && !isAlive) dead.push_back(m_core->Find(name));
   }
+  // Where no node stands the scene is lost, and with it what never had any.
+  if (!dead.empty() && !anyAlive) return DropScene();
+  for (core::InstanceReference* row : dead) m_core->RemoveRow(row);
+}
+
+void PluginSession::BeforeEdit() {
+  Settle();
+  if (m_adaptor->IsInTick()) EndWork();
 }
 
 void PluginSession::AfterNew() {
@@ -174,6 +228,7 @@ void PluginSession::AfterOpen() {
 
 void PluginSession::BeforeImport() {
   if (m_adaptor->IsImporting()) return;
+  Settle();
   EndWork();
   m_storage->NoteOwn();
 }
@@ -194,7 +249,10 @@ void PluginSession::AfterReference() {
 }
 
 void PluginSession::BeforeSave() {
+  Settle();
   EndWork();
+  m_inSave = true;
+  SettleLater(0);
   if (Features::instance().IsOn(Feature::kStorage))
     m_storage->Write();
   else
@@ -202,6 +260,7 @@ void PluginSession::BeforeSave() {
 }
 
 void PluginSession::AfterSave() {
+  m_inSave = false;
   m_storage->Clear();
 }
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/windows/Program.h"
 #include "util/MessageNode.h"
@@ -12,9 +13,11 @@ class Devices;
 }
 namespace orv::rws::core {
 class CoreImplementation;
-}
+class Instance;
+}  // namespace orv::rws::core
 namespace orv::rws::core::windows {
 class KeyFilter;
+class WindowInput;
 class Windows;
 }  // namespace orv::rws::core::windows
 
@@ -46,6 +49,10 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
   /// Into the host's script editor and the log.
   void Tell(const std::string& warning);
 
+  /// A command is about to change rigs. One that the host runs because a take has moved its time,
+  /// as a script of the user's, ends the take first.
+  void BeforeEdit();
+
   // Of the host's scene, see Callbacks.
   void BeforeScene();  ///< a new one, or another
   void AfterNew();
@@ -65,7 +72,8 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
   bool HasCommand(int /*id*/) const override { return false; }
   void RunCommand(int /*id*/) override {}
   QWidget* GetHostWindow() override;
-  bool RulesAppearance() const override { return true; }
+  void ApplyAppearance() override;
+  bool RulesTheme() const override { return true; }
   void OnPreferences() override;
 
   // MessageNode
@@ -74,16 +82,22 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
  private:
   void EndWork();
   void DropScene();
+  bool HasNodesAlive(core::Instance& rig) const;
+  void SettleLater(int milliseconds);
+  void Settle();
   void LookAtFailedOpen();
 
   bool m_hasWindows;
   bool m_inSceneChange = false;
+  bool m_inSave = false;
+  std::vector<std::string> m_standing;  ///< rigs with nodes when the scene began to change
   std::unique_ptr<MayaAdaptorInterface> m_adaptor;
   std::unique_ptr<core::CoreImplementation> m_core;
   std::unique_ptr<SceneStorage> m_storage;
   std::unique_ptr<app::Devices> m_devices;
   std::unique_ptr<core::windows::Windows> m_windows;
-  std::unique_ptr<core::windows::KeyFilter> m_keys;
+  std::unique_ptr<core::windows::WindowInput> m_input;
+  std::unique_ptr<core::windows::KeyFilter> m_keys;  ///< ahead of it with every key
   std::unique_ptr<TakeKeys> m_startKey;
 };
 

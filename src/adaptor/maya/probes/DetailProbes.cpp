@@ -248,6 +248,15 @@ void SurfacesAndCurves(ProbeRun& run) {
   run.Check(held.length() == 2 && heldKnots.length() == 2 && from == 0.0 && to == 1.0 &&
                 curve.degree() == 1 && curve.form() == MFnNurbsCurve::kOpen,
             "a curve has other points or knots than it was made of");
+  MFnNurbsCurve copied;
+  const MObject other = ProbeTransform("probeCurveToo");
+  copied.copy(curve.object(), other);
+  MFnNurbsSurface copiedSurface;
+  copiedSurface.copy(surface.object(), ProbeTransform("probeSurfaceToo"));
+  copiedSurface.getPointAtParam((u0 + u1) / 2.0, (v0 + v1) / 2.0, middle);
+  run.Near(middle.x + middle.z, 1.0, 1e-6, "the middle of a surface's copy");
+  run.Check(copied.degree() == 1 && MFnDagNode(other).childCount() == 1,
+            "a curve's copy is not below its transform");
 }
 
 void ColoursOfShaders(ProbeRun& run) {

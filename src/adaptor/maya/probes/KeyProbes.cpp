@@ -184,10 +184,33 @@ void CurvesByModifier(ProbeRun& run) {
   modifier.connect(ProbePlug(curve, "output"), ProbePlug(node, "translateY"));
   run.Check(modifier.doIt() == MStatus::kSuccess, "doIt fails");
   MFnAnimCurve fn(curve);
+  fn.setIsWeighted(false);
+  run.Check(!fn.isWeighted(), "it can't be made unweighted");
   fn.addKey(Seconds(0.0), 3.0);
   run.Near(ProbePlug(node, "translateY").asDouble(), 3.0, 1e-9, "a plug that such a curve drives");
   modifier.undoIt();
   run.Check(!ProbePlug(node, "translateY").isDestination(), "undoIt leaves the connection");
+}
+
+void TangentsCopied(ProbeRun& run) {
+  MObject first, second;
+  Animated("probeTangents", first);
+  Animated("probeTangentsToo", second);
+  MFnAnimCurve from(first), to(second);
+  from.setTangentsLocked(0, false);
+  from.setTangent(0, 1.0, 3.0, false);
+  from.setPostInfinityType(MFnAnimCurve::kCycle);
+  run.Check(from.outTangentType(0) == MFnAnimCurve::kTangentFixed, "one that is set is not fixed");
+  MFnAnimCurve::TangentValue x = 0, y = 0;
+  from.getTangent(0, x, y, false);
+  to.setTangentsLocked(0, from.tangentsLocked(0));
+  to.setTangent(0, x, y, false);
+  to.setPreInfinityType(from.preInfinityType());
+  to.setPostInfinityType(from.postInfinityType());
+  run.Check(!to.tangentsLocked(0) && to.inTangentType(0) != MFnAnimCurve::kTangentFixed,
+            "the other side goes with it though they are apart");
+  run.Near(to.evaluate(Seconds(0.25)), from.evaluate(Seconds(0.25)), 1e-5, "a copy between keys");
+  run.Near(to.evaluate(Seconds(9.25)), from.evaluate(Seconds(9.25)), 1e-5, "a copy behind them");
 }
 
 void MatricesElsewhere(ProbeRun& run) {
@@ -241,6 +264,7 @@ void AddKeyProbes(std::vector<Probe>& list) {
       {63, Feature::kTakes, kFromDocs, "many keys are added at once, and taken back", ManyKeys},
       {64, Feature::kTakes, kFromDocs, "a modifier makes curves and connects them",
        CurvesByModifier},
+      {66, Feature::kTools, kFromDocs, "tangents can be copied", TangentsCopied},
       {65, Feature::kTakes, kFromDocs, "matrices can be read at other times", MatricesElsewhere},
       {62, Feature::kTakes, kFromDocs, "automatic keys can be switched off", AutoKeyOff},
   };

@@ -312,6 +312,38 @@ void HotKeySets(ProbeRun& run) {
             "the present set of hot keys has no name");
 }
 
+/// In a set of its own, which goes again.
+void HotKeysBound(ProbeRun& run) {
+  if (MGlobal::mayaState() != MGlobal::kInteractive) return run.Skip("there are no windows");
+  MString before, bound;
+  MGlobal::executeCommand("hotkeySet -q -current", before);
+  MGlobal::executeCommand("hotkeySet -source \"Maya_Default\" -current \"orvelProbe\"");
+  MGlobal::executeCommand("nameCommand -ann \"orvelProbe\" -command \"\" orvelProbe");
+  MGlobal::executeCommand("hotkey -k \"-\" -ctl -alt -name \"orvelProbe\"");
+  MGlobal::executeCommand("hotkey -q -name Dash -ctl -alt", bound);
+  MGlobal::executeCommand("hotkeySet -e -current \"" + before + "\"");
+  MGlobal::executeCommand("hotkeySet -e -delete \"orvelProbe\"");
+  run.Check(bound == "orvelProbe", "a key does not tell what it was bound to");
+  MString current;
+  MGlobal::executeCommand("hotkeySet -q -current", current);
+  run.Check(current == before, "the set that was current does not come back");
+}
+
+void NoteWriting(void* clientData) {
+  *static_cast<bool*>(clientData) = MFileIO::isWritingFile();
+}
+
+void WritingIsTold(ProbeRun& run) {
+  const ProbeFile file("writing");
+  bool before = false;
+  const MCallbackId id =
+      MSceneMessage::addCallback(MSceneMessage::kBeforeSave, NoteWriting, &before);
+  MFileIO::saveAs(file.GetPath(), "mayaAscii", true);
+  MMessage::removeCallback(id);
+  run.Note(before ? "isWritingFile is true before a save" : "isWritingFile is false before a save");
+  run.Check(!MFileIO::isWritingFile(), "it is told when none is written");
+}
+
 void ShelfTabs(ProbeRun& run) {
   if (MGlobal::mayaState() != MGlobal::kInteractive) return run.Skip("there are no windows");
   run.Check(MGlobal::executeCommand("global string $gShelfTopLevel;if(`tabLayout -exists "
@@ -339,10 +371,12 @@ void AddSceneProbes(std::vector<Probe>& list) {
       {11, Feature::kTakes, kOfDocs, "there is a condition \"playingBack\"", PlayingCondition},
       {12, Feature::kWindows, kOfDocs, "the host names its main window", MainWindow},
       {13, Feature::kHotKeys, kOfDocs, "the present set of hot keys has a name", HotKeySets},
+      {18, Feature::kHotKeys, kThought, "keys tell what they are bound to", HotKeysBound},
       {14, Feature::kShelf, kThought, "the shelf's layout has a global name", ShelfTabs},
       {15, Feature::kStorage, kOfDocs, "nodes of a plug-in's types survive a file",
        OwnTypesSurviveFiles},
       {17, Feature::kNodeEvents, kOfDocs, "a file that is read is told", ReadingIsTold},
+      {19, Feature::kStorage, kOfDocs, "a file that is written is told", WritingIsTold},
       {16, Feature::kUndo, kOfDocs, "the undo queue can be flushed, and tells that it is empty",
        EmptyQueue},
   };

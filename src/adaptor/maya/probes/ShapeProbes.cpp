@@ -1,13 +1,18 @@
 // Meshes, curves, cameras.
+#include <maya/MDGContext.h>
+#include <maya/MDGContextGuard.h>
+#include <maya/MDGModifier.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFnCamera.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnNurbsCurve.h>
 #include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
+#include <maya/MItDependencyGraph.h>
 #include <maya/MObjectArray.h>
 #include <maya/MPoint.h>
 #include <maya/MPointArray.h>
+#include <maya/MTime.h>
 
 #include "adaptor/maya/probes/Probe.h"
 #include "adaptor/maya/probes/ProbeScene.h"
@@ -87,6 +92,40 @@ void CurveLength(ProbeRun& run) {
   run.Near(point.x, 1.5, 1e-6, "its point at half the length");
 }
 
+void GeometryElsewhere(ProbeRun& run) {
+  MDGModifier modifier;
+  MObject square = ProbeTransform("probeBuilt");
+  const MObject from = SquareMesh(square, 1.0);
+  MObject other = ProbeTransform("probeFollower");
+  const MObject to = SquareMesh(other, 5.0);
+  modifier.connect(ProbePlug(from, "outMesh"), ProbePlug(to, "inMesh"));
+  run.Check(modifier.doIt() == MStatus::kSuccess, "a mesh can't be connected to another");
+  const MDGContext later(MTime(2.0, MTime::kSeconds));
+  const MDGContextGuard guard(later);
+  const MObject data = ProbePlug(to, "outMesh").asMObject();
+  const MFnMesh fn(data);
+  MIntArray counts, vertices;
+  fn.getTriangles(counts, vertices);
+  const float* const points = fn.getRawPoints(nullptr);
+  run.Check(vertices.length() == 6, "a built mesh's data tells no triangles");
+  if (points) run.Near(points[9], 1.0, 1e-6, "a point of it");
+  run.Check(points != nullptr, "it tells no points");
+}
+
+void WhatIsUpstream(ProbeRun& run) {
+  MObject node = ProbeTransform("probeUpstream");
+  MDGModifier modifier;
+  const MObject curve = modifier.createNode("animCurveTL");
+  modifier.connect(ProbePlug(curve, "output"), ProbePlug(node, "translateX"));
+  modifier.doIt();
+  bool isCurveMet = false;
+  for (MItDependencyGraph each(node, MFn::kInvalid, MItDependencyGraph::kUpstream,
+                               MItDependencyGraph::kDepthFirst, MItDependencyGraph::kNodeLevel);
+       !each.isDone(); each.next())
+    isCurveMet = isCurveMet || each.currentItem() == curve;
+  run.Check(isCurveMet, "a walk upstream does not meet the curve of a plug");
+}
+
 void LensUnits(ProbeRun& run) {
   MObject transform = ProbeTransform("probeEye");
   MFnCamera fn;
@@ -126,6 +165,9 @@ void AddShapeProbes(std::vector<Probe>& list) {
       {83, Feature::kTakes, kInDocs, "curves tell length and the place at one", CurveLength},
       {84, Feature::kTakes, kInDocs, "lenses are in millimetres, films in inches", LensUnits},
       {85, Feature::kTakes, kInDocs, "a lens can be set by plugs", LensPlugs},
+      {88, Feature::kTakes, kSupposed, "built meshes can be read at other times",
+       GeometryElsewhere},
+      {89, Feature::kTakes, kInDocs, "what drives a node is found upstream", WhatIsUpstream},
       {87, Feature::kTools, kInDocs, "\"sets\" gives a mesh its shader", ShadedByCommand},
       {86, Feature::kTakes, kInDocs, "a camera looks along its negative Z", CameraLooksBack},
   };

@@ -26,8 +26,8 @@ Punch::Punch(CoreImplementation& core, const RowsToStep& rows, double lastKey)
   }
 }
 
-void Punch::Join(Instance& rig, const std::vector<Track>& old, const TimeSpan& performed,
-                 double blend) {
+void Punch::JoinTracks(Instance& rig, const std::vector<Track>& old, const TimeSpan& performed,
+                       bool goOn, double blend) {
   m_core.GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, rws::core::TakeUndo::Of::kTracks));
   for (std::size_t i = 0; i < std::min(old.size(), rig.GetTracks().size()); ++i) {
     // One that the take played, or that nobody had recorded before, is as it should be.
@@ -35,26 +35,27 @@ void Punch::Join(Instance& rig, const std::vector<Track>& old, const TimeSpan& p
     Track joined = rig.GetTracks()[i];
     for (auto& sample : joined.samples) {
       if (sample.time <= performed.from || !(blend > 0.0)) continue;
-      const double near = std::min(sample.time - performed.from, performed.to - sample.time);
+      double near = sample.time - performed.from;
+      if (goOn) near = std::min(near, performed.to - sample.time);
       const double share = std::clamp(near / blend, 0.0, 1.0);
       const double before = old[i].value(sample.time);
       if (share < 1.0) sample.value = before + (sample.value - before) * share;
     }
     // A take records nothing at the frame that it begins with, and drops what stood there.
-    for (const auto& sample : old[i].samples)
+    for (const auto& sample : goOn ? old[i].samples : Track().samples)
       if (sample.time > performed.to || sample.time == performed.from)
         joined.set(sample.time, sample.value);
     rig.SetTrack(static_cast<int>(i), std::move(joined));
   }
 }
 
-bool Punch::GoOn(const TimeSpan& performed, double blend, const Monitor& monitor) {
-  if (!(m_end > performed.to) && !(blend > 0.0)) return false;
+bool Punch::Join(const TimeSpan& performed, bool goOn, double blend, const Monitor& monitor) {
+  const double end = goOn ? std::max(m_end, performed.to) : performed.to;
+  if (!(end > performed.to) && !(blend > 0.0)) return false;
   for (Instance* rig : m_core.List(m_rows.empty())) {
     const auto found = m_tracks.find(rig->GetIdentity());
-    if (found != m_tracks.end()) Join(*rig, found->second, performed, blend);
+    if (found != m_tracks.end()) JoinTracks(*rig, found->second, performed, goOn, blend);
   }
-  const double end = std::max(m_end, performed.to);
   return Resimulate(m_core, {performed.from, end}, monitor, m_rows).began;
 }
 

@@ -23,19 +23,20 @@ class Punch {
   /// core must outlive this.
   Punch(rws::core::CoreImplementation& core, const RowsToStep& rows, double lastKey);
 
-  /// Behind the take, in its undo step: what was recorded before goes on behind its last frame.
-  /// Over `blend` seconds at either end, within the take, inputs go from the old values to the new
-  /// ones and back. All is simulated again from the take's start on, to where the old tracks and
-  /// keys end. False when there was nothing to go on with, or nothing could be simulated.
-  bool GoOn(const TimeSpan& performed, double blend, const Monitor& monitor);
+  /// Behind the take, in its undo step: with `goOn` what was recorded before goes on behind its
+  /// last frame, else that is dropped, as takes do. Over `blend` seconds within the take, at its
+  /// start and where something goes on at its end too, inputs go from the old values to the new
+  /// ones and back. All is simulated again from the take's start on. False when nothing was
+  /// changed, or nothing could be simulated.
+  bool Join(const TimeSpan& performed, bool goOn, double blend, const Monitor& monitor);
   /// Where the old tracks and keys end (s).
   double GetEnd() const { return m_end; }
 
  private:
   using Track = util::AVar_Linear<double>;
 
-  void Join(rws::core::Instance& rig, const std::vector<Track>& old, const TimeSpan& performed,
-            double blend);
+  void JoinTracks(rws::core::Instance& rig, const std::vector<Track>& old,
+                  const TimeSpan& performed, bool goOn, double blend);
 
   rws::core::CoreImplementation& m_core;
   RowsToStep m_rows;

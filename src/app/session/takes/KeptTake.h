@@ -29,29 +29,42 @@ struct KeptInput {
   util::AVar_Linear<double> track;
 };
 
+/// What a rig stands on or reads: the ground, a curve, the node that it hangs on.
+struct KeptSurface {
+  std::string node;
+  std::string hash;  ///< of all that is of it and below it, hexadecimal
+
+  bool operator==(const KeptSurface& o) const { return node == o.node && hash == o.hash; }
+};
+
 /// What a take holds of one rig.
 struct KeptRig {
   std::string name, kind, profile;
+  int simulation = 0;  ///< version of how the kind simulates; 0: not known
   std::vector<KeptParameter> parameters;
   std::string bindings;  ///< XML of all inputs' mappings
   std::vector<KeptInput> inputs;
+  std::vector<KeptSurface> surfaces;
   // Where it began; nothing for a take that went on from another one.
   std::vector<unsigned char> memory;  ///< what the rig stored, nothing of it behind the start
   std::vector<std::pair<std::string, rws::adaptor::Trs>> nodes;  ///< by scene name, at the start
 };
 
-/// Inputs, parameters and a start, from which the keys of a take follow.
+/// Inputs, parameters and a start, from which the keys of a take follow. A simulation of what was
+/// recorded is one too, that no list shows: takes may go on from it.
 struct KeptTake {
-  int number = 0;  ///< from 1; never given away again
+  int number = 0;  ///< from 1, of a simulation from -1 down; never given away again
   std::string name, note;
-  int stars = 0;         ///< 0 to 5
-  std::string when;      ///< as the program told it
-  std::string version;   ///< of the program
-  double rate = 0.0;     ///< frames per second
-  TimeSpan range;        ///< s, from its start to its last frame
-  int predecessor = 0;   ///< number of the take in whose middle it began; 0: none
-  std::string hash;      ///< of the poses, hexadecimal SHA-256
-  bool retried = false;  ///< another take was begun in its place
+  int stars = 0;           ///< 0 to 5
+  std::string when;        ///< as the program told it
+  std::string version;     ///< of the program
+  double rate = 0.0;       ///< frames per second
+  TimeSpan range;          ///< s, from its start to its last frame
+  int predecessor = 0;     ///< number of the take in whose middle it began; 0: none
+  int shown = 0;           ///< of a simulation: the take that the scene showed by then
+  std::string hash;        ///< of the poses, hexadecimal SHA-256
+  std::uint64_t mark = 0;  ///< of the poses from where its chain begins; 0: not known
+  bool retried = false;    ///< another take was begun in its place
   bool undone = false;
   std::vector<KeptRig> rigs;
 };

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <set>
 #include <utility>
 
@@ -14,13 +15,10 @@
 #include "app/session/SceneSession.h"
 #include "app/session/anyhost/RunRigs.h"
 #include "app/session/anyhost/UndoBlock.h"
+#include "app/session/takes/RigSettings.h"
 #include "core/CoreImplementation.h"
-#include "core/config/ConfigElement.h"
-#include "core/config/InputUndo.h"
-#include "core/config/ParameterUndo.h"
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceReference.h"
-#include "core/instances/RecordKeys.h"
 #include "core/interface/CCamera.h"
 #include "core/take/TakeUndo.h"
 #include "core/tools/Tool.h"
@@ -28,77 +26,21 @@
 #include "util/FrameGrid.h"
 #include "util/NumberText.h"
 #include "util/xml/Base64.h"
-#include "util/xml/Tag.h"
 
 namespace orv::app {
 
 namespace {
 
 namespace headless = rws::adaptor::headless;
-namespace record = rws::core::record;
 using rws::core::Instance;
 
-std::vector<KeptParameter> ParametersOf(const Instance& rig) {
-  std::vector<KeptParameter> parameters;
-  for (const auto& value : rws::core::ParameterState(rig).values)
-    if (!rig.GetConfig().Find(value.element)->IsReadOnly())
-      parameters.push_back({value.element, value.number, value.text});
-  return parameters;
-}
+/// Simulations that undo may ask for.
+constexpr std::size_t kMostUnneeded = 200;
 
-std::string BindingsOf(Instance& rig) {
-  util::xml::Tag profile(record::kProfile);
-  for (int i = 0; i < rig.GetProperties().count(); ++i) {
-    util::xml::Tag tag(record::kProperty);
-    unidevice::Property& property = *rig.GetProperties().property(i);
-    // What is bound for a while, such as a file that is played, is no mapping of the user's.
-    unidevice::Control* const bound = std::exchange(property.control, nullptr);
-    property.save(tag);
-    property.control = bound;
-    profile.emplaceChild(std::move(tag));
-  }
-  return profile.toText("", "");
-}
-
-void PutBindings(Instance& rig, const std::string& bindings) {
-  util::xml::Tag profile("");
-  if (BindingsOf(rig) == bindings || profile.loadText(bindings) != 0) return;
-  std::vector<int> all;
-  for (int i = 0; i < rig.GetProperties().count(); ++i) all.push_back(i);
-  rig.GetHost().GetAdaptor()->PushUndo(new rws::core::InputUndo(rig, all));
-  for (const util::xml::Element* tag : profile.children)
-    if (auto* property = rig.GetProperties().find(tag->attribute(record::kName)))
-      property->load(*tag);
-  rig.RebindInputs();
-}
-
-void PutParameters(Instance& rig, const KeptRig& kept) {
-  auto before = std::make_shared<rws::core::ParameterState>(rig);
-  rws::core::ParameterState wanted;
-  wanted.profile = kept.profile;
-  for (const KeptParameter& parameter : kept.parameters) {
-    const auto* element = rig.GetConfig().Find(parameter.element);
-    if (!element || !element->HasValue()) continue;
-    wanted.values.emplace_back(*element);
-    wanted.values.back().number = parameter.number;
-    wanted.values.back().text = parameter.text;
-  }
-  rig.GetHost().GetAdaptor()->PushUndo(new rws::core::ParameterUndo(rig, before));
-  wanted.WriteTo(rig);
-  before->KeepChanged(rig);
-}
-
-void PutInputs(Instance& rig, const KeptRig& kept, double start) {
-  for (int i = 0; i < rig.GetProperties().count(); ++i) {
-    const auto index = static_cast<std::size_t>(i);
-    util::AVar_Linear<double> track;
-    if (index < rig.GetTracks().size()) track = rig.GetTracks()[index];
-    track.cutFrom(start);
-    for (const KeptInput& input : kept.inputs)
-      if (input.name == rig.GetProperties().property(i)->name)
-        for (const auto& sample : input.track.samples) track.set(sample.time, sample.value);
-    rig.SetTrack(i, std::move(track));
-  }
+std::set<std::string> NamesOf(const KeptTake& take) {
+  std::set<std::string> names;
+  for (const KeptRig& rig : take.rigs) names.insert(rig.name);
+  return names;
 }
 
 }  // namespace
@@ -126,16 +68,17 @@ class KeptTakes::MarksUndo : public rws::CUndo {
 
 KeptTakes::KeptTakes(SceneSession& session) : m_session(session) {
   auto& core = session.GetCore();
-  core.takeStarted = [this] { BeginTake(); };
-  core.takeStopped = [this] { StopTake(); };
-  core.takeEnded = [this] { EndTake(); };
+  core.takeStarted = core.runStarted = [this] { BeginTake(); };
+  core.takeStopped = [this] { StopTake(true); };
+  core.runStopped = [this] { StopTake(false); };
+  core.takeEnded = core.runEnded = [this] { EndTake(); };
 }
 
 KeptTakes::~KeptTakes() {
   auto& core = m_session.GetCore();
-  core.takeStarted = nullptr;
-  core.takeStopped = nullptr;
-  core.takeEnded = nullptr;
+  for (auto* told : {&core.takeStarted, &core.takeStopped, &core.takeEnded, &core.runStarted,
+                     &core.runStopped, &core.runEnded})
+    *told = nullptr;
 }
 
 std::string KeptTakes::Load() {
@@ -156,7 +99,9 @@ std::string KeptTakes::Load() {
 
 void KeptTakes::Store() {
   if (!m_changed || m_damaged) return;
-  const std::string bytes = m_list.lastNumber > 0 ? EncodeTakes(m_list) : std::string();
+  const TakeList stored = GetNeeded();
+  const bool isEmpty = stored.lastNumber == 0 && stored.hidden.empty();
+  const std::string bytes = isEmpty ? std::string() : EncodeTakes(stored);
   m_session.GetScene().GetTakes() = util::xml::encodeBase64(bytes.data(), bytes.size());
   m_changed = false;
 }
@@ -167,16 +112,106 @@ const KeptTake* KeptTakes::Find(int number) const {
   return found == m_list.takes.end() ? nullptr : &*found;
 }
 
+const KeptTake* KeptTakes::FindAny(int number) const {
+  if (const KeptTake* take = Find(number)) return take;
+  // The latest are asked for most.
+  const auto found = std::find_if(m_list.hidden.rbegin(), m_list.hidden.rend(),
+                                  [number](const KeptTake& take) { return take.number == number; });
+  return found == m_list.hidden.rend() ? nullptr : &*found;
+}
+
 KeptTake* KeptTakes::Edit(int number) {
-  auto* take = const_cast<KeptTake*>(std::as_const(*this).Find(number));
+  auto* take = const_cast<KeptTake*>(std::as_const(*this).FindAny(number));
   m_changed = m_changed || take;
   return take;
+}
+
+KeptTake* KeptTakes::EditShown(int number) {
+  return Find(number) ? Edit(number) : nullptr;
+}
+
+int KeptTakes::ShownOf(int number) const {
+  const KeptTake* take = FindAny(number);
+  const int shown = take && number < 0 ? take->shown : number;
+  return Find(shown) ? shown : 0;
+}
+
+// --- what has to stay ---
+
+std::set<int> KeptTakes::FindNeeded() const {
+  std::set<int> needed;
+  for (const KeptTake* take : ChainOf(m_list.current)) needed.insert(take->number);
+  for (const KeptTake& shown : m_list.takes)
+    for (const KeptTake* take : ChainOf(shown.number)) needed.insert(take->number);
+  return needed;
+}
+
+/// The list without what is there for undo alone. Simulations are counted anew, so that doing the
+/// same once more gives the same file.
+TakeList KeptTakes::GetNeeded() const {
+  TakeList list = m_list;
+  const std::set<int> needed = FindNeeded();
+  const auto isUnneeded = [&needed](const auto& take) { return needed.count(take.number) == 0; };
+  list.hidden.erase(std::remove_if(list.hidden.begin(), list.hidden.end(), isUnneeded),
+                    list.hidden.end());
+  list.lastHidden = 0;
+  std::map<int, int> renumbered;
+  for (const KeptTake& take : list.hidden)
+    if (take.number < 0) renumbered[take.number] = --list.lastHidden;
+  const auto renumber = [&renumbered](int& number) {
+    const auto found = renumbered.find(number);
+    if (found != renumbered.end()) number = found->second;
+  };
+  renumber(list.current);
+  for (auto* takes : {&list.takes, &list.hidden})
+    for (KeptTake& take : *takes) {
+      renumber(take.number);
+      renumber(take.predecessor);
+    }
+  return list;
+}
+
+/// No list shows it from here on; it stays as long as the scene or another take needs it.
+void KeptTakes::Hide(int number) {
+  const auto found = std::find_if(m_list.takes.begin(), m_list.takes.end(),
+                                  [number](const KeptTake& take) { return take.number == number; });
+  m_list.hidden.push_back(std::move(*found));
+  m_list.takes.erase(found);
+  m_changed = true;
+}
+
+/// Undo may ask for what nothing needs now, but not for all time.
+void KeptTakes::ForgetUnneeded(std::size_t most) {
+  if (m_list.hidden.size() <= most) return;
+  const std::set<int> needed = FindNeeded();
+  std::size_t spare = m_list.hidden.size() - most;
+  const auto isSpare = [&](const KeptTake& take) {
+    return spare > 0 && needed.count(take.number) == 0 && spare-- > 0;
+  };
+  m_list.hidden.erase(std::remove_if(m_list.hidden.begin(), m_list.hidden.end(), isSpare),
+                      m_list.hidden.end());
+}
+
+/// The oldest go first, but for those with stars, that others go on from, or that the scene shows.
+void KeptTakes::KeepToLimit() {
+  const int most = m_session.GetCore().GetPreferences().mostTakes;
+  while (most > 0 && m_list.takes.size() > static_cast<std::size_t>(most)) {
+    std::set<int> needed{GetCurrent()};
+    for (const KeptTake& shown : m_list.takes)
+      for (const KeptTake* take : ChainOf(shown.number))
+        if (take->number != shown.number) needed.insert(take->number);
+    const auto spare = std::find_if(m_list.takes.begin(), m_list.takes.end(), [&](const auto& t) {
+      return t.stars == 0 && needed.count(t.number) == 0;
+    });
+    if (spare == m_list.takes.end()) return;
+    Hide(spare->number);
+  }
 }
 
 // --- marks ---
 
 KeptTakes::Marks KeptTakes::GetMarks() const {
-  Marks marks{GetCurrent(), {}};
+  Marks marks{m_list.current, {}};
   for (const KeptTake& take : m_list.takes) marks.flags[take.number] = {take.retried, take.undone};
   return marks;
 }
@@ -194,32 +229,43 @@ void KeptTakes::PutMarks(const Marks& marks) {
 
 // --- a take ---
 
-/// The take that the scene shows, when its poses stand as it left them and `start` lies within it.
+bool KeptTakes::IsTracking() const {
+  return m_session.GetCore().GetPreferences().keepTakes || m_list.lastNumber > 0 ||
+         m_list.current != 0;
+}
+
+/// What the scene's keys come from at `start`, when the poses stand as it left them.
 int KeptTakes::PredecessorAt(double start, const std::vector<Instance*>& rigs) {
-  const KeptTake* take = Find(m_list.current);
-  if (!take || take->rate != m_session.GetScene().GetFrameRate() || start <= take->range.from ||
-      start > take->range.to + util::kFrameTolerance || rigs.size() != take->rigs.size())
+  const std::vector<const KeptTake*> chain = ChainOf(m_list.current);
+  if (chain.empty() || chain.front()->predecessor != 0) return 0;
+  const KeptTake& last = *chain.back();
+  const KeptTake* found = nullptr;
+  for (const KeptTake* take : chain)
+    if (take->range.from < start - util::kFrameTolerance) found = take;
+  if (!found || start > found->range.to + util::kFrameTolerance ||
+      found->rate != m_session.GetScene().GetFrameRate())
     return 0;
-  for (std::size_t i = 0; i < rigs.size(); ++i)
-    if (rigs[i]->GetInstanceName() != take->rigs[i].name) return 0;
-  return HashOf(*take) == take->hash ? take->number : 0;
+  std::set<std::string> names;
+  for (const Instance* rig : rigs) names.insert(rig->GetInstanceName());
+  const std::set<std::string> ran = NamesOf(*found);
+  // What others have come to behind its start would not be in the chain any more.
+  const bool isPart = std::includes(ran.begin(), ran.end(), names.begin(), names.end());
+  if (names != ran && (!isPart || found != &last)) return 0;
+  const bool stands = last.mark != 0 ? MarkOf(last) == last.mark : HashOf(last) == last.hash;
+  return stands ? found->number : 0;
 }
 
 void KeptTakes::BeginTake() {
+  if (m_isPaused) return;
   auto& core = m_session.GetCore();
-  m_isKeeping = core.GetPreferences().keepTakes && !m_damaged;
-  if (!m_isKeeping) return;
+  m_isTracking = IsTracking();
+  if (!m_isTracking) return;
   m_running = {};
   m_running.rate = m_session.GetScene().GetFrameRate();
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
   m_running.predecessor = PredecessorAt(core.GetStartTime(), core.GetTakeInstances());
   for (Instance* rig : core.GetTakeInstances()) {
-    KeptRig kept;
-    kept.name = rig->GetInstanceName();
-    kept.kind = rig->GetTool()->GetDisplayId();
-    kept.profile = rig->GetCurrentProfile();
-    kept.parameters = ParametersOf(*rig);
-    kept.bindings = BindingsOf(*rig);
+    KeptRig kept = SettingsOf(*rig, m_surroundings);
     int size = 0;
     if (m_running.predecessor == 0 && rig->GetRig()->Store() == 0) {
       const auto* data = static_cast<const unsigned char*>(rig->GetUserData(&size));
@@ -233,18 +279,9 @@ void KeptTakes::BeginTake() {
 }
 
 void KeptTakes::ReadInputs(KeptTake& take) {
-  for (KeptRig& kept : take.rigs) {
-    Instance* rig = m_session.GetCore().FindInstance(kept.name);
-    kept.inputs.clear();
-    for (int i = 0; rig && i < rig->GetProperties().count(); ++i) {
-      const auto index = static_cast<std::size_t>(i);
-      if (index >= rig->GetTracks().size()) break;
-      KeptInput input{rig->GetProperties().property(i)->name, {}};
-      for (const auto& sample : rig->GetTracks()[index].samples)
-        if (sample.time >= take.range.from) input.track.samples.push_back(sample);
-      if (!input.track.samples.empty()) kept.inputs.push_back(std::move(input));
-    }
-  }
+  for (KeptRig& kept : take.rigs)
+    if (Instance* rig = m_session.GetCore().FindInstance(kept.name))
+      kept.inputs = InputsOf(*rig, take.range.from);
 }
 
 /// The keys at the start are what a run that begins there finds.
@@ -255,77 +292,137 @@ void KeptTakes::NoteStart(KeptTake& take) {
         pose = node->LocalTrs(take.range.from);
 }
 
-void KeptTakes::StopTake() {
-  if (!m_isKeeping) return;
+void KeptTakes::NotePoses(KeptTake& take) {
+  if (take.number > 0) take.hash = HashOf(take);
+  take.mark = MarkOf(take);
+}
+
+void KeptTakes::StopTake(bool isTake) {
+  if (!m_isTracking || m_isPaused) return;
   auto& core = m_session.GetCore();
-  m_running.range.to = std::max(m_running.range.from, core.GetFrameTime());
+  // A simulation's frame is the next one by now, a take's the last.
+  const double rate = m_running.rate;
+  const double last =
+      isTake ? core.GetFrameTime() : (std::round(core.GetFrameTime() * rate) - 1.0) * (1.0 / rate);
+  m_running.range.to = std::max(m_running.range.from, last);
   ReadInputs(m_running);
   Marks before = GetMarks();
-  m_running.number = ++m_list.lastNumber;
-  m_running.version = version;
-  if (KeptTake* old = Edit(GetCurrent())) old->retried = m_running.predecessor != old->number;
-  m_list.takes.push_back(std::exchange(m_running, {}));
-  m_list.current = m_list.takes.back().number;
-  before.flags[m_list.current] = {false, true};
+  if (isTake && core.GetPreferences().keepTakes && !m_damaged) {
+    m_running.number = ++m_list.lastNumber;
+    m_running.version = version;
+    if (KeptTake* old = EditShown(GetCurrent()))
+      old->retried = ShownOf(m_running.predecessor) != old->number;
+    m_list.takes.push_back(std::exchange(m_running, {}));
+    m_list.current = m_list.lastNumber;
+    before.flags[m_list.current] = {false, true};
+  } else {
+    m_running.number = --m_list.lastHidden;
+    m_running.shown = isTake ? 0 : GetCurrent();
+    m_list.hidden.push_back(std::exchange(m_running, {}));
+    m_list.current = m_list.lastHidden;
+  }
   m_changed = true;
   core.GetAdaptor()->PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
 }
 
 void KeptTakes::EndTake() {
-  if (!m_isKeeping) return;
+  if (!m_isTracking || m_isPaused) return;
   KeptTake* take = Edit(m_list.current);
   if (!take) return;
-  if (now) take->when = now();
+  if (now && take->number > 0) take->when = now();
   NoteStart(*take);
-  take->hash = HashOf(*take);
+  NotePoses(*take);
+  KeepToLimit();
+  ForgetUnneeded(kMostUnneeded);
 }
 
 void KeptTakes::TakeOverInputs(double end) {
-  if (!m_isKeeping) return;
-  KeptTake* take = Edit(m_list.current);
+  KeptTake* take = m_isTracking ? Edit(m_list.current) : nullptr;
   if (!take) return;
   take->range.to = std::max(take->range.to, end);
   ReadInputs(*take);
-  take->hash = HashOf(*take);
+  NotePoses(*take);
 }
 
-/// Of all keys of the rigs' nodes within the take: which node, times and values to the bit. Nodes
-/// count in their order, so that a new name changes nothing.
-std::string KeptTakes::HashOf(const KeptTake& take) {
-  QCryptographicHash hash(QCryptographicHash::Sha256);
-  const auto add = [&hash](const double* from, std::size_t count) {
-    hash.addData(reinterpret_cast<const char*>(from), static_cast<int>(count * sizeof(double)));
-  };
-  for (const KeptRig& rig : take.rigs) {
-    const Instance* instance = m_session.GetCore().FindInstance(rig.name);
+namespace {
+
+/// Takes the keys of rigs' nodes within a time, one after the other: which node, times and values.
+template <class AddText, class AddNumbers>
+void VisitKeys(rws::core::CoreImplementation& core, const std::vector<KeptRig>& rigs,
+               const TimeSpan& span, const AddText& addNode, const AddNumbers& add) {
+  for (const KeptRig& rig : rigs) {
+    const Instance* instance = core.FindInstance(rig.name);
     if (!instance) continue;
     for (rws::core::CoreNode* each : instance->GetNodes()) {
       const auto* node = static_cast<headless::HeadlessNode*>(each)->GetSceneNode();
-      hash.addData("node", 4);
+      addNode();
       for (int path = 0; node && path < 3; ++path) {
         const headless::Channel* keys = node->GetChannel(static_cast<headless::ChannelPath>(path));
         if (!keys) continue;
+        const auto& times = keys->GetTimes();
         const auto perKey = static_cast<std::size_t>(keys->ValuesPerKey());
-        for (std::size_t i = 0; i < keys->GetTimes().size(); ++i) {
-          const double time = keys->GetTimes()[i];
-          if (time < take.range.from || time > take.range.to + util::kFrameTolerance) continue;
-          add(&time, 1);
+        const auto first = std::lower_bound(times.begin(), times.end(), span.from) - times.begin();
+        for (auto i = static_cast<std::size_t>(first);
+             i < times.size() && times[i] <= span.to + util::kFrameTolerance; ++i) {
+          add(&times[i], 1);
           add(keys->GetValues().data() + i * perKey, perKey);
         }
       }
     }
   }
+}
+
+}  // namespace
+
+/// Of all keys of the rigs' nodes within the take, to the bit. Nodes count in their order, so that
+/// a new name changes nothing.
+std::string KeptTakes::HashOf(const KeptTake& take) {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  VisitKeys(
+      m_session.GetCore(), take.rigs, take.range, [&hash] { hash.addData("node", 4); },
+      [&hash](const double* from, std::size_t count) {
+        hash.addData(reinterpret_cast<const char*>(from), static_cast<int>(count * sizeof(double)));
+      });
   return hash.result().toHex().toStdString();
+}
+
+/// The same from where the chain begins, for all of its rigs: asked for whenever a run begins, so
+/// it has to be quick.
+std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
+  const std::vector<const KeptTake*> chain = ChainOf(take.number);
+  const KeptTake& root = chain.empty() ? take : *chain.front();
+  std::uint64_t mark = 0x9e3779b97f4a7c15u;
+  const auto mix = [&mark](std::uint64_t word) {
+    mark = (mark ^ word) * 0xff51afd7ed558ccdu;
+    mark ^= mark >> 32;
+  };
+  VisitKeys(
+      m_session.GetCore(), root.rigs, {root.range.from, take.range.to}, [&mix] { mix(1); },
+      [&mix](const double* from, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+          std::uint64_t word = 0;
+          std::memcpy(&word, from + i, sizeof word);
+          mix(word);
+        }
+      });
+  return mark != 0 ? mark : 1;
 }
 
 // --- using one ---
 
 std::vector<const KeptTake*> KeptTakes::ChainOf(int number) const {
   std::vector<const KeptTake*> chain;
-  // A predecessor has the lower number, so this ends.
-  for (const KeptTake* take = Find(number); take; take = Find(take->predecessor))
-    chain.insert(chain.begin(), take);
+  // What was read has been looked through for circles, and new ones go on from older ones.
+  for (const KeptTake* take = FindAny(number); take; take = FindAny(take->predecessor))
+    chain.push_back(take);
+  std::reverse(chain.begin(), chain.end());
   return chain;
+}
+
+std::vector<const KeptTake*> KeptTakes::GetChain() const {
+  const std::vector<const KeptTake*> chain = ChainOf(m_list.current);
+  const bool isWhole = !chain.empty() && chain.front()->predecessor == 0;
+  return isWhole ? chain : std::vector<const KeptTake*>();
 }
 
 std::string KeptTakes::WhyNot(const std::vector<const KeptTake*>& chain) {
@@ -386,68 +483,83 @@ bool KeptTakes::Simulate(const KeptTake& take, double end, const Monitor& monito
   return run.began && !run.cancelled;
 }
 
+/// What is wrong, if anything.
+std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor) {
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    std::string problem = PutBack(*chain[i]);
+    if (!problem.empty()) return problem;
+    double end = chain[i]->range.to;
+    // Where another one takes over with all rigs, nothing is left of what lies behind.
+    if (i + 1 < chain.size() && NamesOf(*chain[i + 1]) == NamesOf(*chain[i]))
+      end = chain[i + 1]->range.from;
+    if (!Simulate(*chain[i], end, monitor)) return "its rigs could not be simulated";
+  }
+  return {};
+}
+
 UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   UseResult result;
-  const std::vector<const KeptTake*> chain = ChainOf(number);
+  const std::vector<const KeptTake*> chain = ChainOf(Find(number) ? number : 0);
   result.problem = chain.empty() ? "there is no take " + std::to_string(number) : WhyNot(chain);
   if (!result.problem.empty()) return result;
   auto& adaptor = *m_session.GetCore().GetAdaptor();
   UndoBlock block(adaptor, "Use Take");
   Marks before = GetMarks();
-  for (std::size_t i = 0; i < chain.size(); ++i) {
-    result.problem = PutBack(*chain[i]);
-    if (!result.problem.empty()) return result;
-    const double end = i + 1 < chain.size() ? chain[i + 1]->range.from : chain[i]->range.to;
-    if (Simulate(*chain[i], end, monitor)) continue;
-    result.cancelled = monitor.IsCancelled();
-    if (!result.cancelled) result.problem = "its rigs could not be simulated";
-    return result;
+  {
+    const Pause pause(*this);
+    result.problem = Replay(chain, monitor);
   }
-  StretchRange(m_session, chain.back()->range);
+  result.cancelled = monitor.IsCancelled();
+  if (result.cancelled) result.problem.clear();
+  if (result.cancelled || !result.problem.empty()) return result;
+  StretchRange(m_session, {chain.front()->range.from, chain.back()->range.to});
   m_list.current = number;
   Edit(number)->undone = Edit(number)->retried = false;
   adaptor.PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
   block.Keep();
-  result.isSame = HashOf(*Find(number)) == Find(number)->hash;
+  result.isSame = HashOf(*FindAny(number)) == FindAny(number)->hash;
   return result;
 }
 
 // --- what stands in the list ---
 
 bool KeptTakes::SetName(int number, const std::string& name) {
-  KeptTake* take = Edit(number);
+  KeptTake* take = EditShown(number);
   if (take) take->name = name;
   return take;
 }
 
 bool KeptTakes::SetNote(int number, const std::string& note) {
-  KeptTake* take = Edit(number);
+  KeptTake* take = EditShown(number);
   if (take) take->note = note;
   return take;
 }
 
 bool KeptTakes::SetStars(int number, int stars) {
-  KeptTake* take = Edit(number);
+  KeptTake* take = EditShown(number);
   if (take) take->stars = std::clamp(stars, 0, 5);
   return take;
 }
 
 std::string KeptTakes::Delete(int number) {
   if (!Find(number)) return "there is no take " + std::to_string(number);
-  for (const KeptTake& take : m_list.takes)
-    if (take.predecessor == number)
-      return "take " + std::to_string(take.number) + " went on from it";
-  m_list.takes.erase(std::find_if(m_list.takes.begin(), m_list.takes.end(),
-                                  [number](const KeptTake& t) { return t.number == number; }));
-  if (m_list.current == number) m_list.current = 0;
-  m_changed = true;
+  for (const KeptTake& other : m_list.takes)
+    for (const KeptTake* take : ChainOf(other.number))
+      if (take->number == number && other.number != number)
+        return "take " + std::to_string(other.number) + " went on from it";
+  Hide(number);
   return {};
 }
 
 std::string KeptTakes::Export(int number) const {
   TakeList list;
-  for (const KeptTake* take : ChainOf(number)) list.takes.push_back(*take);
-  list.lastNumber = number;
+  for (const KeptTake* take : ChainOf(Find(number) ? number : 0)) {
+    (Find(take->number) ? list.takes : list.hidden).push_back(*take);
+    list.lastNumber = std::max(list.lastNumber, take->number);
+    list.lastHidden = std::min(list.lastHidden, take->number);
+  }
+  std::sort(list.takes.begin(), list.takes.end(),
+            [](const KeptTake& a, const KeptTake& b) { return a.number < b.number; });
   return EncodeTakes(list);
 }
 
@@ -457,19 +569,27 @@ std::string KeptTakes::Import(const std::string& bytes, std::vector<int>& number
   std::string problem = DecodeTakes(bytes, list);
   if (!problem.empty()) return "the takes of this file can't be read: " + problem;
   std::map<int, int> renumbered{{0, 0}};
-  for (KeptTake& take : list.takes) {
-    if (renumbered.count(take.predecessor) == 0)
-      return "take " + std::to_string(take.predecessor) + " is missing in it";
-    renumbered[take.number] = m_list.lastNumber + static_cast<int>(renumbered.size());
+  for (const KeptTake& take : list.takes) {
+    numbers.push_back(m_list.lastNumber + static_cast<int>(numbers.size()) + 1);
+    renumbered[take.number] = numbers.back();
   }
-  for (KeptTake& take : list.takes) {
-    take.predecessor = renumbered[take.predecessor];
-    take.number = renumbered[take.number];
-    take.retried = take.undone = false;
-    numbers.push_back(take.number);
-    m_list.takes.push_back(std::move(take));
+  int lastHidden = m_list.lastHidden;
+  for (const KeptTake& take : list.hidden) renumbered[take.number] = --lastHidden;
+  for (const auto* takes : {&list.takes, &list.hidden})
+    for (const KeptTake& take : *takes)
+      if (renumbered.count(take.predecessor) == 0)
+        return "take " + std::to_string(take.predecessor) + " is missing in it";
+  for (auto* takes : {&list.takes, &list.hidden}) {
+    for (KeptTake& take : *takes) {
+      take.predecessor = renumbered[take.predecessor];
+      take.number = renumbered[take.number];
+      take.shown = renumbered.count(take.shown) > 0 ? renumbered[take.shown] : 0;
+      take.retried = take.undone = false;
+      (takes == &list.takes ? m_list.takes : m_list.hidden).push_back(std::move(take));
+    }
   }
   m_list.lastNumber += static_cast<int>(numbers.size());
+  m_list.lastHidden = lastHidden;
   m_changed = m_changed || !numbers.empty();
   return {};
 }

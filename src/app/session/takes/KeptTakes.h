@@ -1,13 +1,16 @@
 // The takes of a scene.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "app/session/anyhost/Monitor.h"
+#include "app/session/takes/Surroundings.h"
 #include "app/session/takes/TakeCode.h"
 
 namespace orv::rws::core {
@@ -25,9 +28,10 @@ struct UseResult {
   bool isSame = false;  ///< the poses are those of the take, to the bit
 };
 
-/// Keeps every take that the session's core performs while the preferences ask for it, outside
+/// Keeps every take that the session's core performs, unless the preferences say otherwise, outside
 /// undo: what a retry or an undo drops of the scene stays here, marked. Takes that are kept are
-/// written with the scene.
+/// written with the scene. So is what else the scene's keys come from, such as a simulation with
+/// other parameters, from which a take may go on; no list shows it.
 class KeptTakes {
  public:
   /// Listens to the core's takes as long as it lives.
@@ -45,8 +49,14 @@ class KeptTakes {
   const std::vector<KeptTake>& GetTakes() const { return m_list.takes; }
   /// Null when there is none of this number.
   const KeptTake* Find(int number) const;
-  /// Number of the take that the scene shows; 0: none.
-  int GetCurrent() const { return Find(m_list.current) ? m_list.current : 0; }
+  /// Number of the take that the scene shows, simulated again or not; 0: none.
+  int GetCurrent() const { return ShownOf(m_list.current); }
+  /// Number of the take that one went on from, simulated again or not; 0: none that is there.
+  int GetPredecessor(const KeptTake& take) const { return ShownOf(take.predecessor); }
+  /// What the scene's keys come from, oldest first: each goes on within the one before. Empty when
+  /// that is not known.
+  std::vector<const KeptTake*> GetChain() const;
+  Surroundings& GetSurroundings() { return m_surroundings; }
 
   /// Puts parameters, mappings, tracks and start back and simulates the take, behind those that it
   /// went on from, one after the other: one undo step.
@@ -62,8 +72,19 @@ class KeptTakes {
   /// Adds the takes of such a file behind the present ones. An empty text, or why not.
   std::string Import(const std::string& bytes, std::vector<int>& numbers);
 
-  /// What was done to the inputs within the step of the take that ended last counts as its own, up
-  /// to `end` (s).
+  /// While one lives, what is simulated counts as no run of its own.
+  class Pause {
+   public:
+    explicit Pause(KeptTakes& takes) : m_takes(takes) { m_takes.m_isPaused = true; }
+    ~Pause() { m_takes.m_isPaused = false; }
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+   private:
+    KeptTakes& m_takes;
+  };
+  /// What was done to the inputs and simulated within the step of the take that ended last counts
+  /// as its own, up to `end` (s).
   void TakeOverInputs(double end);
 
   /// When a take ended, in the program's own words; asked behind the take.
@@ -80,27 +101,42 @@ class KeptTakes {
 
   Marks GetMarks() const;
   void PutMarks(const Marks& marks);
+  /// Of those too that no list shows.
+  const KeptTake* FindAny(int number) const;
+  int ShownOf(int number) const;
   KeptTake* Edit(int number);
+  KeptTake* EditShown(int number);
+  bool IsTracking() const;
   void BeginTake();
-  void StopTake();
+  void StopTake(bool isTake);
   void EndTake();
+  void Hide(int number);
+  void KeepToLimit();
+  void ForgetUnneeded(std::size_t most);
+  std::set<int> FindNeeded() const;
+  TakeList GetNeeded() const;
   int PredecessorAt(double start, const std::vector<rws::core::Instance*>& rigs);
   void ReadInputs(KeptTake& take);
   void NoteStart(KeptTake& take);
+  void NotePoses(KeptTake& take);
   std::string HashOf(const KeptTake& take);
+  std::uint64_t MarkOf(const KeptTake& take);
   std::vector<const KeptTake*> ChainOf(int number) const;
   std::string WhyNot(const std::vector<const KeptTake*>& chain);
   std::string PutBack(const KeptTake& take);
   std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
   bool Simulate(const KeptTake& take, double end, const Monitor& monitor);
+  std::string Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor);
 
   SceneSession& m_session;
+  Surroundings m_surroundings;
   TakeList m_list;
   KeptTake m_running;
   std::shared_ptr<int> m_life = std::make_shared<int>(0);
   bool m_changed = false;  ///< since `Load`
   bool m_damaged = false;
-  bool m_isKeeping = false;  ///< the take that runs, or ended last
+  bool m_isTracking = false;  ///< the run that goes on, or ended last
+  bool m_isPaused = false;
 };
 
 }  // namespace orv::app

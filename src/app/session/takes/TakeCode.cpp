@@ -14,7 +14,7 @@ namespace {
 using Track = util::AVar_Linear<double>;
 
 constexpr quint32 kMark = 0x4f52544bu;
-constexpr quint32 kCodeVersion = 1;
+constexpr quint32 kCodeVersion = 2;  ///< before 2 neither surfaces nor simulations
 /// Bytes that a damaged length can't make us take.
 constexpr quint32 kMostBytes = 1u << 30;
 constexpr quint32 kMostItems = 1u << 24;
@@ -230,8 +230,36 @@ rws::adaptor::Trs GetPose(QDataStream& in) {
   return pose;
 }
 
+void PutSurfaces(QDataStream& out, const KeptRig& rig, const KeptRig* before) {
+  const bool same = before && before->surfaces == rig.surfaces;
+  out << static_cast<qint32>(rig.simulation) << same;
+  if (same) return;
+  out << static_cast<quint32>(rig.surfaces.size());
+  for (const KeptSurface& surface : rig.surfaces) {
+    PutText(out, surface.node);
+    PutText(out, surface.hash);
+  }
+}
+
+bool GetSurfaces(QDataStream& in, KeptRig& rig, const KeptRig* before) {
+  qint32 simulation = 0;
+  bool same = false;
+  in >> simulation >> same;
+  rig.simulation = simulation;
+  if (same && !before) return false;
+  if (same) rig.surfaces = before->surfaces;
+  quint32 count = 0;
+  if (!same) in >> count;
+  for (quint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
+    std::string node = GetText(in);
+    rig.surfaces.push_back({std::move(node), GetText(in)});
+  }
+  return in.status() == QDataStream::Ok;
+}
+
 void PutRig(QDataStream& out, const KeptRig& rig, const KeptRig* before, double frameDuration) {
   PutText(out, rig.profile);
+  PutSurfaces(out, rig, before);
   PutSettings(out, rig, before);
   out << QByteArray(reinterpret_cast<const char*>(rig.memory.data()),
                     static_cast<int>(rig.memory.size()));
@@ -247,8 +275,10 @@ void PutRig(QDataStream& out, const KeptRig& rig, const KeptRig* before, double 
   }
 }
 
-bool GetRig(QDataStream& in, KeptRig& rig, const KeptRig* before, double frameDuration) {
+bool GetRig(QDataStream& in, quint32 version, KeptRig& rig, const KeptRig* before,
+            double frameDuration) {
   rig.profile = GetText(in);
+  if (version > 1 && !GetSurfaces(in, rig, before)) return false;
   if (!GetSettings(in, rig, before)) return false;
   QByteArray memory;
   quint32 nodes = 0, inputs = 0;
@@ -269,7 +299,8 @@ bool GetRig(QDataStream& in, KeptRig& rig, const KeptRig* before, double frameDu
 
 void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   out << static_cast<qint32>(take.number) << static_cast<qint32>(take.stars)
-      << static_cast<qint32>(take.predecessor) << take.rate << take.range.from << take.range.to
+      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown)
+      << static_cast<quint64>(take.mark) << take.rate << take.range.from << take.range.to
       << take.retried << take.undone;
   for (const std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     PutText(out, *text);
@@ -283,18 +314,23 @@ void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   }
 }
 
-bool GetTake(QDataStream& in, KeptTake& take, std::map<std::string, KeptRig>& latest) {
-  qint32 number = 0, stars = 0, predecessor = 0;
-  in >> number >> stars >> predecessor >> take.rate >> take.range.from >> take.range.to >>
-      take.retried >> take.undone;
+bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
+             std::map<std::string, KeptRig>& latest) {
+  qint32 number = 0, stars = 0, predecessor = 0, shown = 0;
+  quint64 mark = 0;
+  in >> number >> stars >> predecessor;
+  if (version > 1) in >> shown >> mark;
+  in >> take.rate >> take.range.from >> take.range.to >> take.retried >> take.undone;
   take.number = number;
+  take.shown = shown;
+  take.mark = mark;
   take.stars = stars;
   take.predecessor = predecessor;
   for (std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     *text = GetText(in);
-  const bool sound = number > 0 && predecessor >= 0 && predecessor < number && take.rate > 0.0 &&
-                     std::isfinite(take.rate) && std::isfinite(take.range.from) &&
-                     std::isfinite(take.range.to) && take.range.to >= take.range.from;
+  const bool sound = number != 0 && take.rate > 0.0 && std::isfinite(take.rate) &&
+                     std::isfinite(take.range.from) && std::isfinite(take.range.to) &&
+                     take.range.to >= take.range.from;
   quint32 rigs = 0;
   in >> rigs;
   if (!sound || in.status() != QDataStream::Ok) return false;
@@ -304,10 +340,25 @@ bool GetTake(QDataStream& in, KeptTake& take, std::map<std::string, KeptRig>& la
     rig.kind = GetText(in);
     const std::string key = rig.kind + '\n' + rig.name;
     const auto before = latest.find(key);
-    if (!GetRig(in, rig, before == latest.end() ? nullptr : &before->second, 1.0 / take.rate))
+    if (!GetRig(in, version, rig, before == latest.end() ? nullptr : &before->second,
+                1.0 / take.rate))
       return false;
     latest[key] = rig;
     take.rigs.push_back(std::move(rig));
+  }
+  return true;
+}
+
+/// Whether all chains end, and no number stands for two.
+bool IsSound(const TakeList& list) {
+  std::map<int, int> before;
+  for (const auto* takes : {&list.takes, &list.hidden})
+    for (const KeptTake& take : *takes)
+      if (!before.emplace(take.number, take.predecessor).second) return false;
+  for (const auto& each : before) {
+    std::size_t length = 0;
+    for (auto at = before.find(each.first); at != before.end(); at = before.find(at->second))
+      if (++length > before.size()) return false;
   }
   return true;
 }
@@ -319,9 +370,11 @@ std::string EncodeTakes(const TakeList& list) {
   QDataStream out(&bytes, QIODevice::WriteOnly);
   out.setVersion(QDataStream::Qt_5_6);
   out << kMark << kCodeVersion << static_cast<qint32>(list.lastNumber)
-      << static_cast<qint32>(list.current) << static_cast<quint32>(list.takes.size());
+      << static_cast<qint32>(list.current) << static_cast<qint32>(list.lastHidden)
+      << static_cast<quint32>(list.takes.size()) << static_cast<quint32>(list.hidden.size());
   Latest latest;
-  for (const KeptTake& take : list.takes) PutTake(out, take, latest);
+  for (const auto* takes : {&list.takes, &list.hidden})
+    for (const KeptTake& take : *takes) PutTake(out, take, latest);
   return qCompress(bytes).toStdString();
 }
 
@@ -333,24 +386,29 @@ std::string DecodeTakes(const std::string& bytes, TakeList& list) {
   const QByteArray plain = qUncompress(packed);
   QDataStream in(plain);
   in.setVersion(QDataStream::Qt_5_6);
-  quint32 mark = 0, version = 0, count = 0;
-  qint32 lastNumber = 0, current = 0;
+  quint32 mark = 0, version = 0, shown = 0, hidden = 0;
+  qint32 lastNumber = 0, current = 0, lastHidden = 0;
   in >> mark >> version;
   if (in.status() != QDataStream::Ok || mark != kMark) return "they are damaged";
   if (version > kCodeVersion) return "a newer version has written them";
-  in >> lastNumber >> current >> count;
+  in >> lastNumber >> current;
+  if (version > 1) in >> lastHidden;
+  in >> shown;
+  if (version > 1) in >> hidden;
   TakeList read;
   read.lastNumber = lastNumber;
+  read.lastHidden = lastHidden;
   read.current = current;
   std::map<std::string, KeptRig> latest;
-  for (quint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
+  for (quint32 i = 0; i < shown + static_cast<quint64>(hidden); ++i) {
     KeptTake take;
-    if (!GetTake(in, take, latest) || take.number > lastNumber ||
-        (!read.takes.empty() && read.takes.back().number >= take.number))
+    if (!GetTake(in, version, take, latest) || take.number > lastNumber ||
+        take.number < lastHidden || (i < shown && take.number < 0) ||
+        (i > 0 && i < shown && read.takes.back().number >= take.number))
       return "take " + std::to_string(i + 1) + " of them is damaged";
-    read.takes.push_back(std::move(take));
+    (i < shown ? read.takes : read.hidden).push_back(std::move(take));
   }
-  if (in.status() != QDataStream::Ok) return "they are damaged";
+  if (in.status() != QDataStream::Ok || !IsSound(read)) return "they are damaged";
   list = std::move(read);
   return {};
 }

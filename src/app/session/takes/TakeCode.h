@@ -10,9 +10,11 @@ namespace orv::app {
 
 /// What a scene or a file of takes holds.
 struct TakeList {
-  std::vector<KeptTake> takes;  ///< by number
-  int lastNumber = 0;           ///< the highest that was ever given
-  int current = 0;              ///< the take that the scene shows; 0: none
+  std::vector<KeptTake> takes;   ///< by number
+  std::vector<KeptTake> hidden;  ///< simulations, and takes that others need and no list shows
+  int lastNumber = 0;            ///< the highest that was ever given
+  int lastHidden = 0;            ///< the lowest
+  int current = 0;               ///< what the scene's keys come from; 0: not known
 };
 
 /// Compressed and lossless to the bit: tracks of 16-bit axes as differences of whole numbers,

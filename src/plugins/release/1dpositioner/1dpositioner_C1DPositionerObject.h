@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/OneChannelRig.h"
+#include "plugins/common/RigFactory.h"
 
 namespace orv::rws::addon {
 
@@ -18,7 +18,7 @@ class C1DPositionerObject : public OneChannelRig {
   util::Matrix<double> LocalPose() const override;
 };
 
-class C1DPositionerPlugin : public CCameraPlugin {
+class C1DPositionerPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "1DPositioner"; }

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/OneChannelRig.h"
+#include "plugins/common/RigFactory.h"
 
 namespace orv::rws::addon {
 
@@ -17,7 +17,7 @@ class C1DRotatorObject : public OneChannelRig {
   util::Matrix<double> LocalPose() const override;
 };
 
-class C1DRotatorPlugin : public CCameraPlugin {
+class C1DRotatorPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "1DRotator"; }

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/Rig.h"
+#include "plugins/common/RigFactory.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/release/4wheelerextended/CCarCam.h"
 #include "plugins/release/4wheelerextended/CGravityDirectionNode.h"
@@ -18,8 +18,9 @@
 #include "unidevice/Property.h"
 
 namespace orv::rws {
+struct LineToFollow;
 struct RigMarks;
-}
+}  // namespace orv::rws
 
 namespace orv::rws::addon {
 
@@ -111,6 +112,9 @@ class CCarCamObject : public Rig {
   Matrix Scaled(const util::QTransform<double>& pose) const;
   util::QTransform<double> PivotOf(util::QTransform<double> base) const;
 
+  // Lines
+  std::intptr_t FollowLine(LineToFollow& asked);
+
   // Marks
   std::intptr_t TellMarks(RigMarks& marks) const;
   void TellWheel(const CarState& now, const CarState& before, int index, RigMarks& marks) const;
@@ -145,7 +149,7 @@ class CCarCamObject : public Rig {
   std::array<std::unique_ptr<WheelNodes>, kWheelCount> m_wheels;
 };
 
-class CCarCamPlugin : public CCameraPlugin {
+class CCarCamPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "4WheelerExt"; }

@@ -1,6 +1,8 @@
 // The car model: a chassis base that the inputs drive over the ground, and a body on springs.
 #pragma once
 
+#include <vector>
+
 #include "plugins/release/4wheelerextended/CarSettings.h"
 #include "plugins/release/4wheelerextended/CarState.h"
 
@@ -43,6 +45,10 @@ class CCarCam {
   void FitBase(double dt);
   /// Steers towards a point (world, m) instead of by the inputs.
   void SteerTowards(const Vector& target, double dt);
+  /// Where the target stands, frame by frame (world, m), of an autonomous car whose base is to be
+  /// at these poses, one each `dt` seconds.
+  std::vector<Vector> PlaceTargets(const std::vector<util::QTransform<double>>& line,
+                                   double dt) const;
 
   /// Moves all that the state holds in world space by a turn about `from`, and on to `to`.
   void Carry(const Quat& turn, const Vector& from, const Vector& to);

@@ -288,12 +288,13 @@ std::intptr_t CCarCamObject::Extension(int code, void* a, void* b) {
     return 1;
   }
   if (code == kTellMarks && a) return TellMarks(*static_cast<RigMarks*>(a));
+  if (code == kFollowLine && a) return FollowLine(*static_cast<LineToFollow*>(a));
   if (code != kIsComputed) return CCamera::Extension(code, a, b);
   return IsComputed(kGaugeRows, m_gauges, a) ? 1 : 0;
 }
 
 void CCarCamObject::GetExtensions(std::vector<int>& out) {
-  out.insert(out.end(), {kIsComputed, kTellGround, kStandingHeight, kTellMarks});
+  out.insert(out.end(), {kIsComputed, kTellGround, kStandingHeight, kTellMarks, kFollowLine});
 }
 
 int CCarCamObject::Define() {

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCameraPlugin.h"
 #include "core/interface/GroundReport.h"
 #include "plugins/common/History.h"
 #include "plugins/common/Rig.h"
+#include "plugins/common/RigFactory.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/common/ground/GroundShapePool.h"
 #include "plugins/common/ground/SurfaceNode.h"
@@ -208,7 +208,7 @@ class CrawlerTracks : public Rig {
   bool m_hasLeft = false;    ///< its wheels or the ground, and the user has been told
 };
 
-class CrawlerTracksPlugin : public CCameraPlugin {
+class CrawlerTracksPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "CrawlerTracks"; }

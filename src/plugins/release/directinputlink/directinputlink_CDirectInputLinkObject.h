@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/LinkRig.h"
+#include "plugins/common/RigFactory.h"
 
 namespace orv::rws::addon {
 
@@ -41,7 +41,7 @@ class CDirectInputLinkObject : public LinkRig {
   CCameraNode m_camera;
 };
 
-class CDirectInputLinkPlugin : public CCameraPlugin {
+class CDirectInputLinkPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "DirectInputLink"; }

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCameraPlugin.h"
 #include "core/interface/GroundReport.h"
 #include "plugins/common/Rig.h"
+#include "plugins/common/RigFactory.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/firepower/CCollisionNode.h"
 #include "plugins/release/firepower/FiringLogic.h"
@@ -99,7 +99,7 @@ class Firepower : public Rig {
   CCollisionNode m_collision;
 };
 
-class CFirepowerPlugin : public CCameraPlugin {
+class CFirepowerPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "Firepower"; }

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/FollowRig.h"
+#include "plugins/common/RigFactory.h"
 
 namespace orv::rws::addon {
 
@@ -59,7 +59,7 @@ class CMotionFilterCamObject : public FollowRig {
   bool m_toldTranslation = false, m_toldRotation = false;  ///< to diverge, in the present take
 };
 
-class CMotionFilterCamPlugin : public CCameraPlugin {
+class CMotionFilterCamPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "MotionFilterCam"; }

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/Rig.h"
+#include "plugins/common/RigFactory.h"
 #include "plugins/common/SaveChunk.h"
 #include "plugins/release/splinespeedcontroller/CCarriageNode.h"
 #include "plugins/release/splinespeedcontroller/RailContext.h"
@@ -110,7 +110,7 @@ class CCameraRailObject : public Rig {
   bool m_recording = false;
 };
 
-class CCameraRailPlugin : public CCameraPlugin {
+class CCameraRailPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "Spline Speed-Controller"; }

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "core/interface/CCameraPlugin.h"
 #include "plugins/common/FollowRig.h"
+#include "plugins/common/RigFactory.h"
 
 namespace orv::rws::addon {
 
@@ -48,7 +48,7 @@ class CSteadyCamObject : public FollowRig {
   CSteadyCamNode m_followCam;
 };
 
-class CSteadyCamPlugin : public CCameraPlugin {
+class CSteadyCamPlugin : public RigFactory<1> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "SteadyCam"; }

@@ -26,6 +26,8 @@ namespace {
 const char kChunkName[] = "TemplateDataChunk";
 const char kHistories[] = "histories";
 const char kReInitialize[] = "Re-Initialize";
+/// Version of how documents are worked out, as `RigFactory` has one.
+constexpr int kInterpreter = 1;
 /// A take goes on from memories that end no longer than this before its start (s).
 constexpr double kLongestGap = 0.5;
 /// Relative difference by which a pose counts as another one than that in memory.
@@ -470,6 +472,12 @@ int CTemplateObject::Store() {
 
 CTemplatePlugin::CTemplatePlugin(TemplateDefinition definition)
     : m_definition(std::make_shared<const TemplateDefinition>(std::move(definition))) {}
+
+// It goes up with the interpreter's, and with the document's.
+std::intptr_t CTemplatePlugin::Extension(int code, void* a, void* b) {
+  return code == kTellSimulation ? kInterpreter - 1 + m_definition->simulation
+                                 : CCameraPlugin::Extension(code, a, b);
+}
 
 CCamera* CTemplatePlugin::CreateObject(const CreationRecord& record) {
   return new CTemplateObject(record, m_definition);

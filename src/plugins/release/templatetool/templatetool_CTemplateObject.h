@@ -109,6 +109,8 @@ class CTemplatePlugin : public CCameraPlugin {
   std::string GetCategory() override { return m_definition->category; }
   std::string GetDescription() override { return m_definition->description; }
   std::string GetCreatedBy() override { return m_definition->author; }
+  std::intptr_t Extension(int code, void* a, void* b) override;
+  void GetExtensions(std::vector<int>& out) override { out.push_back(kTellSimulation); }
 
  private:
   const std::shared_ptr<const TemplateDefinition> m_definition;  ///< shared with its rigs

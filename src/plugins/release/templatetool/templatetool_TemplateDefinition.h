@@ -95,6 +95,7 @@ struct TemplateDefinition {
   std::string category;
   std::string description;
   std::string author;
+  int simulation = 1;  ///< the author's count of how the rig has moved
   std::vector<TemplateGroup> groups;
   std::vector<TemplateParameter> parameters;
   std::vector<TemplateInput> inputs;

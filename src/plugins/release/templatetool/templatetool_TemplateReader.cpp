@@ -1,6 +1,7 @@
 #include "plugins/release/templatetool/templatetool_TemplateReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <utility>
 
@@ -209,7 +210,8 @@ bool TemplateReader::Read(const std::string& document, TemplateDefinition& defin
   m_path.clear();
   const Place place(*this, root);
   const Names sections = {"description", "parameters", "inputs", "nodes", "outputs"};
-  if (!CheckShape(root, {"version", "id", "name", "category", "author"}, sections)) return false;
+  if (!CheckShape(root, {"version", "id", "name", "category", "author", "simulation"}, sections))
+    return false;
   for (const std::string& section : sections)
     if (!root.child(section, 1).isEmpty()) return Refuse("<" + section + "> stands twice");
   // Motions name nodes, and outputs name anything.
@@ -231,6 +233,12 @@ bool TemplateReader::ReadHead(const Element& root) {
     return false;
   if (!IsIdentifier(d.id))
     return Refuse("the id " + Quoted(d.id) + " may hold letters, digits and _, a letter first");
+  double simulation = d.simulation;
+  if (!root.attribute("simulation").empty() && !ReadNumber(root, "simulation", simulation))
+    return false;
+  if (simulation < 1.0 || simulation > 1e6 || simulation != std::floor(simulation))
+    return Refuse("simulation is a whole number from 1 up");
+  d.simulation = static_cast<int>(simulation);
   d.author = Plain(root.attribute("author"));
   const Element& description = root.child("description");
   d.description = Plain(description.text());

@@ -12,6 +12,8 @@ class MAngle {
   double as(Unit unit) const;
   double asRadians() const { return as(kRadians); }
   double asDegrees() const { return as(kDegrees); }
+  double asAngMinutes() const { return as(kAngMinutes); }
+  double asAngSeconds() const { return as(kAngSeconds); }
   MStatus setUnit(Unit unit) { return fUnit = unit, MStatus::kSuccess; }
   MStatus setValue(double value) { return fValue = value, MStatus::kSuccess; }
   static Unit uiUnit();
@@ -24,4 +26,5 @@ class MAngle {
   double fValue = 0;
   Unit fUnit = kRadians;
 };
+inline std::ostream& operator<<(std::ostream& os, const MAngle& angle) { return os << angle.value(); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

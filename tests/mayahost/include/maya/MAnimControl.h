@@ -1,5 +1,6 @@
 // Time and playback.
 #pragma once
+#include <maya/MFnAnimCurve.h>
 #include <maya/MTime.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MAnimControl {
@@ -19,6 +20,21 @@ class MAnimControl {
   static MStatus setAnimationEndTime(MTime time);
   static MStatus setAnimationStartEndTime(MTime start, MTime end);
   static bool isPlaying();
+  static bool isScrubbing();
+  static double playbackSpeed();
+  static MStatus setPlaybackSpeed(double speed);
+  static double playbackBy();
+  static MStatus setPlaybackBy(double by);
+  static PlaybackMode playbackMode();
+  static MStatus setPlaybackMode(PlaybackMode mode);
+  static PlaybackViewMode viewMode();
+  static MStatus setViewMode(PlaybackViewMode mode);
+  static MFnAnimCurve::TangentType globalInTangentType(MStatus* status = NULL);
+  static MStatus setGlobalInTangentType(const MFnAnimCurve::TangentType& type);
+  static MFnAnimCurve::TangentType globalOutTangentType(MStatus* status = NULL);
+  static MStatus setGlobalOutTangentType(const MFnAnimCurve::TangentType& type);
+  static bool weightedTangents(MStatus* status = NULL);
+  static MStatus setWeightedTangents(bool weighted);
   static MStatus playForward();
   static MStatus playBackward() { return playForward(); }
   static MStatus stop();

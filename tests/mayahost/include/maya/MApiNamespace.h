@@ -22,20 +22,36 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 // clang-format off
-class M3dView; class MAngle; class MAnimControl; class MAnimCurveChange; class MAnimUtil; class MArgDatabase; class MArgList; class MArgParser;
-class MCallbackIdArray; class MColor; class MColorArray; class MConditionMessage; class MDagModifier; class MDagPath; class MDagPathArray;
-class MDataBlock; class MDataHandle; class MArrayDataHandle; class MDGContext; class MDGContextGuard; class MDGMessage; class MDGModifier;
-class MDistance; class MDoubleArray; class MEulerRotation; class MEventMessage; class MFileIO; class MFloatArray; class MFloatPoint;
-class MFloatPointArray; class MFloatVector; class MFloatVectorArray; class MFn; class MFnAnimCurve; class MFnAttribute; class MFnBase;
-class MFnCamera; class MFnCompoundAttribute; class MFnDagNode; class MFnData; class MFnDependencyNode; class MFnEnumAttribute; class MFnIntArrayData;
-class MFnDoubleArrayData; class MFnLambertShader; class MFnMatrixAttribute; class MFnMatrixData; class MFnMesh; class MFnMeshData;
-class MFnMessageAttribute; class MFnNumericAttribute; class MFnNumericData; class MFnNurbsCurve; class MFnNurbsSurface; class MFnPlugin;
-class MFnReference; class MFnSet; class MFnStringArrayData; class MFnStringData; class MFnTransform; class MFnTypedAttribute; class MFnUnitAttribute;
-class MGlobal; class MIntArray; class MItDag; class MItDependencyNodes; class MItSelectionList; class MMatrix; class MMatrixArray; class MMessage;
-class MMeshIsectAccelParams; class MNamespace; class MNodeMessage; class MObject; class MObjectArray; class MObjectHandle; class MPlug;
-class MPlugArray; class MPoint; class MPointArray; class MPxCommand; class MPxNode; class MQtUtil; class MQuaternion; class MSceneMessage;
-class MSelectionList; class MStatus; class MString; class MStringArray; class MSyntax; class MTime; class MTimeArray; class MTransformationMatrix;
-class MTypeId; class MUintArray; class MUuid; class MVector; class MVectorArray;
+class M3dView; class MAngle; class MAnimControl; class MAnimCurveChange; class MAnimCurveClipboard; class MAnimCurveClipboardItem;
+class MAnimCurveClipboardItemArray; class MAnimMessage; class MAnimUtil; class MArgDatabase; class MArgList; class MArgParser; class MArrayDataBuilder;
+class MArrayDataHandle; class Matrix; class MatrixOf; class MBoundingBox; class MCallbackIdArray; class MColor; class MColorArray; class MCommandMessage;
+class MCommandResult; class MCommonRenderSettingsData; class MComputation; class MConditionMessage; class MCursor; class MDagMessage; class MDagModifier;
+class MDagPath; class MDagPathArray; class MDataBlock; class MDataHandle; class MDGContext; class MDGContextGuard; class MDGMessage; class MDGModifier;
+class MDistance; class MDoubleArray; class MDrawRegistry; class MEulerRotation; class MEvaluationManager; class MEvaluationNode; class MEvent;
+class MEventMessage; class MExternalContentInfoTable; class MFileIO; class MFileObject; class MFloatArray; class MFloatMatrix; class MFloatPoint;
+class MFloatPointArray; class MFloatVector; class MFloatVectorArray; class MFn; class MFnAmbientLight; class MFnAnimCurve; class MFnArrayAttrsData;
+class MFnAssembly; class MFnAttribute; class MFnBase; class MFnBlendShapeDeformer; class MFnBlinnShader; class MFnCamera; class MFnCharacter; class MFnClip;
+class MFnComponent; class MFnComponentListData; class MFnCompoundAttribute; class MFnContainerNode; class MFnDagNode; class MFnData; class MFnDependencyNode;
+class MFnDirectionalLight; class MFnDoubleArrayData; class MFnDoubleIndexedComponent; class MFnEnumAttribute; class MFnExpression; class MFnFluid;
+class MFnGenericAttribute; class MFnGeometryFilter; class MFnIkEffector; class MFnIkHandle; class MFnIkJoint; class MFnIntArrayData; class MFnLambertShader;
+class MFnLattice; class MFnLatticeDeformer; class MFnLayeredShader; class MFnLight; class MFnMatrixArrayData; class MFnMatrixAttribute; class MFnMatrixData;
+class MFnMesh; class MFnMeshData; class MFnMessageAttribute; class MFnNumericAttribute; class MFnNumericData; class MFnNurbsCurve; class MFnNurbsCurveData;
+class MFnNurbsSurface; class MFnNurbsSurfaceData; class MFnParticleSystem; class MFnPartition; class MFnPhongShader; class MFnPlugin; class MFnPluginData;
+class MFnPointArrayData; class MFnPointLight; class MFnReference; class MFnReflectShader; class MFnSet; class MFnSingleIndexedComponent;
+class MFnSkinCluster; class MFnSpotLight; class MFnStringArrayData; class MFnStringData; class MFnSubd; class MFnTransform; class MFnTypedAttribute;
+class MFnUInt64ArrayData; class MFnUnicodeStringData; class MFnUnitAttribute; class MFnVectorArrayData; class MFnVolumeLight; class MFnWeightGeometryFilter;
+class MGlobal; class MIffFile; class MImage; class MInt64Array; class MIntArray; class MItCurveCV; class MItDag; class MItDependencyGraph;
+class MItDependencyNodes; class MIteratorType; class MItGeometry; class MItKeyframe; class MItMeshEdge; class MItMeshFaceVertex; class MItMeshPolygon;
+class MItMeshVertex; class MItSelectionList; class MItSubdVertex; class MItSurfaceCV; class MLibrary; class MLockMessage; class MMatrix; class MMatrixArray;
+class MMeshIntersector; class MMeshIsectAccelParams; class MMeshSmoothOptions; class MMessage; class MModelMessage; class MNamespace; class MNodeClass;
+class MNodeMessage; class MObject; class MObjectArray; class MObjectHandle; class MObjectSetMessage; class MPaintMessage; class MPlug; class MPlugArray;
+class MPoint; class MPointArray; class MPointOnMesh; class MPolyMessage; class MProgressWindow; class MPxCacheFormat; class MPxCommand; class MPxConstraint;
+class MPxContext; class MPxContextCommand; class MPxData; class MPxDeformerNode; class MPxFileTranslator; class MPxHardwareShader; class MPxIkSolverNode;
+class MPxLocatorNode; class MPxManipContainer; class MPxNode; class MPxObjectSet; class MPxSurfaceShape; class MPxTransform; class MPxTransformationMatrix;
+class MQtUtil; class MQuaternion; class MRampAttribute; class MRenderUtil; class MSceneMessage; class MSelectionList; class MSetAttrEdit; class MSpace;
+class MStatus; class MStreamUtils; class MString; class MStringArray; class MSyntax; class MTime; class MTimeArray; class MTimer; class MTimerMessage;
+class MTransformationMatrix; class MTrimBoundaryArray; class MTypeId; class MUIDrawManager; class MUint64Array; class MUintArray; class MUserEventMessage;
+class MUuid; class MVector; class MVectorArray; class MWeight;
 // clang-format on
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
 OPENMAYA_MAJOR_NAMESPACE_USING
@@ -47,7 +63,7 @@ struct PlugRef;
 struct Data;
 struct ModifierState;
 struct CurveChangeState;
-struct BlockState;
+struct HandleState;
 struct SyntaxState;
 struct ArgState;
 }  // namespace mayahost

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MColor.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MColorArray : public mayahost::Array<MColor> {
- public:
-  using Array::Array;
-  MColorArray() = default;
-};
+MAYAHOST_ARRAY(MColorArray, MColor)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -18,7 +18,9 @@ class MDagPath {
   bool hasFn(MFn::Type type, MStatus* status = NULL) const;
   MFn::Type apiType(MStatus* status = NULL) const;
   unsigned int length(MStatus* status = NULL) const;
-  unsigned int pathCount(MStatus* status = NULL) const { return length(status); }
+  unsigned int pathCount(MStatus* status = NULL) const;
+  MStatus getPath(MDagPath& path, unsigned int i = 0) const;
+  bool isTemplated(MStatus* status = NULL) const;
   unsigned int childCount(MStatus* status = NULL) const;
   MObject child(unsigned int i, MStatus* status = NULL) const;
   MStatus push(const MObject& child);

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MDagPath.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MDagPathArray : public mayahost::Array<MDagPath> {
- public:
-  using Array::Array;
-  MDagPathArray() = default;
-};
+MAYAHOST_ARRAY(MDagPathArray, MDagPath)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -11,6 +11,7 @@ class MDataBlock {
   MDataHandle outputValue(const MObject& attribute, MStatus* status = NULL);
   MArrayDataHandle inputArrayValue(const MPlug& plug, MStatus* status = NULL);
   MArrayDataHandle inputArrayValue(const MObject& attribute, MStatus* status = NULL);
+  MArrayDataHandle outputArrayValue(const MPlug& plug, MStatus* status = NULL);
   MArrayDataHandle outputArrayValue(const MObject& attribute, MStatus* status = NULL);
   MStatus setClean(const MPlug& plug);
   MStatus setClean(const MObject& attribute);

@@ -11,8 +11,12 @@ class MDistance {
   double value() const { return fValue; }
   double as(Unit unit) const;
   double asInches() const { return as(kInches); }
+  double asFeet() const { return as(kFeet); }
+  double asYards() const { return as(kYards); }
+  double asMiles() const { return as(kMiles); }
   double asMillimeters() const { return as(kMillimeters); }
   double asCentimeters() const { return as(kCentimeters); }
+  double asKilometers() const { return as(kKilometers); }
   double asMeters() const { return as(kMeters); }
   MStatus setUnit(Unit unit) { return fUnit = unit, MStatus::kSuccess; }
   MStatus setValue(double value) { return fValue = value, MStatus::kSuccess; }
@@ -26,4 +30,5 @@ class MDistance {
   double fValue = 0;
   Unit fUnit = kCentimeters;
 };
+inline std::ostream& operator<<(std::ostream& os, const MDistance& distance) { return os << distance.value(); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

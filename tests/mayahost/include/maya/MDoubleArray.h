@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MDoubleArray : public mayahost::Array<double> {
- public:
-  using Array::Array;
-  MDoubleArray() = default;
-};
+MAYAHOST_ARRAY(MDoubleArray, double)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

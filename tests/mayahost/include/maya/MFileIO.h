@@ -15,6 +15,9 @@ class MFileIO {
   static MStatus import(const MString& file, const char* type = NULL, bool preserveReferences = false, const char* nameSpace = NULL,
                         bool ignoreVersion = false);
   static MStatus reference(const MString& file, bool deferReference = false, bool lockReference = false, const MString& nameSpace = MString());
+  static MString fileType();
+  static MStatus getReferences(MStringArray& files);
+  static MStatus getReferenceNodes(const MString& file, MStringArray& names);
   static MStatus removeReference(const MString& file);
   static MStatus unloadReferenceByNode(const MObject& node);
   static MStatus loadReferenceByNode(const MObject& node);
@@ -22,6 +25,10 @@ class MFileIO {
   static MStatus exportSelected(const MString& file, const char* type = NULL, bool preserveReferences = false);
   static MStatus setCurrentFile(const MString& file);
   static MString beforeOpenFilename();
+  static MString beforeSaveFilename();
+  static MString beforeImportFilename();
+  static MString beforeExportFilename();
+  static MString beforeReferenceFilename();
   static bool isReadingFile();
   static bool isWritingFile();
   static bool isOpeningFile();

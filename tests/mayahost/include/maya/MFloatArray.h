@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MFloatArray : public mayahost::Array<float> {
- public:
-  using Array::Array;
-  MFloatArray() = default;
-};
+MAYAHOST_ARRAY(MFloatArray, float)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MFloatPoint.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MFloatPointArray : public mayahost::Array<MFloatPoint> {
- public:
-  using Array::Array;
-  MFloatPointArray() = default;
-};
+MAYAHOST_ARRAY(MFloatPointArray, MFloatPoint)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MFloatVector.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MFloatVectorArray : public mayahost::Array<MFloatVector> {
- public:
-  using Array::Array;
-  MFloatVectorArray() = default;
-};
+MAYAHOST_ARRAY(MFloatVectorArray, MFloatVector)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

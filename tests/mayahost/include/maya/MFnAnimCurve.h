@@ -21,7 +21,7 @@ class MFnAnimCurve : public MFnDependencyNode {
   };
   // clang-format on
   enum InfinityType { kConstant = 0, kLinear = 1, kCycle = 3, kCycleRelative = 4, kOscillate = 5 };
-  typedef float TangentValue;
+  typedef double TangentValue;
   MFnAnimCurve(const MPlug& plug, MStatus* status = NULL);
   MObject create(const MObject& node, const MObject& attribute, MDGModifier* modifier = NULL, MStatus* status = NULL);
   MObject create(const MObject& node, const MObject& attribute, AnimCurveType type, MDGModifier* modifier = NULL, MStatus* status = NULL);
@@ -32,8 +32,17 @@ class MFnAnimCurve : public MFnDependencyNode {
   bool isTimeInput(MStatus* status = NULL) const;
   bool isUnitlessInput(MStatus* status = NULL) const;
   unsigned int numKeys(MStatus* status = NULL) const;
+  unsigned int numKeyframes(MStatus* status = NULL) const { return numKeys(status); }
+  bool isStatic(MStatus* status = NULL) const;
+  AnimCurveType timedAnimCurveTypeForPlug(const MPlug& plug, MStatus* status = NULL) const;
+  AnimCurveType unitlessAnimCurveTypeForPlug(const MPlug& plug, MStatus* status = NULL) const;
   MStatus evaluate(const MTime& time, double& value) const;
   double evaluate(const MTime& time, MStatus* status = NULL) const;
+  MStatus evaluate(double unitlessInput, double& value) const;
+  double unitlessInput(unsigned int index, MStatus* status = NULL) const;
+  MStatus setUnitlessInput(unsigned int index, double input, MAnimCurveChange* change = NULL);
+  bool find(double unitlessInput, unsigned int& index, MStatus* status = NULL) const;
+  unsigned int findClosest(double unitlessInput, MStatus* status = NULL) const;
   MTime time(unsigned int index, MStatus* status = NULL) const;
   double value(unsigned int index, MStatus* status = NULL) const;
   MStatus setTime(unsigned int index, const MTime& time, MAnimCurveChange* change = NULL);
@@ -41,6 +50,8 @@ class MFnAnimCurve : public MFnDependencyNode {
   bool find(const MTime& time, unsigned int& index, MStatus* status = NULL) const;
   unsigned int findClosest(const MTime& time, MStatus* status = NULL) const;
   unsigned int addKey(const MTime& time, double value, TangentType in = kTangentGlobal, TangentType out = kTangentGlobal, MAnimCurveChange* change = NULL,
+                      MStatus* status = NULL);
+  unsigned int addKey(double unitlessInput, double value, TangentType in = kTangentGlobal, TangentType out = kTangentGlobal, MAnimCurveChange* change = NULL,
                       MStatus* status = NULL);
   MStatus addKeyframe(const MTime& time, double value, MAnimCurveChange* change = NULL);
   MStatus addKeyframe(const MTime& time, double value, TangentType in, TangentType out, MAnimCurveChange* change = NULL);
@@ -53,11 +64,20 @@ class MFnAnimCurve : public MFnDependencyNode {
   MStatus setOutTangentType(unsigned int index, TangentType type, MAnimCurveChange* change = NULL);
   MStatus getTangent(unsigned int index, TangentValue& x, TangentValue& y, bool in) const;
   MStatus getTangent(unsigned int index, MAngle& angle, double& weight, bool in) const;
+  MStatus getTangent(unsigned int index, float& x, float& y, bool in) const;
+  MStatus setTangentTypes(const MIntArray& indices, TangentType in = kTangentGlobal, TangentType out = kTangentGlobal, MAnimCurveChange* change = NULL);
   MStatus setTangent(unsigned int index, TangentValue x, TangentValue y, bool in, MAnimCurveChange* change = NULL, bool convertUnits = true);
+  MStatus setTangent(unsigned int index, const MAngle& angle, double weight, bool in, MAnimCurveChange* change = NULL, bool convertUnits = true);
+  MStatus setAngle(unsigned int index, const MAngle& angle, bool in, MAnimCurveChange* change = NULL);
+  MStatus setWeight(unsigned int index, double weight, bool in, MAnimCurveChange* change = NULL);
   bool isWeighted(MStatus* status = NULL) const;
   MStatus setIsWeighted(bool weighted, MAnimCurveChange* change = NULL);
   bool tangentsLocked(unsigned int index, MStatus* status = NULL) const;
   MStatus setTangentsLocked(unsigned int index, bool locked, MAnimCurveChange* change = NULL);
+  bool weightsLocked(unsigned int index, MStatus* status = NULL) const;
+  MStatus setWeightsLocked(unsigned int index, bool locked, MAnimCurveChange* change = NULL);
+  bool isBreakdown(unsigned int index, MStatus* status = NULL) const;
+  MStatus setIsBreakdown(unsigned int index, bool breakdown, MAnimCurveChange* change = NULL);
   InfinityType preInfinityType(MStatus* status = NULL) const;
   InfinityType postInfinityType(MStatus* status = NULL) const;
   MStatus setPreInfinityType(InfinityType type, MAnimCurveChange* change = NULL);

@@ -1,5 +1,6 @@
 // Nodes of the hierarchy.
 #pragma once
+#include <maya/MBoundingBox.h>
 #include <maya/MDagPath.h>
 #include <maya/MFnDependencyNode.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -19,6 +20,7 @@ class MFnDagNode : public MFnDependencyNode {
   MObject child(unsigned int i, MStatus* status = NULL) const;
   MStatus addChild(MObject& child, unsigned int index = kNextPos, bool keepExistingParents = false);
   MStatus removeChild(MObject& child);
+  MStatus removeChildAt(unsigned int index);
   MObject dagRoot(MStatus* status = NULL) const;
   bool hasParent(const MObject& node, MStatus* status = NULL) const;
   bool hasChild(const MObject& node, MStatus* status = NULL) const;
@@ -26,6 +28,11 @@ class MFnDagNode : public MFnDependencyNode {
   bool isParentOf(const MObject& node, MStatus* status = NULL) const { return hasChild(node, status); }
   bool isInstanced(bool indirect = true, MStatus* status = NULL) const;
   unsigned int instanceCount(bool total, MStatus* status = NULL) const;
+  bool inModel(MStatus* status = NULL) const;
+  bool inUnderWorld(MStatus* status = NULL) const;
+  bool isInstanceable(MStatus* status = NULL) const;
+  MBoundingBox boundingBox(MStatus* status = NULL) const;
+  MStatus getConnectedSetsAndMembers(unsigned int instance, MObjectArray& sets, MObjectArray& components, bool renderableSetsOnly) const;
   MObject duplicate(bool instance = false, bool instanceLeaf = false, MStatus* status = NULL) const;
   MStatus getPath(MDagPath& path) const;
   MDagPath dagPath(MStatus* status = NULL) const;

@@ -29,6 +29,12 @@ class MFnDependencyNode : public MFnBase {
   MPlug findPlug(const MString& name, bool wantNetworkedPlug, MStatus* status = NULL) const;
   MPlug findPlug(const MObject& attribute, MStatus* status = NULL) const { return findPlug(attribute, true, status); }
   MPlug findPlug(const MString& name, MStatus* status = NULL) const { return findPlug(name, true, status); }
+  MAttrClass attributeClass(const MObject& attribute, MStatus* status = NULL) const;
+  MStatus getAffectedAttributes(const MObject& attribute, MObjectArray& affected) const;
+  MStatus getAffectedByAttributes(const MObject& attribute, MObjectArray& affecting) const;
+  bool isNewAttribute(const MObject& attribute, MStatus* status = NULL) const;
+  bool hasUniqueName(MStatus* status = NULL) const;
+  MStatus setUuid(const MUuid& uuid);
   MStatus addAttribute(const MObject& attribute, MAttrClass type = kLocalDynamicAttr);
   MStatus removeAttribute(const MObject& attribute, MAttrClass type = kLocalDynamicAttr);
   MPxNode* userNode(MStatus* status = NULL) const;

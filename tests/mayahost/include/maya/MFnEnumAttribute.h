@@ -11,6 +11,9 @@ class MFnEnumAttribute : public MFnAttribute {
   short fieldIndex(const MString& name, MStatus* status = NULL) const;
   MStatus getMin(short& value) const;
   MStatus getMax(short& value) const;
+  MStatus getDefault(short& value) const;
+  short defaultValue(MStatus* status = NULL) const;
   MStatus setDefault(short value);
+  MStatus setDefault(const MString& field);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -12,6 +12,7 @@ class MFnNurbsCurve : public MFnDagNode {
   enum Form { kInvalid, kOpen, kClosed, kPeriodic, kLast };
   MObject create(const MPointArray& cvs, const MDoubleArray& knots, unsigned int degree, Form form, bool create2D, bool createRational,
                  MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
+  MObject copy(const MObject& source, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
   Form form(MStatus* status = NULL) const;
   int degree(MStatus* status = NULL) const;
   int numCVs(MStatus* status = NULL) const;

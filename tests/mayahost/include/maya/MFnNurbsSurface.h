@@ -12,6 +12,7 @@ class MFnNurbsSurface : public MFnDagNode {
   enum Form { kInvalid, kOpen, kClosed, kPeriodic, kLast };
   MObject create(const MPointArray& cvs, const MDoubleArray& uKnots, const MDoubleArray& vKnots, unsigned int uDegree, unsigned int vDegree, Form uForm,
                  Form vForm, bool createRational, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
+  MObject copy(const MObject& source, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
   MStatus getKnotDomain(double& startU, double& endU, double& startV, double& endV) const;
   MStatus getPointAtParam(double u, double v, MPoint& point, MSpace::Space space = MSpace::kObject) const;
 };

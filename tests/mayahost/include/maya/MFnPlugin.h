@@ -8,7 +8,6 @@
 #include <maya/MSyntax.h>
 #include <maya/MTypeId.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-typedef void* (*MCreatorFunction)();
 typedef MSyntax (*MCreateSyntaxFunction)();
 typedef MStatus (*MInitializeFunction)();
 class MFnPlugin : public MFnBase {
@@ -18,6 +17,8 @@ class MFnPlugin : public MFnBase {
   MFn::Type type() const override;
   MString vendor(MStatus* status = NULL) const;
   MString version(MStatus* status = NULL) const;
+  MString apiVersion(MStatus* status = NULL) const;
+  MStatus setVersion(const MString& version);
   MString name(MStatus* status = NULL) const;
   MString loadPath(MStatus* status = NULL) const;
   MStatus setName(const MString& name, bool allowRename = true);
@@ -26,6 +27,9 @@ class MFnPlugin : public MFnBase {
   MStatus registerNode(const MString& type, const MTypeId& id, MCreatorFunction creator, MInitializeFunction initialize, int nodeType = 0,
                        const MString* classification = NULL);
   MStatus deregisterNode(const MTypeId& id);
+  MStatus registerFileTranslator(const MString& name, const char* pixmap, MCreatorFunction creator, const char* optionsScript = NULL,
+                                 const char* defaultOptions = NULL, bool requiresFullMel = false);
+  MStatus deregisterFileTranslator(const MString& name);
   static MObject findPlugin(const MString& name);
   static bool isNodeRegistered(const MString& type);
 };
@@ -42,6 +46,6 @@ extern "C" PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
 #endif
 #ifndef MNoVersionString
 extern "C" {
-PLUGIN_EXPORT __attribute__((used)) inline char MApiVersion[] = MAYA_API_VERSION_STRING;
+PLUGIN_EXPORT __attribute__((used, weak)) char MApiVersion[] = MAYA_API_VERSION_STRING;
 }
 #endif

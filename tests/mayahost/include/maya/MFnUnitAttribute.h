@@ -15,7 +15,25 @@ class MFnUnitAttribute : public MFnAttribute {
   Type unitType(MStatus* status = NULL) const;
   MStatus setDefault(double value);
   MStatus setDefault(const MTime& value);
+  MStatus setDefault(const MAngle& value);
+  MStatus setDefault(const MDistance& value);
+  MStatus getDefault(double& value) const;
+  MStatus getDefault(MTime& value) const;
+  MStatus getDefault(MAngle& value) const;
+  MStatus getDefault(MDistance& value) const;
   MStatus setMin(double value);
   MStatus setMax(double value);
+  MStatus setMin(const MTime& value) { return setMin(value.as(MTime::kSeconds)); }
+  MStatus setMax(const MTime& value) { return setMax(value.as(MTime::kSeconds)); }
+  MStatus setMin(const MAngle& value) { return setMin(value.asRadians()); }
+  MStatus setMax(const MAngle& value) { return setMax(value.asRadians()); }
+  MStatus setMin(const MDistance& value) { return setMin(value.asCentimeters()); }
+  MStatus setMax(const MDistance& value) { return setMax(value.asCentimeters()); }
+  MStatus setSoftMin(double value);
+  MStatus setSoftMax(double value);
+  bool hasMin(MStatus* status = NULL) const;
+  bool hasMax(MStatus* status = NULL) const;
+  MStatus getMin(double& value) const;
+  MStatus getMax(double& value) const;
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MIntArray : public mayahost::Array<int> {
- public:
-  using Array::Array;
-  MIntArray() = default;
-};
+MAYAHOST_ARRAY(MIntArray, int)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

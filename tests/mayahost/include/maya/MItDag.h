@@ -19,10 +19,15 @@ class MItDag {
   MString fullPathName(MStatus* status = NULL) const;
   MString partialPathName(MStatus* status = NULL) const;
   MStatus getPath(MDagPath& path) const;
+  MStatus getAllPaths(MDagPathArray& paths) const;
+  MStatus prune();
+  bool isInstanced(bool indirect = true, MStatus* status = NULL) const;
+  unsigned int instanceCount(bool total = true, MStatus* status = NULL) const;
+  bool willTraverseUnderWorld(MStatus* status = NULL) const;
   MStatus next();
   bool isDone(MStatus* status = NULL) const;
   TraversalType traversalType(MStatus* status = NULL) const;
-  void traverseUnderWorld(bool) {}
+  void traverseUnderWorld(bool on) { fUnderWorld = on; }
 
  private:
   struct Step {
@@ -31,6 +36,7 @@ class MItDag {
   };
   bool Fits() const;
   void Advance();
+  bool fUnderWorld = true, fPruned = false;
   MDagPath fRoot;
   TraversalType fType = kDepthFirst;
   MFn::Type fFilter = MFn::kInvalid;

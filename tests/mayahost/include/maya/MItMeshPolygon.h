@@ -5,6 +5,7 @@
 #include <maya/MIntArray.h>
 #include <maya/MPoint.h>
 #include <maya/MPointArray.h>
+#include <maya/MVectorArray.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MItMeshPolygon {
  public:
@@ -23,6 +24,17 @@ class MItMeshPolygon {
   void getPoints(MPointArray& points, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
   MPoint center(MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
   MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
+  MStatus getNormal(unsigned int vertex, MVector& normal, MSpace::Space space = MSpace::kObject) const;
+  MStatus getNormals(MVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
+  MStatus getEdges(MIntArray& edges) const;
+  MStatus getConnectedFaces(MIntArray& faces) const;
+  bool onBoundary(MStatus* status = NULL) const;
+  bool hasUVs(MStatus* status = NULL) const;
+  MStatus getUV(int vertex, float2& uv, const MString* uvSet = NULL) const;
+  MStatus getUVs(MFloatArray& u, MFloatArray& v, const MString* uvSet = NULL) const;
+  MStatus getUVIndex(int vertex, int& index, const MString* uvSet = NULL) const;
+  MStatus getArea(double& area, MSpace::Space space = MSpace::kObject) const;
+  MStatus getTriangle(int triangle, MPointArray& points, MIntArray& vertices, MSpace::Space space = MSpace::kObject) const;
   MStatus numTriangles(int& count) const;
   bool hasValidTriangulation(MStatus* status = NULL) const;
   MStatus getTriangles(MPointArray& points, MIntArray& vertices, MSpace::Space space = MSpace::kObject) const;

@@ -20,6 +20,11 @@ class MItMeshVertex {
   MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
   MStatus getConnectedFaces(MIntArray& faces) const;
   MStatus getConnectedVertices(MIntArray& vertices) const;
+  MStatus getConnectedEdges(MIntArray& edges) const;
+  MStatus numConnectedEdges(int& count) const;
+  bool onBoundary(MStatus* status = NULL) const;
+  MStatus translateBy(const MVector& v, MSpace::Space space = MSpace::kObject);
+  MStatus updateSurface() { return fMesh.updateSurface(); }
   MStatus numConnectedFaces(int& count) const;
 
  private:

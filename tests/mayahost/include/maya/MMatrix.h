@@ -3,39 +3,62 @@
 #include <maya/MStatus.h>
 
 #include <iostream>
-OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MMatrix {
+
+namespace mayahost {
+/// What matrices of both precisions have in common; `M` is the matrix.
+template <class M, class T>
+class MatrixOf {
  public:
-  static constexpr double kTol = 1e-10;
-  MMatrix() { setToIdentity(); }
-  MMatrix(const double m[4][4]);
-  MMatrix(const float m[4][4]);
-  double operator()(unsigned int row, unsigned int col) const { return matrix[row][col]; }
-  double& operator()(unsigned int row, unsigned int col) { return matrix[row][col]; }
-  const double* operator[](unsigned int row) const { return matrix[row]; }
-  double* operator[](unsigned int row) { return matrix[row]; }
-  MStatus get(double m[4][4]) const;
-  MStatus get(float m[4][4]) const;
-  MMatrix transpose() const;
-  MMatrix& setToIdentity();
-  MMatrix& setToProduct(const MMatrix& a, const MMatrix& b) { return *this = a * b; }
-  MMatrix operator+(const MMatrix& o) const;
-  MMatrix operator-(const MMatrix& o) const;
-  MMatrix operator*(const MMatrix& o) const;
-  MMatrix operator*(double s) const;
-  MMatrix& operator*=(const MMatrix& o) { return *this = *this * o; }
-  MMatrix& operator*=(double s) { return *this = *this * s; }
-  bool operator==(const MMatrix& o) const;
-  bool operator!=(const MMatrix& o) const { return !(*this == o); }
-  MMatrix inverse() const;
-  MMatrix adjoint() const;
-  MMatrix homogenize() const;
-  double det4x4() const;
-  double det3x3() const;
-  bool isEquivalent(const MMatrix& o, double tolerance = kTol) const;
+  using MStatus = OPENMAYA_MAJOR_NAMESPACE::MStatus;
+  MatrixOf() { setToIdentity(); }
+  template <class N>
+  explicit MatrixOf(const N m[4][4]) {
+    for (int i = 0; i < 16; ++i) matrix[i / 4][i % 4] = static_cast<T>(m[i / 4][i % 4]);
+  }
+  T operator()(unsigned int row, unsigned int col) const { return matrix[row][col]; }
+  T& operator()(unsigned int row, unsigned int col) { return matrix[row][col]; }
+  const T* operator[](unsigned int row) const { return matrix[row]; }
+  T* operator[](unsigned int row) { return matrix[row]; }
+  template <class N>
+  MStatus get(N m[4][4]) const {
+    for (int i = 0; i < 16; ++i) m[i / 4][i % 4] = static_cast<N>(matrix[i / 4][i % 4]);
+    return MStatus::kSuccess;
+  }
+  M& setToIdentity();
+  M& setToProduct(const M& a, const M& b) { return Self() = a * b; }
+  M transpose() const;
+  M operator+(const M& o) const;
+  M operator-(const M& o) const;
+  M operator*(const M& o) const;
+  M operator*(T s) const;
+  M& operator+=(const M& o) { return Self() = Self() + o; }
+  M& operator-=(const M& o) { return Self() = Self() - o; }
+  M& operator*=(const M& o) { return Self() = Self() * o; }
+  M& operator*=(T s) { return Self() = Self() * s; }
+  bool operator==(const M& o) const;
+  bool operator!=(const M& o) const { return !(*this == o); }
+  M inverse() const;
+  M adjoint() const;
+  M homogenize() const;
+  T det4x4() const;
+  T det3x3() const;
+  bool isEquivalent(const M& o, T tolerance = static_cast<T>(sizeof(T) == sizeof(double) ? 1e-10 : 1e-5)) const;
   bool isSingular() const { return det4x4() == 0; }
+  T matrix[4][4];
+
+ private:
+  M& Self() { return static_cast<M&>(*this); }
+};
+}  // namespace mayahost
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+#define MMatrix_kTol 1.0e-10
+class MMatrix : public mayahost::MatrixOf<MMatrix, double> {
+ public:
+  MMatrix() = default;
+  MMatrix(const double m[4][4]) : MatrixOf(m) {}
+  MMatrix(const float m[4][4]) : MatrixOf(m) {}
   static const MMatrix identity;
-  double matrix[4][4];
 };
 inline MMatrix operator*(double s, const MMatrix& m) { return m * s; }
 std::ostream& operator<<(std::ostream& os, const MMatrix& m);

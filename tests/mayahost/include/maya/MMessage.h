@@ -14,6 +14,8 @@ class MMessage {
   typedef void (*MStringFunction)(const MString& text, void* clientData);
   typedef void (*MNodeStringFunction)(MObject& node, const MString& text, void* clientData);
   typedef void (*MStateFunction)(bool state, void* clientData);
+  typedef void (*MStringArrayFunction)(const MStringArray& texts, void* clientData);
+  typedef void (*MObjArrayFunction)(MObjectArray& objects, void* clientData);
   typedef void (*MTimeFunction)(MTime& time, void* clientData);
   typedef void (*MPlugFunction)(MPlug& src, MPlug& dst, bool made, void* clientData);
   typedef void (*MNodeModFunction)(MObject& node, MDGModifier& modifier, void* clientData);

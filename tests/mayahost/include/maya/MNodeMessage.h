@@ -13,8 +13,12 @@ class MNodeMessage : public MMessage {
   };
   // clang-format on
   typedef void (*MAttr2PlugFunction)(AttributeMessage msg, MPlug& plug, MPlug& otherPlug, void* clientData);
+  typedef void (*MAttrFunction)(AttributeMessage msg, MPlug& plug, void* clientData);
+  static MCallbackId addAttributeAddedOrRemovedCallback(MObject& node, MAttrFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addAttributeChangedCallback(MObject& node, MAttr2PlugFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addNodeDirtyCallback(MObject& node, MNodeFunction function, void* clientData = NULL, MStatus* status = NULL);
+  static MCallbackId addNodeDirtyPlugCallback(MObject& node, MNodePlugFunction function, void* clientData = NULL, MStatus* status = NULL);
+  /// A null node stands for all.
   static MCallbackId addNameChangedCallback(MObject& node, MNodeStringFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addNodePreRemovalCallback(MObject& node, MNodeFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addNodeAboutToDeleteCallback(MObject& node, MNodeModFunction function, void* clientData = NULL, MStatus* status = NULL);

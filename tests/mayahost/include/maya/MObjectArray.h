@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MObject.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MObjectArray : public mayahost::Array<MObject> {
- public:
-  using Array::Array;
-  MObjectArray() = default;
-};
+MAYAHOST_ARRAY(MObjectArray, MObject)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -10,6 +10,7 @@
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MPlug {
  public:
+  enum FreeToChangeState { kFreeToChange = 0, kNotFreeToChange, kChildrenNotFreeToChange };
   MPlug() = default;
   MPlug(const MObject& node, const MObject& attribute);
   explicit MPlug(const mayahost::PlugRef& ref);
@@ -34,7 +35,17 @@ class MPlug {
   bool isChannelBoxFlagSet(MStatus* status = NULL) const;
   MStatus setChannelBox(bool visible);
   bool isDynamic(MStatus* status = NULL) const;
-  bool isFreeToChange(bool checkParents = true, bool checkChildren = true, MStatus* status = NULL) const;
+  FreeToChangeState isFreeToChange(bool checkParents = true, bool checkChildren = true, MStatus* status = NULL) const;
+  bool isFromReferencedFile(MStatus* status = NULL) const;
+  bool isNetworked(MStatus* status = NULL) const;
+  bool isProcedural(MStatus* status = NULL) const;
+  bool isDefaultValue(bool forceEval = true, MStatus* status = NULL) const;
+  unsigned int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status = NULL) const;
+  unsigned int numConnectedElements(MStatus* status = NULL) const;
+  unsigned int numConnectedChildren(MStatus* status = NULL) const;
+  MPlug connectionByPhysicalIndex(unsigned int index, MStatus* status = NULL) const;
+  MStatus setNumElements(unsigned int count);
+  MStatus setAttribute(const MObject& attribute);
   unsigned int numElements(MStatus* status = NULL) const;
   unsigned int evaluateNumElements(MStatus* status = NULL) const { return numElements(status); }
   unsigned int numChildren(MStatus* status = NULL) const;
@@ -48,6 +59,8 @@ class MPlug {
   MPlug elementByPhysicalIndex(unsigned int index, MStatus* status = NULL) const;
   MPlug operator[](unsigned int index) const { return elementByPhysicalIndex(index); }
   bool connectedTo(MPlugArray& plugs, bool asDst, bool asSrc, MStatus* status = NULL) const;
+  bool destinationsWithConversions(MPlugArray& plugs, MStatus* status = NULL) const { return destinations(plugs, status); }
+  MPlug sourceWithConversion(MStatus* status = NULL) const { return source(status); }
   MPlug source(MStatus* status = NULL) const;
   bool destinations(MPlugArray& plugs, MStatus* status = NULL) const;
   MStatus getValue(double& value, MDGContext& context = MDGContext::fsNormal) const;
@@ -55,6 +68,8 @@ class MPlug {
   MStatus getValue(bool& value, MDGContext& context = MDGContext::fsNormal) const;
   MStatus getValue(int& value, MDGContext& context = MDGContext::fsNormal) const;
   MStatus getValue(short& value, MDGContext& context = MDGContext::fsNormal) const;
+  MStatus getValue(char& value, MDGContext& context = MDGContext::fsNormal) const;
+  MStatus getValue(MInt64& value, MDGContext& context = MDGContext::fsNormal) const;
   MStatus getValue(MString& value, MDGContext& context = MDGContext::fsNormal) const;
   MStatus getValue(MObject& value, MDGContext& context = MDGContext::fsNormal) const;
   MStatus getValue(MTime& value, MDGContext& context = MDGContext::fsNormal) const;
@@ -65,19 +80,28 @@ class MPlug {
   float asFloat(MStatus* status = NULL) const;
   float asFloat(MDGContext& context, MStatus* status = NULL) const;
   bool asBool(MStatus* status = NULL) const;
+  bool asBool(MDGContext& context, MStatus* status = NULL) const;
+  char asChar(MStatus* status = NULL) const;
   int asInt(MStatus* status = NULL) const;
+  int asInt(MDGContext& context, MStatus* status = NULL) const;
+  MInt64 asInt64(MStatus* status = NULL) const;
   short asShort(MStatus* status = NULL) const;
   MString asString(MStatus* status = NULL) const;
+  MString asString(MDGContext& context, MStatus* status = NULL) const;
   MObject asMObject(MStatus* status = NULL) const;
   MObject asMObject(MDGContext& context, MStatus* status = NULL) const;
   MTime asMTime(MStatus* status = NULL) const;
   MAngle asMAngle(MStatus* status = NULL) const;
   MDistance asMDistance(MStatus* status = NULL) const;
+  MDataHandle asMDataHandle(MStatus* status = NULL) const;
+  MStatus setMDataHandle(const MDataHandle& handle);
+  void destructHandle(MDataHandle&) {}
   MStatus setValue(double value);
   MStatus setValue(float value);
   MStatus setValue(int value);
   MStatus setValue(short value);
   MStatus setValue(bool value);
+  MStatus setValue(MInt64 value) { return setValue(static_cast<double>(value)); }
   MStatus setValue(char value) { return setValue(static_cast<int>(value)); }
   MStatus setValue(const char* value);
   MStatus setValue(const MString& value);
@@ -91,6 +115,8 @@ class MPlug {
   MStatus setInt(int value) { return setValue(value); }
   MStatus setShort(short value) { return setValue(value); }
   MStatus setBool(bool value) { return setValue(value); }
+  MStatus setChar(char value) { return setValue(value); }
+  MStatus setInt64(MInt64 value) { return setValue(value); }
   MStatus setString(const MString& value) { return setValue(value); }
   MStatus setMObject(const MObject& value) { return setValue(value); }
   MStatus setMTime(const MTime& value) { return setValue(value); }

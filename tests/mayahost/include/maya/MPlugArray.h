@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MPlug.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MPlugArray : public mayahost::Array<MPlug> {
- public:
-  using Array::Array;
-  MPlugArray() = default;
-};
+MAYAHOST_ARRAY(MPlugArray, MPlug)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MPoint.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MPointArray : public mayahost::Array<MPoint> {
- public:
-  using Array::Array;
-  MPointArray() = default;
-};
+MAYAHOST_ARRAY(MPointArray, MPoint)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -28,6 +28,12 @@ class MPxCommand {
   static void displayInfo(const MString& text) { MGlobal::displayInfo(text); }
   static void displayWarning(const MString& text, bool = false) { MGlobal::displayWarning(text); }
   static void displayError(const MString& text, bool = false) { MGlobal::displayError(text); }
+  enum MResultType { kLong = MSyntax::kLong, kDouble = MSyntax::kDouble, kString = MSyntax::kString, kNoArg = MSyntax::kNoArg };
+  static MResultType currentResultType();
+  static bool isCurrentResultArray();
+  static int currentIntResult(MStatus* status = NULL);
+  static double currentDoubleResult(MStatus* status = NULL);
+  static MString currentStringResult(MStatus* status = NULL);
   static void clearResult();
   static void setResult(unsigned int value);
   static void setResult(int value);
@@ -39,6 +45,11 @@ class MPxCommand {
   static void setResult(const MDoubleArray& value);
   static void setResult(const MStringArray& value);
   static void appendToResult(int value);
+  static void appendToResult(unsigned int value) { appendToResult(static_cast<int>(value)); }
+  static void appendToResult(bool value) { appendToResult(static_cast<int>(value)); }
+  static void appendToResult(const MIntArray& values);
+  static void appendToResult(const MDoubleArray& values);
+  static void appendToResult(const MStringArray& values);
   static void appendToResult(double value);
   static void appendToResult(const MString& value);
   static void appendToResult(const char* value) { appendToResult(MString(value)); }

@@ -19,6 +19,8 @@ class MSceneMessage : public MMessage {
   };
   // clang-format on
   static MCallbackId addCallback(Message message, MBasicFunction function, void* clientData = NULL, MStatus* status = NULL);
+  /// Of plug-ins that come and go: their paths and names.
+  static MCallbackId addStringArrayCallback(Message message, MStringArrayFunction function, void* clientData = NULL, MStatus* status = NULL);
   static MCallbackId addCheckCallback(Message message, MCheckFunction function, void* clientData = NULL, MStatus* status = NULL);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -37,11 +37,6 @@ inline bool operator!=(MStatus::MStatusCode code, const MStatus& status) { retur
 std::ostream& operator<<(std::ostream& os, const MStatus& status);
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
-#define MCheckStatus(status, message)  \
-  if (MStatus::kSuccess != (status)) { \
-    std::cerr << (message) << "\n";    \
-    return status;                     \
-  }
 #define CHECK_MSTATUS(code)                                                                                                             \
   do {                                                                                                                                  \
     MStatus maya_status_(code);                                                                                                         \

@@ -55,4 +55,5 @@ class MTime {
   double fValue = 0;
   Unit fUnit = kFilm;
 };
+inline std::ostream& operator<<(std::ostream& os, const MTime& time) { return os << time.value(); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MTime.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MTimeArray : public mayahost::Array<MTime> {
- public:
-  using Array::Array;
-  MTimeArray() = default;
-};
+MAYAHOST_ARRAY(MTimeArray, MTime)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -23,6 +23,14 @@ class MTransformationMatrix {
   MStatus getRotation(double rotation[3], RotationOrder& order, MSpace::Space space) const;
   MStatus getRotation(double rotation[3], RotationOrder& order) const { return getRotation(rotation, order, MSpace::kTransform); }
   MStatus setRotation(const double rotation[3], RotationOrder order, MSpace::Space space = MSpace::kTransform);
+  MStatus getRotationQuaternion(double& x, double& y, double& z, double& w, MSpace::Space space = MSpace::kTransform) const;
+  MStatus setRotationQuaternion(double x, double y, double z, double w, MSpace::Space space = MSpace::kTransform);
+  MStatus addRotation(const double rotation[3], RotationOrder order, MSpace::Space space = MSpace::kTransform);
+  MStatus addRotationQuaternion(double x, double y, double z, double w, MSpace::Space space = MSpace::kTransform);
+  MTransformationMatrix& rotateBy(const MQuaternion& q, MSpace::Space space = MSpace::kTransform);
+  MTransformationMatrix& rotateBy(const MEulerRotation& e, MSpace::Space space = MSpace::kTransform) { return rotateBy(e.asQuaternion(), space); }
+  MStatus addScale(const double scale[3], MSpace::Space space);
+  MStatus addShear(const double shear[3], MSpace::Space space);
   MQuaternion rotation() const;
   MEulerRotation eulerRotation() const { return fRotate; }
   MTransformationMatrix& rotateTo(const MQuaternion& q);
@@ -45,6 +53,7 @@ class MTransformationMatrix {
   MStatus setRotatePivotTranslation(const MVector& v, MSpace::Space space);
   bool isEquivalent(const MTransformationMatrix& o, double tolerance = 1e-10) const;
   bool operator==(const MTransformationMatrix& o) const { return asMatrix() == o.asMatrix(); }
+  bool operator!=(const MTransformationMatrix& o) const { return !(*this == o); }
   static const MTransformationMatrix identity;
 
  private:

@@ -8,6 +8,7 @@ class MTypeId {
   MTypeId(unsigned int id) : fId(id) {}
   MTypeId(unsigned int prefix, unsigned int id) : fId((prefix << 8) | id) {}
   unsigned int id() const { return fId; }
+  MTypeId& operator=(unsigned int id) { return fId = id, *this; }
   bool operator==(const MTypeId& o) const { return fId == o.fId; }
   bool operator!=(const MTypeId& o) const { return fId != o.fId; }
 

@@ -1,5 +1,7 @@
 // Plain types and versions.
 #pragma once
+#include <maya/MIOStream.h>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -16,6 +18,8 @@ typedef long long2[2];
 typedef long long3[3];
 typedef float float2[2];
 typedef float float3[3];
+typedef float float4[4];
 typedef double double2[2];
 typedef double double3[3];
 typedef double double4[4];
+typedef void* (*MCreatorFunction)();

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MUintArray : public mayahost::Array<unsigned int> {
- public:
-  using Array::Array;
-  MUintArray() = default;
-};
+MAYAHOST_ARRAY(MUintArray, unsigned int)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

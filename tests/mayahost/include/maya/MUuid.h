@@ -5,7 +5,10 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MUuid {
  public:
   MUuid() = default;
-  MUuid(const MString& text) : fText(text) {}
+  MUuid(const MString& text, MStatus* status = NULL) : fText(text) {
+    if (status) *status = MStatus::kSuccess;
+  }
+  MStatus generate();
   bool valid() const { return fText.length() != 0; }
   MString asString() const { return fText; }
   bool operator==(const MUuid& o) const { return fText == o.fText; }

@@ -5,17 +5,20 @@
 #include <cmath>
 #include <iostream>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
+#define MVector_kTol 1.0e-10
 class MVector {
  public:
-  static constexpr double kTol = 1e-10;
-  MVector(double xx = 0, double yy = 0, double zz = 0) : x(xx), y(yy), z(zz) {}
-  explicit MVector(const double (&v)[3]) : x(v[0]), y(v[1]), z(v[2]) {}
+  enum Axis { kXaxis, kYaxis, kZaxis, kWaxis };
+  MVector() = default;
+  MVector(double xx, double yy, double zz = 0) : x(xx), y(yy), z(zz) {}
+  MVector(const double v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
+  MVector(const float v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
   MVector(const MPoint& p);
   MVector(const MFloatVector& v);
-  enum Axis { kXaxis, kYaxis, kZaxis, kWaxis };
   double operator[](unsigned int i) const { return (&x)[i]; }
   double& operator[](unsigned int i) { return (&x)[i]; }
   double operator()(unsigned int i) const { return (&x)[i]; }
+  double& operator()(unsigned int i) { return (&x)[i]; }
   MVector operator+(const MVector& o) const { return {x + o.x, y + o.y, z + o.z}; }
   MVector operator-(const MVector& o) const { return {x - o.x, y - o.y, z - o.z}; }
   MVector operator-() const { return {-x, -y, -z}; }
@@ -35,14 +38,19 @@ class MVector {
   MVector normal() const { return length() > 0 ? *this / length() : *this; }
   MStatus normalize() { return *this = normal(), MStatus::kSuccess; }
   double angle(const MVector& o) const { return std::acos(std::fmax(-1.0, std::fmin(1.0, normal() * o.normal()))); }
-  bool isEquivalent(const MVector& o, double tolerance = kTol) const { return (*this - o).length() <= tolerance; }
-  bool isParallel(const MVector& o, double tolerance = kTol) const { return 1 - std::fabs(normal() * o.normal()) <= tolerance; }
+  bool isEquivalent(const MVector& o, double tolerance = MVector_kTol) const { return (*this - o).length() <= tolerance; }
+  bool isParallel(const MVector& o, double tolerance = MVector_kTol) const { return 1 - std::fabs(normal() * o.normal()) <= tolerance; }
+  MVector rotateBy(double xx, double yy, double zz, double ww) const;
   MVector rotateBy(const MQuaternion& q) const;
   MVector rotateBy(const MEulerRotation& e) const;
+  MVector rotateBy(Axis axis, double angle) const;
+  MQuaternion rotateTo(const MVector& o) const;
+  MVector transformAsNormal(const MMatrix& m) const;
   MStatus get(double d[3]) const { return d[0] = x, d[1] = y, d[2] = z, MStatus::kSuccess; }
   static const MVector zero, one, xAxis, yAxis, zAxis, xNegAxis, yNegAxis, zNegAxis;
-  double x, y, z;
+  double x = 0, y = 0, z = 0;
 };
 inline MVector operator*(double s, const MVector& v) { return v * s; }
+MVector operator*(const MMatrix& m, const MVector& v);
 inline std::ostream& operator<<(std::ostream& os, const MVector& v) { return os << "[" << v.x << ", " << v.y << ", " << v.z << "]"; }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,9 +3,5 @@
 #include <maya/MArray_.h>
 #include <maya/MVector.h>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-class MVectorArray : public mayahost::Array<MVector> {
- public:
-  using Array::Array;
-  MVectorArray() = default;
-};
+MAYAHOST_ARRAY(MVectorArray, MVector)
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,41 +1,27 @@
-#include "app/studio/WindowInput.h"
+#include "core/windows/WindowInput.h"
 
-#include <QGuiApplication>
 #include <QTimer>
 #include <cmath>
-#include <memory>
 #include <utility>
 
 #include "core/CoreImplementation.h"
-#include "core/services/Log.h"
 #include "core/services/Preferences.h"
 #include "core/take/DevicePolling.h"
 #include "unidevice/DriverManager.h"
 #include "unidevice/keyboard/KeyboardDriver.h"
 #include "unidevice/tablet/TabletDriver.h"
-#include "unidevice/x11/X11Keys.h"
 
-namespace orv::app {
+namespace orv::rws::core::windows {
 
 namespace {
 
 constexpr int kEscape = 1;  ///< its code
 
-std::unique_ptr<unidevice::KeySource> OpenSource() {
-  if (QGuiApplication::platformName() != "xcb") return {};
-  std::string problem;
-  auto keys = unidevice::X11Keys::open({}, problem);
-  if (!keys)
-    rws::core::LogEntry(rws::core::LogLevel::kWarning,
-                        "The keyboard is heard by windows' events alone: " + problem);
-  return keys;
-}
-
 }  // namespace
 
-WindowInput::WindowInput(rws::core::CoreImplementation& core)
+WindowInput::WindowInput(CoreImplementation& core, std::unique_ptr<unidevice::KeySource> source)
     : m_core(core),
-      m_keyboard(new unidevice::KeyboardDriver(OpenSource())),
+      m_keyboard(new unidevice::KeyboardDriver(std::move(source))),
       m_tablet(new unidevice::TabletDriver),
       m_watch(*this) {
   auto& drivers = unidevice::DriverManager::instance();
@@ -78,7 +64,7 @@ void WindowInput::OnTyping(bool typing) {
 
 void WindowInput::OnPen(const gui::PenEvent& pen) {
   constexpr double kFullTilt = 60.0, kHalfTurn = 180.0;  // degrees
-  const bool byWindow = m_core.GetPreferences().penArea == rws::core::Preferences::PenArea::kWindow;
+  const bool byWindow = m_core.GetPreferences().penArea == Preferences::PenArea::kWindow;
   unidevice::PenState state;
   state.x = 2.0 * (byWindow ? pen.left : pen.screenLeft) - 1.0;
   state.y = 1.0 - 2.0 * (byWindow ? pen.top : pen.screenTop);
@@ -97,4 +83,4 @@ void WindowInput::OnPenGone() {
   m_tablet->leave();
 }
 
-}  // namespace orv::app
+}  // namespace orv::rws::core::windows

@@ -1,0 +1,3 @@
+// Streams by their short names.
+#pragma once
+#include <maya/MIOStream.h>
