@@ -238,7 +238,8 @@ std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
 std::string CoreImplementation::ArmInputs(Instance& instance, const std::vector<bool>& armed) {
   if (GetRunState() != RunState::kIdle) return "a take or resimulation runs";
   const CoreRequest request(*this);
-  if (std::count(armed.begin(), armed.end(), false) == 0)
+  const auto inputs = static_cast<std::size_t>(instance.GetProperties().count());
+  if (armed.size() >= inputs && std::count(armed.begin(), armed.end(), false) == 0)
     instance.SetArmed(std::nullopt);
   else
     instance.SetArmed(armed);

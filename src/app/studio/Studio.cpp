@@ -16,6 +16,7 @@
 #include "app/session/anyhost/Names.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
+#include "app/session/takes/SceneTake.h"
 #include "app/studio/QtTexts.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
@@ -25,6 +26,7 @@
 #include "app/studio/timeline/Timeline.h"
 #include "app/studio/windows/CurvesPage.h"
 #include "app/studio/windows/HelpWindow.h"
+#include "app/studio/windows/TakesPage.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
@@ -132,6 +134,8 @@ Studio::Studio(const StudioOptions& options)
 }
 
 Studio::~Studio() {
+  m_watch.reset();
+  m_take.reset();
   m_player->changed = nullptr;
   m_stage->SetSettings(nullptr);
 }
@@ -146,6 +150,12 @@ gui::component::qt::ViewHandler* Studio::GetTimeline() {
 
 void Studio::MakePages(MainWindowFrame& window, const AddPage& add) {
   add(std::make_unique<CurvesPage>(window, *m_curves));
+  TakesPage::Actions actions;
+  actions.use = [this](int number) { UseTake(number); };
+  actions.remove = [this](int number) { RemoveTake(number); };
+  actions.exportOne = [this](int number) { ExportTake(number); };
+  actions.import = [this] { ImportTakes(); };
+  add(std::make_unique<TakesPage>(window, m_document, std::move(actions)));
 }
 
 Studio::Working::Working(Studio& studio) : at(studio) {
@@ -278,6 +288,9 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandLoop, &Studio::SwitchLoop},
       {kCommandEveryFrame, &Studio::SwitchEveryFrame},
       {kCommandCurves, &Studio::SwitchCurves},
+      {kCommandPunch, &Studio::RecordMarks},
+      {kCommandPunchBegin, &Studio::MarkBegin},
+      {kCommandPunchEnd, &Studio::MarkEnd},
       {kCommandSound, &Studio::ChooseSound},
       {kCommandBackdrop, &Studio::ChooseBackdrop},
       {kCommandHelp, &Studio::ShowHelp},

@@ -22,6 +22,7 @@ namespace orv::app {
 
 class HelpWindow;
 class CurveStrip;
+class SceneTake;
 class Player;
 class StagePane;
 class Timeline;
@@ -61,6 +62,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptSave(const std::string& path) override;
   std::string ScriptPreview(const ScriptPreviewWish& wish) override;
   nlohmann::json ScriptView(const ScriptLine& line) override;
+  nlohmann::json ScriptTakes(const ScriptLine& line) override;
   nlohmann::json ScriptState() override;
   void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;
@@ -112,12 +114,24 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void SwitchLoop();
   void SwitchEveryFrame();
   void SwitchCurves();
+  void RecordMarks();
+  void MarkBegin();
+  void MarkEnd();
+  /// Why not, or nothing.
+  std::string BeginMarkedTake(double preRoll, double blend, bool goOn);
+  // Kept takes, by number.
+  void UseTake(int number);
+  void RemoveTake(int number);
+  void ExportTake(int number);
+  void ImportTakes();
   void ChooseSound();
   void ChooseBackdrop();
   void ShowHelp();
   void ShowLicence();
   void CheckForUpdate();
   void Quit();
+
+  nlohmann::json CurvesReply(const ScriptLine& line);
 
   /// Of the playback range, as the view shows it.
   PreviewOptions PreviewOfRange();
@@ -169,6 +183,10 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::unique_ptr<Player> m_player;
   std::unique_ptr<Timeline> m_timeline;
   std::unique_ptr<CurveStrip> m_curves;
+  Monitor m_takeMonitor;
+  std::unique_ptr<SceneTake> m_take;  ///< between the marks, while it runs
+  class TakeWatch;
+  std::unique_ptr<TakeWatch> m_watch;
   std::string m_soundFile;             ///< that was read, or could not be
   const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;

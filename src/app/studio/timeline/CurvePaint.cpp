@@ -18,12 +18,18 @@ using gui::component::qt::Scaled;
 using gui::component::qt::Tone;
 using gui::component::qt::ToneOf;
 
+QColor CurveStrip::ColourOf(const Input& input, const QWidget& widget) {
+  return gui::component::qt::IsDark(widget.palette()) ? input.colour.lighter(125)
+                                                      : input.colour.darker(130);
+}
+
 void CurveStrip::Paint(QPainter& painter, QWidget& widget) {
   if (m_isOld) Read();
   painter.fillRect(widget.rect(), ToneOf(widget.palette(), Tone::kField));
   PaintGrid(painter, widget);
   for (const Input& input : m_inputs)
     if (input.isShown) PaintCurve(painter, widget, input);
+  PaintNames(painter, widget);
   PaintHand(painter, widget);
   if (m_inputs.empty()) {
     painter.setPen(ToneOf(widget.palette(), Tone::kWeakText));
@@ -53,8 +59,7 @@ void CurveStrip::PaintCurve(QPainter& painter, const QWidget& widget, const Inpu
   const Track* track = TrackOf(input.index);
   if (!track || track->samples.empty()) return;
   painter.setRenderHint(QPainter::Antialiasing);
-  QColor colour = input.colour;
-  if (!gui::component::qt::IsDark(widget.palette())) colour = colour.darker(130);
+  const QColor colour = ColourOf(input, widget);
   painter.setPen(QPen(colour, 1.5));
   const auto& samples = track->samples;
   const double from = ToPlace(QPoint(-10, 0)).first,
@@ -91,6 +96,24 @@ void CurveStrip::PaintCurve(QPainter& painter, const QWidget& widget, const Inpu
     painter.drawRect(QRectF(place.x() - half, place.y() - half, 2.0 * half, 2.0 * half));
   }
   painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
+/// Along the top, in the curves' colours.
+void CurveStrip::PaintNames(QPainter& painter, const QWidget& widget) const {
+  const QFontMetrics metrics = painter.fontMetrics();
+  int x = Scaled(6);
+  for (const Input& input : m_inputs) {
+    if (!input.isShown) continue;
+    const QString name = QString::fromStdString(gui::Translate(input.name));
+    const QRect room(x, Scaled(2), metrics.horizontalAdvance(name), metrics.height());
+    if (room.right() > widget.width()) break;
+    QColor behind = ToneOf(widget.palette(), Tone::kField);
+    behind.setAlphaF(0.8);
+    painter.fillRect(room, behind);
+    painter.setPen(ColourOf(input, widget));
+    painter.drawText(room, Qt::AlignVCenter, name);
+    x = room.right() + Scaled(14);
+  }
 }
 
 void CurveStrip::PaintHand(QPainter& painter, const QWidget& widget) const {

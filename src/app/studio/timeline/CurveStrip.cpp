@@ -29,10 +29,10 @@ using rws::core::RunState;
 namespace {
 
 /// A pass that ends within it is waited for: one that each move drops would never be seen.
-constexpr double kFirstSlice = 0.1;  // s
-constexpr double kPassSlice = 0.015;     // s between two looks at the events
-constexpr double kValueStep = 0.05;  // of a key press
-constexpr int kPointReach = 6;            // px at 96 dpi
+constexpr double kFirstSlice = 0.1;   // s
+constexpr double kPassSlice = 0.015;  // s between two looks at the events
+constexpr double kValueStep = 0.05;   // of a key press
+constexpr int kPointReach = 6;        // px at 96 dpi
 
 constexpr int kCurveHues[] = {205, 28, 130, 330, 265, 55, 175, 0};
 
@@ -207,6 +207,10 @@ double CurveStrip::ToX(double time) const {
 double CurveStrip::ToY(double value) const {
   const double height = m_widget ? m_widget->height() : 1.0, room = Scaled(8);
   return room + (height - 2.0 * room) * (m_high - value) / (m_high - m_low);
+}
+
+QPoint CurveStrip::GetPlace(double time, double value) const {
+  return QPointF(ToX(time), ToY(value)).toPoint();
 }
 
 CurveStrip::Place CurveStrip::ToPlace(const QPoint& at) const {

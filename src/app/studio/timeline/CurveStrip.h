@@ -69,6 +69,9 @@ class CurveStrip : public QObject,
   void SetVisible(bool visible);
   bool IsVisible() const { return m_isVisible; }
 
+  /// Pixel of a time (s) and a value.
+  QPoint GetPlace(double time, double value) const;
+
   /// Its inputs, its tool or whether it is seen may have changed.
   std::function<void()> changed;
   /// Says why something can't be done.
@@ -133,6 +136,8 @@ class CurveStrip : public QObject,
 
   void PaintGrid(QPainter& painter, const QWidget& widget) const;
   void PaintCurve(QPainter& painter, const QWidget& widget, const Input& input) const;
+  static QColor ColourOf(const Input& input, const QWidget& widget);
+  void PaintNames(QPainter& painter, const QWidget& widget) const;
   void PaintHand(QPainter& painter, const QWidget& widget) const;
 
   rws::core::CoreImplementation& m_core;
