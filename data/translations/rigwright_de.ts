@@ -184,6 +184,16 @@
         <translation>Alle Geräte, die da sind, jedes mit allen Bedienelementen</translation>
     </message>
     <message>
+        <source>&amp;Record all inputs</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Alle Ein&amp;gaben aufnehmen</translation>
+    </message>
+    <message>
+        <source>Takes record what is checked; the other inputs play what was recorded of them</source>
+        <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
+        <translation>Takes nehmen auf, was angekreuzt ist; die anderen Eingaben spielen, was von ihnen aufgenommen ist</translation>
+    </message>
+    <message>
         <source>Press no&amp;w!</source>
         <extracomment>data/core/layout/rws_inputconfig.xml</extracomment>
         <translation>&amp;Jetzt bewegen!</translation>
@@ -494,6 +504,16 @@
         <translation>E&amp;ingaben ...</translation>
     </message>
     <message>
+        <source>Re&amp;cord all its inputs</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Alle seine Eingaben au&amp;fnehmen</translation>
+    </message>
+    <message>
+        <source>P&amp;lay all its inputs in takes</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Alle seine Eingaben in Ta&amp;kes abspielen</translation>
+    </message>
+    <message>
         <source>Re&amp;name</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Umbenennen</translation>
@@ -564,6 +584,21 @@
         <translation>Nochma&amp;l</translation>
     </message>
     <message>
+        <source>Record &amp;between the marks</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Zwischen den Marken aufnehmen</translation>
+    </message>
+    <message>
+        <source>Mark the be&amp;gin</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Beginn markieren</translation>
+    </message>
+    <message>
+        <source>Mark the &amp;end</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>&amp;Ende markieren</translation>
+    </message>
+    <message>
         <source>Resimu&amp;late</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Neu simulieren</translation>
@@ -627,6 +662,11 @@
         <source>S&amp;how every frame, however long it takes</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Jedes Bild zeigen, so lange es auch dauert</translation>
+    </message>
+    <message>
+        <source>C&amp;urves of inputs</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>K&amp;urven der Eingaben</translation>
     </message>
     <message>
         <source>&amp;Sound...</source>
@@ -722,6 +762,76 @@
         <source>Picture of the scene</source>
         <extracomment>data/core/layout/rws_main.xml; src/app/studio/StagePane.cpp</extracomment>
         <translation>Bild der Szene</translation>
+    </message>
+    <message>
+        <source>Ta&amp;kes</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ta&amp;kes</translation>
+    </message>
+    <message>
+        <source>In a window of its own</source>
+        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowDock.cpp</extracomment>
+        <translation>In ein eigenes Fenster</translation>
+    </message>
+    <message>
+        <source>Steps that can be undone</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Schritte, die rückgängig gemacht werden können</translation>
+    </message>
+    <message>
+        <source>Double-click a step, or press Enter, to go back or forth to it</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Ein Doppelklick auf einen Schritt oder die Eingabetaste führt zu ihm zurück oder vor</translation>
+    </message>
+    <message>
+        <source>Kept takes</source>
+        <extracomment>data/core/layout/rws_main.xml; src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>Behaltene Takes</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Name of the take</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Name des Takes</translation>
+    </message>
+    <message>
+        <source>Stars</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Sterne</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Notiz</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Verwenden</translation>
+    </message>
+    <message>
+        <source>Puts its inputs, parameters and start back and simulates it: one step of undo</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Stellt seine Eingaben, Parameter und seinen Anfang wieder her und simuliert ihn: ein Schritt zum Rückgängigmachen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowRigEdits.cpp</extracomment>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Exportieren ...</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Importieren ...</translation>
     </message>
     <message>
         <source>Search the scene</source>
@@ -829,24 +939,59 @@
         <translation>Größe Z</translation>
     </message>
     <message>
-        <source>In a window of its own</source>
-        <extracomment>data/core/layout/rws_main.xml; src/core/windows/MainWindowDock.cpp</extracomment>
-        <translation>In ein eigenes Fenster</translation>
-    </message>
-    <message>
-        <source>Steps that can be undone</source>
-        <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Schritte, die rückgängig gemacht werden können</translation>
-    </message>
-    <message>
-        <source>Double-click a step, or press Enter, to go back or forth to it</source>
-        <extracomment>data/core/layout/rws_main.xml</extracomment>
-        <translation>Ein Doppelklick auf einen Schritt oder die Eingabetaste führt zu ihm zurück oder vor</translation>
-    </message>
-    <message>
         <source>Time line</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>Zeitleiste</translation>
+    </message>
+    <message>
+        <source>Curves of inputs</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Kurven der Eingaben</translation>
+    </message>
+    <message>
+        <source>Inputs whose curves are shown</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Eingaben, deren Kurven gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Points are moved: a click or a box selects them, with Shift more of them; Delete removes them</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Punkte werden verschoben: Ein Klick oder ein Rahmen wählt sie aus, mit Umschalt weitere; Entf entfernt sie</translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>Draws over the curve next to the pointer, frame by frame</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zeichnet Bild für Bild über die Kurve neben dem Zeiger</translation>
+    </message>
+    <message>
+        <source>Smooth</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Glätten</translation>
+    </message>
+    <message>
+        <source>Smooths the curve next to the pointer where the brush goes along</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Glättet die Kurve neben dem Zeiger, wo der Pinsel entlanggeht</translation>
+    </message>
+    <message>
+        <source>Brush</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Pinsel</translation>
+    </message>
+    <message>
+        <source>To both sides of the pointer</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Zu beiden Seiten des Zeigers</translation>
     </message>
     <message>
         <source>To the range's begin</source>
@@ -950,7 +1095,7 @@
     </message>
     <message>
         <source>Re&amp;cord</source>
-        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <extracomment>data/core/layout/rws_main.xml; data/core/layout/rws_punch.xml; src/core/windows/MainWindowTake.cpp</extracomment>
         <translation>&amp;Aufnehmen</translation>
     </message>
     <message>
@@ -1259,6 +1404,41 @@
         <translation>&amp;Exportieren ...</translation>
     </message>
     <message>
+        <source>Record between the marks</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>Zwischen den Marken aufnehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Lead</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>&amp;Vorlauf</translation>
+    </message>
+    <message>
+        <source>So long ahead of the first mark time begins to run over what is there</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>So lange vor der ersten Marke beginnt die Zeit über dem zu laufen, was da ist</translation>
+    </message>
+    <message>
+        <source>&amp;Blend</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>Ü&amp;berblenden</translation>
+    </message>
+    <message>
+        <source>So long at both ends inputs go from the old values to the new ones and back</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>So lange gehen die Eingaben an beiden Enden von den alten Werten zu den neuen und zurück</translation>
+    </message>
+    <message>
+        <source>Go &amp;on with the old inputs behind it</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>Dahinter mit den alten &amp;Eingaben weiter</translation>
+    </message>
+    <message>
+        <source>Else what lies behind is dropped</source>
+        <extracomment>data/core/layout/rws_punch.xml</extracomment>
+        <translation>Sonst fällt weg, was dahinter liegt</translation>
+    </message>
+    <message>
         <source>Resimulation</source>
         <extracomment>data/core/layout/rws_resimulate.xml</extracomment>
         <translation>Neue Simulation</translation>
@@ -1374,6 +1554,16 @@
         <translation>Diese Gruppe &amp;zurücksetzen</translation>
     </message>
     <message>
+        <source>Record</source>
+        <extracomment>data/core/layout/rows/input.xml; src/core/take/RecordManager.cpp</extracomment>
+        <translation>Aufnahme</translation>
+    </message>
+    <message>
+        <source>Takes record this input. Without the check they play what was recorded of it.</source>
+        <extracomment>data/core/layout/rows/input.xml</extracomment>
+        <translation>Takes nehmen diese Eingabe auf. Ohne das Kreuz spielen sie, was von ihr aufgenommen ist.</translation>
+    </message>
+    <message>
         <source>Control and value</source>
         <extracomment>data/core/layout/rows/input.xml</extracomment>
         <translation>Bedienelement und Wert</translation>
@@ -1467,6 +1657,11 @@
         <source>Verify</source>
         <extracomment>src/app/session/Verification.cpp</extracomment>
         <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Edit Inputs</source>
+        <extracomment>src/app/session/anyhost/InputDrag.cpp</extracomment>
+        <translation>Eingaben bearbeiten</translation>
     </message>
     <message>
         <source>Resimulating</source>
@@ -1915,7 +2110,7 @@
     </message>
     <message>
         <source>That</source>
-        <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioHelp.cpp</extracomment>
+        <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioHelp.cpp; src/app/studio/StudioTakes.cpp</extracomment>
         <translation>Das</translation>
     </message>
     <message>
@@ -1990,7 +2185,7 @@
     </message>
     <message>
         <source>%1 was written.</source>
-        <extracomment>src/app/studio/StudioExports.cpp; src/app/studio/StudioModels.cpp</extracomment>
+        <extracomment>src/app/studio/StudioExports.cpp; src/app/studio/StudioModels.cpp; src/app/studio/StudioTakes.cpp</extracomment>
         <translation>%1 wurde geschrieben.</translation>
     </message>
     <message>
@@ -2114,6 +2309,61 @@
         <translation>%1 ist in der Szene: %2.</translation>
     </message>
     <message>
+        <source>Takes (*.takes)</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Takes (*.takes)</translation>
+    </message>
+    <message>
+        <source>Use take %1</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Take %1 verwenden</translation>
+    </message>
+    <message>
+        <source>Simulating take %1...</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Take %1 wird simuliert ...</translation>
+    </message>
+    <message>
+        <source>Take %1 was simulated, but its poses are not those of back then: the ground, another node or the program has changed.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Take %1 wurde simuliert, aber seine Posen sind nicht die von damals: Der Boden, ein anderer Knoten oder das Programm hat sich geändert.</translation>
+    </message>
+    <message>
+        <source>Delete take %1</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Take %1 löschen</translation>
+    </message>
+    <message>
+        <source>Delete take %1 for good? Undo does not bring it back.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Take %1 endgültig löschen? Rückgängig bringt ihn nicht zurück.</translation>
+    </message>
+    <message>
+        <source>Export take %1</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Take %1 exportieren</translation>
+    </message>
+    <message>
+        <source>Import takes</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Takes importieren</translation>
+    </message>
+    <message>
+        <source>%1 takes were imported.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>%1 Takes wurden importiert.</translation>
+    </message>
+    <message>
+        <source>Mark a part of the time line first: by Shift+F7 and F7 at its begin and end, or by dragging with Ctrl held.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Markieren Sie zuerst einen Teil der Zeitleiste: mit Umschalt+F7 und F7 an Beginn und Ende oder durch Ziehen mit gehaltener Strg-Taste.</translation>
+    </message>
+    <message>
+        <source>Mark a part of the time line first.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Markieren Sie zuerst einen Teil der Zeitleiste.</translation>
+    </message>
+    <message>
         <source>The sound can't be played: %1</source>
         <extracomment>src/app/studio/StudioTime.cpp</extracomment>
         <translation>Der Ton kann nicht abgespielt werden: %1</translation>
@@ -2137,6 +2387,21 @@
         <source>select a camera in the scene first</source>
         <extracomment>src/app/studio/StudioTime.cpp</extracomment>
         <translation>wählen Sie zuerst in der Szene eine Kamera aus</translation>
+    </message>
+    <message>
+        <source>Nothing has been recorded of the selected rig.</source>
+        <extracomment>src/app/studio/timeline/CurvePaint.cpp; src/app/studio/timeline/CurveStrip.cpp</extracomment>
+        <translation>Vom ausgewählten Rig ist nichts aufgenommen.</translation>
+    </message>
+    <message>
+        <source>%1: %2 in frame %3</source>
+        <extracomment>src/app/studio/timeline/CurveStrip.cpp</extracomment>
+        <translation>%1: %2 in Bild %3</translation>
+    </message>
+    <message>
+        <source>%1 (records %2 of %3)</source>
+        <extracomment>src/app/studio/timeline/Timeline.cpp</extracomment>
+        <translation>%1 (nimmt %2 von %3 auf)</translation>
     </message>
     <message>
         <source>Frame %1, %2 s, %3</source>
@@ -2232,6 +2497,11 @@
         <source>Latency: median %1 ms, 95 % within %2 ms</source>
         <extracomment>src/app/studio/view/overlay/OverlayView.cpp</extracomment>
         <translation>Latenz: Median %1 ms, 95 % innerhalb von %2 ms</translation>
+    </message>
+    <message>
+        <source>No inputs recorded</source>
+        <extracomment>src/app/studio/windows/CurvesPage.cpp</extracomment>
+        <translation>Keine Eingaben aufgenommen</translation>
     </message>
     <message>
         <source>%1; nodes: %2, meshes: %3, triangles: %4</source>
@@ -2377,6 +2647,51 @@
         <source>The view's own eye</source>
         <extracomment>src/app/studio/windows/PreviewWindow.cpp</extracomment>
         <translation>Das Auge der Ansicht</translation>
+    </message>
+    <message>
+        <source>From %1 to %2 s inputs are recorded. What is ahead stays as it is.</source>
+        <extracomment>src/app/studio/windows/PunchWindow.cpp</extracomment>
+        <translation>Von %1 bis %2 s werden Eingaben aufgenommen. Was davor liegt, bleibt, wie es ist.</translation>
+    </message>
+    <message>
+        <source>in the scene</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>in der Szene</translation>
+    </message>
+    <message>
+        <source>retried</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>wiederholt</translation>
+    </message>
+    <message>
+        <source>undone</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>rückgängig gemacht</translation>
+    </message>
+    <message>
+        <source>%1 s from %2 s</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>%1 s ab %2 s</translation>
+    </message>
+    <message>
+        <source>no stars</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>keine Sterne</translation>
+    </message>
+    <message>
+        <source>Choose a take first.</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>Wählen Sie zuerst einen Take.</translation>
+    </message>
+    <message>
+        <source>A double click, or Enter, puts a take back into the scene.</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>Ein Doppelklick oder die Eingabetaste bringt einen Take zurück in die Szene.</translation>
+    </message>
+    <message>
+        <source>New takes are not kept: the preferences say so.</source>
+        <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
+        <translation>Neue Takes werden nicht behalten: So sagen es die Einstellungen.</translation>
     </message>
     <message>
         <source>Load profile</source>
@@ -2849,11 +3164,6 @@
         <translation>Keines der Rigs kann ausgeführt werden</translation>
     </message>
     <message>
-        <source>Record</source>
-        <extracomment>src/core/take/RecordManager.cpp</extracomment>
-        <translation>Aufnahme</translation>
-    </message>
-    <message>
         <source>99 hrs and 59 minutes</source>
         <extracomment>src/core/take/ResimulateWindow.cpp</extracomment>
         <translation>99 Stunden und 59 Minuten</translation>
@@ -3144,6 +3454,11 @@
         <translation>%1 speist auch %2 von %3.</translation>
     </message>
     <message>
+        <source>Record %1</source>
+        <extracomment>src/core/windows/InputRows.cpp</extracomment>
+        <translation>%1 aufnehmen</translation>
+    </message>
+    <message>
         <source>It covers all tools.</source>
         <extracomment>src/core/windows/LicenceWindow.cpp</extracomment>
         <translation>Sie gilt für alle Werkzeuge.</translation>
@@ -3217,11 +3532,6 @@
         <source>Duplicate</source>
         <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
         <translation>Duplizieren</translation>
-    </message>
-    <message>
-        <source>Delete</source>
-        <extracomment>src/core/windows/MainWindowRigEdits.cpp</extracomment>
-        <translation>Löschen</translation>
     </message>
     <message>
         <source>Ungroup</source>
@@ -3339,6 +3649,16 @@
         <translation>Stellen Sie die Bildrate im Wirtsprogramm ein.</translation>
     </message>
     <message>
+        <source>%1 of %2 inputs are recorded, the others played.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>%1 von %2 Eingaben werden aufgenommen, die anderen abgespielt.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 inputs will be recorded, the others played.</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>%1 von %2 Eingaben werden aufgenommen werden, die anderen abgespielt.</translation>
+    </message>
+    <message>
         <source>real time</source>
         <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
         <translation>Echtzeit</translation>
@@ -3352,6 +3672,11 @@
         <source>No take or resimulation runs.</source>
         <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
         <translation>Kein Take und keine neue Simulation läuft.</translation>
+    </message>
+    <message>
+        <source>Re&amp;cord %1 of %2</source>
+        <extracomment>src/core/windows/MainWindowTake.cpp</extracomment>
+        <translation>%1 von %2 &amp;aufnehmen</translation>
     </message>
     <message>
         <source>The last step is no take.</source>

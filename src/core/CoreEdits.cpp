@@ -235,6 +235,18 @@ std::string CoreImplementation::SetInputResponse(Instance& instance, int input,
                       [=] { response.WriteTo(*property); });
 }
 
+std::string CoreImplementation::ArmInputs(Instance& instance, const std::vector<bool>& armed) {
+  if (GetRunState() != RunState::kIdle) return "a take or resimulation runs";
+  const CoreRequest request(*this);
+  const auto inputs = static_cast<std::size_t>(instance.GetProperties().count());
+  if (armed.size() >= inputs && std::count(armed.begin(), armed.end(), false) == 0)
+    instance.SetArmed(std::nullopt);
+  else
+    instance.SetArmed(armed);
+  m_messages.Tell(InputsChanged{instance.GetIdentity(), InputsChanged::kAll});
+  return {};
+}
+
 std::string CoreImplementation::BeginResponseEdit(Instance& instance, int input) {
   if (!instance.GetProperties().property(input)) return NoInput(input);
   if (IsResimulating() || instance.IsFed(input)) return kFedInputs;

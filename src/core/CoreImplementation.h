@@ -107,6 +107,9 @@ class CoreImplementation : public util::Singleton<CoreImplementation>,
   /// up when it comes. An empty tag unmaps.
   std::string MapInputTo(Instance& instance, int input, const util::xml::Tag& controlTag);
   std::string SetInputResponse(Instance& instance, int input, const InputResponse& response);
+  /// Which inputs takes record, by their index; the others play what they have. With all of them it
+  /// is as if nothing had been said. No step of undo; refused in a run.
+  std::string ArmInputs(Instance& instance, const std::vector<bool>& armed);
   /// The same as an edit of many changes, which EndEdit and CancelEdit end as those of a parameter.
   std::string BeginResponseEdit(Instance& instance, int input);
   std::string DragResponse(Instance& instance, int input, const InputResponse& response);

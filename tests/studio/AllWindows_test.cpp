@@ -18,13 +18,21 @@
 #include <QTreeView>
 #include <QXmlStreamReader>
 
+#include "app/session/document/SceneDocument.h"
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/QtTexts.h"
+#include "app/studio/timeline/CurveStrip.h"
+#include "app/studio/timeline/Timeline.h"
+#include "app/studio/windows/CurvesPage.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "app/studio/windows/ImportWindow.h"
 #include "app/studio/windows/MakeModelWindow.h"
 #include "app/studio/windows/ModelsWindow.h"
+#include "app/studio/windows/PunchWindow.h"
+#include "app/studio/windows/TakesPage.h"
 #include "core/WindowIds.h"
+#include "core/instances/Instance.h"
+#include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
 #include "core/services/Translation.h"
 #include "core/tools/Tool.h"
@@ -123,6 +131,11 @@ class AllWindows : public WindowsTest {
   AllWindows()
       : browser(WindowsTest::core, session.GetAdaptor(), [](double) { return std::string(); }) {
     program.browser = &browser;
+    program.timeline = &timeline;
+    program.makePages = [this](MainWindowFrame& frame, const Program::AddPage& add) {
+      add(std::make_unique<app::CurvesPage>(frame, curves));
+      add(std::make_unique<app::TakesPage>(frame, document, app::TakesPage::Actions()));
+    };
     QApplication::setFont(QFont("DejaVu Sans", 9));  // as small as systems have it
     qt::ApplyTheme(*qApp, qt::Theme::kLight);
     for (int id = kProgramCommands; id < kFirstRecent; ++id) program.has.insert(id);
@@ -130,6 +143,14 @@ class AllWindows : public WindowsTest {
     car = Add("4WheelerExt", "Car");
     Add("Firepower", "Gun");
     WindowsTest::core.SetSelection({car});
+    rws::core::Instance* rig = WindowsTest::core.FindRow(car)->GetInstance();
+    for (int i = 0; i < rig->GetProperties().count(); ++i) {
+      app::InputDrag::Track track;
+      track.set(0.0, 0.5);
+      rig->SetTrack(i, track);
+    }
+    curves.SetVisible(true);
+    WindowsTest::core.ArmInputs(*rig, std::vector<bool>{true});
     windows->Open(WindowKind::kMain)->GetWidget()->resize(qt::Scaled(1000), qt::Scaled(700));
   }
   ~AllWindows() override {
@@ -154,7 +175,7 @@ class AllWindows : public WindowsTest {
       look(*window.GetWidget()->window());
     };
     Window& main = *windows->Open(WindowKind::kMain);
-    for (const int page : {kPageUndo, kPageDevices, kPageParameters}) {
+    for (const int page : {kPageUndo, kPageDevices, kPageTakes, kPageParameters}) {
       main.GetRoot()->Get<gui::componentinterface::Button>(page)->Click();
       shown(main);
     }
@@ -185,7 +206,9 @@ class AllWindows : public WindowsTest {
     app::ImportWindow import(*windows, "/models/of/a/Car.fbx", facts);
     app::MakeModelWindow make(*windows, browser);
     app::ModelsWindow models(*windows, {"ground"});
-    for (Window* window : std::initializer_list<Window*>{&fit, &help, &import, &make, &models}) {
+    app::PunchWindow punch(*windows, {1.0, 2.5});
+    for (Window* window :
+         std::initializer_list<Window*>{&fit, &help, &import, &make, &models, &punch}) {
       window->Show();
       shown(*window);
       window->Hide();
@@ -193,6 +216,9 @@ class AllWindows : public WindowsTest {
   }
 
   app::HeadlessBrowser browser;
+  app::Timeline timeline{WindowsTest::core, session.GetAdaptor(), browser};
+  app::CurveStrip curves{WindowsTest::core, session.GetAdaptor(), timeline};
+  app::SceneDocument document;
   int car = 0;
 };
 

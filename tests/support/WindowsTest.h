@@ -39,6 +39,10 @@ class NotingProgram : public rws::core::windows::Program {
   bool MayClose() override { return mayClose; }
   void OnMainWindowClosed() override { ++closed; }
   rws::core::windows::SceneBrowser* GetSceneBrowser() override { return browser; }
+  gui::component::qt::ViewHandler* GetTimeline() override { return timeline; }
+  void MakePages(rws::core::windows::MainWindowFrame& window, const AddPage& add) override {
+    if (makePages) makePages(window, add);
+  }
 
   std::set<int> has;
   std::vector<int> ran;
@@ -47,6 +51,8 @@ class NotingProgram : public rws::core::windows::Program {
   int closed = 0;
   std::vector<std::string> dropped;
   rws::core::windows::SceneBrowser* browser = nullptr;
+  gui::component::qt::ViewHandler* timeline = nullptr;
+  std::function<void(rws::core::windows::MainWindowFrame&, const AddPage&)> makePages;
 };
 
 class WindowsTest : public testing::Test {

@@ -16,13 +16,17 @@
 #include "app/session/anyhost/Names.h"
 #include "app/session/document/RecentFiles.h"
 #include "app/session/document/Recovery.h"
+#include "app/session/takes/SceneTake.h"
 #include "app/studio/QtTexts.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/script/ScriptDriver.h"
 #include "app/studio/script/ScriptView.h"
+#include "app/studio/timeline/CurveStrip.h"
 #include "app/studio/timeline/Player.h"
 #include "app/studio/timeline/Timeline.h"
+#include "app/studio/windows/CurvesPage.h"
 #include "app/studio/windows/HelpWindow.h"
+#include "app/studio/windows/TakesPage.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
@@ -61,9 +65,10 @@ std::string SentencesOf(const Problem& problem) {
 
 /// What leaves the scene alone, or ends a take by asking for another scene.
 bool IsForTakes(int id) {
-  static constexpr int kFree[] = {
-      kCommandNew,  kCommandOpen,    kCommandRecent, kCommandQuit, kCommandExamples,
-      kCommandHelp, kCommandLicence, kCommandUpdate, kCommandLoop, kCommandEveryFrame};
+  static constexpr int kFree[] = {kCommandNew,        kCommandOpen,     kCommandRecent,
+                                  kCommandQuit,       kCommandExamples, kCommandHelp,
+                                  kCommandLicence,    kCommandUpdate,   kCommandLoop,
+                                  kCommandEveryFrame, kCommandCurves};
   return id >= kFirstRecent || std::count(std::begin(kFree), std::end(kFree), id) != 0;
 }
 
@@ -108,6 +113,8 @@ Studio::Studio(const StudioOptions& options)
       m_player(std::make_unique<Player>(m_document.GetCore(), m_document.GetAdaptor())),
       m_timeline(
           std::make_unique<Timeline>(m_document.GetCore(), m_document.GetAdaptor(), m_browser)),
+      m_curves(
+          std::make_unique<CurveStrip>(m_document.GetCore(), m_document.GetAdaptor(), *m_timeline)),
       m_windows(m_document.GetCore(), *this),
       m_input(m_document.GetCore(), OpenKeySource()),
       m_keys(m_document.GetCore()) {
@@ -127,6 +134,8 @@ Studio::Studio(const StudioOptions& options)
 }
 
 Studio::~Studio() {
+  m_watch.reset();
+  m_take.reset();
   m_player->changed = nullptr;
   m_stage->SetSettings(nullptr);
 }
@@ -137,6 +146,16 @@ gui::component::qt::ViewHandler* Studio::GetStage() {
 
 gui::component::qt::ViewHandler* Studio::GetTimeline() {
   return m_timeline.get();
+}
+
+void Studio::MakePages(MainWindowFrame& window, const AddPage& add) {
+  add(std::make_unique<CurvesPage>(window, *m_curves));
+  TakesPage::Actions actions;
+  actions.use = [this](int number) { UseTake(number); };
+  actions.remove = [this](int number) { RemoveTake(number); };
+  actions.exportOne = [this](int number) { ExportTake(number); };
+  actions.import = [this] { ImportTakes(); };
+  add(std::make_unique<TakesPage>(window, m_document, std::move(actions)));
 }
 
 Studio::Working::Working(Studio& studio) : at(studio) {
@@ -268,6 +287,10 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandRangeEnd, &Studio::RangeEnd},
       {kCommandLoop, &Studio::SwitchLoop},
       {kCommandEveryFrame, &Studio::SwitchEveryFrame},
+      {kCommandCurves, &Studio::SwitchCurves},
+      {kCommandPunch, &Studio::RecordMarks},
+      {kCommandPunchBegin, &Studio::MarkBegin},
+      {kCommandPunchEnd, &Studio::MarkEnd},
       {kCommandSound, &Studio::ChooseSound},
       {kCommandBackdrop, &Studio::ChooseBackdrop},
       {kCommandHelp, &Studio::ShowHelp},
@@ -305,6 +328,7 @@ void Studio::UpdateMenu(gui::Menu& menu) {
     if (!IsForTakes(command.id)) menu.SetEnabled(command.id, locked.empty(), locked);
   menu.SetChecked(kCommandLoop, m_player->IsLoop());
   menu.SetChecked(kCommandEveryFrame, m_player->IsEveryFrame());
+  menu.SetChecked(kCommandCurves, m_curves->IsVisible());
   std::vector<gui::MenuItem> items;
   int id = kFirstRecent;
   for (const RecentFile& file : RecentFiles::List()) {

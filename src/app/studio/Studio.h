@@ -21,6 +21,8 @@
 namespace orv::app {
 
 class HelpWindow;
+class CurveStrip;
+class SceneTake;
 class Player;
 class StagePane;
 class Timeline;
@@ -49,6 +51,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   rws::core::windows::SceneBrowser* GetSceneBrowser() override { return &m_browser; }
   gui::component::qt::ViewHandler* GetStage() override;
   gui::component::qt::ViewHandler* GetTimeline() override;
+  void MakePages(rws::core::windows::MainWindowFrame& window, const AddPage& add) override;
   void ApplyAppearance() override;
   void OnPreferences() override;
 
@@ -59,6 +62,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::string ScriptSave(const std::string& path) override;
   std::string ScriptPreview(const ScriptPreviewWish& wish) override;
   nlohmann::json ScriptView(const ScriptLine& line) override;
+  nlohmann::json ScriptTakes(const ScriptLine& line) override;
   nlohmann::json ScriptState() override;
   void ScriptKeepOpen(bool keep) override { m_keepOpen = keep; }
   void ScriptQuit(int status) override;
@@ -109,12 +113,25 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void RangeEnd();
   void SwitchLoop();
   void SwitchEveryFrame();
+  void SwitchCurves();
+  void RecordMarks();
+  void MarkBegin();
+  void MarkEnd();
+  /// Why not, or nothing.
+  std::string BeginMarkedTake(double preRoll, double blend, bool goOn);
+  // Kept takes, by number.
+  void UseTake(int number);
+  void RemoveTake(int number);
+  void ExportTake(int number);
+  void ImportTakes();
   void ChooseSound();
   void ChooseBackdrop();
   void ShowHelp();
   void ShowLicence();
   void CheckForUpdate();
   void Quit();
+
+  nlohmann::json CurvesReply(const ScriptLine& line);
 
   /// Of the playback range, as the view shows it.
   PreviewOptions PreviewOfRange();
@@ -165,6 +182,11 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   std::unique_ptr<StagePane> m_stage;
   std::unique_ptr<Player> m_player;
   std::unique_ptr<Timeline> m_timeline;
+  std::unique_ptr<CurveStrip> m_curves;
+  Monitor m_takeMonitor;
+  std::unique_ptr<SceneTake> m_take;  ///< between the marks, while it runs
+  class TakeWatch;
+  std::unique_ptr<TakeWatch> m_watch;
   std::string m_soundFile;             ///< that was read, or could not be
   const void* m_soundScene = nullptr;  ///< for which it was
   rws::core::windows::Windows m_windows;

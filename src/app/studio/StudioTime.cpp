@@ -7,6 +7,7 @@
 #include "app/session/anyhost/UndoBlock.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/Studio.h"
+#include "app/studio/timeline/CurveStrip.h"
 #include "app/studio/timeline/Player.h"
 #include "app/studio/timeline/Timeline.h"
 #include "app/studio/view/BackdropPictures.h"
@@ -40,6 +41,7 @@ void Studio::BeginPlayback() {
     Tell(Translate("The sound can't be played: %1", {problem}));
   };
   m_timeline->told = [this](const std::string& text) { Tell(text); };
+  m_curves->told = [this](const std::string& text) { Tell(text); };
 }
 
 void Studio::ShowPlayback() {
@@ -104,6 +106,10 @@ void Studio::SwitchLoop() {
 void Studio::SwitchEveryFrame() {
   m_player->SetEveryFrame(!m_player->IsEveryFrame());
   m_windows.GetSettings().Set(kTimeSettings, "every", m_player->IsEveryFrame() ? "yes" : "");
+}
+
+void Studio::SwitchCurves() {
+  m_curves->SetVisible(!m_curves->IsVisible());
 }
 
 // --- sound ---

@@ -27,6 +27,7 @@ enum InputConfigId : int {
   kInputOffset,
   kInputInvert,       ///< check box
   kInputCalibration,  ///< list: the calibration comes into it
+  kInputArmAll,       ///< check box
 };
 
 /// Within the row of an input.
@@ -36,6 +37,7 @@ enum InputRowId : int {
   kInputRowConflict = 3,  ///< list around the next
   kInputRowConflictText = 4,
   kInputRowBars = 5,
+  kInputRowArmed = 6,  ///< check box
 };
 
 /// Within the document of a calibration.

@@ -97,6 +97,16 @@ int InputConfigWindow::NoteInputs() {
   return changed;
 }
 
+namespace {
+
+std::vector<bool> ArmedInputs(const Instance& rig) {
+  std::vector<bool> armed;
+  for (int i = 0; i < rig.GetProperties().count(); ++i) armed.push_back(!rig.IsPlayed(i));
+  return armed;
+}
+
+}  // namespace
+
 void InputConfigWindow::ShowAll() {
   const Instance* rig = FindRig();
   gui::Component* rows = Find(kInputRows);
@@ -125,6 +135,25 @@ void InputConfigWindow::ShowMappings() {
   const gui::Frozen frozen(*rows);
   m_rows.Refresh(GetCore(), *rig);
   m_rows.RefreshLive(*rig);
+  const std::vector<bool> armed = ArmedInputs(*rig);
+  const auto count = std::count(armed.begin(), armed.end(), true);
+  With<CheckBox>(kInputArmAll, [&](CheckBox& box) {
+    box.SetState(count == 0                                        ? CheckState::kOff
+                 : static_cast<std::size_t>(count) == armed.size() ? CheckState::kOn
+                                                                   : CheckState::kUndetermined);
+  });
+}
+
+/// A word for one input, or for all of them with -1.
+void InputConfigWindow::Arm(int input, bool armed) {
+  Instance* rig = FindRig();
+  if (!rig) return;
+  std::vector<bool> wanted = ArmedInputs(*rig);
+  if (input < 0) wanted.assign(wanted.size(), armed);
+  if (input >= 0 && static_cast<std::size_t>(input) < wanted.size())
+    wanted[static_cast<std::size_t>(input)] = armed;
+  Tell(Shown(GetCore().ArmInputs(*rig, wanted)));
+  ShowMappings();
 }
 
 void InputConfigWindow::Choose(int input) {
@@ -241,6 +270,10 @@ void InputConfigWindow::OnComponent(gui::Component& source, util::Message& messa
   }
   if (message.id == gui::kMsgClicked) OnButton(source.GetId());
   const int row = m_rows.InputOf(source);
+  if (message.id == gui::kMsgValueChanged && source.GetId() == kInputArmAll)
+    return Arm(-1, message.param != 0);
+  if (message.id == gui::kMsgValueChanged && source.GetId() == kInputRowArmed && row >= 0)
+    return Arm(row, message.param != 0);
   const bool chosen = message.id == gui::kMsgValueChanged || message.id == gui::kMsgFocusGained;
   if (row < 0 || !chosen || source.GetId() != kInputRowName) return;
   if (row != m_input) Tell({});

@@ -58,6 +58,7 @@ class InputConfigWindow : public Window {
   void ShowAll();
   void ShowTitle();
   void ShowMappings();
+  void Arm(int input, bool armed);
   void ShowChosen();
   void ShowTask();
   std::string WhyLocked() const;

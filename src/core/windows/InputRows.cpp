@@ -12,6 +12,7 @@
 #include "gui/Layout.h"
 #include "gui/Texts.h"
 #include "gui/componentinterface/Button.h"
+#include "gui/componentinterface/CheckBox.h"
 #include "gui/componentinterface/Label.h"
 #include "gui/componentinterface/View.h"
 #include "unidevice/Property.h"
@@ -81,6 +82,8 @@ void InputRows::Build(gui::Component& container, const Instance& rig) {
       button->SetAccessibleName(name);
       button->SetTooltip(Translate(rig.GetProperties().property(i)->displayName));
     }
+    if (gui::Component* box = root->Find(kInputRowArmed))
+      box->SetAccessibleName(Translate("Record %1", {name}));
     m_rows.push_back({root, std::make_unique<LiveBar>(2)});
     if (auto* view = root->Get<View>(kInputRowBars)) view->SetHandler(m_rows.back().bars.get());
   }
@@ -93,6 +96,8 @@ void InputRows::Refresh(const CoreImplementation& core, const Instance& rig) {
     SetText(root, kInputRowMapping,
             MappingWords(*rig.GetProperties().property(static_cast<int>(i))));
     SetText(root, kInputRowConflictText, conflicts[i]);
+    if (auto* box = root.Get<CheckBox>(kInputRowArmed))
+      box->SetOn(!rig.IsPlayed(static_cast<int>(i)));
     if (gui::Component* conflict = root.Find(kInputRowConflict))
       conflict->SetVisible(!conflicts[i].empty());
   }

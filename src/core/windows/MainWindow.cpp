@@ -45,8 +45,10 @@ using gui::Translate;
 constexpr int kSplitters[] = {kMainColumns, kMainRight, kMainLeft};
 constexpr int kCheckBoxes[] = {kResimulateFromFirstFrame, kAutoExpandTimeline, kLowPolyOnRecord};
 /// Buttons of the pages at the right, each followed by what it shows.
-constexpr std::pair<int, int> kPages[] = {
-    {kPageParameters, kPanelParameters}, {kPageUndo, kPanelUndo}, {kPageDevices, kPanelDevices}};
+constexpr std::pair<int, int> kPages[] = {{kPageParameters, kPanelParameters},
+                                          {kPageUndo, kPanelUndo},
+                                          {kPageDevices, kPanelDevices},
+                                          {kPageTakes, kPanelTakes}};
 constexpr char kPage[] = "page";
 
 std::string KeyOf(const char* what, int id) {
@@ -91,6 +93,8 @@ MainWindow::MainWindow(Windows& windows)
   m_pages.push_back(std::make_unique<MainWindowUndo>(*this));
   m_pages.push_back(std::make_unique<MainWindowDevices>(*this));
   m_pages.push_back(std::make_unique<MainWindowNotice>(*this));
+  windows.GetProgram().MakePages(
+      *this, [this](std::unique_ptr<MainWindowPage> page) { m_pages.push_back(std::move(page)); });
 }
 
 MainWindow::~MainWindow() = default;
@@ -130,7 +134,8 @@ void MainWindow::OnBuilt() {
     if (gui::Component* part = Find(id)) part->SetVisible(timeline != nullptr);
   for (const auto& page : m_pages) page->OnBuilt();
   const std::vector<int> page = Split(GetKept(kPage));
-  ShowPage(page.size() == 1 ? page.front() : kPageParameters);
+  const gui::Component* kept = page.size() == 1 ? Find(page.front()) : nullptr;
+  ShowPage(kept && kept->IsVisible() ? page.front() : kPageParameters);
   ShowTitle();
   ShowCommands();
 }

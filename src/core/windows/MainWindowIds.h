@@ -23,6 +23,9 @@ enum MainWindowComponent : int {
   kMainTimeline,       ///< view, hidden where the host has a time line
   kMainTimeButtons,    ///< list, hidden likewise; its buttons have the ids of commands
   kMainRight,          ///< splitter: pages, the scene's nodes
+  kMainCurves,         ///< view below the time line; as all of its, the program's page shows it
+  kCurvePanel,         ///< list
+  kCurveInputs,        ///< tree
 
   // Tools.
   kToolSearch = 320,  ///< text box
@@ -53,9 +56,11 @@ enum MainWindowComponent : int {
   kPageParameters = 370,  ///< toggle buttons
   kPageUndo,
   kPageDevices,
+  kPageTakes,              ///< hidden unless the program has a page for it
   kPanelParameters = 380,  ///< what they show
   kPanelUndo,
   kPanelDevices,
+  kPanelTakes,
   kDockArea = 390,  ///< list: panels are docked in it
   kDockHint,        ///< label
   kDockFloat,       ///< button: into a window of its own, or back
@@ -75,6 +80,23 @@ enum MainWindowComponent : int {
   kTakeRate,    ///< spinner (frames per second)
   kTakeStatus,  ///< label
   kTakeFrame,   ///< spinner: the time in frames
+
+  // Curves of inputs.
+  kCurvePoints = 411,  ///< toggle buttons
+  kCurveDraw,
+  kCurveSmooth,
+  kCurveBrush,  ///< spinner (s)
+
+  // Kept takes.
+  kKeptList = 420,  ///< view
+  kKeptHint,        ///< label
+  kKeptName,        ///< text box
+  kKeptStars,       ///< combo box; an item's id is the number of stars
+  kKeptNote,        ///< text box
+  kKeptUse,         ///< buttons
+  kKeptDelete,
+  kKeptExport,
+  kKeptImport,
 };
 
 /// The page of a product.

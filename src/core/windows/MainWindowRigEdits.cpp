@@ -83,6 +83,9 @@ void MainWindowRigs::OnCommand(int command) {
       for (const int row : GetSelectedTops())
         if (!GetCore().FindRow(row)->IsGroup()) GetWindows().Open(WindowKind::kInputConfig, row);
       return;
+    case kCommandArmAll:
+    case kCommandArmNone:
+      return Arm(command == kCommandArmAll);
     case kCommandRename:
       if (!GetSelectedTops().empty() && MayEdit())
         With<Tree>(kRigTree, [this](Tree& tree) { tree.EditRow(GetSelectedTops().front()); });
@@ -100,6 +103,15 @@ void MainWindowRigs::OnCommand(int command) {
       return;
     default:
       return;
+  }
+}
+
+void MainWindowRigs::Arm(bool armed) {
+  for (const int id : GetSelectedTops()) {
+    Instance* rig = GetCore().FindRow(id)->GetInstance();
+    if (!rig || !MayEdit()) continue;
+    const auto inputs = static_cast<std::size_t>(rig->GetProperties().count());
+    Tell(kRigNotice, Translate(GetCore().ArmInputs(*rig, std::vector<bool>(inputs, armed))));
   }
 }
 

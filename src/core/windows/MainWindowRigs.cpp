@@ -183,6 +183,8 @@ void MainWindowRigs::ShowCommands() {
   const std::string noRow = Translate("Select a rig or a group first.");
   show(kCommandConfigure, isRig, noRig, false);
   show(kCommandInputs, isRig, noRig, false);
+  show(kCommandArmAll, isRig, noRig, true);
+  show(kCommandArmNone, isRig, noRig, true);
   show(kCommandRename, !rows.empty(), noRow, true);
   show(kCommandDuplicate, isRig, noRig, true);
   show(kCommandDelete, !rows.empty(), noRow, true);

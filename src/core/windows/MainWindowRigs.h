@@ -49,6 +49,8 @@ class MainWindowRigs : public MainWindowPage {
   void AsOneStep(const char* name, Edit&& edit);
 
   void Check(int id, bool checked);
+  /// Takes record all inputs of the selected rigs, or play them.
+  void Arm(bool armed);
   void Rename(int id, const std::string& text);
   std::string Move(const gui::MoveRequest& request);
   std::string MoveRow(InstanceReference& row, InstanceReference* group, InstanceReference* before);

@@ -6,10 +6,12 @@
 #include "core/CoreImplementation.h"
 #include "core/WindowIds.h"
 #include "core/host/AdaptorInterface.h"
+#include "core/instances/Instance.h"
 #include "core/take/RunStatus.h"
 #include "core/windows/MainWindowIds.h"
 #include "core/windows/MenuIds.h"
 #include "core/windows/SceneBrowser.h"
+#include "gui/Component.h"
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
 #include "gui/componentinterface/CheckBox.h"
@@ -41,6 +43,13 @@ void MainWindowTake::ShowState() {
   const util::Sentence text = GetRunStatus(GetCore()).text;
   std::string status = util::Sentence::fill(Translate(text.text), text.values);
   if (!m_problem.empty() && GetCore().GetRunState() == RunState::kIdle) status = m_problem;
+  const auto [armed, all] = CountArmed();
+  if (armed < all && GetCore().GetRunState() != RunState::kResimulating && m_problem.empty())
+    status += " " + (GetCore().IsRecording()
+                         ? Translate("%1 of %2 inputs are recorded, the others played.",
+                                     {std::to_string(armed), std::to_string(all)})
+                         : Translate("%1 of %2 inputs will be recorded, the others played.",
+                                     {std::to_string(armed), std::to_string(all)}));
   if (status == m_status) return;
   m_status = status;
   GetWindow().SetText(kTakeStatus, status);
@@ -82,6 +91,13 @@ void MainWindowTake::OnLive() {
   ShowState();
 }
 
+std::pair<int, int> MainWindowTake::CountArmed() const {
+  int armed = 0, all = 0;
+  for (Instance* rig : GetCore().List(true))
+    for (int i = 0; i < rig->GetProperties().count(); ++i, ++all) armed += !rig->IsPlayed(i);
+  return {armed, all};
+}
+
 std::string MainWindowTake::WhyNoTake() const {
   return Translate(GetCore().WhyNoTake().text);
 }
@@ -98,6 +114,11 @@ void MainWindowTake::ShowCommands() {
     window.ShowCommand(command, can, reason);
   };
   show(kTakeRecord, kCommandRecord, why.empty(), why);
+  const auto [armed, all] = CountArmed();
+  if (gui::Component* record = window.Find(kTakeRecord))
+    record->SetLabel(
+        armed < all ? Translate("Re&cord %1 of %2", {std::to_string(armed), std::to_string(all)})
+                    : Translate("Re&cord"));
   show(kTakeStop, kCommandStop, !idle, noRun);
   const bool isLast = takes || IsTakeLast();
   show(kTakeRetry, kCommandRetry, takes || (isLast && why.empty()),
@@ -123,8 +144,10 @@ void MainWindowTake::OnCore(const util::Message& message) {
   } else if (NewsIn<TimeChanged>(message)) {
     // In a take the live rounds are enough.
     if (GetCore().GetRunState() == RunState::kIdle) ShowTimes();
-  } else if (NewsIn<RowCreated>(message) || NewsIn<RowDeleted>(message)) {
+  } else if (NewsIn<RowCreated>(message) || NewsIn<RowDeleted>(message) ||
+             NewsIn<InputsChanged>(message)) {
     ShowCommands();
+    ShowState();
   }
 }
 

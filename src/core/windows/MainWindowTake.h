@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "core/windows/MainWindowPage.h"
 
@@ -30,6 +31,8 @@ class MainWindowTake : public MainWindowPage {
   void ShowTimes();
   void SetSpinnerQuietly(int id, double value);
   std::string WhyNoTake() const;
+  /// How many inputs of the checked rigs a take records, and of how many.
+  std::pair<int, int> CountArmed() const;
   /// Whether the latest step of undo is a take.
   bool IsTakeLast() const;
 

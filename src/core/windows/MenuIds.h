@@ -40,6 +40,10 @@ enum ProgramCommand : int {
   kCommandEveryFrame,
   kCommandSound,
   kCommandBackdrop,
+  kCommandCurves,
+  kCommandPunch,       ///< a take between the marks
+  kCommandPunchBegin,  ///< the marks
+  kCommandPunchEnd,
   kFirstRecent = 3100,
   kFirstExample = 3200,
 };
@@ -67,6 +71,8 @@ enum WindowCommand : int {
   kCommandWhy,
   kCommandRescanTools,
   kCommandAbout,
+  kCommandArmAll,   ///< takes record all inputs of the selected rigs
+  kCommandArmNone,  ///< takes play what was recorded of them
 };
 
 }  // namespace orv::rws::core::windows

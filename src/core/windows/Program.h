@@ -1,6 +1,8 @@
 // What windows ask of the program or plug-in that they stand in.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,8 @@ class ViewHandler;
 
 namespace orv::rws::core::windows {
 
+class MainWindowFrame;
+class MainWindowPage;
 class SceneBrowser;
 class Window;
 
@@ -47,6 +51,9 @@ class Program {
   virtual gui::component::qt::ViewHandler* GetStage() { return nullptr; }
   /// The time line of the main window, with the buttons around it; null where the host has its own.
   virtual gui::component::qt::ViewHandler* GetTimeline() { return nullptr; }
+  /// Hands pages of the program's own to a main window that is made; they live as long as it.
+  using AddPage = std::function<void(std::unique_ptr<MainWindowPage>)>;
+  virtual void MakePages(MainWindowFrame& /*window*/, const AddPage& /*add*/) {}
   /// The widget that windows stand over when the main window is closed; null without.
   virtual QWidget* GetHostWindow() { return nullptr; }
   /// Applies language and theme of the preferences; a host may rule over the theme.

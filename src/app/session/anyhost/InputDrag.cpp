@@ -8,6 +8,7 @@
 #include "app/session/anyhost/UndoBlock.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
+#include "core/services/Translation.h"
 #include "core/take/TakeUndo.h"
 #include "core/tools/Tool.h"
 #include "unidevice/Property.h"
@@ -22,6 +23,7 @@ namespace {
 
 /// Its solver has a memory of its own, which no history holds to the bit.
 constexpr char kBeltKind[] = "CrawlerTracks";
+constexpr const char* kEditStep = rws::core::Translatable("Edit Inputs");
 
 Instance* FindByIdentity(rws::core::CoreImplementation& core, int identity) {
   for (Instance* rig : core.List(false))
@@ -97,7 +99,7 @@ bool InputDrag::Move(const std::vector<Edited>& tracks) {
   if (!m_isRunning && m_core.GetRunState() != RunState::kIdle) return false;
   Cancel();
   m_time = m_core.GetAdaptor()->GetCurrentTime();
-  m_block = std::make_unique<UndoBlock>(*m_core.GetAdaptor(), "Edit Inputs");
+  m_block = std::make_unique<UndoBlock>(*m_core.GetAdaptor(), kEditStep);
   const double change = PutTracks(tracks);
   m_hasChanged = change < std::numeric_limits<double>::infinity();
   if (!m_hasChanged || Begin(change)) return true;

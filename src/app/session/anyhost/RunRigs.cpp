@@ -115,6 +115,10 @@ void TakeRun::Look() {
     m_monitor->Tell(m_result.frames, m_total);
 }
 
+void TakeRun::Settle() {
+  if (m_block && !m_core.IsRecording()) End();
+}
+
 void TakeRun::End() {
   if (m_look) m_look.release()->deleteLater();  // it may be its own timeout that calls
   m_core.StopRecording();

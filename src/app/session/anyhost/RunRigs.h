@@ -55,6 +55,8 @@ class TakeRun {
   /// Called behind the last frame, within the take's undo step, unless it was thrown away; what it
   /// does belongs to the take.
   std::function<void(const TimeSpan& performed)> finish;
+  /// When the core has ended the take: does now what the event loop would do in a moment.
+  void Settle();
   const RunResult& GetResult() const { return m_result; }
   /// From its first frame to its last.
   TimeSpan GetPerformed() const { return m_performed; }

@@ -34,6 +34,8 @@ class SceneTake {
   /// `ended` is called from the event loop; the monitor must live until then. False, with nothing
   /// changed, when no take can begin.
   bool Begin(const TakeWish& wish, const Monitor& monitor, std::function<void()> ended);
+  /// When the core has ended it: does now what the event loop would do in a moment.
+  void Settle() { m_run.Settle(); }
   const RunResult& GetResult() const { return m_run.GetResult(); }
   /// From its first frame to its last.
   TimeSpan GetPerformed() const { return m_run.GetPerformed(); }

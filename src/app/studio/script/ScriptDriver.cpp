@@ -144,6 +144,11 @@ void ScriptDriver::Perform(const ScriptLine& line) {
       {"project", [&] { View(line); }},
       {"pick", [&] { View(line); }},
       {"view", [&] { View(line); }},
+      {"curves", [&] { Takes(line); }},
+      {"arm", [&] { Takes(line); }},
+      {"takes", [&] { Takes(line); }},
+      {"marks", [&] { Takes(line); }},
+      {"punch", [&] { Takes(line); }},
       {"state", [&] { Answer(m_host.ScriptState()); }},
       {"wait", [&] { WaitIdle(line); }},
       {"wait-idle", [&] { WaitIdle(line); }},
@@ -188,6 +193,12 @@ void ScriptDriver::AnswerOr(const std::string& why) {
     Answer(Json::object());
   else
     Fail(why);
+}
+
+void ScriptDriver::Takes(const ScriptLine& line) {
+  Json reply = m_host.ScriptTakes(line);
+  if (reply.contains("error")) return Fail(reply["error"]);
+  Answer(std::move(reply));
 }
 
 void ScriptDriver::Record() {

@@ -46,6 +46,7 @@ class ScriptDriver : public QObject {
   /// Does it from the event loop and answers behind it.
   void Act(Action action);
   void Record();
+  void Takes(const ScriptLine& line);
   void Answer(Json reply);
   void Fail(const std::string& why);
   void AnswerOr(const std::string& why);

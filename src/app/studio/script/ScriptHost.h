@@ -33,6 +33,8 @@ class ScriptHost {
   virtual std::string ScriptPreview(const ScriptPreviewWish& wish) = 0;
   /// A command about the scene's picture; see RunViewCommand.
   virtual nlohmann::json ScriptView(const ScriptLine& line) = 0;
+  /// A command about curves, arming, marks or kept takes; `error` where it can't be done.
+  virtual nlohmann::json ScriptTakes(const ScriptLine& line) = 0;
   /// Run, time, frame, selection, names of undo steps, dirty, path, and how
   /// the pictures have come.
   virtual nlohmann::json ScriptState() = 0;

@@ -18,6 +18,7 @@
 #include "core/instances/Instance.h"
 #include "gui/Texts.h"
 #include "gui/component/qt/Scale.h"
+#include "unidevice/Property.h"
 #include "util/FrameGrid.h"
 
 namespace orv::app {
@@ -88,6 +89,7 @@ void Timeline::OnTree() {
   if (m_scene != &m_host.GetScene()) {
     m_fitsNext = true;
     m_drag = Drag::kNone;
+    SetMarks(0.0, 0.0);
   }
   m_scene = &m_host.GetScene();
   NoteChange();
@@ -98,6 +100,7 @@ void Timeline::onMessage(util::Message& message, bool) {
     if (m_core.GetRunState() != RunState::kIdle) EndDrag(true);
     NoteChange();
   }
+  if (rws::core::NewsIn<rws::core::InputsChanged>(message)) NoteChange();
 }
 
 /// Between two frames no more than the cursor's two places are painted.
@@ -150,7 +153,14 @@ void Timeline::ReadTakes() {
       bar.from = std::min(bar.from, track.samples.front().time);
       bar.to = std::max(bar.to, track.samples.back().time);
     }
-    if (bar.from <= bar.to) m_takes.push_back(bar);
+    if (bar.from > bar.to) continue;
+    int armed = 0;
+    const int all = rig->GetProperties().count();
+    for (int i = 0; i < all; ++i) armed += !rig->IsPlayed(i);
+    if (armed < all)
+      bar.name = Translate("%1 (records %2 of %3)",
+                           {bar.name, std::to_string(armed), std::to_string(all)});
+    m_takes.push_back(bar);
   }
   m_lanes = std::max(1, timeline::StackBars(m_takes, kMostLanes));
 }
@@ -189,6 +199,22 @@ void Timeline::ShowRange() {
   double begin = 0.0, end = 0.0;
   m_host.GetTimeRange(begin, end);
   m_scale.Show(begin / m_host.GetFrameDuration(), end / m_host.GetFrameDuration());
+  if (m_widget) m_widget->update();
+}
+
+void Timeline::SetMarks(double from, double to) {
+  m_markFrom = from;
+  m_markTo = to;
+  if (m_widget) m_widget->update();
+}
+
+void Timeline::Pan(double pixels) {
+  m_scale.Pan(pixels);
+  if (m_widget) m_widget->update();
+}
+
+void Timeline::Reveal(double time) {
+  m_scale.Reveal(time / m_host.GetFrameDuration());
   if (m_widget) m_widget->update();
 }
 
@@ -313,7 +339,7 @@ void Timeline::MousePressed(QMouseEvent& event) {
       m_drag = Drag::kSound;
       return;
     case Part::kTime:
-      m_drag = Drag::kTime;
+      m_drag = event.modifiers() & Qt::ControlModifier ? Drag::kMarks : Drag::kTime;
       return DragTo(event.pos());
   }
 }
@@ -332,6 +358,10 @@ void Timeline::DragTo(const QPoint& at) {
   switch (m_drag) {
     case Drag::kTime:
       return GoTo(frame);
+    case Drag::kMarks: {
+      const auto grabbed = static_cast<int>(std::lround(m_grabbed));
+      return SetMarks(std::min(frame, grabbed) * duration, std::max(frame, grabbed) * duration);
+    }
     case Drag::kPan:
       m_scale.Pan(at.x() - m_pressed.x());
       m_pressed = at;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
@@ -53,6 +54,18 @@ class Timeline : public gui::component::qt::ViewHandler,
   void GoToRangeEnd(bool end);
   /// All of the range is seen.
   void ShowRange();
+  /// Marks of a take in the place of a part, on frames (s); none where the second is not behind the
+  /// first. They belong to no scene's file.
+  void SetMarks(double from, double to);
+  std::pair<double, double> GetMarks() const { return {m_markFrom, m_markTo}; }
+  bool HasMarks() const { return m_markTo > m_markFrom; }
+  /// What is seen, for who lies below on the same scale.
+  const timeline::TimeScale& GetScale() const { return m_scale; }
+  /// It may have become another one, or moved.
+  std::function<void()> scaleChanged;
+  /// What is seen moves so many pixels to the right, or as far as `time` (s) needs to be seen.
+  void Pan(double pixels);
+  void Reveal(double time);
 
   // ViewHandler
   void Paint(QPainter& painter, QWidget& widget) override;
@@ -72,7 +85,7 @@ class Timeline : public gui::component::qt::ViewHandler,
 
  private:
   using Part = timeline::Rows::Part;
-  enum class Drag { kNone, kTime, kPan, kRangeBegin, kRangeEnd, kRange, kSound };
+  enum class Drag { kNone, kTime, kPan, kRangeBegin, kRangeEnd, kRange, kSound, kMarks };
 
   // SceneBrowser::Observer, HostObserver, util::MessageNode
   void OnNodeSelection() override { NoteChange(); }
@@ -108,6 +121,7 @@ class Timeline : public gui::component::qt::ViewHandler,
   void PaintTakes(QPainter& painter, const QWidget& widget) const;
   void PaintSound(QPainter& painter, const QWidget& widget) const;
   void PaintRange(QPainter& painter, const QWidget& widget) const;
+  void PaintMarks(QPainter& painter, const QWidget& widget) const;
   void PaintCursor(QPainter& painter, const QWidget& widget) const;
 
   rws::core::CoreImplementation& m_core;
@@ -125,10 +139,12 @@ class Timeline : public gui::component::qt::ViewHandler,
   std::string m_soundProblem;
   Drag m_drag = Drag::kNone;
   QPoint m_pressed;
-  double m_grabbed = 0.0;             ///< frame under the pointer when the drag began
-  double m_begin = 0.0, m_end = 0.0;  ///< the range as it is dragged (s)
-  double m_soundStart = 0.0;          ///< the sound's begin, as it is dragged (s)
-  double m_shown = 0.0;               ///< the time whose cursor is painted (s)
+  double m_grabbed = 0.0;                    ///< frame under the pointer when the drag began
+  double m_begin = 0.0, m_end = 0.0;         ///< the range as it is dragged (s)
+  double m_soundStart = 0.0;                 ///< the sound's begin, as it is dragged (s)
+  double m_markFrom = 0.0, m_markTo = 0.0;   ///< see SetMarks
+  double m_shown = 0.0;                      ///< the time whose cursor is painted (s)
+  std::pair<double, double> m_paintedScale;  ///< first frame and pixels a frame
   bool m_fitsNext = true;
   QTimer m_later;
   QTimer m_look;  ///< at the sound, as long as some of it has not been seen

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "adaptor/headless/HeadlessAdaptor.h"
 #include "adaptor/headless/Scene.h"
@@ -40,6 +41,9 @@ void Timeline::Paint(QPainter& painter, QWidget& widget) {
     m_fitsNext = false;
     ShowRange();
   }
+  // Whatever has moved the scale, all of this is painted anew.
+  const std::pair<double, double> scale{m_scale.ToFrame(0.0), m_scale.GetPixelsPerFrame()};
+  if (std::exchange(m_paintedScale, scale) != scale && scaleChanged) scaleChanged();
   const QPalette& palette = widget.palette();
   painter.fillRect(QRectF(0, m_rows.ruler, widget.width(), m_rows.sound - m_rows.ruler),
                    ToneOf(palette, Tone::kField));
@@ -55,6 +59,7 @@ void Timeline::Paint(QPainter& painter, QWidget& widget) {
   PaintKeys(painter, widget);
   PaintRuler(painter, widget);
   PaintRange(painter, widget);
+  PaintMarks(painter, widget);
   PaintCursor(painter, widget);
   m_shown = m_host.GetCurrentTime();
   if (!widget.hasFocus()) return;
@@ -177,6 +182,15 @@ void Timeline::PaintRange(QPainter& painter, const QWidget& widget) const {
   for (const double x : {begin, end})
     painter.fillRect(QRectF(x - Scaled(2), top - Scaled(2), Scaled(4), height + Scaled(4)),
                      ToneOf(palette, Tone::kText));
+}
+
+/// What the next take between the marks will record.
+void Timeline::PaintMarks(QPainter& painter, const QWidget& widget) const {
+  if (!HasMarks()) return;
+  const QColor red = ToneOf(widget.palette(), Tone::kError);
+  const double from = ToX(m_markFrom), to = ToX(m_markTo);
+  painter.fillRect(QRectF(from, 0, to - from, m_rows.ruler), Faint(red, 0.25));
+  for (const double x : {from, to}) painter.fillRect(QRectF(x - 1.0, 0, 2.0, m_rows.sound), red);
 }
 
 QRect Timeline::CursorRect(double time) const {

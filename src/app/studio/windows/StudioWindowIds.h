@@ -65,6 +65,15 @@ enum PreviewId : int {
   kPreviewCancel,
 };
 
+enum PunchId : int {
+  kPunchText = 10,  ///< label
+  kPunchPreRoll,    ///< spinners (s)
+  kPunchBlend,
+  kPunchGoOn,  ///< check box
+  kPunchAccept = 20,
+  kPunchCancel,
+};
+
 enum ProgressId : int { kProgressText = 10, kProgressBar, kProgressCancel };
 
 enum HelpId : int { kHelpPages = 10, kHelpScroll, kHelpText, kHelpClose };
