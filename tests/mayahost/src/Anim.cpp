@@ -121,6 +121,11 @@ NEW_VALUE(newPlugValueFloat, float)
 NEW_VALUE(newPlugValueInt, int)
 NEW_VALUE(newPlugValueShort, short)
 NEW_VALUE(newPlugValueString, const MString&)
+NEW_VALUE(newPlugValueChar, char)
+NEW_VALUE(newPlugValueInt64, MInt64)
+NEW_VALUE(newPlugValueMAngle, const MAngle&)
+NEW_VALUE(newPlugValueMDistance, const MDistance&)
+NEW_VALUE(newPlugValueMTime, const MTime&)
 MStatus MDGModifier::commandToExecute(const MString& command) {
   fState->Add([=] { return RunInModifier(command.asChar()); });
   return MS::kSuccess;
@@ -450,6 +455,17 @@ bool MAnimUtil::findAnimatedPlugs(const MSelectionList& list, MPlugArray& plugs,
   Ok(status);
   plugs.clear();
   for (const auto& item : list.items) Animated(NodeOf(item.node), up, plugs);
+  return plugs.length() > 0;
+}
+bool MAnimUtil::findAnimatablePlugs(const MSelectionList& list, MPlugArray& plugs, MStatus* status) {
+  Ok(status);
+  plugs.clear();
+  for (const auto& item : list.items)
+    if (const NodePtr node = NodeOf(item.node))
+      for (const AttrPtr& attr : AllAttrs(*node)) {
+        const MPlug plug(PlugRef{node.get(), attr.get(), {}});
+        if (plug.isKeyable() && !plug.isCompound() && !plug.isArray() && !attr->IsData() && !plug.isLocked()) plugs.append(plug);
+      }
   return plugs.length() > 0;
 }
 bool MAnimUtil::findAnimation(const MPlug& plug, MObjectArray& curves, MStatus* status) {

@@ -1,5 +1,6 @@
 // The program: selection, texts, options, views.
 #include <maya/M3dView.h>
+#include <maya/MCommandResult.h>
 #include <maya/MGlobal.h>
 #include <maya/MItSelectionList.h>
 #include <maya/MQtUtil.h>
@@ -7,6 +8,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMainWindow>
 #include <algorithm>
+#include <fstream>
 
 #include "Fn.h"
 #include "Notify.h"
@@ -85,6 +87,31 @@ MStatus MSelectionList::remove(unsigned int i) { return i < items.size() ? (item
 MStatus MSelectionList::replace(unsigned int i, const MObject& node) {
   return i < items.size() ? (items[i] = {node, {}, {}}, MS::kSuccess) : MS::kInvalidParameter;
 }
+MStatus MSelectionList::replace(unsigned int i, const MDagPath& path, const MObject&) {
+  return i < items.size() && !path.nodes.empty() ? (items[i] = {path.node(), path, {}}, MS::kSuccess) : MS::kInvalidParameter;
+}
+MStatus MSelectionList::replace(unsigned int i, const MPlug& plug) {
+  return i < items.size() && !plug.isNull() ? (items[i] = {plug.node(), {}, plug}, MS::kSuccess) : MS::kInvalidParameter;
+}
+MStatus MSelectionList::toggle(const MDagPath& path, const MObject& component) { return merge(path, component, kXORWithList); }
+MStatus MSelectionList::intersect(const MSelectionList& other, bool) {
+  items.erase(std::remove_if(items.begin(), items.end(),
+                             [&](const Item& i) {
+                               return std::none_of(other.items.begin(), other.items.end(),
+                                                   [&](const Item& o) { return o.node == i.node && o.path == i.path && o.plug == i.plug; });
+                             }),
+              items.end());
+  return MS::kSuccess;
+}
+bool MSelectionList::hasItem(const MPlug& plug, MStatus* status) const {
+  Ok(status);
+  return std::any_of(items.begin(), items.end(), [&](const Item& i) { return i.plug == plug; });
+}
+MStatus MSelectionList::add(const MUuid& uuid, bool merge) {
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (uuid.asString() == node->uuid.c_str()) return add(Obj(node), merge);
+  return MS::kInvalidParameter;
+}
 bool MSelectionList::hasItem(const MObject& node, MStatus* status) const {
   Ok(status);
   return std::any_of(items.begin(), items.end(), [&](const Item& i) { return i.node == node; });
@@ -120,12 +147,17 @@ MStatus MSelectionList::merge(const MDagPath& path, const MObject&, MergeStrateg
   return one.add(path), merge(one, how);
 }
 
-MItSelectionList::MItSelectionList(MSelectionList& list, MFn::Type filter, MStatus* status) {
+MItSelectionList::MItSelectionList(MSelectionList& list, MFn::Type filter, MStatus* status) : fAll(list) {
   Ok(status);
-  for (const auto& item : list.items)
-    if (filter == MFn::kInvalid || item.node.hasFn(filter) || item.path.hasFn(filter)) fList.items.push_back(item);
+  setFilter(filter);
 }
-MItSelectionList::MItSelectionList(const MSelectionList& list, MStatus* status) : fList(list) { Ok(status); }
+MItSelectionList::MItSelectionList(const MSelectionList& list, MStatus* status) : fAll(list), fList(list) { Ok(status); }
+MStatus MItSelectionList::setFilter(MFn::Type filter) {
+  fList.clear(), fAt = 0;
+  for (const auto& item : fAll.items)
+    if (filter == MFn::kInvalid || item.node.hasFn(filter) || item.path.hasFn(filter)) fList.items.push_back(item);
+  return MS::kSuccess;
+}
 bool MItSelectionList::isDone(MStatus* status) const { return Ok(status), fAt >= fList.items.size(); }
 MItSelectionList::SelItemType MItSelectionList::itemType(MStatus* status) const {
   Ok(status, !isDone());
@@ -167,51 +199,113 @@ MStatus MGlobal::unselect(const MObject& object) { return Adjust(kRemoveFromList
 MStatus MGlobal::unselect(const MDagPath& path, const MObject& component) { return Adjust(kRemoveFromList, path, component); }
 MStatus MGlobal::clearSelectionList() { return setActiveSelectionList(MSelectionList()); }
 MStatus MGlobal::getSelectionListByName(const MString& name, MSelectionList& list) { return list.add(name); }
+namespace {
+MStatus Execute(const MString& command, bool undo, std::vector<std::string>& result) { return St(Run(command.asChar(), undo, result)); }
+}  // namespace
+bool MGlobal::isSelected(MObject& object) { return TheScene().selection.hasItem(object); }
+MStatus MGlobal::unselectByName(const MString& name) { return Adjust(kRemoveFromList, name); }
+namespace {
+MGlobal::SelectionMode g_selects = MGlobal::kSelectObjectMode;
+}
+MGlobal::SelectionMode MGlobal::selectionMode(MStatus* status) { return Ok(status), g_selects; }
+MStatus MGlobal::setSelectionMode(SelectionMode mode) { return g_selects = mode, MS::kSuccess; }
+MStatus MGlobal::selectCommand(const MSelectionList& list, ListAdjustment how) {
+  MStringArray names;
+  list.getSelectionStrings(names);
+  static const char* const kFlags[] = {" -r", " -tgl", " -add", " -d", " -add"};
+  MString line = MString("select") + kFlags[how];
+  for (const MString& name : names) line += MString(" \"") + name + "\"";
+  return executeCommand(line, false, true);
+}
+MStatus MGlobal::getAssociatedSets(const MSelectionList& list, MSelectionList& sets) {
+  sets.clear();
+  for (const auto& [serial, set] : TheScene().nodes)
+    if (std::any_of(set->members.begin(), set->members.end(), [&](const auto& m) { return list.hasItem(m.node); })) sets.add(Obj(set));
+  return MS::kSuccess;
+}
+MStatus MGlobal::sourceFile(const MString& file) {
+  std::ifstream in(file.asChar());
+  std::vector<std::string> result;
+  const std::string text((std::istreambuf_iterator<char>(in)), {});
+  return in ? Execute(text.c_str(), false, result) : (Say(Spoken::kError, std::string("Cannot find file ") + file.asChar()), MStatus(MS::kFailure));
+}
+MStatus MGlobal::getFunctionSetList(MObject object, MStringArray& names) {
+  names.clear();
+  for (int type = MFn::kBase; type < MFn::kLast; ++type)
+    if (object.hasFn(static_cast<MFn::Type>(type))) names.append(KindName(static_cast<MFn::Type>(type)));
+  return St(!object.isNull());
+}
+MStatus MGlobal::addToModel(MObject& object, MObject& parent) {
+  const NodePtr node = NodeOf(object), above = parent.isNull() ? TheScene().world : NodeOf(parent);
+  if (!node || !above || !node->IsDag() || !node->parents.empty()) return MS::kFailure;
+  return node->inScene ? St(Reparent(node, nullptr, above.get())) : (AddNode(node, above.get()), MS::kSuccess);
+}
+MStatus MGlobal::removeFromModel(MObject& object) { return deleteNode(object); }
 MStatus MGlobal::deleteNode(MObject& object) {
   const NodePtr node = NodeOf(object);
   return St(node && DeleteNode(node));
 }
 namespace {
-MStatus Execute(const MString& command, bool undo, std::vector<std::string>& result) { return St(Run(command.asChar(), undo, result)); }
-template <class T, class F>
-MStatus ExecuteOne(const MString& command, T& value, bool undo, F convert) {
-  std::vector<std::string> result;
-  const MStatus status = Execute(command, undo, result);
-  if (status == MS::kSuccess && result.empty()) return MS::kFailure;
-  if (!result.empty()) value = convert(MString(result[0].c_str()));
-  return status;
+/// Results as they are asked for; what isn't so is a failure.
+bool To(const MString& text, int& value) { return text.isDouble() && (value = static_cast<int>(text.asDouble()), true); }
+bool To(const MString& text, double& value) { return text.isDouble() && (value = text.asDouble(), true); }
+bool To(const MString& text, MString& value) { return value = text, true; }
+template <class T>
+MStatus ToOne(const MStringArray& words, T& value) {
+  return St(words.length() > 0 && To(words[0], value));
 }
-template <class T, class F>
-MStatus ExecuteAll(const MString& command, T& values, bool undo, F convert) {
-  std::vector<std::string> result;
-  const MStatus status = Execute(command, undo, result);
+template <class Array>
+MStatus ToAll(const MStringArray& words, Array& values) {
   values.clear();
-  for (const std::string& one : result) values.append(convert(MString(one.c_str())));
-  return status;
+  typename std::decay<decltype(values[0])>::type one{};
+  for (const MString& word : words) {
+    if (!To(word, one)) return values.clear(), MS::kFailure;
+    values.append(one);
+  }
+  return MS::kSuccess;
 }
 }  // namespace
+MCommandResult::MCommandResult(MStatus* status) { Ok(status); }
+MCommandResult::Type MCommandResult::resultType(MStatus* status) const {
+  Ok(status);
+  if (words.length() == 0) return kInvalid;
+  bool whole = true, number = true;
+  for (const MString& word : words) whole &= word.isInt(), number &= word.isDouble();
+  const bool many = words.length() > 1;
+  return whole ? many ? kIntArray : kInt : number ? many ? kDoubleArray : kDouble : many ? kStringArray : kString;
+}
+MStatus MCommandResult::getResult(int& result) const { return ToOne(words, result); }
+MStatus MCommandResult::getResult(double& result) const { return ToOne(words, result); }
+MStatus MCommandResult::getResult(MString& result) const { return ToOne(words, result); }
+MStatus MCommandResult::getResult(MIntArray& result) const { return ToAll(words, result); }
+MStatus MCommandResult::getResult(MDoubleArray& result) const { return ToAll(words, result); }
+MStatus MCommandResult::getResult(MStringArray& result) const { return ToAll(words, result); }
+MString MCommandResult::stringResult(MStatus* status) const { return Ok(status, words.length() > 0), words.length() ? words[0] : MString(); }
 MStatus MGlobal::executeCommand(const MString& command, bool, bool undo) {
   std::vector<std::string> result;
   return Execute(command, undo, result);
 }
-MStatus MGlobal::executeCommand(const MString& c, int& v, bool, bool undo) {
-  return ExecuteOne(c, v, undo, [](const MString& s) { return s.asInt(); });
+MStatus MGlobal::executeCommand(const MString& command, MCommandResult& to, bool, bool undo) {
+  std::vector<std::string> result;
+  const MStatus status = Execute(command, undo, result);
+  to.words.clear();
+  for (const std::string& one : result) to.words.append(one.c_str());
+  return status;
 }
-MStatus MGlobal::executeCommand(const MString& c, double& v, bool, bool undo) {
-  return ExecuteOne(c, v, undo, [](const MString& s) { return s.asDouble(); });
-}
-MStatus MGlobal::executeCommand(const MString& c, MString& v, bool, bool undo) {
-  return ExecuteOne(c, v, undo, [](const MString& s) { return s; });
-}
-MStatus MGlobal::executeCommand(const MString& c, MStringArray& v, bool, bool undo) {
-  return ExecuteAll(c, v, undo, [](const MString& s) { return s; });
-}
-MStatus MGlobal::executeCommand(const MString& c, MIntArray& v, bool, bool undo) {
-  return ExecuteAll(c, v, undo, [](const MString& s) { return s.asInt(); });
-}
-MStatus MGlobal::executeCommand(const MString& c, MDoubleArray& v, bool, bool undo) {
-  return ExecuteAll(c, v, undo, [](const MString& s) { return s.asDouble(); });
-}
+#define EXECUTE(Type)                                                                          \
+  MStatus MGlobal::executeCommand(const MString& command, Type& value, bool display, bool undo) { \
+    MCommandResult result;                                                                     \
+    const MStatus status = executeCommand(command, result, display, undo);                     \
+    const MStatus told = result.getResult(value);                                              \
+    return status == MS::kSuccess ? told : status;                                             \
+  }
+EXECUTE(int)
+EXECUTE(double)
+EXECUTE(MString)
+EXECUTE(MStringArray)
+EXECUTE(MIntArray)
+EXECUTE(MDoubleArray)
+MStatus MGlobal::executePythonCommand(const MString&, bool, bool) { return Say(Spoken::kError, "There is no Python here."), MS::kNotImplemented; }
 MString MGlobal::executeCommandStringResult(const MString& command, bool display, bool undo, MStatus* status) {
   MString result;
   const MStatus s = executeCommand(command, result, display, undo);
@@ -230,6 +324,19 @@ MString MGlobal::optionVarStringValue(const MString& name, bool* exists) {
   return optionVarExists(name) ? TheState().options[name.asChar()].c_str() : "";
 }
 int MGlobal::optionVarIntValue(const MString& name, bool* exists) { return optionVarStringValue(name, exists).asInt(); }
+double MGlobal::optionVarDoubleValue(const MString& name, bool* exists) { return optionVarStringValue(name, exists).asDouble(); }
+bool MGlobal::setOptionVarValue(const MString& name, double value) { return setOptionVarValue(name, MString() + value); }
+namespace {
+std::string g_log;
+}
+MStatus MGlobal::startErrorLogging(const MString& file) { return g_log = file.length() ? file.asChar() : "mayahost.log", MS::kSuccess; }
+MStatus MGlobal::closeErrorLog() { return g_log.clear(), MS::kSuccess; }
+MString MGlobal::errorLogPathName(MStatus* status) { return Ok(status), g_log.c_str(); }
+bool MGlobal::errorLoggingIsOn(MStatus* status) { return Ok(status), !g_log.empty(); }
+MStatus MGlobal::doErrorLogEntry(const MString& text) {
+  std::ofstream log(g_log, std::ios::app);
+  return g_log.empty() ? MStatus(MS::kFailure) : St(bool(log << text << "\n"));
+}
 bool MGlobal::optionVarExists(const MString& name) { return TheState().options.count(name.asChar()); }
 bool MGlobal::setOptionVarValue(const MString& name, const MString& value) { return TheState().options[name.asChar()] = value.asChar(), true; }
 bool MGlobal::setOptionVarValue(const MString& name, int value) { return setOptionVarValue(name, MString() + value); }

@@ -88,6 +88,28 @@ MStatus MFnSet::addMember(const MPlug& plug) { return AddTo(fObject, ListOf(plug
 MStatus MFnSet::addMembers(const MSelectionList& list) { return AddTo(fObject, list); }
 MStatus MFnSet::removeMember(const MObject& object) { return TakeFrom(fObject, object); }
 MStatus MFnSet::removeMember(const MDagPath& path, const MObject&) { return TakeFrom(fObject, path.node()); }
+MStatus MFnSet::removeMembers(const MSelectionList& list) {
+  bool all = true;
+  for (const auto& item : list.items) all &= removeMember(item.node) == MS::kSuccess;
+  return St(all);
+}
+MString MFnSet::annotation(MStatus* status) const { return findPlug("annotation", false, status).asString(status); }
+MStatus MFnSet::setAnnotation(const MString& text) { return findPlug("annotation", false).setValue(text); }
+MStatus MFnSet::getUnion(const MObject& other, MSelectionList& result) const {
+  MSelectionList more;
+  if (getMembers(result, true) != MS::kSuccess || MFnSet(other).getMembers(more, true) != MS::kSuccess) return MS::kFailure;
+  return result.merge(more);
+}
+MStatus MFnSet::getIntersection(const MObject& other, MSelectionList& result) const {
+  MSelectionList more;
+  if (getMembers(result, true) != MS::kSuccess || MFnSet(other).getMembers(more, true) != MS::kSuccess) return MS::kFailure;
+  return result.intersect(more);
+}
+bool MFnSet::intersectsWith(const MObject& other, MStatus* status) const {
+  MSelectionList both;
+  const MStatus s = getIntersection(other, both);
+  return status ? void(*status = s) : void(), !both.isEmpty();
+}
 MStatus MFnSet::getMembers(MSelectionList& members, bool) const {
   const NodePtr set = NodeOf(fObject);
   return set ? (members.items = set->members, MS::kSuccess) : MS::kFailure;
@@ -144,6 +166,11 @@ MStatus MNamespace::getNamespaceObjects(const MString& name, MObjectArray& objec
 MString MNamespace::getNamespaceFromName(const MString& name, MStatus* status) {
   return Ok(status), Pretends(Wrong::kNamespaces) ? "" : NamespaceOf(name.asChar()).c_str();
 }
+MString MNamespace::parentNamespace(MStatus* status) {
+  const std::string& now = TheScene().currentNamespace;
+  return Ok(status, !now.empty()), (":" + NamespaceOf(now)).c_str();
+}
+MString MNamespace::validateName(const MString& name, MStatus* status) { return Ok(status), LegalName(name.asChar()).c_str(); }
 MString MNamespace::stripNamespaceFromName(const MString& name, MStatus* status) { return Ok(status), Short(name.asChar()).c_str(); }
 MString MFnReference::fileName(bool, bool, bool, MStatus* status) const {
   const NodePtr node = Need(fObject, status);

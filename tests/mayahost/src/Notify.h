@@ -30,5 +30,6 @@ void NotifyTimers();
 bool AnybodyHearsDirt();
 
 // As MNodeMessage numbers them.
-constexpr int MNodeMessage_kMade = 1, MNodeMessage_kBroken = 2, MNodeMessage_kAttributeSet = 8, MNodeMessage_kAdded = 64, MNodeMessage_kRemoved = 128;
+constexpr int MNodeMessage_kMade = 0x1, MNodeMessage_kBroken = 0x2, MNodeMessage_kAttributeSet = 0x8, MNodeMessage_kLocked = 0x10, MNodeMessage_kAdded = 0x40,
+              MNodeMessage_kRemoved = 0x80, MNodeMessage_kKeyable = 0x200, MNodeMessage_kIncoming = 0x800, MNodeMessage_kOther = 0x4000;
 }  // namespace mayahost

@@ -10,11 +10,7 @@
 using namespace mayahost;
 
 namespace {
-ShapePtr Net(const MObject& object) {
-  if (const auto data = As<Data>(object)) return data->shape;
-  const NodePtr node = NodeOf(object);
-  return node ? ShapeOf(*node) : nullptr;
-}
+ShapePtr Net(const MObject& object) { return GeometryOf(object); }
 ShapePtr AskedNet(const MObject& object, MStatus* status) { return Ok(status, Net(object) != nullptr), Net(object); }
 MObject NewNet(const char* type, const ShapePtr& shape, const MObject& owner, MObject& own, MStatus* status) {
   const bool can = shape && (owner.isNull() || owner.hasFn(MFn::kTransform) || owner.hasFn(MFn::kData));
@@ -40,6 +36,18 @@ MPoint At(const Shape& s, double u) {
       d[std::size_t(j)] = MPoint(MVector(d[std::size_t(j - 1)]) * (1 - a) + MVector(d[std::size_t(j)]) * a);
     }
   return d[std::size_t(p)];
+}
+/// The nearest place on a curve: the best of samples, and from there by halving steps.
+double NearestParam(const Shape& s, const MPoint& to, const MMatrix& m, double low, double high) {
+  const auto off = [&](double u) { return (At(s, u) * m).distanceTo(to); };
+  const int count = 20 * static_cast<int>(s.cvs.size());
+  double best = low, step = (high - low) / count;
+  for (int i = 1; i <= count; ++i)
+    if (const double u = low + (high - low) * i / count; off(u) < off(best)) best = u;
+  for (; step > 1e-13 * (high - low); step /= 2)
+    for (const double u : {std::max(low, best - step), std::min(high, best + step)})
+      if (off(u) < off(best)) best = u;
+  return best;
 }
 double Low(const Shape& s) { return s.knots[std::size_t(s.degree) - 1]; }
 double High(const Shape& s) { return s.knots[s.knots.size() - std::size_t(s.degree)]; }
@@ -82,6 +90,72 @@ MStatus MFnNurbsCurve::getCVs(MPointArray& cvs, MSpace::Space space) const {
   for (const MPoint& p : Net(fObject)->cvs) cvs.append(p * m);
   return MS::kSuccess;
 }
+MStatus MFnNurbsCurve::getCV(unsigned int i, MPoint& point, MSpace::Space space) const {
+  MPointArray all;
+  const MStatus s = getCVs(all, space);
+  return s != MS::kSuccess ? s : i < all.length() ? (point = all[i], MS::kSuccess) : MS::kInvalidParameter;
+}
+MStatus MFnNurbsCurve::setCVs(const MPointArray& cvs, MSpace::Space space) {
+  MMatrix m;
+  const ShapePtr old = Net(fObject);
+  if (!old || cvs.length() != old->cvs.size() || !ToSpace(fPath, space, m)) return MS::kFailure;
+  const auto made = std::make_shared<Shape>(*old);
+  for (unsigned i = 0; i < cvs.length(); ++i) made->cvs[i] = cvs[i] * m.inverse();
+  if (const auto data = As<Data>(fObject)) return data->shape = made, MS::kSuccess;
+  const NodePtr node = NodeOf(fObject);
+  Do([=] { node->shape = made; }, [=] { node->shape = old; });
+  return Dirty(NumberOf(node, "local")), MS::kSuccess;
+}
+MStatus MFnNurbsCurve::setCV(unsigned int i, const MPoint& point, MSpace::Space space) {
+  MPointArray all;
+  const MStatus s = getCVs(all, space);
+  return s != MS::kSuccess ? s : all.set(point, i) == MS::kSuccess ? setCVs(all, space) : MStatus(MS::kInvalidParameter);
+}
+MStatus MFnNurbsCurve::updateCurve() { return St(Net(fObject) != nullptr); }
+int MFnNurbsCurve::numKnots(MStatus* status) const { return AskedNet(fObject, status) ? int(Net(fObject)->knots.size()) : 0; }
+double MFnNurbsCurve::knot(unsigned int i, MStatus* status) const {
+  const ShapePtr s = Net(fObject);
+  const bool has = s && i < s->knots.size();
+  return Ok(status, has), has ? s->knots[i] : 0;
+}
+MPoint MFnNurbsCurve::closestPoint(const MPoint& to, double* param, double, MSpace::Space space, MStatus* status) const {
+  MMatrix m;
+  const ShapePtr s = Net(fObject);
+  const bool can = s && ToSpace(fPath, space, m);
+  Ok(status, can);
+  if (!can) return {};
+  const double u = NearestParam(*s, to, m, Low(*s), High(*s));
+  if (param) *param = u;
+  return At(*s, u) * m;
+}
+MStatus MFnNurbsCurve::getParamAtPoint(const MPoint& at, double& param, double tolerance, MSpace::Space space) const {
+  MStatus status;
+  double u = 0;
+  const MPoint near = closestPoint(at, &u, tolerance, space, &status);
+  return status != MS::kSuccess ? status : near.distanceTo(at) <= tolerance ? (param = u, MS::kSuccess) : MS::kInvalidParameter;
+}
+MStatus MFnNurbsCurve::getParamAtPoint(const MPoint& at, double& param, MSpace::Space space) const { return getParamAtPoint(at, param, 1e-3, space); }
+bool MFnNurbsCurve::isPointOnCurve(const MPoint& at, double tolerance, MSpace::Space space, MStatus* status) const {
+  MStatus s;
+  const bool on = distanceToPoint(at, space, &s) <= tolerance;
+  return status ? void(*status = s) : void(), s == MS::kSuccess && on;
+}
+double MFnNurbsCurve::distanceToPoint(const MPoint& to, MSpace::Space space, MStatus* status) const {
+  MStatus s;
+  const MPoint near = closestPoint(to, NULL, 1e-10, space, &s);
+  return status ? void(*status = s) : void(), s == MS::kSuccess ? near.distanceTo(to) : 0;
+}
+MStatus MFnNurbsCurve::getDerivativesAtParm(double param, MPoint& position, MVector& derivative, MSpace::Space space, MVector* second) const {
+  MMatrix m;
+  if (!isParamOnCurve(param) || !ToSpace(fPath, space, m)) return MS::kInvalidParameter;
+  const Shape& s = *Net(fObject);
+  const double h = 1e-4 * (High(s) - Low(s)), at = std::clamp(param, Low(s) + h, High(s) - h);
+  const MPoint before = At(s, at - h) * m, here = At(s, at) * m, after = At(s, at + h) * m;
+  position = At(s, param) * m, derivative = (after - before) * (0.5 / h);
+  const MVector bend = ((after - here) - (here - before)) * (1 / (h * h));
+  derivative += bend * (param - at);
+  return second ? void(*second = bend) : void(), MS::kSuccess;
+}
 MStatus MFnNurbsCurve::getKnots(MDoubleArray& knots) const {
   const ShapePtr s = Net(fObject);
   return s ? (knots = MDoubleArray(s->knots.data(), unsigned(s->knots.size())), MS::kSuccess) : MS::kFailure;
@@ -118,36 +192,87 @@ double MFnNurbsCurve::findParamFromLength(double length, MStatus* status) const 
 }
 double MFnNurbsCurve::findLengthFromParam(double param, MStatus* status) const { return AskedNet(fObject, status) ? LengthTo(*Net(fObject), param) : 0; }
 
-MObject MFnNurbsSurface::create(const MPointArray& cvs, const MDoubleArray& u, const MDoubleArray& v, unsigned int du, unsigned int dv, Form, Form, bool,
+MObject MFnNurbsSurface::create(const MPointArray& cvs, const MDoubleArray& u, const MDoubleArray& v, unsigned int du, unsigned int dv, Form fu, Form fv, bool,
                                 MObject owner, MStatus* status) {
   const auto s = std::make_shared<Shape>();
   s->cvs.assign(cvs.begin(), cvs.end()), s->knots.assign(u.begin(), u.end()), s->vKnots.assign(v.begin(), v.end());
-  const bool good = du == 1 && dv == 1 && u.length() > 1 && v.length() > 1 && cvs.length() == u.length() * v.length();
+  s->degree = int(du), s->vDegree = int(dv), s->form = fu, s->vForm = fv;
+  const bool good = du > 0 && dv > 0 && u.length() >= 2 * du && v.length() >= 2 * dv && cvs.length() == (u.length() + 1 - du) * (v.length() + 1 - dv) &&
+                    std::is_sorted(u.begin(), u.end()) && std::is_sorted(v.begin(), v.end());
   return NewNet("nurbsSurface", good ? s : nullptr, owner, fObject, status);
 }
 MObject MFnNurbsSurface::copy(const MObject& source, MObject owner, MStatus* status) {
   return NewNet("nurbsSurface", Net(source), owner, fObject, status);
 }
-MStatus MFnNurbsSurface::getKnotDomain(double& su, double& eu, double& sv, double& ev) const {
-  const ShapePtr s = Net(fObject);
-  return s ? (su = s->knots.front(), eu = s->knots.back(), sv = s->vKnots.front(), ev = s->vKnots.back(), MS::kSuccess) : MS::kFailure;
-}
 namespace {
-std::size_t SpanOf(const std::vector<double>& knots, double u) {
-  std::size_t i = 0;
-  while (i + 2 < knots.size() && u >= knots[i + 1]) ++i;
-  return i;
-}
-MPoint Bilinear(const Shape& s, double u, double v) {
-  const std::size_t i = SpanOf(s.knots, u), j = SpanOf(s.vKnots, v), n = s.vKnots.size();
-  const double a = (u - s.knots[i]) / (s.knots[i + 1] - s.knots[i]), b = (v - s.vKnots[j]) / (s.vKnots[j + 1] - s.vKnots[j]);
-  const auto cv = [&](std::size_t x, std::size_t y) { return MVector(s.cvs[x * n + y]); };
-  return (cv(i, j) * (1 - b) + cv(i, j + 1) * b) * (1 - a) + (cv(i + 1, j) * (1 - b) + cv(i + 1, j + 1) * b) * a;
+std::size_t CountU(const Shape& s) { return s.knots.size() + 1 - std::size_t(s.degree); }
+std::size_t CountV(const Shape& s) { return s.vKnots.size() + 1 - std::size_t(s.vDegree); }
+/// A curve across, through where each of the curves along is.
+MPoint Over(const Shape& s, double u, double v) {
+  Shape along, across;
+  along.knots = s.vKnots, along.degree = s.vDegree, across.knots = s.knots, across.degree = s.degree;
+  for (std::size_t i = 0; i < CountU(s); ++i) {
+    along.cvs.assign(s.cvs.begin() + std::ptrdiff_t(i * CountV(s)), s.cvs.begin() + std::ptrdiff_t((i + 1) * CountV(s)));
+    across.cvs.push_back(At(along, v));
+  }
+  return At(across, u);
 }
 }  // namespace
-MStatus MFnNurbsSurface::getPointAtParam(double u, double v, MPoint& point, MSpace::Space space) const {
+int MFnNurbsSurface::numCVsInU(MStatus* status) const { return AskedNet(fObject, status) ? int(CountU(*Net(fObject))) : 0; }
+int MFnNurbsSurface::numCVsInV(MStatus* status) const { return AskedNet(fObject, status) ? int(CountV(*Net(fObject))) : 0; }
+int MFnNurbsSurface::degreeU(MStatus* status) const { return AskedNet(fObject, status) ? Net(fObject)->degree : 0; }
+int MFnNurbsSurface::degreeV(MStatus* status) const { return AskedNet(fObject, status) ? Net(fObject)->vDegree : 0; }
+MFnNurbsSurface::Form MFnNurbsSurface::formInU(MStatus* s) const { return AskedNet(fObject, s) ? static_cast<Form>(Net(fObject)->form) : kInvalid; }
+MFnNurbsSurface::Form MFnNurbsSurface::formInV(MStatus* s) const { return AskedNet(fObject, s) ? static_cast<Form>(Net(fObject)->vForm) : kInvalid; }
+MStatus MFnNurbsSurface::getKnotsInU(MDoubleArray& knots) const {
+  const ShapePtr s = Net(fObject);
+  return s ? (knots = MDoubleArray(s->knots.data(), unsigned(s->knots.size())), MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnNurbsSurface::getKnotsInV(MDoubleArray& knots) const {
+  const ShapePtr s = Net(fObject);
+  return s ? (knots = MDoubleArray(s->vKnots.data(), unsigned(s->vKnots.size())), MS::kSuccess) : MS::kFailure;
+}
+MStatus MFnNurbsSurface::getCVs(MPointArray& cvs, MSpace::Space space) const {
   MMatrix m;
   if (!Net(fObject) || !ToSpace(fPath, space, m)) return MS::kFailure;
-  return point = Bilinear(*Net(fObject), u, v) * m, MS::kSuccess;
+  cvs.clear();
+  for (const MPoint& p : Net(fObject)->cvs) cvs.append(p * m);
+  return MS::kSuccess;
+}
+MStatus MFnNurbsSurface::getCV(unsigned int u, unsigned int v, MPoint& point, MSpace::Space space) const {
+  MPointArray all;
+  const MStatus s = getCVs(all, space);
+  if (s != MS::kSuccess || int(u) >= numCVsInU() || int(v) >= numCVsInV()) return MS::kInvalidParameter;
+  return point = all[u * unsigned(numCVsInV()) + v], s;
+}
+MStatus MFnNurbsSurface::getKnotDomain(double& su, double& eu, double& sv, double& ev) const {
+  const ShapePtr s = Net(fObject);
+  if (!s) return MS::kFailure;
+  const std::size_t du = std::size_t(s->degree), dv = std::size_t(s->vDegree);
+  return su = s->knots[du - 1], eu = s->knots[s->knots.size() - du], sv = s->vKnots[dv - 1], ev = s->vKnots[s->vKnots.size() - dv], MS::kSuccess;
+}
+MStatus MFnNurbsSurface::getPointAtParam(double u, double v, MPoint& point, MSpace::Space space) const {
+  MMatrix m;
+  double su, eu, sv, ev;
+  if (getKnotDomain(su, eu, sv, ev) != MS::kSuccess || !ToSpace(fPath, space, m)) return MS::kFailure;
+  if (u < su - 1e-9 || u > eu + 1e-9 || v < sv - 1e-9 || v > ev + 1e-9) return MS::kInvalidParameter;
+  return point = Over(*Net(fObject), u, v) * m, MS::kSuccess;
+}
+MStatus MFnNurbsSurface::getTangents(double u, double v, MVector& inU, MVector& inV, MSpace::Space space) const {
+  double su, eu, sv, ev;
+  MPoint here;
+  const MStatus s = getPointAtParam(u, v, here, space);
+  if (s != MS::kSuccess || getKnotDomain(su, eu, sv, ev) != MS::kSuccess) return s;
+  const double hu = 1e-6 * (eu - su), hv = 1e-6 * (ev - sv);
+  MPoint a, b;
+  getPointAtParam(std::max(su, u - hu), v, a, space), getPointAtParam(std::min(eu, u + hu), v, b, space);
+  inU = (b - a).normal();
+  getPointAtParam(u, std::max(sv, v - hv), a, space), getPointAtParam(u, std::min(ev, v + hv), b, space);
+  return inV = (b - a).normal(), s;
+}
+MVector MFnNurbsSurface::normal(double u, double v, MSpace::Space space, MStatus* status) const {
+  MVector inU, inV;
+  const MStatus s = getTangents(u, v, inU, inV, space);
+  return status ? void(*status = s) : void(), (inU ^ inV).normal();
 }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

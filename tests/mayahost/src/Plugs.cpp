@@ -15,7 +15,7 @@ PlugRef ParentOf(const PlugRef& plug) {
   if (plug.attr->Is(kIsArray) && !above.idx.empty()) above.idx.pop_back();
   return above;
 }
-bool g_quiet = false;
+bool g_quiet = false, g_telling = false;  ///< the latter while a node is told what it keeps itself
 }  // namespace
 
 PlugRef ChildOf(const PlugRef& plug, std::size_t i) { return {plug.node, plug.attr->children[i].get(), plug.idx}; }
@@ -79,7 +79,12 @@ unsigned PlugFlags(const PlugRef& plug) {
 void SetPlugFlag(const PlugRef& plug, AttrFlag flag, bool on) {
   const unsigned before = PlugFlags(plug), after = on ? before | flag : before & ~flag;
   const NodePtr node = plug.node->Ptr();
-  Do([=] { node->flags[plug.Key()] = after; }, [=] { node->flags[plug.Key()] = before; });
+  const int told = flag == kLockedPlug ? MNodeMessage_kLocked : flag == kKeyable ? MNodeMessage_kKeyable : 0;
+  const auto set = [=](unsigned flags, bool now) {
+    node->flags[plug.Key()] = flags;
+    if (told && before != after) NotifyAttr(now ? told : 2 * told, plug);
+  };
+  Do([=] { set(after, on); }, [=] { set(before, !on); });
 }
 bool IsLocked(const PlugRef& plug) {
   const PlugRef above = ParentOf(plug);
@@ -159,12 +164,14 @@ bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
       node->values.erase(key);
     // What the node keeps itself isn't kept here.
     if (v && callbacks && node->user && plug.attr->Is(kInternal)) {
-      MDataHandle handle{MPlug(plug)};
+      g_telling = true;
+      const MDataHandle handle{MPlug(plug)};
       if (node->user->setInternalValueInContext(MPlug(plug), handle, MDGContext::fsNormal)) PutBack(plug, own);
+      g_telling = false;
     }
     if (v && v->data && v->data->shape && !node->curve && node->IsDag()) node->shape = v->data->shape;
     Dirty(plug);
-    if (callbacks) NotifyAttr(MNodeMessage_kAttributeSet, plug);
+    if (callbacks) NotifyAttr(MNodeMessage_kAttributeSet | MNodeMessage_kIncoming, plug);
   };
   Do([=] { change(put); }, [=] { change(before); });
   return true;
@@ -183,8 +190,9 @@ void Tell(const PlugRef& source, const PlugRef& destination, bool made) {
   hear(destination.node->Ptr(), to, from, false);
   Dirty(destination);
   NotifyConnection(source, destination, made);
-  NotifyAttr(made ? MNodeMessage_kMade : MNodeMessage_kBroken, destination, source);
-  NotifyAttr(made ? MNodeMessage_kMade : MNodeMessage_kBroken, source, destination);
+  const int what = (made ? MNodeMessage_kMade : MNodeMessage_kBroken) | MNodeMessage_kOther;
+  NotifyAttr(what | MNodeMessage_kIncoming, destination, source);
+  NotifyAttr(what, source, destination);
 }
 void Tie(const PlugRef& source, const PlugRef& destination) {
   destination.node->inputs[destination.Key()] = source;
@@ -345,7 +353,7 @@ Value Get(const PlugRef& plug) {
     }
   }
   if (plug.node->info->name == "time") return {EvaluationSeconds(), nullptr};
-  if (plug.node->user && plug.attr->Is(kInternal)) {
+  if (plug.node->user && plug.attr->Is(kInternal) && !g_telling) {
     MDataHandle handle(MPlug(plug), true);
     const Recording none(nullptr);
     plug.node->user->getInternalValueInContext(MPlug(plug), handle, MDGContext::fsNormal);

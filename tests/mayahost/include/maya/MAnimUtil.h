@@ -13,6 +13,7 @@ class MAnimUtil {
   static bool findAnimatedPlugs(const MObject& node, MPlugArray& plugs, bool checkParent = false, MStatus* status = NULL);
   static bool findAnimatedPlugs(const MDagPath& path, MPlugArray& plugs, bool checkParent = false, MStatus* status = NULL);
   static bool findAnimatedPlugs(const MSelectionList& list, MPlugArray& plugs, bool checkParent = false, MStatus* status = NULL);
+  static bool findAnimatablePlugs(const MSelectionList& list, MPlugArray& plugs, MStatus* status = NULL);
   static bool findAnimation(const MPlug& plug, MObjectArray& curves, MStatus* status = NULL);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

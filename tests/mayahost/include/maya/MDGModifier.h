@@ -34,6 +34,11 @@ class MDGModifier {
   MStatus newPlugValueInt(const MPlug& plug, int value);
   MStatus newPlugValueShort(const MPlug& plug, short value);
   MStatus newPlugValueString(const MPlug& plug, const MString& value);
+  MStatus newPlugValueChar(const MPlug& plug, char value);
+  MStatus newPlugValueInt64(const MPlug& plug, MInt64 value);
+  MStatus newPlugValueMAngle(const MPlug& plug, const MAngle& value);
+  MStatus newPlugValueMDistance(const MPlug& plug, const MDistance& value);
+  MStatus newPlugValueMTime(const MPlug& plug, const MTime& value);
   MStatus commandToExecute(const MString& command);
 
   mayahost::ModifierState& State() { return *fState; }  ///< the stand-in's own

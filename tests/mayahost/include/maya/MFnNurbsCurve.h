@@ -17,6 +17,18 @@ class MFnNurbsCurve : public MFnDagNode {
   int degree(MStatus* status = NULL) const;
   int numCVs(MStatus* status = NULL) const;
   int numSpans(MStatus* status = NULL) const;
+  MStatus getCV(unsigned int i, MPoint& point, MSpace::Space space = MSpace::kObject) const;
+  MStatus setCV(unsigned int i, const MPoint& point, MSpace::Space space = MSpace::kObject);
+  MStatus setCVs(const MPointArray& cvs, MSpace::Space space = MSpace::kObject);
+  int numKnots(MStatus* status = NULL) const;
+  double knot(unsigned int i, MStatus* status = NULL) const;
+  MStatus updateCurve();
+  MPoint closestPoint(const MPoint& to, double* param = NULL, double tolerance = 1e-10, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  MStatus getParamAtPoint(const MPoint& at, double& param, MSpace::Space space = MSpace::kObject) const;
+  MStatus getParamAtPoint(const MPoint& at, double& param, double tolerance, MSpace::Space space = MSpace::kObject) const;
+  bool isPointOnCurve(const MPoint& at, double tolerance = 1e-10, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  double distanceToPoint(const MPoint& to, MSpace::Space space = MSpace::kObject, MStatus* status = NULL) const;
+  MStatus getDerivativesAtParm(double param, MPoint& position, MVector& derivative, MSpace::Space space, MVector* second = NULL) const;
   MStatus getCVs(MPointArray& cvs, MSpace::Space space = MSpace::kObject) const;
   MStatus getKnots(MDoubleArray& knots) const;
   MStatus getKnotDomain(double& start, double& end) const;

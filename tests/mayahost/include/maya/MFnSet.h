@@ -16,6 +16,13 @@ class MFnSet : public MFnDependencyNode {
   MStatus addMembers(const MSelectionList& list);
   MStatus removeMember(const MObject& object);
   MStatus removeMember(const MDagPath& path, const MObject& component = MObject::kNullObj);
+  MStatus removeMembers(const MSelectionList& list);
+  bool hasRestrictions(MStatus* status = NULL) const { return restriction(status) != kNone; }
+  MString annotation(MStatus* status = NULL) const;
+  MStatus setAnnotation(const MString& text);
+  MStatus getUnion(const MObject& other, MSelectionList& result) const;
+  MStatus getIntersection(const MObject& other, MSelectionList& result) const;
+  bool intersectsWith(const MObject& other, MStatus* status = NULL) const;
   MStatus getMembers(MSelectionList& members, bool flatten) const;
   bool isMember(const MObject& object, MStatus* status = NULL) const;
   bool isMember(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL) const;

@@ -31,6 +31,8 @@ class MGlobal {
   static MStatus unselect(const MDagPath& path, const MObject& component = MObject::kNullObj);
   static MStatus clearSelectionList();
   static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
+  static MStatus addToModel(MObject& object, MObject& parent = MObject::kNullObj);
+  static MStatus removeFromModel(MObject& object);
   static MStatus deleteNode(MObject& object);
   static MStatus executeCommand(const MString& command, bool display = false, bool undo = false);
   static MStatus executeCommand(const MString& command, int& result, bool display = false, bool undo = false);
@@ -48,12 +50,34 @@ class MGlobal {
   static void displayError(const MString& text, bool showLineNumber = false);
   static MStatus viewFrame(const MTime& time);
   static MStatus viewFrame(double frame);
+  static bool isSelected(MObject& object);
+  static MStatus unselectByName(const MString& name);
+  static SelectionMode selectionMode(MStatus* status = NULL);
+  static MStatus setSelectionMode(SelectionMode mode);
+  static MStatus selectCommand(const MSelectionList& list, ListAdjustment how = kReplaceList);
+  static MStatus getAssociatedSets(const MSelectionList& list, MSelectionList& sets);
+  static MStatus sourceFile(const MString& file);
+  static MStatus executeCommand(const MString& command, MCommandResult& result, bool display = false, bool undo = false);
+  /// There is no Python here.
+  static MStatus executePythonCommand(const MString& command, bool display = false, bool undo = false);
+  static MStatus getFunctionSetList(MObject object, MStringArray& names);
+  static double optionVarDoubleValue(const MString& name, bool* exists = NULL);
+  static bool setOptionVarValue(const MString& name, double value);
+  static bool initOptionVar(const MString& name, int value, const MString& = MString()) { return !optionVarExists(name) && setOptionVarValue(name, value); }
+  static bool initOptionVar(const MString& name, double value, const MString& = MString()) { return !optionVarExists(name) && setOptionVarValue(name, value); }
+  static bool initOptionVar(const MString& name, const MString& value, const MString& = MString()) {
+    return !optionVarExists(name) && setOptionVarValue(name, value);
+  }
   static MString optionVarStringValue(const MString& name, bool* exists = NULL);
   static int optionVarIntValue(const MString& name, bool* exists = NULL);
   static bool optionVarExists(const MString& name);
   static bool setOptionVarValue(const MString& name, const MString& value);
   static bool setOptionVarValue(const MString& name, int value);
   static bool removeOptionVar(const MString& name);
-  static void startErrorLogging() {}
+  static MStatus startErrorLogging(const MString& file = MString());
+  static MStatus closeErrorLog();
+  static MString errorLogPathName(MStatus* status = NULL);
+  static bool errorLoggingIsOn(MStatus* status = NULL);
+  static MStatus doErrorLogEntry(const MString& text);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -11,13 +11,16 @@ class MItSelectionList {
   bool isDone(MStatus* status = NULL) const;
   MStatus next() { return ++fAt, MStatus::kSuccess; }
   SelItemType itemType(MStatus* status = NULL) const;
+  MStatus setFilter(MFn::Type filter);
+  MStatus getPlug(MPlug& plug) const { return fList.getPlug(fAt, plug); }
+  MStatus getStrings(MStringArray& names) const { return fList.getSelectionStrings(fAt, names); }
   MStatus getDependNode(MObject& node) const;
   MStatus getDagPath(MDagPath& path) const;
   MStatus getDagPath(MDagPath& path, MObject& component) const;
   bool hasComponents(MStatus* status = NULL) const;
 
  private:
-  MSelectionList fList;
+  MSelectionList fAll, fList;
   unsigned int fAt = 0;
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

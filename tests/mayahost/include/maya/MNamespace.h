@@ -15,6 +15,8 @@ class MNamespace {
   static MStringArray getNamespaces(const MString& parent = MString(), bool recurse = false, MStatus* status = NULL);
   static MStatus getNamespaceObjects(const MString& name, MObjectArray& objects, bool recurse = false);
   static MString getNamespaceFromName(const MString& name, MStatus* status = NULL);
+  static MString parentNamespace(MStatus* status = NULL);
+  static MString validateName(const MString& name, MStatus* status = NULL);
   static MString stripNamespaceFromName(const MString& name, MStatus* status = NULL);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

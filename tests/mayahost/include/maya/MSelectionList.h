@@ -3,11 +3,13 @@
 #include <maya/MDagPath.h>
 #include <maya/MPlug.h>
 #include <maya/MStringArray.h>
+#include <maya/MUuid.h>
 
 #include <vector>
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 class MSelectionList {
  public:
+  MSelectionList() = default;
   enum MergeStrategy { kMergeNormal, kXORWithList, kRemoveFromList };
   struct Item {
     MObject node;
@@ -25,8 +27,15 @@ class MSelectionList {
   MStatus add(const MObject& node, bool mergeWithExisting = false);
   MStatus add(const MDagPath& path, const MObject& component = MObject::kNullObj, bool mergeWithExisting = false);
   MStatus add(const MPlug& plug, bool mergeWithExisting = false);
+  MStatus add(const MUuid& uuid, bool mergeWithExisting = false);
   MStatus remove(unsigned int i);
   MStatus replace(unsigned int i, const MObject& node);
+  MStatus replace(unsigned int i, const MDagPath& path, const MObject& component = MObject::kNullObj);
+  MStatus replace(unsigned int i, const MPlug& plug);
+  MStatus toggle(const MDagPath& path, const MObject& component = MObject::kNullObj);
+  MStatus intersect(const MSelectionList& other, bool expandToLeaves = false);
+  bool hasItem(const MPlug& plug, MStatus* status = NULL) const;
+  bool hasItemPartly(const MDagPath& path, const MObject& component, MStatus* status = NULL) const { return hasItem(path, component, status); }
   bool hasItem(const MObject& node, MStatus* status = NULL) const;
   bool hasItem(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL) const;
   MStatus getSelectionStrings(MStringArray& names) const;

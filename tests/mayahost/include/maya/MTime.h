@@ -32,6 +32,8 @@ class MTime {
   MTime& operator-=(const MTime& o) { return *this = *this - o; }
   MTime& operator+=(double v) { return *this = *this + v; }
   MTime& operator-=(double v) { return *this = *this - v; }
+  MTime& operator*=(double s) { return *this = *this * s; }
+  MTime& operator/=(double s) { return *this = *this / s; }
   MTime operator++(int) {
     MTime old(*this);
     return fValue += 1, old;

@@ -2,8 +2,11 @@
 #pragma once
 #include <maya/MIOStream.h>
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
 
 #define MAYA_API_VERSION 20190000
 #define MAYA_APP_VERSION 2019
