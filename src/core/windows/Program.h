@@ -56,10 +56,11 @@ class Program {
   virtual void MakePages(MainWindowFrame& /*window*/, const AddPage& /*add*/) {}
   /// The widget that windows stand over when the main window is closed; null without.
   virtual QWidget* GetHostWindow() { return nullptr; }
-  /// Applies language and theme of the preferences; a host may rule over the theme.
+  /// Applies language and theme of the preferences.
   virtual void ApplyAppearance() {}
   /// The user has changed a preference, in memory and on the disk.
   virtual void OnPreferences() {}
+  /// The theme is the host's: none is offered.
   virtual bool RulesTheme() const { return false; }
 };
 

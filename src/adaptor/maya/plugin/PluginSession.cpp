@@ -175,13 +175,12 @@ void PluginSession::BeforeScene() {
 /// has no event loop, what comes next sees to it.
 void PluginSession::SettleLater(int milliseconds) {
   if (!QCoreApplication::instance()) return;
-  QTimer::singleShot(milliseconds, QCoreApplication::instance(), [] {
+  QTimer::singleShot(milliseconds, &m_later, [this] {
     constexpr int kOnceMore = 100;
-    if (!g_session) return;
     if (MFileIO::isReadingFile() || MFileIO::isWritingFile())
-      g_session->SettleLater(kOnceMore);
+      SettleLater(kOnceMore);
     else
-      g_session->Settle();
+      Settle();
   });
 }
 

@@ -1,6 +1,7 @@
 // The plug-in while it is loaded.
 #pragma once
 
+#include <QObject>
 #include <memory>
 #include <string>
 #include <vector>
@@ -88,6 +89,7 @@ class PluginSession : public core::windows::Program, public util::MessageNode {
   void LookAtFailedOpen();
 
   bool m_hasWindows;
+  QObject m_later;  ///< what waits for it goes with it: our code may be unloaded by then
   bool m_inSceneChange = false;
   bool m_inSave = false;
   std::vector<std::string> m_standing;  ///< rigs with nodes when the scene began to change

@@ -60,7 +60,10 @@ int LoadOnce(const char* path, bool unloadFull) {
     return Fail("its entries are still in the queue");
   if (Join(mayahost::Registered()) != before) return Fail("something stays registered");
   MFileIO::newFile(true);
-  return dlclose(library) == 0 ? 0 : Fail(dlerror());
+  if (dlclose(library) != 0) return Fail(dlerror());
+  // What still waits for the library would run here.
+  QApplication::processEvents();
+  return 0;
 }
 
 }  // namespace
