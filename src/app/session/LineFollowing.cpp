@@ -105,7 +105,7 @@ std::vector<double> InReach(const std::vector<Pose>& line, double mostWay, bool 
       const double whole = (line[segment + 1].position - line[segment].position).length();
       const double way = whole * (end - at);
       if (way > left) {
-        at += left / whole;
+        at = std::min(end, at + left / whole);
         break;
       }
       left -= way;
