@@ -90,6 +90,15 @@ TEST_F(Follow, TheSameLineIsDrivenWithAnotherFeelAndTheFirstDriveStays) {
   ok("resim other.glb -o again.glb");
   EXPECT_TRUE(poses("again.glb") == driven);
   EXPECT_EQ(report("Truck"), truck);
+  const auto whole = json("follow drive.glb --rig Car --profile Truck --to-end -o whole.glb");
+  EXPECT_GT(whole["range"][1], 30.0 + truck["delay"].get<double>());
+  EXPECT_LT(whole["distance"]["largest"], 1.2);
+  const Poses end = poses("whole.glb");
+  EXPECT_LT((placeIn(end.at("Car_01_CarBodyBaseMesh").back()) -
+             placeIn(before.at("Car_CarBodyBaseMesh").back()))
+                .length(),
+            1.2);
+  EXPECT_EQ(json("info whole.glb")["range"], whole["range"]);
   // One that hardly steers, led by the profile's own settings of the mode.
   const auto boat = json({"follow", "drive.glb", "--rig", "Car", "--profile", "Boat",
                           "--as-profile", "-o", "boat.glb"});

@@ -103,6 +103,8 @@ void AddFollowVerb(Program& program) {
   add("--profile", o->wish.profile, "Config profile that drives (default: the rig as it stands)");
   add("--as", o->wish.name, "Name of the copy (default: a free one)");
   verb.add_flag("--in-place", o->wish.inPlace, "No copy: the rig itself drives anew");
+  verb.add_flag("--to-end", o->wish.toEnd,
+                "A rig that is late goes on behind the path's time, until the path ends");
   verb.add_flag("--as-profile", o->wish.asProfile,
                 "Follow as the profile's own autonomous settings do, not as closely as can be");
   AddSceneOutput(verb, o->output);

@@ -10,6 +10,7 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "adaptor/headless/SceneNode.h"
+#include "app/session/SceneRange.h"
 #include "app/session/SceneSession.h"
 #include "app/session/anyhost/InputFile.h"
 #include "app/session/anyhost/Names.h"
@@ -85,15 +86,18 @@ Pose PoseAt(const std::vector<Pose>& line, double frame) {
 
 /// For each frame the one of the line in whose place a rig that goes no faster than `mostWay` (m) a
 /// frame can be: its own, or as soon after it as can be. What is late catches up at a quarter more
-/// than the line's own pace.
-std::vector<double> InReach(const std::vector<Pose>& line, double mostWay) {
+/// than the line's own pace. With `toEnd` it goes on behind the line's time, for up to as long
+/// again and again, until the line's end is reached.
+std::vector<double> InReach(const std::vector<Pose>& line, double mostWay, bool toEnd) {
   constexpr double kCatchUp = 1.25;
+  constexpr std::size_t kLongest = 3;  ///< times the line's own
+  const double lineEnd = static_cast<double>(line.size() - 1);
+  const std::size_t most = line.size() * (toEnd ? kLongest : 1);
   std::vector<double> reached;
   double at = 0.0;
-  for (std::size_t i = 0; i < line.size(); ++i) {
+  for (std::size_t i = 0; i < line.size() || (at < lineEnd && i < most); ++i) {
     reached.push_back(at);
-    const double next = std::min(static_cast<double>(i + 1), static_cast<double>(line.size() - 1));
-    const double wanted = std::min(next, at + kCatchUp);
+    const double wanted = std::min({static_cast<double>(i + 1), lineEnd, at + kCatchUp});
     double left = mostWay;
     while (at < wanted) {
       const auto segment = static_cast<std::size_t>(at);
@@ -101,7 +105,7 @@ std::vector<double> InReach(const std::vector<Pose>& line, double mostWay) {
       const double whole = (line[segment + 1].position - line[segment].position).length();
       const double way = whole * (end - at);
       if (way > left) {
-        at += left / whole;
+        at = std::min(end, at + left / whole);
         break;
       }
       left -= way;
@@ -153,16 +157,16 @@ double WayInto(const std::vector<Pose>& line, std::size_t frame) {
 LineDistances Measure(const std::vector<Pose>& line, const std::vector<double>& led,
                       const std::vector<Pose>& driven, double start, double dt, double size) {
   LineDistances off;
-  off.frames = static_cast<long>(line.size());
+  off.frames = static_cast<long>(driven.size());
   off.margin = size;
   double fastest = 0.0;
   for (std::size_t i = 1; i < line.size(); ++i) fastest = std::max(fastest, WayInto(line, i));
   std::vector<double> distances;
-  for (std::size_t i = 0; i < line.size(); ++i) {
+  for (std::size_t i = 0; i < driven.size(); ++i) {
     const double time = start + static_cast<double>(i) * dt;
     const Foot foot = FootOf(line, start, dt, i, led[i], driven[i].position);
     distances.push_back(foot.distance);
-    off.mean += foot.distance / static_cast<double>(line.size());
+    off.mean += foot.distance / static_cast<double>(driven.size());
     if (foot.distance > off.largest) {
       off.largest = foot.distance;
       off.largestTime = time;
@@ -170,8 +174,10 @@ LineDistances Measure(const std::vector<Pose>& line, const std::vector<double>& 
     if (foot.distance <= off.margin) off.left.reset();
     if (foot.distance > off.margin && !off.left) off.left = time;
     if (i == 0) continue;
+    const Vector led1 = PoseAt(line, led[i]).position, led0 = PoseAt(line, led[i - 1]).position;
+    if ((led1 - led0).length() > kMoves * fastest) off.delay = time - foot.time;
+    if (i >= line.size()) continue;
     const double way = WayInto(line, i);
-    if (way > kMoves * fastest) off.delay = time - foot.time;
     off.length += way;
     const double speed = std::abs(WayInto(driven, i) - way) / dt;
     if (speed > off.speed) {
@@ -204,7 +210,7 @@ class PathFollowing {
     if (!run.began || run.cancelled) return m_result;
     const headless::SceneNode& node = *NodeNamed(*m_driver, m_asked.lineNode)->GetSceneNode();
     std::vector<Pose> driven;
-    for (std::size_t i = 0; i < m_line.size(); ++i) driven.push_back(PoseOf(node, TimeOf(i)));
+    for (std::size_t i = 0; i < m_led.size(); ++i) driven.push_back(PoseOf(node, TimeOf(i)));
     m_result.off =
         Measure(m_line, m_led, driven, m_result.span.from, m_core.GetFrameDuration(), m_asked.size);
     block.Keep();
@@ -305,8 +311,11 @@ class PathFollowing {
       return Refuse(m_result.target + " could not be taken from its parent");
     if (!m_wish.asProfile && !Set(m_asked.sharp)) return false;
     Ask();
-    m_led = InReach(m_line, m_asked.topSpeed * m_core.GetFrameDuration());
-    for (std::size_t i = 0; i < m_led.size(); ++i) m_asked.line[i] = PoseAt(m_line, m_led[i]);
+    m_led = InReach(m_line, m_asked.topSpeed * m_core.GetFrameDuration(), m_wish.toEnd);
+    m_asked.line.clear();
+    for (const double frame : m_led) m_asked.line.push_back(PoseAt(m_line, frame));
+    m_result.span.to = TimeOf(m_led.size() - 1);
+    if (m_led.size() > m_line.size()) StretchRange(m_session, m_result.span);
     Ask();
     if (!Set(m_asked.mode)) return false;
     util::AVar_Linear<double> rest;

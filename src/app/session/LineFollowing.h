@@ -17,6 +17,7 @@ struct FollowWish {
   std::string profile;     ///< that is to drive; empty: as the rig stands
   std::string name;        ///< of the copy that drives; empty: a free one
   bool inPlace = false;    ///< no copy: the rig itself drives
+  bool toEnd = false;      ///< one that is late goes on behind the path's time, to where it ends
   bool asProfile = false;  ///< with the profile's own values of the mode, not the sharp ones
 };
 
@@ -34,7 +35,8 @@ struct LineDistances {
   double speedTime = 0.0;      ///< s
   double margin = 0.0;         ///< m: farther off counts as left
   std::optional<double> left;  ///< s; it has left the line, and does not come back
-  /// s by which it is late when the line moves for the last time; nothing when it has left it
+  /// s by which it is late when it is led on along the line for the last time; nothing when it has
+  /// left it
   std::optional<double> delay;
 };
 
@@ -46,7 +48,7 @@ struct FollowResult {
   bool cancelled = false;
   std::string driver;  ///< name of the rig that drives
   std::string target;  ///< scene name of the node that it follows
-  TimeSpan span;       ///< s, of the line
+  TimeSpan span;       ///< s, that was simulated
   LineDistances off;
 };
 

@@ -66,7 +66,7 @@ TEST_F(LineFollowing, ADriveForwardsBackwardsAndRoundIsFollowedAndUndoneAsOneSte
   for (unsigned seed = 1; seed <= 12; ++seed) {
     Drive(seed);
     const std::string before = Saved();
-    const FollowResult copy = FollowPath(session, {"Car", "", "Second", false, false}, monitor);
+    const FollowResult copy = FollowPath(session, {"Car", "", "Second"}, monitor);
     ASSERT_EQ(copy.problem, "") << seed;
     EXPECT_EQ(copy.driver, "Second");
     EXPECT_GT(copy.off.length, 5.0) << seed;
@@ -76,13 +76,13 @@ TEST_F(LineFollowing, ADriveForwardsBackwardsAndRoundIsFollowedAndUndoneAsOneSte
     ASSERT_TRUE(session.GetAdaptor().HostUndo());
     EXPECT_TRUE(Saved() == before) << seed;
 
-    const FollowResult own = FollowPath(session, {"Car", "", "", true, false}, monitor);
+    const FollowResult own = FollowPath(session, {"Car", "", "", true}, monitor);
     EXPECT_EQ(own.off.mean, copy.off.mean) << "a copy drives as the rig itself";
     ASSERT_TRUE(session.GetAdaptor().HostUndo());
     EXPECT_TRUE(Saved() == before) << seed;
     const std::atomic<bool> stop = true;
     const app::Monitor cancelled({}, &stop);
-    EXPECT_TRUE(FollowPath(session, {"Car", "Truck", "", false, false}, cancelled).cancelled);
+    EXPECT_TRUE(FollowPath(session, {"Car", "Truck", ""}, cancelled).cancelled);
     EXPECT_TRUE(Saved() == before) << seed;
   }
 }
