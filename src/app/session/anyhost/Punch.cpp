@@ -52,7 +52,8 @@ void Punch::JoinTracks(Instance& rig, const std::vector<Track>& old, const TimeS
 
 bool Punch::Join(const TimeSpan& performed, bool goOn, double blend, const Monitor& monitor) {
   const double end = goOn ? std::max(m_end, performed.to) : performed.to;
-  if (!(end > performed.to) && !(blend > 0.0)) return false;
+  // Also where nothing lies behind: the frame that the take begins with has lost what it played.
+  if (!goOn && !(blend > 0.0)) return false;
   for (Instance* rig : m_core.List(m_rows.empty())) {
     const auto found = m_tracks.find(rig->GetIdentity());
     if (found != m_tracks.end()) JoinTracks(*rig, found->second, performed, goOn, blend);

@@ -126,7 +126,7 @@ class KeptTakes {
   bool ClearFor(const KeptTake& take, const Monitor& monitor);
   std::string PutBack(const KeptTake& take);
   std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
-  bool Simulate(const KeptTake& take, double end, const Monitor& monitor);
+  bool Simulate(const KeptTake& take, const Monitor& monitor);
   std::string Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor);
 
   SceneSession& m_session;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "adaptor/headless/HeadlessNode.h"
 #include "app/session/takes/Surroundings.h"
 #include "core/config/ConfigElement.h"
 #include "core/config/InputUndo.h"
@@ -90,6 +91,19 @@ std::vector<std::string> ChangedSurfaces(const KeptRig& kept, const std::vector<
 }
 
 }  // namespace
+
+double FirstOf(Instance& rig) {
+  double first = kForever;
+  for (const auto& track : rig.GetTracks())
+    if (!track.samples.empty()) first = std::min(first, track.samples.front().time);
+  for (rws::core::CoreNode* each : rig.GetNodes()) {
+    const auto* node = static_cast<rws::adaptor::headless::HeadlessNode*>(each)->GetSceneNode();
+    if (!node) continue;
+    for (const auto& channel : node->GetAnimation().channels)
+      if (channel && !channel->IsEmpty()) first = std::min(first, channel->GetTimes().front());
+  }
+  return first;
+}
 
 KeptRig SettingsOf(Instance& rig, Surroundings& surroundings) {
   KeptRig kept;

@@ -1,6 +1,10 @@
 // What a rig is set to when it runs, as takes keep it.
 #pragma once
 
+#include <limits>
+#include <string>
+#include <vector>
+
 #include "app/session/takes/KeptTake.h"
 
 namespace orv::rws::core {
@@ -10,6 +14,12 @@ class Instance;
 namespace orv::app {
 
 class Surroundings;
+
+/// Behind all times (s).
+inline constexpr double kForever = std::numeric_limits<double>::infinity();
+
+/// The first time (s) at which anything is keyed or recorded of a rig.
+double FirstOf(rws::core::Instance& rig);
 
 /// Name, kind, profile, parameters, mappings and surfaces; nothing of its start or inputs.
 KeptRig SettingsOf(rws::core::Instance& rig, Surroundings& surroundings);

@@ -1,0 +1,172 @@
+// How a take is used again.
+#include <algorithm>
+#include <limits>
+#include <set>
+#include <utility>
+
+#include "adaptor/headless/HeadlessAdaptor.h"
+#include "adaptor/headless/HeadlessNode.h"
+#include "adaptor/headless/Scene.h"
+#include "app/session/NodePlacing.h"
+#include "app/session/SceneRange.h"
+#include "app/session/SceneSession.h"
+#include "app/session/anyhost/RunRigs.h"
+#include "app/session/anyhost/UndoBlock.h"
+#include "app/session/takes/KeptTakes.h"
+#include "app/session/takes/MarksUndo.h"
+#include "app/session/takes/RigSettings.h"
+#include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
+#include "core/instances/InstanceReference.h"
+#include "core/take/TakeUndo.h"
+#include "core/tools/Tool.h"
+#include "util/FrameGrid.h"
+#include "util/NumberText.h"
+
+namespace orv::app {
+
+namespace headless = rws::adaptor::headless;
+using rws::core::Instance;
+
+namespace {
+
+/// Undoable in an open block.
+void DropKeys(Instance& rig) {
+  for (rws::core::CoreNode* each : rig.GetNodes()) {
+    auto* const known = static_cast<headless::HeadlessNode*>(each);
+    headless::SceneNode* const node = known->GetSceneNode();
+    if (!node || !node->HasKeys()) continue;
+    known->GetAdaptor().KeepPose(*known);
+    for (int path = 0; path < 3; ++path)
+      node->RemoveChannel(static_cast<headless::ChannelPath>(path));
+  }
+}
+
+}  // namespace
+
+// --- using one ---
+
+std::vector<const KeptTake*> KeptTakes::ChainOf(int number) const {
+  std::vector<const KeptTake*> chain;
+  // What was read has been looked through for circles, and new ones go on from older ones.
+  for (const KeptTake* take = FindAny(number); take; take = FindAny(take->predecessor))
+    chain.push_back(take);
+  std::reverse(chain.begin(), chain.end());
+  return chain;
+}
+
+std::vector<const KeptTake*> KeptTakes::GetChain() const {
+  const std::vector<const KeptTake*> chain = ChainOf(m_list.current);
+  const bool isWhole = !chain.empty() && chain.front()->predecessor == 0;
+  return isWhole ? chain : std::vector<const KeptTake*>();
+}
+
+std::string KeptTakes::WhyNot(const std::vector<const KeptTake*>& chain) {
+  auto& core = m_session.GetCore();
+  if (core.IsRecording()) return "a take is running";
+  if (chain.front()->predecessor != 0)
+    return "take " + std::to_string(chain.front()->predecessor) +
+           ", which it went on from, is not there";
+  for (const KeptTake* take : chain) {
+    if (take->rate != m_session.GetScene().GetFrameRate())
+      return "it was performed at " + util::shortText(take->rate) +
+             " frames per second, which is not the scene's rate";
+    for (const KeptRig& rig : take->rigs) {
+      const Instance* instance = core.FindInstance(rig.name);
+      if (!instance) return "the rig " + rig.name + " is not in the scene";
+      if (instance->GetTool()->GetDisplayId() != rig.kind)
+        return rig.name + " is no " + rig.kind + " any more";
+    }
+  }
+  return {};
+}
+
+std::string KeptTakes::PutBackRig(const KeptTake& take, const KeptRig& kept) {
+  auto& core = m_session.GetCore();
+  Instance* rig = core.FindInstance(kept.name);
+  core.GetAdaptor()->PushUndo(new rws::core::TakeUndo(*rig, rws::core::TakeUndo::Of::kTake));
+  PutBindings(*rig, kept.bindings);
+  PutParameters(*rig, kept);
+  if (take.predecessor == 0 && !kept.memory.empty()) {
+    core.RebuildWithData(*rig, kept.memory);
+    rig = core.FindInstance(kept.name);
+    if (!rig) return "the rig " + kept.name + " could not be put back to its start";
+    PutParameters(*rig, kept);  // what the rig stored has some of its own
+  }
+  if (take.isFirst) DropKeys(*rig);
+  PutInputs(*rig, kept, take.isFirst ? -kForever : take.range.from);
+  return {};
+}
+
+/// What the rigs have made since goes as a run takes it away that begins there: a rig that is built
+/// anew knows nothing of it.
+bool KeptTakes::ClearFor(const KeptTake& take, const Monitor& monitor) {
+  double from = take.range.from;
+  RowsToStep rows;
+  for (const KeptRig& kept : take.rigs) {
+    rows.push_back(m_session.GetCore().Find(kept.name));
+    Instance& rig = *m_session.GetCore().FindInstance(kept.name);
+    if (take.isFirst) from = std::min(from, FirstOf(rig));
+  }
+  return Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
+}
+
+std::string KeptTakes::PutBack(const KeptTake& take) {
+  for (const KeptRig& kept : take.rigs) {
+    const std::string problem = PutBackRig(take, kept);
+    if (!problem.empty()) return problem;
+    for (const auto& [name, pose] : kept.nodes) {
+      headless::HeadlessNode* node = m_session.GetAdaptor().FindSceneNode(name);
+      if (!node || !node->GetSceneNode()) continue;  // a round of a gun, which the run makes anew
+      const PlacingResult placed =
+          PlaceNode(*node, {pose.translation, pose.rotation, pose.scale}, take.range.from);
+      if (!placed.error.empty()) return name + ": " + placed.error;
+    }
+  }
+  return {};
+}
+
+bool KeptTakes::Simulate(const KeptTake& take, const Monitor& monitor) {
+  RowsToStep rows;
+  for (const KeptRig& rig : take.rigs) rows.push_back(m_session.GetCore().Find(rig.name));
+  const RunResult run = Resimulate(m_session.GetCore(), take.range, monitor, rows);
+  return run.began && !run.cancelled;
+}
+
+/// What is wrong, if anything.
+std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor) {
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    if (i == 0 && !ClearFor(*chain[i], monitor)) return "its rigs could not be simulated";
+    std::string problem = PutBack(*chain[i]);
+    if (!problem.empty()) return problem;
+    // To its end, though little of it may stay: a rig may look at keys behind the next one's start.
+    if (!Simulate(*chain[i], monitor)) return "its rigs could not be simulated";
+  }
+  return {};
+}
+
+UseResult KeptTakes::Use(int number, const Monitor& monitor) {
+  UseResult result;
+  const std::vector<const KeptTake*> chain = ChainOf(Find(number) ? number : 0);
+  result.problem = chain.empty() ? "there is no take " + std::to_string(number) : WhyNot(chain);
+  if (!result.problem.empty()) return result;
+  auto& adaptor = *m_session.GetCore().GetAdaptor();
+  UndoBlock block(adaptor, "Use Take");
+  Marks before = GetMarks();
+  {
+    const Pause pause(*this);
+    result.problem = Replay(chain, monitor);
+  }
+  result.cancelled = monitor.IsCancelled();
+  if (result.cancelled) result.problem.clear();
+  if (result.cancelled || !result.problem.empty()) return result;
+  StretchRange(m_session, {chain.front()->range.from, chain.back()->range.to});
+  m_list.current = number;
+  Edit(number)->undone = Edit(number)->retried = false;
+  adaptor.PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
+  block.Keep();
+  result.isSame = HashOf(*FindAny(number)) == FindAny(number)->hash;
+  return result;
+}
+
+}  // namespace orv::app
