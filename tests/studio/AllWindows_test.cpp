@@ -18,7 +18,6 @@
 #include <QTreeView>
 #include <QXmlStreamReader>
 
-#include "app/session/document/SceneDocument.h"
 #include "app/studio/HeadlessBrowser.h"
 #include "app/studio/QtTexts.h"
 #include "app/studio/timeline/CurveStrip.h"
@@ -29,7 +28,6 @@
 #include "app/studio/windows/MakeModelWindow.h"
 #include "app/studio/windows/ModelsWindow.h"
 #include "app/studio/windows/PunchWindow.h"
-#include "app/studio/windows/TakesPage.h"
 #include "core/WindowIds.h"
 #include "core/instances/Instance.h"
 #include "core/instances/InstanceReference.h"
@@ -134,7 +132,6 @@ class AllWindows : public WindowsTest {
     program.timeline = &timeline;
     program.makePages = [this](MainWindowFrame& frame, const Program::AddPage& add) {
       add(std::make_unique<app::CurvesPage>(frame, curves));
-      add(std::make_unique<app::TakesPage>(frame, document, app::TakesPage::Actions()));
     };
     QApplication::setFont(QFont("DejaVu Sans", 9));  // as small as systems have it
     qt::ApplyTheme(*qApp, qt::Theme::kLight);
@@ -175,7 +172,7 @@ class AllWindows : public WindowsTest {
       look(*window.GetWidget()->window());
     };
     Window& main = *windows->Open(WindowKind::kMain);
-    for (const int page : {kPageUndo, kPageDevices, kPageTakes, kPageParameters}) {
+    for (const int page : {kPageUndo, kPageDevices, kPageParameters}) {
       main.GetRoot()->Get<gui::componentinterface::Button>(page)->Click();
       shown(main);
     }
@@ -218,7 +215,6 @@ class AllWindows : public WindowsTest {
   app::HeadlessBrowser browser;
   app::Timeline timeline{WindowsTest::core, session.GetAdaptor(), browser};
   app::CurveStrip curves{WindowsTest::core, session.GetAdaptor(), timeline};
-  app::SceneDocument document;
   int car = 0;
 };
 

@@ -1,4 +1,5 @@
 // Curves of inputs, arming, marks and kept takes, as a user has them.
+#include "core/windows/MainWindowIds.h"
 #include "studio/DrivenStudio.h"
 #include "support/TempFolder.h"
 
@@ -36,7 +37,7 @@ class Curves : public testing::Test {
 
 }  // namespace
 
-TEST_F(Curves, ADragIsOneStepEscapeIsNoneAndTheSceneIsVerified) {
+TEST_F(Curves, ADragIsOneStepAndTheSceneIsVerified) {
   DrivenStudio studio(folder.path + "/root");
   studio.DoAll({"click double id=321 row=\"Vehicle/Orvel 4-Wheeler Extended\"", "wait 0.5",
                 "device Pad", "record", "wait 2.0", "stop", "wait-idle", "curves on", "wait 0.3"});
@@ -74,23 +75,21 @@ TEST_F(Curves, OnlyArmedInputsAreRecordedBetweenTheMarksAndTakesComeBack) {
   DrivenStudio studio(folder.path + "/root");
   studio.DoAll({"click double id=321 row=\"Vehicle/Orvel 4-Wheeler Extended\"", "wait 0.5",
                 "device Pad", "record", "wait 1.6", "stop", "wait-idle"});
-  const auto button = [&] {
-    for (const Json& widget : studio.Do("dump MainWindow")["windows"][0]["widgets"])
-      if (widget["id"] == "400") return widget["name"].get<std::string>();
-    return std::string();
-  };
-  EXPECT_EQ(button(), "Record");
+  const auto status = [&] { return studio.ValueOf("MainWindow", rws::core::windows::kTakeStatus); };
+  EXPECT_EQ(status(), "Ready.");
   const std::string recorded = Inputs(studio);
   const std::string rig = studio.State()["selection"][0];
   // None is armed but one, so that a take between marks leaves the others.
   const std::string input = studio.Do("curves on")["inputs"][0]["name"];
   studio.DoAll({"arm \"" + rig + ":" + input + "\"", "wait 0.2"});
-  EXPECT_EQ(button().find("Record 1 of "), 0u) << button();
+  EXPECT_NE(status().find(" 1 of "), std::string::npos) << status();
   studio.DoAll({"marks 0.4 0.8", "punch blend=0", "wait-idle", "wait 0.3"});
   EXPECT_EQ(Inputs(studio), recorded) << "a pad at rest";
   EXPECT_TRUE(IsVerified());
   studio.DoAll({"arm", "wait 0.2"});
-  EXPECT_EQ(button(), "Record");
+  EXPECT_EQ(status(), "Ready.");
+  studio.DoAll({"click id=373", "wait 0.3"});
+  studio.ExpectReadable("MainWindow");
   const Json takes = studio.Do("takes")["takes"];
   ASSERT_EQ(takes.size(), 2u) << takes;
   EXPECT_TRUE(takes[1]["current"]);
@@ -99,6 +98,15 @@ TEST_F(Curves, OnlyArmedInputsAreRecordedBetweenTheMarksAndTakesComeBack) {
   EXPECT_EQ(studio.State()["undoPosition"], steps + 1);
   studio.Do("key Ctrl+Z");
   EXPECT_TRUE(studio.Do("takes")["takes"][1]["current"]);
+  studio.Do("quit 0");
+}
+
+TEST_F(Curves, StripAndListAreReadInGermanAndTwiceAsLarge) {
+  DrivenStudio studio(folder.path + "/root", {"--lang", "de", "--scale", "2"}, {}, "1500x1000");
+  studio.DoAll({"click double id=321 row=\"Fahrzeug/Orvel 4-Wheeler Extended\"", "wait 0.5",
+                "record", "wait 0.5", "stop", "wait-idle", "curves on", "click id=373",
+                "wait 0.5"});
+  studio.ExpectReadable("MainWindow");
   studio.Do("quit 0");
 }
 

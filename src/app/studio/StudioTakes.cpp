@@ -18,6 +18,7 @@
 #include "app/studio/windows/PunchWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreMessages.h"
+#include "core/instances/Instance.h"
 #include "core/interface/CInterface.h"
 #include "gui/Texts.h"
 #include "util/AtomicFile.h"
@@ -176,7 +177,12 @@ nlohmann::json Studio::ScriptTakes(const ScriptLine& line) {
   if (line.verb == "curves") return CurvesReply(line);
   if (line.verb == "arm") {
     const std::string problem = ArmInputs(core, line.words);
-    m_windows.ShowSettings();
+    // Once more by the core, which tells the windows.
+    for (rws::core::Instance* rig : core.List(false)) {
+      std::vector<bool> armed;
+      for (int i = 0; i < rig->GetProperties().count(); ++i) armed.push_back(!rig->IsPlayed(i));
+      core.ArmInputs(*rig, armed);
+    }
     return problem.empty() ? Json::object() : error(problem);
   }
   if (line.verb == "marks") {

@@ -69,6 +69,10 @@ QSize CurveStrip::GetSizeHint(const QWidget&) const {
   return QSize(Scaled(200), Scaled(150));
 }
 
+QSize CurveStrip::GetMinimumSize(const QWidget&) const {
+  return QSize(Scaled(200), Scaled(84));
+}
+
 // --- what is shown ---
 
 void CurveStrip::NoteChange() {
@@ -204,9 +208,16 @@ double CurveStrip::ToX(double time) const {
   return m_timeline.GetScale().ToPixel(time / m_host.GetFrameDuration());
 }
 
+/// The names stand above all values.
+std::pair<double, double> CurveStrip::GetEnds() const {
+  if (!m_widget) return {0.0, 1.0};
+  const double top = m_widget->fontMetrics().height() + Scaled(8);
+  return {top, std::max(top + 1.0, m_widget->height() - 1.0 * Scaled(6))};
+}
+
 double CurveStrip::ToY(double value) const {
-  const double height = m_widget ? m_widget->height() : 1.0, room = Scaled(8);
-  return room + (height - 2.0 * room) * (m_high - value) / (m_high - m_low);
+  const auto [top, bottom] = GetEnds();
+  return top + (bottom - top) * (m_high - value) / (m_high - m_low);
 }
 
 QPoint CurveStrip::GetPlace(double time, double value) const {
@@ -214,10 +225,9 @@ QPoint CurveStrip::GetPlace(double time, double value) const {
 }
 
 CurveStrip::Place CurveStrip::ToPlace(const QPoint& at) const {
-  const double height = m_widget ? m_widget->height() : 1.0, room = Scaled(8);
-  const double value =
-      m_high - (at.y() - room) * (m_high - m_low) / std::max(1.0, height - 2.0 * room);
-  return {m_timeline.GetScale().ToFrame(at.x()) * m_host.GetFrameDuration(), value};
+  const auto [top, bottom] = GetEnds();
+  return {m_timeline.GetScale().ToFrame(at.x()) * m_host.GetFrameDuration(),
+          m_high - (at.y() - top) * (m_high - m_low) / (bottom - top)};
 }
 
 int CurveStrip::FindCurve(const QPoint& at) const {

@@ -10,6 +10,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adaptor/headless/HostObservers.h"
@@ -81,7 +82,7 @@ class CurveStrip : public QObject,
   void Paint(QPainter& painter, QWidget& widget) override;
   QWidget* MakeContent(QWidget* parent) override;
   QSize GetSizeHint(const QWidget& widget) const override;
-  QSize GetMinimumSize(const QWidget& widget) const override { return GetSizeHint(widget); }
+  QSize GetMinimumSize(const QWidget& widget) const override;
   bool TakesKeys() const override { return true; }
   void MousePressed(QMouseEvent& event) override;
   void MouseMoved(QMouseEvent& event) override;
@@ -113,6 +114,8 @@ class CurveStrip : public QObject,
   const Track* TrackOf(int input) const;
   bool IsLocked();
   double ToX(double time) const;
+  /// Where the highest value and the lowest lie.
+  std::pair<double, double> GetEnds() const;
   double ToY(double value) const;
   Place ToPlace(const QPoint& at) const;
   /// The shown input whose curve is next to `at`; -1 without one.

@@ -24,7 +24,9 @@ namespace {
 
 constexpr int kMostPoints = 160;  ///< of a path
 constexpr int kFine = 2;          ///< pixels of the picture in one at 96 dpi
-constexpr QRgb kPathColours[] = {0xff4a90d9, 0xffe08a3c, 0xff53a868, 0xffb870c8};
+// The same in each theme, and where the row is selected.
+constexpr QRgb kBehind = 0xff2b3036;
+constexpr QRgb kPathColours[] = {0xff6cb4ff, 0xffffa95c, 0xff7fd694, 0xffdd9bea};
 
 /// Seen from above: x to the right, the way ahead (-z) up; metres.
 std::vector<QPolygonF> PathsOf(const KeptTake& take, const rws::core::CoreImplementation& core,
@@ -50,7 +52,7 @@ std::vector<QPolygonF> PathsOf(const KeptTake& take, const rws::core::CoreImplem
 QImage Draw(const std::vector<QPolygonF>& paths) {
   QImage image(TakePictures::kWidth * kFine, TakePictures::kHeight * kFine,
                QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::transparent);
+  image.fill(QColor(kBehind));
   QRectF all;
   for (const QPolygonF& path : paths) all = all.united(path.boundingRect());
   const double room = 6.0 * kFine;

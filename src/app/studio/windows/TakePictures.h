@@ -17,9 +17,9 @@ namespace orv::app {
 
 struct KeptTake;
 
-/// The paths of a take's rigs from above, one line a rig. They are drawn from the scene's keys while
-/// the scene shows the take, and kept by the hash of its poses, in memory and in the data root: a
-/// take that the scene does not show has the picture of back then, or none.
+/// The paths of a take's rigs from above, one line a rig. They are drawn from the scene's keys
+/// while the scene shows the take, and kept by the hash of its poses, in memory and in the data
+/// root: a take that the scene does not show has the picture of back then, or none.
 class TakePictures {
  public:
   /// In pixels at 96 dpi.

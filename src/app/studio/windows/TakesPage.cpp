@@ -56,13 +56,11 @@ std::string MarksOf(const KeptTakes& takes, const KeptTake& take) {
 
 /// Number, name and stars; when and how long; marks and note.
 std::string LinesOf(const KeptTakes& takes, const KeptTake& take) {
-  const auto seconds = [](double value) {
-    return QLocale().toString(value, 'f', 2).toStdString();
-  };
+  const auto seconds = [](double value) { return QLocale().toString(value, 'f', 2).toStdString(); };
   std::string text = std::to_string(take.number) + "  " + take.name;
   if (take.stars > 0) text += "  " + StarsOf(take.stars);
-  text += "\n" + Translate("%1 s from %2 s", {seconds(take.range.to - take.range.from),
-                                              seconds(take.range.from)});
+  text += "\n" + Translate("%1 s from %2 s",
+                           {seconds(take.range.to - take.range.from), seconds(take.range.from)});
   if (!take.when.empty()) text += "  " + WhenOf(take.when);
   std::string last = MarksOf(takes, take);
   if (!take.note.empty()) last += (last.empty() ? "" : ": ") + take.note;
@@ -155,7 +153,9 @@ void TakesPage::Fill() {
       picture = QPixmap(TakePictures::kWidth, TakePictures::kHeight);
       picture.fill(Qt::transparent);
     }
-    item->setIcon(QIcon(picture));
+    QIcon icon(picture);
+    icon.addPixmap(picture, QIcon::Selected);
+    item->setIcon(icon);
     if (take->number == chosen || (chosen == 0 && take->number == GetTakes().GetCurrent()))
       m_list->setCurrentItem(item);
   }
@@ -175,10 +175,10 @@ void TakesPage::ShowChosen() {
   With<TextBox>(kKeptName, [&](TextBox& box) { box.SetText(take ? take->name : ""); });
   With<TextBox>(kKeptNote, [&](TextBox& box) { box.SetText(take ? take->note : ""); });
   With<ComboBox>(kKeptStars, [&](ComboBox& box) { box.SelectId(take ? take->stars : 0); });
-  GetWindow().SetText(
-      kKeptHint, GetCore().GetPreferences().keepTakes
-                     ? Translate("A double click, or Enter, puts a take back into the scene.")
-                     : Translate("New takes are not kept: the preferences say so."));
+  GetWindow().SetText(kKeptHint,
+                      GetCore().GetPreferences().keepTakes
+                          ? Translate("A double click, or Enter, puts a take back into the scene.")
+                          : Translate("New takes are not kept: the preferences say so."));
 }
 
 void TakesPage::OnCore(const util::Message& message) {
