@@ -292,12 +292,12 @@ MStatus MGlobal::executeCommand(const MString& command, MCommandResult& to, bool
   for (const std::string& one : result) to.words.append(one.c_str());
   return status;
 }
-#define EXECUTE(Type)                                                                          \
+#define EXECUTE(Type)                                                                             \
   MStatus MGlobal::executeCommand(const MString& command, Type& value, bool display, bool undo) { \
-    MCommandResult result;                                                                     \
-    const MStatus status = executeCommand(command, result, display, undo);                     \
-    const MStatus told = result.getResult(value);                                              \
-    return status == MS::kSuccess ? told : status;                                             \
+    MCommandResult result;                                                                        \
+    const MStatus status = executeCommand(command, result, display, undo);                        \
+    const MStatus told = result.getResult(value);                                                 \
+    return status == MS::kSuccess ? told : status;                                                \
   }
 EXECUTE(int)
 EXECUTE(double)

@@ -134,7 +134,7 @@ MFnData::Type MDataHandle::type() const {
 }
 MFnNumericData::Type MDataHandle::numericType() const {
   return isNumeric() && Plug().attribute().hasFn(MFn::kNumericAttribute) ? static_cast<MFnNumericData::Type>(Plug().Ref().attr->subtype)
-                                                                          : MFnNumericData::kInvalid;
+                                                                         : MFnNumericData::kInvalid;
 }
 namespace {
 HandleState& Asked(const std::shared_ptr<HandleState>& state) {
@@ -151,7 +151,8 @@ MInt64& MDataHandle::asInt64() const { return *Asked(fState).As<MInt64>(1); }
 float& MDataHandle::asFloat() const { return *Asked(fState).As<float>(1); }
 double& MDataHandle::asDouble() const { return *Asked(fState).As<double>(1); }
 template <class T, std::size_t N>
-T (&MDataHandle::Tuple() const)[N] {
+T (&MDataHandle::Tuple() const)
+[N] {
   return *reinterpret_cast<T(*)[N]>(Asked(fState).As<T>(N));
 }
 short2& MDataHandle::asShort2() const { return Tuple<short, 2>(); }

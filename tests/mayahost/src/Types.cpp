@@ -157,24 +157,24 @@ AttrPtr MakeAttr(MFn::Type type, const std::string& name, const std::string& bri
 }
 std::pair<int, int> PartsOf(int subtype) {
   using D = MFnNumericData;
-  static const std::map<int, std::pair<int, int>> kParts = {
-      {D::k2Short, {2, D::kShort}},   {D::k3Short, {3, D::kShort}},   {D::k2Int, {2, D::kInt}},       {D::k3Int, {3, D::kInt}},      {D::k2Float, {2, D::kFloat}},
-      {D::k3Float, {3, D::kFloat}}, {D::k2Double, {2, D::kDouble}}, {D::k3Double, {3, D::kDouble}}, {D::k4Double, {4, D::kDouble}}};
+  static const std::map<int, std::pair<int, int>> kParts = {{D::k2Short, {2, D::kShort}},   {D::k3Short, {3, D::kShort}},   {D::k2Int, {2, D::kInt}},
+                                                            {D::k3Int, {3, D::kInt}},       {D::k2Float, {2, D::kFloat}},   {D::k3Float, {3, D::kFloat}},
+                                                            {D::k2Double, {2, D::kDouble}}, {D::k3Double, {3, D::kDouble}}, {D::k4Double, {4, D::kDouble}}};
   const auto at = kParts.find(subtype);
   return at == kParts.end() ? std::pair(1, subtype) : at->second;
 }
 MFn::Type NumericData(int subtype) {
   using D = MFnNumericData;
-  static const std::map<int, MFn::Type> kTypes = {
-      {D::k2Short, MFn::kData2Short}, {D::k3Short, MFn::kData3Short},   {D::k2Int, MFn::kData2Int},       {D::k3Int, MFn::kData3Int},      {D::k2Float, MFn::kData2Float},
-      {D::k3Float, MFn::kData3Float}, {D::k2Double, MFn::kData2Double}, {D::k3Double, MFn::kData3Double}, {D::k4Double, MFn::kData4Double}};
+  static const std::map<int, MFn::Type> kTypes = {{D::k2Short, MFn::kData2Short},   {D::k3Short, MFn::kData3Short},   {D::k2Int, MFn::kData2Int},
+                                                  {D::k3Int, MFn::kData3Int},       {D::k2Float, MFn::kData2Float},   {D::k3Float, MFn::kData3Float},
+                                                  {D::k2Double, MFn::kData2Double}, {D::k3Double, MFn::kData3Double}, {D::k4Double, MFn::kData4Double}};
   const auto at = kTypes.find(subtype);
   return at == kTypes.end() ? MFn::kNumericData : at->second;
 }
 MFn::Type NumericAttr(int subtype) {
   static const std::map<MFn::Type, MFn::Type> kTypes = {
-      {MFn::kData2Short, MFn::kAttribute2Short}, {MFn::kData3Short, MFn::kAttribute3Short},   {MFn::kData2Int, MFn::kAttribute2Int},
-      {MFn::kData3Int, MFn::kAttribute3Int},     {MFn::kData2Float, MFn::kAttribute2Float},   {MFn::kData3Float, MFn::kAttribute3Float},
+      {MFn::kData2Short, MFn::kAttribute2Short},   {MFn::kData3Short, MFn::kAttribute3Short},   {MFn::kData2Int, MFn::kAttribute2Int},
+      {MFn::kData3Int, MFn::kAttribute3Int},       {MFn::kData2Float, MFn::kAttribute2Float},   {MFn::kData3Float, MFn::kAttribute3Float},
       {MFn::kData2Double, MFn::kAttribute2Double}, {MFn::kData3Double, MFn::kAttribute3Double}, {MFn::kData4Double, MFn::kAttribute4Double}};
   const auto at = kTypes.find(NumericData(subtype));
   return at == kTypes.end() ? MFn::kNumericAttribute : at->second;
