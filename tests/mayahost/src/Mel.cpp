@@ -631,6 +631,8 @@ bool Split(const std::string& mel, std::vector<Words>& statements) {
     const char c = mel[i];
     if (c == ';' || c == '\n') {
       if (!statements.back().empty()) statements.emplace_back();
+    } else if (c == '/' && i + 1 < mel.size() && mel[i + 1] == '/') {
+      i = std::min(mel.find('\n', i), mel.size()) - 1;
     } else if (c == '"') {
       std::string word;
       for (++i; i < mel.size() && mel[i] != '"'; ++i) {

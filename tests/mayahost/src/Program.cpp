@@ -16,7 +16,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 MStatus MLibrary::initialize(bool wantScriptOutput, char* name, bool) {
   if (!name) return MS::kInvalidParameter;
   Reset();
-  TheState().batch = true, TheState().alone = wantScriptOutput;
+  TheState().batch = TheState().library = true, TheState().alone = wantScriptOutput;
   return NotifyScene(MSceneMessage::kMayaInitialized), MS::kSuccess;
 }
 void MLibrary::cleanup(int exitStatus, bool exitWhenDone) {

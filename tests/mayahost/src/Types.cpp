@@ -32,6 +32,11 @@ constexpr OwnType kOwnTypes[] = {
      "farClipPlane/fcp:len:10000 focusDistance/fd:len:5:k fStop/fs:double:5.6 depthOfField/dof:bool centerOfInterest/coi:len:5 filmFit/ff:enum:1 "
      "orthographic/o:bool lensSqueezeRatio/lsr:double:1 cameraScale/cs:double:1 renderable/rnd:bool horizontalFilmOffset/hfo:double "
      "verticalFilmOffset/vfo:double shutterAngle/sa:ang:2.5132741228718345 overscan/ovr:double:1 orthographicWidth/ow:len:10"},
+    {"light", MFn::kLight, "shape", "color/cl:color3:1:k intensity/in:float:1:k useRayTraceShadows/urs:bool emitDiffuse/ed:bool:1 emitSpecular/sn:bool:1"},
+    {"ambientLight", MFn::kAmbientLight, "light", "ambientShade/as:float:0.45"},
+    {"directionalLight", MFn::kDirectionalLight, "light", ""},
+    {"pointLight", MFn::kPointLight, "light", "decayRate/de:enum"},
+    {"spotLight", MFn::kSpotLight, "light", "decayRate/de:enum coneAngle/ca:ang:0.6981317007977318:k penumbraAngle/pa:ang:0:k dropoff/dro:double:0:k"},
     {"controlPoint", MFn::kGeometric, "shape", "castsShadows/csh:bool:1 receiveShadows/rcsh:bool:1 motionBlur/mb:bool:1 primaryVisibility/vis:bool:1"},
     {"mesh", MFn::kMesh, "controlPoint", "inMesh/i:mesh:0:h outMesh/o:mesh:0:o worldMesh/w:mesh:0:wo displayColors/dcol:bool"},
     {"nurbsCurve", MFn::kNurbsCurve, "controlPoint", "create/cr:curve:0:h local/l:curve:0:o worldSpace/ws:curve:0:wo"},
@@ -231,7 +236,9 @@ MFn::Type Above(MFn::Type t) {
                                                         {MFn::kSingleIndexedComponent, MFn::kComponent},
                                                         {MFn::kPointConstraint, MFn::kConstraint},
                                                         {MFn::kPointLight, MFn::kLight},
-                                                        {MFn::kDirectionalLight, MFn::kLight}};
+                                                        {MFn::kDirectionalLight, MFn::kLight},
+                                                        {MFn::kAmbientLight, MFn::kLight},
+                                                        {MFn::kSpotLight, MFn::kLight}};
   if (const auto at = kAbove.find(t); at != kAbove.end()) return at->second;
   if (t > MFn::kAnimCurve && t <= MFn::kAnimCurveUnitlessToUnitless) return MFn::kAnimCurve;
   if (t >= MFn::kAttribute2Double && t <= MFn::kAttribute3Short) return MFn::kNumericAttribute;

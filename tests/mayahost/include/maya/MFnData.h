@@ -6,7 +6,7 @@ class MFnData : public MFnBase {
   declareMinimalMFn(MFnData)
   // clang-format off
   enum Type {
-    kInvalid = 0, kNumeric, kPlugin, kPluginGeometry, kString, kMatrix, kStringArray, kDoubleArray, kIntArray, kPointArray, kVectorArray, kComponentList,
+    kInvalid = 0, kNumeric, kPlugin, kPluginGeometry, kString, kMatrix, kStringArray, kDoubleArray, kFloatArray, kIntArray, kPointArray, kVectorArray, kMatrixArray, kComponentList,
     kMesh, kLattice, kNurbsCurve, kNurbsSurface, kSphere, kDynArrayAttrs, kDynSweptGeometry, kSubdSurface, kNObject, kNId, kAny, kLast
   };
   // clang-format on
