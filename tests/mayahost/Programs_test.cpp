@@ -6,6 +6,7 @@
 #include <maya/MArrayDataBuilder.h>
 #include <maya/MColor.h>
 #include <maya/MCommandResult.h>
+#include <maya/MDGModifier.h>
 #include <maya/MDagMessage.h>
 #include <maya/MFloatMatrix.h>
 #include <maya/MFnAnimCurve.h>
@@ -24,6 +25,7 @@
 #include <maya/MPxFileTranslator.h>
 #include <maya/MPxLocatorNode.h>
 #include <maya/MUserEventMessage.h>
+#include <maya/MVectorArray.h>
 
 #include <cmath>
 #include <cstdio>
