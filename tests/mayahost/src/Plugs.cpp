@@ -4,6 +4,7 @@
 
 #include <maya/MDataHandle.h>
 
+#include "Handles.h"
 #include "Notify.h"
 #include "State.h"
 
@@ -341,8 +342,11 @@ Value OfUserNode(const PlugRef& plug) {
   g_quiet = TheState().computed = true;
   const NodePtr keep = node.Ptr();
   const Recording none(nullptr);
-  MStatus status = keep->user->compute(MPlug(plug), block);
-  if (status != MStatus::kSuccess && plug.attr->parent) status = keep->user->compute(MPlug(ParentOf(plug)), block);
+  {
+    const HandlesKept handles;
+    const MStatus status = keep->user->compute(MPlug(plug), block);
+    if (status != MStatus::kSuccess && plug.attr->parent) keep->user->compute(MPlug(ParentOf(plug)), block);
+  }
   g_quiet = false;
   const Value value = Kept(plug);
   if (other) node.values = values, node.clean = clean;

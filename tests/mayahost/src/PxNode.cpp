@@ -6,6 +6,7 @@
 
 #include "Command.h"
 #include "Fn.h"
+#include "Handles.h"
 
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -120,9 +121,19 @@ struct HandleState {
   MFloatMatrix floatMatrix;
   MString text;
 };
+namespace {
+HandlesKept* g_kept = nullptr;
+}
+HandlesKept::HandlesKept() : m_before(std::exchange(g_kept, this)) {}
+HandlesKept::~HandlesKept() {
+  for (const auto& state : states) state->Flush();
+  g_kept = m_before;
+}
 }  // namespace mayahost
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-MDataHandle::MDataHandle(const MPlug& plug, bool output) : fState(plug.isNull() ? nullptr : new HandleState(plug, output)) {}
+MDataHandle::MDataHandle(const MPlug& plug, bool output) : fState(plug.isNull() ? nullptr : new HandleState(plug, output)) {
+  if (fState && g_kept) g_kept->states.push_back(fState);
+}
 const MPlug& MDataHandle::Plug() const {
   static const MPlug none;
   return fState ? fState->plug : none;
