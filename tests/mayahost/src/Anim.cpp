@@ -283,7 +283,8 @@ unsigned int MFnAnimCurve::findClosest(const MTime& time, MStatus* status) const
 }
 unsigned int MFnAnimCurve::addKey(const MTime& time, double value, TangentType in, TangentType out, MAnimCurveChange* change, MStatus* status) {
   std::size_t place = 0;
-  const MStatus s = Edit(fObject, change, [&](Curve& c) { return place = PutKey(c, TicksOf(time), value, TypeOf(in), TypeOf(out, false)), Around(c, place), true; });
+  const MStatus s =
+      Edit(fObject, change, [&](Curve& c) { return place = PutKey(c, TicksOf(time), value, TypeOf(in), TypeOf(out, false)), Around(c, place), true; });
   return status ? void(*status = s) : void(), static_cast<unsigned int>(place);
 }
 MStatus MFnAnimCurve::addKeyframe(const MTime& time, double value, MAnimCurveChange* change) {

@@ -2,22 +2,22 @@
 #include <maya/MFnCompoundAttribute.h>
 #include <maya/MFnDoubleArrayData.h>
 #include <maya/MFnEnumAttribute.h>
+#include <maya/MFnGenericAttribute.h>
 #include <maya/MFnIntArrayData.h>
+#include <maya/MFnMatrixArrayData.h>
 #include <maya/MFnMatrixAttribute.h>
 #include <maya/MFnMatrixData.h>
 #include <maya/MFnMeshData.h>
-#include <maya/MFnNurbsSurfaceData.h>
-#include <maya/MFnNurbsCurveData.h>
-#include <maya/MFnMatrixArrayData.h>
-#include <maya/MFnVectorArrayData.h>
-#include <maya/MFnPointArrayData.h>
-#include <maya/MFnGenericAttribute.h>
 #include <maya/MFnMessageAttribute.h>
 #include <maya/MFnNumericAttribute.h>
+#include <maya/MFnNurbsCurveData.h>
+#include <maya/MFnNurbsSurfaceData.h>
+#include <maya/MFnPointArrayData.h>
 #include <maya/MFnStringArrayData.h>
 #include <maya/MFnStringData.h>
 #include <maya/MFnTypedAttribute.h>
 #include <maya/MFnUnitAttribute.h>
+#include <maya/MFnVectorArrayData.h>
 
 #include <algorithm>
 #include <type_traits>
@@ -436,20 +436,20 @@ void Pack(Data& data, const Array& from) {
   }
 }
 }  // namespace
-#define ARRAY_DATA(Class, kType, Array, Item)                                 \
-  FN_SET(Class, kType)                                                        \
-  CREATE(Class, kType, Array)                                                 \
-  Array Class::array(MStatus* status) const {                                 \
-    Array made;                                                               \
-    if (const auto data = AskedData(fObject, status)) Unpack(*data, made);    \
-    return made;                                                              \
-  }                                                                           \
-  MStatus Class::set(const Array& from) {                                     \
-    const auto data = As<Data>(fObject);                                      \
-    return data ? (Pack(*data, from), MS::kSuccess) : MS::kFailure;           \
-  }                                                                           \
-  MStatus Class::set(const Item& item, unsigned int i) {                      \
-    Array all = array();                                                      \
+#define ARRAY_DATA(Class, kType, Array, Item)                                   \
+  FN_SET(Class, kType)                                                          \
+  CREATE(Class, kType, Array)                                                   \
+  Array Class::array(MStatus* status) const {                                   \
+    Array made;                                                                 \
+    if (const auto data = AskedData(fObject, status)) Unpack(*data, made);      \
+    return made;                                                                \
+  }                                                                             \
+  MStatus Class::set(const Array& from) {                                       \
+    const auto data = As<Data>(fObject);                                        \
+    return data ? (Pack(*data, from), MS::kSuccess) : MS::kFailure;             \
+  }                                                                             \
+  MStatus Class::set(const Item& item, unsigned int i) {                        \
+    Array all = array();                                                        \
     return all.set(item, i) == MS::kSuccess ? set(all) : MStatus(MS::kFailure); \
   }
 ARRAY_DATA(MFnStringArrayData, MFn::kStringArrayData, MStringArray, MString)

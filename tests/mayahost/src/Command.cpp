@@ -174,10 +174,10 @@ void MPxCommand::setResult(int value) { setResult(MString() + value); }
 void MPxCommand::setResult(unsigned int value) { setResult(MString() + value); }
 void MPxCommand::setResult(bool value) { setResult(MString() + int(value)); }
 void MPxCommand::setResult(double value) { setResult(MString() + value); }
-#define RESULTS(Array)                                                              \
+#define RESULTS(Array)                                                                 \
   void MPxCommand::setResult(const Array& all) { clearResult(), appendToResult(all); } \
-  void MPxCommand::appendToResult(const Array& all) {                               \
-    for (const auto& v : all) appendToResult(v);                                    \
+  void MPxCommand::appendToResult(const Array& all) {                                  \
+    for (const auto& v : all) appendToResult(v);                                       \
   }
 RESULTS(MIntArray)
 RESULTS(MDoubleArray)
@@ -364,12 +364,12 @@ MStatus MArgParser::getCommandArgument(unsigned int i, unsigned int& v) const { 
 MStatus MArgParser::getCommandArgument(unsigned int i, MTime& v) const { return fState->args.get(i, v); }
 MStatus MArgParser::getCommandArgument(unsigned int i, MAngle& v) const { return fState->args.get(i, v); }
 MStatus MArgParser::getCommandArgument(unsigned int i, MDistance& v) const { return fState->args.get(i, v); }
-#define ARGUMENT(Type, Name)                                                                           \
-  Type MArgParser::flagArgument##Name(const char* f, unsigned int i, MStatus* s) const {               \
-    return Asked<Type>([&](Type& v) { return getFlagArgument(f, i, v); }, s);                          \
-  }                                                                                                    \
-  Type MArgParser::commandArgument##Name(unsigned int i, MStatus* s) const {                           \
-    return Asked<Type>([&](Type& v) { return getCommandArgument(i, v); }, s);                          \
+#define ARGUMENT(Type, Name)                                                             \
+  Type MArgParser::flagArgument##Name(const char* f, unsigned int i, MStatus* s) const { \
+    return Asked<Type>([&](Type& v) { return getFlagArgument(f, i, v); }, s);            \
+  }                                                                                      \
+  Type MArgParser::commandArgument##Name(unsigned int i, MStatus* s) const {             \
+    return Asked<Type>([&](Type& v) { return getCommandArgument(i, v); }, s);            \
   }
 ARGUMENT(bool, Bool)
 ARGUMENT(int, Int)

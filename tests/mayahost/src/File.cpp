@@ -208,10 +208,9 @@ struct Reader {
     std::vector<double> numbers;
     for (std::size_t i = 3; i < w.size(); ++i) numbers.push_back(Number(w[i]));
     if (w[2] == "number") return plug.node->values[plug.Key()] = {numbers.at(0), nullptr}, true;
-    static const std::map<std::string, MFn::Type> kKinds = {{"text", MFn::kStringData},         {"texts", MFn::kStringArrayData},
-                                                            {"matrix", MFn::kMatrixData},       {"ints", MFn::kIntArrayData},
-                                                            {"numbers", MFn::kDoubleArrayData}, {"places", MFn::kPointArrayData},
-                                                            {"vectors", MFn::kVectorArrayData}, {"matrices", MFn::kMatrixArrayData}};
+    static const std::map<std::string, MFn::Type> kKinds = {
+        {"text", MFn::kStringData},         {"texts", MFn::kStringArrayData}, {"matrix", MFn::kMatrixData},       {"ints", MFn::kIntArrayData},
+        {"numbers", MFn::kDoubleArrayData}, {"places", MFn::kPointArrayData}, {"vectors", MFn::kVectorArrayData}, {"matrices", MFn::kMatrixArrayData}};
     const auto data = std::make_shared<Data>(kKinds.at(w[2]));
     if (w[2] == "text" && w.size() > 3) data->text = w[3];
     if (w[2] == "texts") data->texts.assign(w.begin() + 3, w.end());
@@ -233,8 +232,7 @@ struct Reader {
     if (w[0] == "u") shape->u.assign(n.begin(), n.end());
     if (w[0] == "v") shape->v.assign(n.begin(), n.end());
     if (w[0] == "uvs") shape->uvs.assign(n.begin(), n.end());
-    if (w[0] == "form" && n.size() == 4)
-      shape->degree = int(n[0]), shape->form = int(n[1]), shape->vDegree = int(n[2]), shape->vForm = int(n[3]);
+    if (w[0] == "form" && n.size() == 4) shape->degree = int(n[0]), shape->form = int(n[1]), shape->vDegree = int(n[2]), shape->vForm = int(n[3]);
     return true;
   }
   bool TieLine(const std::vector<std::string>& w, const std::string& line) {

@@ -171,7 +171,7 @@ MStatus MItSelectionList::getDagPath(MDagPath& path) const { return fList.getDag
 MStatus MItSelectionList::getDagPath(MDagPath& path, MObject& component) const { return fList.getDagPath(fAt, path, component); }
 bool MItSelectionList::hasComponents(MStatus* status) const { return Ok(status), false; }
 
-MGlobal::MMayaState MGlobal::mayaState(MStatus* status) { return Ok(status), TheState().batch ? kBatch : kInteractive; }
+MGlobal::MMayaState MGlobal::mayaState(MStatus* status) { return Ok(status), TheState().library ? kLibraryApp : TheState().batch ? kBatch : kInteractive; }
 bool MGlobal::isYAxisUp(MStatus* status) { return Ok(status), TheScene().yUp != Pretends(Wrong::kAxis); }
 bool MGlobal::isZAxisUp(MStatus* status) { return !isYAxisUp(status); }
 MStatus MGlobal::setYAxisUp(bool) { return TheScene().yUp = true, MS::kSuccess; }
@@ -292,12 +292,12 @@ MStatus MGlobal::executeCommand(const MString& command, MCommandResult& to, bool
   for (const std::string& one : result) to.words.append(one.c_str());
   return status;
 }
-#define EXECUTE(Type)                                                                          \
+#define EXECUTE(Type)                                                                             \
   MStatus MGlobal::executeCommand(const MString& command, Type& value, bool display, bool undo) { \
-    MCommandResult result;                                                                     \
-    const MStatus status = executeCommand(command, result, display, undo);                     \
-    const MStatus told = result.getResult(value);                                              \
-    return status == MS::kSuccess ? told : status;                                             \
+    MCommandResult result;                                                                        \
+    const MStatus status = executeCommand(command, result, display, undo);                        \
+    const MStatus told = result.getResult(value);                                                 \
+    return status == MS::kSuccess ? told : status;                                                \
   }
 EXECUTE(int)
 EXECUTE(double)

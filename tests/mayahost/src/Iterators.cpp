@@ -264,17 +264,19 @@ MItDependencyGraph::MItDependencyGraph(MPlug& root, MFn::Type filter, Direction 
   if (!root.isNull()) Walk(&root, root.node(), filter, direction, traversal);
 }
 void MItDependencyGraph::Walk(const MPlug* from, const MObject& root, MFn::Type filter, Direction direction, Traversal traversal) {
-  std::deque<Item> open{{root, from ? *from : MPlug()}};
+  std::deque<Item> open{{root, from ? *from : MPlug(), 0}};
   std::set<const void*> seen;
   for (bool first = true; !open.empty(); first = false) {
     const Item item = open.front();
     open.pop_front();
     if (!seen.insert(item.node.thing.get()).second) continue;
-    if (filter == MFn::kInvalid || item.node.hasFn(filter)) fItems.push_back(item);
+    const std::size_t own = fItems.size();
+    fItems.push_back(item);
+    fFits.push_back(filter == MFn::kInvalid || item.node.hasFn(filter));
     const NodePtr node = NodeOf(item.node);
     std::vector<Item> next;
     const auto add = [&](const PlugKey& key, const PlugRef& other) {
-      if (!first || !from || PlugRef{node.get(), key.first, key.second} == from->Ref()) next.push_back({Obj(other.node->Ptr()), MPlug(other)});
+      if (!first || !from || PlugRef{node.get(), key.first, key.second} == from->Ref()) next.push_back({Obj(other.node->Ptr()), MPlug(other), own});
     };
     if (direction == kUpstream) {
       for (const auto& [key, source] : node->inputs) add(key, source);
@@ -284,7 +286,19 @@ void MItDependencyGraph::Walk(const MPlug* from, const MObject& root, MFn::Type 
     }
     open.insert(traversal == kDepthFirst ? open.begin() : open.end(), next.begin(), next.end());
   }
+  if (!fFits.empty() && !fFits[0]) next();
 }
+MStatus MItDependencyGraph::next() {
+  const auto out = [&](std::size_t i) {
+    for (; i != fItems[i].from; i = fItems[i].from)
+      if (fPruned.count(fItems[i].from)) return true;
+    return false;
+  };
+  do ++fAt;
+  while (fAt < fItems.size() && (!fFits[fAt] || out(fAt)));
+  return MS::kSuccess;
+}
+MStatus MItDependencyGraph::prune() { return isDone() ? MS::kFailure : (fPruned.insert(fAt), MS::kSuccess); }
 bool MItDependencyGraph::isDone(MStatus* status) const { return Ok(status), fAt >= fItems.size(); }
 MObject MItDependencyGraph::currentItem(MStatus* status) const { return Ok(status, !isDone()), isDone() ? MObject() : fItems[fAt].node; }
 MPlug MItDependencyGraph::thisPlug(MStatus* status) const { return Ok(status, !isDone()), isDone() ? MPlug() : fItems[fAt].plug; }

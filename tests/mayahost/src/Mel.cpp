@@ -178,13 +178,14 @@ bool SetAttr(const Words& words, Words&) {
 }
 std::string TypeText(const Attr& attr) {
   static const std::map<int, const char*> kNumbers = {
-      {MFnNumericData::kBoolean, "bool"},    {MFnNumericData::kByte, "byte"},       {MFnNumericData::kShort, "short"},     {MFnNumericData::kInt, "long"},
-      {MFnNumericData::kFloat, "float"},     {MFnNumericData::kDouble, "double"},   {MFnNumericData::k3Double, "double3"}, {MFnNumericData::k3Float, "float3"},
-      {MFnNumericData::k2Double, "double2"}, {MFnNumericData::k2Float, "float2"},   {MFnNumericData::k3Int, "long3"},      {MFnNumericData::k2Int, "long2"},
+      {MFnNumericData::kBoolean, "bool"},    {MFnNumericData::kByte, "byte"},     {MFnNumericData::kShort, "short"},     {MFnNumericData::kInt, "long"},
+      {MFnNumericData::kFloat, "float"},     {MFnNumericData::kDouble, "double"}, {MFnNumericData::k3Double, "double3"}, {MFnNumericData::k3Float, "float3"},
+      {MFnNumericData::k2Double, "double2"}, {MFnNumericData::k2Float, "float2"}, {MFnNumericData::k3Int, "long3"},      {MFnNumericData::k2Int, "long2"},
       {MFnNumericData::k3Short, "short3"},   {MFnNumericData::k2Short, "short2"}};
-  static const std::map<int, const char*> kData = {{MFnData::kString, "string"},       {MFnData::kStringArray, "stringArray"}, {MFnData::kMatrix, "matrix"},
-                                                   {MFnData::kDoubleArray, "doubleArray"}, {MFnData::kIntArray, "Int32Array"},     {MFnData::kMesh, "mesh"},
-                                                   {MFnData::kPointArray, "pointArray"},   {MFnData::kVectorArray, "vectorArray"}, {MFnData::kNurbsCurve, "nurbsCurve"}};
+  static const std::map<int, const char*> kData = {
+      {MFnData::kString, "string"},           {MFnData::kStringArray, "stringArray"}, {MFnData::kMatrix, "matrix"},
+      {MFnData::kDoubleArray, "doubleArray"}, {MFnData::kIntArray, "Int32Array"},     {MFnData::kMesh, "mesh"},
+      {MFnData::kPointArray, "pointArray"},   {MFnData::kVectorArray, "vectorArray"}, {MFnData::kNurbsCurve, "nurbsCurve"}};
   if (attr.type == MFn::kUnitAttribute) return attr.subtype == 1 ? "doubleAngle" : attr.subtype == 2 ? "doubleLinear" : "time";
   if (attr.type == MFn::kEnumAttribute) return "enum";
   if (attr.type == MFn::kMessageAttribute) return "message";
@@ -286,7 +287,9 @@ bool Select(const Words& words, Words&) {
   return Selected(list), true;
 }
 bool List(const Words& words, Words& result) {
-  const Args args = Sort(words, "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid");
+  const Args args =
+      Sort(words,
+           "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid");
   std::vector<MSelectionList::Item> items;
   if (args.Has("sl"))
     items = TheScene().selection.items;
@@ -307,9 +310,10 @@ bool List(const Words& words, Words& result) {
   };
   for (const auto& item : items)
     if (fits(item))
-      result.push_back(args.Has("uid")                                    ? NodeOf(item.node)->uuid
-                       : !item.plug.isNull()                              ? item.plug.name().asChar()
-                       : args.Has("l") && !item.path.nodes.empty() ? PathName(item.path, true) : NameOf(item));
+      result.push_back(args.Has("uid")                             ? NodeOf(item.node)->uuid
+                       : !item.plug.isNull()                       ? item.plug.name().asChar()
+                       : args.Has("l") && !item.path.nodes.empty() ? PathName(item.path, true)
+                                                                   : NameOf(item));
   return true;
 }
 bool Sets(const Words& words, Words& result) {
@@ -409,10 +413,10 @@ bool Confirm(const Words& words, Words& result) {
 const std::map<std::string, MTime::Unit>& TimeUnits() {
   static const std::map<std::string, MTime::Unit> kUnits = [] {
     std::map<std::string, MTime::Unit> units = {
-        {"hour", MTime::kHours},         {"min", MTime::kMinutes},       {"sec", MTime::kSeconds},         {"millisec", MTime::kMilliseconds},
-        {"game", MTime::kGames},         {"film", MTime::kFilm},         {"pal", MTime::kPALFrame},        {"ntsc", MTime::kNTSCFrame},
-        {"show", MTime::kShowScan},      {"palf", MTime::kPALField},     {"ntscf", MTime::kNTSCField},     {"23.976fps", MTime::k23_976FPS},
-        {"29.97fps", MTime::k29_97FPS},  {"29.97df", MTime::k29_97DF},   {"47.952fps", MTime::k47_952FPS}, {"59.94fps", MTime::k59_94FPS},
+        {"hour", MTime::kHours},        {"min", MTime::kMinutes},      {"sec", MTime::kSeconds},         {"millisec", MTime::kMilliseconds},
+        {"game", MTime::kGames},        {"film", MTime::kFilm},        {"pal", MTime::kPALFrame},        {"ntsc", MTime::kNTSCFrame},
+        {"show", MTime::kShowScan},     {"palf", MTime::kPALField},    {"ntscf", MTime::kNTSCField},     {"23.976fps", MTime::k23_976FPS},
+        {"29.97fps", MTime::k29_97FPS}, {"29.97df", MTime::k29_97DF},  {"47.952fps", MTime::k47_952FPS}, {"59.94fps", MTime::k59_94FPS},
         {"44100fps", MTime::k44100FPS}, {"48000fps", MTime::k48000FPS}};
     for (int unit = MTime::k2FPS; unit <= MTime::k6000FPS; ++unit)
       units[std::to_string(std::lround(MTime(1, MTime::kSeconds).as(static_cast<MTime::Unit>(unit)))) + "fps"] = static_cast<MTime::Unit>(unit);
@@ -497,9 +501,10 @@ bool UndoInfo(const Words& words, Words& result) {
   return true;
 }
 bool File(const Words& words, Words& result) {
-  const Args args = Sort(words,
-                         "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-                         "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference ur/unloadReference ir/importReference");
+  const Args args =
+      Sort(words,
+           "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
+           "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference ur/unloadReference ir/importReference");
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.bad) return false;
   if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
@@ -627,6 +632,8 @@ bool Split(const std::string& mel, std::vector<Words>& statements) {
     const char c = mel[i];
     if (c == ';' || c == '\n') {
       if (!statements.back().empty()) statements.emplace_back();
+    } else if (c == '/' && i + 1 < mel.size() && mel[i + 1] == '/') {
+      i = std::min(mel.find('\n', i), mel.size()) - 1;
     } else if (c == '"') {
       std::string word;
       for (++i; i < mel.size() && mel[i] != '"'; ++i) {

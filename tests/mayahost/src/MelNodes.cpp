@@ -34,14 +34,14 @@ NodePtr One(const std::string& name) {
 // Attributes.
 
 AttrPtr NewAttr(const Args& args) {
-  static const std::map<std::string, int> kNumbers = {{"bool", MFnNumericData::kBoolean},    {"byte", MFnNumericData::kByte},       {"short", MFnNumericData::kShort},
-                                                      {"long", MFnNumericData::kInt},        {"int", MFnNumericData::kInt},         {"float", MFnNumericData::kFloat},
-                                                      {"double", MFnNumericData::kDouble},   {"float3", MFnNumericData::k3Float},   {"double3", MFnNumericData::k3Double},
-                                                      {"double2", MFnNumericData::k2Double}, {"float2", MFnNumericData::k2Float}};
+  static const std::map<std::string, int> kNumbers = {
+      {"bool", MFnNumericData::kBoolean},    {"byte", MFnNumericData::kByte},       {"short", MFnNumericData::kShort},   {"long", MFnNumericData::kInt},
+      {"int", MFnNumericData::kInt},         {"float", MFnNumericData::kFloat},     {"double", MFnNumericData::kDouble}, {"float3", MFnNumericData::k3Float},
+      {"double3", MFnNumericData::k3Double}, {"double2", MFnNumericData::k2Double}, {"float2", MFnNumericData::k2Float}};
   static const std::map<std::string, int> kUnits = {{"doubleAngle", 1}, {"doubleLinear", 2}, {"time", 3}};
-  static const std::map<std::string, int> kData = {{"string", MFnData::kString},           {"stringArray", MFnData::kStringArray},
-                                                   {"doubleArray", MFnData::kDoubleArray}, {"Int32Array", MFnData::kIntArray},
-                                                   {"mesh", MFnData::kMesh},               {"vectorArray", MFnData::kVectorArray}};
+  static const std::map<std::string, int> kData = {
+      {"string", MFnData::kString}, {"stringArray", MFnData::kStringArray}, {"doubleArray", MFnData::kDoubleArray}, {"Int32Array", MFnData::kIntArray},
+      {"mesh", MFnData::kMesh},     {"vectorArray", MFnData::kVectorArray}};
   const std::string type = args.Has("dt") ? args["dt"] : args.Has("at") ? args["at"] : "double";
   const std::string name = args.Has("ln") ? args["ln"] : args["sn"], brief = args.Has("sn") ? args["sn"] : name;
   if (name.empty() || LegalName(name) != name) return nullptr;
@@ -101,8 +101,9 @@ bool DeleteAttribute(const Words& words, Words&) {
   return RemoveAttr(plug.node->Ptr(), std::static_pointer_cast<Attr>(plug.attr->shared_from_this())) || Fail("deleteAttr: the attribute isn't dynamic.");
 }
 bool AskAttribute(const Words& words, Words& result) {
-  const Args args = Sort(words, "n/node:1 typ/type:1 ex/exists k/keyable w/writable m/multi ln/longName sn/shortName nn/niceName min/minimum max/maximum "
-                                "mne/minExists mxe/maxExists le/listEnum ld/listDefault lc/listChildren lp/listParent at/attributeType");
+  const Args args = Sort(words,
+                         "n/node:1 typ/type:1 ex/exists k/keyable w/writable m/multi ln/longName sn/shortName nn/niceName min/minimum max/maximum "
+                         "mne/minExists mxe/maxExists le/listEnum ld/listDefault lc/listChildren lp/listParent at/attributeType");
   const NodePtr node = One(args["n"]);
   const AttrPtr attr = node && !args.rest.empty() ? FindAttr(*node, args.rest[0]) : nullptr;
   if (args.Has("ex")) return result = {attr ? "1" : "0"}, !args.bad;
@@ -259,8 +260,8 @@ NodePtr CurveOn(const PlugRef& plug) {
   return in && in->node->curve ? in->node->Ptr() : nullptr;
 }
 short Tangent(const std::string& name) {
-  static const std::map<std::string, short> kTypes = {{"fixed", 1}, {"linear", 2}, {"flat", 3}, {"smooth", 4}, {"spline", 4}, {"step", 5},
-                                                      {"slow", 6}, {"fast", 7}, {"clamped", 8}, {"plateau", 9}, {"stepnext", 10}, {"auto", 11}};
+  static const std::map<std::string, short> kTypes = {{"fixed", 1}, {"linear", 2}, {"flat", 3},    {"smooth", 4},  {"spline", 4},    {"step", 5},
+                                                      {"slow", 6},  {"fast", 7},   {"clamped", 8}, {"plateau", 9}, {"stepnext", 10}, {"auto", 11}};
   return kTypes.count(name) ? kTypes.at(name) : short(MFnAnimCurve::kTangentGlobal);
 }
 std::string TangentName(short type) {
@@ -314,7 +315,8 @@ bool SetKey(const Words& words, Words& result) {
   return result = {std::to_string(count)}, count > 0 || Fail("setKeyframe: nothing to key.");
 }
 bool Keyframe(const Words& words, Words& result) {
-  const Args args = Sort(words, "t/time:1! at/attribute:1! tc/timeChange:1 vc/valueChange:1 kc/keyframeCount n/name sl/selected r/relative a/absolute iv/indexValue");
+  const Args args =
+      Sort(words, "t/time:1! at/attribute:1! tc/timeChange:1 vc/valueChange:1 kc/keyframeCount n/name sl/selected r/relative a/absolute iv/indexValue");
   std::vector<PlugRef> plugs;
   if (args.bad || !Plugs(args, plugs)) return false;
   const auto spans = Spans(args);
@@ -433,9 +435,10 @@ bool AskPlace(const MDagPath& path, const Args& args, Words& result) {
   return true;
 }
 bool Place(const Words& words, Words& result) {
-  const Args args = Sort(words,
-                         "ws/worldSpace os/objectSpace r/relative a/absolute t/translation:3 ro/rotation:3 s/scale:3 m/matrix:16 rp/rotatePivot:3 sp/scalePivot:3 "
-                         "piv/pivots:3 bb/boundingBox roo/rotateOrder:1 cp/centerPivots p/preserve:1 eu/euler");
+  const Args args =
+      Sort(words,
+           "ws/worldSpace os/objectSpace r/relative a/absolute t/translation:3 ro/rotation:3 s/scale:3 m/matrix:16 rp/rotatePivot:3 sp/scalePivot:3 "
+           "piv/pivots:3 bb/boundingBox roo/rotateOrder:1 cp/centerPivots p/preserve:1 eu/euler");
   std::vector<MSelectionList::Item> items;
   if (args.bad || !Find(args.rest, items) || items.empty()) return Fail("xform: no nodes.");
   const double cm = MDistance(1, MDistance::uiUnit()).asCentimeters(), rad = MAngle(1, MAngle::uiUnit()).asRadians();
@@ -518,14 +521,12 @@ bool Locator(const Words& words, Words& result) {
   return SelectOnly(node), result = {NodeName(node)}, true;
 }
 bool NewCamera(const Words& words, Words& result) {
-  const Args args = Sort(words, "n/name:1 p/position:3 rot/rotation:3 fl/focalLength:1 ncp/nearClipPlane:1 fcp/farClipPlane:1 hfa/horizontalFilmAperture:1 "
-                                "vfa/verticalFilmAperture:1 hfv/horizontalFieldOfView:1 o/orthographic:1 fd/focusDistance:1");
-  static const std::map<std::string, const char*> kLens = {{"fl", "focalLength"},
-                                                           {"ncp", "nearClipPlane"},
-                                                           {"fcp", "farClipPlane"},
-                                                           {"hfa", "horizontalFilmAperture"},
-                                                           {"vfa", "verticalFilmAperture"},
-                                                           {"fd", "focusDistance"}};
+  const Args args = Sort(words,
+                         "n/name:1 p/position:3 rot/rotation:3 fl/focalLength:1 ncp/nearClipPlane:1 fcp/farClipPlane:1 hfa/horizontalFilmAperture:1 "
+                         "vfa/verticalFilmAperture:1 hfv/horizontalFieldOfView:1 o/orthographic:1 fd/focusDistance:1");
+  static const std::map<std::string, const char*> kLens = {{"fl", "focalLength"},           {"ncp", "nearClipPlane"},
+                                                           {"fcp", "farClipPlane"},         {"hfa", "horizontalFilmAperture"},
+                                                           {"vfa", "verticalFilmAperture"}, {"fd", "focusDistance"}};
   if (args.bad) return false;
   NodePtr shape;
   if (args.Has("q") || args.Has("e")) {
@@ -557,7 +558,8 @@ bool NewJoint(const Words& words, Words& result) {
   const NodePtr node = CreateDag(FindType("joint"), args.Has("n") ? args["n"] : "joint1", above);
   MDagPath path;
   MDagPath::getAPathTo(Obj(node), path);
-  if (const auto p = Values(args, "p"); p.size() == 3) MFnTransform(path).setTranslation(MVector(p.data()), args.Has("r") ? MSpace::kTransform : MSpace::kWorld);
+  if (const auto p = Values(args, "p"); p.size() == 3)
+    MFnTransform(path).setTranslation(MVector(p.data()), args.Has("r") ? MSpace::kTransform : MSpace::kWorld);
   if (const auto o = Values(args, "o"); o.size() == 3) PutTriple(node, "jointOrient", MVector(o.data()) * MAngle(1, MAngle::uiUnit()).asRadians());
   return SelectOnly(node), result = {NodeName(node)}, true;
 }
@@ -577,7 +579,9 @@ bool NewMesh(const MPointArray& points, const MIntArray& counts, const MIntArray
   return SelectOnly(node), result = {NodeName(node)}, true;
 }
 bool Cube(const Words& words, Words& result) {
-  const Args args = Sort(words, "n/name:1 w/width:1 h/height:1 d/depth:1 sx/subdivisionsX:1 sy/subdivisionsY:1 sz/subdivisionsZ:1 ch/constructionHistory:1 cuv/createUVs:1 ax/axis:3");
+  const Args args = Sort(
+      words,
+      "n/name:1 w/width:1 h/height:1 d/depth:1 sx/subdivisionsX:1 sy/subdivisionsY:1 sz/subdivisionsZ:1 ch/constructionHistory:1 cuv/createUVs:1 ax/axis:3");
   if (args.bad) return false;
   for (const char* parts : {"sx", "sy", "sz"})
     if (args.Number(parts, 1) != 1) return Fail("polyCube: subdivisions aren't known here.");
@@ -644,9 +648,7 @@ bool NamespaceInfo(const Words& words, Words& result) {
   const std::string space = args.rest.empty() ? TheScene().currentNamespace : args.rest[0] == ":" ? "" : args.rest[0];
   if (args.bad) return false;
   if (args.Has("cur")) return result = {TheScene().currentNamespace.empty() ? ":" : TheScene().currentNamespace}, true;
-  const auto within = [&](const std::string& name) {
-    return NamespaceOf(name) == space || (args.Has("r") && (space.empty() || name.find(space + ":") == 0));
-  };
+  const auto within = [&](const std::string& name) { return NamespaceOf(name) == space || (args.Has("r") && (space.empty() || name.find(space + ":") == 0)); };
   if (!args.Has("lod"))
     for (const std::string& name : TheScene().namespaces)
       if (within(name)) result.push_back(name);

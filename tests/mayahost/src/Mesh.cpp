@@ -308,7 +308,9 @@ MStatus MFnMesh::setPoints(const MFloatPointArray& points, MSpace::Space space) 
 MStatus MFnMesh::setPoint(int i, const MPoint& point, MSpace::Space space) {
   MPointArray all;
   const MStatus status = getPoints(all, space);
-  return status != MS::kSuccess || i < 0 ? MStatus(MS::kInvalidParameter) : all.set(point, unsigned(i)) == MS::kSuccess ? setPoints(all, space) : MS::kInvalidParameter;
+  return status != MS::kSuccess || i < 0               ? MStatus(MS::kInvalidParameter)
+         : all.set(point, unsigned(i)) == MS::kSuccess ? setPoints(all, space)
+                                                       : MS::kInvalidParameter;
 }
 MStatus MFnMesh::getNormals(MFloatVectorArray& normals, MSpace::Space space) const { return getVertexNormals(true, normals, space); }
 MStatus MFnMesh::getNormalIds(MIntArray& counts, MIntArray& ids) const { return getVertices(counts, ids); }

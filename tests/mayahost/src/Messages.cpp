@@ -68,12 +68,9 @@ bool AnybodyHearsDirt() {
   return TheState().computed || std::any_of(g_listeners.begin(), g_listeners.end(), [](const auto& l) { return l->topic.find("dirty") == 0; });
 }
 void NotifyScene(int message) {
-  static const std::map<int, const char*> kEvents = {{MSceneMessage::kBeforeNew, "PreFileNewOrOpened"},
-                                                     {MSceneMessage::kBeforeOpen, "PreFileNewOrOpened"},
-                                                     {MSceneMessage::kAfterNew, "NewSceneOpened"},
-                                                     {MSceneMessage::kAfterOpen, "SceneOpened"},
-                                                     {MSceneMessage::kAfterImport, "SceneImported"},
-                                                     {MSceneMessage::kAfterSave, "SceneSaved"}};
+  static const std::map<int, const char*> kEvents = {{MSceneMessage::kBeforeNew, "PreFileNewOrOpened"}, {MSceneMessage::kBeforeOpen, "PreFileNewOrOpened"},
+                                                     {MSceneMessage::kAfterNew, "NewSceneOpened"},      {MSceneMessage::kAfterOpen, "SceneOpened"},
+                                                     {MSceneMessage::kAfterImport, "SceneImported"},    {MSceneMessage::kAfterSave, "SceneSaved"}};
   if (kEvents.count(message)) NotifyEvent(kEvents.at(message));
   Tell<MMessage::MBasicFunction>(SceneTopic(message), nullptr, [](auto f, void* data) { f(data); });
 }
@@ -164,8 +161,7 @@ void NotifyCommand(const std::string& line) {
   Tell<MMessage::MStringFunction>("command", nullptr, [&](auto f, void* data) { f(line.c_str(), data); });
 }
 void NotifySaid(int type, const std::string& text) {
-  Tell<MCommandMessage::MMessageFunction>("said", nullptr,
-                                          [&](auto f, void* data) { f(text.c_str(), static_cast<MCommandMessage::MessageType>(type), data); });
+  Tell<MCommandMessage::MMessageFunction>("said", nullptr, [&](auto f, void* data) { f(text.c_str(), static_cast<MCommandMessage::MessageType>(type), data); });
 }
 void NotifyTimers() {
   for (const auto& l : std::vector<std::shared_ptr<Listener>>(g_listeners))
@@ -249,12 +245,12 @@ MCallbackId ListenDag(const std::string& topic, const MDagPath* path, F f, void*
   return Listen(topic, path ? &node : nullptr, f, data, s);
 }
 }  // namespace
-#define DAG_MESSAGE(Name)                                                                                                   \
-  MCallbackId MDagMessage::add##Name##Callback(MParentChildFunction f, void* data, MStatus* s) {                            \
-    return ListenDag("dag " + std::to_string(k##Name), nullptr, f, data, s);                                                \
-  }                                                                                                                         \
-  MCallbackId MDagMessage::add##Name##DagPathCallback(MDagPath& path, MParentChildFunction f, void* data, MStatus* s) {     \
-    return ListenDag("dag " + std::to_string(k##Name), &path, f, data, s);                                                  \
+#define DAG_MESSAGE(Name)                                                                                               \
+  MCallbackId MDagMessage::add##Name##Callback(MParentChildFunction f, void* data, MStatus* s) {                        \
+    return ListenDag("dag " + std::to_string(k##Name), nullptr, f, data, s);                                            \
+  }                                                                                                                     \
+  MCallbackId MDagMessage::add##Name##DagPathCallback(MDagPath& path, MParentChildFunction f, void* data, MStatus* s) { \
+    return ListenDag("dag " + std::to_string(k##Name), &path, f, data, s);                                              \
   }
 DAG_MESSAGE(ParentAdded)
 DAG_MESSAGE(ParentRemoved)
@@ -316,9 +312,23 @@ MCallbackId MEventMessage::addEventCallback(const MString& event, MBasicFunction
   return Listen(std::string("event ") + event.asChar(), nullptr, known.indexOf(event) < 0 ? nullptr : f, data, s);
 }
 MStatus MEventMessage::getEventNames(MStringArray& names) {
-  names = {"timeChanged", "timeUnitChanged", "linearUnitChanged",  "angularUnitChanged", "playbackRangeChanged", "SelectionChanged", "Undo",
-           "Redo",        "idle",            "quitApplication",    "NameChanged",        "PreFileNewOrOpened",   "NewSceneOpened",   "SceneOpened",
-           "SceneSaved",  "SceneImported",   "DagObjectCreated"};
+  names = {"timeChanged",
+           "timeUnitChanged",
+           "linearUnitChanged",
+           "angularUnitChanged",
+           "playbackRangeChanged",
+           "SelectionChanged",
+           "Undo",
+           "Redo",
+           "idle",
+           "quitApplication",
+           "NameChanged",
+           "PreFileNewOrOpened",
+           "NewSceneOpened",
+           "SceneOpened",
+           "SceneSaved",
+           "SceneImported",
+           "DagObjectCreated"};
   return MS::kSuccess;
 }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

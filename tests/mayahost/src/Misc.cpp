@@ -1,7 +1,11 @@
 // Function sets of shaders, sets and references; namespaces.
+#include <maya/MFnAmbientLight.h>
+#include <maya/MFnDirectionalLight.h>
 #include <maya/MFnLambertShader.h>
+#include <maya/MFnPointLight.h>
 #include <maya/MFnReference.h>
 #include <maya/MFnSet.h>
+#include <maya/MFnSpotLight.h>
 #include <maya/MNamespace.h>
 #include <maya/MObjectArray.h>
 
@@ -34,6 +38,40 @@ MStatus SetColorOf(const MObject& object, const char* name, const MColor& color)
 MColor MFnLambertShader::color(MStatus* status) const { return ColorOf(fObject, "color", status); }
 MStatus MFnLambertShader::setColor(const MColor& color) { return SetColorOf(fObject, "color", color); }
 MColor MFnLambertShader::transparency(MStatus* status) const { return ColorOf(fObject, "transparency", status); }
+FN_DAG(MFnLight, MFn::kLight)
+FN_DAG(MFnAmbientLight, MFn::kAmbientLight)
+FN_DAG(MFnDirectionalLight, MFn::kDirectionalLight)
+FN_DAG(MFnPointLight, MFn::kPointLight)
+FN_DAG(MFnSpotLight, MFn::kSpotLight)
+MObject MFnLight::Make(const char* type, const MObject& parent, MStatus* status) {
+  MObject above = parent;
+  const MObject made = MFnDagNode::create(type, above, status);
+  if (made.hasFn(MFn::kTransform)) fObject = MFnDagNode(made).child(0);
+  return made;
+}
+MObject MFnAmbientLight::create(MObject parent, MStatus* s) { return Make("ambientLight", parent, s); }
+MObject MFnDirectionalLight::create(MObject parent, MStatus* s) { return Make("directionalLight", parent, s); }
+MObject MFnPointLight::create(MObject parent, MStatus* s) { return Make("pointLight", parent, s); }
+MObject MFnSpotLight::create(MObject parent, MStatus* s) { return Make("spotLight", parent, s); }
+MColor MFnLight::color(MStatus* status) const { return ColorOf(fObject, "color", status); }
+MStatus MFnLight::setColor(const MColor& color) { return SetColorOf(fObject, "color", color); }
+namespace {
+double NumberIn(const MObject& object, const char* name, MStatus* status) {
+  const NodePtr node = Need(object, status);
+  return node ? GetNumber(*node, name) : 0;
+}
+MStatus SetNumberIn(const MObject& object, const char* name, double value) { return St(NodeOf(object) && PutNumber(*NodeOf(object), name, value)); }
+}  // namespace
+float MFnLight::intensity(MStatus* s) const { return static_cast<float>(NumberIn(fObject, "intensity", s)); }
+MStatus MFnLight::setIntensity(const float& v) { return SetNumberIn(fObject, "intensity", v); }
+bool MFnLight::useRayTraceShadows(MStatus* s) const { return NumberIn(fObject, "useRayTraceShadows", s) != 0; }
+MStatus MFnLight::setUseRayTraceShadows(const bool& on) { return SetNumberIn(fObject, "useRayTraceShadows", on); }
+double MFnSpotLight::coneAngle(MStatus* s) const { return NumberIn(fObject, "coneAngle", s); }
+MStatus MFnSpotLight::setConeAngle(double v) { return SetNumberIn(fObject, "coneAngle", v); }
+double MFnSpotLight::penumbraAngle(MStatus* s) const { return NumberIn(fObject, "penumbraAngle", s); }
+MStatus MFnSpotLight::setPenumbraAngle(double v) { return SetNumberIn(fObject, "penumbraAngle", v); }
+double MFnSpotLight::dropOff(MStatus* s) const { return NumberIn(fObject, "dropoff", s); }
+MStatus MFnSpotLight::setDropOff(double v) { return SetNumberIn(fObject, "dropoff", v); }
 MStatus MFnLambertShader::setTransparency(const MColor& color) { return SetColorOf(fObject, "transparency", color); }
 MObject MFnSet::create(const MSelectionList& members, Restriction restriction, MStatus* status) {
   MFnDependencyNode::create(restriction == kRenderableOnly ? "shadingEngine" : "objectSet", status);

@@ -4,6 +4,7 @@
 
 #include <maya/MDataHandle.h>
 
+#include "Handles.h"
 #include "Notify.h"
 #include "State.h"
 
@@ -154,19 +155,20 @@ bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
   Value put = value;
   if (plug.attr->min) put.number = std::max(put.number, *plug.attr->min);
   if (plug.attr->max) put.number = std::min(put.number, *plug.attr->max);
-  const std::optional<Value> before = ValueBefore(plug);
+  const bool own = callbacks && plug.node->user && plug.attr->Is(kInternal);
+  const std::optional<Value> before = own ? Get(plug) : ValueBefore(plug);
   const auto change = [=](const std::optional<Value>& v) {
     if (node->info->name == "time" && v) return SetNow(std::llround(v->number * MTime::ticksPerSecond()));
-    const std::optional<Value> own = ValueBefore(plug);
+    const std::optional<Value> kept = ValueBefore(plug);
     if (v)
       node->values[key] = *v;
     else
       node->values.erase(key);
     // What the node keeps itself isn't kept here.
-    if (v && callbacks && node->user && plug.attr->Is(kInternal)) {
+    if (v && own) {
       g_telling = true;
       const MDataHandle handle{MPlug(plug)};
-      if (node->user->setInternalValueInContext(MPlug(plug), handle, MDGContext::fsNormal)) PutBack(plug, own);
+      if (node->user->setInternalValueInContext(MPlug(plug), handle, MDGContext::fsNormal)) PutBack(plug, kept);
       g_telling = false;
     }
     if (v && v->data && v->data->shape && !node->curve && node->IsDag()) node->shape = v->data->shape;
@@ -177,8 +179,14 @@ bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
   return true;
 }
 
-double GetNumber(Node& node, const char* name) { return Get({&node, FindAttr(node, name).get(), {}}).number; }
-bool PutNumber(Node& node, const char* name, double value) { return Put({&node, FindAttr(node, name).get(), {}}, {value, nullptr}); }
+double GetNumber(Node& node, const char* name) {
+  const AttrPtr attr = FindAttr(node, name);
+  return attr ? Get({&node, attr.get(), {}}).number : 0;
+}
+bool PutNumber(Node& node, const char* name, double value) {
+  const AttrPtr attr = FindAttr(node, name);
+  return attr && Put({&node, attr.get(), {}}, {value, nullptr});
+}
 
 namespace {
 void Tell(const PlugRef& source, const PlugRef& destination, bool made) {
@@ -334,8 +342,11 @@ Value OfUserNode(const PlugRef& plug) {
   g_quiet = TheState().computed = true;
   const NodePtr keep = node.Ptr();
   const Recording none(nullptr);
-  MStatus status = keep->user->compute(MPlug(plug), block);
-  if (status != MStatus::kSuccess && plug.attr->parent) status = keep->user->compute(MPlug(ParentOf(plug)), block);
+  {
+    const HandlesKept handles;
+    const MStatus status = keep->user->compute(MPlug(plug), block);
+    if (status != MStatus::kSuccess && plug.attr->parent) keep->user->compute(MPlug(ParentOf(plug)), block);
+  }
   g_quiet = false;
   const Value value = Kept(plug);
   if (other) node.values = values, node.clean = clean;

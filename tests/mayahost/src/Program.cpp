@@ -16,7 +16,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 MStatus MLibrary::initialize(bool wantScriptOutput, char* name, bool) {
   if (!name) return MS::kInvalidParameter;
   Reset();
-  TheState().batch = true, TheState().alone = wantScriptOutput;
+  TheState().batch = TheState().library = true, TheState().alone = wantScriptOutput;
   return NotifyScene(MSceneMessage::kMayaInitialized), MS::kSuccess;
 }
 void MLibrary::cleanup(int exitStatus, bool exitWhenDone) {
@@ -29,9 +29,7 @@ MString MFileObject::rawPath() const {
   const MString path = std::filesystem::path(fName.asChar()).parent_path().c_str();
   return path.length() ? path + "/" : path;
 }
-MStatus MFileObject::setRawPath(const MString& path) {
-  return setRawFullName((std::filesystem::path(path.asChar()) / rawName().asChar()).c_str());
-}
+MStatus MFileObject::setRawPath(const MString& path) { return setRawFullName((std::filesystem::path(path.asChar()) / rawName().asChar()).c_str()); }
 bool MFileObject::exists() const { return std::filesystem::exists(expandedFullName().asChar()); }
 
 namespace {

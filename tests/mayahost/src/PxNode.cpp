@@ -6,6 +6,7 @@
 
 #include "Command.h"
 #include "Fn.h"
+#include "Handles.h"
 
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -120,9 +121,19 @@ struct HandleState {
   MFloatMatrix floatMatrix;
   MString text;
 };
+namespace {
+HandlesKept* g_kept = nullptr;
+}
+HandlesKept::HandlesKept() : m_before(std::exchange(g_kept, this)) {}
+HandlesKept::~HandlesKept() {
+  for (const auto& state : states) state->Flush();
+  g_kept = m_before;
+}
 }  // namespace mayahost
 OPENMAYA_MAJOR_NAMESPACE_OPEN
-MDataHandle::MDataHandle(const MPlug& plug, bool output) : fState(plug.isNull() ? nullptr : new HandleState(plug, output)) {}
+MDataHandle::MDataHandle(const MPlug& plug, bool output) : fState(plug.isNull() ? nullptr : new HandleState(plug, output)) {
+  if (fState && g_kept) g_kept->states.push_back(fState);
+}
 const MPlug& MDataHandle::Plug() const {
   static const MPlug none;
   return fState ? fState->plug : none;
@@ -134,7 +145,7 @@ MFnData::Type MDataHandle::type() const {
 }
 MFnNumericData::Type MDataHandle::numericType() const {
   return isNumeric() && Plug().attribute().hasFn(MFn::kNumericAttribute) ? static_cast<MFnNumericData::Type>(Plug().Ref().attr->subtype)
-                                                                          : MFnNumericData::kInvalid;
+                                                                         : MFnNumericData::kInvalid;
 }
 namespace {
 HandleState& Asked(const std::shared_ptr<HandleState>& state) {
@@ -151,7 +162,8 @@ MInt64& MDataHandle::asInt64() const { return *Asked(fState).As<MInt64>(1); }
 float& MDataHandle::asFloat() const { return *Asked(fState).As<float>(1); }
 double& MDataHandle::asDouble() const { return *Asked(fState).As<double>(1); }
 template <class T, std::size_t N>
-T (&MDataHandle::Tuple() const)[N] {
+T (&MDataHandle::Tuple() const)
+[N] {
   return *reinterpret_cast<T(*)[N]>(Asked(fState).As<T>(N));
 }
 short2& MDataHandle::asShort2() const { return Tuple<short, 2>(); }

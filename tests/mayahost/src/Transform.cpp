@@ -120,9 +120,7 @@ MStatus MFnTransform::getRotationQuaternion(double& x, double& y, double& z, dou
   const MStatus s = getRotation(q, space);
   return x = q.x, y = q.y, z = q.z, w = q.w, s;
 }
-MStatus MFnTransform::setRotationQuaternion(double x, double y, double z, double w, MSpace::Space space) {
-  return setRotation(MQuaternion(x, y, z, w), space);
-}
+MStatus MFnTransform::setRotationQuaternion(double x, double y, double z, double w, MSpace::Space space) { return setRotation(MQuaternion(x, y, z, w), space); }
 MStatus MFnTransform::rotateByQuaternion(double x, double y, double z, double w, MSpace::Space space) { return rotateBy(MQuaternion(x, y, z, w), space); }
 MQuaternion MFnTransform::rotateOrientation(MSpace::Space, MStatus* status) const { return transformation(status).rotationOrientation(); }
 MStatus MFnTransform::setRotateOrientation(const MQuaternion& q, MSpace::Space, bool balance) {
@@ -155,25 +153,25 @@ namespace {
 /// A point of the transform's own space in the one that is asked for, and back.
 MStatus PivotSpace(const MDagPath& path, MSpace::Space space, MMatrix& m) { return ToSpace(path, space, m) ? MS::kSuccess : MS::kInvalidParameter; }
 }  // namespace
-#define PIVOT(getter, setter, name)                                                               \
-  MPoint MFnTransform::getter(MSpace::Space space, MStatus* status) const {                       \
-    const NodePtr node = Need(fObject, status);                                                   \
-    MMatrix m;                                                                                    \
-    const MStatus s = PivotSpace(fPath, space, m);                                                \
-    if (status && node) *status = s;                                                              \
-    return node ? MPoint(Read3(node, name)) * m : MPoint();                                       \
-  }                                                                                               \
-  MStatus MFnTransform::setter(const MPoint& point, MSpace::Space space, bool balance) {          \
-    MStatus status;                                                                               \
-    MMatrix m;                                                                                    \
-    MTransformationMatrix t = transformation(&status);                                            \
+#define PIVOT(getter, setter, name)                                                                 \
+  MPoint MFnTransform::getter(MSpace::Space space, MStatus* status) const {                         \
+    const NodePtr node = Need(fObject, status);                                                     \
+    MMatrix m;                                                                                      \
+    const MStatus s = PivotSpace(fPath, space, m);                                                  \
+    if (status && node) *status = s;                                                                \
+    return node ? MPoint(Read3(node, name)) * m : MPoint();                                         \
+  }                                                                                                 \
+  MStatus MFnTransform::setter(const MPoint& point, MSpace::Space space, bool balance) {            \
+    MStatus status;                                                                                 \
+    MMatrix m;                                                                                      \
+    MTransformationMatrix t = transformation(&status);                                              \
     if (status != MS::kSuccess || PivotSpace(fPath, space, m) != MS::kSuccess) return MS::kFailure; \
-    return t.setter(point * m.inverse(), MSpace::kTransform, balance), set(t);                    \
-  }                                                                                               \
-  MVector MFnTransform::getter##Translation(MSpace::Space, MStatus* status) const {               \
-    const NodePtr node = Need(fObject, status);                                                   \
-    return node ? Read3(node, name "Translate") : MVector();                                      \
-  }                                                                                               \
+    return t.setter(point * m.inverse(), MSpace::kTransform, balance), set(t);                      \
+  }                                                                                                 \
+  MVector MFnTransform::getter##Translation(MSpace::Space, MStatus* status) const {                 \
+    const NodePtr node = Need(fObject, status);                                                     \
+    return node ? Read3(node, name "Translate") : MVector();                                        \
+  }                                                                                                 \
   MStatus MFnTransform::setter##Translation(const MVector& v, MSpace::Space) { return Set3(fObject, name "Translate", v); }
 PIVOT(scalePivot, setScalePivot, "scalePivot")
 PIVOT(rotatePivot, setRotatePivot, "rotatePivot")
@@ -208,7 +206,12 @@ MStatus MFnIkJoint::setOrientation(const MEulerRotation& e) { return Set3(fObjec
 MStatus MFnIkJoint::setOrientation(const double r[3], MTransformationMatrix::RotationOrder order) {
   return setOrientation(MEulerRotation(r[0], r[1], r[2], static_cast<MEulerRotation::RotationOrder>(order - 1)));
 }
-MObject MFnCamera::create(MObject parent, MStatus* status) { return MFnDagNode::create("camera", parent, status); }
+MObject MFnCamera::create(MObject parent, MStatus* status) {
+  const MObject made = MFnDagNode::create("camera", parent, status);
+  // A transform that came with it is what is told; this is the camera's.
+  if (made.hasFn(MFn::kTransform)) fObject = MFnDagNode(made).child(0);
+  return made;
+}
 namespace {
 double Lens(const MObject& object, const char* name, MStatus* status) {
   const NodePtr node = Need(object, status);

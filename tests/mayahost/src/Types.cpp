@@ -32,6 +32,11 @@ constexpr OwnType kOwnTypes[] = {
      "farClipPlane/fcp:len:10000 focusDistance/fd:len:5:k fStop/fs:double:5.6 depthOfField/dof:bool centerOfInterest/coi:len:5 filmFit/ff:enum:1 "
      "orthographic/o:bool lensSqueezeRatio/lsr:double:1 cameraScale/cs:double:1 renderable/rnd:bool horizontalFilmOffset/hfo:double "
      "verticalFilmOffset/vfo:double shutterAngle/sa:ang:2.5132741228718345 overscan/ovr:double:1 orthographicWidth/ow:len:10"},
+    {"light", MFn::kLight, "shape", "color/cl:color3:1:k intensity/in:float:1:k useRayTraceShadows/urs:bool emitDiffuse/ed:bool:1 emitSpecular/sn:bool:1"},
+    {"ambientLight", MFn::kAmbientLight, "light", "ambientShade/as:float:0.45"},
+    {"directionalLight", MFn::kDirectionalLight, "light", ""},
+    {"pointLight", MFn::kPointLight, "light", "decayRate/de:enum"},
+    {"spotLight", MFn::kSpotLight, "light", "decayRate/de:enum coneAngle/ca:ang:0.6981317007977318:k penumbraAngle/pa:ang:0:k dropoff/dro:double:0:k"},
     {"controlPoint", MFn::kGeometric, "shape", "castsShadows/csh:bool:1 receiveShadows/rcsh:bool:1 motionBlur/mb:bool:1 primaryVisibility/vis:bool:1"},
     {"mesh", MFn::kMesh, "controlPoint", "inMesh/i:mesh:0:h outMesh/o:mesh:0:o worldMesh/w:mesh:0:wo displayColors/dcol:bool"},
     {"nurbsCurve", MFn::kNurbsCurve, "controlPoint", "create/cr:curve:0:h local/l:curve:0:o worldSpace/ws:curve:0:wo"},
@@ -157,24 +162,24 @@ AttrPtr MakeAttr(MFn::Type type, const std::string& name, const std::string& bri
 }
 std::pair<int, int> PartsOf(int subtype) {
   using D = MFnNumericData;
-  static const std::map<int, std::pair<int, int>> kParts = {
-      {D::k2Short, {2, D::kShort}},   {D::k3Short, {3, D::kShort}},   {D::k2Int, {2, D::kInt}},       {D::k3Int, {3, D::kInt}},      {D::k2Float, {2, D::kFloat}},
-      {D::k3Float, {3, D::kFloat}}, {D::k2Double, {2, D::kDouble}}, {D::k3Double, {3, D::kDouble}}, {D::k4Double, {4, D::kDouble}}};
+  static const std::map<int, std::pair<int, int>> kParts = {{D::k2Short, {2, D::kShort}},   {D::k3Short, {3, D::kShort}},   {D::k2Int, {2, D::kInt}},
+                                                            {D::k3Int, {3, D::kInt}},       {D::k2Float, {2, D::kFloat}},   {D::k3Float, {3, D::kFloat}},
+                                                            {D::k2Double, {2, D::kDouble}}, {D::k3Double, {3, D::kDouble}}, {D::k4Double, {4, D::kDouble}}};
   const auto at = kParts.find(subtype);
   return at == kParts.end() ? std::pair(1, subtype) : at->second;
 }
 MFn::Type NumericData(int subtype) {
   using D = MFnNumericData;
-  static const std::map<int, MFn::Type> kTypes = {
-      {D::k2Short, MFn::kData2Short}, {D::k3Short, MFn::kData3Short},   {D::k2Int, MFn::kData2Int},       {D::k3Int, MFn::kData3Int},      {D::k2Float, MFn::kData2Float},
-      {D::k3Float, MFn::kData3Float}, {D::k2Double, MFn::kData2Double}, {D::k3Double, MFn::kData3Double}, {D::k4Double, MFn::kData4Double}};
+  static const std::map<int, MFn::Type> kTypes = {{D::k2Short, MFn::kData2Short},   {D::k3Short, MFn::kData3Short},   {D::k2Int, MFn::kData2Int},
+                                                  {D::k3Int, MFn::kData3Int},       {D::k2Float, MFn::kData2Float},   {D::k3Float, MFn::kData3Float},
+                                                  {D::k2Double, MFn::kData2Double}, {D::k3Double, MFn::kData3Double}, {D::k4Double, MFn::kData4Double}};
   const auto at = kTypes.find(subtype);
   return at == kTypes.end() ? MFn::kNumericData : at->second;
 }
 MFn::Type NumericAttr(int subtype) {
   static const std::map<MFn::Type, MFn::Type> kTypes = {
-      {MFn::kData2Short, MFn::kAttribute2Short}, {MFn::kData3Short, MFn::kAttribute3Short},   {MFn::kData2Int, MFn::kAttribute2Int},
-      {MFn::kData3Int, MFn::kAttribute3Int},     {MFn::kData2Float, MFn::kAttribute2Float},   {MFn::kData3Float, MFn::kAttribute3Float},
+      {MFn::kData2Short, MFn::kAttribute2Short},   {MFn::kData3Short, MFn::kAttribute3Short},   {MFn::kData2Int, MFn::kAttribute2Int},
+      {MFn::kData3Int, MFn::kAttribute3Int},       {MFn::kData2Float, MFn::kAttribute2Float},   {MFn::kData3Float, MFn::kAttribute3Float},
       {MFn::kData2Double, MFn::kAttribute2Double}, {MFn::kData3Double, MFn::kAttribute3Double}, {MFn::kData4Double, MFn::kAttribute4Double}};
   const auto at = kTypes.find(NumericData(subtype));
   return at == kTypes.end() ? MFn::kNumericAttribute : at->second;
@@ -231,7 +236,9 @@ MFn::Type Above(MFn::Type t) {
                                                         {MFn::kSingleIndexedComponent, MFn::kComponent},
                                                         {MFn::kPointConstraint, MFn::kConstraint},
                                                         {MFn::kPointLight, MFn::kLight},
-                                                        {MFn::kDirectionalLight, MFn::kLight}};
+                                                        {MFn::kDirectionalLight, MFn::kLight},
+                                                        {MFn::kAmbientLight, MFn::kLight},
+                                                        {MFn::kSpotLight, MFn::kLight}};
   if (const auto at = kAbove.find(t); at != kAbove.end()) return at->second;
   if (t > MFn::kAnimCurve && t <= MFn::kAnimCurveUnitlessToUnitless) return MFn::kAnimCurve;
   if (t >= MFn::kAttribute2Double && t <= MFn::kAttribute3Short) return MFn::kNumericAttribute;

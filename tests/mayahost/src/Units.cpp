@@ -73,7 +73,9 @@ MStatus MDistance::setUIUnit(Unit unit) {
 }
 double MAngle::as(Unit unit) const { return unit == fUnit ? fValue : fValue * (kInRadians[fUnit] / kInRadians[unit]); }
 MAngle::Unit MAngle::uiUnit() { return TheScene().angleUnit; }
-MStatus MAngle::setUIUnit(Unit unit) { return unit <= kInvalid || unit >= kLast ? MS::kInvalidParameter : (TheScene().angleUnit = unit, mayahost::NotifyEvent("angularUnitChanged"), MS::kSuccess); }
+MStatus MAngle::setUIUnit(Unit unit) {
+  return unit <= kInvalid || unit >= kLast ? MS::kInvalidParameter : (TheScene().angleUnit = unit, mayahost::NotifyEvent("angularUnitChanged"), MS::kSuccess);
+}
 
 namespace {
 MDGContext g_normal;

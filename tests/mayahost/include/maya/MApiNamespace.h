@@ -24,14 +24,14 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 // clang-format off
 class M3dView; class MAngle; class MAnimControl; class MAnimCurveChange; class MAnimCurveClipboard; class MAnimCurveClipboardItem;
 class MAnimCurveClipboardItemArray; class MAnimMessage; class MAnimUtil; class MArgDatabase; class MArgList; class MArgParser; class MArrayDataBuilder;
-class MArrayDataHandle; class Matrix; class MatrixOf; class MBoundingBox; class MCallbackIdArray; class MColor; class MColorArray; class MCommandMessage;
-class MCommandResult; class MCommonRenderSettingsData; class MComputation; class MConditionMessage; class MCursor; class MDagMessage; class MDagModifier;
-class MDagPath; class MDagPathArray; class MDataBlock; class MDataHandle; class MDGContext; class MDGContextGuard; class MDGMessage; class MDGModifier;
-class MDistance; class MDoubleArray; class MDrawRegistry; class MEulerRotation; class MEvaluationManager; class MEvaluationNode; class MEvent;
-class MEventMessage; class MExternalContentInfoTable; class MFileIO; class MFileObject; class MFloatArray; class MFloatMatrix; class MFloatPoint;
-class MFloatPointArray; class MFloatVector; class MFloatVectorArray; class MFn; class MFnAmbientLight; class MFnAnimCurve; class MFnArrayAttrsData;
-class MFnAssembly; class MFnAttribute; class MFnBase; class MFnBlendShapeDeformer; class MFnBlinnShader; class MFnCamera; class MFnCharacter; class MFnClip;
-class MFnComponent; class MFnComponentListData; class MFnCompoundAttribute; class MFnContainerNode; class MFnDagNode; class MFnData; class MFnDependencyNode;
+class MArrayDataHandle; class MBoundingBox; class MCallbackIdArray; class MColor; class MColorArray; class MCommandMessage; class MCommandResult;
+class MCommonRenderSettingsData; class MComputation; class MConditionMessage; class MCursor; class MDagMessage; class MDagModifier; class MDagPath;
+class MDagPathArray; class MDataBlock; class MDataHandle; class MDGContext; class MDGContextGuard; class MDGMessage; class MDGModifier; class MDistance;
+class MDoubleArray; class MDrawRegistry; class MEulerRotation; class MEvaluationManager; class MEvaluationNode; class MEvent; class MEventMessage;
+class MExternalContentInfoTable; class MFileIO; class MFileObject; class MFloatArray; class MFloatMatrix; class MFloatPoint; class MFloatPointArray;
+class MFloatVector; class MFloatVectorArray; class MFn; class MFnAmbientLight; class MFnAnimCurve; class MFnArrayAttrsData; class MFnAssembly;
+class MFnAttribute; class MFnBase; class MFnBlendShapeDeformer; class MFnBlinnShader; class MFnCamera; class MFnCharacter; class MFnClip; class MFnComponent;
+class MFnComponentListData; class MFnCompoundAttribute; class MFnContainerNode; class MFnDagNode; class MFnData; class MFnDependencyNode;
 class MFnDirectionalLight; class MFnDoubleArrayData; class MFnDoubleIndexedComponent; class MFnEnumAttribute; class MFnExpression; class MFnFluid;
 class MFnGenericAttribute; class MFnGeometryFilter; class MFnIkEffector; class MFnIkHandle; class MFnIkJoint; class MFnIntArrayData; class MFnLambertShader;
 class MFnLattice; class MFnLatticeDeformer; class MFnLayeredShader; class MFnLight; class MFnMatrixArrayData; class MFnMatrixAttribute; class MFnMatrixData;

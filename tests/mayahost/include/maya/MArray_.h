@@ -92,17 +92,13 @@ std::ostream& operator<<(std::ostream& os, const Array<T>& array) {
 }
 }  // namespace mayahost
 
-#define MAYAHOST_ARRAY(Name, T)               \
-  class Name : public mayahost::Array<T> {    \
-   public:                                    \
-    using Array::Array;                       \
-    Name() = default;                         \
-    Name(const Name&) = default;              \
-    Name& operator=(const Name&) = default;   \
-    Name& operator+=(const Name& other) {     \
-      return Array::operator+=(other), *this; \
-    }                                         \
-    Name operator+(const Name& other) const { \
-      return Name(*this) += other;            \
-    }                                         \
+#define MAYAHOST_ARRAY(Name, T)                                                     \
+  class Name : public mayahost::Array<T> {                                          \
+   public:                                                                          \
+    using Array::Array;                                                             \
+    Name() = default;                                                               \
+    Name(const Name&) = default;                                                    \
+    Name& operator=(const Name&) = default;                                         \
+    Name& operator+=(const Name& other) { return Array::operator+=(other), *this; } \
+    Name operator+(const Name& other) const { return Name(*this) += other; }        \
   };

@@ -114,7 +114,8 @@ class MDataHandle {
  private:
   void Put(const std::vector<double>& numbers);
   template <class T, std::size_t N>
-  T (&Tuple() const)[N];
+  T (&Tuple() const)
+  [N];
   std::shared_ptr<mayahost::HandleState> fState;
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -26,8 +26,8 @@ class MFnMesh : public MFnDagNode {
                  MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
   MObject create(int numVertices, int numPolygons, const MPointArray& vertices, const MIntArray& counts, const MIntArray& connects, const MFloatArray& u,
                  const MFloatArray& v, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
-  MObject create(int numVertices, int numPolygons, const MFloatPointArray& vertices, const MIntArray& counts, const MIntArray& connects,
-                 const MFloatArray& u, const MFloatArray& v, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
+  MObject create(int numVertices, int numPolygons, const MFloatPointArray& vertices, const MIntArray& counts, const MIntArray& connects, const MFloatArray& u,
+                 const MFloatArray& v, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
   MObject copy(const MObject& source, MObject parentOrOwner = MObject::kNullObj, MStatus* status = NULL);
   MStatus createInPlace(int numVertices, int numPolygons, const MPointArray& vertices, const MIntArray& counts, const MIntArray& connects);
   int numVertices(MStatus* status = NULL) const;
