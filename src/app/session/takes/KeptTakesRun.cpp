@@ -156,10 +156,12 @@ void KeptTakes::TakeOverInputs(double end) {
 
 namespace {
 
-/// Takes the keys of rigs' nodes within a time, one after the other: which node, times and values.
+/// Takes the keys of rigs' nodes within a time, one after the other: which node, times and values;
+/// with `isOfStart` of those nodes alone that `rigs` name.
 template <class AddText, class AddNumbers>
 void VisitKeys(rws::core::CoreImplementation& core, const std::vector<KeptRig>& rigs,
-               const TimeSpan& span, const AddText& addNode, const AddNumbers& add) {
+               const TimeSpan& span, bool isOfStart, const AddText& addNode,
+               const AddNumbers& add) {
   for (const KeptRig& rig : rigs) {
     const Instance* instance = core.FindInstance(rig.name);
     if (!instance) continue;
@@ -168,6 +170,8 @@ void VisitKeys(rws::core::CoreImplementation& core, const std::vector<KeptRig>& 
     std::sort(nodes.begin(), nodes.end(),
               [](const auto* a, const auto* b) { return a->GetName() < b->GetName(); });
     for (rws::core::CoreNode* each : nodes) {
+      const auto isSame = [each](const auto& kept) { return kept.first == each->GetSceneName(); };
+      if (isOfStart && std::none_of(rig.nodes.begin(), rig.nodes.end(), isSame)) continue;
       const auto* node = static_cast<headless::HeadlessNode*>(each)->GetSceneNode();
       bool isNew = true;  // one that undo has emptied does not count
       for (int path = 0; node && path < 3; ++path) {
@@ -194,7 +198,7 @@ void VisitKeys(rws::core::CoreImplementation& core, const std::vector<KeptRig>& 
 std::string KeptTakes::HashOf(const KeptTake& take) {
   QCryptographicHash hash(QCryptographicHash::Sha256);
   VisitKeys(
-      m_session.GetCore(), take.rigs, take.range,
+      m_session.GetCore(), take.rigs, take.range, false,
       [&hash](const std::string&) { hash.addData("node", 4); },
       [&hash](const double* from, std::size_t count) {
         hash.addData(reinterpret_cast<const char*>(from), static_cast<int>(count * sizeof(double)));
@@ -203,7 +207,8 @@ std::string KeptTakes::HashOf(const KeptTake& take) {
 }
 
 /// The same from where the chain begins on, for all of its rigs: asked for whenever a run begins,
-/// so it has to be quick.
+/// so it has to be quick. Of the nodes that were there at its start alone: what a run has made,
+/// such as rounds of a gun, is gone when the next one has begun.
 std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
   const std::vector<const KeptTake*> chain = ChainOf(take.number);
   const KeptTake& root = chain.empty() ? take : *chain.front();
@@ -213,7 +218,7 @@ std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
     mark ^= mark >> 32;
   };
   VisitKeys(
-      m_session.GetCore(), root.rigs, {root.range.from, kForever},
+      m_session.GetCore(), root.rigs, {root.range.from, kForever}, true,
       [&](const std::string& name) {
         all += mark;
         mark = 0x9e3779b97f4a7c15u;
