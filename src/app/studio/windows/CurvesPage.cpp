@@ -21,10 +21,12 @@ using gui::Translate;
 
 namespace {
 
-constexpr std::pair<int, CurveStrip::Tool> kCurveTools[] = {{kCurvePoints, CurveStrip::Tool::kPoints},
-                                                       {kCurveDraw, CurveStrip::Tool::kDraw},
-                                                       {kCurveSmooth, CurveStrip::Tool::kSmooth}};
-constexpr char kCurvesShown[] = "curves", kCurvesHidden[] = "hidden curves", kCurvesBrush[] = "brush";
+constexpr std::pair<int, CurveStrip::Tool> kCurveTools[] = {
+    {kCurvePoints, CurveStrip::Tool::kPoints},
+    {kCurveDraw, CurveStrip::Tool::kDraw},
+    {kCurveSmooth, CurveStrip::Tool::kSmooth}};
+constexpr char kCurvesShown[] = "curves", kCurvesHidden[] = "hidden curves",
+               kCurvesBrush[] = "brush";
 
 }  // namespace
 
@@ -37,8 +39,8 @@ CurvesPage::~CurvesPage() {
 
 void CurvesPage::OnBuilt() {
   With<View>(kMainCurves, [this](View& view) { view.SetHandler(&m_strip); });
-  for (const QString& name :
-       QString::fromStdString(GetWindow().GetKept(kCurvesHidden)).split('\t', QString::SkipEmptyParts))
+  for (const QString& name : QString::fromStdString(GetWindow().GetKept(kCurvesHidden))
+                                 .split('\t', QString::SkipEmptyParts))
     m_strip.ShowInput(name.toStdString(), false);
   double radius = 0.0;
   if (util::parseNumber(GetWindow().GetKept(kCurvesBrush), radius)) m_strip.SetRadius(radius);
