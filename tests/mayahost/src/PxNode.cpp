@@ -108,7 +108,10 @@ struct HandleState {
     numbers.resize(count);
     T* made = new (place) T[count];
     for (std::size_t i = 0; i < count; ++i) made[i] = std::is_same_v<T, bool> ? numbers[i] != 0 : static_cast<T>(numbers[i]);
-    store = [this, made, count] { Put(std::vector<double>(made, made + count)); };
+    // What was only looked at isn't written over what another handle has set.
+    store = [this, made, count, was = std::vector<T>(made, made + count)] {
+      if (!std::equal(was.begin(), was.end(), made)) Put(std::vector<double>(made, made + count));
+    };
     return made;
   }
   MPlug plug;
@@ -181,7 +184,9 @@ template <class T, class Put>
 T& Kind(HandleState& state, T& member, const T& value, Put put) {
   state.Flush();
   member = value;
-  state.store = [&member, put] { put(member); };
+  state.store = [&member, put, value] {
+    if (!(member == value)) put(member);
+  };
   return member;
 }
 MMatrix MatrixIn(const Value& v) { return v.data ? v.data->matrix : MMatrix(); }

@@ -40,7 +40,7 @@ struct State {
   std::map<std::string, bool> conditions;
   std::set<std::string> userEvents;
   bool library = false;  ///< run by a program of its own
-  bool alone = false;  ///< a program of its own, which says what it has to say on its streams
+  bool alone = false;    ///< a program of its own, which says what it has to say on its streams
   int refreshes = 0;
   bool computed = false;  ///< some node of a plug-in has values that may grow old
   bool batch = false, failed = false;
