@@ -501,10 +501,10 @@ bool UndoInfo(const Words& words, Words& result) {
   return true;
 }
 bool File(const Words& words, Words& result) {
-  const Args args =
-      Sort(words,
-           "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-           "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference ur/unloadReference ir/importReference");
+  const Args args = Sort(words,
+                         "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
+                         "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference "
+                         "ur/unloadReference ir/importReference");
   const std::string name = args.rest.empty() ? "" : args.rest[0];
   if (args.bad) return false;
   if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
