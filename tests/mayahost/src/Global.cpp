@@ -3,10 +3,7 @@
 #include <maya/MCommandResult.h>
 #include <maya/MGlobal.h>
 #include <maya/MItSelectionList.h>
-#include <maya/MQtUtil.h>
 
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QMainWindow>
 #include <algorithm>
 #include <fstream>
 
@@ -343,18 +340,5 @@ bool MGlobal::setOptionVarValue(const MString& name, int value) { return setOpti
 bool MGlobal::removeOptionVar(const MString& name) { return TheState().options.erase(name.asChar()) > 0; }
 
 M3dView M3dView::active3dView(MStatus* status) { return Ok(status, !TheState().batch), M3dView(); }
-QWidget* M3dView::applicationShell(MStatus* status) { return Ok(status, !TheState().batch), MQtUtil::mainWindow(); }
 MStatus M3dView::refresh(bool, bool) { return TheState().batch ? MS::kFailure : (++TheState().refreshes, MS::kSuccess); }
-QWidget* MQtUtil::mainWindow() {
-  static QMainWindow* window = nullptr;
-  if (!TheState().batch && qApp && !window) {
-    window = new QMainWindow;
-    qAddPostRoutine([] { delete std::exchange(window, nullptr); });
-  }
-  return TheState().batch ? nullptr : window;
-}
-QWidget* MQtUtil::findControl(const MString& name, const QWidget* parent) {
-  const QWidget* from = parent ? parent : mainWindow();
-  return from ? from->findChild<QWidget*>(name.asChar()) : nullptr;
-}
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
