@@ -72,7 +72,7 @@ Keys KeysOf(const Shown& scene, double from, double to) {
 
 /// A device of sixteen bits.
 double Noise(int seed, std::size_t input, int frame) {
-  std::mt19937 random(static_cast<unsigned>(seed * 7919 + frame * 31) +
+  std::mt19937 random(static_cast<unsigned>(seed) * 7919u + static_cast<unsigned>(frame) * 31u +
                       static_cast<unsigned>(input));
   const int whole = static_cast<int>(random() % 65536) - 32768;
   return whole < 0 ? whole / 32768.0 : whole / 32767.0;
