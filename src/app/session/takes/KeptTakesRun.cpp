@@ -72,6 +72,11 @@ void KeptTakes::BeginTake() {
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
   m_running.predecessor = PredecessorAt(core.GetStartTime(), core.GetTakeInstances());
   m_running.isFirst = m_running.predecessor == 0;
+  // Ahead of a later one's start its poses are between that one's and its predecessor's last.
+  const KeptTake* const before = FindAny(m_running.predecessor);
+  const bool holdsPoses =
+      !before || (before->number != m_list.current &&
+                  m_running.range.from > before->range.to + util::kFrameTolerance);
   for (Instance* rig : core.GetTakeInstances()) {
     m_running.isFirst =
         m_running.isFirst && !(FirstOf(*rig) < m_running.range.from - util::kFrameTolerance);
@@ -82,8 +87,7 @@ void KeptTakes::BeginTake() {
       if (data) kept.memory.assign(data, data + size);
     }
     for (rws::core::CoreNode* node : rig->GetNodes())
-      if (m_running.predecessor == 0)
-        kept.nodes.emplace_back(node->GetSceneName(), rws::adaptor::Trs());
+      if (holdsPoses) kept.nodes.emplace_back(node->GetSceneName(), rws::adaptor::Trs());
     m_running.rigs.push_back(std::move(kept));
   }
 }
