@@ -201,9 +201,7 @@ MObject MFnNurbsSurface::create(const MPointArray& cvs, const MDoubleArray& u, c
                     std::is_sorted(u.begin(), u.end()) && std::is_sorted(v.begin(), v.end());
   return NewNet("nurbsSurface", good ? s : nullptr, owner, fObject, status);
 }
-MObject MFnNurbsSurface::copy(const MObject& source, MObject owner, MStatus* status) {
-  return NewNet("nurbsSurface", Net(source), owner, fObject, status);
-}
+MObject MFnNurbsSurface::copy(const MObject& source, MObject owner, MStatus* status) { return NewNet("nurbsSurface", Net(source), owner, fObject, status); }
 namespace {
 std::size_t CountU(const Shape& s) { return s.knots.size() + 1 - std::size_t(s.degree); }
 std::size_t CountV(const Shape& s) { return s.vKnots.size() + 1 - std::size_t(s.vDegree); }
