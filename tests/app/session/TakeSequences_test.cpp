@@ -282,7 +282,8 @@ void TakeSequences::Take() {
   if (wanted.current) {
     const app::KeptTake* made = kept().Find(number);
     ASSERT_TRUE(made);
-    wanted.flags[wanted.current].first = kept().GetPredecessor(*made) != wanted.current;
+    wanted.flags[wanted.current].first = kept().GetPredecessor(*made) != wanted.current ||
+                                         start < takes.at(wanted.current).chain.back();
   }
   wanted.current = number;
   wanted.flags[number] = {false, false};

@@ -43,7 +43,9 @@ bool KeptTakes::IsTracking() const {
          m_list.current != 0;
 }
 
-/// What the scene's keys come from at `start`, when the poses stand as it left them.
+/// The run that what stands at `start` comes from, when the poses stand as the chain left them: the
+/// last one that was there. Behind its end and ahead of others poses and memories are between both,
+/// so all that has been simulated since counts.
 int KeptTakes::PredecessorAt(double start, const std::vector<Instance*>& rigs) {
   const std::vector<const KeptTake*> chain = ChainOf(m_list.current);
   if (chain.empty() || chain.front()->predecessor != 0) return 0;
@@ -52,6 +54,7 @@ int KeptTakes::PredecessorAt(double start, const std::vector<Instance*>& rigs) {
   for (const KeptTake* take : chain)
     if (take->range.from < start - util::kFrameTolerance) found = take;
   if (!found || found->rate != m_session.GetScene().GetFrameRate()) return 0;
+  if (start > found->range.to + util::kFrameTolerance) found = &last;
   std::set<std::string> names;
   for (const Instance* rig : rigs) names.insert(rig->GetInstanceName());
   const std::set<std::string> ran = NamesOf(*found);
@@ -72,11 +75,6 @@ void KeptTakes::BeginTake() {
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
   m_running.predecessor = PredecessorAt(core.GetStartTime(), core.GetTakeInstances());
   m_running.isFirst = m_running.predecessor == 0;
-  // Ahead of a later one's start its poses are between that one's and its predecessor's last.
-  const KeptTake* const before = FindAny(m_running.predecessor);
-  const bool holdsPoses =
-      !before || (before->number != m_list.current &&
-                  m_running.range.from > before->range.to + util::kFrameTolerance);
   for (Instance* rig : core.GetTakeInstances()) {
     m_running.isFirst =
         m_running.isFirst && !(FirstOf(*rig) < m_running.range.from - util::kFrameTolerance);
@@ -87,9 +85,11 @@ void KeptTakes::BeginTake() {
       if (data) kept.memory.assign(data, data + size);
     }
     for (rws::core::CoreNode* node : rig->GetNodes())
-      if (holdsPoses) kept.nodes.emplace_back(node->GetSceneName(), rws::adaptor::Trs());
+      if (m_running.predecessor == 0)
+        kept.nodes.emplace_back(node->GetSceneName(), rws::adaptor::Trs());
     m_running.rigs.push_back(std::move(kept));
   }
+  NoteStart(m_running);
 }
 
 void KeptTakes::ReadInputs(KeptTake& take) {
@@ -125,7 +125,8 @@ void KeptTakes::StopTake(bool isTake) {
     m_running.number = ++m_list.lastNumber;
     m_running.version = version;
     if (KeptTake* old = EditShown(GetCurrent()))
-      old->retried = ShownOf(m_running.predecessor) != old->number;
+      old->retried =
+          ShownOf(m_running.predecessor) != old->number || m_running.range.from < old->range.from;
     m_list.takes.push_back(std::exchange(m_running, {}));
     m_list.current = m_list.lastNumber;
     before.flags[m_list.current] = {false, true};
@@ -144,7 +145,6 @@ void KeptTakes::EndTake() {
   KeptTake* take = Edit(m_list.current);
   if (!take) return;
   if (now && take->number > 0) take->when = now();
-  NoteStart(*take);
   NotePoses(*take);
   KeepToLimit();
   ForgetUnneeded(kMostUnneeded);

@@ -76,8 +76,9 @@ KeyStretch StretchOf(const std::vector<const KeptTake*>& chain, std::size_t at, 
     const KeptRig* const kept = RigIn(*chain[at], rig->GetInstanceName());
     if (!kept) continue;
     KeyStretch::End end{chain[at]->range.to, false, nullptr};
-    for (std::size_t i = chain.size() - 1; i > at; --i)
-      if (RigIn(*chain[i], kept->name)) end = {chain[i]->range.from, true, kept};
+    for (std::size_t i = at + 1; i < chain.size(); ++i)
+      if (RigIn(*chain[i], kept->name) && !(end.isReplaced && end.time < chain[i]->range.from))
+        end = {chain[i]->range.from, true, kept};
     stretch.rigs[kept->name] = end;
     stretch.span.to = std::max(stretch.span.to, std::min(end.time, chain[at]->range.to));
   }
