@@ -37,6 +37,10 @@ void Store(const Quat<double>& q, double* v) {
 }
 
 void Slerp(const double* a, const double* b, double s, double* out) {
+  if (std::equal(a, a + 4, b)) {  // what stands still does so to the bit
+    std::copy_n(a, 4, out);
+    return;
+  }
   const Quat<double> from = QuatAt(a).normalized();
   Quat<double> to = QuatAt(b).normalized();
   double cosine = from.x * to.x + from.y * to.y + from.z * to.z + from.w * to.w;

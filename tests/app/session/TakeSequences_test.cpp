@@ -365,8 +365,6 @@ void TakeSequences::Use() {
   if (takes.empty()) return;
   const int number = 1 + Random(static_cast<int>(takes.size()));
   const Performed& take = takes.at(number);
-  // A belt whose parameters the takes turn comes back within a nanometre, and that is told.
-  if (GetParam() == "CrawlerTracks" && take.chain.size() > 1) return;
   const app::UseResult result = kept().Use(number, app::Monitor());
   ASSERT_EQ(result.problem, "");
   EXPECT_TRUE(result.isSame) << "take " << number;

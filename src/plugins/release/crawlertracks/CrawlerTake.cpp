@@ -194,7 +194,9 @@ void CrawlerTracks::Settle(double time) {
   const bool goesOn = !memory.empty() && memory.front().time <= time + util::kFrameTolerance;
   m_isNew = !goesOn;
   m_hasLeft = false;
-  const bool hasFrame = goesOn && memory.front().time <= before + util::kFrameTolerance;
+  // Not behind the end of another take: poses there depend on the keys on both sides.
+  const bool hasFrame = goesOn && memory.front().time <= before + util::kFrameTolerance &&
+                        memory.back().time >= before - util::kFrameTolerance;
   BuildWorld(hasFrame ? before : time);
   ReadFrame(hasFrame ? before : time, time);
   m_world->FillContacts(true);
