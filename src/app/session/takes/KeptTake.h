@@ -1,7 +1,9 @@
 // A take that is kept with its scene.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +13,9 @@
 #include "util/AVar_Linear.h"
 
 namespace orv::app {
+
+/// Behind all times (s).
+inline constexpr double kForever = std::numeric_limits<double>::infinity();
 
 /// A parameter as it stood when the take began.
 struct KeptParameter {
@@ -23,7 +28,8 @@ struct KeptParameter {
   }
 };
 
-/// An input's track from the take's start on.
+/// An input's track from the take's start on; whole where what lies ahead was edited since the run
+/// that the take went on from.
 struct KeptInput {
   std::string name;
   util::AVar_Linear<double> track;
@@ -75,6 +81,21 @@ struct KeptTake {
   bool undone = false;
   bool isFirst = false;  ///< nothing was keyed or recorded of its rigs ahead of it
   std::vector<KeptRig> rigs;
+
+  /// Null where the rig did not run.
+  const KeptRig* Find(const std::string& rig) const {
+    for (const KeptRig& each : rigs)
+      if (each.name == rig) return &each;
+    return nullptr;
+  }
+  /// From when on its inputs are those of the rig (s).
+  double InputsBegin(const KeptRig& rig) const {
+    const auto isAhead = [this](const KeptInput& input) {
+      return !input.track.samples.empty() && input.track.samples.front().time < range.from;
+    };
+    const bool isWhole = std::any_of(rig.inputs.begin(), rig.inputs.end(), isAhead);
+    return isFirst || isWhole ? -kForever : range.from;
+  }
 };
 
 }  // namespace orv::app

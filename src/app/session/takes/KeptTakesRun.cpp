@@ -28,6 +28,34 @@ namespace {
 /// Simulations that undo may ask for.
 constexpr std::size_t kMostUnneeded = 200;
 
+using Tracks = std::map<std::string, util::AVar_Linear<double>>;  ///< by input; none is empty
+
+/// What stands in the tracks ahead of `end`.
+Tracks TracksAhead(const KeptRig& rig, double end) {
+  Tracks tracks;
+  for (KeptInput input : rig.inputs) {
+    input.track.cutFrom(end);
+    if (!input.track.samples.empty()) tracks[input.name] = std::move(input.track);
+  }
+  return tracks;
+}
+
+/// What takes that go on one from the other leave in a rig's tracks ahead of `end`.
+Tracks TracksOf(const std::vector<const KeptTake*>& chain, const std::string& rig, double end) {
+  KeptRig all;
+  for (const KeptTake* take : chain) {
+    const KeptRig* const kept = take->Find(rig);
+    if (!kept) continue;
+    Tracks tracks = TracksAhead(all, take->InputsBegin(*kept));
+    for (const KeptInput& input : kept->inputs)
+      for (const auto& sample : input.track.samples)
+        tracks[input.name].set(sample.time, sample.value);
+    all.inputs.clear();
+    for (auto& [name, track] : tracks) all.inputs.push_back({name, std::move(track)});
+  }
+  return TracksAhead(all, end);
+}
+
 std::set<std::string> NamesOf(const KeptTake& take) {
   std::set<std::string> names;
   for (const KeptRig& rig : take.rigs) names.insert(rig.name);
@@ -92,10 +120,18 @@ void KeptTakes::BeginTake() {
   NoteStart(m_running);
 }
 
+/// What the chain has recorded ahead of the start is not told again, unless it was edited since
+/// without a simulation from there on.
 void KeptTakes::ReadInputs(KeptTake& take) {
-  for (KeptRig& kept : take.rigs)
-    if (Instance* rig = m_session.GetCore().FindInstance(kept.name))
-      kept.inputs = InputsOf(*rig, take.range.from);
+  const std::vector<const KeptTake*> chain = ChainOf(take.predecessor);
+  for (KeptRig& kept : take.rigs) {
+    Instance* rig = m_session.GetCore().FindInstance(kept.name);
+    if (!rig) continue;
+    kept.inputs = InputsOf(*rig, -kForever);
+    const bool isEdited = !chain.empty() && TracksAhead(kept, take.range.from) !=
+                                                TracksOf(chain, kept.name, take.range.from);
+    if (!isEdited) kept.inputs = InputsOf(*rig, take.range.from);
+  }
 }
 
 /// The keys at the start are what a run that begins there finds.

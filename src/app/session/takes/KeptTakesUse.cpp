@@ -94,7 +94,7 @@ std::string KeptTakes::PutBackRig(const KeptTake& take, const KeptRig& kept) {
     PutParameters(*rig, kept);  // what the rig stored has some of its own
   }
   if (take.isFirst) DropKeys(*rig);
-  PutInputs(*rig, kept, take.isFirst ? -kForever : take.range.from);
+  PutInputs(*rig, kept, take.InputsBegin(kept));
   return {};
 }
 

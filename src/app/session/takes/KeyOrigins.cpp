@@ -49,12 +49,6 @@ double FirstKey(const Instance& rig) {
   return first;
 }
 
-const KeptRig* RigIn(const KeptTake& take, const std::string& rig) {
-  for (const KeptRig& kept : take.rigs)
-    if (kept.name == rig) return &kept;
-  return nullptr;
-}
-
 /// One run that reaches from where the rigs begin to `end`, or to their last key.
 void AddWhole(SceneSession& session, const Rigs& rigs, std::optional<double> end,
               std::vector<KeyStretch>& stretches) {
@@ -73,11 +67,11 @@ KeyStretch StretchOf(const std::vector<const KeptTake*>& chain, std::size_t at, 
   KeyStretch stretch;
   stretch.span = {chain[at]->range.from, chain[at]->range.from};
   for (const Instance* rig : rigs) {
-    const KeptRig* const kept = RigIn(*chain[at], rig->GetInstanceName());
+    const KeptRig* const kept = chain[at]->Find(rig->GetInstanceName());
     if (!kept) continue;
     KeyStretch::End end{chain[at]->range.to, false, nullptr};
     for (std::size_t i = at + 1; i < chain.size(); ++i)
-      if (RigIn(*chain[i], kept->name) && !(end.isReplaced && end.time < chain[i]->range.from))
+      if (chain[i]->Find(kept->name) && !(end.isReplaced && end.time < chain[i]->range.from))
         end = {chain[i]->range.from, true, kept};
     stretch.rigs[kept->name] = end;
     stretch.span.to = std::max(stretch.span.to, std::min(end.time, chain[at]->range.to));
@@ -111,6 +105,7 @@ std::optional<double> FirstChange(const KeptRig& kept, Instance& rig, const Time
     for (const auto& [name, track] : *one) {
       const auto found = other.find(name);
       for (const auto& sample : track.samples) {
+        if (sample.time < span.from) continue;
         if (sample.time > span.to + util::kFrameTolerance) break;
         const bool same = found != other.end() && found->second.value(sample.time) == sample.value;
         if (!same && (!first || sample.time < *first)) first = sample.time;
@@ -135,7 +130,7 @@ std::vector<KeyStretch> FindStretches(SceneSession& session) {
   const std::vector<const KeptTake*> chain = session.GetTakes().GetChain();
   Rigs unknown, earlier;
   for (Instance* rig : rigs) {
-    const bool isKnown = !chain.empty() && RigIn(*chain.front(), rig->GetInstanceName());
+    const bool isKnown = !chain.empty() && chain.front()->Find(rig->GetInstanceName());
     if (!isKnown) unknown.push_back(rig);
     if (isKnown && FirstKey(*rig) < chain.front()->range.from - util::kFrameTolerance)
       earlier.push_back(rig);
@@ -190,7 +185,7 @@ std::vector<std::string> FindChanges(SceneSession& session) {
   for (Instance* rig : session.GetCore().List(true)) {
     const KeptRig* latest = nullptr;
     for (std::size_t i = 0; i < chain.size(); ++i) {
-      const KeptRig* const kept = RigIn(*chain[i], rig->GetInstanceName());
+      const KeptRig* const kept = chain[i]->Find(rig->GetInstanceName());
       if (!kept) continue;
       latest = kept;
       const KeyStretch::End end = StretchOf(chain, i, {rig}).rigs[kept->name];

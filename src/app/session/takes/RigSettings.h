@@ -1,7 +1,6 @@
 // What a rig is set to when it runs, as takes keep it.
 #pragma once
 
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -14,9 +13,6 @@ class Instance;
 namespace orv::app {
 
 class Surroundings;
-
-/// Behind all times (s).
-inline constexpr double kForever = std::numeric_limits<double>::infinity();
 
 /// The first time (s) at which anything is keyed or recorded of a rig.
 double FirstOf(rws::core::Instance& rig);
