@@ -131,7 +131,7 @@ std::vector<KeyStretch> FindStretches(SceneSession& session) {
   Rigs unknown, earlier;
   for (Instance* rig : rigs) {
     const bool isKnown = !chain.empty() && chain.front()->Find(rig->GetInstanceName());
-    if (!isKnown) unknown.push_back(rig);
+    if (!isKnown && std::isfinite(FirstOf(*rig))) unknown.push_back(rig);  // else it never ran
     if (isKnown && FirstKey(*rig) < chain.front()->range.from - util::kFrameTolerance)
       earlier.push_back(rig);
   }
