@@ -1690,7 +1690,7 @@
     </message>
     <message>
         <source>Use Take</source>
-        <extracomment>src/app/session/takes/KeptTakes.cpp</extracomment>
+        <extracomment>src/app/session/takes/KeptTakesUse.cpp</extracomment>
         <translation>Take verwenden</translation>
     </message>
     <message>
@@ -2104,11 +2104,6 @@
         <translation>Ja öffnet, was davon da ist, Nein entfernt es endgültig, Abbrechen fragt beim nächsten Start wieder.</translation>
     </message>
     <message>
-        <source>%1 more stand in the log.</source>
-        <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioModels.cpp</extracomment>
-        <translation>%1 weitere stehen im Protokoll.</translation>
-    </message>
-    <message>
         <source>That</source>
         <extracomment>src/app/studio/Studio.cpp; src/app/studio/StudioHelp.cpp; src/app/studio/StudioTakes.cpp</extracomment>
         <translation>Das</translation>
@@ -2309,6 +2304,16 @@
         <translation>%1 ist in der Szene: %2.</translation>
     </message>
     <message>
+        <source>One more stands in the log.</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>Eine weitere Meldung steht im Protokoll.</translation>
+    </message>
+    <message>
+        <source>%1 more stand in the log.</source>
+        <extracomment>src/app/studio/StudioModels.cpp</extracomment>
+        <translation>%1 weitere Meldungen stehen im Protokoll.</translation>
+    </message>
+    <message>
         <source>Takes (*.takes)</source>
         <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
         <translation>Takes (*.takes)</translation>
@@ -2347,6 +2352,11 @@
         <source>Import takes</source>
         <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
         <translation>Takes importieren</translation>
+    </message>
+    <message>
+        <source>One take was imported.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Ein Take wurde importiert.</translation>
     </message>
     <message>
         <source>%1 takes were imported.</source>
@@ -2607,6 +2617,11 @@
         <source>Pictures (*.png *.jpg *.jpeg *.bmp)</source>
         <extracomment>src/app/studio/windows/MediaWindow.cpp</extracomment>
         <translation>Bilder (*.png *.jpg *.jpeg *.bmp)</translation>
+    </message>
+    <message>
+        <source>Rigs: %1. One node, %3 x %4 x %5 m.</source>
+        <extracomment>src/app/studio/windows/ModelsWindow.cpp</extracomment>
+        <translation>Rigs: %1. Ein Knoten, %3 x %4 x %5 m.</translation>
     </message>
     <message>
         <source>Rigs: %1. %2 nodes, %3 x %4 x %5 m.</source>
@@ -3472,6 +3487,11 @@
         <source>%1 of %2 lines</source>
         <extracomment>src/core/windows/LogWindow.cpp</extracomment>
         <translation>%1 von %2 Zeilen</translation>
+    </message>
+    <message>
+        <source>%1 So is one more input.</source>
+        <extracomment>src/core/windows/MainWindowDevices.cpp</extracomment>
+        <translation>%1 Ebenso eine weitere Eingabe.</translation>
     </message>
     <message>
         <source>%1 So are %2 more inputs.</source>

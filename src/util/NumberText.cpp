@@ -39,6 +39,13 @@ std::string exactText(double value) {
   return {buffer, result.ptr};
 }
 
+std::string counted(std::int64_t count, std::string_view one, std::string_view many) {
+  std::string text = std::to_string(count).append(" ");
+  if (count == 1 || many.empty()) text.append(one);
+  if (count != 1) text.append(many.empty() ? "s" : many);
+  return text;
+}
+
 bool parseNumber(std::string_view text, double& value, NonFinite nonFinite) {
   double parsed = 0.0;
   if (!parseWhole(text, parsed)) return false;

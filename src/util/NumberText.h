@@ -12,6 +12,9 @@ std::string shortText(double value);
 /// 17 significant digits, as "%.17g" gives in the C locale.
 std::string exactText(double value);
 
+/// "1 row", "2 rows", "0 meshes". `many` where it is not `one` and an s.
+std::string counted(std::int64_t count, std::string_view one, std::string_view many = {});
+
 /// Whether "inf", "nan" and the like pass as numbers.
 enum class NonFinite { kRefuse, kAccept };
 

@@ -31,6 +31,13 @@ TEST(NumberText, BringsEveryDoubleBackBitForBitInAnyLocale) {
   EXPECT_EQ("5e-324", shortText(std::numeric_limits<double>::denorm_min()));
 }
 
+TEST(NumberText, CountsInTheSingularWhereThereIsOne) {
+  EXPECT_EQ(counted(1, "row") + counted(0, "row") + counted(2, "more row"),
+            "1 row0 rows2 more rows");
+  EXPECT_EQ(counted(1, "mesh is", "meshes are") + counted(3, "mesh is", "meshes are"),
+            "1 mesh is3 meshes are");
+}
+
 TEST(NumberText, ParsesWholeTextsOnly) {
   double d = 7;
   for (const char* bad : {"", " 1", "1 ", "1,5", "1.5x", "+-1", "++1", "+", "0x10", "1e", "1e999",

@@ -185,12 +185,14 @@ PlottedScene PlotScene(const rws::adaptor::headless::Scene& scene,
   AddMovement(data, subjects);
   AddDifferences(data, subjects);
   if (const std::size_t left = AddWheels(data, subjects))
-    result.warnings.push_back("the wheels of " + std::to_string(left) + " more rigs are not drawn");
+    result.warnings.push_back("the wheels of " + util::counted(left, "more rig") +
+                              " are not drawn");
   AddBelts(data, subjects, scene);
   AddGround(data, subjects);
   AddShots(data, subjects, scene);
   if (const std::size_t left = AddInputs(data, subjects))
-    result.warnings.push_back(std::to_string(left) + " more inputs are not drawn");
+    result.warnings.push_back(util::counted(left, "more input is", "more inputs are") +
+                              " not drawn");
   std::vector<std::string> names, profiles;
   for (const PlotSubject& subject : subjects) {
     names.push_back(subject.rig->GetInstanceName());

@@ -19,6 +19,7 @@
 #include "app/session/SceneRange.h"
 #include "app/session/anyhost/Names.h"
 #include "app/session/delivery/AnimatedFile.h"
+#include "util/NumberText.h"
 
 namespace orv::app {
 
@@ -120,8 +121,8 @@ void RunClean(Program& program, const ExportOptions& options) {
   warn(lost);
   out.GetObject()["baked"] = cleaned.baked;
   out.GetObject()["output"] = options.output;
-  out.Note("export: " + std::to_string(cleaned.baked) + (cleaned.baked == 1 ? " node" : " nodes") +
-           " baked, written to " + options.output);
+  out.Note("export: " + util::counted(cleaned.baked, "node") + " baked, written to " +
+           options.output);
 }
 
 void RunExport(Program& program, const ExportOptions& options) {
@@ -144,7 +145,7 @@ void RunExport(Program& program, const ExportOptions& options) {
       isAnimated ? WriteAnimation(job, options, span) : WritePoses(job, options, span);
   program.GetOutput().GetObject()["frames"] = frames;
   program.GetOutput().GetObject()["output"] = options.output;
-  program.GetOutput().Note("export: " + std::to_string(frames) + " frames, written to " +
+  program.GetOutput().Note("export: " + util::counted(frames, "frame") + ", written to " +
                            options.output);
 }
 

@@ -49,8 +49,8 @@ void TellFollowing(Output& out, const FollowResult& result) {
   object["speedDifference"] = {{"largest", off.speed}, {"time", off.speedTime}};
   object["margin"] = off.margin;
   object["left"] = off.left ? nlohmann::ordered_json(*off.left) : nlohmann::ordered_json();
-  out.Line(result.driver + " follows " + result.target + ": " + std::to_string(off.frames) +
-           " frames, " + FineText(off.length) + " m, " + RangeText(result.span));
+  out.Line(result.driver + " follows " + result.target + ": " + util::counted(off.frames, "frame") +
+           ", " + FineText(off.length) + " m, " + RangeText(result.span));
   out.Line("off the line  mean " + FineText(off.mean) + " m, 95% within " + FineText(off.p95) +
            " m, largest " + FineText(off.largest) + " m " + SecondsText(off.largestTime));
   if (off.delay)

@@ -166,7 +166,7 @@ void RunInfo(Program& program, const ModelOptions& options) {
   object["rigs"] = Json::array();
   out.Line(info.card.title);
   if (!info.card.text.empty()) out.Line(info.card.text);
-  out.Line(std::to_string(info.nodes) + " nodes, " + SizeText(size) +
+  out.Line(util::counted(info.nodes, "node") + ", " + SizeText(size) +
            (info.hasTake ? ", with a take" : ""));
   Table table;
   table.Add({"rig", "kind"});

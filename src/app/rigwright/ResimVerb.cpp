@@ -62,7 +62,7 @@ void RunResim(Program& program, const ResimOptions& options) {
   object["framesPerSecond"] = rate;
   const std::string time =
       seconds < 0.01 ? "" : " in " + util::shortText(std::round(seconds * 100.0) / 100.0) + " s";
-  program.GetOutput().Note("resim: " + std::to_string(run.frames) + " frames" + time + ", " +
+  program.GetOutput().Note("resim: " + util::counted(run.frames, "frame") + time + ", " +
                            std::to_string(std::lround(rate)) + " frames/s, written to " +
                            options.output);
 }

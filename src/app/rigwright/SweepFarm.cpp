@@ -9,6 +9,7 @@
 #include "app/rigwright/Program.h"
 #include "app/sweep/SweepFolder.h"
 #include "util/AtomicFile.h"
+#include "util/NumberText.h"
 
 namespace orv::app {
 
@@ -86,9 +87,9 @@ void SubmitToFarm(Program& program, const SweepFolder& folder, const std::vector
   program.GetOutput().GetObject()["rows"] = rows.size();
   program.GetOutput().GetObject()["tasks"] = tasks;
   program.GetOutput().Line("job " + job);
-  program.GetOutput().Note("sweep: " + std::to_string(rows.size()) + " rows in " +
-                           std::to_string(tasks) +
-                           " tasks sent; when they are done: rigwright "
+  program.GetOutput().Note("sweep: " + util::counted(rows.size(), "row") + " in " +
+                           util::counted(tasks, "task") +
+                           " sent; when they are done: rigwright "
                            "sweep collect " +
                            folder.GetPath());
 }

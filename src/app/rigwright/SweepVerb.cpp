@@ -139,7 +139,7 @@ SweepPlan PlanOf(Program& program, const SweepOptions& o) {
   plan.near = o.near.empty() ? "" : job.FindNode(o.near).GetName();
   plan.axes = AxesOf(job, o);
   if (plan.RowCount() > kMostRows)
-    throw Failure("sweep", "there would be more than " + std::to_string(kMostRows) + " rows",
+    throw Failure("sweep", "there would be more than " + util::counted(kMostRows, "row"),
                   "vary less");
   // A value that can't be had is told before the first row is simulated.
   for (const SweepAxis& axis : plan.axes)
@@ -172,7 +172,7 @@ std::unique_ptr<QLockFile> LockSweep(const std::string& folder) {
 }
 
 std::string CountText(std::size_t count, std::size_t total) {
-  return std::to_string(count) + " of " + std::to_string(total) + " rows";
+  return std::to_string(count) + " of " + util::counted(total, "row");
 }
 
 /// "3, 7 to 12".
@@ -200,7 +200,10 @@ void FinishSweep(Program& program, const SweepFolder& folder, const std::string&
       missing.push_back(number);
   }
   if (!missing.empty())
-    throw Failure(folder.GetPath(), "rows are missing: " + NumbersText(missing), retry);
+    throw Failure(
+        folder.GetPath(),
+        (missing.size() == 1 ? "a row is missing: " : "rows are missing: ") + NumbersText(missing),
+        retry);
   Require(folder.Finish(rows));
   const auto failed = std::count_if(rows.begin(), rows.end(),
                                     [](const SweepRow& row) { return !row.error.empty(); });
@@ -209,15 +212,15 @@ void FinishSweep(Program& program, const SweepFolder& folder, const std::string&
     if (row.picked) picked.push_back(row.number);
   Output& out = program.GetOutput();
   if (failed > 0)
-    out.Warn(std::to_string(failed) + " of " + std::to_string(rows.size()) +
-             " rows failed: the last column of sweep.csv tells why");
+    out.Warn(CountText(static_cast<std::size_t>(failed), rows.size()) +
+             " failed: the last column of sweep.csv tells why");
   auto& object = out.GetObject();
   object["rows"] = rows.size();
   object["failed"] = failed;
   object["picked"] = picked;
   object["output"] = folder.GetPath();
   if (!plan.pick.empty()) out.Line("picked: " + (picked.empty() ? "none" : NumbersText(picked)));
-  out.Note("sweep: " + std::to_string(rows.size()) + " rows, written to " + folder.GetPath() +
+  out.Note("sweep: " + util::counted(rows.size(), "row") + ", written to " + folder.GetPath() +
            " (sweep.csv, paths.png, contact.png)");
 }
 
@@ -229,8 +232,7 @@ void RunLocally(Program& program, const SweepFolder& folder, int jobs) {
   const std::vector<long> missing = folder.Missing();
   const auto total = static_cast<std::size_t>(folder.GetPlan().RowCount());
   const std::size_t before = total - missing.size();
-  if (before > 0)
-    program.GetOutput().Note("sweep: " + CountText(before, total) + " are there already");
+  if (before > 0) program.GetOutput().Note("sweep: " + CountText(before, total) + " done before");
   std::string problems;
   {
     const ProgressBar bar(program.GetOutput(), "sweep");
@@ -241,7 +243,7 @@ void RunLocally(Program& program, const SweepFolder& folder, int jobs) {
   }
   if (IsInterrupted())
     throw Interrupted("interrupted: " + CountText(total - folder.Missing().size(), total) +
-                      " are there; the same command goes on");
+                      " done; the same command goes on");
   if (!problems.empty()) throw Failure("sweep", problems, "the same command tries them again");
 }
 
@@ -249,10 +251,10 @@ void RunSweep(Program& program, const SweepOptions& o) {
   if (o.scene.empty()) throw WrongUsage("SCENE is required");
   if (o.folder.empty() && !o.plan) throw WrongUsage("-o is required");
   const SweepPlan plan = PlanOf(program, o);
-  program.GetOutput().Note("sweep: " + std::to_string(plan.RowCount()) + " rows, rig " + plan.rig);
+  program.GetOutput().Note("sweep: " + util::counted(plan.RowCount(), "row") + ", rig " + plan.rig);
   if (o.plan) {
     program.GetOutput().GetObject()["rows"] = plan.RowCount();
-    program.GetOutput().Line(std::to_string(plan.RowCount()) + " rows");
+    program.GetOutput().Line(util::counted(plan.RowCount(), "row"));
     return;
   }
   SweepFolder folder(util::absolutePath(o.folder));

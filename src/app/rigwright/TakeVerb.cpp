@@ -142,7 +142,7 @@ void RunTakeVerb(Program& program, TakeOptions options) {
   auto& object = program.GetOutput().GetObject();
   object["frames"] = frames;
   object["range"] = {performed.from, performed.to};
-  program.GetOutput().Note("take: " + std::to_string(frames) + " frames from " +
+  program.GetOutput().Note("take: " + util::counted(frames, "frame") + " from " +
                            RangeText(performed) + ", written to " + options.output);
 }
 

@@ -124,7 +124,7 @@ void ChangeTakes(SceneJob& job, const TakesOptions& o) {
 void RunTakes(Program& program, const TakesOptions& o) {
   const std::size_t words = WordsOf(o.action);
   if (o.words.size() != words)
-    throw WrongUsage("takes " + o.action + " needs " + std::to_string(words) + " more words");
+    throw WrongUsage("takes " + o.action + " needs " + util::counted(words, "more word"));
   if (o.action != "list" && o.output.empty()) throw WrongUsage("takes " + o.action + " needs -o");
   if (o.action == "list" && !o.output.empty()) throw WrongUsage("takes list writes no -o");
   if (o.action != "list" && o.action != "export") {

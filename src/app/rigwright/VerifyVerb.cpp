@@ -13,6 +13,7 @@
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/Verification.h"
+#include "util/NumberText.h"
 
 namespace orv::app {
 
@@ -60,8 +61,8 @@ void Tell(Output& out, const VerifyReport& report) {
   for (const KeyDifference& each : report.growth) object["growth"].push_back(JsonOf(each));
   object["missing"] = report.missing;
   object["reasons"] = report.reasons;
-  const std::string compared = std::to_string(report.keys) + " keys of " +
-                               std::to_string(report.nodes) + " nodes, " + RangeText(report.span);
+  const std::string compared = util::counted(report.keys, "key") + " of " +
+                               util::counted(report.nodes, "node") + ", " + RangeText(report.span);
   if (report.IsSame()) {
     out.Line("same: " + compared);
     return;

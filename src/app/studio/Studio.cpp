@@ -219,8 +219,7 @@ bool Studio::ShowResult(const std::string& title, const DocumentResult& result) 
     for (std::size_t i = 0; i < std::min(kMostShown, result.warnings.size()); ++i)
       text += (i ? "\n" : "") + result.warnings[i];
     if (result.warnings.size() > kMostShown)
-      text += "\n" + Translate("%1 more stand in the log.",
-                               {std::to_string(result.warnings.size() - kMostShown)});
+      text += "\n" + MoreInLog(result.warnings.size() - kMostShown);
     Ask(title, text, rws::kButtonsOk | rws::kIconWarning);
   }
   return true;

@@ -166,6 +166,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void Tell(const std::string& text) { m_windows.ShowNotice(text); }
   /// That it is done, and what was odd, which the log keeps.
   void TellDone(const std::string& text, const std::vector<std::string>& notes);
+  static std::string MoreInLog(std::size_t count);
   /// Warns of rigs in what was saved that the licence does not cover.
   void TellUncovered();
   /// Whether a take or resimulation runs, which is told: `what` has to wait.

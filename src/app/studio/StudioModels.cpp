@@ -155,6 +155,11 @@ void Studio::MakeModel() {
   TellDone(Translate("%1 was written.", {path}), warnings);
 }
 
+std::string Studio::MoreInLog(std::size_t count) {
+  return Translate(count == 1 ? "One more stands in the log." : "%1 more stand in the log.",
+                   {std::to_string(count)});
+}
+
 void Studio::TellDone(const std::string& text, const std::vector<std::string>& notes) {
   constexpr std::size_t kMostTold = 3;
   std::string told = text;
@@ -162,9 +167,7 @@ void Studio::TellDone(const std::string& text, const std::vector<std::string>& n
     rws::core::LogEntry(rws::core::LogLevel::kWarning, notes[i]);
     if (i < kMostTold) told += "\n" + notes[i];
   }
-  if (notes.size() > kMostTold)
-    told +=
-        "\n" + Translate("%1 more stand in the log.", {std::to_string(notes.size() - kMostTold)});
+  if (notes.size() > kMostTold) told += "\n" + MoreInLog(notes.size() - kMostTold);
   Tell(told);
 }
 

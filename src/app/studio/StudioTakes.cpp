@@ -111,7 +111,9 @@ void Studio::ImportTakes() {
     problem = m_document.GetSession().GetTakes().Import(bytes, numbers);
   if (!problem.empty()) return Show(title, Problem{path, problem, "", {}});
   m_document.NoteEdit();
-  TellDone(Translate("%1 takes were imported.", {std::to_string(numbers.size())}), {});
+  TellDone(Translate(numbers.size() == 1 ? "One take was imported." : "%1 takes were imported.",
+                     {std::to_string(numbers.size())}),
+           {});
 }
 
 // --- a take between marks ---

@@ -12,6 +12,7 @@
 #include "app/plot/PlotStyle.h"
 #include "app/sweep/SweepPlan.h"
 #include "app/sweep/SweepRow.h"
+#include "util/NumberText.h"
 
 namespace orv::app {
 
@@ -179,7 +180,7 @@ std::string DrawSweepPaths(const SweepPlan& plan, const std::vector<SweepRow>& r
   QPainter painter(&page);
   painter.setRenderHint(QPainter::Antialiasing);
   WriteText(painter, QRectF(kSheetEdge, 4, kSide, kSheetHead - 6),
-            plan.rig + ", " + std::to_string(rows.size()) + " variants from above",
+            plan.rig + ", " + util::counted(rows.size(), "variant") + " from above",
             PlotFont(15, true), kText);
   const QRectF area(kSheetEdge, kSheetHead, kSide, kSide);
   painter.fillRect(area, kGround);

@@ -64,7 +64,9 @@ void MainWindowDevices::ShowBanner() {
     if (reason.kind != Reason::Kind::kDeviceAbsent || ++more > 0) continue;
     text = Shown(reason.text);
   }
-  if (more > 0) text = Translate("%1 So are %2 more inputs.", {text, std::to_string(more)});
+  if (more > 0)
+    text = Translate(more == 1 ? "%1 So is one more input." : "%1 So are %2 more inputs.",
+                     {text, std::to_string(more)});
   if (text == m_banner) return;
   m_banner = text;
   GetWindow().SetText(kMainBannerText, text);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "util/Angles.h"
+#include "util/NumberText.h"
 
 namespace orv::unidevice {
 
@@ -31,10 +32,6 @@ class SdlControl : public Control {
 std::string axisName(int index) {
   static constexpr const char* kNames[] = {"X-Axis", "Y-Axis", "Z-Axis"};
   return index < 3 ? std::string(kNames[index]) : "Axis " + std::to_string(index + 1);
-}
-
-std::string counted(int count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
 }  // namespace
@@ -102,8 +99,8 @@ bool SdlDevice::update() {
 }
 
 std::string SdlDevice::summary() const {
-  return counted(m_axes, "axis", "axes") + ", " + counted(m_buttons, "button", "buttons") + ", " +
-         counted(m_hats, "hat", "hats");
+  return util::counted(m_axes, "axis", "axes") + ", " + util::counted(m_buttons, "button") + ", " +
+         util::counted(m_hats, "hat");
 }
 
 }  // namespace orv::unidevice

@@ -6,6 +6,7 @@
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 #include "core/interface/CCamera.h"
+#include "util/NumberText.h"
 
 namespace orv::app {
 
@@ -21,10 +22,6 @@ bool IsSame(const GroundReport& a, const GroundReport& b) {
   return parts(a) == parts(b);
 }
 
-std::string Counted(std::int64_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
-}
-
 }  // namespace
 
 std::optional<GroundReport> GroundOf(Instance& rig) {
@@ -37,8 +34,8 @@ std::string GroundText(const GroundReport& ground) {
   const std::string title = ground.title + ": ";
   if (ground.meshes == 0) return title + ground.otherwise;
   return title + (ground.isStored ? "the stored copy" : Joined(ground.nodes)) + " (" +
-         Counted(ground.meshes, "mesh", "meshes") + ", " +
-         Counted(ground.triangles, "triangle", "triangles") + ")";
+         util::counted(ground.meshes, "mesh", "meshes") + ", " +
+         util::counted(ground.triangles, "triangle") + ")";
 }
 
 GroundWatch::GroundWatch(rws::core::CoreImplementation& core) : m_core(core) {

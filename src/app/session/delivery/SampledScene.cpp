@@ -239,9 +239,9 @@ void Sampler::CheckSize() {
     m_result.error = "no frame lies in " + RangeText(m_request.span) + "; export a longer range";
   if (static_cast<double>(m_result.frames) * static_cast<double>(m_result.nodes.size()) >
       kMostPoses)
-    m_result.error = std::to_string(m_result.frames) + " frames of " +
-                     std::to_string(m_result.nodes.size()) +
-                     " nodes are too many for one file; export fewer nodes or a shorter range";
+    m_result.error = util::counted(m_result.frames, "frame") + " of " +
+                     util::counted(m_result.nodes.size(), "node") +
+                     " are too many for one file; export fewer nodes or a shorter range";
 }
 
 SampledScene Sampler::Run(const Monitor& monitor) {

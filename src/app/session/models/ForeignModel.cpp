@@ -100,10 +100,6 @@ std::string Between(const std::string& text, const std::string& before, const st
   return text.substr(start + before.size(), end - start - before.size());
 }
 
-std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
-}
-
 }  // namespace
 
 ForeignModel::ForeignModel() = default;
@@ -178,9 +174,9 @@ Problem ForeignModel::CheckScene(const std::string& path) const {
   if (!finite) return {path, "has a place that is no number", kAnew, {}};
   if (nodes > kMostNodes || vertices > kMostVertices)
     return {path,
-            "is too large: " + Counted(nodes, "node", "nodes") + " and " +
-                Counted(vertices, "point", "points") + ", of at most " +
-                std::to_string(kMostNodes) + " and " + std::to_string(kMostVertices),
+            "is too large: " + util::counted(nodes, "node") + " and " +
+                util::counted(vertices, "point") + ", of at most " + std::to_string(kMostNodes) +
+                " and " + std::to_string(kMostVertices),
             "import its parts one by one",
             {}};
   return {};
@@ -259,13 +255,13 @@ void ForeignModel::count(ModelFacts& facts) const {
   if (!facts.unitMeters.told && largest > kMostMetres)
     facts.unitMeters.value = largest > kMostCentimetres ? 0.001 : 0.01;
   if (bones > 0)
-    facts.odd.push_back(Counted(bones, "mesh is", "meshes are") +
+    facts.odd.push_back(util::counted(bones, "mesh is", "meshes are") +
                         " skinned: they come in their rest pose, without the skin");
   if (morphs > 0)
-    facts.odd.push_back(Counted(morphs, "mesh has", "meshes have") +
+    facts.odd.push_back(util::counted(morphs, "mesh has", "meshes have") +
                         " morph targets, which are left out");
   if (m_scene->mNumLights > 0)
-    facts.odd.push_back(Counted(m_scene->mNumLights, "light is", "lights are") + " left out");
+    facts.odd.push_back(util::counted(m_scene->mNumLights, "light is", "lights are") + " left out");
   if (m_scene->mNumAnimations > 1)
     facts.odd.push_back("of " + std::to_string(m_scene->mNumAnimations) +
                         " animations the first one comes along");

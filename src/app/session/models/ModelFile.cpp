@@ -189,8 +189,8 @@ ImportResult ModelFile::AddTo(SceneSession& session, const ImportOptions& option
            added, session.GetScene(), [](const SceneNode& node) { return node.GetName(); }))
     renamed += old != name ? 1 : 0;
   if (renamed > 0)
-    result.warnings.push_back(std::to_string(renamed) +
-                              " names were taken already, and were counted up");
+    result.warnings.push_back(util::counted(renamed, "name was", "names were") +
+                              " taken already, and counted up");
   UndoBlock block(adaptor, "Import " + FileNameOf(m_path));
   std::vector<headless::HeadlessNode*> roots;
   const std::string error = adaptor.Merge(added, under, roots);

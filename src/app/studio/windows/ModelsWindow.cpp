@@ -35,7 +35,8 @@ std::string FactsText(const RiggedModelInfo& info, const std::string& path) {
     rigs.push_back(rig.name + " (" + rig.kind + ")");
   const util::Vector3<double> size = info.high - info.low;
   std::string text =
-      Translate("Rigs: %1. %2 nodes, %3 x %4 x %5 m.",
+      Translate(info.nodes == 1 ? "Rigs: %1. One node, %3 x %4 x %5 m."
+                                : "Rigs: %1. %2 nodes, %3 x %4 x %5 m.",
                 {rigs.empty() ? Translate("none") : Joined(rigs), std::to_string(info.nodes),
                  MetresText(size.x), MetresText(size.y), MetresText(size.z)});
   if (info.hasTake) text += " " + Translate("A take comes along.");
