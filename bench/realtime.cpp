@@ -1,14 +1,16 @@
-// Takes in real time: how long a hand's move takes to the picture that shows it and where that time
-// goes, how many frames and pictures a second a hundred cars come to, what their frames cost and
-// ask the memory for, and what long takes hold. Needs a display with OpenGL:
-// xvfb-run -a -s "-screen 0 1920x1200x24" build/release/bin/bench_realtime. What a row measures
-// takes half a minute; once it is seconds. HundredCarsStepped needs neither display nor time: it
-// goes by a clock that is told, so its label, a hash of the poses, and its instructions repeat.
+// Takes in real time, and curves of inputs in the hand: how long a move takes to the picture that
+// shows it and where that time goes, how many frames and pictures a second a hundred cars come to,
+// what their frames cost and ask the memory for, and what long takes hold. Needs a display with
+// OpenGL: xvfb-run -a -s "-screen 0 1920x1200x24" build/release/bin/bench_realtime. What a row
+// measures takes half a minute; once it is seconds. HundredCarsStepped needs neither display nor
+// time: it goes by a clock that is told, so its label, a hash of the poses, and its instructions
+// repeat.
 #include <malloc.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QMouseEvent>
 #include <QOpenGLWidget>
 #include <QTimer>
 #include <atomic>
@@ -18,6 +20,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <random>
 #include <string>
@@ -31,13 +34,18 @@
 #include "adaptor/headless/HeadlessNode.h"
 #include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
+#include "app/session/anyhost/InputFile.h"
+#include "app/session/anyhost/Monitor.h"
+#include "app/session/anyhost/RunRigs.h"
 #include "app/studio/StagePane.h"
 #include "app/studio/Studio.h"
+#include "app/studio/script/ScriptLine.h"
 #include "app/studio/view/Graphics.h"
 #include "app/studio/view/StageView.h"
 #include "core/CoreImplementation.h"
 #include "core/config/ConfigElement.h"
 #include "core/instances/Instance.h"
+#include "core/instances/InstanceReference.h"
 #include "core/services/DataRoot.h"
 #include "support/TempFolder.h"
 #include "unidevice/Control.h"
@@ -129,8 +137,8 @@ void MapPad(CoreImplementation& core, Pad& pad) {
 // --- scenes ---
 
 /// So many cars; a single one on the playground of the examples. Why not, or nothing.
-std::string FillScene(app::SceneSession& session, const std::string& folder, int cars,
-                      double rate) {
+std::string FillScene(app::SceneSession& session, const std::string& folder, int cars, double rate,
+                      double seconds = 600.0) {
   std::string ground = "Terrain";
   if (cars == 1) {
     const std::string file = folder + "/terrain.glb";
@@ -142,7 +150,7 @@ std::string FillScene(app::SceneSession& session, const std::string& folder, int
   }
   auto& scene = session.GetScene();
   scene.SetFrameRate(rate);
-  scene.SetRange(0.0, 600.0);
+  scene.SetRange(0.0, seconds);
   for (int i = 0; i < cars; ++i) {
     rws::core::Instance* const rig = session.GetCore().CreateToolFromFactory("4WheelerExt", {});
     const auto node = [&](const char* name) -> SceneNode& {
@@ -184,12 +192,12 @@ bool HasScreen(benchmark::State& state) {
 /// The desktop program with a scene of cars on a pad, its picture of a given size.
 class Desk {
  public:
-  Desk(int cars, double rate) {
+  Desk(int cars, double rate, double seconds = 600.0) {
     rws::core::DataRoot::Set(m_folder.path);
     const std::string file = m_folder.path + "/scene.glb";
     {
       app::SceneSession session;
-      problem = FillScene(session, m_folder.path, cars, rate);
+      problem = FillScene(session, m_folder.path, cars, rate, seconds);
       if (problem.empty()) problem = session.Save(file);
     }
     if (!problem.empty()) return;
@@ -357,6 +365,89 @@ BENCHMARK(Latency)
     ->Iterations(1)
     ->Unit(benchmark::kSecond)
     ->UseRealTime();
+
+// --- a curve in the hand ---
+
+constexpr double kDriveSeconds = 30.0;  ///< s
+
+/// The demo's drive with its curves shown, seen from high above, the car selected. Pixels of the
+/// strip's place of the steering at a time; why not, or nothing.
+std::string ShowCurves(Desk& desk, double time, QPoint& place) {
+  CoreImplementation& core = desk.studio->ScriptedCore();
+  app::InputFile inputs;
+  const std::string problem = inputs.Load(core, ORV_SOURCE "/examples/drive_hills.csv");
+  if (!problem.empty()) return problem;
+  inputs.PutIntoTracks();
+  if (!app::Resimulate(core, {0.0, kDriveSeconds}, app::Monitor()).began) return "no drive";
+  core.SetSelection({core.GetRows().front()->GetId()});
+  const auto ask = [&](const std::string& text) {
+    app::ScriptLine line;
+    std::string wrong;
+    app::ScriptLine::Parse(text, line, wrong);
+    return line.verb == "view" ? desk.studio->ScriptView(line) : desk.studio->ScriptTakes(line);
+  };
+  ask("view eye target=-14,0,-60 distance=160 yaw=0 pitch=80");
+  ask("curves on tool=points");
+  Wait(0.5);
+  const rws::core::Instance& rig = *core.List(false).front();
+  for (std::size_t i = 0; i < rig.GetProperties().entries.size(); ++i)
+    if (rig.GetProperties().entries[i].first == kSteering) {
+      const auto& track = const_cast<rws::core::Instance&>(rig).GetTracks()[i];
+      const auto at =
+          ask("curves at=" + std::to_string(time) + "," + std::to_string(track.value(time)));
+      place = {at["x"].get<int>(), at["y"].get<int>()};
+    }
+  return {};
+}
+
+/// From a move of the mouse that drags a point of the steering, up and down, to the picture with
+/// the car's new path.
+void CurveToPicture(benchmark::State& state) {
+  if (!HasScreen(state)) return;
+  for (auto _ : state) {
+    Desk desk(1, 25.0, kDriveSeconds);
+    QPoint place;
+    QOpenGLWidget* const stage = desk.problem.empty() ? desk.Show({1280, 720}) : nullptr;
+    if (stage) desk.problem = ShowCurves(desk, static_cast<double>(state.range(0)), place);
+    if (!stage || !desk.problem.empty())
+      return state.SkipWithError(("no picture: " + desk.problem).c_str());
+    auto* const strip = stage->window()->findChild<QWidget*>("317");
+    if (!strip) return state.SkipWithError("no strip of curves");
+    const auto send = [&](QEvent::Type type, int down) {
+      const QPoint at = place + QPoint(0, down);
+      QMouseEvent event(type, at, strip->mapToGlobal(at),
+                        type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
+                        Qt::NoModifier);
+      QApplication::sendEvent(strip, &event);
+    };
+    Runs handled, shown;
+    int same = 0;
+    double begun = 0.0;
+    QEventLoop loop;
+    QObject::connect(stage, &QOpenGLWidget::frameSwapped, &loop, &QEventLoop::quit);
+    send(QEvent::MouseButtonPress, 0);
+    QImage before = stage->grabFramebuffer();
+    for (int i = 0; i < Turns(100); ++i) {
+      begun = Now();
+      send(QEvent::MouseMove, i % 2 ? 4 + i % 7 : -4 - i % 5);
+      handled.Add((Now() - begun) * 1e3);
+      QTimer::singleShot(2000, &loop, &QEventLoop::quit);
+      loop.exec();
+      shown.Add((Now() - begun) * 1e3);
+      const QImage after = stage->grabFramebuffer();
+      if (after == before) ++same;
+      before = after;
+      Wait(0.05);
+    }
+    send(QEvent::MouseButtonRelease, 0);
+    state.counters["handled_median_ms"] = Quantile(handled.values, 0.5);
+    state.counters["shown_median_ms"] = Quantile(shown.values, 0.5);
+    state.counters["shown_p95_ms"] = Quantile(shown.values, 0.95);
+    if (same > 0) return state.SkipWithError("a move has changed nothing in the picture");
+  }
+}
+BENCHMARK(CurveToPicture)->Arg(2)->Arg(15)->Arg(26)->Iterations(1)->Unit(benchmark::kSecond);
 
 // --- a hundred cars ---
 

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <algorithm>
 
 #include "gui/GuiMessages.h"
 #include "gui/Texts.h"
@@ -18,30 +19,48 @@ std::string Shown(const MenuItem& item, const std::string& text) {
 
 }  // namespace
 
-void MenuActions::Fill(QWidget& holder, const std::vector<MenuItem>& items) {
-  Fill(holder, items, "");
+void MenuActions::Fill(QWidget& holder, const std::vector<MenuItem>& items, bool sameImages) {
+  m_sameImages = sameImages;
+  FillAt(holder, items, "");
 }
 
-void MenuActions::Fill(QWidget& holder, const std::vector<MenuItem>& items,
-                       const std::string& path) {
-  for (QAction* action : holder.actions()) {
-    holder.removeAction(action);
-    if (action->isSeparator()) delete action;
-  }
+void MenuActions::FillAt(QWidget& holder, const std::vector<MenuItem>& items,
+                         const std::string& path) {
+  QList<QAction*> wanted;  // null for a separator
   for (std::size_t i = 0; i < items.size(); ++i) {
     const MenuItem& item = items[i];
     if (item.separator) {
-      auto* line = new QAction(&holder);
-      line->setSeparator(true);
-      holder.addAction(line);
+      wanted.append(nullptr);
     } else if (item.isMenu) {
       QMenu* menu = MenuOf(item, path + "/" + std::to_string(i), holder);
       Describe(*menu->menuAction(), item);
-      holder.addAction(menu->menuAction());
-      Fill(*menu, item.items, path + "/" + std::to_string(i));
+      wanted.append(menu->menuAction());
+      FillAt(*menu, item.items, path + "/" + std::to_string(i));
     } else {
-      holder.addAction(ActionOf(item, m_owner));
+      wanted.append(ActionOf(item, m_owner));
     }
+  }
+  Arrange(holder, wanted);
+}
+
+// To take entries out and put them in again lays out the whole bar, and what is told of an entry,
+// such as that it can't be chosen now, is told many times a second.
+void MenuActions::Arrange(QWidget& holder, const QList<QAction*>& wanted) {
+  const QList<QAction*> present = holder.actions();
+  const auto isSame = [](QAction* is, QAction* want) {
+    return want ? is == want : is->isSeparator();
+  };
+  if (std::equal(present.begin(), present.end(), wanted.begin(), wanted.end(), isSame)) return;
+  for (QAction* action : present) {
+    holder.removeAction(action);
+    if (action->isSeparator()) delete action;
+  }
+  for (QAction* action : wanted) {
+    if (!action) {
+      action = new QAction(&holder);
+      action->setSeparator(true);
+    }
+    holder.addAction(action);
   }
 }
 
@@ -77,7 +96,11 @@ void MenuActions::Describe(QAction& action, const MenuItem& item) {
   if (!item.shortcut.empty())
     action.setShortcut(QKeySequence::fromString(QString::fromStdString(item.shortcut),
                                                 QKeySequence::PortableText));
-  if (!item.icon.empty()) action.setIcon(LoadIcon(*m_component(), item.icon, m_owner));
+  const QString icon = QString::fromStdString(item.icon);
+  if (!item.icon.empty() && (!m_sameImages || action.data() != icon)) {
+    action.setIcon(LoadIcon(*m_component(), item.icon, m_owner));
+    action.setData(icon);
+  }
   action.setCheckable(item.checkable);
   action.setChecked(item.checked);
   action.setEnabled(item.enabled);

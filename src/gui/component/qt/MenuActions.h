@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QKeySequence>
+#include <QList>
 #include <functional>
 #include <map>
 #include <string>
@@ -25,19 +26,21 @@ class MenuActions {
   MenuActions(QWidget& owner, std::function<Component*()> component)
       : m_owner(owner), m_component(std::move(component)) {}
 
-  /// `holder` is a QMenu or QMenuBar.
-  void Fill(QWidget& holder, const std::vector<MenuItem>& items);
+  /// `holder` is a QMenu or QMenuBar. With `sameImages` icons that are there stay.
+  void Fill(QWidget& holder, const std::vector<MenuItem>& items, bool sameImages = false);
   /// Has the entries' shortcuts work while the focus is in `widget`.
   void ServeShortcuts(QWidget& widget, const std::vector<MenuItem>& items);
 
  private:
-  void Fill(QWidget& holder, const std::vector<MenuItem>& items, const std::string& path);
+  void FillAt(QWidget& holder, const std::vector<MenuItem>& items, const std::string& path);
+  static void Arrange(QWidget& holder, const QList<QAction*>& wanted);
   QAction* ActionOf(const MenuItem& item, QWidget& owner);
   QMenu* MenuOf(const MenuItem& item, const std::string& path, QWidget& holder);
   void Describe(QAction& action, const MenuItem& item);
   void Chosen(int id, bool checked);
 
   QWidget& m_owner;
+  bool m_sameImages = false;  ///< while it fills
   std::function<Component*()> m_component;
   std::map<int, QAction*> m_actions;      ///< by the item's id
   std::map<std::string, QMenu*> m_menus;  ///< by the menu's id, or its place

@@ -158,7 +158,7 @@ class MenubarPeer : public PeerOf<Menubar, QMenuBar> {
  protected:
   void UpdateContent(unsigned changes) override {
     if (changes & (kMenuChange | kImageChange))
-      m_actions.Fill(*View(), Held()->GetMenu().GetItems());
+      m_actions.Fill(*View(), Held()->GetMenu().GetItems(), !(changes & kImageChange));
   }
 
  private:
