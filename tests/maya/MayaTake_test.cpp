@@ -106,6 +106,16 @@ TEST(MayaTake, ShowsTheTakeAndPutsBackWhatHasNoCurve) {
   EXPECT_EQ(rig->GetSceneName(), "_4_Rig");
   EXPECT_EQ(rig->GetName(), "Rig");
   EXPECT_TRUE(rig->SetParent(body));
+  CoreNode* const camera = adaptor.CreateCameraNode({owner, "Eye", "Eye"}, nullptr, 40.0, 0.1);
+  const auto plugOfLens = [&](const char* name) {
+    MDagPath path;
+    MSelectionList list;
+    list.add(camera->GetSceneName().c_str());
+    list.getDagPath(0, path);
+    path.extendToShape();
+    return MFnDependencyNode(path.node()).findPlug(name, true);
+  };
+  const double focal = plugOfLens("focalLength").asDouble();
   const std::string before = mayahost::Dump();
   MAnimControl::setAutoKeyMode(true);
   std::vector<CInterface*> instances = {owner};
@@ -117,15 +127,23 @@ TEST(MayaTake, ShowsTheTakeAndPutsBackWhatHasNoCurve) {
   pose.setTranslation({1, 2, 3});
   rws::CSnapshot* const snapshot = rig->GetSnapshot(1.0);
   snapshot->SetMatrix(pose.data());
+  auto* const eye = static_cast<maya::CMayaNode*>(camera);
+  eye->SetLensValue(rws::adaptor::LensValue::kFocusDistance, 1.0, 7.0);
+  eye->SetLensValue(rws::adaptor::LensValue::kFieldOfView, 1.0, 20.0);
   EXPECT_EQ(PlugOf(rig, "tx").asDouble(), 0.0) << "ahead of the write of the time";
   adaptor.SetCurrentTime(1.0);
   EXPECT_EQ(PlugOf(rig, "tx").asDouble(), 1.0);
+  EXPECT_NEAR(plugOfLens("focusDistance").asDouble(), 700.0, 1e-9);
+  EXPECT_NEAR(plugOfLens("focalLength").asDouble() * std::tan(util::kPi / 18.0),
+              12.7 * plugOfLens("verticalFilmAperture").asDouble(), 1e-9);
+  EXPECT_NEAR(eye->GetLensValue(rws::adaptor::LensValue::kFieldOfView, 0.0), 40.0, 1e-9);
   EXPECT_EQ(maya::ToSeconds(MAnimControl::currentTime()), 1.0);
   EXPECT_FALSE(rig->HasKeys());
   EXPECT_FALSE(adaptor.HostUndo()) << "in a take";
   rig->ReleaseSnapshot(snapshot);
   adaptor.EndRecording();
   EXPECT_EQ(PlugOf(rig, "tx").asDouble(), 1.0) << "as keys";
+  EXPECT_NE(plugOfLens("focalLength").asDouble(), focal) << "as keys";
   adaptor.CancelUndoBlock();
   adaptor.SetCurrentTime(0.0);
   EXPECT_TRUE(MAnimControl::autoKeyMode());

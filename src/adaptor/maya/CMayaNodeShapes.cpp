@@ -7,6 +7,7 @@
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/PlugChange.h"
 #include "adaptor/maya/ShapeReading.h"
+#include "adaptor/maya/TakeChannels.h"
 #include "util/Angles.h"
 
 #include <maya/MFnDagNode.h>
@@ -38,7 +39,10 @@ bool CMayaNode::HasLens() const {
 
 double CMayaNode::ReadLens(LensValue which, double time) const {
   const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
-  const double value = ValueAt(FindPlug(camera, PlugNameOf(which)), time);
+  const TakePlugs* const shown =
+      m_take ? m_take->lens[static_cast<std::size_t>(which)].get() : nullptr;
+  const double value =
+      shown ? shown->Read(0, time) : ValueAt(FindPlug(camera, PlugNameOf(which)), time);
   if (which == LensValue::kFocusDistance) return value / kCentimetresAMetre;
   return 2.0 * std::atan(HalfFilm(camera, time) / value) * 180.0 / util::kPi;
 }
@@ -59,6 +63,19 @@ void CMayaNode::WriteLens(LensValue which, double time, double value) {
     PutValue(plug, number);
   else if (WhyNoKeysOn(plug).empty())
     PutKey(curve, time, number, change ? change->GetKeys() : nullptr);
+}
+
+void CMayaNode::ShowTakeLens() {
+  for (const LensValue which : {LensValue::kFieldOfView, LensValue::kFocusDistance}) {
+    const auto& samples = GetRecorded(which).samples;
+    if (samples.empty()) continue;
+    EnterTake();
+    std::unique_ptr<TakePlugs>& shown = m_take->lens[static_cast<std::size_t>(which)];
+    const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
+    if (!shown)
+      shown = std::make_unique<TakePlugs>(std::vector<MPlug>{FindPlug(camera, PlugNameOf(which))});
+    shown->Show({ToLensPlug(which, samples.back().time, samples.back().value)});
+  }
 }
 
 void CMayaNode::WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) {

@@ -59,7 +59,7 @@ void MayaAdaptorInterface::BeginRecording(double time,
 }
 
 void MayaAdaptorInterface::PutTakePoses() {
-  ForTakeNodes([](CMayaNode& node) { node.ShowTakePose(); });
+  ForTakeNodes([](CMayaNode& node) { node.ShowTake(); });
 }
 
 void MayaAdaptorInterface::LeaveTake() {
