@@ -80,8 +80,68 @@
     </message>
     <message>
         <source>Cancel</source>
-        <extracomment>data/core/layout/rws_fitcar.xml; data/core/layout/rws_import.xml; data/core/layout/rws_makemodel.xml</extracomment>
+        <extracomment>data/core/layout/rws_fitcar.xml; data/core/layout/rws_follow.xml; data/core/layout/rws_import.xml</extracomment>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Follow a rig's line</source>
+        <extracomment>data/core/layout/rws_follow.xml; src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Der Linie eines Rigs folgen</translation>
+    </message>
+    <message>
+        <source>A copy of the rig drives along the path that the rig has recorded, by its own autonomous mode.</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>Eine Kopie des Rigs fährt in ihrem autonomen Modus den Weg, den das Rig aufgenommen hat.</translation>
+    </message>
+    <message>
+        <source>&amp;Line of</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>&amp;Linie von</translation>
+    </message>
+    <message>
+        <source>&amp;Profile that drives</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>&amp;Profil, das fährt</translation>
+    </message>
+    <message>
+        <source>&amp;Name of the copy</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>&amp;Name der Kopie</translation>
+    </message>
+    <message>
+        <source>A free one</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>Ein freier</translation>
+    </message>
+    <message>
+        <source>&amp;The rig itself drives, no copy</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>Das Rig &amp;selbst fährt, keine Kopie</translation>
+    </message>
+    <message>
+        <source>&amp;Go on until the line ends</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>&amp;Weiter bis zum Ende der Linie</translation>
+    </message>
+    <message>
+        <source>A rig that is late goes on behind the line's time, for up to three times as long; the playback range grows</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>Ein Rig, das zu spät ist, fährt über die Zeit der Linie hinaus weiter, bis zum Dreifachen; der Abspielbereich wächst</translation>
+    </message>
+    <message>
+        <source>As la&amp;zily as the profile follows</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>So &amp;träge, wie das Profil folgt</translation>
+    </message>
+    <message>
+        <source>With the profile's own strength and responses of the mode, not with those that lag least</source>
+        <extracomment>data/core/layout/rws_follow.xml</extracomment>
+        <translation>Mit der Stärke und den Reaktionen, die das Profil für den Modus hat, nicht mit denen, die am wenigsten nachhängen</translation>
+    </message>
+    <message>
+        <source>&amp;Follow</source>
+        <extracomment>data/core/layout/rws_follow.xml; data/core/layout/rws_log.xml</extracomment>
+        <translation>&amp;Folgen</translation>
     </message>
     <message>
         <source>Help</source>
@@ -364,11 +424,6 @@
         <translation>Suchen</translation>
     </message>
     <message>
-        <source>&amp;Follow</source>
-        <extracomment>data/core/layout/rws_log.xml</extracomment>
-        <translation>&amp;Folgen</translation>
-    </message>
-    <message>
         <source>Keeps the latest line in sight</source>
         <extracomment>data/core/layout/rws_log.xml</extracomment>
         <translation>Hält die neueste Zeile im Blick</translation>
@@ -602,6 +657,11 @@
         <source>Resimu&amp;late</source>
         <extracomment>data/core/layout/rws_main.xml</extracomment>
         <translation>&amp;Neu simulieren</translation>
+    </message>
+    <message>
+        <source>&amp;Follow a rig's line...</source>
+        <extracomment>data/core/layout/rws_main.xml</extracomment>
+        <translation>Der L&amp;inie eines Rigs folgen...</translation>
     </message>
     <message>
         <source>&amp;Why does nothing move?</source>
@@ -1644,6 +1704,116 @@
         <translation>Wände</translation>
     </message>
     <message>
+        <source>the rig could not be simulated</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>das Rig konnte nicht simuliert werden</translation>
+    </message>
+    <message>
+        <source>there is no such rig</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>ein solches Rig gibt es nicht</translation>
+    </message>
+    <message>
+        <source>a %1 follows no target by itself</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>ein %1 folgt keinem Ziel von selbst</translation>
+    </message>
+    <message>
+        <source>kinds that do: %1</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>Arten, die es tun: %1</translation>
+    </message>
+    <message>
+        <source>there is no profile "%1"</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>es gibt kein Profil „%1“</translation>
+    </message>
+    <message>
+        <source>the name %1 can't be had: %2</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>der Name %1 geht nicht: %2</translation>
+    </message>
+    <message>
+        <source>a rig named %1 is in the scene</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>ein Rig namens %1 ist in der Szene</translation>
+    </message>
+    <message>
+        <source>choose another name</source>
+        <extracomment>src/app/session/LineFollowing.cpp; src/app/studio/StudioExports.cpp</extracomment>
+        <translation>wählen Sie einen anderen Namen</translation>
+    </message>
+    <message>
+        <source>drive it first: record a take of it</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>fahren Sie es zuerst: nehmen Sie einen Take davon auf</translation>
+    </message>
+    <message>
+        <source>it has no recorded path</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>es hat keinen aufgenommenen Weg</translation>
+    </message>
+    <message>
+        <source>its path has no place at %1 s</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>sein Weg hat bei %1 s keinen Ort</translation>
+    </message>
+    <message>
+        <source>its recorded path of %1 s is too short to follow</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>sein aufgenommener Weg von %1 s ist zu kurz, um ihm zu folgen</translation>
+    </message>
+    <message>
+        <source>it takes %1 s</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>nötig sind %1 s</translation>
+    </message>
+    <message>
+        <source>it stands still all along its recorded path</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>es steht auf seinem ganzen aufgenommenen Weg still</translation>
+    </message>
+    <message>
+        <source>it could not be copied: %1</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>es konnte nicht kopiert werden: %1</translation>
+    </message>
+    <message>
+        <source>the copy could not be named: %1</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>die Kopie konnte nicht benannt werden: %1</translation>
+    </message>
+    <message>
+        <source>profile %1: %2</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>Profil %1: %2</translation>
+    </message>
+    <message>
+        <source>parameter %1: %2</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>Parameter %1: %2</translation>
+    </message>
+    <message>
+        <source>its %1 is gone</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>%1 von ihm ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>undo what deleted it</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>machen Sie rückgängig, was es gelöscht hat</translation>
+    </message>
+    <message>
+        <source>%1 could not be taken from its parent</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>%1 konnte nicht von seinem übergeordneten Knoten gelöst werden</translation>
+    </message>
+    <message>
+        <source>its path gives the target no place</source>
+        <extracomment>src/app/session/LineFollowing.cpp</extracomment>
+        <translation>sein Weg ergibt keinen Ort für das Ziel</translation>
+    </message>
+    <message>
         <source>Change range and rate</source>
         <extracomment>src/app/session/SceneRange.cpp</extracomment>
         <translation>Bereich und Bildrate ändern</translation>
@@ -2169,11 +2339,6 @@
         <translation>das ist die Datei der offenen Szene, die ihre Rigs verlöre</translation>
     </message>
     <message>
-        <source>choose another name</source>
-        <extracomment>src/app/studio/StudioExports.cpp</extracomment>
-        <translation>wählen Sie einen anderen Namen</translation>
-    </message>
-    <message>
         <source>Writing %1...</source>
         <extracomment>src/app/studio/StudioExports.cpp</extracomment>
         <translation>%1 wird geschrieben ...</translation>
@@ -2374,6 +2539,46 @@
         <translation>Markieren Sie zuerst einen Teil der Zeitleiste.</translation>
     </message>
     <message>
+        <source>%1 follows the line of %2 m, from %3 to %4 s.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>%1 folgt der Linie von %2 m, von %3 bis %4 s.</translation>
+    </message>
+    <message>
+        <source>Off the line: %1 m on average, %2 m at most, at %3 s; in 95 of 100 frames within %4 m.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Neben der Linie: im Mittel %1 m, höchstens %2 m, bei %3 s; in 95 von 100 Frames unter %4 m.</translation>
+    </message>
+    <message>
+        <source>At the end: %1 s early.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Am Ende: %1 s zu früh.</translation>
+    </message>
+    <message>
+        <source>At the end: %1 s late.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Am Ende: %1 s zu spät.</translation>
+    </message>
+    <message>
+        <source>Its speed differs by %1 m/s at most, at %2 s.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Seine Geschwindigkeit weicht um höchstens %1 m/s ab, bei %2 s.</translation>
+    </message>
+    <message>
+        <source>At %1 s it has left the line for good: it is farther off than %2 m.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Bei %1 s hat es die Linie endgültig verlassen: Es ist weiter weg als %2 m.</translation>
+    </message>
+    <message>
+        <source>No rig here follows a line by itself: add a 4WheelerExt and drive it.</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Kein Rig hier folgt von selbst einer Linie: Fügen Sie einen 4WheelerExt hinzu und fahren Sie ihn.</translation>
+    </message>
+    <message>
+        <source>Following the line of %1...</source>
+        <extracomment>src/app/studio/StudioTakes.cpp</extracomment>
+        <translation>Folgt der Linie von %1...</translation>
+    </message>
+    <message>
         <source>The sound can't be played: %1</source>
         <extracomment>src/app/studio/StudioTime.cpp</extracomment>
         <translation>Der Ton kann nicht abgespielt werden: %1</translation>
@@ -2512,6 +2717,16 @@
         <source>No inputs recorded</source>
         <extracomment>src/app/studio/windows/CurvesPage.cpp</extracomment>
         <translation>Keine Eingaben aufgenommen</translation>
+    </message>
+    <message>
+        <source>As the rig stands</source>
+        <extracomment>src/app/studio/windows/FollowWindow.cpp</extracomment>
+        <translation>So wie das Rig ist</translation>
+    </message>
+    <message>
+        <source>No copy is made.</source>
+        <extracomment>src/app/studio/windows/FollowWindow.cpp</extracomment>
+        <translation>Es wird keine Kopie gemacht.</translation>
     </message>
     <message>
         <source>%1; nodes: %2, meshes: %3, triangles: %4</source>

@@ -23,6 +23,7 @@
 #include "app/studio/timeline/CurveStrip.h"
 #include "app/studio/timeline/Timeline.h"
 #include "app/studio/windows/CurvesPage.h"
+#include "app/studio/windows/FollowWindow.h"
 #include "app/studio/windows/HelpWindow.h"
 #include "app/studio/windows/ImportWindow.h"
 #include "app/studio/windows/MakeModelWindow.h"
@@ -204,8 +205,9 @@ class AllWindows : public WindowsTest {
     app::MakeModelWindow make(*windows, browser);
     app::ModelsWindow models(*windows, {"ground"});
     app::PunchWindow punch(*windows, {1.0, 2.5});
+    app::FollowWindow follow(*windows);
     for (Window* window :
-         std::initializer_list<Window*>{&fit, &help, &import, &make, &models, &punch}) {
+         std::initializer_list<Window*>{&fit, &help, &import, &make, &models, &punch, &follow}) {
       window->Show();
       shown(*window);
       window->Hide();

@@ -150,6 +150,28 @@ TEST_F(Studio, MakesModelsAndAddsThemUnderFreeNames) {
   studio.Do("click win=Models id=21");
 }
 
+TEST_F(Studio, ALineIsDrivenOnceMoreByACopyAsOneStep) {
+  DrivenStudio studio(root);
+  const std::string follow = "Follow a rig's line...";
+  Choose(studio, "Take", follow);
+  EXPECT_NE(studio.ValueOf("MainWindow", kNoticeText).find("4WheelerExt"), std::string::npos);
+  ChooseFrom(studio, "Help", "Examples", "A drive over hills");
+  Choose(studio, "Take", follow);
+  studio.DoAll({"click win=Follow id=12", "type Second", "click win=Follow id=20"});
+  for (int i = 0; i < 100 && !studio.Shows("MessageBox"); ++i) studio.Do("wait 0.1");
+  EXPECT_EQ(studio.ValueOf("MessageBox", kBoxText).rfind("Second follows the line of 29", 0), 0u);
+  studio.Do(kOk);
+  EXPECT_EQ(studio.State()["selection"], Json({"Second"}));
+  EXPECT_EQ(LastStep(studio), "Follow Car");
+  EXPECT_EQ(Steps(studio), 1u);
+  // The name is taken now, and nothing changes.
+  Choose(studio, "Take", follow);
+  studio.DoAll({"click win=Follow id=12", "type Second", "click win=Follow id=20", "wait 0.2"});
+  EXPECT_NE(studio.ValueOf("MessageBox", kBoxText).find("named Second"), std::string::npos);
+  studio.Do(kOk);
+  EXPECT_EQ(Steps(studio), 1u);
+}
+
 TEST_F(Studio, AsksBeforeChangesAreLost) {
   const std::string path = folder.path + "/a.glb";
   const auto size = [&path] { return std::filesystem::file_size(path); };

@@ -77,7 +77,7 @@ void RunFollow(Program& program, const FollowOptions& o) {
     result = FollowPath(job.GetSession(), o.wish, bar.GetMonitor());
   }
   CheckInterrupt();
-  if (!result.problem.empty()) throw Failure(o.wish.rig, result.problem, result.hint);
+  if (result.problem) throw Failure(o.wish.rig, result.problem.filled(), result.hint.filled());
   job.Save(o.output);
   TellFollowing(program.GetOutput(), result);
 }

@@ -22,6 +22,7 @@
 #include "core/instances/NameRules.h"
 #include "core/interface/CCamera.h"
 #include "core/interface/LineToFollow.h"
+#include "core/services/Translation.h"
 #include "core/tools/Tool.h"
 #include "unidevice/Property.h"
 #include "util/NumberText.h"
@@ -33,6 +34,7 @@ namespace {
 namespace headless = rws::adaptor::headless;
 using rws::LineToFollow;
 using rws::core::Instance;
+using rws::core::Translatable;
 using Pose = util::QTransform<double>;
 using Vector = util::Vector3<double>;
 
@@ -206,7 +208,7 @@ class PathFollowing {
     const RunResult run =
         Resimulate(m_core, m_result.span, monitor, {m_core.Find(m_driver->GetInstanceName())});
     m_result.cancelled = run.cancelled;
-    if (!run.began) Refuse("the rig could not be simulated");
+    if (!run.began) Refuse(Translatable("the rig could not be simulated"));
     if (!run.began || run.cancelled) return m_result;
     const headless::SceneNode& node = *NodeNamed(*m_driver, m_asked.lineNode)->GetSceneNode();
     std::vector<Pose> driven;
@@ -218,7 +220,7 @@ class PathFollowing {
   }
 
  private:
-  bool Refuse(const std::string& problem, const std::string& hint = {}) {
+  bool Refuse(const util::Sentence& problem, const util::Sentence& hint = {}) {
     m_result.problem = problem;
     m_result.hint = hint;
     return false;
@@ -230,19 +232,21 @@ class PathFollowing {
 
   bool Find() {
     m_driver = m_core.FindInstance(m_wish.rig);
-    if (!m_driver) return Refuse("there is no such rig");
+    if (!m_driver) return Refuse(Translatable("there is no such rig"));
     if (!m_driver->GetRig()->HasExtension(rws::kFollowLine))
-      return Refuse("a " + m_driver->GetTool()->GetDisplayId() + " follows no target by itself",
-                    "kinds that do: " + Joined(KindsThatFollow(m_core)));
+      return Refuse(
+          {Translatable("a %1 follows no target by itself"), {m_driver->GetTool()->GetDisplayId()}},
+          {Translatable("kinds that do: %1"), {Joined(KindsThatFollow(m_core))}});
     const auto& profiles = m_driver->GetTool()->GetConfigProfiles();
     if (!m_wish.profile.empty() && !profiles.Find(m_wish.profile))
-      return Refuse("there is no profile \"" + m_wish.profile + "\"",
+      return Refuse({Translatable("there is no profile \"%1\""), {m_wish.profile}},
                     HintFor(m_wish.profile, profiles.GetNames(), "profiles"));
     std::string wrong;
     if (!m_wish.name.empty() && !rws::core::IsNameAllowed(m_wish.name, wrong))
-      return Refuse("the name " + m_wish.name + " can't be had: " + wrong);
+      return Refuse({Translatable("the name %1 can't be had: %2"), {m_wish.name, wrong}});
     if (!m_wish.name.empty() && m_core.FindInstance(m_wish.name))
-      return Refuse("a rig named " + m_wish.name + " is in the scene", "choose another name");
+      return Refuse({Translatable("a rig named %1 is in the scene"), {m_wish.name}},
+                    Translatable("choose another name"));
     return true;
   }
 
@@ -252,44 +256,45 @@ class PathFollowing {
     const headless::HeadlessNode* const own = NodeNamed(*m_driver, m_asked.lineNode);
     const headless::Channel* const keys =
         own ? own->GetSceneNode()->GetChannel(headless::ChannelPath::kTranslation) : nullptr;
-    const std::string remedy = "drive it first, with rigwright take or rigwright resim --inputs";
-    if (!keys || keys->IsEmpty()) return Refuse("it has no recorded path", remedy);
+    const util::Sentence remedy = Translatable("drive it first: record a take of it");
+    if (!keys || keys->IsEmpty()) return Refuse(Translatable("it has no recorded path"), remedy);
     m_first = m_core.FrameIndex(m_core.SnapToFrame(keys->GetTimes().front()));
     const int last = m_core.FrameIndex(keys->GetTimes().back() + 1e-5);
     for (int i = m_first; i <= last; ++i) {
       m_line.push_back(PoseOf(*own->GetSceneNode(), i * m_core.GetFrameDuration()));
       const Vector& at = m_line.back().position;
       if (!std::isfinite(at.x) || !std::isfinite(at.y) || !std::isfinite(at.z))
-        return Refuse("its path has no place at " + util::shortText(i * m_core.GetFrameDuration()) +
-                      " s");
+        return Refuse({Translatable("its path has no place at %1 s"),
+                       {util::shortText(i * m_core.GetFrameDuration())}});
     }
     m_asked.start = TimeOf(0);
     m_result.span = {TimeOf(0), TimeOf(m_line.size() - 1)};
     const double seconds = m_result.span.to - m_result.span.from;
     if (seconds < kLeastSeconds - 1e-5)
-      return Refuse(
-          "its recorded path of " + util::shortText(seconds) + " s is too short to follow",
-          "it takes " + util::shortText(kLeastSeconds) + " s");
+      return Refuse({Translatable("its recorded path of %1 s is too short to follow"),
+                     {util::shortText(seconds)}},
+                    {Translatable("it takes %1 s"), {util::shortText(kLeastSeconds)}});
     m_asked.line = m_line;
     Ask();
     double way = 0.0;
     for (std::size_t i = 1; i < m_line.size(); ++i) way += WayInto(m_line, i);
     if (way < kLeastWay * m_asked.size)
-      return Refuse("it stands still all along its recorded path", remedy);
+      return Refuse(Translatable("it stands still all along its recorded path"), remedy);
     return true;
   }
 
   bool MakeDriver() {
     std::string problem;
     if (!m_wish.inPlace) m_driver = m_core.Clone(m_core.Find(m_wish.rig), problem);
-    if (!m_driver) return Refuse("it could not be copied: " + problem);
+    if (!m_driver) return Refuse({Translatable("it could not be copied: %1"), {problem}});
     if (!m_wish.inPlace && !m_wish.name.empty()) {
       problem = m_core.Rename(m_core.Find(m_driver->GetInstanceName()), m_wish.name);
-      if (!problem.empty()) return Refuse("the copy could not be named: " + problem);
+      if (!problem.empty())
+        return Refuse({Translatable("the copy could not be named: %1"), {problem}});
     }
     m_result.driver = m_driver->GetInstanceName();
     if (!m_wish.profile.empty()) problem = m_core.LoadProfile(m_result.driver, m_wish.profile);
-    return problem.empty() || Refuse("profile " + m_wish.profile + ": " + problem);
+    return problem.empty() || Refuse({Translatable("profile %1: %2"), {m_wish.profile, problem}});
   }
 
   bool Set(const std::vector<std::pair<std::string, double>>& values) {
@@ -297,7 +302,7 @@ class PathFollowing {
       for (const rws::core::ConfigElement* element : m_driver->GetConfig().FindAll(label)) {
         std::string problem;
         if (!m_core.EditParameter(*m_driver, element->GetId(), util::exactText(value), problem))
-          return Refuse(label + ": " + problem);
+          return Refuse({Translatable("parameter %1: %2"), {label, problem}});
       }
     return true;
   }
@@ -305,10 +310,12 @@ class PathFollowing {
   /// Parameters and inputs of the mode, and a target that nothing carries along.
   bool Prepare() {
     headless::HeadlessNode* const target = NodeNamed(*m_driver, m_asked.targetNode);
-    if (!target) return Refuse("its " + m_asked.targetNode + " is gone", "undo what deleted it");
+    if (!target)
+      return Refuse({Translatable("its %1 is gone"), {m_asked.targetNode}},
+                    Translatable("undo what deleted it"));
     m_result.target = target->GetSceneName();
     if (target->GetSceneNode()->GetParent() && !target->SetParent(nullptr))
-      return Refuse(m_result.target + " could not be taken from its parent");
+      return Refuse({Translatable("%1 could not be taken from its parent"), {m_result.target}});
     if (!m_wish.asProfile && !Set(m_asked.sharp)) return false;
     Ask();
     m_led = InReach(m_line, m_asked.topSpeed * m_core.GetFrameDuration(), m_wish.toEnd);
@@ -338,7 +345,7 @@ class PathFollowing {
     headless::HeadlessNode& target = *NodeNamed(*m_driver, m_asked.targetNode);
     headless::Channel keys(headless::ChannelPath::kTranslation);
     if (times.empty() || !keys.SetKeys(std::move(times), std::move(places)))
-      return Refuse("its path gives the target no place");
+      return Refuse(Translatable("its path gives the target no place"));
     m_session.GetAdaptor().KeepPose(target);
     target.GetSceneNode()->SetChannel(std::move(keys));
     return true;

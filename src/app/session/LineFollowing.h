@@ -6,6 +6,7 @@
 
 #include "app/session/anyhost/Monitor.h"
 #include "app/session/anyhost/TimeSpan.h"
+#include "util/Sentence.h"
 
 namespace orv::app {
 
@@ -44,7 +45,7 @@ inline constexpr double kFollowWindow = 10.0;  ///< s
 
 /// How a following ended. Unless it was done, the scene is as it was.
 struct FollowResult {
-  std::string problem, hint;  ///< why nothing has changed, and what to do; empty when it has
+  util::Sentence problem, hint;  ///< why nothing has changed, and what to do; empty when it has
   bool cancelled = false;
   std::string driver;  ///< name of the rig that drives
   std::string target;  ///< scene name of the node that it follows

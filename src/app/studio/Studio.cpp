@@ -290,6 +290,7 @@ const std::vector<Studio::Command>& Studio::Commands() {
       {kCommandPunch, &Studio::RecordMarks},
       {kCommandPunchBegin, &Studio::MarkBegin},
       {kCommandPunchEnd, &Studio::MarkEnd},
+      {kCommandFollow, &Studio::FollowLine},
       {kCommandSound, &Studio::ChooseSound},
       {kCommandBackdrop, &Studio::ChooseBackdrop},
       {kCommandHelp, &Studio::ShowHelp},

@@ -117,6 +117,7 @@ class Studio : public QObject, public rws::core::windows::Program, public Script
   void RecordMarks();
   void MarkBegin();
   void MarkEnd();
+  void FollowLine();
   /// Why not, or nothing.
   std::string BeginMarkedTake(double preRoll, double blend, bool goOn);
   // Kept takes, by number.

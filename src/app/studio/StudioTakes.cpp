@@ -1,6 +1,8 @@
 // What the desktop program does with kept takes, and takes between marks.
+#include <QLocale>
 #include <QStringList>
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -14,12 +16,15 @@
 #include "app/studio/timeline/CurveStrip.h"
 #include "app/studio/timeline/Player.h"
 #include "app/studio/timeline/Timeline.h"
+#include "app/studio/windows/FollowWindow.h"
 #include "app/studio/windows/ProgressWindow.h"
 #include "app/studio/windows/PunchWindow.h"
 #include "core/CoreImplementation.h"
 #include "core/CoreMessages.h"
 #include "core/instances/Instance.h"
+#include "core/instances/InstanceReference.h"
 #include "core/interface/CInterface.h"
+#include "core/windows/ControlWords.h"
 #include "gui/Texts.h"
 #include "util/AtomicFile.h"
 #include "util/MessageNode.h"
@@ -163,6 +168,62 @@ std::string Studio::BeginMarkedTake(double preRoll, double blend, bool goOn) {
   m_take = std::make_unique<SceneTake>(m_document.GetSession());
   m_take->Begin(wish, m_takeMonitor, [] {});
   return {};
+}
+
+// --- a line, driven once more ---
+
+namespace {
+
+std::string ReportOf(const FollowResult& result) {
+  const auto text = [](double value, int decimals = 2) {
+    return QLocale().toString(value, 'f', decimals).toStdString();
+  };
+  const LineDistances& off = result.off;
+  std::string report =
+      Translate("%1 follows the line of %2 m, from %3 to %4 s.",
+                {result.driver, text(off.length), text(result.span.from), text(result.span.to)});
+  report += "\n" +
+            Translate(
+                "Off the line: %1 m on average, %2 m at most, at %3 s; in 95 of 100 "
+                "frames within %4 m.",
+                {text(off.mean, 3), text(off.largest, 3), text(off.largestTime), text(off.p95, 3)});
+  if (off.delay)
+    report +=
+        "\n" + Translate(*off.delay < 0.0 ? "At the end: %1 s early." : "At the end: %1 s late.",
+                         {text(std::abs(*off.delay))});
+  report += "\n" + Translate("Its speed differs by %1 m/s at most, at %2 s.",
+                             {text(off.speed), text(off.speedTime)});
+  if (off.left)
+    report +=
+        "\n" + Translate("At %1 s it has left the line for good: it is farther off than %2 m.",
+                         {text(*off.left), text(off.margin)});
+  return report;
+}
+
+}  // namespace
+
+void Studio::FollowLine() {
+  const std::string title = Translate("Follow a rig's line");
+  auto& core = m_document.GetCore();
+  if (FollowWindow::GetRigs(core).empty())
+    return Tell(Translate("No rig here follows a line by itself: add a 4WheelerExt and drive it."));
+  FollowWish wish;
+  FollowWindow window(m_windows);
+  if (!window.Run(wish) || IsLocked(Translate("That"))) return;
+  FollowResult result;
+  {
+    const Working working(*this);
+    ProgressWindow progress(m_windows, title, Translate("Following the line of %1...", {wish.rig}));
+    result = FollowPath(m_document.GetSession(), wish, progress.MakeMonitor());
+  }
+  if (result.cancelled) return;
+  if (result.problem)
+    return Show(title, Problem{wish.rig,
+                               rws::core::windows::Shown(result.problem),
+                               rws::core::windows::Shown(result.hint),
+                               {}});
+  if (const auto* row = core.Find(result.driver)) core.SetSelection({row->GetId()});
+  Ask(title, ReportOf(result), rws::kButtonsOk | rws::kIconNone);
 }
 
 // --- the script ---

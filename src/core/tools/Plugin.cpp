@@ -85,6 +85,10 @@ int Plugin::GetSimulationVersion() {
   return static_cast<int>(m_factory.Extension(kTellSimulation, nullptr, nullptr));
 }
 
+bool Plugin::NeedsReplay() {
+  return m_factory.Extension(kTellReplay, nullptr, nullptr) > 0;
+}
+
 Instance* Plugin::MakeInstance(const std::string& name) {
   CCamera* rig = m_factory.CreateObject({m_host.NextObjectId(), GetDisplayId()});
   return rig ? new Instance(m_host, this, rig, name) : nullptr;

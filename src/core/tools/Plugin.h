@@ -30,6 +30,7 @@ class Plugin : public Tool {
   std::string GetDescription() override;
   std::string GetCreatedBy() override;
   int GetSimulationVersion() override;
+  bool NeedsReplay() override;
 
  private:
   InstanceHost& m_host;

@@ -62,6 +62,9 @@ class Tool : public QObject,
   /// Version of how rigs of this kind simulate, from 1 up; another one comes to other poses. 0: not
   /// known.
   virtual int GetSimulationVersion() = 0;
+  /// Whether a run from the middle of another comes to other poses than that one, because the rig's
+  /// memory of a frame is not all that it went on from.
+  virtual bool NeedsReplay() = 0;
 
   /// Reads all profiles, those of the resources first.
   void LoadProfiles();

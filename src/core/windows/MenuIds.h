@@ -44,6 +44,7 @@ enum ProgramCommand : int {
   kCommandPunch,       ///< a take between the marks
   kCommandPunchBegin,  ///< the marks
   kCommandPunchEnd,
+  kCommandFollow,  ///< a rig's line, driven once more
   kFirstRecent = 3100,
   kFirstExample = 3200,
 };

@@ -67,7 +67,7 @@ TEST_F(LineFollowing, ADriveForwardsBackwardsAndRoundIsFollowedAndUndoneAsOneSte
     Drive(seed);
     const std::string before = Saved();
     const FollowResult copy = FollowPath(session, {"Car", "", "Second"}, monitor);
-    ASSERT_EQ(copy.problem, "") << seed;
+    ASSERT_EQ(copy.problem.filled(), "") << seed;
     EXPECT_EQ(copy.driver, "Second");
     EXPECT_GT(copy.off.length, 5.0) << seed;
     EXPECT_LT(copy.off.mean, 0.1) << seed;

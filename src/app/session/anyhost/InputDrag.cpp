@@ -21,8 +21,6 @@ using rws::core::RunState;
 
 namespace {
 
-/// Its solver has a memory of its own, which no history holds to the bit.
-constexpr char kBeltKind[] = "CrawlerTracks";
 constexpr const char* kEditStep = rws::core::Translatable("Edit Inputs");
 
 Instance* FindByIdentity(rws::core::CoreImplementation& core, int identity) {
@@ -44,7 +42,7 @@ double InputDrag::FindFirstChange(const Track& before, const Track& after) {
 }
 
 bool InputDrag::ResumesExactly(const Instance& rig) {
-  if (rig.GetTool()->GetDisplayId() == kBeltKind) return false;
+  if (rig.GetTool()->NeedsReplay()) return false;
   // A parameter that an input turns begins each run where its take began.
   const auto& entries = rig.GetProperties().entries;
   const auto& tracks = const_cast<Instance&>(rig).GetTracks();

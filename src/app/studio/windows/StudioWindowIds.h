@@ -74,6 +74,17 @@ enum PunchId : int {
   kPunchCancel,
 };
 
+enum FollowId : int {
+  kFollowRig = 10,  ///< combo boxes
+  kFollowProfile,
+  kFollowName,     ///< text box
+  kFollowInPlace,  ///< check boxes
+  kFollowToEnd,
+  kFollowAsProfile,
+  kFollowAccept = 20,
+  kFollowCancel,
+};
+
 enum ProgressId : int { kProgressText = 10, kProgressBar, kProgressCancel };
 
 enum HelpId : int { kHelpPages = 10, kHelpScroll, kHelpText, kHelpClose };

@@ -208,7 +208,8 @@ class CrawlerTracks : public Rig {
   bool m_hasLeft = false;    ///< its wheels or the ground, and the user has been told
 };
 
-class CrawlerTracksPlugin : public RigFactory<1> {
+/// The solver has a memory of its own, which no history holds to the bit.
+class CrawlerTracksPlugin : public RigFactory<1, true> {
  public:
   CCamera* CreateObject(const CreationRecord& record) override;
   std::string GetId() override { return "CrawlerTracks"; }
