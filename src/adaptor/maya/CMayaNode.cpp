@@ -316,7 +316,7 @@ void CMayaNode::WriteTrs(double time, const Trs& local, bool key) {
       PutKey(curves[i], time, value(i), change ? change->GetKeys() : nullptr);
 }
 
-/// A curve for each plug that may have one.
+/// A curve for each plug that may have one; all are null where the host refuses.
 std::vector<MObject> CMayaNode::MakeCurves(const MPlug* plugs, std::size_t count,
                                            PlugChange* change) {
   MDGModifier unnoted;
@@ -329,7 +329,10 @@ std::vector<MObject> CMayaNode::MakeCurves(const MPlug* plugs, std::size_t count
     curves.push_back(WhyNoKeysOn(plugs[i]).empty() ? CurveFor(plugs[i], modifier) : MObject());
     if (isNew && !curves.back().isNull()) made.push_back(curves.back());
   }
-  modifier.doIt();
+  if (!DoLogged(modifier, "make the curves of " + BareName(plugs->node()))) {
+    modifier.undoIt();
+    return std::vector<MObject>(count);
+  }
   for (const MObject& curve : made) MFnAnimCurve(curve).setIsWeighted(false);
   return curves;
 }
@@ -365,6 +368,7 @@ std::string CMayaNode::WriteKeys(double from, const std::vector<PoseSample>& tak
   const std::array<MPlug, 9> plugs = PosePlugs(GetObject());
   PlugChange* const change = ChangeOf(m_poseChange);
   const std::vector<MObject> curves = MakeCurves(plugs.data(), plugs.size(), change);
+  if (curves[0].isNull()) return "the host refused to make its curves";
   for (std::size_t i = 0; i < 9; ++i)
     ReplaceKeys(curves[i], from, times, values[i], change ? change->GetKeys() : nullptr);
   KeepSamples(from, take);
@@ -454,7 +458,7 @@ bool CMayaNode::PutUnder(HostNode* parent) {
                    QuoteMel(static_cast<CMayaNode*>(parent)->GetPath().fullPathName().asUTF8())
              : "parent -world " + own;
   move.commandToExecute(line.c_str());
-  if (!move.doIt()) return false;
+  if (!DoLogged(move, "move " + GetSceneName() + " in the hierarchy")) return false;
   (noted ? noted->instance : unnoted.instance) = std::exchange(m_instance, InstanceBelow(parent));
   m_moving = noted != nullptr;
   if (keyed)

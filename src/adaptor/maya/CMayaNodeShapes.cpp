@@ -95,8 +95,9 @@ void CMayaNode::WriteLensKeys(LensValue which, double from, const util::AVar_Lin
   }
   if (!varies) return;
   PlugChange* const change = ChangeOf(m_lensChange);
-  ReplaceKeys(MakeCurves(&plug, 1, change).front(), from, times, values,
-              change ? change->GetKeys() : nullptr);
+  const MObject curve = MakeCurves(&plug, 1, change).front();
+  if (!curve.isNull())
+    ReplaceKeys(curve, from, times, values, change ? change->GetKeys() : nullptr);
 }
 
 Exchange CMayaNode::SaveLens() {
@@ -184,8 +185,11 @@ Colour CMayaNode::ReadColour() const {
 void CMayaNode::PutColour(const Colour& colour) {
   const MDagPath shape = FindShape(GetPath(), MFn::kMesh);
   if (!shape.isValid()) return;
-  if (!IsOwnShader(LambertOf(shape)))
-    m_adaptor.PushExchange("CCreateShaderObj", MakeOwnShader(shape, GetSceneName()));
+  if (!IsOwnShader(LambertOf(shape))) {
+    Exchange made = MakeOwnShader(shape, GetSceneName());
+    if (!made) return;
+    m_adaptor.PushExchange("CCreateShaderObj", std::move(made));
+  }
   PutLambert(LambertOf(shape), colour);
 }
 

@@ -1,10 +1,15 @@
 #include "adaptor/maya/TakePlugs.h"
 
+#include <maya/MFnDependencyNode.h>
+
 #include "adaptor/maya/Channels.h"
+#include "adaptor/maya/LoggedModifier.h"
 
 namespace orv::rws::adaptor::maya {
 
-TakePlugs::TakePlugs(const std::vector<MPlug>& plugs) : m_node(plugs.front().node()) {
+TakePlugs::TakePlugs(const std::vector<MPlug>& plugs)
+    : m_node(plugs.front().node()),
+      m_name(MFnDependencyNode(plugs.front().node()).name().asUTF8()) {
   for (const MPlug& plug : plugs) {
     m_channels.push_back({plug, CurveOf(plug), plug.asDouble()});
     m_shown = m_shown && !IsLockedPlug(plug) && (!IsDriven(plug) || !CurveOf(plug).isNull());
@@ -12,7 +17,8 @@ TakePlugs::TakePlugs(const std::vector<MPlug>& plugs) : m_node(plugs.front().nod
   if (!m_shown) return;
   for (const Channel& channel : m_channels)
     if (!channel.curve.isNull()) m_off.disconnect(channel.plug.source(), channel.plug);
-  m_off.doIt();
+  m_shown = DoLogged(m_off, "show the take on " + m_name);
+  if (!m_shown) m_off.undoIt();
 }
 
 double TakePlugs::Read(std::size_t plug, double time) const {
@@ -27,7 +33,10 @@ void TakePlugs::Show(const std::vector<double>& values) {
 
 void TakePlugs::Restore() {
   if (!m_shown || !m_node.isAlive()) return;
-  m_off.undoIt();
+  if (!m_off.undoIt())
+    core::LogEntry(core::LogLevel::kError,
+                   "The host refused to give " + m_name +
+                       " its animation back: undo the take, or open the scene again");
   for (Channel& channel : m_channels)
     if (channel.curve.isNull()) channel.plug.setValue(channel.value);
 }

@@ -6,6 +6,7 @@
 #include <maya/MObjectHandle.h>
 #include <maya/MPlug.h>
 
+#include <string>
 #include <vector>
 
 namespace orv::rws::adaptor::maya {
@@ -38,6 +39,7 @@ class TakePlugs {
   void Restore();
 
   MObjectHandle m_node;
+  std::string m_name;  ///< of the node, for messages
   std::vector<Channel> m_channels;
   MDGModifier m_off;    ///< has disconnected the curves
   bool m_shown = true;  ///< all plugs are driven by curves or by nothing
