@@ -84,7 +84,10 @@ int KeptTakes::ShownOf(int number) const {
 
 std::set<int> KeptTakes::FindNeeded() const {
   std::set<int> needed;
-  for (const KeptTake* take : ChainOf(m_list.current)) needed.insert(take->number);
+  // Of what the scene shows also what stands beside it: the next take may go on from both.
+  for (std::vector<const KeptTake*> line = LineOf(m_list.current); !line.empty();
+       line = LineOf(line.front()->beside))
+    for (const KeptTake* take : line) needed.insert(take->number);
   for (const KeptTake& shown : m_list.takes)
     for (const KeptTake* take : ChainOf(shown.number)) needed.insert(take->number);
   return needed;
@@ -104,13 +107,17 @@ TakeList KeptTakes::GetNeeded() const {
     if (take.number < 0) renumbered[take.number] = --list.lastHidden;
   const auto renumber = [&renumbered](int& number) {
     const auto found = renumbered.find(number);
-    if (found != renumbered.end()) number = found->second;
+    if (found != renumbered.end())
+      number = found->second;
+    else if (number < 0)
+      number = 0;
   };
   renumber(list.current);
   for (auto* takes : {&list.takes, &list.hidden})
     for (KeptTake& take : *takes) {
       renumber(take.number);
       renumber(take.predecessor);
+      renumber(take.beside);
     }
   return list;
 }
@@ -232,6 +239,7 @@ std::string KeptTakes::Import(const std::string& bytes, std::vector<int>& number
   for (auto* takes : {&list.takes, &list.hidden}) {
     for (KeptTake& take : *takes) {
       take.predecessor = renumbered[take.predecessor];
+      take.beside = renumbered.count(take.beside) > 0 ? renumbered[take.beside] : 0;
       take.number = renumbered[take.number];
       take.shown = renumbered.count(take.shown) > 0 ? renumbered[take.shown] : 0;
       take.retried = take.undone = false;

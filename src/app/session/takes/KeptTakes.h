@@ -25,7 +25,8 @@ class SceneSession;
 struct UseResult {
   std::string problem;  ///< why nothing has changed; empty when it has
   bool cancelled = false;
-  bool isSame = false;  ///< the poses are those of the take, to the bit
+  bool isSame = false;         ///< the poses are those of the take, to the bit
+  std::set<std::string> rigs;  ///< that were put back
 };
 
 /// Keeps every take that the session's core performs, unless the preferences say otherwise, outside
@@ -53,8 +54,8 @@ class KeptTakes {
   int GetCurrent() const { return ShownOf(m_list.current); }
   /// Number of the take that one went on from, simulated again or not; 0: none that is there.
   int GetPredecessor(const KeptTake& take) const { return ShownOf(take.predecessor); }
-  /// What the scene's keys come from, oldest first: each goes on within the one before. Empty when
-  /// that is not known.
+  /// What the scene's keys come from, oldest first: each goes on within those before, or stands
+  /// beside them. Empty when that is not known.
   std::vector<const KeptTake*> GetChain() const;
   Surroundings& GetSurroundings() { return m_surroundings; }
 
@@ -108,6 +109,7 @@ class KeptTakes {
   KeptTake* EditShown(int number);
   bool IsTracking() const;
   void BeginTake();
+  bool IsInPlaceOf(const KeptTake& old) const;
   void StopTake(bool isTake);
   void EndTake();
   void Hide(int number);
@@ -115,16 +117,19 @@ class KeptTakes {
   void ForgetUnneeded(std::size_t most);
   std::set<int> FindNeeded() const;
   TakeList GetNeeded() const;
-  int PredecessorAt(double start, const std::vector<rws::core::Instance*>& rigs);
+  int BesideOf(const std::set<std::string>& rigs) const;
+  std::vector<const KeptTake*> StandingAt(double start, const std::set<std::string>& rigs);
+  bool Stands(const KeptTake& last);
   void ReadInputs(KeptTake& take);
-  void NoteStart(KeptTake& take);
+  void NoteStart(rws::core::Instance& rig, KeptRig& kept);
   void NotePoses(KeptTake& take);
   std::string HashOf(const KeptTake& take);
   std::uint64_t MarkOf(const KeptTake& take);
+  std::vector<const KeptTake*> LineOf(int number) const;
   std::vector<const KeptTake*> ChainOf(int number) const;
   std::string WhyNot(const std::vector<const KeptTake*>& chain);
   bool ClearFor(const KeptTake& take, const Monitor& monitor);
-  std::string PutBack(const KeptTake& take);
+  std::string PutBackStarts(const KeptTake& take, const Monitor& monitor);
   std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
   bool Simulate(const KeptTake& take, const Monitor& monitor);
   std::string Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor);

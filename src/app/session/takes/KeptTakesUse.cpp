@@ -42,23 +42,48 @@ void DropKeys(Instance& rig) {
   }
 }
 
+/// Whether a rig goes on from a run that is not among these.
+bool NeedsEarlier(const std::vector<const KeptTake*>& chain) {
+  std::set<std::string> held;
+  for (const KeptTake* take : chain)
+    for (const KeptRig& rig : take->rigs)
+      if (!rig.hasStart && held.count(rig.name) == 0)
+        return true;
+      else
+        held.insert(rig.name);
+  return false;
+}
+
 }  // namespace
 
 // --- using one ---
 
-std::vector<const KeptTake*> KeptTakes::ChainOf(int number) const {
-  std::vector<const KeptTake*> chain;
+std::vector<const KeptTake*> KeptTakes::LineOf(int number) const {
+  std::vector<const KeptTake*> line;
   // What was read has been looked through for circles, and new ones go on from older ones.
   for (const KeptTake* take = FindAny(number); take; take = FindAny(take->predecessor))
-    chain.push_back(take);
-  std::reverse(chain.begin(), chain.end());
+    line.push_back(take);
+  std::reverse(line.begin(), line.end());
+  return line;
+}
+
+/// Those that a take went on from, and ahead of them those that others of its rigs did.
+std::vector<const KeptTake*> KeptTakes::ChainOf(int number) const {
+  std::vector<const KeptTake*> chain = LineOf(number);
+  while (!chain.empty() && chain.front()->predecessor == 0 && NeedsEarlier(chain)) {
+    const std::vector<const KeptTake*> earlier = LineOf(chain.front()->beside);
+    if (earlier.empty()) break;
+    chain.insert(chain.begin(), earlier.begin(), earlier.end());
+  }
   return chain;
 }
 
 std::vector<const KeptTake*> KeptTakes::GetChain() const {
-  const std::vector<const KeptTake*> chain = ChainOf(m_list.current);
-  const bool isWhole = !chain.empty() && chain.front()->predecessor == 0;
-  return isWhole ? chain : std::vector<const KeptTake*>();
+  std::vector<const KeptTake*> chain;
+  for (std::vector<const KeptTake*> line = ChainOf(m_list.current);
+       !line.empty() && line.front()->predecessor == 0; line = ChainOf(line.front()->beside))
+    chain.insert(chain.begin(), line.begin(), line.end());
+  return chain;
 }
 
 std::string KeptTakes::WhyNot(const std::vector<const KeptTake*>& chain) {
@@ -87,14 +112,14 @@ std::string KeptTakes::PutBackRig(const KeptTake& take, const KeptRig& kept) {
   core.GetAdaptor()->PushUndo(new rws::core::TakeUndo(*rig, rws::core::TakeUndo::Of::kTake));
   PutBindings(*rig, kept.bindings);
   PutParameters(*rig, kept);
-  if (take.predecessor == 0 && !kept.memory.empty()) {
+  if (!kept.memory.empty()) {
     core.RebuildWithData(*rig, kept.memory);
     rig = core.FindInstance(kept.name);
     if (!rig) return "the rig " + kept.name + " could not be put back to its start";
     PutParameters(*rig, kept);  // what the rig stored has some of its own
   }
-  if (take.isFirst) DropKeys(*rig);
-  PutInputs(*rig, kept, take.InputsBegin(kept));
+  if (kept.isFirst) DropKeys(*rig);
+  PutInputs(*rig, kept, kept.InputsBegin(take.range.from));
   return {};
 }
 
@@ -104,15 +129,18 @@ bool KeptTakes::ClearFor(const KeptTake& take, const Monitor& monitor) {
   double from = take.range.from;
   RowsToStep rows;
   for (const KeptRig& kept : take.rigs) {
+    if (!kept.hasStart) continue;
     rows.push_back(m_session.GetCore().Find(kept.name));
-    Instance& rig = *m_session.GetCore().FindInstance(kept.name);
-    if (take.isFirst) from = std::min(from, FirstOf(rig));
+    if (kept.isFirst) from = std::min(from, FirstOf(*m_session.GetCore().FindInstance(kept.name)));
   }
-  return Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
+  return rows.empty() || Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
 }
 
-std::string KeptTakes::PutBack(const KeptTake& take) {
+/// The rigs that the take has a start of.
+std::string KeptTakes::PutBackStarts(const KeptTake& take, const Monitor& monitor) {
+  if (!ClearFor(take, monitor)) return "its rigs could not be simulated";
   for (const KeptRig& kept : take.rigs) {
+    if (!kept.hasStart) continue;
     const std::string problem = PutBackRig(take, kept);
     if (!problem.empty()) return problem;
     for (const auto& [name, pose] : kept.nodes) {
@@ -135,12 +163,18 @@ bool KeptTakes::Simulate(const KeptTake& take, const Monitor& monitor) {
 
 /// What is wrong, if anything.
 std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor) {
-  for (std::size_t i = 0; i < chain.size(); ++i) {
-    if (i == 0 && !ClearFor(*chain[i], monitor)) return "its rigs could not be simulated";
-    std::string problem = PutBack(*chain[i]);
+  // All from the first: a rig that runs later stands there already, and others may look at it.
+  for (auto take = chain.rbegin(); take != chain.rend(); ++take) {
+    std::string problem = PutBackStarts(**take, monitor);
     if (!problem.empty()) return problem;
+  }
+  for (const KeptTake* take : chain) {
+    for (const KeptRig& kept : take->rigs) {
+      std::string problem = kept.hasStart ? "" : PutBackRig(*take, kept);
+      if (!problem.empty()) return problem;
+    }
     // To its end, though little of it may stay: a rig may look at keys behind the next one's start.
-    if (!Simulate(*chain[i], monitor)) return "its rigs could not be simulated";
+    if (!Simulate(*take, monitor)) return "its rigs could not be simulated";
   }
   return {};
 }
@@ -165,6 +199,8 @@ UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   Edit(number)->undone = Edit(number)->retried = false;
   adaptor.PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
   block.Keep();
+  for (const KeptTake* take : chain)
+    for (const KeptRig& rig : take->rigs) result.rigs.insert(rig.name);
   result.isSame = HashOf(*FindAny(number)) == FindAny(number)->hash;
   return result;
 }

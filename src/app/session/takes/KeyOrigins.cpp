@@ -128,15 +128,18 @@ std::vector<KeyStretch> FindStretches(SceneSession& session) {
   std::vector<KeyStretch> stretches;
   const Rigs rigs = session.GetCore().List(true);
   const std::vector<const KeptTake*> chain = session.GetTakes().GetChain();
-  Rigs unknown, earlier;
+  Rigs unknown;
+  std::map<double, Rigs> earlier;  // that have keys ahead of their first run, by its start
   for (Instance* rig : rigs) {
-    const bool isKnown = !chain.empty() && chain.front()->Find(rig->GetInstanceName());
-    if (!isKnown) unknown.push_back(rig);
-    if (isKnown && FirstKey(*rig) < chain.front()->range.from - util::kFrameTolerance)
-      earlier.push_back(rig);
+    const auto holds = [rig](const KeptTake* take) { return take->Find(rig->GetInstanceName()); };
+    const auto first = std::find_if(chain.begin(), chain.end(), holds);
+    if (first == chain.end())
+      unknown.push_back(rig);
+    else if (FirstKey(*rig) < (*first)->range.from - util::kFrameTolerance)
+      earlier[(*first)->range.from].push_back(rig);
   }
   AddWhole(session, unknown, {}, stretches);
-  if (!chain.empty()) AddWhole(session, earlier, chain.front()->range.from, stretches);
+  for (const auto& [start, those] : earlier) AddWhole(session, those, start, stretches);
   for (std::size_t i = 0; i < chain.size(); ++i) {
     KeyStretch stretch = StretchOf(chain, i, rigs);
     if (!stretch.rigs.empty()) stretches.push_back(std::move(stretch));

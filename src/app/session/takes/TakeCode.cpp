@@ -14,7 +14,8 @@ namespace {
 using Track = util::AVar_Linear<double>;
 
 constexpr quint32 kMark = 0x4f52544bu;
-constexpr quint32 kCodeVersion = 2;  ///< before 2 neither surfaces nor simulations
+/// Before 2 neither surfaces nor simulations, before 3 one start for all rigs of a take.
+constexpr quint32 kCodeVersion = 3;
 /// Bytes that a damaged length can't make us take.
 constexpr quint32 kMostBytes = 1u << 30;
 constexpr quint32 kMostItems = 1u << 24;
@@ -259,6 +260,7 @@ bool GetSurfaces(QDataStream& in, KeptRig& rig, const KeptRig* before) {
 
 void PutRig(QDataStream& out, const KeptRig& rig, const KeptRig* before, double frameDuration) {
   PutText(out, rig.profile);
+  out << rig.hasStart << rig.isFirst;
   PutSurfaces(out, rig, before);
   PutSettings(out, rig, before);
   out << QByteArray(reinterpret_cast<const char*>(rig.memory.data()),
@@ -278,6 +280,7 @@ void PutRig(QDataStream& out, const KeptRig& rig, const KeptRig* before, double 
 bool GetRig(QDataStream& in, quint32 version, KeptRig& rig, const KeptRig* before,
             double frameDuration) {
   rig.profile = GetText(in);
+  if (version > 2) in >> rig.hasStart >> rig.isFirst;
   if (version > 1 && !GetSurfaces(in, rig, before)) return false;
   if (!GetSettings(in, rig, before)) return false;
   QByteArray memory;
@@ -299,9 +302,9 @@ bool GetRig(QDataStream& in, quint32 version, KeptRig& rig, const KeptRig* befor
 
 void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   out << static_cast<qint32>(take.number) << static_cast<qint32>(take.stars)
-      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown)
-      << static_cast<quint64>(take.mark) << take.rate << take.range.from << take.range.to
-      << take.retried << take.undone << take.isFirst;
+      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.beside)
+      << static_cast<qint32>(take.shown) << static_cast<quint64>(take.mark) << take.rate
+      << take.range.from << take.range.to << take.retried << take.undone;
   for (const std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     PutText(out, *text);
   out << static_cast<quint32>(take.rigs.size());
@@ -316,17 +319,20 @@ void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
 
 bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
              std::map<std::string, KeptRig>& latest) {
-  qint32 number = 0, stars = 0, predecessor = 0, shown = 0;
+  qint32 number = 0, stars = 0, predecessor = 0, beside = 0, shown = 0;
   quint64 mark = 0;
+  bool isFirst = false;
   in >> number >> stars >> predecessor;
+  if (version > 2) in >> beside;
   if (version > 1) in >> shown >> mark;
   in >> take.rate >> take.range.from >> take.range.to >> take.retried >> take.undone;
-  if (version > 1) in >> take.isFirst;
+  if (version == 2) in >> isFirst;
   take.number = number;
   take.shown = shown;
   take.mark = mark;
   take.stars = stars;
   take.predecessor = predecessor;
+  take.beside = beside;
   for (std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     *text = GetText(in);
   const bool sound = number != 0 && take.rate > 0.0 && std::isfinite(take.rate) &&
@@ -337,6 +343,8 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   if (!sound || in.status() != QDataStream::Ok) return false;
   for (quint32 i = 0; i < rigs; ++i) {
     KeptRig rig;
+    rig.hasStart = predecessor == 0;
+    rig.isFirst = isFirst;
     rig.name = GetText(in);
     rig.kind = GetText(in);
     const std::string key = rig.kind + '\n' + rig.name;
@@ -350,12 +358,14 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   return true;
 }
 
-/// Whether all chains end, and no number stands for two.
+/// Whether all chains end, and no number stands for two. Each take goes on from one or is beside
+/// one: both ways count as one.
 bool IsSound(const TakeList& list) {
   std::map<int, int> before;
   for (const auto* takes : {&list.takes, &list.hidden})
     for (const KeptTake& take : *takes)
-      if (!before.emplace(take.number, take.predecessor).second) return false;
+      if (!before.emplace(take.number, take.predecessor ? take.predecessor : take.beside).second)
+        return false;
   for (const auto& each : before) {
     std::size_t length = 0;
     for (auto at = before.find(each.first); at != before.end(); at = before.find(at->second))
