@@ -133,9 +133,9 @@ std::vector<KeyStretch> FindStretches(SceneSession& session) {
   for (Instance* rig : rigs) {
     const auto holds = [rig](const KeptTake* take) { return take->Find(rig->GetInstanceName()); };
     const auto first = std::find_if(chain.begin(), chain.end(), holds);
-    if (first == chain.end())
-      unknown.push_back(rig);
-    else if (FirstKey(*rig) < (*first)->range.from - util::kFrameTolerance)
+    if (first == chain.end() && std::isfinite(FirstOf(*rig)))
+      unknown.push_back(rig);  // else it never ran
+    else if (first != chain.end() && FirstKey(*rig) < (*first)->range.from - util::kFrameTolerance)
       earlier[(*first)->range.from].push_back(rig);
   }
   AddWhole(session, unknown, {}, stretches);
