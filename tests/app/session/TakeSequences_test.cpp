@@ -14,6 +14,7 @@
 #include "app/session/takes/RigSettings.h"
 #include "app/session/takes/SceneTake.h"
 #include "core/instances/InstanceReference.h"
+#include "core/take/TakeUndo.h"
 #include "rigs/RigSuite.h"
 #include "support/TempFolder.h"
 #include "support/Templates.h"
@@ -49,6 +50,15 @@ struct Performed {
 /// Of an input or a node.
 std::string RigOf(const std::string& name) {
   return name.rfind("Hand", 0) == 0 ? "Hand" : "Rig";
+}
+
+/// Of these rigs all is as in `from`, the others are as they were.
+template <class Named>
+void PutOver(Named& all, const Named& from, const std::set<std::string>& rigs) {
+  for (auto it = all.begin(); it != all.end();)
+    it = rigs.count(RigOf(it->first)) ? all.erase(it) : std::next(it);
+  for (const auto& [name, value] : from)
+    if (rigs.count(RigOf(name))) all[name] = value;
 }
 
 /// Times and values of a node's keys from one frame to another.
@@ -289,10 +299,8 @@ void TakeSequences::Take() {
     if (GetParam() == "4WheelerExt" && name.rfind("Rig:", 0) == 0 && track.find(from) >= 0 &&
         track.samples[static_cast<std::size_t>(track.find(from))].time == from)
       wanted.tracks[name].set(from, track.value(from));
-  for (const auto& [node, keys] : now.keys)
-    if (names.count(RigOf(node)) || wanted.keys.count(node) == 0) wanted.keys[node] = keys;
-  for (const auto& [rig, values] : now.parameters)
-    if (names.count(rig)) wanted.parameters[rig] = values;
+  PutOver(wanted.keys, now.keys, names);
+  PutOver(wanted.parameters, now.parameters, names);
   const int number = static_cast<int>(takes.size()) + 1;
   const std::vector<int> begun = ChainFrom(start);
   if (wanted.current) {
@@ -388,16 +396,9 @@ void TakeSequences::Use() {
   const Shown now = Look();
   Shown wanted = past[at];
   for (const auto& rig : take.rigs) ASSERT_EQ(result.rigs.count(rig), 1u);
-  // The others are as they were.
-  const auto putBack = [&result](auto& all, const auto& performed) {
-    for (auto it = all.begin(); it != all.end();)
-      it = result.rigs.count(RigOf(it->first)) ? all.erase(it) : std::next(it);
-    for (const auto& [name, value] : performed)
-      if (result.rigs.count(RigOf(name))) all[name] = value;
-  };
-  putBack(wanted.tracks, take.scene.tracks);
-  putBack(wanted.parameters, take.scene.parameters);
-  putBack(wanted.keys, take.scene.keys);
+  PutOver(wanted.tracks, take.scene.tracks, result.rigs);
+  PutOver(wanted.parameters, take.scene.parameters, result.rigs);
+  PutOver(wanted.keys, take.scene.keys, result.rigs);
   wanted.current = number;
   wanted.flags[number] = {false, false};
   Expect(now, wanted, "use");
@@ -474,6 +475,38 @@ TEST_P(TakeSequences, AreWhatAModelSays) {
     for (int step = 0; step < 6; ++step) {
       const std::string deed = Something();
       done += deed + " ";
+      if (std::getenv("TAKE_PRINT")) {
+        std::fprintf(stderr, "DBG %s current %d:", deed.c_str(), kept().GetCurrent());
+        for (const app::KeptTake* t : kept().GetChain()) {
+          std::fprintf(stderr, " [%d<-%d|%d %.0f..%.0f", t->number, t->predecessor, (int)t->beside.size(), t->range.from/kTick, t->range.to/kTick);
+          for (auto& r : t->rigs) std::fprintf(stderr, " %s%s%s", r.name.c_str(), r.hasStart?"*":"", r.isFirst?"!":"");
+          std::fprintf(stderr, "]");
+        }
+        std::fprintf(stderr, "\n");
+        if (std::getenv("TAKE_RESIM") && takes.size() == 2) {
+          Look();
+          auto dump = [&](const char* w) {
+            auto s = Look();
+            for (auto& [n, k] : s.keys) if (RigOf(n)=="Rig") { std::fprintf(stderr, "%s %s:", w, n.c_str()); auto all = KeysOf(k, -1, 2*kTick); for (double d : all) std::fprintf(stderr, " %.9g", d); std::fprintf(stderr, "\n"); }
+          };
+          dump("was");
+          { app::KeptTakes::Pause pause(kept()); app::UndoBlock block(session->GetAdaptor(), "x");
+          app::Resimulate(core(), {0.0, 14 * kTick}, app::Monitor(), {core().Find("Rig")}); dump("alone"); }
+          dump("back");
+          { app::KeptTakes::Pause pause(kept()); app::UndoBlock block(session->GetAdaptor(), "x");
+          Instance& rig = *core().FindInstance("Rig");
+          core().GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, rws::core::TakeUndo::Of::kTake));
+          const int how = atoi(std::getenv("TAKE_RESIM"));
+          if (how & 1) for (int i = 0; i < (int)rig.GetTracks().size(); ++i) { auto track = rig.GetTracks()[(size_t)i]; track.cutFrom(0.0); rig.SetTrack(i, track); }
+          const app::KeptRig* kr = kept().Find(2)->Find("Rig");
+          if (how & 2) app::PutBindings(rig, kr->bindings);
+          if (how & 4) app::PutParameters(rig, *kr);
+          app::Resimulate(core(), {16*kTick, 19 * kTick}, app::Monitor(), {core().Find("Rig"),core().Find("Hand")}); dump("later"); }
+          dump("back");
+          { app::KeptTakes::Pause pause(kept()); app::UndoBlock block(session->GetAdaptor(), "x");
+          app::Resimulate(core(), {0.0, 14 * kTick}, app::Monitor(), {core().Find("Rig")}); dump("alone"); }
+        }
+      }
       if (!HasFailure()) Check(deed);
       ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << done;
     }

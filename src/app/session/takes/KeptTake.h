@@ -77,13 +77,15 @@ struct KeptRig {
 struct KeptTake {
   int number = 0;  ///< from 1, of a simulation from -1 down; never given away again
   std::string name, note;
-  int stars = 0;           ///< 0 to 5
-  std::string when;        ///< as the program told it
-  std::string version;     ///< of the program
-  double rate = 0.0;       ///< frames per second
-  TimeSpan range;          ///< s, from its start to its last frame
-  int predecessor = 0;     ///< number of the take in whose middle it began; 0: none
-  int beside = 0;          ///< of one without: what the other rigs' keys came from; 0: nothing
+  int stars = 0;        ///< 0 to 5
+  std::string when;     ///< as the program told it
+  std::string version;  ///< of the program
+  double rate = 0.0;    ///< frames per second
+  TimeSpan range;       ///< s, from its start to its last frame
+  int predecessor = 0;  ///< number of the take in whose middle it began; 0: none
+  /// Last runs that its other rigs go on from, oldest first: those of its predecessors' line came
+  /// behind them.
+  std::vector<int> beside;
   int shown = 0;           ///< of a simulation: the take that the scene showed by then
   std::string hash;        ///< of the poses, hexadecimal SHA-256
   std::uint64_t mark = 0;  ///< of the poses from where its chain begins; 0: not known

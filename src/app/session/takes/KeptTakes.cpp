@@ -84,10 +84,8 @@ int KeptTakes::ShownOf(int number) const {
 
 std::set<int> KeptTakes::FindNeeded() const {
   std::set<int> needed;
-  // Of what the scene shows also what stands beside it: the next take may go on from both.
-  for (std::vector<const KeptTake*> line = LineOf(m_list.current); !line.empty();
-       line = LineOf(line.front()->beside))
-    for (const KeptTake* take : line) needed.insert(take->number);
+  for (const int tip : GetTips())
+    for (const KeptTake* take : ChainOf(tip)) needed.insert(take->number);
   for (const KeptTake& shown : m_list.takes)
     for (const KeptTake* take : ChainOf(shown.number)) needed.insert(take->number);
   return needed;
@@ -107,17 +105,15 @@ TakeList KeptTakes::GetNeeded() const {
     if (take.number < 0) renumbered[take.number] = --list.lastHidden;
   const auto renumber = [&renumbered](int& number) {
     const auto found = renumbered.find(number);
-    if (found != renumbered.end())
-      number = found->second;
-    else if (number < 0)
-      number = 0;
+    if (found != renumbered.end()) number = found->second;
   };
   renumber(list.current);
+  for (int& number : list.beside) renumber(number);
   for (auto* takes : {&list.takes, &list.hidden})
     for (KeptTake& take : *takes) {
       renumber(take.number);
       renumber(take.predecessor);
-      renumber(take.beside);
+      for (int& number : take.beside) renumber(number);
     }
   return list;
 }
@@ -162,13 +158,14 @@ void KeptTakes::KeepToLimit() {
 // --- marks ---
 
 KeptTakes::Marks KeptTakes::GetMarks() const {
-  Marks marks{m_list.current, {}};
+  Marks marks{m_list.current, m_list.beside, {}};
   for (const KeptTake& take : m_list.takes) marks.flags[take.number] = {take.retried, take.undone};
   return marks;
 }
 
 void KeptTakes::PutMarks(const Marks& marks) {
   m_list.current = marks.current;
+  m_list.beside = marks.beside;
   m_changed = true;
   for (const auto& [number, flags] : marks.flags) {
     if (KeptTake* take = Edit(number)) {
@@ -233,13 +230,17 @@ std::string KeptTakes::Import(const std::string& bytes, std::vector<int>& number
   int lastHidden = m_list.lastHidden;
   for (const KeptTake& take : list.hidden) renumbered[take.number] = --lastHidden;
   for (const auto* takes : {&list.takes, &list.hidden})
-    for (const KeptTake& take : *takes)
-      if (renumbered.count(take.predecessor) == 0)
-        return "take " + std::to_string(take.predecessor) + " is missing in it";
+    for (const KeptTake& take : *takes) {
+      std::vector<int> earlier = take.beside;
+      earlier.push_back(take.predecessor);
+      for (const int number : earlier)
+        if (renumbered.count(number) == 0)
+          return "take " + std::to_string(number) + " is missing in it";
+    }
   for (auto* takes : {&list.takes, &list.hidden}) {
     for (KeptTake& take : *takes) {
       take.predecessor = renumbered[take.predecessor];
-      take.beside = renumbered.count(take.beside) > 0 ? renumbered[take.beside] : 0;
+      for (int& number : take.beside) number = renumbered[number];
       take.number = renumbered[take.number];
       take.shown = renumbered.count(take.shown) > 0 ? renumbered[take.shown] : 0;
       take.retried = take.undone = false;

@@ -35,6 +35,9 @@ struct UseResult {
 /// other parameters, from which a take may go on; no list shows it.
 class KeptTakes {
  public:
+  /// Oldest first.
+  using Chain = std::vector<const KeptTake*>;
+
   /// Listens to the core's takes as long as it lives.
   explicit KeptTakes(SceneSession& session);
   ~KeptTakes();
@@ -56,7 +59,7 @@ class KeptTakes {
   int GetPredecessor(const KeptTake& take) const { return ShownOf(take.predecessor); }
   /// What the scene's keys come from, oldest first: each goes on within those before, or stands
   /// beside them. Empty when that is not known.
-  std::vector<const KeptTake*> GetChain() const;
+  Chain GetChain() const;
   Surroundings& GetSurroundings() { return m_surroundings; }
 
   /// Puts parameters, mappings, tracks and start back and simulates the take, behind those that it
@@ -94,9 +97,11 @@ class KeptTakes {
 
  private:
   class MarksUndo;
+  using Names = std::set<std::string>;  ///< of rigs
   /// What undo and redo change.
   struct Marks {
     int current = 0;
+    std::vector<int> beside;
     std::map<int, std::pair<bool, bool>> flags;  ///< retried and undone, by number
   };
 
@@ -117,22 +122,27 @@ class KeptTakes {
   void ForgetUnneeded(std::size_t most);
   std::set<int> FindNeeded() const;
   TakeList GetNeeded() const;
-  int BesideOf(const std::set<std::string>& rigs) const;
-  std::vector<const KeptTake*> StandingAt(double start, const std::set<std::string>& rigs);
+  Chain StandingAt(double start, const Names& rigs);
+  void GoOnFrom(const Chain& chain);
   bool Stands(const KeptTake& last);
   void ReadInputs(KeptTake& take);
   void NoteStart(rws::core::Instance& rig, KeptRig& kept);
   void NotePoses(KeptTake& take);
   std::string HashOf(const KeptTake& take);
   std::uint64_t MarkOf(const KeptTake& take);
-  std::vector<const KeptTake*> LineOf(int number) const;
-  std::vector<const KeptTake*> ChainOf(int number) const;
-  std::string WhyNot(const std::vector<const KeptTake*>& chain);
-  bool ClearFor(const KeptTake& take, const Monitor& monitor);
-  std::string PutBackStarts(const KeptTake& take, const Monitor& monitor);
+  static Names NamesOf(const Chain& chain);
+  static int MissingIn(const Chain& chain);
+  Chain LineOf(int number) const;
+  Chain ChainAhead(const KeptTake& take) const;
+  Chain ChainOf(int number) const;
+  std::vector<int> GetTips() const;
+  std::vector<int> Uncovered(const std::vector<int>& tips, Names covered) const;
+  std::string WhyNot(const Chain& chain);
+  bool ClearFor(const KeptTake& take, const Names& rigs, const Monitor& monitor);
+  std::string PutBackStarts(const KeptTake& take, const Names& rigs, const Monitor& monitor);
   std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
   bool Simulate(const KeptTake& take, const Monitor& monitor);
-  std::string Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor);
+  std::string Replay(const Chain& chain, const Monitor& monitor);
 
   SceneSession& m_session;
   Surroundings m_surroundings;

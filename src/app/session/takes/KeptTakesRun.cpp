@@ -56,23 +56,14 @@ Tracks TracksOf(const std::vector<const KeptTake*>& chain, const std::string& ri
   return TracksAhead(all, end);
 }
 
-using Names = std::set<std::string>;
-
-bool HasAny(const KeptTake& take, const Names& rigs) {
+bool HasAny(const KeptTake& take, const std::set<std::string>& rigs) {
   return std::any_of(take.rigs.begin(), take.rigs.end(),
                      [&rigs](const KeptRig& rig) { return rigs.count(rig.name) > 0; });
 }
 
-bool HasOthers(const KeptTake& take, const Names& rigs) {
+bool HasOthers(const KeptTake& take, const std::set<std::string>& rigs) {
   return std::any_of(take.rigs.begin(), take.rigs.end(),
                      [&rigs](const KeptRig& rig) { return rigs.count(rig.name) == 0; });
-}
-
-Names NamesOf(const std::vector<const KeptTake*>& chain) {
-  Names names;
-  for (const KeptTake* take : chain)
-    for (const KeptRig& rig : take->rigs) names.insert(rig.name);
-  return names;
 }
 
 }  // namespace
@@ -89,26 +80,17 @@ bool KeptTakes::Stands(const KeptTake& last) {
   return last.mark != 0 ? MarkOf(last) == last.mark : HashOf(last) == last.hash;
 }
 
-/// What the other rigs' keys come from when these begin anew; 0: nothing that is known.
-int KeptTakes::BesideOf(const Names& rigs) const {
-  for (std::vector<const KeptTake*> line = LineOf(m_list.current); !line.empty();
-       line = LineOf(line.front()->beside))
-    if (std::any_of(line.begin(), line.end(),
-                    [&rigs](const KeptTake* take) { return HasOthers(*take, rigs); }))
-      return line.back()->number;
-  return 0;
-}
-
 /// The runs that what stands of the rigs at `start` comes from, oldest first; none when that is not
 /// known, or none was there by then.
-std::vector<const KeptTake*> KeptTakes::StandingAt(double start, const Names& rigs) {
-  using Chain = std::vector<const KeptTake*>;
+KeptTakes::Chain KeptTakes::StandingAt(double start, const Names& rigs) {
   Chain chain;
-  for (Chain line = ChainOf(m_list.current);
-       !line.empty() && line.front()->predecessor == 0 && Stands(*line.back());
-       line = ChainOf(line.front()->beside)) {
-    chain.insert(chain.begin(), line.begin(), line.end());
-    const Names held = NamesOf(chain);
+  Names held;
+  const std::vector<int> tips = GetTips();
+  for (auto tip = tips.rbegin(); tip != tips.rend(); ++tip) {
+    const Chain more = ChainOf(*tip);
+    if (more.empty() || MissingIn(more) || !Stands(*more.back())) break;
+    chain.insert(chain.begin(), more.begin(), more.end());
+    held.merge(NamesOf(more));
     if (std::includes(held.begin(), held.end(), rigs.begin(), rigs.end())) break;
   }
   const auto begins = [start](const KeptTake* take) {
@@ -138,11 +120,8 @@ void KeptTakes::BeginTake() {
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
   Names names;
   for (const Instance* rig : core.GetTakeInstances()) names.insert(rig->GetInstanceName());
-  const std::vector<const KeptTake*> chain = StandingAt(core.GetStartTime(), names);
-  if (chain.empty())
-    m_running.beside = BesideOf(names);
-  else
-    m_running.predecessor = chain.back()->number;
+  const Chain chain = StandingAt(core.GetStartTime(), names);
+  if (!chain.empty()) GoOnFrom(chain);
   const Names held = NamesOf(chain);
   for (Instance* rig : core.GetTakeInstances()) {
     KeptRig kept = SettingsOf(*rig, m_surroundings);
@@ -150,6 +129,23 @@ void KeptTakes::BeginTake() {
     if (kept.hasStart) NoteStart(*rig, kept);
     m_running.rigs.push_back(std::move(kept));
   }
+}
+
+/// The last of them; and those that others of its rigs come from, which that one does not tell.
+void KeptTakes::GoOnFrom(const Chain& chain) {
+  m_running.predecessor = chain.back()->number;
+  std::vector<int> others;
+  for (const int tip : GetTips())
+    if (tip != m_running.predecessor &&
+        std::find(chain.begin(), chain.end(), FindAny(tip)) != chain.end())
+      others.push_back(tip);
+  for (const int tip : Uncovered(others, NamesOf(ChainOf(m_running.predecessor)))) {
+    const std::vector<int>& earlier = FindAny(tip)->beside;
+    m_running.beside.insert(m_running.beside.end(), earlier.begin(), earlier.end());
+    m_running.beside.push_back(tip);
+  }
+  const std::vector<int>& own = chain.back()->beside;
+  m_running.beside.insert(m_running.beside.end(), own.begin(), own.end());
 }
 
 /// What a run finds that begins now.
@@ -169,7 +165,7 @@ void KeptTakes::NoteStart(Instance& rig, KeptRig& kept) {
 /// What the chain has recorded ahead of the start is not told again, unless it was edited since
 /// without a simulation from there on.
 void KeptTakes::ReadInputs(KeptTake& take) {
-  const std::vector<const KeptTake*> chain = ChainOf(take.predecessor);
+  const Chain chain = ChainAhead(take);
   for (KeptRig& kept : take.rigs) {
     Instance* rig = m_session.GetCore().FindInstance(kept.name);
     if (!rig) continue;
@@ -207,6 +203,7 @@ void KeptTakes::StopTake(bool isTake) {
   m_running.range.to = std::max(m_running.range.from, last);
   ReadInputs(m_running);
   Marks before = GetMarks();
+  const std::vector<int> tips = GetTips();
   if (isTake && core.GetPreferences().keepTakes && !m_damaged) {
     m_running.number = ++m_list.lastNumber;
     m_running.version = version;
@@ -220,6 +217,7 @@ void KeptTakes::StopTake(bool isTake) {
     m_list.hidden.push_back(std::exchange(m_running, {}));
     m_list.current = m_list.lastHidden;
   }
+  m_list.beside = Uncovered(tips, NamesOf(ChainOf(m_list.current)));
   m_changed = true;
   core.GetAdaptor()->PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
 }
@@ -296,7 +294,7 @@ std::string KeptTakes::HashOf(const KeptTake& take) {
 /// such as rounds of a gun, is gone when the next one has begun.
 std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
   double from = take.range.from;
-  const std::vector<const KeptTake*> chain = ChainOf(take.number);
+  const Chain chain = ChainOf(take.number);
   for (const KeptTake* each : chain) from = std::min(from, each->range.from);
   std::uint64_t all = 0, mark = 0;  // the nodes' own are summed up: their order does not matter
   const auto mix = [&mark](std::uint64_t word) {

@@ -42,56 +42,15 @@ void DropKeys(Instance& rig) {
   }
 }
 
-/// Whether a rig goes on from a run that is not among these.
-bool NeedsEarlier(const std::vector<const KeptTake*>& chain) {
-  std::set<std::string> held;
-  for (const KeptTake* take : chain)
-    for (const KeptRig& rig : take->rigs)
-      if (!rig.hasStart && held.count(rig.name) == 0)
-        return true;
-      else
-        held.insert(rig.name);
-  return false;
-}
-
 }  // namespace
 
 // --- using one ---
 
-std::vector<const KeptTake*> KeptTakes::LineOf(int number) const {
-  std::vector<const KeptTake*> line;
-  // What was read has been looked through for circles, and new ones go on from older ones.
-  for (const KeptTake* take = FindAny(number); take; take = FindAny(take->predecessor))
-    line.push_back(take);
-  std::reverse(line.begin(), line.end());
-  return line;
-}
-
-/// Those that a take went on from, and ahead of them those that others of its rigs did.
-std::vector<const KeptTake*> KeptTakes::ChainOf(int number) const {
-  std::vector<const KeptTake*> chain = LineOf(number);
-  while (!chain.empty() && chain.front()->predecessor == 0 && NeedsEarlier(chain)) {
-    const std::vector<const KeptTake*> earlier = LineOf(chain.front()->beside);
-    if (earlier.empty()) break;
-    chain.insert(chain.begin(), earlier.begin(), earlier.end());
-  }
-  return chain;
-}
-
-std::vector<const KeptTake*> KeptTakes::GetChain() const {
-  std::vector<const KeptTake*> chain;
-  for (std::vector<const KeptTake*> line = ChainOf(m_list.current);
-       !line.empty() && line.front()->predecessor == 0; line = ChainOf(line.front()->beside))
-    chain.insert(chain.begin(), line.begin(), line.end());
-  return chain;
-}
-
-std::string KeptTakes::WhyNot(const std::vector<const KeptTake*>& chain) {
+std::string KeptTakes::WhyNot(const Chain& chain) {
   auto& core = m_session.GetCore();
   if (core.IsRecording()) return "a take is running";
-  if (chain.front()->predecessor != 0)
-    return "take " + std::to_string(chain.front()->predecessor) +
-           ", which it went on from, is not there";
+  if (const int missing = MissingIn(chain))
+    return "take " + std::to_string(missing) + ", which it went on from, is not there";
   for (const KeptTake* take : chain) {
     if (take->rate != m_session.GetScene().GetFrameRate())
       return "it was performed at " + util::shortText(take->rate) +
@@ -125,22 +84,23 @@ std::string KeptTakes::PutBackRig(const KeptTake& take, const KeptRig& kept) {
 
 /// What the rigs have made since goes as a run takes it away that begins there: a rig that is built
 /// anew knows nothing of it.
-bool KeptTakes::ClearFor(const KeptTake& take, const Monitor& monitor) {
+bool KeptTakes::ClearFor(const KeptTake& take, const Names& rigs, const Monitor& monitor) {
   double from = take.range.from;
   RowsToStep rows;
   for (const KeptRig& kept : take.rigs) {
-    if (!kept.hasStart) continue;
+    if (rigs.count(kept.name) == 0) continue;
     rows.push_back(m_session.GetCore().Find(kept.name));
     if (kept.isFirst) from = std::min(from, FirstOf(*m_session.GetCore().FindInstance(kept.name)));
   }
   return rows.empty() || Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
 }
 
-/// The rigs that the take has a start of.
-std::string KeptTakes::PutBackStarts(const KeptTake& take, const Monitor& monitor) {
-  if (!ClearFor(take, monitor)) return "its rigs could not be simulated";
+/// Those of the take's rigs.
+std::string KeptTakes::PutBackStarts(const KeptTake& take, const Names& rigs,
+                                     const Monitor& monitor) {
+  if (!ClearFor(take, rigs, monitor)) return "its rigs could not be simulated";
   for (const KeptRig& kept : take.rigs) {
-    if (!kept.hasStart) continue;
+    if (rigs.count(kept.name) == 0) continue;
     const std::string problem = PutBackRig(take, kept);
     if (!problem.empty()) return problem;
     for (const auto& [name, pose] : kept.nodes) {
@@ -162,17 +122,24 @@ bool KeptTakes::Simulate(const KeptTake& take, const Monitor& monitor) {
 }
 
 /// What is wrong, if anything.
-std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor) {
+std::string KeptTakes::Replay(const Chain& chain, const Monitor& monitor) {
   // All from the first: a rig that runs later stands there already, and others may look at it.
-  for (auto take = chain.rbegin(); take != chain.rend(); ++take) {
-    std::string problem = PutBackStarts(**take, monitor);
-    if (!problem.empty()) return problem;
-  }
+  std::vector<Names> starts;
+  Names known;
   for (const KeptTake* take : chain) {
-    for (const KeptRig& kept : take->rigs) {
-      std::string problem = kept.hasStart ? "" : PutBackRig(*take, kept);
-      if (!problem.empty()) return problem;
-    }
+    Names now, later;
+    for (const KeptRig& kept : take->rigs)
+      if (kept.hasStart) (known.insert(kept.name).second ? now : later).insert(kept.name);
+    std::string problem = PutBackStarts(*take, now, monitor);
+    if (!problem.empty()) return problem;
+    starts.push_back(std::move(later));
+  }
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    const KeptTake* const take = chain[i];
+    std::string problem = PutBackStarts(*take, starts[i], monitor);
+    for (const KeptRig& kept : take->rigs)
+      if (problem.empty() && !kept.hasStart) problem = PutBackRig(*take, kept);
+    if (!problem.empty()) return problem;
     // To its end, though little of it may stay: a rig may look at keys behind the next one's start.
     if (!Simulate(*take, monitor)) return "its rigs could not be simulated";
   }
@@ -181,7 +148,7 @@ std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const M
 
 UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   UseResult result;
-  const std::vector<const KeptTake*> chain = ChainOf(Find(number) ? number : 0);
+  const Chain chain = ChainOf(Find(number) ? number : 0);
   result.problem = chain.empty() ? "there is no take " + std::to_string(number) : WhyNot(chain);
   if (!result.problem.empty()) return result;
   auto& adaptor = *m_session.GetCore().GetAdaptor();
@@ -195,12 +162,12 @@ UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   if (result.cancelled) result.problem.clear();
   if (result.cancelled || !result.problem.empty()) return result;
   StretchRange(m_session, {chain.front()->range.from, chain.back()->range.to});
+  result.rigs = NamesOf(chain);
+  m_list.beside = Uncovered(GetTips(), result.rigs);
   m_list.current = number;
   Edit(number)->undone = Edit(number)->retried = false;
   adaptor.PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
   block.Keep();
-  for (const KeptTake* take : chain)
-    for (const KeptRig& rig : take->rigs) result.rigs.insert(rig.name);
   result.isSame = HashOf(*FindAny(number)) == FindAny(number)->hash;
   return result;
 }

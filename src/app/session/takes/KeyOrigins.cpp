@@ -131,12 +131,13 @@ std::vector<KeyStretch> FindStretches(SceneSession& session) {
   Rigs unknown;
   std::map<double, Rigs> earlier;  // that have keys ahead of their first run, by its start
   for (Instance* rig : rigs) {
-    const auto holds = [rig](const KeptTake* take) { return take->Find(rig->GetInstanceName()); };
-    const auto first = std::find_if(chain.begin(), chain.end(), holds);
-    if (first == chain.end() && std::isfinite(FirstOf(*rig)))
+    double start = kNever;
+    for (const KeptTake* take : chain)
+      if (take->Find(rig->GetInstanceName())) start = std::min(start, take->range.from);
+    if (start == kNever && std::isfinite(FirstOf(*rig)))
       unknown.push_back(rig);  // else it never ran
-    else if (first != chain.end() && FirstKey(*rig) < (*first)->range.from - util::kFrameTolerance)
-      earlier[(*first)->range.from].push_back(rig);
+    else if (start != kNever && FirstKey(*rig) < start - util::kFrameTolerance)
+      earlier[start].push_back(rig);
   }
   AddWhole(session, unknown, {}, stretches);
   for (const auto& [start, those] : earlier) AddWhole(session, those, start, stretches);

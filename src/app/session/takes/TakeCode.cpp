@@ -300,11 +300,29 @@ bool GetRig(QDataStream& in, quint32 version, KeptRig& rig, const KeptRig* befor
   return in.status() == QDataStream::Ok;
 }
 
+void PutNumbers(QDataStream& out, const std::vector<int>& numbers) {
+  out << static_cast<quint32>(numbers.size());
+  for (const int number : numbers) out << static_cast<qint32>(number);
+}
+
+std::vector<int> GetNumbers(QDataStream& in) {
+  std::vector<int> numbers;
+  quint32 count = 0;
+  in >> count;
+  for (; count > 0 && in.status() == QDataStream::Ok; --count) {
+    qint32 number = 0;
+    in >> number;
+    numbers.push_back(number);
+  }
+  return numbers;
+}
+
 void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   out << static_cast<qint32>(take.number) << static_cast<qint32>(take.stars)
-      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.beside)
-      << static_cast<qint32>(take.shown) << static_cast<quint64>(take.mark) << take.rate
-      << take.range.from << take.range.to << take.retried << take.undone;
+      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown)
+      << static_cast<quint64>(take.mark) << take.rate << take.range.from << take.range.to
+      << take.retried << take.undone;
+  PutNumbers(out, take.beside);
   for (const std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     PutText(out, *text);
   out << static_cast<quint32>(take.rigs.size());
@@ -319,20 +337,19 @@ void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
 
 bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
              std::map<std::string, KeptRig>& latest) {
-  qint32 number = 0, stars = 0, predecessor = 0, beside = 0, shown = 0;
+  qint32 number = 0, stars = 0, predecessor = 0, shown = 0;
   quint64 mark = 0;
   bool isFirst = false;
   in >> number >> stars >> predecessor;
-  if (version > 2) in >> beside;
   if (version > 1) in >> shown >> mark;
   in >> take.rate >> take.range.from >> take.range.to >> take.retried >> take.undone;
   if (version == 2) in >> isFirst;
+  if (version > 2) take.beside = GetNumbers(in);
   take.number = number;
   take.shown = shown;
   take.mark = mark;
   take.stars = stars;
   take.predecessor = predecessor;
-  take.beside = beside;
   for (std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     *text = GetText(in);
   const bool sound = number != 0 && take.rate > 0.0 && std::isfinite(take.rate) &&
@@ -358,14 +375,12 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   return true;
 }
 
-/// Whether all chains end, and no number stands for two. Each take goes on from one or is beside
-/// one: both ways count as one.
+/// Whether all lines end, and no number stands for two.
 bool IsSound(const TakeList& list) {
   std::map<int, int> before;
   for (const auto* takes : {&list.takes, &list.hidden})
     for (const KeptTake& take : *takes)
-      if (!before.emplace(take.number, take.predecessor ? take.predecessor : take.beside).second)
-        return false;
+      if (!before.emplace(take.number, take.predecessor).second) return false;
   for (const auto& each : before) {
     std::size_t length = 0;
     for (auto at = before.find(each.first); at != before.end(); at = before.find(at->second))
@@ -383,6 +398,7 @@ std::string EncodeTakes(const TakeList& list) {
   out << kMark << kCodeVersion << static_cast<qint32>(list.lastNumber)
       << static_cast<qint32>(list.current) << static_cast<qint32>(list.lastHidden)
       << static_cast<quint32>(list.takes.size()) << static_cast<quint32>(list.hidden.size());
+  PutNumbers(out, list.beside);
   Latest latest;
   for (const auto* takes : {&list.takes, &list.hidden})
     for (const KeptTake& take : *takes) PutTake(out, take, latest);
@@ -407,6 +423,7 @@ std::string DecodeTakes(const std::string& bytes, TakeList& list) {
   in >> shown;
   if (version > 1) in >> hidden;
   TakeList read;
+  if (version > 2) read.beside = GetNumbers(in);
   read.lastNumber = lastNumber;
   read.lastHidden = lastHidden;
   read.current = current;
