@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -86,10 +87,11 @@ struct KeptTake {
   /// Last runs that its other rigs go on from, oldest first: those of its predecessors' line came
   /// behind them.
   std::vector<int> beside;
-  int shown = 0;           ///< of a simulation: the take that the scene showed by then
-  std::string hash;        ///< of the poses, hexadecimal SHA-256
-  std::uint64_t mark = 0;  ///< of the poses from where its chain begins; 0: not known
-  bool retried = false;    ///< another take was begun in its place
+  int shown = 0;     ///< of a simulation: the take that the scene showed by then
+  std::string hash;  ///< of the poses, hexadecimal SHA-256
+  /// Of the poses of each rig from where the take's chain begins; empty: not known.
+  std::map<std::string, std::uint64_t> marks;
+  bool retried = false;  ///< another take was begun in its place
   bool undone = false;
   std::vector<KeptRig> rigs;
 

@@ -124,13 +124,14 @@ class KeptTakes {
   TakeList GetNeeded() const;
   Chain StandingAt(double start, const Names& rigs);
   void GoOnFrom(const Chain& chain);
-  bool Stands(const KeptTake& last);
+  bool Stands(const KeptTake& last, const Names& but);
   void ReadInputs(KeptTake& take);
   void NoteStart(rws::core::Instance& rig, KeptRig& kept);
   void NotePoses(KeptTake& take);
   std::string HashOf(const KeptTake& take);
-  std::uint64_t MarkOf(const KeptTake& take);
+  std::map<std::string, std::uint64_t> MarksOf(const KeptTake& take);
   static Names NamesOf(const Chain& chain);
+  static Names WholeIn(const Chain& chain);
   static int MissingIn(const Chain& chain);
   Chain LineOf(int number) const;
   Chain ChainAhead(const KeptTake& take) const;

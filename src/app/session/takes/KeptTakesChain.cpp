@@ -12,6 +12,15 @@ KeptTakes::Names KeptTakes::NamesOf(const Chain& chain) {
   return names;
 }
 
+/// Rigs that nothing was keyed or recorded of ahead of these.
+KeptTakes::Names KeptTakes::WholeIn(const Chain& chain) {
+  Names names;
+  for (const KeptTake* take : chain)
+    for (const KeptRig& rig : take->rigs)
+      if (rig.isFirst) names.insert(rig.name);
+  return names;
+}
+
 /// Number of a run that one of these went on from and that is not there; 0: none.
 int KeptTakes::MissingIn(const Chain& chain) {
   std::set<int> known{0};
@@ -57,13 +66,15 @@ std::vector<int> KeptTakes::GetTips() const {
   return tips;
 }
 
-/// Those of `tips` with rigs that neither a later one nor `covered` holds.
+/// Those of `tips` with rigs that neither a later one nor `covered` holds whole.
 std::vector<int> KeptTakes::Uncovered(const std::vector<int>& tips, Names covered) const {
   std::vector<int> result;
   for (auto tip = tips.rbegin(); tip != tips.rend(); ++tip) {
-    const std::size_t before = covered.size();
-    covered.merge(NamesOf(ChainOf(*tip)));
-    if (covered.size() > before) result.insert(result.begin(), *tip);
+    const Chain chain = ChainOf(*tip);
+    const Names names = NamesOf(chain);
+    if (std::includes(covered.begin(), covered.end(), names.begin(), names.end())) continue;
+    result.insert(result.begin(), *tip);
+    covered.merge(WholeIn(chain));
   }
   return result;
 }

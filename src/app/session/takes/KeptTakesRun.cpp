@@ -75,9 +75,13 @@ bool KeptTakes::IsTracking() const {
          m_list.current != 0;
 }
 
-/// Whether the poses are those that a run has left.
-bool KeptTakes::Stands(const KeptTake& last) {
-  return last.mark != 0 ? MarkOf(last) == last.mark : HashOf(last) == last.hash;
+/// Whether the poses are those that a run has left, of all rigs `but` these.
+bool KeptTakes::Stands(const KeptTake& last, const Names& but) {
+  if (last.marks.empty()) return HashOf(last) == last.hash;
+  auto marks = MarksOf(last);
+  return std::all_of(last.marks.begin(), last.marks.end(), [&](const auto& mark) {
+    return but.count(mark.first) > 0 || marks[mark.first] == mark.second;
+  });
 }
 
 /// The runs that what stands of the rigs at `start` comes from, oldest first; none when that is not
@@ -88,7 +92,7 @@ KeptTakes::Chain KeptTakes::StandingAt(double start, const Names& rigs) {
   const std::vector<int> tips = GetTips();
   for (auto tip = tips.rbegin(); tip != tips.rend(); ++tip) {
     const Chain more = ChainOf(*tip);
-    if (more.empty() || MissingIn(more) || !Stands(*more.back())) break;
+    if (more.empty() || MissingIn(more) || !Stands(*more.back(), held)) break;
     chain.insert(chain.begin(), more.begin(), more.end());
     held.merge(NamesOf(more));
     if (std::includes(held.begin(), held.end(), rigs.begin(), rigs.end())) break;
@@ -178,7 +182,7 @@ void KeptTakes::ReadInputs(KeptTake& take) {
 
 void KeptTakes::NotePoses(KeptTake& take) {
   if (take.number > 0) take.hash = HashOf(take);
-  take.mark = MarkOf(take);
+  take.marks = MarksOf(take);
 }
 
 /// Whether nothing of what was recorded in another take stays.
@@ -217,7 +221,7 @@ void KeptTakes::StopTake(bool isTake) {
     m_list.hidden.push_back(std::exchange(m_running, {}));
     m_list.current = m_list.lastHidden;
   }
-  m_list.beside = Uncovered(tips, NamesOf(ChainOf(m_list.current)));
+  m_list.beside = Uncovered(tips, WholeIn(ChainOf(m_list.current)));
   m_changed = true;
   core.GetAdaptor()->PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));
 }
@@ -289,21 +293,20 @@ std::string KeptTakes::HashOf(const KeptTake& take) {
   return hash.result().toHex().toStdString();
 }
 
-/// The same from where the chain begins on, for all of its rigs: asked for whenever a run begins,
-/// so it has to be quick. Of the nodes that were there at its start alone: what a run has made,
-/// such as rounds of a gun, is gone when the next one has begun.
-std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
-  double from = take.range.from;
+/// The same from where the chain begins on, for each of its rigs: asked for whenever a run begins,
+/// so it has to be quick. Of the nodes that were there at a start alone: what a run has made, such
+/// as rounds of a gun, is gone when the next one has begun.
+std::map<std::string, std::uint64_t> KeptTakes::MarksOf(const KeptTake& take) {
   const Chain chain = ChainOf(take.number);
+  double from = take.range.from;
   for (const KeptTake* each : chain) from = std::min(from, each->range.from);
-  std::uint64_t all = 0, mark = 0;  // the nodes' own are summed up: their order does not matter
+  std::map<std::string, std::uint64_t> marks;
+  std::uint64_t mark = 0;
   const auto mix = [&mark](std::uint64_t word) {
     mark = (mark ^ word) * 0xff51afd7ed558ccdu;
     mark ^= mark >> 32;
   };
   const auto addNode = [&](const std::string& name) {
-    all += mark;
-    mark = 0x9e3779b97f4a7c15u;
     for (const char letter : name) mix(static_cast<unsigned char>(letter));
   };
   const auto add = [&mix](const double* numbers, std::size_t count) {
@@ -314,10 +317,13 @@ std::uint64_t KeptTakes::MarkOf(const KeptTake& take) {
     }
   };
   for (const KeptTake* each : chain)
-    for (const KeptRig& rig : each->rigs)
-      if (rig.hasStart) VisitKeys(m_session.GetCore(), rig, {from, kForever}, true, addNode, add);
-  all += mark;
-  return all != 0 ? all : 1;
+    for (const KeptRig& rig : each->rigs) {
+      if (!rig.hasStart) continue;
+      mark = marks[rig.name];
+      VisitKeys(m_session.GetCore(), rig, {from, kForever}, true, addNode, add);
+      marks[rig.name] = mark;
+    }
+  return marks;
 }
 
 }  // namespace orv::app

@@ -163,7 +163,7 @@ UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   if (result.cancelled || !result.problem.empty()) return result;
   StretchRange(m_session, {chain.front()->range.from, chain.back()->range.to});
   result.rigs = NamesOf(chain);
-  m_list.beside = Uncovered(GetTips(), result.rigs);
+  m_list.beside = Uncovered(GetTips(), WholeIn(chain));
   m_list.current = number;
   Edit(number)->undone = Edit(number)->retried = false;
   adaptor.PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));

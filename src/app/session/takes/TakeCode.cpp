@@ -319,10 +319,14 @@ std::vector<int> GetNumbers(QDataStream& in) {
 
 void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   out << static_cast<qint32>(take.number) << static_cast<qint32>(take.stars)
-      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown)
-      << static_cast<quint64>(take.mark) << take.rate << take.range.from << take.range.to
-      << take.retried << take.undone;
+      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown) << take.rate
+      << take.range.from << take.range.to << take.retried << take.undone;
   PutNumbers(out, take.beside);
+  out << static_cast<quint32>(take.marks.size());
+  for (const auto& [rig, mark] : take.marks) {
+    PutText(out, rig);
+    out << static_cast<quint64>(mark);
+  }
   for (const std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     PutText(out, *text);
   out << static_cast<quint32>(take.rigs.size());
@@ -341,13 +345,22 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   quint64 mark = 0;
   bool isFirst = false;
   in >> number >> stars >> predecessor;
-  if (version > 1) in >> shown >> mark;
+  if (version > 1) in >> shown;
+  if (version == 2) in >> mark;  // of all rigs at once
   in >> take.rate >> take.range.from >> take.range.to >> take.retried >> take.undone;
   if (version == 2) in >> isFirst;
-  if (version > 2) take.beside = GetNumbers(in);
+  if (version > 2) {
+    take.beside = GetNumbers(in);
+    quint32 marks = 0;
+    in >> marks;
+    for (; marks > 0 && in.status() == QDataStream::Ok; --marks) {
+      const std::string rig = GetText(in);
+      in >> mark;
+      take.marks[rig] = mark;
+    }
+  }
   take.number = number;
   take.shown = shown;
-  take.mark = mark;
   take.stars = stars;
   take.predecessor = predecessor;
   for (std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
