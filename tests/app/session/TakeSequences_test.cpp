@@ -14,7 +14,6 @@
 #include "app/session/takes/RigSettings.h"
 #include "app/session/takes/SceneTake.h"
 #include "core/instances/InstanceReference.h"
-#include "core/take/TakeUndo.h"
 #include "rigs/RigSuite.h"
 #include "support/TempFolder.h"
 #include "support/Templates.h"
@@ -475,38 +474,6 @@ TEST_P(TakeSequences, AreWhatAModelSays) {
     for (int step = 0; step < 6; ++step) {
       const std::string deed = Something();
       done += deed + " ";
-      if (std::getenv("TAKE_PRINT")) {
-        std::fprintf(stderr, "DBG %s current %d:", deed.c_str(), kept().GetCurrent());
-        for (const app::KeptTake* t : kept().GetChain()) {
-          std::fprintf(stderr, " [%d<-%d|%d %.0f..%.0f", t->number, t->predecessor, (int)t->beside.size(), t->range.from/kTick, t->range.to/kTick);
-          for (auto& r : t->rigs) std::fprintf(stderr, " %s%s%s", r.name.c_str(), r.hasStart?"*":"", r.isFirst?"!":"");
-          std::fprintf(stderr, "]");
-        }
-        std::fprintf(stderr, "\n");
-        if (std::getenv("TAKE_RESIM") && takes.size() == 2) {
-          Look();
-          auto dump = [&](const char* w) {
-            auto s = Look();
-            for (auto& [n, k] : s.keys) if (RigOf(n)=="Rig") { std::fprintf(stderr, "%s %s:", w, n.c_str()); auto all = KeysOf(k, -1, 2*kTick); for (double d : all) std::fprintf(stderr, " %.9g", d); std::fprintf(stderr, "\n"); }
-          };
-          dump("was");
-          { app::KeptTakes::Pause pause(kept()); app::UndoBlock block(session->GetAdaptor(), "x");
-          app::Resimulate(core(), {0.0, 14 * kTick}, app::Monitor(), {core().Find("Rig")}); dump("alone"); }
-          dump("back");
-          { app::KeptTakes::Pause pause(kept()); app::UndoBlock block(session->GetAdaptor(), "x");
-          Instance& rig = *core().FindInstance("Rig");
-          core().GetAdaptor()->PushUndo(new rws::core::TakeUndo(rig, rws::core::TakeUndo::Of::kTake));
-          const int how = atoi(std::getenv("TAKE_RESIM"));
-          if (how & 1) for (int i = 0; i < (int)rig.GetTracks().size(); ++i) { auto track = rig.GetTracks()[(size_t)i]; track.cutFrom(0.0); rig.SetTrack(i, track); }
-          const app::KeptRig* kr = kept().Find(2)->Find("Rig");
-          if (how & 2) app::PutBindings(rig, kr->bindings);
-          if (how & 4) app::PutParameters(rig, *kr);
-          app::Resimulate(core(), {16*kTick, 19 * kTick}, app::Monitor(), {core().Find("Rig"),core().Find("Hand")}); dump("later"); }
-          dump("back");
-          { app::KeptTakes::Pause pause(kept()); app::UndoBlock block(session->GetAdaptor(), "x");
-          app::Resimulate(core(), {0.0, 14 * kTick}, app::Monitor(), {core().Find("Rig")}); dump("alone"); }
-        }
-      }
       if (!HasFailure()) Check(deed);
       ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << done;
     }

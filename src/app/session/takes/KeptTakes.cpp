@@ -6,6 +6,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
 #include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
 #include "util/xml/Base64.h"
 
 namespace orv::app {
@@ -28,6 +29,8 @@ KeptTakes::~KeptTakes() {
 std::string KeptTakes::Load() {
   m_life = std::make_shared<int>(0);
   m_list = {};
+  m_names.clear();
+  FollowNames();
   m_changed = m_damaged = false;
   const std::string& text = m_session.GetScene().GetTakes();
   if (text.empty()) return {};
@@ -42,12 +45,42 @@ std::string KeptTakes::Load() {
 }
 
 void KeptTakes::Store() {
+  FollowNames();
   if (!m_changed || m_damaged) return;
   const TakeList stored = GetNeeded();
   const bool isEmpty = stored.lastNumber == 0 && stored.hidden.empty();
   const std::string bytes = isEmpty ? std::string() : EncodeTakes(stored);
   m_session.GetScene().GetTakes() = util::xml::encodeBase64(bytes.data(), bytes.size());
   m_changed = false;
+}
+
+/// Takes are those of a rig whatever its name is. Asked for whenever names count: undo gives old
+/// ones back.
+void KeptTakes::FollowNames() {
+  std::map<std::string, std::string> renamed;
+  for (const rws::core::Instance* rig : m_session.GetCore().List(false)) {
+    std::string& name = m_names[rig->GetIdentity()];
+    if (!name.empty() && name != rig->GetInstanceName()) renamed[name] = rig->GetInstanceName();
+    name = rig->GetInstanceName();
+  }
+  if (renamed.empty()) return;
+  const auto rename = [&renamed](KeptRig& rig) {
+    const auto found = renamed.find(rig.name);
+    if (found == renamed.end()) return;
+    for (auto& node : rig.nodes)
+      if (node.first.rfind(rig.name + '_', 0) == 0)
+        node.first = found->second + node.first.substr(rig.name.size());
+    rig.name = found->second;
+  };
+  for (auto* takes : {&m_list.takes, &m_list.hidden})
+    for (KeptTake& take : *takes) {
+      for (KeptRig& rig : take.rigs) rename(rig);
+      std::map<std::string, std::uint64_t> marks;
+      for (const auto& [rig, mark] : take.marks)
+        marks[renamed.count(rig) ? renamed[rig] : rig] = mark;
+      take.marks = std::move(marks);
+    }
+  m_changed = true;
 }
 
 const KeptTake* KeptTakes::Find(int number) const {

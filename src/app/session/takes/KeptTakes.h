@@ -59,7 +59,7 @@ class KeptTakes {
   int GetPredecessor(const KeptTake& take) const { return ShownOf(take.predecessor); }
   /// What the scene's keys come from, oldest first: each goes on within those before, or stands
   /// beside them. Empty when that is not known.
-  Chain GetChain() const;
+  Chain GetChain();
   Surroundings& GetSurroundings() { return m_surroundings; }
 
   /// Puts parameters, mappings, tracks and start back and simulates the take, behind those that it
@@ -117,6 +117,7 @@ class KeptTakes {
   bool IsInPlaceOf(const KeptTake& old) const;
   void StopTake(bool isTake);
   void EndTake();
+  void FollowNames();
   void Hide(int number);
   void KeepToLimit();
   void ForgetUnneeded(std::size_t most);
@@ -148,6 +149,7 @@ class KeptTakes {
   SceneSession& m_session;
   Surroundings m_surroundings;
   TakeList m_list;
+  std::map<int, std::string> m_names;  ///< of the scene's rigs, as the list has them
   KeptTake m_running;
   std::shared_ptr<int> m_life = std::make_shared<int>(0);
   bool m_changed = false;  ///< since `Load`

@@ -79,7 +79,8 @@ std::vector<int> KeptTakes::Uncovered(const std::vector<int>& tips, Names covere
   return result;
 }
 
-KeptTakes::Chain KeptTakes::GetChain() const {
+KeptTakes::Chain KeptTakes::GetChain() {
+  FollowNames();
   Chain chain;
   for (const int tip : GetTips()) {
     const Chain more = ChainOf(tip);

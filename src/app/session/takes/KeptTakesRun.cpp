@@ -119,6 +119,7 @@ void KeptTakes::BeginTake() {
   auto& core = m_session.GetCore();
   m_isTracking = IsTracking();
   if (!m_isTracking) return;
+  FollowNames();
   m_running = {};
   m_running.rate = m_session.GetScene().GetFrameRate();
   m_running.range = {core.GetStartTime(), core.GetStartTime()};
@@ -126,7 +127,7 @@ void KeptTakes::BeginTake() {
   for (const Instance* rig : core.GetTakeInstances()) names.insert(rig->GetInstanceName());
   const Chain chain = StandingAt(core.GetStartTime(), names);
   if (!chain.empty()) GoOnFrom(chain);
-  const Names held = NamesOf(chain);
+  const Names held = NamesOf(ChainAhead(m_running));
   for (Instance* rig : core.GetTakeInstances()) {
     KeptRig kept = SettingsOf(*rig, m_surroundings);
     kept.hasStart = held.count(kept.name) == 0;
@@ -139,14 +140,19 @@ void KeptTakes::BeginTake() {
 void KeptTakes::GoOnFrom(const Chain& chain) {
   m_running.predecessor = chain.back()->number;
   std::vector<int> others;
-  for (const int tip : GetTips())
-    if (tip != m_running.predecessor &&
-        std::find(chain.begin(), chain.end(), FindAny(tip)) != chain.end())
-      others.push_back(tip);
-  for (const int tip : Uncovered(others, NamesOf(ChainOf(m_running.predecessor)))) {
-    const std::vector<int>& earlier = FindAny(tip)->beside;
+  for (const int tip : GetTips()) {
+    const KeptTake* const last = FindAny(tip);
+    std::vector<int> lines = last ? last->beside : std::vector<int>();
+    lines.push_back(tip);
+    for (const int line : lines)
+      if (line != m_running.predecessor &&
+          std::find(chain.begin(), chain.end(), FindAny(line)) != chain.end())
+        others.push_back(line);
+  }
+  for (const int line : Uncovered(others, NamesOf(ChainOf(m_running.predecessor)))) {
+    const std::vector<int>& earlier = FindAny(line)->beside;
     m_running.beside.insert(m_running.beside.end(), earlier.begin(), earlier.end());
-    m_running.beside.push_back(tip);
+    m_running.beside.push_back(line);
   }
   const std::vector<int>& own = chain.back()->beside;
   m_running.beside.insert(m_running.beside.end(), own.begin(), own.end());

@@ -148,6 +148,7 @@ std::string KeptTakes::Replay(const Chain& chain, const Monitor& monitor) {
 
 UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   UseResult result;
+  FollowNames();
   const Chain chain = ChainOf(Find(number) ? number : 0);
   result.problem = chain.empty() ? "there is no take " + std::to_string(number) : WhyNot(chain);
   if (!result.problem.empty()) return result;

@@ -70,9 +70,12 @@ KeyStretch StretchOf(const std::vector<const KeptTake*>& chain, std::size_t at, 
     const KeptRig* const kept = chain[at]->Find(rig->GetInstanceName());
     if (!kept) continue;
     KeyStretch::End end{chain[at]->range.to, false, nullptr};
-    for (std::size_t i = at + 1; i < chain.size(); ++i)
-      if (chain[i]->Find(kept->name) && !(end.isReplaced && end.time < chain[i]->range.from))
-        end = {chain[i]->range.from, true, kept};
+    for (std::size_t i = at + 1; i < chain.size(); ++i) {
+      const KeptRig* const later = chain[i]->Find(kept->name);
+      if (!later) continue;
+      const double from = later->isFirst ? stretch.span.from : chain[i]->range.from;
+      if (!end.isReplaced || from < end.time) end = {from, true, kept};
+    }
     stretch.rigs[kept->name] = end;
     stretch.span.to = std::max(stretch.span.to, std::min(end.time, chain[at]->range.to));
   }
