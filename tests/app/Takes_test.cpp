@@ -67,7 +67,7 @@ TEST_F(Takes, EachComesBackToTheBit) {
 
   ok({"rename", "other.glb", "Hand", "Left", "-o", "left.glb"});
   EXPECT_EQ(json("takes left.glb use 1 -o left.glb")["same"], true);
-  ok("take left.glb --from 0.5 --seconds 0.2 -o left.glb");
+  ok("take left.glb --from 0.5 --seconds 0.2 --yes -o left.glb");
   EXPECT_EQ(json("takes left.glb list")["takes"][2]["predecessor"], 1);
   ok("verify left.glb");
 
