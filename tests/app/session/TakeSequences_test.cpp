@@ -329,21 +329,29 @@ void TakeSequences::Edit() {
   const int first = Random(kFrames);
   edit.span = {first * kTick, (first + Random(10)) * kTick};
   edit.amount = 2.0 * kTick;
-  edited->second = app::EditTrack(edited->second, edit, kTick);
-  const int from = Random(2) ? 0 : std::max(first - 1, 0);
+  const Track before = std::exchange(edited->second, app::EditTrack(edited->second, edit, kTick));
+  const auto same = [](const auto& a, const auto& b) {
+    return a.time == b.time && a.value == b.value;
+  };
+  const auto& now = edited->second.samples;
+  const auto change =
+      std::mismatch(now.begin(), now.end(), before.samples.begin(), before.samples.end(), same);
+  const double at = change.first == now.end() ? first * kTick : change.first->time;
+  const int changed = std::min(static_cast<int>(std::lround(at / kTick)), first);
+  const int from = Random(2) ? 0 : std::max(changed - 1, 0);
   last = std::max(last, from);
   app::UndoBlock block(session->GetAdaptor(), "Edit");
   app::ReplaceTrack(app::FindInput(core(), edited->first), edited->second);
   ASSERT_TRUE(app::Resimulate(core(), {from * kTick, last * kTick}, app::Monitor()).began);
   block.Keep();
-  const Shown now = Look();
-  ASSERT_EQ(KeysOf(now, -1e3, (from - 1) * kTick) == KeysOf(wanted, -1e3, (from - 1) * kTick),
+  const Shown scene = Look();
+  ASSERT_EQ(KeysOf(scene, -1e3, (from - 1) * kTick) == KeysOf(wanted, -1e3, (from - 1) * kTick),
             true);
-  wanted.keys = now.keys;
-  wanted.parameters = now.parameters;  // what spinners turn
-  Expect(now, wanted, "edit of " + edited->first);
+  wanted.keys = scene.keys;
+  wanted.parameters = scene.parameters;  // what spinners turn
+  Expect(scene, wanted, "edit of " + edited->first);
   chain = ChainFrom(from);
-  Push(now);
+  Push(scene);
 }
 
 void TakeSequences::SetParameter() {
