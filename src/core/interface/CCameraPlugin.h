@@ -17,9 +17,9 @@ inline constexpr int kInterfaceVersion = 0x5AA5;
 /// Extension codes that a factory may answer.
 enum PluginExtension : int {
   kTellSimulation = 1,  ///< version of how rigs of this kind simulate, from 1 up; 0: not known
-  kTellReplay = 2,      ///< 1: what rigs of this kind keep of a frame does not hold all that the next
-                        ///< one follows from, to the bit; to go on from it, a run begins where the
-                        ///< one that made it did
+  kTellReplay = 2,  ///< 1: what rigs of this kind keep of a frame does not hold all that the next
+                    ///< one follows from, to the bit; to go on from it, a run begins where the
+                    ///< one that made it did
 };
 
 /// Factory of one rig kind, one static instance each. The texts may be asked for at any time and
