@@ -57,6 +57,8 @@ class KeptTakes {
   int GetCurrent() const { return ShownOf(m_list.current); }
   /// Number of the take that one went on from, simulated again or not; 0: none that is there.
   int GetPredecessor(const KeptTake& take) const { return ShownOf(take.predecessor); }
+  /// The same, and those that others of its rigs went on from.
+  std::set<int> GetPredecessors(const KeptTake& take) const;
   /// What the scene's keys come from, oldest first: each goes on within those before, or stands
   /// beside them. Empty when that is not known.
   Chain GetChain();
@@ -138,6 +140,7 @@ class KeptTakes {
   Chain ChainAhead(const KeptTake& take) const;
   Chain ChainOf(int number) const;
   std::vector<int> GetTips() const;
+  std::vector<Chain> LinesOf(const Names& rigs) const;
   std::vector<int> Uncovered(const std::vector<int>& tips, Names covered) const;
   std::string WhyNot(const Chain& chain);
   bool ClearFor(const KeptTake& take, const Names& rigs, const Monitor& monitor);

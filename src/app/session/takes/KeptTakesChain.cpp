@@ -59,6 +59,13 @@ KeptTakes::Chain KeptTakes::ChainOf(int number) const {
   return chain;
 }
 
+std::set<int> KeptTakes::GetPredecessors(const KeptTake& take) const {
+  std::set<int> shown{GetPredecessor(take)};
+  for (const int number : take.beside) shown.insert(ShownOf(number));
+  shown.erase(0);
+  return shown;
+}
+
 /// Last runs of all that the scene's keys come from, oldest first.
 std::vector<int> KeptTakes::GetTips() const {
   std::vector<int> tips = m_list.beside;
@@ -77,6 +84,39 @@ std::vector<int> KeptTakes::Uncovered(const std::vector<int>& tips, Names covere
     covered.merge(WholeIn(chain));
   }
   return result;
+}
+
+/// What the keys of these rigs come from, and those of others that ran along, the newest first.
+std::vector<KeptTakes::Chain> KeptTakes::LinesOf(const Names& rigs) const {
+  std::vector<Chain> lines;
+  Names held;
+  const auto holdsAll = [&] {
+    return std::includes(held.begin(), held.end(), rigs.begin(), rigs.end());
+  };
+  const std::vector<int> tips = GetTips();
+  for (auto tip = tips.rbegin(); tip != tips.rend() && !holdsAll(); ++tip) {
+    lines.push_back(ChainOf(*tip));
+    if (lines.back().empty() || MissingIn(lines.back()) != 0) {
+      lines.pop_back();
+      break;
+    }
+    held.merge(NamesOf(lines.back()));
+  }
+  Names wanted = rigs;
+  const auto isWanted = [&wanted](const Chain& line) {
+    const Names names = NamesOf(line);
+    return std::any_of(names.begin(), names.end(),
+                       [&wanted](const std::string& name) { return wanted.count(name) > 0; });
+  };
+  for (std::size_t known = 0; known != wanted.size();) {
+    known = wanted.size();
+    for (const Chain& line : lines)
+      if (isWanted(line)) wanted.merge(NamesOf(line));
+  }
+  lines.erase(std::remove_if(lines.begin(), lines.end(),
+                             [&](const Chain& line) { return !isWanted(line); }),
+              lines.end());
+  return lines;
 }
 
 KeptTakes::Chain KeptTakes::GetChain() {

@@ -88,14 +88,11 @@ bool KeptTakes::Stands(const KeptTake& last, const Names& but) {
 /// known, or none was there by then.
 KeptTakes::Chain KeptTakes::StandingAt(double start, const Names& rigs) {
   Chain chain;
-  Names held;
-  const std::vector<int> tips = GetTips();
-  for (auto tip = tips.rbegin(); tip != tips.rend(); ++tip) {
-    const Chain more = ChainOf(*tip);
-    if (more.empty() || MissingIn(more) || !Stands(*more.back(), held)) break;
-    chain.insert(chain.begin(), more.begin(), more.end());
-    held.merge(NamesOf(more));
-    if (std::includes(held.begin(), held.end(), rigs.begin(), rigs.end())) break;
+  Names newer;
+  for (const Chain& line : LinesOf(rigs)) {
+    if (!Stands(*line.back(), newer)) break;
+    chain.insert(chain.begin(), line.begin(), line.end());
+    newer.merge(NamesOf(line));
   }
   const auto begins = [start](const KeptTake* take) {
     return take->range.from < start - util::kFrameTolerance;
