@@ -58,6 +58,12 @@ TEST_F(EditInputs, KeysFollowFromTheEditAlone) {
   refuses("cut Hand:* --by 2", 2, {"takes no --by"});
   refuses("draw Hand:* --points 2=1,1=0", 2, {"must rise"});
   refuses("wobble Hand:*", 2, {"wobble", "smooth"});
+  refuses("shift Hand:* --by 1e300", 2, {"--by", "1e+09"});
+  // A track that holds an infinite value would be refused, and its rig with it, when it is opened.
+  refuses("scale Hand:* --by 1e308 --about -1e308", 1, {"Hand:", "nearer to 1"});
+  tells("verify take.glb --range 50:60", 1, {"no rig has keys from 50 to 60 s"});
+  tells({"edit-inputs", "hand.glb", "cut", "Hand:Yaw (Right/Left)", "-o", "no.glb"}, 1,
+        {"nothing has been recorded"});
   refuses("cut Hand:Yaww", 1, {"Yaww"});
   refuses({"blend", "Hand:Pitch (Up/Down)", "--with", "drive.csv"}, 1, {"Hand:Pitch"});
 }

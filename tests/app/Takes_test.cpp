@@ -90,7 +90,20 @@ TEST_F(Takes, EachComesBackToTheBit) {
   tells("takes now.glb use 3 -o no.glb", 1, {"no take 3"});
   tells("takes now.glb star 1 9 -o no.glb", 2, {"from 0 to 5"});
   tells("takes hand.glb import a.csv -o no.glb", 1, {"a.csv", "damaged"});
+  tells("takes now.glb export 1 -o now.glb", 2, {"no scene", ".takes"});
+  tells("takes now.glb name 1 two words -o no.glb", 2, {"name N TEXT"});
+  tells("take 1.glb --seconds 9 -o no/no.glb", 1, {"no/no.glb: cannot create"});
   EXPECT_FALSE(std::filesystem::exists(path("no.glb")));
+
+  // Nobody performs the same again.
+  ok("preferences keeptakes=on");
+  std::filesystem::create_symlink("/dev/full", path("full.glb"));
+  const Outcome full = run("take hand.glb --seconds 0.4 --play b.csv -o full.glb");
+  EXPECT_EQ(full.status, 1);
+  const std::size_t from = full.err.find(path("root")), to = full.err.find(".takes", from);
+  ASSERT_NE(to, std::string::npos) << full.err;
+  ok({"takes", "hand.glb", "import", full.err.substr(from, to + 6 - from), "-o", "saved.glb"});
+  EXPECT_EQ(json("takes saved.glb use 1 -o saved.glb")["same"], true);
 }
 
 }  // namespace

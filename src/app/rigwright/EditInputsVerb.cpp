@@ -1,4 +1,5 @@
 // edit-inputs.
+#include <cmath>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -83,6 +84,9 @@ void CheckOptions(const EditInputsOptions& o, Kind kind) {
   check(kind == Kind::kDraw, !o.points.empty(), "--points");
   if (kind != Kind::kScale) check(false, o.about.has_value(), "--about");
   if (kind == Kind::kSmooth && !(*o.by > 0.0)) throw WrongUsage("--by must be above 0");
+  const std::string wrong =
+      kind == Kind::kSmooth || kind == Kind::kShift ? MustBeTime(std::abs(*o.by)) : "";
+  if (!wrong.empty()) throw WrongUsage("--by: " + wrong);
 }
 
 /// "RIG:INPUT", "INPUT", or "RIG:*" for all that has been recorded of a rig.
@@ -125,6 +129,19 @@ void Resimulated(SceneJob& job) {
                   "check one with rigwright check, or give --keep-keys");
 }
 
+TrackEdit::Track Edited(const FoundInput& input, const TrackEdit::Track& track,
+                        const TrackEdit& edit, double frame) {
+  if (track.samples.empty() && edit.kind != Kind::kBlend && edit.kind != Kind::kDraw)
+    throw Failure("input " + input.Name(), "nothing has been recorded of it",
+                  "record it with rigwright take, or draw it");
+  TrackEdit::Track edited = EditTrack(track, edit, frame);
+  for (const auto& sample : edited.samples)
+    if (!std::isfinite(sample.value))
+      throw Failure("input " + input.Name(), "its values would pass what a number can hold",
+                    "give a --by nearer to 1");
+  return edited;
+}
+
 void RunEditInputs(Program& program, const EditInputsOptions& o) {
   CheckOptions(o, KindOf(o.kind));
   SceneJob job(program, o.scene);
@@ -138,6 +155,7 @@ void RunEditInputs(Program& program, const EditInputsOptions& o) {
 
   UndoBlock block(*job.GetCore().GetAdaptor(), "Edit Inputs");
   std::vector<std::string> names;
+  bool hasChanged = false;
   for (const FoundInput& input : inputs) {
     const auto* track = TrackOf(input);
     if (!track) throw Failure("input " + input.Name(), "it can't be recorded");
@@ -146,9 +164,14 @@ void RunEditInputs(Program& program, const EditInputsOptions& o) {
       if (with.GetTargets()[i].input == input.input) edit.other = &with.GetInput().columns[i].track;
     if (edit.kind == Kind::kBlend && !edit.other)
       throw Failure(o.with, "has no column for " + input.Name());
-    ReplaceTrack(input, EditTrack(*track, edit, job.GetScene().GetFrameDuration()));
+    auto edited = Edited(input, *track, edit, job.GetScene().GetFrameDuration());
+    for (const auto& sample : edited.samples)
+      hasChanged =
+          hasChanged || track->samples.empty() || sample.value != track->value(sample.time);
+    ReplaceTrack(input, std::move(edited));
     names.push_back(input.Name());
   }
+  if (!hasChanged) program.GetOutput().Warn("no input has changed from " + RangeText(edit.span));
   if (!o.keepKeys) Resimulated(job);
   block.Keep();
   job.Save(o.output);

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 
 #include "app/rigwright/Failure.h"
 #include "util/AtomicFile.h"
@@ -46,6 +47,15 @@ const std::atomic<bool>& InterruptFlag() {
 
 void CheckInterrupt() {
   if (IsInterrupted()) throw Interrupted();
+}
+
+void RequireWritable(const std::string& output) {
+  // A pipe would take the attempt for the whole.
+  std::error_code none;
+  if (std::filesystem::exists(output, none) && !std::filesystem::is_regular_file(output, none))
+    return;
+  const util::AtomicFile attempt(output);
+  if (!attempt.error().empty()) FailWriting(attempt.error());
 }
 
 void FailWriting(const std::string& error) {

@@ -143,8 +143,12 @@ SweepPlan PlanOf(Program& program, const SweepOptions& o) {
                   "vary less");
   // A value that can't be had is told before the first row is simulated.
   for (const SweepAxis& axis : plan.axes)
-    for (const std::string& value : axis.values)
-      Require(ApplySweepValue(job.GetSession(), axis, value));
+    for (const std::string& value : axis.values) {
+      const std::string wrong = ApplySweepValue(job.GetSession(), axis, value);
+      if (!wrong.empty())
+        throw Failure("", wrong,
+                      value.find(':') != std::string::npos ? "give a,b,c or from:to:count" : "");
+    }
   plan.rig = MeasuredRig(job, o, plan.axes);
   plan.pick = o.pick;
   plan.scenes = o.scenes;
@@ -342,7 +346,9 @@ void RunCollect(Program& program, const CollectOptions& o) {
       return;
     }
   }
-  FinishSweep(program, folder, "rigwright sweep collect --retry sends them again");
+  FinishSweep(program, folder,
+              "the same sweep command simulates what is missing, and sweep collect --retry has a "
+              "farm do it");
 }
 
 CLI::Option* AddFolder(CLI::App& verb, std::string& folder) {

@@ -1,6 +1,7 @@
 // take.
 #include <QCoreApplication>
 #include <cmath>
+#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -20,10 +21,13 @@
 #include "app/session/anyhost/PlayedInputs.h"
 #include "app/session/anyhost/Punch.h"
 #include "app/session/anyhost/RunRigs.h"
+#include "app/session/takes/KeptTakes.h"
 #include "app/session/takes/SceneTake.h"
 #include "core/CoreImplementation.h"
 #include "core/instances/Instance.h"
 #include "core/interface/CInterface.h"
+#include "core/services/DataRoot.h"
+#include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
 namespace orv::app {
@@ -103,10 +107,39 @@ void Arm(SceneJob& job, const std::vector<std::string>& names) {
   if (!problem.empty()) throw Failure("--arm", problem);
 }
 
+/// A file that is not there yet, for the kept take that its scene could not be saved with. Empty
+/// where there is none to be kept, or no place either.
+std::string RescueTake(SceneJob& job) {
+  const KeptTakes& takes = job.GetSession().GetTakes();
+  if (takes.GetCurrent() == 0) return {};
+  const std::string folder = rws::core::DataRoot::GetDataFolder() + "/takes";
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  std::string file;
+  for (int i = 1; file.empty() || std::filesystem::exists(file, error); ++i)
+    file = folder + "/unsaved-" + std::to_string(i) + ".takes";
+  return util::writeFile(file, takes.Export(takes.GetCurrent())) ? file : std::string();
+}
+
+/// Nobody performs the same again.
+void SaveTake(SceneJob& job, const std::string& output) {
+  const std::string why = "a take drops what lies behind its end";
+  try {
+    job.Save(output, {why, why});
+  } catch (const Failure& failure) {
+    const std::string file = RescueTake(job);
+    if (file.empty()) throw;
+    throw Failure("", failure.what(),
+                  "the take is not lost: rigwright takes " + job.GetPath() + " import " + file +
+                      " -o SCENE, and then use it");
+  }
+}
+
 void RunTakeVerb(Program& program, TakeOptions options) {
   const DeviceNotes devices(program.GetOutput());
   SceneJob job(program, options.scene);
   RequireRigs(job);
+  RequireWritable(options.output);
   auto& core = job.GetCore();
   const double start = options.from.value_or(job.GetScene().GetRangeStart());
   options.seconds = LengthOf(options, start);
@@ -137,8 +170,7 @@ void RunTakeVerb(Program& program, TakeOptions options) {
   const double end = take.GetWhole().to;
   SettleRange(job.GetSession(), range, {performed.from, end});
   TellRange(job, range);
-  const std::string why = "a take drops what lies behind its end";
-  job.Save(options.output, {why, why});
+  SaveTake(job, options.output);
   auto& object = program.GetOutput().GetObject();
   object["frames"] = frames;
   object["range"] = {performed.from, performed.to};
@@ -185,14 +217,12 @@ void AddTakeVerb(Program& program) {
       "be repeated; none arms nothing")
       ->type_name("RIG:INPUT");
   verb.add_flag("--go-on", o->goOn, "Behind the take go on with what was recorded before");
-  const auto notBelow0 = [](double value) {
-    return value >= 0.0 ? std::string() : "must not be below 0";
-  };
+  const auto upToAnHour = [](double value) { return MustBeFrom(value, 0.0, 3600.0); };
   AddNumber(verb, "--blend", o->blend,
             "Seconds over which inputs go from the old ones to the new, and back with --go-on",
-            notBelow0);
+            upToAnHour);
   AddNumber(verb, "--pre-roll", o->preRoll,
-            "Seconds ahead of --from at which time begins to run over what is keyed", notBelow0);
+            "Seconds ahead of --from at which time begins to run over what is keyed", upToAnHour);
   AddSceneOutput(verb, o->output);
 }
 

@@ -70,11 +70,20 @@ void ListTakes(Output& out, const KeptTakes& takes) {
   if (takes.GetTakes().empty()) out.Line("no takes are kept");
 }
 
-/// How many words stand behind the action.
-std::size_t WordsOf(const std::string& action) {
-  if (action == "list") return 0;
-  if (action == "name" || action == "star" || action == "note") return 2;
-  if (action == "use" || action == "delete" || action == "export" || action == "import") return 1;
+/// What an action wants to be told.
+struct TakesAction {
+  const char* name;
+  std::size_t words;
+  const char* usage;
+};
+constexpr TakesAction kTakesActions[] = {{"list", 0, "list"},        {"use", 1, "use N"},
+                                         {"name", 2, "name N TEXT"}, {"star", 2, "star N STARS"},
+                                         {"note", 2, "note N TEXT"}, {"delete", 1, "delete N"},
+                                         {"export", 1, "export N"},  {"import", 1, "import FILE"}};
+
+const TakesAction& ActionOf(const std::string& action) {
+  for (const TakesAction& each : kTakesActions)
+    if (action == each.name) return each;
   throw WrongUsage("there is no \"" + action +
                    "\" of takes: write list, use, name, star, note, delete, export or import");
 }
@@ -84,7 +93,9 @@ int NumberOf(const TakesOptions& o, const KeptTakes& takes) {
   if (!util::parseNumber(o.words[0], number))
     throw WrongUsage("\"" + o.words[0] + "\" is no number of a take");
   if (!takes.Find(number))
-    throw Failure(o.scene, "there is no take " + o.words[0], "rigwright takes SCENE list");
+    throw Failure(o.scene, "there is no take " + o.words[0],
+                  takes.GetTakes().empty() ? "no takes are kept in it"
+                                           : "rigwright takes " + o.scene + " list tells them");
   return number;
 }
 
@@ -111,7 +122,9 @@ void ChangeTakes(SceneJob& job, const TakesOptions& o) {
     if (!util::readFile(o.words[0], bytes, &problem)) throw Failure("", problem);
     std::vector<int> numbers;
     problem = takes.Import(bytes, numbers);
-    if (!problem.empty()) throw Failure(o.words[0], problem);
+    if (!problem.empty())
+      throw Failure(o.words[0], problem,
+                    "give a file that takes SCENE export N -o FILE has written");
     job.GetProgram().GetOutput().GetObject()["numbers"] = numbers;
     return;
   }
@@ -131,15 +144,18 @@ void ChangeTakes(SceneJob& job, const TakesOptions& o) {
 }
 
 void RunTakes(Program& program, const TakesOptions& o) {
-  const std::size_t words = WordsOf(o.action);
-  if (o.words.size() != words)
-    throw WrongUsage("takes " + o.action + " needs " + util::counted(words, "more word"));
+  const TakesAction& action = ActionOf(o.action);
+  if (o.words.size() != action.words)
+    throw WrongUsage("write takes SCENE " + std::string(action.usage) +
+                     (action.words == 2 ? ", a TEXT of several words in quotes" : ""));
   if (o.action != "list" && o.output.empty()) throw WrongUsage("takes " + o.action + " needs -o");
   if (o.action == "list" && !o.output.empty()) throw WrongUsage("takes list writes no -o");
   if (o.action != "list" && o.action != "export") {
     const std::string wrong = CheckSceneEnding(o.output);
     if (!wrong.empty()) throw WrongUsage("-o: " + wrong);
   }
+  if (o.action == "export" && CheckSceneEnding(o.output).empty())
+    throw WrongUsage("-o: " + o.output + " would be no scene; give a file such as one.takes");
   SceneJob job(program, o.scene);
   KeptTakes& takes = job.GetSession().GetTakes();
   if (o.action == "list") return ListTakes(program.GetOutput(), takes);
@@ -148,6 +164,7 @@ void RunTakes(Program& program, const TakesOptions& o) {
     if (!util::writeFile(o.output, takes.Export(NumberOf(o, takes)), &problem))
       throw Failure("", problem);
     program.GetOutput().GetObject()["output"] = o.output;
+    program.GetOutput().Note("takes: written to " + o.output);
     return;
   }
   ChangeTakes(job, o);

@@ -276,6 +276,8 @@ VerifyReport Verify(SceneSession& session, const std::optional<TimeSpan>& span,
     return span ? Within(std::move(stretches), *span) : stretches;
   };
   VerifyReport report = CheckAll(session, cut(FindStretches(session)), monitor);
+  if (span && report.IsSame() && report.keys == 0 && report.problem.empty() && !report.cancelled)
+    report.problem = "no rig has keys from " + RangeText(*span);
   if (report.IsSame() || report.cancelled || !report.problem.empty() ||
       !session.GetTakes().GetChain().empty())
     return report;

@@ -82,7 +82,7 @@ std::string SweepFolder::Open() {
   std::string text, why;
   if (!util::readFile(file, text, &why)) return why + " (give the folder of a sweep)";
   auto plan = SweepPlan::FromText(text, why);
-  if (!plan) return file + ": " + why;
+  if (!plan) return file + ": " + why + " (delete the folder, and sweep again)";
   m_plan = std::move(*plan);
   return {};
 }
