@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "Fn.h"
-#include "mayahost/Host.h"
 #include "Modifier.h"
 #include "Notify.h"
+#include "mayahost/Host.h"
 
 namespace mayahost {
 /// Curves as they were before their first change; once that is undone, as they were after the last.
