@@ -65,6 +65,12 @@ TEST_F(Takes, EachComesBackToTheBit) {
   EXPECT_EQ(list[1]["stars"], 4);
   EXPECT_EQ(json("takes other.glb use 2 -o other.glb")["same"], true);
 
+  ok({"rename", "other.glb", "Hand", "Left", "-o", "left.glb"});
+  EXPECT_EQ(json("takes left.glb use 1 -o left.glb")["same"], true);
+  ok("take left.glb --from 0.5 --seconds 0.2 --yes -o left.glb");
+  EXPECT_EQ(json("takes left.glb list")["takes"][2]["predecessor"], 1);
+  ok("verify left.glb");
+
   // A file that is played is no mapping, and a take that was thrown away none at all.
   ok({"map", "hand.glb", "Hand:Yaw (Right/Left)", "No such wheel", "Axis", "2", "-o", "m.glb"});
   ok("take m.glb --seconds 0.2 --play a.csv -o m.glb");

@@ -11,6 +11,7 @@
 #include "adaptor/Performance.h"
 #include "adaptor/maya/Channels.h"
 #include "core/interface/CCameraPlugin.h"
+#include "core/services/Log.h"
 #include "support/QtApplication.h"
 
 namespace orv::tests {
@@ -106,6 +107,16 @@ TEST(MayaTake, ShowsTheTakeAndPutsBackWhatHasNoCurve) {
   EXPECT_EQ(rig->GetSceneName(), "_4_Rig");
   EXPECT_EQ(rig->GetName(), "Rig");
   EXPECT_TRUE(rig->SetParent(body));
+  CoreNode* const camera = adaptor.CreateCameraNode({owner, "Eye", "Eye"}, nullptr, 40.0, 0.1);
+  const auto plugOfLens = [&](const char* name) {
+    MDagPath path;
+    MSelectionList list;
+    list.add(camera->GetSceneName().c_str());
+    list.getDagPath(0, path);
+    path.extendToShape();
+    return MFnDependencyNode(path.node()).findPlug(name, true);
+  };
+  const double focal = plugOfLens("focalLength").asDouble();
   const std::string before = mayahost::Dump();
   MAnimControl::setAutoKeyMode(true);
   std::vector<CInterface*> instances = {owner};
@@ -117,15 +128,23 @@ TEST(MayaTake, ShowsTheTakeAndPutsBackWhatHasNoCurve) {
   pose.setTranslation({1, 2, 3});
   rws::CSnapshot* const snapshot = rig->GetSnapshot(1.0);
   snapshot->SetMatrix(pose.data());
+  auto* const eye = static_cast<maya::CMayaNode*>(camera);
+  eye->SetLensValue(rws::adaptor::LensValue::kFocusDistance, 1.0, 7.0);
+  eye->SetLensValue(rws::adaptor::LensValue::kFieldOfView, 1.0, 20.0);
   EXPECT_EQ(PlugOf(rig, "tx").asDouble(), 0.0) << "ahead of the write of the time";
   adaptor.SetCurrentTime(1.0);
   EXPECT_EQ(PlugOf(rig, "tx").asDouble(), 1.0);
+  EXPECT_NEAR(plugOfLens("focusDistance").asDouble(), 700.0, 1e-9);
+  EXPECT_NEAR(plugOfLens("focalLength").asDouble() * std::tan(util::kPi / 18.0),
+              12.7 * plugOfLens("verticalFilmAperture").asDouble(), 1e-9);
+  EXPECT_NEAR(eye->GetLensValue(rws::adaptor::LensValue::kFieldOfView, 0.0), 40.0, 1e-9);
   EXPECT_EQ(maya::ToSeconds(MAnimControl::currentTime()), 1.0);
   EXPECT_FALSE(rig->HasKeys());
   EXPECT_FALSE(adaptor.HostUndo()) << "in a take";
   rig->ReleaseSnapshot(snapshot);
   adaptor.EndRecording();
   EXPECT_EQ(PlugOf(rig, "tx").asDouble(), 1.0) << "as keys";
+  EXPECT_NE(plugOfLens("focalLength").asDouble(), focal) << "as keys";
   adaptor.CancelUndoBlock();
   adaptor.SetCurrentTime(0.0);
   EXPECT_TRUE(MAnimControl::autoKeyMode());
@@ -446,6 +465,62 @@ TEST(MayaTake, EveryEditIsUndoneAndRedoneToTheByte) {
     }
     adaptor.ClearUndoHistory();
   }
+}
+
+/// Nodes, keys, a take, other parents and copies in one block, as far as the host lets them come.
+void EditAll(MayaFixture& host) {
+  auto& adaptor = host.Maya();
+  CInterface* const owner = reinterpret_cast<CInterface*>(&host);
+  auto* const hook = static_cast<maya::CMayaNode*>(host.UserNode("Hook"));
+  adaptor.BeginUndoBlock("All");
+  auto* const body = static_cast<maya::CMayaNode*>(
+      adaptor.CreateMeshNode({owner, "Body", "Body"}, nullptr, nullptr, 0));
+  auto* const eye = static_cast<maya::CMayaNode*>(
+      adaptor.CreateCameraNode({owner, "Eye", "Eye"}, body, 40.0, 0.1));
+  hook->SetWorldPose(1.0, Pose(), true);
+  host.UserNode("Mover")->SetParent(body);
+  std::vector<CInterface*> instances = {owner};
+  util::ReturnValue<std::vector<CInterface*>> result(instances);
+  adaptor.BeginRecording(0.0, result);
+  if (eye) eye->SetLensValue(rws::adaptor::LensValue::kFieldOfView, 1.0, 20.0);
+  if (body) {
+    rws::CSnapshot* const snapshot = body->GetSnapshot(1.0);
+    snapshot->SetMatrix(rws::adaptor::Compose({{1, 2, 3}, {}, {1, 1, 1}}).data());
+    body->ReleaseSnapshot(snapshot);
+  }
+  adaptor.SetCurrentTime(1.0);
+  adaptor.EndRecording();
+  adaptor.FilterCurves();
+  adaptor.DuplicateNode(hook, {owner, "Hook", "Hook"}, nullptr);
+  if (body) body->SetColour({1.0f, 0.5f, 0.25f});
+  adaptor.EndUndoBlock();
+}
+
+TEST(MayaTake, WhatTheHostRefusesIsToldAndNothingOfItStays) {
+  for (const bool undoing : {false, true})
+    for (int refused = 1;; ++refused) {
+      SCOPED_TRACE((undoing ? "undo " : "do ") + std::to_string(refused));
+      MayaFixture host;
+      std::string told;
+      const int listener = rws::core::AddLogListener(
+          [&told](rws::core::LogLevel, const std::string& text) { told += text + "\n"; });
+      const std::string before = mayahost::Dump();
+      mayahost::FailModifier(undoing ? 0 : refused);
+      EditAll(host);
+      const int edits = mayahost::FailModifier(undoing ? refused : 0);
+      host.Maya().HostUndo();
+      const int runs = mayahost::FailModifier(0);
+      rws::core::RemoveLogListener(listener);
+      if ((undoing ? runs : edits) < refused) {
+        EXPECT_GT(refused, 9);
+        break;
+      }
+      EXPECT_NE(told, "");
+      host.Maya().SetCurrentTime(0.0);
+      if (!undoing) {
+        EXPECT_EQ(mayahost::Dump(), before) << Difference(before, mayahost::Dump());
+      }
+    }
 }
 
 TEST(MayaTake, KeepsTheUsersOrderAndPivotsAndTurnsOnAcrossWholeTurns) {

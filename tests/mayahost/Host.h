@@ -32,6 +32,9 @@ std::vector<std::string> Registered();
 /// The next registration of this name fails: a command, a node type, or "callback N" with a scene
 /// message's number.
 void FailRegistration(const std::string& name);
+/// The run of this number of a modifier from here on, be it undone or done, fails and does nothing.
+/// 0: none. The answer is how many have been run since the last call.
+int FailModifier(int number);
 void RegisterCommand(const std::string& name, MPxCommand* (*creator)());
 
 // The user.

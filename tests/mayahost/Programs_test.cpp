@@ -16,9 +16,12 @@
 #include <maya/MFnNumericAttribute.h>
 #include <maya/MFnNurbsSurface.h>
 #include <maya/MFnPlugin.h>
+#include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnTransform.h>
 #include <maya/MFnUnitAttribute.h>
+#include <maya/MItKeyframe.h>
 #include <maya/MItMeshEdge.h>
+#include <maya/MItMeshVertex.h>
 #include <maya/MItSelectionList.h>
 #include <maya/MModelMessage.h>
 #include <maya/MNodeMessage.h>
@@ -331,6 +334,55 @@ TEST_F(Programs, AskByCommands) {
   mayahost::Type("file -rename \"" + file + "\"; file -save; file -f -o \"" + file + "\"");
   EXPECT_EQ(mayahost::Dump(), before);
   std::remove(file.c_str());
+}
+
+TEST_F(Programs, MovePartsOfShapesAndEditKeys) {
+  MGlobal::executeCommand("polyCube -name box");
+  MSelectionList list;
+  ASSERT_EQ(list.add("box.vtx[2:3]"), MS::kSuccess);
+  list.add("box.f[0]");
+  EXPECT_NE(MSelectionList(list).add("box.vtx[99]"), MS::kSuccess);
+  MGlobal::setActiveSelectionList(list);
+  MGlobal::getActiveSelectionList(list);
+  MDagPath path;
+  MObject component;
+  int moved = 0;
+  for (MItSelectionList it(list, MFn::kMeshVertComponent); !it.isDone(); it.next()) {
+    EXPECT_TRUE(it.hasComponents());
+    ASSERT_EQ(it.getDagPath(path, component), MS::kSuccess);
+    EXPECT_TRUE(path.node().hasFn(MFn::kMesh));
+    for (MItMeshVertex vertex(path, component); !vertex.isDone(); vertex.next(), ++moved) {
+      EXPECT_EQ(vertex.count(), 2u);
+      vertex.translateBy(MVector(0, 1, 0), MSpace::kObject);
+    }
+  }
+  EXPECT_EQ(moved, 2);
+  MPointArray points;
+  MFnMesh(path).getPoints(points);
+  for (unsigned i = 0; i < points.length(); ++i)
+    EXPECT_EQ(points[i].y > 1.0, i == 2 || i == 3) << i;
+  MFnSingleIndexedComponent part;
+  MObject made = part.create(MFn::kMeshVertComponent);
+  MIntArray which;
+  for (const int i : {5, 1, 2, 0}) which.append(i);
+  part.addElements(which);
+  EXPECT_EQ(part.elementCount(), 4);
+  EXPECT_EQ(part.element(3), 5);
+  EXPECT_EQ(part.componentType(), MFn::kMeshVertComponent);
+  list.clear();
+  list.add(path, made);
+  MStringArray names;
+  list.getSelectionStrings(names);
+  ASSERT_EQ(names.length(), 2u);
+  EXPECT_STREQ(names[0].asChar(), "box.vtx[0:2]");
+  EXPECT_STREQ(names[1].asChar(), "box.vtx[5]");
+
+  MFnAnimCurve curve;
+  MObject keys =
+      curve.create(path.transform(), MFnDependencyNode(path.transform()).attribute("tx"));
+  for (int i = 0; i < 3; ++i) curve.addKeyframe(MTime(i, MTime::kFilm), i);
+  for (MItKeyframe key(keys); !key.isDone(); key.next()) key.setValue(key.value() * 2.0);
+  EXPECT_EQ(curve.value(2), 4.0);
 }
 
 TEST_F(Programs, ReckonWithValues) {

@@ -393,6 +393,7 @@ void HostNode::SetColour(const Colour& colour) {
   if (!IsValid() || ReadColour() == colour) return;
   const Colour before = ReadColour();
   PutColour(colour);
+  if (ReadColour() == before) return;  // the host refused
   m_adaptor.PushExchange("CColorRestoreObj", [this, saved = before]() mutable {
     if (!Exists()) return;
     const Colour now = ReadColour();

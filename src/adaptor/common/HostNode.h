@@ -185,6 +185,9 @@ class HostNode : public core::CoreNode {
   bool IsWrittenByRig() const { return m_writtenByRig; }
   /// What the running take has written so far, in rising time.
   const std::vector<PoseSample>& GetRecorded() const { return recorded; }
+  const util::AVar_Linear<double>& GetRecorded(LensValue which) const {
+    return which == LensValue::kFieldOfView ? m_aside->focal : m_aside->focus;
+  }
 
   HostAdaptor& m_adaptor;
 
@@ -213,7 +216,7 @@ class HostNode : public core::CoreNode {
   std::string WriteRecordedPoses() { return WriteKeys(bufferedFrom, recorded); }
   void WriteRecordedLens();
   util::AVar_Linear<double>& Recorded(LensValue which) {
-    return which == LensValue::kFieldOfView ? m_aside->focal : m_aside->focus;
+    return const_cast<util::AVar_Linear<double>&>(GetRecorded(which));
   }
 
   /// What no frame of a take needs, or few.

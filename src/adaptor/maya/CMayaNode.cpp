@@ -91,7 +91,7 @@ struct Reparenting {
 // --- the tree ---
 
 HostNode* CMayaNode::ParentNode() {
-  if (m_take) return m_take->GetPlace().parent;
+  if (m_take) return m_take->parent;
   MDagPath path = GetPath();
   if (path.length() < 2) return nullptr;
   path.pop();
@@ -181,7 +181,7 @@ std::unique_ptr<NodePresence> CMayaNode::MakePresence() {
 // --- poses ---
 
 ChannelFrame CMayaNode::ReadFrame() const {
-  if (m_take) return m_take->GetPlace().frame;
+  if (m_take) return m_take->frame;
   const MObject node = GetObject();
   ChannelFrame frame;
   frame.order = static_cast<RotationOrder>(FindPlug(node, "rotateOrder").asInt());
@@ -202,7 +202,7 @@ ChannelFrame CMayaNode::ReadFrame() const {
 HostChannels CMayaNode::ReadChannels(double time) const {
   std::array<double, 9> v{};
   if (m_take) {
-    for (int i = 0; i < 9; ++i) v[static_cast<std::size_t>(i)] = m_take->Read(i, time);
+    for (std::size_t i = 0; i < 9; ++i) v[i] = m_take->pose.Read(i, time);
   } else {
     const std::array<MPlug, 9> plugs = PosePlugs(GetObject());
     for (std::size_t i = 0; i < 9; ++i) v[i] = ValueAt(plugs[i], time);
@@ -211,7 +211,7 @@ HostChannels CMayaNode::ReadChannels(double time) const {
 }
 
 bool CMayaNode::Inherits() const {
-  if (m_take) return m_take->GetPlace().inherits;
+  if (m_take) return m_take->inherits;
   return FindPlug(GetObject(), "inheritsTransform").asBool();
 }
 
@@ -316,7 +316,7 @@ void CMayaNode::WriteTrs(double time, const Trs& local, bool key) {
       PutKey(curves[i], time, value(i), change ? change->GetKeys() : nullptr);
 }
 
-/// A curve for each plug that may have one.
+/// A curve for each plug that may have one; all are null where the host refuses.
 std::vector<MObject> CMayaNode::MakeCurves(const MPlug* plugs, std::size_t count,
                                            PlugChange* change) {
   MDGModifier unnoted;
@@ -329,7 +329,10 @@ std::vector<MObject> CMayaNode::MakeCurves(const MPlug* plugs, std::size_t count
     curves.push_back(WhyNoKeysOn(plugs[i]).empty() ? CurveFor(plugs[i], modifier) : MObject());
     if (isNew && !curves.back().isNull()) made.push_back(curves.back());
   }
-  modifier.doIt();
+  if (!DoLogged(modifier, "make the curves of " + BareName(plugs->node()))) {
+    modifier.undoIt();
+    return std::vector<MObject>(count);
+  }
   for (const MObject& curve : made) MFnAnimCurve(curve).setIsWeighted(false);
   return curves;
 }
@@ -365,6 +368,7 @@ std::string CMayaNode::WriteKeys(double from, const std::vector<PoseSample>& tak
   const std::array<MPlug, 9> plugs = PosePlugs(GetObject());
   PlugChange* const change = ChangeOf(m_poseChange);
   const std::vector<MObject> curves = MakeCurves(plugs.data(), plugs.size(), change);
+  if (curves[0].isNull()) return "the host refused to make its curves";
   for (std::size_t i = 0; i < 9; ++i)
     ReplaceKeys(curves[i], from, times, values[i], change ? change->GetKeys() : nullptr);
   KeepSamples(from, take);
@@ -454,7 +458,7 @@ bool CMayaNode::PutUnder(HostNode* parent) {
                    QuoteMel(static_cast<CMayaNode*>(parent)->GetPath().fullPathName().asUTF8())
              : "parent -world " + own;
   move.commandToExecute(line.c_str());
-  if (!move.doIt()) return false;
+  if (!DoLogged(move, "move " + GetSceneName() + " in the hierarchy")) return false;
   (noted ? noted->instance : unnoted.instance) = std::exchange(m_instance, InstanceBelow(parent));
   m_moving = noted != nullptr;
   if (keyed)
@@ -469,22 +473,34 @@ bool CMayaNode::PutUnder(HostNode* parent) {
 
 void CMayaNode::EnterTake() {
   if (m_take || !IsValid()) return;
-  const TakeChannels::Place place{ReadFrame(), Inherits(), ParentNode()};
-  m_take = std::make_unique<TakeChannels>(GetObject(), place);
+  auto take = std::make_unique<TakeChannels>(GetObject());
+  take->frame = ReadFrame();
+  take->inherits = Inherits();
+  take->parent = ParentNode();
+  m_take = std::move(take);
 }
 
 void CMayaNode::LeaveTake() {
-  if (m_take && !Exists()) m_take->Abandon();
-  m_take.reset();
+  if (Exists())
+    m_take.reset();
+  else
+    AbandonTake();
 }
 
 void CMayaNode::AbandonTake() {
-  if (m_take) m_take->Abandon();
+  if (m_take) m_take->pose.Abandon();
+  for (std::size_t i = 0; m_take && i < m_take->lens.size(); ++i)
+    if (m_take->lens[i]) m_take->lens[i]->Abandon();
   m_take.reset();
 }
 
 void CMayaNode::ForgetShapes() {
   for (TakeRead* read : {&m_localRead, &m_meshRead, &m_curveRead}) read->Forget();
+}
+
+void CMayaNode::ShowTake() {
+  ShowTakePose();
+  if (IsValid()) ShowTakeLens();
 }
 
 void CMayaNode::ShowTakePose() {
@@ -497,7 +513,8 @@ void CMayaNode::ShowTakePose() {
   const ChannelFrame frame = ReadFrame();
   const HostChannels channels = ToChannels(latest.time, latest.local, frame, m_shownAngles);
   m_shownAngles = channels.angles;
-  m_take->Show(channels);
+  const Vector3<double>&t = channels.translation, &a = channels.angles, &s = channels.scale;
+  m_take->pose.Show({t.x, t.y, t.z, a.x, a.y, a.z, s.x, s.y, s.z});
 }
 
 }  // namespace orv::rws::adaptor::maya

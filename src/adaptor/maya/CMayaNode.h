@@ -20,7 +20,7 @@ namespace orv::rws::adaptor::maya {
 class MayaAdaptorInterface;
 class PlugChange;
 struct Reparenting;
-class TakeChannels;
+struct TakeChannels;
 
 /// The one CNode of a transform at one place of the hierarchy. The object is held by a handle,
 /// which learns of its end and of its return; paths and names are read when they are asked for.
@@ -109,14 +109,17 @@ class CMayaNode final : public HostNode {
   // A take, see TakeChannels.
   void EnterTake();
   void LeaveTake();
-  /// Puts the latest pose of the take on the transform.
-  void ShowTakePose();
+  /// Puts the take's latest pose on the transform, and its latest lens on the camera.
+  void ShowTake();
   /// Its scene is gone.
   void AbandonTake();
   void ForgetShapes();
   void CopyShapes(const CMayaNode& from);
   /// Why its channels can't take keys; empty where they can.
   std::string WhyNoKeys() const;
+
+  void ShowTakePose();
+  void ShowTakeLens();
 
   MObjectHandle m_handle;
   unsigned m_instance;  ///< number of its path among the object's

@@ -7,6 +7,7 @@
 #include "adaptor/maya/MayaAdaptorInterface.h"
 #include "adaptor/maya/PlugChange.h"
 #include "adaptor/maya/ShapeReading.h"
+#include "adaptor/maya/TakeChannels.h"
 #include "util/Angles.h"
 
 #include <maya/MFnDagNode.h>
@@ -38,7 +39,10 @@ bool CMayaNode::HasLens() const {
 
 double CMayaNode::ReadLens(LensValue which, double time) const {
   const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
-  const double value = ValueAt(FindPlug(camera, PlugNameOf(which)), time);
+  const TakePlugs* const shown =
+      m_take ? m_take->lens[static_cast<std::size_t>(which)].get() : nullptr;
+  const double value =
+      shown ? shown->Read(0, time) : ValueAt(FindPlug(camera, PlugNameOf(which)), time);
   if (which == LensValue::kFocusDistance) return value / kCentimetresAMetre;
   return 2.0 * std::atan(HalfFilm(camera, time) / value) * 180.0 / util::kPi;
 }
@@ -61,6 +65,19 @@ void CMayaNode::WriteLens(LensValue which, double time, double value) {
     PutKey(curve, time, number, change ? change->GetKeys() : nullptr);
 }
 
+void CMayaNode::ShowTakeLens() {
+  for (const LensValue which : {LensValue::kFieldOfView, LensValue::kFocusDistance}) {
+    const auto& samples = GetRecorded(which).samples;
+    if (samples.empty()) continue;
+    EnterTake();
+    std::unique_ptr<TakePlugs>& shown = m_take->lens[static_cast<std::size_t>(which)];
+    const MObject camera = FindShape(GetPath(), MFn::kCamera).node();
+    if (!shown)
+      shown = std::make_unique<TakePlugs>(std::vector<MPlug>{FindPlug(camera, PlugNameOf(which))});
+    shown->Show({ToLensPlug(which, samples.back().time, samples.back().value)});
+  }
+}
+
 void CMayaNode::WriteLensKeys(LensValue which, double from, const util::AVar_Linear<double>& take) {
   const MPlug plug = FindPlug(FindShape(GetPath(), MFn::kCamera).node(), PlugNameOf(which));
   const std::string problem = WhyNoKeysOn(plug);
@@ -78,8 +95,9 @@ void CMayaNode::WriteLensKeys(LensValue which, double from, const util::AVar_Lin
   }
   if (!varies) return;
   PlugChange* const change = ChangeOf(m_lensChange);
-  ReplaceKeys(MakeCurves(&plug, 1, change).front(), from, times, values,
-              change ? change->GetKeys() : nullptr);
+  const MObject curve = MakeCurves(&plug, 1, change).front();
+  if (!curve.isNull())
+    ReplaceKeys(curve, from, times, values, change ? change->GetKeys() : nullptr);
 }
 
 Exchange CMayaNode::SaveLens() {
@@ -167,8 +185,11 @@ Colour CMayaNode::ReadColour() const {
 void CMayaNode::PutColour(const Colour& colour) {
   const MDagPath shape = FindShape(GetPath(), MFn::kMesh);
   if (!shape.isValid()) return;
-  if (!IsOwnShader(LambertOf(shape)))
-    m_adaptor.PushExchange("CCreateShaderObj", MakeOwnShader(shape, GetSceneName()));
+  if (!IsOwnShader(LambertOf(shape))) {
+    Exchange made = MakeOwnShader(shape, GetSceneName());
+    if (!made) return;
+    m_adaptor.PushExchange("CCreateShaderObj", std::move(made));
+  }
   PutLambert(LambertOf(shape), colour);
 }
 

@@ -15,6 +15,7 @@
 #include <memory>
 
 #include "adaptor/maya/Channels.h"
+#include "adaptor/maya/LoggedModifier.h"
 #include "adaptor/maya/MelText.h"
 
 namespace orv::rws::adaptor::maya {
@@ -36,7 +37,8 @@ struct OwnShader {
 
   void Exchange() {
     if (out) {
-      out->undoIt();
+      if (!out->undoIt())
+        core::LogEntry(core::LogLevel::kWarning, "The host refused to put a shader back");
       out.reset();
       return;
     }
@@ -49,7 +51,7 @@ struct OwnShader {
     if (shape.isValid() && MDagPath::getAPathTo(shape.object(), path))
       out->commandToExecute(PutIntoPlainSet(path).c_str());
     out->commandToExecute(("delete " + name(group) + " " + name(lambert)).c_str());
-    out->doIt();
+    DoLogged(*out, "take a shader out of the scene");
   }
 };
 
@@ -84,7 +86,10 @@ Exchange MakeOwnShader(const MDagPath& shape, const std::string& name) {
   group.setName((name + "_shaderSG").c_str());
   MDGModifier modifier;
   modifier.connect(FindPlug(shader, "outColor"), FindPlug(set, "surfaceShader"));
-  modifier.doIt();
+  if (!DoLogged(modifier, "make the shader of " + name)) {
+    for (MObject half : {set, shader}) MGlobal::deleteNode(half);
+    return nullptr;
+  }
   MGlobal::executeCommand(("sets -e -forceElement " + QuoteMel(group.name().asUTF8()) + " " +
                            QuoteMel(shape.fullPathName().asUTF8()))
                               .c_str());

@@ -18,7 +18,7 @@ MObject LambertOf(const MDagPath& shape);
 /// Whether it is not the one that all scenes have.
 bool IsOwnShader(const MObject& lambert);
 /// Gives the mesh a lambert of its own, called like `name`. What comes back takes it away and gives
-/// it again, in turn.
+/// it again, in turn; null where the host refuses.
 Exchange MakeOwnShader(const MDagPath& shape, const std::string& name);
 Colour ReadLambert(const MObject& lambert);
 void PutLambert(const MObject& lambert, const Colour& colour);

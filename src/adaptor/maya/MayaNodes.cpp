@@ -62,7 +62,7 @@ void CopyKeys(const MObject& from, const MObject& to, const char* name) {
   const MFnAnimCurve keys(curve);
   MDGModifier modifier;
   const MObject copy = CurveFor(FindPlug(to, name), modifier);
-  modifier.doIt();
+  if (!DoLogged(modifier, std::string("copy the curve of ") + name)) return;
   MFnAnimCurve copied(copy);
   copied.setIsWeighted(keys.isWeighted());
   for (unsigned i = 0; i < keys.numKeys(); ++i) {
@@ -75,14 +75,20 @@ void CopyKeys(const MObject& from, const MObject& to, const char* name) {
   copied.setPostInfinityType(keys.postInfinityType());
 }
 
-/// A shape of this kind below a transform.
+/// Half a node is none.
+HostNode* Discard(CMayaNode& node) {
+  MObject transform = node.GetPath().node();
+  MGlobal::deleteNode(transform);
+  return nullptr;
+}
+
+/// A shape of this kind below a transform; null where the host refuses.
 MObject AddShape(const char* type, const MObject& transform) {
   MDagModifier modifier;
   const MObject shape = modifier.createNode(type, transform);
   const std::string name = MFnDependencyNode(transform).name().asUTF8();
   modifier.renameNode(shape, (name + "Shape").c_str());
-  modifier.doIt();
-  return shape;
+  return DoLogged(modifier, "make the shape of " + name) ? shape : MObject();
 }
 
 std::string BareNameOf(const MObject& node) {
@@ -151,7 +157,7 @@ CMayaNode* MayaAdaptorInterface::AddTransform(const std::string& sceneName, Host
   MDagModifier modifier;
   const MObject made = modifier.createNode("transform", place);
   modifier.renameNode(made, FreeName(sceneName).c_str());
-  if (!modifier.doIt()) return nullptr;
+  if (!DoLogged(modifier, "make the node " + sceneName)) return nullptr;
   // Yaw first in the angles, as seen by who reads the curves.
   const RotationOrder order = MGlobal::isYAxisUp() ? RotationOrder::kZxy : RotationOrder::kXyz;
   if (!parent) FindPlug(made, "rotateOrder").setShort(static_cast<short>(order));
@@ -164,7 +170,9 @@ HostNode* MayaAdaptorInterface::AddCamera(const std::string& sceneName, HostNode
                                           double fieldOfView, double nearClip) {
   CMayaNode* const node = AddTransform(sceneName, parent);
   if (!node) return nullptr;
-  MFnCamera camera(AddShape("camera", node->GetObject()));
+  const MObject shape = AddShape("camera", node->GetObject());
+  if (shape.isNull()) return Discard(*node);
+  MFnCamera camera(shape);
   if (nearClip > 0.0 && std::isfinite(nearClip)) camera.setNearClippingPlane(nearClip * 100.0);
   node->WriteLens(LensValue::kFieldOfView, GetCurrentTime(), fieldOfView);
   return node;
@@ -182,6 +190,7 @@ HostNode* MayaAdaptorInterface::AddMesh(const std::string& sceneName, HostNode* 
   } else {
     shape = AddShape("mesh", node->GetObject());
   }
+  if (shape.isNull()) return Discard(*node);
   MDagPath path;
   MDagPath::getAPathTo(shape, path);
   if (!hasFaces) FillMesh({}, path);

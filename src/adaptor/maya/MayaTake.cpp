@@ -59,7 +59,7 @@ void MayaAdaptorInterface::BeginRecording(double time,
 }
 
 void MayaAdaptorInterface::PutTakePoses() {
-  ForTakeNodes([](CMayaNode& node) { node.ShowTakePose(); });
+  ForTakeNodes([](CMayaNode& node) { node.ShowTake(); });
 }
 
 void MayaAdaptorInterface::LeaveTake() {
@@ -88,7 +88,7 @@ void MayaAdaptorInterface::FilterCurves() {
   if (line.empty()) return;
   auto modifier = std::make_shared<MDagModifier>();
   modifier->commandToExecute(("filterCurve" + line).c_str());
-  if (!modifier->doIt()) return;
+  if (!DoLogged(*modifier, "filter the curves of the take")) return;
   const int block = GetUndo().openId();
   PushExchange("CDagModifierRestoreObj", [modifier, block, undone = false]() mutable {
     if (undone)

@@ -1,6 +1,7 @@
 #include "adaptor/maya/PlugChange.h"
 
 #include "adaptor/maya/Channels.h"
+#include "adaptor/maya/LoggedModifier.h"
 
 namespace orv::rws::adaptor::maya {
 
@@ -26,11 +27,12 @@ void PlugChange::PutValues() {
 void PlugChange::Exchange() {
   if (!m_undone) {
     m_keys.undoIt();
-    for (auto curves = m_curves.rbegin(); curves != m_curves.rend(); ++curves) (*curves)->undoIt();
+    for (auto curves = m_curves.rbegin(); curves != m_curves.rend(); ++curves)
+      UndoLogged(**curves, m_block);
     PutValues();
   } else {
     PutValues();
-    for (const auto& curves : m_curves) curves->doIt();
+    for (const auto& curves : m_curves) RedoLogged(*curves, m_block);
     m_keys.redoIt();
   }
   m_undone = !m_undone;

@@ -19,9 +19,9 @@ const std::atomic<bool>& InterruptFlag();
 /// before anything is written.
 void CheckInterrupt();
 
-/// For a file that could not be written: throws Interrupted when the flag is why, else a Failure.
 /// Fails when `output` can't be written, ahead of work that a user would have to do again.
 void RequireWritable(const std::string& output);
+/// For a file that could not be written: throws Interrupted when the flag is why, else a Failure.
 [[noreturn]] void FailWriting(const std::string& error);
 
 }  // namespace orv::app

@@ -28,9 +28,19 @@ std::string MarkOf(const KeptTakes& takes, const KeptTake& take) {
   return take.undone ? "undone" : take.retried ? "retried" : "";
 }
 
-nlohmann::ordered_json JsonOf(const KeptTakes& takes, const KeptTake& take) {
+std::vector<std::string> RigsOf(const KeptTake& take) {
   std::vector<std::string> rigs;
   for (const KeptRig& rig : take.rigs) rigs.push_back(rig.name);
+  return rigs;
+}
+
+std::string OriginOf(const KeptTakes& takes, const KeptTake& take) {
+  std::vector<std::string> numbers;
+  for (const int number : takes.GetPredecessors(take)) numbers.push_back(std::to_string(number));
+  return numbers.empty() ? "" : "goes on from " + Joined(numbers);
+}
+
+nlohmann::ordered_json JsonOf(const KeptTakes& takes, const KeptTake& take) {
   return {{"number", take.number},
           {"name", take.name},
           {"note", take.note},
@@ -39,8 +49,9 @@ nlohmann::ordered_json JsonOf(const KeptTakes& takes, const KeptTake& take) {
           {"rate", take.rate},
           {"range", {take.range.from, take.range.to}},
           {"predecessor", takes.GetPredecessor(take)},
+          {"predecessors", takes.GetPredecessors(take)},
           {"mark", MarkOf(takes, take)},
-          {"rigs", rigs},
+          {"rigs", RigsOf(take)},
           {"version", take.version},
           {"hash", take.hash}};
 }
@@ -52,9 +63,7 @@ void ListTakes(Output& out, const KeptTakes& takes) {
     std::string line = std::to_string(take.number) + "  " + RangeText(take.range) + "  " +
                        take.when + "  " + std::string(static_cast<std::size_t>(take.stars), '*');
     for (const std::string& text :
-         {MarkOf(takes, take), take.name, take.note,
-          takes.GetPredecessor(take) ? "goes on from " + std::to_string(takes.GetPredecessor(take))
-                                     : ""})
+         {Joined(RigsOf(take)), MarkOf(takes, take), take.name, take.note, OriginOf(takes, take)})
       if (!text.empty()) line += "  " + text;
     out.Line(line);
   }

@@ -43,7 +43,22 @@ struct Performed {
   std::vector<int> chain;
   Shown scene;
   int last = 0;
+  std::set<std::string> rigs;
 };
+
+/// Of an input or a node.
+std::string RigOf(const std::string& name) {
+  return name.rfind("Hand", 0) == 0 ? "Hand" : "Rig";
+}
+
+/// Of these rigs all is as in `from`, the others are as they were.
+template <class Named>
+void PutOver(Named& all, const Named& from, const std::set<std::string>& rigs) {
+  for (auto it = all.begin(); it != all.end();)
+    it = rigs.count(RigOf(it->first)) ? all.erase(it) : std::next(it);
+  for (const auto& [name, value] : from)
+    if (rigs.count(RigOf(name))) all[name] = value;
+}
 
 /// Times and values of a node's keys from one frame to another.
 std::vector<double> KeysOf(const hl::NodeAnimation& animation, double from, double to) {
@@ -210,11 +225,17 @@ void TakeSequences::Take() {
   const int seed = Random(1 << 20);
   const bool arms = Random(3) == 0, goOn = Random(3) == 0;
   const double blend = Random(2) ? 0.0 : 3.0 * kTick;
+  std::vector<Instance*> rigs = core().List(false);
+  if (seed % 3 == 0) rigs = {rigs[static_cast<std::size_t>(seed / 3 % 2)]};
+  std::set<std::string> names, played;
+  app::RowsToStep rows;
+  for (Instance* rig : rigs) names.insert(rig->GetInstanceName());
+  for (const auto& name : names) rows.push_back(core().Find(name));
 
   unidevice::RecordedInput input;
   std::vector<std::pair<unidevice::Property*, std::string>> bound;
   std::vector<std::string> armed;
-  for (Instance* rig : core().List(false))
+  for (Instance* rig : rigs)
     for (const auto& [name, property] : rig->GetProperties().entries) {
       const std::string key = rig->GetInstanceName() + ":" + name;
       const std::size_t index = bound.size();
@@ -244,6 +265,7 @@ void TakeSequences::Take() {
       else
         wanted.tracks[key] = joined;
       if (records && arms) armed.push_back(key);
+      if (!records) played.insert(rig->GetInstanceName());
       input.columns.push_back({key, key, std::move(column)});
       bound.emplace_back(property, key);
     }
@@ -256,7 +278,8 @@ void TakeSequences::Take() {
   app::SceneTake take(*session);
   bool ended = false;
   const app::Monitor monitor;
-  ASSERT_TRUE(take.Begin({from, to - from, 0.0, goOn, blend, {}}, monitor, [&] { ended = true; }));
+  ASSERT_TRUE(
+      take.Begin({from, to - from, 0.0, goOn, blend, rows}, monitor, [&] { ended = true; }));
   for (unsigned ms = 0; core().IsRecording(); ms += 40) {
     ASSERT_LT(ms, 10000u);
     core().OnTimer(rws::core::RecordManager::kTakeTimer, ms);
@@ -275,15 +298,16 @@ void TakeSequences::Take() {
     if (GetParam() == "4WheelerExt" && name.rfind("Rig:", 0) == 0 && track.find(from) >= 0 &&
         track.samples[static_cast<std::size_t>(track.find(from))].time == from)
       wanted.tracks[name].set(from, track.value(from));
-  wanted.keys = now.keys;
-  wanted.parameters = now.parameters;
+  PutOver(wanted.keys, now.keys, names);
+  PutOver(wanted.parameters, now.parameters, names);
   const int number = static_cast<int>(takes.size()) + 1;
   const std::vector<int> begun = ChainFrom(start);
   if (wanted.current) {
-    const app::KeptTake* made = kept().Find(number);
-    ASSERT_TRUE(made);
-    wanted.flags[wanted.current].first = kept().GetPredecessor(*made) != wanted.current ||
-                                         start < takes.at(wanted.current).chain.back();
+    const Performed& old = takes.at(wanted.current);
+    bool stays = start > old.chain.back();
+    for (const auto& rig : old.rigs)
+      stays = stays || names.count(rig) == 0 || played.count(rig) > 0;
+    wanted.flags[wanted.current].first = !stays;
   }
   wanted.current = number;
   wanted.flags[number] = {false, false};
@@ -291,7 +315,7 @@ void TakeSequences::Take() {
   chain = begun;
   last = std::lround(kept().Find(number)->range.to / kTick);
   ASSERT_GE(last, end);
-  takes[number] = {begun, now, last};
+  takes[number] = {begun, now, last, names};
   Push(now);
 }
 
@@ -305,21 +329,29 @@ void TakeSequences::Edit() {
   const int first = Random(kFrames);
   edit.span = {first * kTick, (first + Random(10)) * kTick};
   edit.amount = 2.0 * kTick;
-  edited->second = app::EditTrack(edited->second, edit, kTick);
-  const int from = Random(2) ? 0 : std::max(first - 1, 0);
+  const Track before = std::exchange(edited->second, app::EditTrack(edited->second, edit, kTick));
+  const auto same = [](const auto& a, const auto& b) {
+    return a.time == b.time && a.value == b.value;
+  };
+  const auto& now = edited->second.samples;
+  const auto change =
+      std::mismatch(now.begin(), now.end(), before.samples.begin(), before.samples.end(), same);
+  const double at = change.first == now.end() ? first * kTick : change.first->time;
+  const int changed = std::min(static_cast<int>(std::lround(at / kTick)), first);
+  const int from = Random(2) ? 0 : std::max(changed - 1, 0);
   last = std::max(last, from);
   app::UndoBlock block(session->GetAdaptor(), "Edit");
   app::ReplaceTrack(app::FindInput(core(), edited->first), edited->second);
   ASSERT_TRUE(app::Resimulate(core(), {from * kTick, last * kTick}, app::Monitor()).began);
   block.Keep();
-  const Shown now = Look();
-  ASSERT_EQ(KeysOf(now, -1e3, (from - 1) * kTick) == KeysOf(wanted, -1e3, (from - 1) * kTick),
+  const Shown scene = Look();
+  ASSERT_EQ(KeysOf(scene, -1e3, (from - 1) * kTick) == KeysOf(wanted, -1e3, (from - 1) * kTick),
             true);
-  wanted.keys = now.keys;
-  wanted.parameters = now.parameters;  // what spinners turn
-  Expect(now, wanted, "edit of " + edited->first);
+  wanted.keys = scene.keys;
+  wanted.parameters = scene.parameters;  // what spinners turn
+  Expect(scene, wanted, "edit of " + edited->first);
   chain = ChainFrom(from);
-  Push(now);
+  Push(scene);
 }
 
 void TakeSequences::SetParameter() {
@@ -369,8 +401,11 @@ void TakeSequences::Use() {
   ASSERT_EQ(result.problem, "");
   EXPECT_TRUE(result.isSame) << "take " << number;
   const Shown now = Look();
-  Shown wanted = take.scene;
-  wanted.flags = past[at].flags;
+  Shown wanted = past[at];
+  for (const auto& rig : take.rigs) ASSERT_EQ(result.rigs.count(rig), 1u);
+  PutOver(wanted.tracks, take.scene.tracks, result.rigs);
+  PutOver(wanted.parameters, take.scene.parameters, result.rigs);
+  PutOver(wanted.keys, take.scene.keys, result.rigs);
   wanted.current = number;
   wanted.flags[number] = {false, false};
   Expect(now, wanted, "use");

@@ -7,10 +7,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "Fn.h"
 #include "Modifier.h"
 #include "Notify.h"
+#include "mayahost/Host.h"
 
 namespace mayahost {
 /// Curves as they were before their first change; once that is undone, as they were after the last.
@@ -19,9 +21,15 @@ struct CurveChangeState {
   std::set<const Node*> known;
   bool undone = false;
 };
+namespace {
+int runs = 0, failing = 0;
+bool Fails() { return ++runs == failing; }
+}  // namespace
+int FailModifier(int number) { return failing = number, std::exchange(runs, 0); }
 ModifierState::ModifierState() = default;
 void ModifierState::Add(std::function<bool()> op) { pending.push_back(std::move(op)); }
 bool ModifierState::Do() {
+  if (Fails()) return false;
   if (undone) return journal.Redo(), undone = false, pending.empty() || Do();
   const Recording recording(&journal);
   const auto ops = std::move(pending);
@@ -31,6 +39,7 @@ bool ModifierState::Do() {
   return all;
 }
 bool ModifierState::Undo() {
+  if (Fails()) return false;
   if (!undone) journal.Undo();
   return undone = true;
 }

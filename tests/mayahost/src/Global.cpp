@@ -40,6 +40,13 @@ void SetCondition(const std::string& condition, bool state) { NotifyCondition(co
 using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
+namespace {
+bool IsSame(const MSelectionList::Item& a, const MSelectionList::Item& b) {
+  const auto p = std::dynamic_pointer_cast<Component>(a.component.thing), q = std::dynamic_pointer_cast<Component>(b.component.thing);
+  const bool parts = p && q ? p->type == q->type && p->elements == q->elements && p->complete == q->complete : !p && !q;
+  return a.node == b.node && a.path == b.path && a.plug == b.plug && parts;
+}
+}  // namespace
 bool MSelectionList::isEmpty(MStatus* status) const { return Ok(status), items.empty(); }
 unsigned int MSelectionList::length(MStatus* status) const { return Ok(status), static_cast<unsigned int>(items.size()); }
 MStatus MSelectionList::getDependNode(unsigned int i, MObject& node) const {
@@ -49,7 +56,9 @@ MStatus MSelectionList::getDagPath(unsigned int i, MDagPath& path) const {
   if (i >= items.size()) return MS::kInvalidParameter;
   return path = items[i].path, items[i].path.nodes.empty() ? MDagPath::getAPathTo(items[i].node, path) : MStatus(MS::kSuccess);
 }
-MStatus MSelectionList::getDagPath(unsigned int i, MDagPath& path, MObject& component) const { return component = MObject(), getDagPath(i, path); }
+MStatus MSelectionList::getDagPath(unsigned int i, MDagPath& path, MObject& component) const {
+  return component = i < items.size() ? items[i].component : MObject(), getDagPath(i, path);
+}
 MStatus MSelectionList::getPlug(unsigned int i, MPlug& plug) const {
   if (i >= items.size() || items[i].plug.isNull()) return MS::kInvalidParameter;
   return plug = items[i].plug, MS::kSuccess;
@@ -59,6 +68,11 @@ MStatus MSelectionList::add(const MString& pattern, bool) {
   const auto dot = text.find('.');
   const auto found = Resolve(text.substr(0, dot));
   for (auto item : found) {
+    if (const ComponentPtr part = dot == std::string::npos ? nullptr : ParseComponent(item.path, text.substr(dot + 1))) {
+      item.path.extendToShape();
+      items.push_back({item.path.node(), item.path, {}, Obj(part)});
+      continue;
+    }
     if (dot != std::string::npos) item.plug = MPlug(RefOf(NodeOf(item.node), text.substr(dot + 1)));
     if (dot != std::string::npos && item.plug.isNull()) return MS::kInvalidParameter;
     items.push_back(item);
@@ -72,9 +86,9 @@ MStatus MSelectionList::add(const MObject& node, bool merge) {
   if (!merge || !hasItem(node)) items.push_back(item);
   return MS::kSuccess;
 }
-MStatus MSelectionList::add(const MDagPath& path, const MObject&, bool merge) {
+MStatus MSelectionList::add(const MDagPath& path, const MObject& component, bool merge) {
   if (path.nodes.empty()) return MS::kInvalidParameter;
-  if (!merge || !hasItem(path)) items.push_back({path.node(), path, {}});
+  if (!merge || !hasItem(path, component)) items.push_back({path.node(), path, {}, component});
   return MS::kSuccess;
 }
 MStatus MSelectionList::add(const MPlug& plug, bool) {
@@ -84,8 +98,8 @@ MStatus MSelectionList::remove(unsigned int i) { return i < items.size() ? (item
 MStatus MSelectionList::replace(unsigned int i, const MObject& node) {
   return i < items.size() ? (items[i] = {node, {}, {}}, MS::kSuccess) : MS::kInvalidParameter;
 }
-MStatus MSelectionList::replace(unsigned int i, const MDagPath& path, const MObject&) {
-  return i < items.size() && !path.nodes.empty() ? (items[i] = {path.node(), path, {}}, MS::kSuccess) : MS::kInvalidParameter;
+MStatus MSelectionList::replace(unsigned int i, const MDagPath& path, const MObject& component) {
+  return i < items.size() && !path.nodes.empty() ? (items[i] = {path.node(), path, {}, component}, MS::kSuccess) : MS::kInvalidParameter;
 }
 MStatus MSelectionList::replace(unsigned int i, const MPlug& plug) {
   return i < items.size() && !plug.isNull() ? (items[i] = {plug.node(), {}, plug}, MS::kSuccess) : MS::kInvalidParameter;
@@ -93,10 +107,7 @@ MStatus MSelectionList::replace(unsigned int i, const MPlug& plug) {
 MStatus MSelectionList::toggle(const MDagPath& path, const MObject& component) { return merge(path, component, kXORWithList); }
 MStatus MSelectionList::intersect(const MSelectionList& other, bool) {
   items.erase(std::remove_if(items.begin(), items.end(),
-                             [&](const Item& i) {
-                               return std::none_of(other.items.begin(), other.items.end(),
-                                                   [&](const Item& o) { return o.node == i.node && o.path == i.path && o.plug == i.plug; });
-                             }),
+                             [&](const Item& i) { return std::none_of(other.items.begin(), other.items.end(), [&](const Item& o) { return IsSame(o, i); }); }),
               items.end());
   return MS::kSuccess;
 }
@@ -113,9 +124,10 @@ bool MSelectionList::hasItem(const MObject& node, MStatus* status) const {
   Ok(status);
   return std::any_of(items.begin(), items.end(), [&](const Item& i) { return i.node == node; });
 }
-bool MSelectionList::hasItem(const MDagPath& path, const MObject&, MStatus* status) const {
+bool MSelectionList::hasItem(const MDagPath& path, const MObject& component, MStatus* status) const {
   Ok(status);
-  return std::any_of(items.begin(), items.end(), [&](const Item& i) { return i.path == path; });
+  const Item asked{path.node(), path, {}, component};
+  return std::any_of(items.begin(), items.end(), [&](const Item& i) { return IsSame(i, asked); });
 }
 MStatus MSelectionList::getSelectionStrings(MStringArray& names) const {
   names.clear();
@@ -125,13 +137,19 @@ MStatus MSelectionList::getSelectionStrings(MStringArray& names) const {
 MStatus MSelectionList::getSelectionStrings(unsigned int i, MStringArray& names) const {
   if (i >= items.size()) return MS::kInvalidParameter;
   const Item& item = items[i];
+  if (const auto part = std::dynamic_pointer_cast<Component>(item.component.thing)) {
+    MDagPath transform = item.path;
+    if (!transform.hasFn(MFn::kTransform) || transform.node().hasFn(MFn::kShape)) transform.pop();
+    for (const std::string& run : RunsOf(*part)) names.append((PathName(transform, false) + "." + run).c_str());
+    return MS::kSuccess;
+  }
   return names.append(!item.plug.isNull()        ? item.plug.name()
                       : !item.path.nodes.empty() ? PathName(item.path, false).c_str()
                                                  : NodeName(NodeOf(item.node)).c_str());
 }
 MStatus MSelectionList::merge(const MSelectionList& other, MergeStrategy how) {
   for (const Item& item : other.items) {
-    const auto at = std::find_if(items.begin(), items.end(), [&](const Item& i) { return i.node == item.node && i.path == item.path && i.plug == item.plug; });
+    const auto at = std::find_if(items.begin(), items.end(), [&](const Item& i) { return IsSame(i, item); });
     if (at == items.end() && how != kRemoveFromList)
       items.push_back(item);
     else if (at != items.end() && how != kMergeNormal)
@@ -139,9 +157,9 @@ MStatus MSelectionList::merge(const MSelectionList& other, MergeStrategy how) {
   }
   return MS::kSuccess;
 }
-MStatus MSelectionList::merge(const MDagPath& path, const MObject&, MergeStrategy how) {
+MStatus MSelectionList::merge(const MDagPath& path, const MObject& component, MergeStrategy how) {
   MSelectionList one;
-  return one.add(path), merge(one, how);
+  return one.add(path, component), merge(one, how);
 }
 
 MItSelectionList::MItSelectionList(MSelectionList& list, MFn::Type filter, MStatus* status) : fAll(list) {
@@ -152,7 +170,7 @@ MItSelectionList::MItSelectionList(const MSelectionList& list, MStatus* status) 
 MStatus MItSelectionList::setFilter(MFn::Type filter) {
   fList.clear(), fAt = 0;
   for (const auto& item : fAll.items)
-    if (filter == MFn::kInvalid || item.node.hasFn(filter) || item.path.hasFn(filter)) fList.items.push_back(item);
+    if (filter == MFn::kInvalid || item.node.hasFn(filter) || item.path.hasFn(filter) || item.component.hasFn(filter)) fList.items.push_back(item);
   return MS::kSuccess;
 }
 bool MItSelectionList::isDone(MStatus* status) const { return Ok(status), fAt >= fList.items.size(); }
@@ -166,7 +184,7 @@ MItSelectionList::SelItemType MItSelectionList::itemType(MStatus* status) const 
 MStatus MItSelectionList::getDependNode(MObject& node) const { return fList.getDependNode(fAt, node); }
 MStatus MItSelectionList::getDagPath(MDagPath& path) const { return fList.getDagPath(fAt, path); }
 MStatus MItSelectionList::getDagPath(MDagPath& path, MObject& component) const { return fList.getDagPath(fAt, path, component); }
-bool MItSelectionList::hasComponents(MStatus* status) const { return Ok(status), false; }
+bool MItSelectionList::hasComponents(MStatus* status) const { return Ok(status, !isDone()), !isDone() && !fList.items[fAt].component.isNull(); }
 
 MGlobal::MMayaState MGlobal::mayaState(MStatus* status) { return Ok(status), TheState().library ? kLibraryApp : TheState().batch ? kBatch : kInteractive; }
 bool MGlobal::isYAxisUp(MStatus* status) { return Ok(status), TheScene().yUp != Pretends(Wrong::kAxis); }

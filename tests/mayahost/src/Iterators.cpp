@@ -15,10 +15,10 @@ using namespace mayahost;
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 MItMeshPolygon::MItMeshPolygon(const MObject& mesh, MStatus* status) : fMesh(mesh, status) {}
-MItMeshPolygon::MItMeshPolygon(const MDagPath& path, const MObject&, MStatus* status) : fMesh(path, status) {}
+MItMeshPolygon::MItMeshPolygon(const MDagPath& path, const MObject& component, MStatus* status) : fMesh(path, status), fOf(component) {}
 bool MItMeshPolygon::isDone(MStatus* status) const { return Ok(status), fAt >= fMesh.numPolygons(); }
-MStatus MItMeshPolygon::next() { return ++fAt, MS::kSuccess; }
-unsigned int MItMeshPolygon::count(MStatus* status) const { return static_cast<unsigned>(fMesh.numPolygons(status)); }
+MStatus MItMeshPolygon::next() { return fAt = fOf.Next(fAt), MS::kSuccess; }
+unsigned int MItMeshPolygon::count(MStatus* status) const { return fOf.Count(static_cast<unsigned>(fMesh.numPolygons(status))); }
 unsigned int MItMeshPolygon::index(MStatus* status) const { return Ok(status, !isDone()), static_cast<unsigned>(fAt); }
 MStatus MItMeshPolygon::setIndex(int i, int& previous) { return previous = fAt, fAt = i, St(!isDone()); }
 unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) const { return static_cast<unsigned>(fMesh.polygonVertexCount(fAt, status)); }
@@ -142,9 +142,9 @@ MStatus MItMeshPolygon::getTriangle(int t, MPointArray& points, MIntArray& verti
   return MS::kSuccess;
 }
 MItMeshEdge::MItMeshEdge(const MObject& mesh, MStatus* status) : fMesh(mesh, status) {}
-MItMeshEdge::MItMeshEdge(const MDagPath& path, const MObject&, MStatus* status) : fMesh(path, status) {}
+MItMeshEdge::MItMeshEdge(const MDagPath& path, const MObject& component, MStatus* status) : fMesh(path, status), fOf(component) {}
 bool MItMeshEdge::isDone(MStatus* status) const { return Ok(status), fAt >= fMesh.numEdges(); }
-unsigned int MItMeshEdge::count(MStatus* status) const { return static_cast<unsigned>(fMesh.numEdges(status)); }
+unsigned int MItMeshEdge::count(MStatus* status) const { return fOf.Count(static_cast<unsigned>(fMesh.numEdges(status))); }
 int MItMeshEdge::index(MStatus* status) const { return Ok(status, !isDone()), fAt; }
 int MItMeshEdge::index(int i, MStatus* status) const {
   int2 ends = {-1, -1};
@@ -205,9 +205,9 @@ bool MItMeshVertex::onBoundary(MStatus* status) const {
 }
 MStatus MItMeshVertex::translateBy(const MVector& v, MSpace::Space space) { return setPosition(position(space) + v, space); }
 MItMeshVertex::MItMeshVertex(const MObject& mesh, MStatus* status) : fMesh(mesh, status) {}
-MItMeshVertex::MItMeshVertex(const MDagPath& path, const MObject&, MStatus* status) : fMesh(path, status) {}
+MItMeshVertex::MItMeshVertex(const MDagPath& path, const MObject& component, MStatus* status) : fMesh(path, status), fOf(component) {}
 bool MItMeshVertex::isDone(MStatus* status) const { return Ok(status), fAt >= fMesh.numVertices(); }
-unsigned int MItMeshVertex::count(MStatus* status) const { return static_cast<unsigned>(fMesh.numVertices(status)); }
+unsigned int MItMeshVertex::count(MStatus* status) const { return fOf.Count(static_cast<unsigned>(fMesh.numVertices(status))); }
 int MItMeshVertex::index(MStatus* status) const { return Ok(status, !isDone()), fAt; }
 MStatus MItMeshVertex::setIndex(int i, int& previous) { return previous = fAt, fAt = i, St(i >= 0 && !isDone()); }
 MPoint MItMeshVertex::position(MSpace::Space space, MStatus* status) const {

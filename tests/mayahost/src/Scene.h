@@ -54,6 +54,19 @@ struct Data : Thing {
 };
 using DataPtr = std::shared_ptr<Data>;
 
+/// Elements of a shape, for what they are by its type.
+struct Component : Thing {
+  using Thing::Thing;
+  bool Has(MFn::Type fn) const override { return fn == MFn::kComponent || fn == MFn::kSingleIndexedComponent || Thing::Has(fn); }
+  std::set<int> elements;
+  std::optional<int> complete;  ///< how many there are, where all are meant
+};
+using ComponentPtr = std::shared_ptr<Component>;
+/// "vtx[2:4]" of a shape; null where the words are none of a component.
+ComponentPtr ParseComponent(const MDagPath& path, const std::string& text);
+/// "vtx[2:4]" and so on, each run of elements by itself.
+std::vector<std::string> RunsOf(const Component& component);
+
 struct Value {
   double number = 0.0;  ///< cm, rad, s
   DataPtr data;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -51,7 +52,9 @@ struct KeptRig {
   std::string bindings;  ///< XML of all inputs' mappings
   std::vector<KeptInput> inputs;
   std::vector<KeptSurface> surfaces;
-  // Where it began; nothing for a take that went on from another one.
+  bool hasStart = false;  ///< no run that the take goes on from held the rig
+  bool isFirst = false;   ///< with a start: nothing was keyed or recorded of it ahead
+  // Where it began, with a start.
   std::vector<unsigned char> memory;  ///< what the rig stored, nothing of it behind the start
   std::vector<std::pair<std::string, rws::adaptor::Trs>> nodes;  ///< by scene name, at the start
 
@@ -61,6 +64,13 @@ struct KeptRig {
       if (each.name == input) return &each;
     return nullptr;
   }
+  /// From when on the inputs of a run from `start` (s) on are the rig's.
+  double InputsBegin(double start) const {
+    const auto isAhead = [start](const KeptInput& input) {
+      return !input.track.samples.empty() && input.track.samples.front().time < start;
+    };
+    return isFirst || std::any_of(inputs.begin(), inputs.end(), isAhead) ? -kForever : start;
+  }
 };
 
 /// Inputs, parameters and a start, from which the keys of a take follow. A simulation of what was
@@ -68,18 +78,21 @@ struct KeptRig {
 struct KeptTake {
   int number = 0;  ///< from 1, of a simulation from -1 down; never given away again
   std::string name, note;
-  int stars = 0;           ///< 0 to 5
-  std::string when;        ///< as the program told it
-  std::string version;     ///< of the program
-  double rate = 0.0;       ///< frames per second
-  TimeSpan range;          ///< s, from its start to its last frame
-  int predecessor = 0;     ///< number of the take in whose middle it began; 0: none
-  int shown = 0;           ///< of a simulation: the take that the scene showed by then
-  std::string hash;        ///< of the poses, hexadecimal SHA-256
-  std::uint64_t mark = 0;  ///< of the poses from where its chain begins; 0: not known
-  bool retried = false;    ///< another take was begun in its place
+  int stars = 0;        ///< 0 to 5
+  std::string when;     ///< as the program told it
+  std::string version;  ///< of the program
+  double rate = 0.0;    ///< frames per second
+  TimeSpan range;       ///< s, from its start to its last frame
+  int predecessor = 0;  ///< number of the take in whose middle it began; 0: none
+  /// Last runs that its other rigs go on from, oldest first: those of its predecessors' line came
+  /// behind them.
+  std::vector<int> beside;
+  int shown = 0;     ///< of a simulation: the take that the scene showed by then
+  std::string hash;  ///< of the poses, hexadecimal SHA-256
+  /// Of the poses of each rig from where the take's chain begins; empty: not known.
+  std::map<std::string, std::uint64_t> marks;
+  bool retried = false;  ///< another take was begun in its place
   bool undone = false;
-  bool isFirst = false;  ///< nothing was keyed or recorded of its rigs ahead of it
   std::vector<KeptRig> rigs;
 
   /// Null where the rig did not run.
@@ -87,14 +100,6 @@ struct KeptTake {
     for (const KeptRig& each : rigs)
       if (each.name == rig) return &each;
     return nullptr;
-  }
-  /// From when on its inputs are those of the rig (s).
-  double InputsBegin(const KeptRig& rig) const {
-    const auto isAhead = [this](const KeptInput& input) {
-      return !input.track.samples.empty() && input.track.samples.front().time < range.from;
-    };
-    const bool isWhole = std::any_of(rig.inputs.begin(), rig.inputs.end(), isAhead);
-    return isFirst || isWhole ? -kForever : range.from;
   }
 };
 

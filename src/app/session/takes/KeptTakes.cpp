@@ -6,6 +6,7 @@
 #include "adaptor/headless/Scene.h"
 #include "app/session/SceneSession.h"
 #include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
 #include "util/xml/Base64.h"
 
 namespace orv::app {
@@ -28,6 +29,8 @@ KeptTakes::~KeptTakes() {
 std::string KeptTakes::Load() {
   m_life = std::make_shared<int>(0);
   m_list = {};
+  m_names.clear();
+  FollowNames();
   m_changed = m_damaged = false;
   const std::string& text = m_session.GetScene().GetTakes();
   if (text.empty()) return {};
@@ -42,12 +45,42 @@ std::string KeptTakes::Load() {
 }
 
 void KeptTakes::Store() {
+  FollowNames();
   if (!m_changed || m_damaged) return;
   const TakeList stored = GetNeeded();
   const bool isEmpty = stored.lastNumber == 0 && stored.hidden.empty();
   const std::string bytes = isEmpty ? std::string() : EncodeTakes(stored);
   m_session.GetScene().GetTakes() = util::xml::encodeBase64(bytes.data(), bytes.size());
   m_changed = false;
+}
+
+/// Takes are those of a rig whatever its name is. Asked for whenever names count: undo gives old
+/// ones back.
+void KeptTakes::FollowNames() {
+  std::map<std::string, std::string> renamed;
+  for (const rws::core::Instance* rig : m_session.GetCore().List(false)) {
+    std::string& name = m_names[rig->GetIdentity()];
+    if (!name.empty() && name != rig->GetInstanceName()) renamed[name] = rig->GetInstanceName();
+    name = rig->GetInstanceName();
+  }
+  if (renamed.empty()) return;
+  const auto rename = [&renamed](KeptRig& rig) {
+    const auto found = renamed.find(rig.name);
+    if (found == renamed.end()) return;
+    for (auto& node : rig.nodes)
+      if (node.first.rfind(rig.name + '_', 0) == 0)
+        node.first = found->second + node.first.substr(rig.name.size());
+    rig.name = found->second;
+  };
+  for (auto* takes : {&m_list.takes, &m_list.hidden})
+    for (KeptTake& take : *takes) {
+      for (KeptRig& rig : take.rigs) rename(rig);
+      std::map<std::string, std::uint64_t> marks;
+      for (const auto& [rig, mark] : take.marks)
+        marks[renamed.count(rig) ? renamed[rig] : rig] = mark;
+      take.marks = std::move(marks);
+    }
+  m_changed = true;
 }
 
 const KeptTake* KeptTakes::Find(int number) const {
@@ -84,7 +117,8 @@ int KeptTakes::ShownOf(int number) const {
 
 std::set<int> KeptTakes::FindNeeded() const {
   std::set<int> needed;
-  for (const KeptTake* take : ChainOf(m_list.current)) needed.insert(take->number);
+  for (const int tip : GetTips())
+    for (const KeptTake* take : ChainOf(tip)) needed.insert(take->number);
   for (const KeptTake& shown : m_list.takes)
     for (const KeptTake* take : ChainOf(shown.number)) needed.insert(take->number);
   return needed;
@@ -107,10 +141,12 @@ TakeList KeptTakes::GetNeeded() const {
     if (found != renumbered.end()) number = found->second;
   };
   renumber(list.current);
+  for (int& number : list.beside) renumber(number);
   for (auto* takes : {&list.takes, &list.hidden})
     for (KeptTake& take : *takes) {
       renumber(take.number);
       renumber(take.predecessor);
+      for (int& number : take.beside) renumber(number);
     }
   return list;
 }
@@ -155,13 +191,14 @@ void KeptTakes::KeepToLimit() {
 // --- marks ---
 
 KeptTakes::Marks KeptTakes::GetMarks() const {
-  Marks marks{m_list.current, {}};
+  Marks marks{m_list.current, m_list.beside, {}};
   for (const KeptTake& take : m_list.takes) marks.flags[take.number] = {take.retried, take.undone};
   return marks;
 }
 
 void KeptTakes::PutMarks(const Marks& marks) {
   m_list.current = marks.current;
+  m_list.beside = marks.beside;
   m_changed = true;
   for (const auto& [number, flags] : marks.flags) {
     if (KeptTake* take = Edit(number)) {
@@ -226,12 +263,17 @@ std::string KeptTakes::Import(const std::string& bytes, std::vector<int>& number
   int lastHidden = m_list.lastHidden;
   for (const KeptTake& take : list.hidden) renumbered[take.number] = --lastHidden;
   for (const auto* takes : {&list.takes, &list.hidden})
-    for (const KeptTake& take : *takes)
-      if (renumbered.count(take.predecessor) == 0)
-        return "take " + std::to_string(take.predecessor) + " is missing in it";
+    for (const KeptTake& take : *takes) {
+      std::vector<int> earlier = take.beside;
+      earlier.push_back(take.predecessor);
+      for (const int number : earlier)
+        if (renumbered.count(number) == 0)
+          return "take " + std::to_string(number) + " is missing in it";
+    }
   for (auto* takes : {&list.takes, &list.hidden}) {
     for (KeptTake& take : *takes) {
       take.predecessor = renumbered[take.predecessor];
+      for (int& number : take.beside) number = renumbered[number];
       take.number = renumbered[take.number];
       take.shown = renumbered.count(take.shown) > 0 ? renumbered[take.shown] : 0;
       take.retried = take.undone = false;

@@ -25,7 +25,8 @@ class SceneSession;
 struct UseResult {
   std::string problem;  ///< why nothing has changed; empty when it has
   bool cancelled = false;
-  bool isSame = false;  ///< the poses are those of the take, to the bit
+  bool isSame = false;         ///< the poses are those of the take, to the bit
+  std::set<std::string> rigs;  ///< that were put back
 };
 
 /// Keeps every take that the session's core performs, unless the preferences say otherwise, outside
@@ -34,6 +35,9 @@ struct UseResult {
 /// other parameters, from which a take may go on; no list shows it.
 class KeptTakes {
  public:
+  /// Oldest first.
+  using Chain = std::vector<const KeptTake*>;
+
   /// Listens to the core's takes as long as it lives.
   explicit KeptTakes(SceneSession& session);
   ~KeptTakes();
@@ -53,9 +57,11 @@ class KeptTakes {
   int GetCurrent() const { return ShownOf(m_list.current); }
   /// Number of the take that one went on from, simulated again or not; 0: none that is there.
   int GetPredecessor(const KeptTake& take) const { return ShownOf(take.predecessor); }
-  /// What the scene's keys come from, oldest first: each goes on within the one before. Empty when
-  /// that is not known.
-  std::vector<const KeptTake*> GetChain() const;
+  /// The same, and those that others of its rigs went on from.
+  std::set<int> GetPredecessors(const KeptTake& take) const;
+  /// What the scene's keys come from, oldest first: each goes on within those before, or stands
+  /// beside them. Empty when that is not known.
+  Chain GetChain();
   Surroundings& GetSurroundings() { return m_surroundings; }
 
   /// Puts parameters, mappings, tracks and start back and simulates the take, behind those that it
@@ -93,9 +99,11 @@ class KeptTakes {
 
  private:
   class MarksUndo;
+  using Names = std::set<std::string>;  ///< of rigs
   /// What undo and redo change.
   struct Marks {
     int current = 0;
+    std::vector<int> beside;
     std::map<int, std::pair<bool, bool>> flags;  ///< retried and undone, by number
   };
 
@@ -108,30 +116,43 @@ class KeptTakes {
   KeptTake* EditShown(int number);
   bool IsTracking() const;
   void BeginTake();
+  bool IsInPlaceOf(const KeptTake& old) const;
   void StopTake(bool isTake);
   void EndTake();
+  void FollowNames();
   void Hide(int number);
   void KeepToLimit();
   void ForgetUnneeded(std::size_t most);
   std::set<int> FindNeeded() const;
   TakeList GetNeeded() const;
-  int PredecessorAt(double start, const std::vector<rws::core::Instance*>& rigs);
+  Chain StandingAt(double start, const Names& rigs);
+  void GoOnFrom(const Chain& chain);
+  bool Stands(const KeptTake& last, const Names& but);
   void ReadInputs(KeptTake& take);
-  void NoteStart(KeptTake& take);
+  void NoteStart(rws::core::Instance& rig, KeptRig& kept);
   void NotePoses(KeptTake& take);
   std::string HashOf(const KeptTake& take);
-  std::uint64_t MarkOf(const KeptTake& take);
-  std::vector<const KeptTake*> ChainOf(int number) const;
-  std::string WhyNot(const std::vector<const KeptTake*>& chain);
-  bool ClearFor(const KeptTake& take, const Monitor& monitor);
-  std::string PutBack(const KeptTake& take);
+  std::map<std::string, std::uint64_t> MarksOf(const KeptTake& take);
+  static Names NamesOf(const Chain& chain);
+  static Names WholeIn(const Chain& chain);
+  static int MissingIn(const Chain& chain);
+  Chain LineOf(int number) const;
+  Chain ChainAhead(const KeptTake& take) const;
+  Chain ChainOf(int number) const;
+  std::vector<int> GetTips() const;
+  std::vector<Chain> LinesOf(const Names& rigs) const;
+  std::vector<int> Uncovered(const std::vector<int>& tips, Names covered) const;
+  std::string WhyNot(const Chain& chain);
+  bool ClearFor(const KeptTake& take, const Names& rigs, const Monitor& monitor);
+  std::string PutBackStarts(const KeptTake& take, const Names& rigs, const Monitor& monitor);
   std::string PutBackRig(const KeptTake& take, const KeptRig& kept);
   bool Simulate(const KeptTake& take, const Monitor& monitor);
-  std::string Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor);
+  std::string Replay(const Chain& chain, const Monitor& monitor);
 
   SceneSession& m_session;
   Surroundings m_surroundings;
   TakeList m_list;
+  std::map<int, std::string> m_names;  ///< of the scene's rigs, as the list has them
   KeptTake m_running;
   std::shared_ptr<int> m_life = std::make_shared<int>(0);
   bool m_changed = false;  ///< since `Load`

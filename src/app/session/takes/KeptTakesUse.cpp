@@ -46,27 +46,11 @@ void DropKeys(Instance& rig) {
 
 // --- using one ---
 
-std::vector<const KeptTake*> KeptTakes::ChainOf(int number) const {
-  std::vector<const KeptTake*> chain;
-  // What was read has been looked through for circles, and new ones go on from older ones.
-  for (const KeptTake* take = FindAny(number); take; take = FindAny(take->predecessor))
-    chain.push_back(take);
-  std::reverse(chain.begin(), chain.end());
-  return chain;
-}
-
-std::vector<const KeptTake*> KeptTakes::GetChain() const {
-  const std::vector<const KeptTake*> chain = ChainOf(m_list.current);
-  const bool isWhole = !chain.empty() && chain.front()->predecessor == 0;
-  return isWhole ? chain : std::vector<const KeptTake*>();
-}
-
-std::string KeptTakes::WhyNot(const std::vector<const KeptTake*>& chain) {
+std::string KeptTakes::WhyNot(const Chain& chain) {
   auto& core = m_session.GetCore();
   if (core.IsRecording()) return "a take is running";
-  if (chain.front()->predecessor != 0)
-    return "take " + std::to_string(chain.front()->predecessor) +
-           ", which it went on from, is not there";
+  if (const int missing = MissingIn(chain))
+    return "take " + std::to_string(missing) + ", which it went on from, is not there";
   for (const KeptTake* take : chain) {
     if (take->rate != m_session.GetScene().GetFrameRate())
       return "it was performed at " + util::shortText(take->rate) +
@@ -87,32 +71,36 @@ std::string KeptTakes::PutBackRig(const KeptTake& take, const KeptRig& kept) {
   core.GetAdaptor()->PushUndo(new rws::core::TakeUndo(*rig, rws::core::TakeUndo::Of::kTake));
   PutBindings(*rig, kept.bindings);
   PutParameters(*rig, kept);
-  if (take.predecessor == 0 && !kept.memory.empty()) {
+  if (!kept.memory.empty()) {
     core.RebuildWithData(*rig, kept.memory);
     rig = core.FindInstance(kept.name);
     if (!rig) return "the rig " + kept.name + " could not be put back to its start";
     PutParameters(*rig, kept);  // what the rig stored has some of its own
   }
-  if (take.isFirst) DropKeys(*rig);
-  PutInputs(*rig, kept, take.InputsBegin(kept));
+  if (kept.isFirst) DropKeys(*rig);
+  PutInputs(*rig, kept, kept.InputsBegin(take.range.from));
   return {};
 }
 
 /// What the rigs have made since goes as a run takes it away that begins there: a rig that is built
 /// anew knows nothing of it.
-bool KeptTakes::ClearFor(const KeptTake& take, const Monitor& monitor) {
+bool KeptTakes::ClearFor(const KeptTake& take, const Names& rigs, const Monitor& monitor) {
   double from = take.range.from;
   RowsToStep rows;
   for (const KeptRig& kept : take.rigs) {
+    if (rigs.count(kept.name) == 0) continue;
     rows.push_back(m_session.GetCore().Find(kept.name));
-    Instance& rig = *m_session.GetCore().FindInstance(kept.name);
-    if (take.isFirst) from = std::min(from, FirstOf(rig));
+    if (kept.isFirst) from = std::min(from, FirstOf(*m_session.GetCore().FindInstance(kept.name)));
   }
-  return Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
+  return rows.empty() || Resimulate(m_session.GetCore(), {from, from}, monitor, rows).began;
 }
 
-std::string KeptTakes::PutBack(const KeptTake& take) {
+/// Those of the take's rigs.
+std::string KeptTakes::PutBackStarts(const KeptTake& take, const Names& rigs,
+                                     const Monitor& monitor) {
+  if (!ClearFor(take, rigs, monitor)) return "its rigs could not be simulated";
   for (const KeptRig& kept : take.rigs) {
+    if (rigs.count(kept.name) == 0) continue;
     const std::string problem = PutBackRig(take, kept);
     if (!problem.empty()) return problem;
     for (const auto& [name, pose] : kept.nodes) {
@@ -134,20 +122,34 @@ bool KeptTakes::Simulate(const KeptTake& take, const Monitor& monitor) {
 }
 
 /// What is wrong, if anything.
-std::string KeptTakes::Replay(const std::vector<const KeptTake*>& chain, const Monitor& monitor) {
+std::string KeptTakes::Replay(const Chain& chain, const Monitor& monitor) {
+  // All from the first: a rig that runs later stands there already, and others may look at it.
+  std::vector<Names> starts;
+  Names known;
+  for (const KeptTake* take : chain) {
+    Names now, later;
+    for (const KeptRig& kept : take->rigs)
+      if (kept.hasStart) (known.insert(kept.name).second ? now : later).insert(kept.name);
+    std::string problem = PutBackStarts(*take, now, monitor);
+    if (!problem.empty()) return problem;
+    starts.push_back(std::move(later));
+  }
   for (std::size_t i = 0; i < chain.size(); ++i) {
-    if (i == 0 && !ClearFor(*chain[i], monitor)) return "its rigs could not be simulated";
-    std::string problem = PutBack(*chain[i]);
+    const KeptTake* const take = chain[i];
+    std::string problem = PutBackStarts(*take, starts[i], monitor);
+    for (const KeptRig& kept : take->rigs)
+      if (problem.empty() && !kept.hasStart) problem = PutBackRig(*take, kept);
     if (!problem.empty()) return problem;
     // To its end, though little of it may stay: a rig may look at keys behind the next one's start.
-    if (!Simulate(*chain[i], monitor)) return "its rigs could not be simulated";
+    if (!Simulate(*take, monitor)) return "its rigs could not be simulated";
   }
   return {};
 }
 
 UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   UseResult result;
-  const std::vector<const KeptTake*> chain = ChainOf(Find(number) ? number : 0);
+  FollowNames();
+  const Chain chain = ChainOf(Find(number) ? number : 0);
   result.problem = chain.empty() ? "there is no take " + std::to_string(number) : WhyNot(chain);
   if (!result.problem.empty()) return result;
   auto& adaptor = *m_session.GetCore().GetAdaptor();
@@ -161,6 +163,8 @@ UseResult KeptTakes::Use(int number, const Monitor& monitor) {
   if (result.cancelled) result.problem.clear();
   if (result.cancelled || !result.problem.empty()) return result;
   StretchRange(m_session, {chain.front()->range.from, chain.back()->range.to});
+  result.rigs = NamesOf(chain);
+  m_list.beside = Uncovered(GetTips(), WholeIn(chain));
   m_list.current = number;
   Edit(number)->undone = Edit(number)->retried = false;
   adaptor.PushUndo(new MarksUndo(*this, std::move(before), GetMarks()));

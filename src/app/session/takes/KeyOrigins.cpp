@@ -70,9 +70,12 @@ KeyStretch StretchOf(const std::vector<const KeptTake*>& chain, std::size_t at, 
     const KeptRig* const kept = chain[at]->Find(rig->GetInstanceName());
     if (!kept) continue;
     KeyStretch::End end{chain[at]->range.to, false, nullptr};
-    for (std::size_t i = at + 1; i < chain.size(); ++i)
-      if (chain[i]->Find(kept->name) && !(end.isReplaced && end.time < chain[i]->range.from))
-        end = {chain[i]->range.from, true, kept};
+    for (std::size_t i = at + 1; i < chain.size(); ++i) {
+      const KeptRig* const later = chain[i]->Find(kept->name);
+      if (!later) continue;
+      const double from = later->isFirst ? stretch.span.from : chain[i]->range.from;
+      if (!end.isReplaced || from < end.time) end = {from, true, kept};
+    }
     stretch.rigs[kept->name] = end;
     stretch.span.to = std::max(stretch.span.to, std::min(end.time, chain[at]->range.to));
   }
@@ -128,15 +131,19 @@ std::vector<KeyStretch> FindStretches(SceneSession& session) {
   std::vector<KeyStretch> stretches;
   const Rigs rigs = session.GetCore().List(true);
   const std::vector<const KeptTake*> chain = session.GetTakes().GetChain();
-  Rigs unknown, earlier;
+  Rigs unknown;
+  std::map<double, Rigs> earlier;  // that have keys ahead of their first run, by its start
   for (Instance* rig : rigs) {
-    const bool isKnown = !chain.empty() && chain.front()->Find(rig->GetInstanceName());
-    if (!isKnown && std::isfinite(FirstOf(*rig))) unknown.push_back(rig);  // else it never ran
-    if (isKnown && FirstKey(*rig) < chain.front()->range.from - util::kFrameTolerance)
-      earlier.push_back(rig);
+    double start = kNever;
+    for (const KeptTake* take : chain)
+      if (take->Find(rig->GetInstanceName())) start = std::min(start, take->range.from);
+    if (start == kNever && std::isfinite(FirstOf(*rig)))
+      unknown.push_back(rig);  // else it never ran
+    else if (start != kNever && FirstKey(*rig) < start - util::kFrameTolerance)
+      earlier[start].push_back(rig);
   }
   AddWhole(session, unknown, {}, stretches);
-  if (!chain.empty()) AddWhole(session, earlier, chain.front()->range.from, stretches);
+  for (const auto& [start, those] : earlier) AddWhole(session, those, start, stretches);
   for (std::size_t i = 0; i < chain.size(); ++i) {
     KeyStretch stretch = StretchOf(chain, i, rigs);
     if (!stretch.rigs.empty()) stretches.push_back(std::move(stretch));

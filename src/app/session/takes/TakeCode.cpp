@@ -14,7 +14,8 @@ namespace {
 using Track = util::AVar_Linear<double>;
 
 constexpr quint32 kMark = 0x4f52544bu;
-constexpr quint32 kCodeVersion = 2;  ///< before 2 neither surfaces nor simulations
+/// Before 2 neither surfaces nor simulations, before 3 one start for all rigs of a take.
+constexpr quint32 kCodeVersion = 3;
 /// Bytes that a damaged length can't make us take.
 constexpr quint32 kMostBytes = 1u << 30;
 constexpr quint32 kMostItems = 1u << 24;
@@ -259,6 +260,7 @@ bool GetSurfaces(QDataStream& in, KeptRig& rig, const KeptRig* before) {
 
 void PutRig(QDataStream& out, const KeptRig& rig, const KeptRig* before, double frameDuration) {
   PutText(out, rig.profile);
+  out << rig.hasStart << rig.isFirst;
   PutSurfaces(out, rig, before);
   PutSettings(out, rig, before);
   out << QByteArray(reinterpret_cast<const char*>(rig.memory.data()),
@@ -278,6 +280,7 @@ void PutRig(QDataStream& out, const KeptRig& rig, const KeptRig* before, double 
 bool GetRig(QDataStream& in, quint32 version, KeptRig& rig, const KeptRig* before,
             double frameDuration) {
   rig.profile = GetText(in);
+  if (version > 2) in >> rig.hasStart >> rig.isFirst;
   if (version > 1 && !GetSurfaces(in, rig, before)) return false;
   if (!GetSettings(in, rig, before)) return false;
   QByteArray memory;
@@ -297,11 +300,33 @@ bool GetRig(QDataStream& in, quint32 version, KeptRig& rig, const KeptRig* befor
   return in.status() == QDataStream::Ok;
 }
 
+void PutNumbers(QDataStream& out, const std::vector<int>& numbers) {
+  out << static_cast<quint32>(numbers.size());
+  for (const int number : numbers) out << static_cast<qint32>(number);
+}
+
+std::vector<int> GetNumbers(QDataStream& in) {
+  std::vector<int> numbers;
+  quint32 count = 0;
+  in >> count;
+  for (; count > 0 && in.status() == QDataStream::Ok; --count) {
+    qint32 number = 0;
+    in >> number;
+    numbers.push_back(number);
+  }
+  return numbers;
+}
+
 void PutTake(QDataStream& out, const KeptTake& take, Latest& latest) {
   out << static_cast<qint32>(take.number) << static_cast<qint32>(take.stars)
-      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown)
-      << static_cast<quint64>(take.mark) << take.rate << take.range.from << take.range.to
-      << take.retried << take.undone << take.isFirst;
+      << static_cast<qint32>(take.predecessor) << static_cast<qint32>(take.shown) << take.rate
+      << take.range.from << take.range.to << take.retried << take.undone;
+  PutNumbers(out, take.beside);
+  out << static_cast<quint32>(take.marks.size());
+  for (const auto& [rig, mark] : take.marks) {
+    PutText(out, rig);
+    out << static_cast<quint64>(mark);
+  }
   for (const std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
     PutText(out, *text);
   out << static_cast<quint32>(take.rigs.size());
@@ -318,13 +343,24 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
              std::map<std::string, KeptRig>& latest) {
   qint32 number = 0, stars = 0, predecessor = 0, shown = 0;
   quint64 mark = 0;
+  bool isFirst = false;
   in >> number >> stars >> predecessor;
-  if (version > 1) in >> shown >> mark;
+  if (version > 1) in >> shown;
+  if (version == 2) in >> mark;  // of all rigs at once
   in >> take.rate >> take.range.from >> take.range.to >> take.retried >> take.undone;
-  if (version > 1) in >> take.isFirst;
+  if (version == 2) in >> isFirst;
+  if (version > 2) {
+    take.beside = GetNumbers(in);
+    quint32 marks = 0;
+    in >> marks;
+    for (; marks > 0 && in.status() == QDataStream::Ok; --marks) {
+      const std::string rig = GetText(in);
+      in >> mark;
+      take.marks[rig] = mark;
+    }
+  }
   take.number = number;
   take.shown = shown;
-  take.mark = mark;
   take.stars = stars;
   take.predecessor = predecessor;
   for (std::string* text : {&take.name, &take.note, &take.when, &take.version, &take.hash})
@@ -337,6 +373,8 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   if (!sound || in.status() != QDataStream::Ok) return false;
   for (quint32 i = 0; i < rigs; ++i) {
     KeptRig rig;
+    rig.hasStart = predecessor == 0;
+    rig.isFirst = isFirst;
     rig.name = GetText(in);
     rig.kind = GetText(in);
     const std::string key = rig.kind + '\n' + rig.name;
@@ -350,7 +388,7 @@ bool GetTake(QDataStream& in, quint32 version, KeptTake& take,
   return true;
 }
 
-/// Whether all chains end, and no number stands for two.
+/// Whether all lines end, and no number stands for two.
 bool IsSound(const TakeList& list) {
   std::map<int, int> before;
   for (const auto* takes : {&list.takes, &list.hidden})
@@ -373,6 +411,7 @@ std::string EncodeTakes(const TakeList& list) {
   out << kMark << kCodeVersion << static_cast<qint32>(list.lastNumber)
       << static_cast<qint32>(list.current) << static_cast<qint32>(list.lastHidden)
       << static_cast<quint32>(list.takes.size()) << static_cast<quint32>(list.hidden.size());
+  PutNumbers(out, list.beside);
   Latest latest;
   for (const auto* takes : {&list.takes, &list.hidden})
     for (const KeptTake& take : *takes) PutTake(out, take, latest);
@@ -397,6 +436,7 @@ std::string DecodeTakes(const std::string& bytes, TakeList& list) {
   in >> shown;
   if (version > 1) in >> hidden;
   TakeList read;
+  if (version > 2) read.beside = GetNumbers(in);
   read.lastNumber = lastNumber;
   read.lastHidden = lastHidden;
   read.current = current;

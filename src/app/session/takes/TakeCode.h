@@ -15,6 +15,7 @@ struct TakeList {
   int lastNumber = 0;            ///< the highest that was ever given
   int lastHidden = 0;            ///< the lowest
   int current = 0;               ///< what the scene's keys come from; 0: not known
+  std::vector<int> beside;       ///< the same of rigs that `current` says nothing of, oldest first
 };
 
 /// Compressed and lossless to the bit: tracks of 16-bit axes as differences of whole numbers,

@@ -1,6 +1,7 @@
 // A mesh's edges.
 #pragma once
 #include <maya/MDagPath.h>
+#include <maya/MElements_.h>
 #include <maya/MFnMesh.h>
 #include <maya/MIntArray.h>
 #include <maya/MPoint.h>
@@ -10,8 +11,8 @@ class MItMeshEdge {
   MItMeshEdge(const MObject& mesh, MStatus* status = NULL);
   MItMeshEdge(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL);
   bool isDone(MStatus* status = NULL) const;
-  MStatus next() { return ++fAt, MStatus::kSuccess; }
-  MStatus reset() { return fAt = 0, MStatus::kSuccess; }
+  MStatus next() { return fAt = fOf.Next(fAt), MStatus::kSuccess; }
+  MStatus reset() { return fAt = fOf.First(), MStatus::kSuccess; }
   unsigned int count(MStatus* status = NULL) const;
   int index(MStatus* status = NULL) const;
   /// The point at the start (0) or the end (1).
@@ -27,6 +28,7 @@ class MItMeshEdge {
 
  private:
   MFnMesh fMesh;
-  int fAt = 0;
+  MElements_ fOf;
+  int fAt = fOf.First();
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,6 +1,7 @@
 // A mesh's faces.
 #pragma once
 #include <maya/MDagPath.h>
+#include <maya/MElements_.h>
 #include <maya/MFnMesh.h>
 #include <maya/MIntArray.h>
 #include <maya/MPoint.h>
@@ -13,7 +14,7 @@ class MItMeshPolygon {
   MItMeshPolygon(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL);
   bool isDone(MStatus* status = NULL) const;
   MStatus next();
-  MStatus reset() { return fAt = 0, MStatus::kSuccess; }
+  MStatus reset() { return fAt = fOf.First(), MStatus::kSuccess; }
   unsigned int count(MStatus* status = NULL) const;
   unsigned int index(MStatus* status = NULL) const;
   MStatus setIndex(int index, int& previous);
@@ -41,6 +42,7 @@ class MItMeshPolygon {
 
  private:
   MFnMesh fMesh;
-  int fAt = 0;
+  MElements_ fOf;
+  int fAt = fOf.First();
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -15,6 +15,7 @@ class MSelectionList {
     MObject node;
     MDagPath path;
     MPlug plug;
+    MObject component = MObject();
   };
   MStatus clear() { return items.clear(), MStatus::kSuccess; }
   bool isEmpty(MStatus* status = NULL) const;
