@@ -120,6 +120,9 @@ void TakeRun::Settle() {
 }
 
 void TakeRun::End() {
+  // Who hears meanwhile that the core is idle may ask to settle what is being settled here.
+  std::unique_ptr<UndoBlock> block = std::move(m_block);
+  if (!block) return;
   if (m_look) m_look.release()->deleteLater();  // it may be its own timeout that calls
   m_core.StopRecording();
   m_core.SetTakeLength(0.0);
@@ -128,8 +131,8 @@ void TakeRun::End() {
   m_performed = {start, std::max(start, m_core.GetFrameTime())};
   m_only.reset();
   if (!m_result.cancelled && finish) finish(m_performed);
-  if (!m_result.cancelled) m_block->Keep();
-  m_block.reset();
+  if (!m_result.cancelled) block->Keep();
+  block.reset();
   const auto ended = std::move(m_ended);  // the program may destroy the run in there
   if (ended) ended();
 }
