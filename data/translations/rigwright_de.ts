@@ -2884,6 +2884,21 @@
         <translation>Von %1 bis %2 s werden Eingaben aufgenommen. Was davor liegt, bleibt, wie es ist.</translation>
     </message>
     <message>
+        <source>Its path is drawn when it is used: by itself it comes to other poses now.</source>
+        <extracomment>src/app/studio/windows/TakePainter.cpp</extracomment>
+        <translation>Sein Weg wird gezeichnet, wenn er verwendet wird: Von selbst ergibt er jetzt andere Posen.</translation>
+    </message>
+    <message>
+        <source>Its path is being drawn.</source>
+        <extracomment>src/app/studio/windows/TakePainter.cpp</extracomment>
+        <translation>Sein Weg wird gerade gezeichnet.</translation>
+    </message>
+    <message>
+        <source>Its path is drawn when the scene is saved, or when it is used.</source>
+        <extracomment>src/app/studio/windows/TakePainter.cpp</extracomment>
+        <translation>Sein Weg wird gezeichnet, wenn die Szene gespeichert ist oder er verwendet wird.</translation>
+    </message>
+    <message>
         <source>in the scene</source>
         <extracomment>src/app/studio/windows/TakesPage.cpp</extracomment>
         <translation>in der Szene</translation>

@@ -1,4 +1,6 @@
 // Curves of inputs, arming, marks and kept takes, as a user has them.
+#include <filesystem>
+
 #include "core/windows/MainWindowIds.h"
 #include "studio/DrivenStudio.h"
 #include "support/TempFolder.h"
@@ -98,7 +100,23 @@ TEST_F(Curves, OnlyArmedInputsAreRecordedBetweenTheMarksAndTakesComeBack) {
   EXPECT_EQ(studio.State()["undoPosition"], steps + 1);
   studio.Do("key Ctrl+Z");
   EXPECT_TRUE(studio.Do("takes")["takes"][1]["current"]);
-  studio.Do("quit 0");
+  studio.DoAll({"save " + folder.path + "/scene.glb", "quit 0"});
+  // Another machine has shown none of them: their pictures come, but not of a scene that is edited.
+  const std::filesystem::path root = folder.path + "/other", pictures = root / "data/takes";
+  DrivenStudio other(root);
+  const auto count = [&] {
+    std::error_code none;
+    using Files = std::filesystem::directory_iterator;
+    return std::distance(Files(pictures, none), Files());
+  };
+  other.DoAll({"open " + folder.path + "/scene.glb", "click id=373", "takes use 2", "wait 2.5"});
+  EXPECT_TRUE(other.State()["dirty"]);
+  EXPECT_EQ(count(), 1) << "that of the take which is used";
+  other.Do("open " + folder.path + "/scene.glb");
+  for (int i = 0; i < 100 && count() < 2; ++i) other.Do("wait 0.1");
+  EXPECT_EQ(count(), 2);
+  EXPECT_FALSE(other.State()["dirty"]);
+  other.Do("quit 0");
 }
 
 TEST_F(Curves, StripAndListAreReadInGermanAndTwiceAsLarge) {

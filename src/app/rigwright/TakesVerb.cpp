@@ -11,6 +11,7 @@
 #include "app/rigwright/SceneJob.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/takes/KeptTakes.h"
+#include "app/session/takes/TakePaths.h"
 #include "util/AtomicFile.h"
 #include "util/NumberText.h"
 
@@ -76,16 +77,17 @@ struct TakesAction {
   std::size_t words;
   const char* usage;
 };
-constexpr TakesAction kTakesActions[] = {{"list", 0, "list"},        {"use", 1, "use N"},
-                                         {"name", 2, "name N TEXT"}, {"star", 2, "star N STARS"},
-                                         {"note", 2, "note N TEXT"}, {"delete", 1, "delete N"},
-                                         {"export", 1, "export N"},  {"import", 1, "import FILE"}};
+constexpr TakesAction kTakesActions[] = {
+    {"list", 0, "list"},        {"use", 1, "use N"},         {"path", 1, "path N"},
+    {"name", 2, "name N TEXT"}, {"star", 2, "star N STARS"}, {"note", 2, "note N TEXT"},
+    {"delete", 1, "delete N"},  {"export", 1, "export N"},   {"import", 1, "import FILE"}};
 
 const TakesAction& ActionOf(const std::string& action) {
   for (const TakesAction& each : kTakesActions)
     if (action == each.name) return each;
-  throw WrongUsage("there is no \"" + action +
-                   "\" of takes: write list, use, name, star, note, delete, export or import");
+  throw WrongUsage(
+      "there is no \"" + action +
+      "\" of takes: write list, use, path, name, star, note, delete, export or import");
 }
 
 int NumberOf(const TakesOptions& o, const KeptTakes& takes) {
@@ -113,6 +115,18 @@ void UseTake(SceneJob& job, KeptTakes& takes, int number) {
         "take " + std::to_string(number) +
         ": its poses are not those that were performed: the ground, another node or the program "
         "has changed since");
+}
+
+/// As the take goes when it is used; nothing is written.
+void TellPaths(SceneJob& job, KeptTakes& takes, int number) {
+  UseTake(job, takes, number);
+  Output& out = job.GetProgram().GetOutput();
+  out.GetObject()["paths"] = nlohmann::ordered_json::array();
+  for (const TakePath& path : PathsOf(*takes.Find(number), job.GetCore(), job.GetScene())) {
+    out.GetObject()["paths"].push_back({{"rig", path.rig}, {"places", path.places}});
+    for (const auto& [x, z] : path.places)
+      out.Line(path.rig + "  " + util::shortText(x) + "  " + util::shortText(z));
+  }
 }
 
 void ChangeTakes(SceneJob& job, const TakesOptions& o) {
@@ -148,9 +162,10 @@ void RunTakes(Program& program, const TakesOptions& o) {
   if (o.words.size() != action.words)
     throw WrongUsage("write takes SCENE " + std::string(action.usage) +
                      (action.words == 2 ? ", a TEXT of several words in quotes" : ""));
-  if (o.action != "list" && o.output.empty()) throw WrongUsage("takes " + o.action + " needs -o");
-  if (o.action == "list" && !o.output.empty()) throw WrongUsage("takes list writes no -o");
-  if (o.action != "list" && o.action != "export") {
+  const bool writes = o.action != "list" && o.action != "path";
+  if (writes && o.output.empty()) throw WrongUsage("takes " + o.action + " needs -o");
+  if (!writes && !o.output.empty()) throw WrongUsage("takes " + o.action + " writes no -o");
+  if (writes && o.action != "export") {
     const std::string wrong = CheckSceneEnding(o.output);
     if (!wrong.empty()) throw WrongUsage("-o: " + wrong);
   }
@@ -159,6 +174,7 @@ void RunTakes(Program& program, const TakesOptions& o) {
   SceneJob job(program, o.scene);
   KeptTakes& takes = job.GetSession().GetTakes();
   if (o.action == "list") return ListTakes(program.GetOutput(), takes);
+  if (o.action == "path") return TellPaths(job, takes, NumberOf(o, takes));
   if (o.action == "export") {
     std::string problem;
     if (!util::writeFile(o.output, takes.Export(NumberOf(o, takes)), &problem))
@@ -179,12 +195,14 @@ void AddTakesVerb(Program& program) {
   CLI::App& verb = program.AddVerb(
       "takes",
       "List the takes that are kept with a scene, and use them again\n"
-      "list. use N: put inputs, parameters and start back and simulate. name N TEXT. star N "
-      "STARS.\n"
-      "note N TEXT. delete N. export N, with the takes that it went on from. import FILE.",
+      "list. use N: put inputs, parameters and start back and simulate. path N: where its rigs "
+      "go,\n"
+      "x and z. name N TEXT. star N STARS. note N TEXT. delete N. export N, with the takes that it "
+      "went on from. import FILE.",
       "rigwright takes take.glb use 2 -o second.glb", [o](Program& p) { RunTakes(p, *o); });
   AddScene(verb, o->scene);
-  verb.add_option("ACTION", o->action, "list, use, name, star, note, delete, export or import")
+  verb.add_option("ACTION", o->action,
+                  "list, use, path, name, star, note, delete, export or import")
       ->required()
       ->type_name("");
   verb.add_option("WORD", o->words, "Number of the take, and what it gets; or a file")

@@ -9,12 +9,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "adaptor/headless/Scene.h"
-#include "adaptor/headless/SceneNode.h"
 #include "app/session/takes/KeptTake.h"
-#include "core/CoreImplementation.h"
-#include "core/host/CoreNode.h"
-#include "core/instances/Instance.h"
 #include "core/services/DataRoot.h"
 #include "util/AtomicFile.h"
 
@@ -22,31 +17,20 @@ namespace orv::app {
 
 namespace {
 
-constexpr int kMostPoints = 160;  ///< of a path
-constexpr int kFine = 2;          ///< pixels of the picture in one at 96 dpi
+constexpr int kFine = 2;  ///< pixels of the picture in one at 96 dpi
 // The same in each theme, and where the row is selected.
 constexpr QRgb kBehind = 0xff2b3036;
 constexpr QRgb kPathColours[] = {0xff6cb4ff, 0xffffa95c, 0xff7fd694, 0xffdd9bea};
 
 /// Seen from above: x to the right, the way ahead (-z) up; metres.
-std::vector<QPolygonF> PathsOf(const KeptTake& take, const rws::core::CoreImplementation& core,
-                               rws::adaptor::headless::Scene& scene) {
-  std::vector<QPolygonF> paths;
-  for (const KeptRig& rig : take.rigs) {
-    const rws::core::Instance* instance = core.FindInstance(rig.name);
-    const auto nodes = instance ? instance->GetNodes() : std::vector<rws::core::CoreNode*>();
-    const auto* node = nodes.empty() ? nullptr : scene.Find(nodes.front()->GetSceneName());
-    if (!node) continue;
-    QPolygonF path;
-    for (int i = 0; i <= kMostPoints; ++i) {
-      const double time =
-          take.range.from + (take.range.to - take.range.from) * i / double(kMostPoints);
-      const auto place = node->WorldMatrix(time).translation();
-      path << QPointF(place.x, place.z);
-    }
-    paths.push_back(std::move(path));
+std::vector<QPolygonF> PolygonsOf(const std::vector<TakePath>& paths) {
+  std::vector<QPolygonF> polygons;
+  for (const TakePath& path : paths) {
+    QPolygonF polygon;
+    for (const auto& [x, z] : path.places) polygon << QPointF(x, z);
+    polygons.push_back(std::move(polygon));
   }
-  return paths;
+  return polygons;
 }
 
 QImage Draw(const std::vector<QPolygonF>& paths) {
@@ -85,9 +69,12 @@ std::string TakePictures::FileOf(const std::string& hash) {
 void TakePictures::Note(const KeptTake& take, const rws::core::CoreImplementation& core,
                         rws::adaptor::headless::Scene& scene) {
   if (take.hash.empty() || !Find(take).isNull()) return;
-  const auto paths = PathsOf(take, core, scene);
+  Note(take, PathsOf(take, core, scene));
+}
+
+void TakePictures::Note(const KeptTake& take, const std::vector<TakePath>& paths) {
   if (paths.empty()) return;
-  const QImage image = Draw(paths);
+  const QImage image = Draw(PolygonsOf(paths));
   QPixmap picture = QPixmap::fromImage(image);
   picture.setDevicePixelRatio(kFine);
   m_pictures[take.hash] = picture;

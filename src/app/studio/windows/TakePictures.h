@@ -5,6 +5,9 @@
 #include <QSize>
 #include <map>
 #include <string>
+#include <vector>
+
+#include "app/session/takes/TakePaths.h"
 
 namespace orv::rws::adaptor::headless {
 class Scene;
@@ -19,7 +22,8 @@ struct KeptTake;
 
 /// The paths of a take's rigs from above, one line a rig. They are drawn from the scene's keys
 /// while the scene shows the take, and kept by the hash of its poses, in memory and in the data
-/// root: a take that the scene does not show has the picture of back then, or none.
+/// root: a take that the scene does not show has the picture of back then, or what `TakePainter`
+/// has found.
 class TakePictures {
  public:
   /// In pixels at 96 dpi.
@@ -28,6 +32,8 @@ class TakePictures {
   /// Draws it anew when there is none of this hash yet.
   void Note(const KeptTake& take, const rws::core::CoreImplementation& core,
             rws::adaptor::headless::Scene& scene);
+  /// As above, of paths that somebody else has found.
+  void Note(const KeptTake& take, const std::vector<TakePath>& paths);
   /// Null where none has been drawn.
   QPixmap Find(const KeptTake& take);
 

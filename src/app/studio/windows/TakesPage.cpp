@@ -70,7 +70,12 @@ std::string LinesOf(const KeptTakes& takes, const KeptTake& take) {
 }  // namespace
 
 TakesPage::TakesPage(MainWindowFrame& window, SceneDocument& document, Actions actions)
-    : MainWindowPage(window), m_document(document), m_actions(std::move(actions)) {}
+    : MainWindowPage(window),
+      m_document(document),
+      m_actions(std::move(actions)),
+      m_painter(document, [this](const KeptTake& take, const std::vector<TakePath>& paths) {
+        m_pictures.Note(take, paths);
+      }) {}
 
 TakesPage::~TakesPage() = default;
 
@@ -118,14 +123,26 @@ void TakesPage::OnSettingsChanged() {
   Show();
 }
 
-std::vector<std::string> TakesPage::Describe() const {
+void TakesPage::PaintMissing() {
+  const KeptTake* missing = nullptr;
+  for (const KeptTake& take : GetTakes().GetTakes())
+    if (take.number > 0 && !take.hash.empty() && !m_painter.HasFailed(take) &&
+        m_pictures.Find(take).isNull())
+      missing = &take;
+  m_painter.GoOn(m_list && m_list->isVisible() ? missing : nullptr);
+}
+
+std::vector<std::string> TakesPage::Describe() {
   std::vector<std::string> all;
   for (const KeptTake& take : GetTakes().GetTakes())
-    if (take.number > 0) all.push_back(LinesOf(GetTakes(), take) + "\n" + take.hash);
+    if (take.number > 0)
+      all.push_back(LinesOf(GetTakes(), take) + "\n" + take.hash + "\n" +
+                    (m_pictures.Find(take).isNull() ? m_painter.WhyNone(take) : ""));
   return all;
 }
 
 void TakesPage::Show() {
+  PaintMissing();
   if (GetCore().GetRunState() != rws::core::RunState::kIdle) return;
   // Of the take that the scene shows, while it does so.
   if (const KeptTake* current = GetTakes().Find(GetTakes().GetCurrent()))
@@ -146,13 +163,15 @@ void TakesPage::Fill() {
     if (take->number <= 0) continue;
     auto* item = new QListWidgetItem(m_list);
     item->setText(QString::fromStdString(LinesOf(GetTakes(), *take)));
-    item->setToolTip(QString::fromStdString(take->note));
     item->setData(kNumberRole, take->number);
     QPixmap picture = m_pictures.Find(*take);
+    std::string tip = take->note;
     if (picture.isNull()) {
+      tip += (tip.empty() ? "" : "\n") + m_painter.WhyNone(*take);
       picture = QPixmap(TakePictures::kWidth, TakePictures::kHeight);
       picture.fill(Qt::transparent);
     }
+    item->setToolTip(QString::fromStdString(tip));
     QIcon icon(picture);
     icon.addPixmap(picture, QIcon::Selected);
     item->setIcon(icon);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/studio/windows/TakePainter.h"
 #include "app/studio/windows/TakePictures.h"
 #include "core/windows/MainWindowPage.h"
 #include "gui/component/qt/ViewHandler.h"
@@ -45,8 +46,10 @@ class TakesPage : public rws::core::windows::MainWindowPage,
 
  private:
   /// What the list shows; nothing is made anew while it stays the same.
-  std::vector<std::string> Describe() const;
+  std::vector<std::string> Describe();
   void Show();
+  /// Has the pictures made that are not there, while the list is seen.
+  void PaintMissing();
   void Fill();
   void ShowChosen();
   int GetChosen() const;
@@ -55,6 +58,7 @@ class TakesPage : public rws::core::windows::MainWindowPage,
   SceneDocument& m_document;
   Actions m_actions;
   TakePictures m_pictures;
+  TakePainter m_painter;
   QPointer<QListWidget> m_list;
   std::vector<std::string> m_shown;
   bool m_isFilling = false;
