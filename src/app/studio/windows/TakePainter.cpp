@@ -58,7 +58,7 @@ void TakePainter::GoOn(const KeptTake* missing) {
 
 void TakePainter::Begin(const KeptTake& take) {
   m_hash = take.hash;
-  m_process = new QProcess;
+  m_process = new QProcess(QCoreApplication::instance());
   m_process->setStandardErrorFile(QProcess::nullDevice());
   QObject::connect(m_process.data(),
                    static_cast<void (QProcess::*)(int, QProcess::ExitStatus)>(&QProcess::finished),
