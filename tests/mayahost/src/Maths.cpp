@@ -261,6 +261,20 @@ MQuaternion slerp(const MQuaternion& p, const MQuaternion& q, double t) {
   const double u = s < 1e-9 ? 1 - t : std::sin((1 - t) * a) / s, v = (s < 1e-9 ? t : std::sin(t * a) / s) * (dot < 0 ? -1 : 1);
   return {p.x * u + q.x * v, p.y * u + q.y * v, p.z * u + q.z * v, p.w * u + q.w * v};
 }
+MQuaternion slerp(const MQuaternion& p, const MQuaternion& q, double t, short spin) {
+  const double angle = std::acos(std::max(-1.0, std::min(1.0, p.x * q.x + p.y * q.y + p.z * q.z + p.w * q.w))), s = std::sin(angle);
+  if (s < 1e-9) return p;
+  const double phase = angle + spin * M_PI;
+  return p * (std::sin(angle - t * phase) / s) + q * (std::sin(t * phase) / s);
+}
+MQuaternion squad(const MQuaternion& p, const MQuaternion& a, const MQuaternion& b, const MQuaternion& q, double t) { return squad(p, a, b, q, t, 0); }
+MQuaternion squad(const MQuaternion& p, const MQuaternion& a, const MQuaternion& b, const MQuaternion& q, double t, short spin) {
+  return slerp(slerp(p, q, t, spin), slerp(a, b, t, 0), 2 * t * (1 - t), 0);
+}
+MQuaternion squadPt(const MQuaternion& q0, const MQuaternion& q1, const MQuaternion& q2) {
+  const MQuaternion back = q1.conjugate();
+  return q1 * (((back * q0).log() + (back * q2).log()) * -0.25).exp();
+}
 
 MMatrix MEulerRotation::asMatrix() const {
   const int* a = kAxes[order];
@@ -363,6 +377,13 @@ MMatrix MTransformationMatrix::asMatrix() const {
   MMatrix m = Moved(-sp) * asScaleMatrix() * Moved(sp + fScalePivotT - rp) * asRotateMatrix();
   for (int c = 0; c < 3; ++c) m(3, c) += rp[c] + fRotatePivotT[c], m(3, c) += fTranslate[c];
   return m;
+}
+MMatrix MTransformationMatrix::asMatrix(double interp) const {
+  MTransformationMatrix part(*this);
+  part.fScale = MVector::one + (fScale - MVector::one) * interp;
+  for (MVector* v : {&part.fShear, &part.fScalePivotT, &part.fRotatePivotT, &part.fTranslate}) *v *= interp;
+  part.fAxis = slerp(MQuaternion(), fAxis, interp);
+  return part.rotateTo(slerp(MQuaternion(), fRotate.asQuaternion(), interp)).asMatrix();
 }
 MVector MTransformationMatrix::getTranslation(MSpace::Space space, MStatus* status) const {
   if (status) *status = MStatus::kSuccess;

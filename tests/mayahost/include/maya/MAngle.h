@@ -19,6 +19,7 @@ class MAngle {
   static Unit uiUnit();
   static MStatus setUIUnit(Unit unit);
   static Unit internalUnit() { return kRadians; }
+  static MStatus setInternalUnit(Unit unit) { return unit == kRadians ? MStatus::kSuccess : MStatus::kFailure; }
   static double internalToUI(double v) { return MAngle(v).as(uiUnit()); }
   static double uiToInternal(double v) { return MAngle(v, uiUnit()).asRadians(); }
 

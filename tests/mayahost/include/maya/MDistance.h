@@ -23,6 +23,7 @@ class MDistance {
   static Unit uiUnit();
   static MStatus setUIUnit(Unit unit);
   static Unit internalUnit() { return kCentimeters; }
+  static MStatus setInternalUnit(Unit unit) { return unit == kCentimeters ? MStatus::kSuccess : MStatus::kFailure; }
   static double internalToUI(double v) { return MDistance(v).as(uiUnit()); }
   static double uiToInternal(double v) { return MDistance(v, uiUnit()).as(kCentimeters); }
 

@@ -39,13 +39,20 @@ class MEulerRotation {
   MEulerRotation& reorderIt(RotationOrder o) { return *this = reorder(o); }
   MEulerRotation bound() const;
   MEulerRotation& boundIt() { return *this = bound(); }
+  MEulerRotation& boundIt(const MEulerRotation& src) { return *this = src.bound(); }
+  static MEulerRotation bound(const MEulerRotation& src) { return src.bound(); }
   MEulerRotation alternateSolution() const;
   MEulerRotation& setToAlternateSolution() { return *this = alternateSolution(); }
+  MEulerRotation& setToAlternateSolution(const MEulerRotation& src) { return *this = src.alternateSolution(); }
+  static MEulerRotation alternateSolution(const MEulerRotation& src) { return src.alternateSolution(); }
   MEulerRotation closestSolution(const MEulerRotation& dst) const;
   MEulerRotation& setToClosestSolution(const MEulerRotation& dst) { return *this = closestSolution(dst); }
   MEulerRotation& setToClosestSolution(const MEulerRotation& src, const MEulerRotation& dst) { return *this = src.closestSolution(dst); }
+  static MEulerRotation closestSolution(const MEulerRotation& src, const MEulerRotation& dst) { return src.closestSolution(dst); }
   MEulerRotation closestCut(const MEulerRotation& dst) const;
   MEulerRotation& setToClosestCut(const MEulerRotation& dst) { return *this = closestCut(dst); }
+  MEulerRotation& setToClosestCut(const MEulerRotation& src, const MEulerRotation& dst) { return *this = src.closestCut(dst); }
+  static MEulerRotation closestCut(const MEulerRotation& src, const MEulerRotation& dst) { return src.closestCut(dst); }
   bool isEquivalent(const MEulerRotation& o, double tolerance = 1e-10) const;
   bool isZero(double tolerance = 1e-10) const { return asVector().isEquivalent(MVector(), tolerance); }
   static MEulerRotation decompose(const MMatrix& m, RotationOrder o);

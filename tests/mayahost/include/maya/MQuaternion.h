@@ -46,5 +46,11 @@ class MQuaternion {
 };
 inline MQuaternion operator*(double s, const MQuaternion& q) { return q * s; }
 MQuaternion slerp(const MQuaternion& p, const MQuaternion& q, double t);
+/// By so many half turns more than the shortest way.
+MQuaternion slerp(const MQuaternion& p, const MQuaternion& q, double t, short spin);
+MQuaternion squad(const MQuaternion& p, const MQuaternion& a, const MQuaternion& b, const MQuaternion& q, double t);
+MQuaternion squad(const MQuaternion& p, const MQuaternion& a, const MQuaternion& b, const MQuaternion& q, double t, short spin);
+/// The point between that `squad` takes for the second of three.
+MQuaternion squadPt(const MQuaternion& q0, const MQuaternion& q1, const MQuaternion& q2);
 inline std::ostream& operator<<(std::ostream& os, const MQuaternion& q) { return os << "[" << q.x << ", " << q.y << ", " << q.z << ", " << q.w << "]"; }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

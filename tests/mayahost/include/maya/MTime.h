@@ -19,6 +19,7 @@ class MTime {
   Unit unit() const { return fUnit; }
   double value() const { return fValue; }
   double as(Unit unit) const;
+  double asUnits(Unit unit) const { return as(unit); }
   MStatus setUnit(Unit unit) { return fUnit = unit, MStatus::kSuccess; }
   MStatus setValue(double value) { return fValue = value, MStatus::kSuccess; }
   MTime operator+(const MTime& o) const { return {fValue + o.as(fUnit), fUnit}; }
@@ -57,5 +58,6 @@ class MTime {
   double fValue = 0;
   Unit fUnit = kFilm;
 };
+inline MTime operator*(double s, const MTime& time) { return time * s; }
 inline std::ostream& operator<<(std::ostream& os, const MTime& time) { return os << time.value(); }
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

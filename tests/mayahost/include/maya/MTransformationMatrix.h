@@ -13,6 +13,8 @@ class MTransformationMatrix {
   MTransformationMatrix(const MMatrix& m) { *this = m; }
   MTransformationMatrix& operator=(const MMatrix& m);
   MMatrix asMatrix() const;
+  /// On the way from none of it (0) to all (1).
+  MMatrix asMatrix(double interp) const;
   MMatrix asMatrixInverse() const { return asMatrix().inverse(); }
   MMatrix asScaleMatrix() const;
   MMatrix asRotateMatrix() const;
