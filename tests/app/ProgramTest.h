@@ -76,7 +76,7 @@ class ProgramTest : public testing::Test {
  protected:
   ProgramTest() {
     setenv("LSAN_OPTIONS",
-           "print_suppressions=0:suppressions=" ORV_SOURCE_DIR "/tests/app/leaks.supp", 1);
+           "print_suppressions=0:suppressions=" ORV_SOURCE_DIR "/tests/support/leaks.supp", 1);
     namespace headless = rws::adaptor::headless;
     headless::Scene scene;
     headless::SceneNode& mover = scene.AddNode("Mover");
