@@ -110,7 +110,8 @@ function(orv_bench name)
   add_executable(bench_${name} ${CMAKE_SOURCE_DIR}/bench/${name}.cpp)
   target_link_libraries(bench_${name} PRIVATE ${A_USES} benchmark::benchmark_main orv_flags)
   add_test(NAME bench.${name} COMMAND bench_${name} --benchmark_min_time=0)
-  set_tests_properties(bench.${name} PROPERTIES TIMEOUT 120 ENVIRONMENT ORV_BENCH_ONCE=1
+  set_tests_properties(bench.${name} PROPERTIES TIMEOUT 120
+                       ENVIRONMENT "ORV_BENCH_ONCE=1;RIGWRIGHT_DATA_ROOT=${CMAKE_BINARY_DIR}/bench_root"
                        FAIL_REGULAR_EXPRESSION "ERROR OCCURRED")
 endfunction()
 

@@ -368,6 +368,28 @@ TEST_P(AdaptorContract, UndoesCreationAndDeletionWithWhatHangsBelow) {
   EXPECT_EQ(body->GetSnapshot(0.0), nullptr);
 }
 
+TEST_P(AdaptorContract, NodesOfARigThatIsGoneAreNobodysHoweverTheyComeBack) {
+  adaptor.BeginUndoBlock("Create");
+  CoreNode* const body = NewMesh(0, "Body");
+  CoreNode* const wheel = NewMesh(0, "Wheel");
+  adaptor.TagNode(wheel, "Rig/Wheel");
+  adaptor.EndUndoBlock();
+  adaptor.BeginUndoBlock("Delete");
+  wheel->deleteMe();
+  adaptor.EndUndoBlock();
+  adaptor.ReleaseNodes(Owner(0));
+  EXPECT_EQ(adaptor.FindNode(Owner(0), "Body"), nullptr);
+  EXPECT_EQ(adaptor.FindNode(nullptr, body->GetSceneName()), body);
+  adaptor.HostUndo();
+  EXPECT_TRUE(wheel->IsValid());
+  EXPECT_TRUE(NodesOf(0).empty());  // of another rig, which lies where that one did
+  EXPECT_EQ(adaptor.ClaimTaggedNodes({Owner(1), "Wheel", "Rig_Wheel"}, "Rig/Wheel"), wheel);
+  adaptor.HostRedo();
+  EXPECT_FALSE(wheel->IsValid());
+  adaptor.HostUndo();
+  EXPECT_EQ(NodesOf(1), NodeList{wheel});
+}
+
 TEST_P(AdaptorContract, MovesRenamesShowsAndSelectsUndoably) {
   CoreNode* const body = NewMesh(0, "Body");
   CoreNode* const mover = fixture->UserNode("Mover");

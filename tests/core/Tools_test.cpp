@@ -168,11 +168,12 @@ TEST_F(Tools, TheDataRootIsTheDocumentsFolderUnlessSaidOtherwise) {
   DataRoot::Set("relative/../here/");
   EXPECT_EQ(DataRoot::Get(), std::filesystem::current_path().string() + "/here");
   DataRoot::Set("");
+  const std::string before = std::getenv("RIGWRIGHT_DATA_ROOT");
   setenv("RIGWRIGHT_DATA_ROOT", "/some/where", 1);
   EXPECT_EQ(DataRoot::Get(), "/some/where");
   setenv("RIGWRIGHT_DATA_ROOT", "", 1);
   const std::filesystem::path root = DataRoot::Get();
-  unsetenv("RIGWRIGHT_DATA_ROOT");
+  setenv("RIGWRIGHT_DATA_ROOT", before.c_str(), 1);
   EXPECT_TRUE(root.is_absolute());
   EXPECT_EQ(root.parent_path().filename() / root.filename(), "Orvel Motion/rigwright");
 }

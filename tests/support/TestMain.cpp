@@ -1,9 +1,13 @@
 // Main of every test program. Refuses a filter that selects no test, and with --only-suites=A,B a
-// suite that no CTest entry would run.
+// suite that no CTest entry would run. What a test keeps for users goes with the program: neither
+// they nor tests beside it see it.
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
+
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -39,6 +43,8 @@ int main(int argc, char** argv) {
   const std::string option = "--only-suites=";
   if (argc > 1 && std::string(argv[1]).rfind(option, 0) == 0)
     return CheckSuites(std::string(argv[1]).substr(option.size()));
+  const orv::tests::TempFolder root;
+  setenv("RIGWRIGHT_DATA_ROOT", root.path.c_str(), 1);
   const int result = RUN_ALL_TESTS();
   if (testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
     std::fprintf(stderr, "no test matches the filter\n");

@@ -148,7 +148,15 @@ void HostAdaptor::DiscardNode(CoreNode* node) {
   if (known->IsValid()) Remove(*known);
 }
 
+void HostAdaptor::ReleaseNodes(CInterface* owner) {
+  for (const auto& node : m_nodes)
+    if (node->owner == owner)
+      nodeList.Identify(*node, nullptr, node->IsValid() ? node->GetSceneName() : node->name);
+  m_rebuilds.erase(owner);
+}
+
 void HostAdaptor::MarkRebuild(CInterface* owner, bool rebuild) {
+  if (!owner) return;
   m_rebuilds[owner] = {rebuild, nodeList.LastPlace()};
 }
 

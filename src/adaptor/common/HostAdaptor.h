@@ -81,6 +81,7 @@ class HostAdaptor : public AdaptorInterface {
   void ClearUndoHistory() override;
   void ReleaseSnapshot(CExtendable* snapshot) override;
   void DiscardNode(core::CoreNode* node) override;
+  void ReleaseNodes(CInterface* owner) override;
   core::CoreNode* DuplicateNode(core::CoreNode* node, const NodeIdentity& identity,
                                 CNode* parent) override;
   core::CoreNode* CreateHub(const std::string& sceneName, CNode* parent) override;

@@ -150,6 +150,9 @@ class AdaptorInterface {
   virtual void ReleaseSnapshot(CExtendable* snapshot) = 0;
   /// [required] Removes a node from the scene for good, with no undo.
   virtual void DiscardNode(core::CoreNode* node) = 0;
+  /// [defaulted] `owner` goes: its nodes, in the scene or taken out of it, are nobody's. The next
+  /// rig may come to lie where it did, and would own them.
+  virtual void ReleaseNodes(CInterface* /*owner*/) {}
 
   /// [ignorable] The slow factor of the running take, a whole number from 1 up.
   virtual void SetSlowFactor(int) {}

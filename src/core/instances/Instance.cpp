@@ -93,6 +93,7 @@ Instance::~Instance() {
   m_host.Forget(this);
   m_pRig->Destroy();
   m_pTool->RemoveInstance(this);
+  if (AdaptorInterface* adaptor = m_host.GetAdaptor()) adaptor->ReleaseNodes(this);
 }
 
 AdaptorInterface& Instance::Adaptor() const {

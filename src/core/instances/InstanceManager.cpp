@@ -442,13 +442,7 @@ Instance* InstanceManager::MakeLoaded(const util::xml::Element& record, std::str
   const std::string lost = TellLostNodes(*instance);
   if (problem.empty() && !restored)
     problem = lost.empty() ? "a node that it needs is missing, or its data is damaged" : lost;
-  if (!problem.empty()) {
-    // Nobody's again: the next instance may come to lie where this one does, and would own them.
-    for (CoreNode* node : instance->GetNodes())
-      GetCore()->GetAdaptor()->ClaimTaggedNodes(
-          {nullptr, node->GetSceneName(), node->GetSceneName()}, node->GetTag());
-    return nullptr;
-  }
+  if (!problem.empty()) return nullptr;
   if (!lost.empty()) LogEntry(LogLevel::kWarning, name + ": " + lost + "; the rig goes on without");
   return AddRow(std::move(instance), record.attribute(record::kChecked) != "0")->GetInstance();
 }
