@@ -362,6 +362,30 @@ TEST_F(MayaHost, FailsSoftlyAndTellsInOrder) {
   EXPECT_TRUE(MFnDependencyNode(referenced).isFromReferencedFile());
   mayahost::Type("delete ref:transform1");
   EXPECT_TRUE(mayahost::Failed());
+  // What is done to a referenced node is the scene's: it survives unloading, saving and opening.
+  mayahost::Type(
+      "group -em -n holder; parent ref:transform1 holder; setAttr ref:transform1.ty 7; setKeyframe "
+      "-v 4 -at tx ref:transform1");
+  const std::string outer = testing::TempDir() + "mayahost3.scene";
+  const auto kept = [] {
+    return mayahost::Type("getAttr ref:transform1.ty") +
+           mayahost::Type("getAttr ref:transform1.tx") +
+           mayahost::Type("listRelatives -p ref:transform1") +
+           mayahost::Type("listConnections ref:transform1.tx");
+  };
+  const std::string before = kept();
+  EXPECT_EQ(before, "74holdertransform1_translateX");
+  for (int round = 0; round < 2; ++round) {
+    MFileIO::saveAs(outer.c_str());
+    MFileIO::open(outer.c_str(), NULL, true);
+    EXPECT_EQ(kept(), before);
+    mayahost::Type("file -ur \"" + file + "\"");
+    EXPECT_TRUE(Named("ref:transform1").isNull());
+    if (round == 1) MFileIO::saveAs(outer.c_str()), MFileIO::open(outer.c_str(), NULL, true);
+    mayahost::Type("file -lr \"" + file + "\"");
+    EXPECT_EQ(kept(), before);
+  }
+  std::remove(outer.c_str());
   for (const MCallbackId id : ids) EXPECT_EQ(MMessage::removeCallback(id), MS::kSuccess);
   EXPECT_EQ(MMessage::removeCallback(ids[0]), MS::kFailure);
   std::remove(file.c_str());

@@ -158,6 +158,16 @@ double Evaluate(const Curve& curve, double seconds);
 /// Gives the tangents that are not fixed their directions.
 void SetTangents(Curve& curve, std::size_t from, std::size_t to);
 
+/// A node of a reference as its file has it; what differs are edits.
+struct Origin {
+  std::map<PlugKey, Value> values;
+  std::map<PlugKey, unsigned> flags;
+  std::map<PlugKey, PlugRef> inputs;  ///< only to be compared
+  std::size_t dynamic = 0;
+  Node* parent = nullptr;  ///< only to be compared
+  std::string path;
+};
+
 struct Node : Thing {
   using Thing::Thing;
   bool Has(MFn::Type fn) const override;
@@ -167,7 +177,10 @@ struct Node : Thing {
   std::string name, uuid;  ///< with its namespace
   int serial = 0;
   bool inScene = false, locked = false, doNotWrite = false, isDefault = false;
-  Node* reference = nullptr;  ///< whose file it is from
+  Node* reference = nullptr;       ///< whose file it is from
+  std::unique_ptr<Origin> origin;  ///< of one from such a file
+  bool unloaded = false;           ///< of a reference
+  std::string edits;               ///< of one that isn't loaded: what was done to its nodes
   std::vector<AttrPtr> dynamic;
   std::map<PlugKey, Value> values;
   std::map<PlugKey, PlugRef> inputs;
