@@ -33,7 +33,7 @@ NodePtr CreateDag(const NodeType* type, const std::string& name, const MObject& 
   AddNode(above, nullptr);
   std::size_t end = above->name.size();
   while (end > 0 && std::isdigit(static_cast<unsigned char>(above->name[end - 1]))) --end;
-  AddNode(MakeNode(type, above->name.substr(0, end) + "Shape" + above->name.substr(end)), above.get());
+  AddNode(MakeNode(type, ":" + above->name.substr(0, end) + "Shape" + above->name.substr(end)), above.get());
   return above;
 }
 PlugRef NumberOf(const NodePtr& node, const char* name) { return {node.get(), FindAttr(*node, name).get(), {}}; }

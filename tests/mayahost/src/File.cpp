@@ -527,8 +527,20 @@ bool ImportScene(const std::string& file, const std::string& space, const std::s
   NotifyScene(M::kAfterImport);
   return TheScene().modified = true, good;
 }
-namespace {
-/// Also nodes of references within it.
+std::string FileOf(const NodePtr& reference) {
+  const Value v = Get(NumberOf(reference, "fileNames"));
+  return v.data ? v.data->text : "";
+}
+std::string WithoutCopy(const std::string& file) {
+  const auto brace = file.rfind('{');
+  return brace != std::string::npos && file.back() == '}' ? file.substr(0, brace) : file;
+}
+std::string SpaceOf(const Node& reference) { return reference.name.substr(0, reference.name.rfind("RN")); }
+NodePtr FindReference(const std::string& name) {
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->info->name == "reference" && (node->name == name || FileOf(node) == name)) return node;
+  return nullptr;
+}
 std::vector<NodePtr> NodesOf(const Node* reference) {
   std::vector<NodePtr> found;
   for (const auto& [serial, node] : TheScene().nodes)
@@ -539,6 +551,7 @@ std::vector<NodePtr> NodesOf(const Node* reference) {
       }
   return found;
 }
+namespace {
 void NoteOrigins(const Node* reference) {
   for (const NodePtr& node : NodesOf(reference)) {
     node->origin = std::make_unique<Origin>();
@@ -572,14 +585,13 @@ std::string TakeEdits(const std::vector<NodePtr>& nodes) {
 }
 }  // namespace
 bool LoadReference(const NodePtr& reference) {
-  const Value file = Get(NumberOf(reference, "fileNames"));
+  const std::string file = WithoutCopy(FileOf(reference));
   std::string text;
-  if (!file.data || !Load(file.data->text, text)) return false;
-  const During now(TheState().referencing, file.data->text);
+  if (!Load(file, text)) return false;
+  const During now(TheState().referencing, file);
   NotifyScene(M::kBeforeLoadReference);
   if (!NodesOf(reference.get()).empty()) RemoveReference(reference, true);
-  const std::string& name = reference->name;
-  const bool good = ReadScene(text, name.substr(0, name.rfind("RN")), reference.get(), false);
+  const bool good = ReadScene(text, SpaceOf(*reference), reference.get(), false);
   NoteOrigins(reference.get());
   reference->unloaded = false;
   if (const std::string edits = std::exchange(reference->edits, ""); !edits.empty()) {
@@ -596,10 +608,14 @@ NodePtr ReferenceScene(const std::string& file, const std::string& space) {
   const Recording none(nullptr);
   const std::string base = file.substr(file.rfind('/') + 1);
   NotifyScene(M::kBeforeCreateReference);
-  const NodePtr node = MakeNode(FindType("reference"), LegalName(space.empty() ? base.substr(0, base.find('.')) : space) + "RN");
-  AddNode(node, nullptr);
+  const std::string wanted = FullNamespace(LegalName(space.empty() ? base.substr(0, base.find('.')) : space));
+  std::string own = wanted;
+  for (int i = 1; TheScene().namespaces.count(own) || !Resolve(own + "RN").empty(); ++i) own = wanted + std::to_string(i);
+  const NodePtr node = MakeNode(FindType("reference"), ":" + own + "RN");
   const auto data = std::make_shared<Data>(MFn::kStringData);
   data->text = file;
+  for (int i = 1; FindReference(data->text); ++i) data->text = file + "{" + std::to_string(i) + "}";
+  AddNode(node, nullptr);
   Put(NumberOf(node, "fileNames"), {0, data});
   const bool good = LoadReference(node);
   if (!good)
@@ -655,10 +671,6 @@ MStatus WithReference(F fits, bool unload) {
   for (const auto& [serial, node] : TheScene().nodes)
     if (node->info->name == "reference" && fits(node)) return St(RemoveReference(NodePtr(node), unload));
   return MS::kFailure;
-}
-std::string FileOf(const NodePtr& reference) {
-  const Value v = Get(NumberOf(reference, "fileNames"));
-  return v.data ? v.data->text : "";
 }
 }  // namespace
 MString MFileIO::fileType() { return "mayaAscii"; }

@@ -500,48 +500,6 @@ bool UndoInfo(const Words& words, Words& result) {
   while (!s.undoInfinite && s.undo.size() > static_cast<std::size_t>(s.undoLength)) s.undo.pop_front();
   return true;
 }
-bool File(const Words& words, Words& result) {
-  const Args args = Sort(words,
-                         "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-                         "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference "
-                         "ur/unloadReference ir/importReference");
-  const std::string name = args.rest.empty() ? "" : args.rest[0];
-  if (args.bad) return false;
-  if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
-  if (args.Has("new")) return (args.Has("f") || !TheScene().modified || Fail("Unsaved changes.")) && NewScene();
-  if (args.Has("o")) return (args.Has("f") || !TheScene().modified || Fail("Unsaved changes.")) && OpenScene(name);
-  if (args.Has("rn")) TheScene().file = args["rn"];
-  if (args.Has("mf")) TheScene().modified = IsOn(args["mf"]);
-  if (args.Has("s")) return SaveScene(TheScene().file);
-  if (args.Has("i")) return ImportScene(name, args["ns"], args["type"], args["op"]);
-  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"), args["type"], args["op"]);
-  if (args.Has("rr") || args.Has("ur") || args.Has("lr") || args.Has("ir")) {
-    for (const auto& item : Resolve("*"))
-      if (const NodePtr node = NodeOf(item.node);
-          node->info->name == "reference" && Get(NumberOf(node, "fileNames")).data && Get(NumberOf(node, "fileNames")).data->text == name)
-        return args.Has("ir") ? ImportReference(node) : args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
-    return Fail("No such reference: " + name);
-  }
-  if (args.Has("r")) return ReferenceScene(name, args["ns"]) != nullptr;
-  return true;
-}
-bool Namespace(const Words& words, Words& result) {
-  const Args args = Sort(words, "add/add:1 ex/exists:1! rm/removeNamespace:1 set/setNamespace:1 mnr/mergeNamespaceWithRoot dnc/deleteNamespaceContent");
-  if (args.Has("ex")) return result = {TheScene().namespaces.count(args["ex"]) ? "1" : "0"}, true;
-  if (args.Has("add")) TheScene().namespaces.insert(args["add"]);
-  if (args.Has("set")) TheScene().currentNamespace = args["set"] == ":" ? "" : args["set"];
-  const std::string gone = args["rm"];
-  for (const auto& [serial, node] : std::map<int, NodePtr>(TheScene().nodes)) {
-    if (!args.Has("rm") || NamespaceOf(node->name) != gone) continue;
-    if (args.Has("dnc"))
-      DeleteNode(node);
-    else if (args.Has("mnr"))
-      Rename(node, ":" + Short(node->name));
-    else
-      return Fail("Namespace is not empty.");
-  }
-  return TheScene().namespaces.erase(gone), !args.bad;
-}
 bool LockNode(const Words& words, Words& result) {
   const Args args = Sort(words, "l/lock:1");
   std::vector<MSelectionList::Item> items;
@@ -608,8 +566,6 @@ const std::map<std::string, Builtin> kBuiltins = {
     {"currentTime", CurrentTime},
     {"upAxis", UpAxis},
     {"undoInfo", UndoInfo},
-    {"file", File},
-    {"namespace", Namespace},
     {"lockNode", LockNode},
     {"evaluator", Evaluator},
     {"autoKeyframe", AutoKey},
@@ -686,6 +642,9 @@ bool RunStatements(const std::string& mel, Journal* journal, Words& result) {
     } else if (const auto more = NodeCommands().find(words[0]); more != NodeCommands().end()) {
       const Recording recording(journal);
       good = more->second(words, result);
+    } else if (const auto files = FileCommands().find(words[0]); files != FileCommands().end()) {
+      const Recording recording(journal);
+      good = files->second(words, result);
     } else {
       Fail("Cannot find procedure \"" + words[0] + "\".");
     }

@@ -33,4 +33,6 @@ void Selected(const MSelectionList& list);
 using Builtin = bool (*)(const Words&, Words&);
 /// Commands on nodes, attributes, keys and plug-ins.
 const std::map<std::string, Builtin>& NodeCommands();
+/// Commands on files, references and namespaces.
+const std::map<std::string, Builtin>& FileCommands();
 }  // namespace mayahost

@@ -274,6 +274,10 @@ std::string PathName(const MDagPath& path, bool full);
 std::string NodeName(const NodePtr& node);
 std::vector<MSelectionList::Item> Resolve(const std::string& pattern);
 std::string NamespaceOf(const std::string& name);
+/// Absolute, without a colon ahead; names without one there are relative to the current namespace.
+std::string FullNamespace(const std::string& name);
+/// Takes all that is named below it to another, and itself away.
+void MoveNamespace(const std::string& from, const std::string& to);
 inline std::string Short(const std::string& name) { return name.substr(name.rfind(':') + 1); }
 ShapePtr ShapeOf(Node& node);
 MMatrix LocalMatrix(Node& node);
