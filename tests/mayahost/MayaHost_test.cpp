@@ -392,6 +392,29 @@ TEST_F(MayaHost, FailsSoftlyAndTellsInOrder) {
 }
 
 TEST_F(MayaHost, KeepsAttributesOfAllKinds) {
+  using mayahost::Type;
+  Type(
+      "createNode network -n s; addAttr -ln da -dt doubleArray s; addAttr -ln sa -dt stringArray "
+      "s; addAttr -ln lim -nn \"The Limit\" -max 2 -smx 1 s");
+  Type("undoInfo -ock -cn block");
+  Type(
+      "setAttr s.da -type doubleArray 3 1.5 2 3; setAttr s.sa -type stringArray 2 \"one two\" "
+      "three");
+  Type("aliasAttr power s.lim; setAttr s.power 1");
+  Type("undoInfo -cck");
+  Type("setAttr s.power 9");
+  EXPECT_TRUE(mayahost::Failed()) << "past its maximum";
+  mayahost::Undo();
+  EXPECT_EQ(Type("getAttr s.da"), "") << "a chunk is one step";
+  mayahost::Redo();
+  const std::string attributes = testing::TempDir() + "mayahost4.scene";
+  MFileIO::saveAs(attributes.c_str());
+  MFileIO::open(attributes.c_str(), NULL, true);
+  EXPECT_EQ(Type("getAttr s.da") + "|" + Type("getAttr s.sa") + "|" + Type("getAttr s.power") +
+                "|" + Type("attributeQuery -n s -nn lim") + "|" +
+                Type("attributeQuery -n s -smx lim"),
+            "1.5 2 3|one two three|1|The Limit|1");
+  std::remove(attributes.c_str());
   MFnDependencyNode node;
   node.create("network", "store");
   MFnTypedAttribute typed;

@@ -104,6 +104,11 @@ void WriteAttr(std::ostream& out, const Attr& attr) {
       << (attr.parent ? attr.parent->name : "-") << " " << (attr.min ? Text(*attr.min) : "-") << " " << (attr.max ? Text(*attr.max) : "-");
   for (const auto& [i, field] : attr.fields) out << " " << i << " " << Quoted(field);
   out << "\n";
+  if (!attr.nice.empty() || attr.softMin || attr.softMax)
+    out << "about " << attr.name << " " << Quoted(attr.nice) << " " << (attr.softMin ? Text(*attr.softMin) : "-") << " "
+        << (attr.softMax ? Text(*attr.softMax) : "-") << "\n";
+  if (attr.fallbackData && !attr.fallbackData->shape) out << "default " << attr.name << DataText(*attr.fallbackData) << "\n";
+  for (const std::string& category : attr.categories) out << "category " << attr.name << " " << Quoted(category) << "\n";
   for (const AttrPtr& child : attr.children) WriteAttr(out, *child);
 }
 void WriteNode(std::ostream& out, Node& node) {
@@ -117,6 +122,7 @@ void WriteNode(std::ostream& out, Node& node) {
     WriteAttr(out, *attr);
   }
   WriteValues(out, node);
+  for (const auto& [alias, key] : node.aliases) out << "alias " << alias << " " << Quoted(PlugName({&node, key.first, key.second}, true)) << "\n";
   if (node.shape && node.IsDag()) WriteShape(out, *node.shape);
   if (node.unloaded) out << "unloaded " << Quoted(node.edits) << "\n";
   if (!node.curve) return;
@@ -160,6 +166,7 @@ std::string WriteScene(bool everything, const std::vector<NodePtr>* only) {
   std::ostringstream out;
   out << "mayahost 1\nunits " << s.timeUnit << " " << s.lengthUnit << " " << s.angleUnit << "\nup " << (s.yUp ? "y" : "z") << "\nrange " << s.minTime << " "
       << s.maxTime << " " << s.startTime << " " << s.endTime << " " << s.now << "\n";
+  for (const auto& [key, text] : s.info) out << "info " << Quoted(key) << " " << Quoted(text) << "\n";
   for (const std::string& space : s.namespaces) out << "namespace " << Quoted(space) << "\n";
   std::vector<NodePtr> order;
   for (const NodePtr& top : s.world->children) InOrder(top, s.world.get(), order);
@@ -229,10 +236,19 @@ struct Reader {
     byName[node->IsDag() ? path : w[2]] = node;
     return true;
   }
+  /// What there is to say of an attribute besides its line.
+  bool AboutAttr(const std::vector<std::string>& w) {
+    const AttrPtr attr = w.size() > 2 ? FindAttr(*node, w[1]) : nullptr;
+    if (!attr) return false;
+    if (w[0] == "category") return attr->categories.insert(w[2]), true;
+    attr->nice = w[2];
+    if (w.at(3) != "-") attr->softMin = Number(w[3]);
+    if (w.at(4) != "-") attr->softMax = Number(w[4]);
+    return true;
+  }
   bool SetOne(const std::vector<std::string>& w) {
     const PlugRef plug = w.size() > 2 ? RefOf(node, w[1]) : PlugRef{};
     if (!plug.node) return false;
-    Value value;
     std::vector<double> numbers;
     for (std::size_t i = 3; i < w.size(); ++i) numbers.push_back(Number(w[i]));
     if (w[2] == "number") return plug.node->values[plug.Key()] = {numbers.at(0), nullptr}, true;
@@ -244,7 +260,7 @@ struct Reader {
     if (w[2] == "texts") data->texts.assign(w.begin() + 3, w.end());
     if (w[2] == "matrix" && numbers.size() == 16) std::copy(numbers.begin(), numbers.end(), &data->matrix.matrix[0][0]);
     if (w[2] != "text" && w[2] != "texts" && w[2] != "matrix") data->numbers = numbers;
-    node->values[plug.Key()] = {0, data};
+    w[0] == "default" ? void(plug.attr->fallbackData = data) : void(node->values[plug.Key()] = {0, data});
     return true;
   }
   bool ShapeLine(const std::vector<std::string>& w) {
@@ -294,6 +310,12 @@ struct Reader {
     return from.node && to.node && (InputOf(to) || Connect(from, to));
   }
   bool NodeLine(const std::vector<std::string>& w) {
+    if (w[0] == "about" || w[0] == "category") return AboutAttr(w);
+    if (w[0] == "default") return SetOne(w);
+    if (w[0] == "alias" && w.size() > 2) {
+      const PlugRef plug = RefOf(node, w[2]);
+      return plug.node && (AliasOf(plug) == w[1] || SetAlias(plug, w[1]));
+    }
     if (w[0] == "attr" && w.size() > 9) {
       const AttrPtr attr = MakeAttr(static_cast<MFn::Type>(std::stoi(w[3])), w[1], w[2], std::stoi(w[4]));
       attr->flags = static_cast<unsigned>(std::stoul(w[5])), attr->fallback = Number(w[6]);
@@ -343,6 +365,7 @@ struct Reader {
     if (w[0] == "range" && w.size() > 5)
       return !settings || (s.minTime = std::stoll(w[1]), s.maxTime = std::stoll(w[2]), s.startTime = std::stoll(w[3]), s.endTime = std::stoll(w[4]),
                            s.now = std::stoll(w[5]), true);
+    if (w[0] == "info" && w.size() > 2) return !settings || (s.info[w[1]] = w[2], true);
     if (w[0] == "namespace" && w.size() > 1) return s.namespaces.insert(space + w[1]), true;
     const bool tie = w[0] == "instance" || w[0] == "connect" || w[0] == "member", edit = (w[0] == "edit" || w[0] == "cut" || w[0] == "move") && w.size() > 1;
     if (tie || edit || w[0] == "node") Finish();

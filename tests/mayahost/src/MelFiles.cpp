@@ -154,11 +154,24 @@ bool Namespace(const Words& words, Words& result) {
   }
   return !args.Has("rm") || RemoveNamespace(args, FullNamespace(args["rm"]));
 }
+bool FileInfo(const Words& words, Words& result) {
+  const Args args = Sort(words, "rm/remove:1");
+  auto& info = TheScene().info;
+  if (args.Has("q")) {
+    for (const auto& [key, text] : info)
+      if (args.rest.empty() ? (result.push_back(key), true) : key == args.rest[0]) result.push_back(text);
+    return true;
+  }
+  if (args.Has("rm")) info.erase(args["rm"]);
+  if (args.rest.size() > 1) info[args.rest[0]] = args.rest[1];
+  return TheScene().modified = true, !args.bad;
+}
 
 }  // namespace
 
 const std::map<std::string, Builtin>& FileCommands() {
-  static const std::map<std::string, Builtin> kCommands = {{"file", File}, {"referenceQuery", ReferenceQuery}, {"namespace", Namespace}};
+  static const std::map<std::string, Builtin> kCommands = {
+      {"file", File}, {"referenceQuery", ReferenceQuery}, {"namespace", Namespace}, {"fileInfo", FileInfo}};
   return kCommands;
 }
 }  // namespace mayahost

@@ -39,9 +39,15 @@ AttrPtr NewAttr(const Args& args) {
       {"int", MFnNumericData::kInt},         {"float", MFnNumericData::kFloat},     {"double", MFnNumericData::kDouble}, {"float3", MFnNumericData::k3Float},
       {"double3", MFnNumericData::k3Double}, {"double2", MFnNumericData::k2Double}, {"float2", MFnNumericData::k2Float}};
   static const std::map<std::string, int> kUnits = {{"doubleAngle", 1}, {"doubleLinear", 2}, {"time", 3}};
-  static const std::map<std::string, int> kData = {
-      {"string", MFnData::kString}, {"stringArray", MFnData::kStringArray}, {"doubleArray", MFnData::kDoubleArray}, {"Int32Array", MFnData::kIntArray},
-      {"mesh", MFnData::kMesh},     {"vectorArray", MFnData::kVectorArray}};
+  static const std::map<std::string, int> kData = {{"string", MFnData::kString},
+                                                   {"stringArray", MFnData::kStringArray},
+                                                   {"doubleArray", MFnData::kDoubleArray},
+                                                   {"Int32Array", MFnData::kIntArray},
+                                                   {"mesh", MFnData::kMesh},
+                                                   {"vectorArray", MFnData::kVectorArray},
+                                                   {"pointArray", MFnData::kPointArray},
+                                                   {"matrix", MFnData::kMatrix},
+                                                   {"nurbsCurve", MFnData::kNurbsCurve}};
   const std::string type = args.Has("dt") ? args["dt"] : args.Has("at") ? args["at"] : "double";
   const std::string name = args.Has("ln") ? args["ln"] : args["sn"], brief = args.Has("sn") ? args["sn"] : name;
   if (name.empty() || LegalName(name) != name) return nullptr;
@@ -76,19 +82,58 @@ bool AddOne(const NodePtr& node, const Args& args) {
   };
   flag("k", kKeyable), flag("h", kHidden), flag("w", kWritable), flag("r", kReadable), flag("s", kStorable);
   if (args.Has("m")) attr->flags |= kIsArray;
+  if (args.Has("uac")) attr->flags |= kUsedAsColor;
+  if (args.Has("uaf")) attr->flags |= kFileName;
+  if (args.Has("ct")) attr->categories.insert(args["ct"]);
   attr->nice = args["nn"];
   if (!args.Has("p")) return AddAttr(node, attr) || Fail("addAttr: the name is taken.");
   const AttrPtr above = FindAttr(*node, args["p"]);
-  if (!above || !above->IsCompound() || FindAttr(*node, attr->name)) return Fail("addAttr: no such parent, or the name is taken.");
+  const bool room = above && (above->type == MFn::kCompoundAttribute || above->children.size() < std::size_t(PartsOf(above->subtype).first));
+  if (!room || above->IsData() || above->type == MFn::kUnitAttribute || FindAttr(*node, attr->name))
+    return Fail("addAttr: no such parent, or the name is taken.");
   attr->flags |= kDynamicAttr;
   Do([=] { AddChildAttr(*above, attr); }, [=] { above->children.pop_back(); });
   return true;
 }
-bool NewAttribute(const Words& words, Words&) {
+/// What is asked of an attribute, or changed in it.
+bool EditAttribute(const Args& args, Words& result) {
+  const PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
+  if (!plug.node) return Fail("addAttr: no such attribute.");
+  if (!args.Has("q")) {
+    if (!plug.attr->Is(kDynamicAttr)) return Fail("addAttr: the attribute isn't dynamic.");
+    Attr& attr = *plug.attr;
+    if (args.Has("k")) SetPlugFlag(plug, kKeyable, IsOn(args["k"]));
+    if (args.Has("dv")) attr.fallback = Value(args["dv"]) * Unit(plug);
+    for (const auto& [flag, bound] :
+         {std::pair("min", &Attr::min), std::pair("max", &Attr::max), std::pair("smn", &Attr::softMin), std::pair("smx", &Attr::softMax)})
+      if (args.Has(flag)) attr.*bound = args.Number(flag);
+    if (args.Has("nn")) attr.nice = args["nn"];
+    return true;
+  }
+  const auto number = [](const std::optional<double>& v) { return v ? Words{Text(*v)} : Words(); };
+  const std::string type = MPlug(plug).isNull() ? "" : TypeText(*plug.attr);
+  result = args.Has("min")   ? number(plug.attr->min)
+           : args.Has("max") ? number(plug.attr->max)
+           : args.Has("smn") ? number(plug.attr->softMin)
+           : args.Has("smx") ? number(plug.attr->softMax)
+           : args.Has("dv")  ? Words{Text(plug.attr->fallback / Unit(plug))}
+           : args.Has("ln")  ? Words{plug.attr->name}
+           : args.Has("sn")  ? Words{plug.attr->brief}
+           : args.Has("nn")  ? Words{plug.attr->nice}
+           : args.Has("k")   ? Words{PlugFlags(plug) & kKeyable ? "1" : "0"}
+           : args.Has("at")  ? Words{plug.attr->IsData()                          ? "typed"
+                                     : plug.attr->type == MFn::kCompoundAttribute ? "compound"
+                                                                                  : type}
+           : args.Has("dt")  ? Words{type}
+                             : Words();
+  return true;
+}
+bool NewAttribute(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "ln/longName:1 sn/shortName:1 nn/niceName:1 at/attributeType:1 dt/dataType:1 dv/defaultValue:1 min/minValue:1 max/maxValue:1 "
                          "smn/softMinValue:1 smx/softMaxValue:1 k/keyable:1 h/hidden:1 w/writable:1 r/readable:1 s/storable:1 en/enumName:1 m/multi "
-                         "im/indexMatters:1 p/parent:1 nc/numberOfChildren:1");
+                         "im/indexMatters:1 p/parent:1 nc/numberOfChildren:1 uac/usedAsColor uaf/usedAsFilename ct/category:1");
+  if (!args.bad && (args.Has("q") || args.Has("e"))) return EditAttribute(args, result);
   std::vector<MSelectionList::Item> items;
   if (args.bad || !Find(args.rest, items) || items.empty()) return false;
   return std::all_of(items.begin(), items.end(), [&](const auto& item) { return AddOne(NodeOf(item.node), args); });
@@ -100,10 +145,73 @@ bool DeleteAttribute(const Words& words, Words&) {
   if (!plug.node) return Fail("deleteAttr: no such attribute.");
   return RemoveAttr(plug.node->Ptr(), std::static_pointer_cast<Attr>(plug.attr->shared_from_this())) || Fail("deleteAttr: the attribute isn't dynamic.");
 }
+bool Alias(const Words& words, Words& result) {
+  const Args args = Sort(words, "rm/remove:1");
+  if (args.Has("q")) {
+    const NodePtr node = args.rest.empty() ? nullptr : One(args.rest[0].substr(0, args.rest[0].find('.')));
+    const PlugRef plug = node ? FindPlug(args.rest[0]) : PlugRef{};
+    if (!node) return Fail("aliasAttr: no such node.");
+    if (plug.node) return result = {AliasOf(plug)}, true;
+    for (const auto& [alias, key] : node->aliases) result.push_back(alias), result.push_back(PlugName({node.get(), key.first, key.second}, true));
+    return true;
+  }
+  if (args.Has("rm")) {
+    const PlugRef plug = FindPlug(args["rm"]);
+    return (plug.node && SetAlias(plug, "")) || Fail("aliasAttr: no such attribute.");
+  }
+  for (std::size_t i = 0; i + 1 < args.rest.size(); i += 2) {
+    const PlugRef plug = FindPlug(args.rest[i + 1]);
+    if (!plug.node || !SetAlias(plug, args.rest[i])) return Fail("aliasAttr: the name is taken or not legal, or there is no such attribute.");
+  }
+  return !args.bad;
+}
+bool RemoveElement(const Words& words, Words&) {
+  const Args args = Sort(words, "b/break:1");
+  for (const std::string& name : args.rest) {
+    const PlugRef plug = FindPlug(name);
+    if (!plug.node || !MPlug(plug).isElement()) return Fail("removeMultiInstance: no element: " + name);
+    const NodePtr node = plug.node->Ptr();
+    const auto inside = [&](const PlugKey& key) {
+      bool below = false;
+      for (const Attr* a = key.first; a; a = a->parent) below |= a == plug.attr;
+      return below && key.second.size() >= plug.idx.size() && std::equal(plug.idx.begin(), plug.idx.end(), key.second.begin());
+    };
+    std::vector<std::pair<PlugRef, PlugRef>> ties;
+    for (const auto& [key, from] : node->inputs)
+      if (inside(key)) ties.push_back({from, {node.get(), key.first, key.second}});
+    for (const auto& [key, all] : node->outputs)
+      for (const PlugRef& to : all)
+        if (inside(key)) ties.push_back({{node.get(), key.first, key.second}, to});
+    if (!ties.empty() && !IsOn(args["b"])) return Fail("removeMultiInstance: the element is connected: " + name);
+    for (const auto& [from, to] : ties) Disconnect(from, to);
+    auto after = node->values;
+    for (auto at = after.begin(); at != after.end();) at = inside(at->first) ? after.erase(at) : std::next(at);
+    Do([=] { node->values = after, Dirty(plug); }, [=, before = node->values] { node->values = before, Dirty(plug); });
+  }
+  return !args.bad;
+}
+bool RenameAttribute(const Words& words, Words& result) {
+  const PlugRef plug = words.size() == 3 ? FindPlug(words[1]) : PlugRef{};
+  if (!plug.node || !plug.attr->Is(kDynamicAttr) || FindAttr(*plug.node, words[2]) || LegalName(words[2]) != words[2])
+    return Fail("renameAttr: the attribute isn't dynamic, or the name is taken or not legal.");
+  const auto attr = std::static_pointer_cast<Attr>(plug.attr->shared_from_this());
+  Do([=, name = words[2]] { attr->name = name; }, [=, name = attr->name] { attr->name = name; });
+  return result = {words[2]}, true;
+}
+std::string NiceName(const Attr& attr) {
+  std::string nice = attr.nice;
+  for (const char c : nice.empty() ? attr.name : "") {
+    const auto u = static_cast<unsigned char>(c);
+    if (!nice.empty() && nice.back() != ' ' && (std::isupper(u) || (std::isdigit(u) && !std::isdigit(static_cast<unsigned char>(nice.back()))))) nice += ' ';
+    nice += nice.empty() ? static_cast<char>(std::toupper(u)) : c == '_' ? ' ' : c;
+  }
+  return nice;
+}
 bool AskAttribute(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "n/node:1 typ/type:1 ex/exists k/keyable w/writable m/multi ln/longName sn/shortName nn/niceName min/minimum max/maximum "
-                         "mne/minExists mxe/maxExists le/listEnum ld/listDefault lc/listChildren lp/listParent at/attributeType");
+                         "mne/minExists mxe/maxExists smn/softMin smx/softMax h/hidden s/storable ch/channelBox r/readable c/connectable le/listEnum "
+                         "ld/listDefault lc/listChildren lp/listParent at/attributeType");
   const NodePtr node = One(args["n"]);
   const AttrPtr attr = node && !args.rest.empty() ? FindAttr(*node, args.rest[0]) : nullptr;
   if (args.Has("ex")) return result = {attr ? "1" : "0"}, !args.bad;
@@ -113,9 +221,16 @@ bool AskAttribute(const Words& words, Words& result) {
   if (args.Has("k")) result = flag(attr->Is(kKeyable));
   if (args.Has("w")) result = flag(attr->Is(kWritable));
   if (args.Has("m")) result = flag(attr->Is(kIsArray));
+  if (args.Has("h")) result = flag(attr->Is(kHidden));
+  if (args.Has("s")) result = flag(attr->Is(kStorable));
+  if (args.Has("ch")) result = flag(attr->Is(kChannelBox));
+  if (args.Has("r")) result = flag(attr->Is(kReadable));
+  if (args.Has("c")) result = flag(attr->Is(kConnectable));
+  if (args.Has("smn")) result = number(attr->softMin);
+  if (args.Has("smx")) result = number(attr->softMax);
   if (args.Has("ln")) result = {attr->name};
   if (args.Has("sn")) result = {attr->brief};
-  if (args.Has("nn")) result = {attr->nice.empty() ? attr->name : attr->nice};
+  if (args.Has("nn")) result = {NiceName(*attr)};
   if (args.Has("min")) result = number(attr->min);
   if (args.Has("max")) result = number(attr->max);
   if (args.Has("mne")) result = flag(attr->min.has_value());
@@ -714,6 +829,9 @@ const std::map<std::string, Builtin>& NodeCommands() {
   static const std::map<std::string, Builtin> kCommands = {{"addAttr", NewAttribute},
                                                            {"deleteAttr", DeleteAttribute},
                                                            {"attributeQuery", AskAttribute},
+                                                           {"aliasAttr", Alias},
+                                                           {"removeMultiInstance", RemoveElement},
+                                                           {"renameAttr", RenameAttribute},
                                                            {"listAttr", ListAttributes},
                                                            {"listRelatives", Relatives},
                                                            {"listConnections", Connections},

@@ -30,9 +30,11 @@ MString MPlug::name(MStatus* status) const {
   Ok(status, fNode != nullptr);
   return fNode ? (NodeName(Ref().node->Ptr()) + "." + PlugName(Ref(), true)).c_str() : "";
 }
-MString MPlug::partialName(bool node, bool, bool, bool, bool full, bool longNames, MStatus* status) const {
+MString MPlug::partialName(bool node, bool, bool, bool useAlias, bool full, bool longNames, MStatus* status) const {
   Ok(status, fNode != nullptr);
   if (!fNode) return "";
+  const std::string alias = useAlias ? AliasOf(Ref()) : "";
+  if (!alias.empty()) return ((node ? NodeName(Ref().node->Ptr()) + "." : "") + alias).c_str();
   std::string text = PlugName(Ref(), longNames);
   for (const Attr* a = Ref().attr->parent; full && a && text.find('.') == std::string::npos; a = a->parent)
     text = (longNames ? a->name : a->brief) + "." + text;

@@ -31,8 +31,13 @@ PlugRef RefOf(const NodePtr& node, const std::string& text) {
     }
     if (c == ']')
       plug.idx.push_back(std::atoi(word.c_str()));
-    else if (!word.empty())
-      plug.attr = FindAttr(*node, word).get();
+    else if (!word.empty()) {
+      const auto alias = std::find_if(node->aliases.begin(), node->aliases.end(), [&](const auto& a) { return a.first == word; });
+      if (!plug.attr && alias != node->aliases.end())
+        plug.attr = alias->second.first, plug.idx = alias->second.second;
+      else
+        plug.attr = FindAttr(*node, word).get();
+    }
     if (c != ']' && !word.empty() && !plug.attr) return {};
     word.clear();
   }
@@ -92,7 +97,29 @@ bool IsLocked(const PlugRef& plug) {
   return (PlugFlags(plug) & kLockedPlug) || (above.node && IsLocked(above));
 }
 
+std::string AliasOf(const PlugRef& plug) {
+  for (const auto& [alias, key] : plug.node->aliases)
+    if (key == plug.Key()) return alias;
+  return "";
+}
+bool SetAlias(const PlugRef& plug, const std::string& alias) {
+  if (!alias.empty() && (RefOf(plug.node->Ptr(), alias).node || LegalName(alias) != alias || alias.find(':') != std::string::npos)) return false;
+  const NodePtr node = plug.node->Ptr();
+  auto after = node->aliases;
+  after.erase(std::remove_if(after.begin(), after.end(), [&](const auto& a) { return a.second == plug.Key(); }), after.end());
+  if (!alias.empty()) after.emplace_back(alias, plug.Key());
+  Do([=] { node->aliases = after; }, [=, before = node->aliases] { node->aliases = before; });
+  return true;
+}
+
 namespace {
+/// Attributes of whole numbers keep whole ones.
+bool IsWhole(const Attr& attr) {
+  using D = MFnNumericData;
+  const int t = attr.subtype;
+  return attr.type == MFn::kEnumAttribute ||
+         (attr.type == MFn::kNumericAttribute && (t == D::kByte || t == D::kChar || t == D::kShort || t == D::kInt || t == D::kInt64));
+}
 void Spread(const PlugRef& plug, std::set<std::pair<Node*, PlugKey>>& seen) {
   if (!seen.insert({plug.node, plug.Key()}).second) return;
   NotifyDirty(plug);
@@ -153,6 +180,8 @@ bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
   const NodePtr node = plug.node->Ptr();
   const PlugKey key = plug.Key();
   Value put = value;
+  if (IsWhole(*plug.attr)) put.number = std::trunc(put.number);
+  if (plug.attr->type == MFn::kNumericAttribute && plug.attr->subtype == MFnNumericData::kBoolean) put.number = put.number != 0;
   if (plug.attr->min) put.number = std::max(put.number, *plug.attr->min);
   if (plug.attr->max) put.number = std::min(put.number, *plug.attr->max);
   const bool own = callbacks && plug.node->user && plug.attr->Is(kInternal);
@@ -257,6 +286,7 @@ bool RemoveAttr(const NodePtr& node, const AttrPtr& attr) {
   if (const PlugRef* in = InputOf({node.get(), attr.get(), {}})) Disconnect(PlugRef(*in), {node.get(), attr.get(), {}});
   for (const PlugRef& out : OutputsOf({node.get(), attr.get(), {}})) Disconnect({node.get(), attr.get(), {}}, out);
   const auto place = at - node->dynamic.begin();
+  if (const std::string alias = AliasOf({node.get(), attr.get(), {}}); !alias.empty()) SetAlias({node.get(), attr.get(), {}}, "");
   const auto before = node->values;
   Do(
       [=] {

@@ -186,6 +186,7 @@ struct Node : Thing {
   std::map<PlugKey, PlugRef> inputs;
   std::map<PlugKey, std::vector<PlugRef>> outputs;
   std::map<PlugKey, unsigned> flags;  ///< of plugs that differ from their attributes
+  std::vector<std::pair<std::string, PlugKey>> aliases;
   std::vector<std::shared_ptr<Node>> children;
   std::vector<Node*> parents;
   ShapePtr shape;
@@ -228,6 +229,7 @@ struct Scene {
   std::multimap<std::string, Node*> byName;
   std::set<std::string> namespaces;  ///< absolute, without a colon ahead
   std::string currentNamespace, file;
+  std::map<std::string, std::string> info;  ///< what programs note in the file
   NodePtr world, time;
   MSelectionList selection;
   long long now = 0, minTime, maxTime, startTime, endTime;
@@ -297,6 +299,9 @@ bool PutNumber(Node& node, const char* name, double value);
 unsigned PlugFlags(const PlugRef& plug);
 void SetPlugFlag(const PlugRef& plug, AttrFlag flag, bool on);
 bool IsLocked(const PlugRef& plug);
+std::string AliasOf(const PlugRef& plug);
+/// Another name of the plug; an empty one takes it away. False when the name is taken or not legal.
+bool SetAlias(const PlugRef& plug, const std::string& alias);
 const PlugRef* InputOf(const PlugRef& plug);
 std::vector<PlugRef> OutputsOf(const PlugRef& plug);
 bool Connect(const PlugRef& source, const PlugRef& destination);

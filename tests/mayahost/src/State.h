@@ -27,6 +27,9 @@ struct HotKey {
 struct State {
   std::deque<Entry> undo, redo;
   int undoLength = 50;
+  int chunks = 0;           ///< open ones
+  bool chunkBegun = false;  ///< the queue's last entry is of the open one
+  std::string chunkName;
   bool undoOn = true, undoInfinite = false, undoing = false, redoing = false;
   std::map<std::string, Command> commands;
   std::map<std::string, Translator> translators;
