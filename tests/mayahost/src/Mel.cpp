@@ -259,8 +259,13 @@ bool GetAttr(const Words& words, Words& result) {
 }
 bool Wire(const Words& words, Words&) {
   const Args args = Sort(words, "f/force na/nextAvailable");
-  const PlugRef from = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[0]), to = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[1]);
+  const PlugRef from = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[0]);
+  PlugRef to = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[1]);
   if (!from.node || !to.node) return Fail(words[0] + ": an attribute was not found.");
+  if (args.Has("na") && MPlug(to).isArray()) {
+    const auto taken = Indices(to);
+    to.idx.push_back(taken.empty() ? 0 : taken.back() + 1);
+  }
   if (const PlugRef* in = InputOf(to); in && args.Has("f")) Disconnect(PlugRef(*in), to);
   return (words[0] == "connectAttr" ? Connect(from, to) : Disconnect(from, to)) || Fail(words[0] + ": could not be done.");
 }
@@ -284,7 +289,8 @@ bool Duplicated(const Words& words, Words& result) {
   std::vector<MSelectionList::Item> items;
   if (args.bad || !Find(args.rest, items)) return false;
   for (const auto& item : items) {
-    const NodePtr copy = NodeOf(MFnDagNode(item.node).duplicate(words[0] == "instance"));
+    const NodePtr node = NodeOf(item.node);
+    const NodePtr copy = node->IsDag() ? NodeOf(MFnDagNode(item.node).duplicate(words[0] == "instance")) : DuplicateNode(node, nullptr);
     if (!copy) return Fail("Cannot duplicate.");
     if (args.Has("n")) Rename(copy, args["n"]);
     result.push_back(NodeName(copy));

@@ -35,9 +35,7 @@ MString MPlug::partialName(bool node, bool, bool, bool useAlias, bool full, bool
   if (!fNode) return "";
   const std::string alias = useAlias ? AliasOf(Ref()) : "";
   if (!alias.empty()) return ((node ? NodeName(Ref().node->Ptr()) + "." : "") + alias).c_str();
-  std::string text = PlugName(Ref(), longNames);
-  for (const Attr* a = Ref().attr->parent; full && a && text.find('.') == std::string::npos; a = a->parent)
-    text = (longNames ? a->name : a->brief) + "." + text;
+  const std::string text = PlugName(Ref(), longNames, full);
   return ((node ? NodeName(Ref().node->Ptr()) + "." : "") + text).c_str();
 }
 bool MPlug::isNull(MStatus* status) const { return Ok(status), !fNode; }

@@ -10,10 +10,12 @@
 
 namespace mayahost {
 namespace {
+/// How many indices a plug of the attribute has when it is one value.
+std::size_t Depth(const Attr* attr) { return attr ? Depth(attr->parent) + attr->Is(kIsArray) : 0; }
 PlugRef ParentOf(const PlugRef& plug) {
   if (!plug.attr->parent) return {};
   PlugRef above{plug.node, plug.attr->parent, plug.idx};
-  if (plug.attr->Is(kIsArray) && !above.idx.empty()) above.idx.pop_back();
+  above.idx.resize(std::min(above.idx.size(), Depth(above.attr)));
   return above;
 }
 bool g_quiet = false, g_telling = false;  ///< the latter while a node is told what it keeps itself
@@ -44,14 +46,17 @@ PlugRef RefOf(const NodePtr& node, const std::string& text) {
   return plug.attr ? plug : PlugRef{};
 }
 
-std::string PlugName(const PlugRef& plug, bool longNames) {
-  std::string name;
-  std::size_t used = plug.idx.size();
-  std::string end;
-  if (plug.attr->Is(kIsArray) && used > 0) end = "[" + std::to_string(plug.idx[--used]) + "]";
-  name = (longNames ? plug.attr->name : plug.attr->brief) + end;
-  const bool needs = plug.attr->parent && (plug.attr->parent->Is(kIsArray) || plug.attr->parent->type == MFn::kCompoundAttribute);
-  return needs ? PlugName(ParentOf(plug), longNames) + "." + name : name;
+namespace {
+std::string OwnName(const PlugRef& plug, bool longNames) {
+  const bool element = plug.attr->Is(kIsArray) && !plug.idx.empty() && plug.idx.size() == Depth(plug.attr);
+  return (longNames ? plug.attr->name : plug.attr->brief) + (element ? "[" + std::to_string(plug.idx.back()) + "]" : "");
+}
+}  // namespace
+std::string PlugName(const PlugRef& plug, bool longNames, bool full) {
+  PlugRef above = ParentOf(plug);
+  // What a plug needs to be found are the elements that it is in.
+  while (!full && above.node && !above.attr->Is(kIsArray)) above = ParentOf(above);
+  return (above.node ? PlugName(above, longNames, full) + "." : "") + OwnName(plug, longNames);
 }
 
 const PlugRef* InputOf(const PlugRef& plug) {
@@ -243,6 +248,8 @@ void Untie(const PlugRef& source, const PlugRef& destination) {
   auto& to = source.node->outputs[source.Key()];
   to.erase(std::find(to.begin(), to.end(), destination));
   if (to.empty()) source.node->outputs.erase(source.Key());
+  // An element that goes with its connection, or a value that goes back to what it was by itself.
+  if (destination.attr->disconnect != 2) destination.node->values.erase(destination.Key());
   Tell(source, destination, false);
 }
 }  // namespace

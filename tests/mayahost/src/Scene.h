@@ -287,7 +287,8 @@ NodePtr ShadingOf(const Node& shape);
 
 // Plugs.
 PlugRef RefOf(const NodePtr& node, const std::string& plug);
-std::string PlugName(const PlugRef& plug, bool longNames);
+/// With the elements it is in, or with all that it is in.
+std::string PlugName(const PlugRef& plug, bool longNames, bool full = false);
 PlugRef ChildOf(const PlugRef& plug, std::size_t i);
 Value Get(const PlugRef& plug);
 /// What is kept, computed or not.
