@@ -339,7 +339,8 @@ bool Select(const Words& words, Words&) {
 bool List(const Words& words, Words& result) {
   const Args args =
       Sort(words,
-           "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid");
+           "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid io/intermediateObjects ni/noIntermediate lf/leaf "
+           "ro/readOnly rn/referencedNodes ln/lockedNodes");
   std::vector<MSelectionList::Item> items;
   if (args.Has("sl"))
     items = TheScene().selection.items;
@@ -351,6 +352,9 @@ bool List(const Words& words, Words& result) {
     const NodePtr node = NodeOf(item.node);
     if (args.Has("dag") && !node->IsDag()) return false;
     if (args.Has("as") && (!node->IsDag() || node->parents.empty() || node->parents[0] != TheScene().world.get())) return false;
+    const bool between = node->IsDag() && GetNumber(*node, "intermediateObject") != 0;
+    if ((args.Has("io") && !between) || (args.Has("ni") && between)) return false;
+    if (((args.Has("rn") || args.Has("ro")) && !node->reference) || (args.Has("ln") && !node->locked)) return false;
     bool any = false, asked = false;
     for (const auto& [flag, type] : {std::pair("s", "shape"), std::pair("tr", "transform"), std::pair("ca", "camera"), std::pair("g", "controlPoint")})
       if (args.Has(flag)) asked = true, any |= node->info->IsA(type);
@@ -367,22 +371,35 @@ bool List(const Words& words, Words& result) {
   return true;
 }
 bool Sets(const Words& words, Words& result) {
-  const Args args = Sort(words, "fe/forceElement:1! add/addElement:1! rm/remove:1! r/renderable n/name:1 nss/noSurfaceShader em/empty");
+  const Args args = Sort(words, "fe/forceElement:1! add/addElement:1! in/include:1! rm/remove:1! cl/clear:1! im/isMember:1! r/renderable n/name:1 nss/noSurfaceShader em/empty "
+                         "s/size t/text:1 no/noIntermediate");
   std::vector<MSelectionList::Item> items;
   if (args.Has("q")) {
     const auto asked = args.rest.empty() ? std::vector<MSelectionList::Item>() : Resolve(args.rest[0]);
     if (asked.size() != 1) return Fail("sets: no such set.");
-    for (const auto& member : NodeOf(asked[0].node)->members) result.push_back(NameOf(member));
+    const auto& members = NodeOf(asked[0].node)->members;
+    if (args.Has("s")) return result = {std::to_string(members.size())}, true;
+    for (const auto& member : members) result.push_back(NameOf(member));
     return true;
   }
-  if (!args.Has("fe") && !args.Has("add") && !args.Has("rm")) {
+  if (args.Has("im") || args.Has("cl")) {
+    const auto asked = Resolve(args.Has("im") ? args["im"] : args["cl"]);
+    if (args.bad || asked.size() != 1 || !Find(args.rest, items)) return Fail("sets: no such set.");
+    const NodePtr set = NodeOf(asked[0].node);
+    if (args.Has("cl")) return Do([set] { set->members.clear(); }, [set, before = set->members] { set->members = before; }), true;
+    const bool all = std::all_of(items.begin(), items.end(), [&](const auto& item) {
+      return std::any_of(set->members.begin(), set->members.end(), [&](const auto& m) { return m.node == item.node && m.path == item.path; });
+    });
+    return result = {all ? "1" : "0"}, true;
+  }
+  if (!args.Has("fe") && !args.Has("add") && !args.Has("in") && !args.Has("rm")) {
     const NodePtr made = MakeNode(FindType(args.Has("r") ? "shadingEngine" : "objectSet"), args.Has("n") ? LegalName(args["n"]) : "set1");
     AddNode(made, nullptr);
     if (args.bad || (!args.Has("em") && !Find(args.rest, items))) return false;
     Do([made, items] { made->members = items; }, [made] { made->members.clear(); });
     return result = {made->name}, true;
   }
-  const std::string name = args.Has("fe") ? args["fe"] : args.Has("add") ? args["add"] : args["rm"];
+  const std::string name = args.Has("fe") ? args["fe"] : args.Has("add") ? args["add"] : args.Has("in") ? args["in"] : args["rm"];
   const auto sets = Resolve(name);
   if (args.bad || !Find(args.rest, items) || sets.size() != 1) return Fail("sets: no such set.");
   for (const auto& [serial, other] : std::map<int, NodePtr>(TheScene().nodes)) {

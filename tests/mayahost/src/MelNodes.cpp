@@ -431,7 +431,7 @@ bool SetKey(const Words& words, Words& result) {
 }
 bool Keyframe(const Words& words, Words& result) {
   const Args args =
-      Sort(words, "t/time:1! at/attribute:1! tc/timeChange:1 vc/valueChange:1 kc/keyframeCount n/name sl/selected r/relative a/absolute iv/indexValue");
+      Sort(words, "t/time:1! at/attribute:1! tc/timeChange:1 vc/valueChange:1 kc/keyframeCount n/name sl/selected r/relative a/absolute iv/indexValue ev/eval");
   std::vector<PlugRef> plugs;
   if (args.bad || !Plugs(args, plugs)) return false;
   const auto spans = Spans(args);
@@ -442,6 +442,11 @@ bool Keyframe(const Words& words, Words& result) {
     if (!curve || std::find(curves.begin(), curves.end(), curve) != curves.end()) continue;
     curves.push_back(curve);
     const double unit = Unit(plug.node->curve ? NumberOf(curve, "output") : plug);
+    if (args.Has("q") && args.Has("ev")) {
+      const long long at = args.Has("t") ? spans[0].first : TheScene().now;
+      result.push_back(Text(Evaluate(*curve->curve, Seconds(at)) / unit));
+      continue;
+    }
     Curve after = *curve->curve;
     for (Key& key : after.keys) {
       if (!Within(spans, key.ticks)) continue;
@@ -460,6 +465,47 @@ bool Keyframe(const Words& words, Words& result) {
   }
   if (args.Has("kc") || !args.Has("q")) result = {std::to_string(count)};
   return true;
+}
+bool Infinity(const Words& words, Words& result) {
+  const Args args = Sort(words, "pri/preInfinite:1 poi/postInfinite:1 at/attribute:1!");
+  // As MFnAnimCurve numbers them.
+  static const std::map<std::string, int> kTypes = {{"constant", 0}, {"linear", 1}, {"cycle", 3}, {"cycleRelative", 4}, {"oscillate", 5}};
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  for (const char* flag : {"pri", "poi"})
+    if (!args.Has("q") && args.Has(flag) && !kTypes.count(args[flag])) return Fail("setInfinity: no such kind: " + args[flag]);
+  for (const PlugRef& plug : plugs) {
+    const NodePtr curve = CurveOn(plug);
+    if (!curve) continue;
+    Curve after = *curve->curve;
+    for (const auto& [name, type] : kTypes)
+      if (args.Has("q") && type == (args.Has("pri") ? after.pre : after.post)) result.push_back(name);
+    if (args.Has("q")) continue;
+    if (args.Has("pri")) after.pre = kTypes.at(args["pri"]);
+    if (args.Has("poi")) after.post = kTypes.at(args["poi"]);
+    PutCurve(curve, after);
+  }
+  return true;
+}
+bool FindKey(const Words& words, Words& result) {
+  const Args args = Sort(words, "t/time:1 w/which:1 at/attribute:1 c/curve");
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  std::set<long long> times;
+  for (const PlugRef& plug : plugs)
+    if (const NodePtr curve = CurveOn(plug))
+      for (const Key& key : curve->curve->keys) times.insert(key.ticks);
+  const long long now = args.Has("t") ? Spans(args)[0].first : TheScene().now;
+  const std::string which = args.Has("w") ? args["w"] : "next";
+  if (which != "first" && which != "last" && which != "next" && which != "previous") return Fail("findKeyframe: which?");
+  if (times.empty()) return result = {Text(TimeOf(now).value())}, true;
+  // Beyond the last key the search goes on at the other end.
+  const auto after = times.upper_bound(now), from = times.lower_bound(now);
+  const long long found = which == "first"  ? *times.begin()
+                          : which == "last" ? *times.rbegin()
+                          : which == "next" ? (after == times.end() ? *times.begin() : *after)
+                                            : (from == times.begin() ? *times.rbegin() : *std::prev(from));
+  return result = {Text(TimeOf(found).value())}, true;
 }
 bool CutKeys(const Words& words, Words& result) {
   const Args args = Sort(words, "t/time:1 at/attribute:1 cl/clear s/selectKey");
@@ -840,6 +886,8 @@ const std::map<std::string, Builtin>& NodeCommands() {
                                                            {"setKeyframe", SetKey},
                                                            {"keyframe", Keyframe},
                                                            {"cutKey", CutKeys},
+                                                           {"setInfinity", Infinity},
+                                                           {"findKeyframe", FindKey},
                                                            {"keyTangent", KeyTangents},
                                                            {"xform", Place},
                                                            {"move", Transform},
