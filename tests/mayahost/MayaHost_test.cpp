@@ -362,6 +362,12 @@ TEST_F(MayaHost, FailsSoftlyAndTellsInOrder) {
   EXPECT_TRUE(MFnDependencyNode(referenced).isFromReferencedFile());
   mayahost::Type("delete ref:transform1");
   EXPECT_TRUE(mayahost::Failed());
+  const std::string driven = mayahost::Type(
+      "createNode transform -n drv; createNode transform -n fol; setDrivenKeyframe -cd drv.ty -dv "
+      "0 -v 0 -itt linear -ott linear fol.rx;"
+      "setDrivenKeyframe -cd drv.ty -dv 10 -v 90 -itt linear -ott linear fol.rx; setAttr drv.ty 5; "
+      "getAttr fol.rx");
+  EXPECT_NEAR(std::stod("0" + driven), 45, 1e-9);
   // What is done to a referenced node is the scene's: it survives unloading, saving and opening.
   mayahost::Type(
       "group -em -n holder; parent ref:transform1 holder; setAttr ref:transform1.ty 7; setKeyframe "

@@ -337,10 +337,10 @@ bool Select(const Words& words, Words&) {
   return Selected(list), true;
 }
 bool List(const Words& words, Words& result) {
-  const Args args =
-      Sort(words,
-           "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid io/intermediateObjects ni/noIntermediate lf/leaf "
-           "ro/readOnly rn/referencedNodes ln/lockedNodes");
+  const Args args = Sort(words,
+                         "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten "
+                         "ap/allPaths uid/uuid io/intermediateObjects ni/noIntermediate lf/leaf "
+                         "ro/readOnly rn/referencedNodes ln/lockedNodes");
   std::vector<MSelectionList::Item> items;
   if (args.Has("sl"))
     items = TheScene().selection.items;
@@ -371,8 +371,10 @@ bool List(const Words& words, Words& result) {
   return true;
 }
 bool Sets(const Words& words, Words& result) {
-  const Args args = Sort(words, "fe/forceElement:1! add/addElement:1! in/include:1! rm/remove:1! cl/clear:1! im/isMember:1! r/renderable n/name:1 nss/noSurfaceShader em/empty "
-                         "s/size t/text:1 no/noIntermediate");
+  const Args args =
+      Sort(words,
+           "fe/forceElement:1! add/addElement:1! in/include:1! rm/remove:1! cl/clear:1! im/isMember:1! r/renderable n/name:1 nss/noSurfaceShader em/empty "
+           "s/size t/text:1 no/noIntermediate");
   std::vector<MSelectionList::Item> items;
   if (args.Has("q")) {
     const auto asked = args.rest.empty() ? std::vector<MSelectionList::Item>() : Resolve(args.rest[0]);

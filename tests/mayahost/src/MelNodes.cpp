@@ -400,6 +400,16 @@ std::vector<std::pair<long long, long long>> Spans(const Args& args) {
 bool Within(const std::vector<std::pair<long long, long long>>& spans, long long ticks) {
   return std::any_of(spans.begin(), spans.end(), [&](const auto& s) { return ticks >= s.first && ticks <= s.second; });
 }
+/// Gives a curve what a function set did to it, as one change that can be undone.
+template <class F>
+void ChangeKeys(const NodePtr& curve, F change) {
+  const Curve before = *curve->curve;
+  MFnAnimCurve fn(Obj(curve));
+  change(fn);
+  const Curve after = *curve->curve;
+  *curve->curve = before;
+  PutCurve(curve, after);
+}
 bool SetKey(const Words& words, Words& result) {
   const Args args = Sort(words, "t/time:1 v/value:1 at/attribute:1 itt/inTangentType:1 ott/outTangentType:1 bd/breakdown:1 i/insert s/shape:1 hi/hierarchy:1");
   std::vector<PlugRef> plugs;
@@ -411,21 +421,18 @@ bool SetKey(const Words& words, Words& result) {
     const double value = args.Has("v") ? Value(args["v"]) * Unit(plug) : Get(plug).number;
     MPlug handle(plug);
     if (!curve) curve = NodeOf(MFnAnimCurve().create(handle));
-    const Curve before = *curve->curve;
-    MFnAnimCurve fn(Obj(curve));
     const auto type = [&](const char* flag) { return static_cast<MFnAnimCurve::TangentType>(Tangent(args[flag])); };
-    for (const auto& [from, to] : args.Has("t") ? Spans(args) : decltype(Spans(args)){{TheScene().now, 0}}) {
-      unsigned int at = 0;
-      const bool had = fn.find(TimeOf(from), at);
-      if (had && !args.Has("itt") && !args.Has("ott"))
-        fn.setValue(at, value);
-      else
-        fn.addKey(TimeOf(from), value, type("itt"), type("ott"));
-      ++count;
-    }
-    const Curve after = *curve->curve;
-    *curve->curve = before;
-    PutCurve(curve, after);
+    ChangeKeys(curve, [&](MFnAnimCurve& fn) {
+      for (const auto& [from, to] : args.Has("t") ? Spans(args) : decltype(Spans(args)){{TheScene().now, 0}}) {
+        unsigned int at = 0;
+        const bool had = fn.find(TimeOf(from), at);
+        if (had && !args.Has("itt") && !args.Has("ott"))
+          fn.setValue(at, value);
+        else
+          fn.addKey(TimeOf(from), value, type("itt"), type("ott"));
+        ++count;
+      }
+    });
   }
   return result = {std::to_string(count)}, count > 0 || Fail("setKeyframe: nothing to key.");
 }
@@ -465,6 +472,69 @@ bool Keyframe(const Words& words, Words& result) {
   }
   if (args.Has("kc") || !args.Has("q")) result = {std::to_string(count)};
   return true;
+}
+bool DrivenKey(const Words& words, Words& result) {
+  const Args args = Sort(words, "cd/currentDriver:1 dv/driverValue:1 v/value:1 at/attribute:1 itt/inTangentType:1 ott/outTangentType:1");
+  const PlugRef driver = args.Has("cd") ? FindPlug(args["cd"]) : PlugRef{};
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  if (!driver.node) return Fail("setDrivenKeyframe: no driver.");
+  int count = 0;
+  for (const PlugRef& plug : plugs) {
+    NodePtr curve = CurveOn(plug);
+    MPlug handle(plug);
+    if (IsLocked(plug) || (!curve && InputOf(plug))) continue;
+    if (!curve) {
+      curve = NodeOf(MFnAnimCurve().create(handle, MFnAnimCurve().unitlessAnimCurveTypeForPlug(handle)));
+      if (!Connect(driver, NumberOf(curve, "input"))) return Fail("setDrivenKeyframe: the driver can't be connected.");
+    }
+    const PlugRef* in = InputOf(NumberOf(curve, "input"));
+    if (!in || !(*in == driver)) continue;
+    const double at = args.Has("dv") ? Value(args["dv"]) * Unit(driver) : Get(driver).number;
+    const double value = args.Has("v") ? Value(args["v"]) * Unit(plug) : Get(plug).number;
+    const auto type = [&](const char* flag) { return static_cast<MFnAnimCurve::TangentType>(Tangent(args[flag])); };
+    ChangeKeys(curve, [&](MFnAnimCurve& fn) { fn.addKey(at, value, type("itt"), type("ott")); });
+    ++count;
+  }
+  return result = {std::to_string(count)}, count > 0 || Fail("setDrivenKeyframe: nothing to key.");
+}
+bool Bake(const Words& words, Words& result) {
+  const Args args =
+      Sort(words,
+           "t/time:1 at/attribute:1 sb/sampleBy:1 sm/simulation:1 pok/preserveOutsideKeys:1 sac/sparseAnimCurveBake:1 dic/disableImplicitControl:1 "
+           "mr/minimizeRotation:1");
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  const auto span = Spans(args)[0];
+  const double step = args.Number("sb", 1);
+  if (!args.Has("t") || step <= 0) return Fail("bakeResults: no range of time.");
+  std::vector<MTime> times;
+  for (MTime t = TimeOf(span.first); TicksOf(t) <= span.second; t += MTime(step, MTime::uiUnit())) times.push_back(t);
+  int count = 0;
+  for (const PlugRef& plug : plugs) {
+    if (IsLocked(plug)) continue;
+    std::vector<double> values;
+    for (const MTime& t : times) {
+      const MDGContext before = MDGContext(t).makeCurrent();
+      values.push_back(Get(plug).number);
+      before.makeCurrent();
+    }
+    NodePtr curve = CurveOn(plug);
+    MPlug handle(plug);
+    if (const PlugRef* in = InputOf(plug); in && (!curve || InputOf(NumberOf(curve, "input")))) Disconnect(PlugRef(*in), plug), curve = nullptr;
+    if (!curve) curve = NodeOf(MFnAnimCurve().create(handle));
+    const bool keep = args.Has("pok") && IsOn(args["pok"]);
+    Curve after = *curve->curve;
+    after.keys.erase(
+        std::remove_if(after.keys.begin(), after.keys.end(), [&](const Key& k) { return !keep || (k.ticks >= span.first && k.ticks <= span.second); }),
+        after.keys.end());
+    PutCurve(curve, after);
+    ChangeKeys(curve, [&](MFnAnimCurve& fn) {
+      for (std::size_t i = 0; i < times.size(); ++i) fn.addKey(times[i], values[i]);
+    });
+    ++count;
+  }
+  return result = {std::to_string(count)}, true;
 }
 bool Infinity(const Words& words, Words& result) {
   const Args args = Sort(words, "pri/preInfinite:1 poi/postInfinite:1 at/attribute:1!");
@@ -886,6 +956,8 @@ const std::map<std::string, Builtin>& NodeCommands() {
                                                            {"setKeyframe", SetKey},
                                                            {"keyframe", Keyframe},
                                                            {"cutKey", CutKeys},
+                                                           {"setDrivenKeyframe", DrivenKey},
+                                                           {"bakeResults", Bake},
                                                            {"setInfinity", Infinity},
                                                            {"findKeyframe", FindKey},
                                                            {"keyTangent", KeyTangents},
