@@ -122,6 +122,11 @@ unsigned int MPlug::numElements(MStatus* status) const {
   Ok(status, isArray());
   return isArray() ? static_cast<unsigned int>(Indices(Ref()).size()) : 0;
 }
+unsigned int MPlug::evaluateNumElements(MStatus* status) {
+  // A computation that fills the array runs when any of its elements is asked for.
+  if (isArray() && Ref().attr->computed && Ref().attr->children.empty()) Get(elementByLogicalIndex(0).Ref());
+  return numElements(status);
+}
 unsigned int MPlug::numChildren(MStatus* status) const {
   Ok(status, isCompound());
   return fNode ? static_cast<unsigned int>(Ref().attr->children.size()) : 0;
