@@ -362,12 +362,65 @@ TEST_F(MayaHost, FailsSoftlyAndTellsInOrder) {
   EXPECT_TRUE(MFnDependencyNode(referenced).isFromReferencedFile());
   mayahost::Type("delete ref:transform1");
   EXPECT_TRUE(mayahost::Failed());
+  const std::string driven = mayahost::Type(
+      "createNode transform -n drv; createNode transform -n fol; setDrivenKeyframe -cd drv.ty -dv "
+      "0 -v 0 -itt linear -ott linear fol.rx;"
+      "setDrivenKeyframe -cd drv.ty -dv 10 -v 90 -itt linear -ott linear fol.rx; setAttr drv.ty 5; "
+      "getAttr fol.rx");
+  EXPECT_NEAR(std::stod("0" + driven), 45, 1e-9);
+  // What is done to a referenced node is the scene's: it survives unloading, saving and opening.
+  mayahost::Type(
+      "group -em -n holder; parent ref:transform1 holder; setAttr ref:transform1.ty 7; setKeyframe "
+      "-v 4 -at tx ref:transform1");
+  const std::string outer = testing::TempDir() + "mayahost3.scene";
+  const auto kept = [] {
+    return mayahost::Type("getAttr ref:transform1.ty") +
+           mayahost::Type("getAttr ref:transform1.tx") +
+           mayahost::Type("listRelatives -p ref:transform1") +
+           mayahost::Type("listConnections ref:transform1.tx");
+  };
+  const std::string before = kept();
+  EXPECT_EQ(before, "74holdertransform1_translateX");
+  for (int round = 0; round < 2; ++round) {
+    MFileIO::saveAs(outer.c_str());
+    MFileIO::open(outer.c_str(), NULL, true);
+    EXPECT_EQ(kept(), before);
+    mayahost::Type("file -ur \"" + file + "\"");
+    EXPECT_TRUE(Named("ref:transform1").isNull());
+    if (round == 1) MFileIO::saveAs(outer.c_str()), MFileIO::open(outer.c_str(), NULL, true);
+    mayahost::Type("file -lr \"" + file + "\"");
+    EXPECT_EQ(kept(), before);
+  }
+  std::remove(outer.c_str());
   for (const MCallbackId id : ids) EXPECT_EQ(MMessage::removeCallback(id), MS::kSuccess);
   EXPECT_EQ(MMessage::removeCallback(ids[0]), MS::kFailure);
   std::remove(file.c_str());
 }
 
 TEST_F(MayaHost, KeepsAttributesOfAllKinds) {
+  using mayahost::Type;
+  Type(
+      "createNode network -n s; addAttr -ln da -dt doubleArray s; addAttr -ln sa -dt stringArray "
+      "s; addAttr -ln lim -nn \"The Limit\" -max 2 -smx 1 s");
+  Type("undoInfo -ock -cn block");
+  Type(
+      "setAttr s.da -type doubleArray 3 1.5 2 3; setAttr s.sa -type stringArray 2 \"one two\" "
+      "three");
+  Type("aliasAttr power s.lim; setAttr s.power 1");
+  Type("undoInfo -cck");
+  Type("setAttr s.power 9");
+  EXPECT_TRUE(mayahost::Failed()) << "past its maximum";
+  mayahost::Undo();
+  EXPECT_EQ(Type("getAttr s.da"), "") << "a chunk is one step";
+  mayahost::Redo();
+  const std::string attributes = testing::TempDir() + "mayahost4.scene";
+  MFileIO::saveAs(attributes.c_str());
+  MFileIO::open(attributes.c_str(), NULL, true);
+  EXPECT_EQ(Type("getAttr s.da") + "|" + Type("getAttr s.sa") + "|" + Type("getAttr s.power") +
+                "|" + Type("attributeQuery -n s -nn lim") + "|" +
+                Type("attributeQuery -n s -smx lim"),
+            "1.5 2 3|one two three|1|The Limit|1");
+  std::remove(attributes.c_str());
   MFnDependencyNode node;
   node.create("network", "store");
   MFnTypedAttribute typed;

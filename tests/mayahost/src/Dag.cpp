@@ -33,8 +33,34 @@ NodePtr CreateDag(const NodeType* type, const std::string& name, const MObject& 
   AddNode(above, nullptr);
   std::size_t end = above->name.size();
   while (end > 0 && std::isdigit(static_cast<unsigned char>(above->name[end - 1]))) --end;
-  AddNode(MakeNode(type, above->name.substr(0, end) + "Shape" + above->name.substr(end)), above.get());
+  AddNode(MakeNode(type, ":" + above->name.substr(0, end) + "Shape" + above->name.substr(end)), above.get());
   return above;
+}
+namespace {
+/// Attributes of its own, so that what becomes of one node's isn't the other's.
+AttrPtr Copied(const AttrPtr& attr, Attr* parent, std::map<Attr*, Attr*>& copies) {
+  const auto copy = std::make_shared<Attr>(*attr);
+  copies[attr.get()] = copy.get(), copy->parent = parent;
+  for (AttrPtr& child : copy->children) child = Copied(child, copy.get(), copies);
+  return copy;
+}
+}  // namespace
+NodePtr DuplicateNode(const NodePtr& node, Node* parent) {
+  const NodePtr copy = MakeNode(node->info, Short(node->name));
+  std::map<Attr*, Attr*> copies;
+  for (const AttrPtr& attr : node->dynamic) copy->dynamic.push_back(Copied(attr, nullptr, copies));
+  const auto key = [&](const PlugKey& of) { return PlugKey{copies.count(of.first) ? copies.at(of.first) : of.first, of.second}; };
+  for (const auto& [of, value] : node->values) copy->values[key(of)] = value;
+  for (const auto& [of, from] : node->inputs)
+    if (!of.first->IsCompound() && of.first->type != MFn::kMessageAttribute) copy->values[key(of)] = Get({node.get(), of.first, of.second});
+  for (const auto& [of, flags] : node->flags) copy->flags[key(of)] = flags;
+  for (const auto& [alias, of] : node->aliases) copy->aliases.emplace_back(alias, key(of));
+  if (node->IsDag()) copy->shape = ShapeOf(*node);
+  if (node->curve) copy->curve = std::make_unique<Curve>(*node->curve);
+  if (copy->user && node->user) copy->user->copyInternalData(node->user.get());
+  AddNode(copy, parent);
+  for (const NodePtr& child : node->children) DuplicateNode(child, copy.get());
+  return copy;
 }
 PlugRef NumberOf(const NodePtr& node, const char* name) { return {node.get(), FindAttr(*node, name).get(), {}}; }
 }  // namespace mayahost
@@ -261,31 +287,12 @@ unsigned int MFnDagNode::instanceCount(bool total, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return !node ? 0 : static_cast<unsigned int>(total ? PathsTo(node).size() : node->parents.size());
 }
-namespace {
-NodePtr Duplicate(const NodePtr& node, Node* parent) {
-  const NodePtr copy = MakeNode(node->info, Short(node->name));
-  for (const auto& [key, value] : node->values)
-    if (const AttrPtr a = std::static_pointer_cast<Attr>(key.first->shared_from_this()); !a->Is(kDynamicAttr)) copy->values[key] = value;
-  copy->dynamic = node->dynamic;
-  for (const AttrPtr& attr : node->dynamic) {
-    const auto at = node->values.find({attr.get(), {}});
-    if (at != node->values.end()) copy->values[at->first] = at->second;
-  }
-  copy->flags = node->flags;
-  copy->shape = ShapeOf(*node);
-  if (node->curve) copy->curve = std::make_unique<Curve>(*node->curve);
-  if (copy->user && node->user) copy->user->copyInternalData(node->user.get());
-  AddNode(copy, parent);
-  for (const NodePtr& child : node->children) Duplicate(child, copy.get());
-  return copy;
-}
-}  // namespace
 MObject MFnDagNode::duplicate(bool instance, bool, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   if (!node || node->parents.empty()) return {};
   if (!instance) {
     NotifyDuplicate(true);
-    const MObject made = Obj(Duplicate(node, node->parents[0]));
+    const MObject made = Obj(DuplicateNode(node, node->parents[0]));
     return NotifyDuplicate(false), made;
   }
   const NodePtr made = MakeNode(FindType("transform"), Short(node->name));

@@ -64,7 +64,17 @@ std::string DataText(const Data& data) {
       {MFn::kIntArrayData, " ints"}, {MFn::kPointArrayData, " places"}, {MFn::kVectorArrayData, " vectors"}, {MFn::kMatrixArrayData, " matrices"}};
   return (kKinds.count(data.type) ? kKinds.at(data.type) : " numbers") + Joined(data.numbers);
 }
+/// Whether it is as the file has it, whose node this is.
+template <class Map>
+bool IsOriginal(const Map& then, const PlugKey& key, const typename Map::mapped_type& now) {
+  const auto at = then.find(key);
+  if constexpr (std::is_same_v<typename Map::mapped_type, Value>)
+    return at != then.end() && at->second.number == now.number && at->second.data == now.data;
+  else
+    return at != then.end() && at->second == now;
+}
 void WriteValues(std::ostream& out, Node& node) {
+  const Origin* const origin = node.origin.get();
   for (const AttrPtr& attr : AllAttrs(node)) {
     for (auto at = node.values.lower_bound({attr.get(), {}}); at != node.values.end() && at->first.first == attr.get(); ++at) {
       const PlugRef plug{&node, attr.get(), at->first.second};
@@ -72,11 +82,13 @@ void WriteValues(std::ostream& out, Node& node) {
       bool save = true;
       if (node.user && node.user->shouldSave(MPlug(plug), save) == MStatus::kSuccess && !save) continue;
       const bool whole = attr->parent && InputOf({&node, attr->parent, plug.idx});
-      if (whole || (attr->IsData() ? !at->second.data || at->second.data->shape : at->second.number == attr->fallback)) continue;
+      if (whole || (attr->IsData() && (!at->second.data || at->second.data->shape))) continue;
+      if (origin ? IsOriginal(origin->values, at->first, at->second) : !attr->IsData() && at->second.number == attr->fallback) continue;
       out << "set " << Quoted(PlugName(plug, true)) << (attr->IsData() ? DataText(*at->second.data) : " number " + Text(at->second.number)) << "\n";
     }
     for (auto at = node.flags.lower_bound({attr.get(), {}}); at != node.flags.end() && at->first.first == attr.get(); ++at)
-      if (at->second != attr->flags) out << "flags " << Quoted(PlugName({&node, attr.get(), at->first.second}, true)) << " " << at->second << "\n";
+      if (origin ? !IsOriginal(origin->flags, at->first, at->second) : at->second != attr->flags)
+        out << "flags " << Quoted(PlugName({&node, attr.get(), at->first.second}, true)) << " " << at->second << "\n";
   }
 }
 void WriteShape(std::ostream& out, const Shape& s) {
@@ -92,6 +104,11 @@ void WriteAttr(std::ostream& out, const Attr& attr) {
       << (attr.parent ? attr.parent->name : "-") << " " << (attr.min ? Text(*attr.min) : "-") << " " << (attr.max ? Text(*attr.max) : "-");
   for (const auto& [i, field] : attr.fields) out << " " << i << " " << Quoted(field);
   out << "\n";
+  if (!attr.nice.empty() || attr.softMin || attr.softMax)
+    out << "about " << attr.name << " " << Quoted(attr.nice) << " " << (attr.softMin ? Text(*attr.softMin) : "-") << " "
+        << (attr.softMax ? Text(*attr.softMax) : "-") << "\n";
+  if (attr.fallbackData && !attr.fallbackData->shape) out << "default " << attr.name << DataText(*attr.fallbackData) << "\n";
+  for (const std::string& category : attr.categories) out << "category " << attr.name << " " << Quoted(category) << "\n";
   for (const AttrPtr& child : attr.children) WriteAttr(out, *child);
 }
 void WriteNode(std::ostream& out, Node& node) {
@@ -105,22 +122,36 @@ void WriteNode(std::ostream& out, Node& node) {
     WriteAttr(out, *attr);
   }
   WriteValues(out, node);
+  for (const auto& [alias, key] : node.aliases) out << "alias " << alias << " " << Quoted(PlugName({&node, key.first, key.second}, true)) << "\n";
   if (node.shape && node.IsDag()) WriteShape(out, *node.shape);
+  if (node.unloaded) out << "unloaded " << Quoted(node.edits) << "\n";
   if (!node.curve) return;
   out << "curve " << node.curve->pre << " " << node.curve->post << " " << node.curve->weighted << "\n";
   for (const Key& k : node.curve->keys)
     out << "key " << k.ticks << " " << Text(k.value) << " " << k.type[0] << " " << k.type[1] << " " << Text(k.x[0]) << " " << Text(k.y[0]) << " "
         << Text(k.x[1]) << " " << Text(k.y[1]) << " " << k.tied << " " << k.weightTied << " " << k.breakdown << "\n";
 }
+/// What was done to a node of a reference since its file was read.
+void WriteEdits(std::ostream& out, Node& node) {
+  std::ostringstream edits;
+  for (std::size_t i = node.origin->dynamic; i < node.dynamic.size(); ++i) WriteAttr(edits, *node.dynamic[i]);
+  WriteValues(edits, node);
+  if (node.IsDag() && !node.parents.empty() && node.parents[0] != node.origin->parent)
+    out << "move " << Quoted(node.origin->path) << " " << (node.parents[0] == TheScene().world.get() ? "\"\"" : Of(node.parents[0]->Ptr())) << "\n";
+  for (const auto& [key, from] : node.origin->inputs)
+    if (const PlugRef plug{&node, key.first, key.second}; !InputOf(plug)) out << "cut " << Of(node.Ptr()) << " " << Quoted(PlugName(plug, true)) << "\n";
+  if (!edits.str().empty()) out << "edit " << Of(node.Ptr()) << "\n" << edits.str();
+}
 void WriteTies(std::ostream& out, Node& node) {
   out << node.rawTies;
-  for (std::size_t i = 1; i < node.parents.size(); ++i) out << "instance " << Of(node.Ptr()) << " " << Of(node.parents[i]->Ptr()) << "\n";
+  for (std::size_t i = 1; !node.origin && i < node.parents.size(); ++i) out << "instance " << Of(node.Ptr()) << " " << Of(node.parents[i]->Ptr()) << "\n";
   for (const AttrPtr& attr : AllAttrs(node))
     for (auto at = node.inputs.lower_bound({attr.get(), {}}); at != node.inputs.end() && at->first.first == attr.get(); ++at)
-      if (at->second.node->inScene)
+      if (at->second.node->inScene && !(node.origin && IsOriginal(node.origin->inputs, at->first, at->second)))
         out << "connect " << Of(at->second.node->Ptr()) << " " << Quoted(PlugName(at->second, true)) << " " << Of(node.Ptr()) << " "
             << Quoted(PlugName({&node, attr.get(), at->first.second}, true)) << "\n";
-  for (const auto& member : node.members) out << "member " << Of(node.Ptr()) << " " << Of(NodeOf(member.node)) << "\n";
+  for (const auto& member : node.members)
+    if (!node.origin || !NodeOf(member.node)->origin) out << "member " << Of(node.Ptr()) << " " << Of(NodeOf(member.node)) << "\n";
 }
 /// Parents stand ahead of what is below them, children in their order.
 void InOrder(const NodePtr& node, const Node* above, std::vector<NodePtr>& order) {
@@ -135,6 +166,7 @@ std::string WriteScene(bool everything, const std::vector<NodePtr>* only) {
   std::ostringstream out;
   out << "mayahost 1\nunits " << s.timeUnit << " " << s.lengthUnit << " " << s.angleUnit << "\nup " << (s.yUp ? "y" : "z") << "\nrange " << s.minTime << " "
       << s.maxTime << " " << s.startTime << " " << s.endTime << " " << s.now << "\n";
+  for (const auto& [key, text] : s.info) out << "info " << Quoted(key) << " " << Quoted(text) << "\n";
   for (const std::string& space : s.namespaces) out << "namespace " << Quoted(space) << "\n";
   std::vector<NodePtr> order;
   for (const NodePtr& top : s.world->children) InOrder(top, s.world.get(), order);
@@ -148,9 +180,12 @@ std::string WriteScene(bool everything, const std::vector<NodePtr>* only) {
   // The nodes that references bring have to be there when others are hung below them.
   for (int references = 1; references >= 0; --references)
     for (const NodePtr& node : order)
-      if (goes(node) && (node->info->name == "reference") == (references == 1)) WriteNode(out, *node);
+      if (goes(node) && (node->info->name == "reference") == (references == 1))
+        WriteNode(out, *node);
+      else if (!everything && !only && node->origin && !references)
+        WriteEdits(out, *node);
   for (const NodePtr& node : order)
-    if (goes(node)) WriteTies(out, *node);
+    if (goes(node) || (!only && node->origin)) WriteTies(out, *node);
   if (everything)
     for (const auto& item : s.selection.items) out << "selected " << Of(NodeOf(item.node)) << "\n";
   return out.str();
@@ -168,7 +203,7 @@ struct Reader {
   NodePtr node;
   std::shared_ptr<Shape> shape;
   std::map<std::string, NodePtr> byName;  ///< as the file calls them
-  std::string unknown;
+  bool lost = false;                      ///< lines are of a node that isn't there any more
 
   NodePtr Find(const std::string& name) const {
     const auto at = byName.find(name);
@@ -201,10 +236,19 @@ struct Reader {
     byName[node->IsDag() ? path : w[2]] = node;
     return true;
   }
+  /// What there is to say of an attribute besides its line.
+  bool AboutAttr(const std::vector<std::string>& w) {
+    const AttrPtr attr = w.size() > 2 ? FindAttr(*node, w[1]) : nullptr;
+    if (!attr) return false;
+    if (w[0] == "category") return attr->categories.insert(w[2]), true;
+    attr->nice = w[2];
+    if (w.at(3) != "-") attr->softMin = Number(w[3]);
+    if (w.at(4) != "-") attr->softMax = Number(w[4]);
+    return true;
+  }
   bool SetOne(const std::vector<std::string>& w) {
     const PlugRef plug = w.size() > 2 ? RefOf(node, w[1]) : PlugRef{};
     if (!plug.node) return false;
-    Value value;
     std::vector<double> numbers;
     for (std::size_t i = 3; i < w.size(); ++i) numbers.push_back(Number(w[i]));
     if (w[2] == "number") return plug.node->values[plug.Key()] = {numbers.at(0), nullptr}, true;
@@ -216,7 +260,7 @@ struct Reader {
     if (w[2] == "texts") data->texts.assign(w.begin() + 3, w.end());
     if (w[2] == "matrix" && numbers.size() == 16) std::copy(numbers.begin(), numbers.end(), &data->matrix.matrix[0][0]);
     if (w[2] != "text" && w[2] != "texts" && w[2] != "matrix") data->numbers = numbers;
-    node->values[plug.Key()] = {0, data};
+    w[0] == "default" ? void(plug.attr->fallbackData = data) : void(node->values[plug.Key()] = {0, data});
     return true;
   }
   bool ShapeLine(const std::vector<std::string>& w) {
@@ -235,9 +279,24 @@ struct Reader {
     if (w[0] == "form" && n.size() == 4) shape->degree = int(n[0]), shape->form = int(n[1]), shape->vDegree = int(n[2]), shape->vForm = int(n[3]);
     return true;
   }
+  static bool HasReferences() {
+    const auto& nodes = TheScene().nodes;
+    return std::any_of(nodes.begin(), nodes.end(), [](const auto& entry) { return entry.second->info->name == "reference"; });
+  }
+  /// A change of what a reference brought; a file that has no such node any more loses it.
+  bool EditLine(const std::vector<std::string>& w, const std::string& line) {
+    node = Find(w[1]), shape.reset();
+    lost = !node;
+    if (lost) return Say(Spoken::kWarning, "Not found in a referenced file: " + line), true;
+    if (w[0] == "cut" && w.size() > 2)
+      if (const PlugRef to = RefOf(node, w[2]); to.node && InputOf(to)) Disconnect(PlugRef(*InputOf(to)), to);
+    if (w[0] != "move") return true;
+    const NodePtr above = w.size() > 2 && !w[2].empty() ? Find(w[2]) : TheScene().world;
+    return above && Reparent(node, node->parents.at(0), above.get());
+  }
   bool TieLine(const std::vector<std::string>& w, const std::string& line) {
     const NodePtr a = w.size() > 2 ? Find(w[1]) : nullptr, b = w[0] == "connect" ? w.size() > 4 ? Find(w[3]) : nullptr : w.size() > 2 ? Find(w[2]) : nullptr;
-    if (!a || !b) return false;
+    if (!a || !b) return HasReferences() && (Say(Spoken::kWarning, "Not found in a referenced file: " + line), true);
     if (w[0] == "instance") return Reparent(a, nullptr, b.get(), true);
     if (w[0] == "member") {
       MDagPath path;
@@ -251,6 +310,12 @@ struct Reader {
     return from.node && to.node && (InputOf(to) || Connect(from, to));
   }
   bool NodeLine(const std::vector<std::string>& w) {
+    if (w[0] == "about" || w[0] == "category") return AboutAttr(w);
+    if (w[0] == "default") return SetOne(w);
+    if (w[0] == "alias" && w.size() > 2) {
+      const PlugRef plug = RefOf(node, w[2]);
+      return plug.node && (AliasOf(plug) == w[1] || SetAlias(plug, w[1]));
+    }
     if (w[0] == "attr" && w.size() > 9) {
       const AttrPtr attr = MakeAttr(static_cast<MFn::Type>(std::stoi(w[3])), w[1], w[2], std::stoi(w[4]));
       attr->flags = static_cast<unsigned>(std::stoul(w[5])), attr->fallback = Number(w[6]);
@@ -277,6 +342,11 @@ struct Reader {
     }
     return ShapeLine(w);
   }
+  /// A reference brings its nodes once it is read itself.
+  void Finish() {
+    const NodePtr read = std::exchange(node, nullptr);
+    if (read && read->info->name == "reference" && !read->unloaded) LoadReference(read);
+  }
   bool TryLine(const std::string& line) {
     try {
       return Line(line);
@@ -295,19 +365,25 @@ struct Reader {
     if (w[0] == "range" && w.size() > 5)
       return !settings || (s.minTime = std::stoll(w[1]), s.maxTime = std::stoll(w[2]), s.startTime = std::stoll(w[3]), s.endTime = std::stoll(w[4]),
                            s.now = std::stoll(w[5]), true);
+    if (w[0] == "info" && w.size() > 2) return !settings || (s.info[w[1]] = w[2], true);
     if (w[0] == "namespace" && w.size() > 1) return s.namespaces.insert(space + w[1]), true;
-    if (w[0] == "instance" || w[0] == "connect" || w[0] == "member") return TieLine(w, line);
-    if (node && node->info->name == "reference" && w[0] == "node" && !node->reference) LoadReference(NodePtr(node));
-    if (w[0] == "node") return MakeOne(w, line);
+    const bool tie = w[0] == "instance" || w[0] == "connect" || w[0] == "member", edit = (w[0] == "edit" || w[0] == "cut" || w[0] == "move") && w.size() > 1;
+    if (tie || edit || w[0] == "node") Finish();
+    if (tie) return TieLine(w, line);
+    if (edit) return EditLine(w, line);
+    if (w[0] == "node") return lost = false, MakeOne(w, line);
+    if (lost) return true;
     if (!node) return false;
+    if (w[0] == "unloaded" && w.size() > 1) return node->unloaded = true, node->edits = w[1], true;
     if (!node->raw.empty()) return node->raw += line + "\n", true;
     return NodeLine(w);
   }
 };
 struct During {
-  explicit During(bool& flag, const std::string& file) : m_flag(flag) { m_flag = true, TheState().asked = file; }
-  ~During() { m_flag = false; }
+  explicit During(bool& flag, const std::string& file) : m_flag(flag), m_before(flag) { m_flag = true, TheState().asked = file; }
+  ~During() { m_flag = m_before; }
   bool& m_flag;
+  bool m_before;
 };
 bool Load(const std::string& file, std::string& text) {
   std::ifstream in(file, std::ios::binary);
@@ -337,6 +413,7 @@ bool ReadScene(const std::string& text, const std::string& space, Node* referenc
     for (int number = 2; good && std::getline(lines, line); ++number)
       if (!reader.TryLine(line)) good = (Say(Spoken::kError, "Line " + std::to_string(number) + " of the file can't be read: " + line), false);
   }
+  if (good) reader.Finish();
   TheScene().currentNamespace = current;
   if (good) NotifyScene(M::kAfterFileRead);
   return good;
@@ -375,7 +452,8 @@ void ClearScene() {
   const auto nodes = s.nodes;
   for (const auto& [serial, node] : nodes) NotifyNode(false, node), node->inScene = false;
   for (const auto& [serial, node] : nodes)
-    node->parents.clear(), node->children.clear(), node->inputs.clear(), node->outputs.clear(), node->members.clear(), node->reference = nullptr;
+    node->parents.clear(), node->children.clear(), node->inputs.clear(), node->outputs.clear(), node->members.clear(), node->reference = nullptr,
+                                                                                                                       node->origin.reset();
   const auto [time, length, angle, up] = std::tuple(s.timeUnit, s.lengthUnit, s.angleUnit, s.yUp);
   const NodePtr world = s.world;
   world->children.clear();
@@ -472,14 +550,80 @@ bool ImportScene(const std::string& file, const std::string& space, const std::s
   NotifyScene(M::kAfterImport);
   return TheScene().modified = true, good;
 }
+std::string FileOf(const NodePtr& reference) {
+  const Value v = Get(NumberOf(reference, "fileNames"));
+  return v.data ? v.data->text : "";
+}
+std::string WithoutCopy(const std::string& file) {
+  const auto brace = file.rfind('{');
+  return brace != std::string::npos && file.back() == '}' ? file.substr(0, brace) : file;
+}
+std::string SpaceOf(const Node& reference) { return reference.name.substr(0, reference.name.rfind("RN")); }
+NodePtr FindReference(const std::string& name) {
+  for (const auto& [serial, node] : TheScene().nodes)
+    if (node->info->name == "reference" && (node->name == name || FileOf(node) == name)) return node;
+  return nullptr;
+}
+std::vector<NodePtr> NodesOf(const Node* reference) {
+  std::vector<NodePtr> found;
+  for (const auto& [serial, node] : TheScene().nodes)
+    for (const Node* above = node->reference; above; above = above->reference)
+      if (above == reference) {
+        found.push_back(node);
+        break;
+      }
+  return found;
+}
+namespace {
+void NoteOrigins(const Node* reference) {
+  for (const NodePtr& node : NodesOf(reference)) {
+    node->origin = std::make_unique<Origin>();
+    *node->origin = {node->values, node->flags, node->inputs, node->dynamic.size(), node->parents.empty() ? nullptr : node->parents[0], ""};
+    if (const auto paths = PathsTo(node); !paths.empty()) node->origin->path = PathName(paths[0], true);
+  }
+}
+/// Cuts what leads in or out; the answer is what brings back all edits.
+std::string TakeEdits(const std::vector<NodePtr>& nodes) {
+  std::ostringstream edits;
+  const auto among = [&](const Node* node) { return std::any_of(nodes.begin(), nodes.end(), [&](const NodePtr& n) { return n.get() == node; }); };
+  for (const NodePtr& node : nodes) WriteEdits(edits, *node);
+  for (const NodePtr& node : nodes) WriteTies(edits, *node);
+  for (const NodePtr& node : nodes)
+    for (const auto& [key, all] : node->outputs)
+      for (const PlugRef& to : all)
+        if (!among(to.node))
+          edits << "connect " << Of(node) << " " << Quoted(PlugName({node.get(), key.first, key.second}, true)) << " " << Of(to.node->Ptr()) << " "
+                << Quoted(PlugName(to, true)) << "\n";
+  for (const auto& [serial, set] : TheScene().nodes)
+    for (const auto& member : set->members)
+      if (!among(set.get()) && among(NodeOf(member.node).get())) edits << "member " << Of(set) << " " << Of(NodeOf(member.node)) << "\n";
+  for (const NodePtr& node : nodes) {
+    for (const auto& [key, from] : std::map<PlugKey, PlugRef>(node->inputs))
+      if (!among(from.node)) Disconnect(from, {node.get(), key.first, key.second});
+    for (const auto& [key, all] : std::map<PlugKey, std::vector<PlugRef>>(node->outputs))
+      for (const PlugRef& to : all)
+        if (!among(to.node)) Disconnect({node.get(), key.first, key.second}, to);
+  }
+  return edits.str();
+}
+}  // namespace
 bool LoadReference(const NodePtr& reference) {
-  const Value file = Get(NumberOf(reference, "fileNames"));
+  const std::string file = WithoutCopy(FileOf(reference));
   std::string text;
-  if (!file.data || !Load(file.data->text, text)) return false;
-  const During now(TheState().referencing, file.data->text);
+  if (!Load(file, text)) return false;
+  const During now(TheState().referencing, file);
   NotifyScene(M::kBeforeLoadReference);
-  const std::string name = Short(reference->name);
-  const bool good = ReadScene(text, name.substr(0, name.rfind("RN")), reference.get(), false);
+  if (!NodesOf(reference.get()).empty()) RemoveReference(reference, true);
+  const bool good = ReadScene(text, SpaceOf(*reference), reference.get(), false);
+  NoteOrigins(reference.get());
+  reference->unloaded = false;
+  if (const std::string edits = std::exchange(reference->edits, ""); !edits.empty()) {
+    const Recording none(nullptr);
+    Reader reader;
+    std::istringstream lines(edits);
+    for (std::string line; std::getline(lines, line);)
+      if (!reader.TryLine(line)) Say(Spoken::kWarning, "An edit of a reference can't be made: " + line);
+  }
   NotifyScene(M::kAfterLoadReference);
   return good;
 }
@@ -487,10 +631,14 @@ NodePtr ReferenceScene(const std::string& file, const std::string& space) {
   const Recording none(nullptr);
   const std::string base = file.substr(file.rfind('/') + 1);
   NotifyScene(M::kBeforeCreateReference);
-  const NodePtr node = MakeNode(FindType("reference"), LegalName(space.empty() ? base.substr(0, base.find('.')) : space) + "RN");
-  AddNode(node, nullptr);
+  const std::string wanted = FullNamespace(LegalName(space.empty() ? base.substr(0, base.find('.')) : space));
+  std::string own = wanted;
+  for (int i = 1; TheScene().namespaces.count(own) || !Resolve(own + "RN").empty(); ++i) own = wanted + std::to_string(i);
+  const NodePtr node = MakeNode(FindType("reference"), ":" + own + "RN");
   const auto data = std::make_shared<Data>(MFn::kStringData);
   data->text = file;
+  for (int i = 1; FindReference(data->text); ++i) data->text = file + "{" + std::to_string(i) + "}";
+  AddNode(node, nullptr);
   Put(NumberOf(node, "fileNames"), {0, data});
   const bool good = LoadReference(node);
   if (!good)
@@ -503,7 +651,7 @@ bool ImportReference(const NodePtr& reference) {
   const Recording none(nullptr);
   NotifyScene(M::kBeforeImportReference);
   for (const auto& [serial, node] : TheScene().nodes)
-    if (node->reference == reference.get()) node->reference = nullptr;
+    if (node->reference == reference.get()) node->reference = reference->reference, node->origin.reset();
   DeleteNode(reference, true);
   NotifyScene(M::kAfterImportReference);
   return TheScene().modified = true;
@@ -511,8 +659,13 @@ bool ImportReference(const NodePtr& reference) {
 bool RemoveReference(const NodePtr& reference, bool unload) {
   const Recording none(nullptr);
   NotifyScene(unload ? M::kBeforeUnloadReference : M::kBeforeRemoveReference);
-  for (const auto& [serial, node] : std::map<int, NodePtr>(TheScene().nodes))
-    if (node->reference == reference.get() && node->inScene) DeleteNode(node, true);
+  const std::vector<NodePtr> nodes = NodesOf(reference.get());
+  std::string edits = unload && !nodes.empty() ? TakeEdits(nodes) : reference->edits;
+  for (const NodePtr& node : nodes) {
+    if (node->inScene) DeleteNode(node, true);
+    node->origin.reset();
+  }
+  reference->unloaded = unload, reference->edits = std::move(edits);
   if (!unload) DeleteNode(reference, true);
   NotifyScene(unload ? M::kAfterUnloadReference : M::kAfterRemoveReference);
   return true;
@@ -541,10 +694,6 @@ MStatus WithReference(F fits, bool unload) {
   for (const auto& [serial, node] : TheScene().nodes)
     if (node->info->name == "reference" && fits(node)) return St(RemoveReference(NodePtr(node), unload));
   return MS::kFailure;
-}
-std::string FileOf(const NodePtr& reference) {
-  const Value v = Get(NumberOf(reference, "fileNames"));
-  return v.data ? v.data->text : "";
 }
 }  // namespace
 MString MFileIO::fileType() { return "mayaAscii"; }

@@ -35,5 +35,7 @@ bool ToSpace(const MDagPath& path, MSpace::Space space, MMatrix& matrix);
 std::vector<std::pair<int, int>> EdgesOf(const Shape& mesh);
 ShapePtr GeometryOf(const MObject& object);
 NodePtr CreateDag(const NodeType* type, const std::string& name, const MObject& parent, bool add = true);
+/// With all below it, at a parent (null for what has none); without connections.
+NodePtr DuplicateNode(const NodePtr& node, Node* parent);
 PlugRef NumberOf(const NodePtr& node, const char* name);
 }  // namespace mayahost

@@ -153,29 +153,7 @@ bool RenameNode(const Words& words, Words& result) {
   return true;
 }
 
-bool SetAttr(const Words& words, Words&) {
-  const Args args = Sort(words, "type/type:1 l/lock:1 k/keyable:1 cb/channelBox:1");
-  PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
-  if (args.bad || !plug.node) return Fail("setAttr: No object matches name: " + (args.rest.empty() ? "" : args.rest[0]));
-  if (args.Has("l")) SetPlugFlag(plug, kLockedPlug, IsOn(args["l"]));
-  if (args.Has("k")) SetPlugFlag(plug, kKeyable, IsOn(args["k"]));
-  if (args.Has("cb")) SetPlugFlag(plug, kChannelBox, IsOn(args["cb"]));
-  if (plug.attr->type == MFn::kMatrixAttribute && args.rest.size() == 17) {
-    const auto data = std::make_shared<Data>(MFn::kMatrixData);
-    for (unsigned i = 0; i < 16; ++i) data->matrix(i / 4, i % 4) = MString(args.rest[i + 1].c_str()).asDouble();
-    return Put(plug, {0, data}) || Fail("setAttr: The attribute is locked or connected and cannot be modified.");
-  }
-  for (std::size_t i = 1; i < args.rest.size(); ++i) {
-    const PlugRef one = plug.attr->children.size() >= i ? ChildOf(plug, i - 1) : plug;
-    Value value;
-    if (one.attr->type == MFn::kTypedAttribute)
-      value.data = std::make_shared<Data>(MFn::kStringData), value.data->text = args.rest[i];
-    else
-      value.number = (IsOn(args.rest[i]) ? 1 : MString(args.rest[i].c_str()).asDouble()) * Unit(one);
-    if (!Put(one, value)) return Fail("setAttr: The attribute '" + PlugName(one, true) + "' is locked or connected and cannot be modified.");
-  }
-  return true;
-}
+}  // namespace
 std::string TypeText(const Attr& attr) {
   static const std::map<int, const char*> kNumbers = {
       {MFnNumericData::kBoolean, "bool"},    {MFnNumericData::kByte, "byte"},     {MFnNumericData::kShort, "short"},     {MFnNumericData::kInt, "long"},
@@ -193,30 +171,101 @@ std::string TypeText(const Attr& attr) {
   const auto& names = attr.IsData() ? kData : kNumbers;
   return names.count(attr.subtype) ? names.at(attr.subtype) : "generic";
 }
+namespace {
+/// Values of one datum as `setAttr -type` takes them; null where there are too few, or none of that kind.
+DataPtr Datum(const std::string& type, const Words& words) {
+  struct Kind {
+    MFn::Type type;
+    std::size_t each;
+  };
+  static const std::map<std::string, Kind> kKinds = {{"doubleArray", {MFn::kDoubleArrayData, 1}},
+                                                     {"Int32Array", {MFn::kIntArrayData, 1}},
+                                                     {"vectorArray", {MFn::kVectorArrayData, 3}},
+                                                     {"pointArray", {MFn::kPointArrayData, 4}},
+                                                     {"stringArray", {MFn::kStringArrayData, 1}}};
+  const auto number = [&](std::size_t i) { return MString(words[i].c_str()).asDouble(); };
+  if (type == "matrix") {
+    if (words.size() != 16) return nullptr;
+    const auto data = std::make_shared<Data>(MFn::kMatrixData);
+    for (unsigned i = 0; i < 16; ++i) data->matrix(i / 4, i % 4) = number(i);
+    return data;
+  }
+  if (type == "string") {
+    const auto data = std::make_shared<Data>(MFn::kStringData);
+    if (!words.empty()) data->text = words[0];
+    return words.size() > 1 ? nullptr : data;
+  }
+  const auto kind = kKinds.find(type);
+  if (kind == kKinds.end() || (!words.empty() && words.size() != 1 + std::size_t(number(0)) * kind->second.each)) return nullptr;
+  const auto data = std::make_shared<Data>(kind->second.type);
+  for (std::size_t i = 1; i < words.size(); ++i) type == "stringArray" ? data->texts.push_back(words[i]) : data->numbers.push_back(number(i));
+  return data;
+}
+bool SetAttr(const Words& words, Words&) {
+  const Args args = Sort(words, "type/type:1 l/lock:1 k/keyable:1 cb/channelBox:1 c/clamp av/alteredValue ca/caching:1 s/size:1");
+  PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
+  if (args.bad || !plug.node) return Fail("setAttr: No object matches name: " + (args.rest.empty() ? "" : args.rest[0]));
+  if (args.Has("l")) SetPlugFlag(plug, kLockedPlug, IsOn(args["l"]));
+  if (args.Has("k")) SetPlugFlag(plug, kKeyable, IsOn(args["k"]));
+  if (args.Has("cb")) SetPlugFlag(plug, kChannelBox, IsOn(args["cb"]));
+  if (plug.attr->IsData() && args.rest.size() + args.Has("type") > 1) {
+    const std::string kind = args.Has("type") ? args["type"] : TypeText(*plug.attr);
+    const DataPtr data = Datum(kind, Words(args.rest.begin() + 1, args.rest.end()));
+    if (!data || (plug.attr->type != MFn::kGenericAttribute && kind != TypeText(*plug.attr)))
+      return Fail("setAttr: '" + PlugName(plug, true) + "' can't take these values as " + kind + ".");
+    return Put(plug, {0, data}) || Fail("setAttr: The attribute '" + PlugName(plug, true) + "' is locked or connected and cannot be modified.");
+  }
+  for (std::size_t i = 1; i < args.rest.size(); ++i) {
+    const PlugRef one = plug.attr->children.size() >= i ? ChildOf(plug, i - 1) : plug;
+    Value value;
+    value.number = (IsOn(args.rest[i]) ? 1 : MString(args.rest[i].c_str()).asDouble()) * Unit(one);
+    const bool low = one.attr->min && value.number < *one.attr->min, high = one.attr->max && value.number > *one.attr->max;
+    if ((low || high) && !args.Has("c"))
+      return Fail("setAttr: Cannot set the attribute '" + PlugName(one, true) + "' past its " + (low ? "minimum" : "maximum") + " value.");
+    if (!Put(one, value)) return Fail("setAttr: The attribute '" + PlugName(one, true) + "' is locked or connected and cannot be modified.");
+  }
+  return true;
+}
 bool GetAttr(const Words& words, Words& result) {
-  const Args args = Sort(words, "l/lock k/keyable type/type t/time:1 s/size");
+  const Args args = Sort(words, "l/lock k/keyable typ/type t/time:1 s/size as/asString mi/multiIndices se/settable cb/channelBox sl/silent ca/caching");
   const PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
   if (args.bad || !plug.node) return Fail("getAttr: No object matches name: " + (args.rest.empty() ? "" : args.rest[0]));
   if (args.Has("l") || args.Has("k")) return result = {IsLocked(plug) && args.Has("l") ? "1" : args.Has("k") && PlugFlags(plug) & kKeyable ? "1" : "0"}, true;
-  if (args.Has("type")) return result = {TypeText(*plug.attr)}, true;
+  if (args.Has("typ")) return result = {TypeText(*plug.attr)}, true;
   if (args.Has("s")) return result = {std::to_string(Indices(plug).size())}, true;
+  if (args.Has("cb")) return result = {PlugFlags(plug) & kChannelBox ? "1" : "0"}, true;
+  if (args.Has("se")) return result = {MPlug(plug).isFreeToChange() == MPlug::kFreeToChange ? "1" : "0"}, true;
+  for (const int i : args.Has("mi") ? Indices(plug) : std::vector<int>()) result.push_back(std::to_string(i));
+  if (args.Has("mi")) return true;
   const MDGContext before = args.Has("t") ? MDGContext(MTime(MString(args["t"].c_str()).asDouble(), MTime::uiUnit())).makeCurrent() : MDGContext::current();
   for (std::size_t i = 0; i < std::max<std::size_t>(1, plug.attr->children.size()); ++i) {
     const PlugRef one = plug.attr->children.empty() ? plug : ChildOf(plug, i);
     const Value value = Get(one);
-    if (one.attr->type == MFn::kTypedAttribute)
+    const auto field = one.attr->fields.find(static_cast<short>(std::lround(value.number)));
+    if (value.data && one.attr->type == MFn::kTypedAttribute && value.data->type != MFn::kStringData && value.data->type != MFn::kMatrixData) {
+      for (const std::string& text : value.data->texts) result.push_back(text);
+      for (const double number : value.data->numbers) result.push_back(Text(number));
+    } else if (one.attr->type == MFn::kTypedAttribute && one.attr->subtype != MFnData::kMatrix)
       result.push_back(value.data ? value.data->text : "");
+    else if (args.Has("as") && field != one.attr->fields.end())
+      result.push_back(field->second);
     else if (!one.attr->IsData())
       result.push_back(Text(value.number / Unit(one)));
-    for (int k = 0; k < 16 && one.attr->type == MFn::kMatrixAttribute; ++k) result.push_back(Text(value.data->matrix(unsigned(k) / 4, unsigned(k) % 4)));
+    for (int k = 0; k < 16 && value.data && value.data->type == MFn::kMatrixData; ++k)
+      result.push_back(Text(value.data->matrix(unsigned(k) / 4, unsigned(k) % 4)));
   }
   before.makeCurrent();
   return true;
 }
 bool Wire(const Words& words, Words&) {
   const Args args = Sort(words, "f/force na/nextAvailable");
-  const PlugRef from = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[0]), to = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[1]);
+  const PlugRef from = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[0]);
+  PlugRef to = args.rest.size() < 2 ? PlugRef{} : FindPlug(args.rest[1]);
   if (!from.node || !to.node) return Fail(words[0] + ": an attribute was not found.");
+  if (args.Has("na") && MPlug(to).isArray()) {
+    const auto taken = Indices(to);
+    to.idx.push_back(taken.empty() ? 0 : taken.back() + 1);
+  }
   if (const PlugRef* in = InputOf(to); in && args.Has("f")) Disconnect(PlugRef(*in), to);
   return (words[0] == "connectAttr" ? Connect(from, to) : Disconnect(from, to)) || Fail(words[0] + ": could not be done.");
 }
@@ -240,7 +289,8 @@ bool Duplicated(const Words& words, Words& result) {
   std::vector<MSelectionList::Item> items;
   if (args.bad || !Find(args.rest, items)) return false;
   for (const auto& item : items) {
-    const NodePtr copy = NodeOf(MFnDagNode(item.node).duplicate(words[0] == "instance"));
+    const NodePtr node = NodeOf(item.node);
+    const NodePtr copy = node->IsDag() ? NodeOf(MFnDagNode(item.node).duplicate(words[0] == "instance")) : DuplicateNode(node, nullptr);
     if (!copy) return Fail("Cannot duplicate.");
     if (args.Has("n")) Rename(copy, args["n"]);
     result.push_back(NodeName(copy));
@@ -287,9 +337,10 @@ bool Select(const Words& words, Words&) {
   return Selected(list), true;
 }
 bool List(const Words& words, Words& result) {
-  const Args args =
-      Sort(words,
-           "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten ap/allPaths uid/uuid");
+  const Args args = Sort(words,
+                         "sl/selection type/type:1 et/exactType:1 l/long dag/dag s/shapes tr/transforms ca/cameras g/geometry as/assemblies fl/flatten "
+                         "ap/allPaths uid/uuid io/intermediateObjects ni/noIntermediate lf/leaf "
+                         "ro/readOnly rn/referencedNodes ln/lockedNodes");
   std::vector<MSelectionList::Item> items;
   if (args.Has("sl"))
     items = TheScene().selection.items;
@@ -301,6 +352,9 @@ bool List(const Words& words, Words& result) {
     const NodePtr node = NodeOf(item.node);
     if (args.Has("dag") && !node->IsDag()) return false;
     if (args.Has("as") && (!node->IsDag() || node->parents.empty() || node->parents[0] != TheScene().world.get())) return false;
+    const bool between = node->IsDag() && GetNumber(*node, "intermediateObject") != 0;
+    if ((args.Has("io") && !between) || (args.Has("ni") && between)) return false;
+    if (((args.Has("rn") || args.Has("ro")) && !node->reference) || (args.Has("ln") && !node->locked)) return false;
     bool any = false, asked = false;
     for (const auto& [flag, type] : {std::pair("s", "shape"), std::pair("tr", "transform"), std::pair("ca", "camera"), std::pair("g", "controlPoint")})
       if (args.Has(flag)) asked = true, any |= node->info->IsA(type);
@@ -317,22 +371,37 @@ bool List(const Words& words, Words& result) {
   return true;
 }
 bool Sets(const Words& words, Words& result) {
-  const Args args = Sort(words, "fe/forceElement:1! add/addElement:1! rm/remove:1! r/renderable n/name:1 nss/noSurfaceShader em/empty");
+  const Args args =
+      Sort(words,
+           "fe/forceElement:1! add/addElement:1! in/include:1! rm/remove:1! cl/clear:1! im/isMember:1! r/renderable n/name:1 nss/noSurfaceShader em/empty "
+           "s/size t/text:1 no/noIntermediate");
   std::vector<MSelectionList::Item> items;
   if (args.Has("q")) {
     const auto asked = args.rest.empty() ? std::vector<MSelectionList::Item>() : Resolve(args.rest[0]);
     if (asked.size() != 1) return Fail("sets: no such set.");
-    for (const auto& member : NodeOf(asked[0].node)->members) result.push_back(NameOf(member));
+    const auto& members = NodeOf(asked[0].node)->members;
+    if (args.Has("s")) return result = {std::to_string(members.size())}, true;
+    for (const auto& member : members) result.push_back(NameOf(member));
     return true;
   }
-  if (!args.Has("fe") && !args.Has("add") && !args.Has("rm")) {
+  if (args.Has("im") || args.Has("cl")) {
+    const auto asked = Resolve(args.Has("im") ? args["im"] : args["cl"]);
+    if (args.bad || asked.size() != 1 || !Find(args.rest, items)) return Fail("sets: no such set.");
+    const NodePtr set = NodeOf(asked[0].node);
+    if (args.Has("cl")) return Do([set] { set->members.clear(); }, [set, before = set->members] { set->members = before; }), true;
+    const bool all = std::all_of(items.begin(), items.end(), [&](const auto& item) {
+      return std::any_of(set->members.begin(), set->members.end(), [&](const auto& m) { return m.node == item.node && m.path == item.path; });
+    });
+    return result = {all ? "1" : "0"}, true;
+  }
+  if (!args.Has("fe") && !args.Has("add") && !args.Has("in") && !args.Has("rm")) {
     const NodePtr made = MakeNode(FindType(args.Has("r") ? "shadingEngine" : "objectSet"), args.Has("n") ? LegalName(args["n"]) : "set1");
     AddNode(made, nullptr);
     if (args.bad || (!args.Has("em") && !Find(args.rest, items))) return false;
     Do([made, items] { made->members = items; }, [made] { made->members.clear(); });
     return result = {made->name}, true;
   }
-  const std::string name = args.Has("fe") ? args["fe"] : args.Has("add") ? args["add"] : args["rm"];
+  const std::string name = args.Has("fe") ? args["fe"] : args.Has("add") ? args["add"] : args.Has("in") ? args["in"] : args["rm"];
   const auto sets = Resolve(name);
   if (args.bad || !Find(args.rest, items) || sets.size() != 1) return Fail("sets: no such set.");
   for (const auto& [serial, other] : std::map<int, NodePtr>(TheScene().nodes)) {
@@ -487,6 +556,8 @@ bool UndoInfo(const Words& words, Words& result) {
       result = {s.undo.empty() ? "" : s.undo.back().name};
     else if (args.Has("rn"))
       result = {s.redo.empty() ? "" : s.redo.back().name};
+    else if (args.Has("cn"))
+      result = {s.chunks ? s.chunkName : ""};
     else if (args.Has("st") || args.Has("swf"))
       result = {s.undoOn ? "1" : "0"};
     else
@@ -495,52 +566,12 @@ bool UndoInfo(const Words& words, Words& result) {
   }
   if (args.Has("st") && !(s.undoOn = IsOn(args["st"]))) FlushUndo();
   if (args.Has("swf")) s.undoOn = IsOn(args["swf"]);
+  if (args.Has("ock") && s.chunks++ == 0) s.chunkName = args["cn"], s.chunkBegun = false;
+  if (args.Has("cck") && s.chunks > 0 && --s.chunks == 0) s.chunkBegun = false;
   if (args.Has("infinity")) s.undoInfinite = IsOn(args["infinity"]);
   if (args.Has("l")) s.undoLength = MString(args["l"].c_str()).asInt();
   while (!s.undoInfinite && s.undo.size() > static_cast<std::size_t>(s.undoLength)) s.undo.pop_front();
   return true;
-}
-bool File(const Words& words, Words& result) {
-  const Args args = Sort(words,
-                         "new/newFile f/force o/open s/save i/import r/reference rr/removeReference es/exportSelected ea/exportAll rn/rename:1 mf/modified:1 "
-                         "sn/sceneName exn/expandName shn/shortName ns/namespace:1 type/type:1 op/options:1 pr/preserveReferences lr/loadReference "
-                         "ur/unloadReference ir/importReference");
-  const std::string name = args.rest.empty() ? "" : args.rest[0];
-  if (args.bad) return false;
-  if (args.Has("q")) return result = {args.Has("mf") ? TheScene().modified ? "1" : "0" : TheScene().file}, true;
-  if (args.Has("new")) return (args.Has("f") || !TheScene().modified || Fail("Unsaved changes.")) && NewScene();
-  if (args.Has("o")) return (args.Has("f") || !TheScene().modified || Fail("Unsaved changes.")) && OpenScene(name);
-  if (args.Has("rn")) TheScene().file = args["rn"];
-  if (args.Has("mf")) TheScene().modified = IsOn(args["mf"]);
-  if (args.Has("s")) return SaveScene(TheScene().file);
-  if (args.Has("i")) return ImportScene(name, args["ns"], args["type"], args["op"]);
-  if (args.Has("ea") || args.Has("es")) return ExportScene(name, args.Has("es"), args["type"], args["op"]);
-  if (args.Has("rr") || args.Has("ur") || args.Has("lr") || args.Has("ir")) {
-    for (const auto& item : Resolve("*"))
-      if (const NodePtr node = NodeOf(item.node);
-          node->info->name == "reference" && Get(NumberOf(node, "fileNames")).data && Get(NumberOf(node, "fileNames")).data->text == name)
-        return args.Has("ir") ? ImportReference(node) : args.Has("lr") ? LoadReference(node) : RemoveReference(node, args.Has("ur"));
-    return Fail("No such reference: " + name);
-  }
-  if (args.Has("r")) return ReferenceScene(name, args["ns"]) != nullptr;
-  return true;
-}
-bool Namespace(const Words& words, Words& result) {
-  const Args args = Sort(words, "add/add:1 ex/exists:1! rm/removeNamespace:1 set/setNamespace:1 mnr/mergeNamespaceWithRoot dnc/deleteNamespaceContent");
-  if (args.Has("ex")) return result = {TheScene().namespaces.count(args["ex"]) ? "1" : "0"}, true;
-  if (args.Has("add")) TheScene().namespaces.insert(args["add"]);
-  if (args.Has("set")) TheScene().currentNamespace = args["set"] == ":" ? "" : args["set"];
-  const std::string gone = args["rm"];
-  for (const auto& [serial, node] : std::map<int, NodePtr>(TheScene().nodes)) {
-    if (!args.Has("rm") || NamespaceOf(node->name) != gone) continue;
-    if (args.Has("dnc"))
-      DeleteNode(node);
-    else if (args.Has("mnr"))
-      Rename(node, ":" + Short(node->name));
-    else
-      return Fail("Namespace is not empty.");
-  }
-  return TheScene().namespaces.erase(gone), !args.bad;
 }
 bool LockNode(const Words& words, Words& result) {
   const Args args = Sort(words, "l/lock:1");
@@ -608,8 +639,6 @@ const std::map<std::string, Builtin> kBuiltins = {
     {"currentTime", CurrentTime},
     {"upAxis", UpAxis},
     {"undoInfo", UndoInfo},
-    {"file", File},
-    {"namespace", Namespace},
     {"lockNode", LockNode},
     {"evaluator", Evaluator},
     {"autoKeyframe", AutoKey},
@@ -686,6 +715,9 @@ bool RunStatements(const std::string& mel, Journal* journal, Words& result) {
     } else if (const auto more = NodeCommands().find(words[0]); more != NodeCommands().end()) {
       const Recording recording(journal);
       good = more->second(words, result);
+    } else if (const auto files = FileCommands().find(words[0]); files != FileCommands().end()) {
+      const Recording recording(journal);
+      good = files->second(words, result);
     } else {
       Fail("Cannot find procedure \"" + words[0] + "\".");
     }
@@ -708,10 +740,17 @@ bool Run(const std::string& mel, bool undo, Words& result) {
   if (state.undoing || state.redoing || !undo || !state.undoOn) return RunStatements(mel, nullptr, result);
   if (g_entry) return RunStatements(mel, g_entry, result);
   const auto journal = std::make_shared<Journal>();
-  const bool good = RunStatements(mel, journal.get(), result);
+  const bool before = state.chunks > 0, good = RunStatements(mel, journal.get(), result);
   if (journal->steps.empty()) return good;
   state.redo.clear();
-  state.undo.push_back({mel, std::move(*journal)});
+  const bool chunk = before || state.chunks > 0, named = chunk && !state.chunkName.empty();
+  if (chunk && state.chunkBegun) {
+    auto& steps = state.undo.back().journal.steps;
+    std::move(journal->steps.begin(), journal->steps.end(), std::back_inserter(steps));
+    return good;
+  }
+  state.undo.push_back({named ? state.chunkName : mel, std::move(*journal)});
+  state.chunkBegun = state.chunks > 0;
   while (!state.undoInfinite && state.undo.size() > static_cast<std::size_t>(state.undoLength)) state.undo.pop_front();
   return good;
 }
@@ -719,6 +758,7 @@ bool Run(const std::string& mel, bool undo, Words& result) {
 namespace {
 bool Step(std::deque<Entry>& from, std::deque<Entry>& to, bool& doing, void (Journal::*step)(), const char* event) {
   if (from.empty() || TheState().undoing || TheState().redoing) return false;
+  TheState().chunkBegun = false;
   Entry entry = std::move(from.back());
   from.pop_back();
   doing = true;
@@ -738,6 +778,7 @@ bool StepBack() { return Step(TheState().undo, TheState().redo, TheState().undoi
 bool StepForward() { return Step(TheState().redo, TheState().undo, TheState().redoing, &Journal::Redo, "Redo"); }
 void FlushUndo() {
   // Destroyed from the front, with the queue already empty: what goes may look at it.
+  TheState().chunkBegun = false;
   std::deque<Entry> gone = std::exchange(TheState().undo, {});
   while (!gone.empty()) gone.pop_front();
   gone = std::exchange(TheState().redo, {});

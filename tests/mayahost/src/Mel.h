@@ -28,9 +28,13 @@ bool Find(const Words& names, std::vector<MSelectionList::Item>& found);
 PlugRef FindPlug(const std::string& text);
 /// What one of the user's units is inside.
 double Unit(const PlugRef& plug);
+/// The type of an attribute as `addAttr` and `setAttr` name it.
+std::string TypeText(const Attr& attr);
 std::string NameOf(const MSelectionList::Item& item);
 void Selected(const MSelectionList& list);
 using Builtin = bool (*)(const Words&, Words&);
 /// Commands on nodes, attributes, keys and plug-ins.
 const std::map<std::string, Builtin>& NodeCommands();
+/// Commands on files, references and namespaces.
+const std::map<std::string, Builtin>& FileCommands();
 }  // namespace mayahost

@@ -39,9 +39,15 @@ AttrPtr NewAttr(const Args& args) {
       {"int", MFnNumericData::kInt},         {"float", MFnNumericData::kFloat},     {"double", MFnNumericData::kDouble}, {"float3", MFnNumericData::k3Float},
       {"double3", MFnNumericData::k3Double}, {"double2", MFnNumericData::k2Double}, {"float2", MFnNumericData::k2Float}};
   static const std::map<std::string, int> kUnits = {{"doubleAngle", 1}, {"doubleLinear", 2}, {"time", 3}};
-  static const std::map<std::string, int> kData = {
-      {"string", MFnData::kString}, {"stringArray", MFnData::kStringArray}, {"doubleArray", MFnData::kDoubleArray}, {"Int32Array", MFnData::kIntArray},
-      {"mesh", MFnData::kMesh},     {"vectorArray", MFnData::kVectorArray}};
+  static const std::map<std::string, int> kData = {{"string", MFnData::kString},
+                                                   {"stringArray", MFnData::kStringArray},
+                                                   {"doubleArray", MFnData::kDoubleArray},
+                                                   {"Int32Array", MFnData::kIntArray},
+                                                   {"mesh", MFnData::kMesh},
+                                                   {"vectorArray", MFnData::kVectorArray},
+                                                   {"pointArray", MFnData::kPointArray},
+                                                   {"matrix", MFnData::kMatrix},
+                                                   {"nurbsCurve", MFnData::kNurbsCurve}};
   const std::string type = args.Has("dt") ? args["dt"] : args.Has("at") ? args["at"] : "double";
   const std::string name = args.Has("ln") ? args["ln"] : args["sn"], brief = args.Has("sn") ? args["sn"] : name;
   if (name.empty() || LegalName(name) != name) return nullptr;
@@ -76,19 +82,58 @@ bool AddOne(const NodePtr& node, const Args& args) {
   };
   flag("k", kKeyable), flag("h", kHidden), flag("w", kWritable), flag("r", kReadable), flag("s", kStorable);
   if (args.Has("m")) attr->flags |= kIsArray;
+  if (args.Has("uac")) attr->flags |= kUsedAsColor;
+  if (args.Has("uaf")) attr->flags |= kFileName;
+  if (args.Has("ct")) attr->categories.insert(args["ct"]);
   attr->nice = args["nn"];
   if (!args.Has("p")) return AddAttr(node, attr) || Fail("addAttr: the name is taken.");
   const AttrPtr above = FindAttr(*node, args["p"]);
-  if (!above || !above->IsCompound() || FindAttr(*node, attr->name)) return Fail("addAttr: no such parent, or the name is taken.");
+  const bool room = above && (above->type == MFn::kCompoundAttribute || above->children.size() < std::size_t(PartsOf(above->subtype).first));
+  if (!room || above->IsData() || above->type == MFn::kUnitAttribute || FindAttr(*node, attr->name))
+    return Fail("addAttr: no such parent, or the name is taken.");
   attr->flags |= kDynamicAttr;
   Do([=] { AddChildAttr(*above, attr); }, [=] { above->children.pop_back(); });
   return true;
 }
-bool NewAttribute(const Words& words, Words&) {
+/// What is asked of an attribute, or changed in it.
+bool EditAttribute(const Args& args, Words& result) {
+  const PlugRef plug = args.rest.empty() ? PlugRef{} : FindPlug(args.rest[0]);
+  if (!plug.node) return Fail("addAttr: no such attribute.");
+  if (!args.Has("q")) {
+    if (!plug.attr->Is(kDynamicAttr)) return Fail("addAttr: the attribute isn't dynamic.");
+    Attr& attr = *plug.attr;
+    if (args.Has("k")) SetPlugFlag(plug, kKeyable, IsOn(args["k"]));
+    if (args.Has("dv")) attr.fallback = Value(args["dv"]) * Unit(plug);
+    for (const auto& [flag, bound] :
+         {std::pair("min", &Attr::min), std::pair("max", &Attr::max), std::pair("smn", &Attr::softMin), std::pair("smx", &Attr::softMax)})
+      if (args.Has(flag)) attr.*bound = args.Number(flag);
+    if (args.Has("nn")) attr.nice = args["nn"];
+    return true;
+  }
+  const auto number = [](const std::optional<double>& v) { return v ? Words{Text(*v)} : Words(); };
+  const std::string type = MPlug(plug).isNull() ? "" : TypeText(*plug.attr);
+  result = args.Has("min")   ? number(plug.attr->min)
+           : args.Has("max") ? number(plug.attr->max)
+           : args.Has("smn") ? number(plug.attr->softMin)
+           : args.Has("smx") ? number(plug.attr->softMax)
+           : args.Has("dv")  ? Words{Text(plug.attr->fallback / Unit(plug))}
+           : args.Has("ln")  ? Words{plug.attr->name}
+           : args.Has("sn")  ? Words{plug.attr->brief}
+           : args.Has("nn")  ? Words{plug.attr->nice}
+           : args.Has("k")   ? Words{PlugFlags(plug) & kKeyable ? "1" : "0"}
+           : args.Has("at")  ? Words{plug.attr->IsData()                          ? "typed"
+                                     : plug.attr->type == MFn::kCompoundAttribute ? "compound"
+                                                                                  : type}
+           : args.Has("dt")  ? Words{type}
+                             : Words();
+  return true;
+}
+bool NewAttribute(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "ln/longName:1 sn/shortName:1 nn/niceName:1 at/attributeType:1 dt/dataType:1 dv/defaultValue:1 min/minValue:1 max/maxValue:1 "
                          "smn/softMinValue:1 smx/softMaxValue:1 k/keyable:1 h/hidden:1 w/writable:1 r/readable:1 s/storable:1 en/enumName:1 m/multi "
-                         "im/indexMatters:1 p/parent:1 nc/numberOfChildren:1");
+                         "im/indexMatters:1 p/parent:1 nc/numberOfChildren:1 uac/usedAsColor uaf/usedAsFilename ct/category:1");
+  if (!args.bad && (args.Has("q") || args.Has("e"))) return EditAttribute(args, result);
   std::vector<MSelectionList::Item> items;
   if (args.bad || !Find(args.rest, items) || items.empty()) return false;
   return std::all_of(items.begin(), items.end(), [&](const auto& item) { return AddOne(NodeOf(item.node), args); });
@@ -100,10 +145,73 @@ bool DeleteAttribute(const Words& words, Words&) {
   if (!plug.node) return Fail("deleteAttr: no such attribute.");
   return RemoveAttr(plug.node->Ptr(), std::static_pointer_cast<Attr>(plug.attr->shared_from_this())) || Fail("deleteAttr: the attribute isn't dynamic.");
 }
+bool Alias(const Words& words, Words& result) {
+  const Args args = Sort(words, "rm/remove:1");
+  if (args.Has("q")) {
+    const NodePtr node = args.rest.empty() ? nullptr : One(args.rest[0].substr(0, args.rest[0].find('.')));
+    const PlugRef plug = node ? FindPlug(args.rest[0]) : PlugRef{};
+    if (!node) return Fail("aliasAttr: no such node.");
+    if (plug.node) return result = {AliasOf(plug)}, true;
+    for (const auto& [alias, key] : node->aliases) result.push_back(alias), result.push_back(PlugName({node.get(), key.first, key.second}, true));
+    return true;
+  }
+  if (args.Has("rm")) {
+    const PlugRef plug = FindPlug(args["rm"]);
+    return (plug.node && SetAlias(plug, "")) || Fail("aliasAttr: no such attribute.");
+  }
+  for (std::size_t i = 0; i + 1 < args.rest.size(); i += 2) {
+    const PlugRef plug = FindPlug(args.rest[i + 1]);
+    if (!plug.node || !SetAlias(plug, args.rest[i])) return Fail("aliasAttr: the name is taken or not legal, or there is no such attribute.");
+  }
+  return !args.bad;
+}
+bool RemoveElement(const Words& words, Words&) {
+  const Args args = Sort(words, "b/break:1");
+  for (const std::string& name : args.rest) {
+    const PlugRef plug = FindPlug(name);
+    if (!plug.node || !MPlug(plug).isElement()) return Fail("removeMultiInstance: no element: " + name);
+    const NodePtr node = plug.node->Ptr();
+    const auto inside = [&](const PlugKey& key) {
+      bool below = false;
+      for (const Attr* a = key.first; a; a = a->parent) below |= a == plug.attr;
+      return below && key.second.size() >= plug.idx.size() && std::equal(plug.idx.begin(), plug.idx.end(), key.second.begin());
+    };
+    std::vector<std::pair<PlugRef, PlugRef>> ties;
+    for (const auto& [key, from] : node->inputs)
+      if (inside(key)) ties.push_back({from, {node.get(), key.first, key.second}});
+    for (const auto& [key, all] : node->outputs)
+      for (const PlugRef& to : all)
+        if (inside(key)) ties.push_back({{node.get(), key.first, key.second}, to});
+    if (!ties.empty() && !IsOn(args["b"])) return Fail("removeMultiInstance: the element is connected: " + name);
+    for (const auto& [from, to] : ties) Disconnect(from, to);
+    auto after = node->values;
+    for (auto at = after.begin(); at != after.end();) at = inside(at->first) ? after.erase(at) : std::next(at);
+    Do([=] { node->values = after, Dirty(plug); }, [=, before = node->values] { node->values = before, Dirty(plug); });
+  }
+  return !args.bad;
+}
+bool RenameAttribute(const Words& words, Words& result) {
+  const PlugRef plug = words.size() == 3 ? FindPlug(words[1]) : PlugRef{};
+  if (!plug.node || !plug.attr->Is(kDynamicAttr) || FindAttr(*plug.node, words[2]) || LegalName(words[2]) != words[2])
+    return Fail("renameAttr: the attribute isn't dynamic, or the name is taken or not legal.");
+  const auto attr = std::static_pointer_cast<Attr>(plug.attr->shared_from_this());
+  Do([=, name = words[2]] { attr->name = name; }, [=, name = attr->name] { attr->name = name; });
+  return result = {words[2]}, true;
+}
+std::string NiceName(const Attr& attr) {
+  std::string nice = attr.nice;
+  for (const char c : nice.empty() ? attr.name : "") {
+    const auto u = static_cast<unsigned char>(c);
+    if (!nice.empty() && nice.back() != ' ' && (std::isupper(u) || (std::isdigit(u) && !std::isdigit(static_cast<unsigned char>(nice.back()))))) nice += ' ';
+    nice += nice.empty() ? static_cast<char>(std::toupper(u)) : c == '_' ? ' ' : c;
+  }
+  return nice;
+}
 bool AskAttribute(const Words& words, Words& result) {
   const Args args = Sort(words,
                          "n/node:1 typ/type:1 ex/exists k/keyable w/writable m/multi ln/longName sn/shortName nn/niceName min/minimum max/maximum "
-                         "mne/minExists mxe/maxExists le/listEnum ld/listDefault lc/listChildren lp/listParent at/attributeType");
+                         "mne/minExists mxe/maxExists smn/softMin smx/softMax h/hidden s/storable ch/channelBox r/readable c/connectable le/listEnum "
+                         "ld/listDefault lc/listChildren lp/listParent at/attributeType");
   const NodePtr node = One(args["n"]);
   const AttrPtr attr = node && !args.rest.empty() ? FindAttr(*node, args.rest[0]) : nullptr;
   if (args.Has("ex")) return result = {attr ? "1" : "0"}, !args.bad;
@@ -113,9 +221,16 @@ bool AskAttribute(const Words& words, Words& result) {
   if (args.Has("k")) result = flag(attr->Is(kKeyable));
   if (args.Has("w")) result = flag(attr->Is(kWritable));
   if (args.Has("m")) result = flag(attr->Is(kIsArray));
+  if (args.Has("h")) result = flag(attr->Is(kHidden));
+  if (args.Has("s")) result = flag(attr->Is(kStorable));
+  if (args.Has("ch")) result = flag(attr->Is(kChannelBox));
+  if (args.Has("r")) result = flag(attr->Is(kReadable));
+  if (args.Has("c")) result = flag(attr->Is(kConnectable));
+  if (args.Has("smn")) result = number(attr->softMin);
+  if (args.Has("smx")) result = number(attr->softMax);
   if (args.Has("ln")) result = {attr->name};
   if (args.Has("sn")) result = {attr->brief};
-  if (args.Has("nn")) result = {attr->nice.empty() ? attr->name : attr->nice};
+  if (args.Has("nn")) result = {NiceName(*attr)};
   if (args.Has("min")) result = number(attr->min);
   if (args.Has("max")) result = number(attr->max);
   if (args.Has("mne")) result = flag(attr->min.has_value());
@@ -285,6 +400,16 @@ std::vector<std::pair<long long, long long>> Spans(const Args& args) {
 bool Within(const std::vector<std::pair<long long, long long>>& spans, long long ticks) {
   return std::any_of(spans.begin(), spans.end(), [&](const auto& s) { return ticks >= s.first && ticks <= s.second; });
 }
+/// Gives a curve what a function set did to it, as one change that can be undone.
+template <class F>
+void ChangeKeys(const NodePtr& curve, F change) {
+  const Curve before = *curve->curve;
+  MFnAnimCurve fn(Obj(curve));
+  change(fn);
+  const Curve after = *curve->curve;
+  *curve->curve = before;
+  PutCurve(curve, after);
+}
 bool SetKey(const Words& words, Words& result) {
   const Args args = Sort(words, "t/time:1 v/value:1 at/attribute:1 itt/inTangentType:1 ott/outTangentType:1 bd/breakdown:1 i/insert s/shape:1 hi/hierarchy:1");
   std::vector<PlugRef> plugs;
@@ -296,27 +421,24 @@ bool SetKey(const Words& words, Words& result) {
     const double value = args.Has("v") ? Value(args["v"]) * Unit(plug) : Get(plug).number;
     MPlug handle(plug);
     if (!curve) curve = NodeOf(MFnAnimCurve().create(handle));
-    const Curve before = *curve->curve;
-    MFnAnimCurve fn(Obj(curve));
     const auto type = [&](const char* flag) { return static_cast<MFnAnimCurve::TangentType>(Tangent(args[flag])); };
-    for (const auto& [from, to] : args.Has("t") ? Spans(args) : decltype(Spans(args)){{TheScene().now, 0}}) {
-      unsigned int at = 0;
-      const bool had = fn.find(TimeOf(from), at);
-      if (had && !args.Has("itt") && !args.Has("ott"))
-        fn.setValue(at, value);
-      else
-        fn.addKey(TimeOf(from), value, type("itt"), type("ott"));
-      ++count;
-    }
-    const Curve after = *curve->curve;
-    *curve->curve = before;
-    PutCurve(curve, after);
+    ChangeKeys(curve, [&](MFnAnimCurve& fn) {
+      for (const auto& [from, to] : args.Has("t") ? Spans(args) : decltype(Spans(args)){{TheScene().now, 0}}) {
+        unsigned int at = 0;
+        const bool had = fn.find(TimeOf(from), at);
+        if (had && !args.Has("itt") && !args.Has("ott"))
+          fn.setValue(at, value);
+        else
+          fn.addKey(TimeOf(from), value, type("itt"), type("ott"));
+        ++count;
+      }
+    });
   }
   return result = {std::to_string(count)}, count > 0 || Fail("setKeyframe: nothing to key.");
 }
 bool Keyframe(const Words& words, Words& result) {
   const Args args =
-      Sort(words, "t/time:1! at/attribute:1! tc/timeChange:1 vc/valueChange:1 kc/keyframeCount n/name sl/selected r/relative a/absolute iv/indexValue");
+      Sort(words, "t/time:1! at/attribute:1! tc/timeChange:1 vc/valueChange:1 kc/keyframeCount n/name sl/selected r/relative a/absolute iv/indexValue ev/eval");
   std::vector<PlugRef> plugs;
   if (args.bad || !Plugs(args, plugs)) return false;
   const auto spans = Spans(args);
@@ -327,6 +449,11 @@ bool Keyframe(const Words& words, Words& result) {
     if (!curve || std::find(curves.begin(), curves.end(), curve) != curves.end()) continue;
     curves.push_back(curve);
     const double unit = Unit(plug.node->curve ? NumberOf(curve, "output") : plug);
+    if (args.Has("q") && args.Has("ev")) {
+      const long long at = args.Has("t") ? spans[0].first : TheScene().now;
+      result.push_back(Text(Evaluate(*curve->curve, Seconds(at)) / unit));
+      continue;
+    }
     Curve after = *curve->curve;
     for (Key& key : after.keys) {
       if (!Within(spans, key.ticks)) continue;
@@ -345,6 +472,110 @@ bool Keyframe(const Words& words, Words& result) {
   }
   if (args.Has("kc") || !args.Has("q")) result = {std::to_string(count)};
   return true;
+}
+bool DrivenKey(const Words& words, Words& result) {
+  const Args args = Sort(words, "cd/currentDriver:1 dv/driverValue:1 v/value:1 at/attribute:1 itt/inTangentType:1 ott/outTangentType:1");
+  const PlugRef driver = args.Has("cd") ? FindPlug(args["cd"]) : PlugRef{};
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  if (!driver.node) return Fail("setDrivenKeyframe: no driver.");
+  int count = 0;
+  for (const PlugRef& plug : plugs) {
+    NodePtr curve = CurveOn(plug);
+    MPlug handle(plug);
+    if (IsLocked(plug) || (!curve && InputOf(plug))) continue;
+    if (!curve) {
+      curve = NodeOf(MFnAnimCurve().create(handle, MFnAnimCurve().unitlessAnimCurveTypeForPlug(handle)));
+      if (!Connect(driver, NumberOf(curve, "input"))) return Fail("setDrivenKeyframe: the driver can't be connected.");
+    }
+    const PlugRef* in = InputOf(NumberOf(curve, "input"));
+    if (!in || !(*in == driver)) continue;
+    const double at = args.Has("dv") ? Value(args["dv"]) * Unit(driver) : Get(driver).number;
+    const double value = args.Has("v") ? Value(args["v"]) * Unit(plug) : Get(plug).number;
+    const auto type = [&](const char* flag) { return static_cast<MFnAnimCurve::TangentType>(Tangent(args[flag])); };
+    ChangeKeys(curve, [&](MFnAnimCurve& fn) { fn.addKey(at, value, type("itt"), type("ott")); });
+    ++count;
+  }
+  return result = {std::to_string(count)}, count > 0 || Fail("setDrivenKeyframe: nothing to key.");
+}
+bool Bake(const Words& words, Words& result) {
+  const Args args =
+      Sort(words,
+           "t/time:1 at/attribute:1 sb/sampleBy:1 sm/simulation:1 pok/preserveOutsideKeys:1 sac/sparseAnimCurveBake:1 dic/disableImplicitControl:1 "
+           "mr/minimizeRotation:1");
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  const auto span = Spans(args)[0];
+  const double step = args.Number("sb", 1);
+  if (!args.Has("t") || step <= 0) return Fail("bakeResults: no range of time.");
+  std::vector<MTime> times;
+  for (MTime t = TimeOf(span.first); TicksOf(t) <= span.second; t += MTime(step, MTime::uiUnit())) times.push_back(t);
+  int count = 0;
+  for (const PlugRef& plug : plugs) {
+    if (IsLocked(plug)) continue;
+    std::vector<double> values;
+    for (const MTime& t : times) {
+      const MDGContext before = MDGContext(t).makeCurrent();
+      values.push_back(Get(plug).number);
+      before.makeCurrent();
+    }
+    NodePtr curve = CurveOn(plug);
+    MPlug handle(plug);
+    if (const PlugRef* in = InputOf(plug); in && (!curve || InputOf(NumberOf(curve, "input")))) Disconnect(PlugRef(*in), plug), curve = nullptr;
+    if (!curve) curve = NodeOf(MFnAnimCurve().create(handle));
+    const bool keep = args.Has("pok") && IsOn(args["pok"]);
+    Curve after = *curve->curve;
+    after.keys.erase(
+        std::remove_if(after.keys.begin(), after.keys.end(), [&](const Key& k) { return !keep || (k.ticks >= span.first && k.ticks <= span.second); }),
+        after.keys.end());
+    PutCurve(curve, after);
+    ChangeKeys(curve, [&](MFnAnimCurve& fn) {
+      for (std::size_t i = 0; i < times.size(); ++i) fn.addKey(times[i], values[i]);
+    });
+    ++count;
+  }
+  return result = {std::to_string(count)}, true;
+}
+bool Infinity(const Words& words, Words& result) {
+  const Args args = Sort(words, "pri/preInfinite:1 poi/postInfinite:1 at/attribute:1!");
+  // As MFnAnimCurve numbers them.
+  static const std::map<std::string, int> kTypes = {{"constant", 0}, {"linear", 1}, {"cycle", 3}, {"cycleRelative", 4}, {"oscillate", 5}};
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  for (const char* flag : {"pri", "poi"})
+    if (!args.Has("q") && args.Has(flag) && !kTypes.count(args[flag])) return Fail("setInfinity: no such kind: " + args[flag]);
+  for (const PlugRef& plug : plugs) {
+    const NodePtr curve = CurveOn(plug);
+    if (!curve) continue;
+    Curve after = *curve->curve;
+    for (const auto& [name, type] : kTypes)
+      if (args.Has("q") && type == (args.Has("pri") ? after.pre : after.post)) result.push_back(name);
+    if (args.Has("q")) continue;
+    if (args.Has("pri")) after.pre = kTypes.at(args["pri"]);
+    if (args.Has("poi")) after.post = kTypes.at(args["poi"]);
+    PutCurve(curve, after);
+  }
+  return true;
+}
+bool FindKey(const Words& words, Words& result) {
+  const Args args = Sort(words, "t/time:1 w/which:1 at/attribute:1 c/curve");
+  std::vector<PlugRef> plugs;
+  if (args.bad || !Plugs(args, plugs)) return false;
+  std::set<long long> times;
+  for (const PlugRef& plug : plugs)
+    if (const NodePtr curve = CurveOn(plug))
+      for (const Key& key : curve->curve->keys) times.insert(key.ticks);
+  const long long now = args.Has("t") ? Spans(args)[0].first : TheScene().now;
+  const std::string which = args.Has("w") ? args["w"] : "next";
+  if (which != "first" && which != "last" && which != "next" && which != "previous") return Fail("findKeyframe: which?");
+  if (times.empty()) return result = {Text(TimeOf(now).value())}, true;
+  // Beyond the last key the search goes on at the other end.
+  const auto after = times.upper_bound(now), from = times.lower_bound(now);
+  const long long found = which == "first"  ? *times.begin()
+                          : which == "last" ? *times.rbegin()
+                          : which == "next" ? (after == times.end() ? *times.begin() : *after)
+                                            : (from == times.begin() ? *times.rbegin() : *std::prev(from));
+  return result = {Text(TimeOf(found).value())}, true;
 }
 bool CutKeys(const Words& words, Words& result) {
   const Args args = Sort(words, "t/time:1 at/attribute:1 cl/clear s/selectKey");
@@ -714,6 +945,9 @@ const std::map<std::string, Builtin>& NodeCommands() {
   static const std::map<std::string, Builtin> kCommands = {{"addAttr", NewAttribute},
                                                            {"deleteAttr", DeleteAttribute},
                                                            {"attributeQuery", AskAttribute},
+                                                           {"aliasAttr", Alias},
+                                                           {"removeMultiInstance", RemoveElement},
+                                                           {"renameAttr", RenameAttribute},
                                                            {"listAttr", ListAttributes},
                                                            {"listRelatives", Relatives},
                                                            {"listConnections", Connections},
@@ -722,6 +956,10 @@ const std::map<std::string, Builtin>& NodeCommands() {
                                                            {"setKeyframe", SetKey},
                                                            {"keyframe", Keyframe},
                                                            {"cutKey", CutKeys},
+                                                           {"setDrivenKeyframe", DrivenKey},
+                                                           {"bakeResults", Bake},
+                                                           {"setInfinity", Infinity},
+                                                           {"findKeyframe", FindKey},
                                                            {"keyTangent", KeyTangents},
                                                            {"xform", Place},
                                                            {"move", Transform},

@@ -158,18 +158,13 @@ bool MFnSet::isMember(const MObject& object, MStatus* status) const {
 }
 bool MFnSet::isMember(const MDagPath& path, const MObject&, MStatus* status) const { return isMember(path.node(), status); }
 
-namespace {
-std::string Bare(const MString& name) {
-  const std::string text = name.asChar();
-  return text.empty() || text[0] != ':' ? text : text.substr(1);
-}
-}  // namespace
 MStatus MNamespace::addNamespace(const MString& name, const MString* parent) {
-  const std::string above = parent ? Bare(*parent) : TheScene().currentNamespace, full = (above.empty() ? "" : above + ":") + Bare(name);
+  const std::string above = parent ? FullNamespace(parent->asChar()) : "";
+  const std::string full = above.empty() ? FullNamespace(name.asChar()) : above + ":" + name.asChar();
   return St(LegalName(full) == full && TheScene().namespaces.insert(full).second);
 }
 MStatus MNamespace::removeNamespace(const MString& name, bool removeContents) {
-  const std::string space = Bare(name);
+  const std::string space = FullNamespace(name.asChar());
   MObjectArray objects;
   if (!TheScene().namespaces.count(space) || getNamespaceObjects(name, objects, true) != MS::kSuccess || (objects.length() && !removeContents))
     return MS::kFailure;
@@ -179,22 +174,24 @@ MStatus MNamespace::removeNamespace(const MString& name, bool removeContents) {
     at = (*at + ":").find(space + ":") == 0 ? TheScene().namespaces.erase(at) : std::next(at);
   return MS::kSuccess;
 }
-bool MNamespace::namespaceExists(const MString& name, MStatus* status) { return Ok(status), Bare(name).empty() || TheScene().namespaces.count(Bare(name)); }
+bool MNamespace::namespaceExists(const MString& name, MStatus* status) {
+  return Ok(status), FullNamespace(name.asChar()).empty() || TheScene().namespaces.count(FullNamespace(name.asChar()));
+}
 MStatus MNamespace::setCurrentNamespace(const MString& name) {
-  return namespaceExists(name) ? (TheScene().currentNamespace = Bare(name), MS::kSuccess) : MS::kFailure;
+  return namespaceExists(name) ? (TheScene().currentNamespace = FullNamespace(name.asChar()), MS::kSuccess) : MS::kFailure;
 }
 MString MNamespace::currentNamespace(MStatus* status) { return Ok(status), (":" + TheScene().currentNamespace).c_str(); }
 MString MNamespace::rootNamespace(MStatus* status) { return Ok(status), ":"; }
 MStringArray MNamespace::getNamespaces(const MString& parent, bool recurse, MStatus* status) {
   MStringArray all;
   Ok(status);
-  const std::string above = Bare(parent);
+  const std::string above = FullNamespace(parent.asChar());
   for (const std::string& space : TheScene().namespaces)
     if (NamespaceOf(space) == above || (recurse && (above.empty() || space.find(above + ":") == 0))) all.append(space.c_str());
   return all;
 }
 MStatus MNamespace::getNamespaceObjects(const MString& name, MObjectArray& objects, bool recurse) {
-  const std::string space = Bare(name);
+  const std::string space = FullNamespace(name.asChar());
   objects.clear();
   if (!namespaceExists(name)) return MS::kFailure;
   for (const auto& [serial, node] : TheScene().nodes)
@@ -210,14 +207,15 @@ MString MNamespace::parentNamespace(MStatus* status) {
 }
 MString MNamespace::validateName(const MString& name, MStatus* status) { return Ok(status), LegalName(name.asChar()).c_str(); }
 MString MNamespace::stripNamespaceFromName(const MString& name, MStatus* status) { return Ok(status), Short(name.asChar()).c_str(); }
-MString MFnReference::fileName(bool, bool, bool, MStatus* status) const {
+MString MFnReference::fileName(bool, bool includePath, bool includeCopyNumber, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
-  const Value v = node ? Get(NumberOf(node, "fileNames")) : Value();
-  return v.data ? v.data->text.c_str() : "";
+  std::string file = node ? FileOf(node) : "";
+  if (!includeCopyNumber) file = WithoutCopy(file);
+  return (includePath ? file : file.substr(file.rfind('/') + 1)).c_str();
 }
-MString MFnReference::associatedNamespace(bool, MStatus* status) const {
+MString MFnReference::associatedNamespace(bool shortName, MStatus* status) const {
   const NodePtr node = Need(fObject, status);
-  return node ? Short(node->name).substr(0, Short(node->name).rfind("RN")).c_str() : "";
+  return node ? (shortName ? Short(SpaceOf(*node)) : SpaceOf(*node)).c_str() : "";
 }
 MStatus MFnReference::nodes(MObjectArray& nodes) const {
   nodes.clear();

@@ -4,6 +4,7 @@
 #include <maya/MItDependencyNodes.h>
 #include <maya/MObjectArray.h>
 #include <maya/MObjectHandle.h>
+#include <maya/MStringArray.h>
 
 #include <algorithm>
 
@@ -202,6 +203,29 @@ bool MFnDependencyNode::canBeWritten(MStatus* status) const {
 MString MFnDependencyNode::parentNamespace(MStatus* status) const {
   const NodePtr node = Need(fObject, status);
   return node && !Pretends(Wrong::kNamespaces) ? NamespaceOf(node->name).c_str() : "";
+}
+bool MFnDependencyNode::setAlias(const MString& alias, const MString&, const MPlug& plug, bool add, MStatus* status) {
+  const PlugRef ref = plug.Ref();
+  const bool own = ref.node && ref.node == fObject.thing.get() && (add || AliasOf(ref) == alias.asChar());
+  const bool good = own && SetAlias(ref, add ? alias.asChar() : "");
+  return Ok(status, good), good;
+}
+bool MFnDependencyNode::findAlias(const MString& alias, MObject& attribute, MStatus* status) const {
+  const NodePtr node = Need(fObject, status);
+  for (const auto& [name, key] : node ? node->aliases : decltype(node->aliases){})
+    if (alias == name.c_str()) return attribute = Obj(key.first->shared_from_this()), true;
+  return false;
+}
+bool MFnDependencyNode::getAliasList(MStringArray& aliases, MStatus* status) {
+  const NodePtr node = Need(fObject, status);
+  aliases.clear();
+  for (const auto& [name, key] : node ? node->aliases : decltype(node->aliases){})
+    aliases.append(name.c_str()), aliases.append(PlugName({node.get(), key.first, key.second}, true).c_str());
+  return aliases.length() > 0;
+}
+MString MFnDependencyNode::plugsAlias(const MPlug& plug, MStatus* status) {
+  const bool own = plug.Ref().node && plug.Ref().node == fObject.thing.get();
+  return Ok(status, own), own ? AliasOf(plug.Ref()).c_str() : "";
 }
 MItDependencyNodes::MItDependencyNodes(MFn::Type filter, MStatus* status) {
   Ok(status);

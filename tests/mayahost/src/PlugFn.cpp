@@ -30,12 +30,12 @@ MString MPlug::name(MStatus* status) const {
   Ok(status, fNode != nullptr);
   return fNode ? (NodeName(Ref().node->Ptr()) + "." + PlugName(Ref(), true)).c_str() : "";
 }
-MString MPlug::partialName(bool node, bool, bool, bool, bool full, bool longNames, MStatus* status) const {
+MString MPlug::partialName(bool node, bool, bool, bool useAlias, bool full, bool longNames, MStatus* status) const {
   Ok(status, fNode != nullptr);
   if (!fNode) return "";
-  std::string text = PlugName(Ref(), longNames);
-  for (const Attr* a = Ref().attr->parent; full && a && text.find('.') == std::string::npos; a = a->parent)
-    text = (longNames ? a->name : a->brief) + "." + text;
+  const std::string alias = useAlias ? AliasOf(Ref()) : "";
+  if (!alias.empty()) return ((node ? NodeName(Ref().node->Ptr()) + "." : "") + alias).c_str();
+  const std::string text = PlugName(Ref(), longNames, full);
   return ((node ? NodeName(Ref().node->Ptr()) + "." : "") + text).c_str();
 }
 bool MPlug::isNull(MStatus* status) const { return Ok(status), !fNode; }
@@ -121,6 +121,11 @@ MStatus MPlug::setMDataHandle(const MDataHandle& handle) {
 unsigned int MPlug::numElements(MStatus* status) const {
   Ok(status, isArray());
   return isArray() ? static_cast<unsigned int>(Indices(Ref()).size()) : 0;
+}
+unsigned int MPlug::evaluateNumElements(MStatus* status) {
+  // A computation that fills the array runs when any of its elements is asked for.
+  if (isArray() && Ref().attr->computed && Ref().attr->children.empty()) Get(elementByLogicalIndex(0).Ref());
+  return numElements(status);
 }
 unsigned int MPlug::numChildren(MStatus* status) const {
   Ok(status, isCompound());

@@ -10,10 +10,12 @@
 
 namespace mayahost {
 namespace {
+/// How many indices a plug of the attribute has when it is one value.
+std::size_t Depth(const Attr* attr) { return attr ? Depth(attr->parent) + attr->Is(kIsArray) : 0; }
 PlugRef ParentOf(const PlugRef& plug) {
   if (!plug.attr->parent) return {};
   PlugRef above{plug.node, plug.attr->parent, plug.idx};
-  if (plug.attr->Is(kIsArray) && !above.idx.empty()) above.idx.pop_back();
+  above.idx.resize(std::min(above.idx.size(), Depth(above.attr)));
   return above;
 }
 bool g_quiet = false, g_telling = false;  ///< the latter while a node is told what it keeps itself
@@ -31,22 +33,30 @@ PlugRef RefOf(const NodePtr& node, const std::string& text) {
     }
     if (c == ']')
       plug.idx.push_back(std::atoi(word.c_str()));
-    else if (!word.empty())
-      plug.attr = FindAttr(*node, word).get();
+    else if (!word.empty()) {
+      const auto alias = std::find_if(node->aliases.begin(), node->aliases.end(), [&](const auto& a) { return a.first == word; });
+      if (!plug.attr && alias != node->aliases.end())
+        plug.attr = alias->second.first, plug.idx = alias->second.second;
+      else
+        plug.attr = FindAttr(*node, word).get();
+    }
     if (c != ']' && !word.empty() && !plug.attr) return {};
     word.clear();
   }
   return plug.attr ? plug : PlugRef{};
 }
 
-std::string PlugName(const PlugRef& plug, bool longNames) {
-  std::string name;
-  std::size_t used = plug.idx.size();
-  std::string end;
-  if (plug.attr->Is(kIsArray) && used > 0) end = "[" + std::to_string(plug.idx[--used]) + "]";
-  name = (longNames ? plug.attr->name : plug.attr->brief) + end;
-  const bool needs = plug.attr->parent && (plug.attr->parent->Is(kIsArray) || plug.attr->parent->type == MFn::kCompoundAttribute);
-  return needs ? PlugName(ParentOf(plug), longNames) + "." + name : name;
+namespace {
+std::string OwnName(const PlugRef& plug, bool longNames) {
+  const bool element = plug.attr->Is(kIsArray) && !plug.idx.empty() && plug.idx.size() == Depth(plug.attr);
+  return (longNames ? plug.attr->name : plug.attr->brief) + (element ? "[" + std::to_string(plug.idx.back()) + "]" : "");
+}
+}  // namespace
+std::string PlugName(const PlugRef& plug, bool longNames, bool full) {
+  PlugRef above = ParentOf(plug);
+  // What a plug needs to be found are the elements that it is in.
+  while (!full && above.node && !above.attr->Is(kIsArray)) above = ParentOf(above);
+  return (above.node ? PlugName(above, longNames, full) + "." : "") + OwnName(plug, longNames);
 }
 
 const PlugRef* InputOf(const PlugRef& plug) {
@@ -92,7 +102,29 @@ bool IsLocked(const PlugRef& plug) {
   return (PlugFlags(plug) & kLockedPlug) || (above.node && IsLocked(above));
 }
 
+std::string AliasOf(const PlugRef& plug) {
+  for (const auto& [alias, key] : plug.node->aliases)
+    if (key == plug.Key()) return alias;
+  return "";
+}
+bool SetAlias(const PlugRef& plug, const std::string& alias) {
+  if (!alias.empty() && (RefOf(plug.node->Ptr(), alias).node || LegalName(alias) != alias || alias.find(':') != std::string::npos)) return false;
+  const NodePtr node = plug.node->Ptr();
+  auto after = node->aliases;
+  after.erase(std::remove_if(after.begin(), after.end(), [&](const auto& a) { return a.second == plug.Key(); }), after.end());
+  if (!alias.empty()) after.emplace_back(alias, plug.Key());
+  Do([=] { node->aliases = after; }, [=, before = node->aliases] { node->aliases = before; });
+  return true;
+}
+
 namespace {
+/// Attributes of whole numbers keep whole ones.
+bool IsWhole(const Attr& attr) {
+  using D = MFnNumericData;
+  const int t = attr.subtype;
+  return attr.type == MFn::kEnumAttribute ||
+         (attr.type == MFn::kNumericAttribute && (t == D::kByte || t == D::kChar || t == D::kShort || t == D::kInt || t == D::kInt64));
+}
 void Spread(const PlugRef& plug, std::set<std::pair<Node*, PlugKey>>& seen) {
   if (!seen.insert({plug.node, plug.Key()}).second) return;
   NotifyDirty(plug);
@@ -153,6 +185,8 @@ bool Put(const PlugRef& plug, const Value& value, bool callbacks) {
   const NodePtr node = plug.node->Ptr();
   const PlugKey key = plug.Key();
   Value put = value;
+  if (IsWhole(*plug.attr)) put.number = std::trunc(put.number);
+  if (plug.attr->type == MFn::kNumericAttribute && plug.attr->subtype == MFnNumericData::kBoolean) put.number = put.number != 0;
   if (plug.attr->min) put.number = std::max(put.number, *plug.attr->min);
   if (plug.attr->max) put.number = std::min(put.number, *plug.attr->max);
   const bool own = callbacks && plug.node->user && plug.attr->Is(kInternal);
@@ -214,6 +248,8 @@ void Untie(const PlugRef& source, const PlugRef& destination) {
   auto& to = source.node->outputs[source.Key()];
   to.erase(std::find(to.begin(), to.end(), destination));
   if (to.empty()) source.node->outputs.erase(source.Key());
+  // An element that goes with its connection, or a value that goes back to what it was by itself.
+  if (destination.attr->disconnect != 2) destination.node->values.erase(destination.Key());
   Tell(source, destination, false);
 }
 }  // namespace
@@ -257,6 +293,7 @@ bool RemoveAttr(const NodePtr& node, const AttrPtr& attr) {
   if (const PlugRef* in = InputOf({node.get(), attr.get(), {}})) Disconnect(PlugRef(*in), {node.get(), attr.get(), {}});
   for (const PlugRef& out : OutputsOf({node.get(), attr.get(), {}})) Disconnect({node.get(), attr.get(), {}}, out);
   const auto place = at - node->dynamic.begin();
+  if (const std::string alias = AliasOf({node.get(), attr.get(), {}}); !alias.empty()) SetAlias({node.get(), attr.get(), {}}, "");
   const auto before = node->values;
   Do(
       [=] {

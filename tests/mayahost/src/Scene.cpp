@@ -50,6 +50,11 @@ std::string NamespaceOf(const std::string& name) {
   const auto at = name.rfind(':');
   return at == std::string::npos ? "" : name.substr(0, at);
 }
+std::string FullNamespace(const std::string& name) {
+  if (!name.empty() && name[0] == ':') return name.substr(1);
+  const std::string& now = TheScene().currentNamespace;
+  return now.empty() || name.empty() ? now + name : now + ":" + name;
+}
 std::string LegalName(const std::string& name) {
   std::string made;
   for (const char c : name) {
@@ -141,12 +146,20 @@ std::string UniqueName(const std::string& wanted, const Node& node, const Node* 
   return name;
 }
 
+namespace {
+/// A name below the current namespace, or below the root with a colon ahead; a namespace that isn't there makes underlines.
+std::string FullName(const std::string& name) {
+  std::string full = FullNamespace(name);
+  if (const std::string space = NamespaceOf(full); !space.empty() && !TheScene().namespaces.count(space)) std::replace(full.begin(), full.end(), ':', '_');
+  return full;
+}
+}  // namespace
+
 NodePtr MakeNode(const NodeType* type, const std::string& name) {
   Scene& scene = TheScene();
   const auto node = std::make_shared<Node>(type->fn);
   node->info = type;
-  const std::string space = scene.currentNamespace.empty() ? "" : scene.currentNamespace + ":";
-  node->name = name.empty() ? space + (type->name == "mesh" ? "polySurfaceShape" : type->name) + "1" : name;
+  node->name = FullName(name.empty() ? (type->name == "mesh" ? "polySurfaceShape" : type->name) + "1" : name);
   char uuid[40];
   std::snprintf(uuid, sizeof uuid, "%08X-0000-4000-8000-000000000000", static_cast<unsigned>(scene.nextUuid++));
   node->uuid = uuid;
@@ -233,16 +246,28 @@ bool DeleteNode(const NodePtr& node, bool force) {
 
 std::string Rename(const NodePtr& node, const std::string& text) {
   std::string name = LegalName(text) + (Pretends(Wrong::kRename) ? "_" : "");
-  const std::string& current = TheScene().currentNamespace;
-  if (!name.empty() && name[0] == ':')
-    name.erase(0, 1);
-  else if (!current.empty())
-    name = current + ":" + name;
-  if (const std::string space = NamespaceOf(name); !space.empty() && !TheScene().namespaces.count(space)) std::replace(name.begin(), name.end(), ':', '_');
+  if (!name.empty()) name = FullName(name);
   if (name.empty() || node->reference || node->isDefault || (node->locked && node->inScene)) return "";
   name = UniqueName(name, *node, node->parents.empty() ? TheScene().world.get() : node->parents[0]);
   Do([=] { SetName(node, name); }, [=, before = node->name] { SetName(node, before); });
   return name;
+}
+
+void MoveNamespace(const std::string& from, const std::string& to) {
+  const auto moved = [&](const std::string& space) { return space == from ? to : to.empty() ? space.substr(from.size() + 1) : to + space.substr(from.size()); };
+  const auto within = [&](const std::string& space) { return (space + ":").find(from + ":") == 0; };
+  std::set<std::string> after;
+  for (const std::string& space : TheScene().namespaces) after.insert(within(space) ? moved(space) : space);
+  after.erase("");
+  Do([=] { TheScene().namespaces = after; }, [before = TheScene().namespaces] { TheScene().namespaces = before; });
+  for (const auto& [serial, node] : std::map<int, NodePtr>(TheScene().nodes)) {
+    const NodePtr one = node;
+    const std::string space = NamespaceOf(one->name);
+    if (space.empty() || !within(space)) continue;
+    const std::string now = moved(space), wanted = (now.empty() ? "" : now + ":") + Short(one->name);
+    const std::string name = UniqueName(wanted, *one, one->parents.empty() ? nullptr : one->parents[0]);
+    Do([=] { SetName(one, name); }, [=, before = one->name] { SetName(one, before); });
+  }
 }
 
 bool IsBelow(const Node* node, const Node* ancestor) {

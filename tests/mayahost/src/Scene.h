@@ -158,6 +158,16 @@ double Evaluate(const Curve& curve, double seconds);
 /// Gives the tangents that are not fixed their directions.
 void SetTangents(Curve& curve, std::size_t from, std::size_t to);
 
+/// A node of a reference as its file has it; what differs are edits.
+struct Origin {
+  std::map<PlugKey, Value> values;
+  std::map<PlugKey, unsigned> flags;
+  std::map<PlugKey, PlugRef> inputs;  ///< only to be compared
+  std::size_t dynamic = 0;
+  Node* parent = nullptr;  ///< only to be compared
+  std::string path;
+};
+
 struct Node : Thing {
   using Thing::Thing;
   bool Has(MFn::Type fn) const override;
@@ -167,12 +177,16 @@ struct Node : Thing {
   std::string name, uuid;  ///< with its namespace
   int serial = 0;
   bool inScene = false, locked = false, doNotWrite = false, isDefault = false;
-  Node* reference = nullptr;  ///< whose file it is from
+  Node* reference = nullptr;       ///< whose file it is from
+  std::unique_ptr<Origin> origin;  ///< of one from such a file
+  bool unloaded = false;           ///< of a reference
+  std::string edits;               ///< of one that isn't loaded: what was done to its nodes
   std::vector<AttrPtr> dynamic;
   std::map<PlugKey, Value> values;
   std::map<PlugKey, PlugRef> inputs;
   std::map<PlugKey, std::vector<PlugRef>> outputs;
   std::map<PlugKey, unsigned> flags;  ///< of plugs that differ from their attributes
+  std::vector<std::pair<std::string, PlugKey>> aliases;
   std::vector<std::shared_ptr<Node>> children;
   std::vector<Node*> parents;
   ShapePtr shape;
@@ -215,6 +229,7 @@ struct Scene {
   std::multimap<std::string, Node*> byName;
   std::set<std::string> namespaces;  ///< absolute, without a colon ahead
   std::string currentNamespace, file;
+  std::map<std::string, std::string> info;  ///< what programs note in the file
   NodePtr world, time;
   MSelectionList selection;
   long long now = 0, minTime, maxTime, startTime, endTime;
@@ -261,6 +276,10 @@ std::string PathName(const MDagPath& path, bool full);
 std::string NodeName(const NodePtr& node);
 std::vector<MSelectionList::Item> Resolve(const std::string& pattern);
 std::string NamespaceOf(const std::string& name);
+/// Absolute, without a colon ahead; names without one there are relative to the current namespace.
+std::string FullNamespace(const std::string& name);
+/// Takes all that is named below it to another, and itself away.
+void MoveNamespace(const std::string& from, const std::string& to);
 inline std::string Short(const std::string& name) { return name.substr(name.rfind(':') + 1); }
 ShapePtr ShapeOf(Node& node);
 MMatrix LocalMatrix(Node& node);
@@ -268,7 +287,8 @@ NodePtr ShadingOf(const Node& shape);
 
 // Plugs.
 PlugRef RefOf(const NodePtr& node, const std::string& plug);
-std::string PlugName(const PlugRef& plug, bool longNames);
+/// With the elements it is in, or with all that it is in.
+std::string PlugName(const PlugRef& plug, bool longNames, bool full = false);
 PlugRef ChildOf(const PlugRef& plug, std::size_t i);
 Value Get(const PlugRef& plug);
 /// What is kept, computed or not.
@@ -280,6 +300,9 @@ bool PutNumber(Node& node, const char* name, double value);
 unsigned PlugFlags(const PlugRef& plug);
 void SetPlugFlag(const PlugRef& plug, AttrFlag flag, bool on);
 bool IsLocked(const PlugRef& plug);
+std::string AliasOf(const PlugRef& plug);
+/// Another name of the plug; an empty one takes it away. False when the name is taken or not legal.
+bool SetAlias(const PlugRef& plug, const std::string& alias);
 const PlugRef* InputOf(const PlugRef& plug);
 std::vector<PlugRef> OutputsOf(const PlugRef& plug);
 bool Connect(const PlugRef& source, const PlugRef& destination);

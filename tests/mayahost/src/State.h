@@ -27,6 +27,9 @@ struct HotKey {
 struct State {
   std::deque<Entry> undo, redo;
   int undoLength = 50;
+  int chunks = 0;           ///< open ones
+  bool chunkBegun = false;  ///< the queue's last entry is of the open one
+  std::string chunkName;
   bool undoOn = true, undoInfinite = false, undoing = false, redoing = false;
   std::map<std::string, Command> commands;
   std::map<std::string, Translator> translators;
@@ -69,6 +72,14 @@ bool SaveScene(const std::string& file);
 bool ImportScene(const std::string& file, const std::string& space, const std::string& type = "", const std::string& options = "");
 bool ExportScene(const std::string& file, bool selected, const std::string& type = "", const std::string& options = "");
 NodePtr ReferenceScene(const std::string& file, const std::string& space);
+/// The file of a reference, with the number of the copy ("{1}") of all but the first.
+std::string FileOf(const NodePtr& reference);
+std::string WithoutCopy(const std::string& file);
+std::string SpaceOf(const Node& reference);
+/// By the name of its node or its file.
+NodePtr FindReference(const std::string& name);
+/// Also nodes of references within it.
+std::vector<NodePtr> NodesOf(const Node* reference);
 bool RemoveReference(const NodePtr& reference, bool unload);
 bool LoadReference(const NodePtr& reference);
 /// Its nodes become the scene's own.

@@ -45,5 +45,9 @@ class MFnDependencyNode : public MFnBase {
   MStatus setDoNotWrite(bool flag);
   bool canBeWritten(MStatus* status = NULL) const;
   MString parentNamespace(MStatus* status = NULL) const;
+  bool setAlias(const MString& alias, const MString& name, const MPlug& plug, bool add = true, MStatus* status = NULL);
+  bool findAlias(const MString& alias, MObject& attribute, MStatus* status = NULL) const;
+  bool getAliasList(MStringArray& aliases, MStatus* status = NULL);
+  MString plugsAlias(const MPlug& plug, MStatus* status = NULL);
 };
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

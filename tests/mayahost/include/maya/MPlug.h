@@ -47,7 +47,7 @@ class MPlug {
   MStatus setNumElements(unsigned int count);
   MStatus setAttribute(const MObject& attribute);
   unsigned int numElements(MStatus* status = NULL) const;
-  unsigned int evaluateNumElements(MStatus* status = NULL) const { return numElements(status); }
+  unsigned int evaluateNumElements(MStatus* status = NULL);
   unsigned int numChildren(MStatus* status = NULL) const;
   unsigned int logicalIndex(MStatus* status = NULL) const;
   MStatus selectAncestorLogicalIndex(unsigned int index, const MObject& attribute = MObject::kNullObj);
