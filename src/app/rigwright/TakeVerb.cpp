@@ -160,7 +160,7 @@ void RunTakeVerb(Program& program, TakeOptions options) {
       played = std::make_unique<PlayedInputs>(core, ReadInputs(job, options.play));
     const RowsToStep only = RowsToRun(job, options.only);
     AskBeforeTooMuch(job, options, start, only);
-    AskBeforeLosing(job, start, only);
+    AskBeforeLosing(job, SceneTake::BeginOf(core, start, only), only);
     RunTake(job, take,
             {start, *options.seconds, options.preRoll.value_or(0.0), options.goOn,
              options.blend.value_or(0.0), only});

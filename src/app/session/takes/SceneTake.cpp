@@ -6,15 +6,32 @@
 #include "app/session/SceneRange.h"
 #include "app/session/SceneSession.h"
 #include "app/session/takes/KeptTakes.h"
+#include "app/session/takes/RigSettings.h"
 #include "core/CoreImplementation.h"
+#include "core/instances/Instance.h"
+#include "core/instances/InstanceReference.h"
 
 namespace orv::app {
 
 SceneTake::SceneTake(SceneSession& session) : m_session(session), m_run(session.GetCore()) {}
 
-bool SceneTake::Begin(const TakeWish& wish, const Monitor& monitor, std::function<void()> ended) {
+double SceneTake::BeginOf(rws::core::CoreImplementation& core, double from,
+                          const RowsToStep& only) {
+  double first = kForever;
+  std::vector<rws::core::Instance*> rigs;
+  for (const rws::core::InstanceReference* row : only) rigs.push_back(row->GetInstance());
+  for (rws::core::Instance* rig : only.empty() ? core.List(true) : rigs)
+    if (rig) first = std::min(first, FirstOf(*rig));
+  if (!(first < from)) return from;
+  return std::max(first, core.FrameIndex(core.SnapToFrame(from)) * core.GetFrameDuration());
+}
+
+bool SceneTake::Begin(TakeWish wish, const Monitor& monitor, std::function<void()> ended) {
   auto& core = m_session.GetCore();
   if (core.IsRecording()) return false;
+  const double begin = BeginOf(core, wish.from, wish.only);
+  if (wish.seconds > 0.0) wish.seconds += wish.from - begin;
+  wish.from = begin;
   m_punch.reset();
   m_whole = {wish.from, wish.from};
   if (wish.goOn || wish.blend > 0.0)

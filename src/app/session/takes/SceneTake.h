@@ -15,7 +15,7 @@ class SceneSession;
 
 /// What is asked of a take. Times in seconds.
 struct TakeWish {
-  double from = 0.0;
+  double from = 0.0;     ///< see `BeginOf`
   double seconds = 0.0;  ///< not positive: until the core is told to stop
   /// So long ahead of `from` time begins to run over what is keyed: the performer sees it coming,
   /// and nothing is written there.
@@ -31,9 +31,13 @@ class SceneTake {
  public:
   explicit SceneTake(SceneSession& session);
 
+  /// Where a take asked for from `from` (s) on begins: where something stands ahead of that, at the
+  /// frame that `from` lies in, so that its frames are those that stand there, and no key comes
+  /// between.
+  static double BeginOf(rws::core::CoreImplementation& core, double from, const RowsToStep& only);
   /// `ended` is called from the event loop; the monitor must live until then. False, with nothing
   /// changed, when no take can begin.
-  bool Begin(const TakeWish& wish, const Monitor& monitor, std::function<void()> ended);
+  bool Begin(TakeWish wish, const Monitor& monitor, std::function<void()> ended);
   /// When the core has ended it: does now what the event loop would do in a moment.
   void Settle() { m_run.Settle(); }
   const RunResult& GetResult() const { return m_run.GetResult(); }
