@@ -126,5 +126,20 @@ TEST_F(Follow, TheSameLineIsDrivenWithAnotherFeelAndTheFirstDriveStays) {
   refuses("still.glb --rig Car", {"stands still"});
 }
 
+TEST_F(Follow, ADriveThatBeginsBetweenTwoFramesRepeatsToTheBit) {
+  driveOverHills();
+  ok("add hills.glb 4WheelerExt --name Car --profile F1 --stand 3,0,5 -o fast.glb");
+  ok("parent fast.glb Car_GravityDirectionMesh Terrain -o fast.glb");
+  folder.Write("fast.csv",
+               "time,Car:Gas Pedal (Forw/Backw),Car:External Force,Car:Steering Wheel (Right/Left)"
+               "\n0,1,0.3,0.2\n9,1,0.1,-0.3\n");
+  for (const std::string from : {"0.511", "1.03", "2.2", "2.777"}) {
+    ok({"resim", "fast.glb", "--inputs", "fast.csv", "--range", from + ":3", "-o", "off.glb"});
+    const auto report = json("verify off.glb");
+    EXPECT_EQ(report["same"], true) << from;
+    EXPECT_EQ(report["range"][0], std::stod(from)) << "keys ahead of the start";
+  }
+}
+
 }  // namespace
 }  // namespace orv::tests

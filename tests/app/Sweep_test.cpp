@@ -134,6 +134,15 @@ TEST_F(Sweep, RefusesWhatCanNotBeMeant) {
   tells("sweep open runs 1 -o out.glb", 1, {"has changed"});
   tells("sweep open runs 3 -o out.glb", 1, {"has changed"});
   EXPECT_EQ(files().size(), before.size());
+
+  // What can be meant, and most likely is not.
+  folder.Write("post.gltf", R"({"asset": {"version": "2.0"}, "nodes": [{"name": "Post"}]})");
+  ok("add post.gltf MotionFilterCam --name Cam -o still.glb");
+  for (const std::string scene : {"still.glb", "cam.glb"}) {
+    const Outcome told = run({"sweep", scene, "--vary", response + "1,2", "--plan"});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_EQ(told.err.find("at rest") != std::string::npos, scene[0] == 's') << told.err;
+  }
 }
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "app/rigwright/SweepWorkers.h"
 #include "app/rigwright/Verbs.h"
 #include "app/session/anyhost/Names.h"
+#include "app/session/takes/RigSettings.h"
 #include "app/sweep/SweepFolder.h"
 #include "app/sweep/SweepPick.h"
 #include "app/sweep/SweepPlan.h"
@@ -128,9 +129,22 @@ std::string MeasuredRig(SceneJob& job, const SweepOptions& o, const std::vector<
   return job.RigNames().front();
 }
 
+/// All rows would stand where they begin, most likely.
+void WarnOfRest(Program& program, SceneJob& job) {
+  for (rws::core::Instance* rig : job.GetCore().List(true))
+    if (!InputsOf(*rig, -kForever).empty()) return;
+  for (const auto* node : job.GetScene().GetNodes())
+    if (node->HasKeys() && node->GetTag().empty()) return;
+  program.GetOutput().Warn(
+      "sweep: nothing has been recorded of any input: the controls are at rest in all rows "
+      "(perform "
+      "a take first, or give --inputs)");
+}
+
 SweepPlan PlanOf(Program& program, const SweepOptions& o) {
   SceneJob job(program, o.scene);
   RequireRigs(job);
+  if (o.inputs.empty()) WarnOfRest(program, job);
   SweepPlan plan;
   plan.span = SpanOf(job.GetScene(), o.range);
   plan.scene = util::absolutePath(o.scene);

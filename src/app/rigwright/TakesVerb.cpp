@@ -110,6 +110,7 @@ void UseTake(SceneJob& job, KeptTakes& takes, int number) {
   CheckInterrupt();
   if (!result.problem.empty()) throw Failure("take " + std::to_string(number), result.problem);
   job.GetProgram().GetOutput().GetObject()["same"] = result.isSame;
+  job.GetProgram().GetOutput().GetObject()["rigs"] = result.rigs;
   if (!result.isSame)
     job.GetProgram().GetOutput().Warn(
         "take " + std::to_string(number) +

@@ -131,6 +131,7 @@ class CCarCamObject : public Rig {
   std::array<unidevice::Property*, kChannelCount> m_inputs{};  ///< the instance's
   std::vector<std::unique_ptr<unidevice::Property>> m_outputs;
   std::array<double, 2> m_frontHeights{};  ///< CurrDelta of the front wheels, for TellHands
+  double m_takeStart = 0.0;                ///< s
   bool m_inTake = false;
   bool m_reinitialize = false;
   bool m_reportedSurface = false;

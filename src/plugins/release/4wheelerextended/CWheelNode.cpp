@@ -7,7 +7,6 @@
 #include "plugins/common/NodeScale.h"
 #include "plugins/release/4wheelerextended/DisplayMeshes.h"
 #include "util/Angles.h"
-#include "util/FrameGrid.h"
 #include "util/ResponseFilters.h"
 
 namespace orv::rws::addon {
@@ -404,13 +403,12 @@ Matrix CWheelNode::Pose(const Quat& rotation, const Vector& centre) const {
   return pose;
 }
 
-void CWheelNode::Finish(double time, double dt) {
+void CWheelNode::Finish(double before, double time, double length) {
   const CarWheelState& wheel = State();
   const double spin = m_car.spin[m_index];
   const double turns =
       std::min(std::floor(std::abs(spin) / car::kSpinPerKey), static_cast<double>(kMostSpinKeys));
   if (turns > 0.0) {
-    const double before = util::frameBefore(time, dt);
     const Quat from = Quat::fromMatrix(m_relocator.ReadMatrix(before));
     for (int k = 1; k <= static_cast<int>(turns); ++k) {
       const double part = k * car::kSpinPerKey / std::abs(spin);
@@ -419,7 +417,7 @@ void CWheelNode::Finish(double time, double dt) {
       const Quat turn =
           Quat::fromRotationVector({wheel.pfTotalPitch - spin * (1.0 - part), 0.0, 0.0}) *
           Quat::fromRotationVector({0.0, m_lastYaw + (wheel.yaw - m_lastYaw) * part, 0.0});
-      WriteKey(before + dt * part,
+      WriteKey(before + length * part,
                Pose(turn * carried, m_lastCentre + (wheel.centre - m_lastCentre) * part));
     }
   }

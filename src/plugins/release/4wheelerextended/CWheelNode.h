@@ -26,9 +26,9 @@ class CWheelNode : public RigMeshNode {
   /// The contact step of the frame at `time`.
   void Update(double time);
   using RigMeshNode::Update;
-  /// Writes the node for the frame of `dt` seconds that ends at `time`, and further keys within the
-  /// frame where the wheel spins so far that an interpolation would turn it backwards.
-  void Finish(double time, double dt);
+  /// Writes the node for the frame of `length` seconds from `before` to `time`, and further keys
+  /// within the frame where the wheel spins so far that an interpolation would turn it backwards.
+  void Finish(double before, double time, double length);
   /// Places the node where its relocator is (no take).
   void StandAtRest(double time);
   /// Where the wheel's bottom stands when its car has turned by `turn` from where its nodes are at

@@ -40,6 +40,7 @@ bool CCarCamObject::KeepsHistories() const {
 void CCarCamObject::Start(double time) {
   PushVariableUndo(*m_pInterface, m_memory);
   PushVariableUndo(*m_pInterface, m_gauges);
+  m_takeStart = time;
   m_inTake = true;
   m_reportedSurface = false;
   cCarCam.spin.fill(0.0);
@@ -146,7 +147,10 @@ void CCarCamObject::ReadExternalForce(double before) {
 
 void CCarCamObject::Step(double time) {
   const double dt = m_pInterface->GetFrameDuration();
-  const double before = util::frameBefore(time, dt);
+  const double back = util::frameBefore(time, dt);
+  // A take that began between two frames has keyed nothing earlier.
+  const bool isShort = m_takeStart > back + util::kFrameTolerance;
+  const double before = isShort ? m_takeStart : back;
   ReadInputs();
   if (m_settings.bAutonomousMode)
     cCarCam.SteerTowards(m_target.ReadMatrix(before).translation(), dt);
@@ -158,7 +162,7 @@ void CCarCamObject::Step(double time) {
   MeetGround(time);
   if (!m_settings.bKeyframeOnlyEssential) WriteWheelHelpers(time);
   cCarCam.FinishWheels();
-  for (auto& wheel : m_wheels) wheel->wheel.Finish(time, dt);
+  for (auto& wheel : m_wheels) wheel->wheel.Finish(before, time, isShort ? time - before : dt);
   cCarCam.FitBase(dt);
   WriteBaseNodes(time);
   if (!m_settings.bKeyframeOnlyEssential) {
