@@ -137,8 +137,7 @@ void WarnOfRest(Program& program, SceneJob& job) {
     if (node->HasKeys() && node->GetTag().empty()) return;
   program.GetOutput().Warn(
       "sweep: nothing has been recorded of any input: the controls are at rest in all rows "
-      "(perform "
-      "a take first, or give --inputs)");
+      "(perform a take first, or give --inputs)");
 }
 
 SweepPlan PlanOf(Program& program, const SweepOptions& o) {
